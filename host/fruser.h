@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+/// The cashier.
+struct FrUser
+{
+    QString name;
+    QString position;
+    /// Tax number (INN).
+    QString inn;
+};

@@ -1,0 +1,9 @@
+#pragma once
+
+/// Reasons of a re-registration with the tax authority.
+enum RegistrationReason {
+    ReasonFnChange = 1,
+    ReasonOfdChange = 2,
+    ReasonUserRequisitesChange = 3,
+    ReasonSettingsChange = 4
+};

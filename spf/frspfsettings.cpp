@@ -1,0 +1,8 @@
+#include "frspfsettings.h"
+
+FrSpfSettings::FrSpfSettings(QObject* parent)
+    : BasicFrSettings(parent)
+{
+}
+
+FrSpfSettings::~FrSpfSettings() = default;
