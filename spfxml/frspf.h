@@ -1,0 +1,79 @@
+#pragma once
+
+#include "requestparams.h"
+#include "spffrcommand.h"
+
+#include <basicfrdriver.h>
+#include <exceptions.h>
+#include <logger.h>
+
+#include <QSharedPointer>
+
+class FrSpfSettings;
+
+namespace spfxml {
+
+/// The driver of the XML protocol. Its operations check that the port is ready, log, and call one operation
+/// of the command object; the state of the shift is asked anew each time.
+///
+/// A document is gathered here between its opening and its closing call and leaves as one request. Failures
+/// of the exchange pass through as SpfFrCommand::requestData throws them.
+class FrSpf : public BasicFrDriver
+{
+public:
+    FrSpf(AbstractSerialDriver* serialDriver, FrSpfSettings* driverSettings);
+    ~FrSpf() override;
+
+    /// Throws FrNoConnectionException without a transport and when the port cannot be opened.
+    void portOpen() override;
+    void portClose() override;
+    /// Asks the device who it is, unless a connection has done so, and reads the advertising text.
+    void init() override;
+    QStringList getDeviceStateDescription() override;
+    QStringList getFnStateDescription() override;
+    void printLastFnDocument() override;
+    void printFnDocument(long documentNumber) override;
+    void drawerOpen() override;
+    /// Closes the shift; sends nothing when it is closed. The object is empty.
+    QJsonObject zReport() override;
+    QJsonObject xReport() override;
+    /// False when the shift is open: the register takes a new time in a closed shift only.
+    bool setDateTime(const QDateTime& dateTime) override;
+    QDateTime getDateTime() override;
+    QMap<EFrDriver::FontTypes, unsigned> getBandWidthFonts() override;
+    /// Keeps the cashier for the documents that follow; nothing is sent.
+    void cashierLogin(const FrUser& user) override;
+    /// Opens the shift; sends nothing when it is open.
+    void openShift() override;
+    /// Throws FrCommandException when the shift is closed.
+    void accountingReport() override;
+    bool isCashDrawerOpened() const override;
+
+    /// Asks the device who it is: the exchange by which BasicFrDriver::connect knows that it is there.
+    void setConnection() override;
+
+    /// Reads the status and fills the device's identity from it.
+    virtual void setDeviceInfo();
+    /// Hands the advertising text of the host's settings to the command object, without the empty lines at
+    /// its end.
+    void loadTail();
+
+protected:
+    /// Runs the operation and logs a failed command on its way to the host.
+    template <typename Operation>
+    auto withLoggedFailure(const Operation& operation) const
+    {
+        try {
+            return operation();
+        } catch (const FrCommandException& exception) {
+            logger->error(exception.tr().ru());
+            throw;
+        }
+    }
+    void logCommandDone() const;
+
+    QSharedPointer<SpfFrCommand> command;
+    QString cashierDisplayName;
+};
+
+} // namespace spfxml

@@ -1,0 +1,130 @@
+#pragma once
+
+#include "requestparams.h"
+#include "shiftstatus.h"
+#include "spfstatus.h"
+
+#include <checkprintmode.h>
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QString>
+
+class AbstractSerialDriver;
+class QDomDocument;
+
+namespace Log4Qt {
+class Logger;
+}
+
+namespace spfxml {
+
+/// The commands of the XML protocol: builds the request of each, does the exchange and takes what is wanted
+/// from the answer. Every operation throws what requestData throws.
+///
+/// The wire has no framing: a request is one text, an answer ends with its closing root tag and holds the id
+/// of its request. Nothing of an exchange is kept, so an answer that comes too late is known by its foreign
+/// id and dropped by the next command.
+class SpfFrCommand
+{
+public:
+    /// The register's numbers of the commands.
+    enum class ECommandCode : int {
+        GetState = 2,
+        OpenShift = 4,
+        CloseShift = 6,
+        CloseReceipt = 8,
+        AccountingReport = 12,
+        PrintFnDocument = 16,
+        Registration = 18,
+        GetDateTime = 22,
+        SetDateTime = 24,
+        PrintLastFnDocument = 28,
+        NonFiscalDocument = 30,
+        OpenDrawer = 36,
+        MoneyOperation = 38,
+        GetCounters = 40,
+        GetShiftStatus = 44,
+        PrintXReport = 46,
+        GetTaxSystems = 50,
+        GetDrawerStatus = 52,
+        GetParameters = 54,
+        SetParameters = 56,
+        GetDeviceInformation = 58,
+        CheckMarkingCode = 76,
+        ClearMarkingCodes = 90
+    };
+
+    /// Owns neither of the two. The protocol version goes into each request.
+    SpfFrCommand(
+        AbstractSerialDriver* serialDriver, const Log4Qt::Logger* driverLogger, const QString& version);
+    SpfFrCommand(const SpfFrCommand&) = delete;
+    SpfFrCommand& operator=(const SpfFrCommand&) = delete;
+    virtual ~SpfFrCommand();
+
+    /// The clock of the register; invalid when its answer cannot be read as a time.
+    virtual QDateTime getDateTime() const;
+    virtual void setDateTime(const QDateTime& dateTime) const;
+    /// Prints the report of the shift without closing it.
+    virtual void printXReport() const;
+    virtual ShiftStatus getShiftStatus() const;
+    /// Two exchanges: the device information, then the state.
+    virtual SpfStatus getStatus() const;
+    /// True when the drawer is open; false also when the register does not say.
+    virtual bool getCashDrawerStatus() const;
+    virtual void openDrawer() const;
+    virtual void shiftOpen() const;
+    virtual void shiftClose() const;
+    /// Prints the report on the current state of settlements.
+    virtual void accountingReport() const;
+    /// Prints the document of that number from the fiscal drive.
+    virtual void printFNDocument(unsigned int number) const;
+    virtual void printLastFNDocument() const;
+    /// Advertising text behind each receipt; kept here, nothing is sent.
+    virtual void setTail(const QList<QString>& lines);
+
+    /// The whole exchange. Sends the request up to that many times, always the very same bytes, while the
+    /// device stays silent for 15 seconds, and gives the document inside the answer, empty when there is
+    /// none.
+    ///
+    /// Throws FrCommandException when no answer came, it cannot be read, or the register reports an error;
+    /// FrWaitForPaperException when the paper is out; ComDriverException when the port fails.
+    virtual QDomDocument requestData(ECommandCode code, const RequestParams& params, int attempts) const;
+    /// A new request id.
+    virtual QByteArray getUuid() const;
+
+    /// Name and tax number (INN) that go out with what the cashier does.
+    void setCashierInfo(const QString& name, const QString& taxNumber);
+    /// How the following receipts are to be printed.
+    void setPrintMode(CheckPrintMode mode);
+
+    /// The request as it goes over the wire.
+    QByteArray createCommand(
+        const QByteArray& requestId, ECommandCode code, const RequestParams& params) const;
+    /// True when the data hold the end of an answer and the id.
+    bool isValidPackage(const QByteArray& data, const QByteArray& requestId) const;
+    /// One line with the whole document; only when the trace level is on.
+    void logTraceData(const QByteArray& data, bool sending) const;
+    /// Returns when the answer reports success, throws what it reports otherwise.
+    void checkForErrors(const QDomDocument& document) const;
+    /// The document inside the answer, empty when there is none.
+    QDomDocument getResponseData(const QDomDocument& document) const;
+
+protected:
+    AbstractSerialDriver* const serial;
+    const Log4Qt::Logger* const logger;
+    QString cashierName;
+    QString cashierInn;
+    QString tailText;
+    const QString protocolVersion;
+    CheckPrintMode printMode = CheckPrintNormal;
+
+private:
+    QByteArray exchange(const QByteArray& request, const QByteArray& requestId, int attempts) const;
+    QByteArray receiveAnswer(const QByteArray& requestId) const;
+    QDomDocument parseAnswer(const QByteArray& answer) const;
+    int readErrorNumber(const QDomDocument& document, const QString& tag) const;
+    QList<RequestParams> cashierParams() const;
+};
+
+} // namespace spfxml
