@@ -1,0 +1,182 @@
+// Parameters, header, advertising text, logo.
+
+#include "frspf.h"
+
+#include "centredline.h"
+#include "command.h"
+#include "driverlogger.h"
+#include "exceptions.h"
+#include "paramtable.h"
+#include "stringutils.h"
+
+#include <QBuffer>
+#include <QImage>
+
+#include <exception>
+
+namespace spfhex {
+
+namespace {
+
+constexpr unsigned short parameterTable = 1;
+constexpr unsigned short clicheParameter = 20;
+constexpr unsigned short tailParameter = 21;
+
+constexpr QRect logoArea(0, 0, 288, 100);
+
+FrParameter scalar(unsigned short field, const QString& value)
+{
+    return {parameterTable, 0, field, value};
+}
+
+QList<FrParameter> defaultParameters()
+{
+    const QString off = QStringLiteral("0");
+    const QString on = QStringLiteral("1");
+    return {
+        scalar(4, off), // the drawer does not open by itself
+        scalar(5, off), // no company logo
+        scalar(6, on), // cash in the drawer is watched
+        scalar(8, off), // no automatic collection
+        // Below the table's least value, and meant so: the device decides.
+        scalar(11, off), // kind of the cut
+        scalar(13, off), // receipt design
+        scalar(30, on), // automatic additional payment at the close
+        scalar(38, on), // no additional header line
+        scalar(40, off), // receipt requisites
+    };
+}
+
+QByteArray bmpFile(const QImage& image)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "BMP");
+    return bytes;
+}
+
+} // namespace
+
+bool FrSpf::setParams(const QList<FrParameter>& parameters)
+{
+    logger->info(QStringLiteral("Программирование параметров"));
+    isPortReady();
+    try {
+        for (const FrParameter& parameter : parameters)
+            command->setParameter(parameter);
+    } catch (const std::exception& exception) {
+        // What was written before the refused one stays written.
+        logger->error(QString::fromUtf8(exception.what()));
+        return false;
+    }
+    logger->info(QStringLiteral("Программирование параметров выполнено"));
+    return true;
+}
+
+bool FrSpf::setDefaults()
+{
+    logger->info(QStringLiteral("Программирование настроек ФР по умолчанию"));
+    isPortReady();
+    const bool done = setParams(defaultParameters());
+    // Meant to be logged after a failed write as well.
+    logger->info(QStringLiteral("Установлены настройки по умолчанию"));
+    return done;
+}
+
+QStringList FrSpf::getParametersDescription()
+{
+    logger->info(QStringLiteral("Получение описания параметров"));
+    isPortReady();
+    const auto width = static_cast<int>(deviceInfo.getBandWidth());
+    QStringList lines{
+        centredLine(QStringLiteral("Параметры устройства"), QLatin1Char('-'), width),
+        QString(width, QLatin1Char('-')),
+    };
+    const QMap<int, utils::TableParameter> table = utils::getParamTableStructure();
+    for (auto entry = table.cbegin(); entry != table.cend(); ++entry)
+        lines.append(parameterLines(entry.key(), entry.value(), width));
+    logger->info(QStringLiteral("Описание параметров получено"));
+    return lines;
+}
+
+QStringList FrSpf::parameterLines(
+    int parameterNumber, const utils::TableParameter& parameter, int width) const
+{
+    const auto lineOf = [this, parameterNumber, width](int row, const char* caption) {
+        const QString value = command->getParameter(parameterNumber, row).trimmed();
+        const QString heading = QStringLiteral("%1.%2 ").arg(parameterNumber).arg(row);
+        return stringutils::wrappedString(heading + QString::fromUtf8(caption), value, width);
+    };
+    if (parameter.getType() != utils::DataType::Array)
+        return lineOf(0, parameter.getDescription());
+
+    const QString heading = QStringLiteral("%1. ").arg(parameterNumber);
+    QStringList lines = stringutils::wrappedString(
+        heading + QString::fromUtf8(parameter.getDescription()), QString(), width);
+    const QMap<int, utils::TableParameter> rows = parameter.getSubParams();
+    for (auto row = rows.cbegin(); row != rows.cend(); ++row)
+        lines.append(lineOf(row.key(), row.value().getDescription()));
+    return lines;
+}
+
+bool FrSpf::programLines(unsigned short parameter, const QString& message, const QList<QString>& lines)
+{
+    logger->info(message);
+    QList<FrParameter> parameters;
+    for (const QString& line : lines) {
+        const auto row = static_cast<unsigned short>(parameters.size());
+        parameters.append({parameterTable, row, parameter, line});
+    }
+    const bool done = setParams(parameters);
+    // Meant to be logged whatever came out of it.
+    logger->info(QStringLiteral("Программирование завершено"));
+    return done;
+}
+
+bool FrSpf::setCliche(const QList<QString>& lines)
+{
+    return programLines(clicheParameter, QStringLiteral("Программирование строк клише"), lines);
+}
+
+bool FrSpf::setTail(const QList<QString>& lines)
+{
+    return programLines(tailParameter, QStringLiteral("Программирование строк рекламного текста"), lines);
+}
+
+bool FrSpf::setGraphicCliche(const QString& fileName)
+{
+    logger->info(QStringLiteral("Программирование графического клише"));
+    isPortReady();
+    QImage image;
+    if (!image.load(fileName)) {
+        logger->error(QStringLiteral("Не удалось загрузить изображение"));
+        return false;
+    }
+    if (image.format() != QImage::Format_Mono)
+        image = image.convertToFormat(QImage::Format_Mono);
+    if (image.isNull()) {
+        logger->error(QStringLiteral("Не удалось преобразовать изображение в монохромное"));
+        return false;
+    }
+    if (image.size() != logoArea.size())
+        image = image.copy(logoArea);
+    try {
+        command->setLogo(bmpFile(image));
+    } catch (const FrCommandException& exception) {
+        logger->error(QString::fromUtf8(exception.what()));
+        return false;
+    }
+    logDone();
+    return true;
+}
+
+void FrSpf::clearGraphicCliche()
+{
+    logger->info(QStringLiteral("Очистка графического клише"));
+    isPortReady();
+    command->clearLogo();
+    logDone();
+}
+
+} // namespace spfhex

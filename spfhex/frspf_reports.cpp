@@ -1,0 +1,184 @@
+// Reports and counters.
+
+#include "frspf.h"
+
+#include "centredline.h"
+#include "checktypename.h"
+#include "command.h"
+#include "driverlogger.h"
+#include "exceptions.h"
+#include "messages.h"
+
+namespace spfhex {
+
+namespace {
+
+// Places of the cash documents in the device's lists.
+constexpr int saleIndex = 0;
+constexpr int returnIndex = 1;
+constexpr int cashInCountIndex = 11;
+constexpr int cashOutCountIndex = 12;
+constexpr int cashInSumIndex = 9;
+constexpr int cashOutSumIndex = 10;
+
+constexpr qsizetype countersNeeded = 13;
+constexpr qsizetype sumsNeeded = 11;
+constexpr qsizetype paymentKinds = 5;
+
+constexpr int paymentNamesParameter = 22;
+
+template <typename T>
+QList<T> atLeast(qsizetype count, const QList<T>& list)
+{
+    if (list.size() < count)
+        throw FrCommandException(messages::badAnswer());
+    return list;
+}
+
+KkmRegisterEnd::ByPaymentKind byPaymentKind(const QList<double>& sums)
+{
+    KkmRegisterEnd::ByPaymentKind values;
+    for (qsizetype kind = 0; kind < paymentKinds; ++kind)
+        values.at(static_cast<size_t>(kind)) = sums.at(kind);
+    return values;
+}
+
+} // namespace
+
+QJsonObject FrSpf::zReport()
+{
+    // The Latin "c" in this text is meant to stay: logs are searched for it.
+    logger->info(QStringLiteral("Снятие суточного отчета c гашением"));
+    isPortReady();
+    if (command->requestStateStatus().isShiftOpened()) {
+        command->printShiftCloseReport(cashierName, cashierInn);
+        logDone();
+    } else {
+        logger->warn(QStringLiteral("Смена не открыта"));
+    }
+    return {};
+}
+
+QJsonObject FrSpf::xReport()
+{
+    logger->info(QStringLiteral("Снятие суточного отчета без гашения"));
+    isPortReady();
+    command->printShiftCurrentTotals(cashierName);
+    logDone();
+    return {};
+}
+
+void FrSpf::accountingReport()
+{
+    logger->info(QStringLiteral("Печать отчета о текущем состоянии расчетов"));
+    isPortReady();
+    if (command->requestStateStatus().isShiftOpened())
+        throw FrCommandException(QStringLiteral("Смена должна быть закрыта"));
+    command->accountingReport(cashierName);
+    logDone();
+}
+
+QMap<int, double> FrSpf::getCheckCounters(hw::fr::CheckType type)
+{
+    logger->info("Запрос счетчиков чека: (%1) - %2", static_cast<int>(type), checkTypeName(type));
+    isPortReady();
+    QList<double> sums;
+    if (type == hw::fr::CheckSale)
+        sums = command->getSaleCounters();
+    else if (type == hw::fr::CheckSaleReturn)
+        sums = command->getBackCounters();
+    QMap<int, double> counters;
+    for (qsizetype kind = 0; kind < sums.size(); ++kind)
+        counters.insert(static_cast<int>(kind), sums.at(kind));
+    return counters;
+}
+
+MoneyCounters FrSpf::getMoneyCounters(hw::fr::CheckType type)
+{
+    logger->info(QStringLiteral("Запрос счетчиков чека: ") + checkTypeName(type));
+    isPortReady();
+    const QList<int> counts = atLeast(countersNeeded, command->getDocumentCounters());
+    const QList<double> sums = atLeast(sumsNeeded, command->getDocumentSums());
+    // Every type but a deposit is meant to read as a withdrawal.
+    if (type == hw::fr::CheckCashIn)
+        return {counts.at(cashInCountIndex), sums.at(cashInSumIndex)};
+    return {counts.at(cashOutCountIndex), sums.at(cashOutSumIndex)};
+}
+
+QStringList FrSpf::countersLines(hw::fr::CheckType type)
+{
+    QStringList lines{checkTypeName(type) + QLatin1Char(':')};
+    const QMap<int, double> counters = getCheckCounters(type);
+    for (auto entry = counters.cbegin(); entry != counters.cend(); ++entry) {
+        lines.append(
+            QStringLiteral(" тип %1 - %2").arg(entry.key()).arg(QString::number(entry.value(), 'f', 2)));
+    }
+    return lines;
+}
+
+QStringList FrSpf::getCountersDescription()
+{
+    logger->info(QStringLiteral("Получение описания счетчиков"));
+    try {
+        isPortReady();
+        const auto width = static_cast<int>(deviceInfo.getBandWidth());
+        QStringList lines{centredLine(QStringLiteral("Счетчики"), QLatin1Char('-'), width)};
+        lines.append(countersLines(hw::fr::CheckSale));
+        lines.append(countersLines(hw::fr::CheckSaleReturn));
+        logger->info(QStringLiteral("Описание счетчиков получено"));
+        return lines;
+    } catch (const FrCommandException& exception) {
+        logger->error(exception.tr().ru());
+        throw;
+    }
+}
+
+KkmRegisterBeg FrSpf::getKkmRegisterBeg()
+{
+    logger->info(QStringLiteral("Получение счетчиков ККМ на начало смены"));
+    isPortReady();
+    KkmRegisterBeg registers;
+    registers.producerCode = deviceInfo.getProducerCode().toInt();
+    registers.producerName = deviceInfo.getProducerName(false);
+    registers.modelCode = deviceInfo.getModelCode().toInt();
+    registers.modelName = deviceInfo.getModelName();
+    registers.serialNumber = deviceInfo.getNumber();
+    registers.cashInDrawer = command->getDrawerSum();
+    // One more in any case: whether the shift is open is meant to be left out of account here.
+    registers.shiftNumber = command->getCurrentShiftNumber() + 1;
+    registers.registrationNumber = command->getRegistrationNumber();
+    registers.fnNumber = command->getFnNumber();
+    logDone();
+    return registers;
+}
+
+KkmRegisterEnd FrSpf::getKkmRegisterEnd()
+{
+    logger->info(QStringLiteral("Получение счетчиков ККМ на конец смены"));
+    isPortReady();
+    const QList<int> counts = atLeast(countersNeeded, command->getDocumentCounters());
+    const QList<double> sums = atLeast(sumsNeeded, command->getDocumentSums());
+    const QList<double> sales = atLeast(paymentKinds, command->getSaleCounters());
+    const QList<double> returns = atLeast(paymentKinds, command->getBackCounters());
+    const double cashInDrawer = command->getDrawerSum();
+
+    KkmRegisterEnd registers;
+    registers.cashInDrawer = cashInDrawer;
+    registers.saleCount = counts.at(saleIndex);
+    registers.saleSum = sums.at(saleIndex);
+    registers.salePayments = byPaymentKind(sales);
+    registers.returnCount = counts.at(returnIndex);
+    registers.returnSum = sums.at(returnIndex);
+    registers.returnPayments = byPaymentKind(returns);
+    for (int kind = 0; kind < paymentKinds; ++kind)
+        registers.paymentNames.at(static_cast<size_t>(kind))
+            = command->getParameter(paymentNamesParameter, kind);
+    registers.cashInSum = sums.at(cashInSumIndex);
+    registers.cashInCount = counts.at(cashInCountIndex);
+    registers.cashOutSum = sums.at(cashOutSumIndex);
+    registers.cashOutCount = counts.at(cashOutCountIndex);
+    logDone();
+    return registers;
+}
+
+} // namespace spfhex
