@@ -124,8 +124,8 @@ QString Command::getFfdVersion() const
 
 quint32 Command::getIsmNotSentCount() const
 {
-    logger->debug(QStringLiteral("Получение количества неподтверждённых или невыгруженных уведомлений "
-                                 "реализации маркированного товара"));
+    logger->debug(QStringLiteral(
+        "Получение количества неподтверждённых или невыгруженных уведомлений реализации маркированного товара"));
     const QList<QByteArray> fields = queryFields(GetFnData, {IsmNotSentQuery});
     checkFieldCount(fields, 7);
     return fields.at(6).toUInt();
