@@ -16,7 +16,8 @@ public:
     void setLoggerName(const QString& name) { m_loggerName = name; }
     QString getProducerCode() const { return m_producerCode; }
     void setProducerCode(const QString& code) { m_producerCode = code; }
-    /// Name of the producer by its code, empty for a code not known; withCode puts the code before it.
+    /// Name of the producer by its code, empty for a code not known; withCode puts the code before it, and
+    /// leaves the code alone when there is no name.
     QString getProducerName(bool withCode) const;
     QString getModelCode() const { return m_modelCode; }
     QString getModelName() const { return m_modelName; }

@@ -21,8 +21,8 @@ public:
     /// How a device is to be restarted.
     enum RebootMode { RebootNormal = 0, RebootCold = 1 };
 
-    /// Tags of the fiscal data format.
-    enum RequisiteTypes {
+    /// Tags of the fiscal data format. Any 16-bit tag may travel, also one without a name here.
+    enum RequisiteTypes : unsigned {
         NoRequisite = 0,
         TransferOperatorAddress = 1005,
         CustomerAddress = 1008,
