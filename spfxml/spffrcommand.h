@@ -124,7 +124,10 @@ private:
     QByteArray receiveAnswer(const QByteArray& requestId) const;
     QDomDocument parseAnswer(const QByteArray& answer) const;
     int readErrorNumber(const QDomDocument& document, const QString& tag) const;
+    [[noreturn]] void refuseParameter(const QString& tag, const QString& text) const;
+    RequestParams cashierParam() const;
     QList<RequestParams> cashierParams() const;
+    void sendStructure(ECommandCode code, const QString& name, const QList<RequestParams>& params) const;
 };
 
 } // namespace spfxml

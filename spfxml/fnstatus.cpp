@@ -1,0 +1,60 @@
+#include "fnstatus.h"
+
+#include "statustext.h"
+
+namespace spfxml {
+
+FnStatus::FnStatus(const QDomDocument& state)
+    : lifePhase(statusNumber(state, QStringLiteral("LifePhase")))
+    , currentDocType(statusNumber(state, QStringLiteral("CurrentDocType")))
+    , currentDocData(statusNumber(state, QStringLiteral("CurrentDocData")))
+    , needChange(statusNumber(state, QStringLiteral("StatusNeedChange")))
+    , endingResource(statusNumber(state, QStringLiteral("StatusEndingResource")))
+    , overflow(statusNumber(state, QStringLiteral("StatusOverflow")))
+    , ofdWaitExceeded(statusNumber(state, QStringLiteral("1053")))
+    , lastDocDateTime(statusText(state, QStringLiteral("lastDocDateTime")))
+    , lastDocNumber(statusNumber(state, QStringLiteral("lastDocNumber")))
+    , fnNumber(statusText(state, QStringLiteral("1041")))
+    , expirationDate(statusText(state, QStringLiteral("ExpirationDate")))
+    , fwVersion(statusText(state, QStringLiteral("FWVersion")))
+    // A number on purpose, unlike the same flag of the shift status, which is compared as a text.
+    , isShiftOpen(statusNumber(state, QStringLiteral("ShiftState")) == 1)
+{
+}
+
+QString FnStatus::toString() const
+{
+    const QString shiftState = isShiftOpen ? QStringLiteral("открыта") : QStringLiteral("закрыта");
+    return indentedBlock({
+        QStringLiteral("Состояние фазы жизни: %1 (%2)").arg(lifePhase).arg(getLifePhaseDescription()),
+        QStringLiteral("Тип текущего документа: %1").arg(currentDocType),
+        QStringLiteral("Наличие данных текущего документа: %1").arg(currentDocData),
+        QStringLiteral("Состояние смены: %1").arg(shiftState),
+        QStringLiteral("Требуется замена ФН: %1").arg(needChange),
+        QStringLiteral("Заканчивается ресурс ФН: %1").arg(endingResource),
+        QStringLiteral("ФН переполнен: %1").arg(overflow),
+        QStringLiteral("Долгое ожидание ОФД: %1").arg(ofdWaitExceeded),
+        QStringLiteral("Дата и время текущего документа: %1").arg(lastDocDateTime),
+        QStringLiteral("Номер последнего ФД: %1").arg(lastDocNumber),
+        QStringLiteral("Номер ФН: %1").arg(fnNumber),
+        QStringLiteral("Срок действия ФН: %1").arg(expirationDate),
+        QStringLiteral("Версия ФН: %1").arg(fwVersion),
+    });
+}
+
+QString FnStatus::getLifePhaseDescription() const
+{
+    switch (lifePhase) {
+    case 1:
+        return QStringLiteral("готовность к регистрации");
+    case 3:
+        return QStringLiteral("фискальный режим");
+    case 7:
+    case 15:
+        return QStringLiteral("постфискальный режим");
+    default:
+        return QStringLiteral("неизвестный режим");
+    }
+}
+
+} // namespace spfxml

@@ -1,0 +1,206 @@
+#include "answerbuffer.h"
+#include "spffrcommand.h"
+
+#include <abstractserialdriver.h>
+#include <currenttime.h>
+#include <errorcatalogue.h>
+#include <exceptions.h>
+#include <logger.h>
+#include <mockfactory.h>
+#include <xmlutils.h>
+
+#include <QDomDocument>
+#include <QUuid>
+
+namespace spfxml {
+
+namespace {
+
+constexpr unsigned long portionSize = 200;
+constexpr unsigned long answerTimeout = 15000;
+// A device that never ends its answer must not eat the memory of the host.
+constexpr qsizetype maxAnswerSize = 64 * 1024 * 1024;
+constexpr int outOfPaperCode = 8;
+
+QString exchangeFailed()
+{
+    return QStringLiteral("Ошибка обмена данными");
+}
+
+FrCommandException malformedAnswer()
+{
+    return FrCommandException(QStringLiteral("Некорректный ответ от ФР"));
+}
+
+QDomElement createRequestBody(
+    QDomDocument& document, const QString& version, const QByteArray& requestId, int commandCode)
+{
+    const QString time = MockFactory<CurrentTime>::create()->getCurrentDateTime().toString(
+        QStringLiteral("yyyy-MM-dd hh:mm:ss"));
+    QDomElement body = document.createElement(QStringLiteral("RequestBody"));
+    const auto append = [&](const QString& tag, const QString& text) {
+        body.appendChild(xmlutils::createTextElement(document, tag, text));
+    };
+    append(QStringLiteral("ProtocolLabel"), QStringLiteral("OFDFNARMUKM"));
+    append(QStringLiteral("ProtocolVersion"), version);
+    append(QStringLiteral("RequestId"), QString::fromUtf8(requestId));
+    append(QStringLiteral("msgFFDVer"), QStringLiteral("4"));
+    append(QStringLiteral("msgContVer"), QStringLiteral("1"));
+    append(QStringLiteral("DateTime"), time);
+    append(QStringLiteral("Command"), QString::number(commandCode));
+    return body;
+}
+
+} // namespace
+
+QByteArray SpfFrCommand::getUuid() const
+{
+    return QUuid::createUuid().toString().toUtf8();
+}
+
+QByteArray SpfFrCommand::createCommand(
+    const QByteArray& requestId, ECommandCode code, const RequestParams& params) const
+{
+    QDomDocument document;
+    document.appendChild(document.createProcessingInstruction(
+        QStringLiteral("xml"), QStringLiteral("version=\"1.0\" encoding=\"UTF-8\"")));
+    QDomElement request = document.createElement(QStringLiteral("ArmRequest"));
+    document.appendChild(request);
+    request.appendChild(createRequestBody(document, protocolVersion, requestId, static_cast<int>(code)));
+    QDomElement data = document.createElement(QStringLiteral("RequestData"));
+    request.appendChild(data);
+    data.appendChild(document.createCDATASection(params.toString()));
+    return document.toByteArray(1);
+}
+
+QDomDocument SpfFrCommand::requestData(ECommandCode code, const RequestParams& params, int attempts) const
+{
+    const QByteArray requestId = getUuid();
+    const QByteArray answer = exchange(createCommand(requestId, code, params), requestId, attempts);
+    if (!isValidPackage(answer, requestId)) {
+        logger->error(exchangeFailed());
+        throw FrCommandException(exchangeFailed());
+    }
+    const QDomDocument document = parseAnswer(answer);
+    checkForErrors(document);
+    return getResponseData(document);
+}
+
+QByteArray SpfFrCommand::exchange(const QByteArray& request, const QByteArray& requestId, int attempts) const
+{
+    for (int i = 0; i < attempts; ++i) {
+        try {
+            // The first repetition is not logged and the number is that of all attempts: both are meant.
+            if (i >= 2)
+                logger->debug(QStringLiteral("Попытка %1").arg(attempts));
+            logTraceData(request, true);
+            serial->sendData(request);
+            const QByteArray answer = receiveAnswer(requestId);
+            logTraceData(answer, false);
+            return answer;
+        } catch (const ComDriverTimeoutException& exception) {
+            logger->error(exception.tr().ru());
+        } catch (const FrCommandException& exception) {
+            logger->error(exception.tr().ru());
+            throw FrCommandException(exception);
+        }
+    }
+    return {};
+}
+
+QByteArray SpfFrCommand::receiveAnswer(const QByteArray& requestId) const
+{
+    AnswerBuffer buffer(requestId);
+    bool isComplete = false;
+    while (!isComplete) {
+        isComplete = buffer.append(serial->receiveDataAsByteArray(portionSize, answerTimeout));
+        if (buffer.size() > maxAnswerSize)
+            throw FrCommandException(exchangeFailed());
+    }
+    return buffer.trimmed();
+}
+
+bool SpfFrCommand::isValidPackage(const QByteArray& data, const QByteArray& requestId) const
+{
+    return data.contains(AnswerBuffer::endMark()) && data.contains(requestId);
+}
+
+QDomDocument SpfFrCommand::parseAnswer(const QByteArray& answer) const
+{
+    QDomDocument document;
+    QString reason;
+    int line = 0;
+    int column = 0;
+    if (!document.setContent(answer, &reason, &line, &column)) {
+        logger->error(QStringLiteral("Ответ не является xml документом. Line %1, column %2, %3")
+                          .arg(line)
+                          .arg(column)
+                          .arg(reason));
+        logger->error(QString::fromUtf8(answer));
+        throw malformedAnswer();
+    }
+    return document;
+}
+
+void SpfFrCommand::checkForErrors(const QDomDocument& document) const
+{
+    const QString resultTag = QStringLiteral("Result");
+    const QString result = xmlutils::getValueByTag(document, resultTag, 0);
+    if (result.isEmpty())
+        refuseParameter(resultTag, result);
+    if (result == QLatin1String("0"))
+        return;
+    const int category = readErrorNumber(document, QStringLiteral("ErrorCategory"));
+    const int code = readErrorNumber(document, QStringLiteral("ErrorCode"));
+    const QString description = xmlutils::getValueByTag(document, QStringLiteral("ErrorDescription"), 0);
+    const tr::TrList message = spf::utils::getErrorMessage(category, code, description);
+    const QString separator = QStringLiteral(". ");
+    logger->error(message.joinRu(separator));
+    const QStringList uiTexts = message.toUiList(true);
+    const QString text = uiTexts.isEmpty() ? description : uiTexts.join(separator);
+    if (code == outOfPaperCode)
+        throw FrWaitForPaperException(text);
+    throw FrCommandException(text);
+}
+
+int SpfFrCommand::readErrorNumber(const QDomDocument& document, const QString& tag) const
+{
+    const QString text = xmlutils::getValueByTag(document, tag, 0);
+    bool isNumber = false;
+    const int errorNumber = text.toInt(&isNumber);
+    if (!isNumber)
+        refuseParameter(tag, text);
+    return errorNumber;
+}
+
+void SpfFrCommand::refuseParameter(const QString& tag, const QString& text) const
+{
+    logger->error(QStringLiteral("Некорректный параметр '%1' - %2").arg(tag, text));
+    throw malformedAnswer();
+}
+
+QDomDocument SpfFrCommand::getResponseData(const QDomDocument& document) const
+{
+    const QString text = xmlutils::getValueByTag(document, QStringLiteral("ResponseData"), 0);
+    if (text.isEmpty()) {
+        logger->info(QStringLiteral("Ответ пуст"));
+        return {};
+    }
+    QDomDocument response;
+    if (!response.setContent(text)) {
+        logger->error(QStringLiteral("Некорректное значение параметра ResponseData: '%1'").arg(text));
+        throw malformedAnswer();
+    }
+    return response;
+}
+
+void SpfFrCommand::logTraceData(const QByteArray& data, bool sending) const
+{
+    if (!logger->isTraceEnabled())
+        return;
+    QDomDocument document;
+    const QString text = document.setContent(data) ? document.toString(1) : QString::fromUtf8(data);
+    logger->trace((sending ? QStringLiteral("Отправка:\n") : QStringLiteral("Получено:\n")) + text);
+}
+
+} // namespace spfxml

@@ -1,0 +1,39 @@
+#include "spfstatus.h"
+
+#include "statustext.h"
+
+namespace spfxml {
+
+SpfStatus::SpfStatus(const QDomDocument& state, const QDomDocument& info)
+    : networkInterface(statusText(state, QStringLiteral("NetworkInterface")))
+    , paperWidth(statusNumber(state, QStringLiteral("PaperWidth")))
+    , kktNumber(statusText(state, QStringLiteral("1013")))
+    , registrationNumber(statusText(info, QStringLiteral("1037")))
+    , kktFwVersion(statusText(state, QStringLiteral("KKTFWVersion")))
+    , swVersion(statusText(info, QStringLiteral("SWVersion")))
+    , ffdVersion1190(statusText(info, QStringLiteral("1190")))
+    , ffdVersion1189(statusText(info, QStringLiteral("1189")))
+    , fn(state)
+    , ofd(state)
+{
+}
+
+QString SpfStatus::toString() const
+{
+    const QString device = indentedBlock({
+        QStringLiteral("Сетевые интерфейсы: %1").arg(networkInterface),
+        QStringLiteral("Ширина ленты (символов): %1").arg(paperWidth),
+        QStringLiteral("Заводской номер ККТ: %1").arg(kktNumber),
+        QStringLiteral("Версия прошивки ККТ: %1").arg(kktFwVersion),
+        QStringLiteral("Версия сборки: %1").arg(swVersion),
+        // 1189 behind the longer label and 1190 behind the shorter one is meant.
+        QStringLiteral("Версия ФФД ККТ ФН: %1").arg(ffdVersion1189),
+        QStringLiteral("Версия ФФД ККТ: %1").arg(ffdVersion1190),
+        QStringLiteral("Регистрационный номер ККТ: %1").arg(registrationNumber),
+    });
+    const QStringList blocks{QStringLiteral("Статус ФР"), device, QStringLiteral("Статус ФН"), fn.toString(),
+        QStringLiteral("Статус ОФД"), ofd.toString()};
+    return blocks.join(QLatin1Char('\n'));
+}
+
+} // namespace spfxml
