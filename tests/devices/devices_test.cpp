@@ -1,0 +1,176 @@
+#include "line.h"
+
+#include "serialdevicefactory.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <thread>
+
+namespace {
+
+class Device : public testing::TestWithParam<std::string>
+{
+protected:
+    Line line{GetParam()};
+    devices::StreamDevice& device = line.device();
+
+    bool isPty() const { return GetParam() == "pty"; }
+};
+
+TEST_P(Device, IsFoundByItsInterfaceId)
+{
+    ASSERT_TRUE(device.isOpen());
+    QObject* object = &device;
+    EXPECT_EQ(object->qt_metacast("net.velmora.AbstractSerialDevice/4.4.5"),
+        static_cast<void*>(static_cast<hw::AbstractSerialDevice*>(&device)));
+    EXPECT_EQ(device.getType(), isPty() ? 1 : 3);
+}
+
+TEST_P(Device, WaitAnswersAtOnceWhileBytesAreLeft)
+{
+    line.send("abcde");
+    ASSERT_TRUE(device.waitForReadyRead(1000));
+    EXPECT_EQ(device.read(2), "ab");
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_TRUE(device.waitForReadyRead(5000));
+    EXPECT_LT(timer.elapsed(), 1000);
+    EXPECT_EQ(device.read(100), "cde");
+    EXPECT_FALSE(device.waitForReadyRead(10));
+    EXPECT_TRUE(device.isOpen());
+}
+
+TEST_P(Device, ReadSeesWhatTheSystemHoldsWithoutAWait)
+{
+    EXPECT_EQ(device.read(10), QByteArray());
+    line.send("abc");
+    QByteArray data;
+    QElapsedTimer timer;
+    for (timer.start(); data.size() < 3 && timer.elapsed() < 1000;)
+        data += device.read(10);
+    EXPECT_EQ(data, "abc");
+}
+
+TEST_P(Device, WriteHasLeftWhenItReturns)
+{
+    EXPECT_EQ(device.write("frame"), 5);
+    EXPECT_EQ(line.received(), "frame");
+
+    const QByteArray large(1 << 20, 'x');
+    QByteArray got;
+    std::thread reader([&] {
+        for (QByteArray part = " "; !part.isEmpty() && got.size() < large.size();)
+            got += part = line.received();
+    });
+    EXPECT_EQ(device.write(large), large.size());
+    reader.join();
+    EXPECT_EQ(got.size(), large.size());
+}
+
+TEST_P(Device, TakesTheSettingsOfAnyDriver)
+{
+    EXPECT_TRUE(device.setFlowControl(QSerialPort::SoftwareControl));
+    EXPECT_EQ(device.getFlowControl(), QSerialPort::SoftwareControl);
+    for (const bool ready : {false, true}) {
+        EXPECT_TRUE(device.setDataTerminalReady(ready));
+        EXPECT_EQ(device.isDataTerminalReady(), ready);
+    }
+    EXPECT_TRUE(device.setBaudRate(QSerialPort::Baud57600));
+    EXPECT_EQ(device.getBaudRate(), QSerialPort::Baud57600);
+    EXPECT_TRUE(device.setParity(QSerialPort::NoParity) && device.setDataBits(QSerialPort::Data8)
+        && device.setStopBits(QSerialPort::OneStop));
+    line.send("x");
+    EXPECT_TRUE(device.waitForReadyRead(1000)) << "a refused setting must not spoil the line";
+}
+
+TEST_P(Device, ClearDiscardsWhatHasArrived)
+{
+    line.send("stale");
+    ASSERT_TRUE(device.waitForReadyRead(1000));
+    EXPECT_TRUE(device.clear());
+    EXPECT_FALSE(device.waitForReadyRead(10));
+}
+
+TEST_P(Device, OpensAndClosesAnyNumberOfTimes)
+{
+    EXPECT_TRUE(device.open());
+    EXPECT_TRUE(device.setOpened(true));
+    device.close();
+    device.close();
+    EXPECT_FALSE(device.isOpen());
+    EXPECT_FALSE(device.waitForReadyRead(5000));
+    EXPECT_EQ(device.write("x"), -1);
+    EXPECT_EQ(device.read(1), QByteArray());
+    EXPECT_FALSE(device.clear());
+}
+
+TEST_P(Device, LineThatVanishesEndsTheWait)
+{
+    if (!isPty())
+        line.send("last");
+    line.hangUp();
+    if (!isPty()) {
+        ASSERT_TRUE(device.waitForReadyRead(1000)) << "what came before the end is not lost";
+        EXPECT_EQ(device.read(10), "last");
+    }
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_FALSE(device.waitForReadyRead(20000));
+    EXPECT_LT(timer.elapsed(), 5000);
+    EXPECT_EQ(device.read(1), QByteArray());
+    EXPECT_FALSE(device.isOpen());
+    EXPECT_EQ(device.write("x"), -1);
+}
+
+TEST_P(Device, CallbackLeavesALongWait)
+{
+    int calls = 0;
+    device.setWaitCallback([&] {
+        if (++calls == 2)
+            throw std::runtime_error("stop");
+    });
+    EXPECT_THROW(device.waitForReadyRead(20000), std::runtime_error);
+    EXPECT_TRUE(device.isOpen());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, Device, testing::Values("pty", "tcp"), [](const auto& test) { return test.param; });
+
+TEST(Factory, TellsPortsByTheirNames)
+{
+    struct Row
+    {
+        const char* name;
+        int type;
+    };
+    for (const Row& row : {Row{"/dev/ttyS7", 1}, {"ttyUSB0", 1}, {"/dev/ttyACM0", 2},
+             {"tcp:register:7778", 3}, {"tcp:[::1]:1", 3}, {"", 0}, {" ", 0}, {"tcp:register", 0},
+             {"tcp:register:0", 0}, {"tcp:register:65536", 0}, {"tcp::7778", 0}}) {
+        const auto device = devices::createSerialDevice(QString::fromLatin1(row.name));
+        EXPECT_EQ(device ? device->getType() : 0, row.type) << row.name;
+    }
+}
+
+TEST(Factory, PortThatIsNotThereDoesNotOpen)
+{
+    for (const char* name : {"/dev/frspf-none", "tcp:127.0.0.1:1"}) {
+        const auto device = devices::createSerialDevice(QString::fromLatin1(name));
+        EXPECT_FALSE(device->open()) << name;
+        EXPECT_FALSE(device->errorString().isEmpty()) << name;
+    }
+    EXPECT_FALSE(devices::createSerialDevice(QStringLiteral("/dev/frspf-none"))->isAvailable());
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}

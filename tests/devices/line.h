@@ -1,0 +1,30 @@
+#pragma once
+
+#include "streamdevice.h"
+
+#include <QByteArray>
+
+#include <memory>
+#include <string>
+
+/// A device under test and, as a bare descriptor, the far end of its line.
+class Line
+{
+public:
+    /// "pty" or "tcp". The device is open.
+    explicit Line(const std::string& kind);
+    ~Line();
+
+    devices::StreamDevice& device() { return *m_device; }
+    void send(const QByteArray& data) const;
+    /// What has arrived at the far end, without waiting for more than the first byte (up to a second).
+    QByteArray received() const;
+    void hangUp();
+
+private:
+    void makePty();
+    void makeTcp();
+
+    int m_peer = -1;
+    std::unique_ptr<devices::StreamDevice> m_device;
+};
