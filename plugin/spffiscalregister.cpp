@@ -1,0 +1,68 @@
+#include "spffiscalregister.h"
+
+#include "abstractserialdevice.h"
+#include "frspfsettings.h"
+#include "serialdriverwrapper.h"
+#include "spfhex/frspf.h"
+#include "spfxml/frspf.h"
+
+namespace hw {
+
+SpfFiscalRegister::SpfFiscalRegister()
+    : BasicFiscalRegister(QSharedPointer<FrSpfSettings>::create())
+    , protocol(QStringLiteral("XML"))
+{
+}
+
+SpfFiscalRegister::~SpfFiscalRegister() = default;
+
+QSharedPointer<FrSpfSettings> SpfFiscalRegister::getSettings() const
+{
+    return settings.dynamicCast<FrSpfSettings>();
+}
+
+QVariant SpfFiscalRegister::getSerialDevice() const
+{
+    return QVariant::fromValue(serialObject);
+}
+
+void SpfFiscalRegister::setSerialDevice(const QVariant& device)
+{
+    serialObject = device.value<QObject*>();
+}
+
+QString SpfFiscalRegister::getProtocol() const
+{
+    return protocol;
+}
+
+void SpfFiscalRegister::setProtocol(const QString& name)
+{
+    protocol = name;
+}
+
+QString SpfFiscalRegister::getProtocolVersion() const
+{
+    return getSettings()->getProtocolVer();
+}
+
+void SpfFiscalRegister::setProtocolVersion(const QString& version)
+{
+    getSettings()->setProtocolVer(version);
+}
+
+void SpfFiscalRegister::init()
+{
+    auto* const device = qobject_cast<AbstractSerialDevice*>(serialObject);
+    if (device == nullptr)
+        return;
+    AbstractSerialDriver* const serial
+        = transports.emplace_back(std::make_unique<SerialDriverWrapper>(device)).get();
+    // Any text but this one, also "hex" or none at all, is meant to give the XML driver.
+    if (protocol == QStringLiteral("HEX"))
+        driver = new spfhex::FrSpf(serial, getSettings().data());
+    else
+        driver = new spfxml::FrSpf(serial, getSettings().data());
+}
+
+} // namespace hw
