@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDomDocument>
+#include <QMap>
+#include <QString>
+
+#include <string>
+
+/// The document of a text; fails the test when it is not XML.
+QDomDocument xmlDocument(const QString& text);
+
+/// A tree on one line, with the attributes sorted, so that their order does not count:
+/// "<root a=1>text<child>...</child></root>". A CDATA section stands in [[ and ]].
+std::string flatXml(const QDomNode& node);
+
+/// An answer document with these keys and texts.
+QDomDocument answerWith(const QMap<QString, QString>& values);
+
+/// A whole answer of the register as it comes over the wire.
+QByteArray wireAnswer(const QString& id, const QString& fields);
+/// One that reports success and holds the inner document.
+QByteArray successAnswer(const QString& id, const QString& inner = {});
