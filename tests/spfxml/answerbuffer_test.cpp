@@ -1,4 +1,4 @@
-#include <answerbuffer.h>
+#include "spfxml/answerbuffer.h"
 
 #include <gtest/gtest.h>
 
