@@ -1,13 +1,13 @@
 #include "driver/messagelog.h"
 #include "driver/mockserialdriver.h"
 #include "driver/thrown.h"
-#include "fixedclock.h"
 #include "xmltext.h"
 
 #include "spfxml/spffrcommand.h"
 
 #include <logger.h>
 #include <logmanager.h>
+#include <mockfactory.h>
 
 #include <QLoggingCategory>
 
@@ -25,6 +25,25 @@ const QString foreignId = QStringLiteral("{00000000-2222-3333-4444-555555555555}
 constexpr const char* malformed = "FrCommandException: Некорректный ответ от ФР";
 constexpr const char* failedExchange = "FrCommandException: Ошибка обмена данными";
 
+QByteArray refusal(const char* result, const char* category, const char* code)
+{
+    QString fields = QStringLiteral("<ErrorDescription>Сбой</ErrorDescription>");
+    const auto add = [&](const char* tag, const char* text) {
+        if (*text != 0)
+            fields += QStringLiteral("<%1>%2</%1>").arg(QString::fromUtf8(tag), QString::fromUtf8(text));
+    };
+    add("Result", result);
+    add("ErrorCategory", category);
+    add("ErrorCode", code);
+    return wireAnswer(id, fields);
+}
+
+class FixedClock : public CurrentTime
+{
+public:
+    QDateTime getCurrentDateTime() const override { return QDateTime(QDate(2026, 3, 1), QTime(14, 5, 9)); }
+};
+
 class FixedIdCommand : public spfxml::SpfFrCommand
 {
 public:
@@ -39,18 +58,18 @@ class ExchangeTest : public testing::Test
 protected:
     ExchangeTest()
     {
+        MockFactory<CurrentTime>::mocked = &clock;
         ON_CALL(serial, sendData(testing::A<const QByteArray&>()))
             .WillByDefault([this](const QByteArray& data) { sent.append(data); });
         ON_CALL(serial, receiveDataAsByteArray(200, 15000)).WillByDefault([this] {
-            if (script.isEmpty() || script.first().isEmpty()) {
-                script.removeFirst();
+            const QByteArray portion = script.takeFirst();
+            if (portion.isEmpty())
                 throw ComDriverTimeoutException(QStringLiteral("Нет данных"));
-            }
-            return script.takeFirst();
+            return portion;
         });
-        ON_CALL(serial, receiveDataAsByteArray(testing::Ne(200u), _))
-            .WillByDefault(testing::Throw(ComDriverException(QStringLiteral("размер"))));
     }
+
+    ~ExchangeTest() override { MockFactory<CurrentTime>::mocked = nullptr; }
 
     /// The inner document on one line, or what was thrown.
     std::string exchange(const QList<QByteArray>& portions, int attempts)
@@ -92,20 +111,14 @@ TEST_F(ExchangeTest, writesTheWholeRequestAsOneDocument)
               "</RequestData></ArmRequest>");
     const QByteArray empty = command.createCommand(id.toUtf8(), Code::OpenDrawer, {});
     EXPECT_TRUE(empty.contains("<RequestData><![CDATA[]]></RequestData>"));
-}
-
-TEST_F(ExchangeTest, takesARandomIdInBraces)
-{
     EXPECT_EQ(command.SpfFrCommand::getUuid().size(), 38);
     EXPECT_NE(command.SpfFrCommand::getUuid(), command.SpfFrCommand::getUuid());
 }
 
-TEST_F(ExchangeTest, findsTheAnswerAndReportsWhatIsWrong)
+TEST_F(ExchangeTest, findsItsAnswerOrFails)
 {
-    const QString inner = QStringLiteral("<pa n='1' t='1'>да</pa>");
-    const QByteArray good = successAnswer(id, inner);
+    const QByteArray good = successAnswer(id, QStringLiteral("<pa n='1' t='1'>да</pa>"));
     const QByteArray foreign = successAnswer(foreignId, QStringLiteral("<pa/>"));
-    const auto answer = [](const char* fields) { return wireAnswer(id, QString::fromUtf8(fields)); };
     const std::string answered = "<pa n=1 t=1>да</pa>";
     const struct
     {
@@ -115,54 +128,43 @@ TEST_F(ExchangeTest, findsTheAnswerAndReportsWhatIsWrong)
         std::string expected;
         qsizetype sends;
     } cases[] = {
-        {"whole answer", {good}, 1, answered, 1},
-        {"split within the end", {good.chopped(5), good.right(5)}, 1, answered, 1},
-        {"blanks around", {"\r\n " + good + "\n"}, 1, answered, 1},
+        {"split, with blanks around", {"\r\n " + good.chopped(5), good.right(5) + "\n"}, 1, answered, 1},
         {"foreign answer first", {foreign, good}, 1, answered, 1},
-        {"foreign answer with the head of the right one", {foreign + good.left(20), good.mid(20)}, 1,
-            malformed, 1},
-        {"silence, then the answer", {"", good}, 5, answered, 2},
+        {"foreign answer, then a tail", {foreign + good.left(20), good.mid(20)}, 1, malformed, 1},
         {"half an answer, silence, then the answer", {good.left(99), "", good}, 5, answered, 2},
-        {"late answer to the last attempt", {"", "", "", "", good}, 5, answered, 5},
+        {"answer to the last attempt", {"", "", "", "", good}, 5, answered, 5},
         {"silence", {}, 5, failedExchange, 5},
         {"silence after a receipt", {}, 1, failedExchange, 1},
-        {"foreign answers only", {foreign, foreign}, 1, failedExchange, 1},
-        {"half an answer", {good.left(99)}, 1, failedExchange, 1},
+        {"foreign answers, half an answer", {foreign, foreign, good.left(99)}, 1, failedExchange, 1},
         {"no attempt", {good}, 0, failedExchange, 0},
         {"bytes before the answer", {"x" + good}, 5, malformed, 1},
         {"two answers in one portion", {foreign + good}, 5, malformed, 1},
-        {"no result", {answer("<ResponseData/>")}, 5, malformed, 1},
-        {"empty result", {answer("<Result></Result>")}, 5, malformed, 1},
-        {"no category", {answer("<Result>1</Result><ErrorCode>1</ErrorCode>")}, 5, malformed, 1},
-        {"category no number",
-            {answer("<Result>1</Result><ErrorCategory>x</ErrorCategory><ErrorCode>1</ErrorCode>")}, 5,
-            malformed, 1},
-        {"no code", {answer("<Result>1</Result><ErrorCategory>1</ErrorCategory>")}, 5, malformed, 1},
-        {"code too large",
-            {answer("<Result>1</Result><ErrorCategory>1</ErrorCategory><ErrorCode>2147483648</ErrorCode>")},
-            5, malformed, 1},
-        {"category and code are not read on success", {answer("<Result>0</Result><ErrorCode>x</ErrorCode>")},
-            5, "<>", 1},
-        {"inner text no document", {answer("<Result>0</Result><ResponseData>x</ResponseData>")}, 5, malformed,
-            1},
-        {"device error",
-            {answer("<Result>1</Result><ErrorCategory>2</ErrorCategory><ErrorCode>2005</ErrorCode>")}, 5,
-            "FrCommandException: Ошибка ФН. Некорректное состояние ФН", 1},
-        {"only 0 is success",
-            {answer("<Result>00</Result><ErrorCategory>9</ErrorCategory><ErrorCode>7</ErrorCode>"
-                    "<ErrorDescription>Сбой</ErrorDescription>")},
-            5, "FrCommandException: Сбой", 1},
-        {"paper out", {answer("<Result>1</Result><ErrorCategory>3</ErrorCategory><ErrorCode>8</ErrorCode>")},
-            5, "FrWaitForPaperException: Ошибка печатающего устройства. Конец бумаги", 1},
-        {"code 8 elsewhere",
-            {answer("<Result>1</Result><ErrorCategory>1</ErrorCategory><ErrorCode>8</ErrorCode>")}, 5,
-            "FrWaitForPaperException: Внутренняя ошибка. Неизвестная ошибка", 1},
+        {"no inner document", {successAnswer(id, QStringLiteral("x"))}, 5, malformed, 1},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(exchange(c.portions, c.attempts), c.expected) << c.what;
         EXPECT_EQ(sent.size(), c.sends) << c.what;
         EXPECT_EQ(sent.count(sent.value(0)), c.sends) << c.what << ": every attempt sends the same bytes";
     }
+}
+
+TEST_F(ExchangeTest, reportsWhatTheDeviceReports)
+{
+    // Result, category and code; an empty one is missing.
+    const char* const cases[][4] = {
+        {"", "1", "1", malformed},
+        {"1", "", "1", malformed},
+        {"1", "x", "1", malformed},
+        {"1", "1", "", malformed},
+        {"1", "1", "2147483648", malformed},
+        {"0", "", "x", ""},
+        {"1", "2", "2005", "FrCommandException: Ошибка ФН. Некорректное состояние ФН"},
+        {"00", "9", "7", "FrCommandException: Сбой"},
+        {"1", "3", "8", "FrWaitForPaperException: Ошибка печатающего устройства. Конец бумаги"},
+        {"1", "1", "8", "FrWaitForPaperException: Внутренняя ошибка. Сбой"},
+    };
+    for (const auto& [result, category, code, expected] : cases)
+        EXPECT_EQ(exchange({refusal(result, category, code)}, 5), expected) << result << category << code;
 }
 
 TEST_F(ExchangeTest, passesTroubleWithThePortThrough)
@@ -199,13 +201,10 @@ TEST_F(ExchangeTest, logsSilenceAndTheNumberOfAllAttempts)
 TEST_F(ExchangeTest, logsWhatIsWrongWithTheAnswer)
 {
     const MessageLog log;
-    exchange({wireAnswer(id, QStringLiteral("<Result>1</Result><ErrorCategory>я</ErrorCategory>"))}, 1);
-    exchange({wireAnswer(id, QStringLiteral("<Result>0</Result><ResponseData>x</ResponseData>"))}, 1);
+    exchange({refusal("1", "я", "1")}, 1);
+    exchange({successAnswer(id, QStringLiteral("x"))}, 1);
     exchange({successAnswer(id)}, 1);
-    exchange(
-        {wireAnswer(id,
-            QStringLiteral("<Result>1</Result><ErrorCategory>3</ErrorCategory><ErrorCode>8</ErrorCode>"))},
-        1);
+    exchange({refusal("1", "3", "8")}, 1);
     EXPECT_THAT(MessageLog::taken(),
         testing::ElementsAre("error frdriver.xml: Некорректный параметр 'ErrorCategory' - я",
             "error frdriver.xml: Некорректное значение параметра ResponseData: 'x'",

@@ -34,7 +34,6 @@ public:
         command = mock;
     }
 
-    int speed() const { return defaultSpeed; }
     quint64 options() const { return optionMask; }
 
     QSharedPointer<StrictMock<MockSpfFrCommand>> mock;
@@ -58,16 +57,12 @@ public:
 
 spfxml::ShiftStatus shift(bool isOpen)
 {
-    return spfxml::ShiftStatus(
-        answerWith({{QStringLiteral("ShiftState"), isOpen ? QStringLiteral("1") : QStringLiteral("0")}}));
+    return spfxml::ShiftStatus(answerWith(isOpen ? "ShiftState=1" : "ShiftState=0"));
 }
 
-spfxml::SpfStatus status(const QString& number, int width)
+spfxml::SpfStatus status(const char* answer)
 {
-    return {
-        answerWith({{QStringLiteral("1013"), number}, {QStringLiteral("KKTFWVersion"), QStringLiteral("v2")},
-            {QStringLiteral("PaperWidth"), QString::number(width)}}),
-        QDomDocument()};
+    return {answerWith(answer), QDomDocument()};
 }
 
 class FrSpfTest : public testing::Test
@@ -88,17 +83,12 @@ protected:
     TailStore store;
 };
 
-TEST_F(FrSpfTest, setsItsOptionsAndSpeed)
-{
-    EXPECT_EQ(driver->options(), 0x1081080E16u);
-    EXPECT_EQ(driver->speed(), 115200);
-}
-
 TEST_F(FrSpfTest, opensThePort)
 {
     EXPECT_CALL(serial,
         portOpen(QSerialPort::Baud115200, QSerialPort::NoParity, QSerialPort::Data8, QSerialPort::OneStop))
         .WillOnce(Throw(ComDriverException(QStringLiteral("Порт занят"))));
+    EXPECT_EQ(driver->options(), 0x1081080E16u);
     const MessageLog log;
     EXPECT_EQ(thrown([&] { driver->portOpen(); }), "FrNoConnectionException: Невозможно открыть порт");
     EXPECT_THAT(MessageLog::taken(),
@@ -112,50 +102,41 @@ TEST_F(FrSpfTest, opensThePort)
 
 TEST_F(FrSpfTest, asksWhoTheDeviceIsOnlyOnce)
 {
-    EXPECT_CALL(command(), getStatus()).WillOnce(Return(status(QStringLiteral("0010312"), 48)));
+    EXPECT_CALL(command(), getStatus()).WillOnce(Return(status("1013=0010312|KKTFWVersion=v2")));
     EXPECT_CALL(command(), setTail(_)).Times(2);
     driver->setConnection();
     driver->init();
     driver->init();
     const DeviceInfo info = driver->getDeviceInfo();
-    EXPECT_EQ(info.getProducerCode(), QStringLiteral("2"));
-    EXPECT_EQ(info.getNumber(), QStringLiteral("0010312"));
-    EXPECT_EQ(info.getFirmwareVersion(), QStringLiteral("v2"));
+    EXPECT_EQ(
+        info.getProducerCode() + info.getNumber() + info.getFirmwareVersion(), QStringLiteral("20010312v2"));
     EXPECT_EQ(info.getClicheLineCount(), 4u);
     EXPECT_EQ(info.getTailLineCount(), 30u);
-    EXPECT_EQ(info.getBandWidthInfo(), driver->getBandWidthFonts());
 }
 
 TEST_F(FrSpfTest, derivesModelAndFontsFromTheStatus)
 {
-    const struct
-    {
-        const char* number;
-        int width;
-        const char* code;
-        const char* name;
-        unsigned large;
-        unsigned small;
-    } cases[] = {
-        {"0010512", 32, "5", "СП802-Ф", 16, 44},
-        {"0010312", 48, "3", "СП402-Ф", 24, 64},
-        {"0010199", 47, "1", "ЧекВей7-Ф", 23, 65},
-        {"00002", 30, "2", "СП101-Ф", 22, 42},
-        {"8018018", 48, "80", "Неизвестная модель", 24, 64},
-        {"001", 48, "0", "Неизвестная модель", 24, 64},
-        {"001x5", 48, "0", "Неизвестная модель", 24, 64},
+    // Model, normal font, large font, small font.
+    const std::pair<const char*, const char*> cases[] = {
+        {"1013=0010512|PaperWidth=32", "5 СП802-Ф 32 16 44"},
+        {"1013=0010312|PaperWidth=48", "3 СП402-Ф 48 24 64"},
+        {"1013=0010199|PaperWidth=47", "1 ЧекВей7-Ф 47 23 65"},
+        {"1013=00002|PaperWidth=30", "2 СП101-Ф 30 22 42"},
+        {"1013=8018018|PaperWidth=48", "80 Неизвестная модель 48 24 64"},
+        {"1013=001|PaperWidth=48", "0 Неизвестная модель 48 24 64"},
     };
-    for (const auto& c : cases) {
-        EXPECT_CALL(command(), getStatus()).WillOnce(Return(status(QString::fromUtf8(c.number), c.width)));
+    for (const auto& [answer, expected] : cases) {
+        EXPECT_CALL(command(), getStatus()).WillOnce(Return(status(answer)));
         driver->setDeviceInfo();
-        EXPECT_EQ(driver->getDeviceInfo().getModelCode().toStdString(), c.code);
-        EXPECT_EQ(driver->getDeviceInfo().getModelName().toStdString(), c.name);
-        const auto widths = driver->getBandWidthFonts();
-        EXPECT_EQ(widths.size(), 8);
-        for (const int font : {0, 1, 2, 3, 6, 7})
-            EXPECT_EQ(widths.value(static_cast<EFrDriver::FontTypes>(font)), static_cast<unsigned>(c.width));
-        EXPECT_EQ(widths.value(EFrDriver::LargeFont), c.large) << c.number;
-        EXPECT_EQ(widths.value(EFrDriver::SmallFont), c.small) << c.number;
+        const DeviceInfo info = driver->getDeviceInfo();
+        const auto widths = info.getBandWidthInfo();
+        const QString described = QStringLiteral("%1 %2 %3 %4 %5")
+                                      .arg(info.getModelCode(), info.getModelName())
+                                      .arg(widths.value(EFrDriver::NormalFont))
+                                      .arg(widths.value(EFrDriver::LargeFont))
+                                      .arg(widths.value(EFrDriver::SmallFont));
+        EXPECT_EQ(described.toStdString(), expected);
+        EXPECT_EQ(widths.values().count(info.getBandWidth()), 6);
     }
 }
 
@@ -193,13 +174,13 @@ TEST_F(FrSpfTest, followsTheStateOfTheShift)
     EXPECT_TRUE(driver->zReport().isEmpty());
     EXPECT_CALL(command(), accountingReport());
     driver->accountingReport();
+    const std::string info = "info frdriver.spf_4: ";
     EXPECT_THAT(MessageLog::taken(),
-        testing::ElementsAre("info frdriver.spf_4: Открытие смены", "info frdriver.spf_4: Смена в ФР открыта",
-            "info frdriver.spf_4: Установка даты/времени в ККМ: 01.03.2026 14:05:09",
-            "info frdriver.spf_4: Невозможно выполнить синхронизацию времени, смена в ФР открыта",
-            "info frdriver.spf_4: Снятие суточного отчета с гашением",
-            "info frdriver.spf_4: Команда выполнена",
-            "info frdriver.spf_4: Снятие отчета о текущем состоянии расчетов"));
+        testing::ElementsAre(info + "Открытие смены", info + "Смена в ФР открыта",
+            info + "Установка даты/времени в ККМ: 01.03.2026 14:05:09",
+            info + "Невозможно выполнить синхронизацию времени, смена в ФР открыта",
+            info + "Снятие суточного отчета с гашением", info + "Команда выполнена",
+            info + "Снятие отчета о текущем состоянии расчетов"));
 
     EXPECT_CALL(command(), getShiftStatus()).WillRepeatedly([] { return shift(false); });
     EXPECT_CALL(command(), shiftOpen());
@@ -209,7 +190,7 @@ TEST_F(FrSpfTest, followsTheStateOfTheShift)
     EXPECT_TRUE(driver->zReport().isEmpty());
     EXPECT_EQ(
         thrown([&] { driver->accountingReport(); }), "FrCommandException: Необходимо закрыть смену в ФР");
-    EXPECT_EQ(MessageLog::taken().at(4), "info frdriver.spf_4: Смена в ФР закрыта");
+    EXPECT_EQ(MessageLog::taken().at(4), info + "Смена в ФР закрыта");
 }
 
 TEST_F(FrSpfTest, needsAnOpenPortWhereItSays)
@@ -251,18 +232,16 @@ TEST_F(FrSpfTest, logsTheFailuresOfThreeOperationsOnly)
 
 TEST_F(FrSpfTest, describesTheDevice)
 {
-    EXPECT_CALL(command(), getStatus()).WillRepeatedly(Return(status(QStringLiteral("0010512"), 48)));
+    const spfxml::SpfStatus now = status("1013=0010512|PaperWidth=48");
+    EXPECT_CALL(command(), getStatus()).WillRepeatedly(Return(now));
     EXPECT_CALL(command(), getDateTime()).WillOnce(Return(QDateTime(QDate(2026, 3, 1), QTime(14, 5, 9))));
     driver->setDeviceInfo();
-    const QStringList lines = driver->getDeviceStateDescription();
-    ASSERT_EQ(lines.size(), 7);
-    EXPECT_EQ(
-        lines.at(0), QStringLiteral("Производитель: 2 ") + driver->getDeviceInfo().getProducerName(false));
-    EXPECT_EQ(lines.mid(1, 5),
-        (QStringList{QStringLiteral("Модель: 5 СП802-Ф"), QStringLiteral("Номер: 0010512"),
-            QStringLiteral("Скорость подключения: 115200"),
-            QStringLiteral("Дата: 01.03.2026 Время: 14:05:09"), QString()}));
-    EXPECT_EQ(lines.at(6), status(QStringLiteral("0010512"), 48).toString());
+    const QString producer = driver->getDeviceInfo().getProducerName(false);
+    EXPECT_EQ(driver->getDeviceStateDescription().join(QLatin1Char('\n')),
+        QStringLiteral("Производитель: 2 ") + producer
+            + QStringLiteral("\nМодель: 5 СП802-Ф\nНомер: 0010512\nСкорость подключения: 115200\n"
+                             "Дата: 01.03.2026 Время: 14:05:09\n\n")
+            + now.toString());
 }
 
 } // namespace

@@ -7,37 +7,14 @@
 
 namespace {
 
-QDomDocument stateDocument(const QString& lifePhase, const QString& shiftState)
-{
-    return answerWith({
-        {QStringLiteral("NetworkInterface"), QStringLiteral("eth0")},
-        {QStringLiteral("PaperWidth"), QStringLiteral("48")},
-        {QStringLiteral("1013"), QStringLiteral("0010512")},
-        {QStringLiteral("KKTFWVersion"), QStringLiteral("1.2")},
-        {QStringLiteral("LifePhase"), lifePhase},
-        {QStringLiteral("CurrentDocType"), QStringLiteral("3")},
-        {QStringLiteral("CurrentDocData"), QStringLiteral("1")},
-        {QStringLiteral("ShiftState"), shiftState},
-        {QStringLiteral("StatusNeedChange"), QStringLiteral("0")},
-        {QStringLiteral("StatusEndingResource"), QStringLiteral("4")},
-        {QStringLiteral("StatusOverflow"), QStringLiteral("2")},
-        {QStringLiteral("1053"), QStringLiteral("8")},
-        {QStringLiteral("lastDocDateTime"), QStringLiteral("2026-03-01 14:05:09")},
-        {QStringLiteral("lastDocNumber"), QStringLiteral("17")},
-        {QStringLiteral("1041"), QStringLiteral("9999")},
-        {QStringLiteral("ExpirationDate"), QStringLiteral("2027-05-30 00:00:00")},
-        {QStringLiteral("FWVersion"), QStringLiteral("fn_v_1")},
-        {QStringLiteral("1097"), QStringLiteral("5")},
-        {QStringLiteral("1116"), QStringLiteral("12")},
-        {QStringLiteral("1098"), QStringLiteral("вчера")},
-    });
-}
-
 TEST(SpfStatus, printsTheBlocks)
 {
-    const QDomDocument info = answerWith({{QStringLiteral("1037"), QStringLiteral("00077")},
-        {QStringLiteral("SWVersion"), QStringLiteral("s5")}, {QStringLiteral("1189"), QStringLiteral("4")},
-        {QStringLiteral("1190"), QStringLiteral("3")}});
+    const QDomDocument info = answerWith("1037=00077|SWVersion=s5|1189=4|1190=3");
+    const QDomDocument state = answerWith(
+        "NetworkInterface=eth0|PaperWidth=48|1013=0010512|KKTFWVersion=1.2|LifePhase=3|CurrentDocType=3|"
+        "CurrentDocData=1|ShiftState=1|StatusNeedChange=0|StatusEndingResource=4|StatusOverflow=2|1053=8|"
+        "lastDocDateTime=2026-03-01 14:05:09|lastDocNumber=17|1041=9999|ExpirationDate=2027-05-30 00:00:00|"
+        "FWVersion=fn_v_1|1097=5|1116=12|1098=вчера");
     const char* const expected = "Статус ФР\n"
                                  "  Сетевые интерфейсы: eth0\n"
                                  "  Ширина ленты (символов): 48\n"
@@ -65,8 +42,7 @@ TEST(SpfStatus, printsTheBlocks)
                                  "  Длина очереди неотправленных документов: 5\n"
                                  "  Номер первого неотправленного документа: 12\n"
                                  "  Время первого неотправленного документа: вчера";
-    const spfxml::SpfStatus status(stateDocument(QStringLiteral("3"), QStringLiteral("1")), info);
-    EXPECT_EQ(status.toString().toStdString(), expected);
+    EXPECT_EQ(spfxml::SpfStatus(state, info).toString().toStdString(), expected);
 }
 
 TEST(SpfStatus, readsNothingAsEmptyAndZero)
@@ -80,32 +56,24 @@ TEST(SpfStatus, readsNothingAsEmptyAndZero)
 
 TEST(FnStatus, namesTheLifePhase)
 {
-    const std::pair<const char*, const char*> cases[]
-        = {{"1", "готовность к регистрации"}, {"3", "фискальный режим"}, {"7", "постфискальный режим"},
-            {"15", "постфискальный режим"}, {"0", "неизвестный режим"}, {"2", "неизвестный режим"},
-            {"8", "неизвестный режим"}, {"-1", "неизвестный режим"}, {"3000000000", "неизвестный режим"}};
-    for (const auto& [phase, expected] : cases) {
-        const spfxml::FnStatus status(stateDocument(QString::fromUtf8(phase), {}));
-        EXPECT_EQ(status.getLifePhaseDescription().toStdString(), expected) << phase;
-    }
+    const std::pair<const char*, const char*> cases[] = {{"LifePhase=1", "готовность к регистрации"},
+        {"LifePhase=7", "постфискальный режим"}, {"LifePhase=15", "постфискальный режим"},
+        {"LifePhase=0", "неизвестный режим"}, {"LifePhase=2", "неизвестный режим"},
+        {"LifePhase=-1", "неизвестный режим"}, {"LifePhase=4294967299", "неизвестный режим"}};
+    for (const auto& [answer, expected] : cases)
+        EXPECT_EQ(spfxml::FnStatus(answerWith(answer)).getLifePhaseDescription().toStdString(), expected);
 }
 
 // One reads a text, the other a number; "01" tells them apart.
 TEST(ShiftStatus, differsFromTheFiscalDrive)
 {
-    const struct
-    {
-        const char* text;
-        bool shift;
-        bool drive;
-    } cases[] = {{"1", true, true}, {"01", false, true}, {"0", false, false}, {"true", false, false}};
-    for (const auto& c : cases) {
-        const QDomDocument document = stateDocument({}, QString::fromUtf8(c.text));
-        EXPECT_EQ(spfxml::ShiftStatus(document).opened, c.shift) << c.text;
-        EXPECT_EQ(spfxml::FnStatus(document).isShiftOpen, c.drive) << c.text;
+    const std::tuple<const char*, bool, bool> cases[] = {{"ShiftState=1", true, true},
+        {"ShiftState=01", false, true}, {"ShiftState=0", false, false}, {"ShiftState=true", false, false}};
+    for (const auto& [answer, shift, drive] : cases) {
+        EXPECT_EQ(spfxml::ShiftStatus(answerWith(answer)).opened, shift) << answer;
+        EXPECT_EQ(spfxml::FnStatus(answerWith(answer)).isShiftOpen, drive) << answer;
     }
-    const spfxml::ShiftStatus status(answerWith({{QStringLiteral("ShiftOvertime"), QStringLiteral("1")},
-        {QStringLiteral("1038"), QStringLiteral("7")}, {QStringLiteral("1042"), QStringLiteral("-")}}));
+    const spfxml::ShiftStatus status(answerWith("ShiftOvertime=1|1038=7|1042=-"));
     EXPECT_TRUE(status.overtime);
     EXPECT_EQ(status.shiftNumber, 7);
     EXPECT_EQ(status.documentNumber, 0);

@@ -1,20 +1,21 @@
 #include "xmltext.h"
 
+#include <QStringList>
+
 #include <gtest/gtest.h>
 
 namespace {
 
 std::string flatElement(const QDomElement& element)
 {
-    QMap<QString, QString> attributes;
+    QStringList attributes;
     for (int i = 0; i < element.attributes().count(); ++i) {
-        const QDomAttr attribute = element.attributes().item(i).toAttr();
-        attributes.insert(attribute.name(), attribute.value());
+        const QDomNode attribute = element.attributes().item(i);
+        attributes.append(QStringLiteral(" %1=%2").arg(attribute.nodeName(), attribute.nodeValue()));
     }
-    std::string text = "<" + element.tagName().toStdString();
-    for (auto it = attributes.cbegin(); it != attributes.cend(); ++it)
-        text += " " + it.key().toStdString() + "=" + it.value().toStdString();
-    text += ">";
+    attributes.sort();
+    std::string text = (QLatin1Char('<') + element.tagName() + attributes.join(QString()) + QLatin1Char('>'))
+                           .toStdString();
     for (QDomNode child = element.firstChild(); !child.isNull(); child = child.nextSibling())
         text += flatXml(child);
     return text + "</" + element.tagName().toStdString() + ">";
@@ -40,11 +41,12 @@ std::string flatXml(const QDomNode& node)
     return "[[" + flatXml(xmlDocument(node.nodeValue()).documentElement()) + "]]";
 }
 
-QDomDocument answerWith(const QMap<QString, QString>& values)
+QDomDocument answerWith(const char* values)
 {
     QString text = QStringLiteral("<pa n='root' t='7'><pa n='group' t='7'>");
-    for (auto it = values.cbegin(); it != values.cend(); ++it)
-        text += QStringLiteral("<pa n='%1' t='1'>%2</pa>").arg(it.key(), it.value());
+    for (const QString& value : QString::fromUtf8(values).split(QLatin1Char('|')))
+        text += QStringLiteral("<pa n='%1' t='1'>%2</pa>")
+                    .arg(value.section(QLatin1Char('='), 0, 0), value.section(QLatin1Char('='), 1));
     return xmlDocument(text + QStringLiteral("</pa></pa>"));
 }
 

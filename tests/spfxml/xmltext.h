@@ -2,7 +2,6 @@
 
 #include <QByteArray>
 #include <QDomDocument>
-#include <QMap>
 #include <QString>
 
 #include <string>
@@ -14,8 +13,8 @@ QDomDocument xmlDocument(const QString& text);
 /// "<root a=1>text<child>...</child></root>". A CDATA section stands in [[ and ]].
 std::string flatXml(const QDomNode& node);
 
-/// An answer document with these keys and texts.
-QDomDocument answerWith(const QMap<QString, QString>& values);
+/// An answer document with keys and texts: "key=text|key=text".
+QDomDocument answerWith(const char* values);
 
 /// A whole answer of the register as it comes over the wire.
 QByteArray wireAnswer(const QString& id, const QString& fields);
