@@ -33,11 +33,4 @@ TEST(AnswerBuffer, dropsAForeignAnswerWithAllThatStandsBehindIt)
     EXPECT_EQ(buffer.trimmed(), QByteArray("onse> {7}</ArmResponse>"));
 }
 
-// The id may also stand behind the end, when two answers come in one portion.
-TEST(AnswerBuffer, takesTwoAnswersInOnePortion)
-{
-    AnswerBuffer buffer("{7}");
-    EXPECT_TRUE(buffer.append("<ArmResponse>{6}</ArmResponse>" + answer));
-}
-
 } // namespace

@@ -42,17 +42,7 @@ public:
 class TailStore : public hw::ParamManager
 {
 public:
-    TailStore() { MockFactory<hw::ParamManager>::mocked = this; }
-    TailStore(const TailStore&) = delete;
-    TailStore& operator=(const TailStore&) = delete;
-    ~TailStore() override { MockFactory<hw::ParamManager>::mocked = nullptr; }
-
-    QList<QString> getTailLines(const DeviceInfo&, quint32 deviceId) const override
-    {
-        return deviceId == 4 ? lines : QList<QString>{QStringLiteral("чужой")};
-    }
-
-    QList<QString> lines;
+    MOCK_METHOD(QList<QString>, getTailLines, (const DeviceInfo&, quint32), (const, override));
 };
 
 spfxml::ShiftStatus shift(bool isOpen)
@@ -73,14 +63,16 @@ protected:
         settings.setDeviceId(4);
         driver.reset(new TestedFrSpf(&serial, &settings, nullptr));
         driver->portOpen();
+        MockFactory<hw::ParamManager>::mocked = &store;
     }
+    ~FrSpfTest() override { MockFactory<hw::ParamManager>::mocked = nullptr; }
 
     MockSpfFrCommand& command() { return *driver->mock; }
 
     NiceMock<MockSerialDriver> serial;
     FrSpfSettings settings;
     QScopedPointer<TestedFrSpf> driver;
-    TailStore store;
+    NiceMock<TailStore> store;
 };
 
 TEST_F(FrSpfTest, opensThePort)
@@ -147,7 +139,7 @@ TEST_F(FrSpfTest, cutsTheEmptyEndOfTheTail)
     const std::pair<QList<QString>, QList<QString>> cases[]
         = {{{a, {}, blank}, {a}}, {{{}, a, {}}, {{}, a}}, {{blank, {}}, {}}, {{}, {}}};
     for (const auto& [lines, expected] : cases) {
-        store.lines = lines;
+        EXPECT_CALL(store, getTailLines(_, 4)).WillOnce(Return(lines));
         EXPECT_CALL(command(), setTail(expected));
         driver->loadTail();
     }
