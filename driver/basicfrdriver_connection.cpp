@@ -3,6 +3,7 @@
 #include "basicfrsettings.h"
 #include "driverlogger.h"
 #include "exceptions.h"
+#include "porttexts.h"
 
 namespace {
 
@@ -16,11 +17,6 @@ QString noLink()
 QString noLinkToRegister()
 {
     return QStringLiteral("Нет связи с ФР");
-}
-
-QString noTransport()
-{
-    return QStringLiteral("Ошибка инициализации драйвера порта");
 }
 
 bool hasBaudRate(int deviceType)
@@ -41,7 +37,7 @@ void BasicFrDriver::connect()
 {
     logger->info(QStringLiteral("Установка связи с устройством"));
     if (serial == nullptr)
-        throw FrNoConnectionException(noTransport());
+        throw FrNoConnectionException(porttexts::noTransport());
     if (!hasBaudRate(serial->getType())) {
         connectWithoutBaudRate();
         return;
@@ -141,7 +137,7 @@ void BasicFrDriver::setConnection() { }
 void BasicFrDriver::isPortReady() const
 {
     if (serial == nullptr)
-        throw FrNoConnectionException(noTransport());
+        throw FrNoConnectionException(porttexts::noTransport());
     if (portState == PortIsClosed)
         throw FrNoConnectionException(QStringLiteral("Необходимо открыть порт"));
 }

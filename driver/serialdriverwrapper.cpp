@@ -2,6 +2,7 @@
 
 #include "abstractserialdevice.h"
 #include "exceptions.h"
+#include "porttexts.h"
 
 #include <unistd.h>
 
@@ -32,7 +33,7 @@ bool SerialDriverWrapper::portOpen(QSerialPort::BaudRate baudRate, QSerialPort::
 bool SerialDriverWrapper::portOpen()
 {
     require(device != nullptr, QStringLiteral("Ошибка доступа к порту"));
-    require(device->open(), QStringLiteral("Невозможно открыть порт"));
+    require(device->open(), porttexts::cannotOpen());
     return device->setOpened(true);
 }
 

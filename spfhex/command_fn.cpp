@@ -51,11 +51,11 @@ FnStatusInfo Command::getFnState() const
     const QList<QByteArray> fields = queryFields(GetFnData, {});
     checkFieldCount(fields, 5);
     FnStatusInfo state;
-    state.lifePhase = static_cast<quint8>(fields.at(0).toInt());
-    state.currentDocType = static_cast<quint8>(fields.at(1).toInt());
-    state.hasDocData = fields.at(2).toInt() != 0;
-    state.isShiftOpen = fields.at(3).toInt() != 0;
-    state.warningFlags = static_cast<quint8>(fields.at(4).toInt());
+    state.lifePhase = static_cast<quint8>(fields.at(0).toUInt());
+    state.currentDocType = static_cast<quint8>(fields.at(1).toUInt());
+    state.hasDocData = fields.at(2).toUInt() != 0;
+    state.isShiftOpen = fields.at(3).toUInt() != 0;
+    state.warningFlags = static_cast<quint8>(fields.at(4).toUInt());
     return state;
 }
 
@@ -81,7 +81,8 @@ QDate Command::getFnExpirationDate() const
 {
     logger->debug(QStringLiteral("Получение даты срока действия ФН"));
     const QByteArray field = queryFields(GetFnData, {FnExpirationDateQuery}).constFirst();
-    QDateTime expiration(QDate::fromString(QString::fromLatin1(field), dateFormat()), QTime(0, 0));
+    // In UTC: a midnight of the local zone need not exist on that day of the past century.
+    QDateTime expiration(QDate::fromString(QString::fromLatin1(field), dateFormat()), QTime(0, 0), Qt::UTC);
     FrUtils::fixDateTime(expiration);
     return expiration.date();
 }
@@ -136,7 +137,7 @@ QString Command::getFnVersion() const
     logger->debug(QStringLiteral("Получение версии ФН"));
     const QList<QByteArray> fields = queryFields(GetFnData, {FnVersionQuery});
     checkFieldCount(fields, 2);
-    const bool isSerial = fields.at(1).toInt() != 0;
+    const bool isSerial = fields.at(1).toUInt() != 0;
     return QString::fromUtf8(fields.at(0).simplified())
         + (isSerial ? QStringLiteral("(серийный)") : QStringLiteral("(опытный)"));
 }

@@ -9,6 +9,7 @@
 #include "frutils.h"
 #include "messages.h"
 #include "modelnames.h"
+#include "porttexts.h"
 
 namespace spfhex {
 
@@ -48,7 +49,7 @@ void FrSpf::portOpen()
 {
     logger->info(QStringLiteral("Открытие порта"));
     if (serial == nullptr)
-        throw FrNoConnectionException(QStringLiteral("Ошибка инициализации драйвера порта"));
+        throw FrNoConnectionException(porttexts::noTransport());
     try {
         // Meant to stand before the opening: a closed port refuses both, so a host opens its device
         // beforehand.
@@ -58,7 +59,7 @@ void FrSpf::portOpen()
             QSerialPort::Data8, QSerialPort::OneStop);
     } catch (const BasicException& exception) {
         logger->error(exception.tr().ru());
-        throw FrNoConnectionException(QStringLiteral("Невозможно открыть порт"));
+        throw FrNoConnectionException(porttexts::cannotOpen());
     }
     portState = PortIsOpen;
     logger->info(QStringLiteral("Порт открыт"));

@@ -47,7 +47,7 @@ KkmRegisterEnd::ByPaymentKind byPaymentKind(const QList<double>& sums)
 
 QJsonObject FrSpf::zReport()
 {
-    // The Latin "c" in this text is meant to stay: logs are searched for it.
+    // The Latin "c" in this text is meant to stay.
     logger->info(QStringLiteral("Снятие суточного отчета c гашением"));
     isPortReady();
     if (command->requestStateStatus().isShiftOpened()) {

@@ -5,6 +5,7 @@
 #include <fruser.h>
 #include <mockfactory.h>
 #include <modelnames.h>
+#include <porttexts.h>
 
 namespace spfxml {
 
@@ -44,13 +45,13 @@ void FrSpf::portOpen()
 {
     logger->info(QStringLiteral("Открытие порта"));
     if (serial == nullptr)
-        throw FrNoConnectionException(QStringLiteral("Ошибка инициализации драйвера порта"));
+        throw FrNoConnectionException(porttexts::noTransport());
     try {
         serial->portOpen(static_cast<QSerialPort::BaudRate>(defaultSpeed), QSerialPort::NoParity,
             QSerialPort::Data8, QSerialPort::OneStop);
     } catch (const BasicException& exception) {
         logger->error(exception.tr().ru());
-        throw FrNoConnectionException(QStringLiteral("Невозможно открыть порт"));
+        throw FrNoConnectionException(porttexts::cannotOpen());
     }
     portState = PortIsOpen;
     logger->info(QStringLiteral("Порт открыт"));
