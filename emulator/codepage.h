@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// The register's own code page, CP866, in which it prints and talks on the HEX protocol.
+namespace emulator::codepage {
+
+QString toText(const QByteArray& bytes);
+QByteArray fromText(const QString& text);
+
+} // namespace emulator::codepage

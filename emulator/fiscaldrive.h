@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QDateTime>
+#include <QList>
+#include <QStringList>
+
+#include <array>
+
+namespace emulator {
+
+/// Kinds of document that a fiscal drive stores; the numbers are those of the fiscal data format.
+enum class FiscalType {
+    Registration = 1,
+    ShiftOpening = 2,
+    Receipt = 3,
+    ShiftClosing = 5,
+    RegistrationChange = 11,
+    AccountingReport = 21
+};
+
+/// One stored document.
+struct FiscalRecord
+{
+    quint32 number = 0;
+    FiscalType type = FiscalType::Receipt;
+    QDateTime dateTime;
+    /// Ten decimal digits.
+    QString sign;
+};
+
+/// The fiscal drive: it numbers and signs the documents and keeps them for the OFD.
+class FiscalDrive
+{
+public:
+    explicit FiscalDrive(const QDateTime& activated);
+
+    const QString& number() const { return m_number; }
+    QDate expiry() const { return m_expiry; }
+    QString version() const { return QStringLiteral("fn_v_1_2  emulated"); }
+    /// Bits that fill up with age: 1 ready, 2 fiscal mode, 4 after it, 8 archive read.
+    int lifePhase() const { return m_archiveClosed ? 7 : 3; }
+    bool isArchiveClosed() const { return m_archiveClosed; }
+    void closeArchive() { m_archiveClosed = true; }
+    QDateTime lastRegistration() const { return m_lastRegistration; }
+    int registrationsDone() const { return m_registrations; }
+    int registrationsLeft() const { return maxRegistrations - m_registrations; }
+    /// Bits: 1 urgent replacement, 2 resource ends, 4 memory nearly full, 8 the OFD has been silent too long.
+    int warnings(const QDateTime& now) const;
+
+    FiscalRecord store(FiscalType type, const QDateTime& dateTime, const QByteArray& content);
+    /// Keeps what was printed of the last document, for a reprint. Only the youngest documents are kept.
+    void keepPrint(const QStringList& lines);
+    QStringList print(quint32 number) const;
+
+    const FiscalRecord& last() const { return m_documents.constLast(); }
+    const FiscalRecord* find(quint32 number) const;
+    /// Documents that the OFD has not got.
+    int queueLength() const { return static_cast<int>(m_documents.size() - m_sent); }
+    const FiscalRecord* firstUnsent() const;
+    /// The OFD takes everything there is.
+    void sendAll() { m_sent = m_documents.size(); }
+
+private:
+    static constexpr int maxRegistrations = 12;
+    static constexpr qsizetype keptPrints = 256;
+
+    QString m_number = QStringLiteral("9999078900001234");
+    QDate m_expiry;
+    bool m_archiveClosed = false;
+    int m_registrations = 0;
+    QDateTime m_lastRegistration;
+    QList<FiscalRecord> m_documents;
+    qsizetype m_sent = 0;
+    std::array<QStringList, keptPrints> m_prints;
+};
+
+} // namespace emulator

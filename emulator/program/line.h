@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QByteArray>
+#include <QObject>
+
+/// Where the host sits: a pseudo terminal or a TCP connection.
+class Line : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// How a host reaches it, for the message that says so.
+    virtual QString address() const = 0;
+    virtual void write(const QByteArray& bytes) = 0;
+
+Q_SIGNALS:
+    void received(const QByteArray& bytes);
+};

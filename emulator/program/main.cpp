@@ -1,0 +1,63 @@
+#include "options.h"
+#include "station.h"
+
+#include <QCoreApplication>
+#include <QSocketNotifier>
+
+#include <csignal>
+#include <cstdio>
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+namespace {
+
+// Signals arrive as something to read, so that they are handled in the event loop.
+int openSignals()
+{
+    sigset_t set;
+    sigemptyset(&set);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGUSR1})
+        sigaddset(&set, signal);
+    sigprocmask(SIG_BLOCK, &set, nullptr);
+    return ::signalfd(-1, &set, SFD_CLOEXEC);
+}
+
+void handleSignal(int descriptor, Station& station)
+{
+    signalfd_siginfo info{};
+    if (::read(descriptor, &info, sizeof info) != static_cast<ssize_t>(sizeof info))
+        return;
+    if (info.ssi_signo == SIGUSR1)
+        station.togglePaper();
+    else
+        QCoreApplication::quit();
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    const int signals = openSignals();
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("spf-emulator"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(FRSPF_VERSION));
+    Options options;
+    switch (Options::parse(QCoreApplication::arguments(), options)) {
+    case Options::Outcome::Done:
+        return 0;
+    case Options::Outcome::Wrong:
+        return 2;
+    case Options::Outcome::Run:
+        break;
+    }
+    Station station(options);
+    if (const QString error = station.open(); !error.isEmpty()) {
+        std::fprintf(stderr, "spf-emulator: %s\n", qPrintable(error));
+        return 1;
+    }
+    QSocketNotifier notifier(signals, QSocketNotifier::Read);
+    QObject::connect(&notifier, &QSocketNotifier::activated, &station,
+        [signals, &station] { handleSignal(signals, station); });
+    std::fprintf(stderr, "spf-emulator: ready on %s\n", qPrintable(station.address()));
+    return QCoreApplication::exec();
+}

@@ -1,0 +1,125 @@
+#include "options.h"
+
+#include <QCommandLineParser>
+
+#include <cstdio>
+
+namespace {
+
+void describe(QCommandLineParser& parser)
+{
+    parser.setApplicationDescription(QStringLiteral(
+        "A software fiscal register on a pseudo terminal or a TCP port.\n\n"
+        "Faults are given as MODE[:N]@EXCHANGE, several with commas between them, \"@5+\" from the fifth on:\n"
+        "silence lost late stale echo badcheck noise busy:seconds slow:seconds cut split drop:byte flip:byte\n"
+        "double:byte paper-out paper-in restart.\n"
+        "SIGUSR1 takes the paper out or puts it in again."));
+    parser.addOptions({
+        {QStringLiteral("pty"), QStringLiteral("Link to the host's side of a pseudo terminal."),
+            QStringLiteral("LINK")},
+        {QStringLiteral("tcp"), QStringLiteral("TCP port on this machine, 0 for any that is free."),
+            QStringLiteral("PORT")},
+        {QStringLiteral("baud"), QStringLiteral("Answer at the pace of a serial line."),
+            QStringLiteral("RATE")},
+        {QStringLiteral("tape"), QStringLiteral("File that the tape is added to."), QStringLiteral("FILE")},
+        {QStringLiteral("journal"), QStringLiteral("File that gets one JSON line a document."),
+            QStringLiteral("FILE")},
+        {QStringLiteral("trace"), QStringLiteral("Show the bytes on standard error.")},
+        {QStringLiteral("quiet"), QStringLiteral("Do not show the tape.")},
+        {QStringLiteral("paper-out"), QStringLiteral("Start without paper.")},
+        {QStringLiteral("ofd"), QStringLiteral("The OFD can be reached and takes the documents.")},
+        {QStringLiteral("faults"), QStringLiteral("Misbehave on purpose."), QStringLiteral("LIST")},
+        {QStringLiteral("model"), QStringLiteral("Model code."), QStringLiteral("CODE")},
+        {QStringLiteral("serial"), QStringLiteral("Factory number, 20 characters at the most."),
+            QStringLiteral("NUMBER")},
+        {QStringLiteral("width"), QStringLiteral("Characters on a line of the tape, 44 or 48."),
+            QStringLiteral("WIDTH")},
+    });
+}
+
+// Characters 4 and 5 of the factory number tell the model.
+QString defaultSerial(int model)
+{
+    return QStringLiteral("001") + QStringLiteral("%1").arg(model % 100, 2, 10, QLatin1Char('0'))
+        + QStringLiteral("000000012345678");
+}
+
+bool readNumber(
+    const QCommandLineParser& parser, const char* name, int least, int most, int& value, QString& error)
+{
+    const QString option = QLatin1String(name);
+    if (!parser.isSet(option))
+        return true;
+    bool ok = false;
+    const int number = parser.value(option).toInt(&ok);
+    if (!ok || number < least || number > most) {
+        error = QStringLiteral("--%1 must be a number from %2 to %3").arg(option).arg(least).arg(most);
+        return false;
+    }
+    value = number;
+    return true;
+}
+
+QString fill(const QCommandLineParser& parser, Options& options)
+{
+    QString error;
+    int port = -1;
+    emulator::Identity& identity = options.identity;
+    if (!readNumber(parser, "tcp", 0, 65535, port, error)
+        || !readNumber(parser, "baud", 300, 4'000'000, options.baudRate, error)
+        || !readNumber(parser, "model", 0, 9999, identity.model, error)
+        || !readNumber(parser, "width", 44, 48, identity.width, error))
+        return error;
+    if (port >= 0)
+        options.port = static_cast<quint16>(port);
+    options.link = parser.value(QStringLiteral("pty"));
+    if (options.link.isEmpty() == !options.port.has_value())
+        return QStringLiteral("give one of --pty and --tcp");
+    if (identity.width != 44 && identity.width != 48)
+        return QStringLiteral("--width is 44 or 48");
+    identity.serialNumber = defaultSerial(identity.model);
+    if (parser.isSet(QStringLiteral("serial")))
+        identity.serialNumber = parser.value(QStringLiteral("serial")).leftJustified(20);
+    if (identity.serialNumber.size() > 20)
+        return QStringLiteral("--serial is longer than 20 characters");
+    const std::optional<emulator::FaultPlan> plan
+        = emulator::FaultPlan::parse(parser.value(QStringLiteral("faults")), &error);
+    options.faults = plan.value_or(emulator::FaultPlan());
+    return error;
+}
+
+} // namespace
+
+Options::Outcome Options::parse(const QStringList& arguments, Options& options)
+{
+    QCommandLineParser parser;
+    describe(parser);
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    const bool understood = parser.parse(arguments);
+    if (understood && parser.isSet(help)) {
+        std::fputs(qPrintable(parser.helpText()), stdout);
+        return Outcome::Done;
+    }
+    if (understood && parser.isSet(version)) {
+        std::printf("%s %s\n", qPrintable(QCoreApplication::applicationName()),
+            qPrintable(QCoreApplication::applicationVersion()));
+        return Outcome::Done;
+    }
+    QString error = understood ? QString() : parser.errorText();
+    if (understood && !parser.positionalArguments().isEmpty())
+        error = QStringLiteral("what is \"%1\"?").arg(parser.positionalArguments().constFirst());
+    if (error.isEmpty())
+        error = fill(parser, options);
+    if (!error.isEmpty()) {
+        std::fprintf(stderr, "spf-emulator: %s\n", qPrintable(error));
+        return Outcome::Wrong;
+    }
+    options.tapeFile = parser.value(QStringLiteral("tape"));
+    options.journalFile = parser.value(QStringLiteral("journal"));
+    options.trace = parser.isSet(QStringLiteral("trace"));
+    options.quiet = parser.isSet(QStringLiteral("quiet"));
+    options.paperOut = parser.isSet(QStringLiteral("paper-out"));
+    options.operatorReachable = parser.isSet(QStringLiteral("ofd"));
+    return Outcome::Run;
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "faultplan.h"
+#include "register.h"
+
+#include <QStringList>
+
+#include <optional>
+
+/// What the program was asked to do.
+struct Options
+{
+    QString link;
+    std::optional<quint16> port;
+    int baudRate = 0;
+    QString tapeFile;
+    QString journalFile;
+    bool trace = false;
+    bool quiet = false;
+    bool paperOut = false;
+    bool operatorReachable = false;
+    emulator::Identity identity;
+    emulator::FaultPlan faults;
+
+    enum class Outcome { Run, Done, Wrong };
+    /// Reads the command line; prints what there is to say itself.
+    static Outcome parse(const QStringList& arguments, Options& options);
+};

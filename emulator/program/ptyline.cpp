@@ -1,0 +1,112 @@
+#include "ptyline.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <pty.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int retryAfter = 5;
+// A host that reads nothing for long has gone; what it did not want is thrown away.
+constexpr qsizetype mostWaiting = 1 << 20;
+
+} // namespace
+
+PtyLine::PtyLine(const QString& link, QObject* parent)
+    : Line(parent)
+    , m_link(link)
+{
+    if (!openPair() || !makeLink())
+        return;
+    m_notifier = new QSocketNotifier(m_master, QSocketNotifier::Read, this);
+    connect(m_notifier, &QSocketNotifier::activated, this, [this] { read(); });
+    m_retry = new QTimer(this);
+    m_retry->setSingleShot(true);
+    m_retry->setInterval(retryAfter);
+    connect(m_retry, &QTimer::timeout, this, [this] { flush(); });
+}
+
+PtyLine::~PtyLine()
+{
+    if (m_linked && QFile::symLinkTarget(m_link) == m_slaveName)
+        QFile::remove(m_link);
+    if (m_slave >= 0)
+        ::close(m_slave);
+    if (m_master >= 0)
+        ::close(m_master);
+}
+
+bool PtyLine::openPair()
+{
+    termios mode{};
+    ::cfmakeraw(&mode);
+    mode.c_cflag |= CREAD | CLOCAL;
+    char name[256] = {};
+    // Our own hold on the slave keeps the line up when the host closes its side.
+    if (::openpty(&m_master, &m_slave, name, &mode, nullptr) != 0) {
+        m_error = QStringLiteral("cannot open a pseudo terminal: %1")
+                      .arg(QString::fromLocal8Bit(std::strerror(errno)));
+        return false;
+    }
+    ::fcntl(m_master, F_SETFL, ::fcntl(m_master, F_GETFL) | O_NONBLOCK);
+    m_slaveName = QString::fromLocal8Bit(name);
+    return true;
+}
+
+bool PtyLine::makeLink()
+{
+    const QFileInfo old(m_link);
+    // A link that an earlier run left behind may go, a real file may not.
+    if (old.isSymLink())
+        QFile::remove(m_link);
+    else if (old.exists()) {
+        m_error = QStringLiteral("%1 exists and is no link").arg(m_link);
+        return false;
+    }
+    m_linked = QFile::link(m_slaveName, m_link);
+    if (!m_linked)
+        m_error = QStringLiteral("cannot make the link %1").arg(m_link);
+    return m_linked;
+}
+
+QString PtyLine::address() const
+{
+    return m_link;
+}
+
+void PtyLine::read()
+{
+    char buffer[4096];
+    const ssize_t count = ::read(m_master, buffer, sizeof buffer);
+    if (count > 0)
+        Q_EMIT received(QByteArray(buffer, count));
+}
+
+void PtyLine::write(const QByteArray& bytes)
+{
+    m_waiting += bytes;
+    if (m_waiting.size() > mostWaiting)
+        m_waiting.clear();
+    flush();
+}
+
+void PtyLine::flush()
+{
+    while (!m_waiting.isEmpty()) {
+        const ssize_t count = ::write(m_master, m_waiting.constData(), static_cast<size_t>(m_waiting.size()));
+        if (count <= 0) {
+            m_retry->start();
+            return;
+        }
+        m_waiting.remove(0, count);
+    }
+}

@@ -1,0 +1,102 @@
+#include "station.h"
+
+#include "ptyline.h"
+#include "tcpline.h"
+
+#include <QJsonDocument>
+
+#include <cstdio>
+
+Station::Station(const Options& options, QObject* parent)
+    : QObject(parent)
+    , m_options(options)
+    , m_register(m_clock, options.identity)
+    , m_outbox(m_clock, options.baudRate)
+    , m_protocol(m_register, m_outbox, m_clock)
+    , m_tape(options.tapeFile)
+    , m_journal(options.journalFile)
+{
+    m_protocol.setFaults(options.faults);
+    m_register.setPaper(!options.paperOut);
+    m_register.setOperatorReachable(options.operatorReachable);
+    m_timer.setSingleShot(true);
+    m_timer.setTimerType(Qt::PreciseTimer);
+    connect(&m_timer, &QTimer::timeout, this, [this] { pump(); });
+}
+
+QString Station::open()
+{
+    for (QFile* const file : {&m_tape, &m_journal}) {
+        if (!file->fileName().isEmpty()
+            && !file->open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text))
+            return QStringLiteral("cannot write %1: %2").arg(file->fileName(), file->errorString());
+    }
+    connectPaper();
+    const QString error = openLine();
+    if (error.isEmpty())
+        connect(m_line, &Line::received, this, [this](const QByteArray& bytes) { receive(bytes); });
+    return error;
+}
+
+QString Station::openLine()
+{
+    if (m_options.port) {
+        auto* const line = new TcpLine(*m_options.port, this);
+        m_line = line;
+        return line->error();
+    }
+    auto* const line = new PtyLine(m_options.link, this);
+    m_line = line;
+    return line->error();
+}
+
+void Station::connectPaper()
+{
+    m_register.tape().setListener([this](const QStringList& lines) {
+        const QByteArray text = lines.join(QLatin1Char('\n')).toUtf8() + '\n';
+        if (m_tape.isOpen()) {
+            m_tape.write(text);
+            m_tape.flush();
+        }
+        if (!m_options.quiet) {
+            std::fwrite(text.constData(), 1, static_cast<size_t>(text.size()), stdout);
+            std::fflush(stdout);
+        }
+    });
+    m_register.journal().setListener([this](const QJsonObject& entry) {
+        if (!m_journal.isOpen())
+            return;
+        m_journal.write(QJsonDocument(entry).toJson(QJsonDocument::Compact) + '\n');
+        m_journal.flush();
+    });
+}
+
+void Station::togglePaper()
+{
+    m_register.setPaper(!m_register.hasPaper());
+    std::fprintf(stderr, "spf-emulator: paper is %s\n", m_register.hasPaper() ? "in" : "out");
+}
+
+void Station::receive(const QByteArray& bytes)
+{
+    trace("<", bytes);
+    m_protocol.receive(bytes);
+    pump();
+}
+
+void Station::pump()
+{
+    const QByteArray bytes = m_outbox.take();
+    if (!bytes.isEmpty()) {
+        trace(">", bytes);
+        m_line->write(bytes);
+    }
+    if (const std::optional<qint64> due = m_outbox.nextDue())
+        m_timer.start(static_cast<int>(qMax<qint64>(1, *due - m_clock.milliseconds())));
+}
+
+void Station::trace(const char* direction, const QByteArray& bytes) const
+{
+    if (m_options.trace)
+        std::fprintf(stderr, "%s %s\n", direction, bytes.toHex(' ').constData());
+}

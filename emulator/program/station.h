@@ -1,0 +1,39 @@
+#pragma once
+
+#include "hexprotocol.h"
+#include "line.h"
+#include "options.h"
+
+#include <QFile>
+#include <QTimer>
+
+/// Puts register, protocol and line together and keeps the tape and the journal on disk.
+class Station : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Station(const Options& options, QObject* parent = nullptr);
+
+    /// Opens line and files; empty when all went well.
+    QString open();
+    QString address() const { return m_line->address(); }
+    void togglePaper();
+
+private:
+    QString openLine();
+    void connectPaper();
+    void receive(const QByteArray& bytes);
+    void pump();
+    void trace(const char* direction, const QByteArray& bytes) const;
+
+    Options m_options;
+    emulator::SystemClock m_clock;
+    emulator::Register m_register;
+    emulator::Outbox m_outbox;
+    emulator::HexProtocol m_protocol;
+    Line* m_line = nullptr;
+    QTimer m_timer;
+    QFile m_tape;
+    QFile m_journal;
+};

@@ -1,0 +1,31 @@
+#pragma once
+
+namespace emulator {
+
+/// The register's verdict on a command. The numbers are the answer codes of the HEX protocol.
+enum class Refusal {
+    None = 0,
+    WrongState = 1,
+    UnknownFunction = 2,
+    BadValue = 3,
+    BadPassword = 6,
+    BadCheckValue = 7,
+    NoPaper = 8,
+    ShiftTooLong = 10,
+    ClockDiffers = 11,
+    DateTooEarly = 12,
+    NoDocument = 13,
+    NegativeResult = 14,
+    DriveWrongState = 82,
+    DriveExpired = 85,
+    DriveHasNoData = 88,
+    TooManyPositions = 94,
+    NotRegistered = 105,
+    MarkingForbidden = 130,
+    MarkingOutOfOrder = 131,
+    MarkingTableFull = 133,
+    RequisitesMissing = 140,
+    MarkingNotChecked = 142
+};
+
+} // namespace emulator
