@@ -1,0 +1,145 @@
+#include "application.h"
+
+#include "command.h"
+#include "errors.h"
+#include "exceptions.h"
+#include "interruption.h"
+#include "logging.h"
+#include "receipterror.h"
+#include "registersession.h"
+
+#include <QCoreApplication>
+#include <QJsonDocument>
+
+#include <cstdio>
+
+namespace frctl {
+
+namespace {
+
+/// What is told when a command did not come to its end.
+struct Complaint
+{
+    int status = ExitFailure;
+    QString text;
+    QString exception;
+    DocumentOutcome outcome = DocumentOutcome::None;
+    bool isUsage = false;
+};
+
+void print(std::FILE* stream, const QString& text)
+{
+    std::fputs((text + QLatin1Char('\n')).toUtf8().constData(), stream);
+}
+
+void printJson(const QJsonObject& json)
+{
+    print(stdout, QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact)));
+}
+
+QString usage()
+{
+    return QStringLiteral("Usage: frctl [OPTION]... COMMAND [ARGUMENT]...");
+}
+
+QString help()
+{
+    QString text
+        = usage() + QStringLiteral("\nWorks a fiscal register through its driver plugin.\n\nCommands:\n");
+    for (const Command& command : commands()) {
+        const QString name
+            = QLatin1String(command.name) + QLatin1Char(' ') + QLatin1String(command.arguments);
+        text += QStringLiteral("  %1 %2\n").arg(name.leftJustified(26), QLatin1String(command.help));
+    }
+    return text + QLatin1Char('\n') + optionsHelp()
+        + QStringLiteral(
+            "\nExit status: 0 done, 1 the register or its line failed, 2 wrong usage or a wrong file "
+            "(nothing was sent),\n130 interrupted.");
+}
+
+Complaint complaintOf(const std::exception_ptr& exception)
+{
+    try {
+        std::rethrow_exception(exception);
+    } catch (const UsageError& error) {
+        return {ExitUsage, QString::fromUtf8(error.what()), QStringLiteral("UsageError"), {}, true};
+    } catch (const ReceiptError& error) {
+        return {ExitUsage, QString::fromUtf8(error.what()), QStringLiteral("ReceiptError")};
+    } catch (const RegisterError& error) {
+        return {ExitFailure, QString::fromUtf8(error.what()), error.exceptionName(), error.outcome()};
+    } catch (const Interrupted& error) {
+        return {
+            ExitInterrupted, QStringLiteral("interrupted"), QStringLiteral("Interrupted"), error.outcome()};
+    } catch (const HostError& error) {
+        return {ExitFailure, QString::fromUtf8(error.what()), QStringLiteral("HostError")};
+    } catch (const BasicException& error) {
+        return {ExitFailure, error.tr().ru(), exceptionClassName(error)};
+    } catch (const std::exception& error) {
+        return {ExitFailure, QString::fromUtf8(error.what()), QStringLiteral("std::exception")};
+    }
+}
+
+int report(const Complaint& complaint, bool json)
+{
+    print(stderr, QStringLiteral("frctl: ") + complaint.text);
+    const QString outcome = outcomeText(complaint.outcome);
+    if (!outcome.isEmpty())
+        print(stderr, QStringLiteral("frctl: ") + outcome);
+    if (complaint.isUsage)
+        print(stderr, usage() + QStringLiteral("\nTry frctl --help."));
+    if (json) {
+        QJsonObject object{
+            {QStringLiteral("error"), complaint.text}, {QStringLiteral("exception"), complaint.exception}};
+        if (complaint.outcome != DocumentOutcome::None)
+            object.insert(QStringLiteral("document"), outcomeName(complaint.outcome));
+        printJson(object);
+    }
+    return complaint.status;
+}
+
+Output work(const Options& options)
+{
+    const Task task = findCommand(options).prepare(options);
+    if (task.alone)
+        return task.alone();
+    if (options.port.isEmpty())
+        throw UsageError(QStringLiteral("%1 needs a register: --port").arg(options.command));
+    catchInterruptions();
+    RegisterSession session(options);
+    session.connect(task.withInit, task.cashier.value_or(options.cashier));
+    return task.onRegister(session.driver());
+}
+
+int run(const Options& options)
+{
+    if (options.help) {
+        print(stdout, help());
+        return ExitSuccess;
+    }
+    if (options.version) {
+        print(stdout, QStringLiteral("frctl ") + QCoreApplication::applicationVersion());
+        return ExitSuccess;
+    }
+    setUpLogging(options.logLevel);
+    const Output output = work(options);
+    if (options.json)
+        printJson(output.json);
+    else
+        print(stdout, output.lines.join(QLatin1Char('\n')));
+    return ExitSuccess;
+}
+
+} // namespace
+
+int runApplication(const QStringList& commandLine)
+{
+    // Also for a command line that cannot be read.
+    const bool json = commandLine.contains(QStringLiteral("--json"));
+    try {
+        return run(parseOptions(commandLine));
+    } catch (...) {
+        return report(complaintOf(std::current_exception()), json);
+    }
+}
+
+} // namespace frctl

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "errors.h"
+
+#include <functional>
+
+class AbstractFrDriver;
+
+namespace frctl {
+
+/// The three stretches of work on a document, as far as a failure is concerned.
+struct DocumentSteps
+{
+    /// From the opening on. When it fails, the document is cancelled.
+    std::function<void()> fill;
+    /// When it fails, nobody knows whether the document was issued: it is neither cancelled nor repeated.
+    std::function<void()> close;
+    /// The document is issued, whatever happens here. May be empty.
+    std::function<void()> finish;
+};
+
+/// Runs the steps. Throws RegisterError with the outcome for the document, or Interrupted with it.
+void runDocument(AbstractFrDriver& driver, const DocumentSteps& steps);
+
+} // namespace frctl

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "command.h"
+
+namespace frctl {
+
+Task prepareInfo(const Options& options);
+
+} // namespace frctl

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "options.h"
+
+namespace frctl {
+
+/// Sends the log to stderr, from the level on. QT_LOGGING_RULES still overrules it.
+void setUpLogging(Options::LogLevel level);
+
+} // namespace frctl

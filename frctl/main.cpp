@@ -1,0 +1,14 @@
+#include "application.h"
+#include "logging.h"
+
+#include <QCoreApplication>
+
+int main(int argc, char** argv)
+{
+    // Before Qt has a word to say about the locale.
+    frctl::setUpLogging(frctl::Options::Error);
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("frctl"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(FRCTL_VERSION));
+    return frctl::runApplication(QCoreApplication::arguments());
+}

@@ -1,0 +1,136 @@
+#include "options.h"
+
+#include "errors.h"
+
+#include <QCommandLineParser>
+
+namespace frctl {
+
+namespace {
+
+struct OptionRow
+{
+    const char* name;
+    /// Null for a switch.
+    const char* value;
+    const char* help;
+};
+
+constexpr OptionRow Rows[] = {
+    {"port", "PORT", "The register's line: /dev/tty..., the link of a pty, or tcp:host:port."},
+    {"protocol", "HEX|XML", "Protocol of the register (XML)."},
+    {"protocol-version", "TEXT", "Version of the control protocol that XML requests carry."},
+    {"plugin", "FILE|DIR", "The driver plugin, or a folder to look for it; may be repeated."},
+    {"device-id", "N", "Number of the register, 0 to 19 (0)."},
+    {"no-speed-enumeration", nullptr, "Keep to the last good speed when a connection is repeated."},
+    {"option", "BIT=on|off", "Overrule a driver option, BIT as 0x10 or 16; may be repeated."},
+    {"cashier", "NAME", "The cashier; goes before the one that a receipt names."},
+    {"cashier-inn", "INN", "The cashier's tax number."},
+    {"log-level", "LEVEL", "trace, debug, info, warn or error (error); the log goes to stderr."},
+    {"json", nullptr, "Print one JSON object."},
+    {"help", nullptr, "Show this help."},
+    {"version", nullptr, "Show the version."},
+};
+
+void addOptions(QCommandLineParser& parser)
+{
+    for (const OptionRow& row : Rows) {
+        QCommandLineOption option(QString::fromLatin1(row.name), QString::fromLatin1(row.help));
+        if (row.value != nullptr)
+            option.setValueName(QString::fromLatin1(row.value));
+        parser.addOption(option);
+    }
+}
+
+QString protocol(const QString& text)
+{
+    // The plugin takes whatever is not HEX for XML; a misspelt name must not end there.
+    if (text != QStringLiteral("HEX") && text != QStringLiteral("XML"))
+        throw UsageError(QStringLiteral("--protocol: \"%1\" is neither HEX nor XML").arg(text));
+    return text;
+}
+
+unsigned deviceId(const QString& text)
+{
+    bool ok = false;
+    const unsigned id = text.toUInt(&ok);
+    if (!ok || id > 19)
+        throw UsageError(QStringLiteral("--device-id: \"%1\" is not a number from 0 to 19").arg(text));
+    return id;
+}
+
+void addDriverOption(const QString& text, hw::fr::DriverOptions& options)
+{
+    const QStringList parts = text.split(QLatin1Char('='));
+    bool ok = false;
+    const quint64 bit = parts.constFirst().toULongLong(&ok, 0);
+    const bool on = parts.size() == 2 && parts.at(1) == QStringLiteral("on");
+    const bool off = parts.size() == 2 && parts.at(1) == QStringLiteral("off");
+    if (!ok || bit == 0 || (bit & (bit - 1)) != 0 || (!on && !off))
+        throw UsageError(QStringLiteral("--option: \"%1\" is not BIT=on or BIT=off").arg(text));
+    options.insert(static_cast<hw::fr::Option>(bit), on);
+}
+
+Options::LogLevel logLevel(const QString& text)
+{
+    static const QStringList names{QStringLiteral("trace"), QStringLiteral("debug"), QStringLiteral("info"),
+        QStringLiteral("warn"), QStringLiteral("error")};
+    const qsizetype index = names.indexOf(text);
+    if (index < 0)
+        throw UsageError(
+            QStringLiteral("--log-level: \"%1\" is none of %2").arg(text, names.join(QStringLiteral(", "))));
+    return static_cast<Options::LogLevel>(index);
+}
+
+void readValues(const QCommandLineParser& parser, Options& options)
+{
+    const auto value = [&parser](const char* name) { return parser.value(QString::fromLatin1(name)); };
+    const auto isSet = [&parser](const char* name) { return parser.isSet(QString::fromLatin1(name)); };
+    options.port = value("port");
+    options.protocolVersion = value("protocol-version");
+    options.plugins = parser.values(QStringLiteral("plugin"));
+    options.speedEnumerate = !isSet("no-speed-enumeration");
+    options.cashier.name = value("cashier");
+    options.cashier.inn = value("cashier-inn");
+    if (isSet("protocol"))
+        options.protocol = protocol(value("protocol"));
+    if (isSet("device-id"))
+        options.deviceId = deviceId(value("device-id"));
+    if (isSet("log-level"))
+        options.logLevel = logLevel(value("log-level"));
+    for (const QString& text : parser.values(QStringLiteral("option")))
+        addDriverOption(text, options.driverOptions);
+}
+
+} // namespace
+
+Options parseOptions(const QStringList& commandLine)
+{
+    QCommandLineParser parser;
+    addOptions(parser);
+    if (!parser.parse(commandLine))
+        throw UsageError(parser.errorText());
+    Options options;
+    options.json = parser.isSet(QStringLiteral("json"));
+    options.help = parser.isSet(QStringLiteral("help"));
+    options.version = parser.isSet(QStringLiteral("version"));
+    readValues(parser, options);
+    options.arguments = parser.positionalArguments();
+    if (!options.arguments.isEmpty())
+        options.command = options.arguments.takeFirst();
+    return options;
+}
+
+QString optionsHelp()
+{
+    QString help = QStringLiteral("Options:\n");
+    for (const OptionRow& row : Rows) {
+        QString name = QStringLiteral("--") + QString::fromLatin1(row.name);
+        if (row.value != nullptr)
+            name += QLatin1Char(' ') + QString::fromLatin1(row.value);
+        help += QStringLiteral("  %1 %2\n").arg(name.leftJustified(26), QString::fromLatin1(row.help));
+    }
+    return help;
+}
+
+} // namespace frctl

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "driveroptions.h"
+#include "fruser.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace frctl {
+
+/// What the command line says.
+struct Options
+{
+    enum LogLevel { Trace, Debug, Info, Warn, Error };
+
+    QString port;
+    QString protocol = QStringLiteral("XML");
+    /// Empty for the plugin's own.
+    QString protocolVersion;
+    /// Files or folders.
+    QStringList plugins;
+    unsigned deviceId = 0;
+    bool speedEnumerate = true;
+    hw::fr::DriverOptions driverOptions;
+    FrUser cashier;
+    LogLevel logLevel = Error;
+    bool json = false;
+    bool help = false;
+    bool version = false;
+    QString command;
+    QStringList arguments;
+};
+
+/// Throws UsageError. The first argument is the program's name.
+Options parseOptions(const QStringList& commandLine);
+/// The text of --help, without the commands.
+QString optionsHelp();
+
+} // namespace frctl

@@ -1,0 +1,80 @@
+#include "plugin.h"
+
+#include "errors.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QLibrary>
+#include <QPluginLoader>
+#include <QVariant>
+
+#include <optional>
+
+namespace frctl {
+
+namespace {
+
+QStringList defaultPlaces()
+{
+    const QString path = qEnvironmentVariable("FRSPF_PLUGIN_PATH");
+    const QString program = QCoreApplication::applicationDirPath();
+    return path.split(QDir::listSeparator(), Qt::SkipEmptyParts)
+        + QStringList{
+            program + QStringLiteral("/../plugins"), program + QStringLiteral("/../lib/frspf/plugins")};
+}
+
+QStringList libraries(const QString& place)
+{
+    const QFileInfo info(place);
+    if (!info.isDir())
+        return {place};
+    QStringList files;
+    for (const QFileInfo& entry : QDir(place).entryInfoList(QDir::Files, QDir::Name)) {
+        if (QLibrary::isLibrary(entry.fileName()))
+            files.append(entry.absoluteFilePath());
+    }
+    return files;
+}
+
+std::optional<PluginFile> inspect(const QString& fileName)
+{
+    const QJsonObject metaData = QPluginLoader(fileName).metaData();
+    const QJsonObject own = metaData.value(QStringLiteral("MetaData")).toObject();
+    if (own.value(QStringLiteral("name")).toString() != QStringLiteral("spf")
+        || own.value(QStringLiteral("type")).toString() != QStringLiteral("fr"))
+        return std::nullopt;
+    return PluginFile{QFileInfo(fileName).canonicalFilePath(), metaData};
+}
+
+} // namespace
+
+PluginFile findPlugin(const QStringList& places)
+{
+    const QStringList searched = places.isEmpty() ? defaultPlaces() : places;
+    for (const QString& place : searched) {
+        for (const QString& fileName : libraries(place)) {
+            if (const auto plugin = inspect(fileName))
+                return *plugin;
+        }
+    }
+    throw HostError(
+        QStringLiteral("no plugin for this register in %1").arg(searched.join(QStringLiteral(", "))));
+}
+
+std::unique_ptr<QObject> createDeviceObject(const PluginFile& plugin)
+{
+    QPluginLoader loader(plugin.fileName);
+    QObject* factory = loader.instance();
+    if (factory == nullptr)
+        throw HostError(loader.errorString());
+    QVariant object;
+    if (!QMetaObject::invokeMethod(factory, "getObject", Q_RETURN_ARG(QVariant, object)))
+        throw HostError(QStringLiteral("%1 has no getObject").arg(plugin.fileName));
+    std::unique_ptr<QObject> device(object.value<QObject*>());
+    if (!device)
+        throw HostError(QStringLiteral("%1 gives no device object").arg(plugin.fileName));
+    return device;
+}
+
+} // namespace frctl

@@ -1,0 +1,73 @@
+#include "registersession.h"
+
+#include "abstractfiscalregister.h"
+#include "abstractfrdriver.h"
+#include "errors.h"
+#include "interruption.h"
+#include "plugin.h"
+#include "serialdevicefactory.h"
+#include "streamdevice.h"
+
+namespace frctl {
+
+RegisterSession::RegisterSession(const Options& options)
+{
+    m_deviceObject = createDeviceObject(findPlugin(options.plugins));
+    openLine(options);
+    buildDriver(options);
+    try {
+        m_driver->portOpen();
+    } catch (...) {
+        m_driver->portClose();
+        throw;
+    }
+}
+
+RegisterSession::~RegisterSession()
+{
+    m_driver->portClose();
+}
+
+void RegisterSession::openLine(const Options& options)
+{
+    m_line = devices::createSerialDevice(options.port);
+    if (!m_line)
+        throw UsageError(QStringLiteral("--port: \"%1\" names no port").arg(options.port));
+    m_line->setWaitCallback(throwIfInterrupted);
+    // The driver sets up the line before it opens it, and a closed line takes no settings.
+    if (!m_line->open())
+        throw HostError(
+            QStringLiteral("port %1 cannot be opened: %2").arg(options.port, m_line->errorString()));
+}
+
+void RegisterSession::setProperty(const char* name, const QVariant& value)
+{
+    if (!m_deviceObject->setProperty(name, value))
+        throw HostError(QStringLiteral("the plugin does not take its property %1").arg(QLatin1String(name)));
+}
+
+void RegisterSession::buildDriver(const Options& options)
+{
+    setProperty("serialObj", QVariant::fromValue<QObject*>(m_line.get()));
+    setProperty("protocol", options.protocol);
+    setProperty("deviceId", options.deviceId);
+    setProperty("speedEnumerate", options.speedEnumerate);
+    setProperty("driverOptions", QVariant::fromValue(options.driverOptions));
+    if (!options.protocolVersion.isEmpty())
+        setProperty("protocolVer", options.protocolVersion);
+    QMetaObject::invokeMethod(m_deviceObject.get(), "init");
+    auto* const fiscalRegister = qobject_cast<hw::AbstractFiscalRegister*>(m_deviceObject.get());
+    m_driver = fiscalRegister != nullptr ? fiscalRegister->getLegacyDriver() : nullptr;
+    if (m_driver == nullptr)
+        throw HostError(QStringLiteral("the plugin gives no driver"));
+}
+
+void RegisterSession::connect(bool withInit, const FrUser& cashier)
+{
+    m_driver->connect();
+    if (withInit)
+        m_driver->init();
+    m_driver->cashierLogin(cashier);
+}
+
+} // namespace frctl

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "options.h"
+
+#include <QObject>
+
+#include <memory>
+
+class AbstractFrDriver;
+
+namespace devices {
+class StreamDevice;
+}
+
+namespace frctl {
+
+/// The register at work, from the open port to the closed one: loads the plugin, opens the line, builds the
+/// driver, opens its port, and closes everything again on whatever way it is left.
+class RegisterSession
+{
+public:
+    /// Throws HostError for the host's own side, the driver's exceptions otherwise.
+    explicit RegisterSession(const Options& options);
+    ~RegisterSession();
+    RegisterSession(const RegisterSession&) = delete;
+    RegisterSession& operator=(const RegisterSession&) = delete;
+
+    /// Reaches the register. Without init a document that was left open stays as it is.
+    void connect(bool withInit, const FrUser& cashier);
+    AbstractFrDriver& driver() { return *m_driver; }
+
+private:
+    void openLine(const Options& options);
+    void buildDriver(const Options& options);
+    void setProperty(const char* name, const QVariant& value);
+
+    // The device object works on the line until it is destroyed, so the line is destroyed after it.
+    std::unique_ptr<devices::StreamDevice> m_line;
+    std::unique_ptr<QObject> m_deviceObject;
+    AbstractFrDriver* m_driver = nullptr;
+};
+
+} // namespace frctl

@@ -1,0 +1,147 @@
+#include "servicecommands.h"
+
+#include "abstractfrdriver.h"
+#include "currenttime.h"
+#include "errors.h"
+#include "mockfactory.h"
+#include "positionparser.h"
+
+#include <QJsonArray>
+
+namespace frctl {
+
+namespace {
+
+Task onRegister(std::function<Output(AbstractFrDriver&)> run)
+{
+    Task task;
+    task.onRegister = std::move(run);
+    return task;
+}
+
+Output status(AbstractFrDriver& driver)
+{
+    const DeviceInfo info = driver.getDeviceInfo();
+    const QString time = driver.getDateTime().toString(Qt::ISODate);
+    const bool shiftOpen = driver.isShiftOpen();
+    const QStringList description = driver.getDeviceStateDescription();
+    Output output;
+    output.json
+        = {{QStringLiteral("model"), info.getModelName()}, {QStringLiteral("modelCode"), info.getModelCode()},
+            {QStringLiteral("serialNumber"), info.getNumber()},
+            {QStringLiteral("firmware"), info.getFirmwareVersion()},
+            {QStringLiteral("lineWidth"), static_cast<int>(info.getBandWidth())},
+            {QStringLiteral("time"), time}, {QStringLiteral("shiftOpen"), shiftOpen},
+            {QStringLiteral("state"), QJsonArray::fromStringList(description)}};
+    output.lines = {QStringLiteral("model: %1").arg(info.getModelName()),
+        QStringLiteral("serial number: %1").arg(info.getNumber()),
+        QStringLiteral("firmware: %1").arg(info.getFirmwareVersion()), QStringLiteral("time: %1").arg(time),
+        QStringLiteral("shift: %1").arg(shiftOpen ? QStringLiteral("open") : QStringLiteral("closed"))};
+    output.lines += description;
+    return output;
+}
+
+Output openShift(AbstractFrDriver& driver)
+{
+    const bool wasOpen = driver.isShiftOpen();
+    driver.openShift();
+    const QString text
+        = wasOpen ? QStringLiteral("the shift was open already") : QStringLiteral("shift opened");
+    return {{text}, {{QStringLiteral("opened"), !wasOpen}}};
+}
+
+Output cancel(AbstractFrDriver& driver)
+{
+    driver.checkCancel();
+    return {{QStringLiteral("document cancelled")}, {{QStringLiteral("cancelled"), true}}};
+}
+
+Output openDrawer(AbstractFrDriver& driver)
+{
+    driver.drawerOpen();
+    return {{QStringLiteral("drawer opened")}, {{QStringLiteral("opened"), true}}};
+}
+
+Output drawerState(AbstractFrDriver& driver)
+{
+    const bool open = driver.isCashDrawerOpened();
+    return {{open ? QStringLiteral("open") : QStringLiteral("closed")}, {{QStringLiteral("open"), open}}};
+}
+
+Output getTime(AbstractFrDriver& driver)
+{
+    const QString time = driver.getDateTime().toString(Qt::ISODate);
+    return {{time}, {{QStringLiteral("time"), time}}};
+}
+
+Output setTime(AbstractFrDriver& driver, const QDateTime& time)
+{
+    if (!driver.setDateTime(time))
+        throw HostError(QStringLiteral("the register does not take the time now"));
+    const QString text = time.toString(Qt::ISODate);
+    return {{text}, {{QStringLiteral("time"), text}}};
+}
+
+Output checkMark(AbstractFrDriver& driver, const MarkedPosition& position)
+{
+    const int verdict = driver.checkMarkingCode(position, false);
+    driver.clearMarkingCodes();
+    return {{QStringLiteral("result of the check (tag 2106): %1").arg(verdict)},
+        {{QStringLiteral("result"), verdict}}};
+}
+
+} // namespace
+
+Task prepareStatus(const Options&)
+{
+    return onRegister(status);
+}
+
+Task prepareOpenShift(const Options&)
+{
+    return onRegister(openShift);
+}
+
+Task prepareCancel(const Options&)
+{
+    Task task = onRegister(cancel);
+    task.withInit = false;
+    return task;
+}
+
+Task prepareDrawer(const Options& options)
+{
+    const QString what = options.arguments.constFirst();
+    if (what == QStringLiteral("open"))
+        return onRegister(openDrawer);
+    if (what == QStringLiteral("state"))
+        return onRegister(drawerState);
+    throw UsageError(QStringLiteral("drawer: \"%1\" is neither open nor state").arg(what));
+}
+
+Task prepareTime(const Options& options)
+{
+    const QString what = options.arguments.constFirst();
+    if (what == QStringLiteral("get") && options.arguments.size() == 1)
+        return onRegister(getTime);
+    if (what != QStringLiteral("set"))
+        throw UsageError(QStringLiteral("time takes get, set or set TIME"));
+    const QDateTime time = options.arguments.size() == 1
+        ? MockFactory<CurrentTime>::create()->getCurrentDateTime()
+        : QDateTime::fromString(options.arguments.at(1), Qt::ISODate);
+    if (!time.isValid())
+        throw UsageError(
+            QStringLiteral("time: \"%1\" is not a time as 2024-12-31T23:59:59").arg(options.arguments.at(1)));
+    return onRegister([time](AbstractFrDriver& driver) { return setTime(driver, time); });
+}
+
+Task prepareMark(const Options& options)
+{
+    MarkedPosition position;
+    position.markingCode = markFromText(options.arguments.constFirst());
+    if (position.markingCode.isEmpty())
+        throw UsageError(QStringLiteral("mark: the code is empty"));
+    return onRegister([position](AbstractFrDriver& driver) { return checkMark(driver, position); });
+}
+
+} // namespace frctl

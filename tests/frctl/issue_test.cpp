@@ -1,0 +1,145 @@
+#include "basicfrdriver.h"
+#include "basicfrsettings.h"
+#include "errors.h"
+#include "exceptions.h"
+#include "receiptissuer.h"
+
+#include <gtest/gtest.h>
+
+using namespace frctl;
+
+namespace {
+
+/// Writes down the calls of a host; the one named throws.
+class RecordingDriver : public BasicFrDriver
+{
+public:
+    explicit RecordingDriver(BasicFrSettings* settings)
+        : BasicFrDriver(nullptr, QStringLiteral("test"), settings)
+    {
+    }
+
+    void openShift() override { note("openShift"); }
+    int checkMarkingCode(const MarkedPosition& position, bool) override
+    {
+        note("mark");
+        status = position.status;
+        return 15;
+    }
+    void clearMarkingCodes() override { note("clear"); }
+    void checkOpen(const FiscalDocument&) override { note("open"); }
+    void setRequisite(const FdRequisite&) override { note("requisite"); }
+    void checkAddPosition(const FrPosition&) override { note("position"); }
+    void checkPrint(const QList<QString>&) override { note("print"); }
+    void barcodePrint(const Barcode&) override { note("barcode"); }
+    void checkTotal() override { note("total"); }
+    void checkPay(const FrPayment&) override { note("pay"); }
+    QJsonObject checkClose(const FiscalDocument&) override
+    {
+        note("close");
+        return {};
+    }
+    void checkCancel() override { note("cancel"); }
+    void checkWaitForPrint() override { note("wait"); }
+
+    std::string calls;
+    std::string failing;
+    bool interrupt = false;
+    int status = 0;
+
+private:
+    void note(const std::string& call)
+    {
+        calls += (calls.empty() ? "" : " ") + call;
+        if (failing.find(call) == std::string::npos)
+            return;
+        if (interrupt)
+            throw Interrupted();
+        throw FrPaperException(QStringLiteral("Нет бумаги"));
+    }
+};
+
+class Issue : public testing::Test
+{
+protected:
+    Issue()
+    {
+        ReceiptItem goods;
+        goods.position = FrPosition(QStringLiteral("Молоко"), 10, 1);
+        goods.position.setMarkingCode(QStringLiteral("0104"), MarkCommon);
+        ReceiptItem text;
+        text.kind = ReceiptItem::Text;
+        ReceiptItem barcode;
+        barcode.kind = ReceiptItem::BarcodeItem;
+        receipt.items = {text, goods, barcode};
+        receipt.requisites = {FdRequisite(EFrDriver::CustomerAddress, QStringLiteral("+7"))};
+        receipt.payments = {FrPayment(1, 4), FrPayment(0, 6)};
+    }
+
+    BasicFrSettings settings;
+    RecordingDriver driver{&settings};
+    Receipt receipt;
+};
+
+const std::string Filled = "openShift mark open requisite print position barcode total pay pay";
+
+TEST_F(Issue, ReceiptGoesInTheOrderOfTheContract)
+{
+    issueReceipt(driver, receipt);
+    EXPECT_EQ(driver.calls, Filled + " close wait clear");
+    EXPECT_EQ(driver.status, 1);
+}
+
+TEST_F(Issue, MeasuredGoodsComeBackMeasured)
+{
+    receipt.document.setDocumentType(hw::fr::CheckSaleReturn);
+    receipt.items[1].position.setFrUnit(11);
+    issueReceipt(driver, receipt);
+    EXPECT_EQ(driver.status, 4);
+}
+
+TEST_F(Issue, FailureDecidesWhatBecomesOfTheDocument)
+{
+    struct Row
+    {
+        const char* failing;
+        bool interrupt;
+        std::string calls;
+        DocumentOutcome outcome;
+    };
+    const Row rows[] = {
+        {"openShift", false, "openShift", DocumentOutcome::None},
+        {"mark", false, "openShift mark clear", DocumentOutcome::None},
+        {"total", false, "openShift mark open requisite print position barcode total cancel clear",
+            DocumentOutcome::Cancelled},
+        {"total cancel", false, "openShift mark open requisite print position barcode total cancel",
+            DocumentOutcome::NotCancelled},
+        {"total", true, "openShift mark open requisite print position barcode total",
+            DocumentOutcome::NotCancelled},
+        {"close", false, Filled + " close", DocumentOutcome::Unknown},
+        {"close", true, Filled + " close", DocumentOutcome::Unknown},
+        {"wait", false, Filled + " close wait", DocumentOutcome::Issued},
+    };
+    for (const Row& row : rows) {
+        driver.calls.clear();
+        driver.failing = row.failing;
+        driver.interrupt = row.interrupt;
+        DocumentOutcome outcome = DocumentOutcome::None;
+        try {
+            issueReceipt(driver, receipt);
+            ADD_FAILURE() << row.failing;
+        } catch (const RegisterError& error) {
+            outcome = error.outcome();
+            EXPECT_EQ(error.exceptionName(), QStringLiteral("FrPaperException"));
+            EXPECT_STREQ(error.what(), "Нет бумаги");
+        } catch (const Interrupted& interrupted) {
+            outcome = interrupted.outcome();
+        } catch (const BasicException&) {
+            // Before there is a document.
+        }
+        EXPECT_EQ(driver.calls, row.calls) << row.failing;
+        EXPECT_EQ(outcome, row.outcome) << row.failing;
+    }
+}
+
+} // namespace

@@ -1,0 +1,73 @@
+#include "command.h"
+#include "errors.h"
+#include "options.h"
+
+#include <gtest/gtest.h>
+
+using namespace frctl;
+
+namespace {
+
+Options parse(const char* line)
+{
+    return parseOptions(QStringList{QStringLiteral("frctl")}
+        + QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts));
+}
+
+std::string usageError(const char* line)
+{
+    try {
+        const Options options = parse(line);
+        findCommand(options).prepare(options);
+    } catch (const UsageError& error) {
+        return error.what();
+    }
+    return {};
+}
+
+TEST(Options, AreRead)
+{
+    const Options options
+        = parse("--port tcp:register:7 --protocol HEX --protocol-version 12.0 --plugin a "
+                "--plugin b --device-id 19 --option 0x10=off --option 4=on --cashier Иванова "
+                "--cashier-inn 772100000008 --log-level trace --json "
+                "--no-speed-enumeration time set 2024-12-31T23:59:59");
+    EXPECT_EQ(options.port, QStringLiteral("tcp:register:7"));
+    EXPECT_EQ(options.protocol, QStringLiteral("HEX"));
+    EXPECT_EQ(options.protocolVersion, QStringLiteral("12.0"));
+    EXPECT_EQ(options.plugins.size(), 2);
+    EXPECT_EQ(options.deviceId, 19U);
+    EXPECT_FALSE(options.speedEnumerate);
+    EXPECT_EQ(options.driverOptions,
+        (hw::fr::DriverOptions{{hw::fr::OptionUseFn, false}, {hw::fr::OptionBit2, true}}));
+    EXPECT_EQ(options.cashier.name, QStringLiteral("Иванова"));
+    EXPECT_EQ(options.cashier.inn, QStringLiteral("772100000008"));
+    EXPECT_EQ(options.logLevel, Options::Trace);
+    EXPECT_TRUE(options.json);
+    EXPECT_EQ(options.command, QStringLiteral("time"));
+    EXPECT_EQ(options.arguments.size(), 2);
+    EXPECT_EQ(parse("status").protocol, QStringLiteral("XML"));
+}
+
+TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
+{
+    struct Row
+    {
+        const char* line;
+        const char* error;
+    };
+    for (const Row& row : {Row{"--color status", "Unknown option"}, {"--port", "Missing value"},
+             {"--protocol hex status", "--protocol:"}, {"--device-id 20 status", "--device-id:"},
+             {"--device-id x status", "--device-id:"}, {"--option 16 status", "--option:"},
+             {"--option 3=on status", "--option:"}, {"--option 4=yes status", "--option:"},
+             {"--log-level all status", "--log-level:"}, {"", "no command"}, {"sel a", "no command \"sel\""},
+             {"sell", "sell takes FILE"}, {"status now", "status takes no arguments"},
+             {"drawer shut", "drawer:"}, {"time set noon", "time:"}, {"time get 5", "time takes"},
+             {"cash-in 0", "cash-in:"}, {"cash-out 1.005", "cash-out:"}, {"cash-in ten", "cash-in:"},
+             {"sell no-such-file", "no-such-file:"}, {"print no-such-file", "no-such-file:"}})
+        EXPECT_EQ(usageError(row.line).rfind(row.error, 0), 0U) << row.line << ": " << usageError(row.line);
+    for (const char* line : {"cash-in 100.50", "drawer state", "time set", "mark 01046", "info", "cancel"})
+        EXPECT_EQ(usageError(line), "") << line;
+}
+
+} // namespace
