@@ -14,8 +14,8 @@ namespace {
 class RecordingDriver : public BasicFrDriver
 {
 public:
-    explicit RecordingDriver(BasicFrSettings* settings)
-        : BasicFrDriver(nullptr, QStringLiteral("test"), settings)
+    explicit RecordingDriver(BasicFrSettings* ownSettings)
+        : BasicFrDriver(nullptr, QStringLiteral("test"), ownSettings)
     {
     }
 
