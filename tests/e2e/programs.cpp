@@ -1,0 +1,83 @@
+#include "programs.h"
+
+#include <QFile>
+#include <QJsonDocument>
+
+#include <csignal>
+
+namespace {
+
+constexpr int PatienceMs = 30000;
+
+QStringList withPlugin(const QStringList& arguments)
+{
+    return QStringList{QStringLiteral("--plugin"), QStringLiteral(SPF_PLUGIN)} + arguments;
+}
+
+Result resultOf(QProcess& process, QByteArray errors = {})
+{
+    process.waitForFinished(PatienceMs);
+    errors += process.readAllStandardError();
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+        process.readAllStandardOutput(), errors};
+}
+
+} // namespace
+
+QByteArray readAll(const QString& fileName)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+Emulator::Emulator(const QStringList& options)
+{
+    const QStringList own{QStringLiteral("--quiet"), QStringLiteral("--pty"), port(),
+        QStringLiteral("--tape"), m_dir.filePath(QStringLiteral("tape")), QStringLiteral("--journal"),
+        m_dir.filePath(QStringLiteral("journal"))};
+    m_process.setReadChannel(QProcess::StandardError);
+    m_process.start(QStringLiteral(SPF_EMULATOR), own + options);
+    QByteArray said;
+    while (!said.contains("ready") && m_process.waitForReadyRead(PatienceMs))
+        said += m_process.readAllStandardError();
+}
+
+Emulator::~Emulator()
+{
+    m_process.terminate();
+    m_process.waitForFinished(PatienceMs);
+}
+
+QString Emulator::tape() const
+{
+    return QString::fromUtf8(readAll(m_dir.filePath(QStringLiteral("tape"))));
+}
+
+QList<QJsonObject> Emulator::journal() const
+{
+    QList<QJsonObject> documents;
+    for (const QByteArray& line : readAll(m_dir.filePath(QStringLiteral("journal"))).split('\n')) {
+        if (!line.isEmpty())
+            documents.append(QJsonDocument::fromJson(line).object());
+    }
+    return documents;
+}
+
+Result runFrctl(const QStringList& arguments)
+{
+    QProcess process;
+    process.start(QStringLiteral(FRCTL), withPlugin(arguments));
+    return resultOf(process);
+}
+
+Result interruptFrctl(const QStringList& arguments, const QByteArray& after, int signal)
+{
+    QProcess process;
+    process.setReadChannel(QProcess::StandardError);
+    process.start(QStringLiteral(FRCTL), withPlugin(arguments));
+    QByteArray errors;
+    while (!errors.contains(after) && process.waitForReadyRead(PatienceMs))
+        errors += process.readAllStandardError();
+    kill(static_cast<pid_t>(process.processId()), signal);
+    return resultOf(process, errors);
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QList>
+#include <QProcess>
+#include <QTemporaryDir>
+
+/// The software register on a pseudo terminal of its own, from construction to destruction.
+class Emulator
+{
+public:
+    explicit Emulator(const QStringList& options = {});
+    ~Emulator();
+
+    QString port() const { return m_dir.filePath(QStringLiteral("register")); }
+    QString tape() const;
+    /// The documents of its journal.
+    QList<QJsonObject> journal() const;
+
+private:
+    QTemporaryDir m_dir;
+    QProcess m_process;
+};
+
+/// What frctl came to.
+struct Result
+{
+    int status = -1;
+    QByteArray output;
+    QByteArray errors;
+};
+
+/// Starts frctl with the built plugin and waits until it has ended.
+Result runFrctl(const QStringList& arguments);
+/// Starts it, sends the signal once the text has stood in its messages, and waits until it has ended.
+Result interruptFrctl(const QStringList& arguments, const QByteArray& after, int signal);
+QByteArray readAll(const QString& fileName);
