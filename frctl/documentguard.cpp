@@ -17,12 +17,18 @@ DocumentOutcome cancelAfterFailure(AbstractFrDriver& driver)
     }
 }
 
-void runStep(const std::function<void()>& step, DocumentOutcome outcome)
+/// Runs the step; recover tells after a failure of the register what has become of the document, without it
+/// and after an interruption it is the outcome given. An interrupted register was not answering: another
+/// exchange would only make the user wait.
+void runStep(const std::function<void()>& step, DocumentOutcome outcome,
+    const std::function<DocumentOutcome(const BasicException&)>& recover = {})
 {
+    if (!step)
+        return;
     try {
         step();
     } catch (const BasicException& failure) {
-        throw RegisterError(failure, outcome);
+        throw RegisterError(failure, recover ? recover(failure) : outcome);
     } catch (const Interrupted&) {
         throw Interrupted(outcome);
     }
@@ -32,17 +38,19 @@ void runStep(const std::function<void()>& step, DocumentOutcome outcome)
 
 void runDocument(AbstractFrDriver& driver, const DocumentSteps& steps)
 {
-    try {
-        steps.fill();
-    } catch (const BasicException& failure) {
-        throw RegisterError(failure, cancelAfterFailure(driver));
-    } catch (const Interrupted&) {
-        // The register was not answering; another exchange would only make the user wait.
-        throw Interrupted(DocumentOutcome::NotCancelled);
-    }
-    runStep(steps.close, DocumentOutcome::Unknown);
-    if (steps.finish)
-        runStep(steps.finish, DocumentOutcome::Issued);
+    const auto cancel = [&driver](const BasicException&) { return cancelAfterFailure(driver); };
+    runStep(steps.open, DocumentOutcome::NotCancelled, [&](const BasicException& failure) {
+        const DocumentOutcome outcome = cancelAfterFailure(driver);
+        const bool mayBeOpen = dynamic_cast<const FrNoConnectionException*>(&failure) != nullptr;
+        return outcome == DocumentOutcome::NotCancelled && !mayBeOpen ? DocumentOutcome::None : outcome;
+    });
+    runStep(steps.fill, DocumentOutcome::NotCancelled, cancel);
+    runStep(steps.close, DocumentOutcome::Unknown, [&](const BasicException&) {
+        const bool cancelled
+            = steps.cancelAfterClose && cancelAfterFailure(driver) == DocumentOutcome::Cancelled;
+        return cancelled ? DocumentOutcome::Cancelled : DocumentOutcome::Unknown;
+    });
+    runStep(steps.finish, DocumentOutcome::Issued);
 }
 
 } // namespace frctl

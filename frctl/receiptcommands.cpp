@@ -40,9 +40,10 @@ Task prepareReceipt(const Options& options, bool isReturn)
 Output moveCash(AbstractFrDriver& driver, hw::fr::CheckType type, qint64 sum)
 {
     DocumentSteps steps;
-    steps.fill = [&] { driver.moneyCheckOpen(type, {}); };
+    steps.open = [&] { driver.moneyCheckOpen(type, {}); };
     steps.close = [&] { driver.moneyCheckClose(roubles(sum)); };
     steps.finish = [&] { driver.moneyCheckWaitForPrint(); };
+    steps.cancelAfterClose = true;
     runDocument(driver, steps);
     const QString text
         = type == hw::fr::CheckCashIn ? QStringLiteral("cash in: %1") : QStringLiteral("cash out: %1");
@@ -80,11 +81,10 @@ Output printText(AbstractFrDriver& driver, const QStringList& text)
 {
     const QStringList lines = fittedLines(text, driver.getBandWidthFonts().value(EFrDriver::NormalFont));
     DocumentSteps steps;
-    steps.fill = [&] {
-        driver.textDocOpen(hw::fr::CheckNonFiscal);
-        driver.textDocPrint(lines);
-    };
+    steps.open = [&] { driver.textDocOpen(hw::fr::CheckNonFiscal); };
+    steps.fill = [&] { driver.textDocPrint(lines); };
     steps.close = [&] { driver.textDocClose(); };
+    steps.cancelAfterClose = true;
     runDocument(driver, steps);
     return {{QStringLiteral("%1 lines printed").arg(lines.size())},
         {{QStringLiteral("lines"), static_cast<int>(lines.size())}}};

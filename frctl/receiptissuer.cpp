@@ -76,9 +76,8 @@ void addItem(AbstractFrDriver& driver, const ReceiptItem& item)
     }
 }
 
-void fillReceipt(AbstractFrDriver& driver, const Receipt& receipt, const FiscalDocument& document)
+void fillReceipt(AbstractFrDriver& driver, const Receipt& receipt)
 {
-    driver.checkOpen(document);
     for (const FdRequisite& requisite : receipt.requisites)
         driver.setRequisite(requisite);
     for (const ReceiptItem& item : receipt.items)
@@ -100,9 +99,13 @@ Output describe(const Receipt& receipt, const QJsonArray& marks, const QJsonObje
         output.json.insert(QStringLiteral("fiscalData"), fiscalData);
     if (!marks.isEmpty())
         output.json.insert(QStringLiteral("marks"), marks);
+    // The group separator is no character for a terminal.
     for (const QJsonValue& mark : marks)
         output.lines.append(QStringLiteral("marking code %1: %2")
-                                .arg(mark.toObject().value(QStringLiteral("markingCode")).toString())
+                                .arg(mark.toObject()
+                                         .value(QStringLiteral("markingCode"))
+                                         .toString()
+                                         .replace(QChar(0x1D), QStringLiteral("<GS>")))
                                 .arg(mark.toObject().value(QStringLiteral("result")).toInt()));
     return output;
 }
@@ -116,7 +119,8 @@ Output issueReceipt(AbstractFrDriver& driver, const Receipt& receipt)
     const QJsonArray marks = checkMarks(driver, receipt);
     QJsonObject fiscalData;
     DocumentSteps steps;
-    steps.fill = [&] { fillReceipt(driver, receipt, document); };
+    steps.open = [&] { driver.checkOpen(document); };
+    steps.fill = [&] { fillReceipt(driver, receipt); };
     steps.close = [&] { fiscalData = driver.checkClose(document); };
     steps.finish = [&] {
         driver.checkWaitForPrint();
@@ -126,7 +130,7 @@ Output issueReceipt(AbstractFrDriver& driver, const Receipt& receipt)
     try {
         runDocument(driver, steps);
     } catch (const RegisterError& failure) {
-        if (failure.outcome() == DocumentOutcome::Cancelled)
+        if (failure.outcome() == DocumentOutcome::Cancelled || failure.outcome() == DocumentOutcome::None)
             forgetMarks(driver, receipt);
         throw;
     }

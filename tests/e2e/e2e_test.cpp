@@ -117,9 +117,25 @@ TEST(Frctl, WorksARegisterThroughADay)
                                     << result.errors.constData();
         EXPECT_TRUE(result.output.contains(row.output)) << result.output.constData();
     }
+    const QList<QJsonObject> journal = emulator.journal();
+    ASSERT_EQ(typesOf(journal).filter(QStringLiteral("sell")),
+        (QStringList{QStringLiteral("sell"), QStringLiteral("sell"), QStringLiteral("sellReturn")}));
+    const QJsonObject marked = journal.at(typesOf(journal).indexOf(QStringLiteral("sellReturn")) - 1);
+    const QJsonArray items = marked.value(QStringLiteral("items")).toArray();
+    EXPECT_EQ(items.at(0).toObject().value(QStringLiteral("markingCode")),
+        QStringLiteral("0104600000000015215!Ab1cD\u001d93dGVz"));
+    EXPECT_EQ(items.at(1).toObject().value(QStringLiteral("agent")).toObject().value(QStringLiteral("1226")),
+        QStringLiteral("7721000016"));
+    EXPECT_EQ(marked.value(QStringLiteral("payments")),
+        (QJsonObject{{QStringLiteral("cash"), QStringLiteral("85.00")},
+            {QStringLiteral("electronically"), QStringLiteral("300.00")}}));
     const QString tape = emulator.tape();
     for (const char* text : {"Хлеб Бородинский", "Спасибо за покупку!", "Молоко 3,2 %", "магазин закрыт"})
         EXPECT_TRUE(tape.contains(QString::fromUtf8(text))) << text;
+    const Result refusal = onHex(emulator, {QStringLiteral("cash-out"), QStringLiteral("5000")});
+    EXPECT_EQ(refusal.status, 1);
+    EXPECT_TRUE(refusal.errors.contains("Отрицательный результат\nfrctl: the document was cancelled"))
+        << refusal.errors.constData();
     const Result json = onHex(emulator, {QStringLiteral("status")}, QStringLiteral("--json"));
     EXPECT_TRUE(QJsonDocument::fromJson(json.output).object().value(QStringLiteral("shiftOpen")).toBool())
         << json.output.constData();
@@ -165,7 +181,8 @@ INSTANTIATE_TEST_SUITE_P(Cases, FrctlFailure,
         Failure{"NotJson", "", {QStringLiteral("sell"), example("text.txt")}, 2, "line 1: "},
         Failure{"NoFile", "", {QStringLiteral("sell"), QStringLiteral("none.json")}, 2, "none.json: "},
         Failure{"WrongKind", "", {QStringLiteral("refund"), example("sale.json")}, 2, "type: is no return"},
-        Failure{"Refusal", "", {QStringLiteral("cash-out"), QStringLiteral("5000")}, 1, "frctl: "},
+        Failure{"Refusal", "", {QStringLiteral("cash-out"), QStringLiteral("5000")}, 1,
+            "frctl: Функция невыполнима при данном статусе ККТ\n"},
         Failure{"NoPaper", "--paper-out", {QStringLiteral("print"), example("text.txt")}, 1, "умаг"}),
     [](const auto& test) { return test.param.name; });
 
