@@ -1,7 +1,8 @@
 #include "basicfrdriver.h"
 #include "basicfrsettings.h"
 #include "messagelog.h"
-#include "mockserialdriver.h"
+#include "mockserialdevice.h"
+#include "serialdriverwrapper.h"
 #include "thrown.h"
 
 using testing::NiceMock;
@@ -9,25 +10,8 @@ using testing::Return;
 
 namespace {
 
-enum Outcome { Works, NoLink, Silence, PortTrouble, PaperOut };
-
-void play(Outcome outcome)
-{
-    switch (outcome) {
-    case Works:
-        return;
-    case NoLink:
-        throw FrNoConnectionException("no link");
-    case Silence:
-        throw ComDriverTimeoutException("silence");
-    case PortTrouble:
-        throw ComDriverException("trouble");
-    case PaperOut:
-        throw FrPaperException("paper");
-    }
-}
-
-/// A driver whose exchanges and speed settings come out as scripted; what the script does not name works.
+/// A driver whose exchanges come out as scripted: N no connection, S silence of the device, P paper is out;
+/// a point and what the script does not name works.
 class ScriptedDriver : public BasicFrDriver
 {
 public:
@@ -37,10 +21,24 @@ public:
     using BasicFrDriver::portState;
     using BasicFrDriver::speeds;
 
-    void setConnection() override { play(exchanges.value(exchangeCount++, Works)); }
+    void setConnection() override
+    {
+        const char outcome = next < script.size() ? script[next++] : '.';
+        trace += outcome;
+        if (outcome == 'N')
+            throw FrNoConnectionException("no link");
+        if (outcome == 'S')
+            throw ComDriverTimeoutException("silence");
+        if (outcome == 'P')
+            throw FrPaperException("paper");
+    }
 
-    QList<Outcome> exchanges;
-    int exchangeCount = 0;
+    std::string script;
+    /// The speeds set and the exchanges in their order.
+    std::string trace;
+
+private:
+    std::size_t next = 0;
 };
 
 struct Case
@@ -51,47 +49,41 @@ struct Case
     /// The speed of an earlier connection, 0 when there was none.
     int speedBefore;
     QList<int> speeds;
-    QList<Outcome> exchanges;
-    QList<Outcome> rateSettings;
-    std::string thrown;
-    std::vector<int> ratesSet;
-    int exchangeCount;
-    /// The speed afterwards.
-    int speed;
+    const char* script;
+    /// The speed that the port refuses.
+    int refused;
+    const char* thrown;
+    const char* trace;
+    int speedAfter;
     bool connectedOnce;
+
+    friend void PrintTo(const Case& c, std::ostream* stream) { *stream << c.name; }
 };
 
-const std::string noLink = "FrNoConnectionException: Нет связи";
-const std::string noRegister = "FrNoConnectionException: Нет связи с ФР";
-const std::string paper = "FrPaperException: paper";
+const char* const noLink = "FrNoConnectionException: Нет связи";
+const char* const noRegister = "FrNoConnectionException: Нет связи с ФР";
+const char* const paper = "FrPaperException: paper";
 
 // clang-format off
 const Case cases[] = {
-    {"defaultSpeed", 1, true, 0, {9600}, {}, {}, "", {19200}, 1, 19200, true},
-    {"silenceAtDefaultSpeed", 0, true, 0, {9600}, {Silence}, {}, noLink, {19200}, 1, 19200, false},
-    {"defaultSpeedRefused", 1, true, 0, {9600}, {}, {PortTrouble}, noLink, {19200}, 0, 19200, false},
-    {"refusalPasses", 1, true, 0, {9600}, {PaperOut}, {}, paper, {19200}, 1, 19200, false},
-    {"noOtherSpeeds", 1, true, 0, {}, {NoLink}, {}, noRegister, {19200, 19200}, 1, 19200, false},
-    {"otherSpeedInOrder", 1, true, 0, {9600, 19200, 57600, 4800, 2400}, {NoLink, Silence, NoLink}, {},
-        "", {19200, 9600, 57600, 4800}, 4, 4800, true},
-    {"otherSpeedRefused", 1, true, 0, {9600, 4800}, {NoLink}, {Works, PortTrouble},
-        "", {19200, 9600, 4800}, 2, 4800, true},
-    {"refusalAtOtherSpeedPasses", 1, true, 0, {9600, 4800}, {NoLink, PaperOut}, {},
-        paper, {19200, 9600}, 2, 19200, false},
-    {"noSpeedWorks", 1, true, 9600, {4800}, {NoLink, NoLink}, {Works, Works, PortTrouble},
-        noRegister, {19200, 4800, 19200}, 2, 9600, true},
-    {"firstTimeTriesAllThoughOff", 1, false, 0, {9600}, {NoLink}, {}, "", {19200, 9600}, 2, 9600, true},
-    {"laterOnlyLastSpeed", 1, false, 9600, {4800}, {NoLink}, {}, "", {19200, 9600}, 2, 9600, true},
-    {"laterLastSpeedFails", 1, false, 9600, {4800}, {NoLink, NoLink}, {},
-        noRegister, {19200, 9600, 19200}, 2, 9600, true},
-    {"laterPortTrouble", 1, false, 9600, {4800}, {NoLink, PortTrouble}, {},
-        noLink, {19200, 9600}, 2, 9600, true},
-    {"laterRefusalPasses", 1, false, 9600, {4800}, {NoLink, PaperOut}, {},
-        paper, {19200, 9600}, 2, 9600, true},
-    {"networkThirdTry", 3, true, 0, {9600}, {NoLink, NoLink}, {}, "", {}, 3, 19200, false},
-    {"networkThreeFailures", 4, true, 0, {9600}, {NoLink, NoLink, NoLink}, {}, noRegister, {}, 3, 19200, false},
-    {"networkPortTrouble", 3, false, 9600, {}, {NoLink, Silence}, {}, noRegister, {}, 2, 9600, true},
-    {"networkRefusalPasses", 4, true, 0, {}, {NoLink, PaperOut}, {}, paper, {}, 2, 19200, false},
+    {"defaultSpeed", 1, true, 0, {9600}, ".", 0, "", "19200.", 19200, true},
+    {"silenceAtDefaultSpeed", 0, true, 0, {9600}, "S", 0, noLink, "19200S", 19200, false},
+    {"defaultSpeedRefused", 1, true, 0, {9600}, "", 19200, noLink, "19200", 19200, false},
+    {"refusalPasses", 1, true, 0, {9600}, "P", 0, paper, "19200P", 19200, false},
+    {"noOtherSpeeds", 1, true, 0, {}, "N", 0, noRegister, "19200N19200", 19200, false},
+    {"otherSpeeds", 1, true, 0, {96, 19200, 576, 48, 24}, "NSN.", 0, "", "19200N96S576N48.", 48, true},
+    {"otherSpeedRefused", 1, true, 0, {9600, 4800}, "N.", 9600, "", "19200N96004800.", 4800, true},
+    {"refusalAtOtherSpeedPasses", 1, true, 0, {9600, 4800}, "NP", 0, paper, "19200N9600P", 19200, false},
+    {"noSpeedWorks", 1, true, 9600, {4800}, "NN", 0, noRegister, "19200N4800N19200", 9600, true},
+    {"firstTimeThoughOff", 1, false, 0, {9600}, "N.", 0, "", "19200N9600.", 9600, true},
+    {"laterOnlyLastSpeed", 1, false, 9600, {4800}, "N.", 0, "", "19200N9600.", 9600, true},
+    {"laterLastSpeedFails", 1, false, 9600, {4800}, "NN", 0, noRegister, "19200N9600N19200", 9600, true},
+    {"laterPortTrouble", 1, false, 9600, {4800}, "NS", 0, noLink, "19200N9600S", 9600, true},
+    {"laterRefusalPasses", 1, false, 9600, {4800}, "NP", 0, paper, "19200N9600P", 9600, true},
+    {"networkThirdTry", 3, true, 0, {9600}, "NN.", 0, "", "NN.", 19200, false},
+    {"networkThreeFailures", 4, true, 0, {9600}, "NNN", 0, noRegister, "NNN", 19200, false},
+    {"networkPortTrouble", 3, false, 9600, {}, "NS", 0, noRegister, "NS", 9600, true},
+    {"networkRefusalPasses", 4, true, 0, {}, "NP", 0, paper, "NP", 19200, false},
 };
 // clang-format on
 
@@ -104,71 +96,66 @@ class ConnectTest : public testing::TestWithParam<Case>
 TEST_P(ConnectTest, branch)
 {
     const Case& c = GetParam();
-    std::vector<int> rates;
-    NiceMock<MockSerialDriver> serial;
-    ON_CALL(serial, getType).WillByDefault(Return(c.type));
-    ON_CALL(serial, setBaudRate).WillByDefault([&](QSerialPort::BaudRate rate) {
-        rates.push_back(rate);
-        play(c.rateSettings.value(static_cast<qsizetype>(rates.size()) - 1, Works));
-        return true;
-    });
+    NiceMock<MockSerialDevice> device;
+    SerialDriverWrapper serial(&device);
     BasicFrSettings settings;
-    settings.setSpeedEnumerate(c.speedEnumerate);
     ScriptedDriver driver(&serial, QStringLiteral("test"), &settings);
+    ON_CALL(device, getType).WillByDefault(Return(c.type));
+    ON_CALL(device, isOpen).WillByDefault(Return(true));
+    ON_CALL(device, setBaudRate).WillByDefault([&](QSerialPort::BaudRate rate) {
+        driver.trace += std::to_string(rate);
+        return rate != c.refused;
+    });
+    settings.setSpeedEnumerate(c.speedEnumerate);
     driver.speeds = c.speeds;
-    driver.exchanges = c.exchanges;
-    if (c.speedBefore != 0) {
-        driver.connectedOnce = true;
+    driver.script = c.script;
+    driver.connectedOnce = c.speedBefore != 0;
+    if (driver.connectedOnce)
         driver.currentSpeed = c.speedBefore;
-    }
 
     EXPECT_EQ(thrown([&] { driver.connect(); }), c.thrown);
-    EXPECT_EQ(rates, c.ratesSet);
-    EXPECT_EQ(driver.exchangeCount, c.exchangeCount);
-    EXPECT_EQ(driver.currentSpeed, c.speed);
+    EXPECT_EQ(driver.trace, c.trace);
+    EXPECT_EQ(driver.currentSpeed, c.speedAfter);
     EXPECT_EQ(driver.connectedOnce, c.connectedOnce);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     All, ConnectTest, testing::ValuesIn(cases), [](const auto& test) { return test.param.name; });
 
-TEST(Connect, logLines)
+TEST(Connection, logLines)
 {
-    NiceMock<MockSerialDriver> serial;
-    EXPECT_CALL(serial, getType).WillOnce(Return(2)).WillOnce(Return(2)).WillRepeatedly(Return(3));
+    NiceMock<MockSerialDevice> device;
+    ON_CALL(device, isOpen).WillByDefault(Return(true));
+    ON_CALL(device, setBaudRate).WillByDefault(Return(true));
+    EXPECT_CALL(device, getType).WillOnce(Return(2)).WillOnce(Return(2)).WillRepeatedly(Return(3));
+    SerialDriverWrapper serial(&device);
     BasicFrSettings settings;
     settings.setSpeedEnumerate(false);
-    ScriptedDriver driver(&serial, QStringLiteral("test"), &settings);
+    ScriptedDriver driver(&serial, QString(), &settings);
     driver.speeds = {9600};
-    driver.exchanges = {NoLink, Works, NoLink, Silence, Silence};
+    driver.script = "N.NSS";
     const MessageLog log;
     for (int i = 0; i < 3; ++i)
         thrown([&] { driver.connect(); });
-    const std::vector<std::string> expected{
-        "info frdriver.test: Установка связи с устройством",
-        "info frdriver.test: Скорость по умолчанию: 19200",
-        "debug frdriver.test: Перебор скорости подключения к ФР",
-        "info frdriver.test:  скорость: 9600",
-        "info frdriver.test: Установка связи с устройством",
-        "info frdriver.test: Скорость по умолчанию: 19200",
-        "debug frdriver.test: Перебор скорости отключен настройками",
-        "info frdriver.test:  установка соединения на скорости: 9600",
-        "error frdriver.test: silence",
-        "info frdriver.test: Установка связи с устройством",
-        "error frdriver.test: Не удалось установить соединение: silence",
-    };
+    const std::vector<std::string> expected{"info frdriver: Установка связи с устройством",
+        "info frdriver: Скорость по умолчанию: 19200", "debug frdriver: Перебор скорости подключения к ФР",
+        "info frdriver:  скорость: 9600", "info frdriver: Установка связи с устройством",
+        "info frdriver: Скорость по умолчанию: 19200",
+        "debug frdriver: Перебор скорости отключен настройками",
+        "info frdriver:  установка соединения на скорости: 9600", "error frdriver: silence",
+        "info frdriver: Установка связи с устройством",
+        "error frdriver: Не удалось установить соединение: silence"};
     EXPECT_EQ(MessageLog::taken(), expected);
 }
 
-TEST(Connect, needsATransportAndAnOpenPort)
+TEST(Connection, needsATransportAndAnOpenPort)
 {
+    const std::string noTransport = "FrNoConnectionException: Ошибка инициализации драйвера порта";
     ScriptedDriver bare;
-    EXPECT_EQ(
-        thrown([&] { bare.isPortReady(); }), "FrNoConnectionException: Ошибка инициализации драйвера порта");
-    EXPECT_EQ(
-        thrown([&] { bare.connect(); }), "FrNoConnectionException: Ошибка инициализации драйвера порта");
+    EXPECT_EQ(thrown([&] { bare.isPortReady(); }), noTransport);
+    EXPECT_EQ(thrown([&] { bare.connect(); }), noTransport);
 
-    NiceMock<MockSerialDriver> serial;
+    SerialDriverWrapper serial(nullptr);
     ScriptedDriver driver(&serial, QStringLiteral("test"), nullptr);
     EXPECT_EQ(thrown([&] { driver.isPortReady(); }), "FrNoConnectionException: Необходимо открыть порт");
     driver.portState = 0;
