@@ -10,6 +10,7 @@ constexpr int quantityDecimals = 3;
 constexpr int moneyDecimals = 2;
 constexpr qsizetype longestLine = 256;
 constexpr qsizetype longestName = 48;
+constexpr qsizetype longestAddress = 64;
 constexpr int barcodeKinds = 9;
 
 const char* const barcodeNames[barcodeKinds]
@@ -41,9 +42,9 @@ HexProtocol::Answer HexProtocol::openDocument(HexFields& fields)
 {
     Document head;
     const int type = fields.number(0);
-    head.cashier = {fields.text(2, longestName), fields.inn(3)};
+    head.cashier = {fields.text(2, longestAddress), fields.inn(3)};
     head.taxSystem = fields.number(5);
-    head.customer = fields.text(6, 64);
+    head.customer = fields.text(6, longestAddress);
     const int mailOnly = fields.number(7);
     if (fields.isBad() || type < 1 || type > 5 || mailOnly < 0 || mailOnly > 1)
         return Refusal::BadValue;
@@ -168,7 +169,8 @@ HexProtocol::Answer HexProtocol::checkMarking(HexFields& fields)
     query.unit = fields.number(3);
     const QByteArray digits = fields.raw(6);
     query.code = QByteArray::fromHex(digits);
-    const bool hexadecimal = query.code.size() * 2 == digits.size();
+    // Letters that are no digits are passed over by the conversion, so it must come out the same again.
+    const bool hexadecimal = query.code.toHex() == digits.toLower();
     if (fields.isBad() || !hexadecimal)
         return Refusal::BadValue;
     int result = 0;

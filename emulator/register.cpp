@@ -31,14 +31,19 @@ QDateTime Register::now() const
     return QDateTime::fromMSecsSinceEpoch(m_clock.milliseconds() + m_clockOffset);
 }
 
+bool Register::isBeforeLastDocument(const QDateTime& time) const
+{
+    // Hosts tell whole seconds only.
+    return time.toSecsSinceEpoch() < m_drive.last().dateTime.toSecsSinceEpoch();
+}
+
 Refusal Register::start(const QDateTime& hostTime)
 {
     if (!hostTime.isValid())
         return Refusal::BadValue;
     if (qAbs(now().secsTo(hostTime)) > startTolerance)
         return Refusal::ClockDiffers;
-    // The host's time has whole seconds only, so the last document may seem to lie ahead by less than one.
-    if (hostTime.addSecs(1) < m_drive.last().dateTime)
+    if (isBeforeLastDocument(hostTime))
         return Refusal::DateTooEarly;
     m_started = true;
     return Refusal::None;
@@ -50,7 +55,7 @@ Refusal Register::setTime(const QDateTime& time)
         return Refusal::BadValue;
     if (m_shiftOpen || m_document.isOpen())
         return Refusal::WrongState;
-    if (time.addSecs(1) < m_drive.last().dateTime)
+    if (isBeforeLastDocument(time))
         return Refusal::DateTooEarly;
     m_clockOffset = time.toMSecsSinceEpoch() - m_clock.milliseconds();
     return Refusal::None;

@@ -127,6 +127,7 @@ public:
     static QString taxSystemName(int mask);
 
 private:
+    bool isBeforeLastDocument(const QDateTime& time) const;
     Refusal checkReady() const;
     Refusal checkDrive() const;
     Refusal checkBody() const;

@@ -1,0 +1,134 @@
+#include "rig.h"
+
+#include <gtest/gtest.h>
+
+TEST(HexLink, AnswersByteForByte)
+{
+    Rig rig;
+    const auto request = QByteArray::fromHex("02 51 5A 58 57 20 41 30 03 35 36");
+    EXPECT_EQ(rig.exchange(request).toHex(' '), "02 20 41 30 30 30 30 1c 31 1c 30 1c 03 37 46");
+    // A command without an answer of its own: header, ETX and check value.
+    const auto start = "\x02QZXW\xFD"
+        + QByteArray("00010324\x1C"
+                     "090000\x1C\x03");
+    EXPECT_EQ(rig.exchange(start + Rig::check(start.mid(1))).toHex(' '), "02 fd 30 30 30 30 03 46 45");
+}
+
+TEST(HexLink, RefusesWhatIsNoRightFrame)
+{
+    struct Case
+    {
+        const char* what;
+        QByteArray body;
+        bool damage;
+        int code;
+    };
+    const QList<Case> cases{
+        {"right",
+            "QZXW\x21"
+            "A0\x03",
+            false, 0},
+        {"check value",
+            "QZXW\x21"
+            "A0\x03",
+            true, 7},
+        {"password",
+            "QZXV\x21"
+            "A0\x03",
+            false, 6},
+        {"unknown function",
+            "QZXW\x21"
+            "A9\x03",
+            false, 2},
+        {"code that is no number",
+            "QZXW\x21"
+            "G0\x03",
+            false, 2},
+        {"lower case code",
+            "QZXW\x21"
+            "a0\x03",
+            false, 0},
+        {"field without its end",
+            "QZXW\x21"
+            "A5"
+            "9\x03",
+            false, 3},
+        {"too few fields",
+            "QZXW\x21"
+            "A5\x03",
+            false, 3},
+        {"not started yet",
+            "QZXW\x21"
+            "6B\x1C\x1C\x03",
+            false, 1},
+    };
+    for (const Case& c : cases) {
+        Rig rig;
+        const QByteArray answer
+            = rig.exchange('\x02' + c.body + (c.damage ? QByteArray("00") : Rig::check(c.body)));
+        ASSERT_GE(answer.size(), 9) << c.what;
+        EXPECT_EQ(answer.at(1), '\x21') << c.what;
+        EXPECT_EQ(answer.mid(4, 2).toInt(nullptr, 16), c.code) << c.what;
+    }
+}
+
+TEST(HexLink, HearsThroughNoiseAndBrokenFrames)
+{
+    Rig rig;
+    EXPECT_EQ(rig.exchange("\x05"), "\x06");
+    EXPECT_EQ(rig.parse(rig.exchange("abc\x03" + rig.frame({0xA6, {}}))).code, 0);
+    // A frame that was given up is followed by a new one, at once or after a pause in which ENQ is heard.
+    const QByteArray begun = rig.frame({0xA6, {}}).left(7);
+    EXPECT_EQ(rig.parse(rig.exchange(begun + rig.frame({0xA6, {}}))).code, 0);
+    EXPECT_EQ(rig.exchange(rig.frame({0xA6, {}}).left(9)), "");
+    rig.clock.advance(2000);
+    EXPECT_EQ(rig.exchange("\x05"), "\x06");
+    // One byte at a time is as good as all at once, and two requests in one piece get two answers.
+    QByteArray answer;
+    for (const char byte : rig.frame({0xA6, {}}))
+        answer += rig.exchange(QByteArray(1, byte));
+    EXPECT_EQ(rig.parse(answer).fields, QList<QByteArray>{"00103000000012345678"});
+    EXPECT_EQ(rig.exchange(rig.frame({0xA6, {}}) + rig.frame({0xA6, {}})).count('\x02'), 2);
+}
+
+TEST(HexLink, TakesThePictureBehindItsAcknowledge)
+{
+    QByteArray bitmap("BM" + QByteArray(16, 0) + QByteArray::fromHex("20010000 64000000 0100 0100"));
+    bitmap += QByteArray::fromHex("02030506") + QByteArray(3600, '\x02');
+    Rig rig;
+    rig.start();
+    const QByteArray size = QByteArray::number(bitmap.size());
+    EXPECT_EQ(rig.exchange(rig.frame({0xE2, {size}})), "\x06");
+    EXPECT_EQ(rig.exchange('\x1B' + bitmap.left(100)), "");
+    EXPECT_EQ(rig.parse(rig.exchange(bitmap.mid(100))).code, 0);
+    EXPECT_TRUE(rig.device.hasLogo());
+    // The block once more, as after a stale answer, is swallowed; the next command is heard.
+    EXPECT_EQ(rig.exchange('\x1B' + bitmap), "");
+    rig.run({open(1), text(QStringLiteral("строка")), finish()});
+    EXPECT_TRUE(rig.device.tape().text().contains(QStringLiteral("[ЛОГОТИП]")));
+    EXPECT_EQ(rig.code({0xE3, {}}), 0);
+    EXPECT_FALSE(rig.device.hasLogo());
+    rig.exchange(rig.frame({0xE2, {"4"}}));
+    EXPECT_EQ(rig.parse(rig.exchange("\x1B"
+                                     "GIF8"))
+                  .code,
+        3);
+    EXPECT_EQ(rig.code({0xE2, {"0"}}), 3);
+}
+
+TEST(Outbox, KeepsThePaceOfTheLine)
+{
+    emulator::VirtualClock clock;
+    emulator::Outbox outbox(clock, 9600);
+    outbox.put(QByteArray(96, 'x'));
+    EXPECT_EQ(outbox.take(), "");
+    clock.advance(50);
+    EXPECT_EQ(outbox.take().size(), 48);
+    clock.advance(1000);
+    EXPECT_EQ(outbox.take().size(), 48);
+    EXPECT_EQ(outbox.nextDue(), std::nullopt);
+    // What was idle time is not caught up with.
+    outbox.put(QByteArray(96, 'y'));
+    EXPECT_EQ(outbox.take(), "");
+    EXPECT_EQ(*outbox.nextDue() - clock.milliseconds(), 2);
+}

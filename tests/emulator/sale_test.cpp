@@ -1,0 +1,186 @@
+#include "rig.h"
+
+#include <gtest/gtest.h>
+#include <QJsonArray>
+
+namespace {
+
+QJsonObject lastEntry(Rig& rig)
+{
+    return rig.device.journal().entries().constLast();
+}
+
+} // namespace
+
+TEST(Sale, IsJournalledPrintedAndCounted)
+{
+    Rig rig;
+    rig.openShift();
+    EXPECT_EQ(rig.send(check()).fields, QList<QByteArray>{"3"});
+    const auto phase = [&rig] { return rig.send({0xA0, {}}).fields.at(2).toInt(); };
+    const QList<std::pair<Step, int>> steps{
+        {open(2), 1},
+        {{0x3C, {"64", "", "", "", "", "", "", "", "+70000000000", "ООО Ферма", "7701234567"}}, 1},
+        {bind(), 1},
+        {item("2.000", "60.05", "2", "33"), 3},
+        {text(QStringLiteral("До свидания"), 16), 3},
+        {item("0.333", "10.00", "6"), 3},
+        {subtotal(), 5},
+        {pay(1, "50.00"), 7},
+        {pay(0, "100.00"), 7},
+    };
+    for (const auto& [step, expected] : steps) {
+        EXPECT_EQ(rig.code(step), 0);
+        EXPECT_EQ(phase(), expected * 256 + 2);
+    }
+    EXPECT_EQ(rig.code(finish()), 0);
+    EXPECT_EQ(phase(), 0);
+
+    const QJsonObject entry = lastEntry(rig);
+    EXPECT_EQ(entry.value("type"), "sell");
+    EXPECT_EQ(entry.value("number"), 3);
+    EXPECT_EQ(entry.value("shift"), 1);
+    EXPECT_EQ(entry.value("receipt"), 1);
+    EXPECT_EQ(entry.value("dateTime"), "2024-03-01T09:00:00");
+    EXPECT_EQ(entry.value("cashier"), QStringLiteral("Иванова"));
+    EXPECT_EQ(entry.value("total"), "123.43");
+    EXPECT_EQ(entry.value("change"), "26.57");
+    EXPECT_EQ(entry.value("payments"), (QJsonObject{{"cash", "73.43"}, {"electronically", "50.00"}}));
+    EXPECT_EQ(entry.value("fiscalSign").toString().size(), 10);
+    const QJsonObject first = entry.value("items").toArray().at(0).toObject();
+    EXPECT_EQ(first.value("sum"), "120.10");
+    EXPECT_EQ(first.value("markingCode"), QString::fromLatin1(markingCode));
+    EXPECT_EQ(first.value("agent").toObject().value("1225"), QStringLiteral("ООО Ферма"));
+    EXPECT_EQ(first.value("industry"),
+        (QJsonObject{{"1262", "030"}, {"1263", "01.02.2024"}, {"1264", "12"}, {"1265", "x=1"}}));
+    const QJsonObject second = entry.value("items").toArray().at(1).toObject();
+    EXPECT_EQ(second.value("sum"), "3.33");
+    EXPECT_FALSE(second.contains("markingCode"));
+
+    EXPECT_EQ(rig.send({0xA5, {"3"}}).fields, (QList<QByteArray>{"73.43", "50.00", "0.00", "0.00", "0.00"}));
+    EXPECT_EQ(rig.ask(0xA5, {"5"}), "73.43");
+    EXPECT_EQ(rig.ask(0xA5, {"7"}), "2");
+    EXPECT_EQ(rig.send({0xA4, {"14"}}).fields.value(6), "1");
+}
+
+TEST(Sale, LooksLikeAReceipt)
+{
+    for (const int width : {44, 48}) {
+        emulator::Identity identity;
+        identity.width = width;
+        Rig rig(identity);
+        rig.openShift();
+        rig.device.tape().clear();
+        rig.run({{0xA2, {"20", "2", "Вход со двора"}}, open(2), item("2", "60.00"), subtotal(),
+            pay(0, "200.00"), text(QStringLiteral("К О Н Е Ц")), finish()});
+        const QStringList lines = rig.device.tape().lines();
+        const auto right = [width](const QString& left, const QString& value) {
+            return left + value.rightJustified(width - left.size());
+        };
+        // In this order, with other lines between them.
+        const QStringList expected{QStringLiteral("ООО \"РОМАШКА\""), QStringLiteral("Вход со двора"),
+            QStringLiteral("КАССОВЫЙ ЧЕК"), QStringLiteral("ПРИХОД"), QStringLiteral("Молоко"),
+            right(QStringLiteral("  2.000 x 60.00"), QStringLiteral("=120.00")), QStringLiteral("  НДС 10%"),
+            right(QStringLiteral("ИТОГ"), QStringLiteral("=120.00")),
+            right(QStringLiteral("НАЛИЧНЫМИ"), QStringLiteral("=200.00")),
+            right(QStringLiteral("СДАЧА"), QStringLiteral("=80.00")),
+            right(QStringLiteral("СУММА НДС 10%"), QStringLiteral("=10.91")), QStringLiteral("СНО: ОСН"),
+            QStringLiteral("К О Н Е Ц"), QStringLiteral("КАССИР: Иванова"),
+            right(QStringLiteral("ФН: 9999078900001234"), QStringLiteral("ФД: 3")),
+            QStringLiteral("СПАСИБО ЗА ПОКУПКУ!")};
+        qsizetype at = -1;
+        for (const QString& line : expected) {
+            const auto found
+                = std::find_if(lines.cbegin() + at + 1, lines.cend(), [&line](const QString& printed) {
+                      return printed == line || printed.trimmed() == line.trimmed();
+                  });
+            ASSERT_NE(found, lines.cend()) << line.toStdString();
+            at = found - lines.cbegin();
+        }
+        for (const QString& line : lines)
+            EXPECT_LE(line.size(), width) << line.toStdString();
+    }
+}
+
+TEST(Sale, ByMailIsNotPrinted)
+{
+    Rig rig;
+    rig.openShift();
+    rig.device.tape().clear();
+    rig.run({open(2, 2, "1"), item("1", "5.00"), subtotal(), pay(4, "5.00"), finish()});
+    EXPECT_TRUE(rig.device.tape().lines().isEmpty());
+    EXPECT_EQ(lastEntry(rig).value("customer"), "a@b.example");
+    EXPECT_EQ(lastEntry(rig).value("payments"), (QJsonObject{{"other", "5.00"}}));
+}
+
+TEST(Sale, CancelledLeavesNoTrace)
+{
+    Rig rig;
+    rig.openShift();
+    rig.run({check(), open(2), bind(), item("1", "5.00"), subtotal(), pay(0, "5.00")});
+    EXPECT_EQ(rig.code(cancel()), 0);
+    EXPECT_EQ(rig.device.journal().entries().size(), 1);
+    EXPECT_EQ(rig.ask(0xA5, {"5"}), "0.00");
+    // Its code was checked and not sold, so it can be bound again.
+    rig.run({open(2)});
+    EXPECT_EQ(rig.code(bind()), 0);
+}
+
+TEST(Sale, ParametersChangeHowItGoes)
+{
+    Rig rig;
+    rig.openShift();
+    rig.code({0xA2, {"30", "0", "1"}});
+    rig.run({open(2), item("1", "10.00"), subtotal(), pay(1, "4.00")});
+    EXPECT_EQ(rig.code(finish()), 0);
+    EXPECT_EQ(lastEntry(rig).value("payments"), (QJsonObject{{"cash", "6.00"}, {"electronically", "4.00"}}));
+    rig.code({0xA2, {"6", "0", "1"}});
+    rig.run({open(3), item("1", "7.00"), subtotal(), pay(0, "7.00")});
+    EXPECT_EQ(rig.code(finish()), 14);
+    rig.code(cancel());
+    rig.run({{0xA2, {"4", "0", "1"}}, {0xA2, {"8", "0", "1"}}});
+    EXPECT_EQ(rig.ask(0xA8), "0");
+    rig.run(sale());
+    EXPECT_EQ(rig.ask(0xA8), "1");
+    rig.clock.advance(10'000);
+    EXPECT_EQ(rig.ask(0xA8), "0");
+    rig.code({0x61, {"", ""}});
+    EXPECT_EQ(rig.ask(0xA5, {"5"}), "0.00");
+}
+
+TEST(Day, AddsUp)
+{
+    Rig rig;
+    rig.openShift();
+    rig.run({open(4), money("500.00"), finish()});
+    rig.run(sale());
+    rig.run({open(2, 32), item("1", "50.00"), subtotal(), pay(1, "30.00"), pay(3, "20.00"), finish()});
+    rig.run({open(3), item("1", "40.00"), subtotal(), pay(0, "40.00"), finish()});
+    rig.run({open(5), money("60.00"), finish(), open(2), cancel()});
+    const QList<QByteArray> counts = rig.send({0xA5, {"13"}}).fields;
+    EXPECT_EQ(counts, (QList<QByteArray>{"2", "1", "0", "0", "0", "0", "0", "0", "0", "0", "0", "1", "1"}));
+    const QList<QByteArray> sums = rig.send({0xA5, {"14"}}).fields;
+    EXPECT_EQ(sums,
+        (QList<QByteArray>{
+            "150.00", "40.00", "0.00", "0.00", "0.00", "0.00", "0.00", "0.00", "0.00", "500.00", "60.00"}));
+    EXPECT_EQ(rig.send({0xA5, {"4"}}).fields.value(0), "40.00");
+    rig.device.tape().clear();
+    EXPECT_EQ(rig.code({0x60, {to866(QStringLiteral("Петрова"))}}), 0);
+    const QString report = rig.device.tape().text().simplified();
+    for (const QString& part : {QStringLiteral("ПРИХОД: 2 =150.00 НАЛИЧНЫМИ =100.00 БЕЗНАЛИЧНЫМИ =30.00"),
+             QStringLiteral("(КРЕДИТ) =20.00"), QStringLiteral("ВОЗВРАТ ПРИХОДА: 1 =40.00"),
+             QStringLiteral("ВНЕСЕНИЕ: 1 =500.00 ИЗЪЯТИЕ: 1 =60.00 АННУЛИРОВАНО ДОКУМЕНТОВ 1"),
+             QStringLiteral("В ДЕНЕЖНОМ ЯЩИКЕ =500.00"), QStringLiteral("КАССИР: Петрова")})
+        EXPECT_TRUE(report.contains(part)) << part.toStdString() << "\n" << report.toStdString();
+    EXPECT_EQ(rig.code({0x61, {"", ""}}), 0);
+    EXPECT_EQ(lastEntry(rig).value("sales"), "150.00");
+    EXPECT_EQ(rig.ask(0xA5, {"13"}), "0");
+    EXPECT_EQ(rig.ask(0xA5, {"5"}), "500.00");
+    EXPECT_EQ(rig.ask(0xA5, {"1"}), "1");
+    // The drive has the opening, two sales, one return and the closing behind the registration.
+    EXPECT_EQ(rig.ask(0xA4, {"1"}), "6");
+    EXPECT_EQ(rig.ask(0xA4, {"10"}), "2");
+    rig.device.tape().clear();
+    EXPECT_EQ(rig.code({0x65, {"4"}}), 0);
+    EXPECT_TRUE(rig.device.tape().text().contains(QStringLiteral("СНО: Патент")));
+}

@@ -1,0 +1,135 @@
+#include "parametertable.h"
+#include "rig.h"
+
+#include <gtest/gtest.h>
+
+TEST(Service, ParametersKeepTheirLimits)
+{
+    Rig rig;
+    rig.start();
+    struct Case
+    {
+        QByteArray number, row, value;
+        int code;
+    };
+    const QList<Case> cases{{"1", "0", "9999", 0}, {"1", "0", "10000", 3}, {"1", "0", "0", 3},
+        {"1", "0", "x", 3}, {"1", "1", "1", 3}, {"3", "0", "1", 3}, {"11", "0", "0", 3}, {"13", "0", "3", 0},
+        {"20", "3", "Тихий переулок", 0}, {"20", "4", "x", 3}, {"22", "0", "x", 1}, {"24", "5", "1", 1},
+        {"26", "0", "x", 3}, {"26", "6", "Хлеб", 0}, {"25", "0", QByteArray(41, 'x'), 3},
+        {"31", "0", "123", 3}, {"41", "1", "10", 1}, {"41", "4", "10", 0},
+        {"50", "0", QByteArray(20, '1'), 1}, {"52", "0", "1.1.1", 3}, {"82", "0", "310224", 3},
+        {"82", "0", "290224", 0}};
+    for (const Case& c : cases) {
+        const QByteArray before = rig.ask(0xA1, {c.number, c.row});
+        EXPECT_EQ(rig.code({0xA2, {c.number, c.row, c.value}}), c.code)
+            << c.number.toStdString() << c.row.toStdString();
+        const QByteArray after = rig.ask(0xA1, {c.number, c.row});
+        EXPECT_EQ(after, c.code == 0 ? to866(QString::fromUtf8(c.value)) : before) << c.number.toStdString();
+    }
+    EXPECT_EQ(rig.code({0xA1, {"3", "0"}}), 3);
+    EXPECT_EQ(rig.code({0xA1, {"26", "0"}}), 3);
+    // Every parameter leaves the factory with a value that it would take.
+    for (const emulator::ParameterEntry& entry : emulator::parameterTable()) {
+        const QString value = rig.device.parameters().text(entry.number, entry.row);
+        EXPECT_EQ(rig.device.parameters().write(entry.number, entry.row, value),
+            entry.readOnly ? emulator::Refusal::WrongState : emulator::Refusal::None)
+            << entry.number << ' ' << entry.row;
+    }
+}
+
+TEST(Service, RegistrationChangesWhatIsAnswered)
+{
+    Rig rig;
+    rig.start();
+    const QList<QByteArray> was = rig.send({0xC0, {}}).fields;
+    ASSERT_EQ(was.size(), 13);
+    EXPECT_EQ(rig.ask(0xC0, {"10"}), "35");
+    const QByteArray name = to866(QStringLiteral("Иванова"));
+    // The order in which a host sends back what it was told.
+    const auto request = [&](const QByteArray& systems, const QByteArray& inn) {
+        return Step{0x08,
+            {"", was[4], inn, was[0], name, "", was[5], was[6], systems, was[11], was[10], was[7], was[8],
+                was[1], was[12], "128", "", ""}};
+    };
+    EXPECT_EQ(rig.code(request("64", was[3])), 3);
+    EXPECT_EQ(rig.code(request("4", "770123456")), 3);
+    rig.clock.advance(24 * 3600 * 1000);
+    EXPECT_EQ(rig.code(request("4", was[3])), 0);
+    QList<QByteArray> expected = was;
+    expected[2] = "020324";
+    expected[9] = "4";
+    EXPECT_EQ(rig.send({0xC0, {}}).fields, expected);
+    EXPECT_EQ(rig.ask(0xA4, {"7"}), "2");
+    EXPECT_EQ(rig.ask(0xA4, {"6"}), "10");
+    EXPECT_EQ(rig.ask(0xA5, {"9"}), was[3]);
+    rig.openShift();
+    EXPECT_EQ(rig.code(request("1", was[3])), 1);
+    EXPECT_EQ(rig.code(open(2)), 105);
+    EXPECT_EQ(rig.code(open(2, 4)), 0);
+    rig.run({cancel(), {0x61, {"", ""}}});
+    QList<QByteArray> unmarked = was;
+    Step step = request("1", was[3]);
+    step.fields[10] = "0";
+    EXPECT_EQ(rig.code(step), 0);
+    EXPECT_EQ(rig.code(check()), 130);
+}
+
+TEST(Service, QueriesAnswerWithTheirShape)
+{
+    emulator::Identity identity;
+    identity.model = 5;
+    Rig rig(identity);
+    rig.openShift();
+    rig.clock.advance(1000);
+    const QList<std::pair<Step, QList<QByteArray>>> queries{
+        {{0xA5, {"0"}}, {"5"}},
+        {{0xA5, {"0", "1"}}, {"27"}},
+        {{0xA5, {"10"}}, {"0000000001012345"}},
+        {{0xA4, {}}, {"3", "0", "0", "1", "0"}},
+        {{0xA4, {"2"}}, {"010324", "090000"}},
+        {{0xA4, {"3"}}, {"9999078900001234"}},
+        {{0xA4, {"5"}}, {"010625"}},
+        {{0xA4, {"8"}}, {"0"}},
+        {{0xA4, {"11"}}, {"010324", "090000"}},
+        {{0xA4, {"12"}}, {"1.2"}},
+        {{0xA4, {"15"}}, {"fn_v_1_2  emulated", "1"}},
+        {{0xA7, {}}, {"010324", "090001"}},
+    };
+    for (const auto& [step, fields] : queries)
+        EXPECT_EQ(rig.send(step).fields, fields) << step.code << step.fields.value(0).toStdString();
+    rig.run({open(2), item("1", "1.00")});
+    EXPECT_EQ(rig.send({0xA4, {}}).fields, (QList<QByteArray>{"3", "4", "1", "1", "0"}));
+    rig.device.setOperatorReachable(true);
+    EXPECT_EQ(rig.ask(0xA4, {"8"}), "1");
+    EXPECT_EQ(rig.ask(0xA4, {"10"}), "0");
+    EXPECT_EQ(rig.send({0xA4, {"11"}}).fields, (QList<QByteArray>{"", ""}));
+    EXPECT_EQ(rig.send(check()).fields, QList<QByteArray>{"15"});
+    EXPECT_EQ(rig.send(check("00000046198488")).fields, QList<QByteArray>{"5"});
+}
+
+TEST(Service, ClockIsSet)
+{
+    Rig rig;
+    rig.start();
+    EXPECT_EQ(rig.code({0xA3, {"311299", "235959"}}), 0);
+    EXPECT_EQ(rig.send({0xA7, {}}).fields, (QList<QByteArray>{"311299", "235959"}));
+    rig.clock.advance(2000);
+    EXPECT_EQ(rig.device.now(), QDateTime(QDate(2100, 1, 1), QTime(0, 0, 1)));
+}
+
+TEST(Service, TextShowsItsAttributesAndPictures)
+{
+    Rig rig;
+    rig.start();
+    rig.run({open(1), text(QStringLiteral("мелко"), 1), text(QStringLiteral("высоко"), 16),
+        text(QStringLiteral("широко"), 32), text(QStringLiteral("крупно"), 48),
+        text(QStringLiteral("темно"), 128), {0x24, {"2", "2", "100", "2", "4601234567890"}},
+        {0x29, {"4", "1", to866(QStringLiteral("qr-текст"))}}, finish()});
+    const QString tape = rig.device.tape().text();
+    for (const QString& part :
+        {QStringLiteral("·мелко"), QStringLiteral("↕высоко"), QStringLiteral("↔ш и р о к о"),
+            QStringLiteral("⤢к р у п н о"), QStringLiteral("▒темно"), QStringLiteral("[EAN-13]"),
+            QStringLiteral("│ 4601234567890 "), QStringLiteral("[QR]"), QStringLiteral("│ qr-текст ")})
+        EXPECT_TRUE(tape.contains(part)) << part.toStdString();
+    EXPECT_TRUE(rig.device.journal().entries().isEmpty());
+}
