@@ -38,6 +38,8 @@ public:
     const char* what() const noexcept override;
 };
 
+// A base class cannot stand in brackets.
+// NOLINTBEGIN(bugprone-macro-parentheses)
 #define FRHOST_EXCEPTION(Name, Base)                                                                         \
     class FRHOST_EXPORT Name : public Base                                                                   \
     {                                                                                                        \
@@ -47,6 +49,7 @@ public:
         Name& operator=(const Name&) = default;                                                              \
         ~Name() override;                                                                                    \
     }
+// NOLINTEND(bugprone-macro-parentheses)
 
 /// The serial transport failed: port closed, refused a setting, gave no bytes though it announced some.
 FRHOST_EXCEPTION(ComDriverException, DriverException);

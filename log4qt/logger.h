@@ -9,7 +9,8 @@ namespace Log4Qt {
 ///
 /// A logger writes into the category of its name. Trace lines, which carry the raw exchange, go to a category
 /// of their own, "<name>.trace", which is off until QLoggingCategory::setFilterRules or QT_LOGGING_RULES
-/// turns it on: Qt has no level below debug. Error lines are of the type QtCriticalMsg.
+/// turns it on, as with the rule "*.trace=true": Qt has no level below debug. Error lines are of the type
+/// QtCriticalMsg.
 class Logger
 {
 public:
@@ -56,14 +57,11 @@ public:
 private:
     static void write(const QLoggingCategory& category, QtMsgType type, const QString& message);
 
-    template <typename Arg, typename... Args>
-    static QString fill(const QString& format, const Arg& arg, const Args&... args)
+    /// All placeholders at once, so that a "%1" within an argument stays as it is.
+    template <typename... Args>
+    static QString fill(const QString& format, const Args&... args)
     {
-        const QString filled = format.arg(arg);
-        if constexpr (sizeof...(args) > 0)
-            return fill(filled, args...);
-        else
-            return filled;
+        return format.arg(QStringLiteral("%1").arg(args)...);
     }
 
     const QByteArray m_name;

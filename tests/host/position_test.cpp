@@ -1,0 +1,103 @@
+#include "qtprinters.h"
+
+#include <frposition.h>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <tuple>
+
+namespace {
+
+TEST(Position, PriceDiscountAndSumAgreeAndAreNotRounded)
+{
+    // Each row: price, count and discount; price and sum with discount.
+    const std::array<double, 5> cases[] = {
+        {50.0, 2.0, 10.0, 45.0, 90.0},
+        {100.0, 3.0, 100.0, 100.0 - 100.0 / 3.0, 200.0},
+        {33.33, 0.333, 0.0, 33.33, 33.33 * 0.333},
+        {50.0, 2.0, -10.0, 55.0, 110.0},
+        {50.0, 0.0, 0.0, 50.0, 0.0},
+        {50.0, 0.0, 5.0, 50.0, -5.0},
+    };
+    for (const auto& [price, count, discount, priceWithDiscount, sumWithDiscount] : cases) {
+        FrPosition position(QStringLiteral("Молоко"), price, count);
+        position.setDiscsum(discount);
+        EXPECT_DOUBLE_EQ(position.getPriceWithDisc(), priceWithDiscount);
+        EXPECT_DOUBLE_EQ(position.getPossumWithDisc(), sumWithDiscount);
+        EXPECT_DOUBLE_EQ(position.getPossum(), price * count);
+    }
+}
+
+TEST(Position, RequisitesDecideWhichBlocksItHas)
+{
+    // Each row: a tag, and whether it makes agent, supplier and industry data.
+    const std::tuple<EFrDriver::RequisiteTypes, bool, bool, bool> cases[] = {
+        {EFrDriver::AgentData, true, false, false},
+        {EFrDriver::SupplierData, false, true, false},
+        {EFrDriver::ItemAgentType, false, true, false},
+        {EFrDriver::SupplierInn, false, true, false},
+        {EFrDriver::IndustryRequisite, false, false, true},
+        {EFrDriver::CountryOfOrigin, false, false, false},
+    };
+    for (const auto& [tag, agent, supplier, industry] : cases) {
+        FrPosition position;
+        position.setRequisite(FdRequisite(tag, QStringLiteral("x")));
+        EXPECT_TRUE(position.hasFdRequisite(tag));
+        EXPECT_EQ(position.hasAgentDataRequisites(), agent) << tag;
+        EXPECT_EQ(position.hasSupplierRequisites(), supplier) << tag;
+        EXPECT_EQ(position.hasIndustryRequisites(), industry) << tag;
+    }
+    EXPECT_FALSE(FrPosition().hasFdRequisite(EFrDriver::AgentData));
+    EXPECT_EQ(FrPosition().getRequisite(EFrDriver::AgentData).getTag(), EFrDriver::NoRequisite);
+}
+
+TEST(Position, LogLineIsOneLineWithSumsAndCode)
+{
+    FrPosition position(QStringLiteral("Молоко\n3,2%"), 50.0, 1.5);
+    position.setDiscsum(5.0);
+    position.setMarkingCode(QStringLiteral("0104\x1d") + QStringLiteral("93ab"), MarkCommon);
+    position.setRequisite(FdRequisite(EFrDriver::CountryOfOrigin, QStringLiteral("643")));
+    const QString line = position.toString();
+    for (const char* part : {"Молоко", "1.500", "50.00", "5.00", "70.00", "0104<GS>93ab", "1230"})
+        EXPECT_TRUE(line.contains(QString::fromUtf8(part))) << part << " in " << line.toStdString();
+    EXPECT_FALSE(line.contains(QLatin1Char('\n')));
+}
+
+TEST(Requisite, CompositeOpensInAscendingOrderOfItsTags)
+{
+    const FdRequisite industry(EFrDriver::IndustryRequisite,
+        QVariantMap{{QStringLiteral("1264"), QStringLiteral("123/45")}, {QStringLiteral("44"), 1},
+            {QStringLiteral("1262"), QStringLiteral("030")}, {QStringLiteral("65535"), 2},
+            {QStringLiteral("name"), 3}, {QStringLiteral("70000"), 4}});
+    QList<int> tags;
+    for (const EFrDriver::RequisiteTypes tag : industry.toMap().keys())
+        tags.append(static_cast<int>(tag));
+    EXPECT_EQ(tags, (QList<int>{44, 1262, 1264, 65535}));
+    EXPECT_EQ(industry.toMap().value(EFrDriver::IndustryAuthority).getSourceData().toString(),
+        QStringLiteral("030"));
+}
+
+TEST(Requisite, FieldsGoInAndComeOutTheSameAlsoWhenNested)
+{
+    const FdRequisite phone(EFrDriver::SupplierPhone, QStringLiteral("+79001234567"));
+    const FdRequisite supplier
+        = FdRequisite::composite(EFrDriver::SupplierData, {{EFrDriver::SupplierPhone, phone}});
+    const FdRequisite outer = FdRequisite::composite(EFrDriver::Item, {{EFrDriver::SupplierData, supplier}});
+    const FdRequisiteMap inner = outer.toMap().value(EFrDriver::SupplierData).toMap();
+    EXPECT_EQ(inner.size(), 1);
+    EXPECT_EQ(inner.value(EFrDriver::SupplierPhone).getTag(), EFrDriver::SupplierPhone);
+    EXPECT_EQ(inner.value(EFrDriver::SupplierPhone).getSourceData(), phone.getSourceData());
+    EXPECT_TRUE(phone.toMap().isEmpty());
+    EXPECT_TRUE(FdRequisite().toMap().isEmpty());
+}
+
+TEST(Requisite, NamesAreThoseOfTheFiscalDataFormat)
+{
+    EXPECT_EQ(FdRequisite(EFrDriver::CashierInn, {}).getDescription(), QStringLiteral("ИНН кассира"));
+    EXPECT_EQ(FdRequisite(EFrDriver::MarkingCode, {}).getDescription(), QStringLiteral("код маркировки"));
+    const auto unknown = static_cast<EFrDriver::RequisiteTypes>(1999);
+    EXPECT_EQ(FdRequisite(unknown, {}).getDescription(), QStringLiteral("реквизит 1999"));
+}
+
+} // namespace

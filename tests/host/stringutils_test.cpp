@@ -1,0 +1,87 @@
+#include "qtprinters.h"
+
+#include <stringutils.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace {
+
+struct Case
+{
+    const char* left;
+    const char* right;
+    int width;
+    QList<const char*> lines;
+};
+
+QStringList texts(const QList<const char*>& lines)
+{
+    QStringList result;
+    for (const char* line : lines)
+        result.append(QString::fromUtf8(line));
+    return result;
+}
+
+TEST(WrappedString, LeftAndRightAreLaidOutOnTheWidth)
+{
+    const Case cases[] = {
+        {"* Код", "15", 10, {"* Код   15"}},
+        {"abcdefg", "15", 10, {"abcdefg 15"}},
+        {"abcdefgh", "15", 10, {"abcdefgh", "        15"}},
+        {"ab cd efgh ij", "1", 7, {"ab cd", "efgh ij", "      1"}},
+        {"один два", "три", 8, {"один два", "     три"}},
+        {"один два три", "5", 8, {"один два", "три    5"}},
+        {"abcdefghij", "", 4, {"abcd", "efgh", "ij"}},
+        {"ab abcdefghij", "z", 4, {"ab", "abcd", "efgh", "ij z"}},
+        {"abc  ", "", 10, {"abc"}},
+        {"", "abc", 5, {"  abc"}},
+        {"x", "aaa bbb cc", 6, {"x", "   aaa", "bbb cc"}},
+        {"", "aaa bbb", 4, {" aaa", " bbb"}},
+        {"", "", 5, {""}},
+        {"a\nb", "c", 5, {"a", "b   c"}},
+        {"a", "b\nc", 5, {"a   b", "    c"}},
+        {"a\n", "b", 3, {"a", "  b"}},
+        {"abc", "de", 0, {"abc de"}},
+        {"abc", "", -1, {"abc"}},
+    };
+    for (const Case& row : cases) {
+        EXPECT_EQ(
+            stringutils::wrappedString(QString::fromUtf8(row.left), QString::fromUtf8(row.right), row.width),
+            texts(row.lines))
+            << row.left << '|' << row.right << '|' << row.width;
+    }
+}
+
+QString withoutBlanks(QString text)
+{
+    return text.remove(QLatin1Char(' ')).remove(QLatin1Char('\n'));
+}
+
+TEST(WrappedString, NoLineIsWiderThanTheWidthAndNothingIsLost)
+{
+    const QString samples[] = {QString(), QStringLiteral("Да"), QStringLiteral("  отступ и слово"),
+        QStringLiteral("Электроннопочтовый адрес отправителя чека"), QStringLiteral("a\n\nb c\nddddddddd"),
+        QStringLiteral("    ")};
+    for (const QString& left : samples) {
+        for (const QString& right : samples) {
+            for (int width = 1; width < 45; ++width) {
+                const QStringList lines = stringutils::wrappedString(left, right, width);
+                EXPECT_TRUE(std::all_of(lines.cbegin(), lines.cend(), [width](const QString& line) {
+                    return line.length() <= width;
+                })) << width;
+                EXPECT_EQ(withoutBlanks(lines.join(QString())), withoutBlanks(left + right)) << width;
+            }
+        }
+    }
+}
+
+TEST(RemoveControlCharacters, LineFeedsStayOnlyWhenAskedFor)
+{
+    const QString text = QStringLiteral("a\x01\tb\nc\x1f\x7f я");
+    EXPECT_EQ(stringutils::removeControlCharacters(text), QStringLiteral("abc я"));
+    EXPECT_EQ(stringutils::removeControlCharacters(text, true), QStringLiteral("ab\nc я"));
+}
+
+} // namespace

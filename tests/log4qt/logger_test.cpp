@@ -1,0 +1,81 @@
+#include "../host/qtprinters.h"
+
+#include <logger.h>
+#include <logmanager.h>
+
+#include <gtest/gtest.h>
+#include <QStringList>
+
+namespace {
+
+QStringList lines;
+
+void remember(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    lines.append(
+        QStringLiteral("%1 %2 %3").arg(QString::number(type), QLatin1String(context.category), message));
+}
+
+class LoggerTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        lines.clear();
+        m_previous = qInstallMessageHandler(remember);
+    }
+
+    void TearDown() override
+    {
+        qInstallMessageHandler(m_previous);
+        QLoggingCategory::setFilterRules(QString());
+    }
+
+    Log4Qt::Logger& logger = *Log4Qt::LogManager::logger(QStringLiteral("frdriver"), QStringLiteral("spf_1"));
+
+private:
+    QtMessageHandler m_previous = nullptr;
+};
+
+TEST_F(LoggerTest, HandlerSeesLevelCategoryAndText)
+{
+    logger.debug(QStringLiteral("Запрос \"1\""));
+    logger.info("Команда выполнена");
+    logger.warn("Бумага %1 из %2", 1, QStringLiteral("два"));
+    logger.error("Отказ: %1", QStringLiteral("нет"));
+    EXPECT_EQ(lines,
+        (QStringList{QStringLiteral("0 frdriver.spf_1 Запрос \"1\""),
+            QStringLiteral("4 frdriver.spf_1 Команда выполнена"),
+            QStringLiteral("1 frdriver.spf_1 Бумага 1 из два"),
+            QStringLiteral("2 frdriver.spf_1 Отказ: нет")}));
+}
+
+TEST_F(LoggerTest, PlaceholdersWithinAnArgumentStayAsTheyAre)
+{
+    logger.info("Имя %1, цена %2", QStringLiteral("скидка %1 %2"), 5);
+    EXPECT_EQ(lines, QStringList{QStringLiteral("4 frdriver.spf_1 Имя скидка %1 %2, цена 5")});
+}
+
+TEST_F(LoggerTest, TraceIsOffUntilARuleTurnsItOn)
+{
+    EXPECT_FALSE(logger.isTraceEnabled());
+    logger.trace("-> %1", QStringLiteral("02 50"));
+    EXPECT_TRUE(lines.isEmpty());
+
+    QLoggingCategory::setFilterRules(QStringLiteral("*.trace=true"));
+    EXPECT_TRUE(logger.isTraceEnabled());
+    logger.trace("-> %1", QStringLiteral("02 50"));
+    EXPECT_EQ(lines, QStringList{QStringLiteral("0 frdriver.spf_1.trace -> 02 50")});
+}
+
+TEST_F(LoggerTest, ANameHasOneLogger)
+{
+    using Log4Qt::LogManager;
+    const QString root = QStringLiteral("frdriver");
+    EXPECT_EQ(LogManager::logger(root, QStringLiteral("spf_1")), &logger);
+    EXPECT_NE(LogManager::logger(root, QStringLiteral("spf_2")), &logger);
+    LogManager::logger(root, QString())->info("root");
+    EXPECT_EQ(lines, QStringList{QStringLiteral("4 frdriver root")});
+}
+
+} // namespace
