@@ -6,11 +6,9 @@
 #include "command.h"
 #include "driverlogger.h"
 #include "exceptions.h"
+#include "headerimage.h"
 #include "paramtable.h"
 #include "stringutils.h"
-
-#include <QBuffer>
-#include <QImage>
 
 #include <exception>
 
@@ -45,15 +43,6 @@ QList<FrParameter> defaultParameters()
         scalar(38, on), // no additional header line
         scalar(40, off), // receipt requisites
     };
-}
-
-QByteArray bmpFile(const QImage& image)
-{
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "BMP");
-    return bytes;
 }
 
 } // namespace
@@ -148,21 +137,13 @@ bool FrSpf::setGraphicCliche(const QString& fileName)
 {
     logger->info(QStringLiteral("Программирование графического клише"));
     isPortReady();
-    QImage image;
-    if (!image.load(fileName)) {
-        logger->error(QStringLiteral("Не удалось загрузить изображение"));
+    QImage image = loadHeaderImage(fileName, *logger);
+    if (image.isNull())
         return false;
-    }
-    if (image.format() != QImage::Format_Mono)
-        image = image.convertToFormat(QImage::Format_Mono);
-    if (image.isNull()) {
-        logger->error(QStringLiteral("Не удалось преобразовать изображение в монохромное"));
-        return false;
-    }
     if (image.size() != logoArea.size())
         image = image.copy(logoArea);
     try {
-        command->setLogo(bmpFile(image));
+        command->setLogo(toBmpFile(image));
     } catch (const FrCommandException& exception) {
         logger->error(QString::fromUtf8(exception.what()));
         return false;

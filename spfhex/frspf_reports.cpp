@@ -5,6 +5,7 @@
 #include "centredline.h"
 #include "checktypename.h"
 #include "command.h"
+#include "counterlines.h"
 #include "driverlogger.h"
 #include "exceptions.h"
 #include "messages.h"
@@ -109,10 +110,7 @@ QStringList FrSpf::countersLines(hw::fr::CheckType type)
 {
     QStringList lines{checkTypeName(type) + QLatin1Char(':')};
     const QMap<int, double> counters = getCheckCounters(type);
-    for (auto entry = counters.cbegin(); entry != counters.cend(); ++entry) {
-        lines.append(
-            QStringLiteral(" тип %1 - %2").arg(entry.key()).arg(QString::number(entry.value(), 'f', 2)));
-    }
+    lines.append(counterLines(counters));
     return lines;
 }
 

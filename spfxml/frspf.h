@@ -29,18 +29,32 @@ public:
     void portClose() override;
     /// Asks the device who it is, unless a connection has done so, and reads the advertising text.
     void init() override;
+    /// Makes the device give the totals of the fiscal drive with its counters.
+    bool setDefaults() override;
     QStringList getDeviceStateDescription() override;
     QStringList getFnStateDescription() override;
     void printLastFnDocument() override;
     void printFnDocument(long documentNumber) override;
+    QStringList getCountersDescription() override;
+    QStringList getParametersDescription() override;
     void drawerOpen() override;
     /// Closes the shift; sends nothing when it is closed. The object is empty.
     QJsonObject zReport() override;
     QJsonObject xReport() override;
+    /// Zeros when the shift is closed.
+    MoneyCounters getMoneyCounters(hw::fr::CheckType type) override;
+    /// Empty when the shift is closed; throws FrCommandException for other types than sale and return.
+    QMap<int, double> getCheckCounters(hw::fr::CheckType type) override;
     /// False when the shift is open: the register takes a new time in a closed shift only.
     bool setDateTime(const QDateTime& dateTime) override;
     QDateTime getDateTime() override;
+    /// At most 4 lines; the others are dropped.
+    bool setCliche(const QList<QString>& lines) override;
+    KkmRegisterBeg getKkmRegisterBeg() override;
+    KkmRegisterEnd getKkmRegisterEnd() override;
     QMap<EFrDriver::FontTypes, unsigned> getBandWidthFonts() override;
+    /// Scales the picture to what the device takes.
+    bool setGraphicCliche(const QString& fileName) override;
     /// Keeps the cashier for the documents that follow; nothing is sent.
     void cashierLogin(const FrUser& user) override;
     /// Opens the shift; sends nothing when it is open.
@@ -49,6 +63,8 @@ public:
     void accountingReport() override;
     bool isCashDrawerOpened() const override;
 
+    /// Values are paths: "section.subsection.parameter.value".
+    bool setParams(const QList<FrParameter>& parameters) override;
     /// Asks the device who it is: the exchange by which BasicFrDriver::connect knows that it is there.
     void setConnection() override;
 
@@ -57,6 +73,8 @@ public:
     /// Hands the advertising text of the host's settings to the command object, without the empty lines at
     /// its end.
     void loadTail();
+    /// The requisite under which the device counts receipts of that type.
+    static EFrDriver::RequisiteTypes getCountersTypeRequisite(hw::fr::CheckType type);
 
 protected:
     /// Runs the operation and logs a failed command on its way to the host.
@@ -70,10 +88,26 @@ protected:
             throw;
         }
     }
+    /// The same, but the host gets a plain FrCommandException with the text, whatever kind it was.
+    template <typename Operation>
+    auto withCopiedFailure(const Operation& operation) const
+    {
+        try {
+            return operation();
+        } catch (const FrCommandException& exception) {
+            const QString text = exception.tr().ru();
+            logger->error(text);
+            throw FrCommandException(text);
+        }
+    }
     void logCommandDone() const;
 
     QSharedPointer<SpfFrCommand> command;
     QString cashierDisplayName;
+
+private:
+    bool isShiftClosedForCounters();
+    void writeHeader(const SpfFrCommand::ParameterMap& values);
 };
 
 } // namespace spfxml

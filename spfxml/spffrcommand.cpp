@@ -11,9 +11,6 @@ namespace {
 
 using ParamType = RequestParams::EParamType;
 
-// A receipt is the one command that is never repeated; all others may be.
-constexpr int repeatableAttempts = 5;
-
 } // namespace
 
 SpfFrCommand::SpfFrCommand(

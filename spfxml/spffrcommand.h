@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kktcounters.h"
 #include "requestparams.h"
 #include "shiftstatus.h"
 #include "spfstatus.h"
@@ -55,6 +56,9 @@ public:
         ClearMarkingCodes = 90
     };
 
+    /// Values of settings by section, subsection and parameter.
+    using ParameterMap = QMap<QString, QMap<QString, QMap<QString, QString>>>;
+
     /// Owns neither of the two. The protocol version goes into each request.
     SpfFrCommand(
         AbstractSerialDriver* serialDriver, const Log4Qt::Logger* driverLogger, const QString& version);
@@ -73,8 +77,18 @@ public:
     /// True when the drawer is open; false also when the register does not say.
     virtual bool getCashDrawerStatus() const;
     virtual void openDrawer() const;
+    /// The settings as the device gives them; all of the catalogue is asked for.
+    virtual RequestParams getParameters() const;
+    /// Writes settings in one exchange. Throws FrCommandException for a name that the catalogue lacks, before
+    /// anything is sent.
+    virtual void setParameters(const ParameterMap& values) const;
     virtual void shiftOpen() const;
     virtual void shiftClose() const;
+    /// Figures of sales (requisite 1129) or returns (1130).
+    virtual KktCounters getCheckCounters(EFrDriver::RequisiteTypes requisite) const;
+    /// Cash put in or taken out in the shift.
+    virtual MoneyCounters getMoneyCounters(hw::fr::CheckType type) const;
+    virtual double getCashInDrawer() const;
     /// Prints the report on the current state of settlements.
     virtual void accountingReport() const;
     /// Prints the document of that number from the fiscal drive.
@@ -111,6 +125,9 @@ public:
     QDomDocument getResponseData(const QDomDocument& document) const;
 
 protected:
+    /// A receipt is the one command that is never repeated; all others may be.
+    static constexpr int repeatableAttempts = 5;
+
     AbstractSerialDriver* const serial;
     const Log4Qt::Logger* const logger;
     QString cashierName;
@@ -127,6 +144,7 @@ private:
     [[noreturn]] void refuseParameter(const QString& tag, const QString& text) const;
     RequestParams cashierParam() const;
     QList<RequestParams> cashierParams() const;
+    QDomDocument requestCounters(const QString& message) const;
     void sendStructure(ECommandCode code, const QString& name, const QList<RequestParams>& params) const;
 };
 

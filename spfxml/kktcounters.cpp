@@ -1,0 +1,78 @@
+#include "kktcounters.h"
+
+#include <xmlutils.h>
+
+#include <QDomDocument>
+
+#include <array>
+
+namespace spfxml {
+
+namespace {
+
+const QString nameAttribute = QStringLiteral("n");
+
+// Requisites with the sums of a shift by payment kind, kinds 0 to 4.
+constexpr std::array paymentRequisites{EFrDriver::CashTotal, EFrDriver::ElectronicTotal,
+    EFrDriver::PrepaymentTotal, EFrDriver::CreditTotal, EFrDriver::OtherTotal};
+
+QDomElement block(const QDomDocument& document, const QString& name)
+{
+    return xmlutils::getElementByAttribute(document, nameAttribute, name);
+}
+
+double requisiteValue(const QDomElement& element, EFrDriver::RequisiteTypes requisite)
+{
+    return xmlutils::getValueByAttribute(element.childNodes(), nameAttribute, requisite).toDouble();
+}
+
+QString moneyValue(const QDomDocument& document, const QString& name)
+{
+    const QDomElement money = block(document, QStringLiteral("MOCounters"));
+    return xmlutils::getValueByAttribute(money.childNodes(), nameAttribute, name);
+}
+
+MoneyCounters moneyPair(const QDomDocument& document, const QString& countName, const QString& sumName)
+{
+    return {moneyValue(document, countName).toInt(), moneyValue(document, sumName).toDouble()};
+}
+
+} // namespace
+
+KktCounters getKktCounters(const QDomDocument& document, EFrDriver::RequisiteTypes requisite)
+{
+    const QString requisiteName = QString::number(requisite);
+    const QDomElement shift = xmlutils::getChildElementByAttribute(
+        block(document, QString::number(EFrDriver::ShiftTotals)), nameAttribute, requisiteName);
+
+    KktCounters counters;
+    for (size_t kind = 0; kind < paymentRequisites.size(); ++kind)
+        counters.payments.insert(static_cast<int>(kind), requisiteValue(shift, paymentRequisites.at(kind)));
+    // The device writes the count like a sum, "3.0".
+    counters.count = static_cast<qint32>(requisiteValue(shift, EFrDriver::ReceiptCount));
+    counters.shiftSum = requisiteValue(shift, EFrDriver::ReceiptsSum);
+
+    const QDomElement total = block(document, QString::number(EFrDriver::FnTotals));
+    if (!total.isNull() && total.hasAttributes()) {
+        counters.totalSum
+            = requisiteValue(xmlutils::getChildElementByAttribute(total, nameAttribute, requisiteName),
+                EFrDriver::ReceiptsSum);
+    }
+    return counters;
+}
+
+MoneyCounters getMoneyCounters(const QDomDocument& document, hw::fr::CheckType type)
+{
+    if (type == hw::fr::CheckCashIn)
+        return moneyPair(document, QStringLiteral("MOIncomeCount"), QStringLiteral("MOIncomeSum"));
+    if (type == hw::fr::CheckCashOut)
+        return moneyPair(document, QStringLiteral("MOOutcomeCount"), QStringLiteral("MOOutcomeSum"));
+    return {};
+}
+
+double getCashInDrawer(const QDomDocument& document)
+{
+    return moneyValue(document, QStringLiteral("CashSumm")).toDouble();
+}
+
+} // namespace spfxml
