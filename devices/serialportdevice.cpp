@@ -12,10 +12,7 @@ SerialPortDevice::SerialPortDevice(const QString& name)
     m_port.setPortName(name);
 }
 
-SerialPortDevice::~SerialPortDevice()
-{
-    close();
-}
+SerialPortDevice::~SerialPortDevice() = default;
 
 QString SerialPortDevice::getDeviceName() const
 {

@@ -59,7 +59,7 @@ QByteArray StreamDevice::read(qint64 maxSize)
         return {};
     if (stream().bytesAvailable() < maxSize)
         fetch();
-    const QByteArray data = stream().read(maxSize);
+    QByteArray data = stream().read(maxSize);
     closeIfLost();
     return data;
 }

@@ -16,10 +16,7 @@ TcpSerialDevice::TcpSerialDevice(const QString& host, quint16 port)
     m_socket.setProxy(QNetworkProxy::NoProxy);
 }
 
-TcpSerialDevice::~TcpSerialDevice()
-{
-    close();
-}
+TcpSerialDevice::~TcpSerialDevice() = default;
 
 QString TcpSerialDevice::getDeviceName() const
 {
