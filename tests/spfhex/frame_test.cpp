@@ -1,0 +1,85 @@
+#include "spfhex/frame.h"
+#include "spfhex/statestatus.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace frame = spfhex::frame;
+
+TEST(Frame, requestsAreTheseBytes)
+{
+    const std::vector<std::tuple<quint8, int, QList<QVariant>, QByteArray>> table{
+        {0x20, 0xA0, {}, "02 515a5857 20 4130 03 3536"},
+        {0x21, 0x0B, {QVariant(), 7}, "02 515a5857 21 3042 1c 371c 03 3633"},
+        {0xFD, 0x6B, {QStringLiteral("Ян"), QString()}, "02 515a5857 fd 3642 d0afd0bd1c 1c 03 3943"},
+        {0x20, 0x21, {QByteArray("\x97\xA0\xA9"), 16}, "02 515a5857 20 3231 97a0a91c 31361c 03 4244"},
+        {0x41, 0x3D, {0.25, QVariant()}, "02 515a5857 41 3344 302e32351c 1c 03 3238"},
+    };
+    for (const auto& [id, code, fields, bytes] : table)
+        EXPECT_EQ(frame::build(id, code, fields), QByteArray::fromHex(bytes)) << bytes.data();
+}
+
+TEST(Frame, answersAreCheckedAndTakenApart)
+{
+    const char* const invalid = nullptr;
+    const std::vector<std::pair<QByteArray, const char*>> table{
+        {"02 20 4130 3030 301c 341c 301c 03 3741", "0\x1C\x34\x1C\x30"},
+        {"02 20 4130 3030 301c 341c 301c 03 3761", "0\x1C\x34\x1C\x30"}, // check digits in small letters
+        {"02 4b 4130 3030 03 3339", "\x03\x33\x39"}, // no fields: the trailer comes back as data
+        {"02 72 4130 3030 03 5a5a", "\x03ZZ"}, // digits that are none read as 0
+        {"02 4b 4130 3030 03 3338", invalid},
+        {"03 4b 4130 3030 03 3339", invalid},
+        {"02 4b 4130 3030 04 3345", invalid},
+        {"02 20 4130 30 03 3632", invalid}, // a byte short, its check digits right
+        {"", invalid},
+    };
+    for (const auto& [bytes, data] : table) {
+        SCOPED_TRACE(bytes.data());
+        const QByteArray answer = QByteArray::fromHex(bytes);
+        ASSERT_EQ(frame::isValid(answer), data != invalid);
+        EXPECT_EQ(data == invalid ? QByteArray() : frame::data(answer), data);
+    }
+}
+
+TEST(StateStatus, flagsAndDocumentAreReadFromThreeNumbers)
+{
+    // Facts: n not initialised, s shift open, c document closed, r document to be closed.
+    const std::vector<std::tuple<QByteArray, std::string, int, int>> table{
+        {"0|4|0", "sc", 0, 0},
+        {"0|1|2050", "nr", 2, 8},
+        {"255|250|4098", "r", 2, 16},
+        {"0|5|770", "ns", 2, 3},
+        {"0|260|67330", "s", 2, 7}, // what goes beyond a byte is dropped
+        {"x||-", "c", 0, 0},
+        {"", "c", 0, 0},
+    };
+    for (auto [data, facts, type, state] : table) {
+        SCOPED_TRACE(data.data());
+        const spfhex::StateStatus status(data.replace('|', '\x1C'));
+        EXPECT_EQ(status.isNotInitialized(), facts.find('n') != std::string::npos);
+        EXPECT_EQ(status.isShiftOpened(), facts.find('s') != std::string::npos);
+        EXPECT_EQ(status.isDocumentClosed(), facts.find('c') != std::string::npos);
+        EXPECT_EQ(status.isCloseDocumentRequired(), facts.find('r') != std::string::npos);
+        EXPECT_EQ(status.documentType, type);
+        EXPECT_EQ(status.documentState, state);
+    }
+}
+
+TEST(StateStatus, serviceLinesNameEveryFlag)
+{
+    const spfhex::StateStatus status("165\x1C\x32\x32\x1C\x34\x30\x39\x39");
+    EXPECT_EQ(status.getFatalStateStatus().join(QLatin1Char('/')).toStdString(),
+        "Статус фатального состояния:/  неверная контрольная сумма сменных счетчиков в NVRAM: да/"
+        "  неверная контрольная сумма конфигурации в NVRAM: нет/  ошибка OTP: да/"
+        "  неверная контрольная сумма NVRAM: нет/  ошибка флэш-памяти: нет/"
+        "  инсталляция не произведена: да/  фатальная ошибка ФН: нет/  расхождение данных ККТ и ФН: да");
+    EXPECT_EQ(status.getCurrentFlagsStatus().join(QLatin1Char(';')).toStdString(),
+        "Статус текущих флагов:;  не была вызвана функция 0: нет;  нефискальный (тестовый) режим: да;"
+        "  смена открыта: да;  смена больше 24 часов: нет;  архив ФН закрыт: да;  ФН не активизирован: нет");
+    EXPECT_EQ(status.getDocumentStatus().join(QLatin1Char(';')).toStdString(),
+        "Статус документа:;  тип текущего открытого документа: Возврат прихода;"
+        "  состояние  документа: Отмена документа невозможна");
+    EXPECT_EQ(spfhex::StateStatus("0\x1C\x30\x1C\x35\x32\x34").getDocumentStatus().constLast(),
+        QStringLiteral("  состояние  документа: "));
+}
