@@ -21,7 +21,7 @@ QStringList defaultPlaces()
     const QString program = QCoreApplication::applicationDirPath();
     return path.split(QDir::listSeparator(), Qt::SkipEmptyParts)
         + QStringList{
-            program + QStringLiteral("/../plugins"), program + QStringLiteral("/../lib/frspf/plugins")};
+            program + QStringLiteral("/../plugins"), program + QStringLiteral("/../" FRCTL_PLUGIN_DIR)};
 }
 
 QStringList libraries(const QString& place)

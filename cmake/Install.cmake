@@ -1,0 +1,40 @@
+# Where an installation puts things: Debian's places, in four components that become four packages.
+#   runtime  the shared host library
+#   devel    its headers and package files
+#   plugin   the driver plugin
+#   tools    frctl and spf-emulator with their manual pages and the example receipts
+
+include(CMakePackageConfigHelpers)
+
+install(TARGETS frhost EXPORT frhostTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT devel)
+install(DIRECTORY host/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frhost COMPONENT devel
+  FILES_MATCHING PATTERN "*.h" PATTERN fdrequisitenames.h EXCLUDE PATTERN servicetexts.h EXCLUDE)
+
+# The serial devices are part of what a host program links.
+install(TARGETS frdevices EXPORT frhostTargets
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT devel)
+install(FILES devices/serialdevicefactory.h devices/serialportdevice.h devices/streamdevice.h
+  devices/tcpserialdevice.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frdevices COMPONENT devel)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/frhost)
+install(EXPORT frhostTargets NAMESPACE frspf:: DESTINATION ${package_dir} COMPONENT devel)
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/frhostConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/frhostConfig.cmake
+  INSTALL_DESTINATION ${package_dir}
+  PATH_VARS FRSPF_PLUGIN_INSTALL_DIR)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/frhostConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/frhostConfig.cmake ${PROJECT_BINARY_DIR}/frhostConfigVersion.cmake
+  DESTINATION ${package_dir} COMPONENT devel)
+configure_file(${PROJECT_SOURCE_DIR}/cmake/frhost.pc.in ${PROJECT_BINARY_DIR}/frhost.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/frhost.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT devel)
+
+install(TARGETS spf LIBRARY DESTINATION ${FRSPF_PLUGIN_INSTALL_DIR} COMPONENT plugin)
+
+install(TARGETS frctl spf-emulator RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+file(GLOB manuals CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.1)
+install(FILES ${manuals} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+file(GLOB receipts CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/examples/*.json ${PROJECT_SOURCE_DIR}/examples/*.txt)
+install(FILES ${receipts} DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT tools)
+install(DIRECTORY examples/host DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT tools)
+install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT tools)
