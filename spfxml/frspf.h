@@ -4,9 +4,14 @@
 #include "spffrcommand.h"
 
 #include <basicfrdriver.h>
+#include <checktype.h>
 #include <exceptions.h>
+#include <frposition.h>
+#include <frprintdata.h>
 #include <logger.h>
 
+#include <QList>
+#include <QMap>
 #include <QSharedPointer>
 
 class FrSpfSettings;
@@ -65,6 +70,45 @@ public:
 
     /// Values are paths: "section.subsection.parameter.value".
     bool setParams(const QList<FrParameter>& parameters) override;
+
+    /// Opens the shift when it is closed and drops what was gathered before. Requisites of the receipt must
+    /// be set after it. The tax system and the checked marking codes outlive it.
+    void checkOpen(const FiscalDocument& document) override;
+    void checkAddPosition(const FrPosition& position) override;
+    /// Payments of one kind add up.
+    void checkPay(const FrPayment& payment) override;
+    void checkPrint(const QList<QString>& lines) override;
+    /// Sends the receipt, once. The object is empty: the register gives no numbers back. After a failure
+    /// what was gathered is still there.
+    QJsonObject checkClose(const FiscalDocument& document) override;
+    void moneyCheckOpen(hw::fr::CheckType type, const QString& text) override;
+    void moneyCheckPrint(const QList<QString>& lines) override;
+    QJsonObject moneyCheckClose(double sum) override;
+    void textDocOpen(hw::fr::CheckType type) override;
+    void textDocPrint(const QList<QString>& lines) override;
+    void textDocClose() override;
+    /// EAN-13 and QR; any other barcode is left out with an error in the log.
+    void barcodePrint(const Barcode& barcode) override;
+    void setFont(const QList<EFrDriver::FontTypes>& fonts) override;
+    void resetFont() override;
+
+    /// Answers from memory for a code that was checked since the last receipt, unless a recheck is wanted.
+    int checkMarkingCode(const MarkedPosition& position, bool recheck) override;
+    void clearMarkingCodes() override;
+
+    /// Keeps a requisite for the open receipt; one that the register does not take is left out with a warning
+    /// in the log. The tax system stays for later receipts too.
+    void setRequisite(const FdRequisite& requisite) override;
+    /// Sends the tax systems only. Throws FrCommandException when the shift is open.
+    void registration(const QList<hw::fr::common::TaxSystemType>& taxSystems,
+        hw::fr::common::TaxSystemType defaultTaxSystem, const QString& cashierName,
+        const QList<RegistrationReason>& reasons, const QMap<QString, QVariant>& parameters) override;
+    QList<hw::fr::common::TaxSystemType> getAllTaxSystems() const override;
+    /// The first registered one, asked from the register each time. Throws FrCommandException when none is.
+    hw::fr::common::TaxSystemType getDefaultTaxSystem() const override;
+    QString getFfdVersion() override;
+    FnInfo getFnInfo() override;
+
     /// Asks the device who it is: the exchange by which BasicFrDriver::connect knows that it is there.
     void setConnection() override;
 
@@ -103,6 +147,18 @@ protected:
     void logCommandDone() const;
 
     QSharedPointer<SpfFrCommand> command;
+    hw::fr::CheckType moneyCheckType = hw::fr::CheckNone;
+    /// Roubles by payment kind.
+    QMap<int, double> payments;
+    QList<FrPosition> positions;
+    /// Of all three kinds of documents.
+    QList<FrPrintData> printLines;
+    /// As they go out.
+    QList<RequestParams> requisites;
+    /// Verdicts by marking code.
+    QMap<QString, int> checkedMarkingCodes;
+    /// 0 while no requisite has named one.
+    qint32 taxSystem = 0;
     QString cashierDisplayName;
 
 private:

@@ -6,13 +6,21 @@
 #include "spfstatus.h"
 
 #include <checkprintmode.h>
+#include <checktype.h>
+#include <excisemarktype.h>
+#include <taxsystem.h>
 
 #include <QByteArray>
 #include <QDateTime>
+#include <QList>
+#include <QMap>
 #include <QString>
 
 class AbstractSerialDriver;
+class FrPosition;
 class QDomDocument;
+struct FrPrintData;
+struct MarkedPosition;
 
 namespace Log4Qt {
 class Logger;
@@ -89,11 +97,32 @@ public:
     /// Cash put in or taken out in the shift.
     virtual MoneyCounters getMoneyCounters(hw::fr::CheckType type) const;
     virtual double getCashInDrawer() const;
+    /// Registers and prints a receipt in one request, which is sent once: after a failure it may or may not
+    /// be in the fiscal drive. Sums in roubles by payment kind; kinds above 4 are left out. The change is
+    /// always taken from the cash. The requisites go out as they are.
+    virtual void checkClose(hw::fr::CheckType type, const QMap<int, double>& payments,
+        const QList<FrPosition>& positions, const QList<FrPrintData>& printData,
+        const QList<RequestParams>& requisites) const;
+    /// Takes cash out for that type of document, puts it in for any other.
+    virtual void moneyOperation(
+        hw::fr::CheckType type, double sum, const QList<FrPrintData>& printData) const;
+    virtual void nonFiscalDocument(const QList<FrPrintData>& printData) const;
+    /// The registered tax systems in ascending order of their bits; throws FrCommandException when the
+    /// register does not name them.
+    virtual QList<hw::fr::common::TaxSystemType> getAllTaxSystems() const;
+    /// Always "1.2"; the device is not asked.
+    virtual QString getFFDVersion() const;
+    /// The register's verdict on a marking code (tag 2106); throws FrCommandException when it gives none.
+    virtual int checkMarkingCode(const MarkedPosition& position);
     /// Prints the report on the current state of settlements.
     virtual void accountingReport() const;
     /// Prints the document of that number from the fiscal drive.
     virtual void printFNDocument(unsigned int number) const;
     virtual void printLastFNDocument() const;
+    /// Drops the codes that the register has checked so far.
+    virtual void clearMarkingCodes() const;
+    /// Changes the registration; the register gets the tax systems and nothing else.
+    virtual void registration(const QList<hw::fr::common::TaxSystemType>& taxSystems) const;
     /// Advertising text behind each receipt; kept here, nothing is sent.
     virtual void setTail(const QList<QString>& lines);
 
@@ -112,6 +141,19 @@ public:
     /// How the following receipts are to be printed.
     void setPrintMode(CheckPrintMode mode);
 
+    /// The fields of one line of a receipt.
+    QList<RequestParams> getPositionRequisites(const FrPosition& position, hw::fr::CheckType type) const;
+    /// The block with the code of marked goods; always one node.
+    QList<RequestParams> getNomenclatureCodeRequisite(const QString& code, ExciseMarkType type) const;
+    /// Three nodes, or none for a position without supplier.
+    QList<RequestParams> getSupplierRequisites(const FrPosition& position) const;
+    /// One node, or none for a position without data of the payment agent.
+    QList<RequestParams> getAgentRequisites(const FrPosition& position) const;
+    /// One node, or none for a position without industry requisite.
+    QList<RequestParams> getIndustryRequisites(const FrPosition& position) const;
+    /// Lines to print, with the register's sequences for fonts and barcodes in them.
+    static QList<QString> getTextLines(const QList<FrPrintData>& printData);
+
     /// The request as it goes over the wire.
     QByteArray createCommand(
         const QByteArray& requestId, ECommandCode code, const RequestParams& params) const;
@@ -123,6 +165,8 @@ public:
     void checkForErrors(const QDomDocument& document) const;
     /// The document inside the answer, empty when there is none.
     QDomDocument getResponseData(const QDomDocument& document) const;
+    /// Logs the field of an answer that is not as it should be and throws FrCommandException.
+    [[noreturn]] void refuseParameter(const QString& tag, const QString& text) const;
 
 protected:
     /// A receipt is the one command that is never repeated; all others may be.
@@ -141,10 +185,14 @@ private:
     QByteArray receiveAnswer(const QByteArray& requestId) const;
     QDomDocument parseAnswer(const QByteArray& answer) const;
     int readErrorNumber(const QDomDocument& document, const QString& tag) const;
-    [[noreturn]] void refuseParameter(const QString& tag, const QString& text) const;
     RequestParams cashierParam() const;
     QList<RequestParams> cashierParams() const;
     QDomDocument requestCounters(const QString& message) const;
+    QList<RequestParams> receiptFields(
+        hw::fr::CheckType type, const QMap<int, double>& payments, double change) const;
+    QList<RequestParams> markingRequisites(const FrPosition& position, hw::fr::CheckType type) const;
+    /// The value of a field that the answer must hold.
+    QVariant answerValue(const QDomDocument& answer, EFrDriver::RequisiteTypes tag) const;
     void sendStructure(ECommandCode code, const QString& name, const QList<RequestParams>& params) const;
 };
 
