@@ -72,6 +72,8 @@ Complaint complaintOf(const std::exception_ptr& exception)
             ExitInterrupted, QStringLiteral("interrupted"), QStringLiteral("Interrupted"), error.outcome()};
     } catch (const HostError& error) {
         return {ExitFailure, QString::fromUtf8(error.what()), QStringLiteral("HostError")};
+    } catch (const Refusal& error) {
+        return {ExitFailure, QString::fromUtf8(error.what()), QStringLiteral("Refusal")};
     } catch (const BasicException& error) {
         return {ExitFailure, error.tr().ru(), exceptionClassName(error)};
     } catch (const std::exception& error) {

@@ -1,18 +1,38 @@
 #include "command.h"
 
+#include "countercommands.h"
 #include "errors.h"
+#include "fncommands.h"
 #include "infocommand.h"
+#include "parametercommand.h"
+#include "printoutcommands.h"
 #include "receiptcommands.h"
+#include "reportcommands.h"
 #include "servicecommands.h"
+
+#include <limits>
 
 namespace frctl {
 
 namespace {
 
+constexpr qsizetype AnyNumber = std::numeric_limits<qsizetype>::max();
+
 constexpr Command Commands[] = {
     {"info", "", "What the plugin says of itself; needs no register.", 0, 0, prepareInfo},
     {"status", "", "The register's identity, clock, shift and state.", 0, 0, prepareStatus},
     {"open-shift", "", "Open the shift if it is closed.", 0, 0, prepareOpenShift},
+    {"x-report", "", "Print the shift's totals.", 0, 0, prepareXReport},
+    {"z-report", "", "Close the shift and print its report.", 0, 0, prepareZReport},
+    {"accounting-report", "", "Print the report on the state of settlements.", 0, 0, prepareAccountingReport},
+    {"counters", "", "The shift's sums by payment kind, cash in and cash out.", 0, 0, prepareCounters},
+    {"registers", "begin|end", "The registers for the start or the end of a shift, by position.", 1, 1,
+        prepareRegisters},
+    {"fn", "", "State of the fiscal drive and of its exchange with the OFD.", 0, 0, prepareFn},
+    {"print-document", "N", "Print the fiscal drive's document of that number.", 1, 1, preparePrintDocument},
+    {"print-last-document", "", "Print the fiscal drive's last document.", 0, 0, preparePrintLastDocument},
+    {"registration", "--tax-systems LIST", "Register anew with the tax systems of the list.", 0, 0,
+        prepareRegistration},
     {"sell", "FILE", "Issue the receipt of a JSON file.", 1, 1, prepareSell},
     {"refund", "FILE", "Issue the return receipt of a JSON file.", 1, 1, prepareRefund},
     {"cash-in", "SUM", "Put cash into the drawer.", 1, 1, prepareCashIn},
@@ -23,6 +43,13 @@ constexpr Command Commands[] = {
     {"drawer", "open|state", "Open the cash drawer, or tell whether it is open.", 1, 1, prepareDrawer},
     {"time", "get|set [TIME]", "The register's clock; set takes 2024-12-31T23:59:59 or the time now.", 1, 2,
         prepareTime},
+    {"params", "list|get|set|defaults [NAME[=VALUE]...]",
+        "The register's settings: all, some, write some, write the driver's defaults. NAME is 6.0 or (a part of) "
+        "a caption, over XML section.subsection.parameter.",
+        1, AnyNumber, prepareParams},
+    {"header", "FILE", "Program the header lines of the receipts, 4 at most.", 1, 1, prepareHeader},
+    {"tail", "FILE", "Program the advertising text at the end of the receipts (HEX).", 1, 1, prepareTail},
+    {"logo", "FILE|--clear", "Program the header picture, or remove it (HEX).", 0, 1, prepareLogo},
     {"mark", "CODE", "Check the marking code of one piece to be sold.", 1, 1, prepareMark},
 };
 
@@ -31,6 +58,19 @@ constexpr Command Commands[] = {
 std::span<const Command> commands()
 {
     return Commands;
+}
+
+Task onRegister(const std::function<Output(AbstractFrDriver&)>& run)
+{
+    Task task;
+    task.onRegister = run;
+    return task;
+}
+
+void requireHex(const Options& options, const QString& what)
+{
+    if (!options.isHex())
+        throw Refusal(QStringLiteral("%1 cannot be done over XML").arg(what));
 }
 
 const Command& findCommand(const Options& options)

@@ -35,6 +35,11 @@ struct Task
     std::optional<FrUser> cashier;
 };
 
+/// The task of a command that needs a register and nothing else.
+Task onRegister(const std::function<Output(AbstractFrDriver&)>& run);
+/// Throws Refusal for what only the HEX protocol can do.
+void requireHex(const Options& options, const QString& what);
+
 /// One line of the command table.
 struct Command
 {

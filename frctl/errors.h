@@ -31,6 +31,16 @@ public:
     }
 };
 
+/// The driver or the register said no without a failure of the line, or cannot do what was asked.
+class Refusal : public std::runtime_error
+{
+public:
+    explicit Refusal(const QString& text)
+        : std::runtime_error(text.toStdString())
+    {
+    }
+};
+
 /// What has become of a document whose work was broken off.
 enum class DocumentOutcome { None, Cancelled, NotCancelled, Unknown, Issued };
 

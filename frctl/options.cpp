@@ -26,6 +26,8 @@ constexpr OptionRow Rows[] = {
     {"option", "BIT=on|off", "Overrule a driver option, BIT as 0x10 or 16; may be repeated."},
     {"cashier", "NAME", "The cashier; goes before the one that a receipt names."},
     {"cashier-inn", "INN", "The cashier's tax number."},
+    {"tax-systems", "LIST", "For registration: osn, usnIncome, usnIncomeOutcome, envd, esn, patent."},
+    {"clear", nullptr, "For logo: remove the picture."},
     {"log-level", "LEVEL", "trace, debug, info, warn or error (error); the log goes to stderr."},
     {"json", nullptr, "Print one JSON object."},
     {"help", nullptr, "Show this help."},
@@ -90,6 +92,8 @@ void readValues(const QCommandLineParser& parser, Options& options)
     options.protocolVersion = value("protocol-version");
     options.plugins = parser.values(QStringLiteral("plugin"));
     options.speedEnumerate = !isSet("no-speed-enumeration");
+    options.taxSystems = value("tax-systems");
+    options.clear = isSet("clear");
     options.cashier.name = value("cashier");
     options.cashier.inn = value("cashier-inn");
     if (isSet("protocol"))
@@ -118,6 +122,10 @@ Options parseOptions(const QStringList& commandLine)
     options.arguments = parser.positionalArguments();
     if (!options.arguments.isEmpty())
         options.command = options.arguments.takeFirst();
+    if (parser.isSet(QStringLiteral("tax-systems")) && options.command != QStringLiteral("registration"))
+        throw UsageError(QStringLiteral("--tax-systems goes with registration"));
+    if (options.clear && options.command != QStringLiteral("logo"))
+        throw UsageError(QStringLiteral("--clear goes with logo"));
     return options;
 }
 

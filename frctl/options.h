@@ -23,12 +23,17 @@ struct Options
     bool speedEnumerate = true;
     hw::fr::DriverOptions driverOptions;
     FrUser cashier;
+    /// Names with commas between them.
+    QString taxSystems;
+    bool clear = false;
     LogLevel logLevel = Error;
     bool json = false;
     bool help = false;
     bool version = false;
     QString command;
     QStringList arguments;
+
+    bool isHex() const { return protocol == QStringLiteral("HEX"); }
 };
 
 /// Throws UsageError. The first argument is the program's name.

@@ -3,24 +3,15 @@
 #include "abstractfrdriver.h"
 #include "documentguard.h"
 #include "errors.h"
+#include "inputfile.h"
 #include "money.h"
 #include "receipterror.h"
 #include "receiptissuer.h"
 #include "receiptparser.h"
 
-#include <QFile>
-
 namespace frctl {
 
 namespace {
-
-QByteArray readFile(const QString& fileName)
-{
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
-        throw UsageError(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
-    return file.readAll();
-}
 
 Task prepareReceipt(const Options& options, bool isReturn)
 {
@@ -29,6 +20,9 @@ Task prepareReceipt(const Options& options, bool isReturn)
         throw ReceiptError(QStringLiteral("type"),
             isReturn ? QStringLiteral("is no return; use the command sell")
                      : QStringLiteral("is a return; use the command refund"));
+    const hw::fr::CheckType type = receipt.document.getDocumentType();
+    if (!options.isHex() && type != hw::fr::CheckSale && type != hw::fr::CheckSaleReturn)
+        throw Refusal(QStringLiteral("over XML the register would take this receipt for a sale"));
     Task task;
     task.cashier = options.cashier.name.isEmpty() ? receipt.cashier : options.cashier;
     if (task.cashier)
@@ -37,13 +31,14 @@ Task prepareReceipt(const Options& options, bool isReturn)
     return task;
 }
 
-Output moveCash(AbstractFrDriver& driver, hw::fr::CheckType type, qint64 sum)
+Output moveCash(AbstractFrDriver& driver, hw::fr::CheckType type, qint64 sum, bool isHex)
 {
     DocumentSteps steps;
     steps.open = [&] { driver.moneyCheckOpen(type, {}); };
     steps.close = [&] { driver.moneyCheckClose(roubles(sum)); };
     steps.finish = [&] { driver.moneyCheckWaitForPrint(); };
-    steps.cancelAfterClose = true;
+    // Over XML there is nothing to cancel: the closing request is the document.
+    steps.cancelAfterClose = isHex;
     runDocument(driver, steps);
     const QString text
         = type == hw::fr::CheckCashIn ? QStringLiteral("cash in: %1") : QStringLiteral("cash out: %1");
@@ -58,9 +53,9 @@ Task prepareCash(const Options& options, hw::fr::CheckType type)
     const std::optional<qint64> sum = ok && value > 0.0 && value < 1e8 ? fixedPoint(value, 2) : std::nullopt;
     if (!sum || *sum == 0)
         throw UsageError(QStringLiteral("%1: \"%2\" is not a sum as 100.50").arg(options.command, text));
-    Task task;
-    task.onRegister = [type, sum](AbstractFrDriver& driver) { return moveCash(driver, type, *sum); };
-    return task;
+    const bool isHex = options.isHex();
+    return onRegister(
+        [type, sum, isHex](AbstractFrDriver& driver) { return moveCash(driver, type, *sum, isHex); });
 }
 
 /// The register cuts a line that is too long, so it is continued on the next one here.
@@ -77,14 +72,14 @@ QStringList fittedLines(const QStringList& lines, unsigned width)
     return result;
 }
 
-Output printText(AbstractFrDriver& driver, const QStringList& text)
+Output printText(AbstractFrDriver& driver, const QStringList& text, bool isHex)
 {
     const QStringList lines = fittedLines(text, driver.getBandWidthFonts().value(EFrDriver::NormalFont));
     DocumentSteps steps;
     steps.open = [&] { driver.textDocOpen(hw::fr::CheckNonFiscal); };
     steps.fill = [&] { driver.textDocPrint(lines); };
     steps.close = [&] { driver.textDocClose(); };
-    steps.cancelAfterClose = true;
+    steps.cancelAfterClose = isHex;
     runDocument(driver, steps);
     return {{QStringLiteral("%1 lines printed").arg(lines.size())},
         {{QStringLiteral("lines"), static_cast<int>(lines.size())}}};
@@ -114,13 +109,9 @@ Task prepareCashOut(const Options& options)
 
 Task preparePrint(const Options& options)
 {
-    QString text = QString::fromUtf8(readFile(options.arguments.constFirst()));
-    if (text.endsWith(QLatin1Char('\n')))
-        text.chop(1);
-    const QStringList lines = text.split(QLatin1Char('\n'));
-    Task task;
-    task.onRegister = [lines](AbstractFrDriver& driver) { return printText(driver, lines); };
-    return task;
+    const QStringList lines = readLines(options.arguments.constFirst());
+    const bool isHex = options.isHex();
+    return onRegister([lines, isHex](AbstractFrDriver& driver) { return printText(driver, lines, isHex); });
 }
 
 } // namespace frctl

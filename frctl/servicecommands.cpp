@@ -5,6 +5,7 @@
 #include "errors.h"
 #include "mockfactory.h"
 #include "positionparser.h"
+#include "shift.h"
 
 #include <QJsonArray>
 
@@ -12,18 +13,11 @@ namespace frctl {
 
 namespace {
 
-Task onRegister(std::function<Output(AbstractFrDriver&)> run)
-{
-    Task task;
-    task.onRegister = std::move(run);
-    return task;
-}
-
 Output status(AbstractFrDriver& driver)
 {
     const DeviceInfo info = driver.getDeviceInfo();
     const QString time = driver.getDateTime().toString(Qt::ISODate);
-    const bool shiftOpen = driver.isShiftOpen();
+    const bool shiftOpen = isShiftOpen(driver);
     const QStringList description = driver.getDeviceStateDescription();
     Output output;
     output.json
@@ -43,7 +37,7 @@ Output status(AbstractFrDriver& driver)
 
 Output openShift(AbstractFrDriver& driver)
 {
-    const bool wasOpen = driver.isShiftOpen();
+    const bool wasOpen = isShiftOpen(driver);
     driver.openShift();
     const QString text
         = wasOpen ? QStringLiteral("the shift was open already") : QStringLiteral("shift opened");
@@ -77,7 +71,7 @@ Output getTime(AbstractFrDriver& driver)
 Output setTime(AbstractFrDriver& driver, const QDateTime& time)
 {
     if (!driver.setDateTime(time))
-        throw HostError(QStringLiteral("the register does not take the time now"));
+        throw Refusal(QStringLiteral("the register does not take the time now"));
     const QString text = time.toString(Qt::ISODate);
     return {{text}, {{QStringLiteral("time"), text}}};
 }
@@ -102,8 +96,10 @@ Task prepareOpenShift(const Options&)
     return onRegister(openShift);
 }
 
-Task prepareCancel(const Options&)
+Task prepareCancel(const Options& options)
 {
+    // Over XML the register never holds an open document.
+    requireHex(options, options.command);
     Task task = onRegister(cancel);
     task.withInit = false;
     return task;

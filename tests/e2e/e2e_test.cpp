@@ -26,10 +26,17 @@ QStringList words(const QString& line)
     return line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
-Result onHex(const Emulator& emulator, const QStringList& command, const QString& options = {})
+Result run(const Emulator& emulator, const QString& protocol, const QStringList& command,
+    const QString& options = {})
 {
     return runFrctl(
-        words(QStringLiteral("--protocol HEX --port ") + emulator.port()) + words(options) + command);
+        words(QStringLiteral("--protocol %1 --port %2 %3").arg(protocol, emulator.port(), options))
+        + command);
+}
+
+Result onHex(const Emulator& emulator, const QStringList& command, const QString& options = {})
+{
+    return run(emulator, QStringLiteral("HEX"), command, options);
 }
 
 QStringList typesOf(const QList<QJsonObject>& journal)
@@ -93,34 +100,121 @@ TEST(Plugin, SellsAndReturnsOverHex)
     EXPECT_EQ(emulator.tape().count(QStringLiteral("Чай чёрный")), 2);
 }
 
-TEST(Frctl, WorksARegisterThroughADay)
+/// A register and the protocol over which it is worked.
+class Day : public testing::TestWithParam<const char*>
+{
+protected:
+    /// Runs the command, which must end well and say the text.
+    void expect(const QStringList& command, const QByteArray& text)
+    {
+        const Result result = run(emulator, protocol, command);
+        EXPECT_EQ(result.status, 0) << command.join(QLatin1Char(' ')).toStdString() << ": "
+                                    << result.errors.constData();
+        EXPECT_TRUE(result.output.contains(text)) << result.output.constData();
+    }
+
+    QJsonObject json(const QString& command)
+    {
+        const Result result = run(emulator, protocol, words(command), QStringLiteral("--json"));
+        EXPECT_EQ(result.status, 0) << result.errors.constData();
+        return QJsonDocument::fromJson(result.output).object();
+    }
+
+    const Emulator emulator;
+    const QString protocol = QString::fromUtf8(GetParam());
+};
+
+double sumOf(const QJsonObject& counters, const char* type)
+{
+    double sum = 0;
+    for (const QJsonValue& value : counters.value(QLatin1String(type)).toObject())
+        sum += value.toDouble();
+    return sum;
+}
+
+TEST_P(Day, CountersAddUpWithWhatWasSold)
+{
+    expect({QStringLiteral("status")}, "shift: closed");
+    expect({QStringLiteral("open-shift")}, "shift opened");
+    expect({QStringLiteral("open-shift")}, "open already");
+    expect(words(QStringLiteral("cash-in 1000")), "cash in: 1000.00");
+    expect({QStringLiteral("sell"), example("sale.json")}, "total 305.23, paid 500.00, change 194.77");
+    expect({QStringLiteral("sell"), example("marked-sale.json")}, "marking code 0104600000000015");
+    expect({QStringLiteral("refund"), example("return.json")}, "total 64.90");
+    expect({QStringLiteral("x-report")}, "X report printed");
+    const QJsonObject counters = json(QStringLiteral("counters"));
+    const QJsonObject sales = counters.value(QStringLiteral("sell")).toObject();
+    EXPECT_DOUBLE_EQ(sales.value(QStringLiteral("cash")).toDouble(), 305.23 + 85.0);
+    EXPECT_DOUBLE_EQ(sales.value(QStringLiteral("electronically")).toDouble(), 300.0);
+    EXPECT_DOUBLE_EQ(sumOf(counters, "sell"), 690.23);
+    EXPECT_DOUBLE_EQ(sumOf(counters, "sellReturn"), 64.9);
+    EXPECT_EQ(counters.value(QStringLiteral("cashIn")).toObject(),
+        (QJsonObject{{QStringLiteral("count"), 1}, {QStringLiteral("sum"), 1000.0}}));
+
+    expect(words(QStringLiteral("cash-out 200.50")), "cash out: 200.50");
+    const QJsonArray registers
+        = json(QStringLiteral("registers end")).value(QStringLiteral("registers")).toArray();
+    const auto value = [&](int position) {
+        return registers.at(position).toObject().value(QStringLiteral("value")).toDouble();
+    };
+    EXPECT_DOUBLE_EQ(value(1), 1000.0 + 390.23 - 64.9 - 200.5);
+    EXPECT_EQ(value(3), 2);
+    EXPECT_EQ(value(11), 1);
+    EXPECT_DOUBLE_EQ(value(27), 200.5);
+    expect({QStringLiteral("z-report")}, "shift closed");
+    expect({QStringLiteral("z-report")}, "closed already");
+    const QJsonObject after = json(QStringLiteral("counters"));
+    EXPECT_EQ(sumOf(after, "sell") + sumOf(after, "sellReturn"), 0);
+    EXPECT_EQ(after.value(QStringLiteral("cashOut")).toObject().value(QStringLiteral("sum")).toDouble(), 0);
+    EXPECT_FALSE(json(QStringLiteral("status")).value(QStringLiteral("shiftOpen")).toBool());
+    EXPECT_EQ(typesOf(emulator.journal()).filter(QStringLiteral("sell")),
+        (QStringList{QStringLiteral("sell"), QStringLiteral("sell"), QStringLiteral("sellReturn")}));
+}
+
+TEST_P(Day, SettingsAndTextsReachTheRegister)
+{
+    expect({QStringLiteral("registration"), QStringLiteral("--tax-systems"), QStringLiteral("osn,usnIncome")},
+        "registered: ОСН, УСН доход");
+    expect({QStringLiteral("header"), example("header.txt")}, "lines programmed");
+    expect({QStringLiteral("print"), example("text.txt")}, "4 lines printed");
+    expect(words(QStringLiteral("drawer open")), "drawer opened");
+    expect(words(QStringLiteral("drawer state")), "open");
+    expect(words(QStringLiteral("time get")), "20");
+    expect(words(QStringLiteral("mark 0104600000000015215!Ab1cD93dGVz")), "result of the check");
+    const qint64 last = json(QStringLiteral("fn")).value(QStringLiteral("lastDocument")).toInteger();
+    expect({QStringLiteral("print-document"), QString::number(last)}, "printed");
+    expect({QStringLiteral("print-last-document")}, "printed");
+    const QString tape = emulator.tape();
+    for (const char* text : {"Продукты на Примерной", "магазин закрыт"})
+        EXPECT_TRUE(tape.contains(QString::fromUtf8(text))) << text;
+    EXPECT_EQ(tape.count(QStringLiteral("ОТЧЕТ ОБ ИЗМЕНЕНИИ РЕГИСТРАЦИИ")), 3);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Protocols, Day, testing::Values("HEX"), [](const auto& test) { return std::string(test.param); });
+
+TEST(Frctl, HexParametersAreListedAndWritten)
 {
     const Emulator emulator;
-    struct Row
-    {
-        QStringList command;
-        QByteArray output;
-    };
-    for (const Row& row :
-        {Row{{QStringLiteral("status")}, "shift: closed"}, {{QStringLiteral("open-shift")}, "shift opened"},
-            {{QStringLiteral("cash-in"), QStringLiteral("1000")}, "cash in: 1000.00"},
-            {{QStringLiteral("sell"), example("sale.json")}, "total 305.23, paid 500.00, change 194.77"},
-            {{QStringLiteral("sell"), example("marked-sale.json")}, "marking code 0104600000000015"},
-            {{QStringLiteral("refund"), example("return.json")}, "total 64.90"},
-            {{QStringLiteral("print"), example("text.txt")}, "4 lines printed"},
-            {{QStringLiteral("cash-out"), QStringLiteral("200.50")}, "cash out: 200.50"},
-            {words(QStringLiteral("drawer open")), "drawer opened"},
-            {words(QStringLiteral("drawer state")), "open"}, {words(QStringLiteral("time get")), "20"},
-            {words(QStringLiteral("mark 0104600000000015215!Ab1cD93dGVz")), "result of the check"}}) {
-        const Result result = onHex(emulator, row.command);
-        EXPECT_EQ(result.status, 0) << row.command.constFirst().toStdString() << ": "
-                                    << result.errors.constData();
-        EXPECT_TRUE(result.output.contains(row.output)) << result.output.constData();
-    }
-    const QList<QJsonObject> journal = emulator.journal();
-    ASSERT_EQ(typesOf(journal).filter(QStringLiteral("sell")),
-        (QStringList{QStringLiteral("sell"), QStringLiteral("sell"), QStringLiteral("sellReturn")}));
-    const QJsonObject marked = journal.at(typesOf(journal).indexOf(QStringLiteral("sellReturn")) - 1);
+    const Result list = onHex(emulator, words(QStringLiteral("params list")), QStringLiteral("--json"));
+    const QJsonArray entries
+        = QJsonDocument::fromJson(list.output).object().value(QStringLiteral("parameters")).toArray();
+    ASSERT_EQ(entries.size(), 76);
+    for (const QJsonValue& entry : entries)
+        EXPECT_FALSE(entry.toObject().value(QStringLiteral("caption")).toString().isEmpty());
+    EXPECT_EQ(onHex(emulator, words(QStringLiteral("params set 6.0=1 5=0"))).status, 0);
+    EXPECT_EQ(onHex(emulator, words(QStringLiteral("params get наличных логотип"))).output,
+        "6.0 Контроль наличных: 1\n5.0 Логотип компании: 0\n");
+    const Result refusal = onHex(emulator, words(QStringLiteral("params set 50=1")));
+    EXPECT_EQ(refusal.status, 1);
+    EXPECT_TRUE(refusal.errors.contains("frctl: a parameter was refused")) << refusal.errors.constData();
+}
+
+TEST(Frctl, HexReceiptsArriveAsWritten)
+{
+    const Emulator emulator;
+    EXPECT_EQ(onHex(emulator, {QStringLiteral("sell"), example("marked-sale.json")}).status, 0);
+    const QJsonObject marked = emulator.journal().constLast();
     const QJsonArray items = marked.value(QStringLiteral("items")).toArray();
     EXPECT_EQ(items.at(0).toObject().value(QStringLiteral("markingCode")),
         QStringLiteral("0104600000000015215!Ab1cD\u001d93dGVz"));
@@ -129,16 +223,11 @@ TEST(Frctl, WorksARegisterThroughADay)
     EXPECT_EQ(marked.value(QStringLiteral("payments")),
         (QJsonObject{{QStringLiteral("cash"), QStringLiteral("85.00")},
             {QStringLiteral("electronically"), QStringLiteral("300.00")}}));
-    const QString tape = emulator.tape();
-    for (const char* text : {"Хлеб Бородинский", "Спасибо за покупку!", "Молоко 3,2 %", "магазин закрыт"})
-        EXPECT_TRUE(tape.contains(QString::fromUtf8(text))) << text;
-    const Result refusal = onHex(emulator, {QStringLiteral("cash-out"), QStringLiteral("5000")});
+    EXPECT_TRUE(emulator.tape().contains(QStringLiteral("Молоко 3,2 %")));
+    const Result refusal = onHex(emulator, words(QStringLiteral("cash-out 5000")));
     EXPECT_EQ(refusal.status, 1);
     EXPECT_TRUE(refusal.errors.contains("Отрицательный результат\nfrctl: the document was cancelled"))
         << refusal.errors.constData();
-    const Result json = onHex(emulator, {QStringLiteral("status")}, QStringLiteral("--json"));
-    EXPECT_TRUE(QJsonDocument::fromJson(json.output).object().value(QStringLiteral("shiftOpen")).toBool())
-        << json.output.constData();
 }
 
 struct Failure

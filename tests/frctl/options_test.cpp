@@ -64,10 +64,25 @@ TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
              {"sell", "sell takes FILE"}, {"status now", "status takes no arguments"},
              {"drawer shut", "drawer:"}, {"time set noon", "time:"}, {"time get 5", "time takes"},
              {"cash-in 0", "cash-in:"}, {"cash-out 1.005", "cash-out:"}, {"cash-in ten", "cash-in:"},
-             {"sell no-such-file", "no-such-file:"}, {"print no-such-file", "no-such-file:"}})
+             {"sell no-such-file", "no-such-file:"}, {"print no-such-file", "no-such-file:"},
+             {"registers now", "registers:"}, {"print-document 0", "print-document:"},
+             {"registration", "registration needs --tax-systems"},
+             {"registration --tax-systems osn,vat", "--tax-systems: \"vat\" is none of osn"},
+             {"status --tax-systems osn", "--tax-systems goes with registration"},
+             {"fn --clear", "--clear goes with logo"}, {"logo", "logo takes"},
+             {"params", "params takes list|get"}, {"logo no-such-file", "no-such-file:"},
+             {"header no-such-file", "no-such-file:"}})
         EXPECT_EQ(usageError(row.line).rfind(row.error, 0), 0U) << row.line << ": " << usageError(row.line);
-    for (const char* line : {"cash-in 100.50", "drawer state", "time set", "mark 01046", "info", "cancel"})
+    for (const char* line :
+        {"cash-in 100.50", "drawer state", "time set", "mark 01046", "info", "--protocol HEX cancel",
+            "registration --tax-systems osn,patent", "--protocol HEX logo --clear", "params get 20 6.0"})
         EXPECT_EQ(usageError(line), "") << line;
+}
+
+TEST(Options, WhatXmlCannotDoIsRefused)
+{
+    for (const char* line : {"cancel", "logo --clear", "tail " FRSPF_EXAMPLES "/header.txt"})
+        EXPECT_THROW(usageError(line), Refusal) << line;
 }
 
 } // namespace

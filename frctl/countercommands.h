@@ -1,0 +1,10 @@
+#pragma once
+
+#include "command.h"
+
+namespace frctl {
+
+Task prepareCounters(const Options& options);
+Task prepareRegisters(const Options& options);
+
+} // namespace frctl

@@ -1,0 +1,98 @@
+#include "reportcommands.h"
+
+#include "abstractfrdriver.h"
+#include "errors.h"
+#include "shift.h"
+
+namespace frctl {
+
+namespace {
+
+Output printed(const QString& what, const QJsonObject& fiscalData = {})
+{
+    Output output{{what + QStringLiteral(" printed")}, {{QStringLiteral("printed"), true}}};
+    if (!fiscalData.isEmpty())
+        output.json.insert(QStringLiteral("fiscalData"), fiscalData);
+    return output;
+}
+
+Output xReport(AbstractFrDriver& driver)
+{
+    return printed(QStringLiteral("X report"), driver.xReport());
+}
+
+Output zReport(AbstractFrDriver& driver)
+{
+    // The drivers say it in their log only.
+    if (!isShiftOpen(driver))
+        return {{QStringLiteral("the shift was closed already")}, {{QStringLiteral("closed"), false}}};
+    const QJsonObject fiscalData = driver.zReport();
+    Output output{{QStringLiteral("shift closed")}, {{QStringLiteral("closed"), true}}};
+    if (!fiscalData.isEmpty())
+        output.json.insert(QStringLiteral("fiscalData"), fiscalData);
+    return output;
+}
+
+Output accountingReport(AbstractFrDriver& driver)
+{
+    driver.accountingReport();
+    return printed(QStringLiteral("report on the state of settlements"));
+}
+
+Output printDocument(AbstractFrDriver& driver, long number)
+{
+    driver.printFnDocument(number);
+    Output output = printed(QStringLiteral("document %1").arg(number));
+    output.json.insert(QStringLiteral("document"), static_cast<qint64>(number));
+    return output;
+}
+
+Output printLastOfDrive(AbstractFrDriver& driver)
+{
+    const quint32 number = driver.getFnInfo().fnStatus.lastFdNumber;
+    if (number == 0)
+        throw Refusal(QStringLiteral("the fiscal drive holds no document"));
+    return printDocument(driver, static_cast<long>(number));
+}
+
+Output printLast(AbstractFrDriver& driver)
+{
+    driver.printLastFnDocument();
+    return printed(QStringLiteral("last document"));
+}
+
+} // namespace
+
+Task prepareXReport(const Options&)
+{
+    return onRegister(xReport);
+}
+
+Task prepareZReport(const Options&)
+{
+    return onRegister(zReport);
+}
+
+Task prepareAccountingReport(const Options&)
+{
+    return onRegister(accountingReport);
+}
+
+Task preparePrintDocument(const Options& options)
+{
+    const QString text = options.arguments.constFirst();
+    bool ok = false;
+    const quint32 number = text.toUInt(&ok);
+    if (!ok || number == 0)
+        throw UsageError(QStringLiteral("print-document: \"%1\" is no document number").arg(text));
+    return onRegister(
+        [number](AbstractFrDriver& driver) { return printDocument(driver, static_cast<long>(number)); });
+}
+
+Task preparePrintLastDocument(const Options& options)
+{
+    // HEX has no command for it; there the drive tells the number.
+    return onRegister(options.isHex() ? printLastOfDrive : printLast);
+}
+
+} // namespace frctl
