@@ -37,6 +37,8 @@ void printJson(const QJsonObject& json)
     print(stdout, QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact)));
 }
 
+constexpr int HelpColumn = 26;
+
 QString usage()
 {
     return QStringLiteral("Usage: frctl [OPTION]... COMMAND [ARGUMENT]...");
@@ -49,12 +51,16 @@ QString help()
     for (const Command& command : commands()) {
         const QString name
             = QLatin1String(command.name) + QLatin1Char(' ') + QLatin1String(command.arguments);
-        text += QStringLiteral("  %1 %2\n").arg(name.leftJustified(26), QLatin1String(command.help));
+        const QString gap = name.size() > HelpColumn
+            ? QLatin1Char('\n') + QString(HelpColumn + 2, QLatin1Char(' '))
+            : QString();
+        text += QStringLiteral("  %1%2 %3\n")
+                    .arg(name.leftJustified(HelpColumn), gap, QLatin1String(command.help));
     }
     return text + QLatin1Char('\n') + optionsHelp()
         + QStringLiteral(
-            "\nExit status: 0 done, 1 the register or its line failed, 2 wrong usage or a wrong file "
-            "(nothing was sent),\n130 interrupted.");
+            "\nExit status: 0 done, 1 the register or its line failed or refused, 2 wrong usage or a wrong "
+            "file (nothing was sent),\n130 interrupted.");
 }
 
 Complaint complaintOf(const std::exception_ptr& exception)
