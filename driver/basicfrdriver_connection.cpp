@@ -2,8 +2,8 @@
 #include "basicfrdriver.h"
 #include "basicfrsettings.h"
 #include "driverlogger.h"
+#include "drivertexts.h"
 #include "exceptions.h"
-#include "porttexts.h"
 
 namespace {
 
@@ -12,11 +12,6 @@ const int triesWithoutBaudRate = 3;
 QString noLink()
 {
     return QStringLiteral("Нет связи");
-}
-
-QString noLinkToRegister()
-{
-    return QStringLiteral("Нет связи с ФР");
 }
 
 bool hasBaudRate(int deviceType)
@@ -37,7 +32,7 @@ void BasicFrDriver::connect()
 {
     logger->info(QStringLiteral("Установка связи с устройством"));
     if (serial == nullptr)
-        throw FrNoConnectionException(porttexts::noTransport());
+        throw FrNoConnectionException(drivertexts::noTransport());
     if (!hasBaudRate(serial->getType())) {
         connectWithoutBaudRate();
         return;
@@ -77,7 +72,7 @@ void BasicFrDriver::connectAtSomeSpeed()
     } catch (const ComDriverException&) {
         // The connection is lost as it is; the next connect sets the speed again.
     }
-    throw FrNoConnectionException(noLinkToRegister());
+    throw FrNoConnectionException(drivertexts::noConnection());
 }
 
 void BasicFrDriver::connectWithoutBaudRate()
@@ -88,12 +83,12 @@ void BasicFrDriver::connectWithoutBaudRate()
             return;
         } catch (const ComDriverException& e) {
             logger->error("Не удалось установить соединение: %1", e.tr().ru());
-            throw FrNoConnectionException(noLinkToRegister());
+            throw FrNoConnectionException(drivertexts::noConnection());
         } catch (const FrNoConnectionException&) {
             // The next try follows at once.
         }
     }
-    throw FrNoConnectionException(noLinkToRegister());
+    throw FrNoConnectionException(drivertexts::noConnection());
 }
 
 bool BasicFrDriver::enumerateSpeed()
@@ -137,7 +132,7 @@ void BasicFrDriver::setConnection() { }
 void BasicFrDriver::isPortReady() const
 {
     if (serial == nullptr)
-        throw FrNoConnectionException(porttexts::noTransport());
+        throw FrNoConnectionException(drivertexts::noTransport());
     if (portState == PortIsClosed)
         throw FrNoConnectionException(QStringLiteral("Необходимо открыть порт"));
 }

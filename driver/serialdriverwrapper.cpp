@@ -1,8 +1,8 @@
 #include "serialdriverwrapper.h"
 
 #include "abstractserialdevice.h"
+#include "drivertexts.h"
 #include "exceptions.h"
-#include "porttexts.h"
 
 #include <unistd.h>
 
@@ -33,7 +33,7 @@ bool SerialDriverWrapper::portOpen(QSerialPort::BaudRate baudRate, QSerialPort::
 bool SerialDriverWrapper::portOpen()
 {
     require(device != nullptr, QStringLiteral("Ошибка доступа к порту"));
-    require(device->open(), porttexts::cannotOpen());
+    require(device->open(), drivertexts::cannotOpenPort());
     return device->setOpened(true);
 }
 
@@ -119,7 +119,7 @@ QByteArray SerialDriverWrapper::receivePortion(unsigned long maxSize, unsigned l
     checkOpen();
     if (!device->waitForReadyRead(static_cast<int>(timeout)))
         throw ComDriverTimeoutException(QStringLiteral("Нет данных"));
-    const QByteArray portion = device->read(static_cast<qint64>(maxSize));
+    QByteArray portion = device->read(static_cast<qint64>(maxSize));
     require(!portion.isEmpty(), QStringLiteral("Невозможно получить данные"));
     return portion;
 }

@@ -28,7 +28,7 @@ QStringList libraries(const QString& place)
 {
     const QFileInfo info(place);
     if (!info.isDir())
-        return {place};
+        return {info.absoluteFilePath()};
     QStringList files;
     for (const QFileInfo& entry : QDir(place).entryInfoList(QDir::Files, QDir::Name)) {
         if (QLibrary::isLibrary(entry.fileName()))

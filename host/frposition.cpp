@@ -28,6 +28,12 @@ FrPosition::FrPosition(const QString& name, double price, double count)
 {
 }
 
+int FrPosition::getPaymentObject() const
+{
+    return m_paymentObject != 0 ? m_paymentObject
+                                : getRequisite(EFrDriver::PaymentObject).getSourceData().toInt();
+}
+
 double FrPosition::getPriceWithDisc() const
 {
     // Only a count of exactly 0 cannot be divided by.

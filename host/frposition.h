@@ -42,8 +42,8 @@ public:
     /// Tag 1214; 0 when none is set, which drivers send as full settlement.
     int getPaymentMethod() const { return m_paymentMethod; }
     void setPaymentMethod(int method) { m_paymentMethod = method; }
-    /// Tag 1212; 0 when none is set.
-    int getPaymentObject() const { return m_paymentObject; }
+    /// Tag 1212, as set here or else by the requisite; 0 when neither is.
+    int getPaymentObject() const;
     void setPaymentObject(int object) { m_paymentObject = object; }
     /// Code of the measure unit (tag 2108); 0 is a piece.
     int getFrUnit() const { return m_frUnit; }

@@ -47,9 +47,7 @@ void FrUtils::fixDateTime(QDateTime& dateTime)
 
 int FrUtils::getPaymentObject(const FrPosition& position, const QString& ffdVersion)
 {
-    int object = position.getPaymentObject();
-    if (object == 0)
-        object = position.getRequisite(EFrDriver::PaymentObject).getSourceData().toInt();
+    const int object = position.getPaymentObject();
     const bool isOldFormat = ffdVersion == QStringLiteral("1.0") || ffdVersion == QStringLiteral("1.05")
         || ffdVersion == QStringLiteral("1.1");
     return isOldFormat ? withoutMarking(object) : object;

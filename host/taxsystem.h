@@ -7,7 +7,7 @@
 namespace hw::fr::common {
 
 /// Tax systems as bits of the registration's mask (tag 1062); a receipt carries one of them (tag 1055).
-enum TaxSystemType {
+enum TaxSystemType : int {
     TaxSystemNone = 0,
     TaxSystemGeneral = 1,
     TaxSystemSimplifiedIncome = 2,

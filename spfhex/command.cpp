@@ -3,9 +3,9 @@
 #include "abstractserialdriver.h"
 #include "answercodes.h"
 #include "bytestohexutils.h"
+#include "drivertexts.h"
 #include "exceptions.h"
 #include "frame.h"
-#include "messages.h"
 
 #include <logger.h>
 
@@ -83,7 +83,7 @@ QByteArray Command::sendCommand(
             answer = receiveAnswer(followUp);
         } catch (const DriverException&) {
             logger->error(QStringLiteral("Ответ от ФР не получен"));
-            throw FrNoConnectionException(messages::noConnection());
+            throw FrNoConnectionException(drivertexts::noConnection());
         }
         trace(receivedLabel(), answer);
         if (answer == request)
@@ -95,7 +95,7 @@ QByteArray Command::sendCommand(
             return frame::data(answer);
         }
     }
-    const QString message = QStringLiteral("Ошибка обмена данными");
+    const QString message = drivertexts::exchangeFailed();
     logger->error(message);
     throw FrCommandException(message);
 }
@@ -138,7 +138,7 @@ QByteArray Command::receiveAnswer(QByteArray followUp) const
 void Command::askSilentDevice(AnswerReader& reader) const
 {
     if (reader.enqPending || !reader.outsideFrame)
-        throw FrCommandException(messages::noConnection());
+        throw FrCommandException(drivertexts::noConnection());
     traceSending(QByteArray(1, static_cast<char>(frame::Enq)));
     port->sendByte(frame::Enq);
     reader.outsideFrame = true;
@@ -156,7 +156,7 @@ void Command::takeAck(AnswerReader& reader) const
         return;
     }
     if (--reader.ackBudget == 0)
-        throw FrCommandException(messages::noConnection());
+        throw FrCommandException(drivertexts::noConnection());
     reader.enqPending = false;
 }
 

@@ -4,10 +4,10 @@
 
 #include "cp866.h"
 #include "datetimefields.h"
+#include "drivertexts.h"
 #include "exceptions.h"
 #include "frame.h"
 #include "frutils.h"
-#include "messages.h"
 
 #include <logger.h>
 
@@ -40,7 +40,7 @@ constexpr int registrationConstant = 128;
 void checkFieldCount(const QList<QByteArray>& fields, qsizetype count)
 {
     if (fields.size() < count)
-        throw FrCommandException(messages::badAnswer());
+        throw FrCommandException(drivertexts::badAnswer());
 }
 
 } // namespace

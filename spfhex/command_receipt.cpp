@@ -4,11 +4,11 @@
 
 #include "barcode.h"
 #include "cp866.h"
+#include "drivertexts.h"
 #include "exceptions.h"
 #include "fiscaldocument.h"
 #include "frpayment.h"
 #include "frutils.h"
-#include "messages.h"
 
 #include <QMap>
 
@@ -79,7 +79,7 @@ void Command::openDocument(const FiscalDocument& document, const QString& cashie
     if (taxSystem == hw::fr::common::TaxSystemNone) {
         const QList<hw::fr::common::TaxSystemType> registered = getTaxSystems();
         if (registered.isEmpty())
-            throw FrCommandException(messages::badAnswer());
+            throw FrCommandException(drivertexts::badAnswer());
         taxSystem = registered.constFirst();
     }
     const int withoutPrinting = document.getPrintMode() == CheckPrintNone ? 1 : 0;

@@ -3,8 +3,8 @@
 #include "command.h"
 
 #include "datetimefields.h"
+#include "drivertexts.h"
 #include "exceptions.h"
-#include "messages.h"
 
 #include <logger.h>
 
@@ -21,7 +21,7 @@ void Command::initialize() const
     logger->debug(QStringLiteral("Инициализация ККТ"));
     const QList<QByteArray> clock = queryFields(GetDateTime, {});
     if (clock.size() < 2)
-        throw FrCommandException(messages::badAnswer());
+        throw FrCommandException(drivertexts::badAnswer());
     sendCommand(Initialize, {clock.at(0), clock.at(1)});
 }
 

@@ -4,12 +4,11 @@
 
 #include "command.h"
 #include "driverlogger.h"
+#include "drivertexts.h"
 #include "exceptions.h"
 #include "frspfsettings.h"
 #include "frutils.h"
-#include "messages.h"
 #include "modelnames.h"
-#include "porttexts.h"
 
 namespace spfhex {
 
@@ -49,7 +48,7 @@ void FrSpf::portOpen()
 {
     logger->info(QStringLiteral("Открытие порта"));
     if (serial == nullptr)
-        throw FrNoConnectionException(porttexts::noTransport());
+        throw FrNoConnectionException(drivertexts::noTransport());
     try {
         // Meant to stand before the opening: a closed port refuses both, so a host opens its device
         // beforehand.
@@ -59,7 +58,7 @@ void FrSpf::portOpen()
             QSerialPort::Data8, QSerialPort::OneStop);
     } catch (const BasicException& exception) {
         logger->error(exception.tr().ru());
-        throw FrNoConnectionException(porttexts::cannotOpen());
+        throw FrNoConnectionException(drivertexts::cannotOpenPort());
     }
     portState = PortIsOpen;
     logger->info(QStringLiteral("Порт открыт"));
@@ -131,7 +130,7 @@ QDateTime FrSpf::getDateTime()
 {
     logger->info(QStringLiteral("Получение даты/времени из ККМ"));
     isPortReady();
-    const QDateTime dateTime = command->getDateTime();
+    QDateTime dateTime = command->getDateTime();
     logger->info("Дата/время ККМ: %1", FrUtils::getTimeAsString(dateTime));
     return dateTime;
 }

@@ -5,8 +5,8 @@
 #include "centredline.h"
 #include "command.h"
 #include "driverlogger.h"
+#include "drivertexts.h"
 #include "exceptions.h"
-#include "messages.h"
 
 namespace spfhex {
 
@@ -21,7 +21,7 @@ hw::fr::common::TaxSystemType FrSpf::getDefaultTaxSystem() const
 {
     const QList<hw::fr::common::TaxSystemType> registered = getAllTaxSystems();
     if (registered.isEmpty())
-        throw FrCommandException(messages::badAnswer());
+        throw FrCommandException(drivertexts::badAnswer());
     return registered.constFirst();
 }
 

@@ -5,6 +5,7 @@
 #include "checktypename.h"
 #include "command.h"
 #include "driverlogger.h"
+#include "drivertexts.h"
 #include "exceptions.h"
 #include "frutils.h"
 #include "stringutils.h"
@@ -24,7 +25,7 @@ void FrSpf::checkOpen(const FiscalDocument& document)
     logger->info("Открытие чека (%1 - %2), оператор: %3", static_cast<int>(type), checkTypeName(type),
         document.getCashierName());
     if (type != hw::fr::CheckSale && type != hw::fr::CheckSaleReturn)
-        throw FrCommandException(QStringLiteral("Тип чека не поддерживается ФР"));
+        throw FrCommandException(drivertexts::unsupportedCheckType());
     isPortReady();
     command->openDocument(document, cashierInn);
     agentDataBound = false;

@@ -7,8 +7,8 @@
 #include "command.h"
 #include "counterlines.h"
 #include "driverlogger.h"
+#include "drivertexts.h"
 #include "exceptions.h"
-#include "messages.h"
 
 namespace spfhex {
 
@@ -32,7 +32,7 @@ template <typename T>
 QList<T> atLeast(qsizetype count, const QList<T>& list)
 {
     if (list.size() < count)
-        throw FrCommandException(messages::badAnswer());
+        throw FrCommandException(drivertexts::badAnswer());
     return list;
 }
 

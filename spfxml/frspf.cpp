@@ -1,11 +1,11 @@
 #include "frspf.h"
 
 #include <abstractserialdriver.h>
+#include <drivertexts.h>
 #include <frspfsettings.h>
 #include <fruser.h>
 #include <mockfactory.h>
 #include <modelnames.h>
-#include <porttexts.h>
 
 namespace spfxml {
 
@@ -45,13 +45,13 @@ void FrSpf::portOpen()
 {
     logger->info(QStringLiteral("Открытие порта"));
     if (serial == nullptr)
-        throw FrNoConnectionException(porttexts::noTransport());
+        throw FrNoConnectionException(drivertexts::noTransport());
     try {
         serial->portOpen(static_cast<QSerialPort::BaudRate>(defaultSpeed), QSerialPort::NoParity,
             QSerialPort::Data8, QSerialPort::OneStop);
     } catch (const BasicException& exception) {
         logger->error(exception.tr().ru());
-        throw FrNoConnectionException(porttexts::cannotOpen());
+        throw FrNoConnectionException(drivertexts::cannotOpenPort());
     }
     portState = PortIsOpen;
     logger->info(QStringLiteral("Порт открыт"));

@@ -121,13 +121,14 @@ public:
     static EFrDriver::RequisiteTypes getCountersTypeRequisite(hw::fr::CheckType type);
 
 protected:
-    /// Runs the operation and logs a failed command on its way to the host.
-    template <typename Operation>
+    /// Runs the operation and logs its failure, a failed command unless told otherwise, on its way to the
+    /// host.
+    template <typename Exception = FrCommandException, typename Operation>
     auto withLoggedFailure(const Operation& operation) const
     {
         try {
             return operation();
-        } catch (const FrCommandException& exception) {
+        } catch (const Exception& exception) {
             logger->error(exception.tr().ru());
             throw;
         }
@@ -147,6 +148,7 @@ protected:
     void logCommandDone() const;
 
     QSharedPointer<SpfFrCommand> command;
+    QString cashierDisplayName;
     hw::fr::CheckType moneyCheckType = hw::fr::CheckNone;
     /// Roubles by payment kind.
     QMap<int, double> payments;
@@ -159,7 +161,6 @@ protected:
     QMap<QString, int> checkedMarkingCodes;
     /// 0 while no requisite has named one.
     qint32 taxSystem = 0;
-    QString cashierDisplayName;
 
 private:
     bool isShiftClosedForCounters();

@@ -5,6 +5,7 @@
 #include <centredline.h>
 #include <checktypename.h>
 #include <counterlines.h>
+#include <drivertexts.h>
 
 namespace spfxml {
 
@@ -29,7 +30,7 @@ EFrDriver::RequisiteTypes FrSpf::getCountersTypeRequisite(hw::fr::CheckType type
         return sales;
     if (type == hw::fr::CheckSaleReturn)
         return returns;
-    throw FrCommandException(QStringLiteral("Тип чека не поддерживается ФР"));
+    throw FrCommandException(drivertexts::unsupportedCheckType());
 }
 
 bool FrSpf::isShiftClosedForCounters()
@@ -66,7 +67,7 @@ MoneyCounters FrSpf::getMoneyCounters(hw::fr::CheckType type)
 
 QStringList FrSpf::getCountersDescription()
 {
-    return withLoggedFailure([this] {
+    return withLoggedFailure<BasicException>([this] {
         logger->info(QStringLiteral("Получение описания счетчиков"));
         isPortReady();
         const QMap<hw::fr::CheckType, QString> headings{

@@ -64,7 +64,7 @@ bool FrSpf::setParams(const QList<FrParameter>& parameters)
 
 bool FrSpf::setDefaults()
 {
-    return withLoggedFailure([this] {
+    return withLoggedFailure<BasicException>([this] {
         logger->info(QStringLiteral("Программирование настроек ФР по умолчанию"));
         isPortReady();
         // Without it the device leaves the totals of the fiscal drive out of its counters.

@@ -2,6 +2,7 @@
 
 #include "frspf.h"
 
+#include <drivertexts.h>
 #include <fdrequisite.h>
 #include <fninfo.h>
 
@@ -102,7 +103,7 @@ hw::fr::common::TaxSystemType FrSpf::getDefaultTaxSystem() const
     const QList<hw::fr::common::TaxSystemType> registered = command->getAllTaxSystems();
     // A receipt without tax system must not go out.
     if (registered.isEmpty())
-        command->refuseParameter(QString::number(EFrDriver::TaxSystems), QString());
+        throw FrCommandException(drivertexts::badAnswer());
     return registered.constFirst();
 }
 

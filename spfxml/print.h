@@ -6,7 +6,7 @@
 #include <QString>
 
 struct Barcode;
-struct FrPrintData;
+class FrPrintData;
 
 namespace spfxml {
 

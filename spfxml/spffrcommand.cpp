@@ -44,7 +44,7 @@ RequestParams SpfFrCommand::cashierParam() const
     return {ParamType::Text, EFrDriver::CashierName, cashierName};
 }
 
-// Only the opening and the closing of a shift carry the tax number; it is meant.
+// Reports and money operations do not carry the tax number: it is meant.
 QList<RequestParams> SpfFrCommand::cashierParams() const
 {
     QList<RequestParams> params{cashierParam()};

@@ -19,7 +19,7 @@
 class AbstractSerialDriver;
 class FrPosition;
 class QDomDocument;
-struct FrPrintData;
+class FrPrintData;
 struct MarkedPosition;
 
 namespace Log4Qt {
@@ -165,8 +165,6 @@ public:
     void checkForErrors(const QDomDocument& document) const;
     /// The document inside the answer, empty when there is none.
     QDomDocument getResponseData(const QDomDocument& document) const;
-    /// Logs the field of an answer that is not as it should be and throws FrCommandException.
-    [[noreturn]] void refuseParameter(const QString& tag, const QString& text) const;
 
 protected:
     /// A receipt is the one command that is never repeated; all others may be.
@@ -181,6 +179,8 @@ protected:
     CheckPrintMode printMode = CheckPrintNormal;
 
 private:
+    /// Logs the field of an answer that is not as it should be and throws FrCommandException.
+    [[noreturn]] void refuseParameter(const QString& tag, const QString& text) const;
     QByteArray exchange(const QByteArray& request, const QByteArray& requestId, int attempts) const;
     QByteArray receiveAnswer(const QByteArray& requestId) const;
     QDomDocument parseAnswer(const QByteArray& answer) const;

@@ -3,6 +3,7 @@
 
 #include <abstractserialdriver.h>
 #include <currenttime.h>
+#include <drivertexts.h>
 #include <errorcatalogue.h>
 #include <exceptions.h>
 #include <logger.h>
@@ -22,14 +23,9 @@ constexpr unsigned long answerTimeout = 15000;
 constexpr qsizetype maxAnswerSize = 64 * 1024 * 1024;
 constexpr int outOfPaperCode = 8;
 
-QString exchangeFailed()
-{
-    return QStringLiteral("Ошибка обмена данными");
-}
-
 FrCommandException malformedAnswer()
 {
-    return FrCommandException(QStringLiteral("Некорректный ответ от ФР"));
+    return FrCommandException(drivertexts::badAnswer());
 }
 
 QDomElement createRequestBody(
@@ -78,8 +74,8 @@ QDomDocument SpfFrCommand::requestData(ECommandCode code, const RequestParams& p
     const QByteArray requestId = getUuid();
     const QByteArray answer = exchange(createCommand(requestId, code, params), requestId, attempts);
     if (!isValidPackage(answer, requestId)) {
-        logger->error(exchangeFailed());
-        throw FrCommandException(exchangeFailed());
+        logger->error(drivertexts::exchangeFailed());
+        throw FrCommandException(drivertexts::exchangeFailed());
     }
     const QDomDocument document = parseAnswer(answer);
     checkForErrors(document);
@@ -114,8 +110,8 @@ QByteArray SpfFrCommand::receiveAnswer(const QByteArray& requestId) const
     bool isComplete = false;
     while (!isComplete) {
         isComplete = buffer.append(serial->receiveDataAsByteArray(portionSize, answerTimeout));
-        if (buffer.size() > maxAnswerSize)
-            throw FrCommandException(exchangeFailed());
+        if (!isComplete && buffer.size() > maxAnswerSize)
+            throw FrCommandException(drivertexts::exchangeFailed());
     }
     return buffer.trimmed();
 }
