@@ -55,8 +55,10 @@ struct Item
     int markingStatus = -1;
     QJsonObject agent;
     QJsonObject industry;
+    /// What a discount for the position as a whole adds to price times quantity.
+    Money rounding = 0;
 
-    Money sum() const { return positionSum(price, quantity); }
+    Money sum() const { return positionSum(price, quantity) + rounding; }
     QJsonObject toJson() const;
 };
 
@@ -78,6 +80,10 @@ struct Document
     QStringList body;
     /// What is printed behind the totals: text that came after the subtotal.
     QStringList footer;
+    /// What is printed behind everything else.
+    QStringList tail;
+    /// Requisites of the receipt as a whole, by tag.
+    QJsonObject requisites;
 
     bool isOpen() const { return phase != Phase::Closed; }
     bool isReceipt() const { return type == DocumentType::Sale || type == DocumentType::SaleReturn; }

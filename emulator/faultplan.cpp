@@ -28,7 +28,7 @@ constexpr ModeName modeNames[] = {
     {FaultMode::Busy, "busy", 5},
     {FaultMode::Slow, "slow", 1},
     {FaultMode::Cut, "cut", 0},
-    {FaultMode::Split, "split", 0},
+    {FaultMode::Split, "split", 7},
     {FaultMode::Drop, "drop", 1},
     {FaultMode::Flip, "flip", 1},
     {FaultMode::Double, "double", 1},

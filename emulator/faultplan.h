@@ -21,7 +21,7 @@ enum class FaultMode {
     Stale,
     /// The line echoes the request before the answer.
     Echo,
-    /// The check value of the answer is wrong.
+    /// The check value of the answer is wrong; without one, its result is missing.
     BadCheck,
     /// Stray bytes stand before the answer.
     Noise,
@@ -31,7 +31,7 @@ enum class FaultMode {
     Slow,
     /// The answer breaks off in its middle.
     Cut,
-    /// The answer comes in single pieces with pauses between them.
+    /// The answer comes in pieces of n bytes with pauses between them.
     Split,
     /// Byte n of the answer is lost.
     Drop,

@@ -31,6 +31,11 @@ void HexFramer::expectBlock(qsizetype size)
     m_blockWanted = true;
 }
 
+bool HexFramer::isIdle(qint64 milliseconds) const
+{
+    return m_state == State::Outside || milliseconds - m_lastByteAt > longestPause;
+}
+
 void HexFramer::feedByte(char byte, QList<Event>& events)
 {
     switch (m_state) {

@@ -28,6 +28,8 @@ public:
     QList<Event> feed(const QByteArray& bytes, qint64 milliseconds);
     /// The next bytes are a raw block of that many bytes behind an ESC.
     void expectBlock(qsizetype size);
+    /// Neither a frame nor a block is on its way.
+    bool isIdle(qint64 milliseconds) const;
 
     static quint8 checkValue(const QByteArray& bytes);
     static QByteArray twoDigits(int value);

@@ -13,6 +13,7 @@ public:
     HexProtocol(Register& device, Outbox& outbox, const Clock& clock);
 
     void receive(const QByteArray& bytes) override;
+    bool isIdle() const override { return m_framer.isIdle(milliseconds()); }
 
     struct Answer
     {

@@ -13,9 +13,10 @@ struct AttributeMark
     bool wide;
 };
 
-// Bits of the print attribute: 1 small font, 16 double height, 32 double width, 128 inverse.
+// Bits of the print attribute: 1 small font, 8 bold, 16 double height, 32 double width, 128 inverse.
 constexpr AttributeMark attributeMarks[] = {
     {1, u"·", false},
+    {8, u"■", false},
     {16, u"↕", false},
     {32, u"↔", true},
     {48, u"⤢", true},

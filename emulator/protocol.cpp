@@ -40,6 +40,7 @@ Fault Protocol::beginExchange()
         m_device.setPaper(fault.mode == FaultMode::PaperIn);
     if (fault.mode == FaultMode::Restart)
         m_device.powerCycle();
+    m_answerDelay = m_late.isEmpty() ? 0 : pauseAfterForeign();
     m_outbox.put(std::exchange(m_late, {}));
     m_deaf
         = fault.mode == FaultMode::Silence || fault.mode == FaultMode::Lost || fault.mode == FaultMode::Late;
@@ -56,7 +57,8 @@ void Protocol::deliver(const QByteArray& request, const QByteArray& answer, cons
         m_late = answer;
         return;
     case FaultMode::Stale:
-        return m_outbox.put(foreignAnswer(answer) + answer);
+        m_outbox.put(foreignAnswer(answer));
+        return m_outbox.put(answer, pauseAfterForeign());
     case FaultMode::Echo:
         return m_outbox.put(request + answer);
     case FaultMode::BadCheck:
@@ -70,19 +72,19 @@ void Protocol::deliver(const QByteArray& request, const QByteArray& answer, cons
     case FaultMode::Double:
         return m_outbox.put(changedByte(answer, fault));
     case FaultMode::Split:
-        return putSplit(answer);
+        return putSplit(answer, fault.argument > 0 ? fault.argument : splitPiece);
     case FaultMode::Busy:
     case FaultMode::Slow:
         return putDelayed(answer, fault);
     default:
-        m_outbox.put(answer);
+        m_outbox.put(answer, m_answerDelay);
     }
 }
 
-void Protocol::putSplit(const QByteArray& answer)
+void Protocol::putSplit(const QByteArray& answer, qsizetype size)
 {
-    for (qsizetype start = 0; start < answer.size(); start += splitPiece)
-        m_outbox.put(answer.mid(start, splitPiece), start / splitPiece * pauseBetweenPieces);
+    for (qsizetype start = 0; start < answer.size(); start += size)
+        m_outbox.put(answer.mid(start, size), start / size * pauseBetweenPieces);
 }
 
 void Protocol::putDelayed(const QByteArray& answer, const Fault& fault)

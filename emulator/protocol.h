@@ -17,6 +17,8 @@ public:
     Protocol& operator=(const Protocol&) = delete;
 
     virtual void receive(const QByteArray& bytes) = 0;
+    /// Nothing of a request has come yet.
+    virtual bool isIdle() const = 0;
 
     void setFaults(const FaultPlan& plan) { m_plan = plan; }
     /// Overrules the plan for the exchange that comes next.
@@ -41,9 +43,12 @@ protected:
     /// The answer with a damaged check value.
     virtual QByteArray damagedAnswer(const QByteArray& answer) const = 0;
     virtual QByteArray noise() const = 0;
+    /// Milliseconds between a foreign answer and the true one. A host without frames throws away whatever it
+    /// has got behind a foreign answer, so on such a line the two must not run into each other.
+    virtual qint64 pauseAfterForeign() const { return 0; }
 
 private:
-    void putSplit(const QByteArray& answer);
+    void putSplit(const QByteArray& answer, qsizetype size);
     void putDelayed(const QByteArray& answer, const Fault& fault);
 
     Register& m_device;
@@ -53,6 +58,7 @@ private:
     std::optional<Fault> m_next;
     int m_exchanges = 0;
     bool m_deaf = false;
+    qint64 m_answerDelay = 0;
     QByteArray m_late;
 };
 

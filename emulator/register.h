@@ -81,6 +81,8 @@ public:
     /// Number that the next receipt of the shift gets.
     int nextReceiptNumber() const { return m_receiptNumber + 1; }
     const ShiftCounters& counters() const { return m_counters; }
+    /// Receipts since the fiscal drive was put in.
+    const ShiftCounters& grandTotals() const { return m_grandTotals; }
     Money cashInDrawer() const { return m_cash; }
     Refusal openShift(const Cashier& cashier);
     Refusal closeShift(const Cashier& cashier);
@@ -98,6 +100,8 @@ public:
     Refusal setMoney(Money sum);
     Refusal finishDocument();
     Refusal cancelDocument();
+    /// Forgets a document that came in one piece and was refused: it never existed.
+    void dropDocument() { resetDocument(); }
     Refusal printText(const QString& text, int attribute);
     Refusal printPicture(const QString& title, const QString& data);
     /// @}
@@ -115,11 +119,15 @@ public:
     /// @name Registration, reports, logo
     /// @{
     Refusal changeRegistration(const Registration& registration, const Cashier& cashier, int reasons);
-    Refusal printAccounting(const Cashier& cashier);
+    Refusal printAccounting(const Cashier& cashier, bool shiftMayBeOpen = false);
     Refusal printStored(quint32 number);
     Refusal setLogo(const QByteArray& bitmap);
     Refusal clearLogo();
+    /// A picture of any size that the header has room for, or none.
+    Refusal setHeaderPicture(const QByteArray& bitmap);
+    static bool isHeaderPicture(const QByteArray& bitmap);
     bool hasLogo() const { return !m_logo.isEmpty(); }
+    const QByteArray& logo() const { return m_logo; }
     /// @}
 
     QString taxName(int tax) const;
@@ -166,6 +174,7 @@ private:
     int m_receiptNumber = 0;
     QDateTime m_shiftOpened;
     ShiftCounters m_counters;
+    ShiftCounters m_grandTotals;
     Money m_cash = 0;
     Document m_document;
     QJsonObject m_boundAgent;

@@ -229,12 +229,14 @@ Refusal Register::finishDocument()
 void Register::settle(Document& receipt)
 {
     const bool sale = receipt.type == DocumentType::Sale;
-    Turnover& turnover = sale ? m_counters.sales : m_counters.returns;
-    ++turnover.count;
-    turnover.sum += receipt.total();
-    for (size_t kind = 0; kind < turnover.payments.size(); ++kind)
-        turnover.payments[kind] += receipt.payments[kind];
-    turnover.payments[0] -= receipt.change();
+    for (ShiftCounters* const counters : {&m_counters, &m_grandTotals}) {
+        Turnover& turnover = sale ? counters->sales : counters->returns;
+        ++turnover.count;
+        turnover.sum += receipt.total();
+        for (size_t kind = 0; kind < turnover.payments.size(); ++kind)
+            turnover.payments[kind] += receipt.payments[kind];
+        turnover.payments[0] -= receipt.change();
+    }
     const Money cash = receipt.payments[0] - receipt.change();
     m_cash += sale ? cash : -cash;
     removeMarking();
@@ -321,11 +323,14 @@ QJsonObject Register::receiptEntry(const Document& receipt) const
         if (sum != 0)
             payments[kindNames[kind]] = moneyText(sum);
     }
-    return {{QStringLiteral("type"), documentName(receipt.type)},
+    QJsonObject entry{{QStringLiteral("type"), documentName(receipt.type)},
         {QStringLiteral("receipt"), m_receiptNumber}, {QStringLiteral("taxSystem"), receipt.taxSystem},
         {QStringLiteral("customer"), receipt.customer}, {QStringLiteral("items"), items},
         {QStringLiteral("total"), moneyText(receipt.total())}, {QStringLiteral("payments"), payments},
         {QStringLiteral("change"), moneyText(receipt.change())}};
+    if (!receipt.requisites.isEmpty())
+        entry[QStringLiteral("requisites")] = receipt.requisites;
+    return entry;
 }
 
 } // namespace emulator

@@ -4,6 +4,7 @@
 #include "parametertable.h"
 
 #include <QMap>
+#include <QtEndian>
 
 #include <algorithm>
 
@@ -24,6 +25,14 @@ Money containedTax(Money sum, int percent)
 {
     const qint64 whole = 100 + percent;
     return (sum * percent * 2 + whole) / (whole * 2);
+}
+
+// As the head of a Windows bitmap tells it; a negative height means rows from the top.
+QString pictureSize(const QByteArray& bitmap)
+{
+    const auto width = qFromLittleEndian<qint32>(bitmap.constData() + 18);
+    const auto height = qFromLittleEndian<qint32>(bitmap.constData() + 22);
+    return QStringLiteral("%1 x %2").arg(width).arg(qAbs(height));
 }
 
 QString equals(Money sum)
@@ -54,7 +63,7 @@ void addTaxes(Page& page, const Document& receipt, const Register& device)
 void Register::addHeader(Page& page) const
 {
     if (hasLogo() && m_parameters.isOn(parameter::companyLogo))
-        page.frame(QStringLiteral("ЛОГОТИП"), QStringLiteral("288 x 100"));
+        page.frame(QStringLiteral("ЛОГОТИП"), pictureSize(m_logo));
     for (const QString& line : m_parameters.rows(parameter::headerLines)) {
         if (!line.isEmpty())
             page.centred(line.trimmed());
@@ -110,6 +119,8 @@ QStringList Register::receiptPage(const Document& receipt, const FiscalRecord& r
         if (!line.isEmpty())
             page.centred(line.trimmed());
     }
+    for (const QString& line : receipt.tail)
+        page.text(line);
     return page.cut().lines();
 }
 

@@ -26,6 +26,17 @@ bool isLogo(const QByteArray& bitmap)
     return width == logoWidth && (height == logoHeight || height == -logoHeight) && depth == 1;
 }
 
+// Hosts scale their picture to this before they send it.
+bool isHeaderSize(const QByteArray& bitmap)
+{
+    constexpr int widest = 575;
+    constexpr int lowest = 50;
+    constexpr int highest = 100;
+    const auto width = qFromLittleEndian<qint32>(bitmap.constData() + 18);
+    const auto height = qAbs(qFromLittleEndian<qint32>(bitmap.constData() + 22));
+    return width > 0 && width <= widest && height >= lowest && height <= highest;
+}
+
 bool isInn(const QString& inn)
 {
     const bool digits = std::all_of(inn.cbegin(), inn.cend(), [](QChar letter) { return letter.isDigit(); });
@@ -98,11 +109,11 @@ Refusal Register::closeShift(const Cashier& cashier)
     return Refusal::None;
 }
 
-Refusal Register::printAccounting(const Cashier& cashier)
+Refusal Register::printAccounting(const Cashier& cashier, bool shiftMayBeOpen)
 {
     if (const Refusal refusal = checkReady(); refusal != Refusal::None)
         return refusal;
-    if (m_shiftOpen)
+    if (m_shiftOpen && !shiftMayBeOpen)
         return Refusal::WrongState;
     if (const Refusal refusal = checkDrive(); refusal != Refusal::None)
         return refusal;
@@ -164,6 +175,21 @@ Refusal Register::setLogo(const QByteArray& bitmap)
     if (m_document.isOpen())
         return Refusal::WrongState;
     if (!isLogo(bitmap))
+        return Refusal::BadValue;
+    m_logo = bitmap;
+    return Refusal::None;
+}
+
+bool Register::isHeaderPicture(const QByteArray& bitmap)
+{
+    return bitmap.size() >= bitmapHeader && bitmap.startsWith("BM") && isHeaderSize(bitmap);
+}
+
+Refusal Register::setHeaderPicture(const QByteArray& bitmap)
+{
+    if (m_document.isOpen())
+        return Refusal::WrongState;
+    if (!bitmap.isEmpty() && !isHeaderPicture(bitmap))
         return Refusal::BadValue;
     m_logo = bitmap;
     return Refusal::None;

@@ -11,7 +11,7 @@ void describe(QCommandLineParser& parser)
     parser.setApplicationDescription(QStringLiteral(
         "A software fiscal register on a pseudo terminal or a TCP port.\n\n"
         "Faults are given as MODE[:N]@EXCHANGE, several with commas between them, \"@5+\" from the fifth on:\n"
-        "silence lost late stale echo badcheck noise busy:seconds slow:seconds cut split drop:byte flip:byte\n"
+        "silence lost late stale echo badcheck noise busy:seconds slow:seconds cut split:size drop:byte flip:byte\n"
         "double:byte paper-out paper-in restart.\n"
         "SIGUSR1 takes the paper out or puts it in again."));
     parser.addOptions({
@@ -19,6 +19,9 @@ void describe(QCommandLineParser& parser)
             QStringLiteral("LINK")},
         {QStringLiteral("tcp"), QStringLiteral("TCP port on this machine, 0 for any that is free."),
             QStringLiteral("PORT")},
+        {QStringLiteral("protocol"),
+            QStringLiteral("HEX, XML, or auto: whatever the host begins with (auto)."),
+            QStringLiteral("NAME")},
         {QStringLiteral("baud"), QStringLiteral("Answer at the pace of a serial line."),
             QStringLiteral("RATE")},
         {QStringLiteral("tape"), QStringLiteral("File that the tape is added to."), QStringLiteral("FILE")},
@@ -60,6 +63,15 @@ bool readNumber(
     return true;
 }
 
+bool readProtocol(const QString& name, emulator::ProtocolChoice& choice)
+{
+    if (name == QStringLiteral("HEX"))
+        choice = emulator::ProtocolChoice::Hex;
+    else if (name == QStringLiteral("XML"))
+        choice = emulator::ProtocolChoice::Xml;
+    return name.isEmpty() || name == QStringLiteral("auto") || choice != emulator::ProtocolChoice::Auto;
+}
+
 QString fill(const QCommandLineParser& parser, Options& options)
 {
     QString error;
@@ -70,6 +82,8 @@ QString fill(const QCommandLineParser& parser, Options& options)
         || !readNumber(parser, "model", 0, 9999, identity.model, error)
         || !readNumber(parser, "width", 44, 48, identity.width, error))
         return error;
+    if (!readProtocol(parser.value(QStringLiteral("protocol")), options.protocol))
+        return QStringLiteral("--protocol is HEX, XML or auto");
     if (port >= 0)
         options.port = static_cast<quint16>(port);
     options.link = parser.value(QStringLiteral("pty"));

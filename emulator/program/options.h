@@ -1,7 +1,7 @@
 #pragma once
 
 #include "faultplan.h"
-#include "register.h"
+#include "protocolswitch.h"
 
 #include <QStringList>
 
@@ -13,6 +13,7 @@ struct Options
     QString link;
     std::optional<quint16> port;
     int baudRate = 0;
+    emulator::ProtocolChoice protocol = emulator::ProtocolChoice::Auto;
     QString tapeFile;
     QString journalFile;
     bool trace = false;

@@ -12,7 +12,7 @@ Station::Station(const Options& options, QObject* parent)
     , m_options(options)
     , m_register(m_clock, options.identity)
     , m_outbox(m_clock, options.baudRate)
-    , m_protocol(m_register, m_outbox, m_clock)
+    , m_protocol(m_register, m_outbox, m_clock, options.protocol)
     , m_tape(options.tapeFile)
     , m_journal(options.journalFile)
 {

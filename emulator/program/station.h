@@ -1,6 +1,5 @@
 #pragma once
 
-#include "hexprotocol.h"
 #include "line.h"
 #include "options.h"
 
@@ -31,7 +30,7 @@ private:
     emulator::SystemClock m_clock;
     emulator::Register m_register;
     emulator::Outbox m_outbox;
-    emulator::HexProtocol m_protocol;
+    emulator::ProtocolSwitch m_protocol;
     Line* m_line = nullptr;
     QTimer m_timer;
     QFile m_tape;
