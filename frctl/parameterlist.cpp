@@ -21,7 +21,7 @@ QString takeValue(const QStringList& lines, qsizetype& index, int width, QLatin1
     QString value;
     bool isBroken = false;
     while (index < lines.size() && isRightLine(lines.at(index), width)) {
-        const QString line = lines.at(index++);
+        const QString& line = lines.at(index++);
         if (!value.isEmpty() && !isBroken)
             value += separator;
         value += line.trimmed();
@@ -46,7 +46,7 @@ QString cutValue(QString& text, bool fillsLine)
     qsizetype end = text.lastIndexOf(gap);
     if (end < 0)
         end = text.lastIndexOf(QLatin1Char(' '));
-    const QString value = text.mid(end + 1).trimmed();
+    QString value = text.mid(end + 1).trimmed();
     text.truncate(qMax<qsizetype>(end, 0));
     return value;
 }
@@ -75,8 +75,8 @@ bool beginsWith(const QStringList& lines, qsizetype index, const QStringList& ca
 {
     if (index + caption.size() > lines.size())
         return false;
-    const QString end = caption.constLast();
-    const QString line = lines.at(index + caption.size() - 1);
+    const QString& end = caption.constLast();
+    const QString& line = lines.at(index + caption.size() - 1);
     return lines.mid(index, caption.size() - 1) == caption.mid(0, caption.size() - 1)
         && (line == end || line.startsWith(end + QLatin1Char(' ')));
 }
