@@ -45,16 +45,22 @@ Output fiscalDrive(AbstractFrDriver& driver, bool isHex)
     const QDate validTo = info.validityDate.date;
     Output output;
     output.lines = driver.getFnStateDescription();
-    output.lines.append(info.ofdStatus.toString());
+    output.lines.append(isHex
+            ? info.ofdStatus.toString()
+            : QStringLiteral("documents that wait for the OFD: %1").arg(info.ofdStatus.firstUnsentNumber));
     output.json = statusFields(info.fnStatus);
     output.json.insert(QStringLiteral("ofd"), exchangeFields(info.ofdStatus, isHex));
     output.json.insert(QStringLiteral("validTo"),
         validTo.isValid() ? QJsonValue(validTo.toString(Qt::ISODate)) : QJsonValue());
-    output.json.insert(QStringLiteral("availableRegistrations"), info.validityDate.availableRegistrations);
-    output.json.insert(QStringLiteral("registrationsMade"), info.validityDate.registrationsMade);
     output.json.insert(QStringLiteral("version"), info.fnVersion);
-    output.json.insert(QStringLiteral("formatVersion"), info.ffdVersion);
-    output.json.insert(QStringLiteral("unsentNotifications"), info.unsentNotifications);
+    if (isHex) {
+        // The XML driver does not know them.
+        output.json.insert(
+            QStringLiteral("availableRegistrations"), info.validityDate.availableRegistrations);
+        output.json.insert(QStringLiteral("registrationsMade"), info.validityDate.registrationsMade);
+        output.json.insert(QStringLiteral("formatVersion"), info.ffdVersion);
+        output.json.insert(QStringLiteral("unsentNotifications"), info.unsentNotifications);
+    }
     output.json.insert(QStringLiteral("description"), QJsonArray::fromStringList(output.lines));
     return output;
 }
