@@ -196,6 +196,14 @@ TEST_P(Day, ReceiptsArriveAsWritten)
     const QJsonObject marked = emulator.journal().constLast();
     EXPECT_EQ(marked.value(QStringLiteral("customer")), QStringLiteral("+79990001122"));
     EXPECT_EQ(marked.value(QStringLiteral("cashierInn")), QStringLiteral("772100000008"));
+    // The HEX driver has no such requisites.
+    if (protocol == QStringLiteral("XML")) {
+        const QJsonObject buyer{{QStringLiteral("1227"), QStringLiteral("ООО Покупатель")},
+            {QStringLiteral("1228"), QStringLiteral("7721000023")}};
+        EXPECT_EQ(marked.value(QStringLiteral("requisites")),
+            (QJsonObject{
+                {QStringLiteral("1192"), QStringLiteral("ЗАКАЗ-17")}, {QStringLiteral("1256"), buyer}}));
+    }
     const QJsonArray items = marked.value(QStringLiteral("items")).toArray();
     EXPECT_EQ(items.at(0).toObject().value(QStringLiteral("markingCode")),
         QStringLiteral("0104600000000015215!Ab1cD\u001d93dGVz"));
