@@ -130,7 +130,8 @@ QByteArray answer(const QString& id, int command, const QDateTime& time, const X
     writer.writeEndElement();
     writer.writeStartElement(QStringLiteral("ResponseData"));
     writer.writeCDATA(answer.data ? answer.data->toText() : QString());
-    writer.writeEndDocument();
+    writer.writeEndElement();
+    writer.writeEndElement();
     return document;
 }
 

@@ -9,6 +9,8 @@ namespace emulator {
 namespace {
 
 constexpr int unchangedStatus = 255;
+// Far beyond a receipt, and far from where sums overflow.
+constexpr Money greatestSum = 1'000'000'000'000;
 
 bool isHex(const QString& text)
 {
@@ -82,7 +84,7 @@ XmlVerdict readSum(const XmlNode& position, Item& item)
     const Money whole = positionSum(position.moneyOf(QStringLiteral("1079")), item.quantity) + discount;
     const Money rounding = qAbs(item.quantity) / 2000 + 1;
     const Money difference = whole - positionSum(item.price, item.quantity);
-    if (qAbs(difference) > rounding)
+    if (whole < 0 || whole > greatestSum || qAbs(difference) > rounding)
         return XmlVerdict::badValue(QStringLiteral("PriceWithDiscount"));
     item.rounding = discounts == nullptr ? 0 : difference;
     return {};

@@ -1,5 +1,7 @@
 #include "xmlrule.h"
 
+#include <QStringList>
+
 #include <algorithm>
 
 namespace emulator {
@@ -12,11 +14,15 @@ XmlVerdict XmlRule::check(const XmlNode& node) const
         return XmlVerdict::badValue(node.name);
     if (open || !node.isContainer())
         return {};
+    QStringList once;
     for (const XmlNode& part : node.children) {
         const auto rule = std::find_if(children.cbegin(), children.cend(),
             [&part](const XmlRule& candidate) { return candidate.name == part.name; });
-        if (rule == children.cend())
+        // What must be there is there once; what a host may add it may add again.
+        if (rule == children.cend() || once.contains(part.name))
             return XmlVerdict::badValue(part.name);
+        if (rule->required)
+            once.append(part.name);
         if (const XmlVerdict verdict = rule->check(part); !verdict.isGood())
             return verdict;
     }

@@ -34,8 +34,11 @@ bool fits(XmlType type, const QString& value)
         return matches(value, QStringLiteral("-?\\d{1,12}\\.\\d{2}"));
     case XmlType::Thousandths:
         return matches(value, QStringLiteral("-?\\d{1,10}\\.\\d{3}"));
-    case XmlType::Integer:
-        return matches(value, QStringLiteral("-?\\d{1,10}"));
+    case XmlType::Integer: {
+        bool ok = false;
+        value.toInt(&ok);
+        return ok && matches(value, QStringLiteral("-?\\d+"));
+    }
     case XmlType::DateTime:
         return isDateTime(value, xmlDateTimeFormat);
     case XmlType::DateTimeWithMilliseconds:

@@ -126,6 +126,7 @@ TEST(Program, ExitStatusesAndMessages)
         {{}, 2, "give one of --pty and --tcp"},
         {{"--tcp", "0", "--pty", "x"}, 2, "give one of --pty and --tcp"},
         {{"--tcp", "65536"}, 2, "--tcp must be a number from 0 to 65535"},
+        {{"--tcp", "0", "--protocol", "hex"}, 2, "--protocol is HEX, XML or auto"},
         {{"--tcp", "0", "--width", "45"}, 2, "--width is 44 or 48"},
         {{"--tcp", "0", "--faults", "fire@1"}, 2, "no such fault: \"fire@1\""},
         {{"--tcp", "0", "--serial", "123456789012345678901"}, 2, "--serial is longer"},

@@ -1,0 +1,424 @@
+#include "rig.h"
+#include "xmlrig.h"
+
+#include <gtest/gtest.h>
+#include <QJsonArray>
+
+using emulator::FaultMode;
+
+namespace {
+
+const QString codeHex = QString::fromLatin1(markingCode.toHex());
+
+QString checkOf(const QString& hex, const QString& status = "1")
+{
+    return pa("200017", 7,
+        pa("1023", 3, "1.000") + pa("2000", 1, hex) + pa("2003", 4, status) + pa("2102", 4, "0")
+            + pa("2108", 4, "0") + pa("1163", 7, pa("1305", 1, "444d")));
+}
+
+QString markedPosition()
+{
+    const QString marking = pa("2102", 4, "0") + pa("1163", 7, pa("1305", 1, "444d")) + pa("2110", 4, "1")
+        + pa("2000", 1, codeHex)
+        + pa("ItemDiscounts", 6, pa("ItemDiscounts", 7, pa("Name", 1, "Скидка") + pa("Value", 2, "-10.00")));
+    const QString rest = pa("1224", 7, pa("1171", 1, "+70000000000") + pa("1225", 1, "ООО Ферма"))
+        + pa("1222", 1, "64") + pa("1226", 1, "7701234567") + pa("1223", 7, pa("1044", 1, "перевод"))
+        + pa("1260", 7,
+            pa("1262", 1, "030") + pa("1263", 1, "01.02.2024") + pa("1264", 1, "12") + pa("1265", 1, "x"))
+        + pa("1230", 1, "643") + pa("1231", 1, "10/1");
+    QString text = position("60.00", "3.000", "56.67");
+    text.replace(R"(n="1212" t="4">1<)", R"(n="1212" t="4">33<)");
+    return text.replace(R"(<pa n="PriceWith)", marking + R"(<pa n="PriceWith)")
+        .replace(QRegularExpression("</pa>$"), rest + "</pa>");
+}
+
+struct Change
+{
+    QString from;
+    QString to;
+    const char* verdict;
+};
+
+} // namespace
+
+TEST(XmlLink, JudgesTheEnvelopeAndTheTree)
+{
+    XmlRig rig;
+    const QString opening = pa("2", 7, pa("1021", 1, "Иванова"));
+    const QList<Change> cases{
+        {"OFDFNARMUKM", "OTHER", "5.5002"},
+        {">13.0<", ">13.1<", "5.5001"},
+        {">13.0<", ">new<", "5.5001"},
+        {"<msgFFDVer>4", "<msgFFDVer>3", "5.5001"},
+        {"<msgContVer>1</msgContVer>", "", "5.5002"},
+        {"2024-03-01 09", "01.03.2024 09", "5.5002"},
+        {"<Command>4", "<Command>x", "5.5002"},
+        {"<Command>", "<Extra>1</Extra><Command>", "5.5002"},
+        {"<![CDATA[", "", "5.5002"},
+        {"<Command>4", "<Command>3", "5.5009"},
+        {"<Command>4", "<Command>44", "1.1004"},
+        {"n=\"2\"", "n=\"5\"", "1.1004"},
+        {"n=\"1021\"", "n=\"1022\"", "1.1004"},
+        {"n=\"1021\" t=\"1\"", "n=\"1021\" t=\"4\"", "5.5003"},
+        {"n=\"1021\" t=\"1\"", "n=\"1021\"", "5.5003"},
+        {"<pa n=\"1021\" t=\"1\">Иванова</pa>", "", "1.1004"},
+        {"Иванова", "<pa n=\"1\" t=\"1\">x</pa>", "5.5003"},
+        {"</pa>]]>", "]]>", "5.5003"},
+        {"Иванова", "Иванова", "0.0"},
+    };
+    for (const Change& c : cases) {
+        const QString text = QString::fromUtf8(rig.request(4, opening));
+        const XmlReply reply = rig.exchange(QString(text).replace(c.from, c.to).toUtf8());
+        EXPECT_EQ(reply.verdict(), c.verdict) << c.to.toStdString();
+        EXPECT_EQ(reply.element("RequestId"), c.from == "<![CDATA[" ? reply.element("RequestId") : rig.id());
+        EXPECT_TRUE(reply.isWhole());
+    }
+    EXPECT_EQ(rig.device.journal().entries().size(), 1);
+    EXPECT_EQ(rig.set("POS", "Transport", pa("ResponseOnError", 1, "false")), "0.0");
+    EXPECT_EQ(rig.exchange(rig.request(44).replace("UKM", "ukm")).bytes, "");
+    EXPECT_EQ(rig.run(44), "0.0");
+}
+
+TEST(XmlLink, FindsRequestsInTheStreamOfBytesAndTellsTheProtocolsApart)
+{
+    XmlRig rig;
+    Rig hex;
+    const QByteArray request = rig.request(22);
+    QByteArray answer;
+    for (const char byte : "\r\n " + request)
+        answer += rig.exchange(QByteArray(1, byte)).bytes;
+    EXPECT_EQ(XmlReply{answer}.value("200001"), "2024-03-01 09:00:00");
+    EXPECT_EQ(rig.exchange(request + request).bytes.count("</ArmResponse>"), 2);
+    // What broke off is forgotten after a second; the next request may be one of the other protocol.
+    EXPECT_EQ(rig.exchange(request.left(200)).bytes, "");
+    rig.clock.advance(1001);
+    EXPECT_EQ(rig.exchange("\x05").bytes, "\x06");
+    EXPECT_EQ(hex.parse(rig.exchange(hex.frame({0xA6, {}})).bytes).code, 0);
+    EXPECT_EQ(rig.openShift(), "0.0");
+    // A frame keeps its "<", a text its control bytes.
+    rig.exchange(hex.frame({0x00, {"010324", "090000"}}));
+    const QByteArray frame = hex.frame({0xA1, {"20", "<0"}});
+    rig.exchange(frame.left(11));
+    EXPECT_EQ(hex.parse(rig.exchange(frame.mid(11)).bytes).code, 3);
+    EXPECT_EQ(hex.parse(rig.exchange(hex.frame({0xA5, {"1"}})).bytes).fields, QList<QByteArray>{"1"});
+    XmlRig fixed(emulator::ProtocolChoice::Xml);
+    EXPECT_EQ(fixed.exchange("\x05").bytes, "");
+    EXPECT_EQ(fixed.run(44), "0.0");
+}
+
+TEST(XmlSale, IsJournalledPrintedAndCounted)
+{
+    XmlRig rig;
+    ASSERT_EQ(rig.openShift(), "0.0");
+    ASSERT_EQ(rig.money(1, "100.00"), "0.0");
+    EXPECT_EQ(rig.send(76, checkOf(codeHex)).value("2106"), "3");
+    const QString more = pa("1203", 1, "771234567890") + pa("1008", 1, "a@b.example") + pa("1192", 1, "доп")
+        + pa("1256", 7, pa("1227", 1, "Петров") + pa("1228", 1, ""))
+        + pa("HeaderText", 1, "‼?f0080028жирно\nпросто\n‼?f1280028негатив\n‼?q0004q\nr1\n‼?b134601234567890")
+        + pa("Footer", 1, "СДАЧА: 90.00") + pa("TextAfterDoc", 1, "Ждём\nснова");
+    const QString document
+        = receipt(markedPosition() + position("10.00", "0.333", "10.00"), "73.33", "100.00", more);
+    rig.device.tape().clear();
+    const XmlReply reply = rig.send(8, document);
+    ASSERT_EQ(reply.verdict(), "0.0") << reply.bytes.toStdString();
+    EXPECT_EQ(reply.value("1040"), "3");
+    EXPECT_EQ(reply.value("1042"), "1");
+
+    const QJsonObject entry = rig.device.journal().entries().constLast();
+    EXPECT_EQ(entry.value("type"), "sell");
+    EXPECT_EQ(entry.value("total"), "173.33");
+    EXPECT_EQ(entry.value("payments"), (QJsonObject{{"cash", "73.33"}, {"electronically", "100.00"}}));
+    EXPECT_EQ(entry.value("fiscalSign"), reply.value("1077"));
+    EXPECT_EQ(entry.value("cashierInn"), "771234567890");
+    EXPECT_EQ(entry.value("customer"), "a@b.example");
+    EXPECT_EQ(entry.value("requisites"),
+        (QJsonObject{{"1192", "доп"}, {"1256", QJsonObject{{"1227", "Петров"}, {"1228", ""}}}}));
+    const QJsonObject item = entry.value("items").toArray().at(0).toObject();
+    EXPECT_EQ(item.value("sum"), "170.00");
+    EXPECT_EQ(item.value("markingCode"), QString::fromLatin1(markingCode));
+    EXPECT_EQ(item.value("agent"),
+        (QJsonObject{{"1044", "перевод"}, {"1171", "+70000000000"}, {"1222", "64"}, {"1225", "ООО Ферма"},
+            {"1226", "7701234567"}}));
+    EXPECT_EQ(item.value("industry").toObject().value("1265"), "x");
+
+    const QStringList tape = rig.device.tape().lines();
+    const QString edge(40, QChar(u'─'));
+    qsizetype at = 0;
+    for (const QString& expected : {QStringLiteral("■жирно"), QStringLiteral("просто"),
+             QStringLiteral("▒негатив"), QStringLiteral("│ q\nr1"), QStringLiteral("│ 4601234567890"),
+             QStringLiteral("[М]"), QStringLiteral("ИТОГ"), QStringLiteral("СДАЧА: 90.00"),
+             QStringLiteral("ФПД:"), QStringLiteral("Ждём"), QStringLiteral("снова")}) {
+        const qsizetype found = tape.join('\n').indexOf('\n' + expected, at);
+        EXPECT_GT(found, at) << expected.toStdString();
+        at = found;
+    }
+    EXPECT_EQ(rig.run(8, QString(document).replace(R"(n="DoNotPrint" t="4">0)", R"(n="DoNotPrint" t="4">1)")),
+        "1.1004")
+        << "the code is used up";
+    const QString back = receipt(position("60.05", "1.000", "60.05"), "60.05")
+                             .replace(R"(n="1054" t="4">1)", R"(n="1054" t="4">2)");
+    EXPECT_EQ(
+        rig.run(8, QString(back).replace(R"(n="DoNotPrint" t="4">0)", R"(n="DoNotPrint" t="4">1)")), "0.0");
+    EXPECT_EQ(rig.device.tape().lines(), tape);
+    EXPECT_EQ(rig.device.cashInDrawer(), 10000 + 7333 - 6005);
+}
+
+TEST(XmlSale, RefusalLeavesNothingBehind)
+{
+    const QString twoCodes = pa("1163", 7, pa("1305", 1, "44") + pa("1306", 1, "45"));
+    const QList<Change> cases{
+        {R"(n="1031" t="2">170.00)", R"(n="1031" t="2">169.99)", "1.1003"},
+        {R"(n="1031" t="2">170.00)", R"(n="1031" t="2">200.00)", "1.1003"},
+        {R"(n="1081" t="2">0.00)", R"(n="1081" t="2">-0.01)", "1.1003"},
+        {R"(n="Value" t="2">-10.00)", R"(n="Value" t="2">10.00)", "1.1004"},
+        {R"(n="PriceWithDiscount" t="2">56.67)", R"(n="PriceWithDiscount" t="2">60.00)", "1.1004"},
+        {R"(n="1055" t="4">1)", R"(n="1055" t="4">16)", "1.1006"},
+        {R"(n="1055" t="4">1)", R"(n="1055" t="4">3)", "1.1006"},
+        {R"(n="1054" t="4">1)", R"(n="1054" t="4">3)", "1.1004"},
+        {R"(n="1054" t="4">1)", R"(n="1054" t="4">2)", "1.1004"},
+        {codeHex, codeHex + "44", "1.1004"},
+        {codeHex, codeHex + "4", "1.1004"},
+        {R"(<pa n="1163" t="7"><pa n="1305" t="1">444d</pa></pa>)", "", "1.1004"},
+        {R"(<pa n="1163" t="7"><pa n="1305" t="1">444d</pa></pa>)", twoCodes, "1.1004"},
+        {R"(<pa n="2000" t="1">)" + codeHex + "</pa>", "", "1.1004"},
+        {R"(n="1199" t="4">2)", R"(n="1199" t="4">0)", "1.1004"},
+        {R"(n="1214" t="4">4)", R"(n="1214" t="4">8)", "1.1004"},
+        {"Молоко", "", "1.1004"},
+        {R"(n="1023" t="3">3.000)", R"(n="1023" t="3">3)", "5.5003"},
+        {R"(n="DoNotPrint" t="4">0)", R"(n="DoNotPrint" t="4"> )", "5.5003"},
+        {markedPosition(), "", "1.1001"},
+        {"</pa>]]>", pa("1081", 2, "0.00") + "</pa>]]>", "1.1004"},
+        {R"(n="1055" t="4">1)", R"(n="1055" t="4">4294967297)", "5.5003"},
+        {R"(n="1079" t="2">60.00)", R"(n="1079" t="2">999999999999.00)", "1.1004"},
+        {"</pa>]]>", pa("1020", 2, "1.00") + "</pa>]]>", "1.1004"},
+        {"</pa>]]>", pa("Footer", 1, "‼?q0005ab") + "</pa>]]>", "1.1004"},
+        {"</pa>]]>", pa("HeaderText", 1, "‼?x1") + "</pa>]]>", "1.1004"},
+        {"Молоко", "Сыр", "0.0"},
+    };
+    XmlRig rig;
+    rig.openShift();
+    EXPECT_EQ(rig.run(76, checkOf(codeHex)), "0.0");
+    const QStringList tape = rig.device.tape().lines();
+    for (const Change& c : cases) {
+        const QString text = QString::fromUtf8(rig.request(8, receipt(markedPosition(), "170.00")));
+        ASSERT_TRUE(text.contains(c.from)) << c.from.toStdString();
+        EXPECT_EQ(rig.device.tape().lines(), tape);
+        EXPECT_EQ(rig.exchange(QString(text).replace(c.from, c.to).toUtf8()).verdict(), c.verdict)
+            << c.to.toStdString();
+        EXPECT_FALSE(rig.device.document().isOpen());
+    }
+    EXPECT_EQ(rig.device.counters().sales.sum, 17000);
+    EXPECT_EQ(rig.device.counters().cancelled, 0);
+    // Two positions of half a kopeck too much each: the host rounded their sum, the register each of them.
+    const QString thirds = position("0.25", "0.500", "0.25");
+    EXPECT_EQ(rig.run(8, receipt(thirds + thirds, "0.25")), "0.0");
+    EXPECT_EQ(rig.run(8, receipt(thirds + thirds, "0.00", "0.25")), "1.1003");
+}
+
+TEST(XmlService, RefusesWhatTheStateForbids)
+{
+    XmlRig rig;
+    const QString sale = receipt(position("10.00", "1.000", "10.00"), "10.00");
+    const QString cashier = pa("1021", 1, "Иванова");
+    const auto setTime = [](const char* time) { return pa("200001", 7, pa("DateTime", 5, time)); };
+    EXPECT_EQ(rig.run(8, sale), "1.1002");
+    EXPECT_EQ(rig.run(6, pa("5", 7, cashier)), "1.1002");
+    EXPECT_EQ(rig.run(46, pa("200015", 7, cashier)), "1.1002");
+    EXPECT_EQ(rig.run(24, setTime("2024-02-29 09:00:00")), "4.4002");
+    EXPECT_EQ(rig.run(24, setTime("2024-03-01 09:10:00")), "0.0");
+    EXPECT_EQ(rig.openShift(), "0.0");
+    EXPECT_EQ(rig.openShift(), "1.1002");
+    EXPECT_EQ(rig.run(24, setTime("2024-03-01 09:20:00")), "1.1002");
+    EXPECT_EQ(rig.send(22).value("200001"), "2024-03-01 09:10:00");
+    EXPECT_EQ(rig.run(18, pa("11", 7, cashier + pa("1205", 4, "8") + pa("1062", 4, "1"))), "1.1002");
+    EXPECT_EQ(rig.money(2, "0.01"), "1.1007");
+    EXPECT_EQ(rig.money(3, "1.00"), "1.1004");
+    EXPECT_EQ(rig.run(16, pa("100000", 7, pa("1040", 4, "9"))), "1.1005");
+    EXPECT_EQ(rig.run(12, pa("21", 7, cashier)), "0.0");
+    EXPECT_EQ(rig.run(76, checkOf(codeHex, "9")), "1.1004");
+    EXPECT_EQ(rig.run(90), "0.0");
+    rig.device.setPaper(false);
+    EXPECT_EQ(rig.run(8, sale), "3.8");
+    rig.device.setPaper(true);
+    EXPECT_EQ(rig.run(36), "0.0");
+    EXPECT_EQ(rig.send(52).value("IsOpen"), "1");
+    rig.clock.advance(24 * 3600 * 1000 + 1000);
+    EXPECT_EQ(rig.run(8, sale), "2.22");
+    const XmlReply shift = rig.send(44);
+    const QStringList values{
+        shift.value("ShiftState"), shift.value("ShiftOvertime"), shift.value("1038"), shift.value("1042")};
+    EXPECT_EQ(values, (QStringList{"1", "1", "1", "0"}));
+    EXPECT_EQ(rig.send(52).value("IsOpen"), "0");
+    EXPECT_EQ(rig.run(6, pa("5", 7, cashier)), "0.0");
+    EXPECT_EQ(rig.run(18, pa("11", 7, cashier + pa("1205", 4, "8") + pa("1062", 4, "64"))), "1.1004");
+    EXPECT_EQ(rig.run(18, pa("11", 7, cashier + pa("1205", 4, "8") + pa("1062", 4, "18"))), "0.0");
+    EXPECT_EQ(rig.send(50).value("1062"), "18");
+    rig.device.tape().clear();
+    EXPECT_EQ(rig.run(28), "0.0");
+    EXPECT_TRUE(rig.device.tape().text().contains("СНО: УСН доход, ЕСХН"));
+}
+
+TEST(XmlService, StatusAndCountersFollowTheRegister)
+{
+    XmlRig rig;
+    rig.openShift();
+    rig.money(1, "500.00");
+    rig.money(2, "20.00");
+    ASSERT_EQ(rig.run(8, receipt(position("10.00", "1.000", "10.00"), "4.00", "6.00")), "0.0");
+    const XmlReply state = rig.send(2);
+    const QList<std::pair<const char*, QString>> expected{{"PaperWidth", "44"},
+        {"1013", "00103000000012345678"}, {"LifePhase", "3"}, {"ShiftState", "1"}, {"lastDocNumber", "3"},
+        {"lastDocDateTime", "2024-03-01 09:00:00"}, {"1041", "9999078900001234"},
+        {"ExpirationDate", "2025-06-01 00:00:00"}, {"1097", "2"}, {"1116", "2"},
+        {"1098", "2024-03-01 09:00:00"}, {"1053", "0"}};
+    for (const auto& [key, value] : expected)
+        EXPECT_EQ(state.value(key), value) << key;
+    EXPECT_EQ(rig.send(58).value("1037"), "0000000001012345");
+    const auto block = [&rig](const QString& tag) {
+        const QString data = rig.send(40).element("ResponseData");
+        return data.mid(data.indexOf("<pa n=\"" + tag + "\"")).left(data.contains("n=\"" + tag) ? -1 : 0);
+    };
+    const QString sales = pa("1129", 7,
+        pa("1135", 4, "1") + pa("1201", 2, "10.00") + pa("1136", 2, "4.00") + pa("1138", 2, "6.00")
+            + pa("1218", 2, "0.00") + pa("1219", 2, "0.00") + pa("1220", 2, "0.00"));
+    EXPECT_TRUE(block("1194").startsWith("<pa n=\"1194\" t=\"7\">" + sales)) << block("1194").toStdString();
+    EXPECT_TRUE(
+        block("MOCounters")
+            .startsWith(pa("MOCounters", 7,
+                pa("MOIncomeCount", 4, "1") + pa("MOIncomeSum", 2, "500.00") + pa("MOOutcomeCount", 4, "1")
+                    + pa("MOOutcomeSum", 2, "20.00") + pa("CashSumm", 2, "484.00"))));
+    EXPECT_EQ(block("1157"), "");
+    EXPECT_EQ(rig.set("MACRO", "KKTCounters", pa("GetCumulativeCounters", 1, "true")), "0.0");
+    rig.run(6, pa("5", 7, pa("1021", 1, "Иванова")));
+    rig.openShift();
+    EXPECT_TRUE(block("1157").startsWith("<pa n=\"1157\" t=\"7\">" + sales));
+    EXPECT_FALSE(block("1194").startsWith("<pa n=\"1194\" t=\"7\">" + sales));
+}
+
+TEST(XmlService, SettingsAreKeptWholeAndShowOnTheTape)
+{
+    XmlRig rig;
+    const QString names
+        = pa("PRN", 7, pa("PrinterHeader", 7, pa("Cliche", 1)) + pa("Printer", 7, pa("PrintWidthChars", 1)))
+        + pa("IMS", 7, pa("ims-client", 7, pa("ims_session_interval_tr_sec", 4)));
+    const XmlReply factory = rig.send(54, pa("200004", 7, names));
+    EXPECT_EQ(factory.value("Cliche"), "ООО \"РОМАШКА\"\nМАГАЗИН № 1");
+    EXPECT_EQ(factory.value("PrintWidthChars"), "44");
+    EXPECT_EQ(factory.value("ims_session_interval_tr_sec"), "60");
+    EXPECT_FALSE(factory.bytes.contains("OFD_Host"));
+    const QString header = pa("Cliche", 1, "Лавка\nу моста");
+    const QList<std::pair<QString, QString>> wrong{{"Printer", header},
+        {"PrinterHeader", header + pa("Clishe", 1, "x")},
+        {"PrinterHeader", header + pa("PrintUserAddrInCliche", 1, "yes")},
+        {"PrinterHeader", pa("Cliche", 1, "1\n2\n3\n4\n5")}, {"LogoImage", pa("Image", 1, "424d00")},
+        {"Nothing", QString()}};
+    for (const auto& [subsection, settings] : wrong)
+        EXPECT_EQ(rig.set("PRN", subsection, settings), "1.1004") << settings.toStdString();
+    EXPECT_EQ(rig.run(54, pa("200004", 7, pa("MACRO", 7, pa("OFD", 7)))), "1.1004");
+    EXPECT_EQ(rig.set("IMS", "ims-client", pa("ims_session_interval_tr_sec", 4, "-1")), "1.1004");
+    EXPECT_EQ(rig.send(54, pa("200004", 7, names)).value("Cliche"), factory.value("Cliche"));
+
+    QByteArray bitmap(62, '\0');
+    bitmap.replace(0, 2, "BM")
+        .replace(18, 4, QByteArray::fromHex("64000000"))
+        .replace(22, 4, QByteArray::fromHex("32000000"));
+    EXPECT_EQ(rig.set("PRN", "PrinterHeader", header), "0.0");
+    EXPECT_EQ(rig.set("PRN", "LogoImage", pa("Image", 1, bitmap.toHex())), "0.0");
+    EXPECT_EQ(rig.send(54, pa("200004", 7, pa("PRN", 7, pa("LogoImage", 7, pa("Image", 1))))).value("Image"),
+        bitmap.toHex());
+    EXPECT_EQ(rig.run(30, pa("200003", 7, pa("NonFiscalText", 1, "‼?f0320028кот"))), "0.0");
+    QString page = rig.device.tape().text();
+    for (const char* const shown : {"100 x 50", "Лавка", "у моста", "↔к о т"})
+        EXPECT_TRUE(page.contains(shown)) << shown;
+    rig.device.tape().clear();
+    EXPECT_EQ(rig.set("PRN", "LogoImage", pa("PrintLogo", 1, "false")), "0.0");
+    rig.openShift();
+    EXPECT_FALSE(rig.device.tape().text().contains("100 x 50"));
+}
+
+namespace {
+
+/// What the host hears of one exchange: at once, and piece by piece until nothing comes any more.
+struct Heard
+{
+    QByteArray atOnce;
+    QByteArrayList later;
+    QByteArray all() const { return atOnce + later.join(); }
+};
+
+Heard listen(XmlRig& rig, const QByteArray& request)
+{
+    Heard heard{rig.exchange(request).bytes, {}};
+    for (std::optional<qint64> due = rig.outbox.nextDue(); due; due = rig.outbox.nextDue()) {
+        rig.clock.advance(*due - rig.clock.milliseconds());
+        heard.later.append(rig.outbox.take());
+    }
+    return heard;
+}
+
+// Whether what was heard is what the mode makes of a good answer.
+bool isEffect(FaultMode mode, const QByteArray& request, const Heard& heard)
+{
+    const QByteArray all = heard.all();
+    const QByteArray answer = all.mid(all.lastIndexOf("<?xml"));
+    const bool good = XmlReply{answer}.isWhole() && XmlReply{answer}.verdict() == "0.0";
+    switch (mode) {
+    case FaultMode::None:
+    case FaultMode::PaperIn:
+    case FaultMode::Restart:
+        return good && heard.atOnce == answer;
+    case FaultMode::Silence:
+    case FaultMode::Lost:
+    case FaultMode::Late:
+        return all.isEmpty();
+    case FaultMode::Stale:
+        return good && heard.atOnce.contains("-4000-") && heard.later == QByteArrayList{answer};
+    case FaultMode::Echo:
+        return good && heard.atOnce == request + answer;
+    case FaultMode::BadCheck:
+        return XmlReply{answer}.isWhole() && answer.contains("<Result></Result><ErrorCategory>0<");
+    case FaultMode::Noise:
+        return good && heard.atOnce.mid(5) == answer && answer.size() < all.size();
+    case FaultMode::Busy:
+    case FaultMode::Slow:
+        return good && heard.later == QByteArrayList{answer};
+    case FaultMode::Cut:
+        return answer.startsWith("<?xml") && !answer.contains("</Arm");
+    case FaultMode::Split:
+        return good && heard.atOnce.size() == 7 && heard.later.size() == (answer.size() - 1) / 7;
+    case FaultMode::Drop:
+        return all.startsWith("<xml") && XmlReply{all}.isWhole();
+    case FaultMode::Flip:
+        return all.startsWith("</xml") && XmlReply{all}.isWhole();
+    case FaultMode::Double:
+        return all.startsWith("<??xml") && XmlReply{all}.isWhole();
+    case FaultMode::PaperOut:
+        return XmlReply{all}.verdict() == "3.8";
+    }
+    return false;
+}
+
+} // namespace
+
+TEST(XmlFaults, EachModeDoesWhatItsNameSays)
+{
+    for (const FaultMode mode : emulator::FaultPlan::allModes()) {
+        const std::string name = emulator::FaultPlan::modeName(mode).toStdString();
+        XmlRig rig;
+        QString error;
+        rig.line.setFaults(*emulator::FaultPlan::parse(QString::fromStdString(name) + "@1", &error));
+        const QByteArray request = rig.request(4, pa("2", 7, pa("1021", 1, "Иванова")));
+        const Heard heard = listen(rig, request);
+        EXPECT_TRUE(isEffect(mode, request, heard)) << name << ": " << heard.all().toStdString();
+        EXPECT_EQ(rig.device.isShiftOpen(), mode != FaultMode::Silence && mode != FaultMode::PaperOut)
+            << name;
+        // A late answer comes ahead of the next one and leaves the host time to throw it away.
+        const QByteArray earlier = rig.id().toUtf8();
+        const Heard next = listen(rig, rig.request(44));
+        const bool late = mode == FaultMode::Late;
+        EXPECT_EQ(next.atOnce.contains(earlier), late) << name;
+        EXPECT_EQ((XmlReply{late ? next.later.value(0) : next.atOnce}.element("RequestId")), rig.id())
+            << name;
+    }
+}
