@@ -115,7 +115,9 @@ TEST(XmlSale, IsJournalledPrintedAndCounted)
     EXPECT_EQ(rig.send(76, checkOf(codeHex)).value("2106"), "3");
     const QString more = pa("1203", 1, "771234567890") + pa("1008", 1, "a@b.example") + pa("1192", 1, "доп")
         + pa("1256", 7, pa("1227", 1, "Петров") + pa("1228", 1, ""))
-        + pa("HeaderText", 1, "‼?f0080028жирно\nпросто\n‼?f1280028негатив\n‼?q0004q\nr1\n‼?b134601234567890")
+        + pa("HeaderText", 1,
+            "‼?f0080028жирно\nпросто\n‼?f1280028негатив\n‼?q0004q\nr1\n‼?b134601234567890\n‼?b100"
+                + QString(100, '7'))
         + pa("Footer", 1, "СДАЧА: 90.00") + pa("TextAfterDoc", 1, "Ждём\nснова");
     const QString document
         = receipt(markedPosition() + position("10.00", "0.333", "10.00"), "73.33", "100.00", more);
@@ -145,10 +147,11 @@ TEST(XmlSale, IsJournalledPrintedAndCounted)
     const QStringList tape = rig.device.tape().lines();
     const QString edge(40, QChar(u'─'));
     qsizetype at = 0;
-    for (const QString& expected : {QStringLiteral("■жирно"), QStringLiteral("просто"),
-             QStringLiteral("▒негатив"), QStringLiteral("│ q\nr1"), QStringLiteral("│ 4601234567890"),
-             QStringLiteral("[М]"), QStringLiteral("ИТОГ"), QStringLiteral("СДАЧА: 90.00"),
-             QStringLiteral("ФПД:"), QStringLiteral("Ждём"), QStringLiteral("снова")}) {
+    for (const QString& expected :
+        {QStringLiteral("■жирно"), QStringLiteral("просто"), QStringLiteral("▒негатив"),
+            QStringLiteral("│ q\nr1"), QStringLiteral("│ 4601234567890"), QStringLiteral("│ 7777777777"),
+            QStringLiteral("[М]"), QStringLiteral("ИТОГ"), QStringLiteral("СДАЧА: 90.00"),
+            QStringLiteral("ФПД:"), QStringLiteral("Ждём"), QStringLiteral("снова")}) {
         const qsizetype found = tape.join('\n').indexOf('\n' + expected, at);
         EXPECT_GT(found, at) << expected.toStdString();
         at = found;
