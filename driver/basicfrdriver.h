@@ -178,6 +178,16 @@ public:
         unsigned short table, unsigned short row, unsigned short field, const QString& value);
 
 protected:
+    /// portOpen of both protocols: logs, lets the protocol prepare the line, opens it at the default speed.
+    void openPort(const std::function<void()>& prepareLine = {});
+    /// portClose of both protocols.
+    void closePort();
+    /// Runs the writing of parameters; false with a line in the log when it throws.
+    bool programParameters(const std::function<void()>& write);
+    /// The registers of a shift with the device's identity filled in.
+    KkmRegisterBeg registersWithIdentity() const;
+    void logDone() const;
+
     enum PortState { PortIsOpen = 0, PortIsClosed = 1 };
 
     AbstractSerialDriver* serial = nullptr;

@@ -46,32 +46,16 @@ FrSpf::~FrSpf() = default;
 
 void FrSpf::portOpen()
 {
-    logger->info(QStringLiteral("Открытие порта"));
-    if (serial == nullptr)
-        throw FrNoConnectionException(drivertexts::noTransport());
-    try {
-        // Meant to stand before the opening: a closed port refuses both, so a host opens its device
-        // beforehand.
+    // Meant to stand before the opening: a closed port refuses both, so a host opens its device beforehand.
+    openPort([this] {
         serial->setFlowControl(QSerialPort::SoftwareControl);
         serial->setDataTerminalReady(false);
-        serial->portOpen(static_cast<QSerialPort::BaudRate>(defaultSpeed), QSerialPort::NoParity,
-            QSerialPort::Data8, QSerialPort::OneStop);
-    } catch (const BasicException& exception) {
-        logger->error(exception.tr().ru());
-        throw FrNoConnectionException(drivertexts::cannotOpenPort());
-    }
-    portState = PortIsOpen;
-    logger->info(QStringLiteral("Порт открыт"));
+    });
 }
 
 void FrSpf::portClose()
 {
-    logger->info(QStringLiteral("Закрытие порта"));
-    portState = PortIsClosed;
-    if (serial == nullptr)
-        return;
-    serial->portClose();
-    logger->info(QStringLiteral("Порт закрыт"));
+    closePort();
 }
 
 void FrSpf::setConnection()
@@ -202,11 +186,6 @@ QMap<EFrDriver::FontTypes, unsigned> FrSpf::getBandWidthFonts()
         {EFrDriver::DoubleHeightFont, 44},
         {EFrDriver::InvertedFont, 44},
     };
-}
-
-void FrSpf::logDone() const
-{
-    logger->info(QStringLiteral("Команда выполнена"));
 }
 
 } // namespace spfhex

@@ -104,7 +104,6 @@ protected:
     bool agentDataBound = false;
 
 private:
-    void logDone() const;
     bool programLines(unsigned short parameter, const QString& message, const QList<QString>& lines);
     QStringList countersLines(hw::fr::CheckType type);
     QStringList parameterLines(int parameterNumber, const utils::TableParameter& parameter, int width) const;

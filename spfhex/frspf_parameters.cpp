@@ -10,8 +10,6 @@
 #include "paramtable.h"
 #include "stringutils.h"
 
-#include <exception>
-
 namespace spfhex {
 
 namespace {
@@ -51,16 +49,11 @@ bool FrSpf::setParams(const QList<FrParameter>& parameters)
 {
     logger->info(QStringLiteral("Программирование параметров"));
     isPortReady();
-    try {
+    return programParameters([this, &parameters] {
+        // What was written before a refused one stays written.
         for (const FrParameter& parameter : parameters)
             command->setParameter(parameter);
-    } catch (const std::exception& exception) {
-        // What was written before the refused one stays written.
-        logger->error(QString::fromUtf8(exception.what()));
-        return false;
-    }
-    logger->info(QStringLiteral("Программирование параметров выполнено"));
-    return true;
+    });
 }
 
 bool FrSpf::setDefaults()

@@ -135,12 +135,7 @@ KkmRegisterBeg FrSpf::getKkmRegisterBeg()
 {
     logger->info(QStringLiteral("Получение счетчиков ККМ на начало смены"));
     isPortReady();
-    KkmRegisterBeg registers;
-    registers.producerCode = deviceInfo.getProducerCode().toInt();
-    registers.producerName = deviceInfo.getProducerName(false);
-    registers.modelCode = deviceInfo.getModelCode().toInt();
-    registers.modelName = deviceInfo.getModelName();
-    registers.serialNumber = deviceInfo.getNumber();
+    KkmRegisterBeg registers = registersWithIdentity();
     registers.cashInDrawer = command->getDrawerSum();
     // One more in any case: whether the shift is open is meant to be left out of account here.
     registers.shiftNumber = command->getCurrentShiftNumber() + 1;

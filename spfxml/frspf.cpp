@@ -36,35 +36,14 @@ FrSpf::FrSpf(AbstractSerialDriver* serialDriver, FrSpfSettings* driverSettings)
 
 FrSpf::~FrSpf() = default;
 
-void FrSpf::logCommandDone() const
-{
-    logger->info(QStringLiteral("Команда выполнена"));
-}
-
 void FrSpf::portOpen()
 {
-    logger->info(QStringLiteral("Открытие порта"));
-    if (serial == nullptr)
-        throw FrNoConnectionException(drivertexts::noTransport());
-    try {
-        serial->portOpen(static_cast<QSerialPort::BaudRate>(defaultSpeed), QSerialPort::NoParity,
-            QSerialPort::Data8, QSerialPort::OneStop);
-    } catch (const BasicException& exception) {
-        logger->error(exception.tr().ru());
-        throw FrNoConnectionException(drivertexts::cannotOpenPort());
-    }
-    portState = PortIsOpen;
-    logger->info(QStringLiteral("Порт открыт"));
+    openPort();
 }
 
 void FrSpf::portClose()
 {
-    logger->info(QStringLiteral("Закрытие порта"));
-    portState = PortIsClosed;
-    if (serial == nullptr)
-        return;
-    serial->portClose();
-    logger->info(QStringLiteral("Порт закрыт"));
+    closePort();
 }
 
 void FrSpf::setConnection()

@@ -145,7 +145,6 @@ protected:
             throw FrCommandException(text);
         }
     }
-    void logCommandDone() const;
 
     QSharedPointer<SpfFrCommand> command;
     QString cashierDisplayName;

@@ -95,18 +95,13 @@ KkmRegisterBeg FrSpf::getKkmRegisterBeg()
         const ShiftStatus shift = command->getShiftStatus();
         const SpfStatus status = command->getStatus();
 
-        KkmRegisterBeg registers;
-        registers.producerCode = deviceInfo.getProducerCode().toInt();
-        registers.producerName = deviceInfo.getProducerName(false);
-        registers.modelCode = deviceInfo.getModelCode().toInt();
-        registers.modelName = deviceInfo.getModelName();
-        registers.serialNumber = deviceInfo.getNumber();
+        KkmRegisterBeg registers = registersWithIdentity();
         registers.totalSales = counters.totalSum;
         registers.cashInDrawer = cashInDrawer;
         registers.shiftNumber = shift.shiftNumber + (shift.opened ? 0 : 1);
         registers.registrationNumber = status.registrationNumber;
         registers.fnNumber = status.fn.fnNumber;
-        logCommandDone();
+        logDone();
         return registers;
     });
 }

@@ -10,8 +10,6 @@
 
 #include <QRegularExpression>
 
-#include <exception>
-
 namespace spfxml {
 
 namespace {
@@ -52,14 +50,7 @@ bool FrSpf::setParams(const QList<FrParameter>& parameters)
         }
         values[match.captured(1)][match.captured(2)][match.captured(3)] = match.captured(4);
     }
-    try {
-        command->setParameters(values);
-    } catch (const std::exception& exception) {
-        logger->error(QString::fromUtf8(exception.what()));
-        return false;
-    }
-    logger->info(QStringLiteral("Программирование параметров выполнено"));
-    return true;
+    return programParameters([this, &values] { command->setParameters(values); });
 }
 
 bool FrSpf::setDefaults()
@@ -117,7 +108,7 @@ bool FrSpf::setGraphicCliche(const QString& fileName)
     const QByteArray digits = toBmpFile(fittedLogo(image)).toHex();
     writeHeader(singleParameter(QStringLiteral("PRN"), QStringLiteral("LogoImage"), QStringLiteral("Image"),
         QString::fromLatin1(digits)));
-    logCommandDone();
+    logDone();
     return true;
 }
 

@@ -126,7 +126,7 @@ FnInfo FrSpf::getFnInfo()
         // The length of the queue stands where HEX has the number of the first document: it is meant.
         info.ofdStatus.firstUnsentNumber = status.ofd.queueLength;
         info.fnVersion = status.fn.fwVersion;
-        logCommandDone();
+        logDone();
         return info;
     });
 }

@@ -21,7 +21,7 @@ QJsonObject FrSpf::xReport()
     logger->info(QStringLiteral("Снятие суточного отчета без гашения"));
     isPortReady();
     command->printXReport();
-    logCommandDone();
+    logDone();
     return {};
 }
 
@@ -31,7 +31,7 @@ QJsonObject FrSpf::zReport()
     isPortReady();
     if (command->getShiftStatus().opened) {
         command->shiftClose();
-        logCommandDone();
+        logDone();
     } else {
         logger->info(QStringLiteral("Смена в ФР закрыта"));
     }
@@ -74,7 +74,7 @@ void FrSpf::drawerOpen()
         logger->info(QStringLiteral("Открытие денежного ящика"));
         isPortReady();
         command->openDrawer();
-        logCommandDone();
+        logDone();
     });
 }
 
@@ -98,7 +98,7 @@ bool FrSpf::setDateTime(const QDateTime& dateTime)
             return false;
         }
         command->setDateTime(dateTime);
-        logCommandDone();
+        logDone();
         return true;
     });
 }
