@@ -1,0 +1,148 @@
+#include "scriptedfrspf.h"
+
+#include <frparameter.h>
+#include <parametercatalogue.h>
+
+#include <QImage>
+#include <QTemporaryDir>
+
+namespace {
+
+using namespace testing;
+using Settings = ScriptedFrSpf;
+
+QList<FrParameter> paths(const QStringList& values)
+{
+    QList<FrParameter> parameters;
+    for (const QString& value : values)
+        parameters.append(FrParameter(1, 0, 0, value));
+    return parameters;
+}
+
+TEST(ParameterCatalogue, asksForTheWholeTree)
+{
+    const QList<spfxml::RequestParams> tree = spf::utils::getParamsList();
+    int subsections = 0;
+    int parameters = 0;
+    int numbers = 0;
+    for (const spfxml::RequestParams& section : tree) {
+        for (const spfxml::RequestParams& subsection : section.getParams()) {
+            ++subsections;
+            for (const spfxml::RequestParams& parameter : subsection.getParams()) {
+                ++parameters;
+                EXPECT_TRUE(parameter.getValue().isNull());
+                EXPECT_TRUE(spf::utils::getParametersDescription().contains(parameter.getName()));
+                if (parameter.getType() == spfxml::RequestParams::EParamType::Integer) {
+                    EXPECT_THAT(
+                        parameter.getName().toStdString(), MatchesRegex("ims_session_interval_.*_sec"));
+                    ++numbers;
+                }
+            }
+        }
+    }
+    EXPECT_THAT((std::array{int(tree.size()), subsections, parameters, numbers}), ElementsAre(6, 19, 51, 2));
+    EXPECT_EQ(spf::utils::getSubsectionsDescription().size(), 19);
+}
+
+TEST_F(Settings, writeWhatTheirPathsName)
+{
+    struct Case
+    {
+        QStringList values;
+        bool done;
+        std::vector<std::string> sent;
+    };
+    const Case cases[]{
+        {{"MACRO.KKTCounters.PrintZeroCounters.true"}, true,
+            {"56 x5 200005:7{MACRO:7{KKTCounters:7{PrintZeroCounters:1=true}}}"}},
+        // A value keeps its points and ends at a line feed; of the same path the last one counts; the tree is
+        // sorted.
+        {{"PRN.Printer.NarrowWidth.0", "OFD.OFD.OFD_Host.ofd.test\nx", "PRN.Printer.NarrowWidth.1"}, true,
+            {"56 x5 200005:7{OFD:7{OFD:7{OFD_Host:1=ofd.test}} PRN:7{Printer:7{NarrowWidth:1=1}}}"}},
+        {{}, true, {}},
+        // One bad name anywhere, and nothing is written.
+        {{"PRN.Printer.NarrowWidth.1", "PRN.Printer.Wide.1"}, false, {}},
+        {{"PRN.Paper.NarrowWidth.1"}, false, {}},
+        {{"Prn.Printer.NarrowWidth.1"}, false, {}},
+        {{"PRN.Printer.NarrowWidth.1", "NarrowWidth=1"}, false, {}},
+        // The hyphen does not match: no match at all, or one that begins in the middle.
+        {{"IMS.ims-client.ims_session_interval_tr_sec.60"}, false, {}},
+        {{"IMS.ims-client.ims_server_host.ims.test"}, false, {}},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(driver.setParams(paths(c.values)), c.done) << c.values.join('|').toStdString();
+        EXPECT_EQ(script->taken(), c.sent) << c.values.join('|').toStdString();
+    }
+    script->failing = 56;
+    EXPECT_FALSE(driver.setParams(paths({"PRN.Printer.NarrowWidth.1"})));
+    EXPECT_EQ(thrown([&] { driver.setDefaults(); }), "FrCommandException: Отказ");
+}
+
+TEST_F(Settings, areCheckedByTheCommandWithoutTheLimitsOfPaths)
+{
+    const auto write = [&](const QString& section, const QString& subsection, const QString& name) {
+        return thrown([&] { script->setParameters({{section, {{subsection, {{name, "abc"}}}}}}); });
+    };
+    EXPECT_EQ(write("X", "Y", "Z"), "FrCommandException: Секция 'X' не найдена");
+    EXPECT_EQ(write("PRN", "Y", "Z"), "FrCommandException: Подсекция 'PRN.Y' не найдена");
+    EXPECT_EQ(write("PRN", "QR", "Z"), "FrCommandException: Настройка 'PRN.QR.Z' не найдена");
+    EXPECT_THAT(script->taken(), IsEmpty());
+    // A text that is no number becomes 0 where the device wants one.
+    EXPECT_EQ(write("IMS", "ims-client", "ims_session_interval_tr_sec"), "");
+    script->setParameters({{"PRN", {}}, {"OFD", {{"OFD", {}}}}});
+    EXPECT_TRUE(driver.setDefaults());
+    EXPECT_THAT(script->taken(),
+        ElementsAre("56 x5 200005:7{IMS:7{ims-client:7{ims_session_interval_tr_sec:4=0}}}",
+            "56 x5 200005:7{MACRO:7{KKTCounters:7{GetCumulativeCounters:1=true}}}"));
+}
+
+TEST_F(Settings, arePrintedInTheOrderOfTheAnswer)
+{
+    script->answers[2] = "<a><pa n='PaperWidth'>32</pa><pa n='1013'>00105</pa></a>";
+    driver.setDeviceInfo();
+    script->answers[54]
+        = "<pa n='200004'><pa n='PRN'><pa n='QR'><pa n='QRFastPrint' t='1'>true</pa></pa></pa>"
+          "<pa n='NEW'><pa n='Sub'><pa n='Par' t='1'>1</pa></pa></pa></pa>";
+    EXPECT_EQ(driver.getParametersDescription().join('\n').toStdString(),
+        "----- Параметры устройства -----\n--------------------------------\n"
+        "------ Настройки принтера ------\nСпособ печати QR кода\n"
+        "* Включение/выключение\nускоренной печати QR-кода   true\n"
+        "---------------  ---------------\n\n*                              1");
+}
+
+TEST_F(Settings, dressTheReceipt)
+{
+    EXPECT_TRUE(driver.setCliche({"1", "2", "3", "4", "5"}));
+    EXPECT_TRUE(driver.setCliche({}));
+    EXPECT_THAT(script->taken(),
+        ElementsAre("56 x5 200005:7{PRN:7{PrinterHeader:7{Cliche:1=1\n2\n3\n4}}}",
+            "56 x5 200005:7{PRN:7{PrinterHeader:7{Cliche:1=}}}"));
+    script->failing = 56;
+    EXPECT_EQ(thrown([&] { driver.setCliche({"1"}); }), "FrCommandException: Отказ");
+    EXPECT_FALSE(driver.setTail({"1"}));
+}
+
+TEST_F(Settings, scaleThePictureToWhatTheDeviceTakes)
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath("logo.png");
+    const std::pair<QSize, QSize> sizes[]{{{40, 40}, {40, 50}}, {{600, 200}, {575, 100}},
+        {{576, 60}, {575, 60}}, {{100, 100}, {100, 100}}, {{575, 50}, {575, 50}}};
+    for (const auto& [given, expected] : sizes) {
+        QImage picture(given, QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        ASSERT_TRUE(picture.save(file));
+        EXPECT_TRUE(driver.setGraphicCliche(file));
+        const QByteArray sent = QByteArray::fromStdString(script->taken().at(0));
+        ASSERT_TRUE(sent.startsWith("56 x5 200005:7{PRN:7{LogoImage:7{Image:1=424d"));
+        const QByteArray digits = sent.mid(sent.lastIndexOf('=') + 1).chopped(3);
+        const QImage decoded = QImage::fromData(QByteArray::fromHex(digits), "BMP");
+        EXPECT_EQ(decoded.size(), expected);
+        EXPECT_EQ(decoded.pixelColor(5, 5), QColor(Qt::white));
+    }
+    EXPECT_FALSE(driver.setGraphicCliche(folder.filePath("none.png")));
+    script->failing = 56;
+    EXPECT_EQ(thrown([&] { driver.setGraphicCliche(file); }), "FrCommandException: Отказ");
+}
+
+} // namespace
