@@ -26,6 +26,8 @@ set(CPACK_DEBIAN_PLUGIN_PACKAGE_NAME frspf-plugin)
 set(CPACK_COMPONENT_PLUGIN_DEPENDS runtime)
 set(CPACK_COMPONENT_PLUGIN_DESCRIPTION "Driver plugin for fiscal registers of the Service Plus family")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME frspf-tools)
+# A plugin of Qt, so no library dependency tells of it.
+set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS libqt6sql6-sqlite)
 set(CPACK_COMPONENT_TOOLS_DEPENDS plugin)
 set(CPACK_COMPONENT_TOOLS_DESCRIPTION "Command-line host and software fiscal register")
 

@@ -23,7 +23,7 @@ struct Complaint
     int status = ExitFailure;
     QString text;
     QString exception;
-    DocumentOutcome outcome = DocumentOutcome::None;
+    DocumentVerdict verdict = {};
     bool isUsage = false;
 };
 
@@ -60,7 +60,8 @@ QString help()
     return text + QLatin1Char('\n') + optionsHelp()
         + QStringLiteral(
             "\nExit status: 0 done, 1 the register or its line failed or refused, 2 wrong usage or a wrong "
-            "file (nothing was sent),\n130 interrupted.");
+            "file (nothing was sent),\n130 interrupted. Of a receipt whose close failed: 3 it was issued all "
+            "the same, 4 it was not issued,\n5 unknown (never repeat it then without a look at the register).");
 }
 
 Complaint complaintOf(const std::exception_ptr& exception)
@@ -72,10 +73,11 @@ Complaint complaintOf(const std::exception_ptr& exception)
     } catch (const ReceiptError& error) {
         return {ExitUsage, QString::fromUtf8(error.what()), QStringLiteral("ReceiptError")};
     } catch (const RegisterError& error) {
-        return {ExitFailure, QString::fromUtf8(error.what()), error.exceptionName(), error.outcome()};
+        return {exitStatusOf(error.verdict().outcome), QString::fromUtf8(error.what()), error.exceptionName(),
+            error.verdict()};
     } catch (const Interrupted& error) {
         return {
-            ExitInterrupted, QStringLiteral("interrupted"), QStringLiteral("Interrupted"), error.outcome()};
+            ExitInterrupted, QStringLiteral("interrupted"), QStringLiteral("Interrupted"), error.verdict()};
     } catch (const HostError& error) {
         return {ExitFailure, QString::fromUtf8(error.what()), QStringLiteral("HostError")};
     } catch (const Refusal& error) {
@@ -90,16 +92,15 @@ Complaint complaintOf(const std::exception_ptr& exception)
 int report(const Complaint& complaint, bool json)
 {
     print(stderr, QStringLiteral("frctl: ") + complaint.text);
-    const QString outcome = outcomeText(complaint.outcome);
+    const QString outcome = outcomeText(complaint.verdict);
     if (!outcome.isEmpty())
         print(stderr, QStringLiteral("frctl: ") + outcome);
     if (complaint.isUsage)
         print(stderr, usage() + QStringLiteral("\nTry frctl --help."));
     if (json) {
-        QJsonObject object{
-            {QStringLiteral("error"), complaint.text}, {QStringLiteral("exception"), complaint.exception}};
-        if (complaint.outcome != DocumentOutcome::None)
-            object.insert(QStringLiteral("document"), outcomeName(complaint.outcome));
+        QJsonObject object = documentJson(complaint.verdict);
+        object.insert(QStringLiteral("error"), complaint.text);
+        object.insert(QStringLiteral("exception"), complaint.exception);
         printJson(object);
     }
     return complaint.status;
@@ -115,6 +116,9 @@ Output work(const Options& options)
     catchInterruptions();
     RegisterSession session(options);
     session.connect(task.withInit, task.cashier.value_or(options.cashier));
+    for (const SettledSale& sale : session.settledSales())
+        print(stderr,
+            QStringLiteral("frctl: sale %1 of an earlier run: %2").arg(sale.id, outcomeText(sale.verdict)));
     return task.onRegister(session.driver());
 }
 
@@ -134,7 +138,7 @@ int run(const Options& options)
         printJson(output.json);
     else
         print(stdout, output.lines.join(QLatin1Char('\n')));
-    return ExitSuccess;
+    return output.status;
 }
 
 } // namespace

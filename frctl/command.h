@@ -1,5 +1,6 @@
 #pragma once
 
+#include "errors.h"
 #include "fruser.h"
 #include "options.h"
 
@@ -19,6 +20,8 @@ struct Output
 {
     QStringList lines;
     QJsonObject json;
+    /// ExitIssued for a receipt that an earlier run began and this one found issued.
+    ExitStatus status = ExitSuccess;
 };
 
 /// A command with its arguments checked and its files read. Until one of the two functions runs, nothing has

@@ -18,19 +18,21 @@ DocumentOutcome cancelAfterFailure(AbstractFrDriver& driver)
 }
 
 /// Runs the step; recover tells after a failure of the register what has become of the document, without it
-/// and after an interruption it is the outcome given. An interrupted register was not answering: another
+/// and after an interruption it is the verdict given. An interrupted register was not answering: another
 /// exchange would only make the user wait.
-void runStep(const std::function<void()>& step, DocumentOutcome outcome,
-    const std::function<DocumentOutcome(const BasicException&)>& recover = {})
+void runStep(const std::function<void()>& step, const DocumentVerdict& verdict,
+    const std::function<DocumentVerdict(const BasicException&)>& recover = {})
 {
     if (!step)
         return;
     try {
-        step();
-    } catch (const BasicException& failure) {
-        throw RegisterError(failure, recover ? recover(failure) : outcome);
+        try {
+            step();
+        } catch (const BasicException& failure) {
+            throw RegisterError(failure, recover ? recover(failure) : verdict);
+        }
     } catch (const Interrupted&) {
-        throw Interrupted(outcome);
+        throw Interrupted(verdict);
     }
 }
 
@@ -45,12 +47,15 @@ void runDocument(AbstractFrDriver& driver, const DocumentSteps& steps)
         return outcome == DocumentOutcome::NotCancelled && !mayBeOpen ? DocumentOutcome::None : outcome;
     });
     runStep(steps.fill, DocumentOutcome::NotCancelled, cancel);
-    runStep(steps.close, DocumentOutcome::Unknown, [&](const BasicException&) {
+    const DocumentVerdict unsettled = steps.settle ? DocumentOutcome::Unknown : DocumentOutcome::Unasked;
+    runStep(steps.close, unsettled, [&](const BasicException&) {
+        if (steps.settle)
+            return steps.settle();
         const bool cancelled
             = steps.cancelAfterClose && cancelAfterFailure(driver) == DocumentOutcome::Cancelled;
-        return cancelled ? DocumentOutcome::Cancelled : DocumentOutcome::Unknown;
+        return cancelled ? DocumentVerdict(DocumentOutcome::Cancelled) : unsettled;
     });
-    runStep(steps.finish, DocumentOutcome::Issued);
+    runStep(steps.finish, steps.issued);
 }
 
 } // namespace frctl

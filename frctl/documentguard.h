@@ -15,16 +15,20 @@ struct DocumentSteps
     std::function<void()> open;
     /// When it fails, the document is cancelled.
     std::function<void()> fill;
-    /// When it fails, nobody knows whether the document was issued: it is neither cancelled nor repeated.
+    /// When it fails, the document may have been issued: it is not repeated.
     std::function<void()> close;
+    /// Finds out what has become of the document after a failed close. May be empty: then nobody knows.
+    std::function<DocumentVerdict()> settle;
     /// The document is issued, whatever happens here. May be empty.
     std::function<void()> finish;
-    /// A document that is no receipt may be cancelled after a failed close too: that does no harm if it was
-    /// issued, and if the register takes it, it was not.
+    /// The verdict for a document that was closed.
+    DocumentVerdict issued = DocumentOutcome::Issued;
+    /// A document that the fiscal drive does not number may be cancelled after a failed close too: that does
+    /// no harm if it was issued, and if the register takes it, it was not.
     bool cancelAfterClose = false;
 };
 
-/// Runs the steps. Throws RegisterError with the outcome for the document, or Interrupted with it.
+/// Runs the steps. Throws RegisterError with the verdict on the document, or Interrupted with it.
 void runDocument(AbstractFrDriver& driver, const DocumentSteps& steps);
 
 } // namespace frctl

@@ -6,25 +6,6 @@ namespace frctl {
 
 namespace {
 
-struct OutcomeTexts
-{
-    const char* name;
-    const char* text;
-};
-
-const OutcomeTexts& texts(DocumentOutcome outcome)
-{
-    static const OutcomeTexts table[] = {
-        {"", ""},
-        {"cancelled", "the document was cancelled"},
-        {"notCancelled", "the document could not be cancelled; the register's next start cleans it up"},
-        {"unknown",
-            "the document was being closed: it may have been issued, look at the register before you repeat it"},
-        {"issued", "the document was issued; do not repeat it"},
-    };
-    return table[static_cast<int>(outcome)];
-}
-
 template <typename T>
 bool is(const BasicException& exception)
 {
@@ -33,21 +14,31 @@ bool is(const BasicException& exception)
 
 } // namespace
 
-QString outcomeName(DocumentOutcome outcome)
+RegisterError::RegisterError(const BasicException& cause, const DocumentVerdict& verdict)
+    : RegisterError(cause.tr().ru(), exceptionClassName(cause), verdict)
 {
-    return QString::fromLatin1(texts(outcome).name);
 }
 
-QString outcomeText(DocumentOutcome outcome)
+RegisterError::RegisterError(
+    const QString& text, const QString& exceptionName, const DocumentVerdict& verdict)
+    : std::runtime_error(text.toStdString())
+    , m_exceptionName(exceptionName)
+    , m_verdict(verdict)
 {
-    return QString::fromLatin1(texts(outcome).text);
 }
 
-RegisterError::RegisterError(const BasicException& cause, DocumentOutcome outcome)
-    : std::runtime_error(cause.tr().ru().toStdString())
-    , m_exceptionName(exceptionClassName(cause))
-    , m_outcome(outcome)
+ExitStatus exitStatusOf(DocumentOutcome outcome)
 {
+    switch (outcome) {
+    case DocumentOutcome::Issued:
+        return ExitIssued;
+    case DocumentOutcome::NotIssued:
+        return ExitNotIssued;
+    case DocumentOutcome::Unknown:
+        return ExitUnknown;
+    default:
+        return ExitFailure;
+    }
 }
 
 QString exceptionClassName(const BasicException& exception)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "outcome.h"
+
 #include <QString>
 
 #include <stdexcept>
@@ -9,7 +11,16 @@ class BasicException;
 namespace frctl {
 
 /// Exit statuses of the program.
-enum ExitStatus { ExitSuccess = 0, ExitFailure = 1, ExitUsage = 2, ExitInterrupted = 130 };
+enum ExitStatus {
+    ExitSuccess = 0,
+    ExitFailure = 1,
+    ExitUsage = 2,
+    /// What became of a document whose close failed.
+    ExitIssued = 3,
+    ExitNotIssued = 4,
+    ExitUnknown = 5,
+    ExitInterrupted = 130
+};
 
 /// Wrong arguments, or a file that cannot be used: nothing was sent.
 class UsageError : public std::runtime_error
@@ -41,44 +52,41 @@ public:
     }
 };
 
-/// What has become of a document whose work was broken off.
-enum class DocumentOutcome { None, Cancelled, NotCancelled, Unknown, Issued };
-
-QString outcomeName(DocumentOutcome outcome);
-/// A sentence for the person at the terminal; empty for None.
-QString outcomeText(DocumentOutcome outcome);
-
 /// The register or the line failed: the register's own text, the class of the exception and what became of
 /// the document.
 class RegisterError : public std::runtime_error
 {
 public:
-    explicit RegisterError(const BasicException& cause, DocumentOutcome outcome = DocumentOutcome::None);
+    explicit RegisterError(const BasicException& cause, const DocumentVerdict& verdict = {});
+    /// For what an earlier run left behind, or what failed beside the register.
+    RegisterError(const QString& text, const QString& exceptionName, const DocumentVerdict& verdict);
 
     QString exceptionName() const { return m_exceptionName; }
-    DocumentOutcome outcome() const { return m_outcome; }
+    const DocumentVerdict& verdict() const { return m_verdict; }
 
 private:
     QString m_exceptionName;
-    DocumentOutcome m_outcome;
+    DocumentVerdict m_verdict;
 };
 
 /// Ctrl-C, or a request to end: thrown out of the device while a driver waits for the register.
 class Interrupted : public std::runtime_error
 {
 public:
-    explicit Interrupted(DocumentOutcome outcome = DocumentOutcome::None)
+    explicit Interrupted(const DocumentVerdict& verdict = {})
         : std::runtime_error("interrupted")
-        , m_outcome(outcome)
+        , m_verdict(verdict)
     {
     }
 
-    DocumentOutcome outcome() const { return m_outcome; }
+    const DocumentVerdict& verdict() const { return m_verdict; }
 
 private:
-    DocumentOutcome m_outcome;
+    DocumentVerdict m_verdict;
 };
 
+/// Exit status for a document that failed with that outcome.
+ExitStatus exitStatusOf(DocumentOutcome outcome);
 /// Name of the exception's class as host programs know it.
 QString exceptionClassName(const BasicException& exception);
 

@@ -1,6 +1,7 @@
 #include "options.h"
 
 #include "errors.h"
+#include "salejournal.h"
 
 #include <QCommandLineParser>
 
@@ -27,6 +28,8 @@ constexpr OptionRow Rows[] = {
     {"cashier", "NAME", "The cashier; goes before the one that a receipt names."},
     {"cashier-inn", "INN", "The cashier's tax number."},
     {"tax-systems", "LIST", "For registration: osn, usnIncome, usnIncomeOutcome, envd, esn, patent."},
+    {"id", "TEXT", "For sell and refund: the sale's name; the same name again is never sold twice."},
+    {"journal", "FILE", "Where sales with an id are kept ($XDG_DATA_HOME/frctl/sales.sqlite)."},
     {"clear", nullptr, "For logo: remove the picture."},
     {"log-level", "LEVEL", "trace, debug, info, warn or error (error); the log goes to stderr."},
     {"json", nullptr, "Print one JSON object."},
@@ -94,6 +97,8 @@ void readValues(const QCommandLineParser& parser, Options& options)
     options.speedEnumerate = !isSet("no-speed-enumeration");
     options.taxSystems = value("tax-systems");
     options.clear = isSet("clear");
+    options.id = value("id");
+    options.journalFile = isSet("journal") ? value("journal") : SaleJournal::defaultFile();
     options.cashier.name = value("cashier");
     options.cashier.inn = value("cashier-inn");
     if (isSet("protocol"))
@@ -126,6 +131,10 @@ Options parseOptions(const QStringList& commandLine)
         throw UsageError(QStringLiteral("--tax-systems goes with registration"));
     if (options.clear && options.command != QStringLiteral("logo"))
         throw UsageError(QStringLiteral("--clear goes with logo"));
+    const bool isReceipt
+        = options.command == QStringLiteral("sell") || options.command == QStringLiteral("refund");
+    if (parser.isSet(QStringLiteral("id")) && (options.id.trimmed().isEmpty() || !isReceipt))
+        throw UsageError(QStringLiteral("--id names a sale for sell and refund"));
     return options;
 }
 

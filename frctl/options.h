@@ -26,6 +26,10 @@ struct Options
     /// Names with commas between them.
     QString taxSystems;
     bool clear = false;
+    /// The caller's name for a sale; empty for a sale without.
+    QString id;
+    /// Where the sales with an id are kept.
+    QString journalFile;
     LogLevel logLevel = Error;
     bool json = false;
     bool help = false;

@@ -3,19 +3,38 @@
 #include "abstractfrdriver.h"
 #include "documentguard.h"
 #include "errors.h"
+#include "identifiedsale.h"
 #include "inputfile.h"
 #include "money.h"
 #include "receipterror.h"
 #include "receiptissuer.h"
 #include "receiptparser.h"
 
+#include <memory>
+
 namespace frctl {
 
 namespace {
 
+/// A sale that is done already needs no register.
+Task identifiedTask(const Receipt& receipt, const std::shared_ptr<IdentifiedSale>& sale)
+{
+    Task task;
+    if (const std::optional<Output> answer = sale->answer()) {
+        task.alone = [answer] { return *answer; };
+        return task;
+    }
+    task.onRegister = [receipt, sale](AbstractFrDriver& driver) {
+        const std::optional<Output> answer = sale->settledAnswer();
+        return answer ? *answer : issueReceipt(driver, receipt, sale.get());
+    };
+    return task;
+}
+
 Task prepareReceipt(const Options& options, bool isReturn)
 {
-    Receipt receipt = receiptFromText(readFile(options.arguments.constFirst()));
+    const QByteArray text = readFile(options.arguments.constFirst());
+    Receipt receipt = receiptFromText(text);
     if (receipt.isReturn() != isReturn)
         throw ReceiptError(QStringLiteral("type"),
             isReturn ? QStringLiteral("is no return; use the command sell")
@@ -23,11 +42,13 @@ Task prepareReceipt(const Options& options, bool isReturn)
     const hw::fr::CheckType type = receipt.document.getDocumentType();
     if (!options.isHex() && type != hw::fr::CheckSale && type != hw::fr::CheckSaleReturn)
         throw Refusal(QStringLiteral("over XML the register would take this receipt for a sale"));
-    Task task;
-    task.cashier = options.cashier.name.isEmpty() ? receipt.cashier : options.cashier;
-    if (task.cashier)
-        receipt.document.setCashierName(task.cashier->name);
-    task.onRegister = [receipt](AbstractFrDriver& driver) { return issueReceipt(driver, receipt); };
+    const std::optional<FrUser> cashier = options.cashier.name.isEmpty() ? receipt.cashier : options.cashier;
+    if (cashier)
+        receipt.document.setCashierName(cashier->name);
+    Task task = options.id.isEmpty()
+        ? onRegister([receipt](AbstractFrDriver& driver) { return issueReceipt(driver, receipt); })
+        : identifiedTask(receipt, std::make_shared<IdentifiedSale>(options.journalFile, options.id, text));
+    task.cashier = cashier;
     return task;
 }
 

@@ -3,7 +3,9 @@
 #include "abstractfrdriver.h"
 #include "documentguard.h"
 #include "exceptions.h"
+#include "identifiedsale.h"
 #include "money.h"
+#include "settlement.h"
 
 #include <QJsonArray>
 
@@ -87,20 +89,24 @@ void fillReceipt(AbstractFrDriver& driver, const Receipt& receipt)
         driver.checkPay(payment);
 }
 
-Output describe(const Receipt& receipt, const QJsonArray& marks, const QJsonObject& fiscalData)
+Output describe(const Receipt& receipt, const QJsonArray& marks, const QJsonObject& fiscalData,
+    const DocumentVerdict& verdict)
 {
     const qint64 change = receipt.paid - receipt.total;
     Output output;
-    output.lines = {QStringLiteral("receipt issued: total %1, paid %2, change %3")
-                        .arg(moneyText(receipt.total), moneyText(receipt.paid), moneyText(change))};
-    output.json = {{QStringLiteral("total"), roubles(receipt.total)},
-        {QStringLiteral("paid"), roubles(receipt.paid)}, {QStringLiteral("change"), roubles(change)}};
+    output.lines = {QStringLiteral("receipt issued: total %1, paid %2, change %3, document %4")
+                        .arg(moneyText(receipt.total), moneyText(receipt.paid), moneyText(change),
+                            QString::number(verdict.number))};
+    output.json = documentJson(verdict);
+    output.json.insert(QStringLiteral("total"), roubles(receipt.total));
+    output.json.insert(QStringLiteral("paid"), roubles(receipt.paid));
+    output.json.insert(QStringLiteral("change"), roubles(change));
     if (!fiscalData.isEmpty())
         output.json.insert(QStringLiteral("fiscalData"), fiscalData);
     if (!marks.isEmpty())
         output.json.insert(QStringLiteral("marks"), marks);
     // The group separator is no character for a terminal.
-    for (const QJsonValue& mark : marks)
+    for (const auto& mark : marks)
         output.lines.append(QStringLiteral("marking code %1: %2")
                                 .arg(mark.toObject()
                                          .value(QStringLiteral("markingCode"))
@@ -110,31 +116,109 @@ Output describe(const Receipt& receipt, const QJsonArray& marks, const QJsonObje
     return output;
 }
 
+/// One receipt on its way through the register and, with an id, through the journal.
+class Issue
+{
+public:
+    Issue(AbstractFrDriver& driver, const Receipt& receipt, IdentifiedSale* sale)
+        : m_driver(driver)
+        , m_receipt(receipt)
+        , m_sale(sale)
+    {
+    }
+
+    Output run()
+    {
+        m_driver.openShift();
+        // Before the document is opened: nothing is lost if this cannot be read or written down.
+        m_before = noteDrive(m_driver);
+        // The drive numbers its documents without gaps.
+        if (m_before.lastDocument != 0)
+            m_issued.number = m_before.lastDocument + 1;
+        const QJsonArray marks = checkMarks(m_driver, m_receipt);
+        writeDown();
+        try {
+            runDocument(m_driver, steps());
+        } catch (const RegisterError& failure) {
+            meetFailure(failure.verdict());
+            throw;
+        }
+        meetSuccess();
+        return describe(m_receipt, marks, m_fiscalData, m_issued);
+    }
+
+private:
+    DocumentSteps steps()
+    {
+        DocumentSteps steps;
+        steps.open = [this] { m_driver.checkOpen(m_receipt.document); };
+        steps.fill = [this] { fillReceipt(m_driver, m_receipt); };
+        steps.close = [this] { m_fiscalData = m_driver.checkClose(m_receipt.document); };
+        steps.settle = [this] {
+            m_settled = settleAfterFailure(m_driver, m_before);
+            return m_settled.value_or(DocumentOutcome::Unknown);
+        };
+        steps.issued = m_issued;
+        steps.finish = [this] {
+            m_driver.checkWaitForPrint();
+            if (m_receipt.hasMarkedItems())
+                m_driver.clearMarkingCodes();
+        };
+        return steps;
+    }
+
+    void writeDown()
+    {
+        try {
+            if (m_sale != nullptr)
+                m_sale->begin(m_before);
+        } catch (const HostError&) {
+            forgetMarks(m_driver, m_receipt);
+            throw;
+        }
+    }
+
+    void meetFailure(const DocumentVerdict& verdict)
+    {
+        const bool isUndone = verdict.outcome == DocumentOutcome::Cancelled
+            || verdict.outcome == DocumentOutcome::None || verdict.outcome == DocumentOutcome::NotIssued;
+        if (isUndone)
+            forgetMarks(m_driver, m_receipt);
+        // What could not be found out now is left to the next run.
+        const bool isSure = isUndone || verdict.outcome == DocumentOutcome::Issued || m_settled;
+        if (m_sale == nullptr || !isSure)
+            return;
+        try {
+            m_sale->settle(isUndone ? DocumentVerdict(DocumentOutcome::NotIssued) : verdict);
+        } catch (const HostError&) {
+            // The failure that led here is the one to report; without an outcome the sale is settled later.
+        }
+    }
+
+    void meetSuccess()
+    {
+        try {
+            if (m_sale != nullptr)
+                m_sale->settle(m_issued);
+        } catch (const HostError& error) {
+            throw RegisterError(QString::fromUtf8(error.what()), QStringLiteral("HostError"), m_issued);
+        }
+    }
+
+    AbstractFrDriver& m_driver;
+    const Receipt& m_receipt;
+    IdentifiedSale* const m_sale;
+    DriveMark m_before;
+    DocumentVerdict m_issued = DocumentOutcome::Issued;
+    std::optional<DocumentVerdict> m_settled;
+    QJsonObject m_fiscalData;
+};
+
 } // namespace
 
-Output issueReceipt(AbstractFrDriver& driver, const Receipt& receipt)
+Output issueReceipt(AbstractFrDriver& driver, const Receipt& receipt, IdentifiedSale* sale)
 {
-    driver.openShift();
-    const FiscalDocument& document = receipt.document;
-    const QJsonArray marks = checkMarks(driver, receipt);
-    QJsonObject fiscalData;
-    DocumentSteps steps;
-    steps.open = [&] { driver.checkOpen(document); };
-    steps.fill = [&] { fillReceipt(driver, receipt); };
-    steps.close = [&] { fiscalData = driver.checkClose(document); };
-    steps.finish = [&] {
-        driver.checkWaitForPrint();
-        if (receipt.hasMarkedItems())
-            driver.clearMarkingCodes();
-    };
-    try {
-        runDocument(driver, steps);
-    } catch (const RegisterError& failure) {
-        if (failure.outcome() == DocumentOutcome::Cancelled || failure.outcome() == DocumentOutcome::None)
-            forgetMarks(driver, receipt);
-        throw;
-    }
-    return describe(receipt, marks, fiscalData);
+    return Issue(driver, receipt, sale).run();
 }
 
 } // namespace frctl

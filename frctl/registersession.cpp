@@ -5,12 +5,16 @@
 #include "errors.h"
 #include "interruption.h"
 #include "plugin.h"
+#include "salejournal.h"
 #include "serialdevicefactory.h"
 #include "streamdevice.h"
+
+#include <QFile>
 
 namespace frctl {
 
 RegisterSession::RegisterSession(const Options& options)
+    : m_journalFile(options.journalFile)
 {
     m_deviceObject = createDeviceObject(findPlugin(options.plugins));
     openLine(options);
@@ -65,9 +69,19 @@ void RegisterSession::buildDriver(const Options& options)
 void RegisterSession::connect(bool withInit, const FrUser& cashier)
 {
     m_driver->connect();
-    if (withInit)
+    if (withInit) {
+        settleSales();
         m_driver->init();
+    }
     m_driver->cashierLogin(cashier);
+}
+
+void RegisterSession::settleSales()
+{
+    if (!QFile::exists(m_journalFile))
+        return;
+    SaleJournal journal(m_journalFile);
+    m_settledSales = settlePendingSales(*m_driver, journal);
 }
 
 } // namespace frctl

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "options.h"
+#include "settlement.h"
 
 #include <QObject>
 
@@ -25,19 +26,25 @@ public:
     RegisterSession(const RegisterSession&) = delete;
     RegisterSession& operator=(const RegisterSession&) = delete;
 
-    /// Reaches the register. Without init a document that was left open stays as it is.
+    /// Reaches the register. Sales of earlier runs that were broken off are settled before init cleans up the
+    /// document that they left open; without init it stays as it is.
     void connect(bool withInit, const FrUser& cashier);
+    /// Those that were settled.
+    const QList<SettledSale>& settledSales() const { return m_settledSales; }
     AbstractFrDriver& driver() { return *m_driver; }
 
 private:
     void openLine(const Options& options);
     void buildDriver(const Options& options);
+    void settleSales();
     void setProperty(const char* name, const QVariant& value);
 
     // The device object works on the line until it is destroyed, so the line is destroyed after it.
     std::unique_ptr<devices::StreamDevice> m_line;
     std::unique_ptr<QObject> m_deviceObject;
     AbstractFrDriver* m_driver = nullptr;
+    QString m_journalFile;
+    QList<SettledSale> m_settledSales;
 };
 
 } // namespace frctl

@@ -44,12 +44,20 @@ QString verdict(AbstractFrDriver& driver, quint32 numberBefore)
 {
     try {
         driver.connect();
-        const quint32 number = driver.getFnInfo().fnStatus.lastFdNumber;
-        return number == numberBefore ? QStringLiteral("the receipt was not issued")
-                                      : QStringLiteral("the receipt was issued, document %1").arg(number);
+        quint32 number = driver.getFnInfo().fnStatus.lastFdNumber;
+        if (number == numberBefore) {
+            // Nothing of the document may stay behind; what can only be finished is finished here.
+            driver.init();
+            number = driver.getFnInfo().fnStatus.lastFdNumber;
+        }
+        if (number == numberBefore)
+            return QStringLiteral("the receipt was not issued");
+        if (number == numberBefore + 1)
+            return QStringLiteral("the receipt was issued, document %1").arg(number);
     } catch (const DriverException&) {
-        return QStringLiteral("whether the receipt was issued is unknown");
+        // It cannot be asked.
     }
+    return QStringLiteral("whether the receipt was issued is unknown");
 }
 
 void sell(AbstractFrDriver& driver)

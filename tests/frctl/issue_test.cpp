@@ -19,7 +19,17 @@ public:
     {
     }
 
+    void connect() override { note("connect"); }
+    void init() override { note("init"); }
     void openShift() override { note("openShift"); }
+    FnInfo getFnInfo() override
+    {
+        note("ask");
+        FnInfo info;
+        info.fnStatus.fnNumber = QStringLiteral("9999");
+        info.fnStatus.lastFdNumber = numbers.size() > 1 ? numbers.takeFirst() : numbers.constFirst();
+        return info;
+    }
     int checkMarkingCode(const MarkedPosition& position, bool) override
     {
         note("mark");
@@ -45,6 +55,8 @@ public:
     std::string calls;
     std::string failing;
     bool interrupt = false;
+    /// Of the drive's last document, from question to question.
+    QList<quint32> numbers{7};
     int status = 0;
 
 private:
@@ -81,7 +93,7 @@ protected:
     Receipt receipt;
 };
 
-const std::string Filled = "openShift mark open requisite print position barcode total pay pay";
+const std::string Filled = "openShift ask mark open requisite print position barcode total pay pay";
 
 TEST_F(Issue, ReceiptGoesInTheOrderOfTheContract)
 {
@@ -105,41 +117,49 @@ TEST_F(Issue, FailureDecidesWhatBecomesOfTheDocument)
         const char* failing;
         bool interrupt;
         std::string calls;
-        DocumentOutcome outcome;
+        DocumentVerdict verdict;
+        QList<quint32> numbers = {7};
     };
     const Row rows[] = {
-        {"openShift", false, "openShift", DocumentOutcome::None},
-        {"mark", false, "openShift mark clear", DocumentOutcome::None},
-        {"open cancel", false, "openShift mark open cancel clear", DocumentOutcome::None},
-        {"total", false, "openShift mark open requisite print position barcode total cancel clear",
+        {"openShift", false, "openShift", {}},
+        {"ask", false, "openShift ask", {}},
+        {"mark", false, "openShift ask mark clear", {}},
+        {"open cancel", false, "openShift ask mark open cancel clear", {}},
+        {"total", false, "openShift ask mark open requisite print position barcode total cancel clear",
             DocumentOutcome::Cancelled},
-        {"total cancel", false, "openShift mark open requisite print position barcode total cancel",
+        {"total cancel", false, "openShift ask mark open requisite print position barcode total cancel",
             DocumentOutcome::NotCancelled},
-        {"total", true, "openShift mark open requisite print position barcode total",
+        {"total", true, "openShift ask mark open requisite print position barcode total",
             DocumentOutcome::NotCancelled},
-        {"close", false, Filled + " close", DocumentOutcome::Unknown},
+        {"close", false, Filled + " close connect ask", {DocumentOutcome::Issued, 8}, {7, 8}},
+        {"close", false, Filled + " close connect ask", DocumentOutcome::Unknown, {7, 9}},
+        {"close", false, Filled + " close connect ask init ask clear", DocumentOutcome::NotIssued},
+        {"close", false, Filled + " close connect ask init ask", {DocumentOutcome::Issued, 8}, {7, 7, 8}},
+        {"close init", false, Filled + " close connect ask init", DocumentOutcome::Unknown},
+        {"close connect", false, Filled + " close connect", DocumentOutcome::Unknown},
         {"close", true, Filled + " close", DocumentOutcome::Unknown},
-        {"wait", false, Filled + " close wait", DocumentOutcome::Issued},
+        {"wait", false, Filled + " close wait", {DocumentOutcome::Issued, 8}},
     };
     for (const Row& row : rows) {
         driver.calls.clear();
         driver.failing = row.failing;
         driver.interrupt = row.interrupt;
-        DocumentOutcome outcome = DocumentOutcome::None;
+        driver.numbers = row.numbers;
+        DocumentVerdict verdict;
         try {
             issueReceipt(driver, receipt);
             ADD_FAILURE() << row.failing;
         } catch (const RegisterError& error) {
-            outcome = error.outcome();
+            verdict = error.verdict();
             EXPECT_EQ(error.exceptionName(), QStringLiteral("FrPaperException"));
             EXPECT_STREQ(error.what(), "Нет бумаги");
         } catch (const Interrupted& interrupted) {
-            outcome = interrupted.outcome();
+            verdict = interrupted.verdict();
         } catch (const BasicException&) {
             // Before there is a document.
         }
         EXPECT_EQ(driver.calls, row.calls) << row.failing;
-        EXPECT_EQ(outcome, row.outcome) << row.failing;
+        EXPECT_EQ(verdict, row.verdict) << row.calls;
     }
 }
 

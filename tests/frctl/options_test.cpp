@@ -69,6 +69,7 @@ TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
              {"registration", "registration needs --tax-systems"},
              {"registration --tax-systems osn,vat", "--tax-systems: \"vat\" is none of osn"},
              {"status --tax-systems osn", "--tax-systems goes with registration"},
+             {"--id 42 cash-in 5", "--id names a sale"}, {"--id= sell no-such-file", "--id names a sale"},
              {"fn --clear", "--clear goes with logo"}, {"logo", "logo takes"},
              {"params", "params takes list|get"}, {"logo no-such-file", "no-such-file:"},
              {"header no-such-file", "no-such-file:"}})
