@@ -1,0 +1,70 @@
+#include "fault.h"
+
+#include <algorithm>
+
+using emulator::FaultMode;
+
+// clang-format off
+const QList<FaultInfo>& faults()
+{
+    static const QList<FaultInfo> list{
+        {FaultKind::Silence, "silence, register has not acted", FaultMode::Silence, true},
+        {FaultKind::Lost, "silence, register has acted", FaultMode::Lost, true},
+        {FaultKind::Late, "answer comes with the next one", FaultMode::Late, true},
+        {FaultKind::Stale, "answer to an earlier command first", FaultMode::Stale, true},
+        {FaultKind::Echo, "echo of the request first", FaultMode::Echo, true},
+        {FaultKind::BadCheck, "answer with a wrong check value", FaultMode::BadCheck, false},
+        {FaultKind::Noise, "noise before the answer", FaultMode::Noise, true},
+        {FaultKind::NoiseWithin, "noise within the answer", FaultMode::None, true},
+        {FaultKind::Busy, "busy (ACK) for up to a minute", FaultMode::Busy, false},
+        {FaultKind::BusyTooLong, "busy (ACK) for too long", FaultMode::Busy, false},
+        {FaultKind::Slow, "answer after 1 to 20 s", FaultMode::Slow, true},
+        {FaultKind::Cut, "answer breaks off", FaultMode::Cut, true},
+        {FaultKind::Split, "answer in pieces with pauses", FaultMode::Split, true},
+        {FaultKind::Drop, "byte of the answer lost", FaultMode::Drop, true},
+        {FaultKind::Flip, "byte of the answer changed", FaultMode::Flip, true},
+        {FaultKind::Double, "byte of the answer doubled", FaultMode::Double, true},
+        {FaultKind::PaperOut, "paper out", FaultMode::PaperOut, true},
+        {FaultKind::Restart, "register restarted before acting", FaultMode::Restart, true},
+        {FaultKind::RestartAfter, "register restarted after acting", FaultMode::None, true},
+        {FaultKind::RequestDrop, "byte of the request lost", FaultMode::None, true},
+        {FaultKind::RequestFlip, "byte of the request changed", FaultMode::None, true},
+        {FaultKind::RequestDouble, "byte of the request doubled", FaultMode::None, true},
+        {FaultKind::RequestHeld, "request held up on the line", FaultMode::None, true},
+        {FaultKind::ReadFault, "port fault on read", FaultMode::None, true},
+        {FaultKind::Unplugged, "port vanishes", FaultMode::None, true},
+        {FaultKind::DeadBefore, "line dead before the request", FaultMode::None, true},
+        {FaultKind::DeadAfter, "line dead after register has acted", FaultMode::None, true},
+    };
+    return list;
+}
+// clang-format on
+
+const FaultInfo& faultInfo(FaultKind kind)
+{
+    return *std::find_if(
+        faults().cbegin(), faults().cend(), [kind](const FaultInfo& info) { return info.kind == kind; });
+}
+
+FaultKind drawFault(Protocol protocol, Random& random)
+{
+    const FaultInfo* info = nullptr;
+    do
+        info = &faults().at(random.below(faults().size()));
+    while (protocol == Protocol::Xml && !info->onXml);
+    return info->kind;
+}
+
+emulator::Fault registerFault(FaultKind kind, Random& random)
+{
+    if (kind == FaultKind::None)
+        return {};
+    int argument = random.below(4096);
+    if (kind == FaultKind::Busy)
+        argument = random.between(3, 60);
+    else if (kind == FaultKind::BusyTooLong)
+        argument = random.between(110, 300);
+    else if (kind == FaultKind::Slow)
+        argument = random.between(1, 20);
+    return {faultInfo(kind).mode, argument};
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "fault.h"
+#include "verdict.h"
+
+#include <QMap>
+#include <QString>
+
+/// The figures of a run.
+class Report
+{
+public:
+    struct Row
+    {
+        int injected = 0;
+        int salesOk = 0;
+        int salesFailed = 0;
+        QMap<Verdict, int> verdicts;
+    };
+
+    void addInjected(const QList<FaultKind>& kinds);
+    /// The faults of a sale that went well; each was survived.
+    void addSuccess(const QList<FaultKind>& kinds);
+    /// The last fault of a failed sale is the one that it failed of.
+    void addFailure(const QList<FaultKind>& kinds, std::optional<Verdict> verdict);
+    /// The longest call of each name, in milliseconds of virtual time.
+    void addCall(const QString& name, qint64 waited);
+    void addAltered() { ++m_altered; }
+
+    void print(const QString& title) const;
+
+private:
+    void printCalls() const;
+
+    QMap<FaultKind, Row> m_rows;
+    Row m_total;
+    int m_untouched = 0;
+    int m_altered = 0;
+    QMap<QString, qint64> m_longest;
+};
