@@ -30,6 +30,7 @@ private:
     void endPeriod(int step);
     void sellOnce(int step);
     void check(int step, const SaleResult& result);
+    bool mayBeAltered(const SaleResult& result) const;
     void checkVerdict(int step, Verdict verdict) const;
     void stored(const QJsonObject& entry);
 

@@ -27,6 +27,7 @@ enum class FaultKind {
     Flip,
     Double,
     PaperOut,
+    PaperMiddle,
     Restart,
     RestartAfter,
     RequestDrop,

@@ -142,6 +142,12 @@ QByteArray FaultyLine::damagedRequest(QByteArray request) const
     return request;
 }
 
+void FaultyLine::documentStored()
+{
+    if (m_fault == FaultKind::PaperMiddle)
+        m_device.setPaper(false);
+}
+
 void FaultyLine::releaseHeld()
 {
     for (const QByteArray& bytes : std::exchange(m_held, {}))

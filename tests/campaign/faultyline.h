@@ -23,6 +23,8 @@ public:
     void setFaults(Random* random, int permille);
     void setTrace(bool on) { m_trace = on; }
     /// The cable is in place again.
+    /// The register has stored a document and is about to print it.
+    void documentStored();
     void repair() { m_dead = false; }
     void beginCall() { m_call = {}; }
     const Call& call() const { return m_call; }

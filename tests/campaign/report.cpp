@@ -56,8 +56,10 @@ void Report::print(const QString& title) const
             row.key() == FaultKind::None ? "trouble left from the sale before" : faultInfo(row.key()).text,
             row.value());
     printRow("all", m_total);
-    std::printf(
-        "sales without any fault: %d; stored with a text altered on the line: %d\n", m_untouched, m_altered);
+    std::printf("sales without any fault: %d\n", m_untouched);
+    if (m_altered + m_lost > 0)
+        std::printf(
+            "reported as done, changed on the line: %d stored otherwise, %d not stored\n", m_altered, m_lost);
     printCalls();
 }
 

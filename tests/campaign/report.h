@@ -25,7 +25,10 @@ public:
     void addFailure(const QList<FaultKind>& kinds, std::optional<Verdict> verdict);
     /// The longest call of each name, in milliseconds of virtual time.
     void addCall(const QString& name, qint64 waited);
+    /// A receipt that came to the register with a byte changed, and was taken as it came.
     void addAltered() { ++m_altered; }
+    /// A closing request that came to the register as another command, and was done.
+    void addLost() { ++m_lost; }
 
     void print(const QString& title) const;
 
@@ -36,5 +39,6 @@ private:
     Row m_total;
     int m_untouched = 0;
     int m_altered = 0;
+    int m_lost = 0;
     QMap<QString, qint64> m_longest;
 };

@@ -3,6 +3,8 @@
 #include "hexprotocol.h"
 #include "spfhex/command.h"
 #include "spfhex/frspf.h"
+#include "spfxml/frspf.h"
+#include "xmlprotocol.h"
 
 namespace {
 
@@ -13,15 +15,35 @@ public:
     static void reset() { commandId = 0x1F; }
 };
 
+std::unique_ptr<emulator::Protocol> makeProtocol(
+    Protocol language, emulator::Register& device, emulator::Outbox& outbox, const emulator::Clock& clock)
+{
+    if (language == Protocol::Xml)
+        return std::make_unique<emulator::XmlProtocol>(device, outbox, clock);
+    return std::make_unique<emulator::HexProtocol>(device, outbox, clock);
+}
+
+std::unique_ptr<AbstractFrDriver> makeDriver(
+    Protocol language, AbstractSerialDriver& transport, FrSpfSettings& settings)
+{
+    if (language == Protocol::Xml)
+        return std::make_unique<spfxml::FrSpf>(&transport, &settings);
+    return std::make_unique<spfhex::FrSpf>(&transport, &settings);
+}
+
 } // namespace
 
 Rig::Rig(Protocol language)
-    : m_protocol(std::make_unique<emulator::HexProtocol>(device, m_outbox, clock))
+    : m_protocol(makeProtocol(language, device, m_outbox, clock))
     , line(language, clock, device, m_outbox, *m_protocol)
 {
     device.tape().setListener([](const QStringList&) {});
     PacketIds::reset();
-    m_driver = std::make_unique<spfhex::FrSpf>(&m_transport, &m_settings);
+    MockFactory<CurrentTime>::mocked = &m_time;
+    m_driver = makeDriver(language, m_transport, m_settings);
 }
 
-Rig::~Rig() = default;
+Rig::~Rig()
+{
+    MockFactory<CurrentTime>::mocked = nullptr;
+}
