@@ -67,5 +67,7 @@ emulator::Fault registerFault(FaultKind kind, Random& random)
         argument = random.between(110, 300);
     else if (kind == FaultKind::Slow)
         argument = random.between(1, 20);
+    else if (kind == FaultKind::Split)
+        argument = random.between(3, 60);
     return {faultInfo(kind).mode, argument};
 }
