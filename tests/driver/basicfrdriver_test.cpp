@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <sstream>
 
 using hw::fr::Option;
 
@@ -34,19 +33,13 @@ TEST(BasicFrDriver, whatTheDeviceCannotDoIsLogged)
     // clang-format off
     const std::vector<std::pair<std::function<void()>, QString>> table{
         {[&] { driver.reinitialize(); }, "warn: Реинициализация(технологическое обнуление) не поддерживается устройством"},
-        {[&] { driver.reboot(EFrDriver::RebootNormal); }, "warn: Перезагрузка не поддерживается устройством"},
-        {[&] { driver.setFont({}); }, "debug: Установка шрифта не поддерживается устройством"},
         {[&] { driver.setLineSpacing(0); }, "debug: Установка межстрочного интервала не поддерживается устройством"},
         {[&] { driver.setLineSpacing(-1); }, ""},
-        {[&] { driver.beep(); }, "info: Подача звукового сигнала не поддерживается устройством"},
         {[&] { driver.barcodePrint({}); }, "warn: Печать штрих-кода не поддерживается устройством"},
         {[&] { EXPECT_FALSE(driver.setCliche({})); }, "info: Программирование клише не поддерживается устройством"},
-        {[&] { EXPECT_FALSE(driver.setTail({})); }, "info: Программирование рекламного текста не поддерживается устройством"},
-        {[&] { EXPECT_FALSE(driver.setGraphicCliche({})); }, "info: Установка графического клише не поддерживается устройством"},
         {[&] { driver.addPostLines({}); }, "warn: Печать дополнительных элементов при закрытии чека не поддерживается"},
         {[&] { driver.checkAddPosition(position); }, "info: Добавление позиции в чек: " + position.toString()},
         {[&] { driver.checkPay({3, 1234567.5}); }, "info: Расчет по чеку: (3) 1234567.50"},
-        {[&] { driver.textDocOpen(hw::fr::CheckNonFiscal); }, "info: Открытие текстового документа"},
         {[&] { driver.setRequisite(requisite); }, "info: Запись реквизита 1021 (" + requisite.getDescription() + ") в ФР"},
         {[&] { EXPECT_TRUE(driver.checkClose({}).isEmpty()); }, ""},
     };
@@ -61,32 +54,13 @@ TEST(BasicFrDriver, whatTheDeviceCannotDoIsLogged)
     }
 }
 
-TEST(BasicFrDriver, answersThatAreNotEmpty)
-{
-    BasicFrDriver driver(nullptr, QStringLiteral("spf_7"), nullptr);
-    EXPECT_EQ(driver.getDefaultPaymentType(), 1);
-    EXPECT_EQ(driver.getHoursDifferenceLimit(), -1);
-    EXPECT_EQ(driver.getFrDocOffset(), -1);
-    EXPECT_EQ(driver.getCheckCountersTries(), 1);
-    EXPECT_EQ(driver.getMainPaymentType(17), 17);
-    EXPECT_TRUE(driver.isShiftOpen());
-    std::ostringstream dump("kept");
-    EXPECT_EQ(&driver.getDump(0, 1, dump), &dump);
-    EXPECT_EQ(dump.str(), "kept");
-    EXPECT_LT(std::abs(driver.getDateTime().secsTo(QDateTime::currentDateTime())), 60);
-    EXPECT_EQ(driver.getDeviceInfo().getLoggerName(), "spf_7");
-    EXPECT_EQ(driver.getOfdStatusInfo().firstUnsentNumber, -1);
-    EXPECT_EQ(driver.getFnInfo().ofdStatus.firstUnsentNumber, -1);
-}
-
 TEST(BasicFrDriver, configuredOptionsWin)
 {
     BasicFrSettings settings;
     BasicFrDriver driver(nullptr, QString(), &settings);
-    EXPECT_TRUE(driver.checkOption(Option(0x4 | 0x80000 | 0x1000000)));
     driver.setOption(Option(0x1000000000), true);
     driver.setOption(Option(0x80000), false);
-    EXPECT_TRUE(driver.checkOption(Option(0x1000000000 | 0x4)));
+    EXPECT_TRUE(driver.checkOption(Option(0x1000000000 | 0x4 | 0x1000000)));
     EXPECT_FALSE(driver.checkOption(Option(0x80000 | 0x4)));
 
     settings.mergeOptions({{Option(16), false}, {Option(2), true}, {Option(4), false}});

@@ -56,8 +56,6 @@ struct Case
     const char* trace;
     int speedAfter;
     bool connectedOnce;
-
-    friend void PrintTo(const Case& c, std::ostream* stream) { *stream << c.name; }
 };
 
 const char* const noLink = "FrNoConnectionException: Нет связи";
@@ -87,40 +85,35 @@ const Case cases[] = {
 };
 // clang-format on
 
-class ConnectTest : public testing::TestWithParam<Case>
-{
-};
-
 } // namespace
 
-TEST_P(ConnectTest, branch)
+TEST(Connection, takesEveryBranch)
 {
-    const Case& c = GetParam();
-    NiceMock<MockSerialDevice> device;
-    SerialDriverWrapper serial(&device);
-    BasicFrSettings settings;
-    ScriptedDriver driver(&serial, QStringLiteral("test"), &settings);
-    ON_CALL(device, getType).WillByDefault(Return(c.type));
-    ON_CALL(device, isOpen).WillByDefault(Return(true));
-    ON_CALL(device, setBaudRate).WillByDefault([&](QSerialPort::BaudRate rate) {
-        driver.trace += std::to_string(rate);
-        return rate != c.refused;
-    });
-    settings.setSpeedEnumerate(c.speedEnumerate);
-    driver.speeds = c.speeds;
-    driver.script = c.script;
-    driver.connectedOnce = c.speedBefore != 0;
-    if (driver.connectedOnce)
-        driver.currentSpeed = c.speedBefore;
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        NiceMock<MockSerialDevice> device;
+        SerialDriverWrapper serial(&device);
+        BasicFrSettings settings;
+        ScriptedDriver driver(&serial, QStringLiteral("test"), &settings);
+        ON_CALL(device, getType).WillByDefault(Return(c.type));
+        ON_CALL(device, isOpen).WillByDefault(Return(true));
+        ON_CALL(device, setBaudRate).WillByDefault([&](QSerialPort::BaudRate rate) {
+            driver.trace += std::to_string(rate);
+            return rate != c.refused;
+        });
+        settings.setSpeedEnumerate(c.speedEnumerate);
+        driver.speeds = c.speeds;
+        driver.script = c.script;
+        driver.connectedOnce = c.speedBefore != 0;
+        if (driver.connectedOnce)
+            driver.currentSpeed = c.speedBefore;
 
-    EXPECT_EQ(thrown([&] { driver.connect(); }), c.thrown);
-    EXPECT_EQ(driver.trace, c.trace);
-    EXPECT_EQ(driver.currentSpeed, c.speedAfter);
-    EXPECT_EQ(driver.connectedOnce, c.connectedOnce);
+        EXPECT_EQ(thrown([&] { driver.connect(); }), c.thrown);
+        EXPECT_EQ(driver.trace, c.trace);
+        EXPECT_EQ(driver.currentSpeed, c.speedAfter);
+        EXPECT_EQ(driver.connectedOnce, c.connectedOnce);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    All, ConnectTest, testing::ValuesIn(cases), [](const auto& test) { return test.param.name; });
 
 TEST(Connection, logLines)
 {
@@ -137,15 +130,14 @@ TEST(Connection, logLines)
     const MessageLog log;
     for (int i = 0; i < 3; ++i)
         thrown([&] { driver.connect(); });
-    const std::vector<std::string> expected{"info frdriver: Установка связи с устройством",
-        "info frdriver: Скорость по умолчанию: 19200", "debug frdriver: Перебор скорости подключения к ФР",
-        "info frdriver:  скорость: 9600", "info frdriver: Установка связи с устройством",
-        "info frdriver: Скорость по умолчанию: 19200",
-        "debug frdriver: Перебор скорости отключен настройками",
-        "info frdriver:  установка соединения на скорости: 9600", "error frdriver: silence",
-        "info frdriver: Установка связи с устройством",
-        "error frdriver: Не удалось установить соединение: silence"};
-    EXPECT_EQ(MessageLog::taken(), expected);
+    const std::string begin = "info frdriver: Установка связи с устройством";
+    const std::string speed = "info frdriver: Скорость по умолчанию: 19200";
+    EXPECT_THAT(MessageLog::taken(),
+        testing::ElementsAre(begin, speed, "debug frdriver: Перебор скорости подключения к ФР",
+            "info frdriver:  скорость: 9600", begin, speed,
+            "debug frdriver: Перебор скорости отключен настройками",
+            "info frdriver:  установка соединения на скорости: 9600", "error frdriver: silence", begin,
+            "error frdriver: Не удалось установить соединение: silence"));
 }
 
 TEST(Connection, needsATransportAndAnOpenPort)

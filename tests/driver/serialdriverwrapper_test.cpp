@@ -14,15 +14,9 @@ using testing::StrictMock;
 
 namespace {
 
-struct Call
-{
-    std::function<void(SerialDriverWrapper&)> call;
-    std::string refusal;
-};
-
 /// Everything that needs an open port, with what a device raises that answers false to all it is asked.
 // clang-format off
-const std::vector<Call> guardedCalls{
+const std::vector<std::pair<std::function<void(SerialDriverWrapper&)>, std::string>> guardedCalls{
     {[](auto& w) { w.configure(QSerialPort::Baud9600, QSerialPort::NoParity, QSerialPort::Data8, QSerialPort::OneStop); },
         "ComDriverException: Ошибка конфигурирования порта"},
     {[](auto& w) { w.setBaudRate(QSerialPort::Baud9600); }, "ComDriverException: Ошибка установки скорости порта"},
@@ -47,8 +41,8 @@ TEST(SerialDriverWrapper, closedPortAndMissingDeviceAreNotTouched)
     EXPECT_CALL(closed, isOpen).WillRepeatedly(Return(false));
     for (hw::AbstractSerialDevice* device : {static_cast<hw::AbstractSerialDevice*>(&closed), {}}) {
         SerialDriverWrapper wrapper(device);
-        for (const Call& guarded : guardedCalls)
-            EXPECT_EQ(thrown([&] { guarded.call(wrapper); }), "ComDriverException: Порт не открыт");
+        for (const auto& guarded : guardedCalls)
+            EXPECT_EQ(thrown([&] { guarded.first(wrapper); }), "ComDriverException: Порт не открыт");
         wrapper.portClose();
         wrapper.flush();
     }
@@ -62,13 +56,12 @@ TEST(SerialDriverWrapper, refusalsOfAnOpenDevice)
     NiceMock<MockSerialDevice> device;
     ON_CALL(device, isOpen).WillByDefault(Return(true));
     SerialDriverWrapper wrapper(&device);
-    for (const Call& guarded : guardedCalls)
-        EXPECT_EQ(thrown([&] { guarded.call(wrapper); }), guarded.refusal);
-    EXPECT_FALSE(wrapper.portClear());
+    for (const auto& guarded : guardedCalls)
+        EXPECT_EQ(thrown([&] { guarded.first(wrapper); }), guarded.second);
 
     ON_CALL(device, waitForReadyRead).WillByDefault(Return(true));
-    for (int i = 4; i < 7; ++i)
-        EXPECT_EQ(thrown([&] { guardedCalls[static_cast<std::size_t>(i)].call(wrapper); }),
+    for (const std::size_t i : {4U, 5U, 6U})
+        EXPECT_EQ(thrown([&] { guardedCalls[i].first(wrapper); }),
             "ComDriverException: Невозможно получить данные");
 }
 
@@ -111,13 +104,11 @@ TEST(SerialDriverWrapper, writesInOneGo)
     StrictMock<MockSerialDevice> device;
     EXPECT_CALL(device, isOpen).WillRepeatedly(Return(true));
     SerialDriverWrapper wrapper(&device);
-    // A failed count is nothing to the drivers, and an empty block is written as well.
+    // A failed count is nothing to the drivers.
     EXPECT_CALL(device, write(QByteArray("\xFF\0\x01", 3))).Times(2).WillRepeatedly(Return(-1));
-    EXPECT_CALL(device, write(QByteArray())).WillOnce(Return(0));
     EXPECT_CALL(device, write(QByteArray("\x05"))).WillOnce(Return(1));
     wrapper.sendData(std::vector<unsigned char>{0xFF, 0, 1});
     wrapper.sendData(QByteArray("\xFF\0\x01", 3));
-    wrapper.sendData(std::vector<unsigned char>());
     QElapsedTimer pause;
     pause.start();
     wrapper.sendByteWithTimeout(5, 5000);

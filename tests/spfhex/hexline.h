@@ -1,7 +1,7 @@
 #pragma once
 
-#include "abstractserialdriver.h"
 #include "exceptions.h"
+#include "serialdriverwrapper.h"
 
 #include <QMap>
 #include <QStringList>
@@ -12,29 +12,26 @@
 /// exception of no driver, A or A*n ACKs, any other word the bytes of bytesOf().
 ///
 /// What was done stands in done: R request, E ENQ and F follow-up written; f flow control, d DTR, o opened
-/// and c closed as a HEX driver does it.
-class HexLine : public AbstractSerialDriver
+/// and c closed as a HEX driver does it. Any other call is refused, for there is no device.
+class HexLine : public SerialDriverWrapper
 {
 public:
     explicit HexLine(const char* words = "")
-        : script(QString::fromLatin1(words).split(QLatin1Char(' ')))
+        : SerialDriverWrapper(nullptr)
+        , script(QString::fromLatin1(words).split(QLatin1Char(' ')))
     {
     }
 
+    using SerialDriverWrapper::portOpen;
+    using SerialDriverWrapper::sendData;
     bool portOpen(QSerialPort::BaudRate rate, QSerialPort::Parity parity, QSerialPort::DataBits bits,
         QSerialPort::StopBits stop) override
     {
         const bool isUsual = rate == 115200 && parity == QSerialPort::NoParity && bits == 8 && stop == 1;
         return step(isUsual ? "o" : "?");
     }
-    bool portOpen() override { return false; }
     void portClose() override { step("c"); }
-    bool setBaudRate(QSerialPort::BaudRate) override { return false; }
-    QSerialPort::BaudRate getBaudRate() const override { return QSerialPort::Baud9600; }
-    bool portClear() override { return false; }
     void sendByte(unsigned char byte) override { step(byte == 0x05 ? "E" : "?"); }
-    void sendByteWithTimeout(unsigned char, unsigned long) override { step("?"); }
-    void sendData(const std::vector<unsigned char>&) override { step("?"); }
     void sendData(const QByteArray& data) override
     {
         if (data.startsWith('\x02'))
@@ -50,17 +47,8 @@ public:
         incoming.remove(0, 1);
         return byte;
     }
-    std::vector<unsigned char> receiveData(unsigned long, unsigned long) override { return {}; }
-    QByteArray receiveDataAsByteArray(unsigned long, unsigned long) override { return {}; }
-    void flush() override { }
-    int getType() const override { return 0; }
-    hw::AbstractSerialDevice* getDevice() override { return nullptr; }
-    QString getDeviceName() const override { return {}; }
-    bool isAvailable() const override { return true; }
     bool setFlowControl(QSerialPort::FlowControl flow) override { return step(flow == 2 ? "f" : "?"); }
-    QSerialPort::FlowControl getFlowControl() const override { return QSerialPort::NoFlowControl; }
     bool setDataTerminalReady(bool ready) override { return step(ready ? "?" : "d"); }
-    bool isDataTerminalReady() const override { return false; }
 
     QStringList script;
     QByteArray answerCode = "00";

@@ -55,7 +55,7 @@ TEST_F(HexDriverTest, pictureBecomesAMonochromeBitmapOfTheDevicesSize)
     logged();
     device.answer(QStringLiteral("E2=refused"));
     EXPECT_FALSE(driver.setGraphicCliche(file));
-    EXPECT_FALSE(driver.setGraphicCliche(folder.filePath(QStringLiteral("none.png"))));
+    EXPECT_FALSE(driver.setGraphicCliche(QStringLiteral("none.png")));
     EXPECT_EQ(logged(),
         "i Программирование графического клише; d Программирование логотипа; e Отказ; "
         "i Программирование графического клише; e Не удалось загрузить изображение");

@@ -51,21 +51,17 @@ TEST_F(HexDriverTest, initStartsTheDeviceAndEndsAnOpenDocument)
 
 TEST_F(HexDriverTest, connectionReadsTheIdentity)
 {
-    const std::vector<std::pair<const char*, const char*>> models{{"A5 0|=1", "ЧекВей7-Ф"},
-        {"A5 0|=2", "СП101-Ф"}, {"A5 0|=3", "СП402-Ф"}, {"A5 0|=4", "Неизвестная модель"},
-        {"A5 0|=801", "СП801-Ф"}, {"A5 0|=6", "Неизвестная модель"}, {"A5 0|=5", "СП802-Ф"}};
-    for (const auto& [answer, name] : models) {
+    QString names;
+    for (const char* const answer : {"A5 0|=4", "A5 0|=801", "A5 0|=5"}) {
         device.answer(answer);
         driver.setConnection();
-        EXPECT_EQ(driver.getDeviceInfo().getModelName(), name);
+        names += driver.getDeviceInfo().getModelName() + ';';
     }
+    EXPECT_EQ(names, "Неизвестная модель;СП801-Ф;СП802-Ф;");
     const DeviceInfo info = driver.getDeviceInfo();
     EXPECT_EQ(info.getProducerCode() + info.getModelCode() + info.getNumber() + info.getFirmwareVersion(),
         "250012377");
     EXPECT_EQ(info.getBandWidth(), 48U);
-    EXPECT_EQ(info.getClicheLineCount(), 4U);
-    EXPECT_EQ(info.getTailLineCount(), 2U);
-    EXPECT_EQ(driver.getDefaultPaymentType(), 0);
     EXPECT_EQ(driver.getBandWidthFonts().values(), (QList<unsigned>{44, 44, 24, 64, 24, 64, 44, 44}));
     EXPECT_EQ(driver.optionMask, 0x1001080E16U);
     EXPECT_THAT(logged(), EndsWith("i " + info.toString().toStdString() + "; i Соединение установлено"));

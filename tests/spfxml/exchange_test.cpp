@@ -25,17 +25,35 @@ const QString foreignId = QStringLiteral("{00000000-2222-3333-4444-555555555555}
 constexpr const char* malformed = "FrCommandException: Некорректный ответ от ФР";
 constexpr const char* failedExchange = "FrCommandException: Ошибка обмена данными";
 
-QByteArray refusal(const char* result, const char* category, const char* code)
+QByteArray wireAnswer(const QString& answerId, const QString& fields)
+{
+    return QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<ArmResponse><ResponseBody>"
+                          "<RequestId>%1</RequestId>%2</ResponseBody></ArmResponse>")
+        .arg(answerId, fields)
+        .toUtf8();
+}
+
+QByteArray successAnswer(const QString& answerId, const QString& inner = {})
+{
+    return wireAnswer(
+        answerId, QStringLiteral("<Result>0</Result><ResponseData><![CDATA[%1]]></ResponseData>").arg(inner));
+}
+
+/// An answer with these fields: "Result=1|ErrorCode=8".
+QByteArray refusal(const char* values)
 {
     QString fields = QStringLiteral("<ErrorDescription>Сбой</ErrorDescription>");
-    const auto add = [&](const char* tag, const char* text) {
-        if (*text != 0)
-            fields += QStringLiteral("<%1>%2</%1>").arg(QString::fromUtf8(tag), QString::fromUtf8(text));
-    };
-    add("Result", result);
-    add("ErrorCategory", category);
-    add("ErrorCode", code);
+    for (const QString& value : QString::fromUtf8(values).split(QLatin1Char('|')))
+        fields += QStringLiteral("<%1>%2</%1>").arg(value.section('=', 0, 0), value.section('=', 1));
     return wireAnswer(id, fields);
+}
+
+QList<QByteArray> byteByByte(const QByteArray& data)
+{
+    QList<QByteArray> portions;
+    for (const char byte : data)
+        portions.append(QByteArray(1, byte));
+    return portions;
 }
 
 class FixedClock : public CurrentTime
@@ -51,8 +69,8 @@ public:
     QByteArray getUuid() const override { return id.toUtf8(); }
 };
 
-/// A device that answers by a script: one entry a read, an empty entry is 15 seconds of silence, and so is
-/// all that comes behind the script.
+/// A device that answers by a script, one entry a read: an empty entry is 15 seconds of silence, "fault" and
+/// "lost" are trouble with the port. Behind the script there is silence.
 class ExchangeTest : public testing::Test
 {
 protected:
@@ -65,21 +83,24 @@ protected:
             const QByteArray portion = script.takeFirst();
             if (portion.isEmpty())
                 throw ComDriverTimeoutException(QStringLiteral("Нет данных"));
+            if (portion == "fault")
+                throw ComDriverException(QStringLiteral("Невозможно получить данные"));
+            if (portion == "lost")
+                throw FrNoConnectionException(QStringLiteral("Нет связи"));
             return portion;
         });
     }
 
     ~ExchangeTest() override { MockFactory<CurrentTime>::mocked = nullptr; }
 
-    /// The inner document on one line, or what was thrown.
+    /// The inner document, or what was thrown.
     std::string exchange(const QList<QByteArray>& portions, int attempts)
     {
         script = portions + QList<QByteArray>(qMax(attempts, 0));
         sent.clear();
         std::string answer;
-        const std::string failure = thrown([&] {
-            answer = flatXml(command.requestData(Code::GetDateTime, {}, attempts).documentElement());
-        });
+        const std::string failure
+            = thrown([&] { answer = flat(command.requestData(Code::GetDateTime, {}, attempts)); });
         return failure.empty() ? answer : failure;
     }
 
@@ -97,18 +118,18 @@ TEST_F(ExchangeTest, writesTheWholeRequestAsOneDocument)
     const RequestParams params(RequestParams::EParamType::Structure, QStringLiteral("2"),
         QList<RequestParams>{
             {RequestParams::EParamType::Text, EFrDriver::CashierName, QStringLiteral("Ёж]]>&")}});
-    const std::string head = "<ArmRequest><RequestBody><ProtocolLabel>OFDFNARMUKM</ProtocolLabel>"
-                             "<ProtocolVersion>13.0</ProtocolVersion><RequestId>"
-        + id.toStdString()
-        + "</RequestId><msgFFDVer>4</msgFFDVer><msgContVer>1</msgContVer>"
-          "<DateTime>2026-03-01 14:05:09</DateTime><Command>";
+    const QByteArray begin
+        = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<ArmRequest>\n <RequestBody>\n"
+          "  <ProtocolLabel>OFDFNARMUKM</ProtocolLabel>\n  <ProtocolVersion>13.0</ProtocolVersion>\n"
+          "  <RequestId>{11111111-2222-3333-4444-555555555555}</RequestId>\n  <msgFFDVer>4</msgFFDVer>\n"
+          "  <msgContVer>1</msgContVer>\n  <DateTime>2026-03-01 14:05:09</DateTime>\n"
+          "  <Command>4</Command>\n </RequestBody>\n <RequestData><![CDATA[";
+    const QByteArray end = "]]></RequestData>\n</ArmRequest>\n";
     const QByteArray full = command.createCommand(id.toUtf8(), Code::OpenShift, params);
-    EXPECT_TRUE(
-        full.startsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<ArmRequest>\n <RequestBody>\n  <"));
-    EXPECT_EQ(flatXml(xmlDocument(QString::fromUtf8(full)).documentElement()),
-        head
-            + "4</Command></RequestBody><RequestData>[[<pa n=2 t=7><pa n=1021 t=1>Ёж]]>&</pa></pa>]]"
-              "</RequestData></ArmRequest>");
+    EXPECT_EQ(full.left(begin.size()), begin);
+    EXPECT_EQ(full.right(end.size()), end);
+    const QByteArray inner = full.mid(begin.size()).chopped(end.size());
+    EXPECT_EQ(flat(xmlDocument(inner)), "2:7{1021:1=Ёж]]>&}");
     const QByteArray empty = command.createCommand(id.toUtf8(), Code::OpenDrawer, {});
     EXPECT_TRUE(empty.contains("<RequestData><![CDATA[]]></RequestData>"));
     EXPECT_EQ(command.SpfFrCommand::getUuid().size(), 38);
@@ -117,9 +138,9 @@ TEST_F(ExchangeTest, writesTheWholeRequestAsOneDocument)
 
 TEST_F(ExchangeTest, findsItsAnswerOrFails)
 {
-    const QByteArray good = successAnswer(id, QStringLiteral("<pa n='1' t='1'>да</pa>"));
+    const QByteArray good = successAnswer(id, QStringLiteral("<pa n='5' t='7'><pa n='1' t='1'>да</pa></pa>"));
     const QByteArray foreign = successAnswer(foreignId, QStringLiteral("<pa/>"));
-    const std::string answered = "<pa n=1 t=1>да</pa>";
+    const std::string answered = "5:7{1:1=да}";
     const struct
     {
         const char* what;
@@ -128,8 +149,8 @@ TEST_F(ExchangeTest, findsItsAnswerOrFails)
         std::string expected;
         qsizetype sends;
     } cases[] = {
-        {"split, with blanks around", {"\r\n " + good.chopped(5), good.right(5) + "\n"}, 1, answered, 1},
-        {"foreign answer first", {foreign, good}, 1, answered, 1},
+        {"byte by byte, blanks first", byteByByte("\r\n " + good), 1, answered, 1},
+        {"foreign answer first", {foreign, good + "\n"}, 1, answered, 1},
         {"foreign answer, then a tail", {foreign + good.left(20), good.mid(20)}, 1, malformed, 1},
         {"half an answer, silence, then the answer", {good.left(99), "", good}, 5, answered, 2},
         {"answer to the last attempt", {"", "", "", "", good}, 5, answered, 5},
@@ -140,6 +161,9 @@ TEST_F(ExchangeTest, findsItsAnswerOrFails)
         {"bytes before the answer", {"x" + good}, 5, malformed, 1},
         {"two answers in one portion", {foreign + good}, 5, malformed, 1},
         {"no inner document", {successAnswer(id, QStringLiteral("x"))}, 5, malformed, 1},
+        {"an answer that never ends", {5, QByteArray(16 * 1024 * 1024, 'x')}, 5, failedExchange, 1},
+        {"fault of the port", {"fault"}, 5, "ComDriverException: Невозможно получить данные", 1},
+        {"lost connection", {"lost"}, 5, "FrCommandException: Нет связи", 1},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(exchange(c.portions, c.attempts), c.expected) << c.what;
@@ -150,41 +174,21 @@ TEST_F(ExchangeTest, findsItsAnswerOrFails)
 
 TEST_F(ExchangeTest, reportsWhatTheDeviceReports)
 {
-    // Result, category and code; an empty one is missing.
-    const char* const cases[][4] = {
-        {"", "1", "1", malformed},
-        {"1", "", "1", malformed},
-        {"1", "x", "1", malformed},
-        {"1", "1", "", malformed},
-        {"1", "1", "2147483648", malformed},
-        {"0", "", "x", ""},
-        {"1", "2", "2005", "FrCommandException: Ошибка ФН. Некорректное состояние ФН"},
-        {"00", "9", "7", "FrCommandException: Сбой"},
-        {"1", "3", "8", "FrWaitForPaperException: Ошибка печатающего устройства. Конец бумаги"},
-        {"1", "1", "8", "FrWaitForPaperException: Внутренняя ошибка. Сбой"},
+    const std::pair<const char*, const char*> cases[] = {
+        {"ErrorCategory=1|ErrorCode=1", malformed},
+        {"Result=1|ErrorCode=1", malformed},
+        {"Result=1|ErrorCategory=x|ErrorCode=1", malformed},
+        {"Result=1|ErrorCategory=1|ErrorCode=2147483648", malformed},
+        {"Result=0|ErrorCode=x", ":0="},
+        {"Result=1|ErrorCategory=2|ErrorCode=2005",
+            "FrCommandException: Ошибка ФН. Некорректное состояние ФН"},
+        {"Result=00|ErrorCategory=9|ErrorCode=7", "FrCommandException: Сбой"},
+        {"Result=1|ErrorCategory=3|ErrorCode=8",
+            "FrWaitForPaperException: Ошибка печатающего устройства. Конец бумаги"},
+        {"Result=1|ErrorCategory=1|ErrorCode=8", "FrWaitForPaperException: Внутренняя ошибка. Сбой"},
     };
-    for (const auto& [result, category, code, expected] : cases)
-        EXPECT_EQ(exchange({refusal(result, category, code)}, 5), expected) << result << category << code;
-}
-
-TEST_F(ExchangeTest, passesTroubleWithThePortThrough)
-{
-    EXPECT_CALL(serial, receiveDataAsByteArray(_, _))
-        .WillOnce(testing::Throw(ComDriverException(QStringLiteral("Невозможно получить данные"))))
-        .WillOnce(testing::Throw(FrNoConnectionException(QStringLiteral("Нет связи"))));
-    EXPECT_EQ(exchange({}, 5), "ComDriverException: Невозможно получить данные");
-    EXPECT_EQ(sent.size(), 1);
-    EXPECT_EQ(exchange({}, 5), "FrCommandException: Нет связи");
-    EXPECT_EQ(sent.size(), 1);
-}
-
-TEST_F(ExchangeTest, givesUpAnAnswerThatNeverEnds)
-{
-    EXPECT_CALL(serial, receiveDataAsByteArray(_, _))
-        .Times(5)
-        .WillRepeatedly(testing::Return(QByteArray(16 * 1024 * 1024, 'x')));
-    EXPECT_EQ(exchange({}, 5), failedExchange);
-    EXPECT_EQ(sent.size(), 1);
+    for (const auto& [fields, expected] : cases)
+        EXPECT_EQ(exchange({refusal(fields)}, 5), expected) << fields;
 }
 
 TEST_F(ExchangeTest, logsSilenceAndTheNumberOfAllAttempts)
@@ -201,15 +205,13 @@ TEST_F(ExchangeTest, logsSilenceAndTheNumberOfAllAttempts)
 TEST_F(ExchangeTest, logsWhatIsWrongWithTheAnswer)
 {
     const MessageLog log;
-    exchange({refusal("1", "я", "1")}, 1);
+    exchange({refusal("Result=1|ErrorCategory=я|ErrorCode=1")}, 1);
     exchange({successAnswer(id, QStringLiteral("x"))}, 1);
     exchange({successAnswer(id)}, 1);
-    exchange({refusal("1", "3", "8")}, 1);
     EXPECT_THAT(MessageLog::taken(),
         testing::ElementsAre("error frdriver.xml: Некорректный параметр 'ErrorCategory' - я",
             "error frdriver.xml: Некорректное значение параметра ResponseData: 'x'",
-            "info frdriver.xml: Ответ пуст",
-            "error frdriver.xml: Ошибка печатающего устройства. Конец бумаги"));
+            "info frdriver.xml: Ответ пуст"));
     exchange({QStringLiteral("<a>%1</ArmResponse>").arg(id).toUtf8()}, 1);
     const std::vector<std::string> lines = MessageLog::taken();
     ASSERT_EQ(lines.size(), 2u);

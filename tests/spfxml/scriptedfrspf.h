@@ -12,19 +12,6 @@
 
 #include <QJsonObject>
 
-/// A tree on one line: "name:type=value" for a leaf, "name:type{...}" for a container.
-inline std::string flat(const QList<spfxml::RequestParams>& params)
-{
-    QStringList nodes;
-    for (const spfxml::RequestParams& param : params) {
-        const int type = static_cast<int>(param.getType());
-        const QString inner = QString::fromStdString(flat(param.getParams()));
-        nodes += QString("%1:%2").arg(param.getName()).arg(type)
-            + (type == 6 || type == 7 ? "{" + inner + "}" : "=" + param.getFormattedValue());
-    }
-    return nodes.join(' ').toStdString();
-}
-
 /// The commands over a scripted register: an open shift, the tax systems 2 and 32.
 struct ScriptedCommand : spfxml::SpfFrCommand
 {
@@ -32,6 +19,8 @@ struct ScriptedCommand : spfxml::SpfFrCommand
         : SpfFrCommand(nullptr, Log4Qt::LogManager::logger("frdriver", "xml"), QString())
     {
     }
+
+    using SpfFrCommand::tailText;
 
     /// Writes down "code x attempts tree", apart from the questions for the shift.
     QDomDocument requestData(
@@ -41,17 +30,26 @@ struct ScriptedCommand : spfxml::SpfFrCommand
         const std::string tree = params.getName().isEmpty() ? std::string() : flat({params});
         if (number != 44)
             sent.push_back(std::to_string(number) + " x" + std::to_string(attempts) + " " + tree);
+        else
+            EXPECT_EQ(attempts, 5);
+        if (number == failing && isOutOfPaper)
+            throw FrWaitForPaperException("Конец бумаги");
         if (number == failing)
             throw FrCommandException("Отказ");
-        return answers.contains(number) ? xmlDocument(answers[number]) : QDomDocument();
+        const QByteArray answer = answers.value(number);
+        if (answer.isEmpty())
+            return {};
+        return answer.startsWith('<') ? xmlDocument(answer) : answerWith(answer);
     }
     /// What was sent since the last call.
     std::vector<std::string> taken() const { return std::exchange(sent, {}); }
 
     mutable std::vector<std::string> sent;
+    /// Documents, or "key=text|key=text" for their leaves.
     QMap<int, const char*> answers{
         {44, "<a><pa n='ShiftState'>1</pa></a>"}, {50, "<a><pa n='1062'>34</pa></a>"}};
     int failing = 0;
+    bool isOutOfPaper = false;
 };
 
 class ScriptedFrSpf : public testing::Test
@@ -61,6 +59,7 @@ protected:
     {
         using FrSpf::command;
         using FrSpf::FrSpf;
+        using FrSpf::optionMask;
     };
 
     ScriptedFrSpf()

@@ -48,9 +48,8 @@ TEST(SpfStatus, printsTheBlocks)
 TEST(FnStatus, namesTheLifePhase)
 {
     const std::pair<const char*, const char*> cases[] = {{"LifePhase=1", "готовность к регистрации"},
-        {"LifePhase=7", "постфискальный режим"}, {"LifePhase=15", "постфискальный режим"},
-        {"LifePhase=0", "неизвестный режим"}, {"LifePhase=2", "неизвестный режим"},
-        {"LifePhase=-1", "неизвестный режим"}, {"LifePhase=4294967299", "неизвестный режим"}};
+        {"LifePhase=15", "постфискальный режим"}, {"LifePhase=0", "неизвестный режим"},
+        {"LifePhase=2", "неизвестный режим"}, {"LifePhase=4294967299", "неизвестный режим"}};
     for (const auto& [answer, expected] : cases)
         EXPECT_EQ(spfxml::FnStatus(answerWith(answer)).getLifePhaseDescription().toStdString(), expected);
 }
