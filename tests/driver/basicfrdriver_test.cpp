@@ -33,11 +33,8 @@ TEST(BasicFrDriver, whatTheDeviceCannotDoIsLogged)
     // clang-format off
     const std::vector<std::pair<std::function<void()>, QString>> table{
         {[&] { driver.reinitialize(); }, "warn: Реинициализация(технологическое обнуление) не поддерживается устройством"},
-        {[&] { driver.setLineSpacing(0); }, "debug: Установка межстрочного интервала не поддерживается устройством"},
         {[&] { driver.setLineSpacing(-1); }, ""},
-        {[&] { driver.barcodePrint({}); }, "warn: Печать штрих-кода не поддерживается устройством"},
         {[&] { EXPECT_FALSE(driver.setCliche({})); }, "info: Программирование клише не поддерживается устройством"},
-        {[&] { driver.addPostLines({}); }, "warn: Печать дополнительных элементов при закрытии чека не поддерживается"},
         {[&] { driver.checkAddPosition(position); }, "info: Добавление позиции в чек: " + position.toString()},
         {[&] { driver.checkPay({3, 1234567.5}); }, "info: Расчет по чеку: (3) 1234567.50"},
         {[&] { driver.setRequisite(requisite); }, "info: Запись реквизита 1021 (" + requisite.getDescription() + ") в ФР"},

@@ -18,7 +18,6 @@ public:
     using BasicFrDriver::BasicFrDriver;
     using BasicFrDriver::connectedOnce;
     using BasicFrDriver::currentSpeed;
-    using BasicFrDriver::portState;
     using BasicFrDriver::speeds;
 
     void setConnection() override
@@ -140,16 +139,8 @@ TEST(Connection, logLines)
             "error frdriver: Не удалось установить соединение: silence"));
 }
 
-TEST(Connection, needsATransportAndAnOpenPort)
+TEST(Connection, needsATransport)
 {
-    const std::string noTransport = "FrNoConnectionException: Ошибка инициализации драйвера порта";
-    ScriptedDriver bare;
-    EXPECT_EQ(thrown([&] { bare.isPortReady(); }), noTransport);
-    EXPECT_EQ(thrown([&] { bare.connect(); }), noTransport);
-
-    SerialDriverWrapper serial(nullptr);
-    ScriptedDriver driver(&serial, QStringLiteral("test"), nullptr);
-    EXPECT_EQ(thrown([&] { driver.isPortReady(); }), "FrNoConnectionException: Необходимо открыть порт");
-    driver.portState = 0;
-    EXPECT_EQ(thrown([&] { driver.isPortReady(); }), "");
+    EXPECT_EQ(thrown([] { BasicFrDriver().connect(); }),
+        "FrNoConnectionException: Ошибка инициализации драйвера порта");
 }

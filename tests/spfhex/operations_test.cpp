@@ -82,7 +82,6 @@ const std::vector<Operation> operations{
     {[](Driver d) { d.clearMarkingCodes(); }, "3F",
         "i Очистка результатов проверки КМ в ФН; d Очистка результатов проверки КМ в ФН; w Отказ",
         "3F=refused", ""},
-    {[](Driver d) { d.clearMarkingCodes(); }, "3F", nullptr, "3F=no connection", ""},
     // Registration and fiscal drive
     {[](Driver d) { d.registration(systems, {}, "x", {}, {}); },
         "C0; 08 |f4|f3|f0|{Анна Ким}||f5|f6|33|f11|f10|f7|f8|f1|f12|128|||", nullptr, "", ""},
@@ -151,7 +150,6 @@ TEST_F(HexDriverTest, whatCannotBeDoneIsRefusedBeforeAnythingFurtherIsSent)
         {[](Driver d) { d.recorder->getIsmNotSentCount(); }, "A4 14|=1|2|3|4|5|6", "A4 14|", badAnswer},
         {[](Driver d) { d.registration({}, {}, {}, {}, {}); }, "C0=1|2|3|4|5|6|7|8|9|10|11|12", "C0",
             badAnswer},
-        {[](Driver d) { d.checkOpen({}); }, "C0 10|=0", "C0 10|", badAnswer},
         {[](Driver d) { d.getMoneyCounters(CheckCashIn); }, twelveCounters, "A5 13|", badAnswer},
         {[](Driver d) { d.getMoneyCounters(CheckCashOut); }, tenSums, "A5 13|; A5 14|", badAnswer},
         {[](Driver d) { d.getKkmRegisterEnd(); }, "A5 4|=1|2|3|4", "A5 13|; A5 14|; A5 3|; A5 4|", badAnswer},
