@@ -98,20 +98,20 @@ void Host::prepare()
     call("openShift", [this] { m_driver.openShift(); });
 }
 
-quint32 Host::lastDocument()
+frctl::DriveMark Host::noteDrive()
 {
     const auto ask = [this] {
-        quint32 number = 0;
-        call("getFnInfo", [&] { number = m_driver.getFnInfo().fnStatus.lastFdNumber; });
-        return number;
+        FnStatusInfo status;
+        call("getFnInfo", [&] { status = m_driver.getFnInfo().fnStatus; });
+        return std::pair(status.fnNumber, status.lastFdNumber);
     };
-    quint32 number = ask();
+    auto mark = ask();
     // Nothing guards an XML answer against a changed digit, so it counts when two in a row agree.
     if (m_protocol == Protocol::Xml) {
-        for (quint32 again = ask(); again != number; again = ask())
-            number = again;
+        for (auto again = ask(); again != mark; again = ask())
+            mark = again;
     }
-    return number;
+    return {mark.first, mark.second};
 }
 
 SaleResult Host::sell(const QString& name, Random& content, Random* faults)
@@ -119,12 +119,12 @@ SaleResult Host::sell(const QString& name, Random& content, Random* faults)
     SaleResult result;
     if (m_rig.clock.milliseconds() - m_shiftOpened > longestShift)
         renewShift();
-    std::optional<quint32> before;
+    std::optional<frctl::DriveMark> before;
     m_closing = false;
     m_issued = false;
     setFaults(faults, &Rates::usual);
     try {
-        before = lastDocument();
+        before = noteDrive();
         fill(name, content);
         setFaults(faults, &Rates::closing);
         close();
@@ -210,12 +210,12 @@ void Host::reconnect(bool reopen)
     call("connect", [this] { m_driver.connect(); });
 }
 
-std::optional<quint32> Host::askAgain()
+std::optional<frctl::DriveMark> Host::askAgain()
 {
     for (int i = 0; i < patience; ++i) {
         try {
             reconnect(i > 0);
-            return lastDocument();
+            return noteDrive();
         } catch (const BasicException&) {
             // Asked again, as long as there is hope.
         }

@@ -46,14 +46,14 @@ private:
     void setFaults(Random* faults, int Rates::*rate);
     void call(const char* name, const std::function<void()>& work);
     void checkCall(const char* name) const;
-    quint32 lastDocument();
+    frctl::DriveMark noteDrive();
     void fill(const QString& name, Random& content);
     void addPosition(const QString& name, const QString& mark, Random& content);
     void pay(Random& content);
     void close();
     /// A port that is closed and opened again has thrown away the late answers.
     void reconnect(bool reopen);
-    std::optional<quint32> askAgain();
+    std::optional<frctl::DriveMark> askAgain();
     void recover(Random* faults);
     bool restore(bool reopen);
     void prepare();

@@ -1,20 +1,24 @@
 #pragma once
 
-#include <QtGlobal>
+#include "outcome.h"
 
 #include <optional>
 
 /// What a host can say about a receipt whose closing failed.
 enum class Verdict { Issued, NotIssued, Unknown };
 
-/// Judges by the number of the fiscal drive's last document before the closing and after the connection came
-/// back. It holds as long as nobody else works the register in between and nothing else that the drive
-/// stores, as the opening of a shift, is done.
-inline Verdict judge(std::optional<quint32> before, std::optional<quint32> after)
+/// Judges as frctl does; what could not be asked is unknown.
+inline Verdict judge(
+    const std::optional<frctl::DriveMark>& before, const std::optional<frctl::DriveMark>& after)
 {
     if (!before || !after)
         return Verdict::Unknown;
-    if (*after == *before)
+    switch (frctl::verdictOf(*before, *after).outcome) {
+    case frctl::DocumentOutcome::Issued:
+        return Verdict::Issued;
+    case frctl::DocumentOutcome::NotIssued:
         return Verdict::NotIssued;
-    return *after == *before + 1 ? Verdict::Issued : Verdict::Unknown;
+    default:
+        return Verdict::Unknown;
+    }
 }
