@@ -20,9 +20,10 @@ qint64 memoryInUse()
     return static_cast<qint64>(info.uordblks + info.hblkhd);
 }
 
+// The second number shows when a digit of the first was changed on the line.
 QString saleName(int step)
 {
-    return QStringLiteral("Товар %1").arg(step);
+    return QStringLiteral("Товар %1 %2").arg(step).arg(qint64{step} * 7919 % 10'007);
 }
 
 int kopecks(const QString& text)
@@ -110,7 +111,7 @@ void Campaign::stored(const QJsonObject& entry)
     if (items.isEmpty())
         return;
     const QString name = items.at(0).toObject().value(QStringLiteral("name")).toString();
-    const int step = name.section(QLatin1Char(' '), 1).toInt();
+    const int step = name.section(QLatin1Char(' '), 1, 1).toInt();
     ++m_stored[saleName(step) == name ? step : m_step];
     m_storedTotal = kopecks(entry.value(QStringLiteral("total")).toString());
     if (saleName(step) != name || entry.value(QStringLiteral("type")).toString() != QStringLiteral("sell"))
@@ -142,11 +143,11 @@ void Campaign::check(int step, const SaleResult& result)
         throw Violation("a sale over a good line failed: " + result.failure.toStdString());
     const int times = m_stored.value(step);
     if (result.issued && times == 0 && mayBeAltered(result))
-        return m_report.addLost();
+        return m_report.addLost(step);
     if (result.issued && times != 1)
         throw Violation("a sale reported as done is stored " + std::to_string(times) + " times");
     if (result.issued && m_storedTotal != m_host->total() && mayBeAltered(result))
-        m_report.addAltered();
+        m_report.addAltered(step);
     else if (result.issued && m_storedTotal != m_host->total())
         throw Violation("stored total " + std::to_string(m_storedTotal) + " instead of "
             + std::to_string(m_host->total()));

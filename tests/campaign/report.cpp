@@ -12,6 +12,16 @@ void printRow(const char* name, const Report::Row& row)
         row.verdicts.value(Verdict::Unknown));
 }
 
+void printSteps(const char* text, const QList<int>& steps)
+{
+    if (steps.isEmpty())
+        return;
+    std::printf("%s: %d (steps", text, static_cast<int>(steps.size()));
+    for (const int step : steps)
+        std::printf(" %d", step);
+    std::printf(")\n");
+}
+
 } // namespace
 
 void Report::addInjected(const QList<FaultKind>& kinds)
@@ -57,9 +67,8 @@ void Report::print(const QString& title) const
             row.value());
     printRow("all", m_total);
     std::printf("sales without any fault: %d\n", m_untouched);
-    if (m_altered + m_lost > 0)
-        std::printf(
-            "reported as done, changed on the line: %d stored otherwise, %d not stored\n", m_altered, m_lost);
+    printSteps("reported as done, changed on the line and stored as it came", m_altered);
+    printSteps("reported as done, changed on the line into another command", m_lost);
     printCalls();
 }
 

@@ -26,9 +26,9 @@ public:
     /// The longest call of each name, in milliseconds of virtual time.
     void addCall(const QString& name, qint64 waited);
     /// A receipt that came to the register with a byte changed, and was taken as it came.
-    void addAltered() { ++m_altered; }
+    void addAltered(int step) { m_altered.append(step); }
     /// A closing request that came to the register as another command, and was done.
-    void addLost() { ++m_lost; }
+    void addLost(int step) { m_lost.append(step); }
 
     void print(const QString& title) const;
 
@@ -38,7 +38,7 @@ private:
     QMap<FaultKind, Row> m_rows;
     Row m_total;
     int m_untouched = 0;
-    int m_altered = 0;
-    int m_lost = 0;
+    QList<int> m_altered;
+    QList<int> m_lost;
     QMap<QString, qint64> m_longest;
 };
