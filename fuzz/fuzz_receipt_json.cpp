@@ -1,0 +1,120 @@
+// JSON receipts of frctl: through its parser, and those that it accepts on through the command, either driver
+// and the software register. The input is the text of the file.
+
+#include "harness.h"
+
+#include "errors.h"
+#include "exceptions.h"
+#include "receiptcommands.h"
+#include "receipterror.h"
+#include "receiptparser.h"
+#include "rig.h"
+
+#include <abstractfrdriver.h>
+
+#include <optional>
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace {
+
+/// A file that only this process has, as the command takes the name of one.
+class MemoryFile
+{
+public:
+    explicit MemoryFile(const QByteArray& text)
+    {
+        const auto size = static_cast<size_t>(text.size());
+        fuzz::require(
+            m_file >= 0 && ::write(m_file, text.constData(), size) == text.size(), "no memory file");
+    }
+    ~MemoryFile() { ::close(m_file); }
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+
+    QString name() const { return QStringLiteral("/proc/self/fd/%1").arg(m_file); }
+
+private:
+    const int m_file = ::memfd_create("receipt", MFD_CLOEXEC);
+};
+
+std::optional<frctl::Receipt> parsed(const QByteArray& text)
+{
+    try {
+        return frctl::receiptFromText(text);
+    } catch (const frctl::ReceiptError& error) {
+        fuzz::require(!error.reason().isEmpty(), "a mistake without a reason");
+        return std::nullopt;
+    }
+}
+
+frctl::Task prepared(const QByteArray& text, Protocol protocol, bool isReturn)
+{
+    const MemoryFile file(text);
+    frctl::Options options;
+    options.protocol = protocol == Protocol::Hex ? QStringLiteral("HEX") : QStringLiteral("XML");
+    options.arguments = QStringList{file.name()};
+    try {
+        return isReturn ? frctl::prepareRefund(options) : frctl::prepareSell(options);
+    } catch (const frctl::Refusal&) {
+        return {};
+    }
+}
+
+/// Kopecks of the receipts that the register has stored.
+QList<qint64> storedTotals(Rig& rig)
+{
+    QList<qint64> totals;
+    for (const QJsonObject& entry : rig.device.journal().entries()) {
+        if (entry.contains(QStringLiteral("items")))
+            totals.append(
+                entry.value(QStringLiteral("total")).toString().remove(QLatin1Char('.')).toLongLong());
+    }
+    return totals;
+}
+
+/// True when the command says that the receipt was issued.
+bool isIssued(Rig& rig, const frctl::Task& task)
+{
+    try {
+        rig.line.open();
+        rig.driver().portOpen();
+        rig.driver().connect();
+        rig.driver().init();
+        rig.driver().cashierLogin(task.cashier.value_or(FrUser()));
+        task.onRegister(rig.driver());
+        return true;
+    } catch (const frctl::RegisterError& error) {
+        return error.verdict().outcome == frctl::DocumentOutcome::Issued;
+    } catch (const DriverException&) {
+        // Before the document was begun.
+        return false;
+    }
+}
+
+void issue(const QByteArray& text, const frctl::Receipt& receipt, Protocol protocol)
+{
+    const frctl::Task task = prepared(text, protocol, receipt.isReturn());
+    if (!task.onRegister)
+        return;
+    Rig rig(protocol);
+    const bool issued = isIssued(rig, task);
+    const QList<qint64> stored = storedTotals(rig);
+    fuzz::require(stored.size() == (issued ? 1 : 0), "frctl and the register do not agree");
+    fuzz::require(!issued || stored.constFirst() == receipt.total, "the register has another total");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size)
+{
+    fuzz::prepare();
+    const QByteArray text(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+    const std::optional<frctl::Receipt> receipt = parsed(text);
+    if (!receipt)
+        return 0;
+    fuzz::require(receipt->total >= 0 && receipt->paid >= receipt->total, "accepted unpaid");
+    issue(text, *receipt, Protocol::Hex);
+    issue(text, *receipt, Protocol::Xml);
+    return 0;
+}
