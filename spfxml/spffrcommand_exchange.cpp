@@ -12,6 +12,7 @@
 
 #include <QDomDocument>
 #include <QUuid>
+#include <QXmlStreamReader>
 
 namespace spfxml {
 
@@ -21,11 +22,30 @@ constexpr unsigned long portionSize = 200;
 constexpr unsigned long answerTimeout = 15000;
 // A device that never ends its answer must not eat the memory of the host.
 constexpr qsizetype maxAnswerSize = 64 * 1024 * 1024;
+// Nor its stack: a tree is walked and freed level by level. No register comes near that depth.
+constexpr int deepestElement = 256;
 constexpr int outOfPaperCode = 8;
 
 FrCommandException malformedAnswer()
 {
     return FrCommandException(drivertexts::badAnswer());
+}
+
+template <typename Text>
+bool isTooDeep(const Text& text)
+{
+    // Most answers are too short for it.
+    if (text.count(typename Text::value_type('<')) <= deepestElement)
+        return false;
+    QXmlStreamReader reader(text);
+    for (int depth = 0; !reader.atEnd();) {
+        const QXmlStreamReader::TokenType token = reader.readNext();
+        depth += token == QXmlStreamReader::StartElement ? 1 : 0;
+        depth -= token == QXmlStreamReader::EndElement ? 1 : 0;
+        if (depth > deepestElement)
+            return true;
+    }
+    return false;
 }
 
 QDomElement createRequestBody(
@@ -123,6 +143,10 @@ bool SpfFrCommand::isValidPackage(const QByteArray& data, const QByteArray& requ
 
 QDomDocument SpfFrCommand::parseAnswer(const QByteArray& answer) const
 {
+    if (isTooDeep(answer)) {
+        logger->error(QStringLiteral("Ответ вложен слишком глубоко"));
+        throw malformedAnswer();
+    }
     QDomDocument document;
     QString reason;
     int line = 0;
@@ -183,7 +207,7 @@ QDomDocument SpfFrCommand::getResponseData(const QDomDocument& document) const
         return {};
     }
     QDomDocument response;
-    if (!response.setContent(text)) {
+    if (isTooDeep(text) || !response.setContent(text)) {
         logger->error(QStringLiteral("Некорректное значение параметра ResponseData: '%1'").arg(text));
         throw malformedAnswer();
     }
@@ -195,7 +219,8 @@ void SpfFrCommand::logTraceData(const QByteArray& data, bool sending) const
     if (!logger->isTraceEnabled())
         return;
     QDomDocument document;
-    const QString text = document.setContent(data) ? document.toString(1) : QString::fromUtf8(data);
+    const QString text
+        = !isTooDeep(data) && document.setContent(data) ? document.toString(1) : QString::fromUtf8(data);
     logger->trace((sending ? QStringLiteral("Отправка:\n") : QStringLiteral("Получено:\n")) + text);
 }
 
