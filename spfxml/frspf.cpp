@@ -21,6 +21,13 @@ bool isBlank(const QString& line)
     return line.simplified().isEmpty();
 }
 
+// A width that no paper has is none, as lines are filled up to it.
+unsigned bandWidth(int paperWidth)
+{
+    constexpr int widestPaper = 1000;
+    return paperWidth > 0 && paperWidth <= widestPaper ? static_cast<unsigned>(paperWidth) : 0;
+}
+
 } // namespace
 
 FrSpf::FrSpf(AbstractSerialDriver* serialDriver, FrSpfSettings* driverSettings)
@@ -76,7 +83,7 @@ void FrSpf::setDeviceInfo()
     deviceInfo.setModel(QString::number(modelCode), spf::utils::modelNameByModelCode(modelCode));
     deviceInfo.setNumber(status.kktNumber);
     deviceInfo.setFirmwareVersion(status.kktFwVersion);
-    deviceInfo.setBandInfo(static_cast<unsigned>(status.paperWidth), 4, 30, 0);
+    deviceInfo.setBandInfo(bandWidth(status.paperWidth), 4, 30, 0);
     deviceInfo.setBandWidthInfo(getBandWidthFonts());
     logger->info(QStringLiteral("Текущий статус:\n%1").arg(status.toString()));
     logger->info(deviceInfo.toString());
