@@ -26,6 +26,13 @@ double requisiteValue(const QDomElement& element, EFrDriver::RequisiteTypes requ
     return xmlutils::getValueByAttribute(element.childNodes(), nameAttribute, requisite).toDouble();
 }
 
+// A register that counts receipts by more than 32 bits, or by something that is no number, has not counted.
+qint32 wholeCount(double value)
+{
+    constexpr double limit = 2147483648.0;
+    return value > -limit && value < limit ? static_cast<qint32>(value) : 0;
+}
+
 QString moneyValue(const QDomDocument& document, const QString& name)
 {
     const QDomElement money = block(document, QStringLiteral("MOCounters"));
@@ -49,7 +56,7 @@ KktCounters getKktCounters(const QDomDocument& document, EFrDriver::RequisiteTyp
     for (size_t kind = 0; kind < paymentRequisites.size(); ++kind)
         counters.payments.insert(static_cast<int>(kind), requisiteValue(shift, paymentRequisites.at(kind)));
     // The device writes the count like a sum, "3.0".
-    counters.count = static_cast<qint32>(requisiteValue(shift, EFrDriver::ReceiptCount));
+    counters.count = wholeCount(requisiteValue(shift, EFrDriver::ReceiptCount));
     counters.shiftSum = requisiteValue(shift, EFrDriver::ReceiptsSum);
 
     const QDomElement total = block(document, QString::number(EFrDriver::FnTotals));
