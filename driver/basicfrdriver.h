@@ -186,6 +186,8 @@ protected:
     bool programParameters(const std::function<void()>& write);
     /// The registers of a shift with the device's identity filled in.
     KkmRegisterBeg registersWithIdentity() const;
+    /// The number of the shift after that one, also of a number that no register reaches.
+    static int nextShift(int shiftNumber);
     void logDone() const;
 
     enum PortState { PortIsOpen = 0, PortIsClosed = 1 };

@@ -6,6 +6,7 @@
 #include "exceptions.h"
 
 #include <exception>
+#include <limits>
 
 void BasicFrDriver::openPort(const std::function<void()>& prepareLine)
 {
@@ -45,6 +46,11 @@ bool BasicFrDriver::programParameters(const std::function<void()>& write)
     }
     logger->info(QStringLiteral("Программирование параметров выполнено"));
     return true;
+}
+
+int BasicFrDriver::nextShift(int shiftNumber)
+{
+    return shiftNumber == std::numeric_limits<int>::max() ? shiftNumber : shiftNumber + 1;
 }
 
 KkmRegisterBeg BasicFrDriver::registersWithIdentity() const

@@ -138,7 +138,7 @@ KkmRegisterBeg FrSpf::getKkmRegisterBeg()
     KkmRegisterBeg registers = registersWithIdentity();
     registers.cashInDrawer = command->getDrawerSum();
     // One more in any case: whether the shift is open is meant to be left out of account here.
-    registers.shiftNumber = command->getCurrentShiftNumber() + 1;
+    registers.shiftNumber = nextShift(command->getCurrentShiftNumber());
     registers.registrationNumber = command->getRegistrationNumber();
     registers.fnNumber = command->getFnNumber();
     logDone();

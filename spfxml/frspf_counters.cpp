@@ -98,7 +98,7 @@ KkmRegisterBeg FrSpf::getKkmRegisterBeg()
         KkmRegisterBeg registers = registersWithIdentity();
         registers.totalSales = counters.totalSum;
         registers.cashInDrawer = cashInDrawer;
-        registers.shiftNumber = shift.shiftNumber + (shift.opened ? 0 : 1);
+        registers.shiftNumber = shift.opened ? shift.shiftNumber : nextShift(shift.shiftNumber);
         registers.registrationNumber = status.registrationNumber;
         registers.fnNumber = status.fn.fnNumber;
         logDone();
