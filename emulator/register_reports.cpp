@@ -33,7 +33,8 @@ bool isHeaderSize(const QByteArray& bitmap)
     constexpr int lowest = 50;
     constexpr int highest = 100;
     const auto width = qFromLittleEndian<qint32>(bitmap.constData() + 18);
-    const auto height = qAbs(qFromLittleEndian<qint32>(bitmap.constData() + 22));
+    // Rows from the top downwards have a negative height.
+    const auto height = qAbs(qint64{qFromLittleEndian<qint32>(bitmap.constData() + 22)});
     return width > 0 && width <= widest && height >= lowest && height <= highest;
 }
 
