@@ -7,7 +7,7 @@
 struct Barcode
 {
     /// Types that hosts use; the values travel as numbers.
-    enum Type {
+    enum Type : int {
         UpcA = 0,
         UpcE = 1,
         Ean13 = 2,

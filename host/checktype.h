@@ -3,7 +3,7 @@
 namespace hw::fr {
 
 /// Kinds of documents that a host opens. The values travel as numbers between host, drivers and logs.
-enum CheckType {
+enum CheckType : int {
     CheckSale = 0,
     CheckSaleReturn = 1,
     CheckSaleAnnulment = 2,

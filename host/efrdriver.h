@@ -7,7 +7,7 @@ class EFrDriver
 {
 public:
     /// Fonts of printed lines. The register decides what each one looks like; 1 is the normal font.
-    enum FontTypes {
+    enum FontTypes : int {
         UndefinedFont = 0,
         NormalFont = 1,
         DoubleWidthFont = 2,
@@ -19,7 +19,7 @@ public:
     };
 
     /// How a device is to be restarted.
-    enum RebootMode { RebootNormal = 0, RebootCold = 1 };
+    enum RebootMode : int { RebootNormal = 0, RebootCold = 1 };
 
     /// Tags of the fiscal data format. Any 16-bit tag may travel, also one without a name here.
     enum RequisiteTypes : unsigned {

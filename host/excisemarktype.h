@@ -1,7 +1,7 @@
 #pragma once
 
 /// Groups of marked goods. Drivers compare the numbers: 0 is unmarked, 2 is coded as an excise stamp.
-enum ExciseMarkType {
+enum ExciseMarkType : int {
     MarkNone = 0,
     MarkFur = 1,
     MarkAlcohol = 2,

@@ -1,7 +1,7 @@
 #pragma once
 
 /// Reasons of a re-registration with the tax authority.
-enum RegistrationReason {
+enum RegistrationReason : int {
     ReasonFnChange = 1,
     ReasonOfdChange = 2,
     ReasonUserRequisitesChange = 3,
