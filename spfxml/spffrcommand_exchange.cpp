@@ -143,15 +143,11 @@ bool SpfFrCommand::isValidPackage(const QByteArray& data, const QByteArray& requ
 
 QDomDocument SpfFrCommand::parseAnswer(const QByteArray& answer) const
 {
-    if (isTooDeep(answer)) {
-        logger->error(QStringLiteral("Ответ вложен слишком глубоко"));
-        throw malformedAnswer();
-    }
     QDomDocument document;
-    QString reason;
+    QString reason = QStringLiteral("nested too deeply");
     int line = 0;
     int column = 0;
-    if (!document.setContent(answer, &reason, &line, &column)) {
+    if (isTooDeep(answer) || !document.setContent(answer, &reason, &line, &column)) {
         logger->error(QStringLiteral("Ответ не является xml документом. Line %1, column %2, %3")
                           .arg(line)
                           .arg(column)
