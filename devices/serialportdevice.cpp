@@ -3,9 +3,18 @@
 #include <QFileInfo>
 #include <QLoggingCategory>
 
+#include <poll.h>
+#include <unistd.h>
+
+#include <algorithm>
+
 namespace devices {
 
 Q_LOGGING_CATEGORY(lcSerialPort, "frdevices.serialport", QtWarningMsg)
+
+namespace {
+constexpr qsizetype inputSize = 4096;
+} // namespace
 
 SerialPortDevice::SerialPortDevice(const QString& name)
 {
@@ -93,12 +102,14 @@ bool SerialPortDevice::open()
 
 void SerialPortDevice::close()
 {
+    forgetInput();
     if (isOpen())
         m_port.close();
 }
 
 bool SerialPortDevice::clear()
 {
+    forgetInput();
     return isOpen() && m_port.clear();
 }
 
@@ -133,6 +144,44 @@ void SerialPortDevice::forgetTimeout()
 {
     if (m_port.error() == QSerialPort::TimeoutError)
         m_port.clearError();
+}
+
+qint64 SerialPortDevice::writeNow(const QByteArray& data)
+{
+    const auto size = static_cast<size_t>(data.size());
+    return std::max<qint64>(0, ::write(m_port.handle(), data.constData(), size));
+}
+
+qint64 SerialPortDevice::bytesReceived() const
+{
+    return m_input.size() - m_taken + m_port.bytesAvailable();
+}
+
+QByteArray SerialPortDevice::take(qint64 maxSize)
+{
+    if (m_taken == m_input.size())
+        return m_port.read(maxSize);
+    QByteArray data = m_input.mid(m_taken, maxSize);
+    m_taken += data.size();
+    return data;
+}
+
+bool SerialPortDevice::waitOnce(int milliseconds)
+{
+    pollfd entry{m_port.handle(), POLLIN, 0};
+    if (m_port.bytesToWrite() == 0 && ::poll(&entry, 1, milliseconds) == 0)
+        return false;
+    m_input.resize(inputSize);
+    m_taken = 0;
+    const bool isReadable = entry.revents == POLLIN;
+    m_input.resize(isReadable ? std::max<qint64>(0, ::read(entry.fd, m_input.data(), inputSize)) : 0);
+    return !m_input.isEmpty() || StreamDevice::waitOnce(0);
+}
+
+void SerialPortDevice::forgetInput()
+{
+    m_input.clear();
+    m_taken = 0;
 }
 
 } // namespace devices

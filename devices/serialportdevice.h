@@ -40,13 +40,25 @@ protected:
     const QIODevice& stream() const override { return m_port; }
     bool isLineLost() const override;
     void forgetTimeout() override;
+    // Straight to and from the descriptor. Qt's port asks the line before each write, wakes an event loop
+    // that does not run, and reads into fresh memory: nearly half of a short frame's round trip. What fails
+    // is left for it to meet again and to name.
+    qint64 writeNow(const QByteArray& data) override;
+    qint64 bytesReceived() const override;
+    QByteArray take(qint64 maxSize) override;
+    bool waitOnce(int milliseconds) override;
 
 private:
+    void forgetInput();
+
     /// Mutable, since asking for the state of DTR is not const there.
     mutable QSerialPort m_port;
     /// The state that was asked for last, where the line cannot tell.
     bool m_dataTerminalReady = false;
     bool m_hasModemLines = true;
+    /// Received here; what an event loop made the port receive since then is behind it.
+    QByteArray m_input;
+    qsizetype m_taken = 0;
 };
 
 } // namespace devices

@@ -33,7 +33,8 @@ qint64 StreamDevice::write(const QByteArray& data)
 {
     if (!isOpen())
         return -1;
-    if (stream().write(data) != data.size() || !flush()) {
+    const QByteArray rest = stream().bytesToWrite() > 0 ? data : data.mid(writeNow(data));
+    if (!rest.isEmpty() && (stream().write(rest) != rest.size() || !flush())) {
         qCWarning(lcDevices).noquote() << getDeviceName() << "write failed:" << errorString();
         closeIfLost();
         return -1;
@@ -57,20 +58,24 @@ QByteArray StreamDevice::read(qint64 maxSize)
 {
     if (!isOpen() || maxSize <= 0)
         return {};
-    if (stream().bytesAvailable() < maxSize)
+    // What came before is enough: a driver asks again until its answer is whole, and each look at the line is
+    // a call of the system.
+    if (bytesReceived() == 0)
         fetch();
-    QByteArray data = stream().read(maxSize);
+    QByteArray data = take(maxSize);
     closeIfLost();
     return data;
 }
 
 bool StreamDevice::waitForReadyRead(int milliseconds)
 {
+    // Qt's own wait is for bytes that are new; those that were fetched before would be waited past.
+    if (isOpen() && bytesReceived() > 0)
+        return true;
     QElapsedTimer timer;
     timer.start();
     while (isOpen()) {
-        // Qt's own wait is for bytes that are new; those that were fetched before would be waited past.
-        if (stream().bytesAvailable() > 0)
+        if (bytesReceived() > 0)
             return true;
         if (m_waitCallback)
             m_waitCallback();
@@ -84,9 +89,14 @@ bool StreamDevice::waitForReadyRead(int milliseconds)
     return false;
 }
 
-void StreamDevice::fetch()
+qint64 StreamDevice::bytesReceived() const
 {
-    waitOnce(0);
+    return stream().bytesAvailable();
+}
+
+QByteArray StreamDevice::take(qint64 maxSize)
+{
+    return stream().read(maxSize);
 }
 
 bool StreamDevice::waitOnce(int milliseconds)
@@ -99,7 +109,7 @@ bool StreamDevice::waitOnce(int milliseconds)
 
 void StreamDevice::closeIfLost()
 {
-    if (!isLineLost() || stream().bytesAvailable() > 0)
+    if (bytesReceived() > 0 || !isLineLost())
         return;
     qCWarning(lcDevices).noquote() << getDeviceName() << "the line is gone:" << errorString();
     close();

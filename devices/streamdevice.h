@@ -45,11 +45,19 @@ protected:
     virtual bool isLineLost() const = 0;
     /// A wait that ran out is no error to keep.
     virtual void forgetTimeout() = 0;
-    /// Takes the bytes that the system holds into the stream's buffer, without waiting.
-    void fetch();
+    /// Hands the system what it takes at once and tells how much that was. What is left goes through the
+    /// stream.
+    virtual qint64 writeNow(const QByteArray&) { return 0; }
+    /// Bytes that were received and not read yet, without those that the system holds.
+    virtual qint64 bytesReceived() const;
+    /// Reads from what was received.
+    virtual QByteArray take(qint64 maxSize);
+    /// Called with nothing received: waits for bytes and receives them, false when none came.
+    virtual bool waitOnce(int milliseconds);
+    /// Receives what the system holds, without waiting.
+    void fetch() { waitOnce(0); }
 
 private:
-    bool waitOnce(int milliseconds);
     void closeIfLost();
 
     std::function<void()> m_waitCallback;
