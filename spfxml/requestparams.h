@@ -61,6 +61,8 @@ public:
     static RequestParams fromElement(const QDomElement& element);
 
 private:
+    void write(QString& text, qsizetype depth) const;
+
     EParamType m_type = EParamType::None;
     QString m_name;
     QVariant m_value;
@@ -68,3 +70,6 @@ private:
 };
 
 } // namespace spfxml
+
+// Lists of receipts grow by moving their memory.
+Q_DECLARE_TYPEINFO(spfxml::RequestParams, Q_RELOCATABLE_TYPE);

@@ -59,6 +59,7 @@ void SpfFrCommand::checkClose(hw::fr::CheckType type, const QMap<int, double>& p
     logger->debug(QStringLiteral("Закрытие чека"));
     double total = 0.0;
     QList<RequestParams> items;
+    items.reserve(positions.size());
     for (const FrPosition& position : positions) {
         items.append({ParamType::Structure, EFrDriver::Item, getPositionRequisites(position, type)});
         total += position.getPossumWithDisc();

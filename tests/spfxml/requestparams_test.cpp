@@ -3,6 +3,7 @@
 #include "spfxml/requestparams.h"
 
 #include <QDateTime>
+#include <QRegularExpression>
 
 #include <gtest/gtest.h>
 
@@ -34,6 +35,29 @@ TEST(RequestParams, writesTextNodesForAllButNullValues)
     const QDomElement element = tree.toElement(document);
     EXPECT_TRUE(element.firstChild().firstChild().isText());
     EXPECT_TRUE(element.lastChild().firstChild().isNull());
+}
+
+TEST(RequestParams, writesTheTextThatADocumentWouldWrite)
+{
+    QString characters;
+    for (char16_t code = 1; code < 0x500; ++code)
+        characters += QChar(code);
+    characters += QStringLiteral(" ]]> ]> > \U0001F600");
+    RequestParams parent(Type::StructureList, characters,
+        QList<RequestParams>{{Type::Text, QStringLiteral("a"), characters},
+            {Type::None, QString(), QVariant()},
+            {Type::Structure, QStringLiteral("b"),
+                QList<RequestParams>{{Type::Text, QString(), QString()}}}});
+    const RequestParams tree(Type::Structure, QStringLiteral("5"), QList<RequestParams>{parent, parent});
+    QDomDocument document;
+    document.appendChild(tree.toElement(document));
+    // A document has its attributes in any order.
+    const QString expected
+        = document.toString(1).replace(QRegularExpression(QStringLiteral("<pa t=\"(\\d+)\" n=\"([^\"]*)\"")),
+            QStringLiteral("<pa n=\"\\2\" t=\"\\1\""));
+    EXPECT_EQ(tree.toString(), expected);
+    EXPECT_EQ(RequestParams(Type::Sum, QStringLiteral("c"), 1).toString(),
+        QStringLiteral("<pa n=\"c\" t=\"2\">1.00</pa>\n"));
 }
 
 TEST(RequestParams, readsATree)
