@@ -13,6 +13,7 @@
 #include <QDomDocument>
 #include <QUuid>
 #include <QXmlStreamReader>
+#include <QXmlStreamWriter>
 
 namespace spfxml {
 
@@ -48,23 +49,20 @@ bool isTooDeep(const Text& text)
     return false;
 }
 
-QDomElement createRequestBody(
-    QDomDocument& document, const QString& version, const QByteArray& requestId, int commandCode)
+void writeRequestBody(
+    QXmlStreamWriter& writer, const QString& version, const QByteArray& requestId, int commandCode)
 {
     const QString time = MockFactory<CurrentTime>::create()->getCurrentDateTime().toString(
         QStringLiteral("yyyy-MM-dd hh:mm:ss"));
-    QDomElement body = document.createElement(QStringLiteral("RequestBody"));
-    const auto append = [&](const QString& tag, const QString& text) {
-        body.appendChild(xmlutils::createTextElement(document, tag, text));
-    };
-    append(QStringLiteral("ProtocolLabel"), QStringLiteral("OFDFNARMUKM"));
-    append(QStringLiteral("ProtocolVersion"), version);
-    append(QStringLiteral("RequestId"), QString::fromUtf8(requestId));
-    append(QStringLiteral("msgFFDVer"), QStringLiteral("4"));
-    append(QStringLiteral("msgContVer"), QStringLiteral("1"));
-    append(QStringLiteral("DateTime"), time);
-    append(QStringLiteral("Command"), QString::number(commandCode));
-    return body;
+    writer.writeStartElement(QStringLiteral("RequestBody"));
+    writer.writeTextElement(QStringLiteral("ProtocolLabel"), QStringLiteral("OFDFNARMUKM"));
+    writer.writeTextElement(QStringLiteral("ProtocolVersion"), version);
+    writer.writeTextElement(QStringLiteral("RequestId"), QString::fromUtf8(requestId));
+    writer.writeTextElement(QStringLiteral("msgFFDVer"), QStringLiteral("4"));
+    writer.writeTextElement(QStringLiteral("msgContVer"), QStringLiteral("1"));
+    writer.writeTextElement(QStringLiteral("DateTime"), time);
+    writer.writeTextElement(QStringLiteral("Command"), QString::number(commandCode));
+    writer.writeEndElement();
 }
 
 } // namespace
@@ -77,16 +75,17 @@ QByteArray SpfFrCommand::getUuid() const
 QByteArray SpfFrCommand::createCommand(
     const QByteArray& requestId, ECommandCode code, const RequestParams& params) const
 {
-    QDomDocument document;
-    document.appendChild(document.createProcessingInstruction(
-        QStringLiteral("xml"), QStringLiteral("version=\"1.0\" encoding=\"UTF-8\"")));
-    QDomElement request = document.createElement(QStringLiteral("ArmRequest"));
-    document.appendChild(request);
-    request.appendChild(createRequestBody(document, protocolVersion, requestId, static_cast<int>(code)));
-    QDomElement data = document.createElement(QStringLiteral("RequestData"));
-    request.appendChild(data);
-    data.appendChild(document.createCDATASection(params.toString()));
-    return document.toByteArray(1);
+    QByteArray request;
+    QXmlStreamWriter writer(&request);
+    writer.setAutoFormatting(true);
+    writer.setAutoFormattingIndent(1);
+    writer.writeStartDocument();
+    writer.writeStartElement(QStringLiteral("ArmRequest"));
+    writeRequestBody(writer, protocolVersion, requestId, static_cast<int>(code));
+    writer.writeStartElement(QStringLiteral("RequestData"));
+    writer.writeCDATA(params.toString());
+    writer.writeEndDocument();
+    return request;
 }
 
 QDomDocument SpfFrCommand::requestData(ECommandCode code, const RequestParams& params, int attempts) const
