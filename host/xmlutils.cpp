@@ -6,21 +6,8 @@ namespace {
 
 bool hasValue(const QDomElement& element, const QString& attribute, const QString& value)
 {
-    return element.hasAttribute(attribute) && element.attribute(attribute) == value;
-}
-
-/// The next element in document order; null behind the last one.
-QDomElement nextElement(const QDomElement& element)
-{
-    const QDomElement child = element.firstChildElement();
-    if (!child.isNull())
-        return child;
-    for (QDomElement current = element; !current.isNull(); current = current.parentNode().toElement()) {
-        const QDomElement sibling = current.nextSiblingElement();
-        if (!sibling.isNull())
-            return sibling;
-    }
-    return {};
+    // A missing attribute reads as an empty text, too.
+    return element.attribute(attribute) == value && (!value.isEmpty() || element.hasAttribute(attribute));
 }
 
 } // namespace
@@ -32,6 +19,19 @@ QDomElement createTextElement(QDomDocument& document, const QString& tag, const 
     QDomElement element = document.createElement(tag);
     element.appendChild(document.createTextNode(text));
     return element;
+}
+
+QDomElement nextElement(const QDomElement& element)
+{
+    const QDomElement child = element.firstChildElement();
+    if (!child.isNull())
+        return child;
+    for (QDomElement current = element; !current.isNull(); current = current.parentNode().toElement()) {
+        const QDomElement sibling = current.nextSiblingElement();
+        if (!sibling.isNull())
+            return sibling;
+    }
+    return {};
 }
 
 QString getValueByTag(const QDomDocument& document, const QString& tag, int index)

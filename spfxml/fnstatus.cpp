@@ -1,24 +1,27 @@
 #include "fnstatus.h"
 
-#include "statustext.h"
-
 namespace spfxml {
 
 FnStatus::FnStatus(const QDomDocument& state)
-    : lifePhase(statusNumber(state, QStringLiteral("LifePhase")))
-    , currentDocType(statusNumber(state, QStringLiteral("CurrentDocType")))
-    , currentDocData(statusNumber(state, QStringLiteral("CurrentDocData")))
-    , needChange(statusNumber(state, QStringLiteral("StatusNeedChange")))
-    , endingResource(statusNumber(state, QStringLiteral("StatusEndingResource")))
-    , overflow(statusNumber(state, QStringLiteral("StatusOverflow")))
-    , ofdWaitExceeded(statusNumber(state, QStringLiteral("1053")))
-    , lastDocDateTime(statusText(state, QStringLiteral("lastDocDateTime")))
-    , lastDocNumber(statusNumber(state, QStringLiteral("lastDocNumber")))
-    , fnNumber(statusText(state, QStringLiteral("1041")))
-    , expirationDate(statusText(state, QStringLiteral("ExpirationDate")))
-    , fwVersion(statusText(state, QStringLiteral("FWVersion")))
+    : FnStatus(StatusTexts(state))
+{
+}
+
+FnStatus::FnStatus(const StatusTexts& state)
+    : lifePhase(state.number(QStringLiteral("LifePhase")))
+    , currentDocType(state.number(QStringLiteral("CurrentDocType")))
+    , currentDocData(state.number(QStringLiteral("CurrentDocData")))
+    , needChange(state.number(QStringLiteral("StatusNeedChange")))
+    , endingResource(state.number(QStringLiteral("StatusEndingResource")))
+    , overflow(state.number(QStringLiteral("StatusOverflow")))
+    , ofdWaitExceeded(state.number(QStringLiteral("1053")))
+    , lastDocDateTime(state.text(QStringLiteral("lastDocDateTime")))
+    , lastDocNumber(state.number(QStringLiteral("lastDocNumber")))
+    , fnNumber(state.text(QStringLiteral("1041")))
+    , expirationDate(state.text(QStringLiteral("ExpirationDate")))
+    , fwVersion(state.text(QStringLiteral("FWVersion")))
     // A number on purpose, unlike the same flag of the shift status, which is compared as a text.
-    , isShiftOpen(statusNumber(state, QStringLiteral("ShiftState")) == 1)
+    , isShiftOpen(state.number(QStringLiteral("ShiftState")) == 1)
 {
 }
 

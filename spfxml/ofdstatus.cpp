@@ -1,13 +1,16 @@
 #include "ofdstatus.h"
 
-#include "statustext.h"
-
 namespace spfxml {
 
 OfdStatus::OfdStatus(const QDomDocument& state)
-    : queueLength(statusNumber(state, QStringLiteral("1097")))
-    , firstDocumentNumber(statusNumber(state, QStringLiteral("1116")))
-    , firstDocumentTime(statusText(state, QStringLiteral("1098")))
+    : OfdStatus(StatusTexts(state))
+{
+}
+
+OfdStatus::OfdStatus(const StatusTexts& state)
+    : queueLength(state.number(QStringLiteral("1097")))
+    , firstDocumentNumber(state.number(QStringLiteral("1116")))
+    , firstDocumentTime(state.text(QStringLiteral("1098")))
 {
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
+#include "statustext.h"
 
-class QDomDocument;
+#include <QString>
 
 namespace spfxml {
 
@@ -10,6 +10,8 @@ namespace spfxml {
 struct OfdStatus
 {
     explicit OfdStatus(const QDomDocument& state);
+    /// From an answer whose elements were found before.
+    explicit OfdStatus(const StatusTexts& state);
 
     /// Three indented lines.
     QString toString() const;

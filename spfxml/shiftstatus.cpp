@@ -1,25 +1,28 @@
 #include "shiftstatus.h"
 
-#include "statustext.h"
-
 namespace spfxml {
 
 namespace {
 
 // Compared as a text on purpose: the status of the fiscal drive reads its flag as a number, and the two reads
 // must differ for "01".
-bool isSet(const QDomDocument& document, const QString& key)
+bool isSet(const StatusTexts& document, const QString& key)
 {
-    return statusText(document, key) == QLatin1String("1");
+    return document.text(key) == QLatin1String("1");
 }
 
 } // namespace
 
 ShiftStatus::ShiftStatus(const QDomDocument& document)
+    : ShiftStatus(StatusTexts(document))
+{
+}
+
+ShiftStatus::ShiftStatus(const StatusTexts& document)
     : opened(isSet(document, QStringLiteral("ShiftState")))
     , overtime(isSet(document, QStringLiteral("ShiftOvertime")))
-    , shiftNumber(statusNumber(document, QString::number(1038)))
-    , documentNumber(statusNumber(document, QString::number(1042)))
+    , shiftNumber(document.number(QString::number(1038)))
+    , documentNumber(document.number(QString::number(1042)))
 {
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-class QDomDocument;
+#include "statustext.h"
 
 namespace spfxml {
 
@@ -8,6 +8,8 @@ namespace spfxml {
 struct ShiftStatus
 {
     explicit ShiftStatus(const QDomDocument& document);
+    /// From an answer whose elements were found before.
+    explicit ShiftStatus(const StatusTexts& document);
 
     bool opened;
     /// The shift has lasted over 24 hours. The driver does not look at it: the register refuses by itself.

@@ -1,18 +1,21 @@
 #include "spfstatus.h"
 
-#include "statustext.h"
-
 namespace spfxml {
 
 SpfStatus::SpfStatus(const QDomDocument& state, const QDomDocument& info)
-    : networkInterface(statusText(state, QStringLiteral("NetworkInterface")))
-    , paperWidth(statusNumber(state, QStringLiteral("PaperWidth")))
-    , kktNumber(statusText(state, QStringLiteral("1013")))
-    , registrationNumber(statusText(info, QStringLiteral("1037")))
-    , kktFwVersion(statusText(state, QStringLiteral("KKTFWVersion")))
-    , swVersion(statusText(info, QStringLiteral("SWVersion")))
-    , ffdVersion1190(statusText(info, QStringLiteral("1190")))
-    , ffdVersion1189(statusText(info, QStringLiteral("1189")))
+    : SpfStatus(StatusTexts(state), StatusTexts(info))
+{
+}
+
+SpfStatus::SpfStatus(const StatusTexts& state, const StatusTexts& info)
+    : networkInterface(state.text(QStringLiteral("NetworkInterface")))
+    , paperWidth(state.number(QStringLiteral("PaperWidth")))
+    , kktNumber(state.text(QStringLiteral("1013")))
+    , registrationNumber(info.text(QStringLiteral("1037")))
+    , kktFwVersion(state.text(QStringLiteral("KKTFWVersion")))
+    , swVersion(info.text(QStringLiteral("SWVersion")))
+    , ffdVersion1190(info.text(QStringLiteral("1190")))
+    , ffdVersion1189(info.text(QStringLiteral("1189")))
     , fn(state)
     , ofd(state)
 {

@@ -2,10 +2,9 @@
 
 #include "fnstatus.h"
 #include "ofdstatus.h"
+#include "statustext.h"
 
 #include <QString>
-
-class QDomDocument;
 
 namespace spfxml {
 
@@ -13,6 +12,8 @@ namespace spfxml {
 struct SpfStatus
 {
     SpfStatus(const QDomDocument& state, const QDomDocument& info);
+    /// From answers whose elements were found before.
+    SpfStatus(const StatusTexts& state, const StatusTexts& info);
 
     /// Three headings, each with an indented block below it.
     QString toString() const;

@@ -2,18 +2,16 @@
 
 #include <xmlutils.h>
 
-#include <QDomElement>
-
 namespace spfxml {
 
-QString statusText(const QDomDocument& document, const QString& key)
+StatusTexts::StatusTexts(const QDomDocument& answer)
 {
-    return xmlutils::getElementByAttribute(document, QStringLiteral("n"), key).text();
-}
-
-int statusNumber(const QDomDocument& document, const QString& key)
-{
-    return statusText(document, key).toInt();
+    for (QDomElement element = answer.documentElement(); !element.isNull();
+         element = xmlutils::nextElement(element)) {
+        const QString key = element.attribute(QStringLiteral("n"));
+        if (!m_elements.contains(key))
+            m_elements.insert(key, element);
+    }
 }
 
 QString indentedBlock(const QStringList& lines)
