@@ -26,6 +26,7 @@ namespace {
 // So many that each packet id of HEX occurs.
 constexpr int recordedQuestions = 222;
 constexpr int batch = 5;
+constexpr double roundTripSeconds = 0.3;
 
 const Log4Qt::Logger& logger()
 {
@@ -202,7 +203,8 @@ void registerRoundTrips()
 {
     for (const Language language : {Language::Hex, Language::Xml}) {
         const std::string name = "roundtrip/" + languageName(language).toStdString();
-        benchmark::RegisterBenchmark(
-            name.c_str(), [=](benchmark::State& state) { compare(state, language); });
+        benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
+            compare(state, language);
+        })->MinTime(roundTripSeconds);
     }
 }
