@@ -35,7 +35,6 @@ TEST_F(XmlUtils, ValueByTagCountsInDocumentOrder)
         EXPECT_EQ(xmlutils::getValueByTag(document, b, index), values.at(index));
     EXPECT_EQ(xmlutils::getValueByTag(document, b, -1), QString());
     EXPECT_EQ(xmlutils::getValueByTag(document, QStringLiteral("missing"), 0), QString());
-    EXPECT_EQ(xmlutils::getValueByTag(QDomDocument(), b, 0), QString());
 }
 
 TEST_F(XmlUtils, ValueByAttributeLooksAtTheGivenNodesOnly)
@@ -43,7 +42,6 @@ TEST_F(XmlUtils, ValueByAttributeLooksAtTheGivenNodesOnly)
     const QDomNodeList top = document.documentElement().childNodes();
     EXPECT_EQ(xmlutils::getValueByAttribute(top, N, 3), QStringLiteral("textz"));
     EXPECT_EQ(xmlutils::getValueByAttribute(top, N, QStringLiteral("5")), QString());
-    EXPECT_EQ(xmlutils::getValueByAttribute(top, N, 5), QString());
     // An element without the attribute is not one with an empty value.
     EXPECT_EQ(xmlutils::getValueByAttribute(top, N, QString()), QStringLiteral("empty"));
     EXPECT_EQ(xmlutils::getValueByAttribute(top, QStringLiteral("m"), QString()), QString());
@@ -52,12 +50,9 @@ TEST_F(XmlUtils, ValueByAttributeLooksAtTheGivenNodesOnly)
 
 TEST_F(XmlUtils, ElementByAttributeIsTheFirstAnywhere)
 {
-    EXPECT_EQ(xmlutils::getElementByAttribute(document, N, QStringLiteral("1")), document.documentElement());
     EXPECT_EQ(textOf("5"), QStringLiteral("x"));
-    EXPECT_EQ(textOf("3"), QStringLiteral("textz"));
     EXPECT_EQ(textOf(""), QStringLiteral("empty"));
     EXPECT_TRUE(xmlutils::getElementByAttribute(document, N, QStringLiteral("7")).isNull());
-    EXPECT_TRUE(xmlutils::getElementByAttribute(QDomDocument(), N, QStringLiteral("1")).isNull());
 }
 
 TEST_F(XmlUtils, ChildElementByAttributeDoesNotGoDeeper)
@@ -67,7 +62,6 @@ TEST_F(XmlUtils, ChildElementByAttributeDoesNotGoDeeper)
     const QDomElement second = xmlutils::getChildElementByAttribute(root, N, QStringLiteral("3"));
     EXPECT_EQ(
         xmlutils::getChildElementByAttribute(second, N, QStringLiteral("5")).text(), QStringLiteral("z"));
-    EXPECT_TRUE(xmlutils::getChildElementByAttribute(QDomElement(), N, QStringLiteral("5")).isNull());
 }
 
 TEST_F(XmlUtils, TextElementIsEscapedAndLoose)
