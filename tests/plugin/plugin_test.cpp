@@ -3,7 +3,6 @@
 #include "basicfrsettings.h"
 #include "driver/thrown.h"
 #include "fakeport.h"
-#include "plugin/basicfiscalregister.h"
 
 #include <QCborMap>
 #include <QCborValue>
@@ -177,20 +176,10 @@ TEST_F(PluginTest, settingsReachTheDriver)
 
 TEST_F(PluginTest, loadsAgainAfterUnloading)
 {
-    for (int i = 0; i < 2; ++i) {
-        device.reset();
-        EXPECT_TRUE(loader.unload());
-        EXPECT_FALSE(loader.isLoaded());
-        device = makeObject();
-        device->setProperty("serialObj", QVariant::fromValue<QObject*>(&port));
-        EXPECT_NE(init(), nullptr);
-    }
-}
-
-TEST(UnusedProperties, listGrows)
-{
-    hw::BasicFiscalRegister registerDevice(QSharedPointer<BasicFrSettings>::create());
-    registerDevice.addUnusedProperties({"a", "b"});
-    registerDevice.addUnusedProperties({"b"});
-    EXPECT_EQ(registerDevice.property("unusedProps").toStringList(), QStringList({"a", "b", "b"}));
+    device.reset();
+    EXPECT_TRUE(loader.unload());
+    EXPECT_FALSE(loader.isLoaded());
+    device = makeObject();
+    device->setProperty("serialObj", QVariant::fromValue<QObject*>(&port));
+    EXPECT_NE(init(), nullptr);
 }
