@@ -11,7 +11,7 @@ constexpr int PatienceMs = 30000;
 
 QStringList withPlugin(const QStringList& arguments)
 {
-    return QStringList{QStringLiteral("--plugin"), QStringLiteral(SPF_PLUGIN)} + arguments;
+    return QStringList{"--plugin", QStringLiteral(SPF_PLUGIN)} + arguments;
 }
 
 Result resultOf(QProcess& process, QByteArray errors = {})
@@ -32,9 +32,8 @@ QByteArray readAll(const QString& fileName)
 
 Emulator::Emulator(const QStringList& options)
 {
-    const QStringList own{QStringLiteral("--quiet"), QStringLiteral("--pty"), port(),
-        QStringLiteral("--tape"), m_dir.filePath(QStringLiteral("tape")), QStringLiteral("--journal"),
-        m_dir.filePath(QStringLiteral("journal"))};
+    const QStringList own{
+        "--quiet", "--pty", port(), "--tape", m_dir.filePath("tape"), "--journal", m_dir.filePath("journal")};
     m_process.setReadChannel(QProcess::StandardError);
     m_process.start(QStringLiteral(SPF_EMULATOR), own + options);
     QByteArray said;
@@ -50,13 +49,13 @@ Emulator::~Emulator()
 
 QString Emulator::tape() const
 {
-    return QString::fromUtf8(readAll(m_dir.filePath(QStringLiteral("tape"))));
+    return QString::fromUtf8(readAll(m_dir.filePath("tape")));
 }
 
 QList<QJsonObject> Emulator::journal() const
 {
     QList<QJsonObject> documents;
-    for (const QByteArray& line : readAll(m_dir.filePath(QStringLiteral("journal"))).split('\n')) {
+    for (const QByteArray& line : readAll(m_dir.filePath("journal")).split('\n')) {
         if (!line.isEmpty())
             documents.append(QJsonDocument::fromJson(line).object());
     }
