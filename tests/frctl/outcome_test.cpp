@@ -29,7 +29,6 @@ TEST(Verdict, FollowsTheNumberOfTheLastDocument)
         {Before, {Before.drive, 9}, unknown},
         {Before, {Before.drive, 6}, unknown},
         {Before, {QStringLiteral("1111"), 7}, unknown},
-        {{Before.drive, 0}, {Before.drive, 0}, unknown},
         {{Before.drive, 0}, {Before.drive, 1}, unknown},
     };
     for (const auto& row : rows)

@@ -4,7 +4,6 @@
 #include "errors.h"
 #include "parameterlist.h"
 #include "stringutils.h"
-#include "xmlparameternames.h"
 
 #include <gtest/gtest.h>
 
@@ -51,8 +50,6 @@ TEST(ParameterList, ReadsValuesOutOfAHexPrintout)
         {"62.0 Хост сервера", "0123456789-0123456789.example", "62.0", "Хост сервера"},
         {"64.0 URL сайта ФНС", "0123456789-0123456789-0123456789-0123456789-0123456789", "64.0",
             "URL сайта ФНС"},
-        {"65.0 Адрес электронной почты отправителя чека", "check@shop.example", "65.0",
-            "Адрес электронной почты отправителя чека"},
         {"67.0 Тип транспорта с управляющим компьютером(хостом)", "1", "67.0",
             "Тип транспорта с управляющим компьютером(хостом)"},
     };
@@ -69,7 +66,6 @@ TEST(ParameterList, ReadsValuesOutOfAnXmlPrintout)
         {"* Возвращать накопительные итоги в ответах на запросы счётчиков", "true",
             "MACRO.KKTCounters.GetCumulativeCounters",
             "Возвращать накопительные итоги в ответах на запросы счётчиков"},
-        {"* Порт", "8080", "POS.Proxy.Port", "Порт"},
         {"* Порт ОФД", "7777", "OFD.OFD.OFD_Port", "Порт ОФД"},
         {"* Логин", "", "POS.Proxy.User", "Логин"},
         {"* Клише", "ООО РОМАШКА\nМосква, Примерная ул., 1", "PRN.PrinterHeader.Cliche", "Клише"},
@@ -79,18 +75,6 @@ TEST(ParameterList, ReadsValuesOutOfAnXmlPrintout)
     lines.insert(2, QStringLiteral("-----Настройки печати-----"));
     lines.insert(4, QStringLiteral("Параметры печати чека"));
     expectEntries(readXmlDescription(lines, Width), rows);
-}
-
-TEST(ParameterList, XmlNamesAreUnique)
-{
-    QSet<QString> paths;
-    QSet<QString> captions;
-    for (const XmlParameterName& name : xmlParameterNames()) {
-        paths.insert(QString::fromUtf8(name.path));
-        captions.insert(QString::fromUtf8(name.caption));
-    }
-    EXPECT_EQ(paths.size(), 51);
-    EXPECT_EQ(captions.size(), 51);
 }
 
 /// Keeps what is written; refuses the value "no".
@@ -121,73 +105,54 @@ public:
         }
         return true;
     }
-    bool setCliche(const QList<QString>& lines) override
-    {
-        written += lines;
-        return true;
-    }
 
     QStringList written;
     int printouts = 0;
 };
 
-struct Case
+TEST(Params, AreFoundAndWritten)
 {
-    const char* name;
-    const char* protocol;
-    QStringList arguments;
-    /// What is written, with commas; "usage" and "refusal" for the exceptions.
-    const char* result;
-    int printouts = 0;
-};
-
-void PrintTo(const Case& test, std::ostream* stream)
-{
-    *stream << test.name;
-}
-
-class Params : public testing::TestWithParam<Case>
-{
-};
-
-TEST_P(Params, Writes)
-{
-    BasicFrSettings settings;
-    SettingsDriver driver(&settings);
-    Options options;
-    options.protocol = QString::fromUtf8(GetParam().protocol);
-    options.command = QStringLiteral("params");
-    options.arguments = GetParam().arguments;
-    QString result;
-    try {
-        findCommand(options).prepare(options).onRegister(driver);
-        result = driver.written.join(QLatin1Char(','));
-    } catch (const UsageError&) {
-        result = QStringLiteral("usage");
-    } catch (const Refusal&) {
-        result = QStringLiteral("refusal");
+    const struct
+    {
+        const char* protocol;
+        QStringList arguments;
+        /// What is written, with commas; "usage" and "refusal" for the exceptions.
+        const char* result;
+        int printouts = 0;
+    } rows[] = {
+        {"HEX", {"set", "6=1", "20.3=a=b"}, "6/0/1,20/3/a=b"},
+        // A whole caption comes before those that are like it.
+        {"HEX", {"set", "контроль=1"}, "30/0/1", 1},
+        {"HEX", {"set", "порт=1", "ip=2"}, "57/0/1,56/0/2", 1},
+        {"HEX", {"set", "прокси=1"}, "refusal", 1},
+        {"HEX", {"set", "кофе=1"}, "refusal", 1},
+        {"HEX", {"set", "6=no"}, "refusal"},
+        {"XML", {"set", "OFD.OFD.OFD_Host=a.b"}, "0/0/OFD.OFD.OFD_Host.a.b"},
+        {"XML", {"set", "OFD_Host=a.b"}, "usage"},
+        {"HEX", {"set", "20.0=a\nb"}, "usage"},
+        {"HEX", {"set", "6"}, "usage"},
+        {"HEX", {"reset"}, "usage"},
+        {"HEX", {"get", "кофе"}, "refusal", 1},
+    };
+    for (const auto& row : rows) {
+        BasicFrSettings settings;
+        SettingsDriver driver(&settings);
+        Options options;
+        options.protocol = row.protocol;
+        options.command = "params";
+        options.arguments = row.arguments;
+        QString result;
+        try {
+            findCommand(options).prepare(options).onRegister(driver);
+            result = driver.written.join(',');
+        } catch (const UsageError&) {
+            result = "usage";
+        } catch (const Refusal&) {
+            result = "refusal";
+        }
+        EXPECT_EQ(result, row.result) << row.arguments.join(' ').toStdString();
+        EXPECT_EQ(driver.printouts, row.printouts) << row.arguments.join(' ').toStdString();
     }
-    EXPECT_EQ(result, QString::fromUtf8(GetParam().result));
-    EXPECT_EQ(driver.printouts, GetParam().printouts);
 }
-
-QStringList setting(const QStringList& assignments)
-{
-    return QStringList{QStringLiteral("set")} + assignments;
-}
-
-INSTANTIATE_TEST_SUITE_P(Cases, Params,
-    testing::Values(Case{"Numbers", "HEX", setting({"6=1", "20.3=a=b"}), "6/0/1,20/3/a=b"},
-        Case{"WholeCaptionBeforeItsLikes", "HEX", setting({"контроль=1"}), "30/0/1", 1},
-        Case{"PartOfACaption", "HEX", setting({"порт=1", "ip=2"}), "57/0/1,56/0/2", 1},
-        Case{"TwoCaptions", "HEX", setting({"прокси=1"}), "refusal", 1},
-        Case{"NoCaption", "HEX", setting({"кофе=1"}), "refusal", 1},
-        Case{"Refused", "HEX", setting({"6=no"}), "refusal"},
-        Case{"Path", "XML", setting({"OFD.OFD.OFD_Host=a.b"}), "0/0/OFD.OFD.OFD_Host.a.b"},
-        Case{"NoPath", "XML", setting({"OFD_Host=a.b"}), "usage"},
-        Case{"TwoLines", "HEX", setting({"20.0=a\nb"}), "usage"},
-        Case{"NoValue", "HEX", setting({"6"}), "usage"}, Case{"Unknown", "HEX", {"reset"}, "usage"},
-        Case{"GetsNothing", "HEX", {"get", "кофе"}, "refusal", 1}),
-    [](const auto& test) { return test.param.name; });
 
 } // namespace
