@@ -1,122 +1,87 @@
 #include "rig.h"
+#include "xmlrig.h"
 
 #include <gtest/gtest.h>
 
 using emulator::FaultMode;
+using emulator::FaultPlan;
 
 namespace {
 
-/// What a fault does to one exchange: whether the register acted, and what the host hears at once and when it
-/// has waited for a minute.
-struct Effect
+FaultPlan planOf(FaultMode mode, int exchange)
 {
-    bool acts;
-    std::function<QByteArray(const QByteArray& request, const QByteArray& answer)> heard;
-};
-
-QByteArray nothing(const QByteArray&, const QByteArray&)
-{
-    return {};
+    QString error;
+    const auto plan
+        = FaultPlan::parse(QStringLiteral("%1@%2").arg(FaultPlan::modeName(mode)).arg(exchange), &error);
+    EXPECT_TRUE(plan) << error.toStdString();
+    return plan.value_or(FaultPlan());
 }
 
-QByteArray whole(const QByteArray&, const QByteArray& answer)
-{
-    return answer;
-}
-
-QByteArray changed(QByteArray answer, qsizetype at, const QByteArray& bytes)
-{
-    return answer.replace(at, 1, bytes);
-}
-
-QByteArray framed(QByteArray body)
+QByteArray framed(const QByteArray& body)
 {
     return '\x02' + body + Rig::check(body);
 }
 
-// A bare switch, so that the compiler tells of a mode that has no row.
-Effect effectOf(FaultMode mode)
+/// What the host hears of a HEX answer when it has waited for a minute.
+QByteArray heardOf(FaultMode mode, const QByteArray& request, const QByteArray& answer)
 {
+    const auto withSecondByte
+        = [&answer](const QByteArray& bytes) { return QByteArray(answer).replace(1, 1, bytes); };
     switch (mode) {
-    case FaultMode::None:
-    case FaultMode::Busy:
-    case FaultMode::Slow:
-    case FaultMode::Split:
-    case FaultMode::PaperIn:
-        return {true, whole};
     case FaultMode::Silence:
-        return {false, nothing};
     case FaultMode::Lost:
     case FaultMode::Late:
-        return {true, nothing};
+        return {};
     case FaultMode::Stale:
-        return {true, [](const QByteArray&, const QByteArray& answer) {
-                    return framed(QByteArray(1, static_cast<char>(answer.at(1) - 1)) + answer.mid(2, 2)
-                               + "00\x03")
-                        + answer;
-                }};
+        return framed(QByteArray(1, static_cast<char>(answer.at(1) - 1)) + answer.mid(2, 2) + "00\x03")
+            + answer;
     case FaultMode::Echo:
-        return {true, [](const QByteArray& request, const QByteArray& answer) { return request + answer; }};
+        return request + answer;
     case FaultMode::BadCheck:
-        return {true, [](const QByteArray&, const QByteArray& answer) {
-                    const int wrong = answer.right(2).toInt(nullptr, 16) ^ 0x55;
-                    return answer.left(answer.size() - 2)
-                        + QByteArray::number(wrong, 16).toUpper().rightJustified(2, '0');
-                }};
+        return answer.chopped(2) + Rig::hex(answer.right(2).toInt(nullptr, 16) ^ 0x55);
     case FaultMode::Noise:
-        return {true, [](const QByteArray&, const QByteArray& answer) {
-                    return QByteArray::fromHex("ff7f0055aa") + answer;
-                }};
+        return QByteArray::fromHex("ff7f0055aa") + answer;
     case FaultMode::Cut:
-        return {
-            true, [](const QByteArray&, const QByteArray& answer) { return answer.left(answer.size() / 2); }};
+        return answer.left(answer.size() / 2);
     case FaultMode::Drop:
-        return {true, [](const QByteArray&, const QByteArray& answer) { return changed(answer, 1, ""); }};
+        return withSecondByte("");
     case FaultMode::Flip:
-        return {true, [](const QByteArray&, const QByteArray& answer) {
-                    return changed(answer, 1, QByteArray(1, static_cast<char>(answer.at(1) ^ 0x10)));
-                }};
+        return withSecondByte(QByteArray(1, static_cast<char>(answer.at(1) ^ 0x10)));
     case FaultMode::Double:
-        return {true, [](const QByteArray&, const QByteArray& answer) {
-                    return changed(answer, 1, QByteArray(2, answer.at(1)));
-                }};
+        return withSecondByte(QByteArray(2, answer.at(1)));
     case FaultMode::PaperOut:
-        return {false,
-            [](const QByteArray&, const QByteArray& answer) { return framed(answer.mid(1, 3) + "08\x03"); }};
+        return framed(answer.mid(1, 3) + "08\x03");
     case FaultMode::Restart:
-        return {false,
-            [](const QByteArray&, const QByteArray& answer) { return framed(answer.mid(1, 3) + "01\x03"); }};
+        return framed(answer.mid(1, 3) + "01\x03");
+    default:
+        return answer;
     }
-    return {};
 }
 
 } // namespace
 
 TEST(Faults, EachModeDoesWhatItsNameSays)
 {
-    QList<FaultMode> modes = emulator::FaultPlan::allModes();
+    const QList<FaultMode> modes = FaultPlan::allModes();
     EXPECT_EQ(modes.size(), static_cast<qsizetype>(FaultMode::Restart));
     for (const FaultMode mode : modes) {
-        const std::string name = emulator::FaultPlan::modeName(mode).toStdString();
+        SCOPED_TRACE(FaultPlan::modeName(mode).toStdString());
         Rig rig;
         rig.openShift();
         const QByteArray request = rig.frame(open(2));
-        const QByteArray body = request.mid(5, 3) + "00\x03";
-        const Effect effect = effectOf(mode);
-        QString error;
-        const auto plan = emulator::FaultPlan::parse(QString::fromStdString(name) + "@4", &error);
-        ASSERT_TRUE(plan) << name;
-        rig.protocol.setFaults(*plan);
+        const QByteArray answer = framed(request.mid(5, 3) + "00\x03");
+        rig.protocol.setFaults(planOf(mode, 4));
         QByteArray heard = rig.exchange(request);
         rig.clock.advance(60'000);
         heard += rig.outbox.take();
-        EXPECT_EQ(heard.toHex(' '), effect.heard(request, framed(body)).toHex(' ')) << name;
-        EXPECT_EQ(rig.device.document().isOpen(), effect.acts) << name;
+        EXPECT_EQ(heard.toHex(' '), heardOf(mode, request, answer).toHex(' '));
+        const QList<FaultMode> idle{FaultMode::Silence, FaultMode::PaperOut, FaultMode::Restart};
+        EXPECT_EQ(rig.device.document().isOpen(), !idle.contains(mode));
         // The exchange after it is sound again, behind the answer that comes late.
         const QByteArray next = rig.exchange(rig.frame({0xA6, {}}));
-        const QByteArray late = mode == FaultMode::Late ? framed(body) : QByteArray();
-        EXPECT_TRUE(next.startsWith(late)) << name;
-        EXPECT_EQ(rig.parse(next.mid(late.size())).code, 0) << name;
+        const QByteArray late = mode == FaultMode::Late ? answer : QByteArray();
+        EXPECT_TRUE(next.startsWith(late));
+        EXPECT_EQ(rig.parse(next.mid(late.size())).code, 0);
     }
 }
 
@@ -158,4 +123,60 @@ TEST(Faults, PlanIsReadFromText)
     for (const char* const wrong : {"quiet@1", "silence", "silence@0", "busy:x@1", "silence@1;noise@2"})
         EXPECT_FALSE(emulator::FaultPlan::parse(wrong, &error)) << wrong;
     EXPECT_EQ(error, "no such fault: \"silence@1;noise@2\"");
+}
+
+namespace {
+
+/// What the host hears of one exchange: at once, and piece by piece until nothing comes any more.
+struct Heard
+{
+    QByteArray atOnce;
+    QByteArrayList later;
+    QByteArray all() const { return atOnce + later.join(); }
+};
+
+Heard listen(XmlRig& rig, const QByteArray& request)
+{
+    Heard heard{rig.exchange(request).bytes, {}};
+    for (std::optional<qint64> due = rig.outbox.nextDue(); due; due = rig.outbox.nextDue()) {
+        rig.clock.advance(*due - rig.clock.milliseconds());
+        heard.later.append(rig.outbox.take());
+    }
+    return heard;
+}
+
+} // namespace
+
+TEST(XmlFaults, TakeTheFormOfItsDocuments)
+{
+    for (const FaultMode mode : FaultPlan::allModes()) {
+        SCOPED_TRACE(FaultPlan::modeName(mode).toStdString());
+        const QString opening = pa("2", 7, pa("1021", 1, "Иванова"));
+        XmlRig sound;
+        const QByteArray answer = sound.send(4, opening).bytes;
+        XmlRig rig;
+        rig.line.setFaults(planOf(mode, 1));
+        const QByteArray request = rig.request(4, opening);
+        const Heard heard = listen(rig, request);
+        const XmlReply all{heard.all()};
+        if (mode == FaultMode::Stale) {
+            EXPECT_TRUE(heard.atOnce.contains("-4000-"));
+            EXPECT_EQ(heard.later, QByteArrayList{answer});
+        } else if (mode == FaultMode::BadCheck) {
+            EXPECT_TRUE(all.isWhole() && all.bytes.contains("<Result></Result><ErrorCategory>0<"));
+        } else if (mode == FaultMode::PaperOut) {
+            EXPECT_EQ(all.verdict(), "3.8");
+        } else {
+            // It has no need of a start after it was switched on.
+            EXPECT_EQ(all.bytes, mode == FaultMode::Restart ? answer : heardOf(mode, request, answer));
+        }
+        EXPECT_TRUE(mode != FaultMode::Split || heard.later.size() == (answer.size() - 1) / 7);
+        EXPECT_EQ(rig.device.isShiftOpen(), mode != FaultMode::Silence && mode != FaultMode::PaperOut);
+        // A late answer comes ahead of the next one and leaves the host time to throw it away.
+        const QByteArray earlier = rig.id().toUtf8();
+        const Heard next = listen(rig, rig.request(44));
+        const bool late = mode == FaultMode::Late;
+        EXPECT_EQ(next.atOnce.contains(earlier), late);
+        EXPECT_EQ((XmlReply{late ? next.later.value(0) : next.atOnce}.element("RequestId")), rig.id());
+    }
 }

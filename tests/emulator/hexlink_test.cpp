@@ -16,59 +16,33 @@ TEST(HexLink, AnswersByteForByte)
 
 TEST(HexLink, RefusesWhatIsNoRightFrame)
 {
-    struct Case
+    const struct
     {
-        const char* what;
-        QByteArray body;
-        bool damage;
+        QByteArray password;
+        QByteArray command;
         int code;
+    } cases[] = {
+        {"QZXW", "A0", 0},
+        {"QZXW", "a0", 0},
+        {"QZXV", "A0", 6},
+        // No such function, no number, a field without its end, a field too few.
+        {"QZXW", "A9", 2},
+        {"QZXW", "G0", 2},
+        {"QZXW", "A59", 3},
+        {"QZXW", "A5", 3},
+        // Not started yet.
+        {"QZXW", "6B\x1C\x1C", 1},
     };
-    const QList<Case> cases{
-        {"right",
-            "QZXW\x21"
-            "A0\x03",
-            false, 0},
-        {"check value",
-            "QZXW\x21"
-            "A0\x03",
-            true, 7},
-        {"password",
-            "QZXV\x21"
-            "A0\x03",
-            false, 6},
-        {"unknown function",
-            "QZXW\x21"
-            "A9\x03",
-            false, 2},
-        {"code that is no number",
-            "QZXW\x21"
-            "G0\x03",
-            false, 2},
-        {"lower case code",
-            "QZXW\x21"
-            "a0\x03",
-            false, 0},
-        {"field without its end",
-            "QZXW\x21"
-            "A5"
-            "9\x03",
-            false, 3},
-        {"too few fields",
-            "QZXW\x21"
-            "A5\x03",
-            false, 3},
-        {"not started yet",
-            "QZXW\x21"
-            "6B\x1C\x1C\x03",
-            false, 1},
-    };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         Rig rig;
-        const QByteArray answer
-            = rig.exchange('\x02' + c.body + (c.damage ? QByteArray("00") : Rig::check(c.body)));
-        ASSERT_GE(answer.size(), 9) << c.what;
-        EXPECT_EQ(answer.at(1), '\x21') << c.what;
-        EXPECT_EQ(answer.mid(4, 2).toInt(nullptr, 16), c.code) << c.what;
+        const QByteArray body = c.password + '!' + c.command + '\x03';
+        const QByteArray right = '\x02' + body + Rig::check(body);
+        for (const auto& [request, code] : {std::pair{right, c.code}, {right.chopped(2) + "00", 7}}) {
+            const QByteArray answer = rig.exchange(request);
+            ASSERT_GE(answer.size(), 9) << c.command.data();
+            EXPECT_EQ(answer.at(1), '!');
+            EXPECT_EQ(answer.mid(4, 2).toInt(nullptr, 16), code) << c.command.data();
+        }
     }
 }
 

@@ -26,6 +26,19 @@ inline QByteArray to866(const QString& text)
     return QTextCodec::codecForName("CP866")->fromUnicode(text);
 }
 
+/// The first of these parts that does not stand in the text behind those before it; empty when all do.
+inline std::string missingFrom(const QString& text, const QStringList& parts)
+{
+    qsizetype at = 0;
+    for (const QString& part : parts) {
+        const qsizetype found = text.indexOf(part, at);
+        if (found < 0)
+            return part.toStdString();
+        at = found + part.size();
+    }
+    return {};
+}
+
 /// A register with a host of its own that makes its frames by hand and lives in virtual time.
 class Rig
 {
@@ -37,18 +50,21 @@ public:
     {
     }
 
+    static QByteArray hex(int value)
+    {
+        return QByteArray::number(value, 16).rightJustified(2, '0').toUpper();
+    }
     static QByteArray check(const QByteArray& bytes)
     {
-        const int value = std::accumulate(bytes.cbegin(), bytes.cend(), 0,
-            [](int sum, char byte) { return sum ^ static_cast<uchar>(byte); });
-        return QStringLiteral("%1").arg(value, 2, 16, QLatin1Char('0')).toUpper().toLatin1();
+        return hex(std::accumulate(bytes.cbegin(), bytes.cend(), 0,
+            [](int sum, char byte) { return sum ^ static_cast<uchar>(byte); }));
     }
 
     QByteArray frame(const Step& step)
     {
         m_id = m_id >= 0xFD ? 0x20 : m_id + 1;
         QByteArray body = "QZXW" + QByteArray(1, static_cast<char>(m_id));
-        body += QStringLiteral("%1").arg(step.code, 2, 16, QLatin1Char('0')).toUpper().toLatin1();
+        body += hex(step.code);
         for (const QByteArray& field : step.fields)
             body += field + '\x1C';
         body += '\x03';
