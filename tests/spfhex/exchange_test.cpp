@@ -99,13 +99,10 @@ TEST(Exchange, meetsEveryOddityOfTheLine)
         {"ok", "R", "12|34", "", "", 0},
         {"noise ok", "R", "12|34", "", "", 0},
         {"stx", "R", "1\x02\x32", "", "", 0},
-        {"ack", "R", "12|34", "", "", 0},
         {"T ok", "RE", "12|34", "Тишина", "", 0},
         {"T A F A ok", "REE", "12|34", "Тишина; Обрыв", "", 0},
         {"T T", "RE", lost, "Тишина; Тишина; " + notReceived, "", 0},
-        {"F F", "RE", lost, "Обрыв; Обрыв; " + notReceived, "", 0},
         {"A*50 ok", "R", lost, notReceived, "", 0},
-        {"A*49 ack", "R", lost, notReceived, "", 0},
         {"half T ok", "R", lost, "Тишина; " + notReceived, "", 0},
         // Echoes and late answers are read past, three at most, each read with a fresh budget and ENQ.
         {"echo old ok", "R", "12|34", "", "", 0},

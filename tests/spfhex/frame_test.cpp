@@ -44,7 +44,6 @@ TEST(StateStatus, flagsAndDocumentAreReadFromThreeNumbers)
     // Facts: n not initialised, s shift open, c document closed, r document to be closed.
     const std::vector<std::tuple<QByteArray, std::string, int, int>> table{
         {"0|4|0", "sc", 0, 0},
-        {"0|1|2050", "nr", 2, 8},
         {"255|250|4098", "r", 2, 16},
         {"0|260|67330", "s", 2, 7}, // what goes beyond a byte is dropped
         {"", "c", 0, 0},

@@ -34,7 +34,6 @@ TEST_F(HexDriverTest, initStartsTheDeviceAndEndsAnOpenDocument)
     const std::vector<std::pair<const char*, std::string>> table{
         {"A0=0|4|0", "A0; " + identity},
         {"A0=0|1|0", "A0; A7; 00 010224|153045|; " + identity},
-        {"A0=0|4|770", "A0; " + identity + "; 23"},
         {"A0=0|4|2306", "A0; " + identity + "; 23"},
         {"A0=0|4|2050", "A0; " + identity + "; 22 0|1|0|"},
         {"A0=0|5|4098", "A0; A7; 00 010224|153045|; " + identity + "; 22 0|1|0|"},
