@@ -120,16 +120,12 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(Factory, TellsPortsByTheirNames)
 {
-    struct Row
-    {
-        const char* name;
-        int type;
-    };
-    for (const Row& row : {Row{"/dev/ttyS7", 1}, {"/dev/ttyACM0", 2}, {"tcp:register:7778", 3},
-             {"tcp:[::1]:1", 3}, {"", 0}, {" ", 0}, {"tcp:register", 0}, {"tcp:register:0", 0},
-             {"tcp:register:65536", 0}, {"tcp::7778", 0}}) {
-        const auto device = devices::createSerialDevice(QString::fromLatin1(row.name));
-        EXPECT_EQ(device ? device->getType() : 0, row.type) << row.name;
+    const std::pair<const char*, int> rows[]
+        = {{"/dev/ttyS7", 1}, {"/dev/ttyACM0", 2}, {"tcp:register:7778", 3}, {"tcp:[::1]:1", 3}, {" ", 0},
+            {"tcp:register", 0}, {"tcp:register:0", 0}, {"tcp:register:65536", 0}, {"tcp::7778", 0}};
+    for (const auto& [name, type] : rows) {
+        const auto device = devices::createSerialDevice(QString::fromLatin1(name));
+        EXPECT_EQ(device ? device->getType() : 0, type) << name;
     }
 }
 

@@ -1,14 +1,11 @@
 #include "programs.h"
 
-#include "abstractfiscalregister.h"
-#include "abstractfrdriver.h"
 #include "serialportdevice.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QLoggingCategory>
-#include <QPluginLoader>
 
 #include <gtest/gtest.h>
 
@@ -38,59 +35,6 @@ QStringList typesOf(const QList<QJsonObject>& journal)
     for (const QJsonObject& document : journal)
         types.append(document.value("type").toString());
     return types;
-}
-
-/// A receipt as a host program of its own makes it, operation by operation.
-void issue(AbstractFrDriver& driver, hw::fr::CheckType type)
-{
-    FiscalDocument document(type);
-    document.setCashierName("Иванова");
-    FrPosition position("Чай чёрный", 50.0, 2.0);
-    position.setTaxCode(1);
-    position.setPaymentObject(1);
-    driver.checkOpen(document);
-    driver.checkAddPosition(position);
-    driver.checkTotal();
-    driver.checkPay(FrPayment(0, 150.0));
-    driver.checkClose(document);
-    driver.checkWaitForPrint();
-}
-
-TEST(Plugin, SellsAndReturnsOverHex)
-{
-    const Emulator emulator;
-    devices::SerialPortDevice line(emulator.port());
-    ASSERT_TRUE(line.open());
-    QVariant object;
-    QObject* const factory = QPluginLoader(QStringLiteral(SPF_PLUGIN)).instance();
-    ASSERT_TRUE(factory != nullptr
-        && QMetaObject::invokeMethod(factory, "getObject", Q_RETURN_ARG(QVariant, object)));
-    const std::unique_ptr<QObject> device(object.value<QObject*>());
-    device->setProperty("serialObj", QVariant::fromValue<QObject*>(&line));
-    device->setProperty("protocol", "HEX");
-    ASSERT_TRUE(QMetaObject::invokeMethod(device.get(), "init"));
-    AbstractFrDriver& driver = *qobject_cast<hw::AbstractFiscalRegister*>(device.get())->getLegacyDriver();
-    driver.portOpen();
-    driver.connect();
-    driver.init();
-    driver.cashierLogin({"Иванова", QString(), "772100000008"});
-    driver.openShift();
-    issue(driver, hw::fr::CheckSale);
-    issue(driver, hw::fr::CheckSaleReturn);
-    driver.portClose();
-    EXPECT_FALSE(line.isOpen());
-
-    QList<QJsonObject> receipts;
-    for (const QJsonObject& document : emulator.journal()) {
-        if (document.contains("items"))
-            receipts.append(document);
-    }
-    EXPECT_EQ(typesOf(receipts), (QStringList{"sell", "sellReturn"}));
-    for (const QJsonObject& receipt : receipts) {
-        EXPECT_EQ(receipt.value("total"), "100.00");
-        EXPECT_EQ(receipt.value("change"), "50.00");
-    }
-    EXPECT_EQ(emulator.tape().count("Чай чёрный"), 2);
 }
 
 /// A register and the protocol over which it is worked.

@@ -89,13 +89,7 @@ TEST(Program, ExitStatusesAndMessages)
 {
     const QTemporaryDir folder;
     QFile(folder.filePath("file")).open(QIODevice::WriteOnly);
-    struct Case
-    {
-        QStringList arguments;
-        int status;
-        const char* message;
-    };
-    const QList<Case> cases{
+    const std::tuple<QStringList, int, const char*> cases[] = {
         {{"--help"}, 0, "--pty"},
         {{"--version"}, 0, "spf-emulator "},
         {{}, 2, "give one of --pty and --tcp"},
@@ -109,12 +103,12 @@ TEST(Program, ExitStatusesAndMessages)
         {{"--pty", folder.filePath("none/link")}, 1, "cannot make the link"},
         {{"--tcp", "0", "--journal", folder.path()}, 1, "cannot write"},
     };
-    for (const Case& c : cases) {
-        Program program(c.arguments);
+    for (const auto& [arguments, status, message] : cases) {
+        Program program(arguments);
         program.process.waitForFinished(patience);
-        EXPECT_EQ(program.process.exitCode(), c.status) << c.message;
-        const QByteArray said = c.status == 0 ? program.process.readAllStandardOutput()
-                                              : program.process.readAllStandardError();
-        EXPECT_TRUE(said.contains(c.message)) << said.toStdString();
+        EXPECT_EQ(program.process.exitCode(), status) << message;
+        const QByteArray said
+            = status == 0 ? program.process.readAllStandardOutput() : program.process.readAllStandardError();
+        EXPECT_TRUE(said.contains(message)) << said.toStdString();
     }
 }

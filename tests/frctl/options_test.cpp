@@ -51,29 +51,24 @@ TEST(Options, AreRead)
 
 TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
 {
-    struct Row
-    {
-        const char* line;
-        const char* error;
-    };
-    for (const Row& row : {Row{"--color status", "Unknown option"}, {"--port", "Missing value"},
-             {"--protocol hex status", "--protocol:"}, {"--device-id 20 status", "--device-id:"},
-             {"--device-id x status", "--device-id:"}, {"--option 16 status", "--option:"},
-             {"--option 3=on status", "--option:"}, {"--option 4=yes status", "--option:"},
-             {"--log-level all status", "--log-level:"}, {"", "no command"}, {"sel a", "no command \"sel\""},
-             {"sell", "sell takes FILE"}, {"status now", "status takes no arguments"},
-             {"drawer shut", "drawer:"}, {"time set noon", "time:"}, {"time get 5", "time takes"},
-             {"cash-in 0", "cash-in:"}, {"cash-out 1.005", "cash-out:"}, {"cash-in ten", "cash-in:"},
-             {"sell no-such-file", "no-such-file:"}, {"print no-such-file", "no-such-file:"},
-             {"registers now", "registers:"}, {"print-document 0", "print-document:"},
-             {"registration", "registration needs --tax-systems"},
-             {"registration --tax-systems osn,vat", "--tax-systems: \"vat\" is none of osn"},
-             {"status --tax-systems osn", "--tax-systems goes with registration"},
-             {"--id 42 cash-in 5", "--id names a sale"}, {"--id= sell no-such-file", "--id names a sale"},
-             {"fn --clear", "--clear goes with logo"}, {"logo", "logo takes"},
-             {"params", "params takes list|get"}, {"logo no-such-file", "no-such-file:"},
-             {"header no-such-file", "no-such-file:"}})
-        EXPECT_EQ(usageError(row.line).rfind(row.error, 0), 0U) << row.line << ": " << usageError(row.line);
+    const std::pair<const char*, const char*> rows[] = {{"--color status", "Unknown option"},
+        {"--port", "Missing value"}, {"--protocol hex status", "--protocol:"},
+        {"--device-id 20 status", "--device-id:"}, {"--device-id x status", "--device-id:"},
+        {"--option 16 status", "--option:"}, {"--option 3=on status", "--option:"},
+        {"--option 4=yes status", "--option:"}, {"--log-level all status", "--log-level:"},
+        {"", "no command"}, {"sel a", "no command \"sel\""}, {"sell", "sell takes FILE"},
+        {"status now", "status takes no arguments"}, {"drawer shut", "drawer:"}, {"time set noon", "time:"},
+        {"time get 5", "time takes"}, {"cash-in 0", "cash-in:"}, {"cash-out 1.005", "cash-out:"},
+        {"cash-in ten", "cash-in:"}, {"sell no-such-file", "no-such-file:"},
+        {"print no-such-file", "no-such-file:"}, {"registers now", "registers:"},
+        {"print-document 0", "print-document:"}, {"registration", "registration needs --tax-systems"},
+        {"registration --tax-systems osn,vat", "--tax-systems: \"vat\" is none of osn"},
+        {"status --tax-systems osn", "--tax-systems goes with registration"},
+        {"--id 42 cash-in 5", "--id names a sale"}, {"--id= sell no-such-file", "--id names a sale"},
+        {"fn --clear", "--clear goes with logo"}, {"logo", "logo takes"}, {"params", "params takes list|get"},
+        {"logo no-such-file", "no-such-file:"}, {"header no-such-file", "no-such-file:"}};
+    for (const auto& [line, error] : rows)
+        EXPECT_EQ(usageError(line).rfind(error, 0), 0U) << line << ": " << usageError(line);
     for (const char* line :
         {"cash-in 100.50", "drawer state", "time set", "mark 01046", "info", "--protocol HEX cancel",
             "registration --tax-systems osn,patent", "--protocol HEX logo --clear", "params get 20 6.0"})

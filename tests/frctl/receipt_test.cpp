@@ -108,20 +108,18 @@ TEST(ReceiptFromJson, HeadGoesIntoDocumentAndRequisites)
 
 TEST(ReceiptFromJson, PositionTakesCodesOfTheFormat)
 {
-    struct Row
-    {
-        const char* patch;
-        int (FrPosition::*field)() const;
-        int code;
+    using Field = int (FrPosition::*)() const;
+    const std::tuple<const char*, Field, int> rows[] = {
+        {R"({"tax": {"type": "none"}})", &FrPosition::getTaxCode, 6},
+        {R"({"tax": {"type": "vat107"}})", &FrPosition::getTaxCode, 10},
+        {R"({"paymentMethod": "advance"})", &FrPosition::getPaymentMethod, 3},
+        {R"({"paymentObject": "service"})", &FrPosition::getPaymentObject, 4},
+        {R"({"markingCode": "0104600000000015215abc"})", &FrPosition::getPaymentObject, 33},
+        {R"({"markingCode": {"mark": "22N", "type": "alcohol"}})", &FrPosition::getPaymentObject, 31},
+        {R"({"measurementUnit": "kilogram"})", &FrPosition::getFrUnit, 11},
     };
-    for (const Row& row : {Row{R"({"tax": {"type": "none"}})", &FrPosition::getTaxCode, 6},
-             {R"({"tax": {"type": "vat107"}})", &FrPosition::getTaxCode, 10},
-             {R"({"paymentMethod": "advance"})", &FrPosition::getPaymentMethod, 3},
-             {R"({"paymentObject": "service"})", &FrPosition::getPaymentObject, 4},
-             {R"({"markingCode": "0104600000000015215abc"})", &FrPosition::getPaymentObject, 33},
-             {R"({"markingCode": {"mark": "22N", "type": "alcohol"}})", &FrPosition::getPaymentObject, 31},
-             {R"({"measurementUnit": "kilogram"})", &FrPosition::getFrUnit, 11}})
-        EXPECT_EQ((positionWith(row.patch).*row.field)(), row.code) << row.patch;
+    for (const auto& [patch, field, code] : rows)
+        EXPECT_EQ((positionWith(patch).*field)(), code) << patch;
 }
 
 TEST(ReceiptFromJson, RequisitesOfAPosition)
@@ -141,21 +139,17 @@ TEST(ReceiptFromJson, RequisitesOfAPosition)
             EFrDriver::CustomsDeclaration, EFrDriver::IndustryRequisite}));
     EXPECT_EQ(requisite(own, 1222), QStringLiteral("68"));
     EXPECT_EQ(requisite(own, 1226), QStringLiteral("7721000016"));
-    struct Row
-    {
-        EFrDriver::RequisiteTypes block;
-        int tag;
-        const char* value;
+    const auto textOf = [&position](EFrDriver::RequisiteTypes block) {
+        QStringList fields;
+        const FdRequisiteMap map = position.getRequisite(block).toMap();
+        for (auto field = map.cbegin(); field != map.cend(); ++field)
+            fields.append(QString::number(field.key()) + '=' + field->getSourceData().toString());
+        return fields.join(' ').toStdString();
     };
-    for (const Row& row : {Row{EFrDriver::AgentData, 1044, "Платёж"}, {EFrDriver::AgentData, 1073, "+71"},
-             {EFrDriver::AgentData, 1074, "+72"}, {EFrDriver::AgentData, 1075, "+73"},
-             {EFrDriver::AgentData, 1026, "АО"}, {EFrDriver::AgentData, 1005, "Москва"},
-             {EFrDriver::AgentData, 1016, "7721000009"}, {EFrDriver::SupplierData, 1171, "+74"},
-             {EFrDriver::SupplierData, 1225, "ПАО"}, {EFrDriver::IndustryRequisite, 1262, "030"},
-             {EFrDriver::IndustryRequisite, 1263, "21.11.2023"}, {EFrDriver::IndustryRequisite, 1264, "19"},
-             {EFrDriver::IndustryRequisite, 1265, "a=b"}})
-        EXPECT_EQ(requisite(position.getRequisite(row.block).toMap(), row.tag), QString::fromUtf8(row.value))
-            << row.tag;
+    EXPECT_EQ(textOf(EFrDriver::AgentData),
+        "1005=Москва 1016=7721000009 1026=АО 1044=Платёж 1073=+71 1074=+72 1075=+73");
+    EXPECT_EQ(textOf(EFrDriver::SupplierData), "1171=+74 1225=ПАО");
+    EXPECT_EQ(textOf(EFrDriver::IndustryRequisite), "1262=030 1263=21.11.2023 1264=19 1265=a=b");
 }
 
 TEST(ReceiptFromJson, PrintItemsKeepTheirOrder)
@@ -177,13 +171,7 @@ TEST(ReceiptFromJson, PrintItemsKeepTheirOrder)
 
 TEST(ReceiptFromJson, MistakesAreNamedWithTheirPath)
 {
-    struct Row
-    {
-        const char* head;
-        const char* item;
-        const char* error;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, const char*, const char*> rows[] = {
         {R"({"type": null})", "{}", "type: is missing"},
         {R"({"type": "sale"})", "{}", "type: \"sale\" is none of sell, sellReturn"},
         {R"({"totall": 1})", "{}", "totall: is not a known field here"},
@@ -213,9 +201,8 @@ TEST(ReceiptFromJson, MistakesAreNamedWithTheirPath)
         {"{}", R"({"industryInfo": {"date": "2023-11-21"}})", "items[0].industryInfo.date: must be a date"},
         {"{}", R"({"countryCode": "RU"})", "items[0].countryCode: must have three digits"},
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(errorOf(row.head, row.item).rfind(row.error, 0), 0U)
-            << errorOf(row.head, row.item) << "\ninstead of " << row.error;
+    for (const auto& [head, item, error] : rows)
+        EXPECT_EQ(errorOf(head, item).rfind(error, 0), 0U) << errorOf(head, item) << "\ninstead of " << error;
 }
 
 TEST(ReceiptFromText, TellsTheLineOfBrokenJson)
@@ -231,32 +218,22 @@ TEST(ReceiptFromText, TellsTheLineOfBrokenJson)
 
 TEST(LineSum, DiscountsThatTheRegisterCanExpress)
 {
-    struct Row
-    {
-        LineSum sum;
-        bool divisible;
-    };
-    for (const Row& row : {Row{{10000, 3000, 0}, true}, {{10000, 3000, 999}, true},
-             {{10000, 3000, 1000}, false}, {{10000, 333, 100}, true}, {{10001, 500, 0}, true},
-             {{100, 99999999, 1}, false}, {{10000, 2000, 20000}, true}})
-        EXPECT_EQ(row.sum.isDiscountDivisible(), row.divisible)
-            << row.sum.price << " * " << row.sum.quantity << " - " << row.sum.discount;
+    const std::pair<LineSum, bool> rows[] = {{{10000, 3000, 0}, true}, {{10000, 3000, 999}, true},
+        {{10000, 3000, 1000}, false}, {{10000, 333, 100}, true}, {{10001, 500, 0}, true},
+        {{100, 99999999, 1}, false}, {{10000, 2000, 20000}, true}};
+    for (const auto& [sum, divisible] : rows)
+        EXPECT_EQ(sum.isDiscountDivisible(), divisible)
+            << sum.price << " * " << sum.quantity << " - " << sum.discount;
 }
 
 TEST(MarkFromText, TellsBase64FromAScannedCode)
 {
-    struct Row
-    {
-        const char* text;
-        const char* code;
-    };
-    for (const Row& row : {Row{"MDEwNDYwMDAwMDAwMDAxNTIxNWFiYx05M2RHVno=",
-                               "01046000000000152"
-                               "15abc\x1D"
-                               "93dGVz"},
-             {"0104600000000015215abc12", "0104600000000015215abc12"}, {"46000000", "46000000"},
-             {"RU-430302-ABC1234567", "RU-430302-ABC1234567"}})
-        EXPECT_EQ(markFromText(QString::fromLatin1(row.text)), QString::fromLatin1(row.code)) << row.text;
+    const std::pair<const char*, const char*> rows[]
+        = {{"MDEwNDYwMDAwMDAwMDAxNTIxNWFiYx05M2RHVno=", "0104600000000015215abc\x1D\x39\x33\x64GVz"},
+            {"0104600000000015215abc12", "0104600000000015215abc12"}, {"46000000", "46000000"},
+            {"RU-430302-ABC1234567", "RU-430302-ABC1234567"}};
+    for (const auto& [text, code] : rows)
+        EXPECT_EQ(markFromText(text), code);
 }
 
 } // namespace

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 namespace {
 
 struct Case
@@ -46,29 +44,6 @@ TEST(WrappedString, LeftAndRightAreLaidOutOnTheWidth)
             stringutils::wrappedString(QString::fromUtf8(row.left), QString::fromUtf8(row.right), row.width),
             texts(row.lines))
             << row.left << '|' << row.right << '|' << row.width;
-    }
-}
-
-QString withoutBlanks(QString text)
-{
-    return text.remove(QLatin1Char(' ')).remove(QLatin1Char('\n'));
-}
-
-TEST(WrappedString, NoLineIsWiderThanTheWidthAndNothingIsLost)
-{
-    const QString samples[] = {QString(), QStringLiteral("Да"), QStringLiteral("  отступ и слово"),
-        QStringLiteral("Электроннопочтовый адрес отправителя чека"), QStringLiteral("a\n\nb c\nddddddddd"),
-        QStringLiteral("    ")};
-    for (const QString& left : samples) {
-        for (const QString& right : samples) {
-            for (int width = 1; width < 45; ++width) {
-                const QStringList lines = stringutils::wrappedString(left, right, width);
-                EXPECT_TRUE(std::all_of(lines.cbegin(), lines.cend(), [width](const QString& line) {
-                    return line.length() <= width;
-                })) << width;
-                EXPECT_EQ(withoutBlanks(lines.join(QString())), withoutBlanks(left + right)) << width;
-            }
-        }
     }
 }
 

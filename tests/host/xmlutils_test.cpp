@@ -64,15 +64,4 @@ TEST_F(XmlUtils, ChildElementByAttributeDoesNotGoDeeper)
         xmlutils::getChildElementByAttribute(second, N, QStringLiteral("5")).text(), QStringLiteral("z"));
 }
 
-TEST_F(XmlUtils, TextElementIsEscapedAndLoose)
-{
-    const QString text = QStringLiteral("a<b> & \"ц\"");
-    QDomElement element = xmlutils::createTextElement(document, QStringLiteral("t"), text);
-    EXPECT_TRUE(element.parentNode().isNull());
-    document.documentElement().appendChild(element);
-    QDomDocument again;
-    ASSERT_TRUE(again.setContent(document.toString(-1)));
-    EXPECT_EQ(xmlutils::getValueByTag(again, QStringLiteral("t"), 0), text);
-}
-
 } // namespace
