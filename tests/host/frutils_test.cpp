@@ -31,6 +31,7 @@ TEST(FrUtils, TwoDigitYearsBelongToThisCentury)
 {
     const std::pair<QDate, QDate> cases[] = {
         {QDate(1924, 2, 29), QDate(2024, 2, 29)},
+        {QDate(1999, 12, 31), QDate(2099, 12, 31)},
         {QDate(2000, 1, 1), QDate(2000, 1, 1)},
         {QDate(2024, 5, 6), QDate(2024, 5, 6)},
     };
