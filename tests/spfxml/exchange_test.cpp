@@ -71,7 +71,8 @@ protected:
         MockFactory<CurrentTime>::mocked = &clock;
         ON_CALL(serial, sendData(testing::A<const QByteArray&>()))
             .WillByDefault([this](const QByteArray& data) { sent.append(data); });
-        ON_CALL(serial, receiveDataAsByteArray(200, 15000)).WillByDefault([this] {
+        ON_CALL(serial, receiveDataAsByteArray).WillByDefault([this](unsigned long size, unsigned long wait) {
+            EXPECT_THAT((std::pair{size, wait}), testing::Pair(200, 15000));
             const QByteArray portion = script.takeFirst();
             if (portion.isEmpty())
                 throw ComDriverTimeoutException(QStringLiteral("Нет данных"));
