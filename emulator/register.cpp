@@ -11,8 +11,8 @@ namespace emulator {
 
 namespace {
 
-constexpr qint64 startTolerance = 5 * 60;
-constexpr qint64 longestShift = 24 * 60 * 60;
+constexpr qint64 startTolerance = qint64(5) * 60;
+constexpr qint64 longestShift = qint64(24) * 60 * 60;
 constexpr qint64 drawerStaysOpen = 10'000;
 
 } // namespace

@@ -65,10 +65,10 @@ Output describe(const Options& options)
         QStringLiteral("name: %1, type: %2")
             .arg(own.value(QStringLiteral("name")).toString(), own.value(QStringLiteral("type")).toString()),
         QStringLiteral("properties of %1:").arg(QLatin1String(device->metaObject()->className()))};
-    for (const QJsonValue& entry : deviceProperties)
+    for (const QJsonValue entry : deviceProperties)
         output.lines.append(propertyLine(entry.toObject()));
     output.lines.append(QStringLiteral("class info:"));
-    for (const QJsonValue& entry : deviceInfo)
+    for (const QJsonValue entry : deviceInfo)
         output.lines.append(QStringLiteral("  %1 = %2")
                                 .arg(entry.toObject().value(QStringLiteral("name")).toString(),
                                     entry.toObject().value(QStringLiteral("value")).toString()));

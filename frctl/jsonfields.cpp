@@ -153,7 +153,7 @@ QList<QString> JsonFields::texts(const QString& name, int maxLength)
     if (array.isEmpty())
         fail(name, QStringLiteral("must not be empty"));
     QList<QString> result;
-    for (const QJsonValue& entry : array) {
+    for (const QJsonValue entry : array) {
         const QString value = entry.toString();
         if (value.trimmed().isEmpty() || value.size() > maxLength)
             fail(QStringLiteral("%1[%2]").arg(name).arg(result.size()),

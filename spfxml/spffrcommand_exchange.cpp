@@ -22,7 +22,7 @@ namespace {
 constexpr unsigned long portionSize = 200;
 constexpr unsigned long answerTimeout = 15000;
 // A device that never ends its answer must not eat the memory of the host.
-constexpr qsizetype maxAnswerSize = 64 * 1024 * 1024;
+constexpr qsizetype maxAnswerSize = qsizetype(64) * 1024 * 1024;
 // Nor its stack: a tree is walked and freed level by level. No register comes near that depth.
 constexpr int deepestElement = 256;
 constexpr int outOfPaperCode = 8;
