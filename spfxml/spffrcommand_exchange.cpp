@@ -83,7 +83,8 @@ QByteArray SpfFrCommand::createCommand(
     writer.writeStartElement(QStringLiteral("ArmRequest"));
     writeRequestBody(writer, protocolVersion, requestId, static_cast<int>(code));
     writer.writeStartElement(QStringLiteral("RequestData"));
-    writer.writeCDATA(params.toString());
+    // Half a character, as a text cut at its end may have, would stop the writer: a question mark goes out.
+    writer.writeCDATA(QString::fromUtf8(params.toString().toUtf8()));
     writer.writeEndDocument();
     return request;
 }

@@ -109,8 +109,8 @@ protected:
 TEST_F(ExchangeTest, writesTheWholeRequestAsOneDocument)
 {
     const RequestParams params(RequestParams::EParamType::Structure, QStringLiteral("2"),
-        QList<RequestParams>{
-            {RequestParams::EParamType::Text, EFrDriver::CashierName, QStringLiteral("Ёж]]>&")}});
+        QList<RequestParams>{{RequestParams::EParamType::Text, EFrDriver::CashierName,
+            QStringLiteral("Ёж]]>&") + QChar(0xd83d)}});
     const QByteArray begin
         = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<ArmRequest>\n <RequestBody>\n"
           "  <ProtocolLabel>OFDFNARMUKM</ProtocolLabel>\n  <ProtocolVersion>13.0</ProtocolVersion>\n"
@@ -122,7 +122,7 @@ TEST_F(ExchangeTest, writesTheWholeRequestAsOneDocument)
     EXPECT_EQ(full.left(begin.size()), begin);
     EXPECT_EQ(full.right(end.size()), end);
     const QByteArray inner = full.mid(begin.size()).chopped(end.size());
-    EXPECT_EQ(flat(xmlDocument(inner)), "2:7{1021:1=Ёж]]>&}");
+    EXPECT_EQ(flat(xmlDocument(inner)), "2:7{1021:1=Ёж]]>&?}");
     const QByteArray empty = command.createCommand(id.toUtf8(), Code::OpenDrawer, {});
     EXPECT_TRUE(empty.contains("<RequestData><![CDATA[]]></RequestData>"));
     EXPECT_EQ(command.SpfFrCommand::getUuid().size(), 38);
