@@ -84,7 +84,8 @@ QByteArray SpfFrCommand::createCommand(
     writeRequestBody(writer, protocolVersion, requestId, static_cast<int>(code));
     writer.writeStartElement(QStringLiteral("RequestData"));
     // Half a character, as a text cut at its end may have, would stop the writer: a question mark goes out.
-    writer.writeCDATA(QString::fromUtf8(params.toString().toUtf8()));
+    const QString text = params.toString();
+    writer.writeCDATA(text.isValidUtf16() ? text : QString::fromUtf8(text.toUtf8()));
     writer.writeEndDocument();
     return request;
 }
