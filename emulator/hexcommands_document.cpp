@@ -9,7 +9,7 @@ namespace {
 constexpr int quantityDecimals = 3;
 constexpr int moneyDecimals = 2;
 constexpr qsizetype longestLine = 256;
-constexpr qsizetype longestName = 48;
+constexpr qsizetype longestItemName = 48;
 constexpr qsizetype longestAddress = 64;
 constexpr int barcodeKinds = 9;
 
@@ -96,7 +96,7 @@ HexProtocol::Answer HexProtocol::printQrCode(HexFields& fields)
 HexProtocol::Answer HexProtocol::addItem(HexFields& fields)
 {
     Item item;
-    item.name = fields.text(0, longestName);
+    item.name = fields.text(0, longestItemName);
     item.barcode = fields.utf8(1, 13);
     item.quantity = fields.decimal(2, quantityDecimals);
     item.price = fields.decimal(3, moneyDecimals);

@@ -1,12 +1,16 @@
+# shellcheck shell=bash disable=SC2034 # used by the scripts that source this
 # Shared by the scripts beside this file: where things are, packages, building. To be sourced by bash.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
+# What any build needs.
 packages=(
   g++ cmake ninja-build pkg-config ccache git
   qt6-base-dev qt6-5compat-dev qt6-serialport-dev libqrencode-dev libqt6sql6-sqlite
-  libgtest-dev libgmock-dev valgrind
+  libgtest-dev libgmock-dev
 )
+# What only the suites of scripts/test --all need.
+large_packages=(valgrind)
 
 say() { printf '==> %s\n' "$*" >&2; }
 

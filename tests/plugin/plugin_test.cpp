@@ -16,8 +16,6 @@
 using hw::fr::DriverOptions;
 using hw::fr::Option;
 
-namespace {
-
 /// Works the plugin as a host does: through QPluginLoader, properties and the host's interfaces alone.
 class PluginTest : public testing::Test
 {
@@ -47,8 +45,6 @@ protected:
     QPluginLoader loader{QStringLiteral(SPF_PLUGIN)};
     std::unique_ptr<QObject> device = makeObject();
 };
-
-} // namespace
 
 TEST(Metadata, noteOfTheBuiltFile)
 {
