@@ -11,6 +11,7 @@ TEST(Frame, requestsAreTheseBytes)
 {
     const std::vector<std::tuple<quint8, int, QList<QVariant>, QByteArray>> table{
         {0x20, 0xA0, {}, "02 515a5857 20 4130 03 3536"},
+        {0x20, 0x08, {}, "02 515a5857 20 3038 03 3246"},
         {0xFD, 0x6B, {QStringLiteral("Ян"), QString()}, "02 515a5857 fd 3642 d0afd0bd1c 1c 03 3943"},
         {0x20, 0x21, {QByteArray("\x97\xA0\xA9"), 16}, "02 515a5857 20 3231 97a0a91c 31361c 03 4244"},
         {0x41, 0x3D, {0.25, QVariant()}, "02 515a5857 41 3344 302e32351c 1c 03 3238"},

@@ -91,9 +91,8 @@ public:
     RecordingCommand* recorder = nullptr;
 };
 
-class HexDriverTest : public testing::Test
+struct HexDriverTest : testing::Test
 {
-protected:
     HexDriverTest()
     {
         device.answer(QStringLiteral(

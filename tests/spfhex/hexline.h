@@ -35,16 +35,16 @@ public:
     void sendData(const QByteArray& data) override
     {
         if (data.startsWith('\x02'))
-            request = data;
-        step(data == request ? "R" : data == "\x1B\x42\x4D" ? "F" : "?");
+            m_request = data;
+        step(data == m_request ? "R" : data == "\x1B\x42\x4D" ? "F" : "?");
     }
     unsigned char receiveByte(unsigned long timeout) override
     {
         EXPECT_EQ(timeout, 2000U);
-        while (incoming.isEmpty())
+        while (m_incoming.isEmpty())
             next(script.takeFirst());
-        const auto byte = static_cast<unsigned char>(incoming.at(0));
-        incoming.remove(0, 1);
+        const auto byte = static_cast<unsigned char>(m_incoming.at(0));
+        m_incoming.remove(0, 1);
         return byte;
     }
     bool setFlowControl(QSerialPort::FlowControl flow) override { return step(flow == 2 ? "f" : "?"); }
@@ -73,8 +73,8 @@ private:
             throw ComDriverException(QStringLiteral("Обрыв"));
         if (word == "X")
             throw BasicException(QStringLiteral("Чужое"));
-        incoming = word.startsWith('A') ? QByteArray(qMax(1, word.mid(2).toInt()), '\x06') : bytesOf(word);
-        ASSERT_FALSE(incoming.isEmpty()) << word.toStdString();
+        m_incoming = word.startsWith('A') ? QByteArray(qMax(1, word.mid(2).toInt()), '\x06') : bytesOf(word);
+        ASSERT_FALSE(m_incoming.isEmpty()) << word.toStdString();
     }
 
     QByteArray bytesOf(const QString& word) const
@@ -84,14 +84,14 @@ private:
         const QMap<QString, QByteArray> known{{"ok", ok}, {"bad", brokenLrc(ok)}, {"old", old},
             {"oldbad", brokenLrc(old)}, {"empty", answer(0, "")}, {"stx", answer(0, "1\x02\x32\x1C")},
             {"ack", QByteArray(ok).insert(8, '\x06')}, {"half", ok.left(8)}, {"short", "\x02\x03\x30\x30"},
-            {"noise", "\x03zz\x05\x1C"}, {"echo", request}};
+            {"noise", "\x03zz\x05\x1C"}, {"echo", m_request}};
         return known.value(word);
     }
 
     QByteArray answer(int idShift, const QByteArray& fields) const
     {
         const QByteArray body
-            = static_cast<char>(request.at(5) + idShift) + ("A0" + answerCode + fields + '\x03');
+            = static_cast<char>(m_request.at(5) + idShift) + ("A0" + answerCode + fields + '\x03');
         char lrc = 0;
         for (const char byte : body)
             lrc = static_cast<char>(lrc ^ byte);
@@ -103,6 +103,6 @@ private:
         return frame.replace(frame.size() - 1, 1, frame.endsWith('0') ? "1" : "0");
     }
 
-    QByteArray incoming;
-    QByteArray request;
+    QByteArray m_incoming;
+    QByteArray m_request;
 };
