@@ -2,6 +2,7 @@
 
 #include "efrdriver.h"
 #include "fnstatusinfo.h"
+#include "protocol.h"
 #include "statestatus.h"
 #include "taxsystem.h"
 
@@ -34,42 +35,8 @@ namespace spfhex {
 class Command
 {
 public:
-    enum CommandCode {
-        Initialize = 0x00,
-        Registration = 0x08,
-        OpenDocument = 0x20,
-        PrintText = 0x21,
-        FinishDocument = 0x22,
-        CancelDocument = 0x23,
-        PrintBarcode = 0x24,
-        PrintQrCode = 0x29,
-        AddPaymentObject = 0x30,
-        Subtotal = 0x34,
-        Payment = 0x35,
-        SumInOut = 0x36,
-        BindAgentData = 0x3C,
-        CheckMarkingCode = 0x3D,
-        ClearMarkingCodes = 0x3F,
-        BindMarkingCode = 0x41,
-        PrintShiftCurrentTotals = 0x60,
-        PrintShiftCloseReport = 0x61,
-        PrintFnDocument = 0x65,
-        AccountingReport = 0x6A,
-        OpenShift = 0x6B,
-        OpenDrawer = 0x80,
-        RequestStateStatus = 0xA0,
-        GetParameter = 0xA1,
-        SetParameter = 0xA2,
-        SetDateTime = 0xA3,
-        GetFnData = 0xA4,
-        GetKktData = 0xA5,
-        GetSerialNumber = 0xA6,
-        GetDateTime = 0xA7,
-        GetDrawerState = 0xA8,
-        GetRegistrationData = 0xC0,
-        SetLogo = 0xE2,
-        ClearLogo = 0xE3
-    };
+    using CommandCode = protocol::CommandCode;
+    using enum protocol::CommandCode;
 
     /// Neither the transport nor the logger is owned.
     Command(AbstractSerialDriver* serialPort, const Log4Qt::Logger* commandLogger);
@@ -173,6 +140,8 @@ protected:
 private:
     struct AnswerReader;
 
+    QByteArray askFn(protocol::FnQuery query) const;
+    QByteArray askKkt(protocol::KktQuery query) const;
     QList<QByteArray> queryFields(CommandCode code, const QList<QVariant>& fields) const;
     void askSilentDevice(AnswerReader& reader) const;
     void takeAck(AnswerReader& reader) const;

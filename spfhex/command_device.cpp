@@ -3,26 +3,13 @@
 #include "command.h"
 
 #include "frame.h"
+#include "requests.h"
 
 #include <logger.h>
 
 namespace spfhex {
 
 namespace {
-
-// Numbers of the GetKktData queries.
-enum KktQuery {
-    ModelVersionQuery = 0,
-    ShiftNumberQuery = 1,
-    SaleCountersQuery = 3,
-    BackCountersQuery = 4,
-    DrawerSumQuery = 5,
-    NextFdNumberQuery = 7,
-    InnQuery = 9,
-    RegistrationNumberQuery = 10,
-    DocumentCountersQuery = 13,
-    DocumentSumsQuery = 14
-};
 
 QList<double> toSums(const QList<QByteArray>& fields)
 {
@@ -34,6 +21,11 @@ QList<double> toSums(const QList<QByteArray>& fields)
 
 } // namespace
 
+QByteArray Command::askKkt(protocol::KktQuery query) const
+{
+    return sendCommand(GetKktData, request::GetKktData{.query = query});
+}
+
 QString Command::getSerialNumber() const
 {
     logger->debug(QStringLiteral("Получение заводского номера ККТ"));
@@ -43,62 +35,62 @@ QString Command::getSerialNumber() const
 int Command::getModelVersionNumber() const
 {
     logger->debug(QStringLiteral("Получение номера версии модели ККТ"));
-    return sendCommand(GetKktData, {ModelVersionQuery}).toInt();
+    return askKkt(protocol::ModelVersionQuery).toInt();
 }
 
 int Command::getReleaseVersionNumber() const
 {
     logger->debug(QStringLiteral("Получение номера релиза"));
-    return sendCommand(GetKktData, {ModelVersionQuery, 1}).toInt();
+    return sendCommand(GetKktData, request::GetKktRelease{}).toInt();
 }
 
 int Command::getCurrentShiftNumber() const
 {
     logger->debug(QStringLiteral("Получение номера текущей смены"));
-    return sendCommand(GetKktData, {ShiftNumberQuery}).toInt();
+    return askKkt(protocol::ShiftNumberQuery).toInt();
 }
 
 QList<double> Command::getSaleCounters() const
 {
     logger->debug(QStringLiteral("Получение сумм прихода по типам платежа"));
-    return toSums(queryFields(GetKktData, {SaleCountersQuery}));
+    return toSums(frame::fields(askKkt(protocol::SaleCountersQuery)));
 }
 
 QList<double> Command::getBackCounters() const
 {
     logger->debug(QStringLiteral("Получение сумм возврата прихода по типам платежа"));
-    return toSums(queryFields(GetKktData, {BackCountersQuery}));
+    return toSums(frame::fields(askKkt(protocol::BackCountersQuery)));
 }
 
 double Command::getDrawerSum() const
 {
     logger->debug(QStringLiteral("Получение суммы наличных в денежном ящике"));
-    return sendCommand(GetKktData, {DrawerSumQuery}).toDouble();
+    return askKkt(protocol::DrawerSumQuery).toDouble();
 }
 
 QString Command::getNextFdNumber() const
 {
     logger->debug(QStringLiteral("Получение номера следующего фискального чека в пределах открытой смены"));
-    return QString::fromUtf8(sendCommand(GetKktData, {NextFdNumberQuery}));
+    return QString::fromUtf8(askKkt(protocol::NextFdNumberQuery));
 }
 
 QString Command::getInn() const
 {
     logger->debug(QStringLiteral("Получение ИНН пользователя ККТ"));
-    return QString::fromUtf8(sendCommand(GetKktData, {InnQuery}));
+    return QString::fromUtf8(askKkt(protocol::InnQuery));
 }
 
 QString Command::getRegistrationNumber() const
 {
     logger->debug(QStringLiteral("Получение регистрационного номера ККТ"));
-    return QString::fromUtf8(sendCommand(GetKktData, {RegistrationNumberQuery}));
+    return QString::fromUtf8(askKkt(protocol::RegistrationNumberQuery));
 }
 
 QList<int> Command::getDocumentCounters() const
 {
     logger->debug(QStringLiteral("Получение количества оформленных за смену документов"));
     QList<int> counts;
-    for (const QByteArray& field : queryFields(GetKktData, {DocumentCountersQuery}))
+    for (const QByteArray& field : frame::fields(askKkt(protocol::DocumentCountersQuery)))
         counts.append(field.toInt());
     return counts;
 }
@@ -106,7 +98,7 @@ QList<int> Command::getDocumentCounters() const
 QList<double> Command::getDocumentSums() const
 {
     logger->debug(QStringLiteral("Получение сумм по оформленным за смену документам"));
-    return toSums(queryFields(GetKktData, {DocumentSumsQuery}));
+    return toSums(frame::fields(askKkt(protocol::DocumentSumsQuery)));
 }
 
 } // namespace spfhex

@@ -2,13 +2,11 @@
 
 #include "command.h"
 
-#include "bytestohexutils.h"
-#include "cp866.h"
-#include "datetimefields.h"
 #include "fdrequisite.h"
 #include "frposition.h"
 #include "frutils.h"
 #include "markedposition.h"
+#include "requests.h"
 
 #include <logger.h>
 
@@ -16,24 +14,29 @@ namespace spfhex {
 
 namespace {
 
-constexpr qsizetype maxNameBytes = 48;
-constexpr int maxBarcodeLength = 13;
 constexpr int fullSettlement = 4;
 
-// A field with the text of a requisite, an empty one when the map lacks it.
-QVariant textField(const FdRequisiteMap& requisites, EFrDriver::RequisiteTypes tag, int maxLength)
+request::OptionalText textOf(const FdRequisiteMap& requisites, EFrDriver::RequisiteTypes tag)
 {
     const auto found = requisites.constFind(tag);
     if (found == requisites.cend())
         return {};
-    return found->getSourceData().toString().left(maxLength);
+    return found->getSourceData().toString();
 }
 
 // Hosts give the date as "dd.MM.yyyy"; what is no such date goes as an empty field.
-QVariant industryDateField(const FdRequisiteMap& industry)
+QDate industryDate(const FdRequisiteMap& industry)
 {
     const QString text = industry.value(EFrDriver::IndustryDocumentDate).getSourceData().toString();
-    return QDate::fromString(text, QStringLiteral("dd.MM.yyyy")).toString(dateFormat());
+    return QDate::fromString(text, QStringLiteral("dd.MM.yyyy"));
+}
+
+std::optional<int> agentTypeOf(const FdRequisiteMap& requisites)
+{
+    const auto found = requisites.constFind(EFrDriver::ItemAgentType);
+    if (found == requisites.cend())
+        return {};
+    return found->getSourceData().toInt();
 }
 
 FdRequisiteMap industryFields(const FrPosition& position)
@@ -53,30 +56,22 @@ void Command::addPaymentObject(const FrPosition& position, const QVariant& marki
     const FdRequisiteMap requisites = position.getRequisites();
     const FdRequisiteMap industry = industryFields(position);
     sendCommand(AddPaymentObject,
-        {
-            FrUtils::to866(position.getName()).left(maxNameBytes),
-            position.getBarcode().left(maxBarcodeLength),
-            QString::number(position.getCount(), 'f', 3),
-            QString::number(position.getPriceWithDisc(), 'f', 2),
-            0,
-            taxCode,
-            QVariant(),
-            method,
-            QVariant(),
-            QVariant(),
-            textField(requisites, EFrDriver::CountryOfOrigin, 3),
-            textField(requisites, EFrDriver::CustomsDeclaration, 32),
-            position.getPaymentObject(),
-            position.getFrUnit(),
-            2,
-            markingStatus,
-            textField(industry, EFrDriver::IndustryAuthority, 3),
-            industryDateField(industry),
-            textField(industry, EFrDriver::IndustryDocumentNumber, 32),
-            textField(industry, EFrDriver::IndustryValue, 256),
-            QVariant(),
-            QVariant(),
-            QVariant(),
+        request::AddPaymentObject{
+            .name = position.getName(),
+            .barcode = position.getBarcode(),
+            .count = position.getCount(),
+            .price = position.getPriceWithDisc(),
+            .taxCode = taxCode,
+            .paymentMethod = method,
+            .countryOfOrigin = textOf(requisites, EFrDriver::CountryOfOrigin),
+            .customsDeclaration = textOf(requisites, EFrDriver::CustomsDeclaration),
+            .paymentObject = position.getPaymentObject(),
+            .unit = position.getFrUnit(),
+            .markingStatus = markingStatus,
+            .industryAuthority = textOf(industry, EFrDriver::IndustryAuthority),
+            .industryDocumentDate = industryDate(industry),
+            .industryDocumentNumber = textOf(industry, EFrDriver::IndustryDocumentNumber),
+            .industryValue = textOf(industry, EFrDriver::IndustryValue),
         });
 }
 
@@ -88,23 +83,19 @@ bool Command::bindAgentData(const FrPosition& position) const
     const FdRequisiteMap own = position.getRequisites();
     const FdRequisiteMap supplier = position.getRequisite(EFrDriver::SupplierData).toMap();
     const FdRequisiteMap agent = position.getRequisite(EFrDriver::AgentData).toMap();
-    const QVariant agentType = own.contains(EFrDriver::ItemAgentType)
-        ? QVariant(own.value(EFrDriver::ItemAgentType).getSourceData().toInt())
-        : QVariant();
     sendCommand(BindAgentData,
-        {
-            agentType,
-            textField(agent, EFrDriver::AgentOperation, 24),
-            textField(agent, EFrDriver::AgentPhone, 19),
-            textField(agent, EFrDriver::TransferOperatorName, 64),
-            textField(agent, EFrDriver::TransferOperatorAddress, 256),
-            textField(agent, EFrDriver::TransferOperatorPhone, 19),
-            textField(agent, EFrDriver::TransferOperatorInn, 12),
-            textField(agent, EFrDriver::PaymentOperatorPhone, 19),
-            textField(supplier, EFrDriver::SupplierPhone, 19),
-            // The device's limit for the supplier's name is meant to be as short as that of a telephone.
-            textField(supplier, EFrDriver::SupplierName, 19),
-            textField(own, EFrDriver::SupplierInn, 12),
+        request::BindAgentData{
+            .agentType = agentTypeOf(own),
+            .agentOperation = textOf(agent, EFrDriver::AgentOperation),
+            .agentPhone = textOf(agent, EFrDriver::AgentPhone),
+            .transferOperatorName = textOf(agent, EFrDriver::TransferOperatorName),
+            .transferOperatorAddress = textOf(agent, EFrDriver::TransferOperatorAddress),
+            .transferOperatorPhone = textOf(agent, EFrDriver::TransferOperatorPhone),
+            .transferOperatorInn = textOf(agent, EFrDriver::TransferOperatorInn),
+            .paymentOperatorPhone = textOf(agent, EFrDriver::PaymentOperatorPhone),
+            .supplierPhone = textOf(supplier, EFrDriver::SupplierPhone),
+            .supplierName = textOf(supplier, EFrDriver::SupplierName),
+            .supplierInn = textOf(own, EFrDriver::SupplierInn),
         });
     return true;
 }
@@ -112,18 +103,20 @@ bool Command::bindAgentData(const FrPosition& position) const
 int Command::checkMarkingCode(const MarkedPosition& position) const
 {
     logger->debug(QStringLiteral("Проверка КМ в ФН"));
-    const QByteArray code = toCp866(FrUtils::getMarkingCodeWithSeparators(position.markingCode));
-    // The quantity goes in its shortest form, unlike that of a position.
     const QByteArray answer = sendCommand(CheckMarkingCode,
-        {0, position.status, QVariant(position.quantity), position.measureUnit, QVariant(), QVariant(),
-            bytestohexutils::bytesToHexStr(code, QString(), QString()), 0, QVariant(), QVariant()});
+        request::CheckMarkingCode{
+            .status = position.status,
+            .quantity = position.quantity,
+            .measureUnit = position.measureUnit,
+            .code = FrUtils::getMarkingCodeWithSeparators(position.markingCode),
+        });
     return answer.toInt();
 }
 
 void Command::bindMarkingCode(const QString& code) const
 {
     logger->debug(QStringLiteral("Добавление данных о маркировке для товарной позиции"));
-    sendCommand(BindMarkingCode, {code, 0, QVariant(), 255});
+    sendCommand(BindMarkingCode, request::BindMarkingCode{.code = code});
 }
 
 void Command::clearMarkingCodes() const

@@ -3,12 +3,11 @@
 #include "command.h"
 
 #include "barcode.h"
-#include "cp866.h"
 #include "drivertexts.h"
 #include "exceptions.h"
 #include "fiscaldocument.h"
 #include "frpayment.h"
-#include "frutils.h"
+#include "requests.h"
 
 #include <QMap>
 
@@ -18,56 +17,48 @@ namespace spfhex {
 
 namespace {
 
-// The device takes no longer texts in one frame.
-constexpr qsizetype maxTextBytes = 256;
-
-int deviceDocumentCode(hw::fr::CheckType type)
+protocol::DocumentType documentType(hw::fr::CheckType type)
 {
-    static const QMap<hw::fr::CheckType, int> codes{
-        {hw::fr::CheckSale, 2},
-        {hw::fr::CheckSaleReturn, 3},
-        {hw::fr::CheckCashIn, 4},
-        {hw::fr::CheckCashOut, 5},
-        {hw::fr::CheckNonFiscal, 1},
-        {hw::fr::CheckCopy, 1},
+    static const QMap<hw::fr::CheckType, protocol::DocumentType> types{
+        {hw::fr::CheckSale, protocol::SaleDocument},
+        {hw::fr::CheckSaleReturn, protocol::SaleReturnDocument},
+        {hw::fr::CheckCashIn, protocol::CashInDocument},
+        {hw::fr::CheckCashOut, protocol::CashOutDocument},
+        {hw::fr::CheckNonFiscal, protocol::NonFiscalDocument},
+        {hw::fr::CheckCopy, protocol::NonFiscalDocument},
     };
-    return codes.value(type, 0);
+    return types.value(type, protocol::NoDocument);
 }
 
-int textAttribute(EFrDriver::FontTypes font)
+protocol::TextAttribute textAttribute(EFrDriver::FontTypes font)
 {
     switch (font) {
     case EFrDriver::DoubleWidthFont:
-        return 48;
+        return protocol::DoubleWidthText;
     case EFrDriver::CondensedFont:
     case EFrDriver::SmallFont:
-        return 1;
+        return protocol::CondensedText;
     case EFrDriver::LargeFont:
-        return 32;
+        return protocol::LargeText;
     case EFrDriver::DoubleHeightFont:
-        return 16;
+        return protocol::DoubleHeightText;
     case EFrDriver::InvertedFont:
-        return 128;
+        return protocol::InvertedText;
     default:
-        return 0;
+        return protocol::NormalText;
     }
 }
 
-int deviceBarcodeType(int type)
+int barcodeType(int type)
 {
     switch (type) {
     case Barcode::Code93:
-        return 7;
+        return protocol::Code93Barcode;
     case Barcode::Code128:
-        return 8;
+        return protocol::Code128Barcode;
     default:
         return type;
     }
-}
-
-QString money(double sum)
-{
-    return QString::number(sum, 'f', 2);
 }
 
 } // namespace
@@ -82,23 +73,27 @@ void Command::openDocument(const FiscalDocument& document, const QString& cashie
             throw FrCommandException(drivertexts::badAnswer());
         taxSystem = registered.constFirst();
     }
-    const int withoutPrinting = document.getPrintMode() == CheckPrintNone ? 1 : 0;
     sendCommand(OpenDocument,
-        {deviceDocumentCode(document.getDocumentType()), QVariant(), toCp866(document.getCashierName()),
-            cashierInn, QVariant(), static_cast<int>(taxSystem), toCp866(document.getCustomerAddress()),
-            withoutPrinting, QVariant(), QVariant()});
+        request::OpenDocument{
+            .type = documentType(document.getDocumentType()),
+            .cashierName = document.getCashierName(),
+            .cashierInn = cashierInn,
+            .taxSystem = static_cast<int>(taxSystem),
+            .customerAddress = document.getCustomerAddress(),
+            .withoutPrinting = document.getPrintMode() == CheckPrintNone,
+        });
 }
 
 void Command::printText(const QString& text, EFrDriver::FontTypes font) const
 {
     logger->debug(QStringLiteral("Печать текста"));
-    sendCommand(PrintText, {FrUtils::to866(text).left(maxTextBytes), textAttribute(font)});
+    sendCommand(PrintText, request::PrintText{.text = text, .attribute = textAttribute(font)});
 }
 
 void Command::finishDocument() const
 {
     logger->debug(QStringLiteral("Завершение документа"));
-    sendCommand(FinishDocument, {0, 1, 0});
+    sendCommand(FinishDocument, request::FinishDocument{});
 }
 
 void Command::cancelDocument() const
@@ -116,27 +111,32 @@ void Command::subtotal() const
 void Command::payment(const FrPayment& payment) const
 {
     logger->debug(QStringLiteral("Оплата"));
-    sendCommand(Payment, {payment.kind, money(payment.getSum())});
+    sendCommand(Payment, request::Payment{.kind = payment.kind, .sum = payment.getSum()});
 }
 
 void Command::sumInOut(double sum) const
 {
     logger->debug(QStringLiteral("Внесение/изъятие суммы"));
-    sendCommand(SumInOut, {QVariant(), money(sum)});
+    sendCommand(SumInOut, request::SumInOut{.sum = sum});
 }
 
 void Command::printBarcode(const Barcode& barcode) const
 {
     logger->debug(QStringLiteral("Печать штрихкода"));
     sendCommand(PrintBarcode,
-        {barcode.textPosition, barcode.moduleWidth, barcode.height, deviceBarcodeType(barcode.type),
-            FrUtils::to866(barcode.text)});
+        request::PrintBarcode{
+            .textPosition = barcode.textPosition,
+            .moduleWidth = barcode.moduleWidth,
+            .height = barcode.height,
+            .type = barcodeType(barcode.type),
+            .text = barcode.text,
+        });
 }
 
 void Command::printQrCode(const Barcode& barcode) const
 {
     logger->debug(QStringLiteral("Печать QR-кода"));
-    sendCommand(PrintQrCode, {barcode.moduleWidth, 1, FrUtils::to866(barcode.text).left(maxTextBytes)});
+    sendCommand(PrintQrCode, request::PrintQrCode{.moduleWidth = barcode.moduleWidth, .text = barcode.text});
 }
 
 } // namespace spfhex

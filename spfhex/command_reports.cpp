@@ -5,7 +5,7 @@
 #include "cp866.h"
 #include "frame.h"
 #include "frparameter.h"
-#include "frutils.h"
+#include "requests.h"
 
 #include <exception>
 
@@ -16,26 +16,27 @@ namespace spfhex {
 void Command::printShiftCurrentTotals(const QString& cashierName) const
 {
     logger->debug(QStringLiteral("Печать текущих итогов смены"));
-    sendCommand(PrintShiftCurrentTotals, {FrUtils::to866(cashierName)});
+    sendCommand(PrintShiftCurrentTotals, request::PrintShiftCurrentTotals{.cashierName = cashierName});
 }
 
 void Command::printShiftCloseReport(const QString& cashierName, const QString& cashierInn) const
 {
     logger->debug(QStringLiteral("Печать отчета о закрытии смены"));
-    sendCommand(PrintShiftCloseReport, {FrUtils::to866(cashierName), cashierInn});
+    sendCommand(PrintShiftCloseReport,
+        request::PrintShiftCloseReport{.cashierName = cashierName, .cashierInn = cashierInn});
 }
 
 void Command::accountingReport(const QString& cashierName) const
 {
     logger->debug(QStringLiteral("Печать отчета о текущем состоянии расчетов"));
-    sendCommand(AccountingReport, {toCp866(cashierName)});
+    sendCommand(AccountingReport, request::AccountingReport{.cashierName = cashierName});
 }
 
 QString Command::getParameter(int field, int row) const
 {
     logger->debug("Получение параметра %1 %2", field, row);
     try {
-        return fromCp866(sendCommand(GetParameter, {field, row}));
+        return fromCp866(sendCommand(GetParameter, request::GetParameter{.parameter = field, .row = row}));
     } catch (const std::exception& exception) {
         logger->warn("Ошибка при получении параметра: %1", QString::fromUtf8(exception.what()));
         return {};
@@ -46,16 +47,18 @@ void Command::setParameter(const FrParameter& parameter) const
 {
     logger->debug("Установка параметра [%1,%2] = %3", parameter.getFieldNum(), parameter.getRowNum(),
         parameter.getValue());
-    // The device reads values as UTF-8 though it gives them in CP866; that is meant to stay.
     sendCommand(SetParameter,
-        {static_cast<int>(parameter.getFieldNum()), static_cast<int>(parameter.getRowNum()),
-            parameter.getValue()});
+        request::SetParameter{
+            .parameter = parameter.getFieldNum(),
+            .row = parameter.getRowNum(),
+            .value = parameter.getValue(),
+        });
 }
 
 void Command::setLogo(const QByteArray& bitmap) const
 {
     logger->debug(QStringLiteral("Программирование логотипа"));
-    sendCommand(SetLogo, {QVariant::fromValue(bitmap.size())}, static_cast<char>(frame::Esc) + bitmap);
+    sendCommand(SetLogo, request::SetLogo{.size = bitmap.size()}, static_cast<char>(frame::Esc) + bitmap);
 }
 
 void Command::clearLogo() const

@@ -2,9 +2,9 @@
 
 #include "command.h"
 
+#include "answers.h"
 #include "datetimefields.h"
-#include "drivertexts.h"
-#include "exceptions.h"
+#include "requests.h"
 
 #include <logger.h>
 
@@ -19,16 +19,15 @@ StateStatus Command::requestStateStatus() const
 void Command::initialize() const
 {
     logger->debug(QStringLiteral("Инициализация ККТ"));
-    const QList<QByteArray> clock = queryFields(GetDateTime, {});
-    if (clock.size() < 2)
-        throw FrCommandException(drivertexts::badAnswer());
-    sendCommand(Initialize, {clock.at(0), clock.at(1)});
+    const QList<QByteArray> clock = answer::atLeast(answer::MomentCount, queryFields(GetDateTime, {}));
+    sendCommand(
+        Initialize, request::Initialize{.date = clock.at(answer::Date), .time = clock.at(answer::Time)});
 }
 
 void Command::setDateTime(const QDateTime& dateTime) const
 {
     logger->debug(QStringLiteral("Установка даты/времени ККТ"));
-    sendCommand(SetDateTime, {dateTime.toString(dateFormat()), dateTime.toString(timeFormat())});
+    sendCommand(SetDateTime, request::SetDateTime{.moment = dateTime});
 }
 
 QDateTime Command::getDateTime() const
@@ -46,7 +45,7 @@ bool Command::isDrawerOpened() const
 void Command::openShift(const QString& cashierName, const QString& cashierInn) const
 {
     logger->debug(QStringLiteral("Открытие смены"));
-    sendCommand(OpenShift, {cashierName, cashierInn});
+    sendCommand(OpenShift, request::OpenShift{.cashierName = cashierName, .cashierInn = cashierInn});
 }
 
 void Command::openDrawer() const

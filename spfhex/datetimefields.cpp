@@ -1,17 +1,15 @@
 #include "datetimefields.h"
 
-#include "drivertexts.h"
-#include "exceptions.h"
+#include "answers.h"
 #include "frutils.h"
 
 namespace spfhex {
 
 QDateTime createDateTime(const QList<QByteArray>& fields)
 {
-    if (fields.size() < 2)
-        throw FrCommandException(drivertexts::badAnswer());
-    const QDate date = QDate::fromString(QString::fromLatin1(fields.at(0)), dateFormat());
-    const QTime time = QTime::fromString(QString::fromLatin1(fields.at(1)), timeFormat());
+    answer::atLeast(answer::MomentCount, fields);
+    const QDate date = QDate::fromString(QString::fromLatin1(fields.at(answer::Date)), dateFormat());
+    const QTime time = QTime::fromString(QString::fromLatin1(fields.at(answer::Time)), timeFormat());
     QDateTime dateTime(date, time);
     FrUtils::fixDateTime(dateTime);
     return dateTime;

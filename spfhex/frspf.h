@@ -99,7 +99,7 @@ protected:
     QSharedPointer<Command> command;
     QString cashierName;
     QString cashierInn;
-    /// Stays empty: the verdict on a code belongs to the host, and keeping it here is meant not to happen.
+    /// Is read but never filled, and meant so: a verdict goes to the host and is not kept here.
     QMap<QString, int> checkedMarkingCodes;
     bool agentDataBound = false;
 

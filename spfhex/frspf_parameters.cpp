@@ -8,6 +8,7 @@
 #include "exceptions.h"
 #include "headerimage.h"
 #include "paramtable.h"
+#include "protocol.h"
 #include "stringutils.h"
 
 namespace spfhex {
@@ -15,14 +16,12 @@ namespace spfhex {
 namespace {
 
 constexpr unsigned short parameterTable = 1;
-constexpr unsigned short clicheParameter = 20;
-constexpr unsigned short tailParameter = 21;
 
 constexpr QRect logoArea(0, 0, 288, 100);
 
-FrParameter scalar(unsigned short field, const QString& value)
+FrParameter scalar(protocol::Parameter parameter, const QString& value)
 {
-    return {parameterTable, 0, field, value};
+    return {parameterTable, 0, parameter, value};
 }
 
 QList<FrParameter> defaultParameters()
@@ -30,16 +29,15 @@ QList<FrParameter> defaultParameters()
     const QString off = QStringLiteral("0");
     const QString on = QStringLiteral("1");
     return {
-        scalar(4, off), // the drawer does not open by itself
-        scalar(5, off), // no company logo
-        scalar(6, on), // cash in the drawer is watched
-        scalar(8, off), // no automatic collection
-        // Below the table's least value, and meant so: the device decides.
-        scalar(11, off), // kind of the cut
-        scalar(13, off), // receipt design
-        scalar(30, on), // automatic additional payment at the close
-        scalar(38, on), // no additional header line
-        scalar(40, off), // receipt requisites
+        scalar(protocol::DrawerOpeningParameter, off),
+        scalar(protocol::LogoParameter, off),
+        scalar(protocol::CashControlParameter, on),
+        scalar(protocol::AutomaticCollectionParameter, off),
+        scalar(protocol::CutTypeParameter, off), // below the table's least value, and meant so
+        scalar(protocol::ReceiptDesignParameter, off),
+        scalar(protocol::AutomaticPaymentParameter, on),
+        scalar(protocol::NoExtraClicheLineParameter, on),
+        scalar(protocol::ReceiptRequisitesParameter, off),
     };
 }
 
@@ -118,12 +116,14 @@ bool FrSpf::programLines(unsigned short parameter, const QString& message, const
 
 bool FrSpf::setCliche(const QList<QString>& lines)
 {
-    return programLines(clicheParameter, QStringLiteral("Программирование строк клише"), lines);
+    return programLines(
+        protocol::ClicheLinesParameter, QStringLiteral("Программирование строк клише"), lines);
 }
 
 bool FrSpf::setTail(const QList<QString>& lines)
 {
-    return programLines(tailParameter, QStringLiteral("Программирование строк рекламного текста"), lines);
+    return programLines(
+        protocol::TailLinesParameter, QStringLiteral("Программирование строк рекламного текста"), lines);
 }
 
 bool FrSpf::setGraphicCliche(const QString& fileName)

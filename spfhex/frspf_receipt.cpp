@@ -8,16 +8,10 @@
 #include "drivertexts.h"
 #include "exceptions.h"
 #include "frutils.h"
+#include "protocol.h"
 #include "stringutils.h"
 
 namespace spfhex {
-
-namespace {
-
-// The device knows the payment kinds below this one.
-constexpr int paymentKindLimit = 5;
-
-} // namespace
 
 void FrSpf::checkOpen(const FiscalDocument& document)
 {
@@ -82,7 +76,7 @@ void FrSpf::checkPay(const FrPayment& payment)
 {
     logger->info("Расчет по чеку: (%1) %2", payment.kind, QString::number(payment.getSum(), 'f', 2));
     isPortReady();
-    if (payment.kind >= paymentKindLimit)
+    if (payment.kind >= protocol::paymentKindCount)
         throw FrCommandException(QStringLiteral("Тип оплаты не поддерживается ФР"));
     command->payment(payment);
     logDone();
@@ -194,8 +188,7 @@ void FrSpf::clearMarkingCodes()
     try {
         command->clearMarkingCodes();
     } catch (const FrCommandException& exception) {
-        // Meant to be swallowed, a lost connection as well: the next receipt starts with an empty memory
-        // anyway.
+        // Meant to be swallowed, a lost connection as well; the driver's memory is emptied all the same.
         logger->warn(QString::fromUtf8(exception.what()));
     }
     checkedMarkingCodes.clear();

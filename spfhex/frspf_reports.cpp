@@ -2,44 +2,23 @@
 
 #include "frspf.h"
 
+#include "answers.h"
 #include "centredline.h"
 #include "checktypename.h"
 #include "command.h"
 #include "counterlines.h"
 #include "driverlogger.h"
-#include "drivertexts.h"
 #include "exceptions.h"
+#include "protocol.h"
 
 namespace spfhex {
 
 namespace {
 
-// Places of the cash documents in the device's lists.
-constexpr int saleIndex = 0;
-constexpr int returnIndex = 1;
-constexpr int cashInCountIndex = 11;
-constexpr int cashOutCountIndex = 12;
-constexpr int cashInSumIndex = 9;
-constexpr int cashOutSumIndex = 10;
-
-constexpr qsizetype countersNeeded = 13;
-constexpr qsizetype sumsNeeded = 11;
-constexpr qsizetype paymentKinds = 5;
-
-constexpr int paymentNamesParameter = 22;
-
-template <typename T>
-QList<T> atLeast(qsizetype count, const QList<T>& list)
-{
-    if (list.size() < count)
-        throw FrCommandException(drivertexts::badAnswer());
-    return list;
-}
-
 KkmRegisterEnd::ByPaymentKind byPaymentKind(const QList<double>& sums)
 {
     KkmRegisterEnd::ByPaymentKind values;
-    for (qsizetype kind = 0; kind < paymentKinds; ++kind)
+    for (qsizetype kind = 0; kind < protocol::paymentKindCount; ++kind)
         values.at(static_cast<size_t>(kind)) = sums.at(kind);
     return values;
 }
@@ -98,12 +77,12 @@ MoneyCounters FrSpf::getMoneyCounters(hw::fr::CheckType type)
 {
     logger->info(QStringLiteral("Запрос счетчиков чека: ") + checkTypeName(type));
     isPortReady();
-    const QList<int> counts = atLeast(countersNeeded, command->getDocumentCounters());
-    const QList<double> sums = atLeast(sumsNeeded, command->getDocumentSums());
+    const QList<int> counts = answer::atLeast(answer::DocumentCounterCount, command->getDocumentCounters());
+    const QList<double> sums = answer::atLeast(answer::DocumentSumCount, command->getDocumentSums());
     // Every type but a deposit is meant to read as a withdrawal.
     if (type == hw::fr::CheckCashIn)
-        return {counts.at(cashInCountIndex), sums.at(cashInSumIndex)};
-    return {counts.at(cashOutCountIndex), sums.at(cashOutSumIndex)};
+        return {counts.at(answer::CashIns), sums.at(answer::CashInsSum)};
+    return {counts.at(answer::CashOuts), sums.at(answer::CashOutsSum)};
 }
 
 QStringList FrSpf::countersLines(hw::fr::CheckType type)
@@ -149,27 +128,27 @@ KkmRegisterEnd FrSpf::getKkmRegisterEnd()
 {
     logger->info(QStringLiteral("Получение счетчиков ККМ на конец смены"));
     isPortReady();
-    const QList<int> counts = atLeast(countersNeeded, command->getDocumentCounters());
-    const QList<double> sums = atLeast(sumsNeeded, command->getDocumentSums());
-    const QList<double> sales = atLeast(paymentKinds, command->getSaleCounters());
-    const QList<double> returns = atLeast(paymentKinds, command->getBackCounters());
+    const QList<int> counts = answer::atLeast(answer::DocumentCounterCount, command->getDocumentCounters());
+    const QList<double> sums = answer::atLeast(answer::DocumentSumCount, command->getDocumentSums());
+    const QList<double> sales = answer::atLeast(protocol::paymentKindCount, command->getSaleCounters());
+    const QList<double> returns = answer::atLeast(protocol::paymentKindCount, command->getBackCounters());
     const double cashInDrawer = command->getDrawerSum();
 
     KkmRegisterEnd registers;
     registers.cashInDrawer = cashInDrawer;
-    registers.saleCount = counts.at(saleIndex);
-    registers.saleSum = sums.at(saleIndex);
+    registers.saleCount = counts.at(answer::Sales);
+    registers.saleSum = sums.at(answer::SalesSum);
     registers.salePayments = byPaymentKind(sales);
-    registers.returnCount = counts.at(returnIndex);
-    registers.returnSum = sums.at(returnIndex);
+    registers.returnCount = counts.at(answer::SaleReturns);
+    registers.returnSum = sums.at(answer::SaleReturnsSum);
     registers.returnPayments = byPaymentKind(returns);
-    for (int kind = 0; kind < paymentKinds; ++kind)
+    for (int kind = 0; kind < protocol::paymentKindCount; ++kind)
         registers.paymentNames.at(static_cast<size_t>(kind))
-            = command->getParameter(paymentNamesParameter, kind);
-    registers.cashInSum = sums.at(cashInSumIndex);
-    registers.cashInCount = counts.at(cashInCountIndex);
-    registers.cashOutSum = sums.at(cashOutSumIndex);
-    registers.cashOutCount = counts.at(cashOutCountIndex);
+            = command->getParameter(protocol::PaymentNamesParameter, kind);
+    registers.cashInSum = sums.at(answer::CashInsSum);
+    registers.cashInCount = counts.at(answer::CashIns);
+    registers.cashOutSum = sums.at(answer::CashOutsSum);
+    registers.cashOutCount = counts.at(answer::CashOuts);
     logDone();
     return registers;
 }

@@ -1,6 +1,8 @@
 #include "statestatus.h"
 
+#include "answers.h"
 #include "frame.h"
+#include "protocol.h"
 
 #include <QMap>
 #include <QString>
@@ -8,8 +10,6 @@
 namespace spfhex {
 
 namespace {
-
-enum CurrentFlag { NotInitialized = 0, ShiftOpened = 2 };
 
 const QStringList& fatalLabels()
 {
@@ -89,16 +89,16 @@ StateStatus::StateStatus(const QByteArray& data)
 {
     const QList<QByteArray> fields = frame::fields(data);
     const auto number = [&fields](qsizetype index) { return fields.value(index).toInt(nullptr, 10); };
-    fatalStatus = static_cast<quint8>(number(0));
-    currentFlags = static_cast<quint8>(number(1));
-    const int document = number(2);
+    fatalStatus = static_cast<quint8>(number(answer::FatalStatus));
+    currentFlags = static_cast<quint8>(number(answer::CurrentFlags));
+    const int document = number(answer::Document);
     documentType = document & 0xFF;
     documentState = (document >> 8) & 0xFF;
 }
 
 bool StateStatus::isNotInitialized() const
 {
-    return currentFlags.test(NotInitialized);
+    return currentFlags.test(protocol::NotInitialized);
 }
 
 bool StateStatus::isDocumentClosed() const
@@ -113,7 +113,7 @@ bool StateStatus::isCloseDocumentRequired() const
 
 bool StateStatus::isShiftOpened() const
 {
-    return currentFlags.test(ShiftOpened);
+    return currentFlags.test(protocol::ShiftOpened);
 }
 
 QStringList StateStatus::getFatalStateStatus() const
