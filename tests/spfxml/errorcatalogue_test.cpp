@@ -1,4 +1,4 @@
-#include <errorcatalogue.h>
+#include "spfxml/errorcatalogue.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <spfxml/requestparams.h>
+#include "requestparams.h"
 
 #include <QList>
 #include <QMap>
