@@ -1,5 +1,7 @@
 #include "fnstatus.h"
 
+#include "names.h"
+
 namespace spfxml {
 
 FnStatus::FnStatus(const QDomDocument& state)
@@ -8,20 +10,20 @@ FnStatus::FnStatus(const QDomDocument& state)
 }
 
 FnStatus::FnStatus(const StatusTexts& state)
-    : lifePhase(state.number(QStringLiteral("LifePhase")))
-    , currentDocType(state.number(QStringLiteral("CurrentDocType")))
-    , currentDocData(state.number(QStringLiteral("CurrentDocData")))
-    , needChange(state.number(QStringLiteral("StatusNeedChange")))
-    , endingResource(state.number(QStringLiteral("StatusEndingResource")))
-    , overflow(state.number(QStringLiteral("StatusOverflow")))
-    , ofdWaitExceeded(state.number(QStringLiteral("1053")))
-    , lastDocDateTime(state.text(QStringLiteral("lastDocDateTime")))
-    , lastDocNumber(state.number(QStringLiteral("lastDocNumber")))
-    , fnNumber(state.text(QStringLiteral("1041")))
-    , expirationDate(state.text(QStringLiteral("ExpirationDate")))
-    , fwVersion(state.text(QStringLiteral("FWVersion")))
+    : lifePhase(state.number(names::fn::lifePhase))
+    , currentDocType(state.number(names::fn::currentDocumentType))
+    , currentDocData(state.number(names::fn::currentDocumentData))
+    , needChange(state.number(names::fn::needChange))
+    , endingResource(state.number(names::fn::endingResource))
+    , overflow(state.number(names::fn::overflow))
+    , ofdWaitExceeded(state.number(names::fn::ofdWaitExceeded))
+    , lastDocDateTime(state.text(names::fn::lastDocumentTime))
+    , lastDocNumber(state.number(names::fn::lastDocumentNumber))
+    , fnNumber(state.text(names::fn::number))
+    , expirationDate(state.text(names::fn::expirationDate))
+    , fwVersion(state.text(names::fn::firmwareVersion))
     // A number on purpose, unlike the same flag of the shift status, which is compared as a text.
-    , isShiftOpen(state.number(QStringLiteral("ShiftState")) == 1)
+    , isShiftOpen(state.number(names::shift::state) == 1)
 {
 }
 

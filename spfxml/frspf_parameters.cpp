@@ -1,11 +1,12 @@
 // Settings, header lines and header picture.
 
 #include "frspf.h"
+#include "names.h"
+#include "parametercatalogue.h"
 
 #include <centredline.h>
 #include <frparameter.h>
 #include <headerimage.h>
-#include <parametercatalogue.h>
 #include <stringutils.h>
 
 #include <QRegularExpression>
@@ -19,10 +20,9 @@ constexpr int minLogoHeight = 50;
 constexpr int maxLogoHeight = 100;
 constexpr int maxLogoWidth = 575;
 
-SpfFrCommand::ParameterMap singleParameter(
-    const QString& section, const QString& subsection, const QString& name, const QString& value)
+SpfFrCommand::ParameterMap singleParameter(const names::setting::Path& path, const QString& value)
 {
-    return {{section, {{subsection, {{name, value}}}}}};
+    return {{path.section, {{path.subsection, {{path.parameter, value}}}}}};
 }
 
 QImage fittedLogo(const QImage& image)
@@ -59,8 +59,7 @@ bool FrSpf::setDefaults()
         logger->info(QStringLiteral("Программирование настроек ФР по умолчанию"));
         isPortReady();
         // Without it the device leaves the totals of the fiscal drive out of its counters.
-        command->setParameters(singleParameter(QStringLiteral("MACRO"), QStringLiteral("KKTCounters"),
-            QStringLiteral("GetCumulativeCounters"), QStringLiteral("true")));
+        command->setParameters(singleParameter(names::setting::cumulativeCounters, QStringLiteral("true")));
         logger->info(QStringLiteral("Установлены настройки по умолчанию"));
         return true;
     });
@@ -94,8 +93,8 @@ QStringList FrSpf::getParametersDescription()
 
 bool FrSpf::setCliche(const QList<QString>& lines)
 {
-    writeHeader(singleParameter(QStringLiteral("PRN"), QStringLiteral("PrinterHeader"),
-        QStringLiteral("Cliche"), lines.mid(0, maxClicheLines).join(QLatin1Char('\n'))));
+    writeHeader(
+        singleParameter(names::setting::headerLines, lines.mid(0, maxClicheLines).join(QLatin1Char('\n'))));
     return true;
 }
 
@@ -106,8 +105,7 @@ bool FrSpf::setGraphicCliche(const QString& fileName)
     if (image.isNull())
         return false;
     const QByteArray digits = toBmpFile(fittedLogo(image)).toHex();
-    writeHeader(singleParameter(QStringLiteral("PRN"), QStringLiteral("LogoImage"), QStringLiteral("Image"),
-        QString::fromLatin1(digits)));
+    writeHeader(singleParameter(names::setting::headerPicture, QString::fromLatin1(digits)));
     logDone();
     return true;
 }

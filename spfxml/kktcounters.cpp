@@ -1,5 +1,7 @@
 #include "kktcounters.h"
 
+#include "names.h"
+
 #include <xmlutils.h>
 
 #include <QDomDocument>
@@ -10,20 +12,18 @@ namespace spfxml {
 
 namespace {
 
-const QString nameAttribute = QStringLiteral("n");
-
 // Requisites with the sums of a shift by payment kind, kinds 0 to 4.
 constexpr std::array paymentRequisites{EFrDriver::CashTotal, EFrDriver::ElectronicTotal,
     EFrDriver::PrepaymentTotal, EFrDriver::CreditTotal, EFrDriver::OtherTotal};
 
 QDomElement block(const QDomDocument& document, const QString& name)
 {
-    return xmlutils::getElementByAttribute(document, nameAttribute, name);
+    return xmlutils::getElementByAttribute(document, names::tree::name, name);
 }
 
 double requisiteValue(const QDomElement& element, EFrDriver::RequisiteTypes requisite)
 {
-    return xmlutils::getValueByAttribute(element.childNodes(), nameAttribute, requisite).toDouble();
+    return xmlutils::getValueByAttribute(element.childNodes(), names::tree::name, requisite).toDouble();
 }
 
 // A register that counts receipts by more than 32 bits, or by something that is no number, has not counted.
@@ -35,8 +35,8 @@ qint32 wholeCount(double value)
 
 QString moneyValue(const QDomDocument& document, const QString& name)
 {
-    const QDomElement money = block(document, QStringLiteral("MOCounters"));
-    return xmlutils::getValueByAttribute(money.childNodes(), nameAttribute, name);
+    const QDomElement money = block(document, names::money::block);
+    return xmlutils::getValueByAttribute(money.childNodes(), names::tree::name, name);
 }
 
 MoneyCounters moneyPair(const QDomDocument& document, const QString& countName, const QString& sumName)
@@ -50,7 +50,7 @@ KktCounters getKktCounters(const QDomDocument& document, EFrDriver::RequisiteTyp
 {
     const QString requisiteName = QString::number(requisite);
     const QDomElement shift = xmlutils::getChildElementByAttribute(
-        block(document, QString::number(EFrDriver::ShiftTotals)), nameAttribute, requisiteName);
+        block(document, QString::number(EFrDriver::ShiftTotals)), names::tree::name, requisiteName);
 
     KktCounters counters;
     for (size_t kind = 0; kind < paymentRequisites.size(); ++kind)
@@ -62,7 +62,7 @@ KktCounters getKktCounters(const QDomDocument& document, EFrDriver::RequisiteTyp
     const QDomElement total = block(document, QString::number(EFrDriver::FnTotals));
     if (!total.isNull() && total.hasAttributes()) {
         counters.totalSum
-            = requisiteValue(xmlutils::getChildElementByAttribute(total, nameAttribute, requisiteName),
+            = requisiteValue(xmlutils::getChildElementByAttribute(total, names::tree::name, requisiteName),
                 EFrDriver::ReceiptsSum);
     }
     return counters;
@@ -71,15 +71,15 @@ KktCounters getKktCounters(const QDomDocument& document, EFrDriver::RequisiteTyp
 MoneyCounters getMoneyCounters(const QDomDocument& document, hw::fr::CheckType type)
 {
     if (type == hw::fr::CheckCashIn)
-        return moneyPair(document, QStringLiteral("MOIncomeCount"), QStringLiteral("MOIncomeSum"));
+        return moneyPair(document, names::money::inCount, names::money::inSum);
     if (type == hw::fr::CheckCashOut)
-        return moneyPair(document, QStringLiteral("MOOutcomeCount"), QStringLiteral("MOOutcomeSum"));
+        return moneyPair(document, names::money::outCount, names::money::outSum);
     return {};
 }
 
 double getCashInDrawer(const QDomDocument& document)
 {
-    return moneyValue(document, QStringLiteral("CashSumm")).toDouble();
+    return moneyValue(document, names::money::inDrawer).toDouble();
 }
 
 } // namespace spfxml

@@ -1,5 +1,7 @@
 #include "ofdstatus.h"
 
+#include "names.h"
+
 namespace spfxml {
 
 OfdStatus::OfdStatus(const QDomDocument& state)
@@ -8,9 +10,9 @@ OfdStatus::OfdStatus(const QDomDocument& state)
 }
 
 OfdStatus::OfdStatus(const StatusTexts& state)
-    : queueLength(state.number(QStringLiteral("1097")))
-    , firstDocumentNumber(state.number(QStringLiteral("1116")))
-    , firstDocumentTime(state.text(QStringLiteral("1098")))
+    : queueLength(state.number(names::ofd::queueLength))
+    , firstDocumentNumber(state.number(names::ofd::firstDocumentNumber))
+    , firstDocumentTime(state.text(names::ofd::firstDocumentTime))
 {
 }
 

@@ -1,5 +1,7 @@
 #include "shiftstatus.h"
 
+#include "names.h"
+
 namespace spfxml {
 
 namespace {
@@ -19,10 +21,10 @@ ShiftStatus::ShiftStatus(const QDomDocument& document)
 }
 
 ShiftStatus::ShiftStatus(const StatusTexts& document)
-    : opened(isSet(document, QStringLiteral("ShiftState")))
-    , overtime(isSet(document, QStringLiteral("ShiftOvertime")))
-    , shiftNumber(document.number(QString::number(1038)))
-    , documentNumber(document.number(QString::number(1042)))
+    : opened(isSet(document, names::shift::state))
+    , overtime(isSet(document, names::shift::overtime))
+    , shiftNumber(document.number(names::shift::number))
+    , documentNumber(document.number(names::shift::documentNumber))
 {
 }
 

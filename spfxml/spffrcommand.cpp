@@ -1,5 +1,7 @@
 #include "spffrcommand.h"
 
+#include "names.h"
+
 #include <logger.h>
 #include <xmlutils.h>
 
@@ -64,21 +66,21 @@ QDateTime SpfFrCommand::getDateTime() const
     logger->debug(QStringLiteral("Чтение времени"));
     const QDomDocument answer = requestData(ECommandCode::GetDateTime, {}, repeatableAttempts);
     const QString text
-        = xmlutils::getValueByAttribute(answer.childNodes(), QStringLiteral("n"), QStringLiteral("200001"));
+        = xmlutils::getValueByAttribute(answer.childNodes(), names::tree::name, names::document::clock);
     return QDateTime::fromString(text, QStringLiteral("yyyy-MM-dd hh:mm:ss"));
 }
 
 void SpfFrCommand::setDateTime(const QDateTime& dateTime) const
 {
     logger->debug(QStringLiteral("Установка времени"));
-    sendStructure(ECommandCode::SetDateTime, QStringLiteral("200001"),
-        {{ParamType::DateTime, QStringLiteral("DateTime"), dateTime}});
+    sendStructure(ECommandCode::SetDateTime, names::document::clock,
+        {{ParamType::DateTime, names::field::dateTime, dateTime}});
 }
 
 void SpfFrCommand::printXReport() const
 {
     logger->debug(QStringLiteral("Печать итогов смены"));
-    sendStructure(ECommandCode::PrintXReport, QStringLiteral("200015"), {cashierParam()});
+    sendStructure(ECommandCode::PrintXReport, names::document::shiftReport, {cashierParam()});
 }
 
 ShiftStatus SpfFrCommand::getShiftStatus() const
@@ -101,7 +103,7 @@ bool SpfFrCommand::getCashDrawerStatus() const
     logger->debug(QStringLiteral("Состояние денежного ящика"));
     const QDomDocument answer = requestData(ECommandCode::GetDrawerStatus, {}, repeatableAttempts);
     for (const RequestParams& param : RequestParams::fromElement(answer.documentElement()).getParams()) {
-        if (param.getName() == QLatin1String("IsOpen"))
+        if (param.getName() == names::field::isDrawerOpen)
             return param.getValue().toBool();
     }
     return false;
@@ -116,25 +118,25 @@ void SpfFrCommand::openDrawer() const
 void SpfFrCommand::shiftOpen() const
 {
     logger->debug(QStringLiteral("Открытие смены"));
-    sendStructure(ECommandCode::OpenShift, QStringLiteral("2"), cashierParams());
+    sendStructure(ECommandCode::OpenShift, names::document::shiftOpening, cashierParams());
 }
 
 void SpfFrCommand::shiftClose() const
 {
     logger->debug(QStringLiteral("Закрытие смены"));
-    sendStructure(ECommandCode::CloseShift, QStringLiteral("5"), cashierParams());
+    sendStructure(ECommandCode::CloseShift, names::document::shiftClosing, cashierParams());
 }
 
 void SpfFrCommand::accountingReport() const
 {
     logger->info(QStringLiteral("Снятие отчета о текущем состоянии расчетов"));
-    sendStructure(ECommandCode::AccountingReport, QStringLiteral("21"), {cashierParam()});
+    sendStructure(ECommandCode::AccountingReport, names::document::accountingReport, {cashierParam()});
 }
 
 void SpfFrCommand::printFNDocument(unsigned int number) const
 {
-    sendStructure(ECommandCode::PrintFnDocument, QStringLiteral("100000"),
-        {{ParamType::Integer, QStringLiteral("1040"), number}});
+    sendStructure(ECommandCode::PrintFnDocument, names::document::fnDocument,
+        {{ParamType::Integer, names::field::documentNumber, number}});
 }
 
 void SpfFrCommand::printLastFNDocument() const

@@ -1,3 +1,4 @@
+#include "names.h"
 #include "spffrcommand.h"
 
 #include <bytestohexutils.h>
@@ -28,7 +29,7 @@ int SpfFrCommand::checkMarkingCode(const MarkedPosition& position)
     // The host does not tell the group of the goods; the common one is meant to stand for all.
     params.append(getNomenclatureCodeRequisite(position.markingCode, MarkCommon));
     const QDomDocument answer = requestData(ECommandCode::CheckMarkingCode,
-        {ParamType::Structure, QStringLiteral("200017"), params}, repeatableAttempts);
+        {ParamType::Structure, names::document::markingCheck, params}, repeatableAttempts);
     logger->info(QStringLiteral("Обработка результата проверки кода маркировки"));
     return answerValue(answer, EFrDriver::MarkingCheckResult).toInt();
 }

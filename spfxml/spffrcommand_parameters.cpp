@@ -1,8 +1,9 @@
+#include "names.h"
+#include "parametercatalogue.h"
 #include "spffrcommand.h"
 
 #include <exceptions.h>
 #include <logger.h>
-#include <parametercatalogue.h>
 
 #include <QDomDocument>
 
@@ -66,7 +67,8 @@ QList<RequestParams> sectionNodes(const QList<RequestParams>& catalogue, const Q
 RequestParams SpfFrCommand::getParameters() const
 {
     logger->debug(QStringLiteral("Чтение параметров ККТ"));
-    const RequestParams question(ParamType::Structure, QStringLiteral("200004"), spf::utils::getParamsList());
+    const RequestParams question(
+        ParamType::Structure, names::document::settingsRead, spf::utils::getParamsList());
     const QDomDocument answer = requestData(ECommandCode::GetParameters, question, repeatableAttempts);
     return RequestParams::fromElement(answer.documentElement());
 }
@@ -82,7 +84,7 @@ void SpfFrCommand::setParameters(const ParameterMap& values) const
         appendGroup(sections, section.key(), sectionNodes(known.getParams(), section.key(), section.value()));
     }
     if (!sections.isEmpty())
-        sendStructure(ECommandCode::SetParameters, QStringLiteral("200005"), sections);
+        sendStructure(ECommandCode::SetParameters, names::document::settingsWritten, sections);
 }
 
 } // namespace spfxml

@@ -1,8 +1,9 @@
 // The fields of one line of a receipt.
 
+#include "assignmentstatus.h"
+#include "names.h"
 #include "spffrcommand.h"
 
-#include <assignmentstatus.h>
 #include <bytestohexutils.h>
 #include <frposition.h>
 #include <frutils.h>
@@ -34,13 +35,12 @@ bool carriesWholeCode(ExciseMarkType type)
 // A surcharge is a negative discount; the register wants the sign the other way round.
 RequestParams discountParam(double discount)
 {
-    const QString name = QStringLiteral("ItemDiscounts");
-    const RequestParams record(ParamType::Structure, name,
+    const RequestParams record(ParamType::Structure, names::field::discounts,
         QList<RequestParams>{
-            {ParamType::Text, QStringLiteral("Name"), QStringLiteral("Скидка")},
-            {ParamType::Sum, QStringLiteral("Value"), -discount},
+            {ParamType::Text, names::field::discountName, QStringLiteral("Скидка")},
+            {ParamType::Sum, names::field::discountValue, -discount},
         });
-    return {ParamType::StructureList, name, QList<RequestParams>{record}};
+    return {ParamType::StructureList, names::field::discounts, QList<RequestParams>{record}};
 }
 
 QList<RequestParams> importRequisites(const FrPosition& position)
@@ -74,7 +74,7 @@ QList<RequestParams> SpfFrCommand::getPositionRequisites(
     params.append(markingRequisites(position, type));
     if (std::abs(position.getDiscsum()) > discountLimit)
         params.append(discountParam(position.getDiscsum()));
-    params.append({ParamType::Sum, QStringLiteral("PriceWithDiscount"), position.getPriceWithDisc()});
+    params.append({ParamType::Sum, names::field::priceWithDiscount, position.getPriceWithDisc()});
     params.append(getSupplierRequisites(position));
     params.append(getAgentRequisites(position));
     params.append(getIndustryRequisites(position));

@@ -1,5 +1,6 @@
 // Documents: receipts, money operations, texts.
 
+#include "names.h"
 #include "print.h"
 #include "spffrcommand.h"
 
@@ -47,7 +48,7 @@ QString joined(const QList<QString>& lines)
 
 RequestParams headerText(const QList<FrPrintData>& printData)
 {
-    return {ParamType::Text, QStringLiteral("HeaderText"), joined(SpfFrCommand::getTextLines(printData))};
+    return {ParamType::Text, names::field::headerText, joined(SpfFrCommand::getTextLines(printData))};
 }
 
 } // namespace
@@ -72,12 +73,12 @@ void SpfFrCommand::checkClose(hw::fr::CheckType type, const QMap<int, double>& p
     if (!printData.isEmpty())
         params.append(headerText(printData));
     // The footer is meant to stand on every receipt, with a change of nothing or less, too.
-    params.append({ParamType::Text, QStringLiteral("Footer"),
+    params.append({ParamType::Text, names::field::footer,
         QStringLiteral("СДАЧА: %1").arg(QString::number(change, 'f', 2))});
     if (!tailText.isEmpty())
-        params.append({ParamType::Text, QStringLiteral("TextAfterDoc"), tailText});
-    requestData(
-        ECommandCode::CloseReceipt, {ParamType::Structure, QStringLiteral("3"), params}, receiptAttempts);
+        params.append({ParamType::Text, names::field::textAfterDocument, tailText});
+    requestData(ECommandCode::CloseReceipt, {ParamType::Structure, names::document::receipt, params},
+        receiptAttempts);
 }
 
 QList<RequestParams> SpfFrCommand::receiptFields(
@@ -95,7 +96,7 @@ QList<RequestParams> SpfFrCommand::receiptFields(
         paymentParam(payments, OtherConsideration, EFrDriver::OtherSum),
         cashierParam(),
         {ParamType::Integer, EFrDriver::SettlementType, settlementType(type)},
-        {ParamType::Integer, QStringLiteral("DoNotPrint"), printMode == CheckPrintNone ? 1 : 0},
+        {ParamType::Integer, names::field::doNotPrint, printMode == CheckPrintNone ? 1 : 0},
     };
     // It is meant that a requisite of the host may bring the same tag a second time.
     if (!cashierInn.isEmpty())
@@ -110,19 +111,19 @@ void SpfFrCommand::moneyOperation(
     const int operation = type == hw::fr::CheckCashOut ? 2 : 1;
     QList<RequestParams> params{
         cashierParam(),
-        {ParamType::Sum, QStringLiteral("CashSumm"), sum},
-        {ParamType::Integer, QStringLiteral("MoneyOperationType"), operation},
+        {ParamType::Sum, names::field::cashSum, sum},
+        {ParamType::Integer, names::field::moneyOperationType, operation},
     };
     if (!printData.isEmpty())
         params.append(headerText(printData));
-    sendStructure(ECommandCode::MoneyOperation, QStringLiteral("200007"), params);
+    sendStructure(ECommandCode::MoneyOperation, names::document::moneyOperation, params);
 }
 
 void SpfFrCommand::nonFiscalDocument(const QList<FrPrintData>& printData) const
 {
     logger->debug(QStringLiteral("Печать нефискального документа"));
-    sendStructure(ECommandCode::NonFiscalDocument, QStringLiteral("200003"),
-        {{ParamType::Text, QStringLiteral("NonFiscalText"), joined(getTextLines(printData))}});
+    sendStructure(ECommandCode::NonFiscalDocument, names::document::nonFiscal,
+        {{ParamType::Text, names::field::nonFiscalText, joined(getTextLines(printData))}});
 }
 
 QList<QString> SpfFrCommand::getTextLines(const QList<FrPrintData>& printData)

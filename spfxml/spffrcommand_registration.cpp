@@ -1,3 +1,4 @@
+#include "names.h"
 #include "spffrcommand.h"
 
 #include <frutils.h>
@@ -17,7 +18,7 @@ void SpfFrCommand::registration(const QList<hw::fr::common::TaxSystemType>& taxS
 {
     // Whatever the host's reasons are, the register gets this one: it is meant.
     constexpr int changeReason = 8;
-    sendStructure(ECommandCode::Registration, QStringLiteral("11"),
+    sendStructure(ECommandCode::Registration, names::document::registrationChange,
         {
             cashierParam(),
             {ParamType::Integer, EFrDriver::RegistrationChangeReasons, changeReason},

@@ -1,5 +1,7 @@
 #include "spfstatus.h"
 
+#include "names.h"
+
 namespace spfxml {
 
 SpfStatus::SpfStatus(const QDomDocument& state, const QDomDocument& info)
@@ -8,14 +10,14 @@ SpfStatus::SpfStatus(const QDomDocument& state, const QDomDocument& info)
 }
 
 SpfStatus::SpfStatus(const StatusTexts& state, const StatusTexts& info)
-    : networkInterface(state.text(QStringLiteral("NetworkInterface")))
-    , paperWidth(state.number(QStringLiteral("PaperWidth")))
-    , kktNumber(state.text(QStringLiteral("1013")))
-    , registrationNumber(info.text(QStringLiteral("1037")))
-    , kktFwVersion(state.text(QStringLiteral("KKTFWVersion")))
-    , swVersion(info.text(QStringLiteral("SWVersion")))
-    , ffdVersion1190(info.text(QStringLiteral("1190")))
-    , ffdVersion1189(info.text(QStringLiteral("1189")))
+    : networkInterface(state.text(names::device::networkInterface))
+    , paperWidth(state.number(names::device::paperWidth))
+    , kktNumber(state.text(names::device::number))
+    , registrationNumber(info.text(names::device::registrationNumber))
+    , kktFwVersion(state.text(names::device::firmwareVersion))
+    , swVersion(info.text(names::device::softwareVersion))
+    , ffdVersion1190(info.text(names::device::ffdVersion1190))
+    , ffdVersion1189(info.text(names::device::ffdVersion1189))
     , fn(state)
     , ofd(state)
 {

@@ -1,5 +1,7 @@
 #include "statustext.h"
 
+#include "names.h"
+
 #include <xmlutils.h>
 
 namespace spfxml {
@@ -8,7 +10,7 @@ StatusTexts::StatusTexts(const QDomDocument& answer)
 {
     for (QDomElement element = answer.documentElement(); !element.isNull();
          element = xmlutils::nextElement(element)) {
-        const QString key = element.attribute(QStringLiteral("n"));
+        const QString key = element.attribute(names::tree::name);
         if (!m_elements.contains(key))
             m_elements.insert(key, element);
     }
