@@ -1,5 +1,7 @@
 #include "answerbuffer.h"
 
+#include "names.h"
+
 #include <algorithm>
 
 namespace spfxml {
@@ -9,14 +11,9 @@ AnswerBuffer::AnswerBuffer(const QByteArray& requestId)
 {
 }
 
-QByteArray AnswerBuffer::endMark()
-{
-    return QByteArrayLiteral("</ArmResponse>");
-}
-
 bool AnswerBuffer::append(const QByteArray& portion)
 {
-    const QByteArray end = endMark();
+    constexpr QByteArrayView end = names::answer::end;
     // What stands here already holds no end, so a new one can begin at most its length before the portion.
     const qsizetype from = std::max<qsizetype>(0, m_data.size() - end.size() + 1);
     m_data.append(portion);

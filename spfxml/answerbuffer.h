@@ -11,9 +11,6 @@ class AnswerBuffer
 public:
     explicit AnswerBuffer(const QByteArray& requestId);
 
-    /// The text that ends every answer.
-    static QByteArray endMark();
-
     /// Adds a portion. True when the buffer now holds a whole answer to this request. A whole answer with
     /// another id empties the buffer: it belongs to an earlier request.
     bool append(const QByteArray& portion);

@@ -1,5 +1,8 @@
 #include "requestparams.h"
 
+#include "names.h"
+#include "xmlwriter.h"
+
 #include <bytestohexutils.h>
 
 #include <QDateTime>
@@ -9,45 +12,40 @@ namespace spfxml {
 
 namespace {
 
-QString elementName()
-{
-    return QStringLiteral("pa");
-}
-
-QString nameAttribute()
-{
-    return QStringLiteral("n");
-}
-
-QString typeAttribute()
-{
-    return QStringLiteral("t");
-}
-
 RequestParams::EParamType typeOf(const QDomElement& element)
 {
-    return static_cast<RequestParams::EParamType>(element.attribute(typeAttribute()).toInt());
+    return static_cast<RequestParams::EParamType>(element.attribute(names::tree::type).toInt());
 }
 
-void appendEncoded(QString& text, const QString& value, bool isAttribute)
+/// Does to a document what XmlWriter does to a text.
+class ElementWriter
 {
-    for (qsizetype i = 0; i < value.size(); ++i) {
-        const QChar character = value.at(i);
-        const char16_t code = character.unicode();
-        if (code == u'<')
-            text += QLatin1String("&lt;");
-        else if (code == u'&')
-            text += QLatin1String("&amp;");
-        else if (code == u'"' && isAttribute)
-            text += QLatin1String("&quot;");
-        else if (code == u'>' && i >= 2 && value.at(i - 1) == u']' && value.at(i - 2) == u']')
-            text += QLatin1String("&gt;");
-        else if (code == u'\r' || (isAttribute && (code == u'\n' || code == u'\t')))
-            text += QStringLiteral("&#x%1;").arg(code, 0, 16);
-        else
-            text += character;
+public:
+    explicit ElementWriter(QDomDocument& document)
+        : m_document(document)
+    {
     }
-}
+
+    void open(const QString& tag)
+    {
+        const QDomElement element = m_document.createElement(tag);
+        if (m_root.isNull())
+            m_root = element;
+        else
+            m_open.appendChild(element);
+        m_open = element;
+    }
+    void attribute(const QString& name, const QString& value) { m_open.setAttribute(name, value); }
+    void text(const QString& text) { m_open.appendChild(m_document.createTextNode(text)); }
+    void close() { m_open = m_open.parentNode().toElement(); }
+
+    const QDomElement& root() const { return m_root; }
+
+private:
+    QDomDocument& m_document;
+    QDomElement m_root;
+    QDomElement m_open;
+};
 
 // In Qt 6.4 a CDATA section does not count as character data.
 bool isText(const QDomNode& node)
@@ -101,52 +99,35 @@ QString RequestParams::getFormattedValue() const
     }
 }
 
+template <typename Writer>
+void RequestParams::write(Writer& writer) const
+{
+    writer.open(names::tree::node);
+    writer.attribute(names::tree::name, m_name);
+    writer.attribute(names::tree::type, QString::number(static_cast<int>(m_type)));
+    if (!m_value.isNull())
+        writer.text(getFormattedValue());
+    for (const RequestParams& param : m_params)
+        param.write(writer);
+    writer.close();
+}
+
 QDomElement RequestParams::toElement(QDomDocument& document) const
 {
-    QDomElement element = document.createElement(elementName());
-    element.setAttribute(nameAttribute(), m_name);
-    element.setAttribute(typeAttribute(), static_cast<int>(m_type));
-    if (!m_value.isNull())
-        element.appendChild(document.createTextNode(getFormattedValue()));
-    for (const RequestParams& param : m_params)
-        element.appendChild(param.toElement(document));
-    return element;
+    ElementWriter writer(document);
+    write(writer);
+    return writer.root();
 }
 
+// Not by way of a document: that takes fifty times the memory of the text, which shows with receipts of many
+// positions.
 QString RequestParams::toString() const
 {
-    QString text;
-    if (!m_value.isNull() || !m_params.isEmpty())
-        write(text, 0);
-    return text;
-}
-
-// What a document of toElement writes with an indentation of one, without the tree: that takes fifty times
-// the memory of the text, which shows with receipts of many positions.
-void RequestParams::write(QString& text, qsizetype depth) const
-{
-    const auto indent = [&text](qsizetype count) { text += QString(count, QLatin1Char(' ')); };
-    text += QLatin1String("<pa n=\"");
-    appendEncoded(text, m_name, true);
-    text += QLatin1String("\" t=\"") + QString::number(static_cast<int>(m_type)) + QLatin1Char('"');
-    const bool hasText = !m_value.isNull();
-    if (!hasText && m_params.isEmpty()) {
-        text += QLatin1String("/>\n");
-        return;
-    }
-    text += QLatin1Char('>');
-    if (hasText)
-        appendEncoded(text, getFormattedValue(), false);
-    else
-        text += QLatin1Char('\n');
-    for (qsizetype i = 0; i < m_params.size(); ++i) {
-        // Blanks behind a text would be part of it.
-        indent(hasText && i == 0 ? 0 : depth + 1);
-        m_params.at(i).write(text, depth + 1);
-    }
-    if (!m_params.isEmpty())
-        indent(depth);
-    text += QLatin1String("</pa>\n");
+    if (m_value.isNull() && m_params.isEmpty())
+        return {};
+    XmlWriter writer;
+    write(writer);
+    return writer.result();
 }
 
 RequestParams RequestParams::fromElement(const QDomElement& element)
@@ -158,11 +139,11 @@ RequestParams RequestParams::fromElement(const QDomElement& element)
         const QDomElement child = node.toElement();
         const QDomNode first = node.firstChild();
         if (isText(first))
-            params.append({typeOf(child), child.attribute(nameAttribute()), QVariant(first.nodeValue())});
+            params.append({typeOf(child), child.attribute(names::tree::name), QVariant(first.nodeValue())});
         else
             params.append(fromElement(child));
     }
-    return {typeOf(element), element.attribute(nameAttribute()), params};
+    return {typeOf(element), element.attribute(names::tree::name), params};
 }
 
 } // namespace spfxml

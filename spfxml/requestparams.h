@@ -61,7 +61,8 @@ public:
     static RequestParams fromElement(const QDomElement& element);
 
 private:
-    void write(QString& text, qsizetype depth) const;
+    template <typename Writer>
+    void write(Writer& writer) const;
 
     EParamType m_type = EParamType::None;
     QString m_name;

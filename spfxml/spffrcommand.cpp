@@ -19,7 +19,7 @@ SpfFrCommand::SpfFrCommand(
     AbstractSerialDriver* serialDriver, const Log4Qt::Logger* driverLogger, const QString& version)
     : serial(serialDriver)
     , logger(driverLogger)
-    , protocolVersion(version)
+    , m_protocolVersion(version)
 {
 }
 

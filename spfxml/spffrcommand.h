@@ -175,16 +175,16 @@ protected:
     QString cashierName;
     QString cashierInn;
     QString tailText;
-    const QString protocolVersion;
     CheckPrintMode printMode = CheckPrintNormal;
 
 private:
+    const QString m_protocolVersion;
+
     /// Logs the field of an answer that is not as it should be and throws FrCommandException.
     [[noreturn]] void refuseParameter(const QString& tag, const QString& text) const;
     QByteArray exchange(const QByteArray& request, const QByteArray& requestId, int attempts) const;
     QByteArray receiveAnswer(const QByteArray& requestId) const;
     QDomDocument parseAnswer(const QByteArray& answer) const;
-    int readErrorNumber(const QDomDocument& document, const QString& tag) const;
     RequestParams cashierParam() const;
     QList<RequestParams> cashierParams() const;
     QDomDocument requestCounters(const QString& message) const;

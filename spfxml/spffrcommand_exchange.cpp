@@ -1,19 +1,17 @@
 #include "answerbuffer.h"
+#include "envelope.h"
+#include "errorcatalogue.h"
 #include "spffrcommand.h"
 
 #include <abstractserialdriver.h>
 #include <currenttime.h>
 #include <drivertexts.h>
-#include <errorcatalogue.h>
 #include <exceptions.h>
 #include <logger.h>
 #include <mockfactory.h>
-#include <xmlutils.h>
 
 #include <QDomDocument>
 #include <QUuid>
-#include <QXmlStreamReader>
-#include <QXmlStreamWriter>
 
 namespace spfxml {
 
@@ -23,46 +21,11 @@ constexpr unsigned long portionSize = 200;
 constexpr unsigned long answerTimeout = 15000;
 // A device that never ends its answer must not eat the memory of the host.
 constexpr qsizetype maxAnswerSize = qsizetype(64) * 1024 * 1024;
-// Nor its stack: a tree is walked and freed level by level. No register comes near that depth.
-constexpr int deepestElement = 256;
 constexpr int outOfPaperCode = 8;
 
 FrCommandException malformedAnswer()
 {
     return FrCommandException(drivertexts::badAnswer());
-}
-
-template <typename Text>
-bool isTooDeep(const Text& text)
-{
-    // Most answers are too short for it.
-    if (text.count(typename Text::value_type('<')) <= deepestElement)
-        return false;
-    QXmlStreamReader reader(text);
-    for (int depth = 0; !reader.atEnd();) {
-        const QXmlStreamReader::TokenType token = reader.readNext();
-        depth += token == QXmlStreamReader::StartElement ? 1 : 0;
-        depth -= token == QXmlStreamReader::EndElement ? 1 : 0;
-        if (depth > deepestElement)
-            return true;
-    }
-    return false;
-}
-
-void writeRequestBody(
-    QXmlStreamWriter& writer, const QString& version, const QByteArray& requestId, int commandCode)
-{
-    const QString time = MockFactory<CurrentTime>::create()->getCurrentDateTime().toString(
-        QStringLiteral("yyyy-MM-dd hh:mm:ss"));
-    writer.writeStartElement(QStringLiteral("RequestBody"));
-    writer.writeTextElement(QStringLiteral("ProtocolLabel"), QStringLiteral("OFDFNARMUKM"));
-    writer.writeTextElement(QStringLiteral("ProtocolVersion"), version);
-    writer.writeTextElement(QStringLiteral("RequestId"), QString::fromUtf8(requestId));
-    writer.writeTextElement(QStringLiteral("msgFFDVer"), QStringLiteral("4"));
-    writer.writeTextElement(QStringLiteral("msgContVer"), QStringLiteral("1"));
-    writer.writeTextElement(QStringLiteral("DateTime"), time);
-    writer.writeTextElement(QStringLiteral("Command"), QString::number(commandCode));
-    writer.writeEndElement();
 }
 
 } // namespace
@@ -75,19 +38,8 @@ QByteArray SpfFrCommand::getUuid() const
 QByteArray SpfFrCommand::createCommand(
     const QByteArray& requestId, ECommandCode code, const RequestParams& params) const
 {
-    QByteArray request;
-    QXmlStreamWriter writer(&request);
-    writer.setAutoFormatting(true);
-    writer.setAutoFormattingIndent(1);
-    writer.writeStartDocument();
-    writer.writeStartElement(QStringLiteral("ArmRequest"));
-    writeRequestBody(writer, protocolVersion, requestId, static_cast<int>(code));
-    writer.writeStartElement(QStringLiteral("RequestData"));
-    // Half a character, as a text cut at its end may have, would stop the writer: a question mark goes out.
-    const QString text = params.toString();
-    writer.writeCDATA(text.isValidUtf16() ? text : QString::fromUtf8(text.toUtf8()));
-    writer.writeEndDocument();
-    return request;
+    return envelope::build({m_protocolVersion, requestId,
+        MockFactory<CurrentTime>::create()->getCurrentDateTime(), static_cast<int>(code), params.toString()});
 }
 
 QDomDocument SpfFrCommand::requestData(ECommandCode code, const RequestParams& params, int attempts) const
@@ -139,55 +91,40 @@ QByteArray SpfFrCommand::receiveAnswer(const QByteArray& requestId) const
 
 bool SpfFrCommand::isValidPackage(const QByteArray& data, const QByteArray& requestId) const
 {
-    return data.contains(AnswerBuffer::endMark()) && data.contains(requestId);
+    return envelope::isWhole(data, requestId);
 }
 
 QDomDocument SpfFrCommand::parseAnswer(const QByteArray& answer) const
 {
-    QDomDocument document;
-    QString reason = QStringLiteral("nested too deeply");
-    int line = 0;
-    int column = 0;
-    if (isTooDeep(answer) || !document.setContent(answer, &reason, &line, &column)) {
-        logger->error(QStringLiteral("Ответ не является xml документом. Line %1, column %2, %3")
-                          .arg(line)
-                          .arg(column)
-                          .arg(reason));
-        logger->error(QString::fromUtf8(answer));
-        throw malformedAnswer();
-    }
-    return document;
+    envelope::Flaw flaw;
+    const std::optional<QDomDocument> document = envelope::parse(answer, &flaw);
+    if (document)
+        return *document;
+    logger->error(QStringLiteral("Ответ не является xml документом. Line %1, column %2, %3")
+                      .arg(flaw.line)
+                      .arg(flaw.column)
+                      .arg(flaw.reason));
+    logger->error(QString::fromUtf8(answer));
+    throw malformedAnswer();
 }
 
 void SpfFrCommand::checkForErrors(const QDomDocument& document) const
 {
-    const QString resultTag = QStringLiteral("Result");
-    const QString result = xmlutils::getValueByTag(document, resultTag, 0);
-    if (result.isEmpty())
-        refuseParameter(resultTag, result);
-    if (result == QLatin1String("0"))
+    envelope::BadField badField;
+    const std::optional<envelope::Verdict> verdict = envelope::verdict(document, &badField);
+    if (!verdict)
+        refuseParameter(badField.tag, badField.text);
+    if (verdict->isSuccess)
         return;
-    const int category = readErrorNumber(document, QStringLiteral("ErrorCategory"));
-    const int code = readErrorNumber(document, QStringLiteral("ErrorCode"));
-    const QString description = xmlutils::getValueByTag(document, QStringLiteral("ErrorDescription"), 0);
-    const tr::TrList message = spf::utils::getErrorMessage(category, code, description);
+    const tr::TrList message
+        = spf::utils::getErrorMessage(verdict->errorCategory, verdict->errorCode, verdict->errorDescription);
     const QString separator = QStringLiteral(". ");
     logger->error(message.joinRu(separator));
     const QStringList uiTexts = message.toUiList(true);
-    const QString text = uiTexts.isEmpty() ? description : uiTexts.join(separator);
-    if (code == outOfPaperCode)
+    const QString text = uiTexts.isEmpty() ? verdict->errorDescription : uiTexts.join(separator);
+    if (verdict->errorCode == outOfPaperCode)
         throw FrWaitForPaperException(text);
     throw FrCommandException(text);
-}
-
-int SpfFrCommand::readErrorNumber(const QDomDocument& document, const QString& tag) const
-{
-    const QString text = xmlutils::getValueByTag(document, tag, 0);
-    bool isNumber = false;
-    const int errorNumber = text.toInt(&isNumber);
-    if (!isNumber)
-        refuseParameter(tag, text);
-    return errorNumber;
 }
 
 void SpfFrCommand::refuseParameter(const QString& tag, const QString& text) const
@@ -198,26 +135,24 @@ void SpfFrCommand::refuseParameter(const QString& tag, const QString& text) cons
 
 QDomDocument SpfFrCommand::getResponseData(const QDomDocument& document) const
 {
-    const QString text = xmlutils::getValueByTag(document, QStringLiteral("ResponseData"), 0);
+    const QString text = envelope::data(document);
     if (text.isEmpty()) {
         logger->info(QStringLiteral("Ответ пуст"));
         return {};
     }
-    QDomDocument response;
-    if (isTooDeep(text) || !response.setContent(text)) {
-        logger->error(QStringLiteral("Некорректное значение параметра ResponseData: '%1'").arg(text));
-        throw malformedAnswer();
-    }
-    return response;
+    const std::optional<QDomDocument> response = envelope::parse(text);
+    if (response)
+        return *response;
+    logger->error(QStringLiteral("Некорректное значение параметра ResponseData: '%1'").arg(text));
+    throw malformedAnswer();
 }
 
 void SpfFrCommand::logTraceData(const QByteArray& data, bool sending) const
 {
     if (!logger->isTraceEnabled())
         return;
-    QDomDocument document;
-    const QString text
-        = !isTooDeep(data) && document.setContent(data) ? document.toString(1) : QString::fromUtf8(data);
+    const std::optional<QDomDocument> document = envelope::parse(data);
+    const QString text = document ? document->toString(1) : QString::fromUtf8(data);
     logger->trace((sending ? QStringLiteral("Отправка:\n") : QStringLiteral("Получено:\n")) + text);
 }
 
