@@ -18,8 +18,9 @@ class FrSpfSettings;
 
 namespace spfxml {
 
-/// The driver of the XML protocol. Its operations check that the port is ready, log, and call one operation
-/// of the command object; the state of the shift is asked anew each time.
+/// The driver of the XML protocol. Most operations log what they are asked for, check that the port is ready
+/// and call one operation of the command object; those that do not look at the port fail in the exchange when
+/// it is closed. The state of the shift is asked anew each time.
 ///
 /// A document is gathered here between its opening and its closing call and leaves as one request. Failures
 /// of the exchange pass through as SpfFrCommand::requestData throws them.
@@ -78,8 +79,9 @@ public:
     /// Payments of one kind add up.
     void checkPay(const FrPayment& payment) override;
     void checkPrint(const QList<QString>& lines) override;
-    /// Sends the receipt, once. The object is empty: the register gives no numbers back. After a failure
-    /// what was gathered is still there.
+    /// Asks for the tax system when no requisite has named one, then sends the receipt, once. The object is
+    /// empty: nothing is read from the answer. What was gathered stays until the next checkOpen, so another
+    /// call sends it again, with the tax system a second time.
     QJsonObject checkClose(const FiscalDocument& document) override;
     void moneyCheckOpen(hw::fr::CheckType type, const QString& text) override;
     void moneyCheckPrint(const QList<QString>& lines) override;
@@ -92,14 +94,17 @@ public:
     void setFont(const QList<EFrDriver::FontTypes>& fonts) override;
     void resetFont() override;
 
-    /// Answers from memory for a code that was checked since the last receipt, unless a recheck is wanted.
+    /// Answers from memory for a code that was checked before, unless a recheck is wanted; otherwise it opens
+    /// the shift when that is closed. A closed receipt and clearMarkingCodes empty the memory, a new or
+    /// failed receipt does not.
     int checkMarkingCode(const MarkedPosition& position, bool recheck) override;
     void clearMarkingCodes() override;
 
     /// Keeps a requisite for the open receipt; one that the register does not take is left out with a warning
     /// in the log. The tax system stays for later receipts too.
     void setRequisite(const FdRequisite& requisite) override;
-    /// Sends the tax systems only. Throws FrCommandException when the shift is open.
+    /// Of what is given only the tax systems are used; the name of the cashier who is logged in and a reason
+    /// of the driver's own go with them. Throws FrCommandException when the shift is open.
     void registration(const QList<hw::fr::common::TaxSystemType>& taxSystems,
         hw::fr::common::TaxSystemType defaultTaxSystem, const QString& cashierName,
         const QList<RegistrationReason>& reasons, const QMap<QString, QVariant>& parameters) override;

@@ -110,7 +110,7 @@ bool FrSpf::setGraphicCliche(const QString& fileName)
     return true;
 }
 
-// Unlike the other operations, a refusal is logged by the bytes of its message.
+// A refusal is logged by the bytes of its message, as that of a receipt is.
 void FrSpf::writeHeader(const SpfFrCommand::ParameterMap& values)
 {
     try {

@@ -55,7 +55,7 @@ KktCounters getKktCounters(const QDomDocument& document, EFrDriver::RequisiteTyp
     KktCounters counters;
     for (size_t kind = 0; kind < paymentRequisites.size(); ++kind)
         counters.payments.insert(static_cast<int>(kind), requisiteValue(shift, paymentRequisites.at(kind)));
-    // The device writes the count like a sum, "3.0".
+    // Read as a fraction and cut, so that "3.0" counts 3: it is meant.
     counters.count = wholeCount(requisiteValue(shift, EFrDriver::ReceiptCount));
     counters.shiftSum = requisiteValue(shift, EFrDriver::ReceiptsSum);
 

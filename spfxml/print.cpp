@@ -32,7 +32,7 @@ void Print::addItems(const QList<FrPrintData>& items)
             addBarcode(item.barcode);
             break;
         case FrPrintData::FontChange:
-            // The register has no combined fonts.
+            // Only the first font of the list counts: it is meant.
             font = item.fonts.value(0, EFrDriver::UndefinedFont);
             break;
         default:

@@ -121,7 +121,8 @@ public:
     virtual void printLastFNDocument() const;
     /// Drops the codes that the register has checked so far.
     virtual void clearMarkingCodes() const;
-    /// Changes the registration; the register gets the tax systems and nothing else.
+    /// Changes the registration. The register gets the cashier's name (tag 1021), reason 8 (tag 1205) and the
+    /// tax systems.
     virtual void registration(const QList<hw::fr::common::TaxSystemType>& taxSystems) const;
     /// Advertising text behind each receipt; kept here, nothing is sent.
     virtual void setTail(const QList<QString>& lines);

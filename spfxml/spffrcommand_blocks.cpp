@@ -31,7 +31,7 @@ RequestParams blockOf(
     return {ParamType::Structure, tag, params};
 }
 
-// An excise stamp is known by its first characters, whatever its length.
+// Only the first characters of an excise stamp go out: it is meant.
 FdRequisite exciseStampCode(const QString& code)
 {
     constexpr qsizetype stampCodeLength = 14;

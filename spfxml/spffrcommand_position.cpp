@@ -26,7 +26,7 @@ int valueOr(int value, int unset, int fallback)
     return value == unset ? fallback : value;
 }
 
-// The register takes the whole code of these groups; of the others the code of the goods is enough.
+// Only these groups send the whole code beside that of the goods: it is meant.
 bool carriesWholeCode(ExciseMarkType type)
 {
     return type >= MarkTobacco && type <= MarkMedicine;
