@@ -51,6 +51,24 @@ void SpfFiscalRegister::setProtocolVersion(const QString& version)
     getSettings()->setProtocolVer(version);
 }
 
+QList<fr::RegisterParameter> SpfFiscalRegister::knownParameters() const
+{
+    const auto* const source = dynamic_cast<const AbstractRegisterParameters*>(driver);
+    return source == nullptr ? QList<fr::RegisterParameter>() : source->knownParameters();
+}
+
+QList<fr::RegisterParameter> SpfFiscalRegister::readParameters(const QStringList& names)
+{
+    auto* const source = dynamic_cast<AbstractRegisterParameters*>(driver);
+    return source == nullptr ? QList<fr::RegisterParameter>() : source->readParameters(names);
+}
+
+std::optional<FrParameter> SpfFiscalRegister::assignment(const QString& name, const QString& value) const
+{
+    const auto* const source = dynamic_cast<const AbstractRegisterParameters*>(driver);
+    return source == nullptr ? std::nullopt : source->assignment(name, value);
+}
+
 void SpfFiscalRegister::init()
 {
     auto* const device = qobject_cast<AbstractSerialDevice*>(serialObject);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "abstractregisterparameters.h"
 #include "basicfiscalregister.h"
 
 #include <QVariant>
@@ -9,9 +10,10 @@ class FrSpfSettings;
 namespace hw {
 
 /// The device object of a register of this family. The host sets the properties and then calls init once.
-class SpfFiscalRegister : public BasicFiscalRegister
+class SpfFiscalRegister : public BasicFiscalRegister, public AbstractRegisterParameters
 {
     Q_OBJECT
+    Q_INTERFACES(hw::AbstractRegisterParameters)
     Q_CLASSINFO("name", "Spf")
     Q_CLASSINFO("type", "Fr")
     Q_CLASSINFO("displayName", "Сервис Плюс Ф")
@@ -45,6 +47,11 @@ public:
     /// Version of the control protocol that goes into each XML request.
     QString getProtocolVersion() const;
     void setProtocolVersion(const QString& version);
+
+    // The driver's settings as data: the driver knows them, and hosts ask the device object.
+    QList<fr::RegisterParameter> knownParameters() const override;
+    QList<fr::RegisterParameter> readParameters(const QStringList& names) override;
+    std::optional<FrParameter> assignment(const QString& name, const QString& value) const override;
 
 public Q_SLOTS:
     /// Builds the driver. Without a usable serial device there is none afterwards, which the host sees in a

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "abstractregisterparameters.h"
 #include "basicfrdriver.h"
 
 #include <QMap>
@@ -21,7 +22,7 @@ class TableParameter;
 ///
 /// Requisites of a receipt never reach the device on this protocol, and the objects of the closing operations
 /// are always empty. Cancelling needs the device, too: a failed receipt stays open until checkCancel or init.
-class FrSpf : public BasicFrDriver
+class FrSpf : public BasicFrDriver, public hw::AbstractRegisterParameters
 {
 public:
     FrSpf(AbstractSerialDriver* serialDriver, FrSpfSettings* driverSettings);
@@ -36,6 +37,9 @@ public:
     void printFnDocument(long documentNumber) override;
     QStringList getCountersDescription() override;
     QStringList getParametersDescription() override;
+    QList<hw::fr::RegisterParameter> knownParameters() const override;
+    QList<hw::fr::RegisterParameter> readParameters(const QStringList& names) override;
+    std::optional<FrParameter> assignment(const QString& name, const QString& value) const override;
     void setFont(const QList<EFrDriver::FontTypes>& fonts) override;
     void resetFont() override;
     void drawerOpen() override;

@@ -15,13 +15,11 @@ namespace spfhex {
 
 namespace {
 
-constexpr unsigned short parameterTable = 1;
-
 constexpr QRect logoArea(0, 0, 288, 100);
 
 FrParameter scalar(protocol::Parameter parameter, const QString& value)
 {
-    return {parameterTable, 0, parameter, value};
+    return {protocol::parameterTable, 0, parameter, value};
 }
 
 QList<FrParameter> defaultParameters()
@@ -106,7 +104,7 @@ bool FrSpf::programLines(unsigned short parameter, const QString& message, const
     QList<FrParameter> parameters;
     for (const QString& line : lines) {
         const auto row = static_cast<unsigned short>(parameters.size());
-        parameters.append({parameterTable, row, parameter, line});
+        parameters.append({protocol::parameterTable, row, parameter, line});
     }
     const bool done = setParams(parameters);
     // Meant to be logged whatever came out of it.

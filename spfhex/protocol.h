@@ -103,6 +103,9 @@ enum TextAttribute {
 /// The device's barcodes that have another number than the host's.
 enum BarcodeType { Code93Barcode = 7, Code128Barcode = 8 };
 
+/// The table of a parameter record; the device has one, and it does not go out.
+inline constexpr unsigned short parameterTable = 1;
+
 /// Parameters that the driver itself reads and writes; the whole table is in paramtable.cpp.
 enum Parameter : unsigned short {
     DrawerOpeningParameter = 4,

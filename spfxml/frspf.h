@@ -3,6 +3,7 @@
 #include "requestparams.h"
 #include "spffrcommand.h"
 
+#include <abstractregisterparameters.h>
 #include <basicfrdriver.h>
 #include <checktype.h>
 #include <exceptions.h>
@@ -24,7 +25,7 @@ namespace spfxml {
 ///
 /// A document is gathered here between its opening and its closing call and leaves as one request. Failures
 /// of the exchange pass through as SpfFrCommand::requestData throws them.
-class FrSpf : public BasicFrDriver
+class FrSpf : public BasicFrDriver, public hw::AbstractRegisterParameters
 {
 public:
     FrSpf(AbstractSerialDriver* serialDriver, FrSpfSettings* driverSettings);
@@ -43,6 +44,9 @@ public:
     void printFnDocument(long documentNumber) override;
     QStringList getCountersDescription() override;
     QStringList getParametersDescription() override;
+    QList<hw::fr::RegisterParameter> knownParameters() const override;
+    QList<hw::fr::RegisterParameter> readParameters(const QStringList& names) override;
+    std::optional<FrParameter> assignment(const QString& name, const QString& value) const override;
     void drawerOpen() override;
     /// Closes the shift; sends nothing when it is closed. The object is empty.
     QJsonObject zReport() override;

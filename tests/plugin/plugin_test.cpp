@@ -1,5 +1,6 @@
 #include "abstractfiscalregister.h"
 #include "abstractfrdriver.h"
+#include "abstractregisterparameters.h"
 #include "basicfrsettings.h"
 #include "driver/thrown.h"
 #include "fakeport.h"
@@ -110,6 +111,19 @@ TEST_F(PluginTest, answersToItsInterfaceByIdAndByName)
     auto* const fiscalRegister = static_cast<hw::AbstractFiscalRegister*>(byId);
     EXPECT_EQ(fiscalRegister->getPrinter(), nullptr);
     EXPECT_TRUE(fiscalRegister->getUpgradeManager().isNull());
+}
+
+TEST_F(PluginTest, tellsTheParametersOfTheProtocol)
+{
+    auto* const parameters = qobject_cast<hw::AbstractRegisterParameters*>(device.get());
+    ASSERT_NE(parameters, nullptr);
+    EXPECT_TRUE(parameters->knownParameters().isEmpty());
+    EXPECT_FALSE(parameters->assignment(QStringLiteral("6.0"), QString()).has_value());
+    device->setProperty("serialObj", QVariant::fromValue<QObject*>(&port));
+    device->setProperty("protocol", "HEX");
+    init();
+    EXPECT_EQ(parameters->knownParameters().size(), 76);
+    EXPECT_TRUE(parameters->assignment(QStringLiteral("6.0"), QString()).has_value());
 }
 
 TEST_F(PluginTest, protocolDecides)

@@ -25,6 +25,42 @@ TEST_F(HexDriverTest, theParameterPrintoutAsksForEachRowOnce)
         logged(), testing::HasSubstr("d Получение параметра 41 2; w Ошибка при получении параметра: Отказ"));
 }
 
+TEST_F(HexDriverTest, parametersAreToldAsDataAndReadByName)
+{
+    using hw::fr::RegisterParameter;
+    const QList<RegisterParameter> known = driver.knownParameters();
+    EXPECT_EQ(driver.sent(), "");
+    ASSERT_EQ(known.size(), 76);
+    const auto told = [](const RegisterParameter& parameter) {
+        return QStringLiteral("%1 %2 t%3 %4..%5%6=%7")
+            .arg(parameter.name, parameter.caption)
+            .arg(static_cast<int>(parameter.type))
+            .arg(parameter.least.value_or(-7))
+            .arg(parameter.greatest.value_or(-7))
+            .arg(parameter.isReadOnly ? QStringLiteral(" r") : QString(), parameter.value)
+            .toStdString();
+    };
+    EXPECT_EQ(told(known.at(0)), "1.0 Номер кассы t1 1..9999=");
+    device.answer(QStringLiteral("A1 24|1|= 20 ; A1 41|2|=9; A1 20|0|=refused; A1 82|0|=010126"));
+    std::vector<std::string> read;
+    for (const RegisterParameter& parameter :
+        driver.readParameters({"41.2", "24.1", "20.0", "82.0", "777.0"}))
+        read.push_back(told(parameter));
+    EXPECT_THAT(read,
+        testing::ElementsAre(
+            "20.0 Строки клише для документов t0 0..-7=", "24.1 Процент ставки налога t2 -7..-7 r=20",
+            "41.2 Ширина столбца <Цена> t1 6..9=9", "82.0 Дата автопереключения на НДС 20% t3 6..6=010126"));
+    EXPECT_EQ(driver.sent(), "A1 20|0|; A1 24|1|; A1 41|2|; A1 82|0|");
+
+    // What the table does not know can be written all the same.
+    const std::optional<FrParameter> unknown
+        = driver.assignment(QStringLiteral("999.3"), QStringLiteral("x"));
+    ASSERT_TRUE(unknown.has_value());
+    EXPECT_EQ(std::tuple(unknown->getFieldNum(), unknown->getRowNum()), std::tuple(999, 3));
+    EXPECT_EQ(driver.assignment(QStringLiteral("6"), QString())->getFieldNum(), 6);
+    EXPECT_FALSE(driver.assignment(QStringLiteral("OFD.OFD.OFD_Host"), QString()).has_value());
+}
+
 TEST_F(HexDriverTest, pictureBecomesAMonochromeBitmapOfTheDevicesSize)
 {
     const QTemporaryDir folder;

@@ -80,6 +80,29 @@ TEST_F(Settings, arePrintedInTheOrderOfTheAnswer)
         "---------------  ---------------\n\n*                              1");
 }
 
+TEST_F(Settings, areToldAsDataInOneExchange)
+{
+    const QList<hw::fr::RegisterParameter> known = driver.knownParameters();
+    EXPECT_THAT(script->taken(), IsEmpty());
+    ASSERT_EQ(known.size(), 51);
+    EXPECT_EQ(known.at(14).name, "OFD.OFD.1208");
+    EXPECT_EQ(known.at(14).caption, "Сайт чеков");
+    EXPECT_EQ(known.at(48).type, hw::fr::RegisterParameter::Type::Number);
+
+    script->answers[54] = "<pa n='200004'><pa n='OFD'><pa n='OFD'><pa n='OFD_Port' t='1'>7777</pa>"
+                          "<pa n='OFD_New' t='1'> x </pa><pa n='OFD_Host' t='1'>a</pa></pa></pa></pa>";
+    QStringList read;
+    for (const auto& parameter :
+        driver.readParameters({"OFD.OFD.OFD_Port", "OFD.OFD.OFD_New", "OFD.OFD.1208"}))
+        read.append(parameter.name + '|' + parameter.caption + '|' + parameter.value);
+    EXPECT_EQ(read, QStringList({"OFD.OFD.OFD_Port|Порт ОФД|7777", "OFD.OFD.OFD_New||x"}));
+    EXPECT_EQ(script->taken().size(), 1U);
+
+    EXPECT_EQ(driver.assignment("OFD.OFD.OFD_Host", "a.b")->getValue(), "OFD.OFD.OFD_Host.a.b");
+    for (const char* const name : {"OFD_Host", "OFD.OFD.OFD_Host.x", "6.0", ""})
+        EXPECT_FALSE(driver.assignment(name, {}).has_value()) << name;
+}
+
 TEST_F(Settings, dressTheReceipt)
 {
     EXPECT_TRUE(driver.setCliche({"1", "2", "3", "4", "5"}));
