@@ -1,8 +1,8 @@
 #include "answerers.h"
 
-#include "hexprotocol.h"
+#include "hex/protocol.h"
 #include "numeric.h"
-#include "xmlprotocol.h"
+#include "xml/protocol.h"
 
 #include <QMap>
 

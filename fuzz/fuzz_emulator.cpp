@@ -6,7 +6,7 @@
 
 #include "harness.h"
 
-#include "protocolswitch.h"
+#include "line/protocolswitch.h"
 
 #include <numeric>
 

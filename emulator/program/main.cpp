@@ -1,5 +1,5 @@
-#include "options.h"
-#include "station.h"
+#include "program/options.h"
+#include "program/station.h"
 
 #include <QCoreApplication>
 #include <QSocketNotifier>

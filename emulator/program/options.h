@@ -1,7 +1,7 @@
 #pragma once
 
-#include "faultplan.h"
-#include "protocolswitch.h"
+#include "line/faultplan.h"
+#include "line/protocolswitch.h"
 
 #include <QStringList>
 

@@ -1,4 +1,4 @@
-#include "ptyline.h"
+#include "program/ptyline.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
-#include "station.h"
+#include "program/station.h"
 
-#include "ptyline.h"
-#include "tcpline.h"
+#include "program/ptyline.h"
+#include "program/tcpline.h"
 
 #include <QJsonDocument>
 

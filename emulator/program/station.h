@@ -1,7 +1,7 @@
 #pragma once
 
-#include "line.h"
-#include "options.h"
+#include "program/line.h"
+#include "program/options.h"
 
 #include <QFile>
 #include <QTimer>

@@ -1,4 +1,4 @@
-#include "tcpline.h"
+#include "program/tcpline.h"
 
 TcpLine::TcpLine(quint16 port, QObject* parent)
     : Line(parent)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "line.h"
+#include "program/line.h"
 
 #include <QPointer>
 #include <QTcpServer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "faultplan.h"
+#include "line/faultplan.h"
 #include "random.h"
 
 #include <QList>

@@ -1,10 +1,10 @@
 #include "rig.h"
 
-#include "hexprotocol.h"
+#include "hex/protocol.h"
 #include "spfhex/command.h"
 #include "spfhex/frspf.h"
 #include "spfxml/frspf.h"
-#include "xmlprotocol.h"
+#include "xml/protocol.h"
 
 namespace {
 

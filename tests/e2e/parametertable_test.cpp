@@ -1,7 +1,7 @@
 // The driver's table of parameters against the software register's, which were written apart from each other.
 
-#include <emulator/parameterstore.h>
-#include <emulator/parametertable.h>
+#include <emulator/register/parameterstore.h>
+#include <emulator/register/parametertable.h>
 
 #include <spfhex/paramtable.h>
 

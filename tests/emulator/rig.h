@@ -1,6 +1,6 @@
 #pragma once
 
-#include "hexprotocol.h"
+#include "hex/protocol.h"
 
 #include <functional>
 #include <numeric>

@@ -1,4 +1,4 @@
-#include "parametertable.h"
+#include "register/parametertable.h"
 #include "rig.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "protocolswitch.h"
+#include "line/protocolswitch.h"
 
 #include <QRegularExpression>
 

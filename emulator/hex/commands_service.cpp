@@ -1,0 +1,176 @@
+#include "hex/protocol.h"
+
+#include "hex/codepage.h"
+
+namespace emulator {
+
+namespace {
+
+constexpr qsizetype longestCashierName = 48;
+constexpr int largestLogo = 65'536;
+
+QList<QByteArray> one(const QByteArray& value)
+{
+    return {value};
+}
+
+} // namespace
+
+HexProtocol::Answer HexProtocol::start(HexFields& fields)
+{
+    const QDateTime time = fields.dateTime(0, 1);
+    return fields.isBad() ? Refusal::BadValue : device().start(time);
+}
+
+HexProtocol::Answer HexProtocol::setTime(HexFields& fields)
+{
+    const QDateTime time = fields.dateTime(0, 1);
+    return fields.isBad() ? Refusal::BadValue : device().setTime(time);
+}
+
+HexProtocol::Answer HexProtocol::time(HexFields&)
+{
+    const QDateTime now = device().now();
+    return QList<QByteArray>{
+        now.toString(QStringLiteral("ddMMyy")).toLatin1(), now.toString(QStringLiteral("HHmmss")).toLatin1()};
+}
+
+HexProtocol::Answer HexProtocol::openShift(HexFields& fields)
+{
+    const Cashier cashier{fields.utf8(0, longestCashierName), fields.inn(1)};
+    return fields.isBad() ? Refusal::BadValue : device().openShift(cashier);
+}
+
+HexProtocol::Answer HexProtocol::closeShift(HexFields& fields)
+{
+    const Cashier cashier{fields.text(0, longestCashierName), fields.inn(1)};
+    return fields.isBad() ? Refusal::BadValue : device().closeShift(cashier);
+}
+
+HexProtocol::Answer HexProtocol::printTotals(HexFields& fields)
+{
+    const Cashier cashier{fields.text(0, longestCashierName), {}};
+    return fields.isBad() ? Refusal::BadValue : device().printTotals(cashier);
+}
+
+HexProtocol::Answer HexProtocol::printAccounting(HexFields& fields)
+{
+    const Cashier cashier{fields.text(0, longestCashierName), {}};
+    return fields.isBad() ? Refusal::BadValue : device().printAccounting(cashier);
+}
+
+HexProtocol::Answer HexProtocol::printStored(HexFields& fields)
+{
+    const int number = fields.number(0, -1);
+    return fields.isBad() || number < 0 ? Refusal::BadValue
+                                        : device().printStored(static_cast<quint32>(number));
+}
+
+HexProtocol::Answer HexProtocol::openDrawer(HexFields&)
+{
+    device().openDrawer();
+    return Refusal::None;
+}
+
+HexProtocol::Answer HexProtocol::drawerState(HexFields&)
+{
+    return one(device().isDrawerOpen() ? "1" : "0");
+}
+
+HexProtocol::Answer HexProtocol::serialNumber(HexFields&)
+{
+    return one(codepage::fromText(device().identity().serialNumber));
+}
+
+HexProtocol::Answer HexProtocol::state(HexFields&)
+{
+    // No flag of the fatal state is ever raised: what is emulated is a register in good order.
+    int flags = 0;
+    flags |= device().isStarted() ? 0 : 1;
+    flags |= device().isShiftOpen() ? 4 : 0;
+    flags |= device().isShiftTooLong() ? 8 : 0;
+    flags |= device().drive().isArchiveClosed() ? 16 : 0;
+    const Document& document = device().document();
+    const int phase = static_cast<int>(document.phase);
+    const int type = static_cast<int>(document.type);
+    return QList<QByteArray>{"0", QByteArray::number(flags), QByteArray::number(phase * 256 + type)};
+}
+
+HexProtocol::Answer HexProtocol::parameter(HexFields& fields)
+{
+    const std::optional<QString> value = device().parameters().value(fields.number(0), fields.number(1));
+    if (fields.isBad() || !value)
+        return Refusal::BadValue;
+    return one(codepage::fromText(*value));
+}
+
+HexProtocol::Answer HexProtocol::setParameter(HexFields& fields)
+{
+    const int number = fields.number(0);
+    const int row = fields.number(1);
+    if (fields.isBad())
+        return Refusal::BadValue;
+    // What is read comes in the code page, what is written comes as UTF-8.
+    return device().parameters().write(number, row, QString::fromUtf8(fields.raw(2)));
+}
+
+// Both forms of the registration data have the same order: number, address of the tax site, date of the last
+// registration, INN and name of the user, address and place of trade, INN and name of the OFD, tax systems,
+// modes of work, kinds of agent, sender's mail address. A field asks for one of them by its number from 1.
+HexProtocol::Answer HexProtocol::registrationData(HexFields& fields)
+{
+    const Registration& data = device().registration();
+    const QList<QByteArray> all{codepage::fromText(data.number), codepage::fromText(data.taxSite),
+        device().drive().lastRegistration().toString(QStringLiteral("ddMMyy")).toLatin1(),
+        codepage::fromText(data.userInn), codepage::fromText(data.userName), codepage::fromText(data.address),
+        codepage::fromText(data.place), codepage::fromText(data.operatorInn),
+        codepage::fromText(data.operatorName), QByteArray::number(data.taxSystems),
+        QByteArray::number(data.modes), QByteArray::number(data.agents), codepage::fromText(data.senderMail)};
+    if (fields.count() == 0)
+        return all;
+    const int number = fields.number(0);
+    if (fields.isBad() || number < 1 || number > all.size())
+        return Refusal::BadValue;
+    return one(all.at(number - 1));
+}
+
+HexProtocol::Answer HexProtocol::changeRegistration(HexFields& fields)
+{
+    Registration data;
+    data.userName = fields.text(1, 256);
+    data.userInn = fields.inn(2);
+    data.number = fields.text(3, 20).trimmed();
+    const Cashier cashier{fields.text(4, longestCashierName), {}};
+    data.address = fields.text(6, 256);
+    data.place = fields.text(7, 256);
+    data.taxSystems = fields.number(8);
+    data.agents = fields.number(9);
+    data.modes = fields.number(10);
+    data.operatorInn = fields.inn(11);
+    data.operatorName = fields.text(12, 256);
+    data.taxSite = fields.text(13, 256);
+    data.senderMail = fields.text(14, 64);
+    // Bits of tag 1205: why the registration is changed.
+    const int reasons = fields.number(15);
+    if (fields.isBad() || reasons <= 0)
+        return Refusal::BadValue;
+    return device().changeRegistration(data, cashier, reasons);
+}
+
+HexProtocol::Answer HexProtocol::setLogo(HexFields& fields)
+{
+    const int size = fields.number(0);
+    if (fields.isBad() || size <= 0 || size > largestLogo)
+        return Refusal::BadValue;
+    if (device().document().isOpen())
+        return Refusal::WrongState;
+    m_framer.expectBlock(size);
+    return Refusal::None;
+}
+
+HexProtocol::Answer HexProtocol::clearLogo(HexFields&)
+{
+    return device().clearLogo();
+}
+
+} // namespace emulator

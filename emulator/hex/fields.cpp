@@ -1,0 +1,64 @@
+#include "hex/fields.h"
+
+#include "hex/codepage.h"
+
+#include <algorithm>
+
+namespace emulator {
+
+int HexFields::number(qsizetype index, int usual)
+{
+    if (isEmpty(index))
+        return usual;
+    bool ok = false;
+    const int value = raw(index).toInt(&ok);
+    return keep(ok, value);
+}
+
+qint64 HexFields::decimal(qsizetype index, int decimals)
+{
+    const std::optional<qint64> value = parseDecimal(raw(index), decimals);
+    return keep(value.has_value(), value.value_or(0));
+}
+
+double HexFields::real(qsizetype index)
+{
+    bool ok = false;
+    const double value = raw(index).toDouble(&ok);
+    return keep(ok, value);
+}
+
+QString HexFields::text(qsizetype index, qsizetype longest)
+{
+    return keep(raw(index).size() <= longest, codepage::toText(raw(index)));
+}
+
+QString HexFields::utf8(qsizetype index, qsizetype longest)
+{
+    const QString value = QString::fromUtf8(raw(index));
+    return keep(value.size() <= longest, value);
+}
+
+QString HexFields::inn(qsizetype index)
+{
+    const QByteArray digits = raw(index).trimmed();
+    const bool good = digits.size() <= 12 && std::all_of(digits.cbegin(), digits.cend(), [](char digit) {
+        return digit >= '0' && digit <= '9';
+    });
+    return keep(good, QString::fromLatin1(digits));
+}
+
+QDate HexFields::date(qsizetype index)
+{
+    const QDate twoDigitYear = QDate::fromString(QString::fromLatin1(raw(index)), QStringLiteral("ddMMyy"));
+    const bool past = twoDigitYear.year() < 2000;
+    return keep(twoDigitYear.isValid(), past ? twoDigitYear.addYears(100) : twoDigitYear);
+}
+
+QDateTime HexFields::dateTime(qsizetype dateIndex, qsizetype timeIndex)
+{
+    const QTime time = QTime::fromString(QString::fromLatin1(raw(timeIndex)), QStringLiteral("HHmmss"));
+    return keep(time.isValid(), QDateTime(date(dateIndex), time));
+}
+
+} // namespace emulator

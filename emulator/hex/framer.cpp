@@ -1,0 +1,113 @@
+#include "hex/framer.h"
+
+#include <utility>
+
+namespace emulator {
+
+namespace {
+
+// Longer than any command; what grows beyond it is noise that happened to begin like a frame.
+constexpr qsizetype longestFrame = 8192;
+constexpr qint64 longestPause = 1000;
+
+} // namespace
+
+QList<HexFramer::Event> HexFramer::feed(const QByteArray& bytes, qint64 milliseconds)
+{
+    if (m_state != State::Outside && milliseconds - m_lastByteAt > longestPause) {
+        m_state = State::Outside;
+        m_bytes.clear();
+    }
+    m_lastByteAt = milliseconds;
+    QList<Event> events;
+    for (const char byte : bytes)
+        feedByte(byte, events);
+    return events;
+}
+
+void HexFramer::expectBlock(qsizetype size)
+{
+    m_blockSize = size + 1;
+    m_blockWanted = true;
+}
+
+bool HexFramer::isIdle(qint64 milliseconds) const
+{
+    return m_state == State::Outside || milliseconds - m_lastByteAt > longestPause;
+}
+
+void HexFramer::feedByte(char byte, QList<Event>& events)
+{
+    switch (m_state) {
+    case State::Outside:
+        return feedOutside(byte, events);
+    case State::Block:
+        m_bytes.append(byte);
+        if (m_bytes.size() == m_blockSize)
+            finish(Kind::Block, events);
+        return;
+    default:
+        return feedFrame(byte, events);
+    }
+}
+
+void HexFramer::feedOutside(char byte, QList<Event>& events)
+{
+    if (byte == enquiry)
+        events.append({Kind::Enquiry, {}});
+    if (byte != startOfText && (byte != escape || m_blockSize == 0))
+        return;
+    m_bytes = QByteArray(1, byte);
+    m_state = byte == startOfText ? State::Body : State::Block;
+}
+
+void HexFramer::feedFrame(char byte, QList<Event>& events)
+{
+    if (byte == startOfText || m_bytes.size() > longestFrame) {
+        // The host gave the frame up and begins anew.
+        m_bytes = QByteArray(1, byte);
+        m_state = byte == startOfText ? State::Body : State::Outside;
+        return;
+    }
+    m_bytes.append(byte);
+    if (m_state == State::Body) {
+        if (byte == endOfText)
+            m_state = State::Check;
+    } else if (m_bytes.at(m_bytes.size() - 3) == endOfText) {
+        finish(Kind::Frame, events);
+    }
+}
+
+void HexFramer::finish(Kind kind, QList<Event>& events)
+{
+    // A host that reads again after a stale answer repeats the block; the second one is swallowed.
+    const bool wanted = kind == Kind::Frame || std::exchange(m_blockWanted, false);
+    if (wanted)
+        events.append({kind, m_bytes});
+    m_bytes.clear();
+    m_state = State::Outside;
+}
+
+quint8 HexFramer::checkValue(const QByteArray& bytes)
+{
+    quint8 value = 0;
+    for (const char byte : bytes)
+        value = static_cast<quint8>(value ^ static_cast<quint8>(byte));
+    return value;
+}
+
+QByteArray HexFramer::twoDigits(int value)
+{
+    return QByteArray::number(value, 16).toUpper().rightJustified(2, '0');
+}
+
+QByteArray HexFramer::answer(char id, const QByteArray& command, int code, const QList<QByteArray>& fields)
+{
+    QByteArray body = QByteArray(1, id) + command + twoDigits(code);
+    for (const QByteArray& field : fields)
+        body += field + separator;
+    body += endOfText;
+    return startOfText + body + twoDigits(checkValue(body));
+}
+
+} // namespace emulator

@@ -1,0 +1,97 @@
+#include "line/protocol.h"
+
+#include <utility>
+
+namespace emulator {
+
+namespace {
+
+constexpr qint64 millisecondsPerSecond = 1000;
+constexpr qint64 pauseBetweenPieces = 50;
+constexpr qsizetype splitPiece = 7;
+
+QByteArray changedByte(QByteArray answer, const Fault& fault)
+{
+    const qsizetype position = answer.isEmpty() ? 0 : fault.argument % answer.size();
+    if (fault.mode == FaultMode::Drop)
+        answer.remove(position, 1);
+    else if (fault.mode == FaultMode::Double)
+        answer.insert(position, answer.mid(position, 1));
+    else if (!answer.isEmpty())
+        answer[position] = static_cast<char>(answer[position] ^ 0x10);
+    return answer;
+}
+
+} // namespace
+
+Protocol::Protocol(Register& device, Outbox& outbox, const Clock& clock)
+    : m_device(device)
+    , m_outbox(outbox)
+    , m_clock(clock)
+{
+}
+
+Fault Protocol::beginExchange()
+{
+    ++m_exchanges;
+    m_deaf = false;
+    const Fault fault = m_next ? *std::exchange(m_next, std::nullopt) : m_plan.at(m_exchanges);
+    if (fault.mode == FaultMode::PaperOut || fault.mode == FaultMode::PaperIn)
+        m_device.setPaper(fault.mode == FaultMode::PaperIn);
+    if (fault.mode == FaultMode::Restart)
+        m_device.powerCycle();
+    m_answerDelay = m_late.isEmpty() ? 0 : pauseAfterForeign();
+    m_outbox.put(std::exchange(m_late, {}));
+    m_deaf
+        = fault.mode == FaultMode::Silence || fault.mode == FaultMode::Lost || fault.mode == FaultMode::Late;
+    return fault;
+}
+
+void Protocol::deliver(const QByteArray& request, const QByteArray& answer, const Fault& fault)
+{
+    switch (fault.mode) {
+    case FaultMode::Silence:
+    case FaultMode::Lost:
+        return;
+    case FaultMode::Late:
+        m_late = answer;
+        return;
+    case FaultMode::Stale:
+        m_outbox.put(foreignAnswer(answer));
+        return m_outbox.put(answer, pauseAfterForeign());
+    case FaultMode::Echo:
+        return m_outbox.put(request + answer);
+    case FaultMode::BadCheck:
+        return m_outbox.put(damagedAnswer(answer));
+    case FaultMode::Noise:
+        return m_outbox.put(noise() + answer);
+    case FaultMode::Cut:
+        return m_outbox.put(answer.left(answer.size() / 2));
+    case FaultMode::Drop:
+    case FaultMode::Flip:
+    case FaultMode::Double:
+        return m_outbox.put(changedByte(answer, fault));
+    case FaultMode::Split:
+        return putSplit(answer, fault.argument > 0 ? fault.argument : splitPiece);
+    case FaultMode::Busy:
+    case FaultMode::Slow:
+        return putDelayed(answer, fault);
+    default:
+        m_outbox.put(answer, m_answerDelay);
+    }
+}
+
+void Protocol::putSplit(const QByteArray& answer, qsizetype size)
+{
+    for (qsizetype start = 0; start < answer.size(); start += size)
+        m_outbox.put(answer.mid(start, size), start / size * pauseBetweenPieces);
+}
+
+void Protocol::putDelayed(const QByteArray& answer, const Fault& fault)
+{
+    // A slow register hears nothing while it works, a busy one answers when it is asked.
+    m_deaf = fault.mode == FaultMode::Slow;
+    m_outbox.put(answer, fault.argument * millisecondsPerSecond);
+}
+
+} // namespace emulator

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "line/faultplan.h"
+#include "line/outbox.h"
+#include "register/register.h"
+
+namespace emulator {
+
+/// One of the register's two languages: takes bytes from the host, works the register and puts what comes
+/// back into the outbox. Faults are played here, so that they are the same for both.
+class Protocol
+{
+public:
+    Protocol(Register& device, Outbox& outbox, const Clock& clock);
+    virtual ~Protocol() = default;
+    Protocol(const Protocol&) = delete;
+    Protocol& operator=(const Protocol&) = delete;
+
+    virtual void receive(const QByteArray& bytes) = 0;
+    /// Nothing of a request has come yet.
+    virtual bool isIdle() const = 0;
+
+    void setFaults(const FaultPlan& plan) { m_plan = plan; }
+    /// Overrules the plan for the exchange that comes next.
+    void setNextFault(const Fault& fault) { m_next = fault; }
+    int exchangeCount() const { return m_exchanges; }
+
+protected:
+    Register& device() { return m_device; }
+    const Register& device() const { return m_device; }
+    Outbox& outbox() { return m_outbox; }
+    qint64 milliseconds() const { return m_clock.milliseconds(); }
+
+    /// Counts an exchange and plays what happens before the register acts.
+    Fault beginExchange();
+    /// Sends the answer in the way that the fault wants.
+    void deliver(const QByteArray& request, const QByteArray& answer, const Fault& fault);
+    /// The line is dead until the next request.
+    bool isDeaf() const { return m_deaf; }
+
+    /// An answer that belongs to another request.
+    virtual QByteArray foreignAnswer(const QByteArray& answer) const = 0;
+    /// The answer with a damaged check value.
+    virtual QByteArray damagedAnswer(const QByteArray& answer) const = 0;
+    virtual QByteArray noise() const = 0;
+    /// Milliseconds between a foreign answer and the true one. A host without frames throws away whatever it
+    /// has got behind a foreign answer, so on such a line the two must not run into each other.
+    virtual qint64 pauseAfterForeign() const { return 0; }
+
+private:
+    void putSplit(const QByteArray& answer, qsizetype size);
+    void putDelayed(const QByteArray& answer, const Fault& fault);
+
+    Register& m_device;
+    Outbox& m_outbox;
+    const Clock& m_clock;
+    FaultPlan m_plan;
+    std::optional<Fault> m_next;
+    int m_exchanges = 0;
+    bool m_deaf = false;
+    qint64 m_answerDelay = 0;
+    QByteArray m_late;
+};
+
+} // namespace emulator

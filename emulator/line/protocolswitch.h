@@ -1,0 +1,28 @@
+#pragma once
+
+#include "hex/protocol.h"
+#include "xml/protocol.h"
+
+namespace emulator {
+
+enum class ProtocolChoice { Auto, Hex, Xml };
+
+/// Both protocols on one line: what a host begins with tells which one it speaks.
+class ProtocolSwitch
+{
+public:
+    ProtocolSwitch(
+        Register& device, Outbox& outbox, const Clock& clock, ProtocolChoice choice = ProtocolChoice::Auto);
+
+    void receive(const QByteArray& bytes);
+    /// Exchanges are counted for each protocol by itself.
+    void setFaults(const FaultPlan& plan);
+
+private:
+    HexProtocol m_hex;
+    XmlProtocol m_xml;
+    ProtocolChoice m_choice;
+    Protocol* m_current;
+};
+
+} // namespace emulator

@@ -1,0 +1,75 @@
+#include "register/fiscaldrive.h"
+
+#include <QCryptographicHash>
+
+namespace emulator {
+
+namespace {
+
+constexpr int lifeInMonths = 15;
+constexpr int daysBeforeReplacement = 3;
+constexpr int daysBeforeResourceEnds = 30;
+constexpr int daysForOperator = 30;
+
+} // namespace
+
+FiscalDrive::FiscalDrive(const QDateTime& activated)
+    : m_expiry(activated.date().addMonths(lifeInMonths))
+{
+    store(FiscalType::Registration, activated, "factory");
+    sendAll();
+}
+
+int FiscalDrive::warnings(const QDateTime& now) const
+{
+    const qint64 daysLeft = now.date().daysTo(m_expiry);
+    const FiscalRecord* const waiting = firstUnsent();
+    int bits = 0;
+    if (daysLeft < daysBeforeReplacement)
+        bits |= 1;
+    if (daysLeft < daysBeforeResourceEnds)
+        bits |= 2;
+    if (waiting != nullptr && waiting->dateTime.daysTo(now) >= daysForOperator)
+        bits |= 8;
+    return bits;
+}
+
+FiscalRecord FiscalDrive::store(FiscalType type, const QDateTime& dateTime, const QByteArray& content)
+{
+    FiscalRecord record{static_cast<quint32>(m_documents.size()) + 1, type, dateTime, {}};
+    const QByteArray signedPart = m_number.toLatin1() + QByteArray::number(record.number)
+        + dateTime.toString(Qt::ISODate).toLatin1() + content;
+    const QByteArray digest
+        = QCryptographicHash::hash(signedPart, QCryptographicHash::Sha256).toHex().left(8);
+    record.sign = QStringLiteral("%1").arg(digest.toUInt(nullptr, 16), 10, 10, QLatin1Char('0'));
+    if (type == FiscalType::Registration || type == FiscalType::RegistrationChange) {
+        ++m_registrations;
+        m_lastRegistration = dateTime;
+    }
+    m_documents.append(record);
+    m_prints[record.number % keptPrints].clear();
+    return record;
+}
+
+void FiscalDrive::keepPrint(const QStringList& lines)
+{
+    m_prints[last().number % keptPrints] = lines;
+}
+
+QStringList FiscalDrive::print(quint32 number) const
+{
+    const bool kept = number <= last().number && last().number - number < keptPrints;
+    return kept ? m_prints[number % keptPrints] : QStringList();
+}
+
+const FiscalRecord* FiscalDrive::find(quint32 number) const
+{
+    return number == 0 || number > m_documents.size() ? nullptr : &m_documents[number - 1];
+}
+
+const FiscalRecord* FiscalDrive::firstUnsent() const
+{
+    return m_sent < m_documents.size() ? &m_documents[m_sent] : nullptr;
+}
+
+} // namespace emulator

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "register/refusal.h"
+
+#include <QMap>
+#include <QString>
+
+#include <optional>
+#include <utility>
+
+namespace emulator {
+
+/// The register's numbered settings with the limits of each.
+class ParameterStore
+{
+public:
+    ParameterStore();
+
+    /// No value for a parameter or row that does not exist.
+    std::optional<QString> value(int number, int row) const;
+    QString text(int number, int row = 0) const { return value(number, row).value_or(QString()); }
+    bool isOn(int number) const { return text(number) == QStringLiteral("1"); }
+    QStringList rows(int number) const;
+
+    /// What a host may do: a read-only parameter refuses with the wrong state, a value outside the limits as
+    /// a bad value.
+    Refusal write(int number, int row, const QString& value);
+    /// What the register itself does.
+    void set(int number, int row, const QString& value) { m_values[{number, row}] = value; }
+
+private:
+    QMap<std::pair<int, int>, QString> m_values;
+};
+
+} // namespace emulator

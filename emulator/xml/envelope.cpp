@@ -1,0 +1,138 @@
+#include "xml/envelope.h"
+
+#include <QMap>
+#include <QRegularExpression>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
+
+namespace emulator::xmlenvelope {
+
+namespace {
+
+const QString label = QStringLiteral("OFDFNARMUKM");
+const QString newestVersion = QStringLiteral("13.0");
+
+const QStringList& bodyNames()
+{
+    static const QStringList names{QStringLiteral("ProtocolLabel"), QStringLiteral("ProtocolVersion"),
+        QStringLiteral("RequestId"), QStringLiteral("msgFFDVer"), QStringLiteral("msgContVer"),
+        QStringLiteral("DateTime"), QStringLiteral("Command")};
+    return names;
+}
+
+using Body = QMap<QString, QString>;
+
+void readBody(QXmlStreamReader& reader, Body& body)
+{
+    while (reader.readNextStartElement()) {
+        const QString name = reader.name().toString();
+        if (!bodyNames().contains(name) || body.contains(name))
+            reader.raiseError(name);
+        body[name] = reader.readElementText();
+    }
+}
+
+// The parameters come as character data, never as elements of the envelope or as escaped text.
+QString readData(QXmlStreamReader& reader)
+{
+    QString data;
+    while (!reader.atEnd() && reader.readNext() != QXmlStreamReader::EndElement) {
+        if (reader.isCDATA())
+            data += reader.text();
+        else if (!reader.isWhitespace())
+            reader.raiseError(QStringLiteral("RequestData"));
+    }
+    return data;
+}
+
+std::optional<QString> readEnvelope(const QByteArray& document, Body& body)
+{
+    QXmlStreamReader reader(document);
+    std::optional<QString> data;
+    if (!reader.readNextStartElement() || reader.name() != QLatin1String("ArmRequest"))
+        return std::nullopt;
+    while (reader.readNextStartElement()) {
+        if (reader.name() == QLatin1String("RequestBody") && body.isEmpty())
+            readBody(reader, body);
+        else if (reader.name() == QLatin1String("RequestData") && !data)
+            data = readData(reader);
+        else
+            reader.raiseError(reader.name().toString());
+    }
+    while (!reader.atEnd())
+        reader.readNext();
+    return reader.hasError() ? std::nullopt : data;
+}
+
+bool isVersion(const QString& text)
+{
+    static const QRegularExpression form(QStringLiteral("^\\d{1,3}\\.\\d{1,3}$"));
+    return form.match(text).hasMatch() && text.toDouble() <= newestVersion.toDouble();
+}
+
+XmlVerdict checkBody(const Body& body)
+{
+    for (const QString& name : bodyNames()) {
+        if (body.value(name).isEmpty())
+            return XmlVerdict::badRequest(name);
+    }
+    if (body.value(QStringLiteral("ProtocolLabel")) != label)
+        return XmlVerdict::badRequest(QStringLiteral("ProtocolLabel"));
+    if (!isVersion(body.value(QStringLiteral("ProtocolVersion"))))
+        return XmlVerdict::badVersion(body.value(QStringLiteral("ProtocolVersion")));
+    if (body.value(QStringLiteral("msgFFDVer")) != QStringLiteral("4")
+        || body.value(QStringLiteral("msgContVer")) != QStringLiteral("1"))
+        return XmlVerdict::badVersion(QStringLiteral("msgFFDVer, msgContVer"));
+    if (!QDateTime::fromString(body.value(QStringLiteral("DateTime")), xmlDateTimeFormat).isValid())
+        return XmlVerdict::badRequest(QStringLiteral("DateTime"));
+    return {};
+}
+
+} // namespace
+
+XmlVerdict read(const QByteArray& document, XmlRequest& request)
+{
+    Body body;
+    const std::optional<QString> data = readEnvelope(document, body);
+    request.id = body.value(QStringLiteral("RequestId"));
+    if (!data)
+        return XmlVerdict::badRequest(QStringLiteral("ArmRequest"));
+    if (const XmlVerdict verdict = checkBody(body); !verdict.isGood())
+        return verdict;
+    bool ok = false;
+    request.command = body.value(QStringLiteral("Command")).toInt(&ok);
+    if (!ok)
+        return XmlVerdict::badRequest(QStringLiteral("Command"));
+    if (data->trimmed().isEmpty())
+        return {};
+    request.data = XmlNode::parse(*data);
+    return request.data ? XmlVerdict() : XmlVerdict::badData(QStringLiteral("RequestData"));
+}
+
+QByteArray answer(const QString& id, int command, const QDateTime& time, const XmlAnswer& answer)
+{
+    QByteArray document;
+    QXmlStreamWriter writer(&document);
+    writer.writeStartDocument();
+    writer.writeStartElement(QStringLiteral("ArmResponse"));
+    writer.writeStartElement(QStringLiteral("ResponseBody"));
+    writer.writeTextElement(QStringLiteral("ProtocolLabel"), label);
+    writer.writeTextElement(QStringLiteral("ProtocolVersion"), newestVersion);
+    writer.writeTextElement(QStringLiteral("RequestId"), id);
+    writer.writeTextElement(QStringLiteral("DateTime"), time.toString(xmlDateTimeFormat));
+    writer.writeTextElement(QStringLiteral("Command"), QString::number(command));
+    const XmlVerdict& verdict = answer.verdict;
+    writer.writeTextElement(
+        QStringLiteral("Result"), verdict.isGood() ? QStringLiteral("0") : QStringLiteral("1"));
+    writer.writeTextElement(QStringLiteral("ErrorCategory"), QString::number(verdict.category));
+    writer.writeTextElement(QStringLiteral("ErrorCode"), QString::number(verdict.code));
+    writer.writeTextElement(QStringLiteral("ErrorDescription"), verdict.description);
+    writer.writeEndElement();
+    writer.writeStartElement(QStringLiteral("ResponseData"));
+    writer.writeCDATA(answer.data ? answer.data->toText() : QString());
+    writer.writeEndElement();
+    writer.writeEndElement();
+    return document;
+}
+
+} // namespace emulator::xmlenvelope

@@ -1,0 +1,110 @@
+#include "xml/print.h"
+
+#include <algorithm>
+
+namespace emulator {
+
+namespace {
+
+const QString introduction = QStringLiteral("‼?");
+constexpr qsizetype codeAt = 2;
+constexpr qsizetype numberAt = 3;
+constexpr qsizetype attributeDigits = 3;
+constexpr qsizetype heightDigits = 4;
+constexpr qsizetype qrDigits = 4;
+constexpr qsizetype barcodeDigits = 2;
+
+/// Walks through the text from sequence to sequence.
+class Reader
+{
+public:
+    explicit Reader(const QString& text)
+        : m_text(text)
+    {
+    }
+
+    std::optional<QList<PrintPiece>> readAll()
+    {
+        QList<PrintPiece> pieces;
+        while (m_position <= m_text.size()) {
+            const std::optional<PrintPiece> piece = readPiece();
+            if (!piece)
+                return std::nullopt;
+            pieces.append(*piece);
+        }
+        return pieces;
+    }
+
+private:
+    std::optional<PrintPiece> readPiece()
+    {
+        const QString line = m_text.mid(m_position, lineEnd() - m_position);
+        if (!line.startsWith(introduction)) {
+            m_position += line.size() + 1;
+            return PrintPiece{PrintPiece::Kind::Line, line, 0};
+        }
+        switch (line.size() > codeAt ? line.at(codeAt).unicode() : u' ') {
+        case u'f':
+            return readLine(line);
+        case u'q':
+            return readPicture(PrintPiece::Kind::QrCode, qrDigits);
+        case u'b': {
+            // A length of more than two digits is not cut.
+            const std::optional<PrintPiece> piece = readPicture(PrintPiece::Kind::Barcode, barcodeDigits);
+            return piece ? piece : readPicture(PrintPiece::Kind::Barcode, barcodeDigits + 1);
+        }
+        default:
+            return std::nullopt;
+        }
+    }
+
+    std::optional<PrintPiece> readLine(const QString& line)
+    {
+        const std::optional<int> attribute = number(m_position + numberAt, attributeDigits);
+        if (!attribute || !number(m_position + numberAt + attributeDigits, heightDigits))
+            return std::nullopt;
+        m_position += line.size() + 1;
+        return PrintPiece{
+            PrintPiece::Kind::Line, line.mid(numberAt + attributeDigits + heightDigits), *attribute};
+    }
+
+    // The text may hold line feeds of its own; its length tells where it ends.
+    std::optional<PrintPiece> readPicture(PrintPiece::Kind kind, qsizetype digits)
+    {
+        const std::optional<int> length = number(m_position + numberAt, digits);
+        const qsizetype start = m_position + numberAt + digits;
+        if (!length || *length == 0)
+            return std::nullopt;
+        const qsizetype end = start + *length;
+        if (end > m_text.size() || (end < m_text.size() && m_text.at(end) != QLatin1Char('\n')))
+            return std::nullopt;
+        m_position = end + 1;
+        return PrintPiece{kind, m_text.mid(start, *length), 0};
+    }
+
+    std::optional<int> number(qsizetype at, qsizetype digits) const
+    {
+        const QString text = m_text.mid(at, digits);
+        const bool good = text.size() == digits
+            && std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+        return good ? std::optional<int>(text.toInt()) : std::nullopt;
+    }
+
+    qsizetype lineEnd() const
+    {
+        const qsizetype end = m_text.indexOf(QLatin1Char('\n'), m_position);
+        return end < 0 ? m_text.size() : end;
+    }
+
+    const QString m_text;
+    qsizetype m_position = 0;
+};
+
+} // namespace
+
+std::optional<QList<PrintPiece>> readPrintText(const QString& text)
+{
+    return Reader(text).readAll();
+}
+
+} // namespace emulator

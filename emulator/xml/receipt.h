@@ -1,0 +1,28 @@
+#pragma once
+
+#include "register/document.h"
+#include "xml/print.h"
+#include "xml/verdict.h"
+
+namespace emulator {
+
+/// A receipt as the tree of the receipt command tells it, ready to be entered into the register.
+struct XmlReceipt
+{
+    Document head;
+    /// With marking code and agent in their fields.
+    QList<Item> items;
+    Payments payments{};
+    QList<PrintPiece> above;
+    QList<PrintPiece> below;
+
+    /// The tree must have passed the rule of the receipt.
+    XmlVerdict read(const XmlNode& tree);
+
+private:
+    XmlVerdict readHead(const XmlNode& tree);
+    XmlVerdict readItem(const XmlNode& position);
+    XmlVerdict settlePayments(const XmlNode& tree);
+};
+
+} // namespace emulator

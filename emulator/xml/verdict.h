@@ -1,0 +1,58 @@
+#pragma once
+
+#include "register/refusal.h"
+#include "xml/tree.h"
+
+#include <optional>
+
+namespace emulator {
+
+/// How a request went, as the XML protocol tells it: category, code and a word of explanation.
+struct XmlVerdict
+{
+    int category = 0;
+    int code = 0;
+    QString description;
+
+    XmlVerdict() = default;
+    XmlVerdict(int itsCategory, int itsCode, const QString& words)
+        : category(itsCategory)
+        , code(itsCode)
+        , description(words)
+    {
+    }
+    /// What the register's verdict is called here.
+    XmlVerdict(Refusal refusal);
+
+    bool isGood() const { return code == 0; }
+
+    static XmlVerdict badDocument(const QString& words);
+    static XmlVerdict badPayments(const QString& words);
+    static XmlVerdict badValue(const QString& words);
+    static XmlVerdict badVersion(const QString& words);
+    static XmlVerdict badRequest(const QString& words);
+    static XmlVerdict badData(const QString& words);
+    static XmlVerdict unknownCommand();
+};
+
+/// Verdict and data of an answer.
+struct XmlAnswer
+{
+    XmlVerdict verdict;
+    std::optional<XmlNode> data;
+
+    XmlAnswer(const XmlVerdict& itsVerdict)
+        : verdict(itsVerdict)
+    {
+    }
+    XmlAnswer(Refusal refusal)
+        : verdict(refusal)
+    {
+    }
+    XmlAnswer(const XmlNode& tree)
+        : data(tree)
+    {
+    }
+};
+
+} // namespace emulator
