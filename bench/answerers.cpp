@@ -2,6 +2,7 @@
 
 #include "hex/protocol.h"
 #include "numeric.h"
+#include "register/systemclock.h"
 #include "xml/protocol.h"
 
 #include <QMap>

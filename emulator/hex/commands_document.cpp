@@ -1,8 +1,10 @@
-#include "hex/protocol.h"
+#include "hex/commands.h"
 
 #include "hex/codepage.h"
+#include "register/markingquery.h"
+#include "register/tags.h"
 
-namespace emulator {
+namespace emulator::hexcommands {
 
 namespace {
 
@@ -30,7 +32,13 @@ bool fitsBarcode(int kind, const QString& data)
     return digits == 0 || (number && data.size() >= digits && data.size() <= digits + 2);
 }
 
-void addText(QJsonObject& object, const QString& key, const QString& value)
+struct AgentRequisite
+{
+    QString tag;
+    qsizetype longest;
+};
+
+void addRequisite(QJsonObject& object, const QString& key, const QString& value)
 {
     if (!value.isEmpty())
         object[key] = value;
@@ -38,7 +46,7 @@ void addText(QJsonObject& object, const QString& key, const QString& value)
 
 } // namespace
 
-HexProtocol::Answer HexProtocol::openDocument(HexFields& fields)
+HexAnswer openDocument(Register& device, HexFields& fields)
 {
     Document head;
     const int type = fields.number(0);
@@ -50,29 +58,29 @@ HexProtocol::Answer HexProtocol::openDocument(HexFields& fields)
         return Refusal::BadValue;
     head.type = static_cast<DocumentType>(type);
     head.unprinted = mailOnly == 1;
-    return device().openDocument(head);
+    return device.documents().open(head);
 }
 
-HexProtocol::Answer HexProtocol::printText(HexFields& fields)
+HexAnswer printText(Register& device, HexFields& fields)
 {
     const QString text = fields.text(0, longestLine);
     const int attribute = fields.number(1);
     if (fields.isBad() || attribute < 0 || attribute > 255)
         return Refusal::BadValue;
-    return device().printText(text, attribute);
+    return device.documents().printText(text, attribute);
 }
 
-HexProtocol::Answer HexProtocol::finishDocument(HexFields&)
+HexAnswer finishDocument(Register& device, HexFields&)
 {
-    return device().finishDocument();
+    return device.documents().finish();
 }
 
-HexProtocol::Answer HexProtocol::cancelDocument(HexFields&)
+HexAnswer cancelDocument(Register& device, HexFields&)
 {
-    return device().cancelDocument();
+    return device.documents().cancel();
 }
 
-HexProtocol::Answer HexProtocol::printBarcode(HexFields& fields)
+HexAnswer printBarcode(Register& device, HexFields& fields)
 {
     const int textPosition = fields.number(0);
     const int moduleWidth = fields.number(1);
@@ -82,18 +90,18 @@ HexProtocol::Answer HexProtocol::printBarcode(HexFields& fields)
     if (fields.isBad() || textPosition < 0 || textPosition > 3 || moduleWidth < 0 || height < 0
         || height > 255 || kind < 0 || kind >= barcodeKinds || !fitsBarcode(kind, data))
         return Refusal::BadValue;
-    return device().printPicture(QLatin1String(barcodeNames[kind]), data);
+    return device.documents().printPicture(QLatin1String(barcodeNames[kind]), data);
 }
 
-HexProtocol::Answer HexProtocol::printQrCode(HexFields& fields)
+HexAnswer printQrCode(Register& device, HexFields& fields)
 {
     const QString data = fields.text(2, longestLine);
     if (fields.number(0) < 0 || fields.number(1) < 0 || fields.isBad() || data.isEmpty())
         return Refusal::BadValue;
-    return device().printPicture(QStringLiteral("QR"), data);
+    return device.documents().printPicture(QStringLiteral("QR"), data);
 }
 
-HexProtocol::Answer HexProtocol::addItem(HexFields& fields)
+HexAnswer addItem(Register& device, HexFields& fields)
 {
     Item item;
     item.name = fields.text(0, longestItemName);
@@ -107,34 +115,34 @@ HexProtocol::Answer HexProtocol::addItem(HexFields& fields)
     item.paymentObject = fields.number(12, 1);
     item.unit = fields.number(13);
     item.markingStatus = fields.number(15, -1);
-    addText(item.industry, QStringLiteral("1262"), fields.utf8(16, 3));
+    addRequisite(item.industry, tag::industryAuthority, fields.utf8(16, 3));
     if (!fields.isEmpty(17))
-        addText(
-            item.industry, QStringLiteral("1263"), fields.date(17).toString(QStringLiteral("dd.MM.yyyy")));
-    addText(item.industry, QStringLiteral("1264"), fields.utf8(18, 32));
-    addText(item.industry, QStringLiteral("1265"), fields.utf8(19, 256));
-    return fields.isBad() ? Refusal::BadValue : device().addItem(item);
+        addRequisite(
+            item.industry, tag::industryDate, fields.date(17).toString(QStringLiteral("dd.MM.yyyy")));
+    addRequisite(item.industry, tag::industryNumber, fields.utf8(18, 32));
+    addRequisite(item.industry, tag::industryValue, fields.utf8(19, 256));
+    return fields.isBad() ? Refusal::BadValue : device.receipts().addItem(item);
 }
 
-HexProtocol::Answer HexProtocol::subtotal(HexFields&)
+HexAnswer subtotal(Register& device, HexFields&)
 {
-    return device().subtotal();
+    return device.receipts().subtotal();
 }
 
-HexProtocol::Answer HexProtocol::pay(HexFields& fields)
+HexAnswer pay(Register& device, HexFields& fields)
 {
     const int kind = fields.number(0);
     const Money sum = fields.decimal(1, moneyDecimals);
-    return fields.isBad() ? Refusal::BadValue : device().pay(kind, sum);
+    return fields.isBad() ? Refusal::BadValue : device.receipts().pay(kind, sum);
 }
 
-HexProtocol::Answer HexProtocol::setMoney(HexFields& fields)
+HexAnswer setMoney(Register& device, HexFields& fields)
 {
     const Money sum = fields.decimal(1, moneyDecimals);
-    return fields.isBad() ? Refusal::BadValue : device().setMoney(sum);
+    return fields.isBad() ? Refusal::BadValue : device.cash().setSum(sum);
 }
 
-HexProtocol::Answer HexProtocol::bindAgent(HexFields& fields)
+HexAnswer bindAgent(Register& device, HexFields& fields)
 {
     constexpr int allAgents = 127;
     QJsonObject agent;
@@ -142,31 +150,29 @@ HexProtocol::Answer HexProtocol::bindAgent(HexFields& fields)
         const int kinds = fields.number(0);
         if (kinds < 0 || kinds > allAgents)
             return Refusal::BadValue;
-        agent[QStringLiteral("1222")] = kinds;
+        agent[tag::agentKinds] = kinds;
     }
-    struct Requisite
-    {
-        int tag;
-        qsizetype longest;
-    };
     // Fields 2 to 11: operation, phones, name, address and INN of the agent, then phone, name and INN of the
     // supplier.
-    constexpr Requisite requisites[] = {{1044, 24}, {1073, 19}, {1026, 64}, {1005, 256}, {1075, 19},
-        {1016, 12}, {1074, 19}, {1171, 19}, {1225, 256}, {1226, 12}};
+    static const AgentRequisite requisites[] = {{tag::agentOperation, 24}, {tag::agentPhone, 19},
+        {tag::transferName, 64}, {tag::transferAddress, 256}, {tag::transferPhone, 19},
+        {tag::transferInn, 12}, {tag::paymentOperatorPhone, 19}, {tag::supplierPhone, 19},
+        {tag::supplierName, 256}, {tag::supplierInn, 12}};
     qsizetype index = 1;
-    for (const Requisite& requisite : requisites)
-        addText(agent, QString::number(requisite.tag), fields.utf8(index++, requisite.longest));
+    for (const AgentRequisite& requisite : requisites)
+        addRequisite(agent, requisite.tag, fields.utf8(index++, requisite.longest));
     fields.inn(6);
     fields.inn(10);
-    return fields.isBad() ? Refusal::BadValue : device().bindAgent(agent);
+    return fields.isBad() ? Refusal::BadValue : device.receipts().bindAgent(agent);
 }
 
-HexProtocol::Answer HexProtocol::checkMarking(HexFields& fields)
+HexAnswer checkMarking(Register& device, HexFields& fields)
 {
     MarkingQuery query;
     query.plannedStatus = fields.number(1);
     query.quantity = fields.real(2);
-    query.unit = fields.number(3);
+    // The measure unit has to be a number; the check does not look at it.
+    fields.number(3);
     const QByteArray digits = fields.raw(6);
     query.code = QByteArray::fromHex(digits);
     // Letters that are no digits are passed over by the conversion, so it must come out the same again.
@@ -174,21 +180,21 @@ HexProtocol::Answer HexProtocol::checkMarking(HexFields& fields)
     if (fields.isBad() || !hexadecimal)
         return Refusal::BadValue;
     int result = 0;
-    const Refusal refusal = device().checkMarking(query, result);
+    const Refusal refusal = device.marking().check(query, result);
     if (refusal != Refusal::None)
         return refusal;
     return QList<QByteArray>{QByteArray::number(result)};
 }
 
-HexProtocol::Answer HexProtocol::clearMarking(HexFields&)
+HexAnswer clearMarking(Register& device, HexFields&)
 {
-    return device().clearMarking();
+    return device.marking().clear();
 }
 
-HexProtocol::Answer HexProtocol::bindMarking(HexFields& fields)
+HexAnswer bindMarking(Register& device, HexFields& fields)
 {
     // The check had the code in the register's code page, this command has it as plain text.
-    return device().bindMarking(codepage::fromText(QString::fromUtf8(fields.raw(0))));
+    return device.marking().bind(codepage::fromText(QString::fromUtf8(fields.raw(0))));
 }
 
-} // namespace emulator
+} // namespace emulator::hexcommands

@@ -1,13 +1,13 @@
-#include "hex/protocol.h"
+#include "hex/commands.h"
 
-namespace emulator {
+namespace emulator::hexcommands {
 
 namespace {
 
 constexpr int documentCountFields = 13;
 constexpr int documentSumFields = 11;
 
-QByteArray text(Money sum)
+QByteArray moneyField(Money sum)
 {
     return moneyText(sum).toLatin1();
 }
@@ -16,7 +16,7 @@ QList<QByteArray> paymentFields(const Turnover& turnover)
 {
     QList<QByteArray> fields;
     for (const Money sum : turnover.payments)
-        fields.append(text(sum));
+        fields.append(moneyField(sum));
     return fields;
 }
 
@@ -35,23 +35,43 @@ QList<QByteArray> firstUnsent(const FiscalDrive& drive, bool withDate)
     return {QByteArray::number(record == nullptr ? 0 : record->number)};
 }
 
-} // namespace
-
-QList<QByteArray> HexProtocol::driveState() const
+QList<QByteArray> driveState(const Register& device)
 {
-    const FiscalDrive& drive = device().drive();
-    const Document& document = device().document();
+    const FiscalDrive& drive = device.drive();
+    const Document& document = device.document();
     const bool receipt = document.isReceipt() && !document.isStored();
     return {QByteArray::number(drive.lifePhase()), receipt ? "4" : "0",
-        receipt && !document.items.isEmpty() ? "1" : "0", device().isShiftOpen() ? "1" : "0",
-        QByteArray::number(drive.warnings(device().now()))};
+        receipt && !document.items.isEmpty() ? "1" : "0", device.state().shift.isOpen ? "1" : "0",
+        QByteArray::number(drive.warnings(device.now()))};
 }
 
-HexProtocol::Answer HexProtocol::driveData(HexFields& fields)
+QList<QByteArray> documentCounts(const ShiftCounters& counters)
+{
+    QList<QByteArray> fields(documentCountFields, "0");
+    fields[0] = QByteArray::number(counters.sales.count);
+    fields[1] = QByteArray::number(counters.returns.count);
+    fields[11] = QByteArray::number(counters.cashIn.count);
+    fields[12] = QByteArray::number(counters.cashOut.count);
+    return fields;
+}
+
+QList<QByteArray> documentSums(const ShiftCounters& counters)
+{
+    QList<QByteArray> fields(documentSumFields, moneyField(0));
+    fields[0] = moneyField(counters.sales.sum);
+    fields[1] = moneyField(counters.returns.sum);
+    fields[9] = moneyField(counters.cashIn.sum);
+    fields[10] = moneyField(counters.cashOut.sum);
+    return fields;
+}
+
+} // namespace
+
+HexAnswer driveData(Register& device, HexFields& fields)
 {
     if (fields.count() == 0)
-        return driveState();
-    const FiscalDrive& drive = device().drive();
+        return driveState(device);
+    const FiscalDrive& drive = device.drive();
     const int number = fields.number(0);
     switch (fields.isBad() ? -1 : number) {
     case 1:
@@ -67,7 +87,7 @@ HexProtocol::Answer HexProtocol::driveData(HexFields& fields)
     case 7:
         return QList<QByteArray>{QByteArray::number(drive.registrationsDone())};
     case 8:
-        return QList<QByteArray>{device().isOperatorReachable() ? "1" : "0"};
+        return QList<QByteArray>{device.state().isOperatorReachable ? "1" : "0"};
     case 10:
         return firstUnsent(drive, false);
     case 11:
@@ -77,7 +97,7 @@ HexProtocol::Answer HexProtocol::driveData(HexFields& fields)
     case 14:
         // The first six tell of the marking subsystem of the drive, the seventh counts the notifications.
         return QList<QByteArray>{
-            "0", "0", "0", "0", "0", "0", QByteArray::number(device().unsentNotifications())};
+            "0", "0", "0", "0", "0", "0", QByteArray::number(device.state().marking.notifications)};
     case 15:
         return QList<QByteArray>{drive.version().toLatin1(), "1"};
     default:
@@ -85,57 +105,35 @@ HexProtocol::Answer HexProtocol::driveData(HexFields& fields)
     }
 }
 
-HexProtocol::Answer HexProtocol::deviceData(HexFields& fields)
+HexAnswer deviceData(Register& device, HexFields& fields)
 {
-    const Identity& identity = device().identity();
+    const Identity& identity = device.identity();
     const int number = fields.number(0);
     switch (fields.isBad() ? -1 : number) {
     case 0:
         return QList<QByteArray>{
             QByteArray::number(fields.number(1) == 1 ? identity.release : identity.model)};
     case 1:
-        return QList<QByteArray>{QByteArray::number(device().shiftNumber())};
+        return QList<QByteArray>{QByteArray::number(device.state().shift.number)};
     case 3:
-        return paymentFields(device().counters().sales);
+        return paymentFields(device.state().shift.counters.sales);
     case 4:
-        return paymentFields(device().counters().returns);
+        return paymentFields(device.state().shift.counters.returns);
     case 5:
-        return QList<QByteArray>{text(device().cashInDrawer())};
+        return QList<QByteArray>{moneyField(device.state().drawer.cash)};
     case 7:
-        return QList<QByteArray>{QByteArray::number(device().nextReceiptNumber())};
+        return QList<QByteArray>{QByteArray::number(device.state().shift.receipts + 1)};
     case 9:
-        return QList<QByteArray>{device().registration().userInn.toLatin1()};
+        return QList<QByteArray>{device.state().registration.userInn.toLatin1()};
     case 10:
-        return QList<QByteArray>{device().registration().number.toLatin1()};
+        return QList<QByteArray>{device.state().registration.number.toLatin1()};
     case 13:
-        return documentCounts();
+        return documentCounts(device.state().shift.counters);
     case 14:
-        return documentSums();
+        return documentSums(device.state().shift.counters);
     default:
         return Refusal::BadValue;
     }
 }
 
-QList<QByteArray> HexProtocol::documentCounts() const
-{
-    const ShiftCounters& counters = device().counters();
-    QList<QByteArray> fields(documentCountFields, "0");
-    fields[0] = QByteArray::number(counters.sales.count);
-    fields[1] = QByteArray::number(counters.returns.count);
-    fields[11] = QByteArray::number(counters.cashIn.count);
-    fields[12] = QByteArray::number(counters.cashOut.count);
-    return fields;
-}
-
-QList<QByteArray> HexProtocol::documentSums() const
-{
-    const ShiftCounters& counters = device().counters();
-    QList<QByteArray> fields(documentSumFields, text(0));
-    fields[0] = text(counters.sales.sum);
-    fields[1] = text(counters.returns.sum);
-    fields[9] = text(counters.cashIn.sum);
-    fields[10] = text(counters.cashOut.sum);
-    return fields;
-}
-
-} // namespace emulator
+} // namespace emulator::hexcommands

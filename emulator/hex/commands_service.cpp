@@ -1,8 +1,8 @@
-#include "hex/protocol.h"
+#include "hex/commands.h"
 
 #include "hex/codepage.h"
 
-namespace emulator {
+namespace emulator::hexcommands {
 
 namespace {
 
@@ -16,112 +16,110 @@ QList<QByteArray> one(const QByteArray& value)
 
 } // namespace
 
-HexProtocol::Answer HexProtocol::start(HexFields& fields)
+HexAnswer start(Register& device, HexFields& fields)
 {
     const QDateTime time = fields.dateTime(0, 1);
-    return fields.isBad() ? Refusal::BadValue : device().start(time);
+    return fields.isBad() ? Refusal::BadValue : device.start(time);
 }
 
-HexProtocol::Answer HexProtocol::setTime(HexFields& fields)
+HexAnswer setTime(Register& device, HexFields& fields)
 {
     const QDateTime time = fields.dateTime(0, 1);
-    return fields.isBad() ? Refusal::BadValue : device().setTime(time);
+    return fields.isBad() ? Refusal::BadValue : device.setTime(time);
 }
 
-HexProtocol::Answer HexProtocol::time(HexFields&)
+HexAnswer time(Register& device, HexFields&)
 {
-    const QDateTime now = device().now();
+    const QDateTime now = device.now();
     return QList<QByteArray>{
         now.toString(QStringLiteral("ddMMyy")).toLatin1(), now.toString(QStringLiteral("HHmmss")).toLatin1()};
 }
 
-HexProtocol::Answer HexProtocol::openShift(HexFields& fields)
+HexAnswer openShift(Register& device, HexFields& fields)
 {
     const Cashier cashier{fields.utf8(0, longestCashierName), fields.inn(1)};
-    return fields.isBad() ? Refusal::BadValue : device().openShift(cashier);
+    return fields.isBad() ? Refusal::BadValue : device.openShift(cashier);
 }
 
-HexProtocol::Answer HexProtocol::closeShift(HexFields& fields)
+HexAnswer closeShift(Register& device, HexFields& fields)
 {
     const Cashier cashier{fields.text(0, longestCashierName), fields.inn(1)};
-    return fields.isBad() ? Refusal::BadValue : device().closeShift(cashier);
+    return fields.isBad() ? Refusal::BadValue : device.shifts().close(cashier);
 }
 
-HexProtocol::Answer HexProtocol::printTotals(HexFields& fields)
+HexAnswer printTotals(Register& device, HexFields& fields)
 {
     const Cashier cashier{fields.text(0, longestCashierName), {}};
-    return fields.isBad() ? Refusal::BadValue : device().printTotals(cashier);
+    return fields.isBad() ? Refusal::BadValue : device.shifts().printTotals(cashier);
 }
 
-HexProtocol::Answer HexProtocol::printAccounting(HexFields& fields)
+HexAnswer printAccounting(Register& device, HexFields& fields)
 {
     const Cashier cashier{fields.text(0, longestCashierName), {}};
-    return fields.isBad() ? Refusal::BadValue : device().printAccounting(cashier);
+    return fields.isBad() ? Refusal::BadValue : device.reports().printAccounting(cashier);
 }
 
-HexProtocol::Answer HexProtocol::printStored(HexFields& fields)
+HexAnswer printStored(Register& device, HexFields& fields)
 {
     const int number = fields.number(0, -1);
     return fields.isBad() || number < 0 ? Refusal::BadValue
-                                        : device().printStored(static_cast<quint32>(number));
+                                        : device.reports().printStored(static_cast<quint32>(number));
 }
 
-HexProtocol::Answer HexProtocol::openDrawer(HexFields&)
+HexAnswer openDrawer(Register& device, HexFields&)
 {
-    device().openDrawer();
-    return Refusal::None;
+    return device.cash().openDrawer();
 }
 
-HexProtocol::Answer HexProtocol::drawerState(HexFields&)
+HexAnswer drawerState(Register& device, HexFields&)
 {
-    return one(device().isDrawerOpen() ? "1" : "0");
+    return one(device.isDrawerOpen() ? "1" : "0");
 }
 
-HexProtocol::Answer HexProtocol::serialNumber(HexFields&)
+HexAnswer serialNumber(Register& device, HexFields&)
 {
-    return one(codepage::fromText(device().identity().serialNumber));
+    return one(codepage::fromText(device.identity().serialNumber));
 }
 
-HexProtocol::Answer HexProtocol::state(HexFields&)
+HexAnswer state(Register& device, HexFields&)
 {
     // No flag of the fatal state is ever raised: what is emulated is a register in good order.
     int flags = 0;
-    flags |= device().isStarted() ? 0 : 1;
-    flags |= device().isShiftOpen() ? 4 : 0;
-    flags |= device().isShiftTooLong() ? 8 : 0;
-    flags |= device().drive().isArchiveClosed() ? 16 : 0;
-    const Document& document = device().document();
+    flags |= device.state().isStarted ? 0 : 1;
+    flags |= device.state().shift.isOpen ? 4 : 0;
+    flags |= device.isShiftTooLong() ? 8 : 0;
+    const Document& document = device.document();
     const int phase = static_cast<int>(document.phase);
     const int type = static_cast<int>(document.type);
     return QList<QByteArray>{"0", QByteArray::number(flags), QByteArray::number(phase * 256 + type)};
 }
 
-HexProtocol::Answer HexProtocol::parameter(HexFields& fields)
+HexAnswer parameter(Register& device, HexFields& fields)
 {
-    const std::optional<QString> value = device().parameters().value(fields.number(0), fields.number(1));
+    const std::optional<QString> value = device.parameters().value(fields.number(0), fields.number(1));
     if (fields.isBad() || !value)
         return Refusal::BadValue;
     return one(codepage::fromText(*value));
 }
 
-HexProtocol::Answer HexProtocol::setParameter(HexFields& fields)
+HexAnswer setParameter(Register& device, HexFields& fields)
 {
     const int number = fields.number(0);
     const int row = fields.number(1);
     if (fields.isBad())
         return Refusal::BadValue;
     // What is read comes in the code page, what is written comes as UTF-8.
-    return device().parameters().write(number, row, QString::fromUtf8(fields.raw(2)));
+    return device.parameters().write(number, row, QString::fromUtf8(fields.raw(2)));
 }
 
 // Both forms of the registration data have the same order: number, address of the tax site, date of the last
 // registration, INN and name of the user, address and place of trade, INN and name of the OFD, tax systems,
 // modes of work, kinds of agent, sender's mail address. A field asks for one of them by its number from 1.
-HexProtocol::Answer HexProtocol::registrationData(HexFields& fields)
+HexAnswer registrationData(Register& device, HexFields& fields)
 {
-    const Registration& data = device().registration();
+    const Registration& data = device.state().registration;
     const QList<QByteArray> all{codepage::fromText(data.number), codepage::fromText(data.taxSite),
-        device().drive().lastRegistration().toString(QStringLiteral("ddMMyy")).toLatin1(),
+        device.drive().lastRegistration().toString(QStringLiteral("ddMMyy")).toLatin1(),
         codepage::fromText(data.userInn), codepage::fromText(data.userName), codepage::fromText(data.address),
         codepage::fromText(data.place), codepage::fromText(data.operatorInn),
         codepage::fromText(data.operatorName), QByteArray::number(data.taxSystems),
@@ -134,7 +132,7 @@ HexProtocol::Answer HexProtocol::registrationData(HexFields& fields)
     return one(all.at(number - 1));
 }
 
-HexProtocol::Answer HexProtocol::changeRegistration(HexFields& fields)
+HexAnswer changeRegistration(Register& device, HexFields& fields)
 {
     Registration data;
     data.userName = fields.text(1, 256);
@@ -154,23 +152,22 @@ HexProtocol::Answer HexProtocol::changeRegistration(HexFields& fields)
     const int reasons = fields.number(15);
     if (fields.isBad() || reasons <= 0)
         return Refusal::BadValue;
-    return device().changeRegistration(data, cashier, reasons);
+    return device.reports().changeRegistration(data, cashier, reasons);
 }
 
-HexProtocol::Answer HexProtocol::setLogo(HexFields& fields)
+HexAnswer setLogo(Register& device, HexFields& fields)
 {
     const int size = fields.number(0);
     if (fields.isBad() || size <= 0 || size > largestLogo)
         return Refusal::BadValue;
-    if (device().document().isOpen())
+    if (device.document().isOpen())
         return Refusal::WrongState;
-    m_framer.expectBlock(size);
-    return Refusal::None;
+    return HexAnswer::wantsBlock(size);
 }
 
-HexProtocol::Answer HexProtocol::clearLogo(HexFields&)
+HexAnswer clearLogo(Register& device, HexFields&)
 {
-    return device().clearLogo();
+    return device.logo().clear();
 }
 
-} // namespace emulator
+} // namespace emulator::hexcommands

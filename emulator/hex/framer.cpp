@@ -8,13 +8,13 @@ namespace {
 
 // Longer than any command; what grows beyond it is noise that happened to begin like a frame.
 constexpr qsizetype longestFrame = 8192;
-constexpr qint64 longestPause = 1000;
+constexpr qint64 longestPauseInFrame = 1000;
 
 } // namespace
 
 QList<HexFramer::Event> HexFramer::feed(const QByteArray& bytes, qint64 milliseconds)
 {
-    if (m_state != State::Outside && milliseconds - m_lastByteAt > longestPause) {
+    if (m_state != State::Outside && milliseconds - m_lastByteAt > longestPauseInFrame) {
         m_state = State::Outside;
         m_bytes.clear();
     }
@@ -33,7 +33,7 @@ void HexFramer::expectBlock(qsizetype size)
 
 bool HexFramer::isIdle(qint64 milliseconds) const
 {
-    return m_state == State::Outside || milliseconds - m_lastByteAt > longestPause;
+    return m_state == State::Outside || milliseconds - m_lastByteAt > longestPauseInFrame;
 }
 
 void HexFramer::feedByte(char byte, QList<Event>& events)

@@ -1,6 +1,6 @@
 #include "hex/protocol.h"
 
-#include <algorithm>
+#include "hex/commandtable.h"
 
 namespace emulator {
 
@@ -11,7 +11,6 @@ constexpr qsizetype idOffset = 5;
 constexpr qsizetype codeOffset = 6;
 constexpr qsizetype fieldsOffset = 8;
 constexpr qsizetype shortestFrame = 11;
-constexpr int setLogoCode = 0xE2;
 
 } // namespace
 
@@ -54,29 +53,31 @@ void HexProtocol::handleFrame(const QByteArray& frame)
     const Fault fault = beginExchange();
     if (fault.mode == FaultMode::Silence)
         return;
-    const Answer answer = judge(frame);
-    const QByteArray code = frame.mid(codeOffset, 2);
-    if (code.toInt(nullptr, 16) == setLogoCode && answer.refusal == Refusal::None) {
-        // The register is ready for the picture; the answer comes when it has it.
+    const HexAnswer answer = judge(frame);
+    if (answer.blockSize > 0) {
+        // The register is ready for the block; the answer comes when it has it.
+        m_framer.expectBlock(answer.blockSize);
         m_blockRequest = frame;
         m_blockFault = fault;
         outbox().put(QByteArray(1, HexFramer::acknowledge));
         return;
     }
-    const QByteArray bytes
-        = HexFramer::answer(frame.at(idOffset), code, static_cast<int>(answer.refusal), answer.fields);
-    deliver(frame, bytes, fault);
+    reply(frame, answer, fault);
 }
 
 void HexProtocol::handleBlock(const QByteArray& block)
 {
-    const Refusal refusal = device().setLogo(block.mid(1));
-    const QByteArray bytes = HexFramer::answer(
-        m_blockRequest.at(idOffset), m_blockRequest.mid(codeOffset, 2), static_cast<int>(refusal), {});
-    deliver(m_blockRequest, bytes, m_blockFault);
+    reply(m_blockRequest, device().logo().set(block.mid(1)), m_blockFault);
 }
 
-HexProtocol::Answer HexProtocol::judge(const QByteArray& frame)
+void HexProtocol::reply(const QByteArray& frame, const HexAnswer& answer, const Fault& fault)
+{
+    const QByteArray bytes = HexFramer::answer(
+        frame.at(idOffset), frame.mid(codeOffset, 2), static_cast<int>(answer.refusal), answer.fields);
+    deliver(frame, bytes, fault);
+}
+
+HexAnswer HexProtocol::judge(const QByteArray& frame)
 {
     const qsizetype end = frame.size() - 2;
     bool ok = false;
@@ -94,19 +95,18 @@ HexProtocol::Answer HexProtocol::judge(const QByteArray& frame)
     return run(frame.mid(codeOffset, 2), fields);
 }
 
-HexProtocol::Answer HexProtocol::run(const QByteArray& code, HexFields& fields)
+HexAnswer HexProtocol::run(const QByteArray& code, HexFields& fields)
 {
     bool ok = false;
     const int number = code.toInt(&ok, 16);
-    const auto found = std::find_if(commands().cbegin(), commands().cend(),
-        [number](const Command& command) { return command.code == number; });
-    if (!ok || found == commands().cend())
+    const HexCommand* const command = ok ? HexCommand::find(number) : nullptr;
+    if (command == nullptr)
         return Refusal::UnknownFunction;
-    if (found->started && !device().isStarted())
+    if (command->started && !device().state().isStarted)
         return Refusal::WrongState;
-    if (fields.count() < found->fields)
+    if (fields.count() < command->fields)
         return Refusal::BadValue;
-    return (this->*found->handler)(fields);
+    return command->handler(device(), fields);
 }
 
 QByteArray HexProtocol::foreignAnswer(const QByteArray& answer) const
@@ -125,48 +125,5 @@ QByteArray HexProtocol::noise() const
 {
     return QByteArrayLiteral("\xFF\x7F\x00U\xAA");
 }
-
-// clang-format off
-const QList<HexProtocol::Command>& HexProtocol::commands()
-{
-    static const QList<Command> list{
-        {0x00, &HexProtocol::start, 2, false},
-        {0x08, &HexProtocol::changeRegistration, 18, true},
-        {0x20, &HexProtocol::openDocument, 10, true},
-        {0x21, &HexProtocol::printText, 2, true},
-        {0x22, &HexProtocol::finishDocument, 3, true},
-        {0x23, &HexProtocol::cancelDocument, 0, true},
-        {0x24, &HexProtocol::printBarcode, 5, true},
-        {0x29, &HexProtocol::printQrCode, 3, true},
-        {0x30, &HexProtocol::addItem, 23, true},
-        {0x34, &HexProtocol::subtotal, 0, true},
-        {0x35, &HexProtocol::pay, 2, true},
-        {0x36, &HexProtocol::setMoney, 2, true},
-        {0x3C, &HexProtocol::bindAgent, 11, true},
-        {0x3D, &HexProtocol::checkMarking, 10, true},
-        {0x3F, &HexProtocol::clearMarking, 0, true},
-        {0x41, &HexProtocol::bindMarking, 4, true},
-        {0x60, &HexProtocol::printTotals, 1, true},
-        {0x61, &HexProtocol::closeShift, 2, true},
-        {0x65, &HexProtocol::printStored, 1, true},
-        {0x6A, &HexProtocol::printAccounting, 1, true},
-        {0x6B, &HexProtocol::openShift, 2, true},
-        {0x80, &HexProtocol::openDrawer, 0, true},
-        {0xA0, &HexProtocol::state, 0, false},
-        {0xA1, &HexProtocol::parameter, 2, false},
-        {0xA2, &HexProtocol::setParameter, 3, true},
-        {0xA3, &HexProtocol::setTime, 2, false},
-        {0xA4, &HexProtocol::driveData, 0, false},
-        {0xA5, &HexProtocol::deviceData, 1, false},
-        {0xA6, &HexProtocol::serialNumber, 0, false},
-        {0xA7, &HexProtocol::time, 0, false},
-        {0xA8, &HexProtocol::drawerState, 0, false},
-        {0xC0, &HexProtocol::registrationData, 0, false},
-        {setLogoCode, &HexProtocol::setLogo, 1, true},
-        {0xE3, &HexProtocol::clearLogo, 0, true},
-    };
-    return list;
-}
-// clang-format on
 
 } // namespace emulator

@@ -2,6 +2,7 @@
 
 #include "program/line.h"
 #include "program/options.h"
+#include "register/systemclock.h"
 
 #include <QFile>
 #include <QTimer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDateTime>
+#include <QtGlobal>
 
 namespace emulator {
 
@@ -12,27 +12,6 @@ public:
     virtual ~Clock() = default;
     /// Milliseconds since 1970, UTC.
     virtual qint64 milliseconds() const = 0;
-};
-
-class SystemClock : public Clock
-{
-public:
-    qint64 milliseconds() const override { return QDateTime::currentMSecsSinceEpoch(); }
-};
-
-/// A clock that stands still until it is told to move.
-class VirtualClock : public Clock
-{
-public:
-    explicit VirtualClock(const QDateTime& start = QDateTime(QDate(2024, 3, 1), QTime(9, 0)))
-        : m_milliseconds(start.toMSecsSinceEpoch())
-    {
-    }
-    qint64 milliseconds() const override { return m_milliseconds; }
-    void advance(qint64 milliseconds) { m_milliseconds += milliseconds; }
-
-private:
-    qint64 m_milliseconds;
 };
 
 } // namespace emulator

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "register/amounts.h"
+#include "register/cashier.h"
+#include "register/item.h"
+#include "register/payments.h"
 
 #include <QJsonObject>
 #include <QStringList>
-
-#include <array>
 
 namespace emulator {
 
@@ -18,51 +18,14 @@ enum class Phase {
     Positions = 3,
     Subtotal = 5,
     Payment = 7,
-    /// Stored in the fiscal drive but not printed to the end: it wants to be finished once more.
+    /// Done, and stored where it is a fiscal one, but not printed to the end: it wants to be finished once
+    /// more.
     Unprinted = 8,
     /// The same, after an attempt to cancel it.
     CancelImpossible = 16
 };
 
-/// Cash, electronic, prepayment, credit, other.
-constexpr int paymentKinds = 5;
-using Payments = std::array<Money, paymentKinds>;
-
-Money sumOf(const Payments& payments);
-
-struct Cashier
-{
-    QString name;
-    QString inn;
-};
-
-/// One position of a receipt.
-struct Item
-{
-    QString name;
-    QString barcode;
-    Quantity quantity = 0;
-    Money price = 0;
-    /// Tag 1199; 0 when the host named no rate.
-    int tax = 0;
-    int paymentMethod = 4;
-    int paymentObject = 1;
-    int unit = 0;
-    QString country;
-    QString declaration;
-    QByteArray markingCode;
-    /// Result of the code's check as the host repeated it; -1 when it did not.
-    int markingStatus = -1;
-    QJsonObject agent;
-    QJsonObject industry;
-    /// What a discount for the position as a whole adds to price times quantity.
-    Money rounding = 0;
-
-    Money sum() const { return positionSum(price, quantity) + rounding; }
-    QJsonObject toJson() const;
-};
-
-/// What the register knows of the document that is open.
+/// A document as the host has given it up to now.
 struct Document
 {
     DocumentType type = DocumentType::None;
@@ -89,8 +52,14 @@ struct Document
     bool isReceipt() const { return type == DocumentType::Sale || type == DocumentType::SaleReturn; }
     bool isMoney() const { return type == DocumentType::CashIn || type == DocumentType::CashOut; }
     bool isStored() const { return phase == Phase::Unprinted || phase == Phase::CancelImpossible; }
-    Money total() const;
-    Money change() const;
+    Money total() const { return sumOf(items); }
+    /// What is not paid yet.
+    Money missing() const { return qMax<Money>(0, total() - sumOf(payments)); }
+    Money change() const { return qMax<Money>(0, sumOf(payments) - total()); }
+    /// What cash pays once the change is given and what is missing is there.
+    Money cash() const { return payments[0] + missing() - change(); }
+    /// Where text goes that the host has printed now.
+    QStringList& printedPart() { return phase >= Phase::Subtotal ? footer : body; }
 };
 
 } // namespace emulator

@@ -1,32 +1,13 @@
 #pragma once
 
-#include <QDateTime>
+#include "register/fiscalrecord.h"
+
 #include <QList>
 #include <QStringList>
 
 #include <array>
 
 namespace emulator {
-
-/// Kinds of document that a fiscal drive stores; the numbers are those of the fiscal data format.
-enum class FiscalType {
-    Registration = 1,
-    ShiftOpening = 2,
-    Receipt = 3,
-    ShiftClosing = 5,
-    RegistrationChange = 11,
-    AccountingReport = 21
-};
-
-/// One stored document.
-struct FiscalRecord
-{
-    quint32 number = 0;
-    FiscalType type = FiscalType::Receipt;
-    QDateTime dateTime;
-    /// Ten decimal digits.
-    QString sign;
-};
 
 /// The fiscal drive: it numbers and signs the documents and keeps them for the OFD.
 class FiscalDrive
@@ -37,10 +18,9 @@ public:
     const QString& number() const { return m_number; }
     QDate expiry() const { return m_expiry; }
     QString version() const { return QStringLiteral("fn_v_1_2  emulated"); }
-    /// Bits that fill up with age: 1 ready, 2 fiscal mode, 4 after it, 8 archive read.
-    int lifePhase() const { return m_archiveClosed ? 7 : 3; }
-    bool isArchiveClosed() const { return m_archiveClosed; }
-    void closeArchive() { m_archiveClosed = true; }
+    /// Bits that fill up with age: 1 ready, 2 fiscal mode, 4 after it, 8 archive read. This drive stays in
+    /// fiscal mode.
+    int lifePhase() const { return 3; }
     QDateTime lastRegistration() const { return m_lastRegistration; }
     int registrationsDone() const { return m_registrations; }
     int registrationsLeft() const { return maxRegistrations - m_registrations; }
@@ -66,7 +46,6 @@ private:
 
     QString m_number = QStringLiteral("9999078900001234");
     QDate m_expiry;
-    bool m_archiveClosed = false;
     int m_registrations = 0;
     QDateTime m_lastRegistration;
     QList<FiscalRecord> m_documents;

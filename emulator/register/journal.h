@@ -7,8 +7,8 @@
 
 namespace emulator {
 
-/// What the fiscal drive has stored in this run, one object a document. Entries go to the listener as they
-/// come, or are kept when there is none.
+/// What the fiscal drive has stored in this run, and the cash that went in and out, one object a document.
+/// Entries go to the listener as they come, or are kept when there is none.
 class Journal
 {
 public:

@@ -65,6 +65,11 @@ Page& Page::pair(const QString& left, const QString& right)
     return *this;
 }
 
+Page& Page::sum(const QString& left, Money sum)
+{
+    return pair(left, QLatin1Char('=') + moneyText(sum));
+}
+
 Page& Page::rule(QChar fill)
 {
     m_lines.append(QString(m_width, fill));

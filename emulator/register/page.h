@@ -1,5 +1,7 @@
 #pragma once
 
+#include "register/amounts.h"
+
 #include <QStringList>
 
 namespace emulator {
@@ -20,6 +22,8 @@ public:
     Page& centred(const QString& text);
     /// Left and right text on one line, or on two when they do not fit.
     Page& pair(const QString& left, const QString& right);
+    /// A text with a sum of money at the right end.
+    Page& sum(const QString& left, Money sum);
     Page& rule(QChar fill = QLatin1Char('-'));
     /// Something that the paper shows as a picture: a frame with a title and the data in it.
     Page& frame(const QString& title, const QString& data);

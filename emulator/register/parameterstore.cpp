@@ -11,7 +11,7 @@ namespace emulator {
 
 namespace {
 
-bool fits(const ParameterEntry& entry, const QString& value)
+bool isWithinLimits(const ParameterEntry& entry, const QString& value)
 {
     if (entry.kind == ParameterEntry::Kind::Number) {
         bool ok = false;
@@ -56,7 +56,7 @@ Refusal ParameterStore::write(int number, int row, const QString& value)
         return Refusal::BadValue;
     if (entry->readOnly)
         return Refusal::WrongState;
-    if (!fits(*entry, value))
+    if (!isWithinLimits(*entry, value))
         return Refusal::BadValue;
     set(number, row, value);
     return Refusal::None;

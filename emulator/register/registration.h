@@ -18,12 +18,13 @@ struct Registration
     /// Bits: 1 general, 2 simplified (income), 4 simplified (income less outcome), 8 imputed, 16
     /// agricultural, 32 patent.
     int taxSystems = 1 | 2 | 32;
-    /// Bits of the mode of work; see below for those that the register looks at.
+    /// Bits of the mode of work; the register itself looks at that of marked goods alone.
     int modes = markedGoods;
     /// Kinds of agent that the user may be.
     int agents = 127;
     QString senderMail = QStringLiteral("check@shop.example");
 
+    static constexpr int taxSystemCount = 6;
     static constexpr int markedGoods = 16;
 };
 

@@ -1,9 +1,11 @@
-#include "xml/protocol.h"
+#include "register/tags.h"
+#include "xml/commands.h"
+#include "xml/print.h"
 #include "xml/receipt.h"
 
 #include <functional>
 
-namespace emulator {
+namespace emulator::xmlcommands {
 
 namespace {
 
@@ -12,11 +14,11 @@ using Step = std::function<Refusal()>;
 
 Refusal enter(Register& device, const Document& head, const QList<Step>& steps)
 {
-    if (const Refusal refusal = device.openDocument(head); refusal != Refusal::None)
+    if (const Refusal refusal = device.documents().open(head); refusal != Refusal::None)
         return refusal;
     for (const Step& step : steps) {
         if (const Refusal refusal = step(); refusal != Refusal::None) {
-            device.dropDocument();
+            device.documents().drop();
             return refusal;
         }
     }
@@ -26,14 +28,14 @@ Refusal enter(Register& device, const Document& head, const QList<Step>& steps)
 Refusal addItem(Register& device, const Item& item)
 {
     if (!item.agent.isEmpty()) {
-        if (const Refusal refusal = device.bindAgent(item.agent); refusal != Refusal::None)
+        if (const Refusal refusal = device.receipts().bindAgent(item.agent); refusal != Refusal::None)
             return refusal;
     }
     if (!item.markingCode.isEmpty()) {
-        if (const Refusal refusal = device.bindMarking(item.markingCode); refusal != Refusal::None)
+        if (const Refusal refusal = device.marking().bind(item.markingCode); refusal != Refusal::None)
             return refusal;
     }
-    return device.addItem(item);
+    return device.receipts().addItem(item);
 }
 
 Refusal addItems(Register& device, const QList<Item>& items)
@@ -47,10 +49,11 @@ Refusal addItems(Register& device, const QList<Item>& items)
 
 Refusal pay(Register& device, const Payments& payments)
 {
-    for (int kind = 0; kind < paymentKinds; ++kind) {
-        const Money sum = payments[static_cast<size_t>(kind)];
-        if (const Refusal refusal = sum == 0 ? Refusal::None : device.pay(kind, sum);
-            refusal != Refusal::None)
+    for (size_t kind = 0; kind < paymentKinds; ++kind) {
+        if (payments[kind] == 0)
+            continue;
+        const Refusal refusal = device.receipts().pay(static_cast<int>(kind), payments[kind]);
+        if (refusal != Refusal::None)
             return refusal;
     }
     return Refusal::None;
@@ -64,74 +67,76 @@ QString titleOf(const PrintPiece& piece)
     return piece.text.size() == ean13 ? QStringLiteral("EAN-13") : QStringLiteral("ШТРИХКОД");
 }
 
-// What the fiscal drive made of the receipt.
-XmlNode fiscalData(const Register& device)
-{
-    const FiscalRecord& record = device.drive().last();
-    return XmlNode::structure(QString::number(static_cast<int>(record.type)),
-        {XmlNode::number(QStringLiteral("1040"), record.number),
-            XmlNode::text(QStringLiteral("1077"), record.sign),
-            XmlNode::dateTime(QStringLiteral("1012"), record.dateTime),
-            XmlNode::text(QStringLiteral("1041"), device.drive().number()),
-            XmlNode::number(QStringLiteral("1038"), device.shiftNumber()),
-            XmlNode::number(QStringLiteral("1042"), device.nextReceiptNumber() - 1)});
-}
-
-} // namespace
-
-Refusal XmlProtocol::print(const QList<PrintPiece>& pieces)
+Refusal print(Register& device, const QList<PrintPiece>& pieces)
 {
     for (const PrintPiece& piece : pieces) {
         const Refusal refusal = piece.kind == PrintPiece::Kind::Line
-            ? device().printText(piece.text, piece.attribute)
-            : device().printPicture(titleOf(piece), piece.text);
+            ? device.documents().printText(piece.text, piece.attribute)
+            : device.documents().printPicture(titleOf(piece), piece.text);
         if (refusal != Refusal::None)
             return refusal;
     }
     return Refusal::None;
 }
 
-XmlAnswer XmlProtocol::receipt(const XmlNode& data)
+// What the fiscal drive made of the receipt.
+XmlNode fiscalData(const Register& device)
+{
+    const FiscalRecord& record = device.drive().last();
+    return XmlNode::structure(QString::number(static_cast<int>(record.type)),
+        {XmlNode::number(tag::documentNumber, record.number), XmlNode::text(tag::fiscalSign, record.sign),
+            XmlNode::dateTime(tag::dateTime, record.dateTime),
+            XmlNode::text(tag::driveNumber, device.drive().number()),
+            XmlNode::number(tag::shiftNumber, device.state().shift.number),
+            XmlNode::number(tag::receiptNumber, device.state().shift.receipts)});
+}
+
+} // namespace
+
+XmlAnswer receipt(const XmlContext& context, const XmlNode& data)
 {
     XmlReceipt receipt;
     if (const XmlVerdict verdict = receipt.read(data); !verdict.isGood())
         return verdict;
-    Register& target = device();
-    const Refusal refusal = enter(target, receipt.head,
-        {[&] { return print(receipt.above); }, [&] { return addItems(target, receipt.items); },
-            [&] { return target.subtotal(); }, [&] { return print(receipt.below); },
-            [&] { return pay(target, receipt.payments); }, [&] { return target.finishDocument(); }});
-    return refusal == Refusal::None ? XmlAnswer(fiscalData(target)) : XmlAnswer(refusal);
+    Register& device = context.device;
+    const Refusal refusal = enter(device, receipt.head,
+        {[&] { return print(device, receipt.above); }, [&] { return addItems(device, receipt.items); },
+            [&] { return device.receipts().subtotal(); }, [&] { return print(device, receipt.below); },
+            [&] { return pay(device, receipt.payments); }, [&] { return device.documents().finish(); }});
+    return refusal == Refusal::None ? XmlAnswer(fiscalData(device)) : XmlAnswer(refusal);
 }
 
-XmlAnswer XmlProtocol::moneyDocument(const XmlNode& data)
+XmlAnswer moneyDocument(const XmlContext& context, const XmlNode& data)
 {
     const qint64 kind = data.numberOf(QStringLiteral("MoneyOperationType"));
     if (kind != 1 && kind != 2)
         return XmlVerdict::badValue(QStringLiteral("MoneyOperationType"));
     Document head;
     head.type = kind == 1 ? DocumentType::CashIn : DocumentType::CashOut;
-    head.cashier.name = data.textOf(QStringLiteral("1021"));
+    head.cashier.name = data.textOf(tag::cashier);
+    // Without text there is one empty text to read, and nothing to print.
     const XmlNode* const text = data.child(QStringLiteral("HeaderText"));
     const auto pieces = readPrintText(text == nullptr ? QString() : text->value);
     if (!pieces)
         return XmlVerdict::badValue(QStringLiteral("HeaderText"));
     const QList<PrintPiece> above = text == nullptr ? QList<PrintPiece>() : *pieces;
-    return enter(device(), head,
-        {[&] { return print(above); },
-            [&] { return device().setMoney(data.moneyOf(QStringLiteral("CashSumm"))); },
-            [this] { return device().finishDocument(); }});
+    Register& device = context.device;
+    return enter(device, head,
+        {[&] { return print(device, above); },
+            [&] { return device.cash().setSum(data.moneyOf(QStringLiteral("CashSumm"))); },
+            [&] { return device.documents().finish(); }});
 }
 
-XmlAnswer XmlProtocol::textDocument(const XmlNode& data)
+XmlAnswer textDocument(const XmlContext& context, const XmlNode& data)
 {
     const auto pieces = readPrintText(data.textOf(QStringLiteral("NonFiscalText")));
     if (!pieces)
         return XmlVerdict::badValue(QStringLiteral("NonFiscalText"));
     Document head;
     head.type = DocumentType::NonFiscal;
+    Register& device = context.device;
     return enter(
-        device(), head, {[&] { return print(*pieces); }, [this] { return device().finishDocument(); }});
+        device, head, {[&] { return print(device, *pieces); }, [&] { return device.documents().finish(); }});
 }
 
-} // namespace emulator
+} // namespace emulator::xmlcommands

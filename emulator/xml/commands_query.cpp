@@ -1,6 +1,7 @@
-#include "xml/protocol.h"
+#include "register/tags.h"
+#include "xml/commands.h"
 
-namespace emulator {
+namespace emulator::xmlcommands {
 
 namespace {
 
@@ -12,21 +13,21 @@ XmlNode flag(const QString& name, bool on)
 }
 
 // What every answer about money says of one kind of receipt.
-XmlNode turnover(const QString& tag, const Turnover& counted)
+XmlNode turnover(const QString& name, const Turnover& counted)
 {
-    static const char* const paymentTags[paymentKinds] = {"1136", "1138", "1218", "1219", "1220"};
-    QList<XmlNode> nodes{XmlNode::number(QStringLiteral("1135"), counted.count),
-        XmlNode::money(QStringLiteral("1201"), counted.sum)};
+    static const QString paymentTags[paymentKinds] = {tag::countedCash, tag::countedElectronic,
+        tag::countedPrepayment, tag::countedCredit, tag::countedOther};
+    QList<XmlNode> nodes{
+        XmlNode::number(tag::receiptCount, counted.count), XmlNode::money(tag::countedSum, counted.sum)};
     for (size_t kind = 0; kind < counted.payments.size(); ++kind)
-        nodes.append(XmlNode::money(QLatin1String(paymentTags[kind]), counted.payments[kind]));
-    return XmlNode::structure(tag, nodes);
+        nodes.append(XmlNode::money(paymentTags[kind], counted.payments[kind]));
+    return XmlNode::structure(name, nodes);
 }
 
-XmlNode receipts(const QString& tag, const ShiftCounters& counters)
+XmlNode receipts(const QString& name, const ShiftCounters& counters)
 {
-    return XmlNode::structure(tag,
-        {turnover(QStringLiteral("1129"), counters.sales),
-            turnover(QStringLiteral("1130"), counters.returns)});
+    return XmlNode::structure(
+        name, {turnover(tag::sales, counters.sales), turnover(tag::returns, counters.returns)});
 }
 
 XmlNode moneyOperations(const ShiftCounters& counters, Money cash)
@@ -42,11 +43,11 @@ XmlNode moneyOperations(const ShiftCounters& counters, Money cash)
 XmlNode operatorState(const FiscalDrive& drive)
 {
     const FiscalRecord* const unsent = drive.firstUnsent();
-    const XmlNode when = unsent == nullptr ? XmlNode::text(QStringLiteral("1098"), QString())
-                                           : XmlNode::dateTime(QStringLiteral("1098"), unsent->dateTime);
+    const XmlNode when = unsent == nullptr ? XmlNode::text(tag::firstUnsentTime, QString())
+                                           : XmlNode::dateTime(tag::firstUnsentTime, unsent->dateTime);
     return XmlNode::structure(QStringLiteral("OFDStatus"),
-        {XmlNode::number(QStringLiteral("1097"), drive.queueLength()),
-            XmlNode::number(QStringLiteral("1116"), unsent == nullptr ? 0 : unsent->number), when});
+        {XmlNode::number(tag::unsentCount, drive.queueLength()),
+            XmlNode::number(tag::firstUnsentNumber, unsent == nullptr ? 0 : unsent->number), when});
 }
 
 XmlNode driveState(const Register& device)
@@ -59,76 +60,75 @@ XmlNode driveState(const Register& device)
         {XmlNode::number(QStringLiteral("LifePhase"), drive.lifePhase()),
             XmlNode::number(QStringLiteral("CurrentDocType"), receipt ? 4 : 0),
             flag(QStringLiteral("CurrentDocData"), receipt && !document.items.isEmpty()),
-            flag(QStringLiteral("ShiftState"), device.isShiftOpen()),
+            flag(QStringLiteral("ShiftState"), device.state().shift.isOpen),
             flag(QStringLiteral("StatusNeedChange"), (warnings & 1) != 0),
             flag(QStringLiteral("StatusEndingResource"), (warnings & 2) != 0),
             flag(QStringLiteral("StatusOverflow"), (warnings & 4) != 0),
-            flag(QStringLiteral("1053"), (warnings & 8) != 0),
+            flag(tag::operatorSilent, (warnings & 8) != 0),
             XmlNode::dateTime(QStringLiteral("lastDocDateTime"), drive.last().dateTime),
             XmlNode::number(QStringLiteral("lastDocNumber"), drive.last().number),
-            XmlNode::text(QStringLiteral("1041"), drive.number()),
+            XmlNode::text(tag::driveNumber, drive.number()),
             XmlNode::dateTime(QStringLiteral("ExpirationDate"), drive.expiry().startOfDay()),
             XmlNode::text(QStringLiteral("FWVersion"), drive.version())});
 }
 
 } // namespace
 
-XmlAnswer XmlProtocol::state(const XmlNode&)
+XmlAnswer state(const XmlContext& context, const XmlNode&)
 {
-    const Identity& identity = device().identity();
+    const Identity& identity = context.device.identity();
     return XmlNode::structure(QStringLiteral("Status"),
         {XmlNode::text(QStringLiteral("NetworkInterface"), QStringLiteral("Ethernet")),
             XmlNode::number(QStringLiteral("PaperWidth"), identity.width),
-            XmlNode::text(QStringLiteral("1013"), identity.serialNumber.trimmed()),
+            XmlNode::text(tag::registerNumber, identity.serialNumber.trimmed()),
             XmlNode::text(QStringLiteral("KKTFWVersion"), QStringLiteral("1.%1").arg(identity.release)),
-            driveState(device()), operatorState(device().drive())});
+            driveState(context.device), operatorState(context.device.drive())});
 }
 
-XmlAnswer XmlProtocol::information(const XmlNode&)
+XmlAnswer information(const XmlContext& context, const XmlNode&)
 {
-    const Registration& registration = device().registration();
+    const Registration& registration = context.device.state().registration;
     return XmlNode::structure(QStringLiteral("Information"),
-        {XmlNode::text(QStringLiteral("1037"), registration.number),
-            XmlNode::text(QStringLiteral("1018"), registration.userInn),
-            XmlNode::text(QStringLiteral("1048"), registration.userName),
+        {XmlNode::text(tag::registrationNumber, registration.number),
+            XmlNode::text(tag::userInn, registration.userInn),
+            XmlNode::text(tag::userName, registration.userName),
             XmlNode::text(QStringLiteral("SWVersion"), QStringLiteral("emulated")),
-            XmlNode::text(QStringLiteral("1189"), ffdVersion),
-            XmlNode::text(QStringLiteral("1190"), ffdVersion)});
+            XmlNode::text(tag::registerFormat, ffdVersion), XmlNode::text(tag::driveFormat, ffdVersion)});
 }
 
-XmlAnswer XmlProtocol::shiftState(const XmlNode&)
+XmlAnswer shiftState(const XmlContext& context, const XmlNode&)
 {
     return XmlNode::structure(QStringLiteral("Shift"),
-        {flag(QStringLiteral("ShiftState"), device().isShiftOpen()),
-            flag(QStringLiteral("ShiftOvertime"), device().isShiftTooLong()),
-            XmlNode::number(QStringLiteral("1038"), device().shiftNumber()),
-            XmlNode::number(QStringLiteral("1042"), device().nextReceiptNumber() - 1)});
+        {flag(QStringLiteral("ShiftState"), context.device.state().shift.isOpen),
+            flag(QStringLiteral("ShiftOvertime"), context.device.isShiftTooLong()),
+            XmlNode::number(tag::shiftNumber, context.device.state().shift.number),
+            XmlNode::number(tag::receiptNumber, context.device.state().shift.receipts)});
 }
 
-XmlAnswer XmlProtocol::drawerState(const XmlNode&)
+XmlAnswer drawerState(const XmlContext& context, const XmlNode&)
 {
     return XmlNode::structure(
-        QStringLiteral("CashDrawer"), {flag(QStringLiteral("IsOpen"), device().isDrawerOpen())});
+        QStringLiteral("CashDrawer"), {flag(QStringLiteral("IsOpen"), context.device.isDrawerOpen())});
 }
 
-XmlAnswer XmlProtocol::time(const XmlNode&)
+XmlAnswer time(const XmlContext& context, const XmlNode&)
 {
-    return XmlNode::dateTime(QStringLiteral("200001"), device().now());
+    return XmlNode::dateTime(QStringLiteral("200001"), context.device.now());
 }
 
-XmlAnswer XmlProtocol::taxSystems(const XmlNode&)
+XmlAnswer taxSystems(const XmlContext& context, const XmlNode&)
 {
     return XmlNode::structure(QStringLiteral("TaxSystems"),
-        {XmlNode::number(QStringLiteral("1062"), device().registration().taxSystems)});
+        {XmlNode::number(tag::taxSystems, context.device.state().registration.taxSystems)});
 }
 
-XmlAnswer XmlProtocol::counters(const XmlNode&)
+XmlAnswer counters(const XmlContext& context, const XmlNode&)
 {
-    QList<XmlNode> blocks{receipts(QStringLiteral("1194"), device().counters()),
-        moneyOperations(device().counters(), device().cashInDrawer())};
-    if (m_settings.isOn(QStringLiteral("MACRO.KKTCounters.GetCumulativeCounters")))
-        blocks.insert(1, receipts(QStringLiteral("1157"), device().grandTotals()));
+    QList<XmlNode> blocks{receipts(tag::shiftTotals, context.device.state().shift.counters),
+        moneyOperations(context.device.state().shift.counters, context.device.state().drawer.cash)};
+    if (context.settings.isOn(QStringLiteral("MACRO.KKTCounters.GetCumulativeCounters")))
+        blocks.insert(1, receipts(tag::driveTotals, context.device.state().shift.grandTotals));
     return XmlNode::structure(QStringLiteral("Counters"), blocks);
 }
 
-} // namespace emulator
+} // namespace emulator::xmlcommands

@@ -1,102 +1,104 @@
-#include "xml/protocol.h"
+#include "register/markingquery.h"
+#include "register/tags.h"
+#include "xml/commands.h"
 
-namespace emulator {
+namespace emulator::xmlcommands {
 
 namespace {
 
 Cashier cashierOf(const XmlNode& data)
 {
-    return {data.textOf(QStringLiteral("1021")), data.textOf(QStringLiteral("1203"))};
+    return {data.textOf(tag::cashier), data.textOf(tag::cashierInn)};
 }
 
 } // namespace
 
-XmlAnswer XmlProtocol::openShift(const XmlNode& data)
+XmlAnswer openShift(const XmlContext& context, const XmlNode& data)
 {
-    return device().openShift(cashierOf(data));
+    return context.device.openShift(cashierOf(data));
 }
 
-XmlAnswer XmlProtocol::closeShift(const XmlNode& data)
+XmlAnswer closeShift(const XmlContext& context, const XmlNode& data)
 {
-    return device().closeShift(cashierOf(data));
+    return context.device.shifts().close(cashierOf(data));
 }
 
-XmlAnswer XmlProtocol::printTotals(const XmlNode& data)
+XmlAnswer printTotals(const XmlContext& context, const XmlNode& data)
 {
-    return device().printTotals(cashierOf(data));
+    return context.device.shifts().printTotals(cashierOf(data));
 }
 
-XmlAnswer XmlProtocol::printAccounting(const XmlNode& data)
+XmlAnswer printAccounting(const XmlContext& context, const XmlNode& data)
 {
     // Hosts of this protocol ask for the report while the shift is open.
-    return device().printAccounting(cashierOf(data), true);
+    return context.device.reports().printAccounting(cashierOf(data), true);
 }
 
-XmlAnswer XmlProtocol::printStored(const XmlNode& data)
+XmlAnswer printStored(const XmlContext& context, const XmlNode& data)
 {
-    const qint64 number = data.numberOf(QStringLiteral("1040"));
-    return number < 0 ? XmlAnswer(Refusal::BadValue) : device().printStored(static_cast<quint32>(number));
+    const qint64 number = data.numberOf(tag::documentNumber);
+    return number < 0 ? XmlAnswer(Refusal::BadValue)
+                      : context.device.reports().printStored(static_cast<quint32>(number));
 }
 
-XmlAnswer XmlProtocol::printLast(const XmlNode&)
+XmlAnswer printLast(const XmlContext& context, const XmlNode&)
 {
-    return device().printStored(device().drive().last().number);
+    return context.device.reports().printStored(context.device.drive().last().number);
 }
 
-XmlAnswer XmlProtocol::changeRegistration(const XmlNode& data)
+XmlAnswer changeRegistration(const XmlContext& context, const XmlNode& data)
 {
-    Registration registration = device().registration();
-    registration.taxSystems = static_cast<int>(data.numberOf(QStringLiteral("1062")));
-    const qint64 reasons = data.numberOf(QStringLiteral("1205"));
+    Registration registration = context.device.state().registration;
+    registration.taxSystems = static_cast<int>(data.numberOf(tag::taxSystems));
+    const qint64 reasons = data.numberOf(tag::changeReasons);
     if (reasons <= 0)
-        return XmlVerdict::badValue(QStringLiteral("1205"));
-    return device().changeRegistration(registration, cashierOf(data), static_cast<int>(reasons));
+        return XmlVerdict::badValue(tag::changeReasons);
+    return context.device.reports().changeRegistration(
+        registration, cashierOf(data), static_cast<int>(reasons));
 }
 
-XmlAnswer XmlProtocol::setTime(const XmlNode& data)
+XmlAnswer setTime(const XmlContext& context, const XmlNode& data)
 {
-    return device().setTime(
+    return context.device.setTime(
         QDateTime::fromString(data.textOf(QStringLiteral("DateTime")), xmlDateTimeFormat));
 }
 
-XmlAnswer XmlProtocol::openDrawer(const XmlNode&)
+XmlAnswer openDrawer(const XmlContext& context, const XmlNode&)
 {
-    device().openDrawer();
-    return Refusal::None;
+    return context.device.cash().openDrawer();
 }
 
-XmlAnswer XmlProtocol::settings(const XmlNode& data)
+XmlAnswer settings(const XmlContext& context, const XmlNode& data)
 {
-    return m_settings.read(data);
+    return context.settings.read(data);
 }
 
-XmlAnswer XmlProtocol::setSettings(const XmlNode& data)
+XmlAnswer setSettings(const XmlContext& context, const XmlNode& data)
 {
-    return m_settings.write(data);
+    return context.settings.write(data);
 }
 
-XmlAnswer XmlProtocol::checkMarking(const XmlNode& data)
+XmlAnswer checkMarking(const XmlContext& context, const XmlNode& data)
 {
     constexpr double thousandths = 1000;
-    const QByteArray digits = data.textOf(QStringLiteral("2000")).toLatin1();
+    const QByteArray digits = data.textOf(tag::markingCode).toLatin1();
     MarkingQuery query;
     query.code = QByteArray::fromHex(digits);
-    query.plannedStatus = static_cast<int>(data.numberOf(QStringLiteral("2003")));
-    query.quantity = static_cast<double>(data.quantityOf(QStringLiteral("1023"))) / thousandths;
-    query.unit = static_cast<int>(data.numberOf(QStringLiteral("2108")));
+    query.plannedStatus = static_cast<int>(data.numberOf(tag::plannedStatus));
+    query.quantity = static_cast<double>(data.quantityOf(tag::quantity)) / thousandths;
     // Letters that are no digits are passed over by the conversion, so it must come out the same again.
-    if (query.code.toHex() != digits.toLower() || data.child(QStringLiteral("1163"))->children.size() != 1)
-        return XmlVerdict::badValue(QStringLiteral("2000, 1163"));
+    if (query.code.toHex() != digits.toLower() || data.child(tag::goodsCode)->children.size() != 1)
+        return XmlVerdict::badValue(tag::markingCode + QStringLiteral(", ") + tag::goodsCode);
     int result = 0;
-    const Refusal refusal = device().checkMarking(query, result);
+    const Refusal refusal = context.device.marking().check(query, result);
     if (refusal != Refusal::None)
         return refusal;
-    return XmlNode::structure(data.name, {XmlNode::number(QStringLiteral("2106"), result)});
+    return XmlNode::structure(data.name, {XmlNode::number(tag::checkResult, result)});
 }
 
-XmlAnswer XmlProtocol::clearMarking(const XmlNode&)
+XmlAnswer clearMarking(const XmlContext& context, const XmlNode&)
 {
-    return device().clearMarking();
+    return context.device.marking().clear();
 }
 
-} // namespace emulator
+} // namespace emulator::xmlcommands

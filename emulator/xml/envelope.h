@@ -1,6 +1,6 @@
 #pragma once
 
-#include "xml/verdict.h"
+#include "xml/answer.h"
 
 namespace emulator {
 

@@ -11,8 +11,8 @@ constexpr qsizetype codeAt = 2;
 constexpr qsizetype numberAt = 3;
 constexpr qsizetype attributeDigits = 3;
 constexpr qsizetype heightDigits = 4;
-constexpr qsizetype qrDigits = 4;
-constexpr qsizetype barcodeDigits = 2;
+constexpr qsizetype qrLengthDigits = 4;
+constexpr qsizetype barcodeLengthDigits = 2;
 
 /// Walks through the text from sequence to sequence.
 class Reader
@@ -47,11 +47,12 @@ private:
         case u'f':
             return readLine(line);
         case u'q':
-            return readPicture(PrintPiece::Kind::QrCode, qrDigits);
+            return readPicture(PrintPiece::Kind::QrCode, qrLengthDigits);
         case u'b': {
             // A length of more than two digits is not cut.
-            const std::optional<PrintPiece> piece = readPicture(PrintPiece::Kind::Barcode, barcodeDigits);
-            return piece ? piece : readPicture(PrintPiece::Kind::Barcode, barcodeDigits + 1);
+            const std::optional<PrintPiece> piece
+                = readPicture(PrintPiece::Kind::Barcode, barcodeLengthDigits);
+            return piece ? piece : readPicture(PrintPiece::Kind::Barcode, barcodeLengthDigits + 1);
         }
         default:
             return std::nullopt;

@@ -18,9 +18,11 @@ struct PrintPiece
     int attribute = 0;
 };
 
-/// Reads a text with the printer's sequences in it. Each stands at the beginning of a line: "‼?f" with three
-/// digits of the attribute and four of the line's height, "‼?q" with four digits of the length of a QR code's
-/// text, "‼?b" with two digits of that of a barcode. No value when a sequence cannot be read.
+/// Reads a text with the printer's sequences in it; a line without one is printed as it stands. A sequence
+/// stands at the beginning of a line: "‼?f" with three digits of the attribute and four of the line's height,
+/// then the rest of the line; "‼?q" with four digits and the text of a QR code, "‼?b" with two digits, or
+/// three from 100 on, and that of a barcode. The digits are the number of characters of that text, line feeds
+/// among them, and the line ends behind it. No value when a sequence cannot be read.
 std::optional<QList<PrintPiece>> readPrintText(const QString& text);
 
 } // namespace emulator

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "line/protocol.h"
-#include "xml/envelope.h"
-#include "xml/print.h"
-#include "xml/rule.h"
+#include "xml/answer.h"
 #include "xml/settings.h"
 
 namespace emulator {
+
+struct XmlRequest;
 
 /// The document protocol: one "ArmRequest" in, one "ArmResponse" with its id out.
 class XmlProtocol : public Protocol
@@ -24,45 +24,8 @@ protected:
     qint64 pauseAfterForeign() const override;
 
 private:
-    using Handler = XmlAnswer (XmlProtocol::*)(const XmlNode& data);
-    struct Command
-    {
-        int code;
-        Handler handler;
-        /// None for a command without parameters.
-        std::optional<XmlRule> rule;
-    };
-    static const QList<Command>& commands();
-
     void handle(const QByteArray& document);
     XmlAnswer run(const XmlRequest& request);
-
-    XmlAnswer state(const XmlNode& data);
-    XmlAnswer information(const XmlNode& data);
-    XmlAnswer shiftState(const XmlNode& data);
-    XmlAnswer drawerState(const XmlNode& data);
-    XmlAnswer time(const XmlNode& data);
-    XmlAnswer taxSystems(const XmlNode& data);
-    XmlAnswer counters(const XmlNode& data);
-
-    XmlAnswer openShift(const XmlNode& data);
-    XmlAnswer closeShift(const XmlNode& data);
-    XmlAnswer printTotals(const XmlNode& data);
-    XmlAnswer printAccounting(const XmlNode& data);
-    XmlAnswer printStored(const XmlNode& data);
-    XmlAnswer printLast(const XmlNode& data);
-    XmlAnswer changeRegistration(const XmlNode& data);
-    XmlAnswer setTime(const XmlNode& data);
-    XmlAnswer openDrawer(const XmlNode& data);
-    XmlAnswer settings(const XmlNode& data);
-    XmlAnswer setSettings(const XmlNode& data);
-    XmlAnswer checkMarking(const XmlNode& data);
-    XmlAnswer clearMarking(const XmlNode& data);
-
-    XmlAnswer receipt(const XmlNode& data);
-    XmlAnswer moneyDocument(const XmlNode& data);
-    XmlAnswer textDocument(const XmlNode& data);
-    Refusal print(const QList<PrintPiece>& pieces);
 
     XmlSettings m_settings;
     QByteArray m_buffer;

@@ -2,6 +2,7 @@
 
 #include "register/document.h"
 #include "xml/print.h"
+#include "xml/tree.h"
 #include "xml/verdict.h"
 
 namespace emulator {

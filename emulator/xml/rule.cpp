@@ -1,5 +1,7 @@
 #include "xml/rule.h"
 
+#include "register/tags.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -18,7 +20,8 @@ XmlVerdict XmlRule::check(const XmlNode& node) const
     for (const XmlNode& part : node.children) {
         const auto rule = std::find_if(children.cbegin(), children.cend(),
             [&part](const XmlRule& candidate) { return candidate.name == part.name; });
-        // What must be there is there once; what a host may add it may add again.
+        // Hosts send twice what they add twice, and the first one counts; what every request has, it has
+        // once.
         if (rule == children.cend() || once.contains(part.name))
             return XmlVerdict::badValue(part.name);
         if (rule->required)
@@ -35,15 +38,15 @@ XmlVerdict XmlRule::check(const XmlNode& node) const
 
 namespace {
 
-XmlRule listOf(const char* name, const QList<XmlRule>& record, bool required)
+XmlRule listOf(const QString& name, const QList<XmlRule>& record, bool required)
 {
-    const XmlRule entry{QLatin1String(name), XmlType::Structure, false, record, false};
-    return {QLatin1String(name), XmlType::List, required, {entry}, false};
+    const XmlRule entry{name, XmlType::Structure, false, record, false};
+    return {name, XmlType::List, required, {entry}, false};
 }
 
-XmlRule optionalTree(const char* name, const QList<XmlRule>& children)
+XmlRule optionalTree(const QString& name, const QList<XmlRule>& children)
 {
-    return {QLatin1String(name), XmlType::Structure, false, children, false};
+    return {name, XmlType::Structure, false, children, false};
 }
 
 QList<XmlRule> positionRules()
@@ -51,18 +54,24 @@ QList<XmlRule> positionRules()
     using Rule = XmlRule;
     constexpr auto text = XmlType::Text;
     constexpr auto number = XmlType::Integer;
-    return {Rule::leaf("1030", text), Rule::leaf("1079", XmlType::Sum), Rule::leaf("1197", text),
-        Rule::leaf("1023", XmlType::Thousandths), Rule::leaf("1199", number), Rule::leaf("1212", number),
-        Rule::leaf("1214", number), Rule::leaf("2108", number), Rule::optionalLeaf("2102", number),
-        Rule::openTree("1163", false), Rule::optionalLeaf("2110", number), Rule::optionalLeaf("2000", text),
-        listOf("ItemDiscounts", {Rule::leaf("Name", text), Rule::leaf("Value", XmlType::Sum)}, false),
-        Rule::leaf("PriceWithDiscount", XmlType::Sum),
-        optionalTree("1224", {Rule::leaf("1171", text), Rule::leaf("1225", text)}),
-        Rule::optionalLeaf("1222", text), Rule::optionalLeaf("1226", text), Rule::openTree("1223", false),
-        optionalTree("1260",
-            {Rule::leaf("1262", text), Rule::leaf("1263", text), Rule::leaf("1264", text),
-                Rule::leaf("1265", text)}),
-        Rule::optionalLeaf("1230", text), Rule::optionalLeaf("1231", text)};
+    return {Rule::leaf(tag::itemName, text), Rule::leaf(tag::price, XmlType::Sum),
+        Rule::leaf(tag::measureName, text), Rule::leaf(tag::quantity, XmlType::Thousandths),
+        Rule::leaf(tag::taxRate, number), Rule::leaf(tag::paymentObject, number),
+        Rule::leaf(tag::paymentMethod, number), Rule::leaf(tag::unit, number),
+        Rule::optionalLeaf(tag::markingMode, number), Rule::openTree(tag::goodsCode, false),
+        Rule::optionalLeaf(tag::assignedStatus, number), Rule::optionalLeaf(tag::markingCode, text),
+        listOf(QStringLiteral("ItemDiscounts"),
+            {Rule::leaf(QStringLiteral("Name"), text), Rule::leaf(QStringLiteral("Value"), XmlType::Sum)},
+            false),
+        Rule::leaf(QStringLiteral("PriceWithDiscount"), XmlType::Sum),
+        optionalTree(
+            tag::supplier, {Rule::leaf(tag::supplierPhone, text), Rule::leaf(tag::supplierName, text)}),
+        Rule::optionalLeaf(tag::agentKinds, text), Rule::optionalLeaf(tag::supplierInn, text),
+        Rule::openTree(tag::agent, false),
+        optionalTree(tag::industry,
+            {Rule::leaf(tag::industryAuthority, text), Rule::leaf(tag::industryDate, text),
+                Rule::leaf(tag::industryNumber, text), Rule::leaf(tag::industryValue, text)}),
+        Rule::optionalLeaf(tag::country, text), Rule::optionalLeaf(tag::declaration, text)};
 }
 
 } // namespace
@@ -73,16 +82,19 @@ const XmlRule& receiptRule()
     constexpr auto text = XmlType::Text;
     constexpr auto sum = XmlType::Sum;
     constexpr auto number = XmlType::Integer;
-    static const XmlRule rule = Rule::tree("3",
-        {listOf("1059", positionRules(), true), Rule::leaf("1031", sum), Rule::leaf("1081", sum),
-            Rule::leaf("1215", sum), Rule::leaf("1216", sum), Rule::leaf("1217", sum),
-            Rule::leaf("1021", text), Rule::leaf("1054", number), Rule::leaf("DoNotPrint", number),
-            Rule::optionalLeaf("1203", text), Rule::optionalLeaf("1008", text),
-            Rule::optionalLeaf("1171", text), Rule::optionalLeaf("1187", text),
-            Rule::optionalLeaf("1192", text),
-            optionalTree("1256", {Rule::leaf("1227", text), Rule::leaf("1228", text)}),
-            Rule::leaf("1055", number), Rule::optionalLeaf("HeaderText", text),
-            Rule::optionalLeaf("Footer", text), Rule::optionalLeaf("TextAfterDoc", text)});
+    static const XmlRule rule = Rule::tree(QStringLiteral("3"),
+        {listOf(tag::positions, positionRules(), true), Rule::leaf(tag::cash, sum),
+            Rule::leaf(tag::electronic, sum), Rule::leaf(tag::prepayment, sum), Rule::leaf(tag::credit, sum),
+            Rule::leaf(tag::otherPayment, sum), Rule::leaf(tag::cashier, text),
+            Rule::leaf(tag::settlement, number), Rule::leaf(QStringLiteral("DoNotPrint"), number),
+            Rule::optionalLeaf(tag::cashierInn, text), Rule::optionalLeaf(tag::customerAddress, text),
+            Rule::optionalLeaf(tag::supplierPhone, text), Rule::optionalLeaf(tag::place, text),
+            Rule::optionalLeaf(tag::additional, text),
+            optionalTree(
+                tag::customer, {Rule::leaf(tag::customerName, text), Rule::leaf(tag::customerInn, text)}),
+            Rule::leaf(tag::taxSystem, number), Rule::optionalLeaf(QStringLiteral("HeaderText"), text),
+            Rule::optionalLeaf(QStringLiteral("Footer"), text),
+            Rule::optionalLeaf(QStringLiteral("TextAfterDoc"), text)});
     return rule;
 }
 

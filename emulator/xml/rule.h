@@ -1,5 +1,6 @@
 #pragma once
 
+#include "xml/tree.h"
 #include "xml/verdict.h"
 
 namespace emulator {
@@ -14,21 +15,15 @@ struct XmlRule
     /// What is inside is not looked at here.
     bool open = false;
 
-    static XmlRule leaf(const char* name, XmlType type)
+    static XmlRule leaf(const QString& name, XmlType type) { return {name, type, true, {}, false}; }
+    static XmlRule optionalLeaf(const QString& name, XmlType type) { return {name, type, false, {}, false}; }
+    static XmlRule tree(const QString& name, const QList<XmlRule>& children)
     {
-        return {QLatin1String(name), type, true, {}, false};
+        return {name, XmlType::Structure, true, children, false};
     }
-    static XmlRule optionalLeaf(const char* name, XmlType type)
+    static XmlRule openTree(const QString& name, bool required)
     {
-        return {QLatin1String(name), type, false, {}, false};
-    }
-    static XmlRule tree(const char* name, const QList<XmlRule>& children)
-    {
-        return {QLatin1String(name), XmlType::Structure, true, children, false};
-    }
-    static XmlRule openTree(const char* name, bool required)
-    {
-        return {QLatin1String(name), XmlType::Structure, required, {}, true};
+        return {name, XmlType::Structure, required, {}, true};
     }
 
     /// A parameter that nobody knows, is missing or has another type is a bad value; the verdict names it.

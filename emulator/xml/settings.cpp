@@ -33,10 +33,10 @@ bool isPicture(const QString& text)
 {
     const QByteArray digits = text.toLatin1().toLower();
     const QByteArray bitmap = QByteArray::fromHex(digits);
-    return text.isEmpty() || (bitmap.toHex() == digits && Register::isHeaderPicture(bitmap));
+    return text.isEmpty() || (bitmap.toHex() == digits && Logo::isHeaderPicture(bitmap));
 }
 
-bool fits(const XmlSetting& setting, const QString& text)
+bool takes(const XmlSetting& setting, const QString& text)
 {
     bool number = false;
     text.toUInt(&number);
@@ -107,7 +107,7 @@ bool XmlSettings::isOn(const QString& path) const
 QString XmlSettings::value(const QString& path) const
 {
     if (path == picturePath)
-        return QString::fromLatin1(m_device.logo().toHex());
+        return QString::fromLatin1(m_device.state().logo.toHex());
     if (path == printPicturePath)
         return m_device.parameters().isOn(parameter::companyLogo) ? QStringLiteral("true")
                                                                   : QStringLiteral("false");
@@ -122,7 +122,7 @@ QString XmlSettings::value(const QString& path) const
 void XmlSettings::set(const QString& path, const QString& text)
 {
     if (path == picturePath) {
-        m_device.setHeaderPicture(QByteArray::fromHex(text.toLatin1()));
+        m_device.logo().setHeaderPicture(QByteArray::fromHex(text.toLatin1()));
     } else if (path == printPicturePath) {
         m_device.parameters().set(
             parameter::companyLogo, 0, isTrue(text) ? QStringLiteral("1") : QStringLiteral("0"));
@@ -153,7 +153,7 @@ XmlVerdict XmlSettings::write(const XmlNode& wanted)
     const XmlVerdict verdict
         = visit(wanted, QString(), [&values](const XmlSetting& setting, const XmlNode& node) {
               values[setting.path] = node.value;
-              return fits(setting, node.value);
+              return takes(setting, node.value);
           });
     for (auto value = values.cbegin(); verdict.isGood() && value != values.cend(); ++value)
         set(value.key(), value.value());

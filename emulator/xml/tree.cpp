@@ -22,7 +22,7 @@ bool matches(const QString& value, const QString& pattern)
     return QRegularExpression(QRegularExpression::anchoredPattern(pattern)).match(value).hasMatch();
 }
 
-bool fits(XmlType type, const QString& value)
+bool hasForm(XmlType type, const QString& value)
 {
     // A host that asks for something sends it empty.
     if (value.isEmpty())
@@ -150,7 +150,7 @@ XmlNode XmlNode::read(QXmlStreamReader& reader, int depth)
         if (!holds(node, node.children.constLast()))
             reader.raiseError(QStringLiteral("\"%1\" out of place").arg(node.children.constLast().name));
     }
-    if (!reader.hasError() && !fits(node.type, node.value))
+    if (!reader.hasError() && !hasForm(node.type, node.value))
         reader.raiseError(QStringLiteral("bad value of \"%1\"").arg(node.name));
     if (node.isContainer())
         node.value.clear();

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "register/refusal.h"
-#include "xml/tree.h"
 
-#include <optional>
+#include <QString>
 
 namespace emulator {
 
@@ -33,26 +32,6 @@ struct XmlVerdict
     static XmlVerdict badRequest(const QString& words);
     static XmlVerdict badData(const QString& words);
     static XmlVerdict unknownCommand();
-};
-
-/// Verdict and data of an answer.
-struct XmlAnswer
-{
-    XmlVerdict verdict;
-    std::optional<XmlNode> data;
-
-    XmlAnswer(const XmlVerdict& itsVerdict)
-        : verdict(itsVerdict)
-    {
-    }
-    XmlAnswer(Refusal refusal)
-        : verdict(refusal)
-    {
-    }
-    XmlAnswer(const XmlNode& tree)
-        : data(tree)
-    {
-    }
 };
 
 } // namespace emulator

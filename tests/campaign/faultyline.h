@@ -3,6 +3,7 @@
 #include "abstractserialdevice.h"
 #include "fault.h"
 #include "line/protocol.h"
+#include "register/virtualclock.h"
 
 /// The line between a driver and the software register, in virtual time: a wait moves the clock to the next
 /// byte or to its end, and nothing ever waits really. Each request suffers one fault or none.

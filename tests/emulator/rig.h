@@ -1,6 +1,7 @@
 #pragma once
 
 #include "hex/protocol.h"
+#include "register/virtualclock.h"
 
 #include <functional>
 #include <numeric>

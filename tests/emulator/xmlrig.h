@@ -1,6 +1,7 @@
 #pragma once
 
 #include "line/protocolswitch.h"
+#include "register/virtualclock.h"
 
 #include <QRegularExpression>
 

@@ -171,7 +171,7 @@ TEST(XmlFaults, TakeTheFormOfItsDocuments)
             EXPECT_EQ(all.bytes, mode == FaultMode::Restart ? answer : heardOf(mode, request, answer));
         }
         EXPECT_TRUE(mode != FaultMode::Split || heard.later.size() == (answer.size() - 1) / 7);
-        EXPECT_EQ(rig.device.isShiftOpen(), mode != FaultMode::Silence && mode != FaultMode::PaperOut);
+        EXPECT_EQ(rig.device.state().shift.isOpen, mode != FaultMode::Silence && mode != FaultMode::PaperOut);
         // A late answer comes ahead of the next one and leaves the host time to throw it away.
         const QByteArray earlier = rig.id().toUtf8();
         const Heard next = listen(rig, rig.request(44));

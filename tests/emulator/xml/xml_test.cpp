@@ -151,7 +151,7 @@ TEST(XmlSale, IsJournalledPrintedAndCounted)
     EXPECT_EQ(
         rig.run(8, QString(back).replace(R"(n="DoNotPrint" t="4">0)", R"(n="DoNotPrint" t="4">1)")), "0.0");
     EXPECT_EQ(rig.device.tape().lines(), tape);
-    EXPECT_EQ(rig.device.cashInDrawer(), 10000 + 7333 - 6005);
+    EXPECT_EQ(rig.device.state().drawer.cash, 10000 + 7333 - 6005);
 }
 
 TEST(XmlSale, RefusalLeavesNothingBehind)
@@ -190,7 +190,7 @@ TEST(XmlSale, RefusalLeavesNothingBehind)
             << c.to.toStdString();
         EXPECT_FALSE(rig.device.document().isOpen());
     }
-    EXPECT_EQ(rig.device.counters().cancelled, 0);
+    EXPECT_EQ(rig.device.state().shift.counters.cancelled, 0);
     // Two positions of half a kopeck too much each: the host rounded their sum, the register each of them.
     const QString thirds = position("0.25", "0.500", "0.25");
     EXPECT_EQ(rig.run(8, receipt(thirds + thirds, "0.25")), "0.0");

@@ -75,34 +75,17 @@ TEST(HexLink, TakesThePictureBehindItsAcknowledge)
     EXPECT_EQ(rig.exchange(rig.frame({0xE2, {size}})), "\x06");
     EXPECT_EQ(rig.exchange('\x1B' + bitmap.left(100)), "");
     EXPECT_EQ(rig.parse(rig.exchange(bitmap.mid(100))).code, 0);
-    EXPECT_TRUE(rig.device.hasLogo());
+    EXPECT_FALSE(rig.device.state().logo.isEmpty());
     // The block once more, as after a stale answer, is swallowed; the next command is heard.
     EXPECT_EQ(rig.exchange('\x1B' + bitmap), "");
     rig.run({open(1), text(QStringLiteral("строка")), finish()});
     EXPECT_TRUE(rig.device.tape().text().contains(QStringLiteral("[ЛОГОТИП]")));
     EXPECT_EQ(rig.code({0xE3, {}}), 0);
-    EXPECT_FALSE(rig.device.hasLogo());
+    EXPECT_TRUE(rig.device.state().logo.isEmpty());
     rig.exchange(rig.frame({0xE2, {"4"}}));
     EXPECT_EQ(rig.parse(rig.exchange("\x1B"
                                      "GIF8"))
                   .code,
         3);
     EXPECT_EQ(rig.code({0xE2, {"0"}}), 3);
-}
-
-TEST(Outbox, KeepsThePaceOfTheLine)
-{
-    emulator::VirtualClock clock;
-    emulator::Outbox outbox(clock, 9600);
-    outbox.put(QByteArray(96, 'x'));
-    EXPECT_EQ(outbox.take(), "");
-    clock.advance(50);
-    EXPECT_EQ(outbox.take().size(), 48);
-    clock.advance(1000);
-    EXPECT_EQ(outbox.take().size(), 48);
-    EXPECT_EQ(outbox.nextDue(), std::nullopt);
-    // What was idle time is not caught up with.
-    outbox.put(QByteArray(96, 'y'));
-    EXPECT_EQ(outbox.take(), "");
-    EXPECT_EQ(*outbox.nextDue() - clock.milliseconds(), 2);
 }

@@ -1,0 +1,189 @@
+#include "register/judgement.h"
+
+#include "register/parametertable.h"
+#include "register/parts.h"
+
+#include <QtAlgorithms>
+
+#include <algorithm>
+#include <limits>
+
+namespace emulator::judgement {
+
+namespace {
+
+constexpr qsizetype mostPositions = 1000;
+constexpr Money greatestTotal = std::numeric_limits<int>::max() * Money{100};
+constexpr int highestTax = 10;
+constexpr int highestPaymentMethod = 7;
+constexpr int highestPaymentObject = 33;
+constexpr int highestUnit = 255;
+constexpr int goodsWithCode = 33;
+constexpr int exciseGoodsWithCode = 31;
+
+bool isPlausible(const Item& item)
+{
+    return !item.name.trimmed().isEmpty() && item.quantity > 0 && item.price >= 0 && item.tax >= 0
+        && item.tax <= highestTax && item.paymentMethod >= 1 && item.paymentMethod <= highestPaymentMethod
+        && item.paymentObject >= 0 && item.paymentObject <= highestPaymentObject && item.unit >= 0
+        && item.unit <= highestUnit;
+}
+
+bool needsCode(const Item& item)
+{
+    return item.paymentObject == goodsWithCode || item.paymentObject == exciseGoodsWithCode;
+}
+
+bool isInn(const QString& inn)
+{
+    const bool digits = std::all_of(inn.cbegin(), inn.cend(), [](QChar letter) { return letter.isDigit(); });
+    return digits && (inn.size() == 10 || inn.size() == 12);
+}
+
+bool isComplete(const Registration& registration)
+{
+    constexpr int allSystems = (1 << Registration::taxSystemCount) - 1;
+    const bool systems = registration.taxSystems > 0 && registration.taxSystems <= allSystems;
+    return systems && isInn(registration.userInn) && isInn(registration.operatorInn)
+        && !registration.number.isEmpty();
+}
+
+Refusal taxSystem(int system, const Registration& registration)
+{
+    const bool single = qPopulationCount(static_cast<quint32>(system)) == 1;
+    return single && (system & registration.taxSystems) != 0 ? Refusal::None : Refusal::NotRegistered;
+}
+
+} // namespace
+
+Refusal ready(const State& state)
+{
+    if (state.open.document.isOpen())
+        return Refusal::WrongState;
+    return state.hasPaper ? Refusal::None : Refusal::NoPaper;
+}
+
+Refusal drive(const Parts& parts)
+{
+    return parts.clock.now().date() > parts.drive.expiry() ? Refusal::DriveExpired : Refusal::None;
+}
+
+Refusal time(const QDateTime& time, const Parts& parts)
+{
+    // Hosts tell whole seconds only.
+    const bool before = time.toSecsSinceEpoch() < parts.drive.last().dateTime.toSecsSinceEpoch();
+    return before ? Refusal::DateTooEarly : Refusal::None;
+}
+
+Refusal opening(const Document& head, const Parts& parts)
+{
+    if (const Refusal refusal = ready(parts.state); refusal != Refusal::None)
+        return refusal;
+    if (head.type < DocumentType::NonFiscal || head.type > DocumentType::CashOut)
+        return Refusal::BadValue;
+    if (head.type == DocumentType::NonFiscal)
+        return Refusal::None;
+    if (!parts.state.shift.isOpen)
+        return Refusal::WrongState;
+    if (parts.state.shift.isTooLong(parts.clock.now()))
+        return Refusal::ShiftTooLong;
+    if (head.isMoney())
+        return Refusal::None;
+    if (const Refusal refusal = drive(parts); refusal != Refusal::None)
+        return refusal;
+    return taxSystem(head.taxSystem, parts.state.registration);
+}
+
+Refusal printing(const State& state)
+{
+    if (!state.open.document.isOpen())
+        return Refusal::NoDocument;
+    if (state.open.document.isStored())
+        return Refusal::WrongState;
+    return state.hasPaper ? Refusal::None : Refusal::NoPaper;
+}
+
+Refusal positions(const Document& document)
+{
+    if (!document.isOpen())
+        return Refusal::NoDocument;
+    const bool before = document.phase == Phase::Open || document.phase == Phase::Positions;
+    return document.isReceipt() && before ? Refusal::None : Refusal::WrongState;
+}
+
+Refusal item(const Item& item, const OpenDocument& open)
+{
+    if (const Refusal refusal = positions(open.document); refusal != Refusal::None)
+        return refusal;
+    if (!isPlausible(item) || open.document.total() + item.sum() > greatestTotal)
+        return Refusal::BadValue;
+    if (needsCode(item) && open.marking.isEmpty())
+        return Refusal::RequisitesMissing;
+    return open.document.items.size() >= mostPositions ? Refusal::TooManyPositions : Refusal::None;
+}
+
+Refusal subtotal(const OpenDocument& open)
+{
+    if (!open.document.isOpen())
+        return Refusal::NoDocument;
+    const bool complete = open.document.phase == Phase::Positions && open.marking.isEmpty();
+    return complete ? Refusal::None : Refusal::WrongState;
+}
+
+Refusal payment(const Document& document, int kind, Money sum)
+{
+    if (!document.isOpen())
+        return Refusal::NoDocument;
+    if (document.phase != Phase::Subtotal && document.phase != Phase::Payment)
+        return Refusal::WrongState;
+    if (kind < 0 || kind >= static_cast<int>(paymentKinds) || sum < 0)
+        return Refusal::BadValue;
+    const Money total = document.total();
+    const Money paid = sumOf(document.payments);
+    if (sum > 0 && paid >= total)
+        return Refusal::WrongState;
+    // Change is given from cash alone: whatever else is paid must fit into the total.
+    const bool fits = kind == 0 || paid - document.payments[0] + sum <= total;
+    return fits ? Refusal::None : Refusal::BadValue;
+}
+
+Refusal closing(const Document& receipt, const Parts& parts)
+{
+    if (receipt.phase != Phase::Subtotal && receipt.phase != Phase::Payment)
+        return Refusal::WrongState;
+    if (parts.state.shift.isTooLong(parts.clock.now()))
+        return Refusal::ShiftTooLong;
+    if (receipt.missing() > 0 && !parts.parameters.isOn(parameter::automaticPayment))
+        return Refusal::WrongState;
+    const bool controlled
+        = receipt.type == DocumentType::SaleReturn && parts.parameters.isOn(parameter::cashControl);
+    return controlled && receipt.cash() > parts.state.drawer.cash ? Refusal::NegativeResult : Refusal::None;
+}
+
+Refusal money(const State& state, Money sum)
+{
+    const Document& document = state.open.document;
+    if (!document.isOpen())
+        return Refusal::NoDocument;
+    if (!document.isMoney() || document.phase != Phase::Open)
+        return Refusal::WrongState;
+    if (sum <= 0)
+        return Refusal::BadValue;
+    const bool tooMuch = document.type == DocumentType::CashOut && sum > state.drawer.cash;
+    return tooMuch ? Refusal::NegativeResult : Refusal::None;
+}
+
+Refusal reregistration(const Registration& registration, const Parts& parts)
+{
+    if (const Refusal refusal = ready(parts.state); refusal != Refusal::None)
+        return refusal;
+    if (parts.state.shift.isOpen)
+        return Refusal::WrongState;
+    if (const Refusal refusal = drive(parts); refusal != Refusal::None)
+        return refusal;
+    if (!isComplete(registration))
+        return Refusal::BadValue;
+    return parts.drive.registrationsLeft() == 0 ? Refusal::DriveWrongState : Refusal::None;
+}
+
+} // namespace emulator::judgement

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "register/amounts.h"
+#include "register/refusal.h"
+
+class QDateTime;
+
+namespace emulator {
+
+struct Document;
+struct Item;
+struct OpenDocument;
+struct Parts;
+struct Registration;
+struct State;
+
+/// What the register thinks of a step before it takes it. Nothing here changes anything.
+namespace judgement {
+
+/// A report or a document may begin: none is open, and there is paper.
+Refusal ready(const State& state);
+/// The fiscal drive may store another document.
+Refusal drive(const Parts& parts);
+/// Time cannot go back behind the last document.
+Refusal time(const QDateTime& time, const Parts& parts);
+Refusal opening(const Document& head, const Parts& parts);
+/// Text or a picture for the open document.
+Refusal printing(const State& state);
+/// A position, or what belongs to one, has its place in the open document.
+Refusal positions(const Document& document);
+Refusal item(const Item& item, const OpenDocument& open);
+Refusal subtotal(const OpenDocument& open);
+Refusal payment(const Document& document, int kind, Money sum);
+Refusal closing(const Document& receipt, const Parts& parts);
+/// The sum of a cash-in or cash-out.
+Refusal money(const State& state, Money sum);
+Refusal reregistration(const Registration& registration, const Parts& parts);
+
+} // namespace judgement
+
+} // namespace emulator

@@ -1,0 +1,90 @@
+#include "register/marking.h"
+
+#include "register/judgement.h"
+#include "register/markingquery.h"
+#include "register/parts.h"
+
+namespace emulator {
+
+namespace {
+
+constexpr qsizetype mostCodes = 128;
+constexpr char groupSeparator = '\x1D';
+constexpr int highestStatus = 5;
+constexpr int statusAsItIs = 255;
+
+bool isKnownStatus(int status)
+{
+    // Sold or returned, by the piece or measured; 255 leaves it as it is and 0 is a host that does not say.
+    return (status >= 0 && status <= highestStatus) || status == statusAsItIs;
+}
+
+// A code carries its own proof behind a group separator: key 91 and signature 92, or short signature 93.
+bool hasProof(const QByteArray& code)
+{
+    for (const char* const key : {"91", "92", "93"}) {
+        if (code.contains(QByteArray(1, groupSeparator) + key))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+bool Marking::isForbidden() const
+{
+    return (m_parts.state.registration.modes & Registration::markedGoods) == 0;
+}
+
+Refusal Marking::judge(const MarkingQuery& query) const
+{
+    if (isForbidden())
+        return Refusal::MarkingForbidden;
+    if (query.code.isEmpty() || !isKnownStatus(query.plannedStatus) || query.quantity < 0)
+        return Refusal::BadValue;
+    if (!m_parts.state.open.marking.isEmpty())
+        return Refusal::MarkingOutOfOrder;
+    const QMap<QByteArray, int>& results = m_parts.state.marking.results;
+    const bool fits = results.size() < mostCodes || results.contains(query.code);
+    return fits ? Refusal::None : Refusal::MarkingTableFull;
+}
+
+Refusal Marking::check(const MarkingQuery& query, int& result)
+{
+    if (const Refusal refusal = judge(query); refusal != Refusal::None)
+        return refusal;
+    const int byDrive = hasProof(query.code) ? 1 | 2 : 1;
+    const int bySystem = m_parts.state.isOperatorReachable ? byDrive << 2 : 0;
+    result = byDrive | bySystem;
+    m_parts.state.marking.results[query.code] = result;
+    return Refusal::None;
+}
+
+Refusal Marking::bind(const QByteArray& code)
+{
+    OpenDocument& open = m_parts.state.open;
+    if (const Refusal refusal = judgement::positions(open.document); refusal != Refusal::None)
+        return refusal;
+    if (isForbidden())
+        return Refusal::MarkingForbidden;
+    if (!open.marking.isEmpty())
+        return Refusal::MarkingOutOfOrder;
+    if (code.isEmpty())
+        return Refusal::BadValue;
+    if (!m_parts.state.marking.results.contains(code))
+        return Refusal::MarkingNotChecked;
+    open.marking = code;
+    return Refusal::None;
+}
+
+Refusal Marking::clear()
+{
+    // The codes of the open receipt are still needed.
+    const Document& document = m_parts.state.open.document;
+    if (document.isReceipt() && !document.isStored())
+        return Refusal::MarkingOutOfOrder;
+    m_parts.state.marking.results.clear();
+    return Refusal::None;
+}
+
+} // namespace emulator

@@ -1,0 +1,15 @@
+#include "register/parts.h"
+
+#include "register/parametertable.h"
+
+namespace emulator {
+
+Parts::Parts(const Clock& source, const Identity& itsIdentity)
+    : identity(itsIdentity)
+    , clock(source)
+    , drive(clock.now())
+{
+    parameters.set(parameter::serialNumber, 0, identity.serialNumber);
+}
+
+} // namespace emulator

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "register/deviceclock.h"
+#include "register/fiscaldrive.h"
+#include "register/identity.h"
+#include "register/journal.h"
+#include "register/parameterstore.h"
+#include "register/state.h"
+#include "register/tape.h"
+
+namespace emulator {
+
+/// What a register is made of. The classes that carry out a host's commands all work on the same parts.
+struct Parts
+{
+    Parts(const Clock& source, const Identity& itsIdentity);
+
+    const Identity identity;
+    DeviceClock clock;
+    ParameterStore parameters;
+    FiscalDrive drive;
+    Tape tape;
+    Journal journal;
+    State state;
+};
+
+} // namespace emulator

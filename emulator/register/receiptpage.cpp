@@ -1,0 +1,113 @@
+#include "register/names.h"
+#include "register/page.h"
+#include "register/pageblocks.h"
+#include "register/pages.h"
+#include "register/parts.h"
+
+#include <QMap>
+
+#include <algorithm>
+
+namespace emulator::pages {
+
+namespace {
+
+struct TaxRate
+{
+    int code;
+    int percent;
+};
+
+// Rates whose tax is contained in the price, with the percentage it is counted by.
+constexpr TaxRate taxRates[] = {{1, 20}, {2, 10}, {3, 20}, {4, 10}, {7, 5}, {8, 7}, {9, 5}, {10, 7}};
+
+Money containedTax(Money sum, int percent)
+{
+    const qint64 whole = 100 + percent;
+    return (sum * percent * 2 + whole) / (whole * 2);
+}
+
+// Of goods without VAT the tape shows the whole sum.
+Money taxOf(Money sum, int code)
+{
+    const auto* const rate = std::find_if(std::begin(taxRates), std::end(taxRates),
+        [code](const TaxRate& candidate) { return candidate.code == code; });
+    return rate == std::end(taxRates) ? sum : containedTax(sum, rate->percent);
+}
+
+void addTaxes(Page& page, const Parts& parts, const QList<Item>& items)
+{
+    QMap<int, Money> sums;
+    for (const Item& item : items)
+        sums[item.tax] += item.sum();
+    for (auto sum = sums.cbegin(); sum != sums.cend(); ++sum)
+        page.sum(QStringLiteral("СУММА ") + names::taxRate(parts.parameters, sum.key()),
+            taxOf(sum.value(), sum.key()));
+}
+
+void addSettlement(Page& page, const Parts& parts, const Document& document)
+{
+    page.sum(QStringLiteral("ИТОГ"), document.total());
+    for (size_t kind = 0; kind < paymentKinds; ++kind) {
+        if (const Money sum = document.payments[kind]; sum != 0)
+            page.sum(names::paymentKind(parts.parameters, kind), sum);
+    }
+    if (document.change() > 0)
+        page.sum(QStringLiteral("СДАЧА"), document.change());
+    addTaxes(page, parts, document.items);
+    page.text(QStringLiteral("СНО: ") + names::taxSystems(document.taxSystem));
+    if (!document.customer.isEmpty())
+        page.text(QStringLiteral("ЭЛ. АДРЕС ПОКУПАТЕЛЯ: ") + document.customer);
+}
+
+// What a customer needs to ask the tax authority about the receipt.
+QString checkText(const Parts& parts, const Document& document, const FiscalRecord& record)
+{
+    return QStringLiteral("t=%1&s=%2&fn=%3&i=%4&fp=%5&n=%6")
+        .arg(record.dateTime.toString(QStringLiteral("yyyyMMddTHHmm")), moneyText(document.total()),
+            parts.drive.number())
+        .arg(record.number)
+        .arg(record.sign)
+        .arg(document.type == DocumentType::Sale ? 1 : 2);
+}
+
+QString markOf(const Parts& parts, const Item& item)
+{
+    constexpr int allGood = 15;
+    const bool good = parts.state.marking.results.value(item.markingCode) == allGood;
+    return good ? QStringLiteral("[М+]") : QStringLiteral("[М]");
+}
+
+} // namespace
+
+QStringList position(const Parts& parts, const Item& item)
+{
+    Page page(parts.identity.width);
+    page.text(item.name);
+    if (!item.markingCode.isEmpty())
+        page.text(markOf(parts, item));
+    page.sum(QStringLiteral("  %1 x %2").arg(quantityText(item.quantity), moneyText(item.price)), item.sum());
+    return page.text(QStringLiteral("  ") + names::taxRate(parts.parameters, item.tax)).lines();
+}
+
+QStringList receipt(const Parts& parts, const Document& document, const FiscalRecord& record)
+{
+    Page page(parts.identity.width);
+    pageblocks::addHeader(page, parts);
+    page.centred(QStringLiteral("КАССОВЫЙ ЧЕК"));
+    page.centred(
+        document.type == DocumentType::Sale ? QStringLiteral("ПРИХОД") : QStringLiteral("ВОЗВРАТ ПРИХОДА"));
+    page.append(document.body).rule();
+    addSettlement(page, parts, document);
+    page.append(document.footer).rule();
+    page.text(QStringLiteral("ЧЕК: %1").arg(parts.state.shift.receipts));
+    pageblocks::addFiscalData(page, parts, record, document.cashier);
+    page.text(QStringLiteral("САЙТ ФНС: ") + parts.state.registration.taxSite);
+    page.frame(QStringLiteral("QR"), checkText(parts, document, record));
+    pageblocks::addTail(page, parts);
+    for (const QString& line : document.tail)
+        page.text(line);
+    return page.cut().lines();
+}
+
+} // namespace emulator::pages

@@ -1,0 +1,77 @@
+#include "register/reports.h"
+
+#include "register/judgement.h"
+#include "register/pages.h"
+#include "register/parts.h"
+#include "register/recording.h"
+
+namespace emulator {
+
+namespace {
+
+struct ReportNames
+{
+    QString entry;
+    QString title;
+};
+
+ReportNames reportNames(FiscalType type)
+{
+    switch (type) {
+    case FiscalType::ShiftOpening:
+        return {QStringLiteral("openShift"), QStringLiteral("ОТЧЕТ ОБ ОТКРЫТИИ СМЕНЫ")};
+    case FiscalType::ShiftClosing:
+        return {QStringLiteral("closeShift"), QStringLiteral("ОТЧЕТ О ЗАКРЫТИИ СМЕНЫ (Z-ОТЧЕТ)")};
+    case FiscalType::RegistrationChange:
+        return {QStringLiteral("registrationChange"), QStringLiteral("ОТЧЕТ ОБ ИЗМЕНЕНИИ РЕГИСТРАЦИИ")};
+    default:
+        return {QStringLiteral("accountingReport"), QStringLiteral("ОТЧЕТ О СОСТОЯНИИ РАСЧЕТОВ")};
+    }
+}
+
+} // namespace
+
+Refusal Reports::printAccounting(const Cashier& cashier, bool shiftMayBeOpen)
+{
+    if (const Refusal refusal = judgement::ready(m_parts.state); refusal != Refusal::None)
+        return refusal;
+    if (m_parts.state.shift.isOpen && !shiftMayBeOpen)
+        return Refusal::WrongState;
+    if (const Refusal refusal = judgement::drive(m_parts); refusal != Refusal::None)
+        return refusal;
+    issue(FiscalType::AccountingReport, cashier, {{QStringLiteral("unsent"), m_parts.drive.queueLength()}});
+    return Refusal::None;
+}
+
+Refusal Reports::changeRegistration(const Registration& registration, const Cashier& cashier, int reasons)
+{
+    if (const Refusal refusal = judgement::reregistration(registration, m_parts); refusal != Refusal::None)
+        return refusal;
+    m_parts.state.registration = registration;
+    issue(FiscalType::RegistrationChange, cashier,
+        {{QStringLiteral("taxSystems"), registration.taxSystems}, {QStringLiteral("reasons"), reasons}});
+    return Refusal::None;
+}
+
+Refusal Reports::printStored(quint32 number)
+{
+    if (const Refusal refusal = judgement::ready(m_parts.state); refusal != Refusal::None)
+        return refusal;
+    const FiscalRecord* const record = m_parts.drive.find(number);
+    if (record == nullptr)
+        return Refusal::DriveHasNoData;
+    m_parts.tape.print(pages::copy(m_parts, *record));
+    return Refusal::None;
+}
+
+void Reports::issue(FiscalType type, const Cashier& cashier, QJsonObject details)
+{
+    const ReportNames names = reportNames(type);
+    details[QStringLiteral("type")] = names.entry;
+    const FiscalRecord record = recording::store(m_parts, type, details, cashier);
+    const QStringList lines = pages::report(m_parts, names.title, record, cashier);
+    m_parts.drive.keepPrint(lines);
+    m_parts.tape.print(lines);
+}
+
+} // namespace emulator

@@ -1,0 +1,37 @@
+#include "register/timekeeping.h"
+
+#include "register/judgement.h"
+#include "register/parts.h"
+
+namespace emulator {
+
+namespace {
+
+constexpr qint64 startTolerance = qint64(5) * 60;
+
+} // namespace
+
+Refusal Timekeeping::start(const QDateTime& hostTime)
+{
+    if (!hostTime.isValid())
+        return Refusal::BadValue;
+    if (qAbs(m_parts.clock.now().secsTo(hostTime)) > startTolerance)
+        return Refusal::ClockDiffers;
+    const Refusal refusal = judgement::time(hostTime, m_parts);
+    m_parts.state.isStarted = m_parts.state.isStarted || refusal == Refusal::None;
+    return refusal;
+}
+
+Refusal Timekeeping::setTime(const QDateTime& time)
+{
+    if (!time.isValid())
+        return Refusal::BadValue;
+    if (m_parts.state.shift.isOpen || m_parts.state.open.document.isOpen())
+        return Refusal::WrongState;
+    const Refusal refusal = judgement::time(time, m_parts);
+    if (refusal == Refusal::None)
+        m_parts.clock.set(time);
+    return refusal;
+}
+
+} // namespace emulator

@@ -1,0 +1,71 @@
+#include "xml/commandtable.h"
+
+#include "register/tags.h"
+#include "xml/commands.h"
+
+#include <algorithm>
+
+namespace emulator {
+
+namespace {
+
+const QList<XmlCommand>& xmlCommandList()
+{
+    using Rule = XmlRule;
+    const auto cashier = Rule::leaf(tag::cashier, XmlType::Text);
+    const auto inn = Rule::optionalLeaf(tag::cashierInn, XmlType::Text);
+    constexpr auto number = XmlType::Integer;
+    static const QList<XmlCommand> list{
+        {2, xmlcommands::state, {}},
+        {4, xmlcommands::openShift, Rule::tree(QStringLiteral("2"), {cashier, inn})},
+        {6, xmlcommands::closeShift, Rule::tree(QStringLiteral("5"), {cashier, inn})},
+        {8, xmlcommands::receipt, receiptRule()},
+        {12, xmlcommands::printAccounting, Rule::tree(QStringLiteral("21"), {cashier})},
+        {16, xmlcommands::printStored,
+            Rule::tree(QStringLiteral("100000"), {Rule::leaf(tag::documentNumber, number)})},
+        {18, xmlcommands::changeRegistration,
+            Rule::tree(QStringLiteral("11"),
+                {cashier, Rule::leaf(tag::changeReasons, number), Rule::leaf(tag::taxSystems, number)})},
+        {22, xmlcommands::time, {}},
+        {24, xmlcommands::setTime,
+            Rule::tree(
+                QStringLiteral("200001"), {Rule::leaf(QStringLiteral("DateTime"), XmlType::DateTime)})},
+        {28, xmlcommands::printLast, {}},
+        {30, xmlcommands::textDocument,
+            Rule::tree(
+                QStringLiteral("200003"), {Rule::leaf(QStringLiteral("NonFiscalText"), XmlType::Text)})},
+        {36, xmlcommands::openDrawer, {}},
+        {38, xmlcommands::moneyDocument,
+            Rule::tree(QStringLiteral("200007"),
+                {cashier, Rule::leaf(QStringLiteral("CashSumm"), XmlType::Sum),
+                    Rule::leaf(QStringLiteral("MoneyOperationType"), number),
+                    Rule::optionalLeaf(QStringLiteral("HeaderText"), XmlType::Text)})},
+        {40, xmlcommands::counters, {}},
+        {44, xmlcommands::shiftState, {}},
+        {46, xmlcommands::printTotals, Rule::tree(QStringLiteral("200015"), {cashier})},
+        {50, xmlcommands::taxSystems, {}},
+        {52, xmlcommands::drawerState, {}},
+        {54, xmlcommands::settings, Rule::openTree(QStringLiteral("200004"), true)},
+        {56, xmlcommands::setSettings, Rule::openTree(QStringLiteral("200005"), true)},
+        {58, xmlcommands::information, {}},
+        {76, xmlcommands::checkMarking,
+            Rule::tree(QStringLiteral("200017"),
+                {Rule::leaf(tag::quantity, XmlType::Thousandths), Rule::leaf(tag::markingCode, XmlType::Text),
+                    Rule::leaf(tag::plannedStatus, number), Rule::leaf(tag::markingMode, number),
+                    Rule::leaf(tag::unit, number), Rule::openTree(tag::goodsCode, true)})},
+        {90, xmlcommands::clearMarking, {}},
+    };
+    return list;
+}
+
+} // namespace
+
+const XmlCommand* XmlCommand::find(int code)
+{
+    const QList<XmlCommand>& list = xmlCommandList();
+    const auto found = std::find_if(
+        list.cbegin(), list.cend(), [code](const XmlCommand& command) { return command.code == code; });
+    return found == list.cend() ? nullptr : &*found;
+}
+
+} // namespace emulator

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "xml/answer.h"
+#include "xml/context.h"
+#include "xml/rule.h"
+
+#include <optional>
+
+namespace emulator {
+
+/// One command of the XML protocol.
+struct XmlCommand
+{
+    int code;
+    XmlAnswer (*handler)(const XmlContext& context, const XmlNode& data);
+    /// None for a command without parameters.
+    std::optional<XmlRule> rule;
+
+    /// Nothing for a code that no command has.
+    static const XmlCommand* find(int code);
+};
+
+} // namespace emulator
