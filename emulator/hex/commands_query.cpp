@@ -39,7 +39,7 @@ QList<QByteArray> driveState(const Register& device)
 {
     const FiscalDrive& drive = device.drive();
     const Document& document = device.document();
-    const bool receipt = document.isReceipt() && !document.isStored();
+    const bool receipt = document.isReceiptInWork();
     return {QByteArray::number(drive.lifePhase()), receipt ? "4" : "0",
         receipt && !document.items.isEmpty() ? "1" : "0", device.state().shift.isOpen ? "1" : "0",
         QByteArray::number(drive.warnings(device.now()))};

@@ -25,7 +25,8 @@ public:
     bool isEmpty(qsizetype index) const { return raw(index).isEmpty(); }
     /// An empty field gives the usual value.
     int number(qsizetype index, int usual = 0);
-    qint64 decimal(qsizetype index, int decimals);
+    Money money(qsizetype index) { return decimal(index, 2); }
+    Quantity quantity(qsizetype index) { return decimal(index, 3); }
     double real(qsizetype index);
     /// Text in the register's code page, at most that long.
     QString text(qsizetype index, qsizetype longest);
@@ -36,6 +37,8 @@ public:
     QDateTime dateTime(qsizetype dateIndex, qsizetype timeIndex);
 
 private:
+    qint64 decimal(qsizetype index, int decimals);
+
     template <typename T>
     T keep(bool good, const T& value)
     {

@@ -51,6 +51,8 @@ struct Document
     bool isOpen() const { return phase != Phase::Closed; }
     bool isReceipt() const { return type == DocumentType::Sale || type == DocumentType::SaleReturn; }
     bool isMoney() const { return type == DocumentType::CashIn || type == DocumentType::CashOut; }
+    /// A receipt that can still become anything.
+    bool isReceiptInWork() const { return isReceipt() && !isStored(); }
     bool isStored() const { return phase == Phase::Unprinted || phase == Phase::CancelImpossible; }
     Money total() const { return sumOf(items); }
     /// What is not paid yet.

@@ -26,9 +26,9 @@ public:
     /// Does what the document is for and prints it; or prints one that the paper ran out on.
     Refusal finish();
     Refusal cancel();
-    /// Forgets a document that came in one piece and was refused, without printing or counting anything. One
-    /// that only its printing was refused of is done all the same: a receipt is stored then and can be
-    /// printed from the fiscal drive.
+    /// Forgets the open document, and prints and counts nothing of it: one that came in one piece and was
+    /// refused on the way. One that was refused for want of paper at its very end is done all the same; a
+    /// receipt is stored then, and can be printed from the fiscal drive.
     void drop();
 
 private:

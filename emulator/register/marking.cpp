@@ -80,8 +80,7 @@ Refusal Marking::bind(const QByteArray& code)
 Refusal Marking::clear()
 {
     // The codes of the open receipt are still needed.
-    const Document& document = m_parts.state.open.document;
-    if (document.isReceipt() && !document.isStored())
+    if (m_parts.state.open.document.isReceiptInWork())
         return Refusal::MarkingOutOfOrder;
     m_parts.state.marking.results.clear();
     return Refusal::None;

@@ -55,7 +55,7 @@ XmlNode driveState(const Register& device)
     const FiscalDrive& drive = device.drive();
     const int warnings = drive.warnings(device.now());
     const Document& document = device.document();
-    const bool receipt = document.isReceipt() && !document.isStored();
+    const bool receipt = document.isReceiptInWork();
     return XmlNode::structure(QStringLiteral("FNStatus"),
         {XmlNode::number(QStringLiteral("LifePhase"), drive.lifePhase()),
             XmlNode::number(QStringLiteral("CurrentDocType"), receipt ? 4 : 0),

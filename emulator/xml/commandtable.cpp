@@ -9,13 +9,13 @@ namespace emulator {
 
 namespace {
 
-const QList<XmlCommand>& xmlCommandList()
+QList<XmlCommand> makeXmlCommands()
 {
     using Rule = XmlRule;
     const auto cashier = Rule::leaf(tag::cashier, XmlType::Text);
     const auto inn = Rule::optionalLeaf(tag::cashierInn, XmlType::Text);
     constexpr auto number = XmlType::Integer;
-    static const QList<XmlCommand> list{
+    return {
         {2, xmlcommands::state, {}},
         {4, xmlcommands::openShift, Rule::tree(QStringLiteral("2"), {cashier, inn})},
         {6, xmlcommands::closeShift, Rule::tree(QStringLiteral("5"), {cashier, inn})},
@@ -55,14 +55,13 @@ const QList<XmlCommand>& xmlCommandList()
                     Rule::leaf(tag::unit, number), Rule::openTree(tag::goodsCode, true)})},
         {90, xmlcommands::clearMarking, {}},
     };
-    return list;
 }
 
 } // namespace
 
 const XmlCommand* XmlCommand::find(int code)
 {
-    const QList<XmlCommand>& list = xmlCommandList();
+    static const QList<XmlCommand> list = makeXmlCommands();
     const auto found = std::find_if(
         list.cbegin(), list.cend(), [code](const XmlCommand& command) { return command.code == code; });
     return found == list.cend() ? nullptr : &*found;

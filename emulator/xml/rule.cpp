@@ -10,30 +10,36 @@ namespace emulator {
 
 XmlVerdict XmlRule::check(const XmlNode& node) const
 {
-    if (node.name != name || node.type != type)
+    const bool empty = !node.isContainer() && type != XmlType::Text && node.value.isEmpty();
+    if (node.name != name || node.type != type || empty)
         return XmlVerdict::badValue(node.name);
-    if (!node.isContainer() && type != XmlType::Text && node.value.isEmpty())
-        return XmlVerdict::badValue(node.name);
-    if (open || !node.isContainer())
-        return {};
+    return open || !node.isContainer() ? XmlVerdict() : checkParts(node);
+}
+
+XmlVerdict XmlRule::checkParts(const XmlNode& node) const
+{
     QStringList once;
     for (const XmlNode& part : node.children) {
-        const auto rule = std::find_if(children.cbegin(), children.cend(),
-            [&part](const XmlRule& candidate) { return candidate.name == part.name; });
-        // Hosts send twice what they add twice, and the first one counts; what every request has, it has
-        // once.
-        if (rule == children.cend() || once.contains(part.name))
+        const XmlRule* const rule = ruleFor(part.name);
+        // Hosts send twice what they were given twice, and the first one counts. That goes for what may be
+        // missing; the rest has one place in a request.
+        if (rule == nullptr || once.contains(part.name))
             return XmlVerdict::badValue(part.name);
         if (rule->required)
             once.append(part.name);
         if (const XmlVerdict verdict = rule->check(part); !verdict.isGood())
             return verdict;
     }
-    for (const XmlRule& rule : children) {
-        if (rule.required && node.child(rule.name) == nullptr)
-            return XmlVerdict::badValue(rule.name);
-    }
-    return {};
+    const auto missing = std::find_if(children.cbegin(), children.cend(),
+        [&once](const XmlRule& rule) { return rule.required && !once.contains(rule.name); });
+    return missing == children.cend() ? XmlVerdict() : XmlVerdict::badValue(missing->name);
+}
+
+const XmlRule* XmlRule::ruleFor(const QString& part) const
+{
+    const auto rule = std::find_if(children.cbegin(), children.cend(),
+        [&part](const XmlRule& candidate) { return candidate.name == part; });
+    return rule == children.cend() ? nullptr : &*rule;
 }
 
 namespace {

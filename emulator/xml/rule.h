@@ -28,6 +28,10 @@ struct XmlRule
 
     /// A parameter that nobody knows, is missing or has another type is a bad value; the verdict names it.
     XmlVerdict check(const XmlNode& node) const;
+
+private:
+    XmlVerdict checkParts(const XmlNode& node) const;
+    const XmlRule* ruleFor(const QString& part) const;
 };
 
 /// The parameters that the receipt command takes.

@@ -111,10 +111,10 @@ QString XmlNode::textOf(const QString& childName) const
     return node == nullptr ? QString() : node->value;
 }
 
-qint64 XmlNode::numberOf(const QString& childName, qint64 usual) const
+qint64 XmlNode::numberOf(const QString& childName) const
 {
     const XmlNode* const node = child(childName);
-    return node == nullptr ? usual : node->value.toLongLong();
+    return node == nullptr ? 0 : node->value.toLongLong();
 }
 
 Money XmlNode::moneyOf(const QString& childName) const

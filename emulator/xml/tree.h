@@ -45,7 +45,8 @@ struct XmlNode
     /// The first child of that name, or none.
     const XmlNode* child(const QString& childName) const;
     QString textOf(const QString& childName) const;
-    qint64 numberOf(const QString& childName, qint64 usual = 0) const;
+    /// 0 when there is none.
+    qint64 numberOf(const QString& childName) const;
     Money moneyOf(const QString& childName) const;
     Quantity quantityOf(const QString& childName) const;
     /// The texts of all children, by name.

@@ -1,0 +1,117 @@
+#include "hex/commands.h"
+
+#include "hex/codepage.h"
+#include "register/markingquery.h"
+#include "register/tags.h"
+
+namespace emulator::hexcommands {
+
+namespace {
+
+constexpr qsizetype longestItemName = 48;
+
+struct AgentRequisite
+{
+    QString name;
+    qsizetype longest;
+};
+
+void addRequisite(QJsonObject& object, const QString& key, const QString& value)
+{
+    if (!value.isEmpty())
+        object[key] = value;
+}
+
+} // namespace
+
+HexAnswer addItem(Register& device, HexFields& fields)
+{
+    Item item;
+    item.name = fields.text(0, longestItemName);
+    item.barcode = fields.utf8(1, 13);
+    item.quantity = fields.quantity(2);
+    item.price = fields.money(3);
+    item.tax = fields.number(5);
+    item.paymentMethod = fields.number(7, 4);
+    item.country = fields.utf8(10, 3);
+    item.declaration = fields.utf8(11, 32);
+    item.paymentObject = fields.number(12, 1);
+    item.unit = fields.number(13);
+    item.markingStatus = fields.number(15, -1);
+    addRequisite(item.industry, tag::industryAuthority, fields.utf8(16, 3));
+    if (!fields.isEmpty(17))
+        addRequisite(
+            item.industry, tag::industryDate, fields.date(17).toString(QStringLiteral("dd.MM.yyyy")));
+    addRequisite(item.industry, tag::industryNumber, fields.utf8(18, 32));
+    addRequisite(item.industry, tag::industryValue, fields.utf8(19, 256));
+    return fields.isBad() ? Refusal::BadValue : device.receipts().addItem(item);
+}
+
+HexAnswer bindAgent(Register& device, HexFields& fields)
+{
+    constexpr int allAgents = 127;
+    QJsonObject agent;
+    if (!fields.isEmpty(0)) {
+        const int kinds = fields.number(0);
+        if (kinds < 0 || kinds > allAgents)
+            return Refusal::BadValue;
+        agent[tag::agentKinds] = kinds;
+    }
+    // Fields 2 to 11: operation, phones, name, address and INN of the agent, then phone, name and INN of the
+    // supplier.
+    static const AgentRequisite requisites[] = {{tag::agentOperation, 24}, {tag::agentPhone, 19},
+        {tag::transferName, 64}, {tag::transferAddress, 256}, {tag::transferPhone, 19},
+        {tag::transferInn, 12}, {tag::paymentOperatorPhone, 19}, {tag::supplierPhone, 19},
+        {tag::supplierName, 256}, {tag::supplierInn, 12}};
+    qsizetype index = 1;
+    for (const AgentRequisite& requisite : requisites)
+        addRequisite(agent, requisite.name, fields.utf8(index++, requisite.longest));
+    fields.inn(6);
+    fields.inn(10);
+    return fields.isBad() ? Refusal::BadValue : device.receipts().bindAgent(agent);
+}
+
+HexAnswer subtotal(Register& device, HexFields&)
+{
+    return device.receipts().subtotal();
+}
+
+HexAnswer pay(Register& device, HexFields& fields)
+{
+    const int kind = fields.number(0);
+    const Money sum = fields.money(1);
+    return fields.isBad() ? Refusal::BadValue : device.receipts().pay(kind, sum);
+}
+
+HexAnswer checkMarking(Register& device, HexFields& fields)
+{
+    MarkingQuery query;
+    query.plannedStatus = fields.number(1);
+    query.quantity = fields.real(2);
+    // The measure unit has to be a number; the check does not look at it.
+    fields.number(3);
+    const QByteArray digits = fields.raw(6);
+    query.code = QByteArray::fromHex(digits);
+    // Letters that are no digits are passed over by the conversion, so it must come out the same again.
+    const bool hexadecimal = query.code.toHex() == digits.toLower();
+    if (fields.isBad() || !hexadecimal)
+        return Refusal::BadValue;
+    int result = 0;
+    const Refusal refusal = device.marking().check(query, result);
+    if (refusal != Refusal::None)
+        return refusal;
+    return QList<QByteArray>{QByteArray::number(result)};
+}
+
+HexAnswer bindMarking(Register& device, HexFields& fields)
+{
+    // The check had the code in the register's code page, this command has it as plain text.
+    return device.marking().bind(codepage::fromText(QString::fromUtf8(fields.raw(0))));
+}
+
+HexAnswer clearMarking(Register& device, HexFields&)
+{
+    return device.marking().clear();
+}
+
+} // namespace emulator::hexcommands
