@@ -1,9 +1,12 @@
 #include "application.h"
 
 #include "command.h"
+#include "documentoutput.h"
 #include "errors.h"
 #include "exceptions.h"
+#include "failure.h"
 #include "interruption.h"
+#include "journalerror.h"
 #include "logging.h"
 #include "receipterror.h"
 #include "registersession.h"
@@ -23,7 +26,7 @@ struct Complaint
     int status = ExitFailure;
     QString text;
     QString exception;
-    DocumentVerdict verdict = {};
+    sale::Verdict verdict = {};
     bool isUsage = false;
 };
 
@@ -37,7 +40,7 @@ void printJson(const QJsonObject& json)
     print(stdout, QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact)));
 }
 
-constexpr int HelpColumn = 26;
+constexpr int helpColumn = 26;
 
 QString usage()
 {
@@ -51,11 +54,11 @@ QString help()
     for (const Command& command : commands()) {
         const QString name
             = QLatin1String(command.name) + QLatin1Char(' ') + QLatin1String(command.arguments);
-        const QString gap = name.size() > HelpColumn
-            ? QLatin1Char('\n') + QString(HelpColumn + 2, QLatin1Char(' '))
+        const QString gap = name.size() > helpColumn
+            ? QLatin1Char('\n') + QString(helpColumn + 2, QLatin1Char(' '))
             : QString();
         text += QStringLiteral("  %1%2 %3\n")
-                    .arg(name.leftJustified(HelpColumn), gap, QLatin1String(command.help));
+                    .arg(name.leftJustified(helpColumn), gap, QLatin1String(command.help));
     }
     return text + QLatin1Char('\n') + optionsHelp()
         + QStringLiteral(
@@ -70,7 +73,7 @@ Complaint complaintOf(const std::exception_ptr& exception)
         std::rethrow_exception(exception);
     } catch (const UsageError& error) {
         return {ExitUsage, QString::fromUtf8(error.what()), QStringLiteral("UsageError"), {}, true};
-    } catch (const ReceiptError& error) {
+    } catch (const receipt::ReceiptError& error) {
         return {ExitUsage, QString::fromUtf8(error.what()), QStringLiteral("ReceiptError")};
     } catch (const RegisterError& error) {
         return {exitStatusOf(error.verdict().outcome), QString::fromUtf8(error.what()), error.exceptionName(),
@@ -79,11 +82,13 @@ Complaint complaintOf(const std::exception_ptr& exception)
         return {
             ExitInterrupted, QStringLiteral("interrupted"), QStringLiteral("Interrupted"), error.verdict()};
     } catch (const HostError& error) {
-        return {ExitFailure, QString::fromUtf8(error.what()), QStringLiteral("HostError")};
+        return {ExitFailure, QString::fromUtf8(error.what()), hostErrorName()};
+    } catch (const sale::JournalError& error) {
+        return {ExitFailure, QString::fromUtf8(error.what()), hostErrorName()};
     } catch (const Refusal& error) {
         return {ExitFailure, QString::fromUtf8(error.what()), QStringLiteral("Refusal")};
     } catch (const BasicException& error) {
-        return {ExitFailure, error.tr().ru(), exceptionClassName(error)};
+        return {ExitFailure, error.tr().ru(), sale::exceptionClassName(error)};
     } catch (const std::exception& error) {
         return {ExitFailure, QString::fromUtf8(error.what()), QStringLiteral("std::exception")};
     }
@@ -92,7 +97,7 @@ Complaint complaintOf(const std::exception_ptr& exception)
 int report(const Complaint& complaint, bool json)
 {
     print(stderr, QStringLiteral("frctl: ") + complaint.text);
-    const QString outcome = outcomeText(complaint.verdict);
+    const QString outcome = sale::verdictText(complaint.verdict);
     if (!outcome.isEmpty())
         print(stderr, QStringLiteral("frctl: ") + outcome);
     if (complaint.isUsage)
@@ -116,9 +121,10 @@ Output work(const Options& options)
     catchInterruptions();
     RegisterSession session(options);
     session.connect(task.withInit, task.cashier.value_or(options.cashier));
-    for (const SettledSale& sale : session.settledSales())
+    for (const sale::SettledSale& settled : session.settledSales())
         print(stderr,
-            QStringLiteral("frctl: sale %1 of an earlier run: %2").arg(sale.id, outcomeText(sale.verdict)));
+            QStringLiteral("frctl: sale %1 of an earlier run: %2")
+                .arg(settled.id, sale::verdictText(settled.verdict)));
     return task.onRegister(session.driver());
 }
 

@@ -16,9 +16,9 @@ namespace frctl {
 
 namespace {
 
-constexpr qsizetype AnyNumber = std::numeric_limits<qsizetype>::max();
+constexpr qsizetype anyNumber = std::numeric_limits<qsizetype>::max();
 
-constexpr Command Commands[] = {
+constexpr Command commandTable[] = {
     {"info", "", "What the plugin says of itself; needs no register.", 0, 0, prepareInfo},
     {"status", "", "The register's identity, clock, shift and state.", 0, 0, prepareStatus},
     {"open-shift", "", "Open the shift if it is closed.", 0, 0, prepareOpenShift},
@@ -45,7 +45,7 @@ constexpr Command Commands[] = {
         prepareTime},
     {"params", "list|get|set|defaults [NAME[=VALUE]...]",
         "The register's settings; NAME is 6.0 or a caption, over XML section.subsection.parameter.", 1,
-        AnyNumber, prepareParams},
+        anyNumber, prepareParams},
     {"header", "FILE", "Program the header lines of the receipts, 4 at most.", 1, 1, prepareHeader},
     {"tail", "FILE", "Program the advertising text at the end of the receipts (HEX).", 1, 1, prepareTail},
     {"logo", "FILE|--clear", "Program the header picture, or remove it (HEX).", 0, 1, prepareLogo},
@@ -56,7 +56,7 @@ constexpr Command Commands[] = {
 
 std::span<const Command> commands()
 {
-    return Commands;
+    return commandTable;
 }
 
 Task onRegister(const std::function<Output(AbstractFrDriver&)>& run)
@@ -76,7 +76,7 @@ const Command& findCommand(const Options& options)
 {
     if (options.command.isEmpty())
         throw UsageError(QStringLiteral("no command"));
-    for (const Command& command : Commands) {
+    for (const Command& command : commandTable) {
         if (options.command != QLatin1String(command.name))
             continue;
         if (options.arguments.size() < command.leastArguments

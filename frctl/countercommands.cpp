@@ -14,7 +14,7 @@ QJsonObject receiptSums(AbstractFrDriver& driver, hw::fr::CheckType type)
 {
     const QMap<int, double> sums = driver.getCheckCounters(type);
     QJsonObject result;
-    for (const NamedValue& kind : names::paymentKinds()) {
+    for (const receipt::NamedValue& kind : receipt::names::paymentKinds()) {
         if (sums.contains(kind.value))
             result.insert(QLatin1String(kind.name), sums.value(kind.value));
     }
@@ -77,7 +77,7 @@ Output registersAtBegin(AbstractFrDriver& driver)
 
 void appendByKind(QStringList& names, const QString& name)
 {
-    for (const NamedValue& kind : names::paymentKinds())
+    for (const receipt::NamedValue& kind : receipt::names::paymentKinds())
         names.append(name + QLatin1Char('.') + QLatin1String(kind.name));
 }
 

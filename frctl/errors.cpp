@@ -1,71 +1,53 @@
 #include "errors.h"
 
 #include "exceptions.h"
+#include "failure.h"
+#include "journalerror.h"
 
 namespace frctl {
 
-namespace {
-
-template <typename T>
-bool is(const BasicException& exception)
-{
-    return dynamic_cast<const T*>(&exception) != nullptr;
-}
-
-} // namespace
-
-RegisterError::RegisterError(const BasicException& cause, const DocumentVerdict& verdict)
-    : RegisterError(cause.tr().ru(), exceptionClassName(cause), verdict)
+RegisterError::RegisterError(const BasicException& cause, const sale::Verdict& verdict)
+    : RegisterError(cause.tr().ru(), sale::exceptionClassName(cause), verdict)
 {
 }
 
-RegisterError::RegisterError(
-    const QString& text, const QString& exceptionName, const DocumentVerdict& verdict)
+RegisterError::RegisterError(const QString& text, const QString& exceptionName, const sale::Verdict& verdict)
     : std::runtime_error(text.toStdString())
     , m_exceptionName(exceptionName)
     , m_verdict(verdict)
 {
 }
 
-ExitStatus exitStatusOf(DocumentOutcome outcome)
+QString hostErrorName()
+{
+    return QStringLiteral("HostError");
+}
+
+ExitStatus exitStatusOf(sale::Outcome outcome)
 {
     switch (outcome) {
-    case DocumentOutcome::Issued:
+    case sale::Outcome::Issued:
         return ExitIssued;
-    case DocumentOutcome::NotIssued:
+    case sale::Outcome::NotIssued:
         return ExitNotIssued;
-    case DocumentOutcome::Unknown:
+    case sale::Outcome::Unknown:
         return ExitUnknown;
     default:
         return ExitFailure;
     }
 }
 
-QString exceptionClassName(const BasicException& exception)
+void throwFailure(const sale::Failure& failure, const sale::Verdict& verdict)
 {
-    struct Row
-    {
-        bool (*matches)(const BasicException&);
-        const char* name;
-    };
-    // Children before their parents.
-    static const Row rows[] = {
-        {is<ComDriverTimeoutException>, "ComDriverTimeoutException"},
-        {is<ComDriverException>, "ComDriverException"},
-        {is<FrNoConnectionException>, "FrNoConnectionException"},
-        {is<FrWaitForPaperException>, "FrWaitForPaperException"},
-        {is<FrPaperException>, "FrPaperException"},
-        {is<FrShiftTooLongException>, "FrShiftTooLongException"},
-        {is<FrFatalException>, "FrFatalException"},
-        {is<FrCommandException>, "FrCommandException"},
-        {is<FrDriverException>, "FrDriverException"},
-        {is<DriverException>, "DriverException"},
-    };
-    for (const Row& row : rows) {
-        if (row.matches(exception))
-            return QString::fromLatin1(row.name);
+    try {
+        std::rethrow_exception(failure.exception);
+    } catch (const Interrupted&) {
+        throw Interrupted(verdict);
+    } catch (const sale::JournalError&) {
+        throw RegisterError(failure.text, hostErrorName(), verdict);
+    } catch (const BasicException& cause) {
+        throw RegisterError(cause, verdict);
     }
-    return QStringLiteral("BasicException");
 }
 
 } // namespace frctl

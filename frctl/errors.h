@@ -1,12 +1,16 @@
 #pragma once
 
-#include "outcome.h"
+#include "verdict.h"
 
 #include <QString>
 
 #include <stdexcept>
 
 class BasicException;
+
+namespace sale {
+struct Failure;
+}
 
 namespace frctl {
 
@@ -57,37 +61,40 @@ public:
 class RegisterError : public std::runtime_error
 {
 public:
-    explicit RegisterError(const BasicException& cause, const DocumentVerdict& verdict = {});
+    explicit RegisterError(const BasicException& cause, const sale::Verdict& verdict = {});
     /// For what an earlier run left behind, or what failed beside the register.
-    RegisterError(const QString& text, const QString& exceptionName, const DocumentVerdict& verdict);
+    RegisterError(const QString& text, const QString& exceptionName, const sale::Verdict& verdict);
 
     QString exceptionName() const { return m_exceptionName; }
-    const DocumentVerdict& verdict() const { return m_verdict; }
+    const sale::Verdict& verdict() const { return m_verdict; }
 
 private:
     QString m_exceptionName;
-    DocumentVerdict m_verdict;
+    sale::Verdict m_verdict;
 };
 
 /// Ctrl-C, or a request to end: thrown out of the device while a driver waits for the register.
 class Interrupted : public std::runtime_error
 {
 public:
-    explicit Interrupted(const DocumentVerdict& verdict = {})
+    explicit Interrupted(const sale::Verdict& verdict = {})
         : std::runtime_error("interrupted")
         , m_verdict(verdict)
     {
     }
 
-    const DocumentVerdict& verdict() const { return m_verdict; }
+    const sale::Verdict& verdict() const { return m_verdict; }
 
 private:
-    DocumentVerdict m_verdict;
+    sale::Verdict m_verdict;
 };
 
+/// What the JSON calls a failure of the host's own side.
+QString hostErrorName();
 /// Exit status for a document that failed with that outcome.
-ExitStatus exitStatusOf(DocumentOutcome outcome);
-/// Name of the exception's class as host programs know it.
-QString exceptionClassName(const BasicException& exception);
+ExitStatus exitStatusOf(sale::Outcome outcome);
+/// Throws what a failed document leaves the program with: RegisterError or Interrupted with the verdict;
+/// whatever is neither of the register nor of the journal, as it came.
+[[noreturn]] void throwFailure(const sale::Failure& failure, const sale::Verdict& verdict);
 
 } // namespace frctl

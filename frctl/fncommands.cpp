@@ -68,7 +68,7 @@ Output fiscalDrive(AbstractFrDriver& driver, bool isHex)
 QList<TaxSystemType> taxSystemsFromText(const QString& text)
 {
     QStringList known;
-    for (const NamedValue& system : names::taxSystems())
+    for (const receipt::NamedValue& system : receipt::names::taxSystems())
         known.append(QLatin1String(system.name));
     QList<TaxSystemType> systems;
     for (const QString& name : text.split(QLatin1Char(','))) {
@@ -77,7 +77,7 @@ QList<TaxSystemType> taxSystemsFromText(const QString& text)
             throw UsageError(QStringLiteral("--tax-systems: \"%1\" is none of %2")
                                  .arg(name, known.join(QStringLiteral(", "))));
         systems.append(
-            static_cast<TaxSystemType>(names::taxSystems()[static_cast<std::size_t>(index)].value));
+            static_cast<TaxSystemType>(receipt::names::taxSystems()[static_cast<std::size_t>(index)].value));
     }
     return systems;
 }

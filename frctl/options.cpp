@@ -1,9 +1,9 @@
 #include "options.h"
 
 #include "errors.h"
-#include "salejournal.h"
 
 #include <QCommandLineParser>
+#include <QStandardPaths>
 
 namespace frctl {
 
@@ -17,7 +17,7 @@ struct OptionRow
     const char* help;
 };
 
-constexpr OptionRow Rows[] = {
+constexpr OptionRow optionRows[] = {
     {"port", "PORT", "The register's line: /dev/tty..., the link of a pty, or tcp:host:port."},
     {"protocol", "HEX|XML", "Protocol of the register (XML)."},
     {"protocol-version", "TEXT", "Version of the control protocol that XML requests carry."},
@@ -39,7 +39,7 @@ constexpr OptionRow Rows[] = {
 
 void addOptions(QCommandLineParser& parser)
 {
-    for (const OptionRow& row : Rows) {
+    for (const OptionRow& row : optionRows) {
         QCommandLineOption option(QString::fromLatin1(row.name), QString::fromLatin1(row.help));
         if (row.value != nullptr)
             option.setValueName(QString::fromLatin1(row.value));
@@ -87,6 +87,13 @@ Options::LogLevel logLevel(const QString& text)
     return static_cast<Options::LogLevel>(index);
 }
 
+/// In the user's folder for data.
+QString defaultJournal()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+        + QStringLiteral("/frctl/sales.sqlite");
+}
+
 void readValues(const QCommandLineParser& parser, Options& options)
 {
     const auto value = [&parser](const char* name) { return parser.value(QString::fromLatin1(name)); };
@@ -98,7 +105,7 @@ void readValues(const QCommandLineParser& parser, Options& options)
     options.taxSystems = value("tax-systems");
     options.clear = isSet("clear");
     options.id = value("id");
-    options.journalFile = isSet("journal") ? value("journal") : SaleJournal::defaultFile();
+    options.journalFile = isSet("journal") ? value("journal") : defaultJournal();
     options.cashier.name = value("cashier");
     options.cashier.inn = value("cashier-inn");
     if (isSet("protocol"))
@@ -141,7 +148,7 @@ Options parseOptions(const QStringList& commandLine)
 QString optionsHelp()
 {
     QString help = QStringLiteral("Options:\n");
-    for (const OptionRow& row : Rows) {
+    for (const OptionRow& row : optionRows) {
         QString name = QStringLiteral("--") + QString::fromLatin1(row.name);
         if (row.value != nullptr)
             name += QLatin1Char(' ') + QString::fromLatin1(row.value);

@@ -2,6 +2,7 @@
 
 #include "driveroptions.h"
 #include "fruser.h"
+#include "markreading.h"
 
 #include <QString>
 #include <QStringList>
@@ -38,6 +39,11 @@ struct Options
     QStringList arguments;
 
     bool isHex() const { return protocol == QStringLiteral("HEX"); }
+    /// HEX answers have a check value, XML answers have none.
+    sale::MarkReading markReading() const
+    {
+        return isHex() ? sale::MarkReading::Once : sale::MarkReading::UntilTwoAgree;
+    }
 };
 
 /// Throws UsageError. The first argument is the program's name.

@@ -8,8 +8,8 @@ namespace frctl {
 
 namespace {
 
-constexpr qsizetype HeaderLines = 4;
-constexpr qsizetype TailLines = 2;
+constexpr qsizetype headerLines = 4;
+constexpr qsizetype tailLines = 2;
 
 /// The lines of the file, checked against the rows that the register has.
 QStringList fittingLines(const Options& options, qsizetype rows)
@@ -45,12 +45,12 @@ Output clearLogo(AbstractFrDriver& driver)
 
 Task prepareHeader(const Options& options)
 {
-    return programming(fittingLines(options, HeaderLines), &AbstractFrDriver::setCliche);
+    return programming(fittingLines(options, headerLines), &AbstractFrDriver::setCliche);
 }
 
 Task prepareTail(const Options& options)
 {
-    const QStringList lines = fittingLines(options, TailLines);
+    const QStringList lines = fittingLines(options, tailLines);
     requireHex(options, QStringLiteral("tail"));
     return programming(lines, &AbstractFrDriver::setTail);
 }

@@ -7,6 +7,7 @@
 #include "plugin.h"
 #include "salejournal.h"
 #include "serialdevicefactory.h"
+#include "settlement.h"
 #include "streamdevice.h"
 
 #include <QFile>
@@ -15,6 +16,7 @@ namespace frctl {
 
 RegisterSession::RegisterSession(const Options& options)
     : m_journalFile(options.journalFile)
+    , m_markReading(options.markReading())
 {
     m_deviceObject = createDeviceObject(findPlugin(options.plugins));
     openLine(options);
@@ -80,8 +82,8 @@ void RegisterSession::settleSales()
 {
     if (!QFile::exists(m_journalFile))
         return;
-    SaleJournal journal(m_journalFile);
-    m_settledSales = settlePendingSales(*m_driver, journal);
+    sale::SaleJournal journal(m_journalFile);
+    m_settledSales = sale::settlePendingSales(*m_driver, journal, m_markReading);
 }
 
 } // namespace frctl

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "options.h"
-#include "settlement.h"
+#include "settledsale.h"
 
 #include <QObject>
 
@@ -30,7 +30,7 @@ public:
     /// document that they left open; without init it stays as it is.
     void connect(bool withInit, const FrUser& cashier);
     /// Those that were settled.
-    const QList<SettledSale>& settledSales() const { return m_settledSales; }
+    const QList<sale::SettledSale>& settledSales() const { return m_settledSales; }
     AbstractFrDriver& driver() { return *m_driver; }
 
 private:
@@ -44,7 +44,8 @@ private:
     std::unique_ptr<QObject> m_deviceObject;
     AbstractFrDriver* m_driver = nullptr;
     QString m_journalFile;
-    QList<SettledSale> m_settledSales;
+    sale::MarkReading m_markReading;
+    QList<sale::SettledSale> m_settledSales;
 };
 
 } // namespace frctl

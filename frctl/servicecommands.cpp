@@ -3,8 +3,8 @@
 #include "abstractfrdriver.h"
 #include "currenttime.h"
 #include "errors.h"
+#include "markingcode.h"
 #include "mockfactory.h"
-#include "positionparser.h"
 #include "shift.h"
 
 #include <QJsonArray>
@@ -134,7 +134,7 @@ Task prepareTime(const Options& options)
 Task prepareMark(const Options& options)
 {
     MarkedPosition position;
-    position.markingCode = markFromText(options.arguments.constFirst());
+    position.markingCode = receipt::markFromText(options.arguments.constFirst());
     if (position.markingCode.isEmpty())
         throw UsageError(QStringLiteral("mark: the code is empty"));
     return onRegister([position](AbstractFrDriver& driver) { return checkMark(driver, position); });

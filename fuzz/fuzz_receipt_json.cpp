@@ -38,11 +38,11 @@ private:
     const int m_file = ::memfd_create("receipt", MFD_CLOEXEC);
 };
 
-std::optional<frctl::Receipt> parsed(const QByteArray& text)
+std::optional<receipt::Receipt> parsed(const QByteArray& text)
 {
     try {
-        return frctl::receiptFromText(text);
-    } catch (const frctl::ReceiptError& error) {
+        return receipt::receiptFromText(text);
+    } catch (const receipt::ReceiptError& error) {
         fuzz::require(!error.reason().isEmpty(), "a mistake without a reason");
         return std::nullopt;
     }
@@ -85,14 +85,14 @@ bool isIssued(Rig& rig, const frctl::Task& task)
         task.onRegister(rig.driver());
         return true;
     } catch (const frctl::RegisterError& error) {
-        return error.verdict().outcome == frctl::DocumentOutcome::Issued;
+        return error.verdict().outcome == sale::Outcome::Issued;
     } catch (const DriverException&) {
         // Before the document was begun.
         return false;
     }
 }
 
-void issue(const QByteArray& text, const frctl::Receipt& receipt, Protocol protocol)
+void issue(const QByteArray& text, const receipt::Receipt& receipt, Protocol protocol)
 {
     const frctl::Task task = prepared(text, protocol, receipt.isReturn());
     if (!task.onRegister)
@@ -110,7 +110,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size)
 {
     fuzz::prepare();
     const QByteArray text(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
-    const std::optional<frctl::Receipt> receipt = parsed(text);
+    const std::optional<receipt::Receipt> receipt = parsed(text);
     if (!receipt)
         return 0;
     fuzz::require(receipt->total >= 0 && receipt->paid >= receipt->total, "accepted unpaid");

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "abstractserialdevice.h"
+#include "fault.h"
+#include "line/protocol.h"
+#include "register/virtualclock.h"
+
+/// The line between a driver and the software register, in virtual time: a wait moves the clock to the next
+/// byte or to its end, and nothing ever waits really. Each request suffers one fault or none.
+class FaultyLine : public hw::AbstractSerialDevice
+{
+public:
+    /// What one call of the driver did.
+    struct Call
+    {
+        QList<QByteArray> requests;
+        qint64 waited = 0;
+    };
+
+    FaultyLine(Protocol language, emulator::VirtualClock& clock, emulator::Register& device,
+        emulator::Outbox& outbox, emulator::Protocol& protocol);
+
+    /// From now on, that many requests of a thousand fail.
+    void setFaults(Random* random, int permille);
+    void setTrace(bool on) { m_trace = on; }
+    /// The register has stored a document and is about to print it.
+    void documentStored();
+    /// The cable is in place again.
+    void repair() { m_dead = false; }
+    void beginCall() { m_call = {}; }
+    const Call& call() const { return m_call; }
+    /// Faults that happened since the last call of this, in their order.
+    QList<FaultKind> takeInjected() { return std::exchange(m_injected, {}); }
+
+    QString getDeviceName() const override { return QStringLiteral("virtual"); }
+    bool setBaudRate(QSerialPort::BaudRate baudRate) override;
+    QSerialPort::BaudRate getBaudRate() const override { return m_baudRate; }
+    bool setDataBits(QSerialPort::DataBits) override { return m_open; }
+    bool setParity(QSerialPort::Parity) override { return m_open; }
+    bool setStopBits(QSerialPort::StopBits) override { return m_open; }
+    bool setFlowControl(QSerialPort::FlowControl) override { return m_open; }
+    QSerialPort::FlowControl getFlowControl() const override { return QSerialPort::NoFlowControl; }
+    bool setDataTerminalReady(bool) override { return m_open; }
+    bool isDataTerminalReady() const override { return false; }
+    bool isOpen() const override { return m_open; }
+    bool setOpened(bool) override { return true; }
+    bool open() override;
+    void close() override;
+    qint64 write(const QByteArray& data) override;
+    QByteArray read(qint64 maxSize) override;
+    bool flush() override { return m_open; }
+    bool clear() override;
+    bool waitForReadyRead(int milliseconds) override;
+    bool isAvailable() const override { return true; }
+    int getType() const override { return Com; }
+
+private:
+    void beginRequest(const QByteArray& request);
+    void send(const QByteArray& request);
+    void lose();
+    void releaseHeld();
+    void pump();
+    void damage(QByteArray& bytes);
+    QByteArray damagedRequest(QByteArray request) const;
+    void advanceTo(qint64 time);
+    void trace(const char* direction, const QByteArray& bytes) const;
+
+    const Protocol m_language;
+    emulator::VirtualClock& m_clock;
+    emulator::Register& m_device;
+    emulator::Outbox& m_outbox;
+    emulator::Protocol& m_protocol;
+    Random* m_random = nullptr;
+    int m_permille = 0;
+    FaultKind m_fault = FaultKind::None;
+    QSerialPort::BaudRate m_baudRate = QSerialPort::Baud115200;
+    bool m_open = false;
+    bool m_dead = false;
+    bool m_trace = false;
+    QByteArray m_input;
+    qsizetype m_read = 0;
+    int m_readFaults = 0;
+    /// What waits on the line behind a request that is held up, in its order.
+    QList<QByteArray> m_held;
+    qint64 m_heldUntil = 0;
+    Call m_call;
+    QList<FaultKind> m_injected;
+};

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "register/clock.h"
+#include "currenttime.h"
+
+/// The host's clock, which is the register's.
+class HostTime : public CurrentTime
+{
+public:
+    explicit HostTime(const emulator::Clock& clock)
+        : m_clock(clock)
+    {
+    }
+    QDateTime getCurrentDateTime() const override
+    {
+        return QDateTime::fromMSecsSinceEpoch(m_clock.milliseconds());
+    }
+
+private:
+    const emulator::Clock& m_clock;
+};

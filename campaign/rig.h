@@ -1,0 +1,41 @@
+#pragma once
+
+#include "callwatch.h"
+#include "faultyline.h"
+#include "frspfsettings.h"
+#include "hosttime.h"
+#include "serialdriverwrapper.h"
+
+#include <memory>
+
+class AbstractFrDriver;
+
+/// A driver, a line and a register, all new.
+class Rig
+{
+public:
+    explicit Rig(Protocol language);
+    ~Rig();
+    Rig(const Rig&) = delete;
+    Rig& operator=(const Rig&) = delete;
+
+    AbstractFrDriver& driver() { return *m_driver; }
+
+    /// Sees the calls of the driver from outside; none at first.
+    CallWatch watch;
+    emulator::VirtualClock clock;
+    emulator::Register device{clock};
+
+private:
+    emulator::Outbox m_outbox{clock};
+    std::unique_ptr<emulator::Protocol> m_protocol;
+
+public:
+    FaultyLine line;
+
+private:
+    SerialDriverWrapper m_transport{&line};
+    FrSpfSettings m_settings;
+    HostTime m_time{clock};
+    std::unique_ptr<AbstractFrDriver> m_driver;
+};

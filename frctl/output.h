@@ -1,0 +1,19 @@
+#pragma once
+
+#include "errors.h"
+
+#include <QJsonObject>
+#include <QStringList>
+
+namespace frctl {
+
+/// What a command has to say: the same for people and for machines.
+struct Output
+{
+    QStringList lines;
+    QJsonObject json;
+    /// ExitIssued for a receipt that an earlier run began and this one found issued.
+    ExitStatus status = ExitSuccess;
+};
+
+} // namespace frctl

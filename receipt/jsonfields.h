@@ -1,0 +1,63 @@
+#pragma once
+
+#include "namedvalue.h"
+
+#include <QJsonObject>
+#include <QList>
+#include <QSet>
+#include <QString>
+
+#include <functional>
+#include <optional>
+#include <span>
+
+namespace receipt {
+
+/// The fields of one JSON object on their way into a receipt. Each is asked for by name; what is wrong with
+/// it leaves as a ReceiptError with its path. finish() complains of fields that nobody asked for, since a
+/// misspelt name must not drop a discount or a marking code.
+class JsonFields
+{
+public:
+    JsonFields(const QJsonObject& object, const QString& path);
+
+    bool has(const QString& name) const { return m_object.contains(name); }
+    bool isNumber(const QString& name) const { return m_object.value(name).isDouble(); }
+    bool isObject(const QString& name) const { return m_object.value(name).isObject(); }
+    /// Path of the field for messages; of the object itself for an empty name.
+    QString path(const QString& name) const;
+    [[noreturn]] void fail(const QString& name, const QString& reason) const;
+
+    /// A text that is there, is not blank and has no more than that many characters.
+    QString text(const QString& name, int maxLength = 256);
+    std::optional<QString> optionalText(const QString& name, int maxLength = 256);
+    bool flag(const QString& name, bool otherwise);
+    int integer(const QString& name, int least, int most);
+    /// A tax number: 10 digits of a company or 12 of a person.
+    std::optional<QString> optionalInn(const QString& name);
+    /// A sum that is not negative, in kopecks.
+    qint64 kopecks(const QString& name);
+    /// A quantity above zero, in thousandths.
+    qint64 thousandths(const QString& name);
+    int choice(const QString& name, std::span<const NamedValue> values);
+
+    /// Hands the fields of the nested object on and checks that all of them were asked for.
+    void object(const QString& name, const std::function<void(JsonFields&)>& read);
+    /// The same for each object of an array, which must not be empty.
+    void objects(const QString& name, const std::function<void(JsonFields&)>& read);
+    /// The texts of an array, which must not be empty.
+    QList<QString> texts(const QString& name, int maxLength);
+    void finish() const;
+
+private:
+    QJsonValue take(const QString& name);
+    QJsonValue require(const QString& name, QJsonValue::Type type, const QString& kind);
+    /// In whole 10^-decimals; -1 for a negative number.
+    qint64 fixed(const QString& name, int decimals, double largest);
+
+    QJsonObject m_object;
+    QString m_path;
+    QSet<QString> m_taken;
+};
+
+} // namespace receipt

@@ -1,0 +1,28 @@
+#include "money.h"
+
+#include <cmath>
+
+namespace receipt {
+
+QString moneyText(qint64 kopecks)
+{
+    return QString::number(roubles(kopecks), 'f', 2);
+}
+
+double roubles(qint64 kopecks)
+{
+    return static_cast<double>(kopecks) / 100.0;
+}
+
+std::optional<qint64> fixedPoint(double value, int decimals)
+{
+    const double scaled = value * std::pow(10.0, decimals);
+    const double whole = std::round(scaled);
+    // A decimal fraction is never exact as a double; a digit too many is off by a tenth at least.
+    // What does not fit is no sum; infinity is off by what is no number.
+    if (!(std::abs(scaled - whole) <= 0.001) || std::abs(whole) >= 9e18)
+        return std::nullopt;
+    return static_cast<qint64>(whole);
+}
+
+} // namespace receipt

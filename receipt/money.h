@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+#include <optional>
+
+namespace receipt {
+
+/// "12.50" for 1250 kopecks.
+QString moneyText(qint64 kopecks);
+/// 12.5 for 1250 kopecks, as the contract takes sums.
+double roubles(qint64 kopecks);
+/// The number in whole 10^-decimals; nothing when it has more decimals than that.
+std::optional<qint64> fixedPoint(double value, int decimals);
+
+} // namespace receipt

@@ -1,0 +1,114 @@
+#include "positionparser.h"
+
+#include "jsonfields.h"
+#include "linesum.h"
+#include "markingcode.h"
+#include "money.h"
+#include "receiptnames.h"
+
+#include <QJsonValue>
+#include <QStringList>
+
+namespace receipt {
+
+namespace {
+
+constexpr int nameLength = 128;
+constexpr int markLength = 512;
+constexpr int commodity = 1;
+constexpr int exciseWithMarking = 31;
+constexpr int commodityWithMarking = 33;
+constexpr int fullPayment = 4;
+
+QString nearestValues(const LineSum& sum)
+{
+    QStringList values;
+    for (const int step : {-1, 1}) {
+        if (const auto discount = sum.nearestDiscount(step))
+            values.append(moneyText(*discount));
+    }
+    return values.join(QStringLiteral(" and "));
+}
+
+LineSum readSum(JsonFields& fields)
+{
+    const QString discount = QStringLiteral("infoDiscountAmount");
+    const QString amount = QStringLiteral("amount");
+    LineSum sum;
+    sum.price = fields.kopecks(QStringLiteral("price"));
+    sum.quantity = fields.thousandths(QStringLiteral("quantity"));
+    sum.discount = fields.has(discount) ? fields.kopecks(discount) : 0;
+    if (sum.discount > sum.gross())
+        fields.fail(discount, QStringLiteral("is more than the line costs, %1").arg(moneyText(sum.gross())));
+    if (fields.kopecks(amount) != sum.amount())
+        fields.fail(amount,
+            QStringLiteral("must be price times quantity less the discount, %1")
+                .arg(moneyText(sum.amount())));
+    if (!sum.isDiscountDivisible())
+        fields.fail(discount,
+            QStringLiteral("does not divide into whole kopecks per unit; nearest possible: %1")
+                .arg(nearestValues(sum)));
+    return sum;
+}
+
+int measureUnit(JsonFields& fields)
+{
+    const QString name = QStringLiteral("measurementUnit");
+    if (!fields.has(name))
+        return 0;
+    return fields.isNumber(name) ? fields.integer(name, 0, 255) : fields.choice(name, names::measureUnits());
+}
+
+void readMark(JsonFields& fields, FrPosition& position)
+{
+    const QString name = QStringLiteral("markingCode");
+    if (!fields.has(name))
+        return;
+    if (!fields.isObject(name)) {
+        position.setMarkingCode(markFromText(fields.text(name, markLength)), MarkCommon);
+        return;
+    }
+    fields.object(name, [&](JsonFields& mark) {
+        const QString code = markFromText(mark.text(QStringLiteral("mark"), markLength));
+        const QString type = QStringLiteral("type");
+        position.setMarkingCode(code,
+            mark.has(type) ? static_cast<ExciseMarkType>(mark.choice(type, names::markTypes())) : MarkCommon);
+    });
+}
+
+int paymentObject(JsonFields& fields, const FrPosition& position)
+{
+    const QString name = QStringLiteral("paymentObject");
+    if (fields.isNumber(name))
+        return fields.integer(name, 1, 255);
+    if (fields.has(name))
+        return fields.choice(name, names::paymentObjects());
+    if (position.getMarkingCode().isEmpty())
+        return commodity;
+    const ExciseMarkType type = position.getExciseMarkType();
+    return type == MarkAlcohol || type == MarkTobacco ? exciseWithMarking : commodityWithMarking;
+}
+
+} // namespace
+
+FrPosition positionFromJson(JsonFields& fields, LineSum& sum)
+{
+    const QString name = fields.text(QStringLiteral("name"), nameLength);
+    sum = readSum(fields);
+    FrPosition position(name, roubles(sum.price), static_cast<double>(sum.quantity) / 1000.0);
+    position.setDiscsum(roubles(sum.discount));
+
+    const QString method = QStringLiteral("paymentMethod");
+    position.setPaymentMethod(
+        fields.has(method) ? fields.choice(method, names::paymentMethods()) : fullPayment);
+    fields.object(QStringLiteral("tax"),
+        [&](JsonFields& tax) { position.setTaxCode(tax.choice(QStringLiteral("type"), names::taxRates())); });
+    position.setFrUnit(measureUnit(fields));
+    position.setMeasureName(names::measureName(position.getFrUnit()));
+    readMark(fields, position);
+    position.setPaymentObject(paymentObject(fields, position));
+    readPositionRequisites(fields, position);
+    return position;
+}
+
+} // namespace receipt

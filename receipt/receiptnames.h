@@ -1,0 +1,35 @@
+#pragma once
+
+#include "namedvalue.h"
+
+#include <QString>
+
+#include <span>
+
+/// What the names in the JSON stand for, a table a field.
+namespace receipt::names {
+
+/// hw::fr::CheckType.
+std::span<const NamedValue> receiptTypes();
+/// Tag 1055.
+std::span<const NamedValue> taxSystems();
+/// Tag 1199.
+std::span<const NamedValue> taxRates();
+/// Tag 1214.
+std::span<const NamedValue> paymentMethods();
+/// Tag 1212.
+std::span<const NamedValue> paymentObjects();
+/// Tag 2108.
+std::span<const NamedValue> measureUnits();
+/// The Russian name of a measure unit; empty for a code without one.
+QString measureName(int code);
+/// FrPayment::kind.
+std::span<const NamedValue> paymentKinds();
+/// ExciseMarkType.
+std::span<const NamedValue> markTypes();
+/// Bits of tag 1222.
+std::span<const NamedValue> agentTypes();
+/// Barcode::Type.
+std::span<const NamedValue> barcodeTypes();
+
+} // namespace receipt::names

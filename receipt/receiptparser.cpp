@@ -1,0 +1,180 @@
+#include "receiptparser.h"
+
+#include "jsonfields.h"
+#include "linesum.h"
+#include "money.h"
+#include "positionparser.h"
+#include "receipterror.h"
+#include "receiptnames.h"
+
+#include <QJsonDocument>
+
+namespace receipt {
+
+namespace {
+
+enum ItemKind { PositionKind, TextKind, BarcodeKind };
+constexpr NamedValue itemKinds[] = {{"position", PositionKind}, {"text", TextKind}, {"barcode", BarcodeKind}};
+
+constexpr int cashierNameLength = 64;
+constexpr int lineLength = 256;
+
+EFrDriver::FontTypes font(bool wide, bool high)
+{
+    if (wide && high)
+        return EFrDriver::LargeFont;
+    if (wide)
+        return EFrDriver::DoubleWidthFont;
+    return high ? EFrDriver::DoubleHeightFont : EFrDriver::UndefinedFont;
+}
+
+ReceiptItem textItem(JsonFields& fields)
+{
+    ReceiptItem item;
+    item.kind = ReceiptItem::Text;
+    item.text = fields.text(QStringLiteral("text"), lineLength);
+    const bool wide = fields.flag(QStringLiteral("doubleWidth"), false);
+    item.font = font(wide, fields.flag(QStringLiteral("doubleHeight"), false));
+    return item;
+}
+
+ReceiptItem barcodeItem(JsonFields& fields)
+{
+    const QString scale = QStringLiteral("scale");
+    const QString height = QStringLiteral("height");
+    ReceiptItem item;
+    item.kind = ReceiptItem::BarcodeItem;
+    item.barcode.text = fields.text(QStringLiteral("barcode"), lineLength);
+    item.barcode.type = fields.choice(QStringLiteral("barcodeType"), names::barcodeTypes());
+    if (fields.has(scale))
+        item.barcode.moduleWidth = fields.integer(scale, 1, 10);
+    if (fields.has(height))
+        item.barcode.height = fields.integer(height, 1, 255);
+    if (!fields.flag(QStringLiteral("printText"), true))
+        item.barcode.textPosition = 0;
+    return item;
+}
+
+void readItem(JsonFields& fields, Receipt& receipt)
+{
+    const QString type = QStringLiteral("type");
+    const int kind = fields.has(type) ? fields.choice(type, itemKinds) : PositionKind;
+    if (kind == TextKind) {
+        receipt.items.append(textItem(fields));
+    } else if (kind == BarcodeKind) {
+        receipt.items.append(barcodeItem(fields));
+    } else {
+        LineSum sum;
+        ReceiptItem item;
+        item.position = positionFromJson(fields, sum);
+        receipt.items.append(item);
+        receipt.total += sum.amount();
+    }
+}
+
+void readCashier(JsonFields& fields, Receipt& receipt)
+{
+    FrUser cashier;
+    cashier.name = fields.text(QStringLiteral("name"), cashierNameLength);
+    cashier.inn = fields.optionalInn(QStringLiteral("vatin")).value_or(QString());
+    receipt.cashier = cashier;
+}
+
+void readCustomer(JsonFields& fields, Receipt& receipt)
+{
+    FdRequisiteMap block;
+    if (const auto address = fields.optionalText(QStringLiteral("emailOrPhone"), 64)) {
+        receipt.document.setCustomerAddress(*address);
+        receipt.requisites.append(FdRequisite(EFrDriver::CustomerAddress, *address));
+    }
+    if (const auto name = fields.optionalText(QStringLiteral("name")))
+        block.insert(EFrDriver::CustomerName, FdRequisite(EFrDriver::CustomerName, *name));
+    if (const auto inn = fields.optionalInn(QStringLiteral("vatin")))
+        block.insert(EFrDriver::CustomerInn, FdRequisite(EFrDriver::CustomerInn, *inn));
+    if (!block.isEmpty())
+        receipt.requisites.append(FdRequisite::composite(EFrDriver::CustomerBlock, block));
+}
+
+void readTaxSystem(JsonFields& fields, Receipt& receipt)
+{
+    const QString name = QStringLiteral("taxationType");
+    if (!fields.has(name))
+        return;
+    const int system = fields.choice(name, names::taxSystems());
+    receipt.document.setTaxSystem(static_cast<hw::fr::common::TaxSystemType>(system));
+    receipt.requisites.append(FdRequisite(EFrDriver::TaxSystem, system));
+}
+
+void readHead(JsonFields& fields, Receipt& receipt)
+{
+    const QString cashier = QStringLiteral("operator");
+    const QString customer = QStringLiteral("clientInfo");
+    receipt.document.setDocumentType(
+        static_cast<hw::fr::CheckType>(fields.choice(QStringLiteral("type"), names::receiptTypes())));
+    readTaxSystem(fields, receipt);
+    if (fields.flag(QStringLiteral("electronically"), false))
+        receipt.document.setPrintMode(CheckPrintNone);
+    if (fields.has(cashier))
+        fields.object(cashier, [&](JsonFields& data) { readCashier(data, receipt); });
+    if (fields.has(customer))
+        fields.object(customer, [&](JsonFields& data) { readCustomer(data, receipt); });
+    if (const auto place = fields.optionalText(QStringLiteral("paymentsPlace")))
+        receipt.requisites.append(FdRequisite(EFrDriver::SettlementPlace, *place));
+    if (const auto extra = fields.optionalText(QStringLiteral("additionalAttribute"), 16))
+        receipt.requisites.append(FdRequisite(EFrDriver::AdditionalReceiptRequisite, *extra));
+}
+
+void readPayments(JsonFields& fields, Receipt& receipt)
+{
+    const QString name = QStringLiteral("payments");
+    qint64 withoutCash = 0;
+    fields.objects(name, [&](JsonFields& payment) {
+        const int kind = payment.choice(QStringLiteral("type"), names::paymentKinds());
+        const qint64 sum = payment.kopecks(QStringLiteral("sum"));
+        receipt.payments.append(FrPayment(kind, roubles(sum)));
+        receipt.paid += sum;
+        withoutCash += kind == 0 ? 0 : sum;
+    });
+    if (receipt.paid < receipt.total)
+        fields.fail(name,
+            QStringLiteral("%1 do not cover the total, %2")
+                .arg(moneyText(receipt.paid), moneyText(receipt.total)));
+    if (withoutCash > receipt.total)
+        fields.fail(name,
+            QStringLiteral("%1 without cash are more than the total, %2; only cash gives change")
+                .arg(moneyText(withoutCash), moneyText(receipt.total)));
+}
+
+} // namespace
+
+Receipt receiptFromJson(const QJsonObject& json)
+{
+    JsonFields fields(json, {});
+    Receipt receipt;
+    bool hasPosition = false;
+    readHead(fields, receipt);
+    fields.objects(QStringLiteral("items"), [&](JsonFields& item) {
+        readItem(item, receipt);
+        hasPosition = hasPosition || receipt.items.constLast().kind == ReceiptItem::Position;
+    });
+    if (!hasPosition)
+        fields.fail(QStringLiteral("items"), QStringLiteral("must have a position"));
+    readPayments(fields, receipt);
+    fields.finish();
+    return receipt;
+}
+
+Receipt receiptFromText(const QByteArray& text)
+{
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(text, &error);
+    if (error.error != QJsonParseError::NoError) {
+        const auto line = text.left(error.offset).count('\n') + 1;
+        throw ReceiptError({}, QStringLiteral("line %1: %2").arg(line).arg(error.errorString()));
+    }
+    if (!document.isObject())
+        throw ReceiptError({}, QStringLiteral("a receipt is a JSON object"));
+    return receiptFromJson(document.object());
+}
+
+} // namespace receipt

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "receipt.h"
+
+#include <QJsonObject>
+
+namespace receipt {
+
+/// Builds a receipt from its JSON. Everything that can be told without a register is checked; the first
+/// mistake leaves as a ReceiptError with its path, and so do fields that are not known.
+Receipt receiptFromJson(const QJsonObject& json);
+/// The same from the text of a file.
+Receipt receiptFromText(const QByteArray& text);
+
+} // namespace receipt

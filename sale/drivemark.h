@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+namespace sale {
+
+/// The fiscal drive at some moment: which one it is, and how far it has counted.
+struct DriveMark
+{
+    bool operator==(const DriveMark&) const = default;
+
+    /// Number of the drive itself.
+    QString drive;
+    /// Number of its last document; 0 when it could not be read.
+    quint32 lastDocument = 0;
+};
+
+} // namespace sale

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "salerecord.h"
+
+namespace sale {
+
+class SaleJournal;
+
+/// A sale that the caller gave an id, so that it can be asked for again without being done twice. All
+/// operations throw JournalError when the journal fails.
+class IdentifiedSale
+{
+public:
+    /// The receipt is the JSON text that the caller gave; blanks and the order of its fields do not count.
+    /// The journal must outlive the sale. Throws IdConflict when the id belongs to another receipt.
+    IdentifiedSale(SaleJournal& journal, const QString& id, const QByteArray& receipt);
+
+    const QString& id() const { return m_id; }
+    /// What is known of the sale from earlier runs: Issued, Unknown, NotIssued (also for one that is new), or
+    /// None for one that was begun and not settled. Only after NotIssued it may be done. After
+    /// settlePendingSales, None says that it was begun on another fiscal drive.
+    SaleRecord record() const;
+
+    /// Before the document is opened.
+    void begin(const DriveMark& before);
+    /// When the outcome is known.
+    void settle(const Verdict& verdict);
+
+private:
+    SaleJournal& m_journal;
+    const QString m_id;
+    const QByteArray m_receipt;
+};
+
+} // namespace sale

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "drivemark.h"
+#include "failure.h"
+#include "markcheck.h"
+#include "verdict.h"
+
+#include <QJsonObject>
+#include <QList>
+
+#include <optional>
+
+namespace sale {
+
+/// What has become of a receipt.
+struct IssueResult
+{
+    bool isIssued() const { return verdict.outcome == Outcome::Issued; }
+
+    /// None when the work failed before the document was opened: then nothing was begun.
+    Verdict verdict;
+    /// Empty when all went well. A receipt may be issued and have a failure behind it: a close whose answer
+    /// was lost, or paper that ran out.
+    std::optional<Failure> failure;
+    /// False while the verdict may still be found out, because the register could not be asked, or because of
+    /// an interruption. The host keeps the mark and calls settle after its next connect, before init.
+    bool isFinal = true;
+    /// The fiscal drive before the document.
+    DriveMark before;
+    /// Kopecks. The change is what was paid above the total, in cash.
+    qint64 total = 0;
+    qint64 paid = 0;
+    qint64 change = 0;
+    /// Of the marked goods, in the order of the receipt.
+    QList<MarkCheck> marks;
+    /// What the driver gives of the closed document; empty on both protocols.
+    QJsonObject fiscalData;
+};
+
+} // namespace sale

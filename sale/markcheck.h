@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+namespace sale {
+
+/// What the register said of a marking code before its sale.
+struct MarkCheck
+{
+    /// As it was scanned, with its group separators.
+    QString markingCode;
+    /// Value of tag 2106.
+    int result = 0;
+};
+
+} // namespace sale

@@ -1,0 +1,215 @@
+#include "receiptissuer.h"
+
+#include "abstractfrdriver.h"
+#include "documentguard.h"
+#include "exceptions.h"
+#include "identifiedsale.h"
+#include "journalerror.h"
+#include "settlement.h"
+
+namespace sale {
+
+namespace {
+
+using receipt::Receipt;
+using receipt::ReceiptItem;
+
+/// Tag 2003: what is to become of the goods.
+int plannedStatus(const FrPosition& position, bool isReturn)
+{
+    const bool isPiece = position.getFrUnit() == 0;
+    if (isReturn)
+        return isPiece ? 3 : 4;
+    return isPiece ? 1 : 2;
+}
+
+MarkedPosition markedPosition(const FrPosition& position, bool isReturn)
+{
+    MarkedPosition marked;
+    marked.status = plannedStatus(position, isReturn);
+    marked.markingCode = position.getMarkingCode();
+    marked.quantity = position.getCount();
+    marked.measureUnit = position.getFrUnit();
+    return marked;
+}
+
+QList<MarkCheck> askAboutMarks(AbstractFrDriver& driver, const Receipt& receipt)
+{
+    QList<MarkCheck> checks;
+    for (const ReceiptItem& item : receipt.items) {
+        if (item.position.getMarkingCode().isEmpty())
+            continue;
+        const MarkedPosition marked = markedPosition(item.position, receipt.isReturn());
+        checks.append({marked.markingCode, driver.checkMarkingCode(marked, false)});
+    }
+    return checks;
+}
+
+/// After a failure: the fiscal drive must not keep codes of a receipt that never came about.
+void forgetMarks(AbstractFrDriver& driver, const Receipt& receipt)
+{
+    try {
+        if (receipt.hasMarkedItems())
+            driver.clearMarkingCodes();
+    } catch (const BasicException&) {
+        // The failure that led here is the one to report.
+    }
+}
+
+QList<MarkCheck> checkMarks(AbstractFrDriver& driver, const Receipt& receipt)
+{
+    try {
+        return askAboutMarks(driver, receipt);
+    } catch (const FrNoConnectionException&) {
+        throw;
+    } catch (const BasicException&) {
+        forgetMarks(driver, receipt);
+        throw;
+    }
+}
+
+void addItem(AbstractFrDriver& driver, const ReceiptItem& item)
+{
+    if (item.kind == ReceiptItem::BarcodeItem) {
+        driver.barcodePrint(item.barcode);
+    } else if (item.kind == ReceiptItem::Text) {
+        if (item.font != EFrDriver::UndefinedFont)
+            driver.setFont({item.font});
+        driver.checkPrint({item.text});
+        if (item.font != EFrDriver::UndefinedFont)
+            driver.resetFont();
+    } else {
+        driver.checkAddPosition(item.position);
+    }
+}
+
+void fillReceipt(AbstractFrDriver& driver, const Receipt& receipt)
+{
+    for (const FdRequisite& requisite : receipt.requisites)
+        driver.setRequisite(requisite);
+    for (const ReceiptItem& item : receipt.items)
+        addItem(driver, item);
+    driver.checkTotal();
+    for (const FrPayment& payment : receipt.payments)
+        driver.checkPay(payment);
+}
+
+/// One receipt on its way through the register and, with an id, through the journal.
+class Issue
+{
+public:
+    Issue(AbstractFrDriver& driver, const Receipt& receipt, const IssueOptions& options)
+        : m_driver(driver)
+        , m_receipt(receipt)
+        , m_options(options)
+    {
+        m_result.total = receipt.total;
+        m_result.paid = receipt.paid;
+        m_result.change = receipt.paid - receipt.total;
+    }
+
+    IssueResult run()
+    {
+        try {
+            prepare();
+        } catch (...) {
+            m_result.failure = currentFailure();
+            return m_result;
+        }
+        const DocumentResult document = runDocument(m_driver, steps());
+        m_result.verdict = document.verdict;
+        m_result.failure = document.failure;
+        try {
+            if (document.failure)
+                meetFailure();
+            else
+                writeOutcome(m_result.verdict);
+        } catch (...) {
+            m_result.failure = currentFailure();
+        }
+        return m_result;
+    }
+
+private:
+    /// All that comes before the document is opened: nothing is lost if it fails.
+    void prepare()
+    {
+        m_driver.openShift();
+        m_result.before = noteDrive(m_driver, m_options.markReading);
+        // The drive numbers its documents without gaps.
+        if (m_result.before.lastDocument != 0)
+            m_issued.number = m_result.before.lastDocument + 1;
+        m_result.marks = checkMarks(m_driver, m_receipt);
+        writeDown();
+    }
+
+    void writeDown()
+    {
+        try {
+            if (m_options.sale != nullptr)
+                m_options.sale->begin(m_result.before);
+        } catch (const JournalError&) {
+            forgetMarks(m_driver, m_receipt);
+            throw;
+        }
+    }
+
+    DocumentSteps steps()
+    {
+        DocumentSteps steps;
+        steps.open = [this] { m_driver.checkOpen(m_receipt.document); };
+        steps.fill = [this] { fillReceipt(m_driver, m_receipt); };
+        steps.close = [this] { m_result.fiscalData = m_driver.checkClose(m_receipt.document); };
+        steps.settle = [this] {
+            m_settled = settleAfterFailure(m_driver, m_result.before, m_options.markReading);
+            return m_settled.value_or(Outcome::Unknown);
+        };
+        steps.issued = m_issued;
+        steps.finish = [this] {
+            m_driver.checkWaitForPrint();
+            if (m_receipt.hasMarkedItems())
+                m_driver.clearMarkingCodes();
+        };
+        return steps;
+    }
+
+    void meetFailure()
+    {
+        const Outcome outcome = m_result.verdict.outcome;
+        const bool isUndone
+            = outcome == Outcome::Cancelled || outcome == Outcome::None || outcome == Outcome::NotIssued;
+        m_result.isFinal = isUndone || outcome == Outcome::Issued || m_settled;
+        if (isUndone)
+            forgetMarks(m_driver, m_receipt);
+        // What could not be found out now, or was interrupted, is left to the next run.
+        if (!m_result.isFinal || !m_result.failure->isOfDriver)
+            return;
+        try {
+            writeOutcome(isUndone ? Outcome::NotIssued : m_result.verdict);
+        } catch (const JournalError&) {
+            // The failure that led here is the one to report; without an outcome the sale is settled later.
+        }
+    }
+
+    void writeOutcome(const Verdict& verdict)
+    {
+        if (m_options.sale != nullptr)
+            m_options.sale->settle(verdict);
+    }
+
+    AbstractFrDriver& m_driver;
+    const Receipt& m_receipt;
+    const IssueOptions m_options;
+    Verdict m_issued = Outcome::Issued;
+    std::optional<Verdict> m_settled;
+    IssueResult m_result;
+};
+
+} // namespace
+
+IssueResult issueReceipt(AbstractFrDriver& driver, const Receipt& receipt, const IssueOptions& options)
+{
+    return Issue(driver, receipt, options).run();
+}
+
+} // namespace sale

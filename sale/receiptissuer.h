@@ -1,0 +1,18 @@
+#pragma once
+
+#include "issueoptions.h"
+#include "issueresult.h"
+#include "receipt.h"
+
+class AbstractFrDriver;
+
+namespace sale {
+
+/// Issues the receipt: shift, marking codes, document, positions, payments, close. The driver is connected,
+/// initialised, and has its cashier. Finds out after a failed close whether the document was issued.
+///
+/// Throws nothing that the driver, the journal or the host's device throw: it is in the result.
+IssueResult issueReceipt(
+    AbstractFrDriver& driver, const receipt::Receipt& receipt, const IssueOptions& options = {});
+
+} // namespace sale

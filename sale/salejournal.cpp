@@ -1,0 +1,129 @@
+#include "salejournal.h"
+
+#include "journalerror.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QUuid>
+#include <QVariant>
+
+namespace sale {
+
+namespace {
+
+QString pendingName()
+{
+    return QStringLiteral("pending");
+}
+
+QString storedName(Outcome outcome)
+{
+    return outcome == Outcome::None ? pendingName() : outcomeName(outcome);
+}
+
+Outcome storedOutcome(const QString& name)
+{
+    if (name == pendingName())
+        return Outcome::None;
+    for (const Outcome outcome : {Outcome::Issued, Outcome::NotIssued}) {
+        if (name == outcomeName(outcome))
+            return outcome;
+    }
+    return Outcome::Unknown;
+}
+
+} // namespace
+
+SaleJournal::SaleJournal(const QString& fileName)
+    : m_fileName(fileName)
+    , m_connection(QUuid::createUuid().toString())
+{
+    QDir().mkpath(QFileInfo(fileName).absolutePath());
+    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
+    database.setDatabaseName(fileName);
+    if (!database.open()) {
+        const QString error = database.lastError().text();
+        database = {};
+        QSqlDatabase::removeDatabase(m_connection);
+        throw JournalError(QStringLiteral("journal %1: %2").arg(fileName, error));
+    }
+    QSqlQuery query(database);
+    query.prepare(
+        QStringLiteral("CREATE TABLE IF NOT EXISTS sales (id TEXT PRIMARY KEY, receipt TEXT NOT NULL, "
+                       "outcome TEXT NOT NULL, document INTEGER NOT NULL, drive TEXT NOT NULL, "
+                       "document_before INTEGER NOT NULL, changed TEXT NOT NULL)"));
+    run(query);
+}
+
+SaleJournal::~SaleJournal()
+{
+    QSqlDatabase::database(m_connection).close();
+    QSqlDatabase::removeDatabase(m_connection);
+}
+
+std::optional<SaleRecord> SaleJournal::find(const QString& id) const
+{
+    const QList<SaleRecord> found = select(QStringLiteral("id = ?"), id);
+    return found.isEmpty() ? std::nullopt : std::optional(found.constFirst());
+}
+
+QList<SaleRecord> SaleJournal::pending() const
+{
+    return select(QStringLiteral("outcome = ?"), pendingName());
+}
+
+void SaleJournal::begin(const QString& id, const QByteArray& receipt, const DriveMark& before)
+{
+    QSqlQuery query(QSqlDatabase::database(m_connection));
+    // One statement, so that of two programs with the same id one loses here.
+    query.prepare(QStringLiteral(
+        "INSERT INTO sales VALUES (?, ?, ?, 0, ?, ?, CURRENT_TIMESTAMP) ON CONFLICT (id) DO UPDATE "
+        "SET outcome = excluded.outcome, drive = excluded.drive, "
+        "document_before = excluded.document_before, changed = excluded.changed "
+        "WHERE outcome = 'notIssued' AND receipt = excluded.receipt"));
+    for (const QVariant& value : {QVariant(id), QVariant(QString::fromLatin1(receipt)),
+             QVariant(pendingName()), QVariant(before.drive), QVariant(before.lastDocument)})
+        query.addBindValue(value);
+    run(query);
+    if (query.numRowsAffected() != 1)
+        throw JournalError(
+            QStringLiteral("journal %1: the sale %2 is done or under way").arg(m_fileName, id));
+}
+
+void SaleJournal::settle(const QString& id, const Verdict& verdict)
+{
+    QSqlQuery query(QSqlDatabase::database(m_connection));
+    query.prepare(QStringLiteral(
+        "UPDATE sales SET outcome = ?, document = ?, changed = CURRENT_TIMESTAMP WHERE id = ?"));
+    for (const QVariant& value :
+        {QVariant(storedName(verdict.outcome)), QVariant(verdict.number), QVariant(id)})
+        query.addBindValue(value);
+    run(query);
+}
+
+void SaleJournal::run(QSqlQuery& query) const
+{
+    if (!query.exec())
+        throw JournalError(QStringLiteral("journal %1: %2").arg(m_fileName, query.lastError().text()));
+}
+
+QList<SaleRecord> SaleJournal::select(const QString& condition, const QVariant& value) const
+{
+    QSqlQuery query(QSqlDatabase::database(m_connection));
+    query.prepare(
+        QStringLiteral("SELECT id, receipt, outcome, document, drive, document_before FROM sales WHERE ")
+        + condition);
+    query.addBindValue(value);
+    run(query);
+    QList<SaleRecord> records;
+    while (query.next())
+        records.append({query.value(0).toString(), query.value(1).toByteArray(),
+            {storedOutcome(query.value(2).toString()), query.value(3).toUInt()},
+            {query.value(4).toString(), query.value(5).toUInt()}});
+    return records;
+}
+
+} // namespace sale

@@ -1,0 +1,98 @@
+// A campaign that overlooks what must never happen proves nothing.
+
+#include "abstractfrdriver.h"
+#include "exceptions.h"
+#include "goods.h"
+#include "host.h"
+#include "violation.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const QByteArray hexFrame = QByteArray("\x02PIRI 31body\x03") + "5A";
+/// The same command under another packet id.
+const QByteArray hexFrameAgain = QByteArray("\x02PIRI!31body\x03") + "6B";
+const QByteArray hexOther = QByteArray("\x02PIRI\"32body\x03") + "5A";
+const QByteArray xmlClose = "<ArmRequest><RequestBody><Command>8</Command></RequestBody></ArmRequest>";
+
+struct CallRow
+{
+    const char* what;
+    Protocol protocol;
+    const char* call;
+    QList<QByteArray> requests;
+    int waited;
+    bool isViolation;
+};
+
+class WatchedCall : public testing::TestWithParam<CallRow>
+{
+};
+
+TEST_P(WatchedCall, IsCheckedForRepetitionsAndWaits)
+{
+    const CallRow& row = GetParam();
+    Rig rig(row.protocol);
+    Report report;
+    Host host(rig, row.protocol, report);
+    const auto work = [&] {
+        rig.watch(row.call, [&] {
+            for (const QByteArray& request : row.requests)
+                rig.line.write(request);
+            rig.line.waitForReadyRead(row.waited);
+            throw FrNoConnectionException(QStringLiteral("Нет связи с ФР"));
+        });
+    };
+    if (row.isViolation)
+        EXPECT_THROW(work(), Violation) << row.what;
+    else
+        EXPECT_THROW(work(), FrNoConnectionException) << row.what;
+}
+
+INSTANTIATE_TEST_SUITE_P(Campaign, WatchedCall,
+    testing::Values(CallRow{"other frames", Protocol::Hex, "checkPay", {hexFrame, hexOther}, 0, false},
+        CallRow{"a frame again", Protocol::Hex, "checkPay", {hexFrame, hexFrameAgain}, 0, true},
+        CallRow{"a connection asks again", Protocol::Hex, "connect", {hexFrame, hexFrameAgain}, 0, false},
+        CallRow{"long waits", Protocol::Hex, "checkPay", {hexFrame}, 300'000, false},
+        CallRow{"longer than the budget", Protocol::Hex, "checkPay", {hexFrame}, 320'000, true},
+        CallRow{"one close", Protocol::Xml, "checkClose", {xmlClose}, 0, false},
+        CallRow{"a close again", Protocol::Xml, "checkClose", {xmlClose, xmlClose}, 0, true},
+        CallRow{"a close out of place", Protocol::Xml, "init", {xmlClose}, 0, true},
+        CallRow{"longer than the budget", Protocol::Xml, "getFnInfo", {}, 31'000, true}));
+
+TEST(Watch, SeesTheCallsFromOutsideOnly)
+{
+    Rig rig(Protocol::Xml);
+    rig.line.open();
+    rig.driver().portOpen();
+    rig.driver().connect();
+    QList<QByteArray> calls;
+    rig.watch = [&calls](const char* name, const std::function<void()>& work) {
+        calls.append(name);
+        work();
+    };
+    // Opens the shift by itself.
+    rig.driver().checkOpen(FiscalDocument(hw::fr::CheckSale));
+    EXPECT_TRUE(rig.driver().getFnInfo().fnStatus.isShiftOpen);
+    EXPECT_EQ(calls, (QList<QByteArray>{"checkOpen", "getFnInfo"}));
+}
+
+TEST(DrawnSale, IsPaidAndTheSameForTheSameSeed)
+{
+    bool hasMark = false;
+    bool hasText = false;
+    for (quint64 stream = 0; stream < 50; ++stream) {
+        Random first(1, stream);
+        Random second(1, stream);
+        const receipt::Receipt sale = drawSale(QStringLiteral("Товар"), first);
+        EXPECT_GE(sale.paid, sale.total);
+        EXPECT_GT(sale.total, 0);
+        EXPECT_EQ(drawSale(QStringLiteral("Товар"), second).total, sale.total);
+        hasMark = hasMark || sale.hasMarkedItems();
+        hasText = hasText || sale.items.constLast().kind == receipt::ReceiptItem::Text;
+    }
+    EXPECT_TRUE(hasMark && hasText);
+}
+
+} // namespace

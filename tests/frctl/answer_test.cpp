@@ -1,0 +1,109 @@
+#include "documentoutput.h"
+#include "exceptions.h"
+#include "failure.h"
+#include "identifiedreceipt.h"
+#include "journalerror.h"
+
+#include <QJsonArray>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace frctl;
+using sale::Outcome;
+
+namespace {
+
+class Answer : public testing::Test
+{
+protected:
+    IdentifiedReceipt asked(const QByteArray& receipt = "{}") const
+    {
+        return {file, QStringLiteral("A"), receipt};
+    }
+
+    QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("sales.sqlite"));
+};
+
+TEST_F(Answer, IsGivenOutOfTheJournalOnce)
+{
+    EXPECT_FALSE(asked().answer());
+    asked().identifiedSale().begin({QStringLiteral("9999"), 7});
+    EXPECT_FALSE(asked().answer());
+    // It was begun on a drive that is not the one at hand.
+    EXPECT_THROW(asked().settledAnswer(), RegisterError);
+    asked().identifiedSale().settle({Outcome::Issued, 8});
+    EXPECT_EQ(asked().answer()->json,
+        (QJsonObject{{"outcome", "issued"}, {"documentNumber", 8}, {"repeated", true}}));
+    EXPECT_EQ(asked().answer()->status, ExitSuccess);
+    EXPECT_EQ(asked().settledAnswer()->status, ExitIssued);
+    EXPECT_THROW(asked(R"({"a": 1})"), UsageError);
+}
+
+TEST_F(Answer, UnknownSaleIsNotRepeated)
+{
+    asked().identifiedSale().begin({QStringLiteral("9999"), 7});
+    asked().identifiedSale().settle(Outcome::Unknown);
+    try {
+        static_cast<void>(asked().answer());
+        FAIL();
+    } catch (const RegisterError& error) {
+        EXPECT_EQ(error.verdict(), Outcome::Unknown);
+        EXPECT_EQ(exitStatusOf(error.verdict().outcome), ExitUnknown);
+    }
+}
+
+TEST(ReceiptOutput, SaysTheSameToPeopleAndMachines)
+{
+    sale::IssueResult result;
+    result.verdict = {Outcome::Issued, 8};
+    result.total = 1050;
+    result.paid = 1100;
+    result.change = 50;
+    result.marks = {{QStringLiteral("01\x1D"
+                                    "93"),
+        15}};
+    const Output output = receiptOutput(result);
+    EXPECT_EQ(output.lines,
+        (QStringList{"receipt issued: total 10.50, paid 11.00, change 0.50, document 8",
+            "marking code 01<GS>93: 15"}));
+    EXPECT_EQ(output.json,
+        (QJsonObject{{"outcome", "issued"}, {"documentNumber", 8}, {"total", 10.5}, {"paid", 11},
+            {"change", 0.5},
+            {"marks",
+                QJsonArray{
+                    QJsonObject{{"markingCode", result.marks.constFirst().markingCode}, {"result", 15}}}}}));
+}
+
+TEST(ThrowFailure, NamesTheSideThatFailed)
+{
+    const auto failureOf = [](auto exception) {
+        try {
+            throw exception;
+        } catch (...) {
+            return sale::currentFailure();
+        }
+    };
+    const sale::Verdict issued(Outcome::Issued, 8);
+    const std::pair<sale::Failure, const char*> rows[]
+        = {{failureOf(FrWaitForPaperException(QStringLiteral("Нет бумаги"))), "FrWaitForPaperException"},
+            {failureOf(sale::JournalError(QStringLiteral("full"))), "HostError"}};
+    for (const auto& [failure, name] : rows) {
+        try {
+            throwFailure(failure, issued);
+        } catch (const RegisterError& error) {
+            EXPECT_EQ(error.exceptionName(), QLatin1String(name));
+            EXPECT_EQ(error.what(), failure.text.toStdString());
+            EXPECT_EQ(error.verdict(), issued);
+        }
+    }
+    try {
+        throwFailure(failureOf(Interrupted()), issued);
+    } catch (const Interrupted& interrupted) {
+        EXPECT_EQ(interrupted.verdict(), issued);
+    }
+    EXPECT_THROW(throwFailure(failureOf(std::bad_alloc()), issued), std::bad_alloc);
+}
+
+} // namespace

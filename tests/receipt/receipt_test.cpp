@@ -1,0 +1,239 @@
+#include "linesum.h"
+#include "markingcode.h"
+#include "receipterror.h"
+#include "receiptparser.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <gtest/gtest.h>
+
+using namespace receipt;
+
+namespace {
+
+QJsonObject fromText(const QByteArray& text)
+{
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(text, &error);
+    EXPECT_EQ(error.error, QJsonParseError::NoError) << text.constData();
+    return document.object();
+}
+
+/// The base with the fields of the patch; a null takes a field out.
+QJsonObject patched(QJsonObject base, const QByteArray& patch)
+{
+    const QJsonObject changes = fromText(patch);
+    for (auto field = changes.constBegin(); field != changes.constEnd(); ++field) {
+        if (field.value().isNull())
+            base.remove(field.key());
+        else
+            base.insert(field.key(), field.value());
+    }
+    return base;
+}
+
+/// A good receipt of one item for 100 roubles, with changes in its head and in the item.
+QJsonObject receiptWith(const QByteArray& headPatch, const QByteArray& itemPatch)
+{
+    const QJsonObject item = patched(
+        fromText(R"({"name": "Чай", "price": 50, "quantity": 2, "amount": 100, "tax": {"type": "vat20"}})"),
+        itemPatch);
+    QJsonObject head = fromText(R"({"type": "sell", "payments": [{"type": "cash", "sum": 1000}]})");
+    head.insert(QStringLiteral("items"), QJsonArray{item});
+    return patched(head, headPatch);
+}
+
+std::string errorOf(const QByteArray& headPatch, const QByteArray& itemPatch)
+{
+    try {
+        receiptFromJson(receiptWith(headPatch, itemPatch));
+    } catch (const ReceiptError& error) {
+        return error.what();
+    }
+    return {};
+}
+
+FrPosition positionWith(const QByteArray& itemPatch)
+{
+    return receiptFromJson(receiptWith("{}", itemPatch)).items.constFirst().position;
+}
+
+QString requisite(const FdRequisiteMap& map, int tag)
+{
+    return map.value(static_cast<EFrDriver::RequisiteTypes>(tag)).getSourceData().toString();
+}
+
+TEST(ReceiptFromJson, DefaultsAreAPlainSale)
+{
+    const Receipt receipt = receiptFromJson(receiptWith("{}", "{}"));
+    const FrPosition position = receipt.items.constFirst().position;
+    EXPECT_EQ(receipt.document.getDocumentType(), hw::fr::CheckSale);
+    EXPECT_EQ(receipt.document.getTaxSystem(), 0);
+    EXPECT_EQ(receipt.total, 10000);
+    EXPECT_EQ(receipt.paid, 100000);
+    EXPECT_FALSE(receipt.cashier || receipt.hasMarkedItems() || receipt.isReturn());
+    EXPECT_EQ(position.getPaymentMethod(), 4);
+    EXPECT_EQ(position.getPaymentObject(), 1);
+    EXPECT_EQ(position.getFrUnit(), 0);
+    EXPECT_EQ(position.getMeasureName(), QStringLiteral("шт."));
+    EXPECT_EQ(position.getTaxCode(), 1);
+}
+
+TEST(ReceiptFromJson, HeadGoesIntoDocumentAndRequisites)
+{
+    const Receipt receipt = receiptFromJson(receiptWith(R"({"type": "sellReturn", "taxationType": "patent",
+        "electronically": true, "operator": {"name": "Иванова", "vatin": "772100000008"},
+        "clientInfo": {"emailOrPhone": "a@example.org", "name": "ООО Ромашка", "vatin": "7721000009"},
+        "additionalAttribute": "К-7", "paymentsPlace": "Касса 2",
+        "payments": [{"type": "electronically", "sum": 60.5}, {"type": "prepaid", "sum": 1},
+            {"type": "credit", "sum": 2}, {"type": "other", "sum": 3}, {"type": "cash", "sum": 33.5}]})",
+        "{}"));
+    EXPECT_TRUE(receipt.isReturn());
+    EXPECT_EQ(receipt.document.getTaxSystem(), 32);
+    EXPECT_EQ(receipt.document.getPrintMode(), 1);
+    EXPECT_EQ(receipt.document.getCustomerAddress(), QStringLiteral("a@example.org"));
+    EXPECT_EQ(receipt.cashier->inn, QStringLiteral("772100000008"));
+    QList<int> tags;
+    for (const FdRequisite& entry : receipt.requisites)
+        tags.append(entry.getTag());
+    EXPECT_EQ(tags, (QList<int>{1055, 1008, 1256, 1187, 1192}));
+    EXPECT_EQ(requisite(receipt.requisites.at(2).toMap(), 1228), QStringLiteral("7721000009"));
+    QList<int> kinds;
+    for (const FrPayment& payment : receipt.payments)
+        kinds.append(payment.kind);
+    EXPECT_EQ(kinds, (QList<int>{1, 2, 3, 4, 0}));
+    EXPECT_DOUBLE_EQ(receipt.payments.constFirst().sum, 60.5);
+}
+
+TEST(ReceiptFromJson, PositionTakesCodesOfTheFormat)
+{
+    using Field = int (FrPosition::*)() const;
+    const std::tuple<const char*, Field, int> rows[] = {
+        {R"({"tax": {"type": "none"}})", &FrPosition::getTaxCode, 6},
+        {R"({"tax": {"type": "vat107"}})", &FrPosition::getTaxCode, 10},
+        {R"({"paymentMethod": "advance"})", &FrPosition::getPaymentMethod, 3},
+        {R"({"paymentObject": "service"})", &FrPosition::getPaymentObject, 4},
+        {R"({"markingCode": "0104600000000015215abc"})", &FrPosition::getPaymentObject, 33},
+        {R"({"markingCode": {"mark": "22N", "type": "alcohol"}})", &FrPosition::getPaymentObject, 31},
+        {R"({"measurementUnit": "kilogram"})", &FrPosition::getFrUnit, 11},
+    };
+    for (const auto& [patch, field, code] : rows)
+        EXPECT_EQ((positionWith(patch).*field)(), code) << patch;
+}
+
+TEST(ReceiptFromJson, RequisitesOfAPosition)
+{
+    const FrPosition position = positionWith(R"({"countryCode": "643", "customsDeclaration": "10013160/1",
+        "agentInfo": {"agents": ["payingAgent", "another"],
+            "payingAgent": {"operation": "Платёж", "phones": ["+71"]},
+            "receivePaymentsOperator": {"phones": ["+72"]},
+            "moneyTransferOperator": {"name": "АО", "address": "Москва", "phones": ["+73"],
+                "vatin": "7721000009"}},
+        "supplierInfo": {"name": "ПАО", "phones": ["+74"], "vatin": "7721000016"},
+        "industryInfo": {"fois": "030", "date": "21.11.2023", "number": "19", "industryAttribute": "a=b"}})");
+    const FdRequisiteMap own = position.getRequisites();
+    EXPECT_EQ(own.keys(),
+        (QList<EFrDriver::RequisiteTypes>{EFrDriver::ItemAgentType, EFrDriver::AgentData,
+            EFrDriver::SupplierData, EFrDriver::SupplierInn, EFrDriver::CountryOfOrigin,
+            EFrDriver::CustomsDeclaration, EFrDriver::IndustryRequisite}));
+    EXPECT_EQ(requisite(own, 1222), QStringLiteral("68"));
+    EXPECT_EQ(requisite(own, 1226), QStringLiteral("7721000016"));
+    const auto textOf = [&position](EFrDriver::RequisiteTypes block) {
+        QStringList fields;
+        const FdRequisiteMap map = position.getRequisite(block).toMap();
+        for (auto field = map.cbegin(); field != map.cend(); ++field)
+            fields.append(QString::number(field.key()) + '=' + field->getSourceData().toString());
+        return fields.join(' ').toStdString();
+    };
+    EXPECT_EQ(textOf(EFrDriver::AgentData),
+        "1005=Москва 1016=7721000009 1026=АО 1044=Платёж 1073=+71 1074=+72 1075=+73");
+    EXPECT_EQ(textOf(EFrDriver::SupplierData), "1171=+74 1225=ПАО");
+    EXPECT_EQ(textOf(EFrDriver::IndustryRequisite), "1262=030 1263=21.11.2023 1264=19 1265=a=b");
+}
+
+TEST(ReceiptFromJson, PrintItemsKeepTheirOrder)
+{
+    QJsonObject json = receiptWith("{}", "{}");
+    QJsonArray items = json.value(QStringLiteral("items")).toArray();
+    items.prepend(fromText(R"({"type": "text", "text": "До", "doubleWidth": true})"));
+    items.append(fromText(R"({"type": "barcode", "barcode": "12", "barcodeType": "CODE128", "scale": 3,
+        "height": 80, "printText": false})"));
+    json.insert(QStringLiteral("items"), items);
+    const Receipt receipt = receiptFromJson(json);
+    ASSERT_EQ(receipt.items.size(), 3);
+    EXPECT_EQ(receipt.items.at(0).font, EFrDriver::DoubleWidthFont);
+    EXPECT_EQ(receipt.items.at(1).kind, ReceiptItem::Position);
+    const Barcode& barcode = receipt.items.at(2).barcode;
+    EXPECT_EQ(QList<int>({barcode.type, barcode.textPosition, barcode.moduleWidth, barcode.height}),
+        QList<int>({10, 0, 3, 80}));
+}
+
+TEST(ReceiptFromJson, MistakesAreNamedWithTheirPath)
+{
+    const std::tuple<const char*, const char*, const char*> rows[] = {
+        {R"({"type": null})", "{}", "type: is missing"},
+        {R"({"type": "sale"})", "{}", "type: \"sale\" is none of sell, sellReturn"},
+        {R"({"totall": 1})", "{}", "totall: is not a known field here"},
+        {R"({"operator": {"name": "А", "vatin": "12"}})", "{}", "operator.vatin: must have 10 or 12 digits"},
+        {R"({"items": []})", "{}", "items: must not be empty"},
+        {R"({"items": [7]})", "{}", "items[0]: must be an object"},
+        {R"({"items": [{"type": "text", "text": "a"}]})", "{}", "items: must have a position"},
+        {R"({"payments": [{"type": "cash", "sum": 99.99}]})", "{}", "payments: 99.99 do not cover the total"},
+        {R"({"payments": [{"type": "credit", "sum": 100.01}]})", "{}",
+            "payments: 100.01 without cash are more"},
+        {"{}", R"({"price": "50"})", "items[0].price: must be a number"},
+        {"{}", R"({"price": 50.001})", "items[0].price: must have at most 2 decimals"},
+        {"{}", R"({"price": 1e300})", "items[0].price: is too large"},
+        {"{}", R"({"quantity": 0})", "items[0].quantity: must be above zero"},
+        {"{}", R"({"quantity": 1.0001})", "items[0].quantity: must have at most 3 decimals"},
+        {"{}", R"({"amount": 99.99})",
+            "items[0].amount: must be price times quantity less the discount, 100.00"},
+        {"{}", R"({"infoDiscountAmount": 100.01, "amount": 0})", "items[0].infoDiscountAmount: is more than"},
+        {"{}", R"({"quantity": 3, "infoDiscountAmount": 10, "amount": 140})",
+            "items[0].infoDiscountAmount: does not divide into whole kopecks per unit; "
+            "nearest possible: 9.99 and 10.02"},
+        {"{}", R"({"measurementUnit": 256})",
+            "items[0].measurementUnit: must be a whole number from 0 to 255"},
+        {"{}", R"({"markingCode": {"type": "shoes"}})", "items[0].markingCode.mark: is missing"},
+        {"{}", R"({"supplierInfo": {"phones": ["+7", "+8"]}})",
+            "items[0].supplierInfo.phones: the register takes"},
+        {"{}", R"({"industryInfo": {"date": "2023-11-21"}})", "items[0].industryInfo.date: must be a date"},
+        {"{}", R"({"countryCode": "RU"})", "items[0].countryCode: must have three digits"},
+    };
+    for (const auto& [head, item, error] : rows)
+        EXPECT_EQ(errorOf(head, item).rfind(error, 0), 0U) << errorOf(head, item) << "\ninstead of " << error;
+}
+
+TEST(ReceiptFromText, TellsTheLineOfBrokenJson)
+{
+    EXPECT_THROW(receiptFromText("[]"), ReceiptError);
+    try {
+        receiptFromText("{\n\n  \"type\": sell }");
+        FAIL();
+    } catch (const ReceiptError& error) {
+        EXPECT_EQ(std::string(error.what()).rfind("line 3: ", 0), 0U) << error.what();
+    }
+}
+
+TEST(LineSum, DiscountsThatTheRegisterCanExpress)
+{
+    const std::pair<LineSum, bool> rows[] = {{{10000, 3000, 0}, true}, {{10000, 3000, 999}, true},
+        {{10000, 3000, 1000}, false}, {{10000, 333, 100}, true}, {{10001, 500, 0}, true},
+        {{100, 99999999, 1}, false}, {{10000, 2000, 20000}, true}};
+    for (const auto& [sum, divisible] : rows)
+        EXPECT_EQ(sum.isDiscountDivisible(), divisible)
+            << sum.price << " * " << sum.quantity << " - " << sum.discount;
+}
+
+TEST(MarkFromText, TellsBase64FromAScannedCode)
+{
+    const std::pair<const char*, const char*> rows[]
+        = {{"MDEwNDYwMDAwMDAwMDAxNTIxNWFiYx05M2RHVno=", "0104600000000015215abc\x1D\x39\x33\x64GVz"},
+            {"0104600000000015215abc12", "0104600000000015215abc12"}, {"46000000", "46000000"},
+            {"RU-430302-ABC1234567", "RU-430302-ABC1234567"}};
+    for (const auto& [text, code] : rows)
+        EXPECT_EQ(markFromText(text), code);
+}
+
+} // namespace

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "basicfrdriver.h"
+#include "basicfrsettings.h"
+#include "exceptions.h"
+
+/// What a host's device throws to interrupt a driver: no exception of the contract.
+struct Interruption
+{
+};
+
+/// Writes down the calls of a host; those named fail. Its fiscal drive tells the numbers given.
+class RecordingDriver : public BasicFrDriver
+{
+public:
+    explicit RecordingDriver(BasicFrSettings* ownSettings)
+        : BasicFrDriver(nullptr, QStringLiteral("test"), ownSettings)
+    {
+    }
+
+    void connect() override { note("connect"); }
+    void init() override { note("init"); }
+    void openShift() override { note("openShift"); }
+    FnInfo getFnInfo() override
+    {
+        note("ask");
+        FnInfo info;
+        info.fnStatus.fnNumber = drive;
+        info.fnStatus.lastFdNumber = numbers.size() > 1 ? numbers.takeFirst() : numbers.constFirst();
+        return info;
+    }
+    int checkMarkingCode(const MarkedPosition& position, bool) override
+    {
+        note("mark");
+        status = position.status;
+        return 15;
+    }
+    void clearMarkingCodes() override { note("clear"); }
+    void checkOpen(const FiscalDocument&) override { note("open"); }
+    void setRequisite(const FdRequisite&) override { note("requisite"); }
+    void checkAddPosition(const FrPosition&) override { note("position"); }
+    void checkPrint(const QList<QString>&) override { note("print"); }
+    void barcodePrint(const Barcode&) override { note("barcode"); }
+    void checkTotal() override { note("total"); }
+    void checkPay(const FrPayment&) override { note("pay"); }
+    QJsonObject checkClose(const FiscalDocument&) override
+    {
+        note("close");
+        return {};
+    }
+    void checkCancel() override { note("cancel"); }
+    void checkWaitForPrint() override { note("wait"); }
+
+    /// As a step of a document.
+    void note(const std::string& call)
+    {
+        calls += (calls.empty() ? "" : " ") + call;
+        if ((" " + failing + " ").find(" " + call + " ") == std::string::npos)
+            return;
+        if (interrupt)
+            throw Interruption();
+        throw FrPaperException(QStringLiteral("Нет бумаги"));
+    }
+
+    std::string calls;
+    /// Names with blanks between them.
+    std::string failing;
+    bool interrupt = false;
+    QString drive = QStringLiteral("9999");
+    /// Of the drive's last document, from question to question.
+    QList<quint32> numbers{7};
+    /// Of the goods whose mark was checked last.
+    int status = 0;
+};
