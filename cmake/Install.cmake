@@ -1,6 +1,6 @@
 # Where an installation puts things: Debian's places, in four components that become four packages.
 #   runtime  the shared host library
-#   devel    its headers and package files
+#   devel    its headers and package files, and the static libraries of serial devices and of sales
 #   plugin   the driver plugin
 #   tools    frctl and spf-emulator with their manual pages and the example receipts
 
@@ -16,6 +16,12 @@ install(TARGETS frdevices EXPORT frhostTargets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT devel)
 install(FILES devices/serialdevicefactory.h devices/serialportdevice.h devices/streamdevice.h
   devices/tcpserialdevice.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frdevices COMPONENT devel)
+
+# So is what issues receipts and tells what has become of them.
+install(TARGETS frreceipt frsale EXPORT frhostTargets
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT devel)
+install(DIRECTORY receipt/ sale/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frsale COMPONENT devel
+  FILES_MATCHING PATTERN "*.h" PATTERN jsonfields.h EXCLUDE PATTERN positionparser.h EXCLUDE)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/frhost)
 install(EXPORT frhostTargets NAMESPACE frspf:: DESTINATION ${package_dir} COMPONENT devel)

@@ -26,6 +26,8 @@ enum ExitStatus {
     ExitInterrupted = 130
 };
 
+// The errors of the program stand in one header: each is a name and what goes with it, nothing more.
+
 /// Wrong arguments, or a file that cannot be used: nothing was sent.
 class UsageError : public std::runtime_error
 {

@@ -1,21 +1,31 @@
-// A minimal host program: loads the driver plugin, connects to a register and sells one receipt.
+// A minimal host program: loads the driver plugin, connects to a register, sells one receipt and tells what
+// has become of it.
 //
 //   minimalhost PORT [HEX|XML]      PORT is a serial line, a pseudo terminal or tcp:host:port
 
 #include <abstractfiscalregister.h>
 #include <abstractfrdriver.h>
 #include <exceptions.h>
+#include <receiptissuer.h>
+#include <receiptparser.h>
 #include <serialdevicefactory.h>
 #include <streamdevice.h>
 
 #include <QCoreApplication>
 #include <QPluginLoader>
+#include <QScopeGuard>
 #include <QTextStream>
 #include <QVariant>
 
 #include <memory>
 
 namespace {
+
+constexpr const char* saleText = R"({
+    "type": "sell",
+    "items": [{"name": "Хлеб", "price": 45.50, "quantity": 2, "amount": 91.00, "tax": {"type": "vat10"}}],
+    "payments": [{"type": "cash", "sum": 100.00}]
+})";
 
 QTextStream& err()
 {
@@ -38,58 +48,26 @@ std::unique_ptr<QObject> createDevice(QObject& port, const QString& protocol)
     return device;
 }
 
-// Whether a close that failed has issued its document: the number of the fiscal drive's last document tells.
-// A sale is never repeated while this is not known.
-QString verdict(AbstractFrDriver& driver, quint32 numberBefore)
+// A sale is repeated only when the verdict says that it was not issued. A host that goes on after a verdict
+// that is not final keeps result.before and calls sale::settle after its next connect.
+bool sell(AbstractFrDriver& driver)
 {
-    try {
-        driver.connect();
-        quint32 number = driver.getFnInfo().fnStatus.lastFdNumber;
-        if (number == numberBefore) {
-            // Nothing of the document may stay behind; what can only be finished is finished here.
-            driver.init();
-            number = driver.getFnInfo().fnStatus.lastFdNumber;
-        }
-        if (number == numberBefore)
-            return QStringLiteral("the receipt was not issued");
-        if (number == numberBefore + 1)
-            return QStringLiteral("the receipt was issued, document %1").arg(number);
-    } catch (const DriverException&) {
-        // It cannot be asked.
-    }
-    return QStringLiteral("whether the receipt was issued is unknown");
+    const receipt::Receipt receipt = receipt::receiptFromText(saleText);
+    const sale::IssueResult result = sale::issueReceipt(driver, receipt);
+    if (result.failure)
+        err() << result.failure->text << Qt::endl;
+    if (result.verdict != sale::Outcome::None)
+        QTextStream(stdout) << sale::verdictText(result.verdict) << Qt::endl;
+    return result.isIssued();
 }
 
-void sell(AbstractFrDriver& driver)
-{
-    const FiscalDocument receipt(hw::fr::CheckSale);
-    driver.openShift();
-    const quint32 numberBefore = driver.getFnInfo().fnStatus.lastFdNumber;
-    try {
-        driver.checkOpen(receipt);
-        driver.checkAddPosition(FrPosition(QStringLiteral("Хлеб"), 45.50, 2));
-        driver.checkTotal();
-        driver.checkPay(FrPayment(0, 100.00));
-    } catch (const DriverException&) {
-        driver.checkCancel();
-        throw;
-    }
-    try {
-        driver.checkClose(receipt);
-        driver.checkWaitForPrint();
-    } catch (const DriverException&) {
-        err() << verdict(driver, numberBefore) << Qt::endl;
-        throw;
-    }
-}
-
-void work(AbstractFrDriver& driver)
+bool work(AbstractFrDriver& driver)
 {
     driver.portOpen();
     driver.connect();
     driver.init();
     driver.cashierLogin({QStringLiteral("Иванова А. П."), QString(), QStringLiteral("772100000008")});
-    sell(driver);
+    return sell(driver);
 }
 
 } // namespace
@@ -110,17 +88,10 @@ int main(int argc, char* argv[])
             = createDevice(*port, arguments.value(2, QStringLiteral("XML")));
         AbstractFrDriver* const driver
             = qobject_cast<hw::AbstractFiscalRegister*>(device.get())->getLegacyDriver();
-        try {
-            work(*driver);
-        } catch (const DriverException&) {
-            driver->portClose();
-            throw;
-        }
-        driver->portClose();
+        const auto closePort = qScopeGuard([driver] { driver->portClose(); });
+        return work(*driver) ? 0 : 1;
     } catch (const DriverException& failure) {
         err() << failure.tr().ru() << Qt::endl;
         return 1;
     }
-    QTextStream(stdout) << "sold" << Qt::endl;
-    return 0;
 }
