@@ -125,7 +125,8 @@ Output work(const Options& options)
         print(stderr,
             QStringLiteral("frctl: sale %1 of an earlier run: %2")
                 .arg(settled.id, sale::verdictText(settled.verdict)));
-    return task.onRegister(session.driver());
+    return task.onParameters ? task.onParameters(session.driver(), session.parameters())
+                             : task.onRegister(session.driver());
 }
 
 int run(const Options& options)

@@ -1,16 +1,23 @@
 #include "parametercommand.h"
 
 #include "abstractfrdriver.h"
+#include "abstractregisterparameters.h"
 #include "errors.h"
-#include "parameterlist.h"
 #include "progress.h"
 
 #include <QJsonArray>
 #include <QRegularExpression>
 
+#include <algorithm>
+#include <iterator>
+
 namespace frctl {
 
 namespace {
+
+using hw::AbstractRegisterParameters;
+using hw::fr::RegisterParameter;
+using Parameters = QList<RegisterParameter>;
 
 /// A parameter to be written, named as on the command line.
 struct Assignment
@@ -19,108 +26,123 @@ struct Assignment
     QString value;
 };
 
-QStringList readPrintout(AbstractFrDriver& driver)
+QString typeName(RegisterParameter::Type type)
+{
+    switch (type) {
+    case RegisterParameter::Type::Number:
+        return QStringLiteral("number");
+    case RegisterParameter::Type::Percent:
+        return QStringLiteral("percent");
+    case RegisterParameter::Type::Date:
+        return QStringLiteral("date");
+    case RegisterParameter::Type::Text:
+        break;
+    }
+    return QStringLiteral("text");
+}
+
+QJsonObject json(const RegisterParameter& parameter)
+{
+    QJsonObject object{{QStringLiteral("id"), parameter.name}, {QStringLiteral("caption"), parameter.caption},
+        {QStringLiteral("type"), typeName(parameter.type)}, {QStringLiteral("value"), parameter.value}};
+    if (parameter.least)
+        object.insert(QStringLiteral("least"), *parameter.least);
+    if (parameter.greatest)
+        object.insert(QStringLiteral("greatest"), *parameter.greatest);
+    if (parameter.isReadOnly)
+        object.insert(QStringLiteral("readOnly"), true);
+    return object;
+}
+
+Output tell(const Parameters& parameters)
+{
+    QJsonArray array;
+    QStringList lines;
+    for (const RegisterParameter& parameter : parameters) {
+        array.append(json(parameter));
+        lines.append(QStringLiteral("%1 %2: %3").arg(parameter.name, parameter.caption, parameter.value));
+    }
+    return {lines, {{QStringLiteral("parameters"), array}}};
+}
+
+Parameters read(AbstractRegisterParameters& source, const QStringList& names)
 {
     const Progress progress(QStringLiteral("reading the register's parameters ..."));
-    return driver.getParametersDescription();
+    return source.readParameters(names);
 }
 
-QList<ParameterEntry> entriesOf(AbstractFrDriver& driver, const QStringList& printout, bool isHex)
+/// By the name, the beginning of the name up to a point, or, unless it is a number, a part of the caption.
+bool fits(const RegisterParameter& parameter, const QString& wanted)
 {
-    const auto width = static_cast<int>(driver.getDeviceInfo().getBandWidth());
-    return isHex ? readHexDescription(printout, width) : readXmlDescription(printout, width);
+    static const QRegularExpression number(QStringLiteral("^[\\d.]+$"));
+    return parameter.name == wanted || parameter.name.startsWith(wanted + QLatin1Char('.'))
+        || (!number.match(wanted).hasMatch() && parameter.caption.contains(wanted, Qt::CaseInsensitive));
 }
 
-QJsonObject json(const QList<ParameterEntry>& entries)
+Parameters fitting(const Parameters& known, const QString& wanted)
 {
-    QJsonArray parameters;
-    for (const ParameterEntry& entry : entries)
-        parameters.append(QJsonObject{{QStringLiteral("id"), entry.id},
-            {QStringLiteral("caption"), entry.caption}, {QStringLiteral("value"), entry.value}});
-    return {{QStringLiteral("parameters"), parameters}};
-}
-
-Output list(AbstractFrDriver& driver, bool isHex)
-{
-    const QStringList printout = readPrintout(driver);
-    return {printout, json(entriesOf(driver, printout, isHex))};
-}
-
-QList<ParameterEntry> matching(const QList<ParameterEntry>& entries, const QString& wanted)
-{
-    QList<ParameterEntry> found;
-    for (const ParameterEntry& entry : entries) {
-        if (entry.matches(wanted))
-            found.append(entry);
-    }
+    Parameters found;
+    std::copy_if(known.cbegin(), known.cend(), std::back_inserter(found),
+        [&wanted](const RegisterParameter& parameter) { return fits(parameter, wanted); });
     if (found.isEmpty())
         throw Refusal(QStringLiteral("no parameter \"%1\"").arg(wanted));
     return found;
 }
 
-Output get(AbstractFrDriver& driver, const QStringList& wanted, bool isHex)
+/// What is wanted, in that order, out of what was read.
+Parameters pick(const Parameters& read, const QStringList& names)
 {
-    const QList<ParameterEntry> all = entriesOf(driver, readPrintout(driver), isHex);
-    QList<ParameterEntry> found;
-    for (const QString& name : wanted)
-        found += matching(all, name);
-    Output output{{}, json(found)};
-    for (const ParameterEntry& entry : found)
-        output.lines.append(QStringLiteral("%1 %2: %3").arg(entry.id, entry.caption, entry.value));
-    return output;
+    Parameters picked;
+    for (const QString& name : names) {
+        const auto found = std::find_if(read.cbegin(), read.cend(),
+            [&name](const RegisterParameter& parameter) { return parameter.name == name; });
+        if (found == read.cend())
+            throw Refusal(QStringLiteral("the register does not tell %1").arg(name));
+        picked.append(*found);
+    }
+    return picked;
 }
 
-/// Parameter and row out of "20.0" or "20"; nothing for a caption.
-std::optional<FrParameter> byNumber(const QString& name, const QString& value)
+Output get(AbstractRegisterParameters& source, const QStringList& wanted)
 {
-    static const QRegularExpression pattern(QStringLiteral("^(\\d{1,4})(?:\\.(\\d{1,4}))?$"));
-    const QRegularExpressionMatch match = pattern.match(name);
-    if (!match.hasMatch())
-        return std::nullopt;
-    return FrParameter(1, match.captured(2).toUShort(), match.captured(1).toUShort(), value);
+    const Parameters known = source.knownParameters();
+    QStringList names;
+    for (const QString& text : wanted) {
+        for (const RegisterParameter& parameter : fitting(known, text))
+            names.append(parameter.name);
+    }
+    return tell(pick(read(source, names), names));
 }
 
-FrParameter byCaption(const QList<ParameterEntry>& entries, const Assignment& assignment)
+QString nameByCaption(const Parameters& known, const QString& caption)
 {
-    QList<ParameterEntry> found;
-    for (const ParameterEntry& entry : matching(entries, assignment.name)) {
-        if (entry.caption.compare(assignment.name, Qt::CaseInsensitive) == 0)
-            return byNumber(entry.id, assignment.value).value();
-        found.append(entry);
+    const Parameters found = fitting(known, caption);
+    for (const RegisterParameter& parameter : found) {
+        if (parameter.caption.compare(caption, Qt::CaseInsensitive) == 0)
+            return parameter.name;
     }
     if (found.size() > 1)
         throw Refusal(QStringLiteral("\"%1\" names %2 parameters, %3 and %4 among them")
-                          .arg(assignment.name)
+                          .arg(caption)
                           .arg(found.size())
-                          .arg(found.at(0).id, found.at(1).id));
-    return byNumber(found.constFirst().id, assignment.value).value();
+                          .arg(found.at(0).name, found.at(1).name));
+    return found.constFirst().name;
 }
 
-QList<FrParameter> hexParameters(AbstractFrDriver& driver, const QList<Assignment>& assignments)
+FrParameter toBeWritten(const AbstractRegisterParameters& source, const Assignment& assignment)
 {
-    QList<ParameterEntry> entries;
-    QList<FrParameter> parameters;
-    for (const Assignment& assignment : assignments) {
-        const std::optional<FrParameter> numbered = byNumber(assignment.name, assignment.value);
-        if (!numbered && entries.isEmpty())
-            entries = entriesOf(driver, readPrintout(driver), true);
-        parameters.append(numbered ? *numbered : byCaption(entries, assignment));
-    }
-    return parameters;
+    if (const std::optional<FrParameter> named = source.assignment(assignment.name, assignment.value))
+        return *named;
+    const QString name = nameByCaption(source.knownParameters(), assignment.name);
+    return source.assignment(name, assignment.value).value();
 }
 
-QList<FrParameter> xmlParameters(const QList<Assignment>& assignments)
+Output set(AbstractFrDriver& driver, const AbstractRegisterParameters& source,
+    const QList<Assignment>& assignments, bool isHex)
 {
     QList<FrParameter> parameters;
     for (const Assignment& assignment : assignments)
-        parameters.append({0, 0, 0, assignment.name + QLatin1Char('.') + assignment.value});
-    return parameters;
-}
-
-Output set(AbstractFrDriver& driver, const QList<Assignment>& assignments, bool isHex)
-{
-    const QList<FrParameter> parameters
-        = isHex ? hexParameters(driver, assignments) : xmlParameters(assignments);
+        parameters.append(toBeWritten(source, assignment));
     if (!driver.setParams(parameters))
         throw Refusal(isHex ? QStringLiteral("a parameter was refused; those before it are written")
                             : QStringLiteral("a parameter was refused; nothing is written"));
@@ -133,6 +155,13 @@ Output defaults(AbstractFrDriver& driver)
     if (!driver.setDefaults())
         throw Refusal(QStringLiteral("a default was refused; those before it are written"));
     return {{QStringLiteral("defaults written")}, {{QStringLiteral("written"), true}}};
+}
+
+Task onParameters(const std::function<Output(AbstractFrDriver&, AbstractRegisterParameters&)>& run)
+{
+    Task task;
+    task.onParameters = run;
+    return task;
 }
 
 QList<Assignment> assignmentsFrom(const QStringList& texts, bool isHex)
@@ -163,15 +192,19 @@ Task prepareParams(const Options& options)
     const QString what = options.arguments.constFirst();
     const QStringList rest = options.arguments.mid(1);
     if (what == QStringLiteral("list") && rest.isEmpty())
-        return onRegister([isHex](AbstractFrDriver& driver) { return list(driver, isHex); });
+        return onParameters(
+            [](AbstractFrDriver&, AbstractRegisterParameters& source) { return tell(read(source, {})); });
     if (what == QStringLiteral("defaults") && rest.isEmpty())
         return onRegister(defaults);
     if (what == QStringLiteral("get") && !rest.isEmpty())
-        return onRegister([rest, isHex](AbstractFrDriver& driver) { return get(driver, rest, isHex); });
+        return onParameters(
+            [rest](AbstractFrDriver&, AbstractRegisterParameters& source) { return get(source, rest); });
     if (what == QStringLiteral("set") && !rest.isEmpty()) {
         const QList<Assignment> assignments = assignmentsFrom(rest, isHex);
-        return onRegister(
-            [assignments, isHex](AbstractFrDriver& driver) { return set(driver, assignments, isHex); });
+        return onParameters(
+            [assignments, isHex](AbstractFrDriver& driver, AbstractRegisterParameters& source) {
+                return set(driver, source, assignments, isHex);
+            });
     }
     throw UsageError(QStringLiteral("params takes list, get NAME..., set NAME=VALUE... or defaults"));
 }

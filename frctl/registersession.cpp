@@ -2,6 +2,7 @@
 
 #include "abstractfiscalregister.h"
 #include "abstractfrdriver.h"
+#include "abstractregisterparameters.h"
 #include "errors.h"
 #include "interruption.h"
 #include "plugin.h"
@@ -66,6 +67,15 @@ void RegisterSession::buildDriver(const Options& options)
     m_driver = fiscalRegister != nullptr ? fiscalRegister->getLegacyDriver() : nullptr;
     if (m_driver == nullptr)
         throw HostError(QStringLiteral("the plugin gives no driver"));
+}
+
+hw::AbstractRegisterParameters& RegisterSession::parameters() const
+{
+    auto* const parameters = qobject_cast<hw::AbstractRegisterParameters*>(m_deviceObject.get());
+    if (parameters == nullptr)
+        throw HostError(
+            QStringLiteral("params: this plugin does not tell the register's parameters as data"));
+    return *parameters;
 }
 
 void RegisterSession::connect(bool withInit, const FrUser& cashier)

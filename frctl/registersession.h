@@ -9,6 +9,10 @@
 
 class AbstractFrDriver;
 
+namespace hw {
+class AbstractRegisterParameters;
+}
+
 namespace devices {
 class StreamDevice;
 }
@@ -32,6 +36,8 @@ public:
     /// Those that were settled.
     const QList<sale::SettledSale>& settledSales() const { return m_settledSales; }
     AbstractFrDriver& driver() { return *m_driver; }
+    /// Throws HostError where the plugin tells no parameters.
+    hw::AbstractRegisterParameters& parameters() const;
 
 private:
     void openLine(const Options& options);

@@ -8,9 +8,13 @@
 
 class AbstractFrDriver;
 
+namespace hw {
+class AbstractRegisterParameters;
+}
+
 namespace frctl {
 
-/// A command with its arguments checked and its files read. Until one of the two functions runs, nothing has
+/// A command with its arguments checked and its files read. Until one of the functions runs, nothing has
 /// been sent to a register.
 struct Task
 {
@@ -18,6 +22,8 @@ struct Task
     std::function<Output()> alone;
     /// For the others.
     std::function<Output(AbstractFrDriver&)> onRegister;
+    /// For those that want the register's parameters as data.
+    std::function<Output(AbstractFrDriver&, hw::AbstractRegisterParameters&)> onParameters;
     /// False for commands that look at a document which init would clean up.
     bool withInit = true;
     /// The cashier of the document, when it is not simply that of the command line.

@@ -1,9 +1,10 @@
+#include "abstractregisterparameters.h"
 #include "basicfrdriver.h"
 #include "basicfrsettings.h"
 #include "command.h"
 #include "errors.h"
-#include "parameterlist.h"
-#include "stringutils.h"
+
+#include <QJsonDocument>
 
 #include <gtest/gtest.h>
 
@@ -11,71 +12,49 @@ using namespace frctl;
 
 namespace {
 
-constexpr int Width = 48;
+using hw::fr::RegisterParameter;
 
-struct Row
+RegisterParameter parameter(const QString& name, const QString& caption, const QString& value = {})
 {
-    const char* left;
-    const char* value;
-    const char* id;
-    const char* caption;
-};
-
-QStringList printout(const QList<Row>& rows)
-{
-    QStringList lines{QStringLiteral("--- Параметры устройства ---"), QString(Width, QLatin1Char('-'))};
-    for (const Row& row : rows)
-        lines += stringutils::wrappedString(QString::fromUtf8(row.left), QString::fromUtf8(row.value), Width);
-    return lines;
+    RegisterParameter known;
+    known.name = name;
+    known.caption = caption;
+    known.value = value;
+    return known;
 }
 
-void expectEntries(const QList<ParameterEntry>& entries, const QList<Row>& rows)
+/// Tells parameters whose values are their names, but not that of 58.0.
+class Settings : public hw::AbstractRegisterParameters
 {
-    ASSERT_EQ(entries.size(), rows.size());
-    for (qsizetype index = 0; index < rows.size(); ++index) {
-        EXPECT_EQ(entries.at(index).id, QString::fromUtf8(rows.at(index).id));
-        EXPECT_EQ(entries.at(index).caption, QString::fromUtf8(rows.at(index).caption));
-        EXPECT_EQ(entries.at(index).value, QString::fromUtf8(rows.at(index).value));
+public:
+    QList<RegisterParameter> knownParameters() const override
+    {
+        return {parameter("6.0", "Контроль наличных"), parameter("20.0", "Строки клише"),
+            parameter("20.1", "Строки клише"), parameter("30.0", "Контроль"),
+            parameter("56.0", "IP-адрес прокси-сервера"), parameter("57.0", "Порт прокси-сервера"),
+            parameter("58.0", "Адрес DNS")};
     }
-}
+    QList<RegisterParameter> readParameters(const QStringList& names) override
+    {
+        asked.append(names.join(','));
+        QList<RegisterParameter> read;
+        for (const RegisterParameter& known : knownParameters()) {
+            if (known.name != "58.0" && (names.isEmpty() || names.contains(known.name)))
+                read.append(parameter(known.name, known.caption, "v" + known.name));
+        }
+        return read;
+    }
+    std::optional<FrParameter> assignment(const QString& name, const QString& value) const override
+    {
+        if (!name.at(0).isDigit())
+            return name.contains("OFD") ? std::optional(FrParameter(0, 0, 0, name + '.' + value))
+                                        : std::nullopt;
+        const QStringList parts = (name + ".0").split('.');
+        return FrParameter(1, parts.at(1).toUShort(), parts.at(0).toUShort(), value);
+    }
 
-TEST(ParameterList, ReadsValuesOutOfAHexPrintout)
-{
-    const QList<Row> rows{
-        {"6.0 Контроль наличных", "0", "6.0", "Контроль наличных"},
-        {"20.0 ", "ООО РОМАШКА И СЫН", "20.0", "Строки клише"},
-        {"20.1 ", "", "20.1", "Строки клише"},
-        {"25.0 Строка для печати перед налогами в чеке", "", "25.0",
-            "Строка для печати перед налогами в чеке"},
-        {"62.0 Хост сервера", "0123456789-0123456789.example", "62.0", "Хост сервера"},
-        {"64.0 URL сайта ФНС", "0123456789-0123456789-0123456789-0123456789-0123456789", "64.0",
-            "URL сайта ФНС"},
-        {"67.0 Тип транспорта с управляющим компьютером(хостом)", "1", "67.0",
-            "Тип транспорта с управляющим компьютером(хостом)"},
-    };
-    QStringList lines = printout(rows);
-    lines.insert(3, QStringLiteral("20. Строки клише"));
-    expectEntries(readHexDescription(lines, Width), rows);
-}
-
-TEST(ParameterList, ReadsValuesOutOfAnXmlPrintout)
-{
-    const QList<Row> rows{
-        {"* Установка времени ККТ в открытой смене", "false", "MACRO.EMERGENCY.EmergencyRTCSet",
-            "Установка времени ККТ в открытой смене"},
-        {"* Возвращать накопительные итоги в ответах на запросы счётчиков", "true",
-            "MACRO.KKTCounters.GetCumulativeCounters",
-            "Возвращать накопительные итоги в ответах на запросы счётчиков"},
-        {"* Порт ОФД", "7777", "OFD.OFD.OFD_Port", "Порт ОФД"},
-        {"* Логин", "", "POS.Proxy.User", "Логин"},
-        {"* Клише", "ООО РОМАШКА\nМосква, Примерная ул., 1", "PRN.PrinterHeader.Cliche", "Клише"},
-        {"* Новая настройка", "", "", "Новая настройка"},
-    };
-    QStringList lines = printout(rows);
-    lines.insert(2, QStringLiteral("-----Настройки печати-----"));
-    lines.insert(4, QStringLiteral("Параметры печати чека"));
-    expectEntries(readXmlDescription(lines, Width), rows);
-}
+    QStringList asked;
+};
 
 /// Keeps what is written; refuses the value "no".
 class SettingsDriver : public BasicFrDriver
@@ -84,15 +63,8 @@ public:
     explicit SettingsDriver(BasicFrSettings* ownSettings)
         : BasicFrDriver(nullptr, QStringLiteral("test"), ownSettings)
     {
-        deviceInfo.setBandInfo(Width, 4, 2, 0);
     }
 
-    QStringList getParametersDescription() override
-    {
-        ++printouts;
-        return printout({{"6.0 Контроль наличных", "0", "", ""}, {"30.0 Контроль", "1", "", ""},
-            {"56.0 IP-адрес прокси-сервера", "1", "", ""}, {"57.0 Порт прокси-сервера", "1", "", ""}});
-    }
     bool setParams(const QList<FrParameter>& parameters) override
     {
         for (const FrParameter& parameter : parameters) {
@@ -107,7 +79,6 @@ public:
     }
 
     QStringList written;
-    int printouts = 0;
 };
 
 TEST(Params, AreFoundAndWritten)
@@ -116,43 +87,81 @@ TEST(Params, AreFoundAndWritten)
     {
         const char* protocol;
         QStringList arguments;
-        /// What is written, with commas; "usage" and "refusal" for the exceptions.
+        /// What is written or told, with commas; "usage" and "refusal" for the exceptions.
         const char* result;
-        int printouts = 0;
+        /// What is read of the register: names with commas, a semicolon between the exchanges.
+        const char* asked = "";
     } rows[] = {
         {"HEX", {"set", "6=1", "20.3=a=b"}, "6/0/1,20/3/a=b"},
         // A whole caption comes before those that are like it.
-        {"HEX", {"set", "контроль=1"}, "30/0/1", 1},
-        {"HEX", {"set", "порт=1", "ip=2"}, "57/0/1,56/0/2", 1},
-        {"HEX", {"set", "прокси=1"}, "refusal", 1},
-        {"HEX", {"set", "кофе=1"}, "refusal", 1},
+        {"HEX", {"set", "контроль=1"}, "30/0/1"},
+        {"HEX", {"set", "порт=1", "ip=2"}, "57/0/1,56/0/2"},
+        {"HEX", {"set", "прокси=1"}, "refusal"},
+        {"HEX", {"set", "кофе=1"}, "refusal"},
         {"HEX", {"set", "6=no"}, "refusal"},
         {"XML", {"set", "OFD.OFD.OFD_Host=a.b"}, "0/0/OFD.OFD.OFD_Host.a.b"},
         {"XML", {"set", "OFD_Host=a.b"}, "usage"},
         {"HEX", {"set", "20.0=a\nb"}, "usage"},
         {"HEX", {"set", "6"}, "usage"},
         {"HEX", {"reset"}, "usage"},
-        {"HEX", {"get", "кофе"}, "refusal", 1},
+        {"HEX", {"get", "кофе"}, "refusal"},
+        // Single ones are read singly, and told in the order in which they are wanted.
+        {"HEX", {"get", "57", "20"},
+            "57.0 Порт прокси-сервера: v57.0,20.0 Строки клише: v20.0,20.1 Строки клише: v20.1",
+            "57.0,20.0,20.1"},
+        {"HEX", {"get", "58.0"}, "refusal", "58.0"},
     };
     for (const auto& row : rows) {
-        BasicFrSettings settings;
-        SettingsDriver driver(&settings);
+        BasicFrSettings driverSettings;
+        SettingsDriver driver(&driverSettings);
+        Settings settings;
         Options options;
         options.protocol = row.protocol;
         options.command = "params";
         options.arguments = row.arguments;
         QString result;
         try {
-            findCommand(options).prepare(options).onRegister(driver);
-            result = driver.written.join(',');
+            const Output output = findCommand(options).prepare(options).onParameters(driver, settings);
+            result = driver.written.isEmpty() ? output.lines.join(',') : driver.written.join(',');
         } catch (const UsageError&) {
             result = "usage";
         } catch (const Refusal&) {
             result = "refusal";
         }
         EXPECT_EQ(result, row.result) << row.arguments.join(' ').toStdString();
-        EXPECT_EQ(driver.printouts, row.printouts) << row.arguments.join(' ').toStdString();
+        EXPECT_EQ(settings.asked.join(';'), row.asked) << row.arguments.join(' ').toStdString();
     }
+}
+
+TEST(Params, AreListedWithWhatTheyTake)
+{
+    RegisterParameter cash = parameter("6.0", "Контроль наличных", "1");
+    cash.type = RegisterParameter::Type::Number;
+    cash.least = 0;
+    cash.greatest = 1;
+    cash.isReadOnly = true;
+    class One : public Settings
+    {
+    public:
+        explicit One(const RegisterParameter& parameter)
+            : m_parameter(parameter)
+        {
+        }
+        QList<RegisterParameter> readParameters(const QStringList&) override { return {m_parameter}; }
+
+    private:
+        RegisterParameter m_parameter;
+    } one(cash);
+    BasicFrSettings driverSettings;
+    SettingsDriver driver(&driverSettings);
+    Options options;
+    options.protocol = "HEX";
+    options.command = "params";
+    options.arguments = {"list"};
+    EXPECT_EQ(QJsonDocument(findCommand(options).prepare(options).onParameters(driver, one).json)
+                  .toJson(QJsonDocument::Compact),
+        R"({"parameters":[{"caption":"Контроль наличных","greatest":1,"id":"6.0","least":0,"readOnly":true,)"
+        R"("type":"number","value":"1"}]})");
 }
 
 } // namespace
