@@ -6,7 +6,7 @@
 
 #include "harness.h"
 
-#include "line/protocolswitch.h"
+#include "program/protocolswitch.h"
 #include "register/virtualclock.h"
 
 #include <numeric>

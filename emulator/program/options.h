@@ -1,7 +1,7 @@
 #pragma once
 
 #include "line/faultplan.h"
-#include "line/protocolswitch.h"
+#include "program/protocolswitch.h"
 
 #include <QStringList>
 

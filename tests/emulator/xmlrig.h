@@ -1,6 +1,6 @@
 #pragma once
 
-#include "line/protocolswitch.h"
+#include "program/protocolswitch.h"
 #include "register/virtualclock.h"
 
 #include <QRegularExpression>

@@ -1,4 +1,4 @@
-#include "line/protocolswitch.h"
+#include "program/protocolswitch.h"
 
 namespace emulator {
 

@@ -1,0 +1,3 @@
+#pragma once
+
+#include "spfxml/higher.h"
