@@ -1,19 +1,29 @@
 #include "serialportdevice.h"
 
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLoggingCategory>
+#include <QSocketNotifier>
 
 #include <poll.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 
 namespace devices {
 
 Q_LOGGING_CATEGORY(lcSerialPort, "frdevices.serialport", QtWarningMsg)
 
 namespace {
-constexpr qsizetype inputSize = 4096;
+
+constexpr short hangUpEvents = POLLHUP | POLLERR | POLLNVAL;
+
+bool isForLater(int error)
+{
+    return error == EAGAIN || error == EINTR;
+}
+
 } // namespace
 
 SerialPortDevice::SerialPortDevice(const QString& name)
@@ -30,7 +40,7 @@ QString SerialPortDevice::getDeviceName() const
 
 bool SerialPortDevice::setBaudRate(QSerialPort::BaudRate baudRate)
 {
-    return m_port.setBaudRate(baudRate);
+    return settle(m_port.setBaudRate(baudRate));
 }
 
 QSerialPort::BaudRate SerialPortDevice::getBaudRate() const
@@ -40,22 +50,22 @@ QSerialPort::BaudRate SerialPortDevice::getBaudRate() const
 
 bool SerialPortDevice::setDataBits(QSerialPort::DataBits dataBits)
 {
-    return m_port.setDataBits(dataBits);
+    return settle(m_port.setDataBits(dataBits));
 }
 
 bool SerialPortDevice::setParity(QSerialPort::Parity parity)
 {
-    return m_port.setParity(parity);
+    return settle(m_port.setParity(parity));
 }
 
 bool SerialPortDevice::setStopBits(QSerialPort::StopBits stopBits)
 {
-    return m_port.setStopBits(stopBits);
+    return settle(m_port.setStopBits(stopBits));
 }
 
 bool SerialPortDevice::setFlowControl(QSerialPort::FlowControl flowControl)
 {
-    return m_port.setFlowControl(flowControl);
+    return settle(m_port.setFlowControl(flowControl));
 }
 
 QSerialPort::FlowControl SerialPortDevice::getFlowControl() const
@@ -76,7 +86,7 @@ bool SerialPortDevice::setDataTerminalReady(bool ready)
     m_hasModemLines = error != QSerialPort::UnsupportedOperationError && error != QSerialPort::UnknownError;
     if (!m_hasModemLines)
         qCInfo(lcSerialPort).noquote() << getDeviceName() << "has no modem lines, DTR is left alone";
-    return !m_hasModemLines;
+    return settle(!m_hasModemLines);
 }
 
 bool SerialPortDevice::isDataTerminalReady() const
@@ -86,31 +96,25 @@ bool SerialPortDevice::isDataTerminalReady() const
     return m_port.isDataTerminalReady();
 }
 
-bool SerialPortDevice::isOpen() const
-{
-    return m_port.isOpen();
-}
-
 bool SerialPortDevice::open()
 {
-    if (isOpen())
+    if (isLineOpen() && (waitFor(0, 0) & hangUpEvents) == 0)
         return true;
+    close();
     m_port.clearError();
     m_hasModemLines = true;
-    return m_port.open(QIODevice::ReadWrite);
+    const bool opened = m_port.open(QIODevice::ReadWrite);
+    m_error = opened ? QString() : m_port.errorString();
+    // Or an event loop of the host would make the port receive bytes that nobody looks for there.
+    for (QSocketNotifier* notifier : m_port.findChildren<QSocketNotifier*>())
+        notifier->setEnabled(false);
+    return opened;
 }
 
-void SerialPortDevice::close()
+void SerialPortDevice::closeLine()
 {
-    forgetInput();
-    if (isOpen())
+    if (isLineOpen())
         m_port.close();
-}
-
-bool SerialPortDevice::clear()
-{
-    forgetInput();
-    return isOpen() && m_port.clear();
 }
 
 bool SerialPortDevice::isAvailable() const
@@ -125,63 +129,60 @@ int SerialPortDevice::getType() const
     return m_port.portName().contains(QStringLiteral("ttyACM")) ? Usb : Com;
 }
 
-bool SerialPortDevice::isLineLost() const
+qint64 SerialPortDevice::send(const QByteArray& data, int milliseconds)
 {
-    if (!isOpen())
-        return false;
-    switch (m_port.error()) {
-    case QSerialPort::ResourceError:
-    case QSerialPort::ReadError:
-    case QSerialPort::WriteError:
-    case QSerialPort::DeviceNotFoundError:
-        return true;
-    default:
-        return false;
+    QElapsedTimer timer;
+    timer.start();
+    for (qint64 sent = 0;;) {
+        const qint64 portion
+            = ::write(m_port.handle(), data.constData() + sent, static_cast<size_t>(data.size() - sent));
+        if (portion < 0 && !isForLater(errno))
+            return fail(errno);
+        sent += std::max<qint64>(0, portion);
+        if (sent == data.size())
+            return sent;
+        const qint64 left = milliseconds - timer.elapsed();
+        if (left <= 0) {
+            fail(ETIMEDOUT);
+            return sent;
+        }
+        waitFor(POLLOUT, static_cast<int>(left));
     }
 }
 
-void SerialPortDevice::forgetTimeout()
+qint64 SerialPortDevice::receive(char* data, qint64 maxSize, int milliseconds)
 {
-    if (m_port.error() == QSerialPort::TimeoutError)
-        m_port.clearError();
+    const short events = waitFor(POLLIN, milliseconds);
+    if ((events & POLLIN) == 0)
+        return (events & hangUpEvents) == 0 ? 0 : fail(EIO);
+    const ssize_t size = ::read(m_port.handle(), data, static_cast<size_t>(maxSize));
+    if (size > 0)
+        return size;
+    if (size < 0 && isForLater(errno))
+        return 0;
+    // The line is readable and gives nothing: it ends here.
+    return fail(size < 0 ? errno : EIO);
 }
 
-qint64 SerialPortDevice::writeNow(const QByteArray& data)
+short SerialPortDevice::waitFor(short events, int milliseconds) const
 {
-    const auto size = static_cast<size_t>(data.size());
-    return std::max<qint64>(0, ::write(m_port.handle(), data.constData(), size));
+    pollfd entry{m_port.handle(), events, 0};
+    return ::poll(&entry, 1, milliseconds) > 0 ? entry.revents : short{0};
 }
 
-qint64 SerialPortDevice::bytesReceived() const
+qint64 SerialPortDevice::fail(int error)
 {
-    return m_input.size() - m_taken + m_port.bytesAvailable();
+    m_error = qt_error_string(error);
+    return lineIsGone;
 }
 
-QByteArray SerialPortDevice::take(qint64 maxSize)
+bool SerialPortDevice::settle(bool done)
 {
-    if (m_taken == m_input.size())
-        return m_port.read(maxSize);
-    QByteArray data = m_input.mid(m_taken, maxSize);
-    m_taken += data.size();
-    return data;
-}
-
-bool SerialPortDevice::waitOnce(int milliseconds)
-{
-    pollfd entry{m_port.handle(), POLLIN, 0};
-    if (m_port.bytesToWrite() == 0 && ::poll(&entry, 1, milliseconds) == 0)
-        return false;
-    m_input.resize(inputSize);
-    m_taken = 0;
-    const bool isReadable = entry.revents == POLLIN;
-    m_input.resize(isReadable ? std::max<qint64>(0, ::read(entry.fd, m_input.data(), inputSize)) : 0);
-    return !m_input.isEmpty() || StreamDevice::waitOnce(0);
-}
-
-void SerialPortDevice::forgetInput()
-{
-    m_input.clear();
-    m_taken = 0;
+    if (!done && isLineOpen() && (waitFor(0, 0) & hangUpEvents) != 0) {
+        fail(EIO);
+        dropLine();
+    }
+    return done;
 }
 
 } // namespace devices

@@ -7,6 +7,11 @@
 namespace devices {
 
 /// A serial line of this machine: a tty, a USB line or a pseudo terminal.
+///
+/// QSerialPort opens the line, locks it and sets it up; the bytes go straight to and from its descriptor.
+/// Qt's own reading asks the line before each write, wakes an event loop that does not run, reads into fresh
+/// memory (nearly half of a short frame's round trip) and does not tell in every release that a line has
+/// vanished.
 class SerialPortDevice : public StreamDevice
 {
     Q_OBJECT
@@ -16,6 +21,7 @@ public:
     explicit SerialPortDevice(const QString& name);
     ~SerialPortDevice() override;
 
+    QString errorString() const override { return m_error; }
     QString getDeviceName() const override;
     bool setBaudRate(QSerialPort::BaudRate baudRate) override;
     QSerialPort::BaudRate getBaudRate() const override;
@@ -28,37 +34,29 @@ public:
     bool setDataTerminalReady(bool ready) override;
     bool isDataTerminalReady() const override;
 
-    bool isOpen() const override;
     bool open() override;
-    void close() override;
-    bool clear() override;
     bool isAvailable() const override;
     int getType() const override;
 
 protected:
-    QIODevice& stream() override { return m_port; }
-    const QIODevice& stream() const override { return m_port; }
-    bool isLineLost() const override;
-    void forgetTimeout() override;
-    // Straight to and from the descriptor. Qt's port asks the line before each write, wakes an event loop
-    // that does not run, and reads into fresh memory: nearly half of a short frame's round trip. What fails
-    // is left for it to meet again and to name.
-    qint64 writeNow(const QByteArray& data) override;
-    qint64 bytesReceived() const override;
-    QByteArray take(qint64 maxSize) override;
-    bool waitOnce(int milliseconds) override;
+    bool isLineOpen() const override { return m_port.isOpen(); }
+    void closeLine() override;
+    bool clearLine() override { return m_port.clear(); }
+    qint64 send(const QByteArray& data, int milliseconds) override;
+    qint64 receive(char* data, qint64 maxSize, int milliseconds) override;
 
 private:
-    void forgetInput();
+    short waitFor(short events, int milliseconds) const;
+    qint64 fail(int error);
+    /// A setting fails on a line that is gone, and then the line is closed as after a failed write.
+    bool settle(bool done);
 
     /// Mutable, since asking for the state of DTR is not const there.
     mutable QSerialPort m_port;
+    QString m_error;
     /// The state that was asked for last, where the line cannot tell.
     bool m_dataTerminalReady = false;
     bool m_hasModemLines = true;
-    /// Received here; what an event loop made the port receive since then is behind it.
-    QByteArray m_input;
-    qsizetype m_taken = 0;
 };
 
 } // namespace devices

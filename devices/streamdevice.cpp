@@ -1,7 +1,6 @@
 #include "streamdevice.h"
 
 #include <QElapsedTimer>
-#include <QIODevice>
 #include <QLoggingCategory>
 
 #include <algorithm>
@@ -12,20 +11,27 @@ Q_LOGGING_CATEGORY(lcDevices, "frdevices", QtWarningMsg)
 
 namespace {
 // A register that holds the line with XOFF for longer than this has given up.
-constexpr int WriteTimeoutMs = 5000;
-constexpr int WaitSliceMs = 100;
+constexpr int writeTimeoutMs = 5000;
+constexpr int waitSliceMs = 100;
 } // namespace
 
 StreamDevice::~StreamDevice() = default;
 
-QString StreamDevice::errorString() const
+void StreamDevice::close()
 {
-    return stream().errorString();
+    m_received = m_taken = 0;
+    closeLine();
+}
+
+bool StreamDevice::clear()
+{
+    m_received = m_taken = 0;
+    return isOpen() && clearLine();
 }
 
 bool StreamDevice::setOpened(bool opened)
 {
-    // The stream knows itself whether it is open; portOpen's result is this answer.
+    // The line knows itself whether it is open; portOpen's result is this answer.
     return opened == isOpen();
 }
 
@@ -33,25 +39,13 @@ qint64 StreamDevice::write(const QByteArray& data)
 {
     if (!isOpen())
         return -1;
-    const QByteArray rest = stream().bytesToWrite() > 0 ? data : data.mid(writeNow(data));
-    if (!rest.isEmpty() && (stream().write(rest) != rest.size() || !flush())) {
-        qCWarning(lcDevices).noquote() << getDeviceName() << "write failed:" << errorString();
-        closeIfLost();
-        return -1;
-    }
-    return data.size();
-}
-
-bool StreamDevice::flush()
-{
-    QElapsedTimer timer;
-    timer.start();
-    while (isOpen() && stream().bytesToWrite() > 0) {
-        const qint64 left = WriteTimeoutMs - timer.elapsed();
-        if (left <= 0 || !stream().waitForBytesWritten(static_cast<int>(left)))
-            return stream().bytesToWrite() == 0;
-    }
-    return isOpen();
+    const qint64 sent = send(data, writeTimeoutMs);
+    if (sent == data.size())
+        return sent;
+    qCWarning(lcDevices).noquote() << getDeviceName() << "write failed:" << errorString();
+    if (sent == lineIsGone)
+        dropLine();
+    return -1;
 }
 
 QByteArray StreamDevice::read(qint64 maxSize)
@@ -60,56 +54,41 @@ QByteArray StreamDevice::read(qint64 maxSize)
         return {};
     // What came before is enough: a driver asks again until its answer is whole, and each look at the line is
     // a call of the system.
-    if (bytesReceived() == 0)
-        fetch();
-    QByteArray data = take(maxSize);
-    closeIfLost();
+    if (!hasInput())
+        receiveInput(0);
+    const qint64 size = std::min(maxSize, m_received - m_taken);
+    QByteArray data(m_input.data() + m_taken, size);
+    m_taken += size;
     return data;
 }
 
 bool StreamDevice::waitForReadyRead(int milliseconds)
 {
-    // Qt's own wait is for bytes that are new; those that were fetched before would be waited past.
-    if (isOpen() && bytesReceived() > 0)
-        return true;
     QElapsedTimer timer;
     timer.start();
-    while (isOpen()) {
-        if (bytesReceived() > 0)
-            return true;
+    while (isOpen() && !hasInput()) {
         if (m_waitCallback)
             m_waitCallback();
         const int left = std::max(0, milliseconds - static_cast<int>(timer.elapsed()));
-        if (waitOnce(std::min(left, WaitSliceMs)))
-            continue;
-        closeIfLost();
-        if (left == 0)
+        if (!receiveInput(std::min(left, waitSliceMs)) && left == 0)
             return false;
     }
-    return false;
+    return hasInput();
 }
 
-qint64 StreamDevice::bytesReceived() const
+bool StreamDevice::receiveInput(int milliseconds)
 {
-    return stream().bytesAvailable();
+    const qint64 size = receive(m_input.data(), static_cast<qint64>(m_input.size()), milliseconds);
+    m_taken = 0;
+    m_received = std::max<qint64>(0, size);
+    if (size == lineIsGone)
+        dropLine();
+    return hasInput();
 }
 
-QByteArray StreamDevice::take(qint64 maxSize)
+void StreamDevice::dropLine()
 {
-    return stream().read(maxSize);
-}
-
-bool StreamDevice::waitOnce(int milliseconds)
-{
-    if (stream().waitForReadyRead(milliseconds))
-        return true;
-    forgetTimeout();
-    return false;
-}
-
-void StreamDevice::closeIfLost()
-{
-    if (bytesReceived() > 0 || !isLineLost())
+    if (hasInput())
         return;
     qCWarning(lcDevices).noquote() << getDeviceName() << "the line is gone:" << errorString();
     close();

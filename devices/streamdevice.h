@@ -4,14 +4,14 @@
 
 #include <QObject>
 
+#include <array>
 #include <functional>
-
-class QIODevice;
 
 namespace devices {
 
-/// What the devices of this folder have in common: blocking reads and writes on a QIODevice, without an event
-/// loop. A QCoreApplication must exist, since Qt's ports and sockets want a thread that it knows.
+/// What the devices of this folder have in common: blocking reads and writes without an event loop, and the
+/// one buffer that received bytes wait in. A QCoreApplication must exist, since Qt's ports and sockets want a
+/// thread that it knows.
 ///
 /// A line that vanishes (unplugged, closed by the other end) is closed here as well, so that the driver's
 /// next call fails at once with a message about the port, and so that a reconnection opens it anew.
@@ -28,39 +28,46 @@ public:
     void setWaitCallback(const std::function<void()>& callback) { m_waitCallback = callback; }
 
     /// Why open() or the last write failed, in the system's words.
-    QString errorString() const;
+    virtual QString errorString() const = 0;
 
+    /// Bytes that came before the other end hung up can still be read, so it counts as open until then.
+    bool isOpen() const override { return hasInput() || isLineOpen(); }
+    void close() override;
+    bool clear() override;
     bool setOpened(bool opened) override;
     qint64 write(const QByteArray& data) override;
     QByteArray read(qint64 maxSize) override;
-    bool flush() override;
+    /// Nothing is left to push out: write has done it.
+    bool flush() override { return isOpen(); }
     bool waitForReadyRead(int milliseconds) override;
 
 protected:
+    /// What send and receive answer when there is no line any more.
+    static constexpr qint64 lineIsGone = -1;
+
     StreamDevice() = default;
 
-    virtual QIODevice& stream() = 0;
-    virtual const QIODevice& stream() const = 0;
-    /// True when the last failure of the stream means that the line is gone.
-    virtual bool isLineLost() const = 0;
-    /// A wait that ran out is no error to keep.
-    virtual void forgetTimeout() = 0;
-    /// Hands the system what it takes at once and tells how much that was. What is left goes through the
-    /// stream.
-    virtual qint64 writeNow(const QByteArray&) { return 0; }
-    /// Bytes that were received and not read yet, without those that the system holds.
-    virtual qint64 bytesReceived() const;
-    /// Reads from what was received.
-    virtual QByteArray take(qint64 maxSize);
-    /// Called with nothing received: waits for bytes and receives them, false when none came.
-    virtual bool waitOnce(int milliseconds);
-    /// Receives what the system holds, without waiting.
-    void fetch() { waitOnce(0); }
+    virtual bool isLineOpen() const = 0;
+    virtual void closeLine() = 0;
+    /// Discards what the system and Qt hold, in both directions.
+    virtual bool clearLine() = 0;
+    /// Hands the bytes to the system, and waits up to that many milliseconds while it takes no more: the
+    /// number of bytes taken, or lineIsGone.
+    virtual qint64 send(const QByteArray& data, int milliseconds) = 0;
+    /// Waits up to that many milliseconds for bytes and receives them: their number, 0 when none came, or
+    /// lineIsGone.
+    virtual qint64 receive(char* data, qint64 maxSize, int milliseconds) = 0;
+    /// Closes a line that is gone, but not before what came from it was read.
+    void dropLine();
 
 private:
-    void closeIfLost();
+    bool hasInput() const { return m_taken < m_received; }
+    bool receiveInput(int milliseconds);
 
     std::function<void()> m_waitCallback;
+    std::array<char, 4096> m_input;
+    qint64 m_received = 0;
+    qint64 m_taken = 0;
 };
 
 } // namespace devices

@@ -1,11 +1,14 @@
 #include "tcpserialdevice.h"
 
+#include <QElapsedTimer>
 #include <QNetworkProxy>
+
+#include <algorithm>
 
 namespace devices {
 
 namespace {
-constexpr int ConnectTimeoutMs = 5000;
+constexpr int connectTimeoutMs = 5000;
 } // namespace
 
 TcpSerialDevice::TcpSerialDevice(const QString& host, quint16 port)
@@ -41,10 +44,9 @@ bool TcpSerialDevice::setDataTerminalReady(bool ready)
     return true;
 }
 
-bool TcpSerialDevice::isOpen() const
+bool TcpSerialDevice::isLineOpen() const
 {
-    return m_socket.state() == QAbstractSocket::ConnectedState
-        || (m_socket.isOpen() && m_socket.bytesAvailable() > 0);
+    return m_socket.state() == QAbstractSocket::ConnectedState || m_socket.bytesAvailable() > 0;
 }
 
 bool TcpSerialDevice::open()
@@ -53,24 +55,10 @@ bool TcpSerialDevice::open()
         return true;
     m_socket.abort();
     m_socket.connectToHost(m_host, m_port);
-    if (!m_socket.waitForConnected(ConnectTimeoutMs))
+    if (!m_socket.waitForConnected(connectTimeoutMs))
         return false;
     // A frame of a few bytes must not wait for more to travel with.
     m_socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    return true;
-}
-
-void TcpSerialDevice::close()
-{
-    m_socket.abort();
-}
-
-bool TcpSerialDevice::clear()
-{
-    if (!isOpen())
-        return false;
-    fetch();
-    m_socket.readAll();
     return true;
 }
 
@@ -79,9 +67,32 @@ bool TcpSerialDevice::isAvailable() const
     return !m_host.isEmpty() && m_port != 0;
 }
 
-bool TcpSerialDevice::isLineLost() const
+bool TcpSerialDevice::clearLine()
 {
-    return m_socket.isOpen() && m_socket.state() == QAbstractSocket::UnconnectedState;
+    // The system's bytes come to the socket with a look at the line.
+    m_socket.waitForReadyRead(0);
+    m_socket.readAll();
+    return true;
+}
+
+qint64 TcpSerialDevice::send(const QByteArray& data, int milliseconds)
+{
+    QElapsedTimer timer;
+    timer.start();
+    m_socket.write(data);
+    const auto left = [&] { return std::max(0, milliseconds - static_cast<int>(timer.elapsed())); };
+    while (m_socket.bytesToWrite() > 0 && m_socket.waitForBytesWritten(left()))
+        ;
+    return isLineOpen() ? data.size() - m_socket.bytesToWrite() : lineIsGone;
+}
+
+qint64 TcpSerialDevice::receive(char* data, qint64 maxSize, int milliseconds)
+{
+    if (m_socket.bytesAvailable() == 0)
+        m_socket.waitForReadyRead(milliseconds);
+    if (m_socket.bytesAvailable() > 0)
+        return m_socket.read(data, maxSize);
+    return isLineOpen() ? 0 : lineIsGone;
 }
 
 } // namespace devices

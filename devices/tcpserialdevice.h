@@ -15,6 +15,7 @@ public:
     TcpSerialDevice(const QString& host, quint16 port);
     ~TcpSerialDevice() override;
 
+    QString errorString() const override { return m_socket.errorString(); }
     /// "tcp:host:port".
     QString getDeviceName() const override;
     bool setBaudRate(QSerialPort::BaudRate baudRate) override;
@@ -27,19 +28,16 @@ public:
     bool setDataTerminalReady(bool ready) override;
     bool isDataTerminalReady() const override { return m_dataTerminalReady; }
 
-    /// Bytes that came before the other end hung up can still be read, so it counts as open until then.
-    bool isOpen() const override;
     bool open() override;
-    void close() override;
-    bool clear() override;
     bool isAvailable() const override;
     int getType() const override { return Tcp; }
 
 protected:
-    QIODevice& stream() override { return m_socket; }
-    const QIODevice& stream() const override { return m_socket; }
-    bool isLineLost() const override;
-    void forgetTimeout() override { }
+    bool isLineOpen() const override;
+    void closeLine() override { m_socket.abort(); }
+    bool clearLine() override;
+    qint64 send(const QByteArray& data, int milliseconds) override;
+    qint64 receive(char* data, qint64 maxSize, int milliseconds) override;
 
 private:
     const QString m_host;

@@ -2,8 +2,8 @@
 
 #include "serialdevicefactory.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QFile>
 
 #include <gtest/gtest.h>
 
@@ -59,6 +59,20 @@ TEST_P(Device, WriteHasLeftWhenItReturns)
     EXPECT_EQ(device.write(large), large.size());
     reader.join();
     EXPECT_EQ(got.size(), large.size());
+}
+
+TEST_P(Device, EventLoopOfTheHostTakesNoBytes)
+{
+    line.send("abc");
+    ASSERT_TRUE(device.waitForReadyRead(1000));
+    EXPECT_EQ(device.read(1), "a");
+    line.send("def");
+    QCoreApplication::processEvents();
+    line.send("ghi");
+    QByteArray data;
+    while (data.size() < 8 && device.waitForReadyRead(1000))
+        data += device.read(100);
+    EXPECT_EQ(data, "bcdefghi");
 }
 
 TEST_P(Device, TakesTheSettingsOfAnyDriver)
@@ -117,6 +131,44 @@ TEST_P(Device, LineThatVanishesEndsTheWait)
 
 INSTANTIATE_TEST_SUITE_P(
     Kinds, Device, testing::Values("pty", "tcp"), [](const auto& test) { return test.param; });
+
+TEST(SerialPort, HeldLineTakesTheFrameWhenItIsReleased)
+{
+    Line line("pty");
+    devices::StreamDevice& device = line.device();
+    ASSERT_TRUE(device.setFlowControl(QSerialPort::SoftwareControl));
+    // Any byte but XOFF would release the line again.
+    line.send("x\x13");
+    ASSERT_TRUE(device.waitForReadyRead(1000));
+    std::thread writer([&] { EXPECT_EQ(device.write("frame"), 5); });
+    EXPECT_EQ(line.received(50), QByteArray());
+    line.send("\x11");
+    EXPECT_EQ(line.received(), "frame");
+    writer.join();
+    EXPECT_EQ(device.read(10), "x") << "XOFF is no data";
+}
+
+TEST(SerialPort, AnyCallNoticesThatTheLineHasVanished)
+{
+    using Call = bool (*)(devices::StreamDevice&);
+    const std::pair<const char*, Call> rows[]
+        = {{"write", [](auto& device) { return device.write("x") == 1; }},
+            {"read", [](auto& device) { return !device.read(1).isEmpty(); }},
+            {"wait", [](auto& device) { return device.waitForReadyRead(20000); }},
+            {"speed", [](auto& device) { return device.setBaudRate(QSerialPort::Baud57600); }},
+            {"flow", [](auto& device) { return device.setFlowControl(QSerialPort::SoftwareControl); }},
+            {"open", [](auto& device) { return device.open(); }}};
+    for (const auto& [name, succeeds] : rows) {
+        Line line("pty");
+        line.hangUp();
+        QElapsedTimer timer;
+        timer.start();
+        EXPECT_FALSE(succeeds(line.device())) << name;
+        EXPECT_LT(timer.elapsed(), 1000) << name;
+        EXPECT_FALSE(line.device().isOpen()) << name;
+        EXPECT_FALSE(line.device().errorString().isEmpty()) << name;
+    }
+}
 
 TEST(Factory, TellsPortsByTheirNames)
 {

@@ -49,10 +49,10 @@ void Line::send(const QByteArray& data) const
         qFatal("The far end cannot write");
 }
 
-QByteArray Line::received() const
+QByteArray Line::received(int milliseconds) const
 {
     pollfd entry{m_peer, POLLIN, 0};
-    if (poll(&entry, 1, 1000) <= 0)
+    if (poll(&entry, 1, milliseconds) <= 0)
         return {};
     QByteArray buffer(1 << 16, '\0');
     buffer.resize(std::max<qsizetype>(0, ::read(m_peer, buffer.data(), static_cast<size_t>(buffer.size()))));

@@ -17,8 +17,8 @@ public:
 
     devices::StreamDevice& device() { return *m_device; }
     void send(const QByteArray& data) const;
-    /// What has arrived at the far end, without waiting for more than the first byte (up to a second).
-    QByteArray received() const;
+    /// What has arrived at the far end, without waiting for more than the first byte.
+    QByteArray received(int milliseconds = 1000) const;
     void hangUp();
 
 private:
