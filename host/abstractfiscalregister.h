@@ -22,8 +22,10 @@ public:
     virtual AbstractFrDriver* getLegacyDriver() = 0;
     /// A separate printer of the device; null when it has none.
     virtual AbstractPrinter* getPrinter() = 0;
+    /// Number of the register, 0 to 19 in hosts' settings; nothing is checked here.
     virtual unsigned int getDeviceId() const = 0;
     virtual void setDeviceId(unsigned int deviceId) = 0;
+    /// Whether a repeated connection tries other speeds. The first one does in any case.
     virtual bool isSpeedEnumerate() const = 0;
     virtual void setSpeedEnumerate(bool enumerate) = 0;
     /// Firmware upgrades; null when the device offers none.

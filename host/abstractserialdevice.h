@@ -25,7 +25,7 @@ public:
 
     /// Name of the port for logs and messages.
     virtual QString getDeviceName() const = 0;
-    /// The setters answer true on success.
+    /// Like all setters: true on success. A setting lasts over closing and opening.
     virtual bool setBaudRate(QSerialPort::BaudRate baudRate) = 0;
     virtual QSerialPort::BaudRate getBaudRate() const = 0;
     virtual bool setDataBits(QSerialPort::DataBits dataBits) = 0;
@@ -41,12 +41,14 @@ public:
     virtual bool setOpened(bool opened) = 0;
     /// Opens with the present settings. True when the port is open afterwards, also when it was open before.
     virtual bool open() = 0;
+    /// Does nothing on a closed port.
     virtual void close() = 0;
     /// Writes all bytes and pushes them out before it returns; gives the number of bytes written, -1 on
     /// failure.
     virtual qint64 write(const QByteArray& data) = 0;
     /// Up to maxSize bytes that are available now, perhaps fewer, perhaps none. Does not wait.
     virtual QByteArray read(qint64 maxSize) = 0;
+    /// Pushes out what was written, where write has left anything; false when it cannot.
     virtual bool flush() = 0;
     /// Discards what stands in the port's buffers, in both directions.
     virtual bool clear() = 0;

@@ -25,6 +25,7 @@ struct Barcode
     };
 
     QString text;
+    /// One of Type. XML prints Ean13 and Qr, and logs and leaves out the others; HEX lets the register judge.
     int type = Ean13;
     /// Where the readable text stands: 0 nowhere, 1 above, 2 below, 3 both.
     int textPosition = 2;

@@ -10,6 +10,7 @@
 class FRHOST_EXPORT BasicFrSettings : public QObject
 {
     Q_OBJECT
+    /// The number of the register, read only and in lower case, unlike the device object's property.
     Q_PROPERTY(unsigned int deviceid READ getDeviceId)
 
 public:

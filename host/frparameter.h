@@ -2,7 +2,9 @@
 
 #include <QString>
 
-/// One parameter of the device: where it stands and the value to write.
+/// One parameter of the device: where it stands and the value to write, as text. HEX goes by field and row
+/// and has no tables. XML goes by the value alone, which has the form "group.subgroup.name.value", and leaves
+/// the numbers aside.
 class FrParameter
 {
 public:

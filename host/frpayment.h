@@ -10,7 +10,7 @@ struct FrPayment
     {
     }
 
-    /// Roubles.
+    /// Roubles, with 2 decimals when written.
     double getSum() const { return sum; }
 
     /// 0 cash, 1 electronic, 2 prepayment, 3 credit, 4 other consideration.

@@ -21,6 +21,7 @@ public:
     /// The goods' barcode, digits as printed on the package.
     QString getBarcode() const { return m_barcode; }
     void setBarcode(const QString& barcode) { m_barcode = barcode; }
+    /// Quantity in measure units, with 3 decimals when written.
     double getCount() const { return m_count; }
     void setCount(double count) { m_count = count; }
     /// Price of one unit before discount.

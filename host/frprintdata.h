@@ -17,6 +17,7 @@ public:
     static FrPrintData forBcode(const Barcode& barcode);
     static FrPrintData forSetFont(const QList<EFrDriver::FontTypes>& fonts);
 
+    /// Which of the three below is filled.
     int kind = None;
     QList<QString> lines;
     Barcode barcode;

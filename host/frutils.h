@@ -32,6 +32,7 @@ public:
     /// The nomenclature code of FFD 1.2 for a marking code: tag 1300 to 1309 by the family of the code, and
     /// its bytes as source data (QByteArray).
     static FdRequisite createNomenclatureCodeRequisiteFFD12(const QString& code, ExciseMarkType type);
+    /// The bits of the systems in one mask.
     static int snoMask(const QList<hw::fr::common::TaxSystemType>& systems);
     /// The systems of a mask in ascending order of their bits.
     static QList<hw::fr::common::TaxSystemType> snoList(int mask);

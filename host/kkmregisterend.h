@@ -7,15 +7,18 @@
 #include <array>
 
 /// Registers at the end of a shift. A value that the device does not have is an invalid QVariant. Hosts read
-/// the registers by position, as toList gives them.
+/// the registers by position, as toList gives them. Sums are double in roubles, counts are int, names
+/// QString.
 struct KkmRegisterEnd
 {
     /// By payment kind: cash, electronic, prepayment, credit, other consideration.
     using ByPaymentKind = std::array<QVariant, 5>;
 
+    /// Sum of all sales of the fiscal drive.
     QVariant totalSales;
     QVariant cashInDrawer;
     QVariant shiftRevenue;
+    /// Receipts of the shift and their sum.
     QVariant saleCount;
     QVariant saleSum;
     ByPaymentKind salePayments;
@@ -24,12 +27,14 @@ struct KkmRegisterEnd
     QVariant returnSum;
     ByPaymentKind returnPayments;
     QVariant reserved18;
+    /// What the device calls the kinds.
     ByPaymentKind paymentNames;
     QVariant reserved24;
     QVariant cashInSum;
     QVariant cashInCount;
     QVariant cashOutSum;
     QVariant cashOutCount;
+    /// Not among the registers; empty on this family.
     QString text1;
     QString text2;
 
