@@ -8,7 +8,7 @@
 namespace devices {
 
 namespace {
-const QString TcpPrefix = QStringLiteral("tcp:");
+const QString tcpPrefix = QStringLiteral("tcp:");
 
 std::unique_ptr<StreamDevice> createTcpDevice(const QString& address)
 {
@@ -25,8 +25,8 @@ std::unique_ptr<StreamDevice> createTcpDevice(const QString& address)
 
 std::unique_ptr<StreamDevice> createSerialDevice(const QString& name)
 {
-    if (name.startsWith(TcpPrefix))
-        return createTcpDevice(name.mid(TcpPrefix.size()));
+    if (name.startsWith(tcpPrefix))
+        return createTcpDevice(name.mid(tcpPrefix.size()));
     if (name.trimmed().isEmpty())
         return nullptr;
     return std::make_unique<SerialPortDevice>(name);

@@ -17,7 +17,7 @@ void require(bool done, const QString& refusal)
 } // namespace
 
 SerialDriverWrapper::SerialDriverWrapper(hw::AbstractSerialDevice* serialDevice)
-    : device(serialDevice)
+    : m_device(serialDevice)
 {
 }
 
@@ -32,27 +32,27 @@ bool SerialDriverWrapper::portOpen(QSerialPort::BaudRate baudRate, QSerialPort::
 
 bool SerialDriverWrapper::portOpen()
 {
-    require(device != nullptr, QStringLiteral("Ошибка доступа к порту"));
-    require(device->open(), drivertexts::cannotOpenPort());
-    return device->setOpened(true);
+    require(m_device != nullptr, QStringLiteral("Ошибка доступа к порту"));
+    require(m_device->open(), drivertexts::cannotOpenPort());
+    return m_device->setOpened(true);
 }
 
 void SerialDriverWrapper::portClose()
 {
     if (!isOpen())
         return;
-    device->close();
-    device->setOpened(false);
+    m_device->close();
+    m_device->setOpened(false);
 }
 
 bool SerialDriverWrapper::configure(QSerialPort::BaudRate baudRate, QSerialPort::Parity parity,
     QSerialPort::DataBits dataBits, QSerialPort::StopBits stopBits)
 {
     checkOpen();
-    const bool baudRateDone = device->setBaudRate(baudRate);
-    const bool parityDone = device->setParity(parity);
-    const bool dataBitsDone = device->setDataBits(dataBits);
-    const bool stopBitsDone = device->setStopBits(stopBits);
+    const bool baudRateDone = m_device->setBaudRate(baudRate);
+    const bool parityDone = m_device->setParity(parity);
+    const bool dataBitsDone = m_device->setDataBits(dataBits);
+    const bool stopBitsDone = m_device->setStopBits(stopBits);
     require(baudRateDone && parityDone && dataBitsDone && stopBitsDone,
         QStringLiteral("Ошибка конфигурирования порта"));
     return true;
@@ -61,19 +61,19 @@ bool SerialDriverWrapper::configure(QSerialPort::BaudRate baudRate, QSerialPort:
 bool SerialDriverWrapper::setBaudRate(QSerialPort::BaudRate baudRate)
 {
     checkOpen();
-    require(device->setBaudRate(baudRate), QStringLiteral("Ошибка установки скорости порта"));
+    require(m_device->setBaudRate(baudRate), QStringLiteral("Ошибка установки скорости порта"));
     return true;
 }
 
 QSerialPort::BaudRate SerialDriverWrapper::getBaudRate() const
 {
-    return device->getBaudRate();
+    return m_device->getBaudRate();
 }
 
 bool SerialDriverWrapper::portClear()
 {
     checkOpen();
-    return device->clear();
+    return m_device->clear();
 }
 
 void SerialDriverWrapper::sendByte(unsigned char byte)
@@ -96,7 +96,7 @@ void SerialDriverWrapper::sendData(const QByteArray& data)
 {
     checkOpen();
     // The count is not looked at: a write that got lost shows as an answer that does not come.
-    device->write(data);
+    m_device->write(data);
 }
 
 unsigned char SerialDriverWrapper::receiveByte(unsigned long timeout)
@@ -117,9 +117,9 @@ QByteArray SerialDriverWrapper::receiveDataAsByteArray(unsigned long maxSize, un
 QByteArray SerialDriverWrapper::receivePortion(unsigned long maxSize, unsigned long timeout)
 {
     checkOpen();
-    if (!device->waitForReadyRead(static_cast<int>(timeout)))
+    if (!m_device->waitForReadyRead(static_cast<int>(timeout)))
         throw ComDriverTimeoutException(QStringLiteral("Нет данных"));
-    QByteArray portion = device->read(static_cast<qint64>(maxSize));
+    QByteArray portion = m_device->read(static_cast<qint64>(maxSize));
     require(!portion.isEmpty(), QStringLiteral("Невозможно получить данные"));
     return portion;
 }
@@ -127,52 +127,52 @@ QByteArray SerialDriverWrapper::receivePortion(unsigned long maxSize, unsigned l
 void SerialDriverWrapper::flush()
 {
     if (isOpen())
-        device->flush();
+        m_device->flush();
 }
 
 int SerialDriverWrapper::getType() const
 {
-    return device == nullptr ? 0 : device->getType();
+    return m_device == nullptr ? 0 : m_device->getType();
 }
 
 hw::AbstractSerialDevice* SerialDriverWrapper::getDevice()
 {
-    return device;
+    return m_device;
 }
 
 QString SerialDriverWrapper::getDeviceName() const
 {
-    return device->getDeviceName();
+    return m_device->getDeviceName();
 }
 
 bool SerialDriverWrapper::isAvailable() const
 {
-    return device->isAvailable();
+    return m_device->isAvailable();
 }
 
 bool SerialDriverWrapper::setFlowControl(QSerialPort::FlowControl flowControl)
 {
     checkOpen();
-    require(device->setFlowControl(flowControl), QStringLiteral("Ошибка установки управления потоком"));
+    require(m_device->setFlowControl(flowControl), QStringLiteral("Ошибка установки управления потоком"));
     return true;
 }
 
 QSerialPort::FlowControl SerialDriverWrapper::getFlowControl() const
 {
-    return device->getFlowControl();
+    return m_device->getFlowControl();
 }
 
 bool SerialDriverWrapper::setDataTerminalReady(bool ready)
 {
     checkOpen();
     require(
-        device->setDataTerminalReady(ready), QStringLiteral("Ошибка установки готовности к приему данных"));
+        m_device->setDataTerminalReady(ready), QStringLiteral("Ошибка установки готовности к приему данных"));
     return true;
 }
 
 bool SerialDriverWrapper::isDataTerminalReady() const
 {
-    return device->isDataTerminalReady();
+    return m_device->isDataTerminalReady();
 }
 
 QByteArray SerialDriverWrapper::stdVectorToByteArray(const std::vector<unsigned char>& data)
@@ -187,7 +187,7 @@ std::vector<unsigned char> SerialDriverWrapper::byteArrayToStdVector(const QByte
 
 bool SerialDriverWrapper::isOpen() const
 {
-    return device != nullptr && device->isOpen();
+    return m_device != nullptr && m_device->isOpen();
 }
 
 void SerialDriverWrapper::checkOpen() const

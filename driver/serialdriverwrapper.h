@@ -8,9 +8,9 @@ class AbstractSerialDevice;
 
 /// The drivers' transport over the host's serial device: turns the device's false answers into exceptions.
 ///
-/// The device belongs to the host. A missing one counts as a closed port where the port must be open, and has the
-/// type 0; portOpen has a text of its own for it. The questions for name, speed, flow control, DTR and availability
-/// go straight to the device, and it must be there.
+/// The device belongs to the host. A missing one counts as a closed port where the port must be open, and has
+/// the type 0; portOpen has a text of its own for it. The questions for name, speed, flow control, DTR and
+/// availability go straight to the device, and it must be there.
 class SerialDriverWrapper : public AbstractSerialDriver
 {
 public:
@@ -55,5 +55,5 @@ private:
     void checkOpen() const;
     QByteArray receivePortion(unsigned long maxSize, unsigned long timeout);
 
-    hw::AbstractSerialDevice* const device;
+    hw::AbstractSerialDevice* const m_device;
 };

@@ -13,7 +13,7 @@ struct Name
 
 using Tag = EFrDriver;
 
-constexpr std::array Names{
+constexpr std::array names{
     Name{Tag::TransferOperatorAddress, u"адрес оператора перевода"},
     Name{Tag::CustomerAddress, u"телефон или электронный адрес покупателя"},
     Name{Tag::TransferOperatorInn, u"ИНН оператора перевода"},
@@ -99,6 +99,6 @@ constexpr std::array Names{
 QStringView fdRequisiteName(EFrDriver::RequisiteTypes tag)
 {
     const auto found
-        = std::find_if(Names.cbegin(), Names.cend(), [tag](const Name& name) { return name.tag == tag; });
-    return found == Names.cend() ? QStringView() : found->text;
+        = std::find_if(names.cbegin(), names.cend(), [tag](const Name& name) { return name.tag == tag; });
+    return found == names.cend() ? QStringView() : found->text;
 }

@@ -39,10 +39,10 @@ QString FrUtils::getTimeAsString(const QDateTime& dateTime)
 
 void FrUtils::fixDateTime(QDateTime& dateTime)
 {
-    constexpr int FirstYear = 2000;
-    constexpr int Century = 100;
-    if (dateTime.isValid() && dateTime.date().year() < FirstYear)
-        dateTime = dateTime.addYears(Century);
+    constexpr int firstYear = 2000;
+    constexpr int century = 100;
+    if (dateTime.isValid() && dateTime.date().year() < firstYear)
+        dateTime = dateTime.addYears(century);
 }
 
 int FrUtils::getPaymentObject(const FrPosition& position, const QString& ffdVersion)

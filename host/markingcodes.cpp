@@ -18,10 +18,10 @@
 
 namespace {
 
-constexpr QChar GroupSeparator{0x1D};
-constexpr qsizetype GtinLength = 14;
-constexpr qsizetype SerialStart = 2 + GtinLength + 2;
-constexpr qsizetype MaxSerialLength = 20;
+constexpr QChar groupSeparator{0x1D};
+constexpr qsizetype gtinLength = 14;
+constexpr qsizetype serialStart = 2 + gtinLength + 2;
+constexpr qsizetype maxSerialLength = 20;
 
 struct Field
 {
@@ -29,12 +29,12 @@ struct Field
     qsizetype length;
 };
 
-constexpr Field VerificationKey{u"91", 4};
-constexpr Field Signature{u"92", 44};
-constexpr Field LongSignature{u"92", 88};
-constexpr Field CheckCode{u"93", 4};
-constexpr Field RetailPrice{u"8005", 6};
-constexpr Field NetWeight{u"3103", 6};
+constexpr Field verificationKey{u"91", 4};
+constexpr Field signature{u"92", 44};
+constexpr Field longSignature{u"92", 88};
+constexpr Field checkCode{u"93", 4};
+constexpr Field retailPrice{u"8005", 6};
+constexpr Field netWeight{u"3103", 6};
 
 struct Layout
 {
@@ -44,7 +44,7 @@ struct Layout
 
     constexpr qsizetype length() const
     {
-        qsizetype result = SerialStart + serialLength;
+        qsizetype result = serialStart + serialLength;
         for (qsizetype index = 0; index < fieldCount; ++index)
             result += fields[static_cast<std::size_t>(index)].identifier.size()
                 + fields[static_cast<std::size_t>(index)].length;
@@ -62,26 +62,26 @@ constexpr Layout layout(qsizetype serialLength, const Field& first, const Field&
     return {serialLength, {first, second}, 2};
 }
 
-constexpr std::array Layouts{
+constexpr std::array layouts{
     // Shoes, clothes, perfume, tyres, medicines
-    layout(13, VerificationKey, Signature),
-    layout(13, VerificationKey, LongSignature),
+    layout(13, verificationKey, signature),
+    layout(13, verificationKey, longSignature),
     // Photo cameras and flash lamps
-    layout(20, VerificationKey, Signature),
-    layout(20, VerificationKey, LongSignature),
+    layout(20, verificationKey, signature),
+    layout(20, verificationKey, longSignature),
     // Dairy products; the same by weight
-    layout(6, CheckCode),
-    layout(6, CheckCode, NetWeight),
+    layout(6, checkCode),
+    layout(6, checkCode, netWeight),
     // Beer. A bare serial number of 13 characters with "93" as its eighth and ninth looks the same; goods are
     // sold by their full code, so the layout with the check code is taken.
-    layout(7, CheckCode),
+    layout(7, checkCode),
     // Dairy products of the first series
-    layout(8, CheckCode),
+    layout(8, checkCode),
     // Water, soft drinks, food supplements, antiseptics
-    layout(13, CheckCode),
-    layout(20, CheckCode),
+    layout(13, checkCode),
+    layout(20, checkCode),
     // Tobacco by the block
-    layout(7, RetailPrice, CheckCode),
+    layout(7, retailPrice, checkCode),
 };
 
 bool isDigits(QStringView text)
@@ -92,8 +92,8 @@ bool isDigits(QStringView text)
 
 bool isGs1(QStringView code)
 {
-    return code.size() > SerialStart && code.startsWith(u"01") && isDigits(code.mid(2, GtinLength))
-        && code.mid(2 + GtinLength).startsWith(u"21");
+    return code.size() > serialStart && code.startsWith(u"01") && isDigits(code.mid(2, gtinLength))
+        && code.mid(2 + gtinLength).startsWith(u"21");
 }
 
 /// The code with its separators; nothing when it is not of that layout.
@@ -101,14 +101,14 @@ std::optional<QString> separated(const QString& code, const Layout& layout)
 {
     if (code.length() != layout.length())
         return {};
-    qsizetype position = SerialStart + layout.serialLength;
+    qsizetype position = serialStart + layout.serialLength;
     QString result = code.left(position);
     for (qsizetype index = 0; index < layout.fieldCount; ++index) {
         const Field& field = layout.fields[static_cast<std::size_t>(index)];
         if (!QStringView(code).mid(position).startsWith(field.identifier))
             return {};
         const qsizetype size = field.identifier.size() + field.length;
-        result += GroupSeparator + code.mid(position, size);
+        result += groupSeparator + code.mid(position, size);
         position += size;
     }
     return result;
@@ -120,12 +120,12 @@ using ProductCode = std::pair<EFrDriver::RequisiteTypes, QString>;
 std::optional<ProductCode> gs1Code(const QString& code)
 {
     // Scanners may give the FNC1 at the start as a separator, too.
-    const QString plain = code.startsWith(GroupSeparator) ? code.mid(1) : code;
+    const QString plain = code.startsWith(groupSeparator) ? code.mid(1) : code;
     if (!isGs1(plain))
         return {};
-    QStringList fields = FrUtils::getMarkingCodeWithSeparators(plain).split(GroupSeparator);
+    QStringList fields = FrUtils::getMarkingCodeWithSeparators(plain).split(groupSeparator);
     const QString identity = fields.takeFirst();
-    if (identity.length() <= SerialStart || identity.length() > SerialStart + MaxSerialLength)
+    if (identity.length() <= serialStart || identity.length() > serialStart + maxSerialLength)
         return {};
     const bool isVerifiable = std::any_of(fields.cbegin(), fields.cend(), [](const QString& field) {
         return field.startsWith(u"91") || field.startsWith(u"92") || field.startsWith(u"93");
@@ -136,9 +136,9 @@ std::optional<ProductCode> gs1Code(const QString& code)
 /// The short code on a pack of tobacco: GTIN, serial number of 7 characters, price and check code of 4 each.
 std::optional<ProductCode> shortCode(const QString& code)
 {
-    if (code.length() != GtinLength + 7 + 4 + 4 || !isDigits(QStringView(code).left(GtinLength)))
+    if (code.length() != gtinLength + 7 + 4 + 4 || !isDigits(QStringView(code).left(gtinLength)))
         return {};
-    return ProductCode{EFrDriver::ProductCodeShort, code.left(GtinLength + 7)};
+    return ProductCode{EFrDriver::ProductCodeShort, code.left(gtinLength + 7)};
 }
 
 /// Stamps on alcohol: 68 characters of the second series, 150 of the third.
@@ -197,17 +197,17 @@ ProductCode productCode(const QString& code, ExciseMarkType type)
         if (found)
             return *found;
     }
-    constexpr qsizetype MaxUnknownLength = 32;
-    return {EFrDriver::ProductCodeUnknown, code.left(MaxUnknownLength)};
+    constexpr qsizetype maxUnknownLength = 32;
+    return {EFrDriver::ProductCodeUnknown, code.left(maxUnknownLength)};
 }
 
 } // namespace
 
 QString FrUtils::getMarkingCodeWithSeparators(const QString& code)
 {
-    if (code.contains(GroupSeparator) || !isGs1(code))
+    if (code.contains(groupSeparator) || !isGs1(code))
         return code;
-    for (const Layout& layout : Layouts) {
+    for (const Layout& layout : layouts) {
         if (const auto result = separated(code, layout))
             return *result;
     }

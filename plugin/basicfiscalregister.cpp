@@ -10,18 +10,18 @@ namespace hw {
 BasicFiscalRegister::BasicFiscalRegister(
     const QSharedPointer<BasicFrSettings>& registerSettings, QObject* parent)
     : QObject(parent)
-    , settings(registerSettings)
+    , m_settings(registerSettings)
 {
 }
 
 BasicFiscalRegister::~BasicFiscalRegister()
 {
-    delete driver;
+    delete m_driver;
 }
 
 AbstractFrDriver* BasicFiscalRegister::getLegacyDriver()
 {
-    return driver;
+    return m_driver;
 }
 
 AbstractPrinter* BasicFiscalRegister::getPrinter()
@@ -31,7 +31,7 @@ AbstractPrinter* BasicFiscalRegister::getPrinter()
 
 unsigned int BasicFiscalRegister::getDeviceId() const
 {
-    return settings->getDeviceId();
+    return m_settings->getDeviceId();
 }
 
 QSharedPointer<AbstractUpgradeManager> BasicFiscalRegister::getUpgradeManager() const
@@ -41,17 +41,17 @@ QSharedPointer<AbstractUpgradeManager> BasicFiscalRegister::getUpgradeManager() 
 
 bool BasicFiscalRegister::isSpeedEnumerate() const
 {
-    return settings->isSpeedEnumerate();
+    return m_settings->isSpeedEnumerate();
 }
 
 void BasicFiscalRegister::setSpeedEnumerate(bool enumerate)
 {
-    settings->setSpeedEnumerate(enumerate);
+    m_settings->setSpeedEnumerate(enumerate);
 }
 
 void BasicFiscalRegister::setDeviceId(unsigned int deviceId)
 {
-    settings->setDeviceId(deviceId);
+    m_settings->setDeviceId(deviceId);
 }
 
 int BasicFiscalRegister::getHardwareClass() const
@@ -61,13 +61,13 @@ int BasicFiscalRegister::getHardwareClass() const
 
 void BasicFiscalRegister::setDriverOptions(const hw::fr::DriverOptions& options)
 {
-    settings->mergeOptions(options);
+    m_settings->mergeOptions(options);
 }
 
 void BasicFiscalRegister::addUnusedProperties(const QList<QString>& names)
 {
-    unusedProperties.append(names);
-    setProperty("unusedProps", QVariant(unusedProperties));
+    m_unusedProperties.append(names);
+    setProperty("unusedProps", QVariant(m_unusedProperties));
 }
 
 } // namespace hw

@@ -63,11 +63,11 @@ public:
     void addUnusedProperties(const QList<QString>& names);
 
 protected:
-    AbstractFrDriver* driver = nullptr;
-    QSharedPointer<BasicFrSettings> settings;
-    QList<QString> unusedProperties;
+    AbstractFrDriver* m_driver = nullptr;
+    QSharedPointer<BasicFrSettings> m_settings;
+    QList<QString> m_unusedProperties;
     /// What the driver works over; a driver does not delete its transport. They go after the driver.
-    std::vector<std::unique_ptr<AbstractSerialDriver>> transports;
+    std::vector<std::unique_ptr<AbstractSerialDriver>> m_transports;
 };
 
 } // namespace hw

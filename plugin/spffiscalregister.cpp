@@ -10,7 +10,7 @@ namespace hw {
 
 SpfFiscalRegister::SpfFiscalRegister()
     : BasicFiscalRegister(QSharedPointer<FrSpfSettings>::create())
-    , protocol(QStringLiteral("XML"))
+    , m_protocol(QStringLiteral("XML"))
 {
 }
 
@@ -18,27 +18,27 @@ SpfFiscalRegister::~SpfFiscalRegister() = default;
 
 QSharedPointer<FrSpfSettings> SpfFiscalRegister::getSettings() const
 {
-    return settings.dynamicCast<FrSpfSettings>();
+    return m_settings.dynamicCast<FrSpfSettings>();
 }
 
 QVariant SpfFiscalRegister::getSerialDevice() const
 {
-    return QVariant::fromValue(serialObject);
+    return QVariant::fromValue(m_serialObject);
 }
 
 void SpfFiscalRegister::setSerialDevice(const QVariant& device)
 {
-    serialObject = device.value<QObject*>();
+    m_serialObject = device.value<QObject*>();
 }
 
 QString SpfFiscalRegister::getProtocol() const
 {
-    return protocol;
+    return m_protocol;
 }
 
 void SpfFiscalRegister::setProtocol(const QString& name)
 {
-    protocol = name;
+    m_protocol = name;
 }
 
 QString SpfFiscalRegister::getProtocolVersion() const
@@ -53,34 +53,34 @@ void SpfFiscalRegister::setProtocolVersion(const QString& version)
 
 QList<fr::RegisterParameter> SpfFiscalRegister::knownParameters() const
 {
-    const auto* const source = dynamic_cast<const AbstractRegisterParameters*>(driver);
+    const auto* const source = dynamic_cast<const AbstractRegisterParameters*>(m_driver);
     return source == nullptr ? QList<fr::RegisterParameter>() : source->knownParameters();
 }
 
 QList<fr::RegisterParameter> SpfFiscalRegister::readParameters(const QStringList& names)
 {
-    auto* const source = dynamic_cast<AbstractRegisterParameters*>(driver);
+    auto* const source = dynamic_cast<AbstractRegisterParameters*>(m_driver);
     return source == nullptr ? QList<fr::RegisterParameter>() : source->readParameters(names);
 }
 
 std::optional<FrParameter> SpfFiscalRegister::assignment(const QString& name, const QString& value) const
 {
-    const auto* const source = dynamic_cast<const AbstractRegisterParameters*>(driver);
+    const auto* const source = dynamic_cast<const AbstractRegisterParameters*>(m_driver);
     return source == nullptr ? std::nullopt : source->assignment(name, value);
 }
 
 void SpfFiscalRegister::init()
 {
-    auto* const device = qobject_cast<AbstractSerialDevice*>(serialObject);
+    auto* const device = qobject_cast<AbstractSerialDevice*>(m_serialObject);
     if (device == nullptr)
         return;
     AbstractSerialDriver* const serial
-        = transports.emplace_back(std::make_unique<SerialDriverWrapper>(device)).get();
+        = m_transports.emplace_back(std::make_unique<SerialDriverWrapper>(device)).get();
     // Any text but this one, also "hex" or none at all, is meant to give the XML driver.
-    if (protocol == QStringLiteral("HEX"))
-        driver = new spfhex::FrSpf(serial, getSettings().data());
+    if (m_protocol == QStringLiteral("HEX"))
+        m_driver = new spfhex::FrSpf(serial, getSettings().data());
     else
-        driver = new spfxml::FrSpf(serial, getSettings().data());
+        m_driver = new spfxml::FrSpf(serial, getSettings().data());
 }
 
 } // namespace hw

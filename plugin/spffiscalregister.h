@@ -59,8 +59,8 @@ public Q_SLOTS:
     void init();
 
 private:
-    QObject* serialObject = nullptr;
-    QString protocol;
+    QObject* m_serialObject = nullptr;
+    QString m_protocol;
 };
 
 } // namespace hw
