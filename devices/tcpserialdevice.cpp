@@ -83,7 +83,10 @@ qint64 TcpSerialDevice::send(const QByteArray& data, int milliseconds)
     const auto left = [&] { return std::max(0, milliseconds - static_cast<int>(timer.elapsed())); };
     while (m_socket.bytesToWrite() > 0 && m_socket.waitForBytesWritten(left()))
         ;
-    return isLineOpen() ? data.size() - m_socket.bytesToWrite() : lineIsGone;
+    if (m_socket.state() == QAbstractSocket::ConnectedState)
+        return data.size() - m_socket.bytesToWrite();
+    // What came before the end can still be read.
+    return isLineOpen() ? 0 : lineIsGone;
 }
 
 qint64 TcpSerialDevice::receive(char* data, qint64 maxSize, int milliseconds)
