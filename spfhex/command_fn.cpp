@@ -10,6 +10,8 @@
 
 #include <logger.h>
 
+#include <QTimeZone>
+
 namespace spfhex {
 
 QByteArray Command::askFn(protocol::FnQuery query) const
@@ -53,7 +55,8 @@ QDate Command::getFnExpirationDate() const
     logger->debug(QStringLiteral("Получение даты срока действия ФН"));
     const QByteArray field = frame::fields(askFn(protocol::FnExpirationDateQuery)).constFirst();
     // In UTC: a midnight of the local zone need not exist on that day of the past century.
-    QDateTime expiration(QDate::fromString(QString::fromLatin1(field), dateFormat()), QTime(0, 0), Qt::UTC);
+    QDateTime expiration(
+        QDate::fromString(QString::fromLatin1(field), dateFormat()), QTime(0, 0), QTimeZone::utc());
     FrUtils::fixDateTime(expiration);
     return expiration.date();
 }

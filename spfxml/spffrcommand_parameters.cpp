@@ -15,13 +15,14 @@ namespace {
 
 using ParamType = RequestParams::EParamType;
 
-const RequestParams& namedNode(const QList<RequestParams>& nodes, const QString& name, const QString& refusal)
+// Never null. A reference looks to GCC 13 like one into a text that is gone.
+const RequestParams* namedNode(const QList<RequestParams>& nodes, const QString& name, const QString& refusal)
 {
     const auto found = std::find_if(
         nodes.cbegin(), nodes.cend(), [&name](const RequestParams& node) { return node.getName() == name; });
     if (found == nodes.cend())
         throw FrCommandException(refusal);
-    return *found;
+    return &*found;
 }
 
 // A text that is no number is meant to become 0 where the device wants a number.
@@ -42,9 +43,9 @@ QList<RequestParams> subsectionNodes(
 {
     QList<RequestParams> nodes;
     for (auto value = values.cbegin(); value != values.cend(); ++value) {
-        const RequestParams& known = namedNode(
+        const RequestParams* known = namedNode(
             catalogue, value.key(), QStringLiteral("Настройка '%1.%2' не найдена").arg(path, value.key()));
-        nodes.append({known.getType(), value.key(), parameterValue(known.getType(), value.value())});
+        nodes.append({known->getType(), value.key(), parameterValue(known->getType(), value.value())});
     }
     return nodes;
 }
@@ -55,9 +56,9 @@ QList<RequestParams> sectionNodes(const QList<RequestParams>& catalogue, const Q
     QList<RequestParams> nodes;
     for (auto subsection = subsections.cbegin(); subsection != subsections.cend(); ++subsection) {
         const QString path = section + QLatin1Char('.') + subsection.key();
-        const RequestParams& known
+        const RequestParams* known
             = namedNode(catalogue, subsection.key(), QStringLiteral("Подсекция '%1' не найдена").arg(path));
-        appendGroup(nodes, subsection.key(), subsectionNodes(known.getParams(), path, subsection.value()));
+        appendGroup(nodes, subsection.key(), subsectionNodes(known->getParams(), path, subsection.value()));
     }
     return nodes;
 }
@@ -79,9 +80,10 @@ void SpfFrCommand::setParameters(const ParameterMap& values) const
     const QList<RequestParams> catalogue = spf::utils::getParamsList();
     QList<RequestParams> sections;
     for (auto section = values.cbegin(); section != values.cend(); ++section) {
-        const RequestParams& known = namedNode(
+        const RequestParams* known = namedNode(
             catalogue, section.key(), QStringLiteral("Секция '%1' не найдена").arg(section.key()));
-        appendGroup(sections, section.key(), sectionNodes(known.getParams(), section.key(), section.value()));
+        appendGroup(
+            sections, section.key(), sectionNodes(known->getParams(), section.key(), section.value()));
     }
     if (!sections.isEmpty())
         sendStructure(ECommandCode::SetParameters, names::document::settingsWritten, sections);
