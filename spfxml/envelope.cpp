@@ -32,12 +32,26 @@ bool isTooDeep(const Text& text)
     return false;
 }
 
+// From Qt 6.5 on the answer is a record, and Qt 6.8 warns of the three pointers.
+template <typename Text>
+bool setContent(QDomDocument& document, const Text& text, Flaw& flaw)
+{
+#if QT_VERSION < QT_VERSION_CHECK(6, 5, 0)
+    return document.setContent(text, &flaw.reason, &flaw.line, &flaw.column);
+#else
+    const QDomDocument::ParseResult result = document.setContent(text);
+    if (!result)
+        flaw = {static_cast<int>(result.errorLine), static_cast<int>(result.errorColumn), result.errorMessage};
+    return static_cast<bool>(result);
+#endif
+}
+
 template <typename Text>
 std::optional<QDomDocument> parseText(const Text& text, Flaw& flaw)
 {
     QDomDocument document;
     flaw.reason = QStringLiteral("nested too deeply");
-    if (isTooDeep(text) || !document.setContent(text, &flaw.reason, &flaw.line, &flaw.column))
+    if (isTooDeep(text) || !setContent(document, text, flaw))
         return std::nullopt;
     return document;
 }
