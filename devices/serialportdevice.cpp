@@ -134,11 +134,10 @@ qint64 SerialPortDevice::send(const QByteArray& data, int milliseconds)
     QElapsedTimer timer;
     timer.start();
     for (qint64 sent = 0;;) {
-        const qint64 portion
-            = ::write(m_port.handle(), data.constData() + sent, static_cast<size_t>(data.size() - sent));
-        if (portion < 0 && !isForLater(errno))
-            return fail(errno);
-        sent += std::max<qint64>(0, portion);
+        const qint64 portion = writeNow(data.constData() + sent, data.size() - sent);
+        if (portion == lineIsGone)
+            return lineIsGone;
+        sent += portion;
         if (sent == data.size())
             return sent;
         const qint64 left = milliseconds - timer.elapsed();
@@ -148,6 +147,14 @@ qint64 SerialPortDevice::send(const QByteArray& data, int milliseconds)
         }
         waitFor(POLLOUT, static_cast<int>(left));
     }
+}
+
+qint64 SerialPortDevice::writeNow(const char* data, qint64 size)
+{
+    const ssize_t written = ::write(m_port.handle(), data, static_cast<size_t>(size));
+    if (written < 0 && !isForLater(errno))
+        return fail(errno);
+    return std::max<ssize_t>(0, written);
 }
 
 qint64 SerialPortDevice::receive(char* data, qint64 maxSize, int milliseconds)

@@ -46,6 +46,8 @@ protected:
     qint64 receive(char* data, qint64 maxSize, int milliseconds) override;
 
 private:
+    /// What the system takes at once, or lineIsGone.
+    qint64 writeNow(const char* data, qint64 size);
     short waitFor(short events, int milliseconds) const;
     qint64 fail(int error);
     /// A setting fails on a line that is gone, and then the line is closed as after a failed write.

@@ -27,7 +27,8 @@ int replayFolder(const QString& name)
 
 } // namespace
 
-/// Runs the inputs of the folders: the seeds, which must be some, and what was learnt and found, which may be none.
+/// Runs the inputs of the folders: the seeds, which must be some, and what was learnt and found, which may be
+/// none.
 int main(int argc, char** argv)
 {
     for (int i = 1; i < argc; ++i) {
