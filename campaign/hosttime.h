@@ -1,7 +1,7 @@
 #pragma once
 
-#include "register/clock.h"
 #include "currenttime.h"
+#include "register/clock.h"
 
 /// The host's clock, which is the register's.
 class HostTime : public CurrentTime

@@ -41,7 +41,8 @@ bool setContent(QDomDocument& document, const Text& text, Flaw& flaw)
 #else
     const QDomDocument::ParseResult result = document.setContent(text);
     if (!result)
-        flaw = {static_cast<int>(result.errorLine), static_cast<int>(result.errorColumn), result.errorMessage};
+        flaw
+            = {static_cast<int>(result.errorLine), static_cast<int>(result.errorColumn), result.errorMessage};
     return static_cast<bool>(result);
 #endif
 }
