@@ -34,8 +34,7 @@ Host::Host(Rig& rig, Protocol protocol, Report& report)
     : m_rig(rig)
     , m_driver(rig.driver())
     , m_protocol(protocol)
-    // Nothing guards an XML answer against a changed digit.
-    , m_markReading(protocol == Protocol::Xml ? sale::MarkReading::UntilTwoAgree : sale::MarkReading::Once)
+    , m_markReading(sale::markReadingFor(protocol == Protocol::Hex))
     , m_report(report)
 {
     m_rig.watch = [this](const char* name, const std::function<void()>& work) { call(name, work); };

@@ -31,6 +31,12 @@ public:
     void connect() override { watched("connect", [this] { Driver::connect(); }); }
     void init() override { watched("init", [this] { Driver::init(); }); }
     void openShift() override { watched("openShift", [this] { Driver::openShift(); }); }
+    void cashierLogin(const FrUser& user) override { watched("cashierLogin", [&] { Driver::cashierLogin(user); }); }
+    void setRequisite(const FdRequisite& requisite) override
+    { watched("setRequisite", [&] { Driver::setRequisite(requisite); }); }
+    void setFont(const QList<EFrDriver::FontTypes>& fonts) override { watched("setFont", [&] { Driver::setFont(fonts); }); }
+    void resetFont() override { watched("resetFont", [this] { Driver::resetFont(); }); }
+    void barcodePrint(const Barcode& barcode) override { watched("barcodePrint", [&] { Driver::barcodePrint(barcode); }); }
     QJsonObject zReport() override { return watched("zReport", [this] { return Driver::zReport(); }); }
     FnInfo getFnInfo() override { return watched("getFnInfo", [this] { return Driver::getFnInfo(); }); }
     int checkMarkingCode(const MarkedPosition& position, bool recheck) override

@@ -84,7 +84,8 @@ qint64 TcpSerialDevice::send(const QByteArray& data, int milliseconds)
     while (m_socket.bytesToWrite() > 0 && m_socket.waitForBytesWritten(left()))
         ;
     if (m_socket.state() == QAbstractSocket::ConnectedState)
-        return data.size() - m_socket.bytesToWrite();
+        // What an earlier write left counts, too.
+        return std::max<qint64>(0, data.size() - m_socket.bytesToWrite());
     // What came before the end can still be read.
     return isLineOpen() ? 0 : lineIsGone;
 }

@@ -33,10 +33,11 @@ std::optional<Output> IdentifiedReceipt::answer() const
 std::optional<Output> IdentifiedReceipt::settledAnswer() const
 {
     const sale::SaleRecord record = m_sale->record();
+    // What could not be settled on this register.
     if (record.verdict.outcome == sale::Outcome::None)
         throw RegisterError(
             QStringLiteral("the sale %1 was begun on fiscal drive %2").arg(record.id, record.before.drive),
-            QStringLiteral("Refusal"), sale::Outcome::Unknown);
+            QStringLiteral("Refusal"), m_sale->verdict());
     std::optional<Output> output = answer();
     if (output)
         output->status = ExitIssued;

@@ -40,10 +40,7 @@ struct Options
 
     bool isHex() const { return protocol == QStringLiteral("HEX"); }
     /// HEX answers have a check value, XML answers have none.
-    sale::MarkReading markReading() const
-    {
-        return isHex() ? sale::MarkReading::Once : sale::MarkReading::UntilTwoAgree;
-    }
+    sale::MarkReading markReading() const { return sale::markReadingFor(isHex()); }
 };
 
 /// Throws UsageError. The first argument is the program's name.

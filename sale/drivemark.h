@@ -8,6 +8,8 @@ namespace sale {
 /// The fiscal drive at some moment: which one it is, and how far it has counted.
 struct DriveMark
 {
+    /// False when the register did not tell, or not twice the same.
+    bool isKnown() const { return !drive.isEmpty() && lastDocument != 0; }
     bool operator==(const DriveMark&) const = default;
 
     /// Number of the drive itself.

@@ -13,7 +13,8 @@ namespace {
 /// Blanks and the order of the fields make no other receipt.
 QByteArray fingerprint(const QByteArray& receipt)
 {
-    const QByteArray plain = QJsonDocument::fromJson(receipt).toJson(QJsonDocument::Compact);
+    const QJsonDocument json = QJsonDocument::fromJson(receipt);
+    const QByteArray plain = json.isNull() ? receipt : json.toJson(QJsonDocument::Compact);
     return QCryptographicHash::hash(plain, QCryptographicHash::Sha256).toHex();
 }
 
@@ -32,6 +33,12 @@ SaleRecord IdentifiedSale::record() const
 {
     // A sale that is not in the journal is as one that was not issued.
     return m_journal.find(m_id).value_or(SaleRecord{m_id, m_receipt, Outcome::NotIssued, {}});
+}
+
+Verdict IdentifiedSale::verdict() const
+{
+    const Verdict known = record().verdict;
+    return known.outcome == Outcome::None ? Outcome::Unknown : known;
 }
 
 void IdentifiedSale::begin(const DriveMark& before)

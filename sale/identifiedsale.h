@@ -11,15 +11,18 @@ class SaleJournal;
 class IdentifiedSale
 {
 public:
-    /// The receipt is the JSON text that the caller gave; blanks and the order of its fields do not count.
+    /// The receipt is what the caller made it of, so that another one under the same id is noticed: mostly
+    /// the JSON text, whose blanks and order of fields do not count; any other bytes are taken as they are.
     /// The journal must outlive the sale. Throws IdConflict when the id belongs to another receipt.
     IdentifiedSale(SaleJournal& journal, const QString& id, const QByteArray& receipt);
 
     const QString& id() const { return m_id; }
     /// What is known of the sale from earlier runs: Issued, Unknown, NotIssued (also for one that is new), or
-    /// None for one that was begun and not settled. Only after NotIssued it may be done. After
-    /// settlePendingSales, None says that it was begun on another fiscal drive.
+    /// None for one that was begun and not settled. After settlePendingSales, None says that it was begun on
+    /// another fiscal drive.
     SaleRecord record() const;
+    /// What a host may act on: only NotIssued may be done. One that was begun and not settled is Unknown.
+    Verdict verdict() const;
 
     /// Before the document is opened.
     void begin(const DriveMark& before);

@@ -19,6 +19,8 @@ struct IssueResult
 
     /// None when the work failed before the document was opened: then nothing was begun.
     Verdict verdict;
+    /// The journal knew the id as issued or unknown: this is its verdict, and the register was not asked.
+    bool isRepeated = false;
     /// Empty when all went well. A receipt may be issued and have a failure behind it: a close whose answer
     /// was lost, or paper that ran out.
     std::optional<Failure> failure;

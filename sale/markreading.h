@@ -12,4 +12,10 @@ enum class MarkReading {
     Once
 };
 
+/// For a register whose answers have a check value or not.
+constexpr MarkReading markReadingFor(bool answersAreChecked)
+{
+    return answersAreChecked ? MarkReading::Once : MarkReading::UntilTwoAgree;
+}
+
 } // namespace sale

@@ -1,11 +1,15 @@
 #include "outcome.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace sale {
 
 namespace {
 
 struct OutcomeTexts
 {
+    Outcome outcome;
     const char* name;
     const char* text;
 };
@@ -13,16 +17,20 @@ struct OutcomeTexts
 const OutcomeTexts& texts(Outcome outcome)
 {
     static const OutcomeTexts table[] = {
-        {"", ""},
-        {"cancelled", "the document was cancelled"},
-        {"notCancelled", "the document could not be cancelled; the register's next start cleans it up"},
-        {"unknown",
+        {Outcome::None, "", ""},
+        {Outcome::Cancelled, "cancelled", "the document was cancelled"},
+        {Outcome::NotCancelled, "notCancelled",
+            "the document could not be cancelled; the register's next start cleans it up"},
+        {Outcome::Unasked, "unknown",
             "the document was being closed: it may have been issued, look at the register before you repeat it"},
-        {"unknown", "the document may have been issued: look at the register before you repeat it"},
-        {"issued", "the document was issued; do not repeat it"},
-        {"notIssued", "the document was not issued; it may be repeated"},
+        {Outcome::Unknown, "unknown",
+            "the document may have been issued: look at the register before you repeat it"},
+        {Outcome::Issued, "issued", "the document was issued; do not repeat it"},
+        {Outcome::NotIssued, "notIssued", "the document was not issued; it may be repeated"},
     };
-    return table[static_cast<int>(outcome)];
+    const auto* const found = std::find_if(std::begin(table), std::end(table),
+        [outcome](const OutcomeTexts& row) { return row.outcome == outcome; });
+    return found == std::end(table) ? table[0] : *found;
 }
 
 } // namespace

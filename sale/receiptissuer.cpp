@@ -110,6 +110,8 @@ public:
 
     IssueResult run()
     {
+        if (isDoneOrUnknown())
+            return m_result;
         try {
             prepare();
         } catch (...) {
@@ -131,14 +133,36 @@ public:
     }
 
 private:
+    /// A sale that its id says is issued or may be is answered from the journal; the register is left alone.
+    bool isDoneOrUnknown()
+    {
+        if (m_options.sale == nullptr)
+            return false;
+        try {
+            const SaleRecord record = m_options.sale->record();
+            m_result.verdict = m_options.sale->verdict();
+            m_result.isFinal = record.verdict.outcome != Outcome::None;
+            m_result.before = record.before;
+        } catch (const JournalError&) {
+            m_result.failure = currentFailure();
+            return true;
+        }
+        m_result.isRepeated = m_result.verdict.outcome != Outcome::NotIssued;
+        if (!m_result.isRepeated)
+            m_result.verdict = Outcome::None;
+        return m_result.isRepeated;
+    }
+
     /// All that comes before the document is opened: nothing is lost if it fails.
     void prepare()
     {
         m_driver.openShift();
         m_result.before = noteDrive(m_driver, m_options.markReading);
+        // Without it nobody could say afterwards what has become of the receipt.
+        if (!m_result.before.isKnown())
+            throw FrCommandException(QStringLiteral("Не удалось узнать номер последнего документа ФН"));
         // The drive numbers its documents without gaps.
-        if (m_result.before.lastDocument != 0)
-            m_issued.number = m_result.before.lastDocument + 1;
+        m_issued.number = m_result.before.lastDocument + 1;
         m_result.marks = checkMarks(m_driver, m_receipt);
         writeDown();
     }

@@ -55,7 +55,16 @@ SaleJournal::SaleJournal(const QString& fileName)
         QStringLiteral("CREATE TABLE IF NOT EXISTS sales (id TEXT PRIMARY KEY, receipt TEXT NOT NULL, "
                        "outcome TEXT NOT NULL, document INTEGER NOT NULL, drive TEXT NOT NULL, "
                        "document_before INTEGER NOT NULL, changed TEXT NOT NULL)"));
-    run(query);
+    try {
+        run(query);
+    } catch (const JournalError&) {
+        // A constructor that throws has no destructor to close the file.
+        query = QSqlQuery(QSqlDatabase());
+        database.close();
+        database = {};
+        QSqlDatabase::removeDatabase(m_connection);
+        throw;
+    }
 }
 
 SaleJournal::~SaleJournal()

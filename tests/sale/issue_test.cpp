@@ -1,3 +1,4 @@
+#include "idconflict.h"
 #include "identifiedsale.h"
 #include "receiptissuer.h"
 #include "recordingdriver.h"
@@ -128,13 +129,60 @@ TEST_F(Issue, FailureDecidesWhatBecomesOfTheDocument)
     }
 }
 
+TEST_F(Issue, RefusesToOpenWhatNobodyCouldJudgeAfterwards)
+{
+    for (const bool hasDrive : {true, false}) {
+        driver.calls.clear();
+        driver.drive = hasDrive ? QStringLiteral("99") : QString();
+        driver.numbers = {hasDrive ? 0U : 7U};
+        const IssueResult result = issue();
+        EXPECT_EQ(driver.calls, "openShift ask");
+        EXPECT_EQ(result.verdict, Outcome::None);
+        ASSERT_TRUE(result.failure);
+    }
+}
+
+TEST_F(Issue, WhatTheJournalKnowsIsAnsweredWithoutTheRegister)
+{
+    const QTemporaryDir folder;
+    SaleJournal journal(folder.filePath(QStringLiteral("sales")));
+    const DriveMark before{driver.drive, 7};
+    const struct
+    {
+        std::optional<Verdict> settled;
+        Verdict told;
+        bool isFinal;
+    } rows[] = {
+        {Verdict(Outcome::Issued, 8), Verdict(Outcome::Issued, 8), true},
+        {Verdict(Outcome::Unknown), Outcome::Unknown, true},
+        // Begun, by another program or by one that ended.
+        {std::nullopt, Outcome::Unknown, false},
+    };
+    int number = 0;
+    for (const auto& row : rows) {
+        // No JSON, and still another receipt under the same id is noticed.
+        const QString id = QString::number(++number);
+        IdentifiedSale identified(journal, id, "milk 10.00");
+        identified.begin(before);
+        if (row.settled)
+            identified.settle(*row.settled);
+        const IssueResult result = issueReceipt(driver, receipt, {MarkReading::Once, &identified});
+        EXPECT_EQ(driver.calls, "");
+        EXPECT_EQ(result.verdict, row.told);
+        EXPECT_EQ(result.isFinal, row.isFinal);
+        EXPECT_TRUE(result.isRepeated);
+        EXPECT_EQ(result.before, before);
+        EXPECT_THROW(IdentifiedSale(journal, id, "bread 10.00"), IdConflict);
+    }
+}
+
 TEST_F(Issue, JournalThatFailsIsTold)
 {
     const QTemporaryDir folder;
     SaleJournal journal(folder.filePath(QStringLiteral("sales")));
     IdentifiedSale identified(journal, QStringLiteral("A"), "{}");
-    identified.begin({driver.drive, 7});
-    // Another program is at work on the same sale.
+    // Another program begins the same sale in the meantime.
+    driver.onMark = [&] { identified.begin({driver.drive, 7}); };
     const IssueResult result = issueReceipt(driver, receipt, {MarkReading::Once, &identified});
     EXPECT_EQ(driver.calls, "openShift ask mark clear");
     EXPECT_EQ(result.verdict, Outcome::None);

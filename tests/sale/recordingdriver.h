@@ -4,6 +4,8 @@
 #include "basicfrsettings.h"
 #include "exceptions.h"
 
+#include <functional>
+
 /// What a host's device throws to interrupt a driver: no exception of the contract.
 struct Interruption
 {
@@ -32,6 +34,8 @@ public:
     int checkMarkingCode(const MarkedPosition& position, bool) override
     {
         note("mark");
+        if (onMark)
+            onMark();
         status = position.status;
         return 15;
     }
@@ -66,6 +70,8 @@ public:
     /// Names with blanks between them.
     std::string failing;
     bool interrupt = false;
+    /// What happens elsewhere while a marking code is checked.
+    std::function<void()> onMark;
     QString drive = QStringLiteral("9999");
     /// Of the drive's last document, from question to question.
     QList<quint32> numbers{7};
