@@ -5,7 +5,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 # What any build needs.
 packages=(
-  g++ cmake ninja-build pkg-config ccache git
+  g++ cmake ninja-build pkg-config ccache git python3
   qt6-base-dev qt6-5compat-dev qt6-serialport-dev libqrencode-dev libqt6sql6-sqlite
   libgtest-dev libgmock-dev
 )

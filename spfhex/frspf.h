@@ -37,9 +37,6 @@ public:
     void printFnDocument(long documentNumber) override;
     QStringList getCountersDescription() override;
     QStringList getParametersDescription() override;
-    QList<hw::fr::RegisterParameter> knownParameters() const override;
-    QList<hw::fr::RegisterParameter> readParameters(const QStringList& names) override;
-    std::optional<FrParameter> assignment(const QString& name, const QString& value) const override;
     void setFont(const QList<EFrDriver::FontTypes>& fonts) override;
     void resetFont() override;
     void drawerOpen() override;
@@ -106,6 +103,12 @@ protected:
     /// Is read but never filled, and meant so: a verdict goes to the host and is not kept here.
     QMap<QString, int> checkedMarkingCodes;
     bool agentDataBound = false;
+
+public:
+    // Behind the operations of the driver, whose places in the table of virtual ones stay as they are.
+    QList<hw::fr::RegisterParameter> knownParameters() const override;
+    QList<hw::fr::RegisterParameter> readParameters(const QStringList& names) override;
+    std::optional<FrParameter> assignment(const QString& name, const QString& value) const override;
 
 private:
     bool programLines(unsigned short parameter, const QString& message, const QList<QString>& lines);

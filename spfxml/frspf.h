@@ -44,9 +44,6 @@ public:
     void printFnDocument(long documentNumber) override;
     QStringList getCountersDescription() override;
     QStringList getParametersDescription() override;
-    QList<hw::fr::RegisterParameter> knownParameters() const override;
-    QList<hw::fr::RegisterParameter> readParameters(const QStringList& names) override;
-    std::optional<FrParameter> assignment(const QString& name, const QString& value) const override;
     void drawerOpen() override;
     /// Closes the shift; sends nothing when it is closed. The object is empty.
     QJsonObject zReport() override;
@@ -169,6 +166,12 @@ protected:
     QMap<QString, int> checkedMarkingCodes;
     /// 0 while no requisite has named one.
     qint32 taxSystem = 0;
+
+public:
+    // Behind the operations of the driver, whose places in the table of virtual ones stay as they are.
+    QList<hw::fr::RegisterParameter> knownParameters() const override;
+    QList<hw::fr::RegisterParameter> readParameters(const QStringList& names) override;
+    std::optional<FrParameter> assignment(const QString& name, const QString& value) const override;
 
 private:
     bool isShiftClosedForCounters();
