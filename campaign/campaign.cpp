@@ -15,12 +15,12 @@ namespace {
 
 constexpr int period = 500;
 constexpr int periodsToWarmUp = 3;
-constexpr qint64 allowedGrowth = 256 * 1024;
+constexpr qint64 allowedGrowth = qint64{256} * 1024;
 
 qint64 memoryInUse()
 {
     const struct mallinfo2 info = mallinfo2();
-    return static_cast<qint64>(info.uordblks + info.hblkhd);
+    return static_cast<qint64>(info.uordblks) + static_cast<qint64>(info.hblkhd);
 }
 
 // The second number shows when a digit of the first was changed on the line.

@@ -61,13 +61,11 @@ emulator::Fault registerFault(FaultKind kind, Random& random)
     if (kind == FaultKind::None)
         return {};
     int argument = random.below(4096);
-    if (kind == FaultKind::Busy)
+    if (kind == FaultKind::Busy || kind == FaultKind::Split)
         argument = random.between(3, 60);
     else if (kind == FaultKind::BusyTooLong)
         argument = random.between(110, 300);
     else if (kind == FaultKind::Slow)
         argument = random.between(1, 20);
-    else if (kind == FaultKind::Split)
-        argument = random.between(3, 60);
     return {faultInfo(kind).mode, argument};
 }
