@@ -34,7 +34,12 @@ int main(int argc, char* argv[])
             QStringLiteral("step"), QStringLiteral("0")},
         {QStringLiteral("log"), QStringLiteral("Let the drivers log.")},
     });
-    parser.process(application);
+    if (!parser.parse(application.arguments()) || !parser.positionalArguments().isEmpty())
+        return usageError(parser.positionalArguments().isEmpty()
+                ? parser.errorText()
+                : QStringLiteral("takes options alone; see --help"));
+    if (parser.isSet(QStringLiteral("help")))
+        parser.showHelp();
     bool salesOk = false;
     bool seedOk = false;
     bool fromOk = false;

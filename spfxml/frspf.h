@@ -19,9 +19,10 @@ class FrSpfSettings;
 
 namespace spfxml {
 
-/// The driver of the XML protocol. Most operations log what they are asked for, check that the port is ready
-/// and call one operation of the command object; those that do not look at the port fail in the exchange when
-/// it is closed. The state of the shift is asked anew each time.
+/// The driver of the XML protocol. What only gathers a document or keeps a setting does no exchange. The
+/// others log what they are asked for and call the command object, most of them behind a check that the port
+/// is ready; without that check a closed port fails in the exchange. The state of the shift is asked anew
+/// each time.
 ///
 /// A document is gathered here between its opening and its closing call and leaves as one request. Failures
 /// of the exchange pass through as SpfFrCommand::requestData throws them.

@@ -1,0 +1,4 @@
+#pragma once
+
+#include "../spfxml/higher.h"
+/* #include "plugin.h" */
