@@ -6,10 +6,20 @@
 
 #include <csignal>
 #include <cstdio>
+#include <fcntl.h>
 #include <sys/signalfd.h>
 #include <unistd.h>
 
 namespace {
+
+// Or the line would become one of the standard streams that are missing, and the tape go to the host.
+void openMissingStreams()
+{
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (::fcntl(descriptor, F_GETFD) < 0)
+            ::open("/dev/null", O_RDWR);
+    }
+}
 
 // Signals arrive as something to read, so that they are handled in the event loop.
 int openSignals()
@@ -37,6 +47,9 @@ void handleSignal(int descriptor, Station& station)
 
 int main(int argc, char* argv[])
 {
+    openMissingStreams();
+    // Whoever read the tape may have gone; the hosts have not.
+    std::signal(SIGPIPE, SIG_IGN);
     const int signals = openSignals();
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("spf-emulator"));
@@ -59,5 +72,6 @@ int main(int argc, char* argv[])
     QObject::connect(&notifier, &QSocketNotifier::activated, &station,
         [signals, &station] { handleSignal(signals, station); });
     std::fprintf(stderr, "spf-emulator: ready on %s\n", qPrintable(station.address()));
-    return QCoreApplication::exec();
+    QCoreApplication::exec();
+    return station.hasLostOutput() ? 1 : 0;
 }

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <pty.h>
+#include <sys/file.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -18,6 +19,19 @@ namespace {
 constexpr int retryAfter = 5;
 // A host that reads nothing for long has gone; what it did not want is thrown away.
 constexpr qsizetype mostWaiting = 1 << 20;
+
+/// True when an emulator holds the line behind the link.
+bool isAtWork(const QString& link)
+{
+    const int line
+        = ::open(QFile::encodeName(link).constData(), O_RDONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    // A host has it for itself.
+    if (line < 0)
+        return errno == EBUSY;
+    const bool isHeld = ::flock(line, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    ::close(line);
+    return isHeld;
+}
 
 } // namespace
 
@@ -57,6 +71,8 @@ bool PtyLine::openPair()
                       .arg(QString::fromLocal8Bit(std::strerror(errno)));
         return false;
     }
+    // Tells a second emulator that this line is at work; whoever opens it for a register locks nothing.
+    ::flock(m_slave, LOCK_EX | LOCK_NB);
     ::fcntl(m_master, F_SETFL, ::fcntl(m_master, F_GETFL) | O_NONBLOCK);
     m_slaveName = QString::fromLocal8Bit(name);
     return true;
@@ -65,13 +81,16 @@ bool PtyLine::openPair()
 bool PtyLine::makeLink()
 {
     const QFileInfo old(m_link);
-    // A link that an earlier run left behind may go, a real file may not.
+    // A link that an earlier run left behind may go, a real file and the link of a running emulator may not.
+    if (!old.isSymLink() && old.exists())
+        m_error = QStringLiteral("%1 exists and is no link").arg(m_link);
+    // The dead one's line may have become ours.
+    else if (old.isSymLink() && QFile::symLinkTarget(m_link) != m_slaveName && isAtWork(m_link))
+        m_error = QStringLiteral("%1 is the line of another emulator that is running").arg(m_link);
+    if (!m_error.isEmpty())
+        return false;
     if (old.isSymLink())
         QFile::remove(m_link);
-    else if (old.exists()) {
-        m_error = QStringLiteral("%1 exists and is no link").arg(m_link);
-        return false;
-    }
     m_linked = QFile::link(m_slaveName, m_link);
     if (!m_linked)
         m_error = QStringLiteral("cannot make the link %1").arg(m_link);

@@ -31,6 +31,8 @@ QString Station::open()
             && !file->open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text))
             return QStringLiteral("cannot write %1: %2").arg(file->fileName(), file->errorString());
     }
+    if (!m_options.quiet)
+        m_terminal.open(stdout, QIODevice::WriteOnly);
     connectPaper();
     const QString error = openLine();
     if (error.isEmpty())
@@ -54,21 +56,23 @@ void Station::connectPaper()
 {
     m_register.tape().setListener([this](const QStringList& lines) {
         const QByteArray text = lines.join(QLatin1Char('\n')).toUtf8() + '\n';
-        if (m_tape.isOpen()) {
-            m_tape.write(text);
-            m_tape.flush();
-        }
-        if (!m_options.quiet) {
-            std::fwrite(text.constData(), 1, static_cast<size_t>(text.size()), stdout);
-            std::fflush(stdout);
-        }
+        append(m_tape, text);
+        append(m_terminal, text);
     });
     m_register.journal().setListener([this](const QJsonObject& entry) {
-        if (!m_journal.isOpen())
-            return;
-        m_journal.write(QJsonDocument(entry).toJson(QJsonDocument::Compact) + '\n');
-        m_journal.flush();
+        append(m_journal, QJsonDocument(entry).toJson(QJsonDocument::Compact) + '\n');
     });
+}
+
+void Station::append(QFile& file, const QByteArray& text)
+{
+    if (!file.isOpen() || (file.write(text) == text.size() && file.flush()))
+        return;
+    const QString name = file.fileName().isEmpty() ? QStringLiteral("the terminal") : file.fileName();
+    std::fprintf(stderr, "spf-emulator: cannot write %s any more: %s\n", qPrintable(name),
+        qPrintable(file.errorString()));
+    m_hasLostOutput = true;
+    file.close();
 }
 
 void Station::togglePaper()

@@ -19,10 +19,14 @@ public:
     QString open();
     QString address() const { return m_line->address(); }
     void togglePaper();
+    /// Something of tape or journal could not be written.
+    bool hasLostOutput() const { return m_hasLostOutput; }
 
 private:
     QString openLine();
     void connectPaper();
+    /// A file that takes no more is closed; the register goes on.
+    void append(QFile& file, const QByteArray& text);
     void receive(const QByteArray& bytes);
     void pump();
     void trace(const char* direction, const QByteArray& bytes) const;
@@ -36,4 +40,6 @@ private:
     QTimer m_timer;
     QFile m_tape;
     QFile m_journal;
+    QFile m_terminal;
+    bool m_hasLostOutput = false;
 };

@@ -7,8 +7,10 @@ namespace emulator {
 
 namespace {
 
-// Longer than a request with the greatest picture.
+// Longer than a request with the greatest picture. A longer one is refused once its end has come.
 constexpr qsizetype longestRequest = 1'000'000;
+// No request at all: nothing of it is kept.
+constexpr qsizetype mostBytes = 64'000'000;
 constexpr qint64 longestPauseInRequest = 1000;
 constexpr qint64 pauseBetweenAnswers = 200;
 const QString foreignId = QStringLiteral("{00000000-0000-4000-8000-000000000000}");
@@ -28,18 +30,21 @@ bool XmlProtocol::isIdle() const
 
 void XmlProtocol::receive(const QByteArray& bytes)
 {
-    if (isIdle() || m_buffer.size() > longestRequest)
+    if (isIdle() || m_buffer.size() > mostBytes)
         m_buffer.clear();
     m_lastByteAt = milliseconds();
+    // The end may have begun with the bytes before.
+    qsizetype searched = qMax<qsizetype>(0, m_buffer.size() - xmlenvelope::requestEnd.size());
     m_buffer += bytes;
     for (;;) {
         const qsizetype begin = m_buffer.indexOf('<');
         m_buffer.remove(0, begin < 0 ? m_buffer.size() : begin);
-        const qsizetype end = m_buffer.indexOf(xmlenvelope::requestEnd);
+        const qsizetype end = m_buffer.indexOf(xmlenvelope::requestEnd, searched);
         if (end < 0)
             return;
         const QByteArray document = m_buffer.left(end + xmlenvelope::requestEnd.size());
         m_buffer.remove(0, document.size());
+        searched = 0;
         handle(document);
     }
 }
@@ -50,7 +55,10 @@ void XmlProtocol::handle(const QByteArray& document)
     if (fault.mode == FaultMode::Silence)
         return;
     XmlRequest request;
-    const XmlVerdict verdict = xmlenvelope::read(document, request);
+    const bool isTooLong = document.size() > longestRequest;
+    XmlVerdict verdict = xmlenvelope::read(document, request);
+    if (verdict.isGood() && isTooLong)
+        verdict = XmlVerdict::badRequest(QStringLiteral("ArmRequest"));
     if (!verdict.isGood() && !m_settings.isOn(QStringLiteral("POS.Transport.ResponseOnError")))
         return;
     const XmlAnswer answer = verdict.isGood() ? run(request) : XmlAnswer(verdict);

@@ -16,8 +16,9 @@ constexpr int patience = 10'000;
 class Program
 {
 public:
-    explicit Program(const QStringList& arguments)
+    explicit Program(const QStringList& arguments, const QString& outputFile = {})
     {
+        process.setStandardOutputFile(outputFile);
         process.start(QStringLiteral(FRSPF_EMULATOR), arguments);
         process.waitForStarted(patience);
     }
@@ -29,8 +30,13 @@ public:
     QString ready()
     {
         process.setReadChannel(QProcess::StandardError);
-        while (!process.canReadLine() && process.waitForReadyRead(patience)) { }
-        return QString::fromUtf8(process.readLine()).trimmed();
+        QByteArray line;
+        // Qt may have a word of its own to say before.
+        do {
+            while (!process.canReadLine() && process.waitForReadyRead(patience)) { }
+            line = process.readLine();
+        } while (!line.isEmpty() && !line.startsWith("spf-emulator: "));
+        return QString::fromUtf8(line).trimmed();
     }
     int stop(int signal)
     {
@@ -41,6 +47,26 @@ public:
 
     QProcess process;
 };
+
+/// Opens the shift, each request by a connection of its own, as of hosts that come and go.
+void openShift(const QString& ready)
+{
+    ASSERT_TRUE(ready.startsWith("spf-emulator: ready on tcp:127.0.0.1:")) << ready.toStdString();
+    Rig host;
+    Reply reply;
+    for (const int command : {0xA7, 0x00, 0x6B}) {
+        QTcpSocket socket;
+        socket.connectToHost("127.0.0.1", ready.section(':', -1).toUShort());
+        ASSERT_TRUE(socket.waitForConnected(patience));
+        socket.write(
+            host.frame({command, command == 0x6B ? QList<QByteArray>{"Иванова", ""} : reply.fields}));
+        QByteArray answer;
+        while (host.parse(answer).code != 0 && socket.waitForReadyRead(patience))
+            answer += socket.readAll();
+        reply = host.parse(answer);
+        EXPECT_EQ(reply.code, 0) << command;
+    }
+}
 
 } // namespace
 
@@ -62,27 +88,40 @@ TEST(Program, ServesTcpAndWritesJournalAndTape)
     QFile tape(folder.filePath("tape"));
     Program program(
         {"--tcp", "0", "--baud", "115200", "--journal", journal.fileName(), "--tape", tape.fileName()});
-    const QString ready = program.ready();
-    ASSERT_TRUE(ready.startsWith("spf-emulator: ready on tcp:127.0.0.1:")) << ready.toStdString();
-    Rig host;
-    Reply reply;
-    // Each request has its connection, as of hosts that come and go.
-    for (const int command : {0xA7, 0x00, 0x6B}) {
-        QTcpSocket socket;
-        socket.connectToHost("127.0.0.1", ready.section(':', -1).toUShort());
-        ASSERT_TRUE(socket.waitForConnected(patience));
-        socket.write(
-            host.frame({command, command == 0x6B ? QList<QByteArray>{"Иванова", ""} : reply.fields}));
-        QByteArray answer;
-        while (host.parse(answer).code != 0 && socket.waitForReadyRead(patience))
-            answer += socket.readAll();
-        reply = host.parse(answer);
-        EXPECT_EQ(reply.code, 0) << command;
-    }
+    openShift(program.ready());
     EXPECT_EQ(program.stop(SIGINT), 0);
     ASSERT_TRUE(journal.open(QIODevice::ReadOnly) && tape.open(QIODevice::ReadOnly));
     EXPECT_TRUE(journal.readAll().contains("\"type\":\"openShift\""));
     EXPECT_EQ(program.process.readAllStandardOutput(), tape.readAll());
+}
+
+TEST(Program, GoesOnWithoutPaperThatNobodyReadsAndSaysSo)
+{
+    Program program({"--tcp", "0", "--journal", "/dev/full"}, "/dev/full");
+    const QString ready = program.ready();
+    ::kill(static_cast<pid_t>(program.process.processId()), SIGPIPE);
+    openShift(ready);
+    EXPECT_EQ(program.stop(SIGTERM), 1);
+    const QByteArray said = program.process.readAllStandardError();
+    EXPECT_TRUE(said.contains("cannot write the terminal any more: ")) << said.toStdString();
+    EXPECT_TRUE(said.contains("cannot write /dev/full any more: ")) << said.toStdString();
+}
+
+TEST(Program, LeavesTheLinkToTheOneThatRuns)
+{
+    const QTemporaryDir folder;
+    const QString link = folder.filePath("register");
+    Program first({"--pty", link});
+    first.ready();
+    const QString line = QFile::symLinkTarget(link);
+    Program second({"--pty", link});
+    EXPECT_EQ(second.ready(), "spf-emulator: " + link + " is the line of another emulator that is running");
+    second.process.waitForFinished(patience);
+    EXPECT_EQ(second.process.exitCode(), 1);
+    EXPECT_EQ(QFile::symLinkTarget(link), line);
+    first.stop(SIGKILL);
+    Program third({"--pty", link});
+    EXPECT_EQ(third.ready(), "spf-emulator: ready on " + link) << "the link was left behind";
 }
 
 TEST(Program, ExitStatusesAndMessages)

@@ -75,6 +75,19 @@ TEST(XmlLink, JudgesTheEnvelopeAndTheTree)
     EXPECT_EQ(rig.run(44), "0.0");
 }
 
+TEST(XmlLink, RequestThatIsTooLongIsRefusedOnceItHasEnded)
+{
+    XmlRig rig;
+    const QByteArray request = rig.request(4, pa("2", 7, pa("1021", 1, QString(2'000'000, 'x'))));
+    QByteArray answer;
+    for (qsizetype start = 0; start < request.size(); start += 4095)
+        answer += rig.exchange(request.mid(start, 4095)).bytes;
+    const XmlReply reply{answer};
+    EXPECT_EQ(reply.verdict(), "5.5002");
+    EXPECT_EQ(reply.element("RequestId"), rig.id());
+    EXPECT_EQ(rig.run(44), "0.0");
+}
+
 TEST(XmlLink, FindsRequestsInTheStreamOfBytesAndTellsTheProtocolsApart)
 {
     XmlRig rig;
