@@ -10,11 +10,10 @@
 #include "logging.h"
 #include "receipterror.h"
 #include "registersession.h"
+#include "streams.h"
 
 #include <QCoreApplication>
 #include <QJsonDocument>
-
-#include <cstdio>
 
 namespace frctl {
 
@@ -23,21 +22,37 @@ namespace {
 /// What is told when a command did not come to its end.
 struct Complaint
 {
-    int status = ExitFailure;
+    ExitStatus status = ExitFailure;
     QString text;
     QString exception;
     sale::Verdict verdict = {};
     bool isUsage = false;
 };
 
-void print(std::FILE* stream, const QString& text)
+QString compact(const QJsonObject& json)
 {
-    std::fputs((text + QLatin1Char('\n')).toUtf8().constData(), stream);
+    return QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact));
 }
 
-void printJson(const QJsonObject& json)
+void complain(const QString& text)
 {
-    print(stdout, QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact)));
+    print(stderr, QStringLiteral("frctl: ") + text);
+}
+
+/// Prints what a command has to say; gives its exit status. A document that was issued must not look as one
+/// that failed because nobody takes the output.
+int deliver(const QString& text, ExitStatus status = ExitSuccess, const sale::Verdict& verdict = {})
+{
+    const int error = print(stdout, text);
+    if (error == 0)
+        return status;
+    complain(QStringLiteral("standard output: ") + qt_error_string(error));
+    if (status != ExitSuccess)
+        return status;
+    if (verdict.outcome == sale::Outcome::None)
+        return ExitFailure;
+    complain(sale::verdictText(verdict));
+    return exitStatusOf(verdict.outcome);
 }
 
 constexpr int helpColumn = 26;
@@ -96,17 +111,17 @@ Complaint complaintOf(const std::exception_ptr& exception)
 
 int report(const Complaint& complaint, bool json)
 {
-    print(stderr, QStringLiteral("frctl: ") + complaint.text);
+    complain(complaint.text);
     const QString outcome = sale::verdictText(complaint.verdict);
     if (!outcome.isEmpty())
-        print(stderr, QStringLiteral("frctl: ") + outcome);
+        complain(outcome);
     if (complaint.isUsage)
         print(stderr, usage() + QStringLiteral("\nTry frctl --help."));
     if (json) {
         QJsonObject object = documentJson(complaint.verdict);
         object.insert(QStringLiteral("error"), complaint.text);
         object.insert(QStringLiteral("exception"), complaint.exception);
-        printJson(object);
+        return deliver(compact(object), complaint.status);
     }
     return complaint.status;
 }
@@ -122,30 +137,22 @@ Output work(const Options& options)
     RegisterSession session(options);
     session.connect(task.withInit, task.cashier.value_or(options.cashier));
     for (const sale::SettledSale& settled : session.settledSales())
-        print(stderr,
-            QStringLiteral("frctl: sale %1 of an earlier run: %2")
-                .arg(settled.id, sale::verdictText(settled.verdict)));
+        complain(QStringLiteral("sale %1 of an earlier run: %2")
+                     .arg(settled.id, sale::verdictText(settled.verdict)));
     return task.onParameters ? task.onParameters(session.driver(), session.parameters())
                              : task.onRegister(session.driver());
 }
 
 int run(const Options& options)
 {
-    if (options.help) {
-        print(stdout, help());
-        return ExitSuccess;
-    }
-    if (options.version) {
-        print(stdout, QStringLiteral("frctl ") + QCoreApplication::applicationVersion());
-        return ExitSuccess;
-    }
+    if (options.help)
+        return deliver(help());
+    if (options.version)
+        return deliver(QStringLiteral("frctl ") + QCoreApplication::applicationVersion());
     setUpLogging(options.logLevel);
     const Output output = work(options);
-    if (options.json)
-        printJson(output.json);
-    else
-        print(stdout, output.lines.join(QLatin1Char('\n')));
-    return output.status;
+    const QString text = options.json ? compact(output.json) : output.lines.join(QLatin1Char('\n'));
+    return deliver(text, output.status, output.verdict);
 }
 
 } // namespace

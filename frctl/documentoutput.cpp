@@ -62,6 +62,7 @@ Output receiptOutput(const sale::IssueResult& result)
     for (const sale::MarkCheck& mark : result.marks)
         output.lines.append(markLine(mark));
     output.json = receiptJson(result);
+    output.verdict = result.verdict;
     return output;
 }
 

@@ -75,13 +75,13 @@ private:
     sale::Verdict m_verdict;
 };
 
-/// Ctrl-C, or a request to end: thrown out of the device while a driver waits for the register.
-class Interrupted : public std::runtime_error
+/// Ctrl-C, or a request to end: thrown out of the device while a driver waits for the register. It derives
+/// from nothing, since a driver that goes on after a failed exchange must not go on after this one.
+class Interrupted
 {
 public:
     explicit Interrupted(const sale::Verdict& verdict = {})
-        : std::runtime_error("interrupted")
-        , m_verdict(verdict)
+        : m_verdict(verdict)
     {
     }
 

@@ -26,6 +26,7 @@ std::optional<Output> IdentifiedReceipt::answer() const
     Output output;
     output.lines = {QStringLiteral("receipt issued before: document %1").arg(verdict.number)};
     output.json = documentJson(verdict);
+    output.verdict = verdict;
     output.json.insert(QStringLiteral("repeated"), true);
     return output;
 }

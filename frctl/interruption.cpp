@@ -2,17 +2,33 @@
 
 #include "errors.h"
 
+#include <unistd.h>
+
 #include <csignal>
 
 namespace frctl {
 
 namespace {
 
-volatile std::sig_atomic_t interrupted = 0;
+volatile std::sig_atomic_t isInterrupted = 0;
+volatile std::sig_atomic_t signalCount = 0;
 
-void remember(int)
+void remember(int signal, siginfo_t* info, void*)
 {
-    interrupted = 1;
+    // Whoever reads the output or the log has gone: the write tells that itself, and a sale goes on.
+    if (signal == SIGPIPE && info->si_pid == getpid())
+        return;
+    if (signalCount > 0)
+        _exit(ExitInterrupted);
+    signalCount = 1;
+    isInterrupted = 1;
+}
+
+bool isIgnored(int signal)
+{
+    struct sigaction present = {};
+    return sigaction(signal, nullptr, &present) == 0 && (present.sa_flags & SA_SIGINFO) == 0
+        && present.sa_handler == SIG_IGN;
 }
 
 } // namespace
@@ -20,16 +36,22 @@ void remember(int)
 void catchInterruptions()
 {
     struct sigaction action = {};
-    action.sa_handler = remember;
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
-    sigaction(SIGINT, &action, nullptr);
-    sigaction(SIGTERM, &action, nullptr);
+    action.sa_sigaction = remember;
+    action.sa_flags = SA_SIGINFO | SA_RESTART;
+    for (const int signal : {SIGINT, SIGTERM, SIGPIPE, SIGHUP}) {
+        // nohup means what it says.
+        if (signal != SIGHUP || !isIgnored(signal))
+            sigaction(signal, &action, nullptr);
+    }
 }
 
 void throwIfInterrupted()
 {
-    if (interrupted != 0)
-        throw Interrupted();
+    // Once: what is cleaned up on the way out waits for the register as well.
+    if (isInterrupted == 0)
+        return;
+    isInterrupted = 0;
+    throw Interrupted();
 }
 
 } // namespace frctl

@@ -2,10 +2,10 @@
 
 namespace frctl {
 
-/// From now on Ctrl-C and a request to end leave the work at the next wait for the register. The second one
-/// ends the program on the spot.
+/// From now on Ctrl-C, a hang-up and a request to end leave the work at the next wait for the register. The
+/// second one ends the program on the spot. A pipe that nobody reads any more ends nothing.
 void catchInterruptions();
-/// Throws Interrupted when one has come.
+/// Throws Interrupted when one has come, and not again.
 void throwIfInterrupted();
 
 } // namespace frctl

@@ -1,10 +1,12 @@
 #include "application.h"
 #include "logging.h"
+#include "streams.h"
 
 #include <QCoreApplication>
 
 int main(int argc, char** argv)
 {
+    frctl::makeStreamsSafe();
     // Before Qt has a word to say about the locale.
     frctl::setUpLogging(frctl::Options::Error);
     const QCoreApplication application(argc, argv);

@@ -14,6 +14,8 @@ struct Output
     QJsonObject json;
     /// ExitIssued for a receipt that an earlier run began and this one found issued.
     ExitStatus status = ExitSuccess;
+    /// Of the document that was issued, when it was one.
+    sale::Verdict verdict = {};
 };
 
 } // namespace frctl

@@ -94,7 +94,8 @@ Output moveCash(AbstractFrDriver& driver, hw::fr::CheckType type, qint64 sum, bo
     runUnnumbered(driver, steps);
     const QString text
         = type == hw::fr::CheckCashIn ? QStringLiteral("cash in: %1") : QStringLiteral("cash out: %1");
-    return {{text.arg(moneyText(sum))}, {{QStringLiteral("sum"), roubles(sum)}}};
+    return {{text.arg(moneyText(sum))}, {{QStringLiteral("sum"), roubles(sum)}}, ExitSuccess,
+        sale::Outcome::Issued};
 }
 
 Task prepareCash(const Options& options, hw::fr::CheckType type)
@@ -135,7 +136,7 @@ Output printText(AbstractFrDriver& driver, const QStringList& text, bool isHex)
     steps.cancelAfterClose = isHex;
     runUnnumbered(driver, steps);
     return {{QStringLiteral("%1 lines printed").arg(lines.size())},
-        {{QStringLiteral("lines"), static_cast<int>(lines.size())}}};
+        {{QStringLiteral("lines"), static_cast<int>(lines.size())}}, ExitSuccess, sale::Outcome::Issued};
 }
 
 } // namespace

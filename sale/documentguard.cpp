@@ -12,15 +12,17 @@ Outcome cancelAfterFailure(AbstractFrDriver& driver)
     try {
         driver.checkCancel();
         return Outcome::Cancelled;
-    } catch (const BasicException&) {
+    } catch (...) {
+        // Also a second interruption: the failure that led here is the one to report.
         return Outcome::NotCancelled;
     }
 }
 
-using Recovery = std::function<Verdict(const BasicException&)>;
+/// Tells what has become of the document; the failure is null after an interruption.
+using Recovery = std::function<Verdict(const BasicException*)>;
 
-/// Runs the step and tells how it failed, if it did. recover tells after a failure of the register what has
-/// become of the document; without it, and after an interruption, it is the verdict given.
+/// Runs the step and tells how it failed, if it did. Without recover, and when it is interrupted itself, the
+/// verdict is the one given.
 std::optional<DocumentResult> failureOf(
     const std::function<void()>& step, const Verdict& verdict, const Recovery& recover = {})
 {
@@ -31,24 +33,29 @@ std::optional<DocumentResult> failureOf(
             return std::nullopt;
         } catch (const BasicException& exception) {
             const Failure failure = currentFailure();
-            return DocumentResult{recover ? recover(exception) : verdict, failure};
+            return DocumentResult{recover ? recover(&exception) : verdict, failure};
+        } catch (...) {
+            const Failure failure = currentFailure();
+            return DocumentResult{recover ? recover(nullptr) : verdict, failure};
         }
     } catch (...) {
         return DocumentResult{verdict, currentFailure()};
     }
 }
 
-Verdict afterRefusedOpen(AbstractFrDriver& driver, const BasicException& failure)
+Verdict afterRefusedOpen(AbstractFrDriver& driver, const BasicException* failure)
 {
     const Outcome outcome = cancelAfterFailure(driver);
-    const bool mayBeOpen = dynamic_cast<const FrNoConnectionException*>(&failure) != nullptr;
+    const bool mayBeOpen
+        = failure == nullptr || dynamic_cast<const FrNoConnectionException*>(failure) != nullptr;
     return outcome == Outcome::NotCancelled && !mayBeOpen ? Outcome::None : outcome;
 }
 
-Verdict afterFailedClose(AbstractFrDriver& driver, const DocumentSteps& steps)
+Verdict afterFailedClose(AbstractFrDriver& driver, const DocumentSteps& steps, bool isInterrupted)
 {
+    // Whoever interrupts does not want to wait for a settlement: the next run makes it.
     if (steps.settle)
-        return steps.settle();
+        return isInterrupted ? Outcome::Unknown : steps.settle();
     const bool isCancelled = steps.cancelAfterClose && cancelAfterFailure(driver) == Outcome::Cancelled;
     return isCancelled ? Outcome::Cancelled : Outcome::Unasked;
 }
@@ -57,14 +64,15 @@ Verdict afterFailedClose(AbstractFrDriver& driver, const DocumentSteps& steps)
 
 DocumentResult runDocument(AbstractFrDriver& driver, const DocumentSteps& steps)
 {
-    const auto refused = [&](const BasicException& failure) { return afterRefusedOpen(driver, failure); };
+    const auto refused = [&](const BasicException* failure) { return afterRefusedOpen(driver, failure); };
     if (const auto failed = failureOf(steps.open, Outcome::NotCancelled, refused))
         return *failed;
-    const auto cancel = [&](const BasicException&) { return cancelAfterFailure(driver); };
+    const auto cancel = [&](const BasicException*) { return cancelAfterFailure(driver); };
     if (const auto failed = failureOf(steps.fill, Outcome::NotCancelled, cancel))
         return *failed;
     const Outcome unsettled = steps.settle ? Outcome::Unknown : Outcome::Unasked;
-    const auto settle = [&](const BasicException&) { return afterFailedClose(driver, steps); };
+    const auto settle
+        = [&](const BasicException* failure) { return afterFailedClose(driver, steps, failure == nullptr); };
     if (const auto failed = failureOf(steps.close, unsettled, settle))
         return *failed;
     return failureOf(steps.finish, steps.issued).value_or(DocumentResult{steps.issued, std::nullopt});

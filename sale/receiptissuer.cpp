@@ -51,7 +51,7 @@ void forgetMarks(AbstractFrDriver& driver, const Receipt& receipt)
     try {
         if (receipt.hasMarkedItems())
             driver.clearMarkingCodes();
-    } catch (const BasicException&) {
+    } catch (...) {
         // The failure that led here is the one to report.
     }
 }
@@ -62,7 +62,7 @@ QList<MarkCheck> checkMarks(AbstractFrDriver& driver, const Receipt& receipt)
         return askAboutMarks(driver, receipt);
     } catch (const FrNoConnectionException&) {
         throw;
-    } catch (const BasicException&) {
+    } catch (...) {
         forgetMarks(driver, receipt);
         throw;
     }
@@ -205,8 +205,8 @@ private:
         m_result.isFinal = isUndone || outcome == Outcome::Issued || m_settled;
         if (isUndone)
             forgetMarks(m_driver, m_receipt);
-        // What could not be found out now, or was interrupted, is left to the next run.
-        if (!m_result.isFinal || !m_result.failure->isOfDriver)
+        // What could not be found out now is left to the next run.
+        if (!m_result.isFinal)
             return;
         try {
             writeOutcome(isUndone ? Outcome::NotIssued : m_result.verdict);

@@ -209,14 +209,51 @@ TEST(Frctl, FailureIsToldAndLeavesThePortClosed)
 
 TEST(Frctl, InterruptionClosesThePort)
 {
-    const Emulator emulator(words("--faults silence@1+"));
-    for (const int signal : {SIGINT, SIGTERM}) {
-        const Result result
-            = interruptFrctl(words("--protocol HEX --log-level info --port " + emulator.port() + " status"),
-                "Соединение с устройством", signal);
-        EXPECT_EQ(result.status, 130);
-        EXPECT_TRUE(result.errors.contains("Порт закрыт")) << result.errors.constData();
+    const struct
+    {
+        const char* faults;
+        const char* command;
+        const char* after;
+    } rows[] = {{"--faults silence@1+", "status", "Соединение с устройством"},
+        {"", "params list", "Получение параметра 2 0"}};
+    for (const auto& row : rows) {
+        const Emulator emulator(words(row.faults));
+        for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) {
+            const Result result = interruptFrctl(words("--protocol HEX --log-level debug --port "
+                                                     + emulator.port() + ' ' + QLatin1String(row.command)),
+                row.after, signal);
+            EXPECT_EQ(result.status, 130) << row.command << signal;
+            EXPECT_TRUE(result.errors.contains("Порт закрыт")) << result.errors.constData();
+        }
     }
+}
+
+// Also where the program was started without standard streams: the line must not become one of them.
+TEST(Frctl, OutputThatNobodyTakesIsAnErrorAndNoLostSale)
+{
+    const struct
+    {
+        const char* command;
+        const char* redirection;
+        int status;
+        const char* errors;
+    } rows[] = {{"status", ">/dev/full", 1, "frctl: standard output: "},
+        {"--help", ">/dev/full", 1, "frctl: standard output: "},
+        {"sell " FRSPF_EXAMPLES "/sale.json", ">/dev/full", 3, "was issued; do not repeat it"},
+        {"--log-level trace --json cash-in 5", ">&3 2>&3", 3, ""},
+        {"--log-level trace status", "<&- >&- 2>&-", 0, ""}};
+    const Emulator emulator;
+    for (const auto& row : rows) {
+        const QString redirection = QLatin1String(row.redirection);
+        // Descriptor 3 is a pipe whose reader has gone.
+        const QString script = QStringLiteral(
+            "exec 3> >(true); wait $!; " FRCTL " --plugin " SPF_PLUGIN " --protocol HEX --port %1 %2 %3")
+                                   .arg(emulator.port(), QLatin1String(row.command), redirection);
+        const Result result = runShell(script);
+        EXPECT_EQ(result.status, row.status) << row.command << row.redirection << result.errors.constData();
+        EXPECT_TRUE(result.errors.contains(row.errors)) << result.errors.constData();
+    }
+    EXPECT_EQ(typesOf(emulator.journal()), (QStringList{"openShift", "sell", "cashIn"}));
 }
 
 } // namespace

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 namespace {
 
 /// The sale of an example under an id, in a journal of its own.
@@ -22,7 +24,11 @@ protected:
     /// Runs the sale; gives its answer after checking status and outcome.
     QJsonObject sell(const Emulator& emulator, int status, const char* outcome) const
     {
-        const Result result = runFrctl(command(emulator));
+        return answerOf(runFrctl(command(emulator)), status, outcome);
+    }
+
+    QJsonObject answerOf(const Result& result, int status, const char* outcome) const
+    {
         EXPECT_EQ(result.status, status) << result.errors.constData();
         const QJsonObject json = QJsonDocument::fromJson(result.output).object();
         EXPECT_EQ(json.value("outcome"), QLatin1String(outcome)) << result.output.constData();
@@ -59,18 +65,23 @@ QList<QJsonObject> receipts(const Emulator& emulator)
     return result;
 }
 
-/// The fault for the exchange that closes the first sale of a register: found by counting those of a sale
-/// without faults.
-QStringList faultAtClose(const char* fault)
+/// The fault for the exchange of the first sale of a register that follows the line of the log: found by
+/// counting those of a sale without faults.
+QStringList faultAt(const char* line, const char* fault)
 {
-    static const int exchange = [] {
+    static const QString log = [] {
         const Emulator emulator;
         const Result result = runFrctl({"--protocol", "HEX", "--port", emulator.port(), "--log-level",
             "trace", "sell", QStringLiteral(FRSPF_EXAMPLES "/sale.json")});
-        const QString log = QString::fromUtf8(result.errors);
-        return 1 + static_cast<int>(log.left(log.indexOf("Закрытие чека")).count("Отправка: 02"));
+        return QString::fromUtf8(result.errors);
     }();
+    const qsizetype exchange = 1 + log.left(log.indexOf(line)).count("Отправка: 02");
     return {"--faults", QString(fault) + QLatin1Char('@') + QString::number(exchange)};
+}
+
+QStringList faultAtClose(const char* fault)
+{
+    return faultAt("Закрытие чека", fault);
 }
 
 TEST_F(Outcome, LostAnswerMeansIssued)
@@ -102,6 +113,18 @@ TEST_F(Outcome, DisturbedCloseIsJudged)
         sell(emulator, row.status, row.outcome);
         EXPECT_EQ(receipts(emulator).size(), row.receipts);
     }
+}
+
+TEST_F(Outcome, InterruptedSaleIsCancelledAndInTheJournal)
+{
+    const char* const line = "Добавление предмета расчета";
+    const Emulator emulator(faultAt(line, "silence"));
+    const QStringList logged = QStringList{"--log-level", "debug"} + command(emulator);
+    answerOf(interruptFrctl(logged, line, SIGHUP), 130, "cancelled");
+    const Result cancel = runFrctl({"--protocol", "HEX", "--port", emulator.port(), "cancel"});
+    EXPECT_EQ(cancel.status, 1) << "no document is open any more";
+    EXPECT_FALSE(sell(emulator, 0, "issued").contains("repeated"));
+    EXPECT_EQ(receipts(emulator).size(), 1);
 }
 
 TEST_F(Outcome, KilledAfterTheRegisterActed)

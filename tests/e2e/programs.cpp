@@ -69,6 +69,13 @@ Result runFrctl(const QStringList& arguments)
     return resultOf(process);
 }
 
+Result runShell(const QString& script)
+{
+    QProcess process;
+    process.start(QStringLiteral("bash"), {"-c", script});
+    return resultOf(process);
+}
+
 Result interruptFrctl(const QStringList& arguments, const QByteArray& after, int signal)
 {
     QProcess process;

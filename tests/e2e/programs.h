@@ -32,6 +32,8 @@ struct Result
 
 /// Starts frctl with the built plugin and waits until it has ended.
 Result runFrctl(const QStringList& arguments);
+/// Runs a line of bash.
+Result runShell(const QString& script);
 /// Starts it, sends the signal once the text has stood in its messages, and waits until it has ended.
 Result interruptFrctl(const QStringList& arguments, const QByteArray& after, int signal);
 QByteArray readAll(const QString& fileName);

@@ -21,7 +21,9 @@ TEST(DocumentGuard, DocumentsThatTheDriveDoesNotNumber)
         {"print", false, true, "open print cancel", Outcome::Cancelled},
         {"close", false, true, "open print close cancel", Outcome::Cancelled},
         {"close cancel", false, true, "open print close cancel", Outcome::Unasked},
-        {"close", true, true, "open print close", Outcome::Unasked},
+        {"print", true, true, "open print cancel", Outcome::Cancelled},
+        {"open cancel", true, true, "open cancel", Outcome::NotCancelled},
+        {"close", true, true, "open print close cancel", Outcome::Cancelled},
         {"close", false, false, "open print close", Outcome::Unasked},
         {"wait", false, true, "open print close wait", Outcome::Issued},
     };

@@ -89,11 +89,13 @@ TEST_F(Issue, FailureDecidesWhatBecomesOfTheDocument)
         {"openShift", false, "openShift", none, undone},
         {"ask", false, "openShift ask", none, undone},
         {"mark", false, "openShift ask mark clear", none, undone},
-        {"mark", true, "openShift ask mark", none, undone},
+        {"mark", true, "openShift ask mark clear", none, undone},
         {"open cancel", false, "openShift ask mark open cancel clear", none, undone},
         {"total", false, begun + " cancel clear", Outcome::Cancelled, undone},
         {"total cancel", false, begun + " cancel", Outcome::NotCancelled, none},
-        {"total", true, begun, Outcome::NotCancelled, none},
+        {"open", true, "openShift ask mark open cancel clear", Outcome::Cancelled, undone},
+        {"total", true, begun + " cancel clear", Outcome::Cancelled, undone},
+        {"total cancel", true, begun + " cancel", Outcome::NotCancelled, none},
         {"close", false, filled + " close connect ask", {Outcome::Issued, 8}, Outcome::Issued, {7, 8}},
         {"close", false, filled + " close connect ask", Outcome::Unknown, Outcome::Unknown, {7, 9}},
         {"close", false, filled + " close connect ask init ask clear", Outcome::NotIssued, undone},
@@ -103,7 +105,7 @@ TEST_F(Issue, FailureDecidesWhatBecomesOfTheDocument)
         {"close connect", false, filled + " close connect", Outcome::Unknown, none},
         {"close", true, filled + " close", Outcome::Unknown, none},
         {"wait", false, filled + " close wait", {Outcome::Issued, 8}, Outcome::Issued},
-        {"wait", true, filled + " close wait", {Outcome::Issued, 8}, none},
+        {"wait", true, filled + " close wait", {Outcome::Issued, 8}, Outcome::Issued},
     };
     const QTemporaryDir folder;
     int number = 0;
