@@ -19,6 +19,7 @@ struct OptionRow
 
 constexpr OptionRow optionRows[] = {
     {"port", "PORT", "The register's line: /dev/tty..., the link of a pty, or tcp:host:port."},
+    {"wait", "SECONDS", "How long to wait for a port that another program works (0)."},
     {"protocol", "HEX|XML", "Protocol of the register (XML)."},
     {"protocol-version", "TEXT", "Version of the control protocol that XML requests carry."},
     {"plugin", "FILE|DIR", "The driver plugin, or a folder to look for it; may be repeated."},
@@ -62,6 +63,15 @@ unsigned deviceId(const QString& text)
     if (!ok || id > 19)
         throw UsageError(QStringLiteral("--device-id: \"%1\" is not a number from 0 to 19").arg(text));
     return id;
+}
+
+int waitSeconds(const QString& text)
+{
+    bool ok = false;
+    const int seconds = text.toInt(&ok);
+    if (!ok || seconds < 0 || seconds > 86400)
+        throw UsageError(QStringLiteral("--wait: \"%1\" is not a number from 0 to 86400").arg(text));
+    return seconds;
 }
 
 void addDriverOption(const QString& text, hw::fr::DriverOptions& options)
@@ -110,6 +120,8 @@ void readValues(const QCommandLineParser& parser, Options& options)
     options.cashier.inn = value("cashier-inn");
     if (isSet("protocol"))
         options.protocol = protocol(value("protocol"));
+    if (isSet("wait"))
+        options.waitSeconds = waitSeconds(value("wait"));
     if (isSet("device-id"))
         options.deviceId = deviceId(value("device-id"));
     if (isSet("log-level"))

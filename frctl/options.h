@@ -21,6 +21,8 @@ struct Options
     /// Files or folders.
     QStringList plugins;
     unsigned deviceId = 0;
+    /// How long to wait for a port that another program has.
+    int waitSeconds = 0;
     bool speedEnumerate = true;
     hw::fr::DriverOptions driverOptions;
     FrUser cashier;

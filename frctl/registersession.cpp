@@ -11,19 +11,34 @@
 #include "settlement.h"
 #include "streamdevice.h"
 
+#include <QElapsedTimer>
 #include <QFile>
+#include <QThread>
 
 namespace frctl {
+
+namespace {
+constexpr unsigned long lookAgainMs = 50;
+constexpr int longestDropMs = 1000;
+// Longer than the pauses within an answer; every command waits for it.
+constexpr int quietMs = 30;
+constexpr qint64 dropAtOnce = 4096;
+} // namespace
 
 RegisterSession::RegisterSession(const Options& options)
     : m_journalFile(options.journalFile)
     , m_markReading(options.markReading())
 {
     m_deviceObject = createDeviceObject(findPlugin(options.plugins));
+    m_line = devices::createSerialDevice(options.port);
+    if (!m_line)
+        throw UsageError(QStringLiteral("--port: \"%1\" names no port").arg(options.port));
+    lockPort(options);
     openLine(options);
     buildDriver(options);
     try {
         m_driver->portOpen();
+        dropLeftovers();
     } catch (...) {
         m_driver->portClose();
         throw;
@@ -35,16 +50,38 @@ RegisterSession::~RegisterSession()
     m_driver->portClose();
 }
 
+void RegisterSession::lockPort(const Options& options)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!m_lock.take(options.port)) {
+        if (!m_lock.errorString().isEmpty())
+            throw HostError(
+                QStringLiteral("port %1 cannot be locked: %2").arg(options.port, m_lock.errorString()));
+        if (timer.hasExpired(options.waitSeconds * 1000LL))
+            throw HostError(QStringLiteral("port %1 is busy: process %2 works it")
+                                .arg(options.port)
+                                .arg(m_lock.holder()));
+        QThread::msleep(lookAgainMs);
+        throwIfInterrupted();
+    }
+}
+
 void RegisterSession::openLine(const Options& options)
 {
-    m_line = devices::createSerialDevice(options.port);
-    if (!m_line)
-        throw UsageError(QStringLiteral("--port: \"%1\" names no port").arg(options.port));
     m_line->setWaitCallback(throwIfInterrupted);
     // The driver sets up the line before it opens it, and a closed line takes no settings.
     if (!m_line->open())
         throw HostError(
             QStringLiteral("port %1 cannot be opened: %2").arg(options.port, m_line->errorString()));
+}
+
+void RegisterSession::dropLeftovers()
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!timer.hasExpired(longestDropMs) && m_line->waitForReadyRead(quietMs))
+        m_line->read(dropAtOnce);
 }
 
 void RegisterSession::setProperty(const char* name, const QVariant& value)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "options.h"
+#include "portlock.h"
 #include "settledsale.h"
 
 #include <QObject>
@@ -40,11 +41,16 @@ public:
     hw::AbstractRegisterParameters& parameters() const;
 
 private:
+    void lockPort(const Options& options);
     void openLine(const Options& options);
     void buildDriver(const Options& options);
     void settleSales();
+    /// What an exchange that was broken off has left on the line.
+    void dropLeftovers();
     void setProperty(const char* name, const QVariant& value);
 
+    // Held until the line is closed.
+    devices::PortLock m_lock;
     // The device object works on the line until it is destroyed, so the line is destroyed after it.
     std::unique_ptr<devices::StreamDevice> m_line;
     std::unique_ptr<QObject> m_deviceObject;

@@ -1,9 +1,12 @@
 #include "line.h"
 
+#include "portlock.h"
 #include "serialdevicefactory.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -178,6 +181,32 @@ TEST(Factory, TellsPortsByTheirNames)
     for (const auto& [name, type] : rows) {
         const auto device = devices::createSerialDevice(QString::fromLatin1(name));
         EXPECT_EQ(device ? device->getType() : 0, type) << name;
+    }
+}
+
+TEST(PortLock, IsOnWhatTheNameLeadsTo)
+{
+    const Line pty("pty");
+    const QString name = pty.device().getDeviceName();
+    const QString path = "/dev/" + name;
+    const QTemporaryDir folder;
+    const QString link = folder.filePath("register");
+    const QString linkToLink = folder.filePath("till");
+    ASSERT_TRUE(QFile::link(path, link) && QFile::link(link, linkToLink));
+    const std::tuple<QString, QString, bool> rows[] = {{link, path, true}, {link, linkToLink, true},
+        {path, name, true}, {"tcp:localhost:7778", "tcp:127.0.0.1:7778", true},
+        {"tcp:127.0.0.1:7778", "tcp:[::ffff:127.0.0.1]:7778", true},
+        {"tcp:127.0.0.1:7778", "tcp:127.0.0.1:7779", false}, {link, "tcp:127.0.0.1:7778", false},
+        {"/dev/frspf-none", "/dev/frspf-none", false}};
+    for (const auto& [one, other, isSame] : rows) {
+        devices::PortLock lock;
+        EXPECT_TRUE(lock.take(one)) << one.toStdString();
+        devices::PortLock second;
+        EXPECT_EQ(second.take(other), !isSame) << one.toStdString() << ' ' << other.toStdString();
+        EXPECT_EQ(second.holder(), isSame ? QCoreApplication::applicationPid() : 0);
+        EXPECT_TRUE(second.errorString().isEmpty()) << second.errorString().toStdString();
+        lock.release();
+        EXPECT_TRUE(second.take(other)) << other.toStdString();
     }
 }
 

@@ -15,6 +15,7 @@ public:
     explicit Line(const std::string& kind);
     ~Line();
 
+    const devices::StreamDevice& device() const { return *m_device; }
     devices::StreamDevice& device() { return *m_device; }
     void send(const QByteArray& data) const;
     /// What has arrived at the far end, without waiting for more than the first byte.

@@ -1,5 +1,6 @@
 #include "programs.h"
 
+#include "portlock.h"
 #include "serialportdevice.h"
 
 #include <QCoreApplication>
@@ -10,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <thread>
 
 namespace {
 
@@ -226,6 +228,36 @@ TEST(Frctl, InterruptionClosesThePort)
             EXPECT_TRUE(result.errors.contains("Порт закрыт")) << result.errors.constData();
         }
     }
+}
+
+TEST(Frctl, BusyPortNamesItsHolderAndIsWaitedFor)
+{
+    const Emulator emulator;
+    devices::PortLock lock;
+    ASSERT_TRUE(lock.take(emulator.port()));
+    const QTemporaryDir folder;
+    const QString otherName = folder.filePath("till");
+    ASSERT_TRUE(QFile::link(emulator.port(), otherName));
+    const QStringList command{"--port", otherName, "--protocol", "HEX", "status"};
+    const Result busy = runFrctl(command);
+    EXPECT_EQ(busy.status, 1);
+    const QByteArray process = QByteArray::number(QCoreApplication::applicationPid());
+    EXPECT_TRUE(busy.errors.contains("is busy: process " + process + " works it")) << busy.errors.constData();
+    std::thread holder([&lock] { lock.release(); });
+    EXPECT_EQ(runFrctl(QStringList{"--wait", "60"} + command).status, 0);
+    holder.join();
+}
+
+// What a run that was killed has asked for must not be taken for the answer to the next one.
+TEST(Frctl, LeftoversOnTheLineAreDropped)
+{
+    // A tail that lasts for half a second.
+    const Emulator emulator(words("--baud 115200"));
+    QFile line(emulator.port());
+    ASSERT_TRUE(line.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
+    line.write(QByteArrayLiteral("<ArmRequest></ArmRequest>").repeated(10));
+    const Result result = run(emulator, "XML", words("time get"));
+    EXPECT_EQ(result.status, 0) << result.errors.constData();
 }
 
 // Also where the program was started without standard streams: the line must not become one of them.

@@ -54,6 +54,7 @@ TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
     const std::pair<const char*, const char*> rows[] = {{"--color status", "Unknown option"},
         {"--port", "Missing value"}, {"--protocol hex status", "--protocol:"},
         {"--device-id 20 status", "--device-id:"}, {"--device-id x status", "--device-id:"},
+        {"--wait 1.5 status", "--wait:"}, {"--wait -1 status", "--wait:"},
         {"--option 16 status", "--option:"}, {"--option 3=on status", "--option:"},
         {"--option 4=yes status", "--option:"}, {"--log-level all status", "--log-level:"},
         {"", "no command"}, {"sel a", "no command \"sel\""}, {"sell", "sell takes FILE"},

@@ -1,0 +1,34 @@
+#include "portname.h"
+
+#include <QRegularExpression>
+
+namespace devices {
+
+namespace {
+const QString tcpPrefix = QStringLiteral("tcp:");
+} // namespace
+
+bool isTcpName(const QString& name)
+{
+    return name.startsWith(tcpPrefix);
+}
+
+std::optional<TcpAddress> tcpAddressOf(const QString& name)
+{
+    static const QRegularExpression pattern(
+        QStringLiteral("^tcp:(?:\\[([0-9A-Fa-f:.]+)\\]|([^:\\s]+)):(\\d{1,5})$"));
+    const QRegularExpressionMatch match = pattern.match(name);
+    const int port = match.captured(3).toInt();
+    if (!match.hasMatch() || port < 1 || port > 0xFFFF)
+        return std::nullopt;
+    return TcpAddress{match.captured(1) + match.captured(2), static_cast<quint16>(port)};
+}
+
+QString devicePath(const QString& name)
+{
+    const bool isPath = name.startsWith(QLatin1Char('/')) || name.startsWith(QStringLiteral("./"))
+        || name.startsWith(QStringLiteral("../"));
+    return isPath ? name : QStringLiteral("/dev/") + name;
+}
+
+} // namespace devices
