@@ -13,6 +13,7 @@
 #include "streams.h"
 
 #include <QCoreApplication>
+#include <QJsonArray>
 #include <QJsonDocument>
 
 namespace frctl {
@@ -27,6 +28,8 @@ struct Complaint
     QString exception;
     sale::Verdict verdict = {};
     bool isUsage = false;
+    /// Settings.
+    QStringList refused = {};
 };
 
 QString compact(const QJsonObject& json)
@@ -101,7 +104,8 @@ Complaint complaintOf(const std::exception_ptr& exception)
     } catch (const sale::JournalError& error) {
         return {ExitFailure, QString::fromUtf8(error.what()), hostErrorName()};
     } catch (const Refusal& error) {
-        return {ExitFailure, QString::fromUtf8(error.what()), QStringLiteral("Refusal")};
+        return {ExitFailure, QString::fromUtf8(error.what()), QStringLiteral("Refusal"), {}, false,
+            error.refused()};
     } catch (const BasicException& error) {
         return {ExitFailure, error.tr().ru(), sale::exceptionClassName(error)};
     } catch (const std::exception& error) {
@@ -121,6 +125,8 @@ int report(const Complaint& complaint, bool json)
         QJsonObject object = documentJson(complaint.verdict);
         object.insert(QStringLiteral("error"), complaint.text);
         object.insert(QStringLiteral("exception"), complaint.exception);
+        if (!complaint.refused.isEmpty())
+            object.insert(QStringLiteral("refused"), QJsonArray::fromStringList(complaint.refused));
         return deliver(compact(object), complaint.status);
     }
     return complaint.status;

@@ -3,6 +3,7 @@
 #include "verdict.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <stdexcept>
 
@@ -52,10 +53,17 @@ public:
 class Refusal : public std::runtime_error
 {
 public:
-    explicit Refusal(const QString& text)
+    explicit Refusal(const QString& text, const QStringList& refused = {})
         : std::runtime_error(text.toStdString())
+        , m_refused(refused)
     {
     }
+
+    /// Names of the settings that were refused, if it was about settings.
+    const QStringList& refused() const { return m_refused; }
+
+private:
+    QStringList m_refused;
 };
 
 /// The register or the line failed: the register's own text, the class of the exception and what became of

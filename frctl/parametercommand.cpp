@@ -3,6 +3,7 @@
 #include "abstractfrdriver.h"
 #include "abstractregisterparameters.h"
 #include "errors.h"
+#include "parameterwriting.h"
 #include "progress.h"
 
 #include <QJsonArray>
@@ -137,23 +138,20 @@ FrParameter toBeWritten(const AbstractRegisterParameters& source, const Assignme
     return source.assignment(name, assignment.value).value();
 }
 
-Output set(AbstractFrDriver& driver, const AbstractRegisterParameters& source,
-    const QList<Assignment>& assignments, bool isHex)
+Output set(AbstractFrDriver& driver, AbstractRegisterParameters& source, const QList<Assignment>& assignments,
+    bool isHex)
 {
-    QList<FrParameter> parameters;
+    QList<ParameterChange> changes;
     for (const Assignment& assignment : assignments)
-        parameters.append(toBeWritten(source, assignment));
-    if (!driver.setParams(parameters))
-        throw Refusal(isHex ? QStringLiteral("a parameter was refused; those before it are written")
-                            : QStringLiteral("a parameter was refused; nothing is written"));
-    const auto count = static_cast<int>(parameters.size());
+        changes.append({assignment.name, assignment.value, toBeWritten(source, assignment)});
+    writeParameters(driver, source, changes, isHex);
+    const auto count = static_cast<int>(changes.size());
     return {{QStringLiteral("%1 parameters written").arg(count)}, {{QStringLiteral("written"), count}}};
 }
 
-Output defaults(AbstractFrDriver& driver)
+Output defaults(AbstractFrDriver& driver, const AbstractRegisterParameters& source, bool isHex)
 {
-    if (!driver.setDefaults())
-        throw Refusal(QStringLiteral("a default was refused; those before it are written"));
+    writeDefaults(driver, source, isHex);
     return {{QStringLiteral("defaults written")}, {{QStringLiteral("written"), true}}};
 }
 
@@ -195,7 +193,9 @@ Task prepareParams(const Options& options)
         return onParameters(
             [](AbstractFrDriver&, AbstractRegisterParameters& source) { return tell(read(source, {})); });
     if (what == QStringLiteral("defaults") && rest.isEmpty())
-        return onRegister(defaults);
+        return onParameters([isHex](AbstractFrDriver& driver, AbstractRegisterParameters& source) {
+            return defaults(driver, source, isHex);
+        });
     if (what == QStringLiteral("get") && !rest.isEmpty())
         return onParameters(
             [rest](AbstractFrDriver&, AbstractRegisterParameters& source) { return get(source, rest); });

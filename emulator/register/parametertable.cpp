@@ -25,7 +25,7 @@ const QList<ParameterEntry>& parameterTable()
         {6, 0, Number, 0, 1, false, u"0"},
         {7, 0, Number, 1, anyNumber, false, u"1"},
         {8, 0, Number, 0, 1, false, u"0"},
-        {11, 0, Number, 1, anyNumber, false, u"1"},
+        {11, 0, Number, 0, anyNumber, false, u"1"},
         {12, 0, Number, 1, anyNumber, false, u"1"},
         {13, 0, Number, 0, 3, false, u"0"},
         {20, 0, Text, 0, -1, false, u"ООО \"РОМАШКА\""},

@@ -164,15 +164,15 @@ TEST_P(Day, ParametersAreListedAndWritten)
     expect(words(isHex ? "params get наличных логотип" : "params get OFD.OFD.OFD_Host OFD.OFD.OFD_Port"),
         isHex ? "6.0 Контроль наличных: 1\n5.0 Логотип компании: 0\n"
               : "OFD.OFD.OFD_Host Хост ОФД: a.b\nOFD.OFD.OFD_Port Порт ОФД: 7\n");
-    const Result refusal = run(
-        emulator, protocol, words(isHex ? "params set 50=1" : "params set OFD.OFD.OFD_Port=8 OFD.OFD.No=1"));
+    const QString refused = isHex ? "params set 8=1 50=1 5=1" : "params set OFD.OFD.OFD_Port=8 OFD.OFD.No=1";
+    const Result refusal = run(emulator, protocol, words(refused), "--json");
     EXPECT_EQ(refusal.status, 1);
-    EXPECT_TRUE(refusal.errors.contains(isHex ? "a parameter was refused" : "nothing is written"))
+    EXPECT_EQ(QJsonDocument::fromJson(refusal.output).object().value("refused").toArray(),
+        QJsonArray{isHex ? "50.0" : "OFD.OFD.No"})
         << refusal.errors.constData();
-    if (!isHex) {
-        expect(words("params get OFD.OFD.OFD_Port"), ": 7\n");
-        expect(words("params defaults"), "");
-    }
+    expect(words(isHex ? "params get 8 5" : "params get OFD.OFD.OFD_Port"),
+        isHex ? "8.0 Автоматическая инкассация: 1\n5.0 Логотип компании: 0\n" : ": 7\n");
+    expect(words("params defaults"), "defaults written");
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -29,10 +29,13 @@ class Settings : public hw::AbstractRegisterParameters
 public:
     QList<RegisterParameter> knownParameters() const override
     {
-        return {parameter("6.0", "Контроль наличных"), parameter("20.0", "Строки клише"),
-            parameter("20.1", "Строки клише"), parameter("30.0", "Контроль"),
-            parameter("56.0", "IP-адрес прокси-сервера"), parameter("57.0", "Порт прокси-сервера"),
-            parameter("58.0", "Адрес DNS")};
+        RegisterParameter port = parameter("OFD.OFD.Port", "Гнездо");
+        port.type = RegisterParameter::Type::Number;
+        port.greatest = 65535;
+        return {port, parameter("OFD.OFD.Host", "Хост"), parameter("6.0", "Контроль наличных"),
+            parameter("20.0", "Строки клише"), parameter("20.1", "Строки клише"),
+            parameter("30.0", "Контроль"), parameter("56.0", "IP-адрес прокси-сервера"),
+            parameter("57.0", "Порт прокси-сервера"), parameter("58.0", "Адрес DNS")};
     }
     QList<RegisterParameter> readParameters(const QStringList& names) override
     {
@@ -40,7 +43,9 @@ public:
         QList<RegisterParameter> read;
         for (const RegisterParameter& known : knownParameters()) {
             if (known.name != "58.0" && (names.isEmpty() || names.contains(known.name)))
-                read.append(parameter(known.name, known.caption, "v" + known.name));
+                read.append(known);
+            if (!read.isEmpty())
+                read.last().value = "v" + read.constLast().name;
         }
         return read;
     }
@@ -56,7 +61,7 @@ public:
     QStringList asked;
 };
 
-/// Keeps what is written; refuses the value "no".
+/// Keeps what is written; refuses the values "no" and "70000".
 class SettingsDriver : public BasicFrDriver
 {
 public:
@@ -68,7 +73,7 @@ public:
     bool setParams(const QList<FrParameter>& parameters) override
     {
         for (const FrParameter& parameter : parameters) {
-            if (parameter.getValue() == QStringLiteral("no"))
+            if (parameter.getValue().endsWith("no") || parameter.getValue().endsWith("70000"))
                 return false;
             written.append(QStringLiteral("%1/%2/%3")
                                .arg(parameter.getFieldNum())
@@ -77,6 +82,7 @@ public:
         }
         return true;
     }
+    bool setDefaults() override { return false; }
 
     QStringList written;
 };
@@ -98,7 +104,13 @@ TEST(Params, AreFoundAndWritten)
         {"HEX", {"set", "порт=1", "ip=2"}, "57/0/1,56/0/2"},
         {"HEX", {"set", "прокси=1"}, "refusal"},
         {"HEX", {"set", "кофе=1"}, "refusal"},
-        {"HEX", {"set", "6=no"}, "refusal"},
+        {"HEX", {"set", "5=1", "6=no", "30=1"}, "refusal 6.0"},
+        {"HEX", {"defaults"}, "4/0/0,5/0/0,6/0/1,8/0/0,11/0/0,13/0/0,30/0/1,38/0/1,40/0/0"},
+        {"XML", {"set", "OFD.OFD.Host=no"}, "refusal OFD.OFD.Host"},
+        // Over XML all are refused together: some stand out by what the register tells of itself.
+        {"XML", {"set", "OFD.a.b=no", "OFD.OFD.Host=1"}, "refusal OFD.a.b"},
+        {"XML", {"set", "OFD.OFD.Host=1", "OFD.OFD.Port=70000"}, "refusal OFD.OFD.Port"},
+        {"XML", {"set", "OFD.OFD.Host=no", "OFD.OFD.Port=1"}, "refusal OFD.OFD.Host OFD.OFD.Port"},
         {"XML", {"set", "OFD.OFD.OFD_Host=a.b"}, "0/0/OFD.OFD.OFD_Host.a.b"},
         {"XML", {"set", "OFD_Host=a.b"}, "usage"},
         {"HEX", {"set", "20.0=a\nb"}, "usage"},
@@ -125,8 +137,8 @@ TEST(Params, AreFoundAndWritten)
             result = driver.written.isEmpty() ? output.lines.join(',') : driver.written.join(',');
         } catch (const UsageError&) {
             result = "usage";
-        } catch (const Refusal&) {
-            result = "refusal";
+        } catch (const Refusal& refusal) {
+            result = (QStringList("refusal") + refusal.refused()).join(' ');
         }
         EXPECT_EQ(result, row.result) << row.arguments.join(' ').toStdString();
         EXPECT_EQ(settings.asked.join(';'), row.asked) << row.arguments.join(' ').toStdString();
