@@ -11,6 +11,7 @@
 #include <fcntl.h>
 #include <pty.h>
 #include <sys/file.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -106,6 +107,9 @@ void PtyLine::read()
 {
     char buffer[4096];
     const ssize_t count = ::read(m_master, buffer, sizeof buffer);
+    // A host takes the line for itself, which ends with the last descriptor: ours would keep it that way
+    // after a host that was killed.
+    ::ioctl(m_slave, TIOCNXCL);
     if (count > 0)
         Q_EMIT received(QByteArray(buffer, count));
 }

@@ -8,6 +8,9 @@
 #include <QTemporaryDir>
 
 #include <csignal>
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -105,6 +108,23 @@ TEST(Program, GoesOnWithoutPaperThatNobodyReadsAndSaysSo)
     const QByteArray said = program.process.readAllStandardError();
     EXPECT_TRUE(said.contains("cannot write the terminal any more: ")) << said.toStdString();
     EXPECT_TRUE(said.contains("cannot write /dev/full any more: ")) << said.toStdString();
+}
+
+TEST(Program, HostThatWasKilledKeepsTheLineFromNobody)
+{
+    const QTemporaryDir folder;
+    const QString link = folder.filePath("register");
+    Program program({"--pty", link});
+    program.ready();
+    const int line = ::open(QFile::encodeName(link).constData(), O_RDWR | O_NOCTTY);
+    ::ioctl(line, TIOCEXCL);
+    char enquiry = 0x05;
+    ASSERT_EQ(::write(line, &enquiry, 1), 1);
+    ASSERT_EQ(::read(line, &enquiry, 1), 1);
+    int isExclusive = 1;
+    EXPECT_EQ(::ioctl(line, TIOCGEXCL, &isExclusive), 0);
+    EXPECT_EQ(isExclusive, 0);
+    ::close(line);
 }
 
 TEST(Program, LeavesTheLinkToTheOneThatRuns)
