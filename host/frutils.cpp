@@ -1,9 +1,9 @@
 #include "frutils.h"
 
+#include "cp866codec.h"
 #include "frposition.h"
 
 #include <QDateTime>
-#include <QTextCodec>
 
 namespace {
 
@@ -26,9 +26,7 @@ int withoutMarking(int paymentObject)
 
 QByteArray FrUtils::to866(const QString& text)
 {
-    const QTextCodec* codec = QTextCodec::codecForName("CP866");
-    Q_ASSERT(codec != nullptr);
-    return codec->fromUnicode(text);
+    return cp866::encode(text);
 }
 
 QString FrUtils::getTimeAsString(const QDateTime& dateTime)

@@ -1,26 +1,17 @@
 #include "cp866.h"
 
-#include <QTextCodec>
+#include "cp866codec.h"
 
 namespace spfhex {
 
-namespace {
-
-QTextCodec* codec()
-{
-    return QTextCodec::codecForName("CP866");
-}
-
-} // namespace
-
 QByteArray toCp866(const QString& text)
 {
-    return codec()->fromUnicode(text);
+    return cp866::encode(text);
 }
 
 QString fromCp866(const QByteArray& bytes)
 {
-    return codec()->toUnicode(bytes);
+    return cp866::decode(bytes);
 }
 
 } // namespace spfhex

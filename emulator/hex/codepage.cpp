@@ -2,26 +2,58 @@
 
 #include <QTextCodec>
 
+#include <numeric>
+
 namespace emulator::codepage {
 
 namespace {
 
-QTextCodec* codec()
+// The character of each byte. Control characters stand for themselves: over ICU the codec turns three of them
+// round.
+QString madeTable()
 {
-    static QTextCodec* const cp866 = QTextCodec::codecForName("CP866");
-    return cp866;
+    constexpr int byteCount = 256;
+    constexpr int controlCount = 0x20;
+    constexpr int del = 0x7F;
+    QByteArray all(byteCount, 0);
+    std::iota(all.begin(), all.end(), static_cast<char>(0));
+    QString characters = QTextCodec::codecForName("CP866")->toUnicode(all);
+    for (int control = 0; control < controlCount; ++control)
+        characters[control] = QChar(control);
+    characters[del] = QChar(del);
+    return characters;
+}
+
+const QString& table()
+{
+    static const QString characters = madeTable();
+    return characters;
+}
+
+char byteOf(char32_t character)
+{
+    const qsizetype byte = QChar::requiresSurrogates(character)
+        ? -1
+        : table().indexOf(QChar(static_cast<char16_t>(character)));
+    return byte < 0 ? '?' : static_cast<char>(byte);
 }
 
 } // namespace
 
 QString toText(const QByteArray& bytes)
 {
-    return codec()->toUnicode(bytes);
+    QString text;
+    for (const char byte : bytes)
+        text += table().at(static_cast<uchar>(byte));
+    return text;
 }
 
 QByteArray fromText(const QString& text)
 {
-    return codec()->fromUnicode(text);
+    QByteArray bytes;
+    for (const uint character : text.toUcs4())
+        bytes += byteOf(character);
+    return bytes;
 }
 
 } // namespace emulator::codepage

@@ -21,6 +21,7 @@ TEST(FrUtils, TextGoesToCodePage866WithOneByteACharacter)
         {QStringLiteral("Ёё№ ░"), QByteArray::fromHex("f0f1fc20b0")},
         {QStringLiteral("5 € — «x» 😀"), "5 ? ? ?x? ?"},
         {QStringLiteral("a\nb\x1d"), QByteArray("a\nb\x1d")},
+        {QStringLiteral("\x1A\x1B\x1C\x1DЖ\x7F"), QByteArray("\x1A\x1B\x1C\x1D\x86\x7F")},
         {QString(), {}},
     };
     for (const auto& [text, bytes] : cases)

@@ -1,8 +1,10 @@
+#include "spfhex/cp866.h"
 #include "spfhex/frame.h"
 #include "spfhex/statestatus.h"
 
 #include <gtest/gtest.h>
 
+#include <numeric>
 #include <vector>
 
 namespace frame = spfhex::frame;
@@ -38,6 +40,15 @@ TEST(Frame, answersAreCheckedAndTakenApart)
         ASSERT_EQ(frame::isValid(answer), data != invalid);
         EXPECT_EQ(data == invalid ? QByteArray() : frame::data(answer), data);
     }
+}
+
+TEST(CodePage, everyByteStandsForOneCharacterBothWays)
+{
+    QByteArray all(256, '\0');
+    std::iota(all.begin(), all.end(), '\0');
+    const QString text = spfhex::fromCp866(all);
+    EXPECT_EQ(spfhex::toCp866(text), all);
+    EXPECT_EQ(text.first(128), QString::fromLatin1(all.first(128)));
 }
 
 TEST(StateStatus, flagsAndDocumentAreReadFromThreeNumbers)

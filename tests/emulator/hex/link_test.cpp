@@ -1,3 +1,4 @@
+#include "hex/codepage.h"
 #include "rig.h"
 
 #include <gtest/gtest.h>
@@ -12,6 +13,16 @@ TEST(HexLink, AnswersByteForByte)
         + QByteArray("00010324\x1C"
                      "090000\x1C\x03");
     EXPECT_EQ(rig.exchange(start + Rig::check(start.mid(1))).toHex(' '), "02 fd 30 30 30 30 03 46 45");
+}
+
+TEST(HexLink, HasOneCharacterForEachByte)
+{
+    QByteArray all(256, '\0');
+    std::iota(all.begin(), all.end(), '\0');
+    const QString text = emulator::codepage::toText(all);
+    EXPECT_EQ(emulator::codepage::fromText(text), all);
+    EXPECT_EQ(text.first(128), QString::fromLatin1(all.first(128)));
+    EXPECT_EQ(emulator::codepage::fromText(QStringLiteral("Ж😀\x7F€")), "\x86?\x7F?");
 }
 
 TEST(HexLink, RefusesWhatIsNoRightFrame)
