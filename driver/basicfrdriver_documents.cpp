@@ -1,4 +1,5 @@
 #include "basicfrdriver.h"
+#include "decimals.h"
 #include "driverlogger.h"
 
 // Receipts, money and text documents as a driver answers that has none of its own for them.
@@ -27,7 +28,7 @@ void BasicFrDriver::checkTotal() { }
 
 void BasicFrDriver::checkPay(const FrPayment& payment)
 {
-    logger->info("Расчет по чеку: (%1) %2", payment.kind, QString::number(payment.getSum(), 'f', 2));
+    logger->info("Расчет по чеку: (%1) %2", payment.kind, moneyText(payment.getSum()));
 }
 
 void BasicFrDriver::checkPrint(const QList<QString>&) { }

@@ -3,6 +3,7 @@
 #include "bytestohexutils.h"
 #include "cp866.h"
 #include "datetimefields.h"
+#include "decimals.h"
 
 namespace spfhex::field {
 
@@ -78,12 +79,12 @@ QVariant flag(bool value)
 
 QVariant money(double sum)
 {
-    return QString::number(sum, 'f', 2);
+    return moneyText(sum);
 }
 
 QVariant quantity(double count)
 {
-    return QString::number(count, 'f', 3);
+    return quantityText(count);
 }
 
 QVariant shortestQuantity(double count)

@@ -4,6 +4,7 @@
 
 #include "checktypename.h"
 #include "command.h"
+#include "decimals.h"
 #include "driverlogger.h"
 #include "drivertexts.h"
 #include "exceptions.h"
@@ -74,7 +75,7 @@ void FrSpf::checkTotal()
 
 void FrSpf::checkPay(const FrPayment& payment)
 {
-    logger->info("Расчет по чеку: (%1) %2", payment.kind, QString::number(payment.getSum(), 'f', 2));
+    logger->info("Расчет по чеку: (%1) %2", payment.kind, moneyText(payment.getSum()));
     isPortReady();
     if (payment.kind >= protocol::paymentKindCount)
         throw FrCommandException(QStringLiteral("Тип оплаты не поддерживается ФР"));

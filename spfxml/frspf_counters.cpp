@@ -5,6 +5,7 @@
 #include <centredline.h>
 #include <checktypename.h>
 #include <counterlines.h>
+#include <decimals.h>
 #include <drivertexts.h>
 
 namespace spfxml {
@@ -59,9 +60,8 @@ MoneyCounters FrSpf::getMoneyCounters(hw::fr::CheckType type)
     if (isShiftClosedForCounters())
         return {};
     const MoneyCounters counters = command->getMoneyCounters(type);
-    logger->debug(QStringLiteral("операций - %1, сумма - %2")
-                      .arg(counters.count)
-                      .arg(QString::number(counters.sum, 'f', 2)));
+    logger->debug(
+        QStringLiteral("операций - %1, сумма - %2").arg(counters.count).arg(moneyText(counters.sum)));
     return counters;
 }
 

@@ -3,6 +3,7 @@
 #include "frspf.h"
 
 #include <checktypename.h>
+#include <decimals.h>
 
 #include <QJsonObject>
 
@@ -40,8 +41,8 @@ void FrSpf::moneyCheckOpen(hw::fr::CheckType type, const QString&)
 
 QJsonObject FrSpf::moneyCheckClose(double sum)
 {
-    logger->info(QStringLiteral("Закрытие чека %1, сумма %2")
-                     .arg(checkTypeName(moneyCheckType), QString::number(sum, 'f', 2)));
+    logger->info(
+        QStringLiteral("Закрытие чека %1, сумма %2").arg(checkTypeName(moneyCheckType), moneyText(sum)));
     isPortReady();
     command->moneyOperation(moneyCheckType, sum, printLines);
     return {};

@@ -3,6 +3,7 @@
 #include "frspf.h"
 
 #include <checktypename.h>
+#include <decimals.h>
 #include <fiscaldocument.h>
 #include <frpayment.h>
 
@@ -32,7 +33,7 @@ void FrSpf::checkPay(const FrPayment& payment)
 {
     logger->info(QStringLiteral("Расчет по чеку: тип %1, сумма %2")
                      .arg(payment.kind)
-                     .arg(QString::number(payment.getSum(), 'f', 2)));
+                     .arg(moneyText(payment.getSum())));
     payments[payment.kind] += payment.getSum();
 }
 

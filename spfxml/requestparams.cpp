@@ -4,6 +4,7 @@
 #include "xmlwriter.h"
 
 #include <bytestohexutils.h>
+#include <decimals.h>
 
 #include <QDateTime>
 #include <QDomDocument>
@@ -47,10 +48,10 @@ private:
     QDomElement m_open;
 };
 
-// In Qt 6.4 a CDATA section does not count as character data.
+// Not isCharacterData(): a comment counts as that, and from one Qt release to the next a CDATA section does.
 bool isText(const QDomNode& node)
 {
-    return node.isCharacterData() || node.isCDATASection();
+    return node.isText() || node.isCDATASection();
 }
 
 } // namespace
@@ -84,9 +85,9 @@ QString RequestParams::getFormattedValue() const
 {
     switch (m_type) {
     case EParamType::Sum:
-        return QString::number(m_value.toDouble(), 'f', 2);
+        return moneyText(m_value.toDouble());
     case EParamType::Quantity:
-        return QString::number(m_value.toDouble(), 'f', 3);
+        return quantityText(m_value.toDouble());
     case EParamType::DateTime:
         return m_value.toDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
     case EParamType::DateTimeMs:

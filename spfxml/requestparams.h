@@ -56,8 +56,8 @@ public:
     QDomElement toElement(QDomDocument& document) const;
     /// The tree as XML without declaration; empty when there is neither a value nor a child.
     QString toString() const;
-    /// Reads a tree back. A child is a leaf when it begins with text; only children are read, so the text of
-    /// the element itself is dropped.
+    /// Reads a tree back. A child is a leaf when it begins with text or CDATA; only children are read, so the
+    /// text of the element itself is dropped.
     static RequestParams fromElement(const QDomElement& element);
 
 private:

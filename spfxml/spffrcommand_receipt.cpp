@@ -4,6 +4,7 @@
 #include "print.h"
 #include "spffrcommand.h"
 
+#include <decimals.h>
 #include <frposition.h>
 #include <frprintdata.h>
 #include <logger.h>
@@ -73,8 +74,8 @@ void SpfFrCommand::checkClose(hw::fr::CheckType type, const QMap<int, double>& p
     if (!printData.isEmpty())
         params.append(headerText(printData));
     // The footer is meant to stand on every receipt, with a change of nothing or less, too.
-    params.append({ParamType::Text, names::field::footer,
-        QStringLiteral("СДАЧА: %1").arg(QString::number(change, 'f', 2))});
+    params.append(
+        {ParamType::Text, names::field::footer, QStringLiteral("СДАЧА: %1").arg(moneyText(change))});
     if (!tailText.isEmpty())
         params.append({ParamType::Text, names::field::textAfterDocument, tailText});
     requestData(ECommandCode::CloseReceipt, {ParamType::Structure, names::document::receipt, params},

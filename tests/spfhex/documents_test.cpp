@@ -57,8 +57,11 @@ TEST_F(HexDriverTest, positionsAreSentFieldByField)
     const std::string bare = "30 {Чай}||1.500|100.00|0|0||4|||||0|0|2|||||||||";
     FrPosition negative = withRequisites({});
     negative.setPaymentMethod(-1);
+    FrPosition free = withRequisites({});
+    free.setDiscsum(150.001);
     const std::vector<std::pair<FrPosition, std::string>> table{
         {withRequisites({}), bare},
+        {free, "30 {Чай}||1.500|0.00|0|0||4|||||0|0|2|||||||||"},
         {negative, bare},
         {withRequisites({{1260, QVariantMap{{"1263", "2024-02-01"}, {"1264", "Ж-1"}}}}),
             "30 {Чай}||1.500|100.00|0|0||4|||||0|0|2||||Ж-1|||||"},

@@ -15,9 +15,10 @@ namespace {
 TEST(RequestParams, formatsTheValueByItsType)
 {
     const QDateTime time(QDate(2026, 3, 1), QTime(14, 5, 9, 70));
-    const std::tuple<int, QVariant, const char*> cases[] = {{1, 7, "7"}, {2, -0.006, "-0.01"},
-        {3, 1.5, "1.500"}, {4, 12u, "12"}, {5, time, "2026-03-01 14:05:09"},
-        {8, time, "2026-03-01 14:05:09.070"}, {9, 300, "0x2c"}, {9, -1, "0xff"}};
+    const std::tuple<int, QVariant, const char*> cases[]
+        = {{1, 7, "7"}, {2, -0.006, "-0.01"}, {2, -0.004, "0.00"}, {2, -0.0, "0.00"}, {3, -0.0004, "0.000"},
+            {3, 1.5, "1.500"}, {4, 12u, "12"}, {5, time, "2026-03-01 14:05:09"},
+            {8, time, "2026-03-01 14:05:09.070"}, {9, 300, "0x2c"}, {9, -1, "0xff"}};
     for (const auto& [type, value, expected] : cases)
         EXPECT_EQ(RequestParams(static_cast<Type>(type), QString(), value).getFormattedValue(),
             QLatin1String(expected));
@@ -65,6 +66,8 @@ TEST(RequestParams, readsATree)
         {"<pa n='5' t='6'><pa n='a' t='7'><pa n='b' t='2'>1</pa></pa><pa n='c' t='4'><![CDATA[<y>]]></pa></pa>",
             "5:6{a:7{b:2=1.00} c:4=<y>}"},
         {"<pa t='7'><pa t='x'>1</pa><pa t='99999999999'>2</pa></pa>", ":7{:0=1 :0=2}"},
+        {"<a t='7'><pa n='b' t='1'><!-- c -->v</pa><pa n='c' t='7'><!-- c --><pa n='d' t='1'>x<!-- c --></pa></pa></a>",
+            ":7{b:1= c:7{:0= d:1=x}}"},
         // The text of the element itself is dropped.
         {"<pa n='a' t='1'>x</pa>", "a:1="},
     };
