@@ -19,6 +19,8 @@ constexpr int ackBudgetAtStart = 50;
 // ETX and the two check digits.
 constexpr qint8 tailAtStart = 3;
 constexpr int readAttempts = 3;
+// No answer comes near it: a device that sends without end must not hold the host for ever.
+constexpr int maxBytesARead = 1024 * 1024;
 
 constexpr quint8 firstCommandId = 0x20;
 constexpr quint8 commandIdLimit = 0xFE;
@@ -116,23 +118,30 @@ QByteArray Command::receiveAnswer(QByteArray followUp) const
 {
     AnswerReader reader;
     reader.followUp = std::move(followUp);
-    while (reader.tail != 0) {
-        unsigned char byte = 0;
-        try {
-            byte = port->receiveByte(byteTimeout);
-        } catch (const ComDriverException& exception) {
-            // A time-out is one of these too: silence and trouble with the port are met alike.
-            logger->error(exception.tr().ru());
-            askSilentDevice(reader);
-            continue;
-        }
-        // An ACK is one wherever it stands: inside a frame it is meant to be lost from it.
-        if (byte == frame::Ack)
-            takeAck(reader);
-        else
-            reader.take(static_cast<char>(byte));
+    for (int read = 0; reader.tail != 0; ++read) {
+        if (read == maxBytesARead)
+            return {};
+        receiveByte(reader);
     }
     return reader.answer;
+}
+
+void Command::receiveByte(AnswerReader& reader) const
+{
+    unsigned char byte = 0;
+    try {
+        byte = port->receiveByte(byteTimeout);
+    } catch (const ComDriverException& exception) {
+        // A time-out is one of these too: silence and trouble with the port are met alike.
+        logger->error(exception.tr().ru());
+        askSilentDevice(reader);
+        return;
+    }
+    // An ACK is one wherever it stands: inside a frame it is meant to be lost from it.
+    if (byte == frame::Ack)
+        takeAck(reader);
+    else
+        reader.take(static_cast<char>(byte));
 }
 
 void Command::askSilentDevice(AnswerReader& reader) const

@@ -126,7 +126,7 @@ public:
     virtual QByteArray formCommand(CommandCode code, const QList<QVariant>& fields) const;
     /// The next packet id: 0x20 to 0xFD in a circle, one count for the whole process.
     virtual quint8 getCommandId() const;
-    /// Reads one answer frame, asking a silent device with ENQ.
+    /// Reads one answer frame, asking a silent device with ENQ. Empty after 1 MiB that holds none.
     virtual QByteArray receiveAnswer(QByteArray followUp) const;
     virtual bool isAnswerValid(const QByteArray& answer) const;
     /// The answer carries the id of the last request.
@@ -143,6 +143,7 @@ private:
     QByteArray askFn(protocol::FnQuery query) const;
     QByteArray askKkt(protocol::KktQuery query) const;
     QList<QByteArray> queryFields(CommandCode code, const QList<QVariant>& fields) const;
+    void receiveByte(AnswerReader& reader) const;
     void askSilentDevice(AnswerReader& reader) const;
     void takeAck(AnswerReader& reader) const;
     void trace(const QString& label, const QByteArray& bytes) const;

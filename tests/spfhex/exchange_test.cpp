@@ -111,6 +111,9 @@ TEST(Exchange, meetsEveryOddityOfTheLine)
         {"bad ok", "R", broken, "Ошибка обмена данными", "", 0},
         {"oldbad ok", "R", broken, "Ошибка обмена данными", "", 0},
         {"short ok", "R", broken, "Ошибка обмена данными", "", 0},
+        // A device that sends and sends: 1 MiB a read, noise before the frame with it.
+        {"noise Z*1048570 T", "R", lost, "Тишина; " + notReceived, "", 0},
+        {"noise Z*1048571 T", "R", broken, "Ошибка обмена данными", "", 0},
         {"X", "R", "BasicException: Чужое", "", "", 0},
         // The follow-up leaves on the first ACK of each read; that ACK costs nothing and answers no ENQ.
         {"ok", "R", "12|34", "", bmp, 0},

@@ -9,7 +9,8 @@
 #include <gtest/gtest.h>
 
 /// A line with a scripted device at its end. The script is words: T silence, F a fault of the port, X an
-/// exception of no driver, A or A*n ACKs, any other word the bytes of bytesOf().
+/// exception of no driver, A or A*n ACKs, Z*n so many bytes of an unfinished answer, any other word the bytes
+/// of bytesOf().
 ///
 /// What was done stands in done: R request, E ENQ and F follow-up written; f flow control, d DTR, o opened
 /// and c closed as a HEX driver does it. Any other call is refused, for there is no device.
@@ -73,7 +74,10 @@ private:
             throw ComDriverException(QStringLiteral("Обрыв"));
         if (word == "X")
             throw BasicException(QStringLiteral("Чужое"));
-        m_incoming = word.startsWith('A') ? QByteArray(qMax(1, word.mid(2).toInt()), '\x06') : bytesOf(word);
+        const qsizetype count = qMax(1, word.mid(2).toInt());
+        m_incoming = word.startsWith('A') ? QByteArray(count, '\x06')
+            : word.startsWith('Z')        ? '\x02' + QByteArray(count - 1, 'z')
+                                          : bytesOf(word);
         ASSERT_FALSE(m_incoming.isEmpty()) << word.toStdString();
     }
 
