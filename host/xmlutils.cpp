@@ -10,17 +10,7 @@ bool hasValue(const QDomElement& element, const QString& attribute, const QStrin
     return element.attribute(attribute) == value && (!value.isEmpty() || element.hasAttribute(attribute));
 }
 
-} // namespace
-
-namespace xmlutils {
-
-QDomElement createTextElement(QDomDocument& document, const QString& tag, const QString& text)
-{
-    QDomElement element = document.createElement(tag);
-    element.appendChild(document.createTextNode(text));
-    return element;
-}
-
+// In document order; null behind the last one.
 QDomElement nextElement(const QDomElement& element)
 {
     const QDomElement child = element.firstChildElement();
@@ -32,6 +22,17 @@ QDomElement nextElement(const QDomElement& element)
             return sibling;
     }
     return {};
+}
+
+} // namespace
+
+namespace xmlutils {
+
+QDomElement createTextElement(QDomDocument& document, const QString& tag, const QString& text)
+{
+    QDomElement element = document.createElement(tag);
+    element.appendChild(document.createTextNode(text));
+    return element;
 }
 
 QString getValueByTag(const QDomDocument& document, const QString& tag, int index)

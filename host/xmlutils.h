@@ -22,8 +22,6 @@ FRHOST_EXPORT QString getValueByAttribute(const QDomNodeList& nodes, const QStri
 /// none.
 FRHOST_EXPORT QDomElement getElementByAttribute(
     const QDomDocument& document, const QString& attribute, const QString& value);
-/// The next element in document order; null behind the last one.
-FRHOST_EXPORT QDomElement nextElement(const QDomElement& element);
 /// The first child element whose attribute has the value; null when there is none.
 FRHOST_EXPORT QDomElement getChildElementByAttribute(
     const QDomElement& element, const QString& attribute, const QString& value);

@@ -33,10 +33,10 @@ tr::Tr getPrinterError(int code)
 
 tr::Tr getErrorStr(int code, const QString& description)
 {
-    const tr::Tr known = catalogueText(QStringLiteral("spfErrorMessage%1"), code, errorTexts());
-    if (!known.isEmpty())
-        return known;
-    return {known.key(), description.isEmpty() ? QStringLiteral("Неизвестная ошибка") : description};
+    QString text = errorTexts().value(code);
+    if (text.isEmpty())
+        text = description.isEmpty() ? QStringLiteral("Неизвестная ошибка") : description;
+    return {QStringLiteral("spfErrorMessage%1").arg(code), text};
 }
 
 tr::Tr getErrorCategoryStr(int category)

@@ -2,18 +2,22 @@
 
 #include "names.h"
 
-#include <xmlutils.h>
+#include <QDomDocument>
 
 namespace spfxml {
 
 StatusTexts::StatusTexts(const QDomDocument& answer)
 {
-    for (QDomElement element = answer.documentElement(); !element.isNull();
-         element = xmlutils::nextElement(element)) {
-        const QString key = element.attribute(names::tree::name);
-        if (!m_elements.contains(key))
-            m_elements.insert(key, element);
-    }
+    add(answer.documentElement());
+}
+
+void StatusTexts::add(const QDomElement& element)
+{
+    const QString key = element.attribute(names::tree::name);
+    if (!m_elements.contains(key))
+        m_elements.insert(key, element);
+    for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement())
+        add(child);
 }
 
 QString indentedBlock(const QStringList& lines)

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+class QDomDocument;
+
 namespace spfxml {
 
 /// The elements of an answer by their keys (attribute n), found in one walk. Of those that share a key the
@@ -20,6 +22,8 @@ public:
     int number(const QString& key) const { return text(key).toInt(); }
 
 private:
+    void add(const QDomElement& element);
+
     QHash<QString, QDomElement> m_elements;
 };
 
