@@ -51,7 +51,7 @@ template <typename Text>
 std::optional<QDomDocument> parseText(const Text& text, Flaw& flaw)
 {
     QDomDocument document;
-    flaw.reason = QStringLiteral("nested too deeply");
+    flaw.reason = QStringLiteral("слишком глубокая вложенность");
     if (isTooDeep(text) || !setContent(document, text, flaw))
         return std::nullopt;
     return document;
