@@ -89,3 +89,40 @@ TEST(StateStatus, serviceLinesNameEveryFlag)
     EXPECT_EQ(spfhex::StateStatus("0\x1C\x30\x1C\x35\x32\x34").getDocumentStatus().constLast(),
         QStringLiteral("  состояние  документа: "));
 }
+
+TEST(StateStatus, itsTextsAreThese)
+{
+    // Every other bit set; the labels stand in the order of the bits.
+    const auto block = [](const QString& heading, const QString& labels) {
+        QStringList lines{heading};
+        for (const QString& label : labels.split(QLatin1Char('|')))
+            lines << "  " + label + (lines.size() % 2 != 0 ? ": да" : ": нет");
+        return lines;
+    };
+    const spfhex::StateStatus status("85\x1C\x38\x35");
+    EXPECT_EQ(status.getFatalStateStatus(),
+        block(QStringLiteral("Статус фатального состояния:"),
+            QStringLiteral("неверная контрольная сумма сменных счетчиков в NVRAM|неверная контрольная сумма "
+                           "конфигурации в NVRAM|ошибка OTP|неверная контрольная сумма NVRAM|ошибка "
+                           "флэш-памяти|инсталляция не произведена|фатальная ошибка ФН|расхождение данных "
+                           "ККТ и ФН")));
+    EXPECT_EQ(status.getCurrentFlagsStatus(),
+        block(QStringLiteral("Статус текущих флагов:"),
+            QStringLiteral("не была вызвана функция 0|нефискальный (тестовый) режим|смена открыта|смена "
+                           "больше 24 часов|архив ФН закрыт|ФН не активизирован")));
+
+    // The types and the states by their numbers; a number without a text leaves the line at its label.
+    const QStringList types = QStringLiteral("Документ закрыт|Нефискальный документ|Приход|Возврат прихода|"
+                                             "Внесение в кассу|Изъятие|Расход|Возврат расхода|Коррекция "
+                                             "прихода|Коррекция расхода|Коррекция возврата прихода|"
+                                             "Коррекция возврата расхода|")
+                                  .split(QLatin1Char('|'));
+    const QMap<qsizetype, QString> states{{0, "Документ закрыт"}, {1, "Документ открыт"},
+        {3, "Добавлена позиция"}, {5, "Подитог"}, {7, "Оплата"}, {8, "Документ завершен. Требуется закрытие"},
+        {9, "Статус документа в ФН неизвестен"}, {16, "Отмена документа невозможна"}};
+    for (qsizetype number = 0; number <= 17; ++number)
+        EXPECT_EQ(spfhex::StateStatus("0\x1C\x30\x1C" + QByteArray::number(number * 257)).getDocumentStatus(),
+            (QStringList{QStringLiteral("Статус документа:"),
+                "  тип текущего открытого документа: " + types.value(number),
+                "  состояние  документа: " + states.value(number)}));
+}

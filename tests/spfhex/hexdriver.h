@@ -1,6 +1,6 @@
 #pragma once
 
-#include "driver/messagelog.h"
+#include "driver/loglines.h"
 #include "driver/thrown.h"
 #include "exceptions.h"
 #include "frspfsettings.h"
@@ -105,18 +105,7 @@ struct HexDriverTest : testing::Test
             "C0=f0|f1|f2|f3|f4|f5|f6|f7|f8|f9|f10|f11|f12"));
     }
 
-    /// The driver's lines, each with the first letter of its level; the usual last one as "done".
-    static std::string logged()
-    {
-        std::string text;
-        for (const std::string& line : MessageLog::taken()) {
-            const std::string level = line.substr(0, line.find(' '));
-            const std::string message = line.substr(level.size() + std::string(" frdriver.spf_0: ").size());
-            text += text.empty() ? "" : "; ";
-            text += message == "Команда выполнена" ? "done" : level.substr(0, 1) + ' ' + message;
-        }
-        return text;
-    }
+    static std::string logged() { return takenLines(); }
 
     HexLine serial;
     FrSpfSettings settings;

@@ -34,8 +34,9 @@ TEST(Envelope, requestsAreTheseBytes)
                     .contains("<![CDATA[a]]]]><![CDATA[>b]]]]]><![CDATA[>?]]></RequestData>"));
     // Neither spoils what stands behind it when it is in the head.
     const QString version = QChar(0xdc00) + QStringLiteral("1\r3") + QChar(0xd83d);
-    EXPECT_TRUE(envelope::build({version, "{1}", time, 2, {}})
-                    .contains("<ProtocolVersion>?1&#xd;3?</ProtocolVersion>\n  <RequestId>{1}</RequestId>"));
+    EXPECT_TRUE(envelope::build(
+        {version, "{1}", time, 2,
+            {}}).contains("<ProtocolVersion>?1&#xd;3?</ProtocolVersion>\n  <RequestId>{1}</RequestId>"));
 }
 
 /// What an answer is found to say, on one line.
