@@ -13,7 +13,7 @@
 #include <QDomDocument>
 
 #include <benchmark/benchmark.h>
-#include <logger.h>
+#include <log4qt/logger.h>
 #include <malloc.h>
 
 #include <algorithm>

@@ -14,7 +14,7 @@
 #include "streamdevice.h"
 
 #include <benchmark/benchmark.h>
-#include <logger.h>
+#include <log4qt/logger.h>
 #include <modbus.h>
 
 #include <chrono>

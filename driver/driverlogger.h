@@ -2,8 +2,8 @@
 
 #include <QString>
 
-#include <logger.h>
-#include <logmanager.h>
+#include <log4qt/logger.h>
+#include <log4qt/logmanager.h>
 
 /// The drivers' logger of that name, a child of "frdriver". The one place that knows which Log4Qt it is: the
 /// real one names a logger by one dotted text, the stand-in by two.

@@ -2,7 +2,7 @@
 
 #include <QBuffer>
 
-#include <logger.h>
+#include <log4qt/logger.h>
 
 QImage loadHeaderImage(const QString& fileName, const Log4Qt::Logger& logger)
 {

@@ -8,10 +8,10 @@
 #include "driverlogger.h"
 #include "exceptions.h"
 #include "frspfsettings.h"
-#include "logmanager.h"
 #include "mockfactory.h"
 #include "serialdriverwrapper.h"
 #include "spfxml/frspf.h"
+#include <log4qt/logmanager.h>
 
 #include <iterator>
 

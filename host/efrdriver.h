@@ -10,9 +10,11 @@ public:
     enum FontTypes : int {
         UndefinedFont = 0,
         NormalFont = 1,
-        DoubleWidthFont = 2,
+        /// Double width and height over HEX; over XML bold, as wide as the normal one.
+        DoubleSizeFont = 2,
+        /// As SmallFont over HEX, as NormalFont over XML.
         CondensedFont = 3,
-        LargeFont = 4,
+        DoubleWidthFont = 4,
         SmallFont = 5,
         DoubleHeightFont = 6,
         InvertedFont = 7

@@ -1,4 +1,4 @@
-#include "logger.h"
+#include "log4qt/logger.h"
 
 #include <QMessageLogger>
 

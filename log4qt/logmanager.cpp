@@ -1,6 +1,6 @@
-#include "logmanager.h"
+#include "log4qt/logmanager.h"
 
-#include "logger.h"
+#include "log4qt/logger.h"
 
 #include <map>
 #include <memory>

@@ -21,8 +21,7 @@ constexpr int lineLength = 256;
 
 EFrDriver::FontTypes font(bool wide, bool high)
 {
-    if (wide && high)
-        return EFrDriver::LargeFont;
+    // Over XML no font is both: the width wins then, since it is what decides how much a line holds.
     if (wide)
         return EFrDriver::DoubleWidthFont;
     return high ? EFrDriver::DoubleHeightFont : EFrDriver::UndefinedFont;

@@ -7,7 +7,7 @@
 #include "exceptions.h"
 #include "frame.h"
 
-#include <logger.h>
+#include <log4qt/logger.h>
 
 namespace spfhex {
 

@@ -5,7 +5,7 @@
 #include "frame.h"
 #include "requests.h"
 
-#include <logger.h>
+#include <log4qt/logger.h>
 
 namespace spfhex {
 

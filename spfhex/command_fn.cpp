@@ -8,7 +8,7 @@
 #include "frutils.h"
 #include "requests.h"
 
-#include <logger.h>
+#include <log4qt/logger.h>
 
 #include <QTimeZone>
 

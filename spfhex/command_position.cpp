@@ -8,7 +8,7 @@
 #include "markedposition.h"
 #include "requests.h"
 
-#include <logger.h>
+#include <log4qt/logger.h>
 
 namespace spfhex {
 

@@ -11,7 +11,7 @@
 
 #include <QMap>
 
-#include <logger.h>
+#include <log4qt/logger.h>
 
 namespace spfhex {
 
@@ -33,13 +33,13 @@ protocol::DocumentType documentType(hw::fr::CheckType type)
 protocol::TextAttribute textAttribute(EFrDriver::FontTypes font)
 {
     switch (font) {
-    case EFrDriver::DoubleWidthFont:
-        return protocol::DoubleWidthText;
+    case EFrDriver::DoubleSizeFont:
+        return protocol::DoubleSizeText;
     case EFrDriver::CondensedFont:
     case EFrDriver::SmallFont:
         return protocol::CondensedText;
-    case EFrDriver::LargeFont:
-        return protocol::LargeText;
+    case EFrDriver::DoubleWidthFont:
+        return protocol::DoubleWidthText;
     case EFrDriver::DoubleHeightFont:
         return protocol::DoubleHeightText;
     case EFrDriver::InvertedFont:

@@ -9,7 +9,7 @@
 
 #include <exception>
 
-#include <logger.h>
+#include <log4qt/logger.h>
 
 namespace spfhex {
 

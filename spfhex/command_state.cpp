@@ -6,7 +6,7 @@
 #include "datetimefields.h"
 #include "requests.h"
 
-#include <logger.h>
+#include <log4qt/logger.h>
 
 namespace spfhex {
 

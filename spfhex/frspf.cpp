@@ -179,9 +179,9 @@ QMap<EFrDriver::FontTypes, unsigned> FrSpf::getBandWidthFonts()
     return {
         {EFrDriver::UndefinedFont, 44},
         {EFrDriver::NormalFont, 44},
-        {EFrDriver::DoubleWidthFont, 24},
+        {EFrDriver::DoubleSizeFont, 24},
         {EFrDriver::CondensedFont, 64},
-        {EFrDriver::LargeFont, 24},
+        {EFrDriver::DoubleWidthFont, 24},
         {EFrDriver::SmallFont, 64},
         {EFrDriver::DoubleHeightFont, 44},
         {EFrDriver::InvertedFont, 44},

@@ -95,8 +95,8 @@ enum TextAttribute {
     NormalText = 0,
     CondensedText = 1,
     DoubleHeightText = 16,
-    LargeText = 32,
-    DoubleWidthText = 48,
+    DoubleWidthText = 32,
+    DoubleSizeText = 48,
     InvertedText = 128
 };
 

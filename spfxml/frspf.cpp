@@ -109,15 +109,15 @@ void FrSpf::cashierLogin(const FrUser& user)
 QMap<EFrDriver::FontTypes, unsigned> FrSpf::getBandWidthFonts()
 {
     const unsigned width = deviceInfo.getBandWidth();
-    // The СП101-Ф prints its large font in 22 columns whatever its paper is.
+    // The СП101-Ф prints its double width font in 22 columns whatever its paper is.
     const bool isSp101 = deviceInfo.getModelCode() == QLatin1String("2");
     const double smallFontFactor = width < 48 ? 1.4 : 1.3333333333333333;
     return {
         {EFrDriver::UndefinedFont, width},
         {EFrDriver::NormalFont, width},
-        {EFrDriver::DoubleWidthFont, width},
+        {EFrDriver::DoubleSizeFont, width},
         {EFrDriver::CondensedFont, width},
-        {EFrDriver::LargeFont, isSp101 ? 22 : width / 2},
+        {EFrDriver::DoubleWidthFont, isSp101 ? 22 : width / 2},
         {EFrDriver::SmallFont, static_cast<unsigned>(width * smallFontFactor)},
         {EFrDriver::DoubleHeightFont, width},
         {EFrDriver::InvertedFont, width},

@@ -9,7 +9,7 @@
 #include <exceptions.h>
 #include <frposition.h>
 #include <frprintdata.h>
-#include <logger.h>
+#include <log4qt/logger.h>
 
 #include <QList>
 #include <QMap>

@@ -68,9 +68,9 @@ void Print::addBarcode(const Barcode& barcode)
 int Print::fontModeFromFontTypes(EFrDriver::FontTypes font)
 {
     static constexpr std::array modes{8, 0, 32, 1, 16, 128};
-    if (font < EFrDriver::DoubleWidthFont || font > EFrDriver::InvertedFont)
+    if (font < EFrDriver::DoubleSizeFont || font > EFrDriver::InvertedFont)
         return 0;
-    return modes.at(static_cast<std::size_t>(font - EFrDriver::DoubleWidthFont));
+    return modes.at(static_cast<std::size_t>(font - EFrDriver::DoubleSizeFont));
 }
 
 } // namespace spfxml

@@ -2,7 +2,7 @@
 
 #include "names.h"
 
-#include <logger.h>
+#include <log4qt/logger.h>
 #include <xmlutils.h>
 
 #include <QDomDocument>

@@ -5,7 +5,7 @@
 #include <bytestohexutils.h>
 #include <frposition.h>
 #include <frutils.h>
-#include <logger.h>
+#include <log4qt/logger.h>
 
 #include <initializer_list>
 

@@ -1,6 +1,6 @@
 #include "spffrcommand.h"
 
-#include <logger.h>
+#include <log4qt/logger.h>
 
 #include <QDomDocument>
 

@@ -7,7 +7,7 @@
 #include <currenttime.h>
 #include <drivertexts.h>
 #include <exceptions.h>
-#include <logger.h>
+#include <log4qt/logger.h>
 #include <mockfactory.h>
 
 #include <QDomDocument>

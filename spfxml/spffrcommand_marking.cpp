@@ -2,7 +2,7 @@
 #include "spffrcommand.h"
 
 #include <bytestohexutils.h>
-#include <logger.h>
+#include <log4qt/logger.h>
 #include <markedposition.h>
 
 #include <QDomDocument>

@@ -3,7 +3,7 @@
 #include "spffrcommand.h"
 
 #include <exceptions.h>
-#include <logger.h>
+#include <log4qt/logger.h>
 
 #include <QDomDocument>
 

@@ -7,7 +7,7 @@
 #include <decimals.h>
 #include <frposition.h>
 #include <frprintdata.h>
-#include <logger.h>
+#include <log4qt/logger.h>
 
 #include <QDomDocument>
 

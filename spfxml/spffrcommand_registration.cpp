@@ -2,7 +2,7 @@
 #include "spffrcommand.h"
 
 #include <frutils.h>
-#include <logger.h>
+#include <log4qt/logger.h>
 
 #include <QDomDocument>
 

@@ -1,7 +1,7 @@
 #include "../host/qtprinters.h"
 
-#include <logger.h>
-#include <logmanager.h>
+#include <log4qt/logger.h>
+#include <log4qt/logmanager.h>
 
 #include <gtest/gtest.h>
 #include <QStringList>

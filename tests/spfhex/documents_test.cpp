@@ -125,11 +125,11 @@ TEST_F(HexDriverTest, documentTypesBarcodeTypesAndFontsHaveTheDevicesCodes)
     int font = 0;
     const std::string line = std::string("21 ").append(256, '\xEF');
     for (const char* const attribute : {"0", "0", "48", "1", "32", "1", "16", "128", "0"}) {
-        driver.setFont({static_cast<EFrDriver::FontTypes>(font++), EFrDriver::LargeFont});
+        driver.setFont({static_cast<EFrDriver::FontTypes>(font++), EFrDriver::DoubleWidthFont});
         driver.checkPrint({QString(300, QChar(0x44F))});
         EXPECT_EQ(driver.sent(), line + '|' + attribute + '|');
     }
-    driver.setFont({EFrDriver::LargeFont});
+    driver.setFont({EFrDriver::DoubleWidthFont});
     driver.resetFont();
     driver.checkPrint({QString()});
     EXPECT_EQ(driver.sent(), "21 |0|");

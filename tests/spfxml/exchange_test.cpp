@@ -5,8 +5,8 @@
 
 #include "spfxml/spffrcommand.h"
 
-#include <logger.h>
-#include <logmanager.h>
+#include <log4qt/logger.h>
+#include <log4qt/logmanager.h>
 #include <mockfactory.h>
 
 #include <QLoggingCategory>

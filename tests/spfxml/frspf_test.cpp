@@ -55,7 +55,7 @@ TEST_F(Operations, askWhoTheDeviceIsOnlyOnceAndReadTheTailWithoutItsEmptyEnd)
 
 TEST_F(Operations, deriveModelAndFontsFromTheStatus)
 {
-    // Model, normal font, large font, small font.
+    // Model, normal font, double width, small font.
     const std::pair<const char*, const char*> cases[] = {
         {"1013=0010312|PaperWidth=48", "3 СП402-Ф 48 24 64"},
         {"1013=00002|PaperWidth=30", "2 СП101-Ф 30 22 42"},
@@ -70,7 +70,7 @@ TEST_F(Operations, deriveModelAndFontsFromTheStatus)
         const QString described = QString("%1 %2 %3 %4 %5")
                                       .arg(info.getModelCode(), info.getModelName())
                                       .arg(widths.value(EFrDriver::NormalFont))
-                                      .arg(widths.value(EFrDriver::LargeFont))
+                                      .arg(widths.value(EFrDriver::DoubleWidthFont))
                                       .arg(widths.value(EFrDriver::SmallFont));
         EXPECT_EQ(described.toStdString(), expected);
         EXPECT_EQ(widths.values().count(info.getBandWidth()), 6);

@@ -56,7 +56,7 @@ TEST(PositionRequisites, fillWhatIsMissing)
 
 FrPrintData font(int type)
 {
-    return FrPrintData::forSetFont({static_cast<EFrDriver::FontTypes>(type), EFrDriver::LargeFont});
+    return FrPrintData::forSetFont({static_cast<EFrDriver::FontTypes>(type), EFrDriver::DoubleWidthFont});
 }
 
 TEST(Print, writesFontsAndBarcodesIntoTheText)

@@ -45,7 +45,7 @@ TEST_F(Receipt, goesOutAsOneTree)
     driver.setRequisite({Tag::TaxSystem, 2});
     for (const auto& [kind, sum] : {std::pair{0, 100.0}, {1, 50}, {0, 50}, {2, 1}, {3, 2}, {4, 3}, {5, 1000}})
         driver.checkPay({kind, sum});
-    driver.setFont({EFrDriver::DoubleWidthFont});
+    driver.setFont({EFrDriver::DoubleSizeFont});
     driver.checkPrint({"Чек"});
     driver.barcodePrint({"4601234567893", Barcode::Ean13});
     driver.barcodePrint({"X", Barcode::Code128});

@@ -8,7 +8,7 @@
 
 #include <fiscaldocument.h>
 #include <frspfsettings.h>
-#include <logmanager.h>
+#include <log4qt/logmanager.h>
 
 #include <QJsonObject>
 
