@@ -11,7 +11,6 @@
 #include "mockfactory.h"
 #include "serialdriverwrapper.h"
 #include "spfxml/frspf.h"
-#include <log4qt/logmanager.h>
 
 #include <iterator>
 

@@ -5,8 +5,7 @@
 
 #include "spfxml/spffrcommand.h"
 
-#include <log4qt/logger.h>
-#include <log4qt/logmanager.h>
+#include <driverlogger.h>
 #include <mockfactory.h>
 
 #include <QLoggingCategory>
@@ -98,9 +97,7 @@ protected:
     }
 
     NiceMock<MockSerialDriver> serial;
-    FixedIdCommand command{&serial,
-        Log4Qt::LogManager::logger(QStringLiteral("frdriver"), QStringLiteral("xml")),
-        QStringLiteral("13.0")};
+    FixedIdCommand command{&serial, driverLogger(QStringLiteral("xml")), QStringLiteral("13.0")};
     FixedClock clock;
     QList<QByteArray> script;
     QList<QByteArray> sent;

@@ -6,9 +6,9 @@
 #include "spfxml/frspf.h"
 #include "xmltext.h"
 
+#include <driverlogger.h>
 #include <fiscaldocument.h>
 #include <frspfsettings.h>
-#include <log4qt/logmanager.h>
 
 #include <QJsonObject>
 
@@ -16,7 +16,7 @@
 struct ScriptedCommand : spfxml::SpfFrCommand
 {
     ScriptedCommand()
-        : SpfFrCommand(nullptr, Log4Qt::LogManager::logger("frdriver", "xml"), QString())
+        : SpfFrCommand(nullptr, driverLogger("xml"), QString())
     {
     }
 
