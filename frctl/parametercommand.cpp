@@ -55,13 +55,21 @@ QJsonObject json(const RegisterParameter& parameter)
     return object;
 }
 
+/// One line a setting, for those who read line by line.
+QString oneLine(const RegisterParameter& parameter)
+{
+    QString value = parameter.value;
+    value.replace(QLatin1Char('\r'), QStringLiteral("\\r")).replace(QLatin1Char('\n'), QStringLiteral("\\n"));
+    return QStringLiteral("%1 %2: %3").arg(parameter.name, parameter.caption, value);
+}
+
 Output tell(const Parameters& parameters)
 {
     QJsonArray array;
     QStringList lines;
     for (const RegisterParameter& parameter : parameters) {
         array.append(json(parameter));
-        lines.append(QStringLiteral("%1 %2: %3").arg(parameter.name, parameter.caption, parameter.value));
+        lines.append(oneLine(parameter));
     }
     return {lines, {{QStringLiteral("parameters"), array}}};
 }
@@ -171,6 +179,7 @@ QList<Assignment> assignmentsFrom(const QStringList& texts, bool isHex)
         const Assignment assignment{text.left(sign).trimmed(), text.mid(sign + 1)};
         if (sign < 0 || assignment.name.isEmpty())
             throw UsageError(QStringLiteral("params set: \"%1\" is not NAME=VALUE").arg(text));
+        // Said before the register is reached: the driver would only say no afterwards.
         if (!isHex && !path.match(assignment.name).hasMatch())
             throw UsageError(QStringLiteral("params set: \"%1\" is not section.subsection.parameter")
                                  .arg(assignment.name));

@@ -58,8 +58,7 @@ QList<RegisterParameter> FrSpf::readParameters(const QStringList& names)
 
 std::optional<FrParameter> FrSpf::assignment(const QString& name, const QString& value) const
 {
-    // setParams looks for this form in the text, without anchors; a subsection with a hyphen is none of its
-    // own.
+    // Each path of the catalogue has this form. setParams knows no hyphen and refuses those of ims-client.
     static const QRegularExpression path(QStringLiteral("^\\w+\\.[\\w-]+\\.\\w+$"));
     if (!path.match(name).hasMatch())
         return std::nullopt;

@@ -26,6 +26,12 @@ struct CallRow
     bool isViolation;
 };
 
+// CTest names the cases by it.
+void PrintTo(const CallRow& row, std::ostream* stream)
+{
+    *stream << row.what << ", " << row.call;
+}
+
 class WatchedCall : public testing::TestWithParam<CallRow>
 {
 };

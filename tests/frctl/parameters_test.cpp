@@ -147,7 +147,7 @@ TEST(Params, AreFoundAndWritten)
 
 TEST(Params, AreListedWithWhatTheyTake)
 {
-    RegisterParameter cash = parameter("6.0", "Контроль наличных", "1");
+    RegisterParameter cash = parameter("6.0", "Контроль наличных", "1\n2");
     cash.type = RegisterParameter::Type::Number;
     cash.least = 0;
     cash.greatest = 1;
@@ -170,10 +170,11 @@ TEST(Params, AreListedWithWhatTheyTake)
     options.protocol = "HEX";
     options.command = "params";
     options.arguments = {"list"};
-    EXPECT_EQ(QJsonDocument(findCommand(options).prepare(options).onParameters(driver, one).json)
-                  .toJson(QJsonDocument::Compact),
+    const Output output = findCommand(options).prepare(options).onParameters(driver, one);
+    EXPECT_EQ(QJsonDocument(output.json).toJson(QJsonDocument::Compact),
         R"({"parameters":[{"caption":"Контроль наличных","greatest":1,"id":"6.0","least":0,"readOnly":true,)"
-        R"("type":"number","value":"1"}]})");
+        R"("type":"number","value":"1\n2"}]})");
+    EXPECT_EQ(output.lines, QStringList("6.0 Контроль наличных: 1\\n2"));
 }
 
 } // namespace
