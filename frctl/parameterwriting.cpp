@@ -33,7 +33,8 @@ QString nameOf(const FrParameter& parameter)
 [[noreturn]] void refuseHex(const AbstractRegisterParameters& source, const FrParameter& parameter)
 {
     const QString name = nameOf(parameter);
-    const RegisterParameter* const known = find(source.knownParameters(), name);
+    const Parameters table = source.knownParameters();
+    const RegisterParameter* const known = find(table, name);
     const QString caption = known == nullptr ? QString() : QLatin1Char(' ') + known->caption;
     throw Refusal(QStringLiteral("%1%2 was refused; those before it are written").arg(name, caption), {name});
 }
