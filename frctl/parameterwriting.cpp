@@ -24,6 +24,8 @@ const RegisterParameter* find(const Parameters& parameters, const QString& name)
         [&name](const RegisterParameter& parameter) { return parameter.name == name; });
     return found == parameters.cend() ? nullptr : &*found;
 }
+// The pointer would outlive such a list.
+const RegisterParameter* find(Parameters&&, const QString&) = delete;
 
 QString nameOf(const FrParameter& parameter)
 {
