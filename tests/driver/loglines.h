@@ -5,14 +5,15 @@
 #include <QString>
 
 /// The lines that were logged since the last call, each with the first letter of its level; the usual last
-/// one as "done".
+/// one, at info level, as "done".
 inline std::string takenLines()
 {
     std::string text;
     for (const std::string& line : MessageLog::taken()) {
         const std::string message = line.substr(line.find(": ") + 2);
         text += text.empty() ? "" : "; ";
-        text += message == "Команда выполнена" ? "done" : line.substr(0, 1) + ' ' + message;
+        const bool isDone = message == "Команда выполнена" && line.rfind("info ", 0) == 0;
+        text += isDone ? "done" : line.substr(0, 1) + ' ' + message;
     }
     return text;
 }
