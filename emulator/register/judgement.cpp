@@ -14,7 +14,7 @@ namespace {
 
 constexpr qsizetype mostPositions = 1000;
 constexpr Money greatestTotal = std::numeric_limits<int>::max() * Money{100};
-constexpr int highestTax = 10;
+constexpr int highestTax = 12;
 constexpr int highestPaymentMethod = 7;
 constexpr int highestPaymentObject = 33;
 constexpr int highestUnit = 255;

@@ -11,7 +11,8 @@ QString taxRate(const ParameterStore& parameters, int tax)
 {
     // Rates that came later have no row among the parameters; a position without a rate is one without VAT.
     static const QMap<int, QString> laterRates{{7, QStringLiteral("НДС 5%")}, {8, QStringLiteral("НДС 7%")},
-        {9, QStringLiteral("НДС 5/105")}, {10, QStringLiteral("НДС 7/107")}};
+        {9, QStringLiteral("НДС 5/105")}, {10, QStringLiteral("НДС 7/107")}, {11, QStringLiteral("НДС 22%")},
+        {12, QStringLiteral("НДС 22/122")}};
     constexpr int rowWithoutTax = 5;
     if (laterRates.contains(tax))
         return laterRates.value(tax);

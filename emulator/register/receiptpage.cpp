@@ -19,7 +19,8 @@ struct TaxRate
 };
 
 // Rates whose tax is contained in the price, with the percentage it is counted by.
-constexpr TaxRate taxRates[] = {{1, 20}, {2, 10}, {3, 20}, {4, 10}, {7, 5}, {8, 7}, {9, 5}, {10, 7}};
+constexpr TaxRate taxRates[]
+    = {{1, 20}, {2, 10}, {3, 20}, {4, 10}, {7, 5}, {8, 7}, {9, 5}, {10, 7}, {11, 22}, {12, 22}};
 
 Money containedTax(Money sum, int percent)
 {

@@ -27,7 +27,7 @@ const QList<Judgement> judgements{
     {"four decimals of quantity", {open(2)}, item("1.0001", "1.00"), 3},
     {"negative price", {open(2)}, item("1", "-1.00"), 3},
     {"price beyond all receipts", {open(2)}, item("1000000", "99999999.00"), 3},
-    {"tax rate", {open(2)}, item("1", "1.00", "11"), 3},
+    {"tax rate", {open(2)}, item("1", "1.00", "13"), 3},
     {"payment method", {open(2)}, item("1", "1.00", "1", "1", "8"), 3},
     {"marked goods without code", {open(2)}, item("1", "1.00", "1", "33"), 140},
     {"subtotal of nothing", {open(2)}, subtotal(), 1},

@@ -1,6 +1,6 @@
 #include "rig.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <QJsonArray>
 
 namespace {
@@ -86,6 +86,17 @@ TEST(Sale, LooksLikeAReceipt)
         for (const QString& line : rig.device.tape().lines())
             EXPECT_LE(line.size(), width) << line.toStdString();
     }
+}
+
+TEST(Sale, KnowsTheRatesOf2026)
+{
+    Rig rig;
+    rig.openShift();
+    rig.run({open(2), item("1", "61.00", "11"), item("2", "61.00", "12"), subtotal(), pay(0, "183.00"),
+        finish()});
+    const QString tape = rig.device.tape().text();
+    EXPECT_THAT(tape.toStdString(), testing::ContainsRegex("СУММА НДС 22% +=11.00"));
+    EXPECT_THAT(tape.toStdString(), testing::ContainsRegex("СУММА НДС 22/122 +=22.00"));
 }
 
 TEST(Sale, CancelledLeavesNoTrace)
