@@ -18,10 +18,13 @@ constexpr int deepestElement = 256;
 template <typename Text>
 bool isTooDeep(const Text& text)
 {
-    // Most answers are too short for it.
-    if (text.count(typename Text::value_type('<')) <= deepestElement)
+    // Most answers are too short for it. A level takes a bracket, or an entity that holds one.
+    using Character = typename Text::value_type;
+    if (text.count(Character('<')) + text.count(Character('&')) <= deepestElement)
         return false;
     QXmlStreamReader reader(text);
+    // As the document is read: or a prefix that nobody declared would end the count, but not the document.
+    reader.setNamespaceProcessing(false);
     for (int depth = 0; !reader.atEnd();) {
         const QXmlStreamReader::TokenType token = reader.readNext();
         depth += token == QXmlStreamReader::StartElement ? 1 : 0;

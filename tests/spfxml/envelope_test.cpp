@@ -90,6 +90,10 @@ TEST(Envelope, answersSayThis)
     EXPECT_EQ(reading(nested(256)), "bad Result=");
     EXPECT_EQ(reading(nested(257)), "flaw 0:0");
     EXPECT_FALSE(envelope::parse(QString::fromLatin1(nested(257))));
+    // Nor is it to be had behind a prefix that is not declared, or in an entity without brackets.
+    EXPECT_EQ(reading("<x:a>" + nested(256) + "</x:a>"), "flaw 0:0");
+    const QByteArray entity = nested(257).replace('<', "&#60;");
+    EXPECT_EQ(reading("<!DOCTYPE a [<!ENTITY e '" + entity + "'>]><a>&e;</a>"), "flaw 0:0");
 }
 
 TEST(Envelope, anAnswerIsWholeWithItsEndAndItsId)
