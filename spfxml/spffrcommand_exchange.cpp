@@ -19,8 +19,9 @@ namespace {
 
 constexpr unsigned long portionSize = 200;
 constexpr unsigned long answerTimeout = 15000;
-// A device that never ends its answer must not eat the memory of the host.
-constexpr qsizetype maxAnswerSize = qsizetype(64) * 1024 * 1024;
+// A device that never ends its answer must not eat the memory of the host, nor hold it for ever with answers
+// to other requests.
+constexpr qsizetype maxBytesARead = qsizetype(64) * 1024 * 1024;
 constexpr int outOfPaperCode = 8;
 
 FrCommandException malformedAnswer()
@@ -80,10 +81,13 @@ QByteArray SpfFrCommand::exchange(const QByteArray& request, const QByteArray& r
 QByteArray SpfFrCommand::receiveAnswer(const QByteArray& requestId) const
 {
     AnswerBuffer buffer(requestId);
+    qsizetype read = 0;
     bool isComplete = false;
     while (!isComplete) {
-        isComplete = buffer.append(serial->receiveDataAsByteArray(portionSize, answerTimeout));
-        if (!isComplete && buffer.size() > maxAnswerSize)
+        const QByteArray portion = serial->receiveDataAsByteArray(portionSize, answerTimeout);
+        read += portion.size();
+        isComplete = buffer.append(portion);
+        if (!isComplete && read > maxBytesARead)
             throw FrCommandException(drivertexts::exchangeFailed());
     }
     return buffer.trimmed();

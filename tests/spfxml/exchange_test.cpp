@@ -150,6 +150,8 @@ TEST_F(ExchangeTest, findsItsAnswerOrFails)
         {"two answers in one portion", {foreign + good}, 5, malformed, 1},
         {"no inner document", {successAnswer(id, QStringLiteral("x"))}, 5, malformed, 1},
         {"an answer that never ends", {5, QByteArray(16 * 1024 * 1024, 'x')}, 5, failedExchange, 1},
+        {"foreign answers that never end", {5, QByteArray(16 * 1024 * 1024, ' ') + foreign}, 5,
+            failedExchange, 1},
         {"fault of the port", {"fault"}, 5, "ComDriverException: Невозможно получить данные", 1},
         {"lost connection", {"lost"}, 5, "FrCommandException: Нет связи", 1},
     };
