@@ -3,9 +3,22 @@
 #include "program/ptyline.h"
 #include "program/tcpline.h"
 
+#include <QFileInfo>
 #include <QJsonDocument>
 
 #include <cstdio>
+
+namespace {
+
+// What is no file has no end to go to, and Qt complains when it is told to.
+QIODevice::OpenMode writing(const QString& name)
+{
+    const QFileInfo there(name);
+    const QIODevice::OpenMode mode = QIODevice::WriteOnly | QIODevice::Text;
+    return there.exists() && !there.isFile() ? mode : mode | QIODevice::Append;
+}
+
+} // namespace
 
 Station::Station(const Options& options, QObject* parent)
     : QObject(parent)
@@ -27,8 +40,7 @@ Station::Station(const Options& options, QObject* parent)
 QString Station::open()
 {
     for (QFile* const file : {&m_tape, &m_journal}) {
-        if (!file->fileName().isEmpty()
-            && !file->open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text))
+        if (!file->fileName().isEmpty() && !file->open(writing(file->fileName())))
             return QStringLiteral("cannot write %1: %2").arg(file->fileName(), file->errorString());
     }
     if (!m_options.quiet)

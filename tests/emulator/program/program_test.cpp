@@ -33,13 +33,8 @@ public:
     QString ready()
     {
         process.setReadChannel(QProcess::StandardError);
-        QByteArray line;
-        // Qt may have a word of its own to say before.
-        do {
-            while (!process.canReadLine() && process.waitForReadyRead(patience)) { }
-            line = process.readLine();
-        } while (!line.isEmpty() && !line.startsWith("spf-emulator: "));
-        return QString::fromUtf8(line).trimmed();
+        while (!process.canReadLine() && process.waitForReadyRead(patience)) { }
+        return QString::fromUtf8(process.readLine()).trimmed();
     }
     int stop(int signal)
     {
@@ -106,8 +101,9 @@ TEST(Program, GoesOnWithoutPaperThatNobodyReadsAndSaysSo)
     openShift(ready);
     EXPECT_EQ(program.stop(SIGTERM), 1);
     const QByteArray said = program.process.readAllStandardError();
-    EXPECT_TRUE(said.contains("cannot write the terminal any more: ")) << said.toStdString();
-    EXPECT_TRUE(said.contains("cannot write /dev/full any more: ")) << said.toStdString();
+    EXPECT_EQ(said.count("cannot write the terminal any more: "), 1) << said.toStdString();
+    EXPECT_EQ(said.count("cannot write /dev/full any more: "), 1) << said.toStdString();
+    EXPECT_EQ(said.count('\n'), 2) << said.toStdString();
 }
 
 TEST(Program, HostThatWasKilledKeepsTheLineFromNobody)
