@@ -16,6 +16,7 @@ struct ReceiptItem
     Kind kind = Position;
     FrPosition position;
     QString text;
+    /// DoubleSizeFont is double width and height; a register that has no such font prints it wide alone.
     EFrDriver::FontTypes font = EFrDriver::UndefinedFont;
     Barcode barcode;
 };

@@ -21,9 +21,8 @@ constexpr int lineLength = 256;
 
 EFrDriver::FontTypes font(bool wide, bool high)
 {
-    // Over XML no font is both: the width wins then, since it is what decides how much a line holds.
     if (wide)
-        return EFrDriver::DoubleWidthFont;
+        return high ? EFrDriver::DoubleSizeFont : EFrDriver::DoubleWidthFont;
     return high ? EFrDriver::DoubleHeightFont : EFrDriver::UndefinedFont;
 }
 
@@ -43,7 +42,7 @@ ReceiptItem barcodeItem(JsonFields& fields)
     const QString height = QStringLiteral("height");
     ReceiptItem item;
     item.kind = ReceiptItem::BarcodeItem;
-    item.barcode.text = fields.text(QStringLiteral("barcode"), lineLength);
+    item.barcode.text = fields.scannedText(QStringLiteral("barcode"), lineLength);
     item.barcode.type = fields.choice(QStringLiteral("barcodeType"), names::barcodeTypes());
     if (fields.has(scale))
         item.barcode.moduleWidth = fields.integer(scale, 1, 10);

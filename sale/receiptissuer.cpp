@@ -68,13 +68,23 @@ QList<MarkCheck> checkMarks(AbstractFrDriver& driver, const Receipt& receipt)
     }
 }
 
+/// Over XML no font is both wide and high. The width wins then: it decides how much a line holds.
+EFrDriver::FontTypes fontOf(AbstractFrDriver& driver, const ReceiptItem& item)
+{
+    if (item.font != EFrDriver::DoubleSizeFont)
+        return item.font;
+    const QMap<EFrDriver::FontTypes, unsigned> widths = driver.getBandWidthFonts();
+    const bool isWide = widths.value(EFrDriver::DoubleSizeFont) < widths.value(EFrDriver::NormalFont);
+    return isWide ? EFrDriver::DoubleSizeFont : EFrDriver::DoubleWidthFont;
+}
+
 void addItem(AbstractFrDriver& driver, const ReceiptItem& item)
 {
     if (item.kind == ReceiptItem::BarcodeItem) {
         driver.barcodePrint(item.barcode);
     } else if (item.kind == ReceiptItem::Text) {
         if (item.font != EFrDriver::UndefinedFont)
-            driver.setFont({item.font});
+            driver.setFont({fontOf(driver, item)});
         driver.checkPrint({item.text});
         if (item.font != EFrDriver::UndefinedFont)
             driver.resetFont();

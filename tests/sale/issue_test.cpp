@@ -64,6 +64,21 @@ TEST_F(Issue, MeasuredGoodsComeBackMeasured)
     EXPECT_EQ(driver.status, 4);
 }
 
+TEST_F(Issue, WideAndHighIsWideWhereNoFontIsBoth)
+{
+    const std::tuple<EFrDriver::FontTypes, unsigned, EFrDriver::FontTypes> rows[] = {
+        {EFrDriver::DoubleSizeFont, 24, EFrDriver::DoubleSizeFont},
+        {EFrDriver::DoubleSizeFont, 44, EFrDriver::DoubleWidthFont},
+        {EFrDriver::DoubleHeightFont, 44, EFrDriver::DoubleHeightFont},
+    };
+    for (const auto& [wanted, width, printed] : rows) {
+        receipt.items[0].font = wanted;
+        driver.widths = {{EFrDriver::NormalFont, 44}, {EFrDriver::DoubleSizeFont, width}};
+        issue();
+        EXPECT_EQ(driver.font, printed);
+    }
+}
+
 TEST_F(Issue, MarkIsReadWithCareUnlessToldOtherwise)
 {
     issueReceipt(driver, receipt);

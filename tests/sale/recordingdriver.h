@@ -43,6 +43,8 @@ public:
     void checkOpen(const FiscalDocument&) override { note("open"); }
     void setRequisite(const FdRequisite&) override { note("requisite"); }
     void checkAddPosition(const FrPosition&) override { note("position"); }
+    void setFont(const QList<EFrDriver::FontTypes>& fonts) override { font = fonts.constFirst(); }
+    QMap<EFrDriver::FontTypes, unsigned> getBandWidthFonts() override { return widths; }
     void checkPrint(const QList<QString>&) override { note("print"); }
     void barcodePrint(const Barcode&) override { note("barcode"); }
     void checkTotal() override { note("total"); }
@@ -72,6 +74,9 @@ public:
     bool interrupt = false;
     /// What happens elsewhere while a marking code is checked.
     std::function<void()> onMark;
+    /// The last one that was set.
+    EFrDriver::FontTypes font = EFrDriver::UndefinedFont;
+    QMap<EFrDriver::FontTypes, unsigned> widths;
     QString drive = QStringLiteral("9999");
     /// Of the drive's last document, from question to question.
     QList<quint32> numbers{7};
