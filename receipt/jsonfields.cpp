@@ -1,5 +1,6 @@
 #include "jsonfields.h"
 
+#include "controlcharacters.h"
 #include "money.h"
 #include "receipterror.h"
 
@@ -13,6 +14,13 @@ namespace {
 // Above them a product of price and quantity would leave 64 bits; no receipt comes near.
 constexpr double largestSum = 1e8;
 constexpr double largestQuantity = 1e5;
+constexpr QChar groupSeparator(0x1D);
+
+QString noControlCharacters()
+{
+    return QStringLiteral("must not hold control characters");
+}
+
 } // namespace
 
 JsonFields::JsonFields(const QJsonObject& object, const QString& path)
@@ -51,11 +59,21 @@ QJsonValue JsonFields::require(const QString& name, QJsonValue::Type type, const
 
 QString JsonFields::text(const QString& name, int maxLength)
 {
+    const QString value = scannedText(name, maxLength);
+    if (value.contains(groupSeparator))
+        fail(name, noControlCharacters());
+    return value;
+}
+
+QString JsonFields::scannedText(const QString& name, int maxLength)
+{
     const QString value = require(name, QJsonValue::String, QStringLiteral("a text")).toString();
     if (value.trimmed().isEmpty())
         fail(name, QStringLiteral("must not be empty"));
     if (value.size() > maxLength)
         fail(name, QStringLiteral("must have at most %1 characters").arg(maxLength));
+    if (hasControlCharacters(QString(value).remove(groupSeparator)))
+        fail(name, noControlCharacters());
     return value;
 }
 
@@ -158,6 +176,8 @@ QList<QString> JsonFields::texts(const QString& name, int maxLength)
         if (value.trimmed().isEmpty() || value.size() > maxLength)
             fail(QStringLiteral("%1[%2]").arg(name).arg(result.size()),
                 QStringLiteral("must be a text of at most %1 characters").arg(maxLength));
+        if (hasControlCharacters(value))
+            fail(name, noControlCharacters());
         result.append(value);
     }
     return result;

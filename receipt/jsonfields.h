@@ -29,7 +29,10 @@ public:
     [[noreturn]] void fail(const QString& name, const QString& reason) const;
 
     /// A text that is there, is not blank and has no more than that many characters.
+    /// Nor does it hold control characters but white space.
     QString text(const QString& name, int maxLength = 256);
+    /// The same of a code as it was scanned, which may have group separators.
+    QString scannedText(const QString& name, int maxLength);
     std::optional<QString> optionalText(const QString& name, int maxLength = 256);
     bool flag(const QString& name, bool otherwise);
     int integer(const QString& name, int least, int most);

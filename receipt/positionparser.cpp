@@ -65,11 +65,11 @@ void readMark(JsonFields& fields, FrPosition& position)
     if (!fields.has(name))
         return;
     if (!fields.isObject(name)) {
-        position.setMarkingCode(markFromText(fields.text(name, markLength)), MarkCommon);
+        position.setMarkingCode(markFromText(fields.scannedText(name, markLength)), MarkCommon);
         return;
     }
     fields.object(name, [&](JsonFields& mark) {
-        const QString code = markFromText(mark.text(QStringLiteral("mark"), markLength));
+        const QString code = markFromText(mark.scannedText(QStringLiteral("mark"), markLength));
         const QString type = QStringLiteral("type");
         position.setMarkingCode(code,
             mark.has(type) ? static_cast<ExciseMarkType>(mark.choice(type, names::markTypes())) : MarkCommon);

@@ -67,7 +67,9 @@ TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
         {"status --tax-systems osn", "--tax-systems goes with registration"},
         {"--id 42 cash-in 5", "--id names a sale"}, {"--id= sell no-such-file", "--id names a sale"},
         {"fn --clear", "--clear goes with logo"}, {"logo", "logo takes"}, {"params", "params takes list|get"},
-        {"logo no-such-file", "no-such-file:"}, {"header no-such-file", "no-such-file:"}};
+        {"logo no-such-file", "no-such-file:"}, {"header no-such-file", "no-such-file:"},
+        // A file with NUL characters.
+        {"header /proc/self/cmdline", "/proc/self/cmdline: line 1 holds control characters"}};
     for (const auto& [line, error] : rows)
         EXPECT_EQ(usageError(line).rfind(error, 0), 0U) << line << ": " << usageError(line);
     for (const char* line :

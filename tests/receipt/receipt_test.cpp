@@ -156,15 +156,20 @@ TEST(ReceiptFromJson, PrintItemsKeepTheirOrder)
 {
     QJsonObject json = receiptWith("{}", "{}");
     QJsonArray items = json.value(QStringLiteral("items")).toArray();
-    items.prepend(fromText(R"({"type": "text", "text": "До", "doubleWidth": true})"));
+    for (const char* size : {R"("doubleWidth": true, "doubleHeight": true)", R"("doubleHeight": true)",
+             R"("doubleWidth": true, "doubleHeight": false)"})
+        items.prepend(fromText(QByteArray(R"({"type": "text", "text": "До", )") + size + '}'));
     items.append(fromText(R"({"type": "barcode", "barcode": "12", "barcodeType": "CODE128", "scale": 3,
         "height": 80, "printText": false})"));
     json.insert(QStringLiteral("items"), items);
     const Receipt receipt = receiptFromJson(json);
-    ASSERT_EQ(receipt.items.size(), 3);
-    EXPECT_EQ(receipt.items.at(0).font, EFrDriver::DoubleWidthFont);
-    EXPECT_EQ(receipt.items.at(1).kind, ReceiptItem::Position);
-    const Barcode& barcode = receipt.items.at(2).barcode;
+    ASSERT_EQ(receipt.items.size(), 5);
+    const QList<EFrDriver::FontTypes> fonts{EFrDriver::DoubleWidthFont, EFrDriver::DoubleHeightFont,
+        EFrDriver::DoubleSizeFont, EFrDriver::UndefinedFont};
+    for (int index = 0; index < fonts.size(); ++index)
+        EXPECT_EQ(receipt.items.at(index).font, fonts.at(index)) << index;
+    EXPECT_EQ(receipt.items.at(3).kind, ReceiptItem::Position);
+    const Barcode& barcode = receipt.items.at(4).barcode;
     EXPECT_EQ(QList<int>({barcode.type, barcode.textPosition, barcode.moduleWidth, barcode.height}),
         QList<int>({10, 0, 3, 80}));
 }
@@ -182,6 +187,9 @@ TEST(ReceiptFromJson, MistakesAreNamedWithTheirPath)
         {R"({"payments": [{"type": "cash", "sum": 99.99}]})", "{}", "payments: 99.99 do not cover the total"},
         {R"({"payments": [{"type": "credit", "sum": 100.01}]})", "{}",
             "payments: 100.01 without cash are more"},
+        {R"({"operator": {"name": "А\u001cБ"}})", "{}", "operator.name: must not hold control characters"},
+        {"{}", R"({"name": "А\tБ\u0003"})", "items[0].name: must not hold control characters"},
+        {"{}", R"({"markingCode": "01\u001d\u001c"})", "items[0].markingCode: must not hold control"},
         {"{}", R"({"price": "50"})", "items[0].price: must be a number"},
         {"{}", R"({"price": 50.001})", "items[0].price: must have at most 2 decimals"},
         {"{}", R"({"price": 1e300})", "items[0].price: is too large"},
