@@ -2,6 +2,7 @@
 
 #include "messagelog.h"
 
+#include <QRegularExpression>
 #include <QString>
 
 /// The lines that were logged since the last call, each with the first letter of its level; the usual last
@@ -18,17 +19,15 @@ inline std::string takenLines()
     return text;
 }
 
-/// Whether the text is the pattern, in which an ellipsis stands for any text.
-inline bool matches(const std::string& text, const std::string& pattern)
+/// Whether the lines are those of the pattern, in which an ellipsis stands for any text within one line, so
+/// that the level of each line counts.
+inline bool matches(const std::string& lines, const std::string& pattern)
 {
-    const QString whole = QString::fromStdString(text);
-    const QStringList parts = QString::fromStdString(pattern).split(QStringLiteral("…"));
-    qsizetype at = 0;
-    for (const QString& part : parts) {
-        const qsizetype found = whole.indexOf(part, at);
-        if (found < 0 || (at == 0 && found > 0))
-            return false;
-        at = found + part.size();
-    }
-    return parts.size() > 1 ? whole.endsWith(parts.last()) : text == pattern;
+    const QString expression = QRegularExpression::escape(QString::fromStdString(pattern))
+                                   .replace(QRegularExpression::escape(QStringLiteral("…")),
+                                       QStringLiteral("(?:(?!; (?:[idwe] |done)).)*"));
+    return QRegularExpression(
+        QRegularExpression::anchoredPattern(expression), QRegularExpression::DotMatchesEverythingOption)
+        .match(QString::fromStdString(lines))
+        .hasMatch();
 }

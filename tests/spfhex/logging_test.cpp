@@ -21,7 +21,7 @@ using Driver = HexDriver&;
 struct Logging
 {
     std::function<void(HexDriver&)> call;
-    const char* lines;
+    std::string lines;
     const char* answers = "";
 };
 
@@ -29,6 +29,28 @@ const FrPosition tea(QStringLiteral("Чай"), 10.0, 1.0);
 const QStringList twoLines{"a", "b"};
 const QDateTime noon(QDate(2024, 2, 1), QTime(12, 0));
 const char* const shiftIsOpen = "A0=0|4|0";
+const std::string identity = "d Получение номера версии модели ККТ; d Получение заводского номера ККТ; "
+                             "d Получение номера релиза; i …; ";
+const std::string fiscalDrive = "d Получение статуса ФН; d Получение номера последнего ФД; "
+                                "d Получение даты/времени последнего ФД; d Получение заводского номера ФН; ";
+const std::string validity
+    = "d Получение даты срока действия ФН; d Получение количества доступных регистраций; "
+      "d Получение количества проведённых регистраций; ";
+const std::string exchangeWithOfd
+    = "i Получение статуса информационного обмена; d Получение статуса соединения с ОФД; "
+      "d Получение даты/времени первого непереданного документа; "
+      "d Получение номера первого непереданного документа; i …";
+const std::string driveDescription = "i Получение описания состояния ФН устройства; " + fiscalDrive + validity
+    + "d Получение версии ФН; d Описание состояния ФН получено";
+const std::string ffdVersion = "i Получение версии ФФД; d Получение версии ФФД";
+
+std::string repeated(int times, const std::string& lines)
+{
+    std::string text;
+    while (times-- > 0)
+        text += lines;
+    return text;
+}
 
 FrPosition markedTea()
 {
@@ -58,17 +80,23 @@ const std::vector<Logging> askingForThePort{
         "d Получение номера следующего фискального чека в пределах открытой смены"},
     // Start of work: one that is not needed, a device that is to be started, a document that was left open
     {[](Driver d) { d.init(); },
-        "i Инициализация ККМ; d Запрос статуса состояния ККТ; d Инициализация ККТ; "
-        "d Получение номера версии модели ККТ; …; i Инициализация выполнена",
+        "i Инициализация ККМ; d Запрос статуса состояния ККТ; d Инициализация ККТ; " + identity
+            + "i Инициализация выполнена",
         "A0=0|1|0"},
-    {[](Driver d) { d.init(); }, "i Инициализация ККМ; …; d Отмена документа; i Инициализация выполнена",
+    {[](Driver d) { d.init(); },
+        "i Инициализация ККМ; d Запрос статуса состояния ККТ; " + identity
+            + "d Отмена документа; i Инициализация выполнена",
         "A0=0|4|770"},
-    {[](Driver d) { d.init(); }, "i Инициализация ККМ; …; d Завершение документа; i Инициализация выполнена",
+    {[](Driver d) { d.init(); },
+        "i Инициализация ККМ; d Запрос статуса состояния ККТ; " + identity
+            + "d Завершение документа; i Инициализация выполнена",
         "A0=0|4|4098"},
     {[](Driver d) { d.setConnection(); },
-        "i Соединение с устройством; d Получение номера версии модели ККТ; "
-        "d Получение заводского номера ККТ; d Получение номера релиза; …; i Соединение установлено"},
+        "i Соединение с устройством; " + identity + "i Соединение установлено"},
     // Receipts
+    {[](Driver d) { d.checkOpen(FiscalDocument(CheckSaleReturn)); },
+        "i Открытие чека (1 - возврат продажи), оператор: ; d Открытие документа; "
+        "d Получение схемы налогооблажения; done"},
     {[](Driver d) { d.checkClose({}); }, "i Закрытие чека; d Завершение документа; done"},
     {[](Driver d) { d.checkCancel(); }, "i Аннулирование чека; d Отмена документа; done"},
     {[](Driver d) { d.checkWaitForPrint(); },
@@ -77,7 +105,7 @@ const std::vector<Logging> askingForThePort{
     {[](Driver d) { d.checkTotal(); }, "i Переход в подытог; d Подытог; done"},
     {[](Driver d) { d.checkPay(FrPayment(0, -0.001)); }, "i Расчет по чеку: (0) 0.00; d Оплата; done"},
     {[](Driver d) { d.checkAddPosition(tea); },
-        "i Добавление позиции в чек: …; d Добавление предмета расчета; done"},
+        "i Добавление позиции в чек: …; d Регистрация данных агента; d Добавление предмета расчета; done"},
     {[](Driver d) { d.checkAddPosition(markedTea()); },
         "i Добавление позиции в чек: …; d Регистрация данных агента; "
         "d Добавление данных о маркировке для товарной позиции; d Добавление предмета расчета; done"},
@@ -106,13 +134,21 @@ const std::vector<Logging> askingForThePort{
     {[](Driver d) { d.getDefaultTaxSystem(); },
         "i Получение списка систем налогообложения; d Получение схемы налогооблажения"},
     {[](Driver d) { d.getInn(); }, "i Получение ИНН; d Получение ИНН пользователя ККТ"},
-    {[](Driver d) { d.getFfdVersion(); }, "i Получение версии ФФД; d Получение версии ФФД"},
+    {[](Driver d) { d.getFfdVersion(); }, ffdVersion},
     {[](Driver d) { d.printFnDocument(7); },
         "i Печать копии фискального документа по номеру; d Печать документа из ФН"},
-    {[](Driver d) { d.getOfdStatusInfo(); },
-        "i Получение статуса информационного обмена; d Получение статуса соединения с ОФД; "
-        "d Получение даты/времени первого непереданного документа; "
-        "d Получение номера первого непереданного документа; i …"},
+    {[](Driver d) { d.getOfdStatusInfo(); }, exchangeWithOfd},
+    {[](Driver d) { d.getFnInfo(); },
+        "i Получение данных о состоянии фискального накопителя; " + validity + fiscalDrive + exchangeWithOfd
+            + "; d Получение версии ФН; d Получение версии ФФД; d Получение количества неподтверждённых или "
+              "невыгруженных уведомлений реализации маркированного товара; done"},
+    {[](Driver d) { d.getFnStateDescription(); }, driveDescription},
+    {[](Driver d) { d.getDeviceStateDescription(); },
+        "i Получение описания состояния устройства; d Получение регистрационного номера ККТ; "
+        "d Получение ИНН пользователя ККТ; i Получение даты/времени из ККМ; "
+        "d Получение даты/времени ККТ; i Дата/время ККМ: 01.02.2024 15:30:45; "
+        "d Запрос статуса состояния ККТ; "
+            + driveDescription + "; " + ffdVersion + "; i Описание состояния получено"},
     // Reports and counters
     {[](Driver d) { d.zReport(); },
         "i Снятие суточного отчета \x63 гашением; d Запрос статуса состояния ККТ; "
@@ -140,7 +176,8 @@ const std::vector<Logging> askingForThePort{
         "i Получение счетчиков ККМ на конец смены; d Получение количества оформленных за смену документов; "
         "d Получение сумм по оформленным за смену документам; d Получение сумм прихода по типам платежа; "
         "d Получение сумм возврата прихода по типам платежа; d Получение суммы наличных в денежном ящике; "
-        "d Получение параметра 22 0; …; d Получение параметра 22 4; done"},
+        "d Получение параметра 22 0; d Получение параметра 22 1; d Получение параметра 22 2; "
+        "d Получение параметра 22 3; d Получение параметра 22 4; done"},
     // Parameters
     {[](Driver d) { d.setParams({FrParameter(1, 2, 6, QStringLiteral("1"))}); },
         "i Программирование параметров; d Установка параметра [6,2] = 1; i Программирование параметров выполнено"},
@@ -154,9 +191,17 @@ const std::vector<Logging> askingForThePort{
         "d Установка параметра [4,0] = 0; e Отказ; i Установлены настройки по умолчанию",
         "A2=refused"},
     {[](Driver d) { d.getParametersDescription(); },
-        "i Получение описания параметров; d Получение параметра 1 0; "
-        "w Ошибка при получении параметра: Отказ; …; i Описание параметров получено",
+        "i Получение описания параметров; "
+            + repeated(76, "d Получение параметра …; w Ошибка при получении параметра: Отказ; ")
+            + "i Описание параметров получено",
         "A1=refused"},
+    {[](Driver d) { d.readParameters({QStringLiteral("1.0")}); },
+        "i Получение параметров; d Получение параметра 1 0; i Параметры получены"},
+    {[](Driver d) { d.setTail({}); },
+        "i Программирование строк рекламного текста; i Программирование параметров; "
+        "i Программирование параметров выполнено; i Программирование завершено"},
+    {[](Driver d) { d.setGraphicCliche(QStringLiteral("none.png")); },
+        "i Программирование графического клише; e Не удалось загрузить изображение"},
     {[](Driver d) { d.clearGraphicCliche(); }, "i Очистка графического клише; d Очистка логотипа; done"},
 };
 
@@ -199,11 +244,15 @@ TEST_F(HexDriverTest, aClosedPortIsRefusedBeforeAByteIsSent)
 {
     driver.sent();
     driver.portState = 1;
+    HexDriver withoutPort(nullptr, &settings);
     for (const Logging& row : askingForThePort) {
         logged();
         EXPECT_EQ(thrown([&] { row.call(driver); }), "FrNoConnectionException: Необходимо открыть порт")
             << row.lines;
-        EXPECT_EQ(driver.sent(), "") << row.lines;
+        EXPECT_EQ(thrown([&] { row.call(withoutPort); }),
+            "FrNoConnectionException: Ошибка инициализации драйвера порта")
+            << row.lines;
+        EXPECT_EQ(driver.sent() + withoutPort.sent(), "") << row.lines;
         EXPECT_EQ(logged().find("done"), std::string::npos) << row.lines;
     }
 }

@@ -186,11 +186,13 @@ TEST_F(ExchangeTest, logsSilenceAndWhatIsWrongWithTheAnswer)
     EXPECT_THAT(MessageLog::taken(),
         testing::ElementsAre(silence, silence, "debug frdriver.xml: Попытка 3", silence,
             "error frdriver.xml: Ошибка обмена данными"));
+    exchange({refusal("Result=1|ErrorCategory=1|ErrorCode=8")}, 1);
     exchange({refusal("Result=1|ErrorCategory=я|ErrorCode=1")}, 1);
     exchange({successAnswer(id, QStringLiteral("x"))}, 1);
     exchange({successAnswer(id)}, 1);
     EXPECT_THAT(MessageLog::taken(),
-        testing::ElementsAre("error frdriver.xml: Некорректный параметр 'ErrorCategory' - я",
+        testing::ElementsAre("error frdriver.xml: Внутренняя ошибка. Сбой",
+            "error frdriver.xml: Некорректный параметр 'ErrorCategory' - я",
             "error frdriver.xml: Некорректное значение параметра ResponseData: 'x'",
             "info frdriver.xml: Ответ пуст"));
     exchange({QStringLiteral("<a>%1</ArmResponse>").arg(id).toUtf8()}, 1);

@@ -1,3 +1,4 @@
+#include "driver/loglines.h"
 #include "scriptedfrspf.h"
 
 #include <frparameter.h>
@@ -125,7 +126,9 @@ TEST_F(Settings, scaleThePictureToWhatTheDeviceTakes)
         QImage picture(given, QImage::Format_RGB32);
         picture.fill(Qt::white);
         ASSERT_TRUE(picture.save(file));
+        const MessageLog log;
         EXPECT_TRUE(driver.setGraphicCliche(file));
+        EXPECT_EQ(takenLines(), "i Программирование графического клише; d Установка параметров ККТ; done");
         const QByteArray sent = QByteArray::fromStdString(script->taken().at(0));
         ASSERT_TRUE(sent.startsWith("56 x5 200005:7{PRN:7{LogoImage:7{Image:1=424d"));
         const QByteArray digits = sent.mid(sent.lastIndexOf('=') + 1).chopped(3);
@@ -135,7 +138,9 @@ TEST_F(Settings, scaleThePictureToWhatTheDeviceTakes)
     }
     EXPECT_FALSE(driver.setGraphicCliche(folder.filePath("none.png")));
     script->failing = 56;
+    const MessageLog log;
     EXPECT_EQ(thrown([&] { driver.setGraphicCliche(file); }), "FrCommandException: Отказ");
+    EXPECT_EQ(takenLines(), "i Программирование графического клише; d Установка параметров ККТ; e Отказ");
 }
 
 } // namespace
