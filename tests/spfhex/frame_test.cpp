@@ -72,42 +72,24 @@ TEST(StateStatus, flagsAndDocumentAreReadFromThreeNumbers)
     }
 }
 
-TEST(StateStatus, serviceLinesNameEveryFlag)
-{
-    const spfhex::StateStatus status("165\x1C\x32\x32\x1C\x34\x30\x39\x39");
-    EXPECT_EQ(status.getFatalStateStatus().join(QLatin1Char('/')).toStdString(),
-        "Статус фатального состояния:/  неверная контрольная сумма сменных счетчиков в NVRAM: да/"
-        "  неверная контрольная сумма конфигурации в NVRAM: нет/  ошибка OTP: да/"
-        "  неверная контрольная сумма NVRAM: нет/  ошибка флэш-памяти: нет/"
-        "  инсталляция не произведена: да/  фатальная ошибка ФН: нет/  расхождение данных ККТ и ФН: да");
-    EXPECT_EQ(status.getCurrentFlagsStatus().join(QLatin1Char(';')).toStdString(),
-        "Статус текущих флагов:;  не была вызвана функция 0: нет;  нефискальный (тестовый) режим: да;"
-        "  смена открыта: да;  смена больше 24 часов: нет;  архив ФН закрыт: да;  ФН не активизирован: нет");
-    EXPECT_EQ(status.getDocumentStatus().join(QLatin1Char(';')).toStdString(),
-        "Статус документа:;  тип текущего открытого документа: Возврат прихода;"
-        "  состояние  документа: Отмена документа невозможна");
-    EXPECT_EQ(spfhex::StateStatus("0\x1C\x30\x1C\x35\x32\x34").getDocumentStatus().constLast(),
-        QStringLiteral("  состояние  документа: "));
-}
-
 TEST(StateStatus, itsTextsAreThese)
 {
-    // Every other bit set; the labels stand in the order of the bits.
-    const auto block = [](const QString& heading, const QString& labels) {
+    // The labels stand in the order of the bits.
+    const auto block = [](const QString& heading, unsigned bits, const QString& labels) {
         QStringList lines{heading};
         for (const QString& label : labels.split(QLatin1Char('|')))
-            lines << "  " + label + (lines.size() % 2 != 0 ? ": да" : ": нет");
+            lines << "  " + label + ((bits >> (lines.size() - 1)) % 2 != 0 ? ": да" : ": нет");
         return lines;
     };
-    const spfhex::StateStatus status("85\x1C\x38\x35");
+    const spfhex::StateStatus status("165\x1C\x32\x32");
     EXPECT_EQ(status.getFatalStateStatus(),
-        block(QStringLiteral("Статус фатального состояния:"),
+        block(QStringLiteral("Статус фатального состояния:"), 165,
             QStringLiteral("неверная контрольная сумма сменных счетчиков в NVRAM|неверная контрольная сумма "
                            "конфигурации в NVRAM|ошибка OTP|неверная контрольная сумма NVRAM|ошибка "
                            "флэш-памяти|инсталляция не произведена|фатальная ошибка ФН|расхождение данных "
                            "ККТ и ФН")));
     EXPECT_EQ(status.getCurrentFlagsStatus(),
-        block(QStringLiteral("Статус текущих флагов:"),
+        block(QStringLiteral("Статус текущих флагов:"), 22,
             QStringLiteral("не была вызвана функция 0|нефискальный (тестовый) режим|смена открыта|смена "
                            "больше 24 часов|архив ФН закрыт|ФН не активизирован")));
 

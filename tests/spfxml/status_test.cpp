@@ -3,7 +3,7 @@
 #include "spfxml/shiftstatus.h"
 #include "spfxml/spfstatus.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace {
 
@@ -45,13 +45,27 @@ TEST(SpfStatus, printsTheBlocks)
     EXPECT_EQ(spfxml::SpfStatus(state, info).toString().toStdString(), expected);
 }
 
+TEST(SpfStatus, aSilentRegisterReadsAsZeros)
+{
+    const char* const expected = "Статус ФР\n  Сетевые интерфейсы: \n  Ширина ленты (символов): 0\n"
+                                 "  Заводской номер ККТ: \n  Версия прошивки ККТ: \n  Версия сборки: \n"
+                                 "  Версия ФФД ККТ ФН: \n  Версия ФФД ККТ: \n"
+                                 "  Регистрационный номер ККТ: \nСтатус ФН\n"
+                                 "  Состояние фазы жизни: 0 (неизвестный режим)\n"
+                                 "  Тип текущего документа: 0\n  Наличие данных текущего документа: 0\n"
+                                 "  Состояние смены: закрыта\n  Требуется замена ФН: 0\n";
+    EXPECT_THAT(spfxml::SpfStatus({}, {}).toString().toStdString(), testing::StartsWith(expected));
+}
+
 TEST(FnStatus, namesTheLifePhase)
 {
-    const std::pair<const char*, const char*> cases[] = {{"LifePhase=1", "готовность к регистрации"},
-        {"LifePhase=15", "постфискальный режим"}, {"LifePhase=0", "неизвестный режим"},
-        {"LifePhase=2", "неизвестный режим"}, {"LifePhase=4294967299", "неизвестный режим"}};
-    for (const auto& [answer, expected] : cases)
-        EXPECT_EQ(spfxml::FnStatus(answerWith(answer)).getLifePhaseDescription().toStdString(), expected);
+    const QMap<std::string, const char*> known{{"1", "готовность к регистрации"}, {"3", "фискальный режим"},
+        {"7", "постфискальный режим"}, {"15", "постфискальный режим"}};
+    for (const std::string phase : {"-1", "0", "1", "2", "3", "4", "5", "7", "8", "15", "31", "4294967299"}) {
+        const spfxml::FnStatus status(answerWith(("LifePhase=" + phase).c_str()));
+        EXPECT_EQ(status.getLifePhaseDescription().toStdString(), known.value(phase, "неизвестный режим"))
+            << phase;
+    }
 }
 
 // One reads a text, the other a number; "01" tells them apart.
