@@ -33,7 +33,16 @@ TEST(BasicFrDriver, whatTheDeviceCannotDoIsLogged)
     // clang-format off
     const std::vector<std::pair<std::function<void()>, QString>> table{
         {[&] { driver.reinitialize(); }, "warn: Реинициализация(технологическое обнуление) не поддерживается устройством"},
+        {[&] { driver.reboot({}); }, "warn: Перезагрузка не поддерживается устройством"},
+        {[&] { driver.setFont({}); }, "debug: Установка шрифта не поддерживается устройством"},
         {[&] { driver.setLineSpacing(-1); }, ""},
+        {[&] { driver.setLineSpacing(0); }, "debug: Установка межстрочного интервала не поддерживается устройством"},
+        {[&] { driver.beep(); }, "info: Подача звукового сигнала не поддерживается устройством"},
+        {[&] { driver.barcodePrint({}); }, "warn: Печать штрих-кода не поддерживается устройством"},
+        {[&] { EXPECT_FALSE(driver.setTail({})); }, "info: Программирование рекламного текста не поддерживается устройством"},
+        {[&] { EXPECT_FALSE(driver.setGraphicCliche({})); }, "info: Установка графического клише не поддерживается устройством"},
+        {[&] { driver.addPostLines({}); }, "warn: Печать дополнительных элементов при закрытии чека не поддерживается"},
+        {[&] { driver.textDocOpen({}); }, "info: Открытие текстового документа"},
         {[&] { EXPECT_FALSE(driver.setCliche({})); }, "info: Программирование клише не поддерживается устройством"},
         {[&] { driver.checkAddPosition(position); }, "info: Добавление позиции в чек: " + position.toString()},
         {[&] { driver.checkPay({3, 1234567.5}); }, "info: Расчет по чеку: (3) 1234567.50"},
