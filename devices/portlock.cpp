@@ -6,7 +6,7 @@
 #include <QCryptographicHash>
 #include <QFileInfo>
 #include <QHostInfo>
-#include <QSet>
+#include <QNetworkInterface>
 #include <QStringList>
 
 #include <fcntl.h>
@@ -54,13 +54,17 @@ int openLockFile(const QByteArray& name)
     return file < 0 && errno == EEXIST ? openLockFile(name) : file;
 }
 
-void writeHolder(int file)
+void writeText(int file, const QByteArray& text)
 {
-    const QByteArray text = QByteArray::number(static_cast<qint64>(::getpid())) + '\n';
-    // Who holds the port is a word for the person who waits; the lock itself does without it.
+    // It is a word for the person who waits and for the next holder; the lock itself does without it.
     if (::ftruncate(file, 0) != 0
         || ::pwrite(file, text.constData(), static_cast<size_t>(text.size()), 0) < 0)
         return;
+}
+
+void writeHolder(int file)
+{
+    writeText(file, QByteArray::number(static_cast<qint64>(::getpid())) + '\n');
 }
 
 qint64 readHolder(int file)
@@ -70,17 +74,28 @@ qint64 readHolder(int file)
     return text.left(std::max<ssize_t>(0, size)).trimmed().toLongLong();
 }
 
+/// What a connection to the address ends at. A program that listens on all addresses of this machine is
+/// reached by each of them, and by 0.0.0.0.
+QHostAddress reached(const QHostAddress& address)
+{
+    bool isIp4 = false;
+    // An IPv6 address may stand for an IPv4 one.
+    const quint32 ip4 = address.toIPv4Address(&isIp4);
+    const QHostAddress plain = isIp4 ? QHostAddress(ip4) : address;
+    const bool isOwn = plain.isLoopback() || plain == QHostAddress(QHostAddress::AnyIPv4)
+        || plain == QHostAddress(QHostAddress::AnyIPv6) || QNetworkInterface::allAddresses().contains(plain);
+    return isOwn ? QHostAddress(QHostAddress::LocalHost) : plain;
+}
+
 QStringList addressesOf(const TcpAddress& tcp)
 {
-    QSet<QString> targets;
-    for (QHostAddress address : QHostInfo::fromName(tcp.host).addresses()) {
-        bool isIp4 = false;
-        // An IPv6 address may stand for an IPv4 one.
-        if (const quint32 ip4 = address.toIPv4Address(&isIp4); isIp4)
-            address = QHostAddress(ip4);
-        targets.insert(QStringLiteral("tcp:%1:%2").arg(address.toString()).arg(tcp.port));
-    }
-    return targets.values();
+    QStringList targets;
+    for (const QHostAddress& address : QHostInfo::fromName(tcp.host).addresses())
+        targets.append(QStringLiteral("tcp:%1:%2").arg(reached(address).toString()).arg(tcp.port));
+    targets.removeDuplicates();
+    // In one order for all, or two programs could each have a part.
+    targets.sort();
+    return targets;
 }
 
 QStringList targetsOf(const QString& port)
@@ -102,22 +117,26 @@ bool PortLock::take(const QString& port)
     const bool hasAll
         = std::all_of(targets.cbegin(), targets.cend(), [this](const QString& one) { return takeOne(one); });
     if (!hasAll) {
-        for (const int file : m_files)
-            ::close(file);
-        m_files.clear();
+        closeFiles();
+        return false;
     }
-    return hasAll;
+    for (const int file : m_files) {
+        // A name that is left there is one of a program that had no time to take it away.
+        m_wasLeftBusy = readHolder(file) != 0 || m_wasLeftBusy;
+        writeHolder(file);
+    }
+    return true;
 }
 
 bool PortLock::takeOne(const QString& target)
 {
-    const int file = openLockFile(lockFile(target));
+    const QByteArray name = lockFile(target);
+    const int file = openLockFile(name);
     if (file < 0) {
-        m_error = qt_error_string(errno);
+        m_error = QString::fromLatin1(name) + QStringLiteral(": ") + qt_error_string(errno);
         return false;
     }
     if (::flock(file, LOCK_EX | LOCK_NB) == 0) {
-        writeHolder(file);
         m_files.push_back(file);
         return true;
     }
@@ -126,13 +145,25 @@ bool PortLock::takeOne(const QString& target)
     return false;
 }
 
+void PortLock::leaveIdle()
+{
+    for (const int file : m_files)
+        writeText(file, {});
+}
+
 void PortLock::release()
+{
+    closeFiles();
+    m_wasLeftBusy = false;
+    m_holder = 0;
+    m_error.clear();
+}
+
+void PortLock::closeFiles()
 {
     for (const int file : m_files)
         ::close(file);
     m_files.clear();
-    m_holder = 0;
-    m_error.clear();
 }
 
 } // namespace devices

@@ -67,8 +67,7 @@ bool StreamDevice::waitForReadyRead(int milliseconds)
     QElapsedTimer timer;
     timer.start();
     while (isOpen() && !hasInput()) {
-        if (m_waitCallback)
-            m_waitCallback();
+        callWhileWaiting();
         const int left = std::max(0, milliseconds - static_cast<int>(timer.elapsed()));
         if (!receiveInput(std::min(left, waitSliceMs)) && left == 0)
             return false;
@@ -84,6 +83,12 @@ bool StreamDevice::receiveInput(int milliseconds)
     if (size == lineIsGone)
         dropLine();
     return hasInput();
+}
+
+void StreamDevice::callWhileWaiting() const
+{
+    if (m_waitCallback)
+        m_waitCallback();
 }
 
 void StreamDevice::dropLine()

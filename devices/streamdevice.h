@@ -23,8 +23,9 @@ class StreamDevice : public QObject, public hw::AbstractSerialDevice
 public:
     ~StreamDevice() override;
 
-    /// The callback runs at least every tenth of a second while a wait for input lasts. An exception that it
-    /// throws ends the wait and passes through the driver to the host: a way out of a long exchange.
+    /// The callback runs at least every tenth of a second while a wait for input or for a connection lasts.
+    /// An exception that it throws ends the wait and passes through the driver to the host: a way out of a
+    /// long exchange.
     void setWaitCallback(const std::function<void()>& callback) { m_waitCallback = callback; }
 
     /// Why open() or the last write failed, in the system's words.
@@ -57,6 +58,8 @@ protected:
     /// Waits up to that many milliseconds for bytes and receives them: their number, 0 when none came, or
     /// lineIsGone.
     virtual qint64 receive(char* data, qint64 maxSize, int milliseconds) = 0;
+    /// To be called in a wait at least every tenth of a second; may throw.
+    void callWhileWaiting() const;
     /// Closes a line that is gone, but not before what came from it was read.
     void dropLine();
 

@@ -1,7 +1,10 @@
 #include "tcpserialdevice.h"
 
+#include "tcpconnection.h"
+
 #include <QElapsedTimer>
-#include <QNetworkProxy>
+
+#include <unistd.h>
 
 #include <algorithm>
 
@@ -15,8 +18,6 @@ TcpSerialDevice::TcpSerialDevice(const QString& host, quint16 port)
     : m_host(host)
     , m_port(port)
 {
-    // A register stands in the shop's own network; a proxy of the desktop is not meant for it.
-    m_socket.setProxy(QNetworkProxy::NoProxy);
 }
 
 TcpSerialDevice::~TcpSerialDevice() = default;
@@ -54,9 +55,17 @@ bool TcpSerialDevice::open()
     if (isOpen())
         return true;
     m_socket.abort();
-    m_socket.connectToHost(m_host, m_port);
-    if (!m_socket.waitForConnected(connectTimeoutMs))
+    // Qt's own connecting cannot be waited for in slices, and would go through a proxy of the desktop, which
+    // is not meant for a register in the shop's own network.
+    const TcpConnection connection
+        = connectTcp(m_host, m_port, connectTimeoutMs, [this] { callWhileWaiting(); });
+    m_error = connection.error;
+    if (connection.socket < 0)
         return false;
+    if (!m_socket.setSocketDescriptor(connection.socket)) {
+        ::close(connection.socket);
+        return false;
+    }
     // A frame of a few bytes must not wait for more to travel with.
     m_socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
     return true;

@@ -15,7 +15,7 @@ public:
     TcpSerialDevice(const QString& host, quint16 port);
     ~TcpSerialDevice() override;
 
-    QString errorString() const override { return m_socket.errorString(); }
+    QString errorString() const override { return m_error.isEmpty() ? m_socket.errorString() : m_error; }
     /// "tcp:host:port".
     QString getDeviceName() const override;
     bool setBaudRate(QSerialPort::BaudRate baudRate) override;
@@ -43,6 +43,8 @@ private:
     const QString m_host;
     const quint16 m_port;
     QTcpSocket m_socket;
+    /// Why the connection did not come about; empty when it did.
+    QString m_error;
     QSerialPort::BaudRate m_baudRate = QSerialPort::Baud115200;
     QSerialPort::FlowControl m_flowControl = QSerialPort::NoFlowControl;
     bool m_dataTerminalReady = false;

@@ -10,6 +10,10 @@
 
 #include <gtest/gtest.h>
 
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 #include <thread>
 
 namespace {
@@ -196,6 +200,8 @@ TEST(PortLock, IsOnWhatTheNameLeadsTo)
     const std::tuple<QString, QString, bool> rows[] = {{link, path, true}, {link, linkToLink, true},
         {path, name, true}, {"tcp:localhost:7778", "tcp:127.0.0.1:7778", true},
         {"tcp:127.0.0.1:7778", "tcp:[::ffff:127.0.0.1]:7778", true},
+        {"tcp:127.0.0.1:7778", "tcp:0.0.0.0:7778", true}, {"tcp:127.0.0.1:7778", "tcp:0:7778", true},
+        {"tcp:127.0.0.1:7778", "tcp:[::1]:7778", true}, {"tcp:127.0.0.1:7778", "tcp:192.0.2.1:7778", false},
         {"tcp:127.0.0.1:7778", "tcp:127.0.0.1:7779", false}, {link, "tcp:127.0.0.1:7778", false},
         {"/dev/frspf-none", "/dev/frspf-none", false}};
     for (const auto& [one, other, isSame] : rows) {
@@ -208,6 +214,50 @@ TEST(PortLock, IsOnWhatTheNameLeadsTo)
         lock.release();
         EXPECT_TRUE(second.take(other)) << other.toStdString();
     }
+}
+
+TEST(PortLock, TellsHowTheHolderBeforeLeftTheLine)
+{
+    const Line pty("pty");
+    const QString path = "/dev/" + pty.device().getDeviceName();
+    devices::PortLock lock;
+    ASSERT_TRUE(lock.take(path));
+    lock.release();
+    ASSERT_TRUE(lock.take(path));
+    EXPECT_TRUE(lock.wasLeftBusy());
+    lock.leaveIdle();
+    lock.release();
+    ASSERT_TRUE(lock.take(path));
+    EXPECT_FALSE(lock.wasLeftBusy());
+}
+
+// A host that answers nothing keeps the connection waiting for seconds.
+TEST(TcpPort, WaitForTheConnectionCanBeLeft)
+{
+    // With room for none, the second connection is neither taken nor refused.
+    const int server = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    ASSERT_EQ(bind(server, reinterpret_cast<sockaddr*>(&address), size), 0);
+    ASSERT_EQ(listen(server, 0), 0);
+    getsockname(server, reinterpret_cast<sockaddr*>(&address), &size);
+    const QString name = QStringLiteral("tcp:127.0.0.1:%1").arg(ntohs(address.sin_port));
+    struct Left
+    {
+    };
+    const auto first = devices::createSerialDevice(name);
+    ASSERT_TRUE(first->open());
+    const auto second = devices::createSerialDevice(name);
+    int calls = 0;
+    second->setWaitCallback([&calls] {
+        if (++calls == 2)
+            throw Left();
+    });
+    EXPECT_THROW(second->open(), Left);
+    EXPECT_FALSE(second->isOpen());
+    close(server);
 }
 
 TEST(Factory, PortThatIsNotThereDoesNotOpen)
