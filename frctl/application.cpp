@@ -27,10 +27,15 @@ struct Complaint
     QString text;
     QString exception;
     sale::Verdict verdict = {};
+    /// A document was asked for, and did not come to its opening.
+    bool isNotOpened = false;
     bool isUsage = false;
     /// Settings.
     QStringList refused = {};
 };
+
+/// A message that nobody could take; then the status must tell that there was something.
+bool isMessageLost = false;
 
 QString compact(const QJsonObject& json)
 {
@@ -39,23 +44,22 @@ QString compact(const QJsonObject& json)
 
 void complain(const QString& text)
 {
-    print(stderr, QStringLiteral("frctl: ") + text);
+    isMessageLost = print(stderr, QStringLiteral("frctl: ") + text) != 0 || isMessageLost;
 }
 
 /// Prints what a command has to say; gives its exit status. A document that was issued must not look as one
-/// that failed because nobody takes the output.
+/// that failed because nobody takes the output: the message tells.
 int deliver(const QString& text, ExitStatus status = ExitSuccess, const sale::Verdict& verdict = {})
 {
     const int error = print(stdout, text);
     if (error == 0)
         return status;
     complain(QStringLiteral("standard output: ") + qt_error_string(error));
+    if (verdict.outcome != sale::Outcome::None)
+        complain(sale::verdictText(verdict));
     if (status != ExitSuccess)
         return status;
-    if (verdict.outcome == sale::Outcome::None)
-        return ExitFailure;
-    complain(sale::verdictText(verdict));
-    return exitStatusOf(verdict.outcome);
+    return wasInterrupted() ? ExitInterrupted : ExitFailure;
 }
 
 constexpr int helpColumn = 26;
@@ -80,9 +84,10 @@ QString help()
     }
     return text + QLatin1Char('\n') + optionsHelp()
         + QStringLiteral(
-            "\nExit status: 0 done, 1 the register or its line failed or refused, 2 wrong usage or a wrong "
-            "file (nothing was sent),\n130 interrupted. Of a receipt whose close failed: 3 it was issued all "
-            "the same, 4 it was not issued,\n5 unknown (never repeat it then without a look at the register).");
+            "\nExit status: 0 done, 1 the register or its line failed or refused, or the output was lost "
+            "(the message tells\nwhat was issued), 2 wrong usage or a wrong file (nothing was sent), 130 "
+            "interrupted. Of a fiscal document whose\nclose failed: 3 it was issued all the same, 4 it was "
+            "not issued, 5 unknown (never repeat it then without a\nlook at the register).");
 }
 
 Complaint complaintOf(const std::exception_ptr& exception)
@@ -90,21 +95,21 @@ Complaint complaintOf(const std::exception_ptr& exception)
     try {
         std::rethrow_exception(exception);
     } catch (const UsageError& error) {
-        return {ExitUsage, QString::fromUtf8(error.what()), QStringLiteral("UsageError"), {}, true};
+        return {ExitUsage, QString::fromUtf8(error.what()), QStringLiteral("UsageError"), {}, false, true};
     } catch (const receipt::ReceiptError& error) {
         return {ExitUsage, QString::fromUtf8(error.what()), QStringLiteral("ReceiptError")};
     } catch (const RegisterError& error) {
         return {exitStatusOf(error.verdict().outcome), QString::fromUtf8(error.what()), error.exceptionName(),
-            error.verdict()};
+            error.verdict(), error.isNotOpened()};
     } catch (const Interrupted& error) {
-        return {
-            ExitInterrupted, QStringLiteral("interrupted"), QStringLiteral("Interrupted"), error.verdict()};
+        return {ExitInterrupted, QStringLiteral("interrupted"), QStringLiteral("Interrupted"),
+            error.verdict(), error.isNotOpened()};
     } catch (const HostError& error) {
         return {ExitFailure, QString::fromUtf8(error.what()), hostErrorName()};
     } catch (const sale::JournalError& error) {
         return {ExitFailure, QString::fromUtf8(error.what()), hostErrorName()};
     } catch (const Refusal& error) {
-        return {ExitFailure, QString::fromUtf8(error.what()), QStringLiteral("Refusal"), {}, false,
+        return {ExitFailure, QString::fromUtf8(error.what()), QStringLiteral("Refusal"), {}, false, false,
             error.refused()};
     } catch (const BasicException& error) {
         return {ExitFailure, error.tr().ru(), sale::exceptionClassName(error)};
@@ -116,13 +121,16 @@ Complaint complaintOf(const std::exception_ptr& exception)
 int report(const Complaint& complaint, bool json)
 {
     complain(complaint.text);
-    const QString outcome = sale::verdictText(complaint.verdict);
+    const QString outcome = complaint.isNotOpened ? QStringLiteral("the document was not opened")
+                                                  : sale::verdictText(complaint.verdict);
     if (!outcome.isEmpty())
         complain(outcome);
     if (complaint.isUsage)
         print(stderr, usage() + QStringLiteral("\nTry frctl --help."));
     if (json) {
         QJsonObject object = documentJson(complaint.verdict);
+        if (complaint.isNotOpened)
+            object.insert(QStringLiteral("outcome"), QStringLiteral("notOpened"));
         object.insert(QStringLiteral("error"), complaint.text);
         object.insert(QStringLiteral("exception"), complaint.exception);
         if (!complaint.refused.isEmpty())
@@ -130,6 +138,16 @@ int report(const Complaint& complaint, bool json)
         return deliver(compact(object), complaint.status);
     }
     return complaint.status;
+}
+
+Output runTask(RegisterSession& session, const Task& task, const Options& options)
+{
+    session.connect(task.withInit, task.cashier.value_or(options.cashier));
+    for (const sale::SettledSale& settled : session.settledSales())
+        complain(QStringLiteral("sale %1 of an earlier run: %2")
+                     .arg(settled.id, sale::verdictText(settled.verdict)));
+    return task.onParameters ? task.onParameters(session.driver(), session.parameters())
+                             : task.onRegister(session.driver());
 }
 
 Output work(const Options& options)
@@ -141,14 +159,13 @@ Output work(const Options& options)
         throw UsageError(QStringLiteral("%1 needs a register: --port").arg(options.command));
     catchInterruptions();
     RegisterSession session(options);
-    session.connect(task.withInit, task.cashier.value_or(options.cashier));
-    for (const sale::SettledSale& settled : session.settledSales())
-        complain(QStringLiteral("sale %1 of an earlier run: %2")
-                     .arg(settled.id, sale::verdictText(settled.verdict)));
-    return task.onParameters ? task.onParameters(session.driver(), session.parameters())
-                             : task.onRegister(session.driver());
+    const Output output = runTask(session, task, options);
+    // After a failure nobody knows what the register will still say.
+    session.leaveIdle();
+    return output;
 }
 
+/// Gives the exit status; throws what the work throws.
 int run(const Options& options)
 {
     if (options.help)
@@ -167,11 +184,13 @@ int runApplication(const QStringList& commandLine)
 {
     // Also for a command line that cannot be read.
     const bool json = commandLine.contains(QStringLiteral("--json"));
+    int status = ExitFailure;
     try {
-        return run(parseOptions(commandLine));
+        status = run(parseOptions(commandLine));
     } catch (...) {
-        return report(complaintOf(std::current_exception()), json);
+        status = report(complaintOf(std::current_exception()), json);
     }
+    return status == ExitSuccess && isMessageLost ? ExitFailure : status;
 }
 
 } // namespace frctl

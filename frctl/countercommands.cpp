@@ -3,6 +3,7 @@
 #include "abstractfrdriver.h"
 #include "errors.h"
 #include "receiptnames.h"
+#include "shownsum.h"
 
 #include <QJsonArray>
 
@@ -10,13 +11,19 @@ namespace frctl {
 
 namespace {
 
+/// Zero without a sign, which JSON would keep.
+double plainSum(double sum)
+{
+    return sum == 0.0 ? 0.0 : sum;
+}
+
 QJsonObject receiptSums(AbstractFrDriver& driver, hw::fr::CheckType type)
 {
     const QMap<int, double> sums = driver.getCheckCounters(type);
     QJsonObject result;
     for (const receipt::NamedValue& kind : receipt::names::paymentKinds()) {
         if (sums.contains(kind.value))
-            result.insert(QLatin1String(kind.name), sums.value(kind.value));
+            result.insert(QLatin1String(kind.name), plainSum(sums.value(kind.value)));
     }
     return result;
 }
@@ -30,21 +37,27 @@ Output counters(AbstractFrDriver& driver)
         {QStringLiteral("sellReturn"), receiptSums(driver, hw::fr::CheckSaleReturn)}};
     const auto addMoney = [&](const QString& name, const QString& text, hw::fr::CheckType type) {
         const MoneyCounters money = driver.getMoneyCounters(type);
-        output.json.insert(
-            name, QJsonObject{{QStringLiteral("count"), money.count}, {QStringLiteral("sum"), money.sum}});
-        output.lines.append(text.arg(money.count).arg(money.sum, 0, 'f', 2));
+        output.json.insert(name,
+            QJsonObject{
+                {QStringLiteral("count"), money.count}, {QStringLiteral("sum"), plainSum(money.sum)}});
+        output.lines.append(text.arg(money.count).arg(shownSum(money.sum)));
     };
     addMoney(QStringLiteral("cashIn"), QStringLiteral("cash in: %1, sum %2"), hw::fr::CheckCashIn);
     addMoney(QStringLiteral("cashOut"), QStringLiteral("cash out: %1, sum %2"), hw::fr::CheckCashOut);
     return output;
 }
 
+QJsonValue plainValue(const QVariant& value)
+{
+    return value.userType() == QMetaType::Double ? QJsonValue(plainSum(value.toDouble()))
+                                                 : QJsonValue::fromVariant(value);
+}
+
 QString shown(const QVariant& value)
 {
     if (!value.isValid())
         return QStringLiteral("-");
-    return value.userType() == QMetaType::Double ? QString::number(value.toDouble(), 'f', 2)
-                                                 : value.toString();
+    return value.userType() == QMetaType::Double ? shownSum(value.toDouble()) : value.toString();
 }
 
 Output registerTable(const QStringList& names, const QList<QVariant>& values)
@@ -57,7 +70,7 @@ Output registerTable(const QStringList& names, const QList<QVariant>& values)
         output.lines.append(
             QStringLiteral("%1 %2 %3").arg(position, 2).arg(name.leftJustified(30), shown(value)));
         registers.append(QJsonObject{{QStringLiteral("position"), static_cast<int>(position)},
-            {QStringLiteral("name"), name}, {QStringLiteral("value"), QJsonValue::fromVariant(value)}});
+            {QStringLiteral("name"), name}, {QStringLiteral("value"), plainValue(value)}});
     }
     output.json.insert(QStringLiteral("registers"), registers);
     return output;

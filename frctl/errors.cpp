@@ -6,15 +6,17 @@
 
 namespace frctl {
 
-RegisterError::RegisterError(const BasicException& cause, const sale::Verdict& verdict)
-    : RegisterError(cause.tr().ru(), sale::exceptionClassName(cause), verdict)
+RegisterError::RegisterError(const BasicException& cause, const sale::Verdict& verdict, bool isNotOpened)
+    : RegisterError(cause.tr().ru(), sale::exceptionClassName(cause), verdict, isNotOpened)
 {
 }
 
-RegisterError::RegisterError(const QString& text, const QString& exceptionName, const sale::Verdict& verdict)
+RegisterError::RegisterError(
+    const QString& text, const QString& exceptionName, const sale::Verdict& verdict, bool isNotOpened)
     : std::runtime_error(text.toStdString())
     , m_exceptionName(exceptionName)
     , m_verdict(verdict)
+    , m_isNotOpened(isNotOpened)
 {
 }
 
@@ -39,14 +41,15 @@ ExitStatus exitStatusOf(sale::Outcome outcome)
 
 void throwFailure(const sale::Failure& failure, const sale::Verdict& verdict)
 {
+    const bool isNotOpened = verdict.outcome == sale::Outcome::None;
     try {
         std::rethrow_exception(failure.exception);
     } catch (const Interrupted&) {
-        throw Interrupted(verdict);
+        throw Interrupted(verdict, isNotOpened);
     } catch (const sale::JournalError&) {
-        throw RegisterError(failure.text, hostErrorName(), verdict);
+        throw RegisterError(failure.text, hostErrorName(), verdict, isNotOpened);
     } catch (const BasicException& cause) {
-        throw RegisterError(cause, verdict);
+        throw RegisterError(cause, verdict, isNotOpened);
     }
 }
 

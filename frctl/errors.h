@@ -71,16 +71,20 @@ private:
 class RegisterError : public std::runtime_error
 {
 public:
-    explicit RegisterError(const BasicException& cause, const sale::Verdict& verdict = {});
+    RegisterError(const BasicException& cause, const sale::Verdict& verdict, bool isNotOpened);
     /// For what an earlier run left behind, or what failed beside the register.
-    RegisterError(const QString& text, const QString& exceptionName, const sale::Verdict& verdict);
+    RegisterError(const QString& text, const QString& exceptionName, const sale::Verdict& verdict,
+        bool isNotOpened = false);
 
     QString exceptionName() const { return m_exceptionName; }
     const sale::Verdict& verdict() const { return m_verdict; }
+    /// A document was asked for and did not come to its opening.
+    bool isNotOpened() const { return m_isNotOpened; }
 
 private:
     QString m_exceptionName;
     sale::Verdict m_verdict;
+    bool m_isNotOpened;
 };
 
 /// Ctrl-C, or a request to end: thrown out of the device while a driver waits for the register. It derives
@@ -88,15 +92,19 @@ private:
 class Interrupted
 {
 public:
-    explicit Interrupted(const sale::Verdict& verdict = {})
+    explicit Interrupted(const sale::Verdict& verdict = {}, bool isNotOpened = false)
         : m_verdict(verdict)
+        , m_isNotOpened(isNotOpened)
     {
     }
 
     const sale::Verdict& verdict() const { return m_verdict; }
+    /// As in RegisterError.
+    bool isNotOpened() const { return m_isNotOpened; }
 
 private:
     sale::Verdict m_verdict;
+    bool m_isNotOpened;
 };
 
 /// What the JSON calls a failure of the host's own side.

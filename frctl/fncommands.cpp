@@ -2,6 +2,7 @@
 
 #include "abstractfrdriver.h"
 #include "errors.h"
+#include "numbereddocument.h"
 #include "receiptnames.h"
 
 #include <QJsonArray>
@@ -82,14 +83,21 @@ QList<TaxSystemType> taxSystemsFromText(const QString& text)
     return systems;
 }
 
-Output registration(AbstractFrDriver& driver, const QList<TaxSystemType>& systems, const QString& cashierName)
+Output registration(AbstractFrDriver& driver, sale::MarkReading reading, const QList<TaxSystemType>& systems,
+    const QString& cashierName)
 {
-    driver.registration(systems, systems.constFirst(), cashierName, {ReasonSettingsChange}, {});
     QStringList registered;
-    for (const TaxSystemType system : driver.getAllTaxSystems())
-        registered.append(TaxSystem::getDescription(system));
-    return {{QStringLiteral("registered: ") + registered.join(QStringLiteral(", "))},
-        {{QStringLiteral("taxSystems"), QJsonArray::fromStringList(registered)}}};
+    const auto registerAnew = [&] {
+        driver.registration(systems, systems.constFirst(), cashierName, {ReasonSettingsChange}, {});
+    };
+    const auto askBack = [&] {
+        for (const TaxSystemType system : driver.getAllTaxSystems())
+            registered.append(TaxSystem::getDescription(system));
+    };
+    const sale::Verdict verdict = issueNumbered(driver, reading, registerAnew, askBack);
+    return withVerdict({{QStringLiteral("registered: ") + registered.join(QStringLiteral(", "))},
+                           {{QStringLiteral("taxSystems"), QJsonArray::fromStringList(registered)}}},
+        verdict);
 }
 
 } // namespace
@@ -106,8 +114,9 @@ Task prepareRegistration(const Options& options)
         throw UsageError(QStringLiteral("registration needs --tax-systems"));
     const QList<TaxSystemType> systems = taxSystemsFromText(options.taxSystems);
     const QString cashierName = options.cashier.name;
-    return onRegister([systems, cashierName](
-                          AbstractFrDriver& driver) { return registration(driver, systems, cashierName); });
+    return onRegister([systems, cashierName, reading = options.markReading()](AbstractFrDriver& driver) {
+        return registration(driver, reading, systems, cashierName);
+    });
 }
 
 } // namespace frctl

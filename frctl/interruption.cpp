@@ -37,10 +37,12 @@ void catchInterruptions()
 {
     struct sigaction action = {};
     action.sa_sigaction = remember;
-    action.sa_flags = SA_SIGINFO | SA_RESTART;
+    // Without SA_RESTART: a call that waits for someone who does not read must not be taken up again.
+    action.sa_flags = SA_SIGINFO;
     for (const int signal : {SIGINT, SIGTERM, SIGPIPE, SIGHUP}) {
-        // nohup means what it says.
-        if (signal != SIGHUP || !isIgnored(signal))
+        // nohup means what it says, and so does a shell that starts a job in the background. SIGPIPE is
+        // ignored by this program itself.
+        if (signal == SIGPIPE || !isIgnored(signal))
             sigaction(signal, &action, nullptr);
     }
 }
@@ -52,6 +54,11 @@ void throwIfInterrupted()
         return;
     isInterrupted = 0;
     throw Interrupted();
+}
+
+bool wasInterrupted()
+{
+    return signalCount > 0;
 }
 
 } // namespace frctl

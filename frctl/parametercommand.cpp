@@ -3,6 +3,7 @@
 #include "abstractfrdriver.h"
 #include "abstractregisterparameters.h"
 #include "errors.h"
+#include "parametersearch.h"
 #include "parameterwriting.h"
 #include "progress.h"
 
@@ -103,9 +104,8 @@ Parameters pick(const Parameters& read, const QStringList& names)
 {
     Parameters picked;
     for (const QString& name : names) {
-        const auto found = std::find_if(read.cbegin(), read.cend(),
-            [&name](const RegisterParameter& parameter) { return parameter.name == name; });
-        if (found == read.cend())
+        const RegisterParameter* const found = findParameter(read, name);
+        if (found == nullptr)
             throw Refusal(QStringLiteral("the register does not tell %1").arg(name));
         picked.append(*found);
     }

@@ -3,8 +3,7 @@
 #include "abstractfrdriver.h"
 #include "abstractregisterparameters.h"
 #include "errors.h"
-
-#include <algorithm>
+#include "parametersearch.h"
 
 namespace frctl {
 
@@ -18,15 +17,6 @@ using Parameters = QList<RegisterParameter>;
 constexpr std::pair<unsigned short, char16_t> hexDefaults[] = {
     {4, u'0'}, {5, u'0'}, {6, u'1'}, {8, u'0'}, {11, u'0'}, {13, u'0'}, {30, u'1'}, {38, u'1'}, {40, u'0'}};
 
-const RegisterParameter* find(const Parameters& parameters, const QString& name)
-{
-    const auto found = std::find_if(parameters.cbegin(), parameters.cend(),
-        [&name](const RegisterParameter& parameter) { return parameter.name == name; });
-    return found == parameters.cend() ? nullptr : &*found;
-}
-// The pointer would outlive such a list.
-const RegisterParameter* find(Parameters&&, const QString&) = delete;
-
 QString nameOf(const FrParameter& parameter)
 {
     return QStringLiteral("%1.%2").arg(parameter.getFieldNum()).arg(parameter.getRowNum());
@@ -36,7 +26,7 @@ QString nameOf(const FrParameter& parameter)
 {
     const QString name = nameOf(parameter);
     const Parameters table = source.knownParameters();
-    const RegisterParameter* const known = find(table, name);
+    const RegisterParameter* const known = findParameter(table, name);
     const QString caption = known == nullptr ? QString() : QLatin1Char(' ') + known->caption;
     throw Refusal(QStringLiteral("%1%2 was refused; those before it are written").arg(name, caption), {name});
 }
@@ -68,7 +58,7 @@ QStringList suspects(AbstractRegisterParameters& source, const QList<ParameterCh
     QStringList all;
     QStringList some;
     for (const ParameterChange& change : changes) {
-        const RegisterParameter* const parameter = find(told, change.name);
+        const RegisterParameter* const parameter = findParameter(told, change.name);
         all.append(change.name);
         if (parameter == nullptr || parameter->isReadOnly || isOutside(*parameter, change.value))
             some.append(change.name);

@@ -15,14 +15,22 @@
 #include <QFile>
 #include <QThread>
 
+#include <algorithm>
+
 namespace frctl {
 
 namespace {
 constexpr unsigned long lookAgainMs = 50;
 constexpr int longestDropMs = 1000;
-// Longer than the pauses within an answer; every command waits for it.
+// Every command waits for it.
 constexpr int quietMs = 30;
 constexpr qint64 dropAtOnce = 4096;
+
+QString holderOf(const devices::PortLock& lock)
+{
+    return lock.holder() == 0 ? QStringLiteral("another program")
+                              : QStringLiteral("process %1").arg(lock.holder());
+}
 } // namespace
 
 RegisterSession::RegisterSession(const Options& options)
@@ -40,13 +48,22 @@ RegisterSession::RegisterSession(const Options& options)
         m_driver->portOpen();
         dropLeftovers();
     } catch (...) {
-        m_driver->portClose();
+        closePort();
         throw;
     }
 }
 
 RegisterSession::~RegisterSession()
 {
+    closePort();
+    if (m_isIdle)
+        m_lock.leaveIdle();
+}
+
+void RegisterSession::closePort()
+{
+    // On the way out nothing may be thrown any more.
+    m_line->setWaitCallback({});
     m_driver->portClose();
 }
 
@@ -59,9 +76,8 @@ void RegisterSession::lockPort(const Options& options)
             throw HostError(
                 QStringLiteral("port %1 cannot be locked: %2").arg(options.port, m_lock.errorString()));
         if (timer.hasExpired(options.waitSeconds * 1000LL))
-            throw HostError(QStringLiteral("port %1 is busy: process %2 works it")
-                                .arg(options.port)
-                                .arg(m_lock.holder()));
+            throw HostError(
+                QStringLiteral("port %1 is busy: %2 works it").arg(options.port, holderOf(m_lock)));
         QThread::msleep(lookAgainMs);
         throwIfInterrupted();
     }
@@ -78,9 +94,12 @@ void RegisterSession::openLine(const Options& options)
 
 void RegisterSession::dropLeftovers()
 {
+    // Who was killed or interrupted may have asked for something that takes its time, or comes in pieces.
+    const int patience = m_lock.wasLeftBusy() ? longestDropMs : quietMs;
     QElapsedTimer timer;
     timer.start();
-    while (!timer.hasExpired(longestDropMs) && m_line->waitForReadyRead(quietMs))
+    for (int left = longestDropMs; left > 0 && m_line->waitForReadyRead(std::min(left, patience));
+         left = longestDropMs - static_cast<int>(timer.elapsed()))
         m_line->read(dropAtOnce);
 }
 

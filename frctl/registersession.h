@@ -36,6 +36,8 @@ public:
     void connect(bool withInit, const FrUser& cashier);
     /// Those that were settled.
     const QList<sale::SettledSale>& settledSales() const { return m_settledSales; }
+    /// To be called when the last exchange is over: the next program need not wait for an answer to this one.
+    void leaveIdle() { m_isIdle = true; }
     AbstractFrDriver& driver() { return *m_driver; }
     /// Throws HostError where the plugin tells no parameters.
     hw::AbstractRegisterParameters& parameters() const;
@@ -45,6 +47,7 @@ private:
     void openLine(const Options& options);
     void buildDriver(const Options& options);
     void settleSales();
+    void closePort();
     /// What an exchange that was broken off has left on the line.
     void dropLeftovers();
     void setProperty(const char* name, const QVariant& value);
@@ -55,6 +58,7 @@ private:
     std::unique_ptr<devices::StreamDevice> m_line;
     std::unique_ptr<QObject> m_deviceObject;
     AbstractFrDriver* m_driver = nullptr;
+    bool m_isIdle = false;
     QString m_journalFile;
     sale::MarkReading m_markReading;
     QList<sale::SettledSale> m_settledSales;

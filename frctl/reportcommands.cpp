@@ -2,6 +2,7 @@
 
 #include "abstractfrdriver.h"
 #include "errors.h"
+#include "numbereddocument.h"
 #include "shift.h"
 
 namespace frctl {
@@ -21,22 +22,23 @@ Output xReport(AbstractFrDriver& driver)
     return printed(QStringLiteral("X report"), driver.xReport());
 }
 
-Output zReport(AbstractFrDriver& driver)
+Output zReport(AbstractFrDriver& driver, sale::MarkReading reading)
 {
     // The drivers say it in their log only.
     if (!isShiftOpen(driver))
         return {{QStringLiteral("the shift was closed already")}, {{QStringLiteral("closed"), false}}};
-    const QJsonObject fiscalData = driver.zReport();
+    QJsonObject fiscalData;
+    const sale::Verdict verdict = issueNumbered(driver, reading, [&] { fiscalData = driver.zReport(); });
     Output output{{QStringLiteral("shift closed")}, {{QStringLiteral("closed"), true}}};
     if (!fiscalData.isEmpty())
         output.json.insert(QStringLiteral("fiscalData"), fiscalData);
-    return output;
+    return withVerdict(output, verdict);
 }
 
-Output accountingReport(AbstractFrDriver& driver)
+Output accountingReport(AbstractFrDriver& driver, sale::MarkReading reading)
 {
-    driver.accountingReport();
-    return printed(QStringLiteral("report on the state of settlements"));
+    const sale::Verdict verdict = issueNumbered(driver, reading, [&] { driver.accountingReport(); });
+    return withVerdict(printed(QStringLiteral("report on the state of settlements")), verdict);
 }
 
 Output printDocument(AbstractFrDriver& driver, long number)
@@ -68,14 +70,16 @@ Task prepareXReport(const Options&)
     return onRegister(xReport);
 }
 
-Task prepareZReport(const Options&)
+Task prepareZReport(const Options& options)
 {
-    return onRegister(zReport);
+    return onRegister(
+        [reading = options.markReading()](AbstractFrDriver& driver) { return zReport(driver, reading); });
 }
 
-Task prepareAccountingReport(const Options&)
+Task prepareAccountingReport(const Options& options)
 {
-    return onRegister(accountingReport);
+    return onRegister([reading = options.markReading()](
+                          AbstractFrDriver& driver) { return accountingReport(driver, reading); });
 }
 
 Task preparePrintDocument(const Options& options)

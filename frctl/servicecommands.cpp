@@ -5,6 +5,7 @@
 #include "errors.h"
 #include "markingcode.h"
 #include "mockfactory.h"
+#include "numbereddocument.h"
 #include "shift.h"
 
 #include <QJsonArray>
@@ -35,13 +36,15 @@ Output status(AbstractFrDriver& driver)
     return output;
 }
 
-Output openShift(AbstractFrDriver& driver)
+Output openShift(AbstractFrDriver& driver, sale::MarkReading reading)
 {
-    const bool wasOpen = isShiftOpen(driver);
-    driver.openShift();
-    const QString text
-        = wasOpen ? QStringLiteral("the shift was open already") : QStringLiteral("shift opened");
-    return {{text}, {{QStringLiteral("opened"), !wasOpen}}};
+    const auto open = [&driver] { driver.openShift(); };
+    if (isShiftOpen(driver)) {
+        open();
+        return {{QStringLiteral("the shift was open already")}, {{QStringLiteral("opened"), false}}};
+    }
+    const sale::Verdict verdict = issueNumbered(driver, reading, open);
+    return withVerdict({{QStringLiteral("shift opened")}, {{QStringLiteral("opened"), true}}}, verdict);
 }
 
 Output cancel(AbstractFrDriver& driver)
@@ -91,9 +94,10 @@ Task prepareStatus(const Options&)
     return onRegister(status);
 }
 
-Task prepareOpenShift(const Options&)
+Task prepareOpenShift(const Options& options)
 {
-    return onRegister(openShift);
+    return onRegister(
+        [reading = options.markReading()](AbstractFrDriver& driver) { return openShift(driver, reading); });
 }
 
 Task prepareCancel(const Options& options)

@@ -11,7 +11,8 @@ namespace frctl {
 /// before anything else is opened. A pipe that nobody reads is an error of the write from now on.
 void makeStreamsSafe();
 
-/// Writes the text and a line's end, and pushes them out: 0, or the system's error.
+/// Writes the text and a line's end: 0, or the system's error; EINTR when the program is to end and nobody
+/// makes room.
 int print(std::FILE* stream, const QString& text);
 
 } // namespace frctl
