@@ -18,6 +18,21 @@ Outcome cancelAfterFailure(AbstractFrDriver& driver)
     }
 }
 
+/// The same after an opening that failed: a register that answers, and refuses, has no document.
+Outcome cancelAfterOpening(AbstractFrDriver& driver)
+{
+    try {
+        driver.checkCancel();
+        return Outcome::Cancelled;
+    } catch (const FrNoConnectionException&) {
+        return Outcome::NotCancelled;
+    } catch (const FrDriverException&) {
+        return Outcome::None;
+    } catch (...) {
+        return Outcome::NotCancelled;
+    }
+}
+
 /// Tells what has become of the document; the failure is null after an interruption.
 using Recovery = std::function<Verdict(const BasicException*)>;
 
@@ -45,7 +60,7 @@ std::optional<DocumentResult> failureOf(
 
 Verdict afterRefusedOpen(AbstractFrDriver& driver, const BasicException* failure)
 {
-    const Outcome outcome = cancelAfterFailure(driver);
+    const Outcome outcome = cancelAfterOpening(driver);
     const bool mayBeOpen
         = failure == nullptr || dynamic_cast<const FrNoConnectionException*>(failure) != nullptr;
     return outcome == Outcome::NotCancelled && !mayBeOpen ? Outcome::None : outcome;
