@@ -47,7 +47,8 @@ void throwFailure(const sale::Failure& failure, const sale::Verdict& verdict)
     } catch (const Interrupted&) {
         throw Interrupted(verdict, isNotOpened);
     } catch (const sale::JournalError&) {
-        throw RegisterError(failure.text, hostErrorName(), verdict, isNotOpened);
+        // Nor is it known then whether an earlier run opened it.
+        throw RegisterError(failure.text, hostErrorName(), verdict);
     } catch (const BasicException& cause) {
         throw RegisterError(cause, verdict, isNotOpened);
     }

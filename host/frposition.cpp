@@ -8,7 +8,9 @@ namespace {
 
 QString money(double sum)
 {
-    return QString::number(sum, 'f', 2);
+    const QString text = QString::number(sum, 'f', 2);
+    // What rounds to zero has no sign.
+    return text == QStringLiteral("-0.00") ? QStringLiteral("0.00") : text;
 }
 
 QString tagList(const FdRequisiteMap& requisites)

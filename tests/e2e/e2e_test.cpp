@@ -219,8 +219,8 @@ TEST(Frctl, InterruptionClosesThePort)
     } rows[] = {{"--faults silence@1+", "status", "Соединение с устройством"},
         {"", "params list", "Получение параметра 2 0"}};
     for (const auto& row : rows) {
-        const Emulator emulator(words(row.faults));
         for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) {
+            const Emulator emulator(words(row.faults));
             const Result result = interruptFrctl(words("--protocol HEX --log-level debug --port "
                                                      + emulator.port() + ' ' + QLatin1String(row.command)),
                 row.after, signal);
@@ -251,13 +251,47 @@ TEST(Frctl, BusyPortNamesItsHolderAndIsWaitedFor)
 // What a run that was killed has asked for must not be taken for the answer to the next one.
 TEST(Frctl, LeftoversOnTheLineAreDropped)
 {
-    // A tail that lasts for half a second.
-    const Emulator emulator(words("--baud 115200"));
-    QFile line(emulator.port());
-    ASSERT_TRUE(line.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
-    line.write(QByteArrayLiteral("<ArmRequest></ArmRequest>").repeated(10));
-    const Result result = run(emulator, "XML", words("time get"));
-    EXPECT_EQ(result.status, 0) << result.errors.constData();
+    // A tail that lasts for half a second; an answer in pieces with pauses of 50 ms after a run that was
+    // killed.
+    for (const char* const options : {"--baud 115200", "--faults split:40@1"}) {
+        const Emulator emulator(words(options));
+        QFile line(emulator.port());
+        ASSERT_TRUE(line.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
+        devices::PortLock lock;
+        EXPECT_TRUE(lock.take(emulator.port()));
+        if (QByteArray(options).contains("baud"))
+            lock.leaveIdle();
+        lock.release();
+        line.write(QByteArrayLiteral("<ArmRequest></ArmRequest>").repeated(10));
+        const Result result = run(emulator, "XML", words("time get"));
+        EXPECT_EQ(result.status, 0) << options << result.errors.constData();
+    }
+}
+
+// Who reads its output has stopped; one signal is enough all the same.
+TEST(Frctl, InterruptionEndsTheWaitForAReader)
+{
+    const Emulator emulator;
+    const QTemporaryDir folder;
+    const QString script
+        = QStringLiteral("mkfifo %1 && exec 4<>%1 && head -c 65536 /dev/zero >&4 && exec " FRCTL
+                         " --plugin " SPF_PLUGIN " --protocol HEX --log-level info --port %2 status >&4")
+              .arg(folder.filePath("pipe"), emulator.port());
+    const Result result = interruptShell(script, "Порт закрыт", SIGTERM);
+    EXPECT_EQ(result.status, 130) << result.errors.constData();
+    EXPECT_TRUE(result.errors.contains("frctl: standard output: ")) << result.errors.constData();
+}
+
+TEST(Frctl, IgnoredSignalsStayIgnored)
+{
+    const Emulator emulator;
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        const QString script = QStringLiteral("trap '' %1; exec " FRCTL " --plugin " SPF_PLUGIN
+                                              " --protocol HEX --log-level debug --port %2 params list")
+                                   .arg(signal)
+                                   .arg(emulator.port());
+        EXPECT_EQ(interruptShell(script, "Получение параметра 2 0", signal).status, 0) << signal;
+    }
 }
 
 // Also where the program was started without standard streams: the line must not become one of them.
@@ -271,9 +305,11 @@ TEST(Frctl, OutputThatNobodyTakesIsAnErrorAndNoLostSale)
         const char* errors;
     } rows[] = {{"status", ">/dev/full", 1, "frctl: standard output: "},
         {"--help", ">/dev/full", 1, "frctl: standard output: "},
-        {"sell " FRSPF_EXAMPLES "/sale.json", ">/dev/full", 3, "was issued; do not repeat it"},
-        {"--log-level trace --json cash-in 5", ">&3 2>&3", 3, ""},
-        {"--log-level trace status", "<&- >&- 2>&-", 0, ""}};
+        {"open-shift", ">/dev/full", 1, "document 2: the document was issued; do not repeat it"},
+        {"sell " FRSPF_EXAMPLES "/sale.json", ">/dev/full", 1, "document 3: the document was issued"},
+        {"--log-level trace --json cash-in 5", ">&3 2>&3", 1, ""},
+        {"status", ">&-", 1, "frctl: standard output: "},
+        {"--log-level trace status", "<&- >&- 2>&-", 1, ""}};
     const Emulator emulator;
     for (const auto& row : rows) {
         const QString redirection = QLatin1String(row.redirection);

@@ -65,16 +65,22 @@ QList<QJsonObject> receipts(const Emulator& emulator)
     return result;
 }
 
-/// The fault for the exchange of the first sale of a register that follows the line of the log: found by
-/// counting those of a sale without faults.
-QStringList faultAt(const char* line, const char* fault)
+QString logOf(const QStringList& command)
 {
-    static const QString log = [] {
-        const Emulator emulator;
-        const Result result = runFrctl({"--protocol", "HEX", "--port", emulator.port(), "--log-level",
-            "trace", "sell", QStringLiteral(FRSPF_EXAMPLES "/sale.json")});
-        return QString::fromUtf8(result.errors);
-    }();
+    const Emulator emulator;
+    const QStringList options{"--protocol", "HEX", "--port", emulator.port(), "--log-level", "trace"};
+    return QString::fromUtf8(runFrctl(options + command).errors);
+}
+
+/// The fault for the exchange that follows the line of the log, when the command, a sale mostly, is a
+/// register's first: found by counting the exchanges of a run without faults.
+QStringList faultAt(
+    const char* line, const char* fault, const QStringList& command = {"sell", FRSPF_EXAMPLES "/sale.json"})
+{
+    static QMap<QStringList, QString> logs;
+    if (!logs.contains(command))
+        logs.insert(command, logOf(command));
+    const QString log = logs.value(command);
     const qsizetype exchange = 1 + log.left(log.indexOf(line)).count("Отправка: 02");
     return {"--faults", QString(fault) + QLatin1Char('@') + QString::number(exchange)};
 }
@@ -125,6 +131,26 @@ TEST_F(Outcome, InterruptedSaleIsCancelledAndInTheJournal)
     EXPECT_EQ(cancel.status, 1) << "no document is open any more";
     EXPECT_FALSE(sell(emulator, 0, "issued").contains("repeated"));
     EXPECT_EQ(receipts(emulator).size(), 1);
+}
+
+TEST_F(Outcome, InterruptedOperationTellsWhatIsKnown)
+{
+    const struct
+    {
+        const char* line;
+        QStringList command;
+        const char* outcome;
+    } rows[] = {
+        {"Открытие смены", {"sell", FRSPF_EXAMPLES "/sale.json"}, "notOpened"},
+        {"Открытие смены", {"open-shift"}, "unknown"},
+        {"Закрытие чека", {"sell", FRSPF_EXAMPLES "/sale.json"}, "unknown"},
+    };
+    for (const auto& row : rows) {
+        const Emulator emulator(faultAt(row.line, "silence", row.command));
+        const QStringList options{
+            "--protocol", "HEX", "--port", emulator.port(), "--json", "--log-level", "debug"};
+        answerOf(interruptFrctl(options + row.command, row.line, SIGTERM), 130, row.outcome);
+    }
 }
 
 TEST_F(Outcome, KilledAfterTheRegisterActed)

@@ -1,5 +1,7 @@
 #include "programs.h"
 
+#include "portlock.h"
+
 #include <QFile>
 #include <QJsonDocument>
 
@@ -22,6 +24,22 @@ Result resultOf(QProcess& process, QByteArray errors = {})
         process.readAllStandardOutput(), errors};
 }
 
+Result interrupt(const QString& program, const QStringList& arguments, const QByteArray& after, int signal)
+{
+    QProcess process;
+    process.setReadChannel(QProcess::StandardError);
+    // Tests that run in the background would hand on what is ignored there.
+    process.setChildProcessModifier([signal] { std::signal(signal, SIG_DFL); });
+    process.start(program, arguments);
+    QByteArray errors;
+    while (!errors.contains(after) && process.waitForReadyRead(PatienceMs))
+        errors += process.readAllStandardError();
+    // One that has ended already has no process: 0 would mean the tests themselves.
+    if (process.processId() > 0)
+        kill(static_cast<pid_t>(process.processId()), signal);
+    return resultOf(process, errors);
+}
+
 } // namespace
 
 QByteArray readAll(const QString& fileName)
@@ -39,6 +57,10 @@ Emulator::Emulator(const QStringList& options)
     QByteArray said;
     while (!said.contains("ready") && m_process.waitForReadyRead(PatienceMs))
         said += m_process.readAllStandardError();
+    // The pseudo terminal may have been another register's, which owes its host an answer; this one does not.
+    devices::PortLock lock;
+    if (lock.take(port()))
+        lock.leaveIdle();
 }
 
 Emulator::~Emulator()
@@ -78,14 +100,10 @@ Result runShell(const QString& script)
 
 Result interruptFrctl(const QStringList& arguments, const QByteArray& after, int signal)
 {
-    QProcess process;
-    process.setReadChannel(QProcess::StandardError);
-    process.start(QStringLiteral(FRCTL), withPlugin(arguments));
-    QByteArray errors;
-    while (!errors.contains(after) && process.waitForReadyRead(PatienceMs))
-        errors += process.readAllStandardError();
-    // One that has ended already has no process: 0 would mean the tests themselves.
-    if (process.processId() > 0)
-        kill(static_cast<pid_t>(process.processId()), signal);
-    return resultOf(process, errors);
+    return interrupt(QStringLiteral(FRCTL), withPlugin(arguments), after, signal);
+}
+
+Result interruptShell(const QString& script, const QByteArray& after, int signal)
+{
+    return interrupt(QStringLiteral("bash"), {"-c", script}, after, signal);
 }

@@ -36,4 +36,6 @@ Result runFrctl(const QStringList& arguments);
 Result runShell(const QString& script);
 /// Starts it, sends the signal once the text has stood in its messages, and waits until it has ended.
 Result interruptFrctl(const QStringList& arguments, const QByteArray& after, int signal);
+/// The same for a line of bash, which must end with an exec.
+Result interruptShell(const QString& script, const QByteArray& after, int signal);
 QByteArray readAll(const QString& fileName);

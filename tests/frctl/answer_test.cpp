@@ -3,6 +3,7 @@
 #include "failure.h"
 #include "identifiedreceipt.h"
 #include "journalerror.h"
+#include "shownsum.h"
 
 #include <QJsonArray>
 #include <QTemporaryDir>
@@ -76,6 +77,13 @@ TEST(ReceiptOutput, SaysTheSameToPeopleAndMachines)
                     QJsonObject{{"markingCode", result.marks.constFirst().markingCode}, {"result", 15}}}}}));
 }
 
+TEST(ReceiptOutput, ZeroHasNoSign)
+{
+    const std::pair<double, const char*> rows[] = {{-0.0, "0.00"}, {-0.004, "0.00"}, {-0.01, "-0.01"}};
+    for (const auto& [sum, text] : rows)
+        EXPECT_EQ(shownSum(sum), text);
+}
+
 TEST(ThrowFailure, NamesTheSideThatFailed)
 {
     const auto failureOf = [](auto exception) {
@@ -102,6 +110,12 @@ TEST(ThrowFailure, NamesTheSideThatFailed)
         throwFailure(failureOf(Interrupted()), issued);
     } catch (const Interrupted& interrupted) {
         EXPECT_EQ(interrupted.verdict(), issued);
+        EXPECT_FALSE(interrupted.isNotOpened());
+    }
+    try {
+        throwFailure(failureOf(Interrupted()), Outcome::None);
+    } catch (const Interrupted& interrupted) {
+        EXPECT_TRUE(interrupted.isNotOpened());
     }
     EXPECT_THROW(throwFailure(failureOf(std::bad_alloc()), issued), std::bad_alloc);
 }

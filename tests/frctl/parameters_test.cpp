@@ -3,6 +3,10 @@
 #include "basicfrsettings.h"
 #include "command.h"
 #include "errors.h"
+#include "frspfsettings.h"
+#include "parameterwriting.h"
+#include "spfhex/frspf.h"
+#include "spfhex/hexline.h"
 
 #include <QJsonDocument>
 
@@ -143,6 +147,40 @@ TEST(Params, AreFoundAndWritten)
         EXPECT_EQ(result, row.result) << row.arguments.join(' ').toStdString();
         EXPECT_EQ(settings.asked.join(';'), row.asked) << row.arguments.join(' ').toStdString();
     }
+}
+
+/// The HEX driver, up to the frames: it refuses to write several settings at once.
+class HexDefaults : public spfhex::FrSpf
+{
+public:
+    HexDefaults(AbstractSerialDriver* line, FrSpfSettings* ownSettings)
+        : FrSpf(line, ownSettings)
+    {
+        portState = PortIsOpen;
+    }
+    bool setParams(const QList<FrParameter>& parameters) override
+    {
+        for (const FrParameter& parameter : parameters)
+            (parameters.size() > 1 ? together : singly)
+                .append(QStringLiteral("%1.%2=%3")
+                            .arg(parameter.getFieldNum())
+                            .arg(parameter.getRowNum())
+                            .arg(parameter.getValue()));
+        return parameters.size() == 1;
+    }
+
+    QStringList together;
+    QStringList singly;
+};
+
+TEST(Params, DefaultsWrittenOneByOneAreThoseOfTheDriver)
+{
+    FrSpfSettings driverSettings;
+    HexLine line;
+    HexDefaults driver(&line, &driverSettings);
+    writeDefaults(driver, Settings(), true);
+    EXPECT_EQ(driver.together.size(), 9);
+    EXPECT_EQ(driver.singly, driver.together);
 }
 
 TEST(Params, AreListedWithWhatTheyTake)

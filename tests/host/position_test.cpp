@@ -59,6 +59,8 @@ TEST(Position, LogLineIsOneLineWithSumsAndCode)
     for (const char* part : {"Молоко", "1.500", "50.00", "5.00", "70.00", "0104<GS>93ab", "1230"})
         EXPECT_TRUE(line.contains(QString::fromUtf8(part))) << part << " in " << line.toStdString();
     EXPECT_FALSE(line.contains(QLatin1Char('\n')));
+    position.setDiscsum(-0.001);
+    EXPECT_FALSE(position.toString().contains(QStringLiteral("-0.00")));
 }
 
 TEST(Requisite, CompositeOpensInAscendingOrderOfItsTags)

@@ -16,6 +16,7 @@ TEST(DocumentGuard, DocumentsThatTheDriveDoesNotNumber)
         bool cancelAfterClose;
         const char* calls;
         Outcome outcome;
+        const char* refused = "";
     } rows[] = {
         {"", false, true, "open print close wait", Outcome::Issued},
         {"print", false, true, "open print cancel", Outcome::Cancelled},
@@ -23,6 +24,8 @@ TEST(DocumentGuard, DocumentsThatTheDriveDoesNotNumber)
         {"close cancel", false, true, "open print close cancel", Outcome::Unasked},
         {"print", true, true, "open print cancel", Outcome::Cancelled},
         {"open cancel", true, true, "open cancel", Outcome::NotCancelled},
+        // A register that answers so has no document.
+        {"open", true, true, "open cancel", Outcome::None, "cancel"},
         {"close", true, true, "open print close cancel", Outcome::Cancelled},
         {"close", false, false, "open print close", Outcome::Unasked},
         {"wait", false, true, "open print close wait", Outcome::Issued},
@@ -32,6 +35,7 @@ TEST(DocumentGuard, DocumentsThatTheDriveDoesNotNumber)
         RecordingDriver driver(&settings);
         driver.failing = row.failing;
         driver.interrupt = row.interrupt;
+        driver.refused = row.refused;
         DocumentSteps steps;
         steps.open = [&] { driver.note("open"); };
         steps.fill = [&] { driver.note("print"); };

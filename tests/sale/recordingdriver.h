@@ -61,17 +61,21 @@ public:
     void note(const std::string& call)
     {
         calls += (calls.empty() ? "" : " ") + call;
-        if ((" " + failing + " ").find(" " + call + " ") == std::string::npos)
-            return;
-        if (interrupt)
+        const auto isAmong = [&call](const std::string& names) {
+            return (" " + names + " ").find(" " + call + " ") < names.npos;
+        };
+        if (isAmong(failing) && interrupt)
             throw Interruption();
-        throw FrPaperException(QStringLiteral("Нет бумаги"));
+        if (isAmong(failing) || isAmong(refused))
+            throw FrPaperException(QStringLiteral("Нет бумаги"));
     }
 
     std::string calls;
     /// Names with blanks between them.
     std::string failing;
     bool interrupt = false;
+    /// Those that the register refuses, also beside an interruption.
+    std::string refused;
     /// What happens elsewhere while a marking code is checked.
     std::function<void()> onMark;
     /// The last one that was set.
