@@ -7,16 +7,13 @@ namespace emulator {
 namespace {
 
 constexpr int anyNumber = std::numeric_limits<int>::max();
-constexpr auto Number = ParameterEntry::Kind::Number;
-constexpr auto Text = ParameterEntry::Kind::Text;
-constexpr auto Date = ParameterEntry::Kind::Date;
-constexpr auto Percent = ParameterEntry::Kind::Percent;
 
 } // namespace
 
 // clang-format off
 const QList<ParameterEntry>& parameterTable()
 {
+    using enum ParameterEntry::Kind;
     static const QList<ParameterEntry> table{
         {1, 0, Number, 1, 9999, false, u"1"},
         {2, 0, Number, 1, anyNumber, false, u"1"},
