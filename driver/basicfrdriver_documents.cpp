@@ -28,7 +28,8 @@ void BasicFrDriver::checkTotal() { }
 
 void BasicFrDriver::checkPay(const FrPayment& payment)
 {
-    logger->info("Расчет по чеку: (%1) %2", payment.kind, moneyText(payment.getSum()));
+    logger->info(
+        QStringLiteral("Расчет по чеку: (%1) %2").arg(payment.kind).arg(moneyText(payment.getSum())));
 }
 
 void BasicFrDriver::checkPrint(const QList<QString>&) { }
@@ -80,8 +81,9 @@ void BasicFrDriver::cashierLogout(const FrUser&) { }
 
 void BasicFrDriver::setRequisite(const FdRequisite& requisite)
 {
-    logger->info(
-        "Запись реквизита %1 (%2) в ФР", static_cast<int>(requisite.getTag()), requisite.getDescription());
+    logger->info(QStringLiteral("Запись реквизита %1 (%2) в ФР")
+                     .arg(static_cast<int>(requisite.getTag()))
+                     .arg(requisite.getDescription()));
 }
 
 int BasicFrDriver::getMainPaymentType(int type)

@@ -211,7 +211,7 @@ QList<QByteArray> Command::queryFields(CommandCode code, const QList<QVariant>& 
 void Command::trace(const QString& label, const QByteArray& bytes) const
 {
     if (logger->isTraceEnabled())
-        logger->trace("%1 %2", label, bytestohexutils::bytesToHexWithSpacesStr(bytes));
+        logger->trace(label + QLatin1Char(' ') + bytestohexutils::bytesToHexWithSpacesStr(bytes));
 }
 
 void Command::traceSending(const QByteArray& bytes) const

@@ -34,7 +34,7 @@ void Command::accountingReport(const QString& cashierName) const
 
 QString Command::getParameter(int field, int row) const
 {
-    logger->debug("Получение параметра %1 %2", field, row);
+    logger->debug(QStringLiteral("Получение параметра %1 %2").arg(field).arg(row));
     try {
         return fromCp866(sendCommand(GetParameter, request::GetParameter{.parameter = field, .row = row}));
     } catch (const std::exception& exception) {
@@ -45,8 +45,10 @@ QString Command::getParameter(int field, int row) const
 
 void Command::setParameter(const FrParameter& parameter) const
 {
-    logger->debug("Установка параметра [%1,%2] = %3", parameter.getFieldNum(), parameter.getRowNum(),
-        parameter.getValue());
+    logger->debug(QStringLiteral("Установка параметра [%1,%2] = %3")
+                      .arg(parameter.getFieldNum())
+                      .arg(parameter.getRowNum())
+                      .arg(parameter.getValue()));
     sendCommand(SetParameter,
         request::SetParameter{
             .parameter = parameter.getFieldNum(),

@@ -17,8 +17,9 @@ namespace spfhex {
 void FrSpf::checkOpen(const FiscalDocument& document)
 {
     const hw::fr::CheckType type = document.getDocumentType();
-    logger->info("Открытие чека (%1 - %2), оператор: %3", static_cast<int>(type), checkTypeName(type),
-        document.getCashierName());
+    logger->info(
+        QStringLiteral("Открытие чека (%1 - %2), оператор: %3")
+            .arg(QString::number(static_cast<int>(type)), checkTypeName(type), document.getCashierName()));
     if (type != hw::fr::CheckSale && type != hw::fr::CheckSaleReturn)
         throw FrCommandException(drivertexts::unsupportedCheckType());
     isPortReady();
@@ -75,7 +76,8 @@ void FrSpf::checkTotal()
 
 void FrSpf::checkPay(const FrPayment& payment)
 {
-    logger->info("Расчет по чеку: (%1) %2", payment.kind, moneyText(payment.getSum()));
+    logger->info(
+        QStringLiteral("Расчет по чеку: (%1) %2").arg(payment.kind).arg(moneyText(payment.getSum())));
     isPortReady();
     if (payment.kind >= protocol::paymentKindCount)
         throw FrCommandException(QStringLiteral("Тип оплаты не поддерживается ФР"));

@@ -60,7 +60,9 @@ void FrSpf::accountingReport()
 
 QMap<int, double> FrSpf::getCheckCounters(hw::fr::CheckType type)
 {
-    logger->info("Запрос счетчиков чека: (%1) - %2", static_cast<int>(type), checkTypeName(type));
+    logger->info(QStringLiteral("Запрос счетчиков чека: (%1) - %2")
+                     .arg(static_cast<int>(type))
+                     .arg(checkTypeName(type)));
     isPortReady();
     QList<double> sums;
     if (type == hw::fr::CheckSale)
