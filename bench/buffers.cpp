@@ -13,7 +13,7 @@
 #include <QDomDocument>
 
 #include <benchmark/benchmark.h>
-#include <log4qt/logger.h>
+#include <driverlogger.h>
 #include <malloc.h>
 
 #include <algorithm>
@@ -114,8 +114,7 @@ void answers(benchmark::State& state, bool fresh)
             return QByteArray(text).replace(text.indexOf("ID<"), 2, request.mid(from, size));
         },
         pieceSize);
-    const Log4Qt::Logger logger("spf_0");
-    const spfxml::SpfFrCommand command(&line, &logger, QStringLiteral("13.0"));
+    const spfxml::SpfFrCommand command(&line, driverLogger(QStringLiteral("spf_0")), QStringLiteral("13.0"));
     growTo(state, answerSizes, [&](int kilobytes) {
         text = texts.value(kilobytes);
         const QDomDocument data = command.requestData(spfxml::SpfFrCommand::ECommandCode::GetState, {}, 1);

@@ -14,7 +14,7 @@
 #include "streamdevice.h"
 
 #include <benchmark/benchmark.h>
-#include <log4qt/logger.h>
+#include <driverlogger.h>
 #include <modbus.h>
 
 #include <chrono>
@@ -28,20 +28,14 @@ constexpr int recordedQuestions = 222;
 constexpr int batch = 5;
 constexpr double roundTripSeconds = 0.3;
 
-const Log4Qt::Logger& logger()
-{
-    static const Log4Qt::Logger instance("spf_0");
-    return instance;
-}
-
 /// Asks for the register's state; true when the answer tells what the register is known to be.
 class Question
 {
 public:
     Question(Language language, AbstractSerialDriver& transport)
         : m_language(language)
-        , m_hex(&transport, &logger())
-        , m_xml(&transport, &logger(), QStringLiteral("13.0"))
+        , m_hex(&transport, driverLogger(QStringLiteral("spf_0")))
+        , m_xml(&transport, driverLogger(QStringLiteral("spf_0")), QStringLiteral("13.0"))
     {
     }
 

@@ -1,5 +1,6 @@
 #include "campaign.h"
 
+#include <driverlogtoqt.h>
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QLoggingCategory>
@@ -55,7 +56,9 @@ int main(int argc, char* argv[])
         protocols.removeAll(protocol == QStringLiteral("HEX") ? Protocol::Xml : Protocol::Hex);
     if (!QStringList{QStringLiteral("BOTH"), QStringLiteral("HEX"), QStringLiteral("XML")}.contains(protocol))
         return usageError(QStringLiteral("--protocol takes HEX, XML or both"));
-    if (!parser.isSet(QStringLiteral("log")))
+    if (parser.isSet(QStringLiteral("log")))
+        driverLogToQt();
+    else
         QLoggingCategory::setFilterRules(QStringLiteral("*=false"));
     bool good = true;
     for (const Protocol one : protocols) {

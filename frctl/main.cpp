@@ -2,6 +2,7 @@
 #include "logging.h"
 #include "streams.h"
 
+#include <driverlogtoqt.h>
 #include <QCoreApplication>
 
 int main(int argc, char** argv)
@@ -12,5 +13,6 @@ int main(int argc, char** argv)
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("frctl"));
     QCoreApplication::setApplicationVersion(QStringLiteral(FRCTL_VERSION));
+    driverLogToQt();
     return frctl::runApplication(QCoreApplication::arguments());
 }

@@ -2,6 +2,7 @@
 
 #include "abstractserialdevice.h"
 
+#include <driverlogtoqt.h>
 #include <QHashSeed>
 #include <QList>
 #include <QLoggingCategory>
@@ -40,6 +41,7 @@ inline void prepare()
     static const bool done = [] {
         QHashSeed::setDeterministicGlobalSeed();
         QLoggingCategory::setFilterRules(QStringLiteral("*.trace=true"));
+        driverLogToQt();
         qInstallMessageHandler(&discard);
         return true;
     }();

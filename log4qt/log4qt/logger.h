@@ -1,73 +1,57 @@
 #pragma once
 
-#include <QLoggingCategory>
-#include <QString>
+#include <qtlogcategories.h>
 
 namespace Log4Qt {
 
 /// The part of Log4Qt's logger that the drivers call, over Qt's logging categories.
-///
-/// A logger writes into the category of its name. Trace lines, which carry the raw exchange, go to a category
-/// of their own, "<name>.trace", which is off until QLoggingCategory::setFilterRules or QT_LOGGING_RULES
-/// turns it on, as with the rule "*.trace=true": Qt has no level below debug. Error lines are of the type
-/// QtCriticalMsg.
 class Logger
 {
 public:
-    explicit Logger(const QByteArray& name);
-    Logger(const Logger&) = delete;
-    Logger& operator=(const Logger&) = delete;
-    ~Logger();
+    explicit Logger(const QByteArray& name)
+        : m_categories(name)
+    {
+    }
 
-    bool isTraceEnabled() const { return m_traceCategory.isDebugEnabled(); }
+    bool isTraceEnabled() const { return m_categories.isTraceEnabled(); }
 
-    void trace(const QString& message) const { write(m_traceCategory, QtDebugMsg, message); }
-    void debug(const QString& message) const { write(m_category, QtDebugMsg, message); }
-    void info(const QString& message) const { write(m_category, QtInfoMsg, message); }
-    void warn(const QString& message) const { write(m_category, QtWarningMsg, message); }
-    void error(const QString& message) const { write(m_category, QtCriticalMsg, message); }
+    void trace(const QString& message) const { m_categories.trace(message); }
+    void debug(const QString& message) const { m_categories.write(QtDebugMsg, message); }
+    void info(const QString& message) const { m_categories.write(QtInfoMsg, message); }
+    void warn(const QString& message) const { m_categories.write(QtWarningMsg, message); }
+    void error(const QString& message) const { m_categories.write(QtCriticalMsg, message); }
 
-    /// The same with placeholders: %1 and on take the arguments in order. The format is UTF-8.
-    template <typename Arg, typename... Args>
-    void trace(const char* format, const Arg& arg, const Args&... args) const
+    /// The same with an argument in place of %1. The format is UTF-8. For one argument only: Log4Qt fills
+    /// them in one after another, so that a "%2" within the first would take the second. Lines with more come
+    /// finished.
+    template <typename Arg>
+    void trace(const char* format, const Arg& arg) const
     {
-        trace(fill(QString::fromUtf8(format), arg, args...));
+        trace(QString::fromUtf8(format).arg(arg));
     }
-    template <typename Arg, typename... Args>
-    void debug(const char* format, const Arg& arg, const Args&... args) const
+    template <typename Arg>
+    void debug(const char* format, const Arg& arg) const
     {
-        debug(fill(QString::fromUtf8(format), arg, args...));
+        debug(QString::fromUtf8(format).arg(arg));
     }
-    template <typename Arg, typename... Args>
-    void info(const char* format, const Arg& arg, const Args&... args) const
+    template <typename Arg>
+    void info(const char* format, const Arg& arg) const
     {
-        info(fill(QString::fromUtf8(format), arg, args...));
+        info(QString::fromUtf8(format).arg(arg));
     }
-    template <typename Arg, typename... Args>
-    void warn(const char* format, const Arg& arg, const Args&... args) const
+    template <typename Arg>
+    void warn(const char* format, const Arg& arg) const
     {
-        warn(fill(QString::fromUtf8(format), arg, args...));
+        warn(QString::fromUtf8(format).arg(arg));
     }
-    template <typename Arg, typename... Args>
-    void error(const char* format, const Arg& arg, const Args&... args) const
+    template <typename Arg>
+    void error(const char* format, const Arg& arg) const
     {
-        error(fill(QString::fromUtf8(format), arg, args...));
+        error(QString::fromUtf8(format).arg(arg));
     }
 
 private:
-    static void write(const QLoggingCategory& category, QtMsgType type, const QString& message);
-
-    /// All placeholders at once, so that a "%1" within an argument stays as it is.
-    template <typename... Args>
-    static QString fill(const QString& format, const Args&... args)
-    {
-        return format.arg(QStringLiteral("%1").arg(args)...);
-    }
-
-    const QByteArray m_name;
-    const QByteArray m_traceName;
-    const QLoggingCategory m_category;
-    const QLoggingCategory m_traceCategory;
+    const QtLogCategories m_categories;
 };
 
 } // namespace Log4Qt

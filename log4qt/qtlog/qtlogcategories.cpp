@@ -1,10 +1,8 @@
-#include "log4qt/logger.h"
+#include "qtlogcategories.h"
 
 #include <QMessageLogger>
 
-namespace Log4Qt {
-
-Logger::Logger(const QByteArray& name)
+QtLogCategories::QtLogCategories(const QByteArray& name)
     : m_name(name)
     , m_traceName(name + ".trace")
     , m_category(m_name.constData(), QtDebugMsg)
@@ -12,9 +10,9 @@ Logger::Logger(const QByteArray& name)
 {
 }
 
-Logger::~Logger() = default;
+QtLogCategories::~QtLogCategories() = default;
 
-void Logger::write(const QLoggingCategory& category, QtMsgType type, const QString& message)
+void QtLogCategories::write(const QLoggingCategory& category, QtMsgType type, const QString& message)
 {
     if (!category.isEnabled(type))
         return;
@@ -34,5 +32,3 @@ void Logger::write(const QLoggingCategory& category, QtMsgType type, const QStri
         break;
     }
 }
-
-} // namespace Log4Qt
