@@ -1,0 +1,13 @@
+#include "finding.h"
+
+namespace receipt {
+
+QString Finding::text() const
+{
+    QString result = path.isEmpty() ? QString() : path + QStringLiteral(": ");
+    if (!given.isEmpty())
+        result += QStringLiteral("\"%1\" ").arg(given);
+    return result + reason;
+}
+
+} // namespace receipt
