@@ -1,13 +1,11 @@
 #include "receiptparser.h"
 
 #include "jsonfields.h"
+#include "jsontext.h"
 #include "linesum.h"
 #include "money.h"
 #include "positionparser.h"
-#include "receipterror.h"
 #include "receiptnames.h"
-
-#include <QJsonDocument>
 
 namespace receipt {
 
@@ -164,15 +162,7 @@ Receipt receiptFromJson(const QJsonObject& json)
 
 Receipt receiptFromText(const QByteArray& text)
 {
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(text, &error);
-    if (error.error != QJsonParseError::NoError) {
-        const auto line = text.left(error.offset).count('\n') + 1;
-        throw ReceiptError({}, QStringLiteral("line %1: %2").arg(line).arg(error.errorString()));
-    }
-    if (!document.isObject())
-        throw ReceiptError({}, QStringLiteral("a receipt is a JSON object"));
-    return receiptFromJson(document.object());
+    return receiptFromJson(jsonFromText(text));
 }
 
 } // namespace receipt

@@ -213,17 +213,6 @@ TEST(ReceiptFromJson, MistakesAreNamedWithTheirPath)
         EXPECT_EQ(errorOf(head, item).rfind(error, 0), 0U) << errorOf(head, item) << "\ninstead of " << error;
 }
 
-TEST(ReceiptFromText, TellsTheLineOfBrokenJson)
-{
-    EXPECT_THROW(receiptFromText("[]"), ReceiptError);
-    try {
-        receiptFromText("{\n\n  \"type\": sell }");
-        FAIL();
-    } catch (const ReceiptError& error) {
-        EXPECT_EQ(std::string(error.what()).rfind("line 3: ", 0), 0U) << error.what();
-    }
-}
-
 TEST(LineSum, DiscountsThatTheRegisterCanExpress)
 {
     const std::pair<LineSum, bool> rows[] = {{{10000, 3000, 0}, true}, {{10000, 3000, 999}, true},

@@ -1,6 +1,8 @@
 // What a text may hold before it goes to a register.
 
 #include "plaintext.h"
+#include "receipterror.h"
+#include "receiptparser.h"
 
 #include <gtest/gtest.h>
 
@@ -24,6 +26,42 @@ TEST(TextFault, NamesTheCharacterAndItsPlace)
     };
     for (const auto& [text, kind, fault] : rows)
         EXPECT_EQ(textFault(text, kind).value_or(QString()).toStdString(), fault);
+}
+
+std::string errorOf(const QByteArray& text)
+{
+    try {
+        receiptFromText(text);
+    } catch (const ReceiptError& error) {
+        return error.what();
+    }
+    return {};
+}
+
+TEST(ReceiptFromText, RefusesWhatIsNoStrictJson)
+{
+    const std::pair<QByteArray, const char*> rows[] = {
+        {"[]", "a receipt is a JSON object"},
+        {"{\n\n  \"type\": sell }", "type: line 3: syntax error"},
+        {"{\"type\": 1e999}", "type: line 1: number overflow"},
+        {QByteArray(100000, '['), "is nested deeper than any receipt"},
+        {"{\"items\": [{}, {\"tax\": {\"a\": 1, \"\\u0061\": 2}}]}", "items[1].tax.a: stands there twice"},
+        {"{\"a\": [{\"b\": 1}, {\"b\": 1}], \"b\": 1, \"a\": 1}", "a: stands there twice"},
+        {"{\"operator\": {\"name\": \"\\ud83d\"}}",
+            "operator.name: line 1: syntax error while parsing value - invalid string: surrogate"},
+        {"{\"operator\": {\"name\": \"a\x01\"}}",
+            "operator.name: line 1: syntax error while parsing value - invalid string: control character U+0001"},
+        {"\xEF\xBB\xBF{\"what\": 1}", "type: is missing"},
+        {"{\n\"name\": \"\xD5\xEB\xE5\xE1\"}",
+            "the text is not UTF-8: byte D5 at offset 11, line 2; it looks like CP1251"},
+        {"\"\xE2\x82\xBD \x95\xAB\xA5\xA1\"",
+            "the text is not UTF-8: byte 95 at offset 5, line 1; it looks like CP866"},
+        {QByteArray("\xFF\xFE{\0", 4),
+            "the text is not UTF-8: byte FF at offset 0, line 1; it looks like UTF-16"},
+        {"\"\xE2\x82", "the text is not UTF-8: byte E2 at offset 1"},
+    };
+    for (const auto& [text, error] : rows)
+        EXPECT_EQ(errorOf(text).rfind(error, 0), 0U) << errorOf(text) << "\ninstead of " << error;
 }
 
 } // namespace

@@ -1,0 +1,129 @@
+#include "jsontext.h"
+
+#include "receipterror.h"
+#include "textencoding.h"
+
+#include <QJsonDocument>
+#include <QList>
+#include <QSet>
+#include <QString>
+
+#include <nlohmann/json.hpp>
+
+namespace receipt {
+
+namespace {
+
+using Json = nlohmann::json;
+
+constexpr qsizetype deepest = 32;
+
+/// Walks through a text and complains of what Qt's parser takes silently: of a key that stands in one object
+/// twice it would keep the last value.
+class StrictWalk : public nlohmann::json_sax<Json>
+{
+public:
+    explicit StrictWalk(const QByteArray& text)
+        : m_text(text)
+    {
+    }
+
+    bool null() override { return meetValue(); }
+    bool boolean(bool) override { return meetValue(); }
+    bool number_integer(number_integer_t) override { return meetValue(); }
+    bool number_unsigned(number_unsigned_t) override { return meetValue(); }
+    bool number_float(number_float_t, const string_t&) override { return meetValue(); }
+    bool string(string_t&) override { return meetValue(); }
+    bool binary(binary_t&) override { return meetValue(); }
+    bool start_object(std::size_t) override { return enter(false); }
+    bool end_object() override { return leave(); }
+    bool start_array(std::size_t) override { return enter(true); }
+    bool end_array() override { return leave(); }
+
+    bool key(string_t& name) override
+    {
+        Level& level = m_levels.last();
+        level.key = QString::fromStdString(name);
+        if (level.keys.contains(level.key))
+            throw ReceiptError(path(), QStringLiteral("stands there twice"));
+        level.keys.insert(level.key);
+        return true;
+    }
+
+    bool parse_error(
+        std::size_t position, const std::string&, const nlohmann::detail::exception& error) override
+    {
+        // "[json.exception...] parse error at line 1, column 5: syntax error ...; last read: ..."
+        QString reason = QString::fromUtf8(error.what()).section(QStringLiteral("] "), 1);
+        if (reason.startsWith(QLatin1String("parse error at")))
+            reason = reason.section(QStringLiteral(": "), 1);
+        const qsizetype line = m_text.left(static_cast<qsizetype>(position)).count('\n') + 1;
+        throw ReceiptError(path(), QStringLiteral("line %1: %2").arg(line).arg(reason));
+    }
+
+private:
+    struct Level
+    {
+        bool isArray = false;
+        int index = -1;
+        QString key;
+        QSet<QString> keys;
+    };
+
+    bool meetValue()
+    {
+        if (!m_levels.isEmpty())
+            ++m_levels.last().index;
+        return true;
+    }
+
+    bool enter(bool isArray)
+    {
+        meetValue();
+        if (m_levels.size() == deepest)
+            throw ReceiptError({}, QStringLiteral("is nested deeper than any receipt"));
+        m_levels.append({isArray, -1, {}, {}});
+        return true;
+    }
+
+    bool leave()
+    {
+        m_levels.removeLast();
+        return true;
+    }
+
+    QString path() const
+    {
+        QString result;
+        for (const Level& level : m_levels) {
+            if (level.isArray)
+                result += QStringLiteral("[%1]").arg(qMax(0, level.index));
+            else if (!level.key.isEmpty())
+                result += (result.isEmpty() ? QString() : QStringLiteral(".")) + level.key;
+        }
+        return result;
+    }
+
+    const QByteArray m_text;
+    QList<Level> m_levels;
+};
+
+} // namespace
+
+QJsonObject jsonFromText(const QByteArray& bytes)
+{
+    if (const auto fault = utf8Fault(bytes))
+        throw ReceiptError({}, QStringLiteral("the text ") + *fault);
+    const QByteArray text = withoutByteOrderMark(bytes);
+    StrictWalk walk(text);
+    Json::sax_parse(text.cbegin(), text.cend(), &walk);
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(text, &error);
+    if (error.error != QJsonParseError::NoError)
+        throw ReceiptError({}, error.errorString());
+    if (!document.isObject())
+        throw ReceiptError({}, QStringLiteral("a receipt is a JSON object"));
+    return document.object();
+}
+
+} // namespace receipt
