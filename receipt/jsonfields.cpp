@@ -1,10 +1,10 @@
 #include "jsonfields.h"
 
-#include "controlcharacters.h"
 #include "money.h"
 #include "receipterror.h"
 
 #include <QJsonArray>
+#include <QJsonDocument>
 #include <QRegularExpression>
 #include <QStringList>
 
@@ -14,13 +14,26 @@ namespace {
 // Above them a product of price and quantity would leave 64 bits; no receipt comes near.
 constexpr double largestSum = 1e8;
 constexpr double largestQuantity = 1e5;
-constexpr QChar groupSeparator(0x1D);
+constexpr qsizetype longestShown = 60;
 
-QString noControlCharacters()
+/// A value as it stands in the file; nothing for what is missing and for objects and arrays.
+QString shown(const QJsonValue& value)
 {
-    return QStringLiteral("must not hold control characters");
+    if (value.isUndefined() || value.isObject() || value.isArray())
+        return {};
+    const QByteArray array = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
+    const QString text = QString::fromUtf8(array.mid(1, array.size() - 2));
+    return text.size() > longestShown ? text.left(longestShown) + QStringLiteral("...") : text;
 }
 
+QString allowedNames(std::span<const NamedValue> values, bool withNumbers)
+{
+    QStringList names;
+    for (const NamedValue& entry : values)
+        names.append(withNumbers ? QStringLiteral("%1 (%2)").arg(QLatin1String(entry.name)).arg(entry.value)
+                                 : QString::fromLatin1(entry.name));
+    return names.join(QStringLiteral(", "));
+}
 } // namespace
 
 JsonFields::JsonFields(const QJsonObject& object, const QString& path)
@@ -38,7 +51,7 @@ QString JsonFields::path(const QString& name) const
 
 void JsonFields::fail(const QString& name, const QString& reason) const
 {
-    throw ReceiptError(path(name), reason);
+    throw ReceiptError(path(name), reason, shown(m_object.value(name)));
 }
 
 QJsonValue JsonFields::take(const QString& name)
@@ -57,23 +70,16 @@ QJsonValue JsonFields::require(const QString& name, QJsonValue::Type type, const
     return value;
 }
 
-QString JsonFields::text(const QString& name, int maxLength)
-{
-    const QString value = scannedText(name, maxLength);
-    if (value.contains(groupSeparator))
-        fail(name, noControlCharacters());
-    return value;
-}
-
-QString JsonFields::scannedText(const QString& name, int maxLength)
+QString JsonFields::text(const QString& name, int maxLength, TextKind kind)
 {
     const QString value = require(name, QJsonValue::String, QStringLiteral("a text")).toString();
     if (value.trimmed().isEmpty())
         fail(name, QStringLiteral("must not be empty"));
     if (value.size() > maxLength)
-        fail(name, QStringLiteral("must have at most %1 characters").arg(maxLength));
-    if (hasControlCharacters(QString(value).remove(groupSeparator)))
-        fail(name, noControlCharacters());
+        fail(
+            name, QStringLiteral("must have at most %1 characters, not %2").arg(maxLength).arg(value.size()));
+    if (const auto fault = textFault(value, kind))
+        fail(name, *fault);
     return value;
 }
 
@@ -131,16 +137,52 @@ qint64 JsonFields::thousandths(const QString& name)
     return value;
 }
 
-int JsonFields::choice(const QString& name, std::span<const NamedValue> values)
+int JsonFields::word(const QString& name, std::span<const NamedValue> values)
 {
     const QString wanted = text(name);
-    QStringList names;
     for (const NamedValue& entry : values) {
         if (wanted == QLatin1String(entry.name))
             return entry.value;
-        names.append(QLatin1String(entry.name));
     }
-    fail(name, QStringLiteral("\"%1\" is none of %2").arg(wanted, names.join(QStringLiteral(", "))));
+    fail(name, QStringLiteral("is none of ") + allowedNames(values, false));
+}
+
+int JsonFields::choice(const QString& name, std::span<const NamedValue> values)
+{
+    if (!isNumber(name))
+        return word(name, values);
+    const double wanted = take(name).toDouble();
+    for (const NamedValue& entry : values) {
+        if (fixedPoint(wanted, 0) == entry.value)
+            return entry.value;
+    }
+    fail(name, QStringLiteral("is none of ") + allowedNames(values, true));
+}
+
+int JsonFields::choice(const QString& name, std::span<const NamedValue> values, int least, int most)
+{
+    return isNumber(name) ? integer(name, least, most) : word(name, values);
+}
+
+JsonFields JsonFields::elements(const QString& name, const QString& kind, qsizetype& count)
+{
+    const QJsonArray array = require(name, QJsonValue::Array, kind).toArray();
+    if (array.isEmpty())
+        fail(name, QStringLiteral("must not be empty"));
+    QJsonObject fields;
+    for (count = 0; count < array.size(); ++count)
+        fields.insert(QStringLiteral("%1[%2]").arg(name).arg(count), array.at(count));
+    return {fields, m_path};
+}
+
+QList<int> JsonFields::choices(const QString& name, std::span<const NamedValue> values)
+{
+    qsizetype count = 0;
+    JsonFields fields = elements(name, QStringLiteral("an array of names"), count);
+    QList<int> result;
+    for (qsizetype index = 0; index < count; ++index)
+        result.append(fields.choice(QStringLiteral("%1[%2]").arg(name).arg(index), values));
+    return result;
 }
 
 void JsonFields::object(const QString& name, const std::function<void(JsonFields&)>& read)
@@ -167,19 +209,11 @@ void JsonFields::objects(const QString& name, const std::function<void(JsonField
 
 QList<QString> JsonFields::texts(const QString& name, int maxLength)
 {
-    const QJsonArray array = require(name, QJsonValue::Array, QStringLiteral("an array of texts")).toArray();
-    if (array.isEmpty())
-        fail(name, QStringLiteral("must not be empty"));
+    qsizetype count = 0;
+    JsonFields fields = elements(name, QStringLiteral("an array of texts"), count);
     QList<QString> result;
-    for (const QJsonValue entry : array) {
-        const QString value = entry.toString();
-        if (value.trimmed().isEmpty() || value.size() > maxLength)
-            fail(QStringLiteral("%1[%2]").arg(name).arg(result.size()),
-                QStringLiteral("must be a text of at most %1 characters").arg(maxLength));
-        if (hasControlCharacters(value))
-            fail(name, noControlCharacters());
-        result.append(value);
-    }
+    for (qsizetype index = 0; index < count; ++index)
+        result.append(fields.text(QStringLiteral("%1[%2]").arg(name).arg(index), maxLength));
     return result;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "namedvalue.h"
+#include "plaintext.h"
 
 #include <QJsonObject>
 #include <QList>
@@ -26,13 +27,16 @@ public:
     bool isObject(const QString& name) const { return m_object.value(name).isObject(); }
     /// Path of the field for messages; of the object itself for an empty name.
     QString path(const QString& name) const;
+    /// Throws with the path of the field and, when it is a text, a number or a flag, with what stands there.
     [[noreturn]] void fail(const QString& name, const QString& reason) const;
 
-    /// A text that is there, is not blank and has no more than that many characters.
-    /// Nor does it hold control characters but white space.
-    QString text(const QString& name, int maxLength = 256);
+    /// A text that is there, is not blank, has no more than that many characters and no control characters.
+    QString text(const QString& name, int maxLength = 256, TextKind kind = TextKind::Line);
     /// The same of a code as it was scanned, which may have group separators.
-    QString scannedText(const QString& name, int maxLength);
+    QString scannedText(const QString& name, int maxLength)
+    {
+        return text(name, maxLength, TextKind::MarkingCode);
+    }
     std::optional<QString> optionalText(const QString& name, int maxLength = 256);
     bool flag(const QString& name, bool otherwise);
     int integer(const QString& name, int least, int most);
@@ -42,18 +46,27 @@ public:
     qint64 kopecks(const QString& name);
     /// A quantity above zero, in thousandths.
     qint64 thousandths(const QString& name);
+    /// What one of the names stands for.
+    int word(const QString& name, std::span<const NamedValue> values);
+    /// A coded field: one of the names, or one of the numbers that they stand for.
     int choice(const QString& name, std::span<const NamedValue> values);
+    /// The same with any number of the range: a code that has no name yet.
+    int choice(const QString& name, std::span<const NamedValue> values, int least, int most);
+    /// The codes of an array of names and numbers, which must not be empty.
+    QList<int> choices(const QString& name, std::span<const NamedValue> values);
 
     /// Hands the fields of the nested object on and checks that all of them were asked for.
     void object(const QString& name, const std::function<void(JsonFields&)>& read);
     /// The same for each object of an array, which must not be empty.
     void objects(const QString& name, const std::function<void(JsonFields&)>& read);
-    /// The texts of an array, which must not be empty.
+    /// The texts of an array, which must not be empty; each is checked like a single one.
     QList<QString> texts(const QString& name, int maxLength);
     void finish() const;
 
 private:
     QJsonValue take(const QString& name);
+    /// The values of an array, which must not be empty, as fields "name[0]" and on.
+    JsonFields elements(const QString& name, const QString& kind, qsizetype& count);
     QJsonValue require(const QString& name, QJsonValue::Type type, const QString& kind);
     /// In whole 10^-decimals; -1 for a negative number.
     qint64 fixed(const QString& name, int decimals, double largest);

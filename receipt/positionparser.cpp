@@ -56,7 +56,7 @@ int measureUnit(JsonFields& fields)
     const QString name = QStringLiteral("measurementUnit");
     if (!fields.has(name))
         return 0;
-    return fields.isNumber(name) ? fields.integer(name, 0, 255) : fields.choice(name, names::measureUnits());
+    return fields.choice(name, names::measureUnits(), 0, 255);
 }
 
 void readMark(JsonFields& fields, FrPosition& position)
@@ -79,10 +79,8 @@ void readMark(JsonFields& fields, FrPosition& position)
 int paymentObject(JsonFields& fields, const FrPosition& position)
 {
     const QString name = QStringLiteral("paymentObject");
-    if (fields.isNumber(name))
-        return fields.integer(name, 1, 255);
     if (fields.has(name))
-        return fields.choice(name, names::paymentObjects());
+        return fields.choice(name, names::paymentObjects(), 1, 255);
     if (position.getMarkingCode().isEmpty())
         return commodity;
     const ExciseMarkType type = position.getExciseMarkType();
@@ -101,8 +99,10 @@ FrPosition positionFromJson(JsonFields& fields, LineSum& sum)
     const QString method = QStringLiteral("paymentMethod");
     position.setPaymentMethod(
         fields.has(method) ? fields.choice(method, names::paymentMethods()) : fullPayment);
-    fields.object(QStringLiteral("tax"),
-        [&](JsonFields& tax) { position.setTaxCode(tax.choice(QStringLiteral("type"), names::taxRates())); });
+    // Any number that the tag can hold: a rate that the law brings tomorrow must not wait for its name.
+    fields.object(QStringLiteral("tax"), [&](JsonFields& tax) {
+        position.setTaxCode(tax.choice(QStringLiteral("type"), names::taxRates(), 1, 255));
+    });
     position.setFrUnit(measureUnit(fields));
     position.setMeasureName(names::measureName(position.getFrUnit()));
     readMark(fields, position);

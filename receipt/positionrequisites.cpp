@@ -55,14 +55,9 @@ QString threeDigits(JsonFields& fields, const QString& name)
 
 int agentMask(JsonFields& fields)
 {
-    const QString name = QStringLiteral("agents");
     int mask = 0;
-    int index = 0;
-    for (const QString& agent : fields.texts(name, 32)) {
-        const QString entry = QStringLiteral("%1[%2]").arg(name).arg(index++);
-        JsonFields single(QJsonObject{{entry, agent}}, fields.path(QString()));
-        mask |= single.choice(entry, names::agentTypes());
-    }
+    for (const int agent : fields.choices(QStringLiteral("agents"), names::agentTypes()))
+        mask |= agent;
     return mask;
 }
 

@@ -10,25 +10,32 @@ namespace receipt {
 class ReceiptError : public std::runtime_error
 {
 public:
-    ReceiptError(const QString& path, const QString& reason)
-        : std::runtime_error(text(path, reason).toStdString())
+    ReceiptError(const QString& path, const QString& reason, const QString& given = {})
+        : std::runtime_error(text(path, reason, given).toStdString())
         , m_path(path)
         , m_reason(reason)
+        , m_given(given)
     {
     }
 
     /// "items[2].price"; empty for the receipt as a whole.
     QString path() const { return m_path; }
+    /// What is wrong with it and what is allowed.
     QString reason() const { return m_reason; }
+    /// The value as it stands in the file, a text in its quotes; empty where there is nothing to show.
+    QString given() const { return m_given; }
 
 private:
-    static QString text(const QString& path, const QString& reason)
+    /// items[2].price: must be a number (given: "abc")
+    static QString text(const QString& path, const QString& reason, const QString& given)
     {
-        return path.isEmpty() ? reason : path + QStringLiteral(": ") + reason;
+        const QString text = path.isEmpty() ? reason : path + QStringLiteral(": ") + reason;
+        return given.isEmpty() ? text : text + QStringLiteral(" (given: %1)").arg(given);
     }
 
     QString m_path;
     QString m_reason;
+    QString m_given;
 };
 
 } // namespace receipt

@@ -14,6 +14,8 @@ struct ReceiptItem
     enum Kind { Position, Text, BarcodeItem };
 
     Kind kind = Position;
+    /// Where it stands in the file: "items[2]".
+    QString path;
     FrPosition position;
     QString text;
     /// DoubleSizeFont is double width and height; a register that has no such font prints it wide alone.

@@ -11,8 +11,9 @@ namespace receipt {
 
 namespace {
 
-enum ItemKind { PositionKind, TextKind, BarcodeKind };
-constexpr NamedValue itemKinds[] = {{"position", PositionKind}, {"text", TextKind}, {"barcode", BarcodeKind}};
+enum ItemKind { PositionKind, TextItemKind, BarcodeKind };
+constexpr NamedValue itemKinds[]
+    = {{"position", PositionKind}, {"text", TextItemKind}, {"barcode", BarcodeKind}};
 
 constexpr int cashierNameLength = 64;
 constexpr int lineLength = 256;
@@ -54,8 +55,8 @@ ReceiptItem barcodeItem(JsonFields& fields)
 void readItem(JsonFields& fields, Receipt& receipt)
 {
     const QString type = QStringLiteral("type");
-    const int kind = fields.has(type) ? fields.choice(type, itemKinds) : PositionKind;
-    if (kind == TextKind) {
+    const int kind = fields.has(type) ? fields.word(type, itemKinds) : PositionKind;
+    if (kind == TextItemKind) {
         receipt.items.append(textItem(fields));
     } else if (kind == BarcodeKind) {
         receipt.items.append(barcodeItem(fields));
@@ -66,6 +67,7 @@ void readItem(JsonFields& fields, Receipt& receipt)
         receipt.items.append(item);
         receipt.total += sum.amount();
     }
+    receipt.items.last().path = fields.path(QString());
 }
 
 void readCashier(JsonFields& fields, Receipt& receipt)
