@@ -21,7 +21,7 @@ install(FILES devices/portlock.h devices/serialdevicefactory.h devices/serialpor
 install(TARGETS frreceipt frsale EXPORT frhostTargets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT devel)
 install(DIRECTORY receipt/ sale/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frsale COMPONENT devel
-  FILES_MATCHING PATTERN "*.h" PATTERN codepoint.h EXCLUDE PATTERN jsonfields.h EXCLUDE PATTERN jsontext.h EXCLUDE
+  FILES_MATCHING PATTERN "*.h" PATTERN codepoint.h EXCLUDE PATTERN fieldsieve.h EXCLUDE PATTERN jsonfields.h EXCLUDE PATTERN jsontext.h EXCLUDE
   PATTERN linesum.h EXCLUDE PATTERN positionparser.h EXCLUDE)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/frhost)

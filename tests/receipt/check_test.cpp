@@ -1,0 +1,201 @@
+// What becomes of a receipt's fields over each protocol.
+
+#include "fieldsieve.h"
+#include "fieldtable.h"
+#include "printertext.h"
+#include "receiptcheck.h"
+#include "receipterror.h"
+#include "receiptparser.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <gtest/gtest.h>
+
+using namespace receipt;
+
+namespace {
+
+constexpr char allFields[] = R"({"type": "sell", "taxationType": "osn", "operator": {"name": "А"},
+    "clientInfo": {"emailOrPhone": "a@b.ru", "name": "ООО", "vatin": "7721000023"}, "paymentsPlace": "Касса",
+    "additionalAttribute": "К-7", "items": [
+        {"name": "Чай", "price": 50, "quantity": 2, "amount": 100, "tax": {"type": "vat10"},
+            "countryCode": "643", "customsDeclaration": "1", "markingCode": {"mark": "1"},
+            "agentInfo": {"agents": [4], "payingAgent": {"operation": "a", "phones": ["+71"]},
+                "receivePaymentsOperator": {"phones": ["+72"]},
+                "moneyTransferOperator": {"name": "a", "address": "a", "phones": ["+73"]}},
+            "supplierInfo": {"name": "a", "phones": ["+74"], "vatin": "7721000016"},
+            "industryInfo": {"fois": "030", "date": "21.11.2023", "number": "1", "industryAttribute": "a"}},
+        {"type": "text", "text": "a"}, {"type": "barcode", "barcodeType": "QR", "barcode": "a", "scale": 4}],
+    "payments": [{"type": "cash", "sum": 100}]})";
+
+/// A receipt of one position, with more fields of its own, of the position and with more items.
+QByteArray receiptText(const QByteArray& head, const QByteArray& position, const QByteArray& items)
+{
+    return R"({"type": "sell", "payments": [{"type": "cash", "sum": 1}],)" + head
+        + R"("items": [{"price": 1, "quantity": 1, "amount": 1, "tax": {"type": "none"},)" + position + "}"
+        + items + "]}";
+}
+
+std::string findingsOf(const CheckedReceipt& checked)
+{
+    QStringList lines;
+    for (const Finding& finding : checked.findings)
+        lines.append((finding.severity == Finding::Error ? QStringLiteral("E ") : QStringLiteral("W "))
+            + finding.text());
+    return lines.join(QLatin1Char('\n')).toStdString();
+}
+
+TEST(CheckedReceipt, SaysWhatAProtocolDoesNotCarry)
+{
+    constexpr Protocol xml = Protocol::Xml;
+    constexpr Protocol hex = Protocol::Hex;
+    const QByteArray tea = R"("name": "Чай")";
+    const QByteArray buyer = R"("clientInfo": {"name": "ООО", "emailOrPhone": "a@b.ru"},)";
+    const QByteArray barcode = R"(,{"type": "barcode", "barcode": "a№", "barcodeType": "QR", "height": 9})";
+    const std::tuple<Protocol, QByteArray, QStringList, const char*> rows[] = {
+        {xml, receiptText(buyer, R"("name": "«Чай» — 5 ₽ 😀")", ""), {}, ""},
+        {hex, receiptText(buyer, tea, ""), {},
+            "E clientInfo.name: \"ООО\" is not carried over HEX; it must be dropped to issue the receipt without it"},
+        {hex, receiptText(buyer, tea, ""), {"clientInfo.name"},
+            "W clientInfo.name: \"ООО\" is dropped, since it is not carried over HEX"},
+        {hex, receiptText(buyer, tea, ""), {"clientInfo.name", "clientInfo.emailOrPhone", "paymentsPlace"},
+            "W clientInfo.name: \"ООО\" is dropped, since it is not carried over HEX\n"
+            "E clientInfo.emailOrPhone: is carried over HEX and cannot be dropped\n"
+            "E paymentsPlace: cannot be dropped: no field of this receipt that is not carried over HEX has this path"},
+        {hex, receiptText("", R"("name": "«Чай» — 5 ₽ №1…")", ""), {}, ""},
+        {hex, receiptText("", R"("name": "😀 Чай 😀😎")", ""), {},
+            "W items[0].name: \"😀 Чай 😀😎\" the printer has no \"😀😎\"; is printed as \"? Чай ??\""},
+        {hex, receiptText("", "\"name\": \"" + QByteArray("я").repeated(49) + '"', ""), {},
+            "W items[0].name: \"яяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяя\" is cut to 48 characters; "
+            "is printed as \"яяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяя\""},
+        {hex,
+            receiptText(
+                "", tea + R"(,"supplierInfo": {"name": "«Поставщик всего ₽»"})", ""),
+            {}, ""},
+        {hex, receiptText("", tea + R"(,"supplierInfo": {"name": "Поставщик всего 12345"})", ""), {},
+            "W items[0].supplierInfo.name: \"Поставщик всего 12345\" is cut to 19 characters; "
+            "is printed as \"Поставщик всего 123\""},
+        {xml, receiptText("", tea, barcode), {"items[].height"},
+            "W items[1].height: \"9\" is dropped, since it is not carried over XML"},
+        {hex, receiptText("", tea, barcode), {"items[1].height"},
+            "W items[1].height: \"9\" is dropped, since it is not carried over HEX"},
+        {hex, receiptText("", tea, R"(,{"type": "barcode", "barcode": "«a»", "barcodeType": 7})"), {},
+            "E items[1].barcode: \"«a»\" cannot be printed over HEX: it may not have \"«»\"\n"
+            "E items[1].barcodeType: \"PDF417\" is not printed over HEX; what is: UPC_A, UPC_E, EAN13, EAN8, "
+            "CODE39, ITF, CODABAR, CODE93, CODE128, QR"},
+        {xml, receiptText("", tea, R"(,{"type": "barcode", "barcode": "«a»", "barcodeType": "CODE39"})"), {},
+            "E items[1].barcodeType: \"CODE39\" is not printed over XML; what is: EAN13, QR"},
+        {xml,
+            receiptText(
+                "", tea, R"(,{"type": "text", "text": "a", "doubleWidth": true, "doubleHeight": true})"),
+            {"items[1].doubleHeight"},
+            "W items[1].doubleHeight: \"true\" is dropped, since it is not carried over XML"},
+        {hex,
+            receiptText(
+                "", tea, R"(,{"type": "text", "text": "a", "doubleWidth": true, "doubleHeight": true})"),
+            {}, ""},
+    };
+    for (const auto& [protocol, text, drop, findings] : rows)
+        EXPECT_EQ(findingsOf(checkedReceipt(text, {protocol, {}, drop, false})), findings)
+            << text.constData();
+}
+
+TEST(CheckedReceipt, HoldsWhatIsPrinted)
+{
+    const QByteArray text
+        = receiptText(R"("operator": {"name": "O’Нил"}, "paymentsPlace": "тут",)", R"("name": "«Чай»")",
+            R"(,{"type": "text", "text": "5 ₽", "doubleWidth": true, "doubleHeight": true})");
+    const Receipt receipt = checkedReceipt(text, {Protocol::Hex, {}, {"paymentsPlace"}, false}).receipt;
+    EXPECT_EQ(receipt.cashier->name, QStringLiteral("O'Нил"));
+    EXPECT_EQ(receipt.items.at(0).position.getName(), QStringLiteral("\"Чай\""));
+    EXPECT_EQ(receipt.items.at(1).text, QStringLiteral("5 руб."));
+    EXPECT_EQ(receipt.items.at(1).font, EFrDriver::DoubleSizeFont);
+    EXPECT_TRUE(receipt.requisites.isEmpty());
+}
+
+QJsonValue withField(const QJsonValue& source, const QStringList& steps, const QString& text)
+{
+    if (source.isArray()) {
+        // Each item that has the field gets it.
+        QJsonArray result;
+        for (const QJsonValue entry : source.toArray())
+            result.append(steps.isEmpty() ? text : withField(entry, steps, text));
+        return result;
+    }
+    if (steps.isEmpty() || !source.isObject())
+        return text;
+    QJsonObject result = source.toObject();
+    if (result.contains(steps.constFirst()))
+        result[steps.constFirst()] = withField(result.value(steps.constFirst()), steps.mid(1), text);
+    return result;
+}
+
+/// Whether the receipt with that many characters in the field goes out as it stands.
+bool isWhole(const FieldRule& rule, Protocol protocol, int size)
+{
+    const QStringList steps = QString::fromLatin1(rule.path).remove(QStringLiteral("[]")).split('.');
+    const QJsonObject all = QJsonDocument::fromJson(allFields).object();
+    const QJsonObject json = withField(all, steps, QString(size, QLatin1Char('1'))).toObject();
+    CheckOptions options{protocol, {}, {}, false};
+    for (const FieldRule& other : fieldRules())
+        options.drop.append(QLatin1String(other.path));
+    QList<Finding> findings;
+    try {
+        receiptFromJson(json);
+        carriedReceipt(json, options, findings);
+    } catch (const ReceiptError&) {
+        return false;
+    }
+    return std::none_of(findings.cbegin(), findings.cend(), [&](const Finding& finding) {
+        return finding.severity == Finding::Warning && fieldRule(finding.path) == &rule;
+    });
+}
+
+TEST(FieldTable, HasTheLimitsThatTheParserAndTheDriversKeep)
+{
+    // Shorter ones are numbers of a fixed form.
+    constexpr int longestNumber = 12;
+    for (const FieldRule& rule : fieldRules()) {
+        for (const Protocol protocol : {Protocol::Xml, Protocol::Hex}) {
+            const FieldCarriage& carriage = rule.over(protocol);
+            if (carriage.limit <= longestNumber)
+                continue;
+            EXPECT_TRUE(isWhole(rule, protocol, carriage.limit)) << rule.path;
+            EXPECT_FALSE(isWhole(rule, protocol, carriage.limit + 1)) << rule.path;
+        }
+    }
+}
+
+TEST(FieldTable, StandsInTheGuide)
+{
+    QFile guide(QStringLiteral(FRSPF_GUIDE));
+    ASSERT_TRUE(guide.open(QIODevice::ReadOnly));
+    QString table = QStringLiteral("\n| Field | Over XML | Over HEX |\n|---|---|---|\n");
+    for (const FieldRule& rule : fieldRules())
+        table += QStringLiteral("| `%1` | %2 | %3 |\n")
+                     .arg(QLatin1String(rule.path), rule.xml.text(), rule.hex.text());
+    EXPECT_TRUE(QString::fromUtf8(guide.readAll()).contains(table + '\n'))
+        << "it should be" << table.toStdString();
+}
+
+TEST(PrinterText, HasOnlyCharactersOfTheCodePage)
+{
+    const std::tuple<QString, const char*, const char*> rows[] = {
+        {QStringLiteral("Ёж, ёлка № 1, 20 °C"), "Ёж, ёлка № 1, 20 °C", ""},
+        {QStringLiteral("«А» „Б“ ‘в’ – — − ‑ …"), "\"А\" \"Б\" 'в' - - - - ...", ""},
+        {QStringLiteral("1\u00A0000\u202F₽\u200B\uFEFF"), "1 000 руб.", ""},
+        {QStringLiteral("\u0439 и\u0306 е\u0308"), "й й ё", ""},
+        {QStringLiteral("Crème 茶 ?"), "Cr?me ? ?", "è茶"},
+        {QStringLiteral("❤️"), "?", "❤"},
+    };
+    for (const auto& [text, printed, lost] : rows) {
+        const PrinterText result = printerText(text);
+        EXPECT_EQ(result.text.toStdString(), printed);
+        EXPECT_EQ(result.lost.toStdString(), lost);
+    }
+    EXPECT_EQ(printerText(QStringLiteral("ab…"), 4).text, QStringLiteral("ab.."));
+}
+
+} // namespace
