@@ -42,6 +42,18 @@ void judgeBarcodes(const Receipt& receipt, Protocol protocol, QList<Finding>& fi
     }
 }
 
+/// Over XML fonts and barcodes travel within the text, so that a line can be taken for one of them.
+void judgeLines(const Receipt& receipt, Protocol protocol, QList<Finding>& findings)
+{
+    const QString command = QStringLiteral("‼?");
+    for (const ReceiptItem& item : receipt.items) {
+        if (protocol == Protocol::Xml && item.text.startsWith(command))
+            findings.append({Finding::Error, item.path + QStringLiteral(".text"), item.text,
+                QStringLiteral("must not begin with %1, which is a command to the printer over XML")
+                    .arg(command)});
+    }
+}
+
 } // namespace
 
 bool CheckedReceipt::hasErrors() const
@@ -58,6 +70,7 @@ CheckedReceipt checkedReceipt(const QByteArray& text, const CheckOptions& option
     CheckedReceipt checked;
     checked.receipt = receiptFromJson(carriedReceipt(json, options, checked.findings));
     judgeBarcodes(checked.receipt, options.protocol, checked.findings);
+    judgeLines(checked.receipt, options.protocol, checked.findings);
     return checked;
 }
 

@@ -87,6 +87,8 @@ TEST(CheckedReceipt, SaysWhatAProtocolDoesNotCarry)
             "CODE39, ITF, CODABAR, CODE93, CODE128, QR"},
         {xml, receiptText("", tea, R"(,{"type": "barcode", "barcode": "«a»", "barcodeType": "CODE39"})"), {},
             "E items[1].barcodeType: \"CODE39\" is not printed over XML; what is: EAN13, QR"},
+        {xml, receiptText("", tea, R"(,{"type": "text", "text": "‼?q0001a"})"), {},
+            "E items[1].text: \"‼?q0001a\" must not begin with ‼?, which is a command to the printer over XML"},
         {xml,
             receiptText(
                 "", tea, R"(,{"type": "text", "text": "a", "doubleWidth": true, "doubleHeight": true})"),
