@@ -20,7 +20,8 @@ struct FieldCarriage
         ExactCp866,
         Utf8
     };
-    /// What else in the same item keeps the field from being carried.
+    /// What else in the same item keeps the field from being carried. A line that is to be wide and high
+    /// where no font is both goes out wide, with a warning.
     enum Obstacle { NoObstacle, QrCode, DoubleWidth };
 
     Form form = Value;

@@ -18,17 +18,15 @@ bool isQr(const QJsonValue& type)
     return type.isDouble() ? type.toInt() == Barcode::Qr : type.toString() == QLatin1String("QR");
 }
 
-bool isHindered(const FieldCarriage& carriage, const QJsonValue& value, const QJsonObject& item)
+bool isOfQr(const FieldCarriage& carriage, const QJsonObject& item)
 {
-    switch (carriage.obstacle) {
-    case FieldCarriage::QrCode:
-        return isQr(item.value(QStringLiteral("barcodeType")));
-    case FieldCarriage::DoubleWidth:
-        return value.toBool() && item.value(QStringLiteral("doubleWidth")).toBool();
-    case FieldCarriage::NoObstacle:
-        break;
-    }
-    return false;
+    return carriage.obstacle == FieldCarriage::QrCode && isQr(item.value(QStringLiteral("barcodeType")));
+}
+
+bool isBesideWide(const FieldCarriage& carriage, const QJsonValue& value, const QJsonObject& item)
+{
+    return carriage.obstacle == FieldCarriage::DoubleWidth && value.toBool()
+        && item.value(QStringLiteral("doubleWidth")).toBool();
 }
 
 /// Walks through a receipt, field by field.
@@ -89,8 +87,12 @@ private:
         const QString& path, const QJsonValue& value, const QJsonObject& owner, const FieldRule& rule)
     {
         const FieldCarriage& carriage = rule.over(m_options.protocol);
-        if (carriage.form == FieldCarriage::NotCarried || isHindered(carriage, value, owner))
+        if (carriage.form == FieldCarriage::NotCarried || isOfQr(carriage, owner))
             return withoutCarriage(path, value, QLatin1String(rule.path));
+        if (isBesideWide(carriage, value, owner))
+            m_findings.append({Finding::Warning, path, {},
+                QStringLiteral("is not printed %1 together with doubleWidth: the line is wide alone")
+                    .arg(m_over)});
         m_carried.insert(path);
         m_carried.insert(QLatin1String(rule.path));
         if (value.isString())

@@ -14,7 +14,7 @@ enum class TextKind {
     /// over XML
     /// a font would end with the first one.
     Lines,
-    /// Group separators, U+001D.
+    /// Group separators, U+001D. Barcodes have them too.
     MarkingCode
 };
 

@@ -3,6 +3,7 @@
 #include "fieldsieve.h"
 #include "fieldtable.h"
 #include "jsontext.h"
+#include "plaintext.h"
 #include "receiptnames.h"
 #include "receiptparser.h"
 
@@ -43,15 +44,17 @@ void judgeBarcodes(const Receipt& receipt, Protocol protocol, QList<Finding>& fi
 }
 
 /// Over XML fonts and barcodes travel within the text, so that a line can be taken for one of them.
-void judgeLines(const Receipt& receipt, Protocol protocol, QList<Finding>& findings)
+void judgeForXml(const ReceiptItem& item, QList<Finding>& findings)
 {
     const QString command = QStringLiteral("‼?");
-    for (const ReceiptItem& item : receipt.items) {
-        if (protocol == Protocol::Xml && item.text.startsWith(command))
-            findings.append({Finding::Error, item.path + QStringLiteral(".text"), item.text,
-                QStringLiteral("must not begin with %1, which is a command to the printer over XML")
-                    .arg(command)});
-    }
+    if (item.text.startsWith(command))
+        findings.append({Finding::Error, item.path + QStringLiteral(".text"), item.text,
+            QStringLiteral("must not begin with %1, which is a command to the printer over XML")
+                .arg(command)});
+    // No XML document can hold the group separators that a barcode may have over HEX.
+    if (const auto fault = textFault(item.barcode.text))
+        findings.append({Finding::Error, item.path + QStringLiteral(".barcode"), {},
+            *fault + QStringLiteral(", which XML cannot carry")});
 }
 
 } // namespace
@@ -70,7 +73,10 @@ CheckedReceipt checkedReceipt(const QByteArray& text, const CheckOptions& option
     CheckedReceipt checked;
     checked.receipt = receiptFromJson(carriedReceipt(json, options, checked.findings));
     judgeBarcodes(checked.receipt, options.protocol, checked.findings);
-    judgeLines(checked.receipt, options.protocol, checked.findings);
+    for (const ReceiptItem& item : checked.receipt.items) {
+        if (options.protocol == Protocol::Xml)
+            judgeForXml(item, checked.findings);
+    }
     return checked;
 }
 

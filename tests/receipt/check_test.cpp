@@ -92,8 +92,12 @@ TEST(CheckedReceipt, SaysWhatAProtocolDoesNotCarry)
         {xml,
             receiptText(
                 "", tea, R"(,{"type": "text", "text": "a", "doubleWidth": true, "doubleHeight": true})"),
-            {"items[1].doubleHeight"},
-            "W items[1].doubleHeight: \"true\" is dropped, since it is not carried over XML"},
+            {},
+            "W items[1].doubleHeight: is not printed over XML together with doubleWidth: the line is wide alone"},
+        {xml, receiptText("", tea, R"(,{"type": "barcode", "barcode": "1\u001d", "barcodeType": "QR"})"), {},
+            "E items[1].barcode: has the control character U+001D at character 2, which XML cannot carry"},
+        {hex, receiptText("", tea, R"(,{"type": "barcode", "barcode": "1\u001d", "barcodeType": "QR"})"), {},
+            ""},
         {hex,
             receiptText(
                 "", tea, R"(,{"type": "text", "text": "a", "doubleWidth": true, "doubleHeight": true})"),
