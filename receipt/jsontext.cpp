@@ -5,6 +5,7 @@
 
 #include <QJsonDocument>
 #include <QList>
+#include <QRegularExpression>
 #include <QSet>
 #include <QString>
 
@@ -17,6 +18,21 @@ namespace {
 using Json = nlohmann::json;
 
 constexpr qsizetype deepest = 32;
+
+/// The parser's words, but for texts: it would have control characters escaped, which the register cannot
+/// take either.
+QString reasonOf(const nlohmann::detail::exception& error)
+{
+    static const QRegularExpression control(QStringLiteral("control character U\\+[0-9A-F]{4}"));
+    // "[json.exception...] parse error at line 1, column 5: syntax error ...; last read: ..."
+    const QString reason = QString::fromUtf8(error.what()).section(QStringLiteral("] "), 1);
+    if (const QString found = control.match(reason).captured(); !found.isEmpty())
+        return QStringLiteral("has the ") + found;
+    if (reason.contains(QStringLiteral(" surrogate ")))
+        return QStringLiteral("has half of a character");
+    return reason.startsWith(QLatin1String("parse error at")) ? reason.section(QStringLiteral(": "), 1)
+                                                              : reason;
+}
 
 /// Walks through a text and complains of what Qt's parser takes silently: of a key that stands in one object
 /// twice it would keep the last value.
@@ -53,12 +69,8 @@ public:
     bool parse_error(
         std::size_t position, const std::string&, const nlohmann::detail::exception& error) override
     {
-        // "[json.exception...] parse error at line 1, column 5: syntax error ...; last read: ..."
-        QString reason = QString::fromUtf8(error.what()).section(QStringLiteral("] "), 1);
-        if (reason.startsWith(QLatin1String("parse error at")))
-            reason = reason.section(QStringLiteral(": "), 1);
         const qsizetype line = m_text.left(static_cast<qsizetype>(position)).count('\n') + 1;
-        throw ReceiptError(path(), QStringLiteral("line %1: %2").arg(line).arg(reason));
+        throw ReceiptError(path(), QStringLiteral("line %1: %2").arg(line).arg(reasonOf(error)));
     }
 
 private:
