@@ -66,7 +66,7 @@ bool work(AbstractFrDriver& driver)
     driver.portOpen();
     driver.connect();
     driver.init();
-    driver.cashierLogin({QStringLiteral("Иванова А. П."), QString(), QStringLiteral("772100000008")});
+    driver.cashierLogin({QStringLiteral("Иванова А. П."), QString(), QStringLiteral("772100000040")});
     return sell(driver);
 }
 

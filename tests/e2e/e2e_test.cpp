@@ -129,15 +129,15 @@ TEST_P(Day, ReceiptsArriveAsWritten)
     expect({"sell", example("marked-sale.json")}, "receipt issued");
     const QJsonObject marked = emulator.journal().constLast();
     EXPECT_EQ(marked.value("customer"), "+79990001122");
-    EXPECT_EQ(marked.value("cashierInn"), "772100000008");
+    EXPECT_EQ(marked.value("cashierInn"), "772100000040");
     // The HEX driver has no such requisites.
     if (protocol == "XML") {
-        const QJsonObject buyer{{"1227", "ООО Покупатель"}, {"1228", "7721000023"}};
+        const QJsonObject buyer{{"1227", "ООО Покупатель"}, {"1228", "7721000024"}};
         EXPECT_EQ(marked.value("requisites"), (QJsonObject{{"1192", "ЗАКАЗ-17"}, {"1256", buyer}}));
     }
     const QJsonArray items = marked.value("items").toArray();
     EXPECT_EQ(items.at(0).toObject().value("markingCode"), "0104600000000015215!Ab1cD\u001d93dGVz");
-    EXPECT_EQ(items.at(1).toObject().value("agent").toObject().value("1226"), "7721000016");
+    EXPECT_EQ(items.at(1).toObject().value("agent").toObject().value("1226"), "7721000017");
     EXPECT_EQ(marked.value("payments"), (QJsonObject{{"cash", "85.00"}, {"electronically", "300.00"}}));
     EXPECT_TRUE(emulator.tape().contains("Молоко 3,2 %"));
     const Result refusal = run(emulator, protocol, words("cash-out 5000"));

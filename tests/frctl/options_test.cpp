@@ -30,7 +30,7 @@ TEST(Options, AreRead)
     const Options options
         = parse("--port tcp:register:7 --protocol HEX --protocol-version 12.0 --plugin a "
                 "--plugin b --device-id 19 --option 0x10=off --option 4=on --cashier Иванова "
-                "--cashier-inn 772100000008 --log-level trace --json "
+                "--cashier-inn 772100000040 --log-level trace --json "
                 "--no-speed-enumeration time set 2024-12-31T23:59:59");
     EXPECT_EQ(options.port, QStringLiteral("tcp:register:7"));
     EXPECT_EQ(options.protocol, QStringLiteral("HEX"));
@@ -41,7 +41,7 @@ TEST(Options, AreRead)
     EXPECT_EQ(options.driverOptions,
         (hw::fr::DriverOptions{{hw::fr::OptionUseFn, false}, {hw::fr::OptionBit2, true}}));
     EXPECT_EQ(options.cashier.name, QStringLiteral("Иванова"));
-    EXPECT_EQ(options.cashier.inn, QStringLiteral("772100000008"));
+    EXPECT_EQ(options.cashier.inn, QStringLiteral("772100000040"));
     EXPECT_EQ(options.logLevel, Options::Trace);
     EXPECT_TRUE(options.json);
     EXPECT_EQ(options.command, QStringLiteral("time"));

@@ -18,14 +18,14 @@ using namespace receipt;
 namespace {
 
 constexpr char allFields[] = R"({"type": "sell", "taxationType": "osn", "operator": {"name": "А"},
-    "clientInfo": {"emailOrPhone": "a@b.ru", "name": "ООО", "vatin": "7721000023"}, "paymentsPlace": "Касса",
+    "clientInfo": {"emailOrPhone": "a@b.ru", "name": "ООО", "vatin": "7721000024"}, "paymentsPlace": "Касса",
     "additionalAttribute": "К-7", "items": [
         {"name": "Чай", "price": 50, "quantity": 2, "amount": 100, "tax": {"type": "vat10"},
             "countryCode": "643", "customsDeclaration": "1", "markingCode": {"mark": "1"},
             "agentInfo": {"agents": [4], "payingAgent": {"operation": "a", "phones": ["+71"]},
                 "receivePaymentsOperator": {"phones": ["+72"]},
                 "moneyTransferOperator": {"name": "a", "address": "a", "phones": ["+73"]}},
-            "supplierInfo": {"name": "a", "phones": ["+74"], "vatin": "7721000016"},
+            "supplierInfo": {"name": "a", "phones": ["+74"], "vatin": "7721000017"},
             "industryInfo": {"fois": "030", "date": "21.11.2023", "number": "1", "industryAttribute": "a"}},
         {"type": "text", "text": "a"}, {"type": "barcode", "barcodeType": "QR", "barcode": "a", "scale": 4}],
     "payments": [{"type": "cash", "sum": 100}]})";

@@ -83,8 +83,8 @@ TEST(ReceiptFromJson, DefaultsAreAPlainSale)
 TEST(ReceiptFromJson, HeadGoesIntoDocumentAndRequisites)
 {
     const Receipt receipt = receiptFromJson(receiptWith(R"({"type": 1, "taxationType": 32,
-        "electronically": true, "operator": {"name": "Иванова", "vatin": "772100000008"},
-        "clientInfo": {"emailOrPhone": "a@example.org", "name": "ООО Ромашка", "vatin": "7721000009"},
+        "electronically": true, "operator": {"name": "Иванова", "vatin": "772100000040"},
+        "clientInfo": {"emailOrPhone": "a@example.org", "name": "ООО Ромашка", "vatin": "7721000031"},
         "additionalAttribute": "К-7", "paymentsPlace": "Касса 2",
         "payments": [{"type": "electronically", "sum": 60.5}, {"type": "prepaid", "sum": 1},
             {"type": 3, "sum": 2}, {"type": "other", "sum": 3}, {"type": "cash", "sum": 33.5}]})",
@@ -93,12 +93,12 @@ TEST(ReceiptFromJson, HeadGoesIntoDocumentAndRequisites)
     EXPECT_EQ(receipt.document.getTaxSystem(), 32);
     EXPECT_EQ(receipt.document.getPrintMode(), 1);
     EXPECT_EQ(receipt.document.getCustomerAddress(), QStringLiteral("a@example.org"));
-    EXPECT_EQ(receipt.cashier->inn, QStringLiteral("772100000008"));
+    EXPECT_EQ(receipt.cashier->inn, QStringLiteral("772100000040"));
     QList<int> tags;
     for (const FdRequisite& entry : receipt.requisites)
         tags.append(entry.getTag());
     EXPECT_EQ(tags, (QList<int>{1055, 1008, 1256, 1187, 1192}));
-    EXPECT_EQ(requisite(receipt.requisites.at(2).toMap(), 1228), QStringLiteral("7721000009"));
+    EXPECT_EQ(requisite(receipt.requisites.at(2).toMap(), 1228), QStringLiteral("7721000031"));
     QList<int> kinds;
     for (const FrPayment& payment : receipt.payments)
         kinds.append(payment.kind);
@@ -131,8 +131,8 @@ TEST(ReceiptFromJson, RequisitesOfAPosition)
             "payingAgent": {"operation": "Платёж", "phones": ["+71"]},
             "receivePaymentsOperator": {"phones": ["+72"]},
             "moneyTransferOperator": {"name": "АО", "address": "Москва", "phones": ["+73"],
-                "vatin": "7721000009"}},
-        "supplierInfo": {"name": "ПАО", "phones": ["+74"], "vatin": "7721000016"},
+                "vatin": "7721000031"}},
+        "supplierInfo": {"name": "ПАО", "phones": ["+74"], "vatin": "7721000017"},
         "industryInfo": {"fois": "030", "date": "21.11.2023", "number": "19", "industryAttribute": "a=b"}})");
     const FdRequisiteMap own = position.getRequisites();
     EXPECT_EQ(own.keys(),
@@ -140,7 +140,7 @@ TEST(ReceiptFromJson, RequisitesOfAPosition)
             EFrDriver::SupplierData, EFrDriver::SupplierInn, EFrDriver::CountryOfOrigin,
             EFrDriver::CustomsDeclaration, EFrDriver::IndustryRequisite}));
     EXPECT_EQ(requisite(own, 1222), QStringLiteral("68"));
-    EXPECT_EQ(requisite(own, 1226), QStringLiteral("7721000016"));
+    EXPECT_EQ(requisite(own, 1226), QStringLiteral("7721000017"));
     const auto textOf = [&position](EFrDriver::RequisiteTypes block) {
         QStringList fields;
         const FdRequisiteMap map = position.getRequisite(block).toMap();
@@ -149,7 +149,7 @@ TEST(ReceiptFromJson, RequisitesOfAPosition)
         return fields.join(' ').toStdString();
     };
     EXPECT_EQ(textOf(EFrDriver::AgentData),
-        "1005=Москва 1016=7721000009 1026=АО 1044=Платёж 1073=+71 1074=+72 1075=+73");
+        "1005=Москва 1016=7721000031 1026=АО 1044=Платёж 1073=+71 1074=+72 1075=+73");
     EXPECT_EQ(textOf(EFrDriver::SupplierData), "1171=+74 1225=ПАО");
     EXPECT_EQ(textOf(EFrDriver::IndustryRequisite), "1262=030 1263=21.11.2023 1264=19 1265=a=b");
 }
