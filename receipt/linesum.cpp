@@ -1,5 +1,7 @@
 #include "linesum.h"
 
+#include "frposition.h"
+
 namespace receipt {
 
 namespace {
@@ -38,6 +40,25 @@ std::optional<qint64> LineSum::nearestDiscount(int step) const
             return other.discount;
     }
     return std::nullopt;
+}
+
+QList<LineSum> LineSum::split() const
+{
+    const qint64 units = quantity / 1000;
+    const qint64 unitPrice = amount() / units;
+    const qint64 dearer = amount() % units;
+    const auto line = [this](qint64 count, qint64 priceWithDiscount) {
+        return LineSum{price, count * 1000, count * (price - priceWithDiscount)};
+    };
+    if (dearer == 0)
+        return {*this};
+    return {line(dearer, unitPrice + 1), line(units - dearer, unitPrice)};
+}
+
+LineSum lineSumOf(const FrPosition& position)
+{
+    return {qRound64(position.getPrice() * 100.0), qRound64(position.getCount() * 1000.0),
+        qRound64(position.getDiscsum() * 100.0)};
 }
 
 } // namespace receipt

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QList>
 #include <QtGlobal>
 
 #include <optional>
+
+class FrPosition;
 
 namespace receipt {
 
@@ -22,6 +25,14 @@ struct LineSum
     bool isDiscountDivisible() const;
     /// The nearest discounts, down and up, that the register can express.
     std::optional<qint64> nearestDiscount(int step) const;
+    /// Units can be told apart only in a whole quantity.
+    bool isWhole() const { return quantity % 1000 == 0; }
+    /// A whole quantity in at most two lines that the register can express, the larger price after discount
+    /// first: the prices differ by one kopeck and the amounts add up to that of this line.
+    QList<LineSum> split() const;
 };
+
+/// The sums of a position that was read from a receipt.
+LineSum lineSumOf(const FrPosition& position);
 
 } // namespace receipt

@@ -30,9 +30,15 @@ QString nearestValues(const LineSum& sum)
     return values.join(QStringLiteral(" and "));
 }
 
+const QString& discountName()
+{
+    static const QString name = QStringLiteral("infoDiscountAmount");
+    return name;
+}
+
 LineSum readSum(JsonFields& fields)
 {
-    const QString discount = QStringLiteral("infoDiscountAmount");
+    const QString& discount = discountName();
     const QString amount = QStringLiteral("amount");
     LineSum sum;
     sum.price = fields.kopecks(QStringLiteral("price"));
@@ -44,11 +50,30 @@ LineSum readSum(JsonFields& fields)
         fields.fail(amount,
             QStringLiteral("must be price times quantity less the discount, %1")
                 .arg(moneyText(sum.amount())));
-    if (!sum.isDiscountDivisible())
-        fields.fail(discount,
-            QStringLiteral("does not divide into whole kopecks per unit; nearest possible: %1")
-                .arg(nearestValues(sum)));
     return sum;
+}
+
+/// What can be done about a discount that does not divide, besides another discount.
+QString splitAdvice(bool isMarked, bool isWhole)
+{
+    if (isMarked)
+        return QStringLiteral("marked goods are not split, since each piece is a position of its own");
+    return isWhole ? QStringLiteral("\"split\": true in the position makes two positions of it")
+                   : QStringLiteral("only a whole quantity can be split into two positions");
+}
+
+QList<LineSum> issuedSums(JsonFields& fields, bool isSplitAllowed)
+{
+    const LineSum sum = readSum(fields);
+    const bool isSplit = fields.flag(QStringLiteral("split"), false) || isSplitAllowed;
+    const bool isMarked = fields.has(QStringLiteral("markingCode"));
+    if (sum.isDiscountDivisible())
+        return {sum};
+    if (isSplit && !isMarked && sum.isWhole())
+        return sum.split();
+    fields.fail(discountName(),
+        QStringLiteral("does not divide into whole kopecks per unit; nearest possible: %1; %2")
+            .arg(nearestValues(sum), splitAdvice(isMarked, sum.isWhole())));
 }
 
 int measureUnit(JsonFields& fields)
@@ -87,15 +112,21 @@ int paymentObject(JsonFields& fields, const FrPosition& position)
     return type == MarkAlcohol || type == MarkTobacco ? exciseWithMarking : commodityWithMarking;
 }
 
+FrPosition withSum(FrPosition position, const LineSum& sum)
+{
+    position.setPrice(roubles(sum.price));
+    position.setCount(static_cast<double>(sum.quantity) / 1000.0);
+    position.setDiscsum(roubles(sum.discount));
+    return position;
+}
+
 } // namespace
 
-FrPosition positionFromJson(JsonFields& fields, LineSum& sum)
+QList<FrPosition> positionsFromJson(JsonFields& fields, bool isSplitAllowed)
 {
-    const QString name = fields.text(QStringLiteral("name"), nameLength);
-    sum = readSum(fields);
-    FrPosition position(name, roubles(sum.price), static_cast<double>(sum.quantity) / 1000.0);
-    position.setDiscsum(roubles(sum.discount));
-
+    FrPosition position;
+    position.setName(fields.text(QStringLiteral("name"), nameLength));
+    const QList<LineSum> sums = issuedSums(fields, isSplitAllowed);
     const QString method = QStringLiteral("paymentMethod");
     position.setPaymentMethod(
         fields.has(method) ? fields.choice(method, names::paymentMethods()) : fullPayment);
@@ -108,7 +139,11 @@ FrPosition positionFromJson(JsonFields& fields, LineSum& sum)
     readMark(fields, position);
     position.setPaymentObject(paymentObject(fields, position));
     readPositionRequisites(fields, position);
-    return position;
+
+    QList<FrPosition> positions;
+    for (const LineSum& sum : sums)
+        positions.append(withSum(position, sum));
+    return positions;
 }
 
 } // namespace receipt

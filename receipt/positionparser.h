@@ -2,13 +2,15 @@
 
 #include "frposition.h"
 
+#include <QList>
+
 namespace receipt {
 
 class JsonFields;
-struct LineSum;
 
-/// Reads a position; its sums in whole kopecks go into sum.
-FrPosition positionFromJson(JsonFields& fields, LineSum& sum);
+/// Reads a position as it is to be issued. One whose discount does not divide into whole kopecks per unit is
+/// refused, or becomes two when that is allowed here or in the position itself.
+QList<FrPosition> positionsFromJson(JsonFields& fields, bool isSplitAllowed);
 /// Reads agentInfo, supplierInfo, industryInfo, countryCode and customsDeclaration into the position.
 void readPositionRequisites(JsonFields& fields, FrPosition& position);
 

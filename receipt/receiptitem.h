@@ -14,7 +14,7 @@ struct ReceiptItem
     enum Kind { Position, Text, BarcodeItem };
 
     Kind kind = Position;
-    /// Where it stands in the file: "items[2]".
+    /// Where it stands in the file, "items[2]"; both halves of a split position stand there.
     QString path;
     FrPosition position;
     QString text;

@@ -12,10 +12,6 @@ namespace {
 constexpr NamedValue receiptTypesTable[] = {
     {"sell", hw::fr::CheckSale},
     {"sellReturn", hw::fr::CheckSaleReturn},
-    {"buy", hw::fr::CheckPurchase},
-    {"buyReturn", hw::fr::CheckPurchaseReturn},
-    {"sellCorrection", hw::fr::CheckSaleCorrection},
-    {"sellReturnCorrection", hw::fr::CheckReturnCorrection},
 };
 
 constexpr NamedValue taxSystemsTable[] = {
@@ -38,6 +34,8 @@ constexpr NamedValue taxRatesTable[] = {
     {"vat7", 8},
     {"vat105", 9},
     {"vat107", 10},
+    {"vat22", 11},
+    {"vat122", 12},
 };
 
 constexpr NamedValue paymentMethodsTable[] = {

@@ -9,7 +9,7 @@
 /// What the names in the JSON stand for, a table a field.
 namespace receipt::names {
 
-/// hw::fr::CheckType.
+/// hw::fr::CheckType; what the driver issues.
 std::span<const NamedValue> receiptTypes();
 /// Tag 1055.
 std::span<const NamedValue> taxSystems();

@@ -6,6 +6,7 @@
 #include "money.h"
 #include "positionparser.h"
 #include "receiptnames.h"
+#include "receipttype.h"
 
 namespace receipt {
 
@@ -52,22 +53,33 @@ ReceiptItem barcodeItem(JsonFields& fields)
     return item;
 }
 
-void readItem(JsonFields& fields, Receipt& receipt)
+QList<ReceiptItem> positionItems(JsonFields& fields, bool isSplitAllowed)
+{
+    QList<ReceiptItem> items;
+    for (const FrPosition& position : positionsFromJson(fields, isSplitAllowed)) {
+        items.append(ReceiptItem());
+        items.last().position = position;
+    }
+    return items;
+}
+
+QList<ReceiptItem> issuedItems(JsonFields& fields, bool isSplitAllowed)
 {
     const QString type = QStringLiteral("type");
     const int kind = fields.has(type) ? fields.word(type, itemKinds) : PositionKind;
-    if (kind == TextItemKind) {
-        receipt.items.append(textItem(fields));
-    } else if (kind == BarcodeKind) {
-        receipt.items.append(barcodeItem(fields));
-    } else {
-        LineSum sum;
-        ReceiptItem item;
-        item.position = positionFromJson(fields, sum);
+    if (kind == TextItemKind)
+        return {textItem(fields)};
+    return kind == BarcodeKind ? QList{barcodeItem(fields)} : positionItems(fields, isSplitAllowed);
+}
+
+void readItem(JsonFields& fields, bool isSplitAllowed, Receipt& receipt)
+{
+    for (ReceiptItem item : issuedItems(fields, isSplitAllowed)) {
+        item.path = fields.path({});
+        if (item.kind == ReceiptItem::Position)
+            receipt.total += lineSumOf(item.position).amount();
         receipt.items.append(item);
-        receipt.total += sum.amount();
     }
-    receipt.items.last().path = fields.path(QString());
 }
 
 void readCashier(JsonFields& fields, Receipt& receipt)
@@ -107,8 +119,7 @@ void readHead(JsonFields& fields, Receipt& receipt)
 {
     const QString cashier = QStringLiteral("operator");
     const QString customer = QStringLiteral("clientInfo");
-    receipt.document.setDocumentType(
-        static_cast<hw::fr::CheckType>(fields.choice(QStringLiteral("type"), names::receiptTypes())));
+    receipt.document.setDocumentType(receiptType(fields));
     readTaxSystem(fields, receipt);
     if (fields.flag(QStringLiteral("electronically"), false))
         receipt.document.setPrintMode(CheckPrintNone);
@@ -145,14 +156,14 @@ void readPayments(JsonFields& fields, Receipt& receipt)
 
 } // namespace
 
-Receipt receiptFromJson(const QJsonObject& json)
+Receipt receiptFromJson(const QJsonObject& json, bool isSplitAllowed)
 {
     JsonFields fields(json, {});
     Receipt receipt;
     bool hasPosition = false;
     readHead(fields, receipt);
     fields.objects(QStringLiteral("items"), [&](JsonFields& item) {
-        readItem(item, receipt);
+        readItem(item, isSplitAllowed, receipt);
         hasPosition = hasPosition || receipt.items.constLast().kind == ReceiptItem::Position;
     });
     if (!hasPosition)

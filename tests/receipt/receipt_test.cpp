@@ -1,5 +1,6 @@
 #include "linesum.h"
 #include "markingcode.h"
+#include "money.h"
 #include "receipterror.h"
 #include "receiptparser.h"
 
@@ -7,6 +8,8 @@
 #include <QJsonDocument>
 
 #include <gtest/gtest.h>
+
+#include <random>
 
 using namespace receipt;
 
@@ -113,6 +116,8 @@ TEST(ReceiptFromJson, PositionTakesCodesOfTheFormat)
         {R"({"tax": {"type": "none"}})", &FrPosition::getTaxCode, 6},
         {R"({"tax": {"type": "vat107"}})", &FrPosition::getTaxCode, 10},
         {R"({"tax": {"type": 13}})", &FrPosition::getTaxCode, 13},
+        {R"({"tax": {"type": "vat22"}})", &FrPosition::getTaxCode, 11},
+        {R"({"tax": {"type": "vat122"}})", &FrPosition::getTaxCode, 12},
         {R"({"paymentMethod": "advance"})", &FrPosition::getPaymentMethod, 3},
         {R"({"paymentMethod": 7})", &FrPosition::getPaymentMethod, 7},
         {R"({"paymentObject": "service"})", &FrPosition::getPaymentObject, 4},
@@ -182,9 +187,11 @@ TEST(ReceiptFromJson, MistakesAreNamedWithTheirPath)
     const std::tuple<const char*, const char*, const char*> rows[] = {
         {R"({"type": null})", "{}", "type: is missing"},
         {R"({"type": "sale"})", "{}", "type: is none of sell, sellReturn"},
-        {R"({"type": 2})", "{}", "type: is none of sell (0), sellReturn (1), buy (4)"},
+        {R"({"type": 2})", "{}", "type: is none of sell (0), sellReturn (1)"},
         {R"({"operator": {"name": "Я\u007f"}})", "{}",
             "operator.name: has the control character U+007F at character 2 (given: "},
+        {R"({"type": "buy"})", "{}", "type: is not possible, only sell and sellReturn are"},
+        {R"({"type": "sellReturnCorrection"})", "{}", "type: is not possible"},
         {R"({"totall": 1})", "{}", "totall: is not a known field here"},
         {R"({"operator": {"name": "А", "vatin": "12"}})", "{}", "operator.vatin: must have 10 or 12 digits"},
         {R"({"items": []})", "{}", "items: must not be empty"},
@@ -208,7 +215,14 @@ TEST(ReceiptFromJson, MistakesAreNamedWithTheirPath)
         {"{}", R"({"infoDiscountAmount": 100.01, "amount": 0})", "items[0].infoDiscountAmount: is more than"},
         {"{}", R"({"quantity": 3, "infoDiscountAmount": 10, "amount": 140})",
             "items[0].infoDiscountAmount: does not divide into whole kopecks per unit; "
-            "nearest possible: 9.99 and 10.02"},
+            "nearest possible: 9.99 and 10.02; \"split\": true"},
+        {"{}", R"({"quantity": 2.5, "infoDiscountAmount": 0.01, "amount": 124.99, "split": true})",
+            "items[0].infoDiscountAmount: does not divide into whole kopecks per unit; "
+            "nearest possible: 0.00 and 0.02; only a whole quantity can be split"},
+        {"{}", R"({"quantity": 3, "infoDiscountAmount": 10, "amount": 140, "split": true,
+            "markingCode": "46000002"})",
+            "items[0].infoDiscountAmount: does not divide into whole kopecks per unit; "
+            "nearest possible: 9.99 and 10.02; marked goods are not split"},
         {"{}", R"({"measurementUnit": 256})",
             "items[0].measurementUnit: must be a whole number from 0 to 255"},
         {"{}", R"({"markingCode": {"type": "shoes"}})", "items[0].markingCode.mark: is missing"},
@@ -229,6 +243,65 @@ TEST(LineSum, DiscountsThatTheRegisterCanExpress)
     for (const auto& [sum, divisible] : rows)
         EXPECT_EQ(sum.isDiscountDivisible(), divisible)
             << sum.price << " * " << sum.quantity << " - " << sum.discount;
+}
+
+/// Quantity and price with discount of each position, as the register gets them.
+QStringList soldLines(const Receipt& receipt)
+{
+    QStringList lines;
+    for (const ReceiptItem& item : receipt.items)
+        lines.append(QString::number(item.position.getCount(), 'f', 3) + QStringLiteral(" x ")
+            + QString::number(item.position.getPriceWithDisc(), 'f', 2));
+    return lines;
+}
+
+TEST(ReceiptFromJson, DiscountThatDoesNotDivideMakesTwoPositions)
+{
+    const QByteArray discounted
+        = R"({"price": 10, "quantity": 3, "infoDiscountAmount": 1, "amount": 29, "countryCode": "643"})";
+    const Receipt receipt = receiptFromJson(receiptWith("{}", discounted), true);
+    EXPECT_EQ(soldLines(receipt), (QStringList{"2.000 x 9.67", "1.000 x 9.66"}));
+    EXPECT_EQ(receipt.total, 2900);
+    for (const ReceiptItem& item : receipt.items) {
+        EXPECT_EQ(item.path, QStringLiteral("items[0]"));
+        EXPECT_EQ(item.position.getName(), QStringLiteral("Чай"));
+        EXPECT_EQ(item.position.getTaxCode(), 1);
+        EXPECT_TRUE(item.position.hasFdRequisite(EFrDriver::CountryOfOrigin));
+    }
+    const QByteArray even
+        = R"({"price": 10, "quantity": 3, "infoDiscountAmount": 3, "amount": 27, "split": true})";
+    EXPECT_EQ(soldLines(receiptFromJson(receiptWith("{}", even))), QStringList{"3.000 x 9.00"});
+}
+
+TEST(LineSum, SplitKeepsTheSumToTheKopeck)
+{
+    std::mt19937 random(15);
+    const auto from = [&random](qint64 least, qint64 most) {
+        return std::uniform_int_distribution<qint64>(least, most)(random);
+    };
+    for (int round = 0; round < 20000; ++round) {
+        LineSum sum{from(0, round % 2 == 0 ? 99 : 10000000), from(1, 999) * 1000, 0};
+        sum.discount = from(0, sum.gross());
+        const QList<LineSum> lines = sum.split();
+        ASSERT_LE(lines.size(), 2);
+        qint64 amount = 0;
+        qint64 quantity = 0;
+        QList<qint64> prices;
+        for (const LineSum& line : lines) {
+            FrPosition position(QString(), roubles(line.price), static_cast<double>(line.quantity) / 1000.0);
+            position.setDiscsum(roubles(line.discount));
+            // The register gets the price as text and multiplies by itself.
+            prices.append(QString::number(position.getPriceWithDisc(), 'f', 2).remove('.').toLongLong());
+            amount += prices.constLast() * line.quantity / 1000;
+            quantity += line.quantity;
+            ASSERT_TRUE(line.isDiscountDivisible() && line.discount >= 0);
+            ASSERT_EQ(lineSumOf(position).amount(), line.amount());
+        }
+        ASSERT_EQ(amount, sum.amount()) << sum.price << " * " << sum.quantity << " - " << sum.discount;
+        ASSERT_EQ(quantity, sum.quantity);
+        ASSERT_EQ(lines.size() == 1, sum.isDiscountDivisible());
+        ASSERT_EQ(prices.constFirst() - prices.constLast(), lines.size() == 1 ? 0 : 1);
+    }
 }
 
 TEST(MarkFromText, TellsBase64FromAScannedCode)

@@ -1,0 +1,37 @@
+#include "receipttype.h"
+
+#include "jsonfields.h"
+#include "receiptnames.h"
+
+#include <algorithm>
+
+namespace receipt {
+
+namespace {
+
+constexpr const char* typesOfOtherMeans[] = {
+    "buy",
+    "buyReturn",
+    "sellCorrection",
+    "sellReturnCorrection",
+    "buyCorrection",
+    "buyReturnCorrection",
+};
+
+} // namespace
+
+hw::fr::CheckType receiptType(JsonFields& fields)
+{
+    const QString name = QStringLiteral("type");
+    const QString wanted = fields.isNumber(name) ? QString() : fields.text(name);
+    const bool isKnown = std::any_of(std::begin(typesOfOtherMeans), std::end(typesOfOtherMeans),
+        [&wanted](const char* type) { return wanted == QLatin1String(type); });
+    if (isKnown)
+        fields.fail(name,
+            QStringLiteral(
+                "is not possible, only sell and sellReturn are: this driver issues no purchases and no "
+                "corrections (see docs/limits.md)"));
+    return static_cast<hw::fr::CheckType>(fields.choice(name, names::receiptTypes()));
+}
+
+} // namespace receipt
