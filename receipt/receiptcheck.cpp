@@ -6,6 +6,7 @@
 #include "plaintext.h"
 #include "receiptnames.h"
 #include "receiptparser.h"
+#include "rules.h"
 
 #include <algorithm>
 
@@ -69,14 +70,15 @@ CheckedReceipt checkedReceipt(const QByteArray& text, const CheckOptions& option
 {
     const QJsonObject json = jsonFromText(text);
     // What is malformed is to be told as the file has it, and only a well-formed receipt can be sifted.
-    receiptFromJson(json);
+    receiptFromJson(json, options.split);
     CheckedReceipt checked;
-    checked.receipt = receiptFromJson(carriedReceipt(json, options, checked.findings));
+    checked.receipt = receiptFromJson(carriedReceipt(json, options, checked.findings), options.split);
     judgeBarcodes(checked.receipt, options.protocol, checked.findings);
     for (const ReceiptItem& item : checked.receipt.items) {
         if (options.protocol == Protocol::Xml)
             judgeForXml(item, checked.findings);
     }
+    judge(checked.receipt, options, checked.findings);
     return checked;
 }
 

@@ -71,10 +71,17 @@ TEST(CheckedReceipt, SaysWhatAProtocolDoesNotCarry)
             "W items[0].name: \"яяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяя\" is cut to 48 characters; "
             "is printed as \"яяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяя\""},
         {hex,
-            receiptText(
-                "", tea + R"(,"supplierInfo": {"name": "«Поставщик всего ₽»"})", ""),
+            receiptText("",
+                tea + R"(,"supplierInfo": {"name": "«Поставщик всего ₽»", "vatin": "7721000017"},
+                    "agentInfo": {"agents": [4]})",
+                ""),
             {}, ""},
-        {hex, receiptText("", tea + R"(,"supplierInfo": {"name": "Поставщик всего 12345"})", ""), {},
+        {hex,
+            receiptText("",
+                tea + R"(,"supplierInfo": {"name": "Поставщик всего 12345", "vatin": "7721000017"},
+                    "agentInfo": {"agents": [4]})",
+                ""),
+            {},
             "W items[0].supplierInfo.name: \"Поставщик всего 12345\" is cut to 19 characters; "
             "is printed as \"Поставщик всего 123\""},
         {xml, receiptText("", tea, barcode), {"items[].height"},

@@ -1,0 +1,51 @@
+#include "rules.h"
+
+#include "judgement.h"
+#include "rulelist.h"
+
+#include <algorithm>
+
+namespace receipt {
+
+namespace {
+
+constexpr void (*allRules[])(Judgement&) = {
+    rules::rates,
+    rules::payments,
+    rules::delivery,
+    rules::agents,
+    rules::taxNumbers,
+    rules::markSyntax,
+    rules::markedPieces,
+};
+
+} // namespace
+
+void Judgement::error(const QString& path, const QString& given, const QString& reason)
+{
+    add({Finding::Error, path, given, reason});
+}
+
+void Judgement::warning(const QString& path, const QString& given, const QString& reason)
+{
+    add({Finding::Warning, path, given, reason});
+}
+
+void Judgement::add(const Finding& finding)
+{
+    // Both halves of a split position stand at one path.
+    const bool isKnown = std::any_of(findings.cbegin(), findings.cend(), [&finding](const Finding& other) {
+        return other.path == finding.path && other.reason == finding.reason;
+    });
+    if (!isKnown)
+        findings.append(finding);
+}
+
+void judge(const Receipt& receipt, const CheckOptions& options, QList<Finding>& findings)
+{
+    Judgement judgement{receipt, options, findings};
+    for (const auto rule : allRules)
+        rule(judgement);
+}
+
+} // namespace receipt

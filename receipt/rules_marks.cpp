@@ -1,0 +1,80 @@
+// Rules about marked goods.
+
+#include "judgement.h"
+#include "linesum.h"
+#include "marksyntax.h"
+#include "rulelist.h"
+
+#include <QMap>
+
+namespace receipt::rules {
+
+namespace {
+
+constexpr int piece = 0;
+constexpr qint64 one = 1000;
+
+QList<ReceiptItem> markedItems(const Receipt& receipt)
+{
+    QList<ReceiptItem> items;
+    for (const ReceiptItem& item : receipt.items) {
+        if (!item.position.getMarkingCode().isEmpty())
+            items.append(item);
+    }
+    return items;
+}
+
+QString codePath(const ReceiptItem& item)
+{
+    return item.path + QStringLiteral(".markingCode");
+}
+
+void judgeQuantity(Judgement& judgement, const ReceiptItem& item)
+{
+    const int unit = item.position.getFrUnit();
+    const QString quantity = QString::number(item.position.getCount());
+    if (unit == piece && lineSumOf(item.position).quantity != one)
+        judgement.error(item.path + QStringLiteral(".quantity"), quantity,
+            QStringLiteral(
+                "must be 1 for a marked piece: each has a code and a position of its own, and parts "
+                "of a package cannot be sent through this driver"));
+    // The receipt says there that a piece was sold or came back, whatever the unit is.
+    if (unit != piece && judgement.options.protocol == Protocol::Xml)
+        judgement.error(item.path + QStringLiteral(".measurementUnit"), item.position.getMeasureName(),
+            QStringLiteral(
+                "must be piece for marked goods: over XML the register is told of a piece, never of "
+                "a measured quantity"));
+}
+
+} // namespace
+
+void markSyntax(Judgement& judgement)
+{
+    for (const ReceiptItem& item : markedItems(judgement.receipt)) {
+        const QString code = item.position.getMarkingCode();
+        const std::optional<MarkFault> fault = markFault(code);
+        if (!fault)
+            continue;
+        if (fault->severity == Finding::Error)
+            judgement.error(codePath(item), shownMark(code), fault->reason);
+        else
+            judgement.warning(codePath(item), shownMark(code), fault->reason);
+    }
+}
+
+void markedPieces(Judgement& judgement)
+{
+    QMap<QString, QString> seen;
+    for (const ReceiptItem& item : markedItems(judgement.receipt)) {
+        judgeQuantity(judgement, item);
+        const QString code = item.position.getMarkingCode();
+        const QString identity = markIdentity(code);
+        if (seen.contains(identity))
+            judgement.error(codePath(item), shownMark(code),
+                QStringLiteral("stands at %1 too: one code is one piece").arg(seen.value(identity)));
+        else
+            seen.insert(identity, codePath(item));
+    }
+}
+
+} // namespace receipt::rules

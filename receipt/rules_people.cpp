@@ -1,0 +1,81 @@
+// Rules about the people of a receipt: cashier, buyer, agents and suppliers.
+
+#include "judgement.h"
+#include "rulelist.h"
+#include "taxnumber.h"
+
+namespace receipt::rules {
+
+namespace {
+
+QString valueOf(const FdRequisiteMap& fields, EFrDriver::RequisiteTypes tag)
+{
+    return fields.value(tag).getSourceData().toString();
+}
+
+QString buyerInn(const Receipt& receipt)
+{
+    for (const FdRequisite& requisite : receipt.requisites) {
+        if (requisite.getTag() == EFrDriver::CustomerBlock)
+            return valueOf(requisite.toMap(), EFrDriver::CustomerInn);
+    }
+    return {};
+}
+
+void judgeInn(Judgement& judgement, const QString& path, const QString& inn)
+{
+    if (!inn.isEmpty() && !isInn(inn))
+        judgement.warning(path, inn, QStringLiteral("has wrong check digits; it is sent as it stands"));
+}
+
+void judgeAgent(Judgement& judgement, const ReceiptItem& item)
+{
+    const FrPosition& position = item.position;
+    const QString supplier = item.path + QStringLiteral(".supplierInfo");
+    if (!position.hasFdRequisite(EFrDriver::SupplierInn))
+        judgement.error(supplier + QStringLiteral(".vatin"), {},
+            QStringLiteral("is missing: an agent's goods need the tax number of their supplier, tag 1226; "
+                           "000000000000 for one who has none"));
+    const FdRequisiteMap data = position.getRequisite(EFrDriver::SupplierData).toMap();
+    if (!data.contains(EFrDriver::SupplierName))
+        judgement.warning(supplier + QStringLiteral(".name"), {},
+            QStringLiteral("is missing: the supplier of an agent's goods, tag 1225, goes out empty"));
+}
+
+} // namespace
+
+void delivery(Judgement& judgement)
+{
+    const FiscalDocument& document = judgement.receipt.document;
+    if (document.getPrintMode() == CheckPrintNone && document.getCustomerAddress().isEmpty())
+        judgement.error(QStringLiteral("clientInfo.emailOrPhone"), {},
+            QStringLiteral("is missing: an electronic receipt goes to an address or a telephone, tag 1008"));
+}
+
+void agents(Judgement& judgement)
+{
+    for (const ReceiptItem& item : judgement.receipt.items) {
+        if (item.position.hasFdRequisite(EFrDriver::ItemAgentType))
+            judgeAgent(judgement, item);
+        else if (item.position.hasSupplierRequisites())
+            judgement.warning(item.path + QStringLiteral(".agentInfo"), {},
+                QStringLiteral(
+                    "is missing: a supplier belongs to an agent's goods, whose tag 1222 goes out empty"));
+    }
+}
+
+void taxNumbers(Judgement& judgement)
+{
+    const Receipt& receipt = judgement.receipt;
+    judgeInn(judgement, QStringLiteral("operator.vatin"), receipt.cashier.value_or(FrUser()).inn);
+    judgeInn(judgement, QStringLiteral("clientInfo.vatin"), buyerInn(receipt));
+    for (const ReceiptItem& item : receipt.items) {
+        const FdRequisiteMap agent = item.position.getRequisite(EFrDriver::AgentData).toMap();
+        judgeInn(judgement, item.path + QStringLiteral(".agentInfo.moneyTransferOperator.vatin"),
+            valueOf(agent, EFrDriver::TransferOperatorInn));
+        judgeInn(judgement, item.path + QStringLiteral(".supplierInfo.vatin"),
+            valueOf(item.position.getRequisites(), EFrDriver::SupplierInn));
+    }
+}
+
+} // namespace receipt::rules
