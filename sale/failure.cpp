@@ -2,6 +2,7 @@
 
 #include "exceptions.h"
 #include "journalerror.h"
+#include "markrefusal.h"
 
 namespace sale {
 
@@ -44,6 +45,9 @@ Failure currentFailure()
         return {failure.tr().ru(), exceptionClassName(failure), exception, true};
     } catch (const JournalError& failure) {
         return {QString::fromUtf8(failure.what()), QStringLiteral("JournalError"), exception};
+    } catch (const MarkRefusal& failure) {
+        return {QString::fromUtf8(failure.what()), QStringLiteral("MarkRefusal"), exception, false,
+            QStringLiteral("mark"), failure.errors().constFirst().path, failure.bits().constFirst()};
     } catch (const std::exception& failure) {
         return {QString::fromUtf8(failure.what()), QStringLiteral("std::exception"), exception};
     } catch (...) {

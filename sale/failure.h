@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <exception>
 
@@ -14,13 +15,19 @@ struct Failure
     /// The register's own Russian text for the cashier; of another exception what it says.
     QString text;
     /// Name of the exception's class as the contract has it ("FrPaperException"); "JournalError" when the
-    /// journal of sales failed, and "std::exception" for whatever else came out of the host's own device.
+    /// journal of sales failed, "MarkRefusal" for bad marking codes, and "std::exception" for whatever else
+    /// came out of the host's own device.
     QString exceptionName;
     /// The exception itself, to be thrown again.
     std::exception_ptr exception;
     /// False for an exception that is none of the contract's, thrown by the host's own device to interrupt
     /// the driver or by the journal.
     bool isOfDriver = false;
+    /// "mark" when the register did not find a marking code good, with the code's place in the receipt and
+    /// what the register said of it; text is English then. The exception, a MarkRefusal, has all such codes.
+    QString kind = {};
+    QString path = {};
+    QStringList bits = {};
 };
 
 /// To be called where an exception is being handled.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "markentry.h"
 #include "salerecord.h"
 
 namespace sale {
@@ -17,6 +18,7 @@ public:
     IdentifiedSale(SaleJournal& journal, const QString& id, const QByteArray& receipt);
 
     const QString& id() const { return m_id; }
+    const SaleJournal& journal() const { return m_journal; }
     /// What is known of the sale from earlier runs: Issued, Unknown, NotIssued (also for one that is new), or
     /// None for one that was begun and not settled. After settlePendingSales, None says that it was begun on
     /// another fiscal drive.
@@ -25,7 +27,7 @@ public:
     Verdict verdict() const;
 
     /// Before the document is opened.
-    void begin(const DriveMark& before);
+    void begin(const DriveMark& before, const MarkEntry& marks = {});
     /// When the outcome is known.
     void settle(const Verdict& verdict);
 

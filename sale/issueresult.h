@@ -2,6 +2,7 @@
 
 #include "drivemark.h"
 #include "failure.h"
+#include "finding.h"
 #include "markcheck.h"
 #include "verdict.h"
 
@@ -35,6 +36,9 @@ struct IssueResult
     qint64 change = 0;
     /// Of the marked goods, in the order of the receipt.
     QList<MarkCheck> marks;
+    /// Of marking codes that were not checked on line or were sold before, and of a journal that does not
+    /// keep them. Also when the work failed.
+    QList<receipt::Finding> warnings;
     /// What the driver gives of the closed document; empty on both protocols.
     QJsonObject fiscalData;
 };

@@ -5,7 +5,12 @@
 #include "exceptions.h"
 #include "identifiedsale.h"
 #include "journalerror.h"
+#include "markasking.h"
+#include "salejournal.h"
 #include "settlement.h"
+#include "soldmarks.h"
+
+#include <algorithm>
 
 namespace sale {
 
@@ -13,60 +18,6 @@ namespace {
 
 using receipt::Receipt;
 using receipt::ReceiptItem;
-
-/// Tag 2003: what is to become of the goods.
-int plannedStatus(const FrPosition& position, bool isReturn)
-{
-    const bool isPiece = position.getFrUnit() == 0;
-    if (isReturn)
-        return isPiece ? 3 : 4;
-    return isPiece ? 1 : 2;
-}
-
-MarkedPosition markedPosition(const FrPosition& position, bool isReturn)
-{
-    MarkedPosition marked;
-    marked.status = plannedStatus(position, isReturn);
-    marked.markingCode = position.getMarkingCode();
-    marked.quantity = position.getCount();
-    marked.measureUnit = position.getFrUnit();
-    return marked;
-}
-
-QList<MarkCheck> askAboutMarks(AbstractFrDriver& driver, const Receipt& receipt)
-{
-    QList<MarkCheck> checks;
-    for (const ReceiptItem& item : receipt.items) {
-        if (item.position.getMarkingCode().isEmpty())
-            continue;
-        const MarkedPosition marked = markedPosition(item.position, receipt.isReturn());
-        checks.append({marked.markingCode, driver.checkMarkingCode(marked, false)});
-    }
-    return checks;
-}
-
-/// After a failure: the fiscal drive must not keep codes of a receipt that never came about.
-void forgetMarks(AbstractFrDriver& driver, const Receipt& receipt)
-{
-    try {
-        if (receipt.hasMarkedItems())
-            driver.clearMarkingCodes();
-    } catch (...) {
-        // The failure that led here is the one to report.
-    }
-}
-
-QList<MarkCheck> checkMarks(AbstractFrDriver& driver, const Receipt& receipt)
-{
-    try {
-        return askAboutMarks(driver, receipt);
-    } catch (const FrNoConnectionException&) {
-        throw;
-    } catch (...) {
-        forgetMarks(driver, receipt);
-        throw;
-    }
-}
 
 /// Over XML no font is both wide and high. The width wins then: it decides how much a line holds.
 EFrDriver::FontTypes fontOf(AbstractFrDriver& driver, const ReceiptItem& item)
@@ -93,6 +44,14 @@ void addItem(AbstractFrDriver& driver, const ReceiptItem& item)
     }
 }
 
+/// Change comes out of the cash, so a register over HEX wants it last. Over XML the order is nothing.
+QList<FrPayment> cashLast(QList<FrPayment> payments)
+{
+    std::stable_partition(
+        payments.begin(), payments.end(), [](const FrPayment& payment) { return payment.kind != 0; });
+    return payments;
+}
+
 void fillReceipt(AbstractFrDriver& driver, const Receipt& receipt)
 {
     for (const FdRequisite& requisite : receipt.requisites)
@@ -100,7 +59,7 @@ void fillReceipt(AbstractFrDriver& driver, const Receipt& receipt)
     for (const ReceiptItem& item : receipt.items)
         addItem(driver, item);
     driver.checkTotal();
-    for (const FrPayment& payment : receipt.payments)
+    for (const FrPayment& payment : cashLast(receipt.payments))
         driver.checkPay(payment);
 }
 
@@ -112,6 +71,7 @@ public:
         : m_driver(driver)
         , m_receipt(receipt)
         , m_options(options)
+        , m_marks(markEntryOf(receipt))
     {
         m_result.total = receipt.total;
         m_result.paid = receipt.paid;
@@ -131,6 +91,9 @@ public:
         const DocumentResult document = runDocument(m_driver, steps());
         m_result.verdict = document.verdict;
         m_result.failure = document.failure;
+        if (!m_writtenMarks.isEmpty())
+            withJournal(
+                [this](SaleJournal& journal) { journal.settleMarks(m_writtenMarks, m_result.verdict); });
         try {
             if (document.failure)
                 meetFailure();
@@ -173,15 +136,52 @@ private:
             throw FrCommandException(QStringLiteral("Не удалось узнать номер последнего документа ФН"));
         // The drive numbers its documents without gaps.
         m_issued.number = m_result.before.lastDocument + 1;
-        m_result.marks = checkMarks(m_driver, m_receipt);
+        warnOfSoldMarks();
+        checkMarks();
         writeDown();
+    }
+
+    /// A sale without an id goes on without its journal.
+    template <typename Work>
+    void withJournal(const Work& work)
+    {
+        if (m_options.journal == nullptr || m_options.sale != nullptr || m_marks.marks.isEmpty())
+            return;
+        try {
+            work(*m_options.journal);
+        } catch (const JournalError& error) {
+            m_result.warnings.append(journalWarning(error));
+        }
+    }
+
+    void warnOfSoldMarks()
+    {
+        if (m_options.sale != nullptr && !m_marks.marks.isEmpty())
+            m_result.warnings += soldMarks(m_options.sale->journal(), m_receipt, m_options.sale->id());
+        withJournal([this](SaleJournal& journal) { m_result.warnings += soldMarks(journal, m_receipt); });
+    }
+
+    void checkMarks()
+    {
+        try {
+            m_result.marks = askAboutMarks(m_driver, m_receipt);
+            judgeMarks(m_result.marks, m_options.markPolicy, m_result.warnings);
+        } catch (const FrNoConnectionException&) {
+            throw;
+        } catch (...) {
+            forgetMarks(m_driver, m_receipt);
+            throw;
+        }
     }
 
     void writeDown()
     {
         try {
             if (m_options.sale != nullptr)
-                m_options.sale->begin(m_result.before);
+                m_options.sale->begin(m_result.before, m_marks);
+            withJournal([this](SaleJournal& journal) {
+                m_writtenMarks = journal.beginMarks(m_marks, m_result.before);
+            });
         } catch (const JournalError&) {
             forgetMarks(m_driver, m_receipt);
             throw;
@@ -234,6 +234,9 @@ private:
     AbstractFrDriver& m_driver;
     const Receipt& m_receipt;
     const IssueOptions m_options;
+    const MarkEntry m_marks;
+    /// Their name in the journal of a sale without an id.
+    QString m_writtenMarks;
     Verdict m_issued = Outcome::Issued;
     std::optional<Verdict> m_settled;
     IssueResult m_result;

@@ -50,16 +50,10 @@ SaleJournal::SaleJournal(const QString& fileName)
         QSqlDatabase::removeDatabase(m_connection);
         throw JournalError(QStringLiteral("journal %1: %2").arg(fileName, error));
     }
-    QSqlQuery query(database);
-    query.prepare(
-        QStringLiteral("CREATE TABLE IF NOT EXISTS sales (id TEXT PRIMARY KEY, receipt TEXT NOT NULL, "
-                       "outcome TEXT NOT NULL, document INTEGER NOT NULL, drive TEXT NOT NULL, "
-                       "document_before INTEGER NOT NULL, changed TEXT NOT NULL)"));
     try {
-        run(query);
+        createTables();
     } catch (const JournalError&) {
         // A constructor that throws has no destructor to close the file.
-        query = QSqlQuery(QSqlDatabase());
         database.close();
         database = {};
         QSqlDatabase::removeDatabase(m_connection);
@@ -84,31 +78,68 @@ QList<SaleRecord> SaleJournal::pending() const
     return select(QStringLiteral("outcome = ?"), pendingName());
 }
 
-void SaleJournal::begin(const QString& id, const QByteArray& receipt, const DriveMark& before)
+void SaleJournal::begin(
+    const QString& id, const QByteArray& receipt, const DriveMark& before, const MarkEntry& marks)
 {
-    QSqlQuery query(QSqlDatabase::database(m_connection));
-    // One statement, so that of two programs with the same id one loses here.
-    query.prepare(QStringLiteral(
-        "INSERT INTO sales VALUES (?, ?, ?, 0, ?, ?, CURRENT_TIMESTAMP) ON CONFLICT (id) DO UPDATE "
-        "SET outcome = excluded.outcome, drive = excluded.drive, "
-        "document_before = excluded.document_before, changed = excluded.changed "
-        "WHERE outcome = 'notIssued' AND receipt = excluded.receipt"));
-    for (const QVariant& value : {QVariant(id), QVariant(QString::fromLatin1(receipt)),
-             QVariant(pendingName()), QVariant(before.drive), QVariant(before.lastDocument)})
-        query.addBindValue(value);
-    run(query);
-    if (query.numRowsAffected() != 1)
-        throw JournalError(
-            QStringLiteral("journal %1: the sale %2 is done or under way").arg(m_fileName, id));
+    together([&] {
+        QSqlQuery query(QSqlDatabase::database(m_connection));
+        // One statement, so that of two programs with the same id one loses here.
+        query.prepare(QStringLiteral(
+            "INSERT INTO sales VALUES (?, ?, ?, 0, ?, ?, CURRENT_TIMESTAMP) ON CONFLICT (id) DO UPDATE "
+            "SET outcome = excluded.outcome, drive = excluded.drive, "
+            "document_before = excluded.document_before, changed = excluded.changed "
+            "WHERE outcome = 'notIssued' AND receipt = excluded.receipt"));
+        for (const QVariant& value : {QVariant(id), QVariant(QString::fromLatin1(receipt)),
+                 QVariant(pendingName()), QVariant(before.drive), QVariant(before.lastDocument)})
+            query.addBindValue(value);
+        run(query);
+        if (query.numRowsAffected() != 1)
+            throw JournalError(
+                QStringLiteral("journal %1: the sale %2 is done or under way").arg(m_fileName, id));
+        writeMarks(id, id, marks, before);
+    });
 }
 
 void SaleJournal::settle(const QString& id, const Verdict& verdict)
 {
+    together([&] {
+        execute(QStringLiteral(
+                    "UPDATE sales SET outcome = ?, document = ?, changed = CURRENT_TIMESTAMP WHERE id = ?"),
+            {storedName(verdict.outcome), verdict.number, id});
+        settleMarks(id, verdict);
+    });
+}
+
+void SaleJournal::together(const std::function<void()>& statements)
+{
+    execute(QStringLiteral("BEGIN IMMEDIATE"));
+    try {
+        statements();
+        execute(QStringLiteral("COMMIT"));
+    } catch (...) {
+        QSqlDatabase::database(m_connection).exec(QStringLiteral("ROLLBACK"));
+        throw;
+    }
+}
+
+void SaleJournal::createTables()
+{
+    execute(QStringLiteral("CREATE TABLE IF NOT EXISTS sales (id TEXT PRIMARY KEY, receipt TEXT NOT NULL, "
+                           "outcome TEXT NOT NULL, document INTEGER NOT NULL, drive TEXT NOT NULL, "
+                           "document_before INTEGER NOT NULL, changed TEXT NOT NULL)"));
+    // Journals of earlier releases have no marks; sale is the id, or a name of its own for a sale without.
+    execute(QStringLiteral("CREATE TABLE IF NOT EXISTS marks (mark TEXT NOT NULL, sale TEXT NOT NULL, "
+                           "id TEXT NOT NULL, returned INTEGER NOT NULL, outcome TEXT NOT NULL, "
+                           "document INTEGER NOT NULL, drive TEXT NOT NULL, changed TEXT NOT NULL)"));
+    execute(QStringLiteral("CREATE INDEX IF NOT EXISTS marks_by_mark ON marks (mark)"));
+    execute(QStringLiteral("CREATE INDEX IF NOT EXISTS marks_by_sale ON marks (sale)"));
+}
+
+void SaleJournal::execute(const QString& statement, const QVariantList& values)
+{
     QSqlQuery query(QSqlDatabase::database(m_connection));
-    query.prepare(QStringLiteral(
-        "UPDATE sales SET outcome = ?, document = ?, changed = CURRENT_TIMESTAMP WHERE id = ?"));
-    for (const QVariant& value :
-        {QVariant(storedName(verdict.outcome)), QVariant(verdict.number), QVariant(id)})
+    query.prepare(statement);
+    for (const QVariant& value : values)
         query.addBindValue(value);
     run(query);
 }

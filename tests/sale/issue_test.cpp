@@ -1,5 +1,6 @@
 #include "idconflict.h"
 #include "identifiedsale.h"
+#include "markjudgement.h"
 #include "receiptissuer.h"
 #include "recordingdriver.h"
 #include "salejournal.h"
@@ -28,7 +29,7 @@ protected:
         barcode.kind = ReceiptItem::BarcodeItem;
         receipt.items = {text, goods, barcode};
         receipt.requisites = {FdRequisite(EFrDriver::CustomerAddress, QStringLiteral("+7"))};
-        receipt.payments = {FrPayment(1, 4), FrPayment(0, 7)};
+        receipt.payments = {FrPayment(1, 1), FrPayment(0, 7), FrPayment(4, 3)};
         receipt.total = 1000;
         receipt.paid = 1100;
     }
@@ -40,7 +41,7 @@ protected:
     receipt::Receipt receipt;
 };
 
-const std::string filled = "openShift ask mark open requisite print position barcode total pay pay";
+const std::string filled = "openShift ask mark open requisite print position barcode total pay1 pay4 pay0";
 
 TEST_F(Issue, ReceiptGoesInTheOrderOfTheContract)
 {
@@ -76,6 +77,37 @@ TEST_F(Issue, WideAndHighIsWideWhereNoFontIsBoth)
         driver.widths = {{EFrDriver::NormalFont, 44}, {EFrDriver::DoubleSizeFont, width}};
         issue();
         EXPECT_EQ(driver.font, printed);
+    }
+}
+
+TEST_F(Issue, BadMarksEndTheWorkBeforeADocument)
+{
+    const struct
+    {
+        int result;
+        MarkPolicy policy;
+        bool isIssued;
+        int warnings;
+    } rows[] = {
+        {15, MarkPolicy::Strict, true, 0},
+        {5, MarkPolicy::Warn, false, 0},
+        {5, MarkPolicy::Any, true, 1},
+        {3, MarkPolicy::Warn, true, 1},
+        {3, MarkPolicy::Strict, false, 0},
+    };
+    for (const auto& row : rows) {
+        driver.calls.clear();
+        driver.markResult = row.result;
+        const IssueResult result = issueReceipt(driver, receipt, {MarkReading::Once, nullptr, row.policy});
+        EXPECT_EQ(result.isIssued(), row.isIssued) << row.result;
+        EXPECT_EQ(result.warnings.size(), row.warnings) << row.result;
+        if (row.isIssued)
+            continue;
+        EXPECT_EQ(driver.calls, "openShift ask mark clear");
+        ASSERT_TRUE(result.failure);
+        EXPECT_EQ(result.failure->kind, QStringLiteral("mark"));
+        EXPECT_EQ(result.failure->path, QStringLiteral("items[1].markingCode"));
+        EXPECT_EQ(result.failure->bits, judgeMark(row.result).bits);
     }
 }
 
@@ -193,6 +225,71 @@ TEST_F(Issue, WhatTheJournalKnowsIsAnsweredWithoutTheRegister)
     }
 }
 
+TEST_F(Issue, PieceThatIsSoldTwiceIsNoticed)
+{
+    const QTemporaryDir folder;
+    SaleJournal journal(folder.filePath(QStringLiteral("sales")));
+    // The pieces' own codes, with other proofs behind them.
+    const char* const piece = "010460000000001521ABCDEFGHIJKLM\x1D"
+                              "93dGVz";
+    const char* const scannedAgain = "010460000000001521ABCDEFGHIJKLM\x1D"
+                                     "93AAAA";
+    const char* const other = "010460000000001521ABCDEFGHIJKLN\x1D"
+                              "93dGVz";
+    const struct
+    {
+        const char* code;
+        bool isReturn;
+        const char* failing;
+        const char* id;
+        const char* warning;
+    } rows[] = {
+        {piece, false, "total", "", ""},
+        {piece, false, "", "", ""},
+        {other, false, "", "A", ""},
+        {scannedAgain, false, "total", "B", "document 8"},
+        {piece, true, "total", "", ""},
+        {other, false, "total", "", "document 8"},
+        {piece, false, "total", "", "document 8"},
+        {piece, true, "", "C", ""},
+        {piece, false, "close connect", "", ""},
+        {piece, false, "", "", "may have been sold"},
+    };
+    int line = 0;
+    for (const auto& row : rows) {
+        driver.failing = row.failing;
+        receipt.items[1].position.setMarkingCode(QString::fromLatin1(row.code), MarkCommon);
+        receipt.document.setDocumentType(row.isReturn ? hw::fr::CheckSaleReturn : hw::fr::CheckSale);
+        IdentifiedSale identified(journal, QString::fromLatin1(row.id), "{}");
+        IssueOptions options{MarkReading::Once, *row.id == 0 ? nullptr : &identified};
+        options.journal = &journal;
+        const IssueResult result = issueReceipt(driver, receipt, options);
+        ASSERT_EQ(result.warnings.size(), *row.warning == 0 ? 0 : 1) << line;
+        for (const receipt::Finding& warning : result.warnings)
+            EXPECT_TRUE(warning.reason.contains(QLatin1String(row.warning))) << warning.reason.toStdString();
+        ++line;
+    }
+}
+
+TEST_F(Issue, JournalOfMarksThatFailsIsAWarning)
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("sales"));
+    SaleJournal journal(file);
+    IssueOptions options;
+    options.journal = &journal;
+    // Another program has it for itself, and then another that writes nothing down.
+    QFile(file).resize(0);
+    QFile text(file);
+    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
+    text.write(QByteArray(8192, 'x'));
+    text.close();
+    const IssueResult result = issueReceipt(driver, receipt, options);
+    EXPECT_TRUE(result.isIssued());
+    ASSERT_EQ(result.warnings.size(), 2);
+    EXPECT_TRUE(result.warnings.constFirst().reason.contains(file));
+}
+
 TEST_F(Issue, JournalThatFailsIsTold)
 {
     const QTemporaryDir folder;
@@ -205,6 +302,38 @@ TEST_F(Issue, JournalThatFailsIsTold)
     EXPECT_EQ(result.verdict, Outcome::None);
     ASSERT_TRUE(result.failure);
     EXPECT_EQ(result.failure->exceptionName, QStringLiteral("JournalError"));
+}
+
+TEST(MarkJudgement, ReadsTheBits)
+{
+    using Standing = MarkJudgement::Standing;
+    const struct
+    {
+        int result;
+        Standing standing;
+        const char* bits;
+    } rows[] = {
+        {0, Standing::Unchecked, "not checked by the fiscal drive, not checked on line"},
+        {1, Standing::Bad, "key wrong, not checked on line"},
+        {3, Standing::Unchecked, "key right, not checked on line"},
+        {4, Standing::Bad, "not checked by the fiscal drive, goods wrong on line"},
+        {7, Standing::Bad, "key right, goods wrong on line"},
+        {10, Standing::Unchecked, "not checked by the fiscal drive, not checked on line"},
+        {12, Standing::Unchecked, "not checked by the fiscal drive, goods right on line"},
+        {13, Standing::Bad, "key wrong, goods right on line"},
+        {15, Standing::Good, "key right, goods right on line"},
+        {19, Standing::Unchecked, "key right, not checked on line, autonomous mode"},
+        {-1, Standing::Unchecked, "not checked by the fiscal drive, not checked on line"},
+        {47, Standing::Unchecked, "not checked by the fiscal drive, not checked on line"},
+    };
+    for (const auto& row : rows) {
+        const MarkJudgement judgement = judgeMark(row.result);
+        const QStringList ends = QString::fromLatin1(row.bits).split(QStringLiteral(", "));
+        EXPECT_EQ(judgement.standing, row.standing) << row.result;
+        ASSERT_EQ(judgement.bits.size(), ends.size()) << row.result;
+        for (qsizetype i = 0; i < ends.size(); ++i)
+            EXPECT_TRUE(judgement.bits.at(i).endsWith(ends.at(i))) << judgement.bits.at(i).toStdString();
+    }
 }
 
 } // namespace

@@ -6,6 +6,8 @@
 #include "settlement.h"
 
 #include <QFile>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -80,6 +82,32 @@ TEST_F(Journal, BrokenOffSaleIsSettledOnItsOwnDrive)
         EXPECT_EQ(sale.record().verdict, row.verdict);
         EXPECT_TRUE(settlePendingSales(driver, journal).isEmpty());
     }
+}
+
+// A sale that was broken off has its goods in the journal, and its settlement settles them.
+TEST_F(Journal, OlderFileKeepsItsSalesAndGetsMarks)
+{
+    const QString code = QStringLiteral("010460000000001521A");
+    {
+        SaleJournal journal(file);
+        saleIn(journal).begin(noted);
+        QSqlDatabase database = QSqlDatabase::addDatabase("QSQLITE", "older");
+        database.setDatabaseName(file);
+        ASSERT_TRUE(database.open());
+        QSqlQuery(database).exec("DROP TABLE marks");
+    }
+    QSqlDatabase::removeDatabase("older");
+    SaleJournal journal(file);
+    journal.settle("A", {Outcome::Issued, 8});
+    EXPECT_EQ(saleIn(journal).record().verdict, Verdict(Outcome::Issued, 8));
+    IdentifiedSale broken = saleIn(journal, "{}", "B");
+    broken.begin(noted, {{code}});
+    EXPECT_FALSE(journal.soldMark(code, "B"));
+    EXPECT_EQ(journal.soldMark(code, "A")->document, 0U);
+    broken.settle({Outcome::Issued, 9});
+    EXPECT_EQ(journal.soldMark(code)->document, 9U);
+    EXPECT_EQ(journal.soldMark(code)->id, QStringLiteral("B"));
+    EXPECT_LE(journal.soldMark(code)->time, QDateTime::currentDateTimeUtc());
 }
 
 TEST_F(Journal, FileThatIsNoneIsAnError)

@@ -31,13 +31,13 @@ public:
         info.fnStatus.lastFdNumber = numbers.size() > 1 ? numbers.takeFirst() : numbers.constFirst();
         return info;
     }
-    int checkMarkingCode(const MarkedPosition& position, bool) override
+    int checkMarkingCode(const MarkedPosition& position, bool recheck) override
     {
-        note("mark");
+        note(recheck ? "mark" : "mark-as-known");
         if (onMark)
             onMark();
         status = position.status;
-        return 15;
+        return markResult;
     }
     void clearMarkingCodes() override { note("clear"); }
     void checkOpen(const FiscalDocument&) override { note("open"); }
@@ -48,7 +48,7 @@ public:
     void checkPrint(const QList<QString>&) override { note("print"); }
     void barcodePrint(const Barcode&) override { note("barcode"); }
     void checkTotal() override { note("total"); }
-    void checkPay(const FrPayment&) override { note("pay"); }
+    void checkPay(const FrPayment& payment) override { note("pay" + std::to_string(payment.kind)); }
     QJsonObject checkClose(const FiscalDocument&) override
     {
         note("close");
@@ -81,6 +81,7 @@ public:
     /// The last one that was set.
     EFrDriver::FontTypes font = EFrDriver::UndefinedFont;
     QMap<EFrDriver::FontTypes, unsigned> widths;
+    int markResult = 15;
     QString drive = QStringLiteral("9999");
     /// Of the drive's last document, from question to question.
     QList<quint32> numbers{7};

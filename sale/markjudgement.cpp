@@ -1,0 +1,71 @@
+#include "markjudgement.h"
+
+#include <algorithm>
+
+namespace sale {
+
+namespace {
+
+using Standing = MarkJudgement::Standing;
+using receipt::Finding;
+
+// Bits of tag 2106.
+enum ResultBit { KeyChecked = 1, KeyGood = 2, OnlineChecked = 4, OnlineGood = 8, Autonomous = 16 };
+constexpr int allBits = KeyChecked | KeyGood | OnlineChecked | OnlineGood | Autonomous;
+
+struct Check
+{
+    int done;
+    int good;
+    const char* doneBad;
+    const char* doneGood;
+    const char* notDone;
+};
+
+// A bit of the result counts only with the bit of its check.
+constexpr Check checks[] = {
+    {KeyChecked, KeyGood, "verification key wrong", "verification key right",
+        "verification key not checked by the fiscal drive"},
+    {OnlineChecked, OnlineGood, "planned status of the goods wrong on line",
+        "planned status of the goods right on line", "planned status of the goods not checked on line"},
+};
+
+const char* wordsOf(const Check& check, int result)
+{
+    if ((result & check.done) == 0)
+        return check.notDone;
+    return (result & check.good) == 0 ? check.doneBad : check.doneGood;
+}
+
+Standing standingOf(const Check& check, int result)
+{
+    if ((result & check.done) == 0)
+        return Standing::Unchecked;
+    return (result & check.good) == 0 ? Standing::Bad : Standing::Good;
+}
+
+} // namespace
+
+MarkJudgement judgeMark(int result)
+{
+    const int bits = result < 0 || result > allBits ? 0 : result;
+    MarkJudgement judgement{Standing::Good, {}};
+    for (const Check& check : checks) {
+        judgement.standing = std::max(judgement.standing, standingOf(check, bits));
+        judgement.bits.append(QString::fromLatin1(wordsOf(check, bits)));
+    }
+    if ((bits & Autonomous) != 0)
+        judgement.bits.append(QStringLiteral("checked by a register in autonomous mode"));
+    return judgement;
+}
+
+std::optional<Finding::Severity> severityOf(Standing standing, MarkPolicy policy)
+{
+    if (standing == Standing::Good)
+        return std::nullopt;
+    const bool isError
+        = policy == MarkPolicy::Strict || (policy == MarkPolicy::Warn && standing == Standing::Bad);
+    return isError ? Finding::Error : Finding::Warning;
+}
+
+} // namespace sale
