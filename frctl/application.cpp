@@ -5,12 +5,16 @@
 #include "errors.h"
 #include "exceptions.h"
 #include "failure.h"
+#include "findingoutput.h"
 #include "interruption.h"
 #include "journalerror.h"
 #include "logging.h"
+#include "markrefusal.h"
+#include "messages.h"
 #include "receipterror.h"
 #include "registersession.h"
 #include "streams.h"
+#include "textcheck.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -32,19 +36,16 @@ struct Complaint
     bool isUsage = false;
     /// Settings.
     QStringList refused = {};
+    /// Of a receipt or a text, all of them.
+    QList<receipt::Finding> errors = {};
+    /// "mark" for marking codes that the register did not find good, with what it said of the first.
+    QString kind = {};
+    QStringList bits = {};
 };
-
-/// A message that nobody could take; then the status must tell that there was something.
-bool isMessageLost = false;
 
 QString compact(const QJsonObject& json)
 {
     return QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact));
-}
-
-void complain(const QString& text)
-{
-    isMessageLost = print(stderr, QStringLiteral("frctl: ") + text) != 0 || isMessageLost;
 }
 
 /// Prints what a command has to say; gives its exit status. A document that was issued must not look as one
@@ -90,6 +91,13 @@ QString help()
             "not issued, 5 unknown (never repeat it then without a\nlook at the register).");
 }
 
+Complaint complaintOf(const QList<receipt::Finding>& errors, ExitStatus status, const QString& exceptionName)
+{
+    Complaint complaint{status, findingLine(errors.constFirst()), exceptionName};
+    complaint.errors = errors;
+    return complaint;
+}
+
 Complaint complaintOf(const std::exception_ptr& exception)
 {
     try {
@@ -97,7 +105,16 @@ Complaint complaintOf(const std::exception_ptr& exception)
     } catch (const UsageError& error) {
         return {ExitUsage, QString::fromUtf8(error.what()), QStringLiteral("UsageError"), {}, false, true};
     } catch (const receipt::ReceiptError& error) {
-        return {ExitUsage, QString::fromUtf8(error.what()), QStringLiteral("ReceiptError")};
+        return complaintOf({{receipt::Finding::Error, error.path(), {}, error.reason()}}, ExitUsage,
+            QStringLiteral("ReceiptError"));
+    } catch (const CheckError& error) {
+        return complaintOf(error.errors(), ExitUsage, error.exceptionName());
+    } catch (const sale::MarkRefusal& error) {
+        Complaint complaint = complaintOf(error.errors(), ExitFailure, QStringLiteral("MarkRefusal"));
+        complaint.isNotOpened = true;
+        complaint.kind = QStringLiteral("mark");
+        complaint.bits = error.bits().constFirst();
+        return complaint;
     } catch (const RegisterError& error) {
         return {exitStatusOf(error.verdict().outcome), QString::fromUtf8(error.what()), error.exceptionName(),
             error.verdict(), error.isNotOpened()};
@@ -118,26 +135,51 @@ Complaint complaintOf(const std::exception_ptr& exception)
     }
 }
 
-int report(const Complaint& complaint, bool json)
+void insertErrors(QJsonObject& json, const Complaint& complaint)
+{
+    if (complaint.errors.isEmpty())
+        return;
+    json.insert(QStringLiteral("errors"), findingsJson(complaint.errors));
+    if (complaint.kind.isEmpty())
+        return;
+    json.insert(QStringLiteral("kind"), complaint.kind);
+    json.insert(QStringLiteral("path"), complaint.errors.constFirst().path);
+    json.insert(QStringLiteral("bits"), QJsonArray::fromStringList(complaint.bits));
+}
+
+void insertWarnings(QJsonObject& json, const Warnings& warnings)
+{
+    const QJsonArray told = warnings.json();
+    if (!told.isEmpty())
+        json.insert(QStringLiteral("warnings"), told);
+}
+
+QJsonObject jsonOf(const Complaint& complaint, const Warnings& warnings)
+{
+    QJsonObject json = documentJson(complaint.verdict);
+    if (complaint.isNotOpened)
+        json.insert(QStringLiteral("outcome"), QStringLiteral("notOpened"));
+    json.insert(QStringLiteral("error"), complaint.text);
+    json.insert(QStringLiteral("exception"), complaint.exception);
+    if (!complaint.refused.isEmpty())
+        json.insert(QStringLiteral("refused"), QJsonArray::fromStringList(complaint.refused));
+    insertErrors(json, complaint);
+    insertWarnings(json, warnings);
+    return json;
+}
+
+int report(const Complaint& complaint, const Warnings& warnings, bool json)
 {
     complain(complaint.text);
+    for (const receipt::Finding& error : complaint.errors.mid(1))
+        complain(findingLine(error));
     const QString outcome = complaint.isNotOpened ? QStringLiteral("the document was not opened")
                                                   : sale::verdictText(complaint.verdict);
     if (!outcome.isEmpty())
         complain(outcome);
     if (complaint.isUsage)
         print(stderr, usage() + QStringLiteral("\nTry frctl --help."));
-    if (json) {
-        QJsonObject object = documentJson(complaint.verdict);
-        if (complaint.isNotOpened)
-            object.insert(QStringLiteral("outcome"), QStringLiteral("notOpened"));
-        object.insert(QStringLiteral("error"), complaint.text);
-        object.insert(QStringLiteral("exception"), complaint.exception);
-        if (!complaint.refused.isEmpty())
-            object.insert(QStringLiteral("refused"), QJsonArray::fromStringList(complaint.refused));
-        return deliver(compact(object), complaint.status);
-    }
-    return complaint.status;
+    return json ? deliver(compact(jsonOf(complaint, warnings)), complaint.status) : complaint.status;
 }
 
 Output runTask(RegisterSession& session, const Task& task, const Options& options)
@@ -150,8 +192,18 @@ Output runTask(RegisterSession& session, const Task& task, const Options& option
                              : task.onRegister(session.driver());
 }
 
-Output work(const Options& options)
+/// With the cashier's name as the register gets it.
+Options withPlainCashier(Options options)
 {
+    TextCheck texts(options);
+    options.cashier.name = texts.line(QStringLiteral("--cashier"), options.cashier.name);
+    texts.finish();
+    return options;
+}
+
+Output work(const Options& given)
+{
+    const Options options = withPlainCashier(given);
     const Task task = findCommand(options).prepare(options);
     if (task.alone)
         return task.alone();
@@ -173,7 +225,8 @@ int run(const Options& options)
     if (options.version)
         return deliver(QStringLiteral("frctl ") + QCoreApplication::applicationVersion());
     setUpLogging(options.logLevel);
-    const Output output = work(options);
+    Output output = work(options);
+    insertWarnings(output.json, *options.warnings);
     const QString text = options.json ? compact(output.json) : output.lines.join(QLatin1Char('\n'));
     return deliver(text, output.status, output.verdict);
 }
@@ -185,12 +238,14 @@ int runApplication(const QStringList& commandLine)
     // Also for a command line that cannot be read.
     const bool json = commandLine.contains(QStringLiteral("--json"));
     int status = ExitFailure;
+    Options options;
     try {
-        status = run(parseOptions(commandLine));
+        options = parseOptions(commandLine);
+        status = run(options);
     } catch (...) {
-        status = report(complaintOf(std::current_exception()), json);
+        status = report(complaintOf(std::current_exception()), *options.warnings, json);
     }
-    return status == ExitSuccess && isMessageLost ? ExitFailure : status;
+    return status == ExitSuccess && isMessageLost() ? ExitFailure : status;
 }
 
 } // namespace frctl

@@ -4,6 +4,7 @@
 #include "errors.h"
 #include "fncommands.h"
 #include "infocommand.h"
+#include "namescommand.h"
 #include "parametercommand.h"
 #include "printoutcommands.h"
 #include "receiptcommands.h"
@@ -49,6 +50,8 @@ constexpr Command commandTable[] = {
     {"header", "FILE", "Program the header lines of the receipts, 4 at most.", 1, 1, prepareHeader},
     {"tail", "FILE", "Program the advertising text at the end of the receipts (HEX).", 1, 1, prepareTail},
     {"logo", "FILE|--clear", "Program the header picture, or remove it (HEX).", 0, 1, prepareLogo},
+    {"names", "fields", "What fields a receipt may have, and how the protocols carry them.", 1, 1,
+        prepareNames},
     {"mark", "CODE", "Check the marking code of one piece to be sold.", 1, 1, prepareMark},
 };
 

@@ -1,5 +1,7 @@
 #include "documentoutput.h"
 
+#include "findingoutput.h"
+#include "markjudgement.h"
 #include "money.h"
 
 #include <QJsonArray>
@@ -11,21 +13,46 @@ namespace {
 using receipt::moneyText;
 using receipt::roubles;
 
+/// As the register gets it.
+double rounded(double value, int decimals)
+{
+    return QString::number(value, 'f', decimals).toDouble();
+}
+
 QJsonArray marksJson(const QList<sale::MarkCheck>& marks)
 {
     QJsonArray json;
     for (const sale::MarkCheck& mark : marks)
-        json.append(QJsonObject{
-            {QStringLiteral("markingCode"), mark.markingCode}, {QStringLiteral("result"), mark.result}});
+        json.append(QJsonObject{{QStringLiteral("markingCode"), mark.markingCode},
+            {QStringLiteral("result"), mark.result}, {QStringLiteral("path"), mark.path},
+            {QStringLiteral("bits"), QJsonArray::fromStringList(sale::judgeMark(mark.result).bits)}});
     return json;
 }
 
-QJsonObject receiptJson(const sale::IssueResult& result)
+/// The positions as they were issued: a discount that does not divide may have made two of one.
+QJsonArray itemsJson(const receipt::Receipt& receipt)
+{
+    QJsonArray json;
+    for (const receipt::ReceiptItem& item : receipt.items) {
+        if (item.kind != receipt::ReceiptItem::Position)
+            continue;
+        const FrPosition& position = item.position;
+        json.append(
+            QJsonObject{{QStringLiteral("path"), item.path}, {QStringLiteral("name"), position.getName()},
+                {QStringLiteral("price"), rounded(position.getPriceWithDisc(), 2)},
+                {QStringLiteral("quantity"), rounded(position.getCount(), 3)},
+                {QStringLiteral("amount"), rounded(position.getPossumWithDisc(), 2)}});
+    }
+    return json;
+}
+
+QJsonObject receiptJson(const receipt::Receipt& receipt, const sale::IssueResult& result)
 {
     QJsonObject json = documentJson(result.verdict);
     json.insert(QStringLiteral("total"), roubles(result.total));
     json.insert(QStringLiteral("paid"), roubles(result.paid));
     json.insert(QStringLiteral("change"), roubles(result.change));
+    json.insert(QStringLiteral("items"), itemsJson(receipt));
     if (!result.fiscalData.isEmpty())
         json.insert(QStringLiteral("fiscalData"), result.fiscalData);
     if (!result.marks.isEmpty())
@@ -33,12 +60,9 @@ QJsonObject receiptJson(const sale::IssueResult& result)
     return json;
 }
 
-/// The group separator is no character for a terminal.
 QString markLine(const sale::MarkCheck& mark)
 {
-    return QStringLiteral("marking code %1: %2")
-        .arg(QString(mark.markingCode).replace(QChar(0x1D), QStringLiteral("<GS>")))
-        .arg(mark.result);
+    return QStringLiteral("marking code %1: %2").arg(shownText(mark.markingCode)).arg(mark.result);
 }
 
 } // namespace
@@ -53,7 +77,7 @@ QJsonObject documentJson(const sale::Verdict& verdict)
     return json;
 }
 
-Output receiptOutput(const sale::IssueResult& result)
+Output receiptOutput(const receipt::Receipt& receipt, const sale::IssueResult& result)
 {
     Output output;
     output.lines = {QStringLiteral("receipt issued: total %1, paid %2, change %3, document %4")
@@ -61,7 +85,7 @@ Output receiptOutput(const sale::IssueResult& result)
                             QString::number(result.verdict.number))};
     for (const sale::MarkCheck& mark : result.marks)
         output.lines.append(markLine(mark));
-    output.json = receiptJson(result);
+    output.json = receiptJson(receipt, result);
     output.verdict = result.verdict;
     return output;
 }

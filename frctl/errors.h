@@ -1,7 +1,9 @@
 #pragma once
 
+#include "finding.h"
 #include "verdict.h"
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -37,6 +39,26 @@ public:
         : std::runtime_error(text.toStdString())
     {
     }
+};
+
+/// A receipt, a file or an argument that must not be sent: nothing was.
+class CheckError : public std::runtime_error
+{
+public:
+    /// One error at least.
+    CheckError(const QString& exceptionName, const QList<receipt::Finding>& errors)
+        : std::runtime_error(errors.constFirst().text().toStdString())
+        , m_exceptionName(exceptionName)
+        , m_errors(errors)
+    {
+    }
+
+    QString exceptionName() const { return m_exceptionName; }
+    const QList<receipt::Finding>& errors() const { return m_errors; }
+
+private:
+    QString m_exceptionName;
+    QList<receipt::Finding> m_errors;
 };
 
 /// The host's own side failed: no plugin, no port.

@@ -1,11 +1,9 @@
 #include "inputfile.h"
 
-#include "controlcharacters.h"
 #include "errors.h"
+#include "textencoding.h"
 
 #include <QFile>
-
-#include <algorithm>
 
 namespace frctl {
 
@@ -19,16 +17,14 @@ QByteArray readFile(const QString& fileName)
 
 QStringList readLines(const QString& fileName)
 {
-    QString text = QString::fromUtf8(readFile(fileName));
+    const QByteArray bytes = readFile(fileName);
+    if (const std::optional<QString> fault = receipt::utf8Fault(bytes))
+        throw UsageError(QStringLiteral("%1: %2").arg(fileName, *fault));
+    QString text = QString::fromUtf8(receipt::withoutByteOrderMark(bytes));
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     if (text.endsWith(QLatin1Char('\n')))
         text.chop(1);
-    const QStringList lines = text.split(QLatin1Char('\n'));
-    const auto wrong = std::find_if(lines.cbegin(), lines.cend(), receipt::hasControlCharacters);
-    if (wrong != lines.cend())
-        throw UsageError(QStringLiteral("%1: line %2 holds control characters")
-                             .arg(fileName)
-                             .arg(wrong - lines.cbegin() + 1));
-    return lines;
+    return text.split(QLatin1Char('\n'));
 }
 
 } // namespace frctl

@@ -1,6 +1,9 @@
 #include "options.h"
 
 #include "errors.h"
+#include "findingoutput.h"
+#include "plaintext.h"
+#include "taxnumber.h"
 
 #include <QCommandLineParser>
 #include <QStandardPaths>
@@ -30,7 +33,14 @@ constexpr OptionRow optionRows[] = {
     {"cashier-inn", "INN", "The cashier's tax number."},
     {"tax-systems", "LIST", "For registration: osn, usnIncome, usnIncomeOutcome, envd, esn, patent."},
     {"id", "TEXT", "For sell and refund: the sale's name; the same name again is never sold twice."},
-    {"journal", "FILE", "Where sales with an id are kept ($XDG_DATA_HOME/frctl/sales.sqlite)."},
+    {"journal", "FILE",
+        "Where sales with an id and marked goods are kept ($XDG_DATA_HOME/frctl/sales.sqlite)."},
+    {"drop", "PATH", "For sell and refund: a field that the protocol does not carry; may be repeated."},
+    {"split", nullptr,
+        "For sell and refund: two positions where a discount leaves no whole kopecks a piece."},
+    {"marks", "strict|warn|any",
+        "For sell and refund: marking codes that were not checked on line are errors too, or none is (warn)."},
+    {"strict", nullptr, "Warnings are errors, and --marks strict."},
     {"clear", nullptr, "For logo: remove the picture."},
     {"log-level", "LEVEL", "trace, debug, info, warn or error (error); the log goes to stderr."},
     {"json", nullptr, "Print one JSON object."},
@@ -54,6 +64,43 @@ QString protocol(const QString& text)
     if (text != QStringLiteral("HEX") && text != QStringLiteral("XML"))
         throw UsageError(QStringLiteral("--protocol: \"%1\" is neither HEX nor XML").arg(text));
     return text;
+}
+
+/// Texts of the command line that reach the register.
+QString line(const char* option, const QString& text)
+{
+    if (const std::optional<QString> fault = receipt::textFault(text))
+        throw UsageError(QStringLiteral("--%1: %2").arg(QLatin1String(option), *fault));
+    return text;
+}
+
+QString cashierName(const QString& text)
+{
+    // Tag 1021.
+    constexpr int longestName = 64;
+    if (text.size() > longestName)
+        throw UsageError(QStringLiteral("--cashier: has more than %1 characters").arg(longestName));
+    return line("cashier", text);
+}
+
+QString cashierInn(const QString& text)
+{
+    if (!receipt::isInn(text))
+        throw UsageError(QStringLiteral("--cashier-inn: \"%1\" is no tax number of 10 or 12 digits, the last "
+                                        "of which are right for the others")
+                             .arg(shownText(text)));
+    return text;
+}
+
+sale::MarkPolicy markPolicy(const QString& text)
+{
+    if (text == QStringLiteral("strict"))
+        return sale::MarkPolicy::Strict;
+    if (text == QStringLiteral("warn"))
+        return sale::MarkPolicy::Warn;
+    if (text != QStringLiteral("any"))
+        throw UsageError(QStringLiteral("--marks: \"%1\" is none of strict, warn, any").arg(text));
+    return sale::MarkPolicy::Any;
 }
 
 unsigned deviceId(const QString& text)
@@ -109,16 +156,25 @@ void readValues(const QCommandLineParser& parser, Options& options)
     const auto value = [&parser](const char* name) { return parser.value(QString::fromLatin1(name)); };
     const auto isSet = [&parser](const char* name) { return parser.isSet(QString::fromLatin1(name)); };
     options.port = value("port");
-    options.protocolVersion = value("protocol-version");
+    options.protocolVersion = line("protocol-version", value("protocol-version"));
     options.plugins = parser.values(QStringLiteral("plugin"));
     options.speedEnumerate = !isSet("no-speed-enumeration");
     options.taxSystems = value("tax-systems");
     options.clear = isSet("clear");
     options.id = value("id");
     options.journalFile = isSet("journal") ? value("journal") : defaultJournal();
-    options.cashier.name = value("cashier");
-    options.cashier.inn = value("cashier-inn");
-    if (isSet("protocol"))
+    options.cashier.name = cashierName(value("cashier"));
+    options.drop = parser.values(QStringLiteral("drop"));
+    options.split = isSet("split");
+    options.strict = isSet("strict");
+    if (isSet("cashier-inn"))
+        options.cashier.inn = cashierInn(value("cashier-inn"));
+    if (isSet("marks"))
+        options.markPolicy = markPolicy(value("marks"));
+    if (options.strict)
+        options.markPolicy = sale::MarkPolicy::Strict;
+    options.isProtocolGiven = isSet("protocol");
+    if (options.isProtocolGiven)
         options.protocol = protocol(value("protocol"));
     if (isSet("wait"))
         options.waitSeconds = waitSeconds(value("wait"));
@@ -128,6 +184,21 @@ void readValues(const QCommandLineParser& parser, Options& options)
         options.logLevel = logLevel(value("log-level"));
     for (const QString& text : parser.values(QStringLiteral("option")))
         addDriverOption(text, options.driverOptions);
+}
+
+/// An option that a command does not know would be taken for one that it heeds.
+void refuseMisplaced(const QCommandLineParser& parser, const Options& options)
+{
+    if (parser.isSet(QStringLiteral("tax-systems")) && options.command != QStringLiteral("registration"))
+        throw UsageError(QStringLiteral("--tax-systems goes with registration"));
+    if (options.clear && options.command != QStringLiteral("logo"))
+        throw UsageError(QStringLiteral("--clear goes with logo"));
+    if (parser.isSet(QStringLiteral("id")) && (options.id.trimmed().isEmpty() || !options.isReceipt()))
+        throw UsageError(QStringLiteral("--id names a sale for sell and refund"));
+    for (const char* const name : {"drop", "split", "marks"}) {
+        if (parser.isSet(QString::fromLatin1(name)) && !options.isReceipt())
+            throw UsageError(QStringLiteral("--%1 goes with sell and refund").arg(QLatin1String(name)));
+    }
 }
 
 } // namespace
@@ -146,14 +217,7 @@ Options parseOptions(const QStringList& commandLine)
     options.arguments = parser.positionalArguments();
     if (!options.arguments.isEmpty())
         options.command = options.arguments.takeFirst();
-    if (parser.isSet(QStringLiteral("tax-systems")) && options.command != QStringLiteral("registration"))
-        throw UsageError(QStringLiteral("--tax-systems goes with registration"));
-    if (options.clear && options.command != QStringLiteral("logo"))
-        throw UsageError(QStringLiteral("--clear goes with logo"));
-    const bool isReceipt
-        = options.command == QStringLiteral("sell") || options.command == QStringLiteral("refund");
-    if (parser.isSet(QStringLiteral("id")) && (options.id.trimmed().isEmpty() || !isReceipt))
-        throw UsageError(QStringLiteral("--id names a sale for sell and refund"));
+    refuseMisplaced(parser, options);
     return options;
 }
 

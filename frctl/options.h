@@ -2,10 +2,15 @@
 
 #include "driveroptions.h"
 #include "fruser.h"
+#include "markpolicy.h"
 #include "markreading.h"
+#include "protocol.h"
+#include "warnings.h"
 
 #include <QString>
 #include <QStringList>
+
+#include <memory>
 
 namespace frctl {
 
@@ -16,6 +21,7 @@ struct Options
 
     QString port;
     QString protocol = QStringLiteral("XML");
+    bool isProtocolGiven = false;
     /// Empty for the plugin's own.
     QString protocolVersion;
     /// Files or folders.
@@ -31,16 +37,33 @@ struct Options
     bool clear = false;
     /// The caller's name for a sale; empty for a sale without.
     QString id;
-    /// Where the sales with an id are kept.
+    /// Where the sales with an id and the marked goods are kept.
     QString journalFile;
+    /// Paths of fields of the receipt that the protocol does not carry and that may be left out.
+    QStringList drop;
+    /// Positions whose discount does not divide become two.
+    bool split = false;
+    /// Warnings are errors.
+    bool strict = false;
+    sale::MarkPolicy markPolicy = sale::MarkPolicy::Warn;
     LogLevel logLevel = Error;
     bool json = false;
     bool help = false;
     bool version = false;
     QString command;
     QStringList arguments;
+    /// What is said besides the answer, from the reading of the arguments to the end of the work.
+    std::shared_ptr<Warnings> warnings = std::make_shared<Warnings>();
 
     bool isHex() const { return protocol == QStringLiteral("HEX"); }
+    bool isReceipt() const
+    {
+        return command == QStringLiteral("sell") || command == QStringLiteral("refund");
+    }
+    receipt::Protocol receiptProtocol() const
+    {
+        return isHex() ? receipt::Protocol::Hex : receipt::Protocol::Xml;
+    }
     /// HEX answers have a check value, XML answers have none.
     sale::MarkReading markReading() const { return sale::markReadingFor(isHex()); }
 };

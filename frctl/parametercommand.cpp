@@ -6,6 +6,7 @@
 #include "parametersearch.h"
 #include "parameterwriting.h"
 #include "progress.h"
+#include "textcheck.h"
 
 #include <QJsonArray>
 #include <QRegularExpression>
@@ -170,24 +171,24 @@ Task onParameters(const std::function<Output(AbstractFrDriver&, AbstractRegister
     return task;
 }
 
-QList<Assignment> assignmentsFrom(const QStringList& texts, bool isHex)
+QList<Assignment> assignmentsFrom(const QStringList& texts, const Options& options)
 {
     static const QRegularExpression path(QStringLiteral("^\\w+\\.[\\w-]+\\.\\w+$"));
     QList<Assignment> assignments;
+    TextCheck values(options);
     for (const QString& text : texts) {
         const qsizetype sign = text.indexOf(QLatin1Char('='));
-        const Assignment assignment{text.left(sign).trimmed(), text.mid(sign + 1)};
+        Assignment assignment{text.left(sign).trimmed(), text.mid(sign + 1)};
         if (sign < 0 || assignment.name.isEmpty())
             throw UsageError(QStringLiteral("params set: \"%1\" is not NAME=VALUE").arg(text));
         // Said before the register is reached: the driver would only say no afterwards.
-        if (!isHex && !path.match(assignment.name).hasMatch())
+        if (!options.isHex() && !path.match(assignment.name).hasMatch())
             throw UsageError(QStringLiteral("params set: \"%1\" is not section.subsection.parameter")
                                  .arg(assignment.name));
-        // The drivers would write its first line, or send a frame that means something else.
-        if (assignment.value.contains(QLatin1Char('\n')))
-            throw UsageError(QStringLiteral("params set: the value of %1 must be one line").arg(text));
+        assignment.value = values.line(assignment.name, assignment.value);
         assignments.append(assignment);
     }
+    values.finish();
     return assignments;
 }
 
@@ -209,7 +210,7 @@ Task prepareParams(const Options& options)
         return onParameters(
             [rest](AbstractFrDriver&, AbstractRegisterParameters& source) { return get(source, rest); });
     if (what == QStringLiteral("set") && !rest.isEmpty()) {
-        const QList<Assignment> assignments = assignmentsFrom(rest, isHex);
+        const QList<Assignment> assignments = assignmentsFrom(rest, options);
         return onParameters(
             [assignments, isHex](AbstractFrDriver& driver, AbstractRegisterParameters& source) {
                 return set(driver, source, assignments, isHex);

@@ -3,6 +3,7 @@
 #include "abstractfrdriver.h"
 #include "errors.h"
 #include "inputfile.h"
+#include "textcheck.h"
 
 namespace frctl {
 
@@ -23,6 +24,9 @@ QStringList fittingLines(const Options& options, qsizetype rows)
     // Over HEX each row is a parameter of its own: those that the file does not fill would keep their text.
     while (options.isHex() && lines.size() < rows)
         lines.append(QString());
+    TextCheck texts(options);
+    lines = texts.lines(options.arguments.constFirst(), lines);
+    texts.finish();
     return lines;
 }
 

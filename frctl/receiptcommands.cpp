@@ -1,15 +1,21 @@
 #include "receiptcommands.h"
 
 #include "abstractfrdriver.h"
+#include "currenttime.h"
 #include "documentguard.h"
 #include "documentoutput.h"
 #include "errors.h"
 #include "identifiedreceipt.h"
 #include "inputfile.h"
+#include "journalerror.h"
+#include "mockfactory.h"
 #include "money.h"
+#include "receiptcheck.h"
 #include "receipterror.h"
 #include "receiptissuer.h"
-#include "receiptparser.h"
+#include "salejournal.h"
+#include "soldmarks.h"
+#include "textcheck.h"
 
 #include <memory>
 
@@ -22,38 +28,84 @@ using receipt::Receipt;
 using receipt::ReceiptError;
 using receipt::roubles;
 
-Output issue(AbstractFrDriver& driver, const Receipt& receipt, const sale::IssueOptions& options)
+/// A receipt on its way to the register, with the files that it needs open.
+struct Issue
 {
-    const sale::IssueResult result = sale::issueReceipt(driver, receipt, options);
+    Receipt receipt;
+    sale::IssueOptions options;
+    std::shared_ptr<Warnings> warnings;
+    /// For one of them the receipt is written down.
+    std::shared_ptr<IdentifiedReceipt> identified = {};
+    std::shared_ptr<sale::SaleJournal> journal = {};
+};
+
+Output issue(AbstractFrDriver& driver, const Issue& issue)
+{
+    if (issue.identified) {
+        if (const std::optional<Output> answer = issue.identified->settledAnswer())
+            return *answer;
+    }
+    const sale::IssueResult result = sale::issueReceipt(driver, issue.receipt, issue.options);
+    issue.warnings->add(result.warnings);
     if (result.failure)
         throwFailure(*result.failure, result.verdict);
-    return receiptOutput(result);
+    return receiptOutput(issue.receipt, result);
 }
 
-/// A sale that is done already needs no register.
-Task identifiedTask(
-    const Receipt& receipt, const std::shared_ptr<IdentifiedReceipt>& identified, sale::MarkReading reading)
+receipt::CheckOptions checkOptions(const Options& options)
+{
+    return {options.receiptProtocol(), MockFactory<CurrentTime>::create()->getCurrentDateTime().date(),
+        options.drop, options.split};
+}
+
+void refuseOtherCommand(const Receipt& receipt, bool isReturn)
+{
+    if (receipt.isReturn() != isReturn)
+        throw ReceiptError(QStringLiteral("type"),
+            isReturn ? QStringLiteral("is no return; use the command sell")
+                     : QStringLiteral("is a return; use the command refund"));
+}
+
+/// The command line goes before the file, and the number of one person is not put to another's name.
+FrUser cashierOf(const Options& options, const Receipt& receipt)
+{
+    FrUser cashier = receipt.cashier.value_or(FrUser());
+    if (!options.cashier.name.isEmpty() && options.cashier.name != cashier.name)
+        cashier = options.cashier;
+    if (!options.cashier.inn.isEmpty())
+        cashier.inn = options.cashier.inn;
+    return cashier;
+}
+
+/// Marked goods of a sale without an id are kept where the journal can be had.
+std::shared_ptr<sale::SaleJournal> journalOfMarks(
+    const Options& options, const Receipt& receipt, QList<receipt::Finding>& findings)
+{
+    if (!receipt.hasMarkedItems())
+        return {};
+    try {
+        return std::make_shared<sale::SaleJournal>(options.journalFile);
+    } catch (const sale::JournalError& error) {
+        findings.append(sale::journalWarning(error));
+        return {};
+    }
+}
+
+/// Those that are errors must be found before anything is sent; as warnings they come with the sale, after
+/// what an earlier run left open is settled.
+QList<receipt::Finding> soldBefore(const Options& options, const Issue& issue)
+{
+    const sale::SaleJournal* const journal
+        = issue.identified ? &issue.identified->identifiedSale().journal() : issue.journal.get();
+    return options.strict && journal != nullptr ? sale::soldMarks(*journal, issue.receipt, options.id)
+                                                : QList<receipt::Finding>();
+}
+
+Task answered(const Output& answer)
 {
     Task task;
-    if (const std::optional<Output> answer = identified->answer()) {
-        task.alone = [answer] { return *answer; };
-        return task;
-    }
-    task.onRegister = [receipt, identified, reading](AbstractFrDriver& driver) {
-        const std::optional<Output> answer = identified->settledAnswer();
-        return answer ? *answer : issue(driver, receipt, {reading, &identified->identifiedSale()});
-    };
+    task.alone = [answer] { return answer; };
     return task;
-}
-
-Task receiptTask(const Options& options, const Receipt& receipt, const QByteArray& text)
-{
-    const sale::MarkReading reading = options.markReading();
-    if (options.id.isEmpty())
-        return onRegister(
-            [receipt, reading](AbstractFrDriver& driver) { return issue(driver, receipt, {reading}); });
-    return identifiedTask(
-        receipt, std::make_shared<IdentifiedReceipt>(options.journalFile, options.id, text), reading);
 }
 
 /// Runs a document that the fiscal drive does not number.
@@ -67,18 +119,23 @@ void runUnnumbered(AbstractFrDriver& driver, const sale::DocumentSteps& steps)
 Task prepareReceipt(const Options& options, bool isReturn)
 {
     const QByteArray text = readFile(options.arguments.constFirst());
-    Receipt receipt = receipt::receiptFromText(text);
-    if (receipt.isReturn() != isReturn)
-        throw ReceiptError(QStringLiteral("type"),
-            isReturn ? QStringLiteral("is no return; use the command sell")
-                     : QStringLiteral("is a return; use the command refund"));
-    const hw::fr::CheckType type = receipt.document.getDocumentType();
-    if (!options.isHex() && type != hw::fr::CheckSale && type != hw::fr::CheckSaleReturn)
-        throw Refusal(QStringLiteral("over XML the register would take this receipt for a sale"));
-    const std::optional<FrUser> cashier = options.cashier.name.isEmpty() ? receipt.cashier : options.cashier;
-    if (cashier)
-        receipt.document.setCashierName(cashier->name);
-    Task task = receiptTask(options, receipt, text);
+    receipt::CheckedReceipt checked = receipt::checkedReceipt(text, checkOptions(options));
+    Issue made{checked.receipt, {options.markReading(), nullptr, options.markPolicy}, options.warnings};
+    // A sale that is done already needs no register, and is no sale of the same goods again.
+    if (!options.id.isEmpty()) {
+        made.identified = std::make_shared<IdentifiedReceipt>(options.journalFile, options.id, text);
+        if (const std::optional<Output> answer = made.identified->answer())
+            return answered(*answer);
+        made.options.sale = &made.identified->identifiedSale();
+    } else {
+        made.journal = journalOfMarks(options, made.receipt, checked.findings);
+        made.options.journal = made.journal.get();
+    }
+    settleFindings(options, QStringLiteral("ReceiptError"), checked.findings + soldBefore(options, made));
+    refuseOtherCommand(made.receipt, isReturn);
+    const FrUser cashier = cashierOf(options, made.receipt);
+    made.receipt.document.setCashierName(cashier.name);
+    Task task = onRegister([made](AbstractFrDriver& driver) { return issue(driver, made); });
     task.cashier = cashier;
     return task;
 }
@@ -163,7 +220,10 @@ Task prepareCashOut(const Options& options)
 
 Task preparePrint(const Options& options)
 {
-    const QStringList lines = readLines(options.arguments.constFirst());
+    const QString fileName = options.arguments.constFirst();
+    TextCheck texts(options);
+    const QStringList lines = texts.lines(fileName, readLines(fileName));
+    texts.finish();
     const bool isHex = options.isHex();
     return onRegister([lines, isHex](AbstractFrDriver& driver) { return printText(driver, lines, isHex); });
 }

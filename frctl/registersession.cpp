@@ -5,6 +5,8 @@
 #include "abstractregisterparameters.h"
 #include "errors.h"
 #include "interruption.h"
+#include "journalerror.h"
+#include "messages.h"
 #include "plugin.h"
 #include "salejournal.h"
 #include "serialdevicefactory.h"
@@ -36,6 +38,7 @@ QString holderOf(const devices::PortLock& lock)
 RegisterSession::RegisterSession(const Options& options)
     : m_journalFile(options.journalFile)
     , m_markReading(options.markReading())
+    , m_isJournalNeeded(!options.isReceipt() || !options.id.isEmpty())
 {
     m_deviceObject = createDeviceObject(findPlugin(options.plugins));
     m_line = devices::createSerialDevice(options.port);
@@ -148,8 +151,15 @@ void RegisterSession::settleSales()
 {
     if (!QFile::exists(m_journalFile))
         return;
-    sale::SaleJournal journal(m_journalFile);
-    m_settledSales = sale::settlePendingSales(*m_driver, journal, m_markReading);
+    try {
+        sale::SaleJournal journal(m_journalFile);
+        m_settledSales = sale::settlePendingSales(*m_driver, journal, m_markReading);
+    } catch (const sale::JournalError& error) {
+        if (m_isJournalNeeded)
+            throw;
+        complain(QStringLiteral("warning: sales of earlier runs are not settled: ")
+            + QString::fromUtf8(error.what()));
+    }
 }
 
 } // namespace frctl

@@ -61,6 +61,8 @@ private:
     bool m_isIdle = false;
     QString m_journalFile;
     sale::MarkReading m_markReading;
+    /// A sale without an id goes on without it.
+    bool m_isJournalNeeded;
     QList<sale::SettledSale> m_settledSales;
 };
 

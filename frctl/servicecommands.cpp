@@ -4,8 +4,10 @@
 #include "currenttime.h"
 #include "errors.h"
 #include "markingcode.h"
+#include "markjudgement.h"
 #include "mockfactory.h"
 #include "numbereddocument.h"
+#include "plaintext.h"
 #include "shift.h"
 
 #include <QJsonArray>
@@ -81,10 +83,12 @@ Output setTime(AbstractFrDriver& driver, const QDateTime& time)
 
 Output checkMark(AbstractFrDriver& driver, const MarkedPosition& position)
 {
-    const int verdict = driver.checkMarkingCode(position, false);
+    const int verdict = driver.checkMarkingCode(position, true);
     driver.clearMarkingCodes();
-    return {{QStringLiteral("result of the check (tag 2106): %1").arg(verdict)},
-        {{QStringLiteral("result"), verdict}}};
+    const QStringList bits = sale::judgeMark(verdict).bits;
+    return {
+        {QStringLiteral("result of the check (tag 2106): %1").arg(verdict), bits.join(QStringLiteral("; "))},
+        {{QStringLiteral("result"), verdict}, {QStringLiteral("bits"), QJsonArray::fromStringList(bits)}}};
 }
 
 } // namespace
@@ -141,6 +145,8 @@ Task prepareMark(const Options& options)
     position.markingCode = receipt::markFromText(options.arguments.constFirst());
     if (position.markingCode.isEmpty())
         throw UsageError(QStringLiteral("mark: the code is empty"));
+    if (const auto fault = receipt::textFault(position.markingCode, receipt::TextKind::MarkingCode))
+        throw UsageError(QStringLiteral("mark: the code %1").arg(*fault));
     return onRegister([position](AbstractFrDriver& driver) { return checkMark(driver, position); });
 }
 

@@ -3,6 +3,7 @@
 #include "failure.h"
 #include "identifiedreceipt.h"
 #include "journalerror.h"
+#include "markjudgement.h"
 #include "shownsum.h"
 
 #include <QJsonArray>
@@ -64,8 +65,14 @@ TEST(ReceiptOutput, SaysTheSameToPeopleAndMachines)
     result.change = 50;
     result.marks = {{QStringLiteral("01\x1D"
                                     "93"),
-        15}};
-    const Output output = receiptOutput(result);
+        15, "items[0].markingCode"}};
+    receipt::Receipt receipt;
+    receipt.items.resize(2);
+    receipt.items[0].path = "items[0]";
+    receipt.items[0].position = FrPosition("Молоко", 5.35, 2);
+    receipt.items[0].position.setDiscsum(0.2);
+    receipt.items[1].kind = receipt::ReceiptItem::Text;
+    const Output output = receiptOutput(receipt, result);
     EXPECT_EQ(output.lines,
         (QStringList{"receipt issued: total 10.50, paid 11.00, change 0.50, document 8",
             "marking code 01<GS>93: 15"}));
@@ -73,8 +80,12 @@ TEST(ReceiptOutput, SaysTheSameToPeopleAndMachines)
         (QJsonObject{{"outcome", "issued"}, {"documentNumber", 8}, {"total", 10.5}, {"paid", 11},
             {"change", 0.5},
             {"marks",
-                QJsonArray{
-                    QJsonObject{{"markingCode", result.marks.constFirst().markingCode}, {"result", 15}}}}}));
+                QJsonArray{QJsonObject{{"markingCode", result.marks.constFirst().markingCode}, {"result", 15},
+                    {"path", "items[0].markingCode"},
+                    {"bits", QJsonArray::fromStringList(sale::judgeMark(15).bits)}}}},
+            {"items",
+                QJsonArray{QJsonObject{{"path", "items[0]"}, {"name", "Молоко"}, {"price", 5.25},
+                    {"quantity", 2}, {"amount", 10.5}}}}}));
 }
 
 TEST(ReceiptOutput, ZeroHasNoSign)

@@ -2,6 +2,10 @@
 #include "errors.h"
 #include "options.h"
 
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
 #include <gtest/gtest.h>
 
 using namespace frctl;
@@ -66,10 +70,13 @@ TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
         {"registration --tax-systems osn,vat", "--tax-systems: \"vat\" is none of osn"},
         {"status --tax-systems osn", "--tax-systems goes with registration"},
         {"--id 42 cash-in 5", "--id names a sale"}, {"--id= sell no-such-file", "--id names a sale"},
-        {"fn --clear", "--clear goes with logo"}, {"logo", "logo takes"}, {"params", "params takes list|get"},
-        {"logo no-such-file", "no-such-file:"}, {"header no-such-file", "no-such-file:"},
-        // A file with NUL characters.
-        {"header /proc/self/cmdline", "/proc/self/cmdline: line 1 holds control characters"}};
+        {"fn --clear", "--clear goes with logo"}, {"--split cash-in 5", "--split goes with sell"},
+        {"--drop type status", "--drop goes with"}, {"--marks any mark 01046", "--marks goes with"},
+        {"--marks some sell a", "--marks:"}, {"--cashier a\x7F status", "--cashier: has the control"},
+        {"--cashier-inn 771234567890 status", "--cashier-inn:"}, {"--cashier-inn= status", "--cashier-inn:"},
+        {"mark 01046\x1B", "mark: the code has the control"}, {"names colours", "names: \"colours\""},
+        {"logo", "logo takes"}, {"params", "params takes list|get"}, {"logo no-such-file", "no-such-file:"},
+        {"header no-such-file", "no-such-file:"}};
     for (const auto& [line, error] : rows)
         EXPECT_EQ(usageError(line).rfind(error, 0), 0U) << line << ": " << usageError(line);
     for (const char* line :
@@ -82,6 +89,56 @@ TEST(Options, WhatXmlCannotDoIsRefused)
 {
     for (const char* line : {"cancel", "logo --clear", "tail " FRSPF_EXAMPLES "/header.txt"})
         EXPECT_THROW(usageError(line), Refusal) << line;
+}
+
+/// A file with that text, and what a command makes of it: "usage" and "check" for the exceptions, otherwise
+/// what is warned of.
+class Texts : public testing::Test
+{
+protected:
+    QString print(const QByteArray& bytes, const char* options)
+    {
+        QFile file(folder.filePath("text"));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        file.close();
+        Options parsed = parse(options);
+        parsed.command = "print";
+        parsed.arguments = {file.fileName()};
+        try {
+            findCommand(parsed).prepare(parsed);
+        } catch (const UsageError& error) {
+            return QStringLiteral("usage ") + error.what();
+        } catch (const CheckError& error) {
+            return QStringLiteral("check ") + error.errors().constFirst().path;
+        }
+        QStringList paths;
+        for (const QJsonValue& warning : parsed.warnings->json())
+            paths.append(warning["path"].toString());
+        return paths.join(',');
+    }
+
+    const QTemporaryDir folder;
+};
+
+TEST_F(Texts, AreCheckedBeforeTheyAreSent)
+{
+    const struct
+    {
+        QByteArray bytes;
+        const char* options;
+        const char* result;
+    } rows[] = {{"\xEF\xBB\xBF"
+                 "a\r\n\r\nb\r\n",
+                    "", ""},
+        {"a\xCF\xF0", "", "usage .*offset 1.*"}, {"a\n\x1B[2J", "", "check .*text:2"},
+        {"a\tb", "", "check .*text:1"}, {"«Лавка»\n☕ 5 ₽", "--protocol HEX", ".*text:2"},
+        {"«Лавка»\n☕ 5 ₽", "--protocol HEX --strict", "check .*text:2"}, {"☕", "--strict", ""}};
+    for (const auto& row : rows) {
+        const QString result = print(row.bytes, row.options);
+        const QRegularExpression expected(QRegularExpression::anchoredPattern(row.result));
+        EXPECT_TRUE(expected.match(result).hasMatch()) << row.bytes.toStdString() << result.toStdString();
+    }
 }
 
 } // namespace

@@ -117,7 +117,10 @@ TEST(Params, AreFoundAndWritten)
         {"XML", {"set", "OFD.OFD.Host=no", "OFD.OFD.Port=1"}, "refusal OFD.OFD.Host OFD.OFD.Port"},
         {"XML", {"set", "OFD.OFD.OFD_Host=a.b"}, "0/0/OFD.OFD.OFD_Host.a.b"},
         {"XML", {"set", "OFD_Host=a.b"}, "usage"},
-        {"HEX", {"set", "20.0=a\nb"}, "usage"},
+        {"HEX", {"set", "20.0=a\nb"}, "check"},
+        // The printer has no such quotation marks.
+        {"HEX", {"set", "20.0=«Лавка» – №1"}, "20/0/\"Лавка\" - №1"},
+        {"XML", {"set", "OFD.OFD.Host=«a»"}, "0/0/OFD.OFD.Host.«a»"},
         {"HEX", {"set", "6"}, "usage"},
         {"HEX", {"reset"}, "usage"},
         {"HEX", {"get", "кофе"}, "refusal"},
@@ -141,6 +144,8 @@ TEST(Params, AreFoundAndWritten)
             result = driver.written.isEmpty() ? output.lines.join(',') : driver.written.join(',');
         } catch (const UsageError&) {
             result = "usage";
+        } catch (const CheckError&) {
+            result = "check";
         } catch (const Refusal& refusal) {
             result = (QStringList("refusal") + refusal.refused()).join(' ');
         }

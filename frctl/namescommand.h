@@ -1,0 +1,9 @@
+#pragma once
+
+#include "command.h"
+
+namespace frctl {
+
+Task prepareNames(const Options& options);
+
+} // namespace frctl

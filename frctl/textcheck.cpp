@@ -1,0 +1,49 @@
+#include "textcheck.h"
+
+#include "errors.h"
+#include "plaintext.h"
+#include "printertext.h"
+
+namespace frctl {
+
+using receipt::Finding;
+
+QString TextCheck::line(const QString& path, const QString& text)
+{
+    if (const std::optional<QString> fault = receipt::textFault(text)) {
+        m_findings.append({Finding::Error, path, text, *fault});
+        return text;
+    }
+    if (!m_options.isHex())
+        return text;
+    const receipt::PrinterText printed = receipt::printerText(text);
+    if (!printed.isWhole())
+        m_findings.append({Finding::Warning, path, text, printed.warning()});
+    return printed.text;
+}
+
+QStringList TextCheck::lines(const QString& fileName, const QStringList& lines)
+{
+    QStringList result;
+    for (const QString& text : lines)
+        result.append(line(QStringLiteral("%1:%2").arg(fileName).arg(result.size() + 1), text));
+    return result;
+}
+
+void TextCheck::finish() const
+{
+    settleFindings(m_options, QStringLiteral("UsageError"), m_findings);
+}
+
+void settleFindings(const Options& options, const QString& exceptionName, const QList<Finding>& findings)
+{
+    QList<Finding> errors;
+    QList<Finding> warnings;
+    for (const Finding& finding : findings)
+        (options.strict || finding.severity == Finding::Error ? errors : warnings).append(finding);
+    options.warnings->add(warnings);
+    if (!errors.isEmpty())
+        throw CheckError(exceptionName, errors);
+}
+
+} // namespace frctl

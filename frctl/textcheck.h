@@ -1,0 +1,39 @@
+#pragma once
+
+#include "finding.h"
+#include "options.h"
+
+#include <QList>
+#include <QString>
+
+namespace frctl {
+
+/// The texts of a command on their way to the register. Control characters are errors; what the printer has
+/// not (HEX) is substituted, and a warning where nothing stands for it.
+class TextCheck
+{
+public:
+    /// The options must outlive the check.
+    explicit TextCheck(const Options& options)
+        : m_options(options)
+    {
+    }
+
+    /// The text as it is to be sent. The path tells the user where it stands.
+    QString line(const QString& path, const QString& text);
+    /// The lines of a file.
+    QStringList lines(const QString& fileName, const QStringList& lines);
+    /// Says the warnings. Throws CheckError.
+    void finish() const;
+
+private:
+    const Options& m_options;
+    QList<receipt::Finding> m_findings;
+};
+
+/// Says the warnings among the findings, or throws CheckError with the errors; with --strict, warnings are
+/// errors.
+void settleFindings(
+    const Options& options, const QString& exceptionName, const QList<receipt::Finding>& findings);
+
+} // namespace frctl

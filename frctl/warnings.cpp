@@ -1,0 +1,20 @@
+#include "warnings.h"
+
+#include "findingoutput.h"
+#include "messages.h"
+
+namespace frctl {
+
+void Warnings::add(const QList<receipt::Finding>& findings)
+{
+    for (const receipt::Finding& finding : findings)
+        complain(QStringLiteral("warning: ") + findingLine(finding));
+    m_findings += findings;
+}
+
+QJsonArray Warnings::json() const
+{
+    return findingsJson(m_findings);
+}
+
+} // namespace frctl
