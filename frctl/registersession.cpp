@@ -6,7 +6,6 @@
 #include "errors.h"
 #include "interruption.h"
 #include "journalerror.h"
-#include "messages.h"
 #include "plugin.h"
 #include "salejournal.h"
 #include "serialdevicefactory.h"
@@ -39,6 +38,7 @@ RegisterSession::RegisterSession(const Options& options)
     : m_journalFile(options.journalFile)
     , m_markReading(options.markReading())
     , m_isJournalNeeded(!options.isReceipt() || !options.id.isEmpty())
+    , m_warnings(options.warnings)
 {
     m_deviceObject = createDeviceObject(findPlugin(options.plugins));
     m_line = devices::createSerialDevice(options.port);
@@ -157,8 +157,8 @@ void RegisterSession::settleSales()
     } catch (const sale::JournalError& error) {
         if (m_isJournalNeeded)
             throw;
-        complain(QStringLiteral("warning: sales of earlier runs are not settled: ")
-            + QString::fromUtf8(error.what()));
+        m_warnings->add({{receipt::Finding::Warning, {}, {},
+            QStringLiteral("sales of earlier runs are not settled: ") + QString::fromUtf8(error.what())}});
     }
 }
 

@@ -63,6 +63,7 @@ private:
     sale::MarkReading m_markReading;
     /// A sale without an id goes on without it.
     bool m_isJournalNeeded;
+    std::shared_ptr<Warnings> m_warnings;
     QList<sale::SettledSale> m_settledSales;
 };
 

@@ -138,7 +138,9 @@ void SaleJournal::createTables()
 void SaleJournal::execute(const QString& statement, const QVariantList& values)
 {
     QSqlQuery query(QSqlDatabase::database(m_connection));
-    query.prepare(statement);
+    // What a preparation fails of is forgotten by an execution after it.
+    if (!query.prepare(statement))
+        throw JournalError(QStringLiteral("journal %1: %2").arg(m_fileName, query.lastError().text()));
     for (const QVariant& value : values)
         query.addBindValue(value);
     run(query);
