@@ -9,7 +9,8 @@ include(CMakePackageConfigHelpers)
 install(TARGETS frhost EXPORT frhostTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT devel)
 install(DIRECTORY host/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frhost COMPONENT devel
-  FILES_MATCHING PATTERN "*.h" PATTERN fdrequisitenames.h EXCLUDE PATTERN servicetexts.h EXCLUDE)
+  FILES_MATCHING PATTERN "*.h" PATTERN cp866codec.h EXCLUDE PATTERN decimals.h EXCLUDE
+  PATTERN fdrequisitenames.h EXCLUDE PATTERN servicetexts.h EXCLUDE)
 
 # The serial devices are part of what a host program links.
 install(TARGETS frdevices EXPORT frhostTargets

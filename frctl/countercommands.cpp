@@ -1,9 +1,9 @@
 #include "countercommands.h"
 
 #include "abstractfrdriver.h"
+#include "decimals.h"
 #include "errors.h"
 #include "receiptnames.h"
-#include "shownsum.h"
 
 #include <QJsonArray>
 
@@ -40,7 +40,7 @@ Output counters(AbstractFrDriver& driver)
         output.json.insert(name,
             QJsonObject{
                 {QStringLiteral("count"), money.count}, {QStringLiteral("sum"), plainSum(money.sum)}});
-        output.lines.append(text.arg(money.count).arg(shownSum(money.sum)));
+        output.lines.append(text.arg(money.count).arg(fixedDecimals(money.sum, 2)));
     };
     addMoney(QStringLiteral("cashIn"), QStringLiteral("cash in: %1, sum %2"), hw::fr::CheckCashIn);
     addMoney(QStringLiteral("cashOut"), QStringLiteral("cash out: %1, sum %2"), hw::fr::CheckCashOut);
@@ -57,7 +57,7 @@ QString shown(const QVariant& value)
 {
     if (!value.isValid())
         return QStringLiteral("-");
-    return value.userType() == QMetaType::Double ? shownSum(value.toDouble()) : value.toString();
+    return value.userType() == QMetaType::Double ? fixedDecimals(value.toDouble(), 2) : value.toString();
 }
 
 Output registerTable(const QStringList& names, const QList<QVariant>& values)

@@ -1,17 +1,11 @@
 #include "frposition.h"
 
+#include "decimals.h"
 #include "stringutils.h"
 
 #include <QStringList>
 
 namespace {
-
-QString money(double sum)
-{
-    const QString text = QString::number(sum, 'f', 2);
-    // What rounds to zero has no sign.
-    return text == QStringLiteral("-0.00") ? QStringLiteral("0.00") : text;
-}
 
 QString tagList(const FdRequisiteMap& requisites)
 {
@@ -93,7 +87,7 @@ QString FrPosition::toString() const
 {
     QString text = QStringLiteral("'%1' (%2): %3 %4 x %5, скидка %6, итого %7")
                        .arg(m_name, m_barcode, QString::number(m_count, 'f', 3), m_measureName,
-                           money(m_price), money(m_discsum), money(getPossumWithDisc()));
+                           moneyText(m_price), moneyText(m_discsum), moneyText(getPossumWithDisc()));
     text += QStringLiteral("; налог %1, способ расчета %2, предмет расчета %3, мера %4")
                 .arg(m_taxCode)
                 .arg(m_paymentMethod)

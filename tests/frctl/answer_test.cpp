@@ -4,7 +4,6 @@
 #include "identifiedreceipt.h"
 #include "journalerror.h"
 #include "markjudgement.h"
-#include "shownsum.h"
 
 #include <QJsonArray>
 #include <QTemporaryDir>
@@ -86,13 +85,6 @@ TEST(ReceiptOutput, SaysTheSameToPeopleAndMachines)
             {"items",
                 QJsonArray{QJsonObject{{"path", "items[0]"}, {"name", "Молоко"}, {"price", 5.25},
                     {"quantity", 2}, {"amount", 10.5}}}}}));
-}
-
-TEST(ReceiptOutput, ZeroHasNoSign)
-{
-    const std::pair<double, const char*> rows[] = {{-0.0, "0.00"}, {-0.004, "0.00"}, {-0.01, "-0.01"}};
-    for (const auto& [sum, text] : rows)
-        EXPECT_EQ(shownSum(sum), text);
 }
 
 TEST(ThrowFailure, NamesTheSideThatFailed)

@@ -1,5 +1,6 @@
 #include "qtprinters.h"
 
+#include <decimals.h>
 #include <frposition.h>
 
 #include <gtest/gtest.h>
@@ -61,6 +62,14 @@ TEST(Position, LogLineIsOneLineWithSumsAndCode)
     EXPECT_FALSE(line.contains(QLatin1Char('\n')));
     position.setDiscsum(-0.001);
     EXPECT_FALSE(position.toString().contains(QStringLiteral("-0.00")));
+}
+
+TEST(Decimals, WhatRoundsToZeroHasNoSign)
+{
+    const std::tuple<double, int, const char*> rows[]
+        = {{-0.0, 2, "0.00"}, {-0.004, 2, "0.00"}, {-0.01, 2, "-0.01"}, {-0.004, 3, "-0.004"}};
+    for (const auto& [number, decimals, text] : rows)
+        EXPECT_EQ(fixedDecimals(number, decimals), QLatin1String(text));
 }
 
 TEST(Requisite, CompositeOpensInAscendingOrderOfItsTags)

@@ -3,7 +3,8 @@
 #include <QString>
 
 /// The number with that many decimals, as both protocols write sums and quantities. What rounds to zero has
-/// no sign: a discount that takes the whole price leaves a -0.0 behind.
+/// no sign: a discount that takes the whole price leaves a -0.0 behind. Inline, so that the plugin asks
+/// nothing new of its host.
 inline QString fixedDecimals(double value, int decimals)
 {
     const QString text = QString::number(value, 'f', decimals);
