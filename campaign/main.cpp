@@ -15,12 +15,8 @@ int usageError(const QString& text)
     return 2;
 }
 
-} // namespace
-
-int main(int argc, char* argv[])
+void addOptions(QCommandLineParser& parser)
 {
-    QCoreApplication application(argc, argv);
-    QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Sells over a line and a register that misbehave, and checks that no receipt is issued twice or lost."));
     parser.addHelpOption();
@@ -35,6 +31,15 @@ int main(int argc, char* argv[])
             QStringLiteral("step"), QStringLiteral("0")},
         {QStringLiteral("log"), QStringLiteral("Let the drivers log.")},
     });
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication application(argc, argv);
+    QCommandLineParser parser;
+    addOptions(parser);
     if (!parser.parse(application.arguments()) || !parser.positionalArguments().isEmpty())
         return usageError(parser.positionalArguments().isEmpty()
                 ? parser.errorText()
