@@ -7,7 +7,7 @@ class AbstractSerialDevice;
 }
 
 /// The drivers' transport over the host's serial device: turns the device's false answers into exceptions,
-/// but for that of portClear, which is passed on.
+/// but for those to clear and setOpened, which portClear and portOpen pass on.
 ///
 /// The device belongs to the host. A missing one counts as a closed port where the port must be open, and has
 /// the type 0; portOpen has a text of its own for it. The questions for name, speed, flow control, DTR and

@@ -20,9 +20,8 @@ class FrSpfSettings;
 namespace spfxml {
 
 /// The driver of the XML protocol. What only gathers a document or keeps a setting does no exchange. The
-/// others log what they are asked for and call the command object, most of them behind a check that the port
-/// is ready; without that check a closed port fails in the exchange. The state of the shift is asked anew
-/// each time.
+/// others call the command object, most of them behind a line in the log and a check that the port is ready;
+/// without that check a closed port fails in the exchange. The state of the shift is asked anew each time.
 ///
 /// A document is gathered here between its opening and its closing call and leaves as one request. Failures
 /// of the exchange pass through as SpfFrCommand::requestData throws them.

@@ -6,9 +6,8 @@
 /// Qt's logging categories that the lines of one logger go to.
 ///
 /// The category has the logger's name. Trace lines, which carry the raw exchange, go to a category of their
-/// own,
-/// "<name>.trace", which is off until QLoggingCategory::setFilterRules or QT_LOGGING_RULES turns it on, as
-/// with the rule "*.trace=true": Qt has no level below debug. Error lines are of the type QtCriticalMsg.
+/// own, "<name>.trace", which is off until QLoggingCategory::setFilterRules or QT_LOGGING_RULES turns it on,
+/// as with the rule "*.trace=true": Qt has no level below debug. Error lines are of the type QtCriticalMsg.
 class QtLogCategories
 {
 public:
