@@ -58,6 +58,8 @@ frctl::Task prepared(const QByteArray& text, Protocol protocol, bool isReturn)
         return isReturn ? frctl::prepareRefund(options) : frctl::prepareSell(options);
     } catch (const frctl::Refusal&) {
         return {};
+    } catch (const frctl::CheckError&) {
+        return {};
     }
 }
 
