@@ -5,6 +5,7 @@
 
 #include "errors.h"
 #include "exceptions.h"
+#include "markrefusal.h"
 #include "receiptcommands.h"
 #include "receipterror.h"
 #include "receiptparser.h"
@@ -90,6 +91,8 @@ bool isIssued(Rig& rig, const frctl::Task& task)
         return error.verdict().outcome == sale::Outcome::Issued;
     } catch (const DriverException&) {
         // Before the document was begun.
+        return false;
+    } catch (const sale::MarkRefusal&) {
         return false;
     }
 }
