@@ -7,6 +7,7 @@
 #include "interruption.h"
 #include "journalerror.h"
 #include "plugin.h"
+#include "portname.h"
 #include "salejournal.h"
 #include "serialdevicefactory.h"
 #include "settlement.h"
@@ -90,9 +91,11 @@ void RegisterSession::openLine(const Options& options)
 {
     m_line->setWaitCallback(throwIfInterrupted);
     // The driver sets up the line before it opens it, and a closed line takes no settings.
-    if (!m_line->open())
-        throw HostError(
-            QStringLiteral("port %1 cannot be opened: %2").arg(options.port, m_line->errorString()));
+    if (m_line->open())
+        return;
+    // A bare name is one in /dev, which whoever meant a file beside him must see.
+    const QString port = devices::isTcpName(options.port) ? options.port : devices::devicePath(options.port);
+    throw HostError(QStringLiteral("port %1 cannot be opened: %2").arg(port, m_line->errorString()));
 }
 
 void RegisterSession::dropLeftovers()

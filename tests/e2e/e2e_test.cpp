@@ -293,6 +293,14 @@ TEST(Frctl, BusyPortNamesItsHolderAndIsWaitedFor)
     holder.join();
 }
 
+TEST(Frctl, PortWithoutFolderIsTheOneInDev)
+{
+    const Result result = runFrctl({"--port", "no-such-till", "status"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_TRUE(result.errors.contains("port /dev/no-such-till cannot be opened"))
+        << result.errors.constData();
+}
+
 // What a run that was killed has asked for must not be taken for the answer to the next one.
 TEST(Frctl, LeftoversOnTheLineAreDropped)
 {
