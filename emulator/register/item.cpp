@@ -18,6 +18,13 @@ void addUnlessEmpty(QJsonObject& entry, const QString& key, const QJsonObject& v
         entry[key] = value;
 }
 
+// Nothing is written for what the host did not tell.
+void addUnlessUnknown(QJsonObject& entry, const QString& key, int code)
+{
+    if (code >= 0)
+        entry[key] = code;
+}
+
 } // namespace
 
 QJsonObject Item::toJson() const
@@ -30,10 +37,16 @@ QJsonObject Item::toJson() const
     addUnlessEmpty(entry, QStringLiteral("country"), country);
     addUnlessEmpty(entry, QStringLiteral("declaration"), declaration);
     addUnlessEmpty(entry, QStringLiteral("markingCode"), QString::fromUtf8(markingCode));
-    if (markingStatus >= 0)
-        entry[QStringLiteral("markingStatus")] = markingStatus;
+    addUnlessUnknown(entry, QStringLiteral("markingStatus"), markingStatus);
+    addUnlessEmpty(entry, QStringLiteral("goodsCode"), goodsCode);
+    addUnlessUnknown(entry, QStringLiteral("assignedStatus"), assignedStatus);
     addUnlessEmpty(entry, QStringLiteral("agent"), agent);
     addUnlessEmpty(entry, QStringLiteral("industry"), industry);
+    addUnlessEmpty(entry, QStringLiteral("measure"), measure);
+    if (discount != 0) {
+        entry[QStringLiteral("fullPrice")] = moneyText(fullPrice);
+        entry[QStringLiteral("discount")] = moneyText(discount);
+    }
     return entry;
 }
 

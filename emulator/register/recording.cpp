@@ -72,6 +72,8 @@ FiscalRecord storeReceipt(Parts& parts, const Document& receipt)
         {QStringLiteral("total"), moneyText(receipt.total())},
         {QStringLiteral("payments"), paymentEntries(receipt)},
         {QStringLiteral("change"), moneyText(receipt.change())}};
+    if (receipt.unprinted)
+        entry[QStringLiteral("unprinted")] = true;
     if (!receipt.requisites.isEmpty())
         entry[QStringLiteral("requisites")] = receipt.requisites;
     return store(parts, FiscalType::Receipt, entry, receipt.cashier);

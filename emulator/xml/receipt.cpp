@@ -55,6 +55,8 @@ XmlVerdict readMarking(const XmlNode& position, DocumentType type, Item& item)
     if (position.child(tag::markingCode) != nullptr && !isHex(code))
         return XmlVerdict::badValue(tag::markingCode);
     item.markingCode = QByteArray::fromHex(code.toLatin1());
+    item.goodsCode = goods->toJson();
+    item.assignedStatus = static_cast<int>(status);
     return {};
 }
 
@@ -90,6 +92,8 @@ XmlVerdict readSum(const XmlNode& position, Item& item)
     if (whole < 0 || whole > greatestSum || qAbs(difference) > rounding)
         return XmlVerdict::badValue(QStringLiteral("PriceWithDiscount"));
     item.rounding = discounts == nullptr ? 0 : difference;
+    item.fullPrice = position.moneyOf(tag::price);
+    item.discount = discount;
     return {};
 }
 
@@ -151,6 +155,7 @@ XmlVerdict XmlReceipt::readItem(const XmlNode& position)
     item.paymentObject = static_cast<int>(position.numberOf(tag::paymentObject));
     item.paymentMethod = static_cast<int>(position.numberOf(tag::paymentMethod));
     item.unit = static_cast<int>(position.numberOf(tag::unit));
+    item.measure = position.textOf(tag::measureName);
     item.country = position.textOf(tag::country);
     item.declaration = position.textOf(tag::declaration);
     item.agent = readAgent(position);
