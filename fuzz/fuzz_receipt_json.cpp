@@ -1,14 +1,14 @@
-// JSON receipts of frctl: through its parser, and those that it accepts on through the command, either driver
-// and the software register. The input is the text of the file.
+// JSON receipts of frctl: judged for each protocol, and those without errors on through the command, the
+// driver and the software register. The input is the text of the file.
 
 #include "harness.h"
 
 #include "errors.h"
 #include "exceptions.h"
 #include "markrefusal.h"
+#include "receiptcheck.h"
 #include "receiptcommands.h"
 #include "receipterror.h"
-#include "receiptparser.h"
 #include "rig.h"
 
 #include <abstractfrdriver.h>
@@ -39,10 +39,17 @@ private:
     const int m_file = ::memfd_create("receipt", MFD_CLOEXEC);
 };
 
-std::optional<receipt::Receipt> parsed(const QByteArray& text)
+std::optional<receipt::CheckedReceipt> checked(const QByteArray& text, Protocol protocol)
 {
+    receipt::CheckOptions options;
+    options.protocol = protocol == Protocol::Hex ? receipt::Protocol::Hex : receipt::Protocol::Xml;
+    options.today = QDate(2026, 1, 1);
     try {
-        return receipt::receiptFromText(text);
+        const receipt::CheckedReceipt checked = receipt::checkedReceipt(text, options);
+        for (const receipt::Finding& finding : checked.findings)
+            fuzz::require(
+                !finding.path.isEmpty() && !finding.reason.isEmpty(), "a finding that says nothing");
+        return checked;
     } catch (const receipt::ReceiptError& error) {
         fuzz::require(!error.reason().isEmpty(), "a mistake without a reason");
         return std::nullopt;
@@ -55,10 +62,9 @@ frctl::Task prepared(const QByteArray& text, Protocol protocol, bool isReturn)
     frctl::Options options;
     options.protocol = protocol == Protocol::Hex ? QStringLiteral("HEX") : QStringLiteral("XML");
     options.arguments = QStringList{file.name()};
+    options.journalFile = QStringLiteral(":memory:");
     try {
         return isReturn ? frctl::prepareRefund(options) : frctl::prepareSell(options);
-    } catch (const frctl::Refusal&) {
-        return {};
     } catch (const frctl::CheckError&) {
         return {};
     }
@@ -89,17 +95,23 @@ bool isIssued(Rig& rig, const frctl::Task& task)
         return true;
     } catch (const frctl::RegisterError& error) {
         return error.verdict().outcome == sale::Outcome::Issued;
+    } catch (const sale::MarkRefusal&) {
+        return false;
     } catch (const DriverException&) {
         // Before the document was begun.
-        return false;
-    } catch (const sale::MarkRefusal&) {
         return false;
     }
 }
 
-void issue(const QByteArray& text, const receipt::Receipt& receipt, Protocol protocol)
+void issue(const QByteArray& text, Protocol protocol)
 {
+    const std::optional<receipt::CheckedReceipt> judged = checked(text, protocol);
+    if (!judged)
+        return;
+    const receipt::Receipt& receipt = judged->receipt;
+    fuzz::require(receipt.total >= 0 && receipt.paid >= receipt.total, "accepted unpaid");
     const frctl::Task task = prepared(text, protocol, receipt.isReturn());
+    fuzz::require(judged->hasErrors() != static_cast<bool>(task.onRegister), "frctl judges otherwise");
     if (!task.onRegister)
         return;
     Rig rig(protocol);
@@ -115,11 +127,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size)
 {
     fuzz::prepare();
     const QByteArray text(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
-    const std::optional<receipt::Receipt> receipt = parsed(text);
-    if (!receipt)
-        return 0;
-    fuzz::require(receipt->total >= 0 && receipt->paid >= receipt->total, "accepted unpaid");
-    issue(text, *receipt, Protocol::Hex);
-    issue(text, *receipt, Protocol::Xml);
+    issue(text, Protocol::Hex);
+    issue(text, Protocol::Xml);
     return 0;
 }
