@@ -22,8 +22,10 @@ install(FILES devices/portlock.h devices/serialdevicefactory.h devices/serialpor
 install(TARGETS frreceipt frsale EXPORT frhostTargets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT devel)
 install(DIRECTORY receipt/ sale/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frsale COMPONENT devel
-  FILES_MATCHING PATTERN "*.h" PATTERN codepoint.h EXCLUDE PATTERN fieldsieve.h EXCLUDE PATTERN jsonfields.h EXCLUDE PATTERN jsontext.h EXCLUDE
-  PATTERN linesum.h EXCLUDE PATTERN positionparser.h EXCLUDE)
+  FILES_MATCHING PATTERN "*.h" PATTERN codepoint.h EXCLUDE PATTERN fieldsieve.h EXCLUDE
+  PATTERN jsonfields.h EXCLUDE PATTERN jsontext.h EXCLUDE PATTERN judgement.h EXCLUDE
+  PATTERN keyboardlayout.h EXCLUDE PATTERN linesum.h EXCLUDE PATTERN positionparser.h EXCLUDE
+  PATTERN receipttype.h EXCLUDE PATTERN rulelist.h EXCLUDE PATTERN rules.h EXCLUDE)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/frhost)
 install(EXPORT frhostTargets NAMESPACE frspf:: DESTINATION ${package_dir} COMPONENT devel)
@@ -46,3 +48,5 @@ file(GLOB receipts CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/examples/*.json ${PRO
 install(FILES ${receipts} DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT tools)
 install(DIRECTORY examples/host DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT tools)
 install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT tools)
+# The refusal of a purchase names it.
+install(FILES docs/limits.md DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT tools)

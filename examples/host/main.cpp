@@ -6,8 +6,9 @@
 #include <abstractfiscalregister.h>
 #include <abstractfrdriver.h>
 #include <exceptions.h>
+#include <receiptcheck.h>
+#include <receipterror.h>
 #include <receiptissuer.h>
-#include <receiptparser.h>
 #include <serialdevicefactory.h>
 #include <streamdevice.h>
 
@@ -18,6 +19,7 @@
 #include <QVariant>
 
 #include <memory>
+#include <optional>
 
 namespace {
 
@@ -48,11 +50,28 @@ std::unique_ptr<QObject> createDevice(QObject& port, const QString& protocol)
     return device;
 }
 
+// What is wrong with the receipt, and what will be printed otherwise, is known before the register is
+// touched.
+std::optional<receipt::Receipt> lawfulReceipt(const QString& protocol)
+{
+    const bool isHex = protocol == QStringLiteral("HEX");
+    try {
+        const receipt::CheckedReceipt checked = receipt::checkedReceipt(
+            saleText, {isHex ? receipt::Protocol::Hex : receipt::Protocol::Xml, QDate::currentDate()});
+        for (const receipt::Finding& finding : checked.findings)
+            err() << finding.text() << Qt::endl;
+        if (!checked.hasErrors())
+            return checked.receipt;
+    } catch (const receipt::ReceiptError& error) {
+        err() << error.what() << Qt::endl;
+    }
+    return std::nullopt;
+}
+
 // A sale is repeated only when the verdict says that it was not issued. A host that goes on after a verdict
 // that is not final keeps result.before and calls sale::settle after its next connect.
-bool sell(AbstractFrDriver& driver)
+bool sell(AbstractFrDriver& driver, const receipt::Receipt& receipt)
 {
-    const receipt::Receipt receipt = receipt::receiptFromText(saleText);
     const sale::IssueResult result = sale::issueReceipt(driver, receipt);
     if (result.failure)
         err() << result.failure->text << Qt::endl;
@@ -61,13 +80,13 @@ bool sell(AbstractFrDriver& driver)
     return result.isIssued();
 }
 
-bool work(AbstractFrDriver& driver)
+bool work(AbstractFrDriver& driver, const receipt::Receipt& receipt)
 {
     driver.portOpen();
     driver.connect();
     driver.init();
     driver.cashierLogin({QStringLiteral("Иванова А. П."), QString(), QStringLiteral("772100000040")});
-    return sell(driver);
+    return sell(driver, receipt);
 }
 
 } // namespace
@@ -81,15 +100,18 @@ int main(int argc, char* argv[])
         err() << "usage: minimalhost PORT [HEX|XML]" << Qt::endl;
         return 2;
     }
+    const QString protocol = arguments.value(2, QStringLiteral("XML"));
+    const std::optional<receipt::Receipt> receipt = lawfulReceipt(protocol);
+    if (!receipt)
+        return 2;
     try {
         // The line is opened before the driver's portOpen, which sets it up first.
         port->open();
-        const std::unique_ptr<QObject> device
-            = createDevice(*port, arguments.value(2, QStringLiteral("XML")));
+        const std::unique_ptr<QObject> device = createDevice(*port, protocol);
         AbstractFrDriver* const driver
             = qobject_cast<hw::AbstractFiscalRegister*>(device.get())->getLegacyDriver();
         const auto closePort = qScopeGuard([driver] { driver->portClose(); });
-        return work(*driver) ? 0 : 1;
+        return work(*driver, *receipt) ? 0 : 1;
     } catch (const DriverException& failure) {
         err() << failure.tr().ru() << Qt::endl;
         return 1;
