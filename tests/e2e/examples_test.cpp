@@ -194,7 +194,7 @@ protected:
                 if (QString(row.place) == "tape")
                     EXPECT_TRUE(tape.contains(QString(expected).remove(' '))) << row.field;
                 else
-                    EXPECT_EQ(valueAt(stored, row.place), expected) << row.field;
+                    EXPECT_EQ(valueAt(stored, row.place).toStdString(), expected.toStdString()) << row.field;
                 places.append(row.place);
             }
             EXPECT_TRUE(isKnown) << field.toStdString() << " has no row in the table";
