@@ -5,10 +5,7 @@ namespace emulator {
 // clang-format off
 const QList<XmlSetting>& xmlSettingsTable()
 {
-    constexpr auto Text = XmlSetting::Kind::Text;
-    constexpr auto Flag = XmlSetting::Kind::Flag;
-    constexpr auto Count = XmlSetting::Kind::Count;
-    constexpr auto Interval = XmlSetting::Kind::Interval;
+    using enum XmlSetting::Kind;
     const QString on = QStringLiteral("true");
     const QString off = QStringLiteral("false");
     static const QList<XmlSetting> table{
