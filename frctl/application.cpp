@@ -98,6 +98,21 @@ Complaint complaintOf(const QList<receipt::Finding>& errors, ExitStatus status, 
     return complaint;
 }
 
+/// A text without its quotes, as findings have it; another value as it stands in the file.
+QString plainGiven(const QString& given)
+{
+    const QJsonDocument array = QJsonDocument::fromJson("[" + given.toUtf8() + "]");
+    return array.array().at(0).toString(given);
+}
+
+Complaint complaintOf(const receipt::ReceiptError& error)
+{
+    Complaint complaint{
+        ExitUsage, shownText(QString::fromUtf8(error.what())), QStringLiteral("ReceiptError")};
+    complaint.errors = {{receipt::Finding::Error, error.path(), plainGiven(error.given()), error.reason()}};
+    return complaint;
+}
+
 Complaint complaintOf(const std::exception_ptr& exception)
 {
     try {
@@ -105,8 +120,7 @@ Complaint complaintOf(const std::exception_ptr& exception)
     } catch (const UsageError& error) {
         return {ExitUsage, QString::fromUtf8(error.what()), QStringLiteral("UsageError"), {}, false, true};
     } catch (const receipt::ReceiptError& error) {
-        return complaintOf({{receipt::Finding::Error, error.path(), {}, error.reason()}}, ExitUsage,
-            QStringLiteral("ReceiptError"));
+        return complaintOf(error);
     } catch (const CheckError& error) {
         return complaintOf(error.errors(), ExitUsage, error.exceptionName());
     } catch (const sale::MarkRefusal& error) {

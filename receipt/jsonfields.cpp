@@ -16,14 +16,18 @@ constexpr double largestSum = 1e8;
 constexpr double largestQuantity = 1e5;
 constexpr qsizetype longestShown = 60;
 
-/// A value as it stands in the file; nothing for what is missing and for objects and arrays.
+/// A value as it stands in the file, a long text its beginning; nothing for what is missing and for objects
+/// and arrays.
 QString shown(const QJsonValue& value)
 {
     if (value.isUndefined() || value.isObject() || value.isArray())
         return {};
-    const QByteArray array = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
-    const QString text = QString::fromUtf8(array.mid(1, array.size() - 2));
-    return text.size() > longestShown ? text.left(longestShown) + QStringLiteral("...") : text;
+    QString text = value.toString();
+    if (text.size() > longestShown)
+        text = text.left(longestShown) + QStringLiteral("...");
+    const QJsonArray shortened{value.isString() ? QJsonValue(text) : value};
+    const QByteArray array = QJsonDocument(shortened).toJson(QJsonDocument::Compact);
+    return QString::fromUtf8(array.mid(1, array.size() - 2));
 }
 
 QString allowedNames(std::span<const NamedValue> values, bool withNumbers)

@@ -140,11 +140,13 @@ TEST_P(Day, RefusedDocumentIsCancelledWhereThereIsOne)
 TEST_P(Day, BadGoodsAreNotSoldAndPiecesNotTwiceUnnoticed)
 {
     const QTemporaryDir folder;
-    const QString bad = folder.filePath("bad.json");
-    QFile file(bad);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(readAll(example("marked-sale.json")).replace("\\u001d93dGVz", ""));
-    file.close();
+    const auto changed = [&folder](const QString& name, const QByteArray& from, const QByteArray& to) {
+        QFile file(folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(readAll(example("marked-sale.json")).replace(from, to));
+        return file.fileName();
+    };
+    const QString bad = changed("bad.json", "\\u001d93dGVz", "");
     const QString options = "--json --journal " + folder.filePath("sales");
     const struct
     {
@@ -154,6 +156,7 @@ TEST_P(Day, BadGoodsAreNotSoldAndPiecesNotTwiceUnnoticed)
         const char* key;
         const char* told;
     } rows[] = {
+        {changed("malformed.json", "vat10", "vat"), "", 2, "errors", "\"given\": \"vat\""},
         {bad, "", 1, "bits", "key wrong"},
         {example("marked-sale.json"), "", 0, "warnings", "not checked on line"},
         {example("marked-sale.json"), "--strict", 2, "errors", "document 3"},
