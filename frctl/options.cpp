@@ -80,6 +80,9 @@ QString cashierName(const QString& text)
     constexpr int longestName = 64;
     if (text.size() > longestName)
         throw UsageError(QStringLiteral("--cashier: has more than %1 characters").arg(longestName));
+    // It would take the place of the receipt's cashier. An empty one is none.
+    if (!text.isEmpty() && text.trimmed().isEmpty())
+        throw UsageError(QStringLiteral("--cashier: has nothing but blanks"));
     return line("cashier", text);
 }
 

@@ -73,6 +73,7 @@ TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
         {"fn --clear", "--clear goes with logo"}, {"--split cash-in 5", "--split goes with sell"},
         {"--drop type status", "--drop goes with"}, {"--marks any mark 01046", "--marks goes with"},
         {"--marks some sell a", "--marks:"}, {"--cashier a\x7F status", "--cashier: has the control"},
+        {"--cashier \u00A0 status", "--cashier: has nothing but"},
         {"--cashier-inn 771234567890 status", "--cashier-inn:"}, {"--cashier-inn= status", "--cashier-inn:"},
         {"mark 01046\x1B", "mark: the code has the control"}, {"names colours", "names: \"colours\""},
         {"logo", "logo takes"}, {"params", "params takes list|get"}, {"logo no-such-file", "no-such-file:"},
