@@ -169,16 +169,25 @@ Task prepareCash(const Options& options, hw::fr::CheckType type)
         [type, sum, isHex](AbstractFrDriver& driver) { return moveCash(driver, type, *sum, isHex); });
 }
 
+/// As much of a line, but no half of a character.
+qsizetype fittingLength(QStringView line, qsizetype width)
+{
+    const bool isHalved = width > 1 && width < line.size() && line.at(width).isLowSurrogate();
+    return isHalved ? width - 1 : width;
+}
+
 /// The register cuts a line that is too long, so it is continued on the next one here.
 QStringList fittedLines(const QStringList& lines, unsigned width)
 {
     QStringList result;
     for (const QString& line : lines) {
-        qsizetype start = 0;
-        do {
-            result.append(width > 0 ? line.mid(start, width) : line);
-            start += width;
-        } while (width > 0 && start < line.size());
+        QStringView rest = line;
+        while (width > 0 && rest.size() > width) {
+            const qsizetype length = fittingLength(rest, width);
+            result.append(rest.first(length).toString());
+            rest = rest.sliced(length);
+        }
+        result.append(rest.toString());
     }
     return result;
 }
