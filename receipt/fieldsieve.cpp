@@ -116,10 +116,9 @@ private:
     QJsonValue withoutCarriage(const QString& path, const QJsonValue& value, const QString& rulePath)
     {
         const QString given = value.toVariant().toString();
-        for (const QString& wanted : {path, rulePath}) {
-            if (!m_options.drop.contains(wanted))
-                continue;
-            m_dropped.insert(wanted);
+        if (m_options.drop.contains(path) || m_options.drop.contains(rulePath)) {
+            m_dropped.insert(path);
+            m_dropped.insert(rulePath);
             m_findings.append({Finding::Warning, path, given,
                 QStringLiteral("is dropped, since it is not carried ") + m_over});
             return QJsonValue::Undefined;
