@@ -8,20 +8,15 @@
 #include "receiptparser.h"
 #include "rules.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
+
+#include <barcode.h>
 
 namespace receipt {
 
 namespace {
-
-QString nameOf(int barcodeType)
-{
-    for (const NamedValue& entry : names::barcodeTypes()) {
-        if (entry.value == barcodeType)
-            return QLatin1String(entry.name);
-    }
-    return {};
-}
 
 QString printedBarcodes(Protocol protocol)
 {
@@ -40,7 +35,36 @@ void judgeBarcodes(const Receipt& receipt, Protocol protocol, QList<Finding>& fi
     for (const ReceiptItem& item : receipt.items) {
         if (item.kind == ReceiptItem::BarcodeItem && !isBarcodePrinted(item.barcode.type, protocol))
             findings.append({Finding::Error, item.path + QStringLiteral(".barcodeType"),
-                nameOf(item.barcode.type), reason});
+                names::nameOf(names::barcodeTypes(), item.barcode.type), reason});
+    }
+}
+
+struct BarcodeDigits
+{
+    int type;
+    /// The last digit may be left for the register to compute.
+    const char* pattern;
+    const char* allowed;
+};
+
+constexpr BarcodeDigits barcodeDigits[] = {
+    {Barcode::UpcA, "[0-9]{11,12}", "11 or 12 digits"},
+    {Barcode::UpcE, "[0-9]{6,8}", "6 to 8 digits"},
+    {Barcode::Ean13, "[0-9]{12,13}", "12 or 13 digits"},
+    {Barcode::Ean8, "[0-9]{7,8}", "7 or 8 digits"},
+};
+
+/// What is no number of its type stops the receipt over HEX, and is another picture over XML.
+void judgeDigits(const ReceiptItem& item, QList<Finding>& findings)
+{
+    for (const BarcodeDigits& digits : barcodeDigits) {
+        const QRegularExpression pattern(QRegularExpression::anchoredPattern(QLatin1String(digits.pattern)));
+        if (item.kind == ReceiptItem::BarcodeItem && item.barcode.type == digits.type
+            && !pattern.match(item.barcode.text).hasMatch())
+            findings.append({Finding::Error, item.path + QStringLiteral(".barcode"), item.barcode.text,
+                QStringLiteral("must be %1 in a barcode of type %2")
+                    .arg(QLatin1String(digits.allowed),
+                        names::nameOf(names::barcodeTypes(), item.barcode.type))});
     }
 }
 
@@ -75,6 +99,7 @@ CheckedReceipt checkedReceipt(const QByteArray& text, const CheckOptions& option
     checked.receipt = receiptFromJson(carriedReceipt(json, options, checked.findings), options.split);
     judgeBarcodes(checked.receipt, options.protocol, checked.findings);
     for (const ReceiptItem& item : checked.receipt.items) {
+        judgeDigits(item, checked.findings);
         if (options.protocol == Protocol::Xml)
             judgeForXml(item, checked.findings);
     }

@@ -239,4 +239,13 @@ std::span<const NamedValue> barcodeTypes()
     return barcodeTypesTable;
 }
 
+QString nameOf(std::span<const NamedValue> values, int value)
+{
+    for (const NamedValue& entry : values) {
+        if (entry.value == value)
+            return QLatin1String(entry.name);
+    }
+    return QString::number(value);
+}
+
 } // namespace receipt::names

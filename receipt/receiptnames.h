@@ -32,4 +32,7 @@ std::span<const NamedValue> agentTypes();
 /// Barcode::Type.
 std::span<const NamedValue> barcodeTypes();
 
+/// The name in the JSON of a number; the number itself where the table has none.
+QString nameOf(std::span<const NamedValue> values, int value);
+
 } // namespace receipt::names

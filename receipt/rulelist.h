@@ -19,6 +19,8 @@ void agents(Judgement& judgement);
 void taxNumbers(Judgement& judgement);
 /// How each marking code was scanned.
 void markSyntax(Judgement& judgement);
+/// Payment objects (1212) that the register takes with a code alone.
+void missingMarks(Judgement& judgement);
 /// A code stands for one piece.
 void markedPieces(Judgement& judgement);
 

@@ -16,6 +16,7 @@ constexpr void (*allRules[])(Judgement&) = {
     rules::agents,
     rules::taxNumbers,
     rules::markSyntax,
+    rules::missingMarks,
     rules::markedPieces,
 };
 

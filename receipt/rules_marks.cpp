@@ -3,6 +3,7 @@
 #include "judgement.h"
 #include "linesum.h"
 #include "marksyntax.h"
+#include "receiptnames.h"
 #include "rulelist.h"
 
 #include <QMap>
@@ -12,6 +13,9 @@ namespace receipt::rules {
 namespace {
 
 constexpr int piece = 0;
+// Payment objects.
+constexpr int markedExcise = 31;
+constexpr int markedGoods = 33;
 constexpr qint64 one = 1000;
 
 QList<ReceiptItem> markedItems(const Receipt& receipt)
@@ -40,7 +44,8 @@ void judgeQuantity(Judgement& judgement, const ReceiptItem& item)
                 "of a package cannot be sent through this driver"));
     // The receipt says there that a piece was sold or came back, whatever the unit is.
     if (unit != piece && judgement.options.protocol == Protocol::Xml)
-        judgement.error(item.path + QStringLiteral(".measurementUnit"), item.position.getMeasureName(),
+        judgement.error(item.path + QStringLiteral(".measurementUnit"),
+            names::nameOf(names::measureUnits(), unit),
             QStringLiteral(
                 "must be piece for marked goods: over XML the register is told of a piece, never of "
                 "a measured quantity"));
@@ -59,6 +64,18 @@ void markSyntax(Judgement& judgement)
             judgement.error(codePath(item), shownMark(code), fault->reason);
         else
             judgement.warning(codePath(item), shownMark(code), fault->reason);
+    }
+}
+
+void missingMarks(Judgement& judgement)
+{
+    for (const ReceiptItem& item : judgement.receipt.items) {
+        const int object = item.position.getPaymentObject();
+        const bool isMarked = object == markedExcise || object == markedGoods;
+        if (item.kind == ReceiptItem::Position && isMarked && item.position.getMarkingCode().isEmpty())
+            judgement.error(codePath(item), {},
+                QStringLiteral("is missing: the payment object %1 is sold with its code")
+                    .arg(names::nameOf(names::paymentObjects(), object)));
     }
 }
 

@@ -36,15 +36,6 @@ enum Method {
 };
 enum Kind { Prepaid = 2, OnCredit = 3 };
 
-QString methodName(int method)
-{
-    for (const NamedValue& entry : names::paymentMethods()) {
-        if (entry.value == method)
-            return QLatin1String(entry.name);
-    }
-    return QString::number(method);
-}
-
 /// Kopecks by payment method of the positions and by kind of payment.
 class Settlement
 {
@@ -107,7 +98,8 @@ private:
             const int method = item.position.getPaymentMethod();
             if (item.kind == ReceiptItem::Position
                 && std::find(methods.begin(), methods.end(), method) != methods.end())
-                m_judgement.warning(item.path + QStringLiteral(".paymentMethod"), methodName(method), reason);
+                m_judgement.warning(item.path + QStringLiteral(".paymentMethod"),
+                    names::nameOf(names::paymentMethods(), method), reason);
         }
     }
 

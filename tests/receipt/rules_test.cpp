@@ -155,7 +155,9 @@ TEST(Rules, OneCodeIsOnePiece)
         {"{}", R"({"markingCode": "46000002"})", {"E items[0].quantity: \"2\" must be 1 for a marked piece"}},
         {"{}", R"({"markingCode": "46000002", "quantity": 0.5, "amount": 25})",
             {"E items[0].quantity: \"0.5\" must be 1 for a marked piece"}},
-        {"{}", R"({"markingCode": "46000002", "quantity": 1, "amount": 50})", {}},
+        {"{}", R"({"markingCode": "46000002", "quantity": 1, "amount": 50, "paymentObject": 31})", {}},
+        {"{}", R"({"paymentObject": "commodityWithMarking"})",
+            {"E items[0].markingCode: is missing: the payment object commodityWithMarking is sold with"}},
         {"{}", R"({"markingCode": "46000003", "quantity": 1, "amount": 50})",
             {"E items[0].markingCode: \"46000003\" has 46000003 with a wrong check digit, 2 would be right"}},
         {"{}", R"({"markingCode": {"mark": "0104600000000015215!Ab1cD\u001d", "type": "shoes"}, "quantity": 1,
@@ -166,7 +168,7 @@ TEST(Rules, OneCodeIsOnePiece)
         expectSaid(row);
     const Row measured{"{}", R"({"markingCode": "46000002", "quantity": 0.5, "amount": 25,
         "measurementUnit": "liter"})",
-        {"E items[0].measurementUnit: \"л\" must be piece"}};
+        {"E items[0].measurementUnit: \"liter\" must be piece"}};
     expectSaid(measured);
     expectSaid({measured.head, measured.item, {}}, Protocol::Hex);
 }
