@@ -209,6 +209,7 @@ std::optional<MarkFault> markFault(const QString& code)
 
 QString markIdentity(const QString& code)
 {
+    // Some scanners put a separator in front of the code as well.
     return FrUtils::getMarkingCodeWithSeparators(code).section(separator, 0, 0, QString::SectionSkipEmpty);
 }
 

@@ -11,8 +11,7 @@ enum class TextKind {
     /// One line: none. Every text of a receipt but a marking code; also names of cashiers and lines to print.
     Line,
     /// Several lines: line feeds. No field of a receipt takes them: over HEX the driver would join the lines,
-    /// over XML
-    /// a font would end with the first one.
+    /// over XML a font would end with the first one.
     Lines,
     /// Group separators, U+001D. Barcodes have them too.
     MarkingCode

@@ -1,13 +1,9 @@
 #include "markentry.h"
 
-#include "frutils.h"
+#include "marksyntax.h"
 #include "receipt.h"
 
 namespace sale {
-
-namespace {
-constexpr QChar groupSeparator(0x1D);
-} // namespace
 
 MarkEntry markEntryOf(const receipt::Receipt& receipt)
 {
@@ -15,16 +11,9 @@ MarkEntry markEntryOf(const receipt::Receipt& receipt)
     entry.isReturn = receipt.isReturn();
     for (const receipt::ReceiptItem& item : receipt.items) {
         if (!item.position.getMarkingCode().isEmpty())
-            entry.marks.append(markIdentity(item.position.getMarkingCode()));
+            entry.marks.append(receipt::markIdentity(item.position.getMarkingCode()));
     }
     return entry;
-}
-
-QString markIdentity(const QString& markingCode)
-{
-    // Some scanners put one in front of the code as well.
-    return FrUtils::getMarkingCodeWithSeparators(markingCode)
-        .section(groupSeparator, 0, 0, QString::SectionSkipEmpty);
 }
 
 QString markPath(const receipt::ReceiptItem& item, qsizetype index)

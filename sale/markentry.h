@@ -13,16 +13,12 @@ namespace sale {
 /// The marked goods of a receipt, as the journal takes them.
 struct MarkEntry
 {
-    /// What each code names, see markIdentity.
+    /// What each code names, see receipt::markIdentity.
     QStringList marks;
     bool isReturn = false;
 };
 
 MarkEntry markEntryOf(const receipt::Receipt& receipt);
-
-/// What a marking code says of the piece that it stands on: without the proofs behind it, and the same with
-/// and without group separators.
-QString markIdentity(const QString& markingCode);
 
 /// Where the receipt has the marking code: "items[2].markingCode". The index is for an item that was not read
 /// from a file.

@@ -1,5 +1,7 @@
 #include "salejournal.h"
 
+#include "marksyntax.h"
+
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QUuid>
@@ -40,7 +42,7 @@ std::optional<MarkRecord> SaleJournal::soldMark(const QString& markingCode, cons
     query.prepare(QStringLiteral("SELECT returned, id, changed, drive, document FROM marks "
                                  "WHERE mark = ? AND (id = '' OR id <> ?) "
                                  "AND (returned = 0 OR outcome = 'issued') ORDER BY rowid DESC LIMIT 1"));
-    query.addBindValue(markIdentity(markingCode));
+    query.addBindValue(receipt::markIdentity(markingCode));
     query.addBindValue(exceptId.isNull() ? QString::fromLatin1("") : exceptId);
     run(query);
     if (!query.next() || query.value(0).toBool())
