@@ -31,7 +31,8 @@ constexpr FieldCarriage asExactCp866(int limit)
 
 // Over XML a receipt is a document and carries nearly all; over HEX the commands have a place for some
 // requisites only, and the driver logs the others. An amount is not sent on either, but checked and computed
-// by the register as well.
+// by the register as well; over HEX a discount is sent within the price, and the group of marked goods only
+// says what they are when the receipt does not (paymentObject).
 constexpr FieldRule fieldTable[] = {
     {"type", asValue, asValue},
     {"taxationType", asValue, asValue},

@@ -180,6 +180,15 @@ constexpr NamedValue barcodeTypesTable[] = {
 
 } // namespace
 
+QString nameOf(std::span<const NamedValue> values, int value)
+{
+    for (const NamedValue& entry : values) {
+        if (entry.value == value)
+            return QLatin1String(entry.name);
+    }
+    return QString::number(value);
+}
+
 std::span<const NamedValue> receiptTypes()
 {
     return receiptTypesTable;
@@ -237,15 +246,6 @@ std::span<const NamedValue> agentTypes()
 std::span<const NamedValue> barcodeTypes()
 {
     return barcodeTypesTable;
-}
-
-QString nameOf(std::span<const NamedValue> values, int value)
-{
-    for (const NamedValue& entry : values) {
-        if (entry.value == value)
-            return QLatin1String(entry.name);
-    }
-    return QString::number(value);
 }
 
 } // namespace receipt::names

@@ -9,6 +9,9 @@
 /// What the names in the JSON stand for, a table a field.
 namespace receipt::names {
 
+/// The name that a table has for the number, which itself stands for one without a name.
+QString nameOf(std::span<const NamedValue> values, int value);
+
 /// hw::fr::CheckType; what the driver issues.
 std::span<const NamedValue> receiptTypes();
 /// Tag 1055.
@@ -31,8 +34,5 @@ std::span<const NamedValue> markTypes();
 std::span<const NamedValue> agentTypes();
 /// Barcode::Type.
 std::span<const NamedValue> barcodeTypes();
-
-/// The name in the JSON of a number; the number itself where the table has none.
-QString nameOf(std::span<const NamedValue> values, int value);
 
 } // namespace receipt::names

@@ -13,6 +13,8 @@ void rates(Judgement& judgement);
 void payments(Judgement& judgement);
 /// A receipt that is not printed must reach the buyer.
 void delivery(Judgement& judgement);
+/// A buyer who is named needs name and tax number.
+void buyer(Judgement& judgement);
 /// Whose goods an agent sells.
 void agents(Judgement& judgement);
 /// Check digits of the tax numbers.

@@ -33,6 +33,27 @@ QString codePath(const ReceiptItem& item)
     return item.path + QStringLiteral(".markingCode");
 }
 
+/// Over XML a code of other groups stays behind: their goods go out by the code of the goods (tag 1163)
+/// alone.
+bool isSentWhole(ExciseMarkType type)
+{
+    return type >= MarkTobacco && type <= MarkMedicine;
+}
+
+void judgeGroup(Judgement& judgement, const ReceiptItem& item)
+{
+    const ExciseMarkType type = item.position.getExciseMarkType();
+    if (judgement.options.protocol != Protocol::Xml || isSentWhole(type))
+        return;
+    const QString sent = type == MarkAlcohol ? QStringLiteral("the first 14 characters of its code")
+                                             : QStringLiteral("the code of the goods in it");
+    judgement.warning(codePath(item) + QStringLiteral(".type"), names::nameOf(names::markTypes(), type),
+        QStringLiteral(
+            "is a group of which only %1 goes out over XML (tag 1163), without the whole code (tag "
+            "2000)")
+            .arg(sent));
+}
+
 void judgeQuantity(Judgement& judgement, const ReceiptItem& item)
 {
     const int unit = item.position.getFrUnit();
@@ -84,6 +105,7 @@ void markedPieces(Judgement& judgement)
     QMap<QString, QString> seen;
     for (const ReceiptItem& item : markedItems(judgement.receipt)) {
         judgeQuantity(judgement, item);
+        judgeGroup(judgement, item);
         const QString code = item.position.getMarkingCode();
         const QString identity = markIdentity(code);
         if (seen.contains(identity))

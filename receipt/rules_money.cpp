@@ -35,6 +35,8 @@ enum Method {
     CreditPayment
 };
 enum Kind { Prepaid = 2, OnCredit = 3 };
+// Tag 1212 for an advance or an instalment, behind which there are no goods.
+constexpr int moneyAlone = 10;
 
 /// Kopecks by payment method of the positions and by kind of payment.
 class Settlement
@@ -81,6 +83,20 @@ public:
                 QStringLiteral("is paid in part now and in part by a payment of type credit, which must be "
                                "between %1 and %2, not %3")
                     .arg(moneyText(unpaid), moneyText(mostUnpaid), moneyText(credit)));
+    }
+
+    /// What an advance has paid for is paid by prepaid when it is handed over.
+    void judgeAdvanceSettled() const
+    {
+        if (m_paid[Prepaid] > 0)
+            return;
+        for (const ReceiptItem& item : m_judgement.receipt.items) {
+            if (item.kind == ReceiptItem::Position && item.position.getPaymentMethod() == FullPayment
+                && item.position.getPaymentObject() == moneyAlone)
+                m_judgement.warning(item.path + QStringLiteral(".paymentMethod"), names::nameOf(names::paymentMethods(), FullPayment),
+                    QStringLiteral("settles an advance (paymentObject payment) without a payment of type "
+                                   "prepaid; taking one is advance"));
+        }
     }
 
 private:
@@ -140,6 +156,7 @@ void payments(Judgement& judgement)
     const Settlement settlement(judgement);
     settlement.judgeMoneyNow();
     settlement.judgeCredit();
+    settlement.judgeAdvanceSettled();
 }
 
 } // namespace receipt::rules

@@ -13,13 +13,20 @@ QString valueOf(const FdRequisiteMap& fields, EFrDriver::RequisiteTypes tag)
     return fields.value(tag).getSourceData().toString();
 }
 
-QString buyerInn(const Receipt& receipt)
+FdRequisiteMap buyerOf(const Receipt& receipt)
 {
     for (const FdRequisite& requisite : receipt.requisites) {
         if (requisite.getTag() == EFrDriver::CustomerBlock)
-            return valueOf(requisite.toMap(), EFrDriver::CustomerInn);
+            return requisite.toMap();
     }
     return {};
+}
+
+/// Over XML the fields of such a block go out with it, those that are missing as well.
+void warnOfEmpty(Judgement& judgement, const QString& path, int tag)
+{
+    if (judgement.options.protocol == Protocol::Xml)
+        judgement.warning(path, {}, QStringLiteral("is missing: over XML tag %1 goes out empty").arg(tag));
 }
 
 void judgeInn(Judgement& judgement, const QString& path, const QString& inn)
@@ -37,6 +44,8 @@ void judgeAgent(Judgement& judgement, const ReceiptItem& item)
             QStringLiteral("is missing: an agent's goods need the tax number of their supplier, tag 1226; "
                            "000000000000 for one who has none"));
     const FdRequisiteMap data = position.getRequisite(EFrDriver::SupplierData).toMap();
+    if (!data.contains(EFrDriver::SupplierPhone))
+        warnOfEmpty(judgement, supplier + QStringLiteral(".phones"), EFrDriver::SupplierPhone);
     if (!data.contains(EFrDriver::SupplierName))
         judgement.warning(supplier + QStringLiteral(".name"), {},
             QStringLiteral("is missing: the supplier of an agent's goods, tag 1225, goes out empty"));
@@ -50,6 +59,17 @@ void delivery(Judgement& judgement)
     if (document.getPrintMode() == CheckPrintNone && document.getCustomerAddress().isEmpty())
         judgement.error(QStringLiteral("clientInfo.emailOrPhone"), {},
             QStringLiteral("is missing: an electronic receipt goes to an address or a telephone, tag 1008"));
+}
+
+void buyer(Judgement& judgement)
+{
+    const FdRequisiteMap fields = buyerOf(judgement.receipt);
+    if (fields.isEmpty())
+        return;
+    if (!fields.contains(EFrDriver::CustomerName))
+        warnOfEmpty(judgement, QStringLiteral("clientInfo.name"), EFrDriver::CustomerName);
+    if (!fields.contains(EFrDriver::CustomerInn))
+        warnOfEmpty(judgement, QStringLiteral("clientInfo.vatin"), EFrDriver::CustomerInn);
 }
 
 void agents(Judgement& judgement)
@@ -68,7 +88,8 @@ void taxNumbers(Judgement& judgement)
 {
     const Receipt& receipt = judgement.receipt;
     judgeInn(judgement, QStringLiteral("operator.vatin"), receipt.cashier.value_or(FrUser()).inn);
-    judgeInn(judgement, QStringLiteral("clientInfo.vatin"), buyerInn(receipt));
+    judgeInn(
+        judgement, QStringLiteral("clientInfo.vatin"), valueOf(buyerOf(receipt), EFrDriver::CustomerInn));
     for (const ReceiptItem& item : receipt.items) {
         const FdRequisiteMap agent = item.position.getRequisite(EFrDriver::AgentData).toMap();
         judgeInn(judgement, item.path + QStringLiteral(".agentInfo.moneyTransferOperator.vatin"),

@@ -53,28 +53,34 @@ TEST(Rules, PeopleAndAgents)
     const Row rows[] = {
         {"{}", "{}", {}},
         {R"({"electronically": true})", "{}", {"E clientInfo.emailOrPhone: is missing"}},
-        {R"({"electronically": true, "clientInfo": {"name": "А"}})", "{}", {"E clientInfo.emailOrPhone: "}},
+        {R"({"electronically": true, "clientInfo": {"name": "А"}})", "{}",
+            {"E clientInfo.emailOrPhone: ",
+                "W clientInfo.vatin: is missing: over XML tag 1228 goes out empty"}},
+        {R"({"clientInfo": {"vatin": "7721000024"}})", "{}",
+            {"W clientInfo.name: is missing: over XML tag 1227"}},
         {R"({"electronically": true, "clientInfo": {"emailOrPhone": "+79990001122"}})", "{}", {}},
         {R"({"operator": {"name": "А", "vatin": "772100000041"},
             "clientInfo": {"name": "Б", "vatin": "7721000025"}})",
             R"({"agentInfo": {"agents": ["another"], "moneyTransferOperator": {"vatin": "7721000026"}},
-                "supplierInfo": {"name": "В", "vatin": "7721000027"}})",
+                "supplierInfo": {"name": "В", "phones": ["1"], "vatin": "7721000027"}})",
             {"W operator.vatin: \"772100000041\" has wrong check digits",
                 "W clientInfo.vatin: \"7721000025\" ",
                 "W items[0].agentInfo.moneyTransferOperator.vatin: \"7721000026\" ",
                 "W items[0].supplierInfo.vatin: \"7721000027\" "}},
         {"{}", R"({"agentInfo": {"agents": ["attorney"]}})",
             {"E items[0].supplierInfo.vatin: is missing: an agent's goods",
+                "W items[0].supplierInfo.phones: is missing: over XML tag 1171 goes out empty",
                 "W items[0].supplierInfo.name: "}},
-        {"{}", R"({"agentInfo": {"agents": ["attorney"]}, "supplierInfo": {"name": "А"}})",
+        {"{}", R"({"agentInfo": {"agents": ["attorney"]}, "supplierInfo": {"name": "А", "phones": ["1"]}})",
             {"E items[0].supplierInfo.vatin: is missing"}},
         {"{}", R"({"agentInfo": {"agents": ["attorney"]},
-            "supplierInfo": {"name": "А", "vatin": "000000000000"}})",
+            "supplierInfo": {"name": "А", "phones": ["1"], "vatin": "000000000000"}})",
             {}},
         {"{}", R"({"supplierInfo": {"name": "А", "vatin": "7721000017"}})",
             {"W items[0].agentInfo: is missing"}},
         // Both halves of a split position are one line of the file.
-        {"{}", R"({"agentInfo": {"agents": ["attorney"]}, "supplierInfo": {"name": "А"}, "price": 10,
+        {"{}",
+            R"({"agentInfo": {"agents": ["attorney"]}, "supplierInfo": {"name": "А", "phones": ["1"]}, "price": 10,
             "quantity": 3, "infoDiscountAmount": 1, "amount": 29})",
             {"E items[0].supplierInfo.vatin: is missing"}},
     };
@@ -149,6 +155,14 @@ TEST(Rules, PaymentsFitThePaymentMethods)
     }
 }
 
+TEST(Rules, AdvanceIsSettledByPrepaid)
+{
+    const char* const item = R"({"paymentObject": "payment"})";
+    expectSaid({"{}", item, {"W items[0].paymentMethod: \"fullPayment\" settles an advance"}});
+    expectSaid({R"({"payments": [{"type": "prepaid", "sum": 100}]})", item, {}});
+    expectSaid({"{}", R"({"paymentObject": "payment", "paymentMethod": "advance"})", {}});
+}
+
 TEST(Rules, OneCodeIsOnePiece)
 {
     const Row rows[] = {
@@ -171,6 +185,11 @@ TEST(Rules, OneCodeIsOnePiece)
         {"E items[0].measurementUnit: \"liter\" must be piece"}};
     expectSaid(measured);
     expectSaid({measured.head, measured.item, {}}, Protocol::Hex);
+    const Row ofNoWholeCode{"{}", R"({"markingCode": {"mark": "46000002", "type": "fur"}, "quantity": 1,
+        "amount": 50})",
+        {"W items[0].markingCode.type: \"fur\" is a group of which only the code of the goods in it goes out"}};
+    expectSaid(ofNoWholeCode);
+    expectSaid({ofNoWholeCode.head, ofNoWholeCode.item, {}}, Protocol::Hex);
 }
 
 TEST(Rules, CodeTwiceInAReceiptWithOrWithoutItsProof)
