@@ -52,8 +52,18 @@ QList<FrPayment> cashLast(QList<FrPayment> payments)
     return payments;
 }
 
+/// Over XML the driver would give a receipt without a tax system that of the receipt before it.
+void forgetTaxSystem(AbstractFrDriver& driver, const Receipt& receipt)
+{
+    const bool hasOwn = std::any_of(receipt.requisites.cbegin(), receipt.requisites.cend(),
+        [](const FdRequisite& requisite) { return requisite.getTag() == EFrDriver::TaxSystem; });
+    if (!hasOwn)
+        driver.setRequisite(FdRequisite(EFrDriver::TaxSystem, 0));
+}
+
 void fillReceipt(AbstractFrDriver& driver, const Receipt& receipt)
 {
+    forgetTaxSystem(driver, receipt);
     for (const FdRequisite& requisite : receipt.requisites)
         driver.setRequisite(requisite);
     for (const ReceiptItem& item : receipt.items)

@@ -65,6 +65,16 @@ TEST_F(Issue, MeasuredGoodsComeBackMeasured)
     EXPECT_EQ(driver.status, 4);
 }
 
+TEST_F(Issue, TaxSystemIsThatOfTheReceiptAlone)
+{
+    driver.taxSystem = 32;
+    issue();
+    EXPECT_EQ(driver.taxSystem, 0);
+    receipt.requisites.append(FdRequisite(EFrDriver::TaxSystem, 4));
+    issue();
+    EXPECT_EQ(driver.taxSystem, 4);
+}
+
 TEST_F(Issue, WideAndHighIsWideWhereNoFontIsBoth)
 {
     const std::tuple<EFrDriver::FontTypes, unsigned, EFrDriver::FontTypes> rows[] = {

@@ -41,7 +41,13 @@ public:
     }
     void clearMarkingCodes() override { note("clear"); }
     void checkOpen(const FiscalDocument&) override { note("open"); }
-    void setRequisite(const FdRequisite&) override { note("requisite"); }
+    void setRequisite(const FdRequisite& requisite) override
+    {
+        if (requisite.getTag() == EFrDriver::TaxSystem)
+            taxSystem = requisite.getSourceData().toInt();
+        else
+            note("requisite");
+    }
     void checkAddPosition(const FrPosition&) override { note("position"); }
     void setFont(const QList<EFrDriver::FontTypes>& fonts) override { font = fonts.constFirst(); }
     QMap<EFrDriver::FontTypes, unsigned> getBandWidthFonts() override { return widths; }
@@ -82,6 +88,8 @@ public:
     EFrDriver::FontTypes font = EFrDriver::UndefinedFont;
     QMap<EFrDriver::FontTypes, unsigned> widths;
     int markResult = 15;
+    /// Stays from receipt to receipt.
+    int taxSystem = 0;
     QString drive = QStringLiteral("9999");
     /// Of the drive's last document, from question to question.
     QList<quint32> numbers{7};
