@@ -209,8 +209,11 @@ Output runTask(RegisterSession& session, const Task& task, const Options& option
 /// With the cashier's name as the register gets it.
 Options withPlainCashier(Options options)
 {
+    // Only a receipt carries the whole name over HEX.
+    constexpr int longestName = 48;
     TextCheck texts(options);
-    options.cashier.name = texts.line(QStringLiteral("--cashier"), options.cashier.name);
+    options.cashier.name = texts.line(
+        QStringLiteral("--cashier"), options.cashier.name, options.isReceipt() ? 0 : longestName);
     texts.finish();
     return options;
 }

@@ -79,7 +79,9 @@ QString cashierName(const QString& text)
     // Tag 1021.
     constexpr int longestName = 64;
     if (text.size() > longestName)
-        throw UsageError(QStringLiteral("--cashier: has more than %1 characters").arg(longestName));
+        throw UsageError(QStringLiteral("--cashier: must have at most %1 characters, not %2")
+                             .arg(longestName)
+                             .arg(text.size()));
     // It would take the place of the receipt's cashier. An empty one is none.
     if (!text.isEmpty() && text.trimmed().isEmpty())
         throw UsageError(QStringLiteral("--cashier: has nothing but blanks"));

@@ -8,7 +8,7 @@ namespace frctl {
 
 using receipt::Finding;
 
-QString TextCheck::line(const QString& path, const QString& text)
+QString TextCheck::line(const QString& path, const QString& text, int limit)
 {
     if (const std::optional<QString> fault = receipt::textFault(text)) {
         m_findings.append({Finding::Error, path, text, *fault});
@@ -16,7 +16,7 @@ QString TextCheck::line(const QString& path, const QString& text)
     }
     if (!m_options.isHex())
         return text;
-    const receipt::PrinterText printed = receipt::printerText(text);
+    const receipt::PrinterText printed = receipt::printerText(text, limit);
     if (!printed.isWhole())
         m_findings.append({Finding::Warning, path, text, printed.warning()});
     return printed.text;

@@ -93,7 +93,8 @@ public:
         for (const ReceiptItem& item : m_judgement.receipt.items) {
             if (item.kind == ReceiptItem::Position && item.position.getPaymentMethod() == FullPayment
                 && item.position.getPaymentObject() == moneyAlone)
-                m_judgement.warning(item.path + QStringLiteral(".paymentMethod"), names::nameOf(names::paymentMethods(), FullPayment),
+                m_judgement.warning(item.path + QStringLiteral(".paymentMethod"),
+                    names::nameOf(names::paymentMethods(), FullPayment),
                     QStringLiteral("settles an advance (paymentObject payment) without a payment of type "
                                    "prepaid; taking one is advance"));
         }
