@@ -231,7 +231,7 @@ Task preparePrint(const Options& options)
 {
     const QString fileName = options.arguments.constFirst();
     TextCheck texts(options);
-    const QStringList lines = texts.lines(fileName, readLines(fileName));
+    const QStringList lines = texts.printedLines(fileName, readLines(fileName));
     texts.finish();
     const bool isHex = options.isHex();
     return onRegister([lines, isHex](AbstractFrDriver& driver) { return printText(driver, lines, isHex); });

@@ -22,6 +22,16 @@ QString TextCheck::line(const QString& path, const QString& text, int limit)
     return printed.text;
 }
 
+QStringList TextCheck::printedLines(const QString& fileName, const QStringList& lines)
+{
+    for (qsizetype i = 0; i < lines.size() && !m_options.isHex(); ++i) {
+        if (const std::optional<QString> fault = receipt::printerCommandFault(lines.at(i)))
+            m_findings.append(
+                {Finding::Error, QStringLiteral("%1:%2").arg(fileName).arg(i + 1), lines.at(i), *fault});
+    }
+    return this->lines(fileName, lines);
+}
+
 QStringList TextCheck::lines(const QString& fileName, const QStringList& lines)
 {
     QStringList result;

@@ -22,6 +22,8 @@ public:
     /// The text as it is to be sent. The path tells the user where it stands. What the printer gets is cut to
     /// the limit, 0 is none.
     QString line(const QString& path, const QString& text, int limit = 0);
+    /// The lines of a file that are printed one by one.
+    QStringList printedLines(const QString& fileName, const QStringList& lines);
     /// The lines of a file.
     QStringList lines(const QString& fileName, const QStringList& lines);
     /// Says the warnings. Throws CheckError.

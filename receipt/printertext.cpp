@@ -132,4 +132,12 @@ PrinterText cutText(const QString& text, int limit)
     return limit > 0 ? PrinterText{text.left(limit), {}, text.mid(limit)} : PrinterText{text, {}, {}};
 }
 
+std::optional<QString> printerCommandFault(const QString& line)
+{
+    const QString command = QStringLiteral("‼?");
+    if (!line.startsWith(command))
+        return std::nullopt;
+    return QStringLiteral("must not begin with %1, which is a command to the printer over XML").arg(command);
+}
+
 } // namespace receipt

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace receipt {
 
 /// A text as a register prints it that knows only CP866: with the characters of that page alone, one byte
@@ -27,5 +29,8 @@ PrinterText printerText(const QString& text, int limit = 0);
 QString missingCharacters(const QString& text);
 /// The text cut to that many UTF-16 units, as the driver cuts what goes as UTF-8. Nothing else is done to it.
 PrinterText cutText(const QString& text, int limit);
+/// Over XML fonts and barcodes travel within the text. Why a line that would be taken for one of them cannot
+/// be printed; nothing for any other.
+std::optional<QString> printerCommandFault(const QString& line);
 
 } // namespace receipt

@@ -4,6 +4,7 @@
 #include "fieldtable.h"
 #include "jsontext.h"
 #include "plaintext.h"
+#include "printertext.h"
 #include "receiptnames.h"
 #include "receiptparser.h"
 #include "rules.h"
@@ -68,14 +69,10 @@ void judgeDigits(const ReceiptItem& item, QList<Finding>& findings)
     }
 }
 
-/// Over XML fonts and barcodes travel within the text, so that a line can be taken for one of them.
 void judgeForXml(const ReceiptItem& item, QList<Finding>& findings)
 {
-    const QString command = QStringLiteral("‼?");
-    if (item.text.startsWith(command))
-        findings.append({Finding::Error, item.path + QStringLiteral(".text"), item.text,
-            QStringLiteral("must not begin with %1, which is a command to the printer over XML")
-                .arg(command)});
+    if (const auto fault = printerCommandFault(item.text))
+        findings.append({Finding::Error, item.path + QStringLiteral(".text"), item.text, *fault});
     // No XML document can hold the group separators that a barcode may have over HEX.
     if (const auto fault = textFault(item.barcode.text))
         findings.append({Finding::Error, item.path + QStringLiteral(".barcode"), {},

@@ -48,8 +48,9 @@ Standing standingOf(const Check& check, int result)
 
 MarkJudgement judgeMark(int result)
 {
-    const int bits = result < 0 || result > allBits ? 0 : result;
-    MarkJudgement judgement{Standing::Good, {}};
+    const int bits = result < 0 ? 0 : result & allBits;
+    // A bit that nobody knows may take back what the others say, but nothing makes a bad code good.
+    MarkJudgement judgement{bits == result ? Standing::Good : Standing::Unchecked, {}};
     for (const Check& check : checks) {
         judgement.standing = std::max(judgement.standing, standingOf(check, bits));
         judgement.bits.append(QString::fromLatin1(wordsOf(check, bits)));

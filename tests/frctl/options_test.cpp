@@ -134,7 +134,8 @@ TEST_F(Texts, AreCheckedBeforeTheyAreSent)
                     "", ""},
         {"a\xCF\xF0", "", "usage .*offset 1.*"}, {"a\n\x1B[2J", "", "check .*text:2"},
         {"a\tb", "", "check .*text:1"}, {"«Лавка»\n☕ 5 ₽", "--protocol HEX", ".*text:2"},
-        {"«Лавка»\n☕ 5 ₽", "--protocol HEX --strict", "check .*text:2"}, {"☕", "--strict", ""}};
+        {"«Лавка»\n☕ 5 ₽", "--protocol HEX --strict", "check .*text:2"}, {"☕", "--strict", ""},
+        {"a\n‼?081041", "", "check .*text:2"}, {"‼?081041", "--protocol HEX", ".*text:1"}};
     for (const auto& row : rows) {
         const QString result = print(row.bytes, row.options);
         const QRegularExpression expected(QRegularExpression::anchoredPattern(row.result));

@@ -334,7 +334,8 @@ TEST(MarkJudgement, ReadsTheBits)
         {15, Standing::Good, "key right, goods right on line"},
         {19, Standing::Unchecked, "key right, not checked on line, autonomous mode"},
         {-1, Standing::Unchecked, "not checked by the fiscal drive, not checked on line"},
-        {47, Standing::Unchecked, "not checked by the fiscal drive, not checked on line"},
+        {33, Standing::Bad, "key wrong, not checked on line"},
+        {47, Standing::Unchecked, "key right, goods right on line"},
     };
     for (const auto& row : rows) {
         const MarkJudgement judgement = judgeMark(row.result);
