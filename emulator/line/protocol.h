@@ -23,12 +23,16 @@ public:
     void setFaults(const FaultPlan& plan) { m_plan = plan; }
     /// Overrules the plan for the exchange that comes next.
     void setNextFault(const Fault& fault) { m_next = fault; }
+    /// Judges as leniently as hosts need that were written to other rules.
+    void setLenient(bool lenient) { m_lenient = lenient; }
     int exchangeCount() const { return m_exchanges; }
 
 protected:
     Register& device() { return m_device; }
     const Register& device() const { return m_device; }
     Outbox& outbox() { return m_outbox; }
+    /// The rules that a lenient register does not mind are in force.
+    bool isStrict() const { return !m_lenient; }
     qint64 milliseconds() const { return m_clock.milliseconds(); }
 
     /// Counts an exchange and plays what happens before the register acts.
@@ -57,6 +61,7 @@ private:
     FaultPlan m_plan;
     std::optional<Fault> m_next;
     int m_exchanges = 0;
+    bool m_lenient = false;
     bool m_deaf = false;
     qint64 m_answerDelay = 0;
     QByteArray m_late;

@@ -29,6 +29,8 @@ void describe(QCommandLineParser& parser)
             QStringLiteral("FILE")},
         {QStringLiteral("trace"), QStringLiteral("Show the bytes on standard error.")},
         {QStringLiteral("quiet"), QStringLiteral("Do not show the tape.")},
+        {QStringLiteral("lenient"),
+            QStringLiteral("Take requests of hosts that are written to other rules, too.")},
         {QStringLiteral("paper-out"), QStringLiteral("Start without paper.")},
         {QStringLiteral("ofd"), QStringLiteral("The OFD can be reached and takes the documents.")},
         {QStringLiteral("faults"), QStringLiteral("Misbehave on purpose."), QStringLiteral("LIST")},
@@ -133,6 +135,7 @@ Options::Outcome Options::parse(const QStringList& arguments, Options& options)
     options.journalFile = parser.value(QStringLiteral("journal"));
     options.trace = parser.isSet(QStringLiteral("trace"));
     options.quiet = parser.isSet(QStringLiteral("quiet"));
+    options.lenient = parser.isSet(QStringLiteral("lenient"));
     options.paperOut = parser.isSet(QStringLiteral("paper-out"));
     options.operatorReachable = parser.isSet(QStringLiteral("ofd"));
     return Outcome::Run;

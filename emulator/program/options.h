@@ -18,6 +18,7 @@ struct Options
     QString journalFile;
     bool trace = false;
     bool quiet = false;
+    bool lenient = false;
     bool paperOut = false;
     bool operatorReachable = false;
     emulator::Identity identity;

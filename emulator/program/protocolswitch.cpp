@@ -30,6 +30,12 @@ void ProtocolSwitch::receive(const QByteArray& bytes)
     m_current->receive(bytes);
 }
 
+void ProtocolSwitch::setLenient(bool lenient)
+{
+    m_hex.setLenient(lenient);
+    m_xml.setLenient(lenient);
+}
+
 void ProtocolSwitch::setFaults(const FaultPlan& plan)
 {
     m_hex.setFaults(plan);

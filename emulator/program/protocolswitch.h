@@ -15,6 +15,7 @@ public:
         Register& device, Outbox& outbox, const Clock& clock, ProtocolChoice choice = ProtocolChoice::Auto);
 
     void receive(const QByteArray& bytes);
+    void setLenient(bool lenient);
     /// Exchanges are counted for each protocol by itself.
     void setFaults(const FaultPlan& plan);
 

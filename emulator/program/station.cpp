@@ -30,6 +30,10 @@ Station::Station(const Options& options, QObject* parent)
     , m_journal(options.journalFile)
 {
     m_protocol.setFaults(options.faults);
+    m_protocol.setLenient(options.lenient);
+    m_register.refusals().setListener([](const emulator::RefusedRequest& refused) {
+        std::fprintf(stderr, "refused: %s\n", qPrintable(refused.reason));
+    });
     m_register.setPaper(!options.paperOut);
     m_register.setOperatorReachable(options.operatorReachable);
     m_timer.setSingleShot(true);

@@ -5,6 +5,7 @@
 #include "register/identity.h"
 #include "register/journal.h"
 #include "register/parameterstore.h"
+#include "register/refusals.h"
 #include "register/state.h"
 #include "register/tape.h"
 
@@ -21,6 +22,7 @@ struct Parts
     FiscalDrive drive;
     Tape tape;
     Journal journal;
+    Refusals refusals;
     State state;
 };
 

@@ -39,6 +39,7 @@ public:
     /// @{
     Tape& tape() { return m_parts.tape; }
     Journal& journal() { return m_parts.journal; }
+    Refusals& refusals() { return m_parts.refusals; }
     /// Switched off and on: the document and all counters survive. A protocol with a start command asks for
     /// it before it does anything else.
     void powerCycle() { m_parts.state.isStarted = false; }

@@ -96,7 +96,7 @@ XmlNode fiscalData(const Register& device)
 XmlAnswer receipt(const XmlContext& context, const XmlNode& data)
 {
     XmlReceipt receipt;
-    if (const XmlVerdict verdict = receipt.read(data); !verdict.isGood())
+    if (const XmlVerdict verdict = receipt.read(data, context.strict); !verdict.isGood())
         return verdict;
     Register& device = context.device;
     const Refusal refusal = enter(device, receipt.head,
@@ -110,15 +110,15 @@ XmlAnswer moneyDocument(const XmlContext& context, const XmlNode& data)
 {
     const qint64 kind = data.numberOf(QStringLiteral("MoneyOperationType"));
     if (kind != 1 && kind != 2)
-        return XmlVerdict::badValue(QStringLiteral("MoneyOperationType"));
+        return XmlVerdict::badValue(QStringLiteral("MoneyOperationType is 1 or 2"));
     Document head;
     head.type = kind == 1 ? DocumentType::CashIn : DocumentType::CashOut;
     head.cashier.name = data.textOf(tag::cashier);
     // Without text there is one empty text to read, and nothing to print.
     const XmlNode* const text = data.child(QStringLiteral("HeaderText"));
-    const auto pieces = readPrintText(text == nullptr ? QString() : text->value);
+    const auto pieces = readPrintText(text == nullptr ? QString() : text->value, context.strict);
     if (!pieces)
-        return XmlVerdict::badValue(QStringLiteral("HeaderText"));
+        return XmlVerdict::badValue(QStringLiteral("HeaderText: no such print sequence"));
     const QList<PrintPiece> above = text == nullptr ? QList<PrintPiece>() : *pieces;
     Register& device = context.device;
     return enter(device, head,
@@ -129,9 +129,9 @@ XmlAnswer moneyDocument(const XmlContext& context, const XmlNode& data)
 
 XmlAnswer textDocument(const XmlContext& context, const XmlNode& data)
 {
-    const auto pieces = readPrintText(data.textOf(QStringLiteral("NonFiscalText")));
+    const auto pieces = readPrintText(data.textOf(QStringLiteral("NonFiscalText")), context.strict);
     if (!pieces)
-        return XmlVerdict::badValue(QStringLiteral("NonFiscalText"));
+        return XmlVerdict::badValue(QStringLiteral("NonFiscalText: no such print sequence"));
     Document head;
     head.type = DocumentType::NonFiscal;
     Register& device = context.device;

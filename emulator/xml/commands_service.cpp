@@ -1,6 +1,7 @@
 #include "register/markingquery.h"
 #include "register/tags.h"
 #include "xml/commands.h"
+#include "xml/settingsform.h"
 
 namespace emulator::xmlcommands {
 
@@ -52,7 +53,7 @@ XmlAnswer changeRegistration(const XmlContext& context, const XmlNode& data)
     registration.taxSystems = static_cast<int>(data.numberOf(tag::taxSystems));
     const qint64 reasons = data.numberOf(tag::changeReasons);
     if (reasons <= 0)
-        return XmlVerdict::badValue(tag::changeReasons);
+        return XmlVerdict::badValue(QStringLiteral("1205 names no reason"));
     return context.device.reports().changeRegistration(
         registration, cashierOf(data), static_cast<int>(reasons));
 }
@@ -70,12 +71,14 @@ XmlAnswer openDrawer(const XmlContext& context, const XmlNode&)
 
 XmlAnswer settings(const XmlContext& context, const XmlNode& data)
 {
-    return context.settings.read(data);
+    const XmlVerdict verdict = context.strict ? xmlsettingsform::checkQuestion(data) : XmlVerdict();
+    return verdict.isGood() ? context.settings.read(data) : XmlAnswer(verdict);
 }
 
 XmlAnswer setSettings(const XmlContext& context, const XmlNode& data)
 {
-    return context.settings.write(data);
+    const XmlVerdict verdict = context.strict ? xmlsettingsform::checkOrder(data) : XmlVerdict();
+    return verdict.isGood() ? context.settings.write(data) : verdict;
 }
 
 XmlAnswer checkMarking(const XmlContext& context, const XmlNode& data)
@@ -88,7 +91,10 @@ XmlAnswer checkMarking(const XmlContext& context, const XmlNode& data)
     query.quantity = static_cast<double>(data.quantityOf(tag::quantity)) / thousandths;
     // Letters that are no digits are passed over by the conversion, so it must come out the same again.
     if (query.code.toHex() != digits.toLower() || data.child(tag::goodsCode)->children.size() != 1)
-        return XmlVerdict::badValue(tag::markingCode + QStringLiteral(", ") + tag::goodsCode);
+        return XmlVerdict::badValue(QStringLiteral("2000 is not hexadecimal, or 1163 not one code"));
+    const Register& device = context.device;
+    if (context.strict && device.now().date() > device.drive().expiry())
+        return Refusal::DriveExpired;
     int result = 0;
     const Refusal refusal = context.device.marking().check(query, result);
     if (refusal != Refusal::None)

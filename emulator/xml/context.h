@@ -10,6 +10,8 @@ struct XmlContext
 {
     Register& device;
     XmlSettings& settings;
+    /// The rules that a lenient register does not mind are in force.
+    bool strict = true;
 };
 
 } // namespace emulator

@@ -27,7 +27,7 @@ void readBody(QXmlStreamReader& reader, Body& body)
     while (reader.readNextStartElement()) {
         const QString name = reader.name().toString();
         if (!bodyNames().contains(name) || body.contains(name))
-            reader.raiseError(name);
+            reader.raiseError(QStringLiteral("%1 is unknown or twice").arg(name));
         body[name] = reader.readElementText();
     }
 }
@@ -40,15 +40,16 @@ QString readData(QXmlStreamReader& reader)
         if (reader.isCDATA())
             data += reader.text();
         else if (!reader.isWhitespace())
-            reader.raiseError(QStringLiteral("RequestData"));
+            reader.raiseError(QStringLiteral("RequestData is no CDATA section"));
     }
     return data;
 }
 
-std::optional<QString> readEnvelope(const QByteArray& document, Body& body)
+std::optional<QString> readEnvelope(const QByteArray& document, Body& body, QString& error)
 {
     QXmlStreamReader reader(document);
     std::optional<QString> data;
+    error = QStringLiteral("no ArmRequest");
     if (!reader.readNextStartElement() || reader.name() != QLatin1String("ArmRequest"))
         return std::nullopt;
     while (reader.readNextStartElement()) {
@@ -57,10 +58,11 @@ std::optional<QString> readEnvelope(const QByteArray& document, Body& body)
         else if (reader.name() == QLatin1String("RequestData") && !data)
             data = readData(reader);
         else
-            reader.raiseError(reader.name().toString());
+            reader.raiseError(QStringLiteral("%1 is unknown or twice").arg(reader.name()));
     }
     while (!reader.atEnd())
         reader.readNext();
+    error = reader.hasError() ? reader.errorString() : QStringLiteral("no RequestData");
     return reader.hasError() ? std::nullopt : data;
 }
 
@@ -74,17 +76,17 @@ XmlVerdict checkBody(const Body& body)
 {
     for (const QString& name : bodyNames()) {
         if (body.value(name).isEmpty())
-            return XmlVerdict::badRequest(name);
+            return XmlVerdict::badRequest(QStringLiteral("no %1").arg(name));
     }
     if (body.value(QStringLiteral("ProtocolLabel")) != label)
-        return XmlVerdict::badRequest(QStringLiteral("ProtocolLabel"));
+        return XmlVerdict::badRequest(QStringLiteral("ProtocolLabel is not %1").arg(label));
     if (!isVersion(body.value(QStringLiteral("ProtocolVersion"))))
-        return XmlVerdict::badVersion(body.value(QStringLiteral("ProtocolVersion")));
+        return XmlVerdict::badVersion(QStringLiteral("ProtocolVersion is none up to %1").arg(newestVersion));
     if (body.value(QStringLiteral("msgFFDVer")) != QStringLiteral("4")
         || body.value(QStringLiteral("msgContVer")) != QStringLiteral("1"))
-        return XmlVerdict::badVersion(QStringLiteral("msgFFDVer, msgContVer"));
+        return XmlVerdict::badVersion(QStringLiteral("msgFFDVer is not 4, or msgContVer not 1"));
     if (!QDateTime::fromString(body.value(QStringLiteral("DateTime")), xmlDateTimeFormat).isValid())
-        return XmlVerdict::badRequest(QStringLiteral("DateTime"));
+        return XmlVerdict::badRequest(QStringLiteral("DateTime: no date with time"));
     return {};
 }
 
@@ -93,20 +95,21 @@ XmlVerdict checkBody(const Body& body)
 XmlVerdict read(const QByteArray& document, XmlRequest& request)
 {
     Body body;
-    const std::optional<QString> data = readEnvelope(document, body);
+    QString error;
+    const std::optional<QString> data = readEnvelope(document, body, error);
     request.id = body.value(QStringLiteral("RequestId"));
     if (!data)
-        return XmlVerdict::badRequest(QStringLiteral("ArmRequest"));
+        return XmlVerdict::badRequest(error);
     if (const XmlVerdict verdict = checkBody(body); !verdict.isGood())
         return verdict;
     bool ok = false;
     request.command = body.value(QStringLiteral("Command")).toInt(&ok);
     if (!ok)
-        return XmlVerdict::badRequest(QStringLiteral("Command"));
+        return XmlVerdict::badRequest(QStringLiteral("Command: no number"));
     if (data->trimmed().isEmpty())
         return {};
-    request.data = XmlNode::parse(*data);
-    return request.data ? XmlVerdict() : XmlVerdict::badData(QStringLiteral("RequestData"));
+    request.data = XmlNode::parse(*data, error);
+    return request.data ? XmlVerdict() : XmlVerdict::badData(error);
 }
 
 QByteArray answer(const QString& id, int command, const QDateTime& time, const XmlAnswer& answer)

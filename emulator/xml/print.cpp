@@ -1,6 +1,7 @@
 #include "xml/print.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace emulator {
 
@@ -11,6 +12,9 @@ constexpr qsizetype codeAt = 2;
 constexpr qsizetype numberAt = 3;
 constexpr qsizetype attributeDigits = 3;
 constexpr qsizetype heightDigits = 4;
+constexpr int lineHeight = 28;
+// Double height, double width, narrow, underlined and negative.
+constexpr int lineAttributes[] = {8, 32, 1, 16, 128};
 constexpr qsizetype qrLengthDigits = 4;
 constexpr qsizetype barcodeLengthDigits = 2;
 
@@ -18,8 +22,9 @@ constexpr qsizetype barcodeLengthDigits = 2;
 class Reader
 {
 public:
-    explicit Reader(const QString& text)
+    Reader(const QString& text, bool strict)
         : m_text(text)
+        , m_strict(strict)
     {
     }
 
@@ -62,11 +67,19 @@ private:
     std::optional<PrintPiece> readLine(const QString& line)
     {
         const std::optional<int> attribute = number(m_position + numberAt, attributeDigits);
-        if (!attribute || !number(m_position + numberAt + attributeDigits, heightDigits))
+        const std::optional<int> height = number(m_position + numberAt + attributeDigits, heightDigits);
+        if (!attribute || !height || (m_strict && !isUsual(*attribute, *height)))
             return std::nullopt;
         m_position += line.size() + 1;
         return PrintPiece{
             PrintPiece::Kind::Line, line.mid(numberAt + attributeDigits + heightDigits), *attribute};
+    }
+
+    // A line without attributes has no sequence.
+    static bool isUsual(int attribute, int height)
+    {
+        const auto* const found = std::find(std::begin(lineAttributes), std::end(lineAttributes), attribute);
+        return found != std::end(lineAttributes) && height == lineHeight;
     }
 
     // The text may hold line feeds of its own; its length tells where it ends.
@@ -98,14 +111,15 @@ private:
     }
 
     const QString m_text;
+    const bool m_strict;
     qsizetype m_position = 0;
 };
 
 } // namespace
 
-std::optional<QList<PrintPiece>> readPrintText(const QString& text)
+std::optional<QList<PrintPiece>> readPrintText(const QString& text, bool strict)
 {
-    return Reader(text).readAll();
+    return Reader(text, strict).readAll();
 }
 
 } // namespace emulator

@@ -23,6 +23,7 @@ struct PrintPiece
 /// then the rest of the line; "‼?q" with four digits and the text of a QR code, "‼?b" with two digits, or
 /// three from 100 on, and that of a barcode. The digits are the number of characters of that text, line feeds
 /// among them, and the line ends behind it. No value when a sequence cannot be read.
-std::optional<QList<PrintPiece>> readPrintText(const QString& text);
+/// A strict register takes no other attributes and heights of lines than hosts have.
+std::optional<QList<PrintPiece>> readPrintText(const QString& text, bool strict);
 
 } // namespace emulator

@@ -1,7 +1,13 @@
 #include "xml/protocol.h"
 
+#include "register/tags.h"
 #include "xml/commandtable.h"
 #include "xml/envelope.h"
+#include "xml/envelopeform.h"
+#include "xml/receiptform.h"
+#include "xml/sequence.h"
+
+#include <utility>
 
 namespace emulator {
 
@@ -13,7 +19,22 @@ constexpr qsizetype longestRequest = 1'000'000;
 constexpr qsizetype mostBytes = 64'000'000;
 constexpr qint64 longestPauseInRequest = 1000;
 constexpr qint64 pauseBetweenAnswers = 200;
+constexpr int receiptCommand = 8;
+constexpr int markingCommand = 76;
+const QByteArray byteOrderMark = QByteArrayLiteral("\xEF\xBB\xBF");
 const QString foreignId = QStringLiteral("{00000000-0000-4000-8000-000000000000}");
+
+// The cash that is left of a payment less its change may come out a hair below nothing; no other sum does.
+const XmlNode* findMinusZero(const XmlNode& node)
+{
+    if (node.type == XmlType::Sum && node.value == QStringLiteral("-0.00") && node.name != tag::cash)
+        return &node;
+    for (const XmlNode& part : node.children) {
+        if (const XmlNode* const found = findMinusZero(part))
+            return found;
+    }
+    return nullptr;
+}
 
 } // namespace
 
@@ -37,16 +58,24 @@ void XmlProtocol::receive(const QByteArray& bytes)
     qsizetype searched = qMax<qsizetype>(0, m_buffer.size() - xmlenvelope::requestEnd.size());
     m_buffer += bytes;
     for (;;) {
-        const qsizetype begin = m_buffer.indexOf('<');
-        m_buffer.remove(0, begin < 0 ? m_buffer.size() : begin);
+        skip();
         const qsizetype end = m_buffer.indexOf(xmlenvelope::requestEnd, searched);
         if (end < 0)
             return;
         const QByteArray document = m_buffer.left(end + xmlenvelope::requestEnd.size());
         m_buffer.remove(0, document.size());
         searched = 0;
-        handle(document);
+        const bool isMarked = std::exchange(m_skipped, {}) == byteOrderMark;
+        handle(isMarked ? byteOrderMark + document : document);
     }
+}
+
+void XmlProtocol::skip()
+{
+    const qsizetype begin = m_buffer.indexOf('<');
+    const QByteArray dropped = m_buffer.left(begin < 0 ? m_buffer.size() : begin);
+    m_skipped = (m_skipped + dropped).right(byteOrderMark.size());
+    m_buffer.remove(0, dropped.size());
 }
 
 void XmlProtocol::handle(const QByteArray& document)
@@ -55,14 +84,29 @@ void XmlProtocol::handle(const QByteArray& document)
     if (fault.mode == FaultMode::Silence)
         return;
     XmlRequest request;
-    const bool isTooLong = document.size() > longestRequest;
-    XmlVerdict verdict = xmlenvelope::read(document, request);
-    if (verdict.isGood() && isTooLong)
-        verdict = XmlVerdict::badRequest(QStringLiteral("ArmRequest"));
+    const XmlVerdict verdict = read(document, request);
+    const XmlAnswer answer = verdict.isGood() ? run(request) : XmlAnswer(verdict);
+    if (!answer.verdict.isGood())
+        remember(document, request, answer.verdict);
     if (!verdict.isGood() && !m_settings.isOn(QStringLiteral("POS.Transport.ResponseOnError")))
         return;
-    const XmlAnswer answer = verdict.isGood() ? run(request) : XmlAnswer(verdict);
     deliver(document, xmlenvelope::answer(request.id, request.command, device().now(), answer), fault);
+}
+
+XmlVerdict XmlProtocol::read(const QByteArray& document, XmlRequest& request) const
+{
+    // The id is read in any case: a refusal carries it.
+    const XmlVerdict verdict = xmlenvelope::read(document, request);
+    if (document.size() > longestRequest)
+        return XmlVerdict::badRequest(QStringLiteral("longer than %1 bytes").arg(longestRequest));
+    return verdict.isGood() && isStrict() ? xmlenvelopeform::check(document) : verdict;
+}
+
+void XmlProtocol::remember(const QByteArray& document, const XmlRequest& request, const XmlVerdict& verdict)
+{
+    const QString command = request.command == 0 ? QString() : QString::number(request.command);
+    const QString error = QStringLiteral("%1.%2").arg(verdict.category).arg(verdict.code);
+    device().refusals().add({document, command, error, verdict.description});
 }
 
 XmlAnswer XmlProtocol::run(const XmlRequest& request)
@@ -71,10 +115,27 @@ XmlAnswer XmlProtocol::run(const XmlRequest& request)
     if (command == nullptr)
         return XmlVerdict::unknownCommand();
     if (command->rule.has_value() != request.data.has_value())
-        return XmlVerdict::badValue(QStringLiteral("RequestData"));
+        return XmlVerdict::badValue(command->rule ? QStringLiteral("no parameters")
+                                                  : QStringLiteral("parameters that are not taken"));
     const XmlNode data = request.data.value_or(XmlNode());
-    const XmlVerdict verdict = command->rule ? command->rule->check(data) : XmlVerdict();
-    return verdict.isGood() ? command->handler({device(), m_settings}, data) : XmlAnswer(verdict);
+    XmlVerdict verdict = command->rule ? command->rule->check(data) : XmlVerdict();
+    if (verdict.isGood() && isStrict())
+        verdict = judge(request);
+    return verdict.isGood() ? command->handler({device(), m_settings, isStrict()}, data) : XmlAnswer(verdict);
+}
+
+XmlVerdict XmlProtocol::judge(const XmlRequest& request) const
+{
+    if (!request.data)
+        return {};
+    if (const XmlNode* const sum = findMinusZero(*request.data))
+        return XmlVerdict::badData(QStringLiteral("pa %1: -0.00").arg(sum->name));
+    const XmlVerdict verdict = xmlsequence::check(*request.data);
+    if (verdict.isGood() && request.command == receiptCommand)
+        return xmlreceiptform::check(*request.data);
+    if (verdict.isGood() && request.command == markingCommand)
+        return xmlreceiptform::checkMarking(*request.data);
+    return verdict;
 }
 
 QByteArray XmlProtocol::foreignAnswer(const QByteArray&) const

@@ -25,10 +25,18 @@ protected:
 
 private:
     void handle(const QByteArray& document);
+    XmlVerdict read(const QByteArray& document, XmlRequest& request) const;
     XmlAnswer run(const XmlRequest& request);
+    /// What the tree of a command must be like beyond its rule.
+    XmlVerdict judge(const XmlRequest& request) const;
+    void remember(const QByteArray& document, const XmlRequest& request, const XmlVerdict& verdict);
+    /// Drops what stands before the request.
+    void skip();
 
     XmlSettings m_settings;
     QByteArray m_buffer;
+    /// The last bytes before the request, as many as a byte order mark has.
+    QByteArray m_skipped;
     qint64 m_lastByteAt = 0;
 };
 

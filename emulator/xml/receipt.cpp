@@ -4,6 +4,7 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <numeric>
 
 namespace emulator {
@@ -32,28 +33,32 @@ bool isGoodsCode(const XmlNode& code)
     return kind >= lowestKind && kind <= highestKind && isHex(value.value);
 }
 
+XmlVerdict badPosition(const char* words)
+{
+    return XmlVerdict::badValue(QStringLiteral("pa 1059: %1").arg(QLatin1String(words)));
+}
+
 XmlVerdict readMarking(const XmlNode& position, DocumentType type, Item& item)
 {
     const XmlNode* const goods = position.child(tag::goodsCode);
     const bool marked = position.child(tag::markingMode) != nullptr;
     if (marked != (goods != nullptr) || marked != (position.child(tag::assignedStatus) != nullptr))
-        return XmlVerdict::badValue(
-            QStringList{tag::markingMode, tag::goodsCode, tag::assignedStatus}.join(QStringLiteral(", ")));
+        return badPosition("2102, 1163 and 2110 come together");
     const QString code = position.textOf(tag::markingCode);
     if (!marked)
-        return code.isEmpty() ? XmlVerdict() : XmlVerdict::badValue(tag::markingCode);
+        return code.isEmpty() ? XmlVerdict() : badPosition("2000 without 2102");
     if (!isGoodsCode(*goods))
-        return XmlVerdict::badValue(tag::goodsCode);
+        return badPosition("1163 is no code in hexadecimal");
     if (position.numberOf(tag::markingMode) != 0)
-        return XmlVerdict::badValue(tag::markingMode);
+        return badPosition("2102 is 0");
     const qint64 status = position.numberOf(tag::assignedStatus);
     // Goods that are sold whole or by measure, or come back so.
     const bool sold = type == DocumentType::Sale && (status == 1 || status == 2);
     const bool returned = type == DocumentType::SaleReturn && (status == 3 || status == 4);
     if (!sold && !returned && status != unchangedStatus)
-        return XmlVerdict::badValue(tag::assignedStatus);
+        return badPosition("2110 does not fit the receipt");
     if (position.child(tag::markingCode) != nullptr && !isHex(code))
-        return XmlVerdict::badValue(tag::markingCode);
+        return badPosition("2000 is not hexadecimal");
     item.markingCode = QByteArray::fromHex(code.toLatin1());
     item.goodsCode = goods->toJson();
     item.assignedStatus = static_cast<int>(status);
@@ -76,41 +81,46 @@ QJsonObject readAgent(const XmlNode& position)
     return agent;
 }
 
+Money discountOf(const XmlNode& position)
+{
+    const XmlNode* const discounts = position.child(QStringLiteral("ItemDiscounts"));
+    const QList<XmlNode> records = discounts == nullptr ? QList<XmlNode>() : discounts->children;
+    return std::accumulate(records.cbegin(), records.cend(), Money{0},
+        [](Money sum, const XmlNode& record) { return sum + record.moneyOf(QStringLiteral("Value")); });
+}
+
 // The price with discount comes in whole kopecks, while the discount is meant for the position as a whole; a
 // position's sum is what the latter gives, as long as the two agree but for the rounding.
 XmlVerdict readSum(const XmlNode& position, Item& item)
 {
     item.quantity = position.quantityOf(tag::quantity);
     item.price = position.moneyOf(QStringLiteral("PriceWithDiscount"));
-    const XmlNode* const discounts = position.child(QStringLiteral("ItemDiscounts"));
-    const QList<XmlNode> records = discounts == nullptr ? QList<XmlNode>() : discounts->children;
-    const Money discount = std::accumulate(records.cbegin(), records.cend(), Money{0},
-        [](Money sum, const XmlNode& record) { return sum + record.moneyOf(QStringLiteral("Value")); });
-    const Money whole = positionSum(position.moneyOf(tag::price), item.quantity) + discount;
+    item.fullPrice = position.moneyOf(tag::price);
+    item.discount = discountOf(position);
+    const Money whole = positionSum(item.fullPrice, item.quantity) + item.discount;
     const Money rounding = qAbs(item.quantity) / 2000 + 1;
     const Money difference = whole - positionSum(item.price, item.quantity);
     if (whole < 0 || whole > greatestSum || qAbs(difference) > rounding)
-        return XmlVerdict::badValue(QStringLiteral("PriceWithDiscount"));
-    item.rounding = discounts == nullptr ? 0 : difference;
-    item.fullPrice = position.moneyOf(tag::price);
-    item.discount = discount;
+        return badPosition("PriceWithDiscount is not 1079 less the discount");
+    item.rounding = position.child(QStringLiteral("ItemDiscounts")) == nullptr ? 0 : difference;
     return {};
 }
 
-XmlVerdict readPrint(const XmlNode& tree, const QString& name, QList<PrintPiece>& pieces)
+XmlVerdict readPrint(const XmlNode& tree, const QString& name, bool strict, QList<PrintPiece>& pieces)
 {
     const XmlNode* const node = tree.child(name);
     if (node == nullptr)
         return {};
-    const std::optional<QList<PrintPiece>> read = readPrintText(node->value);
+    const std::optional<QList<PrintPiece>> read = readPrintText(node->value, strict);
     pieces = read.value_or(QList<PrintPiece>());
-    return read ? XmlVerdict() : XmlVerdict::badValue(name);
+    return read ? XmlVerdict() : XmlVerdict::badValue(QStringLiteral("%1: no such print sequence").arg(name));
 }
 
 } // namespace
 
-XmlVerdict XmlReceipt::read(const XmlNode& tree)
+XmlVerdict XmlReceipt::read(const XmlNode& tree, bool strict)
 {
+    m_strict = strict;
     XmlVerdict verdict = readHead(tree);
     for (const XmlNode& position : tree.child(tag::positions)->children) {
         if (!verdict.isGood())
@@ -119,7 +129,8 @@ XmlVerdict XmlReceipt::read(const XmlNode& tree)
     }
     if (!verdict.isGood())
         return verdict;
-    return items.isEmpty() ? XmlVerdict::badDocument(tag::positions) : settlePayments(tree);
+    return items.isEmpty() ? XmlVerdict::badDocument(QStringLiteral("pa 1059: no position"))
+                           : settlePayments(tree);
 }
 
 XmlVerdict XmlReceipt::readHead(const XmlNode& tree)
@@ -127,9 +138,9 @@ XmlVerdict XmlReceipt::readHead(const XmlNode& tree)
     const qint64 kind = tree.numberOf(tag::settlement);
     const qint64 unprinted = tree.numberOf(QStringLiteral("DoNotPrint"));
     if (kind != 1 && kind != 2)
-        return XmlVerdict::badValue(tag::settlement);
+        return XmlVerdict::badValue(QStringLiteral("1054 is 1 or 2"));
     if (unprinted != 0 && unprinted != 1)
-        return XmlVerdict::badValue(QStringLiteral("DoNotPrint"));
+        return XmlVerdict::badValue(QStringLiteral("DoNotPrint is 0 or 1"));
     head.type = kind == 1 ? DocumentType::Sale : DocumentType::SaleReturn;
     head.unprinted = unprinted == 1;
     head.cashier = {tree.textOf(tag::cashier), tree.textOf(tag::cashierInn)};
@@ -143,8 +154,8 @@ XmlVerdict XmlReceipt::readHead(const XmlNode& tree)
         head.requisites[tag::customer] = customer->toJson();
     if (const QString tail = tree.textOf(QStringLiteral("TextAfterDoc")); !tail.isEmpty())
         head.tail = tail.split(QLatin1Char('\n'));
-    const XmlVerdict verdict = readPrint(tree, QStringLiteral("HeaderText"), above);
-    return verdict.isGood() ? readPrint(tree, QStringLiteral("Footer"), below) : verdict;
+    const XmlVerdict verdict = readPrint(tree, QStringLiteral("HeaderText"), m_strict, above);
+    return verdict.isGood() ? readPrint(tree, QStringLiteral("Footer"), m_strict, below) : verdict;
 }
 
 XmlVerdict XmlReceipt::readItem(const XmlNode& position)
@@ -162,10 +173,13 @@ XmlVerdict XmlReceipt::readItem(const XmlNode& position)
     if (const XmlNode* const industry = position.child(tag::industry))
         item.industry = industry->toJson();
     XmlVerdict verdict = readSum(position, item);
-    if (verdict.isGood())
+    if (verdict.isGood()) {
+        constexpr qint64 thousandths = 1000;
+        m_exactTotal += item.fullPrice * item.quantity + item.discount * thousandths;
         verdict = readMarking(position, head.type, item);
+    }
     if (verdict.isGood() && item.tax == 0)
-        verdict = XmlVerdict::badValue(tag::taxRate);
+        verdict = badPosition("1199 is 0");
     items.append(item);
     return verdict;
 }
@@ -177,16 +191,30 @@ XmlVerdict XmlReceipt::settlePayments(const XmlNode& tree)
     for (size_t kind = 0; kind < payments.size(); ++kind) {
         payments[kind] = tree.moneyOf(tags[kind]);
         if (payments[kind] < 0)
-            return XmlVerdict::badPayments(tags[kind]);
+            return XmlVerdict::badPayments(QStringLiteral("%1 is below 0").arg(tags[kind]));
     }
     const Money total = sumOf(items);
-    // Hosts add their positions before they round, so cash may be off by half a kopeck for each of them.
-    const Money difference = total - sumOf(payments);
-    if (difference != 0 && (qAbs(difference) * 2 > items.size() || payments[0] == 0))
+    const Money paid = sumOf(payments);
+    if (!isPaid(paid))
         return XmlVerdict::badPayments(
-            QStringLiteral("%1 != %2").arg(moneyText(sumOf(payments)), moneyText(total)));
-    payments[0] += difference;
+            QStringLiteral("pa 3: %1 paid, the positions make %2").arg(moneyText(paid), moneyText(total)));
+    // The fiscal drive adds rounded positions.
+    Money& cash = payments[0];
+    const bool fromCash = cash != 0 && cash + total >= paid;
+    (fromCash ? cash : *std::max_element(payments.begin(), payments.end())) += total - paid;
     return {};
+}
+
+// Hosts add their positions before they round, and half a kopeck may go either way in their fractions of a
+// rouble; or they add what the positions make on paper. A lenient register takes anything between from cash.
+bool XmlReceipt::isPaid(Money paid) const
+{
+    constexpr qint64 thousandths = 1000;
+    const Money difference = qAbs(sumOf(items) - paid);
+    if (difference == 0)
+        return true;
+    return m_strict ? qAbs(paid * thousandths - m_exactTotal) <= thousandths / 2
+                    : difference * 2 <= items.size() && payments[0] != 0;
 }
 
 } // namespace emulator

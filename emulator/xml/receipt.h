@@ -18,12 +18,17 @@ struct XmlReceipt
     QList<PrintPiece> below;
 
     /// The tree must have passed the rule of the receipt.
-    XmlVerdict read(const XmlNode& tree);
+    XmlVerdict read(const XmlNode& tree, bool strict);
 
 private:
     XmlVerdict readHead(const XmlNode& tree);
     XmlVerdict readItem(const XmlNode& position);
     XmlVerdict settlePayments(const XmlNode& tree);
+    bool isPaid(Money paid) const;
+
+    bool m_strict = true;
+    /// Price times quantity less discount of all positions, in thousandths of a kopeck.
+    qint64 m_exactTotal = 0;
 };
 
 } // namespace emulator

@@ -10,9 +10,15 @@ namespace emulator {
 
 XmlVerdict XmlRule::check(const XmlNode& node) const
 {
-    const bool empty = !node.isContainer() && type != XmlType::Text && node.value.isEmpty();
-    if (node.name != name || node.type != type || empty)
-        return XmlVerdict::badValue(node.name);
+    if (node.name != name)
+        return XmlVerdict::badValue(QStringLiteral("pa %1 instead of %2").arg(node.name, name));
+    if (node.type != type)
+        return XmlVerdict::badValue(QStringLiteral("pa %1: type %2 instead of %3")
+                                        .arg(name)
+                                        .arg(static_cast<int>(node.type))
+                                        .arg(static_cast<int>(type)));
+    if (!node.isContainer() && type != XmlType::Text && node.value.isEmpty())
+        return XmlVerdict::badValue(QStringLiteral("pa %1: empty").arg(name));
     return open || !node.isContainer() ? XmlVerdict() : checkParts(node);
 }
 
@@ -22,9 +28,12 @@ XmlVerdict XmlRule::checkParts(const XmlNode& node) const
     for (const XmlNode& part : node.children) {
         const XmlRule* const rule = ruleFor(part.name);
         // Hosts send twice what they were given twice, and the first one counts. That goes for what may be
-        // missing; the rest has one place in a request.
-        if (rule == nullptr || once.contains(part.name))
-            return XmlVerdict::badValue(part.name);
+        // missing and for the tax system, which a close that is tried again has twice; the rest has one place
+        // in a request.
+        if (rule == nullptr)
+            return XmlVerdict::badValue(QStringLiteral("pa %1: %2 is unknown").arg(name, part.name));
+        if (once.contains(part.name) && !rule->repeats)
+            return XmlVerdict::badValue(QStringLiteral("pa %1: %2 twice").arg(name, part.name));
         if (rule->required)
             once.append(part.name);
         if (const XmlVerdict verdict = rule->check(part); !verdict.isGood())
@@ -32,7 +41,9 @@ XmlVerdict XmlRule::checkParts(const XmlNode& node) const
     }
     const auto missing = std::find_if(children.cbegin(), children.cend(),
         [&once](const XmlRule& rule) { return rule.required && !once.contains(rule.name); });
-    return missing == children.cend() ? XmlVerdict() : XmlVerdict::badValue(missing->name);
+    return missing == children.cend()
+        ? XmlVerdict()
+        : XmlVerdict::badValue(QStringLiteral("pa %1: no %2").arg(name, missing->name));
 }
 
 const XmlRule* XmlRule::ruleFor(const QString& part) const
@@ -46,13 +57,13 @@ namespace {
 
 XmlRule listOf(const QString& name, const QList<XmlRule>& record, bool required)
 {
-    const XmlRule entry{name, XmlType::Structure, false, record, false};
-    return {name, XmlType::List, required, {entry}, false};
+    const XmlRule entry{name, XmlType::Structure, false, record, false, false};
+    return {name, XmlType::List, required, {entry}, false, false};
 }
 
 XmlRule optionalTree(const QString& name, const QList<XmlRule>& children)
 {
-    return {name, XmlType::Structure, false, children, false};
+    return {name, XmlType::Structure, false, children, false, false};
 }
 
 QList<XmlRule> positionRules()
@@ -98,7 +109,8 @@ const XmlRule& receiptRule()
             Rule::optionalLeaf(tag::additional, text),
             optionalTree(
                 tag::customer, {Rule::leaf(tag::customerName, text), Rule::leaf(tag::customerInn, text)}),
-            Rule::leaf(tag::taxSystem, number), Rule::optionalLeaf(QStringLiteral("HeaderText"), text),
+            Rule::repeatedLeaf(tag::taxSystem, number),
+            Rule::optionalLeaf(QStringLiteral("HeaderText"), text),
             Rule::optionalLeaf(QStringLiteral("Footer"), text),
             Rule::optionalLeaf(QStringLiteral("TextAfterDoc"), text)});
     return rule;

@@ -14,16 +14,25 @@ struct XmlRule
     QList<XmlRule> children;
     /// What is inside is not looked at here.
     bool open = false;
+    /// Hosts may send it more than once.
+    bool repeats = false;
 
-    static XmlRule leaf(const QString& name, XmlType type) { return {name, type, true, {}, false}; }
-    static XmlRule optionalLeaf(const QString& name, XmlType type) { return {name, type, false, {}, false}; }
+    static XmlRule leaf(const QString& name, XmlType type) { return {name, type, true, {}, false, false}; }
+    static XmlRule optionalLeaf(const QString& name, XmlType type)
+    {
+        return {name, type, false, {}, false, false};
+    }
+    static XmlRule repeatedLeaf(const QString& name, XmlType type)
+    {
+        return {name, type, true, {}, false, true};
+    }
     static XmlRule tree(const QString& name, const QList<XmlRule>& children)
     {
-        return {name, XmlType::Structure, true, children, false};
+        return {name, XmlType::Structure, true, children, false, false};
     }
     static XmlRule openTree(const QString& name, bool required)
     {
-        return {name, XmlType::Structure, required, {}, true};
+        return {name, XmlType::Structure, required, {}, true, false};
     }
 
     /// A parameter that nobody knows, is missing or has another type is a bad value; the verdict names it.

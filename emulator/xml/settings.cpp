@@ -78,11 +78,13 @@ XmlVerdict visit(Node& parent, const QString& parentPath, const Visitor& visitor
         const QString path = parentPath.isEmpty() ? node.name : parentPath + QLatin1Char('.') + node.name;
         XmlVerdict verdict;
         if (const XmlSetting* const setting = find(path))
-            verdict = node.type == typeOf(*setting) && visitor(*setting, node) ? verdict
-                                                                               : XmlVerdict::badValue(path);
+            verdict = node.type == typeOf(*setting) && visitor(*setting, node)
+                ? verdict
+                : XmlVerdict::badValue(QStringLiteral("%1 does not take this value").arg(path));
         else
-            verdict = isBranch(path) && node.isContainer() ? visit(node, path, visitor)
-                                                           : XmlVerdict::badValue(path);
+            verdict = isBranch(path) && node.isContainer()
+                ? visit(node, path, visitor)
+                : XmlVerdict::badValue(QStringLiteral("no setting %1").arg(path));
         if (!verdict.isGood())
             return verdict;
     }

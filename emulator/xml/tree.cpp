@@ -157,14 +157,14 @@ XmlNode XmlNode::read(QXmlStreamReader& reader, int depth)
     return node;
 }
 
-std::optional<XmlNode> XmlNode::parse(const QString& text)
+std::optional<XmlNode> XmlNode::parse(const QString& text, QString& error)
 {
     QXmlStreamReader reader(text);
-    if (!reader.readNextStartElement())
-        return std::nullopt;
-    const XmlNode root = read(reader);
+    reader.readNextStartElement();
+    const XmlNode root = reader.hasError() ? XmlNode() : read(reader);
     while (!reader.atEnd())
         reader.readNext();
+    error = reader.errorString();
     return reader.hasError() ? std::nullopt : std::optional<XmlNode>(root);
 }
 

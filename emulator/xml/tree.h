@@ -55,8 +55,8 @@ struct XmlNode
     /// Reads the element that the reader stands on. What is no tree of parameters, or a value that does not
     /// have the form of its type, raises the reader's error.
     static XmlNode read(QXmlStreamReader& reader, int depth = 0);
-    /// Reads a whole text; no value when it is not well-formed or not a tree.
-    static std::optional<XmlNode> parse(const QString& text);
+    /// Reads a whole text; no value but an error when it is not well-formed or not a tree.
+    static std::optional<XmlNode> parse(const QString& text, QString& error);
     void write(QXmlStreamWriter& writer) const;
     QString toText() const;
 };

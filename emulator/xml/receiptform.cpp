@@ -1,0 +1,146 @@
+#include "xml/receiptform.h"
+
+#include "register/tags.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace emulator::xmlreceiptform {
+
+namespace {
+
+using Breach = bool (*)(const XmlNode& node, const XmlNode& receipt);
+
+struct Condition
+{
+    Breach isBroken;
+    const char* words;
+};
+
+bool hasNoFooter(const XmlNode& receipt, const XmlNode&)
+{
+    return receipt.child(QStringLiteral("Footer")) == nullptr;
+}
+
+// Hosts send all three or none; those of which nothing is known are empty.
+bool isSupplierPartial(const XmlNode& position, const XmlNode&)
+{
+    const bool supplier = position.child(tag::supplier) != nullptr;
+    return supplier != (position.child(tag::agentKinds) != nullptr)
+        || supplier != (position.child(tag::supplierInn) != nullptr);
+}
+
+bool isAgentField(const XmlNode& field)
+{
+    static const QStringList fields{tag::transferAddress, tag::transferInn, tag::transferName,
+        tag::agentOperation, tag::agentPhone, tag::paymentOperatorPhone, tag::transferPhone};
+    return field.type == XmlType::Text && fields.contains(field.name);
+}
+
+bool isAgentWrong(const XmlNode& position, const XmlNode&)
+{
+    const XmlNode* const agent = position.child(tag::agent);
+    return agent != nullptr
+        && (agent->children.isEmpty()
+            || !std::all_of(agent->children.cbegin(), agent->children.cend(), isAgentField));
+}
+
+bool isDiscountNotOne(const XmlNode& position, const XmlNode&)
+{
+    const XmlNode* const discounts = position.child(QStringLiteral("ItemDiscounts"));
+    return discounts != nullptr && discounts->children.size() != 1;
+}
+
+// A discount of half a kopeck for the position and less is not sent, and the price with it is rounded to the
+// kopeck: further than that it cannot be from the price without a discount. In thousandths of a kopeck.
+bool isPriceChanged(const XmlNode& position, const XmlNode&)
+{
+    constexpr double unsentDiscount = 500;
+    const auto quantity = static_cast<double>(qAbs(position.quantityOf(tag::quantity)));
+    const Money change = position.moneyOf(QStringLiteral("PriceWithDiscount")) - position.moneyOf(tag::price);
+    return position.child(QStringLiteral("ItemDiscounts")) == nullptr && change != 0
+        && static_cast<double>(qAbs(change)) * quantity >= unsentDiscount + quantity / 2;
+}
+
+// Tags of the kinds of code that the fiscal data format knows.
+bool isGoodsKind(const QString& name)
+{
+    const int kind = name.size() == 4 ? name.toInt() : 0;
+    return (kind >= 1300 && kind <= 1309) || (kind >= 1320 && kind <= 1325);
+}
+
+bool isGoodsCodeWrong(const XmlNode& parent, const XmlNode&)
+{
+    const XmlNode* const goods = parent.child(tag::goodsCode);
+    return goods != nullptr
+        && (goods->children.size() != 1 || goods->children.constFirst().type != XmlType::Text
+            || !isGoodsKind(goods->children.constFirst().name));
+}
+
+// Goods that are sold or come back; no other document changes their status.
+bool isStatusWrong(const XmlNode& position, const XmlNode& receipt)
+{
+    constexpr int sold = 1;
+    constexpr int returned = 3;
+    constexpr int unchanged = 255;
+    const XmlNode* const node = position.child(tag::assignedStatus);
+    const qint64 status = position.numberOf(tag::assignedStatus);
+    const bool isReturn = receipt.numberOf(tag::settlement) == 2;
+    return node != nullptr && (isReturn ? status != returned : status != sold && status != unchanged);
+}
+
+bool isMarkingModeWrong(const XmlNode& query, const XmlNode&)
+{
+    return query.numberOf(tag::markingMode) != 0;
+}
+
+constexpr const char* goodsCodeWords
+    = "1163 has one text, with a tag from 1300 to 1309 or from 1320 to 1325, as its only child";
+
+constexpr Condition receiptConditions[] = {
+    {&hasNoFooter, "no Footer"},
+};
+
+constexpr Condition positionConditions[] = {
+    {&isSupplierPartial, "1224, 1222 and 1226 come together"},
+    {&isAgentWrong, "1223 has texts of 1005, 1016, 1026, 1044, 1073, 1074 and 1075, one at least"},
+    {&isDiscountNotOne, "ItemDiscounts has one record"},
+    {&isPriceChanged, "PriceWithDiscount is not 1079, and there is no discount"},
+    {&isGoodsCodeWrong, goodsCodeWords},
+    {&isStatusWrong, "2110 is 1 or 255 in a sale and 3 in a return"},
+};
+
+constexpr Condition markingConditions[] = {
+    {&isMarkingModeWrong, "2102 is 0"},
+    {&isGoodsCodeWrong, goodsCodeWords},
+};
+
+template <size_t Size>
+XmlVerdict judge(const Condition (&conditions)[Size], const XmlNode& node, const XmlNode& receipt)
+{
+    const Condition* const broken = std::find_if(std::begin(conditions), std::end(conditions),
+        [&](const Condition& condition) { return condition.isBroken(node, receipt); });
+    return broken == std::end(conditions)
+        ? XmlVerdict()
+        : XmlVerdict::badValue(QStringLiteral("pa %1: %2").arg(node.name, QLatin1String(broken->words)));
+}
+
+} // namespace
+
+XmlVerdict check(const XmlNode& receipt)
+{
+    XmlVerdict verdict = judge(receiptConditions, receipt, receipt);
+    for (const XmlNode& position : receipt.child(tag::positions)->children) {
+        if (!verdict.isGood())
+            break;
+        verdict = judge(positionConditions, position, receipt);
+    }
+    return verdict;
+}
+
+XmlVerdict checkMarking(const XmlNode& query)
+{
+    return judge(markingConditions, query, query);
+}
+
+} // namespace emulator::xmlreceiptform
