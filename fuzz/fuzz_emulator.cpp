@@ -1,8 +1,8 @@
 // Bytes of a host into the software register.
 //
-// Input: protocol, three faults, then the writes, with record separators (RS, 0x1E) between them. A write
-// that begins with GS (0x1D) is put into a right frame or envelope, one with US (0x1F) is no write but
-// something that happens to the register.
+// Input: protocol and whether the register is lenient, three faults, then the writes, with record separators
+// (RS, 0x1E) between them. A write that begins with GS (0x1D) is put into a right frame or envelope, one with
+// US (0x1F) is no write but something that happens to the register.
 
 #include "harness.h"
 
@@ -17,6 +17,8 @@ using emulator::FaultPlan;
 using emulator::ProtocolChoice;
 
 constexpr qint64 longPause = 3'600'000;
+const QByteArray requestId = QByteArrayLiteral("{10000000-0000-4000-8000-000000000001}");
+const QByteArray stateId = QByteArrayLiteral("{20000000-0000-4000-8000-000000000002}");
 
 QByteArray frame(char id, const QByteArray& text)
 {
@@ -45,9 +47,11 @@ class Bench
 {
 public:
     explicit Bench(fuzz::Input& input)
-        : m_choice(static_cast<ProtocolChoice>(input.take() % 3))
+        : m_begin(static_cast<int>(input.take()))
+        , m_choice(static_cast<ProtocolChoice>(m_begin % 3))
         , m_line(m_device, m_outbox, m_clock, m_choice)
     {
+        m_line.setLenient(m_begin / 3 % 2 != 0);
         m_device.tape().setListener([](const QStringList&) {});
         FaultPlan plan;
         for (int i = 0; i < 3; ++i) {
@@ -64,7 +68,7 @@ public:
         if (record.startsWith('\x1F'))
             happen(record.mid(1));
         else if (record.startsWith('\x1D'))
-            m_line.receive(m_choice == ProtocolChoice::Xml ? envelope("{1}", record.mid(1))
+            m_line.receive(m_choice == ProtocolChoice::Xml ? envelope(requestId, record.mid(1))
                                                            : frame('\x20', record.mid(1)));
         else
             m_line.receive(record);
@@ -81,8 +85,8 @@ public:
         if (m_choice != ProtocolChoice::Xml)
             fuzz::require(answerTo(frame('\x7A', "A0")).contains("zA000"), "no state over HEX");
         if (m_choice != ProtocolChoice::Hex) {
-            const QByteArray answer = answerTo(envelope("{state}", "2"));
-            fuzz::require(answer.contains("{state}") && answer.contains("<Result>0<"), "no state over XML");
+            const QByteArray answer = answerTo(envelope(stateId, "2"));
+            fuzz::require(answer.contains(stateId) && answer.contains("<Result>0<"), "no state over XML");
         }
     }
 
@@ -117,6 +121,7 @@ private:
         m_entries = entries;
     }
 
+    const int m_begin;
     const ProtocolChoice m_choice;
     emulator::VirtualClock m_clock;
     emulator::Register m_device{m_clock};

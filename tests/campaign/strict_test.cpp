@@ -1,0 +1,156 @@
+// What our own driver sends over XML is never refused by the strict register.
+
+#include "abstractfrdriver.h"
+#include "exceptions.h"
+#include "receiptissuer.h"
+#include "receiptparser.h"
+#include "rig.h"
+
+#include <gtest/gtest.h>
+#include <QFile>
+#include <QImage>
+#include <QTemporaryDir>
+
+namespace {
+
+const QString code = QStringLiteral("0104600000000015215!Ab1cD\x1D"
+                                    "93dGVz");
+
+class StrictXml : public testing::Test
+{
+protected:
+    StrictXml()
+    {
+        driver.portOpen();
+        driver.connect();
+        driver.init();
+        driver.cashierLogin({"Иванова", "кассир", "772100000040"});
+    }
+
+    void expectNoRefusal(const std::string& after)
+    {
+        for (const emulator::RefusedRequest& refused : rig.device.refusals().all())
+            ADD_FAILURE() << after << ": " << refused.reason.toStdString();
+        rig.device.refusals().clear();
+    }
+
+    FrPosition position(ExciseMarkType mark) const
+    {
+        FrPosition goods("Молоко", 139.90, 1.254);
+        goods.setDiscsum(mark == MarkFur ? 0.004 : static_cast<double>(mark));
+        if (mark == MarkNone)
+            return goods;
+        goods.setMarkingCode(code, mark);
+        // Whatever a host leaves out of the blocks goes out empty.
+        goods.setRequisite(FdRequisite(EFrDriver::SupplierInn, "7721000017"));
+        goods.setRequisite(FdRequisite(EFrDriver::IndustryRequisite, QVariantMap{{"1262", "030"}}));
+        goods.setRequisite(FdRequisite(
+            EFrDriver::AgentData, QVariantMap{{"1073", "+7"}, {"1044", "перевод"}, {"1005", "Москва"}}));
+        return goods;
+    }
+
+    void sell(hw::fr::CheckType type, ExciseMarkType mark)
+    {
+        const FiscalDocument document(type);
+        const FrPosition goods = position(mark);
+        if (mark != MarkNone)
+            driver.checkMarkingCode({1, code, 1.254, 0}, true);
+        driver.checkOpen(document);
+        driver.setRequisite(FdRequisite(EFrDriver::CustomerAddress, "a@b.example"));
+        driver.setRequisite(FdRequisite(EFrDriver::CashierInn, "772100000040"));
+        for (const auto font :
+            {EFrDriver::DoubleSizeFont, EFrDriver::CondensedFont, EFrDriver::DoubleWidthFont,
+                EFrDriver::SmallFont, EFrDriver::DoubleHeightFont, EFrDriver::InvertedFont}) {
+            driver.setFont({font});
+            driver.checkPrint({"строка & <b>"});
+        }
+        driver.barcodePrint({"4601234567890"});
+        driver.barcodePrint({"текст\nкода", Barcode::Qr});
+        driver.checkAddPosition(goods);
+        driver.checkAddPosition(FrPosition("Вес", 139.90, 1.254));
+        driver.checkTotal();
+        driver.checkPay({1, 100.0});
+        driver.checkPay({0, 400.0});
+        driver.checkClose(document);
+        expectNoRefusal("receipt " + std::to_string(type) + " mark " + std::to_string(mark));
+    }
+
+    Rig rig{Protocol::Xml};
+    AbstractFrDriver& driver = rig.driver();
+};
+
+TEST_F(StrictXml, TakesAllReceiptsOfItsOwnDriver)
+{
+    for (int type = hw::fr::CheckSale; type <= hw::fr::CheckPurchaseAnnulment; ++type)
+        sell(static_cast<hw::fr::CheckType>(type), MarkNone);
+    for (int mark = MarkFur; mark <= MarkOther; ++mark) {
+        for (const auto type : {hw::fr::CheckSale, hw::fr::CheckSaleReturn, hw::fr::CheckPurchase})
+            sell(type, static_cast<ExciseMarkType>(mark));
+    }
+    for (const char* const name : {"sale.json", "marked-sale.json", "return.json"}) {
+        QFile file(QStringLiteral(FRSPF_EXAMPLES "/") + name);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_TRUE(sale::issueReceipt(driver, receipt::receiptFromText(file.readAll())).isIssued()) << name;
+        expectNoRefusal(name);
+    }
+    // A close that is tried again has the tax system twice; change may leave a hair less than no cash.
+    const FiscalDocument document;
+    driver.checkOpen(document);
+    driver.checkAddPosition(FrPosition("Хлеб", 0.70, 1));
+    driver.checkPay({0, 0.10});
+    driver.checkPay({1, 0.70});
+    rig.device.setPaper(false);
+    EXPECT_THROW(driver.checkClose(document), FrPaperException);
+    EXPECT_EQ(rig.device.refusals().all().value(0).error, "3.8");
+    rig.device.refusals().clear();
+    rig.device.setPaper(true);
+    driver.checkClose(document);
+    expectNoRefusal("second close");
+}
+
+TEST_F(StrictXml, TakesAllOperationsOfItsOwnDriver)
+{
+    const QTemporaryDir folder;
+    const QString picture = folder.filePath("logo.png");
+    QImage image(40, 40, QImage::Format_Mono);
+    image.fill(1);
+    ASSERT_TRUE(image.save(picture));
+    driver.registration({hw::fr::common::TaxSystemGeneral}, {}, {}, {}, {});
+    EXPECT_TRUE(driver.setDateTime(rig.device.now()));
+    driver.getDateTime();
+    EXPECT_TRUE(driver.setDefaults());
+    EXPECT_TRUE(driver.setCliche({"Лавка", "у моста"}));
+    EXPECT_TRUE(driver.setGraphicCliche(picture));
+    EXPECT_TRUE(driver.setParams({{0, 0, 0, "OFD.OFD.OFD_Host.a.b"}, {0, 0, 0, "PRN.QR.QRFastPrint.true"}}));
+    driver.getParametersDescription();
+    driver.getDeviceStateDescription();
+    driver.getFnStateDescription();
+    driver.getFnInfo();
+    driver.getAllTaxSystems();
+    driver.openShift();
+    for (const auto type : {hw::fr::CheckCashIn, hw::fr::CheckCashOut}) {
+        driver.moneyCheckOpen(type, {});
+        driver.moneyCheckPrint({"Размен"});
+        driver.moneyCheckClose(50);
+    }
+    driver.textDocOpen(hw::fr::CheckNonFiscal);
+    driver.textDocClose();
+    driver.accountingReport();
+    driver.xReport();
+    driver.getCountersDescription();
+    driver.getMoneyCounters(hw::fr::CheckSale);
+    driver.getCheckCounters(hw::fr::CheckSale);
+    driver.getKkmRegisterBeg();
+    driver.getKkmRegisterEnd();
+    driver.printFnDocument(1);
+    driver.printLastFnDocument();
+    driver.drawerOpen();
+    driver.isCashDrawerOpened();
+    driver.checkMarkingCode({1, code, 1, 0}, true);
+    driver.clearMarkingCodes();
+    driver.zReport();
+    driver.portClose();
+    expectNoRefusal("operations");
+}
+
+} // namespace
