@@ -32,7 +32,7 @@ Station::Station(const Options& options, QObject* parent)
     m_protocol.setFaults(options.faults);
     m_protocol.setLenient(options.lenient);
     m_register.refusals().setListener([](const emulator::RefusedRequest& refused) {
-        std::fprintf(stderr, "refused: %s\n", qPrintable(refused.reason));
+        std::fprintf(stderr, "refused: %s\n", refused.reason.simplified().toUtf8().constData());
     });
     m_register.setPaper(!options.paperOut);
     m_register.setOperatorReachable(options.operatorReachable);

@@ -1,4 +1,5 @@
 #include "rig.h"
+#include "xmlrig.h"
 
 #include <gtest/gtest.h>
 #include <QFile>
@@ -138,6 +139,25 @@ TEST(Program, LeavesTheLinkToTheOneThatRuns)
     first.stop(SIGKILL);
     Program third({"--pty", link});
     EXPECT_EQ(third.ready(), "spf-emulator: ready on " + link) << "the link was left behind";
+}
+
+TEST(Program, SaysOnceWhyItRefusesUnlessItIsLenient)
+{
+    const QByteArray request = XmlRig().request(44).replace("<Command>44", "<Command>+44");
+    for (const bool lenient : {false, true}) {
+        Program program(QStringList{"--tcp", "0"} + (lenient ? QStringList{"--lenient"} : QStringList()));
+        QTcpSocket socket;
+        socket.connectToHost("127.0.0.1", program.ready().section(':', -1).toUShort());
+        ASSERT_TRUE(socket.waitForConnected(patience));
+        socket.write(request);
+        QByteArray answer;
+        while (!answer.endsWith("</ArmResponse>") && socket.waitForReadyRead(patience))
+            answer += socket.readAll();
+        EXPECT_EQ(XmlReply{answer}.verdict(), lenient ? "0.0" : "5.5002");
+        program.stop(SIGTERM);
+        EXPECT_EQ(program.process.readAllStandardError(),
+            lenient ? "" : "refused: Command: no number of a command\n");
+    }
 }
 
 TEST(Program, ExitStatusesAndMessages)
