@@ -17,6 +17,7 @@ constexpr int lineHeight = 28;
 constexpr int lineAttributes[] = {8, 32, 1, 16, 128};
 constexpr qsizetype qrLengthDigits = 4;
 constexpr qsizetype barcodeLengthDigits = 2;
+constexpr qsizetype mostLengthDigits = 6;
 
 /// Walks through the text from sequence to sequence.
 class Reader
@@ -53,12 +54,8 @@ private:
             return readLine(line);
         case u'q':
             return readPicture(PrintPiece::Kind::QrCode, qrLengthDigits);
-        case u'b': {
-            // A length of more than two digits is not cut.
-            const std::optional<PrintPiece> piece
-                = readPicture(PrintPiece::Kind::Barcode, barcodeLengthDigits);
-            return piece ? piece : readPicture(PrintPiece::Kind::Barcode, barcodeLengthDigits + 1);
-        }
+        case u'b':
+            return readPicture(PrintPiece::Kind::Barcode, barcodeLengthDigits);
         default:
             return std::nullopt;
         }
@@ -82,12 +79,22 @@ private:
         return found != std::end(lineAttributes) && height == lineHeight;
     }
 
+    // A length that needs more digits is not cut; zeros fill it up to the least number of digits alone.
+    std::optional<PrintPiece> readPicture(PrintPiece::Kind kind, qsizetype leastDigits)
+    {
+        std::optional<PrintPiece> piece = readPictureOf(kind, leastDigits);
+        const bool isPadded = m_text.mid(m_position + numberAt, 1) == QStringLiteral("0");
+        for (qsizetype digits = leastDigits + 1; digits <= mostLengthDigits && !piece && !isPadded; ++digits)
+            piece = readPictureOf(kind, digits);
+        return piece;
+    }
+
     // The text may hold line feeds of its own; its length tells where it ends.
-    std::optional<PrintPiece> readPicture(PrintPiece::Kind kind, qsizetype digits)
+    std::optional<PrintPiece> readPictureOf(PrintPiece::Kind kind, qsizetype digits)
     {
         const std::optional<int> length = number(m_position + numberAt, digits);
         const qsizetype start = m_position + numberAt + digits;
-        if (!length || *length == 0)
+        if (!length)
             return std::nullopt;
         const qsizetype end = start + *length;
         if (end > m_text.size() || (end < m_text.size() && m_text.at(end) != QLatin1Char('\n')))

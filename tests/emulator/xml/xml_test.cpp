@@ -310,6 +310,8 @@ TEST(XmlService, SettingsAreKeptWholeAndShowOnTheTape)
     EXPECT_EQ(rig.send(54, pa("200004", 7, pa("PRN", 7, pa("LogoImage", 7, pa("Image", 1))))).value("Image"),
         bitmap.toHex());
     EXPECT_EQ(rig.run(30, pa("200003", 7, pa("NonFiscalText", 1, "‼?f0320028кот"))), "0.0");
+    const QString pictures = "‼?q10000" + QString(10'000, 'x') + "\n‼?b00\n‼?q0000";
+    EXPECT_EQ(rig.run(30, pa("200003", 7, pa("NonFiscalText", 1, pictures))), "0.0");
     QString page = rig.device.tape().text();
     for (const char* const shown : {"100 x 50", "Лавка", "у моста", "↔к о т"})
         EXPECT_TRUE(page.contains(shown)) << shown;
