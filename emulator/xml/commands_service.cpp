@@ -71,13 +71,13 @@ XmlAnswer openDrawer(const XmlContext& context, const XmlNode&)
 
 XmlAnswer settings(const XmlContext& context, const XmlNode& data)
 {
-    const XmlVerdict verdict = context.strict ? xmlsettingsform::checkQuestion(data) : XmlVerdict();
+    const XmlVerdict verdict = context.strict ? xmlsettingsform::checkReading(data) : XmlVerdict();
     return verdict.isGood() ? context.settings.read(data) : XmlAnswer(verdict);
 }
 
 XmlAnswer setSettings(const XmlContext& context, const XmlNode& data)
 {
-    const XmlVerdict verdict = context.strict ? xmlsettingsform::checkOrder(data) : XmlVerdict();
+    const XmlVerdict verdict = context.strict ? xmlsettingsform::checkWriting(data) : XmlVerdict();
     return verdict.isGood() ? context.settings.write(data) : verdict;
 }
 

@@ -32,7 +32,7 @@ bool hasMark(const QString& document)
 
 bool hasNoDeclaration(const QString& document)
 {
-    return !document.startsWith(QStringLiteral("<?xml "));
+    return !document.startsWith(QStringLiteral("<?xml"));
 }
 
 bool isOfAnotherKind(const QString& document)

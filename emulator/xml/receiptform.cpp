@@ -69,12 +69,17 @@ bool isGoodsKind(const QString& name)
     return (kind >= 1300 && kind <= 1309) || (kind >= 1320 && kind <= 1325);
 }
 
+bool isGoods(const XmlNode& code)
+{
+    const QByteArray digits = code.value.toLatin1().toLower();
+    return code.type == XmlType::Text && isGoodsKind(code.name) && !digits.isEmpty()
+        && QByteArray::fromHex(digits).toHex() == digits;
+}
+
 bool isGoodsCodeWrong(const XmlNode& parent, const XmlNode&)
 {
     const XmlNode* const goods = parent.child(tag::goodsCode);
-    return goods != nullptr
-        && (goods->children.size() != 1 || goods->children.constFirst().type != XmlType::Text
-            || !isGoodsKind(goods->children.constFirst().name));
+    return goods != nullptr && (goods->children.size() != 1 || !isGoods(goods->children.constFirst()));
 }
 
 // Goods that are sold or come back; no other document changes their status.
@@ -95,7 +100,7 @@ bool isMarkingModeWrong(const XmlNode& query, const XmlNode&)
 }
 
 constexpr const char* goodsCodeWords
-    = "1163 has one text, with a tag from 1300 to 1309 or from 1320 to 1325, as its only child";
+    = "1163 has one code in hexadecimal, with a tag from 1300 to 1309 or from 1320 to 1325, as a text";
 
 constexpr Condition receiptConditions[] = {
     {&hasNoFooter, "no Footer"},

@@ -37,8 +37,10 @@ constexpr Sequence sequences[] = {
 
 qsizetype placeOf(const QStringList& places, const QString& name)
 {
-    const auto place = std::find_if(places.cbegin(), places.cend(),
-        [&name](const QString& names) { return names.split(QLatin1Char('|')).contains(name); });
+    const auto place = std::find_if(places.cbegin(), places.cend(), [&name](const QString& names) {
+        return names == name
+            || (names.contains(QLatin1Char('|')) && names.split(QLatin1Char('|')).contains(name));
+    });
     return place == places.cend() ? -1 : place - places.cbegin();
 }
 

@@ -40,12 +40,12 @@ XmlVerdict checkNode(const XmlNode& node, int depth, bool isQuestion)
 
 } // namespace
 
-XmlVerdict checkQuestion(const XmlNode& tree)
+XmlVerdict checkReading(const XmlNode& tree)
 {
     return checkLevel(tree, 0, true);
 }
 
-XmlVerdict checkOrder(const XmlNode& tree)
+XmlVerdict checkWriting(const XmlNode& tree)
 {
     return checkLevel(tree, 0, false);
 }

@@ -7,7 +7,7 @@ namespace emulator::xmlsettingsform {
 
 /// The shape of a tree of settings: section, subsection, setting, none of them empty or twice. A question has
 /// no values in it.
-XmlVerdict checkQuestion(const XmlNode& tree);
-XmlVerdict checkOrder(const XmlNode& tree);
+XmlVerdict checkReading(const XmlNode& tree);
+XmlVerdict checkWriting(const XmlNode& tree);
 
 } // namespace emulator::xmlsettingsform

@@ -41,6 +41,8 @@ QString dataOf(int command)
     switch (command) {
     case 8:
         return fullReceipt();
+    case 18:
+        return pa("11", 7, pa("1021", 1, "Иванова") + pa("1205", 4, "8") + pa("1062", 4, "1"));
     case 30:
         return pa("200003", 7, pa("NonFiscalText", 1, "‼?f0320028кот"));
     case 38:
@@ -103,6 +105,7 @@ const Row rows[] = {
     {8, "(<pa n=\"1044\"[^/]*/pa>)(<pa n=\"1073\"[^/]*/pa>)", "\\2\\1", "5.5003", "pa 1223: 1073 before 1044"},
     {38, "(<pa n=\"1021\"[^/]*/pa>)(<pa n=\"CashSumm\"[^/]*/pa>)", "\\2\\1", "5.5003", "pa 200007: CashSumm before 1021"},
     {76, "(<pa n=\"2003\"[^/]*/pa>)(<pa n=\"2102\"[^/]*/pa>)", "\\2\\1", "5.5003", "pa 200017: 2102 before 2003"},
+    {18, "(<pa n=\"1021\"[^/]*/pa>)(<pa n=\"1205\"[^/]*/pa>)", "\\2\\1", "5.5003", "pa 11: 1205 before 1021", "1.1002"},
     {8, "<pa n=\"Footer\"[^/]*/pa>", "", "1.1004", "pa 3: no Footer"},
     {8, "(<pa n=\"Footer\"[^/]*/pa>)", "\\1\\1", "1.1004", "pa 3: Footer twice"},
     {8, "(<pa n=\"HeaderText\"[^/]*/pa>)", "\\1\\1", "1.1004", "pa 3: HeaderText twice"},
@@ -116,8 +119,8 @@ const Row rows[] = {
     {8, "n=\"1044\" t=\"1\">[^<]*", "n=\"1044\" t=\"4\">5", "1.1004", "pa 1059: 1223 has texts of 1005, 1016, 1026, 1044, 1073, 1074 and 1075, one at least"},
     {8, "(60.00)(</pa>.*<pa n=\"ItemDiscounts\" t=\"6\">).*?</pa></pa></pa>(<pa n=\"Price[^>]*>)56.67", "\\1\\2</pa>\\3\\1", "1.1004", "pa 1059: ItemDiscounts has one record", "1.1003"},
     {8, "-10.00", "-5.00</pa></pa><pa n=\"ItemDiscounts\" t=\"7\"><pa n=\"Name\" t=\"1\">Скидка</pa><pa n=\"Value\" t=\"2\">-5.00", "1.1004", "pa 1059: ItemDiscounts has one record"},
-    {8, "n=\"1305\"", "n=\"1310\"", "1.1004", "pa 1059: 1163 has one text, with a tag from 1300 to 1309 or from 1320 to 1325, as its only child"},
-    {8, "n=\"1305\" t=\"1\">444d", "n=\"1305\" t=\"4\">44", "1.1004", "pa 1059: 1163 has one text, with a tag from 1300 to 1309 or from 1320 to 1325, as its only child"},
+    {8, "n=\"1305\"", "n=\"1310\"", "1.1004", "pa 1059: 1163 has one code in hexadecimal, with a tag from 1300 to 1309 or from 1320 to 1325, as a text"},
+    {8, "n=\"1305\" t=\"1\">444d", "n=\"1305\" t=\"4\">44", "1.1004", "pa 1059: 1163 has one code in hexadecimal, with a tag from 1300 to 1309 or from 1320 to 1325, as a text"},
     {8, "n=\"2110\" t=\"4\">1", "n=\"2110\" t=\"4\">2", "1.1004", "pa 1059: 2110 is 1 or 255 in a sale and 3 in a return"},
     {8, "(n=\"1216\" t=\"2\">)0.00", "\\1-0.00", "5.5003", "pa 1216: -0.00"},
     // Print sequences
@@ -125,7 +128,8 @@ const Row rows[] = {
     {30, "0320028", "0320030", "1.1004", "NonFiscalText: no such print sequence"},
     // Marking check
     {76, "n=\"2102\" t=\"4\">0", "n=\"2102\" t=\"4\">1", "1.1004", "pa 200017: 2102 is 0"},
-    {76, "n=\"1305\"", "n=\"5\"", "1.1004", "pa 200017: 1163 has one text, with a tag from 1300 to 1309 or from 1320 to 1325, as its only child"},
+    {76, "n=\"1305\"", "n=\"5\"", "1.1004", "pa 200017: 1163 has one code in hexadecimal, with a tag from 1300 to 1309 or from 1320 to 1325, as a text"},
+    {76, "444d", "44zz", "1.1004", "pa 200017: 1163 has one code in hexadecimal, with a tag from 1300 to 1309 or from 1320 to 1325, as a text"},
     // Settings
     {54, "(<pa n=\"200004\" t=\"7\">).*(</pa>\\]\\])", "\\1<pa n=\"PRN.QR.QRFastPrint\" t=\"1\"></pa>\\2", "1.1004", "pa PRN.QR.QRFastPrint: a path instead of a name"},
     {54, "n=\"PRN\" t=\"7\"", "n=\"PRN\" t=\"6\"", "1.1004", "pa PRN: no structure"},
