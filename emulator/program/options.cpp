@@ -1,6 +1,9 @@
 #include "program/options.h"
 
 #include <QCommandLineParser>
+#include <QDateTime>
+#include <QRandomGenerator>
+#include <QRegularExpression>
 
 #include <cstdio>
 
@@ -37,6 +40,13 @@ void describe(QCommandLineParser& parser)
         {QStringLiteral("model"), QStringLiteral("Model code."), QStringLiteral("CODE")},
         {QStringLiteral("serial"), QStringLiteral("Factory number, 20 characters at the most."),
             QStringLiteral("NUMBER")},
+        {QStringLiteral("drive"),
+            QStringLiteral(
+                "Number of the fiscal drive: 16 digits, the first four 9999 (another one each start)."),
+            QStringLiteral("NUMBER")},
+        {QStringLiteral("clock"),
+            QStringLiteral("Let the clock run from that time, as 2026-03-01T09:00:00 (the computer's)."),
+            QStringLiteral("TIME")},
         {QStringLiteral("width"), QStringLiteral("Characters on a line of the tape, 44 or 48."),
             QStringLiteral("WIDTH")},
     });
@@ -47,6 +57,30 @@ QString defaultSerial(int model)
 {
     return QStringLiteral("001") + QStringLiteral("%1").arg(model % 100, 2, 10, QLatin1Char('0'))
         + QStringLiteral("000000012345678");
+}
+
+// No two starts have a drive in common, so that no host takes one life for another.
+QString newDrive()
+{
+    constexpr quint64 numbers = 1'000'000'000'000;
+    const quint64 number = QRandomGenerator::system()->generate64() % numbers;
+    return QStringLiteral("9999") + QStringLiteral("%1").arg(number, 12, 10, QLatin1Char('0'));
+}
+
+QString readDrive(const QCommandLineParser& parser, QString& number)
+{
+    static const QRegularExpression form(QStringLiteral("^9999[0-9]{12}$"));
+    number = parser.isSet(QStringLiteral("drive")) ? parser.value(QStringLiteral("drive")) : newDrive();
+    return form.match(number).hasMatch() ? QString() : QStringLiteral("--drive is 9999 and 12 more digits");
+}
+
+QString readClock(const QCommandLineParser& parser, qint64& ahead)
+{
+    if (!parser.isSet(QStringLiteral("clock")))
+        return {};
+    const QDateTime time = QDateTime::fromString(parser.value(QStringLiteral("clock")), Qt::ISODate);
+    ahead = QDateTime::currentDateTime().msecsTo(time);
+    return time.isValid() ? QString() : QStringLiteral("--clock is a time as 2026-03-01T09:00:00");
 }
 
 bool readNumber(
@@ -98,6 +132,10 @@ QString fill(const QCommandLineParser& parser, Options& options)
         identity.serialNumber = parser.value(QStringLiteral("serial")).leftJustified(20);
     if (identity.serialNumber.size() > 20)
         return QStringLiteral("--serial is longer than 20 characters");
+    if (error = readDrive(parser, identity.driveNumber); !error.isEmpty())
+        return error;
+    if (error = readClock(parser, options.clockAhead); !error.isEmpty())
+        return error;
     const std::optional<emulator::FaultPlan> plan
         = emulator::FaultPlan::parse(parser.value(QStringLiteral("faults")), &error);
     options.faults = plan.value_or(emulator::FaultPlan());

@@ -21,6 +21,8 @@ struct Options
     bool lenient = false;
     bool paperOut = false;
     bool operatorReachable = false;
+    /// Milliseconds by which the register's clock is ahead of the computer's.
+    qint64 clockAhead = 0;
     emulator::Identity identity;
     emulator::FaultPlan faults;
 

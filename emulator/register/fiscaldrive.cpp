@@ -13,8 +13,9 @@ constexpr int daysForOperator = 30;
 
 } // namespace
 
-FiscalDrive::FiscalDrive(const QDateTime& activated)
-    : m_expiry(activated.date().addMonths(lifeInMonths))
+FiscalDrive::FiscalDrive(const QString& number, const QDateTime& activated)
+    : m_number(number)
+    , m_expiry(activated.date().addMonths(lifeInMonths))
 {
     store(FiscalType::Registration, activated, "factory");
     sendAll();

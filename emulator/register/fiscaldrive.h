@@ -13,7 +13,7 @@ namespace emulator {
 class FiscalDrive
 {
 public:
-    explicit FiscalDrive(const QDateTime& activated);
+    FiscalDrive(const QString& number, const QDateTime& activated);
 
     const QString& number() const { return m_number; }
     QDate expiry() const { return m_expiry; }
@@ -44,7 +44,7 @@ private:
     static constexpr int maxRegistrations = 12;
     static constexpr qsizetype keptPrints = 256;
 
-    QString m_number = QStringLiteral("9999078900001234");
+    QString m_number;
     QDate m_expiry;
     int m_registrations = 0;
     QDateTime m_lastRegistration;

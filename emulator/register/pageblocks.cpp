@@ -43,6 +43,7 @@ void addPayments(Page& page, const Parts& parts, const Payments& payments)
 
 void addHeader(Page& page, const Parts& parts)
 {
+    page.centred(QStringLiteral("ЭМУЛЯТОР, НЕ ЧЕК"));
     const auto logo = BitmapHead::read(parts.state.logo);
     if (logo && parts.parameters.isOn(parameter::companyLogo))
         page.frame(QStringLiteral("ЛОГОТИП"), QStringLiteral("%1 x %2").arg(logo->width).arg(logo->height));

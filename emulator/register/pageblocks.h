@@ -10,7 +10,7 @@ struct Parts;
 /// What several kinds of page have in common.
 namespace pageblocks {
 
-/// Logo and header lines.
+/// What the register is, logo and header lines.
 void addHeader(Page& page, const Parts& parts);
 void addTail(Page& page, const Parts& parts);
 /// Number of the shift and time of the page, which is no document of the fiscal drive.

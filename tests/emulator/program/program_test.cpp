@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTcpSocket>
 #include <QTemporaryDir>
 
@@ -85,13 +86,31 @@ TEST(Program, ServesTcpAndWritesJournalAndTape)
     const QTemporaryDir folder;
     QFile journal(folder.filePath("journal"));
     QFile tape(folder.filePath("tape"));
-    Program program(
-        {"--tcp", "0", "--baud", "115200", "--journal", journal.fileName(), "--tape", tape.fileName()});
+    Program program({"--tcp", "0", "--baud", "115200", "--journal", journal.fileName(), "--tape",
+        tape.fileName(), "--drive", "9999000000000042", "--clock", "2026-03-01T09:00:00"});
     openShift(program.ready());
     EXPECT_EQ(program.stop(SIGINT), 0);
     ASSERT_TRUE(journal.open(QIODevice::ReadOnly) && tape.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(journal.readAll().contains("\"type\":\"openShift\""));
+    const QByteArray entry = journal.readAll();
+    for (const char* const part : {"\"type\":\"openShift\"", "9999000000000042", "2026-03-01T09:00:"})
+        EXPECT_TRUE(entry.contains(part)) << part << '\n' << entry.constData();
     EXPECT_EQ(program.process.readAllStandardOutput(), tape.readAll());
+}
+
+TEST(Program, EachStartHasAFiscalDriveOfItsOwn)
+{
+    const QTemporaryDir folder;
+    QFile journal(folder.filePath("journal"));
+    for (int start = 0; start < 2; ++start) {
+        Program program({"--tcp", "0", "--journal", journal.fileName()});
+        openShift(program.ready());
+        program.stop(SIGTERM);
+    }
+    ASSERT_TRUE(journal.open(QIODevice::ReadOnly));
+    const QRegularExpression form("\"fiscalDrive\":\"(9999[0-9]{12})\"");
+    const QString first = form.match(QString(journal.readLine())).captured(1);
+    const QString second = form.match(QString(journal.readLine())).captured(1);
+    EXPECT_TRUE(!first.isEmpty() && !second.isEmpty() && first != second) << first.toStdString();
 }
 
 TEST(Program, GoesOnWithoutPaperThatNobodyReadsAndSaysSo)
@@ -173,6 +192,8 @@ TEST(Program, ExitStatusesAndMessages)
         {{"--tcp", "0", "--protocol", "hex"}, 2, "--protocol is HEX, XML or auto"},
         {{"--tcp", "0", "--faults", "fire@1"}, 2, "no such fault: \"fire@1\""},
         {{"--tcp", "0", "--serial", "123456789012345678901"}, 2, "--serial is longer"},
+        {{"--tcp", "0", "--drive", "7380440800000042"}, 2, "--drive is 9999 and 12 more digits"},
+        {{"--tcp", "0", "--clock", "9:00"}, 2, "--clock is a time"},
         {{"--nothing"}, 2, "nothing"},
         {{"--pty", folder.filePath("file")}, 1, "exists and is no link"},
         {{"--pty", folder.filePath("none/link")}, 1, "cannot make the link"},

@@ -72,10 +72,10 @@ TEST(Sale, LooksLikeAReceipt)
             return left + value.rightJustified(width - left.size());
         };
         // In this order, with other lines between them.
-        const QStringList expected{QStringLiteral("ООО \"РОМАШКА\""), QStringLiteral("Вход со двора"),
-            QStringLiteral("КАССОВЫЙ ЧЕК"), QStringLiteral("ПРИХОД"), QStringLiteral("Молоко"),
-            right(QStringLiteral("  2.000 x 60.00"), QStringLiteral("=120.00")), QStringLiteral("  НДС 10%"),
-            right(QStringLiteral("ИТОГ"), QStringLiteral("=120.00")),
+        const QStringList expected{QStringLiteral("ЭМУЛЯТОР, НЕ ЧЕК"), QStringLiteral("ООО \"РОМАШКА\""),
+            QStringLiteral("Вход со двора"), QStringLiteral("КАССОВЫЙ ЧЕК"), QStringLiteral("ПРИХОД"),
+            QStringLiteral("Молоко"), right(QStringLiteral("  2.000 x 60.00"), QStringLiteral("=120.00")),
+            QStringLiteral("  НДС 10%"), right(QStringLiteral("ИТОГ"), QStringLiteral("=120.00")),
             right(QStringLiteral("НАЛИЧНЫМИ"), QStringLiteral("=200.00")),
             right(QStringLiteral("СДАЧА"), QStringLiteral("=80.00")),
             right(QStringLiteral("СУММА НДС 10%"), QStringLiteral("=10.91")), QStringLiteral("СНО: ОСН"),
