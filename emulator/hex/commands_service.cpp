@@ -61,9 +61,8 @@ HexAnswer printAccounting(Register& device, HexFields& fields)
 
 HexAnswer printStored(Register& device, HexFields& fields)
 {
-    const int number = fields.number(0, -1);
-    return fields.isBad() || number < 0 ? Refusal::BadValue
-                                        : device.reports().printStored(static_cast<quint32>(number));
+    const quint32 number = fields.documentNumber(0);
+    return fields.isBad() ? Refusal::BadValue : device.reports().printStored(number);
 }
 
 HexAnswer openDrawer(Register& device, HexFields&)

@@ -15,6 +15,13 @@ int HexFields::number(qsizetype index, int usual)
     return keep(ok, value);
 }
 
+quint32 HexFields::documentNumber(qsizetype index)
+{
+    bool ok = false;
+    const quint32 value = raw(index).toUInt(&ok);
+    return keep(ok, value);
+}
+
 qint64 HexFields::decimal(qsizetype index, int decimals)
 {
     const std::optional<qint64> value = parseDecimal(raw(index), decimals);

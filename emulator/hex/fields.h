@@ -25,6 +25,8 @@ public:
     bool isEmpty(qsizetype index) const { return raw(index).isEmpty(); }
     /// An empty field gives the usual value.
     int number(qsizetype index, int usual = 0);
+    /// A number of 32 bits without a sign.
+    quint32 documentNumber(qsizetype index);
     Money money(qsizetype index) { return decimal(index, 2); }
     Quantity quantity(qsizetype index) { return decimal(index, 3); }
     double real(qsizetype index);

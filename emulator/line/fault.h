@@ -37,6 +37,10 @@ enum class FaultMode {
     PaperOut,
     /// New paper is put in before the request is done.
     PaperIn,
+    /// The paper ends after n more lines; what it ends on is done all the same and answered as not printed.
+    PaperEnds,
+    /// The same, and answered as printed.
+    PaperEndsQuietly,
     /// The register is switched off and on before the request arrives.
     Restart
 };
@@ -44,7 +48,7 @@ enum class FaultMode {
 struct Fault
 {
     FaultMode mode = FaultMode::None;
-    /// Seconds or position of a byte, as the mode takes it.
+    /// Seconds, lines or position of a byte, as the mode takes it.
     int argument = 0;
 };
 

@@ -34,6 +34,8 @@ constexpr ModeName modeNames[] = {
     {FaultMode::Double, "double", 1},
     {FaultMode::PaperOut, "paper-out", 0},
     {FaultMode::PaperIn, "paper-in", 0},
+    {FaultMode::PaperEnds, "paper-ends", 3},
+    {FaultMode::PaperEndsQuietly, "paper-ends-quietly", 3},
     {FaultMode::Restart, "restart", 0},
 };
 

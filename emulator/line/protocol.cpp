@@ -38,6 +38,8 @@ Fault Protocol::beginExchange()
     const Fault fault = m_next ? *std::exchange(m_next, std::nullopt) : m_plan.at(m_exchanges);
     if (fault.mode == FaultMode::PaperOut || fault.mode == FaultMode::PaperIn)
         m_device.setPaper(fault.mode == FaultMode::PaperIn);
+    if (fault.mode == FaultMode::PaperEnds || fault.mode == FaultMode::PaperEndsQuietly)
+        m_device.setPaperLeft(fault.argument, fault.mode == FaultMode::PaperEndsQuietly);
     if (fault.mode == FaultMode::Restart)
         m_device.powerCycle();
     m_answerDelay = m_late.isEmpty() ? 0 : pauseAfterForeign();

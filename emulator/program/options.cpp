@@ -15,7 +15,7 @@ void describe(QCommandLineParser& parser)
         "A software fiscal register on a pseudo terminal or a TCP port.\n\n"
         "Faults are given as MODE[:N]@EXCHANGE, several with commas between them, \"@5+\" from the fifth on:\n"
         "silence lost late stale echo badcheck noise busy:seconds slow:seconds cut split:size drop:byte flip:byte\n"
-        "double:byte paper-out paper-in restart.\n"
+        "double:byte paper-out paper-in paper-ends:lines paper-ends-quietly:lines restart.\n"
         "SIGUSR1 takes the paper out or puts it in again."));
     parser.addOptions({
         {QStringLiteral("pty"), QStringLiteral("Link to the host's side of a pseudo terminal."),

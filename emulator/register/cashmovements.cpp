@@ -31,7 +31,7 @@ Refusal CashMovements::close()
     m_parts.state.shift.counters.countMoney(document);
     m_parts.state.drawer.cash += document.type == DocumentType::CashIn ? document.money : -document.money;
     recording::noteMoney(m_parts, document);
-    return printOrHold(m_parts, pages::money(m_parts, document));
+    return printing::printOrHold(m_parts, pages::money(m_parts, document));
 }
 
 } // namespace emulator

@@ -42,15 +42,15 @@ Refusal Documents::finish()
     const OpenDocument& open = m_parts.state.open;
     if (!open.document.isOpen())
         return Refusal::NoDocument;
+    if (!open.document.unprinted && !m_parts.state.paper.isIn)
+        return Refusal::NoPaper;
     if (open.document.isStored())
-        return printOrHold(m_parts, open.heldLines);
+        return printing::printOrHold(m_parts, open.heldLines);
     if (open.document.isReceipt())
         return Receipts(m_parts).close();
     if (open.document.isMoney())
         return CashMovements(m_parts).close();
-    if (!m_parts.state.hasPaper)
-        return Refusal::NoPaper;
-    return printOrHold(m_parts, pages::text(m_parts, open.document));
+    return printing::printOrHold(m_parts, pages::text(m_parts, open.document));
 }
 
 Refusal Documents::cancel()
@@ -63,14 +63,15 @@ Refusal Documents::cancel()
         return Refusal::WrongState;
     }
     ++m_parts.state.shift.counters.cancelled;
-    if (m_parts.state.hasPaper && !document.unprinted)
-        m_parts.tape.print(pages::cancelled(m_parts, document));
+    if (m_parts.state.paper.isIn && !document.unprinted)
+        printing::printOrQueue(m_parts, pages::cancelled(m_parts, document));
     drop();
     return Refusal::None;
 }
 
 void Documents::drop()
 {
+    m_parts.state.paper.waiting += m_parts.state.open.heldLines;
     m_parts.state.open = OpenDocument();
 }
 

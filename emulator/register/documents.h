@@ -27,8 +27,8 @@ public:
     Refusal finish();
     Refusal cancel();
     /// Forgets the open document, and prints and counts nothing of it: one that came in one piece and was
-    /// refused on the way. One that was refused for want of paper at its very end is done all the same; a
-    /// receipt is stored then, and can be printed from the fiscal drive.
+    /// refused on the way. One that the paper ended on is done all the same; the rest of it is printed when
+    /// there is paper again.
     void drop();
 
 private:

@@ -10,6 +10,7 @@ constexpr int lifeInMonths = 15;
 constexpr int daysBeforeReplacement = 3;
 constexpr int daysBeforeResourceEnds = 30;
 constexpr int daysForOperator = 30;
+constexpr int daysUntilBlocked = 31;
 
 } // namespace
 
@@ -24,15 +25,25 @@ FiscalDrive::FiscalDrive(const QString& number, const QDateTime& activated)
 int FiscalDrive::warnings(const QDateTime& now) const
 {
     const qint64 daysLeft = now.date().daysTo(m_expiry);
-    const FiscalRecord* const waiting = firstUnsent();
     int bits = 0;
     if (daysLeft < daysBeforeReplacement)
         bits |= 1;
     if (daysLeft < daysBeforeResourceEnds)
         bits |= 2;
-    if (waiting != nullptr && waiting->dateTime.daysTo(now) >= daysForOperator)
+    if (daysWaiting(now) >= daysForOperator)
         bits |= 8;
     return bits;
+}
+
+bool FiscalDrive::isOperatorSilent(const QDateTime& now) const
+{
+    return daysWaiting(now) >= daysUntilBlocked;
+}
+
+qint64 FiscalDrive::daysWaiting(const QDateTime& now) const
+{
+    const FiscalRecord* const waiting = firstUnsent();
+    return waiting == nullptr ? 0 : waiting->dateTime.daysTo(now);
 }
 
 FiscalRecord FiscalDrive::store(FiscalType type, const QDateTime& dateTime, const QByteArray& content)

@@ -27,6 +27,9 @@ public:
     /// Bits: 1 urgent replacement, 2 resource ends, 4 memory nearly full, 8 the OFD has been silent too long.
     int warnings(const QDateTime& now) const;
 
+    /// The oldest document that the OFD has not got is too old for new ones to be stored.
+    bool isOperatorSilent(const QDateTime& now) const;
+
     FiscalRecord store(FiscalType type, const QDateTime& dateTime, const QByteArray& content);
     /// Keeps what was printed of the last document, for a reprint. Only the youngest documents are kept.
     void keepPrint(const QStringList& lines);
@@ -41,6 +44,9 @@ public:
     void sendAll() { m_sent = m_documents.size(); }
 
 private:
+    /// Days that the oldest document has waited for the OFD.
+    qint64 daysWaiting(const QDateTime& now) const;
+
     static constexpr int maxRegistrations = 12;
     static constexpr qsizetype keptPrints = 256;
 

@@ -14,8 +14,6 @@ struct Identity
     QString driveNumber = QStringLiteral("9999078900001234");
     /// Characters on a line of the tape.
     int width = 44;
-    /// Takes what hosts send that are written to other rules.
-    bool lenient = false;
 };
 
 } // namespace emulator

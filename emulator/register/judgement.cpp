@@ -60,12 +60,19 @@ Refusal ready(const State& state)
 {
     if (state.open.document.isOpen())
         return Refusal::WrongState;
-    return state.hasPaper ? Refusal::None : Refusal::NoPaper;
+    return state.paper.isIn ? Refusal::None : Refusal::NoPaper;
 }
 
 Refusal drive(const Parts& parts)
 {
     return parts.clock.now().date() > parts.drive.expiry() ? Refusal::DriveExpired : Refusal::None;
+}
+
+Refusal newDocuments(const Parts& parts)
+{
+    const Refusal refusal = drive(parts);
+    const bool silent = refusal == Refusal::None && parts.drive.isOperatorSilent(parts.clock.now());
+    return silent ? Refusal::OperatorSilent : refusal;
 }
 
 Refusal time(const QDateTime& time, const Parts& parts)
@@ -89,7 +96,7 @@ Refusal opening(const Document& head, const Parts& parts)
         return Refusal::ShiftTooLong;
     if (head.isMoney())
         return Refusal::None;
-    if (const Refusal refusal = drive(parts); refusal != Refusal::None)
+    if (const Refusal refusal = newDocuments(parts); refusal != Refusal::None)
         return refusal;
     return taxSystem(head.taxSystem, parts.state.registration);
 }
@@ -100,7 +107,7 @@ Refusal printing(const State& state)
         return Refusal::NoDocument;
     if (state.open.document.isStored())
         return Refusal::WrongState;
-    return state.hasPaper ? Refusal::None : Refusal::NoPaper;
+    return state.paper.isIn ? Refusal::None : Refusal::NoPaper;
 }
 
 Refusal positions(const Document& document)

@@ -21,6 +21,9 @@ namespace judgement {
 Refusal ready(const State& state);
 /// The fiscal drive may store another document.
 Refusal drive(const Parts& parts);
+/// It may besides take documents that begin something new: not while the OFD has not got the older ones for
+/// long.
+Refusal newDocuments(const Parts& parts);
 /// Time cannot go back behind the last document.
 Refusal time(const QDateTime& time, const Parts& parts);
 Refusal opening(const Document& head, const Parts& parts);

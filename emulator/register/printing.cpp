@@ -2,21 +2,53 @@
 
 #include "register/parts.h"
 
-namespace emulator {
+#include <utility>
+
+namespace emulator::printing {
+
+namespace {
+
+// What did not get onto the paper.
+QStringList print(Parts& parts, const QStringList& lines)
+{
+    const qsizetype printed = parts.state.paper.take(lines.size());
+    if (printed > 0)
+        parts.tape.print(lines.first(printed));
+    return lines.mid(printed);
+}
+
+Refusal paperEnded(const Paper& paper)
+{
+    return paper.endsQuietly ? Refusal::None : Refusal::NoPaper;
+}
+
+} // namespace
 
 Refusal printOrHold(Parts& parts, const QStringList& lines)
 {
     OpenDocument& open = parts.state.open;
-    if (!open.document.unprinted) {
-        if (!parts.state.hasPaper) {
-            open.document.phase = Phase::Unprinted;
-            open.heldLines = lines;
-            return Refusal::NoPaper;
-        }
-        parts.tape.print(lines);
+    const QStringList rest = open.document.unprinted ? QStringList() : print(parts, lines);
+    if (rest.isEmpty()) {
+        open = OpenDocument();
+        return Refusal::None;
     }
-    open = OpenDocument();
-    return Refusal::None;
+    open.document.phase = Phase::Unprinted;
+    open.heldLines = rest;
+    return paperEnded(parts.state.paper);
 }
 
-} // namespace emulator
+Refusal printOrQueue(Parts& parts, const QStringList& lines)
+{
+    const QStringList rest = print(parts, lines);
+    parts.state.paper.waiting += rest;
+    return rest.isEmpty() ? Refusal::None : paperEnded(parts.state.paper);
+}
+
+void renewPaper(Parts& parts)
+{
+    const QStringList waiting = std::exchange(parts.state.paper, Paper()).waiting;
+    if (!waiting.isEmpty())
+        print(parts, waiting);
+}
+
+} // namespace emulator::printing

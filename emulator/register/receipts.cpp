@@ -63,7 +63,7 @@ Refusal Receipts::close()
         CashMovements(m_parts).openDrawer();
     const QStringList lines = pages::receipt(m_parts, receipt, record);
     m_parts.drive.keepPrint(lines);
-    return printOrHold(m_parts, lines);
+    return printing::printOrHold(m_parts, lines);
 }
 
 void Receipts::settle(const Document& receipt)

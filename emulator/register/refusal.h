@@ -20,6 +20,7 @@ enum class Refusal {
     DriveExpired = 85,
     DriveHasNoData = 88,
     TooManyPositions = 94,
+    OperatorSilent = 101,
     NotRegistered = 105,
     MarkingForbidden = 130,
     MarkingOutOfOrder = 131,

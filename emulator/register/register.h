@@ -43,8 +43,12 @@ public:
     /// Switched off and on: the document and all counters survive. A protocol with a start command asks for
     /// it before it does anything else.
     void powerCycle() { m_parts.state.isStarted = false; }
-    bool hasPaper() const { return m_parts.state.hasPaper; }
-    void setPaper(bool paper) { m_parts.state.hasPaper = paper; }
+    bool hasPaper() const { return m_parts.state.paper.isIn; }
+    /// Takes the roll out, or puts a new one in.
+    void setPaper(bool isIn);
+    /// So many lines are left on the roll. The document that it ends on is done all the same; quietly means
+    /// that the register does not answer so.
+    void setPaperLeft(int lines, bool quietly);
     void setOperatorReachable(bool reachable);
     /// @}
 

@@ -3,6 +3,7 @@
 #include "register/judgement.h"
 #include "register/pages.h"
 #include "register/parts.h"
+#include "register/printing.h"
 #include "register/recording.h"
 
 namespace emulator {
@@ -39,8 +40,8 @@ Refusal Reports::printAccounting(const Cashier& cashier, bool shiftMayBeOpen)
         return Refusal::WrongState;
     if (const Refusal refusal = judgement::drive(m_parts); refusal != Refusal::None)
         return refusal;
-    issue(FiscalType::AccountingReport, cashier, {{QStringLiteral("unsent"), m_parts.drive.queueLength()}});
-    return Refusal::None;
+    return issue(
+        FiscalType::AccountingReport, cashier, {{QStringLiteral("unsent"), m_parts.drive.queueLength()}});
 }
 
 Refusal Reports::changeRegistration(const Registration& registration, const Cashier& cashier, int reasons)
@@ -48,9 +49,8 @@ Refusal Reports::changeRegistration(const Registration& registration, const Cash
     if (const Refusal refusal = judgement::reregistration(registration, m_parts); refusal != Refusal::None)
         return refusal;
     m_parts.state.registration = registration;
-    issue(FiscalType::RegistrationChange, cashier,
+    return issue(FiscalType::RegistrationChange, cashier,
         {{QStringLiteral("taxSystems"), registration.taxSystems}, {QStringLiteral("reasons"), reasons}});
-    return Refusal::None;
 }
 
 Refusal Reports::printStored(quint32 number)
@@ -60,18 +60,17 @@ Refusal Reports::printStored(quint32 number)
     const FiscalRecord* const record = m_parts.drive.find(number);
     if (record == nullptr)
         return Refusal::DriveHasNoData;
-    m_parts.tape.print(pages::copy(m_parts, *record));
-    return Refusal::None;
+    return printing::printOrQueue(m_parts, pages::copy(m_parts, *record));
 }
 
-void Reports::issue(FiscalType type, const Cashier& cashier, QJsonObject details)
+Refusal Reports::issue(FiscalType type, const Cashier& cashier, QJsonObject details)
 {
     const ReportNames names = reportNames(type);
     details[QStringLiteral("type")] = names.entry;
     const FiscalRecord record = recording::store(m_parts, type, details, cashier);
     const QStringList lines = pages::report(m_parts, names.title, record, cashier);
     m_parts.drive.keepPrint(lines);
-    m_parts.tape.print(lines);
+    return printing::printOrQueue(m_parts, lines);
 }
 
 } // namespace emulator

@@ -25,7 +25,7 @@ public:
     Refusal changeRegistration(const Registration& registration, const Cashier& cashier, int reasons);
     Refusal printStored(quint32 number);
     /// Stores and prints a report, whatever the state. The details are those of its entry in the journal.
-    void issue(FiscalType type, const Cashier& cashier, QJsonObject details = {});
+    Refusal issue(FiscalType type, const Cashier& cashier, QJsonObject details = {});
 
 private:
     Parts& m_parts;

@@ -4,6 +4,7 @@
 #include "register/pages.h"
 #include "register/parametertable.h"
 #include "register/parts.h"
+#include "register/printing.h"
 #include "register/reports.h"
 
 namespace emulator {
@@ -14,11 +15,10 @@ Refusal Shifts::open(const Cashier& cashier)
         return refusal;
     if (m_parts.state.shift.isOpen)
         return Refusal::WrongState;
-    if (const Refusal refusal = judgement::drive(m_parts); refusal != Refusal::None)
+    if (const Refusal refusal = judgement::newDocuments(m_parts); refusal != Refusal::None)
         return refusal;
     m_parts.state.shift.begin(m_parts.clock.now());
-    Reports(m_parts).issue(FiscalType::ShiftOpening, cashier);
-    return Refusal::None;
+    return Reports(m_parts).issue(FiscalType::ShiftOpening, cashier);
 }
 
 Refusal Shifts::close(const Cashier& cashier)
@@ -31,13 +31,13 @@ Refusal Shifts::close(const Cashier& cashier)
     Money& cash = m_parts.state.drawer.cash;
     if (m_parts.parameters.isOn(parameter::automaticCollection))
         cash = 0;
-    Reports(m_parts).issue(FiscalType::ShiftClosing, cashier,
+    const Refusal printed = Reports(m_parts).issue(FiscalType::ShiftClosing, cashier,
         {{QStringLiteral("receipts"), shift.receipts},
             {QStringLiteral("sales"), moneyText(shift.counters.sales.sum)},
             {QStringLiteral("returns"), moneyText(shift.counters.returns.sum)},
             {QStringLiteral("cashInDrawer"), moneyText(cash)}});
     shift.end();
-    return Refusal::None;
+    return printed;
 }
 
 Refusal Shifts::printTotals(const Cashier& cashier)
@@ -46,8 +46,7 @@ Refusal Shifts::printTotals(const Cashier& cashier)
         return refusal;
     if (!m_parts.state.shift.isOpen)
         return Refusal::WrongState;
-    m_parts.tape.print(pages::totals(m_parts, cashier));
-    return Refusal::None;
+    return printing::printOrQueue(m_parts, pages::totals(m_parts, cashier));
 }
 
 } // namespace emulator

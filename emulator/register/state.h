@@ -3,6 +3,7 @@
 #include "register/drawer.h"
 #include "register/markingtable.h"
 #include "register/opendocument.h"
+#include "register/paper.h"
 #include "register/registration.h"
 #include "register/shift.h"
 
@@ -13,7 +14,7 @@ struct State
 {
     /// A host has agreed with the register on the time since power came on.
     bool isStarted = false;
-    bool hasPaper = true;
+    Paper paper;
     /// With the OFD in reach the queue stays empty.
     bool isOperatorReachable = false;
     Registration registration;

@@ -9,20 +9,21 @@ namespace emulator::xmlcommands {
 
 namespace {
 
-// A document comes in one piece here, so it is entered step by step and the first refusal ends it.
+// A document comes in one piece here, so it is entered step by step and the first refusal ends it. Nobody
+// asks for one that the paper ended on to be finished.
 using Step = std::function<Refusal()>;
 
 Refusal enter(Register& device, const Document& head, const QList<Step>& steps)
 {
     if (const Refusal refusal = device.documents().open(head); refusal != Refusal::None)
         return refusal;
+    Refusal refusal = Refusal::None;
     for (const Step& step : steps) {
-        if (const Refusal refusal = step(); refusal != Refusal::None) {
-            device.documents().drop();
-            return refusal;
-        }
+        if (refusal = step(); refusal != Refusal::None)
+            break;
     }
-    return Refusal::None;
+    device.documents().drop();
+    return refusal;
 }
 
 Refusal addItem(Register& device, const Item& item)

@@ -5,6 +5,7 @@
 #include <QXmlStreamWriter>
 
 #include <algorithm>
+#include <limits>
 
 namespace emulator {
 
@@ -35,9 +36,11 @@ bool hasForm(XmlType type, const QString& value)
     case XmlType::Thousandths:
         return matches(value, QStringLiteral("-?\\d{1,10}\\.\\d{3}"));
     case XmlType::Integer: {
+        constexpr qint64 least = std::numeric_limits<qint32>::min();
+        constexpr qint64 greatest = std::numeric_limits<quint32>::max();
         bool ok = false;
-        value.toInt(&ok);
-        return ok && matches(value, QStringLiteral("-?\\d+"));
+        const qint64 number = value.toLongLong(&ok);
+        return ok && number >= least && number <= greatest && matches(value, QStringLiteral("-?\\d+"));
     }
     case XmlType::DateTime:
         return isDateTime(value, xmlDateTimeFormat);

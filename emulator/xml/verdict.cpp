@@ -34,6 +34,7 @@ constexpr Row rows[] = {
     {Refusal::DriveExpired, drive, 2005, u"Срок действия ФН истек"},
     {Refusal::DriveHasNoData, internal, 1005, u"В ФН нет такого документа"},
     {Refusal::TooManyPositions, internal, 1001, u"Слишком много позиций"},
+    {Refusal::OperatorSilent, operatorLink, 4004, u"Документы не переданы в ОФД более 30 дней"},
     {Refusal::NotRegistered, internal, 1006, u"Система налогообложения не зарегистрирована"},
     {Refusal::MarkingForbidden, internal, 1004, u"ККТ не зарегистрирована для маркированных товаров"},
     {Refusal::MarkingOutOfOrder, internal, 1002, u"Проверка кода маркировки сейчас невозможна"},

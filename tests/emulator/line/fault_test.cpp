@@ -164,7 +164,7 @@ TEST(XmlFaults, TakeTheFormOfItsDocuments)
             EXPECT_EQ(heard.later, QByteArrayList{answer});
         } else if (mode == FaultMode::BadCheck) {
             EXPECT_TRUE(all.isWhole() && all.bytes.contains("<Result></Result><ErrorCategory>0<"));
-        } else if (mode == FaultMode::PaperOut) {
+        } else if (mode == FaultMode::PaperOut || mode == FaultMode::PaperEnds) {
             EXPECT_EQ(all.verdict(), "3.8");
         } else {
             // It has no need of a start after it was switched on.

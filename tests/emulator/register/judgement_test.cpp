@@ -68,6 +68,8 @@ const QList<Judgement> judgements{
     {"start with another clock", {}, {0x00, {"010324", "090501"}}, 11},
     {"start five minutes off", {}, {0x00, {"010324", "090500"}}, 0},
     {"document that is not stored", {}, {0x65, {"3"}}, 88},
+    {"document of a great number", {}, {0x65, {"4294967295"}}, 88},
+    {"document beyond 32 bits", {}, {0x65, {"4294967296"}}, 3},
     {"unknown drive query", {}, {0xA4, {"4"}}, 3},
     {"registration in a shift", {}, {0x08, QList<QByteArray>(18)}, 3},
     {"cashier's INN", {{0x61, {"", ""}}}, {0x6B, {"", "12x"}}, 3},
@@ -118,10 +120,22 @@ TEST(Judgement, ShiftAndDriveAge)
     EXPECT_EQ(rig.code({0x61, {"", ""}}), 0);
     EXPECT_EQ(rig.code({0x6B, {"", ""}}), 0);
     rig.code({0x61, {"", ""}});
-    // Thirty days of silence from the OFD are a warning; a drive past its date does nothing more.
-    rig.clock.advance(31LL * 24 * 3600 * 1000);
+    // Thirty days of silence from the OFD are a warning, one more and nothing new begins before it answers.
+    constexpr qint64 day = 24 * 3600 * 1000;
+    rig.clock.advance(29 * day - 1000);
     EXPECT_EQ(rig.send({0xA4, {}}).fields, (QList<QByteArray>{"3", "0", "0", "0", "8"}));
-    rig.clock.advance(460LL * 24 * 3600 * 1000);
+    EXPECT_EQ(rig.code({0x6B, {"", ""}}), 0);
+    rig.clock.advance(day);
+    EXPECT_EQ(rig.code(open(2)), 101);
+    EXPECT_EQ(rig.code(open(4)), 0);
+    rig.run({cancel(), {0x61, {"", ""}}});
+    EXPECT_EQ(rig.code({0x6B, {"", ""}}), 101);
+    rig.device.setOperatorReachable(true);
+    rig.device.setOperatorReachable(false);
+    EXPECT_EQ(rig.code({0x6B, {"", ""}}), 0);
+    rig.code({0x61, {"", ""}});
+    // A drive past its date does nothing more.
+    rig.clock.advance(461LL * 24 * 3600 * 1000);
     EXPECT_EQ(rig.send({0xA4, {}}).fields.at(4), "11");
     EXPECT_EQ(rig.code({0x6B, {"", ""}}), 85);
 }
@@ -136,9 +150,16 @@ TEST(Judgement, PaperRunsOut)
     rig.device.setPaper(true);
     rig.run({open(2), item("1", "1.00"), subtotal(), pay(0, "1.00")});
     rig.device.setPaper(false);
+    EXPECT_EQ(rig.code(finish()), 8);
+    EXPECT_EQ(rig.device.journal().entries().size(), 1) << "nothing is stored of what cannot begin to print";
+    rig.device.tape().clear();
+    rig.device.setPaper(true);
+    rig.device.setPaperLeft(4, false);
     // The receipt is stored, only the printing is left to do: once more finish, but never a cancel.
     EXPECT_EQ(rig.code(finish()), 8);
+    EXPECT_EQ(rig.device.tape().lines().size(), 4);
     EXPECT_EQ(rig.device.journal().entries().size(), 2);
+    EXPECT_EQ(rig.code(finish()), 8);
     EXPECT_EQ(rig.send({0xA0, {}}).fields.at(2), QByteArray::number(8 * 256 + 2));
     EXPECT_EQ(rig.code(cancel()), 1);
     EXPECT_EQ(rig.send({0xA0, {}}).fields.at(2), QByteArray::number(16 * 256 + 2));

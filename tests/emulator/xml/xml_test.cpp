@@ -210,6 +210,31 @@ TEST(XmlSale, RefusalLeavesNothingBehind)
     EXPECT_EQ(rig.run(8, receipt(thirds + thirds, "0.00", "0.25")), "0.0");
 }
 
+TEST(XmlSale, PaperThatEndsIsOneReceiptAndItsRestIsPrintedLater)
+{
+    const QString sale = receipt(position("10.00", "1.000", "10.00"), "10.00");
+    for (const bool quietly : {false, true}) {
+        XmlRig rig;
+        rig.openShift();
+        rig.device.setPaper(false);
+        EXPECT_EQ(rig.run(8, sale), "3.8");
+        EXPECT_EQ(rig.device.drive().last().number, 2U) << "nothing is stored of what cannot begin to print";
+        rig.device.tape().clear();
+        rig.device.setPaper(true);
+        rig.device.setPaperLeft(5, quietly);
+        EXPECT_EQ(rig.run(8, sale), quietly ? "0.0" : "3.8");
+        EXPECT_EQ(rig.device.drive().last().number, 3U);
+        EXPECT_EQ(rig.device.tape().lines().size(), 5);
+        EXPECT_EQ(rig.run(8, sale), "3.8");
+        rig.device.setPaper(true);
+        EXPECT_EQ(rig.device.tape().text().count("КАССОВЫЙ ЧЕК"), 1);
+        EXPECT_TRUE(rig.device.tape().text().contains("ФД: 3"));
+        // What is sent again is another sale.
+        EXPECT_EQ(rig.run(8, sale), "0.0");
+        EXPECT_EQ(rig.device.state().shift.counters.sales.count, 2);
+    }
+}
+
 TEST(XmlService, RefusesWhatTheStateForbids)
 {
     XmlRig rig;
@@ -224,7 +249,8 @@ TEST(XmlService, RefusesWhatTheStateForbids)
     EXPECT_EQ(rig.send(22).value("200001"), "2024-03-01 09:10:00");
     EXPECT_EQ(rig.run(18, pa("11", 7, cashier + pa("1205", 4, "8") + pa("1062", 4, "1"))), "1.1002");
     EXPECT_EQ(rig.money(2, "0.01"), "1.1007");
-    EXPECT_EQ(rig.run(16, pa("100000", 7, pa("1040", 4, "9"))), "1.1005");
+    for (const char* const number : {"9", "4294967295"})
+        EXPECT_EQ(rig.run(16, pa("100000", 7, pa("1040", 4, number))), "1.1005");
     EXPECT_EQ(rig.run(76, checkOf(codeHex, "9")), "1.1004");
     rig.device.setPaper(false);
     EXPECT_EQ(rig.run(8, sale), "3.8");
@@ -241,6 +267,8 @@ TEST(XmlService, RefusesWhatTheStateForbids)
     rig.device.tape().clear();
     EXPECT_EQ(rig.run(28), "0.0");
     EXPECT_TRUE(rig.device.tape().text().contains("СНО: УСН доход, ЕСХН"));
+    rig.clock.advance(31LL * 24 * 3600 * 1000);
+    EXPECT_EQ(rig.openShift(), "4.4004");
 }
 
 TEST(XmlService, StatusAndCountersFollowTheRegister)
