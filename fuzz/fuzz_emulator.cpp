@@ -7,6 +7,7 @@
 #include "harness.h"
 
 #include "program/protocolswitch.h"
+#include "register/parametertable.h"
 #include "register/virtualclock.h"
 
 #include <numeric>
@@ -80,6 +81,7 @@ public:
     void checkAlive()
     {
         m_line.setFaults(FaultPlan());
+        m_device.parameters().reset(emulator::parameter::password);
         m_clock.advance(longPause);
         m_outbox.clear();
         if (m_choice != ProtocolChoice::Xml)

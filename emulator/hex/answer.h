@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QList>
+#include <QString>
 
 namespace emulator {
 
@@ -11,12 +12,15 @@ namespace emulator {
 struct HexAnswer
 {
     Refusal refusal = Refusal::None;
+    /// Of a refusal, for whoever writes the host; empty when the code says it all.
+    QString reason;
     QList<QByteArray> fields;
     /// The raw block that the command wants before it answers: bytes behind the ESC, 0 for none.
     int blockSize = 0;
 
-    HexAnswer(Refusal verdict)
+    HexAnswer(Refusal verdict, const QString& why = {})
         : refusal(verdict)
+        , reason(why)
     {
     }
     HexAnswer(const QList<QByteArray>& values)

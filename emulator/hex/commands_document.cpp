@@ -1,28 +1,52 @@
 #include "hex/commands.h"
 
+#include <iterator>
+#include <optional>
+
 namespace emulator::hexcommands {
 
 namespace {
 
 constexpr qsizetype longestLine = 256;
-constexpr qsizetype longestAddress = 64;
-constexpr int barcodeKinds = 9;
+constexpr qsizetype longestCashier = 64;
+constexpr qsizetype longestAddress = 256;
+constexpr int firstFurtherKind = 11;
 
-const char* const barcodeNames[barcodeKinds]
-    = {"UPC-A", "UPC-E", "EAN-13", "EAN-8", "CODE39", "ITF", "CODABAR", "CODE93", "CODE128"};
-
-// Digits that a code must have, 0 for any text.
-constexpr int barcodeDigits[barcodeKinds] = {11, 6, 12, 7, 0, 0, 0, 0, 0};
-
-bool fitsBarcode(int kind, const QString& data)
+struct BarcodeKind
 {
-    if (data.isEmpty())
-        return false;
-    const int digits = barcodeDigits[kind];
+    const char* name;
+    /// Digits that a code must have at least and at most, 0 for any text. The last one may be given or left
+    /// for the register to compute.
+    int least;
+    int most;
+};
+
+constexpr BarcodeKind barcodeKinds[] = {{"UPC-A", 11, 12}, {"UPC-E", 6, 8}, {"EAN-13", 12, 13},
+    {"EAN-8", 7, 8}, {"CODE39", 0, 0}, {"ITF", 0, 0}, {"CODABAR", 0, 0}, {"CODE93", 0, 0}, {"CODE128", 0, 0}};
+
+// Nothing for the two numbers that no kind has. Behind them come kinds of which only the number is known.
+std::optional<BarcodeKind> barcodeKind(int number)
+{
+    if (number >= firstFurtherKind)
+        return BarcodeKind{"", 0, 0};
+    const bool known = number >= 0 && number < static_cast<int>(std::size(barcodeKinds));
+    return known ? std::optional<BarcodeKind>(barcodeKinds[number]) : std::nullopt;
+}
+
+bool fitsBarcode(const BarcodeKind& kind, const QString& data, bool strict)
+{
+    if (kind.least == 0)
+        return !data.isEmpty();
     bool number = false;
     data.toULongLong(&number);
-    // The last digit may be given or left for the register to compute.
-    return digits == 0 || (number && data.size() >= digits && data.size() <= digits + 2);
+    const int most = strict ? kind.most : kind.least + 2;
+    return number && data.size() >= kind.least && data.size() <= most;
+}
+
+QString barcodeTitle(int number)
+{
+    return number < firstFurtherKind ? QLatin1String(barcodeKinds[number].name)
+                                     : QStringLiteral("ШТРИХКОД %1").arg(number);
 }
 
 } // namespace
@@ -31,7 +55,7 @@ HexAnswer openDocument(Register& device, HexFields& fields)
 {
     Document head;
     const int type = fields.number(0);
-    head.cashier = {fields.text(2, longestAddress), fields.inn(3)};
+    head.cashier = {fields.text(2, longestCashier), fields.inn(3)};
     head.taxSystem = fields.number(5);
     head.customer = fields.text(6, longestAddress);
     const int mailOnly = fields.number(7);
@@ -66,12 +90,13 @@ HexAnswer printBarcode(Register& device, HexFields& fields)
     const int textPosition = fields.number(0);
     const int moduleWidth = fields.number(1);
     const int height = fields.number(2);
-    const int kind = fields.number(3);
+    const int number = fields.number(3);
+    const std::optional<BarcodeKind> kind = barcodeKind(number);
     const QString data = fields.text(4, longestLine);
     if (fields.isBad() || textPosition < 0 || textPosition > 3 || moduleWidth < 0 || height < 0
-        || height > 255 || kind < 0 || kind >= barcodeKinds || !fitsBarcode(kind, data))
+        || height > 255 || !kind || !fitsBarcode(*kind, data, fields.isStrict()))
         return Refusal::BadValue;
-    return device.documents().printPicture(QLatin1String(barcodeNames[kind]), data);
+    return device.documents().printPicture(barcodeTitle(number), data);
 }
 
 HexAnswer printQrCode(Register& device, HexFields& fields)

@@ -109,6 +109,9 @@ HexAnswer deviceData(Register& device, HexFields& fields)
 {
     const Identity& identity = device.identity();
     const int number = fields.number(0);
+    // Only the version has two halves to ask for.
+    if (fields.isStrict() && fields.count() > 1 && number != 0)
+        return Refusal::BadValue;
     switch (fields.isBad() ? -1 : number) {
     case 0:
         return QList<QByteArray>{

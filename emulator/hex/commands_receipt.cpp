@@ -59,10 +59,10 @@ HexAnswer bindAgent(Register& device, HexFields& fields)
     }
     // Fields 2 to 11: operation, phones, name, address and INN of the agent, then phone, name and INN of the
     // supplier.
-    static const AgentRequisite requisites[] = {{tag::agentOperation, 24}, {tag::agentPhone, 19},
+    const AgentRequisite requisites[] = {{tag::agentOperation, 24}, {tag::agentPhone, 19},
         {tag::transferName, 64}, {tag::transferAddress, 256}, {tag::transferPhone, 19},
         {tag::transferInn, 12}, {tag::paymentOperatorPhone, 19}, {tag::supplierPhone, 19},
-        {tag::supplierName, 256}, {tag::supplierInn, 12}};
+        {tag::supplierName, fields.isStrict() ? 19 : 256}, {tag::supplierInn, 12}};
     qsizetype index = 1;
     for (const AgentRequisite& requisite : requisites)
         addRequisite(agent, requisite.name, fields.utf8(index++, requisite.longest));

@@ -107,8 +107,11 @@ HexAnswer setParameter(Register& device, HexFields& fields)
     const int row = fields.number(1);
     if (fields.isBad())
         return Refusal::BadValue;
-    // What is read comes in the code page, what is written comes as UTF-8.
-    return device.parameters().write(number, row, QString::fromUtf8(fields.raw(2)));
+    // The bytes are kept as they are, in the code page of the register. A host that writes UTF-8 does not
+    // read back what it wrote; that is how these registers are.
+    const QByteArray value = fields.raw(2);
+    const QString text = fields.isStrict() ? codepage::toText(value) : QString::fromUtf8(value);
+    return device.parameters().write(number, row, text);
 }
 
 // Both forms of the registration data have the same order: number, address of the tax site, date of the last

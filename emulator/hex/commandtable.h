@@ -12,13 +12,19 @@ struct HexCommand
 {
     int code;
     HexAnswer (*handler)(Register& device, HexFields& fields);
-    /// Fewer fields are a bad value.
-    int fields;
+    /// What stands in its fields, with commas between them: "?" for what the command reads, else the only
+    /// bytes that may be there. Null for a command without fields.
+    const char* form;
+    /// How many of the last fields a host may leave out.
+    int optional;
     /// The register must have been started.
     bool started;
 
     /// Nothing for a code that no command has.
     static const HexCommand* find(int code);
+    /// Why the fields are not those of the command, empty when they are. Only a strict register looks at more
+    /// than whether they are enough.
+    QString misfit(const HexFields& fields) const;
 };
 
 } // namespace emulator

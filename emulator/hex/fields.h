@@ -13,13 +13,18 @@ namespace emulator {
 class HexFields
 {
 public:
-    explicit HexFields(const QList<QByteArray>& fields)
+    /// A strict one takes only what a host of today's rules sends.
+    HexFields(const QList<QByteArray>& fields, bool strict)
         : m_fields(fields)
+        , m_strict(strict)
     {
     }
 
     qsizetype count() const { return m_fields.size(); }
-    bool isBad() const { return m_bad; }
+    bool isStrict() const { return m_strict; }
+    bool isBad() const { return m_firstBad >= 0; }
+    /// Index of the first field that is not what it should be, negative when there is none.
+    qsizetype firstBad() const { return m_firstBad; }
 
     QByteArray raw(qsizetype index) const { return m_fields.value(index); }
     bool isEmpty(qsizetype index) const { return raw(index).isEmpty(); }
@@ -27,6 +32,7 @@ public:
     int number(qsizetype index, int usual = 0);
     /// A number of 32 bits without a sign.
     quint32 documentNumber(qsizetype index);
+    /// Sums and quantities have all their decimals, and no sign before zero.
     Money money(qsizetype index) { return decimal(index, 2); }
     Quantity quantity(qsizetype index) { return decimal(index, 3); }
     double real(qsizetype index);
@@ -42,14 +48,16 @@ private:
     qint64 decimal(qsizetype index, int decimals);
 
     template <typename T>
-    T keep(bool good, const T& value)
+    T keep(qsizetype index, bool good, const T& value)
     {
-        m_bad = m_bad || !good;
+        if (!good && m_firstBad < 0)
+            m_firstBad = index;
         return value;
     }
 
     QList<QByteArray> m_fields;
-    bool m_bad = false;
+    bool m_strict;
+    qsizetype m_firstBad = -1;
 };
 
 } // namespace emulator

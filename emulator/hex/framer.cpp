@@ -1,7 +1,5 @@
 #include "hex/framer.h"
 
-#include <utility>
-
 namespace emulator {
 
 namespace {
@@ -42,10 +40,9 @@ void HexFramer::feedByte(char byte, QList<Event>& events)
     case State::Outside:
         return feedOutside(byte, events);
     case State::Block:
-        m_bytes.append(byte);
-        if (m_bytes.size() == m_blockSize)
-            finish(Kind::Block, events);
-        return;
+        return feedBlock(byte, events);
+    case State::Repetition:
+        return feedRepetition(byte, events);
     default:
         return feedFrame(byte, events);
     }
@@ -55,10 +52,40 @@ void HexFramer::feedOutside(char byte, QList<Event>& events)
 {
     if (byte == enquiry)
         events.append({Kind::Enquiry, {}});
-    if (byte != startOfText && (byte != escape || m_blockSize == 0))
+    if (byte == startOfText)
+        m_state = State::Body;
+    else if (byte == escape && m_blockWanted)
+        m_state = State::Block;
+    else if (byte == escape && !m_lastBlock.isEmpty())
+        m_state = State::Repetition;
+    else
         return;
     m_bytes = QByteArray(1, byte);
-    m_state = byte == startOfText ? State::Body : State::Block;
+}
+
+void HexFramer::feedBlock(char byte, QList<Event>& events)
+{
+    m_bytes.append(byte);
+    if (m_bytes.size() < m_blockSize)
+        return;
+    m_lastBlock = m_bytes;
+    m_blockWanted = false;
+    finish(Kind::Block, events);
+}
+
+// A host that reads again after a stale answer repeats the block; the second one is swallowed. An ESC that
+// something else follows is noise.
+void HexFramer::feedRepetition(char byte, QList<Event>& events)
+{
+    m_bytes.append(byte);
+    const bool same = m_lastBlock.at(m_bytes.size() - 1) == byte;
+    if (same && m_bytes.size() < m_lastBlock.size())
+        return;
+    const QByteArray rest = same ? QByteArray() : m_bytes.mid(1);
+    m_bytes.clear();
+    m_state = State::Outside;
+    for (const char noise : rest)
+        feedByte(noise, events);
 }
 
 void HexFramer::feedFrame(char byte, QList<Event>& events)
@@ -74,16 +101,16 @@ void HexFramer::feedFrame(char byte, QList<Event>& events)
         if (byte == endOfText)
             m_state = State::Check;
     } else if (m_bytes.at(m_bytes.size() - 3) == endOfText) {
+        // Whatever block was wanted or may come again, the host has gone on.
+        m_blockWanted = false;
+        m_lastBlock.clear();
         finish(Kind::Frame, events);
     }
 }
 
 void HexFramer::finish(Kind kind, QList<Event>& events)
 {
-    // A host that reads again after a stale answer repeats the block; the second one is swallowed.
-    const bool wanted = kind == Kind::Frame || std::exchange(m_blockWanted, false);
-    if (wanted)
-        events.append({kind, m_bytes});
+    events.append({kind, m_bytes});
     m_bytes.clear();
     m_state = State::Outside;
 }

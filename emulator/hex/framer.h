@@ -44,17 +44,21 @@ public:
     static constexpr char separator = 0x1C;
 
 private:
-    enum class State { Outside, Body, Check, Block };
+    enum class State { Outside, Body, Check, Block, Repetition };
 
     void feedByte(char byte, QList<Event>& events);
     void feedOutside(char byte, QList<Event>& events);
     void feedFrame(char byte, QList<Event>& events);
+    void feedBlock(char byte, QList<Event>& events);
+    void feedRepetition(char byte, QList<Event>& events);
     void finish(Kind kind, QList<Event>& events);
 
     State m_state = State::Outside;
     QByteArray m_bytes;
     qsizetype m_blockSize = 0;
     bool m_blockWanted = false;
+    /// The block of the last command, if there was one.
+    QByteArray m_lastBlock;
     qint64 m_lastByteAt = 0;
 };
 

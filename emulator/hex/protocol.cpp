@@ -1,16 +1,21 @@
 #include "hex/protocol.h"
 
+#include "hex/codepage.h"
 #include "hex/commandtable.h"
+#include "register/parametertable.h"
 
 namespace emulator {
 
 namespace {
 
-const QByteArray password = QByteArrayLiteral("QZXW");
+constexpr qsizetype passwordOffset = 1;
+constexpr qsizetype passwordSize = 4;
 constexpr qsizetype idOffset = 5;
 constexpr qsizetype codeOffset = 6;
 constexpr qsizetype fieldsOffset = 8;
 constexpr qsizetype shortestFrame = 11;
+constexpr uchar lowestId = 0x20;
+constexpr uchar highestId = 0xFD;
 
 } // namespace
 
@@ -80,33 +85,49 @@ void HexProtocol::reply(const QByteArray& frame, const HexAnswer& answer, const 
 HexAnswer HexProtocol::judge(const QByteArray& frame)
 {
     const qsizetype end = frame.size() - 2;
-    bool ok = false;
-    const int check = frame.mid(end).toInt(&ok, 16);
-    if (!ok || check != HexFramer::checkValue(frame.mid(1, end - 1)))
+    if (readByte(frame.mid(end)) != HexFramer::checkValue(frame.mid(1, end - 1)))
         return Refusal::BadCheckValue;
-    if (frame.mid(1, password.size()) != password)
+    // A host may have set another one than that of the factory.
+    const QString password = device().parameters().text(parameter::password);
+    if (frame.mid(passwordOffset, passwordSize) != codepage::fromText(password))
         return Refusal::BadPassword;
+    const auto id = static_cast<uchar>(frame.at(idOffset));
+    if (isStrict() && (id < lowestId || id > highestId))
+        return {Refusal::BadValue, QStringLiteral("packet id 0x%1").arg(id, 2, 16, QLatin1Char('0'))};
     const QByteArray body = frame.mid(fieldsOffset, end - 1 - fieldsOffset);
     QList<QByteArray> list = body.split(HexFramer::separator);
     // Every field is ended by a separator, so what stands behind the last one must be nothing.
     if (!list.takeLast().isEmpty())
-        return Refusal::BadValue;
-    HexFields fields(list);
+        return {Refusal::BadValue, QStringLiteral("the last field has no separator behind it")};
+    HexFields fields(list, isStrict());
     return run(frame.mid(codeOffset, 2), fields);
 }
 
 HexAnswer HexProtocol::run(const QByteArray& code, HexFields& fields)
 {
-    bool ok = false;
-    const int number = code.toInt(&ok, 16);
-    const HexCommand* const command = ok ? HexCommand::find(number) : nullptr;
+    const std::optional<int> number = readByte(code);
+    const HexCommand* const command = number ? HexCommand::find(*number) : nullptr;
     if (command == nullptr)
         return Refusal::UnknownFunction;
     if (command->started && !device().state().isStarted)
         return Refusal::WrongState;
-    if (fields.count() < command->fields)
-        return Refusal::BadValue;
-    return command->handler(device(), fields);
+    if (const QString misfit = command->misfit(fields); !misfit.isEmpty())
+        return {Refusal::BadValue, misfit};
+    HexAnswer answer = command->handler(device(), fields);
+    if (fields.isBad())
+        answer.reason = QStringLiteral("field %1: \"%2\"")
+                            .arg(fields.firstBad() + 1)
+                            .arg(codepage::toText(fields.raw(fields.firstBad())));
+    return answer;
+}
+
+std::optional<int> HexProtocol::readByte(const QByteArray& digits) const
+{
+    bool ok = false;
+    const int value = digits.toInt(&ok, 16);
+    // Upper-case digits are the only ones.
+    const bool good = ok && (!isStrict() || digits == HexFramer::twoDigits(value));
+    return good ? std::optional<int>(value) : std::nullopt;
 }
 
 QByteArray HexProtocol::foreignAnswer(const QByteArray& answer) const

@@ -5,6 +5,8 @@
 #include "hex/framer.h"
 #include "line/protocol.h"
 
+#include <optional>
+
 namespace emulator {
 
 /// The framed protocol: STX, password, packet id, command code, fields, ETX and check value.
@@ -27,6 +29,8 @@ private:
     void handleEnquiry();
     void reply(const QByteArray& frame, const HexAnswer& answer, const Fault& fault);
     HexAnswer judge(const QByteArray& frame);
+    /// Two hexadecimal digits; no value for anything else.
+    std::optional<int> readByte(const QByteArray& digits) const;
     HexAnswer run(const QByteArray& code, HexFields& fields);
 
     HexFramer m_framer;

@@ -34,6 +34,8 @@ void describe(QCommandLineParser& parser)
         {QStringLiteral("quiet"), QStringLiteral("Do not show the tape.")},
         {QStringLiteral("lenient"),
             QStringLiteral("Take requests of hosts that are written to other rules, too.")},
+        {QStringLiteral("reset-password"),
+            QStringLiteral("Put the password of the HEX protocol back to that of the factory.")},
         {QStringLiteral("paper-out"), QStringLiteral("Start without paper.")},
         {QStringLiteral("ofd"), QStringLiteral("The OFD can be reached and takes the documents.")},
         {QStringLiteral("faults"), QStringLiteral("Misbehave on purpose."), QStringLiteral("LIST")},
@@ -174,6 +176,7 @@ Options::Outcome Options::parse(const QStringList& arguments, Options& options)
     options.trace = parser.isSet(QStringLiteral("trace"));
     options.quiet = parser.isSet(QStringLiteral("quiet"));
     options.lenient = parser.isSet(QStringLiteral("lenient"));
+    options.resetPassword = parser.isSet(QStringLiteral("reset-password"));
     options.paperOut = parser.isSet(QStringLiteral("paper-out"));
     options.operatorReachable = parser.isSet(QStringLiteral("ofd"));
     return Outcome::Run;

@@ -19,6 +19,7 @@ struct Options
     bool trace = false;
     bool quiet = false;
     bool lenient = false;
+    bool resetPassword = false;
     bool paperOut = false;
     bool operatorReachable = false;
     /// Milliseconds by which the register's clock is ahead of the computer's.

@@ -2,6 +2,7 @@
 
 #include "program/ptyline.h"
 #include "program/tcpline.h"
+#include "register/parametertable.h"
 
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -35,6 +36,8 @@ Station::Station(const Options& options, QObject* parent)
     m_register.refusals().setListener([](const emulator::RefusedRequest& refused) {
         std::fprintf(stderr, "refused: %s\n", refused.reason.simplified().toUtf8().constData());
     });
+    if (options.resetPassword)
+        m_register.parameters().reset(emulator::parameter::password);
     m_register.setPaper(!options.paperOut);
     m_register.setOperatorReachable(options.operatorReachable);
     m_timer.setSingleShot(true);

@@ -24,12 +24,30 @@ bool isWithinLimits(const ParameterEntry& entry, const QString& value)
         || QDate::fromString(value, QStringLiteral("ddMMyy")).isValid();
 }
 
+// A device has more parameters than anybody has told of.
+bool isFurther(int number, int row)
+{
+    constexpr int highest = 65'535;
+    const QList<ParameterEntry>& table = parameterTable();
+    return number >= 0 && number <= highest && row >= 0 && row <= highest
+        && std::none_of(table.cbegin(), table.cend(),
+            [number](const ParameterEntry& entry) { return entry.number == number; });
+}
+
 } // namespace
 
 ParameterStore::ParameterStore()
 {
     for (const ParameterEntry& entry : parameterTable())
         m_values[{entry.number, entry.row}] = QString::fromUtf16(entry.initial);
+}
+
+void ParameterStore::reset(int number)
+{
+    for (const ParameterEntry& entry : parameterTable()) {
+        if (entry.number == number)
+            set(number, entry.row, QString::fromUtf16(entry.initial));
+    }
 }
 
 std::optional<QString> ParameterStore::value(int number, int row) const
@@ -49,6 +67,10 @@ QStringList ParameterStore::rows(int number) const
 
 Refusal ParameterStore::write(int number, int row, const QString& value)
 {
+    if (isFurther(number, row)) {
+        set(number, row, value);
+        return Refusal::None;
+    }
     const QList<ParameterEntry>& table = parameterTable();
     const auto entry = std::find_if(table.cbegin(), table.cend(),
         [=](const ParameterEntry& candidate) { return candidate.number == number && candidate.row == row; });

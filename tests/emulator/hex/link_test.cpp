@@ -32,9 +32,17 @@ TEST(HexLink, RefusesWhatIsNoRightFrame)
         QByteArray password;
         QByteArray command;
         int code;
+        char id = '!';
+        bool lenient = false;
     } cases[] = {
         {"QZXW", "A0", 0},
-        {"QZXW", "a0", 0},
+        {"QZXW", "a0", 2},
+        {"QZXW", "a0", 0, '!', true},
+        {"QZXW", "A0", 0, '\x20'},
+        {"QZXW", "A0", 3, '\x1F'},
+        {"QZXW", "A0", 0, '\xFD'},
+        {"QZXW", "A0", 3, '\xFE'},
+        {"QZXW", "A0", 0, '\xFE', true},
         {"QZXV", "A0", 6},
         // No such function, no number, a field without its end, a field too few.
         {"QZXW", "A9", 2},
@@ -46,15 +54,23 @@ TEST(HexLink, RefusesWhatIsNoRightFrame)
     };
     for (const auto& c : cases) {
         Rig rig;
-        const QByteArray body = c.password + '!' + c.command + '\x03';
+        rig.protocol.setLenient(c.lenient);
+        const QByteArray body = c.password + c.id + c.command + '\x03';
         const QByteArray right = '\x02' + body + Rig::check(body);
         for (const auto& [request, code] : {std::pair{right, c.code}, {right.chopped(2) + "00", 7}}) {
             const QByteArray answer = rig.exchange(request);
             ASSERT_GE(answer.size(), 9) << c.command.data();
-            EXPECT_EQ(answer.at(1), '!');
+            EXPECT_EQ(answer.at(1), c.id);
             EXPECT_EQ(answer.mid(4, 2).toInt(nullptr, 16), code) << c.command.data();
         }
     }
+    // A check value of small letters is none.
+    const QByteArray small = "\x02QZXW,A0\x03" + Rig::check("QZXW,A0\x03").toLower();
+    ASSERT_NE(small, small.toUpper());
+    Rig rig;
+    EXPECT_EQ(rig.exchange(small).mid(4, 2), "07");
+    rig.protocol.setLenient(true);
+    EXPECT_EQ(rig.exchange(small).mid(4, 2), "00");
 }
 
 TEST(HexLink, HearsThroughNoiseAndBrokenFrames)
@@ -89,6 +105,14 @@ TEST(HexLink, TakesThePictureBehindItsAcknowledge)
     EXPECT_FALSE(rig.device.state().logo.isEmpty());
     // The block once more, as after a stale answer, is swallowed; the next command is heard.
     EXPECT_EQ(rig.exchange('\x1B' + bitmap), "");
+    // An ESC that no block follows swallows nothing, whether a part of the block is like it or not.
+    EXPECT_EQ(rig.exchange("\x1B\x05"), "\x06");
+    EXPECT_EQ(rig.parse(rig.exchange("\x1B"
+                                     "BM"
+                            + rig.frame({0xA6, {}})))
+                  .code,
+        0);
+    EXPECT_EQ(rig.exchange("\x1B\x05"), "\x06");
     rig.run({open(1), text(QStringLiteral("строка")), finish()});
     EXPECT_TRUE(rig.device.tape().text().contains(QStringLiteral("[ЛОГОТИП]")));
     EXPECT_EQ(rig.code({0xE3, {}}), 0);

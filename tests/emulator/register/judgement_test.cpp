@@ -20,24 +20,25 @@ const QList<Judgement> judgements{
     {"unknown document", {}, open(0), 3},
     {"tax system not registered", {}, open(2, 4), 105},
     {"cash-in does not mind the tax system", {}, open(4, 4), 0},
-    {"position without document", {}, item("1", "1.00"), 13},
-    {"position in a text", {open(1)}, item("1", "1.00"), 1},
-    {"position after the subtotal", {open(2), item("1", "1.00"), subtotal()}, item("1", "1.00"), 1},
+    {"position without document", {}, item("1.000", "1.00"), 13},
+    {"position in a text", {open(1)}, item("1.000", "1.00"), 1},
+    {"position after the subtotal", {open(2), item("1.000", "1.00"), subtotal()}, item("1.000", "1.00"), 1},
     {"no quantity", {open(2)}, item("0.000", "1.00"), 3},
     {"four decimals of quantity", {open(2)}, item("1.0001", "1.00"), 3},
-    {"negative price", {open(2)}, item("1", "-1.00"), 3},
-    {"price beyond all receipts", {open(2)}, item("1000000", "99999999.00"), 3},
-    {"tax rate", {open(2)}, item("1", "1.00", "13"), 3},
-    {"payment method", {open(2)}, item("1", "1.00", "1", "1", "8"), 3},
-    {"marked goods without code", {open(2)}, item("1", "1.00", "1", "33"), 140},
+    {"negative price", {open(2)}, item("1.000", "-1.00"), 3},
+    {"price beyond all receipts", {open(2)}, item("1000000.000", "99999999.00"), 3},
+    {"tax rate", {open(2)}, item("1.000", "1.00", "13"), 3},
+    {"payment method", {open(2)}, item("1.000", "1.00", "1", "1", "8"), 3},
+    {"marked goods without code", {open(2)}, item("1.000", "1.00", "1", "33"), 140},
     {"subtotal of nothing", {open(2)}, subtotal(), 1},
-    {"payment before the subtotal", {open(2), item("1", "1.00")}, pay(0, "1.00"), 1},
-    {"card beyond the total", {open(2), item("1", "1.00"), subtotal()}, pay(1, "1.01"), 3},
-    {"payment of what is paid", {open(2), item("1", "1.00"), subtotal(), pay(0, "1.00")}, pay(1, "1.00"), 1},
-    {"negative payment", {open(2), item("1", "1.00"), subtotal()}, pay(0, "-1.00"), 3},
-    {"finish short of a kopeck", {open(2), item("1", "1.00"), subtotal(), pay(0, "0.99")}, finish(), 1},
-    {"finish before the subtotal", {open(2), item("1", "1.00")}, finish(), 1},
-    {"finish of a gift", {open(2), item("1", "0.00"), subtotal()}, finish(), 0},
+    {"payment before the subtotal", {open(2), item("1.000", "1.00")}, pay(0, "1.00"), 1},
+    {"card beyond the total", {open(2), item("1.000", "1.00"), subtotal()}, pay(1, "1.01"), 3},
+    {"payment of what is paid", {open(2), item("1.000", "1.00"), subtotal(), pay(0, "1.00")}, pay(1, "1.00"),
+        1},
+    {"negative payment", {open(2), item("1.000", "1.00"), subtotal()}, pay(0, "-1.00"), 3},
+    {"finish short of a kopeck", {open(2), item("1.000", "1.00"), subtotal(), pay(0, "0.99")}, finish(), 1},
+    {"finish before the subtotal", {open(2), item("1.000", "1.00")}, finish(), 1},
+    {"finish of a gift", {open(2), item("1.000", "0.00"), subtotal()}, finish(), 0},
     {"cancel without document", {}, cancel(), 1},
     {"cash-out of more than there is", {open(5)}, money("0.01"), 14},
     {"cash-out of nothing", {open(5)}, money("0.00"), 3},
@@ -52,7 +53,7 @@ const QList<Judgement> judgements{
     {"code never checked", {open(2)}, bind(), 142},
     {"code bound to nothing yet", {check(), open(2), bind()}, bind(), 131},
     {"check between bind and position", {check(), open(2), bind()}, check(), 131},
-    {"subtotal with a code left over", {check(), open(2), item("1", "1.00"), bind()}, subtotal(), 1},
+    {"subtotal with a code left over", {check(), open(2), item("1.000", "1.00"), bind()}, subtotal(), 1},
     {"clearing in a receipt", {check(), open(2)}, {0x3F, {}}, 131},
     {"code forgotten", {check(), {0x3F, {}}, open(2)}, bind(), 142},
     {"check of no hexadecimal", {}, {0x3D, {"0", "1", "1", "0", "", "", "0G", "0", "", ""}}, 3},
@@ -95,7 +96,7 @@ TEST(Judgement, AsksForItsStartAfterPowerOn)
         EXPECT_EQ(rig.code(step), 1);
     EXPECT_EQ(rig.code({0xA2, {"6", "0", "1"}}), 1);
     rig.openShift();
-    rig.run({open(2), item("1", "1.00")});
+    rig.run({open(2), item("1.000", "1.00")});
     rig.device.powerCycle();
     // The document is still there and can be cancelled once the register is started again.
     EXPECT_EQ(rig.send({0xA0, {}}).fields, (QList<QByteArray>{"0", "5", QByteArray::number(3 * 256 + 2)}));
@@ -108,7 +109,7 @@ TEST(Judgement, ShiftAndDriveAge)
 {
     Rig rig;
     rig.openShift();
-    rig.run({open(2), item("1", "1.00"), subtotal(), pay(0, "1.00")});
+    rig.run({open(2), item("1.000", "1.00"), subtotal(), pay(0, "1.00")});
     rig.clock.advance(24 * 3600 * 1000);
     EXPECT_EQ(rig.send({0xA0, {}}).fields.at(1), "4");
     rig.clock.advance(1000);
@@ -148,7 +149,7 @@ TEST(Judgement, PaperRunsOut)
     EXPECT_EQ(rig.code(open(2)), 8);
     EXPECT_EQ(rig.code({0x60, {""}}), 8);
     rig.device.setPaper(true);
-    rig.run({open(2), item("1", "1.00"), subtotal(), pay(0, "1.00")});
+    rig.run({open(2), item("1.000", "1.00"), subtotal(), pay(0, "1.00")});
     rig.device.setPaper(false);
     EXPECT_EQ(rig.code(finish()), 8);
     EXPECT_EQ(rig.device.journal().entries().size(), 1) << "nothing is stored of what cannot begin to print";
@@ -163,7 +164,7 @@ TEST(Judgement, PaperRunsOut)
     EXPECT_EQ(rig.send({0xA0, {}}).fields.at(2), QByteArray::number(8 * 256 + 2));
     EXPECT_EQ(rig.code(cancel()), 1);
     EXPECT_EQ(rig.send({0xA0, {}}).fields.at(2), QByteArray::number(16 * 256 + 2));
-    EXPECT_EQ(rig.code(item("1", "1.00")), 1);
+    EXPECT_EQ(rig.code(item("1.000", "1.00")), 1);
     rig.device.setPaper(true);
     EXPECT_EQ(rig.code(finish()), 0);
     EXPECT_EQ(rig.device.journal().entries().size(), 2);

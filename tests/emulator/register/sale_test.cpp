@@ -66,7 +66,7 @@ TEST(Sale, LooksLikeAReceipt)
         Rig rig(identity);
         rig.openShift();
         rig.device.tape().clear();
-        rig.run({{0xA2, {"20", "2", "Вход со двора"}}, open(2), item("2", "60.00"), subtotal(),
+        rig.run({{0xA2, {"20", "2", to866("Вход со двора")}}, open(2), item("2.000", "60.00"), subtotal(),
             pay(0, "200.00"), text(QStringLiteral("К О Н Е Ц")), finish()});
         const auto right = [width](const QString& left, const QString& value) {
             return left + value.rightJustified(width - left.size());
@@ -92,8 +92,8 @@ TEST(Sale, KnowsTheRatesOf2026)
 {
     Rig rig;
     rig.openShift();
-    rig.run({open(2), item("1", "61.00", "11"), item("2", "61.00", "12"), subtotal(), pay(0, "183.00"),
-        finish()});
+    rig.run({open(2), item("1.000", "61.00", "11"), item("2.000", "61.00", "12"), subtotal(),
+        pay(0, "183.00"), finish()});
     const QString tape = rig.device.tape().text();
     EXPECT_THAT(tape.toStdString(), testing::ContainsRegex("СУММА НДС 22% +=11.00"));
     EXPECT_THAT(tape.toStdString(), testing::ContainsRegex("СУММА НДС 22/122 +=22.00"));
@@ -103,7 +103,7 @@ TEST(Sale, CancelledLeavesNoTrace)
 {
     Rig rig;
     rig.openShift();
-    rig.run({check(), open(2), bind(), item("1", "5.00"), subtotal(), pay(0, "5.00")});
+    rig.run({check(), open(2), bind(), item("1.000", "5.00"), subtotal(), pay(0, "5.00")});
     EXPECT_EQ(rig.code(cancel()), 0);
     EXPECT_EQ(rig.device.journal().entries().size(), 1);
     EXPECT_EQ(rig.ask(0xA5, {"5"}), "0.00");
@@ -117,11 +117,11 @@ TEST(Sale, ParametersChangeHowItGoes)
     Rig rig;
     rig.openShift();
     rig.code({0xA2, {"30", "0", "1"}});
-    rig.run({open(2), item("1", "10.00"), subtotal(), pay(1, "4.00")});
+    rig.run({open(2), item("1.000", "10.00"), subtotal(), pay(1, "4.00")});
     EXPECT_EQ(rig.code(finish()), 0);
     EXPECT_EQ(lastEntry(rig).value("payments"), (QJsonObject{{"cash", "6.00"}, {"electronically", "4.00"}}));
     rig.code({0xA2, {"6", "0", "1"}});
-    rig.run({open(3), item("1", "7.00"), subtotal(), pay(0, "7.00")});
+    rig.run({open(3), item("1.000", "7.00"), subtotal(), pay(0, "7.00")});
     EXPECT_EQ(rig.code(finish()), 14);
     rig.code(cancel());
     rig.run({{0xA2, {"4", "0", "1"}}, {0xA2, {"8", "0", "1"}}});
@@ -140,8 +140,8 @@ TEST(Day, AddsUp)
     rig.openShift();
     rig.run({open(4), money("500.00"), finish()});
     rig.run(sale());
-    rig.run({open(2, 32), item("1", "50.00"), subtotal(), pay(1, "30.00"), pay(3, "20.00"), finish()});
-    rig.run({open(3), item("1", "40.00"), subtotal(), pay(0, "40.00"), finish()});
+    rig.run({open(2, 32), item("1.000", "50.00"), subtotal(), pay(1, "30.00"), pay(3, "20.00"), finish()});
+    rig.run({open(3), item("1.000", "40.00"), subtotal(), pay(0, "40.00"), finish()});
     rig.run({open(5), money("60.00"), finish(), open(2), cancel()});
     EXPECT_EQ(rig.send({0xA5, {"13"}}).fields,
         (QList<QByteArray>{"2", "1", "0", "0", "0", "0", "0", "0", "0", "0", "0", "1", "1"}));

@@ -1,0 +1,122 @@
+#include "rig.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct HexRow
+{
+    const char* what;
+    QList<Step> before;
+    Step step;
+    /// The answer code, and that of a lenient register.
+    int code;
+    int lenient;
+};
+
+Step with(Step step, qsizetype field, const QByteArray& bytes)
+{
+    step.fields.resize(qMax(step.fields.size(), field));
+    step.fields[field - 1] = bytes;
+    return step;
+}
+
+Step agent(const QByteArray& supplier)
+{
+    return {0x3C, {"64", "", "", "", "", "", "", "", "", supplier, ""}};
+}
+
+Step barcode(const QByteArray& kind, const QByteArray& data)
+{
+    return {0x24, {"2", "2", "100", kind, data}};
+}
+
+Step qrCode(const QByteArray& constant)
+{
+    return {0x29, {"4", constant, "qr"}};
+}
+
+const QList<Step> sold{open(2), item("1.000", "1.00"), subtotal()};
+const QList<Step> paid = sold + QList<Step>{pay(0, "1.00")};
+
+// Each begins with a shift that was just opened.
+const QList<HexRow> hexRows{
+    {"a field too many", {}, {0xA0, {""}}, 3, 0},
+    {"a version with two numbers", {}, {0xA5, {"1", "1"}}, 3, 0},
+    {"a half of the version that there is not", {}, {0xA5, {"0", "2"}}, 3, 0},
+    {"the release", {}, {0xA5, {"0", "1"}}, 0, 0},
+    {"opening, 2 is empty", {}, with(open(2), 2, "1"), 3, 0},
+    {"opening, 5 is empty", {}, with(open(2), 5, "0"), 3, 0},
+    {"opening, 10 is empty", {}, with(open(2), 10, "0"), 3, 0},
+    {"finish, 1 is 0", paid, with(finish(), 1, ""), 3, 0},
+    {"finish, 2 is 1", paid, with(finish(), 2, "0"), 3, 0},
+    {"finish, 3 is 0", paid, with(finish(), 3, "1"), 3, 0},
+    {"QR code, 2 is 1", {open(1)}, qrCode("2"), 3, 0},
+    {"position, 5 is 0", {open(2)}, with(item("1.000", "1.00"), 5, ""), 3, 0},
+    {"position, 7 is empty", {open(2)}, with(item("1.000", "1.00"), 7, "0.10"), 3, 0},
+    {"position, 15 is 2", {open(2)}, with(item("1.000", "1.00"), 15, "1"), 3, 0},
+    {"position, 23 is empty", {open(2)}, with(item("1.000", "1.00"), 23, "0"), 3, 0},
+    {"cash-in, 1 is empty", {open(4)}, with(money("1.00"), 1, "0"), 3, 0},
+    {"marking check, 1 is 0", {}, with(check(), 1, "1"), 3, 0},
+    {"marking check, 5 is empty", {}, with(check(), 5, "1"), 3, 0},
+    {"marking check, 8 is 0", {}, with(check(), 8, ""), 3, 0},
+    {"marking code, 2 is 0", {check(), open(2)}, with(bind(), 2, "1"), 3, 0},
+    {"marking code, 4 is 255", {check(), open(2)}, with(bind(), 4, "1"), 3, 0},
+    {"quantity without decimals", {open(2)}, item("1", "1.00"), 3, 0},
+    {"quantity of two decimals", {open(2)}, item("1.00", "1.00"), 3, 0},
+    {"quantity of a check is as short as can be", {}, with(check(), 3, "0.25"), 0, 0},
+    {"price without decimals", {open(2)}, item("1.000", "1"), 3, 0},
+    {"price that is no zero", {open(2)}, item("1.000", "-0.00"), 3, 0},
+    {"price of zero", {open(2)}, item("1.000", "0.00"), 0, 0},
+    {"price with a blank", {open(2)}, item("1.000", " 1.00"), 3, 0},
+    {"payment of one decimal", sold, pay(0, "1.0"), 3, 0},
+    {"cash-in without decimals", {open(4)}, money("1"), 3, 0},
+    {"supplier of 19 characters", {open(2)}, agent("ООО Поставщик № 123"), 0, 0},
+    {"supplier of 20 characters", {open(2)}, agent("ООО Поставщик № 1234"), 3, 0},
+    {"EAN-13 of 13 digits", {open(1)}, barcode("2", "4601234567890"), 0, 0},
+    {"EAN-13 of 14 digits", {open(1)}, barcode("2", "46012345678901"), 3, 0},
+    {"a kind of barcode that has no name", {open(1)}, barcode("11", "x"), 0, 0},
+    {"a kind of barcode that there is not", {open(1)}, barcode("9", "x"), 3, 3},
+    {"customer's address of 256 bytes", {}, with(open(2), 7, QByteArray(256, 'x')), 0, 0},
+    {"customer's address of 257 bytes", {}, with(open(2), 7, QByteArray(257, 'x')), 3, 3},
+};
+
+} // namespace
+
+TEST(HexStrict, TakesOnlyWhatHostsSend)
+{
+    for (const HexRow& row : hexRows) {
+        for (const auto& [lenient, code] : {std::pair{false, row.code}, {true, row.lenient}}) {
+            Rig rig;
+            rig.protocol.setLenient(lenient);
+            rig.openShift();
+            rig.run(row.before);
+            EXPECT_EQ(rig.code(row.step), code) << row.what << (lenient ? ", leniently" : "");
+        }
+    }
+}
+
+TEST(HexStrict, KeepsWrittenSettingsAsTheirBytes)
+{
+    const QByteArray written = "Вход";
+    for (const bool lenient : {false, true}) {
+        Rig rig;
+        rig.protocol.setLenient(lenient);
+        rig.start();
+        rig.run({{0xA2, {"20", "2", written}}});
+        EXPECT_EQ(rig.ask(0xA1, {"20", "2"}), lenient ? to866("Вход") : written);
+    }
+}
+
+TEST(HexStrict, AsksForThePasswordThatWasSet)
+{
+    Rig rig;
+    rig.start();
+    EXPECT_EQ(rig.code({0xA2, {"31", "0", "abc"}}), 3);
+    EXPECT_EQ(rig.code({0xA2, {"31", "0", "\x8F\x80\x90\x8E"}}), 0);
+    EXPECT_EQ(rig.code({0xA0, {}}), 6);
+    QByteArray body = rig.frame({0xA0, {}}).mid(1).chopped(2).replace("QZXW", "\x8F\x80\x90\x8E");
+    EXPECT_EQ(rig.parse(rig.exchange('\x02' + body + Rig::check(body))).code, 0);
+    rig.device.parameters().reset(31);
+    EXPECT_EQ(rig.code({0xA0, {}}), 0);
+}
