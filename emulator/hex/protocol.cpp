@@ -2,6 +2,7 @@
 
 #include "hex/codepage.h"
 #include "hex/commandtable.h"
+#include "hex/refusalwords.h"
 #include "register/parametertable.h"
 
 namespace emulator {
@@ -77,9 +78,19 @@ void HexProtocol::handleBlock(const QByteArray& block)
 
 void HexProtocol::reply(const QByteArray& frame, const HexAnswer& answer, const Fault& fault)
 {
+    if (answer.refusal != Refusal::None)
+        remember(frame, answer);
     const QByteArray bytes = HexFramer::answer(
         frame.at(idOffset), frame.mid(codeOffset, 2), static_cast<int>(answer.refusal), answer.fields);
     deliver(frame, bytes, fault);
+}
+
+void HexProtocol::remember(const QByteArray& frame, const HexAnswer& answer)
+{
+    const QString command = QString::fromLatin1(frame.mid(codeOffset, 2));
+    const QString error = QString::number(static_cast<int>(answer.refusal));
+    const QString why = answer.reason.isEmpty() ? refusalWords(answer.refusal) : answer.reason;
+    device().refusals().add({frame, command, error, QStringLiteral("%1: %2").arg(command, why)});
 }
 
 HexAnswer HexProtocol::judge(const QByteArray& frame)

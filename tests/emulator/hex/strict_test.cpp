@@ -96,6 +96,29 @@ TEST(HexStrict, TakesOnlyWhatHostsSend)
     }
 }
 
+TEST(HexStrict, SaysWhy)
+{
+    const std::tuple<Step, const char*, const char*> refusals[] = {
+        {with(open(2), 2, "1"), "3", "20: field 2 is always \"\""},
+        {with(finish(), 2, "0"), "3", "22: field 2 is always \"1\""},
+        {{0xA0, {"", ""}}, "3", "A0: 0 fields, 2 are too many"},
+        {{0x21, {"x"}}, "3", "21: 2 fields, 1 are too few"},
+        {item("1.000", "1"), "3", "30: field 4: \"1\""},
+        {finish(), "13", "22: no document is open"},
+    };
+    Rig rig;
+    rig.openShift();
+    for (const auto& [step, error, reason] : refusals) {
+        const Reply reply = rig.send(step);
+        const emulator::RefusedRequest& refused = rig.device.refusals().all().constLast();
+        EXPECT_EQ(refused.error, error);
+        EXPECT_EQ(reply.code, refused.error.toInt());
+        EXPECT_EQ(refused.reason.toStdString(), reason);
+        EXPECT_TRUE(refused.request.contains(refused.command.toLatin1()));
+    }
+    EXPECT_EQ(rig.device.refusals().all().size(), static_cast<qsizetype>(std::size(refusals)));
+}
+
 TEST(HexStrict, KeepsWrittenSettingsAsTheirBytes)
 {
     const QByteArray written = "Вход";

@@ -222,7 +222,10 @@ TEST(XmlSale, PaperThatEndsIsOneReceiptAndItsRestIsPrintedLater)
         rig.device.tape().clear();
         rig.device.setPaper(true);
         rig.device.setPaperLeft(5, quietly);
-        EXPECT_EQ(rig.run(8, sale), quietly ? "0.0" : "3.8");
+        // A host that closes once more has the tax system in it once more.
+        const QString system = pa("1055", 4, "1");
+        const QString again = QString(sale).replace(system, system + system);
+        EXPECT_EQ(rig.run(8, again), quietly ? "0.0" : "3.8");
         EXPECT_EQ(rig.device.drive().last().number, 3U);
         EXPECT_EQ(rig.device.tape().lines().size(), 5);
         EXPECT_EQ(rig.run(8, sale), "3.8");
