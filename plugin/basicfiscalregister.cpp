@@ -10,18 +10,18 @@ namespace hw {
 BasicFiscalRegister::BasicFiscalRegister(
     const QSharedPointer<BasicFrSettings>& registerSettings, QObject* parent)
     : QObject(parent)
-    , m_settings(registerSettings)
+    , settings(registerSettings)
 {
 }
 
 BasicFiscalRegister::~BasicFiscalRegister()
 {
-    delete m_driver;
+    delete driver;
 }
 
 AbstractFrDriver* BasicFiscalRegister::getLegacyDriver()
 {
-    return m_driver;
+    return driver;
 }
 
 AbstractPrinter* BasicFiscalRegister::getPrinter()
@@ -31,7 +31,7 @@ AbstractPrinter* BasicFiscalRegister::getPrinter()
 
 unsigned int BasicFiscalRegister::getDeviceId() const
 {
-    return m_settings->getDeviceId();
+    return settings->getDeviceId();
 }
 
 QSharedPointer<AbstractUpgradeManager> BasicFiscalRegister::getUpgradeManager() const
@@ -41,17 +41,17 @@ QSharedPointer<AbstractUpgradeManager> BasicFiscalRegister::getUpgradeManager() 
 
 bool BasicFiscalRegister::isSpeedEnumerate() const
 {
-    return m_settings->isSpeedEnumerate();
+    return settings->isSpeedEnumerate();
 }
 
 void BasicFiscalRegister::setSpeedEnumerate(bool enumerate)
 {
-    m_settings->setSpeedEnumerate(enumerate);
+    settings->setSpeedEnumerate(enumerate);
 }
 
 void BasicFiscalRegister::setDeviceId(unsigned int deviceId)
 {
-    m_settings->setDeviceId(deviceId);
+    settings->setDeviceId(deviceId);
 }
 
 int BasicFiscalRegister::getHardwareClass() const
@@ -61,13 +61,13 @@ int BasicFiscalRegister::getHardwareClass() const
 
 void BasicFiscalRegister::setDriverOptions(const hw::fr::DriverOptions& options)
 {
-    m_settings->mergeOptions(options);
+    settings->mergeOptions(options);
 }
 
 void BasicFiscalRegister::addUnusedProperties(const QList<QString>& names)
 {
-    m_unusedProperties.append(names);
-    setProperty("unusedProps", QVariant(m_unusedProperties));
+    unusedProperties.append(names);
+    setProperty("unusedProps", QVariant(unusedProperties));
 }
 
 } // namespace hw

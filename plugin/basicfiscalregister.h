@@ -63,11 +63,11 @@ public:
     void addUnusedProperties(const QList<QString>& names);
 
 protected:
-    AbstractFrDriver* m_driver = nullptr;
-    QSharedPointer<BasicFrSettings> m_settings;
-    QList<QString> m_unusedProperties;
+    AbstractFrDriver* driver = nullptr;
+    QSharedPointer<BasicFrSettings> settings;
+    QList<QString> unusedProperties;
     /// What the driver works over; a driver does not delete its transport. They go after the driver.
-    std::vector<std::unique_ptr<AbstractSerialDriver>> m_transports;
+    std::vector<std::unique_ptr<AbstractSerialDriver>> transports;
 };
 
 } // namespace hw

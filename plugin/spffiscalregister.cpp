@@ -18,7 +18,7 @@ SpfFiscalRegister::~SpfFiscalRegister() = default;
 
 QSharedPointer<FrSpfSettings> SpfFiscalRegister::getSettings() const
 {
-    return m_settings.dynamicCast<FrSpfSettings>();
+    return settings.dynamicCast<FrSpfSettings>();
 }
 
 QVariant SpfFiscalRegister::getSerialDevice() const
@@ -53,19 +53,19 @@ void SpfFiscalRegister::setProtocolVersion(const QString& version)
 
 QList<fr::RegisterParameter> SpfFiscalRegister::knownParameters() const
 {
-    const auto* const source = dynamic_cast<const AbstractRegisterParameters*>(m_driver);
+    const auto* const source = dynamic_cast<const AbstractRegisterParameters*>(driver);
     return source == nullptr ? QList<fr::RegisterParameter>() : source->knownParameters();
 }
 
 QList<fr::RegisterParameter> SpfFiscalRegister::readParameters(const QStringList& names)
 {
-    auto* const source = dynamic_cast<AbstractRegisterParameters*>(m_driver);
+    auto* const source = dynamic_cast<AbstractRegisterParameters*>(driver);
     return source == nullptr ? QList<fr::RegisterParameter>() : source->readParameters(names);
 }
 
 std::optional<FrParameter> SpfFiscalRegister::assignment(const QString& name, const QString& value) const
 {
-    const auto* const source = dynamic_cast<const AbstractRegisterParameters*>(m_driver);
+    const auto* const source = dynamic_cast<const AbstractRegisterParameters*>(driver);
     return source == nullptr ? std::nullopt : source->assignment(name, value);
 }
 
@@ -75,12 +75,12 @@ void SpfFiscalRegister::init()
     if (device == nullptr)
         return;
     AbstractSerialDriver* const serial
-        = m_transports.emplace_back(std::make_unique<SerialDriverWrapper>(device)).get();
+        = transports.emplace_back(std::make_unique<SerialDriverWrapper>(device)).get();
     // Any text but this one, also "hex" or none at all, is meant to give the XML driver.
     if (m_protocol == QStringLiteral("HEX"))
-        m_driver = new spfhex::FrSpf(serial, getSettings().data());
+        driver = new spfhex::FrSpf(serial, getSettings().data());
     else
-        m_driver = new spfxml::FrSpf(serial, getSettings().data());
+        driver = new spfxml::FrSpf(serial, getSettings().data());
 }
 
 } // namespace hw

@@ -14,9 +14,9 @@ namespace spfxml::names {
 class Name
 {
 public:
-    template <std::size_t size>
-    explicit constexpr Name(const char16_t (&text)[size])
-        : m_text(text, size - 1)
+    template <std::size_t Size>
+    explicit constexpr Name(const char16_t (&text)[Size])
+        : m_text(text, Size - 1)
     {
     }
 
