@@ -42,9 +42,10 @@ bool matches(const QString& code, const QString& pattern)
 int checkDigit(QStringView digits)
 {
     int sum = 0;
-    int weight = 3;
-    for (auto digit = digits.crbegin(); digit != digits.crend(); ++digit) {
-        sum += weight * digit->digitValue();
+    // 3 and 1 in turns, 3 for the last.
+    int weight = digits.size() % 2 != 0 ? 3 : 1;
+    for (const QChar digit : digits) {
+        sum += weight * digit.digitValue();
         weight = 4 - weight;
     }
     return (10 - sum % 10) % 10;
