@@ -117,7 +117,7 @@ void SaleJournal::together(const std::function<void()>& statements)
         statements();
         execute(QStringLiteral("COMMIT"));
     } catch (...) {
-        QSqlDatabase::database(m_connection).exec(QStringLiteral("ROLLBACK"));
+        QSqlQuery(QSqlDatabase::database(m_connection)).exec(QStringLiteral("ROLLBACK"));
         throw;
     }
 }

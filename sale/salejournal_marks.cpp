@@ -4,6 +4,7 @@
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <QTimeZone>
 #include <QUuid>
 
 namespace sale {
@@ -48,7 +49,7 @@ std::optional<MarkRecord> SaleJournal::soldMark(const QString& markingCode, cons
     if (!query.next() || query.value(0).toBool())
         return std::nullopt;
     QDateTime time = QDateTime::fromString(query.value(2).toString(), QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-    time.setTimeSpec(Qt::UTC);
+    time.setTimeZone(QTimeZone::utc());
     return MarkRecord{query.value(1).toString(), time, query.value(3).toString(), query.value(4).toUInt()};
 }
 
