@@ -168,25 +168,25 @@ int JsonFields::choice(const QString& name, std::span<const NamedValue> values, 
     return isNumber(name) ? integer(name, least, most) : word(name, values);
 }
 
-JsonFields JsonFields::elements(const QString& name, const QString& kind, qsizetype& count)
+template <typename Element, typename Read>
+QList<Element> JsonFields::elements(const QString& name, const QString& kind, const Read& read)
 {
     const QJsonArray array = require(name, QJsonValue::Array, kind).toArray();
     if (array.isEmpty())
         fail(name, QStringLiteral("must not be empty"));
-    QJsonObject fields;
-    for (count = 0; count < array.size(); ++count)
-        fields.insert(QStringLiteral("%1[%2]").arg(name).arg(count), array.at(count));
-    return {fields, m_path};
+    QList<Element> result;
+    for (const QJsonValue value : array) {
+        const QString element = QStringLiteral("%1[%2]").arg(name).arg(result.size());
+        JsonFields fields({{element, value}}, m_path);
+        result.append(read(fields, element));
+    }
+    return result;
 }
 
 QList<int> JsonFields::choices(const QString& name, std::span<const NamedValue> values)
 {
-    qsizetype count = 0;
-    JsonFields fields = elements(name, QStringLiteral("an array of names"), count);
-    QList<int> result;
-    for (qsizetype index = 0; index < count; ++index)
-        result.append(fields.choice(QStringLiteral("%1[%2]").arg(name).arg(index), values));
-    return result;
+    return elements<int>(name, QStringLiteral("an array of names"),
+        [values](JsonFields& fields, const QString& element) { return fields.choice(element, values); });
 }
 
 void JsonFields::object(const QString& name, const std::function<void(JsonFields&)>& read)
@@ -213,12 +213,8 @@ void JsonFields::objects(const QString& name, const std::function<void(JsonField
 
 QList<QString> JsonFields::texts(const QString& name, int maxLength)
 {
-    qsizetype count = 0;
-    JsonFields fields = elements(name, QStringLiteral("an array of texts"), count);
-    QList<QString> result;
-    for (qsizetype index = 0; index < count; ++index)
-        result.append(fields.text(QStringLiteral("%1[%2]").arg(name).arg(index), maxLength));
-    return result;
+    return elements<QString>(name, QStringLiteral("an array of texts"),
+        [maxLength](JsonFields& fields, const QString& element) { return fields.text(element, maxLength); });
 }
 
 void JsonFields::finish() const

@@ -65,8 +65,9 @@ public:
 
 private:
     QJsonValue take(const QString& name);
-    /// The values of an array, which must not be empty, as fields "name[0]" and on.
-    JsonFields elements(const QString& name, const QString& kind, qsizetype& count);
+    /// Reads each value of an array, which must not be empty, as a field "name[0]" and on.
+    template <typename Element, typename Read>
+    QList<Element> elements(const QString& name, const QString& kind, const Read& read);
     QJsonValue require(const QString& name, QJsonValue::Type type, const QString& kind);
     /// In whole 10^-decimals; -1 for a negative number.
     qint64 fixed(const QString& name, int decimals, double largest);

@@ -1,6 +1,7 @@
 #include "linesum.h"
 
 #include "frposition.h"
+#include "money.h"
 
 namespace receipt {
 
@@ -57,8 +58,8 @@ QList<LineSum> LineSum::split() const
 
 LineSum lineSumOf(const FrPosition& position)
 {
-    return {qRound64(position.getPrice() * 100.0), qRound64(position.getCount() * 1000.0),
-        qRound64(position.getDiscsum() * 100.0)};
+    return {kopecksOf(position.getPrice()), qRound64(position.getCount() * 1000.0),
+        kopecksOf(position.getDiscsum())};
 }
 
 } // namespace receipt

@@ -14,6 +14,11 @@ double roubles(qint64 kopecks)
     return static_cast<double>(kopecks) / 100.0;
 }
 
+qint64 kopecksOf(double roubles)
+{
+    return qRound64(roubles * 100.0);
+}
+
 std::optional<qint64> fixedPoint(double value, int decimals)
 {
     const double scaled = value * std::pow(10.0, decimals);

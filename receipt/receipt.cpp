@@ -18,8 +18,7 @@ bool Receipt::isReturn() const
 
 bool Receipt::hasMarkedItems() const
 {
-    return std::any_of(items.cbegin(), items.cend(),
-        [](const ReceiptItem& item) { return !item.position.getMarkingCode().isEmpty(); });
+    return std::any_of(items.cbegin(), items.cend(), [](const ReceiptItem& item) { return item.isMarked(); });
 }
 
 } // namespace receipt

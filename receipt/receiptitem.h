@@ -21,6 +21,8 @@ struct ReceiptItem
     /// DoubleSizeFont is double width and height; a register that has no such font prints it wide alone.
     EFrDriver::FontTypes font = EFrDriver::UndefinedFont;
     Barcode barcode;
+
+    bool isMarked() const { return !position.getMarkingCode().isEmpty(); }
 };
 
 } // namespace receipt

@@ -22,7 +22,7 @@ QList<ReceiptItem> markedItems(const Receipt& receipt)
 {
     QList<ReceiptItem> items;
     for (const ReceiptItem& item : receipt.items) {
-        if (!item.position.getMarkingCode().isEmpty())
+        if (item.isMarked())
             items.append(item);
     }
     return items;
@@ -92,8 +92,8 @@ void missingMarks(Judgement& judgement)
 {
     for (const ReceiptItem& item : judgement.receipt.items) {
         const int object = item.position.getPaymentObject();
-        const bool isMarked = object == markedExcise || object == markedGoods;
-        if (item.kind == ReceiptItem::Position && isMarked && item.position.getMarkingCode().isEmpty())
+        const bool isMarkedObject = object == markedExcise || object == markedGoods;
+        if (item.kind == ReceiptItem::Position && isMarkedObject && !item.isMarked())
             judgement.error(codePath(item), {},
                 QStringLiteral("is missing: the payment object %1 is sold with its code")
                     .arg(names::nameOf(names::paymentObjects(), object)));

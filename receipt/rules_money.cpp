@@ -50,7 +50,7 @@ public:
                 m_sold[item.position.getPaymentMethod()] += lineSumOf(item.position).amount();
         }
         for (const FrPayment& payment : judgement.receipt.payments)
-            m_paid[payment.kind] += qRound64(payment.sum * 100.0);
+            m_paid[payment.kind] += kopecksOf(payment.sum);
     }
 
     /// Money of an advance, and of goods handed over before, comes in now.

@@ -48,7 +48,7 @@ QList<MarkCheck> askAboutMarks(AbstractFrDriver& driver, const Receipt& receipt)
     QList<MarkCheck> checks;
     for (qsizetype index = 0; index < receipt.items.size(); ++index) {
         const ReceiptItem& item = receipt.items.at(index);
-        if (item.position.getMarkingCode().isEmpty())
+        if (!item.isMarked())
             continue;
         const MarkedPosition marked = markedPosition(item.position, receipt.isReturn());
         checks.append({marked.markingCode, driver.checkMarkingCode(marked, true), markPath(item, index)});

@@ -10,7 +10,7 @@ MarkEntry markEntryOf(const receipt::Receipt& receipt)
     MarkEntry entry;
     entry.isReturn = receipt.isReturn();
     for (const receipt::ReceiptItem& item : receipt.items) {
-        if (!item.position.getMarkingCode().isEmpty())
+        if (item.isMarked())
             entry.marks.append(receipt::markIdentity(item.position.getMarkingCode()));
     }
     return entry;

@@ -27,9 +27,9 @@ QList<receipt::Finding> soldMarks(
         return findings;
     for (qsizetype index = 0; index < receipt.items.size(); ++index) {
         const receipt::ReceiptItem& item = receipt.items.at(index);
-        const QString code = item.position.getMarkingCode();
-        if (code.isEmpty())
+        if (!item.isMarked())
             continue;
+        const QString code = item.position.getMarkingCode();
         if (const std::optional<MarkRecord> sold = journal.soldMark(code, exceptId))
             findings.append({receipt::Finding::Warning, markPath(item, index), code, reasonOf(*sold)});
     }
