@@ -7,19 +7,8 @@ namespace sale {
 
 namespace {
 
-Outcome cancelAfterFailure(AbstractFrDriver& driver)
-{
-    try {
-        driver.checkCancel();
-        return Outcome::Cancelled;
-    } catch (...) {
-        // Also a second interruption: the failure that led here is the one to report.
-        return Outcome::NotCancelled;
-    }
-}
-
-/// The same after an opening that failed: a register that answers, and refuses, has no document.
-Outcome cancelAfterOpening(AbstractFrDriver& driver)
+/// Refused is what it comes to when the register answers, and does not cancel.
+Outcome cancelAfterFailure(AbstractFrDriver& driver, Outcome refused)
 {
     try {
         driver.checkCancel();
@@ -27,8 +16,9 @@ Outcome cancelAfterOpening(AbstractFrDriver& driver)
     } catch (const FrNoConnectionException&) {
         return Outcome::NotCancelled;
     } catch (const FrDriverException&) {
-        return Outcome::None;
+        return refused;
     } catch (...) {
+        // Also a second interruption: the failure that led here is the one to report.
         return Outcome::NotCancelled;
     }
 }
@@ -60,7 +50,8 @@ std::optional<DocumentResult> failureOf(
 
 Verdict afterRefusedOpen(AbstractFrDriver& driver, const BasicException* failure)
 {
-    const Outcome outcome = cancelAfterOpening(driver);
+    // A register that has nothing to cancel did not open anything.
+    const Outcome outcome = cancelAfterFailure(driver, Outcome::None);
     const bool mayBeOpen
         = failure == nullptr || dynamic_cast<const FrNoConnectionException*>(failure) != nullptr;
     return outcome == Outcome::NotCancelled && !mayBeOpen ? Outcome::None : outcome;
@@ -71,7 +62,8 @@ Verdict afterFailedClose(AbstractFrDriver& driver, const DocumentSteps& steps, b
     // Whoever interrupts does not want to wait for a settlement: the next run makes it.
     if (steps.settle)
         return isInterrupted ? Outcome::Unknown : steps.settle();
-    const bool isCancelled = steps.cancelAfterClose && cancelAfterFailure(driver) == Outcome::Cancelled;
+    const bool isCancelled
+        = steps.cancelAfterClose && cancelAfterFailure(driver, Outcome::NotCancelled) == Outcome::Cancelled;
     return isCancelled ? Outcome::Cancelled : Outcome::Unasked;
 }
 
@@ -82,7 +74,8 @@ DocumentResult runDocument(AbstractFrDriver& driver, const DocumentSteps& steps)
     const auto refused = [&](const BasicException* failure) { return afterRefusedOpen(driver, failure); };
     if (const auto failed = failureOf(steps.open, Outcome::NotCancelled, refused))
         return *failed;
-    const auto cancel = [&](const BasicException*) { return cancelAfterFailure(driver); };
+    const auto cancel
+        = [&](const BasicException*) { return cancelAfterFailure(driver, Outcome::NotCancelled); };
     if (const auto failed = failureOf(steps.fill, Outcome::NotCancelled, cancel))
         return *failed;
     const Outcome unsettled = steps.settle ? Outcome::Unknown : Outcome::Unasked;

@@ -82,18 +82,15 @@ void SaleJournal::begin(
     const QString& id, const QByteArray& receipt, const DriveMark& before, const MarkEntry& marks)
 {
     together([&] {
-        QSqlQuery query(QSqlDatabase::database(m_connection));
         // One statement, so that of two programs with the same id one loses here.
-        query.prepare(QStringLiteral(
-            "INSERT INTO sales VALUES (?, ?, ?, 0, ?, ?, CURRENT_TIMESTAMP) ON CONFLICT (id) DO UPDATE "
-            "SET outcome = excluded.outcome, drive = excluded.drive, "
-            "document_before = excluded.document_before, changed = excluded.changed "
-            "WHERE outcome = 'notIssued' AND receipt = excluded.receipt"));
-        for (const QVariant& value : {QVariant(id), QVariant(QString::fromLatin1(receipt)),
-                 QVariant(pendingName()), QVariant(before.drive), QVariant(before.lastDocument)})
-            query.addBindValue(value);
-        run(query);
-        if (query.numRowsAffected() != 1)
+        const int written = execute(
+            QStringLiteral(
+                "INSERT INTO sales VALUES (?, ?, ?, 0, ?, ?, CURRENT_TIMESTAMP) ON CONFLICT (id) DO UPDATE "
+                "SET outcome = excluded.outcome, drive = excluded.drive, "
+                "document_before = excluded.document_before, changed = excluded.changed "
+                "WHERE outcome = 'notIssued' AND receipt = excluded.receipt"),
+            {id, QString::fromLatin1(receipt), pendingName(), before.drive, before.lastDocument});
+        if (written != 1)
             throw JournalError(
                 QStringLiteral("journal %1: the sale %2 is done or under way").arg(m_fileName, id));
         writeMarks(id, id, marks, before);
@@ -135,7 +132,7 @@ void SaleJournal::createTables()
     execute(QStringLiteral("CREATE INDEX IF NOT EXISTS marks_by_sale ON marks (sale)"));
 }
 
-void SaleJournal::execute(const QString& statement, const QVariantList& values)
+int SaleJournal::execute(const QString& statement, const QVariantList& values)
 {
     QSqlQuery query(QSqlDatabase::database(m_connection));
     // What a preparation fails of is forgotten by an execution after it.
@@ -144,6 +141,7 @@ void SaleJournal::execute(const QString& statement, const QVariantList& values)
     for (const QVariant& value : values)
         query.addBindValue(value);
     run(query);
+    return query.numRowsAffected();
 }
 
 void SaleJournal::run(QSqlQuery& query) const

@@ -50,7 +50,8 @@ private:
     /// Statements that are done together or not at all.
     void together(const std::function<void()>& statements);
     void createTables();
-    void execute(const QString& statement, const QVariantList& values = {});
+    /// Gives the number of rows that were written.
+    int execute(const QString& statement, const QVariantList& values = {});
     void writeMarks(const QString& sale, const QString& id, const MarkEntry& marks, const DriveMark& before);
     void run(QSqlQuery& query) const;
     QList<SaleRecord> select(const QString& condition, const QVariant& value) const;

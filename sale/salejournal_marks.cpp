@@ -28,12 +28,12 @@ void SaleJournal::settleMarks(const QString& sale, const Verdict& verdict)
 {
     if (verdict.outcome == Outcome::Unknown)
         return;
-    if (verdict.outcome != Outcome::Issued)
-        return execute(QStringLiteral("DELETE FROM marks WHERE sale = ? AND outcome = 'pending'"), {sale});
-    execute(
-        QStringLiteral(
-            "UPDATE marks SET outcome = 'issued', document = ?, changed = CURRENT_TIMESTAMP WHERE sale = ?"),
-        {verdict.number, sale});
+    if (verdict.outcome == Outcome::Issued)
+        execute(QStringLiteral("UPDATE marks SET outcome = 'issued', document = ?, "
+                               "changed = CURRENT_TIMESTAMP WHERE sale = ?"),
+            {verdict.number, sale});
+    else
+        execute(QStringLiteral("DELETE FROM marks WHERE sale = ? AND outcome = 'pending'"), {sale});
 }
 
 std::optional<MarkRecord> SaleJournal::soldMark(const QString& markingCode, const QString& exceptId) const
