@@ -44,10 +44,8 @@ Output fields(const QList<receipt::Protocol>& protocols)
         QString line = QString::fromLatin1(rule.path).leftJustified(width);
         QJsonObject field{{QStringLiteral("path"), QString::fromLatin1(rule.path)}};
         for (const receipt::Protocol protocol : protocols) {
-            const bool isXml = protocol == receipt::Protocol::Xml;
-            const QString name = isXml ? QStringLiteral("XML") : QStringLiteral("HEX");
-            line += QStringLiteral("  %1: %2")
-                        .arg(name, rule.over(protocol).text().leftJustified(isXml ? 10 : 0));
+            const QString name = receipt::protocolName(protocol);
+            line += QStringLiteral("  %1: %2").arg(name, rule.over(protocol).text().leftJustified(10));
             field.insert(name, carriageJson(rule.over(protocol)));
         }
         output.lines.append(line.trimmed());
