@@ -15,7 +15,9 @@ constexpr char16_t byteOrderMark = 0xFEFF;
 
 bool matches(const QString& text, const char* pattern)
 {
-    return QRegularExpression(QString::fromLatin1(pattern)).match(text).hasMatch();
+    return QRegularExpression(QRegularExpression::anchoredPattern(QLatin1String(pattern)))
+        .match(text)
+        .hasMatch();
 }
 
 // Blank from there up to the text, which must be there.
@@ -38,7 +40,7 @@ bool hasNoDeclaration(const QString& document)
 bool isOfAnotherKind(const QString& document)
 {
     return !matches(document.left(document.indexOf(QLatin1Char('>')) + 1),
-        R"(^<\?xml\s+version=(["'])1\.0\1\s+encoding=(["'])(?i)utf-8\2\s*\?>$)");
+        R"(<\?xml\s+version=(["'])1\.0\1\s+encoding=(["'])(?i)utf-8\2\s*\?>)");
 }
 
 bool hasDocumentType(const QString& document)
@@ -87,10 +89,10 @@ struct BodyRule
 };
 
 constexpr BodyRule bodyRules[] = {
-    {"ProtocolVersion", "^[1-9][0-9]*\\.[0-9]+$", &XmlVerdict::badVersion, "no version"},
-    {"RequestId", "^\\{[0-9A-Fa-f]{8}-(?:[0-9A-Fa-f]{4}-){3}[0-9A-Fa-f]{12}\\}$", &XmlVerdict::badRequest,
+    {"ProtocolVersion", "[1-9][0-9]*\\.[0-9]+", &XmlVerdict::badVersion, "no version"},
+    {"RequestId", "\\{[0-9A-Fa-f]{8}-(?:[0-9A-Fa-f]{4}-){3}[0-9A-Fa-f]{12}\\}", &XmlVerdict::badRequest,
         "no UUID of 38 characters with its braces"},
-    {"Command", "^[1-9][0-9]*$", &XmlVerdict::badRequest, "no number of a command"},
+    {"Command", "[1-9][0-9]*", &XmlVerdict::badRequest, "no number of a command"},
 };
 
 const QStringList& elements()

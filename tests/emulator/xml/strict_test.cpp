@@ -96,6 +96,8 @@ const Row rows[] = {
     {30, "<!\\[CDATA\\[", "<![CDATA[<?xml version=\"1.0\"?>", "5.5002", "a declaration in the parameters"},
     {44, "<RequestId>\\{", "<RequestId>{-", "5.5002", "RequestId: no UUID of 38 characters with its braces"},
     {44, "<Command>44", "<Command> +44 ", "5.5002", "Command: no number of a command"},
+    {44, "\\}</RequestId>", "}\n</RequestId>", "5.5002", "RequestId: no UUID of 38 characters with its braces"},
+    {44, "<Command>44", "<Command>44\n", "5.5002", "Command: no number of a command"},
     {44, ">13.0<", ">0.0<", "5.5001", "ProtocolVersion: no version"},
     // Order
     {8, "(<pa n=\"1030\"[^/]*/pa>)(<pa n=\"1079\"[^/]*/pa>)", "\\2\\1", "5.5003", "pa 1059: 1079 before 1030"},
