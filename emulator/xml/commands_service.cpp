@@ -1,7 +1,6 @@
 #include "register/markingquery.h"
 #include "register/tags.h"
 #include "xml/commands.h"
-#include "xml/settingsform.h"
 
 namespace emulator::xmlcommands {
 
@@ -71,14 +70,12 @@ XmlAnswer openDrawer(const XmlContext& context, const XmlNode&)
 
 XmlAnswer settings(const XmlContext& context, const XmlNode& data)
 {
-    const XmlVerdict verdict = context.strict ? xmlsettingsform::checkReading(data) : XmlVerdict();
-    return verdict.isGood() ? context.settings.read(data) : XmlAnswer(verdict);
+    return context.settings.read(data);
 }
 
 XmlAnswer setSettings(const XmlContext& context, const XmlNode& data)
 {
-    const XmlVerdict verdict = context.strict ? xmlsettingsform::checkWriting(data) : XmlVerdict();
-    return verdict.isGood() ? context.settings.write(data) : verdict;
+    return context.settings.write(data);
 }
 
 XmlAnswer checkMarking(const XmlContext& context, const XmlNode& data)

@@ -2,6 +2,8 @@
 
 #include "register/tags.h"
 #include "xml/commands.h"
+#include "xml/receiptform.h"
+#include "xml/settingsform.h"
 
 #include <algorithm>
 
@@ -19,7 +21,7 @@ QList<XmlCommand> makeXmlCommands()
         {2, xmlcommands::state, {}},
         {4, xmlcommands::openShift, Rule::tree(QStringLiteral("2"), {cashier, inn})},
         {6, xmlcommands::closeShift, Rule::tree(QStringLiteral("5"), {cashier, inn})},
-        {8, xmlcommands::receipt, receiptRule()},
+        {8, xmlcommands::receipt, receiptRule(), xmlreceiptform::check},
         {12, xmlcommands::printAccounting, Rule::tree(QStringLiteral("21"), {cashier})},
         {16, xmlcommands::printStored,
             Rule::tree(QStringLiteral("100000"), {Rule::leaf(tag::documentNumber, number)})},
@@ -45,14 +47,17 @@ QList<XmlCommand> makeXmlCommands()
         {46, xmlcommands::printTotals, Rule::tree(QStringLiteral("200015"), {cashier})},
         {50, xmlcommands::taxSystems, {}},
         {52, xmlcommands::drawerState, {}},
-        {54, xmlcommands::settings, Rule::openTree(QStringLiteral("200004"), true)},
-        {56, xmlcommands::setSettings, Rule::openTree(QStringLiteral("200005"), true)},
+        {54, xmlcommands::settings, Rule::openTree(QStringLiteral("200004"), true),
+            xmlsettingsform::checkReading},
+        {56, xmlcommands::setSettings, Rule::openTree(QStringLiteral("200005"), true),
+            xmlsettingsform::checkWriting},
         {58, xmlcommands::information, {}},
         {76, xmlcommands::checkMarking,
             Rule::tree(QStringLiteral("200017"),
                 {Rule::leaf(tag::quantity, XmlType::Thousandths), Rule::leaf(tag::markingCode, XmlType::Text),
                     Rule::leaf(tag::plannedStatus, number), Rule::leaf(tag::markingMode, number),
-                    Rule::leaf(tag::unit, number), Rule::openTree(tag::goodsCode, true)})},
+                    Rule::leaf(tag::unit, number), Rule::openTree(tag::goodsCode, true)}),
+            xmlreceiptform::checkMarking},
         {90, xmlcommands::clearMarking, {}},
     };
 }

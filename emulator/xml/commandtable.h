@@ -15,6 +15,8 @@ struct XmlCommand
     XmlAnswer (*handler)(const XmlContext& context, const XmlNode& data);
     /// None for a command without parameters.
     std::optional<XmlRule> rule;
+    /// What a strict register asks of the parameters besides.
+    XmlVerdict (*form)(const XmlNode& data) = nullptr;
 
     /// Nothing for a code that no command has.
     static const XmlCommand* find(int code);

@@ -4,7 +4,6 @@
 #include "xml/commandtable.h"
 #include "xml/envelope.h"
 #include "xml/envelopeform.h"
-#include "xml/receiptform.h"
 #include "xml/sequence.h"
 
 #include <utility>
@@ -19,8 +18,6 @@ constexpr qsizetype longestRequest = 1'000'000;
 constexpr qsizetype mostBytes = 64'000'000;
 constexpr qint64 longestPauseInRequest = 1000;
 constexpr qint64 pauseBetweenAnswers = 200;
-constexpr int receiptCommand = 8;
-constexpr int markingCommand = 76;
 const QByteArray byteOrderMark = QByteArrayLiteral("\xEF\xBB\xBF");
 const QString foreignId = QStringLiteral("{00000000-0000-4000-8000-000000000000}");
 
@@ -34,6 +31,15 @@ const XmlNode* findMinusZero(const XmlNode& node)
             return found;
     }
     return nullptr;
+}
+
+// What a lenient register does not mind.
+XmlVerdict judge(const XmlCommand& command, const XmlNode& data)
+{
+    if (const XmlNode* const sum = findMinusZero(data))
+        return XmlVerdict::badData(QStringLiteral("pa %1: -0.00").arg(sum->name));
+    const XmlVerdict verdict = xmlsequence::check(data);
+    return verdict.isGood() && command.form != nullptr ? command.form(data) : verdict;
 }
 
 } // namespace
@@ -120,22 +126,8 @@ XmlAnswer XmlProtocol::run(const XmlRequest& request)
     const XmlNode data = request.data.value_or(XmlNode());
     XmlVerdict verdict = command->rule ? command->rule->check(data) : XmlVerdict();
     if (verdict.isGood() && isStrict())
-        verdict = judge(request);
+        verdict = judge(*command, data);
     return verdict.isGood() ? command->handler({device(), m_settings, isStrict()}, data) : XmlAnswer(verdict);
-}
-
-XmlVerdict XmlProtocol::judge(const XmlRequest& request) const
-{
-    if (!request.data)
-        return {};
-    if (const XmlNode* const sum = findMinusZero(*request.data))
-        return XmlVerdict::badData(QStringLiteral("pa %1: -0.00").arg(sum->name));
-    const XmlVerdict verdict = xmlsequence::check(*request.data);
-    if (verdict.isGood() && request.command == receiptCommand)
-        return xmlreceiptform::check(*request.data);
-    if (verdict.isGood() && request.command == markingCommand)
-        return xmlreceiptform::checkMarking(*request.data);
-    return verdict;
 }
 
 QByteArray XmlProtocol::foreignAnswer(const QByteArray&) const

@@ -27,8 +27,6 @@ private:
     void handle(const QByteArray& document);
     XmlVerdict read(const QByteArray& document, XmlRequest& request) const;
     XmlAnswer run(const XmlRequest& request);
-    /// What the tree of a command must be like beyond its rule.
-    XmlVerdict judge(const XmlRequest& request) const;
     void remember(const QByteArray& document, const XmlRequest& request, const XmlVerdict& verdict);
     /// Drops what stands before the request.
     void skip();
