@@ -1,6 +1,7 @@
 #include "hex/commands.h"
 
 #include "hex/codepage.h"
+#include "register/hexdigits.h"
 #include "register/markingquery.h"
 #include "register/tags.h"
 
@@ -90,11 +91,9 @@ HexAnswer checkMarking(Register& device, HexFields& fields)
     query.quantity = fields.real(2);
     // The measure unit has to be a number; the check does not look at it.
     fields.number(3);
-    const QByteArray digits = fields.raw(6);
-    query.code = QByteArray::fromHex(digits);
-    // Letters that are no digits are passed over by the conversion, so it must come out the same again.
-    const bool hexadecimal = query.code.toHex() == digits.toLower();
-    if (fields.isBad() || !hexadecimal)
+    const auto code = bytesOfHexDigits(fields.raw(6));
+    query.code = code.value_or(QByteArray());
+    if (fields.isBad() || !code)
         return Refusal::BadValue;
     int result = 0;
     const Refusal refusal = device.marking().check(query, result);

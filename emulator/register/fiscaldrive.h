@@ -17,6 +17,7 @@ public:
 
     const QString& number() const { return m_number; }
     QDate expiry() const { return m_expiry; }
+    bool isExpired(const QDateTime& now) const { return now.date() > m_expiry; }
     QString version() const { return QStringLiteral("fn_v_1_2  emulated"); }
     /// Bits that fill up with age: 1 ready, 2 fiscal mode, 4 after it, 8 archive read. This drive stays in
     /// fiscal mode.

@@ -65,7 +65,7 @@ Refusal ready(const State& state)
 
 Refusal drive(const Parts& parts)
 {
-    return parts.clock.now().date() > parts.drive.expiry() ? Refusal::DriveExpired : Refusal::None;
+    return parts.drive.isExpired(parts.clock.now()) ? Refusal::DriveExpired : Refusal::None;
 }
 
 Refusal newDocuments(const Parts& parts)

@@ -1,3 +1,4 @@
+#include "register/hexdigits.h"
 #include "register/markingquery.h"
 #include "register/tags.h"
 #include "xml/commands.h"
@@ -81,16 +82,15 @@ XmlAnswer setSettings(const XmlContext& context, const XmlNode& data)
 XmlAnswer checkMarking(const XmlContext& context, const XmlNode& data)
 {
     constexpr double thousandths = 1000;
-    const QByteArray digits = data.textOf(tag::markingCode).toLatin1();
+    const auto code = bytesOfHexDigits(data.textOf(tag::markingCode).toLatin1());
     MarkingQuery query;
-    query.code = QByteArray::fromHex(digits);
+    query.code = code.value_or(QByteArray());
     query.plannedStatus = static_cast<int>(data.numberOf(tag::plannedStatus));
     query.quantity = static_cast<double>(data.quantityOf(tag::quantity)) / thousandths;
-    // Letters that are no digits are passed over by the conversion, so it must come out the same again.
-    if (query.code.toHex() != digits.toLower() || data.child(tag::goodsCode)->children.size() != 1)
+    if (!code || data.child(tag::goodsCode)->children.size() != 1)
         return XmlVerdict::badValue(QStringLiteral("2000 is not hexadecimal, or 1163 not one code"));
     const Register& device = context.device;
-    if (context.strict && device.now().date() > device.drive().expiry())
+    if (context.strict && device.drive().isExpired(device.now()))
         return Refusal::DriveExpired;
     int result = 0;
     const Refusal refusal = context.device.marking().check(query, result);

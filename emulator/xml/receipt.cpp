@@ -1,8 +1,7 @@
 #include "xml/receipt.h"
 
+#include "register/hexdigits.h"
 #include "register/tags.h"
-
-#include <QRegularExpression>
 
 #include <algorithm>
 #include <numeric>
@@ -17,8 +16,7 @@ constexpr Money greatestSum = 1'000'000'000'000;
 
 bool isHex(const QString& text)
 {
-    static const QRegularExpression form(QStringLiteral("^([0-9A-Fa-f]{2})+$"));
-    return form.match(text).hasMatch();
+    return !text.isEmpty() && bytesOfHexDigits(text.toLatin1());
 }
 
 // The code of the goods has one child, named after the kind of code that was recognised.

@@ -1,5 +1,6 @@
 #include "xml/receiptform.h"
 
+#include "register/hexdigits.h"
 #include "register/tags.h"
 
 #include <algorithm>
@@ -71,9 +72,8 @@ bool isGoodsKind(const QString& name)
 
 bool isGoods(const XmlNode& code)
 {
-    const QByteArray digits = code.value.toLatin1().toLower();
-    return code.type == XmlType::Text && isGoodsKind(code.name) && !digits.isEmpty()
-        && QByteArray::fromHex(digits).toHex() == digits;
+    const auto bytes = bytesOfHexDigits(code.value.toLatin1());
+    return code.type == XmlType::Text && isGoodsKind(code.name) && bytes && !bytes->isEmpty();
 }
 
 bool isGoodsCodeWrong(const XmlNode& parent, const XmlNode&)

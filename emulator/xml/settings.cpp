@@ -1,5 +1,6 @@
 #include "xml/settings.h"
 
+#include "register/hexdigits.h"
 #include "register/parametertable.h"
 #include "register/register.h"
 #include "xml/settingstable.h"
@@ -31,9 +32,8 @@ XmlType typeOf(const XmlSetting& setting)
 
 bool isPicture(const QString& text)
 {
-    const QByteArray digits = text.toLatin1().toLower();
-    const QByteArray bitmap = QByteArray::fromHex(digits);
-    return text.isEmpty() || (bitmap.toHex() == digits && Logo::isHeaderPicture(bitmap));
+    const auto bitmap = bytesOfHexDigits(text.toLatin1());
+    return text.isEmpty() || (bitmap && Logo::isHeaderPicture(*bitmap));
 }
 
 bool takes(const XmlSetting& setting, const QString& text)
