@@ -74,7 +74,8 @@ void HexFramer::feedBlock(char byte, QList<Event>& events)
 }
 
 // A host that reads again after a stale answer repeats the block; the second one is swallowed. An ESC that
-// something else follows is noise.
+// something else follows is noise, and what stood behind it is read as if no block could come again: it may
+// be full of ESC.
 void HexFramer::feedRepetition(char byte, QList<Event>& events)
 {
     m_bytes.append(byte);
@@ -84,6 +85,8 @@ void HexFramer::feedRepetition(char byte, QList<Event>& events)
     const QByteArray rest = same ? QByteArray() : m_bytes.mid(1);
     m_bytes.clear();
     m_state = State::Outside;
+    if (!same)
+        m_lastBlock.clear();
     for (const char noise : rest)
         feedByte(noise, events);
 }

@@ -123,4 +123,9 @@ TEST(HexLink, TakesThePictureBehindItsAcknowledge)
                   .code,
         3);
     EXPECT_EQ(rig.code({0xE2, {"0"}}), 3);
+    // However much noise is like the block, the next command is heard.
+    const QByteArray escapes(65'536, '\x1B');
+    rig.exchange(rig.frame({0xE2, {"65536"}}));
+    EXPECT_EQ(rig.parse(rig.exchange('\x1B' + escapes)).code, 3);
+    EXPECT_EQ(rig.parse(rig.exchange(escapes + rig.frame({0xA6, {}}))).code, 0);
 }
