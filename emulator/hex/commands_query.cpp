@@ -114,8 +114,8 @@ HexAnswer deviceData(Register& device, HexFields& fields)
         return Refusal::BadValue;
     switch (fields.isBad() ? -1 : number) {
     case 0:
-        return QList<QByteArray>{
-            QByteArray::number(fields.number(1) == 1 ? identity.release : identity.model)};
+        return QList<QByteArray>{QByteArray::number(
+            fields.count() > 1 && fields.number(1) == 1 ? identity.release : identity.model)};
     case 1:
         return QList<QByteArray>{QByteArray::number(device.state().shift.number)};
     case 3:

@@ -38,7 +38,8 @@ HexAnswer addItem(Register& device, HexFields& fields)
     item.declaration = fields.utf8(11, 32);
     item.paymentObject = fields.number(12, 1);
     item.unit = fields.number(13);
-    item.markingStatus = fields.number(15, -1);
+    // Not told of goods that the host has not had checked.
+    item.markingStatus = fields.isEmpty(15) ? -1 : fields.number(15);
     addRequisite(item.industry, tag::industryAuthority, fields.utf8(16, 3));
     if (!fields.isEmpty(17))
         addRequisite(

@@ -2,49 +2,40 @@
 
 #include "hex/codepage.h"
 
+#include <QLocale>
+
 #include <algorithm>
 
 namespace emulator {
 
-namespace {
-
-// A number as hosts write it with so many decimals.
-bool isFixed(const QByteArray& number, int decimals)
-{
-    const bool negativeZero = number.startsWith('-') && number.count('0') == number.size() - 2;
-    return number.indexOf('.') == number.size() - decimals - 1 && number == number.trimmed() && !negativeZero;
-}
-
-} // namespace
-
 int HexFields::number(qsizetype index, int usual)
 {
-    if (isEmpty(index))
+    if (isEmpty(index) && !m_strict)
         return usual;
     bool ok = false;
     const int value = raw(index).toInt(&ok);
-    return keep(index, ok, value);
+    return keep(index, ok && isWritten(index, QByteArray::number(value)), value);
 }
 
 quint32 HexFields::documentNumber(qsizetype index)
 {
     bool ok = false;
     const quint32 value = raw(index).toUInt(&ok);
-    return keep(index, ok, value);
+    return keep(index, ok && isWritten(index, QByteArray::number(value)), value);
 }
 
-qint64 HexFields::decimal(qsizetype index, int decimals)
+qint64 HexFields::decimal(qsizetype index, int decimals, QString (*toText)(qint64))
 {
     const std::optional<qint64> value = parseDecimal(raw(index), decimals);
-    const bool good = value.has_value() && (!m_strict || isFixed(raw(index), decimals));
-    return keep(index, good, value.value_or(0));
+    return keep(index, value && isWritten(index, toText(*value).toLatin1()), value.value_or(0));
 }
 
 double HexFields::real(qsizetype index)
 {
     bool ok = false;
     const double value = raw(index).toDouble(&ok);
-    return keep(index, ok, value);
+    const QByteArray shortest = QByteArray::number(value, 'g', QLocale::FloatingPointShortest);
+    return keep(index, ok && isWritten(index, shortest), value);
 }
 
 QString HexFields::text(qsizetype index, qsizetype longest)

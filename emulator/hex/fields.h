@@ -13,7 +13,7 @@ namespace emulator {
 class HexFields
 {
 public:
-    /// A strict one takes only what a host of today's rules sends.
+    /// A strict one takes only what a host of today's rules sends: a number has one way to be written.
     HexFields(const QList<QByteArray>& fields, bool strict)
         : m_fields(fields)
         , m_strict(strict)
@@ -28,13 +28,14 @@ public:
 
     QByteArray raw(qsizetype index) const { return m_fields.value(index); }
     bool isEmpty(qsizetype index) const { return raw(index).isEmpty(); }
-    /// An empty field gives the usual value.
+    /// An empty field is bad, unless the register is lenient: then it gives the usual value.
     int number(qsizetype index, int usual = 0);
     /// A number of 32 bits without a sign.
     quint32 documentNumber(qsizetype index);
     /// Sums and quantities have all their decimals, and no sign before zero.
-    Money money(qsizetype index) { return decimal(index, 2); }
-    Quantity quantity(qsizetype index) { return decimal(index, 3); }
+    Money money(qsizetype index) { return decimal(index, 2, moneyText); }
+    Quantity quantity(qsizetype index) { return decimal(index, 3, quantityText); }
+    /// As short as can be.
     double real(qsizetype index);
     /// Text in the register's code page, at most that long.
     QString text(qsizetype index, qsizetype longest);
@@ -45,7 +46,9 @@ public:
     QDateTime dateTime(qsizetype dateIndex, qsizetype timeIndex);
 
 private:
-    qint64 decimal(qsizetype index, int decimals);
+    qint64 decimal(qsizetype index, int decimals, QString (*toText)(qint64));
+    /// The field's number has the form in which hosts write it.
+    bool isWritten(qsizetype index, const QByteArray& form) const { return !m_strict || raw(index) == form; }
 
     template <typename T>
     T keep(qsizetype index, bool good, const T& value)
