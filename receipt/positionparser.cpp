@@ -5,6 +5,7 @@
 #include "markingcode.h"
 #include "money.h"
 #include "receiptnames.h"
+#include "requisitecodes.h"
 
 #include <QJsonValue>
 #include <QStringList>
@@ -15,10 +16,6 @@ namespace {
 
 constexpr int nameLength = 128;
 constexpr int markLength = 512;
-constexpr int commodity = 1;
-constexpr int exciseWithMarking = 31;
-constexpr int commodityWithMarking = 33;
-constexpr int fullPayment = 4;
 
 QString nearestValues(const LineSum& sum)
 {
@@ -107,9 +104,9 @@ int paymentObject(JsonFields& fields, const FrPosition& position)
     if (fields.has(name))
         return fields.choice(name, names::paymentObjects(), 1, 255);
     if (position.getMarkingCode().isEmpty())
-        return commodity;
+        return Commodity;
     const ExciseMarkType type = position.getExciseMarkType();
-    return type == MarkAlcohol || type == MarkTobacco ? exciseWithMarking : commodityWithMarking;
+    return type == MarkAlcohol || type == MarkTobacco ? ExciseWithMarking : CommodityWithMarking;
 }
 
 FrPosition withSum(FrPosition position, const LineSum& sum)
@@ -129,7 +126,7 @@ QList<FrPosition> positionsFromJson(JsonFields& fields, bool isSplitAllowed)
     const QList<LineSum> sums = issuedSums(fields, isSplitAllowed);
     const QString method = QStringLiteral("paymentMethod");
     position.setPaymentMethod(
-        fields.has(method) ? fields.choice(method, names::paymentMethods()) : fullPayment);
+        fields.has(method) ? fields.choice(method, names::paymentMethods()) : FullPayment);
     // Any number that the tag can hold: a rate that the law brings tomorrow must not wait for its name.
     fields.object(QStringLiteral("tax"), [&](JsonFields& tax) {
         position.setTaxCode(tax.choice(QStringLiteral("type"), names::taxRates(), 1, 255));

@@ -4,6 +4,7 @@
 #include "linesum.h"
 #include "marksyntax.h"
 #include "receiptnames.h"
+#include "requisitecodes.h"
 #include "rulelist.h"
 
 #include <QMap>
@@ -13,9 +14,6 @@ namespace receipt::rules {
 namespace {
 
 constexpr int piece = 0;
-// Payment objects.
-constexpr int markedExcise = 31;
-constexpr int markedGoods = 33;
 constexpr qint64 one = 1000;
 
 QList<ReceiptItem> markedItems(const Receipt& receipt)
@@ -92,7 +90,7 @@ void missingMarks(Judgement& judgement)
 {
     for (const ReceiptItem& item : judgement.receipt.items) {
         const int object = item.position.getPaymentObject();
-        const bool isMarkedObject = object == markedExcise || object == markedGoods;
+        const bool isMarkedObject = object == ExciseWithMarking || object == CommodityWithMarking;
         if (item.kind == ReceiptItem::Position && isMarkedObject && !item.isMarked())
             judgement.error(codePath(item), {},
                 QStringLiteral("is missing: the payment object %1 is sold with its code")

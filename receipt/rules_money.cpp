@@ -4,6 +4,7 @@
 #include "linesum.h"
 #include "money.h"
 #include "receiptnames.h"
+#include "requisitecodes.h"
 #include "rulelist.h"
 
 #include <QMap>
@@ -25,18 +26,7 @@ struct OutdatedRate
 constexpr OutdatedRate outdatedRates[] = {{1, "vat20", "vat22"}, {3, "vat120", "vat122"}};
 constexpr int firstYearOfSuccessors = 2026;
 
-enum Method {
-    FullPrepayment = 1,
-    Prepayment,
-    Advance,
-    FullPayment,
-    PartialPayment,
-    CreditGiven,
-    CreditPayment
-};
 enum Kind { Prepaid = 2, OnCredit = 3 };
-// Tag 1212 for an advance or an instalment, behind which there are no goods.
-constexpr int moneyAlone = 10;
 
 /// Kopecks by payment method of the positions and by kind of payment.
 class Settlement
@@ -92,7 +82,7 @@ public:
             return;
         for (const ReceiptItem& item : m_judgement.receipt.items) {
             if (item.kind == ReceiptItem::Position && item.position.getPaymentMethod() == FullPayment
-                && item.position.getPaymentObject() == moneyAlone)
+                && item.position.getPaymentObject() == MoneyAlone)
                 m_judgement.warning(item.path + QStringLiteral(".paymentMethod"),
                     names::nameOf(names::paymentMethods(), FullPayment),
                     QStringLiteral("settles an advance (paymentObject payment) without a payment of type "

@@ -44,25 +44,25 @@ void Print::addItems(const QList<FrPrintData>& items)
 void Print::addText(EFrDriver::FontTypes font, const QList<QString>& lines)
 {
     if (font != EFrDriver::UndefinedFont)
-        fontMode = fontModeFromFontTypes(font);
-    if (fontMode == 0) {
-        result.append(lines);
+        m_fontMode = fontModeFromFontTypes(font);
+    if (m_fontMode == 0) {
+        m_result.append(lines);
         return;
     }
     // The mode holds for one line only, so that each line names it anew.
     constexpr int fixedField = 28;
-    const QString prefix = QStringLiteral("‼?f") + padded(fontMode, 3) + padded(fixedField, 4);
+    const QString prefix = QStringLiteral("‼?f") + padded(m_fontMode, 3) + padded(fixedField, 4);
     for (const QString& line : lines)
-        result.append(prefix + line);
+        m_result.append(prefix + line);
 }
 
 void Print::addBarcode(const Barcode& barcode)
 {
     const qsizetype length = barcode.text.length();
     if (barcode.type == Barcode::Qr)
-        result.append(QStringLiteral("‼?q") + padded(length, 4) + barcode.text);
+        m_result.append(QStringLiteral("‼?q") + padded(length, 4) + barcode.text);
     else if (barcode.type == Barcode::Ean13)
-        result.append(QStringLiteral("‼?b") + padded(length, 2) + barcode.text);
+        m_result.append(QStringLiteral("‼?b") + padded(length, 2) + barcode.text);
 }
 
 int Print::fontModeFromFontTypes(EFrDriver::FontTypes font)

@@ -22,14 +22,14 @@ public:
     void addText(EFrDriver::FontTypes font, const QList<QString>& lines);
     /// EAN-13 and QR; any other barcode adds nothing.
     void addBarcode(const Barcode& barcode);
-    QList<QString> getResult() const { return result; }
+    QList<QString> getResult() const { return m_result; }
 
     /// The register's number of the font; 0 is the normal one.
     static int fontModeFromFontTypes(EFrDriver::FontTypes font);
 
 private:
-    QList<QString> result;
-    qint32 fontMode = 0;
+    QList<QString> m_result;
+    qint32 m_fontMode = 0;
 };
 
 } // namespace spfxml

@@ -12,14 +12,6 @@ namespace {
 const QString label = QStringLiteral("OFDFNARMUKM");
 const QString newestVersion = QStringLiteral("13.0");
 
-const QStringList& bodyNames()
-{
-    static const QStringList names{QStringLiteral("ProtocolLabel"), QStringLiteral("ProtocolVersion"),
-        QStringLiteral("RequestId"), QStringLiteral("msgFFDVer"), QStringLiteral("msgContVer"),
-        QStringLiteral("DateTime"), QStringLiteral("Command")};
-    return names;
-}
-
 using Body = QMap<QString, QString>;
 
 void readBody(QXmlStreamReader& reader, Body& body)
@@ -91,6 +83,14 @@ XmlVerdict checkBody(const Body& body)
 }
 
 } // namespace
+
+const QStringList& bodyNames()
+{
+    static const QStringList names{QStringLiteral("ProtocolLabel"), QStringLiteral("ProtocolVersion"),
+        QStringLiteral("RequestId"), QStringLiteral("msgFFDVer"), QStringLiteral("msgContVer"),
+        QStringLiteral("DateTime"), QStringLiteral("Command")};
+    return names;
+}
 
 XmlVerdict read(const QByteArray& document, XmlRequest& request)
 {

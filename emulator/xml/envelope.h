@@ -19,6 +19,9 @@ namespace xmlenvelope {
 /// The end of a request; a line has no other frame.
 inline const QByteArray requestEnd = QByteArrayLiteral("</ArmRequest>");
 
+/// The elements of RequestBody in their order.
+const QStringList& bodyNames();
+
 /// Fills in what can be read, so that a refusal can still carry the id.
 XmlVerdict read(const QByteArray& document, XmlRequest& request);
 QByteArray answer(const QString& id, int command, const QDateTime& time, const XmlAnswer& answer);

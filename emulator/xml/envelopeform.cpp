@@ -1,5 +1,7 @@
 #include "xml/envelopeform.h"
 
+#include "xml/envelope.h"
+
 #include <QRegularExpression>
 #include <QStringDecoder>
 #include <QXmlStreamReader>
@@ -97,10 +99,8 @@ constexpr BodyRule bodyRules[] = {
 
 const QStringList& elements()
 {
-    static const QStringList names{QStringLiteral("ArmRequest"), QStringLiteral("RequestBody"),
-        QStringLiteral("ProtocolLabel"), QStringLiteral("ProtocolVersion"), QStringLiteral("RequestId"),
-        QStringLiteral("msgFFDVer"), QStringLiteral("msgContVer"), QStringLiteral("DateTime"),
-        QStringLiteral("Command"), QStringLiteral("RequestData")};
+    static const QStringList names = QStringList{QStringLiteral("ArmRequest"), QStringLiteral("RequestBody")}
+        + xmlenvelope::bodyNames() + QStringList{QStringLiteral("RequestData")};
     return names;
 }
 
