@@ -23,7 +23,8 @@ QDomElement block(const QDomDocument& document, const QString& name)
 
 double requisiteValue(const QDomElement& element, EFrDriver::RequisiteTypes requisite)
 {
-    return xmlutils::getValueByAttribute(element.childNodes(), names::tree::name, requisite).toDouble();
+    return xmlutils::getValueByAttribute(element.childNodes(), names::tree::name, static_cast<int>(requisite))
+        .toDouble();
 }
 
 // A register that counts receipts by more than 32 bits, or by something that is no number, has not counted.
