@@ -93,23 +93,15 @@ QString help()
 
 Complaint complaintOf(const QList<receipt::Finding>& errors, ExitStatus status, const QString& exceptionName)
 {
-    Complaint complaint{status, findingLine(errors.constFirst()), exceptionName};
+    Complaint complaint{status, errors.constFirst().text(), exceptionName};
     complaint.errors = errors;
     return complaint;
 }
 
-/// A text without its quotes, as findings have it; another value as it stands in the file.
-QString plainGiven(const QString& given)
-{
-    const QJsonDocument array = QJsonDocument::fromJson("[" + given.toUtf8() + "]");
-    return array.array().at(0).toString(given);
-}
-
 Complaint complaintOf(const receipt::ReceiptError& error)
 {
-    Complaint complaint{
-        ExitUsage, shownText(QString::fromUtf8(error.what())), QStringLiteral("ReceiptError")};
-    complaint.errors = {{receipt::Finding::Error, error.path(), plainGiven(error.given()), error.reason()}};
+    Complaint complaint{ExitUsage, QString::fromUtf8(error.what()), QStringLiteral("ReceiptError")};
+    complaint.errors = {{receipt::Finding::Error, error.path(), error.givenText(), error.reason()}};
     return complaint;
 }
 
@@ -186,7 +178,7 @@ int report(const Complaint& complaint, const Warnings& warnings, bool json)
 {
     complain(complaint.text);
     for (const receipt::Finding& error : complaint.errors.mid(1))
-        complain(findingLine(error));
+        complain(error.text());
     const QString outcome = complaint.isNotOpened ? QStringLiteral("the document was not opened")
                                                   : sale::verdictText(complaint.verdict);
     if (!outcome.isEmpty())

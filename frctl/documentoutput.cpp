@@ -1,8 +1,8 @@
 #include "documentoutput.h"
 
-#include "findingoutput.h"
 #include "markjudgement.h"
 #include "money.h"
+#include "showntext.h"
 
 #include <QJsonArray>
 
@@ -62,7 +62,7 @@ QJsonObject receiptJson(const receipt::Receipt& receipt, const sale::IssueResult
 
 QString markLine(const sale::MarkCheck& mark)
 {
-    return QStringLiteral("marking code %1: %2").arg(shownText(mark.markingCode)).arg(mark.result);
+    return QStringLiteral("marking code %1: %2").arg(receipt::shownText(mark.markingCode)).arg(mark.result);
 }
 
 } // namespace

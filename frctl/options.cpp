@@ -1,8 +1,8 @@
 #include "options.h"
 
 #include "errors.h"
-#include "findingoutput.h"
 #include "plaintext.h"
+#include "showntext.h"
 #include "taxnumber.h"
 
 #include <QCommandLineParser>
@@ -93,7 +93,7 @@ QString cashierInn(const QString& text)
     if (!receipt::isInn(text))
         throw UsageError(QStringLiteral("--cashier-inn: \"%1\" is no tax number of 10 or 12 digits, the last "
                                         "of which are right for the others")
-                             .arg(shownText(text)));
+                             .arg(receipt::shownText(text)));
     return text;
 }
 

@@ -8,7 +8,7 @@ namespace frctl {
 void Warnings::add(const QList<receipt::Finding>& findings)
 {
     for (const receipt::Finding& finding : findings)
-        complain(QStringLiteral("warning: ") + findingLine(finding));
+        complain(QStringLiteral("warning: ") + finding.text());
     m_findings += findings;
 }
 

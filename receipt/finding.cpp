@@ -1,5 +1,7 @@
 #include "finding.h"
 
+#include "showntext.h"
+
 namespace receipt {
 
 QString Finding::text() const
@@ -7,7 +9,7 @@ QString Finding::text() const
     QString result = path.isEmpty() ? QString() : path + QStringLiteral(": ");
     if (!given.isEmpty())
         result += QStringLiteral("\"%1\" ").arg(given);
-    return result + reason;
+    return shownText(result + reason);
 }
 
 } // namespace receipt

@@ -18,12 +18,12 @@ struct Finding
     Severity severity = Error;
     /// "items[2].price"; empty for the receipt as a whole.
     QString path;
-    /// As the file has it; empty where there is nothing to show.
+    /// As the file has it, with its control characters; empty where there is nothing to show.
     QString given;
     /// What is allowed, or what is printed or sent instead.
     QString reason;
 
-    /// items[2].price: "abc" must be a number
+    /// For people, whose terminal gets no control characters: items[2].price: "abc" must be a number
     QString text() const;
 };
 

@@ -4,7 +4,6 @@
 #include "receipterror.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QRegularExpression>
 #include <QStringList>
 
@@ -14,21 +13,6 @@ namespace {
 // Above them a product of price and quantity would leave 64 bits; no receipt comes near.
 constexpr double largestSum = 1e8;
 constexpr double largestQuantity = 1e5;
-constexpr qsizetype longestShown = 60;
-
-/// A value as it stands in the file, a long text its beginning; nothing for what is missing and for objects
-/// and arrays.
-QString shown(const QJsonValue& value)
-{
-    if (value.isUndefined() || value.isObject() || value.isArray())
-        return {};
-    QString text = value.toString();
-    if (text.size() > longestShown)
-        text = text.left(longestShown) + QStringLiteral("...");
-    const QJsonArray shortened{value.isString() ? QJsonValue(text) : value};
-    const QByteArray array = QJsonDocument(shortened).toJson(QJsonDocument::Compact);
-    return QString::fromUtf8(array.mid(1, array.size() - 2));
-}
 
 QString allowedNames(std::span<const NamedValue> values, bool withNumbers)
 {
@@ -55,7 +39,7 @@ QString JsonFields::path(const QString& name) const
 
 void JsonFields::fail(const QString& name, const QString& reason) const
 {
-    throw ReceiptError(path(name), reason, shown(m_object.value(name)));
+    throw ReceiptError(path(name), reason, m_object.value(name));
 }
 
 QJsonValue JsonFields::take(const QString& name)

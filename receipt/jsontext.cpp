@@ -11,6 +11,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+#include <cmath>
+
 namespace receipt {
 
 namespace {
@@ -48,7 +51,16 @@ public:
     bool boolean(bool) override { return meetValue(); }
     bool number_integer(number_integer_t) override { return meetValue(); }
     bool number_unsigned(number_unsigned_t) override { return meetValue(); }
-    bool number_float(number_float_t, const string_t&) override { return meetValue(); }
+    bool number_float(number_float_t value, const string_t& text) override
+    {
+        meetValue();
+        // Qt's parser takes it for no number.
+        const auto mantissaEnd = std::min(text.find_first_of("eE"), text.size());
+        if (std::fpclassify(value) == FP_ZERO && text.find_first_of("123456789") < mantissaEnd)
+            throw ReceiptError(
+                path(), QStringLiteral("%1 is nearer to zero than any number can be").arg(text.c_str()));
+        return true;
+    }
     bool string(string_t&) override { return meetValue(); }
     bool binary(binary_t&) override { return meetValue(); }
     bool start_object(std::size_t) override { return enter(false); }

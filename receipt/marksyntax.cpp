@@ -2,6 +2,7 @@
 
 #include "frutils.h"
 #include "keyboardlayout.h"
+#include "showntext.h"
 
 #include <QRegularExpression>
 #include <QStringList>
@@ -75,7 +76,7 @@ MarkFault lostSeparators(const QString& restored)
     return errorBecause(QStringLiteral(
         "has lost its group separators (character 1D); with them it is \"%1\": set the scanner to "
         "send them, in JSON they are written \\u001d")
-                            .arg(shownMark(restored)));
+                            .arg(shownText(restored)));
 }
 
 Fault separatorFault(const QString& code)
@@ -153,7 +154,7 @@ Fault layoutFault(const QString& code)
     return errorBecause(
         QStringLiteral("was scanned in the Russian keyboard layout, in the Latin one it is \"%1\": set "
                        "the keyboard layout to English, or the scanner to a serial port")
-            .arg(shownMark(inLatinLayout(code))));
+            .arg(shownText(inLatinLayout(code))));
 }
 
 Fault writtenSeparatorFault(const QString& code)
@@ -212,11 +213,6 @@ QString markIdentity(const QString& code)
 {
     // Some scanners put a separator in front of the code as well.
     return FrUtils::getMarkingCodeWithSeparators(code).section(separator, 0, 0, QString::SectionSkipEmpty);
-}
-
-QString shownMark(const QString& code)
-{
-    return QString(code).replace(separator, QStringLiteral("<GS>"));
 }
 
 } // namespace receipt

@@ -21,7 +21,5 @@ std::optional<MarkFault> markFault(const QString& code);
 /// What the code says of the piece on which it stands: without the proofs behind it, the same with and
 /// without group separators.
 QString markIdentity(const QString& code);
-/// The code for messages, with "<GS>" for each group separator.
-QString shownMark(const QString& code);
 
 } // namespace receipt

@@ -1,5 +1,6 @@
 #include "money.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace receipt {
@@ -23,9 +24,11 @@ std::optional<qint64> fixedPoint(double value, int decimals)
 {
     const double scaled = value * std::pow(10.0, decimals);
     const double whole = std::round(scaled);
-    // A decimal fraction is never exact as a double; a digit too many is off by a tenth at least.
+    // A decimal fraction is never exact as a double, and what a host has computed drifts by a few units of
+    // its last place. Whatever someone has written with a digit too many is off by more.
+    const double drift = std::max(1e-9, 1e-13 * std::abs(scaled));
     // What does not fit is no sum; infinity is off by what is no number.
-    if (!(std::abs(scaled - whole) <= 0.001) || std::abs(whole) >= 9e18)
+    if (!(std::abs(scaled - whole) <= drift) || std::abs(whole) >= 9e18)
         return std::nullopt;
     return static_cast<qint64>(whole);
 }

@@ -6,13 +6,11 @@ namespace receipt {
 
 namespace {
 
-constexpr char32_t lineFeed = 0x0A;
 constexpr char32_t groupSeparator = 0x1D;
 
 bool isAllowed(char32_t control, TextKind kind)
 {
-    return (kind == TextKind::Lines && control == lineFeed)
-        || (kind == TextKind::MarkingCode && control == groupSeparator);
+    return kind == TextKind::MarkingCode && control == groupSeparator;
 }
 
 const char* faultOf(char32_t character, TextKind kind)

@@ -8,11 +8,9 @@ namespace receipt {
 
 /// What a text is for, and so which control characters it may have.
 enum class TextKind {
-    /// One line: none. Every text of a receipt but a marking code; also names of cashiers and lines to print.
+    /// None. Every text of a receipt but a marking code; also names of cashiers and lines to print. Not even
+    /// line feeds: over HEX the driver would join the lines, over XML a font would end with the first one.
     Line,
-    /// Several lines: line feeds. No field of a receipt takes them: over HEX the driver would join the lines,
-    /// over XML a font would end with the first one.
-    Lines,
     /// Group separators, U+001D. Barcodes have them too.
     MarkingCode
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonValue>
 #include <QString>
 
 #include <stdexcept>
@@ -10,32 +11,21 @@ namespace receipt {
 class ReceiptError : public std::runtime_error
 {
 public:
-    ReceiptError(const QString& path, const QString& reason, const QString& given = {})
-        : std::runtime_error(text(path, reason, given).toStdString())
-        , m_path(path)
-        , m_reason(reason)
-        , m_given(given)
-    {
-    }
+    ReceiptError(const QString& path, const QString& reason, const QJsonValue& given = QJsonValue::Undefined);
 
     /// "items[2].price"; empty for the receipt as a whole.
     QString path() const { return m_path; }
     /// What is wrong with it and what is allowed.
     QString reason() const { return m_reason; }
-    /// The value as it stands in the file, a text in its quotes; empty where there is nothing to show.
-    QString given() const { return m_given; }
+    /// The value as it stands in the file; undefined where there is nothing to show.
+    QJsonValue given() const { return m_given; }
+    /// The same as text: a text as it is, another plain value as the file has it, nothing for the rest.
+    QString givenText() const;
 
 private:
-    /// items[2].price: must be a number (given: "abc")
-    static QString text(const QString& path, const QString& reason, const QString& given)
-    {
-        const QString text = path.isEmpty() ? reason : path + QStringLiteral(": ") + reason;
-        return given.isEmpty() ? text : text + QStringLiteral(" (given: %1)").arg(given);
-    }
-
     QString m_path;
     QString m_reason;
-    QString m_given;
+    QJsonValue m_given;
 };
 
 } // namespace receipt

@@ -80,9 +80,9 @@ void markSyntax(Judgement& judgement)
         if (!fault)
             continue;
         if (fault->severity == Finding::Error)
-            judgement.error(codePath(item), shownMark(code), fault->reason);
+            judgement.error(codePath(item), code, fault->reason);
         else
-            judgement.warning(codePath(item), shownMark(code), fault->reason);
+            judgement.warning(codePath(item), code, fault->reason);
     }
 }
 
@@ -107,7 +107,7 @@ void markedPieces(Judgement& judgement)
         const QString code = item.position.getMarkingCode();
         const QString identity = markIdentity(code);
         if (seen.contains(identity))
-            judgement.error(codePath(item), shownMark(code),
+            judgement.error(codePath(item), code,
                 QStringLiteral("stands at %1 too: one code is one piece").arg(seen.value(identity)));
         else
             seen.insert(identity, codePath(item));

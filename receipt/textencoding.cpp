@@ -24,6 +24,28 @@ qsizetype firstBadByte(const QByteArray& bytes)
     return start;
 }
 
+/// In UTF-16 every other byte of Latin letters is 00, of Russian ones 04; as UTF-8 these are control
+/// characters that no text has.
+bool isUtf16(const QByteArray& bytes)
+{
+    if (bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF"))
+        return true;
+    qsizetype counts[2] = {0, 0};
+    for (qsizetype index = 0; index < bytes.size(); ++index)
+        counts[index % 2] += bytes.at(index) == '\x00' || bytes.at(index) == '\x04' ? 1 : 0;
+    return std::max(counts[0], counts[1]) > bytes.size() / 4;
+}
+
+/// The first byte that no UTF-8 text of ours has: one of a character in another encoding, or half of one in
+/// UTF-16.
+qsizetype firstForeignByte(const QByteArray& bytes)
+{
+    const auto half = std::find_if(
+        bytes.cbegin(), bytes.cend(), [](char byte) { return byte == '\x00' || byte == '\x04'; });
+    return isUtf16(bytes) ? std::min(firstBadByte(bytes), static_cast<qsizetype>(half - bytes.cbegin()))
+                          : firstBadByte(bytes);
+}
+
 QString likelyEncoding(const QByteArray& bytes)
 {
     const auto count = [&bytes](uchar from, uchar to) {
@@ -31,7 +53,7 @@ QString likelyEncoding(const QByteArray& bytes)
             return static_cast<uchar>(byte) >= from && static_cast<uchar>(byte) <= to;
         });
     };
-    if (bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF"))
+    if (isUtf16(bytes))
         return QStringLiteral("UTF-16");
     // Russian letters: CP1251 has them above 0xC0; most of CP866 stand below 0xB0.
     return count(0x80, 0xAF) > count(0xC0, 0xFF) ? QStringLiteral("CP866") : QStringLiteral("CP1251");
@@ -47,9 +69,9 @@ QByteArray withoutByteOrderMark(const QByteArray& bytes)
 
 std::optional<QString> utf8Fault(const QByteArray& bytes)
 {
-    if (QUtf8StringView(bytes).isValidUtf8())
+    if (QUtf8StringView(bytes).isValidUtf8() && !isUtf16(bytes))
         return std::nullopt;
-    const qsizetype offset = firstBadByte(bytes);
+    const qsizetype offset = firstForeignByte(bytes);
     return QStringLiteral("is not UTF-8: byte %1 at offset %2, line %3; it looks like %4")
         .arg(QString::fromLatin1(bytes.mid(offset, 1).toHex().toUpper()))
         .arg(offset)

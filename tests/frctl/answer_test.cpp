@@ -1,11 +1,13 @@
 #include "documentoutput.h"
 #include "exceptions.h"
 #include "failure.h"
+#include "findingoutput.h"
 #include "identifiedreceipt.h"
 #include "journalerror.h"
 #include "markjudgement.h"
 
 #include <QJsonArray>
+#include <QJsonDocument>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -85,6 +87,17 @@ TEST(ReceiptOutput, SaysTheSameToPeopleAndMachines)
             {"items",
                 QJsonArray{QJsonObject{{"path", "items[0]"}, {"name", "Молоко"}, {"price", 5.25},
                     {"quantity", 2}, {"amount", 10.5}}}}}));
+}
+
+TEST(FindingsJson, HasTheTextItselfWhichPeopleGetReadable)
+{
+    const receipt::Finding finding{receipt::Finding::Error, "items[0].markingCode",
+        QStringLiteral("01\x1D"
+                       "93"),
+        "is bad"};
+    EXPECT_EQ(QJsonDocument(findingsJson({finding})).toJson(QJsonDocument::Compact),
+        R"([{"given":"01\u001d93","path":"items[0].markingCode","text":"is bad"}])");
+    EXPECT_EQ(finding.text(), QStringLiteral("items[0].markingCode: \"01<GS>93\" is bad"));
 }
 
 TEST(ThrowFailure, NamesTheSideThatFailed)

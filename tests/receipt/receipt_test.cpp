@@ -49,6 +49,13 @@ TEST(ReceiptFromJson, DefaultsAreAPlainSale)
     EXPECT_EQ(position.getTaxCode(), 1);
 }
 
+TEST(ReceiptFromJson, SumsMayDriftAsDoublesDo)
+{
+    const QByteArray computed
+        = R"({"price": 64.89999999999999, "quantity": 3.0000000000000004, "amount": 194.70000000000002})";
+    EXPECT_EQ(receiptFromJson(receiptWith("{}", computed)).total, 19470);
+}
+
 TEST(ReceiptFromJson, HeadGoesIntoDocumentAndRequisites)
 {
     const Receipt receipt = receiptFromJson(receiptWith(R"({"type": 1, "taxationType": 32,
@@ -168,11 +175,13 @@ TEST(ReceiptFromJson, MistakesAreNamedWithTheirPath)
             "payments: 100.01 without cash are more"},
         {"{}", R"({"price": "50"})", "items[0].price: must be a number (given: \"50\")"},
         {"{}", R"({"name": "a\nb"})", "items[0].name: has the control character U+000A at character 2"},
-        {"{}", R"({"markingCode": "01\u001e9"})", "items[0].markingCode: has the control character U+001E"},
+        {"{}", R"({"markingCode": "01\u001e9"})",
+            "items[0].markingCode: has the control character U+001E at character 3 (given: \"01<1E>9\")"},
         {"{}", R"({"tax": {"type": 256}})", "items[0].tax.type: must be a whole number from 1 to 255"},
         {"{}", R"({"agentInfo": {"agents": [3]}})", "items[0].agentInfo.agents[0]: is none of bankPaying"},
         {"{}", R"({"supplierInfo": {"phones": ["\u0001"]}})", "items[0].supplierInfo.phones[0]: has the"},
         {"{}", R"({"price": 50.001})", "items[0].price: must have at most 2 decimals"},
+        {"{}", R"({"price": 50.000001})", "items[0].price: must have at most 2 decimals"},
         {"{}", R"({"price": 1e300})", "items[0].price: is too large"},
         {"{}", R"({"quantity": 0})", "items[0].quantity: must be above zero"},
         {"{}", R"({"quantity": 1.0001})", "items[0].quantity: must have at most 3 decimals"},
@@ -199,6 +208,25 @@ TEST(ReceiptFromJson, MistakesAreNamedWithTheirPath)
     };
     for (const auto& [head, item, error] : rows)
         EXPECT_EQ(errorOf(head, item).rfind(error, 0), 0U) << errorOf(head, item) << "\ninstead of " << error;
+}
+
+TEST(ReceiptError, HasTheValueOfTheFile)
+{
+    const QString longText(70, 'a');
+    const std::tuple<QJsonValue, QString, const char*> rows[] = {
+        {QStringLiteral("01\u001D"), QStringLiteral("01\u001D"), "a: is bad (given: \"01<GS>\")"},
+        {50.001, QStringLiteral("50.001"), "a: is bad (given: 50.001)"},
+        {QJsonValue::Null, QStringLiteral("null"), "a: is bad (given: null)"},
+        {QJsonArray{1}, QString(), "a: is bad"},
+        {longText, longText,
+            "a: is bad (given: \"aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa...\")"},
+    };
+    for (const auto& [value, text, message] : rows) {
+        const ReceiptError error("a", "is bad", value);
+        EXPECT_EQ(error.given(), value);
+        EXPECT_EQ(error.givenText(), text);
+        EXPECT_STREQ(error.what(), message);
+    }
 }
 
 TEST(LineSum, DiscountsThatTheRegisterCanExpress)

@@ -15,8 +15,7 @@ TEST(TextFault, NamesTheCharacterAndItsPlace)
     const std::tuple<QString, TextKind, const char*> rows[] = {
         {QStringLiteral("Чай «Дарджилинг» 😀 ₽"), TextKind::Line, ""},
         {QStringLiteral("😀\x01"), TextKind::Line, "has the control character U+0001 at character 2"},
-        {QStringLiteral("a\u007F"), TextKind::Lines, "has the control character U+007F at character 2"},
-        {QStringLiteral("a\nb"), TextKind::Lines, ""},
+        {QStringLiteral("a\u007F"), TextKind::Line, "has the control character U+007F at character 2"},
         {QStringLiteral("a\nb"), TextKind::Line, "has the control character U+000A at character 2"},
         {QStringLiteral("01\u001D9"), TextKind::MarkingCode, ""},
         {QStringLiteral("01\u001D9"), TextKind::Line, "has the control character U+001D at character 3"},
@@ -44,6 +43,8 @@ TEST(ReceiptFromText, RefusesWhatIsNoStrictJson)
         {"[]", "a receipt is a JSON object"},
         {"{\n\n  \"type\": sell }", "type: line 3: syntax error"},
         {"{\"type\": 1e999}", "type: line 1: number overflow"},
+        {"{\"items\": [0, {\"price\": 1e-400}]}", "items[1].price: 1e-400 is nearer to zero than"},
+        {"{\"type\": 1, \"items\": 0e-400}", "items: must be an array"},
         {QByteArray(100000, '['), "is nested deeper than any receipt"},
         {"{\"items\": [{}, {\"tax\": {\"a\": 1, \"\\u0061\": 2}}]}", "items[1].tax.a: stands there twice"},
         {"{\"a\": [{\"b\": 1}, {\"b\": 1}], \"b\": 1, \"a\": 1}", "a: stands there twice"},
@@ -56,6 +57,11 @@ TEST(ReceiptFromText, RefusesWhatIsNoStrictJson)
             "the text is not UTF-8: byte 95 at offset 5, line 1; it looks like CP866"},
         {QByteArray("\xFF\xFE{\0", 4),
             "the text is not UTF-8: byte FF at offset 0, line 1; it looks like UTF-16"},
+        {QByteArray("{\0\"\0\xAB\0\"\0}\0", 10),
+            "the text is not UTF-8: byte 00 at offset 1, line 1; it looks like UTF-16"},
+        {QByteArray("\x04\x14\x04\x3E\x04\x3C\x00\x21", 8),
+            "the text is not UTF-8: byte 04 at offset 0, line 1; it looks like UTF-16"},
+        {QByteArray("{\"type\": \"a\0\"}", 14), "type: line 1: has the control character U+0000"},
         {"\"\xE2\x82", "the text is not UTF-8: byte E2 at offset 1"},
     };
     for (const auto& [text, error] : rows)
