@@ -1,5 +1,6 @@
 #include "application.h"
 
+#include "cashiername.h"
 #include "command.h"
 #include "documentoutput.h"
 #include "errors.h"
@@ -201,11 +202,13 @@ Output runTask(RegisterSession& session, const Task& task, const Options& option
 /// With the cashier's name as the register gets it.
 Options withPlainCashier(Options options)
 {
-    // Only a receipt carries the whole name over HEX.
-    constexpr int longestName = 48;
+    const QString path = QStringLiteral("--cashier");
     TextCheck texts(options);
-    options.cashier.name = texts.line(
-        QStringLiteral("--cashier"), options.cashier.name, options.isReceipt() ? 0 : longestName);
+    options.cashier.name
+        = texts.line(path, options.cashier.name, options.isReceipt() ? 0 : receipt::longestLoginName);
+    if (options.isReceipt())
+        texts.warn(path, options.cashier.name,
+            receipt::shiftCashierWarning(options.cashier.name, options.receiptProtocol()));
     texts.finish();
     return options;
 }

@@ -25,7 +25,7 @@ QStringList fittingLines(const Options& options, qsizetype rows)
     while (options.isHex() && lines.size() < rows)
         lines.append(QString());
     TextCheck texts(options);
-    lines = texts.lines(options.arguments.constFirst(), lines);
+    lines = texts.keptLines(options.arguments.constFirst(), lines);
     texts.finish();
     return lines;
 }

@@ -77,6 +77,18 @@ FrUser cashierOf(const Options& options, const Receipt& receipt)
     return cashier;
 }
 
+/// Without what is said of a cashier in whose place the command line puts another.
+QList<receipt::Finding> withoutReplaced(
+    QList<receipt::Finding> findings, const Receipt& receipt, const FrUser& cashier)
+{
+    const FrUser named = receipt.cashier.value_or(FrUser());
+    findings.removeIf([&](const receipt::Finding& finding) {
+        return (finding.path == QStringLiteral("operator.name") && named.name != cashier.name)
+            || (finding.path == QStringLiteral("operator.vatin") && named.inn != cashier.inn);
+    });
+    return findings;
+}
+
 /// Marked goods of a sale without an id are kept where the journal can be had.
 std::shared_ptr<sale::SaleJournal> journalOfMarks(
     const Options& options, const Receipt& receipt, QList<receipt::Finding>& findings)
@@ -131,9 +143,10 @@ Task prepareReceipt(const Options& options, bool isReturn)
         made.journal = journalOfMarks(options, made.receipt, checked.findings);
         made.options.journal = made.journal.get();
     }
-    settleFindings(options, QStringLiteral("ReceiptError"), checked.findings + soldBefore(options, made));
-    refuseOtherCommand(made.receipt, isReturn);
     const FrUser cashier = cashierOf(options, made.receipt);
+    settleFindings(options, QStringLiteral("ReceiptError"),
+        withoutReplaced(checked.findings, made.receipt, cashier) + soldBefore(options, made));
+    refuseOtherCommand(made.receipt, isReturn);
     made.receipt.document.setCashierName(cashier.name);
     Task task = onRegister([made](AbstractFrDriver& driver) { return issue(driver, made); });
     task.cashier = cashier;

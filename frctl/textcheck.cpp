@@ -32,12 +32,39 @@ QStringList TextCheck::printedLines(const QString& fileName, const QStringList& 
     return this->lines(fileName, lines);
 }
 
+QStringList TextCheck::keptLines(const QString& fileName, const QStringList& lines)
+{
+    const QStringList result = this->lines(fileName, lines);
+    for (qsizetype i = 0; i < result.size() && m_options.isHex(); ++i)
+        keptText(QStringLiteral("%1:%2").arg(fileName).arg(i + 1), result.at(i));
+    return result;
+}
+
+void TextCheck::keptText(const QString& path, const QString& text, const std::optional<int>& greatest)
+{
+    // Of the font in which the registers print such lines.
+    constexpr int printedLine = 44;
+    const int longest = greatest.value_or(printedLine);
+    if (text.size() <= longest)
+        return;
+    const QString whose
+        = greatest ? QStringLiteral("the register takes %1") : QStringLiteral("a printed line has %1");
+    const QString reason = QStringLiteral("has %1 characters, ").arg(text.size()) + whose.arg(longest);
+    m_findings.append({Finding::Warning, path, text, reason + QStringLiteral("; is sent as it stands")});
+}
+
 QStringList TextCheck::lines(const QString& fileName, const QStringList& lines)
 {
     QStringList result;
     for (const QString& text : lines)
         result.append(line(QStringLiteral("%1:%2").arg(fileName).arg(result.size() + 1), text));
     return result;
+}
+
+void TextCheck::warn(const QString& path, const QString& given, const std::optional<QString>& reason)
+{
+    if (reason)
+        m_findings.append({Finding::Warning, path, given, *reason});
 }
 
 void TextCheck::finish() const

@@ -6,6 +6,8 @@
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 namespace frctl {
 
 /// The texts of a command on their way to the register. Control characters are errors; what the printer has
@@ -24,12 +26,19 @@ public:
     QString line(const QString& path, const QString& text, int limit = 0);
     /// The lines of a file that are printed one by one.
     QStringList printedLines(const QString& fileName, const QStringList& lines);
-    /// The lines of a file.
-    QStringList lines(const QString& fileName, const QStringList& lines);
+    /// The lines of a file, each of which the register keeps as a line to print.
+    QStringList keptLines(const QString& fileName, const QStringList& lines);
+    /// A text that the register keeps over HEX, where the driver does not cut it: a warning when it has more
+    /// characters than the register takes, or than a printed line has when no bound is known.
+    void keptText(const QString& path, const QString& text, const std::optional<int>& greatest = {});
+    /// A warning where there is one.
+    void warn(const QString& path, const QString& given, const std::optional<QString>& reason);
     /// Says the warnings. Throws CheckError.
     void finish() const;
 
 private:
+    QStringList lines(const QString& fileName, const QStringList& lines);
+
     const Options& m_options;
     QList<receipt::Finding> m_findings;
 };

@@ -13,6 +13,8 @@ void rates(Judgement& judgement);
 void payments(Judgement& judgement);
 /// A receipt that is not printed must reach the buyer.
 void delivery(Judgement& judgement);
+/// The cashier's name in the shift that the receipt may open.
+void cashier(Judgement& judgement);
 /// A buyer who is named needs name and tax number.
 void buyer(Judgement& judgement);
 /// Whose goods an agent sells.

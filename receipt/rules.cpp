@@ -13,6 +13,7 @@ constexpr void (*allRules[])(Judgement&) = {
     rules::rates,
     rules::payments,
     rules::delivery,
+    rules::cashier,
     rules::buyer,
     rules::agents,
     rules::taxNumbers,

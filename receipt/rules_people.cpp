@@ -1,5 +1,6 @@
 // Rules about the people of a receipt: cashier, buyer, agents and suppliers.
 
+#include "cashiername.h"
 #include "judgement.h"
 #include "rulelist.h"
 #include "taxnumber.h"
@@ -59,6 +60,13 @@ void delivery(Judgement& judgement)
     if (document.getPrintMode() == CheckPrintNone && document.getCustomerAddress().isEmpty())
         judgement.error(QStringLiteral("clientInfo.emailOrPhone"), {},
             QStringLiteral("is missing: an electronic receipt goes to an address or a telephone, tag 1008"));
+}
+
+void cashier(Judgement& judgement)
+{
+    const QString name = judgement.receipt.cashier.value_or(FrUser()).name;
+    if (const auto warning = shiftCashierWarning(name, judgement.options.protocol))
+        judgement.warning(QStringLiteral("operator.name"), name, *warning);
 }
 
 void buyer(Judgement& judgement)

@@ -222,6 +222,8 @@ TEST(Frctl, FailureIsToldAndLeavesThePortClosed)
         {"", {"sell", example("text.txt")}, 2, "line 1: "},
         {"", {"refund", example("sale.json")}, 2, "type: is no return"},
         {"", {"x-report", "--strict", "--cashier", QString(49, QChar(u'я'))}, 2, "--cashier: \"яя"},
+        {"", {"sell", example("sale.json"), "--strict", "--cashier", QString(49, QChar(u'я'))}, 2,
+            "--cashier: \"яя"},
         {"", {"cash-out", "5000"}, 1, "frctl: Функция невыполнима при данном статусе ККТ\n"},
         {"--paper-out", {"print", example("text.txt")}, 1, "умаг"},
     };

@@ -86,6 +86,12 @@ TEST(Rules, PeopleAndAgents)
     };
     for (const Row& row : rows)
         expectSaid(row);
+    const Row longName{R"({"operator": {"name": "1234567890123456789012345678901234567890123456789"}})", "{}",
+        {"W operator.name: \"1234567890123456789012345678901234567890123456789\" is whole in the receipt, but is "
+         "cut to 48 characters over HEX in a shift that the receipt opens; is sent there as \"123456789012345678"
+         "901234567890123456789012345678\""}};
+    expectSaid(longName, Protocol::Hex);
+    expectSaid({longName.head, longName.item, {}});
 }
 
 TEST(Rules, RatesOfTheDay)
