@@ -41,6 +41,8 @@ constexpr OptionRow optionRows[] = {
     {"marks", "strict|warn|any",
         "For sell and refund: marking codes that were not checked on line are errors too, or none is (warn)."},
     {"strict", nullptr, "Warnings are errors, and --marks strict."},
+    {"force", nullptr,
+        "For params set: write also the password of the link (31), which shuts this driver out."},
     {"clear", nullptr, "For logo: remove the picture."},
     {"log-level", "LEVEL", "trace, debug, info, warn or error (error); the log goes to stderr."},
     {"json", nullptr, "Print one JSON object."},
@@ -171,11 +173,16 @@ void readValues(const QCommandLineParser& parser, Options& options)
     options.cashier.name = cashierName(value("cashier"));
     options.drop = parser.values(QStringLiteral("drop"));
     options.split = isSet("split");
+    options.force = isSet("force");
     options.strict = isSet("strict");
     if (isSet("cashier-inn"))
         options.cashier.inn = cashierInn(value("cashier-inn"));
     if (isSet("marks"))
         options.markPolicy = markPolicy(value("marks"));
+    if (options.strict && isSet("marks") && options.markPolicy != sale::MarkPolicy::Strict)
+        throw UsageError(
+            QStringLiteral("--marks %1 contradicts --strict, with which marking codes are judged strictly")
+                .arg(value("marks")));
     if (options.strict)
         options.markPolicy = sale::MarkPolicy::Strict;
     options.isProtocolGiven = isSet("protocol");
@@ -198,6 +205,8 @@ void refuseMisplaced(const QCommandLineParser& parser, const Options& options)
         throw UsageError(QStringLiteral("--tax-systems goes with registration"));
     if (options.clear && options.command != QStringLiteral("logo"))
         throw UsageError(QStringLiteral("--clear goes with logo"));
+    if (options.force && options.command != QStringLiteral("params"))
+        throw UsageError(QStringLiteral("--force goes with params set"));
     if (parser.isSet(QStringLiteral("id")) && (options.id.trimmed().isEmpty() || !options.isReceipt()))
         throw UsageError(QStringLiteral("--id names a sale for sell and refund"));
     for (const char* const name : {"drop", "split", "marks"}) {

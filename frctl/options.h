@@ -43,6 +43,8 @@ struct Options
     QStringList drop;
     /// Positions whose discount does not divide become two.
     bool split = false;
+    /// A setting may be written that shuts this driver out.
+    bool force = false;
     /// Warnings are errors.
     bool strict = false;
     sale::MarkPolicy markPolicy = sale::MarkPolicy::Warn;

@@ -29,6 +29,20 @@ struct Assignment
     QString value;
 };
 
+/// The link password of HEX. The driver knows that of the factory alone.
+constexpr unsigned short linkPassword = 31;
+
+bool isSecret(const QString& name)
+{
+    return name == QStringLiteral("%1.0").arg(linkPassword) || name == QStringLiteral("POS.Proxy.Password");
+}
+
+/// A password is not for the eyes of whoever stands by, nor for a log: a word for it, when there is one.
+QString shownValue(const RegisterParameter& parameter)
+{
+    return isSecret(parameter.name) && !parameter.value.isEmpty() ? QStringLiteral("****") : parameter.value;
+}
+
 QString typeName(RegisterParameter::Type type)
 {
     switch (type) {
@@ -47,11 +61,13 @@ QString typeName(RegisterParameter::Type type)
 QJsonObject json(const RegisterParameter& parameter)
 {
     QJsonObject object{{QStringLiteral("id"), parameter.name}, {QStringLiteral("caption"), parameter.caption},
-        {QStringLiteral("type"), typeName(parameter.type)}, {QStringLiteral("value"), parameter.value}};
+        {QStringLiteral("type"), typeName(parameter.type)}, {QStringLiteral("value"), shownValue(parameter)}};
     if (parameter.least)
         object.insert(QStringLiteral("least"), *parameter.least);
     if (parameter.greatest)
         object.insert(QStringLiteral("greatest"), *parameter.greatest);
+    if (isSecret(parameter.name))
+        object.insert(QStringLiteral("masked"), true);
     if (parameter.isReadOnly)
         object.insert(QStringLiteral("readOnly"), true);
     return object;
@@ -60,7 +76,7 @@ QJsonObject json(const RegisterParameter& parameter)
 /// One line a setting, for those who read line by line.
 QString oneLine(const RegisterParameter& parameter)
 {
-    QString value = parameter.value;
+    QString value = shownValue(parameter);
     value.replace(QLatin1Char('\r'), QStringLiteral("\\r")).replace(QLatin1Char('\n'), QStringLiteral("\\n"));
     return QStringLiteral("%1 %2: %3").arg(parameter.name, parameter.caption, value);
 }
@@ -147,13 +163,43 @@ FrParameter toBeWritten(const AbstractRegisterParameters& source, const Assignme
     return source.assignment(name, assignment.value).value();
 }
 
+/// After its password is another one, a register answers nothing that this driver asks.
+void refuseLockOut(const Options& options, unsigned parameter)
+{
+    if (options.isHex() && !options.force && parameter == linkPassword)
+        throw UsageError(
+            QStringLiteral("params set: %1 is the password of the link, and this driver knows only that of "
+                           "the factory: with another one it does not reach the register any more; --force "
+                           "writes it all the same")
+                .arg(parameter));
+}
+
+/// Over HEX the register refuses what is too long for it, after it has written those before.
+void judgeLengths(
+    const Options& options, const AbstractRegisterParameters& source, const QList<ParameterChange>& changes)
+{
+    const Parameters table = source.knownParameters();
+    TextCheck texts(options);
+    for (const ParameterChange& change : changes) {
+        const FrParameter& parameter = change.parameter;
+        const RegisterParameter* const known = findParameter(
+            table, QStringLiteral("%1.%2").arg(parameter.getFieldNum()).arg(parameter.getRowNum()));
+        if (options.isHex() && known != nullptr && known->type == RegisterParameter::Type::Text)
+            texts.keptText(change.name, change.value, known->greatest);
+    }
+    texts.finish();
+}
+
 Output set(AbstractFrDriver& driver, AbstractRegisterParameters& source, const QList<Assignment>& assignments,
-    bool isHex)
+    const Options& options)
 {
     QList<ParameterChange> changes;
-    for (const Assignment& assignment : assignments)
+    for (const Assignment& assignment : assignments) {
         changes.append({assignment.name, assignment.value, toBeWritten(source, assignment)});
-    writeParameters(driver, source, changes, isHex);
+        refuseLockOut(options, changes.constLast().parameter.getFieldNum());
+    }
+    judgeLengths(options, source, changes);
+    writeParameters(driver, source, changes, options.isHex());
     const auto count = static_cast<int>(changes.size());
     return {{QStringLiteral("%1 parameters written").arg(count)}, {{QStringLiteral("written"), count}}};
 }
@@ -185,6 +231,7 @@ QList<Assignment> assignmentsFrom(const QStringList& texts, const Options& optio
         if (!options.isHex() && !path.match(assignment.name).hasMatch())
             throw UsageError(QStringLiteral("params set: \"%1\" is not section.subsection.parameter")
                                  .arg(assignment.name));
+        refuseLockOut(options, assignment.name.section(QLatin1Char('.'), 0, 0).toUInt());
         assignment.value = values.line(assignment.name, assignment.value);
         assignments.append(assignment);
     }
@@ -212,8 +259,8 @@ Task prepareParams(const Options& options)
     if (what == QStringLiteral("set") && !rest.isEmpty()) {
         const QList<Assignment> assignments = assignmentsFrom(rest, options);
         return onParameters(
-            [assignments, isHex](AbstractFrDriver& driver, AbstractRegisterParameters& source) {
-                return set(driver, source, assignments, isHex);
+            [assignments, options](AbstractFrDriver& driver, AbstractRegisterParameters& source) {
+                return set(driver, source, assignments, options);
             });
     }
     throw UsageError(QStringLiteral("params takes list, get NAME..., set NAME=VALUE... or defaults"));

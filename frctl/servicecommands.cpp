@@ -5,10 +5,12 @@
 #include "errors.h"
 #include "markingcode.h"
 #include "markjudgement.h"
+#include "marksyntax.h"
 #include "mockfactory.h"
 #include "numbereddocument.h"
 #include "plaintext.h"
 #include "shift.h"
+#include "textcheck.h"
 
 #include <QJsonArray>
 
@@ -91,6 +93,17 @@ Output checkMark(AbstractFrDriver& driver, const MarkedPosition& position)
         {{QStringLiteral("result"), verdict}, {QStringLiteral("bits"), QJsonArray::fromStringList(bits)}}};
 }
 
+/// As that of a receipt.
+void judgeForm(const Options& options, const QString& code)
+{
+    std::optional<receipt::MarkFault> fault = receipt::markFault(code);
+    if (const auto control = receipt::textFault(code, receipt::TextKind::MarkingCode))
+        fault = {receipt::Finding::Error, *control};
+    if (fault)
+        settleFindings(
+            options, QStringLiteral("UsageError"), {{fault->severity, options.command, code, fault->reason}});
+}
+
 } // namespace
 
 Task prepareStatus(const Options&)
@@ -145,8 +158,7 @@ Task prepareMark(const Options& options)
     position.markingCode = receipt::markFromText(options.arguments.constFirst());
     if (position.markingCode.isEmpty())
         throw UsageError(QStringLiteral("mark: the code is empty"));
-    if (const auto fault = receipt::textFault(position.markingCode, receipt::TextKind::MarkingCode))
-        throw UsageError(QStringLiteral("mark: the code %1").arg(*fault));
+    judgeForm(options, position.markingCode);
     return onRegister([position](AbstractFrDriver& driver) { return checkMark(driver, position); });
 }
 

@@ -119,7 +119,9 @@ TEST_P(Day, SettingsAndTextsReachTheRegister)
     expect(words("drawer open"), "drawer opened");
     expect(words("drawer state"), "open");
     expect(words("time get"), "20");
-    expect(words("mark 0104600000000015215!Ab1cD93dGVz"), "result of the check");
+    expect(words("mark 0104600000000015215!Ab1cD\x1D"
+                 "93dGVz"),
+        "result of the check");
     const QString tape = emulator.tape();
     // The HEX driver writes settings in UTF-8, and the register has them in its own code page.
     const QString header = "Продукты на Примерной";

@@ -25,6 +25,8 @@ std::string usageError(const char* line)
         findCommand(options).prepare(options);
     } catch (const UsageError& error) {
         return error.what();
+    } catch (const CheckError& error) {
+        return error.what();
     }
     return {};
 }
@@ -75,13 +77,23 @@ TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
         {"--marks some sell a", "--marks:"}, {"--cashier a\x7F status", "--cashier: has the control"},
         {"--cashier \u00A0 status", "--cashier: has nothing but"},
         {"--cashier-inn 771234567890 status", "--cashier-inn:"}, {"--cashier-inn= status", "--cashier-inn:"},
-        {"mark 01046\x1B", "mark: the code has the control"}, {"names colours", "names: \"colours\""},
-        {"logo", "logo takes"}, {"params", "params takes list|get"}, {"logo no-such-file", "no-such-file:"},
-        {"header no-such-file", "no-such-file:"}};
+        {"mark 46000002\x1B", "mark: \"46000002<1B>\" has the control character U+001B"},
+        {"mark 0104600000000015215!Ab1cD93dGVz",
+            "mark: \"0104600000000015215!Ab1cD93dGVz\" has lost its group"},
+        {"mark КГ-430302-ФИС1234567", "mark: \"КГ-430302-ФИС1234567\" was scanned in the Russian"},
+        {"mark 01046", "mark: \"01046\" is no marking code"},
+        {"--strict mark 0104600000000015215!Ab1cD",
+            "mark: \"0104600000000015215!Ab1cD\" has none of the fields"},
+        {"--strict --marks any sell a", "--marks any contradicts --strict"},
+        {"--marks warn --strict sell a", "--marks warn contradicts --strict"},
+        {"--force status", "--force goes with params set"},
+        {"--protocol HEX params set 31=ABCD", "params set: 31 is the password"},
+        {"names colours", "names: \"colours\""}, {"logo", "logo takes"}, {"params", "params takes list|get"},
+        {"logo no-such-file", "no-such-file:"}, {"header no-such-file", "no-such-file:"}};
     for (const auto& [line, error] : rows)
         EXPECT_EQ(usageError(line).rfind(error, 0), 0U) << line << ": " << usageError(line);
     for (const char* line :
-        {"cash-in 100.50", "drawer state", "time set", "mark 01046", "info", "--protocol HEX cancel",
+        {"cash-in 100.50", "drawer state", "time set", "mark 46000002", "info", "--protocol HEX cancel",
             "registration --tax-systems osn,patent", "--protocol HEX logo --clear", "params get 20 6.0"})
         EXPECT_EQ(usageError(line), "") << line;
 }
@@ -97,14 +109,14 @@ TEST(Options, WhatXmlCannotDoIsRefused)
 class Texts : public testing::Test
 {
 protected:
-    QString print(const QByteArray& bytes, const char* options)
+    QString said(const char* command, const QByteArray& bytes, const char* options)
     {
         QFile file(folder.filePath("text"));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);
         file.close();
         Options parsed = parse(options);
-        parsed.command = "print";
+        parsed.command = command;
         parsed.arguments = {file.fileName()};
         try {
             findCommand(parsed).prepare(parsed);
@@ -124,20 +136,36 @@ protected:
 
 TEST_F(Texts, AreCheckedBeforeTheyAreSent)
 {
+    const QByteArray longLine = "a\n" + QByteArray("я").repeated(45);
+    const QByteArray sale
+        = R"({"type": "sell", "payments": [{"type": "cash", "sum": 1}], "items": [{"name": "a",
+        "price": 1, "quantity": 1, "amount": 1, "tax": {"type": "none"}}], "operator": {"name": ")"
+        + QByteArray("я").repeated(49) + R"(", "vatin": "772100000041"}})";
     const struct
     {
+        const char* command;
         QByteArray bytes;
         const char* options;
         const char* result;
-    } rows[] = {{"\xEF\xBB\xBF"
-                 "a\r\n\r\nb\r\n",
+    } rows[] = {{"print",
+                    "\xEF\xBB\xBF"
+                    "a\r\n\r\nb\r\n",
                     "", ""},
-        {"a\xCF\xF0", "", "usage .*offset 1.*"}, {"a\n\x1B[2J", "", "check .*text:2"},
-        {"a\tb", "", "check .*text:1"}, {"«Лавка»\n☕ 5 ₽", "--protocol HEX", ".*text:2"},
-        {"«Лавка»\n☕ 5 ₽", "--protocol HEX --strict", "check .*text:2"}, {"☕", "--strict", ""},
-        {"a\n‼?081041", "", "check .*text:2"}, {"‼?081041", "--protocol HEX", ".*text:1"}};
+        {"print", "a\xCF\xF0", "", "usage .*offset 1.*"}, {"print", "a\n\x1B[2J", "", "check .*text:2"},
+        {"print", "a\tb", "", "check .*text:1"},
+        {"print", "«Лавка»\n☕ 5 ₽", "--protocol HEX", ".*text:2"},
+        {"print", "«Лавка»\n☕ 5 ₽", "--protocol HEX --strict", "check .*text:2"},
+        {"print", "☕", "--strict", ""}, {"print", "a\n‼?081041", "", "check .*text:2"},
+        {"print", "‼?081041", "--protocol HEX", ".*text:1"}, {"print", longLine, "--protocol HEX", ""},
+        {"header", longLine, "--protocol HEX", "[^,]*text:2"}, {"header", longLine, "", ""},
+        {"tail", "☕\n" + longLine.mid(2), "--protocol HEX", ".*text:1,.*text:2"},
+        {"sell", sale, "", "operator.vatin"},
+        {"sell", sale, "--protocol HEX", "operator.name,operator.vatin"},
+        // What is said of a cashier whom the command line replaces is of no matter.
+        {"sell", sale, "--protocol HEX --strict --cashier Иванова", ""},
+        {"sell", sale, "--protocol HEX --cashier-inn 772100000040", "operator.name"}};
     for (const auto& row : rows) {
-        const QString result = print(row.bytes, row.options);
+        const QString result = said(row.command, row.bytes, row.options);
         const QRegularExpression expected(QRegularExpression::anchoredPattern(row.result));
         EXPECT_TRUE(expected.match(result).hasMatch()) << row.bytes.toStdString() << result.toStdString();
     }

@@ -36,10 +36,12 @@ public:
         RegisterParameter port = parameter("OFD.OFD.Port", "Гнездо");
         port.type = RegisterParameter::Type::Number;
         port.greatest = 65535;
+        RegisterParameter address = parameter("58.0", "Адрес DNS");
+        address.greatest = 15;
         return {port, parameter("OFD.OFD.Host", "Хост"), parameter("6.0", "Контроль наличных"),
             parameter("20.0", "Строки клише"), parameter("20.1", "Строки клише"),
-            parameter("30.0", "Контроль"), parameter("56.0", "IP-адрес прокси-сервера"),
-            parameter("57.0", "Порт прокси-сервера"), parameter("58.0", "Адрес DNS")};
+            parameter("30.0", "Контроль"), parameter("31.0", "Пароль"),
+            parameter("56.0", "IP-адрес прокси-сервера"), parameter("57.0", "Порт прокси-сервера"), address};
     }
     QList<RegisterParameter> readParameters(const QStringList& names) override
     {
@@ -93,14 +95,18 @@ public:
 
 TEST(Params, AreFoundAndWritten)
 {
+    const QString longLine(45, 'a');
     const struct
     {
         const char* protocol;
         QStringList arguments;
         /// What is written or told, with commas; "usage" and "refusal" for the exceptions.
-        const char* result;
+        QString result;
         /// What is read of the register: names with commas, a semicolon between the exchanges.
         const char* asked = "";
+        bool force = false;
+        /// Names of those whose text is too long for the register.
+        const char* warned = "";
     } rows[] = {
         {"HEX", {"set", "6=1", "20.3=a=b"}, "6/0/1,20/3/a=b"},
         // A whole caption comes before those that are like it.
@@ -129,6 +135,13 @@ TEST(Params, AreFoundAndWritten)
             "57.0 Порт прокси-сервера: v57.0,20.0 Строки клише: v20.0,20.1 Строки клише: v20.1",
             "57.0,20.0,20.1"},
         {"HEX", {"get", "58.0"}, "refusal", "58.0"},
+        {"HEX", {"set", "6=1", "031=ABCD"}, "usage"},
+        {"HEX", {"set", "6=1", "пароль=ABCD"}, "usage"},
+        {"HEX", {"set", "пароль=ABCD"}, "31/0/ABCD", "", true},
+        {"HEX", {"get", "31"}, "31.0 Пароль: ****", "31.0"},
+        {"HEX", {"set", "20=" + longLine, "6=" + longLine, "58=10.10.10.10.10.10"},
+            "20/0/" + longLine + ",6/0/" + longLine + ",58/0/10.10.10.10.10.10", "", false, "20,6,58"},
+        {"XML", {"set", "OFD.OFD.Host=" + longLine}, "0/0/OFD.OFD.Host." + longLine},
     };
     for (const auto& row : rows) {
         BasicFrSettings driverSettings;
@@ -138,6 +151,7 @@ TEST(Params, AreFoundAndWritten)
         options.protocol = row.protocol;
         options.command = "params";
         options.arguments = row.arguments;
+        options.force = row.force;
         QString result;
         try {
             const Output output = findCommand(options).prepare(options).onParameters(driver, settings);
@@ -151,6 +165,10 @@ TEST(Params, AreFoundAndWritten)
         }
         EXPECT_EQ(result, row.result) << row.arguments.join(' ').toStdString();
         EXPECT_EQ(settings.asked.join(';'), row.asked) << row.arguments.join(' ').toStdString();
+        QStringList warned;
+        for (const QJsonValue& warning : options.warnings->json())
+            warned.append(warning["path"].toString());
+        EXPECT_EQ(warned.join(','), row.warned);
     }
 }
 
