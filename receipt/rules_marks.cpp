@@ -15,6 +15,7 @@ namespace {
 
 constexpr int piece = 0;
 constexpr qint64 one = 1000;
+constexpr qsizetype shortStamp = 68;
 
 QList<ReceiptItem> markedItems(const Receipt& receipt)
 {
@@ -43,12 +44,14 @@ void judgeGroup(Judgement& judgement, const ReceiptItem& item)
     const ExciseMarkType type = item.position.getExciseMarkType();
     if (judgement.options.protocol != Protocol::Xml || isSentWhole(type))
         return;
-    const QString sent = type == MarkAlcohol ? QStringLiteral("the first 14 characters of its code")
-                                             : QStringLiteral("the code of the goods in it");
+    const bool isShortStamp = item.position.getMarkingCode().length() == shortStamp;
+    const QString sent = type != MarkAlcohol ? QStringLiteral("the code of the goods in it")
+        : isShortStamp ? QStringLiteral("the first 14 characters of its code, as of a stamp of 150,")
+                       : QStringLiteral("the first 14 characters of its code");
     judgement.warning(codePath(item) + QStringLiteral(".type"), names::nameOf(names::markTypes(), type),
         QStringLiteral(
-            "is a group of which only %1 goes out over XML (tag 1163), without the whole code (tag "
-            "2000)")
+            "is a group of which only %1 goes out over XML (tag 1163), without the whole code (tag 2000), "
+            "which registers want for marked goods; as common the code goes out whole")
             .arg(sent));
 }
 

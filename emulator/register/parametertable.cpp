@@ -36,6 +36,7 @@ const QList<ParameterEntry>& parameterTable()
         {22, 2, Text, 0, 30, true, u"ПРЕДВАРИТЕЛЬНАЯ ОПЛАТА (АВАНС)"},
         {22, 3, Text, 0, 30, true, u"ПОСЛЕДУЮЩАЯ ОПЛАТА (КРЕДИТ)"},
         {22, 4, Text, 0, 30, true, u"ИНАЯ ФОРМА ОПЛАТЫ"},
+        // The device has rows for its first six rates alone; those of 5, 7 and 22 % have a code and no row.
         {23, 0, Text, 0, 30, true, u"НДС 20%"},
         {23, 1, Text, 0, 30, true, u"НДС 10%"},
         {23, 2, Text, 0, 30, true, u"НДС 20/120"},

@@ -195,6 +195,11 @@ TEST(Rules, OneCodeIsOnePiece)
         "amount": 50})",
         {"W items[0].markingCode.type: \"fur\" is a group of which only the code of the goods in it goes out"}};
     expectSaid(ofNoWholeCode);
+    const QByteArray stamp = R"({"markingCode": {"mark": ")" + QByteArray(68, 'A')
+        + R"(", "type": "alcohol"}, "quantity": 1, "amount": 50})";
+    expectSaid({"{}", stamp,
+        {"W items[0].markingCode.type: \"alcohol\" is a group of which only the first 14 characters of its "
+         "code, as of a stamp of 150, goes out"}});
     expectSaid({ofNoWholeCode.head, ofNoWholeCode.item, {}}, Protocol::Hex);
 }
 
