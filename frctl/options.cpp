@@ -205,7 +205,9 @@ void refuseMisplaced(const QCommandLineParser& parser, const Options& options)
         throw UsageError(QStringLiteral("--tax-systems goes with registration"));
     if (options.clear && options.command != QStringLiteral("logo"))
         throw UsageError(QStringLiteral("--clear goes with logo"));
-    if (options.force && options.command != QStringLiteral("params"))
+    const bool isSetting
+        = options.command == QStringLiteral("params") && options.arguments.value(0) == QStringLiteral("set");
+    if (options.force && !isSetting)
         throw UsageError(QStringLiteral("--force goes with params set"));
     if (parser.isSet(QStringLiteral("id")) && (options.id.trimmed().isEmpty() || !options.isReceipt()))
         throw UsageError(QStringLiteral("--id names a sale for sell and refund"));

@@ -32,6 +32,8 @@ struct Assignment
 /// The link password of HEX. The driver knows that of the factory alone.
 constexpr unsigned short linkPassword = 31;
 
+const QString mask = QStringLiteral("****");
+
 bool isSecret(const QString& name)
 {
     return name == QStringLiteral("%1.0").arg(linkPassword) || name == QStringLiteral("POS.Proxy.Password");
@@ -40,7 +42,7 @@ bool isSecret(const QString& name)
 /// A password is not for the eyes of whoever stands by, nor for a log: a word for it, when there is one.
 QString shownValue(const RegisterParameter& parameter)
 {
-    return isSecret(parameter.name) && !parameter.value.isEmpty() ? QStringLiteral("****") : parameter.value;
+    return isSecret(parameter.name) && !parameter.value.isEmpty() ? mask : parameter.value;
 }
 
 QString typeName(RegisterParameter::Type type)
@@ -185,7 +187,8 @@ void judgeLengths(
         const RegisterParameter* const known = findParameter(
             table, QStringLiteral("%1.%2").arg(parameter.getFieldNum()).arg(parameter.getRowNum()));
         if (options.isHex() && known != nullptr && known->type == RegisterParameter::Type::Text)
-            texts.keptText(change.name, change.value, known->greatest);
+            texts.keptText(
+                change.name, change.value, known->greatest, isSecret(known->name) ? mask : change.value);
     }
     texts.finish();
 }

@@ -36,11 +36,12 @@ QStringList TextCheck::keptLines(const QString& fileName, const QStringList& lin
 {
     const QStringList result = this->lines(fileName, lines);
     for (qsizetype i = 0; i < result.size() && m_options.isHex(); ++i)
-        keptText(QStringLiteral("%1:%2").arg(fileName).arg(i + 1), result.at(i));
+        keptText(QStringLiteral("%1:%2").arg(fileName).arg(i + 1), result.at(i), {}, result.at(i));
     return result;
 }
 
-void TextCheck::keptText(const QString& path, const QString& text, const std::optional<int>& greatest)
+void TextCheck::keptText(
+    const QString& path, const QString& text, const std::optional<int>& greatest, const QString& shown)
 {
     // Of the font in which the registers print such lines.
     constexpr int printedLine = 44;
@@ -50,7 +51,7 @@ void TextCheck::keptText(const QString& path, const QString& text, const std::op
     const QString whose
         = greatest ? QStringLiteral("the register takes %1") : QStringLiteral("a printed line has %1");
     const QString reason = QStringLiteral("has %1 characters, ").arg(text.size()) + whose.arg(longest);
-    m_findings.append({Finding::Warning, path, text, reason + QStringLiteral("; is sent as it stands")});
+    m_findings.append({Finding::Warning, path, shown, reason + QStringLiteral("; is sent as it stands")});
 }
 
 QStringList TextCheck::lines(const QString& fileName, const QStringList& lines)

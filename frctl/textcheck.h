@@ -30,7 +30,9 @@ public:
     QStringList keptLines(const QString& fileName, const QStringList& lines);
     /// A text that the register keeps over HEX, where the driver does not cut it: a warning when it has more
     /// characters than the register takes, or than a printed line has when no bound is known.
-    void keptText(const QString& path, const QString& text, const std::optional<int>& greatest = {});
+    /// The warning shows the last.
+    void keptText(
+        const QString& path, const QString& text, const std::optional<int>& greatest, const QString& shown);
     /// A warning where there is one.
     void warn(const QString& path, const QString& given, const std::optional<QString>& reason);
     /// Says the warnings. Throws CheckError.

@@ -86,7 +86,7 @@ TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
             "mark: \"0104600000000015215!Ab1cD\" has none of the fields"},
         {"--strict --marks any sell a", "--marks any contradicts --strict"},
         {"--marks warn --strict sell a", "--marks warn contradicts --strict"},
-        {"--force status", "--force goes with params set"},
+        {"--force status", "--force goes with params set"}, {"params list --force", "--force goes with"},
         {"--protocol HEX params set 31=ABCD", "params set: 31 is the password"},
         {"names colours", "names: \"colours\""}, {"logo", "logo takes"}, {"params", "params takes list|get"},
         {"logo no-such-file", "no-such-file:"}, {"header no-such-file", "no-such-file:"}};
