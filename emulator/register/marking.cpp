@@ -29,6 +29,15 @@ bool hasProof(const QByteArray& code)
     return false;
 }
 
+// Codes that begin with the number of the goods ought to have a proof; tobacco packs, furs, excise stamps and
+// trade numbers have none, so that the drive cannot check them.
+int proofOf(const QByteArray& code)
+{
+    if (hasProof(code))
+        return 1 | 2;
+    return code.startsWith("01") || code.contains(groupSeparator) ? 1 : 0;
+}
+
 } // namespace
 
 bool Marking::isForbidden() const
@@ -53,8 +62,10 @@ Refusal Marking::check(const MarkingQuery& query, int& result)
 {
     if (const Refusal refusal = judge(query); refusal != Refusal::None)
         return refusal;
-    const int byDrive = hasProof(query.code) ? 1 | 2 : 1;
-    const int bySystem = m_parts.state.isOperatorReachable ? byDrive << 2 : 0;
+    const int byDrive = proofOf(query.code);
+    // The system knows each piece that was ever marked, with a proof or without.
+    const int found = byDrive == 1 ? 1 : 1 | 2;
+    const int bySystem = m_parts.state.isOperatorReachable ? found << 2 : 0;
     result = byDrive | bySystem;
     m_parts.state.marking.results[query.code] = result;
     return Refusal::None;

@@ -89,7 +89,9 @@ TEST(Service, QueriesAnswerWithTheirShape)
     EXPECT_EQ(rig.ask(0xA4, {"10"}), "0");
     EXPECT_EQ(rig.send({0xA4, {"11"}}).fields, (QList<QByteArray>{"", ""}));
     EXPECT_EQ(rig.send(check()).fields, QList<QByteArray>{"15"});
-    EXPECT_EQ(rig.send(check("00000046198488")).fields, QList<QByteArray>{"5"});
+    EXPECT_EQ(rig.send(check("0104601234567890215abc")).fields, QList<QByteArray>{"5"});
+    // A code of a kind without a proof: the drive cannot check it, the system can.
+    EXPECT_EQ(rig.send(check("00000046198488")).fields, QList<QByteArray>{"12"});
 }
 
 TEST(Service, TextShowsItsAttributesAndPictures)
