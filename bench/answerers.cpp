@@ -17,7 +17,7 @@ struct Emulator
 {
     explicit Emulator(Language language)
     {
-        device.tape().setListener([](const QStringList&) {});
+        device.tape().setListener([](const tape::Page&) {});
         device.start(QDateTime::currentDateTime());
         device.openShift({});
         if (language == Language::Xml)

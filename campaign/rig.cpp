@@ -39,7 +39,7 @@ Rig::Rig(Protocol language)
     : m_protocol(makeProtocol(language, device, m_outbox, clock))
     , line(language, clock, device, m_outbox, *m_protocol)
 {
-    device.tape().setListener([](const QStringList&) {});
+    device.tape().setListener([](const tape::Page&) {});
     PacketIds::reset();
     MockFactory<CurrentTime>::mocked = &m_time;
     m_driver = makeDriver(language, m_transport, m_settings, watch);

@@ -14,21 +14,23 @@ constexpr int firstFurtherKind = 11;
 
 struct BarcodeKind
 {
-    const char* name;
+    tape::Symbology symbology;
     /// Digits that a code must have at least and at most, 0 for any text. The last one may be given or left
     /// for the register to compute.
     int least;
     int most;
 };
 
-constexpr BarcodeKind barcodeKinds[] = {{"UPC-A", 11, 12}, {"UPC-E", 6, 8}, {"EAN-13", 12, 13},
-    {"EAN-8", 7, 8}, {"CODE39", 0, 0}, {"ITF", 0, 0}, {"CODABAR", 0, 0}, {"CODE93", 0, 0}, {"CODE128", 0, 0}};
+constexpr BarcodeKind barcodeKinds[]
+    = {{tape::Symbology::UpcA, 11, 12}, {tape::Symbology::UpcE, 6, 8}, {tape::Symbology::Ean13, 12, 13},
+        {tape::Symbology::Ean8, 7, 8}, {tape::Symbology::Code39, 0, 0}, {tape::Symbology::Itf, 0, 0},
+        {tape::Symbology::Codabar, 0, 0}, {tape::Symbology::Code93, 0, 0}, {tape::Symbology::Code128, 0, 0}};
 
 // Nothing for the two numbers that no kind has. Behind them come kinds of which only the number is known.
 std::optional<BarcodeKind> barcodeKind(int number)
 {
     if (number >= firstFurtherKind)
-        return BarcodeKind{"", 0, 0};
+        return BarcodeKind{tape::Symbology::Other, 0, 0};
     const bool known = number >= 0 && number < static_cast<int>(std::size(barcodeKinds));
     return known ? std::optional<BarcodeKind>(barcodeKinds[number]) : std::nullopt;
 }
@@ -41,12 +43,6 @@ bool fitsBarcode(const BarcodeKind& kind, const QString& data, bool strict)
     data.toULongLong(&number);
     const int most = strict ? kind.most : kind.least + 2;
     return number && data.size() >= kind.least && data.size() <= most;
-}
-
-QString barcodeTitle(int number)
-{
-    return number < firstFurtherKind ? QLatin1String(barcodeKinds[number].name)
-                                     : QStringLiteral("ШТРИХКОД %1").arg(number);
 }
 
 } // namespace
@@ -96,15 +92,18 @@ HexAnswer printBarcode(Register& device, HexFields& fields)
     if (fields.isBad() || textPosition < 0 || textPosition > 3 || moduleWidth < 0 || height < 0
         || height > 255 || !kind || !fitsBarcode(*kind, data, fields.isStrict()))
         return Refusal::BadValue;
-    return device.documents().printPicture(barcodeTitle(number), data);
+    const int furtherNumber = kind->symbology == tape::Symbology::Other ? number : -1;
+    return device.documents().printCode({kind->symbology, data, furtherNumber, moduleWidth, height,
+        static_cast<tape::CodeCaption>(textPosition)});
 }
 
 HexAnswer printQrCode(Register& device, HexFields& fields)
 {
     const QString data = fields.text(2, longestLine);
-    if (fields.number(0) < 0 || fields.number(1) < 0 || fields.isBad() || data.isEmpty())
+    const int moduleWidth = fields.number(0);
+    if (moduleWidth < 0 || fields.number(1) < 0 || fields.isBad() || data.isEmpty())
         return Refusal::BadValue;
-    return device.documents().printPicture(QStringLiteral("QR"), data);
+    return device.documents().printCode({tape::Symbology::Qr, data, -1, moduleWidth});
 }
 
 HexAnswer setMoney(Register& device, HexFields& fields)

@@ -3,6 +3,7 @@
 #include "program/ptyline.h"
 #include "program/tcpline.h"
 #include "register/parametertable.h"
+#include "tape/pagetext.h"
 
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -74,8 +75,8 @@ QString Station::openLine()
 
 void Station::connectPaper()
 {
-    m_register.tape().setListener([this](const QStringList& lines) {
-        const QByteArray text = lines.join(QLatin1Char('\n')).toUtf8() + '\n';
+    m_register.tape().setListener([this](const tape::Page& page) {
+        const QByteArray text = tape::toText(page).join(QLatin1Char('\n')).toUtf8() + '\n';
         append(m_tape, text);
         append(m_terminal, text);
     });

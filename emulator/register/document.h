@@ -3,9 +3,9 @@
 #include "register/cashier.h"
 #include "register/item.h"
 #include "register/payments.h"
+#include "tape/line.h"
 
 #include <QJsonObject>
-#include <QStringList>
 
 namespace emulator {
 
@@ -40,11 +40,11 @@ struct Document
     /// Sum of a cash-in or cash-out.
     Money money = 0;
     /// What is printed between title and totals, in the order of the host's commands.
-    QStringList body;
+    QList<tape::Line> body;
     /// What is printed behind the totals: text that came after the subtotal.
-    QStringList footer;
+    QList<tape::Line> footer;
     /// What is printed behind everything else.
-    QStringList tail;
+    QList<tape::Line> tail;
     /// Requisites of the receipt as a whole, by tag.
     QJsonObject requisites;
 
@@ -61,7 +61,7 @@ struct Document
     /// What cash pays once the change is given and what is missing is there.
     Money cash() const { return payments[0] + missing() - change(); }
     /// Where text goes that the host has printed now.
-    QStringList& printedPart() { return phase >= Phase::Subtotal ? footer : body; }
+    QList<tape::Line>& printedPart() { return phase >= Phase::Subtotal ? footer : body; }
 };
 
 } // namespace emulator

@@ -2,8 +2,8 @@
 
 #include "register/cashmovements.h"
 #include "register/judgement.h"
-#include "register/page.h"
 #include "register/pages.h"
+#include "register/pagewriter.h"
 #include "register/parts.h"
 #include "register/printing.h"
 #include "register/receipts.h"
@@ -21,19 +21,14 @@ Refusal Documents::open(const Document& head)
 
 Refusal Documents::printText(const QString& text, int attribute)
 {
-    return print(Page(m_parts.identity.width).attributed(text, attribute));
+    return print(PageWriter(m_parts).text(text, tape::attributesOf(attribute)).lines());
 }
 
-Refusal Documents::printPicture(const QString& title, const QString& data)
-{
-    return print(Page(m_parts.identity.width).frame(title, data));
-}
-
-Refusal Documents::print(const Page& page)
+Refusal Documents::print(const QList<tape::Line>& lines)
 {
     if (const Refusal refusal = judgement::printing(m_parts.state); refusal != Refusal::None)
         return refusal;
-    m_parts.state.open.document.printedPart() += page.lines();
+    m_parts.state.open.document.printedPart() += lines;
     return Refusal::None;
 }
 
@@ -45,7 +40,7 @@ Refusal Documents::finish()
     if (!open.document.unprinted && !m_parts.state.paper.isIn)
         return Refusal::NoPaper;
     if (open.document.isStored())
-        return printing::printOrHold(m_parts, open.heldLines);
+        return printing::printOrHold(m_parts, open.held);
     if (open.document.isReceipt())
         return Receipts(m_parts).close();
     if (open.document.isMoney())
@@ -71,7 +66,8 @@ Refusal Documents::cancel()
 
 void Documents::drop()
 {
-    m_parts.state.paper.waiting += m_parts.state.open.heldLines;
+    if (const tape::Page& held = m_parts.state.open.held; !held.lines.isEmpty())
+        m_parts.state.paper.waiting.append(held);
     m_parts.state.open = OpenDocument();
 }
 

@@ -1,13 +1,11 @@
 #pragma once
 
 #include "register/refusal.h"
-
-#include <QString>
+#include "tape/line.h"
 
 namespace emulator {
 
 struct Document;
-class Page;
 struct Parts;
 
 /// Opens a document of any kind, prints into it, and ends it.
@@ -21,8 +19,9 @@ public:
 
     Refusal open(const Document& head);
     Refusal printText(const QString& text, int attribute);
-    /// Something that the paper shows as a picture of the data.
-    Refusal printPicture(const QString& title, const QString& data);
+    Refusal printCode(const tape::Code& code) { return print({code}); }
+    /// Lines that are laid out already.
+    Refusal print(const QList<tape::Line>& lines);
     /// Does what the document is for and prints it; or prints one that the paper ran out on.
     Refusal finish();
     Refusal cancel();
@@ -32,8 +31,6 @@ public:
     void drop();
 
 private:
-    Refusal print(const Page& page);
-
     Parts& m_parts;
 };
 

@@ -59,19 +59,19 @@ FiscalRecord FiscalDrive::store(FiscalType type, const QDateTime& dateTime, cons
         m_lastRegistration = dateTime;
     }
     m_documents.append(record);
-    m_prints[record.number % keptPrints].clear();
+    m_prints[record.number % keptPrints] = {};
     return record;
 }
 
-void FiscalDrive::keepPrint(const QStringList& lines)
+void FiscalDrive::keepPrint(const tape::Page& page)
 {
-    m_prints[last().number % keptPrints] = lines;
+    m_prints[last().number % keptPrints] = page;
 }
 
-QStringList FiscalDrive::print(quint32 number) const
+tape::Page FiscalDrive::print(quint32 number) const
 {
     const bool kept = number <= last().number && last().number - number < keptPrints;
-    return kept ? m_prints[number % keptPrints] : QStringList();
+    return kept ? m_prints[number % keptPrints] : tape::Page();
 }
 
 const FiscalRecord* FiscalDrive::find(quint32 number) const

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "register/fiscalrecord.h"
+#include "tape/page.h"
 
 #include <QList>
-#include <QStringList>
 
 #include <array>
 
@@ -33,8 +33,8 @@ public:
 
     FiscalRecord store(FiscalType type, const QDateTime& dateTime, const QByteArray& content);
     /// Keeps what was printed of the last document, for a reprint. Only the youngest documents are kept.
-    void keepPrint(const QStringList& lines);
-    QStringList print(quint32 number) const;
+    void keepPrint(const tape::Page& page);
+    tape::Page print(quint32 number) const;
 
     const FiscalRecord& last() const { return m_documents.constLast(); }
     const FiscalRecord* find(quint32 number) const;
@@ -57,7 +57,7 @@ private:
     QDateTime m_lastRegistration;
     QList<FiscalRecord> m_documents;
     qsizetype m_sent = 0;
-    std::array<QStringList, keptPrints> m_prints;
+    std::array<tape::Page, keptPrints> m_prints;
 };
 
 } // namespace emulator

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "register/document.h"
+#include "tape/page.h"
 
 namespace emulator {
 
@@ -11,8 +12,8 @@ struct OpenDocument
     /// Agent and marking code of the position that comes next.
     QJsonObject agent;
     QByteArray marking;
-    /// Lines of a finished document that the paper ran out on.
-    QStringList heldLines;
+    /// The rest of a finished document that the paper ran out on.
+    tape::Page held;
 };
 
 } // namespace emulator

@@ -1,10 +1,11 @@
 #include "register/pageblocks.h"
 
-#include "register/bitmaphead.h"
+#include "register/bitmappicture.h"
 #include "register/names.h"
-#include "register/page.h"
+#include "register/pagewriter.h"
 #include "register/parametertable.h"
 #include "register/parts.h"
+#include "register/settingtable.h"
 
 namespace emulator::pageblocks {
 
@@ -20,7 +21,7 @@ QString timeText(const QDateTime& time)
     return time.toString(QStringLiteral("dd.MM.yy HH:mm"));
 }
 
-void addLines(Page& page, const QStringList& lines)
+void addLines(PageWriter& page, const QStringList& lines)
 {
     for (const QString& line : lines) {
         if (!line.isEmpty())
@@ -28,39 +29,76 @@ void addLines(Page& page, const QStringList& lines)
     }
 }
 
-void addTurnover(Page& page, const QString& title, const Turnover& turnover)
+/// The counters of a report; some registers are set to leave out those that are zero.
+class CounterLines
 {
-    page.sum(QStringLiteral("%1: %2").arg(title).arg(turnover.count), turnover.sum);
-}
+public:
+    CounterLines(PageWriter& page, const Parts& parts)
+        : m_page(page)
+        , m_parts(parts)
+        , m_withZeros(parts.settings.isOn(setting::zeroCounters))
+    {
+    }
 
-void addPayments(Page& page, const Parts& parts, const Payments& payments)
-{
-    for (size_t kind = 0; kind < paymentKinds; ++kind)
-        page.sum(QStringLiteral("  ") + names::paymentKind(parts.parameters, kind), payments[kind]);
-}
+    void turnover(const QString& title, const Turnover& turnover)
+    {
+        if (m_withZeros || turnover.count != 0)
+            m_page.sum(QStringLiteral("%1: %2").arg(title).arg(turnover.count), turnover.sum);
+    }
+    void sum(const QString& title, Money sum)
+    {
+        if (m_withZeros || sum != 0)
+            m_page.sum(title, sum);
+    }
+    void count(const QString& title, int count)
+    {
+        if (m_withZeros || count != 0)
+            m_page.pair(title, QString::number(count));
+    }
+    void receipts(const ShiftCounters& counters)
+    {
+        turnover(QStringLiteral("ПРИХОД"), counters.sales);
+        payments(counters.sales.payments);
+        turnover(QStringLiteral("ВОЗВРАТ ПРИХОДА"), counters.returns);
+        payments(counters.returns.payments);
+    }
+
+private:
+    void payments(const Payments& payments)
+    {
+        for (size_t kind = 0; kind < paymentKinds; ++kind)
+            sum(QStringLiteral("  ") + names::paymentKind(m_parts.parameters, kind), payments[kind]);
+    }
+
+    PageWriter& m_page;
+    const Parts& m_parts;
+    const bool m_withZeros;
+};
 
 } // namespace
 
-void addHeader(Page& page, const Parts& parts)
+void addHeader(PageWriter& page, const Parts& parts)
 {
     page.centred(QStringLiteral("ЭМУЛЯТОР, НЕ ЧЕК"));
-    const auto logo = BitmapHead::read(parts.state.logo);
+    const auto logo = pictureOf(parts.state.logo, QStringLiteral("ЛОГОТИП"));
     if (logo && parts.parameters.isOn(parameter::companyLogo))
-        page.frame(QStringLiteral("ЛОГОТИП"), QStringLiteral("%1 x %2").arg(logo->width).arg(logo->height));
+        page.add(*logo);
     addLines(page, parts.parameters.rows(parameter::headerLines));
+    if (parts.settings.isOn(setting::userInHeader))
+        addLines(page, {parts.state.registration.userName, parts.state.registration.address});
 }
 
-void addTail(Page& page, const Parts& parts)
+void addTail(PageWriter& page, const Parts& parts)
 {
     addLines(page, parts.parameters.rows(parameter::tailLines));
 }
 
-void addShift(Page& page, const Parts& parts)
+void addShift(PageWriter& page, const Parts& parts)
 {
     page.pair(shiftText(parts.state.shift), timeText(parts.clock.now()));
 }
 
-void addFiscalData(Page& page, const Parts& parts, const FiscalRecord& record, const Cashier& cashier)
+void addFiscalData(PageWriter& page, const Parts& parts, const FiscalRecord& record, const Cashier& cashier)
 {
     const Registration& registration = parts.state.registration;
     page.text(QStringLiteral("КАССИР: ") + cashier.name);
@@ -75,17 +113,23 @@ void addFiscalData(Page& page, const Parts& parts, const FiscalRecord& record, c
     page.text(QStringLiteral("ФПД: ") + record.sign);
 }
 
-void addTotals(Page& page, const Parts& parts)
+void addTotals(PageWriter& page, const Parts& parts)
 {
     const ShiftCounters& counters = parts.state.shift.counters;
-    addTurnover(page, QStringLiteral("ПРИХОД"), counters.sales);
-    addPayments(page, parts, counters.sales.payments);
-    addTurnover(page, QStringLiteral("ВОЗВРАТ ПРИХОДА"), counters.returns);
-    addPayments(page, parts, counters.returns.payments);
-    addTurnover(page, QStringLiteral("ВНЕСЕНИЕ"), counters.cashIn);
-    addTurnover(page, QStringLiteral("ИЗЪЯТИЕ"), counters.cashOut);
-    page.pair(QStringLiteral("АННУЛИРОВАНО ДОКУМЕНТОВ"), QString::number(counters.cancelled));
-    page.sum(QStringLiteral("НАЛИЧНЫХ В ДЕНЕЖНОМ ЯЩИКЕ"), parts.state.drawer.cash);
+    const bool withDrawer = parts.settings.isOn(setting::drawerSection);
+    CounterLines lines(page, parts);
+    lines.receipts(counters);
+    if (withDrawer) {
+        lines.turnover(QStringLiteral("ВНЕСЕНИЕ"), counters.cashIn);
+        lines.turnover(QStringLiteral("ИЗЪЯТИЕ"), counters.cashOut);
+    }
+    lines.count(QStringLiteral("АННУЛИРОВАНО ДОКУМЕНТОВ"), counters.cancelled);
+    if (withDrawer)
+        lines.sum(QStringLiteral("НАЛИЧНЫХ В ДЕНЕЖНОМ ЯЩИКЕ"), parts.state.drawer.cash);
+    if (!parts.settings.isOn(setting::printedGrandTotals))
+        return;
+    page.rule().text(QStringLiteral("НАКОПИТЕЛЬНЫЕ ИТОГИ"));
+    lines.receipts(parts.state.shift.grandTotals);
 }
 
 } // namespace emulator::pageblocks

@@ -1,16 +1,16 @@
 #include "register/pages.h"
 
 #include "register/names.h"
-#include "register/page.h"
 #include "register/pageblocks.h"
+#include "register/pagewriter.h"
 #include "register/parts.h"
 
 namespace emulator::pages {
 
-QStringList money(const Parts& parts, const Document& document)
+tape::Page money(const Parts& parts, const Document& document)
 {
     const bool incoming = document.type == DocumentType::CashIn;
-    Page page(parts.identity.width);
+    PageWriter page(parts);
     pageblocks::addHeader(page, parts);
     page.centred(incoming ? QStringLiteral("ВНЕСЕНИЕ") : QStringLiteral("ИЗЪЯТИЕ"));
     page.append(document.body);
@@ -18,38 +18,38 @@ QStringList money(const Parts& parts, const Document& document)
     page.sum(QStringLiteral("В ДЕНЕЖНОМ ЯЩИКЕ"), parts.state.drawer.cash);
     page.append(document.footer);
     pageblocks::addShift(page, parts);
-    return page.text(QStringLiteral("КАССИР: ") + document.cashier.name).cut().lines();
+    return page.text(QStringLiteral("КАССИР: ") + document.cashier.name).end();
 }
 
-QStringList text(const Parts& parts, const Document& document)
+tape::Page text(const Parts& parts, const Document& document)
 {
-    Page page(parts.identity.width);
+    PageWriter page(parts);
     pageblocks::addHeader(page, parts);
     page.append(document.body).append(document.footer);
-    return page.centred(QStringLiteral("НЕФИСКАЛЬНЫЙ ДОКУМЕНТ")).cut().lines();
+    return page.centred(QStringLiteral("НЕФИСКАЛЬНЫЙ ДОКУМЕНТ")).end();
 }
 
-QStringList cancelled(const Parts& parts, const Document& document)
+tape::Page cancelled(const Parts& parts, const Document& document)
 {
-    Page page(parts.identity.width);
+    PageWriter page(parts);
     page.append(document.body).append(document.footer);
-    return page.centred(QStringLiteral("ДОКУМЕНТ АННУЛИРОВАН")).cut().lines();
+    return page.centred(QStringLiteral("ДОКУМЕНТ АННУЛИРОВАН")).end();
 }
 
-QStringList totals(const Parts& parts, const Cashier& cashier)
+tape::Page totals(const Parts& parts, const Cashier& cashier)
 {
-    Page page(parts.identity.width);
+    PageWriter page(parts);
     pageblocks::addHeader(page, parts);
     page.centred(QStringLiteral("ТЕКУЩИЕ ИТОГИ СМЕНЫ (X-ОТЧЕТ)"));
     pageblocks::addTotals(page, parts);
     pageblocks::addShift(page, parts);
-    return page.text(QStringLiteral("КАССИР: ") + cashier.name).cut().lines();
+    return page.text(QStringLiteral("КАССИР: ") + cashier.name).end();
 }
 
-QStringList report(
+tape::Page report(
     const Parts& parts, const QString& title, const FiscalRecord& record, const Cashier& cashier)
 {
-    Page page(parts.identity.width);
+    PageWriter page(parts);
     pageblocks::addHeader(page, parts);
     page.centred(title);
     if (record.type == FiscalType::ShiftClosing)
@@ -59,18 +59,20 @@ QStringList report(
     page.pair(QStringLiteral("НЕ ПЕРЕДАНО ДОКУМЕНТОВ В ОФД"), QString::number(parts.drive.queueLength()));
     page.rule();
     pageblocks::addFiscalData(page, parts, record, cashier);
-    return page.cut().lines();
+    return page.end();
 }
 
-QStringList copy(const Parts& parts, const FiscalRecord& record)
+tape::Page copy(const Parts& parts, const FiscalRecord& record)
 {
-    Page page(parts.identity.width);
-    page.centred(QStringLiteral("КОПИЯ ДОКУМЕНТА ИЗ ФН"));
-    const QStringList lines = parts.drive.print(record.number);
-    if (!lines.isEmpty())
-        return page.append(lines).lines();
+    const QString title = QStringLiteral("КОПИЯ ДОКУМЕНТА ИЗ ФН");
+    const tape::Page kept = parts.drive.print(record.number);
+    // It looks as it did, whatever the width is by now.
+    if (!kept.lines.isEmpty())
+        return {kept.width, PageWriter(parts, kept.width).centred(title).append(kept.lines).lines()};
+    PageWriter page(parts);
+    page.centred(title);
     page.pair(QStringLiteral("ФД: %1").arg(record.number), QStringLiteral("ФПД: ") + record.sign);
-    return page.text(record.dateTime.toString(QStringLiteral("dd.MM.yy HH:mm"))).cut().lines();
+    return page.text(record.dateTime.toString(QStringLiteral("dd.MM.yy HH:mm"))).end();
 }
 
 } // namespace emulator::pages

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QString>
-#include <QStringList>
+#include "tape/page.h"
 
 namespace emulator {
 
@@ -15,17 +14,17 @@ struct Parts;
 namespace pages {
 
 /// The lines of one position in the body of a receipt.
-QStringList position(const Parts& parts, const Item& item);
-QStringList receipt(const Parts& parts, const Document& document, const FiscalRecord& record);
-QStringList money(const Parts& parts, const Document& document);
-QStringList text(const Parts& parts, const Document& document);
-QStringList cancelled(const Parts& parts, const Document& document);
+QList<tape::Line> position(const Parts& parts, const Item& item);
+tape::Page receipt(const Parts& parts, const Document& document, const FiscalRecord& record);
+tape::Page money(const Parts& parts, const Document& document);
+tape::Page text(const Parts& parts, const Document& document);
+tape::Page cancelled(const Parts& parts, const Document& document);
 /// The running totals of the shift.
-QStringList totals(const Parts& parts, const Cashier& cashier);
-QStringList report(
+tape::Page totals(const Parts& parts, const Cashier& cashier);
+tape::Page report(
     const Parts& parts, const QString& title, const FiscalRecord& record, const Cashier& cashier);
 /// A document of the fiscal drive once more.
-QStringList copy(const Parts& parts, const FiscalRecord& record);
+tape::Page copy(const Parts& parts, const FiscalRecord& record);
 
 } // namespace pages
 

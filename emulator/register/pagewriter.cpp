@@ -1,35 +1,11 @@
-#include "register/page.h"
+#include "register/pagewriter.h"
 
-#include <algorithm>
+#include "register/parts.h"
+#include "register/settingtable.h"
 
 namespace emulator {
 
 namespace {
-
-struct AttributeMark
-{
-    int attribute;
-    const char16_t* mark;
-    bool wide;
-};
-
-// Bits of the print attribute: 1 small font, 8 bold, 16 double height, 32 double width, 128 inverse.
-constexpr AttributeMark attributeMarks[] = {
-    {1, u"·", false},
-    {8, u"■", false},
-    {16, u"↕", false},
-    {32, u"↔", true},
-    {48, u"⤢", true},
-    {128, u"▒", false},
-};
-
-QString spaced(const QString& text)
-{
-    QString result;
-    for (const QChar letter : text)
-        result += QString(letter) + QLatin1Char(' ');
-    return result.trimmed();
-}
 
 QStringList wrapped(const QString& text, int width)
 {
@@ -41,76 +17,68 @@ QStringList wrapped(const QString& text, int width)
 
 } // namespace
 
-Page& Page::text(const QString& text)
+PageWriter::PageWriter(const Parts& parts)
+    : PageWriter(parts, parts.settings.paperWidth())
 {
-    m_lines += wrapped(text, m_width);
+}
+
+PageWriter::PageWriter(const Parts& parts, int width)
+    : m_hasCutter(parts.settings.isOn(setting::cutter))
+{
+    m_page.width = width;
+}
+
+PageWriter& PageWriter::text(const QString& text, tape::Attributes attributes)
+{
+    for (const QString& piece : wrapped(text, tape::columns(attributes, m_page.width)))
+        add(tape::TextLine::of(piece, attributes));
     return *this;
 }
 
-Page& Page::centred(const QString& text)
+PageWriter& PageWriter::centred(const QString& text)
 {
-    for (const QString& line : wrapped(text, m_width))
-        m_lines.append(QString((m_width - line.size()) / 2, QLatin1Char(' ')) + line);
+    for (const QString& piece : wrapped(text, m_page.width))
+        line(QString((m_page.width - piece.size()) / 2, QLatin1Char(' ')) + piece);
     return *this;
 }
 
-Page& Page::pair(const QString& left, const QString& right)
+PageWriter& PageWriter::pair(const QString& left, const QString& right)
 {
-    if (left.size() + right.size() < m_width) {
-        m_lines.append(left + right.rightJustified(m_width - left.size()));
-        return *this;
-    }
-    text(left);
-    m_lines.append(right.left(m_width).rightJustified(m_width));
-    return *this;
+    const int width = m_page.width;
+    if (left.size() + right.size() < width)
+        return line(left + right.rightJustified(width - left.size()));
+    return text(left).line(right.left(width).rightJustified(width));
 }
 
-Page& Page::sum(const QString& left, Money sum)
+PageWriter& PageWriter::sum(const QString& left, Money sum)
 {
     return pair(left, QLatin1Char('=') + moneyText(sum));
 }
 
-Page& Page::rule(QChar fill)
+PageWriter& PageWriter::rule(QChar fill)
 {
-    m_lines.append(QString(m_width, fill));
+    return line(QString(m_page.width, fill));
+}
+
+PageWriter& PageWriter::add(const tape::Line& line)
+{
+    m_page.lines.append(line);
     return *this;
 }
 
-Page& Page::frame(const QString& title, const QString& data)
+PageWriter& PageWriter::append(const QList<tape::Line>& lines)
 {
-    const int inner = m_width - 4;
-    const QString head = QStringLiteral("[%1]").arg(title.left(inner - 2));
-    m_lines.append(QStringLiteral("┌─") + head.leftJustified(inner + 1, QChar(u'─')) + QStringLiteral("┐"));
-    for (const QString& line : wrapped(data, inner))
-        m_lines.append(QStringLiteral("│ ") + line.leftJustified(inner) + QStringLiteral(" │"));
-    m_lines.append(QStringLiteral("└") + QString(m_width - 2, QChar(u'─')) + QStringLiteral("┘"));
+    m_page.lines += lines;
     return *this;
 }
 
-Page& Page::attributed(const QString& text, int attribute)
+tape::Page PageWriter::end()
 {
-    const auto* const found = std::find_if(std::begin(attributeMarks), std::end(attributeMarks),
-        [attribute](const AttributeMark& mark) { return mark.attribute == attribute; });
-    if (found == std::end(attributeMarks))
-        return this->text(text);
-    const QString mark = QString::fromUtf16(found->mark);
-    for (const QString& line : wrapped(found->wide ? spaced(text) : text, m_width - 1))
-        m_lines.append(mark + line);
-    return *this;
-}
-
-Page& Page::append(const QStringList& lines)
-{
-    m_lines += lines;
-    return *this;
-}
-
-Page& Page::cut()
-{
-    m_lines.append(QString());
-    m_lines.append(QStringLiteral("- ").repeated(m_width / 2).trimmed());
-    m_lines.append(QString());
-    return *this;
+    if (m_hasCutter)
+        add(tape::Cut());
+    else
+        line({}).line({}).line({}); // where one tears it off
+    return m_page;
 }
 
 } // namespace emulator

@@ -1,40 +1,40 @@
 #pragma once
 
 #include "register/amounts.h"
-
-#include <QStringList>
+#include "tape/page.h"
 
 namespace emulator {
 
-/// Lays out one document of the tape in lines of a fixed width.
-class Page
+struct Parts;
+
+/// Lays out one page of the tape.
+class PageWriter
 {
 public:
-    explicit Page(int width)
-        : m_width(width)
-    {
-    }
+    /// As wide as the register is set to.
+    explicit PageWriter(const Parts& parts);
+    PageWriter(const Parts& parts, int width);
 
-    int width() const { return m_width; }
-    const QStringList& lines() const { return m_lines; }
+    const QList<tape::Line>& lines() const { return m_page.lines; }
 
-    Page& text(const QString& text);
-    Page& centred(const QString& text);
+    /// Text goes on as many lines as it needs.
+    PageWriter& text(const QString& text, tape::Attributes attributes = {});
+    PageWriter& centred(const QString& text);
     /// Left and right text on one line, or on two when they do not fit.
-    Page& pair(const QString& left, const QString& right);
+    PageWriter& pair(const QString& left, const QString& right);
     /// A text with a sum of money at the right end.
-    Page& sum(const QString& left, Money sum);
-    Page& rule(QChar fill = QLatin1Char('-'));
-    /// Something that the paper shows as a picture: a frame with a title and the data in it.
-    Page& frame(const QString& title, const QString& data);
-    /// Text with the printer's attribute bits, which a plain tape can only hint at.
-    Page& attributed(const QString& text, int attribute);
-    Page& append(const QStringList& lines);
-    Page& cut();
+    PageWriter& sum(const QString& left, Money sum);
+    PageWriter& rule(QChar fill = QLatin1Char('-'));
+    PageWriter& add(const tape::Line& line);
+    PageWriter& append(const QList<tape::Line>& lines);
+    /// The whole page, with the knife behind it where there is one.
+    tape::Page end();
 
 private:
-    int m_width;
-    QStringList m_lines;
+    PageWriter& line(const QString& text) { return add(tape::TextLine::of(text)); }
+
+    tape::Page m_page;
+    const bool m_hasCutter;
 };
 
 } // namespace emulator

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QStringList>
+#include "tape/page.h"
 
 #include <optional>
 
@@ -14,8 +14,8 @@ struct Paper
     std::optional<qsizetype> linesLeft;
     /// A document that the roll ends on is answered like one that was printed.
     bool endsQuietly = false;
-    /// The rest of the last document, when nobody is going to ask for it.
-    QStringList waiting;
+    /// The rest of documents that nobody is going to ask for.
+    QList<tape::Page> waiting;
 
     /// How many of so many lines get onto the paper. The roll is gone when not all do.
     qsizetype take(qsizetype wanted);

@@ -31,6 +31,7 @@ constexpr int headerLines = 20;
 constexpr int tailLines = 21;
 constexpr int paymentNames = 22;
 constexpr int taxNames = 23;
+constexpr int lineAboveTaxes = 25;
 constexpr int automaticPayment = 30;
 constexpr int password = 31;
 constexpr int serialNumber = 50;

@@ -7,6 +7,7 @@ namespace emulator {
 Parts::Parts(const Clock& source, const Identity& itsIdentity)
     : identity(itsIdentity)
     , clock(source)
+    , settings(identity.width)
     , drive(identity.driveNumber, clock.now())
 {
     parameters.set(parameter::serialNumber, 0, identity.serialNumber);

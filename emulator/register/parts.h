@@ -6,6 +6,7 @@
 #include "register/journal.h"
 #include "register/parameterstore.h"
 #include "register/refusals.h"
+#include "register/settings.h"
 #include "register/state.h"
 #include "register/tape.h"
 
@@ -19,6 +20,7 @@ struct Parts
     const Identity identity;
     DeviceClock clock;
     ParameterStore parameters;
+    Settings settings;
     FiscalDrive drive;
     Tape tape;
     Journal journal;

@@ -1,6 +1,7 @@
 #include "register/printing.h"
 
 #include "register/parts.h"
+#include "tape/pagetext.h"
 
 #include <utility>
 
@@ -9,12 +10,17 @@ namespace emulator::printing {
 namespace {
 
 // What did not get onto the paper.
-QStringList print(Parts& parts, const QStringList& lines)
+tape::Page print(Parts& parts, const tape::Page& page)
 {
-    const qsizetype printed = parts.state.paper.take(lines.size());
+    qsizetype printed = 0;
+    for (; printed < page.lines.size(); ++printed) {
+        const qsizetype height = tape::toText(page.lines.at(printed), page.width).size();
+        if (parts.state.paper.take(height) < height)
+            break;
+    }
     if (printed > 0)
-        parts.tape.print(lines.first(printed));
-    return lines.mid(printed);
+        parts.tape.print({page.width, page.lines.first(printed)});
+    return {page.width, page.lines.mid(printed)};
 }
 
 Refusal paperEnded(const Paper& paper)
@@ -24,31 +30,33 @@ Refusal paperEnded(const Paper& paper)
 
 } // namespace
 
-Refusal printOrHold(Parts& parts, const QStringList& lines)
+Refusal printOrHold(Parts& parts, const tape::Page& page)
 {
     OpenDocument& open = parts.state.open;
-    const QStringList rest = open.document.unprinted ? QStringList() : print(parts, lines);
-    if (rest.isEmpty()) {
+    const tape::Page rest = open.document.unprinted ? tape::Page() : print(parts, page);
+    if (rest.lines.isEmpty()) {
         open = OpenDocument();
         return Refusal::None;
     }
     open.document.phase = Phase::Unprinted;
-    open.heldLines = rest;
+    open.held = rest;
     return paperEnded(parts.state.paper);
 }
 
-Refusal printOrQueue(Parts& parts, const QStringList& lines)
+Refusal printOrQueue(Parts& parts, const tape::Page& page)
 {
-    const QStringList rest = print(parts, lines);
-    parts.state.paper.waiting += rest;
-    return rest.isEmpty() ? Refusal::None : paperEnded(parts.state.paper);
+    const tape::Page rest = print(parts, page);
+    if (rest.lines.isEmpty())
+        return Refusal::None;
+    parts.state.paper.waiting.append(rest);
+    return paperEnded(parts.state.paper);
 }
 
 void renewPaper(Parts& parts)
 {
-    const QStringList waiting = std::exchange(parts.state.paper, Paper()).waiting;
-    if (!waiting.isEmpty())
-        print(parts, waiting);
+    const Paper old = std::exchange(parts.state.paper, Paper());
+    for (const tape::Page& page : old.waiting)
+        print(parts, page);
 }
 
 } // namespace emulator::printing

@@ -1,22 +1,22 @@
 #pragma once
 
 #include "register/refusal.h"
-
-#include <QStringList>
+#include "tape/page.h"
 
 namespace emulator {
 
 struct Parts;
 
-/// Putting lines onto the paper, which may end on any of them.
+/// Putting pages onto the paper, which may end on any line. A picture or a code that it ends in is printed
+/// anew on the next roll.
 namespace printing {
 
 /// Prints the open document that the register is done with and forgets it. Without paper the document stays
-/// open as an unprinted one, and its lines wait for it to be finished once more.
-Refusal printOrHold(Parts& parts, const QStringList& lines);
+/// open as an unprinted one, and the rest of it waits for it to be finished once more.
+Refusal printOrHold(Parts& parts, const tape::Page& page);
 /// Prints a page that no document is open for; what is left of it is printed when there is paper again.
-Refusal printOrQueue(Parts& parts, const QStringList& lines);
-/// A new roll: the lines that wait for it are printed.
+Refusal printOrQueue(Parts& parts, const tape::Page& page);
+/// A new roll: what waits for it is printed.
 void renewPaper(Parts& parts);
 
 } // namespace printing

@@ -1,8 +1,10 @@
 #include "register/names.h"
-#include "register/page.h"
 #include "register/pageblocks.h"
 #include "register/pages.h"
+#include "register/pagewriter.h"
+#include "register/parametertable.h"
 #include "register/parts.h"
+#include "register/settingtable.h"
 
 #include <QMap>
 
@@ -36,7 +38,7 @@ Money taxOf(Money sum, int code)
     return rate == std::end(taxRates) ? sum : containedTax(sum, rate->percent);
 }
 
-void addTaxes(Page& page, const Parts& parts, const QList<Item>& items)
+void addTaxes(PageWriter& page, const Parts& parts, const QList<Item>& items)
 {
     QMap<int, Money> sums;
     for (const Item& item : items)
@@ -46,7 +48,7 @@ void addTaxes(Page& page, const Parts& parts, const QList<Item>& items)
             taxOf(sum.value(), sum.key()));
 }
 
-void addSettlement(Page& page, const Parts& parts, const Document& document)
+void addSettlement(PageWriter& page, const Parts& parts, const Document& document)
 {
     page.sum(QStringLiteral("ИТОГ"), document.total());
     for (size_t kind = 0; kind < paymentKinds; ++kind) {
@@ -55,10 +57,21 @@ void addSettlement(Page& page, const Parts& parts, const Document& document)
     }
     if (document.change() > 0)
         page.sum(QStringLiteral("СДАЧА"), document.change());
+    if (const QString above = parts.parameters.text(parameter::lineAboveTaxes); !above.isEmpty())
+        page.text(above);
     addTaxes(page, parts, document.items);
     page.text(QStringLiteral("СНО: ") + names::taxSystems(document.taxSystem));
     if (!document.customer.isEmpty())
         page.text(QStringLiteral("ЭЛ. АДРЕС ПОКУПАТЕЛЯ: ") + document.customer);
+}
+
+// Who keeps the receipt, and where it can be read.
+void addOperator(PageWriter& page, const Parts& parts)
+{
+    if (parts.settings.isOn(setting::operatorName))
+        page.text(QStringLiteral("ОФД: ") + parts.state.registration.operatorName);
+    if (parts.settings.isOn(setting::receiptSite))
+        page.text(QStringLiteral("САЙТ ЧЕКОВ: ") + parts.settings.text(setting::siteAddress));
 }
 
 // What a customer needs to ask the tax authority about the receipt.
@@ -81,19 +94,22 @@ QString markOf(const Parts& parts, const Item& item)
 
 } // namespace
 
-QStringList position(const Parts& parts, const Item& item)
+QList<tape::Line> position(const Parts& parts, const Item& item)
 {
-    Page page(parts.identity.width);
+    PageWriter page(parts);
     page.text(item.name);
     if (!item.markingCode.isEmpty())
         page.text(markOf(parts, item));
     page.sum(QStringLiteral("  %1 x %2").arg(quantityText(item.quantity), moneyText(item.price)), item.sum());
-    return page.text(QStringLiteral("  ") + names::taxRate(parts.parameters, item.tax)).lines();
+    page.text(QStringLiteral("  ") + names::taxRate(parts.parameters, item.tax));
+    if (parts.settings.isOn(setting::paymentObjects))
+        page.text(QStringLiteral("  ПРИЗНАК ПРЕДМЕТА РАСЧЕТА: %1").arg(item.paymentObject));
+    return page.lines();
 }
 
-QStringList receipt(const Parts& parts, const Document& document, const FiscalRecord& record)
+tape::Page receipt(const Parts& parts, const Document& document, const FiscalRecord& record)
 {
-    Page page(parts.identity.width);
+    PageWriter page(parts);
     pageblocks::addHeader(page, parts);
     page.centred(QStringLiteral("КАССОВЫЙ ЧЕК"));
     page.centred(
@@ -104,11 +120,10 @@ QStringList receipt(const Parts& parts, const Document& document, const FiscalRe
     page.text(QStringLiteral("ЧЕК: %1").arg(parts.state.shift.receipts));
     pageblocks::addFiscalData(page, parts, record, document.cashier);
     page.text(QStringLiteral("САЙТ ФНС: ") + parts.state.registration.taxSite);
-    page.frame(QStringLiteral("QR"), checkText(parts, document, record));
+    addOperator(page, parts);
+    page.add(tape::Code{tape::Symbology::Qr, checkText(parts, document, record)});
     pageblocks::addTail(page, parts);
-    for (const QString& line : document.tail)
-        page.text(line);
-    return page.cut().lines();
+    return page.append(document.tail).end();
 }
 
 } // namespace emulator::pages

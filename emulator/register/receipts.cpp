@@ -61,9 +61,9 @@ Refusal Receipts::close()
     const FiscalRecord record = recording::storeReceipt(m_parts, receipt);
     if (receipt.cash() > 0 && m_parts.parameters.isOn(parameter::drawerOpens))
         CashMovements(m_parts).openDrawer();
-    const QStringList lines = pages::receipt(m_parts, receipt, record);
-    m_parts.drive.keepPrint(lines);
-    return printing::printOrHold(m_parts, lines);
+    const tape::Page page = pages::receipt(m_parts, receipt, record);
+    m_parts.drive.keepPrint(page);
+    return printing::printOrHold(m_parts, page);
 }
 
 void Receipts::settle(const Document& receipt)

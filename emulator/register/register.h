@@ -4,6 +4,7 @@
 #include "register/documents.h"
 #include "register/logo.h"
 #include "register/marking.h"
+#include "register/pagewriter.h"
 #include "register/parts.h"
 #include "register/receipts.h"
 #include "register/reports.h"
@@ -31,6 +32,8 @@ public:
     const FiscalDrive& drive() const { return m_parts.drive; }
     ParameterStore& parameters() { return m_parts.parameters; }
     const ParameterStore& parameters() const { return m_parts.parameters; }
+    Settings& settings() { return m_parts.settings; }
+    const Settings& settings() const { return m_parts.settings; }
     bool isShiftTooLong() const { return m_parts.state.shift.isTooLong(now()); }
     bool isDrawerOpen() const { return m_parts.state.drawer.isOpen(m_parts.clock.milliseconds()); }
     /// @}
@@ -59,6 +62,8 @@ public:
     Refusal openShift(const Cashier& cashier) { return shifts().open(cashier); }
     Shifts shifts() { return Shifts(m_parts); }
     Documents documents() { return Documents(m_parts); }
+    /// For lines that become part of a document.
+    PageWriter newLines() const { return PageWriter(m_parts); }
     Receipts receipts() { return Receipts(m_parts); }
     CashMovements cash() { return CashMovements(m_parts); }
     Marking marking() { return Marking(m_parts); }

@@ -68,9 +68,9 @@ Refusal Reports::issue(FiscalType type, const Cashier& cashier, QJsonObject deta
     const ReportNames names = reportNames(type);
     details[QStringLiteral("type")] = names.entry;
     const FiscalRecord record = recording::store(m_parts, type, details, cashier);
-    const QStringList lines = pages::report(m_parts, names.title, record, cashier);
-    m_parts.drive.keepPrint(lines);
-    return printing::printOrQueue(m_parts, lines);
+    const tape::Page page = pages::report(m_parts, names.title, record, cashier);
+    m_parts.drive.keepPrint(page);
+    return printing::printOrQueue(m_parts, page);
 }
 
 } // namespace emulator

@@ -1,29 +1,29 @@
-#include "xml/settingstable.h"
+#include "register/settingtable.h"
 
 namespace emulator {
 
 // clang-format off
-const QList<XmlSetting>& xmlSettingsTable()
+const QList<SettingEntry>& settingTable()
 {
-    using enum XmlSetting::Kind;
+    using enum SettingEntry::Kind;
     const QString on = QStringLiteral("true");
     const QString off = QStringLiteral("false");
-    static const QList<XmlSetting> table{
-        {QStringLiteral("MACRO.EMERGENCY.EmergencyRTCSet"), Flag, off},
+    static const QList<SettingEntry> table{
+        {setting::clockInShift, Flag, off},
         {QStringLiteral("MACRO.FDDesign.ItemCutMode"), Text, QStringLiteral("0")},
         {QStringLiteral("MACRO.FDDesign.PrintQRWithText"), Flag, off},
         {QStringLiteral("MACRO.FDDesign.NDSInBlocks"), Flag, off},
         {QStringLiteral("MACRO.FDDesign.NDSLetterCode"), Flag, off},
-        {QStringLiteral("MACRO.FDDesign.PrintOFDName"), Flag, off},
-        {QStringLiteral("MACRO.FDDesign.PrintReceiptSite"), Flag, on},
-        {QStringLiteral("MACRO.FDDesign.PrintTag1212"), Flag, off},
-        {QStringLiteral("MACRO.FDDesign.PrintCashDrawerSection"), Flag, on},
-        {QStringLiteral("MACRO.KKTCounters.UseCumulativeCounters"), Flag, off},
-        {QStringLiteral("MACRO.KKTCounters.PrintZeroCounters"), Flag, on},
-        {QStringLiteral("MACRO.KKTCounters.GetCumulativeCounters"), Flag, off},
+        {setting::operatorName, Flag, off},
+        {setting::receiptSite, Flag, off},
+        {setting::paymentObjects, Flag, off},
+        {setting::drawerSection, Flag, on},
+        {setting::printedGrandTotals, Flag, off},
+        {setting::zeroCounters, Flag, on},
+        {setting::answeredGrandTotals, Flag, off},
         {QStringLiteral("MACRO.Logging.LogLevel"), Count, QStringLiteral("3")},
         {QStringLiteral("MACRO.Receipt.DiscountOnChange"), Text, QStringLiteral("0")},
-        {QStringLiteral("OFD.OFD.1208"), Text, QStringLiteral("receipt.example")},
+        {setting::siteAddress, Text, QStringLiteral("receipt.example")},
         {QStringLiteral("OFD.OFD.OFD_Host"), Text, QStringLiteral("ofd.example")},
         {QStringLiteral("OFD.OFD.OFD_Port"), Count, QStringLiteral("7777")},
         {QStringLiteral("POS.Net.NetDNS1"), Text, QStringLiteral("0.0.0.0")},
@@ -39,7 +39,7 @@ const QList<XmlSetting>& xmlSettingsTable()
         {QStringLiteral("POS.Proxy.User"), Text, QString()},
         {QStringLiteral("POS.comport.flowcontrol"), Text, QStringLiteral("0")},
         {QStringLiteral("POS.comport.useppp"), Flag, off},
-        {QStringLiteral("POS.Transport.ResponseOnError"), Flag, on},
+        {setting::errorAnswers, Flag, on},
         {QStringLiteral("POS.Sessions.SessionsMaxQueue"), Count, QStringLiteral("16")},
         {QStringLiteral("POS.Sessions.SessionMaxLifetime"), Count, QStringLiteral("60")},
         {QStringLiteral("POS.Sessions.SessionsUseFSCache"), Flag, off},
@@ -48,12 +48,12 @@ const QList<XmlSetting>& xmlSettingsTable()
         {QStringLiteral("PRN.CDSettings.UseCD"), Flag, off},
         {QStringLiteral("PRN.Printer.CompactPrint"), Flag, off},
         {QStringLiteral("PRN.Printer.NarrowWidth"), Flag, off},
-        {QStringLiteral("PRN.Printer.PrintWidthChars"), Count, QString()},
-        {QStringLiteral("PRN.PrinterHeader.PrintUserAddrInCliche"), Flag, off},
-        {QStringLiteral("PRN.PrinterHeader.Cliche"), XmlSetting::Kind::Lines, QString()},
-        {QStringLiteral("PRN.LogoImage.Image"), XmlSetting::Kind::Picture, QString()},
-        {QStringLiteral("PRN.LogoImage.PrintLogo"), Flag, QString()},
-        {QStringLiteral("PRN.Cutter.UseCutter"), Flag, on},
+        {setting::width, Width, QString()},
+        {setting::userInHeader, Flag, off},
+        {setting::header, SettingEntry::Kind::Lines, QString()},
+        {setting::picture, SettingEntry::Kind::Picture, QString()},
+        {setting::printPicture, Flag, QString()},
+        {setting::cutter, Flag, on},
         {QStringLiteral("PRN.QR.QRFastPrint"), Flag, off},
         {QStringLiteral("IMS.ims-client.ims_bootstrap_suite_url"), Text, QString()},
         {QStringLiteral("IMS.ims-client.ims_server_host"), Text, QStringLiteral("ims.example")},

@@ -1,13 +1,23 @@
 #include "register/tape.h"
 
+#include "tape/pagetext.h"
+
 namespace emulator {
 
-void Tape::print(const QStringList& lines)
+void Tape::print(const tape::Page& page)
 {
     if (m_listener)
-        m_listener(lines);
+        m_listener(page);
     else
-        m_lines += lines;
+        m_pages.append(page);
+}
+
+QStringList Tape::lines() const
+{
+    QStringList lines;
+    for (const tape::Page& page : m_pages)
+        lines += tape::toText(page);
+    return lines;
 }
 
 } // namespace emulator

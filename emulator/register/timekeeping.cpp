@@ -2,6 +2,7 @@
 
 #include "register/judgement.h"
 #include "register/parts.h"
+#include "register/settingtable.h"
 
 namespace emulator {
 
@@ -26,7 +27,8 @@ Refusal Timekeeping::setTime(const QDateTime& time)
 {
     if (!time.isValid())
         return Refusal::BadValue;
-    if (m_parts.state.shift.isOpen || m_parts.state.open.document.isOpen())
+    const bool inShift = m_parts.state.shift.isOpen && !m_parts.settings.isOn(setting::clockInShift);
+    if (inShift || m_parts.state.open.document.isOpen())
         return Refusal::WrongState;
     const Refusal refusal = judgement::time(time, m_parts);
     if (refusal == Refusal::None)

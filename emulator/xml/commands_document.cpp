@@ -60,24 +60,29 @@ Refusal pay(Register& device, const Payments& payments)
     return Refusal::None;
 }
 
-QString titleOf(const PrintPiece& piece)
+tape::Code codeOf(const PrintPiece& piece)
 {
     constexpr qsizetype ean13 = 13;
     if (piece.kind == PrintPiece::Kind::QrCode)
-        return QStringLiteral("QR");
-    return piece.text.size() == ean13 ? QStringLiteral("EAN-13") : QStringLiteral("ШТРИХКОД");
+        return {tape::Symbology::Qr, piece.text};
+    return {piece.text.size() == ean13 ? tape::Symbology::Ean13 : tape::Symbology::Other, piece.text};
+}
+
+QList<tape::Line> linesOf(const Register& device, const QList<PrintPiece>& pieces)
+{
+    PageWriter lines = device.newLines();
+    for (const PrintPiece& piece : pieces) {
+        if (piece.kind == PrintPiece::Kind::Line)
+            lines.text(piece.text, tape::attributesOf(piece.attribute));
+        else
+            lines.add(codeOf(piece));
+    }
+    return lines.lines();
 }
 
 Refusal print(Register& device, const QList<PrintPiece>& pieces)
 {
-    for (const PrintPiece& piece : pieces) {
-        const Refusal refusal = piece.kind == PrintPiece::Kind::Line
-            ? device.documents().printText(piece.text, piece.attribute)
-            : device.documents().printPicture(titleOf(piece), piece.text);
-        if (refusal != Refusal::None)
-            return refusal;
-    }
-    return Refusal::None;
+    return pieces.isEmpty() ? Refusal::None : device.documents().print(linesOf(device, pieces));
 }
 
 // What the fiscal drive made of the receipt.
@@ -100,6 +105,7 @@ XmlAnswer receipt(const XmlContext& context, const XmlNode& data)
     if (const XmlVerdict verdict = receipt.read(data, context.strict); !verdict.isGood())
         return verdict;
     Register& device = context.device;
+    receipt.head.tail = linesOf(device, receipt.tail);
     const Refusal refusal = enter(device, receipt.head,
         {[&] { return print(device, receipt.above); }, [&] { return addItems(device, receipt.items); },
             [&] { return device.receipts().subtotal(); }, [&] { return print(device, receipt.below); },

@@ -1,3 +1,4 @@
+#include "register/settingtable.h"
 #include "register/tags.h"
 #include "xml/commands.h"
 
@@ -79,7 +80,7 @@ XmlAnswer state(const XmlContext& context, const XmlNode&)
     const Identity& identity = context.device.identity();
     return XmlNode::structure(QStringLiteral("Status"),
         {XmlNode::text(QStringLiteral("NetworkInterface"), QStringLiteral("Ethernet")),
-            XmlNode::number(QStringLiteral("PaperWidth"), identity.width),
+            XmlNode::number(QStringLiteral("PaperWidth"), context.device.settings().paperWidth()),
             XmlNode::text(tag::registerNumber, identity.serialNumber.trimmed()),
             XmlNode::text(QStringLiteral("KKTFWVersion"), QStringLiteral("1.%1").arg(identity.release)),
             driveState(context.device), operatorState(context.device.drive())});
@@ -126,7 +127,7 @@ XmlAnswer counters(const XmlContext& context, const XmlNode&)
 {
     QList<XmlNode> blocks{receipts(tag::shiftTotals, context.device.state().shift.counters),
         moneyOperations(context.device.state().shift.counters, context.device.state().drawer.cash)};
-    if (context.settings.isOn(QStringLiteral("MACRO.KKTCounters.GetCumulativeCounters")))
+    if (context.device.settings().isOn(setting::answeredGrandTotals))
         blocks.insert(1, receipts(tag::driveTotals, context.device.state().shift.grandTotals));
     return XmlNode::structure(QStringLiteral("Counters"), blocks);
 }

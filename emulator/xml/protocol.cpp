@@ -1,5 +1,6 @@
 #include "xml/protocol.h"
 
+#include "register/settingtable.h"
 #include "register/tags.h"
 #include "xml/commandtable.h"
 #include "xml/envelope.h"
@@ -94,7 +95,7 @@ void XmlProtocol::handle(const QByteArray& document)
     const XmlAnswer answer = verdict.isGood() ? run(request) : XmlAnswer(verdict);
     if (!answer.verdict.isGood())
         remember(document, request, answer.verdict);
-    if (!verdict.isGood() && !m_settings.isOn(QStringLiteral("POS.Transport.ResponseOnError")))
+    if (!verdict.isGood() && !device().settings().isOn(setting::errorAnswers))
         return;
     deliver(document, xmlenvelope::answer(request.id, request.command, device().now(), answer), fault);
 }

@@ -150,10 +150,22 @@ XmlVerdict XmlReceipt::readHead(const XmlNode& tree)
     }
     if (const XmlNode* const customer = tree.child(tag::customer))
         head.requisites[tag::customer] = customer->toJson();
-    if (const QString tail = tree.textOf(QStringLiteral("TextAfterDoc")); !tail.isEmpty())
-        head.tail = tail.split(QLatin1Char('\n'));
-    const XmlVerdict verdict = readPrint(tree, QStringLiteral("HeaderText"), m_strict, above);
-    return verdict.isGood() ? readPrint(tree, QStringLiteral("Footer"), m_strict, below) : verdict;
+    return readTexts(tree);
+}
+
+XmlVerdict XmlReceipt::readTexts(const XmlNode& tree)
+{
+    const std::pair<const char*, QList<PrintPiece>&> texts[]{
+        {"HeaderText", above}, {"Footer", below}, {"TextAfterDoc", tail}};
+    XmlVerdict verdict;
+    for (const auto& [name, pieces] : texts) {
+        if (verdict.isGood())
+            verdict = readPrint(tree, QLatin1String(name), m_strict, pieces);
+    }
+    // A host without a tail sends an empty one.
+    if (tree.textOf(QStringLiteral("TextAfterDoc")).isEmpty())
+        tail.clear();
+    return verdict;
 }
 
 XmlVerdict XmlReceipt::readItem(const XmlNode& position)

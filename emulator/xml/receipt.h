@@ -16,12 +16,15 @@ struct XmlReceipt
     Payments payments{};
     QList<PrintPiece> above;
     QList<PrintPiece> below;
+    /// Behind everything else.
+    QList<PrintPiece> tail;
 
     /// The tree must have passed the rule of the receipt.
     XmlVerdict read(const XmlNode& tree, bool strict);
 
 private:
     XmlVerdict readHead(const XmlNode& tree);
+    XmlVerdict readTexts(const XmlNode& tree);
     XmlVerdict readItem(const XmlNode& position);
     XmlVerdict settlePayments(const XmlNode& tree);
     bool isPaid(Money paid) const;
