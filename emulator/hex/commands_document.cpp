@@ -1,5 +1,6 @@
 #include "hex/commands.h"
 
+#include <algorithm>
 #include <iterator>
 #include <optional>
 
@@ -11,6 +12,8 @@ constexpr qsizetype longestLine = 256;
 constexpr qsizetype longestCashier = 64;
 constexpr qsizetype longestAddress = 256;
 constexpr int firstFurtherKind = 11;
+/// Small, high, wide and inverted letters.
+constexpr int knownAttributes = 1 | 16 | 32 | 128;
 
 struct BarcodeKind
 {
@@ -45,6 +48,14 @@ bool fitsBarcode(const BarcodeKind& kind, const QString& data, bool strict)
     return number && data.size() >= kind.least && data.size() <= most;
 }
 
+bool hasControlCharacter(const QString& text)
+{
+    constexpr char16_t firstPrinted = 0x20;
+    constexpr char16_t deleted = 0x7F;
+    return std::any_of(text.cbegin(), text.cend(),
+        [](QChar letter) { return letter < QChar(firstPrinted) || letter == QChar(deleted); });
+}
+
 } // namespace
 
 HexAnswer openDocument(Register& device, HexFields& fields)
@@ -68,6 +79,11 @@ HexAnswer printText(Register& device, HexFields& fields)
     const int attribute = fields.number(1);
     if (fields.isBad() || attribute < 0 || attribute > 255)
         return Refusal::BadValue;
+    if (fields.isStrict() && (attribute & ~knownAttributes) != 0)
+        return {Refusal::BadValue,
+            QStringLiteral("attribute %1 has bits beside 1, 16, 32 and 128").arg(attribute)};
+    if (fields.isStrict() && hasControlCharacter(text))
+        return {Refusal::BadValue, QStringLiteral("control characters in a line")};
     return device.documents().printText(text, attribute);
 }
 

@@ -87,6 +87,8 @@ HexAnswer state(Register& device, HexFields&)
     flags |= device.state().isStarted ? 0 : 1;
     flags |= device.state().shift.isOpen ? 4 : 0;
     flags |= device.isShiftTooLong() ? 8 : 0;
+    flags |= device.drive().isArchiveClosed() ? 16 : 0;
+    flags |= device.drive().isActivated() ? 0 : 32;
     const Document& document = device.document();
     const int phase = static_cast<int>(document.phase);
     const int type = static_cast<int>(document.type);

@@ -5,6 +5,7 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <cmath>
 
 namespace emulator {
 
@@ -35,7 +36,7 @@ double HexFields::real(qsizetype index)
     bool ok = false;
     const double value = raw(index).toDouble(&ok);
     const QByteArray shortest = QByteArray::number(value, 'g', QLocale::FloatingPointShortest);
-    return keep(index, ok && isWritten(index, shortest), value);
+    return keep(index, ok && std::isfinite(value) && isWritten(index, shortest), value);
 }
 
 QString HexFields::text(qsizetype index, qsizetype longest)

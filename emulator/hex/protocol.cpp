@@ -1,5 +1,6 @@
 #include "hex/protocol.h"
 
+#include "hex/answershape.h"
 #include "hex/codepage.h"
 #include "hex/commandtable.h"
 #include "hex/refusalwords.h"
@@ -17,6 +18,11 @@ constexpr qsizetype fieldsOffset = 8;
 constexpr qsizetype shortestFrame = 11;
 constexpr uchar lowestId = 0x20;
 constexpr uchar highestId = 0xFD;
+
+QByteArray answerTo(const QByteArray& frame, int code, const QList<QByteArray>& fields)
+{
+    return HexFramer::answer(frame.at(idOffset), frame.mid(codeOffset, 2), code, fields);
+}
 
 } // namespace
 
@@ -59,6 +65,8 @@ void HexProtocol::handleFrame(const QByteArray& frame)
     const Fault fault = beginExchange();
     if (fault.mode == FaultMode::Silence)
         return;
+    if (fault.isError())
+        return deliver(frame, answerTo(frame, fault.argument, {}), fault);
     const HexAnswer answer = judge(frame);
     if (answer.blockSize > 0) {
         // The register is ready for the block; the answer comes when it has it.
@@ -80,9 +88,7 @@ void HexProtocol::reply(const QByteArray& frame, const HexAnswer& answer, const 
 {
     if (answer.refusal != Refusal::None)
         remember(frame, answer);
-    const QByteArray bytes = HexFramer::answer(
-        frame.at(idOffset), frame.mid(codeOffset, 2), static_cast<int>(answer.refusal), answer.fields);
-    deliver(frame, bytes, fault);
+    deliver(frame, answerTo(frame, static_cast<int>(answer.refusal), answer.fields), fault);
 }
 
 void HexProtocol::remember(const QByteArray& frame, const HexAnswer& answer)
@@ -156,6 +162,11 @@ QByteArray HexProtocol::damagedAnswer(const QByteArray& answer) const
 QByteArray HexProtocol::noise() const
 {
     return QByteArrayLiteral("\xFF\x7F\x00U\xAA");
+}
+
+QByteArray HexProtocol::shaped(const QByteArray& answer, FaultMode mode) const
+{
+    return hexanswershape::apply(answer, mode);
 }
 
 } // namespace emulator

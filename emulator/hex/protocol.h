@@ -19,9 +19,11 @@ public:
     bool isIdle() const override { return m_framer.isIdle(milliseconds()); }
 
 protected:
+    Language language() const override { return Language::Hex; }
     QByteArray foreignAnswer(const QByteArray& answer) const override;
     QByteArray damagedAnswer(const QByteArray& answer) const override;
     QByteArray noise() const override;
+    QByteArray shaped(const QByteArray& answer, FaultMode mode) const override;
 
 private:
     void handleFrame(const QByteArray& frame);

@@ -42,14 +42,61 @@ enum class FaultMode {
     /// The same, and answered as printed.
     PaperEndsQuietly,
     /// The register is switched off and on before the request arrives.
-    Restart
+    Restart,
+    /// The register does nothing and answers the error that is given.
+    Answer,
+    /// @name Answers of another form than usual, as registers may send them
+    /// @{
+    /// Byte for byte.
+    ShapeBytes,
+    /// The right answer directly behind one to an earlier request.
+    ShapeBehindForeign,
+    /// The data are plain text instead of a CDATA section.
+    ShapePlain,
+    /// There is no ResponseData.
+    ShapeAbsent,
+    /// The tree of the data has its root alone.
+    ShapeNoValues,
+    /// The data are no tree.
+    ShapeBrokenData,
+    /// All elements stand directly under ArmResponse.
+    ShapeFlat,
+    /// Blanks and line ends stand around the answer.
+    ShapeBlanks,
+    /// There is no XML declaration.
+    ShapeNoDeclaration,
+    /// Result is 00, which is no success.
+    ShapeResult00,
+    /// The register does nothing and tells of missing paper with the code, but not with the category, of the
+    /// printer.
+    ShapeCode8,
+    /// Counts of receipts (1135) have a decimal.
+    ShapeFractions,
+    /// ShiftState is 01.
+    ShapeShift01,
+    /// StatusOverflow is 2.
+    ShapeOverflow2,
+    /// An ACK stands inside the frame.
+    ShapeAckInside,
+    /// The check digits are small letters.
+    ShapeSmallCheck,
+    /// The fields are missing.
+    ShapeNoFields,
+    /// The answer code is no number.
+    ShapeNoCode
+    /// @}
 };
 
 struct Fault
 {
     FaultMode mode = FaultMode::None;
-    /// Seconds, lines or position of a byte, as the mode takes it.
+    /// Seconds, lines, position of a byte or an error's code, as the mode takes it.
     int argument = 0;
+    /// Of an error over XML; 0 over HEX, which has none.
+    int category = 0;
+
+    /// The register answers an error instead of doing anything.
+    bool isError() const { return mode == FaultMode::Answer || mode == FaultMode::ShapeCode8; }
 };
 
 } // namespace emulator

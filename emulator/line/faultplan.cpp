@@ -9,35 +9,63 @@ namespace emulator {
 
 namespace {
 
+constexpr int onHex = 1;
+constexpr int onXml = 2;
+constexpr int onBoth = onHex | onXml;
+
 struct ModeName
 {
     FaultMode mode;
     const char* name;
+    /// What the argument is, null for a mode without one.
+    const char* argument;
+    /// The argument that the mode takes when none is given.
     int usual;
+    int languages;
 };
 
-// The last column is the argument that a mode takes when none is given.
+// clang-format off
 constexpr ModeName modeNames[] = {
-    {FaultMode::Silence, "silence", 0},
-    {FaultMode::Lost, "lost", 0},
-    {FaultMode::Late, "late", 0},
-    {FaultMode::Stale, "stale", 0},
-    {FaultMode::Echo, "echo", 0},
-    {FaultMode::BadCheck, "badcheck", 0},
-    {FaultMode::Noise, "noise", 0},
-    {FaultMode::Busy, "busy", 5},
-    {FaultMode::Slow, "slow", 1},
-    {FaultMode::Cut, "cut", 0},
-    {FaultMode::Split, "split", 7},
-    {FaultMode::Drop, "drop", 1},
-    {FaultMode::Flip, "flip", 1},
-    {FaultMode::Double, "double", 1},
-    {FaultMode::PaperOut, "paper-out", 0},
-    {FaultMode::PaperIn, "paper-in", 0},
-    {FaultMode::PaperEnds, "paper-ends", 3},
-    {FaultMode::PaperEndsQuietly, "paper-ends-quietly", 3},
-    {FaultMode::Restart, "restart", 0},
+    {FaultMode::Silence, "silence", nullptr, 0, onBoth},
+    {FaultMode::Lost, "lost", nullptr, 0, onBoth},
+    {FaultMode::Late, "late", nullptr, 0, onBoth},
+    {FaultMode::Stale, "stale", nullptr, 0, onBoth},
+    {FaultMode::Echo, "echo", nullptr, 0, onBoth},
+    {FaultMode::BadCheck, "badcheck", nullptr, 0, onBoth},
+    {FaultMode::Noise, "noise", nullptr, 0, onBoth},
+    {FaultMode::Busy, "busy", "seconds", 5, onBoth},
+    {FaultMode::Slow, "slow", "seconds", 1, onBoth},
+    {FaultMode::Cut, "cut", nullptr, 0, onBoth},
+    {FaultMode::Split, "split", "size", 7, onBoth},
+    {FaultMode::Drop, "drop", "byte", 1, onBoth},
+    {FaultMode::Flip, "flip", "byte", 1, onBoth},
+    {FaultMode::Double, "double", "byte", 1, onBoth},
+    {FaultMode::PaperOut, "paper-out", nullptr, 0, onBoth},
+    {FaultMode::PaperIn, "paper-in", nullptr, 0, onBoth},
+    {FaultMode::PaperEnds, "paper-ends", "lines", 3, onBoth},
+    {FaultMode::PaperEndsQuietly, "paper-ends-quietly", "lines", 3, onBoth},
+    {FaultMode::Restart, "restart", nullptr, 0, onBoth},
+    {FaultMode::Answer, "answer", "CODE, answer:CATEGORY.CODE", 0, onBoth},
+    {FaultMode::ShapeBytes, "answer-shape:bytes", nullptr, 0, onBoth},
+    {FaultMode::ShapeBehindForeign, "answer-shape:behind-foreign", nullptr, 0, onBoth},
+    {FaultMode::ShapePlain, "answer-shape:plain", nullptr, 0, onXml},
+    {FaultMode::ShapeAbsent, "answer-shape:absent", nullptr, 0, onXml},
+    {FaultMode::ShapeNoValues, "answer-shape:no-values", nullptr, 0, onXml},
+    {FaultMode::ShapeBrokenData, "answer-shape:broken-data", nullptr, 0, onXml},
+    {FaultMode::ShapeFlat, "answer-shape:flat", nullptr, 0, onXml},
+    {FaultMode::ShapeBlanks, "answer-shape:blanks", nullptr, 0, onXml},
+    {FaultMode::ShapeNoDeclaration, "answer-shape:no-declaration", nullptr, 0, onXml},
+    {FaultMode::ShapeResult00, "answer-shape:result-00", nullptr, 0, onXml},
+    {FaultMode::ShapeCode8, "answer-shape:code-8", nullptr, 0, onXml},
+    {FaultMode::ShapeFractions, "answer-shape:fractions", nullptr, 0, onXml},
+    {FaultMode::ShapeShift01, "answer-shape:shift-01", nullptr, 0, onXml},
+    {FaultMode::ShapeOverflow2, "answer-shape:overflow-2", nullptr, 0, onXml},
+    {FaultMode::ShapeAckInside, "answer-shape:ack-inside", nullptr, 0, onHex},
+    {FaultMode::ShapeSmallCheck, "answer-shape:small-check", nullptr, 0, onHex},
+    {FaultMode::ShapeNoFields, "answer-shape:no-fields", nullptr, 0, onHex},
+    {FaultMode::ShapeNoCode, "answer-shape:no-code", nullptr, 0, onHex},
 };
+// clang-format on
 
 const ModeName* findMode(const QString& name)
 {
@@ -46,33 +74,64 @@ const ModeName* findMode(const QString& name)
     return found == std::end(modeNames) ? nullptr : found;
 }
 
+const ModeName* findMode(FaultMode mode)
+{
+    const auto* const found = std::find_if(std::begin(modeNames), std::end(modeNames),
+        [mode](const ModeName& candidate) { return candidate.mode == mode; });
+    return found == std::end(modeNames) ? nullptr : found;
+}
+
+// A code alone is one of HEX, one with a category one of XML.
+std::optional<Fault> readAnswer(const QString& text)
+{
+    static const QRegularExpression form(QStringLiteral("^(?:([1-9]\\d{0,8})\\.)?([1-9]\\d{0,8})$"));
+    const QRegularExpressionMatch match = form.match(text);
+    const Fault fault{FaultMode::Answer, match.captured(2).toInt(), match.captured(1).toInt()};
+    const bool known = FaultPlan::fits(fault, Language::Hex) || FaultPlan::fits(fault, Language::Xml);
+    return known ? std::optional<Fault>(fault) : std::nullopt;
+}
+
+std::optional<Fault> readFault(const QString& name, const QString& argument)
+{
+    if (const ModeName* const shape = findMode(name + QLatin1Char(':') + argument))
+        return Fault{shape->mode};
+    const ModeName* const mode = findMode(name);
+    if (mode == nullptr)
+        return std::nullopt;
+    if (mode->mode == FaultMode::Answer)
+        return readAnswer(argument);
+    static const QRegularExpression number(QStringLiteral("^\\d{1,6}$"));
+    const bool good = argument.isEmpty() || number.match(argument).hasMatch();
+    const int value = argument.isEmpty() ? mode->usual : argument.toInt();
+    return good ? std::optional<Fault>(Fault{mode->mode, value}) : std::nullopt;
+}
+
 } // namespace
 
 std::optional<FaultPlan> FaultPlan::parse(const QString& text, QString* error)
 {
-    static const QRegularExpression form(QStringLiteral("^([a-z-]+)(?::(\\d{1,6}))?@(\\d{1,9})(\\+?)$"));
+    static const QRegularExpression form(QStringLiteral("^([a-z-]+)(?::([a-z0-9.-]+))?@(\\d{1,9})(\\+?)$"));
     FaultPlan plan;
     for (const QString& part : text.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
         const QRegularExpressionMatch match = form.match(part.trimmed());
-        const ModeName* const mode = match.hasMatch() ? findMode(match.captured(1)) : nullptr;
-        if (mode == nullptr || match.captured(3).toInt() == 0) {
+        const std::optional<Fault> fault = readFault(match.captured(1), match.captured(2));
+        const int exchange = match.captured(3).toInt();
+        if (!fault || exchange == 0) {
             *error = QStringLiteral("no such fault: \"%1\"").arg(part.trimmed());
             return std::nullopt;
         }
-        const Fault fault{mode->mode, match.captured(2).isEmpty() ? mode->usual : match.captured(2).toInt()};
         if (match.captured(4).isEmpty())
-            plan.add(match.captured(3).toInt(), fault);
+            plan.add(exchange, *fault);
         else
-            plan.addFrom(match.captured(3).toInt(), fault);
+            plan.addFrom(exchange, *fault);
     }
     return plan;
 }
 
 QString FaultPlan::modeName(FaultMode mode)
 {
-    const auto* const found = std::find_if(std::begin(modeNames), std::end(modeNames),
-        [mode](const ModeName& candidate) { return candidate.mode == mode; });
-    return found == std::end(modeNames) ? QStringLiteral("none") : QLatin1String(found->name);
+    const ModeName* const found = findMode(mode);
+    return found == nullptr ? QStringLiteral("none") : QLatin1String(found->name);
 }
 
 const QList<FaultMode>& FaultPlan::allModes()
@@ -86,12 +145,54 @@ const QList<FaultMode>& FaultPlan::allModes()
     return modes;
 }
 
+QStringList FaultPlan::usage()
+{
+    QStringList words;
+    for (const ModeName& mode : modeNames) {
+        const QString name = QLatin1String(mode.name);
+        words.append(
+            mode.argument == nullptr ? name : name + QLatin1Char(':') + QLatin1String(mode.argument));
+    }
+    return words;
+}
+
+bool FaultPlan::fits(const Fault& fault, Language language)
+{
+    constexpr int greatestHexCode = 0xFF;
+    if (fault.mode == FaultMode::Answer)
+        return fault.argument > 0
+            && (language == Language::Xml ? fault.category > 0
+                                          : fault.category == 0 && fault.argument <= greatestHexCode);
+    const ModeName* const mode = findMode(fault.mode);
+    return mode == nullptr || (mode->languages & (language == Language::Hex ? onHex : onXml)) != 0;
+}
+
+QString FaultPlan::misfitWords(const Fault& fault, Language language)
+{
+    QString name = modeName(fault.mode);
+    if (fault.mode == FaultMode::Answer && fault.category > 0)
+        name += QStringLiteral(":%1.%2").arg(fault.category).arg(fault.argument);
+    else if (fault.mode == FaultMode::Answer)
+        name += QStringLiteral(":%1").arg(fault.argument);
+    const QString other = language == Language::Hex ? QStringLiteral("XML") : QStringLiteral("HEX");
+    return QStringLiteral("the fault %1 is one of %2").arg(name, other);
+}
+
 Fault FaultPlan::at(int exchange) const
 {
     if (m_faults.contains(exchange))
         return m_faults.value(exchange);
     const auto after = m_lasting.upperBound(exchange);
     return after == m_lasting.cbegin() ? Fault() : *std::prev(after);
+}
+
+QString FaultPlan::misfit(Language language) const
+{
+    for (const Fault& fault : m_faults.values() + m_lasting.values()) {
+        if (!fits(fault, language))
+            return misfitWords(fault, language);
+    }
+    return {};
 }
 
 } // namespace emulator

@@ -1,10 +1,11 @@
 #pragma once
 
 #include "line/fault.h"
+#include "line/language.h"
 
 #include <QList>
 #include <QMap>
-#include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -14,15 +15,23 @@ namespace emulator {
 class FaultPlan
 {
 public:
-    /// Reads "mode[:n]@exchange", several with commas between them; "@5+" means the fifth and all that
+    /// Reads "mode[:argument]@exchange", several with commas between them; "@5+" means the fifth and all that
     /// follow.
     static std::optional<FaultPlan> parse(const QString& text, QString* error);
     static QString modeName(FaultMode mode);
     static const QList<FaultMode>& allModes();
+    /// All modes in words as they are written in a plan, with what they take.
+    static QStringList usage();
+    /// The protocol has what the fault is about.
+    static bool fits(const Fault& fault, Language language);
+    /// Why the fault cannot happen on a line of that protocol.
+    static QString misfitWords(const Fault& fault, Language language);
 
     void add(int exchange, const Fault& fault) { m_faults[exchange] = fault; }
     void addFrom(int exchange, const Fault& fault) { m_lasting[exchange] = fault; }
     Fault at(int exchange) const;
+    /// Why the plan is not one for that protocol, empty when it is.
+    QString misfit(Language language) const;
 
 private:
     QMap<int, Fault> m_faults;

@@ -8,6 +8,7 @@ namespace {
 
 constexpr qint64 millisecondsPerSecond = 1000;
 constexpr qint64 pauseBetweenPieces = 50;
+constexpr qint64 pauseBetweenBytes = 1;
 constexpr qsizetype splitPiece = 7;
 
 QByteArray changedByte(QByteArray answer, const Fault& fault)
@@ -31,11 +32,21 @@ Protocol::Protocol(Register& device, Outbox& outbox, const Clock& clock)
 {
 }
 
-Fault Protocol::beginExchange()
+Fault Protocol::nextFault()
 {
     ++m_exchanges;
-    m_deaf = false;
     const Fault fault = m_next ? *std::exchange(m_next, std::nullopt) : m_plan.at(m_exchanges);
+    if (FaultPlan::fits(fault, language()))
+        return fault;
+    if (m_misfitListener)
+        m_misfitListener(FaultPlan::misfitWords(fault, language()));
+    return {};
+}
+
+Fault Protocol::beginExchange()
+{
+    const Fault fault = nextFault();
+    m_deaf = false;
     if (fault.mode == FaultMode::PaperOut || fault.mode == FaultMode::PaperIn)
         m_device.setPaper(fault.mode == FaultMode::PaperIn);
     if (fault.mode == FaultMode::PaperEnds || fault.mode == FaultMode::PaperEndsQuietly)
@@ -74,19 +85,23 @@ void Protocol::deliver(const QByteArray& request, const QByteArray& answer, cons
     case FaultMode::Double:
         return m_outbox.put(changedByte(answer, fault));
     case FaultMode::Split:
-        return putSplit(answer, fault.argument > 0 ? fault.argument : splitPiece);
+        return putSplit(answer, fault.argument > 0 ? fault.argument : splitPiece, pauseBetweenPieces);
+    case FaultMode::ShapeBytes:
+        return putSplit(answer, 1, pauseBetweenBytes);
+    case FaultMode::ShapeBehindForeign:
+        return m_outbox.put(foreignAnswer(answer) + answer);
     case FaultMode::Busy:
     case FaultMode::Slow:
         return putDelayed(answer, fault);
     default:
-        m_outbox.put(answer, m_answerDelay);
+        m_outbox.put(shaped(answer, fault.mode), m_answerDelay);
     }
 }
 
-void Protocol::putSplit(const QByteArray& answer, qsizetype size)
+void Protocol::putSplit(const QByteArray& answer, qsizetype size, qint64 pause)
 {
     for (qsizetype start = 0; start < answer.size(); start += size)
-        m_outbox.put(answer.mid(start, size), start / size * pauseBetweenPieces);
+        m_outbox.put(answer.mid(start, size), start / size * pause);
 }
 
 void Protocol::putDelayed(const QByteArray& answer, const Fault& fault)

@@ -4,6 +4,8 @@
 #include "line/outbox.h"
 #include "register/register.h"
 
+#include <functional>
+
 namespace emulator {
 
 /// One of the register's two languages: takes bytes from the host, works the register and puts what comes
@@ -23,6 +25,11 @@ public:
     void setFaults(const FaultPlan& plan) { m_plan = plan; }
     /// Overrules the plan for the exchange that comes next.
     void setNextFault(const Fault& fault) { m_next = fault; }
+    /// Told of a fault that is none of this protocol, which then does not happen.
+    void setMisfitListener(std::function<void(const QString& words)> listener)
+    {
+        m_misfitListener = std::move(listener);
+    }
     /// Judges as leniently as hosts need that were written to other rules.
     void setLenient(bool lenient) { m_lenient = lenient; }
     int exchangeCount() const { return m_exchanges; }
@@ -42,17 +49,21 @@ protected:
     /// The line is dead until the next request.
     bool isDeaf() const { return m_deaf; }
 
+    virtual Language language() const = 0;
     /// An answer that belongs to another request.
     virtual QByteArray foreignAnswer(const QByteArray& answer) const = 0;
     /// The answer with a damaged check value.
     virtual QByteArray damagedAnswer(const QByteArray& answer) const = 0;
     virtual QByteArray noise() const = 0;
+    /// The answer in the form that the mode stands for; as it is for all other modes.
+    virtual QByteArray shaped(const QByteArray& answer, FaultMode mode) const = 0;
     /// Milliseconds between a foreign answer and the true one. A host without frames throws away whatever it
     /// has got behind a foreign answer, so on such a line the two must not run into each other.
     virtual qint64 pauseAfterForeign() const { return 0; }
 
 private:
-    void putSplit(const QByteArray& answer, qsizetype size);
+    Fault nextFault();
+    void putSplit(const QByteArray& answer, qsizetype size, qint64 pause);
     void putDelayed(const QByteArray& answer, const Fault& fault);
 
     Register& m_device;
@@ -60,6 +71,7 @@ private:
     const Clock& m_clock;
     FaultPlan m_plan;
     std::optional<Fault> m_next;
+    std::function<void(const QString& words)> m_misfitListener;
     int m_exchanges = 0;
     bool m_lenient = false;
     bool m_deaf = false;

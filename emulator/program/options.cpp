@@ -2,21 +2,24 @@
 
 #include <QCommandLineParser>
 #include <QDateTime>
+#include <QMap>
 #include <QRandomGenerator>
 #include <QRegularExpression>
 
 #include <cstdio>
+#include <limits>
 
 namespace {
+
+constexpr int noDays = std::numeric_limits<int>::min();
 
 void describe(QCommandLineParser& parser)
 {
     parser.setApplicationDescription(QStringLiteral(
         "A software fiscal register on a pseudo terminal or a TCP port.\n\n"
-        "Faults are given as MODE[:N]@EXCHANGE, several with commas between them, \"@5+\" from the fifth on:\n"
-        "silence lost late stale echo badcheck noise busy:seconds slow:seconds cut split:size drop:byte flip:byte\n"
-        "double:byte paper-out paper-in paper-ends:lines paper-ends-quietly:lines restart.\n"
-        "SIGUSR1 takes the paper out or puts it in again."));
+        "Faults are given as MODE[:N]@EXCHANGE, several with commas between them, \"@5+\" from the fifth on:\n%1.\n"
+        "SIGUSR1 takes the paper out or puts it in again.")
+                                         .arg(emulator::FaultPlan::usage().join(QLatin1Char(' '))));
     parser.addOptions({
         {QStringLiteral("pty"), QStringLiteral("Link to the host's side of a pseudo terminal."),
             QStringLiteral("LINK")},
@@ -46,6 +49,17 @@ void describe(QCommandLineParser& parser)
             QStringLiteral(
                 "Number of the fiscal drive: 16 digits, the first four 9999 (another one each start)."),
             QStringLiteral("NUMBER")},
+        {QStringLiteral("drive-phase"),
+            QStringLiteral("Phase of the drive's life: ready, fiscal, closed, read, or a number (fiscal)."),
+            QStringLiteral("NAME")},
+        {QStringLiteral("drive-documents-left"),
+            QStringLiteral("Documents that the drive has room for (no end)."), QStringLiteral("COUNT")},
+        {QStringLiteral("drive-days-left"),
+            QStringLiteral("Days until the drive expires, negative when it has (15 months)."),
+            QStringLiteral("DAYS")},
+        {QStringLiteral("electronic-without-paper"),
+            QStringLiteral("yes: receipts by mail only are not printed; no: they are, as all others (yes)."),
+            QStringLiteral("WORD")},
         {QStringLiteral("clock"),
             QStringLiteral("Let the clock run from that time, as 2026-03-01T09:00:00 (the computer's)."),
             QStringLiteral("TIME")},
@@ -101,6 +115,55 @@ bool readNumber(
     return true;
 }
 
+int drivePhase(const QString& text)
+{
+    static const QMap<QString, int> names{{QStringLiteral("ready"), emulator::DriveLife::ready},
+        {QStringLiteral("fiscal"), emulator::DriveLife::fiscalMode},
+        {QStringLiteral("closed"), emulator::DriveLife::closed},
+        {QStringLiteral("read"), emulator::DriveLife::archiveRead}};
+    bool ok = false;
+    const int number = text.toInt(&ok);
+    return ok && number >= 0 && number <= emulator::DriveLife::archiveRead ? number : names.value(text, -1);
+}
+
+QString readDriveLife(const QCommandLineParser& parser, emulator::DriveLife& life)
+{
+    QString error;
+    int documents = -1;
+    int days = noDays;
+    if (!readNumber(parser, "drive-documents-left", 0, 1'000'000'000, documents, error)
+        || !readNumber(parser, "drive-days-left", -10'000, 10'000, days, error))
+        return error;
+    if (documents >= 0)
+        life.documentsLeft = documents;
+    if (days != noDays)
+        life.daysLeft = days;
+    if (parser.isSet(QStringLiteral("drive-phase")))
+        life.phase = drivePhase(parser.value(QStringLiteral("drive-phase")));
+    return life.phase >= 0 ? QString()
+                           : QStringLiteral("--drive-phase is ready, fiscal, closed, read, or 0 to 15");
+}
+
+bool readYesNo(const QString& word, bool& value)
+{
+    if (!word.isEmpty())
+        value = word == QStringLiteral("yes");
+    return word.isEmpty() || value || word == QStringLiteral("no");
+}
+
+QString readFaults(const QCommandLineParser& parser, Options& options)
+{
+    QString error;
+    const std::optional<emulator::FaultPlan> plan
+        = emulator::FaultPlan::parse(parser.value(QStringLiteral("faults")), &error);
+    options.faults = plan.value_or(emulator::FaultPlan());
+    // A line that takes both protocols tells when it meets one that does not fit.
+    if (!error.isEmpty() || options.protocol == emulator::ProtocolChoice::Auto)
+        return error;
+    const bool hex = options.protocol == emulator::ProtocolChoice::Hex;
+    return options.faults.misfit(hex ? emulator::Language::Hex : emulator::Language::Xml);
+}
+
 bool readProtocol(const QString& name, emulator::ProtocolChoice& choice)
 {
     if (name == QStringLiteral("HEX"))
@@ -136,12 +199,12 @@ QString fill(const QCommandLineParser& parser, Options& options)
         return QStringLiteral("--serial is longer than 20 characters");
     if (error = readDrive(parser, identity.driveNumber); !error.isEmpty())
         return error;
-    if (error = readClock(parser, options.clockAhead); !error.isEmpty())
+    if (error = readDriveLife(parser, identity.driveLife); !error.isEmpty())
         return error;
-    const std::optional<emulator::FaultPlan> plan
-        = emulator::FaultPlan::parse(parser.value(QStringLiteral("faults")), &error);
-    options.faults = plan.value_or(emulator::FaultPlan());
-    return error;
+    if (!readYesNo(parser.value(QStringLiteral("electronic-without-paper")), identity.electronicWithoutPaper))
+        return QStringLiteral("--electronic-without-paper is yes or no");
+    error = readClock(parser, options.clockAhead);
+    return error.isEmpty() ? readFaults(parser, options) : error;
 }
 
 } // namespace

@@ -18,12 +18,19 @@ public:
     void setLenient(bool lenient);
     /// Exchanges are counted for each protocol by itself.
     void setFaults(const FaultPlan& plan);
+    /// Told of a fault that is none of the protocol that met it.
+    void setMisfitListener(const std::function<void(const QString& words)>& listener);
 
 private:
+    void chooseFor(const QByteArray& bytes);
+    void change(Protocol& protocol);
+
     HexProtocol m_hex;
     XmlProtocol m_xml;
     ProtocolChoice m_choice;
     Protocol* m_current;
+    /// The last bytes that belong to neither protocol, as many as may stand before a document.
+    QByteArray m_undecided;
 };
 
 } // namespace emulator

@@ -33,6 +33,9 @@ Station::Station(const Options& options, QObject* parent)
     , m_journal(options.journalFile)
 {
     m_protocol.setFaults(options.faults);
+    m_protocol.setMisfitListener([](const QString& words) {
+        std::fprintf(stderr, "spf-emulator: %s and does not happen\n", qPrintable(words));
+    });
     m_protocol.setLenient(options.lenient);
     m_register.refusals().setListener([](const emulator::RefusedRequest& refused) {
         std::fprintf(stderr, "refused: %s\n", refused.reason.simplified().toUtf8().constData());

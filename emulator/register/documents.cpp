@@ -12,11 +12,13 @@ namespace emulator {
 
 Refusal Documents::open(const Document& head)
 {
-    if (const Refusal refusal = judgement::opening(head, m_parts); refusal != Refusal::None)
-        return refusal;
-    m_parts.state.open.document = head;
-    m_parts.state.open.document.phase = Phase::Open;
-    return Refusal::None;
+    Document document = head;
+    document.phase = Phase::Open;
+    document.unprinted = head.unprinted && m_parts.identity.electronicWithoutPaper;
+    const Refusal refusal = judgement::opening(document, m_parts);
+    if (refusal == Refusal::None)
+        m_parts.state.open.document = document;
+    return refusal;
 }
 
 Refusal Documents::printText(const QString& text, int attribute)
@@ -58,10 +60,12 @@ Refusal Documents::cancel()
         return Refusal::WrongState;
     }
     ++m_parts.state.shift.counters.cancelled;
-    if (m_parts.state.paper.isIn && !document.unprinted)
-        printing::printOrQueue(m_parts, pages::cancelled(m_parts, document));
+    const bool printed = m_parts.state.paper.isIn && !document.unprinted;
+    // Paper that ends on the note leaves the document cancelled.
+    const Refusal refusal
+        = printed ? printing::printOrQueue(m_parts, pages::cancelled(m_parts, document)) : Refusal::None;
     drop();
-    return Refusal::None;
+    return refusal;
 }
 
 void Documents::drop()

@@ -11,15 +11,22 @@ constexpr int daysBeforeReplacement = 3;
 constexpr int daysBeforeResourceEnds = 30;
 constexpr int daysForOperator = 30;
 constexpr int daysUntilBlocked = 31;
+constexpr qint64 documentsBeforeFull = 100;
 
 } // namespace
 
-FiscalDrive::FiscalDrive(const QString& number, const QDateTime& activated)
+FiscalDrive::FiscalDrive(const QString& number, const QDateTime& activated, const DriveLife& life)
     : m_number(number)
-    , m_expiry(activated.date().addMonths(lifeInMonths))
+    , m_expiry(
+          life.daysLeft ? activated.date().addDays(*life.daysLeft) : activated.date().addMonths(lifeInMonths))
 {
-    store(FiscalType::Registration, activated, "factory");
+    m_phase = life.phase;
+    if (isActivated())
+        store(FiscalType::Registration, activated, "factory");
+    if (isArchiveClosed())
+        store(FiscalType::DriveClosing, activated, "factory");
     sendAll();
+    m_documentsLeft = life.documentsLeft;
 }
 
 int FiscalDrive::warnings(const QDateTime& now) const
@@ -30,6 +37,8 @@ int FiscalDrive::warnings(const QDateTime& now) const
         bits |= 1;
     if (daysLeft < daysBeforeResourceEnds)
         bits |= 2;
+    if (m_documentsLeft && *m_documentsLeft <= documentsBeforeFull)
+        bits |= 4;
     if (daysWaiting(now) >= daysForOperator)
         bits |= 8;
     return bits;
@@ -57,7 +66,10 @@ FiscalRecord FiscalDrive::store(FiscalType type, const QDateTime& dateTime, cons
     if (type == FiscalType::Registration || type == FiscalType::RegistrationChange) {
         ++m_registrations;
         m_lastRegistration = dateTime;
+        m_phase = isReady() ? DriveLife::fiscalMode : m_phase;
     }
+    if (m_documentsLeft)
+        m_documentsLeft = qMax<qint64>(0, *m_documentsLeft - 1);
     m_documents.append(record);
     m_prints[record.number % keptPrints] = {};
     return record;

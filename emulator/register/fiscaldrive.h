@@ -1,5 +1,6 @@
 #pragma once
 
+#include "register/drivelife.h"
 #include "register/fiscalrecord.h"
 #include "tape/page.h"
 
@@ -13,15 +14,22 @@ namespace emulator {
 class FiscalDrive
 {
 public:
-    FiscalDrive(const QString& number, const QDateTime& activated);
+    FiscalDrive(const QString& number, const QDateTime& activated, const DriveLife& life = {});
 
     const QString& number() const { return m_number; }
     QDate expiry() const { return m_expiry; }
     bool isExpired(const QDateTime& now) const { return now.date() > m_expiry; }
     QString version() const { return QStringLiteral("fn_v_1_2  emulated"); }
-    /// Bits that fill up with age: 1 ready, 2 fiscal mode, 4 after it, 8 archive read. This drive stays in
-    /// fiscal mode.
-    int lifePhase() const { return 3; }
+    /// Bits that fill up with age: 1 ready, 2 fiscal mode, 4 after it, 8 archive read.
+    int lifePhase() const { return m_phase; }
+    /// Registered, and not closed yet: it takes documents.
+    bool isInFiscalMode() const { return m_phase == DriveLife::fiscalMode; }
+    /// It waits for its registration.
+    bool isReady() const { return m_phase == DriveLife::ready; }
+    bool isArchiveClosed() const { return (m_phase & archiveClosedBit) != 0; }
+    bool isActivated() const { return (m_phase & activatedBit) != 0; }
+    /// No room for a new document. What ends something that was begun always finds some.
+    bool isFull() const { return m_documentsLeft == 0; }
     QDateTime lastRegistration() const { return m_lastRegistration; }
     int registrationsDone() const { return m_registrations; }
     int registrationsLeft() const { return maxRegistrations - m_registrations; }
@@ -36,7 +44,8 @@ public:
     void keepPrint(const tape::Page& page);
     tape::Page print(quint32 number) const;
 
-    const FiscalRecord& last() const { return m_documents.constLast(); }
+    /// A record with the number 0 when there is none.
+    FiscalRecord last() const { return m_documents.isEmpty() ? FiscalRecord() : m_documents.constLast(); }
     const FiscalRecord* find(quint32 number) const;
     /// Documents that the OFD has not got.
     int queueLength() const { return static_cast<int>(m_documents.size() - m_sent); }
@@ -49,10 +58,14 @@ private:
     qint64 daysWaiting(const QDateTime& now) const;
 
     static constexpr int maxRegistrations = 12;
+    static constexpr int activatedBit = 2;
+    static constexpr int archiveClosedBit = 4;
     static constexpr qsizetype keptPrints = 256;
 
     QString m_number;
     QDate m_expiry;
+    int m_phase = DriveLife::ready;
+    std::optional<qint64> m_documentsLeft;
     int m_registrations = 0;
     QDateTime m_lastRegistration;
     QList<FiscalRecord> m_documents;

@@ -11,6 +11,7 @@ enum class FiscalType {
     ShiftOpening = 2,
     Receipt = 3,
     ShiftClosing = 5,
+    DriveClosing = 6,
     RegistrationChange = 11,
     AccountingReport = 21
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "register/drivelife.h"
+
 #include <QString>
 
 namespace emulator {
@@ -14,6 +16,9 @@ struct Identity
     QString driveNumber = QStringLiteral("9999078900001234");
     /// Characters on a line of the tape.
     int width = 44;
+    /// A receipt that goes to the customer by mail only is not printed; else paper it must have as any other.
+    bool electronicWithoutPaper = true;
+    DriveLife driveLife;
 };
 
 } // namespace emulator

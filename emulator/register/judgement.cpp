@@ -56,16 +56,20 @@ Refusal taxSystem(int system, const Registration& registration)
 
 } // namespace
 
-Refusal ready(const State& state)
+Refusal ready(const State& state, bool needsPaper)
 {
     if (state.open.document.isOpen())
         return Refusal::WrongState;
-    return state.paper.isIn ? Refusal::None : Refusal::NoPaper;
+    return state.paper.isIn || !needsPaper ? Refusal::None : Refusal::NoPaper;
 }
 
 Refusal drive(const Parts& parts)
 {
-    return parts.drive.isExpired(parts.clock.now()) ? Refusal::DriveExpired : Refusal::None;
+    if (!parts.drive.isInFiscalMode())
+        return Refusal::DriveWrongState;
+    if (parts.drive.isExpired(parts.clock.now()))
+        return Refusal::DriveExpired;
+    return parts.drive.isFull() ? Refusal::DriveFull : Refusal::None;
 }
 
 Refusal newDocuments(const Parts& parts)
@@ -84,12 +88,14 @@ Refusal time(const QDateTime& time, const Parts& parts)
 
 Refusal opening(const Document& head, const Parts& parts)
 {
-    if (const Refusal refusal = ready(parts.state); refusal != Refusal::None)
+    if (const Refusal refusal = ready(parts.state, !head.unprinted); refusal != Refusal::None)
         return refusal;
     if (head.type < DocumentType::NonFiscal || head.type > DocumentType::CashOut)
         return Refusal::BadValue;
     if (head.type == DocumentType::NonFiscal)
         return Refusal::None;
+    if (!parts.drive.isInFiscalMode())
+        return Refusal::DriveWrongState;
     if (!parts.state.shift.isOpen)
         return Refusal::WrongState;
     if (parts.state.shift.isTooLong(parts.clock.now()))
@@ -107,7 +113,7 @@ Refusal printing(const State& state)
         return Refusal::NoDocument;
     if (state.open.document.isStored())
         return Refusal::WrongState;
-    return state.paper.isIn ? Refusal::None : Refusal::NoPaper;
+    return state.paper.isIn || state.open.document.unprinted ? Refusal::None : Refusal::NoPaper;
 }
 
 Refusal positions(const Document& document)
@@ -186,7 +192,9 @@ Refusal reregistration(const Registration& registration, const Parts& parts)
         return refusal;
     if (parts.state.shift.isOpen)
         return Refusal::WrongState;
-    if (const Refusal refusal = drive(parts); refusal != Refusal::None)
+    // The registration is what brings a new drive into fiscal mode.
+    const Refusal refusal = parts.drive.isReady() ? Refusal::None : drive(parts);
+    if (refusal != Refusal::None)
         return refusal;
     if (!isComplete(registration))
         return Refusal::BadValue;

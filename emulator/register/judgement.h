@@ -17,8 +17,8 @@ struct State;
 /// What the register thinks of a step before it takes it. Nothing here changes anything.
 namespace judgement {
 
-/// A report or a document may begin: none is open, and there is paper.
-Refusal ready(const State& state);
+/// A report or a document may begin: none is open, and there is paper where it needs some.
+Refusal ready(const State& state, bool needsPaper = true);
 /// The fiscal drive may store another document.
 Refusal drive(const Parts& parts);
 /// It may besides take documents that begin something new: not while the OFD has not got the older ones for

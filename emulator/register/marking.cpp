@@ -4,6 +4,8 @@
 #include "register/markingquery.h"
 #include "register/parts.h"
 
+#include <cmath>
+
 namespace emulator {
 
 namespace {
@@ -17,6 +19,11 @@ bool isKnownStatus(int status)
 {
     // Sold or returned, by the piece or measured; 255 leaves it as it is and 0 is a host that does not say.
     return (status >= 0 && status <= highestStatus) || status == statusAsItIs;
+}
+
+bool isQuantity(double quantity)
+{
+    return std::isfinite(quantity) && quantity >= 0;
 }
 
 // A code carries its own proof behind a group separator: key 91 and signature 92, or short signature 93.
@@ -47,9 +54,11 @@ bool Marking::isForbidden() const
 
 Refusal Marking::judge(const MarkingQuery& query) const
 {
+    if (!m_parts.drive.isInFiscalMode())
+        return Refusal::DriveWrongState;
     if (isForbidden())
         return Refusal::MarkingForbidden;
-    if (query.code.isEmpty() || !isKnownStatus(query.plannedStatus) || query.quantity < 0)
+    if (query.code.isEmpty() || !isKnownStatus(query.plannedStatus) || !isQuantity(query.quantity))
         return Refusal::BadValue;
     if (!m_parts.state.open.marking.isEmpty())
         return Refusal::MarkingOutOfOrder;

@@ -54,7 +54,7 @@ tape::Page report(
     page.centred(title);
     if (record.type == FiscalType::ShiftClosing)
         pageblocks::addTotals(page, parts);
-    if (record.type == FiscalType::RegistrationChange)
+    if (record.type == FiscalType::Registration || record.type == FiscalType::RegistrationChange)
         page.text(QStringLiteral("СНО: ") + names::taxSystems(parts.state.registration.taxSystems));
     page.pair(QStringLiteral("НЕ ПЕРЕДАНО ДОКУМЕНТОВ В ОФД"), QString::number(parts.drive.queueLength()));
     page.rule();

@@ -8,7 +8,7 @@ Parts::Parts(const Clock& source, const Identity& itsIdentity)
     : identity(itsIdentity)
     , clock(source)
     , settings(identity.width)
-    , drive(identity.driveNumber, clock.now())
+    , drive(identity.driveNumber, clock.now(), identity.driveLife)
 {
     parameters.set(parameter::serialNumber, 0, identity.serialNumber);
 }

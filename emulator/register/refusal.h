@@ -18,6 +18,7 @@ enum class Refusal {
     NegativeResult = 14,
     DriveWrongState = 82,
     DriveExpired = 85,
+    DriveFull = 86,
     DriveHasNoData = 88,
     TooManyPositions = 94,
     OperatorSilent = 101,

@@ -15,7 +15,8 @@ public:
     using Listener = std::function<void(const RefusedRequest& refused)>;
 
     void setListener(Listener listener) { m_listener = std::move(listener); }
-    void add(const RefusedRequest& refused);
+    /// What would command a terminal is kept escaped in command and reason.
+    void add(RefusedRequest refused);
     /// The youngest thousand.
     const QList<RefusedRequest>& all() const { return m_all; }
     void clear() { m_all.clear(); }

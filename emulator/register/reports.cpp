@@ -23,6 +23,8 @@ ReportNames reportNames(FiscalType type)
         return {QStringLiteral("openShift"), QStringLiteral("ОТЧЕТ ОБ ОТКРЫТИИ СМЕНЫ")};
     case FiscalType::ShiftClosing:
         return {QStringLiteral("closeShift"), QStringLiteral("ОТЧЕТ О ЗАКРЫТИИ СМЕНЫ (Z-ОТЧЕТ)")};
+    case FiscalType::Registration:
+        return {QStringLiteral("registration"), QStringLiteral("ОТЧЕТ О РЕГИСТРАЦИИ")};
     case FiscalType::RegistrationChange:
         return {QStringLiteral("registrationChange"), QStringLiteral("ОТЧЕТ ОБ ИЗМЕНЕНИИ РЕГИСТРАЦИИ")};
     default:
@@ -49,7 +51,9 @@ Refusal Reports::changeRegistration(const Registration& registration, const Cash
     if (const Refusal refusal = judgement::reregistration(registration, m_parts); refusal != Refusal::None)
         return refusal;
     m_parts.state.registration = registration;
-    return issue(FiscalType::RegistrationChange, cashier,
+    const FiscalType type
+        = m_parts.drive.isReady() ? FiscalType::Registration : FiscalType::RegistrationChange;
+    return issue(type, cashier,
         {{QStringLiteral("taxSystems"), registration.taxSystems}, {QStringLiteral("reasons"), reasons}});
 }
 

@@ -27,7 +27,8 @@ QList<XmlCommand> makeXmlCommands()
             Rule::tree(QStringLiteral("100000"), {Rule::leaf(tag::documentNumber, number)})},
         {18, xmlcommands::changeRegistration,
             Rule::tree(QStringLiteral("11"),
-                {cashier, Rule::leaf(tag::changeReasons, number), Rule::leaf(tag::taxSystems, number)})},
+                {cashier, Rule::leaf(tag::changeReasons, number), Rule::leaf(tag::taxSystems, number)}),
+            xmlreceiptform::checkRegistration},
         {22, xmlcommands::time, {}},
         {24, xmlcommands::setTime,
             Rule::tree(

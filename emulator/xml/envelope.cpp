@@ -82,6 +82,22 @@ XmlVerdict checkBody(const Body& body)
     return {};
 }
 
+// The text in UTF-16, without the zero that may stand before or behind it, whatever the order of its bytes.
+QByteArray widened(const QByteArray& text)
+{
+    QByteArray wide;
+    for (const char letter : text)
+        wide.append(letter).append('\0');
+    return wide.chopped(1);
+}
+
+// The id of a request that no XML reader needs to read.
+QString idWithin(QByteArray document)
+{
+    static const QRegularExpression form(QStringLiteral("<RequestId>([^<]*)</RequestId>"));
+    return form.match(QString::fromLatin1(document.replace('\0', ""))).captured(1);
+}
+
 } // namespace
 
 const QStringList& bodyNames()
@@ -92,8 +108,23 @@ const QStringList& bodyNames()
     return names;
 }
 
+qsizetype endOfRequest(const QByteArray& bytes, qsizetype from)
+{
+    static const QByteArray wideEnd = widened(requestEnd);
+    const qsizetype narrow = bytes.indexOf(requestEnd, from);
+    if (narrow >= 0)
+        return narrow + requestEnd.size();
+    const qsizetype wide = bytes.indexOf(wideEnd, from);
+    return wide < 0 ? -1 : wide + wideEnd.size();
+}
+
 XmlVerdict read(const QByteArray& document, XmlRequest& request)
 {
+    static const QByteArray wideRoot = widened("<ArmRequest");
+    if (document.contains(wideRoot)) {
+        request.id = idWithin(document);
+        return XmlVerdict::badRequest(QStringLiteral("UTF-16 instead of UTF-8"));
+    }
     Body body;
     QString error;
     const std::optional<QString> data = readEnvelope(document, body, error);

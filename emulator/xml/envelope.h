@@ -19,6 +19,9 @@ namespace xmlenvelope {
 /// The end of a request; a line has no other frame.
 inline const QByteArray requestEnd = QByteArrayLiteral("</ArmRequest>");
 
+/// Where the first request in the bytes ends, negative when there is no end yet. One in UTF-16 has one, too.
+qsizetype endOfRequest(const QByteArray& bytes, qsizetype from);
+
 /// The elements of RequestBody in their order.
 const QStringList& bodyNames();
 

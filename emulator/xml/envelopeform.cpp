@@ -66,6 +66,16 @@ bool hasInnerDeclaration(const QString& document)
     return isNext(document, document.indexOf(begin) + begin.size(), QStringLiteral("<?xml"));
 }
 
+bool hasComment(const QString& document)
+{
+    return document.contains(QStringLiteral("<!--"));
+}
+
+bool hasInstruction(const QString& document)
+{
+    return document.count(QStringLiteral("<?")) > 1;
+}
+
 struct TextRule
 {
     bool (*isBroken)(const QString& document);
@@ -80,6 +90,8 @@ constexpr TextRule textRules[] = {
     {&hasDocumentType, "DOCTYPE"},
     {&isNoSection, "RequestData is not one CDATA section"},
     {&hasInnerDeclaration, "a declaration in the parameters"},
+    {&hasComment, "a comment"},
+    {&hasInstruction, "a processing instruction"},
 };
 
 struct BodyRule
@@ -144,7 +156,10 @@ XmlVerdict checkElements(const QByteArray& document)
 {
     QXmlStreamReader reader(document);
     for (qsizetype place = 0; !reader.atEnd();) {
-        if (reader.readNext() != QXmlStreamReader::StartElement)
+        reader.readNext();
+        if (reader.isCharacters() && !reader.isWhitespace())
+            return XmlVerdict::badRequest(QStringLiteral("text between the elements"));
+        if (!reader.isStartElement())
             continue;
         if (const XmlVerdict verdict = checkElement(reader, place++); !verdict.isGood())
             return verdict;

@@ -2,10 +2,12 @@
 
 #include "register/settingtable.h"
 #include "register/tags.h"
+#include "xml/answershape.h"
 #include "xml/commandtable.h"
 #include "xml/envelope.h"
 #include "xml/envelopeform.h"
 #include "xml/sequence.h"
+#include "xml/treeform.h"
 
 #include <utility>
 
@@ -22,25 +24,21 @@ constexpr qint64 pauseBetweenAnswers = 200;
 const QByteArray byteOrderMark = QByteArrayLiteral("\xEF\xBB\xBF");
 const QString foreignId = QStringLiteral("{00000000-0000-4000-8000-000000000000}");
 
-// The cash that is left of a payment less its change may come out a hair below nothing; no other sum does.
-const XmlNode* findMinusZero(const XmlNode& node)
-{
-    if (node.type == XmlType::Sum && node.value == QStringLiteral("-0.00") && node.name != tag::cash)
-        return &node;
-    for (const XmlNode& part : node.children) {
-        if (const XmlNode* const found = findMinusZero(part))
-            return found;
-    }
-    return nullptr;
-}
-
 // What a lenient register does not mind.
 XmlVerdict judge(const XmlCommand& command, const XmlNode& data)
 {
-    if (const XmlNode* const sum = findMinusZero(data))
-        return XmlVerdict::badData(QStringLiteral("pa %1: -0.00").arg(sum->name));
+    if (const XmlVerdict verdict = xmltreeform::check(data); !verdict.isGood())
+        return verdict;
     const XmlVerdict verdict = xmlsequence::check(data);
     return verdict.isGood() && command.form != nullptr ? command.form(data) : verdict;
+}
+
+// A register describes the codes in its own words, which hosts need only for those that they do not know.
+XmlVerdict errorOf(const Fault& fault)
+{
+    const bool noPaper = fault.mode == FaultMode::ShapeCode8;
+    const XmlVerdict error = noPaper ? XmlVerdict(1, 8, {}) : XmlVerdict(fault.category, fault.argument, {});
+    return {error.category, error.code, QStringLiteral("Ошибка %1").arg(error.code)};
 }
 
 } // namespace
@@ -62,14 +60,14 @@ void XmlProtocol::receive(const QByteArray& bytes)
         m_buffer.clear();
     m_lastByteAt = milliseconds();
     // The end may have begun with the bytes before.
-    qsizetype searched = qMax<qsizetype>(0, m_buffer.size() - xmlenvelope::requestEnd.size());
+    qsizetype searched = qMax<qsizetype>(0, m_buffer.size() - 2 * xmlenvelope::requestEnd.size());
     m_buffer += bytes;
     for (;;) {
         skip();
-        const qsizetype end = m_buffer.indexOf(xmlenvelope::requestEnd, searched);
+        const qsizetype end = xmlenvelope::endOfRequest(m_buffer, searched);
         if (end < 0)
             return;
-        const QByteArray document = m_buffer.left(end + xmlenvelope::requestEnd.size());
+        const QByteArray document = m_buffer.left(end);
         m_buffer.remove(0, document.size());
         searched = 0;
         const bool isMarked = std::exchange(m_skipped, {}) == byteOrderMark;
@@ -92,11 +90,19 @@ void XmlProtocol::handle(const QByteArray& document)
         return;
     XmlRequest request;
     const XmlVerdict verdict = read(document, request);
+    if (fault.isError())
+        return reply(document, request, errorOf(fault), fault);
     const XmlAnswer answer = verdict.isGood() ? run(request) : XmlAnswer(verdict);
     if (!answer.verdict.isGood())
         remember(document, request, answer.verdict);
     if (!verdict.isGood() && !device().settings().isOn(setting::errorAnswers))
         return;
+    reply(document, request, answer, fault);
+}
+
+void XmlProtocol::reply(
+    const QByteArray& document, const XmlRequest& request, const XmlAnswer& answer, const Fault& fault)
+{
     deliver(document, xmlenvelope::answer(request.id, request.command, device().now(), answer), fault);
 }
 
@@ -104,6 +110,8 @@ XmlVerdict XmlProtocol::read(const QByteArray& document, XmlRequest& request) co
 {
     // The id is read in any case: a refusal carries it.
     const XmlVerdict verdict = xmlenvelope::read(document, request);
+    if (!m_refusal.isEmpty())
+        return XmlVerdict::badRequest(m_refusal);
     if (document.size() > longestRequest)
         return XmlVerdict::badRequest(QStringLiteral("longer than %1 bytes").arg(longestRequest));
     return verdict.isGood() && isStrict() ? xmlenvelopeform::check(document) : verdict;
@@ -146,6 +154,11 @@ QByteArray XmlProtocol::damagedAnswer(const QByteArray& answer) const
 QByteArray XmlProtocol::noise() const
 {
     return QByteArrayLiteral("\xFF\x7F\x00U\xAA");
+}
+
+QByteArray XmlProtocol::shaped(const QByteArray& answer, FaultMode mode) const
+{
+    return xmlanswershape::apply(answer, mode);
 }
 
 qint64 XmlProtocol::pauseAfterForeign() const

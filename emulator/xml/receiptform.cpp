@@ -23,6 +23,22 @@ bool hasNoFooter(const XmlNode& receipt, const XmlNode&)
     return receipt.child(QStringLiteral("Footer")) == nullptr;
 }
 
+// Hosts put the tax system behind all that they were given for the receipt.
+bool isTaxSystemNotLast(const XmlNode& receipt, const XmlNode&)
+{
+    static const QStringList requisites{tag::cashierInn, tag::customerAddress, tag::supplierPhone, tag::place,
+        tag::additional, tag::customer, tag::taxSystem};
+    const auto last = std::find_if(receipt.children.crbegin(), receipt.children.crend(),
+        [](const XmlNode& part) { return requisites.contains(part.name); });
+    return last != receipt.children.crend() && last->name != tag::taxSystem;
+}
+
+bool isReasonWrong(const XmlNode& registration, const XmlNode&)
+{
+    constexpr int changedParameters = 8;
+    return registration.numberOf(tag::changeReasons) != changedParameters;
+}
+
 // Hosts send all three or none; those of which nothing is known are empty.
 bool isSupplierPartial(const XmlNode& position, const XmlNode&)
 {
@@ -104,6 +120,11 @@ constexpr const char* goodsCodeWords
 
 constexpr Condition receiptConditions[] = {
     {&hasNoFooter, "no Footer"},
+    {&isTaxSystemNotLast, "1055 is the last requisite before HeaderText and Footer"},
+};
+
+constexpr Condition registrationConditions[] = {
+    {&isReasonWrong, "1205 is 8"},
 };
 
 constexpr Condition positionConditions[] = {
@@ -141,6 +162,11 @@ XmlVerdict check(const XmlNode& receipt)
         verdict = judge(positionConditions, position, receipt);
     }
     return verdict;
+}
+
+XmlVerdict checkRegistration(const XmlNode& registration)
+{
+    return judge(registrationConditions, registration, registration);
 }
 
 XmlVerdict checkMarking(const XmlNode& query)

@@ -69,6 +69,7 @@ void readBegin(QXmlStreamReader& reader, XmlNode& node)
     const int type = reader.attributes().value(QLatin1String("t")).toInt(&ok);
     node.type = static_cast<XmlType>(type);
     node.name = reader.attributes().value(QLatin1String("n")).toString();
+    node.hasNamespace = !reader.namespaceUri().isEmpty() || !reader.namespaceDeclarations().isEmpty();
     if (reader.name() != QLatin1String("pa") || reader.attributes().size() != 2 || node.name.isEmpty() || !ok
         || type < 1 || type > 9)
         reader.raiseError(QStringLiteral("no parameter"));

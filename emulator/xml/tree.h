@@ -34,6 +34,8 @@ struct XmlNode
     XmlType type = XmlType::Structure;
     QString value;
     QList<XmlNode> children;
+    /// It was written with a namespace or under a prefix.
+    bool hasNamespace = false;
 
     static XmlNode structure(const QString& name, const QList<XmlNode>& children);
     static XmlNode text(const QString& name, const QString& value);

@@ -109,14 +109,16 @@ inline QString position(const QString& price, const QString& quantity, const QSt
             + pa("PriceWithDiscount", 2, withDiscount));
 }
 
-/// A receipt with cash and electronic money; what else it has stands behind, with a text at the foot unless
-/// it has one of its own.
+/// A receipt with cash and electronic money; what else it has stands around the tax system, with a text at
+/// the foot unless it has one of its own.
 inline QString receipt(
     const QString& positions, const QString& cash, const QString& card = "0.00", const QString& more = {})
 {
     const QString foot = more.contains("Footer") ? QString() : pa("Footer", 1, "СДАЧА: 0.00");
+    const qsizetype texts = more.indexOf(QRegularExpression("<pa n=\"(HeaderText|Footer|TextAfterDoc)\""));
     return pa("3", 7,
         pa("1059", 6, positions) + pa("1031", 2, cash) + pa("1081", 2, card) + pa("1215", 2, "0.00")
             + pa("1216", 2, "0.00") + pa("1217", 2, "0.00") + pa("1021", 1, "Иванова") + pa("1054", 4, "1")
-            + pa("DoNotPrint", 4, "0") + pa("1055", 4, "1") + more + foot);
+            + pa("DoNotPrint", 4, "0") + more.left(texts) + pa("1055", 4, "1")
+            + (texts < 0 ? QString() : more.mid(texts)) + foot);
 }

@@ -83,6 +83,12 @@ const QList<HexRow> hexRows{
     {"EAN-13 of 14 digits", {open(1)}, barcode("2", "46012345678901"), 3, 0},
     {"a kind of barcode that has no name", {open(1)}, barcode("11", "x"), 0, 0},
     {"a kind of barcode that there is not", {open(1)}, barcode("9", "x"), 3, 3},
+    {"line with all bits of its attribute", {open(1)}, text("x", 1 | 16 | 32 | 128), 0, 0},
+    {"line with another bit", {open(1)}, text("x", 8), 3, 0},
+    {"line with a tab", {open(1)}, text("x\t", 0), 3, 0},
+    {"line with a deleted character", {open(1)}, text("x\x7F", 0), 3, 0},
+    {"quantity that is none", {}, with(check(), 3, "nan"), 3, 3},
+    {"quantity without end", {}, with(check(), 3, "inf"), 3, 3},
     {"customer's address of 256 bytes", {}, with(open(2), 7, QByteArray(256, 'x')), 0, 0},
     {"customer's address of 257 bytes", {}, with(open(2), 7, QByteArray(257, 'x')), 3, 3},
 };
@@ -111,6 +117,8 @@ TEST(HexStrict, SaysWhy)
         {{0x21, {"x"}}, "3", "21: 2 fields, 1 are too few"},
         {item("1.000", "1"), "3", "30: field 4: \"1\""},
         {finish(), "13", "22: no document is open"},
+        {with(open(2), 6, "1\x1B"), "3", "20: field 6: \"1\\x1b\""},
+        {text("x", 4), "3", "21: attribute 4 has bits beside 1, 16, 32 and 128"},
     };
     Rig rig;
     rig.openShift();

@@ -8,12 +8,14 @@ using emulator::FaultPlan;
 
 namespace {
 
-FaultPlan planOf(FaultMode mode, int exchange)
+FaultPlan planOf(FaultMode mode, int exchange, const char* error = "81")
 {
-    QString error;
-    const auto plan
-        = FaultPlan::parse(QStringLiteral("%1@%2").arg(FaultPlan::modeName(mode)).arg(exchange), &error);
-    EXPECT_TRUE(plan) << error.toStdString();
+    QString name = FaultPlan::modeName(mode);
+    if (mode == FaultMode::Answer)
+        name += QStringLiteral(":") + error;
+    QString wrong;
+    const auto plan = FaultPlan::parse(QStringLiteral("%1@%2").arg(name).arg(exchange), &wrong);
+    EXPECT_TRUE(plan) << wrong.toStdString();
     return plan.value_or(FaultPlan());
 }
 
@@ -33,6 +35,7 @@ QByteArray heardOf(FaultMode mode, const QByteArray& request, const QByteArray& 
     case FaultMode::Late:
         return {};
     case FaultMode::Stale:
+    case FaultMode::ShapeBehindForeign:
         return framed(QByteArray(1, static_cast<char>(answer.at(1) - 1)) + answer.mid(2, 2) + "00\x03")
             + answer;
     case FaultMode::Echo:
@@ -53,6 +56,14 @@ QByteArray heardOf(FaultMode mode, const QByteArray& request, const QByteArray& 
         return framed(answer.mid(1, 3) + "08\x03");
     case FaultMode::Restart:
         return framed(answer.mid(1, 3) + "01\x03");
+    case FaultMode::Answer:
+        return framed(answer.mid(1, 3) + "51\x03");
+    case FaultMode::ShapeNoCode:
+        return framed(answer.mid(1, 3) + "ZZ\x03");
+    case FaultMode::ShapeAckInside:
+        return QByteArray(answer).insert(6, '\x06');
+    case FaultMode::ShapeSmallCheck:
+        return answer.chopped(2) + answer.right(2).toLower();
     default:
         return answer;
     }
@@ -63,7 +74,7 @@ QByteArray heardOf(FaultMode mode, const QByteArray& request, const QByteArray& 
 TEST(Faults, EachModeDoesWhatItsNameSays)
 {
     const QList<FaultMode> modes = FaultPlan::allModes();
-    EXPECT_EQ(modes.size(), static_cast<qsizetype>(FaultMode::Restart));
+    EXPECT_EQ(modes.size(), static_cast<qsizetype>(FaultMode::ShapeNoCode));
     for (const FaultMode mode : modes) {
         SCOPED_TRACE(FaultPlan::modeName(mode).toStdString());
         Rig rig;
@@ -71,11 +82,16 @@ TEST(Faults, EachModeDoesWhatItsNameSays)
         const QByteArray request = rig.frame(open(2));
         const QByteArray answer = framed(request.mid(5, 3) + "00\x03");
         rig.protocol.setFaults(planOf(mode, 4));
+        QString told;
+        rig.protocol.setMisfitListener([&told](const QString& words) { told = words; });
         QByteArray heard = rig.exchange(request);
         rig.clock.advance(60'000);
         heard += rig.outbox.take();
         EXPECT_EQ(heard.toHex(' '), heardOf(mode, request, answer).toHex(' '));
-        const QList<FaultMode> idle{FaultMode::Silence, FaultMode::PaperOut, FaultMode::Restart};
+        const bool fits = FaultPlan::fits({mode, 81}, emulator::Language::Hex);
+        EXPECT_EQ(told.isEmpty(), fits) << told.toStdString();
+        const QList<FaultMode> idle{
+            FaultMode::Silence, FaultMode::PaperOut, FaultMode::Restart, FaultMode::Answer};
         EXPECT_EQ(rig.device.document().isOpen(), !idle.contains(mode));
         // The exchange after it is sound again, behind the answer that comes late.
         const QByteArray next = rig.exchange(rig.frame({0xA6, {}}));
@@ -83,6 +99,14 @@ TEST(Faults, EachModeDoesWhatItsNameSays)
         EXPECT_TRUE(next.startsWith(late));
         EXPECT_EQ(rig.parse(next.mid(late.size())).code, 0);
     }
+}
+
+TEST(Faults, FieldsAreMissing)
+{
+    Rig rig;
+    rig.protocol.setNextFault({FaultMode::ShapeNoFields});
+    const Reply reply = rig.send({0xA0, {}});
+    EXPECT_TRUE(reply.code == 0 && reply.fields.isEmpty()) << reply.bytes.toHex(' ').toStdString();
 }
 
 TEST(Faults, WaitingIsCountedInVirtualTime)
@@ -113,14 +137,20 @@ TEST(Faults, WaitingIsCountedInVirtualTime)
 TEST(Faults, PlanIsReadFromText)
 {
     QString error;
-    const auto plan = emulator::FaultPlan::parse("silence@3, busy:9@7,noise@10+", &error);
+    const auto plan = emulator::FaultPlan::parse("silence@3, busy:9@7,noise@10+,answer:2.2005@8", &error);
     ASSERT_TRUE(plan);
     const QList<std::pair<int, FaultMode>> expected{{1, FaultMode::None}, {3, FaultMode::Silence},
-        {4, FaultMode::None}, {7, FaultMode::Busy}, {10, FaultMode::Noise}, {99, FaultMode::Noise}};
+        {4, FaultMode::None}, {7, FaultMode::Busy}, {8, FaultMode::Answer}, {10, FaultMode::Noise},
+        {99, FaultMode::Noise}};
     for (const auto& [exchange, mode] : expected)
         EXPECT_EQ(plan->at(exchange).mode, mode) << exchange;
     EXPECT_EQ(plan->at(7).argument, 9);
-    for (const char* const wrong : {"quiet@1", "silence", "silence@0", "busy:x@1", "silence@1;noise@2"})
+    EXPECT_TRUE(plan->at(8).category == 2 && plan->at(8).argument == 2005);
+    EXPECT_EQ(plan->misfit(emulator::Language::Hex), "the fault answer:2.2005 is one of XML");
+    EXPECT_EQ(plan->misfit(emulator::Language::Xml), "");
+    for (const char* const wrong :
+        {"quiet@1", "silence", "silence@0", "busy:x@1", "answer@1", "answer:0@1", "answer:256@1",
+            "answer:0.8@1", "answer:3.0@1", "answer-shape@1", "answer-shape:round@1", "silence@1;noise@2"})
         EXPECT_FALSE(emulator::FaultPlan::parse(wrong, &error)) << wrong;
     EXPECT_EQ(error, "no such fault: \"silence@1;noise@2\"");
 }
@@ -155,7 +185,7 @@ TEST(XmlFaults, TakeTheFormOfItsDocuments)
         XmlRig sound;
         const QByteArray answer = sound.send(4, opening).bytes;
         XmlRig rig;
-        rig.line.setFaults(planOf(mode, 1));
+        rig.line.setFaults(planOf(mode, 1, "4.4002"));
         const QByteArray request = rig.request(4, opening);
         const Heard heard = listen(rig, request);
         const XmlReply all{heard.all()};
@@ -166,17 +196,64 @@ TEST(XmlFaults, TakeTheFormOfItsDocuments)
             EXPECT_TRUE(all.isWhole() && all.bytes.contains("<Result></Result><ErrorCategory>0<"));
         } else if (mode == FaultMode::PaperOut || mode == FaultMode::PaperEnds) {
             EXPECT_EQ(all.verdict(), "3.8");
-        } else {
+        } else if (mode == FaultMode::Answer || mode == FaultMode::ShapeCode8) {
+            EXPECT_EQ(all.verdict(), mode == FaultMode::Answer ? "4.4002" : "1.8");
+        } else if (mode == FaultMode::ShapeBehindForeign) {
+            EXPECT_TRUE(all.bytes.contains("-4000-") && all.bytes.endsWith(answer));
+        } else if (mode < FaultMode::ShapePlain) {
             // It has no need of a start after it was switched on.
             EXPECT_EQ(all.bytes, mode == FaultMode::Restart ? answer : heardOf(mode, request, answer));
         }
         EXPECT_TRUE(mode != FaultMode::Split || heard.later.size() == (answer.size() - 1) / 7);
-        EXPECT_EQ(rig.device.state().shift.isOpen, mode != FaultMode::Silence && mode != FaultMode::PaperOut);
+        const QList<FaultMode> idle{
+            FaultMode::Silence, FaultMode::PaperOut, FaultMode::Answer, FaultMode::ShapeCode8};
+        EXPECT_EQ(rig.device.state().shift.isOpen, !idle.contains(mode));
         // A late answer comes ahead of the next one and leaves the host time to throw it away.
         const QByteArray earlier = rig.id().toUtf8();
         const Heard next = listen(rig, rig.request(44));
         const bool late = mode == FaultMode::Late;
         EXPECT_EQ(next.atOnce.contains(earlier), late);
         EXPECT_EQ((XmlReply{late ? next.later.value(0) : next.atOnce}.element("RequestId")), rig.id());
+    }
+}
+
+namespace {
+
+struct ShapeRow
+{
+    FaultMode mode;
+    /// A query whose answer takes the form, what stands in it then, and what does not any more.
+    int command;
+    const char* has;
+    const char* lacks;
+};
+
+const ShapeRow shapeRows[] = {
+    {FaultMode::ShapePlain, 2, "<ResponseData>&lt;pa n=&quot;Status&quot;", "CDATA"},
+    {FaultMode::ShapeAbsent, 2, "</ResponseBody></ArmResponse>", "ResponseData"},
+    {FaultMode::ShapeNoValues, 2, "<![CDATA[<pa n=\"Status\" t=\"7\"></pa>]]>", "LifePhase"},
+    {FaultMode::ShapeBrokenData, 2, "<![CDATA[<pa]]>", "Status"},
+    {FaultMode::ShapeFlat, 2, "<ArmResponse><ProtocolLabel>", "ResponseBody"},
+    {FaultMode::ShapeBlanks, 2, "</ArmResponse> \r\n", ""},
+    {FaultMode::ShapeNoDeclaration, 2, "<ArmResponse>", "<?xml"},
+    {FaultMode::ShapeResult00, 2, "<Result>00</Result>", ""},
+    {FaultMode::ShapeFractions, 40, "n=\"1135\" t=\"4\">0.0<", "n=\"1135\" t=\"4\">0<"},
+    {FaultMode::ShapeShift01, 44, "n=\"ShiftState\" t=\"4\">01<", ""},
+    {FaultMode::ShapeOverflow2, 2, "n=\"StatusOverflow\" t=\"4\">2<", ""},
+};
+
+} // namespace
+
+TEST(XmlFaults, ShapesAreThoseThatRegistersSend)
+{
+    for (const ShapeRow& row : shapeRows) {
+        SCOPED_TRACE(FaultPlan::modeName(row.mode).toStdString());
+        XmlRig rig;
+        rig.openShift();
+        rig.line.setFaults(planOf(row.mode, 2));
+        const QByteArray answer = rig.send(row.command).bytes;
+        EXPECT_TRUE(answer.contains(row.has)) << answer.toStdString();
+        EXPECT_TRUE(*row.lacks == '\0' || !answer.contains(row.lacks)) << answer.toStdString();
+        EXPECT_TRUE(answer.contains(rig.id().toUtf8()));
     }
 }

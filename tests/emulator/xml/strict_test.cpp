@@ -2,6 +2,7 @@
 #include "xmlrig.h"
 
 #include <gtest/gtest.h>
+#include <QStringEncoder>
 
 namespace {
 
@@ -31,7 +32,7 @@ QString fullReceipt()
               .replace(QRegularExpression("</pa>$"),
                   supplier + pa("1223", 7, pa("1044", 1, "перевод") + pa("1073", 1, "+7")) + "</pa>");
     return receipt(marked + position("10.00", "1.000", "10.00"), "170.00", "10.00",
-        pa("1008", 1, "a@b.example") + pa("1203", 1, "771234567890") + pa("1055", 4, "1")
+        pa("1055", 4, "1") + pa("1008", 1, "a@b.example") + pa("1203", 1, "771234567890")
             + pa("HeaderText", 1, "‼?f0080028жирно") + pa("Footer", 1, "СДАЧА: 0.00")
             + pa("TextAfterDoc", 1, "Ждём"));
 }
@@ -98,12 +99,24 @@ const Row rows[] = {
     {44, "<Command>44", "<Command> +44 ", "5.5002", "Command: no number of a command"},
     {44, "\\}</RequestId>", "}\n</RequestId>", "5.5002", "RequestId: no UUID of 38 characters with its braces"},
     {44, "<Command>44", "<Command>44\n", "5.5002", "Command: no number of a command"},
+    {44, "</msgContVer>", "</msgContVer>x", "5.5002", "text between the elements"},
+    {44, "</RequestBody>", "</RequestBody>x", "5.5002", "text between the elements"},
+    {44, "</msgContVer>", "</msgContVer><!-- -->", "5.5002", "a comment"},
+    {44, "<Command>44", "<Command>4<!-- -->4", "5.5002", "a comment"},
+    {30, "<pa n=\"NonFiscalText\"", "<!-- --><pa n=\"NonFiscalText\"", "5.5002", "a comment"},
+    {44, "<RequestBody>", "<?a b?><RequestBody>", "5.5002", "a processing instruction"},
     {44, ">13.0<", ">0.0<", "5.5001", "ProtocolVersion: no version"},
     // Order
     {8, "(<pa n=\"1030\"[^/]*/pa>)(<pa n=\"1079\"[^/]*/pa>)", "\\2\\1", "5.5003", "pa 1059: 1079 before 1030"},
     {8, "(<pa n=\"1054\"[^/]*/pa>)(<pa n=\"DoNotPrint\"[^/]*/pa>)", "\\2\\1", "5.5003", "pa 3: DoNotPrint before 1054"},
     {8, "(<pa n=\"1203\"[^/]*/pa>)(.*)(<pa n=\"Footer\")", "\\2\\1\\3", "5.5003", "pa 3: HeaderText before 1203"},
-    {8, "(<pa n=\"1203\"[^/]*/pa>)(<pa n=\"1055\"[^/]*/pa>)", "\\2\\1\\1", "0.0", ""},
+    {8, "(<pa n=\"1203\"[^/]*/pa>)(<pa n=\"1055\"[^/]*/pa>)", "\\1\\1\\2\\2", "0.0", ""},
+    {8, "(<pa n=\"1203\"[^/]*/pa>)(<pa n=\"1055\"[^/]*/pa>)", "\\2\\1", "1.1004", "pa 3: 1055 is the last requisite before HeaderText and Footer"},
+    {18, "n=\"1205\" t=\"4\">8", "n=\"1205\" t=\"4\">9", "1.1004", "pa 11: 1205 is 8", "1.1002"},
+    // Form of the tree
+    {8, "n=\"1214\" t=\"4\">4", "n=\"1214\" t=\"4\">04", "5.5003", "pa 1214: zeros before a number"},
+    {8, "<pa n=\"1030\"", "<pa xmlns=\"urn:a\" n=\"1030\"", "5.5003", "pa 1030: a namespace"},
+    {30, "<pa n=\"200003\"(.*)</pa>\\]\\]", "<x:pa xmlns:x=\"urn:a\" n=\"200003\"\\1</x:pa>]]", "5.5003", "pa 200003: a namespace"},
     {8, "(<pa n=\"1044\"[^/]*/pa>)(<pa n=\"1073\"[^/]*/pa>)", "\\2\\1", "5.5003", "pa 1223: 1073 before 1044"},
     {38, "(<pa n=\"1021\"[^/]*/pa>)(<pa n=\"CashSumm\"[^/]*/pa>)", "\\2\\1", "5.5003", "pa 200007: CashSumm before 1021"},
     {76, "(<pa n=\"2003\"[^/]*/pa>)(<pa n=\"2102\"[^/]*/pa>)", "\\2\\1", "5.5003", "pa 200017: 2102 before 2003"},
@@ -185,24 +198,54 @@ TEST(XmlStrict, RefusesWithAReasonWhatALenientRegisterTakes)
     }
 }
 
-TEST(XmlStrict, RefusesMarksAndBytesOfOtherEncodings)
+namespace {
+
+QByteArray encoded(const QByteArray& request, QStringConverter::Encoding encoding)
 {
-    const QByteArray mark = QByteArrayLiteral("\xEF\xBB\xBF");
-    for (const bool lenient : {false, true}) {
-        XmlRig rig(emulator::ProtocolChoice::Xml);
-        rig.line.setLenient(lenient);
-        const QByteArray request = mark + rig.request(44);
-        QByteArray answer;
-        for (const char byte : request)
-            answer += rig.exchange(QByteArray(1, byte)).bytes;
-        EXPECT_EQ(XmlReply{answer}.verdict(), lenient ? "0.0" : "5.5002");
-        EXPECT_EQ(rig.run(44), "0.0");
-        const QByteArray latin = rig.request(4, pa("2", 7, pa("1021", 1, "*"))).replace('*', '\xC8');
-        EXPECT_EQ(rig.exchange(latin).verdict(), "5.5002");
-        const auto& refused = rig.device.refusals().all();
-        EXPECT_EQ(refused.size(), lenient ? 1 : 2);
-        EXPECT_TRUE(lenient || refused.at(0).request == request);
+    QStringEncoder encoder(encoding, QStringEncoder::Flag::WriteBom);
+    return encoder(QString::fromUtf8(request));
+}
+
+} // namespace
+
+TEST(XmlStrict, RefusesOtherEncodingsOnEveryLine)
+{
+    using Choice = emulator::ProtocolChoice;
+    using Encoding = QStringConverter::Encoding;
+    const std::pair<Encoding, const char*> encodings[]
+        = {{Encoding::Utf8, "a byte order mark before the document"},
+            {Encoding::Utf16LE, "UTF-16 instead of UTF-8"}, {Encoding::Utf16BE, "UTF-16 instead of UTF-8"}};
+    for (const Choice choice : {Choice::Auto, Choice::Xml, Choice::Hex}) {
+        for (const auto& [encoding, reason] : encodings) {
+            for (const bool lenient : {false, true}) {
+                XmlRig rig(choice);
+                rig.line.setLenient(lenient);
+                // A line that takes both stood at the other protocol before.
+                rig.exchange("\x05");
+                const QByteArray request = encoded(rig.request(44, pa("x", 1, "Иванова")), encoding);
+                QByteArray answer;
+                for (const char byte : request)
+                    answer += rig.exchange(QByteArray(1, byte)).bytes;
+                const bool isTaken = lenient && choice != Choice::Hex && encoding == Encoding::Utf8;
+                EXPECT_EQ(XmlReply{answer}.verdict(), isTaken ? "1.1004" : "5.5002") << reason;
+                EXPECT_EQ(XmlReply{answer}.element("RequestId"), rig.id());
+                const QString why = rig.device.refusals().all().value(0).reason;
+                EXPECT_TRUE(isTaken || why == (choice == Choice::Hex ? "the register speaks HEX" : reason))
+                    << why.toStdString();
+                Rig hex;
+                EXPECT_TRUE(choice == Choice::Hex || rig.run(44) == "0.0");
+                const QByteArray next = rig.exchange(hex.frame({0xA6, {}})).bytes;
+                EXPECT_TRUE(choice == Choice::Xml || hex.parse(next).code == 0);
+            }
+        }
     }
+}
+
+TEST(XmlStrict, RefusesBytesThatAreNoUtf8)
+{
+    XmlRig rig;
+    const QByteArray latin = rig.request(4, pa("2", 7, pa("1021", 1, "*"))).replace('*', '\xC8');
+    EXPECT_EQ(rig.exchange(latin).verdict(), "5.5002");
 }
 
 TEST(XmlStrict, SumsFitToTheKopeck)

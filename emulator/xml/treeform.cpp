@@ -1,0 +1,38 @@
+#include "xml/treeform.h"
+
+#include "register/tags.h"
+
+namespace emulator::xmltreeform {
+
+namespace {
+
+// The cash that is left of a payment less its change may come out a hair below nothing; no other sum does.
+bool isMinusZero(const XmlNode& node)
+{
+    return node.type == XmlType::Sum && node.value == QStringLiteral("-0.00") && node.name != tag::cash;
+}
+
+bool isPadded(const XmlNode& node)
+{
+    return node.type == XmlType::Integer && !node.value.isEmpty()
+        && node.value != QString::number(node.value.toLongLong());
+}
+
+} // namespace
+
+XmlVerdict check(const XmlNode& tree)
+{
+    if (tree.hasNamespace)
+        return XmlVerdict::badData(QStringLiteral("pa %1: a namespace").arg(tree.name));
+    if (isMinusZero(tree))
+        return XmlVerdict::badData(QStringLiteral("pa %1: -0.00").arg(tree.name));
+    if (isPadded(tree))
+        return XmlVerdict::badData(QStringLiteral("pa %1: zeros before a number").arg(tree.name));
+    for (const XmlNode& part : tree.children) {
+        if (const XmlVerdict verdict = check(part); !verdict.isGood())
+            return verdict;
+    }
+    return {};
+}
+
+} // namespace emulator::xmltreeform
