@@ -20,6 +20,8 @@ public:
     Rig& operator=(const Rig&) = delete;
 
     AbstractFrDriver& driver() { return *m_driver; }
+    /// The register's side of the line.
+    emulator::Protocol& protocol() { return *m_protocol; }
 
     /// Sees the calls of the driver from outside; none at first.
     CallWatch watch;

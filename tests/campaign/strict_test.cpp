@@ -1,4 +1,4 @@
-// What our own driver sends over XML is never refused by the strict register.
+// What our own drivers send is never refused by the strict register.
 
 #include "abstractfrdriver.h"
 #include "exceptions.h"
@@ -17,10 +17,11 @@ namespace {
 const QString code = QStringLiteral("0104600000000015215!Ab1cD\x1D"
                                     "93dGVz");
 
-class StrictXml : public testing::Test
+class Strict : public testing::Test
 {
 protected:
-    StrictXml()
+    explicit Strict(Protocol protocol)
+        : rig(protocol)
     {
         driver.portOpen();
         driver.connect();
@@ -33,6 +34,28 @@ protected:
         for (const emulator::RefusedRequest& refused : rig.device.refusals().all())
             ADD_FAILURE() << after << ": " << refused.reason.toStdString();
         rig.device.refusals().clear();
+    }
+
+    void issueExamples()
+    {
+        const QDir folder(QStringLiteral(FRSPF_EXAMPLES));
+        for (const QString& name : folder.entryList({"*.json"})) {
+            QFile file(folder.filePath(name));
+            ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+            const auto result = sale::issueReceipt(driver, receipt::receiptFromText(file.readAll()));
+            EXPECT_TRUE(result.isIssued()) << name.toStdString();
+            expectNoRefusal(name.toStdString());
+        }
+    }
+
+    /// Made for the picture in the header.
+    QString picture()
+    {
+        const QString name = m_folder.filePath("logo.png");
+        QImage image(40, 40, QImage::Format_Mono);
+        image.fill(1);
+        EXPECT_TRUE(image.save(name));
+        return name;
     }
 
     FrPosition position(ExciseMarkType mark) const
@@ -76,8 +99,29 @@ protected:
         expectNoRefusal("receipt " + std::to_string(type) + " mark " + std::to_string(mark));
     }
 
-    Rig rig{Protocol::Xml};
+    Rig rig;
     AbstractFrDriver& driver = rig.driver();
+
+private:
+    QTemporaryDir m_folder;
+};
+
+class StrictXml : public Strict
+{
+protected:
+    StrictXml()
+        : Strict(Protocol::Xml)
+    {
+    }
+};
+
+class StrictHex : public Strict
+{
+protected:
+    StrictHex()
+        : Strict(Protocol::Hex)
+    {
+    }
 };
 
 TEST_F(StrictXml, TakesAllReceiptsOfItsOwnDriver)
@@ -88,14 +132,7 @@ TEST_F(StrictXml, TakesAllReceiptsOfItsOwnDriver)
         for (const auto type : {hw::fr::CheckSale, hw::fr::CheckSaleReturn, hw::fr::CheckPurchase})
             sell(type, static_cast<ExciseMarkType>(mark));
     }
-    const QDir folder(QStringLiteral(FRSPF_EXAMPLES));
-    for (const QString& name : folder.entryList({"*.json"})) {
-        QFile file(folder.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        const auto result = sale::issueReceipt(driver, receipt::receiptFromText(file.readAll()));
-        EXPECT_TRUE(result.isIssued()) << name.toStdString();
-        expectNoRefusal(name.toStdString());
-    }
+    issueExamples();
     // A close that is tried again has the tax system twice; change may leave a hair less than no cash.
     const FiscalDocument document;
     driver.checkOpen(document);
@@ -113,17 +150,12 @@ TEST_F(StrictXml, TakesAllReceiptsOfItsOwnDriver)
 
 TEST_F(StrictXml, TakesAllOperationsOfItsOwnDriver)
 {
-    const QTemporaryDir folder;
-    const QString picture = folder.filePath("logo.png");
-    QImage image(40, 40, QImage::Format_Mono);
-    image.fill(1);
-    ASSERT_TRUE(image.save(picture));
     driver.registration({hw::fr::common::TaxSystemGeneral}, {}, {}, {}, {});
     EXPECT_TRUE(driver.setDateTime(rig.device.now()));
     driver.getDateTime();
     EXPECT_TRUE(driver.setDefaults());
     EXPECT_TRUE(driver.setCliche({"Лавка", "у моста"}));
-    EXPECT_TRUE(driver.setGraphicCliche(picture));
+    EXPECT_TRUE(driver.setGraphicCliche(picture()));
     EXPECT_TRUE(driver.setParams({{0, 0, 0, "OFD.OFD.OFD_Host.a.b"}, {0, 0, 0, "PRN.QR.QRFastPrint.true"}}));
     driver.getParametersDescription();
     driver.getDeviceStateDescription();
@@ -154,6 +186,77 @@ TEST_F(StrictXml, TakesAllOperationsOfItsOwnDriver)
     driver.zReport();
     driver.portClose();
     expectNoRefusal("operations");
+}
+
+TEST_F(StrictHex, TakesAllReceiptsOfItsOwnDriver)
+{
+    driver.openShift();
+    for (const auto type : {hw::fr::CheckSale, hw::fr::CheckSaleReturn}) {
+        for (int mark = MarkNone; mark <= MarkOther; ++mark)
+            sell(type, static_cast<ExciseMarkType>(mark));
+    }
+    issueExamples();
+}
+
+TEST_F(StrictHex, TakesAllOperationsOfItsOwnDriver)
+{
+    driver.registration({hw::fr::common::TaxSystemGeneral}, {}, "Иванова", {}, {});
+    EXPECT_TRUE(driver.setDateTime(rig.device.now()));
+    driver.getDateTime();
+    EXPECT_TRUE(driver.setDefaults());
+    EXPECT_TRUE(driver.setCliche({"Лавка", "у моста"}));
+    EXPECT_TRUE(driver.setTail({"Ждём", "снова"}));
+    EXPECT_TRUE(driver.setGraphicCliche(picture()));
+    driver.clearGraphicCliche();
+    EXPECT_TRUE(driver.setParams({{0, 0, 5, "1"}}));
+    driver.getParametersDescription();
+    driver.getDeviceStateDescription();
+    driver.getFnStateDescription();
+    driver.getFnInfo();
+    driver.getOfdStatusInfo();
+    driver.getAllTaxSystems();
+    driver.getDefaultTaxSystem();
+    driver.getInn();
+    driver.getFfdVersion();
+    driver.accountingReport();
+    driver.openShift();
+    driver.openShift();
+    for (const auto type : {hw::fr::CheckCashIn, hw::fr::CheckCashOut}) {
+        driver.moneyCheckOpen(type, {});
+        driver.moneyCheckPrint({"Размен\tи\nещё"});
+        driver.moneyCheckClose(50);
+    }
+    driver.textDocOpen(hw::fr::CheckNonFiscal);
+    driver.textDocPrint({"строка"});
+    driver.textDocClose();
+    driver.checkOpen(FiscalDocument(hw::fr::CheckSale));
+    driver.checkCancel();
+    driver.checkWaitForPrint();
+    driver.xReport();
+    driver.getCountersDescription();
+    driver.getMoneyCounters(hw::fr::CheckSale);
+    driver.getCheckCounters(hw::fr::CheckSale);
+    driver.getKkmRegisterBeg();
+    driver.getKkmRegisterEnd();
+    driver.getLastShiftNumber();
+    driver.getFrDocNum();
+    EXPECT_TRUE(driver.isShiftOpen());
+    driver.printFnDocument(1);
+    driver.drawerOpen();
+    driver.isCashDrawerOpened();
+    driver.checkMarkingCode({1, code, 1, 0}, true);
+    driver.clearMarkingCodes();
+    driver.zReport();
+    driver.portClose();
+    expectNoRefusal("operations");
+}
+
+TEST_F(StrictHex, ClockIsSetBetweenShiftsOnly)
+{
+    driver.openShift();
+    // The register says so, as the driver does not ask first on this protocol.
+    EXPECT_THROW(driver.setDateTime(rig.device.now()), FrCommandException);
+    EXPECT_EQ(rig.device.refusals().all().value(0).command, "A3");
 }
 
 } // namespace

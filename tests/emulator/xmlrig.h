@@ -43,8 +43,9 @@ struct XmlReply
 class XmlRig
 {
 public:
-    explicit XmlRig(emulator::ProtocolChoice choice = emulator::ProtocolChoice::Auto)
-        : device(clock)
+    explicit XmlRig(emulator::ProtocolChoice choice = emulator::ProtocolChoice::Auto,
+        const emulator::Identity& identity = {})
+        : device(clock, identity)
         , outbox(clock)
         , line(device, outbox, clock, choice)
     {

@@ -179,18 +179,43 @@ TEST(Program, SaysOnceWhyItRefusesUnlessItIsLenient)
     }
 }
 
+TEST(Program, DriveIsWhatTheOptionsSayAndFaultsOfTheOtherProtocolAreTold)
+{
+    Program program({"--tcp", "0", "--drive-phase", "closed", "--drive-documents-left", "3", "--faults",
+        "answer:2.2005@1"});
+    QTcpSocket socket;
+    socket.connectToHost("127.0.0.1", program.ready().section(':', -1).toUShort());
+    ASSERT_TRUE(socket.waitForConnected(patience));
+    Rig host;
+    socket.write(host.frame({0xA4, {}}));
+    QByteArray answer;
+    while (host.parse(answer).code != 0 && socket.waitForReadyRead(patience))
+        answer += socket.readAll();
+    EXPECT_EQ(host.parse(answer).fields, (QList<QByteArray>{"7", "0", "0", "0", "4"}));
+    program.stop(SIGTERM);
+    EXPECT_EQ(program.process.readAllStandardError(),
+        "spf-emulator: the fault answer:2.2005 is one of XML and does not happen\n");
+}
+
 TEST(Program, ExitStatusesAndMessages)
 {
     const QTemporaryDir folder;
     QFile(folder.filePath("file")).open(QIODevice::WriteOnly);
     const std::tuple<QStringList, int, const char*> cases[] = {
         {{"--help"}, 0, "--pty"},
+        {{"--help"}, 0, "answer-shape:overflow-2"},
         {{"--version"}, 0, "spf-emulator "},
         {{}, 2, "give one of --pty and --tcp"},
         {{"--tcp", "0", "--pty", "x"}, 2, "give one of --pty and --tcp"},
         {{"--tcp", "65536"}, 2, "--tcp must be a number from 0 to 65535"},
         {{"--tcp", "0", "--protocol", "hex"}, 2, "--protocol is HEX, XML or auto"},
         {{"--tcp", "0", "--faults", "fire@1"}, 2, "no such fault: \"fire@1\""},
+        {{"--tcp", "0", "--protocol", "HEX", "--faults", "answer:2.2005@1"}, 2,
+            "answer:2.2005 is one of XML"},
+        {{"--tcp", "0", "--protocol", "XML", "--faults", "answer:8@1+"}, 2, "answer:8 is one of HEX"},
+        {{"--tcp", "0", "--drive-phase", "old"}, 2, "--drive-phase is ready"},
+        {{"--tcp", "0", "--drive-documents-left", "-1"}, 2, "--drive-documents-left must be a number"},
+        {{"--tcp", "0", "--electronic-without-paper", "maybe"}, 2, "--electronic-without-paper is yes or no"},
         {{"--tcp", "0", "--serial", "123456789012345678901"}, 2, "--serial is longer"},
         {{"--tcp", "0", "--drive", "7380440800000042"}, 2, "--drive is 9999 and 12 more digits"},
         {{"--tcp", "0", "--clock", "9:00"}, 2, "--clock is a time"},
