@@ -23,6 +23,7 @@ protected:
     explicit Strict(Protocol protocol)
         : rig(protocol)
     {
+        rig.line.open();
         driver.portOpen();
         driver.connect();
         driver.init();
