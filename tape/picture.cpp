@@ -2,12 +2,11 @@
 
 namespace tape {
 
-bool Picture::isWhole() const
+bool Picture::isSize(qint64 width, qint64 height)
 {
-    constexpr int widest = 4096;
-    constexpr int highest = 65'536;
-    const bool plausible = width > 0 && width <= widest && height > 0 && height <= highest;
-    return plausible && rows.size() == rowSize(width) * height;
+    constexpr qint64 widest = 4096;
+    constexpr qint64 highest = 65'536;
+    return width > 0 && width <= widest && height > 0 && height <= highest;
 }
 
 } // namespace tape

@@ -18,8 +18,10 @@ struct Picture
     QByteArray rows;
 
     static qsizetype rowSize(int width) { return (width + 7) / 8; }
-    /// It has dots, not more than any printer takes, and its rows have the size that they must have.
-    bool isWhole() const;
+    /// There are dots, and not more than any printer takes.
+    static bool isSize(qint64 width, qint64 height);
+    /// Its rows have the size that they must have.
+    bool isWhole() const { return isSize(width, height) && rows.size() == rowSize(width) * height; }
 
     bool operator==(const Picture&) const = default;
 };

@@ -51,29 +51,37 @@ QByteArray blackDots(QByteArray row, int width, bool isOneTheBlack)
     return row;
 }
 
+bool isReadable(const QByteArray& bitmap, const BitmapHead& head)
+{
+    const qint64 dots = numberAt<quint32>(bitmap, dotsAt);
+    return head.bitsPerDot == 1 && numberAt<quint32>(bitmap, compressionAt) == 0 && dots > 0
+        && dots + storedRowSize(head.width) * head.height <= bitmap.size();
+}
+
+QByteArray rowsOf(const QByteArray& bitmap, const BitmapHead& head)
+{
+    const qint64 dots = numberAt<quint32>(bitmap, dotsAt);
+    const bool isUpsideDown = numberAt<qint32>(bitmap, heightAt) > 0;
+    const bool isOneTheBlack = isOneBlack(bitmap);
+    QByteArray rows;
+    for (qint64 row = 0; row < head.height; ++row) {
+        const qint64 from = dots + storedRowSize(head.width) * (isUpsideDown ? head.height - 1 - row : row);
+        rows += blackDots(bitmap.mid(from, tape::Picture::rowSize(head.width)), head.width, isOneTheBlack);
+    }
+    return rows;
+}
+
 } // namespace
 
 std::optional<tape::Picture> pictureOf(const QByteArray& bitmap, const QString& title)
 {
     const auto head = BitmapHead::read(bitmap);
-    if (!head)
+    if (!head || !tape::Picture::isSize(head->width, head->height))
         return std::nullopt;
-    const qsizetype rowSize = tape::Picture::rowSize(head->width);
-    const qsizetype stored = storedRowSize(head->width);
-    tape::Picture picture{title, head->width, static_cast<int>(head->height),
-        QByteArray(rowSize * static_cast<qsizetype>(head->height), '\0')};
-    const qint64 dots = numberAt<quint32>(bitmap, dotsAt);
-    const bool isReadable = head->bitsPerDot == 1 && numberAt<quint32>(bitmap, compressionAt) == 0 && dots > 0
-        && dots + stored * head->height <= bitmap.size();
-    if (!isReadable)
-        return picture;
-    const bool isUpsideDown = numberAt<qint32>(bitmap, heightAt) > 0;
-    const bool isOneTheBlack = isOneBlack(bitmap);
-    for (qsizetype row = 0; row < picture.height; ++row) {
-        const qsizetype from = dots + stored * (isUpsideDown ? picture.height - 1 - row : row);
-        picture.rows.replace(
-            row * rowSize, rowSize, blackDots(bitmap.mid(from, rowSize), picture.width, isOneTheBlack));
-    }
+    tape::Picture picture{title, head->width, static_cast<int>(head->height), {}};
+    picture.rows = isReadable(bitmap, *head)
+        ? rowsOf(bitmap, *head)
+        : QByteArray(tape::Picture::rowSize(picture.width) * picture.height, '\0');
     return picture;
 }
 

@@ -59,6 +59,7 @@ TEST(Paper, ShowsTheLogoDotByDot)
         ASSERT_TRUE(picture && picture->isWhole()) << what;
         EXPECT_EQ(picture->rows.toHex().toStdString(), dots) << what;
     }
+    EXPECT_FALSE(emulator::pictureOf(bitmap(-9, 2, rows, blackIsOne), "x"));
     Rig rig;
     rig.start();
     const QByteArray logo = bitmap(288, 100, QByteArray(3600, '\x0F'), blackIsOne);
