@@ -11,40 +11,40 @@ namespace {
 
 // clang-format off
 constexpr HexCommand hexCommands[] = {
-    {0x00, hexcommands::start, "?,?", 0, false},
-    {0x08, hexcommands::changeRegistration, ",?,?,?,?,,?,?,?,?,?,?,?,?,?,128,,", 0, true},
-    {0x20, hexcommands::openDocument, "?,,?,?,,?,?,?,,", 0, true},
-    {0x21, hexcommands::printText, "?,?", 0, true},
-    {0x22, hexcommands::finishDocument, "0,1,0", 0, true},
-    {0x23, hexcommands::cancelDocument, nullptr, 0, true},
-    {0x24, hexcommands::printBarcode, "?,?,?,?,?", 0, true},
-    {0x29, hexcommands::printQrCode, "?,1,?", 0, true},
-    {0x30, hexcommands::addItem, "?,?,?,?,0,?,,?,,,?,?,?,?,2,?,?,?,?,?,,,", 0, true},
-    {0x34, hexcommands::subtotal, nullptr, 0, true},
-    {0x35, hexcommands::pay, "?,?", 0, true},
-    {0x36, hexcommands::setMoney, ",?", 0, true},
-    {0x3C, hexcommands::bindAgent, "?,?,?,?,?,?,?,?,?,?,?", 0, true},
-    {0x3D, hexcommands::checkMarking, "0,?,?,?,,,?,0,,", 0, true},
-    {0x3F, hexcommands::clearMarking, nullptr, 0, true},
-    {0x41, hexcommands::bindMarking, "?,0,,255", 0, true},
-    {0x60, hexcommands::printTotals, "?", 0, true},
-    {0x61, hexcommands::closeShift, "?,?", 0, true},
-    {0x65, hexcommands::printStored, "?", 0, true},
-    {0x6A, hexcommands::printAccounting, "?", 0, true},
-    {0x6B, hexcommands::openShift, "?,?", 0, true},
-    {0x80, hexcommands::openDrawer, nullptr, 0, true},
-    {0xA0, hexcommands::state, nullptr, 0, false},
-    {0xA1, hexcommands::parameter, "?,?", 0, false},
-    {0xA2, hexcommands::setParameter, "?,?,?", 0, true},
-    {0xA3, hexcommands::setTime, "?,?", 0, false},
-    {0xA4, hexcommands::driveData, "?", 1, false},
-    {0xA5, hexcommands::deviceData, "?,1", 1, false},
-    {0xA6, hexcommands::serialNumber, nullptr, 0, false},
-    {0xA7, hexcommands::time, nullptr, 0, false},
-    {0xA8, hexcommands::drawerState, nullptr, 0, false},
-    {0xC0, hexcommands::registrationData, "?", 1, false},
-    {0xE2, hexcommands::setLogo, "?", 0, true},
-    {0xE3, hexcommands::clearLogo, nullptr, 0, true},
+    {0x00, "Initialize", hexcommands::start, "?,?", 0, false},
+    {0x08, "Registration", hexcommands::changeRegistration, ",?,?,?,?,,?,?,?,?,?,?,?,?,?,128,,", 0, true},
+    {0x20, "OpenDocument", hexcommands::openDocument, "?,,?,?,,?,?,?,,", 0, true, ExchangeRole::Document},
+    {0x21, "PrintText", hexcommands::printText, "?,?", 0, true},
+    {0x22, "FinishDocument", hexcommands::finishDocument, "0,1,0", 0, true, ExchangeRole::Finishing},
+    {0x23, "CancelDocument", hexcommands::cancelDocument, nullptr, 0, true, ExchangeRole::Asking},
+    {0x24, "PrintBarcode", hexcommands::printBarcode, "?,?,?,?,?", 0, true},
+    {0x29, "PrintQrCode", hexcommands::printQrCode, "?,1,?", 0, true},
+    {0x30, "AddPaymentObject", hexcommands::addItem, "?,?,?,?,0,?,,?,,,?,?,?,?,2,?,?,?,?,?,,,", 0, true},
+    {0x34, "Subtotal", hexcommands::subtotal, nullptr, 0, true},
+    {0x35, "Payment", hexcommands::pay, "?,?", 0, true},
+    {0x36, "SumInOut", hexcommands::setMoney, ",?", 0, true},
+    {0x3C, "BindAgentData", hexcommands::bindAgent, "?,?,?,?,?,?,?,?,?,?,?", 0, true},
+    {0x3D, "CheckMarkingCode", hexcommands::checkMarking, "0,?,?,?,,,?,0,,", 0, true},
+    {0x3F, "ClearMarkingCodes", hexcommands::clearMarking, nullptr, 0, true},
+    {0x41, "BindMarkingCode", hexcommands::bindMarking, "?,0,,255", 0, true},
+    {0x60, "PrintShiftCurrentTotals", hexcommands::printTotals, "?", 0, true},
+    {0x61, "PrintShiftCloseReport", hexcommands::closeShift, "?,?", 0, true},
+    {0x65, "PrintFnDocument", hexcommands::printStored, "?", 0, true, ExchangeRole::Asking},
+    {0x6A, "AccountingReport", hexcommands::printAccounting, "?", 0, true},
+    {0x6B, "OpenShift", hexcommands::openShift, "?,?", 0, true},
+    {0x80, "OpenDrawer", hexcommands::openDrawer, nullptr, 0, true},
+    {0xA0, "RequestStateStatus", hexcommands::state, nullptr, 0, false, ExchangeRole::Asking},
+    {0xA1, "GetParameter", hexcommands::parameter, "?,?", 0, false},
+    {0xA2, "SetParameter", hexcommands::setParameter, "?,?,?", 0, true},
+    {0xA3, "SetDateTime", hexcommands::setTime, "?,?", 0, false},
+    {0xA4, "GetFnData", hexcommands::driveData, "?", 1, false, ExchangeRole::Asking, "1"},
+    {0xA5, "GetKktData", hexcommands::deviceData, "?,1", 1, false, ExchangeRole::Asking, "3,4,7,13,14"},
+    {0xA6, "GetSerialNumber", hexcommands::serialNumber, nullptr, 0, false},
+    {0xA7, "GetDateTime", hexcommands::time, nullptr, 0, false},
+    {0xA8, "GetDrawerState", hexcommands::drawerState, nullptr, 0, false},
+    {0xC0, "GetRegistrationData", hexcommands::registrationData, "?", 1, false},
+    {0xE2, "SetLogo", hexcommands::setLogo, "?", 0, true},
+    {0xE3, "ClearLogo", hexcommands::clearLogo, nullptr, 0, true},
 };
 // clang-format on
 
@@ -55,6 +55,12 @@ const HexCommand* HexCommand::find(int code)
     const auto* const found = std::find_if(std::begin(hexCommands), std::end(hexCommands),
         [code](const HexCommand& command) { return command.code == code; });
     return found == std::end(hexCommands) ? nullptr : found;
+}
+
+ExchangeRole HexCommand::roleWith(const QByteArray& field) const
+{
+    const bool fits = questions == nullptr || QByteArray(questions).split(',').contains(field);
+    return fits ? role : ExchangeRole::Other;
 }
 
 QString HexCommand::misfit(const HexFields& fields) const

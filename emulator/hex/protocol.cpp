@@ -64,9 +64,11 @@ void HexProtocol::handleFrame(const QByteArray& frame)
         return;
     const Fault fault = beginExchange();
     if (fault.mode == FaultMode::Silence)
-        return;
-    if (fault.isError())
+        return note(exchangeOf(frame, Refusal::None), fault);
+    if (fault.isError()) {
+        note(exchangeOf(frame, Refusal::None), fault);
         return deliver(frame, answerTo(frame, fault.argument, {}), fault);
+    }
     const HexAnswer answer = judge(frame);
     if (answer.blockSize > 0) {
         // The register is ready for the block; the answer comes when it has it.
@@ -86,17 +88,27 @@ void HexProtocol::handleBlock(const QByteArray& block)
 
 void HexProtocol::reply(const QByteArray& frame, const HexAnswer& answer, const Fault& fault)
 {
-    if (answer.refusal != Refusal::None)
-        remember(frame, answer);
+    note(exchangeOf(frame, answer), fault);
     deliver(frame, answerTo(frame, static_cast<int>(answer.refusal), answer.fields), fault);
 }
 
-void HexProtocol::remember(const QByteArray& frame, const HexAnswer& answer)
+Exchange HexProtocol::exchangeOf(const QByteArray& frame, const HexAnswer& answer) const
 {
-    const QString command = QString::fromLatin1(frame.mid(codeOffset, 2));
-    const QString error = QString::number(static_cast<int>(answer.refusal));
-    const QString why = answer.reason.isEmpty() ? refusalWords(answer.refusal) : answer.reason;
-    device().refusals().add({frame, command, error, QStringLiteral("%1: %2").arg(command, why)});
+    Exchange exchange;
+    exchange.protocol = QStringLiteral("HEX");
+    exchange.command = QString::fromLatin1(frame.mid(codeOffset, 2));
+    exchange.request = frame;
+    const std::optional<int> number = readByte(frame.mid(codeOffset, 2));
+    if (const HexCommand* const command = number ? HexCommand::find(*number) : nullptr) {
+        exchange.name = QLatin1String(command->name);
+        exchange.role = command->roleWith(frame.mid(fieldsOffset).split(HexFramer::separator).constFirst());
+    }
+    if (answer.refusal != Refusal::None) {
+        exchange.error = QString::number(static_cast<int>(answer.refusal));
+        const QString why = answer.reason.isEmpty() ? refusalWords(answer.refusal) : answer.reason;
+        exchange.reason = QStringLiteral("%1: %2").arg(exchange.command, why);
+    }
+    return exchange;
 }
 
 HexAnswer HexProtocol::judge(const QByteArray& frame)

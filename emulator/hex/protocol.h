@@ -30,7 +30,7 @@ private:
     void handleBlock(const QByteArray& block);
     void handleEnquiry();
     void reply(const QByteArray& frame, const HexAnswer& answer, const Fault& fault);
-    void remember(const QByteArray& frame, const HexAnswer& answer);
+    Exchange exchangeOf(const QByteArray& frame, const HexAnswer& answer) const;
     HexAnswer judge(const QByteArray& frame);
     /// Two hexadecimal digits; no value for anything else.
     std::optional<int> readByte(const QByteArray& digits) const;

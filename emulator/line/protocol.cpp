@@ -23,6 +23,27 @@ QByteArray changedByte(QByteArray answer, const Fault& fault)
     return answer;
 }
 
+// Faults that leave a sound answer on the line are not among them: it is the host's to find it.
+bool isAnswerLost(FaultMode mode)
+{
+    switch (mode) {
+    case FaultMode::Silence:
+    case FaultMode::Lost:
+    case FaultMode::Late:
+    case FaultMode::BadCheck:
+    case FaultMode::Cut:
+    case FaultMode::Drop:
+    case FaultMode::Flip:
+    case FaultMode::Double:
+    case FaultMode::ShapeBrokenData:
+    case FaultMode::ShapeResult00:
+    case FaultMode::ShapeNoCode:
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace
 
 Protocol::Protocol(Register& device, Outbox& outbox, const Clock& clock)
@@ -47,6 +68,7 @@ Fault Protocol::beginExchange()
 {
     const Fault fault = nextFault();
     m_deaf = false;
+    m_isEarly = m_outbox.nextDue().has_value();
     if (fault.mode == FaultMode::PaperOut || fault.mode == FaultMode::PaperIn)
         m_device.setPaper(fault.mode == FaultMode::PaperIn);
     if (fault.mode == FaultMode::PaperEnds || fault.mode == FaultMode::PaperEndsQuietly)
@@ -58,6 +80,21 @@ Fault Protocol::beginExchange()
     m_deaf
         = fault.mode == FaultMode::Silence || fault.mode == FaultMode::Lost || fault.mode == FaultMode::Late;
     return fault;
+}
+
+void Protocol::note(Exchange exchange, const Fault& fault)
+{
+    exchange.number = m_exchanges;
+    exchange.isEarly = m_isEarly;
+    exchange.isOutcomeUnknown = exchange.isOutcomeUnknown || isAnswerLost(fault.mode);
+    // An error that is a fault of the register tells nothing of the host.
+    exchange.isFalseError = fault.isError();
+    if (exchange.isFalseError)
+        exchange.error.clear();
+    if (!exchange.error.isEmpty())
+        m_device.refusals().add({exchange.request, exchange.command, exchange.error, exchange.reason});
+    if (m_watcher)
+        m_watcher(exchange);
 }
 
 void Protocol::deliver(const QByteArray& request, const QByteArray& answer, const Fault& fault)

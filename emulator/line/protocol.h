@@ -1,5 +1,6 @@
 #pragma once
 
+#include "line/exchange.h"
 #include "line/faultplan.h"
 #include "line/outbox.h"
 #include "register/register.h"
@@ -33,6 +34,9 @@ public:
     /// Judges as leniently as hosts need that were written to other rules.
     void setLenient(bool lenient) { m_lenient = lenient; }
     int exchangeCount() const { return m_exchanges; }
+    /// Is told of each exchange once the register has acted.
+    using Watcher = std::function<void(const Exchange& exchange)>;
+    void setWatcher(Watcher watcher) { m_watcher = std::move(watcher); }
 
 protected:
     Register& device() { return m_device; }
@@ -44,6 +48,8 @@ protected:
 
     /// Counts an exchange and plays what happens before the register acts.
     Fault beginExchange();
+    /// Tells who watches; what was refused is remembered.
+    void note(Exchange exchange, const Fault& fault);
     /// Sends the answer in the way that the fault wants.
     void deliver(const QByteArray& request, const QByteArray& answer, const Fault& fault);
     /// The line is dead until the next request.
@@ -75,6 +81,8 @@ private:
     int m_exchanges = 0;
     bool m_lenient = false;
     bool m_deaf = false;
+    bool m_isEarly = false;
+    Watcher m_watcher;
     qint64 m_answerDelay = 0;
     QByteArray m_late;
 };

@@ -73,5 +73,5 @@ int main(int argc, char* argv[])
         [signals, &station] { handleSignal(signals, station); });
     std::fprintf(stderr, "spf-emulator: ready on %s\n", qPrintable(station.address()));
     QCoreApplication::exec();
-    return station.hasLostOutput() ? 1 : 0;
+    return station.finish();
 }

@@ -33,6 +33,9 @@ void describe(QCommandLineParser& parser)
         {QStringLiteral("tape"), QStringLiteral("File that the tape is added to."), QStringLiteral("FILE")},
         {QStringLiteral("journal"), QStringLiteral("File that gets one JSON line a document."),
             QStringLiteral("FILE")},
+        {QStringLiteral("conformance"),
+            QStringLiteral("File that tells at the end, as JSON, what the host did."),
+            QStringLiteral("REPORT")},
         {QStringLiteral("trace"), QStringLiteral("Show the bytes on standard error.")},
         {QStringLiteral("quiet"), QStringLiteral("Do not show the tape.")},
         {QStringLiteral("lenient"),
@@ -236,6 +239,7 @@ Options::Outcome Options::parse(const QStringList& arguments, Options& options)
     }
     options.tapeFile = parser.value(QStringLiteral("tape"));
     options.journalFile = parser.value(QStringLiteral("journal"));
+    options.conformanceFile = parser.value(QStringLiteral("conformance"));
     options.trace = parser.isSet(QStringLiteral("trace"));
     options.quiet = parser.isSet(QStringLiteral("quiet"));
     options.lenient = parser.isSet(QStringLiteral("lenient"));

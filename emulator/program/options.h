@@ -16,6 +16,7 @@ struct Options
     emulator::ProtocolChoice protocol = emulator::ProtocolChoice::Auto;
     QString tapeFile;
     QString journalFile;
+    QString conformanceFile;
     bool trace = false;
     bool quiet = false;
     bool lenient = false;

@@ -83,4 +83,10 @@ void ProtocolSwitch::setMisfitListener(const std::function<void(const QString& w
     m_xml.setMisfitListener(listener);
 }
 
+void ProtocolSwitch::setWatcher(const Protocol::Watcher& watcher)
+{
+    m_hex.setWatcher(watcher);
+    m_xml.setWatcher(watcher);
+}
+
 } // namespace emulator

@@ -20,6 +20,7 @@ public:
     void setFaults(const FaultPlan& plan);
     /// Told of a fault that is none of the protocol that met it.
     void setMisfitListener(const std::function<void(const QString& words)>& listener);
+    void setWatcher(const Protocol::Watcher& watcher);
 
 private:
     void chooseFor(const QByteArray& bytes);

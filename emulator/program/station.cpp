@@ -1,5 +1,6 @@
 #include "program/station.h"
 
+#include "conformance/hostreport.h"
 #include "program/ptyline.h"
 #include "program/tcpline.h"
 #include "register/parametertable.h"
@@ -29,8 +30,10 @@ Station::Station(const Options& options, QObject* parent)
     , m_register(m_clock, options.identity)
     , m_outbox(m_clock, options.baudRate)
     , m_protocol(m_register, m_outbox, m_clock, options.protocol)
+    , m_watch(m_register)
     , m_tape(options.tapeFile)
     , m_journal(options.journalFile)
+    , m_report(options.conformanceFile)
 {
     m_protocol.setFaults(options.faults);
     m_protocol.setMisfitListener([](const QString& words) {
@@ -40,6 +43,8 @@ Station::Station(const Options& options, QObject* parent)
     m_register.refusals().setListener([](const emulator::RefusedRequest& refused) {
         std::fprintf(stderr, "refused: %s\n", refused.reason.simplified().toUtf8().constData());
     });
+    if (isWatching())
+        m_protocol.setWatcher([this](const emulator::Exchange& exchange) { m_watch.note(exchange); });
     if (options.resetPassword)
         m_register.parameters().reset(emulator::parameter::password);
     m_register.setPaper(!options.paperOut);
@@ -51,7 +56,10 @@ Station::Station(const Options& options, QObject* parent)
 
 QString Station::open()
 {
-    for (QFile* const file : {&m_tape, &m_journal}) {
+    // The report is of this run alone.
+    if (isWatching())
+        QFile::resize(m_report.fileName(), 0);
+    for (QFile* const file : {&m_tape, &m_journal, &m_report}) {
         if (!file->fileName().isEmpty() && !file->open(writing(file->fileName())))
             return QStringLiteral("cannot write %1: %2").arg(file->fileName(), file->errorString());
     }
@@ -84,6 +92,7 @@ void Station::connectPaper()
         append(m_terminal, text);
     });
     m_register.journal().setListener([this](const QJsonObject& entry) {
+        m_watch.store(entry);
         append(m_journal, QJsonDocument(entry).toJson(QJsonDocument::Compact) + '\n');
     });
 }
@@ -97,6 +106,16 @@ void Station::append(QFile& file, const QByteArray& text)
         qPrintable(file.errorString()));
     m_hasLostOutput = true;
     file.close();
+}
+
+int Station::finish()
+{
+    if (isWatching()) {
+        const emulator::HostRecord& record = m_watch.record();
+        append(m_report, QJsonDocument(emulator::hostreport::toJson(record)).toJson());
+        std::fputs(emulator::hostreport::toText(record).toUtf8().constData(), stderr);
+    }
+    return m_hasLostOutput || (isWatching() && m_watch.record().refused > 0) ? 1 : 0;
 }
 
 void Station::togglePaper()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "conformance/hostwatch.h"
 #include "program/line.h"
 #include "program/options.h"
 #include "register/systemclock.h"
@@ -19,12 +20,13 @@ public:
     QString open();
     QString address() const { return m_line->address(); }
     void togglePaper();
-    /// Something of tape or journal could not be written.
-    bool hasLostOutput() const { return m_hasLostOutput; }
+    /// Tells what there is to tell of the host; the program's exit status.
+    int finish();
 
 private:
     QString openLine();
     void connectPaper();
+    bool isWatching() const { return !m_options.conformanceFile.isEmpty(); }
     /// A file that takes no more is closed; the register goes on.
     void append(QFile& file, const QByteArray& text);
     void receive(const QByteArray& bytes);
@@ -36,10 +38,12 @@ private:
     emulator::Register m_register;
     emulator::Outbox m_outbox;
     emulator::ProtocolSwitch m_protocol;
+    emulator::HostWatch m_watch;
     Line* m_line = nullptr;
     QTimer m_timer;
     QFile m_tape;
     QFile m_journal;
     QFile m_terminal;
+    QFile m_report;
     bool m_hasLostOutput = false;
 };

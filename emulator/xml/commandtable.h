@@ -1,5 +1,6 @@
 #pragma once
 
+#include "line/exchange.h"
 #include "xml/answer.h"
 #include "xml/context.h"
 #include "xml/rule.h"
@@ -12,11 +13,13 @@ namespace emulator {
 struct XmlCommand
 {
     int code;
+    const char* name;
     XmlAnswer (*handler)(const XmlContext& context, const XmlNode& data);
     /// None for a command without parameters.
     std::optional<XmlRule> rule;
     /// What a strict register asks of the parameters besides.
     XmlVerdict (*form)(const XmlNode& data) = nullptr;
+    ExchangeRole role = ExchangeRole::Other;
 
     /// Nothing for a code that no command has.
     static const XmlCommand* find(int code);

@@ -86,15 +86,16 @@ void XmlProtocol::skip()
 void XmlProtocol::handle(const QByteArray& document)
 {
     const Fault fault = beginExchange();
-    if (fault.mode == FaultMode::Silence)
-        return;
     XmlRequest request;
     const XmlVerdict verdict = read(document, request);
-    if (fault.isError())
+    if (fault.mode == FaultMode::Silence)
+        return note(exchangeOf(document, request, XmlVerdict()), fault);
+    if (fault.isError()) {
+        note(exchangeOf(document, request, errorOf(fault)), fault);
         return reply(document, request, errorOf(fault), fault);
+    }
     const XmlAnswer answer = verdict.isGood() ? run(request) : XmlAnswer(verdict);
-    if (!answer.verdict.isGood())
-        remember(document, request, answer.verdict);
+    note(exchangeOf(document, request, answer.verdict), fault);
     if (!verdict.isGood() && !device().settings().isOn(setting::errorAnswers))
         return;
     reply(document, request, answer, fault);
@@ -117,11 +118,24 @@ XmlVerdict XmlProtocol::read(const QByteArray& document, XmlRequest& request) co
     return verdict.isGood() && isStrict() ? xmlenvelopeform::check(document) : verdict;
 }
 
-void XmlProtocol::remember(const QByteArray& document, const XmlRequest& request, const XmlVerdict& verdict)
+Exchange XmlProtocol::exchangeOf(
+    const QByteArray& document, const XmlRequest& request, const XmlVerdict& verdict)
 {
-    const QString command = request.command == 0 ? QString() : QString::number(request.command);
-    const QString error = QStringLiteral("%1.%2").arg(verdict.category).arg(verdict.code);
-    device().refusals().add({document, command, error, verdict.description});
+    Exchange exchange;
+    exchange.protocol = QStringLiteral("XML");
+    exchange.command = request.command == 0 ? QString() : QString::number(request.command);
+    exchange.request = document;
+    if (const XmlCommand* const command = XmlCommand::find(request.command)) {
+        exchange.name = QLatin1String(command->name);
+        exchange.role = command->role;
+    }
+    if (!verdict.isGood()) {
+        exchange.error = QStringLiteral("%1.%2").arg(verdict.category).arg(verdict.code);
+        exchange.reason = verdict.description;
+        // A receipt that the paper ends on is stored and answered the same way.
+        exchange.isOutcomeUnknown = verdict.code == XmlVerdict(Refusal::NoPaper).code;
+    }
+    return exchange;
 }
 
 XmlAnswer XmlProtocol::run(const XmlRequest& request)

@@ -33,7 +33,8 @@ private:
     void reply(
         const QByteArray& document, const XmlRequest& request, const XmlAnswer& answer, const Fault& fault);
     XmlAnswer run(const XmlRequest& request);
-    void remember(const QByteArray& document, const XmlRequest& request, const XmlVerdict& verdict);
+    static Exchange exchangeOf(
+        const QByteArray& document, const XmlRequest& request, const XmlVerdict& verdict);
     /// Drops what stands before the request.
     void skip();
 

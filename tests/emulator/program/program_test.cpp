@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTcpSocket>
@@ -66,6 +68,25 @@ void openShift(const QString& ready)
         reply = host.parse(answer);
         EXPECT_EQ(reply.code, 0) << command;
     }
+}
+
+/// A request that only a lenient register takes.
+QByteArray signedCommand()
+{
+    return XmlRig().request(44).replace("<Command>44", "<Command>+44");
+}
+
+/// Sends it to a program that was just started.
+XmlReply ask(Program& program, const QByteArray& request)
+{
+    QTcpSocket socket;
+    socket.connectToHost("127.0.0.1", program.ready().section(':', -1).toUShort());
+    socket.waitForConnected(patience);
+    socket.write(request);
+    QByteArray answer;
+    while (!answer.endsWith("</ArmResponse>") && socket.waitForReadyRead(patience))
+        answer += socket.readAll();
+    return {answer};
 }
 
 } // namespace
@@ -162,17 +183,9 @@ TEST(Program, LeavesTheLinkToTheOneThatRuns)
 
 TEST(Program, SaysOnceWhyItRefusesUnlessItIsLenient)
 {
-    const QByteArray request = XmlRig().request(44).replace("<Command>44", "<Command>+44");
     for (const bool lenient : {false, true}) {
         Program program(QStringList{"--tcp", "0"} + (lenient ? QStringList{"--lenient"} : QStringList()));
-        QTcpSocket socket;
-        socket.connectToHost("127.0.0.1", program.ready().section(':', -1).toUShort());
-        ASSERT_TRUE(socket.waitForConnected(patience));
-        socket.write(request);
-        QByteArray answer;
-        while (!answer.endsWith("</ArmResponse>") && socket.waitForReadyRead(patience))
-            answer += socket.readAll();
-        EXPECT_EQ(XmlReply{answer}.verdict(), lenient ? "0.0" : "5.5002");
+        EXPECT_EQ(ask(program, signedCommand()).verdict(), lenient ? "0.0" : "5.5002");
         program.stop(SIGTERM);
         EXPECT_EQ(program.process.readAllStandardError(),
             lenient ? "" : "refused: Command: no number of a command\n");
@@ -195,6 +208,31 @@ TEST(Program, DriveIsWhatTheOptionsSayAndFaultsOfTheOtherProtocolAreTold)
     program.stop(SIGTERM);
     EXPECT_EQ(program.process.readAllStandardError(),
         "spf-emulator: the fault answer:2.2005 is one of XML and does not happen\n");
+}
+
+TEST(Program, TellsAtItsEndWhatTheHostDid)
+{
+    const QTemporaryDir folder;
+    QFile report(folder.filePath("report.json"));
+    for (const bool lenient : {false, true}) {
+        Program program(QStringList{"--tcp", "0", "--conformance", report.fileName()}
+            + (lenient ? QStringList{"--lenient"} : QStringList()));
+        ask(program, signedCommand());
+        EXPECT_EQ(program.stop(lenient ? SIGINT : SIGTERM), lenient ? 0 : 1);
+        const QByteArray said = program.process.readAllStandardError();
+        EXPECT_TRUE(said.contains(lenient ? "conformance: 1 exchanges, 0 refused, 0 warnings\n"
+                                          : "conformance: 1 exchanges, 1 refused, 0 warnings\n"))
+            << said.toStdString();
+        ASSERT_TRUE(report.open(QIODevice::ReadOnly));
+        const QJsonObject told = QJsonDocument::fromJson(report.readAll()).object();
+        report.close();
+        EXPECT_EQ(told.value("exchanges"), 1);
+        EXPECT_EQ(told.value("refused"), lenient ? 0 : 1);
+        const QJsonObject refusal = told.value("refusals").toArray().at(0).toObject();
+        EXPECT_EQ(refusal.value("reason").toString(), lenient ? "" : "Command: no number of a command");
+        const QByteArray request = QByteArray::fromHex(refusal.value("request").toString().toLatin1());
+        EXPECT_EQ(request, lenient ? QByteArray() : signedCommand());
+    }
 }
 
 TEST(Program, ExitStatusesAndMessages)
@@ -223,6 +261,7 @@ TEST(Program, ExitStatusesAndMessages)
         {{"--pty", folder.filePath("file")}, 1, "exists and is no link"},
         {{"--pty", folder.filePath("none/link")}, 1, "cannot make the link"},
         {{"--tcp", "0", "--journal", folder.path()}, 1, "cannot write"},
+        {{"--tcp", "0", "--conformance", folder.filePath("none/report")}, 1, "cannot write"},
     };
     for (const auto& [arguments, status, message] : cases) {
         Program program(arguments);

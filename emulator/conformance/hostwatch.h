@@ -1,0 +1,30 @@
+#pragma once
+
+#include "conformance/hostrecord.h"
+#include "conformance/hostrule.h"
+
+#include <memory>
+#include <vector>
+
+namespace emulator {
+
+class Register;
+
+/// Keeps a record of what a host does, for whoever develops it. It is told of each exchange after the
+/// documents that were stored in it.
+class HostWatch
+{
+public:
+    explicit HostWatch(const Register& device);
+
+    /// A document as the journal has it.
+    void store(const QJsonObject& document);
+    void note(const Exchange& exchange);
+    const HostRecord& record() const { return m_record; }
+
+private:
+    HostRecord m_record;
+    std::vector<std::unique_ptr<HostRule>> m_rules;
+};
+
+} // namespace emulator

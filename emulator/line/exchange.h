@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace emulator {
+
+/// What a host does with a command, as far as a receipt's outcome is at stake.
+enum class ExchangeRole {
+    Other,
+    /// Begins a document, or is a whole one that is no receipt.
+    Document,
+    /// Finishes the open document, whatever it is.
+    Finishing,
+    /// A whole receipt.
+    Receipt,
+    /// Its answer tells whether the last receipt was stored.
+    Asking
+};
+
+/// One request and how it went.
+struct Exchange
+{
+    QString protocol;
+    /// Counted from 1 for each protocol, as faults are.
+    int number = 0;
+    /// The code of the command as the protocol writes it, or nothing where it could not be read.
+    QString command;
+    /// Empty for a command that there is not.
+    QString name;
+    ExchangeRole role = ExchangeRole::Other;
+    /// Its bytes as they came.
+    QByteArray request;
+    /// The error that the host was answered, in the way of the protocol; empty when the request was taken.
+    QString error;
+    /// In words for whoever writes the host.
+    QString reason;
+    /// An error was answered that is a fault of the register and no refusal.
+    bool isFalseError = false;
+    /// The host cannot know from the answer what became of its request.
+    bool isOutcomeUnknown = false;
+    /// It came before the answer to the one before it had gone out: the host had given up waiting.
+    bool isEarly = false;
+};
+
+} // namespace emulator
