@@ -45,23 +45,6 @@ const QList<HexRow> hexRows{
     {"a version with two numbers", {}, {0xA5, {"1", "1"}}, 3, 0},
     {"a half of the version that there is not", {}, {0xA5, {"0", "2"}}, 3, 0},
     {"the release", {}, {0xA5, {"0", "1"}}, 0, 0},
-    {"opening, 2 is empty", {}, with(open(2), 2, "1"), 3, 0},
-    {"opening, 5 is empty", {}, with(open(2), 5, "0"), 3, 0},
-    {"opening, 10 is empty", {}, with(open(2), 10, "0"), 3, 0},
-    {"finish, 1 is 0", paid, with(finish(), 1, ""), 3, 0},
-    {"finish, 2 is 1", paid, with(finish(), 2, "0"), 3, 0},
-    {"finish, 3 is 0", paid, with(finish(), 3, "1"), 3, 0},
-    {"QR code, 2 is 1", {open(1)}, qrCode("2"), 3, 0},
-    {"position, 5 is 0", {open(2)}, with(item("1.000", "1.00"), 5, ""), 3, 0},
-    {"position, 7 is empty", {open(2)}, with(item("1.000", "1.00"), 7, "0.10"), 3, 0},
-    {"position, 15 is 2", {open(2)}, with(item("1.000", "1.00"), 15, "1"), 3, 0},
-    {"position, 23 is empty", {open(2)}, with(item("1.000", "1.00"), 23, "0"), 3, 0},
-    {"cash-in, 1 is empty", {open(4)}, with(money("1.00"), 1, "0"), 3, 0},
-    {"marking check, 1 is 0", {}, with(check(), 1, "1"), 3, 0},
-    {"marking check, 5 is empty", {}, with(check(), 5, "1"), 3, 0},
-    {"marking check, 8 is 0", {}, with(check(), 8, ""), 3, 0},
-    {"marking code, 2 is 0", {check(), open(2)}, with(bind(), 2, "1"), 3, 0},
-    {"marking code, 4 is 255", {check(), open(2)}, with(bind(), 4, "1"), 3, 0},
     {"quantity without decimals", {open(2)}, item("1", "1.00"), 3, 0},
     {"quantity of two decimals", {open(2)}, item("1.00", "1.00"), 3, 0},
     {"quantity of a check is as short as can be", {}, with(check(), 3, "0.25"), 0, 0},
@@ -90,7 +73,28 @@ const QList<HexRow> hexRows{
     {"quantity that is none", {}, with(check(), 3, "nan"), 3, 3},
     {"quantity without end", {}, with(check(), 3, "inf"), 3, 3},
     {"customer's address of 256 bytes", {}, with(open(2), 7, QByteArray(256, 'x')), 0, 0},
+    {"price of a kopeck less than nothing", {open(2)}, item("1.000", "-0.01"), 3, 3},
     {"customer's address of 257 bytes", {}, with(open(2), 7, QByteArray(257, 'x')), 3, 3},
+};
+
+struct ConstantFields
+{
+    QList<Step> before;
+    /// As hosts send it.
+    Step step;
+    QList<int> fields;
+};
+
+const QList<ConstantFields> constantFields{
+    {{}, {0x08, {"", "", "", "", "", "", "", "", "", "", "", "", "", "", "", "128", "", ""}},
+        {1, 6, 16, 17, 18}},
+    {{}, open(2), {2, 5, 9, 10}},
+    {paid, finish(), {1, 2, 3}},
+    {{open(1)}, qrCode("1"), {2}},
+    {{open(2)}, item("1.000", "1.00"), {5, 7, 9, 10, 15, 21, 22, 23}},
+    {{open(4)}, money("1.00"), {1}},
+    {{}, check(), {1, 5, 6, 8, 9, 10}},
+    {{check(), open(2)}, bind(), {2, 3, 4}},
 };
 
 } // namespace
@@ -104,6 +108,27 @@ TEST(HexStrict, TakesOnlyWhatHostsSend)
             rig.openShift();
             rig.run(row.before);
             EXPECT_EQ(rig.code(row.step), code) << row.what << (lenient ? ", leniently" : "");
+        }
+    }
+}
+
+TEST(HexStrict, TakesNothingElseInFieldsThatAreEmptyOrConstant)
+{
+    for (const ConstantFields& constant : constantFields) {
+        for (const int field : constant.fields) {
+            for (const bool lenient : {false, true}) {
+                Rig rig;
+                rig.protocol.setLenient(lenient);
+                rig.openShift();
+                rig.run(constant.before);
+                rig.device.refusals().clear();
+                const int code = rig.code(with(constant.step, field, "7"));
+                const auto& refused = rig.device.refusals().all();
+                const QString reason = refused.isEmpty() ? QString() : refused.constLast().reason;
+                const QString words = QStringLiteral(": field %1 is always").arg(field);
+                EXPECT_EQ(reason.contains(words), !lenient) << constant.step.code << ' ' << field;
+                EXPECT_TRUE(lenient || code == 3);
+            }
         }
     }
 }
