@@ -61,7 +61,7 @@ protected:
         return QJsonDocument::fromJson(result.output).object();
     }
 
-    const Emulator emulator;
+    Emulator emulator;
     const QString protocol = QString::fromUtf8(GetParam());
 };
 
@@ -106,6 +106,10 @@ TEST_P(Day, CountersAddUpWithWhatWasSold)
     EXPECT_EQ(after.value("cashOut").toObject().value("sum").toDouble(), 0);
     EXPECT_FALSE(json("status").value("shiftOpen").toBool());
     EXPECT_EQ(typesOf(emulator.journal()).filter("sell"), (QStringList{"sell", "sell", "sellReturn"}));
+    const QJsonObject told = emulator.stop();
+    EXPECT_GT(told.value("exchanges").toInt(), 30);
+    EXPECT_EQ(told.value("refusals").toArray(), QJsonArray());
+    EXPECT_EQ(told.value("warnings").toArray(), QJsonArray());
 }
 
 TEST_P(Day, SettingsAndTextsReachTheRegister)

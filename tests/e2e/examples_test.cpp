@@ -235,7 +235,7 @@ protected:
     }
 
     const QString protocol = QString::fromUtf8(GetParam());
-    const Emulator emulator{QStringList{"--ofd"}};
+    Emulator emulator{QStringList{"--ofd"}};
     const QTemporaryDir journal;
 };
 
@@ -255,6 +255,9 @@ TEST_P(Examples, StandInTheJournalAsTheySay)
         receipt.remove("payments");
         compare(receipt, stored, {});
     }
+    const QJsonObject told = emulator.stop();
+    EXPECT_EQ(told["refusals"].toArray(), QJsonArray());
+    EXPECT_EQ(told["warnings"].toArray(), QJsonArray());
 }
 
 INSTANTIATE_TEST_SUITE_P(Protocols, Examples, testing::Values("HEX", "XML"),

@@ -50,8 +50,8 @@ QByteArray readAll(const QString& fileName)
 
 Emulator::Emulator(const QStringList& options)
 {
-    const QStringList own{
-        "--quiet", "--pty", port(), "--tape", m_dir.filePath("tape"), "--journal", m_dir.filePath("journal")};
+    const QStringList own{"--quiet", "--pty", port(), "--tape", m_dir.filePath("tape"), "--journal",
+        m_dir.filePath("journal"), "--conformance", m_dir.filePath("conformance")};
     m_process.setReadChannel(QProcess::StandardError);
     m_process.start(QStringLiteral(SPF_EMULATOR), own + options);
     QByteArray said;
@@ -65,8 +65,14 @@ Emulator::Emulator(const QStringList& options)
 
 Emulator::~Emulator()
 {
+    stop();
+}
+
+QJsonObject Emulator::stop()
+{
     m_process.terminate();
     m_process.waitForFinished(PatienceMs);
+    return QJsonDocument::fromJson(readAll(m_dir.filePath("conformance"))).object();
 }
 
 QString Emulator::tape() const

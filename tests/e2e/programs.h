@@ -16,6 +16,8 @@ public:
     QString tape() const;
     /// The documents of its journal.
     QList<QJsonObject> journal() const;
+    /// Ends it; what it tells of its host.
+    QJsonObject stop();
 
 private:
     QTemporaryDir m_dir;
