@@ -6,7 +6,6 @@
 #include "xml/commandtable.h"
 #include "xml/envelope.h"
 #include "xml/envelopeform.h"
-#include "xml/sequence.h"
 #include "xml/treeform.h"
 
 #include <utility>
@@ -29,7 +28,7 @@ XmlVerdict judge(const XmlCommand& command, const XmlNode& data)
 {
     if (const XmlVerdict verdict = xmltreeform::check(data); !verdict.isGood())
         return verdict;
-    const XmlVerdict verdict = xmlsequence::check(data);
+    const XmlVerdict verdict = command.rule ? command.rule->checkStrictly(data) : XmlVerdict();
     return verdict.isGood() && command.form != nullptr ? command.form(data) : verdict;
 }
 

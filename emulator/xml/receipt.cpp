@@ -19,7 +19,8 @@ bool isHex(const QString& text)
     return !text.isEmpty() && bytesOfHexDigits(text.toLatin1());
 }
 
-// The code of the goods has one child, named after the kind of code that was recognised.
+// The code of the goods has one child, named after the kind of code that was recognised. A strict register
+// has looked closer at it, and at 2110, before.
 bool isGoodsCode(const XmlNode& code)
 {
     constexpr int lowestKind = 1300;
@@ -51,9 +52,8 @@ XmlVerdict readMarking(const XmlNode& position, DocumentType type, Item& item)
         return badPosition("2102 is 0");
     const qint64 status = position.numberOf(tag::assignedStatus);
     // Goods that are sold whole or by measure, or come back so.
-    const bool sold = type == DocumentType::Sale && (status == 1 || status == 2);
-    const bool returned = type == DocumentType::SaleReturn && (status == 3 || status == 4);
-    if (!sold && !returned && status != unchangedStatus)
+    const qint64 whole = type == DocumentType::Sale ? 1 : 3;
+    if (status != whole && status != whole + 1 && status != unchangedStatus)
         return badPosition("2110 does not fit the receipt");
     if (position.child(tag::markingCode) != nullptr && !isHex(code))
         return badPosition("2000 is not hexadecimal");

@@ -47,19 +47,10 @@ bool isSupplierPartial(const XmlNode& position, const XmlNode&)
         || supplier != (position.child(tag::supplierInn) != nullptr);
 }
 
-bool isAgentField(const XmlNode& field)
-{
-    static const QStringList fields{tag::transferAddress, tag::transferInn, tag::transferName,
-        tag::agentOperation, tag::agentPhone, tag::paymentOperatorPhone, tag::transferPhone};
-    return field.type == XmlType::Text && fields.contains(field.name);
-}
-
-bool isAgentWrong(const XmlNode& position, const XmlNode&)
+bool isAgentEmpty(const XmlNode& position, const XmlNode&)
 {
     const XmlNode* const agent = position.child(tag::agent);
-    return agent != nullptr
-        && (agent->children.isEmpty()
-            || !std::all_of(agent->children.cbegin(), agent->children.cend(), isAgentField));
+    return agent != nullptr && agent->children.isEmpty();
 }
 
 bool isDiscountNotOne(const XmlNode& position, const XmlNode&)
@@ -129,7 +120,7 @@ constexpr Condition registrationConditions[] = {
 
 constexpr Condition positionConditions[] = {
     {&isSupplierPartial, "1224, 1222 and 1226 come together"},
-    {&isAgentWrong, "1223 has texts of 1005, 1016, 1026, 1044, 1073, 1074 and 1075, one at least"},
+    {&isAgentEmpty, "1223 is empty"},
     {&isDiscountNotOne, "ItemDiscounts has one record"},
     {&isPriceChanged, "PriceWithDiscount is not 1079, and there is no discount"},
     {&isGoodsCodeWrong, goodsCodeWords},

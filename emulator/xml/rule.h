@@ -12,9 +12,9 @@ struct XmlRule
     XmlType type = XmlType::Structure;
     bool required = true;
     QList<XmlRule> children;
-    /// What is inside is not looked at here.
+    /// What is inside is not looked at, or by a strict register alone, where it has children.
     bool open = false;
-    /// Hosts may send it more than once.
+    /// It may come more than once, and changes places with its neighbours that may.
     bool repeats = false;
 
     static XmlRule leaf(const QString& name, XmlType type) { return {name, type, true, {}, false, false}; }
@@ -22,9 +22,14 @@ struct XmlRule
     {
         return {name, type, false, {}, false, false};
     }
-    static XmlRule repeatedLeaf(const QString& name, XmlType type)
+    static XmlRule optionalTree(const QString& name, const QList<XmlRule>& children)
     {
-        return {name, type, true, {}, false, true};
+        return {name, XmlType::Structure, false, children, false, false};
+    }
+    static XmlRule repeated(XmlRule rule)
+    {
+        rule.repeats = true;
+        return rule;
     }
     static XmlRule tree(const QString& name, const QList<XmlRule>& children)
     {
@@ -37,10 +42,15 @@ struct XmlRule
 
     /// A parameter that nobody knows, is missing or has another type is a bad value; the verdict names it.
     XmlVerdict check(const XmlNode& node) const;
+    /// The same for what is open, and the order in which the parameters stand; for one that has passed.
+    XmlVerdict checkStrictly(const XmlNode& node) const;
 
 private:
     XmlVerdict checkParts(const XmlNode& node) const;
+    XmlVerdict checkPlace(const XmlNode& part, qsizetype reached, const QString& before) const;
     const XmlRule* ruleFor(const QString& part) const;
+    /// Neighbours that may change places share one.
+    qsizetype placeOf(const XmlRule& part) const;
 };
 
 /// The parameters that the receipt command takes.
