@@ -70,6 +70,8 @@ const QList<XmlCase> xmlCases{
     // Nobody waited for the answer.
     {{{once, Slow}, {once}}, "3 outcome-not-asked, 3 receipt-repeated"},
     {{{once, PaperEnds}, {once, PaperIn}}, "3 outcome-not-asked, 3 receipt-repeated"},
+    {{{once, ShapeCode8}, {once}}, "3 outcome-not-asked"},
+    {{{once, ShapeResult00}, {once}}, "3 outcome-not-asked, 3 receipt-repeated"},
     {{{once, PaperOut}, {{2, {}}, PaperIn}, {once}}, ""},
 };
 
@@ -94,6 +96,7 @@ const QList<HexCase> hexCases{
     {sell("1.00") + sell("1.00"), ""},
     {sell("1.00", Lost) + sell("1.00"), "9 outcome-not-asked, 13 receipt-repeated"},
     {sell("1.00", Lost) + Step{0xA0, {}} + sell("1.00"), "14 receipt-repeated"},
+    {sell("1.00", Lost) + QList<Deed<Step>>{{{0xA0, {}}, Answer}} + sell("2.00"), "10 outcome-not-asked"},
     {sell("1.00", Lost) + Step{0xA4, {"1"}} + sell("2.00"), ""},
     {sell("1.00", Lost) + Step{0xA4, {"2"}} + sell("2.00"), "10 outcome-not-asked"},
     {sell("1.00", Lost) + open(4) + money("1.00") + finish(), "11 outcome-not-asked"},
