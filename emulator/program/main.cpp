@@ -1,3 +1,4 @@
+#include "memory/memoryerror.h"
 #include "program/options.h"
 #include "program/station.h"
 
@@ -43,6 +44,26 @@ void handleSignal(int descriptor, Station& station)
         QCoreApplication::quit();
 }
 
+int fail(const QString& why)
+{
+    std::fprintf(stderr, "spf-emulator: %s\n", qPrintable(why));
+    return 1;
+}
+
+int run(Options options, int signals)
+{
+    std::unique_ptr<emulator::Memory> memory = power::openMemory(options);
+    Station station(options, std::move(memory));
+    if (const QString error = station.open(); !error.isEmpty())
+        return fail(error);
+    QSocketNotifier notifier(signals, QSocketNotifier::Read);
+    QObject::connect(&notifier, &QSocketNotifier::activated, &station,
+        [signals, &station] { handleSignal(signals, station); });
+    std::fprintf(stderr, "spf-emulator: ready on %s\n", qPrintable(station.address()));
+    QCoreApplication::exec();
+    return station.finish();
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -63,15 +84,9 @@ int main(int argc, char* argv[])
     case Options::Outcome::Run:
         break;
     }
-    Station station(options);
-    if (const QString error = station.open(); !error.isEmpty()) {
-        std::fprintf(stderr, "spf-emulator: %s\n", qPrintable(error));
-        return 1;
+    try {
+        return run(options, signals);
+    } catch (const emulator::MemoryError& error) {
+        return fail(QStringLiteral("the state %1 cannot be used: %2").arg(options.stateFolder, error.text()));
     }
-    QSocketNotifier notifier(signals, QSocketNotifier::Read);
-    QObject::connect(&notifier, &QSocketNotifier::activated, &station,
-        [signals, &station] { handleSignal(signals, station); });
-    std::fprintf(stderr, "spf-emulator: ready on %s\n", qPrintable(station.address()));
-    QCoreApplication::exec();
-    return station.finish();
 }

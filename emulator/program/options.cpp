@@ -36,6 +36,9 @@ void describe(QCommandLineParser& parser)
         {QStringLiteral("conformance"),
             QStringLiteral("File that tells at the end, as JSON, what the host did."),
             QStringLiteral("REPORT")},
+        {QStringLiteral("state"),
+            QStringLiteral("Folder that the register keeps its memory in, from one start to the next."),
+            QStringLiteral("DIR")},
         {QStringLiteral("trace"), QStringLiteral("Show the bytes on standard error.")},
         {QStringLiteral("quiet"), QStringLiteral("Do not show the tape.")},
         {QStringLiteral("lenient"),
@@ -195,6 +198,11 @@ QString fill(const QCommandLineParser& parser, Options& options)
         return QStringLiteral("give one of --pty and --tcp");
     if (identity.width != 44 && identity.width != 48)
         return QStringLiteral("--width is 44 or 48");
+    options.stateFolder = parser.value(QStringLiteral("state"));
+    options.isClockGiven = parser.isSet(QStringLiteral("clock"));
+    options.isModelGiven = parser.isSet(QStringLiteral("model"));
+    options.isSerialGiven = parser.isSet(QStringLiteral("serial"));
+    options.isDriveGiven = parser.isSet(QStringLiteral("drive"));
     identity.serialNumber = defaultSerial(identity.model);
     if (parser.isSet(QStringLiteral("serial")))
         identity.serialNumber = parser.value(QStringLiteral("serial")).leftJustified(20);

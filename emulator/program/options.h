@@ -17,6 +17,8 @@ struct Options
     QString tapeFile;
     QString journalFile;
     QString conformanceFile;
+    /// Folder that the register keeps its memory in; empty for a register without.
+    QString stateFolder;
     bool trace = false;
     bool quiet = false;
     bool lenient = false;
@@ -25,7 +27,12 @@ struct Options
     bool operatorReachable = false;
     /// Milliseconds by which the register's clock is ahead of the computer's.
     qint64 clockAhead = 0;
+    bool isClockGiven = false;
     emulator::Identity identity;
+    /// Whether its parts were asked for, or are those of the house.
+    bool isModelGiven = false;
+    bool isSerialGiven = false;
+    bool isDriveGiven = false;
     emulator::FaultPlan faults;
 
     enum class Outcome { Run, Done, Wrong };

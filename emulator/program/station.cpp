@@ -1,9 +1,9 @@
 #include "program/station.h"
 
 #include "conformance/hostreport.h"
+#include "memory/memoryerror.h"
 #include "program/ptyline.h"
 #include "program/tcpline.h"
-#include "register/parametertable.h"
 #include "tape/pagetext.h"
 
 #include <QFileInfo>
@@ -23,9 +23,10 @@ QIODevice::OpenMode writing(const QString& name)
 
 } // namespace
 
-Station::Station(const Options& options, QObject* parent)
+Station::Station(const Options& options, std::unique_ptr<emulator::Memory> memory, QObject* parent)
     : QObject(parent)
     , m_options(options)
+    , m_memory(std::move(memory))
     , m_clock(options.clockAhead)
     , m_register(m_clock, options.identity)
     , m_outbox(m_clock, options.baudRate)
@@ -45,10 +46,7 @@ Station::Station(const Options& options, QObject* parent)
     });
     if (isWatching())
         m_protocol.setWatcher([this](const emulator::Exchange& exchange) { m_watch.note(exchange); });
-    if (options.resetPassword)
-        m_register.parameters().reset(emulator::parameter::password);
-    m_register.setPaper(!options.paperOut);
-    m_register.setOperatorReachable(options.operatorReachable);
+    power::switchOn(m_register, m_memory.get(), options);
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, [this] { pump(); });
@@ -88,12 +86,12 @@ void Station::connectPaper()
 {
     m_register.tape().setListener([this](const tape::Page& page) {
         const QByteArray text = tape::toText(page).join(QLatin1Char('\n')).toUtf8() + '\n';
-        append(m_tape, text);
-        append(m_terminal, text);
+        m_output.append({&m_tape, text});
+        m_output.append({&m_terminal, text});
     });
     m_register.journal().setListener([this](const QJsonObject& entry) {
         m_watch.store(entry);
-        append(m_journal, QJsonDocument(entry).toJson(QJsonDocument::Compact) + '\n');
+        m_output.append({&m_journal, QJsonDocument(entry).toJson(QJsonDocument::Compact) + '\n'});
     });
 }
 
@@ -115,20 +113,50 @@ int Station::finish()
         append(m_report, QJsonDocument(emulator::hostreport::toJson(record)).toJson());
         std::fputs(emulator::hostreport::toText(record).toUtf8().constData(), stderr);
     }
-    return m_hasLostOutput || (isWatching() && m_watch.record().refused > 0) ? 1 : 0;
+    const bool isGood = !m_hasLostOutput && !m_hasLostPower;
+    return isGood && (!isWatching() || m_watch.record().refused == 0) ? 0 : 1;
+}
+
+void Station::showOutput()
+{
+    for (const Output& output : std::exchange(m_output, {}))
+        append(*output.file, output.text);
 }
 
 void Station::togglePaper()
 {
     m_register.setPaper(!m_register.hasPaper());
+    if (!keep())
+        return;
     std::fprintf(stderr, "spf-emulator: paper is %s\n", m_register.hasPaper() ? "in" : "out");
 }
 
 void Station::receive(const QByteArray& bytes)
 {
     trace("<", bytes);
-    m_protocol.receive(bytes);
-    pump();
+    // In pieces: pages are kept for so many documents only until they are on the disk.
+    constexpr qsizetype piece = 4096;
+    for (qsizetype start = 0; start < bytes.size() && !m_hasLostPower; start += piece) {
+        m_protocol.receive(bytes.mid(start, piece));
+        if (keep())
+            pump();
+    }
+}
+
+bool Station::keep()
+{
+    try {
+        if (m_memory)
+            m_memory->save(m_register);
+        showOutput();
+    } catch (const emulator::MemoryError& error) {
+        std::fprintf(stderr, "spf-emulator: the state cannot be kept, as if the power were gone: %s\n",
+            qPrintable(error.text()));
+        m_hasLostPower = true;
+        m_outbox.clear();
+        QCoreApplication::exit(1);
+    }
+    return !m_hasLostPower;
 }
 
 void Station::pump()

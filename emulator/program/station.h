@@ -2,11 +2,13 @@
 
 #include "conformance/hostwatch.h"
 #include "program/line.h"
-#include "program/options.h"
+#include "program/power.h"
 #include "register/systemclock.h"
 
 #include <QFile>
 #include <QTimer>
+
+#include <memory>
 
 /// Puts register, protocol and line together and keeps the tape and the journal on disk.
 class Station : public QObject
@@ -14,7 +16,8 @@ class Station : public QObject
     Q_OBJECT
 
 public:
-    explicit Station(const Options& options, QObject* parent = nullptr);
+    /// Without a memory the register forgets all at the end.
+    Station(const Options& options, std::unique_ptr<emulator::Memory> memory, QObject* parent = nullptr);
 
     /// Opens line and files; empty when all went well.
     QString open();
@@ -29,11 +32,23 @@ private:
     bool isWatching() const { return !m_options.conformanceFile.isEmpty(); }
     /// A file that takes no more is closed; the register goes on.
     void append(QFile& file, const QByteArray& text);
+    void showOutput();
     void receive(const QByteArray& bytes);
+    /// Keeps what has changed, and only then lets tape and journal have it. What cannot be kept ends the
+    /// program before anybody is told of it, as a loss of power would; false then.
+    bool keep();
     void pump();
     void trace(const char* direction, const QByteArray& bytes) const;
 
+    /// What goes out once it is kept.
+    struct Output
+    {
+        QFile* file;
+        QByteArray text;
+    };
+
     Options m_options;
+    std::unique_ptr<emulator::Memory> m_memory;
     emulator::SystemClock m_clock;
     emulator::Register m_register;
     emulator::Outbox m_outbox;
@@ -45,5 +60,7 @@ private:
     QFile m_journal;
     QFile m_terminal;
     QFile m_report;
+    QList<Output> m_output;
     bool m_hasLostOutput = false;
+    bool m_hasLostPower = false;
 };

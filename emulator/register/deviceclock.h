@@ -17,6 +17,9 @@ public:
 
     QDateTime now() const { return QDateTime::fromMSecsSinceEpoch(m_source.milliseconds() + m_offset); }
     void set(const QDateTime& time) { m_offset = time.toMSecsSinceEpoch() - m_source.milliseconds(); }
+    /// Milliseconds by which it is ahead of the clock that it was given.
+    qint64 offset() const { return m_offset; }
+    void setOffset(qint64 offset) { m_offset = offset; }
     /// For spans of time, which do not mind that the clock is set.
     qint64 milliseconds() const { return m_source.milliseconds(); }
 

@@ -63,27 +63,61 @@ FiscalRecord FiscalDrive::store(FiscalType type, const QDateTime& dateTime, cons
     const QByteArray digest
         = QCryptographicHash::hash(signedPart, QCryptographicHash::Sha256).toHex().left(8);
     record.sign = QStringLiteral("%1").arg(digest.toUInt(nullptr, 16), 10, 10, QLatin1Char('0'));
-    if (type == FiscalType::Registration || type == FiscalType::RegistrationChange) {
+    append(record);
+    return record;
+}
+
+void FiscalDrive::append(const FiscalRecord& record)
+{
+    if (record.type == FiscalType::Registration || record.type == FiscalType::RegistrationChange) {
         ++m_registrations;
-        m_lastRegistration = dateTime;
+        m_lastRegistration = record.dateTime;
         m_phase = isReady() ? DriveLife::fiscalMode : m_phase;
     }
     if (m_documentsLeft)
         m_documentsLeft = qMax<qint64>(0, *m_documentsLeft - 1);
     m_documents.append(record);
-    m_prints[record.number % keptPrints] = {};
-    return record;
+    m_youngest[record.number % keptPages] = {record, {}, {}};
+}
+
+void FiscalDrive::keepEntry(const QJsonObject& entry)
+{
+    m_youngest[last().number % keptPages].entry = entry;
 }
 
 void FiscalDrive::keepPrint(const tape::Page& page)
 {
-    m_prints[last().number % keptPrints] = page;
+    m_youngest[last().number % keptPages].page = page;
 }
 
 tape::Page FiscalDrive::print(quint32 number) const
 {
-    const bool kept = number <= last().number && last().number - number < keptPrints;
-    return kept ? m_prints[number % keptPrints] : tape::Page();
+    const bool kept = number <= last().number && last().number - number < keptPages;
+    return kept ? m_youngest[number % keptPages].page : tape::Page();
+}
+
+QList<StoredDocument> FiscalDrive::documentsFrom(quint32 number) const
+{
+    const qsizetype oldest = qMax<qsizetype>(m_documents.size() - keptPages + 1, 1);
+    QList<StoredDocument> documents;
+    for (qsizetype next = qMax<qsizetype>(number, oldest); next <= m_documents.size(); ++next)
+        documents.append(m_youngest[static_cast<size_t>(next % keptPages)]);
+    return documents;
+}
+
+void FiscalDrive::restore(const DriveMemory& memory, const QList<StoredDocument>& documents)
+{
+    m_registrations = 0;
+    m_documents.clear();
+    for (const StoredDocument& document : documents) {
+        append(document.record);
+        m_youngest[document.record.number % keptPages] = document;
+    }
+    m_number = memory.number;
+    m_expiry = memory.expiry;
+    m_phase = memory.phase;
+    m_documentsLeft = memory.documentsLeft;
+    m_sent = memory.sent;
 }
 
 const FiscalRecord* FiscalDrive::find(quint32 number) const

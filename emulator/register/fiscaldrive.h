@@ -1,8 +1,8 @@
 #pragma once
 
 #include "register/drivelife.h"
-#include "register/fiscalrecord.h"
-#include "tape/page.h"
+#include "register/drivememory.h"
+#include "register/storeddocument.h"
 
 #include <QList>
 
@@ -40,7 +40,9 @@ public:
     bool isOperatorSilent(const QDateTime& now) const;
 
     FiscalRecord store(FiscalType type, const QDateTime& dateTime, const QByteArray& content);
-    /// Keeps what was printed of the last document, for a reprint. Only the youngest documents are kept.
+    /// Keeps the journal's entry of the last document. Of entries and pages only the youngest are kept.
+    void keepEntry(const QJsonObject& entry);
+    /// Keeps what was printed of the last document, for a reprint.
     void keepPrint(const tape::Page& page);
     tape::Page print(quint32 number) const;
 
@@ -53,14 +55,24 @@ public:
     /// The OFD takes everything there is.
     void sendAll() { m_sent = m_documents.size(); }
 
+    /// @name Over a power cut
+    /// @{
+    DriveMemory memory() const { return {m_number, m_expiry, m_phase, m_documentsLeft, m_sent}; }
+    /// The documents from this number on, as far back as entries and pages are kept.
+    QList<StoredDocument> documentsFrom(quint32 number) const;
+    /// The drive as it was, with all its documents.
+    void restore(const DriveMemory& memory, const QList<StoredDocument>& documents);
+    /// @}
+
 private:
     /// Days that the oldest document has waited for the OFD.
     qint64 daysWaiting(const QDateTime& now) const;
+    void append(const FiscalRecord& record);
 
     static constexpr int maxRegistrations = 12;
     static constexpr int activatedBit = 2;
     static constexpr int archiveClosedBit = 4;
-    static constexpr qsizetype keptPrints = 256;
+    static constexpr qsizetype keptPages = 256;
 
     QString m_number;
     QDate m_expiry;
@@ -70,7 +82,8 @@ private:
     QDateTime m_lastRegistration;
     QList<FiscalRecord> m_documents;
     qsizetype m_sent = 0;
-    std::array<tape::Page, keptPrints> m_prints;
+    /// Records, entries and pages of the youngest documents, each at its number's place.
+    std::array<StoredDocument, keptPages> m_youngest;
 };
 
 } // namespace emulator

@@ -27,6 +27,8 @@ public:
     Refusal write(int number, int row, const QString& value);
     /// What the register itself does.
     void set(int number, int row, const QString& value) { m_values[{number, row}] = value; }
+    /// All there are, by number and row.
+    const QMap<std::pair<int, int>, QString>& values() const { return m_values; }
     /// All rows are again as they left the factory.
     void reset(int number);
 

@@ -59,6 +59,7 @@ FiscalRecord store(Parts& parts, FiscalType type, QJsonObject entry, const Cashi
     entry[QStringLiteral("dateTime")] = record.dateTime.toString(Qt::ISODate);
     entry[QStringLiteral("fiscalSign")] = record.sign;
     entry[QStringLiteral("fiscalDrive")] = parts.drive.number();
+    parts.drive.keepEntry(entry);
     parts.journal.add(entry);
     return record;
 }

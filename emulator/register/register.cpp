@@ -24,4 +24,25 @@ void Register::setOperatorReachable(bool reachable)
         m_parts.drive.sendAll();
 }
 
+RegisterMemory Register::memory() const
+{
+    return {m_parts.clock.offset(), m_parts.parameters.values(), m_parts.settings.all(),
+        m_parts.drive.memory(), m_parts.state};
+}
+
+void Register::restore(const RegisterMemory& memory, const QList<StoredDocument>& documents)
+{
+    const bool isOperatorReachable = m_parts.state.isOperatorReachable;
+    m_parts.clock.setOffset(memory.clockOffset);
+    // One that an older version has not known keeps what it left the factory with.
+    for (auto value = memory.parameters.cbegin(); value != memory.parameters.cend(); ++value)
+        m_parts.parameters.set(value.key().first, value.key().second, value.value());
+    for (auto value = memory.settings.cbegin(); value != memory.settings.cend(); ++value)
+        m_parts.settings.set(value.key(), value.value());
+    m_parts.drive.restore(memory.drive, documents);
+    m_parts.state = memory.state;
+    m_parts.state.isStarted = false;
+    m_parts.state.isOperatorReachable = isOperatorReachable;
+}
+
 } // namespace emulator

@@ -7,6 +7,7 @@
 #include "register/pagewriter.h"
 #include "register/parts.h"
 #include "register/receipts.h"
+#include "register/registermemory.h"
 #include "register/reports.h"
 #include "register/shifts.h"
 #include "register/timekeeping.h"
@@ -53,6 +54,12 @@ public:
     /// that the register does not answer so.
     void setPaperLeft(int lines, bool quietly);
     void setOperatorReachable(bool reachable);
+    /// The clock shows the time of the one that it was given.
+    void resetClock() { m_parts.clock.setOffset(0); }
+    /// What is to be kept over a power cut. The documents of the fiscal drive are kept apart, each once.
+    RegisterMemory memory() const;
+    /// Power is back: all is as it was kept, and a host has to start the register anew.
+    void restore(const RegisterMemory& memory, const QList<StoredDocument>& documents);
     /// @}
 
     /// @name What a host may ask for

@@ -1,0 +1,105 @@
+#include "memory/memory.h"
+
+#include "memory/memoryerror.h"
+#include "memory/registerstate.h"
+#include "register/register.h"
+
+#include <QDir>
+#include <QJsonDocument>
+
+namespace emulator {
+
+namespace {
+
+QString stateFile(const QString& folder)
+{
+    return QDir(folder).filePath(QStringLiteral("register.sqlite"));
+}
+
+// Times of the source are kept as those of the computer's clock: the source may be another one next time.
+RegisterMemory shifted(RegisterMemory memory, qint64 milliseconds)
+{
+    memory.clockOffset += milliseconds;
+    memory.state.drawer.openedAt -= milliseconds;
+    return memory;
+}
+
+DocumentRow rowOf(const StoredDocument& document)
+{
+    return {document.record.number, registerstate::writtenRecord(document.record),
+        QJsonDocument(document.entry).toJson(QJsonDocument::Compact),
+        registerstate::writtenPage(document.page)};
+}
+
+void checkDocuments(const RegisterMemory& memory, const QList<StoredDocument>& documents)
+{
+    if (memory.drive.sent < 0 || memory.drive.sent > documents.size())
+        throw MemoryError(QStringLiteral("damaged: documents of the fiscal drive are missing"));
+}
+
+} // namespace
+
+Memory::Memory(const QString& folder)
+    : m_folder(folder)
+    , m_lock(folder)
+    , m_store(stateFile(folder))
+    , m_saved(m_store.parts())
+{
+}
+
+std::optional<Identity> Memory::identity() const
+{
+    return m_saved.isEmpty() ? std::nullopt : std::optional(registerstate::readIdentity(m_saved));
+}
+
+void Memory::load(Register& device, qint64 sourceAhead)
+{
+    m_sourceAhead = sourceAhead;
+    const QList<StoredDocument> documents = read(m_store.documents());
+    if (m_saved.isEmpty() && documents.isEmpty())
+        return;
+    const RegisterMemory memory = registerstate::readMemory(m_saved);
+    checkDocuments(memory, documents);
+    device.restore(shifted(memory, -sourceAhead), documents);
+    m_lastDocument = static_cast<quint32>(documents.size());
+}
+
+void Memory::save(const Register& device)
+{
+    const QMap<QString, QByteArray> states
+        = registerstate::written(device.identity(), shifted(device.memory(), m_sourceAhead));
+    StateChange change;
+    for (auto part = states.cbegin(); part != states.cend(); ++part) {
+        if (m_saved.value(part.key()) != part.value())
+            change.parts[part.key()] = part.value();
+    }
+    for (const StoredDocument& document : device.drive().documentsFrom(m_lastDocument + 1))
+        change.documents.append(rowOf(document));
+    if (change.isEmpty())
+        return;
+    m_store.write(change);
+    m_saved = states;
+    m_lastDocument = device.drive().last().number;
+}
+
+QList<StoredDocument> Memory::documentsOf(const QString& folder)
+{
+    return read(StateStore(stateFile(folder), StateStore::Access::ReadOnly).documents());
+}
+
+QList<StoredDocument> Memory::read(const QList<DocumentRow>& rows)
+{
+    QList<StoredDocument> documents;
+    for (const DocumentRow& row : rows) {
+        const QString name = QStringLiteral("document %1").arg(row.number);
+        const FiscalRecord record = registerstate::readRecord(row.record, name);
+        // Without a gap from the first one on.
+        if (row.number != documents.size() + 1 || record.number != row.number)
+            throw MemoryError(QStringLiteral("damaged: %1 is out of order").arg(name));
+        documents.append({record, registerstate::readEntry(row.entry, name + QStringLiteral(".entry")),
+            registerstate::readPage(row.page, name + QStringLiteral(".page"))});
+    }
+    return documents;
+}
+
+} // namespace emulator

@@ -1,0 +1,152 @@
+#include "memory/registerstate.h"
+
+#include "memory/devicestate.h"
+#include "memory/documentstate.h"
+#include "memory/shiftstate.h"
+#include "memory/statereader.h"
+#include "memory/statewriter.h"
+
+#include <QJsonDocument>
+
+namespace emulator::registerstate {
+
+namespace {
+
+const QString valueKey = QStringLiteral("value");
+
+// A part that is no record of its own stands in an object.
+QByteArray compact(const QJsonValue& value)
+{
+    const QJsonObject object = value.isObject() ? value.toObject() : QJsonObject{{valueKey, value}};
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+QJsonObject objectOf(const QByteArray& json, const QString& name)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(json);
+    if (!document.isObject())
+        StateReader::fail(name);
+    return document.object();
+}
+
+template <typename T>
+T valueOf(const QByteArray& json, const QString& name)
+{
+    T value{};
+    StateReader::decode(objectOf(json, name).value(valueKey), name, value);
+    return value;
+}
+
+template <typename T>
+void read(const States& states, const char* name, T& value)
+{
+    const QString path = QLatin1String(name);
+    StateReader::decode(objectOf(states.value(path), path), path, value);
+}
+
+QMap<QString, QString> namedParameters(const RegisterMemory& memory)
+{
+    QMap<QString, QString> named;
+    for (auto value = memory.parameters.cbegin(); value != memory.parameters.cend(); ++value)
+        named[QStringLiteral("%1.%2").arg(value.key().first).arg(value.key().second)] = value.value();
+    return named;
+}
+
+void readParameters(const QMap<QString, QString>& named, RegisterMemory& memory)
+{
+    for (auto value = named.cbegin(); value != named.cend(); ++value) {
+        bool isNumber = false;
+        bool isRow = false;
+        const int number = value.key().section(QLatin1Char('.'), 0, 0).toInt(&isNumber);
+        const int row = value.key().section(QLatin1Char('.'), 1).toInt(&isRow);
+        if (!isNumber || !isRow)
+            StateReader::fail(QStringLiteral("parameters.") + value.key());
+        memory.parameters[{number, row}] = value.value();
+    }
+}
+
+} // namespace
+
+States written(const Identity& identity, const RegisterMemory& memory)
+{
+    const State& state = memory.state;
+    const QMap<QString, QJsonValue> parts{
+        {QStringLiteral("identity"), StateWriter::encoded(identity)},
+        {QStringLiteral("clock"), StateWriter::encoded(memory.clockOffset)},
+        {QStringLiteral("parameters"), StateWriter::encoded(namedParameters(memory))},
+        {QStringLiteral("settings"), StateWriter::encoded(memory.settings)},
+        {QStringLiteral("drive"), StateWriter::encoded(memory.drive)},
+        {QStringLiteral("registration"), StateWriter::encoded(state.registration)},
+        {QStringLiteral("shift"), StateWriter::encoded(state.shift)},
+        {QStringLiteral("drawer"), StateWriter::encoded(state.drawer)},
+        {QStringLiteral("open"), StateWriter::encoded(state.open)},
+        {QStringLiteral("paper"), StateWriter::encoded(state.paper)},
+        {QStringLiteral("marking"), StateWriter::encoded(state.marking)},
+        {QStringLiteral("logo"), StateWriter::encoded(state.logo)},
+    };
+    States states;
+    for (auto part = parts.cbegin(); part != parts.cend(); ++part)
+        states[part.key()] = compact(part.value());
+    return states;
+}
+
+Identity readIdentity(const States& states)
+{
+    Identity identity;
+    read(states, "identity", identity);
+    DriveMemory drive;
+    read(states, "drive", drive);
+    identity.driveNumber = drive.number;
+    return identity;
+}
+
+RegisterMemory readMemory(const States& states)
+{
+    RegisterMemory memory;
+    State& state = memory.state;
+    memory.clockOffset = valueOf<qint64>(states.value(QStringLiteral("clock")), QStringLiteral("clock"));
+    state.logo = valueOf<QByteArray>(states.value(QStringLiteral("logo")), QStringLiteral("logo"));
+    QMap<QString, QString> parameters;
+    read(states, "parameters", parameters);
+    readParameters(parameters, memory);
+    read(states, "settings", memory.settings);
+    read(states, "drive", memory.drive);
+    read(states, "registration", state.registration);
+    read(states, "shift", state.shift);
+    read(states, "drawer", state.drawer);
+    read(states, "open", state.open);
+    read(states, "paper", state.paper);
+    read(states, "marking", state.marking);
+    return memory;
+}
+
+QByteArray writtenRecord(const FiscalRecord& record)
+{
+    return compact(StateWriter::encoded(record));
+}
+
+QByteArray writtenPage(const tape::Page& page)
+{
+    return compact(StateWriter::encoded(page));
+}
+
+FiscalRecord readRecord(const QByteArray& json, const QString& name)
+{
+    FiscalRecord record;
+    StateReader::decode(objectOf(json, name), name, record);
+    return record;
+}
+
+QJsonObject readEntry(const QByteArray& json, const QString& name)
+{
+    return objectOf(json, name);
+}
+
+tape::Page readPage(const QByteArray& json, const QString& name)
+{
+    tape::Page page;
+    StateReader::decode(objectOf(json, name), name, page);
+    return page;
+}
+
+} // namespace emulator::registerstate
