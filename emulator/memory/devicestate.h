@@ -23,6 +23,7 @@ void describe(Archive& archive, typename Archive::template Access<DriveMemory>& 
     archive.field("expiry", drive.expiry);
     archive.field("phase", drive.phase);
     archive.field("documentsLeft", drive.documentsLeft);
+    archive.field("documents", drive.documents);
     archive.field("sent", drive.sent);
 }
 

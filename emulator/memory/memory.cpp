@@ -4,17 +4,11 @@
 #include "memory/registerstate.h"
 #include "register/register.h"
 
-#include <QDir>
 #include <QJsonDocument>
 
 namespace emulator {
 
 namespace {
-
-QString stateFile(const QString& folder)
-{
-    return QDir(folder).filePath(QStringLiteral("register.sqlite"));
-}
 
 // Times of the source are kept as those of the computer's clock: the source may be another one next time.
 RegisterMemory shifted(RegisterMemory memory, qint64 milliseconds)
@@ -33,16 +27,16 @@ DocumentRow rowOf(const StoredDocument& document)
 
 void checkDocuments(const RegisterMemory& memory, const QList<StoredDocument>& documents)
 {
-    if (memory.drive.sent < 0 || memory.drive.sent > documents.size())
+    const DriveMemory& drive = memory.drive;
+    if (drive.documents != documents.size() || drive.sent < 0 || drive.sent > drive.documents)
         throw MemoryError(QStringLiteral("damaged: documents of the fiscal drive are missing"));
 }
 
 } // namespace
 
-Memory::Memory(const QString& folder)
-    : m_folder(folder)
-    , m_lock(folder)
-    , m_store(stateFile(folder))
+Memory::Memory(std::unique_ptr<StateFolder> folder)
+    : m_folder(std::move(folder))
+    , m_store(m_folder->stateFile())
     , m_saved(m_store.parts())
 {
 }
@@ -84,7 +78,7 @@ void Memory::save(const Register& device)
 
 QList<StoredDocument> Memory::documentsOf(const QString& folder)
 {
-    return read(StateStore(stateFile(folder), StateStore::Access::ReadOnly).documents());
+    return read(StateStore(StateFolder::stateFileOf(folder), Database::Access::ReadOnly).documents());
 }
 
 QList<StoredDocument> Memory::read(const QList<DocumentRow>& rows)

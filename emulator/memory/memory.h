@@ -1,6 +1,6 @@
 #pragma once
 
-#include "memory/folderlock.h"
+#include "memory/statefolder.h"
 #include "memory/statestore.h"
 #include "register/identity.h"
 #include "register/storeddocument.h"
@@ -13,12 +13,12 @@ namespace emulator {
 class Register;
 
 /// The memory of a register over a power cut: a folder that it has for itself, with all that it keeps in one
-/// database. Every operation throws MemoryError.
+/// database there. Every operation throws MemoryError.
 class Memory
 {
 public:
-    /// Opens the folder and checks what is in it; makes it where it is missing.
-    explicit Memory(const QString& folder);
+    /// Opens the state of a folder and checks what is in it; makes it where it is missing.
+    explicit Memory(std::unique_ptr<StateFolder> folder);
 
     /// The register that the state is of; no value for a new state.
     std::optional<Identity> identity() const;
@@ -35,8 +35,7 @@ public:
 private:
     static QList<StoredDocument> read(const QList<DocumentRow>& rows);
 
-    QString m_folder;
-    FolderLock m_lock;
+    std::unique_ptr<StateFolder> m_folder;
     StateStore m_store;
     qint64 m_sourceAhead = 0;
     /// What is on the disk.

@@ -1,22 +1,88 @@
 #include "memory/migrations.h"
 
+#include "memory/database.h"
+#include "memory/memoryerror.h"
+#include "memory/rowdigest.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSqlQuery>
+
+#include <iterator>
+
 namespace emulator::migrations {
+
+namespace {
+
+using Step = void (*)(const Database& database);
+
+// Parts of the register, and the documents of its fiscal drive; but for names and numbers all is JSON.
+void makeTables(const Database& database)
+{
+    database.execute(QStringLiteral("CREATE TABLE parts (name TEXT PRIMARY KEY, content TEXT NOT NULL)"));
+    database.execute(
+        QStringLiteral("CREATE TABLE documents (number INTEGER PRIMARY KEY, record TEXT NOT NULL, "
+                       "entry TEXT NOT NULL, page TEXT NOT NULL)"));
+}
+
+// The drive tells how many documents it has, so that the loss of the last ones shows.
+void countDocuments(const Database& database)
+{
+    const QString name = QStringLiteral("drive");
+    QSqlQuery row = database.execute(QStringLiteral("SELECT content FROM parts WHERE name = ?"), {name});
+    // A state that was made and nothing more.
+    if (!row.next())
+        return;
+    QJsonObject drive = QJsonDocument::fromJson(row.value(0).toByteArray()).object();
+    drive[QStringLiteral("documents")] = database.number(QStringLiteral("SELECT count(*) FROM documents"));
+    database.execute(QStringLiteral("UPDATE parts SET content = ? WHERE name = ?"),
+        {QString::fromUtf8(QJsonDocument(drive).toJson(QJsonDocument::Compact)), name});
+}
+
+void addPartDigests(const Database& database)
+{
+    QSqlQuery rows = database.execute(QStringLiteral("SELECT name, content FROM parts"));
+    while (rows.next())
+        database.execute(QStringLiteral("UPDATE parts SET digest = ? WHERE name = ?"),
+            {QString::fromLatin1(rowDigest(rows.value(0).toString(), rows.value(1).toByteArray())),
+                rows.value(0)});
+}
+
+void addDocumentDigests(const Database& database)
+{
+    QSqlQuery rows = database.execute(QStringLiteral("SELECT number, record, entry, page FROM documents"));
+    while (rows.next()) {
+        const DocumentRow row{rows.value(0).toUInt(), rows.value(1).toByteArray(),
+            rows.value(2).toByteArray(), rows.value(3).toByteArray()};
+        database.execute(QStringLiteral("UPDATE documents SET digest = ? WHERE number = ?"),
+            {QString::fromLatin1(rowDigest(row)), row.number});
+    }
+}
+
+// Each row shows whether it is what was written.
+void addDigests(const Database& database)
+{
+    countDocuments(database);
+    for (const char* const table : {"parts", "documents"})
+        database.execute(QStringLiteral("ALTER TABLE %1 ADD COLUMN digest TEXT NOT NULL DEFAULT ''")
+                             .arg(QLatin1String(table)));
+    addPartDigests(database);
+    addDocumentDigests(database);
+}
+
+// The step to version 1 stands first.
+constexpr Step steps[] = {makeTables, addDigests};
+
+} // namespace
 
 int newestVersion()
 {
-    return 1;
+    return static_cast<int>(std::size(steps));
 }
 
-QStringList tables()
+void makeVersion(int version, const Database& database)
 {
-    return {QStringLiteral("CREATE TABLE parts (name TEXT PRIMARY KEY, content TEXT NOT NULL)"),
-        QStringLiteral("CREATE TABLE documents (number INTEGER PRIMARY KEY, record TEXT NOT NULL, "
-                       "entry TEXT NOT NULL, page TEXT NOT NULL)")};
-}
-
-QStringList stepTo(int)
-{
-    return {};
+    steps[version - 1](database);
 }
 
 } // namespace emulator::migrations

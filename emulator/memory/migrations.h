@@ -1,17 +1,15 @@
 #pragma once
 
-#include <QStringList>
-
 namespace emulator {
+
+class Database;
 
 /// The versions of the format of a state.
 namespace migrations {
 
 int newestVersion();
-/// What makes the tables of the newest version.
-QStringList tables();
-/// What makes this version out of the one before it.
-QStringList stepTo(int version);
+/// Makes this version out of the one before it, the first one out of nothing.
+void makeVersion(int version, const Database& database);
 
 } // namespace migrations
 

@@ -53,6 +53,8 @@ int fail(const QString& why)
 int run(Options options, int signals)
 {
     std::unique_ptr<emulator::Memory> memory = power::openMemory(options);
+    if (options.isWithoutLine)
+        return 0;
     Station station(options, std::move(memory));
     if (const QString error = station.open(); !error.isEmpty())
         return fail(error);

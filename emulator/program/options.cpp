@@ -1,5 +1,7 @@
 #include "program/options.h"
 
+#include "memory/statefolder.h"
+
 #include <QCommandLineParser>
 #include <QDateTime>
 #include <QMap>
@@ -39,6 +41,12 @@ void describe(QCommandLineParser& parser)
         {QStringLiteral("state"),
             QStringLiteral("Folder that the register keeps its memory in, from one start to the next."),
             QStringLiteral("DIR")},
+        {QStringLiteral("snapshot"),
+            QStringLiteral("Keep the state as it is under that name; without a line end then."),
+            QStringLiteral("NAME")},
+        {QStringLiteral("restore"),
+            QStringLiteral("Put the state of that name back first; without a line end then."),
+            QStringLiteral("NAME")},
         {QStringLiteral("trace"), QStringLiteral("Show the bytes on standard error.")},
         {QStringLiteral("quiet"), QStringLiteral("Do not show the tape.")},
         {QStringLiteral("lenient"),
@@ -179,6 +187,27 @@ bool readProtocol(const QString& name, emulator::ProtocolChoice& choice)
     return name.isEmpty() || name == QStringLiteral("auto") || choice != emulator::ProtocolChoice::Auto;
 }
 
+QString readState(const QCommandLineParser& parser, Options& options)
+{
+    options.stateFolder = parser.value(QStringLiteral("state"));
+    options.snapshot = parser.value(QStringLiteral("snapshot"));
+    options.restore = parser.value(QStringLiteral("restore"));
+    bool isSnapshotMeant = false;
+    for (const char* const name : {"snapshot", "restore"}) {
+        const QString option = QLatin1String(name);
+        if (!parser.isSet(option))
+            continue;
+        isSnapshotMeant = true;
+        if (!emulator::StateFolder::isSnapshotName(parser.value(option)))
+            return QStringLiteral("--%1 is a name of letters, digits, points, hyphens and underscores")
+                .arg(option);
+    }
+    if (options.stateFolder.isEmpty() && (isSnapshotMeant || parser.isSet(QStringLiteral("state"))))
+        return QStringLiteral("--state is the folder of the state");
+    options.isWithoutLine = isSnapshotMeant && options.link.isEmpty() && !options.port;
+    return {};
+}
+
 QString fill(const QCommandLineParser& parser, Options& options)
 {
     QString error;
@@ -194,11 +223,12 @@ QString fill(const QCommandLineParser& parser, Options& options)
     if (port >= 0)
         options.port = static_cast<quint16>(port);
     options.link = parser.value(QStringLiteral("pty"));
-    if (options.link.isEmpty() == !options.port.has_value())
+    if (error = readState(parser, options); !error.isEmpty())
+        return error;
+    if (!options.isWithoutLine && options.link.isEmpty() == !options.port.has_value())
         return QStringLiteral("give one of --pty and --tcp");
     if (identity.width != 44 && identity.width != 48)
         return QStringLiteral("--width is 44 or 48");
-    options.stateFolder = parser.value(QStringLiteral("state"));
     options.isClockGiven = parser.isSet(QStringLiteral("clock"));
     options.isModelGiven = parser.isSet(QStringLiteral("model"));
     options.isSerialGiven = parser.isSet(QStringLiteral("serial"));

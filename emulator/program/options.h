@@ -19,6 +19,11 @@ struct Options
     QString conformanceFile;
     /// Folder that the register keeps its memory in; empty for a register without.
     QString stateFolder;
+    /// Names of the snapshots to keep and to restore before the start; empty for none.
+    QString snapshot;
+    QString restore;
+    /// No line was asked for: there is something else to do.
+    bool isWithoutLine = false;
     bool trace = false;
     bool quiet = false;
     bool lenient = false;

@@ -21,7 +21,12 @@ std::unique_ptr<emulator::Memory> openMemory(Options& options)
 {
     if (options.stateFolder.isEmpty())
         return nullptr;
-    auto memory = std::make_unique<emulator::Memory>(options.stateFolder);
+    auto folder = std::make_unique<emulator::StateFolder>(options.stateFolder);
+    if (!options.snapshot.isEmpty())
+        folder->keepSnapshot(options.snapshot);
+    if (!options.restore.isEmpty())
+        folder->restoreSnapshot(options.restore);
+    auto memory = std::make_unique<emulator::Memory>(std::move(folder));
     if (const std::optional<emulator::Identity> kept = memory->identity()) {
         emulator::Identity& identity = options.identity;
         compare("fiscal drive", kept->driveNumber, identity.driveNumber, options.isDriveGiven);

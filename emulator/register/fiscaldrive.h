@@ -57,7 +57,10 @@ public:
 
     /// @name Over a power cut
     /// @{
-    DriveMemory memory() const { return {m_number, m_expiry, m_phase, m_documentsLeft, m_sent}; }
+    DriveMemory memory() const
+    {
+        return {m_number, m_expiry, m_phase, m_documentsLeft, m_documents.size(), m_sent};
+    }
     /// The documents from this number on, as far back as entries and pages are kept.
     QList<StoredDocument> documentsFrom(quint32 number) const;
     /// The drive as it was, with all its documents.
