@@ -38,6 +38,7 @@ Memory::Memory(std::unique_ptr<StateFolder> folder)
     : m_folder(std::move(folder))
     , m_store(m_folder->stateFile())
     , m_saved(m_store.parts())
+    , m_lastDocument(m_store.lastDocument())
 {
 }
 
@@ -55,7 +56,6 @@ void Memory::load(Register& device, qint64 sourceAhead)
     const RegisterMemory memory = registerstate::readMemory(m_saved);
     checkDocuments(memory, documents);
     device.restore(shifted(memory, -sourceAhead), documents);
-    m_lastDocument = static_cast<quint32>(documents.size());
 }
 
 void Memory::save(const Register& device)

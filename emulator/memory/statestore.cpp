@@ -105,6 +105,11 @@ QList<DocumentRow> StateStore::documents() const
     return result;
 }
 
+quint32 StateStore::lastDocument() const
+{
+    return static_cast<quint32>(m_database.number(QStringLiteral("SELECT max(number) FROM documents")));
+}
+
 void StateStore::write(const StateChange& change)
 {
     m_database.together([this, &change] {

@@ -16,6 +16,8 @@ public:
     /// All parts by name; none in a new file.
     QMap<QString, QByteArray> parts() const;
     QList<DocumentRow> documents() const;
+    /// The greatest number of a document, 0 without any.
+    quint32 lastDocument() const;
     /// Writes all of it to the disk itself, or nothing.
     void write(const StateChange& change);
     /// Writes a copy as of now into a file that must not exist.

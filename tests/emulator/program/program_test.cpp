@@ -1,3 +1,5 @@
+#include "memory/database.h"
+#include "memory/statefolder.h"
 #include "rig.h"
 #include "xmlrig.h"
 
@@ -50,24 +52,30 @@ public:
     QProcess process;
 };
 
-/// Opens the shift, each request by a connection of its own, as of hosts that come and go.
+/// Sends requests, each by a connection of its own, as of hosts that come and go; gives the last answer.
+Reply sendAll(const QString& ready, const QList<int>& commands)
+{
+    Rig host;
+    Reply reply;
+    for (const int command : commands) {
+        QTcpSocket socket;
+        socket.connectToHost("127.0.0.1", ready.section(':', -1).toUShort());
+        socket.waitForConnected(patience);
+        const QList<QByteArray> cashier{"Иванова", ""};
+        socket.write(host.frame({command, command == 0x6B ? cashier : reply.fields}));
+        QByteArray answer;
+        while (host.parse(answer).code < 0 && socket.waitForReadyRead(patience))
+            answer += socket.readAll();
+        reply = host.parse(answer);
+    }
+    return reply;
+}
+
+/// Opens the shift.
 void openShift(const QString& ready)
 {
     ASSERT_TRUE(ready.startsWith("spf-emulator: ready on tcp:127.0.0.1:")) << ready.toStdString();
-    Rig host;
-    Reply reply;
-    for (const int command : {0xA7, 0x00, 0x6B}) {
-        QTcpSocket socket;
-        socket.connectToHost("127.0.0.1", ready.section(':', -1).toUShort());
-        ASSERT_TRUE(socket.waitForConnected(patience));
-        socket.write(
-            host.frame({command, command == 0x6B ? QList<QByteArray>{"Иванова", ""} : reply.fields}));
-        QByteArray answer;
-        while (host.parse(answer).code != 0 && socket.waitForReadyRead(patience))
-            answer += socket.readAll();
-        reply = host.parse(answer);
-        EXPECT_EQ(reply.code, 0) << command;
-    }
+    EXPECT_EQ(sendAll(ready, {0xA7, 0x00, 0x6B}).code, 0);
 }
 
 /// A request that only a lenient register takes.
@@ -132,6 +140,49 @@ TEST(Program, EachStartHasAFiscalDriveOfItsOwn)
     const QString first = form.match(QString(journal.readLine())).captured(1);
     const QString second = form.match(QString(journal.readLine())).captured(1);
     EXPECT_TRUE(!first.isEmpty() && !second.isEmpty() && first != second) << first.toStdString();
+}
+
+TEST(Program, StateOutlivesItsProcessAndBelongsToOneDrive)
+{
+    const QTemporaryDir folder;
+    const QStringList state{"--tcp", "0", "--state", folder.path()};
+    Program first(state + QStringList{"--drive", "9999000000000042", "--serial", "A1"});
+    openShift(first.ready());
+    Program second(state);
+    EXPECT_EQ(second.ready(),
+        QString("spf-emulator: the state %1 cannot be used: in use by process %2")
+            .arg(folder.path())
+            .arg(first.process.processId()));
+    first.stop(SIGKILL);
+    Program other(state + QStringList{"--drive", "9999000000000043"});
+    EXPECT_TRUE(other.ready().contains("is of the fiscal drive 9999000000000042, not 9999000000000043"));
+    Program again(state + QStringList{"--clock", "2036-03-01T09:00:00"});
+    const QString ready = again.ready();
+    EXPECT_EQ(sendAll(ready, {0xA0}).fields, QList<QByteArray>({"0", "13", "0"}))
+        << "not started, the shift open for ten years";
+    EXPECT_EQ(sendAll(ready, {0xA6}).fields.value(0).trimmed(), "A1");
+    EXPECT_EQ(sendAll(ready, {0xA7}).fields.value(0), "010336");
+}
+
+TEST(Program, AnswersNothingThatItCannotKeep)
+{
+    const QTemporaryDir folder;
+    const QStringList state{"--tcp", "0", "--state", folder.path(), "--tape", folder.filePath("tape")};
+    {
+        Program program(state);
+        const QString ready = program.ready();
+        const emulator::Database intruder(
+            emulator::StateFolder::stateFileOf(folder.path()), emulator::Database::Access::ReadWrite);
+        intruder.execute("BEGIN IMMEDIATE");
+        EXPECT_EQ(sendAll(ready, {0xA7, 0x00, 0xA0}).code, 0) << "nothing to keep";
+        EXPECT_EQ(sendAll(ready, {0xA7, 0x00, 0x6B}).code, -1);
+        program.process.waitForFinished(patience);
+        EXPECT_EQ(program.process.exitCode(), 1);
+        EXPECT_TRUE(program.process.readAllStandardError().contains("the state cannot be kept"));
+    }
+    EXPECT_EQ(QFileInfo(folder.filePath("tape")).size(), 0);
+    Program program(state);
+    EXPECT_EQ(sendAll(program.ready(), {0xA0}).fields, QList<QByteArray>({"0", "1", "0"}));
 }
 
 TEST(Program, GoesOnWithoutPaperThatNobodyReadsAndSaysSo)
@@ -257,6 +308,12 @@ TEST(Program, ExitStatusesAndMessages)
         {{"--tcp", "0", "--serial", "123456789012345678901"}, 2, "--serial is longer"},
         {{"--tcp", "0", "--drive", "7380440800000042"}, 2, "--drive is 9999 and 12 more digits"},
         {{"--tcp", "0", "--clock", "9:00"}, 2, "--clock is a time"},
+        {{"--tcp", "0", "--restore", "x"}, 2, "--state is the folder of the state"},
+        {{"--state", folder.path(), "--snapshot", "a/b"}, 2, "--snapshot is a name of letters"},
+        {{"--state", folder.path()}, 2, "give one of --pty and --tcp"},
+        {{"--state", folder.filePath("file")}, 2, "give one of --pty and --tcp"},
+        {{"--state", folder.filePath("new"), "--restore", "x"}, 1,
+            "it has no snapshot \"x\"; it has none at all"},
         {{"--nothing"}, 2, "nothing"},
         {{"--pty", folder.filePath("file")}, 1, "exists and is no link"},
         {{"--pty", folder.filePath("none/link")}, 1, "cannot make the link"},
