@@ -1,0 +1,73 @@
+#include "registerprocess.h"
+
+#include "violation.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QTcpServer>
+
+namespace {
+
+constexpr int startPatience = 30'000;
+
+// Below those that the system gives to others, who could come by while the register has no power.
+QString freePort()
+{
+    constexpr int lowest = 20'000;
+    constexpr int count = 10'000;
+    const int first = static_cast<int>(QCoreApplication::applicationPid() % count);
+    QTcpServer server;
+    for (int port = lowest + first; port < lowest + count; ++port) {
+        if (server.listen(QHostAddress::LocalHost, static_cast<quint16>(port)))
+            return QString::number(port);
+    }
+    throw Violation("no free port");
+}
+
+} // namespace
+
+RegisterProcess::RegisterProcess(const QString& program, const QString& folder)
+    : m_program(program)
+    , m_port(freePort())
+    , m_arguments({QStringLiteral("--state"), folder + QStringLiteral("/state"), QStringLiteral("--tcp"),
+          m_port, QStringLiteral("--quiet"), QStringLiteral("--trace")})
+    , m_messages(folder + QStringLiteral("/messages"))
+{
+    m_process.setStandardOutputFile(QProcess::nullDevice());
+    m_process.setStandardErrorFile(m_messages.fileName());
+}
+
+RegisterProcess::~RegisterProcess()
+{
+    kill();
+}
+
+void RegisterProcess::start()
+{
+    m_trace = WireTrace();
+    m_messages.close();
+    m_process.start(m_program, m_arguments);
+    QElapsedTimer waited;
+    waited.start();
+    while (!m_trace.isReady()) {
+        const bool hasEnded = m_process.waitForFinished(5);
+        listen();
+        if (!m_trace.isReady() && (hasEnded || waited.elapsed() > startPatience))
+            throw Violation("the register did not come up: " + m_trace.otherLines().toStdString());
+    }
+}
+
+void RegisterProcess::listen()
+{
+    if (m_messages.isOpen() || m_messages.open(QIODevice::ReadOnly))
+        m_trace.feed(m_messages.readAll());
+}
+
+void RegisterProcess::kill()
+{
+    if (!isRunning())
+        return;
+    m_process.kill();
+    m_process.waitForFinished(startPatience);
+    listen();
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "wiretrace.h"
+
+#include <QFile>
+#include <QProcess>
+
+/// A spf-emulator that runs on a state and is killed without mercy.
+class RegisterProcess
+{
+public:
+    /// Keeps state and messages in the folder.
+    RegisterProcess(const QString& program, const QString& folder);
+    ~RegisterProcess();
+
+    /// Starts it and waits until a host may open the line; throws Violation when it does not come up.
+    void start();
+    void kill();
+    bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
+    /// Where hosts find it, the same after each start.
+    QString address() const { return QStringLiteral("tcp:127.0.0.1:") + m_port; }
+    /// Reads what it has said up to now.
+    void listen();
+    const WireTrace& trace() const { return m_trace; }
+
+private:
+    QString m_program;
+    QString m_port;
+    QStringList m_arguments;
+    QProcess m_process;
+    /// No pipe: that would be full one day, and the register wait for a reader.
+    QFile m_messages;
+    WireTrace m_trace;
+};

@@ -1,0 +1,77 @@
+#include "wiretrace.h"
+
+#include <QHash>
+#include <QRegularExpression>
+
+namespace {
+
+constexpr char startOfText = 0x02;
+constexpr qsizetype commandInRequest = 6;
+constexpr qsizetype commandInAnswer = 2;
+constexpr qsizetype codeInAnswer = 4;
+
+QByteArray commandOf(const QByteArray& request)
+{
+    const qsizetype begin = request.lastIndexOf(startOfText);
+    return begin < 0 ? QByteArray() : request.mid(begin + commandInRequest, 2);
+}
+
+} // namespace
+
+void WireTrace::feed(const QByteArray& text)
+{
+    m_rest += text;
+    for (qsizetype end = m_rest.indexOf('\n'); end >= 0; end = m_rest.indexOf('\n')) {
+        readLine(m_rest.left(end));
+        m_rest.remove(0, end + 1);
+    }
+}
+
+void WireTrace::readLine(const QByteArray& line)
+{
+    const bool isRequest = line.startsWith("< ");
+    if (!isRequest && !line.startsWith("> ")) {
+        m_isReady = m_isReady || line.contains(": ready on ");
+        m_other += line + '\n';
+        return;
+    }
+    ++m_lines;
+    const QByteArray bytes = QByteArray::fromHex(line.mid(2));
+    if (!isRequest)
+        return readAnswer(bytes);
+    m_request += bytes;
+    m_hasClosing = m_hasClosing || commandOf(m_request) == "22" || m_request.contains("<Command>8</Command>");
+}
+
+void WireTrace::readAnswer(const QByteArray& bytes)
+{
+    static const QRegularExpression sign(QStringLiteral("<pa n=\"1077\" t=\"1\">(\\d{10})</pa>"));
+    const QRegularExpressionMatch match = sign.match(QString::fromUtf8(bytes));
+    if (match.hasMatch())
+        m_signs.append(match.captured(1).toLatin1());
+    const qsizetype begin = bytes.indexOf(startOfText);
+    if (begin >= 0 && bytes.mid(begin + codeInAnswer, 2) == "00")
+        m_answered = after(bytes.mid(begin + commandInAnswer, 2), m_answered);
+    if (begin >= 0 || bytes.contains("</ArmResponse>"))
+        m_request.clear();
+}
+
+std::optional<WireTrace::Progress> WireTrace::underWay() const
+{
+    return after(commandOf(m_request), m_answered);
+}
+
+std::optional<WireTrace::Progress> WireTrace::after(
+    const QByteArray& command, const std::optional<Progress>& before)
+{
+    static const QHash<QByteArray, int> phases{
+        {"20", 1}, {"30", 3}, {"34", 5}, {"35", 7}, {"36", 7}, {"22", 0}, {"23", 0}};
+    if (!phases.contains(command))
+        return before;
+    Progress next{phases.value(command), before ? before->positions : 0};
+    if (command == "30")
+        ++next.positions;
+    else if (next.phase <= 1)
+        next.positions = 0;
+    return next;
+}
