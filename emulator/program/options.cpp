@@ -229,10 +229,7 @@ QString fill(const QCommandLineParser& parser, Options& options)
         return QStringLiteral("give one of --pty and --tcp");
     if (identity.width != 44 && identity.width != 48)
         return QStringLiteral("--width is 44 or 48");
-    options.isClockGiven = parser.isSet(QStringLiteral("clock"));
-    options.isModelGiven = parser.isSet(QStringLiteral("model"));
-    options.isSerialGiven = parser.isSet(QStringLiteral("serial"));
-    options.isDriveGiven = parser.isSet(QStringLiteral("drive"));
+    options.given = parser.optionNames();
     identity.serialNumber = defaultSerial(identity.model);
     if (parser.isSet(QStringLiteral("serial")))
         identity.serialNumber = parser.value(QStringLiteral("serial")).leftJustified(20);

@@ -32,13 +32,12 @@ struct Options
     bool operatorReachable = false;
     /// Milliseconds by which the register's clock is ahead of the computer's.
     qint64 clockAhead = 0;
-    bool isClockGiven = false;
     emulator::Identity identity;
-    /// Whether its parts were asked for, or are those of the house.
-    bool isModelGiven = false;
-    bool isSerialGiven = false;
-    bool isDriveGiven = false;
     emulator::FaultPlan faults;
+
+    /// Names of the options that were given; the others are as the house has them.
+    QStringList given;
+    bool isGiven(const char* name) const { return given.contains(QLatin1String(name)); }
 
     enum class Outcome { Run, Done, Wrong };
     /// Reads the command line; prints what there is to say itself.

@@ -130,6 +130,21 @@ TEST_F(Store, DamagedForeignAndNewerStatesAreRefusedAndLeftAsTheyAre)
     }
 }
 
+TEST_F(Store, DriveKeepsItsLife)
+{
+    emulator::Identity identity;
+    identity.driveLife = {emulator::DriveLife::ready, 7, 10};
+    const emulator::Register young(rig.clock, identity);
+    const QTemporaryDir other;
+    Memory(std::make_unique<StateFolder>(other.path())).save(young);
+    emulator::Register device(rig.clock);
+    Memory(std::make_unique<StateFolder>(other.path())).load(device);
+    EXPECT_TRUE(device.drive().isReady());
+    EXPECT_EQ(device.drive().last().number, 0U);
+    EXPECT_EQ(device.drive().expiry(), young.drive().expiry());
+    EXPECT_EQ(device.drive().memory().documentsLeft, 7);
+}
+
 TEST_F(Store, LogWithoutItsFileIsRefused)
 {
     QFile::rename(file(), file() + "-wal");

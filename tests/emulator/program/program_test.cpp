@@ -155,7 +155,9 @@ TEST(Program, StateOutlivesItsProcessAndBelongsToOneDrive)
             .arg(first.process.processId()));
     first.stop(SIGKILL);
     Program other(state + QStringList{"--drive", "9999000000000043"});
-    EXPECT_TRUE(other.ready().contains("is of the fiscal drive 9999000000000042, not 9999000000000043"));
+    EXPECT_TRUE(other.ready().contains("its --drive is 9999000000000042, not 9999000000000043"));
+    Program younger(state + QStringList{"--drive-phase", "ready"});
+    EXPECT_TRUE(younger.ready().contains("--drive-phase is for a new state"));
     Program again(state + QStringList{"--clock", "2036-03-01T09:00:00"});
     const QString ready = again.ready();
     EXPECT_EQ(sendAll(ready, {0xA0}).fields, QList<QByteArray>({"0", "13", "0"}))
