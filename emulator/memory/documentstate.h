@@ -50,6 +50,7 @@ inline bool isPhase(Phase phase)
     return std::find(std::begin(all), std::end(all), phase) != std::end(all);
 }
 
+/// But for positions and body: they grow with each request, and have parts of their own.
 template <typename Archive>
 void describe(Archive& archive, typename Archive::template Access<Document>& document)
 {
@@ -61,10 +62,8 @@ void describe(Archive& archive, typename Archive::template Access<Document>& doc
     archive.field("taxSystem", document.taxSystem);
     archive.field("customer", document.customer);
     archive.field("unprinted", document.unprinted);
-    archive.field("items", document.items);
     archive.field("payments", document.payments);
     archive.field("money", document.money);
-    archive.field("body", document.body);
     archive.field("footer", document.footer);
     archive.field("tail", document.tail);
     archive.field("requisites", document.requisites);

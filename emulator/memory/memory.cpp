@@ -67,6 +67,10 @@ void Memory::save(const Register& device)
         if (m_saved.value(part.key()) != part.value())
             change.parts[part.key()] = part.value();
     }
+    for (auto part = m_saved.cbegin(); part != m_saved.cend(); ++part) {
+        if (!states.contains(part.key()))
+            change.gone.append(part.key());
+    }
     for (const StoredDocument& document : device.drive().documentsFrom(m_lastDocument + 1))
         change.documents.append(rowOf(document));
     if (change.isEmpty())

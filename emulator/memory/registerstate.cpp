@@ -44,6 +44,32 @@ void read(const States& states, const char* name, T& value)
     StateReader::decode(objectOf(states.value(path), path), path, value);
 }
 
+// A list that grows at its end has a part for so many of its values, so that what is written at a time does
+// not grow with it. Its last part is not full, if only for that.
+constexpr qsizetype valuesOfPart = 16;
+
+QString partOf(const char* list, qsizetype index)
+{
+    return QStringLiteral("%1.%2").arg(QLatin1String(list)).arg(index);
+}
+
+template <typename T>
+void writeList(States& states, const char* list, const QList<T>& values)
+{
+    for (qsizetype start = 0; start <= values.size(); start += valuesOfPart)
+        states[partOf(list, start / valuesOfPart)]
+            = compact(StateWriter::encoded(values.mid(start, valuesOfPart)));
+}
+
+template <typename T>
+void readList(const States& states, const char* list, QList<T>& values)
+{
+    for (QList<T> some(valuesOfPart); some.size() == valuesOfPart; values.append(some)) {
+        const QString name = partOf(list, values.size() / valuesOfPart);
+        some = valueOf<QList<T>>(states.value(name), name);
+    }
+}
+
 QMap<QString, QString> namedParameters(const RegisterMemory& memory)
 {
     QMap<QString, QString> named;
@@ -87,6 +113,8 @@ States written(const Identity& identity, const RegisterMemory& memory)
     States states;
     for (auto part = parts.cbegin(); part != parts.cend(); ++part)
         states[part.key()] = compact(part.value());
+    writeList(states, "positions", state.open.document.items);
+    writeList(states, "body", state.open.document.body);
     return states;
 }
 
@@ -115,6 +143,8 @@ RegisterMemory readMemory(const States& states)
     read(states, "shift", state.shift);
     read(states, "drawer", state.drawer);
     read(states, "open", state.open);
+    readList(states, "positions", state.open.document.items);
+    readList(states, "body", state.open.document.body);
     read(states, "paper", state.paper);
     read(states, "marking", state.marking);
     return memory;

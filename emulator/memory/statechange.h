@@ -4,7 +4,7 @@
 
 #include <QList>
 #include <QMap>
-#include <QString>
+#include <QStringList>
 
 namespace emulator {
 
@@ -13,10 +13,12 @@ struct StateChange
 {
     /// Parts by name that have another content now.
     QMap<QString, QByteArray> parts;
+    /// Parts that are no more.
+    QStringList gone;
     /// Documents that are new.
     QList<DocumentRow> documents;
 
-    bool isEmpty() const { return parts.isEmpty() && documents.isEmpty(); }
+    bool isEmpty() const { return parts.isEmpty() && gone.isEmpty() && documents.isEmpty(); }
 };
 
 } // namespace emulator

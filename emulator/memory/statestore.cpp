@@ -118,6 +118,8 @@ void StateStore::write(const StateChange& change)
                 QStringLiteral("INSERT OR REPLACE INTO parts (name, content, digest) VALUES (?, ?, ?)"),
                 {part.key(), QString::fromUtf8(part.value()),
                     QString::fromLatin1(rowDigest(part.key(), part.value()))});
+        for (const QString& name : change.gone)
+            m_database.execute(QStringLiteral("DELETE FROM parts WHERE name = ?"), {name});
         for (const DocumentRow& row : change.documents)
             m_database.execute(
                 QStringLiteral(

@@ -142,6 +142,10 @@ TEST_F(PowerCuts, BehindEachRequestChangeNothing)
         return QByteArray();
     });
     send({finish(), check(), open(3), item("1.000", "5.00"), cancel(), open(1), text("x"), finish()});
+    send({open(2)});
+    for (int number = 0; number < 17; ++number)
+        send({item("1.000", "1.00")});
+    send({cancel()});
     sendXml(8, receipt(position("70.00", "2.000", "70.00"), "40.00", "100.00"));
     send({{0x61, {"", ""}}, {0xA3, {"020324", "120000"}}, {0x6B, {"", ""}}, {0x65, {"3"}}});
     send({{0x61, {"", ""}}});
