@@ -1,6 +1,6 @@
 #include "hex/commands.h"
 
-#include "hex/codepage.h"
+#include "register/codepage.h"
 #include "register/hexdigits.h"
 #include "register/markingquery.h"
 #include "register/tags.h"

@@ -1,6 +1,6 @@
 #include "hex/fields.h"
 
-#include "hex/codepage.h"
+#include "register/codepage.h"
 
 #include <QLocale>
 

@@ -1,9 +1,9 @@
 #include "hex/protocol.h"
 
 #include "hex/answershape.h"
-#include "hex/codepage.h"
 #include "hex/commandtable.h"
 #include "hex/refusalwords.h"
+#include "register/codepage.h"
 #include "register/parametertable.h"
 
 namespace emulator {

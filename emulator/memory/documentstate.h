@@ -86,6 +86,7 @@ void describe(Archive& archive, typename Archive::template Access<FiscalRecord>&
     archive.field("dateTime", record.dateTime);
     archive.require(record.dateTime.isValid(), "dateTime");
     archive.field("sign", record.sign);
+    archive.field("tags", record.tags);
 }
 
 } // namespace emulator

@@ -10,16 +10,6 @@ namespace {
 // Ten digits before the point: what the fiscal drive can hold.
 constexpr int longestNumber = 15;
 
-QString decimalText(qint64 value, qint64 scale, int decimals)
-{
-    const QString sign = value < 0 ? QStringLiteral("-") : QString();
-    const qint64 size = std::abs(value);
-    return QStringLiteral("%1%2.%3")
-        .arg(sign)
-        .arg(size / scale)
-        .arg(size % scale, decimals, 10, QLatin1Char('0'));
-}
-
 } // namespace
 
 std::optional<qint64> parseDecimal(const QByteArray& text, int decimals)
@@ -41,14 +31,22 @@ std::optional<qint64> parseDecimal(const QByteArray& text, int decimals)
     return negative ? -value : value;
 }
 
+QString decimalText(qint64 value, int decimals)
+{
+    QString digits = QStringLiteral("%1").arg(std::abs(value), decimals + 1, 10, QLatin1Char('0'));
+    if (decimals > 0)
+        digits.insert(digits.size() - decimals, QLatin1Char('.'));
+    return value < 0 ? QLatin1Char('-') + digits : digits;
+}
+
 QString moneyText(Money sum)
 {
-    return decimalText(sum, 100, 2);
+    return decimalText(sum, 2);
 }
 
 QString quantityText(Quantity quantity)
 {
-    return decimalText(quantity, 1000, 3);
+    return decimalText(quantity, 3);
 }
 
 Money positionSum(Money price, Quantity quantity)

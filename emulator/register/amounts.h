@@ -16,6 +16,8 @@ using Quantity = qint64;
 /// Anything else gives no value.
 std::optional<qint64> parseDecimal(const QByteArray& text, int decimals);
 
+/// The other way round: a whole number of the smallest units as a decimal number.
+QString decimalText(qint64 value, int decimals);
 QString moneyText(Money sum);
 QString quantityText(Quantity quantity);
 

@@ -1,5 +1,8 @@
 #include "register/fiscaldrive.h"
 
+#include "register/tags.h"
+#include "register/tlv.h"
+
 #include <QCryptographicHash>
 
 namespace emulator {
@@ -15,16 +18,17 @@ constexpr qint64 documentsBeforeFull = 100;
 
 } // namespace
 
-FiscalDrive::FiscalDrive(const QString& number, const QDateTime& activated, const DriveLife& life)
+FiscalDrive::FiscalDrive(const QString& number, const QDateTime& activated, const FactoryDocuments& documents,
+    const DriveLife& life)
     : m_number(number)
     , m_expiry(
           life.daysLeft ? activated.date().addDays(*life.daysLeft) : activated.date().addMonths(lifeInMonths))
 {
     m_phase = life.phase;
     if (isActivated())
-        store(FiscalType::Registration, activated, "factory");
+        store(FiscalType::Registration, activated, documents.registration);
     if (isArchiveClosed())
-        store(FiscalType::DriveClosing, activated, "factory");
+        store(FiscalType::DriveClosing, activated, documents.closing);
     sendAll();
     m_documentsLeft = life.documentsLeft;
 }
@@ -55,14 +59,17 @@ qint64 FiscalDrive::daysWaiting(const QDateTime& now) const
     return waiting == nullptr ? 0 : waiting->dateTime.daysTo(now);
 }
 
-FiscalRecord FiscalDrive::store(FiscalType type, const QDateTime& dateTime, const QByteArray& content)
+FiscalRecord FiscalDrive::store(FiscalType type, const QDateTime& dateTime, const QByteArray& tags)
 {
-    FiscalRecord record{static_cast<quint32>(m_documents.size()) + 1, type, dateTime, {}};
+    FiscalRecord record{static_cast<quint32>(m_documents.size()) + 1, type, dateTime, {}, {}};
     const QByteArray signedPart = m_number.toLatin1() + QByteArray::number(record.number)
-        + dateTime.toString(Qt::ISODate).toLatin1() + content;
+        + dateTime.toString(Qt::ISODate).toLatin1() + tags;
     const QByteArray digest
         = QCryptographicHash::hash(signedPart, QCryptographicHash::Sha256).toHex().left(8);
     record.sign = QStringLiteral("%1").arg(digest.toUInt(nullptr, 16), 10, 10, QLatin1Char('0'));
+    record.tags = tags
+        + tlv::encode({{tag::documentNumber, static_cast<qint64>(record.number)},
+            {tag::driveNumber, m_number}, {tag::fiscalSign, record.sign}});
     append(record);
     return record;
 }
@@ -76,8 +83,9 @@ void FiscalDrive::append(const FiscalRecord& record)
     }
     if (m_documentsLeft)
         m_documentsLeft = qMax<qint64>(0, *m_documentsLeft - 1);
-    m_documents.append(record);
     m_youngest[record.number % keptPages] = {record, {}, {}};
+    m_documents.append(record);
+    m_documents.last().tags.clear();
 }
 
 void FiscalDrive::keepEntry(const QJsonObject& entry)

@@ -2,6 +2,7 @@
 
 #include "register/drivelife.h"
 #include "register/drivememory.h"
+#include "register/factorydocuments.h"
 #include "register/storeddocument.h"
 
 #include <QList>
@@ -14,7 +15,8 @@ namespace emulator {
 class FiscalDrive
 {
 public:
-    FiscalDrive(const QString& number, const QDateTime& activated, const DriveLife& life = {});
+    FiscalDrive(const QString& number, const QDateTime& activated, const FactoryDocuments& documents,
+        const DriveLife& life = {});
 
     const QString& number() const { return m_number; }
     QDate expiry() const { return m_expiry; }
@@ -39,7 +41,9 @@ public:
     /// The oldest document that the OFD has not got is too old for new ones to be stored.
     bool isOperatorSilent(const QDateTime& now) const;
 
-    FiscalRecord store(FiscalType type, const QDateTime& dateTime, const QByteArray& content);
+    /// The tags are those that the register gives; the drive adds its own number, the document's and the
+    /// sign.
+    FiscalRecord store(FiscalType type, const QDateTime& dateTime, const QByteArray& tags);
     /// Keeps the journal's entry of the last document. Of entries and pages only the youngest are kept.
     void keepEntry(const QJsonObject& entry);
     /// Keeps what was printed of the last document, for a reprint.
@@ -61,7 +65,7 @@ public:
     {
         return {m_number, m_expiry, m_phase, m_documentsLeft, m_documents.size(), m_sent};
     }
-    /// The documents from this number on, as far back as entries and pages are kept.
+    /// The documents from this number on, as far back as tags, entries and pages are kept.
     QList<StoredDocument> documentsFrom(quint32 number) const;
     /// The drive as it was, with all its documents.
     void restore(const DriveMemory& memory, const QList<StoredDocument>& documents);
@@ -85,7 +89,7 @@ private:
     QDateTime m_lastRegistration;
     QList<FiscalRecord> m_documents;
     qsizetype m_sent = 0;
-    /// Records, entries and pages of the youngest documents, each at its number's place.
+    /// Records with their tags, entries and pages of the youngest documents, each at its number's place.
     std::array<StoredDocument, keptPages> m_youngest;
 };
 

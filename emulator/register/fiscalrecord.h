@@ -24,6 +24,9 @@ struct FiscalRecord
     QDateTime dateTime;
     /// Ten decimal digits.
     QString sign;
+    /// All that the document says, as the fiscal drive keeps it (see tlv.h); with the youngest documents
+    /// alone.
+    QByteArray tags;
 };
 
 } // namespace emulator

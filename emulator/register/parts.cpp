@@ -1,6 +1,7 @@
 #include "register/parts.h"
 
 #include "register/parametertable.h"
+#include "register/recording.h"
 
 namespace emulator {
 
@@ -8,7 +9,8 @@ Parts::Parts(const Clock& source, const Identity& itsIdentity)
     : identity(itsIdentity)
     , clock(source)
     , settings(identity.width)
-    , drive(identity.driveNumber, clock.now(), identity.driveLife)
+    , drive(identity.driveNumber, clock.now(),
+          recording::factoryDocuments(identity, state.registration, clock.now()), identity.driveLife)
 {
     parameters.set(parameter::serialNumber, 0, identity.serialNumber);
 }

@@ -21,11 +21,11 @@ struct Parts
     DeviceClock clock;
     ParameterStore parameters;
     Settings settings;
+    State state;
     FiscalDrive drive;
     Tape tape;
     Journal journal;
     Refusals refusals;
-    State state;
 };
 
 } // namespace emulator

@@ -5,47 +5,17 @@
 #include "register/parametertable.h"
 #include "register/parts.h"
 #include "register/settingtable.h"
-
-#include <QMap>
-
-#include <algorithm>
+#include "register/taxes.h"
 
 namespace emulator::pages {
 
 namespace {
 
-struct TaxRate
-{
-    int code;
-    int percent;
-};
-
-// Rates whose tax is contained in the price, with the percentage it is counted by.
-constexpr TaxRate taxRates[]
-    = {{1, 20}, {2, 10}, {3, 20}, {4, 10}, {7, 5}, {8, 7}, {9, 5}, {10, 7}, {11, 22}, {12, 22}};
-
-Money containedTax(Money sum, int percent)
-{
-    const qint64 whole = 100 + percent;
-    return (sum * percent * 2 + whole) / (whole * 2);
-}
-
-// Of goods without VAT the tape shows the whole sum.
-Money taxOf(Money sum, int code)
-{
-    const auto* const rate = std::find_if(std::begin(taxRates), std::end(taxRates),
-        [code](const TaxRate& candidate) { return candidate.code == code; });
-    return rate == std::end(taxRates) ? sum : containedTax(sum, rate->percent);
-}
-
 void addTaxes(PageWriter& page, const Parts& parts, const QList<Item>& items)
 {
-    QMap<int, Money> sums;
-    for (const Item& item : items)
-        sums[item.tax] += item.sum();
+    const QMap<int, Money> sums = taxes::sums(items);
     for (auto sum = sums.cbegin(); sum != sums.cend(); ++sum)
-        page.sum(QStringLiteral("СУММА ") + names::taxRate(parts.parameters, sum.key()),
-            taxOf(sum.value(), sum.key()));
+        page.sum(QStringLiteral("СУММА ") + names::taxRate(parts.parameters, sum.key()), sum.value());
 }
 
 void addSettlement(PageWriter& page, const Parts& parts, const Document& document)

@@ -1,5 +1,6 @@
 #include "register/reports.h"
 
+#include "register/documentname.h"
 #include "register/judgement.h"
 #include "register/pages.h"
 #include "register/parts.h"
@@ -7,32 +8,6 @@
 #include "register/recording.h"
 
 namespace emulator {
-
-namespace {
-
-struct ReportNames
-{
-    QString entry;
-    QString title;
-};
-
-ReportNames reportNames(FiscalType type)
-{
-    switch (type) {
-    case FiscalType::ShiftOpening:
-        return {QStringLiteral("openShift"), QStringLiteral("ОТЧЕТ ОБ ОТКРЫТИИ СМЕНЫ")};
-    case FiscalType::ShiftClosing:
-        return {QStringLiteral("closeShift"), QStringLiteral("ОТЧЕТ О ЗАКРЫТИИ СМЕНЫ (Z-ОТЧЕТ)")};
-    case FiscalType::Registration:
-        return {QStringLiteral("registration"), QStringLiteral("ОТЧЕТ О РЕГИСТРАЦИИ")};
-    case FiscalType::RegistrationChange:
-        return {QStringLiteral("registrationChange"), QStringLiteral("ОТЧЕТ ОБ ИЗМЕНЕНИИ РЕГИСТРАЦИИ")};
-    default:
-        return {QStringLiteral("accountingReport"), QStringLiteral("ОТЧЕТ О СОСТОЯНИИ РАСЧЕТОВ")};
-    }
-}
-
-} // namespace
 
 Refusal Reports::printAccounting(const Cashier& cashier, bool shiftMayBeOpen)
 {
@@ -69,10 +44,10 @@ Refusal Reports::printStored(quint32 number)
 
 Refusal Reports::issue(FiscalType type, const Cashier& cashier, QJsonObject details)
 {
-    const ReportNames names = reportNames(type);
-    details[QStringLiteral("type")] = names.entry;
+    const DocumentName name = documentnames::find(type);
+    details[QStringLiteral("type")] = name.word;
     const FiscalRecord record = recording::store(m_parts, type, details, cashier);
-    const tape::Page page = pages::report(m_parts, names.title, record, cashier);
+    const tape::Page page = pages::report(m_parts, name.title, record, cashier);
     m_parts.drive.keepPrint(page);
     return printing::printOrQueue(m_parts, page);
 }

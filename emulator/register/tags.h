@@ -8,6 +8,7 @@ namespace emulator {
 namespace tag {
 
 // Register, fiscal drive and document
+inline const QString documentTitle = QStringLiteral("1000");
 inline const QString dateTime = QStringLiteral("1012"); // of the document
 inline const QString registerNumber = QStringLiteral("1013"); // factory number of the register
 inline const QString userInn = QStringLiteral("1018");
@@ -21,6 +22,9 @@ inline const QString userName = QStringLiteral("1048");
 inline const QString operatorSilent = QStringLiteral("1053"); // the OFD has not answered for too long
 inline const QString taxSystems = QStringLiteral("1062"); // bits of all that are registered
 inline const QString fiscalSign = QStringLiteral("1077");
+inline const QString extra = QStringLiteral("1084"); // requisite of the user, that is the register itself
+inline const QString extraName = QStringLiteral("1085");
+inline const QString extraValue = QStringLiteral("1086");
 inline const QString unsentCount = QStringLiteral("1097"); // documents that the OFD has not got
 inline const QString firstUnsentTime = QStringLiteral("1098");
 inline const QString firstUnsentNumber = QStringLiteral("1116");
@@ -31,11 +35,15 @@ inline const QString cashierInn = QStringLiteral("1203");
 inline const QString changeReasons = QStringLiteral("1205"); // bits: why the registration is changed
 
 // Receipt
+inline const QString total = QStringLiteral("1020");
 inline const QString customerAddress = QStringLiteral("1008"); // telephone or mail
 inline const QString cash = QStringLiteral("1031");
 inline const QString settlement = QStringLiteral("1054"); // 1 sale, 2 return of a sale
 inline const QString taxSystem = QStringLiteral("1055");
 inline const QString positions = QStringLiteral("1059"); // list and each of its positions
+inline const QString laterTaxes = QStringLiteral("1115"); // of rates that have no tag of their own
+inline const QString laterTax = QStringLiteral("1119");
+inline const QString laterTaxSum = QStringLiteral("1120");
 inline const QString electronic = QStringLiteral("1081");
 inline const QString place = QStringLiteral("1187"); // of settlement
 inline const QString additional = QStringLiteral("1192"); // requisite of the receipt

@@ -58,9 +58,18 @@ XmlVerdict readMarking(const XmlNode& position, DocumentType type, Item& item)
     if (position.child(tag::markingCode) != nullptr && !isHex(code))
         return badPosition("2000 is not hexadecimal");
     item.markingCode = QByteArray::fromHex(code.toLatin1());
-    item.goodsCode = goods->toJson();
+    const XmlNode& kind = goods->children.constFirst();
+    item.goodsCode[kind.name] = kind.value.toLower();
     item.assignedStatus = static_cast<int>(status);
     return {};
+}
+
+// A number that came as a text; a text that is none stays one.
+QJsonValue asNumber(const QString& text)
+{
+    bool ok = false;
+    const int number = text.toInt(&ok);
+    return ok && QString::number(number) == text ? QJsonValue(number) : QJsonValue(text);
 }
 
 QJsonObject readAgent(const XmlNode& position)
@@ -72,10 +81,10 @@ QJsonObject readAgent(const XmlNode& position)
         for (auto value = values.begin(); value != values.end(); ++value)
             agent[value.key()] = value.value();
     }
-    for (const QString& name : {tag::agentKinds, tag::supplierInn}) {
-        if (const QString value = position.textOf(name); !value.isEmpty())
-            agent[name] = value;
-    }
+    if (const QString inn = position.textOf(tag::supplierInn); !inn.isEmpty())
+        agent[tag::supplierInn] = inn;
+    if (const QString kinds = position.textOf(tag::agentKinds); !kinds.isEmpty())
+        agent[tag::agentKinds] = asNumber(kinds);
     return agent;
 }
 

@@ -3,7 +3,7 @@
 #include "portlock.h"
 #include "serialportdevice.h"
 
-#include <emulator/hex/codepage.h>
+#include <emulator/register/codepage.h>
 
 #include <QCoreApplication>
 #include <QJsonArray>

@@ -1,4 +1,4 @@
-#include "hex/codepage.h"
+#include "register/codepage.h"
 #include "rig.h"
 
 #include <gtest/gtest.h>

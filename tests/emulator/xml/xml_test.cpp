@@ -1,3 +1,4 @@
+#include "kept.h"
 #include "rig.h"
 #include "xmlrig.h"
 
@@ -143,13 +144,15 @@ TEST(XmlSale, IsJournalledPrintedAndCounted)
     EXPECT_EQ(entry.value("cashierInn"), "771234567890");
     EXPECT_EQ(entry.value("customer"), "a@b.example");
     EXPECT_EQ(entry.value("requisites"),
-        (QJsonObject{{"1192", "доп"}, {"1256", QJsonObject{{"1227", "Петров"}, {"1228", ""}}}}));
+        (QJsonObject{{"1187", "Магазин № 1"}, {"1192", "доп"},
+            {"1256", QJsonObject{{"1227", "Петров"}, {"1228", ""}}}}));
     const QJsonObject item = entry.value("items").toArray().at(0).toObject();
     EXPECT_EQ(item.value("markingCode"), QString::fromLatin1(markingCode));
     EXPECT_EQ(item.value("agent"),
-        (QJsonObject{{"1044", "перевод"}, {"1171", "+70000000000"}, {"1222", "64"}, {"1225", "ООО Ферма"},
+        (QJsonObject{{"1044", "перевод"}, {"1171", "+70000000000"}, {"1222", 64}, {"1225", "ООО Ферма"},
             {"1226", "7701234567"}}));
     EXPECT_EQ(item.value("industry").toObject().value("1265"), "x");
+    expectAllKept(rig.device);
 
     const QStringList tape = rig.device.tape().lines();
     EXPECT_EQ(missingFrom(tape.join('\n'),

@@ -1,5 +1,6 @@
-#include "hex/codepage.h"
+#include "register/codepage.h"
 
+#include <QRegularExpression>
 #include <QTextCodec>
 
 #include <numeric>
@@ -54,6 +55,30 @@ QByteArray fromText(const QString& text)
     for (const uint character : text.toUcs4())
         bytes += byteOf(character);
     return bytes;
+}
+
+QString escaped(const QString& text)
+{
+    QString result;
+    for (const QChar character : text) {
+        if (character != QLatin1Char('\\') && table().contains(character))
+            result += character;
+        else
+            result += QStringLiteral("\\u%1").arg(character.unicode(), 4, 16, QLatin1Char('0'));
+    }
+    return result;
+}
+
+QString unescaped(const QString& text)
+{
+    static const QRegularExpression escape(QStringLiteral("\\\\u([0-9a-f]{4})"));
+    QString result;
+    qsizetype at = 0;
+    for (auto found = escape.match(text); found.hasMatch(); found = escape.match(text, at)) {
+        result += text.mid(at, found.capturedStart() - at) + QChar(found.captured(1).toUShort(nullptr, 16));
+        at = found.capturedEnd();
+    }
+    return result + text.mid(at);
 }
 
 } // namespace emulator::codepage
