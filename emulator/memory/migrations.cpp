@@ -3,6 +3,8 @@
 #include "memory/database.h"
 #include "memory/memoryerror.h"
 #include "memory/rowdigest.h"
+#include "register/entrytags.h"
+#include "register/tlv.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -70,8 +72,24 @@ void addDigests(const Database& database)
     addDocumentDigests(database);
 }
 
+// Documents have tags. What those of older versions say stands in their entries; reports of registration had
+// none.
+void addTags(const Database& database)
+{
+    QSqlQuery rows = database.execute(QStringLiteral("SELECT number, record, entry FROM documents"));
+    while (rows.next()) {
+        QJsonObject record = QJsonDocument::fromJson(rows.value(1).toByteArray()).object();
+        const QJsonObject entry = QJsonDocument::fromJson(rows.value(2).toByteArray()).object();
+        const QByteArray tags = entry.isEmpty() ? QByteArray() : tlv::encode(entrytags::toTags(entry));
+        record[QStringLiteral("tags")] = QString::fromLatin1(tags.toBase64());
+        database.execute(QStringLiteral("UPDATE documents SET record = ? WHERE number = ?"),
+            {QString::fromUtf8(QJsonDocument(record).toJson(QJsonDocument::Compact)), rows.value(0)});
+    }
+    addDocumentDigests(database);
+}
+
 // The step to version 1 stands first.
-constexpr Step steps[] = {makeTables, addDigests};
+constexpr Step steps[] = {makeTables, addDigests, addTags};
 
 } // namespace
 

@@ -1,4 +1,5 @@
 #include "memory/memoryerror.h"
+#include "program/documents.h"
 #include "program/options.h"
 #include "program/station.h"
 
@@ -77,8 +78,11 @@ int main(int argc, char* argv[])
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("spf-emulator"));
     QCoreApplication::setApplicationVersion(QStringLiteral(FRSPF_VERSION));
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.value(1) == QStringLiteral("documents"))
+        return documents::run(arguments);
     Options options;
-    switch (Options::parse(QCoreApplication::arguments(), options)) {
+    switch (Options::parse(arguments, options)) {
     case Options::Outcome::Done:
         return 0;
     case Options::Outcome::Wrong:

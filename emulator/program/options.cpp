@@ -20,6 +20,7 @@ void describe(QCommandLineParser& parser)
     parser.setApplicationDescription(QStringLiteral(
         "A software fiscal register on a pseudo terminal or a TCP port.\n\n"
         "Faults are given as MODE[:N]@EXCHANGE, several with commas between them, \"@5+\" from the fifth on:\n%1.\n"
+        "\"documents --state DIR [N] [--json]\" shows the documents of a state instead, see \"documents --help\".\n"
         "SIGUSR1 takes the paper out or puts it in again.")
                                          .arg(emulator::FaultPlan::usage().join(QLatin1Char(' '))));
     parser.addOptions({

@@ -47,7 +47,7 @@ XmlRequest soldAt(const QString& price)
 }
 
 const XmlRequest once = soldAt("10.00");
-const XmlRequest other = soldAt("11.00");
+const XmlRequest otherSale = soldAt("11.00");
 
 struct XmlCase
 {
@@ -60,10 +60,10 @@ const QList<XmlCase> xmlCases{
     {{{once}, {once}}, ""},
     {{{once, Lost}, {once}}, "3 outcome-not-asked, 3 receipt-repeated"},
     {{{once, Lost}, {{2, {}}}, {once}}, "4 receipt-repeated"},
-    {{{once, Lost}, {{2, {}}}, {other}, {once}}, ""},
-    {{{once, Cut}, {{40, {}}}, {other}}, ""},
+    {{{once, Lost}, {{2, {}}}, {otherSale}, {once}}, ""},
+    {{{once, Cut}, {{40, {}}}, {otherSale}}, ""},
     // The state of the shift is asked for before every receipt and tells nothing.
-    {{{once, Lost}, {{44, {}}}, {other}, {once}}, "4 outcome-not-asked"},
+    {{{once, Lost}, {{44, {}}}, {otherSale}, {once}}, "4 outcome-not-asked"},
     {{{once, Silence}, {{2, {}}}, {once}}, ""},
     {{{once, Silence}, {{2, {}}, Lost}, {once}}, "4 outcome-not-asked"},
     {{{once, Echo}, {once}}, ""},

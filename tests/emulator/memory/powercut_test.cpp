@@ -160,6 +160,7 @@ TEST_F(PowerCuts, BehindEachRequestChangeNothing)
     for (qsizetype index = 0; index < kept.size(); ++index) {
         EXPECT_EQ(kept[index].record.sign, wanted[index].record.sign);
         EXPECT_EQ(kept[index].record.dateTime, wanted[index].record.dateTime);
+        EXPECT_EQ(kept[index].record.tags, wanted[index].record.tags);
         EXPECT_EQ(kept[index].entry, wanted[index].entry);
         EXPECT_EQ(kept[index].page, wanted[index].page);
     }

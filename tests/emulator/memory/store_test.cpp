@@ -3,6 +3,7 @@
 #include "memory/memory.h"
 #include "memory/memoryerror.h"
 #include "memory/rowdigest.h"
+#include "register/tlv.h"
 #include "rig.h"
 
 #include <gtest/gtest.h>
@@ -95,7 +96,7 @@ TEST_F(Store, DamagedForeignAndNewerStatesAreRefusedAndLeftAsTheyAre)
         {"cut off", good.left(good.size() / 2), {}, "malformed"},
         {"bytes lost", QByteArray(good).replace(4096, 400, QByteArray(400, '\0')), {}, "amage"},
         {"of another program", foreign, {}, "the database of another program"},
-        {"newer", good, {"PRAGMA user_version = 99"}, "its format has version 99, this one knows up to 2"},
+        {"newer", good, {"PRAGMA user_version = 99"}, "its format has version 99, this one knows up to 3"},
         {"content changed", good, {"UPDATE parts SET content = replace(content, '10000', '10001')"},
             "damaged: drawer is not what was written"},
         {"document changed", good, {"UPDATE documents SET page = replace(page, '100.00', '10.00')"},
@@ -195,12 +196,14 @@ TEST_F(Store, StateOfTheFirstVersionIsBroughtUp)
     const auto documents = Memory::documentsOf(directory.path());
     change({"ALTER TABLE parts DROP COLUMN digest", "ALTER TABLE documents DROP COLUMN digest",
         "UPDATE parts SET content = json_remove(content, '$.documents') WHERE name = 'drive'",
-        "PRAGMA user_version = 1"});
+        "UPDATE documents SET record = json_remove(record, '$.tags')", "PRAGMA user_version = 1"});
     EXPECT_NE(errorOf([this] { Memory::documentsOf(directory.path()); }).find("older"), std::string::npos);
     EXPECT_EQ(loadingError(), "");
     const auto migrated = Memory::documentsOf(directory.path());
     ASSERT_EQ(migrated.size(), documents.size());
     EXPECT_EQ(migrated.constLast().entry, documents.constLast().entry);
+    EXPECT_EQ(emulator::tlv::decode(migrated.constLast().record.tags),
+        emulator::tlv::decode(documents.constLast().record.tags));
     change({"UPDATE parts SET content = '{}' WHERE name = 'drawer'"});
     EXPECT_EQ(loadingError(), "damaged: drawer is not what was written");
 }

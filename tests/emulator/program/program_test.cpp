@@ -126,6 +126,47 @@ TEST(Program, ServesTcpAndWritesJournalAndTape)
     EXPECT_EQ(program.process.readAllStandardOutput(), tape.readAll());
 }
 
+TEST(Program, ShowsTheDocumentsOfAStateThatIsInUse)
+{
+    const QTemporaryDir folder;
+    const QString state = folder.filePath("state");
+    Program program({"--tcp", "0", "--clock", "2026-03-01T09:00:00", "--state", state});
+    openShift(program.ready());
+    struct Row
+    {
+        QStringList arguments;
+        int status;
+        /// In this order.
+        QStringList said;
+    };
+    const Row rows[] = {
+        {{"--state", state}, 0, {"2026-03-01 09:00:", "ОТЧЕТ О РЕГИСТРАЦИИ", "ОТЧЕТ ОБ ОТКРЫТИИ СМЕНЫ"}},
+        {{"--state", state, "2"}, 0,
+            {"1012 дата, время: 2026-03-01T09:00:", "1038 номер смены: 1\n", "ЭМУЛЯТОР, НЕ ЧЕК"}},
+        {{"--state", state, "--json"}, 0, {"[", "\"number\": 1", "\"number\": 2"}},
+        {{"--json", "2", "--state", state}, 0,
+            {"{", "\"name\": \"наименование документа\"", "\"tag\": 1000"}},
+        {{"--state", state, "3"}, 1, {"there is no document 3; the last one is 2"}},
+        {{"--state", folder.filePath("other")}, 1, {"/other cannot be read: "}},
+        {{"--state", state, "x"}, 2, {"\"x\" is no number"}},
+        {{"--state", state, "1", "2"}, 2, {"\"2\" is no number"}},
+        {{"2"}, 2, {"--state"}},
+        {{"--state", state, "--tape", "x"}, 2, {"tape"}},
+        {{"--help"}, 0, {"documents", "--state", "--json"}},
+    };
+    for (const Row& row : rows) {
+        Program documents(QStringList{"documents"} + row.arguments);
+        documents.process.waitForFinished(patience);
+        EXPECT_EQ(documents.process.exitCode(), row.status) << row.arguments.join(' ').toStdString();
+        const QByteArray output = documents.process.readAllStandardOutput();
+        const QByteArray errors = documents.process.readAllStandardError();
+        EXPECT_EQ(row.status == 0 ? errors : output, "");
+        const QString said = QString::fromUtf8(output + errors);
+        EXPECT_EQ(missingFrom(said, row.said), "") << said.toStdString();
+    }
+    EXPECT_FALSE(QFileInfo::exists(folder.filePath("other")));
+}
+
 TEST(Program, EachStartHasAFiscalDriveOfItsOwn)
 {
     const QTemporaryDir folder;
