@@ -1,5 +1,7 @@
 #include "line/protocol.h"
 
+#include "register/terminaltext.h"
+
 #include <utility>
 
 namespace emulator {
@@ -85,6 +87,8 @@ Fault Protocol::beginExchange()
 void Protocol::note(Exchange exchange, const Fault& fault)
 {
     exchange.number = m_exchanges;
+    exchange.command = terminalText(exchange.command);
+    exchange.reason = terminalText(exchange.reason);
     exchange.isEarly = m_isEarly;
     exchange.isOutcomeUnknown = exchange.isOutcomeUnknown || isAnswerLost(fault.mode);
     // An error that is a fault of the register tells nothing of the host.

@@ -48,7 +48,8 @@ protected:
 
     /// Counts an exchange and plays what happens before the register acts.
     Fault beginExchange();
-    /// Tells who watches; what was refused is remembered.
+    /// Tells who watches; what was refused is remembered. What would command a terminal is escaped in command
+    /// and reason.
     void note(Exchange exchange, const Fault& fault);
     /// Sends the answer in the way that the fault wants.
     void deliver(const QByteArray& request, const QByteArray& answer, const Fault& fault);

@@ -15,8 +15,7 @@ public:
     using Listener = std::function<void(const RefusedRequest& refused)>;
 
     void setListener(Listener listener) { m_listener = std::move(listener); }
-    /// What would command a terminal is kept escaped in command and reason.
-    void add(RefusedRequest refused);
+    void add(const RefusedRequest& refused);
     /// The youngest thousand.
     const QList<RefusedRequest>& all() const { return m_all; }
     void clear() { m_all.clear(); }

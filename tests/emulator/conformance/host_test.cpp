@@ -153,24 +153,25 @@ TEST(Conformance, TellsCommandsAndRefusals)
     connect(watch, rig.device, rig.protocol);
     rig.openShift();
     rig.clock.advance(25LL * 3600 * 1000);
-    rig.run({open(2), open(2), {0xB0, {}}});
+    rig.run({open(2), open(2), {0xB0, {}}, open(2, 1, "1\x1B")});
     const QJsonObject told = emulator::hostreport::toJson(watch.record());
-    EXPECT_EQ(told.value("exchanges"), 6);
-    EXPECT_EQ(told.value("refused"), 3);
+    EXPECT_EQ(told.value("exchanges"), 7);
+    EXPECT_EQ(told.value("refused"), 4);
     const QJsonArray commands = told.value("commands").toArray();
     EXPECT_EQ(commands.at(3).toObject(),
         (QJsonObject{
-            {"protocol", "HEX"}, {"command", "20"}, {"name", "OpenDocument"}, {"count", 2}, {"refused", 2}}));
+            {"protocol", "HEX"}, {"command", "20"}, {"name", "OpenDocument"}, {"count", 3}, {"refused", 3}}));
     EXPECT_EQ(commands.at(4).toObject().value("name"), "");
     const QJsonObject refusal = told.value("refusals").toArray().at(0).toObject();
     EXPECT_EQ(refusal.value("count"), 2);
     EXPECT_EQ(refusal.value("exchange"), 4);
     EXPECT_EQ(refusal.value("error"), "10");
-    EXPECT_EQ(warningsOf(watch), "4 shift-too-long, 5 shift-too-long");
+    EXPECT_EQ(warningsOf(watch), "4 shift-too-long, 5 shift-too-long, 7 shift-too-long");
     const QString text = emulator::hostreport::toText(watch.record());
     EXPECT_EQ(missingFrom(text,
-                  {"conformance: 6 exchanges, 3 refused, 2 warnings\n", "  HEX 20 OpenDocument: 2\n",
+                  {"conformance: 7 exchanges, 4 refused, 3 warnings\n", "  HEX 20 OpenDocument: 3\n",
                       "  refused, 2: exchange 4: HEX 20 OpenDocument: 10, 20: the shift has lasted",
+                      "OpenDocument: 3, 20: field 8: \"1\\x1b\"",
                       "  warning: exchange 4: HEX 20 OpenDocument: a document in a shift"}),
         "");
 }
