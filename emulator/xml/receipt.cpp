@@ -171,7 +171,7 @@ XmlVerdict XmlReceipt::readTexts(const XmlNode& tree)
         if (verdict.isGood())
             verdict = readPrint(tree, QLatin1String(name), m_strict, pieces);
     }
-    // A host without a tail sends an empty one.
+    // Hosts of other rules send an empty tail when they have none.
     if (tree.textOf(QStringLiteral("TextAfterDoc")).isEmpty())
         tail.clear();
     return verdict;

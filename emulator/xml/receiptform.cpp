@@ -23,6 +23,13 @@ bool hasNoFooter(const XmlNode& receipt, const XmlNode&)
     return receipt.child(QStringLiteral("Footer")) == nullptr;
 }
 
+// Hosts without a tail send none.
+bool isTailEmpty(const XmlNode& receipt, const XmlNode&)
+{
+    const XmlNode* const tail = receipt.child(QStringLiteral("TextAfterDoc"));
+    return tail != nullptr && tail->value.isEmpty();
+}
+
 // Hosts put the tax system behind all that they were given for the receipt.
 bool isTaxSystemNotLast(const XmlNode& receipt, const XmlNode&)
 {
@@ -57,6 +64,12 @@ bool isDiscountNotOne(const XmlNode& position, const XmlNode&)
 {
     const XmlNode* const discounts = position.child(QStringLiteral("ItemDiscounts"));
     return discounts != nullptr && discounts->children.size() != 1;
+}
+
+bool isDiscountNothing(const XmlNode& position, const XmlNode&)
+{
+    const XmlNode* const discounts = position.child(QStringLiteral("ItemDiscounts"));
+    return discounts != nullptr && discounts->children.constFirst().moneyOf(QStringLiteral("Value")) == 0;
 }
 
 // A discount of half a kopeck for the position and less is not sent, and the price with it is rounded to the
@@ -111,6 +124,7 @@ constexpr const char* goodsCodeWords
 
 constexpr Condition receiptConditions[] = {
     {&hasNoFooter, "no Footer"},
+    {&isTailEmpty, "TextAfterDoc is empty"},
     {&isTaxSystemNotLast, "1055 is the last requisite before HeaderText and Footer"},
 };
 
@@ -122,6 +136,7 @@ constexpr Condition positionConditions[] = {
     {&isSupplierPartial, "1224, 1222 and 1226 come together"},
     {&isAgentEmpty, "1223 is empty"},
     {&isDiscountNotOne, "ItemDiscounts has one record"},
+    {&isDiscountNothing, "a discount of 0.00"},
     {&isPriceChanged, "PriceWithDiscount is not 1079, and there is no discount"},
     {&isGoodsCodeWrong, goodsCodeWords},
     {&isStatusWrong, "2110 is 1 or 255 in a sale and 3 in a return"},

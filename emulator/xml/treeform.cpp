@@ -2,6 +2,8 @@
 
 #include "register/tags.h"
 
+#include <QRegularExpression>
+
 namespace emulator::xmltreeform {
 
 namespace {
@@ -14,8 +16,10 @@ bool isMinusZero(const XmlNode& node)
 
 bool isPadded(const XmlNode& node)
 {
-    return node.type == XmlType::Integer && !node.value.isEmpty()
-        && node.value != QString::number(node.value.toLongLong());
+    static const QRegularExpression padding(QStringLiteral("^-?0[0-9]|^-0$"));
+    const bool isNumber
+        = node.type == XmlType::Integer || node.type == XmlType::Sum || node.type == XmlType::Thousandths;
+    return isNumber && padding.match(node.value).hasMatch();
 }
 
 } // namespace

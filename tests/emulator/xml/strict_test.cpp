@@ -118,6 +118,8 @@ const Row rows[] = {
     {18, "n=\"1205\" t=\"4\">8", "n=\"1205\" t=\"4\">9", "1.1004", "pa 11: 1205 is 8", "1.1002"},
     // Form of the tree
     {8, "n=\"1214\" t=\"4\">4", "n=\"1214\" t=\"4\">04", "5.5003", "pa 1214: zeros before a number"},
+    {8, "n=\"1216\" t=\"2\">0.00", "n=\"1216\" t=\"2\">00.00", "5.5003", "pa 1216: zeros before a number"},
+    {76, "n=\"1023\" t=\"3\">1.000", "n=\"1023\" t=\"3\">01.000", "5.5003", "pa 1023: zeros before a number"},
     {8, "<pa n=\"1030\"", "<pa xmlns=\"urn:a\" n=\"1030\"", "5.5003", "pa 1030: a namespace"},
     {30, "<pa n=\"200003\"(.*)</pa>\\]\\]", "<x:pa xmlns:x=\"urn:a\" n=\"200003\"\\1</x:pa>]]", "5.5003", "pa 200003: a namespace"},
     {8, "(<pa n=\"1044\"[^/]*/pa>)(<pa n=\"1073\"[^/]*/pa>)", "\\2\\1", "5.5003", "pa 1223: 1073 before 1044"},
@@ -141,6 +143,7 @@ const Row rows[] = {
     {8, "n=\"1044\" t=\"1\">[^<]*", "n=\"1044\" t=\"4\">5", "1.1004", "pa 1044: type 4 instead of 1"},
     {8, "(60.00)(</pa>.*<pa n=\"ItemDiscounts\" t=\"6\">).*?</pa></pa></pa>(<pa n=\"Price[^>]*>)56.67", "\\1\\2</pa>\\3\\1", "1.1004", "pa 1059: ItemDiscounts has one record", "1.1003"},
     {8, "-10.00", "-5.00</pa></pa><pa n=\"ItemDiscounts\" t=\"7\"><pa n=\"Name\" t=\"1\">Скидка</pa><pa n=\"Value\" t=\"2\">-5.00", "1.1004", "pa 1059: ItemDiscounts has one record"},
+    {8, "-10.00(.*<pa n=\"Price[^>]*>)56.67", "0.00\\160.00", "1.1004", "pa 1059: a discount of 0.00", "1.1003"},
     {8, "n=\"1305\"", "n=\"1310\"", "1.1004", "pa 1059: 1163 has one code in hexadecimal, with a tag from 1300 to 1309 or from 1320 to 1325, as a text"},
     {8, "n=\"1305\" t=\"1\">444d", "n=\"1305\" t=\"4\">44", "1.1004", "pa 1059: 1163 has one code in hexadecimal, with a tag from 1300 to 1309 or from 1320 to 1325, as a text"},
     {8, "n=\"2110\" t=\"4\">1", "n=\"2110\" t=\"4\">2", "1.1004", "pa 1059: 2110 is 1 or 255 in a sale and 3 in a return"},
@@ -150,6 +153,7 @@ const Row rows[] = {
     {8, "(n=\"2110\" t=\"4\">)1(.*n=\"1054\" t=\"4\">)1", "\\14\\22", "1.1004", "pa 1059: 2110 is 1 or 255 in a sale and 3 in a return"},
     {8, "(n=\"1216\" t=\"2\">)0.00", "\\1-0.00", "5.5003", "pa 1216: -0.00"},
     // Print sequences
+    {8, "(n=\"TextAfterDoc\" t=\"1\">)[^<]*", "\\1", "1.1004", "pa 3: TextAfterDoc is empty"},
     {8, "0080028", "0050028", "1.1004", "HeaderText: no such print sequence"},
     {30, "0320028", "0000028", "1.1004", "NonFiscalText: no such print sequence"},
     {30, "0320028", "0320030", "1.1004", "NonFiscalText: no such print sequence"},
