@@ -14,7 +14,7 @@ Refusal Documents::open(const Document& head)
 {
     Document document = head;
     document.phase = Phase::Open;
-    document.unprinted = head.unprinted && m_parts.identity.electronicWithoutPaper;
+    document.unprinted = head.unprinted && head.isReceipt() && m_parts.identity.electronicWithoutPaper;
     const Refusal refusal = judgement::opening(document, m_parts);
     if (refusal == Refusal::None)
         m_parts.state.open.document = document;

@@ -110,6 +110,8 @@ TEST(ElectronicReceipt, NeedsPaperWhereItIsPrintedAllTheSame)
             rig.openShift();
             rig.device.tape().clear();
             rig.device.setPaper(hasPaper);
+            EXPECT_EQ(rig.code(open(1, 1, "1")), hasPaper ? 0 : 8) << "no receipt";
+            rig.code(cancel());
             const bool isIssued = withoutPaper || hasPaper;
             EXPECT_EQ(rig.code(open(2, 1, "1")), isIssued ? 0 : 8);
             rig.run({item("1.000", "1.00"), text("x"), subtotal(), pay(0, "1.00"), finish()});
