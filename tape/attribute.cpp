@@ -4,14 +4,14 @@ namespace tape {
 
 namespace {
 
-// Small letters as hosts of either protocol count on them: 64 on the lines of 44 and of 48.
+// As many small letters as hosts of either protocol count on, at least: over HEX 64 on the line of 44.
 int smallColumns(int width)
 {
     constexpr int wideLine = 48;
     return width < wideLine ? width * 16 / 11 : width * 4 / 3;
 }
 
-// Half of them, but for the line of 44, on which hosts count on 24.
+// Half of them, but for the line of 44, on which hosts count on 24 over HEX.
 int doubleColumns(int width)
 {
     constexpr int usualLine = 44;

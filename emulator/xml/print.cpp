@@ -13,7 +13,7 @@ constexpr qsizetype numberAt = 3;
 constexpr qsizetype attributeDigits = 3;
 constexpr qsizetype heightDigits = 4;
 constexpr int lineHeight = 28;
-// Double size, double width, small, double height and inverted.
+// Bold, which hosts have for double size, double width, small, double height and inverted.
 constexpr int lineAttributes[] = {8, 32, 1, 16, 128};
 constexpr qsizetype qrLengthDigits = 4;
 constexpr qsizetype barcodeLengthDigits = 2;
