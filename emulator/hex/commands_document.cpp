@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 #include <optional>
 
 namespace emulator::hexcommands {
@@ -11,6 +12,8 @@ namespace {
 constexpr qsizetype longestLine = 256;
 constexpr qsizetype longestCashier = 64;
 constexpr qsizetype longestAddress = 256;
+// Hosts do not cut the text of a barcode.
+constexpr qsizetype longestBarcode = std::numeric_limits<qsizetype>::max();
 constexpr int firstFurtherKind = 11;
 /// Small, high, wide and inverted letters.
 constexpr int knownAttributes = 1 | 16 | 32 | 128;
@@ -41,7 +44,7 @@ std::optional<BarcodeKind> barcodeKind(int number)
 bool fitsBarcode(const BarcodeKind& kind, const QString& data, bool strict)
 {
     if (kind.least == 0)
-        return !data.isEmpty();
+        return true;
     bool number = false;
     data.toULongLong(&number);
     const int most = strict ? kind.most : kind.least + 2;
@@ -104,7 +107,7 @@ HexAnswer printBarcode(Register& device, HexFields& fields)
     const int height = fields.number(2);
     const int number = fields.number(3);
     const std::optional<BarcodeKind> kind = barcodeKind(number);
-    const QString data = fields.text(4, longestLine);
+    const QString data = fields.text(4, longestBarcode);
     if (fields.isBad() || textPosition < 0 || textPosition > 3 || moduleWidth < 0 || height < 0
         || height > 255 || !kind || !fitsBarcode(*kind, data, fields.isStrict()))
         return Refusal::BadValue;

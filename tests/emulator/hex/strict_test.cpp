@@ -64,6 +64,8 @@ const QList<HexRow> hexRows{
     {"supplier of 20 characters", {open(2)}, agent("ООО Поставщик № 1234"), 3, 0},
     {"EAN-13 of 13 digits", {open(1)}, barcode("2", "4601234567890"), 0, 0},
     {"EAN-13 of 14 digits", {open(1)}, barcode("2", "46012345678901"), 3, 0},
+    {"barcode of 300 characters", {open(1)}, barcode("5", QByteArray(300, '7')), 0, 0},
+    {"barcode without text", {open(1)}, barcode("5", ""), 0, 0},
     {"a kind of barcode that has no name", {open(1)}, barcode("11", "x"), 0, 0},
     {"a kind of barcode that there is not", {open(1)}, barcode("9", "x"), 3, 3},
     {"line with all bits of its attribute", {open(1)}, text("x", 1 | 16 | 32 | 128), 0, 0},
