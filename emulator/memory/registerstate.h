@@ -1,5 +1,6 @@
 #pragma once
 
+#include "register/fiscalrecord.h"
 #include "register/identity.h"
 #include "register/registermemory.h"
 

@@ -6,6 +6,7 @@
 #include "program/tcpline.h"
 #include "tape/pagetext.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <QJsonDocument>
 
