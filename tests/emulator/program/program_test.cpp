@@ -10,6 +10,7 @@
 #include <QJsonDocument>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QSqlQuery>
 #include <QTcpSocket>
 #include <QTemporaryDir>
 
