@@ -51,7 +51,7 @@ QJsonArray attributesToJson(Attributes attributes)
 std::optional<Attributes> attributesFromJson(const QJsonValue& json)
 {
     Attributes attributes;
-    for (const QJsonValue& name : json.toArray()) {
+    for (const auto& name : json.toArray()) {
         const auto* const found = std::find_if(std::begin(attributeNames), std::end(attributeNames),
             [&name](const AttributeName& candidate) { return name == QLatin1String(candidate.name); });
         if (found == std::end(attributeNames))
@@ -117,7 +117,7 @@ std::optional<Line> textLineFromJson(JsonFields& fields)
 {
     const QJsonValue list = fields.value(cellsKey);
     TextLine line;
-    for (const QJsonValue& value : list.toArray()) {
+    for (const auto& value : list.toArray()) {
         const std::optional<Cells> cells = cellsFromJson(value);
         if (!cells)
             return std::nullopt;
@@ -213,7 +213,7 @@ std::optional<Line> lineFromJson(const QJsonValue& json)
 std::optional<QList<Line>> linesFromJson(const QJsonValue& json)
 {
     QList<Line> lines;
-    for (const QJsonValue& value : json.toArray()) {
+    for (const auto& value : json.toArray()) {
         const std::optional<Line> line = lineFromJson(value);
         if (!line)
             return std::nullopt;

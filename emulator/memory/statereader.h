@@ -65,7 +65,7 @@ public:
     static void decode(const QJsonValue& json, const QString& path, QList<T>& values)
     {
         values.clear();
-        for (const QJsonValue& one : arrayOf(json, path))
+        for (const auto& one : arrayOf(json, path))
             decode(one, path, values.emplaceBack());
     }
     template <typename T, size_t N>

@@ -16,7 +16,7 @@ constexpr qsizetype compressionAt = 30;
 /// Rows begin at multiples of four bytes.
 qsizetype storedRowSize(int width)
 {
-    return (width + 31) / 32 * 4;
+    return (static_cast<qsizetype>(width) + 31) / 32 * 4;
 }
 
 template <typename T>

@@ -121,7 +121,7 @@ QJsonObject levelFromTags(QJsonObject requisites, Level level)
     const QJsonArray extras = requisites.take(tag::extra).toArray();
     for (const auto& [path, value] : leavesOf(requisites))
         putAt(fields, entrywords::fieldOf(path, level), value);
-    for (const QJsonValue& extra : extras) {
+    for (const auto& extra : extras) {
         const QString field = entrywords::fieldOfExtra(extra[tag::extraName].toString());
         const QString text = codepage::unescaped(extra[tag::extraValue].toString());
         putAt(fields, field, extraValue(field, text, level));
@@ -167,15 +167,15 @@ QJsonArray takeLaterTaxes(QJsonObject& fields)
 
 void putLaterTaxes(QJsonObject& entry, const QJsonArray& later)
 {
-    for (const QJsonValue& tax : later)
+    for (const auto& tax : later)
         putAt(entry, taxesField + QLatin1Char('.') + QString::number(tax[tag::taxRate].toInt()),
             tax[tag::laterTaxSum]);
 }
 
-QJsonArray converted(const QJsonArray& positions, QJsonObject (*convert)(QJsonObject position))
+QJsonArray converted(const QJsonArray& positions, QJsonObject (*convert)(const QJsonObject& position))
 {
     QJsonArray all;
-    for (const QJsonValue& position : positions)
+    for (const auto& position : positions)
         all.append(convert(position.toObject()));
     return all;
 }
@@ -201,8 +201,8 @@ QJsonObject toTags(const QJsonObject& entry)
     if (!later.isEmpty())
         requisites[tag::laterTaxes] = QJsonObject{{tag::laterTax, later}};
     fillPayments(requisites);
-    requisites[tag::positions]
-        = converted(positions, [](QJsonObject position) { return levelToTags(position, Level::Position); });
+    requisites[tag::positions] = converted(
+        positions, [](const QJsonObject& position) { return levelToTags(position, Level::Position); });
     return requisites;
 }
 
@@ -219,8 +219,8 @@ QJsonObject fromTags(const QJsonObject& requisites)
         return entry;
     dropEmptyPayments(entry);
     putLaterTaxes(entry, later);
-    entry[itemsField]
-        = converted(positions, [](QJsonObject position) { return levelFromTags(position, Level::Position); });
+    entry[itemsField] = converted(
+        positions, [](const QJsonObject& position) { return levelFromTags(position, Level::Position); });
     return entry;
 }
 

@@ -57,7 +57,7 @@ QStringList lines(const QJsonObject& requisites, int depth);
 
 QStringList lines(const QString& tag, const QJsonValue& value, int depth)
 {
-    const QString head = QString(2 * depth, QLatin1Char(' '))
+    const QString head = QString(2 * static_cast<qsizetype>(depth), QLatin1Char(' '))
         + QStringList{tag, nameOf(tag)}.join(QLatin1Char(' ')).trimmed();
     if (!value.isObject())
         return {head + QStringLiteral(": ") + valueText(tag, value)};
@@ -69,7 +69,7 @@ QStringList lines(const QJsonObject& requisites, int depth)
     QStringList text;
     for (auto requisite = requisites.begin(); requisite != requisites.end(); ++requisite) {
         const QJsonArray values = all(requisite.value());
-        for (const QJsonValue& value : values)
+        for (const auto& value : values)
             text += lines(requisite.key(), value, depth);
     }
     return text;
@@ -97,7 +97,7 @@ QJsonArray json(const QJsonObject& requisites)
     QJsonArray list;
     for (auto requisite = requisites.begin(); requisite != requisites.end(); ++requisite) {
         const QJsonArray values = all(requisite.value());
-        for (const QJsonValue& value : values)
+        for (const auto& value : values)
             list.append(requisiteJson(requisite.key(), value));
     }
     return list;

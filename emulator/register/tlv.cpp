@@ -105,7 +105,7 @@ QByteArray encode(const QJsonObject& requisites)
             continue;
         }
         const QJsonArray all = requisite.value().toArray();
-        for (const QJsonValue& value : all)
+        for (const auto& value : all)
             add(bytes, tag, value);
     }
     return bytes;
