@@ -4,8 +4,8 @@
 
 namespace receipt {
 
-/// The text for people: control characters are shown, not sent to a terminal; the group separator of marking
-/// codes as <GS>.
+/// The text for people: control characters are shown by name or number in angle brackets, not sent to a
+/// terminal.
 QString shownText(const QString& text);
 
 } // namespace receipt
