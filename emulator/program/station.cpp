@@ -135,8 +135,9 @@ void Station::togglePaper()
 void Station::receive(const QByteArray& bytes)
 {
     trace("<", bytes);
-    // In pieces: pages are kept for so many documents only until they are on the disk.
-    constexpr qsizetype piece = 4096;
+    // In pieces: pages are kept for so many documents only until they are on the disk, and a request that
+    // makes one may be as short as 12 bytes.
+    constexpr qsizetype piece = 3000;
     for (qsizetype start = 0; start < bytes.size() && !m_hasLostPower; start += piece) {
         m_protocol.receive(bytes.mid(start, piece));
         if (keep())

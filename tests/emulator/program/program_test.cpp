@@ -1,4 +1,5 @@
 #include "memory/database.h"
+#include "memory/memory.h"
 #include "memory/statefolder.h"
 #include "rig.h"
 #include "xmlrig.h"
@@ -227,6 +228,27 @@ TEST(Program, AnswersNothingThatItCannotKeep)
     EXPECT_EQ(QFileInfo(folder.filePath("tape")).size(), 0);
     Program program(state);
     EXPECT_EQ(sendAll(program.ready(), {0xA0}).fields, QList<QByteArray>({"0", "1", "0"}));
+}
+
+TEST(Program, KeepsAllDocumentsOfAHostThatWaitsForNoAnswer)
+{
+    const QTemporaryDir folder;
+    constexpr int many = 1000;
+    Program program({"--tcp", "0", "--state", folder.path(), "--quiet"});
+    const QString ready = program.ready();
+    sendAll(ready, {0xA7, 0x00});
+    Rig host;
+    QByteArray reports;
+    for (int number = 0; number < many; ++number)
+        reports += host.frame({0x6A, {""}});
+    QTcpSocket socket;
+    socket.connectToHost("127.0.0.1", ready.section(':', -1).toUShort());
+    socket.waitForConnected(patience);
+    socket.write(reports);
+    QByteArray answers;
+    while (answers.count('\x02') < many && socket.waitForReadyRead(patience))
+        answers += socket.readAll();
+    EXPECT_EQ(emulator::Memory::documentsOf(folder.path()).size(), 1 + many);
 }
 
 TEST(Program, GoesOnWithoutPaperThatNobodyReadsAndSaysSo)
