@@ -6,11 +6,11 @@ namespace emulator {
 
 void RepetitionRule::store(const QJsonObject& document)
 {
-    for (const char* const key : {"type", "items", "total"}) {
-        // Only receipts have positions.
-        if (document.contains(QStringLiteral("items")))
-            m_stored[QLatin1String(key)] = document[QLatin1String(key)];
-    }
+    // Only receipts have positions.
+    if (!document.contains(QStringLiteral("items")))
+        return;
+    for (const char* const key : {"type", "items", "total"})
+        m_stored[QLatin1String(key)] = document[QLatin1String(key)];
 }
 
 std::optional<QString> RepetitionRule::look(const Exchange& exchange)

@@ -2,6 +2,7 @@
 
 #include "register/hexdigits.h"
 #include "register/tags.h"
+#include "xml/rule.h"
 
 #include <algorithm>
 #include <iterator>
@@ -33,10 +34,8 @@ bool isTailEmpty(const XmlNode& receipt, const XmlNode&)
 // Hosts put the tax system behind all that they were given for the receipt.
 bool isTaxSystemNotLast(const XmlNode& receipt, const XmlNode&)
 {
-    static const QStringList requisites{tag::cashierInn, tag::customerAddress, tag::supplierPhone, tag::place,
-        tag::additional, tag::customer, tag::taxSystem};
     const auto last = std::find_if(receipt.children.crbegin(), receipt.children.crend(),
-        [](const XmlNode& part) { return requisites.contains(part.name); });
+        [](const XmlNode& part) { return receiptRule().repeatsPart(part.name); });
     return last != receipt.children.crend() && last->name != tag::taxSystem;
 }
 

@@ -92,6 +92,12 @@ const XmlRule* XmlRule::ruleFor(const QString& part) const
     return rule == children.cend() ? nullptr : &*rule;
 }
 
+bool XmlRule::repeatsPart(const QString& part) const
+{
+    const XmlRule* const rule = ruleFor(part);
+    return rule != nullptr && rule->repeats;
+}
+
 namespace {
 
 XmlRule listOf(const QString& name, const QList<XmlRule>& record, bool required)

@@ -44,6 +44,8 @@ struct XmlRule
     XmlVerdict check(const XmlNode& node) const;
     /// The same for what is open, and the order in which the parameters stand; for one that has passed.
     XmlVerdict checkStrictly(const XmlNode& node) const;
+    /// The parameter may come more than once.
+    bool repeatsPart(const QString& part) const;
 
 private:
     XmlVerdict checkParts(const XmlNode& node) const;
