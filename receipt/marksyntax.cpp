@@ -20,6 +20,8 @@ constexpr qsizetype gtinEnd = 16;
 constexpr qsizetype packLength = 29;
 constexpr qsizetype longestIdentity = 18 + 20;
 
+constexpr QStringView proofs[] = {u"91", u"92", u"93"};
+
 // What scanners and people put where a group separator was.
 constexpr const char* writtenSeparators[]
     = {"<GS>", "{GS}", "[GS]", "\\u001d", "\\u001D", "\\x1d", "\\x1D", "␝", "^]", " "};
@@ -93,14 +95,27 @@ Fault separatorFault(const QString& code)
             .arg(length - 18));
 }
 
+/// A second scan into the same field of a form goes on where the first has ended.
+bool hasTwoScans(const QStringList& fields)
+{
+    return std::any_of(std::begin(proofs), std::end(proofs), [&fields](QStringView proof) {
+        return std::count_if(fields.cbegin() + 1, fields.cend(), [proof](const QString& field) {
+            return field.startsWith(proof);
+        }) > 1;
+    });
+}
+
 Fault fieldFault(const QString& code)
 {
     const QStringList fields = code.split(separator);
+    if (hasTwoScans(fields))
+        return errorBecause(QStringLiteral("has one of the fields 91, 92 and 93 twice: scan it once"));
     if (fields.contains(QString()))
         return warningBecause(
             QStringLiteral("has a group separator that separates nothing; it is sent as it stands"));
     const bool hasProof = std::any_of(fields.cbegin() + 1, fields.cend(), [](const QString& field) {
-        return field.startsWith(u"91") || field.startsWith(u"92") || field.startsWith(u"93");
+        return std::any_of(std::begin(proofs), std::end(proofs),
+            [&field](QStringView proof) { return field.startsWith(proof); });
     });
     if (hasProof)
         return {};

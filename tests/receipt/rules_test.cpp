@@ -286,6 +286,13 @@ TEST(MarkFault, FormOfACode)
                 + "5!Ab1cD\x1D"
                   "93dGVz",
             "W has a group separator that separates nothing"},
+        {head
+                + "5!Ab1cD\x1D"
+                  "93dGVz"
+                + head
+                + "5!Ab1cD\x1D"
+                  "93dGVz",
+            "E has one of the fields 91, 92 and 93 twice"},
         {head, "E is no marking code"},
         {"460000020", "E is no marking code"},
         {QByteArray(68, 'a'), "E is no marking code"},
