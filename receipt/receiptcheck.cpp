@@ -40,31 +40,40 @@ void judgeBarcodes(const Receipt& receipt, Protocol protocol, QList<Finding>& fi
     }
 }
 
-struct BarcodeDigits
+struct BarcodeContent
 {
     int type;
-    /// The last digit may be left for the register to compute.
     const char* pattern;
     const char* allowed;
 };
 
-constexpr BarcodeDigits barcodeDigits[] = {
+constexpr const char* ascii = "[\\x00-\\x7F]+";
+constexpr const char* asciiWords = "Latin letters, digits and signs of ASCII";
+
+// The last digit of a trade number may be left for the register to compute. No bars stand for other
+// characters.
+constexpr BarcodeContent barcodeContents[] = {
     {Barcode::UpcA, "[0-9]{11,12}", "11 or 12 digits"},
     {Barcode::UpcE, "[0-9]{6,8}", "6 to 8 digits"},
     {Barcode::Ean13, "[0-9]{12,13}", "12 or 13 digits"},
     {Barcode::Ean8, "[0-9]{7,8}", "7 or 8 digits"},
+    {Barcode::Itf, "[0-9]+", "digits"},
+    {Barcode::Codabar, "[0-9A-Da-d$:/.+-]+", "digits, A to D and $ : / . + -"},
+    {Barcode::Code39, ascii, asciiWords},
+    {Barcode::Code93, ascii, asciiWords},
+    {Barcode::Code128, ascii, asciiWords},
 };
 
 /// What is no number of its type stops the receipt over HEX, and is another picture over XML.
-void judgeDigits(const ReceiptItem& item, QList<Finding>& findings)
+void judgeContent(const ReceiptItem& item, QList<Finding>& findings)
 {
-    for (const BarcodeDigits& digits : barcodeDigits) {
-        const QRegularExpression pattern(QRegularExpression::anchoredPattern(QLatin1String(digits.pattern)));
-        if (item.kind == ReceiptItem::BarcodeItem && item.barcode.type == digits.type
+    for (const BarcodeContent& content : barcodeContents) {
+        const QRegularExpression pattern(QRegularExpression::anchoredPattern(QLatin1String(content.pattern)));
+        if (item.kind == ReceiptItem::BarcodeItem && item.barcode.type == content.type
             && !pattern.match(item.barcode.text).hasMatch())
             findings.append({Finding::Error, item.path + QStringLiteral(".barcode"), item.barcode.text,
                 QStringLiteral("must be %1 in a barcode of type %2")
-                    .arg(QLatin1String(digits.allowed),
+                    .arg(QLatin1String(content.allowed),
                         names::nameOf(names::barcodeTypes(), item.barcode.type))});
     }
 }
@@ -96,7 +105,8 @@ CheckedReceipt checkedReceipt(const QByteArray& text, const CheckOptions& option
     checked.receipt = receiptFromJson(carriedReceipt(json, options, checked.findings), options.split);
     judgeBarcodes(checked.receipt, options.protocol, checked.findings);
     for (const ReceiptItem& item : checked.receipt.items) {
-        judgeDigits(item, checked.findings);
+        if (isBarcodePrinted(item.barcode.type, options.protocol))
+            judgeContent(item, checked.findings);
         if (options.protocol == Protocol::Xml)
             judgeForXml(item, checked.findings);
     }

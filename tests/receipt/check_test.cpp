@@ -100,6 +100,15 @@ TEST(CheckedReceipt, SaysWhatAProtocolDoesNotCarry)
             {}, "E items[1].barcode: \"46000000001\" must be 12 or 13 digits in a barcode of type EAN13"},
         {hex, receiptText("", tea, R"(,{"type": "barcode", "barcode": "4600002", "barcodeType": "EAN8"})"),
             {}, ""},
+        {hex, receiptText("", tea, R"(,{"type": "barcode", "barcode": "12A", "barcodeType": "ITF"})"), {},
+            "E items[1].barcode: \"12A\" must be digits in a barcode of type ITF"},
+        {hex, receiptText("", tea, R"(,{"type": "barcode", "barcode": "Чай", "barcodeType": "CODE128"})"), {},
+            "E items[1].barcode: \"Чай\" must be Latin letters, digits and signs of ASCII in a barcode of type "
+            "CODE128"},
+        {hex,
+            receiptText(
+                "", tea, R"(,{"type": "barcode", "barcode": "Tea\u001d1", "barcodeType": "CODE128"})"),
+            {}, ""},
         {xml, receiptText("", tea, R"(,{"type": "text", "text": "‼?q0001a"})"), {},
             "E items[1].text: \"‼?q0001a\" must not begin with ‼?, which is a command to the printer over XML"},
         {xml,
