@@ -168,7 +168,7 @@ void readValues(const QCommandLineParser& parser, Options& options)
     options.speedEnumerate = !isSet("no-speed-enumeration");
     options.taxSystems = value("tax-systems");
     options.clear = isSet("clear");
-    options.id = value("id");
+    options.id = line("id", value("id"));
     options.journalFile = isSet("journal") ? value("journal") : defaultJournal();
     options.cashier.name = cashierName(value("cashier"));
     options.drop = parser.values(QStringLiteral("drop"));
