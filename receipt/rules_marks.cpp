@@ -94,10 +94,16 @@ void missingMarks(Judgement& judgement)
     for (const ReceiptItem& item : judgement.receipt.items) {
         const int object = item.position.getPaymentObject();
         const bool isMarkedObject = object == ExciseWithMarking || object == CommodityWithMarking;
-        if (item.kind == ReceiptItem::Position && isMarkedObject && !item.isMarked())
+        const QString name = names::nameOf(names::paymentObjects(), object);
+        if (item.kind != ReceiptItem::Position || isMarkedObject == item.isMarked())
+            continue;
+        if (isMarkedObject)
             judgement.error(codePath(item), {},
-                QStringLiteral("is missing: the payment object %1 is sold with its code")
-                    .arg(names::nameOf(names::paymentObjects(), object)));
+                QStringLiteral("is missing: the payment object %1 is sold with its code").arg(name));
+        else if (object <= CommodityWithMarking)
+            judgement.warning(item.path + QStringLiteral(".paymentObject"), name,
+                QStringLiteral("has no marking code: with one goods are commodityWithMarking or "
+                               "exciseWithMarking"));
     }
 }
 

@@ -176,6 +176,8 @@ TEST(Rules, OneCodeIsOnePiece)
         {"{}", R"({"markingCode": "46000002", "quantity": 0.5, "amount": 25})",
             {"E items[0].quantity: \"0.5\" must be 1 for a marked piece"}},
         {"{}", R"({"markingCode": "46000002", "quantity": 1, "amount": 50, "paymentObject": 31})", {}},
+        {"{}", R"({"markingCode": "46000002", "quantity": 1, "amount": 50, "paymentObject": "commodity"})",
+            {"W items[0].paymentObject: \"commodity\" has no marking code: with one goods are commodityW"}},
         {"{}", R"({"paymentObject": "commodityWithMarking"})",
             {"E items[0].markingCode: is missing: the payment object commodityWithMarking is sold with"}},
         {"{}", R"({"markingCode": "46000003", "quantity": 1, "amount": 50})",
