@@ -3,9 +3,11 @@
 #include "memory/memoryerror.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QUrl>
 #include <QUuid>
 
 namespace emulator {
@@ -17,16 +19,31 @@ namespace {
     throw MemoryError(why.trimmed());
 }
 
+// SQLite makes files of its own beside one that it reads. Where it may not, the file is all there is as long
+// as nobody works on it, and then it has no log.
+bool isFrozen(const QString& fileName, Database::Access access)
+{
+    return access == Database::Access::ReadOnly && !QFile::exists(fileName + QStringLiteral("-wal"))
+        && !QFileInfo(QFileInfo(fileName).path()).isWritable();
+}
+
+QString frozenName(const QString& fileName)
+{
+    QUrl url = QUrl::fromLocalFile(QFileInfo(fileName).absoluteFilePath());
+    url.setQuery(QStringLiteral("immutable=1"));
+    return url.toString(QUrl::FullyEncoded);
+}
+
 } // namespace
 
 Database::Database(const QString& fileName, Access access)
     : m_connection(QUuid::createUuid().toString())
 {
     QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
-    database.setDatabaseName(fileName);
+    database.setDatabaseName(isFrozen(fileName, access) ? frozenName(fileName) : fileName);
     // A reader may meet the writer; nobody else writes, and whoever does is not waited for.
     database.setConnectOptions(access == Access::ReadOnly
-            ? QStringLiteral("QSQLITE_OPEN_READONLY;QSQLITE_BUSY_TIMEOUT=1000")
+            ? QStringLiteral("QSQLITE_OPEN_READONLY;QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=1000")
             : QStringLiteral("QSQLITE_BUSY_TIMEOUT=100"));
     if (!database.open()) {
         const QString error = database.lastError().text();

@@ -101,7 +101,9 @@ void StateFolder::keepSnapshot(const QString& name) const
     const QString file = snapshotFile(name);
     if (!QFile::exists(stateFile()))
         throw MemoryError(QStringLiteral("there is none that a snapshot could keep"));
-    QDir(m_folder).mkpath(QFileInfo(file).path());
+    // A damaged state is not to take the place of a good snapshot.
+    checkState(stateFile());
+    QDir(m_folder).mkpath(QStringLiteral("snapshots"));
     const QString fresh = freshBeside(file);
     StateStore(stateFile()).copyTo(fresh);
     replace(file, fresh);

@@ -234,6 +234,14 @@ TEST_F(Store, SnapshotsComeBack)
     EXPECT_NE(loadingError(), "");
     folder()->restoreSnapshot("one-sale");
     EXPECT_EQ(lastDocument(), 4U);
+    // A relative name of the folder is none of the snapshots within it.
+    StateFolder(QDir::current().relativeFilePath(directory.path())).keepSnapshot("relative");
+    EXPECT_TRUE(folder()->snapshots().contains("relative"));
+    change({"UPDATE documents SET page = '' WHERE number = 2"});
+    EXPECT_EQ(errorOf([this] { folder()->keepSnapshot("relative"); }),
+        "damaged: document 2 is not what was written");
+    folder()->restoreSnapshot("relative");
+    EXPECT_EQ(lastDocument(), 4U);
     QFile::remove(file());
     EXPECT_EQ(
         errorOf([this] { folder()->keepSnapshot("none"); }), "there is none that a snapshot could keep");
