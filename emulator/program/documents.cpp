@@ -113,7 +113,8 @@ int run(const QStringList& arguments)
     if (const QString error = fill(parser, request); !error.isEmpty())
         return fail(error, 2);
     try {
-        return show(emulator::Memory::documentsOf(request.folder), request);
+        const int status = show(emulator::Memory::documentsOf(request.folder), request);
+        return std::fflush(stdout) == 0 ? status : fail(QStringLiteral("the output cannot be written"), 1);
     } catch (const emulator::MemoryError& error) {
         return fail(QStringLiteral("the state %1 cannot be read: %2").arg(request.folder, error.text()), 1);
     }
