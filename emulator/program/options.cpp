@@ -209,6 +209,20 @@ QString readState(const QCommandLineParser& parser, Options& options)
     return {};
 }
 
+// A variable of a script that is empty is not to leave a file unwritten without a word.
+QString readFiles(const QCommandLineParser& parser, Options& options)
+{
+    options.tapeFile = parser.value(QStringLiteral("tape"));
+    options.journalFile = parser.value(QStringLiteral("journal"));
+    options.conformanceFile = parser.value(QStringLiteral("conformance"));
+    for (const char* const name : {"tape", "journal", "conformance"}) {
+        const QString option = QLatin1String(name);
+        if (parser.isSet(option) && parser.value(option).isEmpty())
+            return QStringLiteral("--%1 is the name of a file").arg(option);
+    }
+    return {};
+}
+
 QString fill(const QCommandLineParser& parser, Options& options)
 {
     QString error;
@@ -225,6 +239,8 @@ QString fill(const QCommandLineParser& parser, Options& options)
         options.port = static_cast<quint16>(port);
     options.link = parser.value(QStringLiteral("pty"));
     if (error = readState(parser, options); !error.isEmpty())
+        return error;
+    if (error = readFiles(parser, options); !error.isEmpty())
         return error;
     if (!options.isWithoutLine && options.link.isEmpty() == !options.port.has_value())
         return QStringLiteral("give one of --pty and --tcp");
@@ -273,9 +289,6 @@ Options::Outcome Options::parse(const QStringList& arguments, Options& options)
         std::fprintf(stderr, "spf-emulator: %s\n", qPrintable(error));
         return Outcome::Wrong;
     }
-    options.tapeFile = parser.value(QStringLiteral("tape"));
-    options.journalFile = parser.value(QStringLiteral("journal"));
-    options.conformanceFile = parser.value(QStringLiteral("conformance"));
     options.trace = parser.isSet(QStringLiteral("trace"));
     options.quiet = parser.isSet(QStringLiteral("quiet"));
     options.lenient = parser.isSet(QStringLiteral("lenient"));

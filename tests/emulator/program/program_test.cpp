@@ -385,6 +385,7 @@ TEST(Program, ExitStatusesAndMessages)
         {{"--pty", folder.filePath("none/link")}, 1, "cannot make the link"},
         {{"--tcp", "0", "--journal", folder.path()}, 1, "cannot write"},
         {{"--tcp", "0", "--conformance", folder.filePath("none/report")}, 1, "cannot write"},
+        {{"--tcp", "0", "--conformance", ""}, 2, "--conformance is the name of a file"},
     };
     for (const auto& [arguments, status, message] : cases) {
         Program program(arguments);
