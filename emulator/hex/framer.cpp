@@ -4,8 +4,9 @@ namespace emulator {
 
 namespace {
 
-// Longer than any command; what grows beyond it is noise that happened to begin like a frame.
-constexpr qsizetype longestFrame = 8192;
+// Hosts do not cut the text of a barcode. What grows beyond this is noise that happened to begin like a
+// frame.
+constexpr qsizetype longestFrame = 65536;
 constexpr qint64 longestPauseInFrame = 1000;
 
 } // namespace

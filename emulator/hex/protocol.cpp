@@ -19,6 +19,15 @@ constexpr qsizetype shortestFrame = 11;
 constexpr uchar lowestId = 0x20;
 constexpr uchar highestId = 0xFD;
 
+// As much of a field as a reader of a reason needs.
+QString shownText(const QByteArray& field)
+{
+    constexpr qsizetype longestShown = 64;
+    const QString text = codepage::toText(field.left(longestShown));
+    return field.size() <= longestShown ? text
+                                        : QStringLiteral("%1... (%2 bytes)").arg(text).arg(field.size());
+}
+
 QByteArray answerTo(const QByteArray& frame, int code, const QList<QByteArray>& fields)
 {
     return HexFramer::answer(frame.at(idOffset), frame.mid(codeOffset, 2), code, fields);
@@ -146,7 +155,7 @@ HexAnswer HexProtocol::run(const QByteArray& code, HexFields& fields)
     if (fields.isBad())
         answer.reason = QStringLiteral("field %1: \"%2\"")
                             .arg(fields.firstBad() + 1)
-                            .arg(codepage::toText(fields.raw(fields.firstBad())));
+                            .arg(shownText(fields.raw(fields.firstBad())));
     return answer;
 }
 
