@@ -31,7 +31,7 @@ QString readData(QXmlStreamReader& reader)
     while (!reader.atEnd() && reader.readNext() != QXmlStreamReader::EndElement) {
         if (reader.isCDATA())
             data += reader.text();
-        else if (!reader.isWhitespace())
+        else if (!reader.isWhitespace() && !reader.hasError())
             reader.raiseError(QStringLiteral("RequestData is no CDATA section"));
     }
     return data;
@@ -41,9 +41,10 @@ std::optional<QString> readEnvelope(const QByteArray& document, Body& body, QStr
 {
     QXmlStreamReader reader(document);
     std::optional<QString> data;
-    error = QStringLiteral("no ArmRequest");
-    if (!reader.readNextStartElement() || reader.name() != QLatin1String("ArmRequest"))
+    if (!reader.readNextStartElement() || reader.name() != QLatin1String("ArmRequest")) {
+        error = reader.hasError() ? reader.errorString() : QStringLiteral("no ArmRequest");
         return std::nullopt;
+    }
     while (reader.readNextStartElement()) {
         if (reader.name() == QLatin1String("RequestBody") && body.isEmpty())
             readBody(reader, body);

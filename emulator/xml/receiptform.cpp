@@ -71,6 +71,19 @@ bool isDiscountNothing(const XmlNode& position, const XmlNode&)
     return discounts != nullptr && discounts->children.constFirst().moneyOf(QStringLiteral("Value")) == 0;
 }
 
+bool isDiscountMisnamed(const XmlNode& position, const XmlNode&)
+{
+    const XmlNode* const discounts = position.child(QStringLiteral("ItemDiscounts"));
+    return discounts != nullptr
+        && discounts->children.constFirst().textOf(QStringLiteral("Name")) != QStringLiteral("Скидка");
+}
+
+// Hosts say goods, 1, of what they know no object of.
+bool isObjectMissing(const XmlNode& position, const XmlNode&)
+{
+    return position.numberOf(tag::paymentObject) == 0;
+}
+
 // A discount of half a kopeck for the position and less is not sent, and the price with it is rounded to the
 // kopeck: further than that it cannot be from the price without a discount. In thousandths of a kopeck.
 bool isPriceChanged(const XmlNode& position, const XmlNode&)
@@ -136,6 +149,8 @@ constexpr Condition positionConditions[] = {
     {&isAgentEmpty, "1223 is empty"},
     {&isDiscountNotOne, "ItemDiscounts has one record"},
     {&isDiscountNothing, "a discount of 0.00"},
+    {&isDiscountMisnamed, "the name of a discount is \"Скидка\""},
+    {&isObjectMissing, "1212 is 0"},
     {&isPriceChanged, "PriceWithDiscount is not 1079, and there is no discount"},
     {&isGoodsCodeWrong, goodsCodeWords},
     {&isStatusWrong, "2110 is 1 or 255 in a sale and 3 in a return"},
@@ -153,7 +168,7 @@ XmlVerdict judge(const Condition (&conditions)[Size], const XmlNode& node, const
         [&](const Condition& condition) { return condition.isBroken(node, receipt); });
     return broken == std::end(conditions)
         ? XmlVerdict()
-        : XmlVerdict::badValue(QStringLiteral("pa %1: %2").arg(node.name, QLatin1String(broken->words)));
+        : XmlVerdict::badValue(QStringLiteral("pa %1: %2").arg(node.name, QString::fromUtf8(broken->words)));
 }
 
 } // namespace
