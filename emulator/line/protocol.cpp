@@ -71,6 +71,7 @@ Fault Protocol::beginExchange()
     const Fault fault = nextFault();
     m_deaf = false;
     m_isEarly = m_outbox.nextDue().has_value();
+    m_documentBefore = m_device.drive().last().number;
     if (fault.mode == FaultMode::PaperOut || fault.mode == FaultMode::PaperIn)
         m_device.setPaper(fault.mode == FaultMode::PaperIn);
     if (fault.mode == FaultMode::PaperEnds || fault.mode == FaultMode::PaperEndsQuietly)
@@ -92,7 +93,9 @@ void Protocol::note(Exchange exchange, const Fault& fault)
     exchange.isEarly = m_isEarly;
     exchange.isOutcomeUnknown = exchange.isOutcomeUnknown || isAnswerLost(fault.mode);
     // An error that is a fault of the register tells nothing of the host.
-    exchange.isFalseError = fault.isError();
+    // So does one about a document that is stored: the paper ended on it.
+    const bool isStored = m_device.drive().last().number != m_documentBefore;
+    exchange.isFalseError = fault.isError() || (isStored && !exchange.error.isEmpty());
     if (exchange.isFalseError)
         exchange.error.clear();
     if (!exchange.error.isEmpty())

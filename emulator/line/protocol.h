@@ -83,6 +83,8 @@ private:
     bool m_lenient = false;
     bool m_deaf = false;
     bool m_isEarly = false;
+    /// Number of the last fiscal document when the exchange began.
+    quint32 m_documentBefore = 0;
     Watcher m_watcher;
     qint64 m_answerDelay = 0;
     QByteArray m_late;
