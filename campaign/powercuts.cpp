@@ -4,9 +4,9 @@
 #include "memory/memoryerror.h"
 #include "register/register.h"
 #include "register/systemclock.h"
+#include "register/turnover.h"
 #include "violation.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -43,26 +43,31 @@ QString nameOf(const emulator::StoredDocument& document)
     return items.at(0).toObject().value(QStringLiteral("name")).toString();
 }
 
+bool haveSameSign(const emulator::StoredDocument& one, const emulator::StoredDocument& other)
+{
+    return one.record.sign == other.record.sign;
+}
+
 void expect(bool holds, const QString& what)
 {
     if (!holds)
         throw Violation(what.toStdString());
 }
 
-/// What the receipts of the open shift come to.
-qint64 sumOfShift(const QList<emulator::StoredDocument>& documents, int shift, int& count)
+/// What the receipts of a shift come to.
+emulator::Turnover salesOf(const QList<emulator::StoredDocument>& documents, int shift)
 {
-    qint64 sum = 0;
+    emulator::Turnover sales;
     for (const emulator::StoredDocument& document : documents) {
         const QJsonObject& entry = document.entry;
         if (entry.value(QStringLiteral("type")) != QStringLiteral("sell")
             || entry.value(QStringLiteral("shift")) != shift)
             continue;
-        ++count;
-        sum += emulator::parseDecimal(entry.value(QStringLiteral("total")).toString().toLatin1(), 2)
-                   .value_or(0);
+        ++sales.count;
+        sales.sum += emulator::parseDecimal(entry.value(QStringLiteral("total")).toString().toLatin1(), 2)
+                         .value_or(0);
     }
-    return sum;
+    return sales;
 }
 
 void checkCounters(const emulator::Register& device, const QList<emulator::StoredDocument>& documents)
@@ -70,11 +75,11 @@ void checkCounters(const emulator::Register& device, const QList<emulator::Store
     const emulator::Shift& shift = device.state().shift;
     if (!shift.isOpen)
         return;
-    int count = 0;
-    const qint64 sum = sumOfShift(documents, shift.number, count);
-    expect(shift.counters.sales.count == count && shift.receipts == count,
-        QStringLiteral("the shift counts %1 sales and has %2").arg(shift.counters.sales.count).arg(count));
-    expect(shift.counters.sales.sum == sum, QStringLiteral("the shift's sum is not that of its sales"));
+    const emulator::Turnover& counted = shift.counters.sales;
+    const emulator::Turnover stored = salesOf(documents, shift.number);
+    expect(counted.count == stored.count && shift.receipts == stored.count,
+        QStringLiteral("the shift counts %1 sales and has %2").arg(counted.count).arg(stored.count));
+    expect(counted.sum == stored.sum, QStringLiteral("the shift's sum is not that of its sales"));
 }
 
 void checkProgress(const emulator::Document& open, const WireTrace& trace)
@@ -82,10 +87,7 @@ void checkProgress(const emulator::Document& open, const WireTrace& trace)
     if (!trace.answered())
         return;
     const WireTrace::Progress is{static_cast<int>(open.phase), static_cast<int>(open.items.size())};
-    const auto isAt = [&is](const std::optional<WireTrace::Progress>& told) {
-        return told && told->phase == is.phase && told->positions == is.positions;
-    };
-    expect(isAt(trace.answered()) || isAt(trace.underWay()),
+    expect(trace.answered() == is || trace.underWay() == is,
         QStringLiteral("the open document is at %1 with %2 positions, its host was told of %3 with %4")
             .arg(is.phase)
             .arg(is.positions)
@@ -217,26 +219,23 @@ bool PowerCuts::checkState()
     emulator::Register device(clock);
     emulator::Memory(std::make_unique<emulator::StateFolder>(folder)).load(device);
     const QList<emulator::StoredDocument> documents = emulator::Memory::documentsOf(folder);
-    expect(documents.size() >= m_known.size(), QStringLiteral("documents are lost"));
-    QList<QString> signs;
-    for (const emulator::StoredDocument& document : documents)
-        signs.append(document.record.sign);
-    expect(std::equal(m_known.cbegin(), m_known.cend(), signs.cbegin()),
+    expect(documents.size() >= m_documents.size(), QStringLiteral("documents are lost"));
+    expect(std::equal(m_documents.cbegin(), m_documents.cend(), documents.cbegin(), haveSameSign),
         QStringLiteral("documents are other ones"));
     const WireTrace& trace = m_register.trace();
     for (const QByteArray& sign : trace.signs())
-        expect(signs.contains(QString::fromLatin1(sign)),
+        expect(std::any_of(documents.cbegin(), documents.cend(),
+                   [&sign](const auto& document) { return document.record.sign == QLatin1String(sign); }),
             QStringLiteral("the host was told of a document that is lost"));
     checkProgress(device.document(), trace);
     checkCounters(device, documents);
-    m_known = signs;
+    m_documents = documents;
     return device.document().isOpen();
 }
 
 qsizetype PowerCuts::receiptsOf(int number) const
 {
-    const auto documents = emulator::Memory::documentsOf(m_folder.filePath(QStringLiteral("state")));
-    return std::count_if(documents.cbegin(), documents.cend(),
+    return std::count_if(m_documents.cbegin(), m_documents.cend(),
         [number](const auto& document) { return nameOf(document) == goodsOf(number); });
 }
 
@@ -246,10 +245,10 @@ void PowerCuts::checkVerdict(int number, const Told& told) const
     expect(stored <= 1, QStringLiteral("the sale is in the fiscal drive %1 times").arg(stored));
     const QString outcome = told.answer.value(QStringLiteral("outcome")).toString();
     const qint64 document = told.answer.value(QStringLiteral("documentNumber")).toInteger();
-    expect(outcome != QStringLiteral("issued") || (document > 0 && document <= m_known.size()),
+    expect(outcome != QStringLiteral("issued") || (document > 0 && document <= m_documents.size()),
         QStringLiteral("issued as document %1, and the fiscal drive has %2")
             .arg(document)
-            .arg(m_known.size()));
+            .arg(m_documents.size()));
     // A report has no positions.
     const bool isSale = told.answer.contains(QStringLiteral("items"));
     expect(outcome != QStringLiteral("issued") || !isSale || stored == 1,
@@ -281,7 +280,7 @@ void PowerCuts::settle(int number, const QStringList& command)
 void PowerCuts::print() const
 {
     std::printf("power cuts: %d, no violation; documents in the fiscal drive: %lld\n", m_plan.cuts,
-        static_cast<long long>(m_known.size()));
+        static_cast<long long>(m_documents.size()));
     std::printf("cuts inside an open document: %d\n", m_counts.insideDocument);
     std::printf("sales that were stored before their host was told: %d\n", m_counts.untold);
     for (auto status = m_counts.statuses.cbegin(); status != m_counts.statuses.cend(); ++status)

@@ -1,10 +1,16 @@
 #pragma once
 
 #include "random.h"
+#include "register/storeddocument.h"
 #include "registerprocess.h"
 
 #include <QJsonObject>
+#include <QList>
+#include <QMap>
+#include <QProcess>
 #include <QTemporaryDir>
+
+#include <optional>
 
 /// Sales over real programs whose register loses its power again and again: it is killed in the middle of its
 /// work, and what its state has afterwards is compared with what its hosts were told.
@@ -56,6 +62,7 @@ private:
     void checkVerdict(int number, const Told& told) const;
     /// The host asks until it knows what has become of the sale, and sells what was not sold.
     void settle(int number, const QStringList& command);
+    /// How often the sale is among the documents.
     qsizetype receiptsOf(int number) const;
     void print() const;
 
@@ -64,7 +71,7 @@ private:
     Random m_random;
     RegisterProcess m_register;
     QString m_protocol;
-    /// Signs of all documents, in the order of their numbers.
-    QList<QString> m_known;
+    /// All documents as they were when the state was checked last, in the order of their numbers.
+    QList<emulator::StoredDocument> m_documents;
     Counts m_counts;
 };

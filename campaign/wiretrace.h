@@ -16,6 +16,8 @@ public:
     {
         int phase = 0;
         int positions = 0;
+
+        bool operator==(const Progress&) const = default;
     };
 
     void feed(const QByteArray& text);
@@ -43,7 +45,6 @@ private:
     QByteArray m_rest;
     QByteArray m_other;
     QByteArray m_request;
-    QByteArray m_answer;
     bool m_isReady = false;
     bool m_hasClosing = false;
     int m_lines = 0;
