@@ -1,5 +1,7 @@
 #include "tape/pagetext.h"
 
+#include "tape/wrapping.h"
+
 namespace tape {
 
 namespace {
@@ -45,12 +47,13 @@ QString textOf(const Cells& cells)
     return cells.attributes.testFlag(Attribute::DoubleWidth) ? spaced(cells.text) : cells.text;
 }
 
-QStringList wrapped(const QString& text, int width, const QString& marks = {})
+// The marks are repeated on each line that the text does not fit on.
+QStringList marked(const Cells& cells, int width)
 {
+    const QString marks = marksOf(cells.attributes);
     QStringList lines;
-    const qsizetype room = width - marks.size();
-    for (qsizetype start = 0; start < text.size() || start == 0; start += room)
-        lines.append(marks + text.mid(start, room));
+    for (const QString& piece : wrapped(textOf(cells), width - marks.size()))
+        lines.append(marks + piece);
     return lines;
 }
 
@@ -73,10 +76,8 @@ struct Teller
 
     QStringList operator()(const TextLine& line) const
     {
-        // The mark is repeated on each line that the text does not fit on.
         if (line.cells.size() == 1)
-            return wrapped(
-                textOf(line.cells.constFirst()), width, marksOf(line.cells.constFirst().attributes));
+            return marked(line.cells.constFirst(), width);
         QString text;
         for (const Cells& cells : line.cells)
             text += marksOf(cells.attributes) + textOf(cells);

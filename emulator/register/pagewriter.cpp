@@ -2,20 +2,9 @@
 
 #include "register/parts.h"
 #include "register/settingtable.h"
+#include "tape/wrapping.h"
 
 namespace emulator {
-
-namespace {
-
-QStringList wrapped(const QString& text, int width)
-{
-    QStringList lines;
-    for (qsizetype start = 0; start < text.size() || start == 0; start += width)
-        lines.append(text.mid(start, width));
-    return lines;
-}
-
-} // namespace
 
 PageWriter::PageWriter(const Parts& parts)
     : PageWriter(parts, parts.settings.paperWidth())
@@ -30,14 +19,14 @@ PageWriter::PageWriter(const Parts& parts, int width)
 
 PageWriter& PageWriter::text(const QString& text, tape::Attributes attributes)
 {
-    for (const QString& piece : wrapped(text, tape::columns(attributes, m_page.width)))
+    for (const QString& piece : tape::wrapped(text, tape::columns(attributes, m_page.width)))
         add(tape::TextLine::of(piece, attributes));
     return *this;
 }
 
 PageWriter& PageWriter::centred(const QString& text)
 {
-    for (const QString& piece : wrapped(text, m_page.width))
+    for (const QString& piece : tape::wrapped(text, m_page.width))
         line(QString((m_page.width - piece.size()) / 2, QLatin1Char(' ')) + piece);
     return *this;
 }
