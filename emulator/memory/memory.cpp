@@ -4,8 +4,6 @@
 #include "memory/registerstate.h"
 #include "register/register.h"
 
-#include <QJsonDocument>
-
 namespace emulator {
 
 namespace {
@@ -16,13 +14,6 @@ RegisterMemory shifted(RegisterMemory memory, qint64 milliseconds)
     memory.clockOffset += milliseconds;
     memory.state.drawer.openedAt -= milliseconds;
     return memory;
-}
-
-DocumentRow rowOf(const StoredDocument& document)
-{
-    return {document.record.number, registerstate::writtenRecord(document.record),
-        QJsonDocument(document.entry).toJson(QJsonDocument::Compact),
-        registerstate::writtenPage(document.page)};
 }
 
 void checkDocuments(const RegisterMemory& memory, const QList<StoredDocument>& documents)
@@ -72,7 +63,7 @@ void Memory::save(const Register& device)
             change.gone.append(part.key());
     }
     for (const StoredDocument& document : device.drive().documentsFrom(m_lastDocument + 1))
-        change.documents.append(rowOf(document));
+        change.documents.append(registerstate::written(document));
     if (change.isEmpty())
         return;
     m_store.write(change);
@@ -89,13 +80,11 @@ QList<StoredDocument> Memory::read(const QList<DocumentRow>& rows)
 {
     QList<StoredDocument> documents;
     for (const DocumentRow& row : rows) {
-        const QString name = QStringLiteral("document %1").arg(row.number);
-        const FiscalRecord record = registerstate::readRecord(row.record, name);
+        const StoredDocument document = registerstate::readDocument(row);
         // Without a gap from the first one on.
-        if (row.number != documents.size() + 1 || record.number != row.number)
-            throw MemoryError(QStringLiteral("damaged: %1 is out of order").arg(name));
-        documents.append({record, registerstate::readEntry(row.entry, name + QStringLiteral(".entry")),
-            registerstate::readPage(row.page, name + QStringLiteral(".page"))});
+        if (row.number != documents.size() + 1 || document.record.number != row.number)
+            throw MemoryError(QStringLiteral("damaged: document %1 is out of order").arg(row.number));
+        documents.append(document);
     }
     return documents;
 }

@@ -150,33 +150,21 @@ RegisterMemory readMemory(const States& states)
     return memory;
 }
 
-QByteArray writtenRecord(const FiscalRecord& record)
+DocumentRow written(const StoredDocument& document)
 {
-    return compact(StateWriter::encoded(record));
+    return {document.record.number, compact(StateWriter::encoded(document.record)), compact(document.entry),
+        compact(StateWriter::encoded(document.page))};
 }
 
-QByteArray writtenPage(const tape::Page& page)
+StoredDocument readDocument(const DocumentRow& row)
 {
-    return compact(StateWriter::encoded(page));
-}
-
-FiscalRecord readRecord(const QByteArray& json, const QString& name)
-{
-    FiscalRecord record;
-    StateReader::decode(objectOf(json, name), name, record);
-    return record;
-}
-
-QJsonObject readEntry(const QByteArray& json, const QString& name)
-{
-    return objectOf(json, name);
-}
-
-tape::Page readPage(const QByteArray& json, const QString& name)
-{
-    tape::Page page;
-    StateReader::decode(objectOf(json, name), name, page);
-    return page;
+    const QString name = QStringLiteral("document %1").arg(row.number);
+    const QString pageName = name + QStringLiteral(".page");
+    StoredDocument document;
+    StateReader::decode(objectOf(row.record, name), name, document.record);
+    document.entry = objectOf(row.entry, name + QStringLiteral(".entry"));
+    StateReader::decode(objectOf(row.page, pageName), pageName, document.page);
+    return document;
 }
 
 } // namespace emulator::registerstate

@@ -1,17 +1,17 @@
 #pragma once
 
-#include "register/fiscalrecord.h"
+#include "memory/documentrow.h"
 #include "register/identity.h"
 #include "register/registermemory.h"
+#include "register/storeddocument.h"
 
 #include <QByteArray>
 #include <QMap>
 
 namespace emulator {
 
-struct StoredDocument;
-
-/// What a register keeps as the parts that a state has on disk: JSON by the name of the part.
+/// What a register keeps as a state has it on disk: its parts as JSON by the name of the part, and a row for
+/// each of its documents.
 namespace registerstate {
 
 using States = QMap<QString, QByteArray>;
@@ -21,11 +21,9 @@ States written(const Identity& identity, const RegisterMemory& memory);
 Identity readIdentity(const States& states);
 RegisterMemory readMemory(const States& states);
 
-QByteArray writtenRecord(const FiscalRecord& record);
-QByteArray writtenPage(const tape::Page& page);
-FiscalRecord readRecord(const QByteArray& json, const QString& name);
-QJsonObject readEntry(const QByteArray& json, const QString& name);
-tape::Page readPage(const QByteArray& json, const QString& name);
+DocumentRow written(const StoredDocument& document);
+/// Throws MemoryError when a column is not good.
+StoredDocument readDocument(const DocumentRow& row);
 
 } // namespace registerstate
 
