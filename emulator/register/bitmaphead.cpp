@@ -15,8 +15,8 @@ std::optional<BitmapHead> BitmapHead::read(const QByteArray& bytes)
     const char* const data = bytes.constData();
     // Rows that are told from the top downwards have a negative height.
     const qint64 height = qFromLittleEndian<qint32>(data + heightAt);
-    return BitmapHead{
-        qFromLittleEndian<qint32>(data + widthAt), qAbs(height), qFromLittleEndian<qint16>(data + depthAt)};
+    return BitmapHead{qFromLittleEndian<qint32>(data + widthAt), qAbs(height),
+        qFromLittleEndian<qint16>(data + depthAt), height > 0};
 }
 
 } // namespace emulator

@@ -10,7 +10,6 @@ namespace {
 
 constexpr qsizetype dotsAt = 10;
 constexpr qsizetype headSizeAt = 14;
-constexpr qsizetype heightAt = 22;
 constexpr qsizetype compressionAt = 30;
 
 /// Rows begin at multiples of four bytes.
@@ -61,11 +60,11 @@ bool isReadable(const QByteArray& bitmap, const BitmapHead& head)
 QByteArray rowsOf(const QByteArray& bitmap, const BitmapHead& head)
 {
     const qint64 dots = numberAt<quint32>(bitmap, dotsAt);
-    const bool isUpsideDown = numberAt<qint32>(bitmap, heightAt) > 0;
     const bool isOneTheBlack = isOneBlack(bitmap);
     QByteArray rows;
     for (qint64 row = 0; row < head.height; ++row) {
-        const qint64 from = dots + storedRowSize(head.width) * (isUpsideDown ? head.height - 1 - row : row);
+        const qint64 from
+            = dots + storedRowSize(head.width) * (head.isUpsideDown ? head.height - 1 - row : row);
         rows += blackDots(bitmap.mid(from, tape::Picture::rowSize(head.width)), head.width, isOneTheBlack);
     }
     return rows;
