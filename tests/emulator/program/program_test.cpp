@@ -313,15 +313,9 @@ TEST(Program, DriveIsWhatTheOptionsSayAndFaultsOfTheOtherProtocolAreTold)
 {
     Program program({"--tcp", "0", "--drive-phase", "closed", "--drive-documents-left", "3", "--faults",
         "answer:2.2005@1"});
-    QTcpSocket socket;
-    socket.connectToHost("127.0.0.1", program.ready().section(':', -1).toUShort());
-    ASSERT_TRUE(socket.waitForConnected(patience));
-    Rig host;
-    socket.write(host.frame({0xA4, {}}));
-    QByteArray answer;
-    while (host.parse(answer).code != 0 && socket.waitForReadyRead(patience))
-        answer += socket.readAll();
-    EXPECT_EQ(host.parse(answer).fields, (QList<QByteArray>{"7", "0", "0", "0", "4"}));
+    const Reply drive = sendAll(program.ready(), {0xA4});
+    EXPECT_EQ(drive.code, 0);
+    EXPECT_EQ(drive.fields, (QList<QByteArray>{"7", "0", "0", "0", "4"}));
     program.stop(SIGTERM);
     EXPECT_EQ(program.process.readAllStandardError(),
         "spf-emulator: the fault answer:2.2005 is one of XML and does not happen\n");
