@@ -1,7 +1,6 @@
 #include "memory/memory.h"
 
 #include "memory/memoryerror.h"
-#include "memory/registerstate.h"
 #include "register/register.h"
 
 namespace emulator {
@@ -51,8 +50,8 @@ void Memory::load(Register& device, qint64 sourceAhead)
 
 void Memory::save(const Register& device)
 {
-    const QMap<QString, QByteArray> states
-        = registerstate::written(device.identity(), shifted(device.memory(), m_sourceAhead));
+    m_written = registerstate::written(device.identity(), shifted(device.memory(), m_sourceAhead), m_written);
+    const registerstate::States& states = m_written.states;
     StateChange change;
     for (auto part = states.cbegin(); part != states.cend(); ++part) {
         if (m_saved.value(part.key()) != part.value())

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "memory/registerstate.h"
 #include "memory/statefolder.h"
 #include "memory/statestore.h"
 #include "register/identity.h"
@@ -39,7 +40,9 @@ private:
     StateStore m_store;
     qint64 m_sourceAhead = 0;
     /// What is on the disk.
-    QMap<QString, QByteArray> m_saved;
+    registerstate::States m_saved;
+    /// What was made for the disk last, even if it did not get there.
+    registerstate::Written m_written;
     quint32 m_lastDocument = 0;
 };
 

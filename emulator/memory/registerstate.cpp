@@ -54,11 +54,15 @@ QString partOf(const char* list, qsizetype index)
 }
 
 template <typename T>
-void writeList(States& states, const char* list, const QList<T>& values)
+void writeList(States& states, const char* list, const QList<T>& values, const States& writtenBefore,
+    const QList<T>& before)
 {
-    for (qsizetype start = 0; start <= values.size(); start += valuesOfPart)
-        states[partOf(list, start / valuesOfPart)]
-            = compact(StateWriter::encoded(values.mid(start, valuesOfPart)));
+    for (qsizetype start = 0; start <= values.size(); start += valuesOfPart) {
+        const QString name = partOf(list, start / valuesOfPart);
+        const QList<T> some = values.mid(start, valuesOfPart);
+        const bool isWritten = writtenBefore.contains(name) && some == before.mid(start, valuesOfPart);
+        states[name] = isWritten ? writtenBefore.value(name) : compact(StateWriter::encoded(some));
+    }
 }
 
 template <typename T>
@@ -93,7 +97,7 @@ void readParameters(const QMap<QString, QString>& named, RegisterMemory& memory)
 
 } // namespace
 
-States written(const Identity& identity, const RegisterMemory& memory)
+Written written(const Identity& identity, const RegisterMemory& memory, const Written& before)
 {
     const State& state = memory.state;
     const QMap<QString, QJsonValue> parts{
@@ -113,9 +117,11 @@ States written(const Identity& identity, const RegisterMemory& memory)
     States states;
     for (auto part = parts.cbegin(); part != parts.cend(); ++part)
         states[part.key()] = compact(part.value());
-    writeList(states, "positions", state.open.document.items);
-    writeList(states, "body", state.open.document.body);
-    return states;
+    const Document& document = state.open.document;
+    const Document& documentBefore = before.memory.state.open.document;
+    writeList(states, "positions", document.items, before.states, documentBefore.items);
+    writeList(states, "body", document.body, before.states, documentBefore.body);
+    return {memory, states};
 }
 
 Identity readIdentity(const States& states)

@@ -16,7 +16,15 @@ namespace registerstate {
 
 using States = QMap<QString, QByteArray>;
 
-States written(const Identity& identity, const RegisterMemory& memory);
+/// The parts, and what they were written of.
+struct Written
+{
+    RegisterMemory memory;
+    States states;
+};
+
+/// A part of a long list that is as it was before is not written anew.
+Written written(const Identity& identity, const RegisterMemory& memory, const Written& before);
 /// Throws MemoryError when a part is missing or not good.
 Identity readIdentity(const States& states);
 RegisterMemory readMemory(const States& states);

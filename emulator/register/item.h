@@ -41,6 +41,8 @@ struct Item
 
     Money sum() const { return positionSum(price, quantity) + rounding; }
     QJsonObject toJson() const;
+
+    bool operator==(const Item&) const = default;
 };
 
 Money sumOf(const QList<Item>& items);

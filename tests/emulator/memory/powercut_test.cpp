@@ -1,6 +1,7 @@
 // A register that loses its power behind each request goes on as one that never does.
 
 #include "memory/memory.h"
+#include "memory/statestore.h"
 #include "rig.h"
 #include "xmlrig.h"
 
@@ -65,6 +66,8 @@ protected:
         for (const emulator::RefusedRequest& request : whole.device.refusals().all())
             refused.append(request.command);
         cutPower();
+        wholeMemory.save(whole.device);
+        EXPECT_EQ(partsIn(wholeDirectory), partsIn(directory));
         for (const QByteArray& question : questions())
             EXPECT_EQ(cut->exchange(question).toStdString(), whole.exchange(question).toStdString())
                 << question.toStdString();
@@ -105,10 +108,19 @@ protected:
         return std::make_unique<emulator::StateFolder>(directory.path());
     }
 
+    static QMap<QString, QByteArray> partsIn(const QTemporaryDir& directory)
+    {
+        const QString file = emulator::StateFolder::stateFileOf(directory.path());
+        return emulator::StateStore(file, emulator::Database::Access::ReadOnly).parts();
+    }
+
     QTemporaryDir directory;
+    QTemporaryDir wholeDirectory;
     Rig hex;
     XmlRig xml;
     Device whole;
+    /// Of the register that keeps its power: it writes only what has changed since.
+    emulator::Memory wholeMemory{std::make_unique<emulator::StateFolder>(wholeDirectory.path())};
     std::unique_ptr<Device> cut;
     QStringList tape;
     /// Commands of refused requests.
