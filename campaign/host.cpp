@@ -34,7 +34,7 @@ Host::Host(Rig& rig, Protocol protocol, Report& report)
     : m_rig(rig)
     , m_driver(rig.driver())
     , m_protocol(protocol)
-    , m_markReading(sale::markReadingFor(protocol == Protocol::Hex))
+    , m_line(protocol == Protocol::Hex ? receipt::Protocol::Hex : receipt::Protocol::Xml, true)
     , m_report(report)
 {
     m_rig.watch = [this](const char* name, const std::function<void()>& work) { call(name, work); };
@@ -130,6 +130,14 @@ void Host::prepare()
     m_driver.openShift();
 }
 
+sale::IssueOptions Host::options() const
+{
+    sale::IssueOptions options{m_line};
+    if (m_known)
+        options.known = sale::KnownMark{*m_known, true};
+    return options;
+}
+
 SaleResult Host::sell(const receipt::Receipt& receipt, Random* faults)
 {
     if (m_rig.clock.milliseconds() - m_shiftOpened > longestShift)
@@ -137,7 +145,8 @@ SaleResult Host::sell(const receipt::Receipt& receipt, Random* faults)
     m_closeFailed = false;
     m_fatal = std::nullopt;
     setFaults(faults, &Rates::usual);
-    const sale::IssueResult issued = sale::issueReceipt(m_driver, receipt, {m_markReading});
+    const sale::IssueResult issued = sale::issueReceipt(m_driver, receipt, options());
+    m_known = issued.failure ? std::nullopt : issued.after;
     if (issued.failure && !issued.failure->isOfDriver)
         std::rethrow_exception(issued.failure->exception);
     SaleResult result;
@@ -147,7 +156,7 @@ SaleResult Host::sell(const receipt::Receipt& receipt, Random* faults)
     if (issued.failure) {
         result.failure = issued.failure->text;
         if (m_closeFailed)
-            result.verdict = issued.isFinal ? issued.verdict.outcome : askAgain(issued.before);
+            result.verdict = issued.isFinal ? issued.verdict.outcome : askAgain(issued);
         recover(faults);
         m_report.addInjected(m_rig.line.takeInjected());
     }
@@ -164,12 +173,12 @@ void Host::reconnect(bool reopen)
     m_driver.connect();
 }
 
-sale::Outcome Host::askAgain(const sale::DriveMark& before)
+sale::Outcome Host::askAgain(const sale::IssueResult& issued)
 {
     for (int i = 0; i < patience; ++i) {
         try {
             reconnect(true);
-            return sale::settle(m_driver, before, m_markReading).outcome;
+            return sale::settle(m_driver, issued.before, issued.ours, m_line).outcome;
         } catch (const BasicException&) {
             // Asked again, as long as there is hope.
         }

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "drivemark.h"
-#include "markreading.h"
+#include "issueoptions.h"
+#include "issueresult.h"
+#include "registerline.h"
 #include "report.h"
 #include "rig.h"
 #include "saleresult.h"
@@ -34,6 +35,7 @@ public:
     SaleResult sell(const receipt::Receipt& receipt, Random* faults);
 
 private:
+    sale::IssueOptions options() const;
     void setFaults(Random* faults, int Rates::*rate);
     void call(const char* name, const std::function<void()>& work);
     void meetFailure(const char* name);
@@ -42,7 +44,7 @@ private:
     void checkFrames(const char* name, const QList<QByteArray>& requests) const;
     /// A port that is closed and opened again has thrown away the late answers.
     void reconnect(bool reopen);
-    sale::Outcome askAgain(const sale::DriveMark& before);
+    sale::Outcome askAgain(const sale::IssueResult& issued);
     void recover(Random* faults);
     bool restore(bool reopen);
     void prepare();
@@ -51,10 +53,12 @@ private:
     Rig& m_rig;
     AbstractFrDriver& m_driver;
     const Protocol m_protocol;
-    const sale::MarkReading m_markReading;
+    const sale::RegisterLine m_line;
     Report& m_report;
     Random* m_faults = nullptr;
     qint64 m_shiftOpened = 0;
+    /// Behind a sale that went well.
+    std::optional<sale::DriveMark> m_known;
     bool m_closeFailed = false;
     /// Those of the sale up to its failure.
     std::optional<QList<FaultKind>> m_fatal;

@@ -38,6 +38,13 @@ public:
     void resetFont() override { watched("resetFont", [this] { Driver::resetFont(); }); }
     void barcodePrint(const Barcode& barcode) override { watched("barcodePrint", [&] { Driver::barcodePrint(barcode); }); }
     QJsonObject zReport() override { return watched("zReport", [this] { return Driver::zReport(); }); }
+    KkmRegisterBeg getKkmRegisterBeg() override
+    { return watched("getKkmRegisterBeg", [this] { return Driver::getKkmRegisterBeg(); }); }
+    QString getFrDocNum() override { return watched("getFrDocNum", [this] { return Driver::getFrDocNum(); }); }
+    QMap<int, double> getCheckCounters(hw::fr::CheckType type) override
+    { return watched("getCheckCounters", [&] { return Driver::getCheckCounters(type); }); }
+    MoneyCounters getMoneyCounters(hw::fr::CheckType type) override
+    { return watched("getMoneyCounters", [&] { return Driver::getMoneyCounters(type); }); }
     FnInfo getFnInfo() override { return watched("getFnInfo", [this] { return Driver::getFnInfo(); }); }
     int checkMarkingCode(const MarkedPosition& position, bool recheck) override
     { return watched("checkMarkingCode", [&] { return Driver::checkMarkingCode(position, recheck); }); }

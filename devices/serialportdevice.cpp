@@ -6,6 +6,7 @@
 #include <QSocketNotifier>
 
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -105,6 +106,8 @@ bool SerialPortDevice::open()
     m_hasModemLines = true;
     const bool opened = m_port.open(QIODevice::ReadWrite);
     m_error = opened ? QString() : m_port.errorString();
+    ++m_connections;
+    m_soleConnection = opened && ::ioctl(m_port.handle(), TIOCEXCL) == 0 ? m_connections : 0;
     // Or an event loop of the host would make the port receive bytes that nobody looks for there.
     for (QSocketNotifier* notifier : m_port.findChildren<QSocketNotifier*>())
         notifier->setEnabled(false);

@@ -22,6 +22,7 @@ public:
     ~SerialPortDevice() override;
 
     QString errorString() const override { return m_error; }
+    quint64 soleConnection() const override { return m_port.isOpen() ? m_soleConnection : 0; }
     QString getDeviceName() const override;
     bool setBaudRate(QSerialPort::BaudRate baudRate) override;
     QSerialPort::BaudRate getBaudRate() const override;
@@ -59,6 +60,8 @@ private:
     /// The state that was asked for last, where the line cannot tell.
     bool m_dataTerminalReady = false;
     bool m_hasModemLines = true;
+    quint64 m_connections = 0;
+    quint64 m_soleConnection = 0;
 };
 
 } // namespace devices

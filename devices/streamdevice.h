@@ -31,6 +31,10 @@ public:
     /// Why open() or the last write failed, in the system's words.
     virtual QString errorString() const = 0;
 
+    /// A number for the open connection, another one for each that is opened, while no other program of this
+    /// machine can open the line; 0 when one can, or when the line is closed.
+    virtual quint64 soleConnection() const { return 0; }
+
     /// Bytes that came before the other end hung up can still be read, so it counts as open until then.
     bool isOpen() const override { return hasInput() || isLineOpen(); }
     void close() override;

@@ -123,7 +123,7 @@ Complaint complaintOf(const std::exception_ptr& exception)
         complaint.bits = error.bits().constFirst();
         return complaint;
     } catch (const RegisterError& error) {
-        return {exitStatusOf(error.verdict().outcome), QString::fromUtf8(error.what()), error.exceptionName(),
+        return {exitStatusOf(error.verdict()), QString::fromUtf8(error.what()), error.exceptionName(),
             error.verdict(), error.isNotOpened()};
     } catch (const Interrupted& error) {
         return {ExitInterrupted, QStringLiteral("interrupted"), QStringLiteral("Interrupted"),

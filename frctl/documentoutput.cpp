@@ -60,6 +60,12 @@ QJsonObject receiptJson(const receipt::Receipt& receipt, const sale::IssueResult
     return json;
 }
 
+/// Over HEX the number is not asked for, and mostly not known.
+QString numberText(const sale::Verdict& verdict)
+{
+    return verdict.number == 0 ? QString() : QStringLiteral(", document %1").arg(verdict.number);
+}
+
 QString markLine(const sale::MarkCheck& mark)
 {
     return QStringLiteral("marking code %1: %2").arg(receipt::shownText(mark.markingCode)).arg(mark.result);
@@ -72,17 +78,21 @@ QJsonObject documentJson(const sale::Verdict& verdict)
     QJsonObject json;
     if (verdict.outcome != sale::Outcome::None)
         json.insert(QStringLiteral("outcome"), sale::outcomeName(verdict.outcome));
-    if (verdict.number != 0)
+    if (verdict.number != 0) {
         json.insert(QStringLiteral("documentNumber"), static_cast<qint64>(verdict.number));
+        json.insert(QStringLiteral("documentNumberRead"), verdict.isNumberRead);
+    }
+    if (verdict.outcome == sale::Outcome::Issued && verdict.times > 1)
+        json.insert(QStringLiteral("times"), verdict.times);
     return json;
 }
 
 Output receiptOutput(const receipt::Receipt& receipt, const sale::IssueResult& result)
 {
     Output output;
-    output.lines = {QStringLiteral("receipt issued: total %1, paid %2, change %3, document %4")
-                        .arg(moneyText(result.total), moneyText(result.paid), moneyText(result.change),
-                            QString::number(result.verdict.number))};
+    output.lines = {QStringLiteral("receipt issued: total %1, paid %2, change %3")
+                        .arg(moneyText(result.total), moneyText(result.paid), moneyText(result.change))
+        + numberText(result.verdict)};
     for (const sale::MarkCheck& mark : result.marks)
         output.lines.append(markLine(mark));
     output.json = receiptJson(receipt, result);

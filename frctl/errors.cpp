@@ -25,11 +25,11 @@ QString hostErrorName()
     return QStringLiteral("HostError");
 }
 
-ExitStatus exitStatusOf(sale::Outcome outcome)
+ExitStatus exitStatusOf(const sale::Verdict& verdict)
 {
-    switch (outcome) {
+    switch (verdict.outcome) {
     case sale::Outcome::Issued:
-        return ExitIssued;
+        return verdict.times > 1 ? ExitFailure : ExitIssued;
     case sale::Outcome::NotIssued:
         return ExitNotIssued;
     case sale::Outcome::Unknown:

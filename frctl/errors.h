@@ -131,8 +131,8 @@ private:
 
 /// What the JSON calls a failure of the host's own side.
 QString hostErrorName();
-/// Exit status for a document that failed with that outcome.
-ExitStatus exitStatusOf(sale::Outcome outcome);
+/// Exit status for a document that failed with that verdict.
+ExitStatus exitStatusOf(const sale::Verdict& verdict);
 /// Throws what a failed document leaves the program with: RegisterError or Interrupted with the verdict;
 /// whatever is neither of the register nor of the journal, as it came.
 [[noreturn]] void throwFailure(const sale::Failure& failure, const sale::Verdict& verdict);

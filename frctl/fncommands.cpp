@@ -2,8 +2,8 @@
 
 #include "abstractfrdriver.h"
 #include "errors.h"
-#include "numbereddocument.h"
 #include "receiptnames.h"
+#include "witnesseddocument.h"
 
 #include <QJsonArray>
 
@@ -83,8 +83,8 @@ QList<TaxSystemType> taxSystemsFromText(const QString& text)
     return systems;
 }
 
-Output registration(AbstractFrDriver& driver, sale::MarkReading reading, const QList<TaxSystemType>& systems,
-    const QString& cashierName)
+Output registration(AbstractFrDriver& driver, const sale::RegisterLine& line,
+    const QList<TaxSystemType>& systems, const QString& cashierName)
 {
     QStringList registered;
     const auto registerAnew = [&] {
@@ -94,7 +94,8 @@ Output registration(AbstractFrDriver& driver, sale::MarkReading reading, const Q
         for (const TaxSystemType system : driver.getAllTaxSystems())
             registered.append(TaxSystem::getDescription(system));
     };
-    const sale::Verdict verdict = issueNumbered(driver, reading, registerAnew, askBack);
+    const sale::Verdict verdict
+        = issueNumbered(driver, line, sale::DocumentKind::Report, registerAnew, askBack);
     return withVerdict({{QStringLiteral("registered: ") + registered.join(QStringLiteral(", "))},
                            {{QStringLiteral("taxSystems"), QJsonArray::fromStringList(registered)}}},
         verdict);
@@ -114,8 +115,8 @@ Task prepareRegistration(const Options& options)
         throw UsageError(QStringLiteral("registration needs --tax-systems"));
     const QList<TaxSystemType> systems = taxSystemsFromText(options.taxSystems);
     const QString cashierName = options.cashier.name;
-    return onRegister([systems, cashierName, reading = options.markReading()](AbstractFrDriver& driver) {
-        return registration(driver, reading, systems, cashierName);
+    return onRegister([systems, cashierName, line = options.line()](AbstractFrDriver& driver) {
+        return registration(driver, line, systems, cashierName);
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "errors.h"
 #include "plaintext.h"
+#include "portname.h"
 #include "showntext.h"
 #include "taxnumber.h"
 
@@ -26,6 +27,8 @@ constexpr OptionRow optionRows[] = {
     {"protocol", "HEX|XML", "Protocol of the register (XML)."},
     {"protocol-version", "TEXT", "Version of the control protocol that XML requests carry."},
     {"plugin", "FILE|DIR", "The driver plugin, or a folder to look for it; may be repeated."},
+    {"exclusive", "yes|no",
+        "Whether only programs of this machine that take its lock work the register (yes; no for tcp:)."},
     {"device-id", "N", "Number of the register, 0 to 19 (0)."},
     {"no-speed-enumeration", nullptr, "Keep to the last good speed when a connection is repeated."},
     {"option", "BIT=on|off", "Overrule a driver option, BIT as 0x10 or 16; may be repeated."},
@@ -110,6 +113,13 @@ sale::MarkPolicy markPolicy(const QString& text)
     return sale::MarkPolicy::Any;
 }
 
+bool exclusive(const QString& text)
+{
+    if (text != QStringLiteral("yes") && text != QStringLiteral("no"))
+        throw UsageError(QStringLiteral("--exclusive: \"%1\" is neither yes nor no").arg(text));
+    return text == QStringLiteral("yes");
+}
+
 unsigned deviceId(const QString& text)
 {
     bool ok = false;
@@ -163,6 +173,8 @@ void readValues(const QCommandLineParser& parser, Options& options)
     const auto value = [&parser](const char* name) { return parser.value(QString::fromLatin1(name)); };
     const auto isSet = [&parser](const char* name) { return parser.isSet(QString::fromLatin1(name)); };
     options.port = value("port");
+    options.isExclusive
+        = isSet("exclusive") ? exclusive(value("exclusive")) : !devices::isTcpName(options.port);
     options.protocolVersion = line("protocol-version", value("protocol-version"));
     options.plugins = parser.values(QStringLiteral("plugin"));
     options.speedEnumerate = !isSet("no-speed-enumeration");

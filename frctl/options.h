@@ -3,13 +3,14 @@
 #include "driveroptions.h"
 #include "fruser.h"
 #include "markpolicy.h"
-#include "markreading.h"
 #include "protocol.h"
+#include "registerline.h"
 #include "warnings.h"
 
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 namespace frctl {
@@ -30,6 +31,10 @@ struct Options
     /// How long to wait for a port that another program has.
     int waitSeconds = 0;
     bool speedEnumerate = true;
+    /// No other program works the register but those that take its lock on this machine.
+    bool isExclusive = true;
+    /// Filled by the session: see RegisterLine::connection.
+    std::shared_ptr<std::function<quint64()>> soleConnection = std::make_shared<std::function<quint64()>>();
     hw::fr::DriverOptions driverOptions;
     FrUser cashier;
     /// Names with commas between them.
@@ -66,8 +71,11 @@ struct Options
     {
         return isHex() ? receipt::Protocol::Hex : receipt::Protocol::Xml;
     }
-    /// HEX answers have a check value, XML answers have none.
-    sale::MarkReading markReading() const { return sale::markReadingFor(isHex()); }
+    /// The register and the line to it, as the verdicts on documents need to know them.
+    sale::RegisterLine line() const
+    {
+        return {receiptProtocol(), isExclusive, [told = soleConnection] { return *told ? (*told)() : 0; }};
+    }
 };
 
 /// Throws UsageError. The first argument is the program's name.

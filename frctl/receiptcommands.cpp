@@ -16,6 +16,7 @@
 #include "salejournal.h"
 #include "soldmarks.h"
 #include "textcheck.h"
+#include "witnesseddocument.h"
 
 #include <memory>
 
@@ -132,7 +133,7 @@ Task prepareReceipt(const Options& options, bool isReturn)
 {
     const QByteArray text = readFile(options.arguments.constFirst());
     receipt::CheckedReceipt checked = receipt::checkedReceipt(text, checkOptions(options));
-    Issue made{checked.receipt, {options.markReading(), nullptr, options.markPolicy}, options.warnings};
+    Issue made{checked.receipt, {options.line(), nullptr, options.markPolicy}, options.warnings};
     // A sale that is done already needs no register, and is no sale of the same goods again.
     if (!options.id.isEmpty()) {
         made.identified = std::make_shared<IdentifiedReceipt>(options.journalFile, options.id, text);
@@ -153,19 +154,18 @@ Task prepareReceipt(const Options& options, bool isReturn)
     return task;
 }
 
-Output moveCash(AbstractFrDriver& driver, hw::fr::CheckType type, qint64 sum, bool isHex)
+Output moveCash(AbstractFrDriver& driver, const sale::RegisterLine& line, hw::fr::CheckType type, qint64 sum)
 {
+    const bool isIn = type == hw::fr::CheckCashIn;
+
     sale::DocumentSteps steps;
     steps.open = [&] { driver.moneyCheckOpen(type, {}); };
     steps.close = [&] { driver.moneyCheckClose(roubles(sum)); };
     steps.finish = [&] { driver.moneyCheckWaitForPrint(); };
-    // Over XML there is nothing to cancel: the closing request is the document.
-    steps.cancelAfterClose = isHex;
-    runUnnumbered(driver, steps);
-    const QString text
-        = type == hw::fr::CheckCashIn ? QStringLiteral("cash in: %1") : QStringLiteral("cash out: %1");
-    return {{text.arg(moneyText(sum))}, {{QStringLiteral("sum"), roubles(sum)}}, ExitSuccess,
-        sale::Outcome::Issued};
+    const sale::Verdict verdict = issueWitnessed(
+        driver, line, {isIn ? sale::DocumentKind::CashIn : sale::DocumentKind::CashOut, {}, sum}, steps);
+    const QString text = isIn ? QStringLiteral("cash in: %1") : QStringLiteral("cash out: %1");
+    return {{text.arg(moneyText(sum))}, {{QStringLiteral("sum"), roubles(sum)}}, ExitSuccess, verdict};
 }
 
 Task prepareCash(const Options& options, hw::fr::CheckType type)
@@ -177,9 +177,8 @@ Task prepareCash(const Options& options, hw::fr::CheckType type)
         = ok && value > 0.0 && value < 1e8 ? receipt::fixedPoint(value, 2) : std::nullopt;
     if (!sum || *sum == 0)
         throw UsageError(QStringLiteral("%1: \"%2\" is not a sum as 100.50").arg(options.command, text));
-    const bool isHex = options.isHex();
-    return onRegister(
-        [type, sum, isHex](AbstractFrDriver& driver) { return moveCash(driver, type, *sum, isHex); });
+    return onRegister([type, sum, line = options.line()](
+                          AbstractFrDriver& driver) { return moveCash(driver, line, type, *sum); });
 }
 
 /// As much of a line, but no half of a character.

@@ -37,15 +37,17 @@ QString holderOf(const devices::PortLock& lock)
 
 RegisterSession::RegisterSession(const Options& options)
     : m_journalFile(options.journalFile)
-    , m_markReading(options.markReading())
+    , m_registerLine(options.line())
     , m_isJournalNeeded(!options.isReceipt() || !options.id.isEmpty())
     , m_warnings(options.warnings)
+    , m_soleConnection(options.soleConnection)
 {
     m_deviceObject = createDeviceObject(findPlugin(options.plugins));
     m_line = devices::createSerialDevice(options.port);
     if (!m_line)
         throw UsageError(QStringLiteral("--port: \"%1\" names no port").arg(options.port));
     lockPort(options);
+    *options.soleConnection = [line = m_line.get()] { return line->soleConnection(); };
     openLine(options);
     buildDriver(options);
     try {
@@ -60,6 +62,7 @@ RegisterSession::RegisterSession(const Options& options)
 RegisterSession::~RegisterSession()
 {
     closePort();
+    *m_soleConnection = {};
     if (m_isIdle)
         m_lock.leaveIdle();
 }
@@ -156,7 +159,7 @@ void RegisterSession::settleSales()
         return;
     try {
         sale::SaleJournal journal(m_journalFile);
-        m_settledSales = sale::settlePendingSales(*m_driver, journal, m_markReading);
+        m_settledSales = sale::settlePendingSales(*m_driver, journal, m_registerLine);
     } catch (const sale::JournalError& error) {
         if (m_isJournalNeeded)
             throw;

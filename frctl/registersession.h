@@ -60,10 +60,11 @@ private:
     AbstractFrDriver* m_driver = nullptr;
     bool m_isIdle = false;
     QString m_journalFile;
-    sale::MarkReading m_markReading;
+    sale::RegisterLine m_registerLine;
     /// A sale without an id goes on without it.
     bool m_isJournalNeeded;
     std::shared_ptr<Warnings> m_warnings;
+    std::shared_ptr<std::function<quint64()>> m_soleConnection;
     QList<sale::SettledSale> m_settledSales;
 };
 

@@ -2,8 +2,8 @@
 
 #include "abstractfrdriver.h"
 #include "errors.h"
-#include "numbereddocument.h"
 #include "shift.h"
+#include "witnesseddocument.h"
 
 namespace frctl {
 
@@ -22,22 +22,24 @@ Output xReport(AbstractFrDriver& driver)
     return printed(QStringLiteral("X report"), driver.xReport());
 }
 
-Output zReport(AbstractFrDriver& driver, sale::MarkReading reading)
+Output zReport(AbstractFrDriver& driver, const sale::RegisterLine& line)
 {
     // The drivers say it in their log only.
     if (!isShiftOpen(driver))
         return {{QStringLiteral("the shift was closed already")}, {{QStringLiteral("closed"), false}}};
     QJsonObject fiscalData;
-    const sale::Verdict verdict = issueNumbered(driver, reading, [&] { fiscalData = driver.zReport(); });
+    const sale::Verdict verdict = issueNumbered(
+        driver, line, sale::DocumentKind::ShiftClosing, [&] { fiscalData = driver.zReport(); });
     Output output{{QStringLiteral("shift closed")}, {{QStringLiteral("closed"), true}}};
     if (!fiscalData.isEmpty())
         output.json.insert(QStringLiteral("fiscalData"), fiscalData);
     return withVerdict(output, verdict);
 }
 
-Output accountingReport(AbstractFrDriver& driver, sale::MarkReading reading)
+Output accountingReport(AbstractFrDriver& driver, const sale::RegisterLine& line)
 {
-    const sale::Verdict verdict = issueNumbered(driver, reading, [&] { driver.accountingReport(); });
+    const sale::Verdict verdict
+        = issueNumbered(driver, line, sale::DocumentKind::Report, [&] { driver.accountingReport(); });
     return withVerdict(printed(QStringLiteral("report on the state of settlements")), verdict);
 }
 
@@ -72,14 +74,13 @@ Task prepareXReport(const Options&)
 
 Task prepareZReport(const Options& options)
 {
-    return onRegister(
-        [reading = options.markReading()](AbstractFrDriver& driver) { return zReport(driver, reading); });
+    return onRegister([line = options.line()](AbstractFrDriver& driver) { return zReport(driver, line); });
 }
 
 Task prepareAccountingReport(const Options& options)
 {
-    return onRegister([reading = options.markReading()](
-                          AbstractFrDriver& driver) { return accountingReport(driver, reading); });
+    return onRegister(
+        [line = options.line()](AbstractFrDriver& driver) { return accountingReport(driver, line); });
 }
 
 Task preparePrintDocument(const Options& options)

@@ -7,10 +7,10 @@
 #include "markjudgement.h"
 #include "marksyntax.h"
 #include "mockfactory.h"
-#include "numbereddocument.h"
 #include "plaintext.h"
 #include "shift.h"
 #include "textcheck.h"
+#include "witnesseddocument.h"
 
 #include <QJsonArray>
 
@@ -40,14 +40,14 @@ Output status(AbstractFrDriver& driver)
     return output;
 }
 
-Output openShift(AbstractFrDriver& driver, sale::MarkReading reading)
+Output openShift(AbstractFrDriver& driver, const sale::RegisterLine& line)
 {
     const auto open = [&driver] { driver.openShift(); };
     if (isShiftOpen(driver)) {
         open();
         return {{QStringLiteral("the shift was open already")}, {{QStringLiteral("opened"), false}}};
     }
-    const sale::Verdict verdict = issueNumbered(driver, reading, open);
+    const sale::Verdict verdict = issueNumbered(driver, line, sale::DocumentKind::ShiftOpening, open);
     return withVerdict({{QStringLiteral("shift opened")}, {{QStringLiteral("opened"), true}}}, verdict);
 }
 
@@ -113,8 +113,7 @@ Task prepareStatus(const Options&)
 
 Task prepareOpenShift(const Options& options)
 {
-    return onRegister(
-        [reading = options.markReading()](AbstractFrDriver& driver) { return openShift(driver, reading); });
+    return onRegister([line = options.line()](AbstractFrDriver& driver) { return openShift(driver, line); });
 }
 
 Task prepareCancel(const Options& options)

@@ -23,7 +23,7 @@ DocumentKind documentKindOf(const QString& name)
         if (name == QLatin1String(names.at(kind)))
             return static_cast<DocumentKind>(kind);
     }
-    return DocumentKind::Report;
+    return DocumentKind::OtherReceipt;
 }
 
 } // namespace sale

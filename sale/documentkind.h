@@ -31,7 +31,7 @@ constexpr bool isCash(DocumentKind kind)
 /// The name in JSON and in the journal: "sell", "sellReturn", "receipt", "cashIn", "cashOut", "openShift",
 /// "closeShift", "report".
 QString documentKindName(DocumentKind kind);
-/// Report for a name that is none.
+/// OtherReceipt for a name that is none.
 DocumentKind documentKindOf(const QString& name);
 
 } // namespace sale

@@ -41,9 +41,9 @@ Verdict IdentifiedSale::verdict() const
     return known.outcome == Outcome::None ? Outcome::Unknown : known;
 }
 
-void IdentifiedSale::begin(const DriveMark& before, const MarkEntry& marks)
+void IdentifiedSale::begin(const DriveMark& before, const MarkEntry& marks, const Movement& ours)
 {
-    m_journal.begin(m_id, m_receipt, before, marks);
+    m_journal.begin(m_id, m_receipt, before, marks, ours);
 }
 
 void IdentifiedSale::settle(const Verdict& verdict)

@@ -27,7 +27,7 @@ public:
     Verdict verdict() const;
 
     /// Before the document is opened.
-    void begin(const DriveMark& before, const MarkEntry& marks = {});
+    void begin(const DriveMark& before, const MarkEntry& marks = {}, const Movement& ours = {});
     /// When the outcome is known.
     void settle(const Verdict& verdict);
 

@@ -4,6 +4,7 @@
 #include "failure.h"
 #include "finding.h"
 #include "markcheck.h"
+#include "movement.h"
 #include "verdict.h"
 
 #include <QJsonObject>
@@ -26,10 +27,15 @@ struct IssueResult
     /// was lost, or paper that ran out.
     std::optional<Failure> failure;
     /// False while the verdict may still be found out, because the register could not be asked, or because of
-    /// an interruption. The host keeps the mark and calls settle after its next connect, before init.
+    /// an interruption. The host keeps before and ours and calls settle after its next connect, before init.
     bool isFinal = true;
-    /// The fiscal drive before the document.
+    /// The register before the document, and what the document would move: keep both while the verdict is not
+    /// final.
     DriveMark before;
+    Movement ours;
+    /// The register behind a document that was closed well: the mark before the next one on an exclusive
+    /// register.
+    std::optional<DriveMark> after;
     /// Kopecks. The change is what was paid above the total, in cash.
     qint64 total = 0;
     qint64 paid = 0;

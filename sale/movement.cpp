@@ -59,6 +59,60 @@ Movement Movement::fromJson(const QJsonObject& json)
         paymentsOf(json.value(movedPaymentsKey).toObject()), json.value(movedCashKey).toInteger()};
 }
 
+namespace {
+
+void moveReceipt(DriveMark& mark, const Movement& ours)
+{
+    if (mark.nextReceipt)
+        ++*mark.nextReceipt;
+    if (mark.drawer)
+        *mark.drawer += ours.kind == DocumentKind::Sale ? ours.payments.value(0) : -ours.payments.value(0);
+    if (!mark.sums.contains(ours.kind))
+        return;
+    PaymentSums& sums = mark.sums[ours.kind];
+    for (auto payment = ours.payments.cbegin(); payment != ours.payments.cend(); ++payment)
+        sums[payment.key()] += payment.value();
+}
+
+void moveCash(DriveMark& mark, const Movement& ours)
+{
+    if (mark.drawer)
+        *mark.drawer += ours.kind == DocumentKind::CashIn ? ours.cash : -ours.cash;
+    if (mark.cash.contains(ours.kind)) {
+        ++mark.cash[ours.kind].count;
+        mark.cash[ours.kind].sum += ours.cash;
+    }
+}
+
+/// What is told of a shift holds no longer in the next one.
+void moveShift(DriveMark& mark, const Movement& ours)
+{
+    if (ours.kind == DocumentKind::Report)
+        return;
+    const DriveMark drive{mark.drive, mark.lastDocument, mark.isNumberRead};
+    mark = drive;
+    mark.isShiftOpen = ours.kind == DocumentKind::ShiftOpening;
+}
+
+} // namespace
+
+DriveMark markAfter(const DriveMark& before, const Movement& ours)
+{
+    DriveMark mark = before;
+    if (isCash(ours.kind)) {
+        moveCash(mark, ours);
+        return mark;
+    }
+    if (mark.lastDocument != 0)
+        ++mark.lastDocument;
+    mark.isNumberRead = false;
+    if (isReceipt(ours.kind))
+        moveReceipt(mark, ours);
+    else
+        moveShift(mark, ours);
+    return mark;
+}
+
 Movement movementOf(const receipt::Receipt& receipt)
 {
     Movement movement{receiptKind(receipt)};

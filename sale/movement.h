@@ -1,7 +1,6 @@
 #pragma once
 
-#include "documentkind.h"
-#include "paymentsums.h"
+#include "drivemark.h"
 
 #include <QJsonObject>
 
@@ -20,7 +19,7 @@ struct Movement
     QJsonObject toJson() const;
     static Movement fromJson(const QJsonObject& json);
 
-    DocumentKind kind = DocumentKind::Report;
+    DocumentKind kind = DocumentKind::OtherReceipt;
     /// Of a receipt: what it adds to the shift's sums of its kind, the cash without the change.
     PaymentSums payments = {};
     /// Of cash in and cash out. Kopecks.
@@ -28,5 +27,7 @@ struct Movement
 };
 
 Movement movementOf(const receipt::Receipt& receipt);
+/// The mark as the document leaves it, by arithmetic.
+DriveMark markAfter(const DriveMark& before, const Movement& ours);
 
 } // namespace sale

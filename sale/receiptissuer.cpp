@@ -7,8 +7,8 @@
 #include "journalerror.h"
 #include "markasking.h"
 #include "salejournal.h"
-#include "settlement.h"
 #include "soldmarks.h"
+#include "witness.h"
 
 #include <algorithm>
 
@@ -82,7 +82,9 @@ public:
         , m_receipt(receipt)
         , m_options(options)
         , m_marks(markEntryOf(receipt))
+        , m_witness(driver, m_options.line, movementOf(receipt))
     {
+        m_result.ours = movementOf(receipt);
         m_result.total = receipt.total;
         m_result.paid = receipt.paid;
         m_result.change = receipt.paid - receipt.total;
@@ -126,6 +128,7 @@ private:
             m_result.verdict = m_options.sale->verdict();
             m_result.isFinal = record.verdict.outcome != Outcome::None;
             m_result.before = record.before;
+            m_result.ours = record.ours;
         } catch (const JournalError&) {
             m_result.failure = currentFailure();
             return true;
@@ -140,12 +143,11 @@ private:
     void prepare()
     {
         m_driver.openShift();
-        m_result.before = noteDrive(m_driver, m_options.markReading);
+        m_witness.note(m_options.known);
+        m_result.before = m_witness.before();
         // Without it nobody could say afterwards what has become of the receipt.
         if (!m_result.before.isKnown())
             throw FrCommandException(QStringLiteral("Не удалось узнать номер последнего документа ФН"));
-        // The drive numbers its documents without gaps.
-        m_issued.number = m_result.before.lastDocument + 1;
         warnOfSoldMarks();
         checkMarks();
         writeDown();
@@ -188,7 +190,7 @@ private:
     {
         try {
             if (m_options.sale != nullptr)
-                m_options.sale->begin(m_result.before, m_marks);
+                m_options.sale->begin(m_result.before, m_marks, m_result.ours);
             withJournal([this](SaleJournal& journal) {
                 m_writtenMarks = journal.beginMarks(m_marks, m_result.before);
             });
@@ -203,12 +205,15 @@ private:
         DocumentSteps steps;
         steps.open = [this] { m_driver.checkOpen(m_receipt.document); };
         steps.fill = [this] { fillReceipt(m_driver, m_receipt); };
-        steps.close = [this] { m_result.fiscalData = m_driver.checkClose(m_receipt.document); };
+        steps.close = [this] {
+            m_result.fiscalData = m_driver.checkClose(m_receipt.document);
+            m_result.after = markAfter(m_result.before, m_result.ours);
+        };
         steps.settle = [this] {
-            m_settled = settleAfterFailure(m_driver, m_result.before, m_options.markReading);
+            m_settled = m_witness.afterFailure();
             return m_settled.value_or(Outcome::Unknown);
         };
-        steps.issued = m_issued;
+        steps.issued = m_witness.issued();
         steps.finish = [this] {
             m_driver.checkWaitForPrint();
             if (m_receipt.hasMarkedItems())
@@ -247,7 +252,7 @@ private:
     const MarkEntry m_marks;
     /// Their name in the journal of a sale without an id.
     QString m_writtenMarks;
-    Verdict m_issued = Outcome::Issued;
+    Witness m_witness;
     std::optional<Verdict> m_settled;
     IssueResult m_result;
 };

@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QJsonDocument>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -33,6 +34,23 @@ Outcome storedOutcome(const QString& name)
             return outcome;
     }
     return Outcome::Unknown;
+}
+
+QString compactText(const QJsonObject& json)
+{
+    return QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact));
+}
+
+QJsonObject storedObject(const QVariant& text)
+{
+    return QJsonDocument::fromJson(text.toString().toUtf8()).object();
+}
+
+DriveMark storedMark(const QSqlQuery& query)
+{
+    if (query.value(6).isNull())
+        return {query.value(4).toString(), query.value(5).toUInt()};
+    return DriveMark::fromJson(storedObject(query.value(6)));
 }
 
 } // namespace
@@ -78,8 +96,8 @@ QList<SaleRecord> SaleJournal::pending() const
     return select(QStringLiteral("outcome = ?"), pendingName());
 }
 
-void SaleJournal::begin(
-    const QString& id, const QByteArray& receipt, const DriveMark& before, const MarkEntry& marks)
+void SaleJournal::begin(const QString& id, const QByteArray& receipt, const DriveMark& before,
+    const MarkEntry& marks, const Movement& ours)
 {
     together([&] {
         // One statement, so that of two programs with the same id one loses here.
@@ -93,6 +111,8 @@ void SaleJournal::begin(
         if (written != 1)
             throw JournalError(
                 QStringLiteral("journal %1: the sale %2 is done or under way").arg(m_fileName, id));
+        execute(QStringLiteral("INSERT OR REPLACE INTO witnesses VALUES (?, ?, ?)"),
+            {id, compactText(before.toJson()), compactText(ours.toJson())});
         writeMarks(id, id, marks, before);
     });
 }
@@ -124,6 +144,9 @@ void SaleJournal::createTables()
     execute(QStringLiteral("CREATE TABLE IF NOT EXISTS sales (id TEXT PRIMARY KEY, receipt TEXT NOT NULL, "
                            "outcome TEXT NOT NULL, document INTEGER NOT NULL, drive TEXT NOT NULL, "
                            "document_before INTEGER NOT NULL, changed TEXT NOT NULL)"));
+    // What a sale that was broken off is judged by; earlier releases knew drive and number only.
+    execute(QStringLiteral("CREATE TABLE IF NOT EXISTS witnesses (sale TEXT PRIMARY KEY, "
+                           "before TEXT NOT NULL, ours TEXT NOT NULL)"));
     // Journals of earlier releases have no marks; sale is the id, or a name of its own for a sale without.
     execute(QStringLiteral("CREATE TABLE IF NOT EXISTS marks (mark TEXT NOT NULL, sale TEXT NOT NULL, "
                            "id TEXT NOT NULL, returned INTEGER NOT NULL, outcome TEXT NOT NULL, "
@@ -153,16 +176,16 @@ void SaleJournal::run(QSqlQuery& query) const
 QList<SaleRecord> SaleJournal::select(const QString& condition, const QVariant& value) const
 {
     QSqlQuery query(QSqlDatabase::database(m_connection));
-    query.prepare(
-        QStringLiteral("SELECT id, receipt, outcome, document, drive, document_before FROM sales WHERE ")
+    query.prepare(QStringLiteral("SELECT id, receipt, outcome, document, drive, document_before, "
+                                 "before, ours FROM sales LEFT JOIN witnesses ON sale = id WHERE ")
         + condition);
     query.addBindValue(value);
     run(query);
     QList<SaleRecord> records;
     while (query.next())
         records.append({query.value(0).toString(), query.value(1).toByteArray(),
-            {storedOutcome(query.value(2).toString()), query.value(3).toUInt()},
-            {query.value(4).toString(), query.value(5).toUInt()}});
+            {storedOutcome(query.value(2).toString()), query.value(3).toUInt()}, storedMark(query),
+            Movement::fromJson(storedObject(query.value(7)))});
     return records;
 }
 

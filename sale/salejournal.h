@@ -33,8 +33,8 @@ public:
     QList<SaleRecord> pending() const;
     /// Writes a sale down as under way, with its marked goods. Only for an id that is new, or whose sale of
     /// the same receipt was not issued.
-    void begin(
-        const QString& id, const QByteArray& receipt, const DriveMark& before, const MarkEntry& marks = {});
+    void begin(const QString& id, const QByteArray& receipt, const DriveMark& before,
+        const MarkEntry& marks = {}, const Movement& ours = {});
     /// Issued, NotIssued or Unknown.
     void settle(const QString& id, const Verdict& verdict);
 

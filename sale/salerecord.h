@@ -1,6 +1,7 @@
 #pragma once
 
 #include "drivemark.h"
+#include "movement.h"
 #include "verdict.h"
 
 #include <QByteArray>
@@ -17,8 +18,10 @@ struct SaleRecord
     /// Issued, NotIssued or Unknown; None while the sale is under way, or when the program ended before it
     /// knew.
     Verdict verdict;
-    /// The fiscal drive before the document was opened.
+    /// The register before the document was opened.
     DriveMark before;
+    /// What the document would move.
+    Movement ours = {};
 };
 
 } // namespace sale

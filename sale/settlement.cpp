@@ -1,69 +1,68 @@
 #include "settlement.h"
 
 #include "abstractfrdriver.h"
-#include "exceptions.h"
+#include "marknoting.h"
 #include "salejournal.h"
+#include "verdicttable.h"
 
 namespace sale {
 
 namespace {
 
-// A line on which so many answers in a row differ has no number to tell.
-constexpr int mostReadings = 20;
-
-DriveMark readOnce(AbstractFrDriver& driver)
+/// A document of ours that a register is asked about.
+struct Question
 {
-    const FnStatusInfo status = driver.getFnInfo().fnStatus;
-    return {status.fnNumber, status.lastFdNumber};
-}
+    Judgement ask() const
+    {
+        const Circumstances circumstances{
+            isOursAlone, line.isChecked(), !line.isChecked() && !isReceipt(ours.kind)};
+        return judge(before, noteMarkAfterFailure(driver, line, ours.kind), ours, circumstances);
+    }
+
+    Verdict verdict() const
+    {
+        const Judgement judgement = ask();
+        return judgement.isContradictory ? ask().verdict : judgement.verdict;
+    }
+
+    AbstractFrDriver& driver;
+    const DriveMark& before;
+    const Movement& ours;
+    const RegisterLine& line;
+    bool isOursAlone;
+};
 
 } // namespace
 
-DriveMark noteDrive(AbstractFrDriver& driver, MarkReading reading)
+Verdict settle(AbstractFrDriver& driver, const DriveMark& before, const Movement& ours,
+    const RegisterLine& line, bool isOursAlone)
 {
-    DriveMark mark = readOnce(driver);
-    if (reading == MarkReading::Once)
-        return mark;
-    for (int readings = 1; readings < mostReadings; ++readings) {
-        const DriveMark again = readOnce(driver);
-        if (again == mark)
-            return mark;
-        mark = again;
-    }
-    return {};
-}
-
-Verdict settle(AbstractFrDriver& driver, const DriveMark& before, MarkReading reading)
-{
-    const Verdict verdict = verdictOf(before, noteDrive(driver, reading));
+    const Question question{driver, before, ours, line, isOursAlone};
+    const Verdict verdict = question.verdict();
     if (verdict.outcome != Outcome::NotIssued)
         return verdict;
     driver.init();
-    return verdictOf(before, noteDrive(driver, reading));
+    return question.verdict();
 }
 
-std::optional<Verdict> settleAfterFailure(
-    AbstractFrDriver& driver, const DriveMark& before, MarkReading reading)
+Verdict settle(
+    AbstractFrDriver& driver, const DriveMark& before, const Movement& ours, const RegisterLine& line)
 {
-    try {
-        driver.connect();
-        return settle(driver, before, reading);
-    } catch (const BasicException&) {
-        return std::nullopt;
-    }
+    return settle(driver, before, ours, line, line.isExclusive);
 }
 
-QList<SettledSale> settlePendingSales(AbstractFrDriver& driver, SaleJournal& journal, MarkReading reading)
+QList<SettledSale> settlePendingSales(
+    AbstractFrDriver& driver, SaleJournal& journal, const RegisterLine& line)
 {
     QList<SettledSale> settled;
     const QList<SaleRecord> pending = journal.pending();
     if (pending.isEmpty())
         return settled;
-    const QString drive = noteDrive(driver, reading).drive;
+    const QString drive = noteMark(driver, line, DocumentKind::Report).drive;
     for (const SaleRecord& sale : pending) {
         if (sale.before.drive != drive)
             continue;
-        const Verdict verdict = settle(driver, sale.before, reading);
+        const Verdict verdict = settle(driver, sale.before, sale.ours, line);
         journal.settle(sale.id, verdict);
         settled.append({sale.id, verdict});
     }

@@ -6,8 +6,6 @@
 
 namespace sale {
 
-struct DriveMark;
-
 /// The outcome, and the number of the document in the fiscal drive, 0 where it is not known or has none.
 struct Verdict
 {
@@ -22,11 +20,12 @@ struct Verdict
 
     Outcome outcome;
     quint32 number;
+    /// False for a number that was counted on from the one before the document, and not read after it.
+    bool isNumberRead = true;
+    /// How often an issued document was issued. More than once when the driver sent its request again while
+    /// the register, whose answer was lost, had already done it: all but one are to be taken back.
+    int times = 1;
 };
-
-/// What the drive's marks before and after a close say of the document: Issued when the number moved by one,
-/// NotIssued when it did not move, Unknown in all other cases.
-Verdict verdictOf(const DriveMark& before, const DriveMark& after);
 
 /// The sentence of the outcome, with the number in front where there is one; empty for None.
 QString verdictText(const Verdict& verdict);

@@ -15,6 +15,18 @@ using receipt::ReceiptItem;
 
 namespace {
 
+const RegisterLine hexLine{receipt::Protocol::Hex, true};
+/// What is asked before a receipt, and after a close that failed.
+const std::string noting = "registers next sums";
+const std::string asked = noting + " ask";
+
+Verdict countedOn(quint32 number)
+{
+    Verdict verdict(Outcome::Issued, number);
+    verdict.isNumberRead = false;
+    return verdict;
+}
+
 class Issue : public testing::Test
 {
 protected:
@@ -34,14 +46,15 @@ protected:
         receipt.paid = 1100;
     }
 
-    IssueResult issue() { return issueReceipt(driver, receipt, {MarkReading::Once}); }
+    IssueResult issue() { return issueReceipt(driver, receipt, {hexLine}); }
 
     BasicFrSettings settings;
     RecordingDriver driver{&settings};
     receipt::Receipt receipt;
 };
 
-const std::string filled = "openShift ask mark open requisite print position barcode total pay1 pay4 pay0";
+const std::string filled
+    = "openShift " + noting + " mark open requisite print position barcode total pay1 pay4 pay0";
 
 TEST_F(Issue, ReceiptGoesInTheOrderOfTheContract)
 {
@@ -50,11 +63,44 @@ TEST_F(Issue, ReceiptGoesInTheOrderOfTheContract)
     EXPECT_EQ(driver.status, 1);
     EXPECT_FALSE(result.failure);
     EXPECT_TRUE(result.isFinal);
-    EXPECT_EQ(result.verdict, Verdict(Outcome::Issued, 8));
+    EXPECT_EQ(result.verdict, Verdict(Outcome::Issued));
     EXPECT_EQ(result.change, 100);
     ASSERT_EQ(result.marks.size(), 1);
     EXPECT_EQ(result.marks.constFirst().markingCode, QStringLiteral("0104"));
     EXPECT_EQ(result.marks.constFirst().result, 15);
+}
+
+TEST_F(Issue, MarkBehindADocumentServesTheNext)
+{
+    const RegisterLine xmlLine{receipt::Protocol::Xml, true};
+    const struct
+    {
+        RegisterLine line;
+        bool isOfThisConnection;
+        quint32 number;
+        std::string calls;
+        Verdict verdict;
+    } rows[] = {
+        {hexLine, true, 8, "next sums", countedOn(9)},
+        {hexLine, true, 9, "next sums " + noting, Outcome::Issued},
+        {hexLine, false, 8, noting, countedOn(9)},
+        {receipt::Protocol::Hex, true, 8, noting, Outcome::Issued},
+        {xmlLine, false, 8, "ask", countedOn(9)},
+        {xmlLine, true, 9, "ask ask sums", countedOn(10)},
+        {receipt::Protocol::Xml, true, 8, "ask sums", countedOn(9)},
+    };
+    for (const auto& row : rows) {
+        driver.numbers = {7};
+        DriveMark after = *issueReceipt(driver, receipt, {row.line}).after;
+        after.lastDocument = 8;
+        driver.calls.clear();
+        driver.numbers = {row.number};
+        IssueOptions options{row.line};
+        options.known = KnownMark{after, row.isOfThisConnection};
+        const IssueResult result = issueReceipt(driver, receipt, options);
+        EXPECT_EQ(driver.calls.substr(0, driver.calls.find(" mark")), "openShift " + row.calls);
+        EXPECT_EQ(result.verdict, row.verdict) << row.calls;
+    }
 }
 
 TEST_F(Issue, MeasuredGoodsComeBackMeasured)
@@ -108,12 +154,12 @@ TEST_F(Issue, BadMarksEndTheWorkBeforeADocument)
     for (const auto& row : rows) {
         driver.calls.clear();
         driver.markResult = row.result;
-        const IssueResult result = issueReceipt(driver, receipt, {MarkReading::Once, nullptr, row.policy});
+        const IssueResult result = issueReceipt(driver, receipt, {hexLine, nullptr, row.policy});
         EXPECT_EQ(result.isIssued(), row.isIssued) << row.result;
         EXPECT_EQ(result.warnings.size(), row.warnings) << row.result;
         if (row.isIssued)
             continue;
-        EXPECT_EQ(driver.calls, "openShift ask mark clear");
+        EXPECT_EQ(driver.calls, "openShift " + noting + " mark clear");
         ASSERT_TRUE(result.failure);
         EXPECT_EQ(result.failure->kind, QStringLiteral("mark"));
         EXPECT_EQ(result.failure->path, QStringLiteral("items[1].markingCode"));
@@ -121,10 +167,10 @@ TEST_F(Issue, BadMarksEndTheWorkBeforeADocument)
     }
 }
 
-TEST_F(Issue, MarkIsReadWithCareUnlessToldOtherwise)
+TEST_F(Issue, MarkIsThatOfXmlUnlessToldOtherwise)
 {
     issueReceipt(driver, receipt);
-    EXPECT_EQ(driver.calls.rfind("openShift ask ask mark", 0), 0U) << driver.calls;
+    EXPECT_EQ(driver.calls.rfind("openShift ask sums mark", 0), 0U) << driver.calls;
 }
 
 TEST_F(Issue, FailureDecidesWhatBecomesOfTheDocument)
@@ -141,28 +187,29 @@ TEST_F(Issue, FailureDecidesWhatBecomesOfTheDocument)
     };
     constexpr Outcome none = Outcome::None;
     constexpr Outcome undone = Outcome::NotIssued;
-    const std::string begun = "openShift ask mark open requisite print position barcode total";
+    const std::string begun = "openShift " + noting + " mark open requisite print position barcode total";
     const Row rows[] = {
         {"openShift", false, "openShift", none, undone},
-        {"ask", false, "openShift ask", none, undone},
-        {"mark", false, "openShift ask mark clear", none, undone},
-        {"mark", true, "openShift ask mark clear", none, undone},
-        {"open cancel", false, "openShift ask mark open cancel clear", none, undone},
+        {"sums", false, "openShift " + noting, none, undone},
+        {"mark", false, "openShift " + noting + " mark clear", none, undone},
+        {"mark", true, "openShift " + noting + " mark clear", none, undone},
+        {"open cancel", false, "openShift " + noting + " mark open cancel clear", none, undone},
         {"total", false, begun + " cancel clear", Outcome::Cancelled, undone},
         {"total cancel", false, begun + " cancel", Outcome::NotCancelled, none},
-        {"open", true, "openShift ask mark open cancel clear", Outcome::Cancelled, undone},
+        {"open", true, "openShift " + noting + " mark open cancel clear", Outcome::Cancelled, undone},
         {"total", true, begun + " cancel clear", Outcome::Cancelled, undone},
         {"total cancel", true, begun + " cancel", Outcome::NotCancelled, none},
-        {"close", false, filled + " close connect ask", {Outcome::Issued, 8}, Outcome::Issued, {7, 8}},
-        {"close", false, filled + " close connect ask", Outcome::Unknown, Outcome::Unknown, {7, 9}},
-        {"close", false, filled + " close connect ask init ask clear", Outcome::NotIssued, undone},
-        {"close", false, filled + " close connect ask init ask", {Outcome::Issued, 8}, Outcome::Issued,
-            {7, 7, 8}},
-        {"close init", false, filled + " close connect ask init", Outcome::Unknown, none},
+        {"close", false, filled + " close connect " + asked, {Outcome::Issued, 8}, Outcome::Issued, {7, 8}},
+        {"close", false, filled + " close connect " + asked, Outcome::Unknown, Outcome::Unknown, {7, 9}},
+        {"close", false, filled + " close connect " + asked + " init " + asked + " clear", Outcome::NotIssued,
+            undone},
+        {"close", false, filled + " close connect " + asked + " init " + asked, {Outcome::Issued, 8},
+            Outcome::Issued, {7, 7, 8}},
+        {"close init", false, filled + " close connect " + asked + " init", Outcome::Unknown, none},
         {"close connect", false, filled + " close connect", Outcome::Unknown, none},
         {"close", true, filled + " close", Outcome::Unknown, none},
-        {"wait", false, filled + " close wait", {Outcome::Issued, 8}, Outcome::Issued},
-        {"wait", true, filled + " close wait", {Outcome::Issued, 8}, Outcome::Issued},
+        {"wait", false, filled + " close wait", Outcome::Issued, Outcome::Issued},
+        {"wait", true, filled + " close wait", Outcome::Issued, Outcome::Issued},
     };
     const QTemporaryDir folder;
     int number = 0;
@@ -173,7 +220,7 @@ TEST_F(Issue, FailureDecidesWhatBecomesOfTheDocument)
         driver.failing = row.failing;
         driver.interrupt = row.interrupt;
         driver.numbers = row.numbers;
-        const IssueResult result = issueReceipt(driver, receipt, {MarkReading::Once, &identified});
+        const IssueResult result = issueReceipt(driver, receipt, {hexLine, &identified});
         EXPECT_EQ(driver.calls, row.calls) << row.failing;
         EXPECT_EQ(result.verdict, row.verdict) << row.calls;
         EXPECT_EQ(identified.record().verdict.outcome, row.stored) << row.calls;
@@ -190,12 +237,18 @@ TEST_F(Issue, FailureDecidesWhatBecomesOfTheDocument)
 
 TEST_F(Issue, RefusesToOpenWhatNobodyCouldJudgeAfterwards)
 {
-    for (const bool hasDrive : {true, false}) {
+    const struct
+    {
+        RegisterLine line;
+        const char* drive;
+        std::string calls;
+    } rows[] = {{hexLine, "", noting}, {receipt::Protocol::Xml, "99", "ask sums ask sums"}};
+    driver.numbers = {0};
+    for (const auto& row : rows) {
         driver.calls.clear();
-        driver.drive = hasDrive ? QStringLiteral("99") : QString();
-        driver.numbers = {hasDrive ? 0U : 7U};
-        const IssueResult result = issue();
-        EXPECT_EQ(driver.calls, "openShift ask");
+        driver.drive = QString::fromLatin1(row.drive);
+        const IssueResult result = issueReceipt(driver, receipt, {row.line});
+        EXPECT_EQ(driver.calls, "openShift " + row.calls);
         EXPECT_EQ(result.verdict, Outcome::None);
         ASSERT_TRUE(result.failure);
     }
@@ -225,7 +278,7 @@ TEST_F(Issue, WhatTheJournalKnowsIsAnsweredWithoutTheRegister)
         identified.begin(before);
         if (row.settled)
             identified.settle(*row.settled);
-        const IssueResult result = issueReceipt(driver, receipt, {MarkReading::Once, &identified});
+        const IssueResult result = issueReceipt(driver, receipt, {hexLine, &identified});
         EXPECT_EQ(driver.calls, "");
         EXPECT_EQ(result.verdict, row.told);
         EXPECT_EQ(result.isFinal, row.isFinal);
@@ -271,7 +324,7 @@ TEST_F(Issue, PieceThatIsSoldTwiceIsNoticed)
         receipt.items[1].position.setMarkingCode(QString::fromLatin1(row.code), MarkCommon);
         receipt.document.setDocumentType(row.isReturn ? hw::fr::CheckSaleReturn : hw::fr::CheckSale);
         IdentifiedSale identified(journal, QString::fromLatin1(row.id), "{}");
-        IssueOptions options{MarkReading::Once, *row.id == 0 ? nullptr : &identified};
+        IssueOptions options{RegisterLine(), *row.id == 0 ? nullptr : &identified};
         options.journal = &journal;
         const IssueResult result = issueReceipt(driver, receipt, options);
         ASSERT_EQ(result.warnings.size(), *row.warning == 0 ? 0 : 1) << line;
@@ -307,8 +360,8 @@ TEST_F(Issue, JournalThatFailsIsTold)
     IdentifiedSale identified(journal, QStringLiteral("A"), "{}");
     // Another program begins the same sale in the meantime.
     driver.onMark = [&] { identified.begin({driver.drive, 7}); };
-    const IssueResult result = issueReceipt(driver, receipt, {MarkReading::Once, &identified});
-    EXPECT_EQ(driver.calls, "openShift ask mark clear");
+    const IssueResult result = issueReceipt(driver, receipt, {hexLine, &identified});
+    EXPECT_EQ(driver.calls, "openShift " + noting + " mark clear");
     EXPECT_EQ(result.verdict, Outcome::None);
     ASSERT_TRUE(result.failure);
     EXPECT_EQ(result.failure->exceptionName, QStringLiteral("JournalError"));

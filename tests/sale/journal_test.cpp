@@ -60,9 +60,9 @@ TEST_F(Journal, BrokenOffSaleIsSettledOnItsOwnDrive)
         std::string calls;
         Verdict verdict;
     } rows[] = {
-        {{noted.drive, 8}, 1, "ask ask", {Outcome::Issued, 8}},
-        {noted, 1, "ask ask init ask", Outcome::NotIssued},
-        {{noted.drive, 10}, 1, "ask ask", Outcome::Unknown},
+        {{noted.drive, 8}, 1, "ask registers next ask", {Outcome::Issued, 8}},
+        {noted, 1, "ask registers next ask init registers next ask", Outcome::NotIssued},
+        {{noted.drive, 10}, 1, "ask registers next ask", Outcome::Unknown},
         {{QStringLiteral("1111"), 8}, 0, "ask", Outcome::None},
     };
     BasicFrSettings settings;
@@ -74,7 +74,8 @@ TEST_F(Journal, BrokenOffSaleIsSettledOnItsOwnDrive)
         RecordingDriver driver(&settings);
         driver.drive = row.now.drive;
         driver.numbers = {row.now.lastDocument};
-        const QList<SettledSale> settled = settlePendingSales(driver, journal, MarkReading::Once);
+        const QList<SettledSale> settled
+            = settlePendingSales(driver, journal, {receipt::Protocol::Hex, true});
         ASSERT_EQ(settled.size(), row.settled);
         EXPECT_EQ(driver.calls, row.calls);
         for (const SettledSale& settledSale : settled)

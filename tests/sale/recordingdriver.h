@@ -5,6 +5,7 @@
 #include "exceptions.h"
 
 #include <functional>
+#include <utility>
 
 /// What a host's device throws to interrupt a driver: no exception of the contract.
 struct Interruption
@@ -25,11 +26,45 @@ public:
     void openShift() override { note("openShift"); }
     FnInfo getFnInfo() override
     {
+        // Behind the registers it belongs to the questions before it.
+        if (!std::exchange(m_isInRound, false))
+            moveOn();
         note("ask");
         FnInfo info;
         info.fnStatus.fnNumber = drive;
-        info.fnStatus.lastFdNumber = numbers.size() > 1 ? numbers.takeFirst() : numbers.constFirst();
+        info.fnStatus.lastFdNumber = m_number;
+        info.fnStatus.isShiftOpen = true;
         return info;
+    }
+    KkmRegisterBeg getKkmRegisterBeg() override
+    {
+        moveOn();
+        m_isInRound = true;
+        note("registers");
+        KkmRegisterBeg registers;
+        registers.fnNumber = drive;
+        registers.shiftNumber = 3;
+        return registers;
+    }
+    QString getFrDocNum() override
+    {
+        if (!calls.ends_with("registers"))
+            moveOn();
+        note("next");
+        return QString::number(m_number);
+    }
+    QMap<int, double> getCheckCounters(hw::fr::CheckType) override
+    {
+        note("sums");
+        QMap<int, double> counters;
+        for (auto payment = payments.cbegin(); payment != payments.cend(); ++payment)
+            counters.insert(payment.key(), payment.value() * m_number);
+        return counters;
+    }
+    MoneyCounters getMoneyCounters(hw::fr::CheckType) override
+    {
+        note("cash");
+        return moneyCounters;
     }
     int checkMarkingCode(const MarkedPosition& position, bool recheck) override
     {
@@ -87,12 +122,20 @@ public:
     /// The last one that was set.
     EFrDriver::FontTypes font = EFrDriver::UndefinedFont;
     QMap<EFrDriver::FontTypes, unsigned> widths;
+    MoneyCounters moneyCounters;
     int markResult = 15;
     /// Stays from receipt to receipt.
     int taxSystem = 0;
     QString drive = QStringLiteral("9999");
-    /// Of the drive's last document, from question to question.
+    /// Of the drive's last document, from question to question. Each has moved the sums by the payments.
     QList<quint32> numbers{7};
+    QMap<int, double> payments{{0, 6.0}, {1, 1.0}, {4, 3.0}};
     /// Of the goods whose mark was checked last.
     int status = 0;
+
+private:
+    void moveOn() { m_number = numbers.size() > 1 ? numbers.takeFirst() : numbers.constFirst(); }
+
+    quint32 m_number = 0;
+    bool m_isInRound = false;
 };

@@ -1,0 +1,48 @@
+#include "documentissuer.h"
+
+#include "abstractfrdriver.h"
+#include "documentguard.h"
+#include "witness.h"
+
+namespace sale {
+
+namespace {
+
+void prepare(AbstractFrDriver& driver, Witness& witness, DocumentKind kind)
+{
+    if (isCash(kind))
+        driver.openShift();
+    witness.note();
+}
+
+DocumentSteps withWitness(const DocumentSteps& steps, Witness& witness)
+{
+    DocumentSteps witnessed = steps;
+    witnessed.settle = [&witness] { return witness.afterFailure().value_or(Outcome::Unknown); };
+    witnessed.issued = witness.issued();
+    return witnessed;
+}
+
+} // namespace
+
+DocumentResult issueDocument(
+    AbstractFrDriver& driver, const Movement& ours, const DocumentSteps& steps, const RegisterLine& line)
+{
+    Witness witness(driver, line, ours);
+    try {
+        prepare(driver, witness, ours.kind);
+    } catch (...) {
+        return {Outcome::None, currentFailure()};
+    }
+    DocumentResult result = runDocument(driver, withWitness(steps, witness));
+    if (result.failure)
+        return result;
+    try {
+        result.verdict = witness.afterSuccess();
+    } catch (...) {
+        result.failure = currentFailure();
+    }
+    return result;
+}
+
+} // namespace sale

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "drivemark.h"
+#include "knownmark.h"
+#include "movement.h"
+#include "registerline.h"
+#include "verdict.h"
+
+#include <optional>
+
+class AbstractFrDriver;
+
+namespace sale {
+
+/// Stands by while a document of ours is made: notes the register's mark before it, and tells afterwards what
+/// has become of it. The driver and the line must outlive it.
+class Witness
+{
+public:
+    Witness(AbstractFrDriver& driver, const RegisterLine& line, const Movement& ours);
+
+    /// Before the document, with the shift as it has to be. A mark that is known saves questions on an
+    /// exclusive register: it is taken when the register's own answers fit it. Throws the driver's
+    /// exceptions.
+    void note(const std::optional<KnownMark>& known = {});
+    const DriveMark& before() const { return m_before; }
+    /// The number that the drive gives the document; 0 when the mark does not tell.
+    Verdict issued() const;
+
+    /// After a close that went well. A document that the driver may have sent more than once is counted: the
+    /// verdict says how often it was issued. Throws the driver's exceptions then; the document was issued.
+    Verdict afterSuccess();
+    /// After a failure: connects, asks, initialises. Nothing when the register cannot be asked.
+    std::optional<Verdict> afterFailure();
+    /// The mark behind a document that was closed well, read or counted on.
+    const std::optional<DriveMark>& after() const { return m_after; }
+
+private:
+    bool isOursAlone() const;
+
+    AbstractFrDriver& m_driver;
+    const RegisterLine& m_line;
+    const Movement m_ours;
+    DriveMark m_before;
+    std::optional<DriveMark> m_after;
+    quint64 m_connection = 0;
+};
+
+} // namespace sale
