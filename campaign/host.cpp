@@ -155,9 +155,11 @@ SaleResult Host::sell(const receipt::Receipt& receipt, Random* faults)
     m_report.addInjected(result.faults);
     if (issued.failure) {
         result.failure = issued.failure->text;
-        if (m_closeFailed)
-            result.verdict = issued.isFinal ? issued.verdict.outcome : askAgain(issued);
+        if (!issued.isFinal)
+            m_unsettled = issued;
         recover(faults);
+        if (m_closeFailed)
+            result.verdict = issued.isFinal ? issued.verdict.outcome : m_settled;
         m_report.addInjected(m_rig.line.takeInjected());
     }
     return result;
@@ -173,17 +175,12 @@ void Host::reconnect(bool reopen)
     m_driver.connect();
 }
 
-sale::Outcome Host::askAgain(const sale::IssueResult& issued)
+void Host::settle()
 {
-    for (int i = 0; i < patience; ++i) {
-        try {
-            reconnect(true);
-            return sale::settle(m_driver, issued.before, issued.ours, m_line).outcome;
-        } catch (const BasicException&) {
-            // Asked again, as long as there is hope.
-        }
-    }
-    return sale::Outcome::Unknown;
+    if (!m_unsettled)
+        return;
+    m_settled = sale::settle(m_driver, m_unsettled->before, m_unsettled->ours, m_line).outcome;
+    m_unsettled = std::nullopt;
 }
 
 void Host::recover(Random* faults)
@@ -206,6 +203,7 @@ bool Host::restore(bool reopen)
     m_rig.line.repair();
     try {
         reconnect(reopen);
+        settle();
         prepare();
         m_driver.clearMarkingCodes();
     } catch (const BasicException&) {

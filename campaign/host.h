@@ -44,7 +44,8 @@ private:
     void checkFrames(const char* name, const QList<QByteArray>& requests) const;
     /// A port that is closed and opened again has thrown away the late answers.
     void reconnect(bool reopen);
-    sale::Outcome askAgain(const sale::IssueResult& issued);
+    /// Finds out about the sale whose close failed, if there is one, as long as the register cannot be asked.
+    void settle();
     void recover(Random* faults);
     bool restore(bool reopen);
     void prepare();
@@ -59,6 +60,9 @@ private:
     qint64 m_shiftOpened = 0;
     /// Behind a sale that went well.
     std::optional<sale::DriveMark> m_known;
+    /// A sale that is neither issued nor not, so far, and what became of it.
+    std::optional<sale::IssueResult> m_unsettled;
+    sale::Outcome m_settled = sale::Outcome::Unknown;
     bool m_closeFailed = false;
     /// Those of the sale up to its failure.
     std::optional<QList<FaultKind>> m_fatal;

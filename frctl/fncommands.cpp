@@ -83,7 +83,7 @@ QList<TaxSystemType> taxSystemsFromText(const QString& text)
     return systems;
 }
 
-Output registration(AbstractFrDriver& driver, const sale::RegisterLine& line,
+Output registration(AbstractFrDriver& driver, const sale::DocumentOptions& document,
     const QList<TaxSystemType>& systems, const QString& cashierName)
 {
     QStringList registered;
@@ -95,7 +95,7 @@ Output registration(AbstractFrDriver& driver, const sale::RegisterLine& line,
             registered.append(TaxSystem::getDescription(system));
     };
     const sale::Verdict verdict
-        = issueNumbered(driver, line, sale::DocumentKind::Report, registerAnew, askBack);
+        = issueNumbered(driver, document, sale::DocumentKind::Report, registerAnew, askBack);
     return withVerdict({{QStringLiteral("registered: ") + registered.join(QStringLiteral(", "))},
                            {{QStringLiteral("taxSystems"), QJsonArray::fromStringList(registered)}}},
         verdict);
@@ -115,8 +115,8 @@ Task prepareRegistration(const Options& options)
         throw UsageError(QStringLiteral("registration needs --tax-systems"));
     const QList<TaxSystemType> systems = taxSystemsFromText(options.taxSystems);
     const QString cashierName = options.cashier.name;
-    return onRegister([systems, cashierName, line = options.line()](AbstractFrDriver& driver) {
-        return registration(driver, line, systems, cashierName);
+    return onRegister([systems, cashierName, document = options.document()](AbstractFrDriver& driver) {
+        return registration(driver, document, systems, cashierName);
     });
 }
 

@@ -231,6 +231,13 @@ void refuseMisplaced(const QCommandLineParser& parser, const Options& options)
 
 } // namespace
 
+sale::DocumentOptions Options::document() const
+{
+    if (cashier.name.isEmpty())
+        throw UsageError(QStringLiteral("%1 needs a cashier: --cashier").arg(command));
+    return {line(), cashier};
+}
+
 Options parseOptions(const QStringList& commandLine)
 {
     QCommandLineParser parser;

@@ -1,10 +1,9 @@
 #pragma once
 
+#include "documentoptions.h"
 #include "driveroptions.h"
-#include "fruser.h"
 #include "markpolicy.h"
 #include "protocol.h"
-#include "registerline.h"
 #include "warnings.h"
 
 #include <QString>
@@ -71,6 +70,8 @@ struct Options
     {
         return isHex() ? receipt::Protocol::Hex : receipt::Protocol::Xml;
     }
+    /// For a document that is no receipt. Throws UsageError without a cashier.
+    sale::DocumentOptions document() const;
     /// The register and the line to it, as the verdicts on documents need to know them.
     sale::RegisterLine line() const
     {

@@ -148,13 +148,17 @@ Task prepareReceipt(const Options& options, bool isReturn)
     settleFindings(options, QStringLiteral("ReceiptError"),
         withoutReplaced(checked.findings, made.receipt, cashier) + soldBefore(options, made));
     refuseOtherCommand(made.receipt, isReturn);
-    made.receipt.document.setCashierName(cashier.name);
+    if (cashier.name.isEmpty())
+        throw UsageError(QStringLiteral("%1 needs a cashier: --cashier, or \"operator\" in the receipt")
+                             .arg(options.command));
+    made.receipt.cashier = cashier;
     Task task = onRegister([made](AbstractFrDriver& driver) { return issue(driver, made); });
     task.cashier = cashier;
     return task;
 }
 
-Output moveCash(AbstractFrDriver& driver, const sale::RegisterLine& line, hw::fr::CheckType type, qint64 sum)
+Output moveCash(
+    AbstractFrDriver& driver, const sale::DocumentOptions& document, hw::fr::CheckType type, qint64 sum)
 {
     const bool isIn = type == hw::fr::CheckCashIn;
 
@@ -163,7 +167,7 @@ Output moveCash(AbstractFrDriver& driver, const sale::RegisterLine& line, hw::fr
     steps.close = [&] { driver.moneyCheckClose(roubles(sum)); };
     steps.finish = [&] { driver.moneyCheckWaitForPrint(); };
     const sale::Verdict verdict = issueWitnessed(
-        driver, line, {isIn ? sale::DocumentKind::CashIn : sale::DocumentKind::CashOut, {}, sum}, steps);
+        driver, document, {isIn ? sale::DocumentKind::CashIn : sale::DocumentKind::CashOut, {}, sum}, steps);
     const QString text = isIn ? QStringLiteral("cash in: %1") : QStringLiteral("cash out: %1");
     return {{text.arg(moneyText(sum))}, {{QStringLiteral("sum"), roubles(sum)}}, ExitSuccess, verdict};
 }
@@ -177,8 +181,8 @@ Task prepareCash(const Options& options, hw::fr::CheckType type)
         = ok && value > 0.0 && value < 1e8 ? receipt::fixedPoint(value, 2) : std::nullopt;
     if (!sum || *sum == 0)
         throw UsageError(QStringLiteral("%1: \"%2\" is not a sum as 100.50").arg(options.command, text));
-    return onRegister([type, sum, line = options.line()](
-                          AbstractFrDriver& driver) { return moveCash(driver, line, type, *sum); });
+    return onRegister([type, sum, document = options.document()](
+                          AbstractFrDriver& driver) { return moveCash(driver, document, type, *sum); });
 }
 
 /// As much of a line, but no half of a character.
@@ -206,6 +210,7 @@ QStringList fittedLines(const QStringList& lines, unsigned width)
 
 Output printText(AbstractFrDriver& driver, const QStringList& text, bool isHex)
 {
+    driver.resetFont();
     const QStringList lines = fittedLines(text, driver.getBandWidthFonts().value(EFrDriver::NormalFont));
     sale::DocumentSteps steps;
     steps.open = [&] { driver.textDocOpen(hw::fr::CheckNonFiscal); };

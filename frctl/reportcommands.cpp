@@ -1,6 +1,7 @@
 #include "reportcommands.h"
 
 #include "abstractfrdriver.h"
+#include "documentstart.h"
 #include "errors.h"
 #include "shift.h"
 #include "witnesseddocument.h"
@@ -17,29 +18,30 @@ Output printed(const QString& what, const QJsonObject& fiscalData = {})
     return output;
 }
 
-Output xReport(AbstractFrDriver& driver)
+Output xReport(AbstractFrDriver& driver, const FrUser& cashier)
 {
+    sale::startDocument(driver, cashier);
     return printed(QStringLiteral("X report"), driver.xReport());
 }
 
-Output zReport(AbstractFrDriver& driver, const sale::RegisterLine& line)
+Output zReport(AbstractFrDriver& driver, const sale::DocumentOptions& document)
 {
     // The drivers say it in their log only.
     if (!isShiftOpen(driver))
         return {{QStringLiteral("the shift was closed already")}, {{QStringLiteral("closed"), false}}};
     QJsonObject fiscalData;
     const sale::Verdict verdict = issueNumbered(
-        driver, line, sale::DocumentKind::ShiftClosing, [&] { fiscalData = driver.zReport(); });
+        driver, document, sale::DocumentKind::ShiftClosing, [&] { fiscalData = driver.zReport(); });
     Output output{{QStringLiteral("shift closed")}, {{QStringLiteral("closed"), true}}};
     if (!fiscalData.isEmpty())
         output.json.insert(QStringLiteral("fiscalData"), fiscalData);
     return withVerdict(output, verdict);
 }
 
-Output accountingReport(AbstractFrDriver& driver, const sale::RegisterLine& line)
+Output accountingReport(AbstractFrDriver& driver, const sale::DocumentOptions& document)
 {
     const sale::Verdict verdict
-        = issueNumbered(driver, line, sale::DocumentKind::Report, [&] { driver.accountingReport(); });
+        = issueNumbered(driver, document, sale::DocumentKind::Report, [&] { driver.accountingReport(); });
     return withVerdict(printed(QStringLiteral("report on the state of settlements")), verdict);
 }
 
@@ -67,20 +69,22 @@ Output printLast(AbstractFrDriver& driver)
 
 } // namespace
 
-Task prepareXReport(const Options&)
+Task prepareXReport(const Options& options)
 {
-    return onRegister(xReport);
+    return onRegister([cashier = options.document().cashier](
+                          AbstractFrDriver& driver) { return xReport(driver, cashier); });
 }
 
 Task prepareZReport(const Options& options)
 {
-    return onRegister([line = options.line()](AbstractFrDriver& driver) { return zReport(driver, line); });
+    return onRegister(
+        [document = options.document()](AbstractFrDriver& driver) { return zReport(driver, document); });
 }
 
 Task prepareAccountingReport(const Options& options)
 {
-    return onRegister(
-        [line = options.line()](AbstractFrDriver& driver) { return accountingReport(driver, line); });
+    return onRegister([document = options.document()](
+                          AbstractFrDriver& driver) { return accountingReport(driver, document); });
 }
 
 Task preparePrintDocument(const Options& options)

@@ -40,14 +40,14 @@ Output status(AbstractFrDriver& driver)
     return output;
 }
 
-Output openShift(AbstractFrDriver& driver, const sale::RegisterLine& line)
+Output openShift(AbstractFrDriver& driver, const sale::DocumentOptions& document)
 {
     const auto open = [&driver] { driver.openShift(); };
     if (isShiftOpen(driver)) {
         open();
         return {{QStringLiteral("the shift was open already")}, {{QStringLiteral("opened"), false}}};
     }
-    const sale::Verdict verdict = issueNumbered(driver, line, sale::DocumentKind::ShiftOpening, open);
+    const sale::Verdict verdict = issueNumbered(driver, document, sale::DocumentKind::ShiftOpening, open);
     return withVerdict({{QStringLiteral("shift opened")}, {{QStringLiteral("opened"), true}}}, verdict);
 }
 
@@ -113,7 +113,8 @@ Task prepareStatus(const Options&)
 
 Task prepareOpenShift(const Options& options)
 {
-    return onRegister([line = options.line()](AbstractFrDriver& driver) { return openShift(driver, line); });
+    return onRegister(
+        [document = options.document()](AbstractFrDriver& driver) { return openShift(driver, document); });
 }
 
 Task prepareCancel(const Options& options)

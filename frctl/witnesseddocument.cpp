@@ -5,10 +5,10 @@
 
 namespace frctl {
 
-sale::Verdict issueWitnessed(AbstractFrDriver& driver, const sale::RegisterLine& line,
+sale::Verdict issueWitnessed(AbstractFrDriver& driver, const sale::DocumentOptions& document,
     const sale::Movement& ours, const sale::DocumentSteps& steps)
 {
-    const sale::DocumentResult result = sale::issueDocument(driver, ours, steps, line);
+    const sale::DocumentResult result = sale::issueDocument(driver, ours, steps, document);
     if (result.failure)
         throwFailure(*result.failure, result.verdict);
     if (result.verdict.outcome != sale::Outcome::Issued || result.verdict.times > 1)
@@ -17,13 +17,13 @@ sale::Verdict issueWitnessed(AbstractFrDriver& driver, const sale::RegisterLine&
     return result.verdict;
 }
 
-sale::Verdict issueNumbered(AbstractFrDriver& driver, const sale::RegisterLine& line, sale::DocumentKind kind,
-    const std::function<void()>& issue, const std::function<void()>& finish)
+sale::Verdict issueNumbered(AbstractFrDriver& driver, const sale::DocumentOptions& document,
+    sale::DocumentKind kind, const std::function<void()>& issue, const std::function<void()>& finish)
 {
     sale::DocumentSteps steps;
     steps.close = issue;
     steps.finish = finish;
-    return issueWitnessed(driver, line, {kind}, steps);
+    return issueWitnessed(driver, document, {kind}, steps);
 }
 
 Output withVerdict(Output output, const sale::Verdict& verdict)

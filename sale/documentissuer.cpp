@@ -2,6 +2,7 @@
 
 #include "abstractfrdriver.h"
 #include "documentguard.h"
+#include "documentstart.h"
 #include "witness.h"
 
 namespace sale {
@@ -25,11 +26,12 @@ DocumentSteps withWitness(const DocumentSteps& steps, Witness& witness)
 
 } // namespace
 
-DocumentResult issueDocument(
-    AbstractFrDriver& driver, const Movement& ours, const DocumentSteps& steps, const RegisterLine& line)
+DocumentResult issueDocument(AbstractFrDriver& driver, const Movement& ours, const DocumentSteps& steps,
+    const DocumentOptions& options)
 {
-    Witness witness(driver, line, ours);
+    Witness witness(driver, options.line, ours);
     try {
+        startDocument(driver, options.cashier);
         prepare(driver, witness, ours.kind);
     } catch (...) {
         return {Outcome::None, currentFailure()};

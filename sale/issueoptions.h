@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fruser.h"
 #include "knownmark.h"
 #include "markpolicy.h"
 #include "registerline.h"
@@ -25,6 +26,8 @@ struct IssueOptions
     /// Saves questions on an exclusive register: IssueResult::after of the document before, or the last one
     /// that a journal knows.
     std::optional<KnownMark> known = {};
+    /// For a receipt that names none.
+    FrUser cashier = {};
 };
 
 } // namespace sale

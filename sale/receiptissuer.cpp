@@ -2,6 +2,7 @@
 
 #include "abstractfrdriver.h"
 #include "documentguard.h"
+#include "documentstart.h"
 #include "exceptions.h"
 #include "identifiedsale.h"
 #include "journalerror.h"
@@ -52,18 +53,8 @@ QList<FrPayment> cashLast(QList<FrPayment> payments)
     return payments;
 }
 
-/// Over XML the driver would give a receipt without a tax system that of the receipt before it.
-void forgetTaxSystem(AbstractFrDriver& driver, const Receipt& receipt)
-{
-    const bool hasOwn = std::any_of(receipt.requisites.cbegin(), receipt.requisites.cend(),
-        [](const FdRequisite& requisite) { return requisite.getTag() == EFrDriver::TaxSystem; });
-    if (!hasOwn)
-        driver.setRequisite(FdRequisite(EFrDriver::TaxSystem, 0));
-}
-
 void fillReceipt(AbstractFrDriver& driver, const Receipt& receipt)
 {
-    forgetTaxSystem(driver, receipt);
     for (const FdRequisite& requisite : receipt.requisites)
         driver.setRequisite(requisite);
     for (const ReceiptItem& item : receipt.items)
@@ -142,6 +133,10 @@ private:
     /// All that comes before the document is opened: nothing is lost if it fails.
     void prepare()
     {
+        const FrUser cashier = m_receipt.cashier.value_or(m_options.cashier);
+        startDocument(m_driver, cashier);
+        m_receipt.document.setCashierName(cashier.name);
+        completeTaxSystem(m_driver, m_receipt);
         m_driver.openShift();
         m_witness.note(m_options.known);
         m_result.before = m_witness.before();
@@ -247,7 +242,8 @@ private:
     }
 
     AbstractFrDriver& m_driver;
-    const Receipt& m_receipt;
+    /// With the cashier and the tax system that it was given here.
+    Receipt m_receipt;
     const IssueOptions m_options;
     const MarkEntry m_marks;
     /// Their name in the journal of a sale without an id.

@@ -38,7 +38,8 @@ TEST_F(Answer, IsGivenOutOfTheJournalOnce)
     EXPECT_THROW(asked().settledAnswer(), RegisterError);
     asked().identifiedSale().settle({Outcome::Issued, 8});
     EXPECT_EQ(asked().answer()->json,
-        (QJsonObject{{"outcome", "issued"}, {"documentNumber", 8}, {"repeated", true}}));
+        (QJsonObject{
+            {"outcome", "issued"}, {"documentNumber", 8}, {"documentNumberRead", true}, {"repeated", true}}));
     EXPECT_EQ(asked().answer()->status, ExitSuccess);
     EXPECT_EQ(asked().settledAnswer()->status, ExitIssued);
     EXPECT_THROW(asked(R"({"a": 1})"), UsageError);
@@ -78,8 +79,8 @@ TEST(ReceiptOutput, SaysTheSameToPeopleAndMachines)
         (QStringList{"receipt issued: total 10.50, paid 11.00, change 0.50, document 8",
             "marking code 01<GS>93: 15"}));
     EXPECT_EQ(output.json,
-        (QJsonObject{{"outcome", "issued"}, {"documentNumber", 8}, {"total", 10.5}, {"paid", 11},
-            {"change", 0.5},
+        (QJsonObject{{"outcome", "issued"}, {"documentNumber", 8}, {"documentNumberRead", true},
+            {"total", 10.5}, {"paid", 11}, {"change", 0.5},
             {"marks",
                 QJsonArray{QJsonObject{{"markingCode", result.marks.constFirst().markingCode}, {"result", 15},
                     {"path", "items[0].markingCode"},

@@ -42,6 +42,7 @@ protected:
         receipt.items = {text, goods, barcode};
         receipt.requisites = {FdRequisite(EFrDriver::CustomerAddress, QStringLiteral("+7"))};
         receipt.payments = {FrPayment(1, 1), FrPayment(0, 7), FrPayment(4, 3)};
+        receipt.cashier = FrUser{QStringLiteral("Иванова"), {}, {}};
         receipt.total = 1000;
         receipt.paid = 1100;
     }
@@ -111,14 +112,43 @@ TEST_F(Issue, MeasuredGoodsComeBackMeasured)
     EXPECT_EQ(driver.status, 4);
 }
 
-TEST_F(Issue, TaxSystemIsThatOfTheReceiptAlone)
+TEST_F(Issue, CashierAndTaxSystemAreThoseOfTheReceiptElseTheOnlyOnes)
 {
-    driver.taxSystem = 32;
-    issue();
-    EXPECT_EQ(driver.taxSystem, 0);
-    receipt.requisites.append(FdRequisite(EFrDriver::TaxSystem, 4));
-    issue();
-    EXPECT_EQ(driver.taxSystem, 4);
+    using namespace hw::fr::common;
+    const FrUser petrova{QStringLiteral("Петрова"), {}, {}};
+    const FrUser nobody;
+    const struct
+    {
+        FrUser receipts;
+        FrUser configured;
+        int system;
+        QList<TaxSystemType> registered;
+        const char* cashier;
+        /// 0 when nothing is begun.
+        int sold;
+    } rows[] = {
+        {petrova, *receipt.cashier, 4, {TaxSystemGeneral, TaxSystemPatent}, "Петрова", 4},
+        {nobody, petrova, 0, {TaxSystemPatent}, "Петрова", TaxSystemPatent},
+        {petrova, nobody, 0, {TaxSystemGeneral, TaxSystemPatent}, "Петрова", 0},
+        {petrova, nobody, 0, {}, "Петрова", 0},
+        {nobody, nobody, 4, {TaxSystemGeneral}, "", 0},
+    };
+    const receipt::Receipt plain = receipt;
+    for (const auto& row : rows) {
+        RecordingDriver fresh(&settings);
+        fresh.registered = row.registered;
+        receipt = plain;
+        receipt.cashier = row.receipts.name.isEmpty() ? std::nullopt : std::optional(row.receipts);
+        if (row.system != 0)
+            receipt.requisites.append(FdRequisite(EFrDriver::TaxSystem, row.system));
+        IssueOptions options{hexLine};
+        options.cashier = row.configured;
+        const IssueResult result = issueReceipt(fresh, receipt, options);
+        EXPECT_EQ(fresh.cashier, QString::fromUtf8(row.cashier));
+        EXPECT_EQ(fresh.taxSystem, row.sold);
+        EXPECT_EQ(result.failure.has_value(), row.sold == 0);
+        EXPECT_EQ(fresh.calls.empty(), row.sold == 0) << fresh.calls;
+    }
 }
 
 TEST_F(Issue, WideAndHighIsWideWhereNoFontIsBoth)

@@ -66,6 +66,8 @@ public:
         note("cash");
         return moneyCounters;
     }
+    QList<hw::fr::common::TaxSystemType> getAllTaxSystems() const override { return registered; }
+    void cashierLogin(const FrUser& user) override { cashier = user.name; }
     int checkMarkingCode(const MarkedPosition& position, bool recheck) override
     {
         note(recheck ? "mark" : "mark-as-known");
@@ -124,8 +126,10 @@ public:
     QMap<EFrDriver::FontTypes, unsigned> widths;
     MoneyCounters moneyCounters;
     int markResult = 15;
-    /// Stays from receipt to receipt.
+    /// Stay from document to document.
     int taxSystem = 0;
+    QString cashier;
+    QList<hw::fr::common::TaxSystemType> registered{hw::fr::common::TaxSystemGeneral};
     QString drive = QStringLiteral("9999");
     /// Of the drive's last document, from question to question. Each has moved the sums by the payments.
     QList<quint32> numbers{7};
