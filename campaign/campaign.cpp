@@ -1,6 +1,7 @@
 #include "campaign.h"
 
 #include "goods.h"
+#include "neighbour.h"
 #include "violation.h"
 
 #include <QElapsedTimer>
@@ -87,7 +88,7 @@ void Campaign::beginPeriod()
         m_rig->line.documentStored();
         stored(entry);
     });
-    m_host = std::make_unique<Host>(*m_rig, m_plan.protocol, m_report);
+    m_host = std::make_unique<Host>(*m_rig, m_plan.protocol, m_report, m_plan.neighbour);
     m_host->start();
     m_spared = false;
 }
@@ -114,6 +115,8 @@ void Campaign::stored(const QJsonObject& entry)
     if (items.isEmpty())
         return;
     const QString name = items.at(0).toObject().value(QStringLiteral("name")).toString();
+    if (name == neighboursGoods())
+        return;
     const int step = name.section(QLatin1Char(' '), 1, 1).toInt();
     ++m_stored[saleName(step) == name ? step : m_step];
     m_storedTotal = kopecks(entry.value(QStringLiteral("total")).toString());

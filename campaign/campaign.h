@@ -17,6 +17,7 @@ public:
         quint64 seed = 1;
         int from = 0;
         int sales = 1000;
+        Neighbour neighbour = Neighbour::None;
     };
 
     explicit Campaign(const Plan& plan);

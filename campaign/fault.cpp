@@ -36,6 +36,10 @@ const QList<FaultInfo>& faults()
         {FaultKind::Unplugged, "port vanishes", FaultMode::None, true},
         {FaultKind::DeadBefore, "line dead before the request", FaultMode::None, true},
         {FaultKind::DeadAfter, "line dead after register has acted", FaultMode::None, true},
+        {FaultKind::NeighbourSells, "a neighbour sells", FaultMode::None, true},
+        {FaultKind::NeighbourPutsCashIn, "a neighbour puts cash in", FaultMode::None, true},
+        {FaultKind::NeighbourClosesShift, "a neighbour closes the shift", FaultMode::None, true},
+        {FaultKind::NeighbourPrintsTotals, "a neighbour prints an X-report", FaultMode::None, true},
     };
     return list;
 }
@@ -47,11 +51,15 @@ const FaultInfo& faultInfo(FaultKind kind)
         faults().cbegin(), faults().cend(), [kind](const FaultInfo& info) { return info.kind == kind; });
 }
 
-FaultKind drawFault(Protocol protocol, Random& random)
+FaultKind drawFault(Protocol protocol, bool hasNeighbour, Random& random)
 {
+    // The neighbours stand last: without one the draws are as if there were none.
+    const auto own = std::count_if(
+        faults().cbegin(), faults().cend(), [](const FaultInfo& info) { return !isNeighbour(info.kind); });
+    const qsizetype limit = hasNeighbour ? faults().size() : own;
     const FaultInfo* info = nullptr;
     do
-        info = &faults().at(random.below(faults().size()));
+        info = &faults().at(random.below(limit));
     while (protocol == Protocol::Xml && !info->onXml);
     return info->kind;
 }

@@ -37,8 +37,18 @@ enum class FaultKind {
     ReadFault,
     Unplugged,
     DeadBefore,
-    DeadAfter
+    DeadAfter,
+    NeighbourSells,
+    NeighbourPutsCashIn,
+    NeighbourClosesShift,
+    NeighbourPrintsTotals
 };
+
+/// Another program that makes a document between two exchanges of ours: no fault of the line.
+constexpr bool isNeighbour(FaultKind kind)
+{
+    return kind >= FaultKind::NeighbourSells;
+}
 
 struct FaultInfo
 {
@@ -52,6 +62,6 @@ struct FaultInfo
 
 const QList<FaultInfo>& faults();
 const FaultInfo& faultInfo(FaultKind kind);
-FaultKind drawFault(Protocol protocol, Random& random);
+FaultKind drawFault(Protocol protocol, bool hasNeighbour, Random& random);
 /// The register's part of the fault.
 emulator::Fault registerFault(FaultKind kind, Random& random);

@@ -1,5 +1,7 @@
 #include "faultyline.h"
 
+#include "neighbour.h"
+
 #include <algorithm>
 #include <cstdio>
 
@@ -34,6 +36,7 @@ bool FaultyLine::setBaudRate(QSerialPort::BaudRate baudRate)
 
 bool FaultyLine::open()
 {
+    m_openings += m_open ? 0 : 1;
     m_open = true;
     return true;
 }
@@ -75,15 +78,27 @@ qint64 FaultyLine::write(const QByteArray& data)
     return data.size();
 }
 
+FaultKind FaultyLine::nextFault()
+{
+    if (const FaultKind planned = m_planned.take(m_requestCount - 1); planned != FaultKind::None)
+        return planned;
+    if (m_random == nullptr || !m_random->chance(m_permille))
+        return FaultKind::None;
+    return drawFault(m_language, m_hasNeighbour, *m_random);
+}
+
 void FaultyLine::beginRequest(const QByteArray& request)
 {
     m_call.requests.append(request);
+    ++m_requestCount;
     m_readFaults = 0;
     m_fault = FaultKind::None;
     const bool reaches = m_open && !m_dead && m_held.isEmpty() && m_baudRate == QSerialPort::Baud115200;
-    if (!reaches || m_random == nullptr || !m_random->chance(m_permille))
+    if (!reaches)
         return;
-    m_fault = drawFault(m_language, *m_random);
+    m_fault = nextFault();
+    if (m_fault == FaultKind::None)
+        return;
     m_injected.append(m_fault);
     if (m_trace)
         std::fprintf(stderr, "  fault: %s\n", faultInfo(m_fault).text);
@@ -91,6 +106,12 @@ void FaultyLine::beginRequest(const QByteArray& request)
 
 void FaultyLine::send(const QByteArray& request)
 {
+    static Random planned(0, 0);
+    Random& random = m_random == nullptr ? planned : *m_random;
+    if (isNeighbour(m_fault)) {
+        actAsNeighbour(m_fault, m_device, random.between(1, 100'000));
+        return m_protocol.receive(request);
+    }
     switch (m_fault) {
     case FaultKind::RequestDrop:
     case FaultKind::RequestFlip:
@@ -112,7 +133,7 @@ void FaultyLine::send(const QByteArray& request)
         return lose();
     default:
         if (m_fault != FaultKind::None)
-            m_protocol.setNextFault(registerFault(m_fault, *m_random));
+            m_protocol.setNextFault(registerFault(m_fault, random));
         m_protocol.receive(request);
     }
 }

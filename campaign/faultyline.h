@@ -5,6 +5,8 @@
 #include "line/protocol.h"
 #include "register/virtualclock.h"
 
+#include <QMap>
+
 /// The line between a driver and the software register, in virtual time: a wait moves the clock to the next
 /// byte or to its end, and nothing ever waits really. Each request suffers one fault or none.
 class FaultyLine : public hw::AbstractSerialDevice
@@ -22,6 +24,14 @@ public:
 
     /// From now on, that many requests of a thousand fail.
     void setFaults(Random* random, int permille);
+    /// Another program works the register, too, and makes a document now and then.
+    void setNeighbour(bool on) { m_hasNeighbour = on; }
+    /// The request that comes after so many others suffers this fault.
+    void planFault(int requestsBefore, FaultKind kind) { m_planned[m_requestCount + requestsBefore] = kind; }
+    /// Requests so far.
+    int requestCount() const { return m_requestCount; }
+    /// Another number for each opening of the line.
+    quint64 openings() const { return m_openings; }
     void setTrace(bool on) { m_trace = on; }
     /// The register has stored a document and is about to print it.
     void documentStored();
@@ -55,6 +65,7 @@ public:
     int getType() const override { return Com; }
 
 private:
+    FaultKind nextFault();
     void beginRequest(const QByteArray& request);
     void send(const QByteArray& request);
     void lose();
@@ -72,6 +83,11 @@ private:
     emulator::Protocol& m_protocol;
     Random* m_random = nullptr;
     int m_permille = 0;
+    bool m_hasNeighbour = false;
+    /// By the number of the request, counted from 0.
+    QMap<int, FaultKind> m_planned;
+    int m_requestCount = 0;
+    quint64 m_openings = 0;
     FaultKind m_fault = FaultKind::None;
     QSerialPort::BaudRate m_baudRate = QSerialPort::Baud115200;
     bool m_open = false;

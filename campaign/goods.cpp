@@ -51,6 +51,7 @@ receipt::Receipt drawSale(const QString& name, Random& content)
 {
     receipt::Receipt receipt;
     receipt.document = saleHead();
+    receipt.requisites = {FdRequisite(EFrDriver::TaxSystem, hw::fr::common::TaxSystemGeneral)};
     const bool isMarked = content.chance(100);
     const int positions = content.between(1, 3);
     const QString mark = QStringLiteral("0104601234567890215%1\x1D"

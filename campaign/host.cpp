@@ -23,6 +23,11 @@ constexpr int patience = 3;
 constexpr qint64 hexBudget = 3LL * (50 * 2000 + 2 * 2000);
 constexpr qint64 xmlBudget = 2LL * 15'000;
 
+FrUser cashier()
+{
+    return {QStringLiteral("Иванова"), QStringLiteral("кассир"), QStringLiteral("771234567890")};
+}
+
 bool isNamed(const char* name, const char* other)
 {
     return std::string_view(name) == other;
@@ -30,13 +35,15 @@ bool isNamed(const char* name, const char* other)
 
 } // namespace
 
-Host::Host(Rig& rig, Protocol protocol, Report& report)
+Host::Host(Rig& rig, Protocol protocol, Report& report, Neighbour neighbour)
     : m_rig(rig)
     , m_driver(rig.driver())
     , m_protocol(protocol)
-    , m_line(protocol == Protocol::Hex ? receipt::Protocol::Hex : receipt::Protocol::Xml, true)
+    , m_line(protocol == Protocol::Hex ? receipt::Protocol::Hex : receipt::Protocol::Xml,
+          neighbour != Neighbour::Shared)
     , m_report(report)
 {
+    m_rig.line.setNeighbour(neighbour != Neighbour::None);
     m_rig.watch = [this](const char* name, const std::function<void()>& work) { call(name, work); };
 }
 
@@ -125,14 +132,14 @@ void Host::start()
 void Host::prepare()
 {
     m_driver.init();
-    m_driver.cashierLogin(
-        {QStringLiteral("Иванова"), QStringLiteral("кассир"), QStringLiteral("771234567890")});
+    m_driver.cashierLogin(cashier());
     m_driver.openShift();
 }
 
 sale::IssueOptions Host::options() const
 {
     sale::IssueOptions options{m_line};
+    options.cashier = cashier();
     if (m_known)
         options.known = sale::KnownMark{*m_known, true};
     return options;

@@ -13,6 +13,9 @@ namespace receipt {
 struct Receipt;
 }
 
+/// Whether another program works the register, and whether the host knows that it may.
+enum class Neighbour { None, Unexpected, Shared };
+
 /// A host program as the drivers' contract asks for it, on the library of sales. It is the watch of the
 /// driver's calls, too: each may last no longer than its waits, and repeats nothing.
 class Host
@@ -25,7 +28,7 @@ public:
         int closing;
     };
 
-    Host(Rig& rig, Protocol protocol, Report& report);
+    Host(Rig& rig, Protocol protocol, Report& report, Neighbour neighbour = Neighbour::None);
     ~Host();
     Host(const Host&) = delete;
     Host& operator=(const Host&) = delete;

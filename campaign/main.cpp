@@ -27,6 +27,11 @@ void addOptions(QCommandLineParser& parser)
             QStringLiteral("1")},
         {QStringLiteral("protocol"), QStringLiteral("HEX, XML or both (both)."), QStringLiteral("name"),
             QStringLiteral("both")},
+        {QStringLiteral("neighbour"),
+            QStringLiteral(
+                "Another program makes documents in between: none, own (on a register that the host "
+                "takes for its own), shared (none)."),
+            QStringLiteral("kind"), QStringLiteral("none")},
         {QStringLiteral("from"), QStringLiteral("First sale; it and those after it are traced."),
             QStringLiteral("step"), QStringLiteral("0")},
         {QStringLiteral("log"), QStringLiteral("Let the drivers log.")},
@@ -55,6 +60,11 @@ int main(int argc, char* argv[])
     plan.from = parser.value(QStringLiteral("from")).toInt(&fromOk);
     if (!salesOk || !seedOk || !fromOk || plan.sales < 1 || plan.from < 0)
         return usageError(QStringLiteral("--sales, --seed and --from take whole numbers"));
+    const QStringList neighbours{QStringLiteral("none"), QStringLiteral("own"), QStringLiteral("shared")};
+    const qsizetype neighbour = neighbours.indexOf(parser.value(QStringLiteral("neighbour")));
+    if (neighbour < 0)
+        return usageError(QStringLiteral("--neighbour takes none, own or shared"));
+    plan.neighbour = static_cast<Neighbour>(neighbour);
     const QString protocol = parser.value(QStringLiteral("protocol")).toUpper();
     QList<Protocol> protocols{Protocol::Hex, Protocol::Xml};
     if (protocol != QStringLiteral("BOTH"))

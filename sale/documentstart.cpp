@@ -8,6 +8,20 @@
 
 namespace sale {
 
+namespace {
+
+hw::fr::common::TaxSystemType onlyTaxSystem(AbstractFrDriver& driver)
+{
+    const QList<hw::fr::common::TaxSystemType> registered = driver.getAllTaxSystems();
+    if (registered.size() != 1)
+        throw FrCommandException(
+            QStringLiteral("Не указана система налогообложения: в ККТ их зарегистрировано %1")
+                .arg(registered.size()));
+    return registered.constFirst();
+}
+
+} // namespace
+
 void startDocument(AbstractFrDriver& driver, const FrUser& cashier)
 {
     if (cashier.name.isEmpty())
@@ -19,17 +33,18 @@ void startDocument(AbstractFrDriver& driver, const FrUser& cashier)
 
 void completeTaxSystem(AbstractFrDriver& driver, receipt::Receipt& receipt)
 {
-    const bool isNamed = std::any_of(receipt.requisites.cbegin(), receipt.requisites.cend(),
+    using hw::fr::common::TaxSystemType;
+    const auto named = std::find_if(receipt.requisites.cbegin(), receipt.requisites.cend(),
         [](const FdRequisite& requisite) { return requisite.getTag() == EFrDriver::TaxSystem; });
-    if (isNamed)
+    // HEX takes it from the head of the receipt, XML from its requisites.
+    if (named != receipt.requisites.cend()) {
+        receipt.document.setTaxSystem(static_cast<TaxSystemType>(named->getSourceData().toInt()));
         return;
-    const QList<hw::fr::common::TaxSystemType> registered = driver.getAllTaxSystems();
-    if (registered.size() != 1)
-        throw FrCommandException(
-            QStringLiteral("Не указана система налогообложения: в ККТ их зарегистрировано %1")
-                .arg(registered.size()));
-    receipt.document.setTaxSystem(registered.constFirst());
-    receipt.requisites.append(FdRequisite(EFrDriver::TaxSystem, static_cast<int>(registered.constFirst())));
+    }
+    if (receipt.document.getTaxSystem() == hw::fr::common::TaxSystemNone)
+        receipt.document.setTaxSystem(onlyTaxSystem(driver));
+    receipt.requisites.append(
+        FdRequisite(EFrDriver::TaxSystem, static_cast<int>(receipt.document.getTaxSystem())));
 }
 
 } // namespace sale

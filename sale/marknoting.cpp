@@ -160,7 +160,8 @@ DriveMark noteMark(AbstractFrDriver& driver, const RegisterLine& line, DocumentK
         return readUntilTwoAgree(driver, line, kind, readOnce);
     const DriveMark mark = readOnce(driver, line, kind);
     // A byte that changed on the line makes the open shift look closed, or the number like none.
-    const bool isAskedAgain = isReceipt(kind) && !line.isChecked() && !isToldWhole(mark, kind);
+    const bool isAskedAgain
+        = isReceipt(kind) && !line.isChecked() && mark.isShiftOpen != false && !isToldWhole(mark, kind);
     return isAskedAgain ? readOnce(driver, line, kind) : mark;
 }
 

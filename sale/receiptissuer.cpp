@@ -137,7 +137,6 @@ private:
         startDocument(m_driver, cashier);
         m_receipt.document.setCashierName(cashier.name);
         completeTaxSystem(m_driver, m_receipt);
-        m_driver.openShift();
         m_witness.note(m_options.known);
         m_result.before = m_witness.before();
         // Without it nobody could say afterwards what has become of the receipt.

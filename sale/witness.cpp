@@ -30,6 +30,9 @@ Witness::Witness(AbstractFrDriver& driver, const RegisterLine& line, const Movem
 void Witness::note(const std::optional<KnownMark>& known)
 {
     m_connection = m_line.connectionNow();
+    // Over XML the mark tells first whether that is needed.
+    if (isReceipt(m_ours.kind) && m_line.isChecked())
+        m_driver.openShift();
     const bool isUsable = known && m_line.isExclusive;
     // Over XML the answer names the drive; over HEX only the connection says that it is the same.
     if (isUsable && (known->isOfThisConnection || !m_line.isChecked())) {
@@ -39,6 +42,10 @@ void Witness::note(const std::optional<KnownMark>& known)
         }
     }
     m_before = noteMark(m_driver, m_line, m_ours.kind);
+    if (isReceipt(m_ours.kind) && m_before.isShiftOpen == false) {
+        m_driver.openShift();
+        m_before = noteMark(m_driver, m_line, m_ours.kind);
+    }
     if (isUsable && m_before.lastDocument == 0 && m_before.nextReceipt
         && fits(m_before, known->mark, m_ours.kind)) {
         m_before.lastDocument = known->mark.lastDocument;

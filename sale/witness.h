@@ -19,9 +19,9 @@ class Witness
 public:
     Witness(AbstractFrDriver& driver, const RegisterLine& line, const Movement& ours);
 
-    /// Before the document, with the shift as it has to be. A mark that is known saves questions on an
-    /// exclusive register: it is taken when the register's own answers fit it. Throws the driver's
-    /// exceptions.
+    /// Before the document. For a receipt the shift is opened if need be; other documents find it as it has
+    /// to be. A mark that is known saves questions on an exclusive register: it is taken when the register's
+    /// own answers fit it. Throws the driver's exceptions.
     void note(const std::optional<KnownMark>& known = {});
     const DriveMark& before() const { return m_before; }
     /// The number that the drive gives the document; 0 when the mark does not tell.

@@ -25,6 +25,8 @@ namespace {
 
 constexpr const char* saleText = R"({
     "type": "sell",
+    "taxationType": "osn",
+    "operator": {"name": "Иванова А. П.", "vatin": "772100000040"},
     "items": [{"name": "Хлеб", "price": 45.50, "quantity": 2, "amount": 91.00, "tax": {"type": "vat10"}}],
     "payments": [{"type": "cash", "sum": 100.00}]
 })";
@@ -68,11 +70,21 @@ std::optional<receipt::Receipt> lawfulReceipt(const QString& protocol)
     return std::nullopt;
 }
 
-// A sale is repeated only when the verdict says that it was not issued. A host that goes on after a verdict
-// that is not final keeps result.before and calls sale::settle after its next connect.
-bool sell(AbstractFrDriver& driver, const receipt::Receipt& receipt)
+// What a verdict on a disturbed sale has to know of the line. A host whose register no other program can work
+// declares it exclusive as well.
+sale::RegisterLine lineOf(const devices::StreamDevice& port, const QString& protocol)
 {
-    const sale::IssueResult result = sale::issueReceipt(driver, receipt);
+    const bool isHex = protocol == QStringLiteral("HEX");
+    return {isHex ? receipt::Protocol::Hex : receipt::Protocol::Xml, false,
+        [&port] { return port.soleConnection(); }};
+}
+
+// A sale is repeated only when the verdict says that it was not issued. A host that goes on after a verdict
+// that is not final keeps result.before and
+// result.ours and calls sale::settle after its next connect.
+bool sell(AbstractFrDriver& driver, const sale::RegisterLine& line, const receipt::Receipt& receipt)
+{
+    const sale::IssueResult result = sale::issueReceipt(driver, receipt, {line});
     if (result.failure)
         err() << result.failure->text << Qt::endl;
     if (result.verdict != sale::Outcome::None)
@@ -80,13 +92,12 @@ bool sell(AbstractFrDriver& driver, const receipt::Receipt& receipt)
     return result.isIssued();
 }
 
-bool work(AbstractFrDriver& driver, const receipt::Receipt& receipt)
+bool work(AbstractFrDriver& driver, const sale::RegisterLine& line, const receipt::Receipt& receipt)
 {
     driver.portOpen();
     driver.connect();
     driver.init();
-    driver.cashierLogin({QStringLiteral("Иванова А. П."), QString(), QStringLiteral("772100000040")});
-    return sell(driver, receipt);
+    return sell(driver, line, receipt);
 }
 
 } // namespace
@@ -111,7 +122,7 @@ int main(int argc, char* argv[])
         AbstractFrDriver* const driver
             = qobject_cast<hw::AbstractFiscalRegister*>(device.get())->getLegacyDriver();
         const auto closePort = qScopeGuard([driver] { driver->portClose(); });
-        return work(*driver, *receipt) ? 0 : 1;
+        return work(*driver, lineOf(*port, protocol), *receipt) ? 0 : 1;
     } catch (const DriverException& failure) {
         err() << failure.tr().ru() << Qt::endl;
         return 1;

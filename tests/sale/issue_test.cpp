@@ -82,10 +82,10 @@ TEST_F(Issue, MarkBehindADocumentServesTheNext)
         std::string calls;
         Verdict verdict;
     } rows[] = {
-        {hexLine, true, 8, "next sums", countedOn(9)},
-        {hexLine, true, 9, "next sums " + noting, Outcome::Issued},
-        {hexLine, false, 8, noting, countedOn(9)},
-        {receipt::Protocol::Hex, true, 8, noting, Outcome::Issued},
+        {hexLine, true, 8, "openShift next sums", countedOn(9)},
+        {hexLine, true, 9, "openShift next sums " + noting, Outcome::Issued},
+        {hexLine, false, 8, "openShift " + noting, countedOn(9)},
+        {receipt::Protocol::Hex, true, 8, "openShift " + noting, Outcome::Issued},
         {xmlLine, false, 8, "ask", countedOn(9)},
         {xmlLine, true, 9, "ask ask sums", countedOn(10)},
         {receipt::Protocol::Xml, true, 8, "ask sums", countedOn(9)},
@@ -99,7 +99,7 @@ TEST_F(Issue, MarkBehindADocumentServesTheNext)
         IssueOptions options{row.line};
         options.known = KnownMark{after, row.isOfThisConnection};
         const IssueResult result = issueReceipt(driver, receipt, options);
-        EXPECT_EQ(driver.calls.substr(0, driver.calls.find(" mark")), "openShift " + row.calls);
+        EXPECT_EQ(driver.calls.substr(0, driver.calls.find(" mark")), row.calls);
         EXPECT_EQ(result.verdict, row.verdict) << row.calls;
     }
 }
@@ -200,7 +200,7 @@ TEST_F(Issue, BadMarksEndTheWorkBeforeADocument)
 TEST_F(Issue, MarkIsThatOfXmlUnlessToldOtherwise)
 {
     issueReceipt(driver, receipt);
-    EXPECT_EQ(driver.calls.rfind("openShift ask sums mark", 0), 0U) << driver.calls;
+    EXPECT_EQ(driver.calls.rfind("ask sums mark", 0), 0U) << driver.calls;
 }
 
 TEST_F(Issue, FailureDecidesWhatBecomesOfTheDocument)
@@ -272,13 +272,13 @@ TEST_F(Issue, RefusesToOpenWhatNobodyCouldJudgeAfterwards)
         RegisterLine line;
         const char* drive;
         std::string calls;
-    } rows[] = {{hexLine, "", noting}, {receipt::Protocol::Xml, "99", "ask sums ask sums"}};
+    } rows[] = {{hexLine, "", "openShift " + noting}, {receipt::Protocol::Xml, "99", "ask sums ask sums"}};
     driver.numbers = {0};
     for (const auto& row : rows) {
         driver.calls.clear();
         driver.drive = QString::fromLatin1(row.drive);
         const IssueResult result = issueReceipt(driver, receipt, {row.line});
-        EXPECT_EQ(driver.calls, "openShift " + row.calls);
+        EXPECT_EQ(driver.calls, row.calls);
         EXPECT_EQ(result.verdict, Outcome::None);
         ASSERT_TRUE(result.failure);
     }

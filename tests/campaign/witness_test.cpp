@@ -1,0 +1,297 @@
+// Documents through the library of sales, over both protocols: what one leaves behind for the next, what they
+// cost, and what comes of it when a request is sent again or a neighbour comes in between.
+
+#include "abstractfrdriver.h"
+#include "documentissuer.h"
+#include "documentstart.h"
+#include "receiptissuer.h"
+#include "receiptparser.h"
+#include "rig.h"
+
+#include <gtest/gtest.h>
+#include <QRegularExpression>
+
+using sale::DocumentKind;
+
+namespace {
+
+const FrUser ivanova{QStringLiteral("Иванова"), QStringLiteral("кассир"), QStringLiteral("772100000040")};
+const FrUser petrova{QStringLiteral("Петрова"), {}, {}};
+
+/// A driver at work on its register.
+class Till
+{
+public:
+    explicit Till(Protocol language, bool isExclusive = true)
+        : line(language == Protocol::Hex ? receipt::Protocol::Hex : receipt::Protocol::Xml, isExclusive)
+        , m_rig(language)
+    {
+        rig().line.open();
+        driver().portOpen();
+        driver().connect();
+        driver().init();
+    }
+
+    Rig& rig() { return m_rig; }
+    AbstractFrDriver& driver() { return m_rig.driver(); }
+
+    sale::IssueResult sell(const QByteArray& json, const std::optional<sale::DriveMark>& known = {})
+    {
+        sale::IssueOptions options{line};
+        options.cashier = ivanova;
+        if (known)
+            options.known = sale::KnownMark{*known, true};
+        return sale::issueReceipt(driver(), receipt::receiptFromText(json), options);
+    }
+
+    sale::DocumentResult issue(
+        DocumentKind kind, const std::function<void()>& close, const FrUser& cashier = ivanova)
+    {
+        sale::DocumentSteps steps;
+        steps.close = close;
+        return sale::issueDocument(driver(), {kind}, steps, {line, cashier});
+    }
+
+    sale::DocumentResult moveCash(DocumentKind kind, double roubles, const FrUser& cashier = ivanova)
+    {
+        const auto type = kind == DocumentKind::CashIn ? hw::fr::CheckCashIn : hw::fr::CheckCashOut;
+        sale::DocumentSteps steps;
+        steps.open = [=, this] { driver().moneyCheckOpen(type, {}); };
+        steps.close = [=, this] { driver().moneyCheckClose(roubles); };
+        steps.finish = [this] { driver().moneyCheckWaitForPrint(); };
+        return sale::issueDocument(driver(), {kind, {}, qRound64(roubles * 100)}, steps, {line, cashier});
+    }
+
+    const sale::RegisterLine line;
+
+private:
+    Rig m_rig;
+};
+
+struct Step
+{
+    const char* name;
+    std::function<void(Till&)> make;
+    bool needsClosedShift = false;
+};
+
+Step receiptStep(const char* name, const QByteArray& json)
+{
+    return {name, [json](Till& till) { till.sell(json); }};
+}
+
+QByteArray receiptText(const QByteArray& head, const QByteArray& items, const QByteArray& sum = "10")
+{
+    return "{" + head + R"("items":[)" + items + R"(],"payments":[{"type":"cash","sum":)" + sum + "}]}";
+}
+
+const QByteArray milk = R"({"name":"Молоко","price":10,"quantity":1,"amount":10,"tax":{"type":"vat10"}})";
+const QByteArray jacket = R"({"name":"Куртка","price":10,"quantity":1,"amount":10,"tax":{"type":"vat10"},
+    "paymentObject":"commodityWithMarking","markingCode":"0104600000000015215!Ab1cD\u001d93dGVz"})";
+const QByteArray osn = R"("type":"sell","taxationType":"osn",)";
+const QByteArray byPetrova = R"("type":"sell","taxationType":"osn","operator":{"name":"Петрова"},)";
+
+const QList<Step>& steps()
+{
+    static const QList<Step> list{
+        receiptStep("sale", receiptText(osn, milk)),
+        receiptStep("sale by Petrova", receiptText(byPetrova, milk)),
+        receiptStep("sale without tax system", receiptText(R"("type":"sell",)", milk)),
+        receiptStep(
+            "sale of another tax system", receiptText(R"("type":"sell","taxationType":"usnIncome",)", milk)),
+        receiptStep("return", receiptText(R"("type":"sellReturn","taxationType":"osn",)", milk)),
+        receiptStep("with change", receiptText(osn, milk, "500")),
+        receiptStep("by mail", receiptText(osn + R"("clientInfo":{"emailOrPhone":"a@b.example"},)", milk)),
+        receiptStep(
+            "with text", receiptText(osn, milk + R"(,{"type":"text","text":"wide","doubleWidth":true})")),
+        receiptStep("with barcode",
+            receiptText(
+                osn, milk + R"(,{"type":"barcode","barcode":"4601234567890","barcodeType":"EAN13"})")),
+        receiptStep("marked", receiptText(osn, jacket)),
+        receiptStep("two goods", receiptText(osn, milk + "," + milk, "20")),
+        {"refused on the way, in a wide font",
+            [](Till& till) {
+                receipt::Receipt broken = receipt::receiptFromText(
+                    receiptText(osn, jacket + R"(,{"type":"text","text":"wide","doubleWidth":true})"));
+                broken.items[0].position.setCount(-1);
+                sale::IssueOptions options{till.line};
+                options.cashier = petrova;
+                sale::issueReceipt(till.driver(), broken, options);
+            }},
+        {"cash in", [](Till& till) { till.moveCash(DocumentKind::CashIn, 500); }},
+        {"cash out by Petrova", [](Till& till) { till.moveCash(DocumentKind::CashOut, 5, petrova); }},
+        {"cash out refused", [](Till& till) { till.moveCash(DocumentKind::CashOut, 1e6, petrova); }},
+        {"closing",
+            [](Till& till) { till.issue(DocumentKind::ShiftClosing, [&] { till.driver().zReport(); }); }},
+        {"closing by Petrova",
+            [](Till& till) {
+                till.issue(
+                    DocumentKind::ShiftClosing, [&] { till.driver().zReport(); }, petrova);
+            }},
+        {"X-report",
+            [](Till& till) {
+                sale::startDocument(till.driver(), petrova);
+                till.driver().xReport();
+            }},
+        {"report on settlements",
+            [](Till& till) { till.issue(DocumentKind::Report, [&] { till.driver().accountingReport(); }); },
+            true},
+        {"text",
+            [](Till& till) {
+                sale::startDocument(till.driver(), ivanova);
+                till.driver().textDocOpen(hw::fr::CheckNonFiscal);
+                till.driver().textDocPrint({QStringLiteral("строка")});
+                till.driver().textDocClose();
+            }},
+    };
+    return list;
+}
+
+/// A request without what counts requests and tells the time.
+QByteArray comparable(Protocol language, const QByteArray& request)
+{
+    if (language == Protocol::Hex)
+        return request.mid(6).chopped(2);
+    static const QRegularExpression changing(QStringLiteral("<(RequestId|DateTime)>[^<]*"));
+    return QString::fromUtf8(request).remove(changing).toUtf8();
+}
+
+QList<QByteArray> requestsOf(Protocol language, Till& till, const Step& step)
+{
+    // So that there is something to take out.
+    till.moveCash(DocumentKind::CashIn, 1000);
+    if (step.needsClosedShift)
+        till.driver().zReport();
+    else
+        till.driver().openShift();
+    till.rig().line.beginCall();
+    step.make(till);
+    QList<QByteArray> requests;
+    for (const QByteArray& request : till.rig().line.call().requests)
+        requests.append(comparable(language, request));
+    return requests;
+}
+
+class Protocols : public testing::TestWithParam<Protocol>
+{
+};
+
+TEST_P(Protocols, DocumentDoesNotDependOnTheOneBefore)
+{
+    for (const Step& second : steps()) {
+        Till fresh(GetParam());
+        const QList<QByteArray> alone = requestsOf(GetParam(), fresh, second);
+        EXPECT_FALSE(alone.isEmpty());
+        for (const Step& first : steps()) {
+            Till till(GetParam());
+            requestsOf(GetParam(), till, first);
+            EXPECT_EQ(requestsOf(GetParam(), till, second), alone) << second.name << " behind " << first.name;
+        }
+    }
+}
+
+TEST_P(Protocols, SaleCostsFewExchanges)
+{
+    const bool isHex = GetParam() == Protocol::Hex;
+    const QByteArray sale = receiptText(osn, milk);
+    const auto costOf = [&](Till& till, const std::optional<sale::DriveMark>& known) {
+        const int before = till.rig().line.requestCount();
+        const sale::IssueResult result = till.sell(sale, known);
+        EXPECT_TRUE(result.isIssued());
+        return std::pair(till.rig().line.requestCount() - before, result);
+    };
+    for (const bool isExclusive : {true, false}) {
+        Till till(GetParam(), isExclusive);
+        // Only the first initialisation behind a start of the register sets its clock.
+        const int started = till.rig().line.requestCount();
+        till.driver().connect();
+        till.driver().init();
+        const int connection = till.rig().line.requestCount() - started;
+        till.driver().openShift();
+        const auto [first, result] = costOf(till, std::nullopt);
+        EXPECT_LE(connection + first, isHex ? 21 : 8);
+        const auto [second, next] = costOf(till, result.after);
+        // Without any mark it is seven and two.
+        EXPECT_EQ(second, isExclusive ? (isHex ? 7 : 2) + 2 : first);
+        EXPECT_EQ(next.verdict.number, isHex ? 0U : next.before.lastDocument + 1);
+    }
+}
+
+// The register has done what it was told, and its answer is lost.
+TEST_P(Protocols, CashThatWentInIsCounted)
+{
+    const bool isHex = GetParam() == Protocol::Hex;
+    const struct
+    {
+        FaultKind fault;
+        bool isLast;
+        sale::Outcome outcome;
+        int times;
+    } rows[] = {
+        {FaultKind::None, true, sale::Outcome::Issued, 1},
+        {FaultKind::Silence, true, isHex ? sale::Outcome::NotIssued : sale::Outcome::Issued, 1},
+        {FaultKind::Lost, true, sale::Outcome::Issued, isHex ? 1 : 2},
+        {FaultKind::PaperOut, true, sale::Outcome::NotIssued, 1},
+    };
+    for (const auto& row : rows) {
+        Till till(GetParam());
+        till.moveCash(DocumentKind::CashIn, 1000);
+        // The exchanges of the next one are the same, and its last but those behind it is the document.
+        const int start = till.rig().line.requestCount();
+        till.moveCash(DocumentKind::CashIn, 1000);
+        const int cost = till.rig().line.requestCount() - start;
+        const int behind = isHex ? 0 : 7;
+        if (row.fault != FaultKind::None)
+            till.rig().line.planFault(cost - 1 - behind, row.fault);
+        const qint64 cash = till.rig().device.state().drawer.cash;
+        const sale::DocumentResult result = till.moveCash(DocumentKind::CashIn, 100);
+        EXPECT_EQ(result.verdict.outcome, row.outcome) << static_cast<int>(row.fault);
+        EXPECT_EQ(result.verdict.times, row.times) << static_cast<int>(row.fault);
+        const int went = row.outcome == sale::Outcome::Issued ? row.times : 0;
+        EXPECT_EQ(till.rig().device.state().drawer.cash - cash, 10'000 * went) << static_cast<int>(row.fault);
+    }
+}
+
+// The answer to the close is lost, and before the question about it another program makes a document.
+TEST_P(Protocols, NeighboursDocumentIsNotTakenForOurs)
+{
+    const bool isHex = GetParam() == Protocol::Hex;
+    const struct
+    {
+        FaultKind close;
+        FaultKind neighbour;
+        sale::Outcome hex;
+        sale::Outcome xml;
+    } rows[] = {
+        {FaultKind::Silence, FaultKind::None, sale::Outcome::NotIssued, sale::Outcome::NotIssued},
+        {FaultKind::Silence, FaultKind::NeighbourSells, sale::Outcome::NotIssued, sale::Outcome::NotIssued},
+        {FaultKind::Silence, FaultKind::NeighbourPutsCashIn, sale::Outcome::NotIssued,
+            sale::Outcome::NotIssued},
+        {FaultKind::Silence, FaultKind::NeighbourClosesShift, sale::Outcome::NotIssued,
+            sale::Outcome::NotIssued},
+        {FaultKind::Lost, FaultKind::None, sale::Outcome::Issued, sale::Outcome::Issued},
+        {FaultKind::Lost, FaultKind::NeighbourSells, sale::Outcome::Unknown, sale::Outcome::Unknown},
+        {FaultKind::Lost, FaultKind::NeighbourPutsCashIn, sale::Outcome::Issued, sale::Outcome::Issued},
+        {FaultKind::Lost, FaultKind::NeighbourClosesShift, sale::Outcome::Unknown, sale::Outcome::Unknown},
+    };
+    for (const auto& row : rows) {
+        Till till(GetParam());
+        const QByteArray text = receiptText(osn, milk);
+        till.sell(text);
+        const int start = till.rig().line.requestCount();
+        till.sell(text);
+        const int close = till.rig().line.requestCount() - start - 1 - (isHex ? 1 : 0);
+        till.rig().line.planFault(close, row.close);
+        if (row.neighbour != FaultKind::None)
+            till.rig().line.planFault(close + 1, row.neighbour);
+        const sale::IssueResult result = till.sell(text);
+        EXPECT_TRUE(result.failure);
+        EXPECT_EQ(result.verdict.outcome, isHex ? row.hex : row.xml)
+            << static_cast<int>(row.close) << ' ' << static_cast<int>(row.neighbour);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Documents, Protocols, testing::Values(Protocol::Hex, Protocol::Xml),
+    [](const auto& test) { return test.param == Protocol::Hex ? std::string("HEX") : std::string("XML"); });
+
+} // namespace
