@@ -1,4 +1,5 @@
 #include "bodies.h"
+#include "exchanges.h"
 #include "table.h"
 
 #include <QCoreApplication>
@@ -36,5 +37,7 @@ int main(int argc, char* argv[])
     registerSales();
     Medians medians;
     benchmark::RunSpecifiedBenchmarks(&medians);
-    return medians.printTable() ? 0 : 1;
+    const bool isGood = medians.printTable();
+    printExchanges();
+    return isGood ? 0 : 1;
 }
