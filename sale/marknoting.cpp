@@ -109,7 +109,8 @@ DriveMark readOnce(AbstractFrDriver& driver, const RegisterLine& line, DocumentK
         reading.askSums(kind);
     } else {
         reading.askDrive();
-        if (isReceipt(kind))
+        // The driver takes the question to a closed shift for a mistake.
+        if (isReceipt(kind) && reading.mark.isShiftOpen == true)
             reading.askSums(kind);
     }
     return reading.mark;
