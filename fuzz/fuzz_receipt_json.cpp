@@ -56,15 +56,17 @@ std::optional<receipt::CheckedReceipt> checked(const QByteArray& text, Protocol 
     }
 }
 
-frctl::Task prepared(const QByteArray& text, Protocol protocol, bool isReturn)
+frctl::Task prepared(const QByteArray& text, Protocol protocol, const receipt::Receipt& receipt)
 {
     const MemoryFile file(text);
     frctl::Options options;
     options.protocol = protocol == Protocol::Hex ? QStringLiteral("HEX") : QStringLiteral("XML");
     options.arguments = QStringList{file.name()};
     options.journalFile = QStringLiteral(":memory:");
+    if (receipt.cashier.value_or(FrUser()).name.isEmpty())
+        options.cashier.name = QStringLiteral("Иванова");
     try {
-        return isReturn ? frctl::prepareRefund(options) : frctl::prepareSell(options);
+        return receipt.isReturn() ? frctl::prepareRefund(options) : frctl::prepareSell(options);
     } catch (const frctl::CheckError&) {
         return {};
     }
@@ -110,7 +112,7 @@ void issue(const QByteArray& text, Protocol protocol)
         return;
     const receipt::Receipt& receipt = judged->receipt;
     fuzz::require(receipt.total >= 0 && receipt.paid >= receipt.total, "accepted unpaid");
-    const frctl::Task task = prepared(text, protocol, receipt.isReturn());
+    const frctl::Task task = prepared(text, protocol, receipt);
     fuzz::require(judged->hasErrors() != static_cast<bool>(task.onRegister), "frctl judges otherwise");
     if (!task.onRegister)
         return;
