@@ -7,6 +7,7 @@
 #include "exceptions.h"
 #include "failure.h"
 #include "findingoutput.h"
+#include "idconflict.h"
 #include "interruption.h"
 #include "journalerror.h"
 #include "logging.h"
@@ -14,6 +15,7 @@
 #include "messages.h"
 #include "receipterror.h"
 #include "registersession.h"
+#include "reviewneeded.h"
 #include "streams.h"
 #include "textcheck.h"
 
@@ -122,6 +124,13 @@ Complaint complaintOf(const std::exception_ptr& exception)
         complaint.kind = QStringLiteral("mark");
         complaint.bits = error.bits().constFirst();
         return complaint;
+    } catch (const sale::ReviewNeeded& error) {
+        Complaint complaint{ExitFailure, QString::fromUtf8(error.what()), QStringLiteral("ReviewNeeded")};
+        complaint.isNotOpened = true;
+        return complaint;
+    } catch (const sale::IdConflict& error) {
+        return {ExitUsage, QStringLiteral("--id: ") + QString::fromUtf8(error.what()),
+            QStringLiteral("UsageError")};
     } catch (const RegisterError& error) {
         return {exitStatusOf(error.verdict()), QString::fromUtf8(error.what()), error.exceptionName(),
             error.verdict(), error.isNotOpened()};
@@ -168,6 +177,8 @@ QJsonObject jsonOf(const Complaint& complaint, const Warnings& warnings)
         json.insert(QStringLiteral("outcome"), QStringLiteral("notOpened"));
     json.insert(QStringLiteral("error"), complaint.text);
     json.insert(QStringLiteral("exception"), complaint.exception);
+    if (complaint.exception == QStringLiteral("ReviewNeeded"))
+        json.insert(QStringLiteral("needsReview"), true);
     if (!complaint.refused.isEmpty())
         json.insert(QStringLiteral("refused"), QJsonArray::fromStringList(complaint.refused));
     insertErrors(json, complaint);
@@ -191,7 +202,7 @@ int report(const Complaint& complaint, const Warnings& warnings, bool json)
 
 Output runTask(RegisterSession& session, const Task& task, const Options& options)
 {
-    session.connect(task.withInit, task.cashier.value_or(options.cashier));
+    session.connect(task, task.cashier.value_or(options.cashier));
     for (const sale::SettledSale& settled : session.settledSales())
         complain(QStringLiteral("sale %1 of an earlier run: %2")
                      .arg(settled.id, sale::verdictText(settled.verdict)));
@@ -239,7 +250,8 @@ int run(const Options& options)
     setUpLogging(options.logLevel);
     Output output = work(options);
     insertWarnings(output.json, *options.warnings);
-    const QString text = options.json ? compact(output.json) : output.lines.join(QLatin1Char('\n'));
+    const QString text
+        = options.json && !output.areLinesJson ? compact(output.json) : output.lines.join(QLatin1Char('\n'));
     return deliver(text, output.status, output.verdict);
 }
 

@@ -4,6 +4,7 @@
 #include "errors.h"
 #include "fncommands.h"
 #include "infocommand.h"
+#include "journalcommands.h"
 #include "namescommand.h"
 #include "parametercommand.h"
 #include "printoutcommands.h"
@@ -52,6 +53,8 @@ constexpr Command commandTable[] = {
     {"logo", "FILE|--clear", "Program the header picture, or remove it (HEX).", 0, 1, prepareLogo},
     {"names", "fields", "What fields a receipt may have, and how the protocols carry them.", 1, 1,
         prepareNames},
+    {"journal", "list|show|settle|resolve|export|backup|anonymise|check|accept",
+        "What this machine's journal knows of its documents; see the manual page.", 1, 3, prepareJournal},
     {"mark", "CODE", "Check the marking code of one piece to be sold.", 1, 1, prepareMark},
 };
 
@@ -66,6 +69,13 @@ Task onRegister(const std::function<Output(AbstractFrDriver&)>& run)
 {
     Task task;
     task.onRegister = run;
+    return task;
+}
+
+Task documentOnRegister(const std::function<Output(AbstractFrDriver&)>& run)
+{
+    Task task = onRegister(run);
+    task.makesDocument = true;
     return task;
 }
 

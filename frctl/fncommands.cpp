@@ -83,19 +83,19 @@ QList<TaxSystemType> taxSystemsFromText(const QString& text)
     return systems;
 }
 
-Output registration(AbstractFrDriver& driver, const sale::DocumentOptions& document,
-    const QList<TaxSystemType>& systems, const QString& cashierName)
+Output registration(AbstractFrDriver& driver, const Options& options, const QList<TaxSystemType>& systems)
 {
     QStringList registered;
     const auto registerAnew = [&] {
-        driver.registration(systems, systems.constFirst(), cashierName, {ReasonSettingsChange}, {});
+        driver.registration(systems, systems.constFirst(), options.cashier.name, {ReasonSettingsChange}, {});
     };
     const auto askBack = [&] {
         for (const TaxSystemType system : driver.getAllTaxSystems())
             registered.append(TaxSystem::getDescription(system));
     };
-    const sale::Verdict verdict
-        = issueNumbered(driver, document, sale::DocumentKind::Report, registerAnew, askBack);
+    const sale::Verdict verdict = issueNumbered(driver, options,
+        {QStringLiteral("registration"), {{QStringLiteral("taxSystems"), options.taxSystems}}},
+        sale::DocumentKind::Report, registerAnew, askBack);
     return withVerdict({{QStringLiteral("registered: ") + registered.join(QStringLiteral(", "))},
                            {{QStringLiteral("taxSystems"), QJsonArray::fromStringList(registered)}}},
         verdict);
@@ -114,10 +114,9 @@ Task prepareRegistration(const Options& options)
     if (options.taxSystems.isEmpty())
         throw UsageError(QStringLiteral("registration needs --tax-systems"));
     const QList<TaxSystemType> systems = taxSystemsFromText(options.taxSystems);
-    const QString cashierName = options.cashier.name;
-    return onRegister([systems, cashierName, document = options.document()](AbstractFrDriver& driver) {
-        return registration(driver, document, systems, cashierName);
-    });
+    options.requireCashier();
+    return documentOnRegister(
+        [options, systems](AbstractFrDriver& driver) { return registration(driver, options, systems); });
 }
 
 } // namespace frctl

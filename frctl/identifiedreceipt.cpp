@@ -1,15 +1,32 @@
 #include "identifiedreceipt.h"
 
+#include "documentid.h"
+#include "documentkind.h"
 #include "documentoutput.h"
 #include "idconflict.h"
 
 namespace frctl {
 
-IdentifiedReceipt::IdentifiedReceipt(const QString& journalFile, const QString& id, const QByteArray& receipt)
-    : m_journal(journalFile)
+namespace {
+
+/// Earlier releases took other ids, too, and theirs are still asked for.
+void requireId(const sale::DocumentStore& store, const QString& id)
 {
+    if (!sale::isDocumentId(id) && !store.findId(id))
+        throw UsageError(QStringLiteral("--id: \"%1\" has not 8 to 64 of A-Z a-z 0-9 . _ : -").arg(id));
+}
+
+} // namespace
+
+IdentifiedReceipt::IdentifiedReceipt(const Options& options, const QByteArray& receipt)
+{
+    sale::DocumentStore& store = options.journal->store();
+    const QString id = options.id.isEmpty() ? sale::newDocumentId() : options.id;
+    requireId(store, id);
     try {
-        m_sale.emplace(m_journal, id, receipt);
+        m_sale.emplace(store,
+            sale::DocumentRequest{
+                id, documentKindName(sale::DocumentKind::Sale), receipt, options.registerName()});
     } catch (const sale::IdConflict& conflict) {
         throw UsageError(QStringLiteral("--id: ") + QString::fromUtf8(conflict.what()));
     }
@@ -17,11 +34,16 @@ IdentifiedReceipt::IdentifiedReceipt(const QString& journalFile, const QString& 
 
 std::optional<Output> IdentifiedReceipt::answer() const
 {
-    const sale::Verdict verdict = m_sale->record().verdict;
-    if (verdict.outcome == sale::Outcome::Unknown)
-        throw RegisterError(QStringLiteral("the sale %1 was broken off earlier").arg(m_sale->id()),
+    const std::optional<sale::StoredDocument> record = m_sale->record();
+    if (!record)
+        return std::nullopt;
+    const sale::Verdict verdict = verdictOf(*record);
+    if (record->state == sale::DocumentState::Unknown)
+        throw RegisterError(QStringLiteral("the sale %1 was broken off earlier; look at the register's tape, "
+                                           "then frctl journal resolve %1")
+                                .arg(m_sale->id()),
             QStringLiteral("Refusal"), verdict);
-    if (verdict.outcome != sale::Outcome::Issued)
+    if (record->state != sale::DocumentState::Issued)
         return std::nullopt;
     Output output;
     output.lines = {QStringLiteral("receipt issued before: document %1").arg(verdict.number)};
@@ -33,11 +55,10 @@ std::optional<Output> IdentifiedReceipt::answer() const
 
 std::optional<Output> IdentifiedReceipt::settledAnswer() const
 {
-    const sale::SaleRecord record = m_sale->record();
     // What could not be settled on this register.
-    if (record.verdict.outcome == sale::Outcome::None)
-        throw RegisterError(
-            QStringLiteral("the sale %1 was begun on fiscal drive %2").arg(record.id, record.before.drive),
+    if (m_sale->isUnsettled())
+        throw RegisterError(QStringLiteral("the sale %1 was begun on fiscal drive %2")
+                                .arg(m_sale->id(), m_sale->record()->drive),
             QStringLiteral("Refusal"), m_sale->verdict());
     std::optional<Output> output = answer();
     if (output)

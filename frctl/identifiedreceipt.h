@@ -1,20 +1,21 @@
 #pragma once
 
 #include "identifiedsale.h"
+#include "options.h"
 #include "output.h"
-#include "salejournal.h"
 
 #include <optional>
 
 namespace frctl {
 
-/// A receipt with an id on the command line, and what is said when it was asked for before.
+/// A receipt on its way through the journal, and what is said when it was asked for before. Without an id on
+/// the command line it has one of its own.
 class IdentifiedReceipt
 {
 public:
-    /// Throws UsageError when the id belongs to another receipt, JournalError. The receipt is the text of its
-    /// file.
-    IdentifiedReceipt(const QString& journalFile, const QString& id, const QByteArray& receipt);
+    /// Throws UsageError when the id is none or belongs to another receipt, JournalError. The receipt is the
+    /// text of its file. The journal of the options must outlive it.
+    IdentifiedReceipt(const Options& options, const QByteArray& receipt);
 
     /// Nothing when the sale is new, was not issued or was not settled. Throws RegisterError when its outcome
     /// is unknown.
@@ -26,7 +27,6 @@ public:
     sale::IdentifiedSale& identifiedSale() { return *m_sale; }
 
 private:
-    sale::SaleJournal m_journal;
     std::optional<sale::IdentifiedSale> m_sale;
 };
 

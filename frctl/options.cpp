@@ -7,7 +7,6 @@
 #include "taxnumber.h"
 
 #include <QCommandLineParser>
-#include <QStandardPaths>
 
 namespace frctl {
 
@@ -37,7 +36,12 @@ constexpr OptionRow optionRows[] = {
     {"tax-systems", "LIST", "For registration: osn, usnIncome, usnIncomeOutcome, envd, esn, patent."},
     {"id", "TEXT", "For sell and refund: the sale's name; the same name again is never sold twice."},
     {"journal", "FILE",
-        "Where sales with an id and marked goods are kept ($XDG_DATA_HOME/frctl/sales.sqlite)."},
+        "The journal of documents (/var/lib/frspf/sales.sqlite, or in $XDG_STATE_HOME/frspf)."},
+    {"state", "STATE", "For journal list and export: queued, running, issued, notIssued or unknown."},
+    {"since", "DATE", "For journal list and export: accepted on that day or later."},
+    {"before", "DATE", "For journal anonymise: accepted before that day."},
+    {"document", "N", "For journal resolve: the number on the receipt."},
+    {"note", "TEXT", "For journal resolve and accept: what was seen."},
     {"drop", "PATH", "For sell and refund: a field that the protocol does not carry; may be repeated."},
     {"split", nullptr,
         "For sell and refund: two positions where a discount leaves no whole kopecks a piece."},
@@ -161,13 +165,6 @@ Options::LogLevel logLevel(const QString& text)
     return static_cast<Options::LogLevel>(index);
 }
 
-/// In the user's folder for data.
-QString defaultJournal()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/frctl/sales.sqlite");
-}
-
 void readValues(const QCommandLineParser& parser, Options& options)
 {
     const auto value = [&parser](const char* name) { return parser.value(QString::fromLatin1(name)); };
@@ -181,7 +178,12 @@ void readValues(const QCommandLineParser& parser, Options& options)
     options.taxSystems = value("tax-systems");
     options.clear = isSet("clear");
     options.id = line("id", value("id"));
-    options.journalFile = isSet("journal") ? value("journal") : defaultJournal();
+    options.journal = std::make_shared<JournalAccess>(value("journal"));
+    options.state = value("state");
+    options.since = value("since");
+    options.before = value("before");
+    options.documentNumber = value("document");
+    options.note = value("note");
     options.cashier.name = cashierName(value("cashier"));
     options.drop = parser.values(QStringLiteral("drop"));
     options.split = isSet("split");
@@ -223,6 +225,10 @@ void refuseMisplaced(const QCommandLineParser& parser, const Options& options)
         throw UsageError(QStringLiteral("--force goes with params set"));
     if (parser.isSet(QStringLiteral("id")) && (options.id.trimmed().isEmpty() || !options.isReceipt()))
         throw UsageError(QStringLiteral("--id names a sale for sell and refund"));
+    for (const char* const name : {"state", "since", "before", "document", "note"}) {
+        if (parser.isSet(QString::fromLatin1(name)) && options.command != QStringLiteral("journal"))
+            throw UsageError(QStringLiteral("--%1 goes with journal").arg(QLatin1String(name)));
+    }
     for (const char* const name : {"drop", "split", "marks"}) {
         if (parser.isSet(QString::fromLatin1(name)) && !options.isReceipt())
             throw UsageError(QStringLiteral("--%1 goes with sell and refund").arg(QLatin1String(name)));
@@ -231,11 +237,21 @@ void refuseMisplaced(const QCommandLineParser& parser, const Options& options)
 
 } // namespace
 
-sale::DocumentOptions Options::document() const
+void Options::requireCashier() const
 {
     if (cashier.name.isEmpty())
         throw UsageError(QStringLiteral("%1 needs a cashier: --cashier").arg(command));
+}
+
+sale::DocumentOptions Options::document() const
+{
+    requireCashier();
     return {line(), cashier};
+}
+
+QString Options::registerName() const
+{
+    return devices::isTcpName(port) ? port : devices::devicePath(port);
 }
 
 Options parseOptions(const QStringList& commandLine)

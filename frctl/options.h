@@ -2,6 +2,7 @@
 
 #include "documentoptions.h"
 #include "driveroptions.h"
+#include "journalaccess.h"
 #include "markpolicy.h"
 #include "protocol.h"
 #include "warnings.h"
@@ -41,8 +42,13 @@ struct Options
     bool clear = false;
     /// The caller's name for a sale; empty for a sale without.
     QString id;
-    /// Where the sales with an id and the marked goods are kept.
-    QString journalFile;
+    std::shared_ptr<JournalAccess> journal = std::make_shared<JournalAccess>();
+    /// Of the command journal.
+    QString state;
+    QString since;
+    QString before;
+    QString documentNumber;
+    QString note;
     /// Paths of fields of the receipt that the protocol does not carry and that may be left out.
     QStringList drop;
     /// Positions whose discount does not divide become two.
@@ -62,6 +68,8 @@ struct Options
     std::shared_ptr<Warnings> warnings = std::make_shared<Warnings>();
 
     bool isHex() const { return protocol == QStringLiteral("HEX"); }
+    /// What the journal calls the register.
+    QString registerName() const;
     bool isReceipt() const
     {
         return command == QStringLiteral("sell") || command == QStringLiteral("refund");
@@ -70,6 +78,8 @@ struct Options
     {
         return isHex() ? receipt::Protocol::Hex : receipt::Protocol::Xml;
     }
+    /// Throws UsageError without one.
+    void requireCashier() const;
     /// For a document that is no receipt. Throws UsageError without a cashier.
     sale::DocumentOptions document() const;
     /// The register and the line to it, as the verdicts on documents need to know them.

@@ -16,6 +16,8 @@ struct Output
     ExitStatus status = ExitSuccess;
     /// Of the document that was issued, when it was one.
     sale::Verdict verdict = {};
+    /// Each line is a JSON object by itself, printed also where JSON is asked for.
+    bool areLinesJson = false;
 };
 
 } // namespace frctl

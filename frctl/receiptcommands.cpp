@@ -2,18 +2,16 @@
 
 #include "abstractfrdriver.h"
 #include "currenttime.h"
-#include "documentguard.h"
 #include "documentoutput.h"
 #include "errors.h"
 #include "identifiedreceipt.h"
 #include "inputfile.h"
-#include "journalerror.h"
 #include "mockfactory.h"
 #include "money.h"
 #include "receiptcheck.h"
 #include "receipterror.h"
 #include "receiptissuer.h"
-#include "salejournal.h"
+#include "review.h"
 #include "soldmarks.h"
 #include "textcheck.h"
 #include "witnesseddocument.h"
@@ -35,18 +33,25 @@ struct Issue
     Receipt receipt;
     sale::IssueOptions options;
     std::shared_ptr<Warnings> warnings;
-    /// For one of them the receipt is written down.
-    std::shared_ptr<IdentifiedReceipt> identified = {};
-    std::shared_ptr<sale::SaleJournal> journal = {};
+    std::shared_ptr<IdentifiedReceipt> identified;
+    Options commandLine;
 };
+
+/// What the journal knows of the register may save questions.
+sale::IssueOptions withKnownMark(const Issue& issue)
+{
+    sale::IssueOptions options = issue.options;
+    const Options& given = issue.commandLine;
+    if (const auto mark = sale::lastKnownMark(given.journal->store(), given.registerName()))
+        options.known = sale::KnownMark{*mark};
+    return options;
+}
 
 Output issue(AbstractFrDriver& driver, const Issue& issue)
 {
-    if (issue.identified) {
-        if (const std::optional<Output> answer = issue.identified->settledAnswer())
-            return *answer;
-    }
-    const sale::IssueResult result = sale::issueReceipt(driver, issue.receipt, issue.options);
+    if (const std::optional<Output> answer = issue.identified->settledAnswer())
+        return *answer;
+    const sale::IssueResult result = sale::issueReceipt(driver, issue.receipt, withKnownMark(issue));
     issue.warnings->add(result.warnings);
     if (result.failure)
         throwFailure(*result.failure, result.verdict);
@@ -90,28 +95,12 @@ QList<receipt::Finding> withoutReplaced(
     return findings;
 }
 
-/// Marked goods of a sale without an id are kept where the journal can be had.
-std::shared_ptr<sale::SaleJournal> journalOfMarks(
-    const Options& options, const Receipt& receipt, QList<receipt::Finding>& findings)
-{
-    if (!receipt.hasMarkedItems())
-        return {};
-    try {
-        return std::make_shared<sale::SaleJournal>(options.journalFile);
-    } catch (const sale::JournalError& error) {
-        findings.append(sale::journalWarning(error));
-        return {};
-    }
-}
-
 /// Those that are errors must be found before anything is sent; as warnings they come with the sale, after
 /// what an earlier run left open is settled.
 QList<receipt::Finding> soldBefore(const Options& options, const Issue& issue)
 {
-    const sale::SaleJournal* const journal
-        = issue.identified ? &issue.identified->identifiedSale().journal() : issue.journal.get();
-    return options.strict && journal != nullptr ? sale::soldMarks(*journal, issue.receipt, options.id)
-                                                : QList<receipt::Finding>();
+    return options.strict ? sale::soldMarks(options.journal->store(), issue.receipt, options.id)
+                          : QList<receipt::Finding>();
 }
 
 Task answered(const Output& answer)
@@ -121,29 +110,16 @@ Task answered(const Output& answer)
     return task;
 }
 
-/// Runs a document that the fiscal drive does not number.
-void runUnnumbered(AbstractFrDriver& driver, const sale::DocumentSteps& steps)
-{
-    const sale::DocumentResult result = sale::runDocument(driver, steps);
-    if (result.failure)
-        throwFailure(*result.failure, result.verdict);
-}
-
 Task prepareReceipt(const Options& options, bool isReturn)
 {
     const QByteArray text = readFile(options.arguments.constFirst());
-    receipt::CheckedReceipt checked = receipt::checkedReceipt(text, checkOptions(options));
-    Issue made{checked.receipt, {options.line(), nullptr, options.markPolicy}, options.warnings};
+    const receipt::CheckedReceipt checked = receipt::checkedReceipt(text, checkOptions(options));
+    const auto identified = std::make_shared<IdentifiedReceipt>(options, text);
     // A sale that is done already needs no register, and is no sale of the same goods again.
-    if (!options.id.isEmpty()) {
-        made.identified = std::make_shared<IdentifiedReceipt>(options.journalFile, options.id, text);
-        if (const std::optional<Output> answer = made.identified->answer())
-            return answered(*answer);
-        made.options.sale = &made.identified->identifiedSale();
-    } else {
-        made.journal = journalOfMarks(options, made.receipt, checked.findings);
-        made.options.journal = made.journal.get();
-    }
+    if (const std::optional<Output> answer = identified->answer())
+        return answered(*answer);
+    Issue made{checked.receipt, {options.line(), &identified->identifiedSale(), options.markPolicy},
+        options.warnings, identified, options};
     const FrUser cashier = cashierOf(options, made.receipt);
     settleFindings(options, QStringLiteral("ReceiptError"),
         withoutReplaced(checked.findings, made.receipt, cashier) + soldBefore(options, made));
@@ -152,22 +128,21 @@ Task prepareReceipt(const Options& options, bool isReturn)
         throw UsageError(QStringLiteral("%1 needs a cashier: --cashier, or \"operator\" in the receipt")
                              .arg(options.command));
     made.receipt.cashier = cashier;
-    Task task = onRegister([made](AbstractFrDriver& driver) { return issue(driver, made); });
+    Task task = documentOnRegister([made](AbstractFrDriver& driver) { return issue(driver, made); });
     task.cashier = cashier;
     return task;
 }
 
-Output moveCash(
-    AbstractFrDriver& driver, const sale::DocumentOptions& document, hw::fr::CheckType type, qint64 sum)
+Output moveCash(AbstractFrDriver& driver, const Options& options, hw::fr::CheckType type, qint64 sum)
 {
     const bool isIn = type == hw::fr::CheckCashIn;
-
     sale::DocumentSteps steps;
     steps.open = [&] { driver.moneyCheckOpen(type, {}); };
     steps.close = [&] { driver.moneyCheckClose(roubles(sum)); };
     steps.finish = [&] { driver.moneyCheckWaitForPrint(); };
-    const sale::Verdict verdict = issueWitnessed(
-        driver, document, {isIn ? sale::DocumentKind::CashIn : sale::DocumentKind::CashOut, {}, sum}, steps);
+    const sale::DocumentKind kind = isIn ? sale::DocumentKind::CashIn : sale::DocumentKind::CashOut;
+    const sale::Verdict verdict = issueWitnessed(driver, options,
+        {documentKindName(kind), {{QStringLiteral("sum"), roubles(sum)}}}, {kind, {}, sum}, steps);
     const QString text = isIn ? QStringLiteral("cash in: %1") : QStringLiteral("cash out: %1");
     return {{text.arg(moneyText(sum))}, {{QStringLiteral("sum"), roubles(sum)}}, ExitSuccess, verdict};
 }
@@ -181,8 +156,9 @@ Task prepareCash(const Options& options, hw::fr::CheckType type)
         = ok && value > 0.0 && value < 1e8 ? receipt::fixedPoint(value, 2) : std::nullopt;
     if (!sum || *sum == 0)
         throw UsageError(QStringLiteral("%1: \"%2\" is not a sum as 100.50").arg(options.command, text));
-    return onRegister([type, sum, document = options.document()](
-                          AbstractFrDriver& driver) { return moveCash(driver, document, type, *sum); });
+    options.requireCashier();
+    return documentOnRegister([options, type, sum = *sum](
+                                  AbstractFrDriver& driver) { return moveCash(driver, options, type, sum); });
 }
 
 /// As much of a line, but no half of a character.
@@ -208,7 +184,7 @@ QStringList fittedLines(const QStringList& lines, unsigned width)
     return result;
 }
 
-Output printText(AbstractFrDriver& driver, const QStringList& text, bool isHex)
+Output printText(AbstractFrDriver& driver, const Options& options, const QStringList& text)
 {
     driver.resetFont();
     const QStringList lines = fittedLines(text, driver.getBandWidthFonts().value(EFrDriver::NormalFont));
@@ -216,8 +192,9 @@ Output printText(AbstractFrDriver& driver, const QStringList& text, bool isHex)
     steps.open = [&] { driver.textDocOpen(hw::fr::CheckNonFiscal); };
     steps.fill = [&] { driver.textDocPrint(lines); };
     steps.close = [&] { driver.textDocClose(); };
-    steps.cancelAfterClose = isHex;
-    runUnnumbered(driver, steps);
+    steps.cancelAfterClose = options.isHex();
+    issueTraceless(driver, options,
+        {QStringLiteral("text"), {{QStringLiteral("lines"), static_cast<int>(lines.size())}}}, steps);
     return {{QStringLiteral("%1 lines printed").arg(lines.size())},
         {{QStringLiteral("lines"), static_cast<int>(lines.size())}}, ExitSuccess, sale::Outcome::Issued};
 }
@@ -250,8 +227,8 @@ Task preparePrint(const Options& options)
     TextCheck texts(options);
     const QStringList lines = texts.printedLines(fileName, readLines(fileName));
     texts.finish();
-    const bool isHex = options.isHex();
-    return onRegister([lines, isHex](AbstractFrDriver& driver) { return printText(driver, lines, isHex); });
+    return documentOnRegister(
+        [options, lines](AbstractFrDriver& driver) { return printText(driver, options, lines); });
 }
 
 } // namespace frctl

@@ -6,15 +6,13 @@
 #include "errors.h"
 #include "interruption.h"
 #include "journalerror.h"
+#include "pendingsales.h"
 #include "plugin.h"
 #include "portname.h"
-#include "salejournal.h"
 #include "serialdevicefactory.h"
-#include "settlement.h"
 #include "streamdevice.h"
 
 #include <QElapsedTimer>
-#include <QFile>
 #include <QThread>
 
 #include <algorithm>
@@ -36,11 +34,7 @@ QString holderOf(const devices::PortLock& lock)
 } // namespace
 
 RegisterSession::RegisterSession(const Options& options)
-    : m_journalFile(options.journalFile)
-    , m_registerLine(options.line())
-    , m_isJournalNeeded(!options.isReceipt() || !options.id.isEmpty())
-    , m_warnings(options.warnings)
-    , m_soleConnection(options.soleConnection)
+    : m_options(options)
 {
     m_deviceObject = createDeviceObject(findPlugin(options.plugins));
     m_line = devices::createSerialDevice(options.port);
@@ -62,7 +56,7 @@ RegisterSession::RegisterSession(const Options& options)
 RegisterSession::~RegisterSession()
 {
     closePort();
-    *m_soleConnection = {};
+    *m_options.soleConnection = {};
     if (m_isIdle)
         m_lock.leaveIdle();
 }
@@ -143,27 +137,27 @@ hw::AbstractRegisterParameters& RegisterSession::parameters() const
     return *parameters;
 }
 
-void RegisterSession::connect(bool withInit, const FrUser& cashier)
+void RegisterSession::connect(const Task& task, const FrUser& cashier)
 {
     m_driver->connect();
-    if (withInit) {
-        settleSales();
+    if (task.withInit) {
+        settleSales(task.makesDocument);
         m_driver->init();
     }
     m_driver->cashierLogin(cashier);
 }
 
-void RegisterSession::settleSales()
+void RegisterSession::settleSales(bool isJournalNeeded)
 {
-    if (!QFile::exists(m_journalFile))
-        return;
     try {
-        sale::SaleJournal journal(m_journalFile);
-        m_settledSales = sale::settlePendingSales(*m_driver, journal, m_registerLine);
+        if (!m_options.journal->exists())
+            return;
+        m_settledSales = sale::settlePendingSales(
+            *m_driver, m_options.journal->store(), m_options.line(), m_options.registerName());
     } catch (const sale::JournalError& error) {
-        if (m_isJournalNeeded)
+        if (isJournalNeeded)
             throw;
-        m_warnings->add({{receipt::Finding::Warning, {}, {},
+        m_options.warnings->add({{receipt::Finding::Warning, {}, {},
             QStringLiteral("sales of earlier runs are not settled: ") + QString::fromUtf8(error.what())}});
     }
 }

@@ -3,6 +3,7 @@
 #include "options.h"
 #include "portlock.h"
 #include "settledsale.h"
+#include "task.h"
 
 #include <QObject>
 
@@ -32,8 +33,9 @@ public:
     RegisterSession& operator=(const RegisterSession&) = delete;
 
     /// Reaches the register. Sales of earlier runs that were broken off are settled before init cleans up the
-    /// document that they left open; without init it stays as it is.
-    void connect(bool withInit, const FrUser& cashier);
+    /// document that they left open; without init it stays as it is. A task that makes a document does
+    /// nothing without the journal.
+    void connect(const Task& task, const FrUser& cashier);
     /// Those that were settled.
     const QList<sale::SettledSale>& settledSales() const { return m_settledSales; }
     /// To be called when the last exchange is over: the next program need not wait for an answer to this one.
@@ -46,7 +48,7 @@ private:
     void lockPort(const Options& options);
     void openLine(const Options& options);
     void buildDriver(const Options& options);
-    void settleSales();
+    void settleSales(bool isJournalNeeded);
     void closePort();
     /// What an exchange that was broken off has left on the line.
     void dropLeftovers();
@@ -59,12 +61,7 @@ private:
     std::unique_ptr<QObject> m_deviceObject;
     AbstractFrDriver* m_driver = nullptr;
     bool m_isIdle = false;
-    QString m_journalFile;
-    sale::RegisterLine m_registerLine;
-    /// A sale without an id goes on without it.
-    bool m_isJournalNeeded;
-    std::shared_ptr<Warnings> m_warnings;
-    std::shared_ptr<std::function<quint64()>> m_soleConnection;
+    const Options m_options;
     QList<sale::SettledSale> m_settledSales;
 };
 

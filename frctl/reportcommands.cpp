@@ -1,7 +1,6 @@
 #include "reportcommands.h"
 
 #include "abstractfrdriver.h"
-#include "documentstart.h"
 #include "errors.h"
 #include "shift.h"
 #include "witnesseddocument.h"
@@ -18,52 +17,63 @@ Output printed(const QString& what, const QJsonObject& fiscalData = {})
     return output;
 }
 
-Output xReport(AbstractFrDriver& driver, const FrUser& cashier)
+void printTraceless(AbstractFrDriver& driver, const Options& options, const PlainDocument& document,
+    const std::function<void()>& print)
 {
-    sale::startDocument(driver, cashier);
-    return printed(QStringLiteral("X report"), driver.xReport());
+    sale::DocumentSteps steps;
+    steps.close = print;
+    issueTraceless(driver, options, document, steps);
 }
 
-Output zReport(AbstractFrDriver& driver, const sale::DocumentOptions& document)
+Output xReport(AbstractFrDriver& driver, const Options& options)
+{
+    QJsonObject fiscalData;
+    printTraceless(driver, options, {QStringLiteral("xReport")}, [&] { fiscalData = driver.xReport(); });
+    return printed(QStringLiteral("X report"), fiscalData);
+}
+
+Output zReport(AbstractFrDriver& driver, const Options& options)
 {
     // The drivers say it in their log only.
     if (!isShiftOpen(driver))
         return {{QStringLiteral("the shift was closed already")}, {{QStringLiteral("closed"), false}}};
     QJsonObject fiscalData;
-    const sale::Verdict verdict = issueNumbered(
-        driver, document, sale::DocumentKind::ShiftClosing, [&] { fiscalData = driver.zReport(); });
+    const sale::Verdict verdict = issueNumbered(driver, options, {QStringLiteral("zReport")},
+        sale::DocumentKind::ShiftClosing, [&] { fiscalData = driver.zReport(); });
     Output output{{QStringLiteral("shift closed")}, {{QStringLiteral("closed"), true}}};
     if (!fiscalData.isEmpty())
         output.json.insert(QStringLiteral("fiscalData"), fiscalData);
     return withVerdict(output, verdict);
 }
 
-Output accountingReport(AbstractFrDriver& driver, const sale::DocumentOptions& document)
+Output accountingReport(AbstractFrDriver& driver, const Options& options)
 {
-    const sale::Verdict verdict
-        = issueNumbered(driver, document, sale::DocumentKind::Report, [&] { driver.accountingReport(); });
+    const sale::Verdict verdict = issueNumbered(driver, options, {QStringLiteral("accountingReport")},
+        sale::DocumentKind::Report, [&] { driver.accountingReport(); });
     return withVerdict(printed(QStringLiteral("report on the state of settlements")), verdict);
 }
 
-Output printDocument(AbstractFrDriver& driver, long number)
+Output printDocument(AbstractFrDriver& driver, const Options& options, long number)
 {
-    driver.printFnDocument(number);
+    printTraceless(driver, options,
+        {QStringLiteral("copy"), {{QStringLiteral("documentNumber"), static_cast<qint64>(number)}}},
+        [&] { driver.printFnDocument(number); });
     Output output = printed(QStringLiteral("document %1").arg(number));
     output.json.insert(QStringLiteral("document"), static_cast<qint64>(number));
     return output;
 }
 
-Output printLastOfDrive(AbstractFrDriver& driver)
+Output printLastOfDrive(AbstractFrDriver& driver, const Options& options)
 {
     const quint32 number = driver.getFnInfo().fnStatus.lastFdNumber;
     if (number == 0)
         throw Refusal(QStringLiteral("the fiscal drive holds no document"));
-    return printDocument(driver, static_cast<long>(number));
+    return printDocument(driver, options, static_cast<long>(number));
 }
 
-Output printLast(AbstractFrDriver& driver)
+Output printLast(AbstractFrDriver& driver, const Options& options)
 {
-    driver.printLastFnDocument();
+    printTraceless(driver, options, {QStringLiteral("copy")}, [&] { driver.printLastFnDocument(); });
     return printed(QStringLiteral("last document"));
 }
 
@@ -71,20 +81,21 @@ Output printLast(AbstractFrDriver& driver)
 
 Task prepareXReport(const Options& options)
 {
-    return onRegister([cashier = options.document().cashier](
-                          AbstractFrDriver& driver) { return xReport(driver, cashier); });
+    options.requireCashier();
+    return documentOnRegister([options](AbstractFrDriver& driver) { return xReport(driver, options); });
 }
 
 Task prepareZReport(const Options& options)
 {
-    return onRegister(
-        [document = options.document()](AbstractFrDriver& driver) { return zReport(driver, document); });
+    options.requireCashier();
+    return documentOnRegister([options](AbstractFrDriver& driver) { return zReport(driver, options); });
 }
 
 Task prepareAccountingReport(const Options& options)
 {
-    return onRegister([document = options.document()](
-                          AbstractFrDriver& driver) { return accountingReport(driver, document); });
+    options.requireCashier();
+    return documentOnRegister(
+        [options](AbstractFrDriver& driver) { return accountingReport(driver, options); });
 }
 
 Task preparePrintDocument(const Options& options)
@@ -94,14 +105,17 @@ Task preparePrintDocument(const Options& options)
     const quint32 number = text.toUInt(&ok);
     if (!ok || number == 0)
         throw UsageError(QStringLiteral("print-document: \"%1\" is no document number").arg(text));
-    return onRegister(
-        [number](AbstractFrDriver& driver) { return printDocument(driver, static_cast<long>(number)); });
+    return documentOnRegister([options, number](AbstractFrDriver& driver) {
+        return printDocument(driver, options, static_cast<long>(number));
+    });
 }
 
 Task preparePrintLastDocument(const Options& options)
 {
     // HEX has no command for it; there the drive tells the number.
-    return onRegister(options.isHex() ? printLastOfDrive : printLast);
+    return documentOnRegister([options](AbstractFrDriver& driver) {
+        return options.isHex() ? printLastOfDrive(driver, options) : printLast(driver, options);
+    });
 }
 
 } // namespace frctl

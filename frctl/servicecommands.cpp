@@ -40,14 +40,15 @@ Output status(AbstractFrDriver& driver)
     return output;
 }
 
-Output openShift(AbstractFrDriver& driver, const sale::DocumentOptions& document)
+Output openShift(AbstractFrDriver& driver, const Options& options)
 {
     const auto open = [&driver] { driver.openShift(); };
     if (isShiftOpen(driver)) {
         open();
         return {{QStringLiteral("the shift was open already")}, {{QStringLiteral("opened"), false}}};
     }
-    const sale::Verdict verdict = issueNumbered(driver, document, sale::DocumentKind::ShiftOpening, open);
+    const sale::Verdict verdict = issueNumbered(
+        driver, options, {QStringLiteral("openShift")}, sale::DocumentKind::ShiftOpening, open);
     return withVerdict({{QStringLiteral("shift opened")}, {{QStringLiteral("opened"), true}}}, verdict);
 }
 
@@ -113,8 +114,8 @@ Task prepareStatus(const Options&)
 
 Task prepareOpenShift(const Options& options)
 {
-    return onRegister(
-        [document = options.document()](AbstractFrDriver& driver) { return openShift(driver, document); });
+    options.requireCashier();
+    return documentOnRegister([options](AbstractFrDriver& driver) { return openShift(driver, options); });
 }
 
 Task prepareCancel(const Options& options)

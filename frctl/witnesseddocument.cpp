@@ -1,14 +1,35 @@
 #include "witnesseddocument.h"
 
+#include "documentid.h"
 #include "documentissuer.h"
 #include "documentoutput.h"
+#include "errors.h"
+#include "identifiedsale.h"
+
+#include <QJsonDocument>
 
 namespace frctl {
 
-sale::Verdict issueWitnessed(AbstractFrDriver& driver, const sale::DocumentOptions& document,
+namespace {
+
+sale::IdentifiedSale newDocument(const Options& options, const PlainDocument& document)
+{
+    QJsonObject body = document.details;
+    body.insert(QStringLiteral("type"), document.kind);
+    return {options.journal->store(),
+        {sale::newDocumentId(), document.kind, QJsonDocument(body).toJson(QJsonDocument::Compact),
+            options.registerName()}};
+}
+
+} // namespace
+
+sale::Verdict issueWitnessed(AbstractFrDriver& driver, const Options& options, const PlainDocument& document,
     const sale::Movement& ours, const sale::DocumentSteps& steps)
 {
-    const sale::DocumentResult result = sale::issueDocument(driver, ours, steps, document);
+    sale::IdentifiedSale written = newDocument(options, document);
+    sale::DocumentOptions made = options.document();
+    made.sale = &written;
+    const sale::DocumentResult result = sale::issueDocument(driver, ours, steps, made);
     if (result.failure)
         throwFailure(*result.failure, result.verdict);
     if (result.verdict.outcome != sale::Outcome::Issued || result.verdict.times > 1)
@@ -17,13 +38,23 @@ sale::Verdict issueWitnessed(AbstractFrDriver& driver, const sale::DocumentOptio
     return result.verdict;
 }
 
-sale::Verdict issueNumbered(AbstractFrDriver& driver, const sale::DocumentOptions& document,
+sale::Verdict issueNumbered(AbstractFrDriver& driver, const Options& options, const PlainDocument& document,
     sale::DocumentKind kind, const std::function<void()>& issue, const std::function<void()>& finish)
 {
     sale::DocumentSteps steps;
     steps.close = issue;
     steps.finish = finish;
-    return issueWitnessed(driver, document, {kind}, steps);
+    return issueWitnessed(driver, options, document, {kind}, steps);
+}
+
+void issueTraceless(AbstractFrDriver& driver, const Options& options, const PlainDocument& document,
+    const sale::DocumentSteps& steps)
+{
+    sale::IdentifiedSale written = newDocument(options, document);
+    const sale::DocumentResult result
+        = sale::issueTraceless(driver, steps, {options.line(), options.cashier, &written});
+    if (result.failure)
+        throwFailure(*result.failure, result.verdict);
 }
 
 Output withVerdict(Output output, const sale::Verdict& verdict)

@@ -62,7 +62,7 @@ frctl::Task prepared(const QByteArray& text, Protocol protocol, const receipt::R
     frctl::Options options;
     options.protocol = protocol == Protocol::Hex ? QStringLiteral("HEX") : QStringLiteral("XML");
     options.arguments = QStringList{file.name()};
-    options.journalFile = QStringLiteral(":memory:");
+    options.journal = std::make_shared<frctl::JournalAccess>(QStringLiteral(":memory:"));
     if (receipt.cashier.value_or(FrUser()).name.isEmpty())
         options.cashier.name = QStringLiteral("Иванова");
     try {

@@ -3,25 +3,55 @@
 #include "abstractfrdriver.h"
 #include "documentguard.h"
 #include "documentstart.h"
+#include "identifiedsale.h"
+#include "review.h"
 #include "witness.h"
 
 namespace sale {
 
 namespace {
 
-void prepare(AbstractFrDriver& driver, Witness& witness, DocumentKind kind)
+void prepare(AbstractFrDriver& driver, Witness& witness, const Movement& ours, const DocumentOptions& options)
 {
-    if (isCash(kind))
+    startDocument(driver, options.cashier);
+    if (isCash(ours.kind))
         driver.openShift();
     witness.note();
+    if (options.sale == nullptr)
+        return;
+    if (options.line.isExclusive)
+        witness.learn(requireKnown(driver, options.sale->store(), witness.before()));
+    options.sale->begin(witness.before(), {}, ours);
 }
 
-DocumentSteps withWitness(const DocumentSteps& steps, Witness& witness)
+DocumentSteps withWitness(const DocumentSteps& steps, Witness& witness, bool& isOpen)
 {
     DocumentSteps witnessed = steps;
-    witnessed.settle = [&witness] { return witness.afterFailure().value_or(Outcome::Unknown); };
+    witnessed.settle = [&witness, &isOpen] {
+        const std::optional<Verdict> verdict = witness.afterFailure();
+        isOpen = !verdict;
+        return verdict.value_or(Outcome::Unknown);
+    };
     witnessed.issued = witness.issued();
     return witnessed;
+}
+
+/// What was interrupted, or could not be asked about, is left to the next run.
+void writeDown(
+    IdentifiedSale* document, DocumentResult& result, bool isOpen, const std::optional<DriveMark>& after)
+{
+    if (document == nullptr)
+        return;
+    try {
+        if (result.failure)
+            document->note(*result.failure);
+        if (!isOpen)
+            document->settle(result.verdict, after);
+    } catch (...) {
+        // The failure that led here is the one to report.
+        if (!result.failure)
+            result.failure = currentFailure();
+    }
 }
 
 } // namespace
@@ -31,19 +61,37 @@ DocumentResult issueDocument(AbstractFrDriver& driver, const Movement& ours, con
 {
     Witness witness(driver, options.line, ours);
     try {
-        startDocument(driver, options.cashier);
-        prepare(driver, witness, ours.kind);
+        prepare(driver, witness, ours, options);
     } catch (...) {
         return {Outcome::None, currentFailure()};
     }
-    DocumentResult result = runDocument(driver, withWitness(steps, witness));
-    if (result.failure)
-        return result;
-    try {
-        result.verdict = witness.afterSuccess();
-    } catch (...) {
-        result.failure = currentFailure();
+    bool isOpen = false;
+    DocumentResult result = runDocument(driver, withWitness(steps, witness, isOpen));
+    if (!result.failure) {
+        try {
+            result.verdict = witness.afterSuccess();
+        } catch (...) {
+            result.failure = currentFailure();
+        }
     }
+    isOpen = isOpen || (result.failure && !result.failure->isOfDriver && result.verdict == Outcome::Unknown);
+    writeDown(options.sale, result, isOpen, result.failure ? std::nullopt : witness.after());
+    return result;
+}
+
+DocumentResult issueTraceless(
+    AbstractFrDriver& driver, const DocumentSteps& steps, const DocumentOptions& options)
+{
+    try {
+        if (!options.cashier.name.isEmpty())
+            startDocument(driver, options.cashier);
+        if (options.sale != nullptr)
+            options.sale->begin({});
+    } catch (...) {
+        return {Outcome::None, currentFailure()};
+    }
+    DocumentResult result = runDocument(driver, steps);
+    writeDown(options.sale, result, false, {});
     return result;
 }
 

@@ -5,11 +5,15 @@
 
 namespace sale {
 
+class IdentifiedSale;
+
 /// What a host may choose for a document that is no receipt.
 struct DocumentOptions
 {
     RegisterLine line = {};
     FrUser cashier = {};
+    /// The document on its way through the journal, as IssueOptions::sale.
+    IdentifiedSale* sale = nullptr;
 };
 
 } // namespace sale

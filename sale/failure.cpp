@@ -3,6 +3,7 @@
 #include "exceptions.h"
 #include "journalerror.h"
 #include "markrefusal.h"
+#include "reviewneeded.h"
 
 namespace sale {
 
@@ -45,6 +46,8 @@ Failure currentFailure()
         return {failure.tr().ru(), exceptionClassName(failure), exception, true};
     } catch (const JournalError& failure) {
         return {QString::fromUtf8(failure.what()), QStringLiteral("JournalError"), exception};
+    } catch (const ReviewNeeded& failure) {
+        return {QString::fromUtf8(failure.what()), QStringLiteral("ReviewNeeded"), exception};
     } catch (const MarkRefusal& failure) {
         return {QString::fromUtf8(failure.what()), QStringLiteral("MarkRefusal"), exception, false,
             QStringLiteral("mark"), failure.errors().constFirst().path, failure.bits().constFirst()};

@@ -1,19 +1,29 @@
 #pragma once
 
+#include <QDateTime>
 #include <QString>
 
 #include <stdexcept>
 
 namespace sale {
 
-/// The id of a sale belongs to another receipt: a mistake of the caller, nothing was sent.
+/// The id of a document belongs to another one: a mistake of the caller, nothing was sent.
 class IdConflict : public std::runtime_error
 {
 public:
-    explicit IdConflict(const QString& id)
-        : std::runtime_error(QStringLiteral("\"%1\" is the id of another receipt").arg(id).toStdString())
+    /// The time is that of the first one.
+    IdConflict(const QString& id, const QDateTime& time)
+        : std::runtime_error(QStringLiteral("\"%1\" is the id of another receipt, of %2")
+                                 .arg(id, time.toLocalTime().toString(Qt::ISODate))
+                                 .toStdString())
+        , m_time(time)
     {
     }
+
+    const QDateTime& time() const { return m_time; }
+
+private:
+    QDateTime m_time;
 };
 
 } // namespace sale

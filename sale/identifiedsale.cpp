@@ -1,54 +1,116 @@
 #include "identifiedsale.h"
 
 #include "idconflict.h"
-#include "salejournal.h"
-
-#include <QCryptographicHash>
-#include <QJsonDocument>
+#include "journalerror.h"
 
 namespace sale {
 
-namespace {
-
-/// Blanks and the order of the fields make no other receipt.
-QByteArray fingerprint(const QByteArray& receipt)
+Verdict verdictOf(const StoredDocument& document)
 {
-    const QJsonDocument json = QJsonDocument::fromJson(receipt);
-    const QByteArray plain = json.isNull() ? receipt : json.toJson(QJsonDocument::Compact);
-    return QCryptographicHash::hash(plain, QCryptographicHash::Sha256).toHex();
+    switch (document.state) {
+    case DocumentState::Issued: {
+        Verdict verdict(Outcome::Issued, document.documentNumber);
+        verdict.isNumberRead = document.isNumberRead;
+        verdict.times = document.times;
+        return verdict;
+    }
+    case DocumentState::Running:
+    case DocumentState::Unknown:
+        return Outcome::Unknown;
+    default:
+        return Outcome::NotIssued;
+    }
 }
 
-} // namespace
-
-IdentifiedSale::IdentifiedSale(SaleJournal& journal, const QString& id, const QByteArray& receipt)
-    : m_journal(journal)
-    , m_id(id)
-    , m_receipt(fingerprint(receipt))
+std::optional<DocumentEnding> endingOf(const Verdict& verdict)
 {
-    if (record().receipt != m_receipt)
-        throw IdConflict(id);
+    switch (verdict.outcome) {
+    case Outcome::Issued:
+        return DocumentEnding{.state = DocumentState::Issued,
+            .documentNumber = verdict.number,
+            .isNumberRead = verdict.isNumberRead,
+            .times = verdict.times};
+    case Outcome::NotIssued:
+        return DocumentEnding{.state = DocumentState::NotIssued, .reason = StateReason::Settled};
+    case Outcome::None:
+    case Outcome::Cancelled:
+        return DocumentEnding{.state = DocumentState::NotIssued, .reason = StateReason::Refused};
+    case Outcome::NotCancelled:
+        return std::nullopt;
+    default:
+        return DocumentEnding{};
+    }
 }
 
-SaleRecord IdentifiedSale::record() const
+IdentifiedSale::IdentifiedSale(DocumentStore& store, const DocumentRequest& request)
+    : m_store(store)
+    , m_request(request)
 {
-    // A sale that is not in the journal is as one that was not issued.
-    return m_journal.find(m_id).value_or(SaleRecord{m_id, m_receipt, Outcome::NotIssued, {}});
+    const std::optional<StoredDocument> known = record();
+    if (known && known->state != DocumentState::NotIssued && known->digest != bodyDigest(request.body))
+        throw IdConflict(id(), known->accepted);
+}
+
+IdentifiedSale::IdentifiedSale(DocumentStore& store, const QString& id, const QByteArray& receipt)
+    : IdentifiedSale(store, {id, documentKindName(DocumentKind::Sale), receipt, {}})
+{
+}
+
+std::optional<StoredAttempt> IdentifiedSale::lastAttempt() const
+{
+    const std::optional<StoredDocument> known = record();
+    return known && !known->attempts.isEmpty() ? std::optional(known->attempts.constLast()) : std::nullopt;
 }
 
 Verdict IdentifiedSale::verdict() const
 {
-    const Verdict known = record().verdict;
-    return known.outcome == Outcome::None ? Outcome::Unknown : known;
+    const std::optional<StoredDocument> known = record();
+    return known ? verdictOf(*known) : Verdict(Outcome::NotIssued);
 }
 
-void IdentifiedSale::begin(const DriveMark& before, const MarkEntry& marks, const Movement& ours)
+bool IdentifiedSale::isUnsettled() const
 {
-    m_journal.begin(m_id, m_receipt, before, marks, ours);
+    const std::optional<StoredDocument> known = record();
+    return known && known->state == DocumentState::Running;
 }
 
-void IdentifiedSale::settle(const Verdict& verdict)
+void IdentifiedSale::begin(const DriveMark& before, const MarkEntry& goods, const Movement& movement)
 {
-    m_journal.settle(m_id, verdict);
+    m_request.goods = goods.marks;
+    // Whoever gives a receipt need not read it for that.
+    if (m_request.kind == documentKindName(DocumentKind::Sale) && isReceipt(movement.kind))
+        m_request.kind = documentKindName(movement.kind);
+    m_store.accept(m_request);
+    const std::optional<int> attempt = m_store.begin(id(), {before.toJson(), movement.toJson()});
+    if (!attempt)
+        throw JournalError(QStringLiteral("the time of the document %1 is over").arg(id()));
+    m_attempt = *attempt;
+}
+
+void IdentifiedSale::note(const Failure& failure)
+{
+    QJsonObject json{{QStringLiteral("text"), failure.text}};
+    if (!failure.exceptionName.isEmpty())
+        json.insert(QStringLiteral("exception"), failure.exceptionName);
+    m_store.note(id(), m_attempt, {.failure = json});
+}
+
+void IdentifiedSale::note(const QList<receipt::Finding>& warnings)
+{
+    QJsonArray json;
+    for (const receipt::Finding& warning : warnings)
+        json.append(warning.text());
+    m_store.note(id(), m_attempt, {.warnings = json});
+}
+
+void IdentifiedSale::settle(const Verdict& verdict, const std::optional<DriveMark>& after)
+{
+    std::optional<DocumentEnding> ending = endingOf(verdict);
+    if (!ending)
+        return;
+    if (after)
+        ending->markAfter = after->toJson();
+    m_store.settle(id(), m_attempt, *ending);
 }
 
 } // namespace sale

@@ -1,40 +1,61 @@
 #pragma once
 
+#include "documentstore.h"
+#include "drivemark.h"
+#include "failure.h"
+#include "finding.h"
 #include "markentry.h"
-#include "salerecord.h"
+#include "movement.h"
+#include "verdict.h"
 
 namespace sale {
 
-class SaleJournal;
-
-/// A sale that the caller gave an id, so that it can be asked for again without being done twice. All
-/// operations throw JournalError when the journal fails.
+/// A document of ours on its way through the journal: under the id that the caller gave it, so that it can be
+/// asked for again without being done twice, or under one of its own. All operations throw JournalError when
+/// the journal fails.
 class IdentifiedSale
 {
 public:
-    /// The receipt is what the caller made it of, so that another one under the same id is noticed: mostly
-    /// the JSON text, whose blanks and order of fields do not count; any other bytes are taken as they are.
-    /// The journal must outlive the sale. Throws IdConflict when the id belongs to another receipt.
-    IdentifiedSale(SaleJournal& journal, const QString& id, const QByteArray& receipt);
+    /// The journal must outlive the sale. Nothing is written yet. Throws IdConflict when the id belongs to
+    /// another document; the body of one that is not issued may change.
+    IdentifiedSale(DocumentStore& store, const DocumentRequest& request);
+    /// The same for a receipt, which is what the caller made it of: mostly the JSON text, whose blanks and
+    /// order of fields do not count; any other bytes are taken as they are.
+    IdentifiedSale(DocumentStore& store, const QString& id, const QByteArray& receipt);
 
-    const QString& id() const { return m_id; }
-    const SaleJournal& journal() const { return m_journal; }
-    /// What is known of the sale from earlier runs: Issued, Unknown, NotIssued (also for one that is new), or
-    /// None for one that was begun and not settled. After settlePendingSales, None says that it was begun on
-    /// another fiscal drive.
-    SaleRecord record() const;
-    /// What a host may act on: only NotIssued may be done. One that was begun and not settled is Unknown.
+    const QString& id() const { return m_request.id; }
+    DocumentStore& store() const { return m_store; }
+    /// What the journal knows of it; nothing for one that is new.
+    std::optional<StoredDocument> record() const { return m_store.findId(id()); }
+    /// The last attempt at it.
+    std::optional<StoredAttempt> lastAttempt() const;
+    /// What a host may act on: only NotIssued may be done, also said of a document that is new. One that was
+    /// begun and not settled is Unknown.
     Verdict verdict() const;
+    /// True for one that was begun and not settled: the register was not asked, or did not answer.
+    bool isUnsettled() const;
 
-    /// Before the document is opened.
-    void begin(const DriveMark& before, const MarkEntry& marks = {}, const Movement& ours = {});
-    /// When the outcome is known.
-    void settle(const Verdict& verdict);
+    /// Before the document's first byte. Throws JournalError also when it is done or under way elsewhere.
+    void begin(const DriveMark& before, const MarkEntry& goods = {}, const Movement& movement = {});
+    /// What is learnt of the attempt that was begun.
+    void note(const Failure& failure);
+    void note(const QList<receipt::Finding>& warnings);
+    /// When the outcome is known. One that was never closed, or was cancelled, was refused; NotIssued says
+    /// that the register was asked. NotCancelled leaves the document to be settled. The mark is that behind
+    /// the document, where it is known.
+    void settle(const Verdict& verdict, const std::optional<DriveMark>& after = {});
 
 private:
-    SaleJournal& m_journal;
-    const QString m_id;
-    const QByteArray m_receipt;
+    DocumentStore& m_store;
+    DocumentRequest m_request;
+    /// 0 before it was begun.
+    int m_attempt = 0;
 };
+
+/// What the journal has as a verdict; Unknown for a document that was begun and not settled, NotIssued for
+/// one that waits.
+Verdict verdictOf(const StoredDocument& document);
+/// How the journal puts a verdict; nothing for one that leaves the document open.
+std::optional<DocumentEnding> endingOf(const Verdict& verdict);
 
 } // namespace sale

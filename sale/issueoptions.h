@@ -10,19 +10,17 @@
 namespace sale {
 
 class IdentifiedSale;
-class SaleJournal;
 
 /// What a host may choose when it issues a receipt.
 struct IssueOptions
 {
     RegisterLine line = {};
-    /// A sale with an id is written down before and after; not owned, may be null.
+    /// The sale on its way through the journal, which it is written down in before and after; not owned.
+    /// Without one nobody knows of the receipt when this program dies. On an exclusive register documents
+    /// that the journal does not know are a failure then, see requireKnown.
     IdentifiedSale* sale = nullptr;
     /// What becomes of the receipt when the register does not find its marking codes good.
     MarkPolicy markPolicy = MarkPolicy::Warn;
-    /// Keeps the marked goods of a receipt without an id, so that a piece that is sold twice is noticed; a
-    /// sale with an id has them in its own journal. Not owned, may be null. When it fails, this is a warning.
-    SaleJournal* journal = nullptr;
     /// Saves questions on an exclusive register: IssueResult::after of the document before, or the last one
     /// that a journal knows.
     std::optional<KnownMark> known = {};

@@ -7,7 +7,7 @@
 #include "identifiedsale.h"
 #include "journalerror.h"
 #include "markasking.h"
-#include "salejournal.h"
+#include "review.h"
 #include "soldmarks.h"
 #include "witness.h"
 
@@ -94,9 +94,6 @@ public:
         const DocumentResult document = runDocument(m_driver, steps());
         m_result.verdict = document.verdict;
         m_result.failure = document.failure;
-        if (!m_writtenMarks.isEmpty())
-            withJournal(
-                [this](SaleJournal& journal) { journal.settleMarks(m_writtenMarks, m_result.verdict); });
         try {
             if (document.failure)
                 meetFailure();
@@ -115,11 +112,12 @@ private:
         if (m_options.sale == nullptr)
             return false;
         try {
-            const SaleRecord record = m_options.sale->record();
             m_result.verdict = m_options.sale->verdict();
-            m_result.isFinal = record.verdict.outcome != Outcome::None;
-            m_result.before = record.before;
-            m_result.ours = record.ours;
+            m_result.isFinal = !m_options.sale->isUnsettled();
+            if (const std::optional<StoredAttempt> attempt = m_options.sale->lastAttempt()) {
+                m_result.before = DriveMark::fromJson(attempt->start.markBefore);
+                m_result.ours = Movement::fromJson(attempt->start.movement);
+            }
         } catch (const JournalError&) {
             m_result.failure = currentFailure();
             return true;
@@ -138,6 +136,8 @@ private:
         m_receipt.document.setCashierName(cashier.name);
         completeTaxSystem(m_driver, m_receipt);
         m_witness.note(m_options.known);
+        if (m_options.sale != nullptr && m_options.line.isExclusive)
+            m_witness.learn(requireKnown(m_driver, m_options.sale->store(), m_witness.before()));
         m_result.before = m_witness.before();
         // Without it nobody could say afterwards what has become of the receipt.
         if (!m_result.before.isKnown())
@@ -147,24 +147,10 @@ private:
         writeDown();
     }
 
-    /// A sale without an id goes on without its journal.
-    template <typename Work>
-    void withJournal(const Work& work)
-    {
-        if (m_options.journal == nullptr || m_options.sale != nullptr || m_marks.marks.isEmpty())
-            return;
-        try {
-            work(*m_options.journal);
-        } catch (const JournalError& error) {
-            m_result.warnings.append(journalWarning(error));
-        }
-    }
-
     void warnOfSoldMarks()
     {
         if (m_options.sale != nullptr && !m_marks.marks.isEmpty())
-            m_result.warnings += soldMarks(m_options.sale->journal(), m_receipt, m_options.sale->id());
-        withJournal([this](SaleJournal& journal) { m_result.warnings += soldMarks(journal, m_receipt); });
+            m_result.warnings += soldMarks(m_options.sale->store(), m_receipt, m_options.sale->id());
     }
 
     void checkMarks()
@@ -183,11 +169,11 @@ private:
     void writeDown()
     {
         try {
-            if (m_options.sale != nullptr)
-                m_options.sale->begin(m_result.before, m_marks, m_result.ours);
-            withJournal([this](SaleJournal& journal) {
-                m_writtenMarks = journal.beginMarks(m_marks, m_result.before);
-            });
+            if (m_options.sale == nullptr)
+                return;
+            m_options.sale->begin(m_result.before, m_marks, m_result.ours);
+            if (!m_result.warnings.isEmpty())
+                m_options.sale->note(m_result.warnings);
         } catch (const JournalError&) {
             forgetMarks(m_driver, m_receipt);
             throw;
@@ -224,20 +210,26 @@ private:
         m_result.isFinal = isUndone || outcome == Outcome::Issued || m_settled;
         if (isUndone)
             forgetMarks(m_driver, m_receipt);
-        // What could not be found out now is left to the next run.
-        if (!m_result.isFinal)
-            return;
         try {
-            writeOutcome(isUndone ? Outcome::NotIssued : m_result.verdict);
+            noteFailure();
+            // What could not be found out now is left to the next run.
+            if (m_result.isFinal)
+                writeOutcome(m_result.verdict);
         } catch (const JournalError&) {
             // The failure that led here is the one to report; without an outcome the sale is settled later.
         }
     }
 
+    void noteFailure()
+    {
+        if (m_options.sale != nullptr && m_result.failure)
+            m_options.sale->note(*m_result.failure);
+    }
+
     void writeOutcome(const Verdict& verdict)
     {
         if (m_options.sale != nullptr)
-            m_options.sale->settle(verdict);
+            m_options.sale->settle(verdict, m_witness.after());
     }
 
     AbstractFrDriver& m_driver;
@@ -245,8 +237,6 @@ private:
     Receipt m_receipt;
     const IssueOptions m_options;
     const MarkEntry m_marks;
-    /// Their name in the journal of a sale without an id.
-    QString m_writtenMarks;
     Witness m_witness;
     std::optional<Verdict> m_settled;
     IssueResult m_result;

@@ -2,7 +2,6 @@
 
 #include "abstractfrdriver.h"
 #include "marknoting.h"
-#include "salejournal.h"
 #include "verdicttable.h"
 
 namespace sale {
@@ -49,24 +48,6 @@ Verdict settle(
     AbstractFrDriver& driver, const DriveMark& before, const Movement& ours, const RegisterLine& line)
 {
     return settle(driver, before, ours, line, line.isExclusive);
-}
-
-QList<SettledSale> settlePendingSales(
-    AbstractFrDriver& driver, SaleJournal& journal, const RegisterLine& line)
-{
-    QList<SettledSale> settled;
-    const QList<SaleRecord> pending = journal.pending();
-    if (pending.isEmpty())
-        return settled;
-    const QString drive = noteMark(driver, line, DocumentKind::Report).drive;
-    for (const SaleRecord& sale : pending) {
-        if (sale.before.drive != drive)
-            continue;
-        const Verdict verdict = settle(driver, sale.before, sale.ours, line);
-        journal.settle(sale.id, verdict);
-        settled.append({sale.id, verdict});
-    }
-    return settled;
 }
 
 } // namespace sale

@@ -3,16 +3,11 @@
 #include "drivemark.h"
 #include "movement.h"
 #include "registerline.h"
-#include "settledsale.h"
 #include "verdict.h"
-
-#include <QList>
 
 class AbstractFrDriver;
 
 namespace sale {
-
-class SaleJournal;
 
 /// Finds out what has become of a document of ours that was begun when the register had that mark. To be
 /// called after connect and before init. A document that was not issued is left behind by the register too:
@@ -24,11 +19,5 @@ Verdict settle(AbstractFrDriver& driver, const DriveMark& before, const Movement
 /// The same in another connection: the line was ours alone if nobody else works the register.
 Verdict settle(
     AbstractFrDriver& driver, const DriveMark& before, const Movement& ours, const RegisterLine& line = {});
-
-/// Settles the sales that earlier runs began on this fiscal drive and did not bring to their end. To be done
-/// after each connect and before init, which cleans up the open document, and before any other document moves
-/// the number. Throws JournalError and the driver's exceptions.
-QList<SettledSale> settlePendingSales(
-    AbstractFrDriver& driver, SaleJournal& journal, const RegisterLine& line = {});
 
 } // namespace sale

@@ -1,26 +1,51 @@
 #include "soldmarks.h"
 
-#include "journalerror.h"
+#include "documentkind.h"
+#include "documentstore.h"
+#include "markentry.h"
+#include "marksyntax.h"
 #include "receipt.h"
-#include "salejournal.h"
 
 namespace sale {
 
 namespace {
 
-QString reasonOf(const MarkRecord& sold)
+bool isReturn(const StoredDocument& document)
 {
-    const QString time = sold.time.toLocalTime().toString(Qt::ISODate);
-    if (sold.document == 0)
+    return document.request.kind == documentKindName(DocumentKind::SaleReturn);
+}
+
+/// The sale behind which the piece was not returned. A return counts when it is known to have been issued.
+std::optional<StoredDocument> lastSale(
+    const DocumentStore& store, const QString& code, const QString& exceptId)
+{
+    const QList<StoredDocument> found
+        = store.find({.states = {DocumentState::Issued, DocumentState::Running, DocumentState::Unknown},
+            .goods = receipt::markIdentity(code),
+            .withAttempts = false});
+    for (const StoredDocument& document : found) {
+        if (document.request.id == exceptId
+            || (isReturn(document) && document.state != DocumentState::Issued))
+            continue;
+        return isReturn(document) ? std::nullopt : std::optional(document);
+    }
+    return std::nullopt;
+}
+
+QString soldReason(const StoredDocument& sold)
+{
+    const QString time
+        = (sold.settled.isValid() ? sold.settled : sold.begun).toLocalTime().toString(Qt::ISODate);
+    if (sold.state != DocumentState::Issued)
         return QStringLiteral("may have been sold on %1: that sale was broken off").arg(time);
     return QStringLiteral("was sold on %1, document %2 of fiscal drive %3, and not returned since")
-        .arg(time, QString::number(sold.document), sold.drive);
+        .arg(time, QString::number(sold.documentNumber), sold.drive);
 }
 
 } // namespace
 
 QList<receipt::Finding> soldMarks(
-    const SaleJournal& journal, const receipt::Receipt& receipt, const QString& exceptId)
+    const DocumentStore& store, const receipt::Receipt& receipt, const QString& exceptId)
 {
     QList<receipt::Finding> findings;
     if (receipt.isReturn())
@@ -30,17 +55,10 @@ QList<receipt::Finding> soldMarks(
         if (!item.isMarked())
             continue;
         const QString code = item.position.getMarkingCode();
-        if (const std::optional<MarkRecord> sold = journal.soldMark(code, exceptId))
-            findings.append({receipt::Finding::Warning, markPath(item, index), code, reasonOf(*sold)});
+        if (const std::optional<StoredDocument> sold = lastSale(store, code, exceptId))
+            findings.append({receipt::Finding::Warning, markPath(item, index), code, soldReason(*sold)});
     }
     return findings;
-}
-
-receipt::Finding journalWarning(const JournalError& error)
-{
-    return {receipt::Finding::Warning, {}, {},
-        QString::fromUtf8(error.what())
-            + QStringLiteral(": a marking code that is sold twice is not noticed")};
 }
 
 } // namespace sale

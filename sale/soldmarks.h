@@ -10,15 +10,11 @@ struct Receipt;
 
 namespace sale {
 
-class JournalError;
-class SaleJournal;
+class DocumentStore;
 
 /// Warnings of the pieces that the journal knows as sold, or perhaps sold, and not as returned since; none
 /// for a return. A sale of the id given does not count. Throws JournalError.
 QList<receipt::Finding> soldMarks(
-    const SaleJournal& journal, const receipt::Receipt& receipt, const QString& exceptId = {});
-
-/// Of a journal that does not tell what was sold, or does not keep what is.
-receipt::Finding journalWarning(const JournalError& error);
+    const DocumentStore& store, const receipt::Receipt& receipt, const QString& exceptId = {});
 
 } // namespace sale

@@ -24,6 +24,8 @@ public:
     /// own answers fit it. Throws the driver's exceptions.
     void note(const std::optional<KnownMark>& known = {});
     const DriveMark& before() const { return m_before; }
+    /// The mark with more than it told by itself.
+    void learn(const DriveMark& before) { m_before = before; }
     /// The number that the drive gives the document; 0 when the mark does not tell.
     Verdict issued() const;
 

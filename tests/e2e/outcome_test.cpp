@@ -17,7 +17,7 @@ protected:
     QStringList command(const Emulator& emulator) const
     {
         return {"--plugin", QStringLiteral(SPF_PLUGIN), "--protocol", "HEX", "--port", emulator.port(),
-            "--json", "--journal", folder.filePath("sales.sqlite"), "--id", "till-1/42", "sell",
+            "--json", "--journal", folder.filePath("sales.sqlite"), "--id", "till-1:42", "sell",
             QStringLiteral(FRSPF_EXAMPLES "/sale.json")};
     }
 
@@ -68,7 +68,10 @@ QList<QJsonObject> receipts(const Emulator& emulator)
 QString logOf(const QStringList& command)
 {
     const Emulator emulator;
-    const QStringList options{"--protocol", "HEX", "--port", emulator.port(), "--log-level", "trace"};
+    // What another run has left to be settled would be asked about first.
+    const QTemporaryDir journal;
+    const QStringList options{"--protocol", "HEX", "--port", emulator.port(), "--log-level", "trace",
+        "--journal", journal.filePath("sales")};
     return QString::fromUtf8(runFrctl(options + command).errors);
 }
 
@@ -148,10 +151,26 @@ TEST_F(Outcome, InterruptedOperationTellsWhatIsKnown)
     };
     for (const auto& row : rows) {
         const Emulator emulator(faultAt(row.line, "silence", row.command));
-        const QStringList options{
-            "--protocol", "HEX", "--port", emulator.port(), "--json", "--log-level", "debug"};
+        const QTemporaryDir journal;
+        const QStringList options{"--protocol", "HEX", "--port", emulator.port(), "--json", "--log-level",
+            "debug", "--journal", journal.filePath("sales")};
         answerOf(interruptFrctl(options + row.command, row.line, SIGTERM), 130, row.outcome);
     }
+}
+
+// Somebody else may have made just such a document: a person says what it was.
+TEST_F(Outcome, PersonSaysWhatNobodyCanTell)
+{
+    const Emulator emulator(faultAtClose("lost"));
+    kill(emulator, [&emulator](const QByteArray&) { return !receipts(emulator).isEmpty(); });
+    const QStringList shared{"--exclusive", "no"};
+    answerOf(runFrctl(shared + command(emulator)), 5, "unknown");
+    const QStringList resolve{
+        "--journal", folder.filePath("sales.sqlite"), "journal", "resolve", "till-1:42"};
+    EXPECT_EQ(runFrctl(resolve + QStringList{"not-issued"}).status, 2) << "no note";
+    EXPECT_EQ(runFrctl(resolve + QStringList{"issued", "--document", "3"}).status, 0);
+    EXPECT_EQ(sell(emulator, 0, "issued").value("documentNumber"), 3);
+    EXPECT_EQ(receipts(emulator).size(), 1);
 }
 
 TEST_F(Outcome, KilledAfterTheRegisterActed)

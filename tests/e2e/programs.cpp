@@ -11,6 +11,18 @@ namespace {
 
 constexpr int PatienceMs = 30000;
 
+/// No test touches the journal of the machine.
+class OwnJournal
+{
+public:
+    OwnJournal() { qputenv("FRSPF_JOURNAL", m_folder.filePath("sales.sqlite").toLocal8Bit()); }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+const OwnJournal ownJournal;
+
 QStringList withPlugin(const QStringList& arguments)
 {
     const QStringList plugin{"--plugin", QStringLiteral(SPF_PLUGIN)};

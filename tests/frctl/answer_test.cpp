@@ -8,7 +8,6 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -20,23 +19,26 @@ namespace {
 class Answer : public testing::Test
 {
 protected:
-    IdentifiedReceipt asked(const QByteArray& receipt = "{}") const
+    Answer()
     {
-        return {file, QStringLiteral("A"), receipt};
+        options.journal = std::make_shared<JournalAccess>(QStringLiteral(":memory:"));
+        options.id = "till-1:1";
     }
 
-    QTemporaryDir folder;
-    const QString file = folder.filePath(QStringLiteral("sales.sqlite"));
+    IdentifiedReceipt asked(const QByteArray& receipt = "{}") const { return {options, receipt}; }
+
+    Options options;
 };
 
 TEST_F(Answer, IsGivenOutOfTheJournalOnce)
 {
     EXPECT_FALSE(asked().answer());
-    asked().identifiedSale().begin({QStringLiteral("9999"), 7});
+    IdentifiedReceipt first = asked();
+    first.identifiedSale().begin({QStringLiteral("9999"), 7});
     EXPECT_FALSE(asked().answer());
     // It was begun on a drive that is not the one at hand.
     EXPECT_THROW(asked().settledAnswer(), RegisterError);
-    asked().identifiedSale().settle({Outcome::Issued, 8});
+    first.identifiedSale().settle({Outcome::Issued, 8});
     EXPECT_EQ(asked().answer()->json,
         (QJsonObject{
             {"outcome", "issued"}, {"documentNumber", 8}, {"documentNumberRead", true}, {"repeated", true}}));
@@ -45,10 +47,25 @@ TEST_F(Answer, IsGivenOutOfTheJournalOnce)
     EXPECT_THROW(asked(R"({"a": 1})"), UsageError);
 }
 
+TEST_F(Answer, IdHasItsFormButOlderOnesAreFound)
+{
+    for (const char* const id : {"shop_7.A:1-2", "8letters"})
+        EXPECT_NO_THROW((options.id = id, asked())) << id;
+    const QString longest(64, 'a');
+    EXPECT_NO_THROW((options.id = longest, asked()));
+    for (const QString& id : {longest + 'a', QString("7letter"), QString("till-1/2"), QString("касса-12")}) {
+        options.id = id;
+        EXPECT_THROW(asked(), UsageError) << id.toStdString();
+    }
+    options.journal->store().accept({options.id, "sell", "{}", {}});
+    EXPECT_NO_THROW(asked());
+}
+
 TEST_F(Answer, UnknownSaleIsNotRepeated)
 {
-    asked().identifiedSale().begin({QStringLiteral("9999"), 7});
-    asked().identifiedSale().settle(Outcome::Unknown);
+    IdentifiedReceipt first = asked();
+    first.identifiedSale().begin({QStringLiteral("9999"), 7});
+    first.identifiedSale().settle(Outcome::Unknown);
     try {
         static_cast<void>(asked().answer());
         FAIL();

@@ -1,30 +1,56 @@
-#include "idconflict.h"
+// The journal as a file of this machine.
+
 #include "identifiedsale.h"
 #include "journalerror.h"
+#include "journalplace.h"
+#include "pendingsales.h"
 #include "recordingdriver.h"
-#include "salejournal.h"
-#include "settlement.h"
+#include "review.h"
+#include "reviewneeded.h"
+#include "sqliteconnection.h"
+#include "sqlitestore.h"
 
 #include <QFile>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
 
 using namespace sale;
 
 namespace {
 
 const DriveMark noted{QStringLiteral("9999"), 7};
+const RegisterLine hexRegister{receipt::Protocol::Hex, true};
+
+QString textOf(const std::function<void()>& work)
+{
+    try {
+        work();
+    } catch (const JournalError& error) {
+        return QString::fromUtf8(error.what());
+    }
+    return {};
+}
 
 class Journal : public testing::Test
 {
 protected:
-    static IdentifiedSale saleIn(
-        SaleJournal& journal, const QByteArray& receipt = R"({"a": 1, "b": 2})", const char* id = "A")
+    static IdentifiedSale saleIn(DocumentStore& store, const char* id = "A")
     {
-        return {journal, QString::fromLatin1(id), receipt};
+        return {store, QString::fromLatin1(id), R"({"a": 1, "b": 2})"};
+    }
+
+    static std::string shownMode(const QString& fileName)
+    {
+        struct stat status = {};
+        EXPECT_EQ(::stat(fileName.toLocal8Bit().constData(), &status), 0) << fileName.toStdString();
+        return QByteArray::number(status.st_mode & 07777, 8).toStdString();
     }
 
     QTemporaryDir folder;
@@ -32,93 +58,253 @@ protected:
     const QString file = folder.filePath(QStringLiteral("data/sales.sqlite"));
 };
 
-TEST_F(Journal, SaleIsDoneOnce)
-{
-    SaleJournal journal(file);
-    IdentifiedSale sale = saleIn(journal);
-    EXPECT_EQ(sale.record().verdict, Outcome::NotIssued);
-    sale.begin(noted);
-    EXPECT_EQ(sale.record().verdict, Outcome::None);
-    EXPECT_THROW(sale.begin(noted), JournalError);
-    sale.settle(Outcome::NotIssued);
-    sale.begin(noted);
-    sale.settle({Outcome::Issued, 8});
-    EXPECT_THROW(sale.begin(noted), JournalError);
-    EXPECT_THROW(saleIn(journal, R"({"a": 1, "b": 3})"), IdConflict);
-    EXPECT_EQ(saleIn(journal, R"({"a": 1, "b": 3})", "B").record().verdict, Outcome::NotIssued);
-    // The same receipt, written in another way, after the program was started again.
-    SaleJournal again(file);
-    EXPECT_EQ(saleIn(again, R"({ "b":2,"a":1 })").record().verdict, Verdict(Outcome::Issued, 8));
-}
-
-TEST_F(Journal, BrokenOffSaleIsSettledOnItsOwnDrive)
+TEST_F(Journal, BrokenOffDocumentIsSettledOnItsOwnDrive)
 {
     const struct
     {
         DriveMark now;
         int settled;
         std::string calls;
-        Verdict verdict;
+        DocumentState state;
     } rows[] = {
-        {{noted.drive, 8}, 1, "ask registers next ask", {Outcome::Issued, 8}},
-        {noted, 1, "ask registers next ask init registers next ask", Outcome::NotIssued},
-        {{noted.drive, 10}, 1, "ask registers next ask", Outcome::Unknown},
-        {{QStringLiteral("1111"), 8}, 0, "ask", Outcome::None},
+        {{noted.drive, 8}, 1, "ask registers next ask", DocumentState::Issued},
+        {noted, 1, "ask registers next ask init registers next ask", DocumentState::NotIssued},
+        {{noted.drive, 10}, 1, "ask registers next ask", DocumentState::Unknown},
+        {{QStringLiteral("1111"), 8}, 0, "ask", DocumentState::Running},
     };
     BasicFrSettings settings;
     for (const auto& row : rows) {
-        QFile::remove(file);
-        SaleJournal journal(file);
-        IdentifiedSale sale = saleIn(journal);
-        sale.begin(noted);
+        SqliteStore store(QStringLiteral(":memory:"));
+        saleIn(store).begin(noted);
         RecordingDriver driver(&settings);
         driver.drive = row.now.drive;
         driver.numbers = {row.now.lastDocument};
-        const QList<SettledSale> settled
-            = settlePendingSales(driver, journal, {receipt::Protocol::Hex, true});
-        ASSERT_EQ(settled.size(), row.settled);
+        EXPECT_EQ(settlePendingSales(driver, store, hexRegister).size(), row.settled);
         EXPECT_EQ(driver.calls, row.calls);
-        for (const SettledSale& settledSale : settled)
-            EXPECT_EQ(settledSale.verdict, row.verdict);
-        EXPECT_EQ(sale.record().verdict, row.verdict);
-        EXPECT_TRUE(settlePendingSales(driver, journal).isEmpty());
+        EXPECT_EQ(saleIn(store).record()->state, row.state);
+        EXPECT_TRUE(settlePendingSales(driver, store).isEmpty());
     }
 }
 
-// A sale that was broken off has its goods in the journal, and its settlement settles them.
-TEST_F(Journal, OlderFileKeepsItsSalesAndGetsMarks)
+TEST_F(Journal, DocumentWithoutATraceIsNotAskedAbout)
 {
-    const QString code = QStringLiteral("010460000000001521A");
+    SqliteStore store(file);
+    const DocumentRequest text{"T", "text", {}, "till1"};
+    store.accept(text);
+    store.begin("T", {});
+    BasicFrSettings settings;
+    RecordingDriver driver(&settings);
+    settlePendingSales(driver, store, hexRegister, "till2");
+    EXPECT_EQ(store.findId("T")->state, DocumentState::Running);
+    settlePendingSales(driver, store, hexRegister, "till1");
+    EXPECT_EQ(store.findId("T")->state, DocumentState::Unknown);
+    EXPECT_EQ(driver.calls, "");
+}
+
+TEST_F(Journal, DocumentsThatItDoesNotKnowAreForAPerson)
+{
+    const auto behind = [](quint32 number, std::optional<qint64> next = {}) {
+        return DriveMark{.drive = noted.drive, .lastDocument = number, .shift = 3, .nextReceipt = next};
+    };
+    struct Row
     {
-        SaleJournal journal(file);
-        saleIn(journal).begin(noted);
-        QSqlDatabase database = QSqlDatabase::addDatabase("QSQLITE", "older");
-        database.setDatabaseName(file);
-        ASSERT_TRUE(database.open());
-        QSqlQuery(database).exec("DROP TABLE marks");
+        const char* name;
+        /// The document before, if any, and what is known behind it.
+        const char* kind;
+        Verdict verdict;
+        std::optional<DriveMark> after;
+        DriveMark now;
+        bool isReview;
+        bool isAsked = false;
+    };
+    const Row rows[] = {
+        {"new journal, new register", "", {}, {}, behind(2), false},
+        {"new journal", "", {}, {}, behind(3), true},
+        {"new journal over HEX", "", {}, {}, behind(0, 2), true, true},
+        {"nothing else happened", "sell", {Outcome::Issued, 8}, {}, behind(8), false},
+        {"one more", "sell", {Outcome::Issued, 8}, {}, behind(9), true},
+        {"not issued", "sell", Outcome::NotIssued, {}, behind(8), true},
+        {"issued twice", "cashIn", {Outcome::Issued, 9}, {}, behind(9), false},
+        {"nobody knows", "sell", Outcome::Unknown, {}, behind(9), false},
+        {"a shift was opened", "zReport", {Outcome::Issued, 8}, {}, behind(9), false},
+        {"and something was sold", "zReport", {Outcome::Issued, 8}, {}, behind(10), true},
+        {"receipts alone are told", "sell", {Outcome::Issued, 0}, behind(0, 5), behind(0, 5), false},
+        {"one more receipt", "sell", {Outcome::Issued, 0}, behind(0, 5), behind(0, 6), true},
+        {"another drive", "sell", {Outcome::Issued, 8}, {}, {"1111", 2}, false},
+    };
+    BasicFrSettings settings;
+    for (const Row& row : rows) {
+        SqliteStore store(QStringLiteral(":memory:"));
+        RecordingDriver driver(&settings);
+        if (*row.kind != 0) {
+            IdentifiedSale sale(store, {"A", row.kind, "{}", "till1"});
+            sale.begin(noted);
+            sale.settle(row.verdict, row.after);
+        }
+        const auto isReview = [&] {
+            try {
+                requireKnown(driver, store, row.now);
+                return false;
+            } catch (const ReviewNeeded&) {
+                return true;
+            }
+        };
+        EXPECT_EQ(isReview(), row.isReview) << row.name;
+        EXPECT_EQ(driver.calls, row.isAsked ? "ask" : "") << row.name;
+        acceptUnknown(store, "till1", row.now, "anna", "none of ours");
+        EXPECT_FALSE(isReview()) << row.name;
     }
-    QSqlDatabase::removeDatabase("older");
-    SaleJournal journal(file);
-    journal.settle("A", {Outcome::Issued, 8});
-    EXPECT_EQ(saleIn(journal).record().verdict, Verdict(Outcome::Issued, 8));
-    IdentifiedSale broken = saleIn(journal, "{}", "B");
-    broken.begin(noted, {{code}});
-    EXPECT_FALSE(journal.soldMark(code, "B"));
-    EXPECT_EQ(journal.soldMark(code, "A")->document, 0U);
-    broken.settle({Outcome::Issued, 9});
-    EXPECT_EQ(journal.soldMark(code)->document, 9U);
-    EXPECT_EQ(journal.soldMark(code)->id, QStringLiteral("B"));
-    EXPECT_LE(journal.soldMark(code)->time, QDateTime::currentDateTimeUtc());
 }
 
-TEST_F(Journal, FileThatIsNoneIsAnError)
+/// The tables of earlier releases.
+void makeFormer(const QString& fileName, bool withMarks)
 {
-    EXPECT_THROW(SaleJournal(folder.path()), JournalError);
-    QFile text(folder.filePath(QStringLiteral("text")));
+    SqliteConnection former(fileName, 0);
+    former.execute("CREATE TABLE sales (id TEXT PRIMARY KEY, receipt TEXT NOT NULL, outcome TEXT NOT NULL, "
+                   "document INTEGER NOT NULL, drive TEXT NOT NULL, document_before INTEGER NOT NULL, "
+                   "changed TEXT NOT NULL)");
+    for (const auto& [id, outcome] : {std::pair{"A", "issued"}, {"{b}", "pending"}, {"C", "notIssued"}})
+        former.execute("INSERT INTO sales VALUES (?, ?, ?, ?, '9999', 7, '2025-12-31 20:59:58')",
+            {id, bodyDigest(R"({"a": 1, "b": 2})"), outcome, QByteArray(outcome) == "issued" ? 8 : 0});
+    if (!withMarks)
+        return;
+    former.execute("CREATE TABLE marks (mark TEXT NOT NULL, sale TEXT NOT NULL, id TEXT NOT NULL, "
+                   "returned INTEGER NOT NULL, outcome TEXT NOT NULL, document INTEGER NOT NULL, "
+                   "drive TEXT NOT NULL, changed TEXT NOT NULL)");
+    for (const auto& [mark, sale, id] : {std::tuple{"one", "{b}", "{b}"}, {"two", "{u}", ""}})
+        former.execute("INSERT INTO marks VALUES (?, ?, ?, 0, 'issued', 9, '9999', '2025-12-31 20:59:59')",
+            {mark, sale, id});
+}
+
+TEST_F(Journal, FormerOneIsTakenOverOnce)
+{
+    for (const bool withMarks : {true, false}) {
+        for (const bool inPlace : {true, false}) {
+            SCOPED_TRACE(withMarks * 2 + inPlace);
+            const QTemporaryDir own;
+            const QString former = own.filePath("former");
+            const QString name = inPlace ? former : own.filePath("sales");
+            makeFormer(former, withMarks);
+            for (int opening = 0; opening < 2; ++opening) {
+                SqliteStore store(name);
+                store.takeOver(former);
+                store.takeOver(own.filePath("none"));
+                EXPECT_EQ(saleIn(store, "A").verdict(), Verdict(Outcome::Issued, 8));
+                EXPECT_EQ(saleIn(store, "A").record()->settled.toUTC().toString(Qt::ISODate),
+                    "2025-12-31T20:59:58Z");
+                EXPECT_EQ(DriveMark::fromJson(saleIn(store, "{b}").lastAttempt()->start.markBefore), noted);
+                EXPECT_EQ(saleIn(store, "{b}").isUnsettled(), opening == 0);
+                EXPECT_EQ(saleIn(store, "C").verdict(), Outcome::NotIssued);
+                EXPECT_EQ(store.find({.goods = "one"}).size(), withMarks);
+                EXPECT_EQ(store.find({.goods = "two"}).size(), withMarks);
+                if (opening == 0)
+                    store.settle("{b}", 1, {.state = DocumentState::Issued, .documentNumber = 9});
+            }
+        }
+    }
+}
+
+TEST_F(Journal, FileIsForItsGroup)
+{
+    const mode_t former = ::umask(0077);
+    const SqliteStore store(file);
+    ::umask(former);
+    EXPECT_EQ(shownMode(file), "660");
+    EXPECT_EQ(shownMode(file + "-wal"), "660");
+}
+
+TEST_F(Journal, PlaceIsTheMachinesWhereThePackageMadeIt)
+{
+    qunsetenv("FRSPF_JOURNAL");
+    qputenv("XDG_STATE_HOME", folder.path().toLocal8Bit());
+    EXPECT_EQ(journalPlace(folder.filePath("none")), folder.filePath("frspf/sales.sqlite"));
+    EXPECT_EQ(journalPlace(folder.path()), folder.filePath("sales.sqlite"));
+    // Another user, without the group.
+    const QTemporaryDir closed;
+    ::chmod(closed.path().toLocal8Bit().constData(), 0500);
+    const uid_t user = ::geteuid();
+    constexpr uid_t nobody = 65534;
+    ASSERT_TRUE(user != 0 || ::seteuid(nobody) == 0);
+    const QString told = textOf([&closed] { journalPlace(closed.path()); });
+    ASSERT_TRUE(user != 0 || ::seteuid(user) == 0);
+    EXPECT_TRUE(told.contains(closed.filePath("sales.sqlite"))) << told.toStdString();
+    EXPECT_TRUE(told.contains("be of the group ")) << told.toStdString();
+    qputenv("FRSPF_JOURNAL", "/elsewhere");
+    EXPECT_EQ(journalPlace(closed.path()), QStringLiteral("/elsewhere"));
+}
+
+TEST_F(Journal, FailureSaysWhichFileAndWhatToDo)
+{
+    const auto isTold = [](const QString& told, const QString& name, const char* toDo) {
+        EXPECT_TRUE(told.contains(name)) << told.toStdString();
+        EXPECT_TRUE(told.contains(toDo)) << told.toStdString();
+    };
+    const QString damaged = folder.filePath("damaged");
+    QFile text(damaged);
     ASSERT_TRUE(text.open(QIODevice::WriteOnly));
     text.write(QByteArray(4096, 'x'));
     text.close();
-    EXPECT_THROW(SaleJournal(text.fileName()), JournalError);
+    isTold(textOf([&] { SqliteStore{damaged}; }), damaged, "it is damaged; put a backup");
+    isTold(textOf([&] { SqliteStore{folder.path()}; }), folder.path(), "be of the group");
+
+    SqliteStore store(file, 0);
+    SqliteConnection other(file, 0);
+    other.execute("BEGIN IMMEDIATE");
+    isTold(textOf([&] { saleIn(store).begin(noted); }), file, "another program has it locked");
+    EXPECT_FALSE(saleIn(store).record()) << "but it can be read";
+    other.execute("ROLLBACK");
+
+    saleIn(store).begin(noted);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    struct rlimit usual = {};
+    ::getrlimit(RLIMIT_FSIZE, &usual);
+    const struct rlimit full = {1, usual.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &full);
+    const QString told = textOf([&] { store.settle("A", 1, {}); });
+    ::setrlimit(RLIMIT_FSIZE, &usual);
+    std::signal(SIGXFSZ, handler);
+    isTold(told, file, "room");
+    EXPECT_TRUE(saleIn(store).isUnsettled());
+
+    other.execute("PRAGMA user_version = 99");
+    isTold(textOf([&] { SqliteStore{file}; }), file, "later release");
+}
+
+TEST_F(Journal, BackupIsSoundWhileOthersWrite)
+{
+    SqliteStore store(file);
+    saleIn(store).begin(noted);
+    const QString copy = folder.filePath("copy");
+    store.backUp(copy);
+    EXPECT_EQ(shownMode(copy), "600");
+    EXPECT_TRUE(textOf([&] { store.backUp(copy); }).contains(copy)) << "it is there";
+    SqliteStore opened(copy);
+    EXPECT_TRUE(saleIn(opened).isUnsettled());
+    EXPECT_TRUE(opened.damages().isEmpty());
+}
+
+TEST_F(Journal, AnonymisedTextIsInNoPageOfTheFile)
+{
+    const QByteArray secret = "anna@example.org";
+    {
+        SqliteStore store(file);
+        for (const char* const id : {"A", "U"}) {
+            IdentifiedSale sale(store, id, secret + id);
+            sale.begin(noted);
+            sale.note({receipt::Finding{receipt::Finding::Warning, {}, secret, "was cut"}});
+            sale.settle(*id == 'A' ? Verdict(Outcome::Issued, 8) : Verdict(Outcome::Unknown));
+        }
+        EXPECT_EQ(store.anonymise(QDateTime::currentDateTime().addDays(-1)), 0);
+        EXPECT_EQ(store.anonymise(QDateTime::currentDateTime().addSecs(1)), 1);
+        EXPECT_EQ(store.anonymise(QDateTime::currentDateTime().addSecs(1)), 0);
+        // The same receipt is still known as such.
+        EXPECT_EQ(IdentifiedSale(store, "A", secret + "A").verdict(), Verdict(Outcome::Issued, 8));
+        QFile written(file);
+        ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+        const QByteArray bytes = written.readAll();
+        EXPECT_FALSE(bytes.contains(secret + "A"));
+        EXPECT_TRUE(bytes.contains(secret + "U")) << "a person must still look at it";
+    }
 }
 
 } // namespace

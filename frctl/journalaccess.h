@@ -1,0 +1,35 @@
+#pragma once
+
+#include "sqlitestore.h"
+
+#include <QString>
+
+#include <memory>
+
+namespace frctl {
+
+/// The journal of this run: found and opened when it is needed for the first time, since most commands do
+/// without.
+class JournalAccess
+{
+public:
+    /// An empty name means the journal of this machine, into which the one of an earlier release is taken
+    /// over.
+    explicit JournalAccess(const QString& fileName = {})
+        : m_fileName(fileName)
+    {
+    }
+
+    /// Throws JournalError. A file that is not there is made.
+    sale::SqliteStore& store();
+    /// False when no document of ours was ever written down. Throws JournalError.
+    bool exists() const;
+
+private:
+    QString place() const;
+
+    QString m_fileName;
+    std::unique_ptr<sale::SqliteStore> m_store;
+};
+
+} // namespace frctl

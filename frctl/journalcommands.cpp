@@ -1,0 +1,275 @@
+#include "journalcommands.h"
+
+#include "errors.h"
+#include "journalcheck.h"
+#include "journaloutput.h"
+#include "marknoting.h"
+#include "pendingsales.h"
+#include "review.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <pwd.h>
+#include <unistd.h>
+
+namespace frctl {
+
+namespace {
+
+Task alone(const std::function<Output()>& run)
+{
+    Task task;
+    task.alone = run;
+    return task;
+}
+
+/// Whom the journal names for what a person says.
+QString userName()
+{
+    const QString behindSudo = qEnvironmentVariable("SUDO_USER");
+    if (!behindSudo.isEmpty())
+        return behindSudo;
+    const struct passwd* const entry = ::getpwuid(::getuid());
+    return entry == nullptr ? QString::number(::getuid()) : QString::fromLocal8Bit(entry->pw_name);
+}
+
+QDateTime timeOf(const char* option, const QString& text)
+{
+    const QDateTime time = QDateTime::fromString(text, Qt::ISODate);
+    if (!text.isEmpty() && !time.isValid())
+        throw UsageError(
+            QStringLiteral("--%1: \"%2\" is no day as 2024-12-31, nor a time as 2024-12-31T23:59:59")
+                .arg(QLatin1String(option), text));
+    return time;
+}
+
+sale::DocumentQuery queryOf(const Options& options)
+{
+    sale::DocumentQuery query{.since = timeOf("since", options.since)};
+    if (options.state.isEmpty())
+        return query;
+    const std::optional<sale::DocumentState> state = sale::stateOf(options.state);
+    if (!state)
+        throw UsageError(
+            QStringLiteral("--state: \"%1\" is none of queued, running, issued, notIssued, unknown")
+                .arg(options.state));
+    query.states = {*state};
+    return query;
+}
+
+sale::StoredDocument documentOf(const Options& options)
+{
+    const QString id = options.arguments.at(1);
+    const std::optional<sale::StoredDocument> document = options.journal->store().findId(id);
+    if (!document)
+        throw UsageError(QStringLiteral("the journal has no document %1").arg(id));
+    return *document;
+}
+
+/// Work on all documents that were asked for, without all of them in memory.
+void forEach(const Options& options, sale::DocumentQuery query,
+    const std::function<void(const sale::StoredDocument&)>& work)
+{
+    constexpr int atOnce = 500;
+    query.limit = atOnce;
+    QList<sale::StoredDocument> found;
+    do {
+        found = options.journal->store().find(query);
+        for (const sale::StoredDocument& document : found)
+            work(document);
+        if (!found.isEmpty())
+            query.after = found.constLast().sequence;
+    } while (found.size() == atOnce);
+}
+
+Output list(const Options& options, sale::DocumentQuery query)
+{
+    query.withAttempts = false;
+    Output output;
+    QJsonArray documents;
+    forEach(options, query, [&](const sale::StoredDocument& document) {
+        output.lines.append(storedLine(document));
+        documents.append(storedSummary(document));
+    });
+    output.json.insert(QStringLiteral("documents"), documents);
+    return output;
+}
+
+/// A line of JSON for each document, also with --json.
+Output exported(const Options& options, const sale::DocumentQuery& query)
+{
+    Output output;
+    forEach(options, query, [&](const sale::StoredDocument& document) {
+        output.lines.append(
+            QString::fromUtf8(QJsonDocument(storedJson(document)).toJson(QJsonDocument::Compact)));
+    });
+    output.areLinesJson = true;
+    return output;
+}
+
+Task prepareList(const Options& options)
+{
+    return alone([options, query = queryOf(options)] { return list(options, query); });
+}
+
+Task prepareExport(const Options& options)
+{
+    return alone([options, query = queryOf(options)] { return exported(options, query); });
+}
+
+Task prepareShow(const Options& options)
+{
+    return alone([options]() -> Output {
+        const sale::StoredDocument document = documentOf(options);
+        return {storedLines(document), storedJson(document)};
+    });
+}
+
+Output settled(AbstractFrDriver& driver, const Options& options)
+{
+    sale::DocumentStore& store = options.journal->store();
+    QList<sale::SettledSale> sales;
+    if (options.arguments.size() == 1) {
+        sales = sale::settlePendingSales(driver, store, options.line(), options.registerName());
+    } else {
+        const sale::StoredDocument document = documentOf(options);
+        if (document.state != sale::DocumentState::Running && document.state != sale::DocumentState::Unknown)
+            throw UsageError(
+                QStringLiteral("the document %1 is %2").arg(document.request.id, stateName(document.state)));
+        sales = {{document.request.id, sale::settleDocument(driver, store, document, options.line())}};
+    }
+    Output output;
+    QJsonArray documents;
+    for (const sale::SettledSale& one : sales) {
+        const sale::StoredDocument document = store.findId(one.id).value();
+        output.lines.append(storedLine(document));
+        documents.append(storedSummary(document));
+        if (document.state == sale::DocumentState::Unknown)
+            output.status = ExitUnknown;
+    }
+    output.json.insert(QStringLiteral("documents"), documents);
+    return output;
+}
+
+Task prepareSettle(const Options& options)
+{
+    if (options.arguments.size() == 2)
+        documentOf(options);
+    Task task = onRegister([options](AbstractFrDriver& driver) { return settled(driver, options); });
+    // It does so itself, and initialises the register where that tells something.
+    task.withInit = false;
+    return task;
+}
+
+sale::DocumentEnding wordOf(const Options& options)
+{
+    const QString word = options.arguments.value(2);
+    sale::DocumentEnding ending{.by = userName(), .note = options.note};
+    if (word == QStringLiteral("issued")) {
+        bool ok = false;
+        ending.documentNumber = options.documentNumber.toUInt(&ok);
+        if (!ok || ending.documentNumber == 0)
+            throw UsageError(
+                QStringLiteral("journal resolve ID issued needs --document N, the number on the receipt"));
+        ending.state = sale::DocumentState::Issued;
+        return ending;
+    }
+    if (word != QStringLiteral("not-issued"))
+        throw UsageError(QStringLiteral("journal resolve takes ID issued or ID not-issued"));
+    if (options.note.trimmed().isEmpty())
+        throw UsageError(QStringLiteral("journal resolve ID not-issued needs --note TEXT, what was seen"));
+    ending.state = sale::DocumentState::NotIssued;
+    ending.reason = sale::StateReason::Resolved;
+    return ending;
+}
+
+Task prepareResolve(const Options& options)
+{
+    const sale::DocumentEnding word = wordOf(options);
+    return alone([options, word]() -> Output {
+        const sale::StoredDocument document = documentOf(options);
+        options.journal->store().settle(document.request.id, document.attemptCount, word);
+        const sale::StoredDocument resolved = documentOf(options);
+        return {storedLines(resolved), storedJson(resolved)};
+    });
+}
+
+Task prepareBackup(const Options& options)
+{
+    return alone([options]() -> Output {
+        const QString fileName = options.arguments.at(1);
+        options.journal->store().backUp(fileName);
+        return {{QStringLiteral("copied to ") + fileName}, {{QStringLiteral("file"), fileName}}};
+    });
+}
+
+Task prepareAnonymise(const Options& options)
+{
+    if (options.before.isEmpty())
+        throw UsageError(QStringLiteral("journal anonymise needs --before DATE"));
+    return alone([options, before = timeOf("before", options.before)]() -> Output {
+        const int documents = options.journal->store().anonymise(before);
+        return {{QStringLiteral("%1 documents anonymised").arg(documents)},
+            {{QStringLiteral("anonymised"), documents}}};
+    });
+}
+
+Task prepareCheck(const Options& options)
+{
+    if (options.port.isEmpty())
+        return alone([options] { return checkFile(options); });
+    return onRegister([options](AbstractFrDriver& driver) { return checkShift(driver, options); });
+}
+
+Task prepareAccept(const Options& options)
+{
+    return documentOnRegister([options](AbstractFrDriver& driver) -> Output {
+        const sale::DriveMark mark = sale::noteMark(driver, options.line(), sale::DocumentKind::Report);
+        sale::acceptUnknown(options.journal->store(), options.registerName(), mark, userName(), options.note);
+        return {{QStringLiteral("fiscal drive %1: all documents up to %2 are accepted")
+                        .arg(mark.drive)
+                        .arg(mark.lastDocument)},
+            {{QStringLiteral("drive"), mark.drive},
+                {QStringLiteral("documentNumber"), static_cast<qint64>(mark.lastDocument)}}};
+    });
+}
+
+struct JournalCommand
+{
+    const char* name;
+    /// With its own name.
+    qsizetype leastArguments;
+    qsizetype mostArguments;
+    Task (*prepare)(const Options& options);
+};
+
+constexpr JournalCommand journalCommands[] = {
+    {"list", 1, 1, prepareList},
+    {"show", 2, 2, prepareShow},
+    {"settle", 1, 2, prepareSettle},
+    {"resolve", 3, 3, prepareResolve},
+    {"export", 1, 1, prepareExport},
+    {"backup", 2, 2, prepareBackup},
+    {"anonymise", 1, 1, prepareAnonymise},
+    {"check", 1, 1, prepareCheck},
+    {"accept", 1, 1, prepareAccept},
+};
+
+} // namespace
+
+Task prepareJournal(const Options& options)
+{
+    const QString name = options.arguments.constFirst();
+    const qsizetype count = options.arguments.size();
+    for (const JournalCommand& command : journalCommands) {
+        if (name != QLatin1String(command.name))
+            continue;
+        if (count < command.leastArguments || count > command.mostArguments)
+            throw UsageError(QStringLiteral("journal %1: wrong number of arguments").arg(name));
+        return command.prepare(options);
+    }
+    throw UsageError(QStringLiteral("journal: no such command: %1").arg(name));
+}
+
+} // namespace frctl

@@ -1,0 +1,124 @@
+#include "journaloutput.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+namespace frctl {
+
+namespace {
+
+QJsonValue timeJson(const QDateTime& time)
+{
+    return time.isValid() ? QJsonValue(time.toUTC().toString(Qt::ISODateWithMs)) : QJsonValue();
+}
+
+QJsonValue textJson(const QString& text)
+{
+    return text.isEmpty() ? QJsonValue() : QJsonValue(text);
+}
+
+QJsonValue numberJson(quint32 number)
+{
+    return number == 0 ? QJsonValue() : QJsonValue(qint64{number});
+}
+
+/// JSON as such, any other text as a text.
+QJsonValue bodyJson(const QByteArray& body)
+{
+    const QJsonDocument json = QJsonDocument::fromJson(body);
+    return json.isObject() ? QJsonValue(json.object()) : textJson(QString::fromUtf8(body));
+}
+
+QJsonObject attemptJson(const sale::StoredAttempt& attempt)
+{
+    QJsonObject json{{QStringLiteral("number"), attempt.number},
+        {QStringLiteral("begun"), timeJson(attempt.begun)},
+        {QStringLiteral("ended"), timeJson(attempt.ended)},
+        {QStringLiteral("markBefore"), attempt.start.markBefore},
+        {QStringLiteral("movement"), attempt.start.movement},
+        {QStringLiteral("markAfter"), attempt.note.markAfter},
+        {QStringLiteral("error"), attempt.note.failure}, {QStringLiteral("warnings"), attempt.note.warnings},
+        {QStringLiteral("state"),
+            attempt.verdict ? QJsonValue(sale::stateName(*attempt.verdict)) : QJsonValue()},
+        {QStringLiteral("documentNumber"), numberJson(attempt.documentNumber)}};
+    if (!attempt.digest.isEmpty()) {
+        json.insert(QStringLiteral("body"), bodyJson(attempt.body));
+        json.insert(QStringLiteral("digest"), QString::fromLatin1(attempt.digest));
+    }
+    return json;
+}
+
+QString shownTime(const QDateTime& time)
+{
+    return time.isValid() ? time.toLocalTime().toString(Qt::ISODate) : QStringLiteral("-");
+}
+
+QString stateText(const sale::StoredDocument& document)
+{
+    const QString reason = sale::reasonName(document.reason);
+    return sale::stateName(document.state) + (reason.isEmpty() ? QString() : QStringLiteral(", ") + reason);
+}
+
+QString attemptLine(const sale::StoredAttempt& attempt)
+{
+    const QString state = attempt.verdict ? sale::stateName(*attempt.verdict) : QStringLiteral("not settled");
+    const QString failure = attempt.note.failure.value(QStringLiteral("text")).toString();
+    const QString line = QStringLiteral("attempt %1: %2, %3")
+                             .arg(QString::number(attempt.number), shownTime(attempt.begun), state);
+    return failure.isEmpty() ? line : line + QStringLiteral(": ") + failure;
+}
+
+} // namespace
+
+QJsonObject storedSummary(const sale::StoredDocument& document)
+{
+    return {{QStringLiteral("id"), document.request.id}, {QStringLiteral("kind"), document.request.kind},
+        {QStringLiteral("register"), textJson(document.request.registerName)},
+        {QStringLiteral("state"), sale::stateName(document.state)},
+        {QStringLiteral("reason"), textJson(sale::reasonName(document.reason))},
+        {QStringLiteral("times"), document.times}, {QStringLiteral("drive"), textJson(document.drive)},
+        {QStringLiteral("documentNumber"), numberJson(document.documentNumber)},
+        {QStringLiteral("documentNumberRead"), document.isNumberRead},
+        {QStringLiteral("accepted"), timeJson(document.accepted)},
+        {QStringLiteral("begun"), timeJson(document.begun)},
+        {QStringLiteral("settled"), timeJson(document.settled)},
+        {QStringLiteral("attemptCount"), document.attemptCount}};
+}
+
+QJsonObject storedJson(const sale::StoredDocument& document)
+{
+    QJsonObject json = storedSummary(document);
+    QJsonArray attempts;
+    for (const sale::StoredAttempt& attempt : document.attempts)
+        attempts.append(attemptJson(attempt));
+    json.insert(QStringLiteral("body"), bodyJson(document.request.body));
+    json.insert(QStringLiteral("digest"), QString::fromLatin1(document.digest));
+    json.insert(QStringLiteral("resolvedBy"), textJson(document.resolvedBy));
+    json.insert(QStringLiteral("note"), textJson(document.resolvedNote));
+    json.insert(QStringLiteral("attempts"), attempts);
+    return json;
+}
+
+QString storedLine(const sale::StoredDocument& document)
+{
+    QString line = QStringLiteral("%1  %2  %3  %4")
+                       .arg(shownTime(document.accepted), document.request.id, document.request.kind,
+                           stateText(document));
+    if (document.documentNumber != 0)
+        line += QStringLiteral("  document %1").arg(document.documentNumber);
+    return document.drive.isEmpty() ? line : line + QStringLiteral("  drive ") + document.drive;
+}
+
+QStringList storedLines(const sale::StoredDocument& document)
+{
+    QStringList lines{storedLine(document)};
+    for (const sale::StoredAttempt& attempt : document.attempts)
+        lines.append(attemptLine(attempt));
+    if (!document.resolvedBy.isEmpty())
+        lines.append(QStringLiteral("resolved by %1: %2").arg(document.resolvedBy, document.resolvedNote));
+    if (!document.request.body.isEmpty())
+        lines.append(QString::fromUtf8(document.request.body).trimmed());
+    return lines;
+}
+
+} // namespace frctl

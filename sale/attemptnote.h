@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace sale {
+
+/// What is learnt of an attempt while it is under way. What is empty leaves the journal as it is.
+struct AttemptNote
+{
+    /// As AttemptStart::markBefore.
+    QJsonObject markAfter = {};
+    /// "text" in the register's words, "exception".
+    QJsonObject failure = {};
+    QJsonArray warnings = {};
+};
+
+} // namespace sale

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QJsonObject>
+
+namespace sale {
+
+/// What is written down before the first byte of an attempt.
+struct AttemptStart
+{
+    /// The register's counters before the document; "drive" and "lastDocument" say which drive that is and
+    /// how far it has counted. Empty for a document that leaves no trace there.
+    QJsonObject markBefore;
+    /// What the document moves in them when it is issued.
+    QJsonObject movement = {};
+};
+
+} // namespace sale

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "documentstate.h"
+
+#include <QJsonObject>
+
+namespace sale {
+
+/// What has become of a document.
+struct DocumentEnding
+{
+    /// Issued, NotIssued or Unknown.
+    DocumentState state = DocumentState::Unknown;
+    StateReason reason = StateReason::None;
+    /// Of the fiscal drive; 0 when it has none or it is not known.
+    quint32 documentNumber = 0;
+    /// False for a number that was counted on and not read.
+    bool isNumberRead = true;
+    /// How often the register has it, for one that is issued.
+    int times = 1;
+    /// The register's counters behind it, as AttemptStart::markBefore; empty when they are not known.
+    QJsonObject markAfter = {};
+    /// Who said so, and why, when it was a person.
+    QString by = {};
+    QString note = {};
+};
+
+} // namespace sale

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QString>
+#include <QStringList>
+
+namespace sale {
+
+/// What a document is accepted with.
+struct DocumentRequest
+{
+    QString id;
+    /// "sell", "sellReturn", "cashIn", "cashOut", "openShift", "zReport", "xReport", "accountingReport",
+    /// "registration", "text", "copy"; "review" for what a person has accepted without a document.
+    QString kind;
+    /// What it was made of, mostly JSON text.
+    QByteArray body;
+    /// The register that is to make it, as the host names it.
+    QString registerName;
+    /// Marked goods, each by what its code names (receipt::markIdentity).
+    QStringList goods = {};
+    /// Not to be begun later than this; invalid for one that waits for ever.
+    QDateTime startBefore = {};
+};
+
+/// Tells two bodies apart: blanks and the order of the fields of a JSON text make no other document.
+QByteArray bodyDigest(const QByteArray& body);
+
+} // namespace sale

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "documentquery.h"
+#include "storeddocument.h"
+
+#include <QList>
+
+#include <optional>
+
+namespace sale {
+
+/// The journal of our documents: five verbs, whatever keeps it. Each writes to the disk itself before it
+/// returns, so that neither a killed program nor a power cut forgets it, and each is done as a whole or not
+/// at all, also when several programs are at work. All throw JournalError when the journal cannot be read or
+/// written; then nothing was.
+class DocumentStore
+{
+public:
+    DocumentStore() = default;
+    virtual ~DocumentStore() = default;
+    DocumentStore(const DocumentStore&) = delete;
+    DocumentStore& operator=(const DocumentStore&) = delete;
+
+    /// Takes a document in, and gives what is known of it. An id belongs to one document for ever: one that
+    /// is not issued is queued anew, with the body given; any other is given back as it stands. Throws
+    /// IdConflict when the body is another one than that of a document that is queued, begun, issued or
+    /// unknown.
+    virtual StoredDocument accept(const DocumentRequest& request) = 0;
+    /// Begins the next attempt at a queued document and gives its number. Of several that begin the same one,
+    /// one succeeds; the others get a JournalError. Nothing when its time is over: then it is not issued,
+    /// expired.
+    virtual std::optional<int> begin(const QString& id, const AttemptStart& start) = 0;
+    /// Adds to an attempt.
+    virtual void note(const QString& id, int attempt, const AttemptNote& note) = 0;
+    /// Says what has become of the document. The attempt is the last one, 0 for a document without. What is
+    /// issued stays so: saying it again changes nothing, and anything else is a JournalError. A person's word
+    /// (by) is taken for an unknown document alone, and not with a number that another one has on that drive.
+    virtual void settle(const QString& id, int attempt, const DocumentEnding& ending) = 0;
+    virtual QList<StoredDocument> find(const DocumentQuery& query) const = 0;
+
+    /// Nothing for an id that is new.
+    std::optional<StoredDocument> findId(const QString& id) const
+    {
+        const QList<StoredDocument> found = find({.id = id});
+        return found.isEmpty() ? std::nullopt : std::optional(found.constFirst());
+    }
+};
+
+} // namespace sale

@@ -1,0 +1,91 @@
+#include "journalfault.h"
+
+#include <QFileInfo>
+#include <QSqlError>
+
+#include <grp.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+
+namespace sale {
+
+namespace {
+
+/// The codes of SQLite, without what it adds in the upper bits.
+enum Fault {
+    Busy = 5,
+    Locked = 6,
+    ReadOnly = 8,
+    Input = 10,
+    Corrupt = 11,
+    Full = 13,
+    CannotOpen = 14,
+    NoDatabase = 26
+};
+
+QString groupOf(const QString& fileName)
+{
+    struct stat status = {};
+    const QByteArray folder = QFileInfo(fileName).absolutePath().toLocal8Bit();
+    if (::stat(folder.constData(), &status) != 0)
+        return {};
+    const struct group* const entry = ::getgrgid(status.st_gid);
+    return entry == nullptr ? QString::number(status.st_gid) : QString::fromLocal8Bit(entry->gr_name);
+}
+
+QString accessAdvice(const QString& fileName)
+{
+    const QString group = groupOf(fileName);
+    return group.isEmpty() ? QStringLiteral("it must be a file that this user can write")
+                           : QStringLiteral("whoever sells must be able to write the file and its folder: be "
+                                            "of the group %1 (usermod -aG %1 USER, then log in anew)")
+                                 .arg(group);
+}
+
+QString advice(const QString& fileName, int code)
+{
+    switch (code) {
+    case Busy:
+    case Locked:
+        return QStringLiteral("another program has it locked; try again, and end that program if it hangs");
+    case Full:
+        return QStringLiteral("the disk is full; nothing is sold until there is room");
+    case Corrupt:
+    case NoDatabase:
+        return QStringLiteral(
+            "it is damaged; put a backup in its place, or move it away and look through the "
+            "register's tape before frctl journal accept");
+    case Input:
+        return QStringLiteral("the disk fails or has no room");
+    case ReadOnly:
+    case CannotOpen:
+        return accessAdvice(fileName);
+    default:
+        return {};
+    }
+}
+
+JournalError faultOf(const QString& fileName, const QString& what, const QString& toDo)
+{
+    const QString text = QStringLiteral("journal %1: %2").arg(fileName, what);
+    return JournalError(toDo.isEmpty() ? text : text + QStringLiteral(": ") + toDo);
+}
+
+} // namespace
+
+JournalError journalFault(const QString& fileName, const QSqlError& error)
+{
+    constexpr int plainCode = 0xFF;
+    const int code = error.nativeErrorCode().toInt() & plainCode;
+    const QString what = error.databaseText().isEmpty() ? error.text() : error.databaseText();
+    return faultOf(fileName, what, advice(fileName, code));
+}
+
+JournalError journalFault(const QString& fileName, int error)
+{
+    const int code = error == ENOSPC || error == EDQUOT ? Full : error == EIO ? Input : CannotOpen;
+    return faultOf(fileName, qt_error_string(error), advice(fileName, code));
+}
+
+} // namespace sale

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "registerline.h"
+#include "settledsale.h"
+
+#include <QList>
+
+class AbstractFrDriver;
+
+namespace sale {
+
+class DocumentStore;
+struct StoredDocument;
+
+/// Asks the register at hand about a document that was begun and not settled, or is unknown, and writes down
+/// what has become of it. On another fiscal drive than its own it is unknown. Throws JournalError and the
+/// driver's exceptions.
+Verdict settleDocument(AbstractFrDriver& driver, DocumentStore& store, const StoredDocument& document,
+    const RegisterLine& line = {});
+
+/// Settles the documents that were begun on this fiscal drive, by whatever program, and not brought to their
+/// end. To be done after each connect and before init, which cleans up the open document, and before any
+/// other document moves the numbers. Those that leave no trace in the drive, begun on the register of that
+/// name, are unknown then. Throws JournalError and the driver's exceptions: then nothing may be sold.
+QList<SettledSale> settlePendingSales(AbstractFrDriver& driver, DocumentStore& store,
+    const RegisterLine& line = {}, const QString& registerName = {});
+
+} // namespace sale

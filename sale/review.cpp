@@ -1,0 +1,132 @@
+#include "review.h"
+
+#include "abstractfrdriver.h"
+#include "documentid.h"
+#include "documentstore.h"
+#include "reviewneeded.h"
+
+#include <algorithm>
+
+namespace sale {
+
+namespace {
+
+// The drive's first document is the register's registration, which is no sale.
+constexpr quint32 registrationNumber = 1;
+
+/// How far a register had counted when the journal saw it last.
+struct Known
+{
+    DriveMark mark;
+    /// Behind a Z report the next document is the opening of a shift, or a report: no sale is lost with it.
+    bool isShiftClosed = false;
+};
+
+/// Nothing where the journal cannot tell: behind a document that is unknown, or of which a person has spoken.
+std::optional<DriveMark> markBehind(const StoredDocument& document)
+{
+    const StoredAttempt& attempt = document.attempts.constLast();
+    if (!attempt.note.markAfter.isEmpty())
+        return DriveMark::fromJson(attempt.note.markAfter);
+    const bool isIssued = document.state == DocumentState::Issued;
+    if ((!isIssued && document.state != DocumentState::NotIssued) || !document.resolvedBy.isEmpty())
+        return std::nullopt;
+    DriveMark mark = DriveMark::fromJson(attempt.start.markBefore);
+    // Which receipt comes next cannot be told any more.
+    mark.nextReceipt = {};
+    if (isIssued && mark.lastDocument != 0)
+        mark.lastDocument += static_cast<quint32>(document.times);
+    if (isIssued)
+        mark.lastDocument = std::max(mark.lastDocument, document.documentNumber);
+    return mark;
+}
+
+std::optional<StoredDocument> lastOn(const DocumentStore& store, DocumentQuery query)
+{
+    query.order = DocumentQuery::LastBegun;
+    query.limit = 1;
+    const QList<StoredDocument> found = store.find(query);
+    return found.isEmpty() ? std::nullopt : std::optional(found.constFirst());
+}
+
+/// Nothing where the journal cannot tell, as of a drive of a former journal, which did not have all
+/// documents.
+std::optional<Known> knownOn(const DocumentStore& store, const QString& drive)
+{
+    if (const std::optional<StoredDocument> last = lastOn(store, {.drive = drive})) {
+        const std::optional<DriveMark> mark = markBehind(*last);
+        return mark ? std::optional(Known{*mark, last->request.kind == QStringLiteral("zReport")})
+                    : std::nullopt;
+    }
+    if (!store.find({.drive = drive, .limit = 1}).isEmpty())
+        return std::nullopt;
+    return Known{{.drive = drive, .lastDocument = registrationNumber}, true};
+}
+
+bool hasReceipts(const DriveMark& mark)
+{
+    return mark.shift && mark.nextReceipt;
+}
+
+bool areReceiptsLater(const DriveMark& now, const DriveMark& known)
+{
+    return now.shift != known.shift || *now.nextReceipt > *known.nextReceipt;
+}
+
+bool isNumberLater(const DriveMark& now, const Known& known)
+{
+    const quint32 harmless = known.isShiftClosed ? 1 : 0;
+    return known.mark.lastDocument != 0 && now.lastDocument > known.mark.lastDocument + harmless;
+}
+
+QString textOf(const DriveMark& now, const Known& known)
+{
+    const QString documents = known.mark.lastDocument == 0 || now.lastDocument == 0
+        ? QStringLiteral("receipts")
+        : QStringLiteral("documents %1 to %2").arg(known.mark.lastDocument + 1).arg(now.lastDocument);
+    return QStringLiteral(
+        "the register has %1 of fiscal drive %2 that this journal does not know: look at its "
+        "tape for sales of yours, then frctl journal accept")
+        .arg(documents, now.drive);
+}
+
+} // namespace
+
+std::optional<DriveMark> lastKnownMark(const DocumentStore& store, const QString& registerName)
+{
+    // Texts and X reports leave no trace.
+    constexpr int fewest = 20;
+    for (const StoredDocument& document :
+        store.find({.registerName = registerName, .limit = fewest, .order = DocumentQuery::LastBegun})) {
+        if (!document.drive.isEmpty())
+            return document.attempts.constLast().note.markAfter.isEmpty() ? std::nullopt
+                                                                          : markBehind(document);
+    }
+    return std::nullopt;
+}
+
+DriveMark requireKnown(AbstractFrDriver& driver, const DocumentStore& store, DriveMark now)
+{
+    const std::optional<Known> known = now.isKnown() ? knownOn(store, now.drive) : std::nullopt;
+    if (!known)
+        return now;
+    const bool areCompared = hasReceipts(now) && hasReceipts(known->mark);
+    if (now.lastDocument == 0 && !areCompared && known->mark.lastDocument != 0)
+        now.lastDocument = driver.getFnInfo().fnStatus.lastFdNumber;
+    if ((areCompared && areReceiptsLater(now, known->mark)) || isNumberLater(now, *known))
+        throw ReviewNeeded(textOf(now, *known));
+    return now;
+}
+
+void acceptUnknown(DocumentStore& store, const QString& registerName, const DriveMark& now, const QString& by,
+    const QString& note)
+{
+    const QString id = newDocumentId();
+    store.accept({id, QStringLiteral("review"), {}, registerName});
+    const int attempt = store.begin(id, {now.toJson()}).value();
+    store.settle(id, attempt, {.markAfter = now.toJson()});
+    store.settle(id, attempt,
+        {.state = DocumentState::NotIssued, .reason = StateReason::Resolved, .by = by, .note = note});
+}
+
+} // namespace sale

@@ -1,0 +1,159 @@
+#include "sqliteconnection.h"
+
+#include "journalfault.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QThread>
+#include <QUuid>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace sale {
+
+namespace {
+
+bool isFile(const QString& fileName)
+{
+    return fileName != QStringLiteral(":memory:");
+}
+
+/// SQLite alone would make it for its owner to write. The files beside it get the same mode.
+void makeFile(const QString& fileName)
+{
+    constexpr mode_t forGroup = 0660;
+    QDir().mkpath(QFileInfo(fileName).absolutePath());
+    const int file
+        = ::open(QFile::encodeName(fileName).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    if (file < 0 && errno != EEXIST)
+        throw journalFault(fileName, errno);
+    if (file < 0)
+        return;
+    ::fchmod(file, forGroup);
+    ::close(file);
+}
+
+} // namespace
+
+SqliteConnection::SqliteConnection(const QString& fileName, int patienceMs)
+    : m_fileName(fileName)
+    , m_connection(QUuid::createUuid().toString())
+{
+    if (isFile(fileName))
+        makeFile(fileName);
+    try {
+        open(patienceMs);
+    } catch (const JournalError&) {
+        // A constructor that throws has no destructor to close the file.
+        close();
+        throw;
+    }
+}
+
+SqliteConnection::~SqliteConnection()
+{
+    close();
+}
+
+void SqliteConnection::open(int patienceMs)
+{
+    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
+    database.setDatabaseName(m_fileName);
+    database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(patienceMs));
+    if (!database.open())
+        throw journalFault(m_fileName, database.lastError());
+    if (isFile(m_fileName))
+        keepLogAhead(patienceMs);
+    execute(QStringLiteral("PRAGMA synchronous = FULL"));
+    // What is anonymised must not stay in pages that are free.
+    execute(QStringLiteral("PRAGMA secure_delete = ON"));
+}
+
+void SqliteConnection::close()
+{
+    {
+        QSqlDatabase database = QSqlDatabase::database(m_connection, false);
+        database.close();
+    }
+    QSqlDatabase::removeDatabase(m_connection);
+}
+
+void SqliteConnection::keepLogAhead(int patienceMs)
+{
+    // Only the first one ever has to change it, and SQLite does not wait for that by itself.
+    constexpr unsigned long lookAgainMs = 10;
+    QElapsedTimer timer;
+    timer.start();
+    while (value(QStringLiteral("PRAGMA journal_mode")).toString() != QStringLiteral("wal")) {
+        try {
+            value(QStringLiteral("PRAGMA journal_mode = WAL"));
+        } catch (const JournalError&) {
+            if (timer.hasExpired(patienceMs))
+                throw;
+            QThread::msleep(lookAgainMs);
+        }
+    }
+}
+
+QSqlQuery SqliteConnection::run(const QString& statement, const QVariantList& values) const
+{
+    QSqlQuery query(QSqlDatabase::database(m_connection));
+    query.setForwardOnly(true);
+    // What a preparation fails of is forgotten by an execution after it.
+    if (!query.prepare(statement))
+        throw journalFault(m_fileName, query.lastError());
+    for (const QVariant& value : values)
+        query.addBindValue(value);
+    if (!query.exec())
+        throw journalFault(m_fileName, query.lastError());
+    return query;
+}
+
+int SqliteConnection::execute(const QString& statement, const QVariantList& values)
+{
+    return run(statement, values).numRowsAffected();
+}
+
+void SqliteConnection::select(const QString& statement, const QVariantList& values,
+    const std::function<void(const QSqlQuery&)>& onRow) const
+{
+    QSqlQuery query = run(statement, values);
+    while (query.next())
+        onRow(query);
+    // A page that is damaged ends the rows as their end does.
+    if (query.lastError().isValid())
+        throw journalFault(m_fileName, query.lastError());
+}
+
+QVariant SqliteConnection::value(const QString& statement, const QVariantList& values) const
+{
+    QVariant result;
+    select(statement, values, [&result](const QSqlQuery& row) {
+        if (!result.isValid())
+            result = row.value(0);
+    });
+    return result;
+}
+
+void SqliteConnection::together(const std::function<void()>& statements)
+{
+    execute(QStringLiteral("BEGIN IMMEDIATE"));
+    try {
+        statements();
+        execute(QStringLiteral("COMMIT"));
+    } catch (...) {
+        QSqlQuery(QSqlDatabase::database(m_connection)).exec(QStringLiteral("ROLLBACK"));
+        throw;
+    }
+}
+
+} // namespace sale

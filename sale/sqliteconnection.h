@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+#include <functional>
+
+class QSqlQuery;
+
+namespace sale {
+
+/// An SQLite file that several programs write, each time to the disk itself. All operations throw
+/// JournalError.
+class SqliteConnection
+{
+public:
+    /// Makes file and folder where they are missing; the file for the group of its folder. ":memory:" is no
+    /// file. Patience is how long another program may have it locked.
+    SqliteConnection(const QString& fileName, int patienceMs);
+    ~SqliteConnection();
+    SqliteConnection(const SqliteConnection&) = delete;
+    SqliteConnection& operator=(const SqliteConnection&) = delete;
+
+    const QString& fileName() const { return m_fileName; }
+    /// Gives the number of rows that were written.
+    int execute(const QString& statement, const QVariantList& values = {});
+    /// Gives each row to the function.
+    void select(const QString& statement, const QVariantList& values,
+        const std::function<void(const QSqlQuery&)>& onRow) const;
+    /// The first column of the first row; invalid when there is none.
+    QVariant value(const QString& statement, const QVariantList& values = {}) const;
+    /// Statements that are done together or not at all, while no other program writes.
+    void together(const std::function<void()>& statements);
+
+private:
+    void open(int patienceMs);
+    void close();
+    /// So that readers and writers do not wait for each other.
+    void keepLogAhead(int patienceMs);
+    QSqlQuery run(const QString& statement, const QVariantList& values) const;
+
+    const QString m_fileName;
+    /// Name of the database connection.
+    const QString m_connection;
+};
+
+} // namespace sale

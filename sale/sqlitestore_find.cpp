@@ -1,0 +1,168 @@
+#include "sqlitestore.h"
+
+#include "storedtime.h"
+
+#include <QJsonDocument>
+#include <QSqlQuery>
+
+namespace sale {
+
+namespace {
+
+/// The condition grows with the fields that are given.
+class Condition
+{
+public:
+    void add(const QString& text, const QVariant& value)
+    {
+        m_texts.append(text);
+        m_values.append(value);
+    }
+
+    void addStates(const QList<DocumentState>& states)
+    {
+        QStringList places;
+        for (const DocumentState state : states) {
+            places.append(QStringLiteral("?"));
+            m_values.append(stateName(state));
+        }
+        m_texts.append(QStringLiteral("state IN (%1)").arg(places.join(QLatin1Char(','))));
+    }
+
+    QString text() const
+    {
+        return m_texts.isEmpty() ? QString()
+                                 : QStringLiteral(" WHERE ") + m_texts.join(QStringLiteral(" AND "));
+    }
+    const QVariantList& values() const { return m_values; }
+
+private:
+    QStringList m_texts;
+    QVariantList m_values;
+};
+
+Condition conditionOf(const DocumentQuery& query)
+{
+    Condition condition;
+    // The join stands first, so its value does too.
+    if (!query.goods.isEmpty())
+        condition.add(QStringLiteral("goods.mark = ?"), query.goods);
+    if (!query.id.isEmpty())
+        condition.add(QStringLiteral("documents.id = ?"), query.id);
+    if (!query.states.isEmpty())
+        condition.addStates(query.states);
+    if (!query.registerName.isEmpty())
+        condition.add(QStringLiteral("register = ?"), query.registerName);
+    if (!query.drive.isEmpty())
+        condition.add(QStringLiteral("drive = ?"), query.drive);
+    if (query.documentNumber != 0)
+        condition.add(QStringLiteral("document = ?"), qint64{query.documentNumber});
+    if (query.since.isValid())
+        condition.add(QStringLiteral("accepted >= ?"), storedTime(query.since));
+    if (query.order == DocumentQuery::LastBegun)
+        condition.add(QStringLiteral("last_attempt > ?"), 0);
+    if (query.after != 0)
+        condition.add(QStringLiteral("documents.sequence > ?"), query.after);
+    return condition;
+}
+
+QString orderOf(const DocumentQuery& query)
+{
+    if (!query.goods.isEmpty())
+        return QStringLiteral("goods.sequence DESC");
+    switch (query.order) {
+    case DocumentQuery::Newest:
+        return QStringLiteral("documents.sequence DESC");
+    case DocumentQuery::LastBegun:
+        return QStringLiteral("last_attempt DESC");
+    default:
+        return QStringLiteral("documents.sequence");
+    }
+}
+
+QString statementOf(const DocumentQuery& query, const Condition& condition)
+{
+    QString text
+        = QStringLiteral("SELECT documents.sequence, documents.id, kind, body, register, start_before, "
+                         "digest, state, reason, accepted, begun, settled, drive, document, number_read, "
+                         "times, resolved_by, resolved_note, attempts FROM documents");
+    if (!query.goods.isEmpty())
+        text += QStringLiteral(" JOIN goods ON goods.id = documents.id");
+    text += condition.text() + QStringLiteral(" ORDER BY ") + orderOf(query);
+    return query.limit == 0 ? text : text + QStringLiteral(" LIMIT %1").arg(query.limit);
+}
+
+StoredDocument documentOf(const QSqlQuery& row)
+{
+    int column = 0;
+    const auto text = [&] { return row.value(column++).toString(); };
+    const auto number = [&] { return row.value(column++).toLongLong(); };
+    StoredDocument document;
+    document.sequence = number();
+    document.request.id = text();
+    document.request.kind = text();
+    document.request.body = text().toUtf8();
+    document.request.registerName = text();
+    document.request.startBefore = timeFromStored(text());
+    document.digest = text().toLatin1();
+    document.state = stateOf(text()).value_or(DocumentState::Unknown);
+    document.reason = reasonOf(text());
+    document.accepted = timeFromStored(text());
+    document.begun = timeFromStored(text());
+    document.settled = timeFromStored(text());
+    document.drive = text();
+    document.documentNumber = static_cast<quint32>(number());
+    document.isNumberRead = number() != 0;
+    document.times = static_cast<int>(number());
+    document.resolvedBy = text();
+    document.resolvedNote = text();
+    document.attemptCount = static_cast<int>(number());
+    return document;
+}
+
+StoredAttempt attemptOf(const QSqlQuery& row)
+{
+    int column = 0;
+    const auto text = [&] { return row.value(column++).toString(); };
+    const auto json = [&] { return QJsonDocument::fromJson(row.value(column++).toByteArray()); };
+    StoredAttempt attempt;
+    attempt.number = row.value(column++).toInt();
+    attempt.begun = timeFromStored(text());
+    attempt.ended = timeFromStored(text());
+    attempt.start.markBefore = json().object();
+    attempt.start.movement = json().object();
+    attempt.note.markAfter = json().object();
+    attempt.note.failure = json().object();
+    attempt.note.warnings = json().array();
+    attempt.verdict = stateOf(text());
+    attempt.documentNumber = row.value(column++).toUInt();
+    attempt.body = text().toUtf8();
+    attempt.digest = text().toLatin1();
+    return attempt;
+}
+
+} // namespace
+
+QList<StoredDocument> SqliteStore::find(const DocumentQuery& query) const
+{
+    const Condition condition = conditionOf(query);
+    QList<StoredDocument> documents;
+    m_connection.select(statementOf(query, condition), condition.values(),
+        [&documents](const QSqlQuery& row) { documents.append(documentOf(row)); });
+    if (query.withAttempts) {
+        for (StoredDocument& document : documents)
+            addAttempts(document);
+    }
+    return documents;
+}
+
+void SqliteStore::addAttempts(StoredDocument& document) const
+{
+    m_connection.select(
+        QStringLiteral("SELECT number, begun, ended, mark_before, movement, mark_after, failure, warnings, "
+                       "verdict, document, body, digest FROM attempts WHERE id = ? ORDER BY number"),
+        {document.request.id},
+        [&document](const QSqlQuery& row) { document.attempts.append(attemptOf(row)); });
+}
+
+} // namespace sale

@@ -1,0 +1,139 @@
+#include "sqlitestore.h"
+
+#include "journalerror.h"
+#include "storedtime.h"
+
+#include <QFile>
+
+namespace sale {
+
+namespace {
+
+// A release that adds columns raises it; nothing is ever taken away.
+constexpr int schemaVersion = 1;
+
+constexpr const char* schemaStatements[] = {
+    // One row an id, for ever.
+    "CREATE TABLE documents ("
+    "sequence INTEGER PRIMARY KEY AUTOINCREMENT, id TEXT NOT NULL UNIQUE, register TEXT NOT NULL, "
+    "kind TEXT NOT NULL, body TEXT NOT NULL, digest TEXT NOT NULL, state TEXT NOT NULL, "
+    "reason TEXT NOT NULL DEFAULT '', accepted TEXT NOT NULL, start_before TEXT, begun TEXT, settled TEXT, "
+    "attempts INTEGER NOT NULL DEFAULT 0, drive TEXT NOT NULL DEFAULT '', document INTEGER, "
+    "number_read INTEGER NOT NULL DEFAULT 1, last_attempt INTEGER, times INTEGER NOT NULL DEFAULT 0, resolved_by TEXT, resolved_note TEXT, "
+    "anonymised TEXT)",
+    // The queue, and what is to be settled: few rows of many.
+    "CREATE INDEX documents_unfinished ON documents (register, sequence) "
+    "WHERE state IN ('queued', 'running', 'unknown')",
+    "CREATE INDEX documents_by_drive ON documents (drive, last_attempt)",
+    "CREATE INDEX documents_by_register ON documents (register, last_attempt)",
+    "CREATE INDEX documents_by_number ON documents (drive, document)",
+    "CREATE INDEX documents_by_time ON documents (accepted)",
+    // A body of its own only where a later attempt was corrected.
+    "CREATE TABLE attempts (sequence INTEGER PRIMARY KEY AUTOINCREMENT, id TEXT NOT NULL, number INTEGER NOT NULL, begun TEXT NOT NULL, ended TEXT, "
+    "mark_before TEXT NOT NULL, movement TEXT NOT NULL, mark_after TEXT, failure TEXT, warnings TEXT, "
+    "verdict TEXT, document INTEGER, body TEXT, digest TEXT, UNIQUE (id, number))",
+    "CREATE TABLE goods (sequence INTEGER PRIMARY KEY AUTOINCREMENT, mark TEXT NOT NULL, id TEXT NOT NULL)",
+    "CREATE INDEX goods_by_mark ON goods (mark)",
+    "CREATE INDEX goods_by_id ON goods (id)",
+    "CREATE TABLE takeovers (file TEXT PRIMARY KEY, time TEXT NOT NULL)",
+};
+
+// Journals of earlier releases: a row of "sales" for each id, a row of "marks" for each marked piece, whose
+// id is empty for a sale without one. Of a sale only the fingerprint of its receipt was kept, which is the
+// digest.
+constexpr const char* takeIds
+    = "INSERT INTO documents (id, register, kind, body, digest, state, reason, accepted, begun, settled, "
+      "attempts, drive, document, times) "
+      "SELECT id, '', 'sell', '', receipt, CASE outcome WHEN 'pending' THEN 'running' ELSE outcome END, "
+      "CASE outcome WHEN 'notIssued' THEN 'settled' ELSE '' END, time, time, "
+      "CASE outcome WHEN 'pending' THEN NULL ELSE time END, 1, drive, nullif(document, 0), "
+      "outcome = 'issued' FROM (SELECT *, replace(changed, ' ', 'T') || '.000Z' AS time FROM %1.sales) "
+      "WHERE true ON CONFLICT (id) DO UPDATE SET digest = excluded.digest, state = excluded.state, "
+      "reason = excluded.reason, drive = excluded.drive, document = excluded.document, "
+      "times = excluded.times WHERE documents.state = 'notIssued'";
+// What was unknown was asked about then; an empty mark says so.
+constexpr const char* takeAttempts
+    = "INSERT OR IGNORE INTO attempts (id, number, begun, ended, mark_before, movement, mark_after, verdict, "
+      "document) SELECT id, 1, time, CASE outcome WHEN 'pending' THEN NULL ELSE time END, "
+      "json_object('drive', drive, 'lastDocument', document_before), '{}', "
+      "CASE outcome WHEN 'pending' THEN NULL ELSE '{}' END, "
+      "CASE outcome WHEN 'pending' THEN NULL ELSE outcome END, nullif(document, 0) "
+      "FROM (SELECT *, replace(changed, ' ', 'T') || '.000Z' AS time FROM %1.sales)";
+constexpr const char* takeNamelessSales
+    = "INSERT OR IGNORE INTO documents (id, register, kind, body, digest, state, accepted, begun, settled, "
+      "drive, document, times) "
+      "SELECT trim(sale, '{}'), '', 'sell', '', '', CASE outcome WHEN 'pending' THEN 'unknown' ELSE outcome "
+      "END, replace(changed, ' ', 'T') || '.000Z', replace(changed, ' ', 'T') || '.000Z', "
+      "replace(changed, ' ', 'T') || '.000Z', drive, nullif(document, 0), outcome = 'issued' "
+      "FROM %1.marks WHERE id = '' GROUP BY sale";
+constexpr const char* takeReturns
+    = "UPDATE documents SET kind = 'sellReturn' WHERE body = '' AND EXISTS (SELECT 1 FROM %1.marks "
+      "WHERE returned AND CASE id WHEN '' THEN trim(sale, '{}') ELSE id END = documents.id)";
+constexpr const char* takeGoods
+    = "INSERT INTO goods (mark, id) SELECT mark, CASE id WHEN '' THEN trim(sale, '{}') ELSE id END FROM %1.marks ORDER BY %1.marks.rowid";
+
+} // namespace
+
+void SqliteStore::makeTables()
+{
+    m_connection.together([this] {
+        const int version = m_connection.value(QStringLiteral("PRAGMA user_version")).toInt();
+        if (version > schemaVersion)
+            throw JournalError(
+                QStringLiteral("journal %1: it was written by a later release").arg(fileName()));
+        if (version == schemaVersion)
+            return;
+        for (const char* const statement : schemaStatements)
+            m_connection.execute(QString::fromLatin1(statement));
+        m_connection.execute(QStringLiteral("PRAGMA user_version = %1").arg(schemaVersion));
+    });
+    takeOverFrom(QStringLiteral("main"), QString::fromLatin1(""));
+}
+
+void SqliteStore::takeOver(const QString& formerFile)
+{
+    if (!QFile::exists(formerFile) || formerFile == fileName())
+        return;
+    const QString known = QStringLiteral("SELECT 1 FROM takeovers WHERE file = ?");
+    if (m_connection.value(known, {formerFile}).isValid())
+        return;
+    m_connection.execute(QStringLiteral("ATTACH ? AS former"), {formerFile});
+    try {
+        takeOverFrom(QStringLiteral("former"), formerFile);
+        m_connection.execute(QStringLiteral("DETACH former"));
+    } catch (const JournalError& error) {
+        m_connection.execute(QStringLiteral("DETACH former"));
+        throw JournalError(QStringLiteral("former journal %1 cannot be taken over, move it away to go on "
+                                          "without: %2")
+                               .arg(formerFile, QString::fromUtf8(error.what())));
+    }
+}
+
+void SqliteStore::takeOverFrom(const QString& schema, const QString& name)
+{
+    const auto hasTable = [&](const char* table) {
+        return m_connection
+            .value(QStringLiteral("SELECT 1 FROM %1.sqlite_master WHERE type = 'table' AND name = ?")
+                       .arg(schema),
+                {QString::fromLatin1(table)})
+            .isValid();
+    };
+    const auto take = [&](std::initializer_list<const char*> statements) {
+        for (const char* const statement : statements)
+            m_connection.execute(QString::fromLatin1(statement).arg(schema));
+    };
+    if (!hasTable("sales"))
+        return;
+    m_connection.together([&] {
+        const int isNew = m_connection.execute(
+            QStringLiteral("INSERT OR IGNORE INTO takeovers VALUES (?, ?)"), {name, storedNow()});
+        if (isNew == 0)
+            return;
+        take({takeIds, takeAttempts});
+        // Earlier ones still had none.
+        if (hasTable("marks"))
+            take({takeNamelessSales, takeReturns, takeGoods});
+    });
+}
+
+} // namespace sale

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "attemptnote.h"
+#include "attemptstart.h"
+#include "documentstate.h"
+
+#include <QDateTime>
+
+#include <optional>
+
+namespace sale {
+
+/// One attempt at a document, as the journal keeps it.
+struct StoredAttempt
+{
+    /// From 1.
+    int number = 0;
+    /// UTC.
+    QDateTime begun;
+    /// Invalid while it is under way, or when nobody has settled it.
+    QDateTime ended;
+    AttemptStart start;
+    AttemptNote note;
+    std::optional<DocumentState> verdict;
+    quint32 documentNumber = 0;
+    /// What this attempt was made of, where a later one was corrected; empty otherwise.
+    QByteArray body;
+    QByteArray digest;
+};
+
+} // namespace sale

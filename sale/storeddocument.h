@@ -1,0 +1,39 @@
+#pragma once
+
+#include "documentending.h"
+#include "documentrequest.h"
+#include "storedattempt.h"
+
+#include <QList>
+
+namespace sale {
+
+/// A document of ours, as the journal keeps it. Times are UTC.
+struct StoredDocument
+{
+    /// Its place in the order of acceptance.
+    qint64 sequence = 0;
+    /// The body is empty for one that was anonymised or taken over from a former journal; goods are not read
+    /// back.
+    DocumentRequest request;
+    QByteArray digest;
+    DocumentState state = DocumentState::Queued;
+    StateReason reason = StateReason::None;
+    QDateTime accepted;
+    /// Of the last attempt.
+    QDateTime begun;
+    QDateTime settled;
+    /// The fiscal drive of the last attempt.
+    QString drive;
+    quint32 documentNumber = 0;
+    /// False for a number that was counted on and not read.
+    bool isNumberRead = true;
+    int times = 0;
+    QString resolvedBy;
+    QString resolvedNote;
+    int attemptCount = 0;
+    /// In their order; only when they were asked for.
+    QList<StoredAttempt> attempts;
+};
+
+} // namespace sale

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+
+namespace sale {
+
+/// The form in which the journal keeps times: UTC with milliseconds, so that texts sort as the times do.
+/// Null for an invalid one.
+QString storedTime(const QDateTime& time);
+QDateTime timeFromStored(const QString& text);
+/// The host's clock.
+QString storedNow();
+
+} // namespace sale

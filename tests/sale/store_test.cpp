@@ -1,0 +1,250 @@
+// What every back end of the journal must do.
+
+#include "currenttime.h"
+#include "idconflict.h"
+#include "journalerror.h"
+#include "mockfactory.h"
+#include "sqlitestore.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <latch>
+#include <memory>
+#include <thread>
+
+using namespace sale;
+
+namespace {
+
+struct BackEnd
+{
+    const char* name;
+    /// Another opening of the same journal, as another program has it.
+    std::unique_ptr<DocumentStore> (*open)(const QTemporaryDir& folder);
+};
+
+const BackEnd backEnds[] = {{"Sqlite", [](const QTemporaryDir& folder) {
+                                 return std::unique_ptr<DocumentStore>(
+                                     std::make_unique<SqliteStore>(folder.filePath("data/sales.sqlite")));
+                             }}};
+
+const QJsonObject markBefore{{"drive", "9999"}, {"lastDocument", 7}};
+constexpr std::array states{DocumentState::Queued, DocumentState::Running, DocumentState::Issued,
+    DocumentState::NotIssued, DocumentState::Unknown};
+
+class Store : public testing::TestWithParam<BackEnd>
+{
+protected:
+    std::unique_ptr<DocumentStore> open() const { return GetParam().open(folder); }
+
+    static DocumentRequest request(const QString& id, const QByteArray& body = R"({"a": 1, "b": 2})")
+    {
+        return {id, "sell", body, "till1"};
+    }
+
+    /// Brings a new document into the state.
+    void bring(const QString& id, DocumentState state, quint32 number = 0)
+    {
+        store->accept(request(id));
+        if (state == DocumentState::Queued)
+            return;
+        const int attempt = store->begin(id, {markBefore}).value();
+        if (state != DocumentState::Running)
+            store->settle(id, attempt, {.state = state, .documentNumber = number});
+    }
+
+    QStringList idsOf(const DocumentQuery& query) const
+    {
+        QStringList ids;
+        for (const StoredDocument& document : store->find(query))
+            ids.append(document.request.id);
+        return ids;
+    }
+
+    QTemporaryDir folder;
+    std::unique_ptr<DocumentStore> store = open();
+};
+
+TEST_P(Store, IdIsOneDocumentForEver)
+{
+    for (const DocumentState state : states) {
+        const QString id = stateName(state);
+        SCOPED_TRACE(id.toStdString());
+        bring(id, state);
+        const QDateTime accepted = store->findId(id)->accepted;
+        const DocumentRequest corrected = request(id, R"({"a": 2})");
+        if (state == DocumentState::NotIssued) {
+            EXPECT_EQ(store->accept(corrected).state, DocumentState::Queued);
+            EXPECT_EQ(store->begin(id, {markBefore}), 2);
+            continue;
+        }
+        // The same, written in another way.
+        EXPECT_EQ(store->accept(request(id, R"({ "b":2,"a":1 })")).state, state);
+        try {
+            store->accept(corrected);
+            FAIL();
+        } catch (const IdConflict& conflict) {
+            EXPECT_EQ(conflict.time(), accepted);
+        }
+        if (state == DocumentState::Queued)
+            EXPECT_EQ(store->begin(id, {markBefore}), 1);
+        else
+            EXPECT_THROW(store->begin(id, {markBefore}), JournalError);
+    }
+}
+
+TEST_P(Store, OfSeveralThatSellTheSameAtOnceOneDoes)
+{
+    for (int round = 0; round < 20; ++round) {
+        std::atomic_int begun = 0;
+        std::latch start(3);
+        const auto sell = [&] {
+            const auto own = open();
+            start.arrive_and_wait();
+            own->accept(request(QString::number(round)));
+            try {
+                begun += own->begin(QString::number(round), {markBefore}).has_value() ? 1 : 0;
+            } catch (const JournalError&) {
+            }
+        };
+        std::array<std::thread, 3> sellers{std::thread(sell), std::thread(sell), std::thread(sell)};
+        for (std::thread& seller : sellers)
+            seller.join();
+        EXPECT_EQ(begun, 1);
+        EXPECT_EQ(store->findId(QString::number(round))->attemptCount, 1);
+    }
+}
+
+TEST_P(Store, EachAttemptIsKeptAsItWas)
+{
+    const QJsonObject failure{{"text", "Нет бумаги"}, {"exception", "FrPaperException"}};
+    store->accept(request("A", "first"));
+    store->begin("A", {markBefore, {{"kind", "sell"}}});
+    store->note("A", 1, {.failure = failure});
+    store->note("A", 1, {.markAfter = markBefore, .warnings = {"not checked"}});
+    store->settle("A", 1, {DocumentState::NotIssued, StateReason::Refused});
+    store->accept(request("A", "second"));
+    store->begin("A", {markBefore});
+    store->settle(
+        "A", 2, {.state = DocumentState::Issued, .documentNumber = 8, .isNumberRead = false, .times = 2});
+    const StoredDocument document = open()->findId("A").value();
+    EXPECT_EQ(document.request.body, "second");
+    EXPECT_EQ(document.request.registerName, "till1");
+    EXPECT_EQ(document.state, DocumentState::Issued);
+    EXPECT_EQ(document.drive, "9999");
+    EXPECT_EQ(document.documentNumber, 8U);
+    EXPECT_FALSE(document.isNumberRead);
+    EXPECT_EQ(document.times, 2);
+    ASSERT_EQ(document.attempts.size(), 2);
+    const StoredAttempt& first = document.attempts.constFirst();
+    EXPECT_EQ(first.body, "first");
+    EXPECT_EQ(first.digest, bodyDigest("first"));
+    EXPECT_EQ(first.start.markBefore, markBefore);
+    EXPECT_EQ(first.start.movement, (QJsonObject{{"kind", "sell"}}));
+    EXPECT_EQ(first.note.markAfter, markBefore);
+    EXPECT_EQ(first.note.failure, failure);
+    EXPECT_EQ(first.note.warnings, QJsonArray{"not checked"});
+    EXPECT_EQ(first.verdict, DocumentState::NotIssued);
+    EXPECT_LE(first.begun, first.ended);
+    EXPECT_TRUE(document.attempts.constLast().body.isEmpty());
+    EXPECT_EQ(document.attempts.constLast().documentNumber, 8U);
+}
+
+TEST_P(Store, WhatIsIssuedStaysSo)
+{
+    bring("A", DocumentState::Issued, 8);
+    store->settle("A", 1, {.state = DocumentState::Issued, .documentNumber = 8});
+    EXPECT_THROW(store->settle("A", 1, {.state = DocumentState::NotIssued}), JournalError);
+    EXPECT_THROW(store->settle("A", 1, {.state = DocumentState::Issued, .documentNumber = 9}), JournalError);
+    // A program that was held up finds that another has tried again.
+    bring("B", DocumentState::NotIssued);
+    store->accept(request("B"));
+    store->begin("B", {markBefore});
+    EXPECT_THROW(store->settle("B", 1, {.state = DocumentState::NotIssued}), JournalError);
+    EXPECT_THROW(store->settle("C", 1, {}), JournalError);
+    EXPECT_EQ(store->findId("A")->documentNumber, 8U);
+    EXPECT_EQ(store->findId("B")->state, DocumentState::Running);
+}
+
+TEST_P(Store, PersonsWordIsTakenForWhatIsUnknown)
+{
+    for (const DocumentState state : states) {
+        bring(stateName(state), state, state == DocumentState::Issued ? 8 : 0);
+        const DocumentEnding word{
+            .state = DocumentState::Issued, .documentNumber = 9, .by = "anna", .note = "stands on the tape"};
+        if (state == DocumentState::Unknown)
+            continue;
+        EXPECT_THROW(
+            store->settle(stateName(state), state == DocumentState::Queued ? 0 : 1, word), JournalError);
+    }
+    DocumentEnding word{.state = DocumentState::Issued, .documentNumber = 8, .by = "anna"};
+    EXPECT_THROW(store->settle("unknown", 1, word), JournalError) << "another document has the number";
+    word.documentNumber = 9;
+    store->settle("unknown", 1, word);
+    EXPECT_EQ(store->findId("unknown")->state, DocumentState::Issued);
+    EXPECT_EQ(store->findId("unknown")->resolvedBy, "anna");
+}
+
+class LaterTime : public CurrentTime
+{
+public:
+    QDateTime getCurrentDateTime() const override { return CurrentTime::getCurrentDateTime().addSecs(60); }
+};
+
+TEST_P(Store, WhatIsTooLateIsNotBegun)
+{
+    DocumentRequest soon = request("A");
+    soon.startBefore = QDateTime::currentDateTime().addSecs(30);
+    store->accept(soon);
+    soon.id = "B";
+    store->accept(soon);
+    EXPECT_EQ(store->begin("A", {markBefore}), 1);
+    LaterTime later;
+    MockFactory<CurrentTime>::mocked = &later;
+    EXPECT_FALSE(store->begin("B", {markBefore}));
+    MockFactory<CurrentTime>::mocked = nullptr;
+    EXPECT_EQ(store->findId("B")->state, DocumentState::NotIssued);
+    EXPECT_EQ(store->findId("B")->reason, StateReason::Expired);
+}
+
+TEST_P(Store, DocumentsAreFoundByWhatTheyAre)
+{
+    for (const DocumentState state : states)
+        bring(stateName(state), state, state == DocumentState::Issued ? 8 : 0);
+    DocumentRequest other = request("other");
+    other.registerName = "till2";
+    other.goods = {"piece"};
+    store->accept(other);
+    store->begin("other", {});
+    const qint64 third = store->findId("issued")->sequence;
+    const struct
+    {
+        DocumentQuery query;
+        QStringList ids;
+    } rows[] = {
+        {{}, {"queued", "running", "issued", "notIssued", "unknown", "other"}},
+        {{.states = {DocumentState::Running, DocumentState::Unknown}}, {"running", "unknown", "other"}},
+        {{.registerName = "till2"}, {"other"}},
+        {{.drive = "9999", .documentNumber = 8}, {"issued"}},
+        {{.goods = "piece"}, {"other"}},
+        {{.since = QDateTime::currentDateTime().addSecs(60)}, {}},
+        {{.after = third, .limit = 2}, {"notIssued", "unknown"}},
+        {{.limit = 1, .order = DocumentQuery::Newest}, {"other"}},
+        {{.drive = "9999", .limit = 1, .order = DocumentQuery::LastBegun}, {"unknown"}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(idsOf(row.query), row.ids);
+    // An earlier id that was begun again is the last one.
+    store->accept(request("notIssued"));
+    store->begin("notIssued", {markBefore});
+    EXPECT_EQ(
+        idsOf({.drive = "9999", .limit = 1, .order = DocumentQuery::LastBegun}), QStringList{"notIssued"});
+}
+
+INSTANTIATE_TEST_SUITE_P(BackEnds, Store, testing::ValuesIn(backEnds),
+    [](const auto& test) { return std::string(test.param.name); });
+
+} // namespace
