@@ -49,6 +49,7 @@ std::optional<Output> IdentifiedReceipt::answer() const
     output.lines = {QStringLiteral("receipt issued before: document %1").arg(verdict.number)};
     output.json = documentJson(verdict);
     output.verdict = verdict;
+    output.json.insert(QStringLiteral("id"), m_sale->id());
     output.json.insert(QStringLiteral("repeated"), true);
     return output;
 }

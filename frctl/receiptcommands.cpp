@@ -55,7 +55,9 @@ Output issue(AbstractFrDriver& driver, const Issue& issue)
     issue.warnings->add(result.warnings);
     if (result.failure)
         throwFailure(*result.failure, result.verdict);
-    return receiptOutput(issue.receipt, result);
+    Output output = receiptOutput(issue.receipt, result);
+    output.json.insert(QStringLiteral("id"), issue.identified->identifiedSale().id());
+    return output;
 }
 
 receipt::CheckOptions checkOptions(const Options& options)

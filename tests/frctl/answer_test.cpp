@@ -40,8 +40,8 @@ TEST_F(Answer, IsGivenOutOfTheJournalOnce)
     EXPECT_THROW(asked().settledAnswer(), RegisterError);
     first.identifiedSale().settle({Outcome::Issued, 8});
     EXPECT_EQ(asked().answer()->json,
-        (QJsonObject{
-            {"outcome", "issued"}, {"documentNumber", 8}, {"documentNumberRead", true}, {"repeated", true}}));
+        (QJsonObject{{"outcome", "issued"}, {"documentNumber", 8}, {"documentNumberRead", true},
+            {"id", "till-1:1"}, {"repeated", true}}));
     EXPECT_EQ(asked().answer()->status, ExitSuccess);
     EXPECT_EQ(asked().settledAnswer()->status, ExitIssued);
     EXPECT_THROW(asked(R"({"a": 1})"), UsageError);
