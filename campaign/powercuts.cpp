@@ -146,7 +146,7 @@ QStringList PowerCuts::drawCommand(int number)
 {
     if (m_random.chance(80))
         return {QStringLiteral("z-report")};
-    return {QStringLiteral("--id"), QStringLiteral("cut-%1").arg(number), QStringLiteral("sell"),
+    return {QStringLiteral("--id"), QStringLiteral("powercut-%1").arg(number), QStringLiteral("sell"),
         m_folder.filePath(QStringLiteral("receipt.json"))};
 }
 
