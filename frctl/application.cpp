@@ -1,21 +1,15 @@
 #include "application.h"
 
+#include "abstractfrdriver.h"
 #include "cashiername.h"
 #include "command.h"
+#include "complaint.h"
 #include "documentoutput.h"
 #include "errors.h"
-#include "exceptions.h"
-#include "failure.h"
-#include "findingoutput.h"
-#include "idconflict.h"
 #include "interruption.h"
-#include "journalerror.h"
 #include "logging.h"
-#include "markrefusal.h"
 #include "messages.h"
-#include "receipterror.h"
 #include "registersession.h"
-#include "reviewneeded.h"
 #include "streams.h"
 #include "textcheck.h"
 
@@ -26,25 +20,6 @@
 namespace frctl {
 
 namespace {
-
-/// What is told when a command did not come to its end.
-struct Complaint
-{
-    ExitStatus status = ExitFailure;
-    QString text;
-    QString exception;
-    sale::Verdict verdict = {};
-    /// A document was asked for, and did not come to its opening.
-    bool isNotOpened = false;
-    bool isUsage = false;
-    /// Settings.
-    QStringList refused = {};
-    /// Of a receipt or a text, all of them.
-    QList<receipt::Finding> errors = {};
-    /// "mark" for marking codes that the register did not find good, with what it said of the first.
-    QString kind = {};
-    QStringList bits = {};
-};
 
 QString compact(const QJsonObject& json)
 {
@@ -94,75 +69,6 @@ QString help()
             "not issued, 5 unknown (never repeat it then without a\nlook at the register).");
 }
 
-Complaint complaintOf(const QList<receipt::Finding>& errors, ExitStatus status, const QString& exceptionName)
-{
-    Complaint complaint{status, errors.constFirst().text(), exceptionName};
-    complaint.errors = errors;
-    return complaint;
-}
-
-Complaint complaintOf(const receipt::ReceiptError& error)
-{
-    Complaint complaint{ExitUsage, QString::fromUtf8(error.what()), QStringLiteral("ReceiptError")};
-    complaint.errors = {{receipt::Finding::Error, error.path(), error.givenText(), error.reason()}};
-    return complaint;
-}
-
-Complaint complaintOf(const std::exception_ptr& exception)
-{
-    try {
-        std::rethrow_exception(exception);
-    } catch (const UsageError& error) {
-        return {ExitUsage, QString::fromUtf8(error.what()), QStringLiteral("UsageError"), {}, false, true};
-    } catch (const receipt::ReceiptError& error) {
-        return complaintOf(error);
-    } catch (const CheckError& error) {
-        return complaintOf(error.errors(), ExitUsage, error.exceptionName());
-    } catch (const sale::MarkRefusal& error) {
-        Complaint complaint = complaintOf(error.errors(), ExitFailure, QStringLiteral("MarkRefusal"));
-        complaint.isNotOpened = true;
-        complaint.kind = QStringLiteral("mark");
-        complaint.bits = error.bits().constFirst();
-        return complaint;
-    } catch (const sale::ReviewNeeded& error) {
-        Complaint complaint{ExitFailure, QString::fromUtf8(error.what()), QStringLiteral("ReviewNeeded")};
-        complaint.isNotOpened = true;
-        return complaint;
-    } catch (const sale::IdConflict& error) {
-        return {ExitUsage, QStringLiteral("--id: ") + QString::fromUtf8(error.what()),
-            QStringLiteral("UsageError")};
-    } catch (const RegisterError& error) {
-        return {exitStatusOf(error.verdict()), QString::fromUtf8(error.what()), error.exceptionName(),
-            error.verdict(), error.isNotOpened()};
-    } catch (const Interrupted& error) {
-        return {ExitInterrupted, QStringLiteral("interrupted"), QStringLiteral("Interrupted"),
-            error.verdict(), error.isNotOpened()};
-    } catch (const HostError& error) {
-        return {ExitFailure, QString::fromUtf8(error.what()), hostErrorName()};
-    } catch (const sale::JournalError& error) {
-        return {ExitFailure, QString::fromUtf8(error.what()), hostErrorName()};
-    } catch (const Refusal& error) {
-        return {ExitFailure, QString::fromUtf8(error.what()), QStringLiteral("Refusal"), {}, false, false,
-            error.refused()};
-    } catch (const BasicException& error) {
-        return {ExitFailure, error.tr().ru(), sale::exceptionClassName(error)};
-    } catch (const std::exception& error) {
-        return {ExitFailure, QString::fromUtf8(error.what()), QStringLiteral("std::exception")};
-    }
-}
-
-void insertErrors(QJsonObject& json, const Complaint& complaint)
-{
-    if (complaint.errors.isEmpty())
-        return;
-    json.insert(QStringLiteral("errors"), findingsJson(complaint.errors));
-    if (complaint.kind.isEmpty())
-        return;
-    json.insert(QStringLiteral("kind"), complaint.kind);
-    json.insert(QStringLiteral("path"), complaint.errors.constFirst().path);
-    json.insert(QStringLiteral("bits"), QJsonArray::fromStringList(complaint.bits));
-}
-
 void insertWarnings(QJsonObject& json, const Warnings& warnings)
 {
     const QJsonArray told = warnings.json();
@@ -170,26 +76,19 @@ void insertWarnings(QJsonObject& json, const Warnings& warnings)
         json.insert(QStringLiteral("warnings"), told);
 }
 
-QJsonObject jsonOf(const Complaint& complaint, const Warnings& warnings)
+/// What JSON has of any command that failed, and of a document also when it did not.
+QJsonObject jsonOf(const Complaint& complaint, const Options& options)
 {
-    QJsonObject json = documentJson(complaint.verdict);
-    if (complaint.isNotOpened)
-        json.insert(QStringLiteral("outcome"), QStringLiteral("notOpened"));
-    json.insert(QStringLiteral("error"), complaint.text);
-    json.insert(QStringLiteral("exception"), complaint.exception);
-    if (complaint.exception == QStringLiteral("ReviewNeeded"))
-        json.insert(QStringLiteral("needsReview"), true);
-    if (!complaint.refused.isEmpty())
-        json.insert(QStringLiteral("refused"), QJsonArray::fromStringList(complaint.refused));
-    insertErrors(json, complaint);
-    insertWarnings(json, warnings);
-    return json;
+    if (options.answer->isDocument)
+        return answerOf(options, complaint.verdict, complaint.error).toJson();
+    return {{QStringLiteral("error"), complaint.error.toJson()},
+        {QStringLiteral("warnings"), options.warnings->json()}};
 }
 
-int report(const Complaint& complaint, const Warnings& warnings, bool json)
+void say(const Complaint& complaint)
 {
-    complain(complaint.text);
-    for (const receipt::Finding& error : complaint.errors.mid(1))
+    complain(complaint.error.text);
+    for (const receipt::Finding& error : complaint.findings.mid(1))
         complain(error.text());
     const QString outcome = complaint.isNotOpened ? QStringLiteral("the document was not opened")
                                                   : sale::verdictText(complaint.verdict);
@@ -197,7 +96,32 @@ int report(const Complaint& complaint, const Warnings& warnings, bool json)
         complain(outcome);
     if (complaint.isUsage)
         print(stderr, usage() + QStringLiteral("\nTry frctl --help."));
-    return json ? deliver(compact(jsonOf(complaint, warnings)), complaint.status) : complaint.status;
+}
+
+int report(const Complaint& complaint, const Options& options, bool json)
+{
+    say(complaint);
+    const QJsonObject told = jsonOf(complaint, options);
+    if (json)
+        return deliver(compact(told), complaint.status);
+    if (!options.answer->isDocument)
+        return complaint.status;
+    return deliver(answerLines(told).join(QLatin1Char('\n')), complaint.status);
+}
+
+/// Over XML it would be a question too many, and after a failure nobody asks.
+void readClock(RegisterSession& session, const Output& output, const Options& options)
+{
+    AnswerDraft& draft = *options.answer;
+    const bool isMade
+        = draft.isDocument && !draft.isReplayed && output.verdict.outcome == sale::Outcome::Issued;
+    if (!isMade || !options.isHex())
+        return;
+    try {
+        draft.dateTime = session.driver().getDateTime();
+    } catch (...) {
+        // The document is made; its time is not told then.
+    }
 }
 
 Output runTask(RegisterSession& session, const Task& task, const Options& options)
@@ -226,8 +150,11 @@ Options withPlainCashier(Options options)
 
 Output work(const Options& given)
 {
+    const Command& command = findCommand(given);
+    given.answer->isDocument = command.makesDocument;
+    given.answer->id = given.id;
     const Options options = withPlainCashier(given);
-    const Task task = findCommand(options).prepare(options);
+    const Task task = command.prepare(options);
     if (task.alone)
         return task.alone();
     if (options.port.isEmpty())
@@ -235,6 +162,7 @@ Output work(const Options& given)
     catchInterruptions();
     RegisterSession session(options);
     const Output output = runTask(session, task, options);
+    readClock(session, output, options);
     // After a failure nobody knows what the register will still say.
     session.leaveIdle();
     return output;
@@ -249,7 +177,10 @@ int run(const Options& options)
         return deliver(QStringLiteral("frctl ") + QCoreApplication::applicationVersion());
     setUpLogging(options.logLevel);
     Output output = work(options);
-    insertWarnings(output.json, *options.warnings);
+    if (options.answer->isDocument)
+        output = documentOutput(options, output);
+    else
+        insertWarnings(output.json, *options.warnings);
     const QString text
         = options.json && !output.areLinesJson ? compact(output.json) : output.lines.join(QLatin1Char('\n'));
     return deliver(text, output.status, output.verdict);
@@ -267,7 +198,7 @@ int runApplication(const QStringList& commandLine)
         options = parseOptions(commandLine);
         status = run(options);
     } catch (...) {
-        status = report(complaintOf(std::current_exception()), *options.warnings, json);
+        status = report(complaintOf(std::current_exception()), options, json);
     }
     return status == ExitSuccess && isMessageLost() ? ExitFailure : status;
 }

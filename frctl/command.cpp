@@ -23,24 +23,27 @@ constexpr qsizetype anyNumber = std::numeric_limits<qsizetype>::max();
 constexpr Command commandTable[] = {
     {"info", "", "What the plugin says of itself; needs no register.", 0, 0, prepareInfo},
     {"status", "", "The register's identity, clock, shift and state.", 0, 0, prepareStatus},
-    {"open-shift", "", "Open the shift if it is closed.", 0, 0, prepareOpenShift},
-    {"x-report", "", "Print the shift's totals.", 0, 0, prepareXReport},
-    {"z-report", "", "Close the shift and print its report.", 0, 0, prepareZReport},
-    {"accounting-report", "", "Print the report on the state of settlements.", 0, 0, prepareAccountingReport},
+    {"open-shift", "", "Open the shift if it is closed.", 0, 0, prepareOpenShift, true},
+    {"x-report", "", "Print the shift's totals.", 0, 0, prepareXReport, true},
+    {"z-report", "", "Close the shift and print its report.", 0, 0, prepareZReport, true},
+    {"accounting-report", "", "Print the report on the state of settlements.", 0, 0, prepareAccountingReport,
+        true},
     {"counters", "", "The shift's sums by payment kind, cash in and cash out.", 0, 0, prepareCounters},
     {"registers", "begin|end", "The registers for the start or the end of a shift, by position.", 1, 1,
         prepareRegisters},
     {"fn", "", "State of the fiscal drive and of its exchange with the OFD.", 0, 0, prepareFn},
-    {"print-document", "N", "Print the fiscal drive's document of that number.", 1, 1, preparePrintDocument},
-    {"print-last-document", "", "Print the fiscal drive's last document.", 0, 0, preparePrintLastDocument},
+    {"print-document", "N", "Print the fiscal drive's document of that number.", 1, 1, preparePrintDocument,
+        true},
+    {"print-last-document", "", "Print the fiscal drive's last document.", 0, 0, preparePrintLastDocument,
+        true},
     {"registration", "--tax-systems LIST", "Register anew with the tax systems of the list.", 0, 0,
-        prepareRegistration},
-    {"sell", "FILE", "Issue the receipt of a JSON file.", 1, 1, prepareSell},
-    {"refund", "FILE", "Issue the return receipt of a JSON file.", 1, 1, prepareRefund},
-    {"cash-in", "SUM", "Put cash into the drawer.", 1, 1, prepareCashIn},
-    {"cash-out", "SUM", "Take cash out of the drawer.", 1, 1, prepareCashOut},
+        prepareRegistration, true},
+    {"sell", "FILE", "Issue the receipt of a JSON file.", 1, 1, prepareSell, true},
+    {"refund", "FILE", "Issue the return receipt of a JSON file.", 1, 1, prepareRefund, true},
+    {"cash-in", "SUM", "Put cash into the drawer.", 1, 1, prepareCashIn, true},
+    {"cash-out", "SUM", "Take cash out of the drawer.", 1, 1, prepareCashOut, true},
     {"print", "FILE", "Print the lines of a text file as a document of no fiscal meaning.", 1, 1,
-        preparePrint},
+        preparePrint, true},
     {"cancel", "", "Cancel the open document (HEX).", 0, 0, prepareCancel},
     {"drawer", "open|state", "Open the cash drawer, or tell whether it is open.", 1, 1, prepareDrawer},
     {"time", "get|set [TIME]", "The register's clock; set takes 2024-12-31T23:59:59 or the time now.", 1, 2,
@@ -82,7 +85,7 @@ Task documentOnRegister(const std::function<Output(AbstractFrDriver&)>& run)
 void requireHex(const Options& options, const QString& what)
 {
     if (!options.isHex())
-        throw Refusal(QStringLiteral("%1 cannot be done over XML").arg(what));
+        throw Refusal(sale::ErrorKind::Data, QStringLiteral("%1 cannot be done over XML").arg(what));
 }
 
 const Command& findCommand(const Options& options)

@@ -21,6 +21,8 @@ struct Command
     qsizetype mostArguments;
     /// Throws UsageError and ReceiptError.
     Task (*prepare)(const Options& options);
+    /// Its answer is that of a document then, see sale::DocumentAnswer.
+    bool makesDocument = false;
 };
 
 /// All commands, in the order of the help.

@@ -1,17 +1,19 @@
 #include "documentoutput.h"
 
+#include "journalerror.h"
 #include "markjudgement.h"
 #include "money.h"
 #include "showntext.h"
 
 #include <QJsonArray>
 
+#include <algorithm>
+
 namespace frctl {
 
 namespace {
 
 using receipt::moneyText;
-using receipt::roubles;
 
 /// As the register gets it.
 double rounded(double value, int decimals)
@@ -19,18 +21,19 @@ double rounded(double value, int decimals)
     return QString::number(value, 'f', decimals).toDouble();
 }
 
-QJsonArray marksJson(const QList<sale::MarkCheck>& marks)
+QJsonValue markJson(const receipt::ReceiptItem& item, const QList<sale::MarkCheck>& marks)
 {
-    QJsonArray json;
-    for (const sale::MarkCheck& mark : marks)
-        json.append(QJsonObject{{QStringLiteral("markingCode"), mark.markingCode},
-            {QStringLiteral("result"), mark.result}, {QStringLiteral("path"), mark.path},
-            {QStringLiteral("bits"), QJsonArray::fromStringList(sale::judgeMark(mark.result).bits)}});
-    return json;
+    const QString code = item.position.getMarkingCode();
+    const auto mark = std::find_if(marks.cbegin(), marks.cend(),
+        [&code](const sale::MarkCheck& check) { return check.markingCode == code; });
+    if (mark == marks.cend())
+        return {};
+    return QJsonObject{{QStringLiteral("code"), code}, {QStringLiteral("result"), mark->result},
+        {QStringLiteral("bits"), QJsonArray::fromStringList(sale::judgeMark(mark->result).bits)}};
 }
 
-/// The positions as they were issued: a discount that does not divide may have made two of one.
-QJsonArray itemsJson(const receipt::Receipt& receipt)
+/// The positions as they are issued: a discount that does not divide may have made two of one.
+QJsonArray itemsJson(const receipt::Receipt& receipt, const QList<sale::MarkCheck>& marks)
 {
     QJsonArray json;
     for (const receipt::ReceiptItem& item : receipt.items) {
@@ -41,26 +44,13 @@ QJsonArray itemsJson(const receipt::Receipt& receipt)
             QJsonObject{{QStringLiteral("path"), item.path}, {QStringLiteral("name"), position.getName()},
                 {QStringLiteral("price"), rounded(position.getPriceWithDisc(), 2)},
                 {QStringLiteral("quantity"), rounded(position.getCount(), 3)},
-                {QStringLiteral("amount"), rounded(position.getPossumWithDisc(), 2)}});
+                {QStringLiteral("amount"), rounded(position.getPossumWithDisc(), 2)},
+                {QStringLiteral("mark"), markJson(item, marks)}});
     }
     return json;
 }
 
-QJsonObject receiptJson(const receipt::Receipt& receipt, const sale::IssueResult& result)
-{
-    QJsonObject json = documentJson(result.verdict);
-    json.insert(QStringLiteral("total"), roubles(result.total));
-    json.insert(QStringLiteral("paid"), roubles(result.paid));
-    json.insert(QStringLiteral("change"), roubles(result.change));
-    json.insert(QStringLiteral("items"), itemsJson(receipt));
-    if (!result.fiscalData.isEmpty())
-        json.insert(QStringLiteral("fiscalData"), result.fiscalData);
-    if (!result.marks.isEmpty())
-        json.insert(QStringLiteral("marks"), marksJson(result.marks));
-    return json;
-}
-
-/// Over HEX the number is not asked for, and mostly not known.
+/// Over HEX the number is not asked for, and not always known.
 QString numberText(const sale::Verdict& verdict)
 {
     return verdict.number == 0 ? QString() : QStringLiteral(", document %1").arg(verdict.number);
@@ -71,23 +61,119 @@ QString markLine(const sale::MarkCheck& mark)
     return QStringLiteral("marking code %1: %2").arg(receipt::shownText(mark.markingCode)).arg(mark.result);
 }
 
-} // namespace
-
-QJsonObject documentJson(const sale::Verdict& verdict)
+/// The journal is not made for the question alone.
+std::optional<sale::StoredDocument> recordOf(const Options& options, bool& isLost)
 {
-    QJsonObject json;
-    if (verdict.outcome != sale::Outcome::None)
-        json.insert(QStringLiteral("outcome"), sale::outcomeName(verdict.outcome));
-    if (verdict.number != 0) {
-        json.insert(QStringLiteral("documentNumber"), static_cast<qint64>(verdict.number));
-        json.insert(QStringLiteral("documentNumberRead"), verdict.isNumberRead);
+    try {
+        const QString& id = options.answer->id;
+        return id.isEmpty() || !options.journal->exists() ? std::nullopt
+                                                          : options.journal->store().findId(id);
+    } catch (const sale::JournalError&) {
+        isLost = true;
+        return std::nullopt;
     }
-    if (verdict.outcome == sale::Outcome::Issued && verdict.times > 1)
-        json.insert(QStringLiteral("times"), verdict.times);
-    return json;
 }
 
-Output receiptOutput(const receipt::Receipt& receipt, const sale::IssueResult& result)
+/// The journal could not take the outcome of what it knows as begun.
+bool isLaterThan(const sale::Verdict& verdict, const sale::StoredDocument& record)
+{
+    return record.state == sale::DocumentState::Running && verdict.outcome != sale::Outcome::None
+        && verdict.outcome != sale::Outcome::Unknown && verdict.outcome != sale::Outcome::Unasked;
+}
+
+sale::DocumentAnswer judged(
+    const Options& options, const sale::Verdict& verdict, const std::optional<sale::AnswerError>& error)
+{
+    bool isLost = false;
+    const std::optional<sale::StoredDocument> record = recordOf(options, isLost);
+    sale::DocumentAnswer answer
+        = record ? sale::answerOf(*record, options.receiptProtocol()) : sale::DocumentAnswer();
+    const bool isTold = verdict.outcome != sale::Outcome::None;
+    if (record ? isLaterThan(verdict, *record) : isTold || error)
+        answer.take(verdict);
+    // What an earlier run has made of the id cannot be looked up.
+    if (isLost && !isTold && !options.id.isEmpty())
+        answer.take(sale::Outcome::Unknown);
+    return answer;
+}
+
+QString shownValue(const QJsonValue& value)
+{
+    if (value.isNull() || value.isUndefined())
+        return QStringLiteral("-");
+    return receipt::shownText(value.isBool() ? (value.toBool() ? QStringLiteral("yes") : QStringLiteral("no"))
+                                             : value.toVariant().toString());
+}
+
+QString shownSum(const QJsonValue& value)
+{
+    return value.isDouble() ? moneyText(receipt::kopecksOf(value.toDouble())) : shownValue(value);
+}
+
+QString itemText(const QJsonObject& item)
+{
+    return QStringLiteral("%1, %2 x %3 = %4")
+        .arg(shownValue(item.value(QStringLiteral("name"))), shownSum(item.value(QStringLiteral("price"))),
+            shownValue(item.value(QStringLiteral("quantity"))),
+            shownSum(item.value(QStringLiteral("amount"))));
+}
+
+QString warningText(const QJsonObject& warning)
+{
+    const receipt::Finding finding{receipt::Finding::Warning,
+        warning.value(QStringLiteral("path")).toString(), warning.value(QStringLiteral("given")).toString(),
+        warning.value(QStringLiteral("text")).toString()};
+    return finding.text();
+}
+
+QString attemptText(const QJsonObject& attempt)
+{
+    return QStringLiteral("%1, %2, %3")
+        .arg(shownValue(attempt.value(QStringLiteral("number"))),
+            shownValue(attempt.value(QStringLiteral("begun"))),
+            shownValue(attempt.value(QStringLiteral("state"))));
+}
+
+QString errorText(const QJsonObject& error)
+{
+    return QStringLiteral("%1, %2. %3")
+        .arg(error.value(QStringLiteral("kind")).toString(), shownValue(error.value(QStringLiteral("text"))),
+            error.value(QStringLiteral("action")).toString());
+}
+
+struct Shown
+{
+    const char* key;
+    QString (*value)(const QJsonValue& value) = shownValue;
+    /// For an object, or each of an array.
+    QString (*object)(const QJsonObject& object) = nullptr;
+};
+
+constexpr Shown shape[] = {{"id"}, {"state"}, {"reason"}, {"replayed"}, {"times"}, {"documentNumber"},
+    {"documentNumberRead"}, {"drive"}, {"shift"}, {"receiptNumber"}, {"dateTime"}, {"total", shownSum},
+    {"change", shownSum}, {"items", shownValue, itemText}, {"warnings", shownValue, warningText},
+    {"attempts", shownValue, attemptText}, {"error", shownValue, errorText}};
+
+QStringList textsOf(const Shown& row, const QJsonValue& value)
+{
+    QStringList texts;
+    for (const QJsonValue& entry : value.toArray())
+        texts.append(row.object(entry.toObject()));
+    if (value.isObject())
+        texts.append(row.object(value.toObject()));
+    return texts.isEmpty() ? QStringList{value.isArray() ? QStringLiteral("-") : row.value(value)} : texts;
+}
+
+} // namespace
+
+void describeReceipt(AnswerDraft& draft, const receipt::Receipt& receipt, const QList<sale::MarkCheck>& marks)
+{
+    draft.total = receipt.total;
+    draft.change = receipt.paid - receipt.total;
+    draft.items = itemsJson(receipt, marks);
+}
+
+Output receiptOutput(const sale::IssueResult& result)
 {
     Output output;
     output.lines = {QStringLiteral("receipt issued: total %1, paid %2, change %3")
@@ -95,8 +181,44 @@ Output receiptOutput(const receipt::Receipt& receipt, const sale::IssueResult& r
         + numberText(result.verdict)};
     for (const sale::MarkCheck& mark : result.marks)
         output.lines.append(markLine(mark));
-    output.json = receiptJson(receipt, result);
     output.verdict = result.verdict;
+    return output;
+}
+
+sale::DocumentAnswer answerOf(
+    const Options& options, const sale::Verdict& verdict, const std::optional<sale::AnswerError>& error)
+{
+    const AnswerDraft& draft = *options.answer;
+    sale::DocumentAnswer answer = judged(options, verdict, error);
+    answer.id = draft.id;
+    answer.isReplayed = draft.isReplayed;
+    answer.dateTime = draft.dateTime;
+    answer.total = draft.total;
+    answer.change = draft.change;
+    answer.items = draft.items;
+    answer.warnings = options.warnings->json();
+    answer.error = error;
+    return answer;
+}
+
+QStringList answerLines(const QJsonObject& answer)
+{
+    QStringList lines;
+    for (const Shown& row : shape) {
+        const QString key = QString::fromLatin1(row.key);
+        for (const QString& text : textsOf(row, answer.value(key)))
+            lines.append(key + QStringLiteral(": ") + text);
+    }
+    return lines;
+}
+
+Output documentOutput(const Options& options, Output output)
+{
+    output.json = answerOf(options, output.verdict).toJson();
+    const QJsonObject& more = options.answer->more;
+    for (auto field = more.begin(); field != more.end(); ++field)
+        output.json.insert(field.key(), field.value());
+    output.lines += answerLines(output.json);
     return output;
 }
 

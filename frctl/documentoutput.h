@@ -1,14 +1,26 @@
 #pragma once
 
+#include "documentanswer.h"
 #include "issueresult.h"
+#include "options.h"
 #include "output.h"
 #include "receipt.h"
 
 namespace frctl {
 
-/// "outcome" and, where there is one, "documentNumber"; empty for None.
-QJsonObject documentJson(const sale::Verdict& verdict);
+/// Puts into the draft what the receipt says of itself and what the register said of its marking codes.
+void describeReceipt(
+    AnswerDraft& draft, const receipt::Receipt& receipt, const QList<sale::MarkCheck>& marks = {});
 /// What is said of a receipt that was issued.
-Output receiptOutput(const receipt::Receipt& receipt, const sale::IssueResult& result);
+Output receiptOutput(const sale::IssueResult& result);
+
+/// What the journal, this run and its verdict tell of the document; the verdict counts where the journal does
+/// not tell. Throws nothing.
+sale::DocumentAnswer answerOf(
+    const Options& options, const sale::Verdict& verdict, const std::optional<sale::AnswerError>& error = {});
+/// The answer line by line, as people get it.
+QStringList answerLines(const QJsonObject& answer);
+/// The output of a command that made a document, or had none to make.
+Output documentOutput(const Options& options, Output output);
 
 } // namespace frctl

@@ -7,14 +7,16 @@
 namespace frctl {
 
 RegisterError::RegisterError(const BasicException& cause, const sale::Verdict& verdict, bool isNotOpened)
-    : RegisterError(cause.tr().ru(), sale::exceptionClassName(cause), verdict, isNotOpened)
+    : RegisterError(
+        cause.tr().ru(), sale::exceptionClassName(cause), sale::errorKindOf(cause), verdict, isNotOpened)
 {
 }
 
-RegisterError::RegisterError(
-    const QString& text, const QString& exceptionName, const sale::Verdict& verdict, bool isNotOpened)
+RegisterError::RegisterError(const QString& text, const QString& exceptionName, sale::ErrorKind kind,
+    const sale::Verdict& verdict, bool isNotOpened)
     : std::runtime_error(text.toStdString())
     , m_exceptionName(exceptionName)
+    , m_kind(kind)
     , m_verdict(verdict)
     , m_isNotOpened(isNotOpened)
 {
@@ -48,7 +50,7 @@ void throwFailure(const sale::Failure& failure, const sale::Verdict& verdict)
         throw Interrupted(verdict, isNotOpened);
     } catch (const sale::JournalError&) {
         // Nor is it known then whether an earlier run opened it.
-        throw RegisterError(failure.text, hostErrorName(), verdict);
+        throw RegisterError(failure.text, hostErrorName(), failure.kind, verdict);
     } catch (const BasicException& cause) {
         throw RegisterError(cause, verdict, isNotOpened);
     }

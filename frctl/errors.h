@@ -1,5 +1,6 @@
 #pragma once
 
+#include "errorkind.h"
 #include "finding.h"
 #include "verdict.h"
 
@@ -65,10 +66,16 @@ private:
 class HostError : public std::runtime_error
 {
 public:
-    explicit HostError(const QString& text)
+    explicit HostError(const QString& text, sale::ErrorKind kind = sale::ErrorKind::Internal)
         : std::runtime_error(text.toStdString())
+        , m_kind(kind)
     {
     }
+
+    sale::ErrorKind kind() const { return m_kind; }
+
+private:
+    sale::ErrorKind m_kind;
 };
 
 /// The driver or the register said no without a failure of the line, or cannot do what was asked.
@@ -80,11 +87,19 @@ public:
         , m_refused(refused)
     {
     }
+    Refusal(sale::ErrorKind kind, const QString& text)
+        : std::runtime_error(text.toStdString())
+        , m_kind(kind)
+    {
+    }
+
+    sale::ErrorKind kind() const { return m_kind; }
 
     /// Names of the settings that were refused, if it was about settings.
     const QStringList& refused() const { return m_refused; }
 
 private:
+    sale::ErrorKind m_kind = sale::ErrorKind::Other;
     QStringList m_refused;
 };
 
@@ -95,16 +110,18 @@ class RegisterError : public std::runtime_error
 public:
     RegisterError(const BasicException& cause, const sale::Verdict& verdict, bool isNotOpened);
     /// For what an earlier run left behind, or what failed beside the register.
-    RegisterError(const QString& text, const QString& exceptionName, const sale::Verdict& verdict,
-        bool isNotOpened = false);
+    RegisterError(const QString& text, const QString& exceptionName, sale::ErrorKind kind,
+        const sale::Verdict& verdict, bool isNotOpened = false);
 
     QString exceptionName() const { return m_exceptionName; }
+    sale::ErrorKind kind() const { return m_kind; }
     const sale::Verdict& verdict() const { return m_verdict; }
     /// A document was asked for and did not come to its opening.
     bool isNotOpened() const { return m_isNotOpened; }
 
 private:
     QString m_exceptionName;
+    sale::ErrorKind m_kind;
     sale::Verdict m_verdict;
     bool m_isNotOpened;
 };

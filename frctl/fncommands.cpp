@@ -96,9 +96,9 @@ Output registration(AbstractFrDriver& driver, const Options& options, const QLis
     const sale::Verdict verdict = issueNumbered(driver, options,
         {QStringLiteral("registration"), {{QStringLiteral("taxSystems"), options.taxSystems}}},
         sale::DocumentKind::Report, registerAnew, askBack);
-    return withVerdict({{QStringLiteral("registered: ") + registered.join(QStringLiteral(", "))},
-                           {{QStringLiteral("taxSystems"), QJsonArray::fromStringList(registered)}}},
-        verdict);
+    options.answer->more.insert(QStringLiteral("taxSystems"), QJsonArray::fromStringList(registered));
+    return {
+        {QStringLiteral("registered: ") + registered.join(QStringLiteral(", "))}, {}, ExitSuccess, verdict};
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "documentid.h"
 #include "documentkind.h"
-#include "documentoutput.h"
 #include "idconflict.h"
 
 namespace frctl {
@@ -19,10 +18,12 @@ void requireId(const sale::DocumentStore& store, const QString& id)
 } // namespace
 
 IdentifiedReceipt::IdentifiedReceipt(const Options& options, const QByteArray& receipt)
+    : m_draft(options.answer)
 {
     sale::DocumentStore& store = options.journal->store();
     const QString id = options.id.isEmpty() ? sale::newDocumentId() : options.id;
     requireId(store, id);
+    m_draft->id = id;
     try {
         m_sale.emplace(store,
             sale::DocumentRequest{
@@ -38,19 +39,20 @@ std::optional<Output> IdentifiedReceipt::answer() const
     if (!record)
         return std::nullopt;
     const sale::Verdict verdict = verdictOf(*record);
+    m_draft->isReplayed
+        = record->state == sale::DocumentState::Unknown || record->state == sale::DocumentState::Issued;
     if (record->state == sale::DocumentState::Unknown)
         throw RegisterError(QStringLiteral("the sale %1 was broken off earlier; look at the register's tape, "
                                            "then frctl journal resolve %1")
                                 .arg(m_sale->id()),
-            QStringLiteral("Refusal"), verdict);
+            QStringLiteral("Refusal"), sale::ErrorKind::Other, verdict);
     if (record->state != sale::DocumentState::Issued)
         return std::nullopt;
     Output output;
-    output.lines = {QStringLiteral("receipt issued before: document %1").arg(verdict.number)};
-    output.json = documentJson(verdict);
+    const QString document
+        = verdict.number == 0 ? QString() : QStringLiteral(": document %1").arg(verdict.number);
+    output.lines = {QStringLiteral("receipt issued before") + document};
     output.verdict = verdict;
-    output.json.insert(QStringLiteral("id"), m_sale->id());
-    output.json.insert(QStringLiteral("repeated"), true);
     return output;
 }
 
@@ -60,7 +62,7 @@ std::optional<Output> IdentifiedReceipt::settledAnswer() const
     if (m_sale->isUnsettled())
         throw RegisterError(QStringLiteral("the sale %1 was begun on fiscal drive %2")
                                 .arg(m_sale->id(), m_sale->record()->drive),
-            QStringLiteral("Refusal"), m_sale->verdict());
+            QStringLiteral("Refusal"), sale::ErrorKind::WrongRegister, m_sale->verdict());
     std::optional<Output> output = answer();
     if (output)
         output->status = ExitIssued;

@@ -27,6 +27,7 @@ public:
     sale::IdentifiedSale& identifiedSale() { return *m_sale; }
 
 private:
+    std::shared_ptr<AnswerDraft> m_draft;
     std::optional<sale::IdentifiedSale> m_sale;
 };
 

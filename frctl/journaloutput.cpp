@@ -1,16 +1,13 @@
 #include "journaloutput.h"
 
+#include "documentanswer.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 
 namespace frctl {
 
 namespace {
-
-QJsonValue timeJson(const QDateTime& time)
-{
-    return time.isValid() ? QJsonValue(time.toUTC().toString(Qt::ISODateWithMs)) : QJsonValue();
-}
 
 QJsonValue textJson(const QString& text)
 {
@@ -27,25 +24,6 @@ QJsonValue bodyJson(const QByteArray& body)
 {
     const QJsonDocument json = QJsonDocument::fromJson(body);
     return json.isObject() ? QJsonValue(json.object()) : textJson(QString::fromUtf8(body));
-}
-
-QJsonObject attemptJson(const sale::StoredAttempt& attempt)
-{
-    QJsonObject json{{QStringLiteral("number"), attempt.number},
-        {QStringLiteral("begun"), timeJson(attempt.begun)},
-        {QStringLiteral("ended"), timeJson(attempt.ended)},
-        {QStringLiteral("markBefore"), attempt.start.markBefore},
-        {QStringLiteral("movement"), attempt.start.movement},
-        {QStringLiteral("markAfter"), attempt.note.markAfter},
-        {QStringLiteral("error"), attempt.note.failure}, {QStringLiteral("warnings"), attempt.note.warnings},
-        {QStringLiteral("state"),
-            attempt.verdict ? QJsonValue(sale::stateName(*attempt.verdict)) : QJsonValue()},
-        {QStringLiteral("documentNumber"), numberJson(attempt.documentNumber)}};
-    if (!attempt.digest.isEmpty()) {
-        json.insert(QStringLiteral("body"), bodyJson(attempt.body));
-        json.insert(QStringLiteral("digest"), QString::fromLatin1(attempt.digest));
-    }
-    return json;
 }
 
 QString shownTime(const QDateTime& time)
@@ -78,10 +56,11 @@ QJsonObject storedSummary(const sale::StoredDocument& document)
         {QStringLiteral("reason"), textJson(sale::reasonName(document.reason))},
         {QStringLiteral("times"), document.times}, {QStringLiteral("drive"), textJson(document.drive)},
         {QStringLiteral("documentNumber"), numberJson(document.documentNumber)},
-        {QStringLiteral("documentNumberRead"), document.isNumberRead},
-        {QStringLiteral("accepted"), timeJson(document.accepted)},
-        {QStringLiteral("begun"), timeJson(document.begun)},
-        {QStringLiteral("settled"), timeJson(document.settled)},
+        {QStringLiteral("documentNumberRead"),
+            document.documentNumber == 0 ? QJsonValue() : QJsonValue(document.isNumberRead)},
+        {QStringLiteral("accepted"), sale::momentJson(document.accepted)},
+        {QStringLiteral("begun"), sale::momentJson(document.begun)},
+        {QStringLiteral("settled"), sale::momentJson(document.settled)},
         {QStringLiteral("attemptCount"), document.attemptCount}};
 }
 
@@ -90,7 +69,7 @@ QJsonObject storedJson(const sale::StoredDocument& document)
     QJsonObject json = storedSummary(document);
     QJsonArray attempts;
     for (const sale::StoredAttempt& attempt : document.attempts)
-        attempts.append(attemptJson(attempt));
+        attempts.append(sale::attemptJson(attempt));
     json.insert(QStringLiteral("body"), bodyJson(document.request.body));
     json.insert(QStringLiteral("digest"), QString::fromLatin1(document.digest));
     json.insert(QStringLiteral("resolvedBy"), textJson(document.resolvedBy));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "answerdraft.h"
 #include "documentoptions.h"
 #include "driveroptions.h"
 #include "journalaccess.h"
@@ -66,6 +67,8 @@ struct Options
     QStringList arguments;
     /// What is said besides the answer, from the reading of the arguments to the end of the work.
     std::shared_ptr<Warnings> warnings = std::make_shared<Warnings>();
+    /// Filled by the commands that make a document.
+    std::shared_ptr<AnswerDraft> answer = std::make_shared<AnswerDraft>();
 
     bool isHex() const { return protocol == QStringLiteral("HEX"); }
     /// What the journal calls the register.

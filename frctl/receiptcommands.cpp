@@ -53,11 +53,12 @@ Output issue(AbstractFrDriver& driver, const Issue& issue)
         return *answer;
     const sale::IssueResult result = sale::issueReceipt(driver, issue.receipt, withKnownMark(issue));
     issue.warnings->add(result.warnings);
+    AnswerDraft& draft = *issue.commandLine.answer;
+    describeReceipt(draft, issue.receipt, result.marks);
+    draft.isReplayed = result.isRepeated;
     if (result.failure)
         throwFailure(*result.failure, result.verdict);
-    Output output = receiptOutput(issue.receipt, result);
-    output.json.insert(QStringLiteral("id"), issue.identified->identifiedSale().id());
-    return output;
+    return receiptOutput(result);
 }
 
 receipt::CheckOptions checkOptions(const Options& options)
@@ -116,6 +117,8 @@ Task prepareReceipt(const Options& options, bool isReturn)
 {
     const QByteArray text = readFile(options.arguments.constFirst());
     const receipt::CheckedReceipt checked = receipt::checkedReceipt(text, checkOptions(options));
+    if (!checked.hasErrors())
+        describeReceipt(*options.answer, checked.receipt);
     const auto identified = std::make_shared<IdentifiedReceipt>(options, text);
     // A sale that is done already needs no register, and is no sale of the same goods again.
     if (const std::optional<Output> answer = identified->answer())
@@ -138,6 +141,7 @@ Task prepareReceipt(const Options& options, bool isReturn)
 Output moveCash(AbstractFrDriver& driver, const Options& options, hw::fr::CheckType type, qint64 sum)
 {
     const bool isIn = type == hw::fr::CheckCashIn;
+    options.answer->total = sum;
     sale::DocumentSteps steps;
     steps.open = [&] { driver.moneyCheckOpen(type, {}); };
     steps.close = [&] { driver.moneyCheckClose(roubles(sum)); };
@@ -146,7 +150,7 @@ Output moveCash(AbstractFrDriver& driver, const Options& options, hw::fr::CheckT
     const sale::Verdict verdict = issueWitnessed(driver, options,
         {documentKindName(kind), {{QStringLiteral("sum"), roubles(sum)}}}, {kind, {}, sum}, steps);
     const QString text = isIn ? QStringLiteral("cash in: %1") : QStringLiteral("cash out: %1");
-    return {{text.arg(moneyText(sum))}, {{QStringLiteral("sum"), roubles(sum)}}, ExitSuccess, verdict};
+    return {{text.arg(moneyText(sum))}, {}, ExitSuccess, verdict};
 }
 
 Task prepareCash(const Options& options, hw::fr::CheckType type)
@@ -195,10 +199,9 @@ Output printText(AbstractFrDriver& driver, const Options& options, const QString
     steps.fill = [&] { driver.textDocPrint(lines); };
     steps.close = [&] { driver.textDocClose(); };
     steps.cancelAfterClose = options.isHex();
-    issueTraceless(driver, options,
+    const sale::Verdict verdict = issueTraceless(driver, options,
         {QStringLiteral("text"), {{QStringLiteral("lines"), static_cast<int>(lines.size())}}}, steps);
-    return {{QStringLiteral("%1 lines printed").arg(lines.size())},
-        {{QStringLiteral("lines"), static_cast<int>(lines.size())}}, ExitSuccess, sale::Outcome::Issued};
+    return {{QStringLiteral("%1 lines printed").arg(lines.size())}, {}, ExitSuccess, verdict};
 }
 
 } // namespace

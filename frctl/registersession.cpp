@@ -75,10 +75,12 @@ void RegisterSession::lockPort(const Options& options)
     while (!m_lock.take(options.port)) {
         if (!m_lock.errorString().isEmpty())
             throw HostError(
-                QStringLiteral("port %1 cannot be locked: %2").arg(options.port, m_lock.errorString()));
+                QStringLiteral("port %1 cannot be locked: %2").arg(options.port, m_lock.errorString()),
+                sale::ErrorKind::Line);
         if (timer.hasExpired(options.waitSeconds * 1000LL))
             throw HostError(
-                QStringLiteral("port %1 is busy: %2 works it").arg(options.port, holderOf(m_lock)));
+                QStringLiteral("port %1 is busy: %2 works it").arg(options.port, holderOf(m_lock)),
+                sale::ErrorKind::Busy);
         QThread::msleep(lookAgainMs);
         throwIfInterrupted();
     }
@@ -92,7 +94,8 @@ void RegisterSession::openLine(const Options& options)
         return;
     // A bare name is one in /dev, which whoever meant a file beside him must see.
     const QString port = devices::isTcpName(options.port) ? options.port : devices::devicePath(options.port);
-    throw HostError(QStringLiteral("port %1 cannot be opened: %2").arg(port, m_line->errorString()));
+    throw HostError(QStringLiteral("port %1 cannot be opened: %2").arg(port, m_line->errorString()),
+        sale::ErrorKind::Line);
 }
 
 void RegisterSession::dropLeftovers()

@@ -9,58 +9,48 @@ namespace frctl {
 
 namespace {
 
-Output printed(const QString& what, const QJsonObject& fiscalData = {})
+Output printed(const QString& what, const sale::Verdict& verdict)
 {
-    Output output{{what + QStringLiteral(" printed")}, {{QStringLiteral("printed"), true}}};
-    if (!fiscalData.isEmpty())
-        output.json.insert(QStringLiteral("fiscalData"), fiscalData);
-    return output;
+    return {{what + QStringLiteral(" printed")}, {}, ExitSuccess, verdict};
 }
 
-void printTraceless(AbstractFrDriver& driver, const Options& options, const PlainDocument& document,
+sale::Verdict printTraceless(AbstractFrDriver& driver, const Options& options, const PlainDocument& document,
     const std::function<void()>& print)
 {
     sale::DocumentSteps steps;
     steps.close = print;
-    issueTraceless(driver, options, document, steps);
+    return issueTraceless(driver, options, document, steps);
 }
 
 Output xReport(AbstractFrDriver& driver, const Options& options)
 {
-    QJsonObject fiscalData;
-    printTraceless(driver, options, {QStringLiteral("xReport")}, [&] { fiscalData = driver.xReport(); });
-    return printed(QStringLiteral("X report"), fiscalData);
+    return printed(QStringLiteral("X report"),
+        printTraceless(driver, options, {QStringLiteral("xReport")}, [&] { driver.xReport(); }));
 }
 
 Output zReport(AbstractFrDriver& driver, const Options& options)
 {
     // The drivers say it in their log only.
     if (!isShiftOpen(driver))
-        return {{QStringLiteral("the shift was closed already")}, {{QStringLiteral("closed"), false}}};
-    QJsonObject fiscalData;
-    const sale::Verdict verdict = issueNumbered(driver, options, {QStringLiteral("zReport")},
-        sale::DocumentKind::ShiftClosing, [&] { fiscalData = driver.zReport(); });
-    Output output{{QStringLiteral("shift closed")}, {{QStringLiteral("closed"), true}}};
-    if (!fiscalData.isEmpty())
-        output.json.insert(QStringLiteral("fiscalData"), fiscalData);
-    return withVerdict(output, verdict);
+        return {{QStringLiteral("the shift was closed already")}, {}};
+    return {{QStringLiteral("shift closed")}, {}, ExitSuccess,
+        issueNumbered(driver, options, {QStringLiteral("zReport")}, sale::DocumentKind::ShiftClosing,
+            [&] { driver.zReport(); })};
 }
 
 Output accountingReport(AbstractFrDriver& driver, const Options& options)
 {
-    const sale::Verdict verdict = issueNumbered(driver, options, {QStringLiteral("accountingReport")},
-        sale::DocumentKind::Report, [&] { driver.accountingReport(); });
-    return withVerdict(printed(QStringLiteral("report on the state of settlements")), verdict);
+    return printed(QStringLiteral("report on the state of settlements"),
+        issueNumbered(driver, options, {QStringLiteral("accountingReport")}, sale::DocumentKind::Report,
+            [&] { driver.accountingReport(); }));
 }
 
 Output printDocument(AbstractFrDriver& driver, const Options& options, long number)
 {
-    printTraceless(driver, options,
-        {QStringLiteral("copy"), {{QStringLiteral("documentNumber"), static_cast<qint64>(number)}}},
-        [&] { driver.printFnDocument(number); });
-    Output output = printed(QStringLiteral("document %1").arg(number));
-    output.json.insert(QStringLiteral("document"), static_cast<qint64>(number));
-    return output;
+    return printed(QStringLiteral("document %1").arg(number),
+        printTraceless(driver, options,
+            {QStringLiteral("copy"), {{QStringLiteral("documentNumber"), static_cast<qint64>(number)}}},
+            [&] { driver.printFnDocument(number); }));
 }
 
 Output printLastOfDrive(AbstractFrDriver& driver, const Options& options)
@@ -73,8 +63,8 @@ Output printLastOfDrive(AbstractFrDriver& driver, const Options& options)
 
 Output printLast(AbstractFrDriver& driver, const Options& options)
 {
-    printTraceless(driver, options, {QStringLiteral("copy")}, [&] { driver.printLastFnDocument(); });
-    return printed(QStringLiteral("last document"));
+    return printed(QStringLiteral("last document"),
+        printTraceless(driver, options, {QStringLiteral("copy")}, [&] { driver.printLastFnDocument(); }));
 }
 
 } // namespace

@@ -45,11 +45,11 @@ Output openShift(AbstractFrDriver& driver, const Options& options)
     const auto open = [&driver] { driver.openShift(); };
     if (isShiftOpen(driver)) {
         open();
-        return {{QStringLiteral("the shift was open already")}, {{QStringLiteral("opened"), false}}};
+        return {{QStringLiteral("the shift was open already")}, {}};
     }
     const sale::Verdict verdict = issueNumbered(
         driver, options, {QStringLiteral("openShift")}, sale::DocumentKind::ShiftOpening, open);
-    return withVerdict({{QStringLiteral("shift opened")}, {{QStringLiteral("opened"), true}}}, verdict);
+    return {{QStringLiteral("shift opened")}, {}, ExitSuccess, verdict};
 }
 
 Output cancel(AbstractFrDriver& driver)

@@ -2,7 +2,6 @@
 
 #include "documentid.h"
 #include "documentissuer.h"
-#include "documentoutput.h"
 #include "errors.h"
 #include "identifiedsale.h"
 
@@ -16,8 +15,9 @@ sale::IdentifiedSale newDocument(const Options& options, const PlainDocument& do
 {
     QJsonObject body = document.details;
     body.insert(QStringLiteral("type"), document.kind);
+    options.answer->id = sale::newDocumentId();
     return {options.journal->store(),
-        {sale::newDocumentId(), document.kind, QJsonDocument(body).toJson(QJsonDocument::Compact),
+        {options.answer->id, document.kind, QJsonDocument(body).toJson(QJsonDocument::Compact),
             options.registerName()}};
 }
 
@@ -34,7 +34,7 @@ sale::Verdict issueWitnessed(AbstractFrDriver& driver, const Options& options, c
         throwFailure(*result.failure, result.verdict);
     if (result.verdict.outcome != sale::Outcome::Issued || result.verdict.times > 1)
         throw RegisterError(QStringLiteral("the register was silent, and the request was sent again"),
-            QStringLiteral("Refusal"), result.verdict);
+            QStringLiteral("Refusal"), sale::ErrorKind::Line, result.verdict);
     return result.verdict;
 }
 
@@ -47,7 +47,7 @@ sale::Verdict issueNumbered(AbstractFrDriver& driver, const Options& options, co
     return issueWitnessed(driver, options, document, {kind}, steps);
 }
 
-void issueTraceless(AbstractFrDriver& driver, const Options& options, const PlainDocument& document,
+sale::Verdict issueTraceless(AbstractFrDriver& driver, const Options& options, const PlainDocument& document,
     const sale::DocumentSteps& steps)
 {
     sale::IdentifiedSale written = newDocument(options, document);
@@ -55,15 +55,7 @@ void issueTraceless(AbstractFrDriver& driver, const Options& options, const Plai
         = sale::issueTraceless(driver, steps, {options.line(), options.cashier, &written});
     if (result.failure)
         throwFailure(*result.failure, result.verdict);
-}
-
-Output withVerdict(Output output, const sale::Verdict& verdict)
-{
-    const QJsonObject json = documentJson(verdict);
-    for (auto field = json.begin(); field != json.end(); ++field)
-        output.json.insert(field.key(), field.value());
-    output.verdict = verdict;
-    return output;
+    return result.verdict;
 }
 
 } // namespace frctl

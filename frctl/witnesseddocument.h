@@ -3,7 +3,6 @@
 #include "documentsteps.h"
 #include "movement.h"
 #include "options.h"
-#include "output.h"
 
 #include <QJsonObject>
 
@@ -29,10 +28,7 @@ sale::Verdict issueWitnessed(AbstractFrDriver& driver, const Options& options, c
 sale::Verdict issueNumbered(AbstractFrDriver& driver, const Options& options, const PlainDocument& document,
     sale::DocumentKind kind, const std::function<void()>& issue, const std::function<void()>& finish = {});
 /// The same for a document that leaves no trace in the register.
-void issueTraceless(AbstractFrDriver& driver, const Options& options, const PlainDocument& document,
+sale::Verdict issueTraceless(AbstractFrDriver& driver, const Options& options, const PlainDocument& document,
     const sale::DocumentSteps& steps);
-
-/// Adds the verdict to what is said of the document.
-Output withVerdict(Output output, const sale::Verdict& verdict);
 
 } // namespace frctl

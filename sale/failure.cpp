@@ -1,9 +1,13 @@
 #include "failure.h"
 
+#include "errortable.h"
 #include "exceptions.h"
 #include "journalerror.h"
 #include "markrefusal.h"
 #include "reviewneeded.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace sale {
 
@@ -19,21 +23,30 @@ struct ClassRow
 {
     bool (*matches)(const BasicException&);
     const char* name;
+    ErrorKind kind;
 };
 
 // Children before their parents.
 constexpr ClassRow classes[] = {
-    {is<ComDriverTimeoutException>, "ComDriverTimeoutException"},
-    {is<ComDriverException>, "ComDriverException"},
-    {is<FrNoConnectionException>, "FrNoConnectionException"},
-    {is<FrWaitForPaperException>, "FrWaitForPaperException"},
-    {is<FrPaperException>, "FrPaperException"},
-    {is<FrShiftTooLongException>, "FrShiftTooLongException"},
-    {is<FrFatalException>, "FrFatalException"},
-    {is<FrCommandException>, "FrCommandException"},
-    {is<FrDriverException>, "FrDriverException"},
-    {is<DriverException>, "DriverException"},
+    {is<ComDriverTimeoutException>, "ComDriverTimeoutException", ErrorKind::Line},
+    {is<ComDriverException>, "ComDriverException", ErrorKind::Line},
+    {is<FrNoConnectionException>, "FrNoConnectionException", ErrorKind::Line},
+    {is<FrWaitForPaperException>, "FrWaitForPaperException", ErrorKind::Paper},
+    {is<FrPaperException>, "FrPaperException", ErrorKind::Paper},
+    {is<FrShiftTooLongException>, "FrShiftTooLongException", ErrorKind::ShiftExpired},
+    {is<FrFatalException>, "FrFatalException", ErrorKind::Fatal},
+    {is<FrCommandException>, "FrCommandException", ErrorKind::Other},
+    {is<FrDriverException>, "FrDriverException", ErrorKind::Other},
+    {is<DriverException>, "DriverException", ErrorKind::Other},
 };
+
+const ClassRow& classOf(const BasicException& exception)
+{
+    static constexpr ClassRow root{nullptr, "BasicException", ErrorKind::Other};
+    const auto* const found = std::find_if(
+        std::begin(classes), std::end(classes), [&](const ClassRow& row) { return row.matches(exception); });
+    return found == std::end(classes) ? root : *found;
+}
 
 } // namespace
 
@@ -43,28 +56,34 @@ Failure currentFailure()
     try {
         throw;
     } catch (const BasicException& failure) {
-        return {failure.tr().ru(), exceptionClassName(failure), exception, true};
+        return {failure.tr().ru(), exceptionClassName(failure), exception, true, errorKindOf(failure)};
     } catch (const JournalError& failure) {
         return {QString::fromUtf8(failure.what()), QStringLiteral("JournalError"), exception};
     } catch (const ReviewNeeded& failure) {
         return {QString::fromUtf8(failure.what()), QStringLiteral("ReviewNeeded"), exception};
     } catch (const MarkRefusal& failure) {
         return {QString::fromUtf8(failure.what()), QStringLiteral("MarkRefusal"), exception, false,
-            QStringLiteral("mark"), failure.errors().constFirst().path, failure.bits().constFirst()};
+            ErrorKind::Mark, failure.errors().constFirst().path, failure.bits().constFirst()};
     } catch (const std::exception& failure) {
         return {QString::fromUtf8(failure.what()), QStringLiteral("std::exception"), exception};
     } catch (...) {
-        return {QStringLiteral("unknown exception"), QStringLiteral("std::exception"), exception};
+        return {QStringLiteral("unknown exception"), QStringLiteral("std::exception"), exception, false,
+            ErrorKind::Other};
     }
 }
 
 QString exceptionClassName(const BasicException& exception)
 {
-    for (const ClassRow& row : classes) {
-        if (row.matches(exception))
-            return QString::fromLatin1(row.name);
-    }
-    return QStringLiteral("BasicException");
+    return QString::fromLatin1(classOf(exception).name);
+}
+
+ErrorKind errorKindOf(const BasicException& exception)
+{
+    const QString text = exception.tr().ru();
+    if (const std::optional<ErrorKind> kind = errorKindOfText(text))
+        return *kind;
+    const ErrorKind kind = classOf(exception).kind;
+    return kind == ErrorKind::Other ? errorKindOfCategory(text).value_or(kind) : kind;
 }
 
 } // namespace sale

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "errorkind.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -23,9 +25,9 @@ struct Failure
     /// False for an exception that is none of the contract's, thrown by the host's own device to interrupt
     /// the driver or by the journal.
     bool isOfDriver = false;
-    /// "mark" when the register did not find a marking code good, with the code's place in the receipt and
+    /// Mark also when the register did not find a marking code good, with the code's place in the receipt and
     /// what the register said of it; text is English then. The exception, a MarkRefusal, has all such codes.
-    QString kind = {};
+    ErrorKind kind = ErrorKind::Internal;
     QString path = {};
     QStringList bits = {};
 };
@@ -35,5 +37,7 @@ Failure currentFailure();
 
 /// Name of the exception's class as host programs know it.
 QString exceptionClassName(const BasicException& exception);
+/// What went wrong: by the text where a table has it, else by the exception's class.
+ErrorKind errorKindOf(const BasicException& exception);
 
 } // namespace sale

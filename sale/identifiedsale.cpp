@@ -89,7 +89,8 @@ void IdentifiedSale::begin(const DriveMark& before, const MarkEntry& goods, cons
 
 void IdentifiedSale::note(const Failure& failure)
 {
-    QJsonObject json{{QStringLiteral("text"), failure.text}};
+    QJsonObject json{
+        {QStringLiteral("kind"), errorKindName(failure.kind)}, {QStringLiteral("text"), failure.text}};
     if (!failure.exceptionName.isEmpty())
         json.insert(QStringLiteral("exception"), failure.exceptionName);
     m_store.note(id(), m_attempt, {.failure = json});

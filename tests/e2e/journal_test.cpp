@@ -84,7 +84,7 @@ TEST_P(MachineJournal, HasEachDocumentAndShowsIt)
     EXPECT_EQ(QJsonDocument::fromJson(exported.split('\n').at(2)).object(), shown);
     EXPECT_TRUE(onRegister("journal check").value("differences").toArray().isEmpty());
     EXPECT_EQ(alone("journal anonymise --before 2200-01-01").value("anonymised"), 5);
-    EXPECT_EQ(alone("--id till-1:42 sell " + sale).value("repeated"), true);
+    EXPECT_EQ(alone("--id till-1:42 sell " + sale).value("replayed"), true);
     alone("journal list --state done", 2);
     alone("journal resolve till-1:42 not-issued --note seen", 1);
 }
@@ -100,8 +100,8 @@ TEST_P(MachineJournal, DocumentsOfAnotherAreNoticedAndAccepted)
     QFile::remove(file);
     ASSERT_TRUE(QFile::rename(folder.filePath("copy"), file));
     const QJsonObject refused = onRegister("sell " + sale, 1);
-    EXPECT_EQ(refused.value("needsReview"), true);
-    EXPECT_EQ(refused.value("outcome"), "notOpened");
+    EXPECT_EQ(refused.value("error")["needsReview"], true);
+    EXPECT_EQ(refused.value("state"), "notIssued");
     const QJsonObject difference
         = onRegister("journal check", 1).value("differences").toArray().at(0).toObject();
     EXPECT_EQ(difference.value("register").toDouble(), 2 * difference.value("journal").toDouble());
@@ -140,7 +140,7 @@ TEST_P(MachineJournal, DamageStopsDocumentsAndNothingElse)
     const QJsonObject told = onRegister("status");
     EXPECT_TRUE(told.value("warnings").toArray().at(0)["text"].toString().contains(file));
     for (const char* const command : {"cash-in 1", "z-report", "x-report"}) {
-        const QString error = onRegister(command, 1).value("error").toString();
+        const QString error = onRegister(command, 1).value("error")["text"].toString();
         EXPECT_TRUE(error.contains(file) && error.contains("put a backup in its place"))
             << error.toStdString();
     }

@@ -21,17 +21,17 @@ protected:
             QStringLiteral(FRSPF_EXAMPLES "/sale.json")};
     }
 
-    /// Runs the sale; gives its answer after checking status and outcome.
-    QJsonObject sell(const Emulator& emulator, int status, const char* outcome) const
+    /// Runs the sale; gives its answer after checking status and state.
+    QJsonObject sell(const Emulator& emulator, int status, const char* state) const
     {
-        return answerOf(runFrctl(command(emulator)), status, outcome);
+        return answerOf(runFrctl(command(emulator)), status, state);
     }
 
-    QJsonObject answerOf(const Result& result, int status, const char* outcome) const
+    QJsonObject answerOf(const Result& result, int status, const char* state) const
     {
         EXPECT_EQ(result.status, status) << result.errors.constData();
         const QJsonObject json = QJsonDocument::fromJson(result.output).object();
-        EXPECT_EQ(json.value("outcome"), QLatin1String(outcome)) << result.output.constData();
+        EXPECT_EQ(json.value("state"), QLatin1String(state)) << result.output.constData();
         return json;
     }
 
@@ -97,7 +97,7 @@ TEST_F(Outcome, LostAnswerMeansIssued)
 {
     const Emulator emulator(faultAtClose("lost"));
     const QJsonObject failed = sell(emulator, 3, "issued");
-    EXPECT_EQ(failed.value("exception"), "FrNoConnectionException");
+    EXPECT_EQ(failed.value("error")["exception"], "FrNoConnectionException");
     ASSERT_EQ(receipts(emulator).size(), 1);
     const QJsonObject again = sell(emulator, 0, "issued");
     for (const QJsonObject& answer : {failed, again})
@@ -111,7 +111,7 @@ TEST_F(Outcome, DisturbedCloseIsJudged)
     {
         const char* fault;
         int status;
-        const char* outcome;
+        const char* state;
         int receipts;
     } rows[] = {{"silence", 4, "notIssued", 0}, {"badcheck", 3, "issued", 1},
         {"paper-out", 4, "notIssued", 0}, {"paper-ends", 3, "issued", 1},
@@ -120,7 +120,7 @@ TEST_F(Outcome, DisturbedCloseIsJudged)
         SCOPED_TRACE(row.fault);
         QFile::remove(folder.filePath("sales.sqlite"));
         const Emulator emulator(faultAtClose(row.fault));
-        sell(emulator, row.status, row.outcome);
+        sell(emulator, row.status, row.state);
         EXPECT_EQ(receipts(emulator).size(), row.receipts);
     }
 }
@@ -130,10 +130,10 @@ TEST_F(Outcome, InterruptedSaleIsCancelledAndInTheJournal)
     const char* const line = "Добавление предмета расчета";
     const Emulator emulator(faultAt(line, "silence"));
     const QStringList logged = QStringList{"--log-level", "debug"} + command(emulator);
-    answerOf(interruptFrctl(logged, line, SIGHUP), 130, "cancelled");
+    answerOf(interruptFrctl(logged, line, SIGHUP), 130, "notIssued");
     const Result cancel = runFrctl({"--protocol", "HEX", "--port", emulator.port(), "cancel"});
     EXPECT_EQ(cancel.status, 1) << "no document is open any more";
-    EXPECT_FALSE(sell(emulator, 0, "issued").contains("repeated"));
+    EXPECT_EQ(sell(emulator, 0, "issued").value("replayed"), false);
     EXPECT_EQ(receipts(emulator).size(), 1);
 }
 
@@ -143,18 +143,18 @@ TEST_F(Outcome, InterruptedOperationTellsWhatIsKnown)
     {
         const char* line;
         QStringList command;
-        const char* outcome;
+        const char* state;
     } rows[] = {
-        {"Открытие смены", {"sell", FRSPF_EXAMPLES "/sale.json"}, "notOpened"},
-        {"Открытие смены", {"open-shift"}, "unknown"},
-        {"Закрытие чека", {"sell", FRSPF_EXAMPLES "/sale.json"}, "unknown"},
+        {"Открытие смены", {"sell", FRSPF_EXAMPLES "/sale.json"}, "notIssued"},
+        {"Открытие смены", {"open-shift"}, "running"},
+        {"Закрытие чека", {"sell", FRSPF_EXAMPLES "/sale.json"}, "running"},
     };
     for (const auto& row : rows) {
         const Emulator emulator(faultAt(row.line, "silence", row.command));
         const QTemporaryDir journal;
         const QStringList options{"--protocol", "HEX", "--port", emulator.port(), "--json", "--log-level",
             "debug", "--journal", journal.filePath("sales")};
-        answerOf(interruptFrctl(options + row.command, row.line, SIGTERM), 130, row.outcome);
+        answerOf(interruptFrctl(options + row.command, row.line, SIGTERM), 130, row.state);
     }
 }
 
@@ -178,7 +178,7 @@ TEST_F(Outcome, KilledAfterTheRegisterActed)
     const Emulator emulator(faultAtClose("lost"));
     kill(emulator, [&emulator](const QByteArray&) { return !receipts(emulator).isEmpty(); });
     sell(emulator, 3, "issued");
-    EXPECT_EQ(sell(emulator, 0, "issued").value("repeated"), true);
+    EXPECT_EQ(sell(emulator, 0, "issued").value("replayed"), true);
     EXPECT_EQ(receipts(emulator).size(), 1);
 }
 

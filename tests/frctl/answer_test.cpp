@@ -39,9 +39,13 @@ TEST_F(Answer, IsGivenOutOfTheJournalOnce)
     // It was begun on a drive that is not the one at hand.
     EXPECT_THROW(asked().settledAnswer(), RegisterError);
     first.identifiedSale().settle({Outcome::Issued, 8});
-    EXPECT_EQ(asked().answer()->json,
-        (QJsonObject{{"outcome", "issued"}, {"documentNumber", 8}, {"documentNumberRead", true},
-            {"id", "till-1:1"}, {"repeated", true}}));
+    EXPECT_EQ(asked().answer()->lines, QStringList{"receipt issued before: document 8"});
+    const QJsonObject json = documentOutput(options, *asked().answer()).json;
+    EXPECT_EQ(json.value("id"), "till-1:1");
+    EXPECT_EQ(json.value("state"), "issued");
+    EXPECT_EQ(json.value("replayed"), true);
+    EXPECT_EQ(json.value("documentNumber"), 8);
+    EXPECT_EQ(json.value("attempts").toArray().size(), 1);
     EXPECT_EQ(asked().answer()->status, ExitSuccess);
     EXPECT_EQ(asked().settledAnswer()->status, ExitIssued);
     EXPECT_THROW(asked(R"({"a": 1})"), UsageError);
@@ -90,21 +94,24 @@ TEST(ReceiptOutput, SaysTheSameToPeopleAndMachines)
     receipt.items[0].path = "items[0]";
     receipt.items[0].position = FrPosition("Молоко", 5.35, 2);
     receipt.items[0].position.setDiscsum(0.2);
+    receipt.items[0].position.setMarkingCode(result.marks.constFirst().markingCode);
     receipt.items[1].kind = receipt::ReceiptItem::Text;
-    const Output output = receiptOutput(receipt, result);
-    EXPECT_EQ(output.lines,
+    Options options;
+    describeReceipt(*options.answer, receipt, result.marks);
+    options.answer->total = result.total;
+    options.answer->change = result.change;
+    const Output output = documentOutput(options, receiptOutput(result));
+    EXPECT_EQ(output.lines.first(2),
         (QStringList{"receipt issued: total 10.50, paid 11.00, change 0.50, document 8",
             "marking code 01<GS>93: 15"}));
-    EXPECT_EQ(output.json,
-        (QJsonObject{{"outcome", "issued"}, {"documentNumber", 8}, {"documentNumberRead", true},
-            {"total", 10.5}, {"paid", 11}, {"change", 0.5},
-            {"marks",
-                QJsonArray{QJsonObject{{"markingCode", result.marks.constFirst().markingCode}, {"result", 15},
-                    {"path", "items[0].markingCode"},
-                    {"bits", QJsonArray::fromStringList(sale::judgeMark(15).bits)}}}},
-            {"items",
-                QJsonArray{QJsonObject{{"path", "items[0]"}, {"name", "Молоко"}, {"price", 5.25},
-                    {"quantity", 2}, {"amount", 10.5}}}}}));
+    for (const char* const line : {"state: issued", "reason: -", "replayed: no", "documentNumber: 8",
+             "total: 10.50", "items: Молоко, 5.25 x 2 = 10.50", "error: -"})
+        EXPECT_TRUE(output.lines.contains(QString(line))) << line;
+    const QJsonObject mark{{"code", result.marks.constFirst().markingCode}, {"result", 15},
+        {"bits", QJsonArray::fromStringList(sale::judgeMark(15).bits)}};
+    EXPECT_EQ(output.json.value("items"),
+        QJsonValue(QJsonArray{QJsonObject{{"path", "items[0]"}, {"name", "Молоко"}, {"price", 5.25},
+            {"quantity", 2}, {"amount", 10.5}, {"mark", mark}}}));
 }
 
 TEST(FindingsJson, HasTheTextItselfWhichPeopleGetReadable)

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QDateTime>
+#include <QJsonArray>
+#include <QJsonObject>
+
+#include <optional>
+
+namespace frctl {
+
+/// What a run knows of its document besides the journal, gathered while it works on it: the answer has it
+/// whether the work comes to its end or not.
+struct AnswerDraft
+{
+    /// The command makes a document.
+    bool isDocument = false;
+    QString id = {};
+    bool isReplayed = false;
+    /// Kopecks.
+    std::optional<qint64> total = {};
+    std::optional<qint64> change = {};
+    QJsonArray items = {};
+    /// The register's, read behind the document.
+    QDateTime dateTime = {};
+    /// What the register told of this kind of document alone.
+    QJsonObject more = {};
+};
+
+} // namespace frctl

@@ -1,0 +1,125 @@
+#include "complaint.h"
+
+#include "exceptions.h"
+#include "failure.h"
+#include "findingoutput.h"
+#include "idconflict.h"
+#include "journalerror.h"
+#include "markrefusal.h"
+#include "receipterror.h"
+#include "reviewneeded.h"
+
+namespace frctl {
+
+namespace {
+
+using sale::ErrorKind;
+
+QString whatOf(const std::exception& error)
+{
+    return QString::fromUtf8(error.what());
+}
+
+Complaint usageComplaint(const QString& text)
+{
+    return {ExitUsage, {ErrorKind::Data, text, QStringLiteral("UsageError")}};
+}
+
+Complaint complaintOf(
+    const QList<receipt::Finding>& findings, ExitStatus status, const QString& exceptionName)
+{
+    Complaint complaint{status, {ErrorKind::Data, findings.constFirst().text(), exceptionName}};
+    complaint.error.details.insert(QStringLiteral("findings"), findingsJson(findings));
+    complaint.findings = findings;
+    return complaint;
+}
+
+Complaint complaintOf(const receipt::ReceiptError& error)
+{
+    Complaint complaint
+        = complaintOf({{receipt::Finding::Error, error.path(), error.givenText(), error.reason()}}, ExitUsage,
+            QStringLiteral("ReceiptError"));
+    complaint.error.text = whatOf(error);
+    return complaint;
+}
+
+/// The bits are those of the first code.
+Complaint complaintOf(const sale::MarkRefusal& error)
+{
+    Complaint complaint = complaintOf(error.errors(), ExitFailure, QStringLiteral("MarkRefusal"));
+    complaint.isNotOpened = true;
+    complaint.error.kind = ErrorKind::Mark;
+    complaint.error.details.insert(QStringLiteral("path"), error.errors().constFirst().path);
+    complaint.error.details.insert(
+        QStringLiteral("bits"), QJsonArray::fromStringList(error.bits().constFirst()));
+    return complaint;
+}
+
+Complaint complaintOf(const sale::ReviewNeeded& error)
+{
+    Complaint complaint{
+        ExitFailure, {ErrorKind::Internal, whatOf(error), QStringLiteral("ReviewNeeded")}, {}, true};
+    complaint.error.details.insert(QStringLiteral("needsReview"), true);
+    return complaint;
+}
+
+Complaint complaintOf(const Refusal& error)
+{
+    Complaint complaint{ExitFailure, {error.kind(), whatOf(error), QStringLiteral("Refusal")}};
+    if (!error.refused().isEmpty())
+        complaint.error.details.insert(
+            QStringLiteral("refused"), QJsonArray::fromStringList(error.refused()));
+    return complaint;
+}
+
+/// What the register, its line or this program's own side said.
+Complaint complaintOfWork(const std::exception_ptr& exception)
+{
+    try {
+        std::rethrow_exception(exception);
+    } catch (const RegisterError& error) {
+        return {exitStatusOf(error.verdict()), {error.kind(), whatOf(error), error.exceptionName()},
+            error.verdict(), error.isNotOpened()};
+    } catch (const Interrupted& error) {
+        return {ExitInterrupted,
+            {ErrorKind::Other, QStringLiteral("interrupted"), QStringLiteral("Interrupted")}, error.verdict(),
+            error.isNotOpened()};
+    } catch (const HostError& error) {
+        return {ExitFailure, {error.kind(), whatOf(error), hostErrorName()}};
+    } catch (const sale::JournalError& error) {
+        return {ExitFailure, {ErrorKind::Internal, whatOf(error), hostErrorName()}};
+    } catch (const BasicException& error) {
+        return {ExitFailure, {sale::errorKindOf(error), error.tr().ru(), sale::exceptionClassName(error)}};
+    } catch (const std::exception& error) {
+        return {ExitFailure, {ErrorKind::Internal, whatOf(error), QStringLiteral("std::exception")}};
+    }
+}
+
+} // namespace
+
+Complaint complaintOf(const std::exception_ptr& exception)
+{
+    try {
+        std::rethrow_exception(exception);
+    } catch (const UsageError& error) {
+        Complaint complaint = usageComplaint(whatOf(error));
+        complaint.isUsage = true;
+        return complaint;
+    } catch (const receipt::ReceiptError& error) {
+        return complaintOf(error);
+    } catch (const CheckError& error) {
+        return complaintOf(error.errors(), ExitUsage, error.exceptionName());
+    } catch (const sale::MarkRefusal& error) {
+        return complaintOf(error);
+    } catch (const sale::ReviewNeeded& error) {
+        return complaintOf(error);
+    } catch (const sale::IdConflict& error) {
+        return usageComplaint(QStringLiteral("--id: ") + whatOf(error));
+    } catch (const Refusal& error) {
+        return complaintOf(error);
+    } catch (...) {
+        return complaintOfWork(std::current_exception());
+    }
+}
+
+} // namespace frctl

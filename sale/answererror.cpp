@@ -1,0 +1,15 @@
+#include "answererror.h"
+
+namespace sale {
+
+QJsonObject AnswerError::toJson() const
+{
+    QJsonObject json = details;
+    json.insert(QStringLiteral("kind"), errorKindName(kind));
+    json.insert(QStringLiteral("text"), text);
+    json.insert(QStringLiteral("action"), errorAction(kind));
+    json.insert(QStringLiteral("exception"), exceptionName);
+    return json;
+}
+
+} // namespace sale

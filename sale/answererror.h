@@ -1,0 +1,24 @@
+#pragma once
+
+#include "errorkind.h"
+
+#include <QJsonObject>
+
+namespace sale {
+
+/// What an answer says of a failure.
+struct AnswerError
+{
+    /// "kind", "text", "action", "exception" and the details.
+    QJsonObject toJson() const;
+
+    ErrorKind kind = ErrorKind::Other;
+    /// The register's own Russian text; English of what is not the register's.
+    QString text = {};
+    /// Class of the exception, as Failure::exceptionName.
+    QString exceptionName = {};
+    /// What else machines may want to know.
+    QJsonObject details = {};
+};
+
+} // namespace sale
