@@ -61,9 +61,10 @@ QString HexFields::inn(qsizetype index)
 
 QDate HexFields::date(qsizetype index)
 {
-    const QDate twoDigitYear = QDate::fromString(QString::fromLatin1(raw(index)), QStringLiteral("ddMMyy"));
-    const bool past = twoDigitYear.year() < 2000;
-    return keep(index, twoDigitYear.isValid(), past ? twoDigitYear.addYears(100) : twoDigitYear);
+    // With its century, as 1900 had no 29 February.
+    const QDate date
+        = QDate::fromString(QString::fromLatin1(raw(index).insert(4, "20")), QStringLiteral("ddMMyyyy"));
+    return keep(index, date.isValid(), date);
 }
 
 QDateTime HexFields::dateTime(qsizetype dateIndex, qsizetype timeIndex)
