@@ -4,6 +4,8 @@
 #include "register/tags.h"
 #include "xml/rule.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <iterator>
 
@@ -22,6 +24,13 @@ struct Condition
 bool hasNoFooter(const XmlNode& receipt, const XmlNode&)
 {
     return receipt.child(QStringLiteral("Footer")) == nullptr;
+}
+
+// Hosts tell the change there and nothing else, also when there is none or money is missing.
+bool isFooterNotChange(const XmlNode& receipt, const XmlNode&)
+{
+    static const QRegularExpression change(QStringLiteral("^СДАЧА: -?(0|[1-9][0-9]*)\\.[0-9]{2}\\z"));
+    return !change.match(receipt.textOf(QStringLiteral("Footer"))).hasMatch();
 }
 
 // Hosts without a tail send none.
@@ -136,6 +145,7 @@ constexpr const char* goodsCodeWords
 
 constexpr Condition receiptConditions[] = {
     {&hasNoFooter, "no Footer"},
+    {&isFooterNotChange, "Footer is \"СДАЧА: \" and the change"},
     {&isTailEmpty, "TextAfterDoc is empty"},
     {&isTaxSystemNotLast, "1055 is the last requisite before HeaderText and Footer"},
 };
