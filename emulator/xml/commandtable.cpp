@@ -19,8 +19,10 @@ QList<XmlCommand> makeXmlCommands()
     constexpr auto number = XmlType::Integer;
     return {
         {2, "GetState", xmlcommands::state, {}, nullptr, ExchangeRole::Asking},
-        {4, "OpenShift", xmlcommands::openShift, Rule::tree(QStringLiteral("2"), {cashier, inn})},
-        {6, "CloseShift", xmlcommands::closeShift, Rule::tree(QStringLiteral("5"), {cashier, inn})},
+        {4, "OpenShift", xmlcommands::openShift, Rule::tree(QStringLiteral("2"), {cashier, inn}),
+            xmlreceiptform::checkShift},
+        {6, "CloseShift", xmlcommands::closeShift, Rule::tree(QStringLiteral("5"), {cashier, inn}),
+            xmlreceiptform::checkShift},
         {8, "CloseReceipt", xmlcommands::receipt, receiptRule(), xmlreceiptform::check,
             ExchangeRole::Receipt},
         {12, "AccountingReport", xmlcommands::printAccounting, Rule::tree(QStringLiteral("21"), {cashier})},

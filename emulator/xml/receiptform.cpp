@@ -48,6 +48,13 @@ bool isTaxSystemNotLast(const XmlNode& receipt, const XmlNode&)
     return last != receipt.children.crend() && last->name != tag::taxSystem;
 }
 
+// Hosts that know no INN of the cashier leave it out. A receipt may have an empty one among its requisites.
+bool isInnEmpty(const XmlNode& shift, const XmlNode&)
+{
+    const XmlNode* const inn = shift.child(tag::cashierInn);
+    return inn != nullptr && inn->value.isEmpty();
+}
+
 bool isReasonWrong(const XmlNode& registration, const XmlNode&)
 {
     constexpr int changedParameters = 8;
@@ -150,6 +157,10 @@ constexpr Condition receiptConditions[] = {
     {&isTaxSystemNotLast, "1055 is the last requisite before HeaderText and Footer"},
 };
 
+constexpr Condition shiftConditions[] = {
+    {&isInnEmpty, "1203 is empty"},
+};
+
 constexpr Condition registrationConditions[] = {
     {&isReasonWrong, "1205 is 8"},
 };
@@ -192,6 +203,11 @@ XmlVerdict check(const XmlNode& receipt)
         verdict = judge(positionConditions, position, receipt);
     }
     return verdict;
+}
+
+XmlVerdict checkShift(const XmlNode& shift)
+{
+    return judge(shiftConditions, shift, shift);
 }
 
 XmlVerdict checkRegistration(const XmlNode& registration)
