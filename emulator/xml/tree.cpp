@@ -66,8 +66,10 @@ bool holds(const XmlNode& parent, const XmlNode& child)
 void readBegin(QXmlStreamReader& reader, XmlNode& node)
 {
     bool ok = false;
-    const int type = reader.attributes().value(QLatin1String("t")).toInt(&ok);
+    const QString digits = reader.attributes().value(QLatin1String("t")).toString();
+    const int type = digits.toInt(&ok);
     node.type = static_cast<XmlType>(type);
+    node.hasOddType = digits != QString::number(type);
     node.name = reader.attributes().value(QLatin1String("n")).toString();
     node.hasNamespace = !reader.namespaceUri().isEmpty() || !reader.namespaceDeclarations().isEmpty();
     if (reader.name() != QLatin1String("pa") || reader.attributes().size() != 2 || node.name.isEmpty() || !ok

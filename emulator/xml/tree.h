@@ -36,6 +36,8 @@ struct XmlNode
     QList<XmlNode> children;
     /// It was written with a namespace or under a prefix.
     bool hasNamespace = false;
+    /// Its type was written with a sign, a blank or a zero before it.
+    bool hasOddType = false;
 
     static XmlNode structure(const QString& name, const QList<XmlNode>& children);
     static XmlNode text(const QString& name, const QString& value);

@@ -34,6 +34,8 @@ XmlVerdict checkWithin(const XmlNode& node, const XmlNode& parent)
 {
     if (node.hasNamespace)
         return XmlVerdict::badData(QStringLiteral("pa %1: a namespace").arg(node.name));
+    if (node.hasOddType)
+        return XmlVerdict::badData(QStringLiteral("pa %1: t is no plain number").arg(node.name));
     if (isMinusZero(node, parent))
         return XmlVerdict::badData(QStringLiteral("pa %1: -0.00").arg(node.name));
     if (isPadded(node))
