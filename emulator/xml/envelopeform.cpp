@@ -60,6 +60,13 @@ bool isNoSection(const QString& document)
         || !isNext(document, document.indexOf(end) + end.size(), QStringLiteral("</RequestData"));
 }
 
+// Without parameters there is nothing between the brackets.
+bool hasBlanksAlone(const QString& document)
+{
+    static const QRegularExpression blanks(QStringLiteral("<!\\[CDATA\\[\\s+\\]\\]>"));
+    return document.contains(blanks);
+}
+
 bool hasInnerDeclaration(const QString& document)
 {
     const QString begin = QStringLiteral("<![CDATA[");
@@ -89,6 +96,7 @@ constexpr TextRule textRules[] = {
     {&isOfAnotherKind, "the declaration is not that of XML 1.0 in UTF-8"},
     {&hasDocumentType, "DOCTYPE"},
     {&isNoSection, "RequestData is not one CDATA section"},
+    {&hasBlanksAlone, "blanks in the place of parameters"},
     {&hasInnerDeclaration, "a declaration in the parameters"},
     {&hasComment, "a comment"},
     {&hasInstruction, "a processing instruction"},

@@ -96,6 +96,7 @@ const Row rows[] = {
     {30, "кот", "&nbsp;", "5.5003", "Entity 'nbsp' not declared.", "5.5003"},
     {44, "<!\\[CDATA\\[", "44<![CDATA[", "5.5002", "RequestData is no CDATA section", "5.5002"},
     {44, "<!\\[CDATA\\[\\]\\]>", "", "5.5002", "RequestData is not one CDATA section"},
+    {44, "(CDATA\\[)", "\\1\n ", "5.5002", "blanks in the place of parameters"},
     {30, "(NonFiscalText)", "\\1]]><![CDATA[", "5.5002", "RequestData is not one CDATA section"},
     {30, "<!\\[CDATA\\[", "<![CDATA[<?xml version=\"1.0\"?>", "5.5002", "a declaration in the parameters"},
     {44, "<RequestId>\\{", "<RequestId>{-", "5.5002", "RequestId: no UUID of 38 characters with its braces"},
