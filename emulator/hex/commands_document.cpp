@@ -15,8 +15,8 @@ constexpr qsizetype longestAddress = 256;
 // Hosts do not cut the text of a barcode.
 constexpr qsizetype longestBarcode = std::numeric_limits<qsizetype>::max();
 constexpr int firstFurtherKind = 11;
-/// Small, high, wide and inverted letters.
-constexpr int knownAttributes = 1 | 16 | 32 | 128;
+/// Usual, small, high, wide, high and wide, and inverted letters: what hosts have fonts for.
+constexpr int lineAttributesOfHosts[] = {0, 1, 16, 32, 16 | 32, 128};
 
 struct BarcodeKind
 {
@@ -51,6 +51,12 @@ bool fitsBarcode(const BarcodeKind& kind, const QString& data, bool strict)
     return number && data.size() >= kind.least && data.size() <= most;
 }
 
+bool isOfHosts(int attribute)
+{
+    const auto* const end = std::end(lineAttributesOfHosts);
+    return std::find(std::begin(lineAttributesOfHosts), end, attribute) != end;
+}
+
 bool hasControlCharacter(const QString& text)
 {
     constexpr char16_t firstPrinted = 0x20;
@@ -82,9 +88,9 @@ HexAnswer printText(Register& device, HexFields& fields)
     const int attribute = fields.number(1);
     if (fields.isBad() || attribute < 0 || attribute > 255)
         return Refusal::BadValue;
-    if (fields.isStrict() && (attribute & ~knownAttributes) != 0)
+    if (fields.isStrict() && !isOfHosts(attribute))
         return {Refusal::BadValue,
-            QStringLiteral("attribute %1 has bits beside 1, 16, 32 and 128").arg(attribute)};
+            QStringLiteral("attribute %1 is none of 0, 1, 16, 32, 48 and 128").arg(attribute)};
     if (fields.isStrict() && hasControlCharacter(text))
         return {Refusal::BadValue, QStringLiteral("control characters in a line")};
     return device.documents().printText(text, attribute);
