@@ -118,7 +118,8 @@ HexAnswer setParameter(Register& device, HexFields& fields)
 
 // Both forms of the registration data have the same order: number, address of the tax site, date of the last
 // registration, INN and name of the user, address and place of trade, INN and name of the OFD, tax systems,
-// modes of work, kinds of agent, sender's mail address. A field asks for one of them by its number from 1.
+// modes of work, kinds of agent, sender's mail address. A field asks for one of them by its number from 1;
+// hosts ask for the tax systems alone.
 HexAnswer registrationData(Register& device, HexFields& fields)
 {
     const Registration& data = device.state().registration;

@@ -42,7 +42,7 @@ constexpr HexCommand hexCommands[] = {
     {0xA6, "GetSerialNumber", hexcommands::serialNumber, nullptr, 0, false},
     {0xA7, "GetDateTime", hexcommands::time, nullptr, 0, false},
     {0xA8, "GetDrawerState", hexcommands::drawerState, nullptr, 0, false},
-    {0xC0, "GetRegistrationData", hexcommands::registrationData, "?", 1, false},
+    {0xC0, "GetRegistrationData", hexcommands::registrationData, "10", 1, false},
     {0xE2, "SetLogo", hexcommands::setLogo, "?", 0, true},
     {0xE3, "ClearLogo", hexcommands::clearLogo, nullptr, 0, true},
 };

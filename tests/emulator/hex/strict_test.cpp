@@ -45,6 +45,8 @@ const QList<HexRow> hexRows{
     {"a version with two numbers", {}, {0xA5, {"1", "1"}}, 3, 0},
     {"a half of the version that there is not", {}, {0xA5, {"0", "2"}}, 3, 0},
     {"the release", {}, {0xA5, {"0", "1"}}, 0, 0},
+    {"tax systems of the registration", {}, {0xC0, {"10"}}, 0, 0},
+    {"another part of the registration", {}, {0xC0, {"4"}}, 3, 0},
     {"quantity without decimals", {open(2)}, item("1", "1.00"), 3, 0},
     {"quantity of two decimals", {open(2)}, item("1.00", "1.00"), 3, 0},
     {"quantity of a check is as short as can be", {}, with(check(), 3, "0.25"), 0, 0},
