@@ -27,6 +27,7 @@ struct BarcodeKind
     int most;
 };
 
+// Hosts send PDF417 with the number of CODE 93, 7: it cannot be told from it.
 constexpr BarcodeKind barcodeKinds[]
     = {{tape::Symbology::UpcA, 11, 12}, {tape::Symbology::UpcE, 6, 8}, {tape::Symbology::Ean13, 12, 13},
         {tape::Symbology::Ean8, 7, 8}, {tape::Symbology::Code39, 0, 0}, {tape::Symbology::Itf, 0, 0},

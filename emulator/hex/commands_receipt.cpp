@@ -60,7 +60,7 @@ HexAnswer bindAgent(Register& device, HexFields& fields)
         agent[tag::agentKinds] = kinds;
     }
     // Fields 2 to 11: operation, phones, name, address and INN of the agent, then phone, name and INN of the
-    // supplier.
+    // supplier. Hosts cut the supplier's name to 19 characters as if it were a phone; that is how they are.
     const AgentRequisite requisites[] = {{tag::agentOperation, 24}, {tag::agentPhone, 19},
         {tag::transferName, 64}, {tag::transferAddress, 256}, {tag::transferPhone, 19},
         {tag::transferInn, 12}, {tag::paymentOperatorPhone, 19}, {tag::supplierPhone, 19},

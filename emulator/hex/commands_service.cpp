@@ -37,6 +37,7 @@ HexAnswer time(Register& device, HexFields&)
 
 HexAnswer openShift(Register& device, HexFields& fields)
 {
+    // The one command with the cashier in UTF-8: meant so, all others have the code page.
     const Cashier cashier{fields.utf8(0, longestCashierName), fields.inn(1)};
     return fields.isBad() ? Refusal::BadValue : device.openShift(cashier);
 }

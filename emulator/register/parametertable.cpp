@@ -50,6 +50,7 @@ const QList<ParameterEntry>& parameterTable()
         {24, 4, Percent, 0, -1, true, u"0.00"},
         {24, 5, Percent, 0, -1, true, u"0.00"},
         {25, 0, Text, 0, 40, false, u""},
+        // The groups of goods alone count from 1.
         {26, 1, Text, 0, 40, false, u""},
         {26, 2, Text, 0, 40, false, u""},
         {26, 3, Text, 0, 40, false, u""},

@@ -25,6 +25,7 @@ QList<XmlCommand> makeXmlCommands()
             xmlreceiptform::checkShift},
         {8, "CloseReceipt", xmlcommands::receipt, receiptRule(), xmlreceiptform::check,
             ExchangeRole::Receipt},
+        // Reports name the cashier without his INN: hosts never send it with 12 and 46.
         {12, "AccountingReport", xmlcommands::printAccounting, Rule::tree(QStringLiteral("21"), {cashier})},
         {16, "PrintFnDocument", xmlcommands::printStored,
             Rule::tree(QStringLiteral("100000"), {Rule::leaf(tag::documentNumber, number)}), nullptr,
