@@ -2,6 +2,7 @@
 
 #include "register/codepage.h"
 #include "register/hexdigits.h"
+#include "register/judgement.h"
 #include "register/markingquery.h"
 #include "register/tags.h"
 
@@ -46,7 +47,10 @@ HexAnswer addItem(Register& device, HexFields& fields)
             item.industry, tag::industryDate, fields.date(17).toString(QStringLiteral("dd.MM.yyyy")));
     addRequisite(item.industry, tag::industryNumber, fields.utf8(18, 32));
     addRequisite(item.industry, tag::industryValue, fields.utf8(19, 256));
-    return fields.isBad() ? Refusal::BadValue : device.receipts().addItem(item);
+    if (fields.isBad())
+        return Refusal::BadValue;
+    const Refusal refusal = device.receipts().addItem(item);
+    return {refusal, refusal == Refusal::BadValue ? QLatin1String(judgement::misfit(item)) : QString()};
 }
 
 HexAnswer bindAgent(Register& device, HexFields& fields)

@@ -114,7 +114,9 @@ HexAnswer setParameter(Register& device, HexFields& fields)
     // read back what it wrote; that is how these registers are.
     const QByteArray value = fields.raw(2);
     const QString text = fields.isStrict() ? codepage::toText(value) : QString::fromUtf8(value);
-    return device.parameters().write(number, row, text);
+    const Refusal refusal = device.parameters().write(number, row, text);
+    const bool isReadOnly = refusal == Refusal::WrongState;
+    return {refusal, isReadOnly ? QStringLiteral("setting %1 is only read").arg(number) : QString()};
 }
 
 // Both forms of the registration data have the same order: number, address of the tax site, date of the last

@@ -2,9 +2,9 @@
 
 #include "hex/answershape.h"
 #include "hex/commandtable.h"
-#include "hex/refusalwords.h"
 #include "register/codepage.h"
 #include "register/parametertable.h"
+#include "register/refusalwords.h"
 
 namespace emulator {
 
@@ -26,6 +26,14 @@ QString shownText(const QByteArray& field)
     const QString text = codepage::toText(field.left(longestShown));
     return field.size() <= longestShown ? text
                                         : QStringLiteral("%1... (%2 bytes)").arg(text).arg(field.size());
+}
+
+QString shownFields(const HexFields& fields)
+{
+    QStringList shown;
+    for (qsizetype index = 0; index < fields.count(); ++index)
+        shown.append(QStringLiteral("\"%1\"").arg(shownText(fields.raw(index))));
+    return shown.join(QStringLiteral(", "));
 }
 
 QByteArray answerTo(const QByteArray& frame, int code, const QList<QByteArray>& fields)
@@ -114,7 +122,7 @@ Exchange HexProtocol::exchangeOf(const QByteArray& frame, const HexAnswer& answe
     }
     if (answer.refusal != Refusal::None) {
         exchange.error = QString::number(static_cast<int>(answer.refusal));
-        const QString why = answer.reason.isEmpty() ? refusalWords(answer.refusal) : answer.reason;
+        const QString why = answer.reason.isEmpty() ? refusalWords(answer.refusal, device()) : answer.reason;
         exchange.reason = QStringLiteral("%1: %2").arg(exchange.command, why);
     }
     return exchange;
@@ -148,7 +156,7 @@ HexAnswer HexProtocol::run(const QByteArray& code, HexFields& fields)
     if (command == nullptr)
         return Refusal::UnknownFunction;
     if (command->started && !device().state().isStarted)
-        return Refusal::WrongState;
+        return {Refusal::WrongState, QStringLiteral("the register was not started, 00 comes first")};
     if (const QString misfit = command->misfit(fields); !misfit.isEmpty())
         return {Refusal::BadValue, misfit};
     HexAnswer answer = command->handler(device(), fields);
@@ -156,6 +164,9 @@ HexAnswer HexProtocol::run(const QByteArray& code, HexFields& fields)
         answer.reason = QStringLiteral("field %1: \"%2\"")
                             .arg(fields.firstBad() + 1)
                             .arg(shownText(fields.raw(fields.firstBad())));
+    else if (answer.refusal == Refusal::BadValue && answer.reason.isEmpty())
+        answer.reason
+            = QStringLiteral("%1: %2").arg(refusalWords(answer.refusal, device()), shownFields(fields));
     return answer;
 }
 

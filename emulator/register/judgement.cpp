@@ -21,12 +21,9 @@ constexpr int highestUnit = 255;
 constexpr int goodsWithCode = 33;
 constexpr int exciseGoodsWithCode = 31;
 
-bool isPlausible(const Item& item)
+bool isWithin(int value, int least, int most)
 {
-    return !item.name.trimmed().isEmpty() && item.quantity > 0 && item.price >= 0 && item.tax >= 0
-        && item.tax <= highestTax && item.paymentMethod >= 1 && item.paymentMethod <= highestPaymentMethod
-        && item.paymentObject >= 0 && item.paymentObject <= highestPaymentObject && item.unit >= 0
-        && item.unit <= highestUnit;
+    return value >= least && value <= most;
 }
 
 bool needsCode(const Item& item)
@@ -55,6 +52,23 @@ Refusal taxSystem(int system, const Registration& registration)
 }
 
 } // namespace
+
+const char* misfit(const Item& item)
+{
+    if (item.name.trimmed().isEmpty())
+        return "a position without a name";
+    if (item.quantity <= 0)
+        return "a quantity that is not above 0";
+    if (item.price < 0)
+        return "a price below 0";
+    if (!isWithin(item.tax, 0, highestTax))
+        return "a tax rate that there is not";
+    if (!isWithin(item.paymentMethod, 1, highestPaymentMethod))
+        return "a payment method that there is not";
+    if (!isWithin(item.paymentObject, 0, highestPaymentObject))
+        return "a payment object that there is not";
+    return isWithin(item.unit, 0, highestUnit) ? nullptr : "a measure unit that there is not";
+}
 
 Refusal ready(const State& state, bool needsPaper)
 {
@@ -128,7 +142,7 @@ Refusal item(const Item& item, const OpenDocument& open)
 {
     if (const Refusal refusal = positions(open.document); refusal != Refusal::None)
         return refusal;
-    if (!isPlausible(item) || open.document.total() + item.sum() > greatestTotal)
+    if (misfit(item) != nullptr || open.document.total() + item.sum() > greatestTotal)
         return Refusal::BadValue;
     if (needsCode(item) && open.marking.isEmpty())
         return Refusal::RequisitesMissing;

@@ -31,6 +31,8 @@ Refusal opening(const Document& head, const Parts& parts);
 Refusal printing(const State& state);
 /// A position, or what belongs to one, has its place in the open document.
 Refusal positions(const Document& document);
+/// What no position can have, for whoever writes the host; null when there is nothing of the kind.
+const char* misfit(const Item& item);
 Refusal item(const Item& item, const OpenDocument& open);
 Refusal subtotal(const OpenDocument& open);
 Refusal payment(const Document& document, int kind, Money sum);

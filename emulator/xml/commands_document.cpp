@@ -118,6 +118,9 @@ XmlAnswer moneyDocument(const XmlContext& context, const XmlNode& data)
     const qint64 kind = data.numberOf(QStringLiteral("MoneyOperationType"));
     if (kind != 1 && kind != 2)
         return XmlVerdict::badValue(QStringLiteral("MoneyOperationType is 1 or 2"));
+    const Money sum = data.moneyOf(QStringLiteral("CashSumm"));
+    if (sum <= 0)
+        return XmlVerdict::badValue(QStringLiteral("CashSumm is above 0"));
     Document head;
     head.type = kind == 1 ? DocumentType::CashIn : DocumentType::CashOut;
     head.cashier.name = data.textOf(tag::cashier);
@@ -129,8 +132,7 @@ XmlAnswer moneyDocument(const XmlContext& context, const XmlNode& data)
     const QList<PrintPiece> above = text == nullptr ? QList<PrintPiece>() : *pieces;
     Register& device = context.device;
     return enter(device, head,
-        {[&] { return print(device, above); },
-            [&] { return device.cash().setSum(data.moneyOf(QStringLiteral("CashSumm"))); },
+        {[&] { return print(device, above); }, [&] { return device.cash().setSum(sum); },
             [&] { return device.documents().finish(); }});
 }
 

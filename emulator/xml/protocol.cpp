@@ -1,5 +1,6 @@
 #include "xml/protocol.h"
 
+#include "register/refusalwords.h"
 #include "register/settingtable.h"
 #include "register/tags.h"
 #include "xml/answershape.h"
@@ -130,7 +131,9 @@ Exchange XmlProtocol::exchangeOf(
     }
     if (!verdict.isGood()) {
         exchange.error = QStringLiteral("%1.%2").arg(verdict.category).arg(verdict.code);
-        exchange.reason = verdict.description;
+        exchange.reason = verdict.refusal == Refusal::None
+            ? verdict.description
+            : QStringLiteral("%1: %2").arg(exchange.command, refusalWords(verdict.refusal, device()));
         // A receipt that the paper ends on is stored and answered the same way.
         exchange.isOutcomeUnknown = verdict.code == XmlVerdict(Refusal::NoPaper).code;
     }

@@ -33,8 +33,7 @@ private:
     void reply(
         const QByteArray& document, const XmlRequest& request, const XmlAnswer& answer, const Fault& fault);
     XmlAnswer run(const XmlRequest& request);
-    static Exchange exchangeOf(
-        const QByteArray& document, const XmlRequest& request, const XmlVerdict& verdict);
+    Exchange exchangeOf(const QByteArray& document, const XmlRequest& request, const XmlVerdict& verdict);
     /// Drops what stands before the request.
     void skip();
 

@@ -1,6 +1,7 @@
 #include "xml/receipt.h"
 
 #include "register/hexdigits.h"
+#include "register/judgement.h"
 #include "register/tags.h"
 
 #include <algorithm>
@@ -199,6 +200,8 @@ XmlVerdict XmlReceipt::readItem(const XmlNode& position)
     }
     if (verdict.isGood() && item.tax == 0)
         verdict = badPosition("1199 is 0");
+    if (const char* const misfit = judgement::misfit(item); verdict.isGood() && misfit != nullptr)
+        verdict = badPosition(misfit);
     items.append(item);
     return verdict;
 }

@@ -46,12 +46,13 @@ constexpr Row rows[] = {
 
 } // namespace
 
-XmlVerdict::XmlVerdict(Refusal refusal)
+XmlVerdict::XmlVerdict(Refusal verdict)
+    : refusal(verdict)
 {
-    if (refusal == Refusal::None)
+    if (verdict == Refusal::None)
         return;
     const auto* const row = std::find_if(std::begin(rows), std::end(rows),
-        [refusal](const Row& candidate) { return candidate.refusal == refusal; });
+        [verdict](const Row& candidate) { return candidate.refusal == verdict; });
     const Row& found = row == std::end(rows) ? rows[0] : *row;
     category = found.category;
     code = found.code;

@@ -12,6 +12,8 @@ struct XmlVerdict
     int category = 0;
     int code = 0;
     QString description;
+    /// The register's own verdict where it is one; the description says it in the words of its display.
+    Refusal refusal = Refusal::None;
 
     XmlVerdict() = default;
     XmlVerdict(int itsCategory, int itsCode, const QString& words)
@@ -21,7 +23,7 @@ struct XmlVerdict
     {
     }
     /// What the register's verdict is called here.
-    XmlVerdict(Refusal refusal);
+    XmlVerdict(Refusal verdict);
 
     bool isGood() const { return code == 0; }
 

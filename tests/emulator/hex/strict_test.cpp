@@ -151,12 +151,17 @@ TEST(HexStrict, SaysWhy)
         {item("1.000", "1"), "3", "30: field 4: \"1\""},
         {with(open(2), 4, QByteArray(65, '7')), "3",
             "20: field 4: \"7777777777777777777777777777777777777777777777777777777777777777... (65 bytes)\""},
-        {finish(), "13", "22: no document is open"},
+        {finish(), "1", "22: not in this state: the shift is open, a document is open"},
+        {item("1.000", "1.00", "13"), "3", "30: a tax rate that there is not"},
+        {money("1.00"), "1", "36: not in this state: the shift is open, a document is open"},
+        {{0xA4, {"4"}}, "3", "A4: a value that is not taken: \"4\""},
+        {{0xA2, {"50", "0", "x"}}, "1", "A2: setting 50 is only read"},
         {with(open(2), 6, "1\x1B"), "3", "20: field 6: \"1\\x1b\""},
         {text("x", 4), "3", "21: attribute 4 is none of 0, 1, 16, 32, 48 and 128"},
     };
     Rig rig;
     rig.openShift();
+    rig.run({open(2)});
     for (const auto& [step, error, reason] : refusals) {
         const Reply reply = rig.send(step);
         const emulator::RefusedRequest& refused = rig.device.refusals().all().constLast();

@@ -1,4 +1,6 @@
-#include "hex/refusalwords.h"
+#include "register/refusalwords.h"
+
+#include "register/register.h"
 
 #include <algorithm>
 #include <iterator>
@@ -14,7 +16,7 @@ struct RefusalWords
 };
 
 constexpr RefusalWords allWords[] = {
-    {Refusal::WrongState, "not in this state of the register or of its document"},
+    {Refusal::WrongState, "not in this state"},
     {Refusal::UnknownFunction, "no such command"},
     {Refusal::BadValue, "a value that is not taken"},
     {Refusal::BadPassword, "another password"},
@@ -39,13 +41,42 @@ constexpr RefusalWords allWords[] = {
     {Refusal::MarkingNotChecked, "a marking code that was not checked"},
 };
 
+QString documentWords(Phase phase)
+{
+    switch (phase) {
+    case Phase::Closed:
+        return QStringLiteral("no document is open");
+    case Phase::Open:
+        return QStringLiteral("a document is open");
+    case Phase::Positions:
+        return QStringLiteral("a receipt has its positions");
+    case Phase::Subtotal:
+        return QStringLiteral("a receipt has its subtotal");
+    case Phase::Payment:
+        return QStringLiteral("a receipt is being paid");
+    case Phase::Unprinted:
+    case Phase::CancelImpossible:
+        break;
+    }
+    return QStringLiteral("a stored document waits to be finished");
+}
+
+QString stateWords(const Register& device)
+{
+    const bool isShiftOpen = device.state().shift.isOpen;
+    return QStringLiteral("the shift is %1, %2")
+        .arg(isShiftOpen ? QStringLiteral("open") : QStringLiteral("closed"),
+            documentWords(device.document().phase));
+}
+
 } // namespace
 
-QString refusalWords(Refusal refusal)
+QString refusalWords(Refusal refusal, const Register& device)
 {
     const auto* const found = std::find_if(std::begin(allWords), std::end(allWords),
         [refusal](const RefusalWords& candidate) { return candidate.refusal == refusal; });
-    return found == std::end(allWords) ? QString() : QLatin1String(found->words);
+    const QString words = found == std::end(allWords) ? QString() : QLatin1String(found->words);
+    return refusal == Refusal::WrongState ? QStringLiteral("%1: %2").arg(words, stateWords(device)) : words;
 }
 
 } // namespace emulator
