@@ -46,10 +46,10 @@ bool fitsBarcode(const BarcodeKind& kind, const QString& data, bool strict)
 {
     if (kind.least == 0)
         return true;
-    bool number = false;
-    data.toULongLong(&number);
+    const bool digits = std::all_of(
+        data.cbegin(), data.cend(), [](QChar letter) { return letter >= u'0' && letter <= u'9'; });
     const int most = strict ? kind.most : kind.least + 2;
-    return number && data.size() >= kind.least && data.size() <= most;
+    return digits && data.size() >= kind.least && data.size() <= most;
 }
 
 bool isOfHosts(int attribute)

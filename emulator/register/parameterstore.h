@@ -19,7 +19,7 @@ public:
     /// No value for a parameter or row that does not exist and was not written either.
     std::optional<QString> value(int number, int row) const;
     QString text(int number, int row = 0) const { return value(number, row).value_or(QString()); }
-    bool isOn(int number) const { return text(number) == QStringLiteral("1"); }
+    bool isOn(int number) const { return text(number).toInt() == 1; }
     QStringList rows(int number) const;
 
     /// What a host may do: a read-only parameter refuses with the wrong state, a value outside the limits as
