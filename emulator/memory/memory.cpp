@@ -26,7 +26,7 @@ void checkDocuments(const RegisterMemory& memory, const QList<StoredDocument>& d
 
 Memory::Memory(std::unique_ptr<StateFolder> folder)
     : m_folder(std::move(folder))
-    , m_store(m_folder->stateFile())
+    , m_store(m_folder->madeStateFile())
     , m_saved(m_store.parts())
     , m_lastDocument(m_store.lastDocument())
 {

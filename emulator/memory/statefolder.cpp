@@ -74,6 +74,20 @@ QString StateFolder::stateFileOf(const QString& folder)
     return QDir(folder).filePath(QStringLiteral("register") + ending);
 }
 
+QString StateFolder::madeStateFile() const
+{
+    const QString file = stateFile();
+    // The log of one that is gone is for the store to complain about.
+    if (QFile::exists(file) || QFile::exists(file + QStringLiteral("-wal")))
+        return file;
+    const QString fresh = freshBeside(file);
+    {
+        const StateStore made(fresh);
+    }
+    replace(file, fresh);
+    return file;
+}
+
 bool StateFolder::isSnapshotName(const QString& name)
 {
     static const QRegularExpression form(QStringLiteral("\\A[A-Za-z0-9_][A-Za-z0-9._-]{0,63}\\z"));

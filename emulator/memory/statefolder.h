@@ -16,6 +16,8 @@ public:
 
     QString stateFile() const { return stateFileOf(m_folder); }
     static QString stateFileOf(const QString& folder);
+    /// Makes an empty state where there is none, as a whole or not at all. Gives its file.
+    QString madeStateFile() const;
 
     /// Letters, digits, points, hyphens and underscores.
     static bool isSnapshotName(const QString& name);

@@ -5,6 +5,7 @@
 #include "memory/rowdigest.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QSqlQuery>
 
 namespace emulator {
@@ -22,6 +23,9 @@ const QString& checkedName(const QString& fileName, Database::Access access)
     // What has not come from the log into the file yet would be lost without a word.
     if (!exists && QFile::exists(fileName + QStringLiteral("-wal")))
         throw MemoryError(QStringLiteral("damaged: the file is gone, its log is there"));
+    // A state comes into its folder as a whole.
+    if (exists && QFileInfo(fileName).size() == 0)
+        throw MemoryError(QStringLiteral("damaged: the file is empty"));
     return fileName;
 }
 

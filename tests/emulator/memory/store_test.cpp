@@ -93,6 +93,7 @@ TEST_F(Store, DamagedForeignAndNewerStatesAreRefusedAndLeftAsTheyAre)
         const char* why;
     } rows[] = {
         {"no database", QByteArray(10'000, 'x'), {}, "not a database"},
+        {"emptied", {}, {}, "damaged: the file is empty"},
         {"cut off", good.left(good.size() / 2), {}, "malformed"},
         {"bytes lost", QByteArray(good).replace(4096, 400, QByteArray(400, '\0')), {}, "amage"},
         {"of another program", foreign, {}, "the database of another program"},
