@@ -15,14 +15,26 @@ namespace {
 
 constexpr int noDays = std::numeric_limits<int>::min();
 
+QString inLines(const QStringList& words)
+{
+    constexpr qsizetype longestLine = 78;
+    QStringList lines{QString()};
+    for (const QString& word : words) {
+        if (lines.constLast().size() + word.size() >= longestLine)
+            lines.append(QString());
+        lines.last() += QLatin1Char(' ') + word;
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
 void describe(QCommandLineParser& parser)
 {
     parser.setApplicationDescription(QStringLiteral(
         "A software fiscal register on a pseudo terminal or a TCP port.\n\n"
-        "Faults are given as MODE[:N]@EXCHANGE, several with commas between them, \"@5+\" from the fifth on:\n%1.\n"
+        "Faults are given as MODE[:N]@EXCHANGE, several with commas between them, \"@5+\" from the fifth on:\n%1\n\n"
         "\"documents --state DIR [N] [--json]\" shows the documents of a state instead, see \"documents --help\".\n"
         "SIGUSR1 takes the paper out or puts it in again.")
-                                         .arg(emulator::FaultPlan::usage().join(QLatin1Char(' '))));
+                                         .arg(inLines(emulator::FaultPlan::usage())));
     parser.addOptions({
         {QStringLiteral("pty"), QStringLiteral("Link to the host's side of a pseudo terminal."),
             QStringLiteral("LINK")},
@@ -90,6 +102,13 @@ QString defaultSerial(int model)
         + QStringLiteral("000000012345678");
 }
 
+// It stands in answers of both protocols: nothing that is a sign of a line's own, and not nothing.
+bool isSerial(const QString& number)
+{
+    static const QRegularExpression form(QStringLiteral("\\A(?! *\\z)[\\x20-\\x7E]{1,20}\\z"));
+    return form.match(number).hasMatch();
+}
+
 // No two starts have a drive in common, so that no host takes one life for another.
 QString newDrive()
 {
@@ -100,7 +119,7 @@ QString newDrive()
 
 QString readDrive(const QCommandLineParser& parser, QString& number)
 {
-    static const QRegularExpression form(QStringLiteral("^9999[0-9]{12}$"));
+    static const QRegularExpression form(QStringLiteral("\\A9999[0-9]{12}\\z"));
     number = parser.isSet(QStringLiteral("drive")) ? parser.value(QStringLiteral("drive")) : newDrive();
     return form.match(number).hasMatch() ? QString() : QStringLiteral("--drive is 9999 and 12 more digits");
 }
@@ -250,8 +269,8 @@ QString fill(const QCommandLineParser& parser, Options& options)
     identity.serialNumber = defaultSerial(identity.model);
     if (parser.isSet(QStringLiteral("serial")))
         identity.serialNumber = parser.value(QStringLiteral("serial")).leftJustified(20);
-    if (identity.serialNumber.size() > 20)
-        return QStringLiteral("--serial is longer than 20 characters");
+    if (!isSerial(identity.serialNumber))
+        return QStringLiteral("--serial is 1 to 20 digits, Latin letters and signs");
     if (error = readDrive(parser, identity.driveNumber); !error.isEmpty())
         return error;
     if (error = readDriveLife(parser, identity.driveLife); !error.isEmpty())
