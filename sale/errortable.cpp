@@ -138,6 +138,8 @@ constexpr ErrorRow ownErrors[] = {
     {0, "Не удалось узнать номер последнего документа ФН", ErrorKind::Line},
     {0, "Тип чека не поддерживается ФР", ErrorKind::Data},
     {0, "Тип оплаты не поддерживается ФР", ErrorKind::Data},
+    // The XML driver says so of a closed shift: it must be opened for the report.
+    {0, "Необходимо закрыть смену в ФР", ErrorKind::ShiftClosed},
     {0, "Не указан кассир", ErrorKind::Data},
     {0, "Не указана система налогообложения", ErrorKind::Data},
 };

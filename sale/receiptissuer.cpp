@@ -229,7 +229,7 @@ private:
     void writeOutcome(const Verdict& verdict)
     {
         if (m_options.sale != nullptr)
-            m_options.sale->settle(verdict, m_witness.after());
+            m_options.sale->settle(verdict, m_result.after);
     }
 
     AbstractFrDriver& m_driver;

@@ -68,6 +68,27 @@ bool hasReceipts(const DriveMark& mark)
     return mark.shift && mark.nextReceipt;
 }
 
+/// The register has made no receipt since: then the drive has made no document in the shift either. Cash is
+/// not asked for the next receipt.
+bool isUnmoved(const DriveMark& now, const DriveMark& known)
+{
+    const bool isSameShift = now.shift && now.shift == known.shift;
+    const bool isSameDrawer = now.drawer == known.drawer;
+    return isSameShift && isSameDrawer
+        && (now.nextReceipt ? now.nextReceipt == known.nextReceipt : now.drawer.has_value());
+}
+
+/// With the numbers that are known. Those that cash takes over are compared before the next receipt.
+DriveMark withNumbers(DriveMark now, const DriveMark& known)
+{
+    if (now.lastDocument != 0 || known.lastDocument == 0 || !isUnmoved(now, known))
+        return now;
+    now.lastDocument = known.lastDocument;
+    now.isNumberRead = false;
+    now.nextReceipt = known.nextReceipt;
+    return now;
+}
+
 bool areReceiptsLater(const DriveMark& now, const DriveMark& known)
 {
     return now.shift != known.shift || *now.nextReceipt > *known.nextReceipt;
@@ -107,8 +128,12 @@ std::optional<DriveMark> lastKnownMark(const DocumentStore& store, const QString
 
 DriveMark requireKnown(AbstractFrDriver& driver, const DocumentStore& store, DriveMark now)
 {
-    const std::optional<Known> known = now.isKnown() ? knownOn(store, now.drive) : std::nullopt;
+    const std::optional<Known> known = now.drive.isEmpty() ? std::nullopt : knownOn(store, now.drive);
     if (!known)
+        return now;
+    now = withNumbers(now, known->mark);
+    // Cash leaves no number in the drive: nothing else of it can be compared.
+    if (!now.isKnown())
         return now;
     const bool areCompared = hasReceipts(now) && hasReceipts(known->mark);
     if (now.lastDocument == 0 && !areCompared && known->mark.lastDocument != 0)

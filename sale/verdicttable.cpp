@@ -64,7 +64,8 @@ private:
     {
         if (!m_circumstances.isOursAlone)
             return {Outcome::Unknown};
-        Verdict verdict{Outcome::Issued, m_after.lastDocument};
+        // The drive does not number cash.
+        Verdict verdict{Outcome::Issued, isCash(m_ours.kind) ? 0 : m_after.lastDocument};
         verdict.isNumberRead = m_after.isNumberRead;
         verdict.times = static_cast<int>(times);
         return {verdict};

@@ -56,7 +56,7 @@ void Witness::note(const std::optional<KnownMark>& known)
 Verdict Witness::issued() const
 {
     Verdict verdict = Outcome::Issued;
-    if (m_before.lastDocument != 0) {
+    if (m_before.lastDocument != 0 && !isCash(m_ours.kind)) {
         verdict.number = m_before.lastDocument + 1;
         verdict.isNumberRead = false;
     }

@@ -189,7 +189,7 @@ TEST_F(Issue, BadMarksEndTheWorkBeforeADocument)
             continue;
         EXPECT_EQ(driver.calls, "openShift " + noting + " mark clear");
         ASSERT_TRUE(result.failure);
-        EXPECT_EQ(result.failure->kind, QStringLiteral("mark"));
+        EXPECT_EQ(result.failure->kind, ErrorKind::Mark);
         EXPECT_EQ(result.failure->path, QStringLiteral("items[1].markingCode"));
         EXPECT_EQ(result.failure->bits, judgeMark(row.result).bits);
     }

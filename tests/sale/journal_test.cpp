@@ -106,6 +106,11 @@ TEST_F(Journal, DocumentsThatItDoesNotKnowAreForAPerson)
     const auto behind = [](quint32 number, std::optional<qint64> next = {}) {
         return DriveMark{.drive = noted.drive, .lastDocument = number, .shift = 3, .nextReceipt = next};
     };
+    const auto cash = [&behind](quint32 number, qint64 drawer, std::optional<qint64> next = {}) {
+        DriveMark mark = behind(number, next);
+        mark.drawer = drawer;
+        return mark;
+    };
     struct Row
     {
         const char* name;
@@ -116,6 +121,8 @@ TEST_F(Journal, DocumentsThatItDoesNotKnowAreForAPerson)
         DriveMark now;
         bool isReview;
         bool isAsked = false;
+        /// Counted on for the mark before the next document.
+        quint32 number = 0;
     };
     const Row rows[] = {
         {"new journal, new register", "", {}, {}, behind(2), false},
@@ -130,6 +137,9 @@ TEST_F(Journal, DocumentsThatItDoesNotKnowAreForAPerson)
         {"and something was sold", "zReport", {Outcome::Issued, 8}, {}, behind(10), true},
         {"receipts alone are told", "sell", {Outcome::Issued, 0}, behind(0, 5), behind(0, 5), false},
         {"one more receipt", "sell", {Outcome::Issued, 0}, behind(0, 5), behind(0, 6), true},
+        {"no receipt since", "sell", {Outcome::Issued, 8}, behind(8, 5), behind(0, 5), false, false, 8},
+        {"no receipt of cash", "sell", {Outcome::Issued, 8}, cash(8, 70, 5), cash(0, 70), false, false, 8},
+        {"other cash", "sell", {Outcome::Issued, 8}, cash(8, 70, 5), cash(0, 90), false},
         {"another drive", "sell", {Outcome::Issued, 8}, {}, {"1111", 2}, false},
     };
     BasicFrSettings settings;
@@ -141,15 +151,17 @@ TEST_F(Journal, DocumentsThatItDoesNotKnowAreForAPerson)
             sale.begin(noted);
             sale.settle(row.verdict, row.after);
         }
+        DriveMark mark;
         const auto isReview = [&] {
             try {
-                requireKnown(driver, store, row.now);
+                mark = requireKnown(driver, store, row.now);
                 return false;
             } catch (const ReviewNeeded&) {
                 return true;
             }
         };
         EXPECT_EQ(isReview(), row.isReview) << row.name;
+        EXPECT_TRUE(row.number == 0 || (mark.lastDocument == row.number && !mark.isNumberRead)) << row.name;
         EXPECT_EQ(driver.calls, row.isAsked ? "ask" : "") << row.name;
         acceptUnknown(store, "till1", row.now, "anna", "none of ours");
         EXPECT_FALSE(isReview()) << row.name;
