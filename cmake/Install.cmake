@@ -26,7 +26,7 @@ install(DIRECTORY receipt/ sale/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frsale 
   PATTERN jsonfields.h EXCLUDE PATTERN jsontext.h EXCLUDE PATTERN judgement.h EXCLUDE
   PATTERN keyboardlayout.h EXCLUDE PATTERN linesum.h EXCLUDE PATTERN positionparser.h EXCLUDE
   PATTERN receipttype.h EXCLUDE PATTERN requisitecodes.h EXCLUDE PATTERN rulelist.h EXCLUDE PATTERN rules.h EXCLUDE
-  PATTERN journalfault.h EXCLUDE PATTERN storedtime.h EXCLUDE)
+  PATTERN errortable.h EXCLUDE PATTERN journalfault.h EXCLUDE PATTERN storedtime.h EXCLUDE)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/frhost)
 install(EXPORT frhostTargets NAMESPACE frspf:: DESTINATION ${package_dir} COMPONENT devel)
@@ -50,4 +50,4 @@ install(FILES ${receipts} DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT
 install(DIRECTORY examples/host DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT tools)
 install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT tools)
 # The refusal of a purchase names it.
-install(FILES docs/limits.md DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT tools)
+install(FILES docs/limits.md docs/output.schema.json DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT tools)

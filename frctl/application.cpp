@@ -17,6 +17,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include <algorithm>
+
 namespace frctl {
 
 namespace {
@@ -67,13 +69,6 @@ QString help()
             "(the message tells\nwhat was issued), 2 wrong usage or a wrong file (nothing was sent), 130 "
             "interrupted. Of a fiscal document whose\nclose failed: 3 it was issued all the same, 4 it was "
             "not issued, 5 unknown (never repeat it then without a\nlook at the register).");
-}
-
-void insertWarnings(QJsonObject& json, const Warnings& warnings)
-{
-    const QJsonArray told = warnings.json();
-    if (!told.isEmpty())
-        json.insert(QStringLiteral("warnings"), told);
 }
 
 /// What JSON has of any command that failed, and of a document also when it did not.
@@ -150,11 +145,10 @@ Options withPlainCashier(Options options)
 
 Output work(const Options& given)
 {
-    const Command& command = findCommand(given);
-    given.answer->isDocument = command.makesDocument;
+    given.answer->isDocument = makesDocument(given.command);
     given.answer->id = given.id;
     const Options options = withPlainCashier(given);
-    const Task task = command.prepare(options);
+    const Task task = findCommand(options).prepare(options);
     if (task.alone)
         return task.alone();
     if (options.port.isEmpty())
@@ -180,7 +174,7 @@ int run(const Options& options)
     if (options.answer->isDocument)
         output = documentOutput(options, output);
     else
-        insertWarnings(output.json, *options.warnings);
+        output.json.insert(QStringLiteral("warnings"), options.warnings->json());
     const QString text
         = options.json && !output.areLinesJson ? compact(output.json) : output.lines.join(QLatin1Char('\n'));
     return deliver(text, output.status, output.verdict);
@@ -194,6 +188,7 @@ int runApplication(const QStringList& commandLine)
     const bool json = commandLine.contains(QStringLiteral("--json"));
     int status = ExitFailure;
     Options options;
+    options.answer->isDocument = std::any_of(commandLine.cbegin(), commandLine.cend(), makesDocument);
     try {
         options = parseOptions(commandLine);
         status = run(options);

@@ -12,6 +12,8 @@
 #include "reportcommands.h"
 #include "servicecommands.h"
 
+#include <algorithm>
+#include <iterator>
 #include <limits>
 
 namespace frctl {
@@ -32,6 +34,7 @@ constexpr Command commandTable[] = {
     {"registers", "begin|end", "The registers for the start or the end of a shift, by position.", 1, 1,
         prepareRegisters},
     {"fn", "", "State of the fiscal drive and of its exchange with the OFD.", 0, 0, prepareFn},
+    {"ofd", "", "The exchange with the operator of fiscal data.", 0, 0, prepareOfd},
     {"print-document", "N", "Print the fiscal drive's document of that number.", 1, 1, preparePrintDocument,
         true},
     {"print-last-document", "", "Print the fiscal drive's last document.", 0, 0, preparePrintLastDocument,
@@ -86,6 +89,13 @@ void requireHex(const Options& options, const QString& what)
 {
     if (!options.isHex())
         throw Refusal(sale::ErrorKind::Data, QStringLiteral("%1 cannot be done over XML").arg(what));
+}
+
+bool makesDocument(const QString& name)
+{
+    return std::any_of(std::begin(commandTable), std::end(commandTable), [&name](const Command& command) {
+        return command.makesDocument && name == QLatin1String(command.name);
+    });
 }
 
 const Command& findCommand(const Options& options)

@@ -27,6 +27,8 @@ struct Command
 
 /// All commands, in the order of the help.
 std::span<const Command> commands();
+/// Whether the command of that name makes a document; false for a name that is none.
+bool makesDocument(const QString& name);
 /// The command of the options with its number of arguments checked. Throws UsageError.
 const Command& findCommand(const Options& options);
 

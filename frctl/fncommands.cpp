@@ -7,6 +7,8 @@
 
 #include <QJsonArray>
 
+#include <algorithm>
+
 namespace frctl {
 
 namespace {
@@ -21,7 +23,7 @@ QJsonValue timeOrNull(const QDateTime& time)
 
 QJsonObject statusFields(const FnStatusInfo& status)
 {
-    return {{QStringLiteral("number"), status.fnNumber},
+    return {{QStringLiteral("drive"), status.fnNumber},
         {QStringLiteral("lastDocument"), static_cast<qint64>(status.lastFdNumber)},
         {QStringLiteral("lastDocumentTime"), timeOrNull(status.lastFdDateTime)},
         {QStringLiteral("lifePhase"), status.lifePhase},
@@ -31,13 +33,58 @@ QJsonObject statusFields(const FnStatusInfo& status)
         {QStringLiteral("shiftOpen"), status.isShiftOpen}};
 }
 
-QJsonObject exchangeFields(const OfdStatusInfo& status, bool isHex)
+/// The drivers put different things into one field: HEX the number of the first document that waits, XML how
+/// many do.
+QJsonObject ofdFields(const FnInfo& info, bool isHex)
 {
-    // The drivers put different things into one field.
-    const QString number = isHex ? QStringLiteral("firstUnsentDocument") : QStringLiteral("queueLength");
-    return {{QStringLiteral("connected"), status.isConnected != 0},
-        {QStringLiteral("firstUnsentTime"), timeOrNull(status.firstUnsentDateTime)},
-        {number, status.firstUnsentNumber}};
+    constexpr int waitsTooLong = 1 << 3;
+    const OfdStatusInfo& status = info.ofdStatus;
+    const bool isNoneWaiting = status.firstUnsentNumber <= 0;
+    const bool isFirstTold = isHex && !isNoneWaiting;
+    return {{QStringLiteral("unsentCount"),
+                isFirstTold ? QJsonValue() : QJsonValue(std::max(0, status.firstUnsentNumber))},
+        {QStringLiteral("firstUnsentNumber"),
+            isFirstTold ? QJsonValue(status.firstUnsentNumber) : QJsonValue()},
+        {QStringLiteral("firstUnsentTime"),
+            isFirstTold ? timeOrNull(status.firstUnsentDateTime) : QJsonValue()},
+        // Over XML the driver says by it that nothing waits for too long.
+        {QStringLiteral("connected"), isHex ? QJsonValue(status.isConnected != 0) : QJsonValue()},
+        {QStringLiteral("waitExceeded"), (info.fnStatus.warningFlags & waitsTooLong) != 0}};
+}
+
+QString shownOrHyphen(const QJsonValue& value)
+{
+    if (value.isBool())
+        return value.toBool() ? QStringLiteral("yes") : QStringLiteral("no");
+    return value.isNull() ? QStringLiteral("-") : value.toVariant().toString();
+}
+
+QStringList ofdLines(const QJsonObject& fields)
+{
+    QStringList lines;
+    for (const char* const name :
+        {"unsentCount", "firstUnsentNumber", "firstUnsentTime", "connected", "waitExceeded"})
+        lines.append(QStringLiteral("%1: %2").arg(
+            QLatin1String(name), shownOrHyphen(fields.value(QLatin1String(name)))));
+    return lines;
+}
+
+Output ofd(AbstractFrDriver& driver, bool isHex)
+{
+    const QJsonObject fields = ofdFields(driver.getFnInfo(), isHex);
+    return {ofdLines(fields), fields};
+}
+
+/// What the XML driver does not know is null there.
+void addHexFields(QJsonObject& json, const FnInfo& info, bool isHex)
+{
+    const auto add = [&](const QString& name, const QJsonValue& value) {
+        json.insert(name, isHex ? value : QJsonValue());
+    };
+    add(QStringLiteral("availableRegistrations"), info.validityDate.availableRegistrations);
+    add(QStringLiteral("registrationsMade"), info.validityDate.registrationsMade);
+    add(QStringLiteral("formatVersion"), info.ffdVersion);
+    add(QStringLiteral("unsentNotifications"), info.unsentNotifications);
 }
 
 Output fiscalDrive(AbstractFrDriver& driver, bool isHex)
@@ -46,23 +93,14 @@ Output fiscalDrive(AbstractFrDriver& driver, bool isHex)
     const QDate validTo = info.validityDate.date;
     Output output;
     output.lines = driver.getFnStateDescription();
-    output.lines.append(isHex
-            ? info.ofdStatus.toString()
-            : QStringLiteral("documents that wait for the OFD: %1").arg(info.ofdStatus.firstUnsentNumber));
     output.json = statusFields(info.fnStatus);
-    output.json.insert(QStringLiteral("ofd"), exchangeFields(info.ofdStatus, isHex));
+    output.json.insert(QStringLiteral("description"), QJsonArray::fromStringList(output.lines));
+    output.json.insert(QStringLiteral("ofd"), ofdFields(info, isHex));
     output.json.insert(QStringLiteral("validTo"),
         validTo.isValid() ? QJsonValue(validTo.toString(Qt::ISODate)) : QJsonValue());
     output.json.insert(QStringLiteral("version"), info.fnVersion);
-    if (isHex) {
-        // The XML driver does not know them.
-        output.json.insert(
-            QStringLiteral("availableRegistrations"), info.validityDate.availableRegistrations);
-        output.json.insert(QStringLiteral("registrationsMade"), info.validityDate.registrationsMade);
-        output.json.insert(QStringLiteral("formatVersion"), info.ffdVersion);
-        output.json.insert(QStringLiteral("unsentNotifications"), info.unsentNotifications);
-    }
-    output.json.insert(QStringLiteral("description"), QJsonArray::fromStringList(output.lines));
+    addHexFields(output.json, info, isHex);
+    output.lines += ofdLines(ofdFields(info, isHex));
     return output;
 }
 
@@ -107,6 +145,12 @@ Task prepareFn(const Options& options)
 {
     const bool isHex = options.isHex();
     return onRegister([isHex](AbstractFrDriver& driver) { return fiscalDrive(driver, isHex); });
+}
+
+Task prepareOfd(const Options& options)
+{
+    const bool isHex = options.isHex();
+    return onRegister([isHex](AbstractFrDriver& driver) { return ofd(driver, isHex); });
 }
 
 Task prepareRegistration(const Options& options)

@@ -29,6 +29,8 @@ IdentifiedReceipt::IdentifiedReceipt(const Options& options, const QByteArray& r
             sale::DocumentRequest{
                 id, documentKindName(sale::DocumentKind::Sale), receipt, options.registerName()});
     } catch (const sale::IdConflict& conflict) {
+        // The answer is about the receipt that has the id.
+        *m_draft = {.isDocument = true, .id = id};
         throw UsageError(QStringLiteral("--id: ") + QString::fromUtf8(conflict.what()));
     }
 }

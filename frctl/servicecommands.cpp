@@ -30,8 +30,8 @@ Output status(AbstractFrDriver& driver)
             {QStringLiteral("serialNumber"), info.getNumber()},
             {QStringLiteral("firmware"), info.getFirmwareVersion()},
             {QStringLiteral("lineWidth"), static_cast<int>(info.getBandWidth())},
-            {QStringLiteral("time"), time}, {QStringLiteral("shiftOpen"), shiftOpen},
-            {QStringLiteral("state"), QJsonArray::fromStringList(description)}};
+            {QStringLiteral("dateTime"), time}, {QStringLiteral("shiftOpen"), shiftOpen},
+            {QStringLiteral("description"), QJsonArray::fromStringList(description)}};
     output.lines = {QStringLiteral("model: %1").arg(info.getModelName()),
         QStringLiteral("serial number: %1").arg(info.getNumber()),
         QStringLiteral("firmware: %1").arg(info.getFirmwareVersion()), QStringLiteral("time: %1").arg(time),
@@ -73,7 +73,7 @@ Output drawerState(AbstractFrDriver& driver)
 Output getTime(AbstractFrDriver& driver)
 {
     const QString time = driver.getDateTime().toString(Qt::ISODate);
-    return {{time}, {{QStringLiteral("time"), time}}};
+    return {{time}, {{QStringLiteral("dateTime"), time}}};
 }
 
 Output setTime(AbstractFrDriver& driver, const QDateTime& time)
@@ -81,7 +81,7 @@ Output setTime(AbstractFrDriver& driver, const QDateTime& time)
     if (!driver.setDateTime(time))
         throw Refusal(QStringLiteral("the register does not take the time now"));
     const QString text = time.toString(Qt::ISODate);
-    return {{text}, {{QStringLiteral("time"), text}}};
+    return {{text}, {{QStringLiteral("dateTime"), text}}};
 }
 
 Output checkMark(AbstractFrDriver& driver, const MarkedPosition& position)

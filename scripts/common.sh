@@ -9,6 +9,8 @@ packages=(
   qt6-base-dev qt6-5compat-dev qt6-serialport-dev libqrencode-dev nlohmann-json3-dev
   libqt6sql6-sqlite libgtest-dev libgmock-dev
 )
+# What the tests need besides.
+test_packages=(python3-jsonschema)
 # What only the suites of scripts/test --all need.
 large_packages=(valgrind)
 

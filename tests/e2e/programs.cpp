@@ -1,5 +1,6 @@
 #include "programs.h"
 
+#include "answers.h"
 #include "portlock.h"
 
 #include <QFile>
@@ -35,8 +36,10 @@ Result resultOf(QProcess& process, QByteArray errors = {})
 {
     process.waitForFinished(PatienceMs);
     errors += process.readAllStandardError();
-    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-        process.readAllStandardOutput(), errors};
+    const QByteArray output = process.readAllStandardOutput();
+    if (process.arguments().contains("--json"))
+        Answers::collect(process.arguments(), output);
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1, output, errors};
 }
 
 Result interrupt(const QString& program, const QStringList& arguments, const QByteArray& after, int signal)

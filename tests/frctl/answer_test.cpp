@@ -94,7 +94,7 @@ TEST(ReceiptOutput, SaysTheSameToPeopleAndMachines)
     receipt.items[0].path = "items[0]";
     receipt.items[0].position = FrPosition("Молоко", 5.35, 2);
     receipt.items[0].position.setDiscsum(0.2);
-    receipt.items[0].position.setMarkingCode(result.marks.constFirst().markingCode);
+    receipt.items[0].position.setMarkingCode(result.marks.constFirst().markingCode, MarkCommon);
     receipt.items[1].kind = receipt::ReceiptItem::Text;
     Options options;
     describeReceipt(*options.answer, receipt, result.marks);

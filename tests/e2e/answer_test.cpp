@@ -1,0 +1,154 @@
+// What the commands answer with --json: what a document has become, and the form of all the others.
+
+#include "programs.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// A register, a journal and the protocol between them.
+class Told : public testing::TestWithParam<const char*>
+{
+protected:
+    QStringList command(const QString& line) const
+    {
+        QString whole = line;
+        whole.replace('%', FRSPF_EXAMPLES "/").replace('~', folder.path() + '/');
+        return QStringList{"--plugin", SPF_PLUGIN, "--protocol", protocol, "--port", emulator.port(),
+                   "--cashier", "Иванова", "--json", "--journal", folder.filePath("sales")}
+        + whole.split(' ');
+    }
+
+    QJsonObject ask(const QString& line, int status = 0) const
+    {
+        const Result result = runFrctl(command(line));
+        EXPECT_EQ(result.status, status) << line.toStdString() << ": " << result.errors.constData();
+        return QJsonDocument::fromJson(result.output).object();
+    }
+
+    const QString protocol = QString::fromUtf8(GetParam());
+    const bool isHex = protocol == "HEX";
+    const QTemporaryDir folder;
+    const Emulator emulator;
+};
+
+TEST_P(Told, OfADocumentIsWhatTheRegisterHas)
+{
+    const struct
+    {
+        const char* command;
+        double total;
+        bool isUnnumbered = false;
+    } rows[] = {{"open-shift", 0}, {"sell %sale.json", 305.23}, {"cash-in 100", 100, true},
+        {"sell %sale.json", 305.23}, {"refund %return.json", 64.9}, {"sell %sale.json", 305.23},
+        {"x-report", 0, true}, {"sell %sale.json", 305.23}, {"z-report", 0}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.command);
+        const QJsonObject told = ask(row.command);
+        EXPECT_EQ(told.value("state"), "issued");
+        EXPECT_EQ(told.value("times"), 1);
+        EXPECT_TRUE(told.value("error").isNull());
+        EXPECT_EQ(told.value("total").toDouble(), row.total);
+        EXPECT_EQ(told.value("dateTime").isNull(), !isHex);
+        const QJsonObject document = emulator.journal().constLast();
+        const bool isReceipt = QString(row.command).contains('%');
+        if (!isReceipt) {
+            EXPECT_EQ(told.value("documentNumber").isNull(), row.isUnnumbered);
+            continue;
+        }
+        EXPECT_EQ(told.value("documentNumber"), document.value("number"));
+        EXPECT_EQ(told.value("documentNumberRead"), false);
+        EXPECT_EQ(told.value("receiptNumber"), isHex ? document.value("receipt") : QJsonValue());
+        EXPECT_EQ(told.value("shift"), isHex ? document.value("shift") : QJsonValue());
+    }
+}
+
+// With its connection, what it asks the register before the document, and the clock over HEX.
+TEST_P(Told, OfASaleTakesFewExchanges)
+{
+    QFile receipt(folder.filePath("one.json"));
+    ASSERT_TRUE(receipt.open(QIODevice::WriteOnly));
+    receipt.write(
+        R"({"type": "sell", "taxationType": "osn", "payments": [{"type": "cash", "sum": 5}], "items":
+        [{"type": "position", "name": "a", "price": 5, "quantity": 1, "amount": 5, "tax": {"type": "none"}}]})");
+    receipt.close();
+    const auto exchangesOf = [this](int sales) {
+        Emulator one;
+        const QString there = "--port " + one.port() + ' ';
+        ask(there + "open-shift");
+        for (int sale = 0; sale < sales; ++sale)
+            ask(there + "sell ~one.json");
+        return one.stop().value("exchanges").toInt();
+    };
+    // The first one of a shift asks the drive for its number over HEX.
+    const int first = exchangesOf(1);
+    EXPECT_LE(exchangesOf(2) - first, isHex ? 21 : 8);
+}
+
+TEST_P(Told, OfAFailureHasAKind)
+{
+    const struct
+    {
+        const char* command;
+        int status;
+        const char* kind;
+        const char* state;
+    } rows[] = {{"cash-out 5000", 4, "cash", "notIssued"}, {"sell %text.txt", 2, "data", "notIssued"},
+        {"--id till-1:42 sell %return.json", 2, "data", "notIssued"},
+        {"--port /nowhere sell %sale.json", 1, "line", "notIssued"}, {"sell", 2, "data", "notIssued"},
+        {"sell --wait x %sale.json", 2, "data", "notIssued"}, {"params get nonsense", 1, "other", ""},
+        {"time yesterday", 2, "data", ""}, {"nonsense", 2, "data", ""}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.command);
+        const QJsonObject told = ask(row.command, row.status);
+        EXPECT_EQ(told.value("error")["kind"], QLatin1String(row.kind));
+        EXPECT_EQ(told.value("state").toString(), QLatin1String(row.state));
+    }
+    ask("--id till-1:43 sell %sale.json");
+    // What the id is already, whatever is given with it now.
+    const QJsonObject conflict = ask("--id till-1:43 sell %agent-sale.json", 2);
+    EXPECT_EQ(conflict.value("state"), "issued");
+    EXPECT_TRUE(conflict.value("total").isNull());
+}
+
+TEST_P(Told, OfTheOperatorHasTheSameNames)
+{
+    const QJsonObject none = ask("ofd");
+    EXPECT_EQ(none.value("waitExceeded"), false);
+    ask("sell %sale.json");
+    const QJsonObject waiting = ask("ofd");
+    EXPECT_EQ(waiting.keys(), none.keys());
+    QJsonObject ofDrive = ask("fn").value("ofd").toObject();
+    ofDrive.insert("warnings", QJsonArray());
+    EXPECT_EQ(waiting, ofDrive);
+    EXPECT_GT(waiting.value(isHex ? "firstUnsentNumber" : "unsentCount").toInt(), 0);
+    EXPECT_TRUE(waiting.value(isHex ? "unsentCount" : "firstUnsentNumber").isNull());
+}
+
+// The schema is held against all of it when the tests of a process have ended.
+TEST_P(Told, OfAllElseHasAForm)
+{
+    QStringList lines{"info", "status", "fn", "ofd", "counters", "registers begin", "registers end",
+        "names fields", "time get", "drawer open", "drawer state", "header %header.txt", "params list",
+        "params defaults",
+        "mark 0104600000000015215!Ab1cD\x1D"
+        "93dGVz",
+        "print %text.txt", "open-shift", "sell %marked-sale.json", "journal list", "journal export",
+        "journal settle", "journal check", "journal accept", "journal backup ~copy",
+        isHex ? "z-report" : "accounting-report", isHex ? "accounting-report" : "z-report", "time set",
+        "z-report", "registration --tax-systems osn", "print-document 2", "print-last-document",
+        "journal anonymise --before 2200-01-01", "journal check"};
+    if (isHex)
+        lines += QStringList{"logo --clear", "cancel", "params set 6.0=1", "params get 20"};
+    for (const QString& line : lines)
+        EXPECT_FALSE(ask(line, line == "cancel" ? 1 : 0).isEmpty() && line != "journal export");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Protocols, Told, testing::Values("HEX", "XML"), [](const auto& test) { return std::string(test.param); });
+
+} // namespace
