@@ -104,18 +104,21 @@ int report(const Complaint& complaint, const Options& options, bool json)
     return deliver(answerLines(told).join(QLatin1Char('\n')), complaint.status);
 }
 
-/// Over XML it would be a question too many, and after a failure nobody asks.
-void readClock(RegisterSession& session, const Output& output, const Options& options)
+/// Over XML it would be a question too many, and after a failure nobody asks. False when an answer is due
+/// still.
+bool readClock(RegisterSession& session, const Output& output, const Options& options)
 {
     AnswerDraft& draft = *options.answer;
     const bool isMade
         = draft.isDocument && !draft.isReplayed && output.verdict.outcome == sale::Outcome::Issued;
     if (!isMade || !options.isHex())
-        return;
+        return true;
     try {
         draft.dateTime = session.driver().getDateTime();
+        return true;
     } catch (...) {
         // The document is made; its time is not told then.
+        return false;
     }
 }
 
@@ -156,9 +159,9 @@ Output work(const Options& given)
     catchInterruptions();
     RegisterSession session(options);
     const Output output = runTask(session, task, options);
-    readClock(session, output, options);
     // After a failure nobody knows what the register will still say.
-    session.leaveIdle();
+    if (readClock(session, output, options))
+        session.leaveIdle();
     return output;
 }
 
