@@ -26,15 +26,23 @@ QString freePort()
 
 } // namespace
 
-RegisterProcess::RegisterProcess(const QString& program, const QString& folder)
+RegisterProcess::RegisterProcess(const QString& program, const QString& folder, Line line)
     : m_program(program)
-    , m_port(freePort())
-    , m_arguments({QStringLiteral("--state"), folder + QStringLiteral("/state"), QStringLiteral("--tcp"),
-          m_port, QStringLiteral("--quiet"), QStringLiteral("--trace")})
+    , m_journal(folder + QStringLiteral("/documents"))
+    , m_arguments({QStringLiteral("--state"), folder + QStringLiteral("/state"), QStringLiteral("--journal"),
+          m_journal, QStringLiteral("--quiet"), QStringLiteral("--trace")})
     , m_messages(folder + QStringLiteral("/messages"))
 {
+    if (line == Line::Network) {
+        const QString port = freePort();
+        m_address = QStringLiteral("tcp:127.0.0.1:") + port;
+        m_arguments += {QStringLiteral("--tcp"), port};
+    } else {
+        m_address = folder + QStringLiteral("/register");
+        m_arguments += {QStringLiteral("--pty"), m_address};
+    }
     m_process.setStandardOutputFile(QProcess::nullDevice());
-    m_process.setStandardErrorFile(m_messages.fileName());
+    m_process.setStandardErrorFile(m_messages.fileName(), QIODevice::Append);
 }
 
 RegisterProcess::~RegisterProcess()
@@ -44,8 +52,8 @@ RegisterProcess::~RegisterProcess()
 
 void RegisterProcess::start()
 {
-    m_trace = WireTrace();
     m_messages.close();
+    beginTrace();
     m_process.start(m_program, m_arguments);
     QElapsedTimer waited;
     waited.start();
@@ -61,6 +69,15 @@ void RegisterProcess::listen()
 {
     if (m_messages.isOpen() || m_messages.open(QIODevice::ReadOnly))
         m_trace.feed(m_messages.readAll());
+}
+
+void RegisterProcess::beginTrace()
+{
+    // It is written to its end, wherever that is.
+    QFile::resize(m_messages.fileName(), 0);
+    if (m_messages.isOpen())
+        m_messages.seek(0);
+    m_trace = WireTrace();
 }
 
 void RegisterProcess::kill()

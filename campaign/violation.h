@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <stdexcept>
 
 /// Something happened that must never happen.
@@ -8,3 +10,9 @@ class Violation : public std::runtime_error
 public:
     using std::runtime_error::runtime_error;
 };
+
+inline void expect(bool holds, const QString& what)
+{
+    if (!holds)
+        throw Violation(what.toStdString());
+}

@@ -52,8 +52,10 @@ void WireTrace::readAnswer(const QByteArray& bytes)
     const qsizetype begin = bytes.indexOf(startOfText);
     if (begin >= 0 && bytes.mid(begin + codeInAnswer, 2) == "00")
         m_answered = after(bytes.mid(begin + commandInAnswer, 2), m_answered);
-    if (begin >= 0 || bytes.contains("</ArmResponse>"))
-        m_request.clear();
+    if (begin < 0 && !bytes.contains("</ArmResponse>"))
+        return;
+    m_request.clear();
+    m_isClosingAnswered = m_hasClosing;
 }
 
 std::optional<WireTrace::Progress> WireTrace::underWay() const

@@ -26,6 +26,8 @@ public:
     int lines() const { return m_lines; }
     /// A request that closes a document has come.
     bool hasClosing() const { return m_hasClosing; }
+    /// It was answered.
+    bool isClosingAnswered() const { return m_isClosingAnswered; }
     /// What else it said.
     QString otherLines() const { return QString::fromUtf8(m_other); }
 
@@ -47,6 +49,7 @@ private:
     QByteArray m_request;
     bool m_isReady = false;
     bool m_hasClosing = false;
+    bool m_isClosingAnswered = false;
     int m_lines = 0;
     std::optional<Progress> m_answered;
     QList<QByteArray> m_signs;
