@@ -14,7 +14,7 @@
 namespace {
 
 /// Hosts mostly wait, for a line that their forerunner left busy.
-constexpr int stationCount = 4;
+constexpr int stationCount = 8;
 
 } // namespace
 

@@ -16,8 +16,8 @@ struct SaleLines
     int all;
 };
 
-constexpr SaleLines hexSale{54, 72};
-constexpr SaleLines xmlSale{12, 16};
+constexpr SaleLines hexSale{28, 48};
+constexpr SaleLines xmlSale{10, 12};
 
 } // namespace
 
@@ -33,8 +33,10 @@ SaleMoment SaleMoment::draw(Random& random, const QString& protocol)
 
 void SaleMoment::wait(HostProcess& host, RegisterProcess& device, Random& random) const
 {
-    constexpr int longestPause = 3000;
     constexpr int pause = 200;
+    // The longer one reaches behind the answer.
+    constexpr int longPermille = 300;
+    const int longestPause = random.chance(longPermille) ? 30'000 : 3000;
     for (device.listen(); !hasCome(device.trace()) && !host.hasEnded(); device.listen())
         QThread::usleep(pause);
     QThread::usleep(static_cast<unsigned long>(random.below(longestPause)));

@@ -11,6 +11,7 @@
 #include <fcntl.h>
 #include <pty.h>
 #include <sys/file.h>
+#include <sys/inotify.h>
 #include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
@@ -42,6 +43,7 @@ PtyLine::PtyLine(const QString& link, QObject* parent)
 {
     if (!openPair() || !makeLink())
         return;
+    watchClosings();
     m_notifier = new QSocketNotifier(m_master, QSocketNotifier::Read, this);
     connect(m_notifier, &QSocketNotifier::activated, this, [this] { read(); });
     m_retry = new QTimer(this);
@@ -54,10 +56,10 @@ PtyLine::~PtyLine()
 {
     if (m_linked && QFile::symLinkTarget(m_link) == m_slaveName)
         QFile::remove(m_link);
-    if (m_slave >= 0)
-        ::close(m_slave);
-    if (m_master >= 0)
-        ::close(m_master);
+    for (const int file : {m_closings, m_slave, m_master}) {
+        if (file >= 0)
+            ::close(file);
+    }
 }
 
 bool PtyLine::openPair()
@@ -77,6 +79,29 @@ bool PtyLine::openPair()
     ::fcntl(m_master, F_SETFL, ::fcntl(m_master, F_GETFL) | O_NONBLOCK);
     m_slaveName = QString::fromLocal8Bit(name);
     return true;
+}
+
+void PtyLine::watchClosings()
+{
+    m_closings = ::inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    if (m_closings < 0
+        || ::inotify_add_watch(m_closings, QFile::encodeName(m_slaveName).constData(), IN_CLOSE) < 0)
+        return;
+    auto* const closed = new QSocketNotifier(m_closings, QSocketNotifier::Read, this);
+    connect(closed, &QSocketNotifier::activated, this, [this] {
+        char events[4096];
+        // How many there were is all the same.
+        const bool isClosed = ::read(m_closings, events, sizeof events) > 0;
+        if (isClosed)
+            openToAll();
+    });
+}
+
+void PtyLine::openToAll()
+{
+    // A host takes the line for itself, which ends with the last descriptor: ours would keep it that way
+    // after a host that was killed.
+    ::ioctl(m_slave, TIOCNXCL);
 }
 
 bool PtyLine::makeLink()
@@ -107,9 +132,8 @@ void PtyLine::read()
 {
     char buffer[4096];
     const ssize_t count = ::read(m_master, buffer, sizeof buffer);
-    // A host takes the line for itself, which ends with the last descriptor: ours would keep it that way
-    // after a host that was killed.
-    ::ioctl(m_slave, TIOCNXCL);
+    // Also where the system does not tell of closings.
+    openToAll();
     if (count > 0)
         Q_EMIT received(QByteArray(buffer, count));
 }

@@ -22,6 +22,9 @@ public:
 private:
     bool openPair();
     bool makeLink();
+    /// The system tells when a host closes the line.
+    void watchClosings();
+    void openToAll();
     void read();
     void flush();
 
@@ -30,6 +33,7 @@ private:
     QString m_error;
     int m_master = -1;
     int m_slave = -1;
+    int m_closings = -1;
     bool m_linked = false;
     QByteArray m_waiting;
     QSocketNotifier* m_notifier = nullptr;
