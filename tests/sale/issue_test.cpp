@@ -322,6 +322,17 @@ TEST_F(Issue, WhatTheJournalKnowsIsAnsweredWithoutTheRegister)
     }
 }
 
+TEST_F(Issue, JournalKeepsWhatIsKnownBehindAReceipt)
+{
+    SqliteStore journal(QStringLiteral(":memory:"));
+    IdentifiedSale identified(journal, QStringLiteral("A"), "{}");
+    driver.numbers = {1};
+    const IssueResult result = issueReceipt(driver, receipt, {hexLine, &identified});
+    ASSERT_TRUE(result.after);
+    EXPECT_EQ(result.after->lastDocument, 2U);
+    EXPECT_EQ(lastKnownMark(journal, {}), result.after);
+}
+
 TEST_F(Issue, PieceThatIsSoldTwiceIsNoticed)
 {
     SqliteStore journal(QStringLiteral(":memory:"));
