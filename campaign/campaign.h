@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host.h"
+#include "sqlitestore.h"
 
 #include <QHash>
 
@@ -18,6 +19,7 @@ public:
         int from = 0;
         int sales = 1000;
         Neighbour neighbour = Neighbour::None;
+        Hazards hazards = {};
     };
 
     explicit Campaign(const Plan& plan);
@@ -30,14 +32,22 @@ private:
     void beginPeriod();
     void endPeriod();
     void sellOnce(int step);
+    /// Under the same id: only what was not issued is sold, and that goes well over a good line.
+    void sellAgain(int step, const receipt::Receipt& receipt, const SaleResult& failed);
     void check(int step, const SaleResult& result, qint64 total);
+    void checkIssued(int step, const SaleResult& result, qint64 total);
+    void checkTimes(int step, sale::Outcome outcome) const;
+    void checkAll() const;
+    bool isUnknownRare() const;
+    void print(qint64 milliseconds) const;
     bool mayBeAltered(const SaleResult& result) const;
-    void checkVerdict(int step, sale::Outcome verdict) const;
+    bool mayBeTakenForOurs(const SaleResult& result) const;
     void stored(const QJsonObject& entry);
 
     const Plan m_plan;
     Report m_report;
     std::unique_ptr<Rig> m_rig;
+    std::unique_ptr<sale::SqliteStore> m_journal;
     std::unique_ptr<Host> m_host;
     int m_step = 0;
     bool m_spared = false;

@@ -1,6 +1,7 @@
 #include "fault.h"
 
 #include <algorithm>
+#include <functional>
 
 using emulator::FaultMode;
 
@@ -36,10 +37,17 @@ const QList<FaultInfo>& faults()
         {FaultKind::Unplugged, "port vanishes", FaultMode::None, true},
         {FaultKind::DeadBefore, "line dead before the request", FaultMode::None, true},
         {FaultKind::DeadAfter, "line dead after register has acted", FaultMode::None, true},
+        {FaultKind::PowerCutBefore, "register loses power, nothing kept", FaultMode::None, true},
+        {FaultKind::PowerCutAfter, "register loses power, document kept", FaultMode::None, true},
+        {FaultKind::HostKilledBefore, "host killed before the request", FaultMode::None, true},
+        {FaultKind::HostKilledAfter, "host killed before the answer", FaultMode::None, true},
+        {FaultKind::HostKilledAtJournal, "host killed at its journal", FaultMode::None, true},
         {FaultKind::NeighbourSells, "a neighbour sells", FaultMode::None, true},
+        {FaultKind::NeighbourSellsTheSame, "a neighbour sells the same", FaultMode::None, true},
         {FaultKind::NeighbourPutsCashIn, "a neighbour puts cash in", FaultMode::None, true},
         {FaultKind::NeighbourClosesShift, "a neighbour closes the shift", FaultMode::None, true},
         {FaultKind::NeighbourPrintsTotals, "a neighbour prints an X-report", FaultMode::None, true},
+        {FaultKind::NeighbourRegisters, "a neighbour registers the register", FaultMode::None, true},
     };
     return list;
 }
@@ -51,17 +59,34 @@ const FaultInfo& faultInfo(FaultKind kind)
         faults().cbegin(), faults().cend(), [kind](const FaultInfo& info) { return info.kind == kind; });
 }
 
-FaultKind drawFault(Protocol protocol, bool hasNeighbour, Random& random)
+namespace {
+
+FaultKind drawOf(Random& random, const std::function<bool(const FaultInfo&)>& mayBe)
 {
-    // The neighbours stand last: without one the draws are as if there were none.
-    const auto own = std::count_if(
-        faults().cbegin(), faults().cend(), [](const FaultInfo& info) { return !isNeighbour(info.kind); });
-    const qsizetype limit = hasNeighbour ? faults().size() : own;
-    const FaultInfo* info = nullptr;
-    do
-        info = &faults().at(random.below(limit));
-    while (protocol == Protocol::Xml && !info->onXml);
-    return info->kind;
+    QList<FaultKind> kinds;
+    for (const FaultInfo& info : faults()) {
+        if (mayBe(info))
+            kinds.append(info.kind);
+    }
+    return kinds.at(random.below(kinds.size()));
+}
+
+} // namespace
+
+FaultKind drawFault(Protocol protocol, const Hazards& hazards, Random& random)
+{
+    return drawOf(random, [&](const FaultInfo& info) {
+        // That one happens where nothing is exchanged.
+        if (isNeighbour(info.kind) || info.kind == FaultKind::HostKilledAtJournal)
+            return false;
+        return (info.onXml || protocol == Protocol::Hex) && (hazards.killsHost || !isHostKill(info.kind))
+            && (hazards.cutsPower || !isPowerCut(info.kind));
+    });
+}
+
+FaultKind drawDeed(Random& random)
+{
+    return drawOf(random, [](const FaultInfo& info) { return isNeighbour(info.kind); });
 }
 
 emulator::Fault registerFault(FaultKind kind, Random& random)

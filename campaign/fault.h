@@ -38,10 +38,17 @@ enum class FaultKind {
     Unplugged,
     DeadBefore,
     DeadAfter,
+    PowerCutBefore,
+    PowerCutAfter,
+    HostKilledBefore,
+    HostKilledAfter,
+    HostKilledAtJournal,
     NeighbourSells,
+    NeighbourSellsTheSame,
     NeighbourPutsCashIn,
     NeighbourClosesShift,
-    NeighbourPrintsTotals
+    NeighbourPrintsTotals,
+    NeighbourRegisters
 };
 
 /// Another program that makes a document between two exchanges of ours: no fault of the line.
@@ -49,6 +56,25 @@ constexpr bool isNeighbour(FaultKind kind)
 {
     return kind >= FaultKind::NeighbourSells;
 }
+
+/// The register keeps its state in a folder, loses its power, and comes back with what it kept.
+constexpr bool isPowerCut(FaultKind kind)
+{
+    return kind == FaultKind::PowerCutBefore || kind == FaultKind::PowerCutAfter;
+}
+
+/// The host's program ends without a word. At its journal that happens between two exchanges.
+constexpr bool isHostKill(FaultKind kind)
+{
+    return kind >= FaultKind::HostKilledBefore && kind <= FaultKind::HostKilledAtJournal;
+}
+
+/// What may happen beside the faults of the line and of the answers.
+struct Hazards
+{
+    bool killsHost = false;
+    bool cutsPower = false;
+};
 
 struct FaultInfo
 {
@@ -62,6 +88,8 @@ struct FaultInfo
 
 const QList<FaultInfo>& faults();
 const FaultInfo& faultInfo(FaultKind kind);
-FaultKind drawFault(Protocol protocol, bool hasNeighbour, Random& random);
+/// Of an exchange; a neighbour's deeds are drawn apart.
+FaultKind drawFault(Protocol protocol, const Hazards& hazards, Random& random);
+FaultKind drawDeed(Random& random);
 /// The register's part of the fault.
 emulator::Fault registerFault(FaultKind kind, Random& random);

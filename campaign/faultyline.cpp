@@ -1,5 +1,6 @@
 #include "faultyline.h"
 
+#include "hostkilled.h"
 #include "neighbour.h"
 
 #include <algorithm>
@@ -27,6 +28,26 @@ void FaultyLine::setFaults(Random* random, int permille)
     m_permille = permille;
 }
 
+void FaultyLine::requireHost() const
+{
+    if (m_isHostDead)
+        throw HostKilled();
+}
+
+void FaultyLine::killHost(FaultKind kind)
+{
+    m_injected.append(kind);
+    traceEvent(faultInfo(kind).text);
+    m_isHostDead = true;
+    throw HostKilled();
+}
+
+void FaultyLine::reviveHost()
+{
+    close();
+    m_isHostDead = false;
+}
+
 bool FaultyLine::setBaudRate(QSerialPort::BaudRate baudRate)
 {
     if (m_open)
@@ -36,6 +57,7 @@ bool FaultyLine::setBaudRate(QSerialPort::BaudRate baudRate)
 
 bool FaultyLine::open()
 {
+    requireHost();
     m_openings += m_open ? 0 : 1;
     m_open = true;
     return true;
@@ -59,6 +81,7 @@ bool FaultyLine::clear()
 
 qint64 FaultyLine::write(const QByteArray& data)
 {
+    requireHost();
     trace("<", data);
     // ENQ and raw blocks belong to the request before them.
     const bool isRequest = m_language == Protocol::Xml || data.startsWith(startOfText);
@@ -84,7 +107,7 @@ FaultKind FaultyLine::nextFault()
         return planned;
     if (m_random == nullptr || !m_random->chance(m_permille))
         return FaultKind::None;
-    return drawFault(m_language, m_hasNeighbour, *m_random);
+    return drawFault(m_language, m_hazards, *m_random);
 }
 
 void FaultyLine::beginRequest(const QByteArray& request)
@@ -93,15 +116,19 @@ void FaultyLine::beginRequest(const QByteArray& request)
     ++m_requestCount;
     m_readFaults = 0;
     m_fault = FaultKind::None;
+    if (m_visitor)
+        m_visitor();
     const bool reaches = m_open && !m_dead && m_held.isEmpty() && m_baudRate == QSerialPort::Baud115200;
     if (!reaches)
         return;
     m_fault = nextFault();
     if (m_fault == FaultKind::None)
         return;
+    // A kill is noted when it comes.
+    if (isHostKill(m_fault))
+        return;
     m_injected.append(m_fault);
-    if (m_trace)
-        std::fprintf(stderr, "  fault: %s\n", faultInfo(m_fault).text);
+    traceEvent(faultInfo(m_fault).text);
 }
 
 void FaultyLine::send(const QByteArray& request)
@@ -122,15 +149,22 @@ void FaultyLine::send(const QByteArray& request)
         m_heldUntil = m_clock.milliseconds() + m_random->between(500, 60'000);
         return;
     case FaultKind::DeadBefore:
+    case FaultKind::PowerCutBefore:
         return lose();
+    case FaultKind::HostKilledBefore:
+        killHost(m_fault);
     case FaultKind::Unplugged:
         if (m_random->chance(500))
             m_protocol.receive(request);
         return lose();
     case FaultKind::DeadAfter:
     case FaultKind::RestartAfter:
+    case FaultKind::PowerCutAfter:
         m_protocol.receive(request);
         return lose();
+    case FaultKind::HostKilledAfter:
+        m_protocol.receive(request);
+        killHost(m_fault);
     default:
         if (m_fault != FaultKind::None)
             m_protocol.setNextFault(registerFault(m_fault, random));
@@ -143,6 +177,8 @@ void FaultyLine::lose()
     m_outbox.clear();
     if (m_fault == FaultKind::RestartAfter) {
         m_device.powerCycle();
+    } else if (isPowerCut(m_fault)) {
+        m_powerCut();
     } else if (m_fault == FaultKind::Unplugged) {
         m_open = false;
         clear();
@@ -213,6 +249,7 @@ QByteArray FaultyLine::read(qint64 maxSize)
 
 bool FaultyLine::waitForReadyRead(int milliseconds)
 {
+    requireHost();
     const qint64 deadline = m_clock.milliseconds() + milliseconds;
     while (m_open) {
         if (!m_held.isEmpty() && m_heldUntil <= m_clock.milliseconds())
@@ -237,6 +274,12 @@ void FaultyLine::advanceTo(qint64 time)
     const qint64 span = std::max<qint64>(0, time - m_clock.milliseconds());
     m_clock.advance(span);
     m_call.waited += span;
+}
+
+void FaultyLine::traceEvent(const char* event) const
+{
+    if (m_trace)
+        std::fprintf(stderr, "  %s\n", event);
 }
 
 void FaultyLine::trace(const char* direction, const QByteArray& bytes) const

@@ -7,6 +7,8 @@
 
 #include <QMap>
 
+#include <functional>
+
 /// The line between a driver and the software register, in virtual time: a wait moves the clock to the next
 /// byte or to its end, and nothing ever waits really. Each request suffers one fault or none.
 class FaultyLine : public hw::AbstractSerialDevice
@@ -24,8 +26,16 @@ public:
 
     /// From now on, that many requests of a thousand fail.
     void setFaults(Random* random, int permille);
-    /// Another program works the register, too, and makes a document now and then.
-    void setNeighbour(bool on) { m_hasNeighbour = on; }
+    void setHazards(const Hazards& hazards) { m_hazards = hazards; }
+    /// Comes before each request, whether it reaches the register or not.
+    void setVisitor(std::function<void()> visitor) { m_visitor = std::move(visitor); }
+    /// Takes the register's power away and gives it back, with what it kept.
+    void setPowerCut(std::function<void()> cut) { m_powerCut = std::move(cut); }
+    /// Ends the host's program: from now on each of its operations throws HostKilled, as this does.
+    [[noreturn]] void killHost(FaultKind kind);
+    bool isHostDead() const { return m_isHostDead; }
+    /// The host's program is started anew; its port was closed when it ended.
+    void reviveHost();
     /// The request that comes after so many others suffers this fault.
     void planFault(int requestsBefore, FaultKind kind) { m_planned[m_requestCount + requestsBefore] = kind; }
     /// Requests so far.
@@ -33,6 +43,7 @@ public:
     /// Another number for each opening of the line.
     quint64 openings() const { return m_openings; }
     void setTrace(bool on) { m_trace = on; }
+    void traceEvent(const char* event) const;
     /// The register has stored a document and is about to print it.
     void documentStored();
     /// The cable is in place again.
@@ -65,6 +76,7 @@ public:
     int getType() const override { return Com; }
 
 private:
+    void requireHost() const;
     FaultKind nextFault();
     void beginRequest(const QByteArray& request);
     void send(const QByteArray& request);
@@ -83,7 +95,10 @@ private:
     emulator::Protocol& m_protocol;
     Random* m_random = nullptr;
     int m_permille = 0;
-    bool m_hasNeighbour = false;
+    Hazards m_hazards;
+    std::function<void()> m_visitor;
+    std::function<void()> m_powerCut;
+    bool m_isHostDead = false;
     /// By the number of the request, counted from 0.
     QMap<int, FaultKind> m_planned;
     int m_requestCount = 0;

@@ -1,9 +1,15 @@
 #include "host.h"
 
 #include "abstractfrdriver.h"
+#include "documentid.h"
+#include "documentissuer.h"
 #include "exceptions.h"
+#include "hostkilled.h"
+#include "identifiedsale.h"
+#include "marknoting.h"
+#include "pendingsales.h"
 #include "receiptissuer.h"
-#include "settlement.h"
+#include "review.h"
 #include "violation.h"
 
 #include <QSet>
@@ -18,6 +24,11 @@ constexpr Host::Rates xmlRates{80, 250};
 // Most of the day that a shift may last.
 constexpr qint64 longestShift = 20LL * 60 * 60 * 1000;
 constexpr int patience = 3;
+// Of a thousand writings of the journal.
+constexpr int journalKills = 2;
+// Of a thousand exchanges. Behind a failed close a neighbour is what a verdict has to cope with.
+constexpr int usualDeeds = 3;
+constexpr int deedsBehindClose = 60;
 // HEX: three reads, each bound by the ACK budget and the silence around it. XML: a silence, and a second one
 // behind a piece of an answer.
 constexpr qint64 hexBudget = 3LL * (50 * 2000 + 2 * 2000);
@@ -35,27 +46,42 @@ bool isNamed(const char* name, const char* other)
 
 } // namespace
 
-Host::Host(Rig& rig, Protocol protocol, Report& report, Neighbour neighbour)
+Host::Host(Rig& rig, sale::DocumentStore& journal, Report& report, const Setting& setting)
     : m_rig(rig)
-    , m_driver(rig.driver())
-    , m_protocol(protocol)
-    , m_line(protocol == Protocol::Hex ? receipt::Protocol::Hex : receipt::Protocol::Xml,
-          neighbour != Neighbour::Shared)
+    , m_setting(setting)
+    , m_line(setting.protocol == Protocol::Hex ? receipt::Protocol::Hex : receipt::Protocol::Xml,
+          setting.neighbour != Neighbour::Shared)
+    , m_journal(journal, rig.line)
     , m_report(report)
 {
-    m_rig.line.setNeighbour(neighbour != Neighbour::None);
+    m_rig.line.setHazards(setting.hazards);
     m_rig.watch = [this](const char* name, const std::function<void()>& work) { call(name, work); };
+    m_rig.line.setVisitor([this] { letNeighbourAct(); });
 }
 
 Host::~Host()
 {
     m_rig.watch = {};
+    m_rig.line.setVisitor({});
 }
 
 void Host::setFaults(Random* faults, int Rates::*rate)
 {
     m_faults = faults;
-    m_rig.line.setFaults(faults, (m_protocol == Protocol::Hex ? hexRates : xmlRates).*rate);
+    m_rig.line.setFaults(faults, (m_setting.protocol == Protocol::Hex ? hexRates : xmlRates).*rate);
+    m_journal.setKills(m_setting.hazards.killsHost ? faults : nullptr, journalKills);
+}
+
+void Host::letNeighbourAct()
+{
+    if (m_setting.neighbour == Neighbour::None || m_faults == nullptr
+        || !m_faults->chance(m_closeFailed ? deedsBehindClose : usualDeeds))
+        return;
+    const FaultKind deed = drawDeed(*m_faults);
+    if (actAsNeighbour(deed, m_rig.device, m_faults->between(1, 100'000), m_ours)) {
+        m_deeds.append(deed);
+        m_rig.line.traceEvent(faultInfo(deed).text);
+    }
 }
 
 void Host::call(const char* name, const std::function<void()>& work)
@@ -67,6 +93,9 @@ void Host::call(const char* name, const std::function<void()>& work)
         work();
     } catch (const BasicException&) {
         checkCall(name);
+        meetFailure(name);
+        throw;
+    } catch (const HostKilled&) {
         meetFailure(name);
         throw;
     } catch (const std::exception& foreign) {
@@ -88,10 +117,10 @@ void Host::checkCall(const char* name) const
 {
     const FaultyLine::Call& done = m_rig.line.call();
     m_report.addCall(QString::fromLatin1(name), done.waited);
-    const qint64 budget = m_protocol == Protocol::Hex ? hexBudget : xmlBudget;
+    const qint64 budget = m_setting.protocol == Protocol::Hex ? hexBudget : xmlBudget;
     if (done.waited > budget * qMax<qsizetype>(1, done.requests.size()))
         throw Violation(std::string(name) + " waited " + std::to_string(done.waited) + " ms");
-    if (m_protocol == Protocol::Xml)
+    if (m_setting.protocol == Protocol::Xml)
         checkCloses(name, done.requests);
     else
         checkFrames(name, done.requests);
@@ -123,17 +152,10 @@ void Host::start()
 {
     setFaults(nullptr, &Rates::usual);
     m_rig.line.open();
-    m_driver.portOpen();
+    m_rig.driver().portOpen();
     reconnect(false);
-    prepare();
+    m_rig.driver().init();
     m_shiftOpened = m_rig.clock.milliseconds();
-}
-
-void Host::prepare()
-{
-    m_driver.init();
-    m_driver.cashierLogin(cashier());
-    m_driver.openShift();
 }
 
 sale::IssueOptions Host::options() const
@@ -145,49 +167,80 @@ sale::IssueOptions Host::options() const
     return options;
 }
 
-SaleResult Host::sell(const receipt::Receipt& receipt, Random* faults)
+SaleResult Host::sell(const QString& id, const receipt::Receipt& receipt, Random* faults)
 {
-    if (m_rig.clock.milliseconds() - m_shiftOpened > longestShift)
-        renewShift();
     m_closeFailed = false;
     m_fatal = std::nullopt;
+    m_deeds = {};
+    m_ours = sale::movementOf(receipt);
     setFaults(faults, &Rates::usual);
-    const sale::IssueResult issued = sale::issueReceipt(m_driver, receipt, options());
-    m_known = issued.failure ? std::nullopt : issued.after;
-    if (issued.failure && !issued.failure->isOfDriver)
-        std::rethrow_exception(issued.failure->exception);
     SaleResult result;
+    result.failure = attempt(id, receipt);
     result.faults = m_fatal ? *m_fatal : m_rig.line.takeInjected();
-    result.issued = issued.isIssued() && !m_closeFailed;
     m_report.addInjected(result.faults);
-    if (issued.failure) {
-        result.failure = issued.failure->text;
-        if (!issued.isFinal)
-            m_unsettled = issued;
+    if (result.hasFailed()) {
         recover(faults);
-        if (m_closeFailed)
-            result.verdict = issued.isFinal ? issued.verdict.outcome : m_settled;
         m_report.addInjected(m_rig.line.takeInjected());
     }
+    result.outcome = outcomeOf(id);
+    result.hasCloseFailed = m_closeFailed;
+    result.deeds = m_deeds;
+    m_report.addInjected(m_deeds);
     return result;
+}
+
+QString Host::attempt(const QString& id, const receipt::Receipt& receipt)
+{
+    try {
+        QString failure = issue(id, receipt);
+        for (int i = 0; i < patience && m_needsReview; ++i) {
+            review();
+            failure = issue(id, receipt);
+        }
+        return failure;
+    } catch (const BasicException& exception) {
+        return exception.tr().ru();
+    } catch (const HostKilled&) {
+        return QStringLiteral("killed");
+    }
+}
+
+QString Host::issue(const QString& id, const receipt::Receipt& receipt)
+{
+    sale::IdentifiedSale document(m_journal, id, receipt.items.constFirst().position.getName().toUtf8());
+    sale::IssueOptions options = this->options();
+    options.sale = &document;
+    const sale::IssueResult issued = sale::issueReceipt(m_rig.driver(), receipt, options);
+    m_known = issued.failure ? std::nullopt : issued.after;
+    m_needsReview = issued.failure && issued.failure->exceptionName == QStringLiteral("ReviewNeeded");
+    if (issued.failure && !issued.failure->isOfDriver && !m_needsReview && !m_rig.line.isHostDead())
+        std::rethrow_exception(issued.failure->exception);
+    return issued.failure ? issued.failure->text : QString();
+}
+
+void Host::review()
+{
+    m_report.addReview();
+    const sale::DriveMark mark = sale::noteMark(m_rig.driver(), m_line, sale::DocumentKind::Report);
+    sale::acceptUnknown(m_journal, {}, mark, cashier().name, QStringLiteral("looked at the tape"));
+}
+
+sale::Outcome Host::outcomeOf(const QString& id) const
+{
+    const std::optional<sale::StoredDocument> document = m_journal.findId(id);
+    if (document && document->state == sale::DocumentState::Running)
+        throw Violation("a sale was not settled before the next one");
+    return document ? sale::verdictOf(*document).outcome : sale::Outcome::NotIssued;
 }
 
 void Host::reconnect(bool reopen)
 {
     if (reopen || !m_rig.line.isOpen()) {
-        m_driver.portClose();
+        m_rig.driver().portClose();
         m_rig.line.open();
-        m_driver.portOpen();
+        m_rig.driver().portOpen();
     }
-    m_driver.connect();
-}
-
-void Host::settle()
-{
-    if (!m_unsettled)
-        return;
-    m_settled = sale::settle(m_driver, m_unsettled->before, m_unsettled->ours, m_line).outcome;
-    m_unsettled = std::nullopt;
+    m_rig.driver().connect();
 }
 
 void Host::recover(Random* faults)
@@ -206,24 +259,35 @@ void Host::recover(Random* faults)
 
 bool Host::restore(bool reopen)
 {
+    if (m_rig.line.isHostDead())
+        m_rig.restartHost();
     m_rig.device.setPaper(true);
     m_rig.line.repair();
     try {
         reconnect(reopen);
-        settle();
-        prepare();
-        m_driver.clearMarkingCodes();
+        sale::settlePendingSales(m_rig.driver(), m_journal, m_line);
+        m_rig.driver().init();
     } catch (const BasicException&) {
+        return false;
+    } catch (const HostKilled&) {
         return false;
     }
     m_rig.device.setPaper(true);
     return true;
 }
 
-void Host::renewShift()
+void Host::keepShiftShort()
 {
+    if (m_rig.clock.milliseconds() - m_shiftOpened <= longestShift)
+        return;
     recover(nullptr);
-    m_driver.zReport();
-    m_driver.openShift();
+    sale::IdentifiedSale closing(m_journal, {sale::newDocumentId(), QStringLiteral("zReport"), {}, {}});
+    sale::DocumentSteps steps;
+    steps.close = [this] { m_rig.driver().zReport(); };
+    const sale::DocumentResult result = sale::issueDocument(
+        m_rig.driver(), {sale::DocumentKind::ShiftClosing}, steps, {m_line, cashier(), &closing});
+    m_known = std::nullopt;
+    if (result.failure)
+        std::rethrow_exception(result.failure->exception);
     m_shiftOpened = m_rig.clock.milliseconds();
 }

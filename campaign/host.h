@@ -1,7 +1,9 @@
 #pragma once
 
 #include "issueoptions.h"
-#include "issueresult.h"
+#include "mortalstore.h"
+#include "movement.h"
+#include "neighbour.h"
 #include "registerline.h"
 #include "report.h"
 #include "rig.h"
@@ -13,14 +15,18 @@ namespace receipt {
 struct Receipt;
 }
 
-/// Whether another program works the register, and whether the host knows that it may.
-enum class Neighbour { None, Unexpected, Shared };
-
-/// A host program as the drivers' contract asks for it, on the library of sales. It is the watch of the
-/// driver's calls, too: each may last no longer than its waits, and repeats nothing.
+/// A host program as the drivers' contract asks for it. It connects and initialises; what becomes of its
+/// documents, when it may sell again and what is to be settled, the library of sales and the journal say. It
+/// is the watch of the driver's calls, too: each may last no longer than its waits, and repeats nothing.
 class Host
 {
 public:
+    struct Setting
+    {
+        Protocol protocol = Protocol::Hex;
+        Neighbour neighbour = Neighbour::None;
+        Hazards hazards = {};
+    };
     /// How many requests of a thousand fail.
     struct Rates
     {
@@ -28,18 +34,23 @@ public:
         int closing;
     };
 
-    Host(Rig& rig, Protocol protocol, Report& report, Neighbour neighbour = Neighbour::None);
+    /// The journal is what stays of the host when its program is killed.
+    Host(Rig& rig, sale::DocumentStore& journal, Report& report, const Setting& setting);
     ~Host();
     Host(const Host&) = delete;
     Host& operator=(const Host&) = delete;
 
     void start();
-    /// Sells once. With a generator for faults the line fails now and then, also in the repair after it.
-    SaleResult sell(const receipt::Receipt& receipt, Random* faults);
+    /// Closes a shift that has lasted nearly a day.
+    void keepShiftShort();
+    /// Sells under that id, or is told what has become of it. With a generator for faults the line fails now
+    /// and then, also in the repair after it.
+    SaleResult sell(const QString& id, const receipt::Receipt& receipt, Random* faults);
 
 private:
     sale::IssueOptions options() const;
     void setFaults(Random* faults, int Rates::*rate);
+    void letNeighbourAct();
     void call(const char* name, const std::function<void()>& work);
     void meetFailure(const char* name);
     void checkCall(const char* name) const;
@@ -47,26 +58,28 @@ private:
     void checkFrames(const char* name, const QList<QByteArray>& requests) const;
     /// A port that is closed and opened again has thrown away the late answers.
     void reconnect(bool reopen);
-    /// Finds out about the sale whose close failed, if there is one, as long as the register cannot be asked.
-    void settle();
     void recover(Random* faults);
     bool restore(bool reopen);
-    void prepare();
-    void renewShift();
+    /// Both give what it failed of; empty when all went well.
+    QString attempt(const QString& id, const receipt::Receipt& receipt);
+    QString issue(const QString& id, const receipt::Receipt& receipt);
+    /// A person looks at the tape for documents that the journal does not know.
+    void review();
+    sale::Outcome outcomeOf(const QString& id) const;
 
     Rig& m_rig;
-    AbstractFrDriver& m_driver;
-    const Protocol m_protocol;
+    const Setting m_setting;
     const sale::RegisterLine m_line;
+    MortalStore m_journal;
     Report& m_report;
     Random* m_faults = nullptr;
     qint64 m_shiftOpened = 0;
     /// Behind a sale that went well.
     std::optional<sale::DriveMark> m_known;
-    /// A sale that is neither issued nor not, so far, and what became of it.
-    std::optional<sale::IssueResult> m_unsettled;
-    sale::Outcome m_settled = sale::Outcome::Unknown;
+    bool m_needsReview = false;
+    sale::Movement m_ours;
     bool m_closeFailed = false;
     /// Those of the sale up to its failure.
     std::optional<QList<FaultKind>> m_fatal;
+    QList<FaultKind> m_deeds;
 };

@@ -32,6 +32,10 @@ void addOptions(QCommandLineParser& parser)
                 "Another program makes documents in between: none, own (on a register that the host "
                 "takes for its own), shared (none)."),
             QStringLiteral("kind"), QStringLiteral("none")},
+        {QStringLiteral("kill-host"), QStringLiteral("The host's program is killed between exchanges, too.")},
+        {QStringLiteral("cut-power"),
+            QStringLiteral(
+                "The register loses its power, too, and comes back with what it kept in a folder.")},
         {QStringLiteral("from"), QStringLiteral("First sale; it and those after it are traced."),
             QStringLiteral("step"), QStringLiteral("0")},
         {QStringLiteral("log"), QStringLiteral("Let the drivers log.")},
@@ -65,6 +69,7 @@ int main(int argc, char* argv[])
     if (neighbour < 0)
         return usageError(QStringLiteral("--neighbour takes none, own or shared"));
     plan.neighbour = static_cast<Neighbour>(neighbour);
+    plan.hazards = {parser.isSet(QStringLiteral("kill-host")), parser.isSet(QStringLiteral("cut-power"))};
     const QString protocol = parser.value(QStringLiteral("protocol")).toUpper();
     QList<Protocol> protocols{Protocol::Hex, Protocol::Xml};
     if (protocol != QStringLiteral("BOTH"))

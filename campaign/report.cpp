@@ -1,5 +1,7 @@
 #include "report.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <cstdio>
 
@@ -31,22 +33,34 @@ void Report::addInjected(const QList<FaultKind>& kinds)
         ++m_rows[kind].injected;
 }
 
-void Report::addSuccess(const QList<FaultKind>& kinds)
+void Report::addSuccess(const SaleResult& result)
 {
     ++m_total.salesOk;
-    m_untouched += kinds.isEmpty() ? 1 : 0;
-    for (const FaultKind kind : kinds)
+    m_untouched += result.faults.isEmpty() && result.deeds.isEmpty() ? 1 : 0;
+    for (const FaultKind kind : result.faults + result.deeds)
         ++m_rows[kind].salesOk;
 }
 
-void Report::addFailure(const QList<FaultKind>& kinds, std::optional<sale::Outcome> verdict)
+void Report::addFailure(const SaleResult& result)
 {
-    Row& row = m_rows[kinds.isEmpty() ? FaultKind::None : kinds.constLast()];
-    for (Row* const counted : {&row, &m_total}) {
-        ++counted->salesFailed;
-        if (verdict)
-            ++counted->verdicts[*verdict];
+    QSet<FaultKind> rows(result.deeds.cbegin(), result.deeds.cend());
+    rows.insert(result.faults.isEmpty() ? FaultKind::None : result.faults.constLast());
+    QList<Row*> counted{&m_total};
+    for (const FaultKind kind : rows)
+        counted.append(&m_rows[kind]);
+    for (Row* const row : counted) {
+        ++row->salesFailed;
+        if (result.hasCloseFailed)
+            ++row->verdicts[result.outcome];
     }
+    m_failedCloses += result.hasCloseFailed ? 1 : 0;
+    m_unknownCloses += result.hasCloseFailed && result.outcome == sale::Outcome::Unknown ? 1 : 0;
+}
+
+int Report::unknownPermille() const
+{
+    constexpr int few = 500;
+    return m_failedCloses < few ? 0 : m_unknownCloses * 1000 / m_failedCloses;
 }
 
 void Report::addCall(const QString& name, qint64 waited)
@@ -67,6 +81,13 @@ void Report::print(const QString& title) const
             row.value());
     printRow("all", m_total);
     std::printf("sales without any fault: %d\n", m_untouched);
+    std::printf("failed closes: %d, unknown: %d (%.1f %%); sold again under the same id: %d\n",
+        m_failedCloses, m_unknownCloses, m_failedCloses == 0 ? 0.0 : 100.0 * m_unknownCloses / m_failedCloses,
+        m_soldAgain);
+    if (m_reviews > 0)
+        std::printf("documents that the journal did not know, looked at: %d times\n", m_reviews);
+    if (m_takenForOurs > 0)
+        std::printf("a neighbour's sale of the same, taken for ours: %d\n", m_takenForOurs);
     printSteps("reported as done, changed on the line and stored as it came", m_altered);
     printSteps("reported as done, changed on the line into another command", m_lost);
     printCalls();

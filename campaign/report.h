@@ -1,12 +1,9 @@
 #pragma once
 
-#include "fault.h"
-#include "outcome.h"
+#include "saleresult.h"
 
 #include <QMap>
 #include <QString>
-
-#include <optional>
 
 /// The figures of a run.
 class Report
@@ -22,9 +19,20 @@ public:
 
     void addInjected(const QList<FaultKind>& kinds);
     /// The faults of a sale that went well; each was survived.
-    void addSuccess(const QList<FaultKind>& kinds);
-    /// The last fault of a failed sale is the one that it failed of.
-    void addFailure(const QList<FaultKind>& kinds, std::optional<sale::Outcome> verdict);
+    void addSuccess(const SaleResult& result);
+    /// The last fault of a failed sale is the one that it failed of; it counts in the row of each neighbour
+    /// that came by, too.
+    void addFailure(const SaleResult& result);
+    /// The journal did not know a document of the register.
+    void addReview() { ++m_reviews; }
+    int reviews() const { return m_reviews; }
+    /// A sale that was told not issued was sold again under its id.
+    void addSoldAgain() { ++m_soldAgain; }
+    /// A neighbour's sale of the same sums was told to be ours, which was not issued, on a line that was said
+    /// to be ours alone.
+    void addTakenForOurs() { ++m_takenForOurs; }
+    /// Of the failed closes, in thousandths; 0 when there were few.
+    int unknownPermille() const;
     /// The longest call of each name, in milliseconds of virtual time.
     void addCall(const QString& name, qint64 waited);
     /// A receipt that came to the register with a byte changed, and was taken as it came.
@@ -40,6 +48,11 @@ private:
     QMap<FaultKind, Row> m_rows;
     Row m_total;
     int m_untouched = 0;
+    int m_failedCloses = 0;
+    int m_unknownCloses = 0;
+    int m_reviews = 0;
+    int m_soldAgain = 0;
+    int m_takenForOurs = 0;
     QList<int> m_altered;
     QList<int> m_lost;
     QMap<QString, qint64> m_longest;

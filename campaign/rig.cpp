@@ -1,6 +1,7 @@
 #include "rig.h"
 
 #include "hex/protocol.h"
+#include "memory/memory.h"
 #include "mockfactory.h"
 #include "spfhex/command.h"
 #include "spfhex/frspf.h"
@@ -36,16 +37,40 @@ std::unique_ptr<AbstractFrDriver> makeDriver(
 } // namespace
 
 Rig::Rig(Protocol language)
-    : m_protocol(makeProtocol(language, device, m_outbox, clock))
+    : m_language(language)
+    , m_protocol(makeProtocol(language, device, m_outbox, clock))
     , line(language, clock, device, m_outbox, *m_protocol)
 {
     device.tape().setListener([](const tape::Page&) {});
-    PacketIds::reset();
     MockFactory<CurrentTime>::mocked = &m_time;
-    m_driver = makeDriver(language, m_transport, m_settings, watch);
+    line.setPowerCut([this] { cutPower(); });
+    buildDriver();
 }
 
 Rig::~Rig()
 {
     MockFactory<CurrentTime>::mocked = nullptr;
+}
+
+void Rig::buildDriver()
+{
+    PacketIds::reset();
+    m_driver.reset();
+    m_settings.emplace();
+    m_driver = makeDriver(m_language, m_transport, *m_settings, watch);
+}
+
+void Rig::restartHost()
+{
+    line.reviveHost();
+    buildDriver();
+}
+
+void Rig::cutPower()
+{
+    if (!m_folder)
+        m_folder.emplace();
+    // A register keeps what a request changed before it answers, so that it is the same to keep it now.
+    emulator::Memory(std::make_unique<emulator::StateFolder>(m_folder->path())).save(device);
+    emulator::Memory(std::make_unique<emulator::StateFolder>(m_folder->path())).load(device);
 }

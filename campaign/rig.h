@@ -6,7 +6,10 @@
 #include "hosttime.h"
 #include "serialdriverwrapper.h"
 
+#include <QTemporaryDir>
+
 #include <memory>
+#include <optional>
 
 class AbstractFrDriver;
 
@@ -23,12 +26,21 @@ public:
     /// The register's side of the line.
     emulator::Protocol& protocol() { return *m_protocol; }
 
+    /// The host's program is started anew: a driver that knows nothing yet, and a port that is closed.
+    void restartHost();
+
     /// Sees the calls of the driver from outside; none at first.
     CallWatch watch;
     emulator::VirtualClock clock;
     emulator::Register device{clock};
 
 private:
+    void buildDriver();
+    /// The register is as it was kept in a folder; what it had to say is lost.
+    void cutPower();
+
+    const Protocol m_language;
+    std::optional<QTemporaryDir> m_folder;
     emulator::Outbox m_outbox{clock};
     std::unique_ptr<emulator::Protocol> m_protocol;
 
@@ -37,7 +49,7 @@ public:
 
 private:
     SerialDriverWrapper m_transport{&line};
-    FrSpfSettings m_settings;
+    std::optional<FrSpfSettings> m_settings;
     HostTime m_time{clock};
     std::unique_ptr<AbstractFrDriver> m_driver;
 };

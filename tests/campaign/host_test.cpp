@@ -4,6 +4,7 @@
 #include "exceptions.h"
 #include "goods.h"
 #include "host.h"
+#include "sqlitestore.h"
 #include "violation.h"
 
 #include <gtest/gtest.h>
@@ -41,7 +42,8 @@ TEST_P(WatchedCall, IsCheckedForRepetitionsAndWaits)
     const CallRow& row = GetParam();
     Rig rig(row.protocol);
     Report report;
-    Host host(rig, row.protocol, report);
+    sale::SqliteStore journal(QStringLiteral(":memory:"));
+    Host host(rig, journal, report, {row.protocol});
     const auto work = [&] {
         rig.watch(row.call, [&] {
             for (const QByteArray& request : row.requests)
