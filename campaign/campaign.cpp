@@ -246,6 +246,7 @@ bool Campaign::mayBeAltered(const SaleResult& result) const
 
 bool Campaign::mayBeTakenForOurs(const SaleResult& result) const
 {
-    return m_plan.neighbour == Neighbour::Unexpected && result.hasCloseFailed
+    // Also one that never came to its close: what was begun is judged by the register alone.
+    return m_plan.neighbour == Neighbour::Unexpected && result.hasFailed()
         && result.deeds.contains(FaultKind::NeighbourSellsTheSame);
 }

@@ -136,7 +136,7 @@ void FaultyLine::send(const QByteArray& request)
     static Random planned(0, 0);
     Random& random = m_random == nullptr ? planned : *m_random;
     if (isNeighbour(m_fault)) {
-        actAsNeighbour(m_fault, m_device, random.between(1, 100'000));
+        letNeighbourAct(m_fault, random.between(1, 100'000));
         return m_protocol.receive(request);
     }
     switch (m_fault) {
@@ -197,6 +197,14 @@ QByteArray FaultyLine::damagedRequest(QByteArray request) const
     else
         request[position] = static_cast<char>(request.at(position) ^ m_random->between(1, 255));
     return request;
+}
+
+bool FaultyLine::letNeighbourAct(FaultKind deed, emulator::Money price)
+{
+    if (!actAsNeighbour(deed, m_device, price, m_ours))
+        return false;
+    traceEvent(faultInfo(deed).text);
+    return true;
 }
 
 void FaultyLine::documentStored()

@@ -3,6 +3,7 @@
 #include "abstractserialdevice.h"
 #include "fault.h"
 #include "line/protocol.h"
+#include "movement.h"
 #include "register/virtualclock.h"
 
 #include <QMap>
@@ -26,6 +27,10 @@ public:
 
     /// From now on, that many requests of a thousand fail.
     void setFaults(Random* random, int permille);
+    /// Lets another program act on the register; false when that cannot do it now.
+    bool letNeighbourAct(FaultKind deed, emulator::Money price);
+    /// What a neighbour sells that sells the same.
+    void setOurSale(const sale::Movement& ours) { m_ours = ours; }
     void setHazards(const Hazards& hazards) { m_hazards = hazards; }
     /// Comes before each request, whether it reaches the register or not.
     void setVisitor(std::function<void()> visitor) { m_visitor = std::move(visitor); }
@@ -95,6 +100,7 @@ private:
     emulator::Protocol& m_protocol;
     Random* m_random = nullptr;
     int m_permille = 0;
+    sale::Movement m_ours;
     Hazards m_hazards;
     std::function<void()> m_visitor;
     std::function<void()> m_powerCut;

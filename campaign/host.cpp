@@ -28,7 +28,7 @@ constexpr int patience = 3;
 constexpr int journalKills = 2;
 // Of a thousand exchanges. Behind a failed close a neighbour is what a verdict has to cope with.
 constexpr int usualDeeds = 3;
-constexpr int deedsBehindClose = 60;
+constexpr int deedsBehindClose = 25;
 // HEX: three reads, each bound by the ACK budget and the silence around it. XML: a silence, and a second one
 // behind a piece of an answer.
 constexpr qint64 hexBudget = 3LL * (50 * 2000 + 2 * 2000);
@@ -78,10 +78,8 @@ void Host::letNeighbourAct()
         || !m_faults->chance(m_closeFailed ? deedsBehindClose : usualDeeds))
         return;
     const FaultKind deed = drawDeed(*m_faults);
-    if (actAsNeighbour(deed, m_rig.device, m_faults->between(1, 100'000), m_ours)) {
+    if (m_rig.line.letNeighbourAct(deed, m_faults->between(1, 100'000)))
         m_deeds.append(deed);
-        m_rig.line.traceEvent(faultInfo(deed).text);
-    }
 }
 
 void Host::call(const char* name, const std::function<void()>& work)
@@ -172,7 +170,7 @@ SaleResult Host::sell(const QString& id, const receipt::Receipt& receipt, Random
     m_closeFailed = false;
     m_fatal = std::nullopt;
     m_deeds = {};
-    m_ours = sale::movementOf(receipt);
+    m_rig.line.setOurSale(sale::movementOf(receipt));
     setFaults(faults, &Rates::usual);
     SaleResult result;
     result.failure = attempt(id, receipt);

@@ -2,7 +2,6 @@
 
 #include "issueoptions.h"
 #include "mortalstore.h"
-#include "movement.h"
 #include "neighbour.h"
 #include "registerline.h"
 #include "report.h"
@@ -77,7 +76,6 @@ private:
     /// Behind a sale that went well.
     std::optional<sale::DriveMark> m_known;
     bool m_needsReview = false;
-    sale::Movement m_ours;
     bool m_closeFailed = false;
     /// Those of the sale up to its failure.
     std::optional<QList<FaultKind>> m_fatal;
