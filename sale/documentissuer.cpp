@@ -5,6 +5,7 @@
 #include "documentstart.h"
 #include "identifiedsale.h"
 #include "review.h"
+#include "shiftopening.h"
 #include "witness.h"
 
 namespace sale {
@@ -14,9 +15,7 @@ namespace {
 void prepare(AbstractFrDriver& driver, Witness& witness, const Movement& ours, const DocumentOptions& options)
 {
     startDocument(driver, options.cashier);
-    if (isCash(ours.kind))
-        driver.openShift();
-    witness.note();
+    witness.note([&] { return openShiftAhead(driver, options); });
     if (options.sale == nullptr)
         return;
     if (options.line.isExclusive)

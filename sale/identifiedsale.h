@@ -24,6 +24,7 @@ public:
     IdentifiedSale(DocumentStore& store, const QString& id, const QByteArray& receipt);
 
     const QString& id() const { return m_request.id; }
+    const QString& registerName() const { return m_request.registerName; }
     DocumentStore& store() const { return m_store; }
     /// What the journal knows of it; nothing for one that is new.
     std::optional<StoredDocument> record() const { return m_store.findId(id()); }

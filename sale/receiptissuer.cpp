@@ -8,6 +8,7 @@
 #include "journalerror.h"
 #include "markasking.h"
 #include "review.h"
+#include "shiftopening.h"
 #include "soldmarks.h"
 #include "witness.h"
 
@@ -135,7 +136,10 @@ private:
         startDocument(m_driver, cashier);
         m_receipt.document.setCashierName(cashier.name);
         completeTaxSystem(m_driver, m_receipt);
-        m_witness.note(m_options.known);
+        const auto openShift = [&] {
+            return openShiftAhead(m_driver, {m_options.line, cashier, m_options.sale});
+        };
+        m_witness.note(openShift, m_options.known);
         if (m_options.sale != nullptr && m_options.line.isExclusive)
             m_witness.learn(requireKnown(m_driver, m_options.sale->store(), m_witness.before()));
         m_result.before = m_witness.before();

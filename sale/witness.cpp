@@ -3,6 +3,7 @@
 #include "exceptions.h"
 #include "marknoting.h"
 #include "settlement.h"
+#include "shiftopening.h"
 #include "verdicttable.h"
 
 #include "abstractfrdriver.h"
@@ -27,25 +28,20 @@ Witness::Witness(AbstractFrDriver& driver, const RegisterLine& line, const Movem
 {
 }
 
-void Witness::note(const std::optional<KnownMark>& known)
+void Witness::note(const ShiftOpener& openShift, const std::optional<KnownMark>& known)
 {
+    Verdict opening;
+    // Of a receipt over XML the mark tells whether that is needed.
+    const bool isAskedFirst = isReceipt(m_ours.kind) ? m_line.isChecked() : isCash(m_ours.kind);
+    if (isAskedFirst && !isShiftOpen(m_driver, m_line))
+        opening = openShift();
     m_connection = m_line.connectionNow();
-    // Over XML the mark tells first whether that is needed.
-    if (isReceipt(m_ours.kind) && m_line.isChecked())
-        m_driver.openShift();
+    if (const auto mark = confirmed(known)) {
+        m_before = *mark;
+        return;
+    }
+    noteAnew(openShift, opening);
     const bool isUsable = known && m_line.isExclusive;
-    // Over XML the answer names the drive; over HEX only the connection says that it is the same.
-    if (isUsable && (known->isOfThisConnection || !m_line.isChecked())) {
-        if (const auto confirmed = confirmMark(m_driver, m_line, m_ours.kind, known->mark)) {
-            m_before = *confirmed;
-            return;
-        }
-    }
-    m_before = noteMark(m_driver, m_line, m_ours.kind);
-    if (isReceipt(m_ours.kind) && m_before.isShiftOpen == false) {
-        m_driver.openShift();
-        m_before = noteMark(m_driver, m_line, m_ours.kind);
-    }
     if (isUsable && m_before.lastDocument == 0 && m_before.nextReceipt
         && fits(m_before, known->mark, m_ours.kind)) {
         m_before.lastDocument = known->mark.lastDocument;
@@ -53,9 +49,32 @@ void Witness::note(const std::optional<KnownMark>& known)
     }
 }
 
+std::optional<DriveMark> Witness::confirmed(const std::optional<KnownMark>& known)
+{
+    // Over XML the answer names the drive; over HEX only the connection says that it is the same.
+    const bool isUsable = known && m_line.isExclusive && (known->isOfThisConnection || !m_line.isChecked());
+    return isUsable ? confirmMark(m_driver, m_line, m_ours.kind, known->mark) : std::nullopt;
+}
+
+void Witness::noteAnew(const ShiftOpener& openShift, Verdict opening)
+{
+    m_before = noteMark(m_driver, m_line, m_ours.kind);
+    if (isReceipt(m_ours.kind) && m_before.isShiftOpen == false) {
+        opening = openShift();
+        m_connection = m_line.connectionNow();
+        m_before = noteMark(m_driver, m_line, m_ours.kind);
+    }
+    // The opening of a moment ago is the drive's last document.
+    if (m_line.isExclusive && m_before.lastDocument == 0 && opening.number != 0) {
+        m_before.lastDocument = opening.number;
+        m_before.isNumberRead = false;
+    }
+}
+
 Verdict Witness::issued() const
 {
     Verdict verdict = Outcome::Issued;
+    // The drive does not number cash.
     if (m_before.lastDocument != 0 && !isCash(m_ours.kind)) {
         verdict.number = m_before.lastDocument + 1;
         verdict.isNumberRead = false;

@@ -6,6 +6,7 @@
 #include "registerline.h"
 #include "verdict.h"
 
+#include <functional>
 #include <optional>
 
 class AbstractFrDriver;
@@ -19,10 +20,13 @@ class Witness
 public:
     Witness(AbstractFrDriver& driver, const RegisterLine& line, const Movement& ours);
 
-    /// Before the document. For a receipt the shift is opened if need be; other documents find it as it has
-    /// to be. A mark that is known saves questions on an exclusive register: it is taken when the register's
-    /// own answers fit it. Throws the driver's exceptions.
-    void note(const std::optional<KnownMark>& known = {});
+    /// Opens the shift; the verdict has the number of that document where it is known.
+    using ShiftOpener = std::function<Verdict()>;
+
+    /// Before the document. For receipts and cash the shift is opened if need be; other documents find it as
+    /// it has to be. A mark that is known saves questions on an exclusive register: it is taken when the
+    /// register's own answers fit it. Throws the driver's exceptions.
+    void note(const ShiftOpener& openShift, const std::optional<KnownMark>& known = {});
     const DriveMark& before() const { return m_before; }
     /// The mark with more than it told by itself.
     void learn(const DriveMark& before) { m_before = before; }
@@ -39,6 +43,9 @@ public:
 
 private:
     bool isOursAlone() const;
+    /// The known mark, when the register's answers fit it.
+    std::optional<DriveMark> confirmed(const std::optional<KnownMark>& known);
+    void noteAnew(const ShiftOpener& openShift, Verdict opening);
 
     AbstractFrDriver& m_driver;
     const RegisterLine& m_line;

@@ -67,7 +67,7 @@ qsizetype salesIn(const Emulator& one)
 
 TEST_P(MachineJournal, HasEachDocumentAndShowsIt)
 {
-    onRegister("open-shift");
+    // The opening of the shift is a document, too.
     onRegister("cash-in 100");
     onRegister("--id till-1:42 sell " + sale);
     onRegister("cash-out 5000", 4);

@@ -23,7 +23,17 @@ public:
 
     void connect() override { note("connect"); }
     void init() override { note("init"); }
-    void openShift() override { note("openShift"); }
+    void openShift() override
+    {
+        shiftOpen = opensUnheard;
+        note("openShift");
+        shiftOpen = true;
+    }
+    bool isShiftOpen() override
+    {
+        note("shift");
+        return shiftOpen;
+    }
     FnInfo getFnInfo() override
     {
         // Behind the registers it belongs to the questions before it.
@@ -33,7 +43,7 @@ public:
         FnInfo info;
         info.fnStatus.fnNumber = drive;
         info.fnStatus.lastFdNumber = m_number;
-        info.fnStatus.isShiftOpen = true;
+        info.fnStatus.isShiftOpen = shiftOpen;
         return info;
     }
     KkmRegisterBeg getKkmRegisterBeg() override
@@ -130,6 +140,9 @@ public:
     int taxSystem = 0;
     QString cashier;
     QList<hw::fr::common::TaxSystemType> registered{hw::fr::common::TaxSystemGeneral};
+    bool shiftOpen = true;
+    /// Opens the shift also when that fails.
+    bool opensUnheard = false;
     QString drive = QStringLiteral("9999");
     /// Of the drive's last document, from question to question. Each has moved the sums by the payments.
     QList<quint32> numbers{7};

@@ -1,0 +1,46 @@
+#include "shiftopening.h"
+
+#include "abstractfrdriver.h"
+#include "documentid.h"
+#include "documentissuer.h"
+#include "identifiedsale.h"
+
+#include <QJsonDocument>
+
+namespace sale {
+
+namespace {
+
+DocumentRequest openingFor(const IdentifiedSale& document)
+{
+    const QString kind = documentKindName(DocumentKind::ShiftOpening);
+    const QJsonObject body{{QStringLiteral("type"), kind}, {QStringLiteral("for"), document.id()}};
+    return {
+        newDocumentId(), kind, QJsonDocument(body).toJson(QJsonDocument::Compact), document.registerName()};
+}
+
+} // namespace
+
+bool isShiftOpen(AbstractFrDriver& driver, const RegisterLine& line)
+{
+    return line.isChecked() ? driver.isShiftOpen() : driver.getFnInfo().fnStatus.isShiftOpen;
+}
+
+Verdict openShiftAhead(AbstractFrDriver& driver, const DocumentOptions& options)
+{
+    if (options.sale == nullptr) {
+        driver.openShift();
+        return Outcome::Issued;
+    }
+    IdentifiedSale opening(options.sale->store(), openingFor(*options.sale));
+    DocumentSteps steps;
+    steps.close = [&driver] { driver.openShift(); };
+    const DocumentResult result = issueDocument(
+        driver, {DocumentKind::ShiftOpening}, steps, {options.line, options.cashier, &opening});
+    const bool isOpen = result.verdict.outcome == Outcome::Issued;
+    if (result.failure && (!isOpen || !result.failure->isOfDriver))
+        std::rethrow_exception(result.failure->exception);
+    return result.verdict;
+}
+
+} // namespace sale

@@ -1,0 +1,183 @@
+// A receipt that fails, and what the journal has of it.
+
+#include "idconflict.h"
+#include "identifiedsale.h"
+#include "issuefixture.h"
+#include "review.h"
+#include "sqlitestore.h"
+
+namespace {
+
+TEST_F(Issue, FailureDecidesWhatBecomesOfTheDocument)
+{
+    struct Row
+    {
+        const char* failing;
+        bool interrupt;
+        std::string calls;
+        Verdict verdict;
+        /// In the journal, Running for a sale that the next run settles; nothing when it was not begun.
+        std::optional<DocumentState> stored;
+        QList<quint32> numbers = {7};
+    };
+    constexpr Outcome none = Outcome::None;
+    constexpr DocumentState undone = DocumentState::NotIssued;
+    constexpr DocumentState open = DocumentState::Running;
+    constexpr DocumentState issued = DocumentState::Issued;
+    const std::string begun = noting + " mark open requisite print position barcode total";
+    const Row rows[] = {
+        {"shift", false, "shift", none, {}},
+        {"sums", false, noting, none, {}},
+        {"mark", false, noting + " mark clear", none, {}},
+        {"mark", true, noting + " mark clear", none, {}},
+        {"open cancel", false, noting + " mark open cancel clear", none, undone},
+        {"total", false, begun + " cancel clear", Outcome::Cancelled, undone},
+        {"total cancel", false, begun + " cancel", Outcome::NotCancelled, open},
+        {"open", true, noting + " mark open cancel clear", Outcome::Cancelled, undone},
+        {"total", true, begun + " cancel clear", Outcome::Cancelled, undone},
+        {"total cancel", true, begun + " cancel", Outcome::NotCancelled, open},
+        {"close", false, filled + " close connect " + asked, {Outcome::Issued, 8}, issued, {7, 8}},
+        {"close", false, filled + " close connect " + asked, Outcome::Unknown, DocumentState::Unknown,
+            {7, 9}},
+        {"close", false, filled + " close connect " + asked + " init " + asked + " clear", Outcome::NotIssued,
+            undone},
+        {"close", false, filled + " close connect " + asked + " init " + asked, {Outcome::Issued, 8}, issued,
+            {7, 7, 8}},
+        {"close init", false, filled + " close connect " + asked + " init", Outcome::Unknown, open},
+        {"close connect", false, filled + " close connect", Outcome::Unknown, open},
+        {"close", true, filled + " close", Outcome::Unknown, open},
+        {"wait", false, filled + " close wait", Outcome::Issued, issued},
+        {"wait", true, filled + " close wait", Outcome::Issued, issued},
+    };
+    for (const Row& row : rows) {
+        SqliteStore journal(QStringLiteral(":memory:"));
+        // Else the register would be asked for documents that the journal does not know.
+        acceptUnknown(journal, {}, {.drive = driver.drive, .shift = 3, .nextReceipt = 7}, "anna", {});
+        IdentifiedSale identified(journal, QStringLiteral("A"), "{}");
+        driver.calls.clear();
+        driver.failing = row.failing;
+        driver.interrupt = row.interrupt;
+        driver.numbers = row.numbers;
+        const IssueResult result = issueReceipt(driver, receipt, {hexLine, &identified});
+        EXPECT_EQ(driver.calls, row.calls) << row.failing;
+        EXPECT_EQ(result.verdict, row.verdict) << row.calls;
+        const std::optional<StoredDocument> record = identified.record();
+        EXPECT_EQ(record ? std::optional(record->state) : std::nullopt, row.stored) << row.calls;
+        EXPECT_EQ(result.isFinal, row.stored != open) << row.calls;
+        ASSERT_TRUE(result.failure) << row.calls;
+        if (record) {
+            EXPECT_EQ(record->attempts.constLast().note.failure.value("text"), result.failure->text);
+        }
+        EXPECT_EQ(result.failure->isOfDriver, !row.interrupt);
+        if (row.interrupt)
+            EXPECT_THROW(std::rethrow_exception(result.failure->exception), Interruption);
+        else
+            EXPECT_EQ(result.failure->exceptionName + result.failure->text,
+                QStringLiteral("FrPaperExceptionНет бумаги"));
+    }
+}
+
+TEST_F(Issue, ClosedShiftIsOpenedByADocumentOfItsOwn)
+{
+    const struct
+    {
+        const char* failing;
+        bool interrupt;
+        bool opensUnheard;
+        QList<quint32> numbers;
+        std::string calls;
+        DocumentState opening;
+        bool isSold;
+    } rows[] = {
+        {"", false, false, {1, 2}, "", DocumentState::Issued, true},
+        {"openShift", false, true, {1, 2}, " connect ask", DocumentState::Issued, true},
+        {"openShift", false, false, {1}, " connect ask init ask", DocumentState::NotIssued, false},
+        {"openShift", true, true, {1}, "", DocumentState::Running, false},
+    };
+    for (const auto& row : rows) {
+        SqliteStore journal(QStringLiteral(":memory:"));
+        IdentifiedSale identified(journal, {"A", "sell", "{}", "till1"});
+        RecordingDriver closed(&settings);
+        closed.shiftOpen = false;
+        closed.failing = row.failing;
+        closed.interrupt = row.interrupt;
+        closed.opensUnheard = row.opensUnheard;
+        closed.numbers = row.numbers;
+        const IssueResult result = issueReceipt(closed, receipt, {hexLine, &identified});
+        const std::string opened = "shift ask openShift" + row.calls;
+        EXPECT_EQ(closed.calls.substr(0, closed.calls.find(" registers")), opened);
+        EXPECT_EQ(result.verdict, row.isSold ? countedOn(3) : Verdict(Outcome::None)) << opened;
+        EXPECT_EQ(identified.record().has_value(), row.isSold);
+        const StoredDocument opening = journal.find({.registerName = "till1"}).constFirst();
+        EXPECT_EQ(opening.request.kind, QStringLiteral("openShift"));
+        EXPECT_EQ(opening.state, row.opening) << opened;
+        EXPECT_EQ(opening.documentNumber, row.opening == DocumentState::Issued ? 2 : 0);
+    }
+}
+
+TEST_F(Issue, RefusesToOpenWhatNobodyCouldJudgeAfterwards)
+{
+    const struct
+    {
+        RegisterLine line;
+        const char* drive;
+        std::string calls;
+    } rows[] = {{hexLine, "", noting}, {receipt::Protocol::Xml, "99", "ask sums ask sums"}};
+    driver.numbers = {0};
+    for (const auto& row : rows) {
+        driver.calls.clear();
+        driver.drive = QString::fromLatin1(row.drive);
+        const IssueResult result = issueReceipt(driver, receipt, {row.line});
+        EXPECT_EQ(driver.calls, row.calls);
+        EXPECT_EQ(result.verdict, Outcome::None);
+        ASSERT_TRUE(result.failure);
+    }
+}
+
+TEST_F(Issue, WhatTheJournalKnowsIsAnsweredWithoutTheRegister)
+{
+    SqliteStore journal(QStringLiteral(":memory:"));
+    const DriveMark before{driver.drive, 7};
+    const struct
+    {
+        std::optional<Verdict> settled;
+        Verdict told;
+        bool isFinal;
+    } rows[] = {
+        {Verdict(Outcome::Issued, 8), Verdict(Outcome::Issued, 8), true},
+        {Verdict(Outcome::Unknown), Outcome::Unknown, true},
+        // Begun, by another program or by one that ended.
+        {std::nullopt, Outcome::Unknown, false},
+    };
+    int number = 0;
+    for (const auto& row : rows) {
+        // No JSON, and still another receipt under the same id is noticed.
+        const QString id = QString::number(++number);
+        IdentifiedSale identified(journal, id, "milk 10.00");
+        identified.begin(before);
+        if (row.settled)
+            identified.settle(*row.settled);
+        const IssueResult result = issueReceipt(driver, receipt, {hexLine, &identified});
+        EXPECT_EQ(driver.calls, "");
+        EXPECT_EQ(result.verdict, row.told);
+        EXPECT_EQ(result.isFinal, row.isFinal);
+        EXPECT_TRUE(result.isRepeated);
+        EXPECT_EQ(result.before, before);
+        EXPECT_THROW(IdentifiedSale(journal, id, "bread 10.00"), IdConflict);
+    }
+}
+
+TEST_F(Issue, JournalThatFailsIsTold)
+{
+    SqliteStore journal(QStringLiteral(":memory:"));
+    IdentifiedSale identified(journal, QStringLiteral("A"), "{}");
+    // Another program begins the same sale in the meantime.
+    driver.onMark = [&] { identified.begin({driver.drive, 7}); };
+    const IssueResult result = issueReceipt(driver, receipt, {receipt::Protocol::Hex, &identified});
+    EXPECT_EQ(driver.calls, noting + " mark clear");
+    EXPECT_EQ(result.verdict, Outcome::None);
+    ASSERT_TRUE(result.failure);
+    EXPECT_EQ(result.failure->exceptionName, QStringLiteral("JournalError"));
+}
+
+} // namespace
