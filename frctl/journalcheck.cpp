@@ -24,9 +24,9 @@ PaymentSums journalSums(const sale::DocumentStore& store, const QString& drive, 
         store.find({.drive = drive, .order = sale::DocumentQuery::LastBegun})) {
         if (document.state != sale::DocumentState::Issued)
             continue;
-        if (document.request.kind == QStringLiteral("zReport"))
-            break;
         const auto movement = sale::Movement::fromJson(document.attempts.constLast().start.movement);
+        if (movement.kind == DocumentKind::ShiftClosing)
+            break;
         if (movement.kind != kind)
             continue;
         for (auto payment = movement.payments.cbegin(); payment != movement.payments.cend(); ++payment)

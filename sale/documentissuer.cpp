@@ -18,7 +18,8 @@ void prepare(AbstractFrDriver& driver, Witness& witness, const Movement& ours, c
     witness.note([&] { return openShiftAhead(driver, options); });
     if (options.sale == nullptr)
         return;
-    if (options.line.isExclusive)
+    // The mark of cash tells nothing that the next sale is compared with.
+    if (options.line.isExclusive && !isCash(ours.kind))
         witness.learn(requireKnown(driver, options.sale->store(), witness.before()));
     options.sale->begin(witness.before(), {}, ours);
 }

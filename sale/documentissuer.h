@@ -14,13 +14,16 @@ namespace sale {
 /// register's counters tell what has become of it, never the text; settle and issued of the steps are filled
 /// in here. Where the driver may have sent the request more than once (all of this over XML), the document is
 /// counted after a success, too. The document is written into the journal on its way, unless there is none;
-/// on an exclusive register documents that the journal does not know are a failure then, see requireKnown.
+/// on an exclusive register documents that the journal does not know are a failure then, but for cash, which
+/// the drive does not number, see requireKnown.
 /// Throws nothing: a failure is in the result.
 DocumentResult issueDocument(AbstractFrDriver& driver, const Movement& ours, const DocumentSteps& steps,
     const DocumentOptions& options);
 
-/// The same for a document that leaves no trace in the register, such as an X report or a text: nothing is
-/// asked, and what was broken off is unknown. Without a cashier in the options it has none.
+/// The same for a document that leaves no trace in the register: an X report, a text, a copy. The fiscal
+/// drive does not number them, no sum and no count moves, and the shift stays as it is, so a mark before and
+/// one after would be the same whether it was printed or not. Nothing is asked, and what was broken off is
+/// unknown. Without a cashier in the options it has none.
 DocumentResult issueTraceless(
     AbstractFrDriver& driver, const DocumentSteps& steps, const DocumentOptions& options);
 

@@ -3,6 +3,7 @@
 #include "abstractfrdriver.h"
 #include "documentid.h"
 #include "documentstore.h"
+#include "movement.h"
 #include "reviewneeded.h"
 
 #include <algorithm>
@@ -18,54 +19,83 @@ constexpr quint32 registrationNumber = 1;
 struct Known
 {
     DriveMark mark;
-    /// Behind a Z report the next document is the opening of a shift, or a report: no sale is lost with it.
-    bool isShiftClosed = false;
+    /// Numbers that may have come behind it without a sale that the journal does not know.
+    quint32 harmless = 0;
 };
 
-/// Nothing where the journal cannot tell: behind a document that is unknown, or of which a person has spoken.
-std::optional<DriveMark> markBehind(const StoredDocument& document)
+bool hasReceipts(const DriveMark& mark)
 {
-    const StoredAttempt& attempt = document.attempts.constLast();
-    if (!attempt.note.markAfter.isEmpty())
-        return DriveMark::fromJson(attempt.note.markAfter);
-    const bool isIssued = document.state == DocumentState::Issued;
-    if ((!isIssued && document.state != DocumentState::NotIssued) || !document.resolvedBy.isEmpty())
-        return std::nullopt;
-    DriveMark mark = DriveMark::fromJson(attempt.start.markBefore);
-    // Which receipt comes next cannot be told any more.
-    mark.nextReceipt = {};
-    if (isIssued && mark.lastDocument != 0)
-        mark.lastDocument += static_cast<quint32>(document.times);
-    if (isIssued)
-        mark.lastDocument = std::max(mark.lastDocument, document.documentNumber);
-    return mark;
+    return mark.shift && mark.nextReceipt;
 }
 
-std::optional<StoredDocument> lastOn(const DocumentStore& store, DocumentQuery query)
+DocumentKind kindOf(const StoredAttempt& attempt)
 {
-    query.order = DocumentQuery::LastBegun;
-    query.limit = 1;
-    const QList<StoredDocument> found = store.find(query);
-    return found.isEmpty() ? std::nullopt : std::optional(found.constFirst());
+    return Movement::fromJson(attempt.start.movement).kind;
+}
+
+bool isSettled(const StoredDocument& document)
+{
+    const bool isJudged
+        = document.state == DocumentState::Issued || document.state == DocumentState::NotIssued;
+    return isJudged && document.resolvedBy.isEmpty();
+}
+
+/// Where the mark behind the document was not noted: by the mark before it.
+Known countedBehind(const StoredDocument& document, const StoredAttempt& attempt)
+{
+    Known known{DriveMark::fromJson(attempt.start.markBefore)};
+    DriveMark& mark = known.mark;
+    const bool isNumbered = !isCash(kindOf(attempt));
+    if (!isSettled(document)) {
+        // It has been issued, or it has not.
+        known.harmless = isNumbered ? 1 : 0;
+        if (isNumbered && mark.nextReceipt)
+            ++*mark.nextReceipt;
+    } else {
+        // Which receipt comes next cannot be told any more.
+        mark.nextReceipt = {};
+        if (document.state == DocumentState::Issued && isNumbered && mark.lastDocument != 0)
+            mark.lastDocument += static_cast<quint32>(document.times);
+    }
+    mark.lastDocument = std::max(mark.lastDocument, document.documentNumber);
+    return known;
+}
+
+Known knownBehind(const StoredDocument& document)
+{
+    const StoredAttempt& attempt = document.attempts.constLast();
+    Known known = attempt.note.markAfter.isEmpty() ? countedBehind(document, attempt)
+                                                   : Known{DriveMark::fromJson(attempt.note.markAfter)};
+    // Behind a Z report the next document is the opening of a shift, or a report: no sale is lost with it.
+    if (kindOf(attempt) == DocumentKind::ShiftClosing)
+        ++known.harmless;
+    return known;
 }
 
 /// Nothing where the journal cannot tell, as of a drive of a former journal, which did not have all
 /// documents.
 std::optional<Known> knownOn(const DocumentStore& store, const QString& drive)
 {
-    if (const std::optional<StoredDocument> last = lastOn(store, {.drive = drive})) {
-        const std::optional<DriveMark> mark = markBehind(*last);
-        return mark ? std::optional(Known{*mark, last->request.kind == QStringLiteral("zReport")})
-                    : std::nullopt;
+    constexpr int farthest = 200;
+    const QList<StoredDocument> documents = store.find(
+        {.drive = drive, .limit = farthest, .order = DocumentQuery::LastBegun, .withAttempts = false});
+    bool areReceiptsCounted = true;
+    for (const StoredDocument& listed : documents) {
+        const StoredDocument document = store.findId(listed.request.id).value();
+        Known known = knownBehind(document);
+        if (!areReceiptsCounted)
+            known.mark.nextReceipt = {};
+        if (known.mark.lastDocument != 0 || hasReceipts(known.mark))
+            return known;
+        // Neither cash nor what was not issued has moved the number that one before them tells.
+        const bool isOfCash = isCash(kindOf(document.attempts.constLast()));
+        if (!isOfCash && document.state != DocumentState::NotIssued)
+            return std::nullopt;
+        areReceiptsCounted = areReceiptsCounted && isOfCash;
     }
-    if (!store.find({.drive = drive, .limit = 1}).isEmpty())
+    if (!documents.isEmpty() || !store.find({.drive = drive, .limit = 1}).isEmpty())
         return std::nullopt;
-    return Known{{.drive = drive, .lastDocument = registrationNumber}, true};
-}
-
-bool hasReceipts(const DriveMark& mark)
-{
-    return mark.shift && mark.nextReceipt;
+    return Known{{.drive = drive, .lastDocument = registrationNumber}, 1};
 }
 
 /// The register has made no receipt since: then the drive has made no document in the shift either. Cash is
@@ -96,8 +126,7 @@ bool areReceiptsLater(const DriveMark& now, const DriveMark& known)
 
 bool isNumberLater(const DriveMark& now, const Known& known)
 {
-    const quint32 harmless = known.isShiftClosed ? 1 : 0;
-    return known.mark.lastDocument != 0 && now.lastDocument > known.mark.lastDocument + harmless;
+    return known.mark.lastDocument != 0 && now.lastDocument > known.mark.lastDocument + known.harmless;
 }
 
 QString textOf(const DriveMark& now, const Known& known)
@@ -120,8 +149,9 @@ std::optional<DriveMark> lastKnownMark(const DocumentStore& store, const QString
     for (const StoredDocument& document :
         store.find({.registerName = registerName, .limit = fewest, .order = DocumentQuery::LastBegun})) {
         if (!document.drive.isEmpty())
-            return document.attempts.constLast().note.markAfter.isEmpty() ? std::nullopt
-                                                                          : markBehind(document);
+            return document.attempts.constLast().note.markAfter.isEmpty()
+                ? std::nullopt
+                : std::optional(knownBehind(document).mark);
     }
     return std::nullopt;
 }

@@ -115,41 +115,53 @@ TEST_F(Journal, DocumentsThatItDoesNotKnowAreForAPerson)
     {
         const char* name;
         /// The document before, if any, and what is known behind it.
-        const char* kind;
+        std::optional<DocumentKind> kind;
         Verdict verdict;
         std::optional<DriveMark> after;
         DriveMark now;
         bool isReview;
         bool isAsked = false;
+        /// Behind that document, which does not hide it.
+        bool hasCash = false;
         /// Counted on for the mark before the next document.
         quint32 number = 0;
     };
+    using enum DocumentKind;
     const Row rows[] = {
-        {"new journal, new register", "", {}, {}, behind(2), false},
-        {"new journal", "", {}, {}, behind(3), true},
-        {"new journal over HEX", "", {}, {}, behind(0, 2), true, true},
-        {"nothing else happened", "sell", {Outcome::Issued, 8}, {}, behind(8), false},
-        {"one more", "sell", {Outcome::Issued, 8}, {}, behind(9), true},
-        {"not issued", "sell", Outcome::NotIssued, {}, behind(8), true},
-        {"issued twice", "cashIn", {Outcome::Issued, 9}, {}, behind(9), false},
-        {"nobody knows", "sell", Outcome::Unknown, {}, behind(9), false},
-        {"a shift was opened", "zReport", {Outcome::Issued, 8}, {}, behind(9), false},
-        {"and something was sold", "zReport", {Outcome::Issued, 8}, {}, behind(10), true},
-        {"receipts alone are told", "sell", {Outcome::Issued, 0}, behind(0, 5), behind(0, 5), false},
-        {"one more receipt", "sell", {Outcome::Issued, 0}, behind(0, 5), behind(0, 6), true},
-        {"no receipt since", "sell", {Outcome::Issued, 8}, behind(8, 5), behind(0, 5), false, false, 8},
-        {"no receipt of cash", "sell", {Outcome::Issued, 8}, cash(8, 70, 5), cash(0, 70), false, false, 8},
-        {"other cash", "sell", {Outcome::Issued, 8}, cash(8, 70, 5), cash(0, 90), false},
-        {"another drive", "sell", {Outcome::Issued, 8}, {}, {"1111", 2}, false},
+        {"new journal, new register", {}, {}, {}, behind(2), false},
+        {"new journal", {}, {}, {}, behind(3), true},
+        {"new journal over HEX", {}, {}, {}, behind(0, 2), true, true},
+        {"nothing else happened", Sale, {Outcome::Issued, 8}, {}, behind(8), false},
+        {"one more", Sale, {Outcome::Issued, 8}, {}, behind(9), true},
+        {"not issued", Sale, Outcome::NotIssued, {}, behind(8), true},
+        {"issued twice", Report, {Outcome::Issued, 9}, {}, behind(9), false},
+        {"nobody knows", Sale, Outcome::Unknown, {}, behind(8), false},
+        {"nobody knows, and one more", Sale, Outcome::Unknown, {}, behind(9), true},
+        {"cash", Sale, {Outcome::Issued, 8}, {}, behind(8), false, false, true},
+        {"one more before cash", Sale, {Outcome::Issued, 8}, {}, behind(9), true, false, true},
+        {"a shift was opened", ShiftClosing, {Outcome::Issued, 8}, {}, behind(9), false},
+        {"and something was sold", ShiftClosing, {Outcome::Issued, 8}, {}, behind(10), true},
+        {"receipts alone are told", Sale, {Outcome::Issued, 0}, behind(0, 5), behind(0, 5), false},
+        {"one more receipt", Sale, {Outcome::Issued, 0}, behind(0, 5), behind(0, 6), true},
+        {"one more receipt before cash", Sale, {Outcome::Issued, 0}, behind(0, 5), behind(0, 6), true, false,
+            true},
+        {"no receipt since", Sale, {Outcome::Issued, 8}, behind(8, 5), behind(0, 5), false, false, false, 8},
+        {"another drive", Sale, {Outcome::Issued, 8}, {}, {"1111", 2}, false},
     };
     BasicFrSettings settings;
     for (const Row& row : rows) {
         SqliteStore store(QStringLiteral(":memory:"));
         RecordingDriver driver(&settings);
-        if (*row.kind != 0) {
-            IdentifiedSale sale(store, {"A", row.kind, "{}", "till1"});
-            sale.begin(noted);
+        if (row.kind) {
+            IdentifiedSale sale(store, {"A", documentKindName(*row.kind), "{}", "till1"});
+            sale.begin(noted, {}, {*row.kind});
             sale.settle(row.verdict, row.after);
+        }
+        if (row.hasCash) {
+            const DriveMark told{.drive = noted.drive, .drawer = 100};
+            IdentifiedSale cash(store, {"C", "cashIn", "{}", "till1"});
+            cash.begin(told, {}, {CashIn});
+            cash.settle(Outcome::Issued, told);
         }
         DriveMark mark;
         const auto isReview = [&] {
