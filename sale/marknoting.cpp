@@ -1,6 +1,7 @@
 #include "marknoting.h"
 
 #include "abstractfrdriver.h"
+#include "misreading.h"
 
 #include <utility>
 
@@ -184,8 +185,9 @@ std::optional<DriveMark> confirmMark(
         const bool isSame = reading.mark.nextReceipt && reading.mark.nextReceipt == earlier.nextReceipt;
         if (!mark.sums.contains(kind))
             mark.sums.insert(reading.mark.sums);
-        return isSame && mark.sums.value(kind) == reading.mark.sums.value(kind) ? std::optional(mark)
-                                                                                : std::nullopt;
+        return isSame && withoutZeros(mark.sums.value(kind)) == withoutZeros(reading.mark.sums.value(kind))
+            ? std::optional(mark)
+            : std::nullopt;
     }
     if (hasSums(kind) && !earlier.sums.contains(kind))
         return std::nullopt;

@@ -146,12 +146,21 @@ std::optional<DriveMark> lastKnownMark(const DocumentStore& store, const QString
 {
     // Texts and X reports leave no trace.
     constexpr int fewest = 20;
+    std::optional<qint64> drawer;
     for (const StoredDocument& document :
         store.find({.registerName = registerName, .limit = fewest, .order = DocumentQuery::LastBegun})) {
-        if (!document.drive.isEmpty())
-            return document.attempts.constLast().note.markAfter.isEmpty()
-                ? std::nullopt
-                : std::optional(knownBehind(document).mark);
+        if (document.drive.isEmpty())
+            continue;
+        const StoredAttempt& attempt = document.attempts.constLast();
+        if (attempt.note.markAfter.isEmpty())
+            return std::nullopt;
+        DriveMark mark = knownBehind(document).mark;
+        if (drawer)
+            mark.drawer = drawer;
+        if (!isCash(kindOf(attempt)))
+            return mark;
+        // It moved nothing but the drawer.
+        drawer = mark.drawer;
     }
     return std::nullopt;
 }

@@ -2,6 +2,7 @@
 
 #include "exceptions.h"
 #include "marknoting.h"
+#include "misreading.h"
 #include "settlement.h"
 #include "shiftopening.h"
 #include "verdicttable.h"
@@ -16,7 +17,8 @@ namespace {
 bool fits(const DriveMark& told, const DriveMark& known, DocumentKind kind)
 {
     return told.drive == known.drive && told.shift == known.shift && told.nextReceipt == known.nextReceipt
-        && told.drawer == known.drawer && told.sums.value(kind) == known.sums.value(kind);
+        && told.drawer == known.drawer
+        && withoutZeros(told.sums.value(kind)) == withoutZeros(known.sums.value(kind));
 }
 
 } // namespace
