@@ -98,24 +98,15 @@ std::optional<Known> knownOn(const DocumentStore& store, const QString& drive)
     return Known{{.drive = drive, .lastDocument = registrationNumber}, 1};
 }
 
-/// The register has made no receipt since: then the drive has made no document in the shift either. Cash is
-/// not asked for the next receipt.
-bool isUnmoved(const DriveMark& now, const DriveMark& known)
+/// Where the register has made no receipt since, the drive has made no document in the shift either.
+DriveMark withNumber(DriveMark now, const DriveMark& known)
 {
-    const bool isSameShift = now.shift && now.shift == known.shift;
-    const bool isSameDrawer = now.drawer == known.drawer;
-    return isSameShift && isSameDrawer
-        && (now.nextReceipt ? now.nextReceipt == known.nextReceipt : now.drawer.has_value());
-}
-
-/// With the numbers that are known. Those that cash takes over are compared before the next receipt.
-DriveMark withNumbers(DriveMark now, const DriveMark& known)
-{
-    if (now.lastDocument != 0 || known.lastDocument == 0 || !isUnmoved(now, known))
-        return now;
-    now.lastDocument = known.lastDocument;
-    now.isNumberRead = false;
-    now.nextReceipt = known.nextReceipt;
+    const bool isUnmoved = now.nextReceipt && now.nextReceipt == known.nextReceipt && now.shift
+        && now.shift == known.shift && now.drawer == known.drawer;
+    if (now.lastDocument == 0 && known.lastDocument != 0 && isUnmoved) {
+        now.lastDocument = known.lastDocument;
+        now.isNumberRead = false;
+    }
     return now;
 }
 
@@ -167,13 +158,10 @@ std::optional<DriveMark> lastKnownMark(const DocumentStore& store, const QString
 
 DriveMark requireKnown(AbstractFrDriver& driver, const DocumentStore& store, DriveMark now)
 {
-    const std::optional<Known> known = now.drive.isEmpty() ? std::nullopt : knownOn(store, now.drive);
+    const std::optional<Known> known = now.isKnown() ? knownOn(store, now.drive) : std::nullopt;
     if (!known)
         return now;
-    now = withNumbers(now, known->mark);
-    // Cash leaves no number in the drive: nothing else of it can be compared.
-    if (!now.isKnown())
-        return now;
+    now = withNumber(now, known->mark);
     const bool areCompared = hasReceipts(now) && hasReceipts(known->mark);
     if (now.lastDocument == 0 && !areCompared && known->mark.lastDocument != 0)
         now.lastDocument = driver.getFnInfo().fnStatus.lastFdNumber;

@@ -106,11 +106,6 @@ TEST_F(Journal, DocumentsThatItDoesNotKnowAreForAPerson)
     const auto behind = [](quint32 number, std::optional<qint64> next = {}) {
         return DriveMark{.drive = noted.drive, .lastDocument = number, .shift = 3, .nextReceipt = next};
     };
-    const auto cash = [&behind](quint32 number, qint64 drawer, std::optional<qint64> next = {}) {
-        DriveMark mark = behind(number, next);
-        mark.drawer = drawer;
-        return mark;
-    };
     struct Row
     {
         const char* name;
