@@ -6,29 +6,20 @@
 
 #include <QThread>
 
-namespace {
-
-/// Lines that the trace of a sale has, both directions.
-struct SaleLines
-{
-    /// Those about its document come behind these.
-    int before;
-    int all;
-};
-
-constexpr SaleLines hexSale{28, 48};
-constexpr SaleLines xmlSale{10, 12};
-
-} // namespace
-
 SaleMoment SaleMoment::draw(Random& random, const QString& protocol)
 {
-    const SaleLines lines = protocol == QStringLiteral("HEX") ? hexSale : xmlSale;
+    // Both directions. Over XML the document is a single request.
+    constexpr int documentLines = 16;
+    constexpr int xmlLines = 14;
+    constexpr int hexLines = 54;
+    const bool isHex = protocol == QStringLiteral("HEX");
     const int kind = random.below(100);
     // What is to be kept arises with the document, and what is at stake with its closing.
     if (kind < 35)
-        return SaleMoment(std::nullopt);
-    return SaleMoment(kind < 80 ? random.between(lines.before, lines.all) : random.between(1, lines.before));
+        return {Closing, 1};
+    if (kind < 80 && isHex)
+        return {Document, random.between(1, documentLines)};
+    return {Anywhere, random.between(1, isHex ? hexLines : xmlLines)};
 }
 
 void SaleMoment::wait(HostProcess& host, RegisterProcess& device, Random& random) const
@@ -44,5 +35,7 @@ void SaleMoment::wait(HostProcess& host, RegisterProcess& device, Random& random
 
 bool SaleMoment::hasCome(const WireTrace& trace) const
 {
-    return m_lines ? trace.lines() >= *m_lines : trace.hasClosing();
+    if (m_part == Closing)
+        return trace.hasClosing();
+    return (m_part == Document ? trace.documentLines() : trace.lines()) >= m_lines;
 }

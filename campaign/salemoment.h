@@ -2,8 +2,6 @@
 
 #include <QString>
 
-#include <optional>
-
 class HostProcess;
 class Random;
 class RegisterProcess;
@@ -19,12 +17,16 @@ public:
     void wait(HostProcess& host, RegisterProcess& device, Random& random) const;
 
 private:
-    explicit SaleMoment(const std::optional<int>& lines)
-        : m_lines(lines)
+    enum Part { Anywhere, Document, Closing };
+
+    SaleMoment(Part part, int lines)
+        : m_part(part)
+        , m_lines(lines)
     {
     }
     bool hasCome(const WireTrace& trace) const;
 
-    /// Lines of the trace that come before it; none for the closing of the document.
-    std::optional<int> m_lines;
+    /// What is reached, and so many lines of the trace of it.
+    Part m_part;
+    int m_lines;
 };

@@ -40,6 +40,8 @@ void WireTrace::readLine(const QByteArray& line)
     if (!isRequest)
         return readAnswer(bytes);
     m_request += bytes;
+    if (commandOf(m_request) == "20")
+        m_openingLine = m_lines;
     m_hasClosing = m_hasClosing || commandOf(m_request) == "22" || m_request.contains("<Command>8</Command>");
 }
 

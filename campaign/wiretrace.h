@@ -24,6 +24,8 @@ public:
     bool isReady() const { return m_isReady; }
     /// Lines of the trace, both directions.
     int lines() const { return m_lines; }
+    /// Those since the request that opened a document over HEX; 0 before it.
+    int documentLines() const { return m_openingLine == 0 ? 0 : m_lines - m_openingLine + 1; }
     /// A request that closes a document has come.
     bool hasClosing() const { return m_hasClosing; }
     /// It was answered.
@@ -51,6 +53,7 @@ private:
     bool m_hasClosing = false;
     bool m_isClosingAnswered = false;
     int m_lines = 0;
+    int m_openingLine = 0;
     std::optional<Progress> m_answered;
     QList<QByteArray> m_signs;
 };
