@@ -6,8 +6,7 @@
 /// Whether the journal of the hosts and that of their register tell the same.
 namespace hostjournal {
 
-/// What hosts call a document of the register; empty for the opening of a shift, which other documents make
-/// on their way.
+/// What hosts call a document of the register.
 QString kindOf(const QJsonObject& document);
 /// The record is of that document; throws Violation.
 void checkRecord(const QJsonObject& record, const QJsonObject& document);

@@ -197,7 +197,10 @@ QList<QJsonObject> KillStation::newDocuments()
     for (QByteArray line = m_journal.readLine(); !line.isEmpty(); line = m_journal.readLine())
         documents.append(QJsonDocument::fromJson(line).object());
     m_documents += documents;
-    documents.removeIf([](const QJsonObject& document) { return hostjournal::kindOf(document).isEmpty(); });
+    // Other documents make it on their way.
+    documents.removeIf([](const QJsonObject& document) {
+        return hostjournal::kindOf(document) == QStringLiteral("openShift");
+    });
     return documents;
 }
 
