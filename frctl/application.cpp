@@ -122,12 +122,14 @@ bool readClock(RegisterSession& session, const Output& output, const Options& op
     }
 }
 
-Output runTask(RegisterSession& session, const Task& task, const Options& options)
+Output runTask(RegisterSession& session, const Task& task)
 {
-    session.connect(task, task.cashier.value_or(options.cashier));
+    session.connect(task);
     for (const sale::SettledSale& settled : session.settledSales())
         complain(QStringLiteral("sale %1 of an earlier run: %2")
                      .arg(settled.id, sale::verdictText(settled.verdict)));
+    if (task.onDesk)
+        return task.onDesk(session.desk());
     return task.onParameters ? task.onParameters(session.driver(), session.parameters())
                              : task.onRegister(session.driver());
 }
@@ -158,7 +160,7 @@ Output work(const Options& given)
         throw UsageError(QStringLiteral("%1 needs a register: --port").arg(options.command));
     catchInterruptions();
     RegisterSession session(options);
-    const Output output = runTask(session, task, options);
+    const Output output = runTask(session, task);
     // After a failure nobody knows what the register will still say.
     if (readClock(session, output, options))
         session.leaveIdle();

@@ -78,10 +78,10 @@ Task onRegister(const std::function<Output(AbstractFrDriver&)>& run)
     return task;
 }
 
-Task documentOnRegister(const std::function<Output(AbstractFrDriver&)>& run)
+Task onDesk(const std::function<Output(sale::CashDesk&)>& run)
 {
-    Task task = onRegister(run);
-    task.makesDocument = true;
+    Task task;
+    task.onDesk = run;
     return task;
 }
 

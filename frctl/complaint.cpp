@@ -1,5 +1,6 @@
 #include "complaint.h"
 
+#include "connectionerror.h"
 #include "exceptions.h"
 #include "failure.h"
 #include "findingoutput.h"
@@ -72,6 +73,18 @@ Complaint complaintOf(const Refusal& error)
     return complaint;
 }
 
+ErrorKind kindOf(devices::ConnectionError::Reason reason)
+{
+    switch (reason) {
+    case devices::ConnectionError::NoPort:
+        return ErrorKind::Line;
+    case devices::ConnectionError::Busy:
+        return ErrorKind::Busy;
+    default:
+        return ErrorKind::Internal;
+    }
+}
+
 /// What the register, its line or this program's own side said.
 Complaint complaintOfWork(const std::exception_ptr& exception)
 {
@@ -84,6 +97,8 @@ Complaint complaintOfWork(const std::exception_ptr& exception)
         return {ExitInterrupted,
             {ErrorKind::Other, QStringLiteral("interrupted"), QStringLiteral("Interrupted")}, error.verdict(),
             error.isNotOpened()};
+    } catch (const devices::ConnectionError& error) {
+        return {ExitFailure, {kindOf(error.reason()), whatOf(error), hostErrorName()}};
     } catch (const HostError& error) {
         return {ExitFailure, {error.kind(), whatOf(error), hostErrorName()}};
     } catch (const sale::JournalError& error) {

@@ -121,8 +121,9 @@ QList<TaxSystemType> taxSystemsFromText(const QString& text)
     return systems;
 }
 
-Output registration(AbstractFrDriver& driver, const Options& options, const QList<TaxSystemType>& systems)
+Output registration(sale::CashDesk& desk, const Options& options, const QList<TaxSystemType>& systems)
 {
+    AbstractFrDriver& driver = desk.driver();
     QStringList registered;
     const auto registerAnew = [&] {
         driver.registration(systems, systems.constFirst(), options.cashier.name, {ReasonSettingsChange}, {});
@@ -131,9 +132,9 @@ Output registration(AbstractFrDriver& driver, const Options& options, const QLis
         for (const TaxSystemType system : driver.getAllTaxSystems())
             registered.append(TaxSystem::getDescription(system));
     };
-    const sale::Verdict verdict = issueNumbered(driver, options,
-        {QStringLiteral("registration"), {{QStringLiteral("taxSystems"), options.taxSystems}}},
-        sale::DocumentKind::Report, registerAnew, askBack);
+    const sale::Verdict verdict = verdictOf(options,
+        desk.issueReport(QStringLiteral("registration"), {{QStringLiteral("taxSystems"), options.taxSystems}},
+            {.close = registerAnew, .finish = askBack}));
     options.answer->more.insert(QStringLiteral("taxSystems"), QJsonArray::fromStringList(registered));
     return {
         {QStringLiteral("registered: ") + registered.join(QStringLiteral(", "))}, {}, ExitSuccess, verdict};
@@ -159,8 +160,7 @@ Task prepareRegistration(const Options& options)
         throw UsageError(QStringLiteral("registration needs --tax-systems"));
     const QList<TaxSystemType> systems = taxSystemsFromText(options.taxSystems);
     options.requireCashier();
-    return documentOnRegister(
-        [options, systems](AbstractFrDriver& driver) { return registration(driver, options, systems); });
+    return onDesk([options, systems](sale::CashDesk& desk) { return registration(desk, options, systems); });
 }
 
 } // namespace frctl

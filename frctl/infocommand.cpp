@@ -1,6 +1,6 @@
 #include "infocommand.h"
 
-#include "plugin.h"
+#include "driverplugin.h"
 
 #include <QJsonArray>
 #include <QMetaClassInfo>
@@ -51,8 +51,8 @@ QString propertyLine(const QJsonObject& entry)
 
 Output describe(const Options& options)
 {
-    const PluginFile plugin = findPlugin(options.plugins);
-    const std::unique_ptr<QObject> device = createDeviceObject(plugin);
+    const devices::DriverPlugin plugin = devices::findDriverPlugin(options.plugins);
+    const std::unique_ptr<QObject> device = devices::createDeviceObject(plugin);
     const QJsonArray deviceProperties = properties(*device);
     const QJsonArray deviceInfo = classInfo(*device);
     Output output;

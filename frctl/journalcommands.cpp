@@ -1,11 +1,10 @@
 #include "journalcommands.h"
 
+#include "cashdesk.h"
 #include "errors.h"
 #include "journalcheck.h"
 #include "journaloutput.h"
-#include "marknoting.h"
 #include "pendingsales.h"
-#include "review.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -224,9 +223,8 @@ Task prepareCheck(const Options& options)
 
 Task prepareAccept(const Options& options)
 {
-    return documentOnRegister([options](AbstractFrDriver& driver) -> Output {
-        const sale::DriveMark mark = sale::noteMark(driver, options.line(), sale::DocumentKind::Report);
-        sale::acceptUnknown(options.journal->store(), options.registerName(), mark, userName(), options.note);
+    return onDesk([options](sale::CashDesk& desk) -> Output {
+        const sale::DriveMark mark = desk.acceptUnknown(userName(), options.note);
         return {{QStringLiteral("fiscal drive %1: all documents up to %2 are accepted")
                         .arg(mark.drive)
                         .arg(mark.lastDocument)},

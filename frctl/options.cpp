@@ -243,10 +243,9 @@ void Options::requireCashier() const
         throw UsageError(QStringLiteral("%1 needs a cashier: --cashier").arg(command));
 }
 
-sale::DocumentOptions Options::document() const
+sale::DeskOptions Options::desk() const
 {
-    requireCashier();
-    return {line(), cashier};
+    return {line(), registerName(), cashier, markPolicy};
 }
 
 QString Options::registerName() const

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "answerdraft.h"
-#include "documentoptions.h"
+#include "deskoptions.h"
 #include "driveroptions.h"
 #include "journalaccess.h"
 #include "markpolicy.h"
@@ -83,8 +83,7 @@ struct Options
     }
     /// Throws UsageError without one.
     void requireCashier() const;
-    /// For a document that is no receipt. Throws UsageError without a cashier.
-    sale::DocumentOptions document() const;
+    sale::DeskOptions desk() const;
     /// The register and the line to it, as the verdicts on documents need to know them.
     sale::RegisterLine line() const
     {

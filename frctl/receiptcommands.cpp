@@ -1,6 +1,5 @@
 #include "receiptcommands.h"
 
-#include "abstractfrdriver.h"
 #include "currenttime.h"
 #include "documentoutput.h"
 #include "errors.h"
@@ -10,13 +9,11 @@
 #include "money.h"
 #include "receiptcheck.h"
 #include "receipterror.h"
-#include "receiptissuer.h"
-#include "review.h"
 #include "soldmarks.h"
 #include "textcheck.h"
 #include "witnesseddocument.h"
 
-#include <memory>
+#include <optional>
 
 namespace frctl {
 
@@ -27,38 +24,24 @@ using receipt::Receipt;
 using receipt::ReceiptError;
 using receipt::roubles;
 
-/// A receipt on its way to the register, with the files that it needs open.
+/// A receipt on its way to the register, with the text that it was made of.
 struct Issue
 {
     Receipt receipt;
-    sale::IssueOptions options;
-    std::shared_ptr<Warnings> warnings;
-    std::shared_ptr<IdentifiedReceipt> identified;
-    Options commandLine;
+    QByteArray text;
+    Options options;
 };
 
-/// What the journal knows of the register may save questions.
-sale::IssueOptions withKnownMark(const Issue& issue)
+Output issue(sale::CashDesk& desk, const Issue& issue)
 {
-    sale::IssueOptions options = issue.options;
-    const Options& given = issue.commandLine;
-    if (const auto mark = sale::lastKnownMark(given.journal->store(), given.registerName()))
-        options.known = sale::KnownMark{*mark};
-    return options;
-}
-
-Output issue(AbstractFrDriver& driver, const Issue& issue)
-{
-    if (const std::optional<Output> answer = issue.identified->settledAnswer())
-        return *answer;
-    const sale::IssueResult result = sale::issueReceipt(driver, issue.receipt, withKnownMark(issue));
-    issue.warnings->add(result.warnings);
-    AnswerDraft& draft = *issue.commandLine.answer;
-    describeReceipt(draft, issue.receipt, result.marks);
-    draft.isReplayed = result.isRepeated;
+    const Options& options = issue.options;
+    const sale::IssueResult result = desk.issue(options.id, issue.receipt, issue.text);
+    options.warnings->add(result.warnings);
+    options.answer->id = result.id;
+    describeReceipt(*options.answer, issue.receipt, result.marks);
     if (result.failure)
         throwFailure(*result.failure, result.verdict);
-    return receiptOutput(result);
+    return result.isRepeated ? settledAnswer(options, result) : receiptOutput(result);
 }
 
 receipt::CheckOptions checkOptions(const Options& options)
@@ -100,9 +83,9 @@ QList<receipt::Finding> withoutReplaced(
 
 /// Those that are errors must be found before anything is sent; as warnings they come with the sale, after
 /// what an earlier run left open is settled.
-QList<receipt::Finding> soldBefore(const Options& options, const Issue& issue)
+QList<receipt::Finding> soldBefore(const Options& options, const Receipt& receipt)
 {
-    return options.strict ? sale::soldMarks(options.journal->store(), issue.receipt, options.id)
+    return options.strict ? sale::soldMarks(options.journal->store(), receipt, options.id)
                           : QList<receipt::Finding>();
 }
 
@@ -119,41 +102,30 @@ Task prepareReceipt(const Options& options, bool isReturn)
     const receipt::CheckedReceipt checked = receipt::checkedReceipt(text, checkOptions(options));
     if (!checked.hasErrors())
         describeReceipt(*options.answer, checked.receipt);
-    const auto identified = std::make_shared<IdentifiedReceipt>(options, text);
     // A sale that is done already needs no register, and is no sale of the same goods again.
-    if (const std::optional<Output> answer = identified->answer())
+    if (const std::optional<Output> answer = knownAnswer(options, text))
         return answered(*answer);
-    Issue made{checked.receipt, {options.line(), &identified->identifiedSale(), options.markPolicy},
-        options.warnings, identified, options};
+    Issue made{checked.receipt, text, options};
     const FrUser cashier = cashierOf(options, made.receipt);
     settleFindings(options, QStringLiteral("ReceiptError"),
-        withoutReplaced(checked.findings, made.receipt, cashier) + soldBefore(options, made));
+        withoutReplaced(checked.findings, made.receipt, cashier) + soldBefore(options, made.receipt));
     refuseOtherCommand(made.receipt, isReturn);
     if (cashier.name.isEmpty())
         throw UsageError(QStringLiteral("%1 needs a cashier: --cashier, or \"operator\" in the receipt")
                              .arg(options.command));
     made.receipt.cashier = cashier;
-    Task task = documentOnRegister([made](AbstractFrDriver& driver) { return issue(driver, made); });
-    task.cashier = cashier;
-    return task;
+    return onDesk([made](sale::CashDesk& desk) { return issue(desk, made); });
 }
 
-Output moveCash(AbstractFrDriver& driver, const Options& options, hw::fr::CheckType type, qint64 sum)
+Output moveCash(sale::CashDesk& desk, const Options& options, bool isIn, qint64 sum)
 {
-    const bool isIn = type == hw::fr::CheckCashIn;
     options.answer->total = sum;
-    sale::DocumentSteps steps;
-    steps.open = [&] { driver.moneyCheckOpen(type, {}); };
-    steps.close = [&] { driver.moneyCheckClose(roubles(sum)); };
-    steps.finish = [&] { driver.moneyCheckWaitForPrint(); };
-    const sale::DocumentKind kind = isIn ? sale::DocumentKind::CashIn : sale::DocumentKind::CashOut;
-    const sale::Verdict verdict = issueWitnessed(driver, options,
-        {documentKindName(kind), {{QStringLiteral("sum"), roubles(sum)}}}, {kind, {}, sum}, steps);
+    const sale::Verdict verdict = verdictOf(options, isIn ? desk.cashIn(sum) : desk.cashOut(sum));
     const QString text = isIn ? QStringLiteral("cash in: %1") : QStringLiteral("cash out: %1");
     return {{text.arg(moneyText(sum))}, {}, ExitSuccess, verdict};
 }
 
-Task prepareCash(const Options& options, hw::fr::CheckType type)
+Task prepareCash(const Options& options, bool isIn)
 {
     const QString text = options.arguments.constFirst();
     bool ok = false;
@@ -163,45 +135,14 @@ Task prepareCash(const Options& options, hw::fr::CheckType type)
     if (!sum || *sum == 0)
         throw UsageError(QStringLiteral("%1: \"%2\" is not a sum as 100.50").arg(options.command, text));
     options.requireCashier();
-    return documentOnRegister([options, type, sum = *sum](
-                                  AbstractFrDriver& driver) { return moveCash(driver, options, type, sum); });
+    return onDesk(
+        [options, isIn, sum = *sum](sale::CashDesk& desk) { return moveCash(desk, options, isIn, sum); });
 }
 
-/// As much of a line, but no half of a character.
-qsizetype fittingLength(QStringView line, qsizetype width)
+Output printText(sale::CashDesk& desk, const Options& options, const QStringList& lines)
 {
-    const bool isHalved = width > 1 && width < line.size() && line.at(width).isLowSurrogate();
-    return isHalved ? width - 1 : width;
-}
-
-/// The register cuts a line that is too long, so it is continued on the next one here.
-QStringList fittedLines(const QStringList& lines, unsigned width)
-{
-    QStringList result;
-    for (const QString& line : lines) {
-        QStringView rest = line;
-        while (width > 0 && rest.size() > width) {
-            const qsizetype length = fittingLength(rest, width);
-            result.append(rest.first(length).toString());
-            rest = rest.sliced(length);
-        }
-        result.append(rest.toString());
-    }
-    return result;
-}
-
-Output printText(AbstractFrDriver& driver, const Options& options, const QStringList& text)
-{
-    driver.resetFont();
-    const QStringList lines = fittedLines(text, driver.getBandWidthFonts().value(EFrDriver::NormalFont));
-    sale::DocumentSteps steps;
-    steps.open = [&] { driver.textDocOpen(hw::fr::CheckNonFiscal); };
-    steps.fill = [&] { driver.textDocPrint(lines); };
-    steps.close = [&] { driver.textDocClose(); };
-    steps.cancelAfterClose = options.isHex();
-    const sale::Verdict verdict = issueTraceless(driver, options,
-        {QStringLiteral("text"), {{QStringLiteral("lines"), static_cast<int>(lines.size())}}}, steps);
-    return {{QStringLiteral("%1 lines printed").arg(lines.size())}, {}, ExitSuccess, verdict};
+    return {{QStringLiteral("%1 lines printed").arg(lines.size())}, {}, ExitSuccess,
+        verdictOf(options, desk.printText(lines))};
 }
 
 } // namespace
@@ -218,12 +159,12 @@ Task prepareRefund(const Options& options)
 
 Task prepareCashIn(const Options& options)
 {
-    return prepareCash(options, hw::fr::CheckCashIn);
+    return prepareCash(options, true);
 }
 
 Task prepareCashOut(const Options& options)
 {
-    return prepareCash(options, hw::fr::CheckCashOut);
+    return prepareCash(options, false);
 }
 
 Task preparePrint(const Options& options)
@@ -232,8 +173,7 @@ Task preparePrint(const Options& options)
     TextCheck texts(options);
     const QStringList lines = texts.printedLines(fileName, readLines(fileName));
     texts.finish();
-    return documentOnRegister(
-        [options, lines](AbstractFrDriver& driver) { return printText(driver, options, lines); });
+    return onDesk([options, lines](sale::CashDesk& desk) { return printText(desk, options, lines); });
 }
 
 } // namespace frctl

@@ -1,8 +1,6 @@
 #include "reportcommands.h"
 
-#include "abstractfrdriver.h"
 #include "errors.h"
-#include "shift.h"
 #include "witnesseddocument.h"
 
 namespace frctl {
@@ -14,57 +12,33 @@ Output printed(const QString& what, const sale::Verdict& verdict)
     return {{what + QStringLiteral(" printed")}, {}, ExitSuccess, verdict};
 }
 
-sale::Verdict printTraceless(AbstractFrDriver& driver, const Options& options, const PlainDocument& document,
-    const std::function<void()>& print)
+Output xReport(sale::CashDesk& desk, const Options& options)
 {
-    sale::DocumentSteps steps;
-    steps.close = print;
-    return issueTraceless(driver, options, document, steps);
+    return printed(QStringLiteral("X report"), verdictOf(options, desk.xReport()));
 }
 
-Output xReport(AbstractFrDriver& driver, const Options& options)
+Output zReport(sale::CashDesk& desk, const Options& options)
 {
-    return printed(QStringLiteral("X report"),
-        printTraceless(driver, options, {QStringLiteral("xReport")}, [&] { driver.xReport(); }));
-}
-
-Output zReport(AbstractFrDriver& driver, const Options& options)
-{
-    // The drivers say it in their log only.
-    if (!isShiftOpen(driver))
+    const sale::Verdict verdict = verdictOf(options, desk.closeShift());
+    if (verdict.outcome == sale::Outcome::None)
         return {{QStringLiteral("the shift was closed already")}, {}};
-    return {{QStringLiteral("shift closed")}, {}, ExitSuccess,
-        issueNumbered(driver, options, {QStringLiteral("zReport")}, sale::DocumentKind::ShiftClosing,
-            [&] { driver.zReport(); })};
+    return {{QStringLiteral("shift closed")}, {}, ExitSuccess, verdict};
 }
 
-Output accountingReport(AbstractFrDriver& driver, const Options& options)
+Output accountingReport(sale::CashDesk& desk, const Options& options)
 {
-    return printed(QStringLiteral("report on the state of settlements"),
-        issueNumbered(driver, options, {QStringLiteral("accountingReport")}, sale::DocumentKind::Report,
-            [&] { driver.accountingReport(); }));
+    return printed(
+        QStringLiteral("report on the state of settlements"), verdictOf(options, desk.accountingReport()));
 }
 
-Output printDocument(AbstractFrDriver& driver, const Options& options, long number)
+Output printDocument(sale::CashDesk& desk, const Options& options, quint32 number)
 {
-    return printed(QStringLiteral("document %1").arg(number),
-        printTraceless(driver, options,
-            {QStringLiteral("copy"), {{QStringLiteral("documentNumber"), static_cast<qint64>(number)}}},
-            [&] { driver.printFnDocument(number); }));
+    return printed(QStringLiteral("document %1").arg(number), verdictOf(options, desk.printCopy(number)));
 }
 
-Output printLastOfDrive(AbstractFrDriver& driver, const Options& options)
+Output printLast(sale::CashDesk& desk, const Options& options)
 {
-    const quint32 number = driver.getFnInfo().fnStatus.lastFdNumber;
-    if (number == 0)
-        throw Refusal(QStringLiteral("the fiscal drive holds no document"));
-    return printDocument(driver, options, static_cast<long>(number));
-}
-
-Output printLast(AbstractFrDriver& driver, const Options& options)
-{
-    return printed(QStringLiteral("last document"),
-        printTraceless(driver, options, {QStringLiteral("copy")}, [&] { driver.printLastFnDocument(); }));
+    return printed(QStringLiteral("last document"), verdictOf(options, desk.printLastCopy()));
 }
 
 } // namespace
@@ -72,20 +46,19 @@ Output printLast(AbstractFrDriver& driver, const Options& options)
 Task prepareXReport(const Options& options)
 {
     options.requireCashier();
-    return documentOnRegister([options](AbstractFrDriver& driver) { return xReport(driver, options); });
+    return onDesk([options](sale::CashDesk& desk) { return xReport(desk, options); });
 }
 
 Task prepareZReport(const Options& options)
 {
     options.requireCashier();
-    return documentOnRegister([options](AbstractFrDriver& driver) { return zReport(driver, options); });
+    return onDesk([options](sale::CashDesk& desk) { return zReport(desk, options); });
 }
 
 Task prepareAccountingReport(const Options& options)
 {
     options.requireCashier();
-    return documentOnRegister(
-        [options](AbstractFrDriver& driver) { return accountingReport(driver, options); });
+    return onDesk([options](sale::CashDesk& desk) { return accountingReport(desk, options); });
 }
 
 Task preparePrintDocument(const Options& options)
@@ -95,17 +68,12 @@ Task preparePrintDocument(const Options& options)
     const quint32 number = text.toUInt(&ok);
     if (!ok || number == 0)
         throw UsageError(QStringLiteral("print-document: \"%1\" is no document number").arg(text));
-    return documentOnRegister([options, number](AbstractFrDriver& driver) {
-        return printDocument(driver, options, static_cast<long>(number));
-    });
+    return onDesk([options, number](sale::CashDesk& desk) { return printDocument(desk, options, number); });
 }
 
 Task preparePrintLastDocument(const Options& options)
 {
-    // HEX has no command for it; there the drive tells the number.
-    return documentOnRegister([options](AbstractFrDriver& driver) {
-        return options.isHex() ? printLastOfDrive(driver, options) : printLast(driver, options);
-    });
+    return onDesk([options](sale::CashDesk& desk) { return printLast(desk, options); });
 }
 
 } // namespace frctl

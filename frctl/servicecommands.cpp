@@ -8,7 +8,7 @@
 #include "marksyntax.h"
 #include "mockfactory.h"
 #include "plaintext.h"
-#include "shift.h"
+#include "shiftstate.h"
 #include "textcheck.h"
 #include "witnesseddocument.h"
 
@@ -22,7 +22,7 @@ Output status(AbstractFrDriver& driver)
 {
     const DeviceInfo info = driver.getDeviceInfo();
     const QString time = driver.getDateTime().toString(Qt::ISODate);
-    const bool shiftOpen = isShiftOpen(driver);
+    const bool shiftOpen = sale::isShiftOpen(driver);
     const QStringList description = driver.getDeviceStateDescription();
     Output output;
     output.json
@@ -40,15 +40,11 @@ Output status(AbstractFrDriver& driver)
     return output;
 }
 
-Output openShift(AbstractFrDriver& driver, const Options& options)
+Output openShift(sale::CashDesk& desk, const Options& options)
 {
-    const auto open = [&driver] { driver.openShift(); };
-    if (isShiftOpen(driver)) {
-        open();
+    const sale::Verdict verdict = verdictOf(options, desk.openShift());
+    if (verdict.outcome == sale::Outcome::None)
         return {{QStringLiteral("the shift was open already")}, {}};
-    }
-    const sale::Verdict verdict = issueNumbered(
-        driver, options, {QStringLiteral("openShift")}, sale::DocumentKind::ShiftOpening, open);
     return {{QStringLiteral("shift opened")}, {}, ExitSuccess, verdict};
 }
 
@@ -115,7 +111,7 @@ Task prepareStatus(const Options&)
 Task prepareOpenShift(const Options& options)
 {
     options.requireCashier();
-    return documentOnRegister([options](AbstractFrDriver& driver) { return openShift(driver, options); });
+    return onDesk([options](sale::CashDesk& desk) { return openShift(desk, options); });
 }
 
 Task prepareCancel(const Options& options)

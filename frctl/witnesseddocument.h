@@ -1,34 +1,13 @@
 #pragma once
 
-#include "documentsteps.h"
-#include "movement.h"
+#include "cashdesk.h"
 #include "options.h"
-
-#include <QJsonObject>
-
-class AbstractFrDriver;
 
 namespace frctl {
 
-/// A document that is no receipt, as the journal has it: its kind, see sale::DocumentRequest, and what it was
-/// made of.
-struct PlainDocument
-{
-    QString kind;
-    QJsonObject details = {};
-};
-
-/// Makes a document that is no receipt and whose fate the register's counters tell, under an id of its own.
-/// Throws RegisterError or Interrupted with what they say of it, also when the driver made more than one of
-/// it; JournalError and ReviewNeeded.
-sale::Verdict issueWitnessed(AbstractFrDriver& driver, const Options& options, const PlainDocument& document,
-    const sale::Movement& ours, const sale::DocumentSteps& steps);
-/// The same for an operation of the driver that is the whole document. What has to be asked when it is issued
-/// goes into finish.
-sale::Verdict issueNumbered(AbstractFrDriver& driver, const Options& options, const PlainDocument& document,
-    sale::DocumentKind kind, const std::function<void()>& issue, const std::function<void()>& finish = {});
-/// The same for a document that leaves no trace in the register.
-sale::Verdict issueTraceless(AbstractFrDriver& driver, const Options& options, const PlainDocument& document,
-    const sale::DocumentSteps& steps);
+/// The verdict on a document that is no receipt; None where there was nothing to do. Throws RegisterError or
+/// Interrupted with what is known of one that did not go well, also when the driver made more than one of it;
+/// whatever is neither of the register nor of the journal, as it came.
+sale::Verdict verdictOf(const Options& options, const sale::DocumentResult& result);
 
 } // namespace frctl

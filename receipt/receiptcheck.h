@@ -16,10 +16,10 @@ struct CheckOptions
 {
     Protocol protocol = Protocol::Xml;
     /// The day of the sale.
-    QDate today;
+    QDate today = {};
     /// Paths of fields that the protocol does not carry and that may be left out: "items[2].scale" of one
     /// item, "items[].scale" of all, "clientInfo.name".
-    QStringList drop;
+    QStringList drop = {};
     /// Positions whose discount does not divide into whole kopecks a piece become two.
     bool split = false;
 };

@@ -1,5 +1,8 @@
 #include "documentid.h"
 
+#include "documentstore.h"
+#include "invaliddocumentid.h"
+
 #include <QUuid>
 
 #include <algorithm>
@@ -15,6 +18,12 @@ bool isDocumentId(const QString& id)
             || QStringLiteral("._:-").contains(character);
     };
     return id.size() >= shortest && id.size() <= longest && std::all_of(id.cbegin(), id.cend(), isPlain);
+}
+
+void requireDocumentId(const DocumentStore& store, const QString& id)
+{
+    if (!isDocumentId(id) && !store.findId(id))
+        throw InvalidDocumentId(id);
 }
 
 QString newDocumentId()

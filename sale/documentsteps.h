@@ -10,15 +10,15 @@ namespace sale {
 struct DocumentSteps
 {
     /// When it is refused, there is no document.
-    std::function<void()> open;
+    std::function<void()> open = {};
     /// When it fails, the document is cancelled. May be empty.
-    std::function<void()> fill;
+    std::function<void()> fill = {};
     /// When it fails, the document may have been issued: it is not repeated.
-    std::function<void()> close;
+    std::function<void()> close = {};
     /// Finds out what has become of the document after a failed close. May be empty: then nobody knows.
-    std::function<Verdict()> settle;
+    std::function<Verdict()> settle = {};
     /// The document is issued, whatever happens here. May be empty.
-    std::function<void()> finish;
+    std::function<void()> finish = {};
     /// The verdict for a document that was closed.
     Verdict issued = Outcome::Issued;
     /// A document that the fiscal drive does not number may be cancelled after a failed close too: that does

@@ -19,6 +19,8 @@ struct IssueResult
 {
     bool isIssued() const { return verdict.outcome == Outcome::Issued; }
 
+    /// In the journal; empty without one.
+    QString id = {};
     /// None when the work failed before the document was opened: then nothing was begun.
     Verdict verdict;
     /// The journal knew the id as issued or unknown: this is its verdict, and the register was not asked.

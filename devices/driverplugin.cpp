@@ -1,6 +1,6 @@
-#include "plugin.h"
+#include "driverplugin.h"
 
-#include "errors.h"
+#include "connectionerror.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -11,7 +11,7 @@
 
 #include <optional>
 
-namespace frctl {
+namespace devices {
 
 namespace {
 
@@ -21,7 +21,7 @@ QStringList defaultPlaces()
     const QString program = QCoreApplication::applicationDirPath();
     return path.split(QDir::listSeparator(), Qt::SkipEmptyParts)
         + QStringList{
-            program + QStringLiteral("/../plugins"), program + QStringLiteral("/../" FRCTL_PLUGIN_DIR)};
+            program + QStringLiteral("/../plugins"), program + QStringLiteral("/../" FRSPF_PLUGIN_DIR)};
 }
 
 QStringList libraries(const QString& place)
@@ -37,19 +37,19 @@ QStringList libraries(const QString& place)
     return files;
 }
 
-std::optional<PluginFile> inspect(const QString& fileName)
+std::optional<DriverPlugin> inspect(const QString& fileName)
 {
     const QJsonObject metaData = QPluginLoader(fileName).metaData();
     const QJsonObject own = metaData.value(QStringLiteral("MetaData")).toObject();
     if (own.value(QStringLiteral("name")).toString() != QStringLiteral("spf")
         || own.value(QStringLiteral("type")).toString() != QStringLiteral("fr"))
         return std::nullopt;
-    return PluginFile{QFileInfo(fileName).canonicalFilePath(), metaData};
+    return DriverPlugin{QFileInfo(fileName).canonicalFilePath(), metaData};
 }
 
 } // namespace
 
-PluginFile findPlugin(const QStringList& places)
+DriverPlugin findDriverPlugin(const QStringList& places)
 {
     const QStringList searched = places.isEmpty() ? defaultPlaces() : places;
     for (const QString& place : searched) {
@@ -58,23 +58,25 @@ PluginFile findPlugin(const QStringList& places)
                 return *plugin;
         }
     }
-    throw HostError(
+    throw ConnectionError(ConnectionError::NoPlugin,
         QStringLiteral("no plugin for this register in %1").arg(searched.join(QStringLiteral(", "))));
 }
 
-std::unique_ptr<QObject> createDeviceObject(const PluginFile& plugin)
+std::unique_ptr<QObject> createDeviceObject(const DriverPlugin& plugin)
 {
     QPluginLoader loader(plugin.fileName);
     QObject* factory = loader.instance();
     if (factory == nullptr)
-        throw HostError(loader.errorString());
+        throw ConnectionError(ConnectionError::NoPlugin, loader.errorString());
     QVariant object;
     if (!QMetaObject::invokeMethod(factory, "getObject", Q_RETURN_ARG(QVariant, object)))
-        throw HostError(QStringLiteral("%1 has no getObject").arg(plugin.fileName));
+        throw ConnectionError(
+            ConnectionError::NoPlugin, QStringLiteral("%1 has no getObject").arg(plugin.fileName));
     std::unique_ptr<QObject> device(object.value<QObject*>());
     if (!device)
-        throw HostError(QStringLiteral("%1 gives no device object").arg(plugin.fileName));
+        throw ConnectionError(
+            ConnectionError::NoPlugin, QStringLiteral("%1 gives no device object").arg(plugin.fileName));
     return device;
 }
 
-} // namespace frctl
+} // namespace devices

@@ -1,8 +1,8 @@
-#include "shift.h"
+#include "shiftstate.h"
 
 #include "abstractfrdriver.h"
 
-namespace frctl {
+namespace sale {
 
 bool isShiftOpen(AbstractFrDriver& driver)
 {
@@ -10,4 +10,4 @@ bool isShiftOpen(AbstractFrDriver& driver)
     return driver.isShiftOpen() && driver.getFnInfo().fnStatus.isShiftOpen;
 }
 
-} // namespace frctl
+} // namespace sale

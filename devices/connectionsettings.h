@@ -1,0 +1,34 @@
+#pragma once
+
+#include "driveroptions.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+namespace devices {
+
+/// Where a register is, and what its driver is told before it starts.
+struct ConnectionSettings
+{
+    /// As for createSerialDevice.
+    QString port;
+    /// "XML" or "HEX".
+    QString protocol = QStringLiteral("XML");
+    /// Files and folders that the plugin is looked for in, see findDriverPlugin.
+    QStringList plugins = {};
+    /// How long to wait for a port that another program has.
+    int waitSeconds = 0;
+    /// See StreamDevice::setWaitCallback; also called while the port is waited for. May be empty.
+    std::function<void()> waitCallback = {};
+    /// Of the XML envelope; empty for the plugin's own.
+    QString protocolVersion = {};
+    /// Number of the register in the log.
+    unsigned deviceId = 0;
+    /// Repeated connections may try other speeds.
+    bool speedEnumerate = true;
+    hw::fr::DriverOptions driverOptions = {};
+};
+
+} // namespace devices

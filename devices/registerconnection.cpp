@@ -1,0 +1,136 @@
+#include "registerconnection.h"
+
+#include "abstractfiscalregister.h"
+#include "abstractfrdriver.h"
+#include "connectionerror.h"
+#include "driverplugin.h"
+#include "portname.h"
+#include "serialdevicefactory.h"
+#include "streamdevice.h"
+
+#include <QElapsedTimer>
+#include <QThread>
+#include <QVariant>
+
+#include <algorithm>
+
+namespace devices {
+
+namespace {
+
+constexpr unsigned long lookAgainMs = 50;
+constexpr int longestDropMs = 1000;
+// Every program waits for it.
+constexpr int quietMs = 30;
+constexpr qint64 dropAtOnce = 4096;
+
+QString holderOf(const PortLock& lock)
+{
+    return lock.holder() == 0 ? QStringLiteral("another program")
+                              : QStringLiteral("process %1").arg(lock.holder());
+}
+
+} // namespace
+
+RegisterConnection::RegisterConnection(const ConnectionSettings& settings)
+{
+    m_deviceObject = createDeviceObject(findDriverPlugin(settings.plugins));
+    m_line = createSerialDevice(settings.port);
+    if (!m_line)
+        throw ConnectionError(
+            ConnectionError::NoPort, QStringLiteral("\"%1\" names no port").arg(settings.port));
+    lockPort(settings);
+    openLine(settings);
+    buildDriver(settings);
+    try {
+        m_driver->portOpen();
+        dropLeftovers();
+    } catch (...) {
+        closePort();
+        throw;
+    }
+}
+
+RegisterConnection::~RegisterConnection()
+{
+    closePort();
+    if (m_isIdle)
+        m_lock.leaveIdle();
+}
+
+quint64 RegisterConnection::soleConnection() const
+{
+    return m_line->soleConnection();
+}
+
+void RegisterConnection::closePort()
+{
+    // On the way out nothing may be thrown any more.
+    m_line->setWaitCallback({});
+    m_driver->portClose();
+}
+
+void RegisterConnection::lockPort(const ConnectionSettings& settings)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!m_lock.take(settings.port)) {
+        if (!m_lock.errorString().isEmpty())
+            throw ConnectionError(ConnectionError::NoPort,
+                QStringLiteral("port %1 cannot be locked: %2").arg(settings.port, m_lock.errorString()));
+        if (timer.hasExpired(settings.waitSeconds * 1000LL))
+            throw ConnectionError(ConnectionError::Busy,
+                QStringLiteral("port %1 is busy: %2 works it").arg(settings.port, holderOf(m_lock)));
+        QThread::msleep(lookAgainMs);
+        if (settings.waitCallback)
+            settings.waitCallback();
+    }
+}
+
+void RegisterConnection::openLine(const ConnectionSettings& settings)
+{
+    m_line->setWaitCallback(settings.waitCallback);
+    // The driver sets up the line before it opens it, and a closed line takes no settings.
+    if (m_line->open())
+        return;
+    // A bare name is one in /dev, which whoever meant a file beside him must see.
+    const QString port = isTcpName(settings.port) ? settings.port : devicePath(settings.port);
+    throw ConnectionError(ConnectionError::NoPort,
+        QStringLiteral("port %1 cannot be opened: %2").arg(port, m_line->errorString()));
+}
+
+void RegisterConnection::dropLeftovers()
+{
+    // Who was killed or interrupted may have asked for something that takes its time, or comes in pieces.
+    const int patience = m_lock.wasLeftBusy() ? longestDropMs : quietMs;
+    QElapsedTimer timer;
+    timer.start();
+    for (int left = longestDropMs; left > 0 && m_line->waitForReadyRead(std::min(left, patience));
+         left = longestDropMs - static_cast<int>(timer.elapsed()))
+        m_line->read(dropAtOnce);
+}
+
+void RegisterConnection::setProperty(const char* name, const QVariant& value)
+{
+    if (!m_deviceObject->setProperty(name, value))
+        throw ConnectionError(ConnectionError::NoPlugin,
+            QStringLiteral("the plugin does not take its property %1").arg(QLatin1String(name)));
+}
+
+void RegisterConnection::buildDriver(const ConnectionSettings& settings)
+{
+    setProperty("serialObj", QVariant::fromValue<QObject*>(m_line.get()));
+    setProperty("protocol", settings.protocol);
+    setProperty("deviceId", settings.deviceId);
+    setProperty("speedEnumerate", settings.speedEnumerate);
+    setProperty("driverOptions", QVariant::fromValue(settings.driverOptions));
+    if (!settings.protocolVersion.isEmpty())
+        setProperty("protocolVer", settings.protocolVersion);
+    QMetaObject::invokeMethod(m_deviceObject.get(), "init");
+    auto* const fiscalRegister = qobject_cast<hw::AbstractFiscalRegister*>(m_deviceObject.get());
+    m_driver = fiscalRegister != nullptr ? fiscalRegister->getLegacyDriver() : nullptr;
+    if (m_driver == nullptr)
+        throw ConnectionError(ConnectionError::NoPlugin, QStringLiteral("the plugin gives no driver"));
+}
+
+} // namespace devices

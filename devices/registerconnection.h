@@ -1,0 +1,56 @@
+#pragma once
+
+#include "connectionsettings.h"
+#include "portlock.h"
+
+#include <QObject>
+
+#include <memory>
+
+class AbstractFrDriver;
+
+namespace devices {
+
+class StreamDevice;
+
+/// A register within reach, from the port that is opened to the port that is closed: loads the plugin, takes
+/// the port's lock, opens the line, builds the driver and opens its port, and takes all of it back on
+/// whatever way it is left. What an exchange that was broken off has left on the line is read away.
+///
+/// Nothing is sent: that begins with the driver's connect, which sale::CashDesk::open calls.
+class RegisterConnection
+{
+public:
+    /// Throws ConnectionError, the driver's exceptions when its port does not open, and what the wait
+    /// callback throws.
+    explicit RegisterConnection(const ConnectionSettings& settings);
+    ~RegisterConnection();
+    RegisterConnection(const RegisterConnection&) = delete;
+    RegisterConnection& operator=(const RegisterConnection&) = delete;
+
+    AbstractFrDriver& driver() { return *m_driver; }
+    /// The plugin's object, which may have more interfaces than that of the driver.
+    QObject& deviceObject() { return *m_deviceObject; }
+    /// See StreamDevice::soleConnection and sale::RegisterLine::connection.
+    quint64 soleConnection() const;
+    /// To be called when the last exchange is over: the next program need not wait for an answer to this one.
+    void leaveIdle() { m_isIdle = true; }
+
+private:
+    void lockPort(const ConnectionSettings& settings);
+    void openLine(const ConnectionSettings& settings);
+    void buildDriver(const ConnectionSettings& settings);
+    void closePort();
+    void dropLeftovers();
+    void setProperty(const char* name, const QVariant& value);
+
+    // Held until the line is closed.
+    PortLock m_lock;
+    // The device object works on the line until it is destroyed, so the line is destroyed after it.
+    std::unique_ptr<StreamDevice> m_line;
+    std::unique_ptr<QObject> m_deviceObject;
+    AbstractFrDriver* m_driver = nullptr;
+    bool m_isIdle = false;
+};
+
+} // namespace devices

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "fruser.h"
+#include "markpolicy.h"
+#include "registerline.h"
+
+#include <QString>
+
+namespace sale {
+
+/// What a cash desk knows of its register and of the person at it.
+struct DeskOptions
+{
+    RegisterLine line = {};
+    /// What the journal calls the register: the same at each start of the program, another for each register.
+    QString registerName = {};
+    /// For documents that name none. The tax number may be empty.
+    FrUser cashier = {};
+    /// What becomes of receipts whose marking codes the register does not find good.
+    MarkPolicy markPolicy = MarkPolicy::Warn;
+};
+
+} // namespace sale

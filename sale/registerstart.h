@@ -1,0 +1,23 @@
+#pragma once
+
+#include "registerline.h"
+#include "settledsale.h"
+
+#include <QList>
+#include <QString>
+
+class AbstractFrDriver;
+
+namespace sale {
+
+class DocumentStore;
+
+/// Reaches a register whose port is open: connects, settles what was begun on it and not brought to its end,
+/// and initialises it, which cleans up the document that is open. Gives the documents that were settled. Asks
+/// what connect, settlePendingSales and init ask. Without a journal (null) nothing is settled: not for a
+/// program that goes on to make documents. Throws JournalError and the driver's exceptions; then nothing may
+/// be sold.
+QList<SettledSale> startRegister(
+    AbstractFrDriver& driver, DocumentStore* journal, const RegisterLine& line, const QString& registerName);
+
+} // namespace sale
