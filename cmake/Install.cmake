@@ -13,13 +13,14 @@ install(DIRECTORY host/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frhost COMPONENT
   PATTERN fdrequisitenames.h EXCLUDE PATTERN servicetexts.h EXCLUDE)
 
 # The serial devices are part of what a host program links.
-install(TARGETS frdevices EXPORT frhostTargets
+install(TARGETS frdevices EXPORT frhost-devicesTargets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT devel)
-install(FILES devices/portlock.h devices/serialdevicefactory.h devices/serialportdevice.h devices/streamdevice.h
+install(FILES devices/connectionerror.h devices/connectionsettings.h devices/driverplugin.h devices/portlock.h
+  devices/registerconnection.h devices/serialdevicefactory.h devices/serialportdevice.h devices/streamdevice.h
   devices/tcpserialdevice.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frdevices COMPONENT devel)
 
 # So is what issues receipts and tells what has become of them.
-install(TARGETS frreceipt frsale EXPORT frhostTargets
+install(TARGETS frreceipt frsale EXPORT frhost-saleTargets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT devel)
 install(DIRECTORY receipt/ sale/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frsale COMPONENT devel
   FILES_MATCHING PATTERN "*.h" PATTERN codepoint.h EXCLUDE PATTERN fieldsieve.h EXCLUDE
@@ -29,7 +30,10 @@ install(DIRECTORY receipt/ sale/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frsale 
   PATTERN errortable.h EXCLUDE PATTERN journalfault.h EXCLUDE PATTERN storedtime.h EXCLUDE)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/frhost)
-install(EXPORT frhostTargets NAMESPACE frspf:: DESTINATION ${package_dir} COMPONENT devel)
+# One file of targets a component of find_package, see frhostConfig.cmake.in.
+foreach(export frhost frhost-devices frhost-sale)
+  install(EXPORT ${export}Targets NAMESPACE frspf:: DESTINATION ${package_dir} COMPONENT devel)
+endforeach()
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/frhostConfig.cmake.in
   ${PROJECT_BINARY_DIR}/frhostConfig.cmake
   INSTALL_DESTINATION ${package_dir}

@@ -1,0 +1,109 @@
+// What a host program makes its documents with.
+
+#include "cashdesk.h"
+#include "identifiedsale.h"
+#include "recordingdriver.h"
+#include "sqlitestore.h"
+
+#include <gtest/gtest.h>
+
+using namespace sale;
+
+namespace {
+
+const QString id = QStringLiteral("till-1:42");
+const QByteArray json = R"({"type": "sell", "taxationType": "osn", "operator": {"name": "Иванова"},
+    "items": [{"name": "Хлеб", "price": 10, "quantity": 1, "amount": 10, "tax": {"type": "vat10"}}],
+    "payments": [{"type": "cash", "sum": 6}, {"type": "electronically", "sum": 1}, {"type": "credit", "sum": 3}]})";
+const std::string sold = "openShift registers next sums open position total pay1 pay4 pay0 close wait";
+
+class Desk : public testing::Test
+{
+protected:
+    Desk() { driver.payments = {{0, 6.0}, {1, 1.0}, {3, 3.0}}; }
+
+    CashDesk desk()
+    {
+        return {driver, journal, {{receipt::Protocol::Hex, true}, "till1", {"Иванова", {}, {}}}};
+    }
+    DocumentState state() const { return journal.findId(id)->state; }
+    std::string told() { return std::exchange(driver.calls, {}); }
+
+    BasicFrSettings settings;
+    RecordingDriver driver{&settings};
+    SqliteStore journal{QStringLiteral(":memory:")};
+};
+
+TEST_F(Desk, ReachesTheRegisterAnewAfterAFailureAlone)
+{
+    CashDesk one = desk();
+    EXPECT_TRUE(one.issue(id, json).isIssued());
+    EXPECT_EQ(told(), "connect init " + sold);
+    // The mark behind it is that before the next one.
+    driver.refused = "open";
+    EXPECT_EQ(one.issue({}, json).verdict, Outcome::Cancelled);
+    EXPECT_EQ(told().substr(0, 9), "openShift");
+    driver.refused.clear();
+    EXPECT_TRUE(one.issue({}, json).isIssued());
+    EXPECT_EQ(told().substr(0, 12), "connect init");
+}
+
+TEST_F(Desk, IdMakesOneSaleWhateverHappens)
+{
+    driver.failing = "close";
+    driver.interrupt = true;
+    const IssueResult broken = desk().issue(id, json);
+    EXPECT_FALSE(broken.isFinal);
+    EXPECT_EQ(state(), DocumentState::Running);
+    told();
+    driver.failing = "connect";
+    driver.interrupt = false;
+    const IssueResult unreached = desk().issue(id, json);
+    EXPECT_EQ(unreached.verdict, Outcome::Unknown);
+    EXPECT_FALSE(unreached.isFinal);
+    EXPECT_TRUE(unreached.failure);
+    driver.failing.clear();
+    driver.numbers = {8};
+    CashDesk later = desk();
+    const IssueResult settled = later.issue(id, json);
+    EXPECT_TRUE(settled.isIssued() && settled.isRepeated && settled.isFinal);
+    told();
+    EXPECT_TRUE(later.issue(id, json).isRepeated);
+    EXPECT_EQ(told(), "");
+}
+
+TEST_F(Desk, MistakesOfTheCallerAreToldBeforeAnythingIsAsked)
+{
+    journal.accept({"till-1:41", "sell", "{}", {}});
+    const struct
+    {
+        QString id;
+        QByteArray json;
+        const char* text;
+    } rows[] = {
+        {"short", json, "has not 8 to 64"},
+        {"till-1:41", json, "is the id of another receipt"},
+        {id, "{", "JSON"},
+        {id, QByteArray(json).replace("\"amount\": 10", "\"amount\": 11"), "items[0].amount"},
+    };
+    for (const auto& row : rows) {
+        const IssueResult result = desk().issue(row.id, row.json);
+        ASSERT_TRUE(result.failure) << row.text;
+        EXPECT_TRUE(result.failure->text.contains(row.text)) << result.failure->text.toStdString();
+        EXPECT_EQ(result.verdict, Outcome::None);
+    }
+    EXPECT_EQ(driver.calls, "");
+    EXPECT_FALSE(journal.findId(id));
+}
+
+TEST_F(Desk, ShiftThatIsAsItShouldBeMakesNoDocument)
+{
+    CashDesk one = desk();
+    const DocumentResult opened = one.openShift();
+    EXPECT_TRUE(opened.isDone());
+    EXPECT_EQ(opened.verdict, Outcome::None);
+    EXPECT_TRUE(journal.find({}).isEmpty());
+    EXPECT_EQ(told(), "connect init ask");
+}
+
+} // namespace
