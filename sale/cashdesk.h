@@ -62,7 +62,9 @@ public:
     /// call is made again with the same id until it is issued or a person is needed.
     ///
     /// Asks what issueReceipt asks: a mark before the receipt (HEX: 6 exchanges, XML: 4; on an exclusive
-    /// register behind a document of ours 2), the receipt, and after a failure what has become of it.
+    /// register behind a receipt of ours 2, and over HEX 13 more where the number of the drive's last
+    /// document is not known from the document before), the receipt, and after a failure what has become of
+    /// it.
     ///
     /// The failure is a receipt::ReceiptError for a receipt that must not be sent (the text has all that is
     /// wrong with it), an InvalidDocumentId or an IdConflict for a wrong id, a MarkRefusal, a ReviewNeeded, a

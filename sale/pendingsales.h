@@ -13,15 +13,17 @@ class DocumentStore;
 struct StoredDocument;
 
 /// Asks the register at hand about a document that was begun and not settled, or is unknown, and writes down
-/// what has become of it. On another fiscal drive than its own it is unknown. Throws JournalError and the
-/// driver's exceptions.
+/// what has become of it. On another fiscal drive than its own it is unknown. Asks what settle asks; nothing
+/// for a document that leaves no trace. Throws JournalError and the driver's exceptions.
 Verdict settleDocument(AbstractFrDriver& driver, DocumentStore& store, const StoredDocument& document,
     const RegisterLine& line = {});
 
 /// Settles the documents that were begun on this fiscal drive, by whatever program, and not brought to their
 /// end. To be done after each connect and before init, which cleans up the open document, and before any
 /// other document moves the numbers. Those that leave no trace in the drive, begun on the register of that
-/// name, are unknown then. Throws JournalError and the driver's exceptions: then nothing may be sold.
+/// name, are unknown then. Asks nothing when nothing is to be settled; else which drive is at hand (HEX: 13
+/// exchanges, XML: two readings of 2), and for each document what settle asks. Writes each verdict down.
+/// Throws JournalError and the driver's exceptions: then nothing may be sold.
 QList<SettledSale> settlePendingSales(AbstractFrDriver& driver, DocumentStore& store,
     const RegisterLine& line = {}, const QString& registerName = {});
 
