@@ -19,7 +19,7 @@ set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "Library shared by fiscal register drive
 set(CPACK_DEBIAN_DEVEL_PACKAGE_NAME libfrhost-dev)
 set(CPACK_DEBIAN_DEVEL_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVEL_PACKAGE_SHLIBDEPS OFF)
-set(CPACK_DEBIAN_DEVEL_PACKAGE_DEPENDS "qt6-base-dev, qt6-serialport-dev")
+set(CPACK_DEBIAN_DEVEL_PACKAGE_DEPENDS "qt6-base-dev, qt6-serialport-dev, libqt6sql6-sqlite")
 set(CPACK_COMPONENT_DEVEL_DEPENDS runtime)
 set(CPACK_COMPONENT_DEVEL_DESCRIPTION "Headers and static libraries for host programs of fiscal register drivers")
 set(CPACK_DEBIAN_PLUGIN_PACKAGE_NAME frspf-plugin)

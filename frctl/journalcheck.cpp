@@ -5,7 +5,7 @@
 #include "money.h"
 #include "movement.h"
 #include "receiptnames.h"
-#include "shiftstate.h"
+#include "shiftopening.h"
 
 #include <QJsonArray>
 
@@ -82,7 +82,7 @@ Output checkFile(const Options& options)
 Output checkShift(AbstractFrDriver& driver, const Options& options)
 {
     Output output = checkFile(options);
-    if (!sale::isShiftOpen(driver)) {
+    if (!sale::isShiftOpen(driver, options.line())) {
         output.lines.append(QStringLiteral("the shift is closed: no counters to compare"));
         return output;
     }

@@ -8,7 +8,7 @@
 #include "marksyntax.h"
 #include "mockfactory.h"
 #include "plaintext.h"
-#include "shiftstate.h"
+#include "shiftopening.h"
 #include "textcheck.h"
 #include "witnesseddocument.h"
 
@@ -18,11 +18,11 @@ namespace frctl {
 
 namespace {
 
-Output status(AbstractFrDriver& driver)
+Output status(AbstractFrDriver& driver, const Options& options)
 {
     const DeviceInfo info = driver.getDeviceInfo();
     const QString time = driver.getDateTime().toString(Qt::ISODate);
-    const bool shiftOpen = sale::isShiftOpen(driver);
+    const bool shiftOpen = sale::isShiftOpen(driver, options.line());
     const QStringList description = driver.getDeviceStateDescription();
     Output output;
     output.json
@@ -103,9 +103,9 @@ void judgeForm(const Options& options, const QString& code)
 
 } // namespace
 
-Task prepareStatus(const Options&)
+Task prepareStatus(const Options& options)
 {
-    return onRegister(status);
+    return onRegister([options](AbstractFrDriver& driver) { return status(driver, options); });
 }
 
 Task prepareOpenShift(const Options& options)

@@ -14,7 +14,7 @@
 #include "receiptissuer.h"
 #include "registerstart.h"
 #include "review.h"
-#include "shiftstate.h"
+#include "shiftopening.h"
 #include "textlines.h"
 
 #include <QJsonDocument>
@@ -204,7 +204,7 @@ DocumentResult CashDesk::changeShift(
     guarded(result, [&] {
         if (!m_isOpen)
             open();
-        isNeeded = isShiftOpen(m_driver) != isToBeOpen;
+        isNeeded = isShiftOpen(m_driver, m_options.line) != isToBeOpen;
     });
     if (result.failure || !isNeeded)
         return result;

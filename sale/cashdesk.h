@@ -81,7 +81,7 @@ public:
     DocumentResult cashOut(qint64 kopecks, const QString& id = {});
 
     /// Opens the shift. Where it was open already there is no document: verdict None without a failure, and
-    /// the journal has nothing. Asks the state of the shift and getFnInfo.
+    /// the journal has nothing. Asks first whether it is open (HEX: 1 exchange, XML: 2).
     DocumentResult openShift();
     /// Closes the shift with its report, the Z report; the same where it was closed already.
     DocumentResult closeShift();

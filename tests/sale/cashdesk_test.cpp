@@ -15,7 +15,7 @@ const QString saleId = QStringLiteral("till-1:42");
 const QByteArray json = R"({"type": "sell", "taxationType": "osn", "operator": {"name": "Иванова"},
     "items": [{"name": "Хлеб", "price": 10, "quantity": 1, "amount": 10, "tax": {"type": "vat10"}}],
     "payments": [{"type": "cash", "sum": 6}, {"type": "electronically", "sum": 1}, {"type": "credit", "sum": 3}]})";
-const std::string notedInside = "openShift registers next sums";
+const std::string notedInside = "shift registers next sums";
 const std::string sold = "open position total pay1 pay3 pay0 close wait";
 
 class Desk : public testing::Test
@@ -48,7 +48,7 @@ TEST_F(Desk, ReachesTheRegisterAnewAfterAFailureAlone)
     // The mark behind it is that before the next one.
     driver.refused = "open";
     EXPECT_EQ(one.issue({}, json).verdict, Outcome::Cancelled);
-    EXPECT_EQ(told().substr(0, 9), "openShift");
+    EXPECT_EQ(told().substr(0, 10), "shift next");
     driver.refused.clear();
     EXPECT_TRUE(one.issue({}, json).isIssued());
     EXPECT_EQ(told().substr(0, 12), "connect init");
@@ -109,7 +109,7 @@ TEST_F(Desk, ShiftThatIsAsItShouldBeMakesNoDocument)
     EXPECT_TRUE(opened.isDone());
     EXPECT_EQ(opened.verdict, Outcome::None);
     EXPECT_TRUE(journal.find({}).isEmpty());
-    EXPECT_EQ(told(), "connect init ask");
+    EXPECT_EQ(told(), "connect init shift");
 }
 
 } // namespace
