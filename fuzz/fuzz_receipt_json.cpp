@@ -3,9 +3,12 @@
 
 #include "harness.h"
 
+#include "cashdesk.h"
 #include "errors.h"
 #include "exceptions.h"
+#include "journalaccess.h"
 #include "markrefusal.h"
+#include "options.h"
 #include "receiptcheck.h"
 #include "receiptcommands.h"
 #include "receipterror.h"
@@ -56,20 +59,29 @@ std::optional<receipt::CheckedReceipt> checked(const QByteArray& text, Protocol 
     }
 }
 
-frctl::Task prepared(const QByteArray& text, Protocol protocol, const receipt::Receipt& receipt)
+/// A command of frctl that was read and judged; without a task when it was refused.
+struct PreparedSale
+{
+    frctl::Options options;
+    frctl::Task task;
+};
+
+PreparedSale prepared(const QByteArray& text, Protocol protocol, const receipt::Receipt& receipt)
 {
     const MemoryFile file(text);
-    frctl::Options options;
+    PreparedSale prepared;
+    frctl::Options& options = prepared.options;
     options.protocol = protocol == Protocol::Hex ? QStringLiteral("HEX") : QStringLiteral("XML");
     options.arguments = QStringList{file.name()};
     options.journal = std::make_shared<frctl::JournalAccess>(QStringLiteral(":memory:"));
     if (receipt.cashier.value_or(FrUser()).name.isEmpty())
         options.cashier.name = QStringLiteral("Иванова");
     try {
-        return receipt.isReturn() ? frctl::prepareRefund(options) : frctl::prepareSell(options);
+        prepared.task = receipt.isReturn() ? frctl::prepareRefund(options) : frctl::prepareSell(options);
     } catch (const frctl::CheckError&) {
-        return {};
+        prepared.task = {};
     }
+    return prepared;
 }
 
 /// Kopecks of the receipts that the register has stored.
@@ -85,15 +97,14 @@ QList<qint64> storedTotals(Rig& rig)
 }
 
 /// True when the command says that the receipt was issued.
-bool isIssued(Rig& rig, const frctl::Task& task)
+bool isIssued(Rig& rig, const PreparedSale& prepared)
 {
     try {
         rig.line.open();
         rig.driver().portOpen();
-        rig.driver().connect();
-        rig.driver().init();
-        rig.driver().cashierLogin(task.cashier.value_or(FrUser()));
-        task.onRegister(rig.driver());
+        sale::CashDesk desk(rig.driver(), prepared.options.journal->store(), prepared.options.desk());
+        desk.open();
+        prepared.task.onDesk(desk);
         return true;
     } catch (const frctl::RegisterError& error) {
         return error.verdict().outcome == sale::Outcome::Issued;
@@ -112,12 +123,12 @@ void issue(const QByteArray& text, Protocol protocol)
         return;
     const receipt::Receipt& receipt = judged->receipt;
     fuzz::require(receipt.total >= 0 && receipt.paid >= receipt.total, "accepted unpaid");
-    const frctl::Task task = prepared(text, protocol, receipt);
-    fuzz::require(judged->hasErrors() != static_cast<bool>(task.onRegister), "frctl judges otherwise");
-    if (!task.onRegister)
+    const PreparedSale made = prepared(text, protocol, receipt);
+    fuzz::require(judged->hasErrors() != static_cast<bool>(made.task.onDesk), "frctl judges otherwise");
+    if (!made.task.onDesk)
         return;
     Rig rig(protocol);
-    const bool issued = isIssued(rig, task);
+    const bool issued = isIssued(rig, made);
     const QList<qint64> stored = storedTotals(rig);
     fuzz::require(stored.size() == (issued ? 1 : 0), "frctl and the register do not agree");
     fuzz::require(!issued || stored.constFirst() == receipt.total, "the register has another total");
