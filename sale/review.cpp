@@ -163,7 +163,8 @@ DriveMark requireKnown(AbstractFrDriver& driver, const DocumentStore& store, Dri
         return now;
     now = withNumber(now, known->mark);
     const bool areCompared = hasReceipts(now) && hasReceipts(known->mark);
-    if (now.lastDocument == 0 && !areCompared && known->mark.lastDocument != 0)
+    // Once: from the number that is read now those of the next documents are counted on.
+    if (now.lastDocument == 0 && known->mark.lastDocument != 0)
         now.lastDocument = driver.getFnInfo().fnStatus.lastFdNumber;
     if ((areCompared && areReceiptsLater(now, known->mark)) || isNumberLater(now, *known))
         throw ReviewNeeded(textOf(now, *known));

@@ -122,6 +122,8 @@ TEST_F(Journal, DocumentsThatItDoesNotKnowAreForAPerson)
         quint32 number = 0;
     };
     using enum DocumentKind;
+    DriveMark afterCash = behind(8, 5);
+    afterCash.drawer = 70;
     const Row rows[] = {
         {"new journal, new register", {}, {}, {}, behind(2), false},
         {"new journal", {}, {}, {}, behind(3), true},
@@ -141,6 +143,8 @@ TEST_F(Journal, DocumentsThatItDoesNotKnowAreForAPerson)
         {"one more receipt before cash", Sale, {Outcome::Issued, 0}, behind(0, 5), behind(0, 6), true, false,
             true},
         {"no receipt since", Sale, {Outcome::Issued, 8}, behind(8, 5), behind(0, 5), false, false, false, 8},
+        {"no receipt since, but other cash", Sale, {Outcome::Issued, 8}, afterCash, behind(0, 5), false,
+            true},
         {"another drive", Sale, {Outcome::Issued, 8}, {}, {"1111", 2}, false},
     };
     BasicFrSettings settings;
