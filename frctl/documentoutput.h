@@ -6,6 +6,8 @@
 #include "output.h"
 #include "receipt.h"
 
+#include <optional>
+
 namespace frctl {
 
 /// Puts into the draft what the receipt says of itself and what the register said of its marking codes.

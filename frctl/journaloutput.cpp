@@ -3,7 +3,6 @@
 #include "documentanswer.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 
 namespace frctl {
 
@@ -17,13 +16,6 @@ QJsonValue textJson(const QString& text)
 QJsonValue numberJson(quint32 number)
 {
     return number == 0 ? QJsonValue() : QJsonValue(qint64{number});
-}
-
-/// JSON as such, any other text as a text.
-QJsonValue bodyJson(const QByteArray& body)
-{
-    const QJsonDocument json = QJsonDocument::fromJson(body);
-    return json.isObject() ? QJsonValue(json.object()) : textJson(QString::fromUtf8(body));
 }
 
 QString shownTime(const QDateTime& time)
@@ -70,7 +62,7 @@ QJsonObject storedJson(const sale::StoredDocument& document)
     QJsonArray attempts;
     for (const sale::StoredAttempt& attempt : document.attempts)
         attempts.append(sale::attemptJson(attempt));
-    json.insert(QStringLiteral("body"), bodyJson(document.request.body));
+    json.insert(QStringLiteral("body"), sale::bodyJson(document.request.body));
     json.insert(QStringLiteral("digest"), QString::fromLatin1(document.digest));
     json.insert(QStringLiteral("resolvedBy"), textJson(document.resolvedBy));
     json.insert(QStringLiteral("note"), textJson(document.resolvedNote));

@@ -100,6 +100,12 @@ DocumentAnswer answerOf(const StoredDocument& document, receipt::Protocol protoc
     return answer;
 }
 
+QJsonValue bodyJson(const QByteArray& body)
+{
+    const QJsonDocument json = QJsonDocument::fromJson(body);
+    return json.isObject() ? QJsonValue(json.object()) : textOrNull(QString::fromUtf8(body));
+}
+
 QJsonValue momentJson(const QDateTime& time)
 {
     return time.isValid() ? QJsonValue(time.toUTC().toString(Qt::ISODateWithMs)) : QJsonValue();
@@ -120,9 +126,7 @@ QJsonObject attemptJson(const StoredAttempt& attempt)
         {QStringLiteral("documentNumber"), documentNumberJson(attempt.documentNumber)}};
     if (attempt.digest.isEmpty())
         return json;
-    const QJsonDocument body = QJsonDocument::fromJson(attempt.body);
-    json.insert(QStringLiteral("body"),
-        body.isObject() ? QJsonValue(body.object()) : textOrNull(QString::fromUtf8(attempt.body)));
+    json.insert(QStringLiteral("body"), bodyJson(attempt.body));
     json.insert(QStringLiteral("digest"), QString::fromLatin1(attempt.digest));
     return json;
 }

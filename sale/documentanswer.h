@@ -8,6 +8,7 @@
 
 #include <QDateTime>
 #include <QJsonArray>
+#include <QJsonObject>
 
 #include <optional>
 
@@ -52,6 +53,8 @@ DocumentAnswer answerOf(const StoredDocument& document, receipt::Protocol protoc
 /// One attempt: "number", "begun", "ended", "markBefore", "movement", "markAfter", "error", "warnings",
 /// "state", "documentNumber", and "body" and "digest" where a later one was corrected.
 QJsonObject attemptJson(const StoredAttempt& attempt);
+/// What a document was made of: JSON as such, any other text as a text, null for none.
+QJsonValue bodyJson(const QByteArray& body);
 /// A moment of the journal, UTC; null for none.
 QJsonValue momentJson(const QDateTime& time);
 

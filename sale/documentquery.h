@@ -16,8 +16,7 @@ struct DocumentQuery
         Oldest,
         Newest,
         /// The one that was begun last is the first; those that were never begun, or were taken over from a
-        /// former
-        /// journal, are left out.
+        /// former journal, are left out.
         LastBegun
     };
 

@@ -11,7 +11,7 @@ namespace sale {
 struct DocumentRequest
 {
     QString id;
-    /// "sell", "sellReturn", "cashIn", "cashOut", "openShift", "zReport", "xReport", "accountingReport",
+    /// "sell", "sellReturn", "receipt" of another kind, "cashIn", "cashOut", "openShift", "zReport", "xReport", "accountingReport",
     /// "registration", "text", "copy"; "review" for what a person has accepted without a document.
     QString kind;
     /// What it was made of, mostly JSON text.

@@ -11,8 +11,8 @@ namespace {
 constexpr std::array stateNames{"queued", "running", "issued", "notIssued", "unknown"};
 constexpr std::array reasonNames{"", "refused", "expired", "deleted", "settled", "resolved"};
 
-template <size_t size>
-std::optional<size_t> placeOf(const std::array<const char*, size>& table, const QString& name)
+template <size_t Size>
+std::optional<size_t> placeOf(const std::array<const char*, Size>& table, const QString& name)
 {
     const auto* const found = std::find_if(
         table.begin(), table.end(), [&](const char* one) { return name == QLatin1String(one); });

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "attemptnote.h"
+#include "attemptstart.h"
+#include "documentending.h"
 #include "documentquery.h"
 #include "storeddocument.h"
 

@@ -23,7 +23,7 @@ struct OperationCount
 
 /// What the register tells of its documents at some moment: which fiscal drive it has, how far it has
 /// counted, and which sums stand in its counters. What a protocol does not tell, or the register did not, is
-/// empty, which is never the same as zero. Two of them, before and after a document, are judged by verdictOf.
+/// empty, which is never the same as zero. Two of them, before and after a document, are judged by judge.
 struct DriveMark
 {
     /// False when the register did not tell enough to judge a numbered document by.

@@ -150,8 +150,8 @@ QString textOf(const ErrorRow& row, const char* key)
     return key == nullptr ? text : tr::Tr(QString::fromLatin1(key).arg(row.code), text).ui();
 }
 
-template <size_t size>
-std::optional<ErrorKind> kindIn(const ErrorRow (&rows)[size], const QString& text, const char* key = nullptr)
+template <size_t Size>
+std::optional<ErrorKind> kindIn(const ErrorRow (&rows)[Size], const QString& text, const char* key = nullptr)
 {
     const auto* const found = std::find_if(std::begin(rows), std::end(rows), [&](const ErrorRow& row) {
         return text == QString::fromUtf8(row.text) || (key != nullptr && text == textOf(row, key));

@@ -2,8 +2,11 @@
 
 #include "errortable.h"
 #include "exceptions.h"
+#include "idconflict.h"
+#include "invaliddocumentid.h"
 #include "journalerror.h"
 #include "markrefusal.h"
+#include "receipterror.h"
 #include "reviewneeded.h"
 
 #include <algorithm>
@@ -48,27 +51,42 @@ const ClassRow& classOf(const BasicException& exception)
     return found == std::end(classes) ? root : *found;
 }
 
+/// Of the exception that is being handled, which is none of the contract's.
+Failure foreignFailure(const std::exception& failure, const char* name, ErrorKind kind = ErrorKind::Internal)
+{
+    return {
+        QString::fromUtf8(failure.what()), QString::fromLatin1(name), std::current_exception(), false, kind};
+}
+
 } // namespace
 
 Failure currentFailure()
 {
-    const std::exception_ptr exception = std::current_exception();
     try {
         throw;
     } catch (const BasicException& failure) {
-        return {failure.tr().ru(), exceptionClassName(failure), exception, true, errorKindOf(failure)};
+        return {failure.tr().ru(), exceptionClassName(failure), std::current_exception(), true,
+            errorKindOf(failure)};
     } catch (const JournalError& failure) {
-        return {QString::fromUtf8(failure.what()), QStringLiteral("JournalError"), exception};
+        return foreignFailure(failure, "JournalError");
     } catch (const ReviewNeeded& failure) {
-        return {QString::fromUtf8(failure.what()), QStringLiteral("ReviewNeeded"), exception};
-    } catch (const MarkRefusal& failure) {
-        return {QString::fromUtf8(failure.what()), QStringLiteral("MarkRefusal"), exception, false,
-            ErrorKind::Mark, failure.errors().constFirst().path, failure.bits().constFirst()};
+        return foreignFailure(failure, "ReviewNeeded");
+    } catch (const MarkRefusal& refusal) {
+        Failure failure = foreignFailure(refusal, "MarkRefusal", ErrorKind::Mark);
+        failure.path = refusal.errors().constFirst().path;
+        failure.bits = refusal.bits().constFirst();
+        return failure;
+    } catch (const receipt::ReceiptError& failure) {
+        return foreignFailure(failure, "ReceiptError", ErrorKind::Data);
+    } catch (const IdConflict& failure) {
+        return foreignFailure(failure, "IdConflict", ErrorKind::Data);
+    } catch (const InvalidDocumentId& failure) {
+        return foreignFailure(failure, "InvalidDocumentId", ErrorKind::Data);
     } catch (const std::exception& failure) {
-        return {QString::fromUtf8(failure.what()), QStringLiteral("std::exception"), exception};
+        return foreignFailure(failure, "std::exception");
     } catch (...) {
-        return {QStringLiteral("unknown exception"), QStringLiteral("std::exception"), exception, false,
-            ErrorKind::Other};
+        return {QStringLiteral("unknown exception"), QStringLiteral("std::exception"),
+            std::current_exception(), false, ErrorKind::Other};
     }
 }
 

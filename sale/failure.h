@@ -16,14 +16,15 @@ struct Failure
 {
     /// The register's own Russian text for the cashier; of another exception what it says.
     QString text;
-    /// Name of the exception's class as the contract has it ("FrPaperException"); "JournalError" when the
-    /// journal of sales failed, "MarkRefusal" for bad marking codes, and "std::exception" for whatever else
-    /// came out of the host's own device.
+    /// Name of the exception's class as the contract has it ("FrPaperException"), or as this library has it:
+    /// "JournalError" when the journal failed, "ReviewNeeded", "MarkRefusal" for bad marking codes,
+    /// "ReceiptError", "IdConflict" and "InvalidDocumentId" for mistakes of the caller. "std::exception" for
+    /// whatever else came out of the host's own device.
     QString exceptionName;
     /// The exception itself, to be thrown again.
     std::exception_ptr exception;
-    /// False for an exception that is none of the contract's, thrown by the host's own device to interrupt
-    /// the driver or by the journal.
+    /// False for an exception that is none of the contract's: thrown by the host's own device to interrupt
+    /// the driver, or by this library.
     bool isOfDriver = false;
     /// Mark also when the register did not find a marking code good, with the code's place in the receipt and
     /// what the register said of it; text is English then. The exception, a MarkRefusal, has all such codes.

@@ -8,6 +8,8 @@
 #include "movement.h"
 #include "verdict.h"
 
+#include <optional>
+
 namespace sale {
 
 /// A document of ours on its way through the journal: under the id that the caller gave it, so that it can be

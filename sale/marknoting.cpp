@@ -2,6 +2,7 @@
 
 #include "abstractfrdriver.h"
 #include "misreading.h"
+#include "money.h"
 
 #include <utility>
 
@@ -9,13 +10,10 @@ namespace sale {
 
 namespace {
 
+using receipt::kopecksOf;
+
 // A line on which so many answers in a row differ has no number to tell.
 constexpr int mostReadings = 20;
-
-qint64 kopecks(double roubles)
-{
-    return qRound64(roubles * 100);
-}
 
 hw::fr::CheckType checkTypeOf(DocumentKind kind)
 {
@@ -61,7 +59,7 @@ public:
         // another shift on both.
         mark.shift = registers.shiftNumber;
         if (registers.cashInDrawer.isValid())
-            mark.drawer = kopecks(registers.cashInDrawer.toDouble());
+            mark.drawer = kopecksOf(registers.cashInDrawer.toDouble());
     }
 
     void askNextReceipt()
@@ -83,13 +81,13 @@ public:
             return;
         PaymentSums& sums = mark.sums[kind];
         for (auto counter = counters.cbegin(); counter != counters.cend(); ++counter)
-            sums.insert(counter.key(), kopecks(counter.value()));
+            sums.insert(counter.key(), kopecksOf(counter.value()));
     }
 
     void askCash(DocumentKind kind)
     {
         const MoneyCounters counters = m_driver.getMoneyCounters(checkTypeOf(kind));
-        mark.cash[kind] = {counters.count, kopecks(counters.sum)};
+        mark.cash[kind] = {counters.count, kopecksOf(counters.sum)};
     }
 
     DriveMark mark;

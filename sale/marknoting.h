@@ -3,6 +3,8 @@
 #include "drivemark.h"
 #include "registerline.h"
 
+#include <optional>
+
 class AbstractFrDriver;
 
 namespace sale {

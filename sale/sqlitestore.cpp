@@ -6,8 +6,6 @@
 
 #include <QJsonDocument>
 
-#include <algorithm>
-
 namespace sale {
 
 namespace {

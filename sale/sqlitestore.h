@@ -3,6 +3,8 @@
 #include "documentstore.h"
 #include "sqliteconnection.h"
 
+#include <optional>
+
 namespace sale {
 
 /// The journal as an SQLite file. Journals of earlier releases are taken over once: one in the same file when

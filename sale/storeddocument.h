@@ -1,7 +1,7 @@
 #pragma once
 
-#include "documentending.h"
 #include "documentrequest.h"
+#include "documentstate.h"
 #include "storedattempt.h"
 
 #include <QList>

@@ -34,8 +34,7 @@ struct Judgement
 /// - Another drive, an older number, or nothing told: Unknown.
 /// - The number unmoved: NotIssued. Sums that moved all the same: contradictory, Unknown.
 /// - Moved by one, and the sums by exactly the document: Issued when the line was ours alone, else Unknown,
-/// for
-///   somebody else's document of the same sums cannot be told from ours.
+///   for somebody else's document of the same sums cannot be told from ours.
 /// - Moved by one, and the sums by something else or not at all, or the shift has closed: that was another
 ///   document, and ours is NotIssued.
 /// - Moved by more: NotIssued when no sum moved, else Unknown.

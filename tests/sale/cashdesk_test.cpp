@@ -96,6 +96,7 @@ TEST_F(Desk, MistakesOfTheCallerAreToldBeforeAnythingIsAsked)
         const IssueResult result = desk().issue(row.id, row.json);
         ASSERT_TRUE(result.failure) << row.text;
         EXPECT_TRUE(result.failure->text.contains(row.text)) << result.failure->text.toStdString();
+        EXPECT_EQ(result.failure->kind, ErrorKind::Data) << row.text;
         EXPECT_EQ(result.verdict, Outcome::None);
     }
     EXPECT_EQ(driver.calls, "");
