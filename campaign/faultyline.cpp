@@ -58,7 +58,6 @@ bool FaultyLine::setBaudRate(QSerialPort::BaudRate baudRate)
 bool FaultyLine::open()
 {
     requireHost();
-    m_openings += m_open ? 0 : 1;
     m_open = true;
     return true;
 }

@@ -9,6 +9,7 @@
 #include <QMap>
 
 #include <functional>
+#include <utility>
 
 /// The line between a driver and the software register, in virtual time: a wait moves the clock to the next
 /// byte or to its end, and nothing ever waits really. Each request suffers one fault or none.
@@ -45,8 +46,6 @@ public:
     void planFault(int requestsBefore, FaultKind kind) { m_planned[m_requestCount + requestsBefore] = kind; }
     /// Requests so far.
     int requestCount() const { return m_requestCount; }
-    /// Another number for each opening of the line.
-    quint64 openings() const { return m_openings; }
     void setTrace(bool on) { m_trace = on; }
     void traceEvent(const char* event) const;
     /// The register has stored a document and is about to print it.
@@ -108,7 +107,6 @@ private:
     /// By the number of the request, counted from 0.
     QMap<int, FaultKind> m_planned;
     int m_requestCount = 0;
-    quint64 m_openings = 0;
     FaultKind m_fault = FaultKind::None;
     QSerialPort::BaudRate m_baudRate = QSerialPort::Baud115200;
     bool m_open = false;

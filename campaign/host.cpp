@@ -7,8 +7,8 @@
 #include "hostkilled.h"
 #include "identifiedsale.h"
 #include "marknoting.h"
-#include "pendingsales.h"
 #include "receiptissuer.h"
+#include "registerstart.h"
 #include "review.h"
 #include "violation.h"
 
@@ -151,8 +151,7 @@ void Host::start()
     setFaults(nullptr, &Rates::usual);
     m_rig.line.open();
     m_rig.driver().portOpen();
-    reconnect(false);
-    m_rig.driver().init();
+    reachRegister(false);
     m_shiftOpened = m_rig.clock.milliseconds();
 }
 
@@ -231,14 +230,14 @@ sale::Outcome Host::outcomeOf(const QString& id) const
     return document ? sale::verdictOf(*document).outcome : sale::Outcome::NotIssued;
 }
 
-void Host::reconnect(bool reopen)
+void Host::reachRegister(bool reopen)
 {
     if (reopen || !m_rig.line.isOpen()) {
         m_rig.driver().portClose();
         m_rig.line.open();
         m_rig.driver().portOpen();
     }
-    m_rig.driver().connect();
+    sale::startRegister(m_rig.driver(), &m_journal, m_line, {});
 }
 
 void Host::recover(Random* faults)
@@ -262,9 +261,7 @@ bool Host::restore(bool reopen)
     m_rig.device.setPaper(true);
     m_rig.line.repair();
     try {
-        reconnect(reopen);
-        sale::settlePendingSales(m_rig.driver(), m_journal, m_line);
-        m_rig.driver().init();
+        reachRegister(reopen);
     } catch (const BasicException&) {
         return false;
     } catch (const HostKilled&) {

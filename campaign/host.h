@@ -9,6 +9,7 @@
 #include "saleresult.h"
 
 #include <functional>
+#include <optional>
 
 namespace receipt {
 struct Receipt;
@@ -56,7 +57,7 @@ private:
     void checkCloses(const char* name, const QList<QByteArray>& requests) const;
     void checkFrames(const char* name, const QList<QByteArray>& requests) const;
     /// A port that is closed and opened again has thrown away the late answers.
-    void reconnect(bool reopen);
+    void reachRegister(bool reopen);
     void recover(Random* faults);
     bool restore(bool reopen);
     /// Both give what it failed of; empty when all went well.

@@ -9,6 +9,9 @@
 class HostAnswer
 {
 public:
+    /// Its exit statuses, as far as the campaigns tell them apart.
+    enum Status { Done = 0, WrongUsage = 2, FoundIssued = 3, Unknown = 5 };
+
     HostAnswer() = default;
     HostAnswer(int status, const QByteArray& output, const QByteArray& messages);
 

@@ -1,7 +1,6 @@
 #include "hostkills.h"
 
 #include "hostjournal.h"
-#include "violation.h"
 
 #include <QDir>
 #include <QJsonDocument>

@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <numeric>
+#include <optional>
 
 namespace {
 
@@ -47,7 +48,7 @@ int KillCounts::kills() const
 
 void KillCounts::add(const KillCounts& other)
 {
-    for (size_t way = 0; way < ways; ++way)
+    for (size_t way = 0; way < m_kills.size(); ++way)
         for (size_t phase = 0; phase < phases; ++phase)
             m_kills.at(way).at(phase) += other.m_kills.at(way).at(phase);
 }
@@ -59,7 +60,7 @@ void KillCounts::print(const QString& title) const
     std::printf("%-12s %12s %12s %12s %12s %12s %8s\n", "", "first byte", "document", "document", "close",
         "it", "all");
     std::array<int, phases> all{};
-    for (size_t way = 0; way < ways; ++way) {
+    for (size_t way = 0; way < m_kills.size(); ++way) {
         printLine(wayNames[way], m_kills.at(way));
         for (size_t phase = 0; phase < phases; ++phase)
             all.at(phase) += m_kills.at(way).at(phase);

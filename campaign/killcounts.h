@@ -11,9 +11,11 @@ class KillCounts
 {
 public:
     /// How a host is ended. ClosedPipe: nobody reads any more what it says.
-    enum Way { Kill, Terminate, Interrupt, HangUp, ClosedPipe, ways };
+    enum Way { Kill, Terminate, Interrupt, HangUp, ClosedPipe };
+    static constexpr int ways = ClosedPipe + 1;
     /// How far its work on the register had come.
-    enum Phase { BeforeFirstByte, BeforeDocument, InDocument, InClose, AfterClose, phases };
+    enum Phase { BeforeFirstByte, BeforeDocument, InDocument, InClose, AfterClose };
+    static constexpr int phases = AfterClose + 1;
 
     static Phase phaseOf(const WireTrace& trace);
 

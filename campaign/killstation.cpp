@@ -18,9 +18,6 @@
 
 namespace {
 
-constexpr int statusIssued = 0;
-constexpr int statusFoundIssued = 3;
-
 bool isTakenAlone(const QString& port)
 {
     const int line = ::open(QFile::encodeName(port).constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
@@ -116,13 +113,11 @@ HostAnswer KillStation::callUntilIssued(const QStringList& command)
 
 bool KillStation::isIssued(const HostAnswer& told, bool wasEnded)
 {
-    constexpr int statusUsage = 2;
-    constexpr int statusUnknown = 5;
-    expect(told.status() != statusUsage && told.status() != statusUnknown,
+    expect(told.status() != HostAnswer::WrongUsage && told.status() != HostAnswer::Unknown,
         QStringLiteral("a sale is not settled: ") + told.text());
-    m_counts.found += told.status() == statusFoundIssued ? 1 : 0;
+    m_counts.found += told.status() == HostAnswer::FoundIssued ? 1 : 0;
     // With a closed pipe nobody heard the answer.
-    if (told.isIssued() && (told.status() == statusIssued || told.status() == statusFoundIssued))
+    if (told.isIssued() && (told.status() == HostAnswer::Done || told.status() == HostAnswer::FoundIssued))
         return true;
     if (!wasEnded)
         m_counts.failures.append(told.text());
@@ -138,7 +133,7 @@ void KillStation::makeOther()
                       : QStringList{QStringLiteral("z-report")},
         m_counts.others);
     const HostAnswer settled = call({QStringLiteral("journal"), QStringLiteral("settle")});
-    expect(settled.status() == 0, QStringLiteral("not settled: ") + settled.text());
+    expect(settled.status() == HostAnswer::Done, QStringLiteral("not settled: ") + settled.text());
     const QList<QJsonObject> made = newDocuments();
     expect(made.isEmpty() || (made.size() == 1 && hostjournal::kindOf(made.constFirst()) == kind),
         QStringLiteral("%1 made %2 documents").arg(kind).arg(made.size()));

@@ -12,11 +12,10 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <memory>
+#include <optional>
 
 namespace {
-
-constexpr int issued = 0;
-constexpr int issuedAfterFailure = 3;
 
 bool haveSameSign(const emulator::StoredDocument& one, const emulator::StoredDocument& other)
 {
@@ -171,13 +170,14 @@ void PowerCuts::settle(int number, const QStringList& command)
     constexpr int attempts = 4;
     m_register.start();
     HostAnswer told;
-    for (int attempt = 0; attempt < attempts && told.status() != issued; ++attempt) {
+    for (int attempt = 0; attempt < attempts && told.status() != HostAnswer::Done; ++attempt) {
         told = HostProcess(m_host.frctl, m_host.arguments(m_protocol, command)).end();
-        m_counts.untold += attempt == 0 && told.status() == issuedAfterFailure ? 1 : 0;
+        m_counts.untold += attempt == 0 && told.status() == HostAnswer::FoundIssued ? 1 : 0;
     }
     m_register.kill();
     checkState();
-    expect(told.status() == issued, QStringLiteral("the host did not come through: ") + told.text());
+    expect(
+        told.status() == HostAnswer::Done, QStringLiteral("the host did not come through: ") + told.text());
     if (command.contains(QStringLiteral("sell")))
         expect(receiptsOf(number) == 1, QStringLiteral("a sale that was settled is not there once"));
 }

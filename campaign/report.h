@@ -25,7 +25,6 @@ public:
     void addFailure(const SaleResult& result);
     /// The journal did not know a document of the register.
     void addReview() { ++m_reviews; }
-    int reviews() const { return m_reviews; }
     /// A sale that was told not issued was sold again under its id.
     void addSoldAgain() { ++m_soldAgain; }
     /// A neighbour's sale of the same sums was told to be ours, which was not issued, on a line that was said
