@@ -1,11 +1,8 @@
 #include "journalcheck.h"
 
-#include "abstractfrdriver.h"
-#include "marknoting.h"
 #include "money.h"
-#include "movement.h"
 #include "receiptnames.h"
-#include "shiftopening.h"
+#include "shiftcheck.h"
 
 #include <QJsonArray>
 
@@ -13,57 +10,30 @@ namespace frctl {
 
 namespace {
 
-using sale::DocumentKind;
-using sale::PaymentSums;
-
-/// Of the receipts since the last Z report.
-PaymentSums journalSums(const sale::DocumentStore& store, const QString& drive, DocumentKind kind)
+QString paymentName(int payment)
 {
-    PaymentSums sums;
-    for (const sale::StoredDocument& document :
-        store.find({.drive = drive, .order = sale::DocumentQuery::LastBegun})) {
-        if (document.state != sale::DocumentState::Issued)
-            continue;
-        const auto movement = sale::Movement::fromJson(document.attempts.constLast().start.movement);
-        if (movement.kind == DocumentKind::ShiftClosing)
-            break;
-        if (movement.kind != kind)
-            continue;
-        for (auto payment = movement.payments.cbegin(); payment != movement.payments.cend(); ++payment)
-            sums[payment.key()] += payment.value() * document.times;
+    for (const receipt::NamedValue& known : receipt::names::paymentKinds()) {
+        if (known.value == payment)
+            return QLatin1String(known.name);
     }
-    return sums;
+    return QString::number(payment);
 }
 
-PaymentSums registerSums(AbstractFrDriver& driver, DocumentKind kind)
+QString differenceText(const sale::SumDifference& difference)
 {
-    const QMap<int, double> counters
-        = driver.getCheckCounters(kind == DocumentKind::Sale ? hw::fr::CheckSale : hw::fr::CheckSaleReturn);
-    PaymentSums sums;
-    for (auto counter = counters.cbegin(); counter != counters.cend(); ++counter)
-        sums[counter.key()] = qRound64(counter.value() * 100);
-    return sums;
+    return QStringLiteral("%1, %2: the register has %3, this journal %4: the difference of %5 "
+                          "is of receipts that others made")
+        .arg(documentKindName(difference.kind), paymentName(difference.payment),
+            receipt::moneyText(difference.inRegister), receipt::moneyText(difference.inJournal),
+            receipt::moneyText(difference.inRegister - difference.inJournal));
 }
 
-void compare(Output& output, QJsonArray& differences, DocumentKind kind, const PaymentSums& ours,
-    const PaymentSums& theirs)
+QJsonObject differenceJson(const sale::SumDifference& difference)
 {
-    for (const receipt::NamedValue& payment : receipt::names::paymentKinds()) {
-        const qint64 inJournal = ours.value(payment.value);
-        const qint64 inRegister = theirs.value(payment.value);
-        if (inJournal == inRegister)
-            continue;
-        const QString name = documentKindName(kind);
-        output.lines.append(
-            QStringLiteral("%1, %2: the register has %3, this journal %4: the difference of %5 "
-                           "is of receipts that others made")
-                .arg(name, QLatin1String(payment.name), receipt::moneyText(inRegister),
-                    receipt::moneyText(inJournal), receipt::moneyText(inRegister - inJournal)));
-        differences.append(QJsonObject{{QStringLiteral("kind"), name},
-            {QStringLiteral("payment"), QLatin1String(payment.name)},
-            {QStringLiteral("register"), receipt::roubles(inRegister)},
-            {QStringLiteral("journal"), receipt::roubles(inJournal)}});
-    }
+    return {{QStringLiteral("kind"), documentKindName(difference.kind)},
+        {QStringLiteral("payment"), paymentName(difference.payment)},
+        {QStringLiteral("register"), receipt::roubles(difference.inRegister)},
+        {QStringLiteral("journal"), receipt::roubles(difference.inJournal)}};
 }
 
 } // namespace
@@ -82,21 +52,21 @@ Output checkFile(const Options& options)
 Output checkShift(AbstractFrDriver& driver, const Options& options)
 {
     Output output = checkFile(options);
-    if (!sale::isShiftOpen(driver, options.line())) {
+    const auto differences = sale::shiftDifferences(driver, options.journal->store(), options.line());
+    if (!differences) {
         output.lines.append(QStringLiteral("the shift is closed: no counters to compare"));
         return output;
     }
-    const QString drive = sale::noteMark(driver, options.line(), DocumentKind::Report).drive;
-    QJsonArray differences;
-    for (const DocumentKind kind : {DocumentKind::Sale, DocumentKind::SaleReturn})
-        compare(output, differences, kind, journalSums(options.journal->store(), drive, kind),
-            registerSums(driver, kind));
-    output.json.insert(QStringLiteral("differences"), differences);
-    if (differences.isEmpty())
+    QJsonArray json;
+    for (const sale::SumDifference& difference : *differences) {
+        output.lines.append(differenceText(difference));
+        json.append(differenceJson(difference));
+        output.status = ExitFailure;
+    }
+    output.json.insert(QStringLiteral("differences"), json);
+    if (differences->isEmpty())
         output.lines.append(
             QStringLiteral("the counters of the shift have the journal's receipts and no others"));
-    else
-        output.status = ExitFailure;
     return output;
 }
 

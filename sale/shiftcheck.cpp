@@ -1,0 +1,50 @@
+#include "shiftcheck.h"
+
+#include "documentstore.h"
+#include "marknoting.h"
+#include "misreading.h"
+#include "movement.h"
+#include "shiftopening.h"
+
+namespace sale {
+
+namespace {
+
+/// Of the receipts since the last Z report.
+PaymentSums journalSums(const DocumentStore& store, const QString& drive, DocumentKind kind)
+{
+    PaymentSums sums;
+    for (const StoredDocument& document : store.find({.drive = drive, .order = DocumentQuery::LastBegun})) {
+        if (document.state != DocumentState::Issued)
+            continue;
+        const auto movement = Movement::fromJson(document.attempts.constLast().start.movement);
+        if (movement.kind == DocumentKind::ShiftClosing)
+            break;
+        if (movement.kind != kind)
+            continue;
+        for (auto payment = movement.payments.cbegin(); payment != movement.payments.cend(); ++payment)
+            sums[payment.key()] += payment.value() * document.times;
+    }
+    return sums;
+}
+
+} // namespace
+
+std::optional<QList<SumDifference>> shiftDifferences(
+    AbstractFrDriver& driver, const DocumentStore& store, const RegisterLine& line)
+{
+    if (!isShiftOpen(driver, line))
+        return std::nullopt;
+    QList<SumDifference> found;
+    for (const DocumentKind kind : {DocumentKind::Sale, DocumentKind::SaleReturn}) {
+        const DriveMark mark = noteMark(driver, line, kind);
+        const PaymentSums counted = mark.sums.value(kind);
+        const PaymentSums known = journalSums(store, mark.drive, kind);
+        const PaymentSums rest = difference(counted, known);
+        for (auto payment = rest.cbegin(); payment != rest.cend(); ++payment)
+            found.append({kind, payment.key(), counted.value(payment.key()), known.value(payment.key())});
+    }
+    return found;
+}
+
+} // namespace sale
