@@ -11,8 +11,9 @@ namespace sale {
 struct DocumentRequest
 {
     QString id;
-    /// "sell", "sellReturn", "receipt" of another kind, "cashIn", "cashOut", "openShift", "zReport", "xReport", "accountingReport",
-    /// "registration", "text", "copy"; "review" for what a person has accepted without a document.
+    /// "sell", "sellReturn", "receipt" of another kind, "cashIn", "cashOut", "openShift", "zReport",
+    /// "xReport", "accountingReport", "registration", "text", "copy"; "review" for what a person has accepted
+    /// without a document.
     QString kind;
     /// What it was made of, mostly JSON text.
     QByteArray body;

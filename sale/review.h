@@ -15,8 +15,8 @@ std::optional<DriveMark> lastKnownMark(const DocumentStore& store, const QString
 
 /// For a register that nobody else works, before a document of ours: throws ReviewNeeded when it has made
 /// documents that the journal does not know. The mark is that before the document. Where it does not tell the
-/// drive's last number, the one that is given back has it: the journal's, if nothing has moved since, else the
-/// register is asked. Throws JournalError and the driver's exceptions.
+/// drive's last number, the one that is given back has it: the journal's, if nothing has moved since, else
+/// the register is asked. Throws JournalError and the driver's exceptions.
 DriveMark requireKnown(AbstractFrDriver& driver, const DocumentStore& store, DriveMark now);
 
 /// Writes down that a person has looked at the documents up to that mark. Throws JournalError.
