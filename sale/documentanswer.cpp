@@ -48,8 +48,9 @@ QJsonArray attemptsJson(const QList<StoredAttempt>& attempts)
 void readMark(DocumentAnswer& answer, const AttemptStart& start, receipt::Protocol protocol)
 {
     const DriveMark mark = DriveMark::fromJson(start.markBefore);
-    const bool isHex = protocol == receipt::Protocol::Hex;
-    // Over HEX the register tells the number that the next shift will have.
+    // Over HEX the register tells the number that the next shift will have. A receipt that is asked for over
+    // the other protocol has a number in the shift over HEX alone.
+    const bool isHex = protocol == receipt::Protocol::Hex || mark.nextReceipt;
     if (mark.shift)
         answer.shift = *mark.shift - (isHex ? 1 : 0);
     if (isReceipt(Movement::fromJson(start.movement).kind))

@@ -24,11 +24,12 @@ enum Fault {
     NoDatabase = 26
 };
 
+/// Empty where nobody gets at the file by being of its folder's group.
 QString groupOf(const QString& fileName)
 {
     struct stat status = {};
     const QByteArray folder = QFileInfo(fileName).absolutePath().toLocal8Bit();
-    if (::stat(folder.constData(), &status) != 0)
+    if (::stat(folder.constData(), &status) != 0 || (status.st_mode & (S_IWGRP | S_IWOTH)) != S_IWGRP)
         return {};
     const struct group* const entry = ::getgrgid(status.st_gid);
     return entry == nullptr ? QString::number(status.st_gid) : QString::fromLocal8Bit(entry->gr_name);
@@ -85,7 +86,8 @@ JournalError journalFault(const QString& fileName, const QSqlError& error)
 JournalError journalFault(const QString& fileName, int error)
 {
     const int code = error == ENOSPC || error == EDQUOT ? Full : error == EIO ? Input : CannotOpen;
-    return faultOf(fileName, qt_error_string(error), advice(fileName, code));
+    return faultOf(fileName, qt_error_string(error),
+        error == EEXIST ? QStringLiteral("name one that is not there") : advice(fileName, code));
 }
 
 } // namespace sale

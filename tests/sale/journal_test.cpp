@@ -1,8 +1,11 @@
 // The journal as a file of this machine.
 
+#include "documentanswer.h"
+#include "drivemark.h"
 #include "identifiedsale.h"
 #include "journalerror.h"
 #include "journalplace.h"
+#include "movement.h"
 #include "pendingsales.h"
 #include "recordingdriver.h"
 #include "review.h"
@@ -244,9 +247,10 @@ TEST_F(Journal, PlaceIsTheMachinesWhereThePackageMadeIt)
     EXPECT_EQ(journalPlace(folder.path()), folder.filePath("sales.sqlite"));
     // Another user, without the group.
     const QTemporaryDir closed;
-    ::chmod(closed.path().toLocal8Bit().constData(), 0500);
     const uid_t user = ::geteuid();
     constexpr uid_t nobody = 65534;
+    ASSERT_TRUE(user != 0 || ::chown(closed.path().toLocal8Bit().constData(), user, nobody) == 0);
+    ::chmod(closed.path().toLocal8Bit().constData(), 0570);
     ASSERT_TRUE(user != 0 || ::seteuid(nobody) == 0);
     const QString told = textOf([&closed] { journalPlace(closed.path()); });
     ASSERT_TRUE(user != 0 || ::seteuid(user) == 0);
@@ -268,7 +272,7 @@ TEST_F(Journal, FailureSaysWhichFileAndWhatToDo)
     text.write(QByteArray(4096, 'x'));
     text.close();
     isTold(textOf([&] { SqliteStore{damaged}; }), damaged, "it is damaged; put a backup");
-    isTold(textOf([&] { SqliteStore{folder.path()}; }), folder.path(), "be of the group");
+    isTold(textOf([&] { SqliteStore{folder.path()}; }), folder.path(), "this user can write");
 
     SqliteStore store(file, 0);
     SqliteConnection other(file, 0);
@@ -293,6 +297,20 @@ TEST_F(Journal, FailureSaysWhichFileAndWhatToDo)
     isTold(textOf([&] { SqliteStore{file}; }), file, "later release");
 }
 
+TEST(DocumentAnswer, ShiftIsThatOfTheReceiptWhateverProtocolAsksNow)
+{
+    DriveMark hex = noted;
+    hex.shift = 3;
+    hex.nextReceipt = 5;
+    StoredAttempt attempt;
+    attempt.start = {hex.toJson(), Movement{DocumentKind::Sale}.toJson()};
+    StoredDocument document;
+    document.state = DocumentState::Issued;
+    document.attempts = {attempt};
+    for (const receipt::Protocol protocol : {receipt::Protocol::Hex, receipt::Protocol::Xml})
+        EXPECT_EQ(answerOf(document, protocol).shift, 2);
+}
+
 TEST_F(Journal, BackupIsSoundWhileOthersWrite)
 {
     SqliteStore store(file);
@@ -300,7 +318,7 @@ TEST_F(Journal, BackupIsSoundWhileOthersWrite)
     const QString copy = folder.filePath("copy");
     store.backUp(copy);
     EXPECT_EQ(shownMode(copy), "600");
-    EXPECT_TRUE(textOf([&] { store.backUp(copy); }).contains(copy)) << "it is there";
+    EXPECT_TRUE(textOf([&] { store.backUp(copy); }).contains("name one that is not there"));
     SqliteStore opened(copy);
     EXPECT_TRUE(saleIn(opened).isUnsettled());
     EXPECT_TRUE(opened.damages().isEmpty());
