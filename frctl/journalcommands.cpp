@@ -176,6 +176,9 @@ sale::DocumentEnding wordOf(const Options& options)
     }
     if (word != QStringLiteral("not-issued"))
         throw UsageError(QStringLiteral("journal resolve takes ID issued or ID not-issued"));
+    if (!options.documentNumber.isEmpty())
+        throw UsageError(
+            QStringLiteral("--document contradicts not-issued: a document with a number is issued"));
     if (options.note.trimmed().isEmpty())
         throw UsageError(QStringLiteral("journal resolve ID not-issued needs --note TEXT, what was seen"));
     ending.state = sale::DocumentState::NotIssued;

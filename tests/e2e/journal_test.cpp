@@ -88,6 +88,7 @@ TEST_P(MachineJournal, HasEachDocumentAndShowsIt)
     EXPECT_EQ(alone("--id till-1:42 sell " + sale).value("replayed"), true);
     alone("journal list --state done", 2);
     alone("journal resolve till-1:42 not-issued --note seen", 1);
+    alone("journal resolve till-1:42 not-issued --document 3 --note seen", 2);
 }
 
 TEST_P(MachineJournal, DocumentsOfAnotherAreNoticedAndAccepted)
