@@ -57,6 +57,22 @@ void readMark(DocumentAnswer& answer, const AttemptStart& start, receipt::Protoc
         answer.receiptNumber = mark.nextReceipt;
 }
 
+/// What the kind of an error asks of a cashier is mostly to repeat the document: never one that may be
+/// issued.
+QJsonValue errorJson(const AnswerError& error, const std::optional<DocumentState>& state)
+{
+    QJsonObject json = error.toJson();
+    const bool isToRepeat = error.kind != ErrorKind::Data && error.kind != ErrorKind::Internal
+        && error.kind != ErrorKind::Fatal;
+    if (isToRepeat && state == DocumentState::Issued)
+        json.insert(QStringLiteral("action"),
+            QStringLiteral("Документ пробит, не повторяйте его; прочтите сообщение и устраните причину"));
+    if (isToRepeat && state == DocumentState::Unknown)
+        json.insert(QStringLiteral("action"),
+            QStringLiteral("Неизвестно, пробит ли документ: не повторяйте его, посмотрите ленту кассы"));
+    return json;
+}
+
 } // namespace
 
 QJsonObject DocumentAnswer::toJson() const
@@ -72,7 +88,7 @@ QJsonObject DocumentAnswer::toJson() const
         {QStringLiteral("dateTime"), localTimeJson(dateTime)}, {QStringLiteral("total"), sumOrNull(total)},
         {QStringLiteral("change"), sumOrNull(change)}, {QStringLiteral("items"), items},
         {QStringLiteral("warnings"), warnings}, {QStringLiteral("attempts"), attemptsJson(attempts)},
-        {QStringLiteral("error"), error ? QJsonValue(error->toJson()) : QJsonValue()}};
+        {QStringLiteral("error"), error ? errorJson(*error, state) : QJsonValue()}};
 }
 
 void DocumentAnswer::take(const Verdict& verdict)

@@ -311,6 +311,19 @@ TEST(DocumentAnswer, ShiftIsThatOfTheReceiptWhateverProtocolAsksNow)
         EXPECT_EQ(answerOf(document, protocol).shift, 2);
 }
 
+TEST(DocumentAnswer, WhatMayBeIssuedIsNotToBeRepeated)
+{
+    DocumentAnswer answer;
+    answer.error = AnswerError{};
+    answer.error->kind = ErrorKind::Line;
+    for (const DocumentState state :
+        {DocumentState::Issued, DocumentState::Unknown, DocumentState::NotIssued}) {
+        answer.state = state;
+        const QString action = answer.toJson().value("error").toObject().value("action").toString();
+        EXPECT_EQ(action.contains(QStringLiteral("не повторяйте его")), state != DocumentState::NotIssued);
+    }
+}
+
 TEST_F(Journal, BackupIsSoundWhileOthersWrite)
 {
     SqliteStore store(file);
