@@ -157,7 +157,8 @@ constexpr Shown shape[] = {{"id"}, {"state"}, {"reason"}, {"replayed"}, {"times"
 QStringList textsOf(const Shown& row, const QJsonValue& value)
 {
     QStringList texts;
-    for (const QJsonValue& entry : value.toArray())
+    const QJsonArray entries = value.toArray();
+    for (const auto& entry : entries)
         texts.append(row.object(entry.toObject()));
     if (value.isObject())
         texts.append(row.object(value.toObject()));
