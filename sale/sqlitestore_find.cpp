@@ -5,9 +5,16 @@
 #include <QJsonDocument>
 #include <QSqlQuery>
 
+#include <algorithm>
+
 namespace sale {
 
 namespace {
+
+bool isFinished(DocumentState state)
+{
+    return state == DocumentState::Issued || state == DocumentState::NotIssued;
+}
 
 /// The condition grows with the fields that are given.
 class Condition
@@ -27,6 +34,9 @@ public:
             m_values.append(stateName(state));
         }
         m_texts.append(QStringLiteral("state IN (%1)").arg(places.join(QLatin1Char(','))));
+        // Only with the words of its index few rows are looked at, which each start of a program waits for.
+        if (std::none_of(states.cbegin(), states.cend(), isFinished))
+            m_texts.append(QStringLiteral("state IN ('queued', 'running', 'unknown')"));
     }
 
     QString text() const

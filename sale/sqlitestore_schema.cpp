@@ -21,8 +21,8 @@ constexpr const char* schemaStatements[] = {
     "attempts INTEGER NOT NULL DEFAULT 0, drive TEXT NOT NULL DEFAULT '', document INTEGER, "
     "number_read INTEGER NOT NULL DEFAULT 1, last_attempt INTEGER, times INTEGER NOT NULL DEFAULT 0, resolved_by TEXT, resolved_note TEXT, "
     "anonymised TEXT)",
-    // The queue, and what is to be settled: few rows of many.
-    "CREATE INDEX documents_unfinished ON documents (register, sequence) "
+    // The queue, and what is to be settled: few rows of many. Questions have the condition in these words.
+    "CREATE INDEX documents_unfinished ON documents (state) "
     "WHERE state IN ('queued', 'running', 'unknown')",
     "CREATE INDEX documents_by_drive ON documents (drive, last_attempt)",
     "CREATE INDEX documents_by_register ON documents (register, last_attempt)",
