@@ -8,6 +8,9 @@
 
 #include <QList>
 
+#include <algorithm>
+#include <functional>
+#include <limits>
 #include <optional>
 
 namespace sale {
@@ -40,6 +43,24 @@ public:
     /// (by) is taken for an unknown document alone, and not with a number that another one has on that drive.
     virtual void settle(const QString& id, int attempt, const DocumentEnding& ending) = 0;
     virtual QList<StoredDocument> find(const DocumentQuery& query) const = 0;
+
+    /// Looks at what the query finds, one after the other until that is enough (false), without reading far
+    /// more of a long journal than that.
+    void look(DocumentQuery query, const std::function<bool(const StoredDocument&)>& work) const
+    {
+        const int most = query.limit == 0 ? std::numeric_limits<int>::max() : query.limit;
+        constexpr int growth = 8;
+        qsizetype seen = 0;
+        for (query.limit = 1; seen < most; query.limit = std::min(most, query.limit * growth)) {
+            const QList<StoredDocument> found = find(query);
+            for (; seen < found.size(); ++seen) {
+                if (!work(found.at(seen)))
+                    return;
+            }
+            if (found.size() < query.limit)
+                return;
+        }
+    }
 
     /// Nothing for an id that is new.
     std::optional<StoredDocument> findId(const QString& id) const

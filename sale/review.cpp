@@ -77,24 +77,26 @@ Known knownBehind(const StoredDocument& document)
 std::optional<Known> knownOn(const DocumentStore& store, const QString& drive)
 {
     constexpr int farthest = 200;
-    const QList<StoredDocument> documents = store.find(
-        {.drive = drive, .limit = farthest, .order = DocumentQuery::LastBegun, .withAttempts = false});
+    std::optional<Known> found;
+    bool isAny = false;
     bool areReceiptsCounted = true;
-    for (const StoredDocument& listed : documents) {
-        const StoredDocument document = store.findId(listed.request.id).value();
-        Known known = knownBehind(document);
-        if (!areReceiptsCounted)
-            known.mark.nextReceipt = {};
-        if (known.mark.lastDocument != 0 || hasReceipts(known.mark))
-            return known;
-        // Neither cash nor what was not issued has moved the number that one before them tells.
-        const bool isOfCash = isCash(kindOf(document.attempts.constLast()));
-        if (!isOfCash && document.state != DocumentState::NotIssued)
-            return std::nullopt;
-        areReceiptsCounted = areReceiptsCounted && isOfCash;
-    }
-    if (!documents.isEmpty() || !store.find({.drive = drive, .limit = 1}).isEmpty())
-        return std::nullopt;
+    store.look({.drive = drive, .limit = farthest, .order = DocumentQuery::LastBegun},
+        [&](const StoredDocument& document) {
+            isAny = true;
+            Known known = knownBehind(document);
+            if (!areReceiptsCounted)
+                known.mark.nextReceipt = {};
+            if (known.mark.lastDocument != 0 || hasReceipts(known.mark)) {
+                found = known;
+                return false;
+            }
+            // Neither cash nor what was not issued has moved the number that one before them tells.
+            const bool isOfCash = isCash(kindOf(document.attempts.constLast()));
+            areReceiptsCounted = areReceiptsCounted && isOfCash;
+            return isOfCash || document.state == DocumentState::NotIssued;
+        });
+    if (isAny || !store.find({.drive = drive, .limit = 1}).isEmpty())
+        return found;
     return Known{{.drive = drive, .lastDocument = registrationNumber}, 1};
 }
 
@@ -138,22 +140,25 @@ std::optional<DriveMark> lastKnownMark(const DocumentStore& store, const QString
     // Texts and X reports leave no trace.
     constexpr int fewest = 20;
     std::optional<qint64> drawer;
-    for (const StoredDocument& document :
-        store.find({.registerName = registerName, .limit = fewest, .order = DocumentQuery::LastBegun})) {
-        if (document.drive.isEmpty())
-            continue;
-        const StoredAttempt& attempt = document.attempts.constLast();
-        if (attempt.note.markAfter.isEmpty())
-            return std::nullopt;
-        DriveMark mark = knownBehind(document).mark;
-        if (drawer)
-            mark.drawer = drawer;
-        if (!isCash(kindOf(attempt)))
-            return mark;
-        // It moved nothing but the drawer.
-        drawer = mark.drawer;
-    }
-    return std::nullopt;
+    std::optional<DriveMark> known;
+    store.look({.registerName = registerName, .limit = fewest, .order = DocumentQuery::LastBegun},
+        [&](const StoredDocument& document) {
+            if (document.drive.isEmpty())
+                return true;
+            const StoredAttempt& attempt = document.attempts.constLast();
+            if (attempt.note.markAfter.isEmpty())
+                return false;
+            DriveMark mark = knownBehind(document).mark;
+            if (drawer)
+                mark.drawer = drawer;
+            // It moved nothing but the drawer.
+            drawer = mark.drawer;
+            const bool isOfCash = isCash(kindOf(attempt));
+            if (!isOfCash)
+                known = mark;
+            return isOfCash;
+        });
+    return known;
 }
 
 DriveMark requireKnown(AbstractFrDriver& driver, const DocumentStore& store, DriveMark now)

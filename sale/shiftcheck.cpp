@@ -14,17 +14,15 @@ namespace {
 PaymentSums journalSums(const DocumentStore& store, const QString& drive, DocumentKind kind)
 {
     PaymentSums sums;
-    for (const StoredDocument& document : store.find({.drive = drive, .order = DocumentQuery::LastBegun})) {
+    store.look({.drive = drive, .order = DocumentQuery::LastBegun}, [&](const StoredDocument& document) {
         if (document.state != DocumentState::Issued)
-            continue;
+            return true;
         const auto movement = Movement::fromJson(document.attempts.constLast().start.movement);
-        if (movement.kind == DocumentKind::ShiftClosing)
-            break;
-        if (movement.kind != kind)
-            continue;
-        for (auto payment = movement.payments.cbegin(); payment != movement.payments.cend(); ++payment)
+        for (auto payment = movement.payments.cbegin();
+             movement.kind == kind && payment != movement.payments.cend(); ++payment)
             sums[payment.key()] += payment.value() * document.times;
-    }
+        return movement.kind != DocumentKind::ShiftClosing;
+    });
     return sums;
 }
 
