@@ -8,16 +8,6 @@ namespace frctl {
 
 namespace {
 
-QJsonValue textJson(const QString& text)
-{
-    return text.isEmpty() ? QJsonValue() : QJsonValue(text);
-}
-
-QJsonValue numberJson(quint32 number)
-{
-    return number == 0 ? QJsonValue() : QJsonValue(qint64{number});
-}
-
 QString shownTime(const QDateTime& time)
 {
     return time.isValid() ? time.toLocalTime().toString(Qt::ISODate) : QStringLiteral("-");
@@ -43,11 +33,12 @@ QString attemptLine(const sale::StoredAttempt& attempt)
 QJsonObject storedSummary(const sale::StoredDocument& document)
 {
     return {{QStringLiteral("id"), document.request.id}, {QStringLiteral("kind"), document.request.kind},
-        {QStringLiteral("register"), textJson(document.request.registerName)},
+        {QStringLiteral("register"), sale::textOrNull(document.request.registerName)},
         {QStringLiteral("state"), sale::stateName(document.state)},
-        {QStringLiteral("reason"), textJson(sale::reasonName(document.reason))},
-        {QStringLiteral("times"), document.times}, {QStringLiteral("drive"), textJson(document.drive)},
-        {QStringLiteral("documentNumber"), numberJson(document.documentNumber)},
+        {QStringLiteral("reason"), sale::textOrNull(sale::reasonName(document.reason))},
+        {QStringLiteral("times"), document.times},
+        {QStringLiteral("drive"), sale::textOrNull(document.drive)},
+        {QStringLiteral("documentNumber"), sale::documentNumberJson(document.documentNumber)},
         {QStringLiteral("documentNumberRead"),
             document.documentNumber == 0 ? QJsonValue() : QJsonValue(document.isNumberRead)},
         {QStringLiteral("accepted"), sale::momentJson(document.accepted)},
@@ -64,8 +55,8 @@ QJsonObject storedJson(const sale::StoredDocument& document)
         attempts.append(sale::attemptJson(attempt));
     json.insert(QStringLiteral("body"), sale::bodyJson(document.request.body));
     json.insert(QStringLiteral("digest"), QString::fromLatin1(document.digest));
-    json.insert(QStringLiteral("resolvedBy"), textJson(document.resolvedBy));
-    json.insert(QStringLiteral("note"), textJson(document.resolvedNote));
+    json.insert(QStringLiteral("resolvedBy"), sale::textOrNull(document.resolvedBy));
+    json.insert(QStringLiteral("note"), sale::textOrNull(document.resolvedNote));
     json.insert(QStringLiteral("attempts"), attempts);
     return json;
 }

@@ -2,12 +2,12 @@
 
 namespace sale {
 
-QJsonObject AnswerError::toJson() const
+QJsonObject AnswerError::toJson(const std::optional<DocumentState>& state) const
 {
     QJsonObject json = details;
     json.insert(QStringLiteral("kind"), errorKindName(kind));
     json.insert(QStringLiteral("text"), text);
-    json.insert(QStringLiteral("action"), errorAction(kind));
+    json.insert(QStringLiteral("action"), errorAction(kind, state));
     json.insert(QStringLiteral("exception"), exceptionName);
     return json;
 }

@@ -9,8 +9,9 @@ namespace sale {
 /// What an answer says of a failure.
 struct AnswerError
 {
-    /// "kind", "text", "action", "exception" and the details.
-    QJsonObject toJson() const;
+    /// "kind", "text", "action", "exception" and the details. The action is that for a document in that
+    /// state.
+    QJsonObject toJson(const std::optional<DocumentState>& state = {}) const;
 
     ErrorKind kind = ErrorKind::Other;
     /// The register's own Russian text; English of what is not the register's.

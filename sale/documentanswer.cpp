@@ -12,19 +12,9 @@ namespace sale {
 
 namespace {
 
-QJsonValue textOrNull(const QString& text)
-{
-    return text.isEmpty() ? QJsonValue() : QJsonValue(text);
-}
-
 QJsonValue numberOrNull(const std::optional<qint64>& number)
 {
     return number ? QJsonValue(*number) : QJsonValue();
-}
-
-QJsonValue documentNumberJson(quint32 number)
-{
-    return number == 0 ? QJsonValue() : QJsonValue(qint64{number});
 }
 
 QJsonValue sumOrNull(const std::optional<qint64>& kopecks)
@@ -57,22 +47,6 @@ void readMark(DocumentAnswer& answer, const AttemptStart& start, receipt::Protoc
         answer.receiptNumber = mark.nextReceipt;
 }
 
-/// What the kind of an error asks of a cashier is mostly to repeat the document: never one that may be
-/// issued.
-QJsonValue errorJson(const AnswerError& error, const std::optional<DocumentState>& state)
-{
-    QJsonObject json = error.toJson();
-    const bool isToRepeat = error.kind != ErrorKind::Data && error.kind != ErrorKind::Internal
-        && error.kind != ErrorKind::Fatal;
-    if (isToRepeat && state == DocumentState::Issued)
-        json.insert(QStringLiteral("action"),
-            QStringLiteral("Документ пробит, не повторяйте его; прочтите сообщение и устраните причину"));
-    if (isToRepeat && state == DocumentState::Unknown)
-        json.insert(QStringLiteral("action"),
-            QStringLiteral("Неизвестно, пробит ли документ: не повторяйте его, посмотрите ленту кассы"));
-    return json;
-}
-
 } // namespace
 
 QJsonObject DocumentAnswer::toJson() const
@@ -88,7 +62,7 @@ QJsonObject DocumentAnswer::toJson() const
         {QStringLiteral("dateTime"), localTimeJson(dateTime)}, {QStringLiteral("total"), sumOrNull(total)},
         {QStringLiteral("change"), sumOrNull(change)}, {QStringLiteral("items"), items},
         {QStringLiteral("warnings"), warnings}, {QStringLiteral("attempts"), attemptsJson(attempts)},
-        {QStringLiteral("error"), error ? errorJson(*error, state) : QJsonValue()}};
+        {QStringLiteral("error"), error ? QJsonValue(error->toJson(state)) : QJsonValue()}};
 }
 
 void DocumentAnswer::take(const Verdict& verdict)
@@ -121,6 +95,16 @@ QJsonValue bodyJson(const QByteArray& body)
 {
     const QJsonDocument json = QJsonDocument::fromJson(body);
     return json.isObject() ? QJsonValue(json.object()) : textOrNull(QString::fromUtf8(body));
+}
+
+QJsonValue textOrNull(const QString& text)
+{
+    return text.isEmpty() ? QJsonValue() : QJsonValue(text);
+}
+
+QJsonValue documentNumberJson(quint32 number)
+{
+    return number == 0 ? QJsonValue() : QJsonValue(qint64{number});
 }
 
 QJsonValue momentJson(const QDateTime& time)

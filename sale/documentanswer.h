@@ -55,6 +55,10 @@ DocumentAnswer answerOf(const StoredDocument& document, receipt::Protocol protoc
 QJsonObject attemptJson(const StoredAttempt& attempt);
 /// What a document was made of: JSON as such, any other text as a text, null for none.
 QJsonValue bodyJson(const QByteArray& body);
+/// Null for an empty one.
+QJsonValue textOrNull(const QString& text);
+/// Null for 0, which no document has.
+QJsonValue documentNumberJson(quint32 number);
 /// A moment of the journal, UTC; null for none.
 QJsonValue momentJson(const QDateTime& time);
 

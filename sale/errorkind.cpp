@@ -8,6 +8,8 @@ struct KindRow
 {
     const char* name;
     const char* action;
+    /// Such an error may come behind the document, and then the action is another one.
+    bool mayBeBehind = true;
 };
 
 // In the order of the enumeration.
@@ -23,13 +25,13 @@ constexpr KindRow kinds[] = {
     {"ofdBlocked", "Чеки не уходят в ОФД: проверьте интернет на кассе; если не помогло, вызовите сервис"},
     {"clock", "Проверьте дату и время кассы, исправьте их при закрытой смене и повторите документ"},
     {"mark", "Не продавайте этот маркированный товар: отсканируйте код ещё раз или отложите товар"},
-    {"data", "Исправьте то, что названо в сообщении, и повторите документ"},
+    {"data", "Исправьте то, что названо в сообщении, и повторите документ", false},
     {"cash", "В денежном ящике не хватает наличных: внесите деньги или уменьшите сумму"},
     {"busy", "Кассу занимает другая программа: дождитесь её и повторите документ"},
     {"line", "Проверьте питание кассы и кабель, затем повторите тот же документ: дважды он не пробьётся"},
     {"wrongRegister", "Документ начат на другой кассе: подключите её и повторите тот же документ"},
-    {"fatal", "Касса или фискальный накопитель неисправны: прекратите продажи и вызовите сервис"},
-    {"internal", "Ошибка программы или её настройки: сообщите администратору текст сообщения"},
+    {"fatal", "Касса или фискальный накопитель неисправны: прекратите продажи и вызовите сервис", false},
+    {"internal", "Ошибка программы или её настройки: сообщите администратору текст сообщения", false},
     {"other", "Прочтите сообщение кассы, устраните причину и повторите тот же документ"},
 };
 
@@ -45,9 +47,14 @@ QString errorKindName(ErrorKind kind)
     return QString::fromLatin1(rowOf(kind).name);
 }
 
-QString errorAction(ErrorKind kind)
+QString errorAction(ErrorKind kind, const std::optional<DocumentState>& state)
 {
-    return QString::fromUtf8(rowOf(kind).action);
+    const KindRow& row = rowOf(kind);
+    if (row.mayBeBehind && state == DocumentState::Issued)
+        return QStringLiteral("Документ пробит, не повторяйте его; прочтите сообщение и устраните причину");
+    if (row.mayBeBehind && state == DocumentState::Unknown)
+        return QStringLiteral("Неизвестно, пробит ли документ: не повторяйте его, посмотрите ленту кассы");
+    return QString::fromUtf8(row.action);
 }
 
 } // namespace sale

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "documentstate.h"
+
 #include <QString>
+
+#include <optional>
 
 namespace sale {
 
@@ -27,7 +31,8 @@ enum class ErrorKind {
 
 /// "paper", "cover", "shiftExpired" ... in the order of the enumeration.
 QString errorKindName(ErrorKind kind);
-/// What the cashier does, in Russian.
-QString errorAction(ErrorKind kind);
+/// What the cashier does, in Russian. It is mostly to repeat the document: never one that is issued or may
+/// be.
+QString errorAction(ErrorKind kind, const std::optional<DocumentState>& state = {});
 
 } // namespace sale
