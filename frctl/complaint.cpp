@@ -1,7 +1,6 @@
 #include "complaint.h"
 
 #include "connectionerror.h"
-#include "exceptions.h"
 #include "failure.h"
 #include "findingoutput.h"
 #include "idconflict.h"
@@ -103,10 +102,9 @@ Complaint complaintOfWork(const std::exception_ptr& exception)
         return {ExitFailure, {error.kind(), whatOf(error), hostErrorName()}};
     } catch (const sale::JournalError& error) {
         return {ExitFailure, {ErrorKind::Internal, whatOf(error), hostErrorName()}};
-    } catch (const BasicException& error) {
-        return {ExitFailure, {sale::errorKindOf(error), error.tr().ru(), sale::exceptionClassName(error)}};
-    } catch (const std::exception& error) {
-        return {ExitFailure, {ErrorKind::Internal, whatOf(error), QStringLiteral("std::exception")}};
+    } catch (...) {
+        const sale::Failure failure = sale::currentFailure();
+        return {ExitFailure, {failure.kind, failure.text, failure.exceptionName}};
     }
 }
 

@@ -6,12 +6,6 @@
 
 namespace frctl {
 
-RegisterError::RegisterError(const BasicException& cause, const sale::Verdict& verdict, bool isNotOpened)
-    : RegisterError(
-        cause.tr().ru(), sale::exceptionClassName(cause), sale::errorKindOf(cause), verdict, isNotOpened)
-{
-}
-
 RegisterError::RegisterError(const QString& text, const QString& exceptionName, sale::ErrorKind kind,
     const sale::Verdict& verdict, bool isNotOpened)
     : std::runtime_error(text.toStdString())
@@ -51,8 +45,8 @@ void throwFailure(const sale::Failure& failure, const sale::Verdict& verdict)
     } catch (const sale::JournalError&) {
         // Nor is it known then whether an earlier run opened it.
         throw RegisterError(failure.text, hostErrorName(), failure.kind, verdict);
-    } catch (const BasicException& cause) {
-        throw RegisterError(cause, verdict, isNotOpened);
+    } catch (const BasicException&) {
+        throw RegisterError(failure.text, failure.exceptionName, failure.kind, verdict, isNotOpened);
     }
 }
 

@@ -10,8 +10,6 @@
 
 #include <stdexcept>
 
-class BasicException;
-
 namespace sale {
 struct Failure;
 }
@@ -108,8 +106,7 @@ private:
 class RegisterError : public std::runtime_error
 {
 public:
-    RegisterError(const BasicException& cause, const sale::Verdict& verdict, bool isNotOpened);
-    /// For what an earlier run left behind, or what failed beside the register.
+    /// Also for what an earlier run left behind, or what failed beside the register.
     RegisterError(const QString& text, const QString& exceptionName, sale::ErrorKind kind,
         const sale::Verdict& verdict, bool isNotOpened = false);
 
