@@ -17,8 +17,6 @@
 #include "shiftopening.h"
 #include "textlines.h"
 
-#include <QJsonDocument>
-
 namespace sale {
 
 namespace {
@@ -32,16 +30,6 @@ void throwErrors(const QList<receipt::Finding>& findings)
             texts.append(finding.text());
     }
     throw receipt::ReceiptError(QString(), texts.join(QStringLiteral("; ")));
-}
-
-/// What the journal says of a document that must not be made; None and nothing repeated for one that may.
-template <typename Result>
-void answerFromJournal(Result& result, const IdentifiedSale& document)
-{
-    const Verdict verdict = document.verdict();
-    result.isRepeated = verdict.outcome != Outcome::NotIssued;
-    result.verdict = result.isRepeated ? verdict : Verdict();
-    result.isFinal = !document.isUnsettled();
 }
 
 } // namespace
@@ -108,7 +96,7 @@ IssueResult CashDesk::issueReceiptOf(const QString& id, const QByteArray& body, 
         requireDocumentId(m_journal, id);
         IdentifiedSale document(
             m_journal, {id, documentKindName(DocumentKind::Sale), body, m_options.registerName});
-        answerFromJournal(result, document);
+        answerFromJournal(result, document.record());
         if (!result.isRepeated || !result.isFinal)
             issueInto(result, document, source);
     });
@@ -131,11 +119,9 @@ IssueResult CashDesk::issue(const QString& id, const receipt::Receipt& receipt, 
     });
 }
 
-DocumentRequest CashDesk::requestOf(const QString& id, const QString& kind, QJsonObject details) const
+DocumentRequest CashDesk::requestOf(const QString& id, const QString& kind, const QJsonObject& details) const
 {
-    details.insert(QStringLiteral("type"), kind);
-    return {id.isEmpty() ? newDocumentId() : id, kind, QJsonDocument(details).toJson(QJsonDocument::Compact),
-        m_options.registerName};
+    return plainRequest(id, kind, details, m_options.registerName);
 }
 
 DocumentResult CashDesk::make(const DocumentRequest& request, const Work& work)
@@ -144,11 +130,11 @@ DocumentResult CashDesk::make(const DocumentRequest& request, const Work& work)
     guarded(result, [&] {
         requireDocumentId(m_journal, request.id);
         IdentifiedSale document(m_journal, request);
-        answerFromJournal(result, document);
+        answerFromJournal(result, document.record());
         if (result.isRepeated && result.isFinal)
             return;
         reachRegister(document);
-        answerFromJournal(result, document);
+        answerFromJournal(result, document.record());
         if (!result.isRepeated)
             result = work(document);
     });

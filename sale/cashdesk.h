@@ -122,7 +122,7 @@ private:
     void guarded(Result& result, const std::function<void()>& work);
     void reachRegister(const IdentifiedSale& document);
     std::optional<KnownMark> knownMark() const;
-    DocumentRequest requestOf(const QString& id, const QString& kind, QJsonObject details = {}) const;
+    DocumentRequest requestOf(const QString& id, const QString& kind, const QJsonObject& details = {}) const;
     DocumentResult make(const DocumentRequest& request, const Work& work);
     DocumentResult moveCash(DocumentKind kind, qint64 kopecks, const QString& id);
     DocumentResult changeShift(

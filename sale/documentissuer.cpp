@@ -4,7 +4,6 @@
 #include "documentguard.h"
 #include "documentstart.h"
 #include "identifiedsale.h"
-#include "review.h"
 #include "shiftopening.h"
 #include "witness.h"
 
@@ -18,9 +17,7 @@ void prepare(AbstractFrDriver& driver, Witness& witness, const Movement& ours, c
     witness.note([&] { return openShiftAhead(driver, options); });
     if (options.sale == nullptr)
         return;
-    // The mark of cash tells nothing that the next sale is compared with.
-    if (options.line.isExclusive && !isCash(ours.kind))
-        witness.learn(requireKnown(driver, options.sale->store(), witness.before()));
+    witness.compareWith(options.sale->store());
     options.sale->begin(witness.before(), {}, ours);
 }
 

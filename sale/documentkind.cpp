@@ -1,6 +1,6 @@
 #include "documentkind.h"
 
-#include <array>
+#include "placeinnames.h"
 
 namespace sale {
 
@@ -19,11 +19,8 @@ QString documentKindName(DocumentKind kind)
 
 DocumentKind documentKindOf(const QString& name)
 {
-    for (size_t kind = 0; kind < names.size(); ++kind) {
-        if (name == QLatin1String(names.at(kind)))
-            return static_cast<DocumentKind>(kind);
-    }
-    return DocumentKind::OtherReceipt;
+    const std::optional<size_t> place = placeIn(names, name);
+    return place ? static_cast<DocumentKind>(*place) : DocumentKind::OtherReceipt;
 }
 
 } // namespace sale

@@ -1,9 +1,19 @@
 #include "documentrequest.h"
 
+#include "documentid.h"
+
 #include <QCryptographicHash>
 #include <QJsonDocument>
 
 namespace sale {
+
+DocumentRequest plainRequest(
+    const QString& id, const QString& kind, QJsonObject details, const QString& registerName)
+{
+    details.insert(QStringLiteral("type"), kind);
+    return {id.isEmpty() ? newDocumentId() : id, kind, QJsonDocument(details).toJson(QJsonDocument::Compact),
+        registerName};
+}
 
 QByteArray bodyDigest(const QByteArray& body)
 {

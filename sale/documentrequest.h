@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QDateTime>
+#include <QJsonObject>
 #include <QString>
 #include <QStringList>
 
@@ -24,6 +25,11 @@ struct DocumentRequest
     /// Not to be begun later than this; invalid for one that waits for ever.
     QDateTime startBefore = {};
 };
+
+/// Of a document that is no receipt: the body has its kind as "type" beside the details. An empty id makes
+/// one of its own.
+DocumentRequest plainRequest(
+    const QString& id, const QString& kind, QJsonObject details, const QString& registerName);
 
 /// Tells two bodies apart: blanks and the order of the fields of a JSON text make no other document.
 QByteArray bodyDigest(const QByteArray& body);

@@ -58,6 +58,15 @@ private:
 /// What the journal has as a verdict; Unknown for a document that was begun and not settled, NotIssued for
 /// one that waits.
 Verdict verdictOf(const StoredDocument& document);
+/// Takes into the result of an operation what the journal says of its document before it: one that may be
+/// made leaves it without a verdict, any other is repeated, and final when it is settled.
+template <typename Result>
+void answerFromJournal(Result& result, const std::optional<StoredDocument>& known)
+{
+    result.isRepeated = known && verdictOf(*known).outcome != Outcome::NotIssued;
+    result.verdict = result.isRepeated ? verdictOf(*known) : Verdict();
+    result.isFinal = !known || known->state != DocumentState::Running;
+}
 /// How the journal puts a verdict; nothing for one that leaves the document open.
 std::optional<DocumentEnding> endingOf(const Verdict& verdict);
 

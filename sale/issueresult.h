@@ -7,7 +7,6 @@
 #include "movement.h"
 #include "verdict.h"
 
-#include <QJsonObject>
 #include <QList>
 
 #include <optional>
@@ -47,8 +46,6 @@ struct IssueResult
     /// Of marking codes that were not checked on line or were sold before, and of a journal that does not
     /// keep them. Also when the work failed.
     QList<receipt::Finding> warnings;
-    /// What the driver gives of the closed document; empty on both protocols.
-    QJsonObject fiscalData;
 };
 
 } // namespace sale

@@ -7,7 +7,6 @@
 #include "identifiedsale.h"
 #include "journalerror.h"
 #include "markasking.h"
-#include "review.h"
 #include "shiftopening.h"
 #include "soldmarks.h"
 #include "witness.h"
@@ -113,19 +112,17 @@ private:
         if (m_options.sale == nullptr)
             return false;
         try {
-            m_result.verdict = m_options.sale->verdict();
-            m_result.isFinal = !m_options.sale->isUnsettled();
-            if (const std::optional<StoredAttempt> attempt = m_options.sale->lastAttempt()) {
-                m_result.before = DriveMark::fromJson(attempt->start.markBefore);
-                m_result.ours = Movement::fromJson(attempt->start.movement);
+            const std::optional<StoredDocument> known = m_options.sale->record();
+            answerFromJournal(m_result, known);
+            if (known && !known->attempts.isEmpty()) {
+                const AttemptStart& start = known->attempts.constLast().start;
+                m_result.before = DriveMark::fromJson(start.markBefore);
+                m_result.ours = Movement::fromJson(start.movement);
             }
         } catch (const JournalError&) {
             m_result.failure = currentFailure();
             return true;
         }
-        m_result.isRepeated = m_result.verdict.outcome != Outcome::NotIssued;
-        if (!m_result.isRepeated)
-            m_result.verdict = Outcome::None;
         return m_result.isRepeated;
     }
 
@@ -140,8 +137,8 @@ private:
             return openShiftAhead(m_driver, {m_options.line, cashier, m_options.sale});
         };
         m_witness.note(openShift, m_options.known);
-        if (m_options.sale != nullptr && m_options.line.isExclusive)
-            m_witness.learn(requireKnown(m_driver, m_options.sale->store(), m_witness.before()));
+        if (m_options.sale != nullptr)
+            m_witness.compareWith(m_options.sale->store());
         m_result.before = m_witness.before();
         // Without it nobody could say afterwards what has become of the receipt.
         if (!m_result.before.isKnown())
@@ -190,7 +187,7 @@ private:
         steps.open = [this] { m_driver.checkOpen(m_receipt.document); };
         steps.fill = [this] { fillReceipt(m_driver, m_receipt); };
         steps.close = [this] {
-            m_result.fiscalData = m_driver.checkClose(m_receipt.document);
+            m_driver.checkClose(m_receipt.document);
             m_result.after = markAfter(m_result.before, m_result.ours);
         };
         steps.settle = [this] {

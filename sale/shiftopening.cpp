@@ -1,11 +1,8 @@
 #include "shiftopening.h"
 
 #include "abstractfrdriver.h"
-#include "documentid.h"
 #include "documentissuer.h"
 #include "identifiedsale.h"
-
-#include <QJsonDocument>
 
 namespace sale {
 
@@ -13,10 +10,8 @@ namespace {
 
 DocumentRequest openingFor(const IdentifiedSale& document)
 {
-    const QString kind = documentKindName(DocumentKind::ShiftOpening);
-    const QJsonObject body{{QStringLiteral("type"), kind}, {QStringLiteral("for"), document.id()}};
-    return {
-        newDocumentId(), kind, QJsonDocument(body).toJson(QJsonDocument::Compact), document.registerName()};
+    return plainRequest({}, documentKindName(DocumentKind::ShiftOpening),
+        {{QStringLiteral("for"), document.id()}}, document.registerName());
 }
 
 } // namespace

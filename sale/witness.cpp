@@ -3,6 +3,7 @@
 #include "exceptions.h"
 #include "marknoting.h"
 #include "misreading.h"
+#include "review.h"
 #include "settlement.h"
 #include "shiftopening.h"
 #include "verdicttable.h"
@@ -71,6 +72,12 @@ void Witness::noteAnew(const ShiftOpener& openShift, Verdict opening)
         m_before.lastDocument = opening.number;
         m_before.isNumberRead = false;
     }
+}
+
+void Witness::compareWith(const DocumentStore& journal)
+{
+    if (m_line.isExclusive && !isCash(m_ours.kind))
+        m_before = requireKnown(m_driver, journal, m_before);
 }
 
 Verdict Witness::issued() const

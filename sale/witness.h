@@ -13,6 +13,8 @@ class AbstractFrDriver;
 
 namespace sale {
 
+class DocumentStore;
+
 /// Stands by while a document of ours is made: notes the register's mark before it, and tells afterwards what
 /// has become of it. The driver and the line must outlive it.
 class Witness
@@ -28,8 +30,10 @@ public:
     /// register's own answers fit it. Throws the driver's exceptions.
     void note(const ShiftOpener& openShift, const std::optional<KnownMark>& known = {});
     const DriveMark& before() const { return m_before; }
-    /// The mark with more than it told by itself.
-    void learn(const DriveMark& before) { m_before = before; }
+    /// Holds the mark against the journal, see requireKnown, and learns from it the number that it does not
+    /// tell itself. A register that others work is not compared, and the mark of cash tells nothing that the
+    /// next sale is compared with. Throws ReviewNeeded, JournalError and the driver's exceptions.
+    void compareWith(const DocumentStore& journal);
     /// The number that the drive gives the document; 0 when the mark does not tell.
     Verdict issued() const;
 
