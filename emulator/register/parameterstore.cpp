@@ -20,8 +20,10 @@ bool isWithinLimits(const ParameterEntry& entry, const QString& value)
     }
     if (value.size() < entry.smallest || (entry.greatest >= 0 && value.size() > entry.greatest))
         return false;
+    // With its century, as 1900 had no 29 February.
     return entry.kind != ParameterEntry::Kind::Date
-        || QDate::fromString(value, QStringLiteral("ddMMyy")).isValid();
+        || QDate::fromString(QString(value).insert(4, QStringLiteral("20")), QStringLiteral("ddMMyyyy"))
+               .isValid();
 }
 
 // A device has more parameters than anybody has told of.
