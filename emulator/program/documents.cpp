@@ -114,7 +114,9 @@ int run(const QStringList& arguments)
         return fail(error, 2);
     try {
         const int status = show(emulator::Memory::documentsOf(request.folder), request);
-        return std::fflush(stdout) == 0 ? status : fail(QStringLiteral("the output cannot be written"), 1);
+        // Long output has been written in part before, and only the stream knows how that went.
+        const bool isWritten = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+        return isWritten ? status : fail(QStringLiteral("the output cannot be written"), 1);
     } catch (const emulator::MemoryError& error) {
         return fail(QStringLiteral("the state %1 cannot be read: %2").arg(request.folder, error.text()), 1);
     }
