@@ -1,6 +1,7 @@
 #include "hex/fields.h"
 
 #include "register/codepage.h"
+#include "register/shortdate.h"
 
 #include <QLocale>
 
@@ -61,9 +62,7 @@ QString HexFields::inn(qsizetype index)
 
 QDate HexFields::date(qsizetype index)
 {
-    // With its century, as 1900 had no 29 February.
-    const QDate date
-        = QDate::fromString(QString::fromLatin1(raw(index).insert(4, "20")), QStringLiteral("ddMMyyyy"));
+    const QDate date = shortDate(QString::fromLatin1(raw(index)));
     return keep(index, date.isValid(), date);
 }
 

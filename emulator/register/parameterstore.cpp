@@ -1,8 +1,8 @@
 #include "register/parameterstore.h"
 
 #include "register/parametertable.h"
+#include "register/shortdate.h"
 
-#include <QDate>
 #include <QStringList>
 
 #include <algorithm>
@@ -20,10 +20,7 @@ bool isWithinLimits(const ParameterEntry& entry, const QString& value)
     }
     if (value.size() < entry.smallest || (entry.greatest >= 0 && value.size() > entry.greatest))
         return false;
-    // With its century, as 1900 had no 29 February.
-    return entry.kind != ParameterEntry::Kind::Date
-        || QDate::fromString(QString(value).insert(4, QStringLiteral("20")), QStringLiteral("ddMMyyyy"))
-               .isValid();
+    return entry.kind != ParameterEntry::Kind::Date || shortDate(value).isValid();
 }
 
 // A device has more parameters than anybody has told of.

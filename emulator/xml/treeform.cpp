@@ -8,7 +8,8 @@ namespace emulator::xmltreeform {
 
 namespace {
 
-// The cash that is left of a payment less its change may come out a hair below nothing; no other sum does.
+// The cash that is left of a payment less its change may come out a hair below nothing: it is taken there
+// alone.
 bool isMinusZero(const XmlNode& node)
 {
     return node.type == XmlType::Sum && node.value == QStringLiteral("-0.00") && node.name != tag::cash;
