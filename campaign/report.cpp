@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <numeric>
 
 namespace {
 
@@ -53,14 +54,22 @@ void Report::addFailure(const SaleResult& result)
         if (result.hasCloseFailed)
             ++row->verdicts[result.outcome];
     }
-    m_failedCloses += result.hasCloseFailed ? 1 : 0;
-    m_unknownCloses += result.hasCloseFailed && result.outcome == sale::Outcome::Unknown ? 1 : 0;
+}
+
+int Report::failedCloses() const
+{
+    return std::accumulate(m_total.verdicts.cbegin(), m_total.verdicts.cend(), 0);
+}
+
+int Report::unknownCloses() const
+{
+    return m_total.verdicts.value(sale::Outcome::Unknown);
 }
 
 int Report::unknownPermille() const
 {
     constexpr int few = 500;
-    return m_failedCloses < few ? 0 : m_unknownCloses * 1000 / m_failedCloses;
+    return failedCloses() < few ? 0 : unknownCloses() * 1000 / failedCloses();
 }
 
 void Report::addCall(const QString& name, qint64 waited)
@@ -82,7 +91,7 @@ void Report::print(const QString& title) const
     printRow("all", m_total);
     std::printf("sales without any fault: %d\n", m_untouched);
     std::printf("failed closes: %d, unknown: %d (%.1f %%); sold again under the same id: %d\n",
-        m_failedCloses, m_unknownCloses, m_failedCloses == 0 ? 0.0 : 100.0 * m_unknownCloses / m_failedCloses,
+        failedCloses(), unknownCloses(), failedCloses() == 0 ? 0.0 : 100.0 * unknownCloses() / failedCloses(),
         m_soldAgain);
     if (m_reviews > 0)
         std::printf("documents that the journal did not know, looked at: %d times\n", m_reviews);

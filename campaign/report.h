@@ -14,6 +14,7 @@ public:
         int injected = 0;
         int salesOk = 0;
         int salesFailed = 0;
+        /// Of those whose closing call failed.
         QMap<sale::Outcome, int> verdicts;
     };
 
@@ -42,13 +43,13 @@ public:
     void print(const QString& title) const;
 
 private:
+    int failedCloses() const;
+    int unknownCloses() const;
     void printCalls() const;
 
     QMap<FaultKind, Row> m_rows;
     Row m_total;
     int m_untouched = 0;
-    int m_failedCloses = 0;
-    int m_unknownCloses = 0;
     int m_reviews = 0;
     int m_soldAgain = 0;
     int m_takenForOurs = 0;
