@@ -130,12 +130,15 @@ void FaultyLine::beginRequest(const QByteArray& request)
     traceEvent(faultInfo(m_fault).text);
 }
 
+Random& FaultyLine::random()
+{
+    return m_random == nullptr ? m_ownRandom : *m_random;
+}
+
 void FaultyLine::send(const QByteArray& request)
 {
-    static Random planned(0, 0);
-    Random& random = m_random == nullptr ? planned : *m_random;
     if (isNeighbour(m_fault)) {
-        letNeighbourAct(m_fault, random.between(1, 100'000));
+        letNeighbourAct(m_fault, random().between(1, 100'000));
         return m_protocol.receive(request);
     }
     switch (m_fault) {
@@ -145,7 +148,7 @@ void FaultyLine::send(const QByteArray& request)
         return m_protocol.receive(damagedRequest(request));
     case FaultKind::RequestHeld:
         m_held.append(request);
-        m_heldUntil = m_clock.milliseconds() + m_random->between(500, 60'000);
+        m_heldUntil = m_clock.milliseconds() + random().between(500, 60'000);
         return;
     case FaultKind::DeadBefore:
     case FaultKind::PowerCutBefore:
@@ -153,7 +156,7 @@ void FaultyLine::send(const QByteArray& request)
     case FaultKind::HostKilledBefore:
         killHost(m_fault);
     case FaultKind::Unplugged:
-        if (m_random->chance(500))
+        if (random().chance(500))
             m_protocol.receive(request);
         return lose();
     case FaultKind::DeadAfter:
@@ -166,7 +169,7 @@ void FaultyLine::send(const QByteArray& request)
         killHost(m_fault);
     default:
         if (m_fault != FaultKind::None)
-            m_protocol.setNextFault(registerFault(m_fault, random));
+            m_protocol.setNextFault(registerFault(m_fault, random()));
         m_protocol.receive(request);
     }
 }
@@ -186,15 +189,15 @@ void FaultyLine::lose()
     }
 }
 
-QByteArray FaultyLine::damagedRequest(QByteArray request) const
+QByteArray FaultyLine::damagedRequest(QByteArray request)
 {
-    const int position = m_random->below(request.size());
+    const int position = random().below(request.size());
     if (m_fault == FaultKind::RequestDrop)
         request.remove(position, 1);
     else if (m_fault == FaultKind::RequestDouble)
         request.insert(position, request.mid(position, 1));
     else
-        request[position] = static_cast<char>(request.at(position) ^ m_random->between(1, 255));
+        request[position] = static_cast<char>(request.at(position) ^ random().between(1, 255));
     return request;
 }
 
@@ -233,12 +236,12 @@ void FaultyLine::damage(QByteArray& bytes)
 {
     if (m_fault == FaultKind::NoiseWithin) {
         QByteArray noise;
-        for (int count = m_random->between(1, 3); count > 0; --count)
-            noise.append(static_cast<char>(m_random->below(256)));
-        bytes.insert(m_random->below(bytes.size()), noise);
+        for (int count = random().between(1, 3); count > 0; --count)
+            noise.append(static_cast<char>(random().below(256)));
+        bytes.insert(random().below(bytes.size()), noise);
         m_fault = FaultKind::None;
     } else if (m_fault == FaultKind::ReadFault) {
-        m_readFaults = m_random->between(1, 3);
+        m_readFaults = random().between(1, 3);
         m_fault = FaultKind::None;
     }
 }

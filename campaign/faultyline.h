@@ -82,13 +82,15 @@ public:
 private:
     void requireHost() const;
     FaultKind nextFault();
+    /// What a fault draws that has come.
+    Random& random();
     void beginRequest(const QByteArray& request);
     void send(const QByteArray& request);
     void lose();
     void releaseHeld();
     void pump();
     void damage(QByteArray& bytes);
-    QByteArray damagedRequest(QByteArray request) const;
+    QByteArray damagedRequest(QByteArray request);
     void advanceTo(qint64 time);
     void trace(const char* direction, const QByteArray& bytes) const;
 
@@ -98,6 +100,8 @@ private:
     emulator::Outbox& m_outbox;
     emulator::Protocol& m_protocol;
     Random* m_random = nullptr;
+    /// For a fault that was planned where none are drawn.
+    Random m_ownRandom{0, 0};
     int m_permille = 0;
     sale::Movement m_ours;
     Hazards m_hazards;
