@@ -40,6 +40,8 @@ public:
     /// Ends the host's program: from now on each of its operations throws HostKilled, as this does.
     [[noreturn]] void killHost(FaultKind kind);
     bool isHostDead() const { return m_isHostDead; }
+    /// Throws HostKilled when the host's program has ended.
+    void requireHost() const;
     /// The host's program is started anew; its port was closed when it ended.
     void reviveHost();
     /// The request that comes after so many others suffers this fault.
@@ -80,7 +82,6 @@ public:
     int getType() const override { return Com; }
 
 private:
-    void requireHost() const;
     FaultKind nextFault();
     /// What a fault draws that has come.
     Random& random();

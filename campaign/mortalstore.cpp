@@ -1,7 +1,5 @@
 #include "mortalstore.h"
 
-#include "hostkilled.h"
-
 void MortalStore::setKills(Random* random, int permille)
 {
     m_random = random;
@@ -10,8 +8,7 @@ void MortalStore::setKills(Random* random, int permille)
 
 void MortalStore::mayDie()
 {
-    if (m_line.isHostDead())
-        throw HostKilled();
+    m_line.requireHost();
     if (m_random != nullptr && m_random->chance(m_permille))
         m_line.killHost(FaultKind::HostKilledAtJournal);
 }
@@ -48,7 +45,6 @@ void MortalStore::settle(const QString& id, int attempt, const sale::DocumentEnd
 
 QList<sale::StoredDocument> MortalStore::find(const sale::DocumentQuery& query) const
 {
-    if (m_line.isHostDead())
-        throw HostKilled();
+    m_line.requireHost();
     return m_kept.find(query);
 }
