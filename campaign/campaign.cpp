@@ -1,5 +1,6 @@
 #include "campaign.h"
 
+#include "firstgoods.h"
 #include "goods.h"
 #include "neighbour.h"
 #include "violation.h"
@@ -133,10 +134,9 @@ void Campaign::endPeriod()
 void Campaign::stored(const QJsonObject& entry)
 {
     // Shifts have a type, too, but no goods.
-    const QJsonArray items = entry.value(QStringLiteral("items")).toArray();
-    if (items.isEmpty())
+    if (entry.value(QStringLiteral("items")).toArray().isEmpty())
         return;
-    const QString name = items.at(0).toObject().value(QStringLiteral("name")).toString();
+    const QString name = firstGoodsOf(entry);
     if (name == neighboursGoods())
         return;
     const int step = name.section(QLatin1Char(' '), 1, 1).toInt();

@@ -1,9 +1,9 @@
 #include "hostjournal.h"
 
+#include "firstgoods.h"
 #include "violation.h"
 
 #include <QHash>
-#include <QJsonArray>
 #include <QJsonDocument>
 
 namespace hostjournal {
@@ -13,16 +13,6 @@ namespace {
 QString compact(const QJsonObject& json)
 {
     return QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact));
-}
-
-QString goodsOf(const QJsonObject& receipt)
-{
-    return receipt.value(QStringLiteral("items"))
-        .toArray()
-        .at(0)
-        .toObject()
-        .value(QStringLiteral("name"))
-        .toString();
 }
 
 /// What no other document of the register has.
@@ -35,14 +25,14 @@ QString keyOf(const QString& kind, const QString& goods, const QString& sum, con
 
 QString keyOfDocument(const QJsonObject& document)
 {
-    return keyOf(kindOf(document), goodsOf(document), document.value(QStringLiteral("total")).toString(),
+    return keyOf(kindOf(document), firstGoodsOf(document), document.value(QStringLiteral("total")).toString(),
         document.value(QStringLiteral("number")));
 }
 
 QString keyOfRecord(const QJsonObject& record)
 {
     const QJsonObject body = record.value(QStringLiteral("body")).toObject();
-    return keyOf(record.value(QStringLiteral("kind")).toString(), goodsOf(body),
+    return keyOf(record.value(QStringLiteral("kind")).toString(), firstGoodsOf(body),
         QString::number(body.value(QStringLiteral("sum")).toDouble(), 'f', 2),
         record.value(QStringLiteral("documentNumber")));
 }

@@ -1,9 +1,9 @@
 #include "numberedsale.h"
 
+#include "firstgoods.h"
 #include "violation.h"
 
 #include <QFile>
-#include <QJsonArray>
 
 namespace numberedsale {
 
@@ -31,8 +31,7 @@ void write(const QString& fileName, int number)
 
 bool isDocument(const QJsonObject& entry, int number)
 {
-    const QJsonArray items = entry.value(QStringLiteral("items")).toArray();
-    return items.at(0).toObject().value(QStringLiteral("name")).toString() == goodsOf(number);
+    return firstGoodsOf(entry) == goodsOf(number);
 }
 
 } // namespace numberedsale

@@ -2,12 +2,12 @@
 // loses its power. The journal knows what has become of it, and it can be sold again exactly when it was not
 // issued.
 
+#include "firstgoods.h"
 #include "goods.h"
 #include "host.h"
 #include "sqlitestore.h"
 
 #include <gtest/gtest.h>
-#include <QJsonArray>
 
 #include <algorithm>
 
@@ -32,10 +32,8 @@ class InterruptedSale : public testing::TestWithParam<Interruption>
 qsizetype timesStored(const Rig& rig, const QString& goods)
 {
     const QList<emulator::StoredDocument> documents = rig.device.drive().documentsFrom(1);
-    return std::count_if(documents.cbegin(), documents.cend(), [&goods](const auto& document) {
-        const QJsonArray items = document.entry.value(QStringLiteral("items")).toArray();
-        return items.at(0).toObject().value(QStringLiteral("name")).toString() == goods;
-    });
+    return std::count_if(documents.cbegin(), documents.cend(),
+        [&goods](const auto& document) { return firstGoodsOf(document.entry) == goods; });
 }
 
 /// False when the sale had fewer exchanges.
