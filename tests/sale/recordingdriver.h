@@ -74,7 +74,7 @@ public:
     MoneyCounters getMoneyCounters(hw::fr::CheckType) override
     {
         note("cash");
-        return moneyCounters;
+        return {};
     }
     QList<hw::fr::common::TaxSystemType> getAllTaxSystems() const override { return registered; }
     void cashierLogin(const FrUser& user) override { cashier = user.name; }
@@ -134,7 +134,6 @@ public:
     /// The last one that was set.
     EFrDriver::FontTypes font = EFrDriver::UndefinedFont;
     QMap<EFrDriver::FontTypes, unsigned> widths;
-    MoneyCounters moneyCounters;
     int markResult = 15;
     /// Stay from document to document.
     int taxSystem = 0;
