@@ -5,6 +5,8 @@
 #include "markjudgement.h"
 #include "sqlitestore.h"
 
+using namespace sale;
+
 namespace {
 
 TEST_F(Issue, BadMarksEndTheWorkBeforeADocument)

@@ -2,6 +2,8 @@
 
 #include "issuefixture.h"
 
+using namespace sale;
+
 namespace {
 
 TEST_F(Issue, ReceiptGoesInTheOrderOfTheContract)

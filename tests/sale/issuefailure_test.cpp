@@ -6,6 +6,8 @@
 #include "review.h"
 #include "sqlitestore.h"
 
+using namespace sale;
+
 namespace {
 
 TEST_F(Issue, FailureDecidesWhatBecomesOfTheDocument)

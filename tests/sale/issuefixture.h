@@ -5,19 +5,16 @@
 
 #include <gtest/gtest.h>
 
-using namespace sale;
-using receipt::ReceiptItem;
-
 namespace {
 
-const RegisterLine hexLine{receipt::Protocol::Hex, true};
+const sale::RegisterLine hexLine{receipt::Protocol::Hex, true};
 /// What is asked before a receipt, and after a close that failed.
 const std::string noting = "shift registers next sums";
 const std::string asked = "registers next sums ask";
 
-inline Verdict countedOn(quint32 number)
+inline sale::Verdict countedOn(quint32 number)
 {
-    Verdict verdict(Outcome::Issued, number);
+    sale::Verdict verdict(sale::Outcome::Issued, number);
     verdict.isNumberRead = false;
     return verdict;
 }
@@ -27,13 +24,13 @@ class Issue : public testing::Test
 protected:
     Issue()
     {
-        ReceiptItem goods;
+        receipt::ReceiptItem goods;
         goods.position = FrPosition(QStringLiteral("Молоко"), 10, 1);
         goods.position.setMarkingCode(QStringLiteral("0104"), MarkCommon);
-        ReceiptItem text;
-        text.kind = ReceiptItem::Text;
-        ReceiptItem barcode;
-        barcode.kind = ReceiptItem::BarcodeItem;
+        receipt::ReceiptItem text;
+        text.kind = receipt::ReceiptItem::Text;
+        receipt::ReceiptItem barcode;
+        barcode.kind = receipt::ReceiptItem::BarcodeItem;
         receipt.items = {text, goods, barcode};
         receipt.requisites = {FdRequisite(EFrDriver::CustomerAddress, QStringLiteral("+7"))};
         receipt.payments = {FrPayment(1, 1), FrPayment(0, 7), FrPayment(4, 3)};
@@ -42,7 +39,7 @@ protected:
         receipt.paid = 1100;
     }
 
-    IssueResult issue() { return issueReceipt(driver, receipt, {hexLine}); }
+    sale::IssueResult issue() { return sale::issueReceipt(driver, receipt, {hexLine}); }
 
     BasicFrSettings settings;
     RecordingDriver driver{&settings};
