@@ -18,8 +18,8 @@ protected:
     {
         QString whole = line;
         whole.replace('%', FRSPF_EXAMPLES "/").replace('~', folder.path() + '/');
-        return QStringList{"--plugin", SPF_PLUGIN, "--protocol", protocol, "--port", emulator.port(),
-                   "--cashier", "Иванова", "--json", "--journal", folder.filePath("sales")}
+        return QStringList{"--protocol", protocol, "--port", emulator.port(), "--cashier", "Иванова",
+                   "--json", "--journal", folder.filePath("sales")}
         + whole.split(' ');
     }
 

@@ -55,16 +55,6 @@ protected:
     QTemporaryDir folder;
 };
 
-QList<QJsonObject> receipts(const Emulator& emulator)
-{
-    QList<QJsonObject> result;
-    for (const QJsonObject& document : emulator.journal()) {
-        if (document.value("type") == "sell")
-            result.append(document);
-    }
-    return result;
-}
-
 QString logOf(const QStringList& command)
 {
     const Emulator emulator;
@@ -98,11 +88,11 @@ TEST_F(Outcome, LostAnswerMeansIssued)
     const Emulator emulator(faultAtClose("lost"));
     const QJsonObject failed = sell(emulator, 3, "issued");
     EXPECT_EQ(failed.value("error")["exception"], "FrNoConnectionException");
-    ASSERT_EQ(receipts(emulator).size(), 1);
+    ASSERT_EQ(emulator.sales().size(), 1);
     const QJsonObject again = sell(emulator, 0, "issued");
     for (const QJsonObject& answer : {failed, again})
-        EXPECT_EQ(answer.value("documentNumber"), receipts(emulator).constFirst().value("number"));
-    EXPECT_EQ(receipts(emulator).size(), 1);
+        EXPECT_EQ(answer.value("documentNumber"), emulator.sales().constFirst().value("number"));
+    EXPECT_EQ(emulator.sales().size(), 1);
 }
 
 TEST_F(Outcome, DisturbedCloseIsJudged)
@@ -121,7 +111,7 @@ TEST_F(Outcome, DisturbedCloseIsJudged)
         QFile::remove(folder.filePath("sales.sqlite"));
         const Emulator emulator(faultAtClose(row.fault));
         sell(emulator, row.status, row.state);
-        EXPECT_EQ(receipts(emulator).size(), row.receipts);
+        EXPECT_EQ(emulator.sales().size(), row.receipts);
     }
 }
 
@@ -134,7 +124,7 @@ TEST_F(Outcome, InterruptedSaleIsCancelledAndInTheJournal)
     const Result cancel = runFrctl({"--protocol", "HEX", "--port", emulator.port(), "cancel"});
     EXPECT_EQ(cancel.status, 1) << "no document is open any more";
     EXPECT_EQ(sell(emulator, 0, "issued").value("replayed"), false);
-    EXPECT_EQ(receipts(emulator).size(), 1);
+    EXPECT_EQ(emulator.sales().size(), 1);
 }
 
 TEST_F(Outcome, InterruptedOperationTellsWhatIsKnown)
@@ -162,7 +152,7 @@ TEST_F(Outcome, InterruptedOperationTellsWhatIsKnown)
 TEST_F(Outcome, PersonSaysWhatNobodyCanTell)
 {
     const Emulator emulator(faultAtClose("lost"));
-    kill(emulator, [&emulator](const QByteArray&) { return !receipts(emulator).isEmpty(); });
+    kill(emulator, [&emulator](const QByteArray&) { return !emulator.sales().isEmpty(); });
     const QStringList shared{"--exclusive", "no"};
     answerOf(runFrctl(shared + command(emulator)), 5, "unknown");
     const QStringList resolve{
@@ -170,25 +160,25 @@ TEST_F(Outcome, PersonSaysWhatNobodyCanTell)
     EXPECT_EQ(runFrctl(resolve + QStringList{"not-issued"}).status, 2) << "no note";
     EXPECT_EQ(runFrctl(resolve + QStringList{"issued", "--document", "3"}).status, 0);
     EXPECT_EQ(sell(emulator, 0, "issued").value("documentNumber"), 3);
-    EXPECT_EQ(receipts(emulator).size(), 1);
+    EXPECT_EQ(emulator.sales().size(), 1);
 }
 
 TEST_F(Outcome, KilledAfterTheRegisterActed)
 {
     const Emulator emulator(faultAtClose("lost"));
-    kill(emulator, [&emulator](const QByteArray&) { return !receipts(emulator).isEmpty(); });
+    kill(emulator, [&emulator](const QByteArray&) { return !emulator.sales().isEmpty(); });
     sell(emulator, 3, "issued");
     EXPECT_EQ(sell(emulator, 0, "issued").value("replayed"), true);
-    EXPECT_EQ(receipts(emulator).size(), 1);
+    EXPECT_EQ(emulator.sales().size(), 1);
 }
 
 TEST_F(Outcome, KilledBeforeTheRegisterActed)
 {
     const Emulator emulator(faultAtClose("silence"));
     kill(emulator, [](const QByteArray& log) { return log.contains("Закрытие чека"); });
-    EXPECT_TRUE(receipts(emulator).isEmpty());
+    EXPECT_TRUE(emulator.sales().isEmpty());
     sell(emulator, 0, "issued");
-    EXPECT_EQ(receipts(emulator).size(), 1);
+    EXPECT_EQ(emulator.sales().size(), 1);
 }
 
 } // namespace

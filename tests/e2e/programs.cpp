@@ -108,6 +108,13 @@ QList<QJsonObject> Emulator::journal() const
     return documents;
 }
 
+QList<QJsonObject> Emulator::sales() const
+{
+    QList<QJsonObject> documents = journal();
+    documents.removeIf([](const QJsonObject& document) { return document.value("type") != "sell"; });
+    return documents;
+}
+
 Result runFrctl(const QStringList& arguments)
 {
     QProcess process;

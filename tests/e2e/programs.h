@@ -16,6 +16,8 @@ public:
     QString tape() const;
     /// The documents of its journal.
     QList<QJsonObject> journal() const;
+    /// The sales among them.
+    QList<QJsonObject> sales() const;
     /// Ends it; what it tells of its host.
     QJsonObject stop();
 
