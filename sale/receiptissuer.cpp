@@ -114,7 +114,8 @@ private:
         try {
             const std::optional<StoredDocument> known = m_options.sale->record();
             answerFromJournal(m_result, known);
-            if (known && !known->attempts.isEmpty()) {
+            // A new attempt is of this receipt, which may be another one than was not issued.
+            if (m_result.isRepeated && !known->attempts.isEmpty()) {
                 const AttemptStart& start = known->attempts.constLast().start;
                 m_result.before = DriveMark::fromJson(start.markBefore);
                 m_result.ours = Movement::fromJson(start.movement);

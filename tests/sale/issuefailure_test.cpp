@@ -169,6 +169,22 @@ TEST_F(Issue, WhatTheJournalKnowsIsAnsweredWithoutTheRegister)
     }
 }
 
+TEST_F(Issue, CorrectedReceiptIsJudgedByItsOwnSums)
+{
+    SqliteStore journal(QStringLiteral(":memory:"));
+    IdentifiedSale first(journal, QStringLiteral("A"), "milk 10.00");
+    Movement former = movementOf(receipt);
+    former.payments[0] += 700;
+    first.begin({driver.drive, 7}, {}, former);
+    first.settle(Outcome::NotIssued);
+    IdentifiedSale corrected(journal, QStringLiteral("A"), "milk 3.00");
+    const IssueResult result = issueReceipt(driver, receipt, {hexLine, &corrected});
+    EXPECT_TRUE(result.isIssued());
+    EXPECT_EQ(result.ours, movementOf(receipt));
+    EXPECT_EQ(Movement::fromJson(corrected.lastAttempt()->start.movement), movementOf(receipt));
+    EXPECT_EQ(result.after->sums, markAfter(result.before, movementOf(receipt)).sums);
+}
+
 TEST_F(Issue, JournalThatFailsIsTold)
 {
     SqliteStore journal(QStringLiteral(":memory:"));
