@@ -127,7 +127,9 @@ HexAnswer printQrCode(Register& device, HexFields& fields)
 {
     const QString data = fields.text(2, longestLine);
     const int moduleWidth = fields.number(0);
-    if (moduleWidth < 0 || fields.number(1) < 0 || fields.isBad() || data.isEmpty())
+    // A host that was given no text sends none, as with the other codes.
+    const bool lacksText = data.isEmpty() && !fields.isStrict();
+    if (moduleWidth < 0 || fields.number(1) < 0 || fields.isBad() || lacksText)
         return Refusal::BadValue;
     return device.documents().printCode({tape::Symbology::Qr, data, -1, moduleWidth});
 }

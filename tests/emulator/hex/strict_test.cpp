@@ -74,6 +74,7 @@ const QList<HexRow> hexRows{
         finish(), 0, 0},
     {"barcode of 10,000 characters", {open(1)}, barcode("5", QByteArray(10'000, '7')), 0, 0},
     {"barcode without text", {open(1)}, barcode("5", ""), 0, 0},
+    {"QR code without text", {open(1)}, with(qrCode("1"), 3, ""), 0, 3},
     {"a kind of barcode that has no name", {open(1)}, barcode("11", "x"), 0, 0},
     {"a kind of barcode that there is not", {open(1)}, barcode("9", "x"), 3, 3},
     {"line that is high and wide", {open(1)}, text("x", 48), 0, 0},

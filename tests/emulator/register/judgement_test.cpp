@@ -48,7 +48,6 @@ const QList<Judgement> judgements{
     {"line of 257 bytes", {open(1)}, {0x21, {longLine.left(257), "0"}}, 3},
     {"line of 256 bytes", {open(1)}, {0x21, {longLine.left(256), "0"}}, 0},
     {"EAN-13 with letters", {open(1)}, {0x24, {"2", "2", "100", "2", "46012345678AB"}}, 3},
-    {"empty QR code", {open(1)}, {0x29, {"2", "1", ""}}, 3},
     {"unknown agent", {open(2)}, {0x3C, QList<QByteArray>{"128"} + QList<QByteArray>(10)}, 3},
     {"code never checked", {open(2)}, bind(), 142},
     {"code bound to nothing yet", {check(), open(2), bind()}, bind(), 131},
