@@ -157,12 +157,17 @@ DriveMark noteMark(AbstractFrDriver& driver, const RegisterLine& line, DocumentK
 {
     // Nothing but the number tells of the others.
     if (!isReceipt(kind) && !isCash(kind))
-        return readUntilTwoAgree(driver, line, kind, readOnce);
+        return noteMarkTwice(driver, line, kind);
     const DriveMark mark = readOnce(driver, line, kind);
     // A byte that changed on the line makes the open shift look closed, or the number like none.
     const bool isAskedAgain
         = isReceipt(kind) && !line.isChecked() && mark.isShiftOpen != false && !isToldWhole(mark, kind);
     return isAskedAgain ? readOnce(driver, line, kind) : mark;
+}
+
+DriveMark noteMarkTwice(AbstractFrDriver& driver, const RegisterLine& line, DocumentKind kind)
+{
+    return readUntilTwoAgree(driver, line, kind, readOnce);
 }
 
 DriveMark noteMarkAfterFailure(AbstractFrDriver& driver, const RegisterLine& line, DocumentKind kind)

@@ -13,6 +13,8 @@ namespace sale {
 /// for receipts and cash, thirteen for others; XML: four for receipts, seven for cash, two readings of two
 /// for others). A value that the register does not tell is empty. Throws the driver's exceptions.
 DriveMark noteMark(AbstractFrDriver& driver, const RegisterLine& line, DocumentKind kind);
+/// The same over a protocol without check values as soon as two readings in a row agree; empty when none do.
+DriveMark noteMarkTwice(AbstractFrDriver& driver, const RegisterLine& line, DocumentKind kind);
 /// The same when something has failed: with all that is told, and over a protocol without check values as
 /// soon as two readings in a row agree; empty when none do.
 DriveMark noteMarkAfterFailure(AbstractFrDriver& driver, const RegisterLine& line, DocumentKind kind);

@@ -1,5 +1,6 @@
 #include "witness.h"
 
+#include "documentstore.h"
 #include "exceptions.h"
 #include "marknoting.h"
 #include "misreading.h"
@@ -74,8 +75,17 @@ void Witness::noteAnew(const ShiftOpener& openShift, Verdict opening)
     }
 }
 
+bool Witness::isDriveRepeated() const
+{
+    return m_driver.getFnInfo().fnStatus.fnNumber == m_before.drive;
+}
+
 void Witness::compareWith(const DocumentStore& journal)
 {
+    // The mark of other documents is read twice anyway.
+    const bool isReadOnce = !m_line.isChecked() && (isReceipt(m_ours.kind) || isCash(m_ours.kind));
+    if (isReadOnce && journal.find({.drive = m_before.drive, .limit = 1}).isEmpty() && !isDriveRepeated())
+        m_before = noteMarkTwice(m_driver, m_line, m_ours.kind);
     if (m_line.isExclusive && !isCash(m_ours.kind))
         m_before = requireKnown(m_driver, journal, m_before);
 }

@@ -32,7 +32,9 @@ public:
     const DriveMark& before() const { return m_before; }
     /// Holds the mark against the journal, see requireKnown, and learns from it the number that it does not
     /// tell itself. A register that others work is not compared, and the mark of cash tells nothing that the
-    /// next sale is compared with. Throws ReviewNeeded, JournalError and the driver's exceptions.
+    /// next sale is compared with. A drive that is new to the journal is asked for again where answers have
+    /// no check value: under a misread number nobody would find the document again. Throws ReviewNeeded,
+    /// JournalError and the driver's exceptions.
     void compareWith(const DocumentStore& journal);
     /// The number that the drive gives the document; 0 when the mark does not tell.
     Verdict issued() const;
@@ -50,6 +52,8 @@ private:
     /// The known mark, when the register's answers fit it.
     std::optional<DriveMark> confirmed(const std::optional<KnownMark>& known);
     void noteAnew(const ShiftOpener& openShift, Verdict opening);
+    /// Whether the register names the drive of the mark once more.
+    bool isDriveRepeated() const;
 
     AbstractFrDriver& m_driver;
     const RegisterLine& m_line;

@@ -185,6 +185,32 @@ TEST_F(Issue, CorrectedReceiptIsJudgedByItsOwnSums)
     EXPECT_EQ(result.after->sums, markAfter(result.before, movementOf(receipt)).sums);
 }
 
+TEST_F(Issue, MisreadDriveIsAskedAgain)
+{
+    SqliteStore journal(QStringLiteral(":memory:"));
+    const RegisterLine shared{receipt::Protocol::Xml, false};
+    const struct
+    {
+        std::optional<QString> misread;
+        std::string asked;
+    } rows[] = {
+        {QStringLiteral("9909"), "ask sums ask ask sums ask sums"},
+        // Known to the journal by now.
+        {std::nullopt, "ask sums"},
+        {QStringLiteral("9909"), "ask sums ask ask sums ask sums"},
+    };
+    int number = 0;
+    for (const auto& row : rows) {
+        driver.calls.clear();
+        driver.misreadDrive = row.misread;
+        IdentifiedSale document(journal, QString::number(++number), "milk 10.00");
+        const IssueResult result = issueReceipt(driver, receipt, {shared, &document});
+        EXPECT_EQ(driver.calls.substr(0, driver.calls.find(" mark")), row.asked);
+        EXPECT_EQ(result.before.drive, driver.drive);
+        EXPECT_EQ(journal.find({.drive = driver.drive}).size(), number);
+    }
+}
+
 TEST_F(Issue, JournalThatFailsIsTold)
 {
     SqliteStore journal(QStringLiteral(":memory:"));

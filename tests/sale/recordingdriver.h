@@ -5,6 +5,7 @@
 #include "exceptions.h"
 
 #include <functional>
+#include <optional>
 #include <utility>
 
 /// What a host's device throws to interrupt a driver: no exception of the contract.
@@ -41,7 +42,7 @@ public:
             moveOn();
         note("ask");
         FnInfo info;
-        info.fnStatus.fnNumber = drive;
+        info.fnStatus.fnNumber = std::exchange(misreadDrive, {}).value_or(drive);
         info.fnStatus.lastFdNumber = m_number;
         info.fnStatus.isShiftOpen = shiftOpen;
         return info;
@@ -143,6 +144,8 @@ public:
     /// Opens the shift also when that fails.
     bool opensUnheard = false;
     QString drive = QStringLiteral("9999");
+    /// What the next answer makes of it.
+    std::optional<QString> misreadDrive;
     /// Of the drive's last document, from question to question. Each has moved the sums by the payments.
     QList<quint32> numbers{7};
     QMap<int, double> payments{{0, 6.0}, {1, 1.0}, {4, 3.0}};
