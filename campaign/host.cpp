@@ -1,15 +1,9 @@
 #include "host.h"
 
 #include "abstractfrdriver.h"
-#include "documentid.h"
-#include "documentissuer.h"
 #include "exceptions.h"
 #include "hostkilled.h"
 #include "identifiedsale.h"
-#include "marknoting.h"
-#include "receiptissuer.h"
-#include "registerstart.h"
-#include "review.h"
 #include "violation.h"
 
 #include <QSet>
@@ -49,14 +43,21 @@ bool isNamed(const char* name, const char* other)
 Host::Host(Rig& rig, sale::DocumentStore& journal, Report& report, const Setting& setting)
     : m_rig(rig)
     , m_setting(setting)
-    , m_line(setting.protocol == Protocol::Hex ? receipt::Protocol::Hex : receipt::Protocol::Xml,
-          setting.neighbour != Neighbour::Shared)
     , m_journal(journal, rig.line)
     , m_report(report)
 {
     m_rig.line.setHazards(setting.hazards);
     m_rig.watch = [this](const char* name, const std::function<void()>& work) { call(name, work); };
     m_rig.line.setVisitor([this] { letNeighbourAct(); });
+    sitDown();
+}
+
+void Host::sitDown()
+{
+    const sale::RegisterLine line(
+        m_setting.protocol == Protocol::Hex ? receipt::Protocol::Hex : receipt::Protocol::Xml,
+        m_setting.neighbour != Neighbour::Shared);
+    m_desk.emplace(m_rig.driver(), m_journal, sale::DeskOptions{line, {}, cashier()});
 }
 
 Host::~Host()
@@ -155,15 +156,6 @@ void Host::start()
     m_shiftOpened = m_rig.clock.milliseconds();
 }
 
-sale::IssueOptions Host::options() const
-{
-    sale::IssueOptions options{m_line};
-    options.cashier = cashier();
-    if (m_known)
-        options.known = sale::KnownMark{*m_known, true};
-    return options;
-}
-
 SaleResult Host::sell(const QString& id, const receipt::Receipt& receipt, Random* faults)
 {
     m_closeFailed = false;
@@ -204,11 +196,8 @@ QString Host::attempt(const QString& id, const receipt::Receipt& receipt)
 
 QString Host::issue(const QString& id, const receipt::Receipt& receipt)
 {
-    sale::IdentifiedSale document(m_journal, id, receipt.items.constFirst().position.getName().toUtf8());
-    sale::IssueOptions options = this->options();
-    options.sale = &document;
-    const sale::IssueResult issued = sale::issueReceipt(m_rig.driver(), receipt, options);
-    m_known = issued.failure ? std::nullopt : issued.after;
+    const sale::IssueResult issued
+        = m_desk->issue(id, receipt, receipt.items.constFirst().position.getName().toUtf8());
     m_needsReview = issued.failure && issued.failure->exceptionName == QStringLiteral("ReviewNeeded");
     if (issued.failure && !issued.failure->isOfDriver && !m_needsReview && !m_rig.line.isHostDead())
         std::rethrow_exception(issued.failure->exception);
@@ -218,8 +207,7 @@ QString Host::issue(const QString& id, const receipt::Receipt& receipt)
 void Host::review()
 {
     m_report.addReview();
-    const sale::DriveMark mark = sale::noteMark(m_rig.driver(), m_line, sale::DocumentKind::Report);
-    sale::acceptUnknown(m_journal, {}, mark, cashier().name, QStringLiteral("looked at the tape"));
+    m_desk->acceptUnknown(cashier().name, QStringLiteral("looked at the tape"));
 }
 
 sale::Outcome Host::outcomeOf(const QString& id) const
@@ -237,7 +225,7 @@ void Host::reachRegister(bool reopen)
         m_rig.line.open();
         m_rig.driver().portOpen();
     }
-    sale::startRegister(m_rig.driver(), &m_journal, m_line, {});
+    m_desk->open();
 }
 
 void Host::recover(Random* faults)
@@ -256,8 +244,10 @@ void Host::recover(Random* faults)
 
 bool Host::restore(bool reopen)
 {
-    if (m_rig.line.isHostDead())
+    if (m_rig.line.isHostDead()) {
         m_rig.restartHost();
+        sitDown();
+    }
     m_rig.device.setPaper(true);
     m_rig.line.repair();
     try {
@@ -276,12 +266,7 @@ void Host::keepShiftShort()
     if (m_rig.clock.milliseconds() - m_shiftOpened <= longestShift)
         return;
     recover(nullptr);
-    sale::IdentifiedSale closing(m_journal, {sale::newDocumentId(), QStringLiteral("zReport"), {}, {}});
-    sale::DocumentSteps steps;
-    steps.close = [this] { m_rig.driver().zReport(); };
-    const sale::DocumentResult result = sale::issueDocument(
-        m_rig.driver(), {sale::DocumentKind::ShiftClosing}, steps, {m_line, cashier(), &closing});
-    m_known = std::nullopt;
+    const sale::DocumentResult result = m_desk->closeShift();
     if (result.failure)
         std::rethrow_exception(result.failure->exception);
     m_shiftOpened = m_rig.clock.milliseconds();

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "issueoptions.h"
+#include "cashdesk.h"
 #include "mortalstore.h"
 #include "neighbour.h"
-#include "registerline.h"
 #include "report.h"
 #include "rig.h"
 #include "saleresult.h"
@@ -15,9 +14,8 @@ namespace receipt {
 struct Receipt;
 }
 
-/// A host program as the drivers' contract asks for it. It connects and initialises; what becomes of its
-/// documents, when it may sell again and what is to be settled, the library of sales and the journal say. It
-/// is the watch of the driver's calls, too: each may last no longer than its waits, and repeats nothing.
+/// A host program, which makes its documents with a cash desk and has no rules of its own. It is the watch of
+/// the driver's calls, too: each may last no longer than its waits, and repeats nothing.
 class Host
 {
 public:
@@ -48,7 +46,8 @@ public:
     SaleResult sell(const QString& id, const receipt::Receipt& receipt, Random* faults);
 
 private:
-    sale::IssueOptions options() const;
+    /// Behind each start of the program.
+    void sitDown();
     void setFaults(Random* faults, int Rates::*rate);
     void letNeighbourAct();
     void call(const char* name, const std::function<void()>& work);
@@ -69,13 +68,11 @@ private:
 
     Rig& m_rig;
     const Setting m_setting;
-    const sale::RegisterLine m_line;
     MortalStore m_journal;
     Report& m_report;
     Random* m_faults = nullptr;
     qint64 m_shiftOpened = 0;
-    /// Behind a sale that went well.
-    std::optional<sale::DriveMark> m_known;
+    std::optional<sale::CashDesk> m_desk;
     bool m_needsReview = false;
     bool m_closeFailed = false;
     /// Those of the sale up to its failure.
