@@ -69,6 +69,8 @@ DocumentResult issueDocument(AbstractFrDriver& driver, const Movement& ours, con
             result.verdict = witness.afterSuccess();
         } catch (...) {
             result.failure = currentFailure();
+            // The next run counts how often it was issued.
+            isOpen = true;
         }
     }
     isOpen = isOpen || (result.failure && !result.failure->isOfDriver && result.verdict == Outcome::Unknown);

@@ -108,14 +108,20 @@ Verdict Witness::afterSuccess()
         return issued();
     // It was issued once at least; only how often may be in question.
     const Circumstances circumstances{true, false, true};
-    m_after = noteMark(m_driver, m_line, m_ours.kind);
-    Verdict counted = judge(m_before, *m_after, m_ours, circumstances).verdict;
-    if (counted.outcome == Outcome::Issued && counted.times == 1)
-        return counted;
+    const auto counted = [&] { return judge(m_before, *m_after, m_ours, circumstances).verdict; };
+    try {
+        m_after = noteMark(m_driver, m_line, m_ours.kind);
+        const Verdict verdict = counted();
+        if (verdict.outcome == Outcome::Issued && verdict.times == 1)
+            return verdict;
+    } catch (const BasicException&) {
+        // The answer to a request that was sent again may come now, and be taken for that to the question.
+        m_driver.connect();
+    }
     m_after = noteMarkAfterFailure(m_driver, m_line, m_ours.kind);
-    counted = judge(m_before, *m_after, m_ours, circumstances).verdict;
-    const bool isCounted = counted.outcome == Outcome::Issued && (counted.times == 1 || isOursAlone());
-    return isCounted ? counted : Verdict(Outcome::Unknown);
+    const Verdict verdict = counted();
+    const bool isCounted = verdict.outcome == Outcome::Issued && (verdict.times == 1 || isOursAlone());
+    return isCounted ? verdict : Verdict(Outcome::Unknown);
 }
 
 std::optional<Verdict> Witness::afterFailure()
