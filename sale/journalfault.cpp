@@ -85,9 +85,15 @@ JournalError journalFault(const QString& fileName, const QSqlError& error)
 
 JournalError journalFault(const QString& fileName, int error)
 {
-    const int code = error == ENOSPC || error == EDQUOT ? Full : error == EIO ? Input : CannotOpen;
+    const bool isDiskFault = error == EIO || error == EROFS;
+    const int code = error == ENOSPC || error == EDQUOT ? Full : isDiskFault ? Input : CannotOpen;
     return faultOf(fileName, qt_error_string(error),
         error == EEXIST ? QStringLiteral("name one that is not there") : advice(fileName, code));
+}
+
+JournalError damagedJournal(const QString& fileName, const QString& what)
+{
+    return faultOf(fileName, what, advice(fileName, Corrupt));
 }
 
 } // namespace sale

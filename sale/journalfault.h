@@ -10,5 +10,7 @@ namespace sale {
 JournalError journalFault(const QString& fileName, const QSqlError& error);
 /// For a file or folder that cannot be had at all: errno.
 JournalError journalFault(const QString& fileName, int error);
+/// For a file that can be read, and of which a check says what is damaged.
+JournalError damagedJournal(const QString& fileName, const QString& what);
 
 } // namespace sale

@@ -4,10 +4,10 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QStandardPaths>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -19,9 +19,17 @@ namespace {
 const QString fileOfSales = QStringLiteral("/sales.sqlite");
 
 /// Also of a program that runs for another user than it was started by.
-bool canUse(const QString& name, int how)
+void requireUse(const QString& name, int how, const QString& file)
 {
-    return ::faccessat(AT_FDCWD, QFile::encodeName(name).constData(), how, AT_EACCESS) == 0;
+    if (::faccessat(AT_FDCWD, QFile::encodeName(name).constData(), how, AT_EACCESS) != 0)
+        throw journalFault(file, errno);
+}
+
+/// A link to a disk that is not mounted is there, and so is a folder that cannot be looked at.
+bool isMissing(const QString& name)
+{
+    struct stat status = {};
+    return ::lstat(QFile::encodeName(name).constData(), &status) != 0 && errno == ENOENT;
 }
 
 /// Qt knows the folder for state from a later release on.
@@ -43,11 +51,12 @@ QString journalPlace(const QString& folder)
     const QString set = qEnvironmentVariable("FRSPF_JOURNAL");
     if (!set.isEmpty())
         return set;
-    if (!QFileInfo(folder).isDir())
+    if (isMissing(folder))
         return stateFolder() + QStringLiteral("/frspf") + fileOfSales;
     const QString file = folder + fileOfSales;
-    if (!canUse(folder, W_OK | X_OK) || (QFile::exists(file) && !canUse(file, R_OK | W_OK)))
-        throw journalFault(file, EACCES);
+    requireUse(folder, W_OK | X_OK, file);
+    if (QFile::exists(file))
+        requireUse(file, R_OK | W_OK, file);
     return file;
 }
 

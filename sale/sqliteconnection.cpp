@@ -156,4 +156,34 @@ void SqliteConnection::together(const std::function<void()>& statements)
     }
 }
 
+void SqliteConnection::attach(const QString& fileName, const QString& schema)
+{
+    QSqlQuery query(QSqlDatabase::database(m_connection));
+    query.prepare(QStringLiteral("ATTACH ? AS %1").arg(schema));
+    query.addBindValue(fileName);
+    if (!query.exec())
+        throw journalFault(fileName, query.lastError());
+    try {
+        requireWhole(fileName, schema);
+    } catch (const JournalError&) {
+        detach(schema);
+        throw;
+    }
+}
+
+void SqliteConnection::detach(const QString& schema)
+{
+    execute(QStringLiteral("DETACH %1").arg(schema));
+}
+
+void SqliteConnection::requireWhole(const QString& fileName, const QString& schema)
+{
+    QSqlQuery query(QSqlDatabase::database(m_connection));
+    query.setForwardOnly(true);
+    if (!query.exec(QStringLiteral("PRAGMA %1.integrity_check(1)").arg(schema)) || !query.next())
+        throw journalFault(fileName, query.lastError());
+    if (query.value(0).toString() != QStringLiteral("ok"))
+        throw damagedJournal(fileName, query.value(0).toString().section(QLatin1Char('\n'), -1));
+}
+
 } // namespace sale

@@ -31,6 +31,10 @@ public:
     QVariant value(const QString& statement, const QVariantList& values = {}) const;
     /// Statements that are done together or not at all, while no other program writes.
     void together(const std::function<void()>& statements);
+    /// Another file beside this one, under a name of its own until it is detached; whole, or what is wrong is
+    /// told of that file.
+    void attach(const QString& fileName, const QString& schema);
+    void detach(const QString& schema);
 
 private:
     void open(int patienceMs);
@@ -38,6 +42,7 @@ private:
     /// So that readers and writers do not wait for each other.
     void keepLogAhead(int patienceMs);
     QSqlQuery run(const QString& statement, const QVariantList& values) const;
+    void requireWhole(const QString& fileName, const QString& schema);
 
     const QString m_fileName;
     /// Name of the database connection.

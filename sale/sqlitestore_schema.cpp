@@ -97,16 +97,17 @@ void SqliteStore::takeOver(const QString& formerFile)
     const QString known = QStringLiteral("SELECT 1 FROM takeovers WHERE file = ?");
     if (m_connection.value(known, {formerFile}).isValid())
         return;
-    m_connection.execute(QStringLiteral("ATTACH ? AS former"), {formerFile});
+    const QString schema = QStringLiteral("former");
+    m_connection.attach(formerFile, schema);
     try {
-        takeOverFrom(QStringLiteral("former"), formerFile);
-        m_connection.execute(QStringLiteral("DETACH former"));
+        takeOverFrom(schema, formerFile);
     } catch (const JournalError& error) {
-        m_connection.execute(QStringLiteral("DETACH former"));
+        m_connection.detach(schema);
         throw JournalError(QStringLiteral("former journal %1 cannot be taken over, move it away to go on "
                                           "without: %2")
                                .arg(formerFile, QString::fromUtf8(error.what())));
     }
+    m_connection.detach(schema);
 }
 
 void SqliteStore::takeOverFrom(const QString& schema, const QString& name)

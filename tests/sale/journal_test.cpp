@@ -230,6 +230,29 @@ TEST_F(Journal, FormerOneIsTakenOverOnce)
     }
 }
 
+TEST_F(Journal, FormerOneThatIsBrokenIsNamed)
+{
+    const QString former = folder.filePath("former");
+    makeFormer(former, false);
+    QFile broken(former);
+    ASSERT_TRUE(broken.open(QIODevice::ReadWrite));
+    const QByteArray whole = broken.readAll();
+    constexpr int page = 4096;
+    const QByteArray noise(page, '\xff');
+    for (const QByteArray& content :
+        {noise, whole.chopped(page), whole.left(page) + noise + whole.mid(2 * page)}) {
+        broken.resize(0);
+        broken.seek(0);
+        broken.write(content);
+        broken.flush();
+        SqliteStore store(file);
+        for (int asking = 0; asking < 2; ++asking) {
+            const QString told = textOf([&] { store.takeOver(former); });
+            EXPECT_TRUE(told.contains(former) && !told.contains(file)) << told.toStdString();
+        }
+    }
+}
+
 TEST_F(Journal, FileIsForItsGroup)
 {
     const mode_t former = ::umask(0077);
@@ -256,6 +279,10 @@ TEST_F(Journal, PlaceIsTheMachinesWhereThePackageMadeIt)
     ASSERT_TRUE(user != 0 || ::seteuid(user) == 0);
     EXPECT_TRUE(told.contains(closed.filePath("sales.sqlite"))) << told.toStdString();
     EXPECT_TRUE(told.contains("be of the group ")) << told.toStdString();
+    // The disk that it is on is not there.
+    const QString link = folder.filePath("link");
+    ASSERT_TRUE(QFile::link(folder.filePath("unmounted"), link));
+    EXPECT_TRUE(textOf([&link] { journalPlace(link); }).contains(link));
     qputenv("FRSPF_JOURNAL", "/elsewhere");
     EXPECT_EQ(journalPlace(closed.path()), QStringLiteral("/elsewhere"));
 }
