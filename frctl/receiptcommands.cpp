@@ -102,8 +102,11 @@ Task prepareReceipt(const Options& options, bool isReturn)
     if (!checked.hasErrors())
         describeReceipt(*options.answer, checked.receipt);
     // A sale that is done already needs no register, and is no sale of the same goods again.
-    if (const std::optional<Output> answer = knownAnswer(options, text))
+    if (const std::optional<Output> answer = knownAnswer(options, text)) {
+        // A sale that is done is no answer to refund.
+        refuseOtherCommand(checked.receipt, isReturn);
         return answered(*answer);
+    }
     Issue made{checked.receipt, text, options};
     const FrUser cashier = cashierOf(options, made.receipt);
     settleFindings(options, QStringLiteral("ReceiptError"),
