@@ -30,8 +30,8 @@ set(CPACK_DEBIAN_PLUGIN_PACKAGE_DEPENDS adduser)
 set(CPACK_COMPONENT_PLUGIN_DEPENDS runtime)
 set(CPACK_COMPONENT_PLUGIN_DESCRIPTION "Driver plugin for fiscal registers of the Service Plus family")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME frspf-tools)
-# A plugin of Qt, so no library dependency tells of it.
-set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS libqt6sql6-sqlite)
+# A plugin of Qt and the font of the pictures, so no library dependency tells of them.
+set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "libqt6sql6-sqlite, fonts-dejavu-core")
 set(CPACK_COMPONENT_TOOLS_DEPENDS plugin)
 set(CPACK_COMPONENT_TOOLS_DESCRIPTION "Command-line host and software fiscal register")
 
