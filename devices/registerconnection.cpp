@@ -1,8 +1,8 @@
 #include "registerconnection.h"
 
-#include "abstractfiscalregister.h"
 #include "abstractfrdriver.h"
 #include "connectionerror.h"
+#include "driverbuilding.h"
 #include "driverplugin.h"
 #include "portname.h"
 #include "serialdevicefactory.h"
@@ -10,7 +10,6 @@
 
 #include <QElapsedTimer>
 #include <QThread>
-#include <QVariant>
 
 #include <algorithm>
 
@@ -41,7 +40,7 @@ RegisterConnection::RegisterConnection(const ConnectionSettings& settings)
             ConnectionError::NoPort, QStringLiteral("\"%1\" names no port").arg(settings.port));
     lockPort(settings);
     openLine(settings);
-    buildDriver(settings);
+    m_driver = &buildDriver(*m_deviceObject, *m_line, settings);
     try {
         m_driver->portOpen();
         dropLeftovers();
@@ -108,29 +107,6 @@ void RegisterConnection::dropLeftovers()
     for (int left = longestDropMs; left > 0 && m_line->waitForReadyRead(std::min(left, patience));
          left = longestDropMs - static_cast<int>(timer.elapsed()))
         m_line->read(dropAtOnce);
-}
-
-void RegisterConnection::setProperty(const char* name, const QVariant& value)
-{
-    if (!m_deviceObject->setProperty(name, value))
-        throw ConnectionError(ConnectionError::NoPlugin,
-            QStringLiteral("the plugin does not take its property %1").arg(QLatin1String(name)));
-}
-
-void RegisterConnection::buildDriver(const ConnectionSettings& settings)
-{
-    setProperty("serialObj", QVariant::fromValue<QObject*>(m_line.get()));
-    setProperty("protocol", settings.protocol);
-    setProperty("deviceId", settings.deviceId);
-    setProperty("speedEnumerate", settings.speedEnumerate);
-    setProperty("driverOptions", QVariant::fromValue(settings.driverOptions));
-    if (!settings.protocolVersion.isEmpty())
-        setProperty("protocolVer", settings.protocolVersion);
-    QMetaObject::invokeMethod(m_deviceObject.get(), "init");
-    auto* const fiscalRegister = qobject_cast<hw::AbstractFiscalRegister*>(m_deviceObject.get());
-    m_driver = fiscalRegister != nullptr ? fiscalRegister->getLegacyDriver() : nullptr;
-    if (m_driver == nullptr)
-        throw ConnectionError(ConnectionError::NoPlugin, QStringLiteral("the plugin gives no driver"));
 }
 
 } // namespace devices

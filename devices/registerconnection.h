@@ -39,10 +39,8 @@ public:
 private:
     void lockPort(const ConnectionSettings& settings);
     void openLine(const ConnectionSettings& settings);
-    void buildDriver(const ConnectionSettings& settings);
     void closePort();
     void dropLeftovers();
-    void setProperty(const char* name, const QVariant& value);
 
     // Held until the line is closed.
     PortLock m_lock;

@@ -7,6 +7,7 @@
 #include "journalcommands.h"
 #include "namescommand.h"
 #include "parametercommand.h"
+#include "previewcommand.h"
 #include "printoutcommands.h"
 #include "receiptcommands.h"
 #include "reportcommands.h"
@@ -43,6 +44,8 @@ constexpr Command commandTable[] = {
         prepareRegistration, true},
     {"sell", "FILE", "Issue the receipt of a JSON file.", 1, 1, prepareSell, true},
     {"refund", "FILE", "Issue the return receipt of a JSON file.", 1, 1, prepareRefund, true},
+    {"preview", "FILE", "The receipt of a JSON file as a register prints it; needs no register.", 1, 1,
+        preparePreview},
     {"cash-in", "SUM", "Put cash into the drawer.", 1, 1, prepareCashIn, true},
     {"cash-out", "SUM", "Take cash out of the drawer.", 1, 1, prepareCashOut, true},
     {"print", "FILE", "Print the lines of a text file as a document of no fiscal meaning.", 1, 1,

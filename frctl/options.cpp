@@ -42,9 +42,14 @@ constexpr OptionRow optionRows[] = {
     {"before", "DATE", "For journal anonymise: accepted before that day."},
     {"document", "N", "For journal resolve: the number on the receipt."},
     {"note", "TEXT", "For journal resolve and accept: what was seen."},
-    {"drop", "PATH", "For sell and refund: a field that the protocol does not carry; may be repeated."},
+    {"width", "44|48", "For preview: characters on a line of the paper (44)."},
+    {"png", "OUT", "For preview: a picture, a pixel a dot, instead of text."},
+    {"pdf", "OUT", "For preview: the same as PDF."},
+    {"svg", "OUT", "For preview: the same as SVG."},
+    {"drop", "PATH",
+        "For sell, refund and preview: a field that the protocol does not carry; may be repeated."},
     {"split", nullptr,
-        "For sell and refund: two positions where a discount leaves no whole kopecks a piece."},
+        "For sell, refund and preview: two positions where a discount leaves no whole kopecks a piece."},
     {"marks", "strict|warn|any",
         "For sell and refund: marking codes that were not checked on line are errors too, or none is (warn)."},
     {"strict", nullptr, "Warnings are errors, and --marks strict."},
@@ -142,6 +147,22 @@ int waitSeconds(const QString& text)
     return seconds;
 }
 
+int paperWidth(const QString& text)
+{
+    if (text != QStringLiteral("44") && text != QStringLiteral("48"))
+        throw UsageError(QStringLiteral("--width: \"%1\" is neither 44 nor 48").arg(text));
+    return text.toInt();
+}
+
+/// An empty name would be no file.
+QString pictureFile(const QCommandLineParser& parser, const char* name)
+{
+    const QString file = parser.value(QString::fromLatin1(name));
+    if (file.isEmpty() && parser.isSet(QString::fromLatin1(name)))
+        throw UsageError(QStringLiteral("--%1 wants a file").arg(QLatin1String(name)));
+    return file;
+}
+
 void addDriverOption(const QString& text, hw::fr::DriverOptions& options)
 {
     const QStringList parts = text.split(QLatin1Char('='));
@@ -191,6 +212,11 @@ void readValues(const QCommandLineParser& parser, Options& options)
     options.strict = isSet("strict");
     if (isSet("cashier-inn"))
         options.cashier.inn = cashierInn(value("cashier-inn"));
+    if (isSet("width"))
+        options.paperWidth = paperWidth(value("width"));
+    options.png = pictureFile(parser, "png");
+    options.pdf = pictureFile(parser, "pdf");
+    options.svg = pictureFile(parser, "svg");
     if (isSet("marks"))
         options.markPolicy = markPolicy(value("marks"));
     if (options.strict && isSet("marks") && options.markPolicy != sale::MarkPolicy::Strict)
@@ -223,15 +249,22 @@ void refuseMisplaced(const QCommandLineParser& parser, const Options& options)
         = options.command == QStringLiteral("params") && options.arguments.value(0) == QStringLiteral("set");
     if (options.force && !isSetting)
         throw UsageError(QStringLiteral("--force goes with params set"));
-    if (parser.isSet(QStringLiteral("id")) && (options.id.trimmed().isEmpty() || !options.isReceipt()))
+    if (parser.isSet(QStringLiteral("id")) && (options.id.trimmed().isEmpty() || !options.isSale()))
         throw UsageError(QStringLiteral("--id names a sale for sell and refund"));
     for (const char* const name : {"state", "since", "before", "document", "note"}) {
         if (parser.isSet(QString::fromLatin1(name)) && options.command != QStringLiteral("journal"))
             throw UsageError(QStringLiteral("--%1 goes with journal").arg(QLatin1String(name)));
     }
-    for (const char* const name : {"drop", "split", "marks"}) {
+    if (parser.isSet(QStringLiteral("marks")) && !options.isSale())
+        throw UsageError(QStringLiteral("--marks goes with sell and refund"));
+    for (const char* const name : {"drop", "split"}) {
         if (parser.isSet(QString::fromLatin1(name)) && !options.isReceipt())
-            throw UsageError(QStringLiteral("--%1 goes with sell and refund").arg(QLatin1String(name)));
+            throw UsageError(
+                QStringLiteral("--%1 goes with sell, refund and preview").arg(QLatin1String(name)));
+    }
+    for (const char* const name : {"width", "png", "pdf", "svg"}) {
+        if (parser.isSet(QString::fromLatin1(name)) && options.command != QStringLiteral("preview"))
+            throw UsageError(QStringLiteral("--%1 goes with preview").arg(QLatin1String(name)));
     }
 }
 
@@ -246,6 +279,18 @@ void Options::requireCashier() const
 sale::DeskOptions Options::desk() const
 {
     return {line(), registerName(), cashier, markPolicy};
+}
+
+devices::ConnectionSettings Options::connection() const
+{
+    return {.port = port,
+        .protocol = protocol,
+        .plugins = plugins,
+        .waitSeconds = waitSeconds,
+        .protocolVersion = protocolVersion,
+        .deviceId = deviceId,
+        .speedEnumerate = speedEnumerate,
+        .driverOptions = driverOptions};
 }
 
 QString Options::registerName() const

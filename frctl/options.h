@@ -1,8 +1,8 @@
 #pragma once
 
 #include "answerdraft.h"
+#include "connectionsettings.h"
 #include "deskoptions.h"
-#include "driveroptions.h"
 #include "journalaccess.h"
 #include "markpolicy.h"
 #include "protocol.h"
@@ -54,6 +54,11 @@ struct Options
     QStringList drop;
     /// Positions whose discount does not divide become two.
     bool split = false;
+    /// Of preview: characters on a line, and the file of the picture in one of its formats.
+    int paperWidth = 44;
+    QString png;
+    QString pdf;
+    QString svg;
     /// A setting may be written that shuts this driver out.
     bool force = false;
     /// Warnings are errors.
@@ -73,10 +78,8 @@ struct Options
     bool isHex() const { return protocol == QStringLiteral("HEX"); }
     /// What the journal calls the register.
     QString registerName() const;
-    bool isReceipt() const
-    {
-        return command == QStringLiteral("sell") || command == QStringLiteral("refund");
-    }
+    bool isSale() const { return command == QStringLiteral("sell") || command == QStringLiteral("refund"); }
+    bool isReceipt() const { return isSale() || command == QStringLiteral("preview"); }
     receipt::Protocol receiptProtocol() const
     {
         return isHex() ? receipt::Protocol::Hex : receipt::Protocol::Xml;
@@ -84,6 +87,8 @@ struct Options
     /// Throws UsageError without one.
     void requireCashier() const;
     sale::DeskOptions desk() const;
+    /// Without a callback for the waits.
+    devices::ConnectionSettings connection() const;
     /// The register and the line to it, as the verdicts on documents need to know them.
     sale::RegisterLine line() const
     {

@@ -13,17 +13,11 @@ namespace frctl {
 
 namespace {
 
-devices::ConnectionSettings settingsOf(const Options& options)
+devices::ConnectionSettings interruptibleConnection(const Options& options)
 {
-    return {.port = options.port,
-        .protocol = options.protocol,
-        .plugins = options.plugins,
-        .waitSeconds = options.waitSeconds,
-        .waitCallback = throwIfInterrupted,
-        .protocolVersion = options.protocolVersion,
-        .deviceId = options.deviceId,
-        .speedEnumerate = options.speedEnumerate,
-        .driverOptions = options.driverOptions};
+    devices::ConnectionSettings settings = options.connection();
+    settings.waitCallback = throwIfInterrupted;
+    return settings;
 }
 
 const Options& withPort(const Options& options)
@@ -37,7 +31,7 @@ const Options& withPort(const Options& options)
 
 RegisterSession::RegisterSession(const Options& options)
     : m_options(withPort(options))
-    , m_connection(settingsOf(options))
+    , m_connection(interruptibleConnection(options))
 {
     *options.soleConnection = [this] { return m_connection.soleConnection(); };
 }

@@ -7,10 +7,10 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 packages=(
   g++ cmake ninja-build pkg-config ccache git python3
   qt6-base-dev qt6-5compat-dev qt6-serialport-dev libqrencode-dev libzint-dev nlohmann-json3-dev
-  libqt6sql6-sqlite fonts-dejavu-core libgtest-dev libgmock-dev zbar-tools
+  libqt6sql6-sqlite fonts-dejavu-core libgtest-dev libgmock-dev
 )
 # What the tests need besides.
-test_packages=(python3-jsonschema)
+test_packages=(python3-jsonschema zbar-tools)
 # What only the suites of scripts/test --all need.
 large_packages=(valgrind)
 

@@ -28,7 +28,8 @@ QStringList withPlugin(const QStringList& arguments)
 {
     const QStringList plugin{"--plugin", QStringLiteral(SPF_PLUGIN)};
     // The receipts name their own cashier, which one of the command line would replace.
-    const bool isReceipt = arguments.contains("sell") || arguments.contains("refund");
+    const bool isReceipt
+        = arguments.contains("sell") || arguments.contains("refund") || arguments.contains("preview");
     return isReceipt ? plugin + arguments : plugin + QStringList{"--cashier", "Иванова"} + arguments;
 }
 

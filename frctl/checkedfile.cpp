@@ -1,0 +1,60 @@
+#include "checkedfile.h"
+
+#include "currenttime.h"
+#include "errors.h"
+#include "mockfactory.h"
+
+namespace frctl {
+
+namespace {
+
+using receipt::Receipt;
+
+receipt::CheckOptions checkOptions(const Options& options)
+{
+    return {options.receiptProtocol(), MockFactory<CurrentTime>::create()->getCurrentDateTime().date(),
+        options.drop, options.split};
+}
+
+/// The command line goes before the file, and the number of one person is not put to another's name.
+FrUser cashierOf(const Options& options, const Receipt& receipt)
+{
+    FrUser cashier = receipt.cashier.value_or(FrUser());
+    if (!options.cashier.name.isEmpty() && options.cashier.name != cashier.name)
+        cashier = options.cashier;
+    if (!options.cashier.inn.isEmpty())
+        cashier.inn = options.cashier.inn;
+    return cashier;
+}
+
+/// Without what is said of a cashier in whose place the command line puts another.
+QList<receipt::Finding> withoutReplaced(
+    QList<receipt::Finding> findings, const Receipt& receipt, const FrUser& cashier)
+{
+    const FrUser named = receipt.cashier.value_or(FrUser());
+    findings.removeIf([&](const receipt::Finding& finding) {
+        return (finding.path == QStringLiteral("operator.name") && named.name != cashier.name)
+            || (finding.path == QStringLiteral("operator.vatin") && named.inn != cashier.inn);
+    });
+    return findings;
+}
+
+} // namespace
+
+receipt::CheckedReceipt checkedFile(const Options& options, const QByteArray& text)
+{
+    receipt::CheckedReceipt checked = receipt::checkedReceipt(text, checkOptions(options));
+    const FrUser cashier = cashierOf(options, checked.receipt);
+    checked.findings = withoutReplaced(checked.findings, checked.receipt, cashier);
+    checked.receipt.cashier = cashier;
+    return checked;
+}
+
+void requireCashier(const Options& options, const Receipt& receipt)
+{
+    if (receipt.cashier.value_or(FrUser()).name.isEmpty())
+        throw UsageError(QStringLiteral("%1 needs a cashier: --cashier, or \"operator\" in the receipt")
+                             .arg(options.command));
+}
+
+} // namespace frctl

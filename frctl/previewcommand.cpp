@@ -1,0 +1,81 @@
+#include "previewcommand.h"
+
+#include "checkedfile.h"
+#include "errors.h"
+#include "inputfile.h"
+#include "previewregister.h"
+#include "tape/pagepicture.h"
+#include "tape/pagetext.h"
+#include "textcheck.h"
+
+#include <QFile>
+#include <QJsonArray>
+
+#include <algorithm>
+
+namespace frctl {
+
+namespace {
+
+struct PictureFormat
+{
+    const char* name;
+    QString Options::*file;
+    QByteArray (*draw)(const tape::Page& page);
+};
+
+constexpr PictureFormat pictureFormats[] = {{"png", &Options::png, tape::toPng},
+    {"pdf", &Options::pdf, tape::toPdf}, {"svg", &Options::svg, tape::toSvg}};
+
+/// Null for text.
+const PictureFormat* formatOf(const Options& options)
+{
+    const auto isWanted
+        = [&options](const PictureFormat& format) { return !(options.*format.file).isEmpty(); };
+    if (std::count_if(std::begin(pictureFormats), std::end(pictureFormats), isWanted) > 1)
+        throw UsageError(QStringLiteral("preview makes one of --png, --pdf and --svg at a time"));
+    const auto* const format = std::find_if(std::begin(pictureFormats), std::end(pictureFormats), isWanted);
+    return format == std::end(pictureFormats) ? nullptr : format;
+}
+
+Output shown(const tape::Page& page)
+{
+    const QStringList lines = tape::toText(page);
+    return {lines, {{QStringLiteral("lines"), QJsonArray::fromStringList(lines)}}};
+}
+
+Output written(const tape::Page& page, const PictureFormat& format, const QString& fileName)
+{
+    const QByteArray picture = format.draw(page);
+    if (picture.isEmpty())
+        throw HostError(QStringLiteral("the page is too long for a %1; --pdf and --svg take any")
+                            .arg(QString::fromLatin1(format.name).toUpper()));
+    QFile file(fileName);
+    const bool isWritten
+        = file.open(QIODevice::WriteOnly) && file.write(picture) == picture.size() && file.flush();
+    if (!isWritten)
+        throw HostError(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
+    return {{QStringLiteral("receipt drawn: ") + fileName},
+        {{QStringLiteral("file"), fileName}, {QStringLiteral("format"), QLatin1String(format.name)}}};
+}
+
+} // namespace
+
+Task preparePreview(const Options& options)
+{
+    const PictureFormat* const format = formatOf(options);
+    const receipt::CheckedReceipt checked = checkedFile(options, readFile(options.arguments.constFirst()));
+    settleFindings(options, QStringLiteral("ReceiptError"), checked.findings);
+    requireCashier(options, checked.receipt);
+    if (checked.receipt.document.getPrintMode() == CheckPrintNone)
+        options.warnings->add({{receipt::Finding::Warning, QStringLiteral("electronically"), {},
+            QStringLiteral("a register prints nothing of it; shown is what it would print")}});
+    Task task;
+    task.alone = [options, format, receipt = checked.receipt] {
+        const tape::Page page = PreviewRegister(options, options.paperWidth).issued(receipt);
+        return format == nullptr ? shown(page) : written(page, *format, options.*format->file);
+    };
+    return task;
+}
+
+} // namespace frctl

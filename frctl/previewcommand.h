@@ -1,0 +1,10 @@
+#pragma once
+
+#include "options.h"
+#include "task.h"
+
+namespace frctl {
+
+Task preparePreview(const Options& options);
+
+} // namespace frctl

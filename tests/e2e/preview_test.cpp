@@ -1,0 +1,111 @@
+// A preview is what the software register prints when the receipt is really sold to it.
+
+#include "programs.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// From the heading to the number of the receipt: what follows is of that drive and minute.
+QString receiptPart(const QString& tape)
+{
+    return tape.section(QStringLiteral("КАССОВЫЙ ЧЕК"), 1).section(QStringLiteral("ЧЕК: "), 0, 0);
+}
+
+QString exampleFile(const char* name)
+{
+    return QStringLiteral(FRSPF_EXAMPLES "/") + name;
+}
+
+QString written(const QTemporaryDir& folder, const QJsonObject& receipt)
+{
+    QFile file(folder.filePath("receipt.json"));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QJsonDocument(receipt).toJson());
+    return file.fileName();
+}
+
+/// More positions than a register takes, which no rule of the receipt says.
+QJsonObject longReceipt()
+{
+    QJsonObject receipt = QJsonDocument::fromJson(readAll(exampleFile("sale.json"))).object();
+    QJsonArray items;
+    for (int number = 0; number <= 1000; ++number)
+        items.append(QJsonObject{{"type", "position"}, {"name", "Хлеб"}, {"price", 1}, {"quantity", 1},
+            {"amount", 1}, {"tax", QJsonObject{{"type", "none"}}}});
+    receipt["items"] = items;
+    receipt["payments"] = QJsonArray{QJsonObject{{"type", "cash"}, {"sum", 1001}}};
+    return receipt;
+}
+
+} // namespace
+
+TEST(Preview, IsWhatTheRegisterPrints)
+{
+    struct Row
+    {
+        const char* protocol;
+        const char* width;
+        const char* command;
+        const char* file;
+    };
+    const Row rows[]{{"XML", "44", "sell", "sale.json"}, {"XML", "48", "refund", "return.json"},
+        {"HEX", "44", "sell", "barcodes-hex.json"}, {"HEX", "48", "sell", "marked-sale.json"}};
+    for (const Row& row : rows) {
+        const Emulator emulator({"--width", row.width});
+        const Result sold = runFrctl(
+            {"--port", emulator.port(), "--protocol", row.protocol, row.command, exampleFile(row.file)});
+        ASSERT_EQ(sold.status, 0) << sold.errors.toStdString();
+        const Result preview = runFrctl({"--protocol", row.protocol, "--width", row.width, "--journal",
+            "/dev/null/journal", "preview", exampleFile(row.file)});
+        ASSERT_EQ(preview.status, 0) << preview.errors.toStdString();
+        const QString part = receiptPart(QString::fromUtf8(preview.output));
+        EXPECT_TRUE(part.contains(QStringLiteral("ИТОГ"))) << row.file;
+        EXPECT_EQ(part.toStdString(), receiptPart(emulator.tape()).toStdString());
+    }
+}
+
+TEST(Preview, ReceiptWithoutTaxSystemOrPaperIsShown)
+{
+    QJsonObject receipt = QJsonDocument::fromJson(readAll(exampleFile("electronic-sale.json"))).object();
+    receipt.remove("taxationType");
+    const QTemporaryDir folder;
+    const Result preview = runFrctl({"--json", "preview", written(folder, receipt)});
+    EXPECT_TRUE(preview.output.contains("СНО: ОСН")) << preview.errors.toStdString();
+    EXPECT_TRUE(preview.errors.contains("electronically: a register prints nothing of it"));
+}
+
+TEST(Preview, WhatTheRegisterRefusesIsToldAsWhatTheChecksFind)
+{
+    const QTemporaryDir folder;
+    const QString file = written(folder, longReceipt());
+    const QPair<const char*, const char*> rows[]{
+        {"HEX", "the register refuses it: Кол-во позиций в документе превысило допустимый предел"},
+        {"XML", "the register refuses it: Внутренняя ошибка. Некорректный документ (Слишком много позиций)"}};
+    for (const auto& [protocol, text] : rows) {
+        const Result preview = runFrctl({"--json", "--protocol", protocol, "preview", file});
+        EXPECT_EQ(preview.status, 2);
+        const QJsonObject error = QJsonDocument::fromJson(preview.output).object()["error"].toObject();
+        EXPECT_EQ(error["exception"], "ReceiptError");
+        const QString told = error["findings"].toArray().at(0)["text"].toString();
+        EXPECT_TRUE(told.startsWith(text)) << told.toStdString();
+    }
+}
+
+TEST(Preview, PictureHasCodesThatAScannerReads)
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath("receipt.png");
+    const Result preview = runFrctl(
+        {"--json", "--protocol", "HEX", "--png", file, "preview", exampleFile("barcodes-hex.json")});
+    ASSERT_EQ(preview.status, 0) << preview.errors.toStdString();
+    const QByteArray read = runShell("zbarimg -q " + file).output;
+    EXPECT_TRUE(read.contains("CODE-128:TICKET-000123\n")) << read.toStdString();
+    EXPECT_TRUE(read.contains("QR-Code:TICKET-000123\n"));
+    EXPECT_TRUE(read.contains("&s=450.00&fn=9999078900001234&"));
+    EXPECT_EQ(runFrctl({"--png", "/dev/null/a.png", "preview", exampleFile("sale.json")}).status, 1);
+}
