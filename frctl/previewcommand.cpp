@@ -3,8 +3,8 @@
 #include "checkedfile.h"
 #include "errors.h"
 #include "inputfile.h"
+#include "pagedrawer.h"
 #include "previewregister.h"
-#include "tape/pagepicture.h"
 #include "tape/pagetext.h"
 #include "textcheck.h"
 
@@ -21,11 +21,10 @@ struct PictureFormat
 {
     const char* name;
     QString Options::*file;
-    QByteArray (*draw)(const tape::Page& page);
 };
 
-constexpr PictureFormat pictureFormats[] = {{"png", &Options::png, tape::toPng},
-    {"pdf", &Options::pdf, tape::toPdf}, {"svg", &Options::svg, tape::toSvg}};
+constexpr PictureFormat pictureFormats[]
+    = {{"png", &Options::png}, {"pdf", &Options::pdf}, {"svg", &Options::svg}};
 
 /// Null for text.
 const PictureFormat* formatOf(const Options& options)
@@ -46,10 +45,7 @@ Output shown(const tape::Page& page)
 
 Output written(const tape::Page& page, const PictureFormat& format, const QString& fileName)
 {
-    const QByteArray picture = format.draw(page);
-    if (picture.isEmpty())
-        throw HostError(QStringLiteral("the page is too long for a %1; --pdf and --svg take any")
-                            .arg(QString::fromLatin1(format.name).toUpper()));
+    const QByteArray picture = drawnPage(page, QString::fromLatin1(format.name));
     QFile file(fileName);
     const bool isWritten
         = file.open(QIODevice::WriteOnly) && file.write(picture) == picture.size() && file.flush();

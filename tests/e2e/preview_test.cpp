@@ -85,7 +85,7 @@ TEST(Preview, WhatTheRegisterRefusesIsToldAsWhatTheChecksFind)
     const QString file = written(folder, longReceipt());
     const QPair<const char*, const char*> rows[]{
         {"HEX", "the register refuses it: Кол-во позиций в документе превысило допустимый предел"},
-        {"XML", "the register refuses it: Внутренняя ошибка. Некорректный документ (Слишком много позиций)"}};
+        {"XML", "the register refuses it: Внутренняя ошибка. Некорректный документ (8: too many positions)"}};
     for (const auto& [protocol, text] : rows) {
         const Result preview = runFrctl({"--json", "--protocol", protocol, "preview", file});
         EXPECT_EQ(preview.status, 2);
