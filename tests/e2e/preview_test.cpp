@@ -29,16 +29,15 @@ QString written(const QTemporaryDir& folder, const QJsonObject& receipt)
     return file.fileName();
 }
 
-/// More positions than a register takes, which no rule of the receipt says.
-QJsonObject longReceipt()
+QJsonObject longReceipt(int positions)
 {
     QJsonObject receipt = QJsonDocument::fromJson(readAll(exampleFile("sale.json"))).object();
     QJsonArray items;
-    for (int number = 0; number <= 1000; ++number)
+    for (int number = 0; number < positions; ++number)
         items.append(QJsonObject{{"type", "position"}, {"name", "Хлеб"}, {"price", 1}, {"quantity", 1},
             {"amount", 1}, {"tax", QJsonObject{{"type", "none"}}}});
     receipt["items"] = items;
-    receipt["payments"] = QJsonArray{QJsonObject{{"type", "cash"}, {"sum", 1001}}};
+    receipt["payments"] = QJsonArray{QJsonObject{{"type", "cash"}, {"sum", positions}}};
     return receipt;
 }
 
@@ -82,7 +81,8 @@ TEST(Preview, ReceiptWithoutTaxSystemOrPaperIsShown)
 TEST(Preview, WhatTheRegisterRefusesIsToldAsWhatTheChecksFind)
 {
     const QTemporaryDir folder;
-    const QString file = written(folder, longReceipt());
+    // More positions than a register takes, which no rule of the receipt says.
+    const QString file = written(folder, longReceipt(1001));
     const QPair<const char*, const char*> rows[]{
         {"HEX", "the register refuses it: Кол-во позиций в документе превысило допустимый предел"},
         {"XML", "the register refuses it: Внутренняя ошибка. Некорректный документ (8: too many positions)"}};
@@ -107,5 +107,7 @@ TEST(Preview, PictureHasCodesThatAScannerReads)
     EXPECT_TRUE(read.contains("CODE-128:TICKET-000123\n")) << read.toStdString();
     EXPECT_TRUE(read.contains("QR-Code:TICKET-000123\n"));
     EXPECT_TRUE(read.contains("&s=450.00&fn=9999078900001234&"));
+    const Result tooLong = runFrctl({"--png", file, "preview", written(folder, longReceipt(700))});
+    EXPECT_TRUE(tooLong.errors.contains("the page is too long for a PNG")) << tooLong.errors.toStdString();
     EXPECT_EQ(runFrctl({"--png", "/dev/null/a.png", "preview", exampleFile("sale.json")}).status, 1);
 }
