@@ -1,5 +1,6 @@
 #include "command.h"
 
+#include "checkcommand.h"
 #include "countercommands.h"
 #include "errors.h"
 #include "fncommands.h"
@@ -43,6 +44,9 @@ constexpr Command commandTable[] = {
         prepareRegistration, true},
     {"sell", "FILE", "Issue the receipt of a JSON file.", 1, 1, prepareSell, true},
     {"refund", "FILE", "Issue the return receipt of a JSON file.", 1, 1, prepareRefund, true},
+    {"check", "FILE...",
+        "Tell all that would refuse the receipts of JSON files, and all warnings; no register.", 1, anyNumber,
+        prepareCheck},
     {"cash-in", "SUM", "Put cash into the drawer.", 1, 1, prepareCashIn, true},
     {"cash-out", "SUM", "Take cash out of the drawer.", 1, 1, prepareCashOut, true},
     {"print", "FILE", "Print the lines of a text file as a document of no fiscal meaning.", 1, 1,

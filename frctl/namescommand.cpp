@@ -62,11 +62,8 @@ Task prepareNames(const Options& options)
     if (options.arguments.constFirst() != QStringLiteral("fields"))
         throw UsageError(
             QStringLiteral("names: \"%1\" is no list; there is fields").arg(options.arguments.constFirst()));
-    const QList<receipt::Protocol> protocols = options.isProtocolGiven
-        ? QList{options.receiptProtocol()}
-        : QList{receipt::Protocol::Xml, receipt::Protocol::Hex};
     Task task;
-    task.alone = [protocols] { return fields(protocols); };
+    task.alone = [protocols = options.receiptProtocols()] { return fields(protocols); };
     return task;
 }
 

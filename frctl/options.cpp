@@ -42,9 +42,10 @@ constexpr OptionRow optionRows[] = {
     {"before", "DATE", "For journal anonymise: accepted before that day."},
     {"document", "N", "For journal resolve: the number on the receipt."},
     {"note", "TEXT", "For journal resolve and accept: what was seen."},
-    {"drop", "PATH", "For sell and refund: a field that the protocol does not carry; may be repeated."},
+    {"drop", "PATH",
+        "For sell, refund and check: a field that the protocol does not carry; may be repeated."},
     {"split", nullptr,
-        "For sell and refund: two positions where a discount leaves no whole kopecks a piece."},
+        "For sell, refund and check: two positions where a discount leaves no whole kopecks a piece."},
     {"marks", "strict|warn|any",
         "For sell and refund: marking codes that were not checked on line are errors too, or none is (warn)."},
     {"strict", nullptr, "Warnings are errors, and --marks strict."},
@@ -229,9 +230,12 @@ void refuseMisplaced(const QCommandLineParser& parser, const Options& options)
         if (parser.isSet(QString::fromLatin1(name)) && options.command != QStringLiteral("journal"))
             throw UsageError(QStringLiteral("--%1 goes with journal").arg(QLatin1String(name)));
     }
-    for (const char* const name : {"drop", "split", "marks"}) {
-        if (parser.isSet(QString::fromLatin1(name)) && !options.isReceipt())
-            throw UsageError(QStringLiteral("--%1 goes with sell and refund").arg(QLatin1String(name)));
+    if (parser.isSet(QStringLiteral("marks")) && !options.isReceipt())
+        throw UsageError(QStringLiteral("--marks goes with sell and refund"));
+    for (const char* const name : {"drop", "split"}) {
+        if (parser.isSet(QString::fromLatin1(name)) && !options.judgesReceipts())
+            throw UsageError(
+                QStringLiteral("--%1 goes with sell, refund and check").arg(QLatin1String(name)));
     }
 }
 

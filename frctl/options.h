@@ -77,9 +77,16 @@ struct Options
     {
         return command == QStringLiteral("sell") || command == QStringLiteral("refund");
     }
+    bool judgesReceipts() const { return isReceipt() || command == QStringLiteral("check"); }
     receipt::Protocol receiptProtocol() const
     {
         return isHex() ? receipt::Protocol::Hex : receipt::Protocol::Xml;
+    }
+    /// That of the command line, both when it has none.
+    QList<receipt::Protocol> receiptProtocols() const
+    {
+        return isProtocolGiven ? QList{receiptProtocol()}
+                               : QList{receipt::Protocol::Xml, receipt::Protocol::Hex};
     }
     /// Throws UsageError without one.
     void requireCashier() const;

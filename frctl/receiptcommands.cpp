@@ -1,13 +1,11 @@
 #include "receiptcommands.h"
 
-#include "currenttime.h"
 #include "documentoutput.h"
 #include "errors.h"
 #include "identifiedreceipt.h"
 #include "inputfile.h"
-#include "mockfactory.h"
+#include "judgedreceipt.h"
 #include "money.h"
-#include "receiptcheck.h"
 #include "receipterror.h"
 #include "soldmarks.h"
 #include "textcheck.h"
@@ -43,41 +41,12 @@ Output issue(sale::CashDesk& desk, const Issue& issue)
     return result.isRepeated ? settledAnswer(options, result) : receiptOutput(result);
 }
 
-receipt::CheckOptions checkOptions(const Options& options)
-{
-    return {options.receiptProtocol(), MockFactory<CurrentTime>::create()->getCurrentDateTime().date(),
-        options.drop, options.split};
-}
-
 void refuseOtherCommand(const Receipt& receipt, bool isReturn)
 {
     if (receipt.isReturn() != isReturn)
         throw ReceiptError(QStringLiteral("type"),
             isReturn ? QStringLiteral("is no return; use the command sell")
                      : QStringLiteral("is a return; use the command refund"));
-}
-
-/// The command line goes before the file, and the number of one person is not put to another's name.
-FrUser cashierOf(const Options& options, const Receipt& receipt)
-{
-    FrUser cashier = receipt.cashier.value_or(FrUser());
-    if (!options.cashier.name.isEmpty() && options.cashier.name != cashier.name)
-        cashier = options.cashier;
-    if (!options.cashier.inn.isEmpty())
-        cashier.inn = options.cashier.inn;
-    return cashier;
-}
-
-/// Without what is said of a cashier in whose place the command line puts another.
-QList<receipt::Finding> withoutReplaced(
-    QList<receipt::Finding> findings, const Receipt& receipt, const FrUser& cashier)
-{
-    const FrUser named = receipt.cashier.value_or(FrUser());
-    findings.removeIf([&](const receipt::Finding& finding) {
-        return (finding.path == QStringLiteral("operator.name") && named.name != cashier.name)
-            || (finding.path == QStringLiteral("operator.vatin") && named.inn != cashier.inn);
-    });
-    return findings;
 }
 
 /// Those that are errors must be found before anything is sent; as warnings they come with the sale, after
@@ -98,21 +67,20 @@ Task answered(const Output& answer)
 Task prepareReceipt(const Options& options, bool isReturn)
 {
     const QByteArray text = readFile(options.arguments.constFirst());
-    const receipt::CheckedReceipt checked = receipt::checkedReceipt(text, checkOptions(options));
-    if (!checked.hasErrors())
-        describeReceipt(*options.answer, checked.receipt);
+    const JudgedReceipt judged = judgedReceipt(text, options, options.receiptProtocol());
+    if (!judged.checked.hasErrors())
+        describeReceipt(*options.answer, judged.checked.receipt);
     // A sale that is done already needs no register, and is no sale of the same goods again.
     if (const std::optional<Output> answer = knownAnswer(options, text))
         return answered(*answer);
-    Issue made{checked.receipt, text, options};
-    const FrUser cashier = cashierOf(options, made.receipt);
-    settleFindings(options, QStringLiteral("ReceiptError"),
-        withoutReplaced(checked.findings, made.receipt, cashier) + soldBefore(options, made.receipt));
+    Issue made{judged.checked.receipt, text, options};
+    settleFindings(
+        options, QStringLiteral("ReceiptError"), judged.checked.findings + soldBefore(options, made.receipt));
     refuseOtherCommand(made.receipt, isReturn);
-    if (cashier.name.isEmpty())
+    if (judged.cashier.name.isEmpty())
         throw UsageError(QStringLiteral("%1 needs a cashier: --cashier, or \"operator\" in the receipt")
                              .arg(options.command));
-    made.receipt.cashier = cashier;
+    made.receipt.cashier = judged.cashier;
     return onDesk([made](sale::CashDesk& desk) { return issue(desk, made); });
 }
 

@@ -10,6 +10,8 @@ struct Judgement
     const Receipt& receipt;
     const CheckOptions& options;
     QList<Finding>& findings;
+    /// False when sums are not to be relied on.
+    bool isWhole;
 
     void error(const QString& path, const QString& given, const QString& reason);
     void warning(const QString& path, const QString& given, const QString& reason);

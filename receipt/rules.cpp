@@ -44,9 +44,9 @@ void Judgement::add(const Finding& finding)
         findings.append(finding);
 }
 
-void judge(const Receipt& receipt, const CheckOptions& options, QList<Finding>& findings)
+void judge(const Receipt& receipt, const CheckOptions& options, QList<Finding>& findings, bool isWhole)
 {
-    Judgement judgement{receipt, options, findings};
+    Judgement judgement{receipt, options, findings, isWhole};
     for (const auto rule : allRules)
         rule(judgement);
 }

@@ -1,0 +1,52 @@
+#include "judgedreceipt.h"
+
+#include "currenttime.h"
+#include "mockfactory.h"
+
+namespace frctl {
+
+namespace {
+
+using receipt::Receipt;
+
+receipt::CheckOptions checkOptions(const Options& options, receipt::Protocol protocol)
+{
+    return {protocol, MockFactory<CurrentTime>::create()->getCurrentDateTime().date(), options.drop,
+        options.split};
+}
+
+/// The command line goes before the file, and the number of one person is not put to another's name.
+FrUser cashierOf(const Options& options, const Receipt& receipt)
+{
+    FrUser cashier = receipt.cashier.value_or(FrUser());
+    if (!options.cashier.name.isEmpty() && options.cashier.name != cashier.name)
+        cashier = options.cashier;
+    if (!options.cashier.inn.isEmpty())
+        cashier.inn = options.cashier.inn;
+    return cashier;
+}
+
+/// Without what is said of a cashier in whose place the command line puts another.
+QList<receipt::Finding> withoutReplaced(
+    QList<receipt::Finding> findings, const Receipt& receipt, const FrUser& cashier)
+{
+    const FrUser named = receipt.cashier.value_or(FrUser());
+    findings.removeIf([&](const receipt::Finding& finding) {
+        return (finding.path == QStringLiteral("operator.name") && named.name != cashier.name)
+            || (finding.path == QStringLiteral("operator.vatin") && named.inn != cashier.inn);
+    });
+    return findings;
+}
+
+} // namespace
+
+JudgedReceipt judgedReceipt(const QByteArray& text, const Options& options, receipt::Protocol protocol)
+{
+    JudgedReceipt judged{receipt::checkedReceipt(text, checkOptions(options, protocol)), {}};
+    receipt::CheckedReceipt& checked = judged.checked;
+    judged.cashier = cashierOf(options, checked.receipt);
+    checked.findings = withoutReplaced(checked.findings, checked.receipt, judged.cashier);
+    return judged;
+}
+
+} // namespace frctl
