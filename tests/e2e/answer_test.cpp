@@ -133,8 +133,9 @@ TEST_P(Told, OfTheOperatorHasTheSameNames)
 TEST_P(Told, OfAllElseHasAForm)
 {
     QStringList lines{"info", "status", "fn", "ofd", "counters", "registers begin", "registers end",
-        "names fields", "time get", "drawer open", "drawer state", "header %header.txt", "params list",
-        "params defaults",
+        "names fields", "names", "names taxes", "names barcode-types", "names error-kinds",
+        "check %sale.json %agent-sale.json", "time get", "drawer open", "drawer state", "header %header.txt",
+        "params list", "params defaults",
         "mark 0104600000000015215!Ab1cD\x1D"
         "93dGVz",
         "print %text.txt", "open-shift", "sell %marked-sale.json", "journal list", "journal export",
