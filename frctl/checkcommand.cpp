@@ -7,8 +7,11 @@
 #include "showntext.h"
 
 #include <QJsonArray>
+#include <QMap>
+#include <QRegularExpression>
 
 #include <algorithm>
+#include <tuple>
 
 namespace frctl {
 
@@ -36,18 +39,23 @@ bool isError(const Finding& finding)
     return finding.severity == Finding::Error;
 }
 
-bool isSame(const Finding& one, const Finding& other)
-{
-    return one.severity == other.severity && one.path == other.path && one.given == other.given
-        && one.reason == other.reason;
-}
-
 QList<Finding> cashierFindings(const JudgedReceipt& judged)
 {
     if (!judged.cashier.name.isEmpty())
         return {};
     return {{Finding::Warning, QStringLiteral("operator"), {},
         QStringLiteral("is missing: to be issued, the receipt needs the cashier of --cashier")}};
+}
+
+/// A receipt in a line of its own has one line for those who read it, the file has more.
+QList<Finding> placed(QList<Finding> findings, int line)
+{
+    static const QRegularExpression first(QStringLiteral("^line 1: |, line 1(?=;)"));
+    for (Finding& finding : findings) {
+        if (line > 0)
+            finding.reason.remove(first);
+    }
+    return findings;
 }
 
 QList<Finding> findingsOf(const ReceiptText& source, const Options& options, Protocol protocol)
@@ -58,34 +66,50 @@ QList<Finding> findingsOf(const ReceiptText& source, const Options& options, Pro
         const JudgedReceipt judged = judgedReceipt(source.text, options, protocol);
         return judged.checked.findings + cashierFindings(judged);
     } catch (const receipt::ReceiptError& error) {
-        return error.findings();
+        return placed(error.findings(), source.line);
     }
 }
 
-void add(QList<ToldFinding>& all, const QList<Finding>& findings, const QString& protocol)
+using FindingKey = std::tuple<Finding::Severity, QString, QString, QString>;
+
+/// What is found over several protocols is told once.
+class FindingList
 {
-    for (const Finding& finding : findings) {
-        const auto same = std::find_if(all.begin(), all.end(),
-            [&finding](const ToldFinding& told) { return isSame(finding, told.finding); });
-        if (same == all.end())
-            all.append({finding, {protocol}});
-        else
-            same->over.append(protocol);
+public:
+    void add(const QList<Finding>& findings, const QString& protocol)
+    {
+        for (const Finding& finding : findings) {
+            const FindingKey key{finding.severity, finding.path, finding.given, finding.reason};
+            if (!m_places.contains(key)) {
+                m_places.insert(key, m_findings.size());
+                m_findings.append({finding, {}});
+            }
+            QStringList& over = m_findings[m_places.value(key)].over;
+            if (!over.contains(protocol))
+                over.append(protocol);
+        }
     }
-}
+
+    const QList<ToldFinding>& findings() const { return m_findings; }
+
+private:
+    QList<ToldFinding> m_findings;
+    QMap<FindingKey, qsizetype> m_places;
+};
 
 CheckedText checkedText(const ReceiptText& source, const Options& options)
 {
-    CheckedText checked{source, {}, {}};
+    FindingList all;
+    QStringList acceptedOver;
     for (const Protocol protocol : options.receiptProtocols()) {
         QList<Finding> findings = findingsOf(source, options, protocol);
         for (Finding& finding : findings)
             finding.severity = options.strict ? Finding::Error : finding.severity;
         if (std::none_of(findings.cbegin(), findings.cend(), isError))
-            checked.acceptedOver.append(receipt::protocolName(protocol));
-        add(checked.findings, findings, receipt::protocolName(protocol));
+            acceptedOver.append(receipt::protocolName(protocol));
+        all.add(findings, receipt::protocolName(protocol));
     }
-    return checked;
+    return {source, all.findings(), acceptedOver};
 }
 
 /// Says what was found as compilers do, so that editors find the place; counts it, too.

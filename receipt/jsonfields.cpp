@@ -214,6 +214,8 @@ QList<Element> JsonFields::elements(const QString& name, const QString& kind, co
 {
     QList<Element> result;
     for (const QJsonValue value : array(name, kind)) {
+        if (m_errors.size() >= mostErrors)
+            break;
         const QString element = QStringLiteral("%1[%2]").arg(name).arg(result.size());
         JsonFields fields = nested({{element, value}}, m_path);
         result.append(read(fields, element));
@@ -241,6 +243,8 @@ void JsonFields::objects(const QString& name, const std::function<void(JsonField
 {
     int index = 0;
     for (const QJsonValue value : array(name, QStringLiteral("an array"))) {
+        if (m_errors.size() >= mostErrors)
+            break;
         const QString entryPath = QStringLiteral("%1[%2]").arg(path(name)).arg(index++);
         if (!value.isObject()) {
             note(ReceiptError(entryPath, QStringLiteral("must be an object"), value));

@@ -68,15 +68,16 @@ constexpr BarcodeContent barcodeContents[] = {
 /// What is no number of its type stops the receipt over HEX, and is another picture over XML.
 void judgeContent(const ReceiptItem& item, QList<Finding>& findings)
 {
-    for (const BarcodeContent& content : barcodeContents) {
-        const QRegularExpression pattern(QRegularExpression::anchoredPattern(QLatin1String(content.pattern)));
-        if (item.kind == ReceiptItem::BarcodeItem && item.barcode.type == content.type
-            && !pattern.match(item.barcode.text).hasMatch())
-            findings.append({Finding::Error, item.path + QStringLiteral(".barcode"), item.barcode.text,
-                QStringLiteral("must be %1 in a barcode of type %2")
-                    .arg(QLatin1String(content.allowed),
-                        names::nameOf(names::barcodeTypes(), item.barcode.type))});
-    }
+    const auto content = std::find_if(std::begin(barcodeContents), std::end(barcodeContents),
+        [&item](const BarcodeContent& entry) { return item.barcode.type == entry.type; });
+    if (item.kind != ReceiptItem::BarcodeItem || content == std::end(barcodeContents))
+        return;
+    const QRegularExpression pattern(QRegularExpression::anchoredPattern(QLatin1String(content->pattern)));
+    if (!pattern.match(item.barcode.text).hasMatch())
+        findings.append({Finding::Error, item.path + QStringLiteral(".barcode"), item.barcode.text,
+            QStringLiteral("must be %1 in a barcode of type %2")
+                .arg(QLatin1String(content->allowed),
+                    names::nameOf(names::barcodeTypes(), item.barcode.type))});
 }
 
 void judgeForXml(const ReceiptItem& item, QList<Finding>& findings)
@@ -154,6 +155,8 @@ CheckedReceipt checkedReceipt(const QByteArray& text, const CheckOptions& option
     // What is malformed is to be told as the file has it.
     QList<ReceiptError> malformed;
     readReceipt(json, options.split, malformed);
+    if (malformed.size() >= mostErrors)
+        throw ReceiptError(malformed);
     const Sifted sifted = siftedReceipt(json, options, malformed.isEmpty());
     if (!malformed.isEmpty())
         throw ReceiptError(malformed, besides(malformed, sifted));

@@ -71,7 +71,7 @@ TEST_F(Check, TellsOfEachFileWhatItIs)
         {"day.txt", sale + "\r\n\n{\"type\": 7}\r\n" + sale + "\n\xD5\xEB\n",
             {"day.txt:3: error: type: \"7\" is none of sell (0), sellReturn (1)",
                 "day.txt:3: error: items: is missing", "day.txt:3: error: payments: is missing",
-                "day.txt:5: error: the text is not UTF-8: byte D5 at offset 0, line 1; it looks like CP1251"}},
+                "day.txt:5: error: the text is not UTF-8: byte D5 at offset 0; it looks like CP1251"}},
     };
     for (const auto& [name, content, lines] : rows) {
         const Output output = check({file(name, content)});
