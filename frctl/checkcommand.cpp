@@ -48,7 +48,7 @@ QList<Finding> cashierFindings(const JudgedReceipt& judged)
 }
 
 /// A receipt in a line of its own has one line for those who read it, the file has more.
-QList<Finding> placed(QList<Finding> findings, int line)
+QList<Finding> inPlace(QList<Finding> findings, int line)
 {
     static const QRegularExpression first(QStringLiteral("^line 1: |, line 1(?=;)"));
     for (Finding& finding : findings) {
@@ -66,7 +66,7 @@ QList<Finding> findingsOf(const ReceiptText& source, const Options& options, Pro
         const JudgedReceipt judged = judgedReceipt(source.text, options, protocol);
         return judged.checked.findings + cashierFindings(judged);
     } catch (const receipt::ReceiptError& error) {
-        return placed(error.findings(), source.line);
+        return inPlace(error.findings(), source.line);
     }
 }
 
@@ -113,11 +113,11 @@ CheckedText checkedText(const ReceiptText& source, const Options& options)
 }
 
 /// Says what was found as compilers do, so that editors find the place; counts it, too.
-class Report
+class CheckReport
 {
 public:
     /// How many protocols were asked for.
-    explicit Report(qsizetype protocols)
+    explicit CheckReport(qsizetype protocols)
         : m_protocols(protocols)
     {
     }
@@ -185,9 +185,9 @@ private:
     int m_warned = 0;
 };
 
-Output check(const Options& options)
+Output checkReceipts(const Options& options)
 {
-    Report report(options.receiptProtocols().size());
+    CheckReport report(options.receiptProtocols().size());
     for (const QString& fileName : options.arguments) {
         for (const ReceiptText& source : receiptTexts(fileName))
             report.add(checkedText(source, options));
@@ -200,7 +200,7 @@ Output check(const Options& options)
 Task prepareCheck(const Options& options)
 {
     Task task;
-    task.alone = [options] { return check(options); };
+    task.alone = [options] { return checkReceipts(options); };
     return task;
 }
 

@@ -99,7 +99,7 @@ QStringList printedOver(int type)
     return over;
 }
 
-Output words(const WordList& list)
+Output wordsOf(const WordList& list)
 {
     const bool areBarcodes = list.words().data() == receipt::names::barcodeTypes().data();
     QList<QStringList> rows;
@@ -124,7 +124,7 @@ Output words(const WordList& list)
 }
 
 /// Of an answer: what the error's kind is called, and what a cashier does.
-Output errorKinds()
+Output errorKindList()
 {
     QList<QStringList> rows;
     QJsonArray values;
@@ -139,7 +139,7 @@ Output errorKinds()
             {QStringLiteral("values"), values}}};
 }
 
-Output lists()
+Output allLists()
 {
     QList<QStringList> rows;
     for (const WordList& list : wordLists())
@@ -152,17 +152,17 @@ Output lists()
     return {columns(rows), {{QStringLiteral("lists"), json}}};
 }
 
-Output named(const QString& name, const QList<receipt::Protocol>& protocols)
+Output namedList(const QString& name, const QList<receipt::Protocol>& protocols)
 {
     if (name.isEmpty())
-        return lists();
+        return allLists();
     if (name == fieldList())
         return fields(protocols);
     if (name == errorList())
-        return errorKinds();
+        return errorKindList();
     for (const WordList& list : wordLists()) {
         if (name == QLatin1String(list.name))
-            return words(list);
+            return wordsOf(list);
     }
     throw UsageError(QStringLiteral("names: \"%1\" is no list; frctl names tells which there are").arg(name));
 }
@@ -173,7 +173,7 @@ Task prepareNames(const Options& options)
 {
     Task task;
     task.alone = [name = options.arguments.value(0), protocols = options.receiptProtocols()] {
-        return named(name, protocols);
+        return namedList(name, protocols);
     };
     return task;
 }

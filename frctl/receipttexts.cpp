@@ -17,7 +17,7 @@ bool isJson(const QByteArray& text)
     return !QJsonDocument::fromJson(text).isNull();
 }
 
-QList<ReceiptText> lines(const QString& fileName, const QByteArray& text)
+QList<ReceiptText> receiptLines(const QString& fileName, const QByteArray& text)
 {
     QList<ReceiptText> receipts;
     int line = 0;
@@ -49,10 +49,10 @@ QList<ReceiptText> receiptsOf(const QString& fileName, const QByteArray& bytes)
     if (text.trimmed().isEmpty())
         return {{fileName, 0, {}, QStringLiteral("is empty")}};
     if (isNamedForLines(fileName))
-        return lines(fileName, text);
+        return receiptLines(fileName, text);
     if (isJson(text))
         return {{fileName, 0, bytes}};
-    const QList<ReceiptText> receipts = lines(fileName, text);
+    const QList<ReceiptText> receipts = receiptLines(fileName, text);
     return areReceipts(receipts) ? receipts : QList<ReceiptText>{{fileName, 0, bytes}};
 }
 

@@ -7,7 +7,7 @@ namespace frctl {
 
 namespace {
 
-Output schema(const QString& name)
+Output printedSchema(const QString& name)
 {
     Output output;
     output.lines = {QString::fromUtf8(schemaText(name)).trimmed()};
@@ -24,7 +24,7 @@ Task prepareSchema(const Options& options)
         throw UsageError(QStringLiteral("schema: \"%1\" is no schema; there are %2")
                              .arg(name, schemaNames().join(QStringLiteral(", "))));
     Task task;
-    task.alone = [name] { return schema(name); };
+    task.alone = [name] { return printedSchema(name); };
     return task;
 }
 

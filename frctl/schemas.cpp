@@ -7,13 +7,13 @@ namespace frctl {
 
 namespace {
 
-const QString& folder()
+const QString& schemaFolder()
 {
     static const QString name = QStringLiteral(":/schemas");
     return name;
 }
 
-const QString& suffix()
+const QString& schemaSuffix()
 {
     static const QString name = QStringLiteral(".schema.json");
     return name;
@@ -23,12 +23,14 @@ const QString& suffix()
 
 QStringList schemaNames()
 {
-    return QDir(folder()).entryList(QDir::Files, QDir::Name).replaceInStrings(suffix(), QString());
+    return QDir(schemaFolder())
+        .entryList(QDir::Files, QDir::Name)
+        .replaceInStrings(schemaSuffix(), QString());
 }
 
 QByteArray schemaText(const QString& name)
 {
-    QFile file(QStringLiteral("%1/%2%3").arg(folder(), name, suffix()));
+    QFile file(QStringLiteral("%1/%2%3").arg(schemaFolder(), name, schemaSuffix()));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 

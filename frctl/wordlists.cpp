@@ -11,22 +11,20 @@ namespace frctl {
 
 namespace {
 
-namespace names = receipt::names;
-
-constexpr WordList lists[] = {
-    {"types", "type", "receiptType", names::receiptTypes},
-    {"tax-systems", "taxationType", "taxSystem", names::taxSystems},
-    {"taxes", "items[].tax.type", "taxRate", names::taxRates},
-    {"payment-methods", "items[].paymentMethod", "paymentMethod", names::paymentMethods},
-    {"payment-objects", "items[].paymentObject", "paymentObject", names::paymentObjects},
-    {"units", "items[].measurementUnit", "measurementUnit", names::measureUnits},
-    {"marking-codes", "items[].markingCode.type", "markType", names::markTypes},
-    {"agents", "items[].agentInfo.agents", "agentType", names::agentTypes},
-    {"barcode-types", "items[].barcodeType", "barcodeType", names::barcodeTypes},
-    {"payments", "payments[].type", "paymentKind", names::paymentKinds},
+constexpr WordList wordListTable[] = {
+    {"types", "type", "receiptType", receipt::names::receiptTypes},
+    {"tax-systems", "taxationType", "taxSystem", receipt::names::taxSystems},
+    {"taxes", "items[].tax.type", "taxRate", receipt::names::taxRates},
+    {"payment-methods", "items[].paymentMethod", "paymentMethod", receipt::names::paymentMethods},
+    {"payment-objects", "items[].paymentObject", "paymentObject", receipt::names::paymentObjects},
+    {"units", "items[].measurementUnit", "measurementUnit", receipt::names::measureUnits},
+    {"marking-codes", "items[].markingCode.type", "markType", receipt::names::markTypes},
+    {"agents", "items[].agentInfo.agents", "agentType", receipt::names::agentTypes},
+    {"barcode-types", "items[].barcodeType", "barcodeType", receipt::names::barcodeTypes},
+    {"payments", "payments[].type", "paymentKind", receipt::names::paymentKinds},
 };
 
-QJsonObject definition(const QString& name)
+QJsonObject schemaDefinition(const QString& name)
 {
     static const QJsonObject schema = QJsonDocument::fromJson(schemaText(QStringLiteral("receipt"))).object();
     return schema.value(QStringLiteral("definitions"))[name].toObject();
@@ -36,13 +34,13 @@ QJsonObject definition(const QString& name)
 
 std::span<const WordList> wordLists()
 {
-    return lists;
+    return wordListTable;
 }
 
 QString meaningOf(const WordList& list, const receipt::NamedValue& word)
 {
     for (const QJsonValue row :
-        definition(QLatin1String(list.definition)).value(QStringLiteral("anyOf")).toArray()) {
+        schemaDefinition(QLatin1String(list.definition)).value(QStringLiteral("anyOf")).toArray()) {
         if (row[QStringLiteral("enum")][0] != QLatin1String(word.name))
             continue;
         const QString description = row[QStringLiteral("description")].toString();

@@ -6,7 +6,7 @@ namespace receipt {
 
 namespace {
 // No text of a receipt is longer.
-constexpr qsizetype longestShown = 512;
+constexpr qsizetype longestGiven = 512;
 } // namespace
 
 QString Finding::text() const
@@ -14,7 +14,7 @@ QString Finding::text() const
     QString result = path.isEmpty() ? QString() : path + QStringLiteral(": ");
     if (!given.isEmpty())
         result += QStringLiteral("\"%1\" ").arg(
-            given.size() > longestShown ? given.left(longestShown) + QStringLiteral("...") : given);
+            given.size() > longestGiven ? given.left(longestGiven) + QStringLiteral("...") : given);
     return shownText(result + reason);
 }
 
