@@ -149,6 +149,20 @@ TEST_P(Told, OfAllElseHasAForm)
         EXPECT_FALSE(ask(line, line == "cancel" ? 1 : 0).isEmpty() && line != "journal export");
 }
 
+TEST(WithoutRegister, ReceiptsComeByAPipeAndSchemasArePrinted)
+{
+    const QString program = QStringLiteral(FRCTL);
+    const Result piped = runShell(QStringLiteral("cat %1/sale.json <(echo) | %2 check - ''")
+                                      .arg(QStringLiteral(FRSPF_EXAMPLES), program));
+    EXPECT_EQ(piped.status, 2);
+    EXPECT_TRUE(piped.output.startsWith(": error: ")) << piped.output.constData();
+    EXPECT_TRUE(piped.output.endsWith("\n2 receipts checked: 1 with errors, 0 with warnings\n"));
+    for (const QString name : {"receipt", "output"}) {
+        const QByteArray schema = readAll(QStringLiteral(FRSPF_SOURCES "/docs/%1.schema.json").arg(name));
+        EXPECT_EQ(runShell(program + " schema " + name).output, schema);
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Protocols, Told, testing::Values("HEX", "XML"), [](const auto& test) { return std::string(test.param); });
 
