@@ -172,9 +172,8 @@ Output namedList(const QString& name, const QList<receipt::Protocol>& protocols)
 Task prepareNames(const Options& options)
 {
     Task task;
-    task.alone = [name = options.arguments.value(0), protocols = options.receiptProtocols()] {
-        return namedList(name, protocols);
-    };
+    task.alone
+        = [output = namedList(options.arguments.value(0), options.receiptProtocols())] { return output; };
     return task;
 }
 
