@@ -55,4 +55,4 @@ install(FILES ${receipts} DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT
 install(DIRECTORY examples/host DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT tools)
 install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT tools)
 # The refusal of a purchase names it.
-install(FILES docs/limits.md docs/output.schema.json DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT tools)
+install(FILES docs/limits.md docs/output.schema.json docs/receipt.schema.json DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT tools)

@@ -140,8 +140,8 @@ Options withPlainCashier(Options options)
     const QString path = QStringLiteral("--cashier");
     TextCheck texts(options);
     options.cashier.name
-        = texts.line(path, options.cashier.name, options.isReceipt() ? 0 : receipt::longestLoginName);
-    if (options.isReceipt())
+        = texts.line(path, options.cashier.name, options.judgesReceipts() ? 0 : receipt::longestLoginName);
+    if (options.judgesReceipts())
         texts.warn(path, options.cashier.name,
             receipt::shiftCashierWarning(options.cashier.name, options.receiptProtocol()));
     texts.finish();

@@ -1,5 +1,6 @@
 #include "command.h"
 
+#include "checkcommand.h"
 #include "countercommands.h"
 #include "errors.h"
 #include "fncommands.h"
@@ -11,6 +12,7 @@
 #include "printoutcommands.h"
 #include "receiptcommands.h"
 #include "reportcommands.h"
+#include "schemacommand.h"
 #include "servicecommands.h"
 
 #include <algorithm>
@@ -44,6 +46,9 @@ constexpr Command commandTable[] = {
         prepareRegistration, true},
     {"sell", "FILE", "Issue the receipt of a JSON file.", 1, 1, prepareSell, true},
     {"refund", "FILE", "Issue the return receipt of a JSON file.", 1, 1, prepareRefund, true},
+    {"check", "FILE...",
+        "Tell all that would refuse the receipts of JSON files, and all warnings; no register.", 1, anyNumber,
+        prepareCheck},
     {"preview", "FILE", "The receipt of a JSON file as a register prints it; needs no register.", 1, 1,
         preparePreview},
     {"cash-in", "SUM", "Put cash into the drawer.", 1, 1, prepareCashIn, true},
@@ -60,8 +65,10 @@ constexpr Command commandTable[] = {
     {"header", "FILE", "Program the header lines of the receipts, 4 at most.", 1, 1, prepareHeader},
     {"tail", "FILE", "Program the advertising text at the end of the receipts (HEX).", 1, 1, prepareTail},
     {"logo", "FILE|--clear", "Program the header picture, or remove it (HEX).", 0, 1, prepareLogo},
-    {"names", "fields", "What fields a receipt may have, and how the protocols carry them.", 1, 1,
+    {"names", "[LIST]", "The words that a receipt may have: taxes, units ...; fields tells the fields.", 0, 1,
         prepareNames},
+    {"schema", "receipt|output", "The JSON schema of receipts, or of what --json prints.", 1, 1,
+        prepareSchema},
     {"journal", "list|show|settle|resolve|export|backup|anonymise|check|accept",
         "What this machine's journal knows of its documents; see the manual page.", 1, 3, prepareJournal},
     {"mark", "CODE", "Check the marking code of one piece to be sold.", 1, 1, prepareMark},

@@ -36,11 +36,10 @@ Complaint complaintOf(
 
 Complaint complaintOf(const receipt::ReceiptError& error)
 {
-    Complaint complaint
-        = complaintOf({{receipt::Finding::Error, error.path(), error.givenText(), error.reason()}}, ExitUsage,
-            QStringLiteral("ReceiptError"));
-    complaint.error.text = whatOf(error);
-    return complaint;
+    QList<receipt::Finding> errors = error.findings();
+    errors.removeIf(
+        [](const receipt::Finding& finding) { return finding.severity == receipt::Finding::Warning; });
+    return complaintOf(errors, ExitUsage, QStringLiteral("ReceiptError"));
 }
 
 /// The bits are those of the first code.

@@ -1,15 +1,18 @@
 #include "findingoutput.h"
 
-#include <QJsonObject>
-
 namespace frctl {
+
+QJsonObject findingJson(const receipt::Finding& finding)
+{
+    return {{QStringLiteral("path"), finding.path}, {QStringLiteral("given"), finding.given},
+        {QStringLiteral("text"), finding.reason}};
+}
 
 QJsonArray findingsJson(const QList<receipt::Finding>& findings)
 {
     QJsonArray json;
     for (const receipt::Finding& finding : findings)
-        json.append(QJsonObject{{QStringLiteral("path"), finding.path},
-            {QStringLiteral("given"), finding.given}, {QStringLiteral("text"), finding.reason}});
+        json.append(findingJson(finding));
     return json;
 }
 

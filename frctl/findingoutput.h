@@ -3,10 +3,12 @@
 #include "finding.h"
 
 #include <QJsonArray>
+#include <QJsonObject>
 #include <QList>
 
 namespace frctl {
 
+QJsonObject findingJson(const receipt::Finding& finding);
 /// path, given (the text itself) and text of each.
 QJsonArray findingsJson(const QList<receipt::Finding>& findings);
 

@@ -5,7 +5,14 @@
 
 #include <QFile>
 
+#include <cstdio>
+
 namespace frctl {
+
+namespace {
+constexpr qsizetype largestInput = 64 * 1024 * 1024;
+constexpr qsizetype portionSize = 64 * 1024;
+} // namespace
 
 QByteArray readFile(const QString& fileName)
 {
@@ -13,6 +20,25 @@ QByteArray readFile(const QString& fileName)
     if (!file.open(QIODevice::ReadOnly))
         throw UsageError(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
     return file.readAll();
+}
+
+QByteArray readInput(const QString& fileName)
+{
+    QFile file(fileName);
+    const bool isOpen = fileName == QStringLiteral("-") ? file.open(stdin, QIODevice::ReadOnly)
+                                                        : file.open(QIODevice::ReadOnly);
+    QByteArray bytes;
+    // A pipe gives what it has at the moment.
+    for (QByteArray portion; isOpen && bytes.size() <= largestInput; bytes += portion) {
+        portion = file.read(portionSize);
+        if (portion.isEmpty())
+            break;
+    }
+    if (file.error() != QFileDevice::NoError)
+        throw UsageError(file.errorString());
+    if (bytes.size() > largestInput)
+        throw UsageError(QStringLiteral("has more than %1 MiB").arg(largestInput / 1024 / 1024));
+    return bytes;
 }
 
 QStringList readLines(const QString& fileName)

@@ -1,7 +1,11 @@
 #include "namescommand.h"
 
+#include "errorkind.h"
 #include "errors.h"
 #include "fieldtable.h"
+#include "options.h"
+#include "receiptnames.h"
+#include "wordlists.h"
 
 #include <QJsonArray>
 
@@ -14,6 +18,16 @@ namespace {
 
 using receipt::FieldCarriage;
 using receipt::FieldRule;
+
+QString fieldList()
+{
+    return QStringLiteral("fields");
+}
+
+QString errorList()
+{
+    return QStringLiteral("error-kinds");
+}
 
 QJsonObject carriageJson(const FieldCarriage& carriage)
 {
@@ -55,18 +69,111 @@ Output fields(const QList<receipt::Protocol>& protocols)
     return output;
 }
 
+/// Columns as wide as what stands in them, the last as it is.
+QStringList columns(const QList<QStringList>& rows)
+{
+    QList<qsizetype> widths;
+    for (const QStringList& row : rows) {
+        widths.resize(std::max(widths.size(), row.size()));
+        for (qsizetype i = 0; i < row.size(); ++i)
+            widths[i] = std::max(widths.at(i), row.at(i).size());
+    }
+    QStringList lines;
+    for (const QStringList& row : rows) {
+        QString line;
+        for (qsizetype i = 0; i < row.size(); ++i)
+            line += row.at(i).leftJustified(widths.at(i) + 2);
+        lines.append(line.trimmed());
+    }
+    return lines;
+}
+
+/// Of a barcode, which not every protocol prints.
+QStringList printedOver(int type)
+{
+    QStringList over;
+    for (const receipt::Protocol protocol : {receipt::Protocol::Xml, receipt::Protocol::Hex}) {
+        if (receipt::isBarcodePrinted(type, protocol))
+            over.append(receipt::protocolName(protocol));
+    }
+    return over;
+}
+
+Output wordsOf(const WordList& list)
+{
+    const bool areBarcodes = list.words().data() == receipt::names::barcodeTypes().data();
+    QList<QStringList> rows;
+    QJsonArray values;
+    for (const receipt::NamedValue& word : list.words()) {
+        const QString name = QLatin1String(word.name);
+        const QString meaning = meaningOf(list, word);
+        QJsonObject value{{QStringLiteral("name"), name}, {QStringLiteral("value"), word.value},
+            {QStringLiteral("text"), meaning}};
+        QStringList row{name, QString::number(word.value)};
+        if (areBarcodes) {
+            const QStringList over = printedOver(word.value);
+            value.insert(QStringLiteral("printedOver"), QJsonArray::fromStringList(over));
+            row.append(over.isEmpty() ? QStringLiteral("not printed") : over.join(QStringLiteral(", ")));
+        }
+        values.append(value);
+        rows.append(row << meaning);
+    }
+    return {columns(rows),
+        {{QStringLiteral("list"), QLatin1String(list.name)},
+            {QStringLiteral("field"), QLatin1String(list.field)}, {QStringLiteral("values"), values}}};
+}
+
+/// Of an answer: what the error's kind is called, and what a cashier does.
+Output errorKindList()
+{
+    QList<QStringList> rows;
+    QJsonArray values;
+    for (int kind = 0; kind <= static_cast<int>(sale::ErrorKind::Other); ++kind) {
+        const QString name = sale::errorKindName(static_cast<sale::ErrorKind>(kind));
+        const QString action = sale::errorAction(static_cast<sale::ErrorKind>(kind));
+        values.append(QJsonObject{{QStringLiteral("name"), name}, {QStringLiteral("text"), action}});
+        rows.append({name, action});
+    }
+    return {columns(rows),
+        {{QStringLiteral("list"), errorList()}, {QStringLiteral("field"), QStringLiteral("error.kind")},
+            {QStringLiteral("values"), values}}};
+}
+
+Output allLists()
+{
+    QList<QStringList> rows;
+    for (const WordList& list : wordLists())
+        rows.append({QLatin1String(list.name), QLatin1String(list.field)});
+    rows.append({errorList(), QStringLiteral("error.kind of an answer")});
+    rows.append({fieldList(), QStringLiteral("all fields of a receipt, and how the protocols carry them")});
+    QJsonArray json;
+    for (const QStringList& row : rows)
+        json.append(row.constFirst());
+    return {columns(rows), {{QStringLiteral("lists"), json}}};
+}
+
+Output namedList(const QString& name, const QList<receipt::Protocol>& protocols)
+{
+    if (name.isEmpty())
+        return allLists();
+    if (name == fieldList())
+        return fields(protocols);
+    if (name == errorList())
+        return errorKindList();
+    for (const WordList& list : wordLists()) {
+        if (name == QLatin1String(list.name))
+            return wordsOf(list);
+    }
+    throw UsageError(QStringLiteral("names: \"%1\" is no list; frctl names tells which there are").arg(name));
+}
+
 } // namespace
 
 Task prepareNames(const Options& options)
 {
-    if (options.arguments.constFirst() != QStringLiteral("fields"))
-        throw UsageError(
-            QStringLiteral("names: \"%1\" is no list; there is fields").arg(options.arguments.constFirst()));
-    const QList<receipt::Protocol> protocols = options.isProtocolGiven
-        ? QList{options.receiptProtocol()}
-        : QList{receipt::Protocol::Xml, receipt::Protocol::Hex};
     Task task;
-    task.alone = [protocols] { return fields(protocols); };
+    task.alone
+        = [output = namedList(options.arguments.value(0), options.receiptProtocols())] { return output; };
     return task;
 }
 

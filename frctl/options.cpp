@@ -47,9 +47,9 @@ constexpr OptionRow optionRows[] = {
     {"pdf", "OUT", "For preview: the same as PDF."},
     {"svg", "OUT", "For preview: the same as SVG."},
     {"drop", "PATH",
-        "For sell, refund and preview: a field that the protocol does not carry; may be repeated."},
+        "For sell, refund, preview and check: a field that the protocol does not carry; may be repeated."},
     {"split", nullptr,
-        "For sell, refund and preview: two positions where a discount leaves no whole kopecks a piece."},
+        "For sell, refund, preview and check: two positions where a discount leaves no whole kopecks a piece."},
     {"marks", "strict|warn|any",
         "For sell and refund: marking codes that were not checked on line are errors too, or none is (warn)."},
     {"strict", nullptr, "Warnings are errors, and --marks strict."},
@@ -258,9 +258,9 @@ void refuseMisplaced(const QCommandLineParser& parser, const Options& options)
     if (parser.isSet(QStringLiteral("marks")) && !options.isSale())
         throw UsageError(QStringLiteral("--marks goes with sell and refund"));
     for (const char* const name : {"drop", "split"}) {
-        if (parser.isSet(QString::fromLatin1(name)) && !options.isReceipt())
+        if (parser.isSet(QString::fromLatin1(name)) && !options.judgesReceipts())
             throw UsageError(
-                QStringLiteral("--%1 goes with sell, refund and preview").arg(QLatin1String(name)));
+                QStringLiteral("--%1 goes with sell, refund, preview and check").arg(QLatin1String(name)));
     }
     for (const char* const name : {"width", "png", "pdf", "svg"}) {
         if (parser.isSet(QString::fromLatin1(name)) && options.command != QStringLiteral("preview"))

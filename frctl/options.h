@@ -79,10 +79,19 @@ struct Options
     /// What the journal calls the register.
     QString registerName() const;
     bool isSale() const { return command == QStringLiteral("sell") || command == QStringLiteral("refund"); }
-    bool isReceipt() const { return isSale() || command == QStringLiteral("preview"); }
+    bool judgesReceipts() const
+    {
+        return isSale() || command == QStringLiteral("preview") || command == QStringLiteral("check");
+    }
     receipt::Protocol receiptProtocol() const
     {
         return isHex() ? receipt::Protocol::Hex : receipt::Protocol::Xml;
+    }
+    /// That of the command line, both when it has none.
+    QList<receipt::Protocol> receiptProtocols() const
+    {
+        return isProtocolGiven ? QList{receiptProtocol()}
+                               : QList{receipt::Protocol::Xml, receipt::Protocol::Hex};
     }
     /// Throws UsageError without one.
     void requireCashier() const;

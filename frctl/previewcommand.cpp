@@ -1,8 +1,8 @@
 #include "previewcommand.h"
 
-#include "checkedfile.h"
 #include "errors.h"
 #include "inputfile.h"
+#include "judgedreceipt.h"
 #include "pagedrawer.h"
 #include "previewregister.h"
 #include "tape/pagetext.h"
@@ -60,14 +60,16 @@ Output written(const tape::Page& page, const PictureFormat& format, const QStrin
 Task preparePreview(const Options& options)
 {
     const PictureFormat* const format = formatOf(options);
-    const receipt::CheckedReceipt checked = checkedFile(options, readFile(options.arguments.constFirst()));
-    settleFindings(options, QStringLiteral("ReceiptError"), checked.findings);
-    requireCashier(options, checked.receipt);
-    if (checked.receipt.document.getPrintMode() == CheckPrintNone)
+    const JudgedReceipt judged
+        = judgedReceipt(readFile(options.arguments.constFirst()), options, options.receiptProtocol());
+    settleFindings(options, QStringLiteral("ReceiptError"), judged.checked.findings);
+    receipt::Receipt receipt = judged.checked.receipt;
+    receipt.cashier = requiredCashier(options, judged);
+    if (receipt.document.getPrintMode() == CheckPrintNone)
         options.warnings->add({{receipt::Finding::Warning, QStringLiteral("electronically"), {},
             QStringLiteral("a register prints nothing of it; shown is what it would print")}});
     Task task;
-    task.alone = [options, format, receipt = checked.receipt] {
+    task.alone = [options, format, receipt] {
         const tape::Page page = PreviewRegister(options, options.paperWidth).issued(receipt);
         return format == nullptr ? shown(page) : written(page, *format, options.*format->file);
     };

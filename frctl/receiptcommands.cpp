@@ -1,10 +1,10 @@
 #include "receiptcommands.h"
 
-#include "checkedfile.h"
 #include "documentoutput.h"
 #include "errors.h"
 #include "identifiedreceipt.h"
 #include "inputfile.h"
+#include "judgedreceipt.h"
 #include "money.h"
 #include "receipterror.h"
 #include "soldmarks.h"
@@ -49,8 +49,8 @@ void refuseOtherCommand(const Receipt& receipt, bool isReturn)
                      : QStringLiteral("is a return; use the command refund"));
 }
 
-/// Those that are errors must be found before anything is sent; as warnings they come with the sale, after
-/// what an earlier run left open is settled.
+/// Those that are errors must be found before anything is sent; as warnings they come with the sale,
+/// after what an earlier run left open is settled.
 QList<receipt::Finding> soldBefore(const Options& options, const Receipt& receipt)
 {
     return options.strict ? sale::soldMarks(options.journal->store(), receipt, options.id)
@@ -67,20 +67,20 @@ Task answered(const Output& answer)
 Task prepareReceipt(const Options& options, bool isReturn)
 {
     const QByteArray text = readFile(options.arguments.constFirst());
-    const receipt::CheckedReceipt checked = checkedFile(options, text);
-    if (!checked.hasErrors())
-        describeReceipt(*options.answer, checked.receipt);
+    const JudgedReceipt judged = judgedReceipt(text, options, options.receiptProtocol());
+    if (!judged.checked.hasErrors())
+        describeReceipt(*options.answer, judged.checked.receipt);
     // A sale that is done already needs no register, and is no sale of the same goods again.
     if (const std::optional<Output> answer = knownAnswer(options, text)) {
         // A sale that is done is no answer to refund.
-        refuseOtherCommand(checked.receipt, isReturn);
+        refuseOtherCommand(judged.checked.receipt, isReturn);
         return answered(*answer);
     }
-    Issue made{checked.receipt, text, options};
+    Issue made{judged.checked.receipt, text, options};
     settleFindings(
-        options, QStringLiteral("ReceiptError"), checked.findings + soldBefore(options, made.receipt));
+        options, QStringLiteral("ReceiptError"), judged.checked.findings + soldBefore(options, made.receipt));
     refuseOtherCommand(made.receipt, isReturn);
-    requireCashier(options, made.receipt);
+    made.receipt.cashier = requiredCashier(options, judged);
     return onDesk([made](sale::CashDesk& desk) { return issue(desk, made); });
 }
 

@@ -1,6 +1,6 @@
 #include "fieldtable.h"
 
-#include <QRegularExpression>
+#include <QHash>
 
 #include <barcode.h>
 
@@ -90,6 +90,20 @@ constexpr FieldRule fieldTable[] = {
     {"payments[].sum", asValue, asValue},
 };
 
+/// "items[2].price" as "items[].price".
+QString withoutPlaces(const QString& path)
+{
+    QString plain;
+    bool isPlace = false;
+    for (const QChar character : path) {
+        isPlace = isPlace && character.isDigit();
+        if (!isPlace)
+            plain += character;
+        isPlace = isPlace || character == QLatin1Char('[');
+    }
+    return plain;
+}
+
 } // namespace
 
 QString FieldCarriage::text() const
@@ -117,14 +131,13 @@ std::span<const FieldRule> fieldRules()
 
 const FieldRule* fieldRule(const QString& path)
 {
-    static const QRegularExpression place(QStringLiteral("\\[\\d+\\]"));
-    QString plain = path;
-    plain.replace(place, QStringLiteral("[]"));
-    for (const FieldRule& rule : fieldTable) {
-        if (plain == QLatin1String(rule.path))
-            return &rule;
-    }
-    return nullptr;
+    static const QHash<QString, const FieldRule*> rules = [] {
+        QHash<QString, const FieldRule*> table;
+        for (const FieldRule& rule : fieldTable)
+            table.insert(QLatin1String(rule.path), &rule);
+        return table;
+    }();
+    return rules.value(withoutPlaces(path));
 }
 
 bool isBarcodePrinted(int type, Protocol protocol)

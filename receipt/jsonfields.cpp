@@ -1,9 +1,7 @@
 #include "jsonfields.h"
 
 #include "money.h"
-#include "receipterror.h"
 
-#include <QJsonArray>
 #include <QRegularExpression>
 #include <QStringList>
 
@@ -13,6 +11,24 @@ namespace {
 // Above them a product of price and quantity would leave 64 bits; no receipt comes near.
 constexpr double largestSum = 1e8;
 constexpr double largestQuantity = 1e5;
+
+QString kindOf(QJsonValue::Type type)
+{
+    switch (type) {
+    case QJsonValue::Bool:
+        return QStringLiteral("true or false");
+    case QJsonValue::Double:
+        return QStringLiteral("a number");
+    case QJsonValue::String:
+        return QStringLiteral("a text");
+    case QJsonValue::Array:
+        return QStringLiteral("an array");
+    case QJsonValue::Object:
+        return QStringLiteral("an object");
+    default:
+        return QStringLiteral("null");
+    }
+}
 
 QString allowedNames(std::span<const NamedValue> values, bool withNumbers)
 {
@@ -24,9 +40,10 @@ QString allowedNames(std::span<const NamedValue> values, bool withNumbers)
 }
 } // namespace
 
-JsonFields::JsonFields(const QJsonObject& object, const QString& path)
+JsonFields::JsonFields(const QJsonObject& object, const QString& path, QList<ReceiptError>& errors)
     : m_object(object)
     , m_path(path)
+    , m_errors(errors)
 {
 }
 
@@ -39,7 +56,13 @@ QString JsonFields::path(const QString& name) const
 
 void JsonFields::fail(const QString& name, const QString& reason) const
 {
-    throw ReceiptError(path(name), reason, m_object.value(name));
+    note(ReceiptError(path(name), reason, m_object.value(name)));
+}
+
+void JsonFields::note(const ReceiptError& error) const
+{
+    if (m_errors.size() < mostErrors)
+        m_errors.append(error);
 }
 
 QJsonValue JsonFields::take(const QString& name)
@@ -48,27 +71,47 @@ QJsonValue JsonFields::take(const QString& name)
     return m_object.value(name);
 }
 
-QJsonValue JsonFields::require(const QString& name, QJsonValue::Type type, const QString& kind)
+void JsonFields::takeAll()
+{
+    for (const QString& name : m_object.keys())
+        m_taken.insert(name);
+}
+
+std::optional<QJsonValue> JsonFields::require(const QString& name, QJsonValue::Type type, const QString& kind)
 {
     const QJsonValue value = take(name);
-    if (value.isUndefined())
-        fail(name, QStringLiteral("is missing"));
-    if (value.type() != type)
-        fail(name, QStringLiteral("must be ") + kind);
-    return value;
+    if (value.type() == type)
+        return value;
+    fail(name,
+        value.isUndefined() ? QStringLiteral("is missing")
+                            : QStringLiteral("must be %1, not %2").arg(kind, kindOf(value.type())));
+    return std::nullopt;
+}
+
+QJsonArray JsonFields::array(const QString& name, const QString& kind)
+{
+    const std::optional<QJsonValue> value = require(name, QJsonValue::Array, kind);
+    if (value && value->toArray().isEmpty())
+        fail(name, QStringLiteral("must not be empty"));
+    return value.value_or(QJsonValue()).toArray();
 }
 
 QString JsonFields::text(const QString& name, int maxLength, TextKind kind)
 {
-    const QString value = require(name, QJsonValue::String, QStringLiteral("a text")).toString();
+    const std::optional<QJsonValue> given = require(name, QJsonValue::String, QStringLiteral("a text"));
+    if (!given)
+        return {};
+    const QString value = given->toString();
     if (value.trimmed().isEmpty())
         fail(name, QStringLiteral("must not be empty"));
-    if (value.size() > maxLength)
+    else if (value.size() > maxLength)
         fail(
             name, QStringLiteral("must have at most %1 characters, not %2").arg(maxLength).arg(value.size()));
-    if (const auto fault = textFault(value, kind))
+    else if (const auto fault = textFault(value, kind))
         fail(name, *fault);
-    return value;
+    else
+        return value;
+    return {};
 }
 
 std::optional<QString> JsonFields::optionalText(const QString& name, int maxLength)
@@ -78,51 +121,61 @@ std::optional<QString> JsonFields::optionalText(const QString& name, int maxLeng
 
 bool JsonFields::flag(const QString& name, bool otherwise)
 {
-    return has(name) ? require(name, QJsonValue::Bool, QStringLiteral("true or false")).toBool() : otherwise;
+    if (!has(name))
+        return otherwise;
+    const auto value = require(name, QJsonValue::Bool, QStringLiteral("true or false"));
+    return value ? value->toBool() : otherwise;
 }
 
 int JsonFields::integer(const QString& name, int least, int most)
 {
-    const double value = require(name, QJsonValue::Double, QStringLiteral("a number")).toDouble();
-    if (value < least || value > most || !fixedPoint(value, 0))
-        fail(name, QStringLiteral("must be a whole number from %1 to %2").arg(least).arg(most));
-    return static_cast<int>(*fixedPoint(value, 0));
+    const std::optional<QJsonValue> given = require(name, QJsonValue::Double, QStringLiteral("a number"));
+    if (!given)
+        return noChoice;
+    const double value = given->toDouble();
+    if (value >= least && value <= most && fixedPoint(value, 0))
+        return static_cast<int>(*fixedPoint(value, 0));
+    fail(name, QStringLiteral("must be a whole number from %1 to %2").arg(least).arg(most));
+    return noChoice;
 }
 
 std::optional<QString> JsonFields::optionalInn(const QString& name)
 {
     static const QRegularExpression pattern(QStringLiteral("^(\\d{10}|\\d{12})$"));
     const std::optional<QString> value = optionalText(name);
-    if (value && !pattern.match(*value).hasMatch())
-        fail(name, QStringLiteral("must have 10 or 12 digits"));
-    return value;
+    if (!value || value->isEmpty() || pattern.match(*value).hasMatch())
+        return value;
+    fail(name, QStringLiteral("must have 10 or 12 digits"));
+    return QString();
 }
 
-qint64 JsonFields::fixed(const QString& name, int decimals, double largest)
+qint64 JsonFields::fixed(
+    const QString& name, int decimals, double largest, qint64 least, const QString& tooSmall)
 {
-    const double value = require(name, QJsonValue::Double, QStringLiteral("a number")).toDouble();
+    const std::optional<QJsonValue> given = require(name, QJsonValue::Double, QStringLiteral("a number"));
+    if (!given)
+        return 0;
+    const double value = given->toDouble();
+    const std::optional<qint64> fixedValue = fixedPoint(value, decimals);
     if (value > largest)
         fail(name, QStringLiteral("is too large"));
-    const std::optional<qint64> fixedValue = fixedPoint(value, decimals);
-    if (value >= 0 && !fixedValue)
+    else if (value < 0 || fixedValue.value_or(least) < least)
+        fail(name, tooSmall);
+    else if (!fixedValue)
         fail(name, QStringLiteral("must have at most %1 decimals").arg(decimals));
-    return value < 0 ? -1 : *fixedValue;
+    else
+        return *fixedValue;
+    return 0;
 }
 
 qint64 JsonFields::kopecks(const QString& name)
 {
-    const qint64 value = fixed(name, 2, largestSum);
-    if (value < 0)
-        fail(name, QStringLiteral("must not be negative"));
-    return value;
+    return fixed(name, 2, largestSum, 0, QStringLiteral("must not be negative"));
 }
 
 qint64 JsonFields::thousandths(const QString& name)
 {
-    const qint64 value = fixed(name, 3, largestQuantity);
-    if (value <= 0)
-        fail(name, QStringLiteral("must be above zero"));
-    return value;
+    return fixed(name, 3, largestQuantity, 1, QStringLiteral("must be above zero"));
 }
 
 int JsonFields::word(const QString& name, std::span<const NamedValue> values)
@@ -132,7 +185,10 @@ int JsonFields::word(const QString& name, std::span<const NamedValue> values)
         if (wanted == QLatin1String(entry.name))
             return entry.value;
     }
-    fail(name, QStringLiteral("is none of ") + allowedNames(values, false));
+    // What is no text was complained of.
+    if (!wanted.isEmpty())
+        fail(name, QStringLiteral("is none of ") + allowedNames(values, false));
+    return noChoice;
 }
 
 int JsonFields::choice(const QString& name, std::span<const NamedValue> values)
@@ -145,6 +201,7 @@ int JsonFields::choice(const QString& name, std::span<const NamedValue> values)
             return entry.value;
     }
     fail(name, QStringLiteral("is none of ") + allowedNames(values, true));
+    return noChoice;
 }
 
 int JsonFields::choice(const QString& name, std::span<const NamedValue> values, int least, int most)
@@ -155,13 +212,12 @@ int JsonFields::choice(const QString& name, std::span<const NamedValue> values, 
 template <typename Element, typename Read>
 QList<Element> JsonFields::elements(const QString& name, const QString& kind, const Read& read)
 {
-    const QJsonArray array = require(name, QJsonValue::Array, kind).toArray();
-    if (array.isEmpty())
-        fail(name, QStringLiteral("must not be empty"));
     QList<Element> result;
-    for (const QJsonValue value : array) {
+    for (const QJsonValue value : array(name, kind)) {
+        if (m_errors.size() >= mostErrors)
+            break;
         const QString element = QStringLiteral("%1[%2]").arg(name).arg(result.size());
-        JsonFields fields({{element, value}}, m_path);
+        JsonFields fields = nested({{element, value}}, m_path);
         result.append(read(fields, element));
     }
     return result;
@@ -175,21 +231,26 @@ QList<int> JsonFields::choices(const QString& name, std::span<const NamedValue> 
 
 void JsonFields::object(const QString& name, const std::function<void(JsonFields&)>& read)
 {
-    JsonFields fields(require(name, QJsonValue::Object, QStringLiteral("an object")).toObject(), path(name));
+    const std::optional<QJsonValue> value = require(name, QJsonValue::Object, QStringLiteral("an object"));
+    if (!value)
+        return;
+    JsonFields fields = nested(value->toObject(), path(name));
     read(fields);
     fields.finish();
 }
 
 void JsonFields::objects(const QString& name, const std::function<void(JsonFields&)>& read)
 {
-    const QJsonArray array = require(name, QJsonValue::Array, QStringLiteral("an array")).toArray();
-    if (array.isEmpty())
-        fail(name, QStringLiteral("must not be empty"));
-    for (qsizetype index = 0; index < array.size(); ++index) {
-        const QString entryPath = QStringLiteral("%1[%2]").arg(path(name)).arg(index);
-        if (!array.at(index).isObject())
-            throw ReceiptError(entryPath, QStringLiteral("must be an object"));
-        JsonFields fields(array.at(index).toObject(), entryPath);
+    int index = 0;
+    for (const QJsonValue value : array(name, QStringLiteral("an array"))) {
+        if (m_errors.size() >= mostErrors)
+            break;
+        const QString entryPath = QStringLiteral("%1[%2]").arg(path(name)).arg(index++);
+        if (!value.isObject()) {
+            note(ReceiptError(entryPath, QStringLiteral("must be an object"), value));
+            continue;
+        }
+        JsonFields fields = nested(value.toObject(), entryPath);
         read(fields);
         fields.finish();
     }

@@ -57,8 +57,7 @@ public:
         // Qt's parser takes it for no number.
         const auto mantissaEnd = std::min(text.find_first_of("eE"), text.size());
         if (std::fpclassify(value) == FP_ZERO && text.find_first_of("123456789") < mantissaEnd)
-            throw ReceiptError(
-                path(), QStringLiteral("%1 is nearer to zero than any number can be").arg(text.c_str()));
+            note(QStringLiteral("%1 is nearer to zero than any number can be").arg(text.c_str()));
         return true;
     }
     bool string(string_t&) override { return meetValue(); }
@@ -73,7 +72,7 @@ public:
         Level& level = m_levels.last();
         level.key = QString::fromStdString(name);
         if (level.keys.contains(level.key))
-            throw ReceiptError(path(), QStringLiteral("stands there twice"));
+            note(QStringLiteral("stands there twice"));
         level.keys.insert(level.key);
         return true;
     }
@@ -85,6 +84,12 @@ public:
         throw ReceiptError(path(), QStringLiteral("line %1: %2").arg(line).arg(reasonOf(error)));
     }
 
+    void finish() const
+    {
+        if (!m_errors.isEmpty())
+            throw ReceiptError(m_errors);
+    }
+
 private:
     struct Level
     {
@@ -93,6 +98,12 @@ private:
         QString key;
         QSet<QString> keys;
     };
+
+    void note(const QString& reason)
+    {
+        if (m_errors.size() < mostErrors)
+            m_errors.append(ReceiptError(path(), reason));
+    }
 
     bool meetValue()
     {
@@ -130,6 +141,7 @@ private:
 
     const QByteArray m_text;
     QList<Level> m_levels;
+    QList<ReceiptError> m_errors;
 };
 
 } // namespace
@@ -141,6 +153,7 @@ QJsonObject jsonFromText(const QByteArray& bytes)
     const QByteArray text = withoutByteOrderMark(bytes);
     StrictWalk walk(text);
     Json::sax_parse(text.cbegin(), text.cend(), &walk);
+    walk.finish();
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(text, &error);
     if (error.error != QJsonParseError::NoError)

@@ -33,20 +33,30 @@ const QString& discountName()
     return name;
 }
 
-LineSum readSum(JsonFields& fields)
+bool isSumRight(const JsonFields& fields, const LineSum& sum, qint64 amount)
 {
+    if (sum.discount > sum.gross())
+        fields.fail(
+            discountName(), QStringLiteral("is more than the line costs, %1").arg(moneyText(sum.gross())));
+    else if (amount != sum.amount())
+        fields.fail(QStringLiteral("amount"),
+            QStringLiteral("must be price times quantity less the discount, %1")
+                .arg(moneyText(sum.amount())));
+    else
+        return true;
+    return false;
+}
+
+LineSum readSum(JsonFields& fields, bool& isSound)
+{
+    const qsizetype errors = fields.errorCount();
     const QString& discount = discountName();
-    const QString amount = QStringLiteral("amount");
     LineSum sum;
     sum.price = fields.kopecks(QStringLiteral("price"));
     sum.quantity = fields.thousandths(QStringLiteral("quantity"));
     sum.discount = fields.has(discount) ? fields.kopecks(discount) : 0;
-    if (sum.discount > sum.gross())
-        fields.fail(discount, QStringLiteral("is more than the line costs, %1").arg(moneyText(sum.gross())));
-    if (fields.kopecks(amount) != sum.amount())
-        fields.fail(amount,
-            QStringLiteral("must be price times quantity less the discount, %1")
-                .arg(moneyText(sum.amount())));
+    const qint64 amount = fields.kopecks(QStringLiteral("amount"));
+    isSound = fields.errorCount() == errors && isSumRight(fields, sum, amount);
     return sum;
 }
 
@@ -61,16 +71,18 @@ QString splitAdvice(bool isMarked, bool isWhole)
 
 QList<LineSum> issuedSums(JsonFields& fields, bool isSplitAllowed)
 {
-    const LineSum sum = readSum(fields);
+    bool isSound = false;
+    const LineSum sum = readSum(fields, isSound);
     const bool isSplit = fields.flag(QStringLiteral("split"), false) || isSplitAllowed;
     const bool isMarked = fields.has(QStringLiteral("markingCode"));
-    if (sum.isDiscountDivisible())
+    if (!isSound || sum.isDiscountDivisible())
         return {sum};
     if (isSplit && !isMarked && sum.isWhole())
         return sum.split();
     fields.fail(discountName(),
         QStringLiteral("does not divide into whole kopecks per unit; nearest possible: %1; %2")
             .arg(nearestValues(sum), splitAdvice(isMarked, sum.isWhole())));
+    return {sum};
 }
 
 int measureUnit(JsonFields& fields)

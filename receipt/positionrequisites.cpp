@@ -6,6 +6,8 @@
 #include <QDate>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace receipt {
 
 namespace {
@@ -41,14 +43,14 @@ std::optional<QString> phone(JsonFields& fields)
     const QList<QString> phones = fields.texts(name, phoneLength);
     if (phones.size() > 1)
         fields.fail(name, QStringLiteral("the register takes one telephone"));
-    return phones.constFirst();
+    return phones.value(0);
 }
 
 QString threeDigits(JsonFields& fields, const QString& name)
 {
     static const QRegularExpression pattern(QStringLiteral("^\\d{3}$"));
     const QString value = fields.text(name);
-    if (!pattern.match(value).hasMatch())
+    if (!value.isEmpty() && !pattern.match(value).hasMatch())
         fields.fail(name, QStringLiteral("must have three digits"));
     return value;
 }
@@ -57,7 +59,7 @@ int agentMask(JsonFields& fields)
 {
     int mask = 0;
     for (const int agent : fields.choices(QStringLiteral("agents"), names::agentTypes()))
-        mask |= agent;
+        mask |= std::max(0, agent);
     return mask;
 }
 
@@ -104,7 +106,7 @@ void readIndustry(JsonFields& fields, FrPosition& position)
 {
     const QString date = QStringLiteral("date");
     const QString day = fields.text(date);
-    if (!QDate::fromString(day, QStringLiteral("dd.MM.yyyy")).isValid())
+    if (!day.isEmpty() && !QDate::fromString(day, QStringLiteral("dd.MM.yyyy")).isValid())
         fields.fail(date, QStringLiteral("must be a date as 31.12.2024"));
     Composite industry;
     industry.add(EFrDriver::IndustryAuthority, threeDigits(fields, QStringLiteral("fois")));

@@ -5,6 +5,7 @@
 #include "jsontext.h"
 #include "plaintext.h"
 #include "printertext.h"
+#include "receipterror.h"
 #include "receiptnames.h"
 #include "receiptparser.h"
 #include "rules.h"
@@ -67,15 +68,16 @@ constexpr BarcodeContent barcodeContents[] = {
 /// What is no number of its type stops the receipt over HEX, and is another picture over XML.
 void judgeContent(const ReceiptItem& item, QList<Finding>& findings)
 {
-    for (const BarcodeContent& content : barcodeContents) {
-        const QRegularExpression pattern(QRegularExpression::anchoredPattern(QLatin1String(content.pattern)));
-        if (item.kind == ReceiptItem::BarcodeItem && item.barcode.type == content.type
-            && !pattern.match(item.barcode.text).hasMatch())
-            findings.append({Finding::Error, item.path + QStringLiteral(".barcode"), item.barcode.text,
-                QStringLiteral("must be %1 in a barcode of type %2")
-                    .arg(QLatin1String(content.allowed),
-                        names::nameOf(names::barcodeTypes(), item.barcode.type))});
-    }
+    const auto content = std::find_if(std::begin(barcodeContents), std::end(barcodeContents),
+        [&item](const BarcodeContent& entry) { return item.barcode.type == entry.type; });
+    if (item.kind != ReceiptItem::BarcodeItem || content == std::end(barcodeContents))
+        return;
+    const QRegularExpression pattern(QRegularExpression::anchoredPattern(QLatin1String(content->pattern)));
+    if (!pattern.match(item.barcode.text).hasMatch())
+        findings.append({Finding::Error, item.path + QStringLiteral(".barcode"), item.barcode.text,
+            QStringLiteral("must be %1 in a barcode of type %2")
+                .arg(QLatin1String(content->allowed),
+                    names::nameOf(names::barcodeTypes(), item.barcode.type))});
 }
 
 void judgeForXml(const ReceiptItem& item, QList<Finding>& findings)
@@ -86,6 +88,57 @@ void judgeForXml(const ReceiptItem& item, QList<Finding>& findings)
     if (const auto fault = textFault(item.barcode.text))
         findings.append({Finding::Error, item.path + QStringLiteral(".barcode"), {},
             *fault + QStringLiteral(", which XML cannot carry")});
+}
+
+/// A receipt as the protocol carries it.
+struct Sifted
+{
+    CheckedReceipt checked;
+    /// A text may come to nothing on the way to the printer.
+    QList<ReceiptError> malformed;
+};
+
+Sifted siftedReceipt(const QJsonObject& json, const CheckOptions& options, bool isWhole)
+{
+    Sifted sifted;
+    CheckedReceipt& checked = sifted.checked;
+    const QJsonObject carried = carriedReceipt(json, options, checked.findings);
+    checked.receipt = readReceipt(carried, options.split, sifted.malformed);
+    judgeBarcodes(checked.receipt, options.protocol, checked.findings);
+    for (const ReceiptItem& item : checked.receipt.items) {
+        if (isBarcodePrinted(item.barcode.type, options.protocol))
+            judgeContent(item, checked.findings);
+        if (options.protocol == Protocol::Xml)
+            judgeForXml(item, checked.findings);
+    }
+    judge(checked.receipt, options, checked.findings, isWhole && sifted.malformed.isEmpty());
+    return sifted;
+}
+
+bool isBeneath(const QString& path, const QString& other)
+{
+    return path.startsWith(other + QLatin1Char('.')) || path.startsWith(other + QLatin1Char('['));
+}
+
+/// Whether the finding may come of what was not read. What is wrong with an array as a whole says nothing of
+/// its elements.
+bool hangsOn(const Finding& finding, const QString& malformed)
+{
+    return finding.path == malformed || isBeneath(malformed, finding.path)
+        || finding.path.startsWith(malformed + QLatin1Char('.'));
+}
+
+/// What else is to be said of a malformed receipt.
+QList<Finding> besides(const QList<ReceiptError>& malformed, const Sifted& sifted)
+{
+    QList<Finding> findings = sifted.checked.findings;
+    for (const ReceiptError& error : sifted.malformed)
+        findings += error.findings();
+    findings.removeIf([&malformed](const Finding& finding) {
+        return std::any_of(malformed.cbegin(), malformed.cend(),
+            [&finding](const ReceiptError& error) { return hangsOn(finding, error.path()); });
+    });
+    return findings;
 }
 
 } // namespace
@@ -99,19 +152,17 @@ bool CheckedReceipt::hasErrors() const
 CheckedReceipt checkedReceipt(const QByteArray& text, const CheckOptions& options)
 {
     const QJsonObject json = jsonFromText(text);
-    // What is malformed is to be told as the file has it, and only a well-formed receipt can be sifted.
-    receiptFromJson(json, options.split);
-    CheckedReceipt checked;
-    checked.receipt = receiptFromJson(carriedReceipt(json, options, checked.findings), options.split);
-    judgeBarcodes(checked.receipt, options.protocol, checked.findings);
-    for (const ReceiptItem& item : checked.receipt.items) {
-        if (isBarcodePrinted(item.barcode.type, options.protocol))
-            judgeContent(item, checked.findings);
-        if (options.protocol == Protocol::Xml)
-            judgeForXml(item, checked.findings);
-    }
-    judge(checked.receipt, options, checked.findings);
-    return checked;
+    // What is malformed is to be told as the file has it.
+    QList<ReceiptError> malformed;
+    readReceipt(json, options.split, malformed);
+    if (malformed.size() >= mostErrors)
+        throw ReceiptError(malformed);
+    const Sifted sifted = siftedReceipt(json, options, malformed.isEmpty());
+    if (!malformed.isEmpty())
+        throw ReceiptError(malformed, besides(malformed, sifted));
+    if (!sifted.malformed.isEmpty())
+        throw ReceiptError(sifted.malformed, besides(sifted.malformed, sifted));
+    return sifted.checked;
 }
 
 } // namespace receipt

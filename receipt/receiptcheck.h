@@ -34,7 +34,7 @@ struct CheckedReceipt
 };
 
 /// Reads a receipt from the bytes of a file and judges it by all rules that need no register. Throws
-/// ReceiptError for what cannot be read as a receipt at all.
+/// ReceiptError for what cannot be read as a receipt; it has all that is to be said of it.
 CheckedReceipt checkedReceipt(const QByteArray& text, const CheckOptions& options);
 
 } // namespace receipt

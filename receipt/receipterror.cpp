@@ -4,6 +4,7 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QStringList>
 
 namespace receipt {
 
@@ -39,6 +40,18 @@ QString message(const QString& path, const QString& reason, const QJsonValue& gi
     return shownText(value.isEmpty() ? text : text + QStringLiteral(" (given: %1)").arg(value));
 }
 
+std::string message(const QList<ReceiptError>& errors, const QList<Finding>& besides)
+{
+    QStringList texts;
+    for (const ReceiptError& error : errors)
+        texts.append(QString::fromUtf8(error.what()));
+    for (const Finding& finding : besides) {
+        if (finding.severity == Finding::Error)
+            texts.append(finding.text());
+    }
+    return texts.join(QStringLiteral("; ")).toStdString();
+}
+
 } // namespace
 
 ReceiptError::ReceiptError(const QString& path, const QString& reason, const QJsonValue& given)
@@ -46,7 +59,19 @@ ReceiptError::ReceiptError(const QString& path, const QString& reason, const QJs
     , m_path(path)
     , m_reason(reason)
     , m_given(given)
+    , m_findings({{Finding::Error, path, plainText(given), reason}})
 {
+}
+
+ReceiptError::ReceiptError(const QList<ReceiptError>& errors, const QList<Finding>& besides)
+    : std::runtime_error(message(errors, besides))
+    , m_path(errors.constFirst().m_path)
+    , m_reason(errors.constFirst().m_reason)
+    , m_given(errors.constFirst().m_given)
+{
+    for (const ReceiptError& error : errors)
+        m_findings += error.m_findings;
+    m_findings += besides;
 }
 
 QString ReceiptError::givenText() const

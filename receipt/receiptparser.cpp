@@ -8,6 +8,8 @@
 #include "receiptnames.h"
 #include "receipttype.h"
 
+#include <algorithm>
+
 namespace receipt {
 
 namespace {
@@ -66,10 +68,17 @@ QList<ReceiptItem> positionItems(JsonFields& fields, bool isSplitAllowed)
 QList<ReceiptItem> issuedItems(JsonFields& fields, bool isSplitAllowed)
 {
     const QString type = QStringLiteral("type");
-    const int kind = fields.has(type) ? fields.word(type, itemKinds) : PositionKind;
-    if (kind == TextItemKind)
+    switch (fields.has(type) ? fields.word(type, itemKinds) : PositionKind) {
+    case PositionKind:
+        return positionItems(fields, isSplitAllowed);
+    case TextItemKind:
         return {textItem(fields)};
-    return kind == BarcodeKind ? QList{barcodeItem(fields)} : positionItems(fields, isSplitAllowed);
+    case BarcodeKind:
+        return {barcodeItem(fields)};
+    default:
+        fields.takeAll();
+        return {};
+    }
 }
 
 void readItem(JsonFields& fields, bool isSplitAllowed, Receipt& receipt)
@@ -80,6 +89,12 @@ void readItem(JsonFields& fields, bool isSplitAllowed, Receipt& receipt)
             receipt.total += lineSumOf(item.position).amount();
         receipt.items.append(item);
     }
+}
+
+const QString& paymentsName()
+{
+    static const QString name = QStringLiteral("payments");
+    return name;
 }
 
 void readCashier(JsonFields& fields, Receipt& receipt)
@@ -133,43 +148,64 @@ void readHead(JsonFields& fields, Receipt& receipt)
         receipt.requisites.append(FdRequisite(EFrDriver::AdditionalReceiptRequisite, *extra));
 }
 
-void readPayments(JsonFields& fields, Receipt& receipt)
+/// Gives what is paid without cash, in kopecks.
+qint64 readPayments(JsonFields& fields, Receipt& receipt)
 {
-    const QString name = QStringLiteral("payments");
     qint64 withoutCash = 0;
-    fields.objects(name, [&](JsonFields& payment) {
+    fields.objects(paymentsName(), [&](JsonFields& payment) {
         const int kind = payment.choice(QStringLiteral("type"), names::paymentKinds());
         const qint64 sum = payment.kopecks(QStringLiteral("sum"));
         receipt.payments.append(FrPayment(kind, roubles(sum)));
         receipt.paid += sum;
         withoutCash += kind == 0 ? 0 : sum;
     });
+    return withoutCash;
+}
+
+void judgePayments(const JsonFields& fields, const Receipt& receipt, qint64 withoutCash)
+{
+    const QString& name = paymentsName();
     if (receipt.paid < receipt.total)
         fields.fail(name,
             QStringLiteral("%1 do not cover the total, %2")
                 .arg(moneyText(receipt.paid), moneyText(receipt.total)));
-    if (withoutCash > receipt.total)
+    else if (withoutCash > receipt.total)
         fields.fail(name,
             QStringLiteral("%1 without cash are more than the total, %2; only cash gives change")
                 .arg(moneyText(withoutCash), moneyText(receipt.total)));
 }
 
+bool hasPosition(const Receipt& receipt)
+{
+    return std::any_of(receipt.items.cbegin(), receipt.items.cend(),
+        [](const ReceiptItem& item) { return item.kind == ReceiptItem::Position; });
+}
+
 } // namespace
+
+Receipt readReceipt(const QJsonObject& json, bool isSplitAllowed, QList<ReceiptError>& errors)
+{
+    const QString items = QStringLiteral("items");
+    JsonFields fields(json, {}, errors);
+    Receipt receipt;
+    readHead(fields, receipt);
+    const qsizetype headErrors = errors.size();
+    fields.objects(items, [&](JsonFields& item) { readItem(item, isSplitAllowed, receipt); });
+    if (errors.size() == headErrors && !hasPosition(receipt))
+        fields.fail(items, QStringLiteral("must have a position"));
+    const qint64 withoutCash = readPayments(fields, receipt);
+    if (errors.size() == headErrors)
+        judgePayments(fields, receipt, withoutCash);
+    fields.finish();
+    return receipt;
+}
 
 Receipt receiptFromJson(const QJsonObject& json, bool isSplitAllowed)
 {
-    JsonFields fields(json, {});
-    Receipt receipt;
-    bool hasPosition = false;
-    readHead(fields, receipt);
-    fields.objects(QStringLiteral("items"), [&](JsonFields& item) {
-        readItem(item, isSplitAllowed, receipt);
-        hasPosition = hasPosition || receipt.items.constLast().kind == ReceiptItem::Position;
-    });
-    if (!hasPosition)
-        fields.fail(QStringLiteral("items"), QStringLiteral("must have a position"));
-    readPayments(fields, receipt);
-    fields.finish();
+    QList<ReceiptError> errors;
+    const Receipt receipt = readReceipt(json, isSplitAllowed, errors);
+    if (!errors.isEmpty())
+        throw ReceiptError(errors);
     return receipt;
 }
 

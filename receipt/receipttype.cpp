@@ -23,15 +23,16 @@ constexpr const char* typesOfOtherMeans[] = {
 hw::fr::CheckType receiptType(JsonFields& fields)
 {
     const QString name = QStringLiteral("type");
-    const QString wanted = fields.isNumber(name) ? QString() : fields.text(name);
     const bool isKnown = std::any_of(std::begin(typesOfOtherMeans), std::end(typesOfOtherMeans),
-        [&wanted](const char* type) { return wanted == QLatin1String(type); });
-    if (isKnown)
-        fields.fail(name,
-            QStringLiteral(
-                "is not possible, only sell and sellReturn are: this driver issues no purchases and no "
-                "corrections (see docs/limits.md)"));
-    return static_cast<hw::fr::CheckType>(fields.choice(name, names::receiptTypes()));
+        [given = fields.given(name)](const char* type) { return given == QLatin1String(type); });
+    if (!isKnown)
+        return static_cast<hw::fr::CheckType>(fields.choice(name, names::receiptTypes()));
+    fields.text(name);
+    fields.fail(name,
+        QStringLiteral(
+            "is not possible, only sell and sellReturn are: this driver issues no purchases and no "
+            "corrections (see docs/limits.md)"));
+    return hw::fr::CheckSale;
 }
 
 } // namespace receipt

@@ -3,8 +3,6 @@
 #include "judgement.h"
 #include "rulelist.h"
 
-#include <algorithm>
-
 namespace receipt {
 
 namespace {
@@ -24,6 +22,17 @@ constexpr void (*allRules[])(Judgement&) = {
 
 } // namespace
 
+Judgement::Judgement(
+    const Receipt& judged, const CheckOptions& checkOptions, QList<Finding>& found, bool whole)
+    : receipt(judged)
+    , options(checkOptions)
+    , findings(found)
+    , isWhole(whole)
+{
+    for (const Finding& finding : findings)
+        m_known.insert({finding.path, finding.reason});
+}
+
 void Judgement::error(const QString& path, const QString& given, const QString& reason)
 {
     add({Finding::Error, path, given, reason});
@@ -37,16 +46,15 @@ void Judgement::warning(const QString& path, const QString& given, const QString
 void Judgement::add(const Finding& finding)
 {
     // Both halves of a split position stand at one path.
-    const bool isKnown = std::any_of(findings.cbegin(), findings.cend(), [&finding](const Finding& other) {
-        return other.path == finding.path && other.reason == finding.reason;
-    });
-    if (!isKnown)
+    const qsizetype known = m_known.size();
+    m_known.insert({finding.path, finding.reason});
+    if (m_known.size() > known)
         findings.append(finding);
 }
 
-void judge(const Receipt& receipt, const CheckOptions& options, QList<Finding>& findings)
+void judge(const Receipt& receipt, const CheckOptions& options, QList<Finding>& findings, bool isWhole)
 {
-    Judgement judgement{receipt, options, findings};
+    Judgement judgement(receipt, options, findings, isWhole);
     for (const auto rule : allRules)
         rule(judgement);
 }

@@ -144,6 +144,8 @@ void rates(Judgement& judgement)
 
 void payments(Judgement& judgement)
 {
+    if (!judgement.isWhole)
+        return;
     const Settlement settlement(judgement);
     settlement.judgeMoneyNow();
     settlement.judgeCredit();

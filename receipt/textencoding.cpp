@@ -55,6 +55,8 @@ QString likelyEncoding(const QByteArray& bytes)
     };
     if (isUtf16(bytes))
         return QStringLiteral("UTF-16");
+    if (bytes.contains('\0'))
+        return QStringLiteral("no text at all");
     // Russian letters: CP1251 has them above 0xC0; most of CP866 stand below 0xB0.
     return count(0x80, 0xAF) > count(0xC0, 0xFF) ? QStringLiteral("CP866") : QStringLiteral("CP1251");
 }

@@ -133,8 +133,9 @@ TEST_P(Told, OfTheOperatorHasTheSameNames)
 TEST_P(Told, OfAllElseHasAForm)
 {
     QStringList lines{"info", "status", "fn", "ofd", "counters", "registers begin", "registers end",
-        "names fields", "time get", "drawer open", "drawer state", "header %header.txt", "params list",
-        "params defaults",
+        "names fields", "names", "names taxes", "names barcode-types", "names error-kinds",
+        "check %sale.json %agent-sale.json", "time get", "drawer open", "drawer state", "header %header.txt",
+        "params list", "params defaults",
         "mark 0104600000000015215!Ab1cD\x1D"
         "93dGVz",
         "print %text.txt", "open-shift", "sell %marked-sale.json", "journal list", "journal export",
@@ -146,6 +147,20 @@ TEST_P(Told, OfAllElseHasAForm)
         lines += QStringList{"logo --clear", "cancel", "params set 6.0=1", "params get 20"};
     for (const QString& line : lines)
         EXPECT_FALSE(ask(line, line == "cancel" ? 1 : 0).isEmpty() && line != "journal export");
+}
+
+TEST(WithoutRegister, ReceiptsComeByAPipeAndSchemasArePrinted)
+{
+    const QString program = QStringLiteral(FRCTL);
+    const Result piped = runShell(QStringLiteral("cat %1/sale.json <(echo) | %2 check - ''")
+                                      .arg(QStringLiteral(FRSPF_EXAMPLES), program));
+    EXPECT_EQ(piped.status, 2);
+    EXPECT_TRUE(piped.output.startsWith(": error: ")) << piped.output.constData();
+    EXPECT_TRUE(piped.output.endsWith("\n2 receipts checked: 1 with errors, 0 with warnings\n"));
+    for (const QString name : {"receipt", "output"}) {
+        const QByteArray schema = readAll(QStringLiteral(FRSPF_SOURCES "/docs/%1.schema.json").arg(name));
+        EXPECT_EQ(runShell(program + " schema " + name).output, schema);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(

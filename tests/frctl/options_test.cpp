@@ -92,10 +92,11 @@ TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
         {"--id 12345678 preview c", "--id names a sale"}, {"--force status", "--force goes with params set"},
         {"params list --force", "--force goes with"},
         {"--protocol HEX params set 31=ABCD", "params set: 31 is the password"},
-        {"names colours", "names: \"colours\""}, {"logo", "logo takes"}, {"params", "params takes list|get"},
-        {"logo no-such-file", "no-such-file:"}, {"header no-such-file", "no-such-file:"},
-        {"--exclusive maybe status", "--exclusive:"}, {"cash-in 5", "cash-in needs a cashier"},
-        {"x-report", "x-report needs a cashier"}};
+        {"names colours", "names: \"colours\""}, {"schema sale", "schema: \"sale\""},
+        {"check", "check takes FILE"}, {"--marks any check a", "--marks goes with sell"},
+        {"logo", "logo takes"}, {"params", "params takes list|get"}, {"logo no-such-file", "no-such-file:"},
+        {"header no-such-file", "no-such-file:"}, {"--exclusive maybe status", "--exclusive:"},
+        {"cash-in 5", "cash-in needs a cashier"}, {"x-report", "x-report needs a cashier"}};
     for (const auto& [line, error] : rows)
         EXPECT_EQ(usageError(line).rfind(error, 0), 0U) << line << ": " << usageError(line);
     for (const char* line : {"--cashier И cash-in 100.50", "drawer state", "time set", "mark 46000002",

@@ -181,6 +181,88 @@ bool isWhole(const FieldRule& rule, Protocol protocol, int size)
     });
 }
 
+QStringList errorPaths(const QJsonObject& json, Protocol protocol)
+{
+    QStringList paths;
+    const auto note = [&paths](const QList<Finding>& findings) {
+        for (const Finding& finding : findings) {
+            if (finding.severity == Finding::Error)
+                paths.append(finding.path);
+        }
+    };
+    try {
+        note(checkedReceipt(QJsonDocument(json).toJson(), {protocol, {}, {}, false}).findings);
+    } catch (const ReceiptError& error) {
+        note(error.findings());
+    }
+    return paths;
+}
+
+/// Puts an array of an array in the place of one plain value, the first for 0, and tells its path.
+struct Breaker
+{
+    int place;
+    QString path = {};
+
+    QJsonValue operator()(const QJsonValue& value, const QString& at)
+    {
+        if (value.isObject()) {
+            QJsonObject object = value.toObject();
+            for (const QString& key : object.keys())
+                object[key] = (*this)(object.value(key), at.isEmpty() ? key : at + '.' + key);
+            return object;
+        }
+        if (value.isArray()) {
+            QJsonArray array = value.toArray();
+            for (qsizetype i = 0; i < array.size(); ++i)
+                array[i] = (*this)(array.at(i), QStringLiteral("%1[%2]").arg(at).arg(i));
+            return array;
+        }
+        if (place-- != 0)
+            return value;
+        path = at;
+        return QJsonArray{QJsonArray()};
+    }
+};
+
+TEST(CheckedReceipt, TellsOfAMalformedFieldThatAlone)
+{
+    const QJsonObject whole = QJsonDocument::fromJson(allFields).object();
+    for (const Protocol protocol : {Protocol::Xml, Protocol::Hex}) {
+        const QStringList before = errorPaths(whole, protocol);
+        int place = 0;
+        for (;; ++place) {
+            Breaker breaker{place};
+            const QJsonObject broken = breaker(whole, {}).toObject();
+            if (breaker.path.isEmpty())
+                break;
+            QStringList told = errorPaths(broken, protocol);
+            EXPECT_EQ(told.removeAll(breaker.path), 1) << breaker.path.toStdString();
+            for (const QString& path : told)
+                EXPECT_TRUE(before.contains(path))
+                    << breaker.path.toStdString() << ": " << path.toStdString();
+        }
+        EXPECT_GT(place, 35);
+    }
+}
+
+TEST(CheckedReceipt, TellsAllThatIsMalformed)
+{
+    const QByteArray text
+        = R"({"type": "buy", "operator": {"name": 5, "vatin": "12"}, "paymentsPlace": "Касса",
+        "items": [{"name": "", "price": "5", "quantity": 0, "amount": 10, "tax": {"type": "vat2"}, "discount": 1},
+            {"type": "txt", "txt": "a"}, 7,
+            {"name": "Чай", "price": 5, "quantity": 2, "amount": 11, "tax": {"type": "none"}, "markingCode": "a",
+                "agentInfo": {"agents": ["x"], "payingAgent": {"phones": ["1", "2"]}}},
+            {"type": "barcode", "barcode": "a", "barcodeType": 3}], "payments": []})";
+    EXPECT_EQ(errorPaths(QJsonDocument::fromJson(text).object(), Protocol::Hex),
+        (QStringList{"type", "operator.name", "operator.vatin", "items[0].name", "items[0].price",
+            "items[0].quantity", "items[0].tax.type", "items[0].discount", "items[1].type", "items[2]",
+            "items[3].amount", "items[3].agentInfo.agents[0]", "items[3].agentInfo.payingAgent.phones",
+            "payments", "paymentsPlace", "items[4].barcode", "items[3].supplierInfo.vatin",
+            "items[3].markingCode", "items[3].quantity"}));
+}
+
 TEST(FieldTable, HasTheLimitsThatTheParserAndTheDriversKeep)
 {
     // Shorter ones are numbers of a fixed form.

@@ -173,7 +173,7 @@ TEST(ReceiptFromJson, MistakesAreNamedWithTheirPath)
         {R"({"payments": [{"type": "cash", "sum": 99.99}]})", "{}", "payments: 99.99 do not cover the total"},
         {R"({"payments": [{"type": "credit", "sum": 100.01}]})", "{}",
             "payments: 100.01 without cash are more"},
-        {"{}", R"({"price": "50"})", "items[0].price: must be a number (given: \"50\")"},
+        {"{}", R"({"price": "50"})", "items[0].price: must be a number, not a text (given: \"50\")"},
         {"{}", R"({"name": "a\nb"})", "items[0].name: has the control character U+000A at character 2"},
         {"{}", R"({"markingCode": "01\u001e9"})",
             "items[0].markingCode: has the control character U+001E at character 3 (given: \"01<1E>9\")"},

@@ -48,6 +48,11 @@ TEST(ReceiptFromText, RefusesWhatIsNoStrictJson)
         {QByteArray(100000, '['), "is nested deeper than any receipt"},
         {"{\"items\": [{}, {\"tax\": {\"a\": 1, \"\\u0061\": 2}}]}", "items[1].tax.a: stands there twice"},
         {"{\"a\": [{\"b\": 1}, {\"b\": 1}], \"b\": 1, \"a\": 1}", "a: stands there twice"},
+        {"{\"a\": {\"b\": 1, \"b\": 1}, \"a\": 1}", "a.b: stands there twice; a: stands there twice"},
+        {QByteArray("\x7F"
+                    "ELF\x02\x01\x01\0\xC0\xC0\xC0\xC0\xC0",
+             13),
+            "the text is not UTF-8: byte C0 at offset 8, line 1; it looks like no text at all"},
         {"{\"operator\": {\"name\": \"\\ud83d\"}}", "operator.name: line 1: has half of a character"},
         {"{\"operator\": {\"name\": \"a\x01\"}}", "operator.name: line 1: has the control character U+0001"},
         {"\xEF\xBB\xBF{\"what\": 1}", "type: is missing"},

@@ -1,4 +1,4 @@
-#include "checkedfile.h"
+#include "judgedreceipt.h"
 
 #include "currenttime.h"
 #include "errors.h"
@@ -10,10 +10,10 @@ namespace {
 
 using receipt::Receipt;
 
-receipt::CheckOptions checkOptions(const Options& options)
+receipt::CheckOptions checkOptions(const Options& options, receipt::Protocol protocol)
 {
-    return {options.receiptProtocol(), MockFactory<CurrentTime>::create()->getCurrentDateTime().date(),
-        options.drop, options.split};
+    return {protocol, MockFactory<CurrentTime>::create()->getCurrentDateTime().date(), options.drop,
+        options.split};
 }
 
 /// The command line goes before the file, and the number of one person is not put to another's name.
@@ -41,20 +41,21 @@ QList<receipt::Finding> withoutReplaced(
 
 } // namespace
 
-receipt::CheckedReceipt checkedFile(const Options& options, const QByteArray& text)
+JudgedReceipt judgedReceipt(const QByteArray& text, const Options& options, receipt::Protocol protocol)
 {
-    receipt::CheckedReceipt checked = receipt::checkedReceipt(text, checkOptions(options));
-    const FrUser cashier = cashierOf(options, checked.receipt);
-    checked.findings = withoutReplaced(checked.findings, checked.receipt, cashier);
-    checked.receipt.cashier = cashier;
-    return checked;
+    JudgedReceipt judged{receipt::checkedReceipt(text, checkOptions(options, protocol)), {}};
+    receipt::CheckedReceipt& checked = judged.checked;
+    judged.cashier = cashierOf(options, checked.receipt);
+    checked.findings = withoutReplaced(checked.findings, checked.receipt, judged.cashier);
+    return judged;
 }
 
-void requireCashier(const Options& options, const Receipt& receipt)
+FrUser requiredCashier(const Options& options, const JudgedReceipt& judged)
 {
-    if (receipt.cashier.value_or(FrUser()).name.isEmpty())
+    if (judged.cashier.name.isEmpty())
         throw UsageError(QStringLiteral("%1 needs a cashier: --cashier, or \"operator\" in the receipt")
                              .arg(options.command));
+    return judged.cashier;
 }
 
 } // namespace frctl

@@ -1,0 +1,31 @@
+#include "schemacommand.h"
+
+#include "options.h"
+#include "schemas.h"
+
+namespace frctl {
+
+namespace {
+
+Output printedSchema(const QString& name)
+{
+    Output output;
+    output.lines = {QString::fromUtf8(schemaText(name)).trimmed()};
+    output.areLinesJson = true;
+    return output;
+}
+
+} // namespace
+
+Task prepareSchema(const Options& options)
+{
+    const QString name = options.arguments.constFirst();
+    if (!schemaNames().contains(name))
+        throw UsageError(QStringLiteral("schema: \"%1\" is no schema; there are %2")
+                             .arg(name, schemaNames().join(QStringLiteral(", "))));
+    Task task;
+    task.alone = [name] { return printedSchema(name); };
+    return task;
+}
+
+} // namespace frctl
