@@ -5,12 +5,16 @@
 
 #include <QFile>
 
+#include <cstdio>
+
 namespace frctl {
 
 QByteArray readFile(const QString& fileName)
 {
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
+    const bool isOpen = fileName == QStringLiteral("-") ? file.open(stdin, QIODevice::ReadOnly)
+                                                        : file.open(QIODevice::ReadOnly);
+    if (!isOpen)
         throw UsageError(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
     return file.readAll();
 }

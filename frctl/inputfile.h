@@ -6,7 +6,7 @@
 
 namespace frctl {
 
-/// The whole file. Throws UsageError when it cannot be read.
+/// The whole file; "-" is standard input. Throws UsageError when it cannot be read.
 QByteArray readFile(const QString& fileName);
 /// The lines of a UTF-8 text, with or without a byte order mark, that end as on Unix or on Windows; the end
 /// of the last one makes no line of its own. Throws UsageError, also for a text in another encoding.

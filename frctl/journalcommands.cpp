@@ -103,7 +103,7 @@ Output exported(const Options& options, const sale::DocumentQuery& query)
         output.lines.append(
             QString::fromUtf8(QJsonDocument(storedJson(document)).toJson(QJsonDocument::Compact)));
     });
-    output.areLinesJson = true;
+    output.areLinesAll = true;
     return output;
 }
 

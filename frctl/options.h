@@ -6,6 +6,7 @@
 #include "journalaccess.h"
 #include "markpolicy.h"
 #include "protocol.h"
+#include "setting.h"
 #include "warnings.h"
 
 #include <QString>
@@ -19,11 +20,10 @@ namespace frctl {
 /// What the command line says.
 struct Options
 {
-    enum LogLevel { Trace, Debug, Info, Warn, Error };
+    enum LogLevel { Trace, Debug, Info, Warn, Error, NoLog };
 
     QString port;
     QString protocol = QStringLiteral("XML");
-    bool isProtocolGiven = false;
     /// Empty for the plugin's own.
     QString protocolVersion;
     /// Files or folders.
@@ -54,17 +54,19 @@ struct Options
     QStringList drop;
     /// Positions whose discount does not divide become two.
     bool split = false;
-    /// A setting may be written that shuts this driver out.
+    /// What does harm may be done.
     bool force = false;
     /// Warnings are errors.
     bool strict = false;
     sale::MarkPolicy markPolicy = sale::MarkPolicy::Warn;
-    LogLevel logLevel = Error;
+    LogLevel logLevel = NoLog;
     bool json = false;
     bool help = false;
     bool version = false;
     QString command;
     QStringList arguments;
+    /// The options as they were given.
+    Settings settings;
     /// What is said besides the answer, from the reading of the arguments to the end of the work.
     std::shared_ptr<Warnings> warnings = std::make_shared<Warnings>();
     /// Filled by the commands that make a document.
@@ -81,6 +83,8 @@ struct Options
     {
         return isHex() ? receipt::Protocol::Hex : receipt::Protocol::Xml;
     }
+    /// The option has a value that is not that of the program.
+    bool isGiven(const QString& option) const;
     /// Throws UsageError without one.
     void requireCashier() const;
     sale::DeskOptions desk() const;
@@ -93,7 +97,5 @@ struct Options
 
 /// Throws UsageError. The first argument is the program's name.
 Options parseOptions(const QStringList& commandLine);
-/// The text of --help, without the commands.
-QString optionsHelp();
 
 } // namespace frctl
