@@ -139,7 +139,10 @@ Output work(const Options& given)
     if (task.alone)
         return task.alone();
     if (options.port.isEmpty())
-        throw UsageError(QStringLiteral("%1 needs a register: --port").arg(options.command));
+        throw UsageError(
+            QStringLiteral("%1 needs a register: --port, or --register with the name that it has in "
+                           "the configuration")
+                .arg(options.command));
     catchInterruptions();
     RegisterSession session(options);
     const Output output = runTask(session, task);

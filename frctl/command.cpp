@@ -1,5 +1,6 @@
 #include "command.h"
 
+#include "configcommand.h"
 #include "countercommands.h"
 #include "errors.h"
 #include "fncommands.h"
@@ -81,6 +82,9 @@ constexpr Command commandTable[] = {
         Command::AtRegister, prepareTail, "tail tail.txt"},
     {"logo", "FILE|--clear", "Program the header picture, or remove it (HEX).", 0, 1, Command::AtRegister,
         prepareLogo, "logo logo.png", "clear"},
+    {"config", "path|list|show [NAME]",
+        "What the configuration says of the registers, and where it stands; needs no register.", 0, 2,
+        Command::Alone, prepareConfig, "config show", "register config"},
     {"names", "fields", "What fields a receipt may have, and how the protocols carry them.", 1, 1,
         Command::Alone, prepareNames, "names fields", "protocol"},
     {"journal", "list|show|settle|resolve|export|backup|anonymise|check|accept",
@@ -186,6 +190,8 @@ const Command& findCommand(const Options& options)
         throw UsageError(QStringLiteral("no command"));
     const Command& command = requireCommand(options.command);
     refuseMisplaced(command, options);
+    if (!options.configFile.isEmpty() && options.registerSection.isEmpty() && command.kind != Command::Alone)
+        throw UsageError(QStringLiteral("--config needs the name of a register in it: --register"));
     if (options.arguments.size() < command.leastArguments || options.arguments.size() > command.mostArguments)
         throw UsageError(QStringLiteral("%1 takes %2")
                              .arg(options.command,

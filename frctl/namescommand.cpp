@@ -62,7 +62,7 @@ Task prepareNames(const Options& options)
     if (options.arguments.constFirst() != QStringLiteral("fields"))
         throw UsageError(
             QStringLiteral("names: \"%1\" is no list; there is fields").arg(options.arguments.constFirst()));
-    const QList<receipt::Protocol> protocols = options.isGiven(QStringLiteral("protocol"))
+    const QList<receipt::Protocol> protocols = options.isGiven("protocol")
         ? QList{options.receiptProtocol()}
         : QList{receipt::Protocol::Xml, receipt::Protocol::Hex};
     Task task;

@@ -1,6 +1,7 @@
 #include "options.h"
 
 #include "commandline.h"
+#include "configuration.h"
 #include "errors.h"
 #include "optiontable.h"
 #include "portname.h"
@@ -11,7 +12,46 @@ namespace frctl {
 
 namespace {
 
-void apply(const Setting& setting, Options& options)
+bool isGivenIn(const Settings& settings, const char* option)
+{
+    return std::any_of(settings.cbegin(), settings.cend(),
+        [option](const Setting& setting) { return qstrcmp(option, setting.option->name) == 0; });
+}
+
+/// What the section of the configuration says, as far as the command line does not say it.
+Settings sectionSettings(const Settings& given)
+{
+    Options named;
+    for (const Setting& setting : given) {
+        if (isGivenIn({setting}, "register") || isGivenIn({setting}, "config"))
+            applySetting(setting, named);
+    }
+    if (named.registerSection.isEmpty())
+        return {};
+    Settings settings = Configuration(named.configFile).require(named.registerSection).settings;
+    settings.removeIf([&given](const Setting& setting) { return isGivenIn(given, setting.option->name); });
+    return settings;
+}
+
+/// What options mean for each other.
+void settle(Options& options)
+{
+    if (!options.isGiven("exclusive"))
+        options.isExclusive = !devices::isTcpName(options.port);
+    if (!options.isHex() && options.expected.serial.isEmpty() && !options.expected.inn.isEmpty())
+        throw UsageError(
+            QStringLiteral("--expect-inn: over XML the register is known by --expect-serial alone"));
+    if (!options.strict)
+        return;
+    if (options.isGiven("marks") && options.markPolicy != sale::MarkPolicy::Strict)
+        throw UsageError(QStringLiteral(
+            "--strict contradicts another --marks: with it marking codes are judged strictly"));
+    options.markPolicy = sale::MarkPolicy::Strict;
+}
+
+} // namespace
+
+void applySetting(const Setting& setting, Options& options)
 {
     try {
         setting.option->read(setting.value, options);
@@ -23,25 +63,18 @@ void apply(const Setting& setting, Options& options)
     }
 }
 
-/// What options mean for each other.
-void settle(Options& options)
-{
-    if (!options.isGiven(QStringLiteral("exclusive")))
-        options.isExclusive = !devices::isTcpName(options.port);
-    if (!options.strict)
-        return;
-    if (options.isGiven(QStringLiteral("marks")) && options.markPolicy != sale::MarkPolicy::Strict)
-        throw UsageError(QStringLiteral(
-            "--strict contradicts another --marks: with it marking codes are judged strictly"));
-    options.markPolicy = sale::MarkPolicy::Strict;
-}
-
-} // namespace
-
 void Options::requireCashier() const
 {
     if (cashier.name.isEmpty())
         throw UsageError(QStringLiteral("%1 needs a cashier: --cashier").arg(command));
+}
+
+sale::RegisterLine Options::line() const
+{
+    sale::RegisterLine line(
+        receiptProtocol(), isExclusive, [told = soleConnection] { return *told ? (*told)() : 0; });
+    line.expected = expected;
+    return line;
 }
 
 sale::DeskOptions Options::desk() const
@@ -54,10 +87,9 @@ QString Options::registerName() const
     return devices::isTcpName(port) ? port : devices::devicePath(port);
 }
 
-bool Options::isGiven(const QString& option) const
+bool Options::isGiven(const char* option) const
 {
-    return std::any_of(settings.cbegin(), settings.cend(),
-        [&option](const Setting& setting) { return option == QLatin1String(setting.option->name); });
+    return isGivenIn(settings, option);
 }
 
 Options parseOptions(const QStringList& commandLine)
@@ -65,8 +97,11 @@ Options parseOptions(const QStringList& commandLine)
     const CommandLine given = readCommandLine(commandLine);
     Options options;
     options.settings = given.options;
-    for (const Setting& setting : given.options)
-        apply(setting, options);
+    // Help is to be had also with a configuration that is wrong.
+    if (!options.isGiven("help") && !options.isGiven("version"))
+        options.settings = sectionSettings(given.options) + given.options;
+    for (const Setting& setting : options.settings)
+        applySetting(setting, options);
     options.arguments = given.words;
     if (!options.arguments.isEmpty())
         options.command = options.arguments.takeFirst();

@@ -23,6 +23,10 @@ struct Options
     enum LogLevel { Trace, Debug, Info, Warn, Error, NoLog };
 
     QString port;
+    /// Name of the configuration's section that some of the settings are from; empty without one.
+    QString registerSection;
+    /// Empty for those of user and machine.
+    QString configFile;
     QString protocol = QStringLiteral("XML");
     /// Empty for the plugin's own.
     QString protocolVersion;
@@ -36,6 +40,8 @@ struct Options
     bool isExclusive = true;
     /// Filled by the session: see RegisterLine::connection.
     std::shared_ptr<std::function<quint64()>> soleConnection = std::make_shared<std::function<quint64()>>();
+    /// The register that is meant.
+    sale::ExpectedRegister expected;
     hw::fr::DriverOptions driverOptions;
     FrUser cashier;
     /// Names with commas between them.
@@ -65,7 +71,7 @@ struct Options
     bool version = false;
     QString command;
     QStringList arguments;
-    /// The options as they were given.
+    /// The options as they were given, those of the configuration first.
     Settings settings;
     /// What is said besides the answer, from the reading of the arguments to the end of the work.
     std::shared_ptr<Warnings> warnings = std::make_shared<Warnings>();
@@ -84,18 +90,18 @@ struct Options
         return isHex() ? receipt::Protocol::Hex : receipt::Protocol::Xml;
     }
     /// The option has a value that is not that of the program.
-    bool isGiven(const QString& option) const;
+    bool isGiven(const char* option) const;
     /// Throws UsageError without one.
     void requireCashier() const;
     sale::DeskOptions desk() const;
     /// The register and the line to it, as the verdicts on documents need to know them.
-    sale::RegisterLine line() const
-    {
-        return {receiptProtocol(), isExclusive, [told = soleConnection] { return *told ? (*told)() : 0; }};
-    }
+    sale::RegisterLine line() const;
 };
 
-/// Throws UsageError. The first argument is the program's name.
+/// Puts the value into the options. Throws UsageError that tells where it stands.
+void applySetting(const Setting& setting, Options& options);
+/// The command line, and before it the section of the configuration that it names. Throws UsageError. The
+/// first argument is the program's name.
 Options parseOptions(const QStringList& commandLine);
 
 } // namespace frctl

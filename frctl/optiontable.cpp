@@ -58,6 +58,35 @@ qsizetype oneOf(const QString& text, const QStringList& words)
     return index;
 }
 
+void takeRegister(const QString& text, Options& options)
+{
+    if (text.isEmpty())
+        throw UsageError(QStringLiteral("is empty"));
+    options.registerSection = text;
+}
+
+void takeSerial(const QString& text, Options& options)
+{
+    // An empty one would be as none, and whoever wrote it relies on it.
+    if (text.trimmed().isEmpty())
+        throw UsageError(QStringLiteral("is empty"));
+    options.expected.serial = text;
+}
+
+void refuseNoInn(const QString& text)
+{
+    if (!receipt::isInn(text))
+        throw UsageError(QStringLiteral("\"%1\" is no tax number of 10 or 12 digits, the last of which are "
+                                        "right for the others")
+                             .arg(receipt::shownText(text)));
+}
+
+void takeExpectedInn(const QString& text, Options& options)
+{
+    refuseNoInn(text);
+    options.expected.inn = text;
+}
+
 void takeProtocol(const QString& text, Options& options)
 {
     // The plugin takes whatever is not HEX for XML; a misspelt name must not end there.
@@ -84,10 +113,7 @@ void takeCashier(const QString& text, Options& options)
 
 void takeCashierInn(const QString& text, Options& options)
 {
-    if (!receipt::isInn(text))
-        throw UsageError(QStringLiteral("\"%1\" is no tax number of 10 or 12 digits, the last of which are "
-                                        "right for the others")
-                             .arg(receipt::shownText(text)));
+    refuseNoInn(text);
     options.cashier.inn = text;
 }
 
@@ -146,20 +172,29 @@ void takeDeviceId(const QString& text, Options& options)
 
 constexpr OptionRow optionTable[] = {
     {"port", "PORT", "The register's line: /dev/tty..., the link of a pty, or tcp:host:port.",
-        OptionRow::Line, takeText<&Options::port>},
+        OptionRow::Line, takeText<&Options::port>, "port"},
+    {"register", "NAME", "The section of the configuration that tells port, protocol and the rest.",
+        OptionRow::Line, takeRegister},
+    {"config", "FILE", "The configuration (~/.config/frspf/frctl.ini, then /etc/frspf/frctl.ini).",
+        OptionRow::Line, takeText<&Options::configFile>},
     {"wait", "SECONDS", "How long to wait for a port that another program works (0).", OptionRow::Line,
-        takeWait},
-    {"protocol", "HEX|XML", "Protocol of the register (XML).", OptionRow::Line, takeProtocol},
+        takeWait, "wait"},
+    {"protocol", "HEX|XML", "Protocol of the register (XML).", OptionRow::Line, takeProtocol, "protocol"},
+    {"expect-serial", "TEXT", "The register's own number; another register is an error, and gets nothing.",
+        OptionRow::Line, takeSerial, "serial"},
+    {"expect-inn", "INN", "The tax number that it is registered with; compared over HEX.", OptionRow::Line,
+        takeExpectedInn, "inn"},
     {"protocol-version", "TEXT", "Version of the control protocol that XML requests carry.", OptionRow::Line,
-        takeLine<&Options::protocolVersion>},
+        takeLine<&Options::protocolVersion>, "protocol-version"},
     {"plugin", "FILE|DIR", "The driver plugin, or a folder to look for it; may be repeated.", OptionRow::Line,
-        appendText<&Options::plugins>},
+        appendText<&Options::plugins>, "plugin"},
     {"exclusive", "yes|no",
         "Whether only programs of this machine that take its lock work the register (yes; no for tcp:).",
-        OptionRow::Line, takeExclusive},
-    {"device-id", "N", "Number of the register, 0 to 19 (0).", OptionRow::Line, takeDeviceId},
+        OptionRow::Line, takeExclusive, "exclusive"},
+    {"device-id", "N", "Number of the register, 0 to 19 (0).", OptionRow::Line, takeDeviceId, "device-id"},
     {"no-speed-enumeration", nullptr, "Keep to the last good speed when a connection is repeated.",
-        OptionRow::Line, [](const QString&, Options& options) { options.speedEnumerate = false; }},
+        OptionRow::Line, [](const QString&, Options& options) { options.speedEnumerate = false; },
+        "no-speed-enumeration"},
     {"option", "BIT=on|off", "Overrule a driver option, BIT as 0x10 or 16; may be repeated.", OptionRow::Line,
         addDriverOption},
     {"journal", "FILE",
@@ -167,10 +202,11 @@ constexpr OptionRow optionTable[] = {
         OptionRow::Line,
         [](const QString& text, Options& options) {
             options.journal = std::make_shared<JournalAccess>(text);
-        }},
+        },
+        "journal"},
     {"cashier", "NAME", "The cashier; goes before the one that a receipt names.", OptionRow::Document,
-        takeCashier},
-    {"cashier-inn", "INN", "The cashier's tax number.", OptionRow::Document, takeCashierInn},
+        takeCashier, "cashier"},
+    {"cashier-inn", "INN", "The cashier's tax number.", OptionRow::Document, takeCashierInn, "cashier-inn"},
     {"tax-systems", "LIST", "osn, usnIncome, usnIncomeOutcome, envd, esn, patent, with commas between.",
         OptionRow::Own, takeText<&Options::taxSystems>},
     {"id", "TEXT", "The sale's name; the same name again is never sold twice.", OptionRow::Own, takeId},
@@ -189,17 +225,17 @@ constexpr OptionRow optionTable[] = {
         switchOn<&Options::split>},
     {"marks", "strict|warn|any",
         "Marking codes that were not checked on line are errors too, or none is (warn).", OptionRow::Own,
-        takeMarkPolicy},
+        takeMarkPolicy, "marks"},
     {"force", nullptr, "What is refused because it does harm: see the manual page.", OptionRow::Own,
         switchOn<&Options::force>},
     {"clear", nullptr, "Remove the picture.", OptionRow::Own, switchOn<&Options::clear>},
     {"strict", nullptr, "Warnings are errors, and --marks strict.", OptionRow::Common,
-        switchOn<&Options::strict>},
+        switchOn<&Options::strict>, "strict"},
     {"log-level", "LEVEL", "The driver's log on stderr: trace, debug, info, warn or error (none).",
         OptionRow::Common, takeLogLevel},
     {"json", nullptr, "Print one JSON object.", OptionRow::Common, switchOn<&Options::json>},
-    {"help", nullptr, "Show this help.", OptionRow::Common, switchOn<&Options::help>, 'h'},
-    {"version", nullptr, "Show the version.", OptionRow::Common, switchOn<&Options::version>, 'v'},
+    {"help", nullptr, "Show this help.", OptionRow::Common, switchOn<&Options::help>, nullptr, 'h'},
+    {"version", nullptr, "Show the version.", OptionRow::Common, switchOn<&Options::version>, nullptr, 'v'},
 };
 
 template <typename Matches>
@@ -219,6 +255,12 @@ std::span<const OptionRow> optionRows()
 const OptionRow* findOption(const QString& name)
 {
     return findRow([&name](const OptionRow& row) { return name == QLatin1String(row.name); });
+}
+
+const OptionRow* findKey(const QString& key)
+{
+    return findRow(
+        [&key](const OptionRow& row) { return row.key != nullptr && key == QLatin1String(row.key); });
 }
 
 const OptionRow* findLetter(QChar letter)

@@ -31,6 +31,8 @@ struct OptionRow
     /// Puts the value, which is empty for a switch, into the options. Throws UsageError with the reason
     /// alone: its caller tells where the value stands.
     void (*read)(const QString& value, Options& options);
+    /// Its name in a section of the configuration; null for what cannot stand there.
+    const char* key = nullptr;
     /// For the short form; 0 without one.
     char letter = 0;
 
@@ -41,6 +43,7 @@ struct OptionRow
 std::span<const OptionRow> optionRows();
 /// Null for a name that is none.
 const OptionRow* findOption(const QString& name);
+const OptionRow* findKey(const QString& key);
 const OptionRow* findLetter(QChar letter);
 QStringList optionNames();
 

@@ -64,7 +64,7 @@ void RegisterSession::connect(const Task& task)
     } else if (task.withInit) {
         startWithoutDocument();
     } else {
-        driver().connect();
+        sale::connectRegister(driver(), m_options.line());
     }
 }
 
