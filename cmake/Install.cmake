@@ -16,8 +16,8 @@ install(DIRECTORY host/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frhost COMPONENT
 install(TARGETS frdevices EXPORT frhost-devicesTargets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT devel)
 install(FILES devices/connectionerror.h devices/connectionsettings.h devices/driverplugin.h devices/portlock.h
-  devices/registerconnection.h devices/serialdevicefactory.h devices/serialportdevice.h devices/streamdevice.h
-  devices/tcpserialdevice.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frdevices COMPONENT devel)
+  devices/registerconnection.h devices/serialdevicefactory.h devices/serialportdevice.h devices/silencewatch.h
+  devices/streamdevice.h devices/tcpserialdevice.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frdevices COMPONENT devel)
 
 # So is what issues receipts and tells what has become of them.
 install(TARGETS frreceipt frsale EXPORT frhost-saleTargets

@@ -5,6 +5,8 @@
 #include "errors.h"
 #include "interruption.h"
 #include "journalerror.h"
+#include "messages.h"
+#include "portname.h"
 #include "registerstart.h"
 #include "serialdevicefactory.h"
 #include "streamdevice.h"
@@ -13,6 +15,19 @@ namespace frctl {
 
 namespace {
 
+/// Said at once: some drivers ask five times and more before they give up.
+void tellSilence(const Options& options)
+{
+    const bool isTcp = devices::isTcpName(options.port);
+    complain(
+        QStringLiteral("no answer from %1 over %2 yet, still asking; likely causes: the register is set to "
+                       "the other protocol (--protocol %3), it has no power, %4")
+            .arg(options.port, options.protocol,
+                options.isHex() ? QStringLiteral("XML") : QStringLiteral("HEX"),
+                isTcp ? QStringLiteral("something else listens there")
+                      : QStringLiteral("the cable, another port, another speed in its settings")));
+}
+
 devices::ConnectionSettings settingsOf(const Options& options)
 {
     return {.port = options.port,
@@ -20,6 +35,7 @@ devices::ConnectionSettings settingsOf(const Options& options)
         .plugins = options.plugins,
         .waitSeconds = options.waitSeconds,
         .waitCallback = throwIfInterrupted,
+        .silenceCallback = [options] { tellSilence(options); },
         .protocolVersion = options.protocolVersion,
         .deviceId = options.deviceId,
         .speedEnumerate = options.speedEnumerate,
