@@ -12,6 +12,7 @@
 #include "messages.h"
 #include "registersession.h"
 #include "streams.h"
+#include "testdrive.h"
 #include "textcheck.h"
 
 #include <QCoreApplication>
@@ -116,6 +117,14 @@ Output runTask(RegisterSession& session, const Task& task)
                              : task.onRegister(session.driver());
 }
 
+/// Whether what was told is about a true register, as far as that is known.
+void addTestDrive(Output& output, const QString& drive)
+{
+    output.json.insert(QStringLiteral("testDrive"), sale::testDriveJson(drive));
+    if (sale::isTestDrive(drive))
+        output.lines.append(QStringLiteral("test drive %1: what it signs is no fiscal document").arg(drive));
+}
+
 /// With the cashier's name as the register gets it.
 Options withPlainCashier(Options options)
 {
@@ -145,7 +154,9 @@ Output work(const Options& given)
                 .arg(options.command));
     catchInterruptions();
     RegisterSession session(options);
-    const Output output = runTask(session, task);
+    Output output = runTask(session, task);
+    if (!options.answer->isDocument)
+        addTestDrive(output, options.answer->drive);
     // After a failure nobody knows what the register will still say.
     if (readClock(session, output, options))
         session.leaveIdle();

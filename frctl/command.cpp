@@ -72,7 +72,7 @@ constexpr Command commandTable[] = {
     {"drawer", "open|state", "Open the cash drawer, or tell whether it is open.", 1, 1, Command::AtRegister,
         prepareDrawer, "drawer open"},
     {"time", "get|set [TIME]", "The register's clock; set takes 2024-12-31T23:59:59 or the time now.", 1, 2,
-        Command::AtRegister, prepareTime, "time get"},
+        Command::AtRegister, prepareTime, "time get", "force"},
     {"params", "list|get|set|defaults [NAME[=VALUE]...]",
         "The register's settings; NAME is 6.0 or a caption, over XML section.subsection.parameter.", 1,
         anyNumber, Command::AtRegister, prepareParams, "params set 6.0=1", "force"},

@@ -149,10 +149,11 @@ struct Shown
     QString (*object)(const QJsonObject& object) = nullptr;
 };
 
-constexpr Shown shape[] = {{"id"}, {"state"}, {"reason"}, {"replayed"}, {"times"}, {"documentNumber"},
-    {"documentNumberRead"}, {"drive"}, {"shift"}, {"receiptNumber"}, {"dateTime"}, {"total", shownSum},
-    {"change", shownSum}, {"items", shownValue, itemText}, {"warnings", shownValue, warningText},
-    {"attempts", shownValue, attemptText}, {"error", shownValue, errorText}};
+constexpr Shown shape[]
+    = {{"id"}, {"state"}, {"reason"}, {"replayed"}, {"times"}, {"documentNumber"}, {"documentNumberRead"},
+        {"drive"}, {"testDrive"}, {"shift"}, {"receiptNumber"}, {"dateTime"}, {"total", shownSum},
+        {"change", shownSum}, {"items", shownValue, itemText}, {"warnings", shownValue, warningText},
+        {"attempts", shownValue, attemptText}, {"error", shownValue, errorText}};
 
 QStringList textsOf(const Shown& row, const QJsonValue& value)
 {

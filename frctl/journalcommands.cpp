@@ -228,6 +228,7 @@ Task prepareAccept(const Options& options)
 {
     return onDesk([options](sale::CashDesk& desk) -> Output {
         const sale::DriveMark mark = desk.acceptUnknown(userName(), options.note);
+        options.answer->drive = mark.drive;
         return {{QStringLiteral("fiscal drive %1: all documents up to %2 are accepted")
                         .arg(mark.drive)
                         .arg(mark.lastDocument)},
