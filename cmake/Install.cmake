@@ -48,6 +48,13 @@ install(TARGETS spf LIBRARY DESTINATION ${FRSPF_PLUGIN_INSTALL_DIR} COMPONENT pl
 
 install(TARGETS frctl spf-emulator RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
 file(GLOB manuals CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.1)
+if(NOT CMAKE_CROSSCOMPILING)
+  set(datadir ${CMAKE_INSTALL_DATAROOTDIR})
+  install(FILES ${PROJECT_BINARY_DIR}/frctl/frctl.bash DESTINATION ${datadir}/bash-completion/completions
+    RENAME frctl COMPONENT tools)
+  install(FILES ${PROJECT_BINARY_DIR}/frctl/frctl.zsh DESTINATION ${datadir}/zsh/vendor-completions
+    RENAME _frctl COMPONENT tools)
+endif()
 install(FILES ${manuals} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
 file(GLOB receipts CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/examples/*.json ${PROJECT_SOURCE_DIR}/examples/*.txt)
 install(FILES ${receipts} DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT tools)

@@ -1,5 +1,6 @@
 #include "command.h"
 
+#include "completion.h"
 #include "configcommand.h"
 #include "countercommands.h"
 #include "errors.h"
@@ -85,6 +86,9 @@ constexpr Command commandTable[] = {
     {"config", "path|list|show [NAME]",
         "What the configuration says of the registers, and where it stands; needs no register.", 0, 2,
         Command::Alone, prepareConfig, "config show", "register config"},
+    {"completion", "bash|zsh", "What the shell needs to complete command lines of frctl.", 1, 1,
+        Command::Alone, prepareCompletion,
+        "completion bash"},
     {"names", "fields", "What fields a receipt may have, and how the protocols carry them.", 1, 1,
         Command::Alone, prepareNames, "names fields", "protocol"},
     {"journal", "list|show|settle|resolve|export|backup|anonymise|check|accept",
