@@ -4,8 +4,6 @@
 #include "optiontable.h"
 #include "suggestion.h"
 
-#include <algorithm>
-
 namespace frctl {
 
 namespace {

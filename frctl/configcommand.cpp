@@ -7,8 +7,6 @@
 #include <QFile>
 #include <QJsonArray>
 
-#include <algorithm>
-
 namespace frctl {
 
 namespace {
