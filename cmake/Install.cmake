@@ -16,8 +16,8 @@ install(DIRECTORY host/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frhost COMPONENT
 install(TARGETS frdevices EXPORT frhost-devicesTargets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT devel)
 install(FILES devices/connectionerror.h devices/connectionsettings.h devices/driverplugin.h devices/portlock.h
-  devices/registerconnection.h devices/serialdevicefactory.h devices/serialportdevice.h devices/streamdevice.h
-  devices/tcpserialdevice.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frdevices COMPONENT devel)
+  devices/registerconnection.h devices/serialdevicefactory.h devices/serialportdevice.h devices/silencewatch.h
+  devices/streamdevice.h devices/tcpserialdevice.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frdevices COMPONENT devel)
 
 # So is what issues receipts and tells what has become of them.
 install(TARGETS frreceipt frsale EXPORT frhost-saleTargets
@@ -49,6 +49,13 @@ install(TARGETS spf LIBRARY DESTINATION ${FRSPF_PLUGIN_INSTALL_DIR} COMPONENT pl
 install(TARGETS frctl spf-emulator RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
 install(TARGETS frspf-draw RUNTIME DESTINATION ${FRSPF_LIBEXEC_INSTALL_DIR} COMPONENT tools)
 file(GLOB manuals CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.1)
+if(NOT CMAKE_CROSSCOMPILING)
+  set(datadir ${CMAKE_INSTALL_DATAROOTDIR})
+  install(FILES ${PROJECT_BINARY_DIR}/frctl/frctl.bash DESTINATION ${datadir}/bash-completion/completions
+    RENAME frctl COMPONENT tools)
+  install(FILES ${PROJECT_BINARY_DIR}/frctl/frctl.zsh DESTINATION ${datadir}/zsh/vendor-completions
+    RENAME _frctl COMPONENT tools)
+endif()
 install(FILES ${manuals} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
 file(GLOB receipts CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/examples/*.json ${PROJECT_SOURCE_DIR}/examples/*.txt)
 install(FILES ${receipts} DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT tools)

@@ -22,6 +22,8 @@ struct ConnectionSettings
     int waitSeconds = 0;
     /// See StreamDevice::setWaitCallback; also called while the port is waited for. May be empty.
     std::function<void()> waitCallback = {};
+    /// See StreamDevice::setSilenceCallback. May be empty.
+    std::function<void()> silenceCallback = {};
     /// Of the XML envelope; empty for the plugin's own.
     QString protocolVersion = {};
     /// Number of the register in the log.

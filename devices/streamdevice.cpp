@@ -40,8 +40,10 @@ qint64 StreamDevice::write(const QByteArray& data)
     if (!isOpen())
         return -1;
     const qint64 sent = send(data, writeTimeoutMs);
-    if (sent == data.size())
+    if (sent == data.size()) {
+        m_silence.written();
         return sent;
+    }
     qCWarning(lcDevices).noquote() << getDeviceName() << "write failed:" << errorString();
     if (sent == lineIsGone)
         dropLine();
@@ -69,8 +71,11 @@ bool StreamDevice::waitForReadyRead(int milliseconds)
     while (isOpen() && !hasInput()) {
         callWhileWaiting();
         const int left = std::max(0, milliseconds - static_cast<int>(timer.elapsed()));
-        if (!receiveInput(std::min(left, waitSliceMs)) && left == 0)
-            return false;
+        if (!receiveInput(std::min(left, waitSliceMs))) {
+            m_silence.look();
+            if (left == 0)
+                return false;
+        }
     }
     return hasInput();
 }
@@ -80,6 +85,8 @@ bool StreamDevice::receiveInput(int milliseconds)
     const qint64 size = receive(m_input.data(), static_cast<qint64>(m_input.size()), milliseconds);
     m_taken = 0;
     m_received = std::max<qint64>(0, size);
+    if (size > 0)
+        m_silence.received();
     if (size == lineIsGone)
         dropLine();
     return hasInput();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "abstractserialdevice.h"
+#include "silencewatch.h"
 
 #include <QObject>
 
@@ -28,6 +29,13 @@ public:
     /// long exchange.
     void setWaitCallback(const std::function<void()>& callback) { m_waitCallback = callback; }
 
+    /// The callback runs once at most: when the other end has not answered the first that was written, so
+    /// long after it, and never once anything has come from it. It runs in the wait for input.
+    void setSilenceCallback(const std::function<void()>& callback, int patienceMs = firstAnswerMs)
+    {
+        m_silence.start(callback, patienceMs);
+    }
+
     /// Why open() or the last write failed, in the system's words.
     virtual QString errorString() const = 0;
 
@@ -47,6 +55,8 @@ public:
     bool waitForReadyRead(int milliseconds) override;
 
 protected:
+    /// As long as a HEX driver waits for a byte; a register at work answers its first question sooner.
+    static constexpr int firstAnswerMs = 2000;
     /// What send and receive answer when there is no line any more.
     static constexpr qint64 lineIsGone = -1;
 
@@ -72,6 +82,7 @@ private:
     bool receiveInput(int milliseconds);
 
     std::function<void()> m_waitCallback;
+    SilenceWatch m_silence;
     std::array<char, 4096> m_input;
     qint64 m_received = 0;
     qint64 m_taken = 0;

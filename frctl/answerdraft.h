@@ -20,6 +20,8 @@ struct AnswerDraft
     std::optional<qint64> total = {};
     std::optional<qint64> change = {};
     QJsonArray items = {};
+    /// Number of the fiscal drive where the command has learnt it; for a command that makes no document.
+    QString drive = {};
     /// The register's, read behind the document.
     QDateTime dateTime = {};
     /// What the register told of this kind of document alone.

@@ -6,11 +6,13 @@
 #include "complaint.h"
 #include "documentoutput.h"
 #include "errors.h"
+#include "help.h"
 #include "interruption.h"
 #include "logging.h"
 #include "messages.h"
 #include "registersession.h"
 #include "streams.h"
+#include "testdrive.h"
 #include "textcheck.h"
 
 #include <QCoreApplication>
@@ -43,34 +45,6 @@ int deliver(const QString& text, ExitStatus status = ExitSuccess, const sale::Ve
     return wasInterrupted() ? ExitInterrupted : ExitFailure;
 }
 
-constexpr int helpColumn = 26;
-
-QString usage()
-{
-    return QStringLiteral("Usage: frctl [OPTION]... COMMAND [ARGUMENT]...");
-}
-
-QString help()
-{
-    QString text
-        = usage() + QStringLiteral("\nWorks a fiscal register through its driver plugin.\n\nCommands:\n");
-    for (const Command& command : commands()) {
-        const QString name
-            = QLatin1String(command.name) + QLatin1Char(' ') + QLatin1String(command.arguments);
-        const QString gap = name.size() > helpColumn
-            ? QLatin1Char('\n') + QString(helpColumn + 2, QLatin1Char(' '))
-            : QString();
-        text += QStringLiteral("  %1%2 %3\n")
-                    .arg(name.leftJustified(helpColumn), gap, QLatin1String(command.help));
-    }
-    return text + QLatin1Char('\n') + optionsHelp()
-        + QStringLiteral(
-            "\nExit status: 0 done, 1 the register or its line failed or refused, or the output was lost "
-            "(the message tells\nwhat was issued), 2 wrong usage or a wrong file (nothing was sent), 130 "
-            "interrupted. Of a fiscal document whose\nclose failed: 3 it was issued all the same, 4 it was "
-            "not issued, 5 unknown (never repeat it then without a\nlook at the register).");
-}
-
 /// What JSON has of any command that failed, and of a document also when it did not.
 QJsonObject jsonOf(const Complaint& complaint, const Options& options)
 {
@@ -80,7 +54,16 @@ QJsonObject jsonOf(const Complaint& complaint, const Options& options)
         {QStringLiteral("warnings"), options.warnings->json()}};
 }
 
-void say(const Complaint& complaint)
+/// Where whoever had it wrong finds how it is.
+void pointToHelp(const QString& command)
+{
+    const bool isKnown = findCommand(command) != nullptr;
+    print(stderr,
+        usageLine()
+            + QStringLiteral("\nTry frctl help%1.").arg(isKnown ? QLatin1Char(' ') + command : QString()));
+}
+
+void say(const Complaint& complaint, const Options& options)
 {
     complain(complaint.error.text);
     for (const receipt::Finding& error : complaint.findings.mid(1))
@@ -90,12 +73,12 @@ void say(const Complaint& complaint)
     if (!outcome.isEmpty())
         complain(outcome);
     if (complaint.isUsage)
-        print(stderr, usage() + QStringLiteral("\nTry frctl --help."));
+        pointToHelp(options.command);
 }
 
 int report(const Complaint& complaint, const Options& options, bool json)
 {
-    say(complaint);
+    say(complaint, options);
     const QJsonObject told = jsonOf(complaint, options);
     if (json)
         return deliver(compact(told), complaint.status);
@@ -134,6 +117,14 @@ Output runTask(RegisterSession& session, const Task& task)
                              : task.onRegister(session.driver());
 }
 
+/// Whether what was told is about a true register, as far as that is known.
+void addTestDrive(Output& output, const QString& drive)
+{
+    output.json.insert(QStringLiteral("testDrive"), sale::testDriveJson(drive));
+    if (sale::isTestDrive(drive))
+        output.lines.append(QStringLiteral("test drive %1: what it signs is no fiscal document").arg(drive));
+}
+
 /// With the cashier's name as the register gets it.
 Options withPlainCashier(Options options)
 {
@@ -157,10 +148,15 @@ Output work(const Options& given)
     if (task.alone)
         return task.alone();
     if (options.port.isEmpty())
-        throw UsageError(QStringLiteral("%1 needs a register: --port").arg(options.command));
+        throw UsageError(
+            QStringLiteral("%1 needs a register: --port, or --register with the name that it has in "
+                           "the configuration")
+                .arg(options.command));
     catchInterruptions();
     RegisterSession session(options);
-    const Output output = runTask(session, task);
+    Output output = runTask(session, task);
+    if (!options.answer->isDocument)
+        addTestDrive(output, options.answer->drive);
     // After a failure nobody knows what the register will still say.
     if (readClock(session, output, options))
         session.leaveIdle();
@@ -171,7 +167,7 @@ Output work(const Options& given)
 int run(const Options& options)
 {
     if (options.help)
-        return deliver(help());
+        return deliver(helpText(options.command));
     if (options.version)
         return deliver(QStringLiteral("frctl ") + QCoreApplication::applicationVersion());
     setUpLogging(options.logLevel);
@@ -181,7 +177,7 @@ int run(const Options& options)
     else
         output.json.insert(QStringLiteral("warnings"), options.warnings->json());
     const QString text
-        = options.json && !output.areLinesJson ? compact(output.json) : output.lines.join(QLatin1Char('\n'));
+        = options.json && !output.areLinesAll ? compact(output.json) : output.lines.join(QLatin1Char('\n'));
     return deliver(text, output.status, output.verdict);
 }
 

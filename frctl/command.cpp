@@ -1,12 +1,16 @@
 #include "command.h"
 
 #include "checkcommand.h"
+#include "completion.h"
+#include "configcommand.h"
 #include "countercommands.h"
 #include "errors.h"
 #include "fncommands.h"
+#include "help.h"
 #include "infocommand.h"
 #include "journalcommands.h"
 #include "namescommand.h"
+#include "optiontable.h"
 #include "parametercommand.h"
 #include "previewcommand.h"
 #include "printoutcommands.h"
@@ -14,6 +18,7 @@
 #include "reportcommands.h"
 #include "schemacommand.h"
 #include "servicecommands.h"
+#include "suggestion.h"
 
 #include <algorithm>
 #include <iterator>
@@ -25,54 +30,109 @@ namespace {
 
 constexpr qsizetype anyNumber = std::numeric_limits<qsizetype>::max();
 
+constexpr const char* receiptOptions = "id drop split marks";
+
 constexpr Command commandTable[] = {
-    {"info", "", "What the plugin says of itself; needs no register.", 0, 0, prepareInfo},
-    {"status", "", "The register's identity, clock, shift and state.", 0, 0, prepareStatus},
-    {"open-shift", "", "Open the shift if it is closed.", 0, 0, prepareOpenShift, true},
-    {"x-report", "", "Print the shift's totals.", 0, 0, prepareXReport, true},
-    {"z-report", "", "Close the shift and print its report.", 0, 0, prepareZReport, true},
-    {"accounting-report", "", "Print the report on the state of settlements.", 0, 0, prepareAccountingReport,
-        true},
-    {"counters", "", "The shift's sums by payment kind, cash in and cash out.", 0, 0, prepareCounters},
+    {"help", "[COMMAND]", "Show this help, or that of a command.", 0, 1, Command::Alone, prepareHelp,
+        "help sell"},
+    {"info", "", "What the plugin says of itself; needs no register.", 0, 0, Command::Alone, prepareInfo,
+        "info", "plugin"},
+    {"status", "", "The register's identity, clock, shift and state.", 0, 0, Command::AtRegister,
+        prepareStatus, "status"},
+    {"open-shift", "", "Open the shift if it is closed.", 0, 0, Command::Document, prepareOpenShift,
+        "--cashier \"Иванова А. П.\" open-shift"},
+    {"x-report", "", "Print the shift's totals.", 0, 0, Command::Document, prepareXReport,
+        "--cashier \"Иванова А. П.\" x-report"},
+    {"z-report", "", "Close the shift and print its report.", 0, 0, Command::Document, prepareZReport,
+        "--cashier \"Иванова А. П.\" z-report"},
+    {"accounting-report", "", "Print the report on the state of settlements.", 0, 0, Command::Document,
+        prepareAccountingReport, "--cashier \"Иванова А. П.\" accounting-report"},
+    {"counters", "", "The shift's sums by payment kind, cash in and cash out.", 0, 0, Command::AtRegister,
+        prepareCounters, "--json counters"},
     {"registers", "begin|end", "The registers for the start or the end of a shift, by position.", 1, 1,
-        prepareRegisters},
-    {"fn", "", "State of the fiscal drive and of its exchange with the OFD.", 0, 0, prepareFn},
-    {"ofd", "", "The exchange with the operator of fiscal data.", 0, 0, prepareOfd},
-    {"print-document", "N", "Print the fiscal drive's document of that number.", 1, 1, preparePrintDocument,
-        true},
-    {"print-last-document", "", "Print the fiscal drive's last document.", 0, 0, preparePrintLastDocument,
-        true},
+        Command::AtRegister, prepareRegisters, "registers end"},
+    {"fn", "", "State of the fiscal drive and of its exchange with the OFD.", 0, 0, Command::AtRegister,
+        prepareFn, "fn"},
+    {"ofd", "", "The exchange with the operator of fiscal data.", 0, 0, Command::AtRegister, prepareOfd,
+        "ofd"},
+    {"print-document", "N", "Print the fiscal drive's document of that number.", 1, 1, Command::Document,
+        preparePrintDocument, "print-document 42"},
+    {"print-last-document", "", "Print the fiscal drive's last document.", 0, 0, Command::Document,
+        preparePrintLastDocument, "print-last-document"},
     {"registration", "--tax-systems LIST", "Register anew with the tax systems of the list.", 0, 0,
-        prepareRegistration, true},
-    {"sell", "FILE", "Issue the receipt of a JSON file.", 1, 1, prepareSell, true},
-    {"refund", "FILE", "Issue the return receipt of a JSON file.", 1, 1, prepareRefund, true},
+        Command::Document, prepareRegistration,
+        "--cashier \"Иванова А. П.\" registration --tax-systems osn,usnIncome", "tax-systems"},
+    {"sell", "FILE", "Issue the receipt of a JSON file (- for standard input).", 1, 1, Command::Document,
+        prepareSell, "--id till-1:42 sell sale.json", receiptOptions},
+    {"refund", "FILE", "Issue the return receipt of a JSON file (- for standard input).", 1, 1,
+        Command::Document, prepareRefund, "--id till-1:43 refund return.json", receiptOptions},
     {"check", "FILE...",
         "Tell all that would refuse the receipts of JSON files, and all warnings; no register.", 1, anyNumber,
-        prepareCheck},
+        Command::Alone, prepareCheck, "check sale.json", "protocol cashier cashier-inn drop split"},
     {"preview", "FILE", "The receipt of a JSON file as a register prints it; needs no register.", 1, 1,
-        preparePreview},
-    {"cash-in", "SUM", "Put cash into the drawer.", 1, 1, prepareCashIn, true},
-    {"cash-out", "SUM", "Take cash out of the drawer.", 1, 1, prepareCashOut, true},
+        Command::Alone, preparePreview, "preview sale.json --pdf sale.pdf",
+        "protocol plugin cashier cashier-inn drop split width png pdf svg"},
+    {"cash-in", "SUM", "Put cash into the drawer.", 1, 1, Command::Document, prepareCashIn,
+        "--cashier \"Иванова А. П.\" cash-in 1000"},
+    {"cash-out", "SUM", "Take cash out of the drawer.", 1, 1, Command::Document, prepareCashOut,
+        "--cashier \"Иванова А. П.\" cash-out 200.50"},
     {"print", "FILE", "Print the lines of a text file as a document of no fiscal meaning.", 1, 1,
-        preparePrint, true},
-    {"cancel", "", "Cancel the open document (HEX).", 0, 0, prepareCancel},
-    {"drawer", "open|state", "Open the cash drawer, or tell whether it is open.", 1, 1, prepareDrawer},
+        Command::Document, preparePrint, "print text.txt"},
+    {"cancel", "", "Cancel the open document (HEX).", 0, 0, Command::AtRegister, prepareCancel, "cancel"},
+    {"drawer", "open|state", "Open the cash drawer, or tell whether it is open.", 1, 1, Command::AtRegister,
+        prepareDrawer, "drawer open"},
     {"time", "get|set [TIME]", "The register's clock; set takes 2024-12-31T23:59:59 or the time now.", 1, 2,
-        prepareTime},
+        Command::AtRegister, prepareTime, "time get", "force"},
     {"params", "list|get|set|defaults [NAME[=VALUE]...]",
         "The register's settings; NAME is 6.0 or a caption, over XML section.subsection.parameter.", 1,
-        anyNumber, prepareParams},
-    {"header", "FILE", "Program the header lines of the receipts, 4 at most.", 1, 1, prepareHeader},
-    {"tail", "FILE", "Program the advertising text at the end of the receipts (HEX).", 1, 1, prepareTail},
-    {"logo", "FILE|--clear", "Program the header picture, or remove it (HEX).", 0, 1, prepareLogo},
+        anyNumber, Command::AtRegister, prepareParams, "params set 6.0=1", "force"},
+    {"header", "FILE", "Program the header lines of the receipts, 4 at most.", 1, 1, Command::AtRegister,
+        prepareHeader, "header header.txt"},
+    {"tail", "FILE", "Program the advertising text at the end of the receipts (HEX).", 1, 1,
+        Command::AtRegister, prepareTail, "tail tail.txt"},
+    {"logo", "FILE|--clear", "Program the header picture, or remove it (HEX).", 0, 1, Command::AtRegister,
+        prepareLogo, "logo logo.png", "clear"},
+    {"config", "path|list|show [NAME]",
+        "What the configuration says of the registers, and where it stands; needs no register.", 0, 2,
+        Command::Alone, prepareConfig, "config show", "register config"},
+    {"completion", "bash|zsh", "What the shell needs to complete command lines of frctl.", 1, 1,
+        Command::Alone, prepareCompletion, "completion bash"},
     {"names", "[LIST]", "The words that a receipt may have: taxes, units ...; fields tells the fields.", 0, 1,
-        prepareNames},
+        Command::Alone, prepareNames, "names taxes", "protocol"},
     {"schema", "receipt|output", "The JSON schema of receipts, or of what --json prints.", 1, 1,
-        prepareSchema},
+        Command::Alone, prepareSchema, "schema receipt"},
     {"journal", "list|show|settle|resolve|export|backup|anonymise|check|accept",
-        "What this machine's journal knows of its documents; see the manual page.", 1, 3, prepareJournal},
-    {"mark", "CODE", "Check the marking code of one piece to be sold.", 1, 1, prepareMark},
+        "What this machine's journal knows of its documents; see the manual page.", 1, 3, Command::AtRegister,
+        prepareJournal, "journal list --state unknown", "state since before document note"},
+    {"mark", "CODE", "Check the marking code of one piece to be sold.", 1, 1, Command::AtRegister,
+        prepareMark, "mark 0104600000000015215!Ab1cD"},
 };
+
+bool hasWord(const char* words, const char* word)
+{
+    return QString::fromLatin1(words).split(QLatin1Char(' ')).contains(QLatin1String(word));
+}
+
+QString namesOf(const OptionRow& option)
+{
+    QStringList names;
+    for (const Command& command : commandTable) {
+        if (command.takes(option))
+            names.append(QLatin1String(command.name));
+    }
+    return names.join(QStringLiteral(" and "));
+}
+
+/// An option that a command does not know would be taken for one that it heeds.
+void refuseMisplaced(const Command& command, const Options& options)
+{
+    for (const Setting& setting : options.settings) {
+        const OptionRow& option = *setting.option;
+        if (option.group == OptionRow::Own && setting.origin.isEmpty() && !command.takes(option))
+            throw UsageError(
+                QStringLiteral("--%1 goes with %2").arg(QLatin1String(option.name), namesOf(option)));
+    }
+}
 
 } // namespace
 
@@ -101,29 +161,57 @@ void requireHex(const Options& options, const QString& what)
         throw Refusal(sale::ErrorKind::Data, QStringLiteral("%1 cannot be done over XML").arg(what));
 }
 
+bool Command::takes(const OptionRow& option) const
+{
+    switch (option.group) {
+    case OptionRow::Common:
+        return true;
+    case OptionRow::Line:
+        return kind != Alone || hasWord(options, option.name);
+    case OptionRow::Document:
+        return kind == Document || hasWord(options, option.name);
+    default:
+        return hasWord(options, option.name);
+    }
+}
+
+const Command* findCommand(const QString& name)
+{
+    const auto* const command = std::find_if(std::begin(commandTable), std::end(commandTable),
+        [&name](const Command& row) { return name == QLatin1String(row.name); });
+    return command == std::end(commandTable) ? nullptr : command;
+}
+
+const Command& requireCommand(const QString& name)
+{
+    if (const Command* const command = findCommand(name))
+        return *command;
+    QStringList known;
+    for (const Command& command : commandTable)
+        known.append(QLatin1String(command.name));
+    throw UsageError(QStringLiteral("no command \"%1\"%2").arg(name, suggestion(name, known)));
+}
+
 bool makesDocument(const QString& name)
 {
-    return std::any_of(std::begin(commandTable), std::end(commandTable), [&name](const Command& command) {
-        return command.makesDocument && name == QLatin1String(command.name);
-    });
+    const Command* const command = findCommand(name);
+    return command != nullptr && command->makesDocument();
 }
 
 const Command& findCommand(const Options& options)
 {
     if (options.command.isEmpty())
         throw UsageError(QStringLiteral("no command"));
-    for (const Command& command : commandTable) {
-        if (options.command != QLatin1String(command.name))
-            continue;
-        if (options.arguments.size() < command.leastArguments
-            || options.arguments.size() > command.mostArguments)
-            throw UsageError(QStringLiteral("%1 takes %2")
-                                 .arg(options.command,
-                                     command.mostArguments == 0 ? QStringLiteral("no arguments")
-                                                                : QLatin1String(command.arguments)));
-        return command;
-    }
-    throw UsageError(QStringLiteral("no command \"%1\"").arg(options.command));
+    const Command& command = requireCommand(options.command);
+    refuseMisplaced(command, options);
+    if (!options.configFile.isEmpty() && options.registerSection.isEmpty() && command.kind != Command::Alone)
+        throw UsageError(QStringLiteral("--config needs the name of a register in it: --register"));
+    if (options.arguments.size() < command.leastArguments || options.arguments.size() > command.mostArguments)
+        throw UsageError(QStringLiteral("%1 takes %2")
+                             .arg(options.command,
+                                 command.mostArguments == 0 ? QStringLiteral("no arguments")
+                                                            : QLatin1String(command.arguments)));
+    return command;
 }
 
 } // namespace frctl

@@ -7,29 +7,51 @@
 
 namespace frctl {
 
+struct OptionRow;
+
 /// Throws Refusal for what only the HEX protocol can do.
 void requireHex(const Options& options, const QString& what);
 
 /// One line of the command table.
 struct Command
 {
+    enum Kind {
+        /// Needs no register.
+        Alone,
+        /// Works a register.
+        AtRegister,
+        /// Makes a document: its answer is sale::DocumentAnswer then.
+        Document
+    };
+
+    bool makesDocument() const { return kind == Document; }
+    /// Whether it takes the option, see OptionRow::group.
+    bool takes(const OptionRow& option) const;
+
     const char* name;
-    /// As help shows them.
+    /// As help shows them. Words with | between them are offered by the shells' completion.
     const char* arguments;
     const char* help;
     qsizetype leastArguments;
     qsizetype mostArguments;
+    Kind kind;
     /// Throws UsageError and ReceiptError.
     Task (*prepare)(const Options& options);
-    /// Its answer is that of a document then, see sale::DocumentAnswer.
-    bool makesDocument = false;
+    /// What stands in its help behind "frctl" and the options that name a register.
+    const char* example;
+    /// Names of the options of OptionRow::Own, or of a register, that it takes besides those of its kind.
+    const char* options = "";
 };
 
 /// All commands, in the order of the help.
 std::span<const Command> commands();
 /// Whether the command of that name makes a document; false for a name that is none.
 bool makesDocument(const QString& name);
-/// The command of the options with its number of arguments checked. Throws UsageError.
+/// Null for a name that is none.
+const Command* findCommand(const QString& name);
+/// The same, with what it may be a misspelling of. Throws UsageError.
+const Command& requireCommand(const QString& name);
+/// The command of the options with its options and its number of arguments checked. Throws UsageError.
 const Command& findCommand(const Options& options);
 
 } // namespace frctl

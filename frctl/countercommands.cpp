@@ -76,9 +76,10 @@ Output registerTable(const QStringList& names, const QList<QVariant>& values)
     return output;
 }
 
-Output registersAtBegin(AbstractFrDriver& driver)
+Output registersAtBegin(AbstractFrDriver& driver, const Options& options)
 {
     const KkmRegisterBeg data = driver.getKkmRegisterBeg();
+    options.answer->drive = data.fnNumber;
     return registerTable(
         {QStringLiteral("producerCode"), QStringLiteral("producerName"), QStringLiteral("modelCode"),
             QStringLiteral("modelName"), QStringLiteral("serialNumber"), QStringLiteral("totalSales"),
@@ -119,7 +120,7 @@ Task prepareRegisters(const Options& options)
 {
     const QString what = options.arguments.constFirst();
     if (what == QStringLiteral("begin"))
-        return onRegister(registersAtBegin);
+        return onRegister([options](AbstractFrDriver& driver) { return registersAtBegin(driver, options); });
     if (what == QStringLiteral("end"))
         return onRegister(registersAtEnd);
     throw UsageError(QStringLiteral("registers: \"%1\" is neither begin nor end").arg(what));

@@ -134,11 +134,11 @@ QString attemptText(const QJsonObject& attempt)
             shownValue(attempt.value(QStringLiteral("state"))));
 }
 
+/// Its text is said as a message, see complain.
 QString errorText(const QJsonObject& error)
 {
-    return QStringLiteral("%1, %2. %3")
-        .arg(error.value(QStringLiteral("kind")).toString(), shownValue(error.value(QStringLiteral("text"))),
-            error.value(QStringLiteral("action")).toString());
+    return QStringLiteral("%1. %2").arg(
+        error.value(QStringLiteral("kind")).toString(), error.value(QStringLiteral("action")).toString());
 }
 
 struct Shown
@@ -149,10 +149,11 @@ struct Shown
     QString (*object)(const QJsonObject& object) = nullptr;
 };
 
-constexpr Shown shape[] = {{"id"}, {"state"}, {"reason"}, {"replayed"}, {"times"}, {"documentNumber"},
-    {"documentNumberRead"}, {"drive"}, {"shift"}, {"receiptNumber"}, {"dateTime"}, {"total", shownSum},
-    {"change", shownSum}, {"items", shownValue, itemText}, {"warnings", shownValue, warningText},
-    {"attempts", shownValue, attemptText}, {"error", shownValue, errorText}};
+constexpr Shown shape[]
+    = {{"id"}, {"state"}, {"reason"}, {"replayed"}, {"times"}, {"documentNumber"}, {"documentNumberRead"},
+        {"drive"}, {"testDrive"}, {"shift"}, {"receiptNumber"}, {"dateTime"}, {"total", shownSum},
+        {"change", shownSum}, {"items", shownValue, itemText}, {"warnings", shownValue, warningText},
+        {"attempts", shownValue, attemptText}, {"error", shownValue, errorText}};
 
 QStringList textsOf(const Shown& row, const QJsonValue& value)
 {

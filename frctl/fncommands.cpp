@@ -69,9 +69,11 @@ QStringList ofdLines(const QJsonObject& fields)
     return lines;
 }
 
-Output ofd(AbstractFrDriver& driver, bool isHex)
+Output ofd(AbstractFrDriver& driver, const Options& options)
 {
-    const QJsonObject fields = ofdFields(driver.getFnInfo(), isHex);
+    const FnInfo info = driver.getFnInfo();
+    options.answer->drive = info.fnStatus.fnNumber;
+    const QJsonObject fields = ofdFields(info, options.isHex());
     return {ofdLines(fields), fields};
 }
 
@@ -87,9 +89,11 @@ void addHexFields(QJsonObject& json, const FnInfo& info, bool isHex)
     add(QStringLiteral("unsentNotifications"), info.unsentNotifications);
 }
 
-Output fiscalDrive(AbstractFrDriver& driver, bool isHex)
+Output fiscalDrive(AbstractFrDriver& driver, const Options& options)
 {
+    const bool isHex = options.isHex();
     const FnInfo info = driver.getFnInfo();
+    options.answer->drive = info.fnStatus.fnNumber;
     const QDate validTo = info.validityDate.date;
     Output output;
     output.lines = driver.getFnStateDescription();
@@ -144,14 +148,12 @@ Output registration(sale::CashDesk& desk, const Options& options, const QList<Ta
 
 Task prepareFn(const Options& options)
 {
-    const bool isHex = options.isHex();
-    return onRegister([isHex](AbstractFrDriver& driver) { return fiscalDrive(driver, isHex); });
+    return onRegister([options](AbstractFrDriver& driver) { return fiscalDrive(driver, options); });
 }
 
 Task prepareOfd(const Options& options)
 {
-    const bool isHex = options.isHex();
-    return onRegister([isHex](AbstractFrDriver& driver) { return ofd(driver, isHex); });
+    return onRegister([options](AbstractFrDriver& driver) { return ofd(driver, options); });
 }
 
 Task prepareRegistration(const Options& options)

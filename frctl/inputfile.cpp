@@ -17,7 +17,9 @@ constexpr qsizetype portionSize = 64 * 1024;
 QByteArray readFile(const QString& fileName)
 {
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
+    const bool isOpen = fileName == QStringLiteral("-") ? file.open(stdin, QIODevice::ReadOnly)
+                                                        : file.open(QIODevice::ReadOnly);
+    if (!isOpen)
         throw UsageError(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
     return file.readAll();
 }

@@ -6,7 +6,7 @@
 
 namespace frctl {
 
-/// The whole file. Throws UsageError when it cannot be read.
+/// The whole file; "-" is standard input. Throws UsageError when it cannot be read.
 QByteArray readFile(const QString& fileName);
 /// The whole of a file of receipts, "-" is standard input. Throws UsageError, whose text does not name the
 /// file, also when it is larger than any such file.

@@ -103,7 +103,7 @@ Output exported(const Options& options, const sale::DocumentQuery& query)
         output.lines.append(
             QString::fromUtf8(QJsonDocument(storedJson(document)).toJson(QJsonDocument::Compact)));
     });
-    output.areLinesJson = true;
+    output.areLinesAll = true;
     return output;
 }
 
@@ -228,6 +228,7 @@ Task prepareAccept(const Options& options)
 {
     return onDesk([options](sale::CashDesk& desk) -> Output {
         const sale::DriveMark mark = desk.acceptUnknown(userName(), options.note);
+        options.answer->drive = mark.drive;
         return {{QStringLiteral("fiscal drive %1: all documents up to %2 are accepted")
                         .arg(mark.drive)
                         .arg(mark.lastDocument)},

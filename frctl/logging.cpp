@@ -43,7 +43,8 @@ void setUpLogging(Options::LogLevel level)
     // Trace lines are debug lines of categories of their own: Qt has no level below debug.
     QLoggingCategory::setFilterRules(onOff("*.debug", level <= Options::Debug)
         + onOff("*.trace.debug", level <= Options::Trace) + onOff("*.info", level <= Options::Info)
-        + onOff("*.warning", level <= Options::Warn) + QStringLiteral("qt.*.debug=false\nqt.*.info=false\n"));
+        + onOff("*.warning", level <= Options::Warn) + onOff("*.critical", level <= Options::Error)
+        + QStringLiteral("qt.*.debug=false\nqt.*.info=false\n"));
     qInstallMessageHandler(writeLine);
 }
 

@@ -4,7 +4,7 @@
 
 namespace frctl {
 
-/// Sends the log to stderr, from the level on. QT_LOGGING_RULES still overrules it.
+/// Sends the log to stderr, from the level on; none of it without one. QT_LOGGING_RULES still overrules it.
 void setUpLogging(Options::LogLevel level);
 
 } // namespace frctl

@@ -9,7 +9,7 @@ int main(int argc, char** argv)
 {
     frctl::makeStreamsSafe();
     // Before Qt has a word to say about the locale.
-    frctl::setUpLogging(frctl::Options::Error);
+    frctl::setUpLogging(frctl::Options::NoLog);
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("frctl"));
     QCoreApplication::setApplicationVersion(QStringLiteral(FRCTL_VERSION));

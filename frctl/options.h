@@ -6,6 +6,7 @@
 #include "journalaccess.h"
 #include "markpolicy.h"
 #include "protocol.h"
+#include "setting.h"
 #include "warnings.h"
 
 #include <QString>
@@ -19,11 +20,14 @@ namespace frctl {
 /// What the command line says.
 struct Options
 {
-    enum LogLevel { Trace, Debug, Info, Warn, Error };
+    enum LogLevel { Trace, Debug, Info, Warn, Error, NoLog };
 
     QString port;
+    /// Name of the configuration's section that some of the settings are from; empty without one.
+    QString registerSection;
+    /// Empty for those of user and machine.
+    QString configFile;
     QString protocol = QStringLiteral("XML");
-    bool isProtocolGiven = false;
     /// Empty for the plugin's own.
     QString protocolVersion;
     /// Files or folders.
@@ -36,6 +40,8 @@ struct Options
     bool isExclusive = true;
     /// Filled by the session: see RegisterLine::connection.
     std::shared_ptr<std::function<quint64()>> soleConnection = std::make_shared<std::function<quint64()>>();
+    /// The register that is meant.
+    sale::ExpectedRegister expected;
     hw::fr::DriverOptions driverOptions;
     FrUser cashier;
     /// Names with commas between them.
@@ -59,17 +65,19 @@ struct Options
     QString png;
     QString pdf;
     QString svg;
-    /// A setting may be written that shuts this driver out.
+    /// What does harm may be done.
     bool force = false;
     /// Warnings are errors.
     bool strict = false;
     sale::MarkPolicy markPolicy = sale::MarkPolicy::Warn;
-    LogLevel logLevel = Error;
+    LogLevel logLevel = NoLog;
     bool json = false;
     bool help = false;
     bool version = false;
     QString command;
     QStringList arguments;
+    /// The options as they were given, those of the configuration first.
+    Settings settings;
     /// What is said besides the answer, from the reading of the arguments to the end of the work.
     std::shared_ptr<Warnings> warnings = std::make_shared<Warnings>();
     /// Filled by the commands that make a document.
@@ -90,24 +98,24 @@ struct Options
     /// That of the command line, both when it has none.
     QList<receipt::Protocol> receiptProtocols() const
     {
-        return isProtocolGiven ? QList{receiptProtocol()}
-                               : QList{receipt::Protocol::Xml, receipt::Protocol::Hex};
+        return isGiven("protocol") ? QList{receiptProtocol()}
+                                   : QList{receipt::Protocol::Xml, receipt::Protocol::Hex};
     }
+    /// The option has a value that is not that of the program.
+    bool isGiven(const char* option) const;
     /// Throws UsageError without one.
     void requireCashier() const;
     sale::DeskOptions desk() const;
     /// Without a callback for the waits.
     devices::ConnectionSettings connection() const;
     /// The register and the line to it, as the verdicts on documents need to know them.
-    sale::RegisterLine line() const
-    {
-        return {receiptProtocol(), isExclusive, [told = soleConnection] { return *told ? (*told)() : 0; }};
-    }
+    sale::RegisterLine line() const;
 };
 
-/// Throws UsageError. The first argument is the program's name.
+/// Puts the value into the options. Throws UsageError that tells where it stands.
+void applySetting(const Setting& setting, Options& options);
+/// The command line, and before it the section of the configuration that it names. Throws UsageError. The
+/// first argument is the program's name.
 Options parseOptions(const QStringList& commandLine);
-/// The text of --help, without the commands.
-QString optionsHelp();
 
 } // namespace frctl

@@ -16,8 +16,9 @@ struct Output
     ExitStatus status = ExitSuccess;
     /// Of the document that was issued, when it was one.
     sale::Verdict verdict = {};
-    /// Each line is a JSON object by itself, printed also where JSON is asked for.
-    bool areLinesJson = false;
+    /// The lines are printed also where JSON is asked for: each is a JSON object by itself, or they are a
+    /// text that has no other form.
+    bool areLinesAll = false;
 };
 
 } // namespace frctl

@@ -249,6 +249,8 @@ Task prepareParams(const Options& options)
     const bool isHex = options.isHex();
     const QString what = options.arguments.constFirst();
     const QStringList rest = options.arguments.mid(1);
+    if (options.force && what != QStringLiteral("set"))
+        throw UsageError(QStringLiteral("--force goes with params set"));
     if (what == QStringLiteral("list") && rest.isEmpty())
         return onParameters(
             [](AbstractFrDriver&, AbstractRegisterParameters& source) { return tell(read(source, {})); });

@@ -11,6 +11,7 @@
 #include "textcheck.h"
 #include "witnesseddocument.h"
 
+#include <cmath>
 #include <optional>
 
 namespace frctl {
@@ -92,18 +93,33 @@ Output moveCash(sale::CashDesk& desk, const Options& options, bool isIn, qint64 
     return {{text.arg(moneyText(sum))}, {}, ExitSuccess, verdict};
 }
 
-Task prepareCash(const Options& options, bool isIn)
+/// Kopecks.
+qint64 sumOf(const Options& options)
 {
+    constexpr double tooMuch = 1e8;
     const QString text = options.arguments.constFirst();
+    const auto refuse = [&](const QString& reason) {
+        throw UsageError(QStringLiteral("%1: \"%2\" %3").arg(options.command, text, reason));
+    };
     bool ok = false;
     const double value = text.toDouble(&ok);
-    const std::optional<qint64> sum
-        = ok && value > 0.0 && value < 1e8 ? receipt::fixedPoint(value, 2) : std::nullopt;
-    if (!sum || *sum == 0)
-        throw UsageError(QStringLiteral("%1: \"%2\" is not a sum as 100.50").arg(options.command, text));
+    if (!ok || !std::isfinite(value))
+        refuse(QStringLiteral("is not a sum as 100.50"));
+    if (value <= 0.0)
+        refuse(QStringLiteral("is not above zero; cash-in puts cash into the drawer, cash-out takes it out"));
+    if (value >= tooMuch)
+        refuse(QStringLiteral("is more than a register takes"));
+    const std::optional<qint64> sum = receipt::fixedPoint(value, 2);
+    if (!sum)
+        refuse(QStringLiteral("has parts of a kopeck"));
+    return *sum;
+}
+
+Task prepareCash(const Options& options, bool isIn)
+{
+    const qint64 sum = sumOf(options);
     options.requireCashier();
-    return onDesk(
-        [options, isIn, sum = *sum](sale::CashDesk& desk) { return moveCash(desk, options, isIn, sum); });
+    return onDesk([options, isIn, sum](sale::CashDesk& desk) { return moveCash(desk, options, isIn, sum); });
 }
 
 Output printText(sale::CashDesk& desk, const Options& options, const QStringList& lines)

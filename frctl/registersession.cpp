@@ -5,6 +5,8 @@
 #include "errors.h"
 #include "interruption.h"
 #include "journalerror.h"
+#include "messages.h"
+#include "portname.h"
 #include "registerstart.h"
 #include "serialdevicefactory.h"
 #include "streamdevice.h"
@@ -13,10 +15,24 @@ namespace frctl {
 
 namespace {
 
-devices::ConnectionSettings interruptibleConnection(const Options& options)
+/// Said at once: some drivers ask five times and more before they give up.
+void tellSilence(const Options& options)
+{
+    const bool isTcp = devices::isTcpName(options.port);
+    complain(
+        QStringLiteral("no answer from %1 over %2 yet, still asking; likely causes: the register is set to "
+                       "the other protocol (--protocol %3), it has no power, %4")
+            .arg(options.port, options.protocol,
+                options.isHex() ? QStringLiteral("XML") : QStringLiteral("HEX"),
+                isTcp ? QStringLiteral("something else listens there")
+                      : QStringLiteral("the cable, another port, another speed in its settings")));
+}
+
+devices::ConnectionSettings watchedConnection(const Options& options)
 {
     devices::ConnectionSettings settings = options.connection();
     settings.waitCallback = throwIfInterrupted;
+    settings.silenceCallback = [options] { tellSilence(options); };
     return settings;
 }
 
@@ -31,7 +47,7 @@ const Options& withPort(const Options& options)
 
 RegisterSession::RegisterSession(const Options& options)
     : m_options(withPort(options))
-    , m_connection(interruptibleConnection(options))
+    , m_connection(watchedConnection(options))
 {
     *options.soleConnection = [this] { return m_connection.soleConnection(); };
 }
@@ -58,7 +74,7 @@ void RegisterSession::connect(const Task& task)
     } else if (task.withInit) {
         startWithoutDocument();
     } else {
-        driver().connect();
+        sale::connectRegister(driver(), m_options.line());
     }
 }
 

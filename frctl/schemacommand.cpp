@@ -11,7 +11,7 @@ Output printedSchema(const QString& name)
 {
     Output output;
     output.lines = {QString::fromUtf8(schemaText(name)).trimmed()};
-    output.areLinesJson = true;
+    output.areLinesAll = true;
     return output;
 }
 

@@ -3,6 +3,7 @@
 #include "abstractfrdriver.h"
 #include "currenttime.h"
 #include "errors.h"
+#include "exceptions.h"
 #include "markingcode.h"
 #include "markjudgement.h"
 #include "marksyntax.h"
@@ -13,10 +14,39 @@
 #include "witnesseddocument.h"
 
 #include <QJsonArray>
+#include <QRegularExpression>
+
+#include <cstdlib>
 
 namespace frctl {
 
 namespace {
+
+/// Out of the printout of the driver, which has asked for it: another question would be one too many.
+QString driveIn(const QStringList& description)
+{
+    static const QRegularExpression line(QStringLiteral("Номер ФН: ([0-9]{16})"));
+    return line.match(description.join(QLatin1Char('\n'))).captured(1);
+}
+
+/// Null where the register does not tell it.
+QJsonValue drawerOpen(AbstractFrDriver& driver)
+{
+    try {
+        return driver.isCashDrawerOpened();
+    } catch (const FrNoConnectionException&) {
+        throw;
+    } catch (const FrCommandException&) {
+        return {};
+    }
+}
+
+QString shownState(const QJsonValue& isOpen)
+{
+    if (isOpen.isNull())
+        return QStringLiteral("-");
+    return isOpen.toBool() ? QStringLiteral("open") : QStringLiteral("closed");
+}
 
 Output status(AbstractFrDriver& driver, const Options& options)
 {
@@ -24,6 +54,8 @@ Output status(AbstractFrDriver& driver, const Options& options)
     const QString time = driver.getDateTime().toString(Qt::ISODate);
     const bool shiftOpen = sale::isShiftOpen(driver, options.line());
     const QStringList description = driver.getDeviceStateDescription();
+    const QJsonValue drawer = drawerOpen(driver);
+    options.answer->drive = driveIn(description);
     Output output;
     output.json
         = {{QStringLiteral("model"), info.getModelName()}, {QStringLiteral("modelCode"), info.getModelCode()},
@@ -31,11 +63,15 @@ Output status(AbstractFrDriver& driver, const Options& options)
             {QStringLiteral("firmware"), info.getFirmwareVersion()},
             {QStringLiteral("lineWidth"), static_cast<int>(info.getBandWidth())},
             {QStringLiteral("dateTime"), time}, {QStringLiteral("shiftOpen"), shiftOpen},
+            // Neither protocol has a question for these two.
+            {QStringLiteral("paper"), QJsonValue()}, {QStringLiteral("coverOpen"), QJsonValue()},
+            {QStringLiteral("drawerOpen"), drawer},
             {QStringLiteral("description"), QJsonArray::fromStringList(description)}};
     output.lines = {QStringLiteral("model: %1").arg(info.getModelName()),
         QStringLiteral("serial number: %1").arg(info.getNumber()),
         QStringLiteral("firmware: %1").arg(info.getFirmwareVersion()), QStringLiteral("time: %1").arg(time),
-        QStringLiteral("shift: %1").arg(shiftOpen ? QStringLiteral("open") : QStringLiteral("closed"))};
+        QStringLiteral("shift: %1").arg(shownState(shiftOpen)), QStringLiteral("paper: -"),
+        QStringLiteral("cover: -"), QStringLiteral("drawer: %1").arg(shownState(drawer))};
     output.lines += description;
     return output;
 }
@@ -72,8 +108,30 @@ Output getTime(AbstractFrDriver& driver)
     return {{time}, {{QStringLiteral("dateTime"), time}}};
 }
 
-Output setTime(AbstractFrDriver& driver, const QDateTime& time)
+/// A drive signs nothing before its last document.
+void requireBehindLastDocument(AbstractFrDriver& driver, const QDateTime& time)
 {
+    const QDateTime last = driver.getFnInfo().fnStatus.lastFdDateTime;
+    if (last.isValid() && time < last)
+        throw Refusal(sale::ErrorKind::Clock,
+            QStringLiteral(
+                "time set: %1 is before the fiscal drive's last document, %2; --force sets it all the same")
+                .arg(time.toString(Qt::ISODate), last.toString(Qt::ISODate)));
+}
+
+void requireNearComputer(const QDateTime& time, const QDateTime& now)
+{
+    constexpr qint64 farthestSeconds = 300;
+    if (std::abs(now.secsTo(time)) > farthestSeconds)
+        throw UsageError(QStringLiteral("time set: %1 is more than 5 minutes from this computer's clock, %2; "
+                                        "--force sets it all the same")
+                             .arg(time.toString(Qt::ISODate), now.toString(Qt::ISODate)));
+}
+
+Output setTime(AbstractFrDriver& driver, const QDateTime& time, bool force)
+{
+    if (!force)
+        requireBehindLastDocument(driver, time);
     if (!driver.setDateTime(time))
         throw Refusal(QStringLiteral("the register does not take the time now"));
     const QString text = time.toString(Qt::ISODate);
@@ -99,6 +157,19 @@ void judgeForm(const Options& options, const QString& code)
     if (fault)
         settleFindings(
             options, QStringLiteral("UsageError"), {{fault->severity, options.command, code, fault->reason}});
+}
+
+Task prepareTimeSet(const Options& options)
+{
+    const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
+    const QString given = options.arguments.value(1);
+    const QDateTime time = given.isEmpty() ? now : QDateTime::fromString(given, Qt::ISODate);
+    if (!time.isValid())
+        throw UsageError(QStringLiteral("time: \"%1\" is not a time as 2024-12-31T23:59:59").arg(given));
+    if (!options.force)
+        requireNearComputer(time, now);
+    return onRegister(
+        [time, force = options.force](AbstractFrDriver& driver) { return setTime(driver, time, force); });
 }
 
 } // namespace
@@ -136,17 +207,13 @@ Task prepareDrawer(const Options& options)
 Task prepareTime(const Options& options)
 {
     const QString what = options.arguments.constFirst();
-    if (what == QStringLiteral("get") && options.arguments.size() == 1)
-        return onRegister(getTime);
-    if (what != QStringLiteral("set"))
+    if (what == QStringLiteral("set"))
+        return prepareTimeSet(options);
+    if (what != QStringLiteral("get") || options.arguments.size() != 1)
         throw UsageError(QStringLiteral("time takes get, set or set TIME"));
-    const QDateTime time = options.arguments.size() == 1
-        ? MockFactory<CurrentTime>::create()->getCurrentDateTime()
-        : QDateTime::fromString(options.arguments.at(1), Qt::ISODate);
-    if (!time.isValid())
-        throw UsageError(
-            QStringLiteral("time: \"%1\" is not a time as 2024-12-31T23:59:59").arg(options.arguments.at(1)));
-    return onRegister([time](AbstractFrDriver& driver) { return setTime(driver, time); });
+    if (options.force)
+        throw UsageError(QStringLiteral("--force goes with time set"));
+    return onRegister(getTime);
 }
 
 Task prepareMark(const Options& options)

@@ -3,6 +3,7 @@
 #include "drivemark.h"
 #include "identifiedsale.h"
 #include "movement.h"
+#include "testdrive.h"
 
 #include "money.h"
 
@@ -57,7 +58,8 @@ QJsonObject DocumentAnswer::toJson() const
         {QStringLiteral("times"), times},
         {QStringLiteral("documentNumber"), documentNumberJson(documentNumber)},
         {QStringLiteral("documentNumberRead"), documentNumber == 0 ? QJsonValue() : QJsonValue(isNumberRead)},
-        {QStringLiteral("drive"), textOrNull(drive)}, {QStringLiteral("shift"), numberOrNull(shift)},
+        {QStringLiteral("drive"), textOrNull(drive)}, {QStringLiteral("testDrive"), testDriveJson(drive)},
+        {QStringLiteral("shift"), numberOrNull(shift)},
         {QStringLiteral("receiptNumber"), numberOrNull(receiptNumber)},
         {QStringLiteral("dateTime"), localTimeJson(dateTime)}, {QStringLiteral("total"), sumOrNull(total)},
         {QStringLiteral("change"), sumOrNull(change)}, {QStringLiteral("items"), items},

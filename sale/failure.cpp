@@ -8,6 +8,7 @@
 #include "markrefusal.h"
 #include "receipterror.h"
 #include "reviewneeded.h"
+#include "wrongregister.h"
 
 #include <algorithm>
 #include <iterator>
@@ -71,6 +72,8 @@ Failure currentFailure()
         return foreignFailure(failure, "JournalError");
     } catch (const ReviewNeeded& failure) {
         return foreignFailure(failure, "ReviewNeeded");
+    } catch (const WrongRegister& failure) {
+        return foreignFailure(failure, "WrongRegister", ErrorKind::WrongRegister);
     } catch (const MarkRefusal& refusal) {
         Failure failure = foreignFailure(refusal, "MarkRefusal", ErrorKind::Mark);
         failure.path = refusal.errors().constFirst().path;

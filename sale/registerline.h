@@ -1,5 +1,6 @@
 #pragma once
 
+#include "expectedregister.h"
 #include "protocol.h"
 
 #include <QtGlobal>
@@ -33,6 +34,8 @@ struct RegisterLine
     /// A number for the open connection, another one for each that is opened, while no other program can open
     /// the line; 0 when one can. May be empty. devices::StreamDevice::soleConnection tells it.
     std::function<quint64()> connection;
+    /// Compared at each connection, before anything else is asked or sent.
+    ExpectedRegister expected;
 };
 
 } // namespace sale

@@ -1,14 +1,38 @@
 #include "registerstart.h"
 
 #include "abstractfrdriver.h"
+#include "deviceinfo.h"
 #include "pendingsales.h"
+#include "showntext.h"
+#include "wrongregister.h"
 
 namespace sale {
+
+namespace {
+
+void compare(const QString& what, const QString& told, const QString& expected)
+{
+    if (told.trimmed() != expected.trimmed())
+        throw WrongRegister(QStringLiteral("another register is at the line: its %1 is %2, not %3")
+                                .arg(what, receipt::shownText(told), receipt::shownText(expected)));
+}
+
+} // namespace
+
+void connectRegister(AbstractFrDriver& driver, const RegisterLine& line)
+{
+    driver.connect();
+    const ExpectedRegister& expected = line.expected;
+    if (!expected.serial.isEmpty())
+        compare(QStringLiteral("serial number"), driver.getDeviceInfo().getNumber(), expected.serial);
+    if (!expected.inn.isEmpty() && line.protocol == receipt::Protocol::Hex)
+        compare(QStringLiteral("tax number"), driver.getInn(), expected.inn);
+}
 
 QList<SettledSale> startRegister(
     AbstractFrDriver& driver, DocumentStore* journal, const RegisterLine& line, const QString& registerName)
 {
-    driver.connect();
+    connectRegister(driver, line);
     QList<SettledSale> settled;
     if (journal != nullptr)
         settled = settlePendingSales(driver, *journal, line, registerName);

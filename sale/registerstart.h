@@ -12,11 +12,15 @@ namespace sale {
 
 class DocumentStore;
 
+/// Connects to a register whose port is open, and compares it with the one that the line expects, which asks
+/// nothing more, but for a tax number over HEX. Throws WrongRegister and the driver's exceptions.
+void connectRegister(AbstractFrDriver& driver, const RegisterLine& line);
+
 /// Reaches a register whose port is open: connects, settles what was begun on it and not brought to its end,
 /// and initialises it, which cleans up the document that is open. Gives the documents that were settled. Asks
 /// what connect, settlePendingSales and init ask. Without a journal (null) nothing is settled: not for a
-/// program that goes on to make documents. Throws JournalError and the driver's exceptions; then nothing may
-/// be sold.
+/// program that goes on to make documents. Throws WrongRegister, JournalError and the driver's exceptions;
+/// then nothing may be sold.
 QList<SettledSale> startRegister(
     AbstractFrDriver& driver, DocumentStore* journal, const RegisterLine& line, const QString& registerName);
 

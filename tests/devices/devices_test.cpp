@@ -41,6 +41,37 @@ TEST_P(Device, WaitAnswersAtOnceWhileBytesAreLeft)
     EXPECT_TRUE(device.isOpen());
 }
 
+TEST_P(Device, SilenceIsToldOnceAndOnlyOfTheFirstAnswer)
+{
+    int told = 0;
+    const auto ask = [&] {
+        device.write("?");
+        device.waitForReadyRead(1);
+        device.waitForReadyRead(1);
+    };
+    device.setSilenceCallback([&] { ++told; }, 0);
+    // What others have left is no answer, and a wait for it no silence.
+    line.send("rest");
+    ASSERT_TRUE(device.waitForReadyRead(1000));
+    device.read(10);
+    device.waitForReadyRead(1);
+    EXPECT_EQ(told, 0);
+    ask();
+    ask();
+    EXPECT_EQ(told, 1);
+}
+
+TEST_P(Device, SilenceBehindAnAnswerIsNotTold)
+{
+    device.setSilenceCallback([] { FAIL(); }, 0);
+    device.write("?");
+    line.send("answer");
+    ASSERT_TRUE(device.waitForReadyRead(1000));
+    device.read(10);
+    device.write("?");
+    EXPECT_FALSE(device.waitForReadyRead(1));
+}
+
 TEST_P(Device, ReadSeesWhatTheSystemHoldsWithoutAWait)
 {
     EXPECT_EQ(device.read(10), QByteArray());

@@ -101,13 +101,17 @@ TEST_P(Told, OfAFailureHasAKind)
         {"--id till-1:42 sell %return.json", 2, "data", "notIssued"},
         {"--port /nowhere sell %sale.json", 1, "line", "notIssued"}, {"sell", 2, "data", "notIssued"},
         {"sell --wait x %sale.json", 2, "data", "notIssued"}, {"params get nonsense", 1, "other", ""},
-        {"time yesterday", 2, "data", ""}, {"nonsense", 2, "data", ""}};
+        {"time yesterday", 2, "data", ""}, {"time set 2001-01-01T00:00:00", 2, "data", ""},
+        {"--expect-serial 77 sell %sale.json", 1, "wrongRegister", "notIssued"},
+        {"--expect-serial 77 open-shift", 1, "wrongRegister", "notIssued"},
+        {"--expect-serial 77 drawer open", 1, "wrongRegister", ""}, {"nonsense", 2, "data", ""}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.command);
         const QJsonObject told = ask(row.command, row.status);
         EXPECT_EQ(told.value("error")["kind"], QLatin1String(row.kind));
         EXPECT_EQ(told.value("state").toString(), QLatin1String(row.state));
     }
+    EXPECT_TRUE(emulator.sales().isEmpty());
     ask("--id till-1:43 sell %sale.json");
     // What the id is already, whatever is given with it now.
     const QJsonObject conflict = ask("--id till-1:43 sell %agent-sale.json", 2);
@@ -124,9 +128,34 @@ TEST_P(Told, OfTheOperatorHasTheSameNames)
     EXPECT_EQ(waiting.keys(), none.keys());
     QJsonObject ofDrive = ask("fn").value("ofd").toObject();
     ofDrive.insert("warnings", QJsonArray());
+    ofDrive.insert("testDrive", true);
     EXPECT_EQ(waiting, ofDrive);
     EXPECT_GT(waiting.value(isHex ? "firstUnsentNumber" : "unsentCount").toInt(), 0);
     EXPECT_TRUE(waiting.value(isHex ? "unsentCount" : "firstUnsentNumber").isNull());
+}
+
+TEST_P(Told, OfTheRegisterIsItsStateAndThatItIsATestOne)
+{
+    const QJsonObject closed = ask("status");
+    EXPECT_EQ(closed.value("testDrive"), true);
+    EXPECT_EQ(closed.value("drawerOpen"), false);
+    EXPECT_TRUE(closed.value("paper").isNull() && closed.value("coverOpen").isNull());
+    ask("--expect-serial " + closed.value("serialNumber").toString() + " drawer open");
+    EXPECT_EQ(ask("status").value("drawerOpen"), true);
+    EXPECT_EQ(ask("open-shift").value("testDrive"), true);
+    EXPECT_TRUE(ask("time get").value("testDrive").isNull());
+}
+
+// A register whose clock is ahead of the computer's, and its documents with it.
+TEST_P(Told, OfAClockThatWouldGoBehindTheLastDocumentIsNothingWithoutForce)
+{
+    const Emulator ahead({"--clock", "2099-01-01T12:00:00"});
+    const QString there = "--port " + ahead.port() + ' ';
+    ask(there + "open-shift");
+    ask(there + "z-report");
+    EXPECT_EQ(ask(there + "time set", 1).value("error")["kind"], "clock");
+    EXPECT_TRUE(ask(there + "time get").value("dateTime").toString().startsWith("2099"));
+    EXPECT_TRUE(ask(there + "time set 2099-01-01T13:00:00 --force").contains("dateTime"));
 }
 
 // The schema is held against all of it when the tests of a process have ended.
@@ -134,8 +163,8 @@ TEST_P(Told, OfAllElseHasAForm)
 {
     QStringList lines{"info", "status", "fn", "ofd", "counters", "registers begin", "registers end",
         "names fields", "names", "names taxes", "names barcode-types", "names error-kinds",
-        "check %sale.json %agent-sale.json", "time get", "drawer open", "drawer state", "header %header.txt",
-        "params list", "params defaults",
+        "check %sale.json %agent-sale.json", "config", "time get", "drawer open", "drawer state",
+        "header %header.txt", "params list", "params defaults",
         "mark 0104600000000015215!Ab1cD\x1D"
         "93dGVz",
         "print %text.txt", "open-shift", "sell %marked-sale.json", "journal list", "journal export",

@@ -240,6 +240,7 @@ TEST(Frctl, FailureIsToldAndLeavesThePortClosed)
         const Result result = run(emulator, "HEX", row.command, "--log-level info --json");
         EXPECT_EQ(result.status, row.status);
         EXPECT_TRUE(result.errors.contains(row.errors)) << result.errors.constData();
+        EXPECT_EQ(result.errors.count("likely causes: "), QByteArray(row.emulator).count("silence"));
         const bool wasOpened = result.errors.contains("Порт открыт");
         EXPECT_EQ(wasOpened, row.status != 2);
         EXPECT_EQ(result.errors.contains("Порт закрыт"), wasOpened);

@@ -1,8 +1,11 @@
 #include "command.h"
 #include "errors.h"
+#include "help.h"
 #include "options.h"
+#include "optiontable.h"
 
 #include <QFile>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
@@ -55,27 +58,61 @@ TEST(Options, AreRead)
     EXPECT_EQ(parse("status").protocol, QStringLiteral("XML"));
 }
 
+TEST(Options, StandAnywhereAndAreNoArguments)
+{
+    EXPECT_EQ(parse("status --protocol=hex").protocol, QStringLiteral("HEX"));
+    EXPECT_TRUE(parse("sell -h").help);
+    EXPECT_TRUE(parse("-v").version);
+    EXPECT_EQ(parse("sell --split - -5 -.5 -- --json").arguments, (QStringList{"-", "-5", "-.5", "--json"}));
+}
+
+// What help shows must be true.
+TEST(Commands, ExamplesAreRightAndHelpTellsTheOptions)
+{
+    for (const Command& command : commands()) {
+        const Options options = parseOptions(
+            QProcess::splitCommand(QStringLiteral("frctl ") + QString::fromUtf8(command.example)));
+        EXPECT_EQ(&findCommand(options), &command) << command.example;
+        const QString help = helpText(command.name);
+        EXPECT_TRUE(help.contains(command.example)) << command.name;
+        for (const QString& name : QString(command.options).split(' ', Qt::SkipEmptyParts)) {
+            EXPECT_NE(findOption(name), nullptr) << name.toStdString();
+            EXPECT_TRUE(help.contains("--" + name)) << name.toStdString();
+        }
+        EXPECT_EQ(help.contains("  5  "), command.makesDocument()) << command.name;
+        EXPECT_EQ(help.contains("--wait"), command.kind != Command::Alone) << command.name;
+    }
+    EXPECT_FALSE(helpText("status").contains("--drop"));
+}
+
 TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
 {
-    const std::pair<const char*, const char*> rows[] = {{"--color status", "Unknown option"},
-        {"--port", "Missing value"}, {"--protocol hex status", "--protocol:"},
-        {"--device-id 20 status", "--device-id:"}, {"--device-id x status", "--device-id:"},
-        {"--wait 1.5 status", "--wait:"}, {"--wait -1 status", "--wait:"},
-        {"--option 16 status", "--option:"}, {"--option 3=on status", "--option:"},
-        {"--option 4=yes status", "--option:"}, {"--log-level all status", "--log-level:"},
-        {"", "no command"}, {"sel a", "no command \"sel\""}, {"sell", "sell takes FILE"},
+    const std::pair<const char*, const char*> rows[] = {{"--color status", "unknown option --color"},
+        {"status --jsn", "unknown option --jsn; did you mean --json?"},
+        {"-json status", "unknown option -json; did"}, {"status --json=1", "--json takes no value"},
+        {"--port", "--port needs PORT"}, {"status --port --json", "--port needs PORT"},
+        {"--protocol hax status", "--protocol:"}, {"--device-id 20 status", "--device-id:"},
+        {"--device-id x status", "--device-id:"}, {"--wait 1.5 status", "--wait:"},
+        {"--wait -1 status", "--wait:"}, {"--option 16 status", "--option:"},
+        {"--option 3=on status", "--option:"}, {"--option 4=yes status", "--option:"},
+        {"--log-level all status", "--log-level:"}, {"", "no command"},
+        {"sel a", "no command \"sel\"; did you mean sell?"},
+        {"stauts", "no command \"stauts\"; did you mean status?"},
+        {"help stauts", "no command \"stauts\"; did"}, {"sell", "sell takes FILE"},
         {"status now", "status takes no arguments"}, {"drawer shut", "drawer:"}, {"time set noon", "time:"},
-        {"time get 5", "time takes"}, {"cash-in 0", "cash-in:"}, {"cash-out 1.005", "cash-out:"},
-        {"cash-in ten", "cash-in:"}, {"sell no-such-file", "no-such-file:"},
-        {"print no-such-file", "no-such-file:"}, {"registers now", "registers:"},
-        {"print-document 0", "print-document:"}, {"registration", "registration needs --tax-systems"},
+        {"time get 5", "time takes"}, {"cash-in -5", "cash-in: \"-5\" is not above zero"},
+        {"cash-in 0", "cash-in: \"0\" is not above"}, {"cash-out 1.005", "cash-out: \"1.005\" has parts"},
+        {"cash-in ten", "cash-in: \"ten\" is not a sum"}, {"cash-in 1e9", "cash-in: \"1e9\" is more"},
+        {"sell no-such-file", "no-such-file:"}, {"print no-such-file", "no-such-file:"},
+        {"registers now", "registers:"}, {"print-document 0", "print-document:"},
+        {"registration", "registration needs --tax-systems"},
         {"registration --tax-systems osn,vat", "--tax-systems: \"vat\" is none of osn"},
         {"status --tax-systems osn", "--tax-systems goes with registration"},
-        {"--id 42 cash-in 5", "--id names a sale"}, {"--id= sell no-such-file", "--id names a sale"},
-        {"--id a\x1F sell a", "--id: has the control"}, {"fn --clear", "--clear goes with logo"},
-        {"--split cash-in 5", "--split goes with sell"}, {"--drop type status", "--drop goes with"},
-        {"--marks any mark 01046", "--marks goes with"}, {"--marks some sell a", "--marks:"},
-        {"--cashier a\x7F status", "--cashier: has the control"},
+        {"--id 42 cash-in 5", "--id goes with sell and refund"},
+        {"--id= sell no-such-file", "--id: is empty"}, {"--id a\x1F sell a", "--id: has the control"},
+        {"fn --clear", "--clear goes with logo"}, {"--split cash-in 5", "--split goes with sell"},
+        {"--drop type status", "--drop goes with"}, {"--marks any mark 01046", "--marks goes with"},
+        {"--marks some sell a", "--marks:"}, {"--cashier a\x7F status", "--cashier: has the control"},
         {"--cashier \u00A0 status", "--cashier: has nothing but"},
         {"--cashier-inn 771234567890 status", "--cashier-inn:"}, {"--cashier-inn= status", "--cashier-inn:"},
         {"mark 46000002\x1B", "mark: \"46000002<1B>\" has the control character U+001B"},
@@ -85,12 +122,14 @@ TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
         {"mark 01046", "mark: \"01046\" is no marking code"},
         {"--strict mark 0104600000000015215!Ab1cD",
             "mark: \"0104600000000015215!Ab1cD\" has none of the fields"},
-        {"--strict --marks any sell a", "--marks any contradicts --strict"},
-        {"--marks warn --strict sell a", "--marks warn contradicts --strict"},
         {"--width 52 preview a", "--width: \"52\" is neither"}, {"--svg a sell b", "--svg goes with preview"},
-        {"--png a --pdf b preview c", "preview makes one of"}, {"--png= preview c", "--png wants a file"},
-        {"--id 12345678 preview c", "--id names a sale"}, {"--force status", "--force goes with params set"},
-        {"params list --force", "--force goes with"},
+        {"--png a --pdf b preview c", "preview makes one of"}, {"--png= preview c", "--png: wants a file"},
+        {"--id 12345678 preview c", "--id goes with"},
+        {"--strict --marks any sell a", "--strict contradicts"},
+        {"--marks warn --strict sell a", "--strict contradicts"},
+        {"--force status", "--force goes with time and params"},
+        {"params list --force", "--force goes with params set"},
+        {"time get --force", "--force goes with time set"},
         {"--protocol HEX params set 31=ABCD", "params set: 31 is the password"},
         {"names colours", "names: \"colours\""}, {"schema sale", "schema: \"sale\""},
         {"check", "check takes FILE"}, {"--marks any check a", "--marks goes with sell"},
@@ -101,7 +140,7 @@ TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
         EXPECT_EQ(usageError(line).rfind(error, 0), 0U) << line << ": " << usageError(line);
     for (const char* line : {"--cashier И cash-in 100.50", "drawer state", "time set", "mark 46000002",
              "info", "--protocol HEX cancel", "--cashier И registration --tax-systems osn,patent",
-             "--protocol HEX logo --clear", "params get 20 6.0"})
+             "--protocol HEX logo --clear", "params get 20 6.0", "help sell", "help"})
         EXPECT_EQ(usageError(line), "") << line;
 }
 

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 using namespace sale;
 
 namespace {
@@ -52,6 +54,31 @@ TEST_F(Desk, ReachesTheRegisterAnewAfterAFailureAlone)
     driver.refused.clear();
     EXPECT_TRUE(one.issue({}, json).isIssued());
     EXPECT_EQ(told().substr(0, 12), "connect init");
+}
+
+TEST_F(Desk, AnotherRegisterThanTheOneExpectedGetsNothing)
+{
+    const struct
+    {
+        receipt::Protocol protocol;
+        ExpectedRegister expected;
+        bool isRight;
+        const char* asked;
+    } rows[] = {{receipt::Protocol::Hex, {"0030001", {}}, true, "connect init shift"},
+        {receipt::Protocol::Hex, {"0030001", "7721000012"}, true, "connect inn init shift"},
+        {receipt::Protocol::Xml, {"0030001", "7707083893"}, true, "connect init"},
+        {receipt::Protocol::Hex, {"0030002", "7721000012"}, false, "connect"},
+        {receipt::Protocol::Xml, {"0030002", {}}, false, "connect"},
+        {receipt::Protocol::Hex, {{}, "7707083893"}, false, "connect inn"}};
+    for (const auto& row : rows) {
+        DeskOptions options{{row.protocol, true}, "till1", {"Иванова", {}, {}}};
+        options.line.expected = row.expected;
+        const IssueResult result = CashDesk(driver, journal, options).issue({}, json);
+        EXPECT_EQ(!result.failure || result.failure->kind != ErrorKind::WrongRegister, row.isRight);
+        const std::string calls = told();
+        EXPECT_EQ(calls.substr(0, row.isRight ? std::strlen(row.asked) : calls.size()), row.asked);
+        EXPECT_EQ(result.verdict, row.isRight ? result.verdict : Verdict(Outcome::None));
+    }
 }
 
 TEST_F(Desk, IdMakesOneSaleWhateverHappens)

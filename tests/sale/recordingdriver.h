@@ -22,7 +22,16 @@ public:
     {
     }
 
-    void connect() override { note("connect"); }
+    void connect() override
+    {
+        note("connect");
+        deviceInfo.setNumber(QStringLiteral("0030001"));
+    }
+    QString getInn() override
+    {
+        note("inn");
+        return QStringLiteral("7721000012");
+    }
     void init() override { note("init"); }
     void openShift() override
     {

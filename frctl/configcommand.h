@@ -1,0 +1,9 @@
+#pragma once
+
+#include "command.h"
+
+namespace frctl {
+
+Task prepareConfig(const Options& options);
+
+} // namespace frctl

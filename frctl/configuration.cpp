@@ -1,0 +1,116 @@
+#include "configuration.h"
+
+#include "errors.h"
+#include "inifile.h"
+#include "options.h"
+#include "optiontable.h"
+#include "suggestion.h"
+
+#include <QFile>
+#include <QStandardPaths>
+
+#include <algorithm>
+
+namespace frctl {
+
+namespace {
+
+QStringList defaultFiles()
+{
+    const QString name = QStringLiteral("/frspf/frctl.ini");
+    return {QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + name,
+        QStringLiteral("/etc") + name};
+}
+
+QStringList keys()
+{
+    QStringList names;
+    for (const OptionRow& row : optionRows()) {
+        if (row.key != nullptr)
+            names.append(QLatin1String(row.key));
+    }
+    return names;
+}
+
+Setting settingOf(const IniEntry& entry, const QString& origin)
+{
+    const OptionRow* const row = findKey(entry.key);
+    if (row == nullptr)
+        throw UsageError(QStringLiteral("%1: no such key%2; there are %3")
+                             .arg(origin, suggestion(entry.key, keys()), keys().join(QStringLiteral(", "))));
+    return {row, entry.value, origin};
+}
+
+/// What the key says holds without it as well.
+bool isSwitchedOff(const Setting& setting)
+{
+    if (!setting.option->isSwitch() || setting.value == QStringLiteral("yes"))
+        return false;
+    if (setting.value != QStringLiteral("no"))
+        throw UsageError(
+            QStringLiteral("%1: \"%2\" is neither yes nor no").arg(setting.origin, setting.value));
+    return true;
+}
+
+bool hasOption(const Settings& settings, const OptionRow* option)
+{
+    return std::any_of(settings.cbegin(), settings.cend(),
+        [option](const Setting& setting) { return setting.option == option; });
+}
+
+} // namespace
+
+Configuration::Configuration(const QString& fileName)
+    : m_files(fileName.isEmpty() ? defaultFiles() : QStringList{fileName})
+{
+    for (const QString& file : m_files) {
+        if (!fileName.isEmpty() || QFile::exists(file))
+            read(file);
+    }
+}
+
+void Configuration::read(const QString& fileName)
+{
+    Options judged;
+    for (const IniSection& section : readIniFile(fileName)) {
+        Settings& settings = registerOf(section.name).settings;
+        Settings added;
+        for (const IniEntry& entry : section.entries) {
+            const Setting setting
+                = settingOf(entry, QStringLiteral("%1: [%2] %3").arg(fileName, section.name, entry.key));
+            if (isSwitchedOff(setting))
+                continue;
+            applySetting(setting, judged);
+            if (!hasOption(settings, setting.option))
+                added.append(setting);
+        }
+        settings += added;
+    }
+}
+
+ConfiguredRegister& Configuration::registerOf(const QString& name)
+{
+    const auto found = std::find_if(m_registers.begin(), m_registers.end(),
+        [&name](const ConfiguredRegister& entry) { return entry.name == name; });
+    if (found != m_registers.end())
+        return *found;
+    m_registers.append({name, {}});
+    return m_registers.last();
+}
+
+const ConfiguredRegister& Configuration::require(const QString& name) const
+{
+    QStringList names;
+    for (const ConfiguredRegister& entry : m_registers) {
+        if (entry.name == name)
+            return entry;
+        names.append(entry.name);
+    }
+    throw UsageError(
+        QStringLiteral("--register: there is no [%1] in %2%3; %4")
+            .arg(name, m_files.join(QStringLiteral(" or ")), suggestion(name, names),
+                names.isEmpty() ? QStringLiteral("no register is configured")
+                                : QStringLiteral("there are ") + names.join(QStringLiteral(", "))));
+}
+
+} // namespace frctl

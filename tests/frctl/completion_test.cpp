@@ -1,0 +1,63 @@
+// What a shell offers, asked of the shell itself.
+
+#include "completion.h"
+#include "optiontable.h"
+
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+using namespace frctl;
+
+namespace {
+
+/// What bash offers for the last word, with blanks around each.
+QString offered(const QString& line)
+{
+    QProcess bash;
+    const QString script = bashCompletion() + "\nCOMP_WORDS=(frctl " + line
+        + ")\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_frctl\n"
+          "echo \" ${COMPREPLY[*]} \"";
+    bash.start("bash", {"-c", script});
+    bash.waitForFinished();
+    EXPECT_TRUE(bash.readAllStandardError().isEmpty()) << line.toStdString();
+    return QString::fromUtf8(bash.readAllStandardOutput());
+}
+
+TEST(Completion, OffersWhatTheTableHas)
+{
+    const struct
+    {
+        const char* line;
+        const char* offered;
+        const char* notOffered;
+    } rows[] = {{"sta", " status ", " sell "}, {"''", " sell ", " --drop "},
+        {"--pro", " --protocol ", " status "}, {"--protocol ''", " HEX XML ", " status "},
+        {"--protocol = X", " XML ", " HEX "}, {"--port sell --protocol HEX dra", " drawer ", "state"},
+        {"--protocol = HEX dra", " drawer ", " HEX "}, {"drawer ''", " open state ", " get "},
+        {"time ''", " get set ", " TIME "}, {"help sel", " sell ", " status "},
+        {"sell --dr", " --drop ", " status "}, {"status --dr", " ", "--drop"},
+        {"info --p", " --plugin ", "--port"}, {"sell /et", " /etc ", "--"}, {"--option ''", " ", "BIT"},
+        {"status /et", " ", "/etc"}};
+    for (const auto& row : rows) {
+        const QString words = offered(row.line);
+        EXPECT_TRUE(words.contains(row.offered)) << row.line << ':' << words.toStdString();
+        EXPECT_FALSE(words.contains(row.notOffered)) << row.line << ':' << words.toStdString();
+    }
+}
+
+TEST(Completion, OfZshKnowsAllCommandsAndOptions)
+{
+    const QString script = zshCompletion();
+    for (const Command& command : commands())
+        EXPECT_TRUE(script.contains("                " + QString(command.name) + ") ")) << command.name;
+    for (const OptionRow& row : optionRows())
+        EXPECT_TRUE(script.contains("--" + QString(row.name) + (row.isSwitch() ? "[" : "=["))) << row.name;
+    // Words as bash reads them have the same quotes.
+    QProcess bash;
+    bash.start("bash", {"-n", "-c", script});
+    bash.waitForFinished();
+    EXPECT_EQ(bash.exitCode(), 0) << bash.readAllStandardError().constData();
+}
+
+} // namespace
