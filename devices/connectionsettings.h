@@ -9,6 +9,8 @@
 
 namespace devices {
 
+class LineObserver;
+
 /// Where a register is, and what its driver is told before it starts.
 struct ConnectionSettings
 {
@@ -22,6 +24,8 @@ struct ConnectionSettings
     int waitSeconds = 0;
     /// See StreamDevice::setWaitCallback; also called while the port is waited for. May be empty.
     std::function<void()> waitCallback = {};
+    /// Told what goes over the line; outlives the connection. Null for none.
+    LineObserver* observer = nullptr;
     /// Of the XML envelope; empty for the plugin's own.
     QString protocolVersion = {};
     /// Number of the register in the log.

@@ -39,10 +39,13 @@ qint64 StreamDevice::write(const QByteArray& data)
 {
     if (!isOpen())
         return -1;
+    if (m_observer != nullptr)
+        m_observer->sent(data);
     const qint64 sent = send(data, writeTimeoutMs);
     if (sent == data.size())
         return sent;
     qCWarning(lcDevices).noquote() << getDeviceName() << "write failed:" << errorString();
+    tellFailure();
     if (sent == lineIsGone)
         dropLine();
     return -1;
@@ -80,9 +83,23 @@ bool StreamDevice::receiveInput(int milliseconds)
     const qint64 size = receive(m_input.data(), static_cast<qint64>(m_input.size()), milliseconds);
     m_taken = 0;
     m_received = std::max<qint64>(0, size);
+    if (m_observer != nullptr && m_received > 0)
+        m_observer->received(QByteArray(m_input.data(), m_received));
     if (size == lineIsGone)
         dropLine();
     return hasInput();
+}
+
+void StreamDevice::tellOpened() const
+{
+    if (m_observer != nullptr)
+        m_observer->opened();
+}
+
+void StreamDevice::tellFailure() const
+{
+    if (m_observer != nullptr)
+        m_observer->failed(errorString());
 }
 
 void StreamDevice::callWhileWaiting() const
@@ -96,6 +113,7 @@ void StreamDevice::dropLine()
     if (hasInput())
         return;
     qCWarning(lcDevices).noquote() << getDeviceName() << "the line is gone:" << errorString();
+    tellFailure();
     close();
 }
 

@@ -11,6 +11,7 @@
 #include "receiptcommands.h"
 #include "reportcommands.h"
 #include "servicecommands.h"
+#include "tracecommands.h"
 
 #include <algorithm>
 #include <iterator>
@@ -61,6 +62,8 @@ constexpr Command commandTable[] = {
         prepareNames},
     {"journal", "list|show|settle|resolve|export|backup|anonymise|check|accept",
         "What this machine's journal knows of its documents; see the manual page.", 1, 3, prepareJournal},
+    {"trace", "show|diff|replay FILE...",
+        "Show what --trace has written, tell how two traces differ, or play one (--as).", 2, 3, prepareTrace},
     {"mark", "CODE", "Check the marking code of one piece to be sold.", 1, 1, prepareMark},
 };
 

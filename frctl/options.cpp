@@ -52,6 +52,10 @@ constexpr OptionRow optionRows[] = {
         "For params set: write also the password of the link (31), which shuts this driver out."},
     {"clear", nullptr, "For logo: remove the picture."},
     {"log-level", "LEVEL", "trace, debug, info, warn or error (error); the log goes to stderr."},
+    {"trace", "FILE", "Add what goes over the line to FILE, a line a frame; - is standard error."},
+    {"trace-full", nullptr, "Names, addresses and passwords stand in the trace."},
+    {"as", "register|host", "For trace replay: whose side is played."},
+    {"password", "TEXT", "For trace replay --as host: the register's password over HEX (QZXW)."},
     {"json", nullptr, "Print one JSON object."},
     {"help", nullptr, "Show this help."},
     {"version", nullptr, "Show the version."},
@@ -188,6 +192,10 @@ void readValues(const QCommandLineParser& parser, Options& options)
     options.drop = parser.values(QStringLiteral("drop"));
     options.split = isSet("split");
     options.force = isSet("force");
+    if (isSet("trace"))
+        options.trace = std::make_shared<LineTrace>(value("trace"), !isSet("trace-full"));
+    options.replaySide = value("as");
+    options.password = value("password");
     options.strict = isSet("strict");
     if (isSet("cashier-inn"))
         options.cashier.inn = cashierInn(value("cashier-inn"));
@@ -228,6 +236,10 @@ void refuseMisplaced(const QCommandLineParser& parser, const Options& options)
     for (const char* const name : {"state", "since", "before", "document", "note"}) {
         if (parser.isSet(QString::fromLatin1(name)) && options.command != QStringLiteral("journal"))
             throw UsageError(QStringLiteral("--%1 goes with journal").arg(QLatin1String(name)));
+    }
+    for (const char* const name : {"as", "password"}) {
+        if (parser.isSet(QString::fromLatin1(name)) && options.command != QStringLiteral("trace"))
+            throw UsageError(QStringLiteral("--%1 goes with trace replay").arg(QLatin1String(name)));
     }
     for (const char* const name : {"drop", "split", "marks"}) {
         if (parser.isSet(QString::fromLatin1(name)) && !options.isReceipt())

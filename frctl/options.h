@@ -4,6 +4,7 @@
 #include "deskoptions.h"
 #include "driveroptions.h"
 #include "journalaccess.h"
+#include "linetrace.h"
 #include "markpolicy.h"
 #include "protocol.h"
 #include "warnings.h"
@@ -56,6 +57,11 @@ struct Options
     bool split = false;
     /// A setting may be written that shuts this driver out.
     bool force = false;
+    /// Of what goes over the line; null for none.
+    std::shared_ptr<LineTrace> trace;
+    /// Of the command trace.
+    QString replaySide;
+    QString password;
     /// Warnings are errors.
     bool strict = false;
     sale::MarkPolicy markPolicy = sale::MarkPolicy::Warn;

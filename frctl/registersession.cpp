@@ -20,6 +20,7 @@ devices::ConnectionSettings settingsOf(const Options& options)
         .plugins = options.plugins,
         .waitSeconds = options.waitSeconds,
         .waitCallback = throwIfInterrupted,
+        .observer = options.trace.get(),
         .protocolVersion = options.protocolVersion,
         .deviceId = options.deviceId,
         .speedEnumerate = options.speedEnumerate,
@@ -30,6 +31,8 @@ const Options& withPort(const Options& options)
 {
     if (!devices::createSerialDevice(options.port))
         throw UsageError(QStringLiteral("--port: \"%1\" names no port").arg(options.port));
+    if (options.trace)
+        options.trace->open(options);
     return options;
 }
 
