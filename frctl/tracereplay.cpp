@@ -13,6 +13,9 @@
 
 #include <QElapsedTimer>
 #include <QJsonArray>
+#include <QThread>
+
+#include <algorithm>
 
 namespace frctl {
 
@@ -23,6 +26,8 @@ constexpr int sliceMs = 50;
 constexpr int hexSilenceMs = 2000;
 constexpr int longestAnswerMs = 60'000;
 constexpr qint64 portion = 4096;
+// Microseconds between two answers to one request.
+constexpr qint64 longestPause = 2'000'000;
 
 void addLines(Output& output, const char* name, const QString& what, const QStringList& lines)
 {
@@ -81,9 +86,11 @@ Output playRegister(const trace::Trace& trace, const QString& name)
     catchInterruptions();
     complain(QStringLiteral("ready on ") + name);
     while (!wasInterrupted() && !(player.isDone() && port->isLeft())) {
-        const QByteArray bytes = port->read(sliceMs);
-        if (!bytes.isEmpty())
-            port->write(player.receive(bytes));
+        for (const trace::RegisterPlayer::Answer& answer : player.receive(port->read(sliceMs))) {
+            QThread::usleep(
+                static_cast<unsigned long>(std::clamp<qint64>(answer.pauseMicroseconds, 0, longestPause)));
+            port->write(answer.bytes);
+        }
     }
     Output output;
     output.lines.append(QStringLiteral("%1 requests answered").arg(player.playedCount()));

@@ -70,7 +70,7 @@ constexpr HexRow hexRows[] = {
     {"A4", "15", "GetFnData", "question", "version,isSerial", true},
     {"A4", "", "GetFnData", "", "phase,document,hasData,shiftOpen,warnings", true},
     {"A4", nullptr, "GetFnData", "question", "", true},
-    {"A5", "0", "GetKktData", "question,part", "model", true},
+    {"A5", "0", "GetKktData", "question,part", "modelOrRelease", true},
     {"A5", "1", "GetKktData", "question", "shift", true},
     {"A5", "3", "GetKktData", "question", "saleCash,saleElectronic,salePrepaid,saleCredit,saleOther", true},
     {"A5", "4", "GetKktData", "question", "returnCash,returnElectronic,returnPrepaid,returnCredit,returnOther", true},

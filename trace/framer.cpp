@@ -17,17 +17,6 @@ bool isBlank(char byte)
     return byte == ' ' || byte == '\n' || byte == '\r' || byte == '\t';
 }
 
-/// Also of a document whose beginning is only on its way.
-bool beginsDocument(QByteArrayView bytes)
-{
-    for (const QByteArrayView beginning : {QByteArrayView("<?xml"), QByteArrayView("<Arm")}) {
-        const qsizetype size = std::min(beginning.size(), bytes.size());
-        if (bytes.first(size) == beginning.first(size))
-            return true;
-    }
-    return false;
-}
-
 } // namespace
 
 QList<QByteArray> Framer::feed(const QByteArray& bytes)
@@ -55,19 +44,30 @@ QByteArray Framer::take(qsizetype size)
     return frame;
 }
 
-bool Framer::beginsFrame(qsizetype position) const
+Framer::Beginning Framer::documentAt(qsizetype position) const
+{
+    const QByteArrayView bytes = QByteArrayView(m_buffer).sliced(position);
+    for (const QByteArrayView beginning : {QByteArrayView("<?xml"), QByteArrayView("<Arm")}) {
+        const qsizetype size = std::min(beginning.size(), bytes.size());
+        if (bytes.first(size) == beginning.first(size))
+            return size == beginning.size() ? Beginning::Sure : Beginning::Perhaps;
+    }
+    return Beginning::None;
+}
+
+Framer::Beginning Framer::beginningAt(qsizetype position) const
 {
     switch (m_buffer.at(position)) {
     case startOfText:
     case enquiry:
     case acknowledge:
-        return true;
+        return Beginning::Sure;
     case escape:
-        return m_pictureSize > 0;
+        return m_pictureSize > 0 ? Beginning::Sure : Beginning::None;
     case '<':
-        return beginsDocument(QByteArrayView(m_buffer).sliced(position));
+        return documentAt(position);
     default:
-        return false;
+        return Beginning::None;
     }
 }
 
@@ -75,7 +75,7 @@ qsizetype Framer::frameSize() const
 {
     if (m_buffer.isEmpty() || m_buffer.size() > longestFrame)
         return m_buffer.size();
-    if (!beginsFrame(0))
+    if (beginningAt(0) == Beginning::None)
         return noiseSize();
     switch (m_buffer.at(0)) {
     case startOfText:
@@ -115,7 +115,10 @@ qsizetype Framer::documentSize() const
 qsizetype Framer::noiseSize() const
 {
     for (qsizetype position = 1; position < m_buffer.size(); ++position) {
-        if (beginsFrame(position))
+        const Beginning beginning = beginningAt(position);
+        if (beginning == Beginning::Perhaps)
+            break;
+        if (beginning == Beginning::Sure)
             return position;
     }
     // More of it may be on its way.

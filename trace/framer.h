@@ -25,8 +25,10 @@ private:
     qsizetype textFrameSize() const;
     qsizetype documentSize() const;
     qsizetype noiseSize() const;
-    /// False for a first byte that begins nothing, or nothing here.
-    bool beginsFrame(qsizetype position) const;
+    enum class Beginning { None, Perhaps, Sure };
+    /// What begins there, as far as it can be told.
+    Beginning beginningAt(qsizetype position) const;
+    Beginning documentAt(qsizetype position) const;
     QByteArray take(qsizetype size);
 
     Direction m_direction;

@@ -43,11 +43,11 @@ RegisterPlayer::RegisterPlayer(const Trace& trace)
 {
 }
 
-QByteArray RegisterPlayer::receive(const QByteArray& bytes)
+QList<RegisterPlayer::Answer> RegisterPlayer::receive(const QByteArray& bytes)
 {
-    QByteArray answers;
+    QList<Answer> answers;
     for (const QByteArray& frame : m_framer.feed(bytes))
-        answers += answerTo(frame);
+        answers += answersTo(frame);
     return answers;
 }
 
@@ -65,7 +65,7 @@ QStringList RegisterPlayer::missing() const
     return lines;
 }
 
-QByteArray RegisterPlayer::answerTo(const QByteArray& bytes)
+QList<RegisterPlayer::Answer> RegisterPlayer::answersTo(const QByteArray& bytes)
 {
     const Frame frame{0, 1, Direction::ToRegister, bytes};
     Frame comparable = frame;
@@ -75,13 +75,13 @@ QByteArray RegisterPlayer::answerTo(const QByteArray& bytes)
     if (meaning.kind == Meaning::Kind::Enquiry) {
         // A register that said nothing then says nothing now.
         const bool isSilent = m_last >= 0 && m_exchanges.at(m_last).answers.isEmpty();
-        return isSilent ? QByteArray() : QByteArray(1, acknowledge);
+        return isSilent ? QList<Answer>() : QList<Answer>{{QByteArray(1, acknowledge)}};
     }
     if (!meaning.isRequest())
         return {};
     const qsizetype index = matching(meaning);
     if (index < 0)
-        return refuse(frame, meaning);
+        return {{refuse(frame, meaning)}};
     m_last = index;
     m_lastId = meaning.id;
     ++m_played;
@@ -125,12 +125,17 @@ qsizetype RegisterPlayer::elsewhere(const Meaning& meaning) const
     return found;
 }
 
-QByteArray RegisterPlayer::play(const Exchange& exchange, const Frame& frame) const
+QList<RegisterPlayer::Answer> RegisterPlayer::play(const Exchange& exchange, const Frame& frame)
 {
-    QByteArray bytes;
-    for (const Frame& answer : exchange.answers)
-        bytes += answerFor(answer, exchange.request, frame);
-    return bytes;
+    QList<Answer> answers;
+    qint64 before = 0;
+    for (const Frame& answer : exchange.answers) {
+        // The first one need not wait: how long the register worked is of no interest.
+        const qint64 pause = before == 0 ? 0 : answer.microseconds - before;
+        answers.append({answerFor(answer, exchange.request, frame), pause});
+        before = answer.microseconds;
+    }
+    return answers;
 }
 
 QByteArray RegisterPlayer::refuse(const Frame& frame, const Meaning& meaning)

@@ -18,8 +18,16 @@ class RegisterPlayer
 public:
     explicit RegisterPlayer(const Trace& trace);
 
-    /// What the register says to these bytes.
-    QByteArray receive(const QByteArray& bytes);
+    struct Answer
+    {
+        QByteArray bytes;
+        /// How long after the one before it goes out: hosts throw away what comes right behind a foreign
+        /// answer.
+        qint64 pauseMicroseconds = 0;
+    };
+
+    /// What the register says to these bytes, in order.
+    QList<Answer> receive(const QByteArray& bytes);
     /// All that changes something was asked for.
     bool isDone() const;
     /// What came that the trace does not have, a line each.
@@ -29,12 +37,12 @@ public:
     qsizetype playedCount() const { return m_played; }
 
 private:
-    QByteArray answerTo(const QByteArray& bytes);
+    QList<Answer> answersTo(const QByteArray& bytes);
     /// The index of the exchange that answers it; -1 for none.
     qsizetype matching(const Meaning& meaning);
     qsizetype inOrder(const Meaning& meaning) const;
     qsizetype elsewhere(const Meaning& meaning) const;
-    QByteArray play(const Exchange& exchange, const Frame& frame) const;
+    static QList<Answer> play(const Exchange& exchange, const Frame& frame);
     QByteArray refuse(const Frame& frame, const Meaning& meaning);
 
     bool m_isMasked;
