@@ -237,6 +237,8 @@ void refuseMisplaced(const QCommandLineParser& parser, const Options& options)
         if (parser.isSet(QString::fromLatin1(name)) && options.command != QStringLiteral("journal"))
             throw UsageError(QStringLiteral("--%1 goes with journal").arg(QLatin1String(name)));
     }
+    if (parser.isSet(QStringLiteral("trace-full")) && !options.trace)
+        throw UsageError(QStringLiteral("--trace-full goes with --trace"));
     for (const char* const name : {"as", "password"}) {
         if (parser.isSet(QString::fromLatin1(name)) && options.command != QStringLiteral("trace"))
             throw UsageError(QStringLiteral("--%1 goes with trace replay").arg(QLatin1String(name)));

@@ -59,13 +59,18 @@ bool waitForAnswer(devices::StreamDevice& line, trace::HostPlayer& player)
     return false;
 }
 
-void setUp(devices::StreamDevice& line)
+/// As drivers set up the line.
+void setUp(devices::StreamDevice& line, bool isHex)
 {
     line.setWaitCallback(throwIfInterrupted);
     line.setBaudRate(QSerialPort::Baud115200);
     line.setDataBits(QSerialPort::Data8);
     line.setParity(QSerialPort::NoParity);
     line.setStopBits(QSerialPort::OneStop);
+    if (isHex) {
+        line.setFlowControl(QSerialPort::SoftwareControl);
+        line.setDataTerminalReady(false);
+    }
 }
 
 Output hostReport(const trace::HostPlayer& player, qsizetype played)
@@ -112,9 +117,9 @@ Output playHost(const trace::Trace& trace, const QString& name, const Options& o
     if (!line->open())
         throw HostError(QStringLiteral("port %1 cannot be opened: %2").arg(name, line->errorString()),
             sale::ErrorKind::Line);
-    setUp(*line);
-    catchInterruptions();
     trace::HostPlayer player(trace, options.password.toLatin1());
+    setUp(*line, !player.isOver() && player.isHex());
+    catchInterruptions();
     qsizetype played = 0;
     while (!player.isOver()) {
         if (line->write(player.nextRequest()) < 0)

@@ -53,8 +53,14 @@ QList<RegisterPlayer::Answer> RegisterPlayer::receive(const QByteArray& bytes)
 
 bool RegisterPlayer::isDone() const
 {
-    return std::all_of(m_exchanges.cbegin() + m_next, m_exchanges.cend(),
-        [](const Exchange& exchange) { return exchange.meaning.isQuestion; });
+    if (m_next == 0)
+        return m_exchanges.isEmpty();
+    // A host that asks no more on this connection comes back for the next one.
+    const int connection = m_exchanges.at(m_next - 1).request.connection;
+    return std::all_of(
+        m_exchanges.cbegin() + m_next, m_exchanges.cend(), [connection](const Exchange& exchange) {
+            return exchange.meaning.isQuestion && exchange.request.connection == connection;
+        });
 }
 
 QStringList RegisterPlayer::missing() const

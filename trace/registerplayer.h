@@ -28,7 +28,7 @@ public:
 
     /// What the register says to these bytes, in order.
     QList<Answer> receive(const QByteArray& bytes);
-    /// All that changes something was asked for.
+    /// Nothing is left but questions of the connection that is under way.
     bool isDone() const;
     /// What came that the trace does not have, a line each.
     const QStringList& complaints() const { return m_complaints; }

@@ -239,6 +239,8 @@ QString readFiles(const QCommandLineParser& parser, Options& options)
     options.conformanceFile = parser.value(QStringLiteral("conformance"));
     options.traceFile = parser.value(QStringLiteral("trace"));
     options.isTraceFull = parser.isSet(QStringLiteral("trace-full"));
+    if (options.isTraceFull && !parser.isSet(QStringLiteral("trace")))
+        return QStringLiteral("--trace-full goes with --trace");
     for (const char* const name : {"tape", "journal", "conformance", "trace"}) {
         const QString option = QLatin1String(name);
         if (parser.isSet(option) && parser.value(option).isEmpty())

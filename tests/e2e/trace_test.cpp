@@ -72,7 +72,7 @@ TEST_P(RecordedTrace, DriverDoesAsItDid)
     const Result played = device.finish();
     EXPECT_EQ(played.status, 0) << played.output.constData();
     const Result same = runFrctl({"trace", "diff", file, again});
-    EXPECT_EQ(same.output.trimmed(), "the same");
+    EXPECT_EQ(same.output.trimmed().toStdString(), "the same");
 }
 
 INSTANTIATE_TEST_SUITE_P(Traces, RecordedTrace,
@@ -104,11 +104,11 @@ TEST(Trace, BothSidesWriteTheSame)
         const QString theirs = folder.filePath("theirs");
         {
             Emulator emulator({"--trace", theirs});
-            const QStringList sale{"--port", emulator.port(), "--protocol", protocol, "sell",
+            const QStringList selling{"--port", emulator.port(), "--protocol", protocol, "sell",
                 FRSPF_EXAMPLES "/electronic-sale.json", "--trace"};
-            EXPECT_EQ(runFrctl(sale + QStringList{ours}).status, 0);
+            EXPECT_EQ(runFrctl(selling + QStringList{ours}).status, 0);
             EXPECT_EQ(runFrctl({"trace", "diff", ours, theirs}).output.trimmed(), "the same");
-            EXPECT_EQ(runFrctl(sale + QStringList{full, "--trace-full"}).status, 0);
+            EXPECT_EQ(runFrctl(selling + QStringList{full, "--trace-full"}).status, 0);
         }
         EXPECT_EQ(toldBy(readAll(ours)), QStringList());
         EXPECT_EQ(toldBy(readAll(theirs)), QStringList());
@@ -131,12 +131,12 @@ TEST(Trace, BothSidesWriteTheSame)
 TEST(Trace, FileThatTakesNothing)
 {
     Emulator emulator;
-    const QStringList sale{
+    const QStringList selling{
         "--port", emulator.port(), "--protocol", "HEX", "sell", FRSPF_EXAMPLES "/sale.json", "--trace"};
     for (const char* const file : {"/no/such/folder/trace", FRSPF_EXAMPLES "/sale.json", ""})
-        EXPECT_EQ(runFrctl(sale + QStringList{file}).status, 2) << file;
+        EXPECT_EQ(runFrctl(selling + QStringList{file}).status, 2) << file;
     EXPECT_EQ(emulator.sales().size(), 0);
-    const Result full = runFrctl(sale + QStringList{"/dev/full", "--json"});
+    const Result full = runFrctl(selling + QStringList{"/dev/full", "--json"});
     EXPECT_EQ(full.status, 0);
     EXPECT_EQ(full.errors.count("/dev/full"), 1) << full.errors.constData();
     EXPECT_TRUE(full.output.contains("/dev/full"));
@@ -151,7 +151,10 @@ TEST(Trace, WrongUsage)
         {"replay", trace, "--as", "till", "/tmp/x"}, {"replay", trace, "--as", "register", "tcp:nowhere"}};
     for (const QStringList& row : rows)
         EXPECT_EQ(runFrctl(QStringList{"trace"} + row).status, 2) << row.join(' ').toStdString();
-    EXPECT_EQ(runFrctl({"status", "--as", "host"}).status, 2);
+    const QList<QStringList> misplaced{
+        {"status", "--as", "host"}, {"status", "--trace-full"}, {"names", "fields", "--trace", "/tmp/x"}};
+    for (const QStringList& row : misplaced)
+        EXPECT_EQ(runFrctl(row).status, 2) << row.join(' ').toStdString();
 }
 
 } // namespace

@@ -62,6 +62,11 @@ TEST(RegisterPlayer, QuestionsMayBeLeftOutAndStepsMayNot)
         toRegister(request('!', "22", "0,1,0,")), toHost(answer('!', "22"))}));
     EXPECT_EQ(said(other, request('a', "22", "0,1,0,")), answer('a', "22", {}, "01"));
     EXPECT_EQ(other.missing().size(), 2);
+    trace::Trace twice = recorded;
+    twice.frames.append({0, 2, trace::Direction::ToRegister, request('$', "A0")});
+    trace::RegisterPlayer patient(twice);
+    said(patient, request('a', "34"));
+    EXPECT_FALSE(patient.isDone()) << "another connection is to come";
 }
 
 TEST(RegisterPlayer, LateAnswersKeepTheirIds)
