@@ -15,8 +15,8 @@ QString workOf(const Options& options)
     QStringList words{QStringLiteral("frctl"), QCoreApplication::applicationVersion(),
         QStringLiteral("--protocol"), options.protocol, options.command};
     // Settings are written with their values, the password of the line among them.
-    if (options.command != QStringLiteral("params"))
-        words += options.arguments;
+    const bool isWriting = options.arguments.value(0) == QStringLiteral("set");
+    words += isWriting ? options.arguments.mid(0, 1) : options.arguments;
     return words.join(QLatin1Char(' '));
 }
 

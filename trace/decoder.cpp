@@ -161,6 +161,10 @@ Meaning Decoder::decodeXml(const Frame& frame)
     meaning.envelope = document.envelope;
     meaning.fault = document.fault;
     if (document.isRequest) {
+        // Ids never come again, and a register may be at work for months.
+        constexpr qsizetype mostRemembered = 1000;
+        if (m_asked.size() > mostRemembered)
+            m_asked.clear();
         m_asked[meaning.id] = {{}, frame.microseconds};
     } else {
         meaning.error = xmlError(document);

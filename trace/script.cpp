@@ -49,7 +49,6 @@ void Sorting::addAnswer(const Frame& frame, const Meaning& meaning)
 
 const Frame* Exchange::answer() const
 {
-    // One decoder would take the id of a request for that of any protocol; here the frames alone are asked.
     const auto counts = [this](const Frame& frame) {
         const Meaning told = Decoder().decode(frame);
         return told.kind == Meaning::Kind::Answer && (told.id == meaning.id || meaning.id.isEmpty());

@@ -64,12 +64,14 @@ const QList<Row> maskRows{
         xmlAnswer("a", 54, leaf("Proxy.Password", "x0xxxx"))},
 };
 
-QByteArray withStandInPassword(QByteArray frame)
+/// The frame as it is with the stand-in for its password, and check digits that are right for it.
+QByteArray withStandInPassword(const QByteArray& frame)
 {
-    // Both passwords check alike: QZXW and XXXX differ in one bit pattern, which the check digits follow.
+    constexpr qsizetype before = 5;
+    constexpr qsizetype checkDigits = 2;
     if (!frame.startsWith("\x02QZXW"))
         return frame;
-    return checked("XXXX" + frame.mid(5, frame.size() - 7));
+    return checked("XXXX" + frame.mid(before).chopped(checkDigits));
 }
 
 TEST(Mask, PeopleAndPasswordsGetStandIns)
