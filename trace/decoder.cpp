@@ -98,6 +98,10 @@ bool isDocument(const QByteArray& bytes)
 Meaning Decoder::decode(const Frame& frame)
 {
     const QByteArray& bytes = frame.bytes;
+    if (frame.direction == Direction::ToHost && bytes.startsWith(startOfText) && bytes == m_lastRequest)
+        return decodeEcho(frame);
+    if (frame.direction == Direction::ToRegister)
+        m_lastRequest = bytes;
     if (bytes.startsWith(startOfText))
         return decodeHex(frame);
     if (isDocument(bytes))
@@ -114,6 +118,16 @@ std::optional<Decoder::Asked> Decoder::asked(const QString& id) const
 {
     const auto found = m_asked.constFind(id);
     return found == m_asked.cend() ? std::nullopt : std::optional<Asked>(*found);
+}
+
+Meaning Decoder::decodeEcho(Frame frame)
+{
+    const QHash<QString, Asked> known = m_asked;
+    frame.direction = Direction::ToRegister;
+    Meaning meaning = decodeHex(frame);
+    meaning.kind = Meaning::Kind::Echo;
+    m_asked = known;
+    return meaning;
 }
 
 Meaning Decoder::decodeHex(const Frame& frame)

@@ -76,6 +76,8 @@ bool HostPlayer::receive(const QByteArray& bytes)
 
 bool HostPlayer::endsExchange(const Frame& frame)
 {
+    if (frame.bytes == m_sent.bytes)
+        return false;
     const Meaning answer = Decoder().decode(frame);
     // The picture goes out when the register is ready for it.
     const bool isPictureNext = m_exchanges.value(m_next + 1).meaning.kind == Meaning::Kind::Picture;

@@ -19,6 +19,8 @@ QString kindName(Meaning::Kind kind)
         return QStringLiteral("ACK");
     case Meaning::Kind::Picture:
         return QStringLiteral("picture");
+    case Meaning::Kind::Echo:
+        return QStringLiteral("echo");
     case Meaning::Kind::Unknown:
         break;
     }
@@ -80,9 +82,10 @@ QString Meaning::title() const
     QStringList words;
     if (!protocol.isEmpty())
         words.append(protocol);
-    if (kind != Kind::Request && kind != Kind::Answer)
+    const bool hasCommand = kind == Kind::Request || kind == Kind::Answer || kind == Kind::Echo;
+    if (!hasCommand || kind == Kind::Echo)
         words.append(kindName(kind));
-    else
+    if (hasCommand)
         words.append(
             name.isEmpty() ? QStringLiteral("(%1)").arg(code) : QStringLiteral("%1(%2)").arg(name, code));
     if (kind == Kind::Answer && fault.isEmpty())

@@ -12,7 +12,7 @@ namespace trace {
 /// A frame in words.
 struct Meaning
 {
-    enum class Kind { Request, Answer, Enquiry, Acknowledge, Picture, Unknown };
+    enum class Kind { Request, Answer, Enquiry, Acknowledge, Picture, Echo, Unknown };
 
     struct Field
     {
@@ -76,11 +76,14 @@ private:
     };
 
     Meaning decodeHex(const Frame& frame);
+    /// The line gave the last request back.
+    Meaning decodeEcho(Frame frame);
     Meaning decodeXml(const Frame& frame);
     /// The request that has that id; what was sent last where ids do not tell.
     std::optional<Asked> asked(const QString& id) const;
 
     QHash<QString, Asked> m_asked;
+    QByteArray m_lastRequest;
 };
 
 } // namespace trace

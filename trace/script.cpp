@@ -51,7 +51,8 @@ const Frame* Exchange::answer() const
 {
     const auto counts = [this](const Frame& frame) {
         const Meaning told = Decoder().decode(frame);
-        return told.kind == Meaning::Kind::Answer && (told.id == meaning.id || meaning.id.isEmpty());
+        return frame.bytes != request.bytes && told.kind == Meaning::Kind::Answer
+            && (told.id == meaning.id || meaning.id.isEmpty());
     };
     const auto found = std::find_if(answers.crbegin(), answers.crend(), counts);
     return found == answers.crend() ? nullptr : &*found;

@@ -19,6 +19,7 @@ TEST(Meaning, FramesAreToldInWords)
         {toRegister(request(' ', "A0")), "HEX RequestStateStatus(A0) id=20"},
         {toHost(answer(' ', "A0", "0,4,0,")),
             "HEX RequestStateStatus(A0) ok id=20 fatal=0 flags=4 document=0 1.000 ms"},
+        {toHost(request(' ', "A0")), "HEX echo RequestStateStatus(A0) id=20"},
         {toRegister(request('!', "30", "\x95\xAB\xA5\xA1 \"\xAF\",,1.000,64.90,")),
             R"(HEX AddPaymentObject(30) id=21 name="Хлеб \"п\"" quantity=1.000 price=64.90)"},
         {toHost(answer('!', "30", "", "08")),
