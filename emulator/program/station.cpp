@@ -5,6 +5,7 @@
 #include "program/ptyline.h"
 #include "program/tcpline.h"
 #include "tape/pagetext.h"
+#include "trace/codepage.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -20,6 +21,16 @@ QIODevice::OpenMode writing(const QString& name)
     const QFileInfo there(name);
     const QIODevice::OpenMode mode = QIODevice::WriteOnly | QIODevice::Text;
     return there.exists() && !there.isFile() ? mode : mode | QIODevice::Append;
+}
+
+// Over HEX a reason shows the fields that are bad, which may tell of people.
+QString withoutValues(const emulator::RefusedRequest& refused)
+{
+    const qsizetype values = refused.reason.indexOf(QStringLiteral(": \""));
+    if (values < 0 || refused.request.contains("<ArmRequest"))
+        return refused.reason;
+    const QByteArray masked = trace::standInUtf8(refused.reason.mid(values).toUtf8());
+    return refused.reason.left(values) + QString::fromUtf8(masked);
 }
 
 } // namespace
@@ -43,10 +54,10 @@ Station::Station(const Options& options, std::unique_ptr<emulator::Memory> memor
     });
     m_protocol.setLenient(options.lenient);
     m_register.refusals().setListener([this](const emulator::RefusedRequest& refused) {
-        const QString words = QStringLiteral("refused: ") + refused.reason.simplified();
-        std::fprintf(stderr, "%s\n", words.toUtf8().constData());
+        const QString words = QStringLiteral("refused: ");
+        std::fprintf(stderr, "%s\n", (words + refused.reason.simplified()).toUtf8().constData());
         if (m_trace && m_options.traceFile != QStringLiteral("-"))
-            m_trace->note(words);
+            m_trace->note(words + (m_options.isTraceFull ? refused.reason : withoutValues(refused)));
     });
     if (isWatching())
         m_protocol.setWatcher([this](const emulator::Exchange& exchange) { m_watch.note(exchange); });

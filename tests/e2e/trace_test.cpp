@@ -1,6 +1,7 @@
 // Traces of real programs: what they hold, and that they can be played again.
 
 #include "programs.h"
+#include "trace/frames.h"
 #include "trace/traceline.h"
 #include "trace/tracereader.h"
 
@@ -126,6 +127,26 @@ TEST(Trace, BothSidesWriteTheSame)
         EXPECT_EQ(played.status, 1);
         EXPECT_EQ(other.sales().size(), 1);
     }
+}
+
+// The register shows what is bad in a request, and the trace of it must not.
+TEST(Trace, ReasonsOfRefusalsAreMasked)
+{
+    QTemporaryDir folder;
+    const QString theirs = folder.filePath("theirs");
+    QFile wrong(folder.filePath("wrong"));
+    ASSERT_TRUE(wrong.open(QIODevice::WriteOnly));
+    wrong.write(trace::traceline::head(true));
+    for (const QByteArray& bytes : {frames::request(' ', "A7"), frames::request('!', "00", "010326,090000,"),
+             frames::request('"', "6B", "Иванова,772100000040772100000040,")})
+        wrong.write(trace::traceline::frame(frames::toRegister(bytes), "a request"));
+    wrong.close();
+    Emulator emulator({"--trace", theirs});
+    runFrctl({"trace", "replay", wrong.fileName(), "--as", "host", emulator.port()});
+    emulator.stop();
+    const QByteArray text = readAll(theirs);
+    EXPECT_TRUE(text.contains("# refused: 6B: ")) << text.constData();
+    EXPECT_EQ(toldBy(text), QStringList());
 }
 
 TEST(Trace, FileThatTakesNothing)
