@@ -30,7 +30,7 @@ RegisterProcess::RegisterProcess(const QString& program, const QString& folder, 
     : m_program(program)
     , m_journal(folder + QStringLiteral("/documents"))
     , m_arguments({QStringLiteral("--state"), folder + QStringLiteral("/state"), QStringLiteral("--journal"),
-          m_journal, QStringLiteral("--quiet"), QStringLiteral("--trace")})
+          m_journal, QStringLiteral("--quiet"), QStringLiteral("--trace"), QStringLiteral("-")})
     , m_messages(folder + QStringLiteral("/messages"))
 {
     if (line == Line::Network) {

@@ -1,5 +1,7 @@
 #include "wiretrace.h"
 
+#include "trace/traceline.h"
+
 #include <QHash>
 #include <QRegularExpression>
 
@@ -29,17 +31,17 @@ void WireTrace::feed(const QByteArray& text)
 
 void WireTrace::readLine(const QByteArray& line)
 {
-    const bool isRequest = line.startsWith("< ");
-    if (!isRequest && !line.startsWith("> ")) {
+    QString fault;
+    const std::optional<trace::Frame> frame = trace::traceline::parse(line, fault);
+    if (!frame) {
         m_isReady = m_isReady || line.contains(": ready on ");
         m_other += line + '\n';
         return;
     }
     ++m_lines;
-    const QByteArray bytes = QByteArray::fromHex(line.mid(2));
-    if (!isRequest)
-        return readAnswer(bytes);
-    m_request += bytes;
+    if (frame->direction == trace::Direction::ToHost)
+        return readAnswer(frame->bytes);
+    m_request += frame->bytes;
     if (commandOf(m_request) == "20")
         m_openingLine = m_lines;
     m_hasClosing = m_hasClosing || commandOf(m_request) == "22" || m_request.contains("<Command>8</Command>");

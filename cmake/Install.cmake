@@ -15,9 +15,10 @@ install(DIRECTORY host/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frhost COMPONENT
 # The serial devices are part of what a host program links.
 install(TARGETS frdevices EXPORT frhost-devicesTargets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT devel)
-install(FILES devices/connectionerror.h devices/connectionsettings.h devices/driverplugin.h devices/portlock.h
-  devices/registerconnection.h devices/serialdevicefactory.h devices/serialportdevice.h devices/silencewatch.h
-  devices/streamdevice.h devices/tcpserialdevice.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frdevices COMPONENT devel)
+install(FILES devices/connectionerror.h devices/connectionsettings.h devices/driverplugin.h devices/lineobserver.h
+  devices/portlock.h devices/registerconnection.h devices/serialdevicefactory.h devices/serialportdevice.h
+  devices/silencewatch.h devices/streamdevice.h devices/tcpserialdevice.h
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frdevices COMPONENT devel)
 
 # So is what issues receipts and tells what has become of them.
 install(TARGETS frreceipt frsale EXPORT frhost-saleTargets

@@ -9,6 +9,8 @@
 
 namespace devices {
 
+class LineObserver;
+
 /// Where a register is, and what its driver is told before it starts.
 struct ConnectionSettings
 {
@@ -24,6 +26,8 @@ struct ConnectionSettings
     std::function<void()> waitCallback = {};
     /// See StreamDevice::setSilenceCallback. May be empty.
     std::function<void()> silenceCallback = {};
+    /// Told what goes over the line; outlives the connection. Null for none.
+    LineObserver* observer = nullptr;
     /// Of the XML envelope; empty for the plugin's own.
     QString protocolVersion = {};
     /// Number of the register in the log.

@@ -90,6 +90,7 @@ void RegisterConnection::openLine(const ConnectionSettings& settings)
 {
     m_line->setWaitCallback(settings.waitCallback);
     m_line->setSilenceCallback(settings.silenceCallback);
+    m_line->setObserver(settings.observer);
     // The driver sets up the line before it opens it, and a closed line takes no settings.
     if (m_line->open())
         return;

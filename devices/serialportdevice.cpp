@@ -111,6 +111,8 @@ bool SerialPortDevice::open()
     // Or an event loop of the host would make the port receive bytes that nobody looks for there.
     for (QSocketNotifier* notifier : m_port.findChildren<QSocketNotifier*>())
         notifier->setEnabled(false);
+    if (opened)
+        tellOpened();
     return opened;
 }
 

@@ -39,12 +39,15 @@ qint64 StreamDevice::write(const QByteArray& data)
 {
     if (!isOpen())
         return -1;
+    if (m_observer != nullptr)
+        m_observer->sent(data);
     const qint64 sent = send(data, writeTimeoutMs);
     if (sent == data.size()) {
         m_silence.written();
         return sent;
     }
     qCWarning(lcDevices).noquote() << getDeviceName() << "write failed:" << errorString();
+    tellFailure();
     if (sent == lineIsGone)
         dropLine();
     return -1;
@@ -85,11 +88,26 @@ bool StreamDevice::receiveInput(int milliseconds)
     const qint64 size = receive(m_input.data(), static_cast<qint64>(m_input.size()), milliseconds);
     m_taken = 0;
     m_received = std::max<qint64>(0, size);
-    if (size > 0)
+    if (m_received > 0) {
         m_silence.received();
+        if (m_observer != nullptr)
+            m_observer->received(QByteArray(m_input.data(), m_received));
+    }
     if (size == lineIsGone)
         dropLine();
     return hasInput();
+}
+
+void StreamDevice::tellOpened() const
+{
+    if (m_observer != nullptr)
+        m_observer->opened();
+}
+
+void StreamDevice::tellFailure() const
+{
+    if (m_observer != nullptr)
+        m_observer->failed(errorString());
 }
 
 void StreamDevice::callWhileWaiting() const
@@ -103,6 +121,7 @@ void StreamDevice::dropLine()
     if (hasInput())
         return;
     qCWarning(lcDevices).noquote() << getDeviceName() << "the line is gone:" << errorString();
+    tellFailure();
     close();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "abstractserialdevice.h"
+#include "lineobserver.h"
 #include "silencewatch.h"
 
 #include <QObject>
@@ -35,6 +36,9 @@ public:
     {
         m_silence.start(callback, patienceMs);
     }
+
+    /// The observer outlives the device; null for none.
+    void setObserver(LineObserver* observer) { m_observer = observer; }
 
     /// Why open() or the last write failed, in the system's words.
     virtual QString errorString() const = 0;
@@ -72,6 +76,8 @@ protected:
     /// Waits up to that many milliseconds for bytes and receives them: their number, 0 when none came, or
     /// lineIsGone.
     virtual qint64 receive(char* data, qint64 maxSize, int milliseconds) = 0;
+    /// To be called when open() has opened the line.
+    void tellOpened() const;
     /// To be called in a wait at least every tenth of a second; may throw.
     void callWhileWaiting() const;
     /// Closes a line that is gone, but not before what came from it was read.
@@ -80,9 +86,11 @@ protected:
 private:
     bool hasInput() const { return m_taken < m_received; }
     bool receiveInput(int milliseconds);
+    void tellFailure() const;
 
     std::function<void()> m_waitCallback;
     SilenceWatch m_silence;
+    LineObserver* m_observer = nullptr;
     std::array<char, 4096> m_input;
     qint64 m_received = 0;
     qint64 m_taken = 0;

@@ -68,6 +68,7 @@ bool TcpSerialDevice::open()
     }
     // A frame of a few bytes must not wait for more to travel with.
     m_socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    tellOpened();
     return true;
 }
 

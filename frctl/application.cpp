@@ -145,6 +145,8 @@ Output work(const Options& given)
     given.answer->id = given.id;
     const Options options = withPlainCashier(given);
     const Task task = findCommand(options).prepare(options);
+    if (task.alone && options.trace)
+        throw UsageError(QStringLiteral("--trace goes with commands that work a register"));
     if (task.alone)
         return task.alone();
     if (options.port.isEmpty())

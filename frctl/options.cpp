@@ -41,6 +41,10 @@ void settle(Options& options)
     if (!options.isHex() && options.expected.serial.isEmpty() && !options.expected.inn.isEmpty())
         throw UsageError(
             QStringLiteral("--expect-inn: over XML the register is known by --expect-serial alone"));
+    if (options.isTraceFull && options.traceFile.isEmpty())
+        throw UsageError(QStringLiteral("--trace-full goes with --trace"));
+    if (!options.traceFile.isEmpty())
+        options.trace = std::make_shared<LineTrace>(options.traceFile, !options.isTraceFull);
     if (!options.strict)
         return;
     if (options.isGiven("marks") && options.markPolicy != sale::MarkPolicy::Strict)
@@ -88,6 +92,7 @@ devices::ConnectionSettings Options::connection() const
         .protocol = protocol,
         .plugins = plugins,
         .waitSeconds = waitSeconds,
+        .observer = trace.get(),
         .protocolVersion = protocolVersion,
         .deviceId = deviceId,
         .speedEnumerate = speedEnumerate,

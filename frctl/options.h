@@ -4,6 +4,7 @@
 #include "connectionsettings.h"
 #include "deskoptions.h"
 #include "journalaccess.h"
+#include "linetrace.h"
 #include "markpolicy.h"
 #include "protocol.h"
 #include "setting.h"
@@ -67,6 +68,13 @@ struct Options
     QString svg;
     /// What does harm may be done.
     bool force = false;
+    /// Of what goes over the line; null for none.
+    std::shared_ptr<LineTrace> trace;
+    QString traceFile;
+    bool isTraceFull = false;
+    /// Of the command trace.
+    QString replaySide;
+    QString password;
     /// Warnings are errors.
     bool strict = false;
     sale::MarkPolicy markPolicy = sale::MarkPolicy::Warn;

@@ -40,6 +40,8 @@ const Options& withPort(const Options& options)
 {
     if (!devices::createSerialDevice(options.port))
         throw UsageError(QStringLiteral("--port: \"%1\" names no port").arg(options.port));
+    if (options.trace)
+        options.trace->open(options);
     return options;
 }
 

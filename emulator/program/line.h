@@ -17,4 +17,6 @@ public:
 
 Q_SIGNALS:
     void received(const QByteArray& bytes);
+    /// Another host has come, where the line tells.
+    void connected();
 };

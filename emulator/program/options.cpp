@@ -60,7 +60,10 @@ void describe(QCommandLineParser& parser)
         {QStringLiteral("restore"),
             QStringLiteral("Put the state of that name back first; without a line end then."),
             QStringLiteral("NAME")},
-        {QStringLiteral("trace"), QStringLiteral("Show the bytes on standard error.")},
+        {QStringLiteral("trace"),
+            QStringLiteral("File that gets one line a frame, with its meaning; - is standard error."),
+            QStringLiteral("FILE")},
+        {QStringLiteral("trace-full"), QStringLiteral("Names, addresses and passwords stand in the trace.")},
         {QStringLiteral("quiet"), QStringLiteral("Do not show the tape.")},
         {QStringLiteral("lenient"),
             QStringLiteral("Take requests of hosts that are written to other rules, too.")},
@@ -234,7 +237,11 @@ QString readFiles(const QCommandLineParser& parser, Options& options)
     options.tapeFile = parser.value(QStringLiteral("tape"));
     options.journalFile = parser.value(QStringLiteral("journal"));
     options.conformanceFile = parser.value(QStringLiteral("conformance"));
-    for (const char* const name : {"tape", "journal", "conformance"}) {
+    options.traceFile = parser.value(QStringLiteral("trace"));
+    options.isTraceFull = parser.isSet(QStringLiteral("trace-full"));
+    if (options.isTraceFull && !parser.isSet(QStringLiteral("trace")))
+        return QStringLiteral("--trace-full goes with --trace");
+    for (const char* const name : {"tape", "journal", "conformance", "trace"}) {
         const QString option = QLatin1String(name);
         if (parser.isSet(option) && parser.value(option).isEmpty())
             return QStringLiteral("--%1 is the name of a file").arg(option);
@@ -308,7 +315,6 @@ Options::Outcome Options::parse(const QStringList& arguments, Options& options)
         std::fprintf(stderr, "spf-emulator: %s\n", qPrintable(error));
         return Outcome::Wrong;
     }
-    options.trace = parser.isSet(QStringLiteral("trace"));
     options.quiet = parser.isSet(QStringLiteral("quiet"));
     options.lenient = parser.isSet(QStringLiteral("lenient"));
     options.resetPassword = parser.isSet(QStringLiteral("reset-password"));

@@ -24,7 +24,10 @@ struct Options
     QString restore;
     /// No line was asked for: there is something else to do.
     bool isWithoutLine = false;
-    bool trace = false;
+    /// Empty for none, "-" for standard error.
+    QString traceFile;
+    /// Nothing in it is masked.
+    bool isTraceFull = false;
     bool quiet = false;
     bool lenient = false;
     bool resetPassword = false;

@@ -5,6 +5,7 @@
 #include "program/ptyline.h"
 #include "program/tcpline.h"
 #include "tape/pagetext.h"
+#include "trace/codepage.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -20,6 +21,16 @@ QIODevice::OpenMode writing(const QString& name)
     const QFileInfo there(name);
     const QIODevice::OpenMode mode = QIODevice::WriteOnly | QIODevice::Text;
     return there.exists() && !there.isFile() ? mode : mode | QIODevice::Append;
+}
+
+// Over HEX a reason shows the fields that are bad, which may tell of people.
+QString withoutValues(const emulator::RefusedRequest& refused)
+{
+    const qsizetype values = refused.reason.indexOf(QStringLiteral(": \""));
+    if (values < 0 || refused.request.contains("<ArmRequest"))
+        return refused.reason;
+    const QByteArray masked = trace::standInUtf8(refused.reason.mid(values).toUtf8());
+    return refused.reason.left(values) + QString::fromUtf8(masked);
 }
 
 } // namespace
@@ -42,8 +53,11 @@ Station::Station(const Options& options, std::unique_ptr<emulator::Memory> memor
         std::fprintf(stderr, "spf-emulator: %s and does not happen\n", qPrintable(words));
     });
     m_protocol.setLenient(options.lenient);
-    m_register.refusals().setListener([](const emulator::RefusedRequest& refused) {
-        std::fprintf(stderr, "refused: %s\n", refused.reason.simplified().toUtf8().constData());
+    m_register.refusals().setListener([this](const emulator::RefusedRequest& refused) {
+        const QString words = QStringLiteral("refused: ");
+        std::fprintf(stderr, "%s\n", (words + refused.reason.simplified()).toUtf8().constData());
+        if (m_trace && m_options.traceFile != QStringLiteral("-"))
+            m_trace->note(words + (m_options.isTraceFull ? refused.reason : withoutValues(refused)));
     });
     if (isWatching())
         m_protocol.setWatcher([this](const emulator::Exchange& exchange) { m_watch.note(exchange); });
@@ -64,11 +78,18 @@ QString Station::open()
     }
     if (!m_options.quiet)
         m_terminal.open(stdout, QIODevice::WriteOnly);
+    if (const QString error = openTrace(); !error.isEmpty())
+        return QStringLiteral("cannot write %1: %2").arg(m_options.traceFile, error);
     connectPaper();
     const QString error = openLine();
-    if (error.isEmpty())
-        connect(m_line, &Line::received, this, [this](const QByteArray& bytes) { receive(bytes); });
-    return error;
+    if (!error.isEmpty())
+        return error;
+    connect(m_line, &Line::received, this, [this](const QByteArray& bytes) { receive(bytes); });
+    connect(m_line, &Line::connected, this, [this] {
+        if (m_trace)
+            m_trace->connected();
+    });
+    return {};
 }
 
 QString Station::openLine()
@@ -109,6 +130,8 @@ void Station::append(QFile& file, const QByteArray& text)
 
 int Station::finish()
 {
+    if (m_trace)
+        m_trace->flush();
     if (isWatching()) {
         const emulator::HostRecord& record = m_watch.record();
         append(m_report, QJsonDocument(emulator::hostreport::toJson(record)).toJson());
@@ -134,7 +157,7 @@ void Station::togglePaper()
 
 void Station::receive(const QByteArray& bytes)
 {
-    trace("<", bytes);
+    trace(trace::Direction::ToRegister, bytes);
     // In pieces: pages are kept for so many documents only until they are on the disk, and a request that
     // makes one may be as short as 12 bytes.
     constexpr qsizetype piece = 3000;
@@ -165,15 +188,32 @@ void Station::pump()
 {
     const QByteArray bytes = m_outbox.take();
     if (!bytes.isEmpty()) {
-        trace(">", bytes);
+        trace(trace::Direction::ToHost, bytes);
         m_line->write(bytes);
     }
     if (const std::optional<qint64> due = m_outbox.nextDue())
         m_timer.start(static_cast<int>(qMax<qint64>(1, *due - m_clock.milliseconds())));
 }
 
-void Station::trace(const char* direction, const QByteArray& bytes) const
+QString Station::openTrace()
 {
-    if (m_options.trace)
-        std::fprintf(stderr, "%s %s\n", direction, bytes.toHex(' ').constData());
+    if (m_options.traceFile.isEmpty())
+        return {};
+    if (const QString error = m_traceFile.open(m_options.traceFile); !error.isEmpty())
+        return error;
+    m_traceFile.setLossListener([this](const QString& reason) {
+        std::fprintf(stderr, "spf-emulator: cannot write %s any more: %s\n", qPrintable(m_options.traceFile),
+            qPrintable(reason));
+        m_hasLostOutput = true;
+    });
+    m_trace.emplace([this](const QByteArray& line) { m_traceFile.append(line); }, !m_options.isTraceFull);
+    m_trace->begin(
+        QCoreApplication::applicationName() + QLatin1Char(' ') + QCoreApplication::applicationVersion());
+    return {};
+}
+
+void Station::trace(trace::Direction direction, const QByteArray& bytes)
+{
+    if (m_trace)
+        m_trace->passed(direction, bytes);
 }

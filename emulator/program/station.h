@@ -4,11 +4,14 @@
 #include "program/line.h"
 #include "program/power.h"
 #include "register/systemclock.h"
+#include "trace/recorder.h"
+#include "trace/tracefile.h"
 
 #include <QFile>
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 
 /// Puts register, protocol and line together and keeps the tape and the journal on disk.
 class Station : public QObject
@@ -38,7 +41,9 @@ private:
     /// program before anybody is told of it, as a loss of power would; false then.
     bool keep();
     void pump();
-    void trace(const char* direction, const QByteArray& bytes) const;
+    /// Opens the file of the trace, where one is wanted; empty when all went well.
+    QString openTrace();
+    void trace(trace::Direction direction, const QByteArray& bytes);
 
     /// What goes out once it is kept.
     struct Output
@@ -60,6 +65,8 @@ private:
     QFile m_journal;
     QFile m_terminal;
     QFile m_report;
+    trace::TraceFile m_traceFile;
+    std::optional<trace::Recorder> m_trace;
     QList<Output> m_output;
     bool m_hasLostOutput = false;
     bool m_hasLostPower = false;

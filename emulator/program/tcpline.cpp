@@ -23,6 +23,7 @@ void TcpLine::accept()
         m_host->abort();
     m_host = m_server.nextPendingConnection();
     m_host->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    Q_EMIT connected();
     connect(m_host, &QTcpSocket::disconnected, m_host, &QObject::deleteLater);
     connect(m_host, &QTcpSocket::readyRead, this, [this, host = m_host.data()] {
         if (host == m_host)

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "lineobserver.h"
+#include "trace/recorder.h"
+#include "trace/tracefile.h"
+
+namespace frctl {
+
+struct Options;
+
+/// Writes what goes over the register's line into a file. A file that takes no more is a warning and ends the
+/// trace, never the work.
+class LineTrace : public devices::LineObserver
+{
+public:
+    LineTrace(const QString& fileName, bool isMasked);
+    ~LineTrace() override;
+    LineTrace(const LineTrace&) = delete;
+    LineTrace& operator=(const LineTrace&) = delete;
+
+    /// Before anything is sent. Throws UsageError for a file that cannot be written.
+    void open(const Options& options);
+
+    void opened() override;
+    void sent(const QByteArray& bytes) override;
+    void received(const QByteArray& bytes) override;
+    void failed(const QString& reason) override;
+
+private:
+    QString m_fileName;
+    trace::TraceFile m_file;
+    trace::Recorder m_recorder;
+};
+
+} // namespace frctl

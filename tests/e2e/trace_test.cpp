@@ -1,0 +1,181 @@
+// Traces of real programs: what they hold, and that they can be played again.
+
+#include "programs.h"
+#include "trace/frames.h"
+#include "trace/traceline.h"
+#include "trace/tracereader.h"
+
+#include <QDir>
+#include <QJsonDocument>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr int patienceMs = 30000;
+
+/// frctl as the register of a trace, from construction to finish.
+class PlayedRegister
+{
+public:
+    explicit PlayedRegister(const QString& trace)
+    {
+        m_process.setReadChannel(QProcess::StandardError);
+        m_process.start(QStringLiteral(FRCTL), {"trace", "replay", trace, "--as", "register", port()});
+        QByteArray said;
+        while (!said.contains("ready") && m_process.waitForReadyRead(patienceMs))
+            said += m_process.readAllStandardError();
+    }
+
+    QString port() const { return m_folder.filePath("register"); }
+    Result finish()
+    {
+        m_process.waitForFinished(patienceMs);
+        const QByteArray output = m_process.readAllStandardOutput();
+        return {m_process.exitCode(), output, m_process.readAllStandardError()};
+    }
+
+private:
+    QTemporaryDir m_folder;
+    QProcess m_process;
+};
+
+/// The commands that made a trace, as its programs noted them: version and protocol stand before.
+QList<QStringList> commandsOf(const trace::Trace& trace)
+{
+    QList<QStringList> commands;
+    for (const trace::Note& note : trace.notes) {
+        const QStringList words = note.text.split(' ');
+        if (words.constFirst() == "frctl")
+            commands.append(words.mid(2));
+    }
+    return commands;
+}
+
+class RecordedTrace : public testing::TestWithParam<QString>
+{
+};
+
+// The driver sends what it sent when the trace was made, and takes the answers as it did.
+TEST_P(RecordedTrace, DriverDoesAsItDid)
+{
+    QDir::setCurrent(QStringLiteral(FRSPF_SOURCES));
+    QTemporaryDir folder;
+    const QString file = QStringLiteral(FRSPF_SOURCES "/tests/traces/") + GetParam();
+    const QString again = folder.filePath("again");
+    PlayedRegister device(file);
+    const QList<QStringList> commands = commandsOf(trace::readTrace(readAll(file)));
+    ASSERT_FALSE(commands.isEmpty());
+    for (const QStringList& command : commands)
+        runFrctl(QStringList{"--port", device.port(), "--cashier", "Иванова А. П.", "--journal",
+                     folder.filePath("journal"), "--trace", again}
+            + command);
+    const Result played = device.finish();
+    EXPECT_EQ(played.status, 0) << played.output.constData();
+    const Result same = runFrctl({"trace", "diff", file, again});
+    EXPECT_EQ(same.output.trimmed().toStdString(), "the same");
+}
+
+INSTANTIATE_TEST_SUITE_P(Traces, RecordedTrace,
+    testing::ValuesIn(QDir(QStringLiteral(FRSPF_SOURCES "/tests/traces")).entryList({"*.trace"})),
+    [](const testing::TestParamInfo<QString>& parameter) {
+        return QString(parameter.param).remove(".trace").replace('-', '_').toStdString();
+    });
+
+const QStringList people{"buyer@", "Иванова", "772100000040"};
+
+/// Names of people that the bytes or the words of a trace tell.
+QStringList toldBy(const QByteArray& text)
+{
+    QString all = QString::fromUtf8(text);
+    for (const trace::Frame& frame : trace::readTrace(text).frames)
+        all += QString::fromUtf8(frame.bytes);
+    QStringList told = people;
+    told.removeIf([&all](const QString& name) { return !all.contains(name); });
+    return told;
+}
+
+TEST(Trace, BothSidesWriteTheSame)
+{
+    for (const char* const protocol : {"HEX", "XML"}) {
+        SCOPED_TRACE(protocol);
+        QTemporaryDir folder;
+        const QString ours = folder.filePath("ours");
+        const QString full = folder.filePath("full");
+        const QString theirs = folder.filePath("theirs");
+        {
+            Emulator emulator({"--trace", theirs});
+            const QStringList selling{"--port", emulator.port(), "--protocol", protocol, "sell",
+                FRSPF_EXAMPLES "/electronic-sale.json", "--trace"};
+            EXPECT_EQ(runFrctl(selling + QStringList{ours}).status, 0);
+            EXPECT_EQ(runFrctl({"trace", "diff", ours, theirs}).output.trimmed(), "the same");
+            EXPECT_EQ(runFrctl(selling + QStringList{full, "--trace-full"}).status, 0);
+        }
+        EXPECT_EQ(toldBy(readAll(ours)), QStringList());
+        EXPECT_EQ(toldBy(readAll(theirs)), QStringList());
+        EXPECT_NE(toldBy(readAll(full)), QStringList());
+        EXPECT_EQ(runFrctl({"--json", "trace", "diff", ours, full}).status, 1);
+        const Result shown = runFrctl({"--json", "trace", "show", ours});
+        EXPECT_EQ(shown.status, 0);
+        EXPECT_FALSE(QJsonDocument::fromJson(shown.output).object().value("frames").toArray().isEmpty());
+        // The same register once more, from its first day on.
+        Emulator other;
+        const Result played = runFrctl({"--json", "trace", "replay", ours, "--as", "host", other.port()});
+        const QJsonObject json = QJsonDocument::fromJson(played.output).object();
+        EXPECT_EQ(json.value("played"), json.value("requests"));
+        // It has another drive.
+        EXPECT_EQ(played.status, 1);
+        EXPECT_EQ(other.sales().size(), 1);
+    }
+}
+
+// The register shows what is bad in a request, and the trace of it must not.
+TEST(Trace, ReasonsOfRefusalsAreMasked)
+{
+    QTemporaryDir folder;
+    const QString theirs = folder.filePath("theirs");
+    QFile wrong(folder.filePath("wrong"));
+    ASSERT_TRUE(wrong.open(QIODevice::WriteOnly));
+    wrong.write(trace::traceline::head(true));
+    for (const QByteArray& bytes : {frames::request(' ', "A7"), frames::request('!', "00", "010326,090000,"),
+             frames::request('"', "6B", "Иванова,772100000040772100000040,")})
+        wrong.write(trace::traceline::frame(frames::toRegister(bytes), "a request"));
+    wrong.close();
+    Emulator emulator({"--trace", theirs});
+    runFrctl({"trace", "replay", wrong.fileName(), "--as", "host", emulator.port()});
+    emulator.stop();
+    const QByteArray text = readAll(theirs);
+    EXPECT_TRUE(text.contains("# refused: 6B: ")) << text.constData();
+    EXPECT_EQ(toldBy(text), QStringList());
+}
+
+TEST(Trace, FileThatTakesNothing)
+{
+    Emulator emulator;
+    const QStringList selling{
+        "--port", emulator.port(), "--protocol", "HEX", "sell", FRSPF_EXAMPLES "/sale.json", "--trace"};
+    for (const char* const file : {"/no/such/folder/trace", FRSPF_EXAMPLES "/sale.json", ""})
+        EXPECT_EQ(runFrctl(selling + QStringList{file}).status, 2) << file;
+    EXPECT_EQ(emulator.sales().size(), 0);
+    const Result full = runFrctl(selling + QStringList{"/dev/full", "--json"});
+    EXPECT_EQ(full.status, 0);
+    EXPECT_EQ(full.errors.count("/dev/full"), 1) << full.errors.constData();
+    EXPECT_TRUE(full.output.contains("/dev/full"));
+    EXPECT_EQ(emulator.sales().size(), 1);
+}
+
+TEST(Trace, WrongUsage)
+{
+    const QString trace = QStringLiteral(FRSPF_SOURCES "/tests/traces/hex-trouble.trace");
+    const QList<QStringList> rows{{"show"}, {"show", "/no/such/file"}, {"show", FRSPF_EXAMPLES "/sale.json"},
+        {"diff", trace}, {"look", trace}, {"replay", trace, "/tmp/x"},
+        {"replay", trace, "--as", "till", "/tmp/x"}, {"replay", trace, "--as", "register", "tcp:nowhere"}};
+    for (const QStringList& row : rows)
+        EXPECT_EQ(runFrctl(QStringList{"trace"} + row).status, 2) << row.join(' ').toStdString();
+    const QList<QStringList> misplaced{
+        {"status", "--as", "host"}, {"status", "--trace-full"}, {"names", "fields", "--trace", "/tmp/x"}};
+    for (const QStringList& row : misplaced)
+        EXPECT_EQ(runFrctl(row).status, 2) << row.join(' ').toStdString();
+}
+
+} // namespace

@@ -1,0 +1,125 @@
+#include "frames.h"
+#include "trace/hostplayer.h"
+#include "trace/registerplayer.h"
+#include "trace/tracereader.h"
+
+#include <gtest/gtest.h>
+#include <QDir>
+#include <QFile>
+
+namespace {
+
+using namespace frames;
+
+/// Number, state, number again, a subtotal.
+const trace::Trace recorded = traceOf({toRegister(request(' ', "A6")), toHost(answer(' ', "A6", "17,")),
+    toRegister(request('!', "A0")), toRegister("\x05"), toHost("\x06"), toHost(answer('!', "A0", "0,4,5,")),
+    toRegister(request('"', "34")), toHost(answer('"', "34")), toRegister(request('#', "A0")),
+    toHost(answer('#', "A0", "0,4,7,"))});
+
+QByteArray said(trace::RegisterPlayer& player, const QByteArray& bytes)
+{
+    QByteArray all;
+    for (const trace::RegisterPlayer::Answer& answer : player.receive(bytes))
+        all += answer.bytes;
+    return all;
+}
+
+TEST(RegisterPlayer, AnswersHaveTheIdsOfTheLivingHost)
+{
+    trace::RegisterPlayer player(recorded);
+    const struct
+    {
+        const char* what;
+        QByteArray asked;
+        QByteArray answered;
+        bool isDone = false;
+    } rows[] = {
+        {"in order", request('a', "A6"), answer('a', "A6", "17,")},
+        {"alive", "\x05", "\x06"},
+        {"a question of later", request('b', "A0"), answer('b', "A0", "0,4,5,")},
+        {"a question of before", request('c', "A6"), answer('c', "A6", "17,")},
+        {"no question of the trace", request('d', "A8"), answer('d', "A8", {}, "01")},
+        {"no step of the trace", request('e', "22", "0,1,0,"), answer('e', "22", {}, "01")},
+        {"the step", request('f', "34"), answer('f', "34"), true},
+        {"the step again", request('f', "34"), answer('f', "34"), true},
+        {"another one", request('g', "34"), answer('g', "34", {}, "01"), true},
+        {"what has become of it", request('h', "A0"), answer('h', "A0", "0,4,7,"), true},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(said(player, row.asked).toHex(' '), row.answered.toHex(' ')) << row.what;
+        EXPECT_EQ(player.isDone(), row.isDone) << row.what;
+    }
+    EXPECT_EQ(player.complaints().size(), 3);
+    EXPECT_EQ(player.missing(), QStringList());
+}
+
+TEST(RegisterPlayer, QuestionsMayBeLeftOutAndStepsMayNot)
+{
+    trace::RegisterPlayer player(recorded);
+    EXPECT_EQ(said(player, request('a', "34")), answer('a', "34"));
+    trace::RegisterPlayer other(traceOf({toRegister(request(' ', "34")), toHost(answer(' ', "34")),
+        toRegister(request('!', "22", "0,1,0,")), toHost(answer('!', "22"))}));
+    EXPECT_EQ(said(other, request('a', "22", "0,1,0,")), answer('a', "22", {}, "01"));
+    EXPECT_EQ(other.missing().size(), 2);
+    trace::Trace twice = recorded;
+    twice.frames.append({0, 2, trace::Direction::ToRegister, request('$', "A0")});
+    trace::RegisterPlayer patient(twice);
+    said(patient, request('a', "34"));
+    EXPECT_FALSE(patient.isDone()) << "another connection is to come";
+}
+
+TEST(RegisterPlayer, LateAnswersKeepTheirIds)
+{
+    trace::RegisterPlayer player(traceOf({toRegister(xmlRequest("new", 2)), toHost(xmlAnswer("old", 2)),
+        {700, 1, trace::Direction::ToHost, xmlAnswer("new", 2)}}));
+    const QList<trace::RegisterPlayer::Answer> answers = player.receive(xmlRequest("living", 2));
+    ASSERT_EQ(answers.size(), 2);
+    EXPECT_EQ(answers.at(0).bytes, xmlAnswer("old", 2));
+    EXPECT_EQ(answers.at(1).bytes, xmlAnswer("living", 2));
+}
+
+// Either side is played to the other: ids are new ones, and nothing differs.
+class Recorded : public testing::TestWithParam<QString>
+{
+};
+
+TEST_P(Recorded, HostAndRegisterUnderstandEachOther)
+{
+    QFile file(QStringLiteral(FRSPF_TRACES "/") + GetParam());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const trace::Trace trace = trace::readTrace(file.readAll());
+    trace::RegisterPlayer device(trace);
+    trace::HostPlayer host(trace);
+    while (!host.isOver()) {
+        const QString title = host.title();
+        if (!host.receive(said(device, host.nextRequest()))) {
+            host.giveUp();
+            ADD_FAILURE() << "no answer to " << title.toStdString();
+        }
+    }
+    EXPECT_EQ(host.differences(), QStringList());
+    EXPECT_EQ(device.complaints(), QStringList());
+    EXPECT_TRUE(device.isDone());
+}
+
+INSTANTIATE_TEST_SUITE_P(Traces, Recorded,
+    testing::ValuesIn(QDir(QStringLiteral(FRSPF_TRACES)).entryList({QStringLiteral("*.trace")})),
+    [](const testing::TestParamInfo<QString>& parameter) {
+        return QString(parameter.param).remove(".trace").replace('-', '_').toStdString();
+    });
+
+TEST(HostPlayer, OtherAnswersAreTold)
+{
+    trace::HostPlayer host(recorded, "ABCD");
+    EXPECT_EQ(host.nextRequest().mid(1, 4), "ABCD");
+    EXPECT_TRUE(host.receive(answer(' ', "A6", "18,")));
+    EXPECT_EQ(host.nextRequest().at(5), '!');
+    EXPECT_FALSE(host.receive(answer(' ', "A6", "17,"))) << "a late one";
+    host.giveUp();
+    EXPECT_EQ(host.differences(),
+        (QStringList{"1 HEX GetSerialNumber(A6): serialNumber: 18, expected 17",
+            "2 HEX RequestStateStatus(A0): no answer"}));
+}
+
+} // namespace

@@ -1,0 +1,69 @@
+#include "trace/script.h"
+
+#include <algorithm>
+
+namespace trace {
+
+namespace {
+
+class Sorting
+{
+public:
+    void add(const Frame& frame);
+    QList<Exchange> take() { return std::move(m_exchanges); }
+
+private:
+    void addRequest(const Frame& frame, const Meaning& meaning);
+    void addAnswer(const Frame& frame, const Meaning& meaning);
+
+    Decoder m_decoder;
+    QList<Exchange> m_exchanges;
+    bool m_isAsked = false;
+};
+
+void Sorting::add(const Frame& frame)
+{
+    const Meaning meaning = m_decoder.decode(frame);
+    if (frame.direction == Direction::ToRegister)
+        addRequest(frame, meaning);
+    else if (!m_exchanges.isEmpty())
+        addAnswer(frame, meaning);
+}
+
+void Sorting::addRequest(const Frame& frame, const Meaning& meaning)
+{
+    m_isAsked = meaning.kind == Meaning::Kind::Enquiry;
+    if (meaning.isRequest())
+        m_exchanges.append({frame, meaning, {}});
+}
+
+void Sorting::addAnswer(const Frame& frame, const Meaning& meaning)
+{
+    const bool isTold = m_isAsked && meaning.kind == Meaning::Kind::Acknowledge;
+    m_isAsked = false;
+    if (!isTold)
+        m_exchanges.last().answers.append(frame);
+}
+
+} // namespace
+
+const Frame* Exchange::answer() const
+{
+    const auto counts = [this](const Frame& frame) {
+        const Meaning told = Decoder().decode(frame);
+        return frame.bytes != request.bytes && told.kind == Meaning::Kind::Answer
+            && (told.id == meaning.id || meaning.id.isEmpty());
+    };
+    const auto found = std::find_if(answers.crbegin(), answers.crend(), counts);
+    return found == answers.crend() ? nullptr : &*found;
+}
+
+QList<Exchange> exchangesOf(const Trace& trace)
+{
+    Sorting sorting;
+    for (const Frame& frame : trace.frames)
+        sorting.add(frame);
+    return sorting.take();
+}
+
+} // namespace trace

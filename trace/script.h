@@ -1,0 +1,22 @@
+#pragma once
+
+#include "trace/meaning.h"
+
+namespace trace {
+
+/// What a host sent, and what came back before it sent the next.
+struct Exchange
+{
+    Frame request;
+    Meaning meaning;
+    QList<Frame> answers;
+
+    /// The answer that counts: the last one with the request's id; null when none came.
+    const Frame* answer() const;
+};
+
+/// The exchanges of a trace in order. How often a host asked whether the register lives, and what it was
+/// told, is left out: that is a matter of time. Bytes of the host that are no frame are left out, too.
+QList<Exchange> exchangesOf(const Trace& trace);
+
+} // namespace trace

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+namespace trace::tagtable {
+
+/// What a node of an XML document's tree is called in traces: a name for the tags that receipts and answers
+/// have, all others as they stand.
+QString name(const QString& node);
+/// Its text names a person or a customer, or is a password.
+bool isPersonal(const QString& node);
+
+} // namespace trace::tagtable

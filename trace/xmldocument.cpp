@@ -1,0 +1,171 @@
+#include "trace/xmldocument.h"
+
+#include "trace/tagtable.h"
+
+#include <QHash>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
+
+namespace trace::xmldocument {
+
+namespace {
+
+constexpr int deepestTree = 64;
+// The type of a node whose children are a list.
+const QString listType = QStringLiteral("6");
+
+/// Reads a node behind its start element.
+class TreeReader
+{
+public:
+    TreeReader(QXmlStreamReader& reader, QList<XmlDocument::Leaf>& leaves)
+        : m_reader(reader)
+        , m_leaves(leaves)
+    {
+    }
+
+    void readChildren(const QString& path, const QString& type, int depth);
+
+private:
+    void readChild(const QString& path, int depth);
+
+    QXmlStreamReader& m_reader;
+    QList<XmlDocument::Leaf>& m_leaves;
+};
+
+void TreeReader::readChildren(const QString& path, const QString& type, int depth)
+{
+    if (depth > deepestTree)
+        return m_reader.raiseError(QStringLiteral("the tree of data is too deep"));
+    const QString above = path.isEmpty() ? QString() : path + QLatin1Char('.');
+    QString text;
+    int children = 0;
+    while (!m_reader.atEnd() && m_reader.readNext() != QXmlStreamReader::EndElement) {
+        if (m_reader.isCharacters())
+            text += m_reader.text();
+        if (!m_reader.isStartElement())
+            continue;
+        ++children;
+        if (type == listType)
+            readChild(QStringLiteral("%1[%2]").arg(path).arg(children), depth);
+        else
+            readChild(
+                above + tagtable::name(m_reader.attributes().value(QLatin1String("n")).toString()), depth);
+    }
+    if (children == 0 && !path.isEmpty())
+        m_leaves.append({path, type, text});
+}
+
+void TreeReader::readChild(const QString& path, int depth)
+{
+    readChildren(path, m_reader.attributes().value(QLatin1String("t")).toString(), depth + 1);
+}
+
+void readTree(const QString& text, XmlDocument& document)
+{
+    if (text.trimmed().isEmpty())
+        return;
+    QXmlStreamReader reader(text);
+    if (reader.readNextStartElement())
+        TreeReader(reader, document.leaves)
+            .readChildren({}, reader.attributes().value(QLatin1String("t")).toString(), 0);
+    while (!reader.atEnd())
+        reader.readNext();
+    if (reader.hasError())
+        document.fault = QStringLiteral("the data: %1").arg(reader.errorString());
+}
+
+using Texts = QHash<QString, QString>;
+
+/// The texts of all elements that have no children, wherever they stand.
+Texts readTexts(QXmlStreamReader& reader, QString& root)
+{
+    Texts texts;
+    QString name;
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (reader.isStartElement()) {
+            name = reader.name().toString();
+            if (root.isEmpty())
+                root = name;
+            else if (!texts.contains(name))
+                texts.insert(name, QString());
+        } else if (reader.isCharacters() && !name.isEmpty()) {
+            texts[name] += reader.text();
+        } else if (reader.isEndElement()) {
+            name.clear();
+        }
+    }
+    return texts;
+}
+
+QString textOf(const Texts& texts, const char* name)
+{
+    return texts.value(QLatin1String(name));
+}
+
+QString envelopeOf(const Texts& texts)
+{
+    QStringList parts;
+    for (const char* const name : {"ProtocolLabel", "ProtocolVersion", "msgFFDVer", "msgContVer"})
+        parts.append(textOf(texts, name));
+    return parts.join(QLatin1Char(' ')).trimmed();
+}
+
+} // namespace
+
+XmlDocument parse(const QByteArray& bytes)
+{
+    QXmlStreamReader reader(bytes.trimmed());
+    QString root;
+    const Texts texts = readTexts(reader, root);
+    XmlDocument document;
+    document.isRequest = root == QLatin1String("ArmRequest");
+    if (reader.hasError())
+        document.fault = reader.errorString();
+    document.id = textOf(texts, "RequestId");
+    bool isNumber = false;
+    const int command = textOf(texts, "Command").toInt(&isNumber);
+    document.command = isNumber ? command : -1;
+    document.envelope = envelopeOf(texts);
+    document.result = textOf(texts, "Result");
+    document.errorCategory = textOf(texts, "ErrorCategory");
+    document.errorCode = textOf(texts, "ErrorCode");
+    document.errorDescription = textOf(texts, "ErrorDescription");
+    readTree(textOf(texts, document.isRequest ? "RequestData" : "ResponseData"), document);
+    return document;
+}
+
+QByteArray withId(const QByteArray& bytes, const QByteArray& id)
+{
+    static const QByteArray begin = "<RequestId>";
+    const qsizetype start = bytes.indexOf(begin);
+    const qsizetype end = bytes.indexOf("</RequestId>", start);
+    if (start < 0 || end < 0)
+        return bytes;
+    const qsizetype text = start + begin.size();
+    return bytes.left(text) + id + bytes.mid(end);
+}
+
+QByteArray refusal(const XmlDocument& request, const QString& description)
+{
+    QByteArray bytes;
+    QXmlStreamWriter writer(&bytes);
+    writer.writeStartDocument();
+    writer.writeStartElement(QStringLiteral("ArmResponse"));
+    writer.writeStartElement(QStringLiteral("ResponseBody"));
+    writer.writeTextElement(QStringLiteral("RequestId"), request.id);
+    writer.writeTextElement(QStringLiteral("Command"), QString::number(request.command));
+    writer.writeTextElement(QStringLiteral("Result"), QStringLiteral("1"));
+    // A request that cannot be done as things are.
+    writer.writeTextElement(QStringLiteral("ErrorCategory"), QStringLiteral("1"));
+    writer.writeTextElement(QStringLiteral("ErrorCode"), QStringLiteral("1"));
+    writer.writeTextElement(QStringLiteral("ErrorDescription"), description);
+    writer.writeEndElement();
+    writer.writeStartElement(QStringLiteral("ResponseData"));
+    writer.writeCDATA(QString());
+    writer.writeEndDocument();
+    return bytes;
+}
+
+} // namespace trace::xmldocument
