@@ -13,6 +13,7 @@ const QString isShiftOpenKey = QStringLiteral("shiftOpen");
 const QString shiftKey = QStringLiteral("shift");
 const QString nextReceiptKey = QStringLiteral("nextReceipt");
 const QString sumsKey = QStringLiteral("sums");
+const QString areSumsReadKey = QStringLiteral("sumsRead");
 const QString cashKey = QStringLiteral("cash");
 const QString drawerKey = QStringLiteral("drawer");
 const QString countKey = QStringLiteral("count");
@@ -82,8 +83,10 @@ QJsonObject DriveMark::toJson() const
     insert(json, shiftKey, shift);
     insert(json, nextReceiptKey, nextReceipt);
     insert(json, drawerKey, drawer);
-    if (!sums.isEmpty())
+    if (!sums.isEmpty()) {
         json.insert(sumsKey, sumsJson(sums));
+        json.insert(areSumsReadKey, areSumsRead);
+    }
     if (!cash.isEmpty())
         json.insert(cashKey, cashJson(cash));
     return json;
@@ -101,6 +104,7 @@ DriveMark DriveMark::fromJson(const QJsonObject& json)
     mark.nextReceipt = integer(json, nextReceiptKey);
     mark.drawer = integer(json, drawerKey);
     mark.sums = sumsOf(json.value(sumsKey).toObject());
+    mark.areSumsRead = json.value(areSumsReadKey).toBool(true);
     mark.cash = cashOf(json.value(cashKey).toObject());
     return mark;
 }

@@ -188,6 +188,7 @@ std::optional<DriveMark> confirmMark(
         const bool isSame = reading.mark.nextReceipt && reading.mark.nextReceipt == earlier.nextReceipt;
         if (!mark.sums.contains(kind))
             mark.sums.insert(reading.mark.sums);
+        mark.areSumsRead = true;
         return isSame && withoutZeros(mark.sums.value(kind)) == withoutZeros(reading.mark.sums.value(kind))
             ? std::optional(mark)
             : std::nullopt;

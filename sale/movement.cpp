@@ -32,6 +32,7 @@ void moveReceipt(DriveMark& mark, const Movement& ours)
         *mark.drawer += ours.kind == DocumentKind::Sale ? ours.payments.value(0) : -ours.payments.value(0);
     if (!mark.sums.contains(ours.kind))
         return;
+    mark.areSumsRead = false;
     PaymentSums& sums = mark.sums[ours.kind];
     for (auto payment = ours.payments.cbegin(); payment != ours.payments.cend(); ++payment)
         sums[payment.key()] += payment.value();

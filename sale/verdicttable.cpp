@@ -87,11 +87,13 @@ private:
         return moved == ours ? Sums::ByOurs : Sums::ByOthers;
     }
 
-    /// The sums before may have been those that make the document ours, with a byte changed on the way.
+    /// The sums before may have been those that make the document ours, with a byte changed on the way: of the
+    /// answer that told them, or of the receipt that they were counted on by.
     bool mayBeMisread() const
     {
         return !m_circumstances.isChecked
-            && isMisreading(sumsBefore(), difference(sumsAfter(), m_ours.payments));
+            && (!m_before.areSumsRead
+                || isMisreading(sumsBefore(), difference(sumsAfter(), m_ours.payments)));
     }
 
     Judgement ofReceipt(qint64 moved) const

@@ -87,6 +87,12 @@ DriveMark withoutSums(DriveMark mark)
     return mark;
 }
 
+/// The mark xml(7), told by arithmetic behind another sale.
+DriveMark counted()
+{
+    return markAfter(xml(6, PaymentSums{{0, 8000}}), {sell, {{0, 2000}}});
+}
+
 const Outcome issued = Outcome::Issued;
 const Outcome notIssued = Outcome::NotIssued;
 const Outcome unknown = Outcome::Unknown;
@@ -110,6 +116,10 @@ const Row rows[] = {
     {"moved by two, shift closed", xml(7), xml(9, std::nullopt), sale20, unknown, unknown},
     {"a journal without sums", withoutSums(xml(7)), xml(8, withOurs), sale20, issued, unknown},
     {"over nothing", xml(7), xml(8), {sell, {{0, 0}}}, issued, unknown},
+    // A receipt that was changed on the line, and answered well, had other sums.
+    {"counted on, sums by ours", counted(), xml(8, withOurs), sale20, issued, unknown},
+    {"counted on, other sum", counted(), xml(8, withOther), sale20, unknown, unknown, true},
+    {"counted on, no sum", counted(), xml(8), sale20, unknown, unknown, true},
     // Two stories.
     {"number unmoved, sums by ours", xml(7), xml(7, withOurs), sale20, unknown, unknown, true},
     {"number unmoved, shift closed", xml(7), xml(7, std::nullopt), sale20, unknown, unknown, true},
