@@ -47,7 +47,8 @@ struct DriveMark
     std::optional<qint64> nextReceipt = {};
     /// Of the shift's receipts, by kind. A kind that is missing was not told.
     QMap<DocumentKind, PaymentSums> sums = {};
-    /// False when sums were counted on from an earlier mark, and not read. What does not fit them proves nothing.
+    /// False when sums were counted on from an earlier mark, and not read. What does not fit them proves
+    /// nothing.
     bool areSumsRead = true;
     /// Of the shift's cash in and cash out. A kind that is missing was not told.
     QMap<DocumentKind, OperationCount> cash = {};

@@ -87,8 +87,8 @@ private:
         return moved == ours ? Sums::ByOurs : Sums::ByOthers;
     }
 
-    /// The sums before may have been those that make the document ours, with a byte changed on the way: of the
-    /// answer that told them, or of the receipt that they were counted on by.
+    /// The sums before may have been those that make the document ours, with a byte changed on the way: of
+    /// the answer that told them, or of the receipt that they were counted on by.
     bool mayBeMisread() const
     {
         return !m_circumstances.isChecked
