@@ -10,8 +10,8 @@
 namespace frctl {
 
 namespace {
-constexpr qsizetype largestInput = 64 * 1024 * 1024;
-constexpr qsizetype portionSize = 64 * 1024;
+constexpr qsizetype largestInput = 64LL * 1024 * 1024;
+constexpr qsizetype portionSize = 64LL * 1024;
 } // namespace
 
 QByteArray readFile(const QString& fileName)

@@ -13,31 +13,31 @@ namespace frctl {
 
 namespace {
 
-template <auto member>
+template <auto Member>
 void takeText(const QString& text, Options& options)
 {
-    options.*member = text;
+    options.*Member = text;
 }
 
-template <auto member>
+template <auto Member>
 void appendText(const QString& text, Options& options)
 {
-    (options.*member).append(text);
+    (options.*Member).append(text);
 }
 
-template <auto member>
+template <auto Member>
 void switchOn(const QString&, Options& options)
 {
-    options.*member = true;
+    options.*Member = true;
 }
 
 /// Texts of the command line that reach the register or the journal.
-template <auto member>
+template <auto Member>
 void takeLine(const QString& text, Options& options)
 {
     if (const std::optional<QString> fault = receipt::textFault(text))
         throw UsageError(*fault);
-    options.*member = text;
+    options.*Member = text;
 }
 
 int numberUpTo(const QString& text, int most)
@@ -178,12 +178,12 @@ void takePaperWidth(const QString& text, Options& options)
 }
 
 /// An empty name would be no file.
-template <auto member>
+template <auto Member>
 void takeFile(const QString& text, Options& options)
 {
     if (text.isEmpty())
         throw UsageError(QStringLiteral("wants a file"));
-    options.*member = text;
+    options.*Member = text;
 }
 
 constexpr OptionRow optionTable[] = {
