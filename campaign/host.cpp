@@ -4,6 +4,7 @@
 #include "exceptions.h"
 #include "hostkilled.h"
 #include "identifiedsale.h"
+#include "receipt.h"
 #include "violation.h"
 
 #include <QSet>

@@ -11,7 +11,7 @@ constexpr unsigned char firstFrame = 0xB0;
 constexpr unsigned char firstLateSmall = 0xE0;
 constexpr unsigned char firstExtra = 0xF0;
 // Frames and shades, and what stands behind the alphabet.
-const QString frames = QStringLiteral("░▒▓│┤╡╢╖╕╣║╗╝╜╛┐└┴┬├─┼╞╟╚╔╩╦╠═╬╧╨╤╥╙╘╒╓╫╪┘┌█▄▌▐▀");
+const QString boxDrawing = QStringLiteral("░▒▓│┤╡╢╖╕╣║╗╝╜╛┐└┴┬├─┼╞╟╚╔╩╦╠═╬╧╨╤╥╙╘╒╓╫╪┘┌█▄▌▐▀");
 const QString extras = QStringLiteral("ЁёЄєЇїЎў°∙·√№¤■\u00A0");
 // Х and х of the code page.
 constexpr char highCapital = static_cast<char>(0x95);
@@ -24,7 +24,7 @@ QChar highLetter(unsigned char byte)
     if (byte < firstFrame)
         return QChar(capitalA + byte - firstHigh);
     if (byte < firstLateSmall)
-        return frames.at(byte - firstFrame);
+        return boxDrawing.at(byte - firstFrame);
     return byte < firstExtra ? QChar(smallEr + byte - firstLateSmall) : extras.at(byte - firstExtra);
 }
 
@@ -73,7 +73,7 @@ QByteArray standInNumber(const QByteArray& digits, int base)
     // Line ends and signs stay.
     if (number < '0' || digits.size() < 2)
         return digits;
-    const int letter = digits.size() == 2 ? 'X' : 'x';
+    const int letter = QLatin1Char(digits.size() == 2 ? 'X' : 'x').unicode();
     return QByteArray::number(letter, base).rightJustified(digits.size(), '0');
 }
 
