@@ -125,16 +125,13 @@ void addTestDrive(Output& output, const QString& drive)
         output.lines.append(QStringLiteral("test drive %1: what it signs is no fiscal document").arg(drive));
 }
 
-/// With the cashier's name as the register gets it.
+/// With the cashier's name as the register gets it; a receipt is judged with it.
 Options withPlainCashier(Options options)
 {
     const QString path = QStringLiteral("--cashier");
     TextCheck texts(options);
     options.cashier.name
         = texts.line(path, options.cashier.name, options.judgesReceipts() ? 0 : receipt::longestLoginName);
-    if (options.judgesReceipts())
-        texts.warn(path, options.cashier.name,
-            receipt::shiftCashierWarning(options.cashier.name, options.receiptProtocol()));
     texts.finish();
     return options;
 }
