@@ -142,7 +142,8 @@ Output work(const Options& given)
     given.answer->id = given.id;
     const Options options = withPlainCashier(given);
     const Task task = findCommand(options).prepare(options);
-    if (task.alone && options.trace)
+    // A sale that is done already works none, which nobody can know before.
+    if (task.alone && !options.traceFile.isEmpty() && !options.answer->isDocument)
         throw UsageError(QStringLiteral("--trace goes with commands that work a register"));
     if (task.alone)
         return task.alone();
