@@ -16,6 +16,7 @@
 #include <QThread>
 
 #include <algorithm>
+#include <memory>
 
 namespace frctl {
 
