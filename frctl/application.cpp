@@ -125,16 +125,13 @@ void addTestDrive(Output& output, const QString& drive)
         output.lines.append(QStringLiteral("test drive %1: what it signs is no fiscal document").arg(drive));
 }
 
-/// With the cashier's name as the register gets it.
+/// With the cashier's name as the register gets it; a receipt is judged with it.
 Options withPlainCashier(Options options)
 {
     const QString path = QStringLiteral("--cashier");
     TextCheck texts(options);
     options.cashier.name
         = texts.line(path, options.cashier.name, options.judgesReceipts() ? 0 : receipt::longestLoginName);
-    if (options.judgesReceipts())
-        texts.warn(path, options.cashier.name,
-            receipt::shiftCashierWarning(options.cashier.name, options.receiptProtocol()));
     texts.finish();
     return options;
 }
@@ -145,7 +142,8 @@ Output work(const Options& given)
     given.answer->id = given.id;
     const Options options = withPlainCashier(given);
     const Task task = findCommand(options).prepare(options);
-    if (task.alone && options.trace)
+    // A sale that is done already works none, which nobody can know before.
+    if (task.alone && !options.traceFile.isEmpty() && !options.answer->isDocument)
         throw UsageError(QStringLiteral("--trace goes with commands that work a register"));
     if (task.alone)
         return task.alone();

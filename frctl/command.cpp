@@ -69,10 +69,11 @@ constexpr Command commandTable[] = {
         Command::Document, prepareRefund, "--id till-1:43 refund return.json", receiptOptions},
     {"check", "FILE...",
         "Tell all that would refuse the receipts of JSON files, and all warnings; no register.", 1, anyNumber,
-        Command::Alone, prepareCheck, "check sale.json", "protocol cashier cashier-inn drop split"},
+        Command::Alone, prepareCheck, "check sale.json",
+        "register config protocol cashier cashier-inn drop split"},
     {"preview", "FILE", "The receipt of a JSON file as a register prints it; needs no register.", 1, 1,
         Command::Alone, preparePreview, "preview sale.json --pdf sale.pdf",
-        "protocol plugin cashier cashier-inn drop split width png pdf svg"},
+        "register config protocol plugin cashier cashier-inn drop split width png pdf svg"},
     {"cash-in", "SUM", "Put cash into the drawer.", 1, 1, Command::Document, prepareCashIn,
         "--cashier \"Иванова А. П.\" cash-in 1000"},
     {"cash-out", "SUM", "Take cash out of the drawer.", 1, 1, Command::Document, prepareCashOut,
@@ -208,7 +209,8 @@ const Command& findCommand(const Options& options)
         throw UsageError(QStringLiteral("no command"));
     const Command& command = requireCommand(options.command);
     refuseMisplaced(command, options);
-    if (!options.configFile.isEmpty() && options.registerSection.isEmpty() && command.kind != Command::Alone)
+    if (!options.configFile.isEmpty() && options.registerSection.isEmpty()
+        && command.prepare != prepareConfig)
         throw UsageError(QStringLiteral("--config needs the name of a register in it: --register"));
     if (options.arguments.size() < command.leastArguments || options.arguments.size() > command.mostArguments)
         throw UsageError(QStringLiteral("%1 takes %2")

@@ -6,40 +6,50 @@
 #include <QFile>
 
 #include <cstdio>
+#include <limits>
+#include <optional>
 
 namespace frctl {
 
 namespace {
-constexpr qsizetype largestInput = 64LL * 1024 * 1024;
+
+constexpr qsizetype largestReceipts = 64LL * 1024 * 1024;
 constexpr qsizetype portionSize = 64LL * 1024;
-} // namespace
 
-QByteArray readFile(const QString& fileName)
-{
-    QFile file(fileName);
-    const bool isOpen = fileName == QStringLiteral("-") ? file.open(stdin, QIODevice::ReadOnly)
-                                                        : file.open(QIODevice::ReadOnly);
-    if (!isOpen)
-        throw UsageError(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
-    return file.readAll();
-}
-
-QByteArray readInput(const QString& fileName)
+/// Throws UsageError without the name of the file. Reading ends soon behind the largest size.
+QByteArray readUpTo(const QString& fileName, qsizetype largest)
 {
     QFile file(fileName);
     const bool isOpen = fileName == QStringLiteral("-") ? file.open(stdin, QIODevice::ReadOnly)
                                                         : file.open(QIODevice::ReadOnly);
     QByteArray bytes;
     // A pipe gives what it has at the moment.
-    for (QByteArray portion; isOpen && bytes.size() <= largestInput; bytes += portion) {
+    for (QByteArray portion; isOpen && bytes.size() <= largest; bytes += portion) {
         portion = file.read(portionSize);
         if (portion.isEmpty())
             break;
     }
     if (file.error() != QFileDevice::NoError)
         throw UsageError(file.errorString());
-    if (bytes.size() > largestInput)
-        throw UsageError(QStringLiteral("has more than %1 MiB").arg(largestInput / 1024 / 1024));
+    return bytes;
+}
+
+} // namespace
+
+QByteArray readFile(const QString& fileName)
+{
+    try {
+        return readUpTo(fileName, std::numeric_limits<qsizetype>::max());
+    } catch (const UsageError& error) {
+        throw UsageError(QStringLiteral("%1: %2").arg(fileName, QString::fromUtf8(error.what())));
+    }
+}
+
+QByteArray readReceipts(const QString& fileName)
+{
+    const QByteArray bytes = readUpTo(fileName, largestReceipts);
+    if (bytes.size() > largestReceipts)
+        throw UsageError(QStringLiteral("has more than %1 MiB").arg(largestReceipts / 1024 / 1024));
     return bytes;
 }
 

@@ -10,7 +10,7 @@ namespace frctl {
 QByteArray readFile(const QString& fileName);
 /// The whole of a file of receipts, "-" is standard input. Throws UsageError, whose text does not name the
 /// file, also when it is larger than any such file.
-QByteArray readInput(const QString& fileName);
+QByteArray readReceipts(const QString& fileName);
 /// The lines of a UTF-8 text, with or without a byte order mark, that end as on Unix or on Windows; the end
 /// of the last one makes no line of its own. Throws UsageError, also for a text in another encoding.
 QStringList readLines(const QString& fileName);

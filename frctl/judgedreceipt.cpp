@@ -1,8 +1,11 @@
 #include "judgedreceipt.h"
 
+#include "cashiername.h"
 #include "currenttime.h"
 #include "errors.h"
 #include "mockfactory.h"
+
+#include <optional>
 
 namespace frctl {
 
@@ -39,6 +42,18 @@ QList<receipt::Finding> withoutReplaced(
     return findings;
 }
 
+/// Of one that the command line puts in the place of the receipt's.
+QList<receipt::Finding> replacingFindings(
+    const Receipt& receipt, const FrUser& cashier, receipt::Protocol protocol)
+{
+    if (cashier.name == receipt.cashier.value_or(FrUser()).name)
+        return {};
+    const std::optional<QString> warning = receipt::shiftCashierWarning(cashier.name, protocol);
+    return warning ? QList<receipt::Finding>{{receipt::Finding::Warning, QStringLiteral("--cashier"),
+               cashier.name, *warning}}
+                   : QList<receipt::Finding>();
+}
+
 } // namespace
 
 JudgedReceipt judgedReceipt(const QByteArray& text, const Options& options, receipt::Protocol protocol)
@@ -46,7 +61,8 @@ JudgedReceipt judgedReceipt(const QByteArray& text, const Options& options, rece
     JudgedReceipt judged{receipt::checkedReceipt(text, checkOptions(options, protocol)), {}};
     receipt::CheckedReceipt& checked = judged.checked;
     judged.cashier = cashierOf(options, checked.receipt);
-    checked.findings = withoutReplaced(checked.findings, checked.receipt, judged.cashier);
+    checked.findings = withoutReplaced(checked.findings, checked.receipt, judged.cashier)
+        + replacingFindings(checked.receipt, judged.cashier, protocol);
     return judged;
 }
 

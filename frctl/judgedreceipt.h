@@ -8,7 +8,8 @@ namespace frctl {
 /// A receipt as it would be issued with these options.
 struct JudgedReceipt
 {
-    /// Without what is said of a cashier in whose place the command line puts another.
+    /// Without what is said of a cashier in whose place the command line puts another, and with what is said
+    /// of that one.
     receipt::CheckedReceipt checked;
     /// Without a name when neither the receipt nor the command line has one.
     FrUser cashier;

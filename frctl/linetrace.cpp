@@ -22,28 +22,21 @@ QString workOf(const Options& options)
 
 } // namespace
 
-LineTrace::LineTrace(const QString& fileName, bool isMasked)
-    : m_fileName(fileName)
-    , m_recorder([this](const QByteArray& line) { m_file.append(line); }, isMasked)
+LineTrace::LineTrace(const Options& options)
+    : m_recorder([this](const QByteArray& line) { m_file.append(line); }, !options.isTraceFull)
 {
-    if (fileName.isEmpty())
-        throw UsageError(QStringLiteral("--trace is the name of a file"));
+    if (const QString reason = m_file.open(options.traceFile); !reason.isEmpty())
+        throw UsageError(QStringLiteral("--trace: %1: %2").arg(options.traceFile, reason));
+    m_file.setLossListener([name = options.traceFile, warnings = options.warnings](const QString& reason) {
+        warnings->add({{receipt::Finding::Warning, {}, {},
+            QStringLiteral("the trace %1 ends here: %2").arg(name, reason)}});
+    });
+    m_recorder.begin(workOf(options));
 }
 
 LineTrace::~LineTrace()
 {
     m_recorder.flush();
-}
-
-void LineTrace::open(const Options& options)
-{
-    if (const QString reason = m_file.open(m_fileName); !reason.isEmpty())
-        throw UsageError(QStringLiteral("--trace: %1: %2").arg(m_fileName, reason));
-    m_file.setLossListener([name = m_fileName, warnings = options.warnings](const QString& reason) {
-        warnings->add({{receipt::Finding::Warning, {}, {},
-            QStringLiteral("the trace %1 ends here: %2").arg(name, reason)}});
-    });
-    m_recorder.begin(workOf(options));
 }
 
 void LineTrace::opened()

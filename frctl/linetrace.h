@@ -13,13 +13,12 @@ struct Options;
 class LineTrace : public devices::LineObserver
 {
 public:
-    LineTrace(const QString& fileName, bool isMasked);
+    /// Begins the trace that the options name, before anything is sent. Throws UsageError for a file that
+    /// cannot be written.
+    explicit LineTrace(const Options& options);
     ~LineTrace() override;
     LineTrace(const LineTrace&) = delete;
     LineTrace& operator=(const LineTrace&) = delete;
-
-    /// Before anything is sent. Throws UsageError for a file that cannot be written.
-    void open(const Options& options);
 
     void opened() override;
     void sent(const QByteArray& bytes) override;
@@ -27,7 +26,6 @@ public:
     void failed(const QString& reason) override;
 
 private:
-    QString m_fileName;
     trace::TraceFile m_file;
     trace::Recorder m_recorder;
 };

@@ -43,8 +43,6 @@ void settle(Options& options)
             QStringLiteral("--expect-inn: over XML the register is known by --expect-serial alone"));
     if (options.isTraceFull && options.traceFile.isEmpty())
         throw UsageError(QStringLiteral("--trace-full goes with --trace"));
-    if (!options.traceFile.isEmpty())
-        options.trace = std::make_shared<LineTrace>(options.traceFile, !options.isTraceFull);
     if (!options.strict)
         return;
     if (options.isGiven("marks") && options.markPolicy != sale::MarkPolicy::Strict)
@@ -92,7 +90,6 @@ devices::ConnectionSettings Options::connection() const
         .protocol = protocol,
         .plugins = plugins,
         .waitSeconds = waitSeconds,
-        .observer = trace.get(),
         .protocolVersion = protocolVersion,
         .deviceId = deviceId,
         .speedEnumerate = speedEnumerate,

@@ -4,7 +4,6 @@
 #include "connectionsettings.h"
 #include "deskoptions.h"
 #include "journalaccess.h"
-#include "linetrace.h"
 #include "markpolicy.h"
 #include "protocol.h"
 #include "setting.h"
@@ -68,8 +67,7 @@ struct Options
     QString svg;
     /// What does harm may be done.
     bool force = false;
-    /// Of what goes over the line; null for none.
-    std::shared_ptr<LineTrace> trace;
+    /// Of what goes over the line; empty for none.
     QString traceFile;
     bool isTraceFull = false;
     /// Of the command trace.
@@ -114,7 +112,7 @@ struct Options
     /// Throws UsageError without one.
     void requireCashier() const;
     sale::DeskOptions desk() const;
-    /// Without a callback for the waits.
+    /// Without callbacks and observer.
     devices::ConnectionSettings connection() const;
     /// The register and the line to it, as the verdicts on documents need to know them.
     sale::RegisterLine line() const;

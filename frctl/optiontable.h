@@ -15,7 +15,7 @@ struct OptionRow
     enum Group {
         /// Every command.
         Common,
-        /// Those that work a register.
+        /// Those that work a register; others are not disturbed by it, unless they would owe a trace.
         Line,
         /// Those that make a document; others are not disturbed by it.
         Document,

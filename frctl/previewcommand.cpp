@@ -9,9 +9,11 @@
 #include "textcheck.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 
 #include <algorithm>
+#include <iterator>
 
 namespace frctl {
 
@@ -49,8 +51,13 @@ Output written(const tape::Page& page, const PictureFormat& format, const QStrin
     QFile file(fileName);
     const bool isWritten
         = file.open(QIODevice::WriteOnly) && file.write(picture) == picture.size() && file.flush();
-    if (!isWritten)
-        throw HostError(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
+    if (!isWritten) {
+        const QString reason = file.errorString();
+        // A part of a picture is none.
+        if (file.isOpen() && QFileInfo(fileName).isFile())
+            file.remove();
+        throw HostError(QStringLiteral("%1: %2").arg(fileName, reason));
+    }
     return {{QStringLiteral("receipt drawn: ") + fileName},
         {{QStringLiteral("file"), fileName}, {QStringLiteral("format"), QLatin1String(format.name)}}};
 }

@@ -61,7 +61,7 @@ QList<ReceiptText> receiptsOf(const QString& fileName, const QByteArray& bytes)
 QList<ReceiptText> receiptTexts(const QString& fileName)
 {
     try {
-        return receiptsOf(fileName, readInput(fileName));
+        return receiptsOf(fileName, readReceipts(fileName));
     } catch (const UsageError& error) {
         return {{fileName, 0, {}, QString::fromUtf8(error.what())}};
     }

@@ -28,11 +28,12 @@ void tellSilence(const Options& options)
                       : QStringLiteral("the cable, another port, another speed in its settings")));
 }
 
-devices::ConnectionSettings watchedConnection(const Options& options)
+devices::ConnectionSettings watchedConnection(const Options& options, LineTrace* trace)
 {
     devices::ConnectionSettings settings = options.connection();
     settings.waitCallback = throwIfInterrupted;
     settings.silenceCallback = [options] { tellSilence(options); };
+    settings.observer = trace;
     return settings;
 }
 
@@ -40,8 +41,6 @@ const Options& withPort(const Options& options)
 {
     if (!devices::createSerialDevice(options.port))
         throw UsageError(QStringLiteral("--port: \"%1\" names no port").arg(options.port));
-    if (options.trace)
-        options.trace->open(options);
     return options;
 }
 
@@ -49,7 +48,8 @@ const Options& withPort(const Options& options)
 
 RegisterSession::RegisterSession(const Options& options)
     : m_options(withPort(options))
-    , m_connection(watchedConnection(options))
+    , m_trace(options.traceFile.isEmpty() ? nullptr : std::make_unique<LineTrace>(options))
+    , m_connection(watchedConnection(options, m_trace.get()))
 {
     *options.soleConnection = [this] { return m_connection.soleConnection(); };
 }

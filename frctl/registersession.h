@@ -1,10 +1,12 @@
 #pragma once
 
 #include "cashdesk.h"
+#include "linetrace.h"
 #include "options.h"
 #include "registerconnection.h"
 #include "task.h"
 
+#include <memory>
 #include <optional>
 
 namespace hw {
@@ -17,7 +19,8 @@ namespace frctl {
 class RegisterSession
 {
 public:
-    /// Throws UsageError for a port that is none, devices::ConnectionError, the driver's exceptions.
+    /// Throws UsageError for a port that is none and a trace that cannot be written,
+    /// devices::ConnectionError, the driver's exceptions.
     explicit RegisterSession(const Options& options);
     ~RegisterSession();
     RegisterSession(const RegisterSession&) = delete;
@@ -40,6 +43,7 @@ private:
     void startWithoutDocument();
 
     const Options m_options;
+    const std::unique_ptr<LineTrace> m_trace;
     devices::RegisterConnection m_connection;
     std::optional<sale::CashDesk> m_desk;
     QList<sale::SettledSale> m_settledSales;

@@ -17,6 +17,7 @@
 #include <QRegularExpression>
 
 #include <cstdlib>
+#include <optional>
 
 namespace frctl {
 

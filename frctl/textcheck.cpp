@@ -62,12 +62,6 @@ QStringList TextCheck::lines(const QString& fileName, const QStringList& lines)
     return result;
 }
 
-void TextCheck::warn(const QString& path, const QString& given, const std::optional<QString>& reason)
-{
-    if (reason)
-        m_findings.append({Finding::Warning, path, given, *reason});
-}
-
 void TextCheck::finish() const
 {
     settleFindings(m_options, QStringLiteral("UsageError"), m_findings);

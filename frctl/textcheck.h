@@ -33,8 +33,6 @@ public:
     /// The warning shows the last.
     void keptText(
         const QString& path, const QString& text, const std::optional<int>& greatest, const QString& shown);
-    /// A warning where there is one.
-    void warn(const QString& path, const QString& given, const std::optional<QString>& reason);
     /// Says the warnings. Throws CheckError.
     void finish() const;
 

@@ -16,6 +16,7 @@
 #include <QThread>
 
 #include <algorithm>
+#include <memory>
 
 namespace frctl {
 
@@ -43,9 +44,9 @@ bool waitForAnswer(devices::StreamDevice& line, trace::HostPlayer& player)
 {
     const bool isHex = player.isHex();
     bool isAsked = false;
-    for (QElapsedTimer timer; !timer.isValid() || !timer.hasExpired(longestAnswerMs);) {
-        if (!timer.isValid())
-            timer.start();
+    QElapsedTimer timer;
+    timer.start();
+    while (!timer.hasExpired(longestAnswerMs)) {
         if (line.waitForReadyRead(isHex ? hexSilenceMs : longestAnswerMs)) {
             isAsked = false;
             if (player.receive(line.read(portion)))
@@ -71,6 +72,16 @@ void setUp(devices::StreamDevice& line, bool isHex)
         line.setFlowControl(QSerialPort::SoftwareControl);
         line.setDataTerminalReady(false);
     }
+}
+
+void lockPort(devices::PortLock& lock, const QString& name)
+{
+    if (lock.take(name))
+        return;
+    if (!lock.errorString().isEmpty())
+        throw HostError(QStringLiteral("port %1 cannot be locked: %2").arg(name, lock.errorString()),
+            sale::ErrorKind::Line);
+    throw HostError(QStringLiteral("port %1 is busy").arg(name), sale::ErrorKind::Busy);
 }
 
 Output hostReport(const trace::HostPlayer& player, qsizetype played)
@@ -108,12 +119,12 @@ Output playRegister(const trace::Trace& trace, const QString& name)
 
 Output playHost(const trace::Trace& trace, const QString& name, const Options& options)
 {
+    // Held until the port is closed again.
+    devices::PortLock lock;
     const std::unique_ptr<devices::StreamDevice> line = devices::createSerialDevice(name);
     if (!line)
         throw UsageError(QStringLiteral("trace replay: \"%1\" names no port").arg(name));
-    devices::PortLock lock;
-    if (!lock.take(name))
-        throw HostError(QStringLiteral("port %1 is busy").arg(name), sale::ErrorKind::Busy);
+    lockPort(lock, name);
     if (!line->open())
         throw HostError(QStringLiteral("port %1 cannot be opened: %2").arg(name, line->errorString()),
             sale::ErrorKind::Line);

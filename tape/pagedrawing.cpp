@@ -4,6 +4,8 @@
 #include "tape/pagetext.h"
 
 #include <algorithm>
+#include <numeric>
+#include <optional>
 
 namespace tape {
 

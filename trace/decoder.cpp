@@ -6,6 +6,7 @@
 #include "trace/xmldocument.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace trace {
 

@@ -3,6 +3,7 @@
 #include "trace/traceline.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace trace {
 

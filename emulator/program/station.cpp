@@ -12,6 +12,7 @@
 #include <QJsonDocument>
 
 #include <cstdio>
+#include <utility>
 
 namespace {
 

@@ -157,10 +157,13 @@ TEST(Trace, FileThatTakesNothing)
     for (const char* const file : {"/no/such/folder/trace", FRSPF_EXAMPLES "/sale.json", ""})
         EXPECT_EQ(runFrctl(selling + QStringList{file}).status, 2) << file;
     EXPECT_EQ(emulator.sales().size(), 0);
-    const Result full = runFrctl(selling + QStringList{"/dev/full", "--json"});
+    const QStringList named = selling + QStringList{"/dev/full", "--json", "--id", "traced"};
+    const Result full = runFrctl(named);
     EXPECT_EQ(full.status, 0);
     EXPECT_EQ(full.errors.count("/dev/full"), 1) << full.errors.constData();
     EXPECT_TRUE(full.output.contains("/dev/full"));
+    // One that is done already works no register, and there is nothing to trace.
+    EXPECT_EQ(runFrctl(named).status, 0);
     EXPECT_EQ(emulator.sales().size(), 1);
 }
 

@@ -118,6 +118,8 @@ TEST_F(Check, SaysItToMachines)
             {"text", "is not carried over HEX; it must be dropped to issue the receipt without it"}}));
     EXPECT_EQ(receipt.value("warnings").toArray().size(), 2);
     EXPECT_EQ(receiptOf({name, "--cashier", "Иванова"}).value("warnings").toArray().size(), 1);
+    // The receipt opens the shift, where HEX has 48 characters of the name.
+    EXPECT_EQ(receiptOf({name, "--cashier", QString(49, u'И')}).value("warnings").toArray().size(), 2);
     const QStringList dropped{name, "--protocol", "HEX", "--drop", "clientInfo.name", "--cashier", "Иванова"};
     EXPECT_EQ(receiptOf(dropped).value("acceptedOver"), QJsonArray{"HEX"});
     EXPECT_EQ(receiptOf(dropped + QStringList{"--strict"}).value("errors").toArray().size(), 1);
