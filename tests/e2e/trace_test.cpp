@@ -157,7 +157,7 @@ TEST(Trace, FileThatTakesNothing)
     for (const char* const file : {"/no/such/folder/trace", FRSPF_EXAMPLES "/sale.json", ""})
         EXPECT_EQ(runFrctl(selling + QStringList{file}).status, 2) << file;
     EXPECT_EQ(emulator.sales().size(), 0);
-    const QStringList named = selling + QStringList{"/dev/full", "--json", "--id", "traced"};
+    const QStringList named = selling + QStringList{"/dev/full", "--json", "--id", "traced-sale"};
     const Result full = runFrctl(named);
     EXPECT_EQ(full.status, 0);
     EXPECT_EQ(full.errors.count("/dev/full"), 1) << full.errors.constData();
