@@ -1,8 +1,8 @@
 #pragma once
 
-#include "abstractserialdevice.h"
 #include "fault.h"
 #include "line/protocol.h"
+#include "memorydevice.h"
 #include "movement.h"
 #include "register/virtualclock.h"
 
@@ -13,7 +13,7 @@
 
 /// The line between a driver and the software register, in virtual time: a wait moves the clock to the next
 /// byte or to its end, and nothing ever waits really. Each request suffers one fault or none.
-class FaultyLine : public hw::AbstractSerialDevice
+class FaultyLine : public devices::MemoryDevice
 {
 public:
     /// What one call of the driver did.
@@ -62,23 +62,13 @@ public:
     QString getDeviceName() const override { return QStringLiteral("virtual"); }
     bool setBaudRate(QSerialPort::BaudRate baudRate) override;
     QSerialPort::BaudRate getBaudRate() const override { return m_baudRate; }
-    bool setDataBits(QSerialPort::DataBits) override { return m_open; }
-    bool setParity(QSerialPort::Parity) override { return m_open; }
-    bool setStopBits(QSerialPort::StopBits) override { return m_open; }
-    bool setFlowControl(QSerialPort::FlowControl) override { return m_open; }
-    QSerialPort::FlowControl getFlowControl() const override { return QSerialPort::NoFlowControl; }
-    bool setDataTerminalReady(bool) override { return m_open; }
-    bool isDataTerminalReady() const override { return false; }
     bool isOpen() const override { return m_open; }
-    bool setOpened(bool) override { return true; }
     bool open() override;
     void close() override;
     qint64 write(const QByteArray& data) override;
     QByteArray read(qint64 maxSize) override;
-    bool flush() override { return m_open; }
     bool clear() override;
     bool waitForReadyRead(int milliseconds) override;
-    bool isAvailable() const override { return true; }
     int getType() const override { return Com; }
 
 private:

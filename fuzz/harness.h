@@ -1,6 +1,6 @@
 #pragma once
 
-#include "abstractserialdevice.h"
+#include "memorydevice.h"
 
 #include <driverlogtoqt.h>
 #include <QHashSeed>
@@ -72,7 +72,7 @@ private:
 
 /// A line whose far end answers each write by that function. What is missing is silence, or a fault of the
 /// port; nobody waits for either.
-class Line : public hw::AbstractSerialDevice
+class Line : public devices::MemoryDevice
 {
 public:
     using Answer = std::function<QByteArray(const QByteArray& request)>;
@@ -88,21 +88,9 @@ public:
     bool isBroken = false;
 
     QString getDeviceName() const override { return QStringLiteral("fuzz"); }
-    bool setBaudRate(QSerialPort::BaudRate) override { return true; }
-    QSerialPort::BaudRate getBaudRate() const override { return QSerialPort::Baud115200; }
-    bool setDataBits(QSerialPort::DataBits) override { return true; }
-    bool setParity(QSerialPort::Parity) override { return true; }
-    bool setStopBits(QSerialPort::StopBits) override { return true; }
-    bool setFlowControl(QSerialPort::FlowControl) override { return true; }
-    QSerialPort::FlowControl getFlowControl() const override { return QSerialPort::NoFlowControl; }
-    bool setDataTerminalReady(bool) override { return true; }
-    bool isDataTerminalReady() const override { return false; }
     bool isOpen() const override { return true; }
-    bool setOpened(bool) override { return true; }
     bool open() override { return true; }
     void close() override { clear(); }
-    bool flush() override { return true; }
-    bool isAvailable() const override { return true; }
     int getType() const override { return Com; }
     bool clear() override
     {
