@@ -5,7 +5,7 @@
 
 namespace devices {
 
-/// Is told what goes over a line, at the line itself: what is read away unseen, too.
+/// Is told what goes over a line, at the line itself: what a driver reads away unseen, too.
 class LineObserver
 {
 public:

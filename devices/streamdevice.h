@@ -59,8 +59,9 @@ public:
     bool waitForReadyRead(int milliseconds) override;
 
 protected:
-    /// As long as a HEX driver waits for a byte; a register at work answers its first question sooner.
-    static constexpr int firstAnswerMs = 2000;
+    /// A HEX driver asks a register that is silent for two seconds whether it is at work, and one that prints
+    /// says so.
+    static constexpr int firstAnswerMs = 2500;
     /// What send and receive answer when there is no line any more.
     static constexpr qint64 lineIsGone = -1;
 

@@ -12,6 +12,9 @@ namespace trace {
 
 namespace {
 
+// In place of a request that was not seen: no question has that number.
+const QByteArray unknownField = "?";
+
 QString fieldText(const QByteArray& bytes, const FieldRow& row)
 {
     const QString text = QString::fromUtf8(bytes);
@@ -101,10 +104,12 @@ Meaning Decoder::decode(const Frame& frame)
     const QByteArray& bytes = frame.bytes;
     if (frame.direction == Direction::ToHost && bytes.startsWith(startOfText) && bytes == m_lastRequest)
         return decodeEcho(frame);
-    if (frame.direction == Direction::ToRegister)
-        m_lastRequest = bytes;
-    if (bytes.startsWith(startOfText))
+    if (bytes.startsWith(startOfText)) {
+        // Neither ENQ nor a picture keeps the line from sending the request back.
+        if (frame.direction == Direction::ToRegister)
+            m_lastRequest = bytes;
         return decodeHex(frame);
+    }
     if (isDocument(bytes))
         return decodeXml(frame);
     if (bytes == QByteArray(1, enquiry))
@@ -144,7 +149,7 @@ Meaning Decoder::decodeHex(const Frame& frame)
         m_asked[meaning.id] = {parts.fields.value(0), frame.microseconds};
     const std::optional<Asked> request = asked(meaning.id);
     const CommandRow* const command
-        = commandtable::hexCommand(parts.command, request ? request->firstField : QByteArray());
+        = commandtable::hexCommand(parts.command, request ? request->firstField : unknownField);
     if (command != nullptr) {
         meaning.name = command->name;
         meaning.isQuestion = command->isQuestion;

@@ -38,9 +38,8 @@ QByteArray Framer::take(qsizetype size)
     const QByteArray frame = m_buffer.first(size);
     m_buffer.remove(0, size);
     if (m_direction == Direction::ToRegister && frame.startsWith(startOfText))
+        // A host may send the picture again before its next request.
         m_pictureSize = hexframe::announcedPicture(frame);
-    else if (frame.startsWith(escape))
-        m_pictureSize = 0;
     return frame;
 }
 
@@ -96,9 +95,18 @@ qsizetype Framer::textFrameSize() const
     const qsizetype next = m_direction == Direction::ToRegister ? m_buffer.indexOf(startOfText, 1) : -1;
     if (next > 0 && (end < 0 || next < end))
         return next;
-    constexpr qsizetype checkDigits = 2;
-    const qsizetype size = end + 1 + checkDigits;
-    return end >= 0 && m_buffer.size() >= size ? size : 0;
+    if (end < 0)
+        return 0;
+    constexpr int checkDigits = 2;
+    int digits = 0;
+    for (qsizetype position = end + 1; position < m_buffer.size(); ++position) {
+        // A register that works says so even there.
+        const bool isSign = m_direction == Direction::ToHost && m_buffer.at(position) == acknowledge;
+        digits += isSign ? 0 : 1;
+        if (digits == checkDigits)
+            return position + 1;
+    }
+    return 0;
 }
 
 qsizetype Framer::documentSize() const

@@ -62,9 +62,8 @@ HexFrame parse(const QByteArray& given, Direction direction)
     for (const Place& place : fieldPlaces(bytes, direction))
         frame.fields.append(bytes.mid(place.start, place.size));
     frame.isWhole = bytes.size() >= headSize(direction) + 1 + checkDigits && hasEnd(bytes);
-    bool isNumber = false;
-    const int given16 = bytes.right(checkDigits).toInt(&isNumber, 16);
-    frame.isSound = frame.isWhole && isNumber && given16 == checkOf(bytes);
+    // Digits that are none read as zero.
+    frame.isSound = frame.isWhole && bytes.right(checkDigits).toInt(nullptr, 16) == checkOf(bytes);
     return frame;
 }
 

@@ -16,6 +16,7 @@ namespace {
 
 // Number of the setting that holds the password, and the command that reads it.
 const QByteArray passwordSetting = "31";
+constexpr int passwordNumber = 31;
 const QByteArray readSetting = "A1";
 
 /// The texts of a node with the markup between them left as it is.
@@ -120,6 +121,9 @@ QByteArray Mask::maskedHex(const Frame& frame)
     const Direction direction = isEcho ? Direction::ToRegister : frame.direction;
     const HexFrame parts = parse(frame.bytes, direction);
     QByteArray question = parts.fields.value(0);
+    // A register that forgives takes it with a sign or zeros before it, too.
+    if (question.toInt() == passwordNumber)
+        question = passwordSetting;
     QByteArray result = frame.bytes;
     if (direction == Direction::ToRegister) {
         m_password = password;
@@ -139,18 +143,20 @@ QByteArray Mask::maskedHexFields(
 {
     const HexFrame parts = hexframe::parse(bytes, direction);
     const CommandRow* const command = commandtable::hexCommand(parts.command, question);
-    if (command == nullptr)
-        return bytes;
-    const QList<FieldRow>& rows
-        = direction == Direction::ToRegister ? command->requestFields : command->answerFields;
+    QList<FieldRow> rows;
+    if (command != nullptr)
+        rows = direction == Direction::ToRegister ? command->requestFields : command->answerFields;
+    // Nobody knows what fields of an unknown command tell of.
+    FieldRow other;
+    other.isPersonal = command == nullptr;
     const QList<hexframe::Place> places = hexframe::fieldPlaces(bytes, direction);
     QByteArray result = bytes;
-    for (qsizetype index = 0; index < std::min(rows.size(), places.size()); ++index) {
+    for (qsizetype index = 0; index < places.size(); ++index) {
         const hexframe::Place place = places.at(index);
         const QByteArray field = bytes.mid(place.start, place.size);
-        if (rows.at(index).isPersonal)
-            result.replace(
-                place.start, place.size, rows.at(index).isUtf8 ? standInUtf8(field) : standInCp866(field));
+        const FieldRow row = rows.value(index, other);
+        if (row.isPersonal)
+            result.replace(place.start, place.size, row.isUtf8 ? standInUtf8(field) : standInCp866(field));
     }
     return result;
 }

@@ -52,7 +52,8 @@ void TreeReader::readChildren(const QString& path, const QString& type, int dept
             readChild(
                 above + tagtable::name(m_reader.attributes().value(QLatin1String("n")).toString()), depth);
     }
-    if (children == 0 && !path.isEmpty())
+    // A root without anything is a tree without data; one with a text is told under its own name.
+    if (children == 0 && (!path.isEmpty() || !text.trimmed().isEmpty()))
         m_leaves.append({path, type, text});
 }
 
@@ -66,9 +67,12 @@ void readTree(const QString& text, XmlDocument& document)
     if (text.trimmed().isEmpty())
         return;
     QXmlStreamReader reader(text);
-    if (reader.readNextStartElement())
-        TreeReader(reader, document.leaves)
-            .readChildren({}, reader.attributes().value(QLatin1String("t")).toString(), 0);
+    if (reader.readNextStartElement()) {
+        const QXmlStreamAttributes root = reader.attributes();
+        TreeReader(reader, document.leaves).readChildren({}, root.value(QLatin1String("t")).toString(), 0);
+        if (!document.leaves.isEmpty() && document.leaves.constFirst().path.isEmpty())
+            document.leaves.first().path = tagtable::name(root.value(QLatin1String("n")).toString());
+    }
     while (!reader.atEnd())
         reader.readNext();
     if (reader.hasError())
@@ -77,7 +81,8 @@ void readTree(const QString& text, XmlDocument& document)
 
 using Texts = QHash<QString, QString>;
 
-/// The texts of all elements that have no children, wherever they stand.
+/// The texts of all elements that have no children, wherever they stand; of several of a name the first
+/// one's.
 Texts readTexts(QXmlStreamReader& reader, QString& root)
 {
     Texts texts;
@@ -88,7 +93,9 @@ Texts readTexts(QXmlStreamReader& reader, QString& root)
             name = reader.name().toString();
             if (root.isEmpty())
                 root = name;
-            else if (!texts.contains(name))
+            else if (texts.contains(name))
+                name.clear();
+            else
                 texts.insert(name, QString());
         } else if (reader.isCharacters() && !name.isEmpty()) {
             texts[name] += reader.text();

@@ -107,8 +107,9 @@ TEST(Lines, FramesAreAssembled)
         Direction direction;
         QList<QByteArray> frames;
     } rows[] = {
+        {Direction::ToHost, {answer(' ', "A0").insert(7, '\x06').insert(9, '\x06'), answer('!', "A0")}},
         {Direction::ToRegister, {request(' ', "A0"), "\x05", request('!', "30", "Хлеб,,1.000,")}},
-        {Direction::ToRegister, {request(' ', "E2", "5,"), bitmap, request('!', "A0")}},
+        {Direction::ToRegister, {request(' ', "E2", "5,"), bitmap, bitmap, request('!', "A0")}},
         {Direction::ToRegister, {"\x02QZXW A1", request('!', "A0")}},
         {Direction::ToHost,
             {"\x06", "\x06", "noise\x1B", answer(' ', "A0", "0,4,0,"),

@@ -40,6 +40,9 @@ const QList<Row> maskRows{
     {Direction::ToRegister, request(' ', "61", "\x88,77,"), request(' ', "61", "\x95,00,")},
     {Direction::ToRegister, request(' ', "A2", "31,0,Abc1,"), request(' ', "A2", "31,0,Xxx0,")},
     {Direction::ToRegister, request(' ', "A2", "20,0,Abc1,"), request(' ', "A2", "20,0,Abc1,")},
+    {Direction::ToRegister, request(' ', "A2", "031,0,Abc1,"), request(' ', "A2", "031,0,Xxx0,")},
+    // Of what there is no command for.
+    {Direction::ToRegister, request(' ', "7F", "1,Abc1,"), request(' ', "7F", "0,Xxx0,")},
     {Direction::ToRegister, request('!', "A1", "31,0,"), request('!', "A1", "31,0,")},
     // The answer does not tell what was asked.
     {Direction::ToHost, answer('!', "A1", "QZXW,"), answer('!', "A1", "XXXX,")},

@@ -33,6 +33,10 @@ TEST(Meaning, FramesAreToldInWords)
         {toRegister("\x1B"
                     "BM"),
             R"(HEX picture bytes="1b 42 4d")"},
+        {toHost(request('#', "6B", "Ира\n,,")), "HEX echo OpenShift(6B) id=23 cashier=\"Ира\\n\""},
+        {toHost(answer('~', "A4", "5,")), "HEX GetFnData(A4) ok id=7E field1=5"},
+        {toRegister(request('%', "30", "\x95,П1,1.000,")),
+            "HEX AddPaymentObject(30) id=25 name=Х barcode=П1 quantity=1.000"},
         {toHost("\xFF"), "unknown bytes=ff"},
         {toHost("\x02 A0"), "HEX RequestStateStatus(A0) BAD: broken off id=20"},
         {toRegister(request('$', "77", "x,")), "HEX (77) id=24 field1=x"},
@@ -46,6 +50,10 @@ TEST(Meaning, FramesAreToldInWords)
              "<Result>1</Result><ErrorCategory>3</ErrorCategory><ErrorCode>8</ErrorCode>"
              "<ErrorDescription>нет бумаги</ErrorDescription>")),
             "XML CloseReceipt(8) error 3.8 \"нет бумаги\" id={a} 2.000 ms"},
+        {toHost(xmlAnswer("{b}", 22, R"(<pa n="200001" t="5">2026-03-01 09:00:00</pa>)")),
+            "XML GetDateTime(22) ok id={b} 200001=\"2026-03-01 09:00:00\""},
+        {toHost(xmlAnswer("{b}", 6).replace("<Result>0</Result>", "<Result>0</Result><Result>1</Result>")),
+            "XML CloseShift(6) ok id={b}"},
     };
     trace::Decoder decoder;
     qint64 now = 0;
