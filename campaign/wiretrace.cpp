@@ -1,24 +1,11 @@
 #include "wiretrace.h"
 
+#include "trace/hexframe.h"
+#include "trace/signs.h"
 #include "trace/traceline.h"
 
 #include <QHash>
 #include <QRegularExpression>
-
-namespace {
-
-constexpr char startOfText = 0x02;
-constexpr qsizetype commandInRequest = 6;
-constexpr qsizetype commandInAnswer = 2;
-constexpr qsizetype codeInAnswer = 4;
-
-QByteArray commandOf(const QByteArray& request)
-{
-    const qsizetype begin = request.lastIndexOf(startOfText);
-    return begin < 0 ? QByteArray() : request.mid(begin + commandInRequest, 2);
-}
-
-} // namespace
 
 void WireTrace::feed(const QByteArray& text)
 {
@@ -41,10 +28,11 @@ void WireTrace::readLine(const QByteArray& line)
     ++m_lines;
     if (frame->direction == trace::Direction::ToHost)
         return readAnswer(frame->bytes);
-    m_request += frame->bytes;
-    if (commandOf(m_request) == "20")
+    if (frame->bytes.startsWith(trace::startOfText))
+        m_command = trace::hexframe::parse(frame->bytes, frame->direction).command;
+    if (m_command == "20")
         m_openingLine = m_lines;
-    m_hasClosing = m_hasClosing || commandOf(m_request) == "22" || m_request.contains("<Command>8</Command>");
+    m_hasClosing = m_hasClosing || m_command == "22" || frame->bytes.contains("<Command>8</Command>");
 }
 
 void WireTrace::readAnswer(const QByteArray& bytes)
@@ -53,18 +41,20 @@ void WireTrace::readAnswer(const QByteArray& bytes)
     const QRegularExpressionMatch match = sign.match(QString::fromUtf8(bytes));
     if (match.hasMatch())
         m_signs.append(match.captured(1).toLatin1());
-    const qsizetype begin = bytes.indexOf(startOfText);
-    if (begin >= 0 && bytes.mid(begin + codeInAnswer, 2) == "00")
-        m_answered = after(bytes.mid(begin + commandInAnswer, 2), m_answered);
-    if (begin < 0 && !bytes.contains("</ArmResponse>"))
+    const bool isHex = bytes.startsWith(trace::startOfText);
+    if (!isHex && !bytes.contains("</ArmResponse>"))
         return;
-    m_request.clear();
+    const trace::HexFrame answer
+        = isHex ? trace::hexframe::parse(bytes, trace::Direction::ToHost) : trace::HexFrame();
+    if (answer.answerCode == "00")
+        m_answered = after(answer.command, m_answered);
+    m_command.clear();
     m_isClosingAnswered = m_hasClosing;
 }
 
 std::optional<WireTrace::Progress> WireTrace::underWay() const
 {
-    return after(commandOf(m_request), m_answered);
+    return after(m_command, m_answered);
 }
 
 std::optional<WireTrace::Progress> WireTrace::after(

@@ -48,7 +48,8 @@ private:
 
     QByteArray m_rest;
     QByteArray m_other;
-    QByteArray m_request;
+    /// Over HEX of the request that has no answer yet.
+    QByteArray m_command;
     bool m_isReady = false;
     bool m_hasClosing = false;
     bool m_isClosingAnswered = false;
