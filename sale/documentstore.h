@@ -62,6 +62,11 @@ public:
         }
     }
 
+    /// Whether it has a document of that drive.
+    bool knowsDrive(const QString& drive) const
+    {
+        return !find({.drive = drive, .limit = 1, .withAttempts = false}).isEmpty();
+    }
     /// Nothing for an id that is new.
     std::optional<StoredDocument> findId(const QString& id) const
     {

@@ -95,7 +95,7 @@ std::optional<Known> knownOn(const DocumentStore& store, const QString& drive)
             areReceiptsCounted = areReceiptsCounted && isOfCash;
             return isOfCash || document.state == DocumentState::NotIssued;
         });
-    if (isAny || !store.find({.drive = drive, .limit = 1}).isEmpty())
+    if (isAny || store.knowsDrive(drive))
         return found;
     return Known{{.drive = drive, .lastDocument = registrationNumber}, 1};
 }

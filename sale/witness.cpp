@@ -84,7 +84,7 @@ void Witness::compareWith(const DocumentStore& journal)
 {
     // The mark of other documents is read twice anyway.
     const bool isReadOnce = !m_line.isChecked() && (isReceipt(m_ours.kind) || isCash(m_ours.kind));
-    if (isReadOnce && journal.find({.drive = m_before.drive, .limit = 1}).isEmpty() && !isDriveRepeated())
+    if (isReadOnce && !journal.knowsDrive(m_before.drive) && !isDriveRepeated())
         m_before = noteMarkTwice(m_driver, m_line, m_ours.kind);
     if (m_line.isExclusive && !isCash(m_ours.kind))
         m_before = requireKnown(m_driver, journal, m_before);
