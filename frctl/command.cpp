@@ -106,9 +106,9 @@ constexpr Command commandTable[] = {
     {"journal", "list|show|settle|resolve|export|backup|anonymise|check|accept",
         "What this machine's journal knows of its documents; see the manual page.", 1, 3, Command::AtRegister,
         prepareJournal, "journal list --state unknown", "state since before document note"},
-    {"trace", "show|diff|replay FILE...",
-        "Show what --trace has written, tell how two traces differ, or play one (--as).", 2, 3,
-        Command::Alone, prepareTrace, "trace show sale.trace", "as password"},
+    {"trace", "show|diff|replay|pcapng|dissector [FILE...]",
+        "Show what --trace has written, tell how two traces differ, play one (--as), or take it to Wireshark.",
+        1, 3, Command::Alone, prepareTrace, "trace show sale.trace", "as password"},
     {"mark", "CODE", "Check the marking code of one piece to be sold.", 1, 1, Command::AtRegister,
         prepareMark, "mark 0104600000000015215!Ab1cD"},
 };

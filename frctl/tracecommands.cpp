@@ -3,10 +3,13 @@
 #include "errors.h"
 #include "inputfile.h"
 #include "trace/comparison.h"
+#include "trace/dissector.h"
+#include "trace/pcapng.h"
 #include "trace/tracereader.h"
 #include "tracereplay.h"
 #include "traceview.h"
 
+#include <QFile>
 #include <QJsonArray>
 
 namespace frctl {
@@ -40,48 +43,102 @@ Output compare(const trace::Trace& first, const trace::Trace& second)
     return output;
 }
 
-void requireArguments(const Options& options, qsizetype count, const char* usage)
+Output writeCapture(const trace::Trace& trace, const QString& fileName)
 {
-    if (options.arguments.size() != count)
-        throw UsageError(QStringLiteral("trace %1").arg(QLatin1String(usage)));
+    const QByteArray capture = trace::pcapng(trace);
+    QFile file(fileName);
+    const bool isWritten
+        = file.open(QIODevice::WriteOnly) && file.write(capture) == capture.size() && file.flush();
+    if (!isWritten)
+        throw HostError(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
+    return {{QStringLiteral("%1 frames written: %2").arg(trace.frames.size()).arg(fileName)},
+        {{QStringLiteral("file"), fileName}, {QStringLiteral("packets"), trace.frames.size()}}};
+}
+
+Output printedDissector()
+{
+    Output output;
+    output.lines = {QString::fromUtf8(trace::dissector()).trimmed()};
+    output.areLinesAll = true;
+    return output;
+}
+
+Task alone(const std::function<Output()>& run)
+{
+    Task task;
+    task.alone = run;
+    return task;
+}
+
+Task prepareShow(const Options& options)
+{
+    const trace::Trace trace = traceOf(options.arguments.at(1), options);
+    return alone([trace] { return traceView(trace); });
+}
+
+Task prepareDiff(const Options& options)
+{
+    const trace::Trace first = traceOf(options.arguments.at(1), options);
+    const trace::Trace second = traceOf(options.arguments.at(2), options);
+    return alone([first, second] { return compare(first, second); });
 }
 
 Task prepareReplay(const Options& options)
 {
-    requireArguments(options, 3, "replay FILE --as register|host PORT");
     const trace::Trace trace = traceOf(options.arguments.at(1), options);
     const QString port = options.arguments.at(2);
-    Task task;
     if (options.replaySide == QStringLiteral("register"))
-        task.alone = [trace, port] { return playRegister(trace, port); };
-    else if (options.replaySide == QStringLiteral("host"))
-        task.alone = [trace, port, options] { return playHost(trace, port, options); };
-    else
-        throw UsageError(QStringLiteral("trace replay: --as is register or host"));
-    return task;
+        return alone([trace, port] { return playRegister(trace, port); });
+    if (options.replaySide == QStringLiteral("host"))
+        return alone([trace, port, options] { return playHost(trace, port, options); });
+    throw UsageError(QStringLiteral("trace replay: --as is register or host"));
 }
+
+Task preparePcapng(const Options& options)
+{
+    const trace::Trace trace = traceOf(options.arguments.at(1), options);
+    const QString target = options.arguments.at(2);
+    return alone([trace, target] { return writeCapture(trace, target); });
+}
+
+Task prepareDissector(const Options& /*options*/)
+{
+    return alone(printedDissector);
+}
+
+struct Action
+{
+    const char* name;
+    qsizetype argumentCount;
+    /// What stands behind the name.
+    const char* usage;
+    Task (*prepare)(const Options& options);
+};
+
+constexpr Action actions[] = {
+    {"show", 1, "FILE", prepareShow},
+    {"diff", 2, "FILE FILE", prepareDiff},
+    {"replay", 2, "FILE --as register|host PORT", prepareReplay},
+    {"pcapng", 2, "FILE OUT", preparePcapng},
+    {"dissector", 0, "", prepareDissector},
+};
 
 } // namespace
 
 Task prepareTrace(const Options& options)
 {
     const QString& what = options.arguments.constFirst();
-    if (what == QStringLiteral("replay"))
-        return prepareReplay(options);
-    Task task;
-    if (what == QStringLiteral("show")) {
-        requireArguments(options, 2, "show FILE");
-        const trace::Trace trace = traceOf(options.arguments.at(1), options);
-        task.alone = [trace] { return traceView(trace); };
-    } else if (what == QStringLiteral("diff")) {
-        requireArguments(options, 3, "diff FILE FILE");
-        const trace::Trace first = traceOf(options.arguments.at(1), options);
-        const trace::Trace second = traceOf(options.arguments.at(2), options);
-        task.alone = [first, second] { return compare(first, second); };
-    } else {
-        throw UsageError(QStringLiteral("trace: \"%1\" is none of show, diff, replay").arg(what));
+    QStringList known;
+    for (const Action& action : actions) {
+        known.append(QLatin1String(action.name));
+        if (what != known.constLast())
+            continue;
+        if (options.arguments.size() != action.argumentCount + 1)
+            throw UsageError(QStringLiteral("trace %1 %2").arg(what, QLatin1String(action.usage)).trimmed());
+        return action.prepare(options);
     }
-    return task;
+    throw UsageError(
+        QStringLiteral("trace: \"%1\" is none of %2").arg(what, known.join(QStringLiteral(", "))));
 }
 
 } // namespace frctl

@@ -10,7 +10,7 @@ packages=(
   libqt6sql6-sqlite fonts-dejavu-core libgtest-dev libgmock-dev
 )
 # What the tests need besides.
-test_packages=(python3-jsonschema zbar-tools)
+test_packages=(python3-jsonschema zbar-tools tshark)
 # What only the suites of scripts/test --all need.
 large_packages=(valgrind)
 

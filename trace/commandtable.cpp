@@ -1,10 +1,8 @@
 #include "trace/commandtable.h"
 
-#include <QHash>
 #include <QStringList>
 
 #include <algorithm>
-#include <iterator>
 
 namespace trace::commandtable {
 
@@ -206,47 +204,71 @@ QList<FieldRow> fieldsOf(const char* text)
     return rows;
 }
 
-QList<CommandRow> makeHexCommands()
+QList<HexCommandRow> makeHexCommands()
 {
-    QList<CommandRow> commands;
+    QList<HexCommandRow> commands;
     for (const HexRow& row : hexRows)
-        commands.append(
-            {QString::fromLatin1(row.name), row.isQuestion, fieldsOf(row.request), fieldsOf(row.answer)});
+        commands.append({row.code,
+            row.question == nullptr ? std::nullopt : std::optional<QByteArray>(row.question),
+            {QString::fromLatin1(row.name), row.isQuestion, fieldsOf(row.request), fieldsOf(row.answer)}});
     return commands;
 }
 
-QHash<int, CommandRow> makeXmlCommands()
+QMap<int, CommandRow> makeXmlCommands()
 {
-    QHash<int, CommandRow> commands;
+    QMap<int, CommandRow> commands;
     for (const XmlRow& row : xmlRows)
         commands.insert(row.number, {QString::fromLatin1(row.name), row.isQuestion, {}, {}});
     return commands;
 }
 
+QMap<int, QString> makeHexErrors()
+{
+    QMap<int, QString> errors;
+    for (const ErrorRow& row : errorRows)
+        errors.insert(row.code, QString::fromUtf8(row.text));
+    return errors;
+}
+
 } // namespace
+
+const QList<HexCommandRow>& hexCommands()
+{
+    static const QList<HexCommandRow> commands = makeHexCommands();
+    return commands;
+}
+
+const QMap<int, CommandRow>& xmlCommands()
+{
+    static const QMap<int, CommandRow> commands = makeXmlCommands();
+    return commands;
+}
+
+const QMap<int, QString>& hexErrors()
+{
+    static const QMap<int, QString> errors = makeHexErrors();
+    return errors;
+}
 
 const CommandRow* hexCommand(const QByteArray& code, const QByteArray& firstField)
 {
-    static const QList<CommandRow> commands = makeHexCommands();
-    const auto* const found
-        = std::find_if(std::begin(hexRows), std::end(hexRows), [&code, &firstField](const HexRow& row) {
-              return code == row.code && (row.question == nullptr || firstField == row.question);
+    const QList<HexCommandRow>& rows = hexCommands();
+    const auto found
+        = std::find_if(rows.cbegin(), rows.cend(), [&code, &firstField](const HexCommandRow& row) {
+              return code == row.code && (!row.question || firstField == *row.question);
           });
-    return found == std::end(hexRows) ? nullptr : &commands.at(found - std::begin(hexRows));
+    return found == rows.cend() ? nullptr : &found->command;
 }
 
 const CommandRow* xmlCommand(int number)
 {
-    static const QHash<int, CommandRow> commands = makeXmlCommands();
-    const auto found = commands.constFind(number);
-    return found == commands.cend() ? nullptr : &*found;
+    const auto found = xmlCommands().constFind(number);
+    return found == xmlCommands().cend() ? nullptr : &*found;
 }
 
 QString hexErrorText(int code)
 {
-    const auto* const found = std::find_if(
-        std::begin(errorRows), std::end(errorRows), [code](const ErrorRow& row) { return row.code == code; });
-    return found == std::end(errorRows) ? QString() : QString::fromUtf8(found->text);
+    return hexErrors().value(code);
 }
 
 } // namespace trace::commandtable

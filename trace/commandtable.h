@@ -2,7 +2,10 @@
 
 #include <QByteArray>
 #include <QList>
+#include <QMap>
 #include <QString>
+
+#include <optional>
 
 namespace trace {
 
@@ -30,14 +33,31 @@ struct CommandRow
     QList<FieldRow> answerFields;
 };
 
+/// A command over HEX, or one of its questions.
+struct HexCommandRow
+{
+    /// Two digits.
+    QByteArray code;
+    /// First field of the request that the row is for; nothing for any.
+    std::optional<QByteArray> question;
+    CommandRow command;
+};
+
 namespace commandtable {
+
+/// The first row that fits a request is its own.
+const QList<HexCommandRow>& hexCommands();
+/// By number.
+const QMap<int, CommandRow>& xmlCommands();
+/// What the answer codes of HEX frames mean, in the register's words.
+const QMap<int, QString>& hexErrors();
 
 /// By the two digits of the frame and its first field, which with some is the number of a question. Null for
 /// a code that no command has.
 const CommandRow* hexCommand(const QByteArray& code, const QByteArray& firstField);
 /// By the number in the document.
 const CommandRow* xmlCommand(int number);
-/// What the answer code of a HEX frame means, in the register's words.
+/// Empty for a code that is not known.
 QString hexErrorText(int code);
 
 } // namespace commandtable

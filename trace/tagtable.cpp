@@ -1,7 +1,5 @@
 #include "trace/tagtable.h"
 
-#include <QHash>
-
 #include <algorithm>
 #include <iterator>
 
@@ -47,6 +45,14 @@ const TagRow* rowOf(const QString& node)
 }
 
 } // namespace
+
+QMap<QString, QString> names()
+{
+    QMap<QString, QString> names;
+    for (const TagRow& row : tagRows)
+        names.insert(QString::fromLatin1(row.tag), QString::fromLatin1(row.name));
+    return names;
+}
 
 QString name(const QString& node)
 {

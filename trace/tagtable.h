@@ -1,8 +1,12 @@
 #pragma once
 
+#include <QMap>
 #include <QString>
 
 namespace trace::tagtable {
+
+/// The names by tag.
+QMap<QString, QString> names();
 
 /// What a node of an XML document's tree is called in traces: a name for the tags that receipts and answers
 /// have, all others as they stand.
