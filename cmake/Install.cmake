@@ -15,7 +15,8 @@ install(DIRECTORY host/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frhost COMPONENT
 # The serial devices are part of what a host program links.
 install(TARGETS frdevices EXPORT frhost-devicesTargets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT devel)
-install(FILES devices/connectionerror.h devices/connectionsettings.h devices/driverplugin.h devices/lineobserver.h
+install(FILES devices/connectionerror.h devices/connectionsettings.h devices/driverplugin.h devices/lineerrors.h
+  devices/lineobserver.h devices/portholders.h devices/portinfo.h devices/portlisting.h
   devices/portlock.h devices/registerconnection.h devices/serialdevicefactory.h devices/serialportdevice.h
   devices/silencewatch.h devices/streamdevice.h devices/tcpserialdevice.h
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frdevices COMPONENT devel)
@@ -58,6 +59,8 @@ if(NOT CMAKE_CROSSCOMPILING)
     RENAME _frctl COMPONENT tools)
 endif()
 install(FILES ${manuals} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+# Where udev looks, whatever the architecture.
+install(FILES cmake/debian/60-frspf.rules DESTINATION lib/udev/rules.d COMPONENT tools)
 file(GLOB receipts CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/examples/*.json ${PROJECT_SOURCE_DIR}/examples/*.txt)
 install(FILES ${receipts} DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT tools)
 install(DIRECTORY examples/host DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT tools)

@@ -26,6 +26,8 @@ struct ConnectionSettings
     std::function<void()> waitCallback = {};
     /// See StreamDevice::setSilenceCallback. May be empty.
     std::function<void()> silenceCallback = {};
+    /// See StreamDevice::setBudget; counted from the open port. 0 for as long as the driver likes.
+    int budgetMs = 0;
     /// Told what goes over the line; outlives the connection. Null for none.
     LineObserver* observer = nullptr;
     /// Of the XML envelope; empty for the plugin's own.

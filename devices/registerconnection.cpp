@@ -62,6 +62,16 @@ quint64 RegisterConnection::soleConnection() const
     return m_line->soleConnection();
 }
 
+std::optional<LineErrors> RegisterConnection::lineErrors() const
+{
+    return m_line->lineErrors();
+}
+
+bool RegisterConnection::isBudgetSpent() const
+{
+    return m_line->isBudgetSpent();
+}
+
 void RegisterConnection::closePort()
 {
     // On the way out nothing may be thrown any more.
@@ -91,6 +101,8 @@ void RegisterConnection::openLine(const ConnectionSettings& settings)
     m_line->setWaitCallback(settings.waitCallback);
     m_line->setSilenceCallback(settings.silenceCallback);
     m_line->setObserver(settings.observer);
+    if (settings.budgetMs > 0)
+        m_line->setBudget(settings.budgetMs);
     // The driver sets up the line before it opens it, and a closed line takes no settings.
     if (m_line->open())
         return;

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "connectionsettings.h"
+#include "lineerrors.h"
 #include "portlock.h"
 
 #include <QObject>
 
 #include <memory>
+#include <optional>
 
 class AbstractFrDriver;
 
@@ -33,6 +35,10 @@ public:
     QObject& deviceObject() { return *m_deviceObject; }
     /// See StreamDevice::soleConnection and sale::RegisterLine::connection.
     quint64 soleConnection() const;
+    /// See StreamDevice::lineErrors.
+    std::optional<LineErrors> lineErrors() const;
+    /// See StreamDevice::setBudget.
+    bool isBudgetSpent() const;
     /// To be called when the last exchange is over: the next program need not wait for an answer to this one.
     void leaveIdle() { m_isIdle = true; }
 

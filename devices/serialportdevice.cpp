@@ -5,6 +5,7 @@
 #include <QLoggingCategory>
 #include <QSocketNotifier>
 
+#include <linux/serial.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -99,6 +100,8 @@ bool SerialPortDevice::isDataTerminalReady() const
 
 bool SerialPortDevice::open()
 {
+    if (isBudgetSpent())
+        return false;
     if (isLineOpen() && (waitFor(0, 0) & hangUpEvents) == 0)
         return true;
     close();
@@ -111,6 +114,7 @@ bool SerialPortDevice::open()
     // Or an event loop of the host would make the port receive bytes that nobody looks for there.
     for (QSocketNotifier* notifier : m_port.findChildren<QSocketNotifier*>())
         notifier->setEnabled(false);
+    m_errorsAtOpening = countedErrors();
     if (opened)
         tellOpened();
     return opened;
@@ -118,8 +122,26 @@ bool SerialPortDevice::open()
 
 void SerialPortDevice::closeLine()
 {
-    if (isLineOpen())
-        m_port.close();
+    if (!isLineOpen())
+        return;
+    m_errorsAtClosing = countedErrors();
+    m_port.close();
+}
+
+std::optional<LineErrors> SerialPortDevice::countedErrors() const
+{
+    serial_icounter_struct counts = {};
+    if (!m_port.isOpen() || ::ioctl(m_port.handle(), TIOCGICOUNT, &counts) != 0)
+        return std::nullopt;
+    return LineErrors{counts.frame, counts.parity};
+}
+
+std::optional<LineErrors> SerialPortDevice::lineErrors() const
+{
+    const std::optional<LineErrors> now = m_port.isOpen() ? countedErrors() : m_errorsAtClosing;
+    if (!now || !m_errorsAtOpening)
+        return std::nullopt;
+    return LineErrors{now->framing - m_errorsAtOpening->framing, now->parity - m_errorsAtOpening->parity};
 }
 
 bool SerialPortDevice::isAvailable() const

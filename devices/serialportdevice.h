@@ -23,6 +23,7 @@ public:
 
     QString errorString() const override { return m_error; }
     quint64 soleConnection() const override { return m_port.isOpen() ? m_soleConnection : 0; }
+    std::optional<LineErrors> lineErrors() const override;
     QString getDeviceName() const override;
     bool setBaudRate(QSerialPort::BaudRate baudRate) override;
     QSerialPort::BaudRate getBaudRate() const override;
@@ -51,6 +52,8 @@ private:
     qint64 writeNow(const char* data, qint64 size);
     short waitFor(short events, int milliseconds) const;
     qint64 fail(int error);
+    /// As the system counts them, from its start.
+    std::optional<LineErrors> countedErrors() const;
     /// A setting fails on a line that is gone, and then the line is closed as after a failed write.
     bool settle(bool done);
 
@@ -62,6 +65,9 @@ private:
     bool m_hasModemLines = true;
     quint64 m_connections = 0;
     quint64 m_soleConnection = 0;
+    std::optional<LineErrors> m_errorsAtOpening;
+    /// Of a line that is closed, when it was.
+    std::optional<LineErrors> m_errorsAtClosing;
 };
 
 } // namespace devices

@@ -37,17 +37,17 @@ bool StreamDevice::setOpened(bool opened)
 
 qint64 StreamDevice::write(const QByteArray& data)
 {
-    if (!isOpen())
+    if (!keepBudget() || !isOpen())
         return -1;
     if (m_observer != nullptr)
         m_observer->sent(data);
-    const qint64 sent = send(data, writeTimeoutMs);
+    const qint64 sent = send(data, withinBudget(writeTimeoutMs));
     if (sent == data.size()) {
         m_silence.written();
         return sent;
     }
     qCWarning(lcDevices).noquote() << getDeviceName() << "write failed:" << errorString();
-    tellFailure();
+    tellFailure(errorString());
     if (sent == lineIsGone)
         dropLine();
     return -1;
@@ -71,13 +71,15 @@ bool StreamDevice::waitForReadyRead(int milliseconds)
 {
     QElapsedTimer timer;
     timer.start();
-    while (isOpen() && !hasInput()) {
+    while (keepBudget() && isOpen() && !hasInput()) {
         callWhileWaiting();
-        const int left = std::max(0, milliseconds - static_cast<int>(timer.elapsed()));
+        const int left = withinBudget(std::max(0, milliseconds - static_cast<int>(timer.elapsed())));
         if (!receiveInput(std::min(left, waitSliceMs))) {
             m_silence.look();
-            if (left == 0)
+            if (left == 0) {
+                keepBudget();
                 return false;
+            }
         }
     }
     return hasInput();
@@ -104,10 +106,28 @@ void StreamDevice::tellOpened() const
         m_observer->opened();
 }
 
-void StreamDevice::tellFailure() const
+int StreamDevice::withinBudget(int milliseconds) const
+{
+    if (m_deadline.isForever())
+        return milliseconds;
+    return static_cast<int>(std::min<qint64>(milliseconds, m_deadline.remainingTime()));
+}
+
+bool StreamDevice::keepBudget()
+{
+    if (!m_deadline.hasExpired())
+        return true;
+    if (isOpen()) {
+        tellFailure(QStringLiteral("the time for this port is spent"));
+        close();
+    }
+    return false;
+}
+
+void StreamDevice::tellFailure(const QString& reason) const
 {
     if (m_observer != nullptr)
-        m_observer->failed(errorString());
+        m_observer->failed(reason);
 }
 
 void StreamDevice::callWhileWaiting() const
@@ -121,7 +141,7 @@ void StreamDevice::dropLine()
     if (hasInput())
         return;
     qCWarning(lcDevices).noquote() << getDeviceName() << "the line is gone:" << errorString();
-    tellFailure();
+    tellFailure(errorString());
     close();
 }
 

@@ -1,13 +1,16 @@
 #pragma once
 
 #include "abstractserialdevice.h"
+#include "lineerrors.h"
 #include "lineobserver.h"
 #include "silencewatch.h"
 
+#include <QDeadlineTimer>
 #include <QObject>
 
 #include <array>
 #include <functional>
+#include <optional>
 
 namespace devices {
 
@@ -37,6 +40,11 @@ public:
         m_silence.start(callback, patienceMs);
     }
 
+    /// So long from now the line may be used. Then it is closed, and does not open again: whatever the driver
+    /// would repeat fails at once as on a closed port.
+    void setBudget(int milliseconds) { m_deadline = QDeadlineTimer(milliseconds); }
+    bool isBudgetSpent() const { return m_deadline.hasExpired(); }
+
     /// The observer outlives the device; null for none.
     void setObserver(LineObserver* observer) { m_observer = observer; }
 
@@ -46,6 +54,9 @@ public:
     /// A number for the open connection, another one for each that is opened, while no other program of this
     /// machine can open the line; 0 when one can, or when the line is closed.
     virtual quint64 soleConnection() const { return 0; }
+
+    /// Counted since the line was opened last; nothing where the system does not count.
+    virtual std::optional<LineErrors> lineErrors() const { return std::nullopt; }
 
     /// Bytes that came before the other end hung up can still be read, so it counts as open until then.
     bool isOpen() const override { return hasInput() || isLineOpen(); }
@@ -87,8 +98,13 @@ protected:
 private:
     bool hasInput() const { return m_taken < m_received; }
     bool receiveInput(int milliseconds);
-    void tellFailure() const;
+    /// The time that the budget leaves of it.
+    int withinBudget(int milliseconds) const;
+    /// False, and the line is closed, when the budget is spent.
+    bool keepBudget();
+    void tellFailure(const QString& reason) const;
 
+    QDeadlineTimer m_deadline = QDeadlineTimer::Forever;
     std::function<void()> m_waitCallback;
     SilenceWatch m_silence;
     LineObserver* m_observer = nullptr;

@@ -52,6 +52,8 @@ bool TcpSerialDevice::isLineOpen() const
 
 bool TcpSerialDevice::open()
 {
+    if (isBudgetSpent())
+        return false;
     if (isOpen())
         return true;
     m_socket.abort();

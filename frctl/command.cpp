@@ -4,6 +4,8 @@
 #include "completion.h"
 #include "configcommand.h"
 #include "countercommands.h"
+#include "detectcommand.h"
+#include "doctorcommand.h"
 #include "errors.h"
 #include "fncommands.h"
 #include "help.h"
@@ -38,6 +40,14 @@ constexpr Command commandTable[] = {
         "help sell"},
     {"info", "", "What the plugin says of itself; needs no register.", 0, 0, Command::Alone, prepareInfo,
         "info", "plugin"},
+    {"detect", "[PORT...]",
+        "The serial ports of this machine; those named, or with --all each, are asked for a register.", 0,
+        anyNumber, Command::Alone, prepareDetect, "detect /dev/ttyUSB0",
+        "all port register config protocol protocol-version plugin wait device-id"},
+    {"doctor", "", "What may keep this computer and the register from selling, a line each.", 0, 0,
+        Command::Alone, prepareDoctor, "--port /dev/ttyUSB0 --protocol HEX doctor",
+        "port register config wait protocol expect-serial expect-inn protocol-version plugin exclusive "
+        "device-id journal"},
     {"status", "", "The register's identity, clock, shift and state.", 0, 0, Command::AtRegister,
         prepareStatus, "status"},
     {"open-shift", "", "Open the shift if it is closed.", 0, 0, Command::Document, prepareOpenShift,

@@ -65,6 +65,8 @@ struct Options
     QString png;
     QString pdf;
     QString svg;
+    /// Of detect: every port is asked.
+    bool isAll = false;
     /// What does harm may be done.
     bool force = false;
     /// Of what goes over the line; empty for none.

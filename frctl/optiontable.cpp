@@ -249,6 +249,8 @@ constexpr OptionRow optionTable[] = {
         takeMarkPolicy, "marks"},
     {"force", nullptr, "Also what does harm: params set 31, time set far off; see the manual page.",
         OptionRow::Own, switchOn<&Options::force>},
+    {"all", nullptr, "Every serial port is asked; bytes may do harm to what is no register.", OptionRow::Own,
+        switchOn<&Options::isAll>},
     {"clear", nullptr, "Remove the picture.", OptionRow::Own, switchOn<&Options::clear>},
     {"strict", nullptr, "Warnings are errors, and --marks strict.", OptionRow::Common,
         switchOn<&Options::strict>, "strict"},

@@ -1,16 +1,22 @@
 #include "line.h"
 
+#include "portholders.h"
+#include "portlisting.h"
 #include "portlock.h"
 #include "serialdevicefactory.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <netinet/in.h>
+#include <pty.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -59,6 +65,23 @@ TEST_P(Device, SilenceIsToldOnceAndOnlyOfTheFirstAnswer)
     ask();
     ask();
     EXPECT_EQ(told, 1);
+}
+
+// Also of a line on which something chatters without an end.
+TEST_P(Device, SpentBudgetClosesTheLineForGood)
+{
+    device.setBudget(20);
+    EXPECT_FALSE(device.waitForReadyRead(60000));
+    EXPECT_TRUE(device.isBudgetSpent());
+    EXPECT_FALSE(device.isOpen() || device.open());
+    EXPECT_EQ(device.write("?"), -1);
+
+    Line other{GetParam()};
+    other.send("chatter");
+    ASSERT_TRUE(other.device().waitForReadyRead(1000));
+    other.device().setBudget(0);
+    EXPECT_FALSE(other.device().waitForReadyRead(1000));
+    EXPECT_FALSE(other.device().isOpen());
 }
 
 TEST_P(Device, SilenceBehindAnAnswerIsNotTold)
@@ -217,6 +240,77 @@ TEST(Factory, TellsPortsByTheirNames)
         const auto device = devices::createSerialDevice(QString::fromLatin1(name));
         EXPECT_EQ(device ? device->getType() : 0, type) << name;
     }
+}
+
+TEST(PortInfo, NameToKeepIsTheOneThatOthersCannotTake)
+{
+    const struct
+    {
+        const char* serialNumber;
+        const char* byId;
+        const char* byPath;
+        const char* kept;
+    } rows[] = {{"A1", "/id", "/path", "/id"}, {"", "/id", "/path", "/path"}, {"", "/id", "", "/id"},
+        {"A1", "", "/path", "/path"}, {"", "", "", "/dev/ttyS0"}};
+    for (const auto& row : rows) {
+        const devices::PortInfo info{
+            .path = "/dev/ttyS0", .serialNumber = row.serialNumber, .byId = row.byId, .byPath = row.byPath};
+        EXPECT_EQ(info.stableName(), row.kept);
+    }
+}
+
+/// A pty without anybody behind it.
+class Pty : public testing::Test
+{
+protected:
+    Pty()
+    {
+        char text[64] = {};
+        openpty(&farEnd, &nearEnd, text, nullptr, nullptr);
+        name = QString::fromLatin1(text);
+    }
+    ~Pty() override
+    {
+        close(nearEnd);
+        close(farEnd);
+    }
+
+    QString name;
+    int farEnd = -1;
+    int nearEnd = -1;
+};
+
+TEST_F(Pty, IsFoundByItsLinks)
+{
+    const QTemporaryDir folder;
+    QDir(folder.path()).mkdir("by-id");
+    QFile::link("/dev/frspf-none", folder.filePath("by-id/a-gone"));
+    QFile::link(name, folder.filePath("by-id/adapter"));
+    const devices::PortInfo info = devices::portInfo(name, folder.path());
+    EXPECT_EQ(info.byId, folder.filePath("by-id/adapter"));
+    EXPECT_EQ(info.byPath, QString());
+}
+
+// Who plays the register works no port of another, and keeps both ends.
+TEST_F(Pty, IsHeldByOtherProgramsButNotByTheOneBehindIt)
+{
+    QProcess holder;
+    holder.setStandardInputFile(name);
+    const auto holders = [&] {
+        holder.start("sleep", {"60"});
+        holder.waitForStarted();
+        const QList<devices::PortHolder> found = devices::portHolders(name);
+        const qint64 process = holder.processId();
+        holder.kill();
+        holder.waitForFinished();
+        return std::pair(found, process);
+    };
+    EXPECT_TRUE(holders().first.isEmpty());
+    fcntl(farEnd, F_SETFD, FD_CLOEXEC);
+    const auto [found, process] = holders();
+    ASSERT_EQ(found.size(), 1);
+    EXPECT_EQ(found.constFirst().name, "sleep");
+    EXPECT_EQ(found.constFirst().process, process);
 }
 
 TEST(PortLock, IsOnWhatTheNameLeadsTo)

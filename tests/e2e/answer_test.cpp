@@ -158,6 +158,42 @@ TEST_P(Told, OfAClockThatWouldGoBehindTheLastDocumentIsNothingWithoutForce)
     EXPECT_TRUE(ask(there + "time set 2099-01-01T13:00:00 --force").contains("dateTime"));
 }
 
+// What detect prints is all that a configuration needs.
+TEST_P(Told, OfItsPlaceIsASectionThatFindsItAgain)
+{
+    const QJsonArray ports = ask("detect").value("ports").toArray();
+    ASSERT_EQ(ports.size(), 1);
+    const QJsonObject port = ports.at(0).toObject();
+    EXPECT_EQ(port.value("register")["protocol"], protocol);
+    EXPECT_EQ(port.value("register")["inn"].isNull(), !isHex);
+    EXPECT_EQ(port.value("holders").toArray(), QJsonArray());
+    QFile configuration(folder.filePath("frctl.ini"));
+    ASSERT_TRUE(configuration.open(QIODevice::WriteOnly));
+    configuration.write(port.value("section").toString().toUtf8());
+    configuration.close();
+    const QStringList options{"--config", configuration.fileName(), "--register", "till1", "status"};
+    const Result status = runFrctl(options);
+    EXPECT_EQ(status.status, 0) << status.errors.constData();
+    EXPECT_TRUE(status.output.contains(port.value("register")["serialNumber"].toString().toUtf8()));
+}
+
+TEST_P(Told, OfItsHealthIsALineEachAndWhatToDo)
+{
+    const auto check = [this](const QString& line, int status, const QString& name) {
+        for (const QJsonValue value : ask(line, status).value("checks").toArray()) {
+            if (value["name"] == name)
+                return value.toObject();
+        }
+        return QJsonObject();
+    };
+    EXPECT_EQ(check("doctor", 0, "register").value("ok"), true);
+    EXPECT_TRUE(check("doctor", 0, "paper").value("ok").isNull());
+    EXPECT_EQ(check("doctor --expect-serial 1", 1, "register").value("ok"), false);
+    const Emulator ahead({"--clock", "2099-01-01T12:00:00"});
+    const QJsonObject clock = check("--port " + ahead.port() + " doctor", 1, "clock");
+    EXPECT_TRUE(clock.value("action").toString().contains("time set"));
+}
+
 // The schema is held against all of it when the tests of a process have ended.
 TEST_P(Told, OfAllElseHasAForm)
 {

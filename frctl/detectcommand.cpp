@@ -1,0 +1,150 @@
+#include "detectcommand.h"
+
+#include "detectedport.h"
+#include "errors.h"
+#include "interruption.h"
+#include "options.h"
+#include "portlisting.h"
+#include "serialdevicefactory.h"
+#include "streamdevice.h"
+#include "texttable.h"
+
+#include <QJsonArray>
+
+namespace frctl {
+
+namespace {
+
+QStringList protocolsOf(const Options& options)
+{
+    if (options.isGiven("protocol"))
+        return {options.protocol};
+    return {QStringLiteral("XML"), QStringLiteral("HEX")};
+}
+
+/// Asks until one answers.
+void askPort(DetectedPort& port, const Options& options)
+{
+    // What another program works must not be disturbed, and what it is told would be half of an answer.
+    if (!port.holders.isEmpty())
+        return;
+    for (const QString& protocol : protocolsOf(options)) {
+        port.probes.append(probe(options, port.info.path, protocol));
+        if (port.probes.constLast().found || !port.probes.constLast().isAsked)
+            return;
+    }
+}
+
+QStringList namedPorts(const Options& options)
+{
+    return options.port.isEmpty() || options.isAll ? options.arguments
+                                                   : QStringList{options.port} + options.arguments;
+}
+
+QList<DetectedPort> portsOf(const Options& options)
+{
+    QList<DetectedPort> ports;
+    const QStringList names = namedPorts(options);
+    for (const QString& name : names)
+        ports.append(detectedPort(devices::portInfo(name), name));
+    if (!names.isEmpty())
+        return ports;
+    for (const devices::PortInfo& info : devices::listPorts())
+        ports.append(detectedPort(info));
+    return ports;
+}
+
+QStringList tableOf(const QList<DetectedPort>& ports)
+{
+    QList<QStringList> rows{{QStringLiteral("PORT"), QStringLiteral("MAKER"), QStringLiteral("DEVICE"),
+        QStringLiteral("SERIAL"), QStringLiteral("HELD BY"), QStringLiteral("NAME TO KEEP")}};
+    for (const DetectedPort& port : ports)
+        rows.append({port.info.path, port.info.manufacturer, port.info.description, port.info.serialNumber,
+            holdersText(port.holders), port.info.stableName()});
+    return textTable(rows);
+}
+
+/// Of what was found: how to go on, and what keeps it.
+QStringList continuation(const QList<DetectedPort>& ports)
+{
+    QStringList commands;
+    QStringList sections;
+    for (const DetectedPort& port : ports) {
+        if (port.found() == nullptr)
+            continue;
+        commands.append(QStringLiteral("  ") + commandLineFor(port));
+        if (!sections.isEmpty())
+            sections.append(QString());
+        sections += sectionFor(port, commands.size());
+    }
+    if (commands.isEmpty())
+        return {};
+    return QStringList{QString(), QStringLiteral("To go on:")} + commands
+        + QStringList{QString(), QStringLiteral("For ~/.config/frspf/frctl.ini or /etc/frspf/frctl.ini:")}
+    + sections;
+}
+
+Output listed(const QList<DetectedPort>& ports)
+{
+    Output output;
+    output.lines = ports.isEmpty()
+        ? QStringList{QStringLiteral("no serial ports; a pty or tcp:host:port can be named")}
+        : tableOf(ports);
+    output.lines.append(QStringLiteral(
+        "Nothing was asked. frctl detect PORT... asks those ports, --all all of them: bytes may do harm to "
+        "scales, card terminals and a UPS."));
+    return output;
+}
+
+Output asked(const QList<DetectedPort>& ports)
+{
+    Output output;
+    output.status = ExitFailure;
+    for (const DetectedPort& port : ports) {
+        output.lines += portLines(port);
+        if (port.found() != nullptr)
+            output.status = ExitSuccess;
+    }
+    output.lines += continuation(ports);
+    return output;
+}
+
+QJsonArray portsJson(const QList<DetectedPort>& ports)
+{
+    QJsonArray json;
+    qsizetype found = 0;
+    for (const DetectedPort& port : ports)
+        json.append(portJson(port, port.found() != nullptr ? ++found : 0));
+    return json;
+}
+
+Output detect(const Options& options)
+{
+    const bool isAsking = options.isAll || !namedPorts(options).isEmpty();
+    QList<DetectedPort> ports = portsOf(options);
+    catchInterruptions();
+    if (isAsking) {
+        for (DetectedPort& port : ports)
+            askPort(port, options);
+    }
+    Output output = isAsking ? asked(ports) : listed(ports);
+    output.json = {{QStringLiteral("asked"), isAsking}, {QStringLiteral("ports"), portsJson(ports)}};
+    return output;
+}
+
+} // namespace
+
+Task prepareDetect(const Options& options)
+{
+    if (options.isAll && !options.arguments.isEmpty())
+        throw UsageError(QStringLiteral("detect takes ports, or --all, not both"));
+    for (const QString& name : namedPorts(options)) {
+        if (!devices::createSerialDevice(name))
+            throw UsageError(QStringLiteral("detect: \"%1\" names no port").arg(name));
+    }
+    Task task;
+    task.alone = [options] { return detect(options); };
+    return task;
+}
+
+} // namespace frctl

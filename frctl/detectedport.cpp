@@ -1,0 +1,141 @@
+#include "detectedport.h"
+
+#include "portname.h"
+
+#include <QJsonArray>
+#include <QRegularExpression>
+
+namespace frctl {
+
+namespace {
+
+QString shellWord(QString word)
+{
+    static const QRegularExpression harmless(QStringLiteral("^[A-Za-z0-9_/.:=@%+,-]+$"));
+    if (harmless.match(word).hasMatch())
+        return word;
+    return QLatin1Char('\'') + word.replace(QLatin1Char('\''), QStringLiteral("'\\''")) + QLatin1Char('\'');
+}
+
+QJsonValue textOrNull(const QString& text)
+{
+    return text.isEmpty() ? QJsonValue() : QJsonValue(text);
+}
+
+QJsonArray holdersJson(const QList<devices::PortHolder>& holders)
+{
+    QJsonArray json;
+    for (const devices::PortHolder& holder : holders)
+        json.append(
+            QJsonObject{{QStringLiteral("process"), holder.process}, {QStringLiteral("name"), holder.name}});
+    return json;
+}
+
+QJsonValue foundJson(const Probe* probe)
+{
+    if (probe == nullptr)
+        return {};
+    return QJsonObject{{QStringLiteral("protocol"), probe->protocol},
+        {QStringLiteral("model"), probe->found->model},
+        {QStringLiteral("serialNumber"), probe->found->serial},
+        {QStringLiteral("firmware"), probe->found->firmware},
+        {QStringLiteral("inn"), textOrNull(probe->found->inn)}};
+}
+
+QJsonObject attemptJson(const Probe& probe)
+{
+    const auto count = [&probe](int devices::LineErrors::*member) {
+        return probe.lineErrors ? QJsonValue((*probe.lineErrors).*member) : QJsonValue();
+    };
+    return {{QStringLiteral("protocol"), probe.protocol},
+        {QStringLiteral("answered"), probe.found.has_value()},
+        {QStringLiteral("text"), textOrNull(probe.failure)},
+        {QStringLiteral("likelyCause"), probe.found ? QJsonValue() : QJsonValue(likelyCause(probe))},
+        {QStringLiteral("receivedBytes"), probe.receivedBytes},
+        {QStringLiteral("framingErrors"), count(&devices::LineErrors::framing)},
+        {QStringLiteral("parityErrors"), count(&devices::LineErrors::parity)}};
+}
+
+QString foundLine(const Probe& probe)
+{
+    const FoundRegister& found = *probe.found;
+    return QStringLiteral("%1: %2, serial number %3, firmware %4%5, over %6")
+        .arg(probe.port, found.model, found.serial, found.firmware,
+            found.inn.isEmpty() ? QString() : QStringLiteral(", INN ") + found.inn, probe.protocol);
+}
+
+} // namespace
+
+DetectedPort detectedPort(const devices::PortInfo& info, const QString& givenName)
+{
+    DetectedPort port{.info = info, .holders = devices::portHolders(info.path)};
+    // A link that the caller has made is kept rather than where it leads to.
+    const QString path = devices::devicePath(givenName);
+    if (!givenName.isEmpty() && !devices::isTcpName(givenName) && path != info.path)
+        port.givenName = path;
+    return port;
+}
+
+QString holdersText(const QList<devices::PortHolder>& holders)
+{
+    QStringList texts;
+    for (const devices::PortHolder& holder : holders)
+        texts.append(QStringLiteral("%1 (process %2)").arg(holder.name).arg(holder.process));
+    return texts.join(QStringLiteral(", "));
+}
+
+QStringList portLines(const DetectedPort& port)
+{
+    if (!port.holders.isEmpty())
+        return {QStringLiteral("%1: not asked, %2 works it").arg(port.info.path, holdersText(port.holders))};
+    if (port.found() != nullptr)
+        return {foundLine(*port.found())};
+    QStringList lines;
+    for (const Probe& probe : port.probes)
+        lines.append(QStringLiteral("%1: no register over %2: %3; %4")
+                         .arg(probe.port, probe.protocol, probe.failure, likelyCause(probe)));
+    return lines;
+}
+
+QJsonObject portJson(const DetectedPort& port, qsizetype number)
+{
+    const devices::PortInfo& info = port.info;
+    QJsonArray attempts;
+    for (const Probe& probe : port.probes)
+        attempts.append(attemptJson(probe));
+    const bool isFound = number > 0;
+    return {{QStringLiteral("port"), info.path},
+        {QStringLiteral("manufacturer"), textOrNull(info.manufacturer)},
+        {QStringLiteral("description"), textOrNull(info.description)},
+        {QStringLiteral("serialNumber"), textOrNull(info.serialNumber)},
+        {QStringLiteral("vendorId"), textOrNull(info.vendorId)},
+        {QStringLiteral("productId"), textOrNull(info.productId)},
+        {QStringLiteral("byId"), textOrNull(info.byId)}, {QStringLiteral("byPath"), textOrNull(info.byPath)},
+        {QStringLiteral("lastingName"), port.lastingName()},
+        {QStringLiteral("holders"), holdersJson(port.holders)},
+        {QStringLiteral("register"), foundJson(port.found())}, {QStringLiteral("attempts"), attempts},
+        {QStringLiteral("command"), isFound ? QJsonValue(commandLineFor(port)) : QJsonValue()},
+        {QStringLiteral("section"),
+            isFound ? QJsonValue(sectionFor(port, number).join(QLatin1Char('\n'))) : QJsonValue()}};
+}
+
+QString commandLineFor(const DetectedPort& port)
+{
+    const Probe& probe = *port.found();
+    return QStringLiteral("frctl --port %1 --protocol %2 --expect-serial %3 status")
+        .arg(shellWord(port.lastingName()), probe.protocol, shellWord(probe.found->serial));
+}
+
+QStringList sectionFor(const DetectedPort& port, qsizetype number)
+{
+    const Probe& probe = *port.found();
+    QStringList lines{QStringLiteral("[till%1]").arg(number),
+        QStringLiteral("port = %1").arg(port.lastingName()),
+        QStringLiteral("protocol = %1").arg(probe.protocol),
+        QStringLiteral("serial = %1").arg(probe.found->serial)};
+    if (!probe.found->inn.isEmpty())
+        lines.append(QStringLiteral("inn = %1").arg(probe.found->inn));
+    return lines;
+}
+
+} // namespace frctl

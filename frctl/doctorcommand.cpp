@@ -1,0 +1,45 @@
+#include "doctorcommand.h"
+
+#include "errors.h"
+#include "interruption.h"
+#include "machinechecks.h"
+#include "options.h"
+#include "registerchecks.h"
+#include "serialdevicefactory.h"
+#include "streamdevice.h"
+#include "testdrive.h"
+
+#include <QJsonArray>
+
+namespace frctl {
+
+namespace {
+
+Output examine(const Options& options)
+{
+    catchInterruptions();
+    Output output;
+    QJsonArray json;
+    for (const HealthCheck& check : machineChecks(options) + registerChecks(options)) {
+        output.lines.append(check.line());
+        json.append(check.json());
+        if (check.isWell == false)
+            output.status = ExitFailure;
+    }
+    output.json = {{QStringLiteral("checks"), json},
+        {QStringLiteral("testDrive"), sale::testDriveJson(options.answer->drive)}};
+    return output;
+}
+
+} // namespace
+
+Task prepareDoctor(const Options& options)
+{
+    if (!options.port.isEmpty() && !devices::createSerialDevice(options.port))
+        throw UsageError(QStringLiteral("--port: \"%1\" names no port").arg(options.port));
+    Task task;
+    task.alone = [options] { return examine(options); };
+    return task;
+}
+
+} // namespace frctl

@@ -1,0 +1,80 @@
+#include "drivechecks.h"
+
+namespace frctl {
+
+namespace {
+
+constexpr quint8 fiscalMode = 3;
+constexpr int changeAtOnce = 1 << 0;
+constexpr int resourceEnds = 1 << 1;
+constexpr int memoryFull = 1 << 2;
+constexpr int ofdIsSilent = 1 << 3;
+
+/// A new drive wants to be bought, and registered.
+constexpr qint64 soonDays = 30;
+/// The drive signs nothing more once a document has waited for 30 days.
+constexpr qint64 waitsTooLongDays = 5;
+
+/// Nothing while it lasts.
+QString endOf(const FnInfo& info, const QDate& today)
+{
+    const int flags = info.fnStatus.warningFlags;
+    const QDate last = info.validityDate.date;
+    if ((flags & changeAtOnce) != 0 || (last.isValid() && last < today))
+        return QStringLiteral("is at its end");
+    if ((flags & memoryFull) != 0)
+        return QStringLiteral("is full");
+    if ((flags & resourceEnds) != 0 || (last.isValid() && today.daysTo(last) < soonDays))
+        return QStringLiteral("ends soon");
+    return {};
+}
+
+HealthCheck checkLife(const FnInfo& info, const QDate& today)
+{
+    const QDate last = info.validityDate.date;
+    const QString until
+        = last.isValid() ? QStringLiteral(", until ") + last.toString(Qt::ISODate) : QString();
+    const QString drive = info.fnStatus.fnNumber + until;
+    if (info.fnStatus.lifePhase != fiscalMode)
+        return wrong("drive",
+            QStringLiteral("%1: not in its fiscal mode (phase %2)").arg(drive).arg(info.fnStatus.lifePhase),
+            QStringLiteral("it signs nothing: register it, or change it"));
+    const QString end = endOf(info, today);
+    if (end.isEmpty())
+        return well("drive", drive);
+    return wrong("drive", QStringLiteral("%1: %2").arg(drive, end), QStringLiteral("have the drive changed"));
+}
+
+QString waitingText(const OfdStatusInfo& status, bool isHex)
+{
+    // Over XML the driver tells how many wait, over HEX the first one.
+    if (!isHex)
+        return QStringLiteral("%1 documents wait").arg(status.firstUnsentNumber);
+    return QStringLiteral("from number %1 of %2")
+        .arg(status.firstUnsentNumber)
+        .arg(status.firstUnsentDateTime.toString(Qt::ISODate));
+}
+
+HealthCheck checkUnsent(const FnInfo& info, const QDateTime& now, bool isHex)
+{
+    const OfdStatusInfo& status = info.ofdStatus;
+    const bool isSilent = (info.fnStatus.warningFlags & ofdIsSilent) != 0;
+    if (status.firstUnsentNumber <= 0 && !isSilent)
+        return well("unsent", QStringLiteral("nothing waits for the OFD"));
+    const QString text = waitingText(status, isHex);
+    const bool isOld = isHex && status.firstUnsentDateTime.isValid()
+        && status.firstUnsentDateTime.daysTo(now) > waitsTooLongDays;
+    if (!isOld && !isSilent)
+        return well("unsent", text);
+    return wrong("unsent", text + QStringLiteral(", for too long"),
+        QStringLiteral("see to the register's network and the OFD contract: after 30 days it sells nothing"));
+}
+
+} // namespace
+
+QList<HealthCheck> driveChecks(const FnInfo& info, const QDateTime& now, bool isHex)
+{
+    return {checkLife(info, now.date()), checkUnsent(info, now, isHex)};
+}
+
+} // namespace frctl

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "lineerrors.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace frctl {
+
+struct Options;
+
+/// What a register tells of itself when it is connected to.
+struct FoundRegister
+{
+    QString model;
+    QString serial;
+    QString firmware;
+    /// Empty over XML, whose driver does not tell it.
+    QString inn;
+};
+
+/// What came of asking a port over one protocol.
+struct Probe
+{
+    QString port;
+    /// "HEX" or "XML".
+    QString protocol;
+    /// False for a port that is busy, or cannot be opened.
+    bool isAsked = false;
+    /// Nothing when no register answered.
+    std::optional<FoundRegister> found = {};
+    /// The driver's or the system's words then.
+    QString failure = {};
+    qint64 receivedBytes = 0;
+    /// Nothing where the system does not count.
+    std::optional<devices::LineErrors> lineErrors = {};
+};
+
+/// Connects to the register of that port, which asks who it is and changes nothing: a document that somebody
+/// has open stays so. It lasts for some seconds at most. Throws Interrupted, and devices::ConnectionError
+/// without a plugin.
+Probe probe(const Options& options, const QString& port, const QString& protocol);
+/// What a probe without an answer is likely to mean, and what to look at.
+QString likelyCause(const Probe& probe);
+
+} // namespace frctl

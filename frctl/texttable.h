@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QStringList>
+
+namespace frctl {
+
+/// Rows as lines with their columns below each other; the first row is the heading. An empty cell is a
+/// hyphen.
+QStringList textTable(const QList<QStringList>& rows);
+
+} // namespace frctl
