@@ -10,6 +10,7 @@
 #include "interruption.h"
 #include "logging.h"
 #include "messages.h"
+#include "progress.h"
 #include "registersession.h"
 #include "streams.h"
 #include "testdrive.h"
@@ -163,6 +164,12 @@ Output work(const Options& given)
     return output;
 }
 
+Output shownWork(const Options& options)
+{
+    const Progress progress(options.command);
+    return work(options);
+}
+
 /// Gives the exit status; throws what the work throws.
 int run(const Options& options)
 {
@@ -171,7 +178,7 @@ int run(const Options& options)
     if (options.version)
         return deliver(QStringLiteral("frctl ") + QCoreApplication::applicationVersion());
     setUpLogging(options.logLevel);
-    Output output = work(options);
+    Output output = shownWork(options);
     if (options.answer->isDocument)
         output = documentOutput(options, output);
     else

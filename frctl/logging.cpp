@@ -1,5 +1,7 @@
 #include "logging.h"
 
+#include "progress.h"
+
 #include <QLoggingCategory>
 #include <QTime>
 
@@ -26,6 +28,7 @@ const char* levelName(QtMsgType type)
 void writeLine(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
     const QByteArray time = QTime::currentTime().toString(QStringLiteral("HH:mm:ss.zzz")).toLatin1();
+    hideProgress();
     std::fprintf(stderr, "%s %s %s: %s\n", time.constData(), levelName(type), context.category,
         message.toUtf8().constData());
 }

@@ -96,7 +96,7 @@ Output tell(const Parameters& parameters)
 
 Parameters read(AbstractRegisterParameters& source, const QStringList& names)
 {
-    const Progress progress(QStringLiteral("reading the register's parameters ..."));
+    const Progress progress(QStringLiteral("reading the register's parameters"));
     return source.readParameters(names);
 }
 

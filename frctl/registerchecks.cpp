@@ -102,7 +102,7 @@ QList<HealthCheck> failed(const HealthCheck& check)
 
 QList<HealthCheck> askRegister(const Options& options)
 {
-    const Progress progress(QStringLiteral("asking the register ..."));
+    const Progress progress(QStringLiteral("asking the register"));
     devices::ConnectionSettings settings = options.connection();
     settings.waitCallback = throwIfInterrupted;
     settings.budgetMs = examinationMs;

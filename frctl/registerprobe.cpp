@@ -68,7 +68,7 @@ bool hasLineErrors(const Probe& probe)
 
 Probe probe(const Options& options, const QString& port, const QString& protocol)
 {
-    const Progress progress(QStringLiteral("%1: asking over %2 ...").arg(port, protocol));
+    const Progress progress(QStringLiteral("%1: asking over %2").arg(port, protocol));
     ByteCount bytes;
     devices::ConnectionSettings settings = options.connection();
     settings.port = port;

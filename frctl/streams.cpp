@@ -1,6 +1,7 @@
 #include "streams.h"
 
 #include "interruption.h"
+#include "progress.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -61,6 +62,7 @@ void makeStreamsSafe()
 
 int print(std::FILE* stream, const QString& text)
 {
+    hideProgress();
     return writeAll(::fileno(stream), (text + QLatin1Char('\n')).toUtf8());
 }
 
