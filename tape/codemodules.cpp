@@ -40,6 +40,13 @@ const BarcodeRule* ruleOf(const Code& code)
     return fits ? found : nullptr;
 }
 
+/// What the library is given: eight digits would be the first ones of a longer code to it.
+QByteArray encoded(const Code& code)
+{
+    constexpr int digitsBeforeCheck = 7;
+    return (code.symbology == Symbology::Ean8 ? code.data.left(digitsBeforeCheck) : code.data).toUtf8();
+}
+
 QList<QRect> barsOf(const zint_vector& vector)
 {
     QList<QRect> bars;
@@ -63,9 +70,9 @@ CodeModules trimmed(const QList<QRect>& bars, const QString& caption)
 std::optional<CodeModules> barcode(const Code& code)
 {
     const BarcodeRule* const rule = ruleOf(code);
-    const QByteArray data = code.data.toUtf8();
-    if (rule == nullptr || data.isEmpty())
+    if (rule == nullptr || code.data.isEmpty())
         return std::nullopt;
+    const QByteArray data = encoded(code);
     const std::unique_ptr<zint_symbol, void (*)(zint_symbol*)> symbol(ZBarcode_Create(), ZBarcode_Delete);
     symbol->symbology = rule->zintNumber;
     symbol->input_mode = UNICODE_MODE;
@@ -77,7 +84,11 @@ std::optional<CodeModules> barcode(const Code& code)
         = ZBarcode_Encode_and_Buffer_Vector(symbol.get(), source, static_cast<int>(data.size()), 0);
     if (result >= ZINT_ERROR || symbol->vector == nullptr || symbol->vector->rectangles == nullptr)
         return std::nullopt;
-    return trimmed(barsOf(*symbol->vector), QString::fromUtf8(reinterpret_cast<const char*>(symbol->text)));
+    const QString caption = QString::fromUtf8(reinterpret_cast<const char*>(symbol->text));
+    // The check digit that was left out has to be the one that was given.
+    if (code.symbology == Symbology::Ean8 && !caption.startsWith(code.data))
+        return std::nullopt;
+    return trimmed(barsOf(*symbol->vector), caption);
 }
 
 std::optional<CodeModules> qrCode(const Code& code)

@@ -111,6 +111,7 @@ TEST_F(TapePicture, CodesAreReadBackByAScanner)
         {{Symbology::Ean13, "460123456789"}, "EAN-13:4601234567893\n"},
         {{Symbology::Ean13, "4601234567893", -1, 3, 30, CodeCaption::Both}, "EAN-13:4601234567893\n"},
         {{Symbology::Ean8, "4601234"}, "EAN-8:46012340\n"},
+        {{Symbology::Ean8, "96385074"}, "EAN-8:96385074\n"},
         {{Symbology::Code39, "ABC-12"}, "CODE-39:ABC-12\n"},
         {{Symbology::Itf, "12345678"}, "I2/5:12345678\n"},
         {{Symbology::Codabar, "A12345B"}, "Codabar:A12345B\n"},
@@ -129,9 +130,9 @@ TEST_F(TapePicture, CodesAreReadBackByAScanner)
 TEST_F(TapePicture, CodesThatCannotBeAreFramesWithTheirData)
 {
     const Code codes[]{{Symbology::Ean13, "4601234567890"}, {Symbology::Ean13, "1234567"},
-        {Symbology::Ean8, "460123456789"}, {Symbology::Code39, "Хлеб"}, {Symbology::Codabar, "12345"},
-        {Symbology::Code128, QString(200, 'x')}, {Symbology::Qr, ""}, {Symbology::Qr, QString(3000, 'x')},
-        {Symbology::Other, "12345", 12}};
+        {Symbology::Ean8, "460123456789"}, {Symbology::Ean8, "96385075"}, {Symbology::Code39, "Хлеб"},
+        {Symbology::Codabar, "12345"}, {Symbology::Code128, QString(200, 'x')}, {Symbology::Qr, ""},
+        {Symbology::Qr, QString(3000, 'x')}, {Symbology::Other, "12345", 12}};
     for (const Code& code : codes) {
         const tape::Drawing drawing = tape::drawingOf({44, {code}});
         EXPECT_TRUE(drawing.black.isEmpty()) << code.data.toStdString();
