@@ -382,6 +382,13 @@ TEST(TcpPort, WaitForTheConnectionCanBeLeft)
     });
     EXPECT_THROW(second->open(), Left);
     EXPECT_FALSE(second->isOpen());
+    // Nor does it go beyond the time for the port.
+    second->setWaitCallback({});
+    second->setBudget(20);
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_FALSE(second->open());
+    EXPECT_LT(timer.elapsed(), 2000);
     close(server);
 }
 
