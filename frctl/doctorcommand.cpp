@@ -11,6 +11,8 @@
 
 #include <QJsonArray>
 
+#include <utility>
+
 namespace frctl {
 
 namespace {
@@ -20,7 +22,9 @@ Output examine(const Options& options)
     catchInterruptions();
     Output output;
     QJsonArray json;
-    for (const HealthCheck& check : machineChecks(options) + registerChecks(options)) {
+    QList<HealthCheck> checks = machineChecks(options);
+    checks += registerChecks(options);
+    for (const HealthCheck& check : std::as_const(checks)) {
         output.lines.append(check.line());
         json.append(check.json());
         if (check.isWell == false)

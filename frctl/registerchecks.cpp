@@ -3,12 +3,14 @@
 #include "abstractfrdriver.h"
 #include "connectionerror.h"
 #include "currenttime.h"
+#include "detectedport.h"
 #include "deviceinfo.h"
 #include "drivechecks.h"
 #include "exceptions.h"
 #include "interruption.h"
 #include "mockfactory.h"
 #include "options.h"
+#include "portholders.h"
 #include "progress.h"
 #include "registerconnection.h"
 #include "registerprobe.h"
@@ -117,6 +119,9 @@ QList<HealthCheck> registerChecks(const Options& options)
     if (options.port.isEmpty())
         return withUntold({untold("register", QStringLiteral("none named: --port, or --register"))},
             QStringLiteral("not asked"));
+    // It might be in the midst of a receipt, and what it is told would be half of an answer.
+    if (const QList<devices::PortHolder> holders = devices::portHolders(options.port); !holders.isEmpty())
+        return failed(untold("register", QStringLiteral("not asked, %1 works it").arg(holdersText(holders))));
     try {
         // A silent register need not be waited for as long as one that has answered.
         const Probe first = probe(options, options.port, options.protocol);
