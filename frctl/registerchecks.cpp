@@ -29,6 +29,27 @@ constexpr int examinationMs = 20000;
 /// A register with another time refuses to be started.
 constexpr qint64 farthestClockSeconds = 300;
 
+HealthCheck refused(const char* name, const BasicException& error)
+{
+    return wrong(name, error.tr().ru(), QStringLiteral("frctl status tells its state"));
+}
+
+/// What a register refuses to tell is ill by itself, and all else is told.
+template <typename Ask>
+QList<HealthCheck> asked(const QList<const char*>& names, const Ask& ask)
+{
+    try {
+        return ask();
+    } catch (const FrNoConnectionException&) {
+        throw;
+    } catch (const FrCommandException& error) {
+        QList<HealthCheck> checks{refused(names.constFirst(), error)};
+        for (const char* const name : names.mid(1))
+            checks.append(untold(name, QStringLiteral("not asked")));
+        return checks;
+    }
+}
+
 HealthCheck checkClock(AbstractFrDriver& driver)
 {
     const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
@@ -66,17 +87,23 @@ HealthCheck identityOf(AbstractFrDriver& driver, const Options& options)
     return well("register", text);
 }
 
+QList<HealthCheck> checkDrive(AbstractFrDriver& driver, const Options& options)
+{
+    const FnInfo info = driver.getFnInfo();
+    options.answer->drive = info.fnStatus.fnNumber;
+    const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
+    return driveChecks(info, now, options.isHex());
+}
+
 QList<HealthCheck> ask(devices::RegisterConnection& connection, const Options& options)
 {
     AbstractFrDriver& driver = connection.driver();
     sale::connectRegister(driver, options.line());
-    QList<HealthCheck> checks{identityOf(driver, options), checkClock(driver)};
-    const FnInfo info = driver.getFnInfo();
-    options.answer->drive = info.fnStatus.fnNumber;
-    const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
-    checks += driveChecks(info, now, options.isHex());
+    QList<HealthCheck> checks{identityOf(driver, options)};
+    checks += asked({"clock"}, [&] { return QList{checkClock(driver)}; });
+    checks += asked({"drive", "unsent"}, [&] { return checkDrive(driver, options); });
     checks.append(untold("paper", QStringLiteral("neither protocol tells it")));
-    checks.append(checkShiftAge(driver, options));
+    checks += asked({"shift"}, [&] { return QList{checkShiftAge(driver, options)}; });
     connection.leaveIdle();
     return checks;
 }
@@ -137,7 +164,7 @@ QList<HealthCheck> registerChecks(const Options& options)
         return failed(wrong(
             "register", QString::fromUtf8(error.what()), QStringLiteral("see to plugin and port first")));
     } catch (const BasicException& error) {
-        return failed(wrong("register", error.tr().ru(), QStringLiteral("frctl status tells its state")));
+        return failed(refused("register", error));
     }
 }
 

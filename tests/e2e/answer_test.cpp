@@ -197,6 +197,21 @@ TEST_P(Told, OfItsHealthIsALineEachAndWhatToDo)
     EXPECT_TRUE(clock.value("action").toString().contains("time set"));
 }
 
+// A drive that cannot be asked is no reason to be silent about the rest.
+TEST_P(Told, OfARefusedQuestionIsThatAndAllElse)
+{
+    const Emulator ill({"--faults", isHex ? "answer:83@9+" : "answer:2.5@5+"});
+    QStringList wrong;
+    QStringList names;
+    for (const QJsonValue check : ask("--port " + ill.port() + " doctor", 1).value("checks").toArray()) {
+        names.append(check["name"].toString());
+        if (check["ok"] == false)
+            wrong.append(names.constLast());
+    }
+    EXPECT_EQ(names.mid(8), (QStringList{"register", "clock", "drive", "unsent", "paper", "shift"}));
+    EXPECT_TRUE(wrong.contains("drive") && !wrong.contains("register")) << wrong.join(' ').toStdString();
+}
+
 // It may be in the midst of a receipt.
 TEST_P(Told, OfAPortThatAnotherProgramHasIsThatItIsNotAsked)
 {
