@@ -26,7 +26,7 @@ struct ConnectionSettings
     std::function<void()> waitCallback = {};
     /// See StreamDevice::setSilenceCallback. May be empty.
     std::function<void()> silenceCallback = {};
-    /// See StreamDevice::setBudget; counted from the open port. 0 for as long as the driver likes.
+    /// See StreamDevice::setBudget; counted from the lock that was taken. 0 for as long as the driver likes.
     int budgetMs = 0;
     /// Told what goes over the line; outlives the connection. Null for none.
     LineObserver* observer = nullptr;

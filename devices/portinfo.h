@@ -16,7 +16,8 @@ struct PortInfo
     /// Hexadecimal digits.
     QString vendorId = {};
     QString productId = {};
-    /// Its link of /dev/serial/by-id. Two adapters without serial numbers have one between them.
+    /// Its link of /dev/serial/by-id; empty also where another adapter has the same one. One without a serial
+    /// number shares it with whatever of its kind is plugged in later.
     QString byId = {};
     /// The one that tells the socket.
     QString byPath = {};

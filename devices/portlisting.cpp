@@ -48,7 +48,25 @@ PortInfo withLinks(PortInfo info, const QString& linkFolder)
     return info;
 }
 
+bool isSameMake(const PortInfo& one, const PortInfo& other)
+{
+    return one.vendorId == other.vendorId && one.productId == other.productId
+        && one.serialNumber == other.serialNumber;
+}
+
 } // namespace
+
+QList<PortInfo> withoutSharedLinks(const QList<PortInfo>& ports)
+{
+    QList<PortInfo> result = ports;
+    for (PortInfo& port : result) {
+        const bool isShared = std::any_of(ports.cbegin(), ports.cend(),
+            [&port](const PortInfo& other) { return other.byId.isEmpty() && isSameMake(port, other); });
+        if (isShared)
+            port.byId.clear();
+    }
+    return result;
+}
 
 QList<PortInfo> listPorts(const QString& linkFolder)
 {
@@ -57,7 +75,7 @@ QList<PortInfo> listPorts(const QString& linkFolder)
         ports.append(withLinks(entryOf(port), linkFolder));
     std::sort(ports.begin(), ports.end(),
         [](const PortInfo& left, const PortInfo& right) { return left.path < right.path; });
-    return ports;
+    return withoutSharedLinks(ports);
 }
 
 PortInfo portInfo(const QString& name, const QString& linkFolder)

@@ -90,6 +90,8 @@ protected:
     virtual qint64 receive(char* data, qint64 maxSize, int milliseconds) = 0;
     /// To be called when open() has opened the line.
     void tellOpened() const;
+    /// The time that the budget leaves of it.
+    int withinBudget(int milliseconds) const;
     /// To be called in a wait at least every tenth of a second; may throw.
     void callWhileWaiting() const;
     /// Closes a line that is gone, but not before what came from it was read.
@@ -98,8 +100,6 @@ protected:
 private:
     bool hasInput() const { return m_taken < m_received; }
     bool receiveInput(int milliseconds);
-    /// The time that the budget leaves of it.
-    int withinBudget(int milliseconds) const;
     /// False, and the line is closed, when the budget is spent.
     bool keepBudget();
     void tellFailure(const QString& reason) const;

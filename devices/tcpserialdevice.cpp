@@ -60,7 +60,7 @@ bool TcpSerialDevice::open()
     // Qt's own connecting cannot be waited for in slices, and would go through a proxy of the desktop, which
     // is not meant for a register in the shop's own network.
     const TcpConnection connection
-        = connectTcp(m_host, m_port, connectTimeoutMs, [this] { callWhileWaiting(); });
+        = connectTcp(m_host, m_port, withinBudget(connectTimeoutMs), [this] { callWhileWaiting(); });
     m_error = connection.error;
     if (connection.socket < 0)
         return false;

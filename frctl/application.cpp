@@ -126,6 +126,15 @@ void addTestDrive(Output& output, const QString& drive)
         output.lines.append(QStringLiteral("test drive %1: what it signs is no fiscal document").arg(drive));
 }
 
+/// Some of these ask a register in their own way.
+Output runAlone(const Task& task, const Options& options)
+{
+    Output output = task.alone();
+    if (!options.answer->isDocument && !options.answer->drive.isEmpty())
+        addTestDrive(output, options.answer->drive);
+    return output;
+}
+
 /// With the cashier's name as the register gets it; a receipt is judged with it.
 Options withPlainCashier(Options options)
 {
@@ -147,7 +156,7 @@ Output work(const Options& given)
     if (task.alone && !options.traceFile.isEmpty() && !options.answer->isDocument)
         throw UsageError(QStringLiteral("--trace goes with commands that work a register"));
     if (task.alone)
-        return task.alone();
+        return runAlone(task, options);
     if (options.port.isEmpty())
         throw UsageError(
             QStringLiteral("%1 needs a register: --port, or --register with the name that it has in "

@@ -6,10 +6,17 @@ namespace frctl {
 
 namespace {
 
+/// "[PORT...]" is PORT.
+QString withoutBrackets(QString word)
+{
+    for (const char* const sign : {"[", "]", "..."})
+        word.remove(QLatin1String(sign));
+    return word;
+}
+
 bool isFile(const QString& word)
 {
-    return word == QStringLiteral("FILE") || word == QStringLiteral("FILE...")
-        || word == QStringLiteral("DIR") || word == QStringLiteral("PORT");
+    return QStringList{QStringLiteral("FILE"), QStringLiteral("DIR"), QStringLiteral("PORT")}.contains(word);
 }
 
 /// HEX and XML are to be written so, PATH stands for something else.
@@ -28,9 +35,12 @@ Offer offerOf(const QString& shown)
             offer.words.append(QLatin1String(command.name));
         return offer;
     }
-    const QStringList words = shown.section(QLatin1Char(' '), 0, 0).split(QLatin1Char('|'));
+    const QStringList arguments = shown.split(QLatin1Char(' '));
+    for (const QString& argument : arguments.mid(1))
+        offer.withFiles = offer.withFiles || isFile(withoutBrackets(argument));
+    const QStringList words = arguments.constFirst().split(QLatin1Char('|'));
     for (const QString& word : words) {
-        if (isFile(word))
+        if (isFile(withoutBrackets(word)))
             offer.withFiles = true;
         else if (isLiteral(word) && !word.contains(QLatin1Char('=')) && !word.startsWith(QLatin1Char('-')))
             offer.words.append(word);

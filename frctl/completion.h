@@ -10,7 +10,7 @@ namespace frctl {
 struct Offer
 {
     QStringList words = {};
-    /// Names of files, too.
+    /// Names of files, too, there or behind the words.
     bool withFiles = false;
 };
 

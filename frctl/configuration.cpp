@@ -41,7 +41,7 @@ Setting settingOf(const IniEntry& entry, const QString& origin)
     return {row, entry.value, origin};
 }
 
-/// What the key says holds without it as well.
+/// It only keeps a later file from switching it on.
 bool isSwitchedOff(const Setting& setting)
 {
     if (!setting.option->isSwitch() || setting.value == QStringLiteral("yes"))
@@ -61,12 +61,22 @@ bool hasOption(const Settings& settings, const OptionRow* option)
 } // namespace
 
 Configuration::Configuration(const QString& fileName)
-    : m_files(fileName.isEmpty() ? defaultFiles() : QStringList{fileName})
+    : Configuration(fileName.isEmpty() ? defaultFiles() : QStringList{fileName})
+{
+    // One that is named must be there; reading it tells why it is not.
+    if (!fileName.isEmpty() && !QFile::exists(fileName))
+        read(fileName);
+}
+
+Configuration::Configuration(const QStringList& files)
+    : m_files(files)
 {
     for (const QString& file : m_files) {
-        if (!fileName.isEmpty() || QFile::exists(file))
+        if (QFile::exists(file))
             read(file);
     }
+    for (ConfiguredRegister& entry : m_registers)
+        entry.settings.removeIf(isSwitchedOff);
 }
 
 void Configuration::read(const QString& fileName)
@@ -78,9 +88,8 @@ void Configuration::read(const QString& fileName)
         for (const IniEntry& entry : section.entries) {
             const Setting setting
                 = settingOf(entry, QStringLiteral("%1: [%2] %3").arg(fileName, section.name, entry.key));
-            if (isSwitchedOff(setting))
-                continue;
-            applySetting(setting, judged);
+            if (!isSwitchedOff(setting))
+                applySetting(setting, judged);
             if (!hasOption(settings, setting.option))
                 added.append(setting);
         }

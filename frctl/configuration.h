@@ -20,6 +20,8 @@ public:
     /// That file, which must be there; with an empty name those of the user and of the machine, which need
     /// not. Throws UsageError that names file, section and key for whatever is wrong in them.
     explicit Configuration(const QString& fileName = {});
+    /// Those of the files that are there.
+    explicit Configuration(const QStringList& files);
 
     /// Those that were looked for, whether they are there or not.
     const QStringList& files() const { return m_files; }

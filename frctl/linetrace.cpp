@@ -2,6 +2,7 @@
 
 #include "errors.h"
 #include "options.h"
+#include "progress.h"
 
 #include <QCoreApplication>
 
@@ -23,7 +24,8 @@ QString workOf(const Options& options)
 } // namespace
 
 LineTrace::LineTrace(const Options& options)
-    : m_recorder([this](const QByteArray& line) { m_file.append(line); }, !options.isTraceFull)
+    : m_recorder([this](const QByteArray& line) { write(line); }, !options.isTraceFull)
+    , m_isStandardError(options.traceFile == QStringLiteral("-"))
 {
     if (const QString reason = m_file.open(options.traceFile); !reason.isEmpty())
         throw UsageError(QStringLiteral("--trace: %1: %2").arg(options.traceFile, reason));
@@ -37,6 +39,13 @@ LineTrace::LineTrace(const Options& options)
 LineTrace::~LineTrace()
 {
     m_recorder.flush();
+}
+
+void LineTrace::write(const QByteArray& line)
+{
+    if (m_isStandardError)
+        hideProgress();
+    m_file.append(line);
 }
 
 void LineTrace::opened()

@@ -26,8 +26,11 @@ public:
     void failed(const QString& reason) override;
 
 private:
+    void write(const QByteArray& line);
+
     trace::TraceFile m_file;
     trace::Recorder m_recorder;
+    const bool m_isStandardError;
 };
 
 } // namespace frctl

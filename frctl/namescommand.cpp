@@ -5,6 +5,7 @@
 #include "fieldtable.h"
 #include "options.h"
 #include "receiptnames.h"
+#include "texttable.h"
 #include "wordlists.h"
 
 #include <QJsonArray>
@@ -69,25 +70,6 @@ Output fields(const QList<receipt::Protocol>& protocols)
     return output;
 }
 
-/// Columns as wide as what stands in them, the last as it is.
-QStringList columns(const QList<QStringList>& rows)
-{
-    QList<qsizetype> widths;
-    for (const QStringList& row : rows) {
-        widths.resize(std::max(widths.size(), row.size()));
-        for (qsizetype i = 0; i < row.size(); ++i)
-            widths[i] = std::max(widths.at(i), row.at(i).size());
-    }
-    QStringList lines;
-    for (const QStringList& row : rows) {
-        QString line;
-        for (qsizetype i = 0; i < row.size(); ++i)
-            line += row.at(i).leftJustified(widths.at(i) + 2);
-        lines.append(line.trimmed());
-    }
-    return lines;
-}
-
 /// Of a barcode, which not every protocol prints.
 QStringList printedOver(int type)
 {
@@ -118,7 +100,7 @@ Output wordsOf(const WordList& list)
         values.append(value);
         rows.append(row << meaning);
     }
-    return {columns(rows),
+    return {textTable(rows),
         {{QStringLiteral("list"), QLatin1String(list.name)},
             {QStringLiteral("field"), QLatin1String(list.field)}, {QStringLiteral("values"), values}}};
 }
@@ -134,7 +116,7 @@ Output errorKindList()
         values.append(QJsonObject{{QStringLiteral("name"), name}, {QStringLiteral("text"), action}});
         rows.append({name, action});
     }
-    return {columns(rows),
+    return {textTable(rows),
         {{QStringLiteral("list"), errorList()}, {QStringLiteral("field"), QStringLiteral("error.kind")},
             {QStringLiteral("values"), values}}};
 }
@@ -149,7 +131,7 @@ Output allLists()
     QJsonArray json;
     for (const QStringList& row : rows)
         json.append(row.constFirst());
-    return {columns(rows), {{QStringLiteral("lists"), json}}};
+    return {textTable(rows), {{QStringLiteral("lists"), json}}};
 }
 
 Output namedList(const QString& name, const QList<receipt::Protocol>& protocols)

@@ -109,7 +109,7 @@ struct Options
         return isGiven("protocol") ? QList{receiptProtocol()}
                                    : QList{receipt::Protocol::Xml, receipt::Protocol::Hex};
     }
-    /// The option has a value that is not that of the program.
+    /// By the command line, or by the section of the configuration.
     bool isGiven(const char* option) const;
     /// Throws UsageError without one.
     void requireCashier() const;

@@ -3,13 +3,12 @@
 #include "errors.h"
 #include "inputfile.h"
 #include "judgedreceipt.h"
+#include "outputfile.h"
 #include "pagedrawer.h"
 #include "previewregister.h"
 #include "tape/pagetext.h"
 #include "textcheck.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QJsonArray>
 
 #include <algorithm>
@@ -47,17 +46,7 @@ Output shown(const tape::Page& page)
 
 Output written(const tape::Page& page, const PictureFormat& format, const QString& fileName)
 {
-    const QByteArray picture = drawnPage(page, QString::fromLatin1(format.name));
-    QFile file(fileName);
-    const bool isWritten
-        = file.open(QIODevice::WriteOnly) && file.write(picture) == picture.size() && file.flush();
-    if (!isWritten) {
-        const QString reason = file.errorString();
-        // A part of a picture is none.
-        if (file.isOpen() && QFileInfo(fileName).isFile())
-            file.remove();
-        throw HostError(QStringLiteral("%1: %2").arg(fileName, reason));
-    }
+    writeWholeFile(fileName, drawnPage(page, QString::fromLatin1(format.name)));
     return {{QStringLiteral("receipt drawn: ") + fileName},
         {{QStringLiteral("file"), fileName}, {QStringLiteral("format"), QLatin1String(format.name)}}};
 }

@@ -3,12 +3,14 @@
 #include "abstractfrdriver.h"
 #include "connectionerror.h"
 #include "currenttime.h"
+#include "detectedport.h"
 #include "deviceinfo.h"
 #include "drivechecks.h"
 #include "exceptions.h"
 #include "interruption.h"
 #include "mockfactory.h"
 #include "options.h"
+#include "portholders.h"
 #include "progress.h"
 #include "registerconnection.h"
 #include "registerprobe.h"
@@ -26,6 +28,27 @@ namespace {
 constexpr int examinationMs = 20000;
 /// A register with another time refuses to be started.
 constexpr qint64 farthestClockSeconds = 300;
+
+HealthCheck refused(const char* name, const BasicException& error)
+{
+    return wrong(name, error.tr().ru(), QStringLiteral("frctl status tells its state"));
+}
+
+/// What a register refuses to tell is ill by itself, and all else is told.
+template <typename Ask>
+QList<HealthCheck> asked(const QList<const char*>& names, const Ask& ask)
+{
+    try {
+        return ask();
+    } catch (const FrNoConnectionException&) {
+        throw;
+    } catch (const FrCommandException& error) {
+        QList<HealthCheck> checks{refused(names.constFirst(), error)};
+        for (const char* const name : names.mid(1))
+            checks.append(untold(name, QStringLiteral("not asked")));
+        return checks;
+    }
+}
 
 HealthCheck checkClock(AbstractFrDriver& driver)
 {
@@ -64,17 +87,23 @@ HealthCheck identityOf(AbstractFrDriver& driver, const Options& options)
     return well("register", text);
 }
 
+QList<HealthCheck> checkDrive(AbstractFrDriver& driver, const Options& options)
+{
+    const FnInfo info = driver.getFnInfo();
+    options.answer->drive = info.fnStatus.fnNumber;
+    const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
+    return driveChecks(info, now, options.isHex());
+}
+
 QList<HealthCheck> ask(devices::RegisterConnection& connection, const Options& options)
 {
     AbstractFrDriver& driver = connection.driver();
     sale::connectRegister(driver, options.line());
-    QList<HealthCheck> checks{identityOf(driver, options), checkClock(driver)};
-    const FnInfo info = driver.getFnInfo();
-    options.answer->drive = info.fnStatus.fnNumber;
-    const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
-    checks += driveChecks(info, now, options.isHex());
+    QList<HealthCheck> checks{identityOf(driver, options)};
+    checks += asked({"clock"}, [&] { return QList{checkClock(driver)}; });
+    checks += asked({"drive", "unsent"}, [&] { return checkDrive(driver, options); });
     checks.append(untold("paper", QStringLiteral("neither protocol tells it")));
-    checks.append(checkShiftAge(driver, options));
+    checks += asked({"shift"}, [&] { return QList{checkShiftAge(driver, options)}; });
     connection.leaveIdle();
     return checks;
 }
@@ -117,6 +146,9 @@ QList<HealthCheck> registerChecks(const Options& options)
     if (options.port.isEmpty())
         return withUntold({untold("register", QStringLiteral("none named: --port, or --register"))},
             QStringLiteral("not asked"));
+    // It might be in the midst of a receipt, and what it is told would be half of an answer.
+    if (const QList<devices::PortHolder> holders = devices::portHolders(options.port); !holders.isEmpty())
+        return failed(untold("register", QStringLiteral("not asked, %1 works it").arg(holdersText(holders))));
     try {
         // A silent register need not be waited for as long as one that has answered.
         const Probe first = probe(options, options.port, options.protocol);
@@ -132,7 +164,7 @@ QList<HealthCheck> registerChecks(const Options& options)
         return failed(wrong(
             "register", QString::fromUtf8(error.what()), QStringLiteral("see to plugin and port first")));
     } catch (const BasicException& error) {
-        return failed(wrong("register", error.tr().ru(), QStringLiteral("frctl status tells its state")));
+        return failed(refused("register", error));
     }
 }
 

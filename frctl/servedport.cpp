@@ -41,8 +41,10 @@ public:
     bool isLeft() override;
 
 private:
+    void openPty();
     void makeLink();
     void closeSlave();
+    void closeAll();
 
     QString m_link;
     QString m_slaveName;
@@ -54,22 +56,40 @@ private:
 ServedPty::ServedPty(const QString& link)
     : m_link(link)
 {
+    try {
+        openPty();
+        makeLink();
+    } catch (...) {
+        closeAll();
+        throw;
+    }
+}
+
+void ServedPty::openPty()
+{
     termios mode{};
     ::cfmakeraw(&mode);
     mode.c_cflag |= CREAD | CLOCAL;
     char name[256] = {};
     if (::openpty(&m_master, &m_slave, name, &mode, nullptr) != 0)
-        throw cannotServe(link, qt_error_string(errno));
+        throw cannotServe(m_link, qt_error_string(errno));
+    // Or a write would wait, and for ever, where a host reads only a part of it.
+    ::fcntl(m_master, F_SETFL, O_NONBLOCK);
     m_slaveName = QString::fromLocal8Bit(name);
-    makeLink();
 }
 
 ServedPty::~ServedPty()
 {
     if (QFile::symLinkTarget(m_link) == m_slaveName)
         QFile::remove(m_link);
+    closeAll();
+}
+
+void ServedPty::closeAll()
+{
     closeSlave();
-    ::close(m_master);
+    if (m_master >= 0)
+        ::close(m_master);
 }
 
 void ServedPty::closeSlave()
@@ -81,7 +101,8 @@ void ServedPty::closeSlave()
 void ServedPty::makeLink()
 {
     const QFileInfo old(m_link);
-    const bool isDeadLink = old.isSymLink() && !old.exists();
+    // One that a killed run left behind may lead to the line that is ours now.
+    const bool isDeadLink = old.isSymLink() && (!old.exists() || QFile::symLinkTarget(m_link) == m_slaveName);
     if (isDeadLink)
         QFile::remove(m_link);
     if ((old.isSymLink() || old.exists()) && !isDeadLink)

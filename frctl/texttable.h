@@ -4,8 +4,7 @@
 
 namespace frctl {
 
-/// Rows as lines with their columns below each other; the first row is the heading. An empty cell is a
-/// hyphen.
+/// Rows as lines with their columns below each other; all have as many. An empty cell is a hyphen.
 QStringList textTable(const QList<QStringList>& rows);
 
 } // namespace frctl

@@ -2,6 +2,7 @@
 
 #include "errors.h"
 #include "inputfile.h"
+#include "outputfile.h"
 #include "trace/comparison.h"
 #include "trace/dissector.h"
 #include "trace/pcapng.h"
@@ -9,7 +10,6 @@
 #include "tracereplay.h"
 #include "traceview.h"
 
-#include <QFile>
 #include <QJsonArray>
 
 namespace frctl {
@@ -45,12 +45,7 @@ Output compare(const trace::Trace& first, const trace::Trace& second)
 
 Output writeCapture(const trace::Trace& trace, const QString& fileName)
 {
-    const QByteArray capture = trace::pcapng(trace);
-    QFile file(fileName);
-    const bool isWritten
-        = file.open(QIODevice::WriteOnly) && file.write(capture) == capture.size() && file.flush();
-    if (!isWritten)
-        throw HostError(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
+    writeWholeFile(fileName, trace::pcapng(trace));
     return {{QStringLiteral("%1 frames written: %2").arg(trace.frames.size()).arg(fileName)},
         {{QStringLiteral("file"), fileName}, {QStringLiteral("packets"), trace.frames.size()}}};
 }

@@ -73,17 +73,24 @@ QString commandEntries()
     return entries;
 }
 
+QString argumentSpecs(const Offer& offer)
+{
+    QString specs;
+    if (!offer.words.isEmpty())
+        specs = QStringLiteral(" '1:argument:%1'").arg(zshAction(offer));
+    if (offer.withFiles)
+        specs += QStringLiteral(" '*:file:_files'");
+    return specs;
+}
+
 QString zshCases()
 {
     QString cases;
     for (const Command& command : commands()) {
         const QString own = optionSpecs(QStringLiteral(" "),
             [&command](const OptionRow& row) { return row.group == OptionRow::Own && command.takes(row); });
-        const QString action = zshAction(offerOf(command.arguments));
-        const QString argument
-            = action.isEmpty() ? QString() : QStringLiteral(" '1:argument:%1'").arg(action);
         cases += QStringLiteral("                %1) _arguments $shared%2%3 ;;\n")
-                     .arg(QLatin1String(command.name), own, argument);
+                     .arg(QLatin1String(command.name), own, argumentSpecs(offerOf(command.arguments)));
     }
     return cases;
 }

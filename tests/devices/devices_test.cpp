@@ -259,6 +259,19 @@ TEST(PortInfo, NameToKeepIsTheOneThatOthersCannotTake)
     }
 }
 
+// Cheap adapters have all one serial number.
+TEST(PortInfo, LinkOfSeveralAdaptersIsNone)
+{
+    const auto adapter = [](const char* serialNumber, const char* byId) {
+        return devices::PortInfo{.serialNumber = serialNumber, .vendorId = "10c4", .byId = byId};
+    };
+    QStringList links;
+    for (const devices::PortInfo& port : devices::withoutSharedLinks({adapter("0001", "/id"),
+             adapter("0001", ""), adapter("A1", "/a-if00"), adapter("A1", "/a-if01"), adapter("B2", "/b")}))
+        links.append(port.byId);
+    EXPECT_EQ(links, (QStringList{"", "", "/a-if00", "/a-if01", "/b"}));
+}
+
 /// A pty without anybody behind it.
 class Pty : public testing::Test
 {
@@ -382,6 +395,13 @@ TEST(TcpPort, WaitForTheConnectionCanBeLeft)
     });
     EXPECT_THROW(second->open(), Left);
     EXPECT_FALSE(second->isOpen());
+    // Nor does it go beyond the time for the port.
+    second->setWaitCallback({});
+    second->setBudget(20);
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_FALSE(second->open());
+    EXPECT_LT(timer.elapsed(), 2000);
     close(server);
 }
 

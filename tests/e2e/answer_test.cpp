@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QProcess>
 
 #include <gtest/gtest.h>
 
@@ -188,10 +189,45 @@ TEST_P(Told, OfItsHealthIsALineEachAndWhatToDo)
     };
     EXPECT_EQ(check("doctor", 0, "register").value("ok"), true);
     EXPECT_TRUE(check("doctor", 0, "paper").value("ok").isNull());
+    const Result told = runFrctl({"--port", emulator.port(), "--protocol", protocol, "doctor"});
+    EXPECT_TRUE(told.output.contains("\ntest drive 9999")) << told.output.constData();
     EXPECT_EQ(check("doctor --expect-serial 1", 1, "register").value("ok"), false);
     const Emulator ahead({"--clock", "2099-01-01T12:00:00"});
     const QJsonObject clock = check("--port " + ahead.port() + " doctor", 1, "clock");
     EXPECT_TRUE(clock.value("action").toString().contains("time set"));
+}
+
+// A drive that cannot be asked is no reason to be silent about the rest.
+TEST_P(Told, OfARefusedQuestionIsThatAndAllElse)
+{
+    const Emulator ill({"--faults", isHex ? "answer:83@9+" : "answer:2.5@5+"});
+    QStringList wrong;
+    QStringList names;
+    for (const QJsonValue check : ask("--port " + ill.port() + " doctor", 1).value("checks").toArray()) {
+        names.append(check["name"].toString());
+        if (check["ok"] == false)
+            wrong.append(names.constLast());
+    }
+    EXPECT_EQ(names.mid(8), (QStringList{"register", "clock", "drive", "unsent", "paper", "shift"}));
+    EXPECT_TRUE(wrong.contains("drive") && !wrong.contains("register")) << wrong.join(' ').toStdString();
+}
+
+// It may be in the midst of a receipt.
+TEST_P(Told, OfAPortThatAnotherProgramHasIsThatItIsNotAsked)
+{
+    QProcess holder;
+    holder.setStandardInputFile(emulator.port());
+    holder.start("sleep", {"60"});
+    ASSERT_TRUE(holder.waitForStarted());
+    const QJsonValue port = ask("detect", 1).value("ports").toArray().at(0);
+    EXPECT_EQ(port["attempts"], QJsonArray());
+    EXPECT_EQ(port["holders"].toArray().at(0)["name"], "sleep");
+    for (const QJsonValue check : ask("doctor", 1).value("checks").toArray()) {
+        const bool isOfRegister = check["name"] == "register";
+        EXPECT_TRUE(!isOfRegister || check["text"].toString().contains("sleep"));
+    }
+    holder.kill();
+    holder.waitForFinished();
 }
 
 // The schema is held against all of it when the tests of a process have ended.

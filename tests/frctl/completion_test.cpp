@@ -38,7 +38,7 @@ TEST(Completion, OffersWhatTheTableHas)
         {"time ''", " get set ", " TIME "}, {"help sel", " sell ", " status "},
         {"sell --dr", " --drop ", " status "}, {"status --dr", " ", "--drop"},
         {"info --p", " --plugin ", "--port"}, {"sell /et", " /etc ", "--"}, {"--option ''", " ", "BIT"},
-        {"status /et", " ", "/etc"}};
+        {"status /et", " ", "/etc"}, {"detect /de", " /dev ", "--"}, {"trace show /et", " /etc ", "--"}};
     for (const auto& row : rows) {
         const QString words = offered(row.line);
         EXPECT_TRUE(words.contains(row.offered)) << row.line << ':' << words.toStdString();

@@ -1,5 +1,7 @@
 #include "command.h"
+#include "configuration.h"
 #include "errors.h"
+#include "optiontable.h"
 
 #include <QDir>
 #include <QFile>
@@ -70,6 +72,17 @@ TEST_F(Configured, RegisterIsTakenByItsNameAndTheCommandLineGoesBefore)
     // Without its name none is taken, not even the only one.
     write("[till1]\nport = /dev/x\n");
     EXPECT_TRUE(parse("status").port.isEmpty());
+}
+
+TEST_F(Configured, UserGoesBeforeTheMachineKeyByKey)
+{
+    write("[a]\nstrict = no\nport = /dev/x\n");
+    write("[a]\nstrict = yes\nport = /dev/y\nno-speed-enumeration = yes\n", "machine.ini");
+    const Configuration configuration({path(), path("none"), path("machine.ini")});
+    QStringList settings;
+    for (const Setting& setting : configuration.require("a").settings)
+        settings.append(QLatin1String(setting.option->key) + '=' + setting.value);
+    EXPECT_EQ(settings, (QStringList{"port=/dev/x", "no-speed-enumeration=yes"}));
 }
 
 TEST_F(Configured, MistakesNameFileSectionAndKey)
