@@ -1,6 +1,7 @@
 #include "previewcommand.h"
 
 #include "errors.h"
+#include "frctltr.h"
 #include "inputfile.h"
 #include "judgedreceipt.h"
 #include "pagedrawer.h"
@@ -34,7 +35,7 @@ const PictureFormat* formatOf(const Options& options)
     const auto isWanted
         = [&options](const PictureFormat& format) { return !(options.*format.file).isEmpty(); };
     if (std::count_if(std::begin(pictureFormats), std::end(pictureFormats), isWanted) > 1)
-        throw UsageError(QStringLiteral("preview makes one of --png, --pdf and --svg at a time"));
+        throw UsageError(tr("preview makes one of --png, --pdf and --svg at a time"));
     const auto* const format = std::find_if(std::begin(pictureFormats), std::end(pictureFormats), isWanted);
     return format == std::end(pictureFormats) ? nullptr : format;
 }
@@ -58,7 +59,7 @@ Output written(const tape::Page& page, const PictureFormat& format, const QStrin
             file.remove();
         throw HostError(QStringLiteral("%1: %2").arg(fileName, reason));
     }
-    return {{QStringLiteral("receipt drawn: ") + fileName},
+    return {{tr("receipt drawn: ") + fileName},
         {{QStringLiteral("file"), fileName}, {QStringLiteral("format"), QLatin1String(format.name)}}};
 }
 
@@ -74,7 +75,7 @@ Task preparePreview(const Options& options)
     receipt.cashier = requiredCashier(options, judged);
     if (receipt.document.getPrintMode() == CheckPrintNone)
         options.warnings->add({{receipt::Finding::Warning, QStringLiteral("electronically"), {},
-            QStringLiteral("a register prints nothing of it; shown is what it would print")}});
+            tr("a register prints nothing of it; shown is what it would print")}});
     Task task;
     task.alone = [options, format, receipt] {
         const tape::Page page = PreviewRegister(options, options.paperWidth).issued(receipt);

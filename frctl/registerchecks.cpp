@@ -6,6 +6,7 @@
 #include "deviceinfo.h"
 #include "drivechecks.h"
 #include "exceptions.h"
+#include "frctltr.h"
 #include "interruption.h"
 #include "mockfactory.h"
 #include "options.h"
@@ -32,34 +33,32 @@ HealthCheck checkClock(AbstractFrDriver& driver)
     const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     const QDateTime time = driver.getDateTime();
     const qint64 difference = now.secsTo(time);
-    const QString text
-        = QStringLiteral("%1, %2 s from this computer's").arg(time.toString(Qt::ISODate)).arg(difference);
+    const QString text = tr("%1, %2 s from this computer's").arg(time.toString(Qt::ISODate)).arg(difference);
     if (std::abs(difference) <= farthestClockSeconds)
         return well("clock", text);
-    return wrong(
-        "clock", text, QStringLiteral("see which one is right; frctl time set gives the register this one"));
+    return wrong("clock", text, tr("see which one is right; frctl time set gives the register this one"));
 }
 
 /// Only the HEX driver says it, in words.
 HealthCheck checkShiftAge(AbstractFrDriver& driver, const Options& options)
 {
     if (!sale::isShiftOpen(driver, options.line()))
-        return well("shift", QStringLiteral("closed"));
+        return well("shift", tr("closed", "shift"));
     if (!options.isHex())
-        return untold("shift", QStringLiteral("open; over XML it is not told for how long"));
+        return untold("shift", tr("open; over XML it is not told for how long"));
     const QString tooLong = QStringLiteral("смена больше 24 часов: да");
     for (const QString& line : driver.getDeviceStateDescription()) {
         if (line.contains(tooLong))
-            return wrong("shift", QStringLiteral("open for more than 24 hours: the register sells nothing"),
+            return wrong("shift", tr("open for more than 24 hours: the register sells nothing"),
                 QStringLiteral("frctl --cashier NAME z-report"));
     }
-    return well("shift", QStringLiteral("open for less than 24 hours"));
+    return well("shift", tr("open for less than 24 hours"));
 }
 
 HealthCheck identityOf(AbstractFrDriver& driver, const Options& options)
 {
     const DeviceInfo info = driver.getDeviceInfo();
-    const QString text = QStringLiteral("%1, serial number %2, over %3")
+    const QString text = tr("%1, serial number %2, over %3")
                              .arg(info.getModelName(), info.getNumber().trimmed(), options.protocol);
     return well("register", text);
 }
@@ -73,7 +72,7 @@ QList<HealthCheck> ask(devices::RegisterConnection& connection, const Options& o
     options.answer->drive = info.fnStatus.fnNumber;
     const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     checks += driveChecks(info, now, options.isHex());
-    checks.append(untold("paper", QStringLiteral("neither protocol tells it")));
+    checks.append(untold("paper", tr("neither protocol tells it")));
     checks.append(checkShiftAge(driver, options));
     connection.leaveIdle();
     return checks;
@@ -92,17 +91,17 @@ HealthCheck unanswered(const Options& options, const QString& text)
     const QString other = options.isHex() ? QStringLiteral("XML") : QStringLiteral("HEX");
     const Probe found = probe(options, options.port, other);
     return wrong("register", text,
-        found.found ? QStringLiteral("it answers over %1: --protocol %1").arg(other) : likelyCause(found));
+        found.found ? tr("it answers over %1: --protocol %1").arg(other) : likelyCause(found));
 }
 
 QList<HealthCheck> failed(const HealthCheck& check)
 {
-    return withUntold({check}, QStringLiteral("not asked"));
+    return withUntold({check}, tr("not asked"));
 }
 
 QList<HealthCheck> askRegister(const Options& options)
 {
-    const Progress progress(QStringLiteral("asking the register ..."));
+    const Progress progress(tr("asking the register ..."));
     devices::ConnectionSettings settings = options.connection();
     settings.waitCallback = throwIfInterrupted;
     settings.budgetMs = examinationMs;
@@ -115,24 +114,22 @@ QList<HealthCheck> askRegister(const Options& options)
 QList<HealthCheck> registerChecks(const Options& options)
 {
     if (options.port.isEmpty())
-        return withUntold({untold("register", QStringLiteral("none named: --port, or --register"))},
-            QStringLiteral("not asked"));
+        return withUntold({untold("register", tr("none named: --port, or --register"))}, tr("not asked"));
     try {
         // A silent register need not be waited for as long as one that has answered.
         const Probe first = probe(options, options.port, options.protocol);
         if (!first.isAsked)
-            return failed(wrong("register", first.failure, QStringLiteral("see to its port first")));
+            return failed(wrong("register", first.failure, tr("see to its port first")));
         if (!first.found)
             return failed(unanswered(options, first.failure));
         return askRegister(options);
     } catch (const sale::WrongRegister& error) {
         return failed(wrong("register", QString::fromUtf8(error.what()),
-            QStringLiteral("see which cable is in which port; frctl detect tells who is where")));
+            tr("see which cable is in which port; frctl detect tells who is where")));
     } catch (const devices::ConnectionError& error) {
-        return failed(wrong(
-            "register", QString::fromUtf8(error.what()), QStringLiteral("see to plugin and port first")));
+        return failed(wrong("register", QString::fromUtf8(error.what()), tr("see to plugin and port first")));
     } catch (const BasicException& error) {
-        return failed(wrong("register", error.tr().ru(), QStringLiteral("frctl status tells its state")));
+        return failed(wrong("register", error.tr().ru(), tr("frctl status tells its state")));
     }
 }
 

@@ -1,5 +1,7 @@
 #include "fieldtable.h"
 
+#include "receipttr.h"
+
 #include <QHash>
 
 #include <barcode.h>

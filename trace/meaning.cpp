@@ -1,5 +1,7 @@
 #include "trace/meaning.h"
 
+#include "trace/tracetr.h"
+
 #include <QJsonArray>
 
 namespace trace {
@@ -67,7 +69,7 @@ bool isSame(const Meaning::Field& one, const Meaning::Field& other)
 
 QString told(const QString& name, const QString& given, const QString& expected)
 {
-    return QStringLiteral("%1: %2, expected %3").arg(name, shown(given), shown(expected));
+    return tr("%1: %2, expected %3").arg(name, shown(given), shown(expected));
 }
 
 } // namespace
@@ -121,20 +123,19 @@ QStringList Meaning::differencesFrom(const Meaning& expected) const
 {
     if (kind != expected.kind || protocol != expected.protocol || code != expected.code
         || error != expected.error || fault != expected.fault)
-        return {QStringLiteral("%1, expected %2").arg(title(), expected.title())};
+        return {tr("%1, expected %2").arg(title(), expected.title())};
     QStringList lines;
     if (envelope != expected.envelope)
         lines.append(told(QStringLiteral("envelope"), envelope, expected.envelope));
     for (qsizetype index = 0; index < qMax(fields.size(), expected.fields.size()); ++index) {
         if (index >= fields.size())
-            lines.append(QStringLiteral("%1: missing").arg(nameOf(expected.fields, index)));
+            lines.append(tr("%1: missing").arg(nameOf(expected.fields, index)));
         else if (index >= expected.fields.size())
-            lines.append(QStringLiteral("%1: too much").arg(nameOf(fields, index)));
+            lines.append(tr("%1: too much").arg(nameOf(fields, index)));
         else if (!isSame(fields.at(index), expected.fields.at(index)))
             lines.append(fields.at(index).name == expected.fields.at(index).name
                     ? told(nameOf(fields, index), fields.at(index).value, expected.fields.at(index).value)
-                    : QStringLiteral("%1, expected %2")
-                          .arg(nameOf(fields, index), nameOf(expected.fields, index)));
+                    : tr("%1, expected %2").arg(nameOf(fields, index), nameOf(expected.fields, index)));
     }
     return lines;
 }

@@ -2,6 +2,7 @@
 
 #include "trace/hexframe.h"
 #include "trace/signs.h"
+#include "trace/tracetr.h"
 #include "trace/xmldocument.h"
 
 #include <algorithm>
@@ -147,7 +148,7 @@ QList<RegisterPlayer::Answer> RegisterPlayer::play(const Exchange& exchange, con
 QByteArray RegisterPlayer::refuse(const Frame& frame, const Meaning& meaning)
 {
     const bool isOver = m_next >= m_exchanges.size();
-    const QStringList differences = isOver ? QStringList{QStringLiteral("the trace is over")}
+    const QStringList differences = isOver ? QStringList{tr("the trace is over")}
                                            : meaning.differencesFrom(m_exchanges.at(m_next).meaning);
     m_complaints.append(
         QStringLiteral("%1: %2").arg(meaning.title(), differences.join(QStringLiteral("; "))));
