@@ -33,7 +33,7 @@
     </message>
     <message>
         <source>&quot;%1&quot; names no port</source>
-        <translation>"%1" — не имя порта</translation>
+        <translation>&quot;%1&quot; — не имя порта</translation>
     </message>
     <message>
         <source>port %1 cannot be locked: %2</source>

@@ -239,7 +239,7 @@ Try frctl help%1.</source>
     </message>
     <message>
         <source>no command &quot;%1&quot;%2</source>
-        <translation>нет команды "%1"%2</translation>
+        <translation>нет команды &quot;%1&quot;%2</translation>
     </message>
     <message>
         <source>no command</source>
@@ -275,7 +275,7 @@ Try frctl help%1.</source>
     </message>
     <message>
         <source>completion: &quot;%1&quot; is neither bash nor zsh</source>
-        <translation>completion: "%1" — не bash и не zsh</translation>
+        <translation>completion: &quot;%1&quot; — не bash и не zsh</translation>
     </message>
     <message>
         <source>command line</source>
@@ -295,7 +295,7 @@ Try frctl help%1.</source>
     </message>
     <message>
         <source>%1: &quot;%2&quot; is neither yes nor no</source>
-        <translation>%1: "%2" — не yes и не no</translation>
+        <translation>%1: &quot;%2&quot; — не yes и не no</translation>
     </message>
     <message>
         <source>--register: there is no [%1] in %2%3; %4</source>
@@ -323,7 +323,7 @@ Try frctl help%1.</source>
     </message>
     <message>
         <source>registers: &quot;%1&quot; is neither begin nor end</source>
-        <translation>registers: "%1" — не begin и не end</translation>
+        <translation>registers: &quot;%1&quot; — не begin и не end</translation>
     </message>
     <message>
         <source>PORT</source>
@@ -371,7 +371,7 @@ Try frctl help%1.</source>
     </message>
     <message>
         <source>detect: &quot;%1&quot; names no port</source>
-        <translation>detect: "%1" — не имя порта</translation>
+        <translation>detect: &quot;%1&quot; — не имя порта</translation>
     </message>
     <message>
         <source>%1: %2, serial number %3, firmware %4%5, over %6</source>
@@ -395,7 +395,7 @@ Try frctl help%1.</source>
     </message>
     <message>
         <source>--port: &quot;%1&quot; names no port</source>
-        <translation>--port: "%1" — не имя порта</translation>
+        <translation>--port: &quot;%1&quot; — не имя порта</translation>
     </message>
     <message>
         <source>, document %1</source>
@@ -467,7 +467,7 @@ Try frctl help%1.</source>
     </message>
     <message>
         <source>--tax-systems: &quot;%1&quot; is none of %2</source>
-        <translation>--tax-systems: "%1"; допустимо одно из: %2</translation>
+        <translation>--tax-systems: &quot;%1&quot;; допустимо одно из: %2</translation>
     </message>
     <message>
         <source>registered: </source>
@@ -617,7 +617,7 @@ Example:
     </message>
     <message>
         <source>&quot;%1&quot; is no [NAME]</source>
-        <translation>"%1" — не [NAME]</translation>
+        <translation>&quot;%1&quot; — не [NAME]</translation>
     </message>
     <message>
         <source>[%1] is there already</source>
@@ -625,7 +625,7 @@ Example:
     </message>
     <message>
         <source>&quot;%1&quot; is no KEY = VALUE</source>
-        <translation>"%1" — не KEY = VALUE</translation>
+        <translation>&quot;%1&quot; — не KEY = VALUE</translation>
     </message>
     <message>
         <source>%1 stands before the first [NAME]</source>
@@ -657,11 +657,11 @@ Example:
     </message>
     <message>
         <source>--%1: &quot;%2&quot; is no day as 2024-12-31, nor a time as 2024-12-31T23:59:59</source>
-        <translation>--%1: "%2" — не дата вида 2024-12-31 и не время вида 2024-12-31T23:59:59</translation>
+        <translation>--%1: &quot;%2&quot; — не дата вида 2024-12-31 и не время вида 2024-12-31T23:59:59</translation>
     </message>
     <message>
         <source>--state: &quot;%1&quot; is none of queued, running, issued, notIssued, unknown</source>
-        <translation>--state: "%1"; допустимо одно из: queued, running, issued, notIssued, unknown</translation>
+        <translation>--state: &quot;%1&quot;; допустимо одно из: queued, running, issued, notIssued, unknown</translation>
     </message>
     <message>
         <source>the journal has no document %1</source>
@@ -733,7 +733,7 @@ Example:
     </message>
     <message>
         <source>%1 needs a cashier: --cashier, or &quot;operator&quot; in the receipt</source>
-        <translation>команде %1 нужен кассир: --cashier или "operator" в чеке</translation>
+        <translation>команде %1 нужен кассир: --cashier или &quot;operator&quot; в чеке</translation>
     </message>
     <message>
         <source>the trace %1 ends here: %2</source>
@@ -765,7 +765,7 @@ Example:
     </message>
     <message>
         <source>sudo usermod -aG %1 &quot;$USER&quot;, then log in anew</source>
-        <translation>sudo usermod -aG %1 "$USER", затем войдите заново</translation>
+        <translation>sudo usermod -aG %1 &quot;$USER&quot;, затем войдите заново</translation>
     </message>
     <message>
         <source>no other program of this user has a port open</source>
@@ -825,7 +825,7 @@ Example:
     </message>
     <message>
         <source>sudo usermod -aG frspf &quot;$USER&quot;, or name another one: --journal</source>
-        <translation>sudo usermod -aG frspf "$USER" или назовите другой: --journal</translation>
+        <translation>sudo usermod -aG frspf &quot;$USER&quot; или назовите другой: --journal</translation>
     </message>
     <message>
         <source>not printed</source>
@@ -841,7 +841,7 @@ Example:
     </message>
     <message>
         <source>names: &quot;%1&quot; is no list; frctl names tells which there are</source>
-        <translation>names: списка "%1" нет; все покажет frctl names</translation>
+        <translation>names: списка &quot;%1&quot; нет; все покажет frctl names</translation>
     </message>
     <message>
         <source>--expect-inn: over XML the register is known by --expect-serial alone</source>
@@ -861,11 +861,11 @@ Example:
     </message>
     <message>
         <source>&quot;%1&quot; is not a number from 0 to %2</source>
-        <translation>"%1" — не число от 0 до %2</translation>
+        <translation>&quot;%1&quot; — не число от 0 до %2</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is none of %2</source>
-        <translation>"%1"; допустимо одно из: %2</translation>
+        <translation>&quot;%1&quot;; допустимо одно из: %2</translation>
     </message>
     <message>
         <source>is empty</source>
@@ -873,11 +873,11 @@ Example:
     </message>
     <message>
         <source>&quot;%1&quot; has not 10 or 12 digits</source>
-        <translation>"%1": нужно 10 или 12 цифр</translation>
+        <translation>&quot;%1&quot;: нужно 10 или 12 цифр</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is neither HEX nor XML</source>
-        <translation>"%1" — не HEX и не XML</translation>
+        <translation>&quot;%1&quot; — не HEX и не XML</translation>
     </message>
     <message>
         <source>must have at most %1 characters, not %2</source>
@@ -889,19 +889,19 @@ Example:
     </message>
     <message>
         <source>&quot;%1&quot; is no tax number of 10 or 12 digits, the last of which are right for the others</source>
-        <translation>"%1" — не ИНН из 10 или 12 цифр с верными контрольными</translation>
+        <translation>&quot;%1&quot; — не ИНН из 10 или 12 цифр с верными контрольными</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is neither yes nor no</source>
-        <translation>"%1" — не yes и не no</translation>
+        <translation>&quot;%1&quot; — не yes и не no</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is not BIT=on or BIT=off</source>
-        <translation>"%1" — не BIT=on и не BIT=off</translation>
+        <translation>&quot;%1&quot; — не BIT=on и не BIT=off</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is neither 44 nor 48</source>
-        <translation>"%1" — не 44 и не 48</translation>
+        <translation>&quot;%1&quot; — не 44 и не 48</translation>
     </message>
     <message>
         <source>wants a file</source>
@@ -1097,7 +1097,7 @@ Example:
     </message>
     <message>
         <source>no parameter &quot;%1&quot;</source>
-        <translation>нет параметра "%1"</translation>
+        <translation>нет параметра &quot;%1&quot;</translation>
     </message>
     <message>
         <source>the register does not tell %1</source>
@@ -1105,7 +1105,7 @@ Example:
     </message>
     <message>
         <source>&quot;%1&quot; names %2 parameters, %3 and %4 among them</source>
-        <translation>имени "%1" отвечает параметров: %2, среди них %3 и %4</translation>
+        <translation>имени &quot;%1&quot; отвечает параметров: %2, среди них %3 и %4</translation>
     </message>
     <message>
         <source>params set: %1 is the password of the link, and this driver knows only that of the factory: with another one it does not reach the register any more; --force writes it all the same</source>
@@ -1121,11 +1121,11 @@ Example:
     </message>
     <message>
         <source>params set: &quot;%1&quot; is not NAME=VALUE</source>
-        <translation>params set: "%1" — не NAME=VALUE</translation>
+        <translation>params set: &quot;%1&quot; — не NAME=VALUE</translation>
     </message>
     <message>
         <source>params set: &quot;%1&quot; is not section.subsection.parameter</source>
-        <translation>params set: "%1" — не раздел.подраздел.параметр</translation>
+        <translation>params set: &quot;%1&quot; — не раздел.подраздел.параметр</translation>
     </message>
     <message>
         <source>--force goes with params set</source>
@@ -1353,11 +1353,11 @@ Example:
     </message>
     <message>
         <source>print-document: &quot;%1&quot; is no document number</source>
-        <translation>print-document: "%1" — не номер документа</translation>
+        <translation>print-document: &quot;%1&quot; — не номер документа</translation>
     </message>
     <message>
         <source>schema: &quot;%1&quot; is no schema; there are %2</source>
-        <translation>schema: схемы "%1" нет; есть %2</translation>
+        <translation>schema: схемы &quot;%1&quot; нет; есть %2</translation>
     </message>
     <message>
         <source>port %1 cannot be served: %2</source>
@@ -1373,7 +1373,7 @@ Example:
     </message>
     <message>
         <source>trace replay: &quot;%1&quot; names no port</source>
-        <translation>trace replay: "%1" — не имя порта</translation>
+        <translation>trace replay: &quot;%1&quot; — не имя порта</translation>
     </message>
     <message>
         <source>model: %1</source>
@@ -1441,11 +1441,11 @@ Example:
     </message>
     <message>
         <source>time: &quot;%1&quot; is not a time as 2024-12-31T23:59:59</source>
-        <translation>time: "%1" — не время вида 2024-12-31T23:59:59</translation>
+        <translation>time: &quot;%1&quot; — не время вида 2024-12-31T23:59:59</translation>
     </message>
     <message>
         <source>drawer: &quot;%1&quot; is neither open nor state</source>
-        <translation>drawer: "%1" — не open и не state</translation>
+        <translation>drawer: &quot;%1&quot; — не open и не state</translation>
     </message>
     <message>
         <source>time takes get, set or set TIME</source>
@@ -1497,7 +1497,7 @@ Example:
     </message>
     <message>
         <source>trace: &quot;%1&quot; is none of %2</source>
-        <translation>trace: "%1"; допустимо одно из: %2</translation>
+        <translation>trace: &quot;%1&quot;; допустимо одно из: %2</translation>
     </message>
     <message>
         <source>port %1 cannot be locked: %2</source>

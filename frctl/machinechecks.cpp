@@ -113,7 +113,7 @@ HealthCheck checkBraille(const Ports& ports)
     if (std::none_of(ports.cbegin(), ports.cend(), isUsb))
         return well("brltty", tr("runs, and there is no USB port here"));
     return wrong("brltty", tr("it takes USB adapters for braille displays, and their ports vanish"),
-        QStringLiteral("sudo apt remove brltty"));
+        QStringLiteral("sudo apt remove brltty")); // untranslated: a command line
 }
 
 HealthCheck checkAutosuspend(const Ports& ports)

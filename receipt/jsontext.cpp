@@ -1,5 +1,6 @@
 #include "jsontext.h"
 
+#include "parserwords.h"
 #include "receipterror.h"
 #include "receipttr.h"
 #include "textencoding.h"
@@ -34,8 +35,9 @@ QString reasonOf(const nlohmann::detail::exception& error)
         return tr("has the control character %1").arg(found);
     if (reason.contains(QStringLiteral(" surrogate ")))
         return tr("has half of a character");
-    return reason.startsWith(QLatin1String("parse error at")) ? reason.section(QStringLiteral(": "), 1)
-                                                              : reason;
+    return parserWords(reason.startsWith(QLatin1String("parse error at"))
+            ? reason.section(QStringLiteral(": "), 1)
+            : reason);
 }
 
 /// Walks through a text and complains of what Qt's parser takes silently: of a key that stands in one object

@@ -5,7 +5,7 @@
     <name>receipt</name>
     <message>
         <source>is whole in the receipt, but is cut to %1 characters over HEX in a shift that the receipt opens; is sent there as &quot;%2&quot;</source>
-        <translation>в чеке остаётся целиком, но если чек откроет смену, по HEX обрезается до %1 символов; туда уходит "%2"</translation>
+        <translation>в чеке остаётся целиком, но если чек откроет смену, по HEX обрезается до %1 символов; туда уходит &quot;%2&quot;</translation>
     </message>
     <message>
         <source>over </source>
@@ -33,7 +33,7 @@
     </message>
     <message>
         <source>cannot be printed %1: it may not have &quot;%2&quot;</source>
-        <translation>не печатается %1: недопустимо "%2"</translation>
+        <translation>не печатается %1: недопустимо &quot;%2&quot;</translation>
     </message>
     <message>
         <source>true or false</source>
@@ -153,7 +153,7 @@
     </message>
     <message>
         <source>has lost its group separators (character 1D); with them it is &quot;%1&quot;: set the scanner to send them, in JSON they are written \u001d</source>
-        <translation>потеряны разделители групп (символ 1D); с ними код "%1": настройте сканер на их передачу, в JSON они пишутся \u001d</translation>
+        <translation>потеряны разделители групп (символ 1D); с ними код &quot;%1&quot;: настройте сканер на их передачу, в JSON они пишутся \u001d</translation>
     </message>
     <message>
         <source>has lost its group separators (character 1D): the first would be due behind a serial number of at most 20 characters, here are %1; set the scanner to send them</source>
@@ -173,11 +173,11 @@
     </message>
     <message>
         <source>was scanned in the Russian keyboard layout, in the Latin one it is &quot;%1&quot;: set the keyboard layout to English, or the scanner to a serial port</source>
-        <translation>отсканировано в русской раскладке, в латинской это "%1": переключите раскладку на английскую или сканер на последовательный порт</translation>
+        <translation>отсканировано в русской раскладке, в латинской это &quot;%1&quot;: переключите раскладку на английскую или сканер на последовательный порт</translation>
     </message>
     <message>
         <source>has &quot;%1&quot; in place of its group separators (character 1D): set the scanner to send them, in JSON they are written \u001d</source>
-        <translation>вместо разделителей групп (символ 1D) стоит "%1": настройте сканер на их передачу, в JSON они пишутся \u001d</translation>
+        <translation>вместо разделителей групп (символ 1D) стоит &quot;%1&quot;: настройте сканер на их передачу, в JSON они пишутся \u001d</translation>
     </message>
     <message>
         <source>has blanks around it</source>
@@ -225,7 +225,7 @@
     </message>
     <message>
         <source>&quot;split&quot;: true in the position makes two positions of it</source>
-        <translation>"split": true в позиции сделает из неё две</translation>
+        <translation>&quot;split&quot;: true в позиции сделает из неё две</translation>
     </message>
     <message>
         <source>only a whole quantity can be split into two positions</source>
@@ -249,7 +249,7 @@
     </message>
     <message>
         <source>the printer has no &quot;%1&quot;</source>
-        <translation>у принтера нет "%1"</translation>
+        <translation>у принтера нет &quot;%1&quot;</translation>
     </message>
     <message>
         <source>is cut to %1 characters</source>
@@ -257,7 +257,7 @@
     </message>
     <message>
         <source>is printed as &quot;%1&quot;</source>
-        <translation>печатается как "%1"</translation>
+        <translation>печатается как &quot;%1&quot;</translation>
     </message>
     <message>
         <source>must not begin with %1, which is a command to the printer over XML</source>
@@ -414,6 +414,130 @@
     <message>
         <source>is not UTF-8: byte %1 at offset %2, line %3; it looks like %4</source>
         <translation>не UTF-8: байт %1, смещение %2, строка %3; похоже на %4</translation>
+    </message>
+    <message>
+        <source>syntax error while parsing object separator</source>
+        <translation>ошибка синтаксиса после ключа объекта</translation>
+    </message>
+    <message>
+        <source>syntax error while parsing object key</source>
+        <translation>ошибка синтаксиса в ключе объекта</translation>
+    </message>
+    <message>
+        <source>syntax error while parsing object</source>
+        <translation>ошибка синтаксиса в объекте</translation>
+    </message>
+    <message>
+        <source>syntax error while parsing array</source>
+        <translation>ошибка синтаксиса в массиве</translation>
+    </message>
+    <message>
+        <source>syntax error while parsing value</source>
+        <translation>ошибка синтаксиса в значении</translation>
+    </message>
+    <message>
+        <source>invalid literal</source>
+        <translation>неверное слово</translation>
+    </message>
+    <message>
+        <source>invalid number</source>
+        <translation>неверное число</translation>
+    </message>
+    <message>
+        <source>invalid string</source>
+        <translation>неверная строка</translation>
+    </message>
+    <message>
+        <source>invalid BOM</source>
+        <translation>неверная метка порядка байтов</translation>
+    </message>
+    <message>
+        <source>ill-formed UTF-8 byte</source>
+        <translation>байт не из UTF-8</translation>
+    </message>
+    <message>
+        <source>missing closing quote</source>
+        <translation>нет закрывающей кавычки</translation>
+    </message>
+    <message>
+        <source>forbidden character after backslash</source>
+        <translation>недопустимый символ после обратной косой черты</translation>
+    </message>
+    <message>
+        <source>must be followed by 4 hex digits</source>
+        <translation>требует за собой 4 шестнадцатеричные цифры</translation>
+    </message>
+    <message>
+        <source>&apos;+&apos;, &apos;-&apos;, or digit after exponent sign</source>
+        <translation>&apos;+&apos;, &apos;-&apos; или цифра после знака порядка</translation>
+    </message>
+    <message>
+        <source>&apos;+&apos;, &apos;-&apos;, or digit after exponent</source>
+        <translation>&apos;+&apos;, &apos;-&apos; или цифра после порядка</translation>
+    </message>
+    <message>
+        <source>digit after</source>
+        <translation>цифра после</translation>
+    </message>
+    <message>
+        <source>exponent sign</source>
+        <translation>знака порядка</translation>
+    </message>
+    <message>
+        <source>&apos;[&apos;, &apos;{&apos;, or a literal</source>
+        <translation>&apos;[&apos;, &apos;{&apos; или значение</translation>
+    </message>
+    <message>
+        <source>string literal</source>
+        <translation>строка</translation>
+    </message>
+    <message>
+        <source>number literal</source>
+        <translation>число</translation>
+    </message>
+    <message>
+        <source>true literal</source>
+        <translation>true</translation>
+    </message>
+    <message>
+        <source>false literal</source>
+        <translation>false</translation>
+    </message>
+    <message>
+        <source>null literal</source>
+        <translation>null</translation>
+    </message>
+    <message>
+        <source>end of input</source>
+        <translation>конец ввода</translation>
+    </message>
+    <message>
+        <source>unexpected</source>
+        <translation>неожиданно:</translation>
+    </message>
+    <message>
+        <source>expected</source>
+        <translation>ожидалось:</translation>
+    </message>
+    <message>
+        <source>last read</source>
+        <translation>прочитано</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>нет</translation>
+    </message>
+    <message>
+        <source>yes, not of a QR code</source>
+        <translation>да, но не у QR-кода</translation>
+    </message>
+    <message>
+        <source>yes, not with doubleWidth</source>
+        <translation>да, но не с doubleWidth</translation>
+    </message>
+    <message>
+        <source>yes</source>
+        <translation>да</translation>
     </message>
 </context>
 </TS>

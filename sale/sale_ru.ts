@@ -5,7 +5,7 @@
     <name>sale</name>
     <message>
         <source>&quot;%1&quot; is the id of another receipt, of %2</source>
-        <translation>"%1" — имя другого чека, от %2</translation>
+        <translation>&quot;%1&quot; — имя другого чека, от %2</translation>
     </message>
     <message>
         <source>the time of the document %1 is over</source>
@@ -13,7 +13,7 @@
     </message>
     <message>
         <source>&quot;%1&quot; has not 8 to 64 of A-Z a-z 0-9 . _ : -</source>
-        <translation>"%1": нужно от 8 до 64 символов из A-Z a-z 0-9 . _ : -</translation>
+        <translation>&quot;%1&quot;: нужно от 8 до 64 символов из A-Z a-z 0-9 . _ : -</translation>
     </message>
     <message>
         <source>it must be a file that this user can write</source>

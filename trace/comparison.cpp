@@ -1,4 +1,5 @@
 #include "trace/comparison.h"
+#include "tracetr.h"
 
 #include "trace/mask.h"
 #include "trace/meaning.h"

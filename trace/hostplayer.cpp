@@ -1,4 +1,5 @@
 #include "trace/hostplayer.h"
+#include "tracetr.h"
 
 #include "trace/hexframe.h"
 #include "trace/signs.h"

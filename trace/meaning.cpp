@@ -1,4 +1,5 @@
 #include "trace/meaning.h"
+#include "tracetr.h"
 
 #include "trace/tracetr.h"
 
@@ -58,6 +59,7 @@ QString nameOf(const QList<Meaning::Field>& fields, qsizetype index)
 QString takenText(qint64 microseconds)
 {
     constexpr double perMillisecond = 1000;
+    // untranslated: a trace is in English
     return QStringLiteral("%1 ms").arg(static_cast<double>(microseconds) / perMillisecond, 0, 'f', 3);
 }
 
@@ -90,7 +92,7 @@ QString Meaning::title() const
     if (hasCommand)
         words.append(
             name.isEmpty() ? QStringLiteral("(%1)").arg(code) : QStringLiteral("%1(%2)").arg(name, code));
-    if (kind == Kind::Answer && fault.isEmpty())
+    if (kind == Kind::Answer && fault.isEmpty()) // untranslated: a trace is in English
         words.append(error.isEmpty() ? QStringLiteral("ok") : QStringLiteral("error ") + error);
     if (!fault.isEmpty())
         words.append(QStringLiteral("BAD: ") + fault);

@@ -1,4 +1,5 @@
 #include "trace/registerplayer.h"
+#include "tracetr.h"
 
 #include "trace/hexframe.h"
 #include "trace/signs.h"
@@ -152,7 +153,7 @@ QByteArray RegisterPlayer::refuse(const Frame& frame, const Meaning& meaning)
                                            : meaning.differencesFrom(m_exchanges.at(m_next).meaning);
     m_complaints.append(
         QStringLiteral("%1: %2").arg(meaning.title(), differences.join(QStringLiteral("; "))));
-    if (meaning.protocol == QStringLiteral("XML"))
+    if (meaning.protocol == QStringLiteral("XML")) // untranslated: goes to the host
         return xmldocument::refusal(xmldocument::parse(frame.bytes), QStringLiteral("not in the trace"));
     const HexFrame request = hexframe::parse(frame.bytes, Direction::ToRegister);
     return hexframe::answer(request.id, request.command, cannotBeDone);

@@ -41,7 +41,7 @@
     </message>
     <message>
         <source>is no head, no note, and no frame as TIME CONNECTION &gt; BYTES MEANING</source>
-        <translation>не заголовок, не заметка и не кадр вида TIME CONNECTION > BYTES MEANING</translation>
+        <translation>не заголовок, не заметка и не кадр вида TIME CONNECTION &gt; BYTES MEANING</translation>
     </message>
     <message>
         <source>has no time that there is</source>
@@ -53,7 +53,7 @@
     </message>
     <message>
         <source>line 1: is not the head of a trace, &quot;# frtrace 1&quot;</source>
-        <translation>строка 1: не заголовок трассы "# frtrace 1"</translation>
+        <translation>строка 1: не заголовок трассы &quot;# frtrace 1&quot;</translation>
     </message>
     <message>
         <source>line %1: %2</source>

@@ -1,4 +1,5 @@
 #include "trace/tracefile.h"
+#include "tracetr.h"
 
 #include "trace/traceline.h"
 #include "trace/tracetr.h"

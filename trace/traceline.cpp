@@ -1,4 +1,5 @@
 #include "trace/traceline.h"
+#include "tracetr.h"
 
 #include "trace/tracetr.h"
 
@@ -44,6 +45,7 @@ qint64 timeOf(const QRegularExpressionMatch& match)
 
 QByteArray head(bool isMasked)
 {
+    // untranslated: the format
     return isMasked ? "# frtrace 1 masked\n" : "# frtrace 1 full\n";
 }
 

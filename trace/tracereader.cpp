@@ -1,4 +1,5 @@
 #include "trace/tracereader.h"
+#include "tracetr.h"
 
 #include "trace/traceline.h"
 #include "trace/tracetr.h"
