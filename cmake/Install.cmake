@@ -28,6 +28,7 @@ install(DIRECTORY receipt/ sale/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frsale 
   FILES_MATCHING PATTERN "*.h" PATTERN codepoint.h EXCLUDE PATTERN fieldsieve.h EXCLUDE
   PATTERN jsonfields.h EXCLUDE PATTERN jsontext.h EXCLUDE PATTERN judgement.h EXCLUDE
   PATTERN keyboardlayout.h EXCLUDE PATTERN linesum.h EXCLUDE PATTERN positionparser.h EXCLUDE
+  PATTERN parserwords.h EXCLUDE PATTERN receipttr.h EXCLUDE
   PATTERN receipttype.h EXCLUDE PATTERN requisitecodes.h EXCLUDE PATTERN rulelist.h EXCLUDE PATTERN rules.h EXCLUDE
   PATTERN errortable.h EXCLUDE PATTERN journalfault.h EXCLUDE PATTERN storedtime.h EXCLUDE)
 

@@ -2,6 +2,7 @@
 
 #include "abstractfiscalregister.h"
 #include "connectionerror.h"
+#include "devicestr.h"
 
 #include <QVariant>
 
@@ -13,7 +14,7 @@ void setProperty(QObject& deviceObject, const char* name, const QVariant& value)
 {
     if (!deviceObject.setProperty(name, value))
         throw ConnectionError(ConnectionError::NoPlugin,
-            QStringLiteral("the plugin does not take its property %1").arg(QLatin1String(name)));
+            tr("the plugin does not take its property %1").arg(QLatin1String(name)));
 }
 
 } // namespace
@@ -31,7 +32,7 @@ AbstractFrDriver& buildDriver(QObject& deviceObject, QObject& line, const Connec
     auto* const fiscalRegister = qobject_cast<hw::AbstractFiscalRegister*>(&deviceObject);
     AbstractFrDriver* const driver = fiscalRegister != nullptr ? fiscalRegister->getLegacyDriver() : nullptr;
     if (driver == nullptr)
-        throw ConnectionError(ConnectionError::NoPlugin, QStringLiteral("the plugin gives no driver"));
+        throw ConnectionError(ConnectionError::NoPlugin, tr("the plugin gives no driver"));
     return *driver;
 }
 

@@ -1,6 +1,7 @@
 #include "driverplugin.h"
 
 #include "connectionerror.h"
+#include "devicestr.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -59,7 +60,7 @@ DriverPlugin findDriverPlugin(const QStringList& places)
         }
     }
     throw ConnectionError(ConnectionError::NoPlugin,
-        QStringLiteral("no plugin for this register in %1").arg(searched.join(QStringLiteral(", "))));
+        tr("no plugin for this register in %1").arg(searched.join(QStringLiteral(", "))));
 }
 
 std::unique_ptr<QObject> createDeviceObject(const DriverPlugin& plugin)
@@ -70,12 +71,11 @@ std::unique_ptr<QObject> createDeviceObject(const DriverPlugin& plugin)
         throw ConnectionError(ConnectionError::NoPlugin, loader.errorString());
     QVariant object;
     if (!QMetaObject::invokeMethod(factory, "getObject", Q_RETURN_ARG(QVariant, object)))
-        throw ConnectionError(
-            ConnectionError::NoPlugin, QStringLiteral("%1 has no getObject").arg(plugin.fileName));
+        throw ConnectionError(ConnectionError::NoPlugin, tr("%1 has no getObject").arg(plugin.fileName));
     std::unique_ptr<QObject> device(object.value<QObject*>());
     if (!device)
         throw ConnectionError(
-            ConnectionError::NoPlugin, QStringLiteral("%1 gives no device object").arg(plugin.fileName));
+            ConnectionError::NoPlugin, tr("%1 gives no device object").arg(plugin.fileName));
     return device;
 }
 

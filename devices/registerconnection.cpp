@@ -2,6 +2,7 @@
 
 #include "abstractfrdriver.h"
 #include "connectionerror.h"
+#include "devicestr.h"
 #include "driverbuilding.h"
 #include "driverplugin.h"
 #include "portname.h"
@@ -25,8 +26,7 @@ constexpr qint64 dropAtOnce = 4096;
 
 QString holderOf(const PortLock& lock)
 {
-    return lock.holder() == 0 ? QStringLiteral("another program")
-                              : QStringLiteral("process %1").arg(lock.holder());
+    return lock.holder() == 0 ? tr("another program") : tr("process %1").arg(lock.holder());
 }
 
 } // namespace
@@ -36,8 +36,7 @@ RegisterConnection::RegisterConnection(const ConnectionSettings& settings)
     m_deviceObject = createDeviceObject(findDriverPlugin(settings.plugins));
     m_line = createSerialDevice(settings.port);
     if (!m_line)
-        throw ConnectionError(
-            ConnectionError::NoPort, QStringLiteral("\"%1\" names no port").arg(settings.port));
+        throw ConnectionError(ConnectionError::NoPort, tr("\"%1\" names no port").arg(settings.port));
     lockPort(settings);
     openLine(settings);
     m_driver = &buildDriver(*m_deviceObject, *m_line, settings);
@@ -86,10 +85,10 @@ void RegisterConnection::lockPort(const ConnectionSettings& settings)
     while (!m_lock.take(settings.port)) {
         if (!m_lock.errorString().isEmpty())
             throw ConnectionError(ConnectionError::NoPort,
-                QStringLiteral("port %1 cannot be locked: %2").arg(settings.port, m_lock.errorString()));
+                tr("port %1 cannot be locked: %2").arg(settings.port, m_lock.errorString()));
         if (timer.hasExpired(settings.waitSeconds * 1000LL))
             throw ConnectionError(ConnectionError::Busy,
-                QStringLiteral("port %1 is busy: %2 works it").arg(settings.port, holderOf(m_lock)));
+                tr("port %1 is busy: %2 works it").arg(settings.port, holderOf(m_lock)));
         QThread::msleep(lookAgainMs);
         if (settings.waitCallback)
             settings.waitCallback();
@@ -108,8 +107,8 @@ void RegisterConnection::openLine(const ConnectionSettings& settings)
         return;
     // A bare name is one in /dev, which whoever meant a file beside him must see.
     const QString port = isTcpName(settings.port) ? settings.port : devicePath(settings.port);
-    throw ConnectionError(ConnectionError::NoPort,
-        QStringLiteral("port %1 cannot be opened: %2").arg(port, m_line->errorString()));
+    throw ConnectionError(
+        ConnectionError::NoPort, tr("port %1 cannot be opened: %2").arg(port, m_line->errorString()));
 }
 
 void RegisterConnection::dropLeftovers()

@@ -1,5 +1,7 @@
 #include "streamdevice.h"
 
+#include "devicestr.h"
+
 #include <QElapsedTimer>
 #include <QLoggingCategory>
 
@@ -118,7 +120,7 @@ bool StreamDevice::keepBudget()
     if (!m_deadline.hasExpired())
         return true;
     if (isOpen()) {
-        tellFailure(QStringLiteral("the time for this port is spent"));
+        tellFailure(tr("the time for this port is spent"));
         close();
     }
     return false;

@@ -6,8 +6,10 @@
 #include "complaint.h"
 #include "documentoutput.h"
 #include "errors.h"
+#include "frctltr.h"
 #include "help.h"
 #include "interruption.h"
+#include "language.h"
 #include "logging.h"
 #include "messages.h"
 #include "progress.h"
@@ -38,7 +40,7 @@ int deliver(const QString& text, ExitStatus status = ExitSuccess, const sale::Ve
     const int error = print(stdout, text);
     if (error == 0)
         return status;
-    complain(QStringLiteral("standard output: ") + qt_error_string(error));
+    complain(tr("standard output: ") + qt_error_string(error));
     if (verdict.outcome != sale::Outcome::None)
         complain(sale::verdictText(verdict));
     if (status != ExitSuccess)
@@ -60,8 +62,7 @@ void pointToHelp(const QString& command)
 {
     const bool isKnown = findCommand(command) != nullptr;
     print(stderr,
-        usageLine()
-            + QStringLiteral("\nTry frctl help%1.").arg(isKnown ? QLatin1Char(' ') + command : QString()));
+        usageLine() + tr("\nTry frctl help%1.").arg(isKnown ? QLatin1Char(' ') + command : QString()));
 }
 
 void say(const Complaint& complaint, const Options& options)
@@ -69,8 +70,8 @@ void say(const Complaint& complaint, const Options& options)
     complain(complaint.error.text);
     for (const receipt::Finding& error : complaint.findings.mid(1))
         complain(error.text());
-    const QString outcome = complaint.isNotOpened ? QStringLiteral("the document was not opened")
-                                                  : sale::verdictText(complaint.verdict);
+    const QString outcome
+        = complaint.isNotOpened ? tr("the document was not opened") : sale::verdictText(complaint.verdict);
     if (!outcome.isEmpty())
         complain(outcome);
     if (complaint.isUsage)
@@ -110,8 +111,7 @@ Output runTask(RegisterSession& session, const Task& task)
 {
     session.connect(task);
     for (const sale::SettledSale& settled : session.settledSales())
-        complain(QStringLiteral("sale %1 of an earlier run: %2")
-                     .arg(settled.id, sale::verdictText(settled.verdict)));
+        complain(tr("sale %1 of an earlier run: %2").arg(settled.id, sale::verdictText(settled.verdict)));
     if (task.onDesk)
         return task.onDesk(session.desk());
     return task.onParameters ? task.onParameters(session.driver(), session.parameters())
@@ -123,7 +123,7 @@ void addTestDrive(Output& output, const QString& drive)
 {
     output.json.insert(QStringLiteral("testDrive"), sale::testDriveJson(drive));
     if (sale::isTestDrive(drive))
-        output.lines.append(QStringLiteral("test drive %1: what it signs is no fiscal document").arg(drive));
+        output.lines.append(tr("test drive %1: what it signs is no fiscal document").arg(drive));
 }
 
 /// Some of these ask a register in their own way.
@@ -154,14 +154,13 @@ Output work(const Options& given)
     const Task task = findCommand(options).prepare(options);
     // A sale that is done already works none, which nobody can know before.
     if (task.alone && !options.traceFile.isEmpty() && !options.answer->isDocument)
-        throw UsageError(QStringLiteral("--trace goes with commands that work a register"));
+        throw UsageError(tr("--trace goes with commands that work a register"));
     if (task.alone)
         return runAlone(task, options);
     if (options.port.isEmpty())
-        throw UsageError(
-            QStringLiteral("%1 needs a register: --port, or --register with the name that it has in "
-                           "the configuration")
-                .arg(options.command));
+        throw UsageError(tr("%1 needs a register: --port, or --register with the name that it has in "
+                            "the configuration")
+                             .arg(options.command));
     catchInterruptions();
     RegisterSession session(options);
     Output output = runTask(session, task);
@@ -207,7 +206,11 @@ int runApplication(const QStringList& commandLine)
     Options options;
     options.answer->isDocument = std::any_of(commandLine.cbegin(), commandLine.cend(), makesDocument);
     try {
+        useLanguage(languageOf(commandLine));
         options = parseOptions(commandLine);
+        // A register's section may have another one.
+        if (!options.language.isEmpty())
+            useLanguage(options.language);
         status = run(options);
     } catch (...) {
         status = report(complaintOf(std::current_exception()), options, json);

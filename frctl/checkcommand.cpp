@@ -1,6 +1,7 @@
 #include "checkcommand.h"
 
 #include "findingoutput.h"
+#include "frctltr.h"
 #include "judgedreceipt.h"
 #include "receipterror.h"
 #include "receipttexts.h"
@@ -44,13 +45,14 @@ QList<Finding> cashierFindings(const JudgedReceipt& judged)
     if (!judged.cashier.name.isEmpty())
         return {};
     return {{Finding::Warning, QStringLiteral("operator"), {},
-        QStringLiteral("is missing: to be issued, the receipt needs the cashier of --cashier")}};
+        tr("is missing: to be issued, the receipt needs the cashier of --cashier")}};
 }
 
 /// A receipt in a line of its own has one line for those who read it, the file has more.
 QList<Finding> inPlace(QList<Finding> findings, int line)
 {
-    static const QRegularExpression first(QStringLiteral("^line 1: |, line 1(?=;)"));
+    //: What is taken out of "line 1: ..." and of "..., line 1; ..." as the receipt library says them.
+    const QRegularExpression first(tr("^line 1: |, line 1(?=;)"));
     for (Finding& finding : findings) {
         if (line > 0)
             finding.reason.remove(first);
@@ -141,11 +143,10 @@ public:
     Output output()
     {
         const auto checked = static_cast<int>(m_receipts.size());
-        m_output.lines.append(
-            QStringLiteral("%1 checked: %2 with errors, %3 with warnings")
-                .arg(checked == 1 ? QStringLiteral("1 receipt") : QStringLiteral("%1 receipts").arg(checked))
-                .arg(m_refused)
-                .arg(m_warned));
+        m_output.lines.append(tr("%1 checked: %2 with errors, %3 with warnings")
+                                  .arg(checked == 1 ? tr("1 receipt") : tr("%1 receipts").arg(checked))
+                                  .arg(m_refused)
+                                  .arg(m_warned));
         m_output.json = {{QStringLiteral("checked"), checked}, {QStringLiteral("refused"), m_refused},
             {QStringLiteral("receipts"), m_receipts}};
         m_output.status = m_refused == 0 ? ExitSuccess : ExitUsage;
@@ -164,7 +165,7 @@ private:
         QString text = receipt::shownText(source.file);
         if (source.line > 0)
             text += QStringLiteral(":%1").arg(source.line);
-        text += isError(told.finding) ? QStringLiteral(": error") : QStringLiteral(": warning");
+        text += isError(told.finding) ? tr(": error") : tr(": warning");
         if (const QString over = protocol(told); !over.isEmpty())
             text += QStringLiteral(" (%1)").arg(over);
         return text + QStringLiteral(": ") + told.finding.text();

@@ -8,6 +8,7 @@
 #include "doctorcommand.h"
 #include "errors.h"
 #include "fncommands.h"
+#include "frctltr.h"
 #include "help.h"
 #include "infocommand.h"
 #include "journalcommands.h"
@@ -36,90 +37,97 @@ constexpr qsizetype anyNumber = std::numeric_limits<qsizetype>::max();
 constexpr const char* receiptOptions = "id drop split marks";
 
 constexpr Command commandTable[] = {
-    {"help", "[COMMAND]", "Show this help, or that of a command.", 0, 1, Command::Alone, prepareHelp,
-        "help sell"},
-    {"info", "", "What the plugin says of itself; needs no register.", 0, 0, Command::Alone, prepareInfo,
-        "info", "plugin"},
+    {"help", "[COMMAND]", QT_TR_NOOP("Show this help, or that of a command."), 0, 1, Command::Alone,
+        prepareHelp, "help sell"},
+    {"info", "", QT_TR_NOOP("What the plugin says of itself; needs no register."), 0, 0, Command::Alone,
+        prepareInfo, "info", "plugin"},
     {"detect", "[PORT...]",
-        "The serial ports of this machine; those named, or with --all each, are asked for a register.", 0,
-        anyNumber, Command::Alone, prepareDetect, "detect /dev/ttyUSB0",
+        QT_TR_NOOP(
+            "The serial ports of this machine; those named, or with --all each, are asked for a register."),
+        0, anyNumber, Command::Alone, prepareDetect, "detect /dev/ttyUSB0",
         "all port register config protocol protocol-version plugin wait device-id"},
-    {"doctor", "", "What may keep this computer and the register from selling, a line each.", 0, 0,
-        Command::Alone, prepareDoctor, "--port /dev/ttyUSB0 --protocol HEX doctor",
+    {"doctor", "", QT_TR_NOOP("What may keep this computer and the register from selling, a line each."), 0,
+        0, Command::Alone, prepareDoctor, "--port /dev/ttyUSB0 --protocol HEX doctor",
         "port register config wait protocol expect-serial expect-inn protocol-version plugin exclusive "
         "device-id journal"},
-    {"status", "", "The register's identity, clock, shift and state.", 0, 0, Command::AtRegister,
+    {"status", "", QT_TR_NOOP("The register's identity, clock, shift and state."), 0, 0, Command::AtRegister,
         prepareStatus, "status"},
-    {"open-shift", "", "Open the shift if it is closed.", 0, 0, Command::Document, prepareOpenShift,
-        "--cashier \"Иванова А. П.\" open-shift"},
-    {"x-report", "", "Print the shift's totals.", 0, 0, Command::Document, prepareXReport,
+    {"open-shift", "", QT_TR_NOOP("Open the shift if it is closed."), 0, 0, Command::Document,
+        prepareOpenShift, "--cashier \"Иванова А. П.\" open-shift"},
+    {"x-report", "", QT_TR_NOOP("Print the shift's totals."), 0, 0, Command::Document, prepareXReport,
         "--cashier \"Иванова А. П.\" x-report"},
-    {"z-report", "", "Close the shift and print its report.", 0, 0, Command::Document, prepareZReport,
-        "--cashier \"Иванова А. П.\" z-report"},
-    {"accounting-report", "", "Print the report on the state of settlements.", 0, 0, Command::Document,
-        prepareAccountingReport, "--cashier \"Иванова А. П.\" accounting-report"},
-    {"counters", "", "The shift's sums by payment kind, cash in and cash out.", 0, 0, Command::AtRegister,
-        prepareCounters, "--json counters"},
-    {"registers", "begin|end", "The registers for the start or the end of a shift, by position.", 1, 1,
-        Command::AtRegister, prepareRegisters, "registers end"},
-    {"fn", "", "State of the fiscal drive and of its exchange with the OFD.", 0, 0, Command::AtRegister,
-        prepareFn, "fn"},
-    {"ofd", "", "The exchange with the operator of fiscal data.", 0, 0, Command::AtRegister, prepareOfd,
-        "ofd"},
-    {"print-document", "N", "Print the fiscal drive's document of that number.", 1, 1, Command::Document,
-        preparePrintDocument, "print-document 42"},
-    {"print-last-document", "", "Print the fiscal drive's last document.", 0, 0, Command::Document,
-        preparePrintLastDocument, "print-last-document"},
-    {"registration", "--tax-systems LIST", "Register anew with the tax systems of the list.", 0, 0,
-        Command::Document, prepareRegistration,
+    {"z-report", "", QT_TR_NOOP("Close the shift and print its report."), 0, 0, Command::Document,
+        prepareZReport, "--cashier \"Иванова А. П.\" z-report"},
+    {"accounting-report", "", QT_TR_NOOP("Print the report on the state of settlements."), 0, 0,
+        Command::Document, prepareAccountingReport, "--cashier \"Иванова А. П.\" accounting-report"},
+    {"counters", "", QT_TR_NOOP("The shift's sums by payment kind, cash in and cash out."), 0, 0,
+        Command::AtRegister, prepareCounters, "--json counters"},
+    {"registers", "begin|end", QT_TR_NOOP("The registers for the start or the end of a shift, by position."),
+        1, 1, Command::AtRegister, prepareRegisters, "registers end"},
+    {"fn", "", QT_TR_NOOP("State of the fiscal drive and of its exchange with the OFD."), 0, 0,
+        Command::AtRegister, prepareFn, "fn"},
+    {"ofd", "", QT_TR_NOOP("The exchange with the operator of fiscal data."), 0, 0, Command::AtRegister,
+        prepareOfd, "ofd"},
+    {"print-document", "N", QT_TR_NOOP("Print the fiscal drive's document of that number."), 1, 1,
+        Command::Document, preparePrintDocument, "print-document 42"},
+    {"print-last-document", "", QT_TR_NOOP("Print the fiscal drive's last document."), 0, 0,
+        Command::Document, preparePrintLastDocument, "print-last-document"},
+    {"registration", "--tax-systems LIST", QT_TR_NOOP("Register anew with the tax systems of the list."), 0,
+        0, Command::Document, prepareRegistration,
         "--cashier \"Иванова А. П.\" registration --tax-systems osn,usnIncome", "tax-systems"},
-    {"sell", "FILE", "Issue the receipt of a JSON file (- for standard input).", 1, 1, Command::Document,
-        prepareSell, "--id till-1:42 sell sale.json", receiptOptions},
-    {"refund", "FILE", "Issue the return receipt of a JSON file (- for standard input).", 1, 1,
+    {"sell", "FILE", QT_TR_NOOP("Issue the receipt of a JSON file (- for standard input)."), 1, 1,
+        Command::Document, prepareSell, "--id till-1:42 sell sale.json", receiptOptions},
+    {"refund", "FILE", QT_TR_NOOP("Issue the return receipt of a JSON file (- for standard input)."), 1, 1,
         Command::Document, prepareRefund, "--id till-1:43 refund return.json", receiptOptions},
     {"check", "FILE...",
-        "Tell all that would refuse the receipts of JSON files, and all warnings; no register.", 1, anyNumber,
-        Command::Alone, prepareCheck, "check sale.json",
+        QT_TR_NOOP("Tell all that would refuse the receipts of JSON files, and all warnings; no register."),
+        1, anyNumber, Command::Alone, prepareCheck, "check sale.json",
         "register config protocol cashier cashier-inn drop split"},
-    {"preview", "FILE", "The receipt of a JSON file as a register prints it; needs no register.", 1, 1,
-        Command::Alone, preparePreview, "preview sale.json --pdf sale.pdf",
+    {"preview", "FILE", QT_TR_NOOP("The receipt of a JSON file as a register prints it; needs no register."),
+        1, 1, Command::Alone, preparePreview, "preview sale.json --pdf sale.pdf",
         "register config protocol plugin cashier cashier-inn drop split width png pdf svg"},
-    {"cash-in", "SUM", "Put cash into the drawer.", 1, 1, Command::Document, prepareCashIn,
+    {"cash-in", "SUM", QT_TR_NOOP("Put cash into the drawer."), 1, 1, Command::Document, prepareCashIn,
         "--cashier \"Иванова А. П.\" cash-in 1000"},
-    {"cash-out", "SUM", "Take cash out of the drawer.", 1, 1, Command::Document, prepareCashOut,
+    {"cash-out", "SUM", QT_TR_NOOP("Take cash out of the drawer."), 1, 1, Command::Document, prepareCashOut,
         "--cashier \"Иванова А. П.\" cash-out 200.50"},
-    {"print", "FILE", "Print the lines of a text file as a document of no fiscal meaning.", 1, 1,
+    {"print", "FILE", QT_TR_NOOP("Print the lines of a text file as a document of no fiscal meaning."), 1, 1,
         Command::Document, preparePrint, "print text.txt"},
-    {"cancel", "", "Cancel the open document (HEX).", 0, 0, Command::AtRegister, prepareCancel, "cancel"},
-    {"drawer", "open|state", "Open the cash drawer, or tell whether it is open.", 1, 1, Command::AtRegister,
-        prepareDrawer, "drawer open"},
-    {"time", "get|set [TIME]", "The register's clock; set takes 2024-12-31T23:59:59 or the time now.", 1, 2,
+    {"cancel", "", QT_TR_NOOP("Cancel the open document (HEX)."), 0, 0, Command::AtRegister, prepareCancel,
+        "cancel"},
+    {"drawer", "open|state", QT_TR_NOOP("Open the cash drawer, or tell whether it is open."), 1, 1,
+        Command::AtRegister, prepareDrawer, "drawer open"},
+    {"time", "get|set [TIME]",
+        QT_TR_NOOP("The register's clock; set takes 2024-12-31T23:59:59 or the time now."), 1, 2,
         Command::AtRegister, prepareTime, "time get", "force"},
     {"params", "list|get|set|defaults [NAME[=VALUE]...]",
-        "The register's settings; NAME is 6.0 or a caption, over XML section.subsection.parameter.", 1,
-        anyNumber, Command::AtRegister, prepareParams, "params set 6.0=1", "force"},
-    {"header", "FILE", "Program the header lines of the receipts, 4 at most.", 1, 1, Command::AtRegister,
-        prepareHeader, "header header.txt"},
-    {"tail", "FILE", "Program the advertising text at the end of the receipts (HEX).", 1, 1,
+        QT_TR_NOOP(
+            "The register's settings; NAME is 6.0 or a caption, over XML section.subsection.parameter."),
+        1, anyNumber, Command::AtRegister, prepareParams, "params set 6.0=1", "force"},
+    {"header", "FILE", QT_TR_NOOP("Program the header lines of the receipts, 4 at most."), 1, 1,
+        Command::AtRegister, prepareHeader, "header header.txt"},
+    {"tail", "FILE", QT_TR_NOOP("Program the advertising text at the end of the receipts (HEX)."), 1, 1,
         Command::AtRegister, prepareTail, "tail tail.txt"},
-    {"logo", "FILE|--clear", "Program the header picture, or remove it (HEX).", 0, 1, Command::AtRegister,
-        prepareLogo, "logo logo.png", "clear"},
+    {"logo", "FILE|--clear", QT_TR_NOOP("Program the header picture, or remove it (HEX)."), 0, 1,
+        Command::AtRegister, prepareLogo, "logo logo.png", "clear"},
     {"config", "path|list|show [NAME]",
-        "What the configuration says of the registers, and where it stands; needs no register.", 0, 2,
-        Command::Alone, prepareConfig, "config show", "register config"},
-    {"completion", "bash|zsh", "What the shell needs to complete command lines of frctl.", 1, 1,
+        QT_TR_NOOP("What the configuration says of the registers, and where it stands; needs no register."),
+        0, 2, Command::Alone, prepareConfig, "config show", "register config"},
+    {"completion", "bash|zsh", QT_TR_NOOP("What the shell needs to complete command lines of frctl."), 1, 1,
         Command::Alone, prepareCompletion, "completion bash"},
-    {"names", "[LIST]", "The words that a receipt may have: taxes, units ...; fields tells the fields.", 0, 1,
+    {"names", "[LIST]",
+        QT_TR_NOOP("The words that a receipt may have: taxes, units ...; fields tells the fields."), 0, 1,
         Command::Alone, prepareNames, "names taxes", "protocol"},
-    {"schema", "receipt|output", "The JSON schema of receipts, or of what --json prints.", 1, 1,
+    {"schema", "receipt|output", QT_TR_NOOP("The JSON schema of receipts, or of what --json prints."), 1, 1,
         Command::Alone, prepareSchema, "schema receipt"},
     {"journal", "list|show|settle|resolve|export|backup|anonymise|check|accept",
-        "What this machine's journal knows of its documents; see the manual page.", 1, 3, Command::AtRegister,
-        prepareJournal, "journal list --state unknown", "state since before document note"},
+        QT_TR_NOOP("What this machine's journal knows of its documents; see the manual page."), 1, 3,
+        Command::AtRegister, prepareJournal, "journal list --state unknown",
+        "state since before document note"},
     {"trace", "show|diff|replay|pcapng|dissector [FILE...]",
-        "Show what --trace has written, tell how two traces differ, play one (--as), or take it to Wireshark.",
+        QT_TR_NOOP(
+            "Show what --trace has written, tell how two traces differ, play one (--as), or take it to Wireshark."),
         1, 3, Command::Alone, prepareTrace, "trace show sale.trace", "as password"},
-    {"mark", "CODE", "Check the marking code of one piece to be sold.", 1, 1, Command::AtRegister,
+    {"mark", "CODE", QT_TR_NOOP("Check the marking code of one piece to be sold."), 1, 1, Command::AtRegister,
         prepareMark, "mark 0104600000000015215!Ab1cD"},
 };
 
@@ -135,7 +143,7 @@ QString namesOf(const OptionRow& option)
         if (command.takes(option))
             names.append(QLatin1String(command.name));
     }
-    return names.join(QStringLiteral(" and "));
+    return names.join(tr(" and "));
 }
 
 /// An option that a command does not know would be taken for one that it heeds.
@@ -144,8 +152,7 @@ void refuseMisplaced(const Command& command, const Options& options)
     for (const Setting& setting : options.settings) {
         const OptionRow& option = *setting.option;
         if (option.group == OptionRow::Own && setting.origin.isEmpty() && !command.takes(option))
-            throw UsageError(
-                QStringLiteral("--%1 goes with %2").arg(QLatin1String(option.name), namesOf(option)));
+            throw UsageError(tr("--%1 goes with %2").arg(QLatin1String(option.name), namesOf(option)));
     }
 }
 
@@ -173,7 +180,7 @@ Task onDesk(const std::function<Output(sale::CashDesk&)>& run)
 void requireHex(const Options& options, const QString& what)
 {
     if (!options.isHex())
-        throw Refusal(sale::ErrorKind::Data, QStringLiteral("%1 cannot be done over XML").arg(what));
+        throw Refusal(sale::ErrorKind::Data, tr("%1 cannot be done over XML").arg(what));
 }
 
 bool Command::takes(const OptionRow& option) const
@@ -204,7 +211,7 @@ const Command& requireCommand(const QString& name)
     QStringList known;
     for (const Command& command : commandTable)
         known.append(QLatin1String(command.name));
-    throw UsageError(QStringLiteral("no command \"%1\"%2").arg(name, suggestion(name, known)));
+    throw UsageError(tr("no command \"%1\"%2").arg(name, suggestion(name, known)));
 }
 
 bool makesDocument(const QString& name)
@@ -216,17 +223,17 @@ bool makesDocument(const QString& name)
 const Command& findCommand(const Options& options)
 {
     if (options.command.isEmpty())
-        throw UsageError(QStringLiteral("no command"));
+        throw UsageError(tr("no command"));
     const Command& command = requireCommand(options.command);
     refuseMisplaced(command, options);
     if (!options.configFile.isEmpty() && options.registerSection.isEmpty()
         && command.prepare != prepareConfig)
-        throw UsageError(QStringLiteral("--config needs the name of a register in it: --register"));
+        throw UsageError(tr("--config needs the name of a register in it: --register"));
     if (options.arguments.size() < command.leastArguments || options.arguments.size() > command.mostArguments)
-        throw UsageError(QStringLiteral("%1 takes %2")
-                             .arg(options.command,
-                                 command.mostArguments == 0 ? QStringLiteral("no arguments")
-                                                            : QLatin1String(command.arguments)));
+        throw UsageError(
+            tr("%1 takes %2")
+                .arg(options.command,
+                    command.mostArguments == 0 ? tr("no arguments") : QLatin1String(command.arguments)));
     return command;
 }
 

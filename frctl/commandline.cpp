@@ -1,6 +1,7 @@
 #include "commandline.h"
 
 #include "errors.h"
+#include "frctltr.h"
 #include "optiontable.h"
 #include "suggestion.h"
 
@@ -24,7 +25,7 @@ const OptionRow& optionOf(const QString& argument)
         = isLong ? findOption(name) : (name.size() == 1 ? findLetter(name.at(0)) : nullptr);
     if (row == nullptr)
         throw UsageError(
-            QStringLiteral("unknown option %1%2").arg(argument, suggestion(name, optionNames(), longPrefix)));
+            tr("unknown option %1%2").arg(argument, suggestion(name, optionNames(), longPrefix)));
     return *row;
 }
 
@@ -68,7 +69,7 @@ private:
         const OptionRow& row = optionOf(argument.left(sign));
         const bool hasValue = sign >= 0;
         if (hasValue && row.isSwitch())
-            throw UsageError(QStringLiteral("--%1 takes no value").arg(QLatin1String(row.name)));
+            throw UsageError(tr("--%1 takes no value").arg(QLatin1String(row.name)));
         Setting setting{&row};
         if (!row.isSwitch())
             setting.value = hasValue ? argument.mid(sign + 1) : nextValue(row);
@@ -79,8 +80,7 @@ private:
     {
         // Whoever has forgotten the value does not mean the next option by it.
         if (m_next == m_arguments.size() || isKnownOption(m_arguments.at(m_next)))
-            throw UsageError(
-                QStringLiteral("--%1 needs %2").arg(QLatin1String(row.name), QLatin1String(row.value)));
+            throw UsageError(tr("--%1 needs %2").arg(QLatin1String(row.name), QLatin1String(row.value)));
         return m_arguments.at(m_next++);
     }
 

@@ -3,6 +3,7 @@
 #include "connectionerror.h"
 #include "failure.h"
 #include "findingoutput.h"
+#include "frctltr.h"
 #include "idconflict.h"
 #include "journalerror.h"
 #include "markrefusal.h"
@@ -92,9 +93,8 @@ Complaint complaintOfWork(const std::exception_ptr& exception)
         return {exitStatusOf(error.verdict()), {error.kind(), whatOf(error), error.exceptionName()},
             error.verdict(), error.isNotOpened()};
     } catch (const Interrupted& error) {
-        return {ExitInterrupted,
-            {ErrorKind::Other, QStringLiteral("interrupted"), QStringLiteral("Interrupted")}, error.verdict(),
-            error.isNotOpened()};
+        return {ExitInterrupted, {ErrorKind::Other, tr("interrupted"), QStringLiteral("Interrupted")},
+            error.verdict(), error.isNotOpened()};
     } catch (const devices::ConnectionError& error) {
         return {ExitFailure, {kindOf(error.reason()), whatOf(error), hostErrorName()}};
     } catch (const HostError& error) {

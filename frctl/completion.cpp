@@ -1,6 +1,7 @@
 #include "completion.h"
 
 #include "errors.h"
+#include "frctltr.h"
 
 namespace frctl {
 
@@ -52,7 +53,7 @@ Task prepareCompletion(const Options& options)
 {
     const QString shell = options.arguments.constFirst();
     if (shell != QStringLiteral("bash") && shell != QStringLiteral("zsh"))
-        throw UsageError(QStringLiteral("completion: \"%1\" is neither bash nor zsh").arg(shell));
+        throw UsageError(tr("completion: \"%1\" is neither bash nor zsh").arg(shell));
     Output output;
     output.lines = {shell == QStringLiteral("bash") ? bashCompletion() : zshCompletion()};
     output.areLinesAll = true;

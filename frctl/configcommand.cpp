@@ -2,6 +2,7 @@
 
 #include "configuration.h"
 #include "errors.h"
+#include "frctltr.h"
 #include "optiontable.h"
 
 #include <QFile>
@@ -23,7 +24,7 @@ QString valueOf(const Setting& setting)
 
 QString originOf(const Setting& setting)
 {
-    return setting.origin.isEmpty() ? QStringLiteral("command line") : setting.origin;
+    return setting.origin.isEmpty() ? tr("command line") : setting.origin;
 }
 
 QJsonObject registerJson(const ConfiguredRegister& entry)
@@ -52,7 +53,7 @@ QStringList fileLines(const Configuration& configuration)
 {
     QStringList lines;
     for (const QString& file : configuration.files())
-        lines.append(QFile::exists(file) ? file : file + QStringLiteral(" (not there)"));
+        lines.append(QFile::exists(file) ? file : file + tr(" (not there)"));
     return lines;
 }
 
@@ -109,7 +110,7 @@ Task prepareConfig(const Options& options)
     const QString what = options.arguments.value(0, QStringLiteral("show"));
     if (!QStringList{QStringLiteral("path"), QStringLiteral("list"), QStringLiteral("show")}.contains(what)
         || (options.arguments.size() > 1 && what != QStringLiteral("show")))
-        throw UsageError(QStringLiteral("config takes path, list or show [NAME]"));
+        throw UsageError(tr("config takes path, list or show [NAME]"));
     const Output output = configured(options, what);
     Task task;
     task.alone = [output] { return output; };

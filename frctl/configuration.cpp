@@ -1,6 +1,7 @@
 #include "configuration.h"
 
 #include "errors.h"
+#include "frctltr.h"
 #include "inifile.h"
 #include "options.h"
 #include "optiontable.h"
@@ -36,7 +37,7 @@ Setting settingOf(const IniEntry& entry, const QString& origin)
 {
     const OptionRow* const row = findKey(entry.key);
     if (row == nullptr)
-        throw UsageError(QStringLiteral("%1: no such key%2; there are %3")
+        throw UsageError(tr("%1: no such key%2; there are %3")
                              .arg(origin, suggestion(entry.key, keys()), keys().join(QStringLiteral(", "))));
     return {row, entry.value, origin};
 }
@@ -47,8 +48,7 @@ bool isSwitchedOff(const Setting& setting)
     if (!setting.option->isSwitch() || setting.value == QStringLiteral("yes"))
         return false;
     if (setting.value != QStringLiteral("no"))
-        throw UsageError(
-            QStringLiteral("%1: \"%2\" is neither yes nor no").arg(setting.origin, setting.value));
+        throw UsageError(tr("%1: \"%2\" is neither yes nor no").arg(setting.origin, setting.value));
     return true;
 }
 
@@ -115,11 +115,10 @@ const ConfiguredRegister& Configuration::require(const QString& name) const
             return entry;
         names.append(entry.name);
     }
-    throw UsageError(
-        QStringLiteral("--register: there is no [%1] in %2%3; %4")
-            .arg(name, m_files.join(QStringLiteral(" or ")), suggestion(name, names),
-                names.isEmpty() ? QStringLiteral("no register is configured")
-                                : QStringLiteral("there are ") + names.join(QStringLiteral(", "))));
+    throw UsageError(tr("--register: there is no [%1] in %2%3; %4")
+                         .arg(name, m_files.join(tr(" or ")), suggestion(name, names),
+                             names.isEmpty() ? tr("no register is configured")
+                                             : tr("there are ") + names.join(QStringLiteral(", "))));
 }
 
 } // namespace frctl

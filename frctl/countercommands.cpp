@@ -3,6 +3,7 @@
 #include "abstractfrdriver.h"
 #include "decimals.h"
 #include "errors.h"
+#include "frctltr.h"
 #include "receiptnames.h"
 
 #include <QJsonArray>
@@ -42,8 +43,8 @@ Output counters(AbstractFrDriver& driver)
                 {QStringLiteral("count"), money.count}, {QStringLiteral("sum"), plainSum(money.sum)}});
         output.lines.append(text.arg(money.count).arg(fixedDecimals(money.sum, 2)));
     };
-    addMoney(QStringLiteral("cashIn"), QStringLiteral("cash in: %1, sum %2"), hw::fr::CheckCashIn);
-    addMoney(QStringLiteral("cashOut"), QStringLiteral("cash out: %1, sum %2"), hw::fr::CheckCashOut);
+    addMoney(QStringLiteral("cashIn"), tr("cash in: %1, sum %2"), hw::fr::CheckCashIn);
+    addMoney(QStringLiteral("cashOut"), tr("cash out: %1, sum %2"), hw::fr::CheckCashOut);
     return output;
 }
 
@@ -123,7 +124,7 @@ Task prepareRegisters(const Options& options)
         return onRegister([options](AbstractFrDriver& driver) { return registersAtBegin(driver, options); });
     if (what == QStringLiteral("end"))
         return onRegister(registersAtEnd);
-    throw UsageError(QStringLiteral("registers: \"%1\" is neither begin nor end").arg(what));
+    throw UsageError(tr("registers: \"%1\" is neither begin nor end").arg(what));
 }
 
 } // namespace frctl

@@ -2,6 +2,7 @@
 
 #include "detectedport.h"
 #include "errors.h"
+#include "frctltr.h"
 #include "interruption.h"
 #include "options.h"
 #include "portlisting.h"
@@ -56,8 +57,8 @@ QList<DetectedPort> portsOf(const Options& options)
 
 QStringList tableOf(const QList<DetectedPort>& ports)
 {
-    QList<QStringList> rows{{QStringLiteral("PORT"), QStringLiteral("MAKER"), QStringLiteral("DEVICE"),
-        QStringLiteral("SERIAL"), QStringLiteral("HELD BY"), QStringLiteral("NAME TO KEEP")}};
+    QList<QStringList> rows{
+        {tr("PORT"), tr("MAKER"), tr("DEVICE"), tr("SERIAL"), tr("HELD BY"), tr("NAME TO KEEP")}};
     for (const DetectedPort& port : ports)
         rows.append({port.info.path, port.info.manufacturer, port.info.description, port.info.serialNumber,
             holdersText(port.holders), port.info.stableName()});
@@ -79,18 +80,16 @@ QStringList continuation(const QList<DetectedPort>& ports)
     }
     if (commands.isEmpty())
         return {};
-    return QStringList{QString(), QStringLiteral("To go on:")} + commands
-        + QStringList{QString(), QStringLiteral("For ~/.config/frspf/frctl.ini or /etc/frspf/frctl.ini:")}
-    + sections;
+    return QStringList{QString(), tr("To go on:")} + commands
+        + QStringList{QString(), tr("For ~/.config/frspf/frctl.ini or /etc/frspf/frctl.ini:")} + sections;
 }
 
 Output listed(const QList<DetectedPort>& ports)
 {
     Output output;
-    output.lines = ports.isEmpty()
-        ? QStringList{QStringLiteral("no serial ports; a pty or tcp:host:port can be named")}
-        : tableOf(ports);
-    output.lines.append(QStringLiteral(
+    output.lines = ports.isEmpty() ? QStringList{tr("no serial ports; a pty or tcp:host:port can be named")}
+                                   : tableOf(ports);
+    output.lines.append(tr(
         "Nothing was asked. frctl detect PORT... asks those ports, --all all of them: bytes may do harm to "
         "scales, card terminals and a UPS."));
     return output;
@@ -137,10 +136,10 @@ Output detect(const Options& options)
 Task prepareDetect(const Options& options)
 {
     if (options.isAll && !options.arguments.isEmpty())
-        throw UsageError(QStringLiteral("detect takes ports, or --all, not both"));
+        throw UsageError(tr("detect takes ports, or --all, not both"));
     for (const QString& name : namedPorts(options)) {
         if (!devices::createSerialDevice(name))
-            throw UsageError(QStringLiteral("detect: \"%1\" names no port").arg(name));
+            throw UsageError(tr("detect: \"%1\" names no port").arg(name));
     }
     Task task;
     task.alone = [options] { return detect(options); };

@@ -1,5 +1,6 @@
 #include "detectedport.h"
 
+#include "frctltr.h"
 #include "portname.h"
 
 #include <QJsonArray>
@@ -59,9 +60,9 @@ QJsonObject attemptJson(const Probe& probe)
 QString foundLine(const Probe& probe)
 {
     const FoundRegister& found = *probe.found;
-    return QStringLiteral("%1: %2, serial number %3, firmware %4%5, over %6")
+    return tr("%1: %2, serial number %3, firmware %4%5, over %6")
         .arg(probe.port, found.model, found.serial, found.firmware,
-            found.inn.isEmpty() ? QString() : QStringLiteral(", INN ") + found.inn, probe.protocol);
+            found.inn.isEmpty() ? QString() : tr(", INN ") + found.inn, probe.protocol);
 }
 
 } // namespace
@@ -80,19 +81,19 @@ QString holdersText(const QList<devices::PortHolder>& holders)
 {
     QStringList texts;
     for (const devices::PortHolder& holder : holders)
-        texts.append(QStringLiteral("%1 (process %2)").arg(holder.name).arg(holder.process));
+        texts.append(tr("%1 (process %2)").arg(holder.name).arg(holder.process));
     return texts.join(QStringLiteral(", "));
 }
 
 QStringList portLines(const DetectedPort& port)
 {
     if (!port.holders.isEmpty())
-        return {QStringLiteral("%1: not asked, %2 works it").arg(port.info.path, holdersText(port.holders))};
+        return {tr("%1: not asked, %2 works it").arg(port.info.path, holdersText(port.holders))};
     if (port.found() != nullptr)
         return {foundLine(*port.found())};
     QStringList lines;
     for (const Probe& probe : port.probes)
-        lines.append(QStringLiteral("%1: no register over %2: %3; %4")
+        lines.append(tr("%1: no register over %2: %3; %4")
                          .arg(probe.port, probe.protocol, probe.failure, likelyCause(probe)));
     return lines;
 }

@@ -1,6 +1,7 @@
 #include "doctorcommand.h"
 
 #include "errors.h"
+#include "frctltr.h"
 #include "interruption.h"
 #include "machinechecks.h"
 #include "options.h"
@@ -39,7 +40,7 @@ Output examine(const Options& options)
 Task prepareDoctor(const Options& options)
 {
     if (!options.port.isEmpty() && !devices::createSerialDevice(options.port))
-        throw UsageError(QStringLiteral("--port: \"%1\" names no port").arg(options.port));
+        throw UsageError(tr("--port: \"%1\" names no port").arg(options.port));
     Task task;
     task.alone = [options] { return examine(options); };
     return task;

@@ -1,5 +1,6 @@
 #include "documentoutput.h"
 
+#include "frctltr.h"
 #include "journalerror.h"
 #include "markjudgement.h"
 #include "money.h"
@@ -53,12 +54,12 @@ QJsonArray itemsJson(const receipt::Receipt& receipt, const QList<sale::MarkChec
 /// Over HEX the number is not asked for, and not always known.
 QString numberText(const sale::Verdict& verdict)
 {
-    return verdict.number == 0 ? QString() : QStringLiteral(", document %1").arg(verdict.number);
+    return verdict.number == 0 ? QString() : tr(", document %1").arg(verdict.number);
 }
 
 QString markLine(const sale::MarkCheck& mark)
 {
-    return QStringLiteral("marking code %1: %2").arg(receipt::shownText(mark.markingCode)).arg(mark.result);
+    return tr("marking code %1: %2").arg(receipt::shownText(mark.markingCode)).arg(mark.result);
 }
 
 /// The journal is not made for the question alone.
@@ -101,8 +102,8 @@ QString shownValue(const QJsonValue& value)
 {
     if (value.isNull() || value.isUndefined())
         return QStringLiteral("-");
-    return receipt::shownText(value.isBool() ? (value.toBool() ? QStringLiteral("yes") : QStringLiteral("no"))
-                                             : value.toVariant().toString());
+    return receipt::shownText(
+        value.isBool() ? (value.toBool() ? tr("yes") : tr("no")) : value.toVariant().toString());
 }
 
 QString shownSum(const QJsonValue& value)
@@ -178,7 +179,7 @@ void describeReceipt(AnswerDraft& draft, const receipt::Receipt& receipt, const 
 Output receiptOutput(const sale::IssueResult& result)
 {
     Output output;
-    output.lines = {QStringLiteral("receipt issued: total %1, paid %2, change %3")
+    output.lines = {tr("receipt issued: total %1, paid %2, change %3")
                         .arg(moneyText(result.total), moneyText(result.paid), moneyText(result.change))
         + numberText(result.verdict)};
     for (const sale::MarkCheck& mark : result.marks)

@@ -1,5 +1,7 @@
 #include "drivechecks.h"
 
+#include "frctltr.h"
+
 namespace frctl {
 
 namespace {
@@ -21,36 +23,35 @@ QString endOf(const FnInfo& info, const QDate& today)
     const int flags = info.fnStatus.warningFlags;
     const QDate last = info.validityDate.date;
     if ((flags & changeAtOnce) != 0 || (last.isValid() && last < today))
-        return QStringLiteral("is at its end");
+        return tr("is at its end");
     if ((flags & memoryFull) != 0)
-        return QStringLiteral("is full");
+        return tr("is full");
     if ((flags & resourceEnds) != 0 || (last.isValid() && today.daysTo(last) < soonDays))
-        return QStringLiteral("ends soon");
+        return tr("ends soon");
     return {};
 }
 
 HealthCheck checkLife(const FnInfo& info, const QDate& today)
 {
     const QDate last = info.validityDate.date;
-    const QString until
-        = last.isValid() ? QStringLiteral(", until ") + last.toString(Qt::ISODate) : QString();
+    const QString until = last.isValid() ? tr(", until ") + last.toString(Qt::ISODate) : QString();
     const QString drive = info.fnStatus.fnNumber + until;
     if (info.fnStatus.lifePhase != fiscalMode)
         return wrong("drive",
-            QStringLiteral("%1: not in its fiscal mode (phase %2)").arg(drive).arg(info.fnStatus.lifePhase),
-            QStringLiteral("it signs nothing: register it, or change it"));
+            tr("%1: not in its fiscal mode (phase %2)").arg(drive).arg(info.fnStatus.lifePhase),
+            tr("it signs nothing: register it, or change it"));
     const QString end = endOf(info, today);
     if (end.isEmpty())
         return well("drive", drive);
-    return wrong("drive", QStringLiteral("%1: %2").arg(drive, end), QStringLiteral("have the drive changed"));
+    return wrong("drive", QStringLiteral("%1: %2").arg(drive, end), tr("have the drive changed"));
 }
 
 QString waitingText(const OfdStatusInfo& status, bool isHex)
 {
     // Over XML the driver tells how many wait, over HEX the first one.
     if (!isHex)
-        return QStringLiteral("%1 documents wait").arg(status.firstUnsentNumber);
-    return QStringLiteral("from number %1 of %2")
+        return tr("%1 documents wait").arg(status.firstUnsentNumber);
+    return tr("from number %1 of %2")
         .arg(status.firstUnsentNumber)
         .arg(status.firstUnsentDateTime.toString(Qt::ISODate));
 }
@@ -60,14 +61,14 @@ HealthCheck checkUnsent(const FnInfo& info, const QDateTime& now, bool isHex)
     const OfdStatusInfo& status = info.ofdStatus;
     const bool isSilent = (info.fnStatus.warningFlags & ofdIsSilent) != 0;
     if (status.firstUnsentNumber <= 0 && !isSilent)
-        return well("unsent", QStringLiteral("nothing waits for the OFD"));
+        return well("unsent", tr("nothing waits for the OFD"));
     const QString text = waitingText(status, isHex);
     const bool isOld = isHex && status.firstUnsentDateTime.isValid()
         && status.firstUnsentDateTime.daysTo(now) > waitsTooLongDays;
     if (!isOld && !isSilent)
         return well("unsent", text);
-    return wrong("unsent", text + QStringLiteral(", for too long"),
-        QStringLiteral("see to the register's network and the OFD contract: after 30 days it sells nothing"));
+    return wrong("unsent", text + tr(", for too long"),
+        tr("see to the register's network and the OFD contract: after 30 days it sells nothing"));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "abstractfrdriver.h"
 #include "errors.h"
+#include "frctltr.h"
 #include "receiptnames.h"
 #include "witnesseddocument.h"
 
@@ -55,7 +56,7 @@ QJsonObject ofdFields(const FnInfo& info, bool isHex)
 QString shownOrHyphen(const QJsonValue& value)
 {
     if (value.isBool())
-        return value.toBool() ? QStringLiteral("yes") : QStringLiteral("no");
+        return value.toBool() ? tr("yes") : tr("no");
     return value.isNull() ? QStringLiteral("-") : value.toVariant().toString();
 }
 
@@ -117,8 +118,8 @@ QList<TaxSystemType> taxSystemsFromText(const QString& text)
     for (const QString& name : text.split(QLatin1Char(','))) {
         const qsizetype index = known.indexOf(name.trimmed());
         if (index < 0)
-            throw UsageError(QStringLiteral("--tax-systems: \"%1\" is none of %2")
-                                 .arg(name, known.join(QStringLiteral(", "))));
+            throw UsageError(
+                tr("--tax-systems: \"%1\" is none of %2").arg(name, known.join(QStringLiteral(", "))));
         systems.append(
             static_cast<TaxSystemType>(receipt::names::taxSystems()[static_cast<std::size_t>(index)].value));
     }
@@ -140,8 +141,7 @@ Output registration(sale::CashDesk& desk, const Options& options, const QList<Ta
         desk.issueReport(QStringLiteral("registration"), {{QStringLiteral("taxSystems"), options.taxSystems}},
             {.close = registerAnew, .finish = askBack}));
     options.answer->more.insert(QStringLiteral("taxSystems"), QJsonArray::fromStringList(registered));
-    return {
-        {QStringLiteral("registered: ") + registered.join(QStringLiteral(", "))}, {}, ExitSuccess, verdict};
+    return {{tr("registered: ") + registered.join(QStringLiteral(", "))}, {}, ExitSuccess, verdict};
 }
 
 } // namespace
@@ -159,7 +159,7 @@ Task prepareOfd(const Options& options)
 Task prepareRegistration(const Options& options)
 {
     if (options.taxSystems.isEmpty())
-        throw UsageError(QStringLiteral("registration needs --tax-systems"));
+        throw UsageError(tr("registration needs --tax-systems"));
     const QList<TaxSystemType> systems = taxSystemsFromText(options.taxSystems);
     options.requireCashier();
     return onDesk([options, systems](sale::CashDesk& desk) { return registration(desk, options, systems); });

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "frctltr.h"
+
 #include <QJsonObject>
 #include <QString>
 
@@ -20,16 +22,13 @@ struct HealthCheck
 
     QString line() const
     {
-        const QString mark = !isWell ? QStringLiteral("-")
-            : *isWell                ? QStringLiteral("ok")
-                                     : QStringLiteral("WRONG");
+        const QString mark = !isWell ? QStringLiteral("-") : *isWell ? tr("ok") : tr("WRONG");
         const QString told = QStringLiteral("%1 %2: %3").arg(mark.leftJustified(5), name, text);
         return action.isEmpty() ? told : told + QStringLiteral("; ") + action;
     }
     QJsonObject json() const
     {
-        return {{QStringLiteral("name"), name},
-            {QStringLiteral("ok"), isWell ? QJsonValue(*isWell) : QJsonValue()},
+        return {{QStringLiteral("name"), name}, {tr("ok"), isWell ? QJsonValue(*isWell) : QJsonValue()},
             {QStringLiteral("text"), text},
             {QStringLiteral("action"), action.isEmpty() ? QJsonValue() : QJsonValue(action)}};
     }

@@ -1,5 +1,6 @@
 #include "help.h"
 
+#include "frctltr.h"
 #include "optiontable.h"
 
 namespace frctl {
@@ -9,12 +10,12 @@ namespace {
 constexpr int helpColumn = 26;
 
 /// Name and what it is for, which begins on a line of its own behind a name that is too long.
-QString helpEntry(const QString& name, const char* help)
+QString helpEntry(const QString& name, const QString& help)
 {
     const QString gap = name.size() > helpColumn
         ? QLatin1Char('\n') + QString(helpColumn + 2, QLatin1Char(' '))
         : QString();
-    return QStringLiteral("  %1%2 %3\n").arg(name.leftJustified(helpColumn), gap, QLatin1String(help));
+    return QStringLiteral("  %1%2 %3\n").arg(name.leftJustified(helpColumn), gap, help);
 }
 
 QString optionEntry(const OptionRow& row)
@@ -24,7 +25,7 @@ QString optionEntry(const OptionRow& row)
         name = QStringLiteral("-%1, ").arg(QLatin1Char(row.letter)) + name;
     if (!row.isSwitch())
         name += QLatin1Char(' ') + QLatin1String(row.value);
-    return helpEntry(name, row.help);
+    return helpEntry(name, tr(row.help));
 }
 
 /// A heading and the options for which takes is true; nothing without any.
@@ -52,45 +53,43 @@ QString optionsOf(const Command& command)
     };
     const auto isOfLine
         = [&command](const OptionRow& row) { return command.takes(row) && row.group == OptionRow::Line; };
-    return optionEntries(QStringLiteral("Its options"), isOwn)
-        + optionEntries(QStringLiteral("The register"), isOfLine)
-        + optionEntries(QStringLiteral("Options of all commands"),
+    return optionEntries(tr("Its options"), isOwn) + optionEntries(tr("The register"), isOfLine)
+        + optionEntries(tr("Options of all commands"),
             [](const OptionRow& row) { return row.group == OptionRow::Common; });
 }
 
 QString exitStatuses(Command::Kind kind)
 {
-    QString text = QStringLiteral("\nExit status:\n") + helpEntry(QStringLiteral("0"), "done")
+    QString text = tr("\nExit status:\n") + helpEntry(QStringLiteral("0"), tr("done"))
         + helpEntry(QStringLiteral("1"),
-            kind == Command::Alone ? "failed, or the output was lost"
-                                   : "the register or its line failed or refused, or the output was lost")
-        + helpEntry(QStringLiteral("2"), "wrong usage or a wrong file; nothing was sent");
+            kind == Command::Alone ? tr("failed, or the output was lost")
+                                   : tr("the register or its line failed or refused, or the output was lost"))
+        + helpEntry(QStringLiteral("2"), tr("wrong usage or a wrong file; nothing was sent"));
     if (kind == Command::Document)
-        text += helpEntry(
-                    QStringLiteral("3"), "the close failed, but the document was issued: do not repeat it")
-            + helpEntry(
-                QStringLiteral("4"), "the close failed and the document was not issued: it may be repeated")
+        text += helpEntry(QStringLiteral("3"),
+                    tr("the close failed, but the document was issued: do not repeat it"))
+            + helpEntry(QStringLiteral("4"),
+                tr("the close failed and the document was not issued: it may be repeated"))
             + helpEntry(QStringLiteral("5"),
-                "the close failed, unknown whether it was issued: look at the register first");
+                tr("the close failed, unknown whether it was issued: look at the register first"));
     if (kind != Command::Alone)
-        text += helpEntry(QStringLiteral("130"), "interrupted");
+        text += helpEntry(QStringLiteral("130"), tr("interrupted"));
     return text;
 }
 
 QString overview()
 {
-    QString text
-        = usageLine() + QStringLiteral("\nWorks a fiscal register through its driver plugin.\n\nCommands:\n");
+    QString text = usageLine() + tr("\nWorks a fiscal register through its driver plugin.\n\nCommands:\n");
     for (const Command& command : commands())
-        text += helpEntry(signature(command), command.help);
-    text += optionEntries(QStringLiteral("Options of the commands that work a register"),
+        text += helpEntry(signature(command), tr(command.help));
+    text += optionEntries(tr("Options of the commands that work a register"),
         [](const OptionRow& row) { return row.group == OptionRow::Line; });
-    text += optionEntries(QStringLiteral("Options of the commands that make a document"),
+    text += optionEntries(tr("Options of the commands that make a document"),
         [](const OptionRow& row) { return row.group == OptionRow::Document; });
-    text += optionEntries(QStringLiteral("Options of all commands"),
-        [](const OptionRow& row) { return row.group == OptionRow::Common; });
+    text += optionEntries(
+        tr("Options of all commands"), [](const OptionRow& row) { return row.group == OptionRow::Common; });
     return text + exitStatuses(Command::Document)
-        + QStringLiteral(
+        + tr(
             "\nOptions stand anywhere. frctl help COMMAND tells the options of that command and an example.");
 }
 
@@ -98,17 +97,16 @@ QString helpPage(const Command& command)
 {
     const QString line
         = command.kind == Command::Alone ? QString() : QStringLiteral("--port /dev/ttyUSB0 --protocol HEX ");
-    return usageLine(signature(command)) + QStringLiteral("\n%1\n").arg(QLatin1String(command.help))
-        + optionsOf(command) + exitStatuses(command.kind)
-        + QStringLiteral("\nExample:\n  frctl %1%2").arg(line, QString::fromUtf8(command.example));
+    return usageLine(signature(command)) + QStringLiteral("\n%1\n").arg(tr(command.help)) + optionsOf(command)
+        + exitStatuses(command.kind)
+        + tr("\nExample:\n  frctl %1%2").arg(line, QString::fromUtf8(command.example));
 }
 
 } // namespace
 
 QString usageLine(const QString& command)
 {
-    return QStringLiteral("Usage: frctl [OPTION]... ")
-        + (command.isEmpty() ? QStringLiteral("COMMAND [ARGUMENT]...") : command);
+    return tr("Usage: frctl [OPTION]... ") + (command.isEmpty() ? tr("COMMAND [ARGUMENT]...") : command);
 }
 
 QString helpText(const QString& command)

@@ -2,6 +2,7 @@
 
 #include "documentid.h"
 #include "documentkind.h"
+#include "frctltr.h"
 #include "idconflict.h"
 #include "identifiedsale.h"
 #include "invaliddocumentid.h"
@@ -12,17 +13,16 @@ namespace {
 
 Output issuedBefore(const sale::Verdict& verdict)
 {
-    const QString document
-        = verdict.number == 0 ? QString() : QStringLiteral(": document %1").arg(verdict.number);
-    Output output{{QStringLiteral("receipt issued before") + document}, {}};
+    const QString document = verdict.number == 0 ? QString() : tr(": document %1").arg(verdict.number);
+    Output output{{tr("receipt issued before") + document}, {}};
     output.verdict = verdict;
     return output;
 }
 
 [[noreturn]] void throwUnknown(const QString& id, const sale::Verdict& verdict)
 {
-    throw RegisterError(QStringLiteral("the sale %1 was broken off earlier; look at the register's tape, "
-                                       "then frctl journal resolve %1")
+    throw RegisterError(tr("the sale %1 was broken off earlier; look at the register's tape, "
+                           "then frctl journal resolve %1")
                             .arg(id),
         QStringLiteral("Refusal"), sale::ErrorKind::Other, verdict);
 }
@@ -65,7 +65,7 @@ Output settledAnswer(const Options& options, const sale::IssueResult& result)
     options.answer->isReplayed = result.isFinal;
     // What could not be settled on this register.
     if (!result.isFinal)
-        throw RegisterError(QStringLiteral("the sale %1 was begun on fiscal drive %2")
+        throw RegisterError(tr("the sale %1 was begun on fiscal drive %2")
                                 .arg(result.id, options.journal->store().findId(result.id)->drive),
             QStringLiteral("Refusal"), sale::ErrorKind::WrongRegister, result.verdict);
     if (!result.isIssued())

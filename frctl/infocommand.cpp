@@ -1,6 +1,7 @@
 #include "infocommand.h"
 
 #include "driverplugin.h"
+#include "frctltr.h"
 
 #include <QJsonArray>
 #include <QMetaClassInfo>
@@ -43,7 +44,7 @@ QJsonArray classInfo(const QObject& object)
 QString propertyLine(const QJsonObject& entry)
 {
     const QJsonValue value = entry.value(QStringLiteral("value"));
-    const QString shown = value.isUndefined() ? QStringLiteral("(write only)") : value.toVariant().toString();
+    const QString shown = value.isUndefined() ? tr("(write only)") : value.toVariant().toString();
     return QStringLiteral("  %1 : %2 = %3")
         .arg(entry.value(QStringLiteral("name")).toString(), entry.value(QStringLiteral("type")).toString(),
             shown);
@@ -60,14 +61,14 @@ Output describe(const Options& options)
         {QStringLiteral("class"), QString::fromLatin1(device->metaObject()->className())},
         {QStringLiteral("properties"), deviceProperties}, {QStringLiteral("classInfo"), deviceInfo}};
     const QJsonObject own = plugin.metaData.value(QStringLiteral("MetaData")).toObject();
-    output.lines = {QStringLiteral("plugin: %1").arg(plugin.fileName),
-        QStringLiteral("interface: %1").arg(plugin.metaData.value(QStringLiteral("IID")).toString()),
-        QStringLiteral("name: %1, type: %2")
+    output.lines = {tr("plugin: %1").arg(plugin.fileName),
+        tr("interface: %1").arg(plugin.metaData.value(QStringLiteral("IID")).toString()),
+        tr("name: %1, type: %2")
             .arg(own.value(QStringLiteral("name")).toString(), own.value(QStringLiteral("type")).toString()),
-        QStringLiteral("properties of %1:").arg(QLatin1String(device->metaObject()->className()))};
+        tr("properties of %1:").arg(QLatin1String(device->metaObject()->className()))};
     for (const QJsonValue entry : deviceProperties)
         output.lines.append(propertyLine(entry.toObject()));
-    output.lines.append(QStringLiteral("class info:"));
+    output.lines.append(tr("class info:"));
     for (const QJsonValue entry : deviceInfo)
         output.lines.append(QStringLiteral("  %1 = %2")
                                 .arg(entry.toObject().value(QStringLiteral("name")).toString(),

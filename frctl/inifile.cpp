@@ -1,6 +1,7 @@
 #include "inifile.h"
 
 #include "errors.h"
+#include "frctltr.h"
 #include "inputfile.h"
 #include "showntext.h"
 
@@ -42,11 +43,11 @@ private:
     {
         const QString name = line.mid(1, line.size() - 2).trimmed();
         if (!line.endsWith(QLatin1Char(']')) || name.isEmpty())
-            refuse(QStringLiteral("\"%1\" is no [NAME]").arg(receipt::shownText(line)));
+            refuse(tr("\"%1\" is no [NAME]").arg(receipt::shownText(line)));
         const bool isThere = std::any_of(m_sections.cbegin(), m_sections.cend(),
             [&name](const IniSection& section) { return section.name == name; });
         if (isThere)
-            refuse(QStringLiteral("[%1] is there already").arg(name));
+            refuse(tr("[%1] is there already").arg(name));
         m_sections.append({name, {}});
     }
 
@@ -55,14 +56,14 @@ private:
         const qsizetype sign = line.indexOf(QLatin1Char('='));
         const QString key = line.left(sign).trimmed();
         if (sign < 0 || key.isEmpty())
-            refuse(QStringLiteral("\"%1\" is no KEY = VALUE").arg(receipt::shownText(line)));
+            refuse(tr("\"%1\" is no KEY = VALUE").arg(receipt::shownText(line)));
         if (m_sections.isEmpty())
-            refuse(QStringLiteral("%1 stands before the first [NAME]").arg(key));
+            refuse(tr("%1 stands before the first [NAME]").arg(key));
         QList<IniEntry>& entries = m_sections.last().entries;
         const bool isThere = std::any_of(
             entries.cbegin(), entries.cend(), [&key](const IniEntry& entry) { return entry.key == key; });
         if (isThere)
-            refuse(QStringLiteral("[%1] %2 is there already").arg(m_sections.constLast().name, key));
+            refuse(tr("[%1] %2 is there already").arg(m_sections.constLast().name, key));
         entries.append({key, line.mid(sign + 1).trimmed()});
     }
 

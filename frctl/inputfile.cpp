@@ -1,6 +1,7 @@
 #include "inputfile.h"
 
 #include "errors.h"
+#include "frctltr.h"
 #include "textencoding.h"
 
 #include <QFile>
@@ -49,7 +50,7 @@ QByteArray readReceipts(const QString& fileName)
 {
     const QByteArray bytes = readUpTo(fileName, largestReceipts);
     if (bytes.size() > largestReceipts)
-        throw UsageError(QStringLiteral("has more than %1 MiB").arg(largestReceipts / 1024 / 1024));
+        throw UsageError(tr("has more than %1 MiB").arg(largestReceipts / 1024 / 1024));
     return bytes;
 }
 

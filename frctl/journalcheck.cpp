@@ -1,5 +1,6 @@
 #include "journalcheck.h"
 
+#include "frctltr.h"
 #include "money.h"
 #include "receiptnames.h"
 #include "shiftcheck.h"
@@ -21,8 +22,8 @@ QString paymentName(int payment)
 
 QString differenceText(const sale::SumDifference& difference)
 {
-    return QStringLiteral("%1, %2: the register has %3, this journal %4: the difference of %5 "
-                          "is of receipts that others made")
+    return tr("%1, %2: the register has %3, this journal %4: the difference of %5 "
+              "is of receipts that others made")
         .arg(documentKindName(difference.kind), paymentName(difference.payment),
             receipt::moneyText(difference.inRegister), receipt::moneyText(difference.inJournal),
             receipt::moneyText(difference.inRegister - difference.inJournal));
@@ -42,7 +43,7 @@ Output checkFile(const Options& options)
 {
     const QStringList damages = options.journal->store().damages();
     Output output;
-    output.lines = damages.isEmpty() ? QStringList{QStringLiteral("the journal is sound")} : damages;
+    output.lines = damages.isEmpty() ? QStringList{tr("the journal is sound")} : damages;
     output.json = {{QStringLiteral("file"), options.journal->store().fileName()},
         {QStringLiteral("damages"), QJsonArray::fromStringList(damages)}};
     output.status = damages.isEmpty() ? ExitSuccess : ExitFailure;
@@ -54,7 +55,7 @@ Output checkShift(AbstractFrDriver& driver, const Options& options)
     Output output = checkFile(options);
     const auto differences = sale::shiftDifferences(driver, options.journal->store(), options.line());
     if (!differences) {
-        output.lines.append(QStringLiteral("the shift is closed: no counters to compare"));
+        output.lines.append(tr("the shift is closed: no counters to compare"));
         return output;
     }
     QJsonArray json;
@@ -65,8 +66,7 @@ Output checkShift(AbstractFrDriver& driver, const Options& options)
     }
     output.json.insert(QStringLiteral("differences"), json);
     if (differences->isEmpty())
-        output.lines.append(
-            QStringLiteral("the counters of the shift have the journal's receipts and no others"));
+        output.lines.append(tr("the counters of the shift have the journal's receipts and no others"));
     return output;
 }
 

@@ -2,6 +2,7 @@
 
 #include "cashdesk.h"
 #include "errors.h"
+#include "frctltr.h"
 #include "journalcheck.h"
 #include "journaloutput.h"
 #include "pendingsales.h"
@@ -37,9 +38,8 @@ QDateTime timeOf(const char* option, const QString& text)
 {
     const QDateTime time = QDateTime::fromString(text, Qt::ISODate);
     if (!text.isEmpty() && !time.isValid())
-        throw UsageError(
-            QStringLiteral("--%1: \"%2\" is no day as 2024-12-31, nor a time as 2024-12-31T23:59:59")
-                .arg(QLatin1String(option), text));
+        throw UsageError(tr("--%1: \"%2\" is no day as 2024-12-31, nor a time as 2024-12-31T23:59:59")
+                             .arg(QLatin1String(option), text));
     return time;
 }
 
@@ -51,8 +51,7 @@ sale::DocumentQuery queryOf(const Options& options)
     const std::optional<sale::DocumentState> state = sale::stateOf(options.state);
     if (!state)
         throw UsageError(
-            QStringLiteral("--state: \"%1\" is none of queued, running, issued, notIssued, unknown")
-                .arg(options.state));
+            tr("--state: \"%1\" is none of queued, running, issued, notIssued, unknown").arg(options.state));
     query.states = {*state};
     return query;
 }
@@ -62,7 +61,7 @@ sale::StoredDocument documentOf(const Options& options)
     const QString id = options.arguments.at(1);
     const std::optional<sale::StoredDocument> document = options.journal->store().findId(id);
     if (!document)
-        throw UsageError(QStringLiteral("the journal has no document %1").arg(id));
+        throw UsageError(tr("the journal has no document %1").arg(id));
     return *document;
 }
 
@@ -134,8 +133,7 @@ Output settled(AbstractFrDriver& driver, const Options& options)
     } else {
         const sale::StoredDocument document = documentOf(options);
         if (document.state != sale::DocumentState::Running && document.state != sale::DocumentState::Unknown)
-            throw UsageError(
-                QStringLiteral("the document %1 is %2").arg(document.request.id, stateName(document.state)));
+            throw UsageError(tr("the document %1 is %2").arg(document.request.id, stateName(document.state)));
         sales = {{document.request.id, sale::settleDocument(driver, store, document, options.line())}};
     }
     Output output;
@@ -169,18 +167,16 @@ sale::DocumentEnding wordOf(const Options& options)
         bool ok = false;
         ending.documentNumber = options.documentNumber.toUInt(&ok);
         if (!ok || ending.documentNumber == 0)
-            throw UsageError(
-                QStringLiteral("journal resolve ID issued needs --document N, the number on the receipt"));
+            throw UsageError(tr("journal resolve ID issued needs --document N, the number on the receipt"));
         ending.state = sale::DocumentState::Issued;
         return ending;
     }
     if (word != QStringLiteral("not-issued"))
-        throw UsageError(QStringLiteral("journal resolve takes ID issued or ID not-issued"));
+        throw UsageError(tr("journal resolve takes ID issued or ID not-issued"));
     if (!options.documentNumber.isEmpty())
-        throw UsageError(
-            QStringLiteral("--document contradicts not-issued: a document with a number is issued"));
+        throw UsageError(tr("--document contradicts not-issued: a document with a number is issued"));
     if (options.note.trimmed().isEmpty())
-        throw UsageError(QStringLiteral("journal resolve ID not-issued needs --note TEXT, what was seen"));
+        throw UsageError(tr("journal resolve ID not-issued needs --note TEXT, what was seen"));
     ending.state = sale::DocumentState::NotIssued;
     ending.reason = sale::StateReason::Resolved;
     return ending;
@@ -202,18 +198,17 @@ Task prepareBackup(const Options& options)
     return alone([options]() -> Output {
         const QString fileName = options.arguments.at(1);
         options.journal->store().backUp(fileName);
-        return {{QStringLiteral("copied to ") + fileName}, {{QStringLiteral("file"), fileName}}};
+        return {{tr("copied to ") + fileName}, {{QStringLiteral("file"), fileName}}};
     });
 }
 
 Task prepareAnonymise(const Options& options)
 {
     if (options.before.isEmpty())
-        throw UsageError(QStringLiteral("journal anonymise needs --before DATE"));
+        throw UsageError(tr("journal anonymise needs --before DATE"));
     return alone([options, before = timeOf("before", options.before)]() -> Output {
         const int documents = options.journal->store().anonymise(before);
-        return {{QStringLiteral("%1 documents anonymised").arg(documents)},
-            {{QStringLiteral("anonymised"), documents}}};
+        return {{tr("%1 documents anonymised").arg(documents)}, {{QStringLiteral("anonymised"), documents}}};
     });
 }
 
@@ -229,7 +224,7 @@ Task prepareAccept(const Options& options)
     return onDesk([options](sale::CashDesk& desk) -> Output {
         const sale::DriveMark mark = desk.acceptUnknown(userName(), options.note);
         options.answer->drive = mark.drive;
-        return {{QStringLiteral("fiscal drive %1: all documents up to %2 are accepted")
+        return {{tr("fiscal drive %1: all documents up to %2 are accepted")
                         .arg(mark.drive)
                         .arg(mark.lastDocument)},
             {{QStringLiteral("drive"), mark.drive},
@@ -268,10 +263,10 @@ Task prepareJournal(const Options& options)
         if (name != QLatin1String(command.name))
             continue;
         if (count < command.leastArguments || count > command.mostArguments)
-            throw UsageError(QStringLiteral("journal %1: wrong number of arguments").arg(name));
+            throw UsageError(tr("journal %1: wrong number of arguments").arg(name));
         return command.prepare(options);
     }
-    throw UsageError(QStringLiteral("journal: no such command: %1").arg(name));
+    throw UsageError(tr("journal: no such command: %1").arg(name));
 }
 
 } // namespace frctl

@@ -1,6 +1,7 @@
 #include "journaloutput.h"
 
 #include "documentanswer.h"
+#include "frctltr.h"
 
 #include <QJsonArray>
 
@@ -21,10 +22,10 @@ QString stateText(const sale::StoredDocument& document)
 
 QString attemptLine(const sale::StoredAttempt& attempt)
 {
-    const QString state = attempt.verdict ? sale::stateName(*attempt.verdict) : QStringLiteral("not settled");
+    const QString state = attempt.verdict ? sale::stateName(*attempt.verdict) : tr("not settled");
     const QString failure = attempt.note.failure.value(QStringLiteral("text")).toString();
-    const QString line = QStringLiteral("attempt %1: %2, %3")
-                             .arg(QString::number(attempt.number), shownTime(attempt.begun), state);
+    const QString line
+        = tr("attempt %1: %2, %3").arg(QString::number(attempt.number), shownTime(attempt.begun), state);
     return failure.isEmpty() ? line : line + QStringLiteral(": ") + failure;
 }
 
@@ -67,8 +68,8 @@ QString storedLine(const sale::StoredDocument& document)
                        .arg(shownTime(document.accepted), document.request.id, document.request.kind,
                            stateText(document));
     if (document.documentNumber != 0)
-        line += QStringLiteral("  document %1").arg(document.documentNumber);
-    return document.drive.isEmpty() ? line : line + QStringLiteral("  drive ") + document.drive;
+        line += tr("  document %1").arg(document.documentNumber);
+    return document.drive.isEmpty() ? line : line + tr("  drive ") + document.drive;
 }
 
 QStringList storedLines(const sale::StoredDocument& document)
@@ -77,7 +78,7 @@ QStringList storedLines(const sale::StoredDocument& document)
     for (const sale::StoredAttempt& attempt : document.attempts)
         lines.append(attemptLine(attempt));
     if (!document.resolvedBy.isEmpty())
-        lines.append(QStringLiteral("resolved by %1: %2").arg(document.resolvedBy, document.resolvedNote));
+        lines.append(tr("resolved by %1: %2").arg(document.resolvedBy, document.resolvedNote));
     if (!document.request.body.isEmpty())
         lines.append(QString::fromUtf8(document.request.body).trimmed());
     return lines;

@@ -3,6 +3,7 @@
 #include "cashiername.h"
 #include "currenttime.h"
 #include "errors.h"
+#include "frctltr.h"
 #include "mockfactory.h"
 
 #include <optional>
@@ -69,8 +70,8 @@ JudgedReceipt judgedReceipt(const QByteArray& text, const Options& options, rece
 FrUser requiredCashier(const Options& options, const JudgedReceipt& judged)
 {
     if (judged.cashier.name.isEmpty())
-        throw UsageError(QStringLiteral("%1 needs a cashier: --cashier, or \"operator\" in the receipt")
-                             .arg(options.command));
+        throw UsageError(
+            tr("%1 needs a cashier: --cashier, or \"operator\" in the receipt").arg(options.command));
     return judged.cashier;
 }
 

@@ -1,6 +1,7 @@
 #include "linetrace.h"
 
 #include "errors.h"
+#include "frctltr.h"
 #include "options.h"
 #include "progress.h"
 
@@ -30,8 +31,8 @@ LineTrace::LineTrace(const Options& options)
     if (const QString reason = m_file.open(options.traceFile); !reason.isEmpty())
         throw UsageError(QStringLiteral("--trace: %1: %2").arg(options.traceFile, reason));
     m_file.setLossListener([name = options.traceFile, warnings = options.warnings](const QString& reason) {
-        warnings->add({{receipt::Finding::Warning, {}, {},
-            QStringLiteral("the trace %1 ends here: %2").arg(name, reason)}});
+        warnings->add(
+            {{receipt::Finding::Warning, {}, {}, tr("the trace %1 ends here: %2").arg(name, reason)}});
     });
     m_recorder.begin(workOf(options));
 }

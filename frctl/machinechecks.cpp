@@ -3,6 +3,7 @@
 #include "connectionerror.h"
 #include "detectedport.h"
 #include "driverplugin.h"
+#include "frctltr.h"
 #include "journalerror.h"
 #include "options.h"
 #include "portlisting.h"
@@ -46,7 +47,7 @@ HealthCheck checkPlugin(const Options& options)
         return well("plugin", plugin.fileName);
     } catch (const devices::ConnectionError& error) {
         return wrong("plugin", QString::fromUtf8(error.what()),
-            QStringLiteral("install frspf-plugin, or name its folder: --plugin, FRSPF_PLUGIN_PATH"));
+            tr("install frspf-plugin, or name its folder: --plugin, FRSPF_PLUGIN_PATH"));
     }
 }
 
@@ -58,13 +59,13 @@ bool isLocked(const devices::PortInfo& port)
 HealthCheck checkPresence(const Ports& ports)
 {
     if (ports.isEmpty())
-        return untold("port", QStringLiteral("no serial port here"));
+        return untold("port", tr("no serial port here"));
     const QStringList missing = pathsWhere(ports, [](const devices::PortInfo& port) {
         return !devices::isTcpName(port.path) && !QFileInfo::exists(port.path);
     });
     if (!missing.isEmpty())
-        return wrong("port", QStringLiteral("there is no ") + joined(missing),
-            QStringLiteral("plug it in; frctl detect lists the ports"));
+        return wrong(
+            "port", tr("there is no ") + joined(missing), tr("plug it in; frctl detect lists the ports"));
     return well("port", joined(pathsWhere(ports, [](const devices::PortInfo&) { return true; })));
 }
 
@@ -73,10 +74,9 @@ HealthCheck checkRights(const Ports& ports)
     const QStringList locked = pathsWhere(
         ports, [](const devices::PortInfo& port) { return QFileInfo::exists(port.path) && isLocked(port); });
     if (locked.isEmpty())
-        return well("permissions", QStringLiteral("this user may open what is there"));
-    return wrong("permissions", QStringLiteral("this user may not open ") + joined(locked),
-        QStringLiteral("sudo usermod -aG %1 \"$USER\", then log in anew")
-            .arg(QFileInfo(locked.constFirst()).group()));
+        return well("permissions", tr("this user may open what is there"));
+    return wrong("permissions", tr("this user may not open ") + joined(locked),
+        tr("sudo usermod -aG %1 \"$USER\", then log in anew").arg(QFileInfo(locked.constFirst()).group()));
 }
 
 HealthCheck checkFree(const Ports& ports)
@@ -88,33 +88,32 @@ HealthCheck checkFree(const Ports& ports)
             held.append(QStringLiteral("%1: %2").arg(port.path, holdersText(holders)));
     }
     if (held.isEmpty())
-        return well("portFree", QStringLiteral("no other program of this user has a port open"));
-    return wrong("portFree", joined(held), QStringLiteral("end that program, or use --wait"));
+        return well("portFree", tr("no other program of this user has a port open"));
+    return wrong("portFree", joined(held), tr("end that program, or use --wait"));
 }
 
 HealthCheck checkModemManager(const Ports& ports)
 {
     if (devices::programsNamed(QStringLiteral("ModemManager")).isEmpty())
-        return well("modemManager", QStringLiteral("does not run"));
+        return well("modemManager", tr("does not run"));
     const QStringList asked = pathsWhere(
         ports, [](const devices::PortInfo& port) { return isUsb(port) && !isLeftAloneByModemManager(port); });
     if (asked.isEmpty())
-        return well("modemManager", QStringLiteral("runs, and leaves these ports alone"));
-    return wrong("modemManager", QStringLiteral("it sends to ") + joined(asked),
-        QStringLiteral("sudo systemctl disable --now ModemManager, or name the adapter in the udev rule of "
-                       "frspf-tools"));
+        return well("modemManager", tr("runs, and leaves these ports alone"));
+    return wrong("modemManager", tr("it sends to ") + joined(asked),
+        tr("sudo systemctl disable --now ModemManager, or name the adapter in the udev rule of "
+           "frspf-tools"));
 }
 
 HealthCheck checkBraille(const Ports& ports)
 {
     const bool isRunning = !devices::programsNamed(QStringLiteral("brltty")).isEmpty();
     if (!isRunning)
-        return well("brltty", QStringLiteral("does not run"));
+        return well("brltty", tr("does not run"));
     if (std::none_of(ports.cbegin(), ports.cend(), isUsb))
-        return well("brltty", QStringLiteral("runs, and there is no USB port here"));
-    return wrong("brltty",
-        QStringLiteral("it takes USB adapters for braille displays, and their ports vanish"),
-        QStringLiteral("sudo apt remove brltty"));
+        return well("brltty", tr("runs, and there is no USB port here"));
+    return wrong("brltty", tr("it takes USB adapters for braille displays, and their ports vanish"),
+        QStringLiteral("sudo apt remove brltty")); // untranslated: a command line
 }
 
 HealthCheck checkAutosuspend(const Ports& ports)
@@ -122,10 +121,10 @@ HealthCheck checkAutosuspend(const Ports& ports)
     const auto isAsleep = [](const devices::PortInfo& port) { return isUsb(port) && isAutosuspended(port); };
     const QStringList asleep = pathsWhere(ports, isAsleep);
     if (asleep.isEmpty())
-        return well("autosuspend", QStringLiteral("no USB adapter is powered down"));
+        return well("autosuspend", tr("no USB adapter is powered down"));
     const auto first = std::find_if(ports.cbegin(), ports.cend(), isAsleep);
-    return wrong("autosuspend", QStringLiteral("the system may power down ") + joined(asleep),
-        QStringLiteral("echo on | sudo tee %1, or name the adapter in the udev rule of frspf-tools")
+    return wrong("autosuspend", tr("the system may power down ") + joined(asleep),
+        tr("echo on | sudo tee %1, or name the adapter in the udev rule of frspf-tools")
             .arg(powerControlOf(*first)));
 }
 
@@ -133,16 +132,16 @@ HealthCheck checkJournal(const Options& options)
 {
     try {
         if (!options.journal->exists())
-            return well("journal", QStringLiteral("none yet"));
+            return well("journal", tr("none yet"));
         const QStringList damages = options.journal->store().damages();
         const QString file = options.journal->store().fileName();
         if (damages.isEmpty())
-            return well("journal", file + QStringLiteral(" is sound"));
+            return well("journal", file + tr(" is sound"));
         return wrong("journal", QStringLiteral("%1: %2").arg(file, joined(damages)),
-            QStringLiteral("sell nothing more with it: take the last copy of frctl journal backup"));
+            tr("sell nothing more with it: take the last copy of frctl journal backup"));
     } catch (const sale::JournalError& error) {
         return wrong("journal", QString::fromUtf8(error.what()),
-            QStringLiteral("sudo usermod -aG frspf \"$USER\", or name another one: --journal"));
+            tr("sudo usermod -aG frspf \"$USER\", or name another one: --journal"));
     }
 }
 

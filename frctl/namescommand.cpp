@@ -3,6 +3,7 @@
 #include "errorkind.h"
 #include "errors.h"
 #include "fieldtable.h"
+#include "frctltr.h"
 #include "options.h"
 #include "receiptnames.h"
 #include "texttable.h"
@@ -95,7 +96,7 @@ Output wordsOf(const WordList& list)
         if (areBarcodes) {
             const QStringList over = printedOver(word.value);
             value.insert(QStringLiteral("printedOver"), QJsonArray::fromStringList(over));
-            row.append(over.isEmpty() ? QStringLiteral("not printed") : over.join(QStringLiteral(", ")));
+            row.append(over.isEmpty() ? tr("not printed") : over.join(QStringLiteral(", ")));
         }
         values.append(value);
         rows.append(row << meaning);
@@ -126,8 +127,8 @@ Output allLists()
     QList<QStringList> rows;
     for (const WordList& list : wordLists())
         rows.append({QLatin1String(list.name), QLatin1String(list.field)});
-    rows.append({errorList(), QStringLiteral("error.kind of an answer")});
-    rows.append({fieldList(), QStringLiteral("all fields of a receipt, and how the protocols carry them")});
+    rows.append({errorList(), tr("error.kind of an answer")});
+    rows.append({fieldList(), tr("all fields of a receipt, and how the protocols carry them")});
     QJsonArray json;
     for (const QStringList& row : rows)
         json.append(row.constFirst());
@@ -146,7 +147,7 @@ Output namedList(const QString& name, const QList<receipt::Protocol>& protocols)
         if (name == QLatin1String(list.name))
             return wordsOf(list);
     }
-    throw UsageError(QStringLiteral("names: \"%1\" is no list; frctl names tells which there are").arg(name));
+    throw UsageError(tr("names: \"%1\" is no list; frctl names tells which there are").arg(name));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "commandline.h"
 #include "configuration.h"
 #include "errors.h"
+#include "frctltr.h"
 #include "optiontable.h"
 #include "portname.h"
 
@@ -39,15 +40,14 @@ void settle(Options& options)
     if (!options.isGiven("exclusive"))
         options.isExclusive = !devices::isTcpName(options.port);
     if (!options.isHex() && options.expected.serial.isEmpty() && !options.expected.inn.isEmpty())
-        throw UsageError(
-            QStringLiteral("--expect-inn: over XML the register is known by --expect-serial alone"));
+        throw UsageError(tr("--expect-inn: over XML the register is known by --expect-serial alone"));
     if (options.isTraceFull && options.traceFile.isEmpty())
-        throw UsageError(QStringLiteral("--trace-full goes with --trace"));
+        throw UsageError(tr("--trace-full goes with --trace"));
     if (!options.strict)
         return;
     if (options.isGiven("marks") && options.markPolicy != sale::MarkPolicy::Strict)
-        throw UsageError(QStringLiteral(
-            "--strict contradicts another --marks: with it marking codes are judged strictly"));
+        throw UsageError(
+            tr("--strict contradicts another --marks: with it marking codes are judged strictly"));
     options.markPolicy = sale::MarkPolicy::Strict;
 }
 
@@ -68,7 +68,7 @@ void applySetting(const Setting& setting, Options& options)
 void Options::requireCashier() const
 {
     if (cashier.name.isEmpty())
-        throw UsageError(QStringLiteral("%1 needs a cashier: --cashier").arg(command));
+        throw UsageError(tr("%1 needs a cashier: --cashier").arg(command));
 }
 
 sale::RegisterLine Options::line() const

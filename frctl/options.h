@@ -79,6 +79,8 @@ struct Options
     bool strict = false;
     sale::MarkPolicy markPolicy = sale::MarkPolicy::Warn;
     LogLevel logLevel = NoLog;
+    /// Empty for that of the environment.
+    QString language;
     bool json = false;
     bool help = false;
     bool version = false;

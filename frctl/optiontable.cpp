@@ -1,6 +1,8 @@
 #include "optiontable.h"
 
 #include "errors.h"
+#include "frctltr.h"
+#include "language.h"
 #include "options.h"
 #include "plaintext.h"
 #include "showntext.h"
@@ -48,7 +50,7 @@ int numberUpTo(const QString& text, int most)
     bool ok = false;
     const int number = text.toInt(&ok);
     if (!ok || number < 0 || number > most)
-        throw UsageError(QStringLiteral("\"%1\" is not a number from 0 to %2").arg(text).arg(most));
+        throw UsageError(tr("\"%1\" is not a number from 0 to %2").arg(text).arg(most));
     return number;
 }
 
@@ -57,14 +59,14 @@ qsizetype oneOf(const QString& text, const QStringList& words)
 {
     const qsizetype index = words.indexOf(text);
     if (index < 0)
-        throw UsageError(QStringLiteral("\"%1\" is none of %2").arg(text, words.join(QStringLiteral(", "))));
+        throw UsageError(tr("\"%1\" is none of %2").arg(text, words.join(QStringLiteral(", "))));
     return index;
 }
 
 void takeRegister(const QString& text, Options& options)
 {
     if (text.isEmpty())
-        throw UsageError(QStringLiteral("is empty"));
+        throw UsageError(tr("is empty"));
     options.registerSection = text;
 }
 
@@ -72,7 +74,7 @@ void takeSerial(const QString& text, Options& options)
 {
     // An empty one would be as none, and whoever wrote it relies on it.
     if (text.trimmed().isEmpty())
-        throw UsageError(QStringLiteral("is empty"));
+        throw UsageError(tr("is empty"));
     options.expected.serial = text;
 }
 
@@ -81,7 +83,7 @@ void takeExpectedInn(const QString& text, Options& options)
     // A test drive may be registered with any digits.
     static const QRegularExpression inn(QStringLiteral("\\A([0-9]{10}|[0-9]{12})\\z"));
     if (!inn.match(text).hasMatch())
-        throw UsageError(QStringLiteral("\"%1\" has not 10 or 12 digits").arg(receipt::shownText(text)));
+        throw UsageError(tr("\"%1\" has not 10 or 12 digits").arg(receipt::shownText(text)));
     options.expected.inn = text;
 }
 
@@ -90,7 +92,7 @@ void takeProtocol(const QString& text, Options& options)
     // The plugin takes whatever is not HEX for XML; a misspelt name must not end there.
     const QString name = text.toUpper();
     if (name != QStringLiteral("HEX") && name != QStringLiteral("XML"))
-        throw UsageError(QStringLiteral("\"%1\" is neither HEX nor XML").arg(text));
+        throw UsageError(tr("\"%1\" is neither HEX nor XML").arg(text));
     options.protocol = name;
 }
 
@@ -99,11 +101,10 @@ void takeCashier(const QString& text, Options& options)
     // Tag 1021.
     constexpr int longestName = 64;
     if (text.size() > longestName)
-        throw UsageError(
-            QStringLiteral("must have at most %1 characters, not %2").arg(longestName).arg(text.size()));
+        throw UsageError(tr("must have at most %1 characters, not %2").arg(longestName).arg(text.size()));
     // It would take the place of the receipt's cashier. An empty one is none.
     if (!text.isEmpty() && text.trimmed().isEmpty())
-        throw UsageError(QStringLiteral("has nothing but blanks"));
+        throw UsageError(tr("has nothing but blanks"));
     if (const std::optional<QString> fault = receipt::textFault(text))
         throw UsageError(*fault);
     options.cashier.name = text;
@@ -112,8 +113,8 @@ void takeCashier(const QString& text, Options& options)
 void takeCashierInn(const QString& text, Options& options)
 {
     if (!receipt::isInn(text))
-        throw UsageError(QStringLiteral("\"%1\" is no tax number of 10 or 12 digits, the last of which are "
-                                        "right for the others")
+        throw UsageError(tr("\"%1\" is no tax number of 10 or 12 digits, the last of which are "
+                            "right for the others")
                              .arg(receipt::shownText(text)));
     options.cashier.inn = text;
 }
@@ -122,7 +123,7 @@ void takeId(const QString& text, Options& options)
 {
     takeLine<&Options::id>(text, options);
     if (text.trimmed().isEmpty())
-        throw UsageError(QStringLiteral("is empty"));
+        throw UsageError(tr("is empty"));
 }
 
 void takeMarkPolicy(const QString& text, Options& options)
@@ -136,7 +137,7 @@ void takeMarkPolicy(const QString& text, Options& options)
 void takeExclusive(const QString& text, Options& options)
 {
     if (text != QStringLiteral("yes") && text != QStringLiteral("no"))
-        throw UsageError(QStringLiteral("\"%1\" is neither yes nor no").arg(text));
+        throw UsageError(tr("\"%1\" is neither yes nor no").arg(text));
     options.isExclusive = text == QStringLiteral("yes");
 }
 
@@ -148,8 +149,13 @@ void addDriverOption(const QString& text, Options& options)
     const bool on = parts.size() == 2 && parts.at(1) == QStringLiteral("on");
     const bool off = parts.size() == 2 && parts.at(1) == QStringLiteral("off");
     if (!ok || bit == 0 || (bit & (bit - 1)) != 0 || (!on && !off))
-        throw UsageError(QStringLiteral("\"%1\" is not BIT=on or BIT=off").arg(text));
+        throw UsageError(tr("\"%1\" is not BIT=on or BIT=off").arg(text));
     options.driverOptions.insert(static_cast<hw::fr::Option>(bit), on);
+}
+
+void takeLanguage(const QString& text, Options& options)
+{
+    options.language = languages().at(oneOf(text, languages()));
 }
 
 void takeLogLevel(const QString& text, Options& options)
@@ -174,7 +180,7 @@ void takeDeviceId(const QString& text, Options& options)
 void takePaperWidth(const QString& text, Options& options)
 {
     if (text != QStringLiteral("44") && text != QStringLiteral("48"))
-        throw UsageError(QStringLiteral("\"%1\" is neither 44 nor 48").arg(text));
+        throw UsageError(tr("\"%1\" is neither 44 nor 48").arg(text));
     options.paperWidth = text.toInt();
 }
 
@@ -183,90 +189,107 @@ template <auto Member>
 void takeFile(const QString& text, Options& options)
 {
     if (text.isEmpty())
-        throw UsageError(QStringLiteral("wants a file"));
+        throw UsageError(tr("wants a file"));
     options.*Member = text;
 }
 
 constexpr OptionRow optionTable[] = {
-    {"port", "PORT", "The register's line: /dev/tty..., the link of a pty, or tcp:host:port.",
+    {"port", "PORT", QT_TR_NOOP("The register's line: /dev/tty..., the link of a pty, or tcp:host:port."),
         OptionRow::Line, takeText<&Options::port>, "port"},
-    {"register", "NAME", "The section of the configuration that tells port, protocol and the rest.",
+    {"register", "NAME",
+        QT_TR_NOOP("The section of the configuration that tells port, protocol and the rest."),
         OptionRow::Line, takeRegister},
-    {"config", "FILE", "The configuration (~/.config/frspf/frctl.ini, then /etc/frspf/frctl.ini).",
+    {"config", "FILE",
+        QT_TR_NOOP("The configuration (~/.config/frspf/frctl.ini, then /etc/frspf/frctl.ini)."),
         OptionRow::Line, takeText<&Options::configFile>},
-    {"wait", "SECONDS", "How long to wait for a port that another program works (0).", OptionRow::Line,
-        takeWait, "wait"},
-    {"protocol", "HEX|XML", "Protocol of the register (XML).", OptionRow::Line, takeProtocol, "protocol"},
-    {"expect-serial", "TEXT", "The register's own number; another register is an error, and gets nothing.",
+    {"wait", "SECONDS", QT_TR_NOOP("How long to wait for a port that another program works (0)."),
+        OptionRow::Line, takeWait, "wait"},
+    {"protocol", "HEX|XML", QT_TR_NOOP("Protocol of the register (XML)."), OptionRow::Line, takeProtocol,
+        "protocol"},
+    {"expect-serial", "TEXT",
+        QT_TR_NOOP("The register's own number; another register is an error, and gets nothing."),
         OptionRow::Line, takeSerial, "serial"},
-    {"expect-inn", "INN", "The tax number that it is registered with; compared over HEX.", OptionRow::Line,
-        takeExpectedInn, "inn"},
-    {"protocol-version", "TEXT", "Version of the control protocol that XML requests carry.", OptionRow::Line,
-        takeLine<&Options::protocolVersion>, "protocol-version"},
-    {"plugin", "FILE|DIR", "The driver plugin, or a folder to look for it; may be repeated.", OptionRow::Line,
-        appendText<&Options::plugins>, "plugin"},
+    {"expect-inn", "INN", QT_TR_NOOP("The tax number that it is registered with; compared over HEX."),
+        OptionRow::Line, takeExpectedInn, "inn"},
+    {"protocol-version", "TEXT", QT_TR_NOOP("Version of the control protocol that XML requests carry."),
+        OptionRow::Line, takeLine<&Options::protocolVersion>, "protocol-version"},
+    {"plugin", "FILE|DIR", QT_TR_NOOP("The driver plugin, or a folder to look for it; may be repeated."),
+        OptionRow::Line, appendText<&Options::plugins>, "plugin"},
     {"exclusive", "yes|no",
-        "Whether only programs of this machine that take its lock work the register (yes; no for tcp:).",
+        QT_TR_NOOP(
+            "Whether only programs of this machine that take its lock work the register (yes; no for tcp:)."),
         OptionRow::Line, takeExclusive, "exclusive"},
-    {"device-id", "N", "Number of the register, 0 to 19 (0).", OptionRow::Line, takeDeviceId, "device-id"},
-    {"no-speed-enumeration", nullptr, "Keep to the last good speed when a connection is repeated.",
-        OptionRow::Line, [](const QString&, Options& options) { options.speedEnumerate = false; },
-        "no-speed-enumeration"},
-    {"option", "BIT=on|off", "Overrule a driver option, BIT as 0x10 or 16; may be repeated.", OptionRow::Line,
-        addDriverOption},
+    {"device-id", "N", QT_TR_NOOP("Number of the register, 0 to 19 (0)."), OptionRow::Line, takeDeviceId,
+        "device-id"},
+    {"no-speed-enumeration", nullptr,
+        QT_TR_NOOP("Keep to the last good speed when a connection is repeated."), OptionRow::Line,
+        [](const QString&, Options& options) { options.speedEnumerate = false; }, "no-speed-enumeration"},
+    {"option", "BIT=on|off", QT_TR_NOOP("Overrule a driver option, BIT as 0x10 or 16; may be repeated."),
+        OptionRow::Line, addDriverOption},
     {"journal", "FILE",
-        "The journal of documents (/var/lib/frspf/sales.sqlite, or in $XDG_STATE_HOME/frspf).",
+        QT_TR_NOOP("The journal of documents (/var/lib/frspf/sales.sqlite, or in $XDG_STATE_HOME/frspf)."),
         OptionRow::Line,
         [](const QString& text, Options& options) {
             options.journal = std::make_shared<JournalAccess>(text);
         },
         "journal"},
-    {"cashier", "NAME", "The cashier; goes before the one that a receipt names.", OptionRow::Document,
-        takeCashier, "cashier"},
-    {"cashier-inn", "INN", "The cashier's tax number.", OptionRow::Document, takeCashierInn, "cashier-inn"},
-    {"tax-systems", "LIST", "osn, usnIncome, usnIncomeOutcome, envd, esn, patent, with commas between.",
+    {"cashier", "NAME", QT_TR_NOOP("The cashier; goes before the one that a receipt names."),
+        OptionRow::Document, takeCashier, "cashier"},
+    {"cashier-inn", "INN", QT_TR_NOOP("The cashier's tax number."), OptionRow::Document, takeCashierInn,
+        "cashier-inn"},
+    {"tax-systems", "LIST",
+        QT_TR_NOOP("osn, usnIncome, usnIncomeOutcome, envd, esn, patent, with commas between."),
         OptionRow::Own, takeText<&Options::taxSystems>},
-    {"id", "TEXT", "The sale's name; the same name again is never sold twice.", OptionRow::Own, takeId},
-    {"state", "STATE", "For list and export: queued, running, issued, notIssued or unknown.", OptionRow::Own,
-        takeText<&Options::state>},
-    {"since", "DATE", "For list and export: accepted on that day or later.", OptionRow::Own,
+    {"id", "TEXT", QT_TR_NOOP("The sale's name; the same name again is never sold twice."), OptionRow::Own,
+        takeId},
+    {"state", "STATE", QT_TR_NOOP("For list and export: queued, running, issued, notIssued or unknown."),
+        OptionRow::Own, takeText<&Options::state>},
+    {"since", "DATE", QT_TR_NOOP("For list and export: accepted on that day or later."), OptionRow::Own,
         takeText<&Options::since>},
-    {"before", "DATE", "For anonymise: accepted before that day.", OptionRow::Own,
+    {"before", "DATE", QT_TR_NOOP("For anonymise: accepted before that day."), OptionRow::Own,
         takeText<&Options::before>},
-    {"document", "N", "For resolve: the number on the receipt.", OptionRow::Own,
+    {"document", "N", QT_TR_NOOP("For resolve: the number on the receipt."), OptionRow::Own,
         takeText<&Options::documentNumber>},
-    {"note", "TEXT", "For resolve and accept: what was seen.", OptionRow::Own, takeText<&Options::note>},
-    {"width", "44|48", "Characters on a line of the paper (44).", OptionRow::Own, takePaperWidth},
-    {"png", "OUT", "A picture, a pixel a dot, instead of text.", OptionRow::Own, takeFile<&Options::png>},
-    {"pdf", "OUT", "The same as PDF.", OptionRow::Own, takeFile<&Options::pdf>},
-    {"svg", "OUT", "The same as SVG.", OptionRow::Own, takeFile<&Options::svg>},
-    {"drop", "PATH", "A field that the protocol does not carry is left out; may be repeated.", OptionRow::Own,
-        appendText<&Options::drop>},
-    {"split", nullptr, "Two positions where a discount leaves no whole kopecks a piece.", OptionRow::Own,
-        switchOn<&Options::split>},
+    {"note", "TEXT", QT_TR_NOOP("For resolve and accept: what was seen."), OptionRow::Own,
+        takeText<&Options::note>},
+    {"width", "44|48", QT_TR_NOOP("Characters on a line of the paper (44)."), OptionRow::Own, takePaperWidth},
+    {"png", "OUT", QT_TR_NOOP("A picture, a pixel a dot, instead of text."), OptionRow::Own,
+        takeFile<&Options::png>},
+    {"pdf", "OUT", QT_TR_NOOP("The same as PDF."), OptionRow::Own, takeFile<&Options::pdf>},
+    {"svg", "OUT", QT_TR_NOOP("The same as SVG."), OptionRow::Own, takeFile<&Options::svg>},
+    {"drop", "PATH", QT_TR_NOOP("A field that the protocol does not carry is left out; may be repeated."),
+        OptionRow::Own, appendText<&Options::drop>},
+    {"split", nullptr, QT_TR_NOOP("Two positions where a discount leaves no whole kopecks a piece."),
+        OptionRow::Own, switchOn<&Options::split>},
     {"marks", "strict|warn|any",
-        "Marking codes that were not checked on line are errors too, or none is (warn).", OptionRow::Own,
-        takeMarkPolicy, "marks"},
-    {"force", nullptr, "Also what does harm: params set 31, time set far off; see the manual page.",
+        QT_TR_NOOP("Marking codes that were not checked on line are errors too, or none is (warn)."),
+        OptionRow::Own, takeMarkPolicy, "marks"},
+    {"force", nullptr,
+        QT_TR_NOOP("Also what does harm: params set 31, time set far off; see the manual page."),
         OptionRow::Own, switchOn<&Options::force>},
-    {"all", nullptr, "Every serial port is asked; bytes may do harm to what is no register.", OptionRow::Own,
-        switchOn<&Options::isAll>},
-    {"clear", nullptr, "Remove the picture.", OptionRow::Own, switchOn<&Options::clear>},
-    {"strict", nullptr, "Warnings are errors, and --marks strict.", OptionRow::Common,
+    {"all", nullptr, QT_TR_NOOP("Every serial port is asked; bytes may do harm to what is no register."),
+        OptionRow::Own, switchOn<&Options::isAll>},
+    {"clear", nullptr, QT_TR_NOOP("Remove the picture."), OptionRow::Own, switchOn<&Options::clear>},
+    {"strict", nullptr, QT_TR_NOOP("Warnings are errors, and --marks strict."), OptionRow::Common,
         switchOn<&Options::strict>, "strict"},
-    {"log-level", "LEVEL", "The driver's log on stderr: trace, debug, info, warn or error (none).",
+    {"log-level", "LEVEL",
+        QT_TR_NOOP("The driver's log on stderr: trace, debug, info, warn or error (none)."),
         OptionRow::Common, takeLogLevel},
-    {"trace", "FILE", "Add what goes over the line to FILE, a line a frame; - is standard error.",
+    {"trace", "FILE", QT_TR_NOOP("Add what goes over the line to FILE, a line a frame; - is standard error."),
         OptionRow::Line, takeFile<&Options::traceFile>},
-    {"trace-full", nullptr, "Names, addresses and passwords stand in the trace.", OptionRow::Line,
+    {"trace-full", nullptr, QT_TR_NOOP("Names, addresses and passwords stand in the trace."), OptionRow::Line,
         switchOn<&Options::isTraceFull>},
-    {"as", "register|host", "For replay: whose side is played.", OptionRow::Own,
+    {"as", "register|host", QT_TR_NOOP("For replay: whose side is played."), OptionRow::Own,
         takeText<&Options::replaySide>},
-    {"password", "TEXT", "For replay --as host: the register's password over HEX (QZXW).", OptionRow::Own,
-        takeText<&Options::password>},
-    {"json", nullptr, "Print one JSON object.", OptionRow::Common, switchOn<&Options::json>},
-    {"help", nullptr, "Show this help.", OptionRow::Common, switchOn<&Options::help>, nullptr, 'h'},
-    {"version", nullptr, "Show the version.", OptionRow::Common, switchOn<&Options::version>, nullptr, 'v'},
+    {"password", "TEXT", QT_TR_NOOP("For replay --as host: the register's password over HEX (QZXW)."),
+        OptionRow::Own, takeText<&Options::password>},
+    {"lang", "en|ru", QT_TR_NOOP("Language of the texts (that of LC_ALL, LC_MESSAGES or LANG)."),
+        OptionRow::Common, takeLanguage, "lang"},
+    {"json", nullptr, QT_TR_NOOP("Print one JSON object."), OptionRow::Common, switchOn<&Options::json>},
+    {"help", nullptr, QT_TR_NOOP("Show this help."), OptionRow::Common, switchOn<&Options::help>, nullptr,
+        'h'},
+    {"version", nullptr, QT_TR_NOOP("Show the version."), OptionRow::Common, switchOn<&Options::version>,
+        nullptr, 'v'},
 };
 
 template <typename Matches>

@@ -1,6 +1,7 @@
 #include "pagedrawer.h"
 
 #include "errors.h"
+#include "frctltr.h"
 #include "tape/pagejson.h"
 
 #include <QCoreApplication>
@@ -25,7 +26,7 @@ QString drawingProgram()
         if (QFileInfo(program).isExecutable())
             return program;
     }
-    throw HostError(QStringLiteral("the program that draws pictures, frspf-draw, is not installed"));
+    throw HostError(tr("the program that draws pictures, frspf-draw, is not installed"));
 }
 
 /// Throws HostError unless all went well.
@@ -34,10 +35,9 @@ void requireDrawn(const QProcess& process, const QString& format)
     if (process.error() != QProcess::UnknownError)
         throw HostError(QStringLiteral("%1: %2").arg(process.program(), process.errorString()));
     if (process.exitCode() == pageTooLong)
-        throw HostError(
-            QStringLiteral("the page is too long for a %1; --pdf and --svg take any").arg(format.toUpper()));
+        throw HostError(tr("the page is too long for a %1; --pdf and --svg take any").arg(format.toUpper()));
     if (process.exitCode() != 0)
-        throw HostError(QStringLiteral("%1: exit status %2").arg(process.program()).arg(process.exitCode()));
+        throw HostError(tr("%1: exit status %2").arg(process.program()).arg(process.exitCode()));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "abstractfrdriver.h"
 #include "abstractregisterparameters.h"
 #include "errors.h"
+#include "frctltr.h"
 #include "parametersearch.h"
 #include "parameterwriting.h"
 #include "progress.h"
@@ -96,7 +97,7 @@ Output tell(const Parameters& parameters)
 
 Parameters read(AbstractRegisterParameters& source, const QStringList& names)
 {
-    const Progress progress(QStringLiteral("reading the register's parameters"));
+    const Progress progress(tr("reading the register's parameters"));
     return source.readParameters(names);
 }
 
@@ -114,7 +115,7 @@ Parameters fitting(const Parameters& known, const QString& wanted)
     std::copy_if(known.cbegin(), known.cend(), std::back_inserter(found),
         [&wanted](const RegisterParameter& parameter) { return fits(parameter, wanted); });
     if (found.isEmpty())
-        throw Refusal(QStringLiteral("no parameter \"%1\"").arg(wanted));
+        throw Refusal(tr("no parameter \"%1\"").arg(wanted));
     return found;
 }
 
@@ -125,7 +126,7 @@ Parameters pick(const Parameters& read, const QStringList& names)
     for (const QString& name : names) {
         const RegisterParameter* const found = findParameter(read, name);
         if (found == nullptr)
-            throw Refusal(QStringLiteral("the register does not tell %1").arg(name));
+            throw Refusal(tr("the register does not tell %1").arg(name));
         picked.append(*found);
     }
     return picked;
@@ -150,7 +151,7 @@ QString nameByCaption(const Parameters& known, const QString& caption)
             return parameter.name;
     }
     if (found.size() > 1)
-        throw Refusal(QStringLiteral("\"%1\" names %2 parameters, %3 and %4 among them")
+        throw Refusal(tr("\"%1\" names %2 parameters, %3 and %4 among them")
                           .arg(caption)
                           .arg(found.size())
                           .arg(found.at(0).name, found.at(1).name));
@@ -169,11 +170,10 @@ FrParameter toBeWritten(const AbstractRegisterParameters& source, const Assignme
 void refuseLockOut(const Options& options, unsigned parameter)
 {
     if (options.isHex() && !options.force && parameter == linkPassword)
-        throw UsageError(
-            QStringLiteral("params set: %1 is the password of the link, and this driver knows only that of "
-                           "the factory: with another one it does not reach the register any more; --force "
-                           "writes it all the same")
-                .arg(parameter));
+        throw UsageError(tr("params set: %1 is the password of the link, and this driver knows only that of "
+                            "the factory: with another one it does not reach the register any more; --force "
+                            "writes it all the same")
+                             .arg(parameter));
 }
 
 /// Over HEX the register refuses what is too long for it, after it has written those before.
@@ -204,13 +204,13 @@ Output set(AbstractFrDriver& driver, AbstractRegisterParameters& source, const Q
     judgeLengths(options, source, changes);
     writeParameters(driver, source, changes, options.isHex());
     const auto count = static_cast<int>(changes.size());
-    return {{QStringLiteral("%1 parameters written").arg(count)}, {{QStringLiteral("written"), count}}};
+    return {{tr("%1 parameters written").arg(count)}, {{QStringLiteral("written"), count}}};
 }
 
 Output defaults(AbstractFrDriver& driver, const AbstractRegisterParameters& source, bool isHex)
 {
     writeDefaults(driver, source, isHex);
-    return {{QStringLiteral("defaults written")}, {{QStringLiteral("written"), true}}};
+    return {{tr("defaults written")}, {{QStringLiteral("written"), true}}};
 }
 
 Task onParameters(const std::function<Output(AbstractFrDriver&, AbstractRegisterParameters&)>& run)
@@ -229,11 +229,11 @@ QList<Assignment> assignmentsFrom(const QStringList& texts, const Options& optio
         const qsizetype sign = text.indexOf(QLatin1Char('='));
         Assignment assignment{text.left(sign).trimmed(), text.mid(sign + 1)};
         if (sign < 0 || assignment.name.isEmpty())
-            throw UsageError(QStringLiteral("params set: \"%1\" is not NAME=VALUE").arg(text));
+            throw UsageError(tr("params set: \"%1\" is not NAME=VALUE").arg(text));
         // Said before the register is reached: the driver would only say no afterwards.
         if (!options.isHex() && !path.match(assignment.name).hasMatch())
-            throw UsageError(QStringLiteral("params set: \"%1\" is not section.subsection.parameter")
-                                 .arg(assignment.name));
+            throw UsageError(
+                tr("params set: \"%1\" is not section.subsection.parameter").arg(assignment.name));
         refuseLockOut(options, assignment.name.section(QLatin1Char('.'), 0, 0).toUInt());
         assignment.value = values.line(assignment.name, assignment.value);
         assignments.append(assignment);
@@ -250,7 +250,7 @@ Task prepareParams(const Options& options)
     const QString what = options.arguments.constFirst();
     const QStringList rest = options.arguments.mid(1);
     if (options.force && what != QStringLiteral("set"))
-        throw UsageError(QStringLiteral("--force goes with params set"));
+        throw UsageError(tr("--force goes with params set"));
     if (what == QStringLiteral("list") && rest.isEmpty())
         return onParameters(
             [](AbstractFrDriver&, AbstractRegisterParameters& source) { return tell(read(source, {})); });
@@ -268,7 +268,7 @@ Task prepareParams(const Options& options)
                 return set(driver, source, assignments, options);
             });
     }
-    throw UsageError(QStringLiteral("params takes list, get NAME..., set NAME=VALUE... or defaults"));
+    throw UsageError(tr("params takes list, get NAME..., set NAME=VALUE... or defaults"));
 }
 
 } // namespace frctl

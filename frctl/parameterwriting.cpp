@@ -3,6 +3,7 @@
 #include "abstractfrdriver.h"
 #include "abstractregisterparameters.h"
 #include "errors.h"
+#include "frctltr.h"
 #include "parametersearch.h"
 
 namespace frctl {
@@ -28,7 +29,7 @@ QString nameOf(const FrParameter& parameter)
     const Parameters table = source.knownParameters();
     const RegisterParameter* const known = findParameter(table, name);
     const QString caption = known == nullptr ? QString() : QLatin1Char(' ') + known->caption;
-    throw Refusal(QStringLiteral("%1%2 was refused; those before it are written").arg(name, caption), {name});
+    throw Refusal(tr("%1%2 was refused; those before it are written").arg(name, caption), {name});
 }
 
 /// Each is a frame of its own anyway.
@@ -76,8 +77,8 @@ void writeTogether(
         return;
     const QStringList refused
         = changes.size() == 1 ? QStringList(changes.constFirst().name) : suspects(source, changes);
-    const QString names = refused.join(QStringLiteral(" or "));
-    throw Refusal(QStringLiteral("%1 was refused; nothing is written").arg(names), refused);
+    const QString names = refused.join(tr(" or "));
+    throw Refusal(tr("%1 was refused; nothing is written").arg(names), refused);
 }
 
 } // namespace
@@ -99,7 +100,7 @@ void writeDefaults(AbstractFrDriver& driver, const AbstractRegisterParameters& s
         return;
     const QString xmlDefault = QStringLiteral("MACRO.KKTCounters.GetCumulativeCounters");
     if (!isHex)
-        throw Refusal(QStringLiteral("%1 was refused; nothing is written").arg(xmlDefault), {xmlDefault});
+        throw Refusal(tr("%1 was refused; nothing is written").arg(xmlDefault), {xmlDefault});
     // Once more, one by one: the same values, but now the refused one is known.
     QList<FrParameter> defaults;
     for (const auto& [field, value] : hexDefaults)

@@ -1,6 +1,7 @@
 #include "previewcommand.h"
 
 #include "errors.h"
+#include "frctltr.h"
 #include "inputfile.h"
 #include "judgedreceipt.h"
 #include "outputfile.h"
@@ -33,7 +34,7 @@ const PictureFormat* formatOf(const Options& options)
     const auto isWanted
         = [&options](const PictureFormat& format) { return !(options.*format.file).isEmpty(); };
     if (std::count_if(std::begin(pictureFormats), std::end(pictureFormats), isWanted) > 1)
-        throw UsageError(QStringLiteral("preview makes one of --png, --pdf and --svg at a time"));
+        throw UsageError(tr("preview makes one of --png, --pdf and --svg at a time"));
     const auto* const format = std::find_if(std::begin(pictureFormats), std::end(pictureFormats), isWanted);
     return format == std::end(pictureFormats) ? nullptr : format;
 }
@@ -47,7 +48,7 @@ Output shown(const tape::Page& page)
 Output written(const tape::Page& page, const PictureFormat& format, const QString& fileName)
 {
     writeWholeFile(fileName, drawnPage(page, QString::fromLatin1(format.name)));
-    return {{QStringLiteral("receipt drawn: ") + fileName},
+    return {{tr("receipt drawn: ") + fileName},
         {{QStringLiteral("file"), fileName}, {QStringLiteral("format"), QLatin1String(format.name)}}};
 }
 
@@ -63,7 +64,7 @@ Task preparePreview(const Options& options)
     receipt.cashier = requiredCashier(options, judged);
     if (receipt.document.getPrintMode() == CheckPrintNone)
         options.warnings->add({{receipt::Finding::Warning, QStringLiteral("electronically"), {},
-            QStringLiteral("a register prints nothing of it; shown is what it would print")}});
+            tr("a register prints nothing of it; shown is what it would print")}});
     Task task;
     task.alone = [options, format, receipt] {
         const tape::Page page = PreviewRegister(options, options.paperWidth).issued(receipt);

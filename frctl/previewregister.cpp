@@ -5,6 +5,7 @@
 #include "driverplugin.h"
 #include "errors.h"
 #include "exceptions.h"
+#include "frctltr.h"
 #include "hex/protocol.h"
 #include "receiptissuer.h"
 #include "xml/protocol.h"
@@ -108,7 +109,7 @@ QString PreviewRegister::refusal(const QString& text)
     const QString reason = refused.isEmpty()
         ? QString()
         : QStringLiteral(" (%1)").arg(refused.constLast().reason.simplified());
-    return QStringLiteral("the register refuses it: ") + text + reason;
+    return tr("the register refuses it: ") + text + reason;
 }
 
 tape::Page PreviewRegister::printed()

@@ -2,6 +2,7 @@
 
 #include "abstractfrdriver.h"
 #include "errors.h"
+#include "frctltr.h"
 #include "inputfile.h"
 #include "textcheck.h"
 
@@ -17,7 +18,7 @@ QStringList fittingLines(const Options& options, qsizetype rows)
 {
     QStringList lines = readLines(options.arguments.constFirst());
     if (lines.size() > rows)
-        throw UsageError(QStringLiteral("%1: has %2 lines, the register takes %3")
+        throw UsageError(tr("%1: has %2 lines, the register takes %3")
                              .arg(options.arguments.constFirst())
                              .arg(lines.size())
                              .arg(rows));
@@ -34,15 +35,15 @@ Task programming(const QStringList& lines, bool (AbstractFrDriver::*write)(const
 {
     return onRegister([lines, write](AbstractFrDriver& driver) -> Output {
         if (!(driver.*write)(lines))
-            throw Refusal(QStringLiteral("the register refused the lines"));
-        return {{QStringLiteral("lines programmed")}, {{QStringLiteral("programmed"), true}}};
+            throw Refusal(tr("the register refused the lines"));
+        return {{tr("lines programmed")}, {{QStringLiteral("programmed"), true}}};
     });
 }
 
 Output clearLogo(AbstractFrDriver& driver)
 {
     driver.clearGraphicCliche();
-    return {{QStringLiteral("header picture removed")}, {{QStringLiteral("cleared"), true}}};
+    return {{tr("header picture removed")}, {{QStringLiteral("cleared"), true}}};
 }
 
 } // namespace
@@ -62,7 +63,7 @@ Task prepareTail(const Options& options)
 Task prepareLogo(const Options& options)
 {
     if (options.clear != options.arguments.isEmpty())
-        throw UsageError(QStringLiteral("logo takes a file or --clear"));
+        throw UsageError(tr("logo takes a file or --clear"));
     if (options.clear) {
         requireHex(options, QStringLiteral("logo --clear"));
         return onRegister(clearLogo);
@@ -72,8 +73,8 @@ Task prepareLogo(const Options& options)
     static_cast<void>(readFile(fileName));
     return onRegister([fileName](AbstractFrDriver& driver) -> Output {
         if (!driver.setGraphicCliche(fileName))
-            throw Refusal(QStringLiteral("%1 is no picture, or the register refused it").arg(fileName));
-        return {{QStringLiteral("header picture programmed")}, {{QStringLiteral("programmed"), true}}};
+            throw Refusal(tr("%1 is no picture, or the register refused it").arg(fileName));
+        return {{tr("header picture programmed")}, {{QStringLiteral("programmed"), true}}};
     });
 }
 

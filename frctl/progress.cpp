@@ -1,5 +1,7 @@
 #include "progress.h"
 
+#include "frctltr.h"
+
 #include <QElapsedTimer>
 #include <QList>
 
@@ -108,7 +110,9 @@ private:
         if (isRoomWanted || m_works.isEmpty() || m_works.last().since.elapsed() < m_works.last().patienceMs)
             return;
         const Work& work = m_works.last();
-        write(QStringLiteral("\r\033[K%1 ... %2 s").arg(work.text).arg(work.since.elapsed() / 1000).toUtf8());
+        write(QStringLiteral("\r\033[K")
+                  .append(tr("%1 ... %2 s").arg(work.text).arg(work.since.elapsed() / 1000))
+                  .toUtf8());
         m_isShown = true;
     }
 

@@ -2,6 +2,7 @@
 
 #include "documentoutput.h"
 #include "errors.h"
+#include "frctltr.h"
 #include "identifiedreceipt.h"
 #include "inputfile.h"
 #include "judgedreceipt.h"
@@ -46,8 +47,7 @@ void refuseOtherCommand(const Receipt& receipt, bool isReturn)
 {
     if (receipt.isReturn() != isReturn)
         throw ReceiptError(QStringLiteral("type"),
-            isReturn ? QStringLiteral("is no return; use the command sell")
-                     : QStringLiteral("is a return; use the command refund"));
+            isReturn ? tr("is no return; use the command sell") : tr("is a return; use the command refund"));
 }
 
 /// Those that are errors must be found before anything is sent; as warnings they come with the sale,
@@ -89,7 +89,7 @@ Output moveCash(sale::CashDesk& desk, const Options& options, bool isIn, qint64 
 {
     options.answer->total = sum;
     const sale::Verdict verdict = verdictOf(options, isIn ? desk.cashIn(sum) : desk.cashOut(sum));
-    const QString text = isIn ? QStringLiteral("cash in: %1") : QStringLiteral("cash out: %1");
+    const QString text = isIn ? tr("cash in: %1") : tr("cash out: %1");
     return {{text.arg(moneyText(sum))}, {}, ExitSuccess, verdict};
 }
 
@@ -104,14 +104,14 @@ qint64 sumOf(const Options& options)
     bool ok = false;
     const double value = text.toDouble(&ok);
     if (!ok || !std::isfinite(value))
-        refuse(QStringLiteral("is not a sum as 100.50"));
+        refuse(tr("is not a sum as 100.50"));
     if (value <= 0.0)
-        refuse(QStringLiteral("is not above zero; cash-in puts cash into the drawer, cash-out takes it out"));
+        refuse(tr("is not above zero; cash-in puts cash into the drawer, cash-out takes it out"));
     if (value >= tooMuch)
-        refuse(QStringLiteral("is more than a register takes"));
+        refuse(tr("is more than a register takes"));
     const std::optional<qint64> sum = receipt::fixedPoint(value, 2);
     if (!sum)
-        refuse(QStringLiteral("has parts of a kopeck"));
+        refuse(tr("has parts of a kopeck"));
     return *sum;
 }
 
@@ -124,7 +124,7 @@ Task prepareCash(const Options& options, bool isIn)
 
 Output printText(sale::CashDesk& desk, const Options& options, const QStringList& lines)
 {
-    return {{QStringLiteral("%1 lines printed").arg(lines.size())}, {}, ExitSuccess,
+    return {{tr("%1 lines printed").arg(lines.size())}, {}, ExitSuccess,
         verdictOf(options, desk.printText(lines))};
 }
 

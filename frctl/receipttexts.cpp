@@ -1,6 +1,7 @@
 #include "receipttexts.h"
 
 #include "errors.h"
+#include "frctltr.h"
 #include "inputfile.h"
 #include "textencoding.h"
 
@@ -47,7 +48,7 @@ QList<ReceiptText> receiptsOf(const QString& fileName, const QByteArray& bytes)
 {
     const QByteArray text = receipt::withoutByteOrderMark(bytes);
     if (text.trimmed().isEmpty())
-        return {{fileName, 0, {}, QStringLiteral("is empty")}};
+        return {{fileName, 0, {}, tr("is empty")}};
     if (isNamedForLines(fileName))
         return receiptLines(fileName, text);
     if (isJson(text))

@@ -7,6 +7,7 @@
 #include "deviceinfo.h"
 #include "drivechecks.h"
 #include "exceptions.h"
+#include "frctltr.h"
 #include "interruption.h"
 #include "mockfactory.h"
 #include "options.h"
@@ -31,7 +32,7 @@ constexpr qint64 farthestClockSeconds = 300;
 
 HealthCheck refused(const char* name, const BasicException& error)
 {
-    return wrong(name, error.tr().ru(), QStringLiteral("frctl status tells its state"));
+    return wrong(name, error.tr().ru(), tr("frctl status tells its state"));
 }
 
 /// What a register refuses to tell is ill by itself, and all else is told.
@@ -45,7 +46,7 @@ QList<HealthCheck> asked(const QList<const char*>& names, const Ask& ask)
     } catch (const FrCommandException& error) {
         QList<HealthCheck> checks{refused(names.constFirst(), error)};
         for (const char* const name : names.mid(1))
-            checks.append(untold(name, QStringLiteral("not asked")));
+            checks.append(untold(name, tr("not asked")));
         return checks;
     }
 }
@@ -55,34 +56,32 @@ HealthCheck checkClock(AbstractFrDriver& driver)
     const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     const QDateTime time = driver.getDateTime();
     const qint64 difference = now.secsTo(time);
-    const QString text
-        = QStringLiteral("%1, %2 s from this computer's").arg(time.toString(Qt::ISODate)).arg(difference);
+    const QString text = tr("%1, %2 s from this computer's").arg(time.toString(Qt::ISODate)).arg(difference);
     if (std::abs(difference) <= farthestClockSeconds)
         return well("clock", text);
-    return wrong(
-        "clock", text, QStringLiteral("see which one is right; frctl time set gives the register this one"));
+    return wrong("clock", text, tr("see which one is right; frctl time set gives the register this one"));
 }
 
 /// Only the HEX driver says it, in words.
 HealthCheck checkShiftAge(AbstractFrDriver& driver, const Options& options)
 {
     if (!sale::isShiftOpen(driver, options.line()))
-        return well("shift", QStringLiteral("closed"));
+        return well("shift", tr("closed", "shift"));
     if (!options.isHex())
-        return untold("shift", QStringLiteral("open; over XML it is not told for how long"));
+        return untold("shift", tr("open; over XML it is not told for how long"));
     const QString tooLong = QStringLiteral("смена больше 24 часов: да");
     for (const QString& line : driver.getDeviceStateDescription()) {
         if (line.contains(tooLong))
-            return wrong("shift", QStringLiteral("open for more than 24 hours: the register sells nothing"),
+            return wrong("shift", tr("open for more than 24 hours: the register sells nothing"),
                 QStringLiteral("frctl --cashier NAME z-report"));
     }
-    return well("shift", QStringLiteral("open for less than 24 hours"));
+    return well("shift", tr("open for less than 24 hours"));
 }
 
 HealthCheck identityOf(AbstractFrDriver& driver, const Options& options)
 {
     const DeviceInfo info = driver.getDeviceInfo();
-    const QString text = QStringLiteral("%1, serial number %2, over %3")
+    const QString text = tr("%1, serial number %2, over %3")
                              .arg(info.getModelName(), info.getNumber().trimmed(), options.protocol);
     return well("register", text);
 }
@@ -102,7 +101,7 @@ QList<HealthCheck> ask(devices::RegisterConnection& connection, const Options& o
     QList<HealthCheck> checks{identityOf(driver, options)};
     checks += asked({"clock"}, [&] { return QList{checkClock(driver)}; });
     checks += asked({"drive", "unsent"}, [&] { return checkDrive(driver, options); });
-    checks.append(untold("paper", QStringLiteral("neither protocol tells it")));
+    checks.append(untold("paper", tr("neither protocol tells it")));
     checks += asked({"shift"}, [&] { return QList{checkShiftAge(driver, options)}; });
     connection.leaveIdle();
     return checks;
@@ -121,17 +120,17 @@ HealthCheck unanswered(const Options& options, const QString& text)
     const QString other = options.isHex() ? QStringLiteral("XML") : QStringLiteral("HEX");
     const Probe found = probe(options, options.port, other);
     return wrong("register", text,
-        found.found ? QStringLiteral("it answers over %1: --protocol %1").arg(other) : likelyCause(found));
+        found.found ? tr("it answers over %1: --protocol %1").arg(other) : likelyCause(found));
 }
 
 QList<HealthCheck> failed(const HealthCheck& check)
 {
-    return withUntold({check}, QStringLiteral("not asked"));
+    return withUntold({check}, tr("not asked"));
 }
 
 QList<HealthCheck> askRegister(const Options& options)
 {
-    const Progress progress(QStringLiteral("asking the register"));
+    const Progress progress(tr("asking the register"));
     devices::ConnectionSettings settings = options.connection();
     settings.waitCallback = throwIfInterrupted;
     settings.budgetMs = examinationMs;
@@ -144,25 +143,23 @@ QList<HealthCheck> askRegister(const Options& options)
 QList<HealthCheck> registerChecks(const Options& options)
 {
     if (options.port.isEmpty())
-        return withUntold({untold("register", QStringLiteral("none named: --port, or --register"))},
-            QStringLiteral("not asked"));
+        return withUntold({untold("register", tr("none named: --port, or --register"))}, tr("not asked"));
     // It might be in the midst of a receipt, and what it is told would be half of an answer.
     if (const QList<devices::PortHolder> holders = devices::portHolders(options.port); !holders.isEmpty())
-        return failed(untold("register", QStringLiteral("not asked, %1 works it").arg(holdersText(holders))));
+        return failed(untold("register", tr("not asked, %1 works it").arg(holdersText(holders))));
     try {
         // A silent register need not be waited for as long as one that has answered.
         const Probe first = probe(options, options.port, options.protocol);
         if (!first.isAsked)
-            return failed(wrong("register", first.failure, QStringLiteral("see to its port first")));
+            return failed(wrong("register", first.failure, tr("see to its port first")));
         if (!first.found)
             return failed(unanswered(options, first.failure));
         return askRegister(options);
     } catch (const sale::WrongRegister& error) {
         return failed(wrong("register", QString::fromUtf8(error.what()),
-            QStringLiteral("see which cable is in which port; frctl detect tells who is where")));
+            tr("see which cable is in which port; frctl detect tells who is where")));
     } catch (const devices::ConnectionError& error) {
-        return failed(wrong(
-            "register", QString::fromUtf8(error.what()), QStringLiteral("see to plugin and port first")));
+        return failed(wrong("register", QString::fromUtf8(error.what()), tr("see to plugin and port first")));
     } catch (const BasicException& error) {
         return failed(refused("register", error));
     }

@@ -4,6 +4,7 @@
 #include "connectionerror.h"
 #include "deviceinfo.h"
 #include "exceptions.h"
+#include "frctltr.h"
 #include "interruption.h"
 #include "lineobserver.h"
 #include "options.h"
@@ -68,7 +69,7 @@ bool hasLineErrors(const Probe& probe)
 
 Probe probe(const Options& options, const QString& port, const QString& protocol)
 {
-    const Progress progress(QStringLiteral("%1: asking over %2").arg(port, protocol));
+    const Progress progress(tr("%1: asking over %2").arg(port, protocol));
     ByteCount bytes;
     devices::ConnectionSettings settings = options.connection();
     settings.port = port;
@@ -93,17 +94,16 @@ Probe probe(const Options& options, const QString& port, const QString& protocol
 QString likelyCause(const Probe& probe)
 {
     if (!probe.isAsked)
-        return QStringLiteral("frctl doctor tells who has the port, and whether this user may open it");
+        return tr("frctl doctor tells who has the port, and whether this user may open it");
     if (hasLineErrors(probe))
-        return QStringLiteral(
-            "bytes came with another speed or parity (%1 framing, %2 parity errors): set the "
-            "register to 115200 baud, 8 data bits, no parity")
+        return tr("bytes came with another speed or parity (%1 framing, %2 parity errors): set the "
+                  "register to 115200 baud, 8 data bits, no parity")
             .arg(probe.lineErrors->framing)
             .arg(probe.lineErrors->parity);
     if (probe.receivedBytes > 0)
-        return QStringLiteral("%1 bytes came that are no answer: the other protocol, or another device")
+        return tr("%1 bytes came that are no answer: the other protocol, or another device")
             .arg(probe.receivedBytes);
-    return QStringLiteral("silence: no power, the cable, the other protocol, or another device");
+    return tr("silence: no power, the cable, the other protocol, or another device");
 }
 
 } // namespace frctl

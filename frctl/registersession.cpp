@@ -3,6 +3,7 @@
 #include "abstractfrdriver.h"
 #include "abstractregisterparameters.h"
 #include "errors.h"
+#include "frctltr.h"
 #include "interruption.h"
 #include "journalerror.h"
 #include "messages.h"
@@ -19,13 +20,12 @@ namespace {
 void tellSilence(const Options& options)
 {
     const bool isTcp = devices::isTcpName(options.port);
-    complain(
-        QStringLiteral("no answer from %1 over %2 yet, still asking; likely causes: the register is set to "
-                       "the other protocol (--protocol %3), it has no power, %4")
-            .arg(options.port, options.protocol,
-                options.isHex() ? QStringLiteral("XML") : QStringLiteral("HEX"),
-                isTcp ? QStringLiteral("something else listens there")
-                      : QStringLiteral("the cable, another port, another speed in its settings")));
+    complain(tr("no answer from %1 over %2 yet, still asking; likely causes: the register is set to "
+                "the other protocol (--protocol %3), it has no power, %4")
+                 .arg(options.port, options.protocol,
+                     options.isHex() ? QStringLiteral("XML") : QStringLiteral("HEX"),
+                     isTcp ? tr("something else listens there")
+                           : tr("the cable, another port, another speed in its settings")));
 }
 
 devices::ConnectionSettings watchedConnection(const Options& options, LineTrace* trace)
@@ -40,7 +40,7 @@ devices::ConnectionSettings watchedConnection(const Options& options, LineTrace*
 const Options& withPort(const Options& options)
 {
     if (!devices::createSerialDevice(options.port))
-        throw UsageError(QStringLiteral("--port: \"%1\" names no port").arg(options.port));
+        throw UsageError(tr("--port: \"%1\" names no port").arg(options.port));
     return options;
 }
 
@@ -63,8 +63,7 @@ hw::AbstractRegisterParameters& RegisterSession::parameters()
 {
     auto* const parameters = qobject_cast<hw::AbstractRegisterParameters*>(&m_connection.deviceObject());
     if (parameters == nullptr)
-        throw HostError(
-            QStringLiteral("params: this plugin does not tell the register's parameters as data"));
+        throw HostError(tr("params: this plugin does not tell the register's parameters as data"));
     return *parameters;
 }
 
@@ -89,7 +88,7 @@ void RegisterSession::startWithoutDocument()
         m_settledSales = start(m_options.journal->exists() ? &m_options.journal->store() : nullptr);
     } catch (const sale::JournalError& error) {
         m_options.warnings->add({{receipt::Finding::Warning, {}, {},
-            QStringLiteral("sales of earlier runs are not settled: ") + QString::fromUtf8(error.what())}});
+            tr("sales of earlier runs are not settled: ") + QString::fromUtf8(error.what())}});
         start(nullptr);
     }
 }

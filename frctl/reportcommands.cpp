@@ -1,6 +1,7 @@
 #include "reportcommands.h"
 
 #include "errors.h"
+#include "frctltr.h"
 #include "witnesseddocument.h"
 
 namespace frctl {
@@ -9,36 +10,35 @@ namespace {
 
 Output printed(const QString& what, const sale::Verdict& verdict)
 {
-    return {{what + QStringLiteral(" printed")}, {}, ExitSuccess, verdict};
+    return {{what + tr(" printed")}, {}, ExitSuccess, verdict};
 }
 
 Output xReport(sale::CashDesk& desk, const Options& options)
 {
-    return printed(QStringLiteral("X report"), verdictOf(options, desk.xReport()));
+    return printed(tr("X report"), verdictOf(options, desk.xReport()));
 }
 
 Output zReport(sale::CashDesk& desk, const Options& options)
 {
     const sale::Verdict verdict = verdictOf(options, desk.closeShift());
     if (verdict.outcome == sale::Outcome::None)
-        return {{QStringLiteral("the shift was closed already")}, {}};
-    return {{QStringLiteral("shift closed")}, {}, ExitSuccess, verdict};
+        return {{tr("the shift was closed already")}, {}};
+    return {{tr("shift closed")}, {}, ExitSuccess, verdict};
 }
 
 Output accountingReport(sale::CashDesk& desk, const Options& options)
 {
-    return printed(
-        QStringLiteral("report on the state of settlements"), verdictOf(options, desk.accountingReport()));
+    return printed(tr("report on the state of settlements"), verdictOf(options, desk.accountingReport()));
 }
 
 Output printDocument(sale::CashDesk& desk, const Options& options, quint32 number)
 {
-    return printed(QStringLiteral("document %1").arg(number), verdictOf(options, desk.printCopy(number)));
+    return printed(tr("document %1").arg(number), verdictOf(options, desk.printCopy(number)));
 }
 
 Output printLast(sale::CashDesk& desk, const Options& options)
 {
-    return printed(QStringLiteral("last document"), verdictOf(options, desk.printLastCopy()));
+    return printed(tr("last document"), verdictOf(options, desk.printLastCopy()));
 }
 
 } // namespace
@@ -67,7 +67,7 @@ Task preparePrintDocument(const Options& options)
     bool ok = false;
     const quint32 number = text.toUInt(&ok);
     if (!ok || number == 0)
-        throw UsageError(QStringLiteral("print-document: \"%1\" is no document number").arg(text));
+        throw UsageError(tr("print-document: \"%1\" is no document number").arg(text));
     return onDesk([options, number](sale::CashDesk& desk) { return printDocument(desk, options, number); });
 }
 

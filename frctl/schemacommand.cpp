@@ -1,5 +1,6 @@
 #include "schemacommand.h"
 
+#include "frctltr.h"
 #include "options.h"
 #include "schemas.h"
 
@@ -21,7 +22,7 @@ Task prepareSchema(const Options& options)
 {
     const QString name = options.arguments.constFirst();
     if (!schemaNames().contains(name))
-        throw UsageError(QStringLiteral("schema: \"%1\" is no schema; there are %2")
+        throw UsageError(tr("schema: \"%1\" is no schema; there are %2")
                              .arg(name, schemaNames().join(QStringLiteral(", "))));
     Task task;
     task.alone = [name] { return printedSchema(name); };

@@ -1,6 +1,7 @@
 #include "servedport.h"
 
 #include "errors.h"
+#include "frctltr.h"
 #include "portname.h"
 
 #include <QFile>
@@ -26,7 +27,7 @@ namespace {
 
 HostError cannotServe(const QString& name, const QString& reason)
 {
-    return HostError(QStringLiteral("port %1 cannot be served: %2").arg(name, reason), sale::ErrorKind::Line);
+    return HostError(tr("port %1 cannot be served: %2").arg(name, reason), sale::ErrorKind::Line);
 }
 
 /// The link of a pseudo terminal; it goes away with the port.
@@ -106,9 +107,9 @@ void ServedPty::makeLink()
     if (isDeadLink)
         QFile::remove(m_link);
     if ((old.isSymLink() || old.exists()) && !isDeadLink)
-        throw cannotServe(m_link, QStringLiteral("it is there already"));
+        throw cannotServe(m_link, tr("it is there already"));
     if (!QFile::link(m_slaveName, m_link))
-        throw cannotServe(m_link, QStringLiteral("the link cannot be made"));
+        throw cannotServe(m_link, tr("the link cannot be made"));
 }
 
 QByteArray ServedPty::read(int milliseconds)
@@ -202,7 +203,7 @@ std::unique_ptr<ServedPort> servePort(const QString& name)
         return std::make_unique<ServedPty>(name);
     const std::optional<devices::TcpAddress> address = devices::tcpAddressOf(name);
     if (!address)
-        throw UsageError(QStringLiteral("trace replay: \"%1\" names no port").arg(name));
+        throw UsageError(tr("trace replay: \"%1\" names no port").arg(name));
     return std::make_unique<ServedTcp>(name, *address);
 }
 

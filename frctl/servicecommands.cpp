@@ -4,6 +4,7 @@
 #include "currenttime.h"
 #include "errors.h"
 #include "exceptions.h"
+#include "frctltr.h"
 #include "markingcode.h"
 #include "markjudgement.h"
 #include "marksyntax.h"
@@ -42,11 +43,14 @@ QJsonValue drawerOpen(AbstractFrDriver& driver)
     }
 }
 
-QString shownState(const QJsonValue& isOpen)
+QString shownShift(bool isOpen)
 {
-    if (isOpen.isNull())
-        return QStringLiteral("-");
-    return isOpen.toBool() ? QStringLiteral("open") : QStringLiteral("closed");
+    return isOpen ? tr("open", "shift") : tr("closed", "shift");
+}
+
+QString shownDrawer(bool isOpen)
+{
+    return isOpen ? tr("open", "drawer") : tr("closed", "drawer");
 }
 
 Output status(AbstractFrDriver& driver, const Options& options)
@@ -68,11 +72,10 @@ Output status(AbstractFrDriver& driver, const Options& options)
             {QStringLiteral("paper"), QJsonValue()}, {QStringLiteral("coverOpen"), QJsonValue()},
             {QStringLiteral("drawerOpen"), drawer},
             {QStringLiteral("description"), QJsonArray::fromStringList(description)}};
-    output.lines = {QStringLiteral("model: %1").arg(info.getModelName()),
-        QStringLiteral("serial number: %1").arg(info.getNumber()),
-        QStringLiteral("firmware: %1").arg(info.getFirmwareVersion()), QStringLiteral("time: %1").arg(time),
-        QStringLiteral("shift: %1").arg(shownState(shiftOpen)), QStringLiteral("paper: -"),
-        QStringLiteral("cover: -"), QStringLiteral("drawer: %1").arg(shownState(drawer))};
+    output.lines = {tr("model: %1").arg(info.getModelName()), tr("serial number: %1").arg(info.getNumber()),
+        tr("firmware: %1").arg(info.getFirmwareVersion()), tr("time: %1").arg(time),
+        tr("shift: %1").arg(shownShift(shiftOpen)), tr("paper: -"), tr("cover: -"),
+        tr("drawer: %1").arg(drawer.isNull() ? QStringLiteral("-") : shownDrawer(drawer.toBool()))};
     output.lines += description;
     return output;
 }
@@ -81,26 +84,26 @@ Output openShift(sale::CashDesk& desk, const Options& options)
 {
     const sale::Verdict verdict = verdictOf(options, desk.openShift());
     if (verdict.outcome == sale::Outcome::None)
-        return {{QStringLiteral("the shift was open already")}, {}};
-    return {{QStringLiteral("shift opened")}, {}, ExitSuccess, verdict};
+        return {{tr("the shift was open already")}, {}};
+    return {{tr("shift opened")}, {}, ExitSuccess, verdict};
 }
 
 Output cancel(AbstractFrDriver& driver)
 {
     driver.checkCancel();
-    return {{QStringLiteral("document cancelled")}, {{QStringLiteral("cancelled"), true}}};
+    return {{tr("document cancelled")}, {{QStringLiteral("cancelled"), true}}};
 }
 
 Output openDrawer(AbstractFrDriver& driver)
 {
     driver.drawerOpen();
-    return {{QStringLiteral("drawer opened")}, {{QStringLiteral("opened"), true}}};
+    return {{tr("drawer opened")}, {{QStringLiteral("opened"), true}}};
 }
 
 Output drawerState(AbstractFrDriver& driver)
 {
     const bool open = driver.isCashDrawerOpened();
-    return {{open ? QStringLiteral("open") : QStringLiteral("closed")}, {{QStringLiteral("open"), open}}};
+    return {{shownDrawer(open)}, {{QStringLiteral("open"), open}}};
 }
 
 Output getTime(AbstractFrDriver& driver)
@@ -115,8 +118,7 @@ void requireBehindLastDocument(AbstractFrDriver& driver, const QDateTime& time)
     const QDateTime last = driver.getFnInfo().fnStatus.lastFdDateTime;
     if (last.isValid() && time < last)
         throw Refusal(sale::ErrorKind::Clock,
-            QStringLiteral(
-                "time set: %1 is before the fiscal drive's last document, %2; --force sets it all the same")
+            tr("time set: %1 is before the fiscal drive's last document, %2; --force sets it all the same")
                 .arg(time.toString(Qt::ISODate), last.toString(Qt::ISODate)));
 }
 
@@ -124,8 +126,8 @@ void requireNearComputer(const QDateTime& time, const QDateTime& now)
 {
     constexpr qint64 farthestSeconds = 300;
     if (std::abs(now.secsTo(time)) > farthestSeconds)
-        throw UsageError(QStringLiteral("time set: %1 is more than 5 minutes from this computer's clock, %2; "
-                                        "--force sets it all the same")
+        throw UsageError(tr("time set: %1 is more than 5 minutes from this computer's clock, %2; "
+                            "--force sets it all the same")
                              .arg(time.toString(Qt::ISODate), now.toString(Qt::ISODate)));
 }
 
@@ -134,7 +136,7 @@ Output setTime(AbstractFrDriver& driver, const QDateTime& time, bool force)
     if (!force)
         requireBehindLastDocument(driver, time);
     if (!driver.setDateTime(time))
-        throw Refusal(QStringLiteral("the register does not take the time now"));
+        throw Refusal(tr("the register does not take the time now"));
     const QString text = time.toString(Qt::ISODate);
     return {{text}, {{QStringLiteral("dateTime"), text}}};
 }
@@ -144,8 +146,7 @@ Output checkMark(AbstractFrDriver& driver, const MarkedPosition& position)
     const int verdict = driver.checkMarkingCode(position, true);
     driver.clearMarkingCodes();
     const QStringList bits = sale::judgeMark(verdict).bits;
-    return {
-        {QStringLiteral("result of the check (tag 2106): %1").arg(verdict), bits.join(QStringLiteral("; "))},
+    return {{tr("result of the check (tag 2106): %1").arg(verdict), bits.join(QStringLiteral("; "))},
         {{QStringLiteral("result"), verdict}, {QStringLiteral("bits"), QJsonArray::fromStringList(bits)}}};
 }
 
@@ -166,7 +167,7 @@ Task prepareTimeSet(const Options& options)
     const QString given = options.arguments.value(1);
     const QDateTime time = given.isEmpty() ? now : QDateTime::fromString(given, Qt::ISODate);
     if (!time.isValid())
-        throw UsageError(QStringLiteral("time: \"%1\" is not a time as 2024-12-31T23:59:59").arg(given));
+        throw UsageError(tr("time: \"%1\" is not a time as 2024-12-31T23:59:59").arg(given));
     if (!options.force)
         requireNearComputer(time, now);
     return onRegister(
@@ -202,7 +203,7 @@ Task prepareDrawer(const Options& options)
         return onRegister(openDrawer);
     if (what == QStringLiteral("state"))
         return onRegister(drawerState);
-    throw UsageError(QStringLiteral("drawer: \"%1\" is neither open nor state").arg(what));
+    throw UsageError(tr("drawer: \"%1\" is neither open nor state").arg(what));
 }
 
 Task prepareTime(const Options& options)
@@ -211,9 +212,9 @@ Task prepareTime(const Options& options)
     if (what == QStringLiteral("set"))
         return prepareTimeSet(options);
     if (what != QStringLiteral("get") || options.arguments.size() != 1)
-        throw UsageError(QStringLiteral("time takes get, set or set TIME"));
+        throw UsageError(tr("time takes get, set or set TIME"));
     if (options.force)
-        throw UsageError(QStringLiteral("--force goes with time set"));
+        throw UsageError(tr("--force goes with time set"));
     return onRegister(getTime);
 }
 
@@ -222,7 +223,7 @@ Task prepareMark(const Options& options)
     MarkedPosition position;
     position.markingCode = receipt::markFromText(options.arguments.constFirst());
     if (position.markingCode.isEmpty())
-        throw UsageError(QStringLiteral("mark: the code is empty"));
+        throw UsageError(tr("mark: the code is empty"));
     judgeForm(options, position.markingCode);
     return onRegister([position](AbstractFrDriver& driver) { return checkMark(driver, position); });
 }

@@ -1,5 +1,7 @@
 #include "suggestion.h"
 
+#include "frctltr.h"
+
 #include <algorithm>
 #include <numeric>
 #include <utility>
@@ -43,7 +45,7 @@ QString suggestion(const QString& misspelt, const QStringList& known, const QStr
             closest = name;
         }
     }
-    return closest.isEmpty() ? QString() : QStringLiteral("; did you mean %1%2?").arg(prefix, closest);
+    return closest.isEmpty() ? QString() : tr("; did you mean %1%2?").arg(prefix, closest);
 }
 
 } // namespace frctl

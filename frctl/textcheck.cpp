@@ -1,6 +1,7 @@
 #include "textcheck.h"
 
 #include "errors.h"
+#include "frctltr.h"
 #include "plaintext.h"
 #include "printertext.h"
 
@@ -48,10 +49,9 @@ void TextCheck::keptText(
     const int longest = greatest.value_or(printedLine);
     if (text.size() <= longest)
         return;
-    const QString whose
-        = greatest ? QStringLiteral("the register takes %1") : QStringLiteral("a printed line has %1");
-    const QString reason = QStringLiteral("has %1 characters, ").arg(text.size()) + whose.arg(longest);
-    m_findings.append({Finding::Warning, path, shown, reason + QStringLiteral("; is sent as it stands")});
+    const QString whose = greatest ? tr("the register takes %1") : tr("a printed line has %1");
+    const QString reason = tr("has %1 characters, ").arg(text.size()) + whose.arg(longest);
+    m_findings.append({Finding::Warning, path, shown, reason + tr("; is sent as it stands")});
 }
 
 QStringList TextCheck::lines(const QString& fileName, const QStringList& lines)

@@ -1,6 +1,7 @@
 #include "tracecommands.h"
 
 #include "errors.h"
+#include "frctltr.h"
 #include "inputfile.h"
 #include "outputfile.h"
 #include "trace/comparison.h"
@@ -24,7 +25,7 @@ trace::Trace traceOf(const QString& fileName, const Options& options)
         trace::Trace trace = trace::readTrace(readFile(fileName));
         if (trace.isCut)
             options.warnings->add({{receipt::Finding::Warning, fileName, {},
-                QStringLiteral("a line broke off, as when the program was killed; it is left out")}});
+                tr("a line broke off, as when the program was killed; it is left out")}});
         return trace;
     } catch (const trace::TraceError& error) {
         throw UsageError(QStringLiteral("%1: %2").arg(fileName, QString::fromUtf8(error.what())));
@@ -37,7 +38,7 @@ Output compare(const trace::Trace& first, const trace::Trace& second)
     Output output;
     output.lines = differences;
     if (differences.isEmpty())
-        output.lines.append(QStringLiteral("the same"));
+        output.lines.append(tr("the same"));
     output.json = {{QStringLiteral("differences"), QJsonArray::fromStringList(differences)}};
     output.status = differences.isEmpty() ? ExitSuccess : ExitFailure;
     return output;
@@ -46,7 +47,7 @@ Output compare(const trace::Trace& first, const trace::Trace& second)
 Output writeCapture(const trace::Trace& trace, const QString& fileName)
 {
     writeWholeFile(fileName, trace::pcapng(trace));
-    return {{QStringLiteral("%1 frames written: %2").arg(trace.frames.size()).arg(fileName)},
+    return {{tr("%1 frames written: %2").arg(trace.frames.size()).arg(fileName)},
         {{QStringLiteral("file"), fileName}, {QStringLiteral("packets"), trace.frames.size()}}};
 }
 
@@ -86,7 +87,7 @@ Task prepareReplay(const Options& options)
         return alone([trace, port] { return playRegister(trace, port); });
     if (options.replaySide == QStringLiteral("host"))
         return alone([trace, port, options] { return playHost(trace, port, options); });
-    throw UsageError(QStringLiteral("trace replay: --as is register or host"));
+    throw UsageError(tr("trace replay: --as is register or host"));
 }
 
 Task preparePcapng(const Options& options)
@@ -132,8 +133,7 @@ Task prepareTrace(const Options& options)
             throw UsageError(QStringLiteral("trace %1 %2").arg(what, QLatin1String(action.usage)).trimmed());
         return action.prepare(options);
     }
-    throw UsageError(
-        QStringLiteral("trace: \"%1\" is none of %2").arg(what, known.join(QStringLiteral(", "))));
+    throw UsageError(tr("trace: \"%1\" is none of %2").arg(what, known.join(QStringLiteral(", "))));
 }
 
 } // namespace frctl

@@ -1,6 +1,7 @@
 #include "tracereplay.h"
 
 #include "errors.h"
+#include "frctltr.h"
 #include "interruption.h"
 #include "messages.h"
 #include "portlock.h"
@@ -79,15 +80,15 @@ void lockPort(devices::PortLock& lock, const QString& name)
     if (lock.take(name))
         return;
     if (!lock.errorString().isEmpty())
-        throw HostError(QStringLiteral("port %1 cannot be locked: %2").arg(name, lock.errorString()),
-            sale::ErrorKind::Line);
-    throw HostError(QStringLiteral("port %1 is busy").arg(name), sale::ErrorKind::Busy);
+        throw HostError(
+            tr("port %1 cannot be locked: %2").arg(name, lock.errorString()), sale::ErrorKind::Line);
+    throw HostError(tr("port %1 is busy").arg(name), sale::ErrorKind::Busy);
 }
 
 Output hostReport(const trace::HostPlayer& player, qsizetype played)
 {
     Output output;
-    output.lines.append(QStringLiteral("%1 of %2 requests answered").arg(played).arg(player.count()));
+    output.lines.append(tr("%1 of %2 requests answered").arg(played).arg(player.count()));
     output.json = {{QStringLiteral("played"), played}, {QStringLiteral("requests"), player.count()}};
     addLines(output, "differences", {}, player.differences());
     return output;
@@ -100,7 +101,7 @@ Output playRegister(const trace::Trace& trace, const QString& name)
     const std::unique_ptr<ServedPort> port = servePort(name);
     trace::RegisterPlayer player(trace);
     catchInterruptions();
-    complain(QStringLiteral("ready on ") + name);
+    complain(tr("ready on ") + name);
     while (!wasInterrupted() && !(player.isDone() && port->isLeft())) {
         for (const trace::RegisterPlayer::Answer& answer : player.receive(port->read(sliceMs))) {
             QThread::usleep(
@@ -109,11 +110,11 @@ Output playRegister(const trace::Trace& trace, const QString& name)
         }
     }
     Output output;
-    output.lines.append(QStringLiteral("%1 requests answered").arg(player.playedCount()));
+    output.lines.append(tr("%1 requests answered").arg(player.playedCount()));
     output.json = {{QStringLiteral("played"), player.playedCount()}};
-    addLines(output, "refused", QStringLiteral("refused: "), player.complaints());
+    addLines(output, "refused", tr("refused: "), player.complaints());
     const QStringList missing = player.isDone() ? QStringList() : player.missing();
-    addLines(output, "missing", QStringLiteral("did not come: "), missing);
+    addLines(output, "missing", tr("did not come: "), missing);
     return output;
 }
 
@@ -123,19 +124,18 @@ Output playHost(const trace::Trace& trace, const QString& name, const Options& o
     devices::PortLock lock;
     const std::unique_ptr<devices::StreamDevice> line = devices::createSerialDevice(name);
     if (!line)
-        throw UsageError(QStringLiteral("trace replay: \"%1\" names no port").arg(name));
+        throw UsageError(tr("trace replay: \"%1\" names no port").arg(name));
     lockPort(lock, name);
     if (!line->open())
-        throw HostError(QStringLiteral("port %1 cannot be opened: %2").arg(name, line->errorString()),
-            sale::ErrorKind::Line);
+        throw HostError(
+            tr("port %1 cannot be opened: %2").arg(name, line->errorString()), sale::ErrorKind::Line);
     trace::HostPlayer player(trace, options.password.toLatin1());
     setUp(*line, !player.isOver() && player.isHex());
     catchInterruptions();
     qsizetype played = 0;
     while (!player.isOver()) {
         if (line->write(player.nextRequest()) < 0)
-            throw HostError(
-                QStringLiteral("port %1: %2").arg(name, line->errorString()), sale::ErrorKind::Line);
+            throw HostError(tr("port %1: %2").arg(name, line->errorString()), sale::ErrorKind::Line);
         if (waitForAnswer(*line, player))
             ++played;
         else

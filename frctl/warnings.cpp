@@ -1,6 +1,7 @@
 #include "warnings.h"
 
 #include "findingoutput.h"
+#include "frctltr.h"
 #include "messages.h"
 
 namespace frctl {
@@ -8,7 +9,7 @@ namespace frctl {
 void Warnings::add(const QList<receipt::Finding>& findings)
 {
     for (const receipt::Finding& finding : findings)
-        complain(QStringLiteral("warning: ") + finding.text());
+        complain(tr("warning: ") + finding.text());
     m_findings += findings;
 }
 

@@ -1,6 +1,7 @@
 #include "witnesseddocument.h"
 
 #include "errors.h"
+#include "frctltr.h"
 
 namespace frctl {
 
@@ -10,7 +11,7 @@ sale::Verdict verdictOf(const Options& options, const sale::DocumentResult& resu
     if (result.failure)
         throwFailure(*result.failure, result.verdict);
     if (!result.isDone())
-        throw RegisterError(QStringLiteral("the register was silent, and the request was sent again"),
+        throw RegisterError(tr("the register was silent, and the request was sent again"),
             QStringLiteral("Refusal"), sale::ErrorKind::Line, result.verdict);
     return result.verdict;
 }

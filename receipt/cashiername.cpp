@@ -1,6 +1,7 @@
 #include "cashiername.h"
 
 #include "printertext.h"
+#include "receipttr.h"
 
 namespace receipt {
 
@@ -9,8 +10,8 @@ std::optional<QString> shiftCashierWarning(const QString& name, Protocol protoco
     const PrinterText sent = cutText(name, longestLoginName);
     if (protocol != Protocol::Hex || sent.isWhole())
         return std::nullopt;
-    return QStringLiteral("is whole in the receipt, but is cut to %1 characters over HEX in a shift that the "
-                          "receipt opens; is sent there as \"%2\"")
+    return tr("is whole in the receipt, but is cut to %1 characters over HEX in a shift that the "
+              "receipt opens; is sent there as \"%2\"")
         .arg(longestLoginName)
         .arg(sent.text);
 }

@@ -3,6 +3,7 @@
 #include "fieldtable.h"
 #include "printertext.h"
 #include "receiptcheck.h"
+#include "receipttr.h"
 
 #include <QJsonArray>
 #include <QSet>
@@ -36,7 +37,7 @@ public:
     FieldSieve(const CheckOptions& options, QList<Finding>& findings)
         : m_options(options)
         , m_findings(findings)
-        , m_over(QStringLiteral("over ") + protocolName(options.protocol))
+        , m_over(tr("over ") + protocolName(options.protocol))
     {
     }
 
@@ -59,9 +60,8 @@ public:
             if (m_dropped.contains(path))
                 continue;
             const QString reason = m_carried.contains(path)
-                ? QStringLiteral("is carried %1 and cannot be dropped").arg(m_over)
-                : QStringLiteral(
-                    "cannot be dropped: no field of this receipt that is not carried %1 has this path")
+                ? tr("is carried %1 and cannot be dropped").arg(m_over)
+                : tr("cannot be dropped: no field of this receipt that is not carried %1 has this path")
                       .arg(m_over);
             m_findings.append({Finding::Error, path, {}, reason});
         }
@@ -91,8 +91,7 @@ private:
             return withoutCarriage(path, value, QLatin1String(rule.path));
         if (isBesideWide(carriage, value, owner))
             m_findings.append({Finding::Warning, path, {},
-                QStringLiteral("is not printed %1 together with doubleWidth: the line is wide alone")
-                    .arg(m_over)});
+                tr("is not printed %1 together with doubleWidth: the line is wide alone").arg(m_over)});
         m_carried.insert(path);
         m_carried.insert(QLatin1String(rule.path));
         if (value.isString())
@@ -119,13 +118,12 @@ private:
         if (m_options.drop.contains(path) || m_options.drop.contains(rulePath)) {
             m_dropped.insert(path);
             m_dropped.insert(rulePath);
-            m_findings.append({Finding::Warning, path, given,
-                QStringLiteral("is dropped, since it is not carried ") + m_over});
+            m_findings.append(
+                {Finding::Warning, path, given, tr("is dropped, since it is not carried ") + m_over});
             return QJsonValue::Undefined;
         }
         m_findings.append({Finding::Error, path, given,
-            QStringLiteral("is not carried %1; it must be dropped to issue the receipt without it")
-                .arg(m_over)});
+            tr("is not carried %1; it must be dropped to issue the receipt without it").arg(m_over)});
         return value;
     }
 
@@ -149,7 +147,7 @@ private:
         const QString missing = missingCharacters(given);
         if (!missing.isEmpty())
             m_findings.append({Finding::Error, path, given,
-                QStringLiteral("cannot be printed %1: it may not have \"%2\"").arg(m_over, missing)});
+                tr("cannot be printed %1: it may not have \"%2\"").arg(m_over, missing)});
     }
 
     const CheckOptions& m_options;

@@ -1,5 +1,7 @@
 #include "fieldtable.h"
 
+#include "receipttr.h"
+
 #include <QHash>
 
 #include <barcode.h>
@@ -110,11 +112,11 @@ QString FieldCarriage::text() const
 {
     switch (form) {
     case NotCarried:
-        return QStringLiteral("no");
+        return tr("no");
     case Value:
-        return obstacle == QrCode     ? QStringLiteral("yes, not of a QR code")
-            : obstacle == DoubleWidth ? QStringLiteral("yes, not with doubleWidth")
-                                      : QStringLiteral("yes");
+        return obstacle == QrCode     ? tr("yes, not of a QR code")
+            : obstacle == DoubleWidth ? tr("yes, not with doubleWidth")
+                                      : tr("yes");
     case Cp866:
     case ExactCp866:
         return QStringLiteral("CP866, %1").arg(limit);

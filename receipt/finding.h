@@ -22,9 +22,13 @@ struct Finding
     QString given;
     /// What is allowed, or what is printed or sent instead.
     QString reason;
+    /// The reason in English, where a journal keeps the finding; empty where none does.
+    QString keptReason = {};
 
     /// For people, whose terminal gets no control characters: items[2].price: "abc" must be a number
     QString text() const;
+    /// The same in English, for a journal.
+    QString keptText() const;
 };
 
 } // namespace receipt

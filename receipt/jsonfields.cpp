@@ -1,6 +1,7 @@
 #include "jsonfields.h"
 
 #include "money.h"
+#include "receipttr.h"
 
 #include <QRegularExpression>
 #include <QStringList>
@@ -16,15 +17,15 @@ QString kindOf(QJsonValue::Type type)
 {
     switch (type) {
     case QJsonValue::Bool:
-        return QStringLiteral("true or false");
+        return tr("true or false");
     case QJsonValue::Double:
-        return QStringLiteral("a number");
+        return tr("a number");
     case QJsonValue::String:
-        return QStringLiteral("a text");
+        return tr("a text");
     case QJsonValue::Array:
-        return QStringLiteral("an array");
+        return tr("an array");
     case QJsonValue::Object:
-        return QStringLiteral("an object");
+        return tr("an object");
     default:
         return QStringLiteral("null");
     }
@@ -83,8 +84,7 @@ std::optional<QJsonValue> JsonFields::require(const QString& name, QJsonValue::T
     if (value.type() == type)
         return value;
     fail(name,
-        value.isUndefined() ? QStringLiteral("is missing")
-                            : QStringLiteral("must be %1, not %2").arg(kind, kindOf(value.type())));
+        value.isUndefined() ? tr("is missing") : tr("must be %1, not %2").arg(kind, kindOf(value.type())));
     return std::nullopt;
 }
 
@@ -92,21 +92,20 @@ QJsonArray JsonFields::array(const QString& name, const QString& kind)
 {
     const std::optional<QJsonValue> value = require(name, QJsonValue::Array, kind);
     if (value && value->toArray().isEmpty())
-        fail(name, QStringLiteral("must not be empty"));
+        fail(name, tr("must not be empty"));
     return value.value_or(QJsonValue()).toArray();
 }
 
 QString JsonFields::text(const QString& name, int maxLength, TextKind kind)
 {
-    const std::optional<QJsonValue> given = require(name, QJsonValue::String, QStringLiteral("a text"));
+    const std::optional<QJsonValue> given = require(name, QJsonValue::String, tr("a text"));
     if (!given)
         return {};
     const QString value = given->toString();
     if (value.trimmed().isEmpty())
-        fail(name, QStringLiteral("must not be empty"));
+        fail(name, tr("must not be empty"));
     else if (value.size() > maxLength)
-        fail(
-            name, QStringLiteral("must have at most %1 characters, not %2").arg(maxLength).arg(value.size()));
+        fail(name, tr("must have at most %1 characters, not %2").arg(maxLength).arg(value.size()));
     else if (const auto fault = textFault(value, kind))
         fail(name, *fault);
     else
@@ -123,19 +122,19 @@ bool JsonFields::flag(const QString& name, bool otherwise)
 {
     if (!has(name))
         return otherwise;
-    const auto value = require(name, QJsonValue::Bool, QStringLiteral("true or false"));
+    const auto value = require(name, QJsonValue::Bool, tr("true or false"));
     return value ? value->toBool() : otherwise;
 }
 
 int JsonFields::integer(const QString& name, int least, int most)
 {
-    const std::optional<QJsonValue> given = require(name, QJsonValue::Double, QStringLiteral("a number"));
+    const std::optional<QJsonValue> given = require(name, QJsonValue::Double, tr("a number"));
     if (!given)
         return noChoice;
     const double value = given->toDouble();
     if (value >= least && value <= most && fixedPoint(value, 0))
         return static_cast<int>(*fixedPoint(value, 0));
-    fail(name, QStringLiteral("must be a whole number from %1 to %2").arg(least).arg(most));
+    fail(name, tr("must be a whole number from %1 to %2").arg(least).arg(most));
     return noChoice;
 }
 
@@ -145,24 +144,24 @@ std::optional<QString> JsonFields::optionalInn(const QString& name)
     const std::optional<QString> value = optionalText(name);
     if (!value || value->isEmpty() || pattern.match(*value).hasMatch())
         return value;
-    fail(name, QStringLiteral("must have 10 or 12 digits"));
+    fail(name, tr("must have 10 or 12 digits"));
     return QString();
 }
 
 qint64 JsonFields::fixed(
     const QString& name, int decimals, double largest, qint64 least, const QString& tooSmall)
 {
-    const std::optional<QJsonValue> given = require(name, QJsonValue::Double, QStringLiteral("a number"));
+    const std::optional<QJsonValue> given = require(name, QJsonValue::Double, tr("a number"));
     if (!given)
         return 0;
     const double value = given->toDouble();
     const std::optional<qint64> fixedValue = fixedPoint(value, decimals);
     if (value > largest)
-        fail(name, QStringLiteral("is too large"));
+        fail(name, tr("is too large"));
     else if (value < 0 || fixedValue.value_or(least) < least)
         fail(name, tooSmall);
     else if (!fixedValue)
-        fail(name, QStringLiteral("must have at most %1 decimals").arg(decimals));
+        fail(name, tr("must have at most %1 decimals").arg(decimals));
     else
         return *fixedValue;
     return 0;
@@ -170,12 +169,12 @@ qint64 JsonFields::fixed(
 
 qint64 JsonFields::kopecks(const QString& name)
 {
-    return fixed(name, 2, largestSum, 0, QStringLiteral("must not be negative"));
+    return fixed(name, 2, largestSum, 0, tr("must not be negative"));
 }
 
 qint64 JsonFields::thousandths(const QString& name)
 {
-    return fixed(name, 3, largestQuantity, 1, QStringLiteral("must be above zero"));
+    return fixed(name, 3, largestQuantity, 1, tr("must be above zero"));
 }
 
 int JsonFields::word(const QString& name, std::span<const NamedValue> values)
@@ -187,7 +186,7 @@ int JsonFields::word(const QString& name, std::span<const NamedValue> values)
     }
     // What is no text was complained of.
     if (!wanted.isEmpty())
-        fail(name, QStringLiteral("is none of ") + allowedNames(values, false));
+        fail(name, tr("is none of ") + allowedNames(values, false));
     return noChoice;
 }
 
@@ -200,7 +199,7 @@ int JsonFields::choice(const QString& name, std::span<const NamedValue> values)
         if (fixedPoint(wanted, 0) == entry.value)
             return entry.value;
     }
-    fail(name, QStringLiteral("is none of ") + allowedNames(values, true));
+    fail(name, tr("is none of ") + allowedNames(values, true));
     return noChoice;
 }
 
@@ -225,13 +224,13 @@ QList<Element> JsonFields::elements(const QString& name, const QString& kind, co
 
 QList<int> JsonFields::choices(const QString& name, std::span<const NamedValue> values)
 {
-    return elements<int>(name, QStringLiteral("an array of names"),
+    return elements<int>(name, tr("an array of names"),
         [values](JsonFields& fields, const QString& element) { return fields.choice(element, values); });
 }
 
 void JsonFields::object(const QString& name, const std::function<void(JsonFields&)>& read)
 {
-    const std::optional<QJsonValue> value = require(name, QJsonValue::Object, QStringLiteral("an object"));
+    const std::optional<QJsonValue> value = require(name, QJsonValue::Object, tr("an object"));
     if (!value)
         return;
     JsonFields fields = nested(value->toObject(), path(name));
@@ -242,12 +241,12 @@ void JsonFields::object(const QString& name, const std::function<void(JsonFields
 void JsonFields::objects(const QString& name, const std::function<void(JsonFields&)>& read)
 {
     int index = 0;
-    for (const QJsonValue value : array(name, QStringLiteral("an array"))) {
+    for (const QJsonValue value : array(name, tr("an array"))) {
         if (m_errors.size() >= mostErrors)
             break;
         const QString entryPath = QStringLiteral("%1[%2]").arg(path(name)).arg(index++);
         if (!value.isObject()) {
-            note(ReceiptError(entryPath, QStringLiteral("must be an object"), value));
+            note(ReceiptError(entryPath, tr("must be an object"), value));
             continue;
         }
         JsonFields fields = nested(value.toObject(), entryPath);
@@ -258,7 +257,7 @@ void JsonFields::objects(const QString& name, const std::function<void(JsonField
 
 QList<QString> JsonFields::texts(const QString& name, int maxLength)
 {
-    return elements<QString>(name, QStringLiteral("an array of texts"),
+    return elements<QString>(name, tr("an array of texts"),
         [maxLength](JsonFields& fields, const QString& element) { return fields.text(element, maxLength); });
 }
 
@@ -266,7 +265,7 @@ void JsonFields::finish() const
 {
     for (auto field = m_object.constBegin(); field != m_object.constEnd(); ++field) {
         if (!m_taken.contains(field.key()))
-            fail(field.key(), QStringLiteral("is not a known field here"));
+            fail(field.key(), tr("is not a known field here"));
     }
 }
 

@@ -1,6 +1,8 @@
 #include "jsontext.h"
 
+#include "parserwords.h"
 #include "receipterror.h"
+#include "receipttr.h"
 #include "textencoding.h"
 
 #include <QJsonDocument>
@@ -26,15 +28,16 @@ constexpr qsizetype deepest = 32;
 /// take either.
 QString reasonOf(const nlohmann::detail::exception& error)
 {
-    static const QRegularExpression control(QStringLiteral("control character U\\+[0-9A-F]{4}"));
+    static const QRegularExpression control(QStringLiteral("control character (U\\+[0-9A-F]{4})"));
     // "[json.exception...] parse error at line 1, column 5: syntax error ...; last read: ..."
     const QString reason = QString::fromUtf8(error.what()).section(QStringLiteral("] "), 1);
-    if (const QString found = control.match(reason).captured(); !found.isEmpty())
-        return QStringLiteral("has the ") + found;
+    if (const QString found = control.match(reason).captured(1); !found.isEmpty())
+        return tr("has the control character %1").arg(found);
     if (reason.contains(QStringLiteral(" surrogate ")))
-        return QStringLiteral("has half of a character");
-    return reason.startsWith(QLatin1String("parse error at")) ? reason.section(QStringLiteral(": "), 1)
-                                                              : reason;
+        return tr("has half of a character");
+    return parserWords(reason.startsWith(QLatin1String("parse error at"))
+            ? reason.section(QStringLiteral(": "), 1)
+            : reason);
 }
 
 /// Walks through a text and complains of what Qt's parser takes silently: of a key that stands in one object
@@ -57,7 +60,7 @@ public:
         // Qt's parser takes it for no number.
         const auto mantissaEnd = std::min(text.find_first_of("eE"), text.size());
         if (std::fpclassify(value) == FP_ZERO && text.find_first_of("123456789") < mantissaEnd)
-            note(QStringLiteral("%1 is nearer to zero than any number can be").arg(text.c_str()));
+            note(tr("%1 is nearer to zero than any number can be").arg(text.c_str()));
         return true;
     }
     bool string(string_t&) override { return meetValue(); }
@@ -72,7 +75,7 @@ public:
         Level& level = m_levels.last();
         level.key = QString::fromStdString(name);
         if (level.keys.contains(level.key))
-            note(QStringLiteral("stands there twice"));
+            note(tr("stands there twice"));
         level.keys.insert(level.key);
         return true;
     }
@@ -81,7 +84,7 @@ public:
         std::size_t position, const std::string&, const nlohmann::detail::exception& error) override
     {
         const qsizetype line = m_text.left(static_cast<qsizetype>(position)).count('\n') + 1;
-        throw ReceiptError(path(), QStringLiteral("line %1: %2").arg(line).arg(reasonOf(error)));
+        throw ReceiptError(path(), tr("line %1: %2").arg(line).arg(reasonOf(error)));
     }
 
     void finish() const
@@ -116,7 +119,7 @@ private:
     {
         meetValue();
         if (m_levels.size() == deepest)
-            throw ReceiptError({}, QStringLiteral("is nested deeper than any receipt"));
+            throw ReceiptError({}, tr("is nested deeper than any receipt"));
         m_levels.append({isArray, -1, {}, {}});
         return true;
     }
@@ -149,7 +152,7 @@ private:
 QJsonObject jsonFromText(const QByteArray& bytes)
 {
     if (const auto fault = utf8Fault(bytes))
-        throw ReceiptError({}, QStringLiteral("the text ") + *fault);
+        throw ReceiptError({}, tr("the text %1").arg(*fault));
     const QByteArray text = withoutByteOrderMark(bytes);
     StrictWalk walk(text);
     Json::sax_parse(text.cbegin(), text.cend(), &walk);
@@ -159,7 +162,7 @@ QJsonObject jsonFromText(const QByteArray& bytes)
     if (error.error != QJsonParseError::NoError)
         throw ReceiptError({}, error.errorString());
     if (!document.isObject())
-        throw ReceiptError({}, QStringLiteral("a receipt is a JSON object"));
+        throw ReceiptError({}, tr("a receipt is a JSON object"));
     return document.object();
 }
 

@@ -2,6 +2,7 @@
 
 #include "frutils.h"
 #include "keyboardlayout.h"
+#include "receipttr.h"
 #include "showntext.h"
 
 #include <QRegularExpression>
@@ -59,7 +60,7 @@ Fault tradeNumberFault(const QString& number)
     const int expected = checkDigit(QStringView(number).chopped(1));
     if (number.back().digitValue() == expected)
         return {};
-    return errorBecause(QStringLiteral("has %1 with a wrong check digit, %2 would be right: scan it again")
+    return errorBecause(tr("has %1 with a wrong check digit, %2 would be right: scan it again")
                             .arg(number, QString::number(expected)));
 }
 
@@ -75,10 +76,10 @@ Fault noFault(const QString&)
 
 MarkFault lostSeparators(const QString& restored)
 {
-    return errorBecause(QStringLiteral(
-        "has lost its group separators (character 1D); with them it is \"%1\": set the scanner to "
-        "send them, in JSON they are written \\u001d")
-                            .arg(shownText(restored)));
+    return errorBecause(
+        tr("has lost its group separators (character 1D); with them it is \"%1\": set the scanner to "
+           "send them, in JSON they are written \\u001d")
+            .arg(shownText(restored)));
 }
 
 Fault separatorFault(const QString& code)
@@ -90,8 +91,8 @@ Fault separatorFault(const QString& code)
     if (length <= longestIdentity)
         return {};
     return errorBecause(
-        QStringLiteral("has lost its group separators (character 1D): the first would be due behind a serial "
-                       "number of at most 20 characters, here are %1; set the scanner to send them")
+        tr("has lost its group separators (character 1D): the first would be due behind a serial "
+           "number of at most 20 characters, here are %1; set the scanner to send them")
             .arg(length - 18));
 }
 
@@ -109,19 +110,17 @@ Fault fieldFault(const QString& code)
 {
     const QStringList fields = code.split(separator);
     if (hasTwoScans(fields))
-        return errorBecause(QStringLiteral("has one of the fields 91, 92 and 93 twice: scan it once"));
+        return errorBecause(tr("has one of the fields 91, 92 and 93 twice: scan it once"));
     if (fields.contains(QString()))
-        return warningBecause(
-            QStringLiteral("has a group separator that separates nothing; it is sent as it stands"));
+        return warningBecause(tr("has a group separator that separates nothing; it is sent as it stands"));
     const bool hasProof = std::any_of(fields.cbegin() + 1, fields.cend(), [](const QString& field) {
         return std::any_of(std::begin(proofs), std::end(proofs),
             [&field](QStringView proof) { return field.startsWith(proof); });
     });
     if (hasProof)
         return {};
-    return warningBecause(
-        QStringLiteral("has none of the fields 91, 92 and 93 behind a group separator (character "
-                       "1D), by which a code is known to be genuine; it is sent as it stands"));
+    return warningBecause(tr("has none of the fields 91, 92 and 93 behind a group separator (character "
+                             "1D), by which a code is known to be genuine; it is sent as it stands"));
 }
 
 Fault gs1Fault(const QString& code)
@@ -166,10 +165,9 @@ Fault layoutFault(const QString& code)
 {
     if (!isRussianLayout(code))
         return {};
-    return errorBecause(
-        QStringLiteral("was scanned in the Russian keyboard layout, in the Latin one it is \"%1\": set "
-                       "the keyboard layout to English, or the scanner to a serial port")
-            .arg(shownText(inLatinLayout(code))));
+    return errorBecause(tr("was scanned in the Russian keyboard layout, in the Latin one it is \"%1\": set "
+                           "the keyboard layout to English, or the scanner to a serial port")
+                            .arg(shownText(inLatinLayout(code))));
 }
 
 Fault writtenSeparatorFault(const QString& code)
@@ -182,10 +180,9 @@ Fault writtenSeparatorFault(const QString& code)
         restored.replace(written, separator);
         const Form* const form = formOf(restored);
         if (restored.contains(separator) && form != nullptr && !form->fault(restored))
-            return errorBecause(
-                QStringLiteral("has \"%1\" in place of its group separators (character 1D): set the "
-                               "scanner to send them, in JSON they are written \\u001d")
-                    .arg(written));
+            return errorBecause(tr("has \"%1\" in place of its group separators (character 1D): set the "
+                                   "scanner to send them, in JSON they are written \\u001d")
+                                    .arg(written));
     }
     return {};
 }
@@ -193,22 +190,21 @@ Fault writtenSeparatorFault(const QString& code)
 Fault additionFault(const QString& code)
 {
     if (code.trimmed() != code)
-        return errorBecause(QStringLiteral("has blanks around it"));
+        return errorBecause(tr("has blanks around it"));
     if (!matches(code, QStringLiteral("\\][A-Za-z]\\d.*|\\(01\\).*")))
         return {};
-    return errorBecause(
-        QStringLiteral("is not as it stands on the goods: switch off brackets and the symbology "
-                       "identifier (as ]d2 in front) of the scanner"));
+    return errorBecause(tr("is not as it stands on the goods: switch off brackets and the symbology "
+                           "identifier (as ]d2 in front) of the scanner"));
 }
 
 Fault formFault(const QString& code)
 {
     if (const Form* const form = formOf(code))
         return form->fault(code);
-    return errorBecause(QStringLiteral(
-        "is no marking code: a GS1 code has 01, 14 digits, 21, a serial number, and 91 and 92 or 93 "
-        "behind the character 1D; short codes are EAN-8, EAN-13, ITF-14, 29 characters of a tobacco "
-        "pack, 68 or 150 capitals and digits of an excise stamp, a fur mark as RU-430302-ABC1234567"));
+    return errorBecause(
+        tr("is no marking code: a GS1 code has 01, 14 digits, 21, a serial number, and 91 and 92 or 93 "
+           "behind the character 1D; short codes are EAN-8, EAN-13, ITF-14, 29 characters of a tobacco "
+           "pack, 68 or 150 capitals and digits of an excise stamp, a fur mark as RU-430302-ABC1234567"));
 }
 
 constexpr Fault (*faults[])(const QString&) = {layoutFault, writtenSeparatorFault, additionFault, formFault};

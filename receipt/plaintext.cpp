@@ -1,6 +1,7 @@
 #include "plaintext.h"
 
 #include "codepoint.h"
+#include "receipttr.h"
 
 namespace receipt {
 
@@ -16,11 +17,11 @@ bool isAllowed(char32_t control, TextKind kind)
 const char* faultOf(char32_t character, TextKind kind)
 {
     if ((character < 0x20 || character == 0x7F) && !isAllowed(character, kind))
-        return "the control character";
+        return QT_TR_NOOP("the control character");
     if (QChar::isSurrogate(character))
-        return "half of a character,";
+        return QT_TR_NOOP("half of a character,");
     // No XML document can hold them.
-    return QChar::isNonCharacter(character) ? "no character:" : nullptr;
+    return QChar::isNonCharacter(character) ? QT_TR_NOOP("no character:") : nullptr;
 }
 
 QString codePoint(char32_t character)
@@ -37,9 +38,7 @@ std::optional<QString> textFault(const QString& text, TextKind kind)
         const char32_t character = takeCodePoint(text, index);
         ++place;
         if (const char* const fault = faultOf(character, kind))
-            return QStringLiteral("has %1 U+%2 at character %3")
-                .arg(QLatin1String(fault), codePoint(character))
-                .arg(place);
+            return tr("has %1 U+%2 at character %3").arg(tr(fault), codePoint(character)).arg(place);
     }
     return std::nullopt;
 }

@@ -5,6 +5,7 @@
 #include "markingcode.h"
 #include "money.h"
 #include "receiptnames.h"
+#include "receipttr.h"
 #include "requisitecodes.h"
 
 #include <QJsonValue>
@@ -24,7 +25,7 @@ QString nearestValues(const LineSum& sum)
         if (const auto discount = sum.nearestDiscount(step))
             values.append(moneyText(*discount));
     }
-    return values.join(QStringLiteral(" and "));
+    return values.join(tr(" and "));
 }
 
 const QString& discountName()
@@ -36,12 +37,10 @@ const QString& discountName()
 bool isSumRight(const JsonFields& fields, const LineSum& sum, qint64 amount)
 {
     if (sum.discount > sum.gross())
-        fields.fail(
-            discountName(), QStringLiteral("is more than the line costs, %1").arg(moneyText(sum.gross())));
+        fields.fail(discountName(), tr("is more than the line costs, %1").arg(moneyText(sum.gross())));
     else if (amount != sum.amount())
         fields.fail(QStringLiteral("amount"),
-            QStringLiteral("must be price times quantity less the discount, %1")
-                .arg(moneyText(sum.amount())));
+            tr("must be price times quantity less the discount, %1").arg(moneyText(sum.amount())));
     else
         return true;
     return false;
@@ -64,9 +63,9 @@ LineSum readSum(JsonFields& fields, bool& isSound)
 QString splitAdvice(bool isMarked, bool isWhole)
 {
     if (isMarked)
-        return QStringLiteral("marked goods are not split, since each piece is a position of its own");
-    return isWhole ? QStringLiteral("\"split\": true in the position makes two positions of it")
-                   : QStringLiteral("only a whole quantity can be split into two positions");
+        return tr("marked goods are not split, since each piece is a position of its own");
+    return isWhole ? tr("\"split\": true in the position makes two positions of it")
+                   : tr("only a whole quantity can be split into two positions");
 }
 
 QList<LineSum> issuedSums(JsonFields& fields, bool isSplitAllowed)
@@ -80,7 +79,7 @@ QList<LineSum> issuedSums(JsonFields& fields, bool isSplitAllowed)
     if (isSplit && !isMarked && sum.isWhole())
         return sum.split();
     fields.fail(discountName(),
-        QStringLiteral("does not divide into whole kopecks per unit; nearest possible: %1; %2")
+        tr("does not divide into whole kopecks per unit; nearest possible: %1; %2")
             .arg(nearestValues(sum), splitAdvice(isMarked, sum.isWhole())));
     return {sum};
 }

@@ -1,5 +1,7 @@
 #include "positionparser.h"
 
+#include "receipttr.h"
+
 #include "jsonfields.h"
 #include "receiptnames.h"
 
@@ -42,7 +44,7 @@ std::optional<QString> phone(JsonFields& fields)
         return std::nullopt;
     const QList<QString> phones = fields.texts(name, phoneLength);
     if (phones.size() > 1)
-        fields.fail(name, QStringLiteral("the register takes one telephone"));
+        fields.fail(name, tr("the register takes one telephone"));
     return phones.value(0);
 }
 
@@ -51,7 +53,7 @@ QString threeDigits(JsonFields& fields, const QString& name)
     static const QRegularExpression pattern(QStringLiteral("^\\d{3}$"));
     const QString value = fields.text(name);
     if (!value.isEmpty() && !pattern.match(value).hasMatch())
-        fields.fail(name, QStringLiteral("must have three digits"));
+        fields.fail(name, tr("must have three digits"));
     return value;
 }
 
@@ -107,7 +109,7 @@ void readIndustry(JsonFields& fields, FrPosition& position)
     const QString date = QStringLiteral("date");
     const QString day = fields.text(date);
     if (!day.isEmpty() && !QDate::fromString(day, QStringLiteral("dd.MM.yyyy")).isValid())
-        fields.fail(date, QStringLiteral("must be a date as 31.12.2024"));
+        fields.fail(date, tr("must be a date as 31.12.2024"));
     Composite industry;
     industry.add(EFrDriver::IndustryAuthority, threeDigits(fields, QStringLiteral("fois")));
     industry.add(EFrDriver::IndustryDocumentDate, day);

@@ -1,6 +1,7 @@
 #include "printertext.h"
 
 #include "codepoint.h"
+#include "receipttr.h"
 
 #include <QStringList>
 
@@ -97,11 +98,11 @@ QString PrinterText::warning() const
 {
     QStringList parts;
     if (!lost.isEmpty())
-        parts.append(QStringLiteral("the printer has no \"%1\"").arg(lost));
+        parts.append(tr("the printer has no \"%1\"").arg(lost));
     if (!cut.isEmpty())
-        parts.append(QStringLiteral("is cut to %1 characters").arg(text.size()));
+        parts.append(tr("is cut to %1 characters").arg(text.size()));
     if (!parts.isEmpty())
-        parts.append(QStringLiteral("is printed as \"%1\"").arg(text));
+        parts.append(tr("is printed as \"%1\"").arg(text));
     return parts.join(QStringLiteral("; "));
 }
 
@@ -137,7 +138,7 @@ std::optional<QString> printerCommandFault(const QString& line)
     const QString command = QStringLiteral("‼?");
     if (!line.startsWith(command))
         return std::nullopt;
-    return QStringLiteral("must not begin with %1, which is a command to the printer over XML").arg(command);
+    return tr("must not begin with %1, which is a command to the printer over XML").arg(command);
 }
 
 } // namespace receipt

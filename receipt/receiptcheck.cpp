@@ -8,6 +8,7 @@
 #include "receipterror.h"
 #include "receiptnames.h"
 #include "receiptparser.h"
+#include "receipttr.h"
 #include "rules.h"
 
 #include <QRegularExpression>
@@ -32,8 +33,8 @@ QString printedBarcodes(Protocol protocol)
 
 void judgeBarcodes(const Receipt& receipt, Protocol protocol, QList<Finding>& findings)
 {
-    const QString reason = QStringLiteral("is not printed over %1; what is: %2")
-                               .arg(protocolName(protocol), printedBarcodes(protocol));
+    const QString reason
+        = tr("is not printed over %1; what is: %2").arg(protocolName(protocol), printedBarcodes(protocol));
     for (const ReceiptItem& item : receipt.items) {
         if (item.kind == ReceiptItem::BarcodeItem && !isBarcodePrinted(item.barcode.type, protocol))
             findings.append({Finding::Error, item.path + QStringLiteral(".barcodeType"),
@@ -49,17 +50,17 @@ struct BarcodeContent
 };
 
 constexpr const char* ascii = "[\\x00-\\x7F]+";
-constexpr const char* asciiWords = "Latin letters, digits and signs of ASCII";
+constexpr const char* asciiWords = QT_TR_NOOP("Latin letters, digits and signs of ASCII");
 
 // The last digit of a trade number may be left for the register to compute. No bars stand for other
 // characters.
 constexpr BarcodeContent barcodeContents[] = {
-    {Barcode::UpcA, "[0-9]{11,12}", "11 or 12 digits"},
-    {Barcode::UpcE, "[0-9]{6,8}", "6 to 8 digits"},
-    {Barcode::Ean13, "[0-9]{12,13}", "12 or 13 digits"},
-    {Barcode::Ean8, "[0-9]{7,8}", "7 or 8 digits"},
-    {Barcode::Itf, "[0-9]+", "digits"},
-    {Barcode::Codabar, "[0-9A-Da-d$:/.+-]+", "digits, A to D and $ : / . + -"},
+    {Barcode::UpcA, "[0-9]{11,12}", QT_TR_NOOP("11 or 12 digits")},
+    {Barcode::UpcE, "[0-9]{6,8}", QT_TR_NOOP("6 to 8 digits")},
+    {Barcode::Ean13, "[0-9]{12,13}", QT_TR_NOOP("12 or 13 digits")},
+    {Barcode::Ean8, "[0-9]{7,8}", QT_TR_NOOP("7 or 8 digits")},
+    {Barcode::Itf, "[0-9]+", QT_TR_NOOP("digits")},
+    {Barcode::Codabar, "[0-9A-Da-d$:/.+-]+", QT_TR_NOOP("digits, A to D and $ : / . + -")},
     {Barcode::Code39, ascii, asciiWords},
     {Barcode::Code93, ascii, asciiWords},
     {Barcode::Code128, ascii, asciiWords},
@@ -75,9 +76,8 @@ void judgeContent(const ReceiptItem& item, QList<Finding>& findings)
     const QRegularExpression pattern(QRegularExpression::anchoredPattern(QLatin1String(content->pattern)));
     if (!pattern.match(item.barcode.text).hasMatch())
         findings.append({Finding::Error, item.path + QStringLiteral(".barcode"), item.barcode.text,
-            QStringLiteral("must be %1 in a barcode of type %2")
-                .arg(QLatin1String(content->allowed),
-                    names::nameOf(names::barcodeTypes(), item.barcode.type))});
+            tr("must be %1 in a barcode of type %2")
+                .arg(tr(content->allowed), names::nameOf(names::barcodeTypes(), item.barcode.type))});
 }
 
 void judgeForXml(const ReceiptItem& item, QList<Finding>& findings)
@@ -87,7 +87,7 @@ void judgeForXml(const ReceiptItem& item, QList<Finding>& findings)
     // No XML document can hold the group separators that a barcode may have over HEX.
     if (const auto fault = textFault(item.barcode.text))
         findings.append({Finding::Error, item.path + QStringLiteral(".barcode"), {},
-            *fault + QStringLiteral(", which XML cannot carry")});
+            *fault + tr(", which XML cannot carry")});
 }
 
 /// A receipt as the protocol carries it.

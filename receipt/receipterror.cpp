@@ -1,5 +1,6 @@
 #include "receipterror.h"
 
+#include "receipttr.h"
 #include "showntext.h"
 
 #include <QJsonArray>
@@ -37,7 +38,7 @@ QString message(const QString& path, const QString& reason, const QJsonValue& gi
 {
     const QString text = path.isEmpty() ? reason : path + QStringLiteral(": ") + reason;
     const QString value = shownValue(given);
-    return shownText(value.isEmpty() ? text : text + QStringLiteral(" (given: %1)").arg(value));
+    return shownText(value.isEmpty() ? text : text + tr(" (given: %1)").arg(value));
 }
 
 std::string message(const QList<ReceiptError>& errors, const QList<Finding>& besides)

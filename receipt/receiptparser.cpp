@@ -6,6 +6,7 @@
 #include "money.h"
 #include "positionparser.h"
 #include "receiptnames.h"
+#include "receipttr.h"
 #include "receipttype.h"
 
 #include <algorithm>
@@ -166,12 +167,11 @@ void judgePayments(const JsonFields& fields, const Receipt& receipt, qint64 with
 {
     const QString& name = paymentsName();
     if (receipt.paid < receipt.total)
-        fields.fail(name,
-            QStringLiteral("%1 do not cover the total, %2")
-                .arg(moneyText(receipt.paid), moneyText(receipt.total)));
+        fields.fail(
+            name, tr("%1 do not cover the total, %2").arg(moneyText(receipt.paid), moneyText(receipt.total)));
     else if (withoutCash > receipt.total)
         fields.fail(name,
-            QStringLiteral("%1 without cash are more than the total, %2; only cash gives change")
+            tr("%1 without cash are more than the total, %2; only cash gives change")
                 .arg(moneyText(withoutCash), moneyText(receipt.total)));
 }
 
@@ -192,7 +192,7 @@ Receipt readReceipt(const QJsonObject& json, bool isSplitAllowed, QList<ReceiptE
     const qsizetype headErrors = errors.size();
     fields.objects(items, [&](JsonFields& item) { readItem(item, isSplitAllowed, receipt); });
     if (errors.size() == headErrors && !hasPosition(receipt))
-        fields.fail(items, QStringLiteral("must have a position"));
+        fields.fail(items, tr("must have a position"));
     const qint64 withoutCash = readPayments(fields, receipt);
     if (errors.size() == headErrors)
         judgePayments(fields, receipt, withoutCash);

@@ -2,6 +2,7 @@
 
 #include "jsonfields.h"
 #include "receiptnames.h"
+#include "receipttr.h"
 
 #include <algorithm>
 
@@ -29,9 +30,8 @@ hw::fr::CheckType receiptType(JsonFields& fields)
         return static_cast<hw::fr::CheckType>(fields.choice(name, names::receiptTypes()));
     fields.text(name);
     fields.fail(name,
-        QStringLiteral(
-            "is not possible, only sell and sellReturn are: this driver issues no purchases and no "
-            "corrections (see docs/limits.md)"));
+        tr("is not possible, only sell and sellReturn are: this driver issues no purchases and no "
+           "corrections (see docs/limits.md)"));
     return hw::fr::CheckSale;
 }
 

@@ -4,6 +4,7 @@
 #include "linesum.h"
 #include "marksyntax.h"
 #include "receiptnames.h"
+#include "receipttr.h"
 #include "requisitecodes.h"
 #include "rulelist.h"
 
@@ -45,13 +46,12 @@ void judgeGroup(Judgement& judgement, const ReceiptItem& item)
     if (judgement.options.protocol != Protocol::Xml || isSentWhole(type))
         return;
     const bool isShortStamp = item.position.getMarkingCode().length() == shortStamp;
-    const QString sent = type != MarkAlcohol ? QStringLiteral("the code of the goods in it")
-        : isShortStamp ? QStringLiteral("the first 14 characters of its code, as of a stamp of 150,")
-                       : QStringLiteral("the first 14 characters of its code");
+    const QString sent = type != MarkAlcohol ? tr("the code of the goods in it")
+        : isShortStamp ? tr("the first 14 characters of its code, as of a stamp of 150,")
+                       : tr("the first 14 characters of its code");
     judgement.warning(codePath(item) + QStringLiteral(".type"), names::nameOf(names::markTypes(), type),
-        QStringLiteral(
-            "is a group of which only %1 goes out over XML (tag 1163), without the whole code (tag 2000), "
-            "which registers want for marked goods; as common the code goes out whole")
+        tr("is a group of which only %1 goes out over XML (tag 1163), without the whole code (tag 2000), "
+           "which registers want for marked goods; as common the code goes out whole")
             .arg(sent));
 }
 
@@ -61,16 +61,14 @@ void judgeQuantity(Judgement& judgement, const ReceiptItem& item)
     const QString quantity = QString::number(item.position.getCount());
     if (unit == piece && lineSumOf(item.position).quantity != one)
         judgement.error(item.path + QStringLiteral(".quantity"), quantity,
-            QStringLiteral(
-                "must be 1 for a marked piece: each has a code and a position of its own, and parts "
-                "of a package cannot be sent through this driver"));
+            tr("must be 1 for a marked piece: each has a code and a position of its own, and parts "
+               "of a package cannot be sent through this driver"));
     // The receipt says there that a piece was sold or came back, whatever the unit is.
     if (unit != piece && judgement.options.protocol == Protocol::Xml)
         judgement.error(item.path + QStringLiteral(".measurementUnit"),
             names::nameOf(names::measureUnits(), unit),
-            QStringLiteral(
-                "must be piece for marked goods: over XML the register is told of a piece, never of "
-                "a measured quantity"));
+            tr("must be piece for marked goods: over XML the register is told of a piece, never of "
+               "a measured quantity"));
 }
 
 } // namespace
@@ -98,12 +96,12 @@ void missingMarks(Judgement& judgement)
         if (item.kind != ReceiptItem::Position || isMarkedObject == item.isMarked())
             continue;
         if (isMarkedObject)
-            judgement.error(codePath(item), {},
-                QStringLiteral("is missing: the payment object %1 is sold with its code").arg(name));
+            judgement.error(
+                codePath(item), {}, tr("is missing: the payment object %1 is sold with its code").arg(name));
         else if (object <= CommodityWithMarking)
             judgement.warning(item.path + QStringLiteral(".paymentObject"), name,
-                QStringLiteral("has no marking code: with one goods are commodityWithMarking or "
-                               "exciseWithMarking"));
+                tr("has no marking code: with one goods are commodityWithMarking or "
+                   "exciseWithMarking"));
     }
 }
 
@@ -117,7 +115,7 @@ void markedPieces(Judgement& judgement)
         const QString identity = markIdentity(code);
         if (seen.contains(identity))
             judgement.error(codePath(item), code,
-                QStringLiteral("stands at %1 too: one code is one piece").arg(seen.value(identity)));
+                tr("stands at %1 too: one code is one piece").arg(seen.value(identity)));
         else
             seen.insert(identity, codePath(item));
     }

@@ -4,6 +4,7 @@
 #include "linesum.h"
 #include "money.h"
 #include "receiptnames.h"
+#include "receipttr.h"
 #include "requisitecodes.h"
 #include "rulelist.h"
 
@@ -50,8 +51,8 @@ public:
         const qint64 money = m_judgement.receipt.total - m_paid[Prepaid] - m_paid[OnCredit];
         if (sold(methods) > money)
             warn(methods,
-                QStringLiteral("takes its money with this receipt: %1 for such positions, but without "
-                               "prepaid and credit the payments come to %2")
+                tr("takes its money with this receipt: %1 for such positions, but without "
+                   "prepaid and credit the payments come to %2")
                     .arg(moneyText(sold(methods)), moneyText(money)));
     }
 
@@ -62,16 +63,15 @@ public:
         const qint64 mostUnpaid = sold({CreditGiven, PartialPayment});
         if (credit < unpaid)
             warn({CreditGiven},
-                QStringLiteral("hands the goods over unpaid: payments of type credit must come to %1, not %2")
+                tr("hands the goods over unpaid: payments of type credit must come to %1, not %2")
                     .arg(moneyText(unpaid), moneyText(credit)));
         if (credit > mostUnpaid)
-            warnOfPayments(
-                QStringLiteral("is more than positions by credit and partialPayment leave unpaid, %1")
-                    .arg(moneyText(mostUnpaid)));
+            warnOfPayments(tr("is more than positions by credit and partialPayment leave unpaid, %1")
+                               .arg(moneyText(mostUnpaid)));
         if (credit <= unpaid || credit >= mostUnpaid)
             warn({PartialPayment},
-                QStringLiteral("is paid in part now and in part by a payment of type credit, which must be "
-                               "between %1 and %2, not %3")
+                tr("is paid in part now and in part by a payment of type credit, which must be "
+                   "between %1 and %2, not %3")
                     .arg(moneyText(unpaid), moneyText(mostUnpaid), moneyText(credit)));
     }
 
@@ -85,8 +85,8 @@ public:
                 && item.position.getPaymentObject() == MoneyAlone)
                 m_judgement.warning(item.path + QStringLiteral(".paymentMethod"),
                     names::nameOf(names::paymentMethods(), FullPayment),
-                    QStringLiteral("settles an advance (paymentObject payment) without a payment of type "
-                                   "prepaid; taking one is advance"));
+                    tr("settles an advance (paymentObject payment) without a payment of type "
+                       "prepaid; taking one is advance"));
         }
     }
 
@@ -135,8 +135,7 @@ void rates(Judgement& judgement)
         for (const OutdatedRate& rate : outdatedRates) {
             if (item.kind == ReceiptItem::Position && item.position.getTaxCode() == rate.code)
                 judgement.warning(item.path + QStringLiteral(".tax.type"), QLatin1String(rate.name),
-                    QStringLiteral(
-                        "ended with 2025: a sale has %1 now, only the return of an older sale keeps it")
+                    tr("ended with 2025: a sale has %1 now, only the return of an older sale keeps it")
                         .arg(QLatin1String(rate.successor)));
         }
     }

@@ -2,6 +2,7 @@
 
 #include "cashiername.h"
 #include "judgement.h"
+#include "receipttr.h"
 #include "rulelist.h"
 #include "taxnumber.h"
 
@@ -27,13 +28,13 @@ FdRequisiteMap buyerOf(const Receipt& receipt)
 void warnOfEmpty(Judgement& judgement, const QString& path, int tag)
 {
     if (judgement.options.protocol == Protocol::Xml)
-        judgement.warning(path, {}, QStringLiteral("is missing: over XML tag %1 goes out empty").arg(tag));
+        judgement.warning(path, {}, tr("is missing: over XML tag %1 goes out empty").arg(tag));
 }
 
 void judgeInn(Judgement& judgement, const QString& path, const QString& inn)
 {
     if (!inn.isEmpty() && !isInn(inn))
-        judgement.warning(path, inn, QStringLiteral("has wrong check digits; it is sent as it stands"));
+        judgement.warning(path, inn, tr("has wrong check digits; it is sent as it stands"));
 }
 
 void judgeAgent(Judgement& judgement, const ReceiptItem& item)
@@ -42,14 +43,14 @@ void judgeAgent(Judgement& judgement, const ReceiptItem& item)
     const QString supplier = item.path + QStringLiteral(".supplierInfo");
     if (!position.hasFdRequisite(EFrDriver::SupplierInn))
         judgement.error(supplier + QStringLiteral(".vatin"), {},
-            QStringLiteral("is missing: an agent's goods need the tax number of their supplier, tag 1226; "
-                           "000000000000 for one who has none"));
+            tr("is missing: an agent's goods need the tax number of their supplier, tag 1226; "
+               "000000000000 for one who has none"));
     const FdRequisiteMap data = position.getRequisite(EFrDriver::SupplierData).toMap();
     if (!data.contains(EFrDriver::SupplierPhone))
         warnOfEmpty(judgement, supplier + QStringLiteral(".phones"), EFrDriver::SupplierPhone);
     if (!data.contains(EFrDriver::SupplierName))
         judgement.warning(supplier + QStringLiteral(".name"), {},
-            QStringLiteral("is missing: the supplier of an agent's goods, tag 1225, goes out empty"));
+            tr("is missing: the supplier of an agent's goods, tag 1225, goes out empty"));
 }
 
 } // namespace
@@ -59,7 +60,7 @@ void delivery(Judgement& judgement)
     const FiscalDocument& document = judgement.receipt.document;
     if (document.getPrintMode() == CheckPrintNone && document.getCustomerAddress().isEmpty())
         judgement.error(QStringLiteral("clientInfo.emailOrPhone"), {},
-            QStringLiteral("is missing: an electronic receipt goes to an address or a telephone, tag 1008"));
+            tr("is missing: an electronic receipt goes to an address or a telephone, tag 1008"));
 }
 
 void cashier(Judgement& judgement)
@@ -87,8 +88,7 @@ void agents(Judgement& judgement)
             judgeAgent(judgement, item);
         else if (item.position.hasSupplierRequisites())
             judgement.warning(item.path + QStringLiteral(".agentInfo"), {},
-                QStringLiteral(
-                    "is missing: a supplier belongs to an agent's goods, whose tag 1222 goes out empty"));
+                tr("is missing: a supplier belongs to an agent's goods, whose tag 1222 goes out empty"));
     }
 }
 

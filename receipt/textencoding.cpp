@@ -1,5 +1,7 @@
 #include "textencoding.h"
 
+#include "receipttr.h"
+
 #include <QStringDecoder>
 #include <QUtf8StringView>
 
@@ -56,7 +58,7 @@ QString likelyEncoding(const QByteArray& bytes)
     if (isUtf16(bytes))
         return QStringLiteral("UTF-16");
     if (bytes.contains('\0'))
-        return QStringLiteral("no text at all");
+        return tr("no text at all");
     // Russian letters: CP1251 has them above 0xC0; most of CP866 stand below 0xB0.
     return count(0x80, 0xAF) > count(0xC0, 0xFF) ? QStringLiteral("CP866") : QStringLiteral("CP1251");
 }
@@ -74,7 +76,7 @@ std::optional<QString> utf8Fault(const QByteArray& bytes)
     if (QUtf8StringView(bytes).isValidUtf8() && !isUtf16(bytes))
         return std::nullopt;
     const qsizetype offset = firstForeignByte(bytes);
-    return QStringLiteral("is not UTF-8: byte %1 at offset %2, line %3; it looks like %4")
+    return tr("is not UTF-8: byte %1 at offset %2, line %3; it looks like %4")
         .arg(QString::fromLatin1(bytes.mid(offset, 1).toHex().toUpper()))
         .arg(offset)
         .arg(bytes.left(offset).count('\n') + 1)

@@ -88,6 +88,7 @@ Failure currentFailure()
     } catch (const std::exception& failure) {
         return foreignFailure(failure, "std::exception");
     } catch (...) {
+        // untranslated: stands in the journal
         return {QStringLiteral("unknown exception"), QStringLiteral("std::exception"),
             std::current_exception(), false, ErrorKind::Other};
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "saletr.h"
+
 #include <QDateTime>
 #include <QString>
 
@@ -13,7 +15,7 @@ class IdConflict : public std::runtime_error
 public:
     /// The time is that of the first one.
     IdConflict(const QString& id, const QDateTime& time)
-        : std::runtime_error(QStringLiteral("\"%1\" is the id of another receipt, of %2")
+        : std::runtime_error(tr("\"%1\" is the id of another receipt, of %2")
                                  .arg(id, time.toLocalTime().toString(Qt::ISODate))
                                  .toStdString())
         , m_time(time)

@@ -2,6 +2,7 @@
 
 #include "idconflict.h"
 #include "journalerror.h"
+#include "saletr.h"
 
 namespace sale {
 
@@ -83,7 +84,7 @@ void IdentifiedSale::begin(const DriveMark& before, const MarkEntry& goods, cons
     m_store.accept(m_request);
     const std::optional<int> attempt = m_store.begin(id(), {before.toJson(), movement.toJson()});
     if (!attempt)
-        throw JournalError(QStringLiteral("the time of the document %1 is over").arg(id()));
+        throw JournalError(tr("the time of the document %1 is over").arg(id()));
     m_attempt = *attempt;
 }
 
@@ -100,7 +101,7 @@ void IdentifiedSale::note(const QList<receipt::Finding>& warnings)
 {
     QJsonArray json;
     for (const receipt::Finding& warning : warnings)
-        json.append(warning.text());
+        json.append(warning.keptText());
     m_store.note(id(), m_attempt, {.warnings = json});
 }
 

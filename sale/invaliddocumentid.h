@@ -1,5 +1,7 @@
 #pragma once
 
+#include "saletr.h"
+
 #include <QString>
 
 #include <stdexcept>
@@ -11,8 +13,7 @@ class InvalidDocumentId : public std::invalid_argument
 {
 public:
     explicit InvalidDocumentId(const QString& id)
-        : std::invalid_argument(
-            QStringLiteral("\"%1\" has not 8 to 64 of A-Z a-z 0-9 . _ : -").arg(id).toStdString())
+        : std::invalid_argument(tr("\"%1\" has not 8 to 64 of A-Z a-z 0-9 . _ : -").arg(id).toStdString())
     {
     }
 };

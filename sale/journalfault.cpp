@@ -1,5 +1,7 @@
 #include "journalfault.h"
 
+#include "saletr.h"
+
 #include <QFileInfo>
 #include <QSqlError>
 
@@ -38,9 +40,9 @@ QString groupOf(const QString& fileName)
 QString accessAdvice(const QString& fileName)
 {
     const QString group = groupOf(fileName);
-    return group.isEmpty() ? QStringLiteral("it must be a file that this user can write")
-                           : QStringLiteral("whoever sells must be able to write the file and its folder: be "
-                                            "of the group %1 (usermod -aG %1 USER, then log in anew)")
+    return group.isEmpty() ? tr("it must be a file that this user can write")
+                           : tr("whoever sells must be able to write the file and its folder: be "
+                                "of the group %1 (usermod -aG %1 USER, then log in anew)")
                                  .arg(group);
 }
 
@@ -49,16 +51,15 @@ QString advice(const QString& fileName, int code)
     switch (code) {
     case Busy:
     case Locked:
-        return QStringLiteral("another program has it locked; try again, and end that program if it hangs");
+        return tr("another program has it locked; try again, and end that program if it hangs");
     case Full:
-        return QStringLiteral("the disk is full; nothing is sold until there is room");
+        return tr("the disk is full; nothing is sold until there is room");
     case Corrupt:
     case NoDatabase:
-        return QStringLiteral(
-            "it is damaged; put a backup in its place, or move it away and look through the "
-            "register's tape before frctl journal accept");
+        return tr("it is damaged; put a backup in its place, or move it away and look through the "
+                  "register's tape before frctl journal accept");
     case Input:
-        return QStringLiteral("the disk fails or has no room");
+        return tr("the disk fails or has no room");
     case ReadOnly:
     case CannotOpen:
         return accessAdvice(fileName);
@@ -69,7 +70,7 @@ QString advice(const QString& fileName, int code)
 
 JournalError faultOf(const QString& fileName, const QString& what, const QString& toDo)
 {
-    const QString text = QStringLiteral("journal %1: %2").arg(fileName, what);
+    const QString text = tr("journal %1: %2").arg(fileName, what);
     return JournalError(toDo.isEmpty() ? text : text + QStringLiteral(": ") + toDo);
 }
 
@@ -88,7 +89,7 @@ JournalError journalFault(const QString& fileName, int error)
     const bool isDiskFault = error == EIO || error == EROFS;
     const int code = error == ENOSPC || error == EDQUOT ? Full : isDiskFault ? Input : CannotOpen;
     return faultOf(fileName, qt_error_string(error),
-        error == EEXIST ? QStringLiteral("name one that is not there") : advice(fileName, code));
+        error == EEXIST ? tr("name one that is not there") : advice(fileName, code));
 }
 
 JournalError damagedJournal(const QString& fileName, const QString& what)

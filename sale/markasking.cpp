@@ -5,6 +5,7 @@
 #include "markjudgement.h"
 #include "markrefusal.h"
 #include "receipt.h"
+#include "saletr.h"
 
 namespace sale {
 
@@ -33,12 +34,13 @@ MarkedPosition markedPosition(const FrPosition& position, bool isReturn)
     return marked;
 }
 
-QString reasonOf(const MarkJudgement& judgement)
+QString reasonOf(int result, Translation said)
 {
-    const QString said = judgement.standing == MarkJudgement::Standing::Bad
-        ? QStringLiteral("was found bad by the register: %1")
-        : QStringLiteral("was not wholly checked by the register: %1");
-    return said.arg(judgement.bits.join(QStringLiteral("; ")));
+    const MarkJudgement judgement = judgeMark(result, said);
+    const QString text = judgement.standing == MarkJudgement::Standing::Bad
+        ? said(QT_TR_NOOP("was found bad by the register: %1"))
+        : said(QT_TR_NOOP("was not wholly checked by the register: %1"));
+    return text.arg(judgement.bits.join(QStringLiteral("; ")));
 }
 
 } // namespace
@@ -65,7 +67,8 @@ void judgeMarks(const QList<MarkCheck>& checks, MarkPolicy policy, QList<Finding
         const std::optional<Finding::Severity> severity = severityOf(judgement.standing, policy);
         if (!severity)
             continue;
-        const Finding finding{*severity, check.path, check.markingCode, reasonOf(judgement)};
+        const Finding finding{*severity, check.path, check.markingCode, reasonOf(check.result, tr),
+            reasonOf(check.result, english)};
         (*severity == Finding::Error ? errors : warnings).append(finding);
         if (*severity == Finding::Error)
             bits.append(judgement.bits);

@@ -1,5 +1,7 @@
 #include "markjudgement.h"
 
+#include "saletr.h"
+
 #include <algorithm>
 
 namespace sale {
@@ -24,10 +26,11 @@ struct Check
 
 // A bit of the result counts only with the bit of its check.
 constexpr Check checks[] = {
-    {KeyChecked, KeyGood, "verification key wrong", "verification key right",
-        "verification key not checked by the fiscal drive"},
-    {OnlineChecked, OnlineGood, "planned status of the goods wrong on line",
-        "planned status of the goods right on line", "planned status of the goods not checked on line"},
+    {KeyChecked, KeyGood, QT_TR_NOOP("verification key wrong"), QT_TR_NOOP("verification key right"),
+        QT_TR_NOOP("verification key not checked by the fiscal drive")},
+    {OnlineChecked, OnlineGood, QT_TR_NOOP("planned status of the goods wrong on line"),
+        QT_TR_NOOP("planned status of the goods right on line"),
+        QT_TR_NOOP("planned status of the goods not checked on line")},
 };
 
 const char* wordsOf(const Check& check, int result)
@@ -46,17 +49,17 @@ Standing standingOf(const Check& check, int result)
 
 } // namespace
 
-MarkJudgement judgeMark(int result)
+MarkJudgement judgeMark(int result, Translation said)
 {
     const int bits = result < 0 ? 0 : result & allBits;
     // A bit that nobody knows may take back what the others say, but nothing makes a bad code good.
     MarkJudgement judgement{bits == result ? Standing::Good : Standing::Unchecked, {}};
     for (const Check& check : checks) {
         judgement.standing = std::max(judgement.standing, standingOf(check, bits));
-        judgement.bits.append(QString::fromLatin1(wordsOf(check, bits)));
+        judgement.bits.append(said(wordsOf(check, bits)));
     }
     if ((bits & Autonomous) != 0)
-        judgement.bits.append(QStringLiteral("checked by a register in autonomous mode"));
+        judgement.bits.append(said(QT_TR_NOOP("checked by a register in autonomous mode")));
     return judgement;
 }
 

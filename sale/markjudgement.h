@@ -2,6 +2,7 @@
 
 #include "finding.h"
 #include "markpolicy.h"
+#include "saletr.h"
 
 #include <QStringList>
 
@@ -22,12 +23,12 @@ struct MarkJudgement
     };
 
     Standing standing = Standing::Unchecked;
-    /// The bits in words.
+    /// The bits in words, for people.
     QStringList bits;
 };
 
 /// Reads the bits of tag 2106. An answer that no register gives counts as one without a check.
-MarkJudgement judgeMark(int result);
+MarkJudgement judgeMark(int result, Translation said = tr);
 
 /// Nothing for a code of which nothing is to be said.
 std::optional<receipt::Finding::Severity> severityOf(MarkJudgement::Standing standing, MarkPolicy policy);

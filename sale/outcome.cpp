@@ -1,5 +1,7 @@
 #include "outcome.h"
 
+#include "saletr.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -18,15 +20,16 @@ const OutcomeTexts& texts(Outcome outcome)
 {
     static const OutcomeTexts table[] = {
         {Outcome::None, "", ""},
-        {Outcome::Cancelled, "cancelled", "the document was cancelled"},
+        {Outcome::Cancelled, "cancelled", QT_TR_NOOP("the document was cancelled")},
         {Outcome::NotCancelled, "notCancelled",
-            "the document could not be cancelled; the register's next start cleans it up"},
+            QT_TR_NOOP("the document could not be cancelled; the register's next start cleans it up")},
         {Outcome::Unasked, "unknown",
-            "the document was being closed: it may have been issued, look at the register before you repeat it"},
+            QT_TR_NOOP(
+                "the document was being closed: it may have been issued, look at the register before you repeat it")},
         {Outcome::Unknown, "unknown",
-            "the document may have been issued: look at the register before you repeat it"},
-        {Outcome::Issued, "issued", "the document was issued; do not repeat it"},
-        {Outcome::NotIssued, "notIssued", "the document was not issued; it may be repeated"},
+            QT_TR_NOOP("the document may have been issued: look at the register before you repeat it")},
+        {Outcome::Issued, "issued", QT_TR_NOOP("the document was issued; do not repeat it")},
+        {Outcome::NotIssued, "notIssued", QT_TR_NOOP("the document was not issued; it may be repeated")},
     };
     const auto* const found = std::find_if(std::begin(table), std::end(table),
         [outcome](const OutcomeTexts& row) { return row.outcome == outcome; });
@@ -42,7 +45,8 @@ QString outcomeName(Outcome outcome)
 
 QString outcomeText(Outcome outcome)
 {
-    return QString::fromLatin1(texts(outcome).text);
+    const char* const text = texts(outcome).text;
+    return *text == 0 ? QString() : tr(text);
 }
 
 } // namespace sale

@@ -3,6 +3,7 @@
 #include "abstractfrdriver.h"
 #include "deviceinfo.h"
 #include "pendingsales.h"
+#include "saletr.h"
 #include "showntext.h"
 #include "wrongregister.h"
 
@@ -13,7 +14,7 @@ namespace {
 void compare(const QString& what, const QString& told, const QString& expected)
 {
     if (told.trimmed() != expected.trimmed())
-        throw WrongRegister(QStringLiteral("another register is at the line: its %1 is %2, not %3")
+        throw WrongRegister(tr("another register is at the line: its %1 is %2, not %3")
                                 .arg(what, receipt::shownText(told), receipt::shownText(expected)));
 }
 
@@ -24,9 +25,9 @@ void connectRegister(AbstractFrDriver& driver, const RegisterLine& line)
     driver.connect();
     const ExpectedRegister& expected = line.expected;
     if (!expected.serial.isEmpty())
-        compare(QStringLiteral("serial number"), driver.getDeviceInfo().getNumber(), expected.serial);
+        compare(tr("serial number"), driver.getDeviceInfo().getNumber(), expected.serial);
     if (!expected.inn.isEmpty() && line.protocol == receipt::Protocol::Hex)
-        compare(QStringLiteral("tax number"), driver.getInn(), expected.inn);
+        compare(tr("tax number"), driver.getInn(), expected.inn);
 }
 
 QList<SettledSale> startRegister(

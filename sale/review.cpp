@@ -5,6 +5,7 @@
 #include "documentstore.h"
 #include "movement.h"
 #include "reviewneeded.h"
+#include "saletr.h"
 
 #include <algorithm>
 
@@ -125,11 +126,10 @@ bool isNumberLater(const DriveMark& now, const Known& known)
 QString textOf(const DriveMark& now, const Known& known)
 {
     const QString documents = known.mark.lastDocument == 0 || now.lastDocument == 0
-        ? QStringLiteral("receipts")
-        : QStringLiteral("documents %1 to %2").arg(known.mark.lastDocument + 1).arg(now.lastDocument);
-    return QStringLiteral(
-        "the register has %1 of fiscal drive %2 that this journal does not know: look at its "
-        "tape for sales of yours, then frctl journal accept")
+        ? tr("receipts")
+        : tr("documents %1 to %2").arg(known.mark.lastDocument + 1).arg(now.lastDocument);
+    return tr("the register has %1 of fiscal drive %2 that this journal does not know: look at its "
+              "tape for sales of yours, then frctl journal accept")
         .arg(documents, now.drive);
 }
 

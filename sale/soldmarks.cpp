@@ -5,6 +5,7 @@
 #include "markentry.h"
 #include "marksyntax.h"
 #include "receipt.h"
+#include "saletr.h"
 
 namespace sale {
 
@@ -32,13 +33,13 @@ std::optional<StoredDocument> lastSale(
     return std::nullopt;
 }
 
-QString soldReason(const StoredDocument& sold)
+QString soldReason(const StoredDocument& sold, Translation said)
 {
     const QString time
         = (sold.settled.isValid() ? sold.settled : sold.begun).toLocalTime().toString(Qt::ISODate);
     if (sold.state != DocumentState::Issued)
-        return QStringLiteral("may have been sold on %1: that sale was broken off").arg(time);
-    return QStringLiteral("was sold on %1, document %2 of fiscal drive %3, and not returned since")
+        return said(QT_TR_NOOP("may have been sold on %1: that sale was broken off")).arg(time);
+    return said(QT_TR_NOOP("was sold on %1, document %2 of fiscal drive %3, and not returned since"))
         .arg(time, QString::number(sold.documentNumber), sold.drive);
 }
 
@@ -56,7 +57,8 @@ QList<receipt::Finding> soldMarks(
             continue;
         const QString code = item.position.getMarkingCode();
         if (const std::optional<StoredDocument> sold = lastSale(store, code, exceptId))
-            findings.append({receipt::Finding::Warning, markPath(item, index), code, soldReason(*sold)});
+            findings.append({receipt::Finding::Warning, markPath(item, index), code, soldReason(*sold, tr),
+                soldReason(*sold, english)});
     }
     return findings;
 }

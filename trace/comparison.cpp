@@ -1,7 +1,9 @@
 #include "trace/comparison.h"
+#include "tracetr.h"
 
 #include "trace/mask.h"
 #include "trace/meaning.h"
+#include "trace/tracetr.h"
 
 namespace trace {
 
@@ -17,7 +19,7 @@ struct Told
     QString text() const
     {
         const QString arrow = direction == Direction::ToRegister ? QStringLiteral(">") : QStringLiteral("<");
-        return QStringLiteral("frame %1 %2 %3").arg(number).arg(arrow, meaning.title());
+        return tr("frame %1 %2 %3").arg(number).arg(arrow, meaning.title());
     }
     /// The same command or the same kind of answer, whatever is in it.
     bool isSameStep(const Told& other) const
@@ -60,7 +62,7 @@ private:
     void compareStep(const Told& one, const Told& other);
     /// Passes over what only one of the two has, to the next step that both have.
     void resume();
-    void tellLone(const char* which, const QList<Told>& list, qsizetype& at, qsizetype end);
+    void tellLone(const QString& text, const QList<Told>& list, qsizetype& at, qsizetype end);
     bool isFull() const { return m_lines.size() >= m_most; }
 
     const QList<Told>& m_first;
@@ -79,8 +81,8 @@ QStringList Comparison::take()
         else
             resume();
     }
-    tellLone("first", m_first, m_atFirst, m_first.size());
-    tellLone("second", m_second, m_atSecond, m_second.size());
+    tellLone(tr("only in the first: %1"), m_first, m_atFirst, m_first.size());
+    tellLone(tr("only in the second: %1"), m_second, m_atSecond, m_second.size());
     return m_lines;
 }
 
@@ -102,20 +104,19 @@ void Comparison::resume()
             if (one >= m_first.size() || other >= m_second.size()
                 || !m_first.at(one).isSameStep(m_second.at(other)))
                 continue;
-            tellLone("first", m_first, m_atFirst, one);
-            return tellLone("second", m_second, m_atSecond, other);
+            tellLone(tr("only in the first: %1"), m_first, m_atFirst, one);
+            return tellLone(tr("only in the second: %1"), m_second, m_atSecond, other);
         }
     }
-    tellLone("first", m_first, m_atFirst, m_first.size());
-    tellLone("second", m_second, m_atSecond, m_second.size());
+    tellLone(tr("only in the first: %1"), m_first, m_atFirst, m_first.size());
+    tellLone(tr("only in the second: %1"), m_second, m_atSecond, m_second.size());
 }
 
-void Comparison::tellLone(const char* which, const QList<Told>& list, qsizetype& at, qsizetype end)
+void Comparison::tellLone(const QString& text, const QList<Told>& list, qsizetype& at, qsizetype end)
 {
     for (; at < end; ++at) {
         if (!isFull())
-            m_lines.append(
-                QStringLiteral("only in the %1: %2").arg(QLatin1String(which), list.at(at).text()));
+            m_lines.append(text.arg(list.at(at).text()));
     }
 }
 

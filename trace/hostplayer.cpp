@@ -1,7 +1,9 @@
 #include "trace/hostplayer.h"
+#include "tracetr.h"
 
 #include "trace/hexframe.h"
 #include "trace/signs.h"
+#include "trace/tracetr.h"
 #include "trace/xmldocument.h"
 
 #include <QUuid>
@@ -120,8 +122,7 @@ void HostPlayer::compare(const Frame* recorded, const Frame* living)
 {
     const QString where = QStringLiteral("%1 %2: ").arg(m_next + 1).arg(title());
     if ((recorded == nullptr) != (living == nullptr)) {
-        m_differences.append(where
-            + (living == nullptr ? QStringLiteral("no answer") : QStringLiteral("an answer, expected none")));
+        m_differences.append(where + (living == nullptr ? tr("no answer") : tr("an answer, expected none")));
         return;
     }
     if (recorded == nullptr)

@@ -1,4 +1,7 @@
 #include "trace/meaning.h"
+#include "tracetr.h"
+
+#include "trace/tracetr.h"
 
 #include <QJsonArray>
 
@@ -56,6 +59,7 @@ QString nameOf(const QList<Meaning::Field>& fields, qsizetype index)
 QString takenText(qint64 microseconds)
 {
     constexpr double perMillisecond = 1000;
+    // untranslated: a trace is in English
     return QStringLiteral("%1 ms").arg(static_cast<double>(microseconds) / perMillisecond, 0, 'f', 3);
 }
 
@@ -67,7 +71,7 @@ bool isSame(const Meaning::Field& one, const Meaning::Field& other)
 
 QString told(const QString& name, const QString& given, const QString& expected)
 {
-    return QStringLiteral("%1: %2, expected %3").arg(name, shown(given), shown(expected));
+    return tr("%1: %2, expected %3").arg(name, shown(given), shown(expected));
 }
 
 } // namespace
@@ -88,7 +92,7 @@ QString Meaning::title() const
     if (hasCommand)
         words.append(
             name.isEmpty() ? QStringLiteral("(%1)").arg(code) : QStringLiteral("%1(%2)").arg(name, code));
-    if (kind == Kind::Answer && fault.isEmpty())
+    if (kind == Kind::Answer && fault.isEmpty()) // untranslated: a trace is in English
         words.append(error.isEmpty() ? QStringLiteral("ok") : QStringLiteral("error ") + error);
     if (!fault.isEmpty())
         words.append(QStringLiteral("BAD: ") + fault);
@@ -121,20 +125,19 @@ QStringList Meaning::differencesFrom(const Meaning& expected) const
 {
     if (kind != expected.kind || protocol != expected.protocol || code != expected.code
         || error != expected.error || fault != expected.fault)
-        return {QStringLiteral("%1, expected %2").arg(title(), expected.title())};
+        return {tr("%1, expected %2").arg(title(), expected.title())};
     QStringList lines;
     if (envelope != expected.envelope)
         lines.append(told(QStringLiteral("envelope"), envelope, expected.envelope));
     for (qsizetype index = 0; index < qMax(fields.size(), expected.fields.size()); ++index) {
         if (index >= fields.size())
-            lines.append(QStringLiteral("%1: missing").arg(nameOf(expected.fields, index)));
+            lines.append(tr("%1: missing").arg(nameOf(expected.fields, index)));
         else if (index >= expected.fields.size())
-            lines.append(QStringLiteral("%1: too much").arg(nameOf(fields, index)));
+            lines.append(tr("%1: too much").arg(nameOf(fields, index)));
         else if (!isSame(fields.at(index), expected.fields.at(index)))
             lines.append(fields.at(index).name == expected.fields.at(index).name
                     ? told(nameOf(fields, index), fields.at(index).value, expected.fields.at(index).value)
-                    : QStringLiteral("%1, expected %2")
-                          .arg(nameOf(fields, index), nameOf(expected.fields, index)));
+                    : tr("%1, expected %2").arg(nameOf(fields, index), nameOf(expected.fields, index)));
     }
     return lines;
 }

@@ -1,7 +1,9 @@
 #include "trace/registerplayer.h"
+#include "tracetr.h"
 
 #include "trace/hexframe.h"
 #include "trace/signs.h"
+#include "trace/tracetr.h"
 #include "trace/xmldocument.h"
 
 #include <algorithm>
@@ -147,11 +149,11 @@ QList<RegisterPlayer::Answer> RegisterPlayer::play(const Exchange& exchange, con
 QByteArray RegisterPlayer::refuse(const Frame& frame, const Meaning& meaning)
 {
     const bool isOver = m_next >= m_exchanges.size();
-    const QStringList differences = isOver ? QStringList{QStringLiteral("the trace is over")}
+    const QStringList differences = isOver ? QStringList{tr("the trace is over")}
                                            : meaning.differencesFrom(m_exchanges.at(m_next).meaning);
     m_complaints.append(
         QStringLiteral("%1: %2").arg(meaning.title(), differences.join(QStringLiteral("; "))));
-    if (meaning.protocol == QStringLiteral("XML"))
+    if (meaning.protocol == QStringLiteral("XML")) // untranslated: goes to the host
         return xmldocument::refusal(xmldocument::parse(frame.bytes), QStringLiteral("not in the trace"));
     const HexFrame request = hexframe::parse(frame.bytes, Direction::ToRegister);
     return hexframe::answer(request.id, request.command, cannotBeDone);

@@ -1,6 +1,8 @@
 #include "trace/tracefile.h"
+#include "tracetr.h"
 
 #include "trace/traceline.h"
+#include "trace/tracetr.h"
 
 #include <QFileInfo>
 
@@ -15,7 +17,7 @@ QString TraceFile::judge(const QString& name)
     if (!there.isFile() || there.size() == 0 || !file.open(QIODevice::ReadOnly))
         return {};
     if (!traceline::isHead(file.readLine().trimmed()))
-        return QStringLiteral("is there and is no trace");
+        return tr("is there and is no trace");
     file.seek(file.size() - 1);
     m_hasOpenLine = file.read(1) != "\n";
     return {};

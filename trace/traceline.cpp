@@ -1,4 +1,7 @@
 #include "trace/traceline.h"
+#include "tracetr.h"
+
+#include "trace/tracetr.h"
 
 #include <QDateTime>
 #include <QRegularExpression>
@@ -42,6 +45,7 @@ qint64 timeOf(const QRegularExpressionMatch& match)
 
 QByteArray head(bool isMasked)
 {
+    // untranslated: the format
     return isMasked ? "# frtrace 1 masked\n" : "# frtrace 1 full\n";
 }
 
@@ -74,7 +78,7 @@ std::optional<Frame> parse(const QByteArray& line, QString& error)
                        "([1-9]\\d{0,5}) ([<>]) ([0-9A-F]+)(?: .*)?$"));
     const QRegularExpressionMatch match = form.match(QString::fromUtf8(line));
     if (!match.hasMatch()) {
-        error = QStringLiteral("is no head, no note, and no frame as TIME CONNECTION > BYTES MEANING");
+        error = tr("is no head, no note, and no frame as TIME CONNECTION > BYTES MEANING");
         return std::nullopt;
     }
     Frame frame;
@@ -83,9 +87,9 @@ std::optional<Frame> parse(const QByteArray& line, QString& error)
     frame.direction = match.captured(6) == QStringLiteral(">") ? Direction::ToRegister : Direction::ToHost;
     const QByteArray digits = match.captured(7).toLatin1();
     if (frame.microseconds < 0)
-        error = QStringLiteral("has no time that there is");
+        error = tr("has no time that there is");
     else if (digits.size() % 2 != 0)
-        error = QStringLiteral("has half a byte at the end of its bytes");
+        error = tr("has half a byte at the end of its bytes");
     frame.bytes = QByteArray::fromHex(digits);
     return error.isEmpty() ? std::optional<Frame>(frame) : std::nullopt;
 }

@@ -1,6 +1,8 @@
 #include "trace/tracereader.h"
+#include "tracetr.h"
 
 #include "trace/traceline.h"
+#include "trace/tracetr.h"
 
 #include <algorithm>
 #include <optional>
@@ -35,7 +37,7 @@ private:
 Trace Reading::take()
 {
     if (!traceline::isHead(m_lines.constFirst()))
-        throw TraceError(QStringLiteral("line 1: is not the head of a trace, \"# frtrace 1\""));
+        throw TraceError(tr("line 1: is not the head of a trace, \"# frtrace 1\""));
     // Behind the last line's end there is nothing.
     const qsizetype count = m_lines.constLast().isEmpty() ? m_lines.size() - 1 : m_lines.size();
     for (qsizetype index = 0; index < count; ++index)
@@ -67,7 +69,7 @@ void Reading::readFrame(qsizetype index)
     if (isCut && (!frame || !traceline::hasMeaning(line)))
         return;
     if (!frame)
-        throw TraceError(QStringLiteral("line %1: %2").arg(index + 1).arg(error));
+        throw TraceError(tr("line %1: %2").arg(index + 1).arg(error));
     frame->connection += m_before;
     m_highest = std::max(m_highest, frame->connection);
     m_trace.frames.append(*frame);

@@ -12,17 +12,21 @@ namespace {
 
 constexpr int PatienceMs = 30000;
 
-/// No test touches the journal of the machine.
-class OwnJournal
+/// No test touches the journal of the machine, nor minds the language of whoever starts it.
+class Surroundings
 {
 public:
-    OwnJournal() { qputenv("FRSPF_JOURNAL", m_folder.filePath("sales.sqlite").toLocal8Bit()); }
+    Surroundings()
+    {
+        qputenv("FRSPF_JOURNAL", m_folder.filePath("sales.sqlite").toLocal8Bit());
+        qputenv("LC_ALL", "C.UTF-8");
+    }
 
 private:
     QTemporaryDir m_folder;
 };
 
-const OwnJournal ownJournal;
+const Surroundings surroundings;
 
 QStringList withPlugin(const QStringList& arguments)
 {

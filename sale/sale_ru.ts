@@ -1,0 +1,151 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ru_RU" sourcelanguage="en">
+<context>
+    <name>sale</name>
+    <message>
+        <source>&quot;%1&quot; is the id of another receipt, of %2</source>
+        <translation>&quot;%1&quot; — имя другого чека, от %2</translation>
+    </message>
+    <message>
+        <source>the time of the document %1 is over</source>
+        <translation>время документа %1 вышло</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has not 8 to 64 of A-Z a-z 0-9 . _ : -</source>
+        <translation>&quot;%1&quot;: нужно от 8 до 64 символов из A-Z a-z 0-9 . _ : -</translation>
+    </message>
+    <message>
+        <source>it must be a file that this user can write</source>
+        <translation>нужен файл, в который этот пользователь может писать</translation>
+    </message>
+    <message>
+        <source>whoever sells must be able to write the file and its folder: be of the group %1 (usermod -aG %1 USER, then log in anew)</source>
+        <translation>кто продаёт, тот должен иметь право писать в файл и его каталог: нужна группа %1 (usermod -aG %1 USER, затем войти заново)</translation>
+    </message>
+    <message>
+        <source>another program has it locked; try again, and end that program if it hangs</source>
+        <translation>он заблокирован другой программой; повторите, а если она зависла, завершите её</translation>
+    </message>
+    <message>
+        <source>the disk is full; nothing is sold until there is room</source>
+        <translation>диск заполнен; продаж нет, пока нет места</translation>
+    </message>
+    <message>
+        <source>it is damaged; put a backup in its place, or move it away and look through the register&apos;s tape before frctl journal accept</source>
+        <translation>он повреждён; верните резервную копию или уберите его и просмотрите ленту кассы, прежде чем выполнить frctl journal accept</translation>
+    </message>
+    <message>
+        <source>the disk fails or has no room</source>
+        <translation>диск неисправен или заполнен</translation>
+    </message>
+    <message>
+        <source>journal %1: %2</source>
+        <translation>журнал %1: %2</translation>
+    </message>
+    <message>
+        <source>name one that is not there</source>
+        <translation>назовите файл, которого ещё нет</translation>
+    </message>
+    <message>
+        <source>was found bad by the register: %1</source>
+        <translation>признан кассой негодным: %1</translation>
+    </message>
+    <message>
+        <source>was not wholly checked by the register: %1</source>
+        <translation>проверен кассой не полностью: %1</translation>
+    </message>
+    <message>
+        <source>verification key wrong</source>
+        <translation>ключ проверки неверен</translation>
+    </message>
+    <message>
+        <source>verification key right</source>
+        <translation>ключ проверки верен</translation>
+    </message>
+    <message>
+        <source>verification key not checked by the fiscal drive</source>
+        <translation>ключ проверки не проверен фискальным накопителем</translation>
+    </message>
+    <message>
+        <source>planned status of the goods wrong on line</source>
+        <translation>планируемый статус товара неверен по онлайн-проверке</translation>
+    </message>
+    <message>
+        <source>planned status of the goods right on line</source>
+        <translation>планируемый статус товара верен по онлайн-проверке</translation>
+    </message>
+    <message>
+        <source>planned status of the goods not checked on line</source>
+        <translation>планируемый статус товара онлайн не проверен</translation>
+    </message>
+    <message>
+        <source>checked by a register in autonomous mode</source>
+        <translation>проверено кассой в автономном режиме</translation>
+    </message>
+    <message>
+        <source>the document was cancelled</source>
+        <translation>документ отменён</translation>
+    </message>
+    <message>
+        <source>the document could not be cancelled; the register&apos;s next start cleans it up</source>
+        <translation>документ отменить не удалось; он будет убран при следующем запуске кассы</translation>
+    </message>
+    <message>
+        <source>the document was being closed: it may have been issued, look at the register before you repeat it</source>
+        <translation>документ закрывался: возможно, он пробит; прежде чем повторять, посмотрите на кассу</translation>
+    </message>
+    <message>
+        <source>the document may have been issued: look at the register before you repeat it</source>
+        <translation>возможно, документ пробит: прежде чем повторять, посмотрите на кассу</translation>
+    </message>
+    <message>
+        <source>the document was issued; do not repeat it</source>
+        <translation>документ пробит; не повторяйте его</translation>
+    </message>
+    <message>
+        <source>the document was not issued; it may be repeated</source>
+        <translation>документ не пробит; его можно повторить</translation>
+    </message>
+    <message>
+        <source>another register is at the line: its %1 is %2, not %3</source>
+        <translation>на линии другая касса: %1 — %2, а не %3</translation>
+    </message>
+    <message>
+        <source>serial number</source>
+        <translation>заводской номер</translation>
+    </message>
+    <message>
+        <source>tax number</source>
+        <translation>ИНН</translation>
+    </message>
+    <message>
+        <source>receipts</source>
+        <translation>чеки</translation>
+    </message>
+    <message>
+        <source>documents %1 to %2</source>
+        <translation>документы с %1 по %2</translation>
+    </message>
+    <message>
+        <source>the register has %1 of fiscal drive %2 that this journal does not know: look at its tape for sales of yours, then frctl journal accept</source>
+        <translation>в кассе есть %1 фискального накопителя %2, которых нет в этом журнале: найдите на ленте свои продажи, затем выполните frctl journal accept</translation>
+    </message>
+    <message>
+        <source>may have been sold on %1: that sale was broken off</source>
+        <translation>возможно, продан %1: та продажа оборвалась</translation>
+    </message>
+    <message>
+        <source>was sold on %1, document %2 of fiscal drive %3, and not returned since</source>
+        <translation>продан %1, документ %2 фискального накопителя %3, и с тех пор не возвращён</translation>
+    </message>
+    <message>
+        <source>the document was issued %1 times: if it moved cash, take back %2 of them</source>
+        <translation>документ пробит столько раз: %1; если двигались наличные, столько раз верните: %2</translation>
+    </message>
+    <message>
+        <source>document %1: </source>
+        <translation>документ %1: </translation>
+    </message>
+</context>
+</TS>
