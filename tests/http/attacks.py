@@ -18,6 +18,8 @@ WAIT = b"GET /wait HTTP/1.1\r\nHost: localhost\r\nAuthorization: Bearer %s\r\n\r
 
 def be_good(server, stop, slowest):
     """Asks in a process of its own, so that the attackers do not hold it up."""
+    # The server ends with its parent, whose end of the pipe is the last one then.
+    server.process.stdin.close()
     body = b"x" * 10_000
     request = (b"POST /echo/a HTTP/1.1\r\nHost: localhost\r\nConnection: close\r\nContent-Length: %d\r\n\r\n%s"
                % (len(body), body))
@@ -54,6 +56,10 @@ class Attack:
                 self.cut += 1
                 await asyncio.sleep(0.2)
 
+    async def read(self, reader):
+        """Up to the end of the connection, or of the attack."""
+        return await asyncio.wait_for(reader.read(), max(0, self.end - time.monotonic()))
+
     async def trickle(self, _, writer):
         writer.write(HEAD)
         while self.goes_on():
@@ -69,13 +75,13 @@ class Attack:
             await asyncio.sleep(1)
 
     async def be_silent(self, reader, _):
-        if await reader.read() == b"":
+        if await self.read(reader) == b"":
             raise ConnectionResetError
 
     async def half_close(self, reader, writer):
         writer.write(HEAD)
         writer.write_eof()
-        await reader.read()
+        await self.read(reader)
 
     async def send_gigabyte(self, _, writer):
         writer.write(HEAD + b"Content-Length: 1073741824\r\n\r\n")
