@@ -6,6 +6,7 @@
 #include "trace/tracereader.h"
 
 #include <QDir>
+#include <QJsonArray>
 #include <QJsonDocument>
 
 #include <gtest/gtest.h>

@@ -1,0 +1,117 @@
+#include "programs.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QRegularExpression>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const QString markedSale = QStringLiteral(FRSPF_EXAMPLES "/marked-sale.json");
+
+Result runIn(const QString& language, const QStringList& arguments)
+{
+    return runFrctl(QStringList{"--lang", language} + arguments);
+}
+
+bool isRussian(const QString& text)
+{
+    static const QRegularExpression russian(QStringLiteral("[а-яё]{2}"));
+    return russian.match(text).hasMatch();
+}
+
+/// What a program reads of an answer: all but whether there is a text for people.
+QJsonValue withoutTexts(const QJsonValue& value)
+{
+    static const QStringList texts{"text", "action"};
+    if (value.isArray()) {
+        QJsonArray array;
+        for (const QJsonValue& element : value.toArray())
+            array.append(withoutTexts(element));
+        return array;
+    }
+    if (!value.isObject())
+        return value;
+    QJsonObject object = value.toObject();
+    for (const QString& key : object.keys())
+        object[key] = texts.contains(key) ? QJsonValue(object.value(key).isString())
+                                          : withoutTexts(object.value(key));
+    return object;
+}
+
+QJsonObject jsonOf(const Result& result)
+{
+    return QJsonDocument::fromJson(result.output).object();
+}
+
+TEST(Language, IsThatOfMessages)
+{
+    for (const QString& language : {QStringLiteral("en"), QStringLiteral("ru")}) {
+        for (const char* const line : {"stauts", "status", "sell", "--wait long status"}) {
+            const Result result = runIn(language, QString(line).split(' '));
+            EXPECT_EQ(result.status, 2) << line;
+            EXPECT_EQ(isRussian(QString::fromUtf8(result.errors).remove("Иванова")), language == "ru")
+                << result.errors.constData();
+        }
+    }
+    EXPECT_TRUE(
+        isRussian(runShell(QStringLiteral("LC_ALL= LC_MESSAGES= LANG=ru_RU.UTF-8 " FRCTL " status")).errors));
+}
+
+TEST(Language, OfASectionIsThatOfItsRegister)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("frctl.ini"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("[till]\nlang = ru\n");
+    file.close();
+    const QStringList till{"--config", file.fileName(), "--register", "till", "status"};
+    EXPECT_TRUE(isRussian(runFrctl(till).errors));
+    EXPECT_FALSE(isRussian(runIn("en", till).errors));
+}
+
+// Also where a receipt stands in a line of its own, and the line is not told twice.
+TEST(Language, ChangesNothingOfAnAnswerButItsTexts)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("wrong.jsonl"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(
+        "{\"type\": \"sell\", \"items\": [{\"type\": \"position\", \"name\": 5}]}\n{\"a\": tru}\n{\"\xff\": 1}\n");
+    file.close();
+    const struct
+    {
+        QStringList command;
+        bool hasTexts;
+    } rows[] = {{{"check", file.fileName()}, true}, {{"sell", file.fileName()}, true}, {{"doctor"}, true},
+        {{"check", markedSale}, false}, {{"names", "fields"}, false}};
+    for (const auto& row : rows) {
+        const QJsonObject english = jsonOf(runIn("en", QStringList{"--json"} + row.command));
+        const QJsonObject russian = jsonOf(runIn("ru", QStringList{"--json"} + row.command));
+        ASSERT_FALSE(english.isEmpty()) << row.command.first().toStdString();
+        EXPECT_EQ(withoutTexts(russian), withoutTexts(english)) << row.command.first().toStdString();
+        EXPECT_EQ(russian != english, row.hasTexts) << row.command.first().toStdString();
+    }
+    const Result checked = runIn("ru", {"check", file.fileName()});
+    EXPECT_FALSE(checked.output.contains("строка ")) << checked.output.constData();
+}
+
+TEST(Language, OfWhatTheJournalKeepsIsEnglish)
+{
+    Emulator emulator;
+    const QTemporaryDir folder;
+    const QStringList options{"--journal", folder.filePath("sales"), "--port", emulator.port(), "--json"};
+    const Result sold = runIn("ru", options + QStringList{"--id", "till-1:4711", "sell", markedSale});
+    ASSERT_EQ(sold.status, 0) << sold.errors.constData();
+    const QJsonArray warnings = jsonOf(sold).value("warnings").toArray();
+    ASSERT_FALSE(warnings.isEmpty());
+    EXPECT_TRUE(isRussian(warnings.first()["text"].toString()));
+    const QJsonObject kept = jsonOf(runIn("ru", options + QStringList{"journal", "show", "till-1:4711"}));
+    const QString text = kept.value("attempts")[0]["warnings"][0].toString();
+    EXPECT_TRUE(text.contains("not checked on line")) << text.toStdString();
+    EXPECT_FALSE(isRussian(text)) << text.toStdString();
+}
+
+} // namespace
