@@ -28,7 +28,8 @@ struct HealthCheck
     }
     QJsonObject json() const
     {
-        return {{QStringLiteral("name"), name}, {QStringLiteral("ok"), isWell ? QJsonValue(*isWell) : QJsonValue()},
+        return {{QStringLiteral("name"), name},
+            {QStringLiteral("ok"), isWell ? QJsonValue(*isWell) : QJsonValue()},
             {QStringLiteral("text"), text},
             {QStringLiteral("action"), action.isEmpty() ? QJsonValue() : QJsonValue(action)}};
     }
