@@ -22,13 +22,12 @@ const sockaddr* addressOf(MHD_Connection* connection)
 
 QByteArray digitsOf(const sockaddr* address)
 {
-    QByteArray digits(INET6_ADDRSTRLEN, '\0');
+    char text[INET6_ADDRSTRLEN] = {};
     const bool isFour = address->sa_family == AF_INET;
     const void* bytes = isFour
         ? static_cast<const void*>(&reinterpret_cast<const sockaddr_in*>(address)->sin_addr)
         : static_cast<const void*>(&reinterpret_cast<const sockaddr_in6*>(address)->sin6_addr);
-    inet_ntop(address->sa_family, bytes, digits.data(), static_cast<socklen_t>(digits.size()));
-    digits.truncate(qstrlen(digits.constData()));
+    const QByteArray digits = inet_ntop(address->sa_family, bytes, text, sizeof text);
     return digits.startsWith("::ffff:") ? digits.mid(7) : digits;
 }
 
