@@ -7,6 +7,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 packages=(
   g++ cmake ninja-build pkg-config ccache git python3
   qt6-base-dev qt6-5compat-dev qt6-serialport-dev libqrencode-dev libzint-dev nlohmann-json3-dev
+  libmicrohttpd-dev
   libqt6sql6-sqlite fonts-dejavu-core libgtest-dev libgmock-dev
 )
 # What the tests need besides.
