@@ -34,6 +34,7 @@ private:
     const Site& m_site;
     Limits m_limits;
     QString m_address;
+    quint16 m_port = 0;
     std::unique_ptr<Daemon> m_daemon;
 };
 

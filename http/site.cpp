@@ -32,7 +32,7 @@ Answer Site::answer(Request request) const
     try {
         Answer answer = answerInside(request);
         if (auto* response = std::get_if<Response>(&answer))
-            gate.allow(request, response->headers);
+            finish(request, response->headers);
         return request.method == "HEAD" ? headOnly(answer) : answer;
     } catch (const Problem& problem) {
         return refusal(request, problem);
@@ -46,8 +46,16 @@ Answer Site::answer(Request request) const
 Response Site::refusal(const Request& request, const Problem& problem) const
 {
     Response response = problem.response();
-    gate.allow(request, response.headers);
+    finish(request, response.headers);
     return response;
+}
+
+void Site::finish(const Request& request, Headers& answer) const
+{
+    answer.set("X-Content-Type-Options", "nosniff");
+    if (!answer.contains("Cache-Control"))
+        answer.set("Cache-Control", "no-store");
+    gate.allow(request, answer);
 }
 
 std::optional<Caller> Site::callerOf(const Request& request) const

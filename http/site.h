@@ -24,6 +24,8 @@ public:
     Answer answer(Request request) const;
     /// The same for a request that cannot be served, so that the page of a named origin can read why.
     Response refusal(const Request& request, const Problem& problem) const;
+    /// What every answer to the request has, also one that came later, or a stream.
+    void finish(const Request& request, Headers& answer) const;
     /// Whose token the request has, if any.
     std::optional<Caller> callerOf(const Request& request) const;
 
