@@ -4,6 +4,7 @@
 import asyncio
 import itertools
 import multiprocessing
+import resource
 import sys
 import time
 
@@ -131,6 +132,8 @@ def main():
         stop, slowest = multiprocessing.Event(), multiprocessing.Value("d", 0)
         good = multiprocessing.Process(target=be_good, args=(server, stop, slowest))
         good.start()
+        most = resource.getrlimit(resource.RLIMIT_NOFILE)[1]
+        resource.setrlimit(resource.RLIMIT_NOFILE, (most, most))
         attack = Attack(server)
         asyncio.run(attack.all_at_once())
         stop.set()
