@@ -1,10 +1,13 @@
 #include "http/admission.h"
 #include "http/intake.h"
+#include "http/listenerror.h"
+#include "http/listensocket.h"
 #include "message.h"
 
 #include <gmock/gmock.h>
 
 #include <arpa/inet.h>
+#include <unistd.h>
 
 using http::Admission;
 using http::Intake;
@@ -150,4 +153,22 @@ TEST(Intake, TheLargestMakesRoom)
     another.add("0");
     EXPECT_TRUE(another.problem());
     EXPECT_FALSE(small.problem());
+}
+
+TEST(ListenSocket, SaysWhyItCannot)
+{
+    namespace listensocket = http::listensocket;
+    const int socket = listensocket::open("127.0.0.1", 0);
+    const quint16 port = listensocket::portOf(socket);
+    ASSERT_NE(port, 0);
+    try {
+        listensocket::open("127.0.0.1", port);
+        ADD_FAILURE() << "two listen at one port";
+    } catch (const http::ListenError& error) {
+        EXPECT_THAT(error.what(), testing::HasSubstr(std::to_string(port)));
+    }
+    ::close(socket);
+    EXPECT_THROW(listensocket::open("localhost", 0), http::ListenError);
+    // Documentation's: no machine has it.
+    EXPECT_THROW(listensocket::open("192.0.2.1", 0), http::ListenError);
 }
