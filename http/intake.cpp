@@ -20,21 +20,24 @@ Problem noRoom()
 
 } // namespace
 
-Intake::Intake(const Limits& limits, qint64& room, const Request& request)
+Intake::Intake(const Limits& limits, BodyRoom& room, const Request& request)
     : m_limits(limits)
     , m_room(room)
     , m_request(request)
 {
     const qint64 announced = request.headers.value("Content-Length").toLongLong();
-    if (announced <= limits.body)
+    if (announced <= limits.body) {
+        // Untouched memory costs nothing, and a body that grows would take twice its size.
+        m_request.body.reserve(announced);
         return;
+    }
     refuse(tooLarge(limits.body));
     m_isHopeless = announced / patience > limits.body || request.headers.contains("Expect");
 }
 
 Intake::~Intake()
 {
-    release();
+    m_room.release(*this);
 }
 
 bool Intake::add(QByteArrayView bytes)
@@ -44,19 +47,22 @@ bool Intake::add(QByteArrayView bytes)
         return m_received / patience <= m_limits.body;
     if (m_received > m_limits.body) {
         refuse(tooLarge(m_limits.body));
-    } else if (m_room + bytes.size() > m_limits.bodies) {
-        refuse(noRoom());
+    } else if (!m_room.claim(*this, bytes.size())) {
+        loseRoom();
     } else {
         m_request.body.append(bytes);
-        m_room += bytes.size();
-        m_held += bytes.size();
     }
     return true;
 }
 
+void Intake::loseRoom()
+{
+    refuse(noRoom());
+}
+
 Request Intake::take()
 {
-    release();
+    m_room.release(*this);
     return std::move(m_request);
 }
 
@@ -64,13 +70,7 @@ void Intake::refuse(const Problem& problem)
 {
     m_problem = problem;
     m_request.body = QByteArray();
-    release();
-}
-
-void Intake::release()
-{
-    m_room -= m_held;
-    m_held = 0;
+    m_room.release(*this);
 }
 
 } // namespace http

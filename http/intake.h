@@ -1,5 +1,6 @@
 #pragma once
 
+#include "http/bodyroom.h"
 #include "http/limits.h"
 #include "http/problem.h"
 #include "http/request.h"
@@ -13,8 +14,7 @@ namespace http {
 class Intake
 {
 public:
-    /// The room is what all bodies take together.
-    Intake(const Limits& limits, qint64& room, const Request& request);
+    Intake(const Limits& limits, BodyRoom& room, const Request& request);
     ~Intake();
     Intake(const Intake&) = delete;
     Intake& operator=(const Intake&) = delete;
@@ -23,6 +23,8 @@ public:
     bool isHopeless() const { return m_isHopeless; }
     /// False when the client sends for ever.
     bool add(QByteArrayView bytes);
+    /// Its place is wanted for others; what was received is dropped.
+    void loseRoom();
     /// What is wrong of the body.
     const std::optional<Problem>& problem() const { return m_problem; }
     const Request& request() const { return m_request; }
@@ -31,13 +33,11 @@ public:
 
 private:
     void refuse(const Problem& problem);
-    void release();
 
     const Limits& m_limits;
-    qint64& m_room;
+    BodyRoom& m_room;
     Request m_request;
     qint64 m_received = 0;
-    qint64 m_held = 0;
     bool m_isHopeless = false;
     std::optional<Problem> m_problem;
 };

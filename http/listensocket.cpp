@@ -6,6 +6,7 @@
 
 #include <arpa/inet.h>
 #include <cstring>
+#include <malloc.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -66,8 +67,10 @@ quint16 portOf(int socket)
     return ntohs(address.sin6_port);
 }
 
-void makeRoom(int connections)
+void prepareProcess(int connections)
 {
+    constexpr int large = 128 * 1024;
+    ::mallopt(M_MMAP_THRESHOLD, large);
     constexpr rlim_t others = 256;
     rlimit room{};
     ::getrlimit(RLIMIT_NOFILE, &room);

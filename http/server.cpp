@@ -17,7 +17,7 @@ Server::~Server() = default;
 void Server::listen(const QString& address, quint16 port)
 {
     close();
-    listensocket::makeRoom(m_limits.connections);
+    listensocket::prepareProcess(m_limits.connections);
     const int socket = listensocket::open(address, port);
     m_port = listensocket::portOf(socket);
     m_address = address;

@@ -21,6 +21,7 @@ public:
     ~Server() override;
 
     /// At an address of this machine in digits, IPv4 or IPv6; port 0 takes a free one. Throws ListenError.
+    /// Raises the process's limit of descriptors, and has its large blocks of memory given back at once.
     void listen(const QString& address = QStringLiteral("127.0.0.1"), quint16 port = 0);
     /// Lets all clients go.
     void close();

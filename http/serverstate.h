@@ -1,6 +1,7 @@
 #pragma once
 
 #include "http/admission.h"
+#include "http/bodyroom.h"
 #include "http/counters.h"
 #include "http/hangupwatch.h"
 #include "http/limits.h"
@@ -15,6 +16,7 @@ struct ServerState
         : site(served)
         , limits(given)
         , admission(given)
+        , bodies(given.bodies)
     {
     }
 
@@ -23,8 +25,7 @@ struct ServerState
     Admission admission;
     HangUpWatch watch;
     Counters counters;
-    /// Bytes of the bodies that are being received.
-    qint64 bodies = 0;
+    BodyRoom bodies;
     /// Has the library run soon: it does not notice by itself that a connection was resumed.
     std::function<void()> wake;
 };

@@ -61,9 +61,8 @@ void Site::finish(const Request& request, Headers& answer) const
 std::optional<Caller> Site::callerOf(const Request& request) const
 {
     const QByteArray text = request.headers.value("Authorization").trimmed();
-    constexpr QByteArrayView scheme = "bearer ";
-    if (QByteArrayView(text).first(std::min(text.size(), scheme.size())).compare(scheme, Qt::CaseInsensitive)
-        != 0)
+    const QByteArray scheme = "bearer ";
+    if (text.left(scheme.size()).toLower() != scheme)
         return std::nullopt;
     return tokens.callerOf(text.mid(scheme.size()).trimmed());
 }

@@ -31,16 +31,14 @@ QByteArray tagOf(const QByteArray& bytes)
     return '"' + QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex().left(32) + '"';
 }
 
-Headers commonHeaders(const QByteArray& tag)
+void addCommonHeaders(Headers& headers, const QByteArray& tag)
 {
-    Headers headers;
     headers.set("ETag", tag);
     headers.set("Cache-Control", "no-cache");
     headers.set("Content-Security-Policy",
         "default-src 'self'; img-src 'self' data: blob:; base-uri 'none'; form-action 'self'; "
         "frame-ancestors 'none'");
     headers.set("Referrer-Policy", "no-referrer");
-    return headers;
 }
 
 bool isKnown(const QByteArray& ifNoneMatch, const QByteArray& tag)
@@ -73,8 +71,7 @@ std::optional<Response> StaticFiles::find(const Request& request) const
         return std::nullopt;
     const bool isUnchanged = isKnown(request.headers.value("If-None-Match"), file->tag);
     Response response = isUnchanged ? Response::empty(304) : Response::bytes(file->bytes, file->type);
-    for (const auto& [field, value] : commonHeaders(file->tag).fields())
-        response.headers.set(field, value);
+    addCommonHeaders(response.headers, file->tag);
     return response;
 }
 

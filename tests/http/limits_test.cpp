@@ -1,0 +1,174 @@
+#include "http/admission.h"
+#include "http/intake.h"
+#include "http/listenerror.h"
+#include "http/listensocket.h"
+#include "message.h"
+
+#include <gmock/gmock.h>
+
+#include <arpa/inet.h>
+#include <unistd.h>
+
+using http::Admission;
+using http::Intake;
+using http::Limits;
+
+namespace {
+
+QByteArray keyOf(const char* digits)
+{
+    sockaddr_in four{};
+    four.sin_family = AF_INET;
+    sockaddr_in6 six{};
+    six.sin6_family = AF_INET6;
+    if (inet_pton(AF_INET, digits, &four.sin_addr) == 1)
+        return Admission::keyOf(reinterpret_cast<const sockaddr*>(&four));
+    inet_pton(AF_INET6, digits, &six.sin6_addr);
+    return Admission::keyOf(reinterpret_cast<const sockaddr*>(&six));
+}
+
+Limits small()
+{
+    Limits limits;
+    limits.connections = 10;
+    limits.connectionsOfStranger = 2;
+    limits.connectionsOfCaller = 5;
+    limits.body = 10;
+    limits.bodies = 15;
+    return limits;
+}
+
+/// How many get in of an address before one is refused.
+int entering(Admission& admission, const QByteArray& key, Admission::Clock::time_point now)
+{
+    int count = 0;
+    for (; admission.mayEnter(key, now); ++count)
+        admission.enter(key);
+    return count;
+}
+
+} // namespace
+
+TEST(Admission, CountsByAddress)
+{
+    EXPECT_EQ(keyOf("::ffff:10.0.0.1"), keyOf("10.0.0.1"));
+    EXPECT_NE(keyOf("10.0.0.2"), keyOf("10.0.0.1"));
+    EXPECT_EQ(keyOf("2001:db8::1"), keyOf("2001:db8::ffff:1"));
+    EXPECT_NE(keyOf("2001:db8:0:1::1"), keyOf("2001:db8::1"));
+}
+
+TEST(Admission, HasMoreRoomForCallersAndAnEndForAll)
+{
+    const Limits limits = small();
+    Admission admission(limits);
+    const Admission::Clock::time_point now{};
+    EXPECT_EQ(entering(admission, "a", now), 2);
+    admission.showToken("a");
+    EXPECT_EQ(entering(admission, "a", now), 3);
+    EXPECT_EQ(entering(admission, "b", now), 2);
+    EXPECT_EQ(entering(admission, "c", now), 2);
+    EXPECT_EQ(entering(admission, "d", now), 1);
+    admission.leave("d", false, now);
+    EXPECT_EQ(entering(admission, "d", now), 1);
+}
+
+TEST(Admission, RemembersACallerForAWhile)
+{
+    const Limits limits = small();
+    Admission admission(limits);
+    const Admission::Clock::time_point now{};
+    admission.enter("a");
+    admission.showToken("a");
+    admission.leave("a", true, now);
+    const auto later = now + limits.idle;
+    EXPECT_EQ(entering(admission, "a", later - Limits::Time(1)), 5);
+    EXPECT_FALSE(admission.mayEnter("a", later));
+    for (int count = 0; count < 5; ++count)
+        admission.leave("a", false, later);
+    EXPECT_EQ(entering(admission, "a", later), 2);
+}
+
+TEST(Intake, BoundsBodies)
+{
+    struct Row
+    {
+        QByteArray length;
+        QByteArray expect;
+        int pieces; // of 5 bytes each, as many as are taken
+        bool isHopeless;
+        int status; // 0: none
+    };
+    const Limits limits = small();
+    const QList<Row> rows{{"10", "", 2, false, 0}, {"", "", 2, false, 0}, {"", "", 3, false, 413},
+        {"11", "", 2, false, 413}, {"11", "100-continue", 0, true, 413}, {"10", "100-continue", 2, false, 0},
+        {"1000000", "", 0, true, 413}, {"99999999999999999999", "", 0, false, 0}};
+    for (const Row& row : rows) {
+        http::BodyRoom room(limits.bodies);
+        QList<http::Headers::Field> headers;
+        if (!row.length.isEmpty())
+            headers.append({"Content-Length", row.length});
+        if (!row.expect.isEmpty())
+            headers.append({"Expect", row.expect});
+        Intake intake(limits, room, message("POST", "/", headers));
+        for (int piece = 0; piece < row.pieces; ++piece)
+            EXPECT_TRUE(intake.add("12345"));
+        EXPECT_EQ(intake.isHopeless(), row.isHopeless) << row.length.constData();
+        EXPECT_EQ(intake.problem() ? intake.problem()->status() : 0, row.status) << row.length.constData();
+        EXPECT_EQ(room.taken(), row.status ? 0 : 5 * row.pieces);
+        EXPECT_EQ(intake.take().body.size(), row.status ? 0 : 5 * row.pieces);
+        EXPECT_EQ(room.taken(), 0);
+    }
+}
+
+TEST(Intake, CutsWhoSendsForEver)
+{
+    const Limits limits = small();
+    http::BodyRoom room(limits.bodies);
+    Intake intake(limits, room, message("POST", "/"));
+    int pieces = 0;
+    while (intake.add("12345") && pieces < 1000)
+        ++pieces;
+    EXPECT_THAT(pieces, testing::AllOf(testing::Gt(3), testing::Lt(100)));
+}
+
+TEST(Intake, TheLargestMakesRoom)
+{
+    const Limits limits = small();
+    http::BodyRoom room(limits.bodies);
+    Intake large(limits, room, message("POST", "/"));
+    Intake small(limits, room, message("POST", "/"));
+    large.add("12345678");
+    small.add("12345");
+    large.add("90");
+    EXPECT_FALSE(large.problem());
+    small.add("1");
+    EXPECT_FALSE(small.problem());
+    ASSERT_TRUE(large.problem());
+    EXPECT_EQ(large.problem()->status(), 503);
+    EXPECT_TRUE(large.problem()->response().headers.contains("Retry-After"));
+    EXPECT_EQ(room.taken(), 6);
+
+    Intake another(limits, room, message("POST", "/"));
+    another.add("123456789");
+    another.add("0");
+    EXPECT_TRUE(another.problem());
+    EXPECT_FALSE(small.problem());
+}
+
+TEST(ListenSocket, SaysWhyItCannot)
+{
+    namespace listensocket = http::listensocket;
+    const int socket = listensocket::open("127.0.0.1", 0);
+    const quint16 port = listensocket::portOf(socket);
+    ASSERT_NE(port, 0);
+    try {
+        listensocket::open("127.0.0.1", port);
+        ADD_FAILURE() << "two listen at one port";
+    } catch (const http::ListenError& error) {
+        EXPECT_THAT(error.what(), testing::HasSubstr(std::to_string(port)));
+    }
+    ::close(socket);
+    EXPECT_THROW(listensocket::open("localhost", 0), http::ListenError);
+    // Documentation's: no machine has it.
+    EXPECT_THROW(listensocket::open("192.0.2.1", 0), http::ListenError);
+}
