@@ -47,7 +47,8 @@ bool isHit(FaultRules::Use& use, const FaultRequest& request, Language language)
     if (!fits(use.rule, request, language))
         return false;
     ++use.fitting;
-    const bool isTurn = use.rule.nth ? use.fitting == *use.rule.nth : use.fitting % use.rule.each.value_or(1) == 0;
+    const bool isTurn
+        = use.rule.nth ? use.fitting == *use.rule.nth : use.fitting % use.rule.each.value_or(1) == 0;
     return isTurn && isLucky(use);
 }
 

@@ -54,8 +54,8 @@ void Desk::printed(const tape::Page& page)
 {
     const quint32 last = m_device.drive().last().number;
     // It was stored just now, or the paper had ended on it.
-    const bool isOfLast = last != m_documentBefore
-        || (m_device.document().isStored() && m_device.document().isReceipt());
+    const bool isOfLast
+        = last != m_documentBefore || (m_device.document().isStored() && m_device.document().isReceipt());
     const int number = m_tape.add(m_device.now(), isOfLast ? last : 0, page);
     tell("tape", {{QStringLiteral("number"), number}});
 }

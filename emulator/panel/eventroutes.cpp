@@ -41,7 +41,8 @@ Answer wait(Desk& desk, const Request& request)
     };
     const QString wanted = text("event");
     if (!eventNames().contains(wanted))
-        throw http::Problem(400, QStringLiteral("event is one of: ") + eventNames().join(QStringLiteral(", ")));
+        throw http::Problem(
+            400, QStringLiteral("event is one of: ") + eventNames().join(QStringLiteral(", ")));
     const int seconds = request.queryNumber(QStringLiteral("timeout"), 0, longest).value_or(usual);
     const auto filter = [number = desk.number(), wanted, type = text("type"), command = text("command")](
                             const Event& event) {

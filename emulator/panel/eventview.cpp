@@ -52,8 +52,7 @@ QJsonObject warning(const LoggedExchange& exchange, const LoggedExchange::Warnin
 
 QJsonObject fault(const LoggedExchange& exchange)
 {
-    return {{QStringLiteral("exchange"), exchange.number},
-        {QStringLiteral("mode"), exchange.exchange.fault}};
+    return {{QStringLiteral("exchange"), exchange.number}, {QStringLiteral("mode"), exchange.exchange.fault}};
 }
 
 QJsonObject part(const QString& name)

@@ -37,8 +37,8 @@ QJsonArray warningsJson(const LoggedExchange& exchange)
 {
     QJsonArray warnings;
     for (const LoggedExchange::Warning& warning : exchange.warnings)
-        warnings.append(QJsonObject{
-            {QStringLiteral("kind"), warning.kind}, {QStringLiteral("text"), warning.text}});
+        warnings.append(
+            QJsonObject{{QStringLiteral("kind"), warning.kind}, {QStringLiteral("text"), warning.text}});
     return warnings;
 }
 
@@ -59,8 +59,7 @@ QJsonObject whole(const LoggedExchange& logged)
         {QStringLiteral("error"), jsonvalues::textOrNull(exchange.error)},
         {QStringLiteral("reason"), jsonvalues::textOrNull(exchange.reason)},
         {QStringLiteral("fault"), jsonvalues::textOrNull(exchange.fault)},
-        {QStringLiteral("document"),
-            jsonvalues::numberOrNull(logged.hasStored() ? logged.documentAfter : 0)},
+        {QStringLiteral("document"), jsonvalues::numberOrNull(logged.hasStored() ? logged.documentAfter : 0)},
         {QStringLiteral("warnings"), warningsJson(logged)}, {QStringLiteral("frames"), frames}};
 }
 

@@ -73,15 +73,16 @@ void ExchangeLog::forgetDocumentsAfter(quint32 document)
 
 const LoggedExchange* ExchangeLog::find(int number) const
 {
-    return number < first() || number > m_last ? nullptr : &m_exchanges[static_cast<size_t>(number - first())];
+    return number < first() || number > m_last ? nullptr
+                                               : &m_exchanges[static_cast<size_t>(number - first())];
 }
 
 const LoggedExchange* ExchangeLog::storing(quint32 document) const
 {
-    const auto found
-        = std::find_if(m_exchanges.crbegin(), m_exchanges.crend(), [document](const LoggedExchange& exchange) {
-              return exchange.documentBefore < document && document <= exchange.documentAfter;
-          });
+    const auto found = std::find_if(
+        m_exchanges.crbegin(), m_exchanges.crend(), [document](const LoggedExchange& exchange) {
+            return exchange.documentBefore < document && document <= exchange.documentAfter;
+        });
     return found == m_exchanges.crend() ? nullptr : &*found;
 }
 

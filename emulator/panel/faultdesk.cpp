@@ -22,7 +22,8 @@ FaultRequest lookedAt(const trace::Meaning& request)
 
 Fault faultOf(PowerCut cut)
 {
-    const QString& mode = cut == PowerCut::AfterStoring ? FaultPlan::powerOffAfter : FaultPlan::powerOffBefore;
+    const QString& mode
+        = cut == PowerCut::AfterStoring ? FaultPlan::powerOffAfter : FaultPlan::powerOffBefore;
     return FaultPlan::parseFault(mode).value_or(Fault());
 }
 

@@ -83,8 +83,8 @@ QJsonObject useJson(const FaultRules::Use& use)
     if (!use.rule.command.isEmpty())
         json[QStringLiteral("command")] = use.rule.command;
     if (use.rule.field)
-        json[QStringLiteral("field")] = QJsonObject{
-            {QStringLiteral("name"), use.rule.field->first}, {QStringLiteral("value"), use.rule.field->second}};
+        json[QStringLiteral("field")] = QJsonObject{{QStringLiteral("name"), use.rule.field->first},
+            {QStringLiteral("value"), use.rule.field->second}};
     putIf(json, "nth", use.rule.nth);
     putIf(json, "each", use.rule.each);
     putIf(json, "lifetime", use.rule.lifetime);

@@ -10,7 +10,7 @@ struct Hands
     /// Keeps what has changed and shows what was printed; false when it cannot be kept.
     std::function<bool()> keep = [] { return true; };
     /// Nothing is on its way over the line any more.
-    std::function<void()> dropLine = [] { };
+    std::function<void()> dropLine = [] {};
 };
 
 } // namespace emulator::panel

@@ -87,7 +87,8 @@ DocumentSearch searchOf(const Request& request)
         return request.queryValue(QLatin1String(name)).value_or(QString());
     };
     DocumentSearch search{0, text("sum"), text("id"), text("text")};
-    search.number = static_cast<quint32>(request.queryNumber(QStringLiteral("number"), 1, anyNumber).value_or(0));
+    search.number
+        = static_cast<quint32>(request.queryNumber(QStringLiteral("number"), 1, anyNumber).value_or(0));
     if (!search.sum.isEmpty()) {
         const std::optional<qint64> sum = parseDecimal(search.sum.toLatin1(), 2);
         if (!sum)
@@ -110,8 +111,7 @@ Answer documents(Desk& desk, const Request& request)
     for (const ArchivedDocument* const document : all.first(qMin<qsizetype>(limit, all.size())))
         heads.append(documentjson::head(*document, desk));
     const QJsonValue next = hasMore ? heads.last().toObject().value(QStringLiteral("number")) : QJsonValue();
-    return Response::json(
-        QJsonObject{{QStringLiteral("documents"), heads}, {QStringLiteral("next"), next}});
+    return Response::json(QJsonObject{{QStringLiteral("documents"), heads}, {QStringLiteral("next"), next}});
 }
 
 Answer document(Desk& desk, const Request& request)
@@ -201,13 +201,15 @@ Answer exchanges(Desk& desk, const Request& request)
     QList<const LoggedExchange*> all = exchangesFor(desk, request, after.value_or(0));
     const bool hasMore = after && all.size() > limit;
     // Who does not say where to begin wants to see the end.
-    all = after ? all.first(qMin<qsizetype>(limit, all.size())) : all.last(qMin<qsizetype>(limit, all.size()));
+    all = after ? all.first(qMin<qsizetype>(limit, all.size()))
+                : all.last(qMin<qsizetype>(limit, all.size()));
     QJsonArray list;
     for (const LoggedExchange* const exchange : all)
         list.append(exchangejson::whole(*exchange));
     return Response::json(QJsonObject{{QStringLiteral("exchanges"), list},
         {QStringLiteral("next"), hasMore ? QJsonValue(all.constLast()->number) : QJsonValue()},
-        {QStringLiteral("first"), desk.exchanges().first()}, {QStringLiteral("last"), desk.exchanges().last()}});
+        {QStringLiteral("first"), desk.exchanges().first()},
+        {QStringLiteral("last"), desk.exchanges().last()}});
 }
 
 Answer exchange(Desk& desk, const Request& request)

@@ -65,7 +65,9 @@ double Members::fraction(const QString& name, double least, double most)
 {
     const QJsonValue found = value(name);
     if (!found.isDouble() || found.toDouble() < least || found.toDouble() > most)
-        fail(name, QStringLiteral("is a number from %1 to %2").arg(QString::number(least, 'g', 12), QString::number(most, 'g', 12)));
+        fail(name,
+            QStringLiteral("is a number from %1 to %2")
+                .arg(QString::number(least, 'g', 12), QString::number(most, 'g', 12)));
     return found.toDouble();
 }
 

@@ -40,8 +40,8 @@ Answer snapshots(Desk& desk, const Request&)
 Answer keep(Desk& desk, const Request& request)
 {
     if (!StateFolder::isSnapshotName(nameOf(request)))
-        throw http::Problem(400,
-            QStringLiteral("The name is one of letters, digits, points, hyphens and underscores."));
+        throw http::Problem(
+            400, QStringLiteral("The name is one of letters, digits, points, hyphens and underscores."));
     carryOut([&] { desk.snapshots().keep(nameOf(request)); });
     return snapshots(desk, request);
 }

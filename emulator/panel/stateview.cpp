@@ -110,9 +110,10 @@ QJsonObject identity(const Register& device)
 
 QJsonObject registration(const Registration& registration)
 {
-    return {{QStringLiteral("number"), registration.number}, {QStringLiteral("userInn"), registration.userInn},
-        {QStringLiteral("userName"), registration.userName}, {QStringLiteral("address"), registration.address},
-        {QStringLiteral("place"), registration.place},
+    return {{QStringLiteral("number"), registration.number},
+        {QStringLiteral("userInn"), registration.userInn},
+        {QStringLiteral("userName"), registration.userName},
+        {QStringLiteral("address"), registration.address}, {QStringLiteral("place"), registration.place},
         {QStringLiteral("operatorInn"), registration.operatorInn},
         {QStringLiteral("operatorName"), registration.operatorName},
         {QStringLiteral("taxSystems"), registration.taxSystems},
@@ -135,8 +136,7 @@ QJsonObject whole(const Desk& desk)
         {QStringLiteral("document"), openDocument(device.document())},
         {QStringLiteral("faultRules"), desk.faults().rules().uses().size()},
         {QStringLiteral("lastExchange"), jsonvalues::numberOrNull(desk.exchanges().last())},
-        {QStringLiteral("lastEvent"),
-            QString::fromLatin1(desk.events().idOf(desk.events().lastNumber()))}};
+        {QStringLiteral("lastEvent"), QString::fromLatin1(desk.events().idOf(desk.events().lastNumber()))}};
 }
 
 QJsonObject brief(const Desk& desk)

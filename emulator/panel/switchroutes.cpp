@@ -32,8 +32,8 @@ Answer setPaper(Desk& desk, const Request& request)
     constexpr int usualRest = 3;
     constexpr int longestRest = 100'000;
     Members members(request.json());
-    const QString state = members.word(QStringLiteral("state"),
-        {QStringLiteral("in"), QStringLiteral("nearEnd"), QStringLiteral("out")});
+    const QString state = members.word(
+        QStringLiteral("state"), {QStringLiteral("in"), QStringLiteral("nearEnd"), QStringLiteral("out")});
     const QString linesName = QStringLiteral("linesLeft");
     const QString quietName = QStringLiteral("quietly");
     const bool isNearEnd = state == QStringLiteral("nearEnd");
@@ -114,11 +114,12 @@ Answer setClock(Desk& desk, const Request& request)
     const QString speedName = QStringLiteral("speed");
     Members members(request.json());
     const std::optional<QString> text = members.optionalText(timeName);
-    const QDateTime time = QDateTime::fromString(text.value_or(QString()), QStringLiteral("yyyy-MM-ddTHH:mm:ss"));
+    const QDateTime time
+        = QDateTime::fromString(text.value_or(QString()), QStringLiteral("yyyy-MM-ddTHH:mm:ss"));
     if (text && !time.isValid())
         members.fail(timeName, QStringLiteral("is a time such as 2026-03-01T09:00:00"));
-    const double speed = members.has(speedName) ? members.fraction(speedName, 0, greatestSpeed)
-                                                : desk.device().clockSpeed();
+    const double speed
+        = members.has(speedName) ? members.fraction(speedName, 0, greatestSpeed) : desk.device().clockSpeed();
     members.finish();
     if (!text && !members.has(speedName))
         members.fail(timeName, QStringLiteral("or speed is missing"));

@@ -63,7 +63,8 @@ QString readPanel(const QCommandLineParser& parser, Options& options)
         return error;
     return address.isLoopback() || !options.panelToken.isEmpty()
         ? QString()
-        : QStringLiteral("others than this machine are let in with --panel-token or --panel-token-file alone");
+        : QStringLiteral(
+            "others than this machine are let in with --panel-token or --panel-token-file alone");
 }
 
 QString readRegisters(const QCommandLineParser& parser, Options& options)
@@ -104,15 +105,19 @@ void addNumber(QString& file, int number)
 void describe(QCommandLineParser& parser)
 {
     parser.addOptions({
-        {panelName, QStringLiteral("Show the register in a browser, and let it be worked over HTTP (%1).").arg(usualPort),
+        {panelName,
+            QStringLiteral("Show the register in a browser, and let it be worked over HTTP (%1).")
+                .arg(usualPort),
             QStringLiteral("[PORT]")},
         {addressName, QStringLiteral("Listen there instead of 127.0.0.1."), QStringLiteral("ADDRESS")},
         {tokenName, QStringLiteral("Let in with that token alone."), QStringLiteral("TOKEN")},
         {tokenFileName, QStringLiteral("The same, from a file."), QStringLiteral("FILE")},
         {registersName,
-            QStringLiteral("So many registers: LINK.1, LINK.2 ... or ports from PORT on, DIR/1 ... for states."),
+            QStringLiteral(
+                "So many registers: LINK.1, LINK.2 ... or ports from PORT on, DIR/1 ... for states."),
             QStringLiteral("N")},
-        {QStringLiteral("magic"), QStringLiteral("The kopecks of the price of a position \"ТЕСТ\" choose a fault.")},
+        {QStringLiteral("magic"),
+            QStringLiteral("The kopecks of the price of a position \"ТЕСТ\" choose a fault.")},
     });
 }
 

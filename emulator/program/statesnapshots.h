@@ -8,10 +8,10 @@
 class StateSnapshots : public emulator::panel::Snapshots
 {
 public:
-    /// The register is as it left the factory. The memory is the one that it has, now and later; the source of
-    /// its clock is so many milliseconds ahead of the computer's clock.
-    StateSnapshots(std::unique_ptr<emulator::Memory>& memory, emulator::Register& device, const QString& folder,
-        qint64 sourceAhead);
+    /// The register is as it left the factory. The memory is the one that it has, now and later; the source
+    /// of its clock is so many milliseconds ahead of the computer's clock.
+    StateSnapshots(std::unique_ptr<emulator::Memory>& memory, emulator::Register& device,
+        const QString& folder, qint64 sourceAhead);
 
     QStringList names() const override { return m_memory->folder().snapshots(); }
     void keep(const QString& name) override { m_memory->folder().keepSnapshot(name); }

@@ -37,8 +37,8 @@ QString withoutValues(const emulator::RefusedRequest& refused)
 
 } // namespace
 
-Station::Station(const Options& options, std::unique_ptr<emulator::Memory> memory, emulator::panel::Panel* panel,
-    QObject* parent)
+Station::Station(const Options& options, std::unique_ptr<emulator::Memory> memory,
+    emulator::panel::Panel* panel, QObject* parent)
     : QObject(parent)
     , m_options(options)
     , m_memory(std::move(memory))

@@ -14,7 +14,8 @@ namespace {
 const emulator::FaultRequest milkItem{"30", "AddPaymentObject", {{"name", "Молоко"}, {"price", "10.00"}}};
 const emulator::FaultRequest breadItem{"30", "AddPaymentObject", {{"item[1].name", "Хлеб"}}};
 const emulator::FaultRequest closing{"22", "FinishDocument", {}};
-const QList<emulator::FaultRequest> day{milkItem, closing, breadItem, closing, milkItem, closing, breadItem, closing};
+const QList<emulator::FaultRequest> day{
+    milkItem, closing, breadItem, closing, milkItem, closing, breadItem, closing};
 
 FaultRule ruleOf(const char* mode)
 {
@@ -54,13 +55,26 @@ TEST(FaultRules, ChooseTheirExchanges)
         {".....l..", {with(lost, [](auto& r) { r.nth = 3, r.command = "22"; })}},
         {"...l...l", {with(lost, [](auto& r) { r.each = 2, r.command = "FinishDocument"; })}},
         {"llll....", {with(lost, [](auto& r) { r.lifetime = 4; })}},
-        {"l...l...", {with(lost, [](auto& r) { r.field = {"name", "Молоко"}; })}},
-        {"..l...l.", {with(lost, [](auto& r) { r.field = {"name", "Хлеб"}; })}},
-        {"........", {with(lost, [](auto& r) { r.field = {"ame", "Хлеб"}; })}},
+        {"l...l...",
+            {with(lost,
+                [](auto& r) {
+                    r.field = {"name", "Молоко"};
+                })}},
+        {"..l...l.",
+            {with(lost,
+                [](auto& r) {
+                    r.field = {"name", "Хлеб"};
+                })}},
+        {"........",
+            {with(lost,
+                [](auto& r) {
+                    r.field = {"ame", "Хлеб"};
+                })}},
         {"........", {with(lost, [](auto& r) { r.probability = 0; })}},
         // The first one that hits; the second has had its turn then.
         {"lsss....",
-            {with(lost, [](auto& r) { r.nth = 1; }), with(ruleOf("silence"), [](auto& r) { r.lifetime = 4; })}},
+            {with(lost, [](auto& r) { r.nth = 1; }),
+                with(ruleOf("silence"), [](auto& r) { r.lifetime = 4; })}},
         {"........", {ruleOf("answer:4.4004")}},
     };
     for (const auto& [hits, rules] : rows)

@@ -4,6 +4,7 @@
 #include "rig.h"
 #include "xmlrig.h"
 
+#include <gtest/gtest.h>
 #include <QCoreApplication>
 #include <QJsonDocument>
 
@@ -86,3 +87,22 @@ private:
         return pending.response().value_or(http::Response::empty());
     }
 };
+
+using HexPanel = PanelRig<Rig>;
+
+inline int code(HexPanel& rig, const Step& step)
+{
+    return rig.parse(rig.pass(rig.frame(step))).code;
+}
+
+inline void passAll(HexPanel& rig, const QList<Step>& steps)
+{
+    for (const Step& step : steps)
+        EXPECT_EQ(code(rig, step), 0) << step.code;
+}
+
+/// Document 1 is the registration, 2 the opening.
+inline void openShift(HexPanel& rig)
+{
+    passAll(rig, {{0x00, {"010324", "090000"}}, {0x6B, {"Иванова", "771234567890"}}});
+}
