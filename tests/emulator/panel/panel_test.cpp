@@ -1,6 +1,7 @@
 #include "panel/panelrig.h"
 
 #include <gtest/gtest.h>
+#include <QFile>
 #include <QUrl>
 
 using XmlPanel = PanelRig<XmlRig>;
@@ -220,6 +221,19 @@ TEST(Magic, KopecksChooseTheFaultOfTheirReceipt)
         EXPECT_EQ(rig.device.drive().last().number, row.documents) << row.price.constData();
         // It happens once.
         EXPECT_EQ(code(rig, finish()), row.documents == 3 ? 13 : 0) << row.price.constData();
+    }
+}
+
+TEST(Magic, StandsInTheManual)
+{
+    QFile manual(FRSPF_SOURCES "/docs/spf-emulator.1");
+    ASSERT_TRUE(manual.open(QIODevice::ReadOnly));
+    const QByteArray text = manual.readAll();
+    for (const auto& row : emulator::panel::MagicAmounts::table()) {
+        const QByteArray kopecks = QByteArray::number(row.kopecks).rightJustified(2, '0');
+        EXPECT_TRUE(text.contains('\n' + kopecks + '|' + row.onHex + '|' + row.onXml + '\n')) << row.kopecks;
+        for (const char* const mode : {row.onHex, row.onXml})
+            EXPECT_TRUE(emulator::FaultPlan::parseFault(mode)) << mode;
     }
 }
 
