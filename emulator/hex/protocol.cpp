@@ -52,6 +52,8 @@ void HexProtocol::receive(const QByteArray& bytes)
 {
     // Byte by byte: a command may tell that a raw block follows in the same piece.
     for (const char byte : bytes) {
+        if (!device().isPowered())
+            return;
         for (const HexFramer::Event& event : m_framer.feed(QByteArray(1, byte), milliseconds())) {
             switch (event.kind) {
             case HexFramer::Kind::Frame:
@@ -79,7 +81,7 @@ void HexProtocol::handleFrame(const QByteArray& frame)
 {
     if (frame.size() < shortestFrame)
         return;
-    const Fault fault = beginExchange();
+    const Fault fault = beginExchange(frame);
     if (fault.mode == FaultMode::Silence)
         return note(exchangeOf(frame, Refusal::None), fault);
     if (fault.isError()) {

@@ -17,6 +17,7 @@ public:
 
     void receive(const QByteArray& bytes) override;
     bool isIdle() const override { return m_framer.isIdle(milliseconds()); }
+    void forget() override { m_framer = HexFramer(); }
 
 protected:
     Language language() const override { return Language::Hex; }

@@ -35,6 +35,8 @@ struct Exchange
     QString error;
     /// In words for whoever writes the host.
     QString reason;
+    /// That it suffers, as a plan has it; empty for none.
+    QString fault;
     /// An error was answered that is a fault of the register and no refusal.
     bool isFalseError = false;
     /// The host cannot know from the answer what became of its request.

@@ -94,6 +94,8 @@ struct Fault
     int argument = 0;
     /// Of an error over XML; 0 over HEX, which has none.
     int category = 0;
+    /// The power goes: with a lost answer after the register has acted, else before.
+    bool cutsPower = false;
 
     /// The register answers an error instead of doing anything.
     bool isError() const { return mode == FaultMode::Answer || mode == FaultMode::ShapeCode8; }

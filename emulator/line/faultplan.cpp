@@ -128,6 +128,24 @@ std::optional<FaultPlan> FaultPlan::parse(const QString& text, QString* error)
     return plan;
 }
 
+const QString FaultPlan::powerOffBefore = QStringLiteral("power-off-before");
+const QString FaultPlan::powerOffAfter = QStringLiteral("power-off-after");
+
+std::optional<Fault> FaultPlan::parseFault(const QString& text)
+{
+    if (text == powerOffBefore || text == powerOffAfter)
+        return Fault{text == powerOffAfter ? FaultMode::Lost : FaultMode::Silence, 0, 0, true};
+    static const QRegularExpression form(QStringLiteral("\\A([a-z-]+)(?::([a-z0-9.-]+))?\\z"));
+    const QRegularExpressionMatch match = form.match(text);
+    return match.hasMatch() ? readFault(match.captured(1), match.captured(2)) : std::nullopt;
+}
+
+QString FaultPlan::argumentName(FaultMode mode)
+{
+    const ModeName* const found = findMode(mode);
+    return found == nullptr ? QString() : QLatin1String(found->argument);
+}
+
 QString FaultPlan::modeName(FaultMode mode)
 {
     const ModeName* const found = findMode(mode);
@@ -167,13 +185,19 @@ bool FaultPlan::fits(const Fault& fault, Language language)
     return mode == nullptr || (mode->languages & (language == Language::Hex ? onHex : onXml)) != 0;
 }
 
+QString FaultPlan::words(const Fault& fault)
+{
+    if (fault.cutsPower)
+        return fault.mode == FaultMode::Lost ? powerOffAfter : powerOffBefore;
+    const QString name = modeName(fault.mode);
+    if (fault.category > 0)
+        return QStringLiteral("%1:%2.%3").arg(name).arg(fault.category).arg(fault.argument);
+    return argumentName(fault.mode).isEmpty() ? name : QStringLiteral("%1:%2").arg(name).arg(fault.argument);
+}
+
 QString FaultPlan::misfitWords(const Fault& fault, Language language)
 {
-    QString name = modeName(fault.mode);
-    if (fault.mode == FaultMode::Answer && fault.category > 0)
-        name += QStringLiteral(":%1.%2").arg(fault.category).arg(fault.argument);
-    else if (fault.mode == FaultMode::Answer)
-        name += QStringLiteral(":%1").arg(fault.argument);
+    const QString name = words(fault);
     const QString other = language == Language::Hex ? QStringLiteral("XML") : QStringLiteral("HEX");
     return QStringLiteral("the fault %1 is one of %2").arg(name, other);
 }

@@ -18,7 +18,16 @@ public:
     /// Reads "mode[:argument]@exchange", several with commas between them; "@5+" means the fifth and all that
     /// follow.
     static std::optional<FaultPlan> parse(const QString& text, QString* error);
+    /// Reads "mode[:argument]", or the name of a cut of the power; no value for what is neither.
+    static std::optional<Fault> parseFault(const QString& text);
+    /// Those that a plan has not: there is nobody to switch the power on again.
+    static const QString powerOffBefore;
+    static const QString powerOffAfter;
     static QString modeName(FaultMode mode);
+    /// "mode" or "mode:argument", as parseFault reads it.
+    static QString words(const Fault& fault);
+    /// What the mode takes behind its name; empty for nothing.
+    static QString argumentName(FaultMode mode);
     static const QList<FaultMode>& allModes();
     /// All modes in words as they are written in a plan, with what they take.
     static QStringList usage();

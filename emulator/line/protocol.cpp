@@ -55,10 +55,12 @@ Protocol::Protocol(Register& device, Outbox& outbox, const Clock& clock)
 {
 }
 
-Fault Protocol::nextFault()
+Fault Protocol::nextFault(const QByteArray& request)
 {
     ++m_exchanges;
-    const Fault fault = m_next ? *std::exchange(m_next, std::nullopt) : m_plan.at(m_exchanges);
+    const Fault chosen = m_source != nullptr ? m_source->choose(request, language()) : Fault();
+    const Fault planned = chosen.mode == FaultMode::None ? m_plan.at(m_exchanges) : chosen;
+    const Fault fault = m_next ? *std::exchange(m_next, std::nullopt) : planned;
     if (FaultPlan::fits(fault, language()))
         return fault;
     if (m_misfitListener)
@@ -66,9 +68,9 @@ Fault Protocol::nextFault()
     return {};
 }
 
-Fault Protocol::beginExchange()
+Fault Protocol::beginExchange(const QByteArray& request)
 {
-    const Fault fault = nextFault();
+    const Fault fault = nextFault(request);
     m_deaf = false;
     m_isEarly = m_outbox.nextDue().has_value();
     m_documentBefore = m_device.drive().last().number;
@@ -100,8 +102,19 @@ void Protocol::note(Exchange exchange, const Fault& fault)
         exchange.error.clear();
     if (!exchange.error.isEmpty())
         m_device.refusals().add({exchange.request, exchange.command, exchange.error, exchange.reason});
+    exchange.fault = fault.mode == FaultMode::None ? QString() : FaultPlan::words(fault);
     if (m_watcher)
         m_watcher(exchange);
+    if (fault.cutsPower)
+        cutPower();
+}
+
+void Protocol::cutPower()
+{
+    m_device.setPowered(false);
+    m_outbox.clear();
+    m_late.clear();
+    forget();
 }
 
 void Protocol::deliver(const QByteArray& request, const QByteArray& answer, const Fault& fault)

@@ -2,6 +2,7 @@
 
 #include "line/exchange.h"
 #include "line/faultplan.h"
+#include "line/faultsource.h"
 #include "line/outbox.h"
 #include "register/register.h"
 
@@ -22,9 +23,13 @@ public:
     virtual void receive(const QByteArray& bytes) = 0;
     /// Nothing of a request has come yet.
     virtual bool isIdle() const = 0;
+    /// Nothing has come of a request any more, as when the power was gone.
+    virtual void forget() = 0;
 
     void setFaults(const FaultPlan& plan) { m_plan = plan; }
-    /// Overrules the plan for the exchange that comes next.
+    /// Overrules the plan; null for nobody.
+    void setFaultSource(FaultSource* source) { m_source = source; }
+    /// Overrules all for the exchange that comes next.
     void setNextFault(const Fault& fault) { m_next = fault; }
     /// Told of a fault that is none of this protocol, which then does not happen.
     void setMisfitListener(std::function<void(const QString& words)> listener)
@@ -47,7 +52,7 @@ protected:
     qint64 milliseconds() const { return m_clock.milliseconds(); }
 
     /// Counts an exchange and plays what happens before the register acts.
-    Fault beginExchange();
+    Fault beginExchange(const QByteArray& request);
     /// Tells who watches; what was refused is remembered. What would command a terminal is escaped in command
     /// and reason.
     void note(Exchange exchange, const Fault& fault);
@@ -69,7 +74,8 @@ protected:
     virtual qint64 pauseAfterForeign() const { return 0; }
 
 private:
-    Fault nextFault();
+    Fault nextFault(const QByteArray& request);
+    void cutPower();
     void putSplit(const QByteArray& answer, qsizetype size, qint64 pause);
     void putDelayed(const QByteArray& answer, const Fault& fault);
 
@@ -78,6 +84,7 @@ private:
     const Clock& m_clock;
     FaultPlan m_plan;
     std::optional<Fault> m_next;
+    FaultSource* m_source = nullptr;
     std::function<void(const QString& words)> m_misfitListener;
     int m_exchanges = 0;
     bool m_lenient = false;

@@ -30,6 +30,12 @@ public:
     /// Writes what has changed to the disk, in one transaction; without a change nothing is written.
     void save(const Register& device);
 
+    const StateFolder& folder() const { return *m_folder; }
+    /// As load() is told it.
+    void setSourceAhead(qint64 milliseconds) { m_sourceAhead = milliseconds; }
+    /// All documents that are kept.
+    QList<StoredDocument> documents() const { return read(m_store.documents()); }
+
     /// All documents of a state, also while a register works on it.
     static QList<StoredDocument> documentsOf(const QString& folder);
 

@@ -143,6 +143,14 @@ void StateFolder::restoreSnapshot(const QString& name) const
     replace(stateFile(), fresh);
 }
 
+void StateFolder::removeState() const
+{
+    const QString file = stateFile();
+    if (QFile::exists(file) && !QFile::remove(file))
+        throw MemoryError(QStringLiteral("%1 cannot be removed").arg(file));
+    removeLogs(file);
+}
+
 void StateFolder::emptyLog() const
 {
     // The last one that closes a state empties its log. Of one that cannot be opened nothing is wanted.

@@ -22,6 +22,8 @@ public:
     /// Letters, digits, points, hyphens and underscores.
     static bool isSnapshotName(const QString& name);
     QStringList snapshots() const;
+    /// The state is lost, its snapshots are not.
+    void removeState() const;
     /// Keeps the state under a name; one of that name is replaced. It is there as a whole or not at all.
     void keepSnapshot(const QString& name) const;
     /// Puts the state of that name in the place of the present one, which may be damaged or missing.

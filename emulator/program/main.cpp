@@ -1,16 +1,23 @@
+#include "http/listenerror.h"
+#include "http/server.h"
 #include "memory/memoryerror.h"
+#include "panel/panel.h"
 #include "program/documents.h"
 #include "program/options.h"
+#include "program/paneloptions.h"
 #include "program/station.h"
 
 #include <QCoreApplication>
 #include <QSocketNotifier>
+#include <QSysInfo>
 
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
+#include <memory>
 #include <sys/signalfd.h>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -34,15 +41,17 @@ int openSignals()
     return ::signalfd(-1, &set, SFD_CLOEXEC);
 }
 
-void handleSignal(int descriptor, Station& station)
+using Stations = std::vector<std::unique_ptr<Station>>;
+
+void handleSignal(int descriptor, const Stations& stations)
 {
     signalfd_siginfo info{};
     if (::read(descriptor, &info, sizeof info) != static_cast<ssize_t>(sizeof info))
         return;
-    if (info.ssi_signo == SIGUSR1)
-        station.togglePaper();
-    else
-        QCoreApplication::quit();
+    if (info.ssi_signo != SIGUSR1)
+        return QCoreApplication::quit();
+    for (const auto& station : stations)
+        station->togglePaper();
 }
 
 int fail(const QString& why)
@@ -51,20 +60,62 @@ int fail(const QString& why)
     return 1;
 }
 
-int run(Options options, int signals)
+/// Empty when all went well.
+QString open(const Options& options, emulator::panel::Panel* panel, Stations& stations)
 {
-    std::unique_ptr<emulator::Memory> memory = power::openMemory(options);
+    for (int number = 1; number <= options.registers; ++number) {
+        Options own = paneloptions::forRegister(options, number);
+        std::unique_ptr<emulator::Memory> memory = power::openMemory(own);
+        if (options.isWithoutLine)
+            continue;
+        stations.push_back(std::make_unique<Station>(own, std::move(memory), panel));
+        if (const QString error = stations.back()->open(); !error.isEmpty())
+            return error;
+    }
+    return {};
+}
+
+void sayReady(const Stations& stations, const http::Server* server)
+{
+    for (const auto& station : stations)
+        std::fprintf(stderr, "spf-emulator: ready on %s\n", qPrintable(station->address()));
+    if (server != nullptr)
+        std::fprintf(stderr, "spf-emulator: panel on %s/\n", qPrintable(server->url()));
+}
+
+std::unique_ptr<http::Server> serve(const Options& options, emulator::panel::Panel& panel)
+{
+    if (!options.panelToken.isEmpty())
+        panel.site().tokens.add(http::Tokens::hashOf(options.panelToken), {});
+    panel.site().gate.hostNames.append(QSysInfo::machineHostName());
+    auto server = std::make_unique<http::Server>(panel.site());
+    server->listen(options.panelAddress, *options.panelPort);
+    return server;
+}
+
+int finish(const Stations& stations)
+{
+    int status = 0;
+    for (const auto& station : stations)
+        status = qMax(status, station->finish());
+    return status;
+}
+
+int run(const Options& options, int signals)
+{
+    const auto panel = options.panelPort ? std::make_unique<emulator::panel::Panel>() : nullptr;
+    Stations stations;
+    if (const QString error = open(options, panel.get(), stations); !error.isEmpty())
+        return fail(error);
     if (options.isWithoutLine)
         return 0;
-    Station station(options, std::move(memory));
-    if (const QString error = station.open(); !error.isEmpty())
-        return fail(error);
+    const auto server = panel ? serve(options, *panel) : nullptr;
     QSocketNotifier notifier(signals, QSocketNotifier::Read);
-    QObject::connect(&notifier, &QSocketNotifier::activated, &station,
-        [signals, &station] { handleSignal(signals, station); });
-    std::fprintf(stderr, "spf-emulator: ready on %s\n", qPrintable(station.address()));
+    QObject::connect(&notifier, &QSocketNotifier::activated, &notifier,
+        [signals, &stations] { handleSignal(signals, stations); });
+    sayReady(stations, server.get());
     QCoreApplication::exec();
-    return station.finish();
+    return finish(stations);
 }
 
 } // namespace
@@ -92,6 +143,8 @@ int main(int argc, char* argv[])
     }
     try {
         return run(options, signals);
+    } catch (const http::ListenError& error) {
+        return fail(QStringLiteral("the panel cannot listen: %1").arg(QString::fromLocal8Bit(error.what())));
     } catch (const emulator::MemoryError& error) {
         return fail(QStringLiteral("the state %1 cannot be used: %2").arg(options.stateFolder, error.text()));
     }

@@ -1,6 +1,7 @@
 #include "program/options.h"
 
 #include "memory/statefolder.h"
+#include "program/paneloptions.h"
 
 #include <QCommandLineParser>
 #include <QDateTime>
@@ -284,8 +285,10 @@ QString fill(const QCommandLineParser& parser, Options& options)
         return error;
     if (!readYesNo(parser.value(QStringLiteral("electronic-without-paper")), identity.electronicWithoutPaper))
         return QStringLiteral("--electronic-without-paper is yes or no");
-    error = readClock(parser, options.clockAhead);
-    return error.isEmpty() ? readFaults(parser, options) : error;
+    if (error = readClock(parser, options.clockAhead); !error.isEmpty())
+        return error;
+    error = readFaults(parser, options);
+    return error.isEmpty() ? paneloptions::read(parser, options) : error;
 }
 
 } // namespace
@@ -294,9 +297,10 @@ Options::Outcome Options::parse(const QStringList& arguments, Options& options)
 {
     QCommandLineParser parser;
     describe(parser);
+    paneloptions::describe(parser);
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
-    const bool understood = parser.parse(arguments);
+    const bool understood = parser.parse(paneloptions::withPort(arguments));
     if (understood && parser.isSet(help)) {
         std::fputs(qPrintable(parser.helpText()), stdout);
         return Outcome::Done;

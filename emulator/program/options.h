@@ -33,6 +33,15 @@ struct Options
     bool resetPassword = false;
     bool paperOut = false;
     bool operatorReachable = false;
+    /// Prices of positions choose faults.
+    bool magic = false;
+    /// How many registers there are.
+    int registers = 1;
+    /// Port of the control interface, 0 for any that is free; no value for none.
+    std::optional<quint16> panelPort;
+    QString panelAddress = QStringLiteral("127.0.0.1");
+    /// Empty for none.
+    QByteArray panelToken;
     /// Milliseconds by which the register's clock is ahead of the computer's.
     qint64 clockAhead = 0;
     emulator::Identity identity;

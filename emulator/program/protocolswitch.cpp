@@ -77,6 +77,19 @@ void ProtocolSwitch::setFaults(const FaultPlan& plan)
     m_xml.setFaults(plan);
 }
 
+void ProtocolSwitch::setFaultSource(FaultSource* source)
+{
+    m_hex.setFaultSource(source);
+    m_xml.setFaultSource(source);
+}
+
+void ProtocolSwitch::forget()
+{
+    m_hex.forget();
+    m_xml.forget();
+    m_undecided.clear();
+}
+
 void ProtocolSwitch::setMisfitListener(const std::function<void(const QString& words)>& listener)
 {
     m_hex.setMisfitListener(listener);

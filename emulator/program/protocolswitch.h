@@ -18,8 +18,11 @@ public:
     void setLenient(bool lenient);
     /// Exchanges are counted for each protocol by itself.
     void setFaults(const FaultPlan& plan);
+    void setFaultSource(FaultSource* source);
     /// Told of a fault that is none of the protocol that met it.
     void setMisfitListener(const std::function<void(const QString& words)>& listener);
+    /// Nothing has come of a request any more.
+    void forget();
     void setWatcher(const Protocol::Watcher& watcher);
 
 private:

@@ -3,6 +3,7 @@
 #include "conformance/hostreport.h"
 #include "memory/memoryerror.h"
 #include "program/ptyline.h"
+#include "program/statesnapshots.h"
 #include "program/tcpline.h"
 #include "tape/pagetext.h"
 #include "trace/codepage.h"
@@ -36,7 +37,8 @@ QString withoutValues(const emulator::RefusedRequest& refused)
 
 } // namespace
 
-Station::Station(const Options& options, std::unique_ptr<emulator::Memory> memory, QObject* parent)
+Station::Station(const Options& options, std::unique_ptr<emulator::Memory> memory,
+    emulator::panel::Panel* panel, QObject* parent)
     : QObject(parent)
     , m_options(options)
     , m_memory(std::move(memory))
@@ -49,23 +51,51 @@ Station::Station(const Options& options, std::unique_ptr<emulator::Memory> memor
     , m_journal(options.journalFile)
     , m_report(options.conformanceFile)
 {
-    m_protocol.setFaults(options.faults);
+    connectProtocol();
+    if (panel != nullptr)
+        sitDown(*panel);
+    power::switchOn(m_register, m_memory.get(), options);
+    if (m_desk != nullptr && m_memory)
+        m_desk->remember(m_memory->documents());
+    m_timer.setSingleShot(true);
+    m_timer.setTimerType(Qt::PreciseTimer);
+    connect(&m_timer, &QTimer::timeout, this, [this] { pump(); });
+}
+
+void Station::connectProtocol()
+{
+    m_faults.setMagic(m_options.magic);
+    m_protocol.setFaultSource(&m_faults);
+    m_protocol.setFaults(m_options.faults);
     m_protocol.setMisfitListener([](const QString& words) {
         std::fprintf(stderr, "spf-emulator: %s and does not happen\n", qPrintable(words));
     });
-    m_protocol.setLenient(options.lenient);
+    m_protocol.setLenient(m_options.lenient);
     m_register.refusals().setListener([this](const emulator::RefusedRequest& refused) {
         const QString words = QStringLiteral("refused: ");
         std::fprintf(stderr, "%s\n", (words + refused.reason.simplified()).toUtf8().constData());
         if (m_trace && m_options.traceFile != QStringLiteral("-"))
             m_trace->note(words + (m_options.isTraceFull ? refused.reason : withoutValues(refused)));
     });
-    if (isWatching())
-        m_protocol.setWatcher([this](const emulator::Exchange& exchange) { m_watch.note(exchange); });
-    power::switchOn(m_register, m_memory.get(), options);
-    m_timer.setSingleShot(true);
-    m_timer.setTimerType(Qt::PreciseTimer);
-    connect(&m_timer, &QTimer::timeout, this, [this] { pump(); });
+    m_protocol.setWatcher([this](const emulator::Exchange& exchange) {
+        if (isWatching() || m_desk != nullptr)
+            m_watch.note(exchange);
+        if (m_desk != nullptr)
+            m_desk->noted(exchange);
+    });
+}
+
+void Station::sitDown(emulator::panel::Panel& panel)
+{
+    m_desk = &panel.add(m_register, m_watch, m_faults);
+    m_desk->setHands({[this] { return keep(); },
+        [this] {
+            m_outbox.clear();
+            m_protocol.forget();
+        }});
+    if (m_memory)
+        m_desk->setSnapshots(std::make_unique<StateSnapshots>(
+            m_memory, m_register, m_options.stateFolder, m_options.clockAhead));
 }
 
 QString Station::open()
@@ -85,6 +115,8 @@ QString Station::open()
     const QString error = openLine();
     if (!error.isEmpty())
         return error;
+    if (m_desk != nullptr)
+        m_desk->setLine(address());
     connect(m_line, &Line::received, this, [this](const QByteArray& bytes) { receive(bytes); });
     connect(m_line, &Line::connected, this, [this] {
         if (m_trace)
@@ -111,9 +143,13 @@ void Station::connectPaper()
         const QByteArray text = tape::toText(page).join(QLatin1Char('\n')).toUtf8() + '\n';
         m_output.append({&m_tape, text});
         m_output.append({&m_terminal, text});
+        if (m_desk != nullptr)
+            m_desk->printed(page);
     });
     m_register.journal().setListener([this](const QJsonObject& entry) {
         m_watch.store(entry);
+        if (m_desk != nullptr)
+            m_desk->stored(entry);
         m_output.append({&m_journal, QJsonDocument(entry).toJson(QJsonDocument::Compact) + '\n'});
     });
 }
@@ -175,6 +211,8 @@ bool Station::keep()
         if (m_memory)
             m_memory->save(m_register);
         showOutput();
+        if (m_desk != nullptr)
+            m_desk->settle();
     } catch (const emulator::MemoryError& error) {
         std::fprintf(stderr, "spf-emulator: the state cannot be kept, as if the power were gone: %s\n",
             qPrintable(error.text()));
@@ -217,4 +255,6 @@ void Station::trace(trace::Direction direction, const QByteArray& bytes)
 {
     if (m_trace)
         m_trace->passed(direction, bytes);
+    if (m_desk != nullptr && m_register.isPowered())
+        m_desk->passed(direction, bytes);
 }

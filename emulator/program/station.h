@@ -1,6 +1,7 @@
 #pragma once
 
 #include "conformance/hostwatch.h"
+#include "panel/panel.h"
 #include "program/line.h"
 #include "program/power.h"
 #include "register/systemclock.h"
@@ -19,8 +20,9 @@ class Station : public QObject
     Q_OBJECT
 
 public:
-    /// Without a memory the register forgets all at the end.
-    Station(const Options& options, std::unique_ptr<emulator::Memory> memory, QObject* parent = nullptr);
+    /// Without a memory the register forgets all at the end; without a panel nobody sees it.
+    Station(const Options& options, std::unique_ptr<emulator::Memory> memory, emulator::panel::Panel* panel,
+        QObject* parent = nullptr);
 
     /// Opens line and files; empty when all went well.
     QString open();
@@ -32,6 +34,9 @@ public:
 private:
     QString openLine();
     void connectPaper();
+    void connectProtocol();
+    /// Has a place on the panel.
+    void sitDown(emulator::panel::Panel& panel);
     bool isWatching() const { return !m_options.conformanceFile.isEmpty(); }
     /// A file that takes no more is closed; the register goes on.
     void append(QFile& file, const QByteArray& text);
@@ -59,6 +64,9 @@ private:
     emulator::Outbox m_outbox;
     emulator::ProtocolSwitch m_protocol;
     emulator::HostWatch m_watch;
+    emulator::panel::FaultDesk m_faults;
+    /// Null without a panel.
+    emulator::panel::Desk* m_desk = nullptr;
     Line* m_line = nullptr;
     QTimer m_timer;
     QFile m_tape;

@@ -39,7 +39,7 @@ Refusal Documents::finish()
     const OpenDocument& open = m_parts.state.open;
     if (!open.document.isOpen())
         return Refusal::NoDocument;
-    if (!open.document.unprinted && !m_parts.state.paper.isIn)
+    if (!open.document.unprinted && !m_parts.state.paper.canPrint())
         return Refusal::NoPaper;
     if (open.document.isStored())
         return printing::printOrHold(m_parts, open.held);
@@ -60,7 +60,7 @@ Refusal Documents::cancel()
         return Refusal::WrongState;
     }
     ++m_parts.state.shift.counters.cancelled;
-    const bool printed = m_parts.state.paper.isIn && !document.unprinted;
+    const bool printed = m_parts.state.paper.canPrint() && !document.unprinted;
     // Paper that ends on the note leaves the document cancelled.
     const Refusal refusal
         = printed ? printing::printOrQueue(m_parts, pages::cancelled(m_parts, document)) : Refusal::None;

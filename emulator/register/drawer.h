@@ -10,11 +10,20 @@ namespace emulator {
 struct Drawer
 {
     Money cash = 0;
-    qint64 openedAt = std::numeric_limits<qint64>::min() / 2;
+    /// Nobody pushes it shut.
+    bool isHeld = false;
+    qint64 openedAt = longAgo;
 
     /// The cashier pushes it shut a few seconds after it sprang open.
-    bool isOpen(qint64 milliseconds) const { return milliseconds - openedAt < staysOpen; }
+    bool isOpen(qint64 milliseconds) const { return isHeld || milliseconds - openedAt < staysOpen; }
 
+    void shut()
+    {
+        isHeld = false;
+        openedAt = longAgo;
+    }
+
+    static constexpr qint64 longAgo = std::numeric_limits<qint64>::min() / 2;
     static constexpr qint64 staysOpen = 10'000;
 };
 

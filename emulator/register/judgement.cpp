@@ -74,7 +74,7 @@ Refusal ready(const State& state, bool needsPaper)
 {
     if (state.open.document.isOpen())
         return Refusal::WrongState;
-    return state.paper.isIn || !needsPaper ? Refusal::None : Refusal::NoPaper;
+    return state.paper.canPrint() || !needsPaper ? Refusal::None : Refusal::NoPaper;
 }
 
 Refusal drive(const Parts& parts)
@@ -127,7 +127,7 @@ Refusal printing(const State& state)
         return Refusal::NoDocument;
     if (state.open.document.isStored())
         return Refusal::WrongState;
-    return state.paper.isIn || state.open.document.unprinted ? Refusal::None : Refusal::NoPaper;
+    return state.paper.canPrint() || state.open.document.unprinted ? Refusal::None : Refusal::NoPaper;
 }
 
 Refusal positions(const Document& document)

@@ -71,13 +71,21 @@ Refusal Marking::check(const MarkingQuery& query, int& result)
 {
     if (const Refusal refusal = judge(query); refusal != Refusal::None)
         return refusal;
-    const int byDrive = proofOf(query.code);
+    m_parts.state.marking.results[query.code] = result = resultOf(query.code);
+    return Refusal::None;
+}
+
+int Marking::resultOf(const QByteArray& code) const
+{
+    for (const MarkVerdict& verdict : m_parts.around.markVerdicts) {
+        if (verdict.pattern.match(QString::fromLatin1(code)).hasMatch())
+            return verdict.result;
+    }
+    const int byDrive = proofOf(code);
     // The system knows each piece that was ever marked, with a proof or without.
     const int found = byDrive == 1 ? 1 : 1 | 2;
     const int bySystem = m_parts.state.isOperatorReachable ? found << 2 : 0;
-    result = byDrive | bySystem;
-    m_parts.state.marking.results[query.code] = result;
-    return Refusal::None;
+    return byDrive | bySystem;
 }
 
 Refusal Marking::bind(const QByteArray& code)

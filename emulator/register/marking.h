@@ -27,6 +27,8 @@ public:
 
 private:
     Refusal judge(const MarkingQuery& query) const;
+    /// What the check of the code comes to.
+    int resultOf(const QByteArray& code) const;
     bool isForbidden() const;
 
     Parts& m_parts;

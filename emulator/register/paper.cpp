@@ -4,6 +4,8 @@ namespace emulator {
 
 qsizetype Paper::take(qsizetype wanted)
 {
+    if (isCoverOpen)
+        return 0;
     const qsizetype fitting = isIn ? qMin(linesLeft.value_or(wanted), wanted) : 0;
     if (linesLeft)
         *linesLeft -= fitting;

@@ -8,6 +8,7 @@
 #include "register/refusals.h"
 #include "register/settings.h"
 #include "register/state.h"
+#include "register/surroundings.h"
 #include "register/tape.h"
 
 namespace emulator {
@@ -22,6 +23,7 @@ struct Parts
     ParameterStore parameters;
     Settings settings;
     State state;
+    Surroundings around;
     FiscalDrive drive;
     Tape tape;
     Journal journal;

@@ -54,9 +54,19 @@ Refusal printOrQueue(Parts& parts, const tape::Page& page)
 
 void renewPaper(Parts& parts)
 {
-    const Paper old = std::exchange(parts.state.paper, Paper());
-    for (const tape::Page& page : old.waiting)
-        print(parts, page);
+    Paper fresh;
+    fresh.isCoverOpen = parts.state.paper.isCoverOpen;
+    fresh.waiting = parts.state.paper.waiting;
+    parts.state.paper = fresh;
+    printWaiting(parts);
+}
+
+void printWaiting(Parts& parts)
+{
+    if (!parts.state.paper.canPrint())
+        return;
+    for (const tape::Page& page : std::exchange(parts.state.paper.waiting, {}))
+        printOrQueue(parts, page);
 }
 
 } // namespace emulator::printing

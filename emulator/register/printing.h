@@ -18,6 +18,8 @@ Refusal printOrHold(Parts& parts, const tape::Page& page);
 Refusal printOrQueue(Parts& parts, const tape::Page& page);
 /// A new roll: what waits for it is printed.
 void renewPaper(Parts& parts);
+/// What waits is printed, as far as it gets onto the paper.
+void printWaiting(Parts& parts);
 
 } // namespace printing
 

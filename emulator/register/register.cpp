@@ -1,8 +1,15 @@
 #include "register/register.h"
 
+#include "register/judgement.h"
 #include "register/printing.h"
 
 namespace emulator {
+
+void Register::setPowered(bool isPowered)
+{
+    powerCycle();
+    m_parts.around.isPowered = isPowered;
+}
 
 void Register::setPaper(bool isIn)
 {
@@ -15,6 +22,26 @@ void Register::setPaperLeft(int lines, bool quietly)
 {
     m_parts.state.paper.linesLeft = lines;
     m_parts.state.paper.endsQuietly = quietly;
+}
+
+void Register::setCover(bool isOpen)
+{
+    m_parts.state.paper.isCoverOpen = isOpen;
+    printing::printWaiting(m_parts);
+}
+
+void Register::setDrawer(bool isOpen)
+{
+    m_parts.state.drawer.shut();
+    m_parts.state.drawer.isHeld = isOpen;
+}
+
+bool Register::setClock(const QDateTime& time)
+{
+    const bool isGood = judgement::time(time, m_parts) == Refusal::None;
+    if (isGood)
+        m_parts.clock.set(time);
+    return isGood;
 }
 
 void Register::setOperatorReachable(bool reachable)
@@ -32,6 +59,18 @@ RegisterMemory Register::memory() const
 
 void Register::restore(const RegisterMemory& memory, const QList<StoredDocument>& documents)
 {
+    restoreMemory(memory);
+    m_parts.drive.restore(memory.drive, documents);
+}
+
+void Register::restore(const RegisterSnapshot& snapshot)
+{
+    restoreMemory(snapshot.memory);
+    m_parts.drive = snapshot.drive;
+}
+
+void Register::restoreMemory(const RegisterMemory& memory)
+{
     const bool isOperatorReachable = m_parts.state.isOperatorReachable;
     m_parts.clock.setOffset(memory.clockOffset);
     // One that an older version has not known keeps what it left the factory with.
@@ -39,8 +78,9 @@ void Register::restore(const RegisterMemory& memory, const QList<StoredDocument>
         m_parts.parameters.set(value.key().first, value.key().second, value.value());
     for (auto value = memory.settings.cbegin(); value != memory.settings.cend(); ++value)
         m_parts.settings.set(value.key(), value.value());
-    m_parts.drive.restore(memory.drive, documents);
+    const bool isCoverOpen = m_parts.state.paper.isCoverOpen;
     m_parts.state = memory.state;
+    m_parts.state.paper.isCoverOpen = isCoverOpen;
     m_parts.state.isStarted = false;
     m_parts.state.isOperatorReachable = isOperatorReachable;
 }

@@ -7,7 +7,7 @@
 #include "register/pagewriter.h"
 #include "register/parts.h"
 #include "register/receipts.h"
-#include "register/registermemory.h"
+#include "register/registersnapshot.h"
 #include "register/reports.h"
 #include "register/shifts.h"
 #include "register/timekeeping.h"
@@ -47,19 +47,36 @@ public:
     /// Switched off and on: the document and all counters survive. A protocol with a start command asks for
     /// it before it does anything else.
     void powerCycle() { m_parts.state.isStarted = false; }
+    bool isPowered() const { return m_parts.around.isPowered; }
+    /// Without power it hears nothing; with it again it is as after powerCycle().
+    void setPowered(bool isPowered);
     bool hasPaper() const { return m_parts.state.paper.isIn; }
     /// Takes the roll out, or puts a new one in.
     void setPaper(bool isIn);
     /// So many lines are left on the roll. The document that it ends on is done all the same; quietly means
     /// that the register does not answer so.
     void setPaperLeft(int lines, bool quietly);
+    /// Nothing is printed while the cover of the printer is open; a host is answered as without paper.
+    void setCover(bool isOpen);
+    /// Open until it is shut, or shut.
+    void setDrawer(bool isOpen);
     void setOperatorReachable(bool reachable);
+    const QList<MarkVerdict>& markVerdicts() const { return m_parts.around.markVerdicts; }
+    void setMarkVerdicts(const QList<MarkVerdict>& verdicts) { m_parts.around.markVerdicts = verdicts; }
     /// The clock shows the time of the one that it was given.
     void resetClock() { m_parts.clock.setOffset(0); }
+    /// False, and nothing is done, when the time is before the last document of the fiscal drive.
+    bool setClock(const QDateTime& time);
+    double clockSpeed() const { return m_parts.clock.speed(); }
+    /// So many times as fast as the clock that it was given.
+    void setClockSpeed(double speed) { m_parts.clock.setSpeed(speed); }
     /// What is to be kept over a power cut. The documents of the fiscal drive are kept apart, each once.
     RegisterMemory memory() const;
     /// Power is back: all is as it was kept, and a host has to start the register anew.
     void restore(const RegisterMemory& memory, const QList<StoredDocument>& documents);
+    RegisterSnapshot snapshot() const { return {memory(), m_parts.drive}; }
+    /// The same with a drive that was kept as a whole.
+    void restore(const RegisterSnapshot& snapshot);
     /// @}
 
     /// @name What a host may ask for
@@ -79,6 +96,8 @@ public:
     /// @}
 
 private:
+    void restoreMemory(const RegisterMemory& memory);
+
     Parts m_parts;
 };
 

@@ -56,6 +56,8 @@ bool XmlProtocol::isIdle() const
 
 void XmlProtocol::receive(const QByteArray& bytes)
 {
+    if (!device().isPowered())
+        return;
     if (isIdle() || m_buffer.size() > mostBytes)
         m_buffer.clear();
     m_lastByteAt = milliseconds();
@@ -85,7 +87,7 @@ void XmlProtocol::skip()
 
 void XmlProtocol::handle(const QByteArray& document)
 {
-    const Fault fault = beginExchange();
+    const Fault fault = beginExchange(document);
     XmlRequest request;
     const XmlVerdict verdict = read(document, request);
     if (fault.mode == FaultMode::Silence)

@@ -16,6 +16,7 @@ public:
 
     void receive(const QByteArray& bytes) override;
     bool isIdle() const override;
+    void forget() override { m_buffer.clear(); }
     /// Takes no request any more, and tells why.
     void refuseAll(const QString& reason) { m_refusal = reason; }
 

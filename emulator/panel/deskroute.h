@@ -1,0 +1,29 @@
+#pragma once
+
+#include "http/answer.h"
+#include "http/request.h"
+
+#include <QList>
+
+namespace emulator::panel {
+
+class Desk;
+
+/// What is there for each register, below /v1 and /v1/registers/{register}.
+struct DeskRoute
+{
+    QByteArray method;
+    const char* pattern;
+    http::Answer (*handler)(Desk& desk, const http::Request& request);
+};
+
+/// @name All of them, by topic. Handlers throw http::Problem.
+/// @{
+const QList<DeskRoute>& lookRoutes();
+const QList<DeskRoute>& switchRoutes();
+const QList<DeskRoute>& faultRoutes();
+const QList<DeskRoute>& snapshotRoutes();
+const QList<DeskRoute>& eventRoutes();
+/// @}
+
+} // namespace emulator::panel

@@ -1,0 +1,104 @@
+#include "panel/exchangelog.h"
+
+#include "trace/recorder.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace emulator::panel {
+
+void ExchangeLog::passed(trace::Direction direction, const QByteArray& bytes)
+{
+    const bool isToRegister = direction == trace::Direction::ToRegister;
+    trace::Framer& framer = isToRegister ? m_requests : m_answers;
+    trace::Framer& other = isToRegister ? m_answers : m_requests;
+    // Who answers has got what the other one had to say.
+    if (const QByteArray rest = other.takeRest(); !rest.trimmed().isEmpty())
+        take(isToRegister ? trace::Direction::ToHost : trace::Direction::ToRegister, rest);
+    for (const QByteArray& frame : framer.feed(bytes))
+        take(direction, frame);
+}
+
+void ExchangeLog::take(trace::Direction direction, const QByteArray& bytes)
+{
+    const LoggedFrame frame{++m_lastFrame, {trace::Recorder::systemTime(), 1, direction, bytes}};
+    // A request waits for the register to act on it; a sign of the line, such as ENQ, is about the last one.
+    const bool isAboutLast = direction == trace::Direction::ToHost || bytes.size() == 1;
+    if (isAboutLast && !m_exchanges.empty())
+        append(m_exchanges.back(), frame);
+    else
+        m_loose.append(frame);
+    if (m_loose.size() > mostLoose)
+        m_loose.removeFirst();
+}
+
+int ExchangeLog::note(LoggedExchange exchange)
+{
+    const QByteArray request = std::exchange(exchange.exchange.request, {});
+    const auto own = std::find_if(m_loose.cbegin(), m_loose.cend(),
+        [&request](const LoggedFrame& frame) { return frame.frame.bytes == request; });
+    // What stands before it is noise that came with it.
+    const qsizetype count = own == m_loose.cend() ? m_loose.size() : own - m_loose.cbegin() + 1;
+    exchange.number = ++m_last;
+    for (const LoggedFrame& frame : m_loose.first(count))
+        append(exchange, frame);
+    m_loose.remove(0, count);
+    m_exchanges.push_back(std::move(exchange));
+    forgetOld();
+    return m_last;
+}
+
+void ExchangeLog::append(LoggedExchange& exchange, const LoggedFrame& frame)
+{
+    exchange.frames.append(frame);
+    m_bytes += frame.frame.bytes.size();
+}
+
+void ExchangeLog::forgetOld()
+{
+    while (m_exchanges.size() > 1 && (m_exchanges.size() > mostExchanges || m_bytes > mostBytes)) {
+        for (const LoggedFrame& frame : std::as_const(m_exchanges.front().frames))
+            m_bytes -= frame.frame.bytes.size();
+        m_exchanges.pop_front();
+    }
+}
+
+void ExchangeLog::forgetDocumentsAfter(quint32 document)
+{
+    for (LoggedExchange& exchange : m_exchanges) {
+        if (exchange.documentAfter > document)
+            exchange.documentBefore = exchange.documentAfter = 0;
+    }
+}
+
+const LoggedExchange* ExchangeLog::find(int number) const
+{
+    return number < first() || number > m_last ? nullptr
+                                               : &m_exchanges[static_cast<size_t>(number - first())];
+}
+
+const LoggedExchange* ExchangeLog::storing(quint32 document) const
+{
+    const auto found = std::find_if(
+        m_exchanges.crbegin(), m_exchanges.crend(), [document](const LoggedExchange& exchange) {
+            return exchange.documentBefore < document && document <= exchange.documentAfter;
+        });
+    return found == m_exchanges.crend() ? nullptr : &*found;
+}
+
+QList<const LoggedExchange*> ExchangeLog::leadingTo(quint32 document) const
+{
+    QList<const LoggedExchange*> leading;
+    const LoggedExchange* exchange = storing(document);
+    while (exchange != nullptr) {
+        leading.prepend(exchange);
+        exchange = find(exchange->number - 1);
+        if (exchange != nullptr && exchange->documentAfter != leading.constFirst()->documentBefore)
+            break;
+        if (exchange != nullptr && exchange->hasStored())
+            break;
+    }
+    return leading;
+}
+
+} // namespace emulator::panel

@@ -1,0 +1,207 @@
+#include "http/problem.h"
+#include "line/faultplan.h"
+#include "panel/desk.h"
+#include "panel/deskroute.h"
+#include "panel/members.h"
+
+#include <QJsonArray>
+
+namespace emulator::panel {
+
+namespace {
+
+using http::Answer;
+using http::Request;
+using http::Response;
+
+constexpr qsizetype mostRules = 1000;
+const QString rulesName = QStringLiteral("rules");
+
+/// The objects of the list "rules", which is all that the body has.
+QList<Members> rulesOf(const Request& request)
+{
+    Members body(request.json());
+    const QJsonArray list = body.list(rulesName);
+    body.finish();
+    if (list.size() > mostRules)
+        body.fail(rulesName, QStringLiteral("has more than %1 entries").arg(mostRules));
+    QList<Members> rules;
+    for (qsizetype index = 0; index < list.size(); ++index) {
+        const QString path = QStringLiteral("%1[%2].").arg(rulesName).arg(index);
+        if (!list.at(index).isObject())
+            body.fail(path.chopped(1), QStringLiteral("is an object"));
+        rules.append(Members(list.at(index).toObject(), path));
+    }
+    return rules;
+}
+
+// ---- faults
+
+std::pair<QString, QString> fieldOf(Members field)
+{
+    const std::pair<QString, QString> wanted{
+        field.text(QStringLiteral("name")), field.text(QStringLiteral("value"))};
+    field.finish();
+    return wanted;
+}
+
+FaultRule faultRuleOf(Members& members)
+{
+    const QString modeName = QStringLiteral("mode");
+    const QString probability = QStringLiteral("probability");
+    FaultRule rule;
+    rule.mode = members.text(modeName);
+    const std::optional<Fault> fault = FaultPlan::parseFault(rule.mode);
+    if (!fault)
+        members.fail(modeName, QStringLiteral("is none of those that /faults/modes tells"));
+    rule.fault = *fault;
+    rule.command = members.optionalText(QStringLiteral("command")).value_or(QString());
+    if (members.has(QStringLiteral("field")))
+        rule.field = fieldOf(members.object(QStringLiteral("field")));
+    rule.nth = members.optionalNumber(QStringLiteral("nth"), 1);
+    rule.each = members.optionalNumber(QStringLiteral("each"), 1);
+    if (rule.nth && rule.each)
+        members.fail(QStringLiteral("nth"), QStringLiteral("and each do not go together"));
+    if (members.has(probability))
+        rule.probability = members.fraction(probability, 0, 1);
+    rule.seed = static_cast<quint64>(members.optionalNumber(QStringLiteral("seed"), 0).value_or(1));
+    rule.lifetime = members.optionalNumber(QStringLiteral("lifetime"), 1);
+    members.finish();
+    return rule;
+}
+
+void putIf(QJsonObject& json, const char* name, const std::optional<int>& number)
+{
+    if (number)
+        json[QLatin1String(name)] = *number;
+}
+
+QJsonObject useJson(const FaultRules::Use& use)
+{
+    QJsonObject json{{QStringLiteral("mode"), use.rule.mode}, {QStringLiteral("fitting"), use.fitting},
+        {QStringLiteral("hits"), use.hits}, {QStringLiteral("over"), use.isOver()}};
+    if (!use.rule.command.isEmpty())
+        json[QStringLiteral("command")] = use.rule.command;
+    if (use.rule.field)
+        json[QStringLiteral("field")] = QJsonObject{{QStringLiteral("name"), use.rule.field->first},
+            {QStringLiteral("value"), use.rule.field->second}};
+    putIf(json, "nth", use.rule.nth);
+    putIf(json, "each", use.rule.each);
+    putIf(json, "lifetime", use.rule.lifetime);
+    if (use.rule.probability < 1) {
+        json[QStringLiteral("probability")] = use.rule.probability;
+        json[QStringLiteral("seed")] = static_cast<qint64>(use.rule.seed);
+    }
+    return json;
+}
+
+Answer faults(Desk& desk, const Request&)
+{
+    QJsonArray rules;
+    for (const FaultRules::Use& use : desk.faults().rules().uses())
+        rules.append(useJson(use));
+    return Response::json(QJsonObject{{rulesName, rules}});
+}
+
+Answer setFaults(Desk& desk, const Request& request)
+{
+    QList<FaultRule> rules;
+    for (Members& members : rulesOf(request))
+        rules.append(faultRuleOf(members));
+    desk.faults().setRules(rules);
+    desk.changed(QStringLiteral("faults"));
+    return faults(desk, request);
+}
+
+Answer clearFaults(Desk& desk, const Request&)
+{
+    desk.faults().setRules({});
+    desk.changed(QStringLiteral("faults"));
+    return Response::empty();
+}
+
+QJsonObject modeJson(const QString& name, const QString& argument, const QStringList& protocols)
+{
+    return {{QStringLiteral("mode"), name},
+        {QStringLiteral("argument"), argument.isEmpty() ? QJsonValue() : QJsonValue(argument)},
+        {QStringLiteral("protocols"), QJsonArray::fromStringList(protocols)}};
+}
+
+// An answer is one of either protocol by its code, which the mode has not yet.
+QStringList protocolsOf(FaultMode mode)
+{
+    QStringList protocols;
+    if (mode == FaultMode::Answer || FaultPlan::fits({mode, 1}, Language::Hex))
+        protocols.append(QStringLiteral("HEX"));
+    if (mode == FaultMode::Answer || FaultPlan::fits({mode, 1}, Language::Xml))
+        protocols.append(QStringLiteral("XML"));
+    return protocols;
+}
+
+Answer faultModes(Desk&, const Request&)
+{
+    QJsonArray modes;
+    for (const FaultMode mode : FaultPlan::allModes())
+        modes.append(modeJson(FaultPlan::modeName(mode), FaultPlan::argumentName(mode), protocolsOf(mode)));
+    for (const QString& mode : {FaultPlan::powerOffBefore, FaultPlan::powerOffAfter})
+        modes.append(modeJson(mode, {}, {QStringLiteral("HEX"), QStringLiteral("XML")}));
+    return Response::json(QJsonObject{{QStringLiteral("modes"), modes}});
+}
+
+// ---- marks
+
+MarkVerdict verdictOf(Members& members)
+{
+    constexpr int allBits = 15;
+    const QString patternName = QStringLiteral("pattern");
+    const QRegularExpression pattern(members.text(patternName));
+    if (!pattern.isValid())
+        members.fail(patternName, QStringLiteral("is no regular expression: ") + pattern.errorString());
+    const auto result = static_cast<int>(members.number(QStringLiteral("result"), 0, allBits));
+    members.finish();
+    return {pattern, result};
+}
+
+Answer marks(Desk& desk, const Request&)
+{
+    QJsonArray rules;
+    for (const MarkVerdict& verdict : desk.device().markVerdicts())
+        rules.append(QJsonObject{{QStringLiteral("pattern"), verdict.pattern.pattern()},
+            {QStringLiteral("result"), verdict.result}});
+    return Response::json(QJsonObject{{rulesName, rules}});
+}
+
+Answer setMarks(Desk& desk, const Request& request)
+{
+    QList<MarkVerdict> verdicts;
+    for (Members& members : rulesOf(request))
+        verdicts.append(verdictOf(members));
+    desk.device().setMarkVerdicts(verdicts);
+    desk.changed(QStringLiteral("marks"));
+    return marks(desk, request);
+}
+
+Answer clearMarks(Desk& desk, const Request&)
+{
+    desk.device().setMarkVerdicts({});
+    desk.changed(QStringLiteral("marks"));
+    return Response::empty();
+}
+
+} // namespace
+
+const QList<DeskRoute>& faultRoutes()
+{
+    static const QList<DeskRoute> routes{
+        {"GET", "/faults", faults},
+        {"PUT", "/faults", setFaults},
+        {"DELETE", "/faults", clearFaults},
+        {"GET", "/faults/modes", faultModes},
+        {"GET", "/marks", marks},
+        {"PUT", "/marks", setMarks},
+        {"DELETE", "/marks", clearMarks},
+    };
+    return routes;
+}
+
+} // namespace emulator::panel

@@ -1,0 +1,80 @@
+#include "panel/pagepicture.h"
+
+#include "http/problem.h"
+#include "tape/pagejson.h"
+#include "tape/pagepicture.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QPointer>
+#include <QProcess>
+
+namespace emulator::panel::pagepicture {
+
+namespace {
+
+/// As the program that draws tells it by its exit status.
+constexpr int pageTooLong = 3;
+constexpr http::Pending::Time patience{30'000};
+
+QByteArray contentTypeOf(const QString& format)
+{
+    return format == QStringLiteral("png") ? "image/png" : "application/pdf";
+}
+
+http::Response failure(int status, const QString& detail)
+{
+    return http::Problem(status, detail).response();
+}
+
+/// A build has it beside this program, an installation where programs are that nobody calls by hand.
+QString drawingProgram()
+{
+    const QDir own(QCoreApplication::applicationDirPath());
+    for (const char* const place : {"frspf-draw", "../" EMULATOR_LIBEXEC_DIR "/frspf-draw"}) {
+        const QString program = QDir::cleanPath(own.filePath(QLatin1String(place)));
+        if (QFileInfo(program).isExecutable())
+            return program;
+    }
+    return {};
+}
+
+http::Response drawn(QProcess& process, int status, const QString& format)
+{
+    if (status == pageTooLong)
+        return failure(422, QStringLiteral("The page is too long for this; svg takes any."));
+    if (status != 0)
+        return failure(503, QStringLiteral("frspf-draw failed with status %1.").arg(status));
+    return http::Response::bytes(process.readAllStandardOutput(), contentTypeOf(format));
+}
+
+} // namespace
+
+http::Answer answer(const tape::Page& page, const QString& format)
+{
+    if (format == QStringLiteral("svg"))
+        return http::Response::bytes(tape::toSvg(page), "image/svg+xml");
+    const QString program = drawingProgram();
+    if (program.isEmpty())
+        return failure(503, QStringLiteral("The program that draws, frspf-draw, is not installed."));
+    const auto pending = std::make_shared<http::Pending>(
+        patience, failure(503, QStringLiteral("frspf-draw took too long.")));
+    auto* const process = new QProcess(QCoreApplication::instance());
+    QObject::connect(process, &QProcess::finished, process,
+        [pending, process, format](int status, QProcess::ExitStatus ending) {
+            pending->answer(drawn(*process, ending == QProcess::NormalExit ? status : -1, format));
+            process->deleteLater();
+        });
+    pending->onGone([guard = QPointer<QProcess>(process)] {
+        if (guard)
+            guard->kill();
+    });
+    process->start(program, {format});
+    process->write(QJsonDocument(tape::toJson(page)).toJson(QJsonDocument::Compact));
+    process->closeWriteChannel();
+    return pending;
+}
+
+} // namespace emulator::panel::pagepicture

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QStringList>
+
+namespace emulator::panel {
+
+/// Kept states of a register.
+class Snapshots
+{
+public:
+    Snapshots() = default;
+    virtual ~Snapshots() = default;
+    Snapshots(const Snapshots&) = delete;
+    Snapshots& operator=(const Snapshots&) = delete;
+
+    virtual QStringList names() const = 0;
+    /// One of that name is replaced. Throws MemoryError.
+    virtual void keep(const QString& name) = 0;
+    /// Throws MemoryError.
+    virtual void restore(const QString& name) = 0;
+    /// The register as it left the factory. Throws MemoryError.
+    virtual void reset() = 0;
+};
+
+} // namespace emulator::panel

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "tape/page.h"
+
+#include <QDateTime>
+#include <QSize>
+
+#include <deque>
+#include <optional>
+
+namespace emulator::panel {
+
+/// A page, or a piece of one, as it left the printer.
+struct TapeEntry
+{
+    int number = 0;
+    /// By the register's clock.
+    QDateTime dateTime;
+    /// Of the fiscal drive; 0 for what is none.
+    quint32 document = 0;
+    /// See packedpage.h.
+    QByteArray page;
+    /// In dots, once it was asked for.
+    mutable std::optional<QSize> size;
+};
+
+/// The youngest entries of the tape.
+class TapeLog
+{
+public:
+    /// Gives its number.
+    int add(const QDateTime& dateTime, quint32 document, const tape::Page& page);
+
+    int first() const { return last() - static_cast<int>(m_entries.size()) + 1; }
+    int last() const { return m_last; }
+    /// Null for one that is not kept.
+    const TapeEntry* find(int number) const;
+
+private:
+    static constexpr size_t mostEntries = 5000;
+
+    int m_last = 0;
+    std::deque<TapeEntry> m_entries;
+};
+
+} // namespace emulator::panel

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "memory/memory.h"
+#include "panel/snapshots.h"
+#include "register/register.h"
+
+/// Snapshots in the state folder of a register that runs.
+class StateSnapshots : public emulator::panel::Snapshots
+{
+public:
+    /// The register is as it left the factory. The memory is the one that it has, now and later; the source
+    /// of its clock is so many milliseconds ahead of the computer's clock.
+    StateSnapshots(std::unique_ptr<emulator::Memory>& memory, emulator::Register& device,
+        const QString& folder, qint64 sourceAhead);
+
+    QStringList names() const override { return m_memory->folder().snapshots(); }
+    void keep(const QString& name) override { m_memory->folder().keepSnapshot(name); }
+    void restore(const QString& name) override;
+    void reset() override;
+
+private:
+    /// Does something to the folder while no memory has its state open, and opens it again.
+    template <typename Work>
+    void between(Work work);
+    void reopen(std::unique_ptr<emulator::StateFolder> folder);
+
+    std::unique_ptr<emulator::Memory>& m_memory;
+    emulator::Register& m_device;
+    QString m_folder;
+    qint64 m_sourceAhead;
+    emulator::RegisterSnapshot m_factory;
+};

@@ -1,0 +1,186 @@
+#include "panel/panelrig.h"
+
+#include <gtest/gtest.h>
+#include <QProcess>
+
+namespace {
+
+/// A receipt that is too long for a PNG.
+QList<Step> longSale()
+{
+    QList<Step> steps = sale();
+    for (int line = 0; line < 1400; ++line)
+        steps.insert(1, text(QStringLiteral("Строка")));
+    return steps;
+}
+
+/// All that is asked and answered, for openapi.py.
+class Record
+{
+public:
+    explicit Record(HexPanel& rig)
+        : m_rig(rig)
+    {
+        for (const http::Route& route : rig.panel.site().router.routes())
+            add({{"route", QJsonArray{QString(route.method), route.pattern}}});
+    }
+
+    Served ask(const QByteArray& method, const QByteArray& target, const QByteArray& body)
+    {
+        const Served served = m_rig.ask(method, target, body);
+        http::Request request = http::Request::of(method, target);
+        QString pattern = m_rig.panel.site().router.find(request).pattern;
+        if (const qsizetype point = request.path.lastIndexOf('.'); pattern.endsWith('}') && point > 0)
+            pattern += request.path.mid(point);
+        add({{"route", QJsonArray{QString(method), pattern}}, {"status", served.status},
+            {"type", QString(served.type)},
+            {"body", served.type.contains("json") ? QString::fromUtf8(served.body) : QString()}});
+        return served;
+    }
+
+    QByteArray findings() const
+    {
+        QProcess checker;
+        checker.setProcessChannelMode(QProcess::MergedChannels);
+        checker.start("/usr/bin/python3",
+            {FRSPF_SOURCES "/tests/emulator/panel/openapi.py", FRSPF_SOURCES "/docs/emulator.openapi.json"});
+        checker.write(m_lines);
+        checker.closeWriteChannel();
+        checker.waitForFinished();
+        return checker.exitCode() == 0 ? QByteArray() : checker.readAll();
+    }
+
+private:
+    void add(const QJsonObject& line)
+    {
+        m_lines += QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n';
+    }
+
+    HexPanel& m_rig;
+    QByteArray m_lines;
+};
+
+struct AskRow
+{
+    const char* method;
+    const char* path;
+    const char* body;
+    int status;
+    /// Stands in the answer.
+    const char* part = "";
+};
+
+// In this order, on a register with a shift, a sale (document 3) and a very long one (4).
+const AskRow askRows[] = {
+    {"GET", "registers", "", 200, "\"register\":1"},
+    {"GET", "openapi.json", "", 200, "Control interface"},
+    {"GET", "state", "", 200, "\"documents\":4"},
+    {"GET", "registers/1/state", "", 200, "\"shift\":{"},
+    {"GET", "registers/2/state", "", 404, "no register 2"},
+    {"GET", "settings", "", 200, "PRN.Printer.PrintWidthChars"},
+    {"GET", "conformance", "", 200, "\"warnings\":[]"},
+    {"GET", "documents?limit=1", "", 200, "\"next\":4"},
+    {"GET", "documents?before=2", "", 200, "\"next\":null"},
+    {"GET", "documents?limit=0", "", 400, "limit"},
+    {"GET", "documents?sum=much", "", 400, "sum"},
+    {"GET", "documents/3", "", 200, "\"refusals\":[]"},
+    {"GET", "documents/3.svg", "", 200, "<svg"},
+    {"GET", "documents/3.png", "", 200, "PNG"},
+    {"GET", "documents/3.pdf", "", 200, "%PDF"},
+    {"GET", "documents/4.png", "", 422, "too long"},
+    {"GET", "documents/99", "", 404},
+    {"GET", "documents/99.svg", "", 404},
+    {"GET", "documents/99.png", "", 404},
+    {"GET", "documents/99.pdf", "", 404},
+    {"GET", "tape?after=1&limit=1", "", 200, "\"document\":3"},
+    {"GET", "tape?limit=501", "", 400},
+    {"GET", "tape.txt", "", 200, "ЭМУЛЯТОР, НЕ ЧЕК"},
+    {"GET", "tape/2.svg", "", 200, "<svg"},
+    {"GET", "tape/2.png", "", 200, "PNG"},
+    {"GET", "tape/2.pdf", "", 200, "%PDF"},
+    {"GET", "tape/3.png", "", 422},
+    {"GET", "tape/99.svg", "", 404},
+    {"GET", "tape/99.png", "", 404},
+    {"GET", "tape/99.pdf", "", 404},
+    {"GET", "exchanges?document=3", "", 200, "HEX FinishDocument(22) ok"},
+    {"GET", "exchanges?after=1&limit=1", "", 200, "\"next\":2"},
+    {"GET", "exchanges?refused=maybe", "", 400, "refused"},
+    {"GET", "exchanges/1", "", 200, "HEX Initialize(00)"},
+    {"GET", "exchanges/0", "", 404},
+    {"GET", "paper", "", 200, "\"state\":\"in\""},
+    {"PUT", "paper", R"({"state":"nearEnd","linesLeft":5,"quietly":true})", 200, "\"linesLeft\":5"},
+    {"PUT", "paper", R"({"state":"in","linesLeft":5})", 400, "linesLeft is not known"},
+    {"PUT", "paper", R"({"state":"wet"})", 400, "in, nearEnd, out"},
+    {"PUT", "paper", R"({"state":"in"})", 200, "\"linesLeft\":null"},
+    {"GET", "drawer", "", 200, "\"cash\":\"200.00\""},
+    {"PUT", "drawer", R"({"open":true})", 200, "true"},
+    {"PUT", "drawer", R"({"open":1})", 400, "open is true or false"},
+    {"GET", "cover", "", 200, "false"},
+    {"PUT", "cover", R"({"open":false})", 200},
+    {"PUT", "cover", "[]", 400},
+    {"PUT", "power", R"({"offAt":"afterStoring"})", 200},
+    {"GET", "power", "", 200, "\"offAt\":\"afterStoring\""},
+    {"PUT", "power", R"({"state":"on"})", 200, "\"offAt\":null"},
+    {"PUT", "power", R"({"state":"on","offAt":"afterStoring"})", 400},
+    {"GET", "ofd", "", 200, "\"queue\":3"},
+    {"PUT", "ofd", R"({"reachable":true})", 200, "\"firstUnsent\":null"},
+    {"PUT", "ofd", "{", 400},
+    {"GET", "clock", "", 200, "2024-03-01T09:00:00"},
+    {"PUT", "clock", R"({"time":"2024-03-01T10:00:00","speed":0.5})", 200, "\"speed\":0.5"},
+    {"PUT", "clock", R"({"time":"tomorrow"})", 400},
+    {"PUT", "clock", "{}", 400},
+    {"PUT", "clock", R"({"time":"2024-03-01T08:00:00"})", 409, "last document"},
+    {"POST", "clock/jump", R"({"seconds":90})", 200, "T10:01:30"},
+    {"POST", "clock/jump", R"({"seconds":1.5})", 400, "whole"},
+    {"POST", "clock/jump", R"({"seconds":-7200})", 409},
+    {"PUT", "faults",
+        R"({"rules":[{"mode":"busy:7","command":"22","field":{"name":"a","value":"b"},"nth":2,"probability":0.5,"seed":3,
+            "lifetime":9},{"mode":"power-off-after","each":2}]})",
+        200, "\"lifetime\":9"},
+    {"GET", "faults", "", 200, "\"hits\":0"},
+    {"PUT", "faults", R"({"rules":[{"mode":"lost"},{"mode":"gone"}]})", 400, "rules[1].mode"},
+    {"PUT", "faults", R"({"rules":[{"mode":"lost","nth":1,"each":1}]})", 400},
+    {"GET", "faults", "", 200, "busy:7"},
+    {"DELETE", "faults", "", 204},
+    {"GET", "faults/modes", "", 200, "answer-shape:bytes"},
+    {"PUT", "marks", R"({"rules":[{"pattern":"^01","result":5}]})", 200},
+    {"PUT", "marks", R"({"rules":[{"pattern":"(","result":5}]})", 400, "regular expression"},
+    {"GET", "marks", "", 200, "\"pattern\":\"^01\""},
+    {"DELETE", "marks", "", 204},
+    {"PUT", "snapshots/before", "", 200, "[\"before\"]"},
+    {"PUT", "snapshots/a%2Fb", "", 400},
+    {"GET", "snapshots", "", 200},
+    {"POST", "reset", "", 200, "\"documents\":1"},
+    {"POST", "snapshots/before/restore", "", 200, "\"documents\":4"},
+    {"POST", "snapshots/after/restore", "", 404},
+    {"GET", "wait?event=document&type=sell&timeout=0", "", 204},
+    {"GET", "wait?event=noise", "", 400},
+    {"GET", "wait?event=document&timeout=601", "", 400},
+    {"GET", "wait?event=document&after=1-1", "", 410},
+    {"GET", "events?all=true", "", 200},
+};
+
+} // namespace
+
+TEST(Panel, AnswersAsItsDescriptionSays)
+{
+    int count = 1;
+    char name[] = "test";
+    char* arguments[] = {name, nullptr};
+    const QCoreApplication application(count, arguments);
+    HexPanel rig;
+    Record record(rig);
+    const QByteArray start = rig.panel.events().idOf(0);
+    openShift(rig);
+    passAll(rig, sale() + longSale());
+    const Served sold = record.ask("GET", "/v1/wait?event=document&type=sell&after=" + start, {});
+    EXPECT_TRUE(sold.status == 200 && sold.json().value("data").toObject().value("number") == 3)
+        << sold.text();
+    for (const AskRow& row : askRows) {
+        const Served served = record.ask(row.method, QByteArray("/v1/") + row.path, row.body);
+        EXPECT_EQ(served.status, row.status) << row.method << ' ' << row.path << ' ' << served.text();
+        EXPECT_TRUE(served.body.contains(row.part))
+            << row.path << " lacks " << row.part << ": " << served.text().substr(0, 2000);
+    }
+    EXPECT_EQ(record.findings().toStdString(), "");
+}

@@ -1,0 +1,253 @@
+#include "panel/panelrig.h"
+
+#include <gtest/gtest.h>
+#include <QFile>
+#include <QUrl>
+
+using XmlPanel = PanelRig<XmlRig>;
+
+TEST(Panel, SwitchesAreWhatTheHostMeets)
+{
+    struct Row
+    {
+        const char* path;
+        const char* body;
+        Step step;
+        /// -1 for none that comes.
+        int code;
+        QByteArray field;
+    };
+    const Step time{0xA7, {}};
+    const Row rows[] = {
+        {"paper", R"({"state":"out"})", open(2), 8, ""},
+        {"paper", R"({"state":"in"})", {0x60, {"Иванова"}}, 0, ""},
+        {"cover", R"({"open":true})", open(2), 8, ""},
+        {"cover", R"({"open":false})", {0x60, {"Иванова"}}, 0, ""},
+        {"ofd", R"({"reachable":true})", {0xA4, {"8"}}, 0, "1"},
+        {"drawer", R"({"open":true})", {0xA8, {}}, 0, "1"},
+        {"drawer", R"({"open":false})", {0xA8, {}}, 0, "0"},
+        {"marks", R"({"rules":[{"pattern":"^0104","result":13}]})", check(), 0, "13"},
+        {"marks", R"({"rules":[{"pattern":"^99","result":0}]})", check(), 0, "15"},
+        {"clock", R"({"time":"2024-03-02T09:30:00"})", time, 0, "020324"},
+        {"clock", R"({"speed":2})", open(2), 10, ""},
+        {"power", R"({"offAt":"beforeStoring"})", {0x6A, {""}}, -1, ""},
+        {"power", R"({"state":"on"})", {0xA4, {"1"}}, 0, "2"},
+        {"power", R"({"offAt":"afterStoring"})", {0xA4, {"1"}}, -1, ""},
+        {"power", R"({"state":"on"})", open(2), 1, ""},
+        {"power", R"({"state":"off"})", time, -1, ""},
+    };
+    HexPanel rig;
+    openShift(rig);
+    for (const Row& row : rows) {
+        const bool isJump = QByteArray(row.path).endsWith("jump");
+        const Served served = rig.ask(isJump ? "POST" : "PUT", QByteArray("/v1/") + row.path, row.body);
+        EXPECT_EQ(served.status, 200) << served.text();
+        const Reply reply = rig.parse(rig.pass(rig.frame(row.step)));
+        EXPECT_EQ(reply.code, row.code) << row.path << ' ' << row.body;
+        EXPECT_EQ(reply.fields.value(0), row.field) << row.path << ' ' << row.body;
+    }
+}
+
+TEST(Panel, TheClockRunsFaster)
+{
+    HexPanel rig;
+    rig.ask("PUT", "/v1/clock", R"({"speed":3600})");
+    rig.clock.advance(2000);
+    EXPECT_EQ(rig.ask("GET", "/v1/clock").json().value("time"), "2024-03-01T11:00:00");
+    rig.ask("PUT", "/v1/clock", R"({"speed":1})");
+    rig.clock.advance(2000);
+    EXPECT_EQ(rig.ask("GET", "/v1/clock").json().value("time"), "2024-03-01T11:00:02");
+}
+
+TEST(Panel, PowerGoesBeforeOrAfterADocumentIsStored)
+{
+    for (const auto& [when, documents] : {std::pair{"beforeStoring", 2}, std::pair{"afterStoring", 3}}) {
+        HexPanel rig;
+        openShift(rig);
+        passAll(rig, sale().first(4));
+        rig.ask("PUT", "/v1/power", QByteArray(R"({"offAt":")") + when + "\"}");
+        EXPECT_EQ(code(rig, finish()), -1);
+        EXPECT_EQ(code(rig, {0xA7, {}}), -1);
+        const QJsonObject state = rig.ask("GET", "/v1/state").json();
+        EXPECT_EQ(state.value("power").toObject().value("state"), "off");
+        EXPECT_EQ(state.value("drive").toObject().value("documents"), documents);
+        rig.ask("PUT", "/v1/power", R"({"state":"on"})");
+        EXPECT_EQ(code(rig, {0x00, {"010324", "090000"}}), 0);
+        EXPECT_EQ(code(rig, finish()), documents == 2 ? 0 : 13);
+    }
+}
+
+TEST(Panel, ADocumentLeadsToItsFramesAndRefusals)
+{
+    HexPanel rig;
+    openShift(rig);
+    passAll(rig, sale());
+    EXPECT_EQ(code(rig, subtotal()), 13);
+    // One that the line gave no sense to stands before the request that came next.
+    rig.desk.passed(trace::Direction::ToRegister,
+        "\x02spoils\x03"
+        "00");
+    passAll(rig, sale().first(4));
+    EXPECT_EQ(rig.pass("\x05"), "\x06");
+    passAll(rig, {finish()});
+    const QJsonObject document = rig.ask("GET", "/v1/documents/4").json();
+    EXPECT_EQ(document.value("refusals").toArray(), QJsonArray{8});
+    QStringList texts;
+    for (const QJsonValue exchange : document.value("exchanges").toArray()) {
+        for (const QJsonValue frame : exchange["frames"].toArray())
+            texts.append(
+                (frame["direction"] == "toHost" ? "<" : ">") + frame["text"].toString().section(' ', 1, 1));
+    }
+    EXPECT_EQ(texts.join(" ").toStdString(),
+        ">Subtotal(34) <Subtotal(34) >(s\x03) >OpenDocument(20) <OpenDocument(20) >AddPaymentObject(30) "
+        "<AddPaymentObject(30) >Subtotal(34) <Subtotal(34) >Payment(35) <Payment(35) >ENQ <ACK >FinishDocument(22) "
+        "<FinishDocument(22)");
+    const QJsonObject refused = rig.ask("GET", "/v1/exchanges?refused=true").json();
+    EXPECT_EQ(refused.value("exchanges").toArray().size(), 1);
+    EXPECT_EQ(refused.value("exchanges")[0]["reason"], "34: no document is open");
+}
+
+TEST(Panel, DocumentsAreFoundByWhatTheySay)
+{
+    HexPanel rig;
+    openShift(rig);
+    passAll(rig, sale("15.50") + sale("7.00"));
+    const QString sign = rig.ask("GET", "/v1/documents/3").json().value("fiscalSign").toString();
+    const std::pair<QString, QList<int>> rows[] = {
+        {"", {4, 3, 2, 1}},
+        {"number=3", {3}},
+        {"sum=15.50", {3}},
+        {"sum=15.5", {3}},
+        {"id=" + sign, {3}},
+        {"id=" + sign.chopped(1), {}},
+        {"id=a@b.example", {4, 3}},
+        {"text=" + QUrl::toPercentEncoding("молоко"), {4, 3}},
+        {"text=" + QUrl::toPercentEncoding("ОТКРЫТИИ"), {2}},
+        {"text=" + QUrl::toPercentEncoding("молоко") + "&sum=7.00", {4}},
+        {"text=nowhere", {}},
+    };
+    for (const auto& [query, numbers] : rows) {
+        QList<int> found;
+        const QJsonObject answer = rig.ask("GET", "/v1/documents?" + query.toLatin1()).json();
+        for (const QJsonValue document : answer.value("documents").toArray())
+            found.append(document["number"].toInt());
+        EXPECT_EQ(found, numbers) << query.toStdString();
+    }
+}
+
+TEST(Panel, TapeTellsWhichDocumentAPageIsOf)
+{
+    HexPanel rig;
+    openShift(rig);
+    rig.ask("PUT", "/v1/paper", R"({"state":"nearEnd","linesLeft":4})");
+    passAll(rig, sale().first(4));
+    EXPECT_EQ(code(rig, finish()), 8);
+    rig.ask("PUT", "/v1/paper", R"({"state":"in"})");
+    passAll(rig, {finish(), {0x60, {"Иванова"}}});
+    QList<int> documents;
+    for (const QJsonValue entry : rig.ask("GET", "/v1/tape").json().value("entries").toArray())
+        documents.append(entry["document"].toInt());
+    EXPECT_EQ(documents, QList<int>({2, 3, 3, 0}));
+}
+
+TEST(Panel, EventsComeInTheirOrderAndOfTheirRegister)
+{
+    HexPanel rig;
+    emulator::Register other(rig.clock);
+    emulator::HostWatch otherWatch(other);
+    rig.panel.add(other, otherWatch, rig.faults);
+    http::Request request = http::Request::of("GET", "/v1/registers/1/events");
+    const http::Answer answer = rig.panel.site().answer(request);
+    openShift(rig);
+    EXPECT_EQ(code(rig, subtotal()), 13);
+    rig.ask("PUT", "/v1/registers/2/paper", R"({"state":"out"})");
+    rig.ask("PUT", "/v1/faults", R"({"rules":[{"mode":"restart","nth":1}]})");
+    passAll(rig, {{0xA7, {}}});
+    ASSERT_TRUE(std::holds_alternative<std::shared_ptr<http::Stream>>(answer));
+    QStringList names;
+    for (const QByteArray& line : std::get<std::shared_ptr<http::Stream>>(answer)->take().split('\n')) {
+        if (line.startsWith("event: "))
+            names.append(line.mid(7));
+    }
+    EXPECT_EQ(names.join(' '), "exchange document tape exchange exchange refusal state exchange fault");
+}
+
+TEST(Panel, SnapshotsBringBackAll)
+{
+    HexPanel rig;
+    openShift(rig);
+    rig.ask("PUT", "/v1/snapshots/morning");
+    passAll(rig, sale());
+    rig.ask("POST", "/v1/snapshots/morning/restore");
+    EXPECT_EQ(code(rig, open(2)), 1) << "not started";
+    passAll(rig, QList<Step>{{0x00, {"010324", "090000"}}} + sale("5.00"));
+    const QJsonObject sold = rig.ask("GET", "/v1/documents/3").json();
+    EXPECT_EQ(sold.value("total"), "5.00");
+    EXPECT_EQ(sold.value("exchanges").toArray().size(), 7) << "those of the time that never was are not its";
+    rig.ask("POST", "/v1/reset");
+    EXPECT_EQ(rig.ask("GET", "/v1/documents").json().value("documents").toArray().size(), 1);
+}
+
+namespace {
+
+/// A position of that name and price.
+Step priced(const QByteArray& name, const QByteArray& price)
+{
+    Step step = item("1.000", price);
+    step.fields[0] = name;
+    return step;
+}
+
+} // namespace
+
+TEST(Magic, KopecksChooseTheFaultOfTheirReceipt)
+{
+    const QByteArray magic = to866("ТЕСТ");
+    struct Row
+    {
+        QByteArray name;
+        QByteArray price;
+        int code;
+        int documents;
+    };
+    const Row rows[] = {{magic, "1.00", 0, 3}, {magic, "5.01", -1, 2}, {magic, "5.02", -1, 3},
+        {magic, "5.22", 10, 2}, {magic, "5.99", 0, 3}, {to866("Молоко"), "5.01", 0, 3}};
+    for (const Row& row : rows) {
+        HexPanel rig;
+        rig.faults.setMagic(true);
+        openShift(rig);
+        passAll(rig, {open(2), priced(row.name, row.price), subtotal(), pay(0, row.price)});
+        EXPECT_EQ(code(rig, finish()), row.code) << row.price.constData();
+        EXPECT_EQ(rig.device.drive().last().number, row.documents) << row.price.constData();
+        // It happens once.
+        EXPECT_EQ(code(rig, finish()), row.documents == 3 ? 13 : 0) << row.price.constData();
+    }
+}
+
+TEST(Magic, StandsInTheManual)
+{
+    QFile manual(FRSPF_SOURCES "/docs/spf-emulator.1");
+    ASSERT_TRUE(manual.open(QIODevice::ReadOnly));
+    const QByteArray text = manual.readAll();
+    for (const auto& row : emulator::panel::MagicAmounts::table()) {
+        const QByteArray kopecks = QByteArray::number(row.kopecks).rightJustified(2, '0');
+        EXPECT_TRUE(text.contains('\n' + kopecks + '|' + row.onHex + '|' + row.onXml + '\n')) << row.kopecks;
+        for (const char* const mode : {row.onHex, row.onXml})
+            EXPECT_TRUE(emulator::FaultPlan::parseFault(mode)) << mode;
+    }
+}
+
+TEST(Magic, HoldsOverXml)
+{
+    XmlPanel rig;
+    rig.faults.setMagic(true);
+    EXPECT_EQ(rig.openShift(), "0.0");
+    const auto sell = [&rig](const char* name, const char* price) {
+        const QString goods = position(price, "1.000", price).replace("Молоко", name);
+        return XmlReply{rig.pass(rig.request(8, receipt(goods, price)))}.verdict();
+    };
+    EXPECT_EQ(sell("ТЕСТ", "7.24"), "4.4004");
+    EXPECT_EQ(sell("Молоко", "7.24"), "0.0");
+    EXPECT_EQ(sell("ТЕСТ", "7.02"), "Result ");
+    EXPECT_EQ(rig.device.drive().last().number, 4) << "its answer was lost";
+}
