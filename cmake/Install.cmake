@@ -66,7 +66,8 @@ install(FILES ${manuals} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool
 install(FILES cmake/debian/60-frspf.rules DESTINATION lib/udev/rules.d COMPONENT tools)
 file(GLOB receipts CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/examples/*.json ${PROJECT_SOURCE_DIR}/examples/*.txt)
 install(FILES ${receipts} DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT tools)
-install(DIRECTORY examples/host DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT tools)
+install(DIRECTORY examples/host examples/test-suite DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT tools)
+install(DIRECTORY docs/img DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT tools)
 install(FILES README.md README.ru.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT tools)
 # The refusal of a purchase names the limits, they and both READMEs the guide.
 install(FILES docs/host-guide.md docs/host-guide.ru.md docs/limits.md docs/output.schema.json docs/receipt.schema.json

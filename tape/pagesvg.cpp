@@ -23,7 +23,7 @@ QString escaped(QString text)
 }
 
 /// Stretched by a transformation, since not every renderer heeds the length, which is there for those that
-/// have another font.
+/// have another font. Browsers let no text inherit that its blanks stay.
 QString textElement(const DrawnText& drawn)
 {
     const double size = drawn.box.height() / letterform::lineHeight;
@@ -34,7 +34,7 @@ QString textElement(const DrawnText& drawn)
                   QString::number(drawn.box.width() / length));
     const QString style = (drawn.isBold ? QStringLiteral(" font-weight=\"bold\"") : QString())
         + (drawn.isWhite ? QStringLiteral(" fill=\"#fff\"") : QString());
-    return QStringLiteral("<text transform=\"%1\" font-size=\"%2\" textLength=\"%3\" "
+    return QStringLiteral("<text xml:space=\"preserve\" transform=\"%1\" font-size=\"%2\" textLength=\"%3\" "
                           "lengthAdjust=\"spacingAndGlyphs\"%4>%5</text>\n")
         .arg(transform, number(size), number(length), style, escaped(drawn.text));
 }
@@ -63,8 +63,7 @@ QByteArray toSvg(const Page& page)
                           "viewBox=\"0 0 %3 %4\">\n"
                           "<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n"
                           "<path shape-rendering=\"crispEdges\" d=\"%5\"/>\n"
-                          "<g font-family=\"%6, monospace\" xml:space=\"preserve\" "
-                          "style=\"white-space:pre\">\n%7</g>\n</svg>\n")
+                          "<g font-family=\"%6, monospace\">\n%7</g>\n</svg>\n")
         .arg(number(drawing.size.width() / static_cast<double>(Drawing::dotsPerMillimetre)),
             number(drawing.size.height() / static_cast<double>(Drawing::dotsPerMillimetre)))
         .arg(drawing.size.width())

@@ -1,0 +1,107 @@
+// All that went over the line, the newest at the end, and one of them in full.
+
+import { el } from "./dom.js";
+import { exchangeBody, exchangeMarks, exchangeTitle } from "./frames.js";
+import { t, time } from "./i18n.js";
+import { VirtualList } from "./list.js";
+
+const PORTION = 200;
+// The interface keeps some thousands; the page needs no more than a developer looks back.
+const KEPT = 2000;
+const ROW = 44;
+
+export class Exchanges {
+    constructor(scroller, root, refusedOnly) {
+        Object.assign(this, { scroller, root, refusedOnly, items: [], last: 0, isVisible: false });
+        this.list = new VirtualList(scroller, {
+            idPrefix: "exchange",
+            create: (index) => this.#row(this.items[index]),
+            height: () => ROW,
+            onChoose: (index) => this.#show(this.items[index]),
+        });
+        refusedOnly.addEventListener("change", () => this.sync());
+    }
+
+    open(api) {
+        this.api = api;
+        this.root.replaceChildren();
+        return this.sync();
+    }
+
+    // The last ones, from nothing.
+    async sync() {
+        Object.assign(this, { items: [], last: 0 });
+        this.list.reset(0);
+        if (this.isVisible)
+            await this.grown();
+    }
+
+    async setVisible(isVisible) {
+        this.isVisible = isVisible;
+        if (isVisible)
+            await this.grown();
+    }
+
+    async grown() {
+        if (!this.isVisible || this.isLoading)
+            return;
+        this.isLoading = true;
+        try {
+            await this.#load(this.items);
+        } finally {
+            this.isLoading = false;
+        }
+    }
+
+    redraw() {
+        this.list.redraw();
+        this.draw?.();
+    }
+
+    async #load(items) {
+        const answer = await this.api.get("/exchanges", this.#query());
+        if (items !== this.items)
+            return this.#load(this.items);
+        const wasAtEnd = this.list.isAtEnd;
+        this.#take(answer);
+        if (wasAtEnd)
+            this.list.toEnd();
+        return answer.next === null ? undefined : this.#load(this.items);
+    }
+
+    #query() {
+        const after = this.last ? { after: this.last } : {};
+        return { limit: PORTION, ...after, ...(this.refusedOnly.checked ? { refused: true } : {}) };
+    }
+
+    #take({ exchanges }) {
+        this.items.push(...exchanges);
+        this.last = this.items.at(-1)?.number ?? 0;
+        const surplus = Math.max(this.items.length - KEPT, 0);
+        this.items.splice(0, surplus);
+        if (surplus > 0)
+            this.list.reset(this.items.length);
+        else
+            this.list.layout(this.items.length);
+    }
+
+    #row(exchange) {
+        return el("div", { class: "row", "aria-label": this.#label(exchange) },
+            el("span", { class: "time" }, time(exchange.dateTime).slice(11)), " ",
+            el("span", { class: "command" }, exchangeTitle(exchange)), " ", exchangeMarks(exchange),
+            el("span", { class: "why small" }, exchange.reason ?? ""));
+    }
+
+    #label(exchange) {
+        const marks = exchangeMarks(exchange).map((mark) => mark.textContent);
+        const parts = [time(exchange.dateTime).slice(11), exchangeTitle(exchange), ...marks, exchange.reason];
+        return parts.filter(Boolean).join(", ");
+    }
+
+    #show(exchange) {
+        this.draw = () => this.root.replaceChildren(
+            el("h3", {}, `${t("exchange")} ${exchange.number}: ${exchangeTitle(exchange)}`),
+            el("p", {}, exchangeMarks(exchange)), exchangeBody(exchange));
+        this.draw();
+    }
+}

@@ -1,0 +1,147 @@
+// Rules by which the register misbehaves, and how often each did.
+
+import { button, el } from "./dom.js";
+import { Card, field, unfolding } from "./card.js";
+import { head } from "./frames.js";
+import { count, has, t } from "./i18n.js";
+
+const WHICH = ["next", "nth", "each", "all"];
+
+export class FaultCard {
+    constructor(api, act) {
+        Object.assign(this, { api, act, rules: [], modes: [] });
+        this.table = el("div", { class: "rules" });
+        this.form = el("form", { on: { submit: (event) => this.#submit(event) } });
+        this.panel = el("section", { class: "panel" }, this.form, this.table);
+        this.card = new Card("faults", el("div", { class: "choice" },
+            button(t("loseNext"), () => this.#add({ mode: "lost", nth: 1 }), { "data-fault": "lost" }),
+            button(t("silenceNext"), () => this.#add({ mode: "silence", nth: 1 }), { "data-fault": "silence" }),
+            unfolding("more", "moreFaults", this.panel)));
+        this.#readModes();
+        this.read();
+    }
+
+    update({ faultRules }) {
+        if (faultRules !== this.rules.length)
+            this.read();
+    }
+
+    async read() {
+        try {
+            this.#show((await this.api.get("/faults")).rules);
+        } catch {
+            // The line is lost; the state is read anew with the next one.
+        }
+    }
+
+    // A new list begins to count anew; rules that have done their work would do it again.
+    #add(rule) {
+        return this.#replace([...this.rules.filter(({ over }) => !over), rule]);
+    }
+
+    #replace(rules) {
+        return this.act(async () => {
+            const body = { rules: rules.map(({ fitting, hits, over, ...rule }) => rule) };
+            this.#show((await (await this.api.put("/faults", body)).json()).rules);
+        });
+    }
+
+    #clear() {
+        return this.act(async () => {
+            await this.api.remove("/faults");
+            this.#show([]);
+        });
+    }
+
+    #show(rules) {
+        this.rules = rules;
+        const hits = rules.reduce((sum, rule) => sum + rule.hits, 0);
+        const isWaiting = rules.some(({ over }) => !over);
+        this.card.set(rules.length ? t("faultsAre", { count: rules.length, hits }) : t("noFaults"),
+            isWaiting ? "warn" : "");
+        this.table.replaceChildren(...(rules.length ? [this.#ruleTable(), this.#clearButton()] : []));
+    }
+
+    #clearButton() {
+        return button(t("faultClear"), () => this.#clear());
+    }
+
+    #ruleTable() {
+        const columns = ["faultRule", "faultFitting", "faultHits", "faultState"];
+        return el("table", {}, el("thead", {}, el("tr", {}, columns.map(head), el("td", {}))),
+            el("tbody", {}, this.rules.map((rule, index) => this.#ruleRow(rule, index))));
+    }
+
+    #ruleRow(rule, index) {
+        const others = () => this.#replace(this.rules.filter((_, other) => other !== index));
+        return el("tr", {}, el("th", { scope: "row" }, ruleText(rule)), el("td", {}, count(rule.fitting)),
+            el("td", { class: "hits" }, count(rule.hits)), el("td", {}, t(rule.over ? "faultOver" : "faultInForce")),
+            el("td", {}, button(t("faultRemove"), others)));
+    }
+
+    async #readModes() {
+        try {
+            this.modes = (await this.api.get("/faults/modes")).modes;
+            this.#fillForm();
+        } catch {
+            // As above.
+        }
+    }
+
+    #fillForm() {
+        const mode = el("select", { name: "mode", on: { change: () => this.#fit() } },
+            this.modes.map((known) => el("option", { value: known.mode }, modeText(known))));
+        const which = el("select", { name: "which", on: { change: () => this.#fit() } },
+            WHICH.map((value) => el("option", { value }, t(`which_${value}`))));
+        this.form.replaceChildren(field("faultMode", mode), field("faultArgument", input("argument")),
+            field("faultWhich", which), field("faultNumber", number("number", { min: "1", value: "1" })),
+            field("faultCommand", input("command")), field("faultField", input("field")),
+            field("faultFieldValue", input("value")),
+            field("faultProbability", number("probability", { min: "0", max: "1", step: "any" })),
+            field("faultSeed", number("seed", { min: "0" })), field("faultLifetime", number("lifetime", { min: "1" })),
+            el("button", {}, t("faultAdd")));
+        this.#fit();
+    }
+
+    // Only what the choices above ask for can be filled in.
+    #fit() {
+        const { mode, argument, which, number: place } = this.form.elements;
+        const wanted = this.modes.find((known) => known.mode === mode.value)?.argument ?? null;
+        argument.closest("label").hidden = wanted === null;
+        argument.required = wanted !== null;
+        argument.previousSibling.textContent = t("faultArgument", { what: wanted ?? "" });
+        place.closest("label").hidden = which.value !== "nth" && which.value !== "each";
+    }
+
+    #submit(event) {
+        event.preventDefault();
+        this.#add(ruleOf(Object.fromEntries(new FormData(this.form))));
+    }
+}
+
+const input = (name) => el("input", { name, autocomplete: "off" });
+const number = (name, attributes) => el("input", { type: "number", name, ...attributes });
+
+// What the form says, as the interface takes it: what was left empty is left away.
+export function ruleOf({ mode, argument, which, number: place, command, field: name, value, ...numbers }) {
+    const given = Object.entries(numbers).filter(([, text]) => text !== "");
+    return {
+        mode: argument ? `${mode}:${argument}` : mode,
+        ...{ next: { nth: 1 }, nth: { nth: Number(place) }, each: { each: Number(place) }, all: {} }[which],
+        ...(command && { command }),
+        ...(name && { field: { name, value } }),
+        ...Object.fromEntries(given.map(([key, text]) => [key, Number(text)])),
+    };
+}
+
+function modeText({ mode, protocols }) {
+    const key = `mode_${mode}`;
+    const only = protocols.length === 1 ? ` (${protocols[0]})` : "";
+    return has(key) ? `${t(key)} (${mode})${only}` : `${mode}${only}`;
+}
+
+// The rule as one would write it.
+function ruleText({ mode, command, field: part, nth, each, probability, lifetime }) {
+    return [mode, nth && `#${nth}`, each && `/${each}`, command, part && `${part.name}=${part.value}`,
+        probability !== undefined && `p=${probability}`, lifetime && `≤${lifetime}`].filter(Boolean).join(" ");
+}
