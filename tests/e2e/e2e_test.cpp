@@ -15,7 +15,6 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <thread>
 
 namespace {
 
@@ -272,33 +271,6 @@ TEST(Frctl, InterruptionClosesThePort)
     }
 }
 
-TEST(Frctl, BusyPortNamesItsHolderAndIsWaitedFor)
-{
-    const Emulator emulator;
-    devices::PortLock lock;
-    ASSERT_TRUE(lock.take(emulator.port()));
-    const QTemporaryDir folder;
-    const QString otherName = folder.filePath("till");
-    ASSERT_TRUE(QFile::link(emulator.port(), otherName));
-    const QStringList command{"--port", otherName, "--protocol", "HEX", "status"};
-    const Result busy = runFrctl(command);
-    EXPECT_EQ(busy.status, 1);
-    const QByteArray process = QByteArray::number(QCoreApplication::applicationPid());
-    EXPECT_TRUE(busy.errors.contains("is busy: process " + process + " works it")) << busy.errors.constData();
-    std::thread holder([&lock] { lock.release(); });
-    EXPECT_EQ(runFrctl(QStringList{"--wait", "60"} + command).status, 0);
-    holder.join();
-}
-
-TEST(Frctl, PortWithoutFolderIsTheOneInDev)
-{
-    const Result result = runFrctl({"--port", "no-such-till", "status"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_TRUE(result.errors.contains("port /dev/no-such-till cannot be opened"))
-        << result.errors.constData();
-}
-
-// What a run that was killed has asked for must not be taken for the answer to the next one.
 TEST(Frctl, LeftoversOnTheLineAreDropped)
 {
     // A tail that lasts for half a second; an answer in pieces with pauses of 50 ms after a run that was
