@@ -36,6 +36,26 @@ constexpr qsizetype anyNumber = std::numeric_limits<qsizetype>::max();
 
 constexpr const char* receiptOptions = "id drop split marks";
 
+constexpr Subcommand journalCommands[] = {
+    {"journal list [--state STATE] [--since DATE]",
+        QT_TR_NOOP("The documents, in the order they were accepted in.")},
+    {"journal show ID", QT_TR_NOOP("One document with its body, its attempts and its verdict.")},
+    {"journal settle [ID]",
+        QT_TR_NOOP("Ask the register what became of those that were begun and not settled, or of this one.")},
+    {"journal resolve ID issued --document N",
+        QT_TR_NOOP("An unknown one stands on the tape with that number, a person saw.")},
+    {"journal resolve ID not-issued --note TEXT",
+        QT_TR_NOOP("An unknown one was not printed, a person saw; it may be sold again.")},
+    {"journal export [--state STATE] [--since DATE]",
+        QT_TR_NOOP("All of each document, a line of JSON for one.")},
+    {"journal backup FILE", QT_TR_NOOP("A sound copy of the journal in a new file.")},
+    {"journal anonymise --before DATE",
+        QT_TR_NOOP("Take customers and bodies out of what was settled before.")},
+    {"journal check", QT_TR_NOOP("Whether the file is sound; with a register also its shift's documents.")},
+    {"journal accept [--note TEXT]",
+        QT_TR_NOOP("The drive has documents that are not in the journal, and that is as it should be.")},
+};
+
 constexpr Command commandTable[] = {
     {"help", "[COMMAND]", QT_TR_NOOP("Show this help, or that of a command."), 0, 1, Command::Alone,
         prepareHelp, "help sell"},
@@ -45,11 +65,13 @@ constexpr Command commandTable[] = {
         QT_TR_NOOP(
             "The serial ports of this machine; those named, or with --all each, are asked for a register."),
         0, anyNumber, Command::Alone, prepareDetect, "detect /dev/ttyUSB0",
-        "all port register config protocol protocol-version plugin wait device-id"},
+        "all port register config protocol protocol-version plugin wait device-id", {},
+        QT_TR_NOOP("no register at the ports that were asked, or the output was lost"), nullptr, true},
     {"doctor", "", QT_TR_NOOP("What may keep this computer and the register from selling, a line each."), 0,
         0, Command::Alone, prepareDoctor, "--port /dev/ttyUSB0 --protocol HEX doctor",
         "port register config wait protocol expect-serial expect-inn protocol-version plugin exclusive "
-        "device-id journal"},
+        "device-id journal",
+        {}, QT_TR_NOOP("something is wrong, or the output was lost"), nullptr, true},
     {"status", "", QT_TR_NOOP("The register's identity, clock, shift and state."), 0, 0, Command::AtRegister,
         prepareStatus, "status"},
     {"open-shift", "", QT_TR_NOOP("Open the shift if it is closed."), 0, 0, Command::Document,
@@ -120,13 +142,15 @@ constexpr Command commandTable[] = {
     {"schema", "receipt|output", QT_TR_NOOP("The JSON schema of receipts, or of what --json prints."), 1, 1,
         Command::Alone, prepareSchema, "schema receipt"},
     {"journal", "list|show|settle|resolve|export|backup|anonymise|check|accept",
-        QT_TR_NOOP("What this machine's journal knows of its documents; see the manual page."), 1, 3,
-        Command::AtRegister, prepareJournal, "journal list --state unknown",
-        "state since before document note"},
+        QT_TR_NOOP("What this machine's journal knows of its documents."), 1, 3, Command::AtRegister,
+        prepareJournal, "journal list --state unknown", "state since before document note", journalCommands},
     {"trace", "show|diff|replay|pcapng|dissector [FILE...]",
         QT_TR_NOOP(
             "Show what --trace has written, tell how two traces differ, play one (--as), or take it to Wireshark."),
-        1, 3, Command::Alone, prepareTrace, "trace show sale.trace", "as password"},
+        1, 3, Command::Alone, prepareTrace, "trace show sale.trace", "as password", {},
+        QT_TR_NOOP(
+            "failed; diff: they differ; replay: something was refused or did not come; the output was lost"),
+        nullptr, true},
     {"mark", "CODE", QT_TR_NOOP("Check the marking code of one piece to be sold."), 1, 1, Command::AtRegister,
         prepareMark, "mark 0104600000000015215!Ab1cD"},
 };

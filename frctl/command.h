@@ -1,6 +1,7 @@
 #pragma once
 
 #include "options.h"
+#include "subcommand.h"
 #include "task.h"
 
 #include <span>
@@ -25,6 +26,8 @@ struct Command
     };
 
     bool makesDocument() const { return kind == Document; }
+    /// Whether Ctrl-C ends it with a status of its own.
+    bool isInterruptible() const { return kind != Alone || asksPorts; }
     /// Whether it takes the option, see OptionRow::group.
     bool takes(const OptionRow& option) const;
 
@@ -41,6 +44,14 @@ struct Command
     const char* example;
     /// Names of the options of OptionRow::Own, or of a register, that it takes besides those of its kind.
     const char* options = "";
+    /// Of a command whose first argument is one of several, a line each in its help.
+    std::span<const Subcommand> subcommands = {};
+    /// What exit status 1 means, where that is not what the others of its kind mean by it.
+    const char* failure = nullptr;
+    /// What else its help says, in lines.
+    const char* note = nullptr;
+    /// One that is Alone, and yet has to do with a line.
+    bool asksPorts = false;
 };
 
 /// All commands, in the order of the help.

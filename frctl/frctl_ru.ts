@@ -214,10 +214,6 @@ Try frctl help%1.</source>
         <translation>Схема JSON чеков или того, что печатает --json.</translation>
     </message>
     <message>
-        <source>What this machine&apos;s journal knows of its documents; see the manual page.</source>
-        <translation>Что журнал этой машины знает о своих документах; см. страницу руководства.</translation>
-    </message>
-    <message>
         <source>Show what --trace has written, tell how two traces differ, play one (--as), or take it to Wireshark.</source>
         <translation>Показать записанное --trace, сравнить две трассы, проиграть трассу (--as) или передать её в Wireshark.</translation>
     </message>
@@ -1570,6 +1566,70 @@ Example:
     <message>
         <source>%1: asking over %2</source>
         <translation>%1: опрос по %2</translation>
+    </message>
+    <message>
+        <source>The documents, in the order they were accepted in.</source>
+        <translation>Документы в порядке приёма.</translation>
+    </message>
+    <message>
+        <source>One document with its body, its attempts and its verdict.</source>
+        <translation>Один документ: содержание, попытки и исход.</translation>
+    </message>
+    <message>
+        <source>Ask the register what became of those that were begun and not settled, or of this one.</source>
+        <translation>Узнать у ККТ исход начатых документов без исхода или этого документа.</translation>
+    </message>
+    <message>
+        <source>An unknown one stands on the tape with that number, a person saw.</source>
+        <translation>Исход неизвестен: человек видел на ленте документ с этим номером.</translation>
+    </message>
+    <message>
+        <source>An unknown one was not printed, a person saw; it may be sold again.</source>
+        <translation>Исход неизвестен: на ленте документа нет; его можно пробить снова.</translation>
+    </message>
+    <message>
+        <source>All of each document, a line of JSON for one.</source>
+        <translation>Документы целиком, по строке JSON на каждый.</translation>
+    </message>
+    <message>
+        <source>A sound copy of the journal in a new file.</source>
+        <translation>Целостная копия журнала в новый файл.</translation>
+    </message>
+    <message>
+        <source>Take customers and bodies out of what was settled before.</source>
+        <translation>Удалить содержание и данные покупателей из документов, завершённых раньше этого дня.</translation>
+    </message>
+    <message>
+        <source>Whether the file is sound; with a register also its shift&apos;s documents.</source>
+        <translation>Цел ли файл; если задана ККТ, то и документы её смены.</translation>
+    </message>
+    <message>
+        <source>The drive has documents that are not in the journal, and that is as it should be.</source>
+        <translation>В ФН есть документы, которых нет в журнале, и так и должно быть.</translation>
+    </message>
+    <message>
+        <source>no register at the ports that were asked, or the output was lost</source>
+        <translation>на опрошенных портах ККТ нет, или вывод потерян</translation>
+    </message>
+    <message>
+        <source>something is wrong, or the output was lost</source>
+        <translation>что-то неисправно, или вывод потерян</translation>
+    </message>
+    <message>
+        <source>What this machine&apos;s journal knows of its documents.</source>
+        <translation>Что журнал этого компьютера знает о документах.</translation>
+    </message>
+    <message>
+        <source>failed; diff: they differ; replay: something was refused or did not come; the output was lost</source>
+        <translation>ошибка; diff: есть различия; replay: что-то отклонено или не пришло; вывод потерян</translation>
+    </message>
+    <message>
+        <source>
+What it does:
+</source>
+        <translation>
+Что умеет:
+</translation>
     </message>
 </context>
 </TS>

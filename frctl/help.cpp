@@ -58,21 +58,36 @@ QString optionsOf(const Command& command)
             [](const OptionRow& row) { return row.group == OptionRow::Common; });
 }
 
-QString exitStatuses(Command::Kind kind)
+QString subcommandEntries(const Command& command)
+{
+    QString text;
+    for (const Subcommand& subcommand : command.subcommands)
+        text += helpEntry(QLatin1String(subcommand.signature), tr(subcommand.help));
+    return text.isEmpty() ? text : tr("\nWhat it does:\n") + text;
+}
+
+QString failureText(const Command& command)
+{
+    if (command.failure != nullptr)
+        return tr(command.failure);
+    return command.kind == Command::Alone
+        ? tr("failed, or the output was lost")
+        : tr("the register or its line failed or refused, or the output was lost");
+}
+
+QString exitStatuses(const Command& command)
 {
     QString text = tr("\nExit status:\n") + helpEntry(QStringLiteral("0"), tr("done"))
-        + helpEntry(QStringLiteral("1"),
-            kind == Command::Alone ? tr("failed, or the output was lost")
-                                   : tr("the register or its line failed or refused, or the output was lost"))
+        + helpEntry(QStringLiteral("1"), failureText(command))
         + helpEntry(QStringLiteral("2"), tr("wrong usage or a wrong file; nothing was sent"));
-    if (kind == Command::Document)
+    if (command.makesDocument())
         text += helpEntry(QStringLiteral("3"),
                     tr("the close failed, but the document was issued: do not repeat it"))
             + helpEntry(QStringLiteral("4"),
                 tr("the close failed and the document was not issued: it may be repeated"))
             + helpEntry(QStringLiteral("5"),
                 tr("the close failed, unknown whether it was issued: look at the register first"));
-    if (kind != Command::Alone)
+    if (command.isInterruptible())
         text += helpEntry(QStringLiteral("130"), tr("interrupted"));
     return text;
 }
@@ -88,7 +103,7 @@ QString overview()
         [](const OptionRow& row) { return row.group == OptionRow::Document; });
     text += optionEntries(
         tr("Options of all commands"), [](const OptionRow& row) { return row.group == OptionRow::Common; });
-    return text + exitStatuses(Command::Document)
+    return text + exitStatuses(requireCommand(QStringLiteral("sell")))
         + tr(
             "\nOptions stand anywhere. frctl help COMMAND tells the options of that command and an example.");
 }
@@ -97,8 +112,9 @@ QString helpPage(const Command& command)
 {
     const QString line
         = command.kind == Command::Alone ? QString() : QStringLiteral("--port /dev/ttyUSB0 --protocol HEX ");
-    return usageLine(signature(command)) + QStringLiteral("\n%1\n").arg(tr(command.help)) + optionsOf(command)
-        + exitStatuses(command.kind)
+    return usageLine(signature(command)) + QStringLiteral("\n%1\n").arg(tr(command.help))
+        + (command.note == nullptr ? QString() : tr(command.note) + QLatin1Char('\n'))
+        + subcommandEntries(command) + optionsOf(command) + exitStatuses(command)
         + tr("\nExample:\n  frctl %1%2").arg(line, QString::fromUtf8(command.example));
 }
 
