@@ -25,7 +25,7 @@ struct ConnectionSettings
     /// See StreamDevice::setWaitCallback; also called while the port is waited for. May be empty.
     std::function<void()> waitCallback = {};
     /// See StreamDevice::setSilenceCallback. May be empty.
-    std::function<void()> silenceCallback = {};
+    std::function<void(bool hasAnswered)> silenceCallback = {};
     /// See StreamDevice::setBudget; counted from the lock that was taken. 0 for as long as the driver likes.
     int budgetMs = 0;
     /// Told what goes over the line; outlives the connection. Null for none.

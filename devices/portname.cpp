@@ -1,5 +1,6 @@
 #include "portname.h"
 
+#include <QFileInfo>
 #include <QRegularExpression>
 
 namespace devices {
@@ -28,7 +29,11 @@ QString devicePath(const QString& name)
 {
     const bool isPath = name.startsWith(QLatin1Char('/')) || name.startsWith(QStringLiteral("./"))
         || name.startsWith(QStringLiteral("../"));
-    return isPath ? name : QStringLiteral("/dev/") + name;
+    if (isPath)
+        return name;
+    const QString device = QStringLiteral("/dev/") + name;
+    const QFileInfo here(name);
+    return !QFileInfo::exists(device) && here.exists() ? here.absoluteFilePath() : device;
 }
 
 } // namespace devices

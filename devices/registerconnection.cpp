@@ -98,14 +98,16 @@ void RegisterConnection::lockPort(const ConnectionSettings& settings)
 void RegisterConnection::openLine(const ConnectionSettings& settings)
 {
     m_line->setWaitCallback(settings.waitCallback);
-    m_line->setSilenceCallback(settings.silenceCallback);
+    const bool tellsThatItPrints = settings.protocol == QStringLiteral("HEX");
+    m_line->setSilenceCallback(settings.silenceCallback, StreamDevice::firstAnswerMs,
+        tellsThatItPrints ? StreamDevice::firstAnswerMs : StreamDevice::laterAnswerMs);
     m_line->setObserver(settings.observer);
     if (settings.budgetMs > 0)
         m_line->setBudget(settings.budgetMs);
     // The driver sets up the line before it opens it, and a closed line takes no settings.
     if (m_line->open())
         return;
-    // A bare name is one in /dev, which whoever meant a file beside him must see.
+    // A bare name that is nowhere is one in /dev, which whoever meant a file beside him must see.
     const QString port = isTcpName(settings.port) ? settings.port : devicePath(settings.port);
     throw ConnectionError(
         ConnectionError::NoPort, tr("port %1 cannot be opened: %2").arg(port, m_line->errorString()));

@@ -1,5 +1,7 @@
 #include "serialportdevice.h"
 
+#include "portname.h"
+
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLoggingCategory>
@@ -30,7 +32,7 @@ bool isForLater(int error)
 
 SerialPortDevice::SerialPortDevice(const QString& name)
 {
-    m_port.setPortName(name);
+    m_port.setPortName(devicePath(name));
 }
 
 SerialPortDevice::~SerialPortDevice() = default;
@@ -146,8 +148,7 @@ std::optional<LineErrors> SerialPortDevice::lineErrors() const
 
 bool SerialPortDevice::isAvailable() const
 {
-    const QString name = m_port.portName();
-    return QFileInfo::exists(name.startsWith(QLatin1Char('/')) ? name : QStringLiteral("/dev/") + name);
+    return QFileInfo::exists(devicePath(m_port.portName()));
 }
 
 int SerialPortDevice::getType() const

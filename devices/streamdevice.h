@@ -28,16 +28,24 @@ class StreamDevice : public QObject, public hw::AbstractSerialDevice
 public:
     ~StreamDevice() override;
 
+    /// A HEX driver asks a register that is silent for two seconds whether it is at work, and one that prints
+    /// says so.
+    static constexpr int firstAnswerMs = 2500;
+    /// One that prints over XML says nothing meanwhile.
+    static constexpr int laterAnswerMs = 5000;
+
     /// The callback runs at least every tenth of a second while a wait for input or for a connection lasts.
     /// An exception that it throws ends the wait and passes through the driver to the host: a way out of a
     /// long exchange.
     void setWaitCallback(const std::function<void()>& callback) { m_waitCallback = callback; }
 
-    /// The callback runs once at most: when the other end has not answered the first that was written, so
-    /// long after it, and never once anything has come from it. It runs in the wait for input.
-    void setSilenceCallback(const std::function<void()>& callback, int patienceMs = firstAnswerMs)
+    /// The callback runs once at most for each: when the other end has not answered the first that was
+    /// written, so long after it, and, with true, when it has answered before and is silent for so long. It
+    /// runs in the wait for input.
+    void setSilenceCallback(const std::function<void(bool hasAnswered)>& callback,
+        int firstMs = firstAnswerMs, int laterMs = laterAnswerMs)
     {
-        m_silence.start(callback, patienceMs);
+        m_silence.start(callback, firstMs, laterMs);
     }
 
     /// So long from now the line may be used. Then it is closed, and does not open again: whatever the driver
@@ -70,9 +78,6 @@ public:
     bool waitForReadyRead(int milliseconds) override;
 
 protected:
-    /// A HEX driver asks a register that is silent for two seconds whether it is at work, and one that prints
-    /// says so.
-    static constexpr int firstAnswerMs = 2500;
     /// What send and receive answer when there is no line any more.
     static constexpr qint64 lineIsGone = -1;
 

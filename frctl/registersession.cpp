@@ -3,6 +3,7 @@
 #include "abstractfrdriver.h"
 #include "abstractregisterparameters.h"
 #include "errors.h"
+#include "exceptions.h"
 #include "frctltr.h"
 #include "interruption.h"
 #include "journalerror.h"
@@ -16,24 +17,48 @@ namespace frctl {
 
 namespace {
 
+QString otherProtocol(const Options& options)
+{
+    return options.isHex() ? QStringLiteral("XML") : QStringLiteral("HEX");
+}
+
 /// Said at once: some drivers ask five times and more before they give up.
 void tellSilence(const Options& options)
 {
     const bool isTcp = devices::isTcpName(options.port);
     complain(tr("no answer from %1 over %2 yet, still asking; likely causes: the register is set to "
                 "the other protocol (--protocol %3), it has no power, %4")
-                 .arg(options.port, options.protocol,
-                     options.isHex() ? QStringLiteral("XML") : QStringLiteral("HEX"),
+                 .arg(options.port, options.protocol, otherProtocol(options),
                      isTcp ? tr("something else listens there")
                            : tr("the cable, another port, another speed in its settings")));
 }
 
-devices::ConnectionSettings watchedConnection(const Options& options, LineTrace* trace)
+/// Of one that has answered before.
+void tellPause(const Options& options)
+{
+    complain(tr("%1 has fallen silent, still waiting; likely causes: it prints, it has no paper, its power "
+                "or the cable has gone")
+                 .arg(options.port));
+}
+
+void tellForeignAnswer(const Options& options)
+{
+    complain(tr("%1 does not answer over %2 as a register; likely causes: it is set to the other protocol "
+                "(--protocol %3), another device is there, another speed in its settings")
+                 .arg(options.port, options.protocol, otherProtocol(options)));
+}
+
+devices::ConnectionSettings watchedConnection(const Options& options, FirstAnswer& firstAnswer)
 {
     devices::ConnectionSettings settings = options.connection();
     settings.waitCallback = throwIfInterrupted;
-    settings.silenceCallback = [options] { tellSilence(options); };
-    settings.observer = trace;
+    settings.silenceCallback = [options](bool hasAnswered) {
+        if (hasAnswered)
+            tellPause(options);
+        else
+            tellSilence(options);
+    };
+    settings.observer = &firstAnswer;
     return settings;
 }
 
@@ -49,7 +74,8 @@ const Options& withPort(const Options& options)
 RegisterSession::RegisterSession(const Options& options)
     : m_options(withPort(options))
     , m_trace(options.traceFile.isEmpty() ? nullptr : std::make_unique<LineTrace>(options))
-    , m_connection(watchedConnection(options, m_trace.get()))
+    , m_firstAnswer(options.isHex(), m_trace.get())
+    , m_connection(watchedConnection(options, m_firstAnswer))
 {
     *options.soleConnection = [this] { return m_connection.soleConnection(); };
 }
@@ -68,6 +94,17 @@ hw::AbstractRegisterParameters& RegisterSession::parameters()
 }
 
 void RegisterSession::connect(const Task& task)
+{
+    try {
+        reach(task);
+    } catch (const BasicException&) {
+        if (m_firstAnswer.isForeign())
+            tellForeignAnswer(m_options);
+        throw;
+    }
+}
+
+void RegisterSession::reach(const Task& task)
 {
     if (task.onDesk) {
         m_desk.emplace(driver(), m_options.journal->store(), m_options.desk());

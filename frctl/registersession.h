@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cashdesk.h"
+#include "firstanswer.h"
 #include "linetrace.h"
 #include "options.h"
 #include "registerconnection.h"
@@ -40,10 +41,12 @@ public:
     hw::AbstractRegisterParameters& parameters();
 
 private:
+    void reach(const Task& task);
     void startWithoutDocument();
 
     const Options m_options;
     const std::unique_ptr<LineTrace> m_trace;
+    FirstAnswer m_firstAnswer;
     devices::RegisterConnection m_connection;
     std::optional<sale::CashDesk> m_desk;
     QList<sale::SettledSale> m_settledSales;

@@ -38,15 +38,16 @@ TEST_P(Device, WaitAnswersAtOnceWhileBytesAreLeft)
     EXPECT_TRUE(device.isOpen());
 }
 
-TEST_P(Device, SilenceIsToldOnceAndOnlyOfTheFirstAnswer)
+TEST_P(Device, SilenceIsToldOnceBeforeTheFirstAnswerAndOnceBehindIt)
 {
     int told = 0;
+    int toldLater = 0;
     const auto ask = [&] {
         device.write("?");
         device.waitForReadyRead(1);
         device.waitForReadyRead(1);
     };
-    device.setSilenceCallback([&] { ++told; }, 0);
+    device.setSilenceCallback([&](bool hasAnswered) { ++(hasAnswered ? toldLater : told); }, 0, 0);
     // What others have left is no answer, and a wait for it no silence.
     line.send("rest");
     ASSERT_TRUE(device.waitForReadyRead(1000));
@@ -56,6 +57,14 @@ TEST_P(Device, SilenceIsToldOnceAndOnlyOfTheFirstAnswer)
     ask();
     ask();
     EXPECT_EQ(told, 1);
+    line.send("answer");
+    ASSERT_TRUE(device.waitForReadyRead(1000));
+    device.read(10);
+    EXPECT_EQ(toldLater, 0);
+    ask();
+    ask();
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(toldLater, 1);
 }
 
 // Also of a line on which something chatters without an end.
@@ -75,9 +84,9 @@ TEST_P(Device, SpentBudgetClosesTheLineForGood)
     EXPECT_FALSE(other.device().isOpen());
 }
 
-TEST_P(Device, SilenceBehindAnAnswerIsNotTold)
+TEST_P(Device, BusyRegisterIsNotSilentAtOnce)
 {
-    device.setSilenceCallback([] { FAIL(); }, 0);
+    device.setSilenceCallback([](bool) { FAIL(); }, 0);
     device.write("?");
     line.send("answer");
     ASSERT_TRUE(device.waitForReadyRead(1000));

@@ -1,0 +1,48 @@
+#include "firstanswer.h"
+
+namespace frctl {
+
+namespace {
+constexpr char startOfText = 0x02;
+constexpr char acknowledgement = 0x06;
+constexpr qsizetype enough = 4096;
+/// What a register answers that is set to HEX: wrong form of the request.
+const char* const wrongForm = "<ErrorCode>5002</ErrorCode>";
+} // namespace
+
+void FirstAnswer::opened()
+{
+    if (m_next != nullptr)
+        m_next->opened();
+}
+
+void FirstAnswer::sent(const QByteArray& bytes)
+{
+    m_hasAsked = true;
+    m_isOver = !m_first.isEmpty();
+    if (m_next != nullptr)
+        m_next->sent(bytes);
+}
+
+void FirstAnswer::received(const QByteArray& bytes)
+{
+    // What comes before is left from others.
+    if (m_hasAsked && !m_isOver && m_first.size() < enough)
+        m_first += bytes;
+    if (m_next != nullptr)
+        m_next->received(bytes);
+}
+
+void FirstAnswer::failed(const QString& reason)
+{
+    if (m_next != nullptr)
+        m_next->failed(reason);
+}
+
+bool FirstAnswer::isOurs() const
+{
+    return m_isHex ? m_first.contains(startOfText) || m_first.contains(acknowledgement)
+                   : m_first.contains('<') && !m_first.contains(wrongForm);
+}
+
+} // namespace frctl
