@@ -50,7 +50,7 @@ QString waitingText(const OfdStatusInfo& status, bool isHex)
 {
     // Over XML the driver tells how many wait, over HEX the first one.
     if (!isHex)
-        return tr("%1 documents wait").arg(status.firstUnsentNumber);
+        return tr("documents that wait: %1").arg(status.firstUnsentNumber);
     return tr("from number %1 of %2")
         .arg(status.firstUnsentNumber)
         .arg(status.firstUnsentDateTime.toString(Qt::ISODate));

@@ -16,6 +16,11 @@ bool JournalAccess::exists() const
     return m_store || QFile::exists(place());
 }
 
+void JournalAccess::requirePlace() const
+{
+    sale::requireJournalPlace(place());
+}
+
 sale::SqliteStore& JournalAccess::store()
 {
     if (m_store)

@@ -24,6 +24,8 @@ public:
     sale::SqliteStore& store();
     /// False when no document of ours was ever written down. Throws JournalError.
     bool exists() const;
+    /// Throws JournalError where one that is not there could not be made.
+    void requirePlace() const;
 
 private:
     QString place() const;

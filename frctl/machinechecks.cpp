@@ -8,6 +8,7 @@
 #include "options.h"
 #include "portlisting.h"
 #include "portname.h"
+#include "portrights.h"
 #include "usbport.h"
 
 #include <QFileInfo>
@@ -75,8 +76,12 @@ HealthCheck checkRights(const Ports& ports)
         ports, [](const devices::PortInfo& port) { return QFileInfo::exists(port.path) && isLocked(port); });
     if (locked.isEmpty())
         return well("permissions", tr("this user may open what is there"));
-    return wrong("permissions", tr("this user may not open ") + joined(locked),
-        tr("sudo usermod -aG %1 \"$USER\", then log in anew").arg(QFileInfo(locked.constFirst()).group()));
+    QStringList advice;
+    for (const QString& path : locked)
+        advice.append(accessAdvice(path, rightsOf(path)));
+    advice.removeDuplicates();
+    return wrong(
+        "permissions", tr("this user may not open ") + joined(locked), advice.join(QStringLiteral("; ")));
 }
 
 HealthCheck checkFree(const Ports& ports)
@@ -131,8 +136,10 @@ HealthCheck checkAutosuspend(const Ports& ports)
 HealthCheck checkJournal(const Options& options)
 {
     try {
-        if (!options.journal->exists())
+        if (!options.journal->exists()) {
+            options.journal->requirePlace();
             return well("journal", tr("none yet"));
+        }
         const QStringList damages = options.journal->store().damages();
         const QString file = options.journal->store().fileName();
         if (damages.isEmpty())
@@ -140,8 +147,7 @@ HealthCheck checkJournal(const Options& options)
         return wrong("journal", QStringLiteral("%1: %2").arg(file, joined(damages)),
             tr("sell nothing more with it: take the last copy of frctl journal backup"));
     } catch (const sale::JournalError& error) {
-        return wrong("journal", QString::fromUtf8(error.what()),
-            tr("sudo usermod -aG frspf \"$USER\", or name another one: --journal"));
+        return wrong("journal", error.fault(), error.advice());
     }
 }
 

@@ -51,12 +51,33 @@ QList<HealthCheck> asked(const QList<const char*>& names, const Ask& ask)
     }
 }
 
+/// "2 h 5 min"
+QString spanText(qint64 seconds)
+{
+    constexpr qint64 minute = 60;
+    constexpr qint64 hour = 60 * minute;
+    if (seconds < minute)
+        return tr("%1 s").arg(seconds);
+    if (seconds < hour)
+        return tr("%1 min %2 s").arg(seconds / minute).arg(seconds % minute);
+    return tr("%1 h %2 min").arg(seconds / hour).arg(seconds % hour / minute);
+}
+
+QString clockDifference(qint64 seconds)
+{
+    if (seconds == 0)
+        return tr(", as this computer's clock");
+    const QString text
+        = seconds < 0 ? tr(", %1 behind this computer's clock") : tr(", %1 ahead of this computer's clock");
+    return text.arg(spanText(std::abs(seconds)));
+}
+
 HealthCheck checkClock(AbstractFrDriver& driver)
 {
     const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     const QDateTime time = driver.getDateTime();
     const qint64 difference = now.secsTo(time);
-    const QString text = tr("%1, %2 s from this computer's").arg(time.toString(Qt::ISODate)).arg(difference);
+    const QString text = time.toString(Qt::ISODate) + clockDifference(difference);
     if (std::abs(difference) <= farthestClockSeconds)
         return well("clock", text);
     return wrong("clock", text, tr("see which one is right; frctl time set gives the register this one"));

@@ -11,10 +11,21 @@ namespace sale {
 class JournalError : public std::runtime_error
 {
 public:
-    explicit JournalError(const QString& text)
-        : std::runtime_error(text.toStdString())
+    /// What is to be done stands behind the fault in the text.
+    explicit JournalError(const QString& fault, const QString& advice = {})
+        : std::runtime_error((advice.isEmpty() ? fault : fault + QStringLiteral(": ") + advice).toStdString())
+        , m_fault(fault)
+        , m_advice(advice)
     {
     }
+
+    QString fault() const { return m_fault; }
+    /// Empty where the fault says it.
+    QString advice() const { return m_advice; }
+
+private:
+    QString m_fault;
+    QString m_advice;
 };
 
 } // namespace sale

@@ -31,7 +31,9 @@ QString groupOf(const QString& fileName)
 {
     struct stat status = {};
     const QByteArray folder = QFileInfo(fileName).absolutePath().toLocal8Bit();
-    if (::stat(folder.constData(), &status) != 0 || (status.st_mode & (S_IWGRP | S_IWOTH)) != S_IWGRP)
+    // Nobody is to be of the superuser's group for it.
+    if (::stat(folder.constData(), &status) != 0 || (status.st_mode & (S_IWGRP | S_IWOTH)) != S_IWGRP
+        || status.st_gid == 0)
         return {};
     const struct group* const entry = ::getgrgid(status.st_gid);
     return entry == nullptr ? QString::number(status.st_gid) : QString::fromLocal8Bit(entry->gr_name);
@@ -70,8 +72,7 @@ QString advice(const QString& fileName, int code)
 
 JournalError faultOf(const QString& fileName, const QString& what, const QString& toDo)
 {
-    const QString text = tr("journal %1: %2").arg(fileName, what);
-    return JournalError(toDo.isEmpty() ? text : text + QStringLiteral(": ") + toDo);
+    return JournalError(tr("journal %1: %2").arg(fileName, what), toDo);
 }
 
 } // namespace

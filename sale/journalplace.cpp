@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 #include <fcntl.h>
@@ -58,6 +59,15 @@ QString journalPlace(const QString& folder)
     if (QFile::exists(file))
         requireUse(file, R_OK | W_OK, file);
     return file;
+}
+
+void requireJournalPlace(const QString& fileName)
+{
+    QString folder = QFileInfo(fileName).absolutePath();
+    while (isMissing(folder))
+        folder = QFileInfo(folder).absolutePath();
+    // What is no folder has nothing in it.
+    requireUse(folder + QStringLiteral("/."), W_OK | X_OK, fileName);
 }
 
 QString formerJournalPlace()

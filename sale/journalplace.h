@@ -12,6 +12,9 @@ QString machineFolder();
 /// file. Throws JournalError for a machine's folder that this user cannot write: another journal in its stead
 /// would sell what this one knows as sold.
 QString journalPlace(const QString& folder = machineFolder());
+/// Throws JournalError where this user cannot make such a file, which is not looked for: the folders above it
+/// are made with it.
+void requireJournalPlace(const QString& fileName);
 /// Where earlier releases kept their journal of this user: to be taken over into the one of the machine.
 QString formerJournalPlace();
 

@@ -1,6 +1,13 @@
 // When the doctor of the command line calls a fiscal drive ill.
 
 #include "drivechecks.h"
+#include "firstanswer.h"
+#include "journalaccess.h"
+#include "journalerror.h"
+#include "portrights.h"
+
+#include <QFile>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -38,6 +45,64 @@ TEST(Doctor, TellsADriveThatEndsAndDocumentsThatWait)
         EXPECT_EQ(hex.at(1).isWell, row.isUnsentWell) << hex.at(1).line().toStdString();
         // Over XML it is not told since when they wait.
         EXPECT_EQ(driveChecks(info, now, false).at(1).isWell, row.flags != 8);
+    }
+}
+
+TEST(Doctor, NamesAGroupOnlyWhereItOpensThePortAndNothingElse)
+{
+    const struct
+    {
+        PortRights rights;
+        const char* advice;
+    } rows[] = {{{"root", "dialout", 0660, false}, "usermod -aG dialout "},
+        {{"root", "root", 0660, false}, "udev rule (KERNEL==\"ttyS0\""},
+        {{"root", "dialout", 0600, false}, "udev rule"},
+        {{"root", "tty", 0620, true}, "pty of a program of root"}};
+    for (const auto& row : rows) {
+        const QString advice = accessAdvice("/dev/ttyS0", row.rights);
+        EXPECT_TRUE(advice.contains(row.advice)) << advice.toStdString();
+        EXPECT_FALSE(advice.contains("-aG root")) << advice.toStdString();
+    }
+}
+
+TEST(Doctor, AsksForAJournalThatCouldBeMade)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("file"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_NO_THROW(JournalAccess(folder.filePath("new/folder/sales")).requirePlace());
+    EXPECT_FALSE(QFile::exists(folder.filePath("new")));
+    EXPECT_THROW(JournalAccess(folder.filePath("file/sales")).requirePlace(), sale::JournalError);
+}
+
+// What comes first is of the other protocol, or of none.
+TEST(FirstAnswer, IsKnownByItsFirstBytes)
+{
+    const struct
+    {
+        bool isHex;
+        QByteArray bytes;
+        bool isForeign;
+    } rows[] = {{false, "<?xml", false}, {false, "<?xml?><ErrorCode>5002</ErrorCode>", true},
+        {false, "\x06", true},
+        {false,
+            "\x02"
+            "1",
+            true},
+        {true, "\x06", false},
+        {true,
+            "\x02"
+            "1",
+            false},
+        {true, "<?xml", true}, {true, "", false}};
+    for (const auto& row : rows) {
+        FirstAnswer answer(row.isHex, nullptr);
+        // What others have left is no answer.
+        answer.received("x");
+        EXPECT_FALSE(answer.isForeign());
+        answer.sent("?");
+        answer.received(row.bytes);
+        EXPECT_EQ(answer.isForeign(), row.isForeign) << row.bytes.constData();
     }
 }
 
