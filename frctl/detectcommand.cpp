@@ -4,13 +4,17 @@
 #include "errors.h"
 #include "frctltr.h"
 #include "interruption.h"
+#include "messages.h"
 #include "options.h"
 #include "portlisting.h"
 #include "serialdevicefactory.h"
 #include "streamdevice.h"
 #include "texttable.h"
 
+#include <QFileInfo>
 #include <QJsonArray>
+
+#include <algorithm>
 
 namespace frctl {
 
@@ -42,12 +46,26 @@ QStringList namedPorts(const Options& options)
                                                    : QStringList{options.port} + options.arguments;
 }
 
+/// By whatever names.
+bool hasPort(const QList<DetectedPort>& ports, const devices::PortInfo& info)
+{
+    const auto target = [](const QString& path) {
+        const QString canonical = QFileInfo(path).canonicalFilePath();
+        return canonical.isEmpty() ? path : canonical;
+    };
+    return std::any_of(ports.cbegin(), ports.cend(),
+        [&](const DetectedPort& port) { return target(port.info.path) == target(info.path); });
+}
+
 QList<DetectedPort> portsOf(const Options& options)
 {
     QList<DetectedPort> ports;
     const QStringList names = namedPorts(options);
-    for (const QString& name : names)
-        ports.append(detectedPort(devices::portInfo(name), name));
+    for (const QString& name : names) {
+        const devices::PortInfo info = devices::portInfo(name);
+        if (!hasPort(ports, info))
+            ports.append(detectedPort(info, name));
+    }
     if (!names.isEmpty())
         return ports;
     for (const devices::PortInfo& info : devices::listPorts())
@@ -117,16 +135,28 @@ QJsonArray portsJson(const QList<DetectedPort>& ports)
     return json;
 }
 
+/// False when it was interrupted: what was found until then is told all the same.
+bool askPorts(QList<DetectedPort>& ports, const Options& options)
+{
+    try {
+        for (DetectedPort& port : ports)
+            askPort(port, options);
+        return true;
+    } catch (const Interrupted&) {
+        complain(tr("interrupted"));
+        return false;
+    }
+}
+
 Output detect(const Options& options)
 {
     const bool isAsking = options.isAll || !namedPorts(options).isEmpty();
     QList<DetectedPort> ports = portsOf(options);
     catchInterruptions();
-    if (isAsking) {
-        for (DetectedPort& port : ports)
-            askPort(port, options);
-    }
+    const bool isWhole = !isAsking || askPorts(ports, options);
     Output output = isAsking ? asked(ports) : listed(ports);
+    if (!isWhole)
+        output.status = ExitInterrupted;
     output.json = {{QStringLiteral("asked"), isAsking}, {QStringLiteral("ports"), portsJson(ports)}};
     return output;
 }

@@ -8,8 +8,11 @@
 #include "interruption.h"
 #include "lineobserver.h"
 #include "options.h"
+#include "portname.h"
 #include "progress.h"
 #include "registerconnection.h"
+
+#include <QFileInfo>
 
 namespace frctl {
 
@@ -18,15 +21,16 @@ namespace {
 /// A register answers the first question within a second or two; a driver would ask for a minute and more.
 constexpr int probeMs = 4000;
 
-class ByteCount : public devices::LineObserver
+class LineWatch : public devices::LineObserver
 {
 public:
     void opened() override { }
     void sent(const QByteArray&) override { }
     void received(const QByteArray& bytes) override { count += bytes.size(); }
-    void failed(const QString&) override { }
+    void failed(const QString&) override { hasFailed = true; }
 
     qint64 count = 0;
+    bool hasFailed = false;
 };
 
 /// One that refuses to tell it has answered all the same.
@@ -47,7 +51,7 @@ FoundRegister identify(AbstractFrDriver& driver, bool isHex)
         isHex ? innOf(driver) : QString()};
 }
 
-void askOver(const devices::ConnectionSettings& settings, Probe& probe)
+void askOver(const devices::ConnectionSettings& settings, const LineWatch& watch, Probe& probe)
 {
     devices::RegisterConnection connection(settings);
     probe.isAsked = true;
@@ -57,7 +61,13 @@ void askOver(const devices::ConnectionSettings& settings, Probe& probe)
     } catch (const BasicException& error) {
         probe.failure = error.tr().ru();
     }
+    probe.isLineGone = watch.hasFailed && !connection.isBudgetSpent();
     probe.lineErrors = connection.lineErrors();
+}
+
+bool isPortThere(const QString& port)
+{
+    return !devices::isTcpName(port) && QFileInfo::exists(devices::devicePath(port));
 }
 
 bool hasLineErrors(const Probe& probe)
@@ -70,29 +80,34 @@ bool hasLineErrors(const Probe& probe)
 Probe probe(const Options& options, const QString& port, const QString& protocol)
 {
     const Progress progress(tr("%1: asking over %2").arg(port, protocol));
-    ByteCount bytes;
+    LineWatch watch;
     devices::ConnectionSettings settings = options.connection();
     settings.port = port;
     settings.protocol = protocol;
     settings.waitCallback = throwIfInterrupted;
     settings.budgetMs = probeMs;
-    settings.observer = &bytes;
+    settings.observer = &watch;
     Probe probe{.port = port, .protocol = protocol};
     try {
-        askOver(settings, probe);
+        askOver(settings, watch, probe);
     } catch (const devices::ConnectionError& error) {
         if (error.reason() == devices::ConnectionError::NoPlugin)
             throw;
         probe.failure = QString::fromUtf8(error.what());
+        probe.isKept = error.reason() == devices::ConnectionError::Busy || isPortThere(port);
     } catch (const BasicException& error) {
         probe.failure = error.tr().ru();
     }
-    probe.receivedBytes = bytes.count;
+    probe.receivedBytes = watch.count;
     return probe;
 }
 
 QString likelyCause(const Probe& probe)
 {
+    if (!probe.isAsked && !probe.isKept)
+        return devices::isTcpName(probe.port)
+            ? tr("see to the network, and to what listens there")
+            : tr("plug it in, or name another one; frctl detect lists the ports");
     if (!probe.isAsked)
         return tr("frctl doctor tells who has the port, and whether this user may open it");
     if (hasLineErrors(probe))
@@ -103,6 +118,8 @@ QString likelyCause(const Probe& probe)
     if (probe.receivedBytes > 0)
         return tr("%1 bytes came that are no answer: the other protocol, or another device")
             .arg(probe.receivedBytes);
+    if (probe.isLineGone)
+        return tr("the other end has closed the line: it serves another program, or is no register");
     return tr("silence: no power, the cable, the other protocol, or another device");
 }
 

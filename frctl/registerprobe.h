@@ -28,6 +28,10 @@ struct Probe
     QString protocol;
     /// False for a port that is busy, or cannot be opened.
     bool isAsked = false;
+    /// Not asked, and there: another program works it, or this user may not open it.
+    bool isKept = false;
+    /// The other end has closed it, or it was unplugged.
+    bool isLineGone = false;
     /// Nothing when no register answered.
     std::optional<FoundRegister> found = {};
     /// The driver's or the system's words then.
