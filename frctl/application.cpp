@@ -33,11 +33,10 @@ QString compact(const QJsonObject& json)
     return QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact));
 }
 
-/// Prints what a command has to say; gives its exit status. A document that was issued must not look as one
-/// that failed because nobody takes the output: the message tells.
-int deliver(const QString& text, ExitStatus status = ExitSuccess, const sale::Verdict& verdict = {})
+/// Gives the exit status of a command whose output ended with that error of the system. A document that was
+/// issued must not look as one that failed because nobody takes the output: the message tells.
+int delivered(int error, ExitStatus status, const sale::Verdict& verdict)
 {
-    const int error = print(stdout, text);
     if (error == 0)
         return status;
     complain(tr("standard output: ") + qt_error_string(error));
@@ -46,6 +45,12 @@ int deliver(const QString& text, ExitStatus status = ExitSuccess, const sale::Ve
     if (status != ExitSuccess)
         return status;
     return wasInterrupted() ? ExitInterrupted : ExitFailure;
+}
+
+/// Prints what a command has to say.
+int deliver(const QString& text, ExitStatus status = ExitSuccess, const sale::Verdict& verdict = {})
+{
+    return delivered(print(stdout, text), status, verdict);
 }
 
 /// What JSON has of any command that failed, and of a document also when it did not.
@@ -76,6 +81,14 @@ void say(const Complaint& complaint, const Options& options)
         complain(outcome);
     if (complaint.isUsage)
         pointToHelp(options.command);
+}
+
+/// Of a command line that cannot be read; empty when it has none.
+QString commandAmong(const QStringList& words)
+{
+    const auto found = std::find_if(
+        words.cbegin(), words.cend(), [](const QString& word) { return findCommand(word) != nullptr; });
+    return found == words.cend() ? QString() : *found;
 }
 
 int report(const Complaint& complaint, const Options& options, bool json)
@@ -191,6 +204,8 @@ int run(const Options& options)
         output = documentOutput(options, output);
     else
         output.json.insert(QStringLiteral("warnings"), options.warnings->json());
+    if (!output.bytes.isEmpty())
+        return delivered(printBytes(stdout, output.bytes), output.status, output.verdict);
     const QString text
         = options.json && !output.areLinesAll ? compact(output.json) : output.lines.join(QLatin1Char('\n'));
     return deliver(text, output.status, output.verdict);
@@ -200,11 +215,13 @@ int run(const Options& options)
 
 int runApplication(const QStringList& commandLine)
 {
+    const QStringList words = commandLine.mid(1);
     // Also for a command line that cannot be read.
     const bool json = commandLine.contains(QStringLiteral("--json"));
     int status = ExitFailure;
     Options options;
-    options.answer->isDocument = std::any_of(commandLine.cbegin(), commandLine.cend(), makesDocument);
+    options.answer->isDocument = std::any_of(words.cbegin(), words.cend(), makesDocument);
+    options.command = commandAmong(words);
     try {
         useLanguage(languageOf(commandLine));
         options = parseOptions(commandLine);

@@ -36,7 +36,14 @@ constexpr qsizetype anyNumber = std::numeric_limits<qsizetype>::max();
 
 constexpr const char* receiptOptions = "id drop split marks";
 
-constexpr Subcommand journalCommands[] = {
+constexpr const char* receiptNote = QT_TR_NOOP(
+    "frctl schema receipt tells the file's format whole, frctl names the words that it may have. A small one:");
+
+constexpr const char* detectNote
+    = QT_TR_NOOP("PORT is /dev/ttyUSB0, the link of a pty, or tcp:host:port.\nEach is asked for 4 seconds a "
+                 "protocol at most, one after the other, and none that another program has open.");
+
+constexpr Subcommand journalVerbs[] = {
     {"journal list [--state STATE] [--since DATE]",
         QT_TR_NOOP("The documents, in the order they were accepted in.")},
     {"journal show ID", QT_TR_NOOP("One document with its body, its attempts and its verdict.")},
@@ -66,7 +73,7 @@ constexpr Command commandTable[] = {
             "The serial ports of this machine; those named, or with --all each, are asked for a register."),
         0, anyNumber, Command::Alone, prepareDetect, "detect /dev/ttyUSB0",
         "all port register config protocol protocol-version plugin wait device-id", {},
-        QT_TR_NOOP("no register at the ports that were asked, or the output was lost"), nullptr, true},
+        QT_TR_NOOP("no register at the ports that were asked, or the output was lost"), detectNote, true},
     {"doctor", "", QT_TR_NOOP("What may keep this computer and the register from selling, a line each."), 0,
         0, Command::Alone, prepareDoctor, "--port /dev/ttyUSB0 --protocol HEX doctor",
         "port register config wait protocol expect-serial expect-inn protocol-version plugin exclusive "
@@ -98,16 +105,19 @@ constexpr Command commandTable[] = {
         0, Command::Document, prepareRegistration,
         "--cashier \"Иванова А. П.\" registration --tax-systems osn,usnIncome", "tax-systems"},
     {"sell", "FILE", QT_TR_NOOP("Issue the receipt of a JSON file (- for standard input)."), 1, 1,
-        Command::Document, prepareSell, "--id till-1:42 sell sale.json", receiptOptions},
+        Command::Document, prepareSell, "--id till-1:42 sell sale.json", receiptOptions, {}, nullptr,
+        receiptNote},
     {"refund", "FILE", QT_TR_NOOP("Issue the return receipt of a JSON file (- for standard input)."), 1, 1,
-        Command::Document, prepareRefund, "--id till-1:43 refund return.json", receiptOptions},
+        Command::Document, prepareRefund, "--id till-1:43 refund return.json", receiptOptions, {}, nullptr,
+        receiptNote},
     {"check", "FILE...",
         QT_TR_NOOP("Tell all that would refuse the receipts of JSON files, and all warnings; no register."),
         1, anyNumber, Command::Alone, prepareCheck, "check sale.json",
-        "register config protocol cashier cashier-inn drop split"},
+        "register config protocol cashier cashier-inn drop split", {}, nullptr, receiptNote},
     {"preview", "FILE", QT_TR_NOOP("The receipt of a JSON file as a register prints it; needs no register."),
         1, 1, Command::Alone, preparePreview, "preview sale.json --pdf sale.pdf",
-        "register config protocol plugin cashier cashier-inn drop split width png pdf svg"},
+        "register config protocol plugin cashier cashier-inn drop split width png pdf svg", {}, nullptr,
+        receiptNote},
     {"cash-in", "SUM", QT_TR_NOOP("Put cash into the drawer."), 1, 1, Command::Document, prepareCashIn,
         "--cashier \"Иванова А. П.\" cash-in 1000"},
     {"cash-out", "SUM", QT_TR_NOOP("Take cash out of the drawer."), 1, 1, Command::Document, prepareCashOut,
@@ -143,7 +153,7 @@ constexpr Command commandTable[] = {
         Command::Alone, prepareSchema, "schema receipt"},
     {"journal", "list|show|settle|resolve|export|backup|anonymise|check|accept",
         QT_TR_NOOP("What this machine's journal knows of its documents."), 1, 3, Command::AtRegister,
-        prepareJournal, "journal list --state unknown", "state since before document note", journalCommands},
+        prepareJournal, "journal list --state unknown", "state since before document note", journalVerbs},
     {"trace", "show|diff|replay|pcapng|dissector [FILE...]",
         QT_TR_NOOP(
             "Show what --trace has written, tell how two traces differ, play one (--as), or take it to Wireshark."),
@@ -205,6 +215,11 @@ void requireHex(const Options& options, const QString& what)
 {
     if (!options.isHex())
         throw Refusal(sale::ErrorKind::Data, tr("%1 cannot be done over XML").arg(what));
+}
+
+bool Command::takesReceipt() const
+{
+    return note == receiptNote;
 }
 
 bool Command::takes(const OptionRow& option) const

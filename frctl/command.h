@@ -26,6 +26,7 @@ struct Command
     };
 
     bool makesDocument() const { return kind == Document; }
+    bool takesReceipt() const;
     /// Whether Ctrl-C ends it with a status of its own.
     bool isInterruptible() const { return kind != Alone || asksPorts; }
     /// Whether it takes the option, see OptionRow::group.
@@ -48,7 +49,7 @@ struct Command
     std::span<const Subcommand> subcommands = {};
     /// What exit status 1 means, where that is not what the others of its kind mean by it.
     const char* failure = nullptr;
-    /// What else its help says, in lines.
+    /// What else its help says; in that of a command that takes a receipt one stands behind it.
     const char* note = nullptr;
     /// One that is Alone, and yet has to do with a line.
     bool asksPorts = false;

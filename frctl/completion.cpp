@@ -2,6 +2,7 @@
 
 #include "errors.h"
 #include "frctltr.h"
+#include "namescommand.h"
 
 namespace frctl {
 
@@ -17,7 +18,9 @@ QString withoutBrackets(QString word)
 
 bool isFile(const QString& word)
 {
-    return QStringList{QStringLiteral("FILE"), QStringLiteral("DIR"), QStringLiteral("PORT")}.contains(word);
+    return QStringList{
+        QStringLiteral("FILE"), QStringLiteral("DIR"), QStringLiteral("PORT"), QStringLiteral("OUT")}
+        .contains(word);
 }
 
 /// HEX and XML are to be written so, PATH stands for something else.
@@ -36,6 +39,10 @@ Offer offerOf(const QString& shown)
             offer.words.append(QLatin1String(command.name));
         return offer;
     }
+    if (shown == QStringLiteral("[LIST]")) {
+        offer.words = listNames();
+        return offer;
+    }
     const QStringList arguments = shown.split(QLatin1Char(' '));
     for (const QString& argument : arguments.mid(1))
         offer.withFiles = offer.withFiles || isFile(withoutBrackets(argument));
@@ -45,6 +52,11 @@ Offer offerOf(const QString& shown)
             offer.withFiles = true;
         else if (isLiteral(word) && !word.contains(QLatin1Char('=')) && !word.startsWith(QLatin1Char('-')))
             offer.words.append(word);
+    }
+    // A name in capitals may be written in small letters.
+    for (const QString& word : QStringList(offer.words)) {
+        if (word != word.toLower() && word == word.toUpper())
+            offer.words.append(word.toLower());
     }
     return offer;
 }

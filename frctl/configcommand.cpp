@@ -3,6 +3,7 @@
 #include "configuration.h"
 #include "errors.h"
 #include "frctltr.h"
+#include "messages.h"
 #include "optiontable.h"
 
 #include <QFile>
@@ -112,6 +113,11 @@ Task prepareConfig(const Options& options)
         || (options.arguments.size() > 1 && what != QStringLiteral("show")))
         throw UsageError(tr("config takes path, list or show [NAME]"));
     const Output output = configured(options, what);
+    if (what != QStringLiteral("path") && output.lines.isEmpty())
+        // Shells complete with what is printed.
+        complain(
+            tr("no register is configured; looked for %1; frctl detect PORT prints a section to begin with")
+                .arg(fileLines(Configuration(options.configFile)).join(QStringLiteral(", "))));
     Task task;
     task.alone = [output] { return output; };
     return task;

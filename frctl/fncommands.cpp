@@ -161,7 +161,7 @@ Task prepareRegistration(const Options& options)
     if (options.taxSystems.isEmpty())
         throw UsageError(tr("registration needs --tax-systems"));
     const QList<TaxSystemType> systems = taxSystemsFromText(options.taxSystems);
-    options.requireCashier();
+    options.requireCashierOption();
     return onDesk([options, systems](sale::CashDesk& desk) { return registration(desk, options, systems); });
 }
 

@@ -442,10 +442,6 @@ Try frctl help%1.</source>
         <translation>закажите замену накопителя</translation>
     </message>
     <message>
-        <source>%1 documents wait</source>
-        <translation>ждут отправки документов: %1</translation>
-    </message>
-    <message>
         <source>from number %1 of %2</source>
         <translation>с номера %1 от %2</translation>
     </message>
@@ -820,10 +816,6 @@ Example:
         <translation>больше с ним не продавайте: возьмите последнюю копию frctl journal backup</translation>
     </message>
     <message>
-        <source>sudo usermod -aG frspf &quot;$USER&quot;, or name another one: --journal</source>
-        <translation>sudo usermod -aG frspf &quot;$USER&quot; или назовите другой: --journal</translation>
-    </message>
-    <message>
         <source>not printed</source>
         <translation>не печатается</translation>
     </message>
@@ -918,10 +910,6 @@ Example:
     <message>
         <source>How long to wait for a port that another program works (0).</source>
         <translation>Сколько ждать порта, занятого другой программой (0).</translation>
-    </message>
-    <message>
-        <source>Protocol of the register (XML).</source>
-        <translation>Протокол кассы (XML).</translation>
     </message>
     <message>
         <source>The register&apos;s own number; another register is an error, and gets nothing.</source>
@@ -1038,10 +1026,6 @@ Example:
     <message>
         <source>Warnings are errors, and --marks strict.</source>
         <translation>Предупреждения — ошибки, и --marks strict.</translation>
-    </message>
-    <message>
-        <source>The driver&apos;s log on stderr: trace, debug, info, warn or error (none).</source>
-        <translation>Лог драйвера в stderr: trace, debug, info, warn или error (нет).</translation>
     </message>
     <message>
         <source>Add what goes over the line to FILE, a line a frame; - is standard error.</source>
@@ -1214,10 +1198,6 @@ Example:
     <message>
         <source>%1 lines printed</source>
         <translation>напечатано строк: %1</translation>
-    </message>
-    <message>
-        <source>%1, %2 s from this computer&apos;s</source>
-        <translation>%1, отличие от этого компьютера %2 с</translation>
     </message>
     <message>
         <source>see which one is right; frctl time set gives the register this one</source>
@@ -1577,7 +1557,7 @@ Example:
     </message>
     <message>
         <source>Ask the register what became of those that were begun and not settled, or of this one.</source>
-        <translation>Узнать у ККТ исход начатых документов без исхода или этого документа.</translation>
+        <translation>Узнать у кассы исход начатых документов без исхода или этого документа.</translation>
     </message>
     <message>
         <source>An unknown one stands on the tape with that number, a person saw.</source>
@@ -1601,7 +1581,7 @@ Example:
     </message>
     <message>
         <source>Whether the file is sound; with a register also its shift&apos;s documents.</source>
-        <translation>Цел ли файл; если задана ККТ, то и документы её смены.</translation>
+        <translation>Цел ли файл; если задана касса, то и документы её смены.</translation>
     </message>
     <message>
         <source>The drive has documents that are not in the journal, and that is as it should be.</source>
@@ -1609,7 +1589,7 @@ Example:
     </message>
     <message>
         <source>no register at the ports that were asked, or the output was lost</source>
-        <translation>на опрошенных портах ККТ нет, или вывод потерян</translation>
+        <translation>на опрошенных портах кассы нет, или вывод потерян</translation>
     </message>
     <message>
         <source>something is wrong, or the output was lost</source>
@@ -1630,6 +1610,108 @@ What it does:
         <translation>
 Что умеет:
 </translation>
+    </message>
+    <message>
+        <source>frctl schema receipt tells the file&apos;s format whole, frctl names the words that it may have. A small one:</source>
+        <translation>Формат файла целиком: frctl schema receipt, допустимые слова: frctl names. Небольшой чек:</translation>
+    </message>
+    <message>
+        <source>no register is configured; looked for %1; frctl detect PORT prints a section to begin with</source>
+        <translation>касса не настроена; искали %1; frctl detect PORT печатает готовый раздел</translation>
+    </message>
+    <message>
+        <source>documents that wait: %1</source>
+        <translation>ждут отправки документов: %1</translation>
+    </message>
+    <message>
+        <source>--%1 is given twice: %2 and %3</source>
+        <translation>--%1 задан дважды: %2 и %3</translation>
+    </message>
+    <message>
+        <source>%1: over XML the register is known by its serial number alone: serial = ...</source>
+        <translation>%1: по XML касса узнаётся только по заводскому номеру: serial = ...</translation>
+    </message>
+    <message>
+        <source>Protocol of the register (XML; for check, detect and names both).</source>
+        <translation>Протокол кассы (XML; для check, detect и names оба).</translation>
+    </message>
+    <message>
+        <source>The driver&apos;s log on stderr (none).</source>
+        <translation>Журнал драйвера в stderr (нет).</translation>
+    </message>
+    <message>
+        <source>%1 is the pty of a program of %2: run frctl as that user</source>
+        <translation>%1 — псевдотерминал программы пользователя %2: запускайте frctl от его имени</translation>
+    </message>
+    <message>
+        <source>give %1 to a group by a udev rule (KERNEL==&quot;%2&quot;, GROUP=&quot;dialout&quot;, MODE=&quot;0660&quot;) in /etc/udev/rules.d, and be of that group</source>
+        <translation>отдайте %1 группе правилом udev (KERNEL==&quot;%2&quot;, GROUP=&quot;dialout&quot;, MODE=&quot;0660&quot;) в /etc/udev/rules.d и войдите в эту группу</translation>
+    </message>
+    <message>
+        <source>--json and --%1 - both take the standard output</source>
+        <translation>--json и --%1 - вместе пишут в стандартный вывод</translation>
+    </message>
+    <message>
+        <source>--%1 -: the standard output is a terminal, for which a picture is none</source>
+        <translation>--%1 -: стандартный вывод — терминал, картинку он не покажет</translation>
+    </message>
+    <message>
+        <source>%1: has several receipts, one a line; %2 takes one, frctl check as many as there are</source>
+        <translation>%1: несколько чеков, по одному в строке; %2 принимает один, frctl check — сколько есть</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 с</translation>
+    </message>
+    <message>
+        <source>%1 min %2 s</source>
+        <translation>%1 мин %2 с</translation>
+    </message>
+    <message>
+        <source>%1 h %2 min</source>
+        <translation>%1 ч %2 мин</translation>
+    </message>
+    <message>
+        <source>, as this computer&apos;s clock</source>
+        <translation>, как часы этого компьютера</translation>
+    </message>
+    <message>
+        <source>, %1 behind this computer&apos;s clock</source>
+        <translation>, отстают от часов этого компьютера на %1</translation>
+    </message>
+    <message>
+        <source>, %1 ahead of this computer&apos;s clock</source>
+        <translation>, спешат относительно часов этого компьютера на %1</translation>
+    </message>
+    <message>
+        <source>see to the network, and to what listens there</source>
+        <translation>проверьте сеть и того, кто слушает этот адрес</translation>
+    </message>
+    <message>
+        <source>plug it in, or name another one; frctl detect lists the ports</source>
+        <translation>подключите его или назовите другой; frctl detect показывает порты</translation>
+    </message>
+    <message>
+        <source>the other end has closed the line: it serves another program, or is no register</source>
+        <translation>другая сторона закрыла соединение: она занята другой программой, или это не касса</translation>
+    </message>
+    <message>
+        <source>%1 has fallen silent, still waiting; likely causes: it prints, it has no paper, its power or the cable has gone</source>
+        <translation>%1 замолчал, ждём дальше; вероятно: касса печатает, нет бумаги, пропало питание или отошёл кабель</translation>
+    </message>
+    <message>
+        <source>time set: this computer&apos;s clock, %1, is more than 5 minutes from the register&apos;s, %2; see which one is right; --force sets it all the same</source>
+        <translation>time set: часы этого компьютера, %1, расходятся с часами кассы, %2, больше чем на 5 минут; проверьте, какие верны; --force всё равно ставит</translation>
+    </message>
+    <message>
+        <source>PORT is /dev/ttyUSB0, the link of a pty, or tcp:host:port.
+Each is asked for 4 seconds a protocol at most, one after the other, and none that another program has open.</source>
+        <translation>PORT: /dev/ttyUSB0, ссылка на псевдотерминал или tcp:host:port.
+На каждый уходит не больше 4 секунд на протокол, порты опрашиваются по очереди; порт, открытый другой программой, не опрашивается.</translation>
+    </message>
+    <message>
+        <source>%1 does not answer over %2 as a register; likely causes: it is set to the other protocol (--protocol %3), another device is there, another speed in its settings</source>
+        <translation>%1 отвечает по %2 не как касса; вероятно: она настроена на другой протокол (--protocol %3), там другое устройство, другая скорость в настройках</translation>
     </message>
 </context>
 </TS>

@@ -66,6 +66,29 @@ QString subcommandEntries(const Command& command)
     return text.isEmpty() ? text : tr("\nWhat it does:\n") + text;
 }
 
+/// The whole of a receipt that any register takes. The schema has it, too.
+const char* const smallReceipt = R"({
+  "type": "sell",
+  "operator": { "name": "Иванова А. П." },
+  "items": [
+    { "name": "Хлеб", "price": 64.90, "quantity": 2, "amount": 129.80, "tax": { "type": "vat10" } }
+  ],
+  "payments": [{ "type": "cash", "sum": 200.00 }]
+})";
+
+QString noteOf(const Command& command)
+{
+    if (command.note == nullptr)
+        return {};
+    const QString text = tr(command.note) + QLatin1Char('\n');
+    if (!command.takesReceipt())
+        return text;
+    QString example = QString::fromUtf8(smallReceipt);
+    if (qstrcmp(command.name, "refund") == 0)
+        example.replace(QStringLiteral("\"sell\""), QStringLiteral("\"sellReturn\""));
+    return text + example + QLatin1Char('\n');
+}
+
 QString failureText(const Command& command)
 {
     if (command.failure != nullptr)
@@ -112,8 +135,7 @@ QString helpPage(const Command& command)
 {
     const QString line
         = command.kind == Command::Alone ? QString() : QStringLiteral("--port /dev/ttyUSB0 --protocol HEX ");
-    return usageLine(signature(command)) + QStringLiteral("\n%1\n").arg(tr(command.help))
-        + (command.note == nullptr ? QString() : tr(command.note) + QLatin1Char('\n'))
+    return usageLine(signature(command)) + QStringLiteral("\n%1\n").arg(tr(command.help)) + noteOf(command)
         + subcommandEntries(command) + optionsOf(command) + exitStatuses(command)
         + tr("\nExample:\n  frctl %1%2").arg(line, QString::fromUtf8(command.example));
 }

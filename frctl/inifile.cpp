@@ -11,6 +11,14 @@ namespace frctl {
 
 namespace {
 
+/// Quotes around the whole of a value are none of it.
+QString withoutQuotes(const QString& value)
+{
+    const bool isQuoted = value.size() > 1 && value.front() == value.back()
+        && (value.front() == QLatin1Char('"') || value.front() == QLatin1Char('\''));
+    return isQuoted ? value.mid(1, value.size() - 2) : value;
+}
+
 class IniReader
 {
 public:
@@ -64,7 +72,7 @@ private:
             entries.cbegin(), entries.cend(), [&key](const IniEntry& entry) { return entry.key == key; });
         if (isThere)
             refuse(tr("[%1] %2 is there already").arg(m_sections.constLast().name, key));
-        entries.append({key, line.mid(sign + 1).trimmed()});
+        entries.append({key, withoutQuotes(line.mid(sign + 1).trimmed())});
     }
 
     [[noreturn]] void refuse(const QString& reason) const

@@ -67,7 +67,7 @@ JudgedReceipt judgedReceipt(const QByteArray& text, const Options& options, rece
     return judged;
 }
 
-FrUser requiredCashier(const Options& options, const JudgedReceipt& judged)
+FrUser receiptCashier(const Options& options, const JudgedReceipt& judged)
 {
     if (judged.cashier.name.isEmpty())
         throw UsageError(

@@ -18,6 +18,6 @@ struct JudgedReceipt
 /// Judges the text of a file by all that needs neither register nor journal. Throws ReceiptError.
 JudgedReceipt judgedReceipt(const QByteArray& text, const Options& options, receipt::Protocol protocol);
 /// Throws UsageError where nobody is named.
-FrUser requiredCashier(const Options& options, const JudgedReceipt& judged);
+FrUser receiptCashier(const Options& options, const JudgedReceipt& judged);
 
 } // namespace frctl

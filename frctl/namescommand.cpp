@@ -152,6 +152,14 @@ Output namedList(const QString& name, const QList<receipt::Protocol>& protocols)
 
 } // namespace
 
+QStringList listNames()
+{
+    QStringList names;
+    for (const WordList& list : wordLists())
+        names.append(QLatin1String(list.name));
+    return names << errorList() << fieldList();
+}
+
 Task prepareNames(const Options& options)
 {
     Task task;

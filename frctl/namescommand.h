@@ -4,6 +4,8 @@
 
 namespace frctl {
 
+/// All that it takes.
+QStringList listNames();
 Task prepareNames(const Options& options);
 
 } // namespace frctl

@@ -6,6 +6,9 @@
 #include "frctltr.h"
 #include "optiontable.h"
 #include "portname.h"
+#include "showntext.h"
+
+#include <QMap>
 
 #include <algorithm>
 
@@ -34,13 +37,40 @@ Settings sectionSettings(const Settings& given)
     return settings;
 }
 
+/// The last one would win, and whoever wrote the others would not know it.
+void refuseContradictions(const Settings& given)
+{
+    QMap<const OptionRow*, QString> values;
+    for (const Setting& setting : given) {
+        const auto known = values.constFind(setting.option);
+        if (known != values.cend() && !setting.option->isRepeatable && *known != setting.value)
+            throw UsageError(tr("--%1 is given twice: %2 and %3")
+                                 .arg(QLatin1String(setting.option->name), receipt::shownText(*known),
+                                     receipt::shownText(setting.value)));
+        values.insert(setting.option, setting.value);
+    }
+}
+
+/// Over XML nothing tells the register's tax number: one that was to be compared would not be.
+void refuseInnOverXml(const Settings& settings)
+{
+    for (const Setting& setting : settings) {
+        if (!isGivenIn({setting}, "expect-inn"))
+            continue;
+        if (setting.origin.isEmpty())
+            throw UsageError(tr("--expect-inn: over XML the register is known by --expect-serial alone"));
+        throw UsageError(tr("%1: over XML the register is known by its serial number alone: serial = ...")
+                             .arg(setting.origin));
+    }
+}
+
 /// What options mean for each other.
 void settle(Options& options)
 {
     if (!options.isGiven("exclusive"))
         options.isExclusive = !devices::isTcpName(options.port);
     if (!options.isHex() && options.expected.serial.isEmpty() && !options.expected.inn.isEmpty())
-        throw UsageError(tr("--expect-inn: over XML the register is known by --expect-serial alone"));
+        refuseInnOverXml(options.settings);
     if (options.isTraceFull && options.traceFile.isEmpty())
         throw UsageError(tr("--trace-full goes with --trace"));
     if (!options.strict)
@@ -65,7 +95,7 @@ void applySetting(const Setting& setting, Options& options)
     }
 }
 
-void Options::requireCashier() const
+void Options::requireCashierOption() const
 {
     if (cashier.name.isEmpty())
         throw UsageError(tr("%1 needs a cashier: --cashier").arg(command));
@@ -109,6 +139,7 @@ bool Options::isGiven(const char* option) const
 Options parseOptions(const QStringList& commandLine)
 {
     const CommandLine given = readCommandLine(commandLine);
+    refuseContradictions(given.options);
     Options options;
     options.settings = given.options;
     // Help is to be had also with a configuration that is wrong.

@@ -113,8 +113,8 @@ struct Options
     }
     /// By the command line, or by the section of the configuration.
     bool isGiven(const char* option) const;
-    /// Throws UsageError without one.
-    void requireCashier() const;
+    /// For a document that names none itself. Throws UsageError without --cashier.
+    void requireCashierOption() const;
     sale::DeskOptions desk() const;
     /// Without callbacks and observer.
     devices::ConnectionSettings connection() const;

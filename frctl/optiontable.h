@@ -35,6 +35,8 @@ struct OptionRow
     const char* key = nullptr;
     /// For the short form; 0 without one.
     char letter = 0;
+    /// Each is one more; of others only the same may be said again.
+    bool isRepeatable = false;
 
     bool isSwitch() const { return value == nullptr; }
 };

@@ -2,15 +2,17 @@
 
 #include "errors.h"
 #include "frctltr.h"
-#include "inputfile.h"
 #include "judgedreceipt.h"
 #include "outputfile.h"
 #include "pagedrawer.h"
 #include "previewregister.h"
+#include "receipttexts.h"
 #include "tape/pagetext.h"
 #include "textcheck.h"
 
 #include <QJsonArray>
+
+#include <unistd.h>
 
 #include <algorithm>
 #include <iterator>
@@ -45,9 +47,27 @@ Output shown(const tape::Page& page)
     return {lines, {{QStringLiteral("lines"), QJsonArray::fromStringList(lines)}}};
 }
 
+const QString standardOutput = QStringLiteral("-");
+
+/// Before anything is drawn.
+void requireRoomFor(const PictureFormat& format, const Options& options)
+{
+    if (options.*format.file != standardOutput)
+        return;
+    if (options.json)
+        throw UsageError(
+            tr("--json and --%1 - both take the standard output").arg(QLatin1String(format.name)));
+    if (::isatty(STDOUT_FILENO) != 0)
+        throw UsageError(tr("--%1 -: the standard output is a terminal, for which a picture is none")
+                             .arg(QLatin1String(format.name)));
+}
+
 Output written(const tape::Page& page, const PictureFormat& format, const QString& fileName)
 {
-    writeWholeFile(fileName, drawnPage(page, QString::fromLatin1(format.name)));
+    const QByteArray picture = drawnPage(page, QString::fromLatin1(format.name));
+    if (fileName == standardOutput)
+        return {.bytes = picture};
+    writeWholeFile(fileName, picture);
     return {{tr("receipt drawn: ") + fileName},
         {{QStringLiteral("file"), fileName}, {QStringLiteral("format"), QLatin1String(format.name)}}};
 }
@@ -57,11 +77,12 @@ Output written(const tape::Page& page, const PictureFormat& format, const QStrin
 Task preparePreview(const Options& options)
 {
     const PictureFormat* const format = formatOf(options);
-    const JudgedReceipt judged
-        = judgedReceipt(readFile(options.arguments.constFirst()), options, options.receiptProtocol());
+    if (format != nullptr)
+        requireRoomFor(*format, options);
+    const JudgedReceipt judged = judgedReceipt(oneReceipt(options), options, options.receiptProtocol());
     settleFindings(options, QStringLiteral("ReceiptError"), judged.checked.findings);
     receipt::Receipt receipt = judged.checked.receipt;
-    receipt.cashier = requiredCashier(options, judged);
+    receipt.cashier = receiptCashier(options, judged);
     if (receipt.document.getPrintMode() == CheckPrintNone)
         options.warnings->add({{receipt::Finding::Warning, QStringLiteral("electronically"), {},
             tr("a register prints nothing of it; shown is what it would print")}});

@@ -8,11 +8,13 @@
 #include "judgedreceipt.h"
 #include "money.h"
 #include "receipterror.h"
+#include "receipttexts.h"
 #include "soldmarks.h"
 #include "textcheck.h"
 #include "witnesseddocument.h"
 
-#include <cmath>
+#include <QRegularExpression>
+
 #include <optional>
 
 namespace frctl {
@@ -67,7 +69,7 @@ Task answered(const Output& answer)
 
 Task prepareReceipt(const Options& options, bool isReturn)
 {
-    const QByteArray text = readFile(options.arguments.constFirst());
+    const QByteArray text = oneReceipt(options);
     const JudgedReceipt judged = judgedReceipt(text, options, options.receiptProtocol());
     if (!judged.checked.hasErrors())
         describeReceipt(*options.answer, judged.checked.receipt);
@@ -81,7 +83,7 @@ Task prepareReceipt(const Options& options, bool isReturn)
     settleFindings(
         options, QStringLiteral("ReceiptError"), judged.checked.findings + soldBefore(options, made.receipt));
     refuseOtherCommand(made.receipt, isReturn);
-    made.receipt.cashier = requiredCashier(options, judged);
+    made.receipt.cashier = receiptCashier(options, judged);
     return onDesk([made](sale::CashDesk& desk) { return issue(desk, made); });
 }
 
@@ -101,9 +103,10 @@ qint64 sumOf(const Options& options)
     const auto refuse = [&](const QString& reason) {
         throw UsageError(QStringLiteral("%1: \"%2\" %3").arg(options.command, text, reason));
     };
-    bool ok = false;
-    const double value = text.toDouble(&ok);
-    if (!ok || !std::isfinite(value))
+    // What else stands for a number is more likely a slip: 1e3.
+    static const QRegularExpression plain(QStringLiteral("\\A-?[0-9]+([.][0-9]+)?\\z"));
+    const double value = text.toDouble();
+    if (!plain.match(text).hasMatch())
         refuse(tr("is not a sum as 100.50"));
     if (value <= 0.0)
         refuse(tr("is not above zero; cash-in puts cash into the drawer, cash-out takes it out"));
@@ -118,7 +121,7 @@ qint64 sumOf(const Options& options)
 Task prepareCash(const Options& options, bool isIn)
 {
     const qint64 sum = sumOf(options);
-    options.requireCashier();
+    options.requireCashierOption();
     return onDesk([options, isIn, sum](sale::CashDesk& desk) { return moveCash(desk, options, isIn, sum); });
 }
 

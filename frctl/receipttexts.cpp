@@ -3,6 +3,7 @@
 #include "errors.h"
 #include "frctltr.h"
 #include "inputfile.h"
+#include "options.h"
 #include "textencoding.h"
 
 #include <QJsonDocument>
@@ -66,6 +67,18 @@ QList<ReceiptText> receiptTexts(const QString& fileName)
     } catch (const UsageError& error) {
         return {{fileName, 0, {}, QString::fromUtf8(error.what())}};
     }
+}
+
+QByteArray oneReceipt(const Options& options)
+{
+    const QString fileName = options.arguments.constFirst();
+    QByteArray bytes = readFile(fileName);
+    const QByteArray text = receipt::withoutByteOrderMark(bytes);
+    if (!isJson(text) && areReceipts(receiptLines(fileName, text)))
+        throw UsageError(
+            tr("%1: has several receipts, one a line; %2 takes one, frctl check as many as there are")
+                .arg(fileName, options.command));
+    return bytes;
 }
 
 } // namespace frctl

@@ -45,19 +45,19 @@ Output printLast(sale::CashDesk& desk, const Options& options)
 
 Task prepareXReport(const Options& options)
 {
-    options.requireCashier();
+    options.requireCashierOption();
     return onDesk([options](sale::CashDesk& desk) { return xReport(desk, options); });
 }
 
 Task prepareZReport(const Options& options)
 {
-    options.requireCashier();
+    options.requireCashierOption();
     return onDesk([options](sale::CashDesk& desk) { return zReport(desk, options); });
 }
 
 Task prepareAccountingReport(const Options& options)
 {
-    options.requireCashier();
+    options.requireCashierOption();
     return onDesk([options](sale::CashDesk& desk) { return accountingReport(desk, options); });
 }
 

@@ -24,6 +24,9 @@ namespace frctl {
 
 namespace {
 
+/// How far time set goes by itself.
+constexpr qint64 farthestSeconds = 300;
+
 /// Out of the printout of the driver, which has asked for it: another question would be one too many.
 QString driveIn(const QStringList& description)
 {
@@ -124,16 +127,37 @@ void requireBehindLastDocument(AbstractFrDriver& driver, const QDateTime& time)
 
 void requireNearComputer(const QDateTime& time, const QDateTime& now)
 {
-    constexpr qint64 farthestSeconds = 300;
     if (std::abs(now.secsTo(time)) > farthestSeconds)
         throw UsageError(tr("time set: %1 is more than 5 minutes from this computer's clock, %2; "
                             "--force sets it all the same")
                              .arg(time.toString(Qt::ISODate), now.toString(Qt::ISODate)));
 }
 
-Output setTime(AbstractFrDriver& driver, const QDateTime& time, bool force)
+/// The computer's clock may be the one that is wrong, and nobody has said a time.
+void requireNearRegister(AbstractFrDriver& driver, const QDateTime& time)
 {
-    if (!force)
+    const QDateTime present = driver.getDateTime();
+    if (std::abs(present.secsTo(time)) > farthestSeconds)
+        throw Refusal(sale::ErrorKind::Clock,
+            tr("time set: this computer's clock, %1, is more than 5 minutes from the register's, %2; see which "
+               "one is right; --force sets it all the same")
+                .arg(time.toString(Qt::ISODate), present.toString(Qt::ISODate)));
+}
+
+struct NewTime
+{
+    QDateTime time;
+    /// Somebody has said it: it is not this computer's.
+    bool isGiven;
+    bool force;
+};
+
+Output setTime(AbstractFrDriver& driver, const NewTime& newTime)
+{
+    const QDateTime& time = newTime.time;
+    if (!newTime.force && !newTime.isGiven)
+        requireNearRegister(driver, time);
+    if (!newTime.force)
         requireBehindLastDocument(driver, time);
     if (!driver.setDateTime(time))
         throw Refusal(tr("the register does not take the time now"));
@@ -170,8 +194,8 @@ Task prepareTimeSet(const Options& options)
         throw UsageError(tr("time: \"%1\" is not a time as 2024-12-31T23:59:59").arg(given));
     if (!options.force)
         requireNearComputer(time, now);
-    return onRegister(
-        [time, force = options.force](AbstractFrDriver& driver) { return setTime(driver, time, force); });
+    const NewTime newTime{time, !given.isEmpty(), options.force};
+    return onRegister([newTime](AbstractFrDriver& driver) { return setTime(driver, newTime); });
 }
 
 } // namespace
@@ -183,7 +207,7 @@ Task prepareStatus(const Options& options)
 
 Task prepareOpenShift(const Options& options)
 {
-    options.requireCashier();
+    options.requireCashierOption();
     return onDesk([options](sale::CashDesk& desk) { return openShift(desk, options); });
 }
 

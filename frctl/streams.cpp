@@ -62,8 +62,13 @@ void makeStreamsSafe()
 
 int print(std::FILE* stream, const QString& text)
 {
+    return printBytes(stream, (text + QLatin1Char('\n')).toUtf8());
+}
+
+int printBytes(std::FILE* stream, const QByteArray& bytes)
+{
     hideProgress();
-    return writeAll(::fileno(stream), (text + QLatin1Char('\n')).toUtf8());
+    return writeAll(::fileno(stream), bytes);
 }
 
 } // namespace frctl

@@ -14,5 +14,7 @@ void makeStreamsSafe();
 /// Writes the text and a line's end: 0, or the system's error; EINTR when the program is to end and nobody
 /// makes room.
 int print(std::FILE* stream, const QString& text);
+/// The bytes alone.
+int printBytes(std::FILE* stream, const QByteArray& bytes);
 
 } // namespace frctl

@@ -290,8 +290,13 @@ TEST(Frctl, BusyPortNamesItsHolderAndIsWaitedFor)
     holder.join();
 }
 
-TEST(Frctl, PortWithoutFolderIsTheOneInDev)
+TEST(Frctl, PortWithoutFolderIsTheOneInDevUnlessItIsHere)
 {
+    const Emulator emulator;
+    const Result here = runShell("cd " + emulator.port().chopped(9)
+        + " && " FRCTL " --plugin " SPF_PLUGIN " --protocol HEX --port register status && " FRCTL
+          " --plugin " SPF_PLUGIN " --protocol HEX detect register");
+    EXPECT_EQ(here.status, 0) << here.errors.constData();
     const Result result = runFrctl({"--port", "no-such-till", "status"});
     EXPECT_EQ(result.status, 1);
     EXPECT_TRUE(result.errors.contains("port /dev/no-such-till cannot be opened"))
@@ -299,6 +304,30 @@ TEST(Frctl, PortWithoutFolderIsTheOneInDev)
 }
 
 // What a run that was killed has asked for must not be taken for the answer to the next one.
+TEST(Frctl, AnswerOfTheOtherProtocolAndSilenceInTheMidstAreToldOf)
+{
+    const Emulator emulator({"--protocol", "HEX"});
+    const Result foreign = run(emulator, "XML", {"status"});
+    EXPECT_EQ(foreign.status, 1);
+    EXPECT_TRUE(foreign.errors.contains("--protocol HEX")) << foreign.errors.constData();
+
+    const Emulator falling({"--faults", "silence@4+"});
+    const Result silent = interruptFrctl(
+        {"--protocol", "HEX", "--port", falling.port(), "status"}, "has fallen silent", SIGINT);
+    EXPECT_EQ(silent.status, 130) << silent.errors.constData();
+}
+
+TEST(Frctl, InterruptedDetectTellsWhatItHasFound)
+{
+    const Emulator emulator;
+    const Emulator silent({"--faults", "silence@1+"});
+    const QStringList command{"--protocol", "HEX", "--log-level", "info", "detect", emulator.port(),
+        emulator.port(), silent.port()};
+    const Result result = interruptFrctl(command, silent.port().toUtf8() + " has no modem lines", SIGINT);
+    EXPECT_EQ(result.status, 130) << result.errors.constData();
+    EXPECT_EQ(result.output.count("serial number"), 1) << result.output.constData();
+}
+
 TEST(Frctl, LeftoversOnTheLineAreDropped)
 {
     // A tail that lasts for half a second; an answer in pieces with pauses of 50 ms after a run that was

@@ -32,9 +32,9 @@ QStringList withPlugin(const QStringList& arguments)
 {
     const QStringList plugin{"--plugin", QStringLiteral(SPF_PLUGIN)};
     // The receipts name their own cashier, which one of the command line would replace.
-    const bool isReceipt
-        = arguments.contains("sell") || arguments.contains("refund") || arguments.contains("preview");
-    return isReceipt ? plugin + arguments : plugin + QStringList{"--cashier", "Иванова"} + arguments;
+    const bool hasCashier = arguments.contains("sell") || arguments.contains("refund")
+        || arguments.contains("preview") || arguments.contains("--cashier");
+    return hasCashier ? plugin + arguments : plugin + QStringList{"--cashier", "Иванова"} + arguments;
 }
 
 Result resultOf(QProcess& process, QByteArray errors = {})

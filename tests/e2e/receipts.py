@@ -128,6 +128,7 @@ def main():
     words = {entry["field"]: [(word["name"], word["value"]) for word in entry["values"]] for entry in lists}
     words["items[].agentInfo.agents[]"] = words.pop("items[].agentInfo.agents")
     examples = {file.name: json.loads(file.read_text(encoding="utf-8")) for file in sorted(EXAMPLES.glob("*.json"))}
+    examples |= {f"the schema's {number}": example for number, example in enumerate(SCHEMA["examples"])}
     named = list(variants(examples, words))
     validators = [kind(SCHEMA) for kind in (jsonschema.Draft202012Validator, jsonschema.Draft7Validator)]
     refused = 0

@@ -32,7 +32,9 @@ TEST(Completion, OffersWhatTheTableHas)
         const char* offered;
         const char* notOffered;
     } rows[] = {{"sta", " status ", " sell "}, {"''", " sell ", " --drop "},
-        {"--pro", " --protocol ", " status "}, {"--protocol ''", " HEX XML ", " status "},
+        {"--pro", " --protocol ", " status "}, {"--protocol ''", " HEX XML hex xml ", " status "},
+        {"--protocol h", " hex ", " HEX "}, {"names tax", " tax-systems taxes ", " units "},
+        {"--log-level ''", " trace debug info ", "LEVEL"}, {"preview --png /et", " /etc ", "--"},
         {"--protocol = X", " XML ", " HEX "}, {"--port sell --protocol HEX dra", " drawer ", "state"},
         {"--protocol = HEX dra", " drawer ", " HEX "}, {"drawer ''", " open state ", " get "},
         {"time ''", " get set ", " TIME "}, {"help sel", " sell ", " status "},

@@ -55,13 +55,13 @@ protected:
 
 TEST_F(Configured, RegisterIsTakenByItsNameAndTheCommandLineGoesBefore)
 {
-    write("; tills\n[till1]\nport = tcp:host:7\nprotocol=hex\ncashier = Иванова А. П.\nstrict = no\n"
-          "plugin = a=b\n[till2]\nport=/dev/x\nno-speed-enumeration = yes\n");
+    write("; tills\n[till1]\nport = tcp:host:7\nprotocol=hex\ncashier = \"Иванова А. П.\"\nstrict = no\n"
+          "plugin = 'a=b\n[till2]\nport=/dev/x\nno-speed-enumeration = yes\n");
     const Options first = parse("status --register till1");
     EXPECT_EQ(first.port, "tcp:host:7");
     EXPECT_EQ(first.protocol, "HEX");
     EXPECT_EQ(first.cashier.name, "Иванова А. П.");
-    EXPECT_EQ(first.plugins, QStringList{"a=b"});
+    EXPECT_EQ(first.plugins, QStringList{"'a=b"});
     EXPECT_FALSE(first.isExclusive);
     EXPECT_FALSE(first.strict);
     const Options other = parse("--port /dev/y status --register till2 --protocol XML --plugin c");
@@ -95,7 +95,9 @@ TEST_F(Configured, MistakesNameFileSectionAndKey)
             {"[a", "%1:1: \"[a\" is no [NAME]"}, {"[a]\n\n[a]", "%1:3: [a] is there already"},
             {"[a]\nport=x\nport=y", "%1:3: [a] port is there"},
             {"[a1]\nport=x", "--register: there is no [a] in %1 or /etc/frspf/frctl.ini; did you mean a1?"},
-            {"[a]\nport=\xCF", "%1: "}, {"[a]\nprotocol=XML", ""}};
+            {"[a]\nport=\xCF", "%1: "}, {"[a]\ninn=7721000003", "%1: [a] inn: over XML"},
+            {"[a]\ninn=7721000003\nserial=1", ""}, {"[a]\ninn=7721000003\nprotocol=HEX", ""},
+            {"[a]\nprotocol=XML", ""}};
     for (const auto& [text, expected] : rows) {
         write(text);
         const QString told = error("config --register a");

@@ -69,8 +69,11 @@ TEST_F(Language, IsThatOfTheCommandLineOrElseOfTheFirstVariableThatSaysSomething
 }
 
 /// Name and explanation of each entry of a help.
-QList<QStringList> entriesOf(const QString& help)
+QList<QStringList> entriesOf(QString help)
 {
+    // A receipt is no entry.
+    help.remove(QRegularExpression(QStringLiteral("^\\{\n.*^\\}$"),
+        QRegularExpression::MultilineOption | QRegularExpression::DotMatchesEverythingOption));
     static const QRegularExpression entry(
         QStringLiteral("^  (\\S.*?)(?:\\s*\\n\\s+|\\s{2,})(\\S.*)$"), QRegularExpression::MultilineOption);
     QList<QStringList> entries;

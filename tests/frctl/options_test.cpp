@@ -3,8 +3,11 @@
 #include "help.h"
 #include "options.h"
 #include "optiontable.h"
+#include "schemas.h"
 
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -85,6 +88,21 @@ TEST(Commands, ExamplesAreRightAndHelpTellsTheOptions)
     EXPECT_FALSE(helpText("status").contains("--drop"));
 }
 
+TEST(Commands, HelpHasTheReceiptThatTheSchemaHas)
+{
+    const QJsonValue example
+        = QJsonDocument::fromJson(schemaText(QStringLiteral("receipt"))).object()["examples"][0];
+    for (const char* const name : {"sell", "refund", "check", "preview"}) {
+        const QString help = helpText(name);
+        const qsizetype start = help.indexOf("\n{\n");
+        QJsonObject shown
+            = QJsonDocument::fromJson(help.mid(start, help.indexOf("\n}\n") + 2 - start).toUtf8()).object();
+        EXPECT_EQ(shown["type"], qstrcmp(name, "refund") == 0 ? "sellReturn" : "sell");
+        shown["type"] = "sell";
+        EXPECT_EQ(shown, example.toObject()) << help.toStdString();
+    }
+}
+
 TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
 {
     const std::pair<const char*, const char*> rows[] = {{"--color status", "unknown option --color"},
@@ -98,11 +116,19 @@ TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
         {"--log-level all status", "--log-level:"}, {"", "no command"},
         {"sel a", "no command \"sel\"; did you mean sell?"},
         {"stauts", "no command \"stauts\"; did you mean status?"},
+        {"chcek a", "no command \"chcek\"; did you mean check?"},
+        {"chekc a", "no command \"chekc\"; did you mean check?"},
+        {"tarce a", "no command \"tarce\"; did you mean trace?"},
+        {"status --port /dev/x --port /dev/y", "--port is given twice: /dev/x and /dev/y"},
+        {"status --register a --register b", "--register is given twice"},
+        {"--json --png - preview a", "--json and --png - both"},
         {"help stauts", "no command \"stauts\"; did"}, {"sell", "sell takes FILE"},
         {"status now", "status takes no arguments"}, {"drawer shut", "drawer:"}, {"time set noon", "time:"},
         {"time get 5", "time takes"}, {"cash-in -5", "cash-in: \"-5\" is not above zero"},
         {"cash-in 0", "cash-in: \"0\" is not above"}, {"cash-out 1.005", "cash-out: \"1.005\" has parts"},
-        {"cash-in ten", "cash-in: \"ten\" is not a sum"}, {"cash-in 1e9", "cash-in: \"1e9\" is more"},
+        {"cash-in ten", "cash-in: \"ten\" is not a sum"},
+        {"cash-in 1000000000", "cash-in: \"1000000000\" is more"},
+        {"cash-in 1e3", "cash-in: \"1e3\" is not a sum"}, {"cash-in +5", "cash-in: \"+5\" is not a sum"},
         {"sell no-such-file", "no-such-file:"}, {"print no-such-file", "no-such-file:"},
         {"registers now", "registers:"}, {"print-document 0", "print-document:"},
         {"registration", "registration needs --tax-systems"},
@@ -140,7 +166,8 @@ TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
     for (const auto& [line, error] : rows)
         EXPECT_EQ(usageError(line).rfind(error, 0), 0U) << line << ": " << usageError(line);
     for (const char* line : {"--cashier И cash-in 100.50", "drawer state", "time set", "mark 46000002",
-             "info", "--protocol HEX cancel", "--cashier И registration --tax-systems osn,patent",
+             "info --json --json --plugin a --plugin b", "--lang en --lang en status",
+             "--protocol HEX cancel", "--cashier И registration --tax-systems osn,patent",
              "--protocol HEX logo --clear", "params get 20 6.0", "help sell", "help"})
         EXPECT_EQ(usageError(line), "") << line;
 }
@@ -206,7 +233,8 @@ TEST_F(Texts, AreCheckedBeforeTheyAreSent)
         {"print", "‼?081041", "--protocol HEX", ".*text:1"}, {"print", longLine, "--protocol HEX", ""},
         {"header", longLine, "--protocol HEX", "[^,]*text:2"}, {"header", longLine, "", ""},
         {"tail", "☕\n" + longLine.mid(2), "--protocol HEX", ".*text:1,.*text:2"},
-        {"sell", sale, "", "operator.vatin"},
+        {"sell", "{}\n{}\n", "", "usage .*has several receipts.*"},
+        {"preview", "{}\n{}\n", "", "usage .*has several receipts.*"}, {"sell", sale, "", "operator.vatin"},
         {"sell", sale, "--protocol HEX", "operator.name,operator.vatin"},
         // What is said of a cashier whom the command line replaces is of no matter.
         {"sell", sale, "--protocol HEX --strict --cashier Иванова", ""},
