@@ -15,7 +15,6 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <thread>
 
 namespace {
 
@@ -270,62 +269,6 @@ TEST(Frctl, InterruptionClosesThePort)
             EXPECT_TRUE(result.errors.contains("Порт закрыт")) << result.errors.constData();
         }
     }
-}
-
-TEST(Frctl, BusyPortNamesItsHolderAndIsWaitedFor)
-{
-    const Emulator emulator;
-    devices::PortLock lock;
-    ASSERT_TRUE(lock.take(emulator.port()));
-    const QTemporaryDir folder;
-    const QString otherName = folder.filePath("till");
-    ASSERT_TRUE(QFile::link(emulator.port(), otherName));
-    const QStringList command{"--port", otherName, "--protocol", "HEX", "status"};
-    const Result busy = runFrctl(command);
-    EXPECT_EQ(busy.status, 1);
-    const QByteArray process = QByteArray::number(QCoreApplication::applicationPid());
-    EXPECT_TRUE(busy.errors.contains("is busy: process " + process + " works it")) << busy.errors.constData();
-    std::thread holder([&lock] { lock.release(); });
-    EXPECT_EQ(runFrctl(QStringList{"--wait", "60"} + command).status, 0);
-    holder.join();
-}
-
-TEST(Frctl, PortWithoutFolderIsTheOneInDevUnlessItIsHere)
-{
-    const Emulator emulator;
-    const Result here = runShell("cd " + emulator.port().chopped(9)
-        + " && " FRCTL " --plugin " SPF_PLUGIN " --protocol HEX --port register status && " FRCTL
-          " --plugin " SPF_PLUGIN " --protocol HEX detect register");
-    EXPECT_EQ(here.status, 0) << here.errors.constData();
-    const Result result = runFrctl({"--port", "no-such-till", "status"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_TRUE(result.errors.contains("port /dev/no-such-till cannot be opened"))
-        << result.errors.constData();
-}
-
-// What a run that was killed has asked for must not be taken for the answer to the next one.
-TEST(Frctl, AnswerOfTheOtherProtocolAndSilenceInTheMidstAreToldOf)
-{
-    const Emulator emulator({"--protocol", "HEX"});
-    const Result foreign = run(emulator, "XML", {"status"});
-    EXPECT_EQ(foreign.status, 1);
-    EXPECT_TRUE(foreign.errors.contains("--protocol HEX")) << foreign.errors.constData();
-
-    const Emulator falling({"--faults", "silence@4+"});
-    const Result silent = interruptFrctl(
-        {"--protocol", "HEX", "--port", falling.port(), "status"}, "has fallen silent", SIGINT);
-    EXPECT_EQ(silent.status, 130) << silent.errors.constData();
-}
-
-TEST(Frctl, InterruptedDetectTellsWhatItHasFound)
-{
-    const Emulator emulator;
-    const Emulator silent({"--faults", "silence@1+"});
-    const QStringList command{"--protocol", "HEX", "--log-level", "info", "detect", emulator.port(),
-        emulator.port(), silent.port()};
-    const Result result = interruptFrctl(command, silent.port().toUtf8() + " has no modem lines", SIGINT);
-    EXPECT_EQ(result.status, 130) << result.errors.constData();
-    EXPECT_EQ(result.output.count("serial number"), 1) << result.output.constData();
 }
 
 TEST(Frctl, LeftoversOnTheLineAreDropped)
