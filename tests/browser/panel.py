@@ -20,13 +20,13 @@ MANY = 3000
 SECOND = float(os.environ.get("FRSPF_SECOND", "1"))
 
 
+def setUpModule():
+    PanelTest.page = stage.browser()
+    unittest.addModuleCleanup(PanelTest.page.quit)
+
+
 class PanelTest(unittest.TestCase):
     options = ()
-
-    @classmethod
-    def setUpClass(cls):
-        cls.page = stage.browser()
-        cls.addClassCleanup(cls.page.quit)
 
     def setUp(self):
         self.register = stage.Register(EMULATOR, *self.options)
@@ -218,9 +218,12 @@ class Looks(PanelTest):
             self.shoot(scheme)
         grounds = "return getComputedStyle(document.body).backgroundColor"
         self.assertEqual("rgb(18, 22, 27)", self.page.execute_script(grounds))
-        for element in self.find_all("button, input, select, [role=option], [role=listbox], [role=tabpanel]"):
-            if element.is_displayed():
-                self.assertTrue(element.accessible_name, element.get_attribute("outerHTML"))
+        nodes = self.page.execute_cdp_cmd("Accessibility.getFullAXTree", {})["nodes"]
+        named = {"button", "textbox", "searchbox", "combobox", "spinbutton", "checkbox", "tab", "listbox", "option"}
+        found = [(node["role"]["value"], node["name"]["value"]) for node in nodes
+                 if not node["ignored"] and node["role"]["value"] in named]
+        self.assertEqual([], [node for node in found if not node[1].strip()])
+        self.assertLessEqual({"button", "combobox", "tab", "listbox", "option"}, {role for role, _ in found})
 
     def test_narrow(self):
         self.narrow(360)
