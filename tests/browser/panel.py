@@ -3,10 +3,10 @@
 
 panel.py EMULATOR FRCTL PLUGINS SOURCES SCREENSHOTS [TEST ...]"""
 
+import os
 import re
 import subprocess
 import sys
-import time
 import unittest
 from pathlib import Path
 
@@ -16,15 +16,17 @@ EMULATOR, FRCTL, PLUGINS, SOURCES, SCREENSHOTS = sys.argv[1:6]
 PAGE = Path(SOURCES, "emulator/panel/page")
 CONTRAST = Path(__file__).with_name("contrast.js").read_text(encoding="utf-8")
 MANY = 3000
+# In which a change has to be seen; a build with sanitizers gets more.
+SECOND = float(os.environ.get("FRSPF_SECOND", "1"))
+
+
+def setUpModule():
+    PanelTest.page = stage.browser()
+    unittest.addModuleCleanup(PanelTest.page.quit)
 
 
 class PanelTest(unittest.TestCase):
     options = ()
-
-    @classmethod
-    def setUpClass(cls):
-        cls.page = stage.browser()
-        cls.addClassCleanup(cls.page.quit)
 
     def setUp(self):
         self.register = stage.Register(EMULATOR, *self.options)
@@ -97,10 +99,8 @@ class Work(PanelTest):
         self.connected()
         self.must("open-shift")
         self.must("sell", "sale.json")
-        begin = time.monotonic()
-        self.becomes(self.tape_label, "document 3", 1)
-        self.becomes(lambda: self.text("#document h3"), "Document 3", 2)
-        self.assertLess(time.monotonic() - begin, 2)
+        self.becomes(self.tape_label, "document 3", SECOND)
+        self.becomes(lambda: self.text("#document h3"), "Document 3", SECOND)
         sign = self.register.ask("/documents/3")["fiscalSign"]
         stage.wait_for(lambda: any(f"&i=3&fp={sign}&" in code for code in stage.codes_in(self.shoot("sale"))), 5)
         self.assertIn("сумма расчета", self.text("#document .tags").lower())
@@ -218,9 +218,12 @@ class Looks(PanelTest):
             self.shoot(scheme)
         grounds = "return getComputedStyle(document.body).backgroundColor"
         self.assertEqual("rgb(18, 22, 27)", self.page.execute_script(grounds))
-        for element in self.find_all("button, input, select, [role=option], [role=listbox], [role=tabpanel]"):
-            if element.is_displayed():
-                self.assertTrue(element.accessible_name, element.get_attribute("outerHTML"))
+        nodes = self.page.execute_cdp_cmd("Accessibility.getFullAXTree", {})["nodes"]
+        named = {"button", "textbox", "searchbox", "combobox", "spinbutton", "checkbox", "tab", "listbox", "option"}
+        found = [(node["role"]["value"], node["name"]["value"]) for node in nodes
+                 if not node["ignored"] and node["role"]["value"] in named]
+        self.assertEqual([], [node for node in found if not node[1].strip()])
+        self.assertLessEqual({"button", "combobox", "tab", "listbox", "option"}, {role for role, _ in found})
 
     def test_narrow(self):
         self.narrow(360)
@@ -289,7 +292,7 @@ class Long(PanelTest):
         self.must("sell", "sale.json", protocol="XML")
         sale = next(e["number"] for e in self.register.ask("/exchanges")["exchanges"] if e["document"] == 3)
         self.register.repeat_over_xml(sale, MANY)
-        self.becomes(self.tape_label, f"document {MANY + 3}", 3)
+        self.becomes(self.tape_label, f"document {MANY + 3}", 3 * SECOND)
         self.assertLess(self.page.execute_script("return document.querySelectorAll('*').length"), 1500)
         frames = self.page.execute_async_script("""
             const [done, tape] = [arguments[0], document.getElementById("tape")];
@@ -304,11 +307,11 @@ class Long(PanelTest):
             requestAnimationFrame(next);""")
         self.assertLess(frames[len(frames) // 2], 100)
         first = "return document.querySelector('.print')?.ariaLabel ?? ''"
-        self.becomes(lambda: self.page.execute_script(first), "Print 1,", 3)
+        self.becomes(lambda: self.page.execute_script(first), "Print 1,", 3 * SECOND)
         self.assertLess(self.page.execute_script("return document.querySelectorAll('*').length"), 1500)
         self.click("#follow")
         self.must("sell", "sale.json", protocol="XML")
-        self.becomes(self.tape_label, f"document {MANY + 4}", 1)
+        self.becomes(self.tape_label, f"document {MANY + 4}", SECOND)
 
 
 class Guarded(PanelTest):
