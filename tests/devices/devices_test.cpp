@@ -54,8 +54,10 @@ TEST_P(Device, SilenceIsToldOnceAndOnlyOfTheFirstAnswer)
     device.waitForReadyRead(1);
     EXPECT_EQ(told, 0);
     ask();
+    EXPECT_EQ(device.repeats(), 0U);
     ask();
     EXPECT_EQ(told, 1);
+    EXPECT_EQ(device.repeats(), 1U);
 }
 
 // Also of a line on which something chatters without an end.

@@ -12,17 +12,21 @@
 #include "reviewneeded.h"
 #include "sqliteconnection.h"
 #include "sqlitestore.h"
+#include "wrongregister.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
+#include <grp.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <vector>
 
 using namespace sale;
 
@@ -40,6 +44,34 @@ QString textOf(const std::function<void()>& work)
     }
     return {};
 }
+
+/// Another user, of one group, as long as it lives; whoever is not root stays who he is.
+class AsNobody
+{
+public:
+    static constexpr gid_t group = 65534;
+
+    AsNobody()
+    {
+        if (m_user != 0)
+            return;
+        m_groups.resize(::getgroups(0, nullptr));
+        ::getgroups(static_cast<int>(m_groups.size()), m_groups.data());
+        EXPECT_EQ(::setgroups(0, nullptr) + ::setegid(group) + ::seteuid(group), 0);
+    }
+    ~AsNobody()
+    {
+        if (m_user != 0)
+            return;
+        EXPECT_EQ(::seteuid(0) + ::setegid(0) + ::setgroups(m_groups.size(), m_groups.data()), 0);
+    }
+    AsNobody(const AsNobody&) = delete;
+    AsNobody& operator=(const AsNobody&) = delete;
+
+private:
+    const uid_t m_user = ::geteuid();
+    std::vector<gid_t> m_groups;
+};
 
 class Journal : public testing::Test
 {
@@ -86,6 +118,11 @@ TEST_F(Journal, BrokenOffDocumentIsSettledOnItsOwnDrive)
         EXPECT_EQ(driver.calls, row.calls);
         EXPECT_EQ(saleIn(store).record()->state, row.state);
         EXPECT_TRUE(settlePendingSales(driver, store).isEmpty());
+        if (row.settled != 0)
+            continue;
+        // Asked about alone: its own drive may still tell.
+        EXPECT_THROW(settleDocument(driver, store, store.findId("A").value(), hexRegister), WrongRegister);
+        EXPECT_EQ(saleIn(store).record()->state, row.state);
     }
 }
 
@@ -253,6 +290,58 @@ TEST_F(Journal, FormerOneThatIsBrokenIsNamed)
     }
 }
 
+TEST_F(Journal, FormerOneThatIsLockedIsNamedToo)
+{
+    const QString former = folder.filePath("former");
+    makeFormer(former, false);
+    SqliteConnection other(former, 0);
+    other.execute("BEGIN IMMEDIATE");
+    SqliteStore store(file, 0);
+    const QString told = textOf([&] { store.takeOver(former); });
+    EXPECT_TRUE(told.contains(former) && !told.contains(file)) << told.toStdString();
+    EXPECT_TRUE(told.contains("try again") && !told.contains("move it away")) << told.toStdString();
+    other.execute("ROLLBACK");
+    other.execute("ALTER TABLE sales DROP COLUMN drive");
+    EXPECT_TRUE(textOf([&] { store.takeOver(former); }).contains("former journal " + former));
+}
+
+TEST_F(Journal, FormerOneThatCannotBeSeenIsNotTakenForNone)
+{
+    const QString link = folder.filePath("link");
+    ASSERT_TRUE(QFile::link(folder.filePath("unmounted"), link));
+    const QString closed = folder.filePath("closed");
+    ASSERT_TRUE(QDir().mkdir(closed));
+    ASSERT_EQ(::chmod(closed.toLocal8Bit().constData(), 0), 0);
+    ASSERT_EQ(::chmod(folder.path().toLocal8Bit().constData(), 0755), 0);
+    SqliteStore store(file);
+    for (const QString& hidden : {link, link + "/frctl/sales.sqlite", closed + "/sales.sqlite"}) {
+        const AsNobody user;
+        EXPECT_TRUE(textOf([&] { store.takeOver(hidden); }).contains(hidden)) << hidden.toStdString();
+    }
+    for (const char* const name : {"none", "none/sales.sqlite", "data/sales.sqlite/sales.sqlite"})
+        EXPECT_EQ(textOf([&] { store.takeOver(folder.filePath(name)); }), QString()) << name;
+}
+
+TEST_F(Journal, FileOfAnotherProgramIsLeftAlone)
+{
+    for (const char* const version : {"0", "1"}) {
+        const QString foreign = folder.filePath(version);
+        SqliteConnection(foreign, 0).execute("CREATE TABLE other (a INTEGER)");
+        SqliteConnection(foreign, 0).execute(QString("PRAGMA user_version = ") + version);
+        QFile written(foreign);
+        ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+        const QByteArray before = written.readAll();
+        EXPECT_TRUE(textOf([&] { SqliteStore{foreign}; }).contains("another program"));
+        written.seek(0);
+        EXPECT_EQ(written.readAll(), before);
+    }
+    saleIn(*std::make_unique<SqliteStore>(file)).begin(noted);
+    // As the first ones of the format were.
+    SqliteConnection(file, 0).execute("PRAGMA application_id = 0");
+    SqliteStore store(file);
+    EXPECT_TRUE(saleIn(store).isUnsettled());
+}
+
 TEST_F(Journal, FileIsForItsGroup)
 {
     const mode_t former = ::umask(0077);
@@ -270,15 +359,38 @@ TEST_F(Journal, PlaceIsTheMachinesWhereThePackageMadeIt)
     EXPECT_EQ(journalPlace(folder.path()), folder.filePath("sales.sqlite"));
     // Another user, without the group.
     const QTemporaryDir closed;
-    const uid_t user = ::geteuid();
-    constexpr uid_t nobody = 65534;
-    ASSERT_TRUE(user != 0 || ::chown(closed.path().toLocal8Bit().constData(), user, nobody) == 0);
-    ::chmod(closed.path().toLocal8Bit().constData(), 0570);
-    ASSERT_TRUE(user != 0 || ::seteuid(nobody) == 0);
-    const QString told = textOf([&closed] { journalPlace(closed.path()); });
-    ASSERT_TRUE(user != 0 || ::seteuid(user) == 0);
-    EXPECT_TRUE(told.contains(closed.filePath("sales.sqlite"))) << told.toStdString();
-    EXPECT_TRUE(told.contains("be of the group ")) << told.toStdString();
+    const auto told = [&closed] {
+        const AsNobody user;
+        return textOf([&closed] { journalPlace(closed.path()); });
+    };
+    const bool isRoot = ::geteuid() == 0;
+    const struct
+    {
+        gid_t group;
+        mode_t folder;
+        std::optional<mode_t> file;
+        const char* toDo;
+    } rows[] = {{AsNobody::group - 1, 0570, {}, "be of the group 65533 "},
+        {0, 0570, {}, "this user can write"}, {AsNobody::group, 0570, 0600, "the file is not for its group"},
+        {0, 0755, 0666, "be able to write its folder, too"}};
+    for (const auto& row : rows) {
+        QFile::remove(closed.filePath("sales.sqlite"));
+        if (row.file) {
+            QFile made(closed.filePath("sales.sqlite"));
+            ASSERT_TRUE(made.open(QIODevice::WriteOnly));
+            ::chmod(made.fileName().toLocal8Bit().constData(), *row.file);
+        }
+        ASSERT_TRUE(!isRoot || ::chown(closed.path().toLocal8Bit().constData(), 0, row.group) == 0);
+        ::chmod(closed.path().toLocal8Bit().constData(), row.folder);
+        if (!isRoot)
+            continue;
+        EXPECT_TRUE(told().contains(closed.filePath("sales.sqlite"))) << told().toStdString();
+        EXPECT_TRUE(told().contains(row.toDo)) << told().toStdString();
+    }
+    EXPECT_TRUE(textOf([this] { SqliteStore{folder.filePath("file/sales.sqlite")}; }).isEmpty());
+    ASSERT_TRUE(QFile(folder.filePath("plain")).open(QIODevice::WriteOnly));
+    EXPECT_TRUE(
+        textOf([this] { SqliteStore{folder.filePath("plain/sales.sqlite")}; }).contains("is no folder"));
     // The disk that it is on is not there.
     const QString link = folder.filePath("link");
     ASSERT_TRUE(QFile::link(folder.filePath("unmounted"), link));
@@ -306,6 +418,7 @@ TEST_F(Journal, FailureSaysWhichFileAndWhatToDo)
     other.execute("BEGIN IMMEDIATE");
     isTold(textOf([&] { saleIn(store).begin(noted); }), file, "another program has it locked");
     EXPECT_FALSE(saleIn(store).record()) << "but it can be read";
+    EXPECT_EQ(textOf([&] { SqliteStore(file, 0).find({}); }), QString()) << "nor do readers wait";
     other.execute("ROLLBACK");
 
     saleIn(store).begin(noted);
@@ -315,9 +428,13 @@ TEST_F(Journal, FailureSaysWhichFileAndWhatToDo)
     const struct rlimit full = {1, usual.rlim_max};
     ::setrlimit(RLIMIT_FSIZE, &full);
     const QString told = textOf([&] { store.settle("A", 1, {}); });
+    const QString copy = folder.filePath("copy");
+    const QString toldOfCopy = textOf([&] { store.backUp(copy); });
     ::setrlimit(RLIMIT_FSIZE, &usual);
     std::signal(SIGXFSZ, handler);
     isTold(told, file, "room");
+    isTold(toldOfCopy, copy, "name one on a disk that has room");
+    EXPECT_FALSE(toldOfCopy.contains(file)) << "the journal is sound";
     EXPECT_TRUE(saleIn(store).isUnsettled());
 
     other.execute("PRAGMA user_version = 99");
@@ -341,14 +458,18 @@ TEST(DocumentAnswer, ShiftIsThatOfTheReceiptWhateverProtocolAsksNow)
 TEST(DocumentAnswer, WhatMayBeIssuedIsNotToBeRepeated)
 {
     DocumentAnswer answer;
-    answer.error = AnswerError{};
-    answer.error->kind = ErrorKind::Line;
-    for (const DocumentState state :
-        {DocumentState::Issued, DocumentState::Unknown, DocumentState::NotIssued}) {
+    const auto actionOf = [&answer](DocumentState state, ErrorKind kind) {
+        answer.error = AnswerError{kind};
         answer.state = state;
-        const QString action = answer.toJson().value("error").toObject().value("action").toString();
-        EXPECT_EQ(action.contains(QStringLiteral("не повторяйте его")), state != DocumentState::NotIssued);
+        return answer.toJson().value("error").toObject().value("action").toString();
+    };
+    for (int kind = 0; kind <= static_cast<int>(ErrorKind::Other); ++kind) {
+        for (const DocumentState state : {DocumentState::Issued, DocumentState::Unknown})
+            EXPECT_FALSE(
+                actionOf(state, static_cast<ErrorKind>(kind)).contains(QStringLiteral(" повторите")));
     }
+    EXPECT_TRUE(
+        actionOf(DocumentState::NotIssued, ErrorKind::Line).contains(QStringLiteral("повторите тот же")));
 }
 
 TEST_F(Journal, BackupIsSoundWhileOthersWrite)
