@@ -122,7 +122,7 @@ constexpr Command commandTable[] = {
     {"journal", "list|show|settle|resolve|export|backup|anonymise|check|accept",
         QT_TR_NOOP("What this machine's journal knows of its documents; see the manual page."), 1, 3,
         Command::AtRegister, prepareJournal, "journal list --state unknown",
-        "state since before document note"},
+        "state since before document note force"},
     {"trace", "show|diff|replay|pcapng|dissector [FILE...]",
         QT_TR_NOOP(
             "Show what --trace has written, tell how two traces differ, play one (--as), or take it to Wireshark."),

@@ -24,12 +24,16 @@ public:
     sale::SqliteStore& store();
     /// False when no document of ours was ever written down. Throws JournalError.
     bool exists() const;
+    /// It could not be opened in this run.
+    bool isLost() const { return !m_fault.isEmpty(); }
 
 private:
+    std::unique_ptr<sale::SqliteStore> opened() const;
     QString place() const;
 
     QString m_fileName;
     std::unique_ptr<sale::SqliteStore> m_store;
+    QString m_fault;
 };
 
 } // namespace frctl

@@ -140,8 +140,7 @@ HealthCheck checkJournal(const Options& options)
         return wrong("journal", QStringLiteral("%1: %2").arg(file, joined(damages)),
             tr("sell nothing more with it: take the last copy of frctl journal backup"));
     } catch (const sale::JournalError& error) {
-        return wrong("journal", QString::fromUtf8(error.what()),
-            tr("sudo usermod -aG frspf \"$USER\", or name another one: --journal"));
+        return wrong("journal", QString::fromUtf8(error.what()), tr("nothing is sold until that is done"));
     }
 }
 
