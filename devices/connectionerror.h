@@ -16,7 +16,9 @@ public:
         /// The port is not there, or cannot be locked or opened.
         NoPort,
         /// Another program works the port.
-        Busy
+        Busy,
+        /// This user may not open the port.
+        NoAccess
     };
 
     ConnectionError(Reason reason, const QString& text)

@@ -10,9 +10,13 @@
 #include "streamdevice.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QThread>
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 
 namespace devices {
 
@@ -27,6 +31,15 @@ constexpr qint64 dropAtOnce = 4096;
 QString holderOf(const PortLock& lock)
 {
     return lock.holder() == 0 ? tr("another program") : tr("process %1").arg(lock.holder());
+}
+
+/// Neither power nor cable are at fault where this user may not use the port.
+ConnectionError portError(const QString& port, const QString& text)
+{
+    const QString path = isTcpName(port) ? QString() : devicePath(port);
+    const bool isClosed = !path.isEmpty() && ::access(QFile::encodeName(path).constData(), R_OK | W_OK) != 0
+        && errno == EACCES;
+    return {isClosed ? ConnectionError::NoAccess : ConnectionError::NoPort, text};
 }
 
 } // namespace
@@ -61,6 +74,11 @@ quint64 RegisterConnection::soleConnection() const
     return m_line->soleConnection();
 }
 
+quint64 RegisterConnection::repeats() const
+{
+    return m_line->repeats();
+}
+
 std::optional<LineErrors> RegisterConnection::lineErrors() const
 {
     return m_line->lineErrors();
@@ -84,8 +102,8 @@ void RegisterConnection::lockPort(const ConnectionSettings& settings)
     timer.start();
     while (!m_lock.take(settings.port)) {
         if (!m_lock.errorString().isEmpty())
-            throw ConnectionError(ConnectionError::NoPort,
-                tr("port %1 cannot be locked: %2").arg(settings.port, m_lock.errorString()));
+            throw portError(
+                settings.port, tr("port %1 cannot be locked: %2").arg(settings.port, m_lock.errorString()));
         if (timer.hasExpired(settings.waitSeconds * 1000LL))
             throw ConnectionError(ConnectionError::Busy,
                 tr("port %1 is busy: %2 works it").arg(settings.port, holderOf(m_lock)));
@@ -109,8 +127,7 @@ void RegisterConnection::openLine(const ConnectionSettings& settings)
         return;
     // A bare name that is nowhere is one in /dev, which whoever meant a file beside him must see.
     const QString port = isTcpName(settings.port) ? settings.port : devicePath(settings.port);
-    throw ConnectionError(
-        ConnectionError::NoPort, tr("port %1 cannot be opened: %2").arg(port, m_line->errorString()));
+    throw portError(port, tr("port %1 cannot be opened: %2").arg(port, m_line->errorString()));
 }
 
 void RegisterConnection::dropLeftovers()

@@ -35,6 +35,8 @@ public:
     QObject& deviceObject() { return *m_deviceObject; }
     /// See StreamDevice::soleConnection and sale::RegisterLine::connection.
     quint64 soleConnection() const;
+    /// See StreamDevice::repeats and sale::RegisterLine::repeats.
+    quint64 repeats() const;
     /// See StreamDevice::lineErrors.
     std::optional<LineErrors> lineErrors() const;
     /// See StreamDevice::setBudget.

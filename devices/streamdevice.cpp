@@ -43,6 +43,8 @@ qint64 StreamDevice::write(const QByteArray& data)
         return -1;
     if (m_observer != nullptr)
         m_observer->sent(data);
+    m_repeats += data == m_lastWritten ? 1 : 0;
+    m_lastWritten = data;
     const qint64 sent = send(data, withinBudget(writeTimeoutMs));
     if (sent == data.size()) {
         m_silence.written();

@@ -63,6 +63,9 @@ public:
     /// machine can open the line; 0 when one can, or when the line is closed.
     virtual quint64 soleConnection() const { return 0; }
 
+    /// How often the same was written twice in a row: a driver that got no answer asks again.
+    quint64 repeats() const { return m_repeats; }
+
     /// Counted since the line was opened last; nothing where the system does not count.
     virtual std::optional<LineErrors> lineErrors() const { return std::nullopt; }
 
@@ -113,6 +116,8 @@ private:
     std::function<void()> m_waitCallback;
     SilenceWatch m_silence;
     LineObserver* m_observer = nullptr;
+    QByteArray m_lastWritten;
+    quint64 m_repeats = 0;
     std::array<char, 4096> m_input;
     qint64 m_received = 0;
     qint64 m_taken = 0;

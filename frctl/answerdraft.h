@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QStringList>
 
 #include <optional>
 
@@ -16,6 +17,8 @@ struct AnswerDraft
     bool isDocument = false;
     QString id = {};
     bool isReplayed = false;
+    /// What this run has settled of earlier ones.
+    QStringList settledIds = {};
     /// Kopecks.
     std::optional<qint64> total = {};
     std::optional<qint64> change = {};

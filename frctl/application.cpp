@@ -91,9 +91,20 @@ QString commandAmong(const QStringList& words)
     return found == words.cend() ? QString() : *found;
 }
 
-int report(const Complaint& complaint, const Options& options, bool json)
+/// What an earlier run has made of the id stands in a journal that cannot be read: it may be issued.
+bool isUntold(const Complaint& complaint, const Options& options)
+{
+    return options.answer->isDocument && !options.id.isEmpty() && options.journal->isLost()
+        && complaint.verdict.outcome == sale::Outcome::None;
+}
+
+int report(Complaint complaint, const Options& options, bool json)
 {
     say(complaint, options);
+    if (isUntold(complaint, options)) {
+        complain(tr("nothing was sent; the same id again when the journal works"));
+        complaint.status = ExitUnknown;
+    }
     const QJsonObject told = jsonOf(complaint, options);
     if (json)
         return deliver(compact(told), complaint.status);
@@ -120,11 +131,13 @@ bool readClock(RegisterSession& session, const Output& output, const Options& op
     }
 }
 
-Output runTask(RegisterSession& session, const Task& task)
+Output runTask(RegisterSession& session, const Task& task, AnswerDraft& answer)
 {
     session.connect(task);
-    for (const sale::SettledSale& settled : session.settledSales())
+    for (const sale::SettledSale& settled : session.settledSales()) {
+        answer.settledIds.append(settled.id);
         complain(tr("sale %1 of an earlier run: %2").arg(settled.id, sale::verdictText(settled.verdict)));
+    }
     if (task.onDesk)
         return task.onDesk(session.desk());
     return task.onParameters ? task.onParameters(session.driver(), session.parameters())
@@ -176,7 +189,7 @@ Output work(const Options& given)
                              .arg(options.command));
     catchInterruptions();
     RegisterSession session(options);
-    Output output = runTask(session, task);
+    Output output = runTask(session, task, *options.answer);
     if (!options.answer->isDocument)
         addTestDrive(output, options.answer->drive);
     // After a failure nobody knows what the register will still say.

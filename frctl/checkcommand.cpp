@@ -48,6 +48,15 @@ QList<Finding> cashierFindings(const JudgedReceipt& judged)
         tr("is missing: to be issued, the receipt needs the cashier of --cashier")}};
 }
 
+/// At the sale the register tells which it has.
+QList<Finding> taxSystemFindings(const receipt::Receipt& receipt)
+{
+    if (receipt.document.getTaxSystem() != hw::fr::common::TaxSystemNone)
+        return {};
+    return {{Finding::Warning, QStringLiteral("taxationType"), {},
+        tr("is missing: a receipt without it is not issued where several tax systems are registered")}};
+}
+
 /// A receipt in a line of its own has one line for those who read it, the file has more.
 QList<Finding> inPlace(QList<Finding> findings, int line)
 {
@@ -66,7 +75,7 @@ QList<Finding> findingsOf(const ReceiptText& source, const Options& options, Pro
         return {{Finding::Error, {}, {}, source.fault}};
     try {
         const JudgedReceipt judged = judgedReceipt(source.text, options, protocol);
-        return judged.checked.findings + cashierFindings(judged);
+        return judged.checked.findings + cashierFindings(judged) + taxSystemFindings(judged.checked.receipt);
     } catch (const receipt::ReceiptError& error) {
         return inPlace(error.findings(), source.line);
     }
@@ -132,7 +141,12 @@ public:
             m_output.lines.append(line(checked.source, told));
             (isError(told.finding) ? errors : warnings).append(json(told));
         }
-        m_refused += errors.isEmpty() ? 0 : 1;
+        if (checked.source.fault.isEmpty()) {
+            ++m_checked;
+            m_refused += errors.isEmpty() ? 0 : 1;
+        } else {
+            ++m_unusable;
+        }
         m_warned += warnings.isEmpty() ? 0 : 1;
         m_receipts.append(QJsonObject{{QStringLiteral("file"), checked.source.file},
             {QStringLiteral("line"), checked.source.line == 0 ? QJsonValue() : checked.source.line},
@@ -142,14 +156,15 @@ public:
 
     Output output()
     {
-        const auto checked = static_cast<int>(m_receipts.size());
         m_output.lines.append(tr("%1 checked: %2 with errors, %3 with warnings")
-                                  .arg(checked == 1 ? tr("1 receipt") : tr("%1 receipts").arg(checked))
+                                  .arg(m_checked == 1 ? tr("1 receipt") : tr("%1 receipts").arg(m_checked))
                                   .arg(m_refused)
                                   .arg(m_warned));
-        m_output.json = {{QStringLiteral("checked"), checked}, {QStringLiteral("refused"), m_refused},
-            {QStringLiteral("receipts"), m_receipts}};
-        m_output.status = m_refused == 0 ? ExitSuccess : ExitUsage;
+        if (m_unusable > 0)
+            m_output.lines.append(tr("files that have no receipt: %1").arg(m_unusable));
+        m_output.json = {{QStringLiteral("checked"), m_checked}, {QStringLiteral("refused"), m_refused},
+            {QStringLiteral("unusable"), m_unusable}, {QStringLiteral("receipts"), m_receipts}};
+        m_output.status = m_refused + m_unusable == 0 ? ExitSuccess : ExitUsage;
         return m_output;
     }
 
@@ -182,7 +197,9 @@ private:
     const qsizetype m_protocols;
     Output m_output;
     QJsonArray m_receipts;
+    int m_checked = 0;
     int m_refused = 0;
+    int m_unusable = 0;
     int m_warned = 0;
 };
 

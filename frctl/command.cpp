@@ -153,7 +153,7 @@ constexpr Command commandTable[] = {
         Command::Alone, prepareSchema, "schema receipt"},
     {"journal", "list|show|settle|resolve|export|backup|anonymise|check|accept",
         QT_TR_NOOP("What this machine's journal knows of its documents."), 1, 3, Command::AtRegister,
-        prepareJournal, "journal list --state unknown", "state since before document note", journalVerbs},
+        prepareJournal, "journal list --state unknown", "state since before document note force", journalVerbs},
     {"trace", "show|diff|replay|pcapng|dissector [FILE...]",
         QT_TR_NOOP(
             "Show what --trace has written, tell how two traces differ, play one (--as), or take it to Wireshark."),

@@ -58,7 +58,10 @@ Complaint complaintOf(const sale::MarkRefusal& error)
 Complaint complaintOf(const sale::ReviewNeeded& error)
 {
     Complaint complaint{
-        ExitFailure, {ErrorKind::Internal, whatOf(error), QStringLiteral("ReviewNeeded")}, {}, true};
+        ExitFailure, {ErrorKind::Other, whatOf(error), QStringLiteral("ReviewNeeded")}, {}, true};
+    complaint.error.action = QStringLiteral(
+        "На кассе есть документы, которых нет в журнале: найдите на ленте свои продажи, затем выполните "
+        "frctl journal accept и повторите документ");
     complaint.error.details.insert(QStringLiteral("needsReview"), true);
     return complaint;
 }

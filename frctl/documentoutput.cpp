@@ -164,7 +164,8 @@ QStringList textsOf(const Shown& row, const QJsonValue& value)
         texts.append(row.object(entry.toObject()));
     if (value.isObject())
         texts.append(row.object(value.toObject()));
-    return texts.isEmpty() ? QStringList{value.isArray() ? QStringLiteral("-") : row.value(value)} : texts;
+    const bool isNothing = value.isNull() || value.isUndefined() || value.isArray();
+    return texts.isEmpty() && !isNothing ? QStringList{row.value(value)} : texts;
 }
 
 } // namespace

@@ -660,10 +660,6 @@ Example:
         <translation>в журнале нет документа %1</translation>
     </message>
     <message>
-        <source>the document %1 is %2</source>
-        <translation>документ %1 — %2</translation>
-    </message>
-    <message>
         <source>journal resolve ID issued needs --document N, the number on the receipt</source>
         <translation>для journal resolve ID issued нужен --document N, номер на чеке</translation>
     </message>
@@ -1010,10 +1006,6 @@ Example:
     <message>
         <source>Marking codes that were not checked on line are errors too, or none is (warn).</source>
         <translation>Коды маркировки без онлайн-проверки — тоже ошибки, или ошибок нет вовсе (warn).</translation>
-    </message>
-    <message>
-        <source>Also what does harm: params set 31, time set far off; see the manual page.</source>
-        <translation>И то, что может навредить: params set 31, time set с большим сдвигом; см. страницу руководства.</translation>
     </message>
     <message>
         <source>Every serial port is asked; bytes may do harm to what is no register.</source>
@@ -1712,6 +1704,46 @@ Each is asked for 4 seconds a protocol at most, one after the other, and none th
     <message>
         <source>%1 does not answer over %2 as a register; likely causes: it is set to the other protocol (--protocol %3), another device is there, another speed in its settings</source>
         <translation>%1 отвечает по %2 не как касса; вероятно: она настроена на другой протокол (--protocol %3), там другое устройство, другая скорость в настройках</translation>
+    </message>
+    <message>
+        <source>nothing was sent; the same id again when the journal works</source>
+        <translation>ничего не отправлено; повторите с тем же идентификатором, когда журнал заработает</translation>
+    </message>
+    <message>
+        <source>is missing: a receipt without it is not issued where several tax systems are registered</source>
+        <translation>не указана: если касса зарегистрирована с несколькими системами налогообложения, чек без неё не пробивается</translation>
+    </message>
+    <message>
+        <source>files that have no receipt: %1</source>
+        <translation>файлов без чека: %1</translation>
+    </message>
+    <message>
+        <source>nothing in the journal</source>
+        <translation>в журнале ничего нет</translation>
+    </message>
+    <message>
+        <source>nothing to settle on this register</source>
+        <translation>на этой кассе нет документов с невыясненным исходом</translation>
+    </message>
+    <message>
+        <source>journal settle --force needs the ID of the document</source>
+        <translation>для journal settle --force нужен идентификатор документа</translation>
+    </message>
+    <message>
+        <source>journal backup wants a file</source>
+        <translation>journal backup: не указан файл</translation>
+    </message>
+    <message>
+        <source>journal %1 takes no --%2</source>
+        <translation>journal %1: параметр --%2 здесь неприменим</translation>
+    </message>
+    <message>
+        <source>Also what does harm: params set 31, time set far off, journal settle without the drive; see the manual page.</source>
+        <translation>Разрешить и опасное: params set 31, сильный перевод часов, journal settle без накопителя; см. справочную страницу.</translation>
+    </message>
+    <message>
+        <source>the register was silent, and the request was sent again: it may have printed more than once</source>
+        <translation>касса не отвечала, и запрос отправлен повторно: документ мог напечататься не один раз</translation>
     </message>
 </context>
 </TS>

@@ -34,10 +34,10 @@ sale::IdentifiedSale saleOf(const Options& options, const QByteArray& receipt)
         sale::requireDocumentId(store, options.id);
         return {
             store, {options.id, documentKindName(sale::DocumentKind::Sale), receipt, options.registerName()}};
-    } catch (const sale::IdConflict& conflict) {
+    } catch (const sale::IdConflict&) {
         // The answer is about the receipt that has the id.
         *options.answer = {.isDocument = true, .id = options.id};
-        throw UsageError(QStringLiteral("--id: ") + QString::fromUtf8(conflict.what()));
+        throw;
     } catch (const sale::InvalidDocumentId& error) {
         throw UsageError(QStringLiteral("--id: ") + QString::fromUtf8(error.what()));
     }
@@ -71,7 +71,9 @@ Output settledAnswer(const Options& options, const sale::IssueResult& result)
     if (!result.isIssued())
         throwUnknown(result.id, result.verdict);
     Output output = issuedBefore(result.verdict);
-    output.status = ExitIssued;
+    // Of one that another program sold meanwhile there is no more to say than of any that is sold.
+    if (options.answer->settledIds.contains(result.id))
+        output.status = ExitIssued;
     return output;
 }
 

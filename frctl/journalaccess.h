@@ -26,12 +26,16 @@ public:
     bool exists() const;
     /// Throws JournalError where one that is not there could not be made.
     void requirePlace() const;
+    /// It could not be opened in this run.
+    bool isLost() const { return !m_fault.isEmpty(); }
 
 private:
+    std::unique_ptr<sale::SqliteStore> opened() const;
     QString place() const;
 
     QString m_fileName;
     std::unique_ptr<sale::SqliteStore> m_store;
+    QString m_fault;
 };
 
 } // namespace frctl

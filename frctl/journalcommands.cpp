@@ -5,7 +5,9 @@
 #include "frctltr.h"
 #include "journalcheck.h"
 #include "journaloutput.h"
+#include "optiontable.h"
 #include "pendingsales.h"
+#include "wrongregister.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -61,7 +63,7 @@ sale::StoredDocument documentOf(const Options& options)
     const QString id = options.arguments.at(1);
     const std::optional<sale::StoredDocument> document = options.journal->store().findId(id);
     if (!document)
-        throw UsageError(tr("the journal has no document %1").arg(id));
+        throw HostError(tr("the journal has no document %1").arg(id), sale::ErrorKind::Data);
     return *document;
 }
 
@@ -90,6 +92,8 @@ Output list(const Options& options, sale::DocumentQuery query)
         output.lines.append(storedLine(document));
         documents.append(storedSummary(document));
     });
+    if (documents.isEmpty())
+        output.lines.append(tr("nothing in the journal"));
     output.json.insert(QStringLiteral("documents"), documents);
     return output;
 }
@@ -124,36 +128,72 @@ Task prepareShow(const Options& options)
     });
 }
 
-Output settled(AbstractFrDriver& driver, const Options& options)
+/// Those that were settled, as the journal has them then.
+Output settledOutput(const Options& options, const QStringList& ids)
 {
-    sale::DocumentStore& store = options.journal->store();
-    QList<sale::SettledSale> sales;
-    if (options.arguments.size() == 1) {
-        sales = sale::settlePendingSales(driver, store, options.line(), options.registerName());
-    } else {
-        const sale::StoredDocument document = documentOf(options);
-        if (document.state != sale::DocumentState::Running && document.state != sale::DocumentState::Unknown)
-            throw UsageError(tr("the document %1 is %2").arg(document.request.id, stateName(document.state)));
-        sales = {{document.request.id, sale::settleDocument(driver, store, document, options.line())}};
-    }
     Output output;
     QJsonArray documents;
-    for (const sale::SettledSale& one : sales) {
-        const sale::StoredDocument document = store.findId(one.id).value();
+    for (const QString& id : ids) {
+        const sale::StoredDocument document = options.journal->store().findId(id).value();
         output.lines.append(storedLine(document));
         documents.append(storedSummary(document));
         if (document.state == sale::DocumentState::Unknown)
             output.status = ExitUnknown;
     }
+    if (ids.isEmpty())
+        output.lines.append(tr("nothing to settle on this register"));
     output.json.insert(QStringLiteral("documents"), documents);
     return output;
 }
 
+Output settleAll(AbstractFrDriver& driver, const Options& options)
+{
+    QStringList ids;
+    for (const sale::SettledSale& one :
+        sale::settlePendingSales(driver, options.journal->store(), options.line(), options.registerName()))
+        ids.append(one.id);
+    return settledOutput(options, ids);
+}
+
+Output settleOne(AbstractFrDriver& driver, const Options& options, const sale::StoredDocument& document)
+{
+    try {
+        sale::settleDocument(driver, options.journal->store(), document, options.line());
+    } catch (const sale::WrongRegister& error) {
+        // As the sale of the same id says it.
+        throw RegisterError(QString::fromUtf8(error.what()), QStringLiteral("WrongRegister"),
+            sale::ErrorKind::WrongRegister, sale::Outcome::Unknown);
+    }
+    return settledOutput(options, {document.request.id});
+}
+
+/// Its drive is gone for good, and can never be asked.
+Output giveUp(const Options& options, const sale::StoredDocument& document)
+{
+    if (document.state == sale::DocumentState::Running)
+        options.journal->store().settle(document.request.id, document.attemptCount, {});
+    return settledOutput(options, {document.request.id});
+}
+
+bool isToBeSettled(const sale::StoredDocument& document)
+{
+    return document.state == sale::DocumentState::Running || document.state == sale::DocumentState::Unknown;
+}
+
 Task prepareSettle(const Options& options)
 {
-    if (options.arguments.size() == 2)
-        documentOf(options);
-    Task task = onRegister([options](AbstractFrDriver& driver) { return settled(driver, options); });
+    if (options.arguments.size() == 1 && options.force)
+        throw UsageError(tr("journal settle --force needs the ID of the document"));
+    Task task;
+    if (options.arguments.size() == 1) {
+        task = onRegister([options](AbstractFrDriver& driver) { return settleAll(driver, options); });
+    } else {
+        const sale::StoredDocument document = documentOf(options);
+        if (options.force || !isToBeSettled(document))
+            return alone([options, document] { return giveUp(options, document); });
+        task = onRegister(
+            [options, document](AbstractFrDriver& driver) { return settleOne(driver, options, document); });
+    }
     // It does so itself, and initialises the register where that tells something.
     task.withInit = false;
     return task;
@@ -195,6 +235,8 @@ Task prepareResolve(const Options& options)
 
 Task prepareBackup(const Options& options)
 {
+    if (options.arguments.at(1).isEmpty())
+        throw UsageError(tr("journal backup wants a file"));
     return alone([options]() -> Output {
         const QString fileName = options.arguments.at(1);
         options.journal->store().backUp(fileName);
@@ -216,6 +258,10 @@ Task prepareCheck(const Options& options)
 {
     if (options.port.isEmpty())
         return alone([options] { return checkFile(options); });
+    // A register that is reached first would tell the same of the journal, in other words.
+    const Output file = checkFile(options);
+    if (file.status != ExitSuccess)
+        return alone([file] { return file; });
     return onRegister([options](AbstractFrDriver& driver) { return checkShift(driver, options); });
 }
 
@@ -239,19 +285,34 @@ struct JournalCommand
     qsizetype leastArguments;
     qsizetype mostArguments;
     Task (*prepare)(const Options& options);
+    /// Those of the command journal that it takes.
+    const char* options = "";
 };
 
 constexpr JournalCommand journalCommands[] = {
-    {"list", 1, 1, prepareList},
+    {"list", 1, 1, prepareList, "state since"},
     {"show", 2, 2, prepareShow},
-    {"settle", 1, 2, prepareSettle},
-    {"resolve", 3, 3, prepareResolve},
-    {"export", 1, 1, prepareExport},
+    {"settle", 1, 2, prepareSettle, "force"},
+    {"resolve", 3, 3, prepareResolve, "document note"},
+    {"export", 1, 1, prepareExport, "state since"},
     {"backup", 2, 2, prepareBackup},
-    {"anonymise", 1, 1, prepareAnonymise},
+    {"anonymise", 1, 1, prepareAnonymise, "before"},
     {"check", 1, 1, prepareCheck},
-    {"accept", 1, 1, prepareAccept},
+    {"accept", 1, 1, prepareAccept, "note"},
 };
+
+/// An option of another one would be taken for one that is heeded.
+void refuseMisplaced(const JournalCommand& command, const Options& options)
+{
+    const QStringList known = QString::fromLatin1(command.options).split(QLatin1Char(' '));
+    for (const Setting& setting : options.settings) {
+        const OptionRow& option = *setting.option;
+        if (option.group == OptionRow::Own && setting.origin.isEmpty()
+            && !known.contains(QLatin1String(option.name)))
+            throw UsageError(
+                tr("journal %1 takes no --%2").arg(QLatin1String(command.name), QLatin1String(option.name)));
+    }
+}
 
 } // namespace
 
@@ -264,6 +325,7 @@ Task prepareJournal(const Options& options)
             continue;
         if (count < command.leastArguments || count > command.mostArguments)
             throw UsageError(tr("journal %1: wrong number of arguments").arg(name));
+        refuseMisplaced(command, options);
         return command.prepare(options);
     }
     throw UsageError(tr("journal: no such command: %1").arg(name));

@@ -105,6 +105,7 @@ sale::RegisterLine Options::line() const
 {
     sale::RegisterLine line(
         receiptProtocol(), isExclusive, [told = soleConnection] { return *told ? (*told)() : 0; });
+    line.repeats = [told = repeats] { return *told ? (*told)() : 0; };
     line.expected = expected;
     return line;
 }

@@ -40,6 +40,8 @@ struct Options
     bool isExclusive = true;
     /// Filled by the session: see RegisterLine::connection.
     std::shared_ptr<std::function<quint64()>> soleConnection = std::make_shared<std::function<quint64()>>();
+    /// The same: see RegisterLine::repeats.
+    std::shared_ptr<std::function<quint64()>> repeats = std::make_shared<std::function<quint64()>>();
     /// The register that is meant.
     sale::ExpectedRegister expected;
     hw::fr::DriverOptions driverOptions;

@@ -265,7 +265,9 @@ constexpr OptionRow optionTable[] = {
         QT_TR_NOOP("Marking codes that were not checked on line are errors too, or none is (warn)."),
         OptionRow::Own, takeMarkPolicy, "marks"},
     {"force", nullptr,
-        QT_TR_NOOP("Also what does harm: params set 31, time set far off; see the manual page."),
+        QT_TR_NOOP(
+            "Also what does harm: params set 31, time set far off, journal settle without the drive; see the "
+            "manual page."),
         OptionRow::Own, switchOn<&Options::force>},
     {"all", nullptr, QT_TR_NOOP("Every serial port is asked; bytes may do harm to what is no register."),
         OptionRow::Own, switchOn<&Options::isAll>},

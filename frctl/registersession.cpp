@@ -78,11 +78,13 @@ RegisterSession::RegisterSession(const Options& options)
     , m_connection(watchedConnection(options, m_firstAnswer))
 {
     *options.soleConnection = [this] { return m_connection.soleConnection(); };
+    *options.repeats = [this] { return m_connection.repeats(); };
 }
 
 RegisterSession::~RegisterSession()
 {
     *m_options.soleConnection = {};
+    *m_options.repeats = {};
 }
 
 hw::AbstractRegisterParameters& RegisterSession::parameters()

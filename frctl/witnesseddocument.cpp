@@ -13,6 +13,9 @@ sale::Verdict verdictOf(const Options& options, const sale::DocumentResult& resu
     if (!result.isDone())
         throw RegisterError(tr("the register was silent, and the request was sent again"),
             QStringLiteral("Refusal"), sale::ErrorKind::Line, result.verdict);
+    if (result.isSentAgain)
+        options.warnings->add({{receipt::Finding::Warning, {}, {},
+            tr("the register was silent, and the request was sent again: it may have printed more than once")}});
     return result.verdict;
 }
 

@@ -87,11 +87,7 @@ public:
         throw ReceiptError(path(), tr("line %1: %2").arg(line).arg(reasonOf(error)));
     }
 
-    void finish() const
-    {
-        if (!m_errors.isEmpty())
-            throw ReceiptError(m_errors);
-    }
+    const QList<ReceiptError>& errors() const { return m_errors; }
 
 private:
     struct Level
@@ -151,16 +147,26 @@ private:
 
 QJsonObject jsonFromText(const QByteArray& bytes)
 {
+    QList<ReceiptError> errors;
+    const QJsonObject json = jsonFromText(bytes, errors);
+    if (!errors.isEmpty())
+        throw ReceiptError(errors);
+    return json;
+}
+
+QJsonObject jsonFromText(const QByteArray& bytes, QList<ReceiptError>& errors)
+{
     if (const auto fault = utf8Fault(bytes))
         throw ReceiptError({}, tr("the text %1").arg(*fault));
     const QByteArray text = withoutByteOrderMark(bytes);
     StrictWalk walk(text);
     Json::sax_parse(text.cbegin(), text.cend(), &walk);
-    walk.finish();
+    errors += walk.errors();
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(text, &error);
+    // Which of the numbers it is, the walk has told.
     if (error.error != QJsonParseError::NoError)
-        throw ReceiptError({}, error.errorString());
+        throw walk.errors().isEmpty() ? ReceiptError({}, error.errorString()) : ReceiptError(walk.errors());
     if (!document.isObject())
         throw ReceiptError({}, tr("a receipt is a JSON object"));
     return document.object();

@@ -539,5 +539,13 @@
         <source>yes</source>
         <translation>да</translation>
     </message>
+    <message>
+        <source>has a wrong check digit; the right one is %1</source>
+        <translation>контрольная цифра неверна; верная — %1</translation>
+    </message>
+    <message>
+        <source>has %1 positions; a register takes %2 at most, and may refuse the next one (too many positions)</source>
+        <translation>позиций: %1; касса принимает не больше %2 и может отказать на следующей (слишком много позиций)</translation>
+    </message>
 </context>
 </TS>

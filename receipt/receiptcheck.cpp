@@ -11,6 +11,7 @@
 #include "receipttr.h"
 #include "rules.h"
 
+#include <QMap>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -66,6 +67,28 @@ constexpr BarcodeContent barcodeContents[] = {
     {Barcode::Code128, ascii, asciiWords},
 };
 
+/// The digits have the weights 3 and 1 in turn, the last one before the check digit 3.
+int checkDigit(const QString& digits)
+{
+    int sum = 0;
+    for (qsizetype place = digits.size() - 1, weight = 3; place >= 0; --place, weight = 4 - weight)
+        sum += digits.at(place).digitValue() * static_cast<int>(weight);
+    return (10 - sum % 10) % 10;
+}
+
+/// No scanner reads bars with a wrong one.
+void judgeCheckDigit(const ReceiptItem& item, QList<Finding>& findings)
+{
+    const QMap<int, qsizetype> lengths{{Barcode::Ean8, 8}, {Barcode::Ean13, 13}, {Barcode::UpcA, 12}};
+    const QString& text = item.barcode.text;
+    if (lengths.value(item.barcode.type) != text.size())
+        return;
+    const int right = checkDigit(text.chopped(1));
+    if (text.back().digitValue() != right)
+        findings.append({Finding::Warning, item.path + QStringLiteral(".barcode"), text,
+            tr("has a wrong check digit; the right one is %1").arg(right)});
+}
+
 /// What is no number of its type stops the receipt over HEX, and is another picture over XML.
 void judgeContent(const ReceiptItem& item, QList<Finding>& findings)
 {
@@ -74,10 +97,11 @@ void judgeContent(const ReceiptItem& item, QList<Finding>& findings)
     if (item.kind != ReceiptItem::BarcodeItem || content == std::end(barcodeContents))
         return;
     const QRegularExpression pattern(QRegularExpression::anchoredPattern(QLatin1String(content->pattern)));
-    if (!pattern.match(item.barcode.text).hasMatch())
-        findings.append({Finding::Error, item.path + QStringLiteral(".barcode"), item.barcode.text,
-            tr("must be %1 in a barcode of type %2")
-                .arg(tr(content->allowed), names::nameOf(names::barcodeTypes(), item.barcode.type))});
+    if (pattern.match(item.barcode.text).hasMatch())
+        return judgeCheckDigit(item, findings);
+    findings.append({Finding::Error, item.path + QStringLiteral(".barcode"), item.barcode.text,
+        tr("must be %1 in a barcode of type %2")
+            .arg(tr(content->allowed), names::nameOf(names::barcodeTypes(), item.barcode.type))});
 }
 
 void judgeForXml(const ReceiptItem& item, QList<Finding>& findings)
@@ -151,9 +175,9 @@ bool CheckedReceipt::hasErrors() const
 
 CheckedReceipt checkedReceipt(const QByteArray& text, const CheckOptions& options)
 {
-    const QJsonObject json = jsonFromText(text);
     // What is malformed is to be told as the file has it.
     QList<ReceiptError> malformed;
+    const QJsonObject json = jsonFromText(text, malformed);
     readReceipt(json, options.split, malformed);
     if (malformed.size() >= mostErrors)
         throw ReceiptError(malformed);

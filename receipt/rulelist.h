@@ -7,6 +7,8 @@ struct Judgement;
 /// The rules; each looks at the whole receipt.
 namespace rules {
 
+/// How many positions a document may have.
+void positionCount(Judgement& judgement);
 /// Tax rates of the day of the sale.
 void rates(Judgement& judgement);
 /// Payment methods of the positions (tag 1214) against the kinds of payment (1031, 1081, 1215 to 1217).

@@ -8,6 +8,7 @@ namespace receipt {
 namespace {
 
 constexpr void (*allRules[])(Judgement&) = {
+    rules::positionCount,
     rules::rates,
     rules::payments,
     rules::delivery,

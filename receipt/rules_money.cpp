@@ -10,6 +10,7 @@
 
 #include <QMap>
 
+#include <algorithm>
 #include <initializer_list>
 
 namespace receipt::rules {
@@ -26,6 +27,8 @@ struct OutdatedRate
 // Until the end of 2025.
 constexpr OutdatedRate outdatedRates[] = {{1, "vat20", "vat22"}, {3, "vat120", "vat122"}};
 constexpr int firstYearOfSuccessors = 2026;
+
+constexpr int mostPositions = 1000;
 
 enum Kind { Prepaid = 2, OnCredit = 3 };
 
@@ -125,6 +128,20 @@ private:
 };
 
 } // namespace
+
+void positionCount(Judgement& judgement)
+{
+    // A split position counts twice, as the register sees it.
+    const QList<ReceiptItem>& items = judgement.receipt.items;
+    const auto count = std::count_if(items.cbegin(), items.cend(),
+        [](const ReceiptItem& item) { return item.kind == ReceiptItem::Position; });
+    if (count > mostPositions)
+        judgement.warning(QStringLiteral("items"), {},
+            tr("has %1 positions; a register takes %2 at most, and may refuse the next one (too many "
+               "positions)")
+                .arg(count)
+                .arg(mostPositions));
+}
 
 void rates(Judgement& judgement)
 {

@@ -7,7 +7,7 @@ QJsonObject AnswerError::toJson(const std::optional<DocumentState>& state) const
     QJsonObject json = details;
     json.insert(QStringLiteral("kind"), errorKindName(kind));
     json.insert(QStringLiteral("text"), text);
-    json.insert(QStringLiteral("action"), errorAction(kind, state));
+    json.insert(QStringLiteral("action"), action.isEmpty() ? errorAction(kind, state) : action);
     json.insert(QStringLiteral("exception"), exceptionName);
     return json;
 }

@@ -20,6 +20,8 @@ struct AnswerError
     QString exceptionName = {};
     /// What else machines may want to know.
     QJsonObject details = {};
+    /// Where there is more to say than of the kind; Russian.
+    QString action = {};
 };
 
 } // namespace sale

@@ -89,7 +89,15 @@ DocumentResult issueTraceless(
     } catch (...) {
         return {Outcome::None, currentFailure()};
     }
-    DocumentResult result = runDocument(driver, steps);
+    quint64 repeats = 0;
+    DocumentSteps watched = steps;
+    watched.close = [&] {
+        const quint64 before = options.line.repeatsNow();
+        steps.close();
+        repeats = options.line.repeatsNow() - before;
+    };
+    DocumentResult result = runDocument(driver, watched);
+    result.isSentAgain = repeats > 0;
     writeDown(options.sale, result, false, {});
     return result;
 }

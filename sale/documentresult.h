@@ -27,6 +27,9 @@ struct DocumentResult
     bool isRepeated = false;
     /// False while the verdict may still be found out.
     bool isFinal = true;
+    /// Of a document without a trace: the request went out again, and nothing tells how often the register
+    /// has heard it. It may have been printed more than once.
+    bool isSentAgain = false;
 };
 
 } // namespace sale

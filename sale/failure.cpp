@@ -71,7 +71,7 @@ Failure currentFailure()
     } catch (const JournalError& failure) {
         return foreignFailure(failure, "JournalError");
     } catch (const ReviewNeeded& failure) {
-        return foreignFailure(failure, "ReviewNeeded");
+        return foreignFailure(failure, "ReviewNeeded", ErrorKind::Other);
     } catch (const WrongRegister& failure) {
         return foreignFailure(failure, "WrongRegister", ErrorKind::WrongRegister);
     } catch (const MarkRefusal& refusal) {

@@ -1,12 +1,9 @@
 #include "journalfault.h"
 
+#include "accessadvice.h"
 #include "saletr.h"
 
-#include <QFileInfo>
 #include <QSqlError>
-
-#include <grp.h>
-#include <sys/stat.h>
 
 #include <cerrno>
 
@@ -25,28 +22,6 @@ enum Fault {
     CannotOpen = 14,
     NoDatabase = 26
 };
-
-/// Empty where nobody gets at the file by being of its folder's group.
-QString groupOf(const QString& fileName)
-{
-    struct stat status = {};
-    const QByteArray folder = QFileInfo(fileName).absolutePath().toLocal8Bit();
-    // Nobody is to be of the superuser's group for it.
-    if (::stat(folder.constData(), &status) != 0 || (status.st_mode & (S_IWGRP | S_IWOTH)) != S_IWGRP
-        || status.st_gid == 0)
-        return {};
-    const struct group* const entry = ::getgrgid(status.st_gid);
-    return entry == nullptr ? QString::number(status.st_gid) : QString::fromLocal8Bit(entry->gr_name);
-}
-
-QString accessAdvice(const QString& fileName)
-{
-    const QString group = groupOf(fileName);
-    return group.isEmpty() ? tr("it must be a file that this user can write")
-                           : tr("whoever sells must be able to write the file and its folder: be "
-                                "of the group %1 (usermod -aG %1 USER, then log in anew)")
-                                 .arg(group);
-}
 
 QString advice(const QString& fileName, int code)
 {
@@ -75,27 +50,106 @@ JournalError faultOf(const QString& fileName, const QString& what, const QString
     return JournalError(tr("journal %1: %2").arg(fileName, what), toDo);
 }
 
+int codeOf(const QSqlError& error)
+{
+    constexpr int plainCode = 0xFF;
+    return error.nativeErrorCode().toInt() & plainCode;
+}
+
+QString wordsOf(const QSqlError& error)
+{
+    return error.databaseText().isEmpty() ? error.text() : error.databaseText();
+}
+
+/// The journal itself is sound.
+JournalError copyFault(const QString& fileName, const QString& what, int error)
+{
+    const QString toDo = error == EEXIST     ? tr("name one that is not there")
+        : error == ENOSPC || error == EDQUOT ? tr("name one on a disk that has room")
+                                             : tr("name one that this user can make");
+    return JournalError(tr("the copy %1 cannot be made: %2").arg(fileName, what), toDo);
+}
+
 } // namespace
+
+bool isOfJournal(const QSqlError& error)
+{
+    switch (codeOf(error)) {
+    case Busy:
+    case Locked:
+    case Corrupt:
+    case NoDatabase:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool isOfWriting(const QSqlError& error)
+{
+    const int code = codeOf(error);
+    return code == Full || code == ReadOnly || code == Input;
+}
 
 JournalError journalFault(const QString& fileName, const QSqlError& error)
 {
-    constexpr int plainCode = 0xFF;
-    const int code = error.nativeErrorCode().toInt() & plainCode;
-    const QString what = error.databaseText().isEmpty() ? error.text() : error.databaseText();
-    return faultOf(fileName, what, advice(fileName, code));
+    return faultOf(fileName, wordsOf(error), advice(fileName, codeOf(error)));
 }
 
 JournalError journalFault(const QString& fileName, int error)
 {
-    const bool isDiskFault = error == EIO || error == EROFS;
-    const int code = error == ENOSPC || error == EDQUOT ? Full : isDiskFault ? Input : CannotOpen;
-    return faultOf(fileName, qt_error_string(error),
-        error == EEXIST ? tr("name one that is not there") : advice(fileName, code));
+    const int code = error == ENOSPC || error == EDQUOT ? Full : error == EIO ? Input : CannotOpen;
+    return faultOf(fileName, qt_error_string(error), advice(fileName, code));
 }
 
-JournalError damagedJournal(const QString& fileName, const QString& what)
+JournalError formerJournalFault(const QString& fileName, const QSqlError& error)
 {
-    return faultOf(fileName, what, advice(fileName, Corrupt));
+    switch (codeOf(error)) {
+    case Busy:
+    case Locked:
+    case ReadOnly:
+    case CannotOpen:
+        return journalFault(fileName, error);
+    default:
+        return formerJournalFault(fileName, wordsOf(error));
+    }
+}
+
+JournalError formerJournalFault(const QString& fileName, const QString& what)
+{
+    return JournalError(tr("former journal %1 cannot be taken over: %2; put a backup in its place, or move "
+                           "it away to go on without what it knows as sold")
+                            .arg(fileName, what));
+}
+
+JournalError formerJournalFault(const QString& fileName, int error)
+{
+    return JournalError(tr("former journal %1 cannot be looked at: %2; make it reachable (a disk that is not "
+                           "mounted, a folder without rights), it may know as sold what is to be sold")
+                            .arg(fileName, qt_error_string(error)));
+}
+
+JournalError copyFault(const QString& fileName, const QSqlError& error)
+{
+    const bool isFull = codeOf(error) == Full || codeOf(error) == Input;
+    return copyFault(fileName, wordsOf(error), isFull ? ENOSPC : 0);
+}
+
+JournalError copyFault(const QString& fileName, int error)
+{
+    return copyFault(fileName, qt_error_string(error), error);
+}
+
+JournalError foreignJournal(const QString& fileName)
+{
+    return faultOf(fileName, tr("it is the database of another program"),
+        tr("name another file, or move this one away"));
+}
+
+JournalError laterJournal(const QString& fileName)
+{
+    return faultOf(fileName, tr("it was written by a later release"),
+        tr("install that release again; an older copy in its place does not know what was sold since"));
 }
 
 } // namespace sale

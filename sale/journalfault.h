@@ -10,7 +10,23 @@ namespace sale {
 JournalError journalFault(const QString& fileName, const QSqlError& error);
 /// For a file or folder that cannot be had at all: errno.
 JournalError journalFault(const QString& fileName, int error);
-/// For a file that can be read, and of which a check says what is damaged.
-JournalError damagedJournal(const QString& fileName, const QString& what);
+/// For a file that is sound and no journal.
+JournalError foreignJournal(const QString& fileName);
+/// For a journal of a release that is not known yet.
+JournalError laterJournal(const QString& fileName);
+
+/// The same of a journal that is to be taken over.
+JournalError formerJournalFault(const QString& fileName, const QSqlError& error);
+JournalError formerJournalFault(const QString& fileName, const QString& what);
+/// For one of which nobody can say whether it is there: errno.
+JournalError formerJournalFault(const QString& fileName, int error);
+
+/// The same of a copy that is to be made.
+JournalError copyFault(const QString& fileName, const QSqlError& error);
+JournalError copyFault(const QString& fileName, int error);
+/// Whether a copy failed of what the journal is: locked or damaged.
+bool isOfJournal(const QSqlError& error);
+/// Whether it is of a disk that takes no more.
+bool isOfWriting(const QSqlError& error);
 
 } // namespace sale

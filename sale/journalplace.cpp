@@ -1,6 +1,7 @@
 #include "journalplace.h"
 
 #include "journalfault.h"
+#include "placeonfile.h"
 
 #include <QDir>
 #include <QFile>
@@ -8,7 +9,6 @@
 #include <QStandardPaths>
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -24,13 +24,6 @@ void requireUse(const QString& name, int how, const QString& file)
 {
     if (::faccessat(AT_FDCWD, QFile::encodeName(name).constData(), how, AT_EACCESS) != 0)
         throw journalFault(file, errno);
-}
-
-/// A link to a disk that is not mounted is there, and so is a folder that cannot be looked at.
-bool isMissing(const QString& name)
-{
-    struct stat status = {};
-    return ::lstat(QFile::encodeName(name).constData(), &status) != 0 && errno == ENOENT;
 }
 
 /// Qt knows the folder for state from a later release on.
@@ -52,7 +45,7 @@ QString journalPlace(const QString& folder)
     const QString set = qEnvironmentVariable("FRSPF_JOURNAL");
     if (!set.isEmpty())
         return set;
-    if (isMissing(folder))
+    if (!lookAt(folder))
         return stateFolder() + QStringLiteral("/frspf") + fileOfSales;
     const QString file = folder + fileOfSales;
     requireUse(folder, W_OK | X_OK, file);

@@ -3,7 +3,9 @@
 #include "documentstore.h"
 #include "identifiedsale.h"
 #include "marknoting.h"
+#include "saletr.h"
 #include "settlement.h"
+#include "wrongregister.h"
 
 namespace sale {
 
@@ -14,18 +16,42 @@ bool leavesTrace(const StoredDocument& document)
     return !document.drive.isEmpty();
 }
 
+/// Another register knows nothing of the document, and its own may still tell.
+void requireDrive(AbstractFrDriver& driver, const StoredDocument& document, const RegisterLine& line)
+{
+    const QString drive = noteMark(driver, line, DocumentKind::Report).drive;
+    if (drive != document.drive)
+        throw WrongRegister(drive.isEmpty()
+                ? tr(
+                    "the document %1 was begun on fiscal drive %2; the register tells no number of its drive")
+                      .arg(document.request.id, document.drive)
+                : tr("the document %1 was begun on fiscal drive %2; at the line is %3")
+                      .arg(document.request.id, document.drive, drive));
+}
+
+Verdict ask(AbstractFrDriver& driver, const StoredDocument& document, const RegisterLine& line)
+{
+    const AttemptStart start
+        = document.attempts.isEmpty() ? AttemptStart() : document.attempts.constLast().start;
+    return leavesTrace(document)
+        ? settle(driver, DriveMark::fromJson(start.markBefore), Movement::fromJson(start.movement), line)
+        : Outcome::Unknown;
+}
+
+void writeDown(DocumentStore& store, const StoredDocument& document, const Verdict& verdict)
+{
+    store.settle(document.request.id, document.attemptCount, endingOf(verdict).value());
+}
+
 } // namespace
 
 Verdict settleDocument(
     AbstractFrDriver& driver, DocumentStore& store, const StoredDocument& document, const RegisterLine& line)
 {
-    const AttemptStart start
-        = document.attempts.isEmpty() ? AttemptStart() : document.attempts.constLast().start;
-    Verdict verdict = Outcome::Unknown;
-    if (leavesTrace(document))
-        verdict
-            = settle(driver, DriveMark::fromJson(start.markBefore), Movement::fromJson(start.movement), line);
-    store.settle(document.request.id, document.attemptCount, endingOf(verdict).value());
+    const Verdict verdict = ask(driver, document, line);
+    if (leavesTrace(document) && verdict == Outcome::Unknown)
+        requireDrive(driver, document, line);
+    writeDown(store, document, verdict);
     return verdict;
 }
 
@@ -42,8 +68,10 @@ QList<SettledSale> settlePendingSales(
         return document.drive == drive;
     };
     for (const StoredDocument& document : store.find({.states = {DocumentState::Running}})) {
-        if (isHere(document))
-            settled.append({document.request.id, settleDocument(driver, store, document, line)});
+        if (!isHere(document))
+            continue;
+        settled.append({document.request.id, ask(driver, document, line)});
+        writeDown(store, document, settled.constLast().verdict);
     }
     return settled;
 }

@@ -24,6 +24,7 @@ struct RegisterLine
 
     /// HEX answers have a check value, XML answers have none.
     bool isChecked() const { return protocol == receipt::Protocol::Hex; }
+    quint64 repeatsNow() const { return repeats ? repeats() : 0; }
     quint64 connectionNow() const { return connection ? connection() : 0; }
 
     /// Decides what can be asked of the register, and how often the driver sends a request.
@@ -34,6 +35,9 @@ struct RegisterLine
     /// A number for the open connection, another one for each that is opened, while no other program can open
     /// the line; 0 when one can. May be empty. devices::StreamDevice::soleConnection tells it.
     std::function<quint64()> connection;
+    /// How often the driver has sent a request again so far, since no answer came. May be empty.
+    /// devices::StreamDevice::repeats tells it.
+    std::function<quint64()> repeats = {};
     /// Compared at each connection, before anything else is asked or sent.
     ExpectedRegister expected;
 };

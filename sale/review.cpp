@@ -125,8 +125,9 @@ bool isNumberLater(const DriveMark& now, const Known& known)
 
 QString textOf(const DriveMark& now, const Known& known)
 {
-    const QString documents = known.mark.lastDocument == 0 || now.lastDocument == 0
-        ? tr("receipts")
+    const QString documents = known.mark.lastDocument == 0 || now.lastDocument == 0 ? tr("receipts")
+        : now.lastDocument == known.mark.lastDocument + 1
+        ? tr("document %1").arg(now.lastDocument)
         : tr("documents %1 to %2").arg(known.mark.lastDocument + 1).arg(now.lastDocument);
     return tr("the register has %1 of fiscal drive %2 that this journal does not know: look at its "
               "tape for sales of yours, then frctl journal accept")

@@ -16,10 +16,6 @@
         <translation>&quot;%1&quot;: нужно от 8 до 64 символов из A-Z a-z 0-9 . _ : -</translation>
     </message>
     <message>
-        <source>it must be a file that this user can write</source>
-        <translation>нужен файл, в который этот пользователь может писать</translation>
-    </message>
-    <message>
         <source>whoever sells must be able to write the file and its folder: be of the group %1 (usermod -aG %1 USER, then log in anew)</source>
         <translation>кто продаёт, тот должен иметь право писать в файл и его каталог: нужна группа %1 (usermod -aG %1 USER, затем войти заново)</translation>
     </message>
@@ -146,6 +142,74 @@
     <message>
         <source>document %1: </source>
         <translation>документ %1: </translation>
+    </message>
+    <message>
+        <source>%1 is no folder; move it away</source>
+        <translation>%1 — не каталог; уберите его</translation>
+    </message>
+    <message>
+        <source>it is on a file system that is mounted read-only</source>
+        <translation>он на файловой системе, смонтированной только для чтения</translation>
+    </message>
+    <message>
+        <source>the file is not for its group; its owner or root has to do: chgrp %1 %2; chmod 660 %2</source>
+        <translation>файл недоступен своей группе; его владельцу или root надо выполнить: chgrp %1 %2; chmod 660 %2</translation>
+    </message>
+    <message>
+        <source>this user must be able to write its folder, too: there are files beside it while it is in use</source>
+        <translation>этому пользователю нужно право записи и в его каталог: во время работы рядом лежат вспомогательные файлы</translation>
+    </message>
+    <message>
+        <source>it must be a file that this user can write, in a folder that this user can write</source>
+        <translation>нужен файл с правом записи для этого пользователя, в каталоге с правом записи для него же</translation>
+    </message>
+    <message>
+        <source>name one on a disk that has room</source>
+        <translation>укажите файл на диске, где есть место</translation>
+    </message>
+    <message>
+        <source>name one that this user can make</source>
+        <translation>укажите файл, который этот пользователь может создать</translation>
+    </message>
+    <message>
+        <source>former journal %1 cannot be taken over: %2; put a backup in its place, or move it away to go on without what it knows as sold</source>
+        <translation>прежний журнал %1 не удаётся перенести: %2; замените его резервной копией или уберите, если можно продолжать без его сведений о продажах</translation>
+    </message>
+    <message>
+        <source>former journal %1 cannot be looked at: %2; make it reachable (a disk that is not mounted, a folder without rights), it may know as sold what is to be sold</source>
+        <translation>прежний журнал %1 недоступен: %2; откройте к нему доступ (не смонтирован диск, нет прав на каталог): в нём могут быть сведения о сделанных продажах</translation>
+    </message>
+    <message>
+        <source>it is the database of another program</source>
+        <translation>это база данных другой программы</translation>
+    </message>
+    <message>
+        <source>name another file, or move this one away</source>
+        <translation>укажите другой файл или уберите этот</translation>
+    </message>
+    <message>
+        <source>it was written by a later release</source>
+        <translation>он записан более новой версией</translation>
+    </message>
+    <message>
+        <source>install that release again; an older copy in its place does not know what was sold since</source>
+        <translation>установите снова ту версию; более старая копия не знает о продажах, сделанных после неё</translation>
+    </message>
+    <message>
+        <source>the document %1 was begun on fiscal drive %2; the register tells no number of its drive</source>
+        <translation>документ %1 начат на фискальном накопителе %2; касса не сообщает номер своего</translation>
+    </message>
+    <message>
+        <source>the document %1 was begun on fiscal drive %2; at the line is %3</source>
+        <translation>документ %1 начат на фискальном накопителе %2; подключён %3</translation>
+    </message>
+    <message>
+        <source>document %1</source>
+        <translation>документ %1</translation>
+    </message>
+    <message>
+        <source>the copy %1 cannot be made: %2</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 </TS>

@@ -46,12 +46,13 @@ void makeFile(const QString& fileName)
 
 SqliteConnection::SqliteConnection(const QString& fileName, int patienceMs)
     : m_fileName(fileName)
+    , m_patienceMs(patienceMs)
     , m_connection(QUuid::createUuid().toString())
 {
     if (isFile(fileName))
         makeFile(fileName);
     try {
-        open(patienceMs);
+        open();
     } catch (const JournalError&) {
         // A constructor that throws has no destructor to close the file.
         close();
@@ -64,15 +65,13 @@ SqliteConnection::~SqliteConnection()
     close();
 }
 
-void SqliteConnection::open(int patienceMs)
+void SqliteConnection::open()
 {
     QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
     database.setDatabaseName(m_fileName);
-    database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(patienceMs));
+    database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(m_patienceMs));
     if (!database.open())
         throw journalFault(m_fileName, database.lastError());
-    if (isFile(m_fileName))
-        keepLogAhead(patienceMs);
     execute(QStringLiteral("PRAGMA synchronous = FULL"));
     // What is anonymised must not stay in pages that are free.
     execute(QStringLiteral("PRAGMA secure_delete = ON"));
@@ -87,8 +86,10 @@ void SqliteConnection::close()
     QSqlDatabase::removeDatabase(m_connection);
 }
 
-void SqliteConnection::keepLogAhead(int patienceMs)
+void SqliteConnection::keepLogAhead()
 {
+    if (!isFile(m_fileName))
+        return;
     // Only the first one ever has to change it, and SQLite does not wait for that by itself.
     constexpr unsigned long lookAgainMs = 10;
     QElapsedTimer timer;
@@ -97,11 +98,18 @@ void SqliteConnection::keepLogAhead(int patienceMs)
         try {
             value(QStringLiteral("PRAGMA journal_mode = WAL"));
         } catch (const JournalError&) {
-            if (timer.hasExpired(patienceMs))
+            if (timer.hasExpired(m_patienceMs))
                 throw;
             QThread::msleep(lookAgainMs);
         }
     }
+}
+
+JournalError SqliteConnection::fault(const QSqlError& error) const
+{
+    // What is read there is written here.
+    const bool isOfOther = !m_attached.isEmpty() && !isOfWriting(error);
+    return isOfOther ? formerJournalFault(m_attached, error) : journalFault(m_fileName, error);
 }
 
 QSqlQuery SqliteConnection::run(const QString& statement, const QVariantList& values) const
@@ -110,11 +118,11 @@ QSqlQuery SqliteConnection::run(const QString& statement, const QVariantList& va
     query.setForwardOnly(true);
     // What a preparation fails of is forgotten by an execution after it.
     if (!query.prepare(statement))
-        throw journalFault(m_fileName, query.lastError());
+        throw fault(query.lastError());
     for (const QVariant& value : values)
         query.addBindValue(value);
     if (!query.exec())
-        throw journalFault(m_fileName, query.lastError());
+        throw fault(query.lastError());
     return query;
 }
 
@@ -131,7 +139,7 @@ void SqliteConnection::select(const QString& statement, const QVariantList& valu
         onRow(query);
     // A page that is damaged ends the rows as their end does.
     if (query.lastError().isValid())
-        throw journalFault(m_fileName, query.lastError());
+        throw fault(query.lastError());
 }
 
 QVariant SqliteConnection::value(const QString& statement, const QVariantList& values) const
@@ -162,7 +170,8 @@ void SqliteConnection::attach(const QString& fileName, const QString& schema)
     query.prepare(QStringLiteral("ATTACH ? AS %1").arg(schema));
     query.addBindValue(fileName);
     if (!query.exec())
-        throw journalFault(fileName, query.lastError());
+        throw formerJournalFault(fileName, query.lastError());
+    m_attached = fileName;
     try {
         requireWhole(fileName, schema);
     } catch (const JournalError&) {
@@ -174,6 +183,18 @@ void SqliteConnection::attach(const QString& fileName, const QString& schema)
 void SqliteConnection::detach(const QString& schema)
 {
     execute(QStringLiteral("DETACH %1").arg(schema));
+    m_attached.clear();
+}
+
+void SqliteConnection::copyTo(const QString& fileName) const
+{
+    QSqlQuery query(QSqlDatabase::database(m_connection));
+    query.prepare(QStringLiteral("VACUUM INTO ?"));
+    query.addBindValue(fileName);
+    if (query.exec())
+        return;
+    throw isOfJournal(query.lastError()) ? journalFault(m_fileName, query.lastError())
+                                         : copyFault(fileName, query.lastError());
 }
 
 void SqliteConnection::requireWhole(const QString& fileName, const QString& schema)
@@ -181,9 +202,9 @@ void SqliteConnection::requireWhole(const QString& fileName, const QString& sche
     QSqlQuery query(QSqlDatabase::database(m_connection));
     query.setForwardOnly(true);
     if (!query.exec(QStringLiteral("PRAGMA %1.integrity_check(1)").arg(schema)) || !query.next())
-        throw journalFault(fileName, query.lastError());
+        throw formerJournalFault(fileName, query.lastError());
     if (query.value(0).toString() != QStringLiteral("ok"))
-        throw damagedJournal(fileName, query.value(0).toString().section(QLatin1Char('\n'), -1));
+        throw formerJournalFault(fileName, query.value(0).toString().section(QLatin1Char('\n'), -1));
 }
 
 } // namespace sale

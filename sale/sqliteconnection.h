@@ -1,10 +1,13 @@
 #pragma once
 
+#include "journalerror.h"
+
 #include <QString>
 #include <QVariant>
 
 #include <functional>
 
+class QSqlError;
 class QSqlQuery;
 
 namespace sale {
@@ -22,6 +25,8 @@ public:
     SqliteConnection& operator=(const SqliteConnection&) = delete;
 
     const QString& fileName() const { return m_fileName; }
+    /// From now on readers and writers do not wait for each other; the file is changed for that.
+    void keepLogAhead();
     /// Gives the number of rows that were written.
     int execute(const QString& statement, const QVariantList& values = {});
     /// Gives each row to the function.
@@ -35,18 +40,22 @@ public:
     /// told of that file.
     void attach(const QString& fileName, const QString& schema);
     void detach(const QString& schema);
+    /// Into an empty file.
+    void copyTo(const QString& fileName) const;
 
 private:
-    void open(int patienceMs);
+    void open();
     void close();
-    /// So that readers and writers do not wait for each other.
-    void keepLogAhead(int patienceMs);
+    JournalError fault(const QSqlError& error) const;
     QSqlQuery run(const QString& statement, const QVariantList& values) const;
     void requireWhole(const QString& fileName, const QString& schema);
 
     const QString m_fileName;
+    const int m_patienceMs;
     /// Name of the database connection.
     const QString m_connection;
+    /// The file that is beside it; empty without one.
+    QString m_attached;
 };
 
 } // namespace sale

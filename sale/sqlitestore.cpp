@@ -49,6 +49,7 @@ SqliteStore::SqliteStore(const QString& fileName, int patienceMs)
     : m_connection(fileName, patienceMs)
 {
     makeTables();
+    takeOverFrom(QStringLiteral("main"), QString::fromLatin1(""));
 }
 
 StoredDocument SqliteStore::accept(const DocumentRequest& request)

@@ -37,7 +37,12 @@ public:
     int anonymise(const QDateTime& before);
 
 private:
+    bool hasTable(const QString& schema, const char* table) const;
+    /// False for a file that has no tables of this format yet. Throws JournalError for one of another program
+    /// or of a later release.
+    bool isReady() const;
     void makeTables();
+    bool isTakenOver(const QString& name) const;
     void takeOverFrom(const QString& schema, const QString& name);
     void insert(const DocumentRequest& request);
     void renew(const StoredDocument& known, const DocumentRequest& request);

@@ -19,9 +19,9 @@ void SqliteStore::backUp(const QString& fileName)
     const int file
         = ::open(QFile::encodeName(fileName).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
     if (file < 0)
-        throw journalFault(fileName, errno);
+        throw copyFault(fileName, errno);
     try {
-        m_connection.execute(QStringLiteral("VACUUM INTO ?"), {fileName});
+        m_connection.copyTo(fileName);
     } catch (const JournalError&) {
         ::close(file);
         QFile::remove(fileName);
@@ -30,7 +30,7 @@ void SqliteStore::backUp(const QString& fileName)
     const int error = ::fsync(file) == 0 ? 0 : errno;
     ::close(file);
     if (error != 0)
-        throw journalFault(fileName, error);
+        throw copyFault(fileName, error);
 }
 
 QStringList SqliteStore::damages() const

@@ -1,9 +1,10 @@
 #include "sqlitestore.h"
 
-#include "journalerror.h"
+#include "journalfault.h"
+#include "placeonfile.h"
 #include "storedtime.h"
 
-#include <QFile>
+#include <QSqlQuery>
 
 namespace sale {
 
@@ -11,6 +12,8 @@ namespace {
 
 // A release that adds columns raises it; nothing is ever taken away.
 constexpr int schemaVersion = 1;
+// "frJL": tells the file from those of other programs.
+constexpr int applicationId = 0x66724A4C;
 
 constexpr const char* schemaStatements[] = {
     // One row an id, for ever.
@@ -74,56 +77,94 @@ constexpr const char* takeGoods
 
 } // namespace
 
+bool SqliteStore::hasTable(const QString& schema, const char* table) const
+{
+    return m_connection
+        .value(QStringLiteral("SELECT 1 FROM %1.sqlite_master WHERE type = 'table' AND name = ?").arg(schema),
+            {QString::fromLatin1(table)})
+        .isValid();
+}
+
+bool SqliteStore::isReady() const
+{
+    constexpr int formerColumns = 7;
+    int version = 0;
+    bool isEmpty = false;
+    bool isFormer = false;
+    bool isOurs = false;
+    // At one moment: another program may be making them.
+    m_connection.select(
+        QStringLiteral(
+            "SELECT (SELECT user_version FROM pragma_user_version), "
+            "(SELECT application_id FROM pragma_application_id), count(*), "
+            "(SELECT count(*) FROM pragma_table_info('sales') WHERE name IN ('id', 'receipt', "
+            "'outcome', 'document', 'drive', 'document_before', 'changed')), sum(name = 'takeovers') FROM sqlite_master"),
+        {}, [&](const QSqlQuery& row) {
+            version = row.value(0).toInt();
+            const int id = row.value(1).toInt();
+            isEmpty = id == 0 && row.value(2).toInt() == 0;
+            isFormer = id == 0 && row.value(3).toInt() == formerColumns;
+            // The first ones of this format had none.
+            isOurs = id == applicationId || (id == 0 && row.value(4).toInt() > 0);
+        });
+    if (version == 0 && (isEmpty || isFormer))
+        return false;
+    if (version < 1 || !isOurs)
+        throw foreignJournal(fileName());
+    if (version > schemaVersion)
+        throw laterJournal(fileName());
+    return true;
+}
+
 void SqliteStore::makeTables()
 {
+    // Whoever only reads need not wait for those who write, and what is another program's stays as it is.
+    const bool isMade = isReady();
+    m_connection.keepLogAhead();
+    if (isMade)
+        return;
     m_connection.together([this] {
-        const int version = m_connection.value(QStringLiteral("PRAGMA user_version")).toInt();
-        if (version > schemaVersion)
-            throw JournalError(
-                QStringLiteral("journal %1: it was written by a later release").arg(fileName()));
-        if (version == schemaVersion)
+        if (isReady())
             return;
         for (const char* const statement : schemaStatements)
             m_connection.execute(QString::fromLatin1(statement));
+        m_connection.execute(QStringLiteral("PRAGMA application_id = %1").arg(applicationId));
         m_connection.execute(QStringLiteral("PRAGMA user_version = %1").arg(schemaVersion));
     });
-    takeOverFrom(QStringLiteral("main"), QString::fromLatin1(""));
+}
+
+bool SqliteStore::isTakenOver(const QString& name) const
+{
+    return m_connection.value(QStringLiteral("SELECT 1 FROM takeovers WHERE file = ?"), {name}).isValid();
 }
 
 void SqliteStore::takeOver(const QString& formerFile)
 {
-    if (!QFile::exists(formerFile) || formerFile == fileName())
+    if (formerFile == fileName() || isTakenOver(formerFile))
         return;
-    const QString known = QStringLiteral("SELECT 1 FROM takeovers WHERE file = ?");
-    if (m_connection.value(known, {formerFile}).isValid())
+    const std::optional<int> found = lookAt(formerFile);
+    if (!found)
         return;
+    if (*found != 0)
+        throw formerJournalFault(formerFile, *found);
     const QString schema = QStringLiteral("former");
     m_connection.attach(formerFile, schema);
     try {
         takeOverFrom(schema, formerFile);
-    } catch (const JournalError& error) {
+    } catch (const JournalError&) {
         m_connection.detach(schema);
-        throw JournalError(QStringLiteral("former journal %1 cannot be taken over, move it away to go on "
-                                          "without: %2")
-                               .arg(formerFile, QString::fromUtf8(error.what())));
+        throw;
     }
     m_connection.detach(schema);
 }
 
 void SqliteStore::takeOverFrom(const QString& schema, const QString& name)
 {
-    const auto hasTable = [&](const char* table) {
-        return m_connection
-            .value(QStringLiteral("SELECT 1 FROM %1.sqlite_master WHERE type = 'table' AND name = ?")
-                       .arg(schema),
-                {QString::fromLatin1(table)})
-            .isValid();
-    };
     const auto take = [&](std::initializer_list<const char*> statements) {
         for (const char* const statement : statements)
             m_connection.execute(QString::fromLatin1(statement).arg(schema));
     };
-    if (!hasTable("sales"))
+    if (!hasTable(schema, "sales") || isTakenOver(name))
         return;
     m_connection.together([&] {
         const int isNew = m_connection.execute(
@@ -132,7 +173,7 @@ void SqliteStore::takeOverFrom(const QString& schema, const QString& name)
             return;
         take({takeIds, takeAttempts});
         // Earlier ones still had none.
-        if (hasTable("marks"))
+        if (hasTable(schema, "marks"))
             take({takeNamelessSales, takeReturns, takeGoods});
     });
 }

@@ -55,8 +55,10 @@ TEST_P(Device, SilenceIsToldOnceBeforeTheFirstAnswerAndOnceBehindIt)
     device.waitForReadyRead(1);
     EXPECT_EQ(told, 0);
     ask();
+    EXPECT_EQ(device.repeats(), 0U);
     ask();
     EXPECT_EQ(told, 1);
+    EXPECT_EQ(device.repeats(), 1U);
     line.send("answer");
     ASSERT_TRUE(device.waitForReadyRead(1000));
     device.read(10);

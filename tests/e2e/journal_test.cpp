@@ -79,6 +79,10 @@ TEST_P(MachineJournal, HasEachDocumentAndShowsIt)
     EXPECT_EQ(alone("journal anonymise --before 2200-01-01").value("anonymised"), 5);
     EXPECT_EQ(alone("--id till-1:42 sell " + sale).value("replayed"), true);
     alone("journal list --state done", 2);
+    for (const char* const misplaced : {"list --before 2020-01-01", "show till-1:42 --state issued",
+             "backup copy --since 2020-01-01", "settle --note seen", "list --force"})
+        alone(QStringLiteral("journal ") + misplaced, 2);
+    alone("journal show till-1:43", 1);
     alone("journal resolve till-1:42 not-issued --note seen", 1);
     alone("journal resolve till-1:42 not-issued --document 3 --note seen", 2);
 }
@@ -140,6 +144,9 @@ TEST_P(MachineJournal, DamageStopsDocumentsAndNothingElse)
             << error.toStdString();
     }
     onRegister("sell " + sale, 1);
+    // What an earlier run has made of an id nobody can say.
+    EXPECT_EQ(onRegister("--id till-1:43 sell " + sale, 5).value("state"), "unknown");
+    EXPECT_TRUE(onRegister("journal check", 1).value("warnings").toArray().isEmpty()) << "it is told once";
     EXPECT_EQ(emulator.sales().size(), 1);
     EXPECT_EQ(emulator.journal().size(), 2);
 }

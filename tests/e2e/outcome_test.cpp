@@ -172,6 +172,25 @@ TEST_F(Outcome, KilledAfterTheRegisterActed)
     EXPECT_EQ(emulator.sales().size(), 1);
 }
 
+TEST_F(Outcome, ItsOwnDriveAloneTellsWhatHasBecomeOfIt)
+{
+    const Emulator emulator(faultAtClose("lost"));
+    kill(emulator, [&emulator](const QByteArray&) { return !emulator.sales().isEmpty(); });
+    const Emulator other({"--drive", "9999000000000020"});
+    const auto settle = [this](const QString& port, const QStringList& more = {}) {
+        return runFrctl(QStringList{"--plugin", SPF_PLUGIN, "--protocol", "HEX", "--port", port, "--json",
+                            "--journal", folder.filePath("sales.sqlite"), "journal", "settle", "till-1:42"}
+            + more);
+    };
+    const Result elsewhere = settle(other.port());
+    EXPECT_EQ(elsewhere.status, 5) << elsewhere.errors.constData();
+    EXPECT_EQ(QJsonDocument::fromJson(elsewhere.output)["error"]["kind"], "wrongRegister");
+    EXPECT_EQ(sell(other, 5, "running").value("error")["kind"], "wrongRegister");
+    EXPECT_EQ(settle(emulator.port()).status, 0);
+    EXPECT_EQ(settle(other.port()).status, 0) << "it is shown as it is";
+    EXPECT_EQ(sell(other, 0, "issued").value("replayed"), true);
+}
+
 TEST_F(Outcome, KilledBeforeTheRegisterActed)
 {
     const Emulator emulator(faultAtClose("silence"));

@@ -75,13 +75,15 @@ TEST_F(Check, TellsOfEachFileWhatItIs)
     };
     for (const auto& [name, content, lines] : rows) {
         const Output output = check({file(name, content)});
-        EXPECT_EQ(joined(output.lines.first(output.lines.size() - 1)), joined(lines));
+        EXPECT_EQ(joined(output.lines.filter(": error: ")), joined(lines));
         EXPECT_EQ(output.status, lines.isEmpty() ? ExitSuccess : ExitUsage) << name;
     }
     const QString good = file("sale.json", sale);
     const Output output = check({"missing.json", good, "/", good, "/dev/zero"});
-    EXPECT_EQ(output.lines.constLast(), "5 receipts checked: 3 with errors, 0 with warnings");
-    EXPECT_EQ(output.json.value("refused"), 3);
+    EXPECT_EQ(joined(output.lines.last(2)),
+        "2 receipts checked: 0 with errors, 0 with warnings\nfiles that have no receipt: 3");
+    EXPECT_EQ(output.json.value("unusable"), 3);
+    EXPECT_EQ(output.status, ExitUsage);
 }
 
 TEST_F(Check, NamesTheProtocolThatAFindingBelongsTo)
@@ -103,7 +105,8 @@ TEST_F(Check, NamesTheProtocolThatAFindingBelongsTo)
 
 TEST_F(Check, SaysItToMachines)
 {
-    const QString name = file("sale.json", R"({"type": "sell", "clientInfo": {"name": "ООО"}, "items": [
+    const QString name = file(
+        "sale.json", R"({"type": "sell", "taxationType": "osn", "clientInfo": {"name": "ООО"}, "items": [
         {"name": "Чай", "price": 1, "quantity": 1, "amount": 1, "tax": {"type": "none"}}],
         "payments": [{"type": 0, "sum": 1}]})");
     const auto receiptOf = [this](const QStringList& arguments) {
@@ -118,6 +121,8 @@ TEST_F(Check, SaysItToMachines)
             {"text", "is not carried over HEX; it must be dropped to issue the receipt without it"}}));
     EXPECT_EQ(receipt.value("warnings").toArray().size(), 2);
     EXPECT_EQ(receiptOf({name, "--cashier", "Иванова"}).value("warnings").toArray().size(), 1);
+    const QString plain = file("plain.json", contentOf(name).replace(R"("taxationType": "osn", )", ""));
+    EXPECT_EQ(receiptOf({plain}).value("warnings").toArray().last()["path"], "taxationType");
     // The receipt opens the shift, where HEX has 48 characters of the name.
     EXPECT_EQ(receiptOf({name, "--cashier", QString(49, u'И')}).value("warnings").toArray().size(), 2);
     const QStringList dropped{name, "--protocol", "HEX", "--drop", "clientInfo.name", "--cashier", "Иванова"};

@@ -100,6 +100,18 @@ TEST(CheckedReceipt, SaysWhatAProtocolDoesNotCarry)
             {}, "E items[1].barcode: \"46000000001\" must be 12 or 13 digits in a barcode of type EAN13"},
         {hex, receiptText("", tea, R"(,{"type": "barcode", "barcode": "4600002", "barcodeType": "EAN8"})"),
             {}, ""},
+        {hex, receiptText("", tea, R"(,{"type": "barcode", "barcode": "46000026", "barcodeType": "EAN8"})"),
+            {}, ""},
+        {hex, receiptText("", tea, R"(,{"type": "barcode", "barcode": "46000025", "barcodeType": "EAN8"})"),
+            {}, "W items[1].barcode: \"46000025\" has a wrong check digit; the right one is 6"},
+        {xml,
+            receiptText(
+                "", tea, R"(,{"type": "barcode", "barcode": "4600000000017", "barcodeType": "EAN13"})"),
+            {}, "W items[1].barcode: \"4600000000017\" has a wrong check digit; the right one is 5"},
+        {hex,
+            receiptText(
+                "", tea, R"(,{"type": "barcode", "barcode": "036000291453", "barcodeType": "UPC_A"})"),
+            {}, "W items[1].barcode: \"036000291453\" has a wrong check digit; the right one is 2"},
         {hex, receiptText("", tea, R"(,{"type": "barcode", "barcode": "12A", "barcodeType": "ITF"})"), {},
             "E items[1].barcode: \"12A\" must be digits in a barcode of type ITF"},
         {hex, receiptText("", tea, R"(,{"type": "barcode", "barcode": "Чай", "barcodeType": "CODE128"})"), {},
@@ -261,6 +273,18 @@ TEST(CheckedReceipt, TellsAllThatIsMalformed)
             "items[3].amount", "items[3].agentInfo.agents[0]", "items[3].agentInfo.payingAgent.phones",
             "payments", "paymentsPlace", "items[4].barcode", "items[3].supplierInfo.vatin",
             "items[3].markingCode", "items[3].quantity"}));
+}
+
+TEST(CheckedReceipt, KeyThatStandsTwiceHidesNothing)
+{
+    try {
+        checkedReceipt(R"({"type": "sell", "type": "sell", "items": 7, "payments": 7})", {});
+        FAIL();
+    } catch (const ReceiptError& error) {
+        EXPECT_STREQ(error.what(),
+            "type: stands there twice; items: must be an array (given: 7); "
+            "payments: must be an array (given: 7)");
+    }
 }
 
 TEST(FieldTable, HasTheLimitsThatTheParserAndTheDriversKeep)

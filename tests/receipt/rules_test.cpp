@@ -94,6 +94,19 @@ TEST(Rules, PeopleAndAgents)
     expectSaid({longName.head, longName.item, {}});
 }
 
+TEST(Rules, PositionsAreNotTooMany)
+{
+    QJsonObject receipt = receiptWith(R"({"payments": [{"type": "cash", "sum": 200000}]})", "{}");
+    QJsonArray items = receipt.value("items").toArray();
+    while (items.size() < 1000)
+        items.append(items.at(0));
+    receipt.insert("items", items);
+    EXPECT_EQ(said(receipt), "");
+    items.append(items.at(0));
+    receipt.insert("items", items);
+    EXPECT_EQ(said(receipt).rfind("W items: has 1001 positions", 0), 0U) << said(receipt);
+}
+
 TEST(Rules, RatesOfTheDay)
 {
     const QDate today(2026, 1, 1);

@@ -1,6 +1,7 @@
 // What a host program makes its documents with.
 
 #include "cashdesk.h"
+#include "documentissuer.h"
 #include "identifiedsale.h"
 #include "recordingdriver.h"
 #include "sqlitestore.h"
@@ -54,6 +55,17 @@ TEST_F(Desk, ReachesTheRegisterAnewAfterAFailureAlone)
     driver.refused.clear();
     EXPECT_TRUE(one.issue({}, json).isIssued());
     EXPECT_EQ(told().substr(0, 12), "connect init");
+}
+
+TEST_F(Desk, WhatLeavesNoTraceMayBePrintedTwice)
+{
+    quint64 repeats = 3;
+    RegisterLine line;
+    line.repeats = [&repeats] { return repeats; };
+    for (const quint64 more : {0U, 2U}) {
+        const DocumentSteps steps{.close = [&repeats, more] { repeats += more; }};
+        EXPECT_EQ(issueTraceless(driver, steps, {line, {}, nullptr}).isSentAgain, more > 0);
+    }
 }
 
 TEST_F(Desk, AnotherRegisterThanTheOneExpectedGetsNothing)
