@@ -37,7 +37,7 @@ constexpr qsizetype anyNumber = std::numeric_limits<qsizetype>::max();
 constexpr const char* receiptOptions = "id drop split marks";
 
 constexpr Command commandTable[] = {
-    {"help", "[COMMAND]", QT_TR_NOOP("Show this help, or that of a command."), 0, 1, Command::Alone,
+    {"help", "[COMMAND]", QT_TR_NOOP("Show this help, or that of a command."), 0, 2, Command::Alone,
         prepareHelp, "help sell"},
     {"info", "", QT_TR_NOOP("What the plugin says of itself; needs no register."), 0, 0, Command::Alone,
         prepareInfo, "info", "plugin"},
@@ -126,7 +126,8 @@ constexpr Command commandTable[] = {
     {"trace", "show|diff|replay|pcapng|dissector [FILE...]",
         QT_TR_NOOP(
             "Show what --trace has written, tell how two traces differ, play one (--as), or take it to Wireshark."),
-        1, 3, Command::Alone, prepareTrace, "trace show sale.trace", "as password"},
+        1, 3, Command::Alone, prepareTrace, "trace show sale.trace",
+        "as password force port register config protocol expect-serial expect-inn"},
     {"mark", "CODE", QT_TR_NOOP("Check the marking code of one piece to be sold."), 1, 1, Command::AtRegister,
         prepareMark, "mark 0104600000000015215!Ab1cD"},
 };

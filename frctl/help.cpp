@@ -1,7 +1,9 @@
 #include "help.h"
 
+#include "errors.h"
 #include "frctltr.h"
 #include "optiontable.h"
+#include "tracecommands.h"
 
 namespace frctl {
 
@@ -93,12 +95,33 @@ QString overview()
             "\nOptions stand anywhere. frctl help COMMAND tells the options of that command and an example.");
 }
 
+/// What a command's first argument may be, where its help has more to tell of them than their names.
+QString actionsOf(const Command& command)
+{
+    if (command.prepare != prepareTrace)
+        return {};
+    QString text;
+    for (const auto& [usage, help] : traceActions())
+        text += helpEntry(usage, help);
+    return QLatin1Char('\n') + text;
+}
+
+/// "help trace show" is the help of trace.
+void requireAction(const QString& command, const QString& action)
+{
+    const QStringList known = QString::fromLatin1(requireCommand(command).arguments)
+                                  .section(QLatin1Char(' '), 0, 0)
+                                  .split(QLatin1Char('|'));
+    if (!action.isEmpty() && !known.contains(action))
+        throw UsageError(tr("no command \"%1\"%2").arg(command + QLatin1Char(' ') + action, QString()));
+}
+
 QString helpPage(const Command& command)
 {
     const QString line
         = command.kind == Command::Alone ? QString() : QStringLiteral("--port /dev/ttyUSB0 --protocol HEX ");
-    return usageLine(signature(command)) + QStringLiteral("\n%1\n").arg(tr(command.help)) + optionsOf(command)
-        + exitStatuses(command.kind)
+    return usageLine(signature(command)) + QStringLiteral("\n%1\n").arg(tr(command.help)) + actionsOf(command)
+        + optionsOf(command) + exitStatuses(command.kind)
         + tr("\nExample:\n  frctl %1%2").arg(line, QString::fromUtf8(command.example));
 }
 
@@ -116,7 +139,10 @@ QString helpText(const QString& command)
 
 Task prepareHelp(const Options& options)
 {
-    const QString text = helpText(options.arguments.value(0));
+    const QString command = options.arguments.value(0);
+    if (options.arguments.size() > 1)
+        requireAction(command, options.arguments.at(1));
+    const QString text = helpText(command);
     Task task;
     task.alone = [text] {
         Output output;
