@@ -63,8 +63,24 @@ constexpr Subcommand journalVerbs[] = {
         QT_TR_NOOP("The drive has documents that are not in the journal, and that is as it should be.")},
 };
 
+constexpr Subcommand traceVerbs[] = {
+    {"trace show FILE", QT_TR_NOOP("The frames in words.")},
+    {"trace diff FILE FILE",
+        QT_TR_NOOP("How the second differs from the first; exit status 1 when it does.")},
+    {"trace replay FILE --as register PORT",
+        QT_TR_NOOP(
+            "Play its register to any host. PORT is the link of a pty, which is made, or tcp:host:port to listen "
+            "on. Exit status 1 when something was refused or did not come.")},
+    {"trace replay FILE --as host [PORT]",
+        QT_TR_NOOP(
+            "Play its host to a register and compare the answers; exit status 1 when they differ. What does more "
+            "than ask is done once more: on a test drive alone, unless --force.")},
+    {"trace pcapng FILE OUT", QT_TR_NOOP("Write it as a capture file for Wireshark.")},
+    {"trace dissector", QT_TR_NOOP("Print the script with which Wireshark reads that file.")},
+};
+
 constexpr Command commandTable[] = {
-    {"help", "[COMMAND]", QT_TR_NOOP("Show this help, or that of a command."), 0, 1, Command::Alone,
+    {"help", "[COMMAND]", QT_TR_NOOP("Show this help, or that of a command."), 0, 2, Command::Alone,
         prepareHelp, "help sell"},
     {"info", "", QT_TR_NOOP("What the plugin says of itself; needs no register."), 0, 0, Command::Alone,
         prepareInfo, "info", "plugin"},
@@ -153,11 +169,13 @@ constexpr Command commandTable[] = {
         Command::Alone, prepareSchema, "schema receipt"},
     {"journal", "list|show|settle|resolve|export|backup|anonymise|check|accept",
         QT_TR_NOOP("What this machine's journal knows of its documents."), 1, 3, Command::AtRegister,
-        prepareJournal, "journal list --state unknown", "state since before document note force", journalVerbs},
+        prepareJournal, "journal list --state unknown", "state since before document note force",
+        journalVerbs},
     {"trace", "show|diff|replay|pcapng|dissector [FILE...]",
         QT_TR_NOOP(
             "Show what --trace has written, tell how two traces differ, play one (--as), or take it to Wireshark."),
-        1, 3, Command::Alone, prepareTrace, "trace show sale.trace", "as password", {},
+        1, 3, Command::Alone, prepareTrace, "trace show sale.trace",
+        "as password force port register config protocol expect-serial expect-inn", traceVerbs,
         QT_TR_NOOP(
             "failed; diff: they differ; replay: something was refused or did not come; the output was lost"),
         nullptr, true},

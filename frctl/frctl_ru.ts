@@ -1024,10 +1024,6 @@ Example:
         <translation>Дописывать в FILE всё, что идёт по линии, по строке на кадр; - для стандартного потока ошибок.</translation>
     </message>
     <message>
-        <source>Names, addresses and passwords stand in the trace.</source>
-        <translation>Имена, адреса и пароли остаются в трассе.</translation>
-    </message>
-    <message>
         <source>For replay: whose side is played.</source>
         <translation>Для replay: чья сторона проигрывается.</translation>
     </message>
@@ -1738,12 +1734,76 @@ Each is asked for 4 seconds a protocol at most, one after the other, and none th
         <translation>journal %1: параметр --%2 здесь неприменим</translation>
     </message>
     <message>
-        <source>Also what does harm: params set 31, time set far off, journal settle without the drive; see the manual page.</source>
-        <translation>Разрешить и опасное: params set 31, сильный перевод часов, journal settle без накопителя; см. справочную страницу.</translation>
-    </message>
-    <message>
         <source>the register was silent, and the request was sent again: it may have printed more than once</source>
         <translation>касса не отвечала, и запрос отправлен повторно: документ мог напечататься не один раз</translation>
+    </message>
+    <message>
+        <source>port %1: no answer to the question which register it is</source>
+        <translation>порт %1: нет ответа на вопрос, какая это ККТ</translation>
+    </message>
+    <message>
+        <source>, with stand-ins for names and texts</source>
+        <translation>, с подстановками вместо имён и текстов</translation>
+    </message>
+    <message>
+        <source>the trace does more than ask (%1), and the fiscal drive, %2, is none for tests: it would be done once more%3. --force plays it all the same</source>
+        <translation>в трассе не только запросы состояния (%1), а ФН %2 — не тестовый: всё это будет выполнено ещё раз%3. С --force трасса проигрывается и так</translation>
+    </message>
+    <message>
+        <source>not told</source>
+        <translation>не сообщён</translation>
+    </message>
+    <message>
+        <source>what the trace made stands in no journal: where one knows this register, the next document on it waits for frctl journal accept</source>
+        <translation>того, что сделала трасса, нет ни в одном журнале: если журнал знает эту ККТ, следующий документ на ней ждёт frctl journal accept</translation>
+    </message>
+    <message>
+        <source>Names, texts and passwords stand in the trace.</source>
+        <translation>Имена, тексты и пароли остаются в трассе.</translation>
+    </message>
+    <message>
+        <source>a masked part and a full one: names and passwords stand in it</source>
+        <translation>часть трассы с подстановками, часть полная: в ней есть имена и пароли</translation>
+    </message>
+    <message>
+        <source>trace replay: no port</source>
+        <translation>trace replay: не указан порт</translation>
+    </message>
+    <message>
+        <source>trace replay: the register speaks %1, and the trace is of the other protocol</source>
+        <translation>trace replay: протокол ККТ — %1, а трасса снята по другому протоколу</translation>
+    </message>
+    <message>
+        <source>The frames in words.</source>
+        <translation>Кадры словами.</translation>
+    </message>
+    <message>
+        <source>How the second differs from the first; exit status 1 when it does.</source>
+        <translation>Чем вторая отличается от первой; код возврата 1, если отличается.</translation>
+    </message>
+    <message>
+        <source>Play its register to any host. PORT is the link of a pty, which is made, or tcp:host:port to listen on. Exit status 1 when something was refused or did not come.</source>
+        <translation>Сыграть её ККТ для любой хост-программы. PORT — ссылка на pty, которая создаётся, или tcp:host:port, где ждать соединения. Код возврата 1, если что-то отклонено или не пришло.</translation>
+    </message>
+    <message>
+        <source>Play its host to a register and compare the answers; exit status 1 when they differ. What does more than ask is done once more: on a test drive alone, unless --force.</source>
+        <translation>Сыграть её хост-программу для ККТ и сравнить ответы; код возврата 1, если они другие. Всё, кроме запросов состояния, выполняется ещё раз: без --force — только на тестовом ФН.</translation>
+    </message>
+    <message>
+        <source>Write it as a capture file for Wireshark.</source>
+        <translation>Записать её файлом захвата для Wireshark.</translation>
+    </message>
+    <message>
+        <source>Print the script with which Wireshark reads that file.</source>
+        <translation>Вывести скрипт, с которым Wireshark читает этот файл.</translation>
+    </message>
+    <message>
+        <source>%1 requests refused</source>
+        <translation>отклонено запросов: %1</translation>
+    </message>
+    <message>
+        <source>Also what does harm: params set 31, time set far off, journal settle without the drive, trace replay; see the manual page.</source>
+        <translation>Разрешить и опасное: params set 31, сильный перевод часов, journal settle без накопителя, trace replay; см. справочную страницу.</translation>
     </message>
 </context>
 </TS>

@@ -1,5 +1,6 @@
 #include "help.h"
 
+#include "errors.h"
 #include "frctltr.h"
 #include "optiontable.h"
 
@@ -131,6 +132,16 @@ QString overview()
             "\nOptions stand anywhere. frctl help COMMAND tells the options of that command and an example.");
 }
 
+/// "help trace show" is the help of trace.
+void requireAction(const QString& command, const QString& action)
+{
+    const QStringList known = QString::fromLatin1(requireCommand(command).arguments)
+                                  .section(QLatin1Char(' '), 0, 0)
+                                  .split(QLatin1Char('|'));
+    if (!action.isEmpty() && !known.contains(action))
+        throw UsageError(tr("no command \"%1\"%2").arg(command + QLatin1Char(' ') + action, QString()));
+}
+
 QString helpPage(const Command& command)
 {
     const QString line
@@ -154,7 +165,10 @@ QString helpText(const QString& command)
 
 Task prepareHelp(const Options& options)
 {
-    const QString text = helpText(options.arguments.value(0));
+    const QString command = options.arguments.value(0);
+    if (options.arguments.size() > 1)
+        requireAction(command, options.arguments.at(1));
+    const QString text = helpText(command);
     Task task;
     task.alone = [text] {
         Output output;

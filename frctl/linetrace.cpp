@@ -1,5 +1,6 @@
 #include "linetrace.h"
 
+#include "command.h"
 #include "errors.h"
 #include "frctltr.h"
 #include "options.h"
@@ -11,14 +12,17 @@ namespace frctl {
 
 namespace {
 
-/// What the trace begins with: values that tell of people stay out of it.
+/// What the trace begins with. Of the arguments it has only the words of the command itself: files are named
+/// for customers, and settings are written with their values.
 QString workOf(const Options& options)
 {
     QStringList words{QStringLiteral("frctl"), QCoreApplication::applicationVersion(),
         QStringLiteral("--protocol"), options.protocol, options.command};
-    // Settings are written with their values, the password of the line among them.
-    const bool isWriting = options.arguments.value(0) == QStringLiteral("set");
-    words += isWriting ? options.arguments.mid(0, 1) : options.arguments;
+    const Command* const command = findCommand(options.command);
+    const QString action = options.arguments.value(0);
+    const QString arguments = QLatin1String(command == nullptr ? "" : command->arguments);
+    if (arguments.section(QLatin1Char(' '), 0, 0).split(QLatin1Char('|')).contains(action))
+        words.append(action);
     return words.join(QLatin1Char(' '));
 }
 
@@ -28,7 +32,7 @@ LineTrace::LineTrace(const Options& options)
     : m_recorder([this](const QByteArray& line) { write(line); }, !options.isTraceFull)
     , m_isStandardError(options.traceFile == QStringLiteral("-"))
 {
-    if (const QString reason = m_file.open(options.traceFile); !reason.isEmpty())
+    if (const QString reason = m_file.open(options.traceFile, !options.isTraceFull); !reason.isEmpty())
         throw UsageError(QStringLiteral("--trace: %1: %2").arg(options.traceFile, reason));
     m_file.setLossListener([name = options.traceFile, warnings = options.warnings](const QString& reason) {
         warnings->add(

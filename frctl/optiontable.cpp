@@ -266,8 +266,8 @@ constexpr OptionRow optionTable[] = {
         OptionRow::Own, takeMarkPolicy, "marks"},
     {"force", nullptr,
         QT_TR_NOOP(
-            "Also what does harm: params set 31, time set far off, journal settle without the drive; see the "
-            "manual page."),
+            "Also what does harm: params set 31, time set far off, journal settle without the drive, trace "
+            "replay; see the manual page."),
         OptionRow::Own, switchOn<&Options::force>},
     {"all", nullptr, QT_TR_NOOP("Every serial port is asked; bytes may do harm to what is no register."),
         OptionRow::Own, switchOn<&Options::isAll>},
@@ -278,7 +278,7 @@ constexpr OptionRow optionTable[] = {
         OptionRow::Common, takeLogLevel},
     {"trace", "FILE", QT_TR_NOOP("Add what goes over the line to FILE, a line a frame; - is standard error."),
         OptionRow::Line, takeFile<&Options::traceFile>},
-    {"trace-full", nullptr, QT_TR_NOOP("Names, addresses and passwords stand in the trace."), OptionRow::Line,
+    {"trace-full", nullptr, QT_TR_NOOP("Names, texts and passwords stand in the trace."), OptionRow::Line,
         switchOn<&Options::isTraceFull>},
     {"as", "register|host", QT_TR_NOOP("For replay: whose side is played."), OptionRow::Own,
         takeText<&Options::replaySide>},

@@ -2,11 +2,13 @@
 
 #include "errors.h"
 #include "frctltr.h"
+#include "hostreplay.h"
 #include "inputfile.h"
 #include "outputfile.h"
 #include "trace/comparison.h"
 #include "trace/dissector.h"
 #include "trace/pcapng.h"
+#include "trace/script.h"
 #include "trace/tracereader.h"
 #include "tracereplay.h"
 #include "traceview.h"
@@ -26,6 +28,9 @@ trace::Trace traceOf(const QString& fileName, const Options& options)
         if (trace.isCut)
             options.warnings->add({{receipt::Finding::Warning, fileName, {},
                 tr("a line broke off, as when the program was killed; it is left out")}});
+        if (trace.isMixed)
+            options.warnings->add({{receipt::Finding::Warning, fileName, {},
+                tr("a masked part and a full one: names and passwords stand in it")}});
         return trace;
     } catch (const trace::TraceError& error) {
         throw UsageError(QStringLiteral("%1: %2").arg(fileName, QString::fromUtf8(error.what())));
@@ -79,15 +84,33 @@ Task prepareDiff(const Options& options)
     return alone([first, second] { return compare(first, second); });
 }
 
+/// The register that is played makes its port: that of a true one must be named by mistake nowhere.
+QString replayPort(const Options& options, bool isHost)
+{
+    const QString port = options.arguments.value(2, isHost ? options.port : QString());
+    if (port.isEmpty())
+        throw UsageError(tr("trace replay: no port"));
+    return port;
+}
+
+void requireProtocol(const trace::Trace& trace, const Options& options)
+{
+    if (options.isGiven("protocol") && trace::isHex(trace) != options.isHex())
+        throw UsageError(tr("trace replay: the register speaks %1, and the trace is of the other protocol")
+                             .arg(options.protocol));
+}
+
 Task prepareReplay(const Options& options)
 {
     const trace::Trace trace = traceOf(options.arguments.at(1), options);
-    const QString port = options.arguments.at(2);
-    if (options.replaySide == QStringLiteral("register"))
+    const bool isHost = options.replaySide == QStringLiteral("host");
+    if (!isHost && options.replaySide != QStringLiteral("register"))
+        throw UsageError(tr("trace replay: --as is register or host"));
+    const QString port = replayPort(options, isHost);
+    if (!isHost)
         return alone([trace, port] { return playRegister(trace, port); });
-    if (options.replaySide == QStringLiteral("host"))
-        return alone([trace, port, options] { return playHost(trace, port, options); });
-    throw UsageError(tr("trace replay: --as is register or host"));
+    requireProtocol(trace, options);
+    return alone([trace, port, options] { return playHost(trace, port, options); });
 }
 
 Task preparePcapng(const Options& options)
@@ -105,19 +128,21 @@ Task prepareDissector(const Options& /*options*/)
 struct Action
 {
     const char* name;
-    qsizetype argumentCount;
+    qsizetype leastArguments;
+    qsizetype mostArguments;
     /// What stands behind the name.
     const char* usage;
     Task (*prepare)(const Options& options);
 };
 
-constexpr Action actions[] = {
-    {"show", 1, "FILE", prepareShow},
-    {"diff", 2, "FILE FILE", prepareDiff},
-    {"replay", 2, "FILE --as register|host PORT", prepareReplay},
-    {"pcapng", 2, "FILE OUT", preparePcapng},
-    {"dissector", 0, "", prepareDissector},
-};
+constexpr Action actions[] = {{"show", 1, 1, "FILE", prepareShow}, {"diff", 2, 2, "FILE FILE", prepareDiff},
+    {"replay", 1, 2, "FILE --as register PORT|--as host [PORT]", prepareReplay},
+    {"pcapng", 2, 2, "FILE OUT", preparePcapng}, {"dissector", 0, 0, "", prepareDissector}};
+
+QString usageOf(const Action& action)
+{
+    return QString(QLatin1String(action.name) + QLatin1Char(' ') + QLatin1String(action.usage)).trimmed();
+}
 
 } // namespace
 
@@ -129,8 +154,9 @@ Task prepareTrace(const Options& options)
         known.append(QLatin1String(action.name));
         if (what != known.constLast())
             continue;
-        if (options.arguments.size() != action.argumentCount + 1)
-            throw UsageError(QStringLiteral("trace %1 %2").arg(what, QLatin1String(action.usage)).trimmed());
+        const qsizetype count = options.arguments.size() - 1;
+        if (count < action.leastArguments || count > action.mostArguments)
+            throw UsageError(QStringLiteral("trace ") + usageOf(action));
         return action.prepare(options);
     }
     throw UsageError(tr("trace: \"%1\" is none of %2").arg(what, known.join(QStringLiteral(", "))));

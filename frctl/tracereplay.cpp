@@ -4,15 +4,9 @@
 #include "frctltr.h"
 #include "interruption.h"
 #include "messages.h"
-#include "portlock.h"
-#include "serialdevicefactory.h"
 #include "servedport.h"
-#include "streamdevice.h"
-#include "trace/hostplayer.h"
 #include "trace/registerplayer.h"
-#include "trace/signs.h"
 
-#include <QElapsedTimer>
 #include <QJsonArray>
 #include <QThread>
 
@@ -24,73 +18,47 @@ namespace frctl {
 namespace {
 
 constexpr int sliceMs = 50;
-// As drivers wait: so long for a byte on HEX before they ask, and so long for an answer over XML.
-constexpr int hexSilenceMs = 2000;
-constexpr int longestAnswerMs = 60'000;
-constexpr qint64 portion = 4096;
 // Microseconds between two answers to one request.
 constexpr qint64 longestPause = 2'000'000;
 
-void addLines(Output& output, const char* name, const QString& what, const QStringList& lines)
+void addList(Output& output, const char* name, const QStringList& lines)
 {
-    for (const QString& line : lines)
-        output.lines.append(what + line);
     output.json.insert(QLatin1String(name), QJsonArray::fromStringList(lines));
     if (!lines.isEmpty())
         output.status = ExitFailure;
 }
 
-/// Asks the register until the request that was sent is answered; false when it says nothing.
-bool waitForAnswer(devices::StreamDevice& line, trace::HostPlayer& player)
+/// Whoever works on the host wants to know while it is at it.
+void complainAbout(const QStringList& refused, qsizetype told)
 {
-    const bool isHex = player.isHex();
-    bool isAsked = false;
-    QElapsedTimer timer;
-    timer.start();
-    while (!timer.hasExpired(longestAnswerMs)) {
-        if (line.waitForReadyRead(isHex ? hexSilenceMs : longestAnswerMs)) {
-            isAsked = false;
-            if (player.receive(line.read(portion)))
-                return true;
-        } else if (!isHex || isAsked || line.write(QByteArray(1, trace::enquiry)) < 0) {
-            return false;
-        } else {
-            isAsked = true;
-        }
-    }
-    return false;
+    for (const QString& line : refused.mid(told))
+        complain(tr("refused: ") + line);
 }
 
-/// As drivers set up the line.
-void setUp(devices::StreamDevice& line, bool isHex)
+void answer(trace::RegisterPlayer& player, ServedPort& port)
 {
-    line.setWaitCallback(throwIfInterrupted);
-    line.setBaudRate(QSerialPort::Baud115200);
-    line.setDataBits(QSerialPort::Data8);
-    line.setParity(QSerialPort::NoParity);
-    line.setStopBits(QSerialPort::OneStop);
-    if (isHex) {
-        line.setFlowControl(QSerialPort::SoftwareControl);
-        line.setDataTerminalReady(false);
+    const qsizetype told = player.complaints().size();
+    const QList<trace::RegisterPlayer::Answer> answers = player.receive(port.read(sliceMs));
+    complainAbout(player.complaints(), told);
+    for (const trace::RegisterPlayer::Answer& answer : answers) {
+        QThread::usleep(
+            static_cast<unsigned long>(std::clamp<qint64>(answer.pauseMicroseconds, 0, longestPause)));
+        port.write(answer.bytes);
     }
 }
 
-void lockPort(devices::PortLock& lock, const QString& name)
+Output registerReport(const trace::RegisterPlayer& player)
 {
-    if (lock.take(name))
-        return;
-    if (!lock.errorString().isEmpty())
-        throw HostError(
-            tr("port %1 cannot be locked: %2").arg(name, lock.errorString()), sale::ErrorKind::Line);
-    throw HostError(tr("port %1 is busy").arg(name), sale::ErrorKind::Busy);
-}
-
-Output hostReport(const trace::HostPlayer& player, qsizetype played)
-{
+    const QStringList missing = player.isDone() ? QStringList() : player.missing();
     Output output;
-    output.lines.append(tr("%1 of %2 requests answered").arg(played).arg(player.count()));
-    output.json = {{QStringLiteral("played"), played}, {QStringLiteral("requests"), player.count()}};
-    addLines(output, "differences", {}, player.differences());
+    output.lines.append(tr("%1 requests answered").arg(player.playedCount()));
+    if (!player.complaints().isEmpty())
+        output.lines.append(tr("%1 requests refused").arg(player.complaints().size()));
+    for (const QString& line : missing)
+        output.lines.append(tr("did not come: ") + line);
+    output.json = {{QStringLiteral("played"), player.playedCount()}};
+    addList(output, "refused", player.complaints());
+    addList(output, "missing", missing);
     return output;
 }
 
@@ -102,47 +70,9 @@ Output playRegister(const trace::Trace& trace, const QString& name)
     trace::RegisterPlayer player(trace);
     catchInterruptions();
     complain(tr("ready on ") + name);
-    while (!wasInterrupted() && !(player.isDone() && port->isLeft())) {
-        for (const trace::RegisterPlayer::Answer& answer : player.receive(port->read(sliceMs))) {
-            QThread::usleep(
-                static_cast<unsigned long>(std::clamp<qint64>(answer.pauseMicroseconds, 0, longestPause)));
-            port->write(answer.bytes);
-        }
-    }
-    Output output;
-    output.lines.append(tr("%1 requests answered").arg(player.playedCount()));
-    output.json = {{QStringLiteral("played"), player.playedCount()}};
-    addLines(output, "refused", tr("refused: "), player.complaints());
-    const QStringList missing = player.isDone() ? QStringList() : player.missing();
-    addLines(output, "missing", tr("did not come: "), missing);
-    return output;
-}
-
-Output playHost(const trace::Trace& trace, const QString& name, const Options& options)
-{
-    // Held until the port is closed again.
-    devices::PortLock lock;
-    const std::unique_ptr<devices::StreamDevice> line = devices::createSerialDevice(name);
-    if (!line)
-        throw UsageError(tr("trace replay: \"%1\" names no port").arg(name));
-    lockPort(lock, name);
-    if (!line->open())
-        throw HostError(
-            tr("port %1 cannot be opened: %2").arg(name, line->errorString()), sale::ErrorKind::Line);
-    trace::HostPlayer player(trace, options.password.toLatin1());
-    setUp(*line, !player.isOver() && player.isHex());
-    catchInterruptions();
-    qsizetype played = 0;
-    while (!player.isOver()) {
-        if (line->write(player.nextRequest()) < 0)
-            throw HostError(tr("port %1: %2").arg(name, line->errorString()), sale::ErrorKind::Line);
-        if (waitForAnswer(*line, player))
-            ++played;
-        else
-            player.giveUp();
-    }
-    lock.leaveIdle();
-    return hostReport(player, played);
+    while (!wasInterrupted() && !(player.isDone() && port->isLeft()))
+        answer(player, *port);
+    return registerReport(player);
 }
 
 } // namespace frctl

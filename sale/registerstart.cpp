@@ -30,6 +30,14 @@ void connectRegister(AbstractFrDriver& driver, const RegisterLine& line)
         compare(tr("tax number"), driver.getInn(), expected.inn);
 }
 
+void compareRegister(const ExpectedRegister& told, const RegisterLine& line)
+{
+    if (!line.expected.serial.isEmpty())
+        compare(tr("serial number"), told.serial, line.expected.serial);
+    if (!line.expected.inn.isEmpty() && line.protocol == receipt::Protocol::Hex)
+        compare(tr("tax number"), told.inn, line.expected.inn);
+}
+
 QList<SettledSale> startRegister(
     AbstractFrDriver& driver, DocumentStore* journal, const RegisterLine& line, const QString& registerName)
 {

@@ -16,6 +16,9 @@ class DocumentStore;
 /// nothing more, but for a tax number over HEX. Throws WrongRegister and the driver's exceptions.
 void connectRegister(AbstractFrDriver& driver, const RegisterLine& line);
 
+/// The comparison alone, with numbers that the program has read itself. Throws WrongRegister.
+void compareRegister(const ExpectedRegister& told, const RegisterLine& line);
+
 /// Reaches a register whose port is open: connects, settles what was begun on it and not brought to its end,
 /// and initialises it, which cleans up the document that is open. Gives the documents that were settled. Asks
 /// what connect, settlePendingSales and init ask. Without a journal (null) nothing is settled: not for a

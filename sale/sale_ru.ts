@@ -209,7 +209,7 @@
     </message>
     <message>
         <source>the copy %1 cannot be made: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>не удаётся сделать копию %1: %2</translation>
     </message>
 </context>
 </TS>

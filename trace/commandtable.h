@@ -16,7 +16,7 @@ struct FieldRow
     QString name;
     /// A text in UTF-8 where all others are CP866.
     bool isUtf8 = false;
-    /// It tells a person, a customer or a password, and has to be masked.
+    /// It tells a person, a customer, a password, or whatever people write, and has to be masked.
     bool isPersonal = false;
     /// A clock's time, which is another one in each run.
     bool isTime = false;

@@ -41,7 +41,7 @@ QList<Told> toldBy(const Trace& trace, bool isMasked)
             frame.bytes = mask.masked(frame);
         const Meaning meaning = decoder.decode(frame);
         if (!meaning.isSign())
-            list.append({number, frame.direction, meaning});
+            list.append({number, frame.direction, isMasked ? meaning.withoutPeople() : meaning});
     }
     return list;
 }
@@ -124,7 +124,7 @@ void Comparison::tellLone(const QString& text, const QList<Told>& list, qsizetyp
 
 QStringList differencesBetween(const Trace& first, const Trace& second, qsizetype most)
 {
-    const bool isMasked = first.isMasked || second.isMasked;
+    const bool isMasked = first.hasStandIns() || second.hasStandIns();
     const QList<Told> one = toldBy(first, isMasked);
     const QList<Told> other = toldBy(second, isMasked);
     return Comparison(one, other, most).take();

@@ -8,7 +8,7 @@ namespace trace {
 
 /// How the second trace differs from the first, a line each, up to that many; empty when they are the same
 /// but for times, ids, and how often a host asked whether the register lives. Where only one of them is
-/// masked, the other one is compared as if it were.
+/// masked, what the mask hides is no difference.
 QStringList differencesBetween(const Trace& first, const Trace& second, qsizetype most);
 
 } // namespace trace

@@ -27,10 +27,13 @@ QList<Meaning::Field> fieldsOf(const HexFrame& frame, const CommandRow* command)
     QList<FieldRow> rows;
     if (command != nullptr)
         rows = frame.direction == Direction::ToRegister ? command->requestFields : command->answerFields;
+    // As the mask takes them.
+    FieldRow other;
+    other.isPersonal = command == nullptr;
     QList<Meaning::Field> fields;
     for (qsizetype index = 0; index < frame.fields.size(); ++index) {
-        const FieldRow row = rows.value(index);
-        fields.append({row.name, fieldText(frame.fields.at(index), row), {}, row.isTime});
+        const FieldRow row = rows.value(index, other);
+        fields.append({row.name, fieldText(frame.fields.at(index), row), {}, row.isTime, row.isPersonal});
     }
     return fields;
 }
@@ -88,7 +91,7 @@ Meaning bytesMeaning(Meaning::Kind kind, const QByteArray& bytes)
         text += QStringLiteral(" and %1 bytes (%2)")
                     .arg(hidden)
                     .arg(qChecksum(bytes), 4, 16, QLatin1Char('0'));
-    meaning.fields.append({QStringLiteral("bytes"), text, {}, false});
+    meaning.fields.append({QStringLiteral("bytes"), text, {}});
     return meaning;
 }
 
@@ -177,7 +180,7 @@ Meaning Decoder::decodeXml(const Frame& frame)
         meaning.isQuestion = command->isQuestion;
     }
     for (const XmlDocument::Leaf& leaf : document.leaves)
-        meaning.fields.append({leaf.path, leaf.value, leaf.type, isTimeType(leaf.type)});
+        meaning.fields.append({leaf.path, leaf.value, leaf.type, isTimeType(leaf.type), leaf.isPersonal});
     meaning.envelope = document.envelope;
     meaning.fault = document.fault;
     if (document.isRequest) {

@@ -33,12 +33,17 @@ struct Note
 /// A trace as it was read.
 struct Trace
 {
-    /// Stand-ins take the place of names, addresses and passwords in some part of it.
+    /// Stand-ins take the place of names, addresses and passwords in all of it.
     bool isMasked = false;
+    /// Only in some part of it: the trace is as good as full.
+    bool isMixed = false;
     /// Its last line broke off, as when whoever wrote it was killed.
     bool isCut = false;
     QList<Frame> frames;
     QList<Note> notes;
+
+    /// Whatever a mask hides may be any value.
+    bool hasStandIns() const { return isMasked || isMixed; }
 };
 
 } // namespace trace

@@ -67,6 +67,16 @@ HexFrame parse(const QByteArray& given, Direction direction)
     return frame;
 }
 
+QByteArray request(const QByteArray& password, const QByteArray& command, const QList<QByteArray>& fields)
+{
+    constexpr char firstId = 0x20;
+    QByteArray body = password + firstId + command;
+    for (const QByteArray& field : fields)
+        body += field + separator;
+    body += endOfText;
+    return startOfText + body + digitsOf(checkValue(body));
+}
+
 QByteArray answer(char id, const QByteArray& command, const QByteArray& answerCode)
 {
     const QByteArray body = QByteArray(1, id) + command + answerCode + endOfText;

@@ -24,6 +24,7 @@ namespace hexframe {
 
 /// Of a frame that begins with STX.
 HexFrame parse(const QByteArray& bytes, Direction direction);
+QByteArray request(const QByteArray& password, const QByteArray& command, const QList<QByteArray>& fields);
 /// An answer without fields.
 QByteArray answer(char id, const QByteArray& command, const QByteArray& answerCode);
 

@@ -1,6 +1,7 @@
 #include "trace/hostplayer.h"
 #include "tracetr.h"
 
+#include "trace/codepage.h"
 #include "trace/hexframe.h"
 #include "trace/signs.h"
 #include "trace/tracetr.h"
@@ -21,8 +22,8 @@ const QByteArray readClock = "A7";
 } // namespace
 
 HostPlayer::HostPlayer(const Trace& trace, const QByteArray& password)
-    : m_isMasked(trace.isMasked)
-    , m_password(password.isEmpty() && trace.isMasked ? factoryPassword : password)
+    : m_isMasked(trace.hasStandIns())
+    , m_password(password)
     , m_exchanges(exchangesOf(trace))
 {
 }
@@ -53,8 +54,12 @@ QByteArray HostPlayer::hexRequest(const Exchange& exchange)
         m_hexId = first;
     QByteArray bytes = exchange.request.bytes;
     bytes[hexframe::idPosition(Direction::ToRegister)] = m_hexId;
-    if (m_password.size() == hexframe::passwordPlace.size)
-        bytes.replace(hexframe::passwordPlace.start, hexframe::passwordPlace.size, m_password);
+    const hexframe::Place place = hexframe::passwordPlace;
+    const QByteArray recorded = bytes.mid(place.start, place.size);
+    if (m_password.size() == place.size)
+        bytes.replace(place.start, place.size, m_password);
+    else if (m_isMasked && recorded == standInCp866(recorded))
+        bytes.replace(place.start, place.size, factoryPassword);
     const QList<hexframe::Place> places = hexframe::fieldPlaces(bytes, Direction::ToRegister);
     const bool isStart = exchange.meaning.code == QLatin1String(startOfWork);
     for (qsizetype index = 0; isStart && index < std::min(places.size(), m_clock.size()); ++index) {
@@ -100,6 +105,7 @@ void HostPlayer::finish(const Frame* living)
 {
     const Exchange& exchange = m_exchanges.at(m_next);
     compare(exchange.answer(), living != nullptr && living->bytes.size() > 1 ? living : nullptr);
+    m_lastAnswer = living == nullptr ? Meaning() : meaningOf(m_sent, *living);
     if (living != nullptr && exchange.meaning.code == QLatin1String(readClock))
         m_clock = hexframe::parse(living->bytes, Direction::ToHost).fields;
     ++m_next;
@@ -115,7 +121,8 @@ Meaning HostPlayer::meaningOf(const Frame& request, const Frame& answer) const
         comparable.bytes = mask.masked(answer);
     }
     decoder.decode(request);
-    return decoder.decode(comparable);
+    const Meaning meaning = decoder.decode(comparable);
+    return m_isMasked ? meaning.withoutPeople() : meaning;
 }
 
 void HostPlayer::compare(const Frame* recorded, const Frame* living)

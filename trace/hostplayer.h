@@ -32,6 +32,8 @@ public:
     bool receive(const QByteArray& bytes);
     /// The register said nothing.
     void giveUp();
+    /// Nothing for a request that was given up.
+    const Meaning& lastAnswer() const { return m_lastAnswer; }
     /// How the answers differ from those of the trace, a line each.
     const QStringList& differences() const { return m_differences; }
 
@@ -52,6 +54,7 @@ private:
     char m_hexId = 0x1F;
     /// Fields of the last answer that told the register's clock.
     QList<QByteArray> m_clock;
+    Meaning m_lastAnswer;
     QStringList m_differences;
 };
 

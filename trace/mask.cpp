@@ -19,6 +19,29 @@ const QByteArray passwordSetting = "31";
 constexpr int passwordNumber = 31;
 const QByteArray readSetting = "A1";
 
+/// Size of what stands behind the sign of a font or a code; 0 where it is none.
+qsizetype controlSize(const QByteArray& text, qsizetype start)
+{
+    static const QRegularExpression form(QStringLiteral("^(?:f[0-9]{7}|q[0-9]{4}|b[0-9]{2})"));
+    constexpr qsizetype longest = 8;
+    return form.match(QString::fromLatin1(text.mid(start, longest))).capturedLength();
+}
+
+/// Fonts and codes travel within the texts that a register prints, and stay what they are.
+QByteArray maskedText(const QByteArray& text)
+{
+    static const QByteArray sign = "‼?";
+    QByteArray result;
+    for (qsizetype at = 0; at < text.size();) {
+        const qsizetype found = text.indexOf(sign, at);
+        const qsizetype stop = found < 0 ? text.size() : found;
+        result += standInUtf8(text.mid(at, stop - at));
+        at = found < 0 ? stop : stop + sign.size() + controlSize(text, stop + sign.size());
+        result += text.mid(stop, at - stop);
+    }
+    return result;
+}
+
 /// The texts of a node with the markup between them left as it is.
 QByteArray maskedTexts(const QByteArray& content, bool isEscaped)
 {
@@ -28,7 +51,7 @@ QByteArray maskedTexts(const QByteArray& content, bool isEscaped)
     for (qsizetype at = 0; at < content.size();) {
         const qsizetype found = content.indexOf(begin, at);
         const qsizetype stop = found < 0 ? content.size() : found;
-        result += standInUtf8(content.mid(at, stop - at));
+        result += maskedText(content.mid(at, stop - at));
         // CDATA ends with the sign that ends markup, and begins with none.
         static const QByteArray section = "![CDATA[";
         const bool isSection = content.mid(stop + begin.size(), section.size()) == section;

@@ -6,12 +6,13 @@
 
 namespace trace {
 
-/// Puts stand-ins of the same length in the place of what tells of people: telephones and addresses
-/// of customers, names and tax numbers of customers, cashiers and suppliers, the password of the line and the
-/// setting that holds it. Check digits that were right are right again. Masking what is masked changes
-/// nothing.
+/// Puts stand-ins of the same length in the place of what tells of people, or may: telephones, addresses,
+/// names and tax numbers of customers, cashiers, agents and suppliers, lines that a host prints, what is in
+/// its bar and QR codes, additional requisites, the password of the line and the setting that holds it. Check
+/// digits that were right are right again. Masking what is masked changes nothing.
 ///
-/// What a host prints as free text, marking codes, and the shop's own name and number stay as they are.
+/// Goods, sums, numbers of documents, marking codes, settings, and the shop's own name and number stay as
+/// they are.
 class Mask
 {
 public:

@@ -142,6 +142,18 @@ QStringList Meaning::differencesFrom(const Meaning& expected) const
     return lines;
 }
 
+Meaning Meaning::withoutPeople() const
+{
+    Meaning rest = *this;
+    if (protocol == QStringLiteral("XML"))
+        rest.fields.removeIf([](const Field& field) { return field.isPersonal; });
+    for (Field& field : rest.fields) {
+        if (field.isPersonal)
+            field.value.clear();
+    }
+    return rest;
+}
+
 QJsonObject Meaning::json() const
 {
     QJsonArray list;

@@ -22,6 +22,8 @@ struct Meaning
         /// Over XML.
         QString type;
         bool isTime = false;
+        /// A trace that is masked has a stand-in for it.
+        bool isPersonal = false;
 
         bool operator==(const Field&) const = default;
     };
@@ -58,6 +60,9 @@ struct Meaning
     QStringList fieldTexts() const;
     /// How it differs from what was expected, a line a field; empty when it is like it.
     QStringList differencesFrom(const Meaning& expected) const;
+    /// Without what a mask hides: a trace with stand-ins means any value there. Over XML a host leaves out
+    /// what it has not, so that such fields are gone; over HEX they are empty.
+    Meaning withoutPeople() const;
     QJsonObject json() const;
 };
 

@@ -40,9 +40,16 @@ QByteArray answerFor(const Frame& answer, const Frame& recordedRequest, const Fr
 }
 
 RegisterPlayer::RegisterPlayer(const Trace& trace)
-    : m_isMasked(trace.isMasked)
+    : m_isMasked(trace.hasStandIns())
     , m_exchanges(exchangesOf(trace))
 {
+    for (Exchange& exchange : m_exchanges)
+        exchange.meaning = comparable(exchange.meaning);
+}
+
+Meaning RegisterPlayer::comparable(const Meaning& meaning) const
+{
+    return m_isMasked ? meaning.withoutPeople() : meaning;
 }
 
 QList<RegisterPlayer::Answer> RegisterPlayer::receive(const QByteArray& bytes)
@@ -76,10 +83,10 @@ QStringList RegisterPlayer::missing() const
 QList<RegisterPlayer::Answer> RegisterPlayer::answersTo(const QByteArray& bytes)
 {
     const Frame frame{0, 1, Direction::ToRegister, bytes};
-    Frame comparable = frame;
+    Frame told = frame;
     if (m_isMasked)
-        comparable.bytes = m_mask.masked(frame);
-    const Meaning meaning = m_decoder.decode(comparable);
+        told.bytes = m_mask.masked(frame);
+    const Meaning meaning = comparable(m_decoder.decode(told));
     if (meaning.kind == Meaning::Kind::Enquiry) {
         // A register that said nothing then says nothing now.
         const bool isSilent = m_last >= 0 && m_exchanges.at(m_last).answers.isEmpty();

@@ -9,7 +9,8 @@
 namespace trace {
 
 /// Plays the register's side of a trace to any host. Requests are matched with the trace in order, whatever
-/// their ids and times are; the answers go out with the ids of the living requests.
+/// their ids and times are, and whatever stands where a masked trace has stand-ins; the answers go out with
+/// the ids of the living requests.
 ///
 /// A question that the trace has elsewhere is answered as it was there, a question that the host leaves out
 /// is passed over, and a request that comes twice in a row is answered twice. All else is refused and told.
@@ -37,6 +38,7 @@ public:
     qsizetype playedCount() const { return m_played; }
 
 private:
+    Meaning comparable(const Meaning& meaning) const;
     QList<Answer> answersTo(const QByteArray& bytes);
     /// The index of the exchange that answers it; -1 for none.
     qsizetype matching(const Meaning& meaning);

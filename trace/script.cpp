@@ -58,6 +58,26 @@ const Frame* Exchange::answer() const
     return found == answers.crend() ? nullptr : &*found;
 }
 
+bool isHex(const Trace& trace)
+{
+    const QList<Exchange> exchanges = exchangesOf(trace);
+    return !exchanges.isEmpty() && exchanges.constFirst().meaning.protocol == QStringLiteral("HEX");
+}
+
+QStringList changesOf(const Trace& trace)
+{
+    QStringList names;
+    for (const Exchange& exchange : exchangesOf(trace)) {
+        const Meaning& meaning = exchange.meaning;
+        const bool isStart
+            = meaning.protocol == QStringLiteral("HEX") && meaning.code == QStringLiteral("00");
+        if (meaning.kind == Meaning::Kind::Request && !meaning.isQuestion && !isStart)
+            names.append(meaning.name.isEmpty() ? meaning.code : meaning.name);
+    }
+    names.removeDuplicates();
+    return names;
+}
+
 QList<Exchange> exchangesOf(const Trace& trace)
 {
     Sorting sorting;

@@ -67,5 +67,13 @@
         <source>only in the second: %1</source>
         <translation>только во второй: %1</translation>
     </message>
+    <message>
+        <source>is there and is a full trace, which a masked one cannot be added to</source>
+        <translation>уже есть, и это полная трасса: трасса с подстановками в неё не дописывается</translation>
+    </message>
+    <message>
+        <source>is there and is a masked trace, which a full one cannot be added to</source>
+        <translation>уже есть, и это трасса с подстановками: полная в неё не дописывается</translation>
+    </message>
 </context>
 </TS>

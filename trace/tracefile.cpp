@@ -10,25 +10,29 @@
 
 namespace trace {
 
-QString TraceFile::judge(const QString& name)
+QString TraceFile::judge(const QString& name, bool isMasked)
 {
     const QFileInfo there(name);
     QFile file(name);
     if (!there.isFile() || there.size() == 0 || !file.open(QIODevice::ReadOnly))
         return {};
-    if (!traceline::isHead(file.readLine().trimmed()))
+    const QByteArray head = file.readLine().trimmed();
+    if (!traceline::isHead(head))
         return tr("is there and is no trace");
+    if (traceline::isMaskedHead(head) != isMasked)
+        return isMasked ? tr("is there and is a full trace, which a masked one cannot be added to")
+                        : tr("is there and is a masked trace, which a full one cannot be added to");
     file.seek(file.size() - 1);
     m_hasOpenLine = file.read(1) != "\n";
     return {};
 }
 
-QString TraceFile::open(const QString& name)
+QString TraceFile::open(const QString& name, bool isMasked)
 {
     if (name == QStringLiteral("-"))
         return m_file.open(stderr, QIODevice::WriteOnly | QIODevice::Unbuffered) ? QString()
                                                                                  : m_file.errorString();
-    if (const QString reason = judge(name); !reason.isEmpty())
+    if (const QString reason = judge(name, isMasked); !reason.isEmpty())
         return reason;
     const QFileInfo there(name);
     // What is no file has no end to go to, and Qt complains when it is told to.

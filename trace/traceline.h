@@ -10,9 +10,10 @@ namespace trace {
 ///
 ///     # frtrace 1 masked
 ///
-/// or "full"; each program that adds to it writes a head of its own. Then there is a line a frame: local time
-/// with microseconds and offset, number of the connection, ">" for what goes to the register and "<" for what
-/// comes from it, the bytes as hexadecimal digits, and behind them what they mean, which readers pass over:
+/// or "full"; each program that adds to it writes a head of its own, which must be the same. Then there is a
+/// line a frame: local time with microseconds and offset, number of the connection, ">" for what goes to the
+/// register and "<" for what comes from it, the bytes as hexadecimal digits, and behind them what they mean,
+/// which readers pass over:
 ///
 ///     2026-03-01T14:05:09.123456+03:00 1 > 02515A5857204130033536 HEX RequestStateStatus(A0) id=20
 ///

@@ -49,7 +49,9 @@ void Reading::readLine(qsizetype index)
 {
     const QByteArray& line = m_lines.at(index);
     if (traceline::isHead(line)) {
-        m_trace.isMasked = m_trace.isMasked || traceline::isMaskedHead(line);
+        const bool isMasked = traceline::isMaskedHead(line);
+        m_trace.isMixed = m_trace.isMixed || (index > 0 && isMasked != m_trace.isMasked);
+        m_trace.isMasked = isMasked && !m_trace.isMixed;
         m_before = m_highest;
     } else if (line.startsWith('#')) {
         m_trace.notes.append({m_trace.frames.size(), QString::fromUtf8(line.mid(1)).trimmed()});

@@ -24,20 +24,20 @@ public:
     {
     }
 
-    void readChildren(const QString& path, const QString& type, int depth);
+    /// With the path of the node; a child's is that of its list, or the child's own.
+    void readChildren(const XmlDocument::Leaf& node, int depth);
 
 private:
-    void readChild(const QString& path, int depth);
+    void readChild(const XmlDocument::Leaf& node, int child, int depth);
 
     QXmlStreamReader& m_reader;
     QList<XmlDocument::Leaf>& m_leaves;
 };
 
-void TreeReader::readChildren(const QString& path, const QString& type, int depth)
+void TreeReader::readChildren(const XmlDocument::Leaf& node, int depth)
 {
     if (depth > deepestTree)
         return m_reader.raiseError(QStringLiteral("the tree of data is too deep"));
-    const QString above = path.isEmpty() ? QString() : path + QLatin1Char('.');
     QString text;
     int children = 0;
     while (!m_reader.atEnd() && m_reader.readNext() != QXmlStreamReader::EndElement) {
@@ -45,21 +45,22 @@ void TreeReader::readChildren(const QString& path, const QString& type, int dept
             text += m_reader.text();
         if (!m_reader.isStartElement())
             continue;
-        ++children;
-        if (type == listType)
-            readChild(QStringLiteral("%1[%2]").arg(path).arg(children), depth);
-        else
-            readChild(
-                above + tagtable::name(m_reader.attributes().value(QLatin1String("n")).toString()), depth);
+        readChild(node, ++children, depth);
     }
     // A root without anything is a tree without data; one with a text is told under its own name.
-    if (children == 0 && (!path.isEmpty() || !text.trimmed().isEmpty()))
-        m_leaves.append({path, type, text});
+    if (children == 0 && (!node.path.isEmpty() || !text.trimmed().isEmpty()))
+        m_leaves.append({node.path, node.type, text, node.isPersonal});
 }
 
-void TreeReader::readChild(const QString& path, int depth)
+void TreeReader::readChild(const XmlDocument::Leaf& node, int child, int depth)
 {
-    readChildren(path, m_reader.attributes().value(QLatin1String("t")).toString(), depth + 1);
+    const QXmlStreamAttributes attributes = m_reader.attributes();
+    const QString name = attributes.value(QLatin1String("n")).toString();
+    const QString above = node.path.isEmpty() ? QString() : node.path + QLatin1Char('.');
+    const QString path = node.type == listType ? QStringLiteral("%1[%2]").arg(node.path).arg(child)
+                                               : above + tagtable::name(name);
+    const bool isPersonal = node.isPersonal || tagtable::isPersonal(name);
+    readChildren({path, attributes.value(QLatin1String("t")).toString(), {}, isPersonal}, depth + 1);
 }
 
 void readTree(const QString& text, XmlDocument& document)
@@ -69,9 +70,11 @@ void readTree(const QString& text, XmlDocument& document)
     QXmlStreamReader reader(text);
     if (reader.readNextStartElement()) {
         const QXmlStreamAttributes root = reader.attributes();
-        TreeReader(reader, document.leaves).readChildren({}, root.value(QLatin1String("t")).toString(), 0);
+        const QString name = root.value(QLatin1String("n")).toString();
+        TreeReader(reader, document.leaves)
+            .readChildren({{}, root.value(QLatin1String("t")).toString(), {}, tagtable::isPersonal(name)}, 0);
         if (!document.leaves.isEmpty() && document.leaves.constFirst().path.isEmpty())
-            document.leaves.first().path = tagtable::name(root.value(QLatin1String("n")).toString());
+            document.leaves.first().path = tagtable::name(name);
     }
     while (!reader.atEnd())
         reader.readNext();
@@ -111,6 +114,17 @@ QString textOf(const Texts& texts, const char* name)
     return texts.value(QLatin1String(name));
 }
 
+/// The document with something else in its element of that name, if it has one.
+QByteArray withContent(const QByteArray& bytes, const QByteArray& name, const QByteArray& content)
+{
+    const QByteArray begin = '<' + name + '>';
+    const qsizetype start = bytes.indexOf(begin);
+    const qsizetype end = bytes.indexOf("</" + name + '>', start);
+    if (start < 0 || end < 0)
+        return bytes;
+    return bytes.left(start + begin.size()) + content + bytes.mid(end);
+}
+
 QString envelopeOf(const Texts& texts)
 {
     QStringList parts;
@@ -145,13 +159,13 @@ XmlDocument parse(const QByteArray& bytes)
 
 QByteArray withId(const QByteArray& bytes, const QByteArray& id)
 {
-    static const QByteArray begin = "<RequestId>";
-    const qsizetype start = bytes.indexOf(begin);
-    const qsizetype end = bytes.indexOf("</RequestId>", start);
-    if (start < 0 || end < 0)
-        return bytes;
-    const qsizetype text = start + begin.size();
-    return bytes.left(text) + id + bytes.mid(end);
+    return withContent(bytes, "RequestId", id);
+}
+
+QByteArray question(const QByteArray& request, int command)
+{
+    const QByteArray bytes = withContent(request, "Command", QByteArray::number(command));
+    return withContent(bytes, "RequestData", "<![CDATA[]]>");
 }
 
 QByteArray refusal(const XmlDocument& request, const QString& description)

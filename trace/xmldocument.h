@@ -16,6 +16,8 @@ struct XmlDocument
         /// Number of the type, as the document has it.
         QString type;
         QString value;
+        /// It, or a node above it, has to be masked.
+        bool isPersonal = false;
     };
 
     bool isRequest = false;
@@ -38,6 +40,8 @@ namespace xmldocument {
 XmlDocument parse(const QByteArray& bytes);
 /// The document with another text in its RequestId.
 QByteArray withId(const QByteArray& bytes, const QByteArray& id);
+/// The request as one of that command, which has no data.
+QByteArray question(const QByteArray& request, int command);
 /// A refusal of that request.
 QByteArray refusal(const XmlDocument& request, const QString& description);
 

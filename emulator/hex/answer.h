@@ -23,6 +23,11 @@ struct HexAnswer
         , reason(why)
     {
     }
+    /// The words are for a value that is not taken; other refusals say it all.
+    static HexAnswer judged(Refusal verdict, const QString& misfit)
+    {
+        return {verdict, verdict == Refusal::BadValue ? misfit : QString()};
+    }
     HexAnswer(const QList<QByteArray>& values)
         : fields(values)
     {

@@ -14,6 +14,7 @@ constexpr qsizetype longestCashier = 64;
 constexpr qsizetype longestAddress = 256;
 // Hosts do not cut the text of a barcode.
 constexpr qsizetype longestBarcode = std::numeric_limits<qsizetype>::max();
+constexpr int anyNumber = std::numeric_limits<int>::max();
 constexpr int firstFurtherKind = 11;
 /// Usual, small, high, wide, high and wide, and inverted letters: what hosts have fonts for.
 constexpr int lineAttributesOfHosts[] = {0, 1, 16, 32, 16 | 32, 128};
@@ -71,12 +72,12 @@ bool hasControlCharacter(const QString& text)
 HexAnswer openDocument(Register& device, HexFields& fields)
 {
     Document head;
-    const int type = fields.number(0);
+    const int type = fields.numberWithin(0, 1, 5);
     head.cashier = {fields.text(2, longestCashier), fields.inn(3)};
     head.taxSystem = fields.number(5);
     head.customer = fields.text(6, longestAddress);
-    const int mailOnly = fields.number(7);
-    if (fields.isBad() || type < 1 || type > 5 || mailOnly < 0 || mailOnly > 1)
+    const int mailOnly = fields.numberWithin(7, 0, 1);
+    if (fields.isBad())
         return Refusal::BadValue;
     head.type = static_cast<DocumentType>(type);
     head.unprinted = mailOnly == 1;
@@ -86,8 +87,8 @@ HexAnswer openDocument(Register& device, HexFields& fields)
 HexAnswer printText(Register& device, HexFields& fields)
 {
     const QString text = fields.text(0, longestLine);
-    const int attribute = fields.number(1);
-    if (fields.isBad() || attribute < 0 || attribute > 255)
+    const int attribute = fields.numberWithin(1, 0, 255);
+    if (fields.isBad())
         return Refusal::BadValue;
     if (fields.isStrict() && !isOfHosts(attribute))
         return {Refusal::BadValue,
@@ -109,14 +110,18 @@ HexAnswer cancelDocument(Register& device, HexFields&)
 
 HexAnswer printBarcode(Register& device, HexFields& fields)
 {
-    const int textPosition = fields.number(0);
-    const int moduleWidth = fields.number(1);
-    const int height = fields.number(2);
+    const int textPosition = fields.numberWithin(0, 0, 3);
+    const int moduleWidth = fields.numberWithin(1, 0, anyNumber);
+    const int height = fields.numberWithin(2, 0, 255);
     const int number = fields.number(3);
     const std::optional<BarcodeKind> kind = barcodeKind(number);
     const QString data = fields.text(4, longestBarcode);
-    if (fields.isBad() || textPosition < 0 || textPosition > 3 || moduleWidth < 0 || height < 0
-        || height > 255 || !kind || !fitsBarcode(*kind, data, fields.isStrict()))
+    if (!kind)
+        fields.reject(3, QStringLiteral("a kind of bar code: 0 to 8, 11 and above"));
+    else if (!fitsBarcode(*kind, data, fields.isStrict()))
+        fields.reject(
+            4, QStringLiteral("from %1 to %2 digits with this kind").arg(kind->least).arg(kind->most));
+    if (fields.isBad())
         return Refusal::BadValue;
     const int furtherNumber = kind->symbology == tape::Symbology::Other ? number : -1;
     return device.documents().printCode({kind->symbology, data, furtherNumber, moduleWidth, height,
@@ -126,10 +131,12 @@ HexAnswer printBarcode(Register& device, HexFields& fields)
 HexAnswer printQrCode(Register& device, HexFields& fields)
 {
     const QString data = fields.text(2, longestLine);
-    const int moduleWidth = fields.number(0);
+    const int moduleWidth = fields.numberWithin(0, 0, anyNumber);
+    fields.numberWithin(1, 0, anyNumber);
     // A host that was given no text sends none, as with the other codes.
-    const bool lacksText = data.isEmpty() && !fields.isStrict();
-    if (moduleWidth < 0 || fields.number(1) < 0 || fields.isBad() || lacksText)
+    if (data.isEmpty() && !fields.isStrict())
+        fields.reject(2, QStringLiteral("a text"));
+    if (fields.isBad())
         return Refusal::BadValue;
     return device.documents().printCode({tape::Symbology::Qr, data, -1, moduleWidth});
 }
@@ -137,7 +144,9 @@ HexAnswer printQrCode(Register& device, HexFields& fields)
 HexAnswer setMoney(Register& device, HexFields& fields)
 {
     const Money sum = fields.money(1);
-    return fields.isBad() ? Refusal::BadValue : device.cash().setSum(sum);
+    if (fields.isBad())
+        return Refusal::BadValue;
+    return HexAnswer::judged(device.cash().setSum(sum), QStringLiteral("field 2 is a sum above 0.00"));
 }
 
 } // namespace emulator::hexcommands

@@ -101,6 +101,7 @@ HexAnswer driveData(Register& device, HexFields& fields)
     case 15:
         return QList<QByteArray>{drive.version().toLatin1(), "1"};
     default:
+        fields.reject(0, QStringLiteral("one of 1, 2, 3, 5, 6, 7, 8, 10, 11, 12, 14, 15"));
         return Refusal::BadValue;
     }
 }
@@ -111,7 +112,7 @@ HexAnswer deviceData(Register& device, HexFields& fields)
     const int number = fields.number(0);
     // Only the version has two halves to ask for.
     if (fields.isStrict() && fields.count() > 1 && number != 0)
-        return Refusal::BadValue;
+        return {Refusal::BadValue, QStringLiteral("field 2 goes with question 0 alone")};
     switch (fields.isBad() ? -1 : number) {
     case 0:
         return QList<QByteArray>{QByteArray::number(
@@ -135,6 +136,7 @@ HexAnswer deviceData(Register& device, HexFields& fields)
     case 14:
         return documentSums(device.state().shift.counters);
     default:
+        fields.reject(0, QStringLiteral("one of 0, 1, 3, 4, 5, 7, 9, 10, 13, 14"));
         return Refusal::BadValue;
     }
 }

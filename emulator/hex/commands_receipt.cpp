@@ -50,7 +50,9 @@ HexAnswer addItem(Register& device, HexFields& fields)
     if (fields.isBad())
         return Refusal::BadValue;
     const Refusal refusal = device.receipts().addItem(item);
-    return {refusal, refusal == Refusal::BadValue ? QLatin1String(judgement::misfit(item)) : QString()};
+    const char* const misfit = judgement::misfit(item);
+    return HexAnswer::judged(
+        refusal, misfit == nullptr ? QStringLiteral("more than a receipt can be of") : QLatin1String(misfit));
 }
 
 HexAnswer bindAgent(Register& device, HexFields& fields)
@@ -58,10 +60,7 @@ HexAnswer bindAgent(Register& device, HexFields& fields)
     constexpr int allAgents = 127;
     QJsonObject agent;
     if (!fields.isEmpty(0)) {
-        const int kinds = fields.number(0);
-        if (kinds < 0 || kinds > allAgents)
-            return Refusal::BadValue;
-        agent[tag::agentKinds] = kinds;
+        agent[tag::agentKinds] = fields.numberWithin(0, 0, allAgents);
     }
     // Fields 2 to 11: operation, phones, name, address and INN of the agent, then phone, name and INN of the
     // supplier. Hosts cut the supplier's name to 19 characters as if it were a phone; that is how they are.
@@ -86,7 +85,11 @@ HexAnswer pay(Register& device, HexFields& fields)
 {
     const int kind = fields.number(0);
     const Money sum = fields.money(1);
-    return fields.isBad() ? Refusal::BadValue : device.receipts().pay(kind, sum);
+    if (fields.isBad())
+        return Refusal::BadValue;
+    return HexAnswer::judged(device.receipts().pay(kind, sum),
+        QStringLiteral(
+            "field 1 is a kind from 0 to 4, field 2 a sum from 0.00 up, and change is given from cash alone"));
 }
 
 HexAnswer checkMarking(Register& device, HexFields& fields)
@@ -98,19 +101,23 @@ HexAnswer checkMarking(Register& device, HexFields& fields)
     fields.number(3);
     const auto code = bytesOfHexDigits(fields.raw(6));
     query.code = code.value_or(QByteArray());
-    if (fields.isBad() || !code)
+    if (!code)
+        fields.reject(6, QStringLiteral("a code in hexadecimal digits"));
+    if (fields.isBad())
         return Refusal::BadValue;
     int result = 0;
     const Refusal refusal = device.marking().check(query, result);
     if (refusal != Refusal::None)
-        return refusal;
+        return HexAnswer::judged(
+            refusal, QStringLiteral("field 7 is a code, field 2 a planned status, field 3 no less than 0"));
     return QList<QByteArray>{QByteArray::number(result)};
 }
 
 HexAnswer bindMarking(Register& device, HexFields& fields)
 {
     // The check had the code in the register's code page, this command has it as plain text.
-    return device.marking().bind(codepage::fromText(QString::fromUtf8(fields.raw(0))));
+    return HexAnswer::judged(device.marking().bind(codepage::fromText(QString::fromUtf8(fields.raw(0)))),
+        QStringLiteral("field 1 is a marking code"));
 }
 
 HexAnswer clearMarking(Register& device, HexFields&)

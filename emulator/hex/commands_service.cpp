@@ -1,6 +1,9 @@
 #include "hex/commands.h"
 
 #include "register/codepage.h"
+#include "register/parametertable.h"
+
+#include <algorithm>
 
 namespace emulator::hexcommands {
 
@@ -12,6 +15,21 @@ constexpr int largestLogo = 65'536;
 QList<QByteArray> one(const QByteArray& value)
 {
     return {value};
+}
+
+QString settingMisfit(int number, int row)
+{
+    const QList<ParameterEntry>& table = parameterTable();
+    const auto entry = std::find_if(table.cbegin(), table.cend(),
+        [=](const ParameterEntry& known) { return known.number == number && known.row == row; });
+    if (entry == table.cend())
+        return QStringLiteral("there is no setting %1 with row %2").arg(number).arg(row);
+    if (entry->greatest < 0)
+        return QStringLiteral("setting %1 has %2 characters at least").arg(number).arg(entry->smallest);
+    const bool isNumber = entry->kind == ParameterEntry::Kind::Number;
+    const QString form = isNumber ? QStringLiteral("setting %1 is a number from %2 to %3")
+                                  : QStringLiteral("setting %1 has from %2 to %3 characters");
+    return form.arg(number).arg(entry->smallest).arg(entry->greatest);
 }
 
 } // namespace
@@ -98,9 +116,11 @@ HexAnswer state(Register& device, HexFields&)
 
 HexAnswer parameter(Register& device, HexFields& fields)
 {
-    const std::optional<QString> value = device.parameters().value(fields.number(0), fields.number(1));
+    const int number = fields.number(0);
+    const int row = fields.number(1);
+    const std::optional<QString> value = device.parameters().value(number, row);
     if (fields.isBad() || !value)
-        return Refusal::BadValue;
+        return {Refusal::BadValue, QStringLiteral("there is no setting %1 with row %2").arg(number).arg(row)};
     return one(codepage::fromText(*value));
 }
 
@@ -115,8 +135,9 @@ HexAnswer setParameter(Register& device, HexFields& fields)
     const QByteArray value = fields.raw(2);
     const QString text = fields.isStrict() ? codepage::toText(value) : QString::fromUtf8(value);
     const Refusal refusal = device.parameters().write(number, row, text);
-    const bool isReadOnly = refusal == Refusal::WrongState;
-    return {refusal, isReadOnly ? QStringLiteral("setting %1 is only read").arg(number) : QString()};
+    if (refusal == Refusal::WrongState)
+        return {refusal, QStringLiteral("setting %1 is only read").arg(number)};
+    return HexAnswer::judged(refusal, settingMisfit(number, row));
 }
 
 // Both forms of the registration data have the same order: number, address of the tax site, date of the last
@@ -134,8 +155,8 @@ HexAnswer registrationData(Register& device, HexFields& fields)
         QByteArray::number(data.modes), QByteArray::number(data.agents), codepage::fromText(data.senderMail)};
     if (fields.count() == 0)
         return all;
-    const int number = fields.number(0);
-    if (fields.isBad() || number < 1 || number > all.size())
+    const int number = fields.numberWithin(0, 1, static_cast<int>(all.size()));
+    if (fields.isBad())
         return Refusal::BadValue;
     return one(all.at(number - 1));
 }
@@ -158,15 +179,18 @@ HexAnswer changeRegistration(Register& device, HexFields& fields)
     data.senderMail = fields.text(14, 64);
     // Bits of tag 1205: why the registration is changed.
     const int reasons = fields.number(15);
-    if (fields.isBad() || reasons <= 0)
+    if (reasons <= 0)
+        fields.reject(15, QStringLiteral("a number above 0"));
+    if (fields.isBad())
         return Refusal::BadValue;
-    return device.reports().changeRegistration(data, cashier, reasons);
+    return HexAnswer::judged(device.reports().changeRegistration(data, cashier, reasons),
+        QStringLiteral("no registration number, no tax system, or tax numbers without 10 or 12 digits"));
 }
 
 HexAnswer setLogo(Register& device, HexFields& fields)
 {
-    const int size = fields.number(0);
-    if (fields.isBad() || size <= 0 || size > largestLogo)
+    const int size = fields.numberWithin(0, 1, largestLogo);
+    if (fields.isBad())
         return Refusal::BadValue;
     if (device.document().isOpen())
         return Refusal::WrongState;

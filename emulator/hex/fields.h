@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QDateTime>
 #include <QList>
+#include <QString>
 
 namespace emulator {
 
@@ -25,11 +26,16 @@ public:
     bool isBad() const { return m_firstBad >= 0; }
     /// Index of the first field that is not what it should be, negative when there is none.
     qsizetype firstBad() const { return m_firstBad; }
+    /// What the first bad field should be, in words.
+    const QString& wanted() const { return m_wanted; }
+    /// The command takes no such value in that field.
+    void reject(qsizetype index, const QString& wantedWords) { keep(index, false, 0, wantedWords); }
 
     QByteArray raw(qsizetype index) const { return m_fields.value(index); }
     bool isEmpty(qsizetype index) const { return raw(index).isEmpty(); }
     /// An empty field is bad, unless the register is lenient: then it gives the usual value.
     int number(qsizetype index, int usual = 0);
+    int numberWithin(qsizetype index, int least, int most);
     /// A number of 32 bits without a sign.
     quint32 documentNumber(qsizetype index);
     /// Sums and quantities have all their decimals, and no sign before zero.
@@ -51,16 +57,20 @@ private:
     bool isWritten(qsizetype index, const QByteArray& form) const { return !m_strict || raw(index) == form; }
 
     template <typename T>
-    T keep(qsizetype index, bool good, const T& value)
+    T keep(qsizetype index, bool good, const T& value, const QString& wantedWords)
     {
-        if (!good && m_firstBad < 0)
+        if (!good && m_firstBad < 0) {
             m_firstBad = index;
+            m_wanted = wantedWords;
+        }
         return value;
     }
+    int readNumber(qsizetype index, int usual, bool& good) const;
 
     QList<QByteArray> m_fields;
     bool m_strict;
     qsizetype m_firstBad = -1;
+    QString m_wanted;
 };
 
 } // namespace emulator

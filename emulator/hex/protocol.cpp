@@ -163,9 +163,9 @@ HexAnswer HexProtocol::run(const QByteArray& code, HexFields& fields)
         return {Refusal::BadValue, misfit};
     HexAnswer answer = command->handler(device(), fields);
     if (fields.isBad())
-        answer.reason = QStringLiteral("field %1: \"%2\"")
+        answer.reason = QStringLiteral("field %1 is %2: \"%3\"")
                             .arg(fields.firstBad() + 1)
-                            .arg(shownText(fields.raw(fields.firstBad())));
+                            .arg(fields.wanted(), shownText(fields.raw(fields.firstBad())));
     else if (answer.refusal == Refusal::BadValue && answer.reason.isEmpty())
         answer.reason
             = QStringLiteral("%1: %2").arg(refusalWords(answer.refusal, device()), shownFields(fields));

@@ -18,6 +18,9 @@ constexpr int applicationId = 0x53504645;
 const QString& checkedName(const QString& fileName, Database::Access access)
 {
     const bool exists = QFile::exists(fileName);
+    const QFileInfo folder(QFileInfo(fileName).path());
+    if (!exists && folder.isDir() && !folder.isExecutable())
+        throw MemoryError(QStringLiteral("this user may not enter the folder"));
     if (!exists && access == Database::Access::ReadOnly)
         throw MemoryError(QStringLiteral("there is none"));
     // What has not come from the log into the file yet would be lost without a word.

@@ -71,6 +71,14 @@ int fail(const QString& why, int status)
     return status;
 }
 
+/// The status, unless the output was lost.
+int finish(int status)
+{
+    // Long output has been written in part before, and only the stream knows how that went.
+    const bool isWritten = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    return isWritten ? status : fail(QStringLiteral("the output cannot be written"), 1);
+}
+
 int show(const QList<emulator::StoredDocument>& all, const Request& request)
 {
     if (!request.number) {
@@ -107,16 +115,13 @@ int run(const QStringList& arguments)
         return fail(parser.errorText(), 2);
     if (parser.isSet(help)) {
         print(parser.helpText());
-        return 0;
+        return finish(0);
     }
     Request request;
     if (const QString error = fill(parser, request); !error.isEmpty())
         return fail(error, 2);
     try {
-        const int status = show(emulator::Memory::documentsOf(request.folder), request);
-        // Long output has been written in part before, and only the stream knows how that went.
-        const bool isWritten = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
-        return isWritten ? status : fail(QStringLiteral("the output cannot be written"), 1);
+        return finish(show(emulator::Memory::documentsOf(request.folder), request));
     } catch (const emulator::MemoryError& error) {
         return fail(QStringLiteral("the state %1 cannot be read: %2").arg(request.folder, error.text()), 1);
     }

@@ -13,6 +13,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <cstring>
 #include <fcntl.h>
 #include <memory>
 #include <sys/signalfd.h>
@@ -21,12 +22,13 @@
 
 namespace {
 
-// Or the line would become one of the standard streams that are missing, and the tape go to the host.
-void openMissingStreams()
+// Or the line would become one of the standard streams that are missing, and the tape go to the host. A
+// register may be without a terminal; where output is all there is to do, it cannot be written.
+void openMissingStreams(bool needsOutput)
 {
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (::fcntl(descriptor, F_GETFD) < 0)
-            ::open("/dev/null", O_RDWR);
+            ::open("/dev/null", needsOutput ? O_RDONLY : O_RDWR);
     }
 }
 
@@ -122,7 +124,8 @@ int run(const Options& options, int signals)
 
 int main(int argc, char* argv[])
 {
-    openMissingStreams();
+    const bool isDocuments = argc > 1 && std::strcmp(argv[1], "documents") == 0;
+    openMissingStreams(isDocuments);
     // Whoever read the tape may have gone; the hosts have not.
     std::signal(SIGPIPE, SIG_IGN);
     const int signals = openSignals();
@@ -130,7 +133,7 @@ int main(int argc, char* argv[])
     QCoreApplication::setApplicationName(QStringLiteral("spf-emulator"));
     QCoreApplication::setApplicationVersion(QStringLiteral(FRSPF_VERSION));
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.value(1) == QStringLiteral("documents"))
+    if (isDocuments)
         return documents::run(arguments);
     Options options;
     switch (Options::parse(arguments, options)) {

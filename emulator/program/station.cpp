@@ -6,7 +6,6 @@
 #include "program/statesnapshots.h"
 #include "program/tcpline.h"
 #include "tape/pagetext.h"
-#include "trace/codepage.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -25,14 +24,12 @@ QIODevice::OpenMode writing(const QString& name)
     return there.exists() && !there.isFile() ? mode : mode | QIODevice::Append;
 }
 
-// Over HEX a reason shows the fields that are bad, which may tell of people.
+// Over HEX a reason ends with the fields that are bad, which may tell of people. The frame before the note
+// has them, masked as far as they do.
 QString withoutValues(const emulator::RefusedRequest& refused)
 {
-    const qsizetype values = refused.reason.indexOf(QStringLiteral(": \""));
-    if (values < 0 || refused.request.contains("<ArmRequest"))
-        return refused.reason;
-    const QByteArray masked = trace::standInUtf8(refused.reason.mid(values).toUtf8());
-    return refused.reason.left(values) + QString::fromUtf8(masked);
+    const bool isXml = refused.request.contains("<ArmRequest");
+    return isXml ? refused.reason : refused.reason.left(refused.reason.indexOf(QStringLiteral(": \"")));
 }
 
 } // namespace
@@ -110,7 +107,7 @@ QString Station::open()
     if (!m_options.quiet)
         m_terminal.open(stdout, QIODevice::WriteOnly);
     if (const QString error = openTrace(); !error.isEmpty())
-        return QStringLiteral("cannot write %1: %2").arg(m_options.traceFile, error);
+        return QStringLiteral("--trace: %1: %2").arg(m_options.traceFile, error);
     connectPaper();
     const QString error = openLine();
     if (!error.isEmpty())
@@ -238,7 +235,7 @@ QString Station::openTrace()
 {
     if (m_options.traceFile.isEmpty())
         return {};
-    if (const QString error = m_traceFile.open(m_options.traceFile); !error.isEmpty())
+    if (const QString error = m_traceFile.open(m_options.traceFile, !m_options.isTraceFull); !error.isEmpty())
         return error;
     m_traceFile.setLossListener([this](const QString& reason) {
         std::fprintf(stderr, "spf-emulator: cannot write %s any more: %s\n", qPrintable(m_options.traceFile),

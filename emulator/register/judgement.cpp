@@ -62,12 +62,12 @@ const char* misfit(const Item& item)
     if (item.price < 0)
         return "a price below 0";
     if (!isWithin(item.tax, 0, highestTax))
-        return "a tax rate that there is not";
+        return "a tax rate that is none of 0 to 12";
     if (!isWithin(item.paymentMethod, 1, highestPaymentMethod))
-        return "a payment method that there is not";
+        return "a payment method that is none of 1 to 7";
     if (!isWithin(item.paymentObject, 0, highestPaymentObject))
-        return "a payment object that there is not";
-    return isWithin(item.unit, 0, highestUnit) ? nullptr : "a measure unit that there is not";
+        return "a payment object that is none of 0 to 33";
+    return isWithin(item.unit, 0, highestUnit) ? nullptr : "a measure unit that is none of 0 to 255";
 }
 
 Refusal ready(const State& state, bool needsPaper)

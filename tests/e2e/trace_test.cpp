@@ -2,6 +2,7 @@
 
 #include "programs.h"
 #include "trace/frames.h"
+#include "trace/hexframe.h"
 #include "trace/traceline.h"
 #include "trace/tracereader.h"
 
@@ -41,14 +42,15 @@ private:
     QProcess m_process;
 };
 
-/// The commands that made a trace, as its programs noted them: version and protocol stand before.
-QList<QStringList> commandsOf(const trace::Trace& trace)
+/// The commands that made a trace of that name.
+QList<QStringList> commandsOf(const QString& name)
 {
     QList<QStringList> commands;
-    for (const trace::Note& note : trace.notes) {
-        const QStringList words = note.text.split(' ');
-        if (words.constFirst() == "frctl")
-            commands.append(words.mid(2));
+    const QByteArray table = readAll(QStringLiteral(FRSPF_SOURCES "/tests/traces/commands"));
+    for (const QString& line : QString::fromUtf8(table).split('\n')) {
+        const QStringList words = line.split(' ');
+        if (words.constFirst() + ".trace" == name)
+            commands.append(QStringList{"--protocol"} + words.mid(1));
     }
     return commands;
 }
@@ -65,10 +67,11 @@ TEST_P(RecordedTrace, DriverDoesAsItDid)
     const QString file = QStringLiteral(FRSPF_SOURCES "/tests/traces/") + GetParam();
     const QString again = folder.filePath("again");
     PlayedRegister device(file);
-    const QList<QStringList> commands = commandsOf(trace::readTrace(readAll(file)));
+    const QList<QStringList> commands = commandsOf(GetParam());
     ASSERT_FALSE(commands.isEmpty());
+    // Another name than that of the trace: its stand-ins mean any.
     for (const QStringList& command : commands)
-        runFrctl(QStringList{"--port", device.port(), "--cashier", "Иванова А. П.", "--journal",
+        runFrctl(QStringList{"--port", device.port(), "--cashier", "Ли", "--journal",
                      folder.filePath("journal"), "--trace", again}
             + command);
     const Result played = device.finish();
@@ -83,7 +86,7 @@ INSTANTIATE_TEST_SUITE_P(Traces, RecordedTrace,
         return QString(parameter.param).remove(".trace").replace('-', '_').toStdString();
     });
 
-const QStringList people{"buyer@", "Иванова", "772100000040"};
+const QStringList people{"buyer@", "Иванова", "772100000040", "electronic-sale"};
 
 /// Names of people that the bytes or the words of a trace tell.
 QStringList toldBy(const QByteArray& text)
@@ -120,7 +123,7 @@ TEST(Trace, BothSidesWriteTheSame)
         EXPECT_EQ(shown.status, 0);
         EXPECT_FALSE(QJsonDocument::fromJson(shown.output).object().value("frames").toArray().isEmpty());
         // The same register once more, from its first day on.
-        Emulator other;
+        Emulator other({"--drive", "9999000000000017"});
         const Result played = runFrctl({"--json", "trace", "replay", ours, "--as", "host", other.port()});
         const QJsonObject json = QJsonDocument::fromJson(played.output).object();
         EXPECT_EQ(json.value("played"), json.value("requests"));
@@ -146,8 +149,62 @@ TEST(Trace, ReasonsOfRefusalsAreMasked)
     runFrctl({"trace", "replay", wrong.fileName(), "--as", "host", emulator.port()});
     emulator.stop();
     const QByteArray text = readAll(theirs);
-    EXPECT_TRUE(text.contains("# refused: 6B: ")) << text.constData();
+    EXPECT_TRUE(text.contains("# refused: 6B: field 2 is 12 digits at most\n")) << text.constData();
     EXPECT_EQ(toldBy(text), QStringList());
+}
+
+/// The trace as of a register whose drive is none for tests.
+void makeFiscal(const QString& name, const QString& target)
+{
+    const QByteArray testDrive = "9999000000000001";
+    QFile file(target);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(trace::traceline::head(true));
+    for (trace::Frame frame : trace::readTrace(readAll(name)).frames) {
+        const QByteArray bytes = QByteArray(frame.bytes).replace(testDrive, "7281000000000001");
+        const bool isHex = bytes.startsWith('\x02');
+        frame.bytes = isHex ? trace::hexframe::withCheckOf(bytes, frame.bytes) : bytes;
+        file.write(trace::traceline::frame(frame, "a frame"));
+    }
+}
+
+// A replay makes documents once more, past all that keeps sell from it.
+TEST(Trace, ReplayGoesToTheTestRegisterThatIsMeant)
+{
+    for (const QString protocol : {"hex", "xml"}) {
+        SCOPED_TRACE(protocol.toStdString());
+        const QString trace = QStringLiteral(FRSPF_SOURCES "/tests/traces/%1-day.trace").arg(protocol);
+        const QStringList replay{"trace", "replay", trace, "--as", "host", "--port"};
+        QTemporaryDir folder;
+        makeFiscal(trace, folder.filePath("fiscal"));
+        PlayedRegister fiscal(folder.filePath("fiscal"));
+        const Result refused = runFrctl(replay + QStringList{fiscal.port()});
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_TRUE(refused.errors.contains("7281000000000001")) << refused.errors.constData();
+        const Emulator test({"--drive", "9999000000000001"});
+        const struct
+        {
+            QStringList options;
+            int status;
+            const char* told;
+        } rows[] = {
+            {{"--expect-serial", "17"}, 1, "17"},
+            {{"--expect-serial", "17", "--force"}, 1, "17"},
+            {{"--protocol", protocol == "hex" ? "XML" : "HEX"}, 2, "protocol"},
+        };
+        for (const auto& row : rows) {
+            const Result result = runFrctl(replay + QStringList{test.port()} + row.options);
+            EXPECT_EQ(result.status, row.status) << row.options.join(' ').toStdString();
+            EXPECT_TRUE(result.errors.contains(row.told)) << result.errors.constData();
+        }
+        EXPECT_TRUE(test.journal().isEmpty());
+        const Result forced = runFrctl(replay + QStringList{fiscal.port(), "--force"});
+        EXPECT_EQ(fiscal.finish().status, 0) << "nothing had been asked that is no question";
+        EXPECT_TRUE(forced.errors.contains("journal accept")) << forced.errors.constData();
+        const QStringList meant{"--expect-serial", "00103000000012345678"};
+        runFrctl(replay + QStringList{test.port()} + meant);
+        EXPECT_FALSE(test.sales().isEmpty());
+    }
 }
 
 TEST(Trace, FileThatTakesNothing)
@@ -157,6 +214,10 @@ TEST(Trace, FileThatTakesNothing)
         "--port", emulator.port(), "--protocol", "HEX", "sell", FRSPF_EXAMPLES "/sale.json", "--trace"};
     for (const char* const file : {"/no/such/folder/trace", FRSPF_EXAMPLES "/sale.json", ""})
         EXPECT_EQ(runFrctl(selling + QStringList{file}).status, 2) << file;
+    QTemporaryDir folder;
+    const QString masked = folder.filePath("masked");
+    runFrctl({"--port", emulator.port(), "--protocol", "HEX", "status", "--trace", masked});
+    EXPECT_EQ(runFrctl(selling + QStringList{masked, "--trace-full"}).status, 2);
     EXPECT_EQ(emulator.sales().size(), 0);
     const QStringList named = selling + QStringList{"/dev/full", "--json", "--id", "traced-sale"};
     const Result full = runFrctl(named);
@@ -173,11 +234,16 @@ TEST(Trace, WrongUsage)
     const QString trace = QStringLiteral(FRSPF_SOURCES "/tests/traces/hex-trouble.trace");
     const QList<QStringList> rows{{"show"}, {"show", "/no/such/file"}, {"show", FRSPF_EXAMPLES "/sale.json"},
         {"diff", trace}, {"look", trace}, {"replay", trace, "/tmp/x"},
-        {"replay", trace, "--as", "till", "/tmp/x"}, {"replay", trace, "--as", "register", "tcp:nowhere"}};
+        {"replay", trace, "--as", "till", "/tmp/x"}, {"replay", trace, "--as", "host"},
+        {"replay", trace, "--as", "register", "--port", "/tmp/x"},
+        {"replay", trace, "--as", "register", "tcp:nowhere"}};
     for (const QStringList& row : rows)
         EXPECT_EQ(runFrctl(QStringList{"trace"} + row).status, 2) << row.join(' ').toStdString();
-    const QList<QStringList> misplaced{
-        {"status", "--as", "host"}, {"status", "--trace-full"}, {"names", "fields", "--trace", "/tmp/x"}};
+    const Result help = runFrctl({"help", "trace", "replay"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_TRUE(help.output.contains("replay FILE --as register PORT")) << help.output.constData();
+    const QList<QStringList> misplaced{{"help", "trace", "look"}, {"status", "--as", "host"},
+        {"status", "--trace-full"}, {"names", "fields", "--trace", "/tmp/x"}};
     for (const QStringList& row : misplaced)
         EXPECT_EQ(runFrctl(row).status, 2) << row.join(' ').toStdString();
 }

@@ -63,11 +63,12 @@ TEST(Lines, ProgramsAddToATrace)
     const QString name = folder.filePath("trace");
     const auto add = [&name](const QByteArray& text) {
         trace::TraceFile file;
-        ASSERT_EQ(file.open(name), QString());
+        ASSERT_EQ(file.open(name, true), QString());
         file.append(text);
     };
     add(head + line + "2026-03-01T14:05");
-    add("# frtrace 1 full\n# frctl\n" + line);
+    EXPECT_NE(trace::TraceFile().open(name, false), QString()) << "names behind a head that says masked";
+    add(head + "# frctl\n" + line);
     QFile file(name);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const trace::Trace trace = trace::readTrace(file.readAll());
@@ -75,21 +76,23 @@ TEST(Lines, ProgramsAddToATrace)
     EXPECT_EQ(trace.frames.at(0).connection, 2);
     EXPECT_EQ(trace.frames.at(1).connection, 4);
     EXPECT_EQ(trace.frames.at(0).microseconds, 1772363109123456);
-    EXPECT_TRUE(trace.isMasked && trace.isCut);
+    EXPECT_TRUE(trace.isMasked && trace.isCut && !trace.isMixed);
+    const trace::Trace mixed = trace::readTrace(head + line + "# frtrace 1 full\n" + line + head + line);
+    EXPECT_TRUE(mixed.isMixed && !mixed.isMasked);
     ASSERT_EQ(trace.notes.size(), 1);
     EXPECT_EQ(trace.notes.at(0).position, 1);
     // A receipt that was named by mistake is not spoilt.
     QFile other(folder.filePath("receipt.json"));
     ASSERT_TRUE(other.open(QIODevice::WriteOnly) && other.write("{}") == 2);
     other.close();
-    EXPECT_NE(trace::TraceFile().open(other.fileName()), QString());
+    EXPECT_NE(trace::TraceFile().open(other.fileName(), true), QString());
 }
 
 TEST(Lines, FullDiskIsToldOnce)
 {
     trace::TraceFile file;
     int told = 0;
-    ASSERT_EQ(file.open("/dev/full"), QString());
+    ASSERT_EQ(file.open("/dev/full", true), QString());
     file.setLossListener([&told](const QString&) { ++told; });
     file.append(line);
     file.append(line);

@@ -36,7 +36,15 @@ const QList<Row> maskRows{
         request(' ', "20", "2,,\x95\xE5\xE5 \x95. X,000000000000,,1,+00000000000,0,")},
     {Direction::ToRegister, request(' ', "6B", "Ира,7721,"), request(' ', "6B", "Ххх,0000,")},
     {Direction::ToRegister, request(' ', "3C", "1,,,,,,,,+7495,ООО Я,77,"),
-        request(' ', "3C", "1,,,,,,,,+7495,ХХХ Х,00,")},
+        request(' ', "3C", "1,,,,,,,,+0000,ХХХ Х,00,")},
+    {Direction::ToRegister, request(' ', "3C", "1,Оп,+79,Банк,Пер. 7,+7,7721,+74,,,,"),
+        request(' ', "3C", "1,Хх,+00,Хххх,Ххх. 0,+0,0000,+00,,,,")},
+    {Direction::ToRegister, request(' ', "21", "\x84\xE0. \x8D\xA8\xAA 79,0,"),
+        request(' ', "21", "\x95\xE5. \x95\xE5\xE5 00,0,")},
+    {Direction::ToRegister, request(' ', "24", "2,2,60,4,CARD79,"), request(' ', "24", "2,2,60,4,XXXX00,")},
+    {Direction::ToRegister, request(' ', "29", "5,1,card:79,"), request(' ', "29", "5,1,xxxx:00,")},
+    {Direction::ToRegister, request(' ', "30", "\x95,46,1.000,2.00,,,,,,,,RU1,1,0,,,030,010126,N1,A9,"),
+        request(' ', "30", "\x95,46,1.000,2.00,,,,,,,,RU1,1,0,,,030,010126,N1,X0,")},
     {Direction::ToRegister, request(' ', "61", "\x88,77,"), request(' ', "61", "\x95,00,")},
     {Direction::ToRegister, request(' ', "A2", "31,0,Abc1,"), request(' ', "A2", "31,0,Xxx0,")},
     {Direction::ToRegister, request(' ', "A2", "20,0,Abc1,"), request(' ', "A2", "20,0,Abc1,")},
@@ -61,6 +69,19 @@ const QList<Row> maskRows{
             "<pa n=\"3\" t=\"7\">" + leaf("1021", "Хххх &amp; Хх&#0120;") + leaf("1030", "Хлеб")
                 + leaf("1008", "x.x@xxxx.xx") + "<pa n=\"1256\" t=\"7\">" + leaf("1227", "ХХХ") + "</pa>"
                 + leaf("1055", "1") + "<pa t='1' n='1228'/></pa>")},
+    {Direction::ToRegister,
+        xmlRequest("a", 8,
+            leaf("HeaderText", "‼?f0160028Гарантия 2\n‼?q0004CARD‼?b1379") + leaf("1187", "Ул., 7")
+                + "<pa n=\"1084\" t=\"7\">" + leaf("1085", "Карта") + leaf("1086", "79") + "</pa>"
+                + leaf("1192", "ЗАКАЗ-17") + "<pa n=\"1224\" t=\"7\">" + leaf("1171", "+79") + "</pa>"
+                + leaf("1073", "+79") + leaf("Footer", "СДАЧА: 0.50")),
+        xmlRequest("a", 8,
+            leaf("HeaderText", "‼?f0160028Хххххххх 0\n‼?q0004XXXX‼?b1300") + leaf("1187", "Хх., 0")
+                + "<pa n=\"1084\" t=\"7\">" + leaf("1085", "Ххххх") + leaf("1086", "00") + "</pa>"
+                + leaf("1192", "ХХХХХ-00") + "<pa n=\"1224\" t=\"7\">" + leaf("1171", "+00") + "</pa>"
+                + leaf("1073", "+00") + leaf("Footer", "СДАЧА: 0.50"))},
+    {Direction::ToRegister, xmlRequest("a", 30, leaf("NonFiscalText", "Ира")),
+        xmlRequest("a", 30, leaf("NonFiscalText", "Ххх"))},
     {Direction::ToHost, escaped(xmlAnswer("a", 54, leaf("1203", "77&quot;&lt;21") + leaf("1040", "77"))),
         escaped(xmlAnswer("a", 54, leaf("1203", "00&quot;&lt;00") + leaf("1040", "77")))},
     {Direction::ToHost, xmlAnswer("a", 54, leaf("Proxy.Password", "s3cret")),

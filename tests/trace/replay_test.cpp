@@ -1,6 +1,8 @@
 #include "frames.h"
 #include "trace/hostplayer.h"
+#include "trace/identity.h"
 #include "trace/registerplayer.h"
+#include "trace/script.h"
 #include "trace/tracereader.h"
 
 #include <gtest/gtest.h>
@@ -69,6 +71,31 @@ TEST(RegisterPlayer, QuestionsMayBeLeftOutAndStepsMayNot)
     EXPECT_FALSE(patient.isDone()) << "another connection is to come";
 }
 
+// Who mailed the trace has another cashier, and perhaps a shorter one without a tax number.
+TEST(RegisterPlayer, StandInsMeanAnyValue)
+{
+    const auto opening = [](const QByteArray& people) { return toRegister(xmlRequest("a", 4, people)); };
+    const QByteArray tree
+        = "<pa n=\"3\" t=\"7\"><pa n=\"1021\" t=\"1\">%1</pa>%2<pa n=\"1055\" t=\"3\">%3</pa></pa>";
+    const auto treeOf = [&tree](const char* name, const char* inn, const char* system) {
+        return QByteArray(tree).replace("%1", name).replace("%2", inn).replace("%3", system);
+    };
+    const QByteArray recordedTree = treeOf("Ххххххх", "<pa n=\"1203\" t=\"1\">0000</pa>", "1");
+    const QList<trace::Frame> xml{opening(recordedTree), toHost(xmlAnswer("a", 4))};
+    const QList<trace::Frame> hex{
+        toRegister(request(' ', "61", "\x95\xE5,0000,")), toHost(answer(' ', "61"))};
+    const QByteArray living = xmlRequest("b", 4, treeOf("Ли", "", "1"));
+    for (const bool isMasked : {true, false}) {
+        trace::RegisterPlayer overXml(traceOf(xml, isMasked));
+        EXPECT_EQ(said(overXml, living) == xmlAnswer("b", 4), isMasked);
+        trace::RegisterPlayer overHex(traceOf(hex, isMasked));
+        EXPECT_EQ(said(overHex, request('a', "61", "\x8B\xA8\xA8\xA8,,")) == answer('a', "61"), isMasked);
+    }
+    trace::RegisterPlayer player(traceOf(xml, true));
+    said(player, xmlRequest("b", 4, treeOf("Ли", "", "2")));
+    EXPECT_EQ(player.complaints(), QStringList{"XML OpenShift(4): taxSystem: 2, expected 1"});
+}
+
 TEST(RegisterPlayer, LateAnswersKeepTheirIds)
 {
     trace::RegisterPlayer player(traceOf({toRegister(xmlRequest("new", 2)), toHost(xmlAnswer("old", 2)),
@@ -108,6 +135,28 @@ INSTANTIATE_TEST_SUITE_P(Traces, Recorded,
     [](const testing::TestParamInfo<QString>& parameter) {
         return QString(parameter.param).remove(".trace").replace('-', '_').toStdString();
     });
+
+TEST(HostPlayer, RegisterIsAskedWhoItIs)
+{
+    for (const char* const protocol : {"hex", "xml"}) {
+        QFile file(QStringLiteral(FRSPF_TRACES "/%1-day.trace").arg(protocol));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const trace::Trace trace = trace::readTrace(file.readAll());
+        trace::RegisterPlayer device(trace);
+        trace::HostPlayer host(trace::identityQuestions(trace));
+        trace::Identity identity;
+        while (!host.isOver()) {
+            ASSERT_TRUE(host.receive(said(device, host.nextRequest()))) << host.title().toStdString();
+            identity.take(host.lastAnswer());
+        }
+        EXPECT_EQ(identity.serial, "00103000000012345678");
+        EXPECT_EQ(identity.drive, "9999000000000001");
+        EXPECT_TRUE(trace::changesOf(trace).contains("OpenShift"));
+    }
+    EXPECT_EQ(trace::changesOf(traceOf({toRegister(request(' ', "00", "010326,090000,")),
+                  toRegister(request('!', "A0")), toRegister(request('"', "A2", "6,0,1,"))})),
+        QStringList{"SetParameter"});
+}
 
 TEST(HostPlayer, OtherAnswersAreTold)
 {

@@ -185,7 +185,7 @@ TEST(Conformance, TellsCommandsAndRefusals)
     EXPECT_EQ(missingFrom(text,
                   {"conformance: 7 exchanges, 4 refused, 3 warnings\n", "  HEX 20 OpenDocument: 3\n",
                       "  refused, 2: exchange 4: HEX 20 OpenDocument: 10, 20: the shift has lasted",
-                      "OpenDocument: 3, 20: field 8: \"1\\x1b\"",
+                      "OpenDocument: 3, 20: field 8 is a number from 0 to 1: \"1\\x1b\"",
                       "  warning: exchange 4: HEX 20 OpenDocument: a document in a shift"}),
         "");
 }

@@ -1,0 +1,200 @@
+#include "hostreplay.h"
+
+#include "errors.h"
+#include "frctltr.h"
+#include "interruption.h"
+#include "portlock.h"
+#include "registerstart.h"
+#include "serialdevicefactory.h"
+#include "streamdevice.h"
+#include "testdrive.h"
+#include "trace/hostplayer.h"
+#include "trace/identity.h"
+#include "trace/signs.h"
+
+#include <QElapsedTimer>
+#include <QJsonArray>
+
+#include <memory>
+
+namespace frctl {
+
+namespace {
+
+// As drivers wait: so long for a byte on HEX before they ask, and so long for an answer over XML.
+constexpr int hexSilenceMs = 2000;
+constexpr int longestAnswerMs = 60'000;
+constexpr qint64 mostAtOnce = 4096;
+
+void lockPort(devices::PortLock& lock, const QString& name)
+{
+    if (lock.take(name))
+        return;
+    if (!lock.errorString().isEmpty())
+        throw HostError(
+            tr("port %1 cannot be locked: %2").arg(name, lock.errorString()), sale::ErrorKind::Line);
+    throw HostError(tr("port %1 is busy").arg(name), sale::ErrorKind::Busy);
+}
+
+/// The register's line, held until it is closed again.
+class PlayedLine
+{
+public:
+    explicit PlayedLine(const QString& name);
+
+    /// As drivers set it up.
+    void setUp(bool isHex);
+    /// False when the register said nothing.
+    bool ask(trace::HostPlayer& player);
+    void leaveIdle() { m_lock.leaveIdle(); }
+
+private:
+    void send(const QByteArray& bytes);
+    bool waitForAnswer(trace::HostPlayer& player);
+
+    const QString m_name;
+    devices::PortLock m_lock;
+    const std::unique_ptr<devices::StreamDevice> m_device;
+};
+
+PlayedLine::PlayedLine(const QString& name)
+    : m_name(name)
+    , m_device(devices::createSerialDevice(name))
+{
+    if (!m_device)
+        throw UsageError(tr("trace replay: \"%1\" names no port").arg(name));
+    lockPort(m_lock, name);
+    if (!m_device->open())
+        throw HostError(
+            tr("port %1 cannot be opened: %2").arg(name, m_device->errorString()), sale::ErrorKind::Line);
+}
+
+void PlayedLine::setUp(bool isHex)
+{
+    m_device->setWaitCallback(throwIfInterrupted);
+    m_device->setBaudRate(QSerialPort::Baud115200);
+    m_device->setDataBits(QSerialPort::Data8);
+    m_device->setParity(QSerialPort::NoParity);
+    m_device->setStopBits(QSerialPort::OneStop);
+    if (isHex) {
+        m_device->setFlowControl(QSerialPort::SoftwareControl);
+        m_device->setDataTerminalReady(false);
+    }
+}
+
+void PlayedLine::send(const QByteArray& bytes)
+{
+    if (m_device->write(bytes) < 0)
+        throw HostError(tr("port %1: %2").arg(m_name, m_device->errorString()), sale::ErrorKind::Line);
+}
+
+bool PlayedLine::ask(trace::HostPlayer& player)
+{
+    send(player.nextRequest());
+    if (waitForAnswer(player))
+        return true;
+    player.giveUp();
+    return false;
+}
+
+bool PlayedLine::waitForAnswer(trace::HostPlayer& player)
+{
+    const bool isHex = player.isHex();
+    bool isAsked = false;
+    QElapsedTimer timer;
+    timer.start();
+    while (!timer.hasExpired(longestAnswerMs)) {
+        if (m_device->waitForReadyRead(isHex ? hexSilenceMs : longestAnswerMs)) {
+            isAsked = false;
+            if (player.receive(m_device->read(mostAtOnce)))
+                return true;
+        } else if (!isHex || isAsked || m_device->write(QByteArray(1, trace::enquiry)) < 0) {
+            return false;
+        } else {
+            isAsked = true;
+        }
+    }
+    return false;
+}
+
+trace::Identity identityOf(
+    PlayedLine& line, const trace::Trace& trace, const QString& port, const Options& options)
+{
+    trace::Identity identity;
+    const bool hasInn = !options.expected.inn.isEmpty();
+    trace::HostPlayer player(trace::identityQuestions(trace, hasInn), options.password.toLatin1());
+    while (!player.isOver()) {
+        if (!line.ask(player))
+            throw HostError(tr("port %1: no answer to the question which register it is").arg(port),
+                sale::ErrorKind::Line);
+        identity.take(player.lastAnswer());
+    }
+    return identity;
+}
+
+[[noreturn]] void refuse(const trace::Trace& trace, const QString& drive, const QStringList& changes)
+{
+    const QString standIns = trace.hasStandIns() ? tr(", with stand-ins for names and texts") : QString();
+    throw Refusal(sale::ErrorKind::Data,
+        tr("the trace does more than ask (%1), and the fiscal drive, %2, is none for tests: it would be done once "
+           "more%3. --force plays it all the same")
+            .arg(changes.join(QStringLiteral(", ")), drive.isEmpty() ? tr("not told") : drive, standIns));
+}
+
+/// Who the register is, as far as that decides whether the trace may go to it.
+void checkRegister(PlayedLine& line, const trace::Trace& trace, const QString& port, const Options& options)
+{
+    const QStringList changes = trace::changesOf(trace);
+    const bool isExpected = !options.expected.serial.isEmpty() || !options.expected.inn.isEmpty();
+    const bool wantsTestDrive = !changes.isEmpty() && !options.force;
+    if (!isExpected && !wantsTestDrive)
+        return;
+    const trace::Identity identity = identityOf(line, trace, port, options);
+    options.answer->drive = identity.drive;
+    sale::RegisterLine expected = options.line();
+    expected.protocol = trace::isHex(trace) ? receipt::Protocol::Hex : receipt::Protocol::Xml;
+    sale::compareRegister({identity.serial, identity.inn}, expected);
+    if (wantsTestDrive && !sale::isTestDrive(identity.drive))
+        refuse(trace, identity.drive, changes);
+}
+
+Output hostReport(const trace::HostPlayer& player, qsizetype played)
+{
+    const QStringList& differences = player.differences();
+    Output output;
+    output.lines
+        = QStringList{tr("%1 of %2 requests answered").arg(played).arg(player.count())} + differences;
+    output.json = {{QStringLiteral("played"), played}, {QStringLiteral("requests"), player.count()},
+        {QStringLiteral("differences"), QJsonArray::fromStringList(differences)}};
+    output.status = differences.isEmpty() ? ExitSuccess : ExitFailure;
+    return output;
+}
+
+/// Whoever sells on that register is stopped otherwise, and does not know by what.
+void tellOfJournals(const trace::Trace& trace, const Options& options)
+{
+    if (trace::changesOf(trace).isEmpty())
+        return;
+    options.warnings->add({{receipt::Finding::Warning, {}, {},
+        tr("what the trace made stands in no journal: where one knows this register, the next document on it waits "
+           "for frctl journal accept")}});
+}
+
+} // namespace
+
+Output playHost(const trace::Trace& trace, const QString& port, const Options& options)
+{
+    PlayedLine line(port);
+    trace::HostPlayer player(trace, options.password.toLatin1());
+    line.setUp(trace::isHex(trace));
+    catchInterruptions();
+    checkRegister(line, trace, port, options);
+    qsizetype played = 0;
+    while (!player.isOver())
+        played += line.ask(player) ? 1 : 0;
+    line.leaveIdle();
+    tellOfJournals(trace, options);
+    return hostReport(player, played);
+}
+
+} // namespace frctl
