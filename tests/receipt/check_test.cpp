@@ -282,8 +282,8 @@ TEST(CheckedReceipt, KeyThatStandsTwiceHidesNothing)
         FAIL();
     } catch (const ReceiptError& error) {
         EXPECT_STREQ(error.what(),
-            "type: stands there twice; items: must be an array (given: 7); "
-            "payments: must be an array (given: 7)");
+            "type: stands there twice; items: must be an array, not a number (given: 7); "
+            "payments: must be an array, not a number (given: 7)");
     }
 }
 
