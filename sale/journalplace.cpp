@@ -57,7 +57,7 @@ QString journalPlace(const QString& folder)
 void requireJournalPlace(const QString& fileName)
 {
     QString folder = QFileInfo(fileName).absolutePath();
-    while (isMissing(folder))
+    while (!lookAt(folder))
         folder = QFileInfo(folder).absolutePath();
     // What is no folder has nothing in it.
     requireUse(folder + QStringLiteral("/."), W_OK | X_OK, fileName);
