@@ -109,6 +109,12 @@ TEST(Program, ShowsTheDocumentsOfAStateThatIsInUse)
         EXPECT_EQ(missingFrom(said, row.said), "") << said.toStdString();
     }
     EXPECT_FALSE(QFileInfo::exists(folder.filePath("other")));
+    // A list that nobody can read is none that was shown.
+    QProcess closed;
+    closed.start("bash", {"-c", "exec \"$0\" documents --state \"$1\" >&-", FRSPF_EMULATOR, state});
+    ASSERT_TRUE(closed.waitForFinished(patience));
+    EXPECT_EQ(closed.exitCode(), 1);
+    EXPECT_TRUE(closed.readAllStandardError().contains("cannot be written"));
 }
 
 TEST(Program, EachStartHasAFiscalDriveOfItsOwn)
