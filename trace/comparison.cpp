@@ -1,5 +1,4 @@
 #include "trace/comparison.h"
-#include "tracetr.h"
 
 #include "trace/mask.h"
 #include "trace/meaning.h"

@@ -1,5 +1,4 @@
 #include "trace/hostplayer.h"
-#include "tracetr.h"
 
 #include "trace/codepage.h"
 #include "trace/hexframe.h"

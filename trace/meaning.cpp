@@ -1,5 +1,4 @@
 #include "trace/meaning.h"
-#include "tracetr.h"
 
 #include "trace/tracetr.h"
 

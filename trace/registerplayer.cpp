@@ -1,5 +1,4 @@
 #include "trace/registerplayer.h"
-#include "tracetr.h"
 
 #include "trace/hexframe.h"
 #include "trace/signs.h"

@@ -1,5 +1,4 @@
 #include "trace/tracefile.h"
-#include "tracetr.h"
 
 #include "trace/traceline.h"
 #include "trace/tracetr.h"

@@ -1,5 +1,4 @@
 #include "trace/traceline.h"
-#include "tracetr.h"
 
 #include "trace/tracetr.h"
 

@@ -1,5 +1,4 @@
 #include "trace/tracereader.h"
-#include "tracetr.h"
 
 #include "trace/traceline.h"
 #include "trace/tracetr.h"

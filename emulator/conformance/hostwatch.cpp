@@ -8,11 +8,18 @@
 namespace emulator {
 
 HostWatch::HostWatch(const Register& device)
+    : m_device(device)
 {
-    m_rules.push_back(std::make_unique<OutcomeRule>(device));
+    beginAnew();
+}
+
+void HostWatch::beginAnew()
+{
+    m_rules.clear();
+    m_rules.push_back(std::make_unique<OutcomeRule>(m_device));
     m_rules.push_back(std::make_unique<RepetitionRule>());
-    m_rules.push_back(std::make_unique<ShiftRule>(device));
-    m_rules.push_back(std::make_unique<PaymentRule>(device));
+    m_rules.push_back(std::make_unique<ShiftRule>(m_device));
+    m_rules.push_back(std::make_unique<PaymentRule>(m_device));
 }
 
 void HostWatch::store(const QJsonObject& document)

@@ -20,9 +20,13 @@ public:
     /// A document as the journal has it.
     void store(const QJsonObject& document);
     void note(const Exchange& exchange);
+    /// The register is another one than before: what the host did with the last one binds it no more. The
+    /// record goes on.
+    void beginAnew();
     const HostRecord& record() const { return m_record; }
 
 private:
+    const Register& m_device;
     HostRecord m_record;
     std::vector<std::unique_ptr<HostRule>> m_rules;
 };

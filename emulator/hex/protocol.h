@@ -17,10 +17,10 @@ public:
 
     void receive(const QByteArray& bytes) override;
     bool isIdle() const override { return m_framer.isIdle(milliseconds()); }
-    void forget() override { m_framer = HexFramer(); }
 
 protected:
     Language language() const override { return Language::Hex; }
+    void forgetRequest() override { m_framer = HexFramer(); }
     QByteArray foreignAnswer(const QByteArray& answer) const override;
     QByteArray damagedAnswer(const QByteArray& answer) const override;
     QByteArray noise() const override;

@@ -113,8 +113,13 @@ void Protocol::cutPower()
 {
     m_device.setPowered(false);
     m_outbox.clear();
-    m_late.clear();
     forget();
+}
+
+void Protocol::forget()
+{
+    m_late.clear();
+    forgetRequest();
 }
 
 void Protocol::deliver(const QByteArray& request, const QByteArray& answer, const Fault& fault)

@@ -23,8 +23,8 @@ public:
     virtual void receive(const QByteArray& bytes) = 0;
     /// Nothing of a request has come yet.
     virtual bool isIdle() const = 0;
-    /// Nothing has come of a request any more, as when the power was gone.
-    virtual void forget() = 0;
+    /// Nothing has come of a request any more, and no late answer waits, as when the power was gone.
+    void forget();
 
     void setFaults(const FaultPlan& plan) { m_plan = plan; }
     /// Overrules the plan; null for nobody.
@@ -62,6 +62,8 @@ protected:
     bool isDeaf() const { return m_deaf; }
 
     virtual Language language() const = 0;
+    /// What has come of a request is dropped.
+    virtual void forgetRequest() = 0;
     /// An answer that belongs to another request.
     virtual QByteArray foreignAnswer(const QByteArray& answer) const = 0;
     /// The answer with a damaged check value.

@@ -3,6 +3,8 @@
 #include "memory/memoryerror.h"
 #include "register/register.h"
 
+#include <utility>
+
 namespace emulator {
 
 namespace {
@@ -30,6 +32,11 @@ Memory::Memory(std::unique_ptr<StateFolder> folder)
     , m_saved(m_store.parts())
     , m_lastDocument(m_store.lastDocument())
 {
+}
+
+std::unique_ptr<StateFolder> Memory::close(std::unique_ptr<Memory> memory)
+{
+    return std::move(memory->m_folder);
 }
 
 std::optional<Identity> Memory::identity() const

@@ -21,6 +21,9 @@ public:
     /// Opens the state of a folder and checks what is in it; makes it where it is missing.
     explicit Memory(std::unique_ptr<StateFolder> folder);
 
+    /// Closes the state; its folder stays locked.
+    static std::unique_ptr<StateFolder> close(std::unique_ptr<Memory> memory);
+
     /// The register that the state is of; no value for a new state.
     std::optional<Identity> identity() const;
     /// The register is as it was when it was saved last, and has to be started by its host. A new state

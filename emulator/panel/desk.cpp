@@ -83,11 +83,14 @@ void Desk::tellWhatEnded()
         tell("state", eventview::part(QStringLiteral("power")));
 }
 
-void Desk::remember(const QList<StoredDocument>& documents)
+void Desk::begin(const QList<StoredDocument>& documents)
 {
+    m_seen = seen();
+    m_documentBefore = m_device.drive().last().number;
     m_documents = DocumentArchive();
     for (const StoredDocument& document : documents)
         m_documents.add(document);
+    m_documents.follow(m_device.drive());
 }
 
 void Desk::setPower(bool isOn)
@@ -101,14 +104,15 @@ void Desk::changed(const QString& part)
 {
     m_seen = seen();
     tell("state", eventview::part(part));
-    m_hands.keep();
-    settle();
+    if (m_hands.keep())
+        settle();
 }
 
 void Desk::replaced()
 {
     m_documentBefore = m_device.drive().last().number;
     m_exchanges.forgetDocumentsAfter(m_documentBefore);
+    m_watch.beginAnew();
     m_hands.dropLine();
     changed(QStringLiteral("register"));
 }

@@ -30,8 +30,8 @@ public:
     void printed(const tape::Page& page);
     /// All that was told is kept.
     void settle();
-    /// Documents of earlier runs.
-    void remember(const QList<StoredDocument>& documents);
+    /// The register was switched on, with these documents of earlier runs.
+    void begin(const QList<StoredDocument>& documents);
     void setHands(const Hands& hands) { m_hands = hands; }
     void setSnapshots(std::unique_ptr<Snapshots> snapshots) { m_snapshots = std::move(snapshots); }
     void setLine(const QString& line) { m_line = line; }

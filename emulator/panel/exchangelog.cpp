@@ -24,10 +24,11 @@ void ExchangeLog::take(trace::Direction direction, const QByteArray& bytes)
     const LoggedFrame frame{++m_lastFrame, {trace::Recorder::systemTime(), 1, direction, bytes}};
     // A request waits for the register to act on it; a sign of the line, such as ENQ, is about the last one.
     const bool isAboutLast = direction == trace::Direction::ToHost || bytes.size() == 1;
-    if (isAboutLast && !m_exchanges.empty())
-        append(m_exchanges.back(), frame);
-    else
+    if (!isAboutLast || m_exchanges.empty())
         m_loose.append(frame);
+    // A host that asks a register at work for a sign of life may do so for ever.
+    else if (bytes.size() > 1 || m_exchanges.back().frames.size() < mostFrames)
+        append(m_exchanges.back(), frame);
     if (m_loose.size() > mostLoose)
         m_loose.removeFirst();
 }
@@ -35,8 +36,9 @@ void ExchangeLog::take(trace::Direction direction, const QByteArray& bytes)
 int ExchangeLog::note(LoggedExchange exchange)
 {
     const QByteArray request = std::exchange(exchange.exchange.request, {});
+    // Blanks behind a document are no part of the request, but of its frame.
     const auto own = std::find_if(m_loose.cbegin(), m_loose.cend(),
-        [&request](const LoggedFrame& frame) { return frame.frame.bytes == request; });
+        [&request](const LoggedFrame& frame) { return frame.frame.bytes.trimmed() == request.trimmed(); });
     // What stands before it is noise that came with it.
     const qsizetype count = own == m_loose.cend() ? m_loose.size() : own - m_loose.cbegin() + 1;
     exchange.number = ++m_last;

@@ -37,6 +37,8 @@ private:
     static constexpr size_t mostExchanges = 2000;
     static constexpr qsizetype mostBytes = 8'000'000;
     static constexpr qsizetype mostLoose = 100;
+    /// Of an exchange, with which signs of the line are kept.
+    static constexpr qsizetype mostFrames = 500;
 
     trace::Framer m_requests{trace::Direction::ToRegister};
     trace::Framer m_answers{trace::Direction::ToHost};

@@ -31,13 +31,14 @@ Fault faultOf(PowerCut cut)
 
 Fault FaultDesk::choose(const QByteArray& request, Language language)
 {
-    if (!m_cut && m_rules.isEmpty() && !m_isMagic)
+    // The rules count what they may hit, which this is not.
+    if (m_cut)
+        return faultOf(*std::exchange(m_cut, std::nullopt));
+    if (m_rules.isEmpty() && !m_isMagic)
         return {};
     const trace::Meaning meaning = trace::Decoder().decode({0, 1, trace::Direction::ToRegister, request});
     const FaultRule* const rule = m_rules.hit(lookedAt(meaning), language);
     const Fault magic = m_isMagic ? m_magic.choose(meaning, language) : Fault();
-    if (m_cut)
-        return faultOf(*std::exchange(m_cut, std::nullopt));
     return rule != nullptr ? rule->fault : magic;
 }
 

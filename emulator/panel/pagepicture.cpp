@@ -18,6 +18,9 @@ namespace {
 /// As the program that draws tells it by its exit status.
 constexpr int pageTooLong = 3;
 constexpr http::Pending::Time patience{30'000};
+/// Each takes a processor and tens of megabytes.
+constexpr qsizetype mostAtOnce = 8;
+const QString processName = QStringLiteral("frspf-draw");
 
 QByteArray contentTypeOf(const QString& format)
 {
@@ -41,13 +44,48 @@ QString drawingProgram()
     return {};
 }
 
-http::Response drawn(QProcess& process, int status, const QString& format)
+http::Response drawn(QProcess& process, const QString& format)
 {
+    const int status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    if (process.error() == QProcess::FailedToStart)
+        return failure(503, QStringLiteral("frspf-draw does not start: %1.").arg(process.errorString()));
     if (status == pageTooLong)
         return failure(422, QStringLiteral("The page is too long for this; svg takes any."));
     if (status != 0)
         return failure(503, QStringLiteral("frspf-draw failed with status %1.").arg(status));
     return http::Response::bytes(process.readAllStandardOutput(), contentTypeOf(format));
+}
+
+bool isBusy()
+{
+    const QObject* const parent = QCoreApplication::instance();
+    return parent->findChildren<QProcess*>(processName, Qt::FindDirectChildrenOnly).size() >= mostAtOnce;
+}
+
+std::shared_ptr<http::Pending> draw(const QString& program, const tape::Page& page, const QString& format)
+{
+    const auto pending = std::make_shared<http::Pending>(
+        patience, failure(503, QStringLiteral("frspf-draw took too long.")));
+    auto* const process = new QProcess(QCoreApplication::instance());
+    process->setObjectName(processName);
+    const auto finish = [pending, process, format] {
+        pending->answer(drawn(*process, format));
+        process->deleteLater();
+    };
+    QObject::connect(process, &QProcess::finished, process, finish);
+    // One that does not start never finishes.
+    QObject::connect(process, &QProcess::errorOccurred, process, [finish](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            finish();
+    });
+    pending->onGone([guard = QPointer<QProcess>(process)] {
+        if (guard)
+            guard->kill();
+    });
+    process->start(program, {format});
+    process->write(QJsonDocument(tape::toJson(page)).toJson(QJsonDocument::Compact));
+    process->closeWriteChannel();
+    return pending;
 }
 
 } // namespace
@@ -59,22 +97,11 @@ http::Answer answer(const tape::Page& page, const QString& format)
     const QString program = drawingProgram();
     if (program.isEmpty())
         return failure(503, QStringLiteral("The program that draws, frspf-draw, is not installed."));
-    const auto pending = std::make_shared<http::Pending>(
-        patience, failure(503, QStringLiteral("frspf-draw took too long.")));
-    auto* const process = new QProcess(QCoreApplication::instance());
-    QObject::connect(process, &QProcess::finished, process,
-        [pending, process, format](int status, QProcess::ExitStatus ending) {
-            pending->answer(drawn(*process, ending == QProcess::NormalExit ? status : -1, format));
-            process->deleteLater();
-        });
-    pending->onGone([guard = QPointer<QProcess>(process)] {
-        if (guard)
-            guard->kill();
-    });
-    process->start(program, {format});
-    process->write(QJsonDocument(tape::toJson(page)).toJson(QJsonDocument::Compact));
-    process->closeWriteChannel();
-    return pending;
+    if (isBusy())
+        return http::Problem(503, QStringLiteral("Too many pictures are being drawn."))
+            .withHeader("Retry-After", "1")
+            .response();
+    return draw(program, page, format);
 }
 
 } // namespace emulator::panel::pagepicture

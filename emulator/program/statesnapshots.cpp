@@ -2,14 +2,34 @@
 
 #include "memory/memoryerror.h"
 
-StateSnapshots::StateSnapshots(std::unique_ptr<emulator::Memory>& memory, emulator::Register& device,
-    const QString& folder, qint64 sourceAhead)
+namespace {
+
+emulator::MemoryError closedState()
+{
+    return emulator::MemoryError(QStringLiteral("it could not be opened again"));
+}
+
+} // namespace
+
+StateSnapshots::StateSnapshots(
+    std::unique_ptr<emulator::Memory>& memory, emulator::Register& device, qint64 sourceAhead)
     : m_memory(memory)
     , m_device(device)
-    , m_folder(folder)
     , m_sourceAhead(sourceAhead)
     , m_factory(device.snapshot())
 {
+}
+
+QStringList StateSnapshots::names() const
+{
+    return m_memory ? m_memory->folder().snapshots() : QStringList();
+}
+
+void StateSnapshots::keep(const QString& name)
+{
+    if (!m_memory)
+        throw closedState();
+    m_memory->folder().keepSnapshot(name);
 }
 
 void StateSnapshots::reopen(std::unique_ptr<emulator::StateFolder> folder)
@@ -21,8 +41,9 @@ void StateSnapshots::reopen(std::unique_ptr<emulator::StateFolder> folder)
 template <typename Work>
 void StateSnapshots::between(Work work)
 {
-    m_memory.reset();
-    auto folder = std::make_unique<emulator::StateFolder>(m_folder);
+    if (!m_memory)
+        throw closedState();
+    std::unique_ptr<emulator::StateFolder> folder = emulator::Memory::close(std::move(m_memory));
     try {
         work(*folder);
     } catch (const emulator::MemoryError&) {
@@ -35,7 +56,13 @@ void StateSnapshots::between(Work work)
 void StateSnapshots::restore(const QString& name)
 {
     between([&name](const emulator::StateFolder& folder) { folder.restoreSnapshot(name); });
-    m_memory->load(m_device, m_sourceAhead);
+    try {
+        m_memory->load(m_device, m_sourceAhead);
+    } catch (const emulator::MemoryError&) {
+        // What the register has now is not to be written over what it could not read.
+        m_memory.reset();
+        throw;
+    }
 }
 
 void StateSnapshots::reset()

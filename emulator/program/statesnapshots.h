@@ -8,13 +8,13 @@
 class StateSnapshots : public emulator::panel::Snapshots
 {
 public:
-    /// The register is as it left the factory. The memory is the one that it has, now and later; the source
-    /// of its clock is so many milliseconds ahead of the computer's clock.
-    StateSnapshots(std::unique_ptr<emulator::Memory>& memory, emulator::Register& device,
-        const QString& folder, qint64 sourceAhead);
+    /// The register is as it left the factory. The memory is the one that it has, now and later: null once
+    /// its state could not be opened again, and then nothing can be kept. The source of the register's clock
+    /// is so many milliseconds ahead of the computer's clock.
+    StateSnapshots(std::unique_ptr<emulator::Memory>& memory, emulator::Register& device, qint64 sourceAhead);
 
-    QStringList names() const override { return m_memory->folder().snapshots(); }
-    void keep(const QString& name) override { m_memory->folder().keepSnapshot(name); }
+    QStringList names() const override;
+    void keep(const QString& name) override;
     void restore(const QString& name) override;
     void reset() override;
 
@@ -26,7 +26,6 @@ private:
 
     std::unique_ptr<emulator::Memory>& m_memory;
     emulator::Register& m_device;
-    QString m_folder;
     qint64 m_sourceAhead;
     emulator::RegisterSnapshot m_factory;
 };

@@ -52,8 +52,8 @@ Station::Station(const Options& options, std::unique_ptr<emulator::Memory> memor
     if (panel != nullptr)
         sitDown(*panel);
     power::switchOn(m_register, m_memory.get(), options);
-    if (m_desk != nullptr && m_memory)
-        m_desk->remember(m_memory->documents());
+    if (m_desk != nullptr)
+        m_desk->begin(m_memory ? m_memory->documents() : QList<emulator::StoredDocument>());
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, [this] { pump(); });
@@ -91,8 +91,7 @@ void Station::sitDown(emulator::panel::Panel& panel)
             m_protocol.forget();
         }});
     if (m_memory)
-        m_desk->setSnapshots(std::make_unique<StateSnapshots>(
-            m_memory, m_register, m_options.stateFolder, m_options.clockAhead));
+        m_desk->setSnapshots(std::make_unique<StateSnapshots>(m_memory, m_register, m_options.clockAhead));
 }
 
 QString Station::open()
@@ -192,6 +191,8 @@ void Station::togglePaper()
 void Station::receive(const QByteArray& bytes)
 {
     trace(trace::Direction::ToRegister, bytes);
+    if (!m_register.isPowered())
+        return;
     // In pieces: pages are kept for so many documents only until they are on the disk, and a request that
     // makes one may be as short as 12 bytes.
     constexpr qsizetype piece = 3000;
@@ -207,6 +208,8 @@ bool Station::keep()
     try {
         if (m_memory)
             m_memory->save(m_register);
+        else if (!m_options.stateFolder.isEmpty())
+            throw emulator::MemoryError(QStringLiteral("it could not be opened again"));
         showOutput();
         if (m_desk != nullptr)
             m_desk->settle();

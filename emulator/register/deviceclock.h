@@ -16,35 +16,45 @@ public:
     {
     }
 
-    QDateTime now() const { return QDateTime::fromMSecsSinceEpoch(shown()); }
-    void set(const QDateTime& time) { setShown(time.toMSecsSinceEpoch()); }
+    QDateTime now() const
+    {
+        const qint64 source = m_source.milliseconds();
+        return QDateTime::fromMSecsSinceEpoch(source + offsetAt(source));
+    }
+    void set(const QDateTime& time)
+    {
+        m_setAt = m_source.milliseconds();
+        m_offset = time.toMSecsSinceEpoch() - m_setAt;
+    }
     /// Milliseconds by which it is ahead of the clock that it was given.
-    qint64 offset() const { return shown() - m_source.milliseconds(); }
-    void setOffset(qint64 offset) { setShown(m_source.milliseconds() + offset); }
+    qint64 offset() const { return offsetAt(m_source.milliseconds()); }
+    void setOffset(qint64 offset)
+    {
+        m_setAt = m_source.milliseconds();
+        m_offset = offset;
+    }
     double speed() const { return m_speed; }
     void setSpeed(double speed)
     {
-        setShown(shown());
+        const qint64 source = m_source.milliseconds();
+        m_offset = offsetAt(source);
+        m_setAt = source;
         m_speed = speed;
     }
     /// For spans of time, which do not mind that the clock is set.
     qint64 milliseconds() const { return m_source.milliseconds(); }
 
 private:
-    qint64 shown() const
+    /// At the usual speed always the same, whenever it is asked for.
+    qint64 offsetAt(qint64 source) const
     {
-        const qint64 passed = m_source.milliseconds() - m_setAt;
-        return m_setTo + (m_speed == 1 ? passed : static_cast<qint64>(static_cast<double>(passed) * m_speed));
-    }
-    void setShown(qint64 milliseconds)
-    {
-        m_setAt = m_source.milliseconds();
-        m_setTo = milliseconds;
+        const auto gained = static_cast<double>(source - m_setAt) * (m_speed - 1);
+        return m_offset + static_cast<qint64>(gained);
     }
 
     const Clock& m_source;
-    /// What it was set to, and when that was by the other one.
-    qint64 m_setTo = 0;
+    /// How far it was ahead when it was set, and when that was by the other one.
+    qint64 m_offset = 0;
     qint64 m_setAt = 0;
     double m_speed = 1;
 };

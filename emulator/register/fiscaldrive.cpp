@@ -116,6 +116,7 @@ QList<StoredDocument> FiscalDrive::documentsFrom(quint32 number) const
 void FiscalDrive::restore(const DriveMemory& memory, const QList<StoredDocument>& documents)
 {
     m_registrations = 0;
+    m_lastRegistration = QDateTime();
     m_documents.clear();
     for (const StoredDocument& document : documents) {
         append(document.record);

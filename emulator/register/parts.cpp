@@ -8,11 +8,18 @@ namespace emulator {
 Parts::Parts(const Clock& source, const Identity& itsIdentity)
     : identity(itsIdentity)
     , clock(source)
+    , parameters(factoryParameters())
     , settings(identity.width)
     , drive(identity.driveNumber, clock.now(),
           recording::factoryDocuments(identity, state.registration, clock.now()), identity.driveLife)
 {
-    parameters.set(parameter::serialNumber, 0, identity.serialNumber);
+}
+
+ParameterStore Parts::factoryParameters() const
+{
+    ParameterStore made;
+    made.set(parameter::serialNumber, 0, identity.serialNumber);
+    return made;
 }
 
 } // namespace emulator

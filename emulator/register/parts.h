@@ -18,6 +18,9 @@ struct Parts
 {
     Parts(const Clock& source, const Identity& itsIdentity);
 
+    /// The numbered settings as they leave the factory.
+    ParameterStore factoryParameters() const;
+
     const Identity identity;
     DeviceClock clock;
     ParameterStore parameters;

@@ -73,7 +73,9 @@ void Register::restoreMemory(const RegisterMemory& memory)
 {
     const bool isOperatorReachable = m_parts.state.isOperatorReachable;
     m_parts.clock.setOffset(memory.clockOffset);
-    // One that an older version has not known keeps what it left the factory with.
+    // One that an older version has not known is as it left the factory.
+    m_parts.parameters = m_parts.factoryParameters();
+    m_parts.settings = Settings(m_parts.identity.width);
     for (auto value = memory.parameters.cbegin(); value != memory.parameters.cend(); ++value)
         m_parts.parameters.set(value.key().first, value.key().second, value.value());
     for (auto value = memory.settings.cbegin(); value != memory.settings.cend(); ++value)

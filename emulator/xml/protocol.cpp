@@ -77,6 +77,12 @@ void XmlProtocol::receive(const QByteArray& bytes)
     }
 }
 
+void XmlProtocol::forgetRequest()
+{
+    m_buffer.clear();
+    m_skipped.clear();
+}
+
 void XmlProtocol::skip()
 {
     const qsizetype begin = m_buffer.indexOf('<');

@@ -16,12 +16,12 @@ public:
 
     void receive(const QByteArray& bytes) override;
     bool isIdle() const override;
-    void forget() override { m_buffer.clear(); }
     /// Takes no request any more, and tells why.
     void refuseAll(const QString& reason) { m_refusal = reason; }
 
 protected:
     Language language() const override { return Language::Xml; }
+    void forgetRequest() override;
     QByteArray foreignAnswer(const QByteArray& answer) const override;
     QByteArray damagedAnswer(const QByteArray& answer) const override;
     QByteArray noise() const override;

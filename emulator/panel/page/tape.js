@@ -20,6 +20,8 @@ export class Tape {
         this.isFollowing = true;
         // A register at work prints faster than anybody reads.
         this.extend = throttled(FRAME, () => {
+            if (this.isFollowing && this.last - this.base > 2 * SHOWN)
+                this.#restart({ first: 1, last: this.last });
             this.list.layout(this.last - this.base + 1);
             this.#settle();
         });

@@ -77,6 +77,17 @@ TEST(Panel, PowerGoesBeforeOrAfterADocumentIsStored)
     }
 }
 
+TEST(Panel, ALateAnswerGoesWithThePower)
+{
+    HexPanel rig;
+    openShift(rig);
+    rig.ask("PUT", "/v1/faults", R"({"rules":[{"mode":"late","nth":1}]})");
+    EXPECT_EQ(code(rig, {0xA7, {}}), -1);
+    rig.ask("PUT", "/v1/power", R"({"state":"off"})");
+    rig.ask("PUT", "/v1/power", R"({"state":"on"})");
+    EXPECT_EQ(rig.pass(rig.frame({0xA7, {}})).count('\x02'), 1);
+}
+
 TEST(Panel, ADocumentLeadsToItsFramesAndRefusals)
 {
     HexPanel rig;
@@ -177,13 +188,18 @@ TEST(Panel, SnapshotsBringBackAll)
     HexPanel rig;
     openShift(rig);
     rig.ask("PUT", "/v1/snapshots/morning");
-    passAll(rig, sale());
+    passAll(rig, QList<Step>{{0xA2, {"900", "0", "new"}}} + sale().first(4));
+    rig.ask("PUT", "/v1/faults", R"({"rules":[{"mode":"lost","nth":1}]})");
+    EXPECT_EQ(code(rig, finish()), -1);
     rig.ask("POST", "/v1/snapshots/morning/restore");
+    EXPECT_FALSE(rig.device.parameters().value(900, 0)) << "it was written later";
     EXPECT_EQ(code(rig, open(2)), 1) << "not started";
     passAll(rig, QList<Step>{{0x00, {"010324", "090000"}}} + sale("5.00"));
     const QJsonObject sold = rig.ask("GET", "/v1/documents/3").json();
     EXPECT_EQ(sold.value("total"), "5.00");
     EXPECT_EQ(sold.value("exchanges").toArray().size(), 7) << "those of the time that never was are not its";
+    EXPECT_EQ(rig.ask("GET", "/v1/conformance").json().value("warnings"), QJsonArray())
+        << "nobody need ask what became of a receipt that never was";
     rig.ask("POST", "/v1/reset");
     EXPECT_EQ(rig.ask("GET", "/v1/documents").json().value("documents").toArray().size(), 1);
 }

@@ -92,6 +92,9 @@ TEST(PanelProgram, SnapshotsOfAStateAreKeptInItsFolder)
     }
     const Seen again(state);
     EXPECT_TRUE(again.ask("GET", "/v1/documents").contains("\"number\":2"));
+    EXPECT_EQ(sendAll(again.ready, {0xA7}).code, 0);
+    EXPECT_TRUE(again.ask("GET", "/v1/exchanges/1").contains("\"document\":null"))
+        << "what earlier runs stored is not its";
     EXPECT_TRUE(again.ask("POST", "/v1/snapshots/closed/restore").contains("\"documents\":1"));
     EXPECT_EQ(sendAll(again.ready, {0xA7, 0x00, 0xA0}).code, 0);
 }

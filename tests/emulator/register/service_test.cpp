@@ -1,7 +1,24 @@
+#include "register/deviceclock.h"
 #include "register/parametertable.h"
 #include "rig.h"
 
 #include <gtest/gtest.h>
+
+TEST(Service, ClockThatNobodySetsStaysAsFarAhead)
+{
+    /// Time passes also between two looks at it.
+    struct Restless : emulator::Clock
+    {
+        qint64 milliseconds() const override { return ++now; }
+        mutable qint64 now = 1'000'000;
+    };
+    const Restless source;
+    emulator::DeviceClock clock(source);
+    clock.setOffset(5000);
+    EXPECT_EQ(clock.offset(), 5000);
+    clock.setSpeed(3);
+    EXPECT_GT(clock.offset(), 5000);
+}
 
 TEST(Service, ParametersKeepTheirLimits)
 {
