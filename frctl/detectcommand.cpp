@@ -27,6 +27,12 @@ QStringList protocolsOf(const Options& options)
     return {QStringLiteral("XML"), QStringLiteral("HEX")};
 }
 
+/// The other protocol would disturb a register at its work.
+bool isSettled(const Probe& probe)
+{
+    return probe.found || probe.isAtWork || !probe.isAsked;
+}
+
 /// Asks until one answers.
 void askPort(DetectedPort& port, const Options& options)
 {
@@ -35,7 +41,7 @@ void askPort(DetectedPort& port, const Options& options)
         return;
     for (const QString& protocol : protocolsOf(options)) {
         port.probes.append(probe(options, port.info.path, protocol));
-        if (port.probes.constLast().found || !port.probes.constLast().isAsked)
+        if (isSettled(port.probes.constLast()))
             return;
     }
 }

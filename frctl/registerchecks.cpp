@@ -173,6 +173,8 @@ QList<HealthCheck> registerChecks(const Options& options)
         const Probe first = probe(options, options.port, options.protocol);
         if (!first.isAsked)
             return failed(wrong("register", first.failure, tr("see to its port first")));
+        if (first.isAtWork)
+            return failed(wrong("register", first.failure, likelyCause(first)));
         if (!first.found)
             return failed(unanswered(options, first.failure));
         return askRegister(options);

@@ -20,16 +20,23 @@ namespace {
 
 /// A register answers the first question within a second or two; a driver would ask for a minute and more.
 constexpr int probeMs = 4000;
+/// What a register over HEX says when it is asked whether it is there, also when it has no time for more.
+constexpr char acknowledgement = 0x06;
 
 class LineWatch : public devices::LineObserver
 {
 public:
     void opened() override { }
     void sent(const QByteArray&) override { }
-    void received(const QByteArray& bytes) override { count += bytes.size(); }
+    void received(const QByteArray& bytes) override
+    {
+        count += bytes.size();
+        isAcknowledgedOnly = isAcknowledgedOnly && bytes.count(acknowledgement) == bytes.size();
+    }
     void failed(const QString&) override { hasFailed = true; }
 
     qint64 count = 0;
+    bool isAcknowledgedOnly = true;
     bool hasFailed = false;
 };
 
@@ -99,6 +106,8 @@ Probe probe(const Options& options, const QString& port, const QString& protocol
         probe.failure = error.tr().ru();
     }
     probe.receivedBytes = watch.count;
+    probe.isAtWork = protocol == QStringLiteral("HEX") && !probe.found && watch.count > 0
+        && watch.isAcknowledgedOnly && !hasLineErrors(probe);
     return probe;
 }
 
@@ -115,6 +124,8 @@ QString likelyCause(const Probe& probe)
                   "register to 115200 baud, 8 data bits, no parity")
             .arg(probe.lineErrors->framing)
             .arg(probe.lineErrors->parity);
+    if (probe.isAtWork)
+        return tr("a register is at work there; ask again later");
     if (probe.receivedBytes > 0)
         return tr("%1 bytes came that are no answer: the other protocol, or another device")
             .arg(probe.receivedBytes);

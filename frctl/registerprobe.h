@@ -37,6 +37,8 @@ struct Probe
     /// The driver's or the system's words then.
     QString failure = {};
     qint64 receivedBytes = 0;
+    /// All that came were the signs of a register that works on something, which answers when it is done.
+    bool isAtWork = false;
     /// Nothing where the system does not count.
     std::optional<devices::LineErrors> lineErrors = {};
 };
