@@ -136,8 +136,10 @@ QJsonArray portsJson(const QList<DetectedPort>& ports)
 {
     QJsonArray json;
     qsizetype found = 0;
-    for (const DetectedPort& port : ports)
-        json.append(portJson(port, port.found() != nullptr ? ++found : 0));
+    for (const DetectedPort& port : ports) {
+        found += port.found() != nullptr ? 1 : 0;
+        json.append(portJson(port, found));
+    }
     return json;
 }
 

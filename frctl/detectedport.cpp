@@ -107,7 +107,7 @@ QJsonObject portJson(const DetectedPort& port, qsizetype number)
     QJsonArray attempts;
     for (const Probe& probe : port.probes)
         attempts.append(attemptJson(probe));
-    const bool isFound = number > 0;
+    const bool isFound = port.found() != nullptr;
     return {{QStringLiteral("port"), info.path},
         {QStringLiteral("manufacturer"), textOrNull(info.manufacturer)},
         {QStringLiteral("description"), textOrNull(info.description)},

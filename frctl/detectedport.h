@@ -34,7 +34,7 @@ DetectedPort detectedPort(const devices::PortInfo& info, const QString& givenNam
 QString holdersText(const QList<devices::PortHolder>& holders);
 /// What came of asking it.
 QStringList portLines(const DetectedPort& port);
-/// The number is that of the section, for one where a register was found.
+/// The number is that of the section, which stands there where a register was found.
 QJsonObject portJson(const DetectedPort& port, qsizetype number);
 /// What asks the register for its status, and takes no other one.
 QString commandLineFor(const DetectedPort& port);
