@@ -175,7 +175,7 @@ constexpr Command commandTable[] = {
         QT_TR_NOOP(
             "Show what --trace has written, tell how two traces differ, play one (--as), or take it to Wireshark."),
         1, 3, Command::Alone, prepareTrace, "trace show sale.trace",
-        "as password force port register config protocol expect-serial expect-inn", traceVerbs,
+        "as password force port register config wait protocol expect-serial expect-inn", traceVerbs,
         QT_TR_NOOP(
             "failed; diff: they differ; replay: something was refused or did not come; the output was lost"),
         nullptr, true},
