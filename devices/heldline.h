@@ -9,8 +9,8 @@ namespace devices {
 
 class StreamDevice;
 
-/// A line that this program alone works: the port's lock is taken before it is opened, and given back after it
-/// is closed.
+/// A line that this program alone works: the port's lock is taken before it is opened, and given back after
+/// it is closed.
 class HeldLine
 {
 public:

@@ -91,9 +91,10 @@ QStringList portLines(const DetectedPort& port)
         return {tr("%1: not asked, %2 works it").arg(port.info.path, holdersText(port.holders))};
     if (port.found() != nullptr)
         return {foundLine(*port.found())};
-    if (!port.probes.isEmpty() && port.probes.constLast().isAtWork)
-        return {tr("%1: no answer over %2: %3").arg(port.probes.constLast().port,
-            port.probes.constLast().protocol, likelyCause(port.probes.constLast()))};
+    if (port.isAtWork()) {
+        const Probe& probe = port.probes.constLast();
+        return {tr("%1: no answer over %2: %3").arg(probe.port, probe.protocol, likelyCause(probe))};
+    }
     QStringList lines;
     for (const Probe& probe : port.probes)
         lines.append(tr("%1: no register over %2: %3; %4")

@@ -23,6 +23,8 @@ struct DetectedPort
     {
         return probes.isEmpty() || !probes.constLast().found ? nullptr : &probes.constLast();
     }
+    /// A register is there, and has no time for questions.
+    bool isAtWork() const { return !probes.isEmpty() && probes.constLast().isAtWork; }
     /// The name for a configuration: that of the port, or what the caller called it.
     QString givenName = {};
     QString lastingName() const { return givenName.isEmpty() ? info.stableName() : givenName; }

@@ -16,7 +16,8 @@ namespace {
 constexpr qsizetype mebibyte = 1024LL * 1024;
 constexpr qsizetype portionSize = 64LL * 1024;
 
-/// Throws UsageError without the name of the file, also for one that is larger; reading ends soon behind that.
+/// Throws UsageError without the name of the file, also for one that is larger; reading ends soon behind
+/// that.
 QByteArray readUpTo(const QString& fileName, qsizetype largestMebibytes)
 {
     const qsizetype largest = largestMebibytes * mebibyte;

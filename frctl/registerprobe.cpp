@@ -6,8 +6,9 @@
 #include "exceptions.h"
 #include "frctltr.h"
 #include "interruption.h"
-#include "lineobserver.h"
+#include "linetrace.h"
 #include "options.h"
+#include "passingobserver.h"
 #include "portname.h"
 #include "progress.h"
 #include "registerconnection.h"
@@ -23,17 +24,22 @@ constexpr int probeMs = 4000;
 /// What a register over HEX says when it is asked whether it is there, also when it has no time for more.
 constexpr char acknowledgement = 0x06;
 
-class LineWatch : public devices::LineObserver
+class LineWatch : public PassingObserver
 {
 public:
-    void opened() override { }
-    void sent(const QByteArray&) override { }
+    using PassingObserver::PassingObserver;
+
     void received(const QByteArray& bytes) override
     {
         count += bytes.size();
         isAcknowledgedOnly = isAcknowledgedOnly && bytes.count(acknowledgement) == bytes.size();
+        PassingObserver::received(bytes);
     }
-    void failed(const QString&) override { hasFailed = true; }
+    void failed(const QString& reason) override
+    {
+        hasFailed = true;
+        PassingObserver::failed(reason);
+    }
 
     qint64 count = 0;
     bool isAcknowledgedOnly = true;
@@ -84,10 +90,12 @@ bool hasLineErrors(const Probe& probe)
 
 } // namespace
 
-Probe probe(const Options& options, const QString& port, const QString& protocol)
+Probe probe(const Options& options, const QString& port, const QString& protocol, LineTrace* trace)
 {
     const Progress progress(tr("%1: asking over %2").arg(port, protocol));
-    LineWatch watch;
+    if (trace != nullptr)
+        trace->note(port + QLatin1Char(' ') + protocol);
+    LineWatch watch(trace);
     devices::ConnectionSettings settings = options.connection();
     settings.port = port;
     settings.protocol = protocol;
