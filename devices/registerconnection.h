@@ -2,7 +2,6 @@
 
 #include "connectionsettings.h"
 #include "lineerrors.h"
-#include "portlock.h"
 
 #include <QObject>
 
@@ -13,7 +12,7 @@ class AbstractFrDriver;
 
 namespace devices {
 
-class StreamDevice;
+class HeldLine;
 
 /// A register within reach, from the port that is opened to the port that is closed: loads the plugin, takes
 /// the port's lock, opens the line, builds the driver and opens its port, and takes all of it back on
@@ -42,21 +41,15 @@ public:
     /// See StreamDevice::setBudget.
     bool isBudgetSpent() const;
     /// To be called when the last exchange is over: the next program need not wait for an answer to this one.
-    void leaveIdle() { m_isIdle = true; }
+    void leaveIdle();
 
 private:
-    void lockPort(const ConnectionSettings& settings);
-    void openLine(const ConnectionSettings& settings);
     void closePort();
-    void dropLeftovers();
 
-    // Held until the line is closed.
-    PortLock m_lock;
     // The device object works on the line until it is destroyed, so the line is destroyed after it.
-    std::unique_ptr<StreamDevice> m_line;
+    std::unique_ptr<HeldLine> m_line;
     std::unique_ptr<QObject> m_deviceObject;
     AbstractFrDriver* m_driver = nullptr;
-    bool m_isIdle = false;
 };
 
 } // namespace devices

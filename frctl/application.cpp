@@ -179,7 +179,7 @@ Output work(const Options& given)
     const Options options = withPlainCashier(given);
     const Task task = findCommand(options).prepare(options);
     // A sale that is done already works none, which nobody can know before.
-    if (task.alone && !options.traceFile.isEmpty() && !options.answer->isDocument)
+    if (task.alone && !task.isTraced && !options.traceFile.isEmpty() && !options.answer->isDocument)
         throw UsageError(tr("--trace goes with commands that work a register"));
     if (task.alone)
         return runAlone(task, options);

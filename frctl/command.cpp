@@ -88,12 +88,12 @@ constexpr Command commandTable[] = {
         QT_TR_NOOP(
             "The serial ports of this machine; those named, or with --all each, are asked for a register."),
         0, anyNumber, Command::Alone, prepareDetect, "detect /dev/ttyUSB0",
-        "all port register config protocol protocol-version plugin wait device-id", {},
+        "all port register config protocol protocol-version plugin wait device-id trace trace-full", {},
         QT_TR_NOOP("no register at the ports that were asked, or the output was lost"), detectNote, true},
     {"doctor", "", QT_TR_NOOP("What may keep this computer and the register from selling, a line each."), 0,
         0, Command::Alone, prepareDoctor, "--port /dev/ttyUSB0 --protocol HEX doctor",
         "port register config wait protocol expect-serial expect-inn protocol-version plugin exclusive "
-        "device-id journal",
+        "device-id journal trace trace-full",
         {}, QT_TR_NOOP("something is wrong, or the output was lost"), nullptr, true},
     {"status", "", QT_TR_NOOP("The register's identity, clock, shift and state."), 0, 0, Command::AtRegister,
         prepareStatus, "status"},
@@ -175,7 +175,7 @@ constexpr Command commandTable[] = {
         QT_TR_NOOP(
             "Show what --trace has written, tell how two traces differ, play one (--as), or take it to Wireshark."),
         1, 3, Command::Alone, prepareTrace, "trace show sale.trace",
-        "as password force port register config protocol expect-serial expect-inn", traceVerbs,
+        "as password force port register config wait protocol expect-serial expect-inn", traceVerbs,
         QT_TR_NOOP(
             "failed; diff: they differ; replay: something was refused or did not come; the output was lost"),
         nullptr, true},

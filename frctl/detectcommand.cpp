@@ -4,6 +4,7 @@
 #include "errors.h"
 #include "frctltr.h"
 #include "interruption.h"
+#include "linetrace.h"
 #include "messages.h"
 #include "options.h"
 #include "portlisting.h"
@@ -27,15 +28,21 @@ QStringList protocolsOf(const Options& options)
     return {QStringLiteral("XML"), QStringLiteral("HEX")};
 }
 
+/// The other protocol would disturb a register at its work.
+bool isSettled(const Probe& probe)
+{
+    return probe.found || probe.isAtWork || !probe.isAsked;
+}
+
 /// Asks until one answers.
-void askPort(DetectedPort& port, const Options& options)
+void askPort(DetectedPort& port, const Options& options, LineTrace* trace)
 {
     // What another program works must not be disturbed, and what it is told would be half of an answer.
     if (!port.holders.isEmpty())
         return;
     for (const QString& protocol : protocolsOf(options)) {
-        port.probes.append(probe(options, port.info.path, protocol));
-        if (port.probes.constLast().found || !port.probes.constLast().isAsked)
+        port.probes.append(probe(options, port.info.path, protocol, trace));
+        if (isSettled(port.probes.constLast()))
             return;
     }
 }
@@ -130,17 +137,20 @@ QJsonArray portsJson(const QList<DetectedPort>& ports)
 {
     QJsonArray json;
     qsizetype found = 0;
-    for (const DetectedPort& port : ports)
-        json.append(portJson(port, port.found() != nullptr ? ++found : 0));
+    for (const DetectedPort& port : ports) {
+        found += port.found() != nullptr ? 1 : 0;
+        json.append(portJson(port, found));
+    }
     return json;
 }
 
 /// False when it was interrupted: what was found until then is told all the same.
 bool askPorts(QList<DetectedPort>& ports, const Options& options)
 {
+    const std::unique_ptr<LineTrace> trace = lineTraceOf(options);
     try {
         for (DetectedPort& port : ports)
-            askPort(port, options);
+            askPort(port, options, trace.get());
         return true;
     } catch (const Interrupted&) {
         complain(tr("interrupted"));
@@ -148,9 +158,14 @@ bool askPorts(QList<DetectedPort>& ports, const Options& options)
     }
 }
 
+bool asksPorts(const Options& options)
+{
+    return options.isAll || !namedPorts(options).isEmpty();
+}
+
 Output detect(const Options& options)
 {
-    const bool isAsking = options.isAll || !namedPorts(options).isEmpty();
+    const bool isAsking = asksPorts(options);
     QList<DetectedPort> ports = portsOf(options);
     catchInterruptions();
     const bool isWhole = !isAsking || askPorts(ports, options);
@@ -173,6 +188,7 @@ Task prepareDetect(const Options& options)
     }
     Task task;
     task.alone = [options] { return detect(options); };
+    task.isTraced = asksPorts(options);
     return task;
 }
 

@@ -91,6 +91,10 @@ QStringList portLines(const DetectedPort& port)
         return {tr("%1: not asked, %2 works it").arg(port.info.path, holdersText(port.holders))};
     if (port.found() != nullptr)
         return {foundLine(*port.found())};
+    if (port.isAtWork()) {
+        const Probe& probe = port.probes.constLast();
+        return {tr("%1: no answer over %2: %3").arg(probe.port, probe.protocol, likelyCause(probe))};
+    }
     QStringList lines;
     for (const Probe& probe : port.probes)
         lines.append(tr("%1: no register over %2: %3; %4")
@@ -104,7 +108,7 @@ QJsonObject portJson(const DetectedPort& port, qsizetype number)
     QJsonArray attempts;
     for (const Probe& probe : port.probes)
         attempts.append(attemptJson(probe));
-    const bool isFound = number > 0;
+    const bool isFound = port.found() != nullptr;
     return {{QStringLiteral("port"), info.path},
         {QStringLiteral("manufacturer"), textOrNull(info.manufacturer)},
         {QStringLiteral("description"), textOrNull(info.description)},

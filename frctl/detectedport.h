@@ -23,6 +23,8 @@ struct DetectedPort
     {
         return probes.isEmpty() || !probes.constLast().found ? nullptr : &probes.constLast();
     }
+    /// A register is there, and has no time for questions.
+    bool isAtWork() const { return !probes.isEmpty() && probes.constLast().isAtWork; }
     /// The name for a configuration: that of the port, or what the caller called it.
     QString givenName = {};
     QString lastingName() const { return givenName.isEmpty() ? info.stableName() : givenName; }
@@ -34,7 +36,7 @@ DetectedPort detectedPort(const devices::PortInfo& info, const QString& givenNam
 QString holdersText(const QList<devices::PortHolder>& holders);
 /// What came of asking it.
 QStringList portLines(const DetectedPort& port);
-/// The number is that of the section, for one where a register was found.
+/// The number is that of the section, which stands there where a register was found.
 QJsonObject portJson(const DetectedPort& port, qsizetype number);
 /// What asks the register for its status, and takes no other one.
 QString commandLineFor(const DetectedPort& port);

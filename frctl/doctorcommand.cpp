@@ -43,6 +43,7 @@ Task prepareDoctor(const Options& options)
         throw UsageError(tr("--port: \"%1\" names no port").arg(options.port));
     Task task;
     task.alone = [options] { return examine(options); };
+    task.isTraced = !options.port.isEmpty();
     return task;
 }
 

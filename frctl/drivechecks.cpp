@@ -1,5 +1,6 @@
 #include "drivechecks.h"
 
+#include "drivewarnings.h"
 #include "frctltr.h"
 
 namespace frctl {
@@ -7,10 +8,6 @@ namespace frctl {
 namespace {
 
 constexpr quint8 fiscalMode = 3;
-constexpr int changeAtOnce = 1 << 0;
-constexpr int resourceEnds = 1 << 1;
-constexpr int memoryFull = 1 << 2;
-constexpr int ofdIsSilent = 1 << 3;
 
 /// A new drive wants to be bought, and registered.
 constexpr qint64 soonDays = 30;
@@ -22,11 +19,11 @@ QString endOf(const FnInfo& info, const QDate& today)
 {
     const int flags = info.fnStatus.warningFlags;
     const QDate last = info.validityDate.date;
-    if ((flags & changeAtOnce) != 0 || (last.isValid() && last < today))
+    if ((flags & drivewarnings::changeAtOnce) != 0 || (last.isValid() && last < today))
         return tr("is at its end");
-    if ((flags & memoryFull) != 0)
+    if ((flags & drivewarnings::memoryFull) != 0)
         return tr("is full");
-    if ((flags & resourceEnds) != 0 || (last.isValid() && today.daysTo(last) < soonDays))
+    if ((flags & drivewarnings::resourceEnds) != 0 || (last.isValid() && today.daysTo(last) < soonDays))
         return tr("ends soon");
     return {};
 }
@@ -48,9 +45,13 @@ HealthCheck checkLife(const FnInfo& info, const QDate& today)
 
 QString waitingText(const OfdStatusInfo& status, bool isHex)
 {
+    if (status.firstUnsentNumber <= 0)
+        return tr("documents wait");
     // Over XML the driver tells how many wait, over HEX the first one.
     if (!isHex)
         return tr("documents that wait: %1").arg(status.firstUnsentNumber);
+    if (!status.firstUnsentDateTime.isValid())
+        return tr("from number %1").arg(status.firstUnsentNumber);
     return tr("from number %1 of %2")
         .arg(status.firstUnsentNumber)
         .arg(status.firstUnsentDateTime.toString(Qt::ISODate));
@@ -59,7 +60,7 @@ QString waitingText(const OfdStatusInfo& status, bool isHex)
 HealthCheck checkUnsent(const FnInfo& info, const QDateTime& now, bool isHex)
 {
     const OfdStatusInfo& status = info.ofdStatus;
-    const bool isSilent = (info.fnStatus.warningFlags & ofdIsSilent) != 0;
+    const bool isSilent = (info.fnStatus.warningFlags & drivewarnings::ofdIsSilent) != 0;
     if (status.firstUnsentNumber <= 0 && !isSilent)
         return well("unsent", tr("nothing waits for the OFD"));
     const QString text = waitingText(status, isHex);

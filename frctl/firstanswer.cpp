@@ -10,18 +10,11 @@ constexpr qsizetype enough = 4096;
 const char* const wrongForm = "<ErrorCode>5002</ErrorCode>";
 } // namespace
 
-void FirstAnswer::opened()
-{
-    if (m_next != nullptr)
-        m_next->opened();
-}
-
 void FirstAnswer::sent(const QByteArray& bytes)
 {
     m_hasAsked = true;
     m_isOver = !m_first.isEmpty();
-    if (m_next != nullptr)
-        m_next->sent(bytes);
+    PassingObserver::sent(bytes);
 }
 
 void FirstAnswer::received(const QByteArray& bytes)
@@ -29,14 +22,7 @@ void FirstAnswer::received(const QByteArray& bytes)
     // What comes before is left from others.
     if (m_hasAsked && !m_isOver && m_first.size() < enough)
         m_first += bytes;
-    if (m_next != nullptr)
-        m_next->received(bytes);
-}
-
-void FirstAnswer::failed(const QString& reason)
-{
-    if (m_next != nullptr)
-        m_next->failed(reason);
+    PassingObserver::received(bytes);
 }
 
 bool FirstAnswer::isOurs() const

@@ -1,17 +1,19 @@
 #pragma once
 
-#include "lineobserver.h"
+#include "passingobserver.h"
+
+#include <QByteArray>
 
 namespace frctl {
 
 /// Looks whether what comes first from a register is of its protocol, and hands all on to another observer.
-class FirstAnswer : public devices::LineObserver
+class FirstAnswer : public PassingObserver
 {
 public:
     /// The other one may be null.
     FirstAnswer(bool isHex, devices::LineObserver* next)
-        : m_isHex(isHex)
-        , m_next(next)
+        : PassingObserver(next)
+        , m_isHex(isHex)
     {
     }
 
@@ -19,16 +21,13 @@ public:
     /// protocol.
     bool isForeign() const { return !m_first.isEmpty() && !isOurs(); }
 
-    void opened() override;
     void sent(const QByteArray& bytes) override;
     void received(const QByteArray& bytes) override;
-    void failed(const QString& reason) override;
 
 private:
     bool isOurs() const;
 
     const bool m_isHex;
-    devices::LineObserver* const m_next;
     bool m_hasAsked = false;
     bool m_isOver = false;
     QByteArray m_first;

@@ -1,6 +1,7 @@
 #include "fncommands.h"
 
 #include "abstractfrdriver.h"
+#include "drivewarnings.h"
 #include "errors.h"
 #include "frctltr.h"
 #include "receiptnames.h"
@@ -38,7 +39,6 @@ QJsonObject statusFields(const FnStatusInfo& status)
 /// many do.
 QJsonObject ofdFields(const FnInfo& info, bool isHex)
 {
-    constexpr int waitsTooLong = 1 << 3;
     const OfdStatusInfo& status = info.ofdStatus;
     const bool isNoneWaiting = status.firstUnsentNumber <= 0;
     const bool isFirstTold = isHex && !isNoneWaiting;
@@ -50,7 +50,7 @@ QJsonObject ofdFields(const FnInfo& info, bool isHex)
             isFirstTold ? timeOrNull(status.firstUnsentDateTime) : QJsonValue()},
         // Over XML the driver says by it that nothing waits for too long.
         {QStringLiteral("connected"), isHex ? QJsonValue(status.isConnected != 0) : QJsonValue()},
-        {QStringLiteral("waitExceeded"), (info.fnStatus.warningFlags & waitsTooLong) != 0}};
+        {QStringLiteral("waitExceeded"), (info.fnStatus.warningFlags & drivewarnings::ofdIsSilent) != 0}};
 }
 
 QString shownOrHyphen(const QJsonValue& value)

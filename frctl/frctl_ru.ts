@@ -1452,14 +1452,6 @@ Example:
         <translation>trace: &quot;%1&quot;; допустимо одно из: %2</translation>
     </message>
     <message>
-        <source>port %1 cannot be locked: %2</source>
-        <translation>порт %1 не удалось заблокировать: %2</translation>
-    </message>
-    <message>
-        <source>port %1 is busy</source>
-        <translation>порт %1 занят</translation>
-    </message>
-    <message>
         <source>%1 of %2 requests answered</source>
         <translation>отвечено на запросов: %1 из %2</translation>
     </message>
@@ -1478,10 +1470,6 @@ Example:
     <message>
         <source>did not come: </source>
         <translation>не пришло: </translation>
-    </message>
-    <message>
-        <source>port %1 cannot be opened: %2</source>
-        <translation>порт %1 не открывается: %2</translation>
     </message>
     <message>
         <source>port %1: %2</source>
@@ -1804,6 +1792,22 @@ Each is asked for 4 seconds a protocol at most, one after the other, and none th
     <message>
         <source>Also what does harm: params set 31, time set far off, journal settle without the drive, trace replay; see the manual page.</source>
         <translation>Разрешить и опасное: params set 31, сильный перевод часов, journal settle без накопителя, trace replay; см. справочную страницу.</translation>
+    </message>
+    <message>
+        <source>%1: no answer over %2: %3</source>
+        <translation>%1: по %2 нет ответа: %3</translation>
+    </message>
+    <message>
+        <source>documents wait</source>
+        <translation>документы ждут</translation>
+    </message>
+    <message>
+        <source>from number %1</source>
+        <translation>с номера %1</translation>
+    </message>
+    <message>
+        <source>a register is at work there; ask again later</source>
+        <translation>касса занята работой; повторите опрос позже</translation>
     </message>
 </context>
 </TS>

@@ -2,8 +2,8 @@
 
 #include "errors.h"
 #include "frctltr.h"
+#include "heldline.h"
 #include "interruption.h"
-#include "portlock.h"
 #include "registerstart.h"
 #include "serialdevicefactory.h"
 #include "streamdevice.h"
@@ -15,8 +15,6 @@
 #include <QElapsedTimer>
 #include <QJsonArray>
 
-#include <memory>
-
 namespace frctl {
 
 namespace {
@@ -26,66 +24,51 @@ constexpr int hexSilenceMs = 2000;
 constexpr int longestAnswerMs = 60'000;
 constexpr qint64 mostAtOnce = 4096;
 
-void lockPort(devices::PortLock& lock, const QString& name)
-{
-    if (lock.take(name))
-        return;
-    if (!lock.errorString().isEmpty())
-        throw HostError(
-            tr("port %1 cannot be locked: %2").arg(name, lock.errorString()), sale::ErrorKind::Line);
-    throw HostError(tr("port %1 is busy").arg(name), sale::ErrorKind::Busy);
-}
-
-/// The register's line, held until it is closed again.
+/// The register's line, set up as drivers do it.
 class PlayedLine
 {
 public:
-    explicit PlayedLine(const QString& name);
+    PlayedLine(const devices::ConnectionSettings& settings, bool isHex);
 
-    /// As drivers set it up.
-    void setUp(bool isHex);
     /// False when the register said nothing.
     bool ask(trace::HostPlayer& player);
-    void leaveIdle() { m_lock.leaveIdle(); }
+    void leaveIdle() { m_line.leaveIdle(); }
 
 private:
     void send(const QByteArray& bytes);
     bool waitForAnswer(trace::HostPlayer& player);
+    void setUp(bool isHex);
 
     const QString m_name;
-    devices::PortLock m_lock;
-    const std::unique_ptr<devices::StreamDevice> m_device;
+    devices::HeldLine m_line;
+    devices::StreamDevice& m_device;
 };
 
-PlayedLine::PlayedLine(const QString& name)
-    : m_name(name)
-    , m_device(devices::createSerialDevice(name))
+PlayedLine::PlayedLine(const devices::ConnectionSettings& settings, bool isHex)
+    : m_name(settings.port)
+    , m_line(settings)
+    , m_device(m_line.device())
 {
-    if (!m_device)
-        throw UsageError(tr("trace replay: \"%1\" names no port").arg(name));
-    lockPort(m_lock, name);
-    if (!m_device->open())
-        throw HostError(
-            tr("port %1 cannot be opened: %2").arg(name, m_device->errorString()), sale::ErrorKind::Line);
+    setUp(isHex);
+    m_line.dropLeftovers();
 }
 
 void PlayedLine::setUp(bool isHex)
 {
-    m_device->setWaitCallback(throwIfInterrupted);
-    m_device->setBaudRate(QSerialPort::Baud115200);
-    m_device->setDataBits(QSerialPort::Data8);
-    m_device->setParity(QSerialPort::NoParity);
-    m_device->setStopBits(QSerialPort::OneStop);
+    m_device.setBaudRate(QSerialPort::Baud115200);
+    m_device.setDataBits(QSerialPort::Data8);
+    m_device.setParity(QSerialPort::NoParity);
+    m_device.setStopBits(QSerialPort::OneStop);
     if (isHex) {
-        m_device->setFlowControl(QSerialPort::SoftwareControl);
-        m_device->setDataTerminalReady(false);
+        m_device.setFlowControl(QSerialPort::SoftwareControl);
+        m_device.setDataTerminalReady(false);
     }
 }
 
 void PlayedLine::send(const QByteArray& bytes)
 {
-    if (m_device->write(bytes) < 0)
-        throw HostError(tr("port %1: %2").arg(m_name, m_device->errorString()), sale::ErrorKind::Line);
+    if (m_device.write(bytes) < 0)
+        throw HostError(tr("port %1: %2").arg(m_name, m_device.errorString()), sale::ErrorKind::Line);
 }
 
 bool PlayedLine::ask(trace::HostPlayer& player)
@@ -104,11 +87,11 @@ bool PlayedLine::waitForAnswer(trace::HostPlayer& player)
     QElapsedTimer timer;
     timer.start();
     while (!timer.hasExpired(longestAnswerMs)) {
-        if (m_device->waitForReadyRead(isHex ? hexSilenceMs : longestAnswerMs)) {
+        if (m_device.waitForReadyRead(isHex ? hexSilenceMs : longestAnswerMs)) {
             isAsked = false;
-            if (player.receive(m_device->read(mostAtOnce)))
+            if (player.receive(m_device.read(mostAtOnce)))
                 return true;
-        } else if (!isHex || isAsked || m_device->write(QByteArray(1, trace::enquiry)) < 0) {
+        } else if (!isHex || isAsked || m_device.write(QByteArray(1, trace::enquiry)) < 0) {
             return false;
         } else {
             isAsked = true;
@@ -180,19 +163,30 @@ void tellOfJournals(const trace::Trace& trace, const Options& options)
            "for frctl journal accept")}});
 }
 
+devices::ConnectionSettings connectionTo(const QString& port, const Options& options)
+{
+    devices::ConnectionSettings settings = options.connection();
+    settings.port = port;
+    settings.waitCallback = throwIfInterrupted;
+    return settings;
+}
+
 } // namespace
 
 Output playHost(const trace::Trace& trace, const QString& port, const Options& options)
 {
-    PlayedLine line(port);
-    trace::HostPlayer player(trace, options.password.toLatin1());
-    line.setUp(trace::isHex(trace));
+    if (!devices::createSerialDevice(port))
+        throw UsageError(tr("trace replay: \"%1\" names no port").arg(port));
     catchInterruptions();
+    PlayedLine line(connectionTo(port, options), trace::isHex(trace));
+    trace::HostPlayer player(trace, options.password.toLatin1());
     checkRegister(line, trace, port, options);
     qsizetype played = 0;
     while (!player.isOver())
         played += line.ask(player) ? 1 : 0;
-    line.leaveIdle();
+    // What was given up may still be answered.
+    if (played == player.count())
+        line.leaveIdle();
     tellOfJournals(trace, options);
     return hostReport(player, played);
 }

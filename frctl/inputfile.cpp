@@ -7,19 +7,20 @@
 #include <QFile>
 
 #include <cstdio>
-#include <limits>
 #include <optional>
 
 namespace frctl {
 
 namespace {
 
-constexpr qsizetype largestReceipts = 64LL * 1024 * 1024;
+constexpr qsizetype mebibyte = 1024LL * 1024;
 constexpr qsizetype portionSize = 64LL * 1024;
 
-/// Throws UsageError without the name of the file. Reading ends soon behind the largest size.
-QByteArray readUpTo(const QString& fileName, qsizetype largest)
+/// Throws UsageError without the name of the file, also for one that is larger; reading ends soon behind
+/// that.
+QByteArray readUpTo(const QString& fileName, qsizetype largestMebibytes)
 {
+    const qsizetype largest = largestMebibytes * mebibyte;
     QFile file(fileName);
     const bool isOpen = fileName == QStringLiteral("-") ? file.open(stdin, QIODevice::ReadOnly)
                                                         : file.open(QIODevice::ReadOnly);
@@ -32,15 +33,17 @@ QByteArray readUpTo(const QString& fileName, qsizetype largest)
     }
     if (file.error() != QFileDevice::NoError)
         throw UsageError(file.errorString());
+    if (bytes.size() > largest)
+        throw UsageError(tr("has more than %1 MiB").arg(largestMebibytes));
     return bytes;
 }
 
 } // namespace
 
-QByteArray readFile(const QString& fileName)
+QByteArray readFile(const QString& fileName, qsizetype largestMebibytes)
 {
     try {
-        return readUpTo(fileName, std::numeric_limits<qsizetype>::max());
+        return readUpTo(fileName, largestMebibytes);
     } catch (const UsageError& error) {
         throw UsageError(QStringLiteral("%1: %2").arg(fileName, QString::fromUtf8(error.what())));
     }
@@ -48,10 +51,7 @@ QByteArray readFile(const QString& fileName)
 
 QByteArray readReceipts(const QString& fileName)
 {
-    const QByteArray bytes = readUpTo(fileName, largestReceipts);
-    if (bytes.size() > largestReceipts)
-        throw UsageError(tr("has more than %1 MiB").arg(largestReceipts / 1024 / 1024));
-    return bytes;
+    return readUpTo(fileName, largestFileMebibytes);
 }
 
 QStringList readLines(const QString& fileName)

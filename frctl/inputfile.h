@@ -6,8 +6,11 @@
 
 namespace frctl {
 
-/// The whole file; "-" is standard input. Throws UsageError when it cannot be read.
-QByteArray readFile(const QString& fileName);
+/// No file of receipts, texts or a picture is larger. What has no end, as a device, is known by it.
+constexpr qsizetype largestFileMebibytes = 64;
+
+/// The whole file; "-" is standard input. Throws UsageError when it cannot be read, or is larger.
+QByteArray readFile(const QString& fileName, qsizetype largestMebibytes = largestFileMebibytes);
 /// The whole of a file of receipts, "-" is standard input. Throws UsageError, whose text does not name the
 /// file, also when it is larger than any such file.
 QByteArray readReceipts(const QString& fileName);

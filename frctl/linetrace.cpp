@@ -16,9 +16,12 @@ namespace {
 /// for customers, and settings are written with their values.
 QString workOf(const Options& options)
 {
-    QStringList words{QStringLiteral("frctl"), QCoreApplication::applicationVersion(),
-        QStringLiteral("--protocol"), options.protocol, options.command};
     const Command* const command = findCommand(options.command);
+    QStringList words{QStringLiteral("frctl"), QCoreApplication::applicationVersion()};
+    // Who asks ports may do it over both.
+    if (command == nullptr || !command->asksPorts)
+        words += {QStringLiteral("--protocol"), options.protocol};
+    words.append(options.command);
     const QString action = options.arguments.value(0);
     const QString arguments = QLatin1String(command == nullptr ? "" : command->arguments);
     if (arguments.section(QLatin1Char(' '), 0, 0).split(QLatin1Char('|')).contains(action))
@@ -71,6 +74,11 @@ void LineTrace::received(const QByteArray& bytes)
 void LineTrace::failed(const QString& reason)
 {
     m_recorder.note(reason);
+}
+
+std::unique_ptr<LineTrace> lineTraceOf(const Options& options)
+{
+    return options.traceFile.isEmpty() ? nullptr : std::make_unique<LineTrace>(options);
 }
 
 } // namespace frctl

@@ -4,6 +4,8 @@
 #include "trace/recorder.h"
 #include "trace/tracefile.h"
 
+#include <memory>
+
 namespace frctl {
 
 struct Options;
@@ -20,6 +22,7 @@ public:
     LineTrace(const LineTrace&) = delete;
     LineTrace& operator=(const LineTrace&) = delete;
 
+    void note(const QString& text) { m_recorder.note(text); }
     void opened() override;
     void sent(const QByteArray& bytes) override;
     void received(const QByteArray& bytes) override;
@@ -32,5 +35,8 @@ private:
     trace::Recorder m_recorder;
     const bool m_isStandardError;
 };
+
+/// Null without one.
+std::unique_ptr<LineTrace> lineTraceOf(const Options& options);
 
 } // namespace frctl

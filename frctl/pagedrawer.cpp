@@ -32,12 +32,14 @@ QString drawingProgram()
 /// Throws HostError unless all went well.
 void requireDrawn(const QProcess& process, const QString& format)
 {
+    // One that ends before it has read all is the reason of an error in writing.
+    const int status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : 0;
+    if (status == pageTooLong)
+        throw HostError(tr("the page is too long for a %1; --pdf and --svg take any").arg(format.toUpper()));
+    if (status != 0)
+        throw HostError(tr("%1: exit status %2").arg(process.program()).arg(status));
     if (process.error() != QProcess::UnknownError)
         throw HostError(QStringLiteral("%1: %2").arg(process.program(), process.errorString()));
-    if (process.exitCode() == pageTooLong)
-        throw HostError(tr("the page is too long for a %1; --pdf and --svg take any").arg(format.toUpper()));
-    if (process.exitCode() != 0)
-        throw HostError(tr("%1: exit status %2").arg(process.program()).arg(process.exitCode()));
 }
 
 } // namespace

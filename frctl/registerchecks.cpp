@@ -9,6 +9,7 @@
 #include "exceptions.h"
 #include "frctltr.h"
 #include "interruption.h"
+#include "linetrace.h"
 #include "mockfactory.h"
 #include "options.h"
 #include "portholders.h"
@@ -20,6 +21,7 @@
 #include "wrongregister.h"
 
 #include <cstdlib>
+#include <memory>
 
 namespace frctl {
 
@@ -136,10 +138,10 @@ QList<HealthCheck> withUntold(QList<HealthCheck> checks, const QString& why)
 }
 
 /// One that answers over the other protocol, or what silence is likely to mean.
-HealthCheck unanswered(const Options& options, const QString& text)
+HealthCheck unanswered(const Options& options, const QString& text, LineTrace* trace)
 {
     const QString other = options.isHex() ? QStringLiteral("XML") : QStringLiteral("HEX");
-    const Probe found = probe(options, options.port, other);
+    const Probe found = probe(options, options.port, other, trace);
     return wrong("register", text,
         found.found ? tr("it answers over %1: --protocol %1").arg(other) : likelyCause(found));
 }
@@ -149,12 +151,13 @@ QList<HealthCheck> failed(const HealthCheck& check)
     return withUntold({check}, tr("not asked"));
 }
 
-QList<HealthCheck> askRegister(const Options& options)
+QList<HealthCheck> askRegister(const Options& options, LineTrace* trace)
 {
     const Progress progress(tr("asking the register"));
     devices::ConnectionSettings settings = options.connection();
     settings.waitCallback = throwIfInterrupted;
     settings.budgetMs = examinationMs;
+    settings.observer = trace;
     devices::RegisterConnection connection(settings);
     return ask(connection, options);
 }
@@ -165,17 +168,20 @@ QList<HealthCheck> registerChecks(const Options& options)
 {
     if (options.port.isEmpty())
         return withUntold({untold("register", tr("none named: --port, or --register"))}, tr("not asked"));
+    const std::unique_ptr<LineTrace> trace = lineTraceOf(options);
     // It might be in the midst of a receipt, and what it is told would be half of an answer.
     if (const QList<devices::PortHolder> holders = devices::portHolders(options.port); !holders.isEmpty())
         return failed(untold("register", tr("not asked, %1 works it").arg(holdersText(holders))));
     try {
         // A silent register need not be waited for as long as one that has answered.
-        const Probe first = probe(options, options.port, options.protocol);
+        const Probe first = probe(options, options.port, options.protocol, trace.get());
         if (!first.isAsked)
             return failed(wrong("register", first.failure, tr("see to its port first")));
+        if (first.isAtWork)
+            return failed(wrong("register", first.failure, likelyCause(first)));
         if (!first.found)
-            return failed(unanswered(options, first.failure));
-        return askRegister(options);
+            return failed(unanswered(options, first.failure, trace.get()));
+        return askRegister(options, trace.get());
     } catch (const sale::WrongRegister& error) {
         return failed(wrong("register", QString::fromUtf8(error.what()),
             tr("see which cable is in which port; frctl detect tells who is where")));

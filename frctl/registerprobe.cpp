@@ -6,8 +6,9 @@
 #include "exceptions.h"
 #include "frctltr.h"
 #include "interruption.h"
-#include "lineobserver.h"
+#include "linetrace.h"
 #include "options.h"
+#include "passingobserver.h"
 #include "portname.h"
 #include "progress.h"
 #include "registerconnection.h"
@@ -20,16 +21,28 @@ namespace {
 
 /// A register answers the first question within a second or two; a driver would ask for a minute and more.
 constexpr int probeMs = 4000;
+/// What a register over HEX says when it is asked whether it is there, also when it has no time for more.
+constexpr char acknowledgement = 0x06;
 
-class LineWatch : public devices::LineObserver
+class LineWatch : public PassingObserver
 {
 public:
-    void opened() override { }
-    void sent(const QByteArray&) override { }
-    void received(const QByteArray& bytes) override { count += bytes.size(); }
-    void failed(const QString&) override { hasFailed = true; }
+    using PassingObserver::PassingObserver;
+
+    void received(const QByteArray& bytes) override
+    {
+        count += bytes.size();
+        isAcknowledgedOnly = isAcknowledgedOnly && bytes.count(acknowledgement) == bytes.size();
+        PassingObserver::received(bytes);
+    }
+    void failed(const QString& reason) override
+    {
+        hasFailed = true;
+        PassingObserver::failed(reason);
+    }
 
     qint64 count = 0;
+    bool isAcknowledgedOnly = true;
     bool hasFailed = false;
 };
 
@@ -77,10 +90,12 @@ bool hasLineErrors(const Probe& probe)
 
 } // namespace
 
-Probe probe(const Options& options, const QString& port, const QString& protocol)
+Probe probe(const Options& options, const QString& port, const QString& protocol, LineTrace* trace)
 {
     const Progress progress(tr("%1: asking over %2").arg(port, protocol));
-    LineWatch watch;
+    if (trace != nullptr)
+        trace->note(port + QLatin1Char(' ') + protocol);
+    LineWatch watch(trace);
     devices::ConnectionSettings settings = options.connection();
     settings.port = port;
     settings.protocol = protocol;
@@ -99,6 +114,8 @@ Probe probe(const Options& options, const QString& port, const QString& protocol
         probe.failure = error.tr().ru();
     }
     probe.receivedBytes = watch.count;
+    probe.isAtWork = protocol == QStringLiteral("HEX") && !probe.found && watch.count > 0
+        && watch.isAcknowledgedOnly && !hasLineErrors(probe);
     return probe;
 }
 
@@ -115,6 +132,8 @@ QString likelyCause(const Probe& probe)
                   "register to 115200 baud, 8 data bits, no parity")
             .arg(probe.lineErrors->framing)
             .arg(probe.lineErrors->parity);
+    if (probe.isAtWork)
+        return tr("a register is at work there; ask again later");
     if (probe.receivedBytes > 0)
         return tr("%1 bytes came that are no answer: the other protocol, or another device")
             .arg(probe.receivedBytes);

@@ -8,6 +8,7 @@
 
 namespace frctl {
 
+class LineTrace;
 struct Options;
 
 /// What a register tells of itself when it is connected to.
@@ -37,14 +38,16 @@ struct Probe
     /// The driver's or the system's words then.
     QString failure = {};
     qint64 receivedBytes = 0;
+    /// All that came were the signs of a register that works on something, which answers when it is done.
+    bool isAtWork = false;
     /// Nothing where the system does not count.
     std::optional<devices::LineErrors> lineErrors = {};
 };
 
 /// Connects to the register of that port, which asks who it is and changes nothing: a document that somebody
-/// has open stays so. It lasts for some seconds at most. Throws Interrupted, and devices::ConnectionError
-/// without a plugin.
-Probe probe(const Options& options, const QString& port, const QString& protocol);
+/// has open stays so. It lasts for some seconds at most. What goes over the line stands in the trace, which
+/// may be null. Throws Interrupted, and devices::ConnectionError without a plugin.
+Probe probe(const Options& options, const QString& port, const QString& protocol, LineTrace* trace);
 /// What a probe without an answer is likely to mean, and what to look at.
 QString likelyCause(const Probe& probe);
 

@@ -73,7 +73,7 @@ const Options& withPort(const Options& options)
 
 RegisterSession::RegisterSession(const Options& options)
     : m_options(withPort(options))
-    , m_trace(options.traceFile.isEmpty() ? nullptr : std::make_unique<LineTrace>(options))
+    , m_trace(lineTraceOf(options))
     , m_firstAnswer(options.isHex(), m_trace.get())
     , m_connection(watchedConnection(options, m_firstAnswer))
 {

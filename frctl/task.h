@@ -22,6 +22,8 @@ struct Task
 {
     /// For commands that need no register.
     std::function<Output()> alone;
+    /// One of these asks ports all the same, and traces them.
+    bool isTraced = false;
     /// For commands that make a document: without a journal that can be written they do nothing.
     std::function<Output(sale::CashDesk&)> onDesk;
     /// For the others.

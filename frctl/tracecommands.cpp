@@ -20,11 +20,13 @@ namespace frctl {
 namespace {
 
 constexpr qsizetype mostDifferences = 20;
+/// Some weeks of a busy register.
+constexpr qsizetype largestTraceMebibytes = 1024;
 
 trace::Trace traceOf(const QString& fileName, const Options& options)
 {
     try {
-        trace::Trace trace = trace::readTrace(readFile(fileName));
+        trace::Trace trace = trace::readTrace(readFile(fileName, largestTraceMebibytes));
         if (trace.isCut)
             options.warnings->add({{receipt::Finding::Warning, fileName, {},
                 tr("a line broke off, as when the program was killed; it is left out")}});

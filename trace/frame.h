@@ -37,7 +37,8 @@ struct Trace
     bool isMasked = false;
     /// Only in some part of it: the trace is as good as full.
     bool isMixed = false;
-    /// Its last line broke off, as when whoever wrote it was killed.
+    /// A line has no end: the last one, or one before the head of another program's part, as when whoever
+    /// wrote it was killed. It is among the frames only where it stands there whole.
     bool isCut = false;
     QList<Frame> frames;
     QList<Note> notes;

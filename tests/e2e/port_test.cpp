@@ -5,6 +5,9 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QSemaphore>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -24,7 +27,11 @@ TEST(Port, BusyOneNamesItsHolderAndIsWaitedFor)
     const Result busy = runFrctl(command);
     EXPECT_EQ(busy.status, 1);
     const QByteArray process = QByteArray::number(QCoreApplication::applicationPid());
-    EXPECT_TRUE(busy.errors.contains("is busy: process " + process + " works it")) << busy.errors.constData();
+    const Result replay = runFrctl(
+        {"trace", "replay", FRSPF_SOURCES "/tests/traces/hex-trouble.trace", "--as", "host", otherName});
+    for (const Result& result : {busy, replay})
+        EXPECT_TRUE(result.errors.contains("is busy: process " + process + " works it"))
+            << result.errors.constData();
     std::thread holder([&lock] { lock.release(); });
     EXPECT_EQ(runFrctl(QStringList{"--wait", "60"} + command).status, 0);
     holder.join();
@@ -55,6 +62,50 @@ TEST(Port, AnswerOfTheOtherProtocolAndSilenceInTheMidstAreToldOf)
     const Result silent = interruptFrctl(
         {"--protocol", "HEX", "--port", falling.port(), "status"}, "has fallen silent", SIGINT);
     EXPECT_EQ(silent.status, 130) << silent.errors.constData();
+}
+
+namespace {
+
+/// A register that only says that it works on something, until it is switched off.
+void work(quint16& port, QSemaphore& isReady)
+{
+    QTcpServer server;
+    server.listen(QHostAddress::LocalHost);
+    port = server.serverPort();
+    isReady.release();
+    server.waitForNewConnection(30000);
+    QTcpSocket* const host = server.nextPendingConnection();
+    if (host == nullptr || !host->waitForReadyRead(30000))
+        return;
+    host->write("\x06");
+    host->waitForBytesWritten(30000);
+    host->disconnectFromHost();
+    if (host->state() != QAbstractSocket::UnconnectedState)
+        host->waitForDisconnected(30000);
+}
+
+} // namespace
+
+TEST(Port, RegisterAtWorkIsNotAskedOverTheOtherProtocol)
+{
+    for (const char* const command : {"doctor", "detect"}) {
+        quint16 port = 0;
+        QSemaphore isReady;
+        std::thread device([&] { work(port, isReady); });
+        isReady.acquire();
+        const QTemporaryDir folder;
+        const QString trace = folder.filePath("trace");
+        const Result result = runFrctl(QStringList{"--port", "tcp:127.0.0.1:" + QString::number(port),
+            "--protocol", "HEX", "--trace", trace, command});
+        device.join();
+        EXPECT_EQ(result.status, 1);
+        EXPECT_TRUE(result.output.contains("at work there; ask again later")) << result.output.constData();
+        const QByteArray lines = readAll(trace);
+        EXPECT_EQ(lines.count("# frtrace 1 masked\n"), 1) << lines.constData();
+        EXPECT_TRUE(lines.contains(" HEX\n")) << lines.constData();
+        EXPECT_TRUE(lines.contains(" < 06")) << lines.constData();
+        EXPECT_FALSE(lines.contains("XML")) << lines.constData();
+    }
 }
 
 TEST(Port, InterruptedDetectTellsWhatItHasFound)

@@ -110,4 +110,10 @@ TEST(Preview, PictureHasCodesThatAScannerReads)
     const Result tooLong = runFrctl({"--png", file, "preview", written(folder, longReceipt(700))});
     EXPECT_TRUE(tooLong.errors.contains("the page is too long for a PNG")) << tooLong.errors.toStdString();
     EXPECT_EQ(runFrctl({"--png", "/dev/null/a.png", "preview", exampleFile("sale.json")}).status, 1);
+    // A drawing program may say so before it has read all.
+    const Result early = runShell(QStringLiteral(
+        "cd %1; cp " FRCTL " frctl; printf '#!/bin/sh\\nexit 3\\n' > frspf-draw; "
+        "chmod +x frspf-draw; exec ./frctl --plugin " SPF_PLUGIN " --png a.png preview receipt.json")
+                                      .arg(folder.path()));
+    EXPECT_TRUE(early.errors.contains("the page is too long for a PNG")) << early.errors.toStdString();
 }

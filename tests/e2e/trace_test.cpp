@@ -243,7 +243,8 @@ TEST(Trace, WrongUsage)
     EXPECT_EQ(help.status, 0);
     EXPECT_TRUE(help.output.contains("replay FILE --as register PORT")) << help.output.constData();
     const QList<QStringList> misplaced{{"help", "trace", "look"}, {"status", "--as", "host"},
-        {"status", "--trace-full"}, {"names", "fields", "--trace", "/tmp/x"}};
+        {"status", "--trace-full"}, {"names", "fields", "--trace", "/tmp/x"}, {"detect", "--trace", "/tmp/x"},
+        {"doctor", "--trace", "/tmp/x"}};
     for (const QStringList& row : misplaced)
         EXPECT_EQ(runFrctl(row).status, 2) << row.join(' ').toStdString();
 }

@@ -31,7 +31,7 @@ TEST(Doctor, TellsADriveThatEndsAndDocumentsThatWait)
     } rows[] = {{3, 0, {2026, 3, 31}, 0, 0, true, true}, {3, 0, {2026, 3, 30}, -1, 0, false, true},
         {3, 0, {2026, 2, 28}, 0, 0, false, true}, {3, 0, {}, 7, 5, true, true}, {3, 0, {}, 7, 6, true, false},
         {3, 1, {}, 0, 0, false, true}, {3, 2, {}, 0, 0, false, true}, {3, 4, {}, 0, 0, false, true},
-        {3, 8, {}, 7, 0, true, false}, {7, 0, {}, 0, 0, false, true}};
+        {3, 8, {}, 7, 0, true, false}, {3, 8, {}, 0, 0, true, false}, {7, 0, {}, 0, 0, false, true}};
     for (const auto& row : rows) {
         FnInfo info;
         info.fnStatus.lifePhase = static_cast<quint8>(row.phase);
@@ -43,6 +43,8 @@ TEST(Doctor, TellsADriveThatEndsAndDocumentsThatWait)
         const QList<HealthCheck> hex = driveChecks(info, now, true);
         EXPECT_EQ(hex.at(0).isWell, row.isDriveWell) << hex.at(0).line().toStdString();
         EXPECT_EQ(hex.at(1).isWell, row.isUnsentWell) << hex.at(1).line().toStdString();
+        // Of what is not known nothing stands there.
+        EXPECT_EQ(hex.at(1).line().contains("number"), row.unsent > 0) << hex.at(1).line().toStdString();
         // Over XML it is not told since when they wait.
         EXPECT_EQ(driveChecks(info, now, false).at(1).isWell, row.flags != 8);
     }
