@@ -5,6 +5,7 @@
 #include "command.h"
 #include "complaint.h"
 #include "documentoutput.h"
+#include "documentstate.h"
 #include "errors.h"
 #include "frctltr.h"
 #include "help.h"
@@ -91,8 +92,8 @@ QString commandAmong(const QStringList& words)
     return found == words.cend() ? QString() : *found;
 }
 
-/// What an earlier run has made of the id stands in a journal that cannot be read: it may be issued.
-bool isUntold(const Complaint& complaint, const Options& options)
+/// Of a document that nothing was sent of, since the journal could not be opened.
+bool isHeldByJournal(const Complaint& complaint, const Options& options)
 {
     return options.answer->isDocument && !options.id.isEmpty() && options.journal->isLost()
         && complaint.verdict.outcome == sale::Outcome::None;
@@ -101,11 +102,13 @@ bool isUntold(const Complaint& complaint, const Options& options)
 int report(Complaint complaint, const Options& options, bool json)
 {
     say(complaint, options);
-    if (isUntold(complaint, options)) {
-        complain(tr("nothing was sent; the same id again when the journal works"));
-        complaint.status = ExitUnknown;
-    }
     const QJsonObject told = jsonOf(complaint, options);
+    if (isHeldByJournal(complaint, options)) {
+        complain(tr("nothing was sent; the same id again when the journal works"));
+        // An earlier run may have issued it. A journal that was never made has had none.
+        if (told.value(QStringLiteral("state")) == QJsonValue(sale::stateName(sale::DocumentState::Unknown)))
+            complaint.status = ExitUnknown;
+    }
     if (json)
         return deliver(compact(told), complaint.status);
     if (!options.answer->isDocument)

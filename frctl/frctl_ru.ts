@@ -1188,8 +1188,8 @@ Example:
         <translation>напечатано строк: %1</translation>
     </message>
     <message>
-        <source>see which one is right; frctl time set gives the register this one</source>
-        <translation>выясните, какое верно; frctl time set поставит кассе это</translation>
+        <source>see which one is right; frctl time set --force gives the register this one, with the shift closed</source>
+        <translation>выясните, какое верно; frctl time set --force при закрытой смене поставит кассе это</translation>
     </message>
     <message>
         <source>open; over XML it is not told for how long</source>

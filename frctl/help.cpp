@@ -70,6 +70,7 @@ QString subcommandEntries(const Command& command)
 /// The whole of a receipt that any register takes. The schema has it, too.
 const char* const smallReceipt = R"({
   "type": "sell",
+  "taxationType": "osn",
   "operator": { "name": "Иванова А. П." },
   "items": [
     { "name": "Хлеб", "price": 64.90, "quantity": 2, "amount": 129.80, "tax": { "type": "vat10" } }

@@ -82,7 +82,8 @@ HealthCheck checkClock(AbstractFrDriver& driver)
     const QString text = time.toString(Qt::ISODate) + clockDifference(difference);
     if (std::abs(difference) <= farthestClockSeconds)
         return well("clock", text);
-    return wrong("clock", text, tr("see which one is right; frctl time set gives the register this one"));
+    return wrong("clock", text,
+        tr("see which one is right; frctl time set --force gives the register this one, with the shift closed"));
 }
 
 /// Only the HEX driver says it, in words.

@@ -3,6 +3,7 @@
 #include "receiptnames.h"
 #include "schemas.h"
 
+#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -30,6 +31,12 @@ QJsonObject schemaDefinition(const QString& name)
     return schema.value(QStringLiteral("definitions"))[name].toObject();
 }
 
+/// The schema is in English; what it says of words has a file of translations of its own, words_ru.ts.
+QString translated(const QJsonValue& text)
+{
+    return QCoreApplication::translate("words", text.toString().toUtf8().constData());
+}
+
 } // namespace
 
 std::span<const WordList> wordLists()
@@ -43,8 +50,8 @@ QString meaningOf(const WordList& list, const receipt::NamedValue& word)
         schemaDefinition(QLatin1String(list.definition)).value(QStringLiteral("anyOf")).toArray()) {
         if (row[QStringLiteral("enum")][0] != QLatin1String(word.name))
             continue;
-        const QString description = row[QStringLiteral("description")].toString();
-        return row[QStringLiteral("title")].toString()
+        const QString description = translated(row[QStringLiteral("description")]);
+        return translated(row[QStringLiteral("title")])
             + (description.isEmpty() ? QString() : QStringLiteral(". ") + description);
     }
     return {};

@@ -2,6 +2,8 @@
 #include "help.h"
 #include "language.h"
 #include "optiontable.h"
+#include "receiptnames.h"
+#include "wordlists.h"
 
 #include <QRegularExpression>
 
@@ -66,6 +68,22 @@ TEST_F(Language, IsThatOfTheCommandLineOrElseOfTheFirstVariableThatSaysSomething
         EXPECT_EQ(languageOf(QString::fromLatin1(row.arguments).split(QLatin1Char(' '))), row.language)
             << row.environment.value(0).constData() << ' ' << row.arguments;
     }
+}
+
+// Beyond the proper names of barcodes.
+TEST_F(Language, WordsOfReceiptsAreExplainedInIt)
+{
+    static const QRegularExpression english(QStringLiteral("[a-z]{2,}"));
+    static const QRegularExpression names(
+        QStringLiteral("Code \\d+|Interleaved 2 of 5|Codabar|prepaid|credit|markingCode"));
+    useLanguage(QStringLiteral("ru"));
+    for (const WordList& list : wordLists()) {
+        for (const receipt::NamedValue& word : list.words()) {
+            const QString meaning = meaningOf(list, word);
+            EXPECT_FALSE(QString(meaning).remove(names).contains(english)) << meaning.toStdString();
+        }
+    }
+    EXPECT_EQ(meaningOf(wordLists()[2], receipt::names::taxRates()[0]).left(3), QStringLiteral("НДС"));
 }
 
 /// Name and explanation of each entry of a help.
