@@ -14,10 +14,10 @@ using http::Response;
 
 using View = QJsonObject (*)(const Desk&);
 
-template <View view>
+template <View Look>
 Answer get(Desk& desk, const Request&)
 {
-    return Response::json(view(desk));
+    return Response::json(Look(desk));
 }
 
 /// Keeps and tells of what was changed, and answers how it is now.
