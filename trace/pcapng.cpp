@@ -17,7 +17,7 @@ constexpr quint16 nameOption = 2;
 
 constexpr quint16 linkTypeUser0 = 147;
 // Analysers refuse files with larger packets; a picture may be one.
-constexpr qsizetype largestPacket = 256 * 1024;
+constexpr qsizetype largestPacket = qsizetype{256} * 1024;
 
 template <typename Number>
 QByteArray little(Number value)
