@@ -11,6 +11,7 @@ import socket
 import statistics
 import subprocess
 import sys
+import threading
 import time
 import urllib.request
 
@@ -28,6 +29,8 @@ class Program:
             said += self.process.stderr.readline()
         self.ports = [int(port) for port in re.findall(r"ready on tcp:127\.0\.0\.1:(\d+)", said)]
         self.url = re.search(r"panel on (\S+)", said).group(1)
+        # A pipe that nobody reads would hold it up once it is full.
+        threading.Thread(target=self.process.stderr.read, daemon=True).start()
 
     def __enter__(self):
         return self

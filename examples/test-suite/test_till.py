@@ -10,6 +10,7 @@ import os
 import re
 import subprocess
 import tempfile
+import threading
 import unittest
 import urllib.parse
 import urllib.request
@@ -27,6 +28,9 @@ class Register:
         self.process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
         self.line = self.read_address("ready on")
         self.url = self.read_address("panel on")
+        # It goes on talking, and a pipe that nobody reads would hold it up once it is full.
+        self.reader = threading.Thread(target=self.process.stderr.read, daemon=True)
+        self.reader.start()
 
     def read_address(self, words):
         for line in self.process.stderr:
@@ -37,6 +41,7 @@ class Register:
     def stop(self):
         self.process.terminate()
         self.process.wait()
+        self.reader.join()
         self.process.stderr.close()
 
     def ask(self, method, path, body=None, **query):

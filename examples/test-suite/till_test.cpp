@@ -28,7 +28,8 @@ class Register
 public:
     Register()
     {
-        m_process.setReadChannel(QProcess::StandardError);
+        // A pipe that nobody reads would hold it up once it is full.
+        m_process.setStandardErrorFile(m_folder.filePath("log"));
         m_process.start(qEnvironmentVariable("SPF_EMULATOR", "spf-emulator"),
             {"--tcp", "0", "--panel", "0", "--quiet"}, QIODevice::ReadOnly);
         line = readAddress("ready on");
@@ -69,13 +70,20 @@ private:
     QString readAddress(const QString& words)
     {
         const QRegularExpression form(words + " (\\S+)\\s");
-        while (!form.match(m_log).hasMatch() && m_process.waitForReadyRead())
-            m_log += QString::fromUtf8(m_process.readAllStandardError());
-        return form.match(m_log).captured(1);
+        QFile log(m_folder.filePath("log"));
+        QString said;
+        // Looks again and again, until the program ends.
+        constexpr int pause = 10;
+        while (!form.match(said).hasMatch() && m_process.state() != QProcess::NotRunning) {
+            m_process.waitForFinished(pause);
+            if (log.isOpen() || log.open(QIODevice::ReadOnly))
+                said += QString::fromUtf8(log.readAll());
+        }
+        return form.match(said).captured(1);
     }
 
+    QTemporaryDir m_folder;
     QProcess m_process;
-    QString m_log;
     QString m_url;
     QNetworkAccessManager m_network;
 };

@@ -1,6 +1,6 @@
 // The page of spf-emulator: puts the parts together.
 
-import { Access, Api } from "./api.js";
+import { Access, Api, Problem } from "./api.js";
 import { Cards } from "./cards.js";
 import { Detail } from "./detail.js";
 import { button, byId, el, throttled } from "./dom.js";
@@ -21,7 +21,7 @@ const STATE_AGE = 15000;
 
 const access = new Access(askToken);
 const program = new Api(access, ROOT);
-const page = { api: null, register: null, connection: "connecting" };
+const page = { api: null, register: null, run: null, connection: "connecting", asked: 0, answered: 0 };
 
 const cards = new Cards(byId("cards"), byId("glance"), act);
 const detail = new Detail(byId("document"), { onError: complain });
@@ -33,6 +33,7 @@ const selectTab = tabs(["document", "exchanges"], (name) => quietly(exchanges.se
 const readState = throttled(OFTEN, () => quietly(updateState()));
 const readFaults = throttled(OFTEN, () => quietly(cards.updateFaults()));
 const readExchanges = throttled(OFTEN, () => quietly(exchanges.grown()));
+const readAllAnew = throttled(OFTEN, () => quietly(beginAnew()));
 const readRegisters = throttled(1000, () => quietly(listRegisters()));
 const followDocument = throttled(OFTEN, () => tape.isFollowing && page.newest && detail.showDocument(page.newest));
 
@@ -51,7 +52,8 @@ async function act(request) {
 }
 
 function complain(problem) {
-    const notice = el("p", { class: "notice" }, problem.message, " ",
+    const text = problem instanceof Problem ? problem.message : t("noAnswer");
+    const notice = el("p", { class: "notice" }, text, " ",
         button("×", () => notice.remove(), { "aria-label": t("close") }));
     byId("notices").append(notice);
     setTimeout(() => notice.remove(), NOTICE);
@@ -63,15 +65,23 @@ function say(text) {
         byId("news").firstChild.remove();
 }
 
+// An answer may be overtaken by that of a later question.
 async function updateState() {
     const { api } = page;
+    const question = ++page.asked;
     const state = await api.get("/state");
-    if (api !== page.api)
+    if (api !== page.api || question < page.answered)
         return;
+    page.answered = question;
+    // From here on nothing is missed, even if no event comes before the line is lost.
+    feed.lastId ??= state.lastEvent;
+    page.run = runOf(state.lastEvent);
     byId("where").textContent = `${state.line} · ${state.identity.serialNumber}`;
     byId("tape").dataset.empty = t("emptyTape", { line: state.line });
     cards.update(state);
 }
+
+const runOf = (eventId) => eventId.slice(0, eventId.lastIndexOf("-"));
 
 async function listRegisters() {
     const { registers } = await program.get("/registers");
@@ -86,12 +96,19 @@ async function listRegisters() {
 async function openRegister(number) {
     page.register = number;
     page.api = new Api(access, `${ROOT}/registers/${number}`);
-    page.newest = null;
     byId("register").value = number;
     history.replaceState(null, "", number === 1 ? location.pathname : `#${number}`);
-    [cards, detail, found].forEach((part) => part.open(page.api));
-    await Promise.all([updateState(), tape.open(page.api), exchanges.open(page.api)]);
-    await showNewest(page.api);
+    [cards, found].forEach((part) => part.open(page.api));
+    await beginAnew();
+}
+
+// All that is shown of documents and exchanges is of another register, or of another time of this one.
+async function beginAnew() {
+    const { api } = page;
+    page.newest = null;
+    detail.open(api);
+    await Promise.all([updateState(), tape.open(api), exchanges.open(api), found.again()]);
+    await showNewest(api);
 }
 
 async function showNewest(api) {
@@ -150,11 +167,17 @@ const news = {
         readFaults();
     },
     state({ part }) {
-        if (part === "faults")
+        if (part === "faults" || part === "register")
             readFaults();
+        if (part === "register")
+            readAllAnew();
         readState();
     },
-    reset: () => quietly(readAnew()),
+    // More has happened than the program keeps of events, or it is another run of the program.
+    reset() {
+        page.run = null;
+        quietly(readAnew());
+    },
 };
 
 function onEvent(kind, data) {
@@ -166,12 +189,14 @@ function onEvent(kind, data) {
 
 // Another program may be there than before: with other registers, and with another tape.
 async function readAnew() {
+    const { run } = page;
     const registers = await listRegisters();
     const isThere = registers.some(({ register }) => register === page.register);
     if (!page.api || !isThere)
         return openRegister(isThere ? page.register : 1);
     readFaults();
-    return Promise.all([updateState(), tape.sync(), exchanges.sync()]);
+    await updateState();
+    return run === page.run ? Promise.all([tape.sync(), exchanges.grown()]) : beginAnew();
 }
 
 function showConnection(connection) {

@@ -13,6 +13,7 @@ export class Cards {
 
     open(api) {
         this.api = api;
+        this.last = null;
         this.render();
     }
 

@@ -37,11 +37,12 @@ export class ClockCard {
     }
 
     #panel() {
-        const time = el("input", { type: "datetime-local", step: "1", name: "time" });
-        const speed = el("input", { type: "number", min: "0", max: "100000", step: "any", value: "1", name: "speed" });
-        const hours = el("input", { type: "number", step: "any", value: "24", name: "hours" });
+        const time = el("input", { type: "datetime-local", step: "1", name: "time", required: true });
+        const speed = el("input",
+            { type: "number", min: "0", max: "100000", step: "any", value: "1", name: "speed", required: true });
+        const hours = el("input", { type: "number", step: "any", value: "24", name: "hours", required: true });
         return el("section", { class: "panel" },
-            single(field("setTime", time), () => time.value && this.#set({ time: withSeconds(time.value) })),
+            single(field("setTime", time), () => this.#set({ time: withSeconds(time.value) })),
             single(field("setSpeed", speed), () => this.#set({ speed: Number(speed.value) })),
             single(field("jumpBy", hours), () => this.#jump(Math.round(Number(hours.value) * HOUR))));
     }

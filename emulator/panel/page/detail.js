@@ -22,13 +22,15 @@ export class Detail {
     // The last one that was wanted stays, whichever answer comes last.
     async showDocument(number) {
         const { api } = this;
+        const isWanted = () => this.number === number && api === this.api;
         this.number = number;
         try {
             const document = await api.get(`/documents/${number}`);
-            if (this.number === number && api === this.api)
+            if (isWanted())
                 this.#show(() => this.#document(document));
         } catch (problem) {
-            this.onError(problem);
+            if (isWanted())
+                this.onError(problem);
         }
     }
 
@@ -93,7 +95,7 @@ function refusals({ exchanges, refusals: numbers }) {
         return section("refusals", el("p", { class: "hint" }, t("noRefusals")));
     const refused = exchanges.filter(({ number }) => numbers.includes(number));
     return section("refusals", el("ul", {}, refused.map((exchange) =>
-        el("li", { class: "refusal" }, el("strong", {}, exchangeTitle(exchange)), ": ", russian(exchange.error ?? ""),
+        el("li", { class: "refusal" }, el("strong", {}, exchangeTitle(exchange)), `: ${exchange.error ?? ""}`,
             exchange.reason ? ` (${exchange.reason})` : ""))));
 }
 

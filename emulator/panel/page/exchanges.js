@@ -17,14 +17,14 @@ export class Exchanges {
             idPrefix: "exchange",
             create: (index) => this.#row(this.items[index]),
             height: () => ROW,
-            onChoose: (index) => this.#show(this.items[index]),
+            onChoose: (index) => this.#choose(this.items[index]),
         });
         refusedOnly.addEventListener("change", () => this.sync());
     }
 
     open(api) {
         this.api = api;
-        this.root.replaceChildren();
+        this.#show(null);
         return this.sync();
     }
 
@@ -63,6 +63,8 @@ export class Exchanges {
         if (items !== this.items)
             return this.#load(this.items);
         const wasAtEnd = this.list.isAtEnd;
+        if (this.shown?.number === this.last)
+            this.#renew(this.shown);
         this.#take(answer);
         if (wasAtEnd)
             this.list.toEnd();
@@ -78,11 +80,10 @@ export class Exchanges {
         this.items.push(...exchanges);
         this.last = this.items.at(-1)?.number ?? 0;
         const surplus = Math.max(this.items.length - KEPT, 0);
-        this.items.splice(0, surplus);
         if (surplus > 0)
-            this.list.reset(this.items.length);
-        else
-            this.list.layout(this.items.length);
+            this.list.dropFirst(surplus);
+        this.items.splice(0, surplus);
+        this.list.layout(this.items.length);
     }
 
     #row(exchange) {
@@ -98,10 +99,30 @@ export class Exchanges {
         return parts.filter(Boolean).join(", ");
     }
 
+    #choose(exchange) {
+        this.#show(exchange);
+        this.#renew(exchange);
+    }
+
+    // What goes over the line after an answer belongs to its exchange, until the next request.
+    async #renew(exchange) {
+        try {
+            const now = await this.api.get(`/exchanges/${exchange.number}`);
+            if (this.shown === exchange && JSON.stringify(now) !== JSON.stringify(exchange))
+                this.#show(now);
+        } catch {
+            // It is not kept any more, or the line is lost: what is known of it stays.
+        }
+    }
+
     #show(exchange) {
-        this.draw = () => this.root.replaceChildren(
-            el("h3", {}, `${t("exchange")} ${exchange.number}: ${exchangeTitle(exchange)}`),
-            el("p", {}, exchangeMarks(exchange)), exchangeBody(exchange));
+        this.shown = exchange;
+        this.draw = () => this.root.replaceChildren(...(exchange ? exchangeWhole(exchange) : []));
         this.draw();
     }
+}
+
+function exchangeWhole(exchange) {
+    return [el("h3", {}, `${t("exchange")} ${exchange.number}: ${exchangeTitle(exchange)}`),
+        el("p", {}, exchangeMarks(exchange)), exchangeBody(exchange)];
 }

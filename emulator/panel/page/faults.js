@@ -14,11 +14,13 @@ export class FaultCard {
         this.form = el("form", { on: { submit: (event) => this.#submit(event) } });
         this.panel = el("section", { class: "panel" }, this.form, this.table);
         this.card = new Card("faults", el("div", { class: "choice" },
-            button(t("loseNext"), () => this.#add({ mode: "lost", nth: 1 }), { "data-fault": "lost" }),
-            button(t("silenceNext"), () => this.#add({ mode: "silence", nth: 1 }), { "data-fault": "silence" }),
+            this.#quick("loseNext", "lost"), this.#quick("silenceNext", "silence"),
             unfolding("more", "moreFaults", this.panel)));
-        this.#readModes();
         this.read();
+    }
+
+    #quick(key, mode) {
+        return button(t(key), () => this.#add({ mode, nth: 1 }), { "data-fault": mode });
     }
 
     update({ faultRules }) {
@@ -28,6 +30,8 @@ export class FaultCard {
 
     async read() {
         try {
+            if (this.modes.length === 0)
+                await this.#readModes();
             this.#show((await this.api.get("/faults")).rules);
         } catch {
             // The line is lost; the state is read anew with the next one.
@@ -36,12 +40,22 @@ export class FaultCard {
 
     // A new list begins to count anew; rules that have done their work would do it again.
     #add(rule) {
-        return this.#replace([...this.rules.filter(({ over }) => !over), rule]);
+        return this.#replace((rules) => [...rules.filter(({ over }) => !over), rule]);
     }
 
-    #replace(rules) {
+    #remove(rule) {
+        const text = ruleText(rule);
+        return this.#replace((rules) => {
+            const gone = rules.findIndex((other) => ruleText(other) === text);
+            return rules.filter((_, index) => index !== gone);
+        });
+    }
+
+    // Another browser, or a test, may have changed the rules since they were shown.
+    #replace(change) {
         return this.act(async () => {
-            const body = { rules: rules.map(({ fitting, hits, over, ...rule }) => rule) };
+            const { rules } = await this.api.get("/faults");
+            const body = { rules: change(rules).map(({ fitting, hits, over, ...rule }) => rule) };
             this.#show((await (await this.api.put("/faults", body)).json()).rules);
         });
     }
@@ -69,23 +83,18 @@ export class FaultCard {
     #ruleTable() {
         const columns = ["faultRule", "faultFitting", "faultHits", "faultState"];
         return el("table", {}, el("thead", {}, el("tr", {}, columns.map(head), el("td", {}))),
-            el("tbody", {}, this.rules.map((rule, index) => this.#ruleRow(rule, index))));
+            el("tbody", {}, this.rules.map((rule) => this.#ruleRow(rule))));
     }
 
-    #ruleRow(rule, index) {
-        const others = () => this.#replace(this.rules.filter((_, other) => other !== index));
+    #ruleRow(rule) {
         return el("tr", {}, el("th", { scope: "row" }, ruleText(rule)), el("td", {}, count(rule.fitting)),
             el("td", { class: "hits" }, count(rule.hits)), el("td", {}, t(rule.over ? "faultOver" : "faultInForce")),
-            el("td", {}, button(t("faultRemove"), others)));
+            el("td", {}, button(t("faultRemove"), () => this.#remove(rule))));
     }
 
     async #readModes() {
-        try {
-            this.modes = (await this.api.get("/faults/modes")).modes;
-            this.#fillForm();
-        } catch {
-            // As above.
-        }
+        this.modes = (await this.api.get("/faults/modes")).modes;
+        this.#fillForm();
     }
 
     #fillForm() {
@@ -94,7 +103,7 @@ export class FaultCard {
         const which = el("select", { name: "which", on: { change: () => this.#fit() } },
             WHICH.map((value) => el("option", { value }, t(`which_${value}`))));
         this.form.replaceChildren(field("faultMode", mode), field("faultArgument", input("argument")),
-            field("faultWhich", which), field("faultNumber", number("number", { min: "1", value: "1" })),
+            field("faultWhich", which), field("faultNumber", number("number", { min: "1", value: "1", required: true })),
             field("faultCommand", input("command")), field("faultField", input("field")),
             field("faultFieldValue", input("value")),
             field("faultProbability", number("probability", { min: "0", max: "1", step: "any" })),
@@ -110,7 +119,8 @@ export class FaultCard {
         argument.closest("label").hidden = wanted === null;
         argument.required = wanted !== null;
         argument.previousSibling.textContent = t("faultArgument", { what: wanted ?? "" });
-        place.closest("label").hidden = which.value !== "nth" && which.value !== "each";
+        place.disabled = which.value !== "nth" && which.value !== "each";
+        place.closest("label").hidden = place.disabled;
     }
 
     #submit(event) {
@@ -141,7 +151,8 @@ function modeText({ mode, protocols }) {
 }
 
 // The rule as one would write it.
-function ruleText({ mode, command, field: part, nth, each, probability, lifetime }) {
+function ruleText({ mode, command, field: part, nth, each, probability, seed, lifetime }) {
     return [mode, nth && `#${nth}`, each && `/${each}`, command, part && `${part.name}=${part.value}`,
-        probability !== undefined && `p=${probability}`, lifetime && `≤${lifetime}`].filter(Boolean).join(" ");
+        probability !== undefined && `p=${probability} (${seed})`,
+        lifetime && `≤${lifetime}`].filter(Boolean).join(" ");
 }

@@ -8,26 +8,37 @@ const ROW = 56;
 const PORTION = 100;
 export const KINDS = ["any", "number", "sum", "id", "text"];
 
-// The query of what a person typed. A fiscal sign has ten digits, a sum two decimals.
-export function queryOf(by, what) {
+// The queries of what a person typed, the likeliest first. A fiscal sign has ten digits, a sum two decimals.
+export function queriesOf(by, what) {
     const text = what.trim();
-    const kind = by === "any" ? guess(text) : by;
     if (text === "")
-        return {};
-    return { [kind]: kind === "sum" ? Number(text.replace(",", ".")).toFixed(2) : text };
+        return [{}];
+    if (by !== "any")
+        return [queryOf(by, text)];
+    const kind = guess(text);
+    // Digits may be those of a barcode or of a price, too.
+    return [queryOf(kind, text), ...(kind === "text" ? [] : [{ text }])];
 }
+
+const queryOf = (kind, text) => ({ [kind]: kind === "sum" ? plainSum(text) : text });
 
 function guess(text) {
     if (/^\d{1,9}$/.test(text))
         return "number";
-    if (/^\d+[.,]\d{2}$/.test(text))
+    if (/^\d{1,3}([\s,]?\d{3})*[.,]\d{2}(\s?₽)?$/.test(text))
         return "sum";
     return /^\d{10}$/.test(text) ? "id" : "text";
 }
 
+// As receipts and this page write sums: "1234.5", "1 234,50 ₽", "1,234.50".
+function plainSum(text) {
+    const [, roubles, kopecks = ""] = /^(.*?)(?:[.,](\d{0,2}))?$/.exec(text.replace(/[\s₽]/g, ""));
+    return `${roubles.replace(/,/g, "")}.${kopecks.padEnd(2, "0")}`;
+}
+
 export class Found {
     constructor({ onChoose, onError, onClose }) {
-        Object.assign(this, { onChoose, onError, onClose, query: {}, items: [], next: null });
+        Object.assign(this, { onChoose, onError, onClose, queries: [{}], query: {}, items: [], next: null });
         this.form = byId("search");
         this.list = new VirtualList(byId("found-list"), {
             idPrefix: "found",
@@ -70,10 +81,24 @@ export class Found {
 
     async #submit(event) {
         event.preventDefault();
-        Object.assign(this, { query: queryOf(this.form.by.value, this.form.what.value), items: [], next: null });
+        this.queries = queriesOf(this.form.by.value, this.form.what.value);
         this.#toggle(true);
-        this.list.reset(0);
-        await this.#load();
+        await this.again();
+    }
+
+    // The same search; documents may have come or gone.
+    async again() {
+        if (!this.#isOpen)
+            return;
+        const search = {};
+        this.search = search;
+        for (const query of this.queries) {
+            Object.assign(this, { query, items: [], next: null });
+            this.list.reset(0);
+            await this.#load();
+            if (search !== this.search || this.items.length > 0)
+                return;
+        }
     }
 
     async #load() {

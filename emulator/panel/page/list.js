@@ -52,6 +52,22 @@ export class VirtualList {
         this.layout(count);
     }
 
+    // The first places go. The others keep their elements, which may be under a mouse that is pressed, and stay
+    // where they are on the screen; layout() tells how many there are now.
+    dropFirst(count) {
+        const gone = this.offsets[count];
+        const shown = [...this.shown];
+        this.shown.clear();
+        this.offsets = this.offsets.slice(count).map((offset) => offset - gone);
+        this.chosen = Math.max(this.chosen - count, -1);
+        for (const [index, element] of shown)
+            if (index < count)
+                element.remove();
+            else
+                this.#number(index - count, element);
+        this.scroller.scrollTop -= gone;
+    }
+
     redraw() {
         this.#clear();
         this.draw();
@@ -104,14 +120,17 @@ export class VirtualList {
 
     #make(index) {
         const element = this.create(index);
-        element.id = `${this.idPrefix}-${index}`;
         element.setAttribute("role", "option");
-        element.setAttribute("aria-posinset", index + 1);
         element.setAttribute("aria-selected", String(index === this.chosen));
-        element.addEventListener("click", () => this.choose(index));
-        this.shown.set(index, element);
+        this.#number(index, element);
         this.sheet.append(element);
         return element;
+    }
+
+    #number(index, element) {
+        element.id = `${this.idPrefix}-${index}`;
+        element.setAttribute("aria-posinset", index + 1);
+        this.shown.set(index, element);
     }
 
     #drop(index, element) {
@@ -153,6 +172,11 @@ export class VirtualList {
         };
         this.scroller.addEventListener("scroll", soon, { passive: true });
         this.scroller.addEventListener("keydown", (event) => this.#key(event));
+        this.sheet.addEventListener("click", ({ target }) => {
+            const option = target.closest("[role=option]");
+            if (option)
+                this.choose(Number(option.ariaPosInSet) - 1);
+        });
         new ResizeObserver(() => this.layout()).observe(this.scroller);
     }
 

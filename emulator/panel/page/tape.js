@@ -53,10 +53,11 @@ export class Tape {
         const head = await api.get("/tape", { after: Math.max(this.last - 1, 0), limit: 1 });
         if (api !== this.api)
             return;
-        if (this.last > 0 && this.#isSame(head))
-            this.grown(head.last);
-        else
-            this.#restart(head);
+        if (this.last === 0 || !this.#isSame(head))
+            return this.#restart(head);
+        this.grown(head.last);
+        // Pictures may have failed meanwhile.
+        this.redraw();
     }
 
     grown(number) {

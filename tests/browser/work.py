@@ -1,0 +1,138 @@
+"""What people do at the page while hosts sell."""
+
+import stage
+from case import EMULATOR, SECOND, PanelTest, setUpModule  # noqa: F401, unittest looks for it
+
+
+class Work(PanelTest):
+    def test_sale_appears_and_its_code_reads(self):
+        self.connected()
+        self.must("open-shift")
+        self.must("sell", "sale.json")
+        self.becomes(self.tape_label, "document 3", SECOND)
+        self.becomes(lambda: self.text("#document h3"), "Document 3", SECOND)
+        sign = self.register.ask("/documents/3")["fiscalSign"]
+        stage.wait_for(lambda: any(f"&i=3&fp={sign}&" in code for code in stage.codes_in(self.shoot("sale"))), 5)
+        self.assertIn("сумма расчета", self.text("#document .tags").lower())
+        self.click("#document details.exchange:last-of-type summary")
+        self.assertIn("to the register", self.text("#document .frames"))
+        foreign = "return performance.getEntriesByType('resource').map((r) => r.name)"
+        for address in self.page.execute_script(foreign):
+            self.assertTrue(address.startswith((self.register.url, "blob:" + self.register.url)), address)
+        told = [line["message"] for line in self.page.get_log("browser") if self.register.url in line["message"]]
+        self.assertEqual([], told)
+
+    def test_paper_out_and_in(self):
+        self.must("open-shift")
+        self.click("[data-card=paper] [data-value=out]")
+        self.becomes(lambda: self.card("paper"), "out")
+        status, text = self.host("sell", "sale.json")
+        self.assertNotEqual(0, status)
+        self.assertRegex(text.lower(), "бумаг")
+        self.click("#tab-exchanges")
+        self.click("#refused-only")
+        self.becomes(lambda: self.text("#exchange-list"), "refused")
+        self.shoot("paper-out")
+        self.click("[data-card=paper] [data-value=in]")
+        self.becomes(lambda: self.card("paper"), "in")
+        self.must("sell", "sale.json")
+        self.becomes(lambda: self.text("#glance"), "Paper: in")
+        self.assertIn("document", self.tape_label())
+
+    def test_fault_is_hit_once(self):
+        self.must("open-shift")
+        self.click("[data-fault=lost]")
+        self.becomes(lambda: self.card("faults"), "hits 0")
+        self.must("status")
+        self.becomes(lambda: self.card("faults"), "hits 1")
+        self.must("sell", "sale.json")
+        self.click("[data-card=faults] [aria-expanded]")
+        self.becomes(lambda: self.text(".rules"), "over")
+        self.assertEqual("1", self.text(".rules .hits"))
+        self.assertEqual(1, self.register.ask("/faults")["rules"][0]["hits"])
+
+    def test_clock_makes_the_shift_too_long(self):
+        self.must("open-shift")
+        self.becomes(lambda: self.card("shift"), "open, no. 1")
+        self.click("[data-card=clock] button:nth-of-type(2)")
+        self.becomes(lambda: self.card("shift"), "more than 24 hours")
+        status, text = self.host("sell", "sale.json")
+        self.assertNotEqual(0, status)
+        self.assertRegex(text.lower(), "24|смен")
+        self.must("z-report")
+        self.becomes(lambda: self.card("shift"), "closed")
+
+    def test_two_browsers_and_two_registers(self):
+        other = stage.browser(language="ru")
+        self.addCleanup(other.quit)
+        other.get(self.register.url)
+        self.becomes(lambda: self.text("h1", other), "Программная касса")
+        self.click("[data-card=cover] [data-value=true]")
+        self.becomes(lambda: self.card("cover", other), "открыта")
+        self.find("[data-card=cover] [data-value=false]", other).click()
+        self.becomes(lambda: self.card("cover"), "shut")
+        self.must("open-shift", register=1)
+        self.find("#register option[value='2']").click()
+        self.becomes(lambda: self.card("shift"), "open")
+        self.becomes(self.tape_label, "document 2")
+        self.becomes(lambda: self.card("shift", other), "закрыта")
+
+    def test_restart(self):
+        self.must("open-shift")
+        self.must("sell", "sale.json")
+        self.becomes(self.tape_label, "document 3")
+        self.click("#tab-exchanges")
+        stage.wait_for(lambda: self.find_all("#exchange-list .row"))[-1].click()
+        self.becomes(lambda: self.text("#exchange h3"), "Exchange")
+        self.click("#tab-document")
+        port = self.register.port
+        self.register.stop()
+        self.becomes(lambda: self.text("#connection"), "lost")
+        self.register = stage.Register(EMULATOR, panel=port)
+        self.connected()
+        self.becomes(lambda: self.card("shift"), "closed")
+        # What was shown of the other drive's documents and exchanges is not of this one.
+        self.becomes(lambda: self.text("#document h3"), "Document 1")
+        self.assertEqual("", self.text("#exchange"))
+        self.must("open-shift")
+        self.becomes(self.tape_label, "document 2")
+
+    def test_documents_of_another_time_go(self):
+        other = stage.browser()
+        self.addCleanup(other.quit)
+        other.get(self.register.url)
+        self.must("open-shift")
+        self.register.ask("/snapshots/open", method="PUT")
+        self.must("sell", "sale.json")
+        self.becomes(self.tape_label, "document 3")
+        self.becomes(lambda: self.tape_label(other), "document 3")
+        sign = self.register.ask("/documents/3")["fiscalSign"]
+        self.click(".print:last-child")  # held, with its details
+        self.becomes(lambda: self.text("#document"), sign)
+        self.find("[name=what]", other).send_keys("\n")
+        self.becomes(lambda: self.text("#found-list", other), sign)
+        self.register.ask("/snapshots/open/restore", method="POST")
+        for page in (self.page, other):
+            self.becomes(lambda: self.text("#document h3", page), "Document 2")
+        self.becomes(lambda: self.text("#found-heading", other), "2")
+        self.assertNotIn(sign, self.text("#found-list", other))
+        self.must("sell", "sale.json")
+        self.becomes(lambda: self.text("#document h3"), "Document 3")
+        self.becomes(lambda: self.text("#document"), self.register.ask("/documents/3")["fiscalSign"])
+
+    def test_search(self):
+        self.must("open-shift")
+        self.must("sell", "sale.json")
+        total = self.register.ask("/documents?number=3")["documents"][0]["total"]
+        self.must("z-report")
+        for what, expected in (("3", "КАССОВЫЙ ЧЕК"), (total.replace(".", ","), "КАССОВЫЙ ЧЕК"), ("бородинский", "3"),
+               (f"{total} ₽", "КАССОВЫЙ ЧЕК"), ("772100000", "КАССОВЫЙ ЧЕК"),
+                               ("", "ЗАКРЫТИИ СМЕНЫ")):
+            field = self.find("[name=what]")
+            field.clear()
+            field.send_keys(what + "\n")
+            self.becomes(lambda: self.text("#found-list").upper(), expected)
+        self.click("#found-list [role=option]:nth-child(2)")
+        self.becomes(lambda: self.text("#document h3"), "Document 3")
+        self.click("#found-close")
+        self.becomes(lambda: self.text("#follow") and self.find("#follow").get_attribute("aria-pressed"), "false")
