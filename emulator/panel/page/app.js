@@ -26,7 +26,7 @@ const page = { api: null, register: null, run: null, connection: "connecting", a
 const cards = new Cards(byId("cards"), byId("glance"), act);
 const detail = new Detail(byId("document"), { onError: complain });
 const exchanges = new Exchanges(byId("exchange-list"), byId("exchange"), byId("refused-only"));
-const found = new Found({ onChoose: chooseDocument, onError: complain, onClose: () => tape.list.layout() });
+const found = new Found({ onChoose: chooseDocument, onError: complainOfSearch, onClose: () => tape.uncovered() });
 const tape = new Tape(byId("tape"), { onChoose: chooseEntry, onFollow: showFollow });
 const selectTab = tabs(["document", "exchanges"], (name) => quietly(exchanges.setVisible(name === "exchanges")));
 
@@ -51,12 +51,24 @@ async function act(request) {
     }
 }
 
-function complain(problem) {
-    const text = problem instanceof Problem ? problem.message : t("noAnswer");
+// The interface speaks English; what people meet is said in theirs.
+const PROBLEMS = { 404: "gone", 409: "clockBack" };
+
+function problemText(problem) {
+    if (!(problem instanceof Problem))
+        return t("noAnswer");
+    return problem.status in PROBLEMS ? t(PROBLEMS[problem.status]) : problem.message;
+}
+
+function complain(problem, text = problemText(problem)) {
     const notice = el("p", { class: "notice" }, text, " ",
         button("×", () => notice.remove(), { "aria-label": t("close") }));
     byId("notices").append(notice);
     setTimeout(() => notice.remove(), NOTICE);
+}
+
+function complainOfSearch(problem) {
+    complain(problem, problem.status === 400 ? t("badSearch") : problemText(problem));
 }
 
 function say(text) {
@@ -132,7 +144,7 @@ function chooseDocument(number) {
     selectTab("document");
     detail.showDocument(number);
     tape.follow(false);
-    tape.mark(number);
+    quietly(tape.mark(number));
     bringIntoView();
 }
 

@@ -88,7 +88,14 @@ function download(blob, name) {
 
 const section = (key, ...content) => el("section", { class: key }, el("h4", {}, t(key)), ...content);
 
-const pageText = (lines) => el("pre", { class: "page-text", lang: "ru" }, lines.join("\n"));
+// It may be broader than a telephone, and a keyboard has to get to its end.
+const pageText = (lines) => el("pre", { class: "page-text", lang: "ru", tabindex: "0", role: "group",
+    "aria-label": t("text") }, lines.join("\n"));
+
+// Marking codes have separators in them that nobody would see.
+const CONTROL_PICTURES = 0x2400;
+const visible = (text) =>
+    text.replace(/[\0-\x1f]/g, (sign) => String.fromCharCode(CONTROL_PICTURES + sign.charCodeAt(0)));
 
 function refusals({ exchanges, refusals: numbers }) {
     if (numbers.length === 0)
@@ -108,7 +115,7 @@ function tagSection(tags) {
 function tagRows(tags, depth) {
     return tags.flatMap(({ tag, name, value, words }) => {
         const isNested = Array.isArray(value);
-        const text = isNested ? "" : `${value}${words ? ` (${words})` : ""}`;
+        const text = isNested ? "" : visible(`${value}${words ? ` (${words})` : ""}`);
         const row = el("tr", { class: `depth-${Math.min(depth, 3)}` }, el("td", {}, String(tag)),
             el("th", { scope: "row" }, russian(name)), el("td", {}, russian(text)));
         return [row, ...(isNested ? tagRows(value, depth + 1) : [])];

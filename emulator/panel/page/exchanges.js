@@ -5,8 +5,8 @@ import { exchangeBody, exchangeMarks, exchangeTitle } from "./frames.js";
 import { t, time } from "./i18n.js";
 import { VirtualList } from "./list.js";
 
-const PORTION = 200;
-// The interface keeps some thousands; the page needs no more than a developer looks back.
+const PORTION = 500;
+// As many as the interface keeps.
 const KEPT = 2000;
 const ROW = 44;
 
@@ -28,7 +28,7 @@ export class Exchanges {
         return this.sync();
     }
 
-    // The last ones, from nothing.
+    // All that are kept, from nothing.
     async sync() {
         Object.assign(this, { items: [], last: 0 });
         this.list.reset(0);
@@ -72,8 +72,7 @@ export class Exchanges {
     }
 
     #query() {
-        const after = this.last ? { after: this.last } : {};
-        return { limit: PORTION, ...after, ...(this.refusedOnly.checked ? { refused: true } : {}) };
+        return { limit: PORTION, after: this.last, ...(this.refusedOnly.checked ? { refused: true } : {}) };
     }
 
     #take({ exchanges }) {

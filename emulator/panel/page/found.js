@@ -58,8 +58,11 @@ export class Found {
     }
 
     close() {
+        const hadFocus = byId("found").contains(document.activeElement);
         this.#toggle(false);
         this.onClose();
+        if (hadFocus)
+            byId("tape").focus();
     }
 
     redraw() {

@@ -10,7 +10,7 @@ export function exchangeTitle({ protocol, command, name }) {
 // Short marks of what was unusual: text, and how bad it is.
 export function exchangeMarks({ error, fault, document, warnings }) {
     return [
-        error !== null && badge("bad", t("refused", { error })),
+        error !== null && badge("bad", t(document === null ? "refused" : "answeredError", { error })),
         fault !== null && badge("warn", t("faultHit", { fault })),
         document !== null && badge("good", t("storedDocument", { number: document })),
         ...warnings.map(({ text }) => badge("warn", t("warning", { text }))),

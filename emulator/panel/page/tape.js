@@ -79,18 +79,52 @@ export class Tape {
         this.list.redraw();
     }
 
-    // Marks the print of a document that was chosen elsewhere, as far as it is known here.
-    mark(document) {
-        const entry = [...this.entries.values()].find((known) => known?.document === document);
-        if (!entry)
+    // Marks the print of a document that was chosen elsewhere, if it is on the tape.
+    async mark(document) {
+        const { api } = this;
+        const known = [...this.entries.values()].find((entry) => entry?.document === document);
+        const entry = known ?? await this.#find(document);
+        if (!entry || api !== this.api)
             return;
         this.list.choose(entry.number - this.base, { isQuiet: true });
-        if (!this.isFollowing)
-            this.list.reveal(entry.number - this.base);
+        this.#showChosen();
+    }
+
+    // The search has given the place back.
+    uncovered() {
+        this.list.layout();
+        this.#showChosen();
+        this.#settle();
     }
 
     get isEmpty() {
         return this.list.count === 0;
+    }
+
+    #showChosen() {
+        if (this.isFollowing || this.list.chosen < 0)
+            return;
+        this.list.reveal(this.list.chosen);
+        // Nobody has scrolled to the end, should this be there.
+        this.revealed = this.scroller.scrollTop;
+    }
+
+    // Documents stand on the tape in their order, with other prints between them.
+    async #find(document) {
+        let [low, high] = [this.base, this.last];
+        while (low <= high) {
+            const middle = Math.floor((low + high) / 2);
+            const { entries } = await this.api.get("/tape", { after: middle - 1, limit: PORTION });
+            const entry = entries.find((other) => other.document === document);
+            if (entry)
+                return entry;
+            const next = entries.find((other) => other.document !== null);
+            if (next && next.document < document)
+                low = next.number + 1;
+            else
+                high = middle - 1;
+        }
+        return null;
     }
 
     #forget(base, last) {
@@ -121,6 +155,9 @@ export class Tape {
         const { scrollTop } = this.scroller;
         const isUp = scrollTop < this.before;
         this.before = scrollTop;
+        if (scrollTop === this.revealed)
+            return;
+        this.revealed = null;
         if (this.isFollowing && isUp && !this.list.isAtEnd)
             this.follow(false);
         else if (!this.isFollowing && !isUp && this.list.isAtEnd && this.isMoved)
