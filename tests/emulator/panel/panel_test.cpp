@@ -21,7 +21,7 @@ TEST(Panel, SwitchesAreWhatTheHostMeets)
     const Row rows[] = {
         {"paper", R"({"state":"out"})", open(2), 8, ""},
         {"paper", R"({"state":"in"})", {0x60, {"Иванова"}}, 0, ""},
-        {"cover", R"({"open":true})", open(2), 8, ""},
+        {"cover", R"({"open":true})", open(2), 9, ""},
         {"cover", R"({"open":false})", {0x60, {"Иванова"}}, 0, ""},
         {"ofd", R"({"reachable":true})", {0xA4, {"8"}}, 0, "1"},
         {"drawer", R"({"open":true})", {0xA8, {}}, 0, "1"},
