@@ -102,7 +102,8 @@ void HexProtocol::handleFrame(const QByteArray& frame)
 
 void HexProtocol::handleBlock(const QByteArray& block)
 {
-    reply(m_blockRequest, device().logo().set(block.mid(1)), m_blockFault);
+    const auto misfit = QStringLiteral("the picture is no bitmap of 288 by 100 dots with one bit each");
+    reply(m_blockRequest, HexAnswer::judged(device().logo().set(block.mid(1)), misfit), m_blockFault);
 }
 
 void HexProtocol::reply(const QByteArray& frame, const HexAnswer& answer, const Fault& fault)
