@@ -85,7 +85,9 @@ void HexProtocol::handleFrame(const QByteArray& frame)
     if (fault.mode == FaultMode::Silence)
         return note(exchangeOf(frame, Refusal::None), fault);
     if (fault.isError()) {
-        note(exchangeOf(frame, Refusal::None), fault);
+        Exchange exchange = exchangeOf(frame, Refusal::None);
+        exchange.error = QString::number(fault.argument);
+        note(exchange, fault);
         return deliver(frame, answerTo(frame, fault.argument, {}), fault);
     }
     const HexAnswer answer = judge(frame);

@@ -71,8 +71,10 @@ Refusal Documents::cancel()
 
 void Documents::drop()
 {
-    if (const tape::Page& held = m_parts.state.open.held; !held.lines.isEmpty())
-        m_parts.state.paper.waiting.append(held);
+    const OpenDocument& open = m_parts.state.open;
+    if (!open.held.lines.isEmpty())
+        m_parts.state.paper.waiting.append(
+            {open.document.isReceipt() ? m_parts.drive.last().number : 0, open.held});
     m_parts.state.open = OpenDocument();
 }
 
