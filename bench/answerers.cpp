@@ -17,7 +17,7 @@ struct Emulator
 {
     explicit Emulator(Language language)
     {
-        device.tape().setListener([](const tape::Page&) {});
+        device.tape().setListener([](const tape::Page&, quint32) {});
         device.start(QDateTime::currentDateTime());
         device.openShift({});
         if (language == Language::Xml)

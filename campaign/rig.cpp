@@ -41,7 +41,7 @@ Rig::Rig(Protocol language)
     , m_protocol(makeProtocol(language, device, m_outbox, clock))
     , line(language, clock, device, m_outbox, *m_protocol)
 {
-    device.tape().setListener([](const tape::Page&) {});
+    device.tape().setListener([](const tape::Page&, quint32) {});
     MockFactory<CurrentTime>::mocked = &m_time;
     line.setPowerCut([this] { cutPower(); });
     buildDriver();

@@ -53,7 +53,7 @@ public:
         , m_line(m_device, m_outbox, m_clock, m_choice)
     {
         m_line.setLenient(m_begin / 3 % 2 != 0);
-        m_device.tape().setListener([](const tape::Page&) {});
+        m_device.tape().setListener([](const tape::Page&, quint32) {});
         FaultPlan plan;
         for (int i = 0; i < 3; ++i) {
             const auto exchange = static_cast<int>(input.take());

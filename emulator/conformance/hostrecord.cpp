@@ -34,7 +34,7 @@ void HostRecord::addCommand(const Exchange& exchange)
     if (command == nullptr)
         return;
     ++command->count;
-    command->refused += exchange.error.isEmpty() ? 0 : 1;
+    command->refused += exchange.isRefused() ? 1 : 0;
 }
 
 void HostRecord::addRefusal(const Exchange& exchange)

@@ -32,7 +32,7 @@ void HostWatch::note(const Exchange& exchange)
 {
     constexpr qsizetype mostWarnings = 1000;
     m_record.addCommand(exchange);
-    if (!exchange.error.isEmpty())
+    if (exchange.isRefused())
         m_record.addRefusal(exchange);
     for (const auto& rule : m_rules) {
         const std::optional<QString> warning = rule->look(exchange);

@@ -8,7 +8,7 @@ std::optional<QString> OutcomeRule::look(const Exchange& exchange)
 {
     if (exchange.isEarly && m_closed != 0)
         m_unknown = m_closed;
-    const bool isAnswered = exchange.error.isEmpty() && !exchange.isFalseError && !exchange.isOutcomeUnknown;
+    const bool isAnswered = exchange.error.isEmpty() && !exchange.isOutcomeUnknown;
     if (exchange.role == ExchangeRole::Asking && isAnswered)
         m_unknown = 0;
     const bool isClosed = isClosing(exchange);

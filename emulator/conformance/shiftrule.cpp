@@ -8,7 +8,7 @@ std::optional<QString> ShiftRule::look(const Exchange& exchange)
 {
     const bool isDocument = exchange.role == ExchangeRole::Document
         || exchange.role == ExchangeRole::Finishing || exchange.role == ExchangeRole::Receipt;
-    if (!isDocument || exchange.error.isEmpty() || !m_device.isShiftTooLong())
+    if (!isDocument || !exchange.isRefused() || !m_device.isShiftTooLong())
         return std::nullopt;
     return QStringLiteral("a document in a shift of more than 24 hours");
 }

@@ -17,19 +17,27 @@ QList<QByteArray> one(const QByteArray& value)
     return {value};
 }
 
+// What the setting takes.
+QString valuesOf(const ParameterEntry& entry)
+{
+    if (entry.kind == ParameterEntry::Kind::Date)
+        return QStringLiteral("a date, ddMMyy");
+    if (entry.kind == ParameterEntry::Kind::Number)
+        return QStringLiteral("a number from %1 to %2").arg(entry.smallest).arg(entry.greatest);
+    if (entry.greatest < 0)
+        return QStringLiteral("a text of %1 characters at least").arg(entry.smallest);
+    if (entry.smallest == entry.greatest)
+        return QStringLiteral("a text of %1 characters").arg(entry.smallest);
+    return QStringLiteral("a text of %1 to %2 characters").arg(entry.smallest).arg(entry.greatest);
+}
+
 QString settingMisfit(int number, int row)
 {
     const QList<ParameterEntry>& table = parameterTable();
     const auto entry = std::find_if(table.cbegin(), table.cend(),
         [=](const ParameterEntry& known) { return known.number == number && known.row == row; });
-    if (entry == table.cend())
-        return QStringLiteral("there is no setting %1 with row %2").arg(number).arg(row);
-    if (entry->greatest < 0)
-        return QStringLiteral("setting %1 has %2 characters at least").arg(number).arg(entry->smallest);
-    const bool isNumber = entry->kind == ParameterEntry::Kind::Number;
-    const QString form = isNumber ? QStringLiteral("setting %1 is a number from %2 to %3")
-                                  : QStringLiteral("setting %1 has from %2 to %3 characters");
-    return form.arg(number).arg(entry->smallest).arg(entry->greatest);
+    return entry == table.cend() ? QStringLiteral("there is no setting %1 with row %2").arg(number).arg(row)
+                                 : QStringLiteral("setting %1 is %2").arg(number).arg(valuesOf(*entry));
 }
 
 } // namespace

@@ -85,7 +85,9 @@ void HexProtocol::handleFrame(const QByteArray& frame)
     if (fault.mode == FaultMode::Silence)
         return note(exchangeOf(frame, Refusal::None), fault);
     if (fault.isError()) {
-        note(exchangeOf(frame, Refusal::None), fault);
+        Exchange exchange = exchangeOf(frame, Refusal::None);
+        exchange.error = QString::number(fault.argument);
+        note(exchange, fault);
         return deliver(frame, answerTo(frame, fault.argument, {}), fault);
     }
     const HexAnswer answer = judge(frame);
@@ -102,7 +104,8 @@ void HexProtocol::handleFrame(const QByteArray& frame)
 
 void HexProtocol::handleBlock(const QByteArray& block)
 {
-    reply(m_blockRequest, device().logo().set(block.mid(1)), m_blockFault);
+    const auto misfit = QStringLiteral("the picture is no bitmap of 288 by 100 dots with one bit each");
+    reply(m_blockRequest, HexAnswer::judged(device().logo().set(block.mid(1)), misfit), m_blockFault);
 }
 
 void HexProtocol::reply(const QByteArray& frame, const HexAnswer& answer, const Fault& fault)

@@ -31,18 +31,21 @@ struct Exchange
     ExchangeRole role = ExchangeRole::Other;
     /// Its bytes as they came.
     QByteArray request;
-    /// The error that the host was answered, in the way of the protocol; empty when the request was taken.
+    /// The error that the host was answered, in the way of the protocol; empty for a good answer.
     QString error;
     /// In words for whoever writes the host.
     QString reason;
     /// That it suffers, as a plan has it; empty for none.
     QString fault;
-    /// An error was answered that is a fault of the register and no refusal.
+    /// The error is a fault of the register, or one about a document that is stored: no refusal.
     bool isFalseError = false;
     /// The host cannot know from the answer what became of its request.
     bool isOutcomeUnknown = false;
     /// It came before the answer to the one before it had gone out: the host had given up waiting.
     bool isEarly = false;
+
+    /// The host was told an error, and the request is its own fault.
+    bool isRefused() const { return !error.isEmpty() && !isFalseError; }
 };
 
 } // namespace emulator

@@ -98,9 +98,11 @@ void Protocol::note(Exchange exchange, const Fault& fault)
     // So does one about a document that is stored: the paper ended on it.
     const bool isStored = m_device.drive().last().number != m_documentBefore;
     exchange.isFalseError = fault.isError() || (isStored && !exchange.error.isEmpty());
-    if (exchange.isFalseError)
-        exchange.error.clear();
-    if (!exchange.error.isEmpty())
+    if (fault.isError())
+        exchange.reason = QStringLiteral("%1: the fault %2").arg(exchange.command, FaultPlan::words(fault));
+    else if (exchange.isFalseError)
+        exchange.reason += QStringLiteral("; the document is stored");
+    if (exchange.isRefused())
         m_device.refusals().add({exchange.request, exchange.command, exchange.error, exchange.reason});
     exchange.fault = fault.mode == FaultMode::None ? QString() : FaultPlan::words(fault);
     if (m_watcher)

@@ -52,6 +52,13 @@ void describe(Archive& archive, typename Archive::template Access<Drawer>& drawe
 }
 
 template <typename Archive>
+void describe(Archive& archive, typename Archive::template Access<WaitingPage>& waiting)
+{
+    archive.field("document", waiting.document);
+    archive.field("page", waiting.page);
+}
+
+template <typename Archive>
 void describe(Archive& archive, typename Archive::template Access<Paper>& paper)
 {
     archive.field("isIn", paper.isIn);

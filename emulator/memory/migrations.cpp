@@ -6,6 +6,7 @@
 #include "register/entrytags.h"
 #include "register/tlv.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSqlQuery>
@@ -88,8 +89,27 @@ void addTags(const Database& database)
     addDocumentDigests(database);
 }
 
+// What waits for paper tells which document it is of. A row that is not what was written stays so.
+void nameWaitingPages(const Database& database)
+{
+    const QString name = QStringLiteral("paper");
+    const QString waiting = QStringLiteral("waiting");
+    QSqlQuery row
+        = database.execute(QStringLiteral("SELECT content, digest FROM parts WHERE name = ?"), {name});
+    if (!row.next() || row.value(1).toByteArray() != rowDigest(name, row.value(0).toByteArray()))
+        return;
+    QJsonObject paper = QJsonDocument::fromJson(row.value(0).toByteArray()).object();
+    QJsonArray named;
+    for (const QJsonValue page : paper.value(waiting).toArray())
+        named.append(QJsonObject{{QStringLiteral("document"), 0}, {QStringLiteral("page"), page}});
+    paper[waiting] = named;
+    const QByteArray content = QJsonDocument(paper).toJson(QJsonDocument::Compact);
+    database.execute(QStringLiteral("UPDATE parts SET content = ?, digest = ? WHERE name = ?"),
+        {QString::fromUtf8(content), QString::fromLatin1(rowDigest(name, content)), name});
+}
+
 // The step to version 1 stands first.
-constexpr Step steps[] = {makeTables, addDigests, addTags};
+constexpr Step steps[] = {makeTables, addDigests, addTags, nameWaitingPages};
 
 } // namespace
 

@@ -50,13 +50,9 @@ void Desk::stored(const QJsonObject& entry)
     tell("document", eventview::document(entry));
 }
 
-void Desk::printed(const tape::Page& page)
+void Desk::printed(const tape::Page& page, quint32 document)
 {
-    const quint32 last = m_device.drive().last().number;
-    // It was stored just now, or the paper had ended on it.
-    const bool isOfLast
-        = last != m_documentBefore || (m_device.document().isStored() && m_device.document().isReceipt());
-    const int number = m_tape.add(m_device.now(), isOfLast ? last : 0, page);
+    const int number = m_tape.add(m_device.now(), document, page);
     tell("tape", {{QStringLiteral("number"), number}});
 }
 

@@ -27,7 +27,7 @@ public:
     void passed(trace::Direction direction, const QByteArray& bytes) { m_exchanges.passed(direction, bytes); }
     void noted(const Exchange& exchange);
     void stored(const QJsonObject& entry);
-    void printed(const tape::Page& page);
+    void printed(const tape::Page& page, quint32 document);
     /// All that was told is kept.
     void settle();
     /// The register was switched on, with these documents of earlier runs.

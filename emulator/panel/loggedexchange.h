@@ -35,6 +35,7 @@ struct LoggedExchange
     QList<Warning> warnings;
     QList<LoggedFrame> frames;
 
+    /// Its host was told an error, for whatever reason.
     bool isRefused() const { return !exchange.error.isEmpty(); }
     bool hasStored() const { return documentAfter > documentBefore; }
 };

@@ -135,12 +135,12 @@ QString Station::openLine()
 
 void Station::connectPaper()
 {
-    m_register.tape().setListener([this](const tape::Page& page) {
+    m_register.tape().setListener([this](const tape::Page& page, quint32 document) {
         const QByteArray text = tape::toText(page).join(QLatin1Char('\n')).toUtf8() + '\n';
         m_output.append({&m_tape, text});
         m_output.append({&m_terminal, text});
         if (m_desk != nullptr)
-            m_desk->printed(page);
+            m_desk->printed(page, document);
     });
     m_register.journal().setListener([this](const QJsonObject& entry) {
         m_watch.store(entry);

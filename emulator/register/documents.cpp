@@ -39,8 +39,9 @@ Refusal Documents::finish()
     const OpenDocument& open = m_parts.state.open;
     if (!open.document.isOpen())
         return Refusal::NoDocument;
-    if (!open.document.unprinted && !m_parts.state.paper.canPrint())
-        return Refusal::NoPaper;
+    if (const Refusal refusal = judgement::printer(m_parts.state.paper);
+        refusal != Refusal::None && !open.document.unprinted)
+        return refusal;
     if (open.document.isStored())
         return printing::printOrHold(m_parts, open.held);
     if (open.document.isReceipt())
@@ -70,8 +71,10 @@ Refusal Documents::cancel()
 
 void Documents::drop()
 {
-    if (const tape::Page& held = m_parts.state.open.held; !held.lines.isEmpty())
-        m_parts.state.paper.waiting.append(held);
+    const OpenDocument& open = m_parts.state.open;
+    if (!open.held.lines.isEmpty())
+        m_parts.state.paper.waiting.append(
+            {open.document.isReceipt() ? m_parts.drive.last().number : 0, open.held});
     m_parts.state.open = OpenDocument();
 }
 

@@ -70,11 +70,19 @@ const char* misfit(const Item& item)
     return isWithin(item.unit, 0, highestUnit) ? nullptr : "a measure unit that is none of 0 to 255";
 }
 
+Refusal printer(const Paper& paper)
+{
+    // Under an open cover nobody can tell whether there is paper.
+    if (paper.isCoverOpen)
+        return Refusal::PrinterNotReady;
+    return paper.isIn ? Refusal::None : Refusal::NoPaper;
+}
+
 Refusal ready(const State& state, bool needsPaper)
 {
     if (state.open.document.isOpen())
         return Refusal::WrongState;
-    return state.paper.canPrint() || !needsPaper ? Refusal::None : Refusal::NoPaper;
+    return needsPaper ? printer(state.paper) : Refusal::None;
 }
 
 Refusal drive(const Parts& parts)
@@ -127,7 +135,7 @@ Refusal printing(const State& state)
         return Refusal::NoDocument;
     if (state.open.document.isStored())
         return Refusal::WrongState;
-    return state.paper.canPrint() || state.open.document.unprinted ? Refusal::None : Refusal::NoPaper;
+    return state.open.document.unprinted ? Refusal::None : printer(state.paper);
 }
 
 Refusal positions(const Document& document)

@@ -10,6 +10,7 @@ namespace emulator {
 struct Document;
 struct Item;
 struct OpenDocument;
+struct Paper;
 struct Parts;
 struct Registration;
 struct State;
@@ -17,6 +18,8 @@ struct State;
 /// What the register thinks of a step before it takes it. Nothing here changes anything.
 namespace judgement {
 
+/// The cover is shut, and there is paper.
+Refusal printer(const Paper& paper);
 /// A report or a document may begin: none is open, and there is paper where it needs some.
 Refusal ready(const State& state, bool needsPaper = true);
 /// The fiscal drive may store another document.

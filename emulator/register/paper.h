@@ -1,6 +1,8 @@
 #pragma once
 
-#include "tape/page.h"
+#include "register/waitingpage.h"
+
+#include <QList>
 
 #include <optional>
 
@@ -17,7 +19,7 @@ struct Paper
     /// A document that the roll ends on is answered like one that was printed.
     bool endsQuietly = false;
     /// The rest of documents that nobody is going to ask for.
-    QList<tape::Page> waiting;
+    QList<WaitingPage> waiting;
 
     bool canPrint() const { return isIn && !isCoverOpen; }
     /// How many of so many lines get onto the paper. The roll is gone when not all do.

@@ -10,7 +10,7 @@ namespace emulator::printing {
 namespace {
 
 // What did not get onto the paper.
-tape::Page print(Parts& parts, const tape::Page& page)
+tape::Page print(Parts& parts, const tape::Page& page, quint32 document)
 {
     qsizetype printed = 0;
     for (; printed < page.lines.size(); ++printed) {
@@ -19,7 +19,7 @@ tape::Page print(Parts& parts, const tape::Page& page)
             break;
     }
     if (printed > 0)
-        parts.tape.print({page.width, page.lines.first(printed)});
+        parts.tape.print({page.width, page.lines.first(printed)}, document);
     return {page.width, page.lines.mid(printed)};
 }
 
@@ -33,7 +33,8 @@ Refusal paperEnded(const Paper& paper)
 Refusal printOrHold(Parts& parts, const tape::Page& page)
 {
     OpenDocument& open = parts.state.open;
-    const tape::Page rest = open.document.unprinted ? tape::Page() : print(parts, page);
+    const quint32 number = open.document.isReceipt() ? parts.drive.last().number : 0;
+    const tape::Page rest = open.document.unprinted ? tape::Page() : print(parts, page, number);
     if (rest.lines.isEmpty()) {
         open = OpenDocument();
         return Refusal::None;
@@ -43,12 +44,12 @@ Refusal printOrHold(Parts& parts, const tape::Page& page)
     return paperEnded(parts.state.paper);
 }
 
-Refusal printOrQueue(Parts& parts, const tape::Page& page)
+Refusal printOrQueue(Parts& parts, const tape::Page& page, quint32 document)
 {
-    const tape::Page rest = print(parts, page);
+    const tape::Page rest = print(parts, page, document);
     if (rest.lines.isEmpty())
         return Refusal::None;
-    parts.state.paper.waiting.append(rest);
+    parts.state.paper.waiting.append({document, rest});
     return paperEnded(parts.state.paper);
 }
 
@@ -65,8 +66,8 @@ void printWaiting(Parts& parts)
 {
     if (!parts.state.paper.canPrint())
         return;
-    for (const tape::Page& page : std::exchange(parts.state.paper.waiting, {}))
-        printOrQueue(parts, page);
+    for (const WaitingPage& waiting : std::exchange(parts.state.paper.waiting, {}))
+        printOrQueue(parts, waiting.page, waiting.document);
 }
 
 } // namespace emulator::printing

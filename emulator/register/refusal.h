@@ -11,6 +11,7 @@ enum class Refusal {
     BadPassword = 6,
     BadCheckValue = 7,
     NoPaper = 8,
+    PrinterNotReady = 9,
     ShiftTooLong = 10,
     ClockDiffers = 11,
     DateTooEarly = 12,

@@ -22,6 +22,7 @@ constexpr RefusalWords allWords[] = {
     {Refusal::BadPassword, "another password"},
     {Refusal::BadCheckValue, "wrong check value"},
     {Refusal::NoPaper, "no paper"},
+    {Refusal::PrinterNotReady, "the cover of the printer is open"},
     {Refusal::ShiftTooLong, "the shift has lasted for more than 24 hours"},
     {Refusal::ClockDiffers, "the host's clock is more than five minutes off"},
     {Refusal::DateTooEarly, "a time before that of the last document"},

@@ -56,7 +56,8 @@ public:
     /// So many lines are left on the roll. The document that it ends on is done all the same; quietly means
     /// that the register does not answer so.
     void setPaperLeft(int lines, bool quietly);
-    /// Nothing is printed while the cover of the printer is open; a host is answered as without paper.
+    /// Nothing is printed while the cover of the printer is open: a host is told that the printer is not
+    /// ready.
     void setCover(bool isOpen);
     /// Open until it is shut, or shut.
     void setDrawer(bool isOpen);

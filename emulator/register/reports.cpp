@@ -49,7 +49,7 @@ Refusal Reports::issue(FiscalType type, const Cashier& cashier, QJsonObject deta
     const FiscalRecord record = recording::store(m_parts, type, details, cashier);
     const tape::Page page = pages::report(m_parts, name.title, record, cashier);
     m_parts.drive.keepPrint(page);
-    return printing::printOrQueue(m_parts, page);
+    return printing::printOrQueue(m_parts, page, record.number);
 }
 
 } // namespace emulator

@@ -4,10 +4,10 @@
 
 namespace emulator {
 
-void Tape::print(const tape::Page& page)
+void Tape::print(const tape::Page& page, quint32 document)
 {
     if (m_listener)
-        m_listener(page);
+        m_listener(page, document);
     else
         m_pages.append(page);
 }

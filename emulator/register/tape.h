@@ -13,10 +13,11 @@ namespace emulator {
 class Tape
 {
 public:
-    using Listener = std::function<void(const tape::Page& page)>;
+    /// With the number of the document of the fiscal drive that it is a part of, 0 for none.
+    using Listener = std::function<void(const tape::Page& page, quint32 document)>;
 
     void setListener(Listener listener) { m_listener = std::move(listener); }
-    void print(const tape::Page& page);
+    void print(const tape::Page& page, quint32 document);
     const QList<tape::Page>& pages() const { return m_pages; }
     QStringList lines() const;
     QString text() const { return lines().join(QLatin1Char('\n')); }

@@ -26,6 +26,7 @@ constexpr Row rows[] = {
     {Refusal::UnknownFunction, terminal, 5009, u"Команда не поддерживается"},
     {Refusal::BadValue, internal, 1004, u"Недопустимое значение параметра"},
     {Refusal::NoPaper, printer, 8, u"Нет бумаги"},
+    {Refusal::PrinterNotReady, printer, 9, u"Принтер не готов"},
     {Refusal::ShiftTooLong, drive, 22, u"Смена длится более 24 часов"},
     {Refusal::DateTooEarly, operatorLink, 4002, u"Время раньше времени последнего документа"},
     {Refusal::NoDocument, internal, 1001, u"Документ не открыт"},

@@ -163,6 +163,10 @@ TEST(HexStrict, SaysWhy)
         {with(open(2), 6, "1\x1B"), "3", "20: field 6 is a number: \"1\\x1b\""},
         {with(open(2), 8, "2"), "3", "20: field 8 is a number from 0 to 1: \"2\""},
         {{0xA2, {"6", "0", "9"}}, "3", "A2: setting 6 is a number from 0 to 1"},
+        {{0xA2, {"82", "0", "310224"}}, "3", "A2: setting 82 is a date, ddMMyy"},
+        {{0xA2, {"31", "0", "abc"}}, "3", "A2: setting 31 is a text of 4 characters"},
+        {{0xA2, {"52", "0", "1.1.1"}}, "3", "A2: setting 52 is a text of 7 to 15 characters"},
+        {{0xA2, {"20", "4", "x"}}, "3", "A2: there is no setting 20 with row 4"},
         {{0x24, {"0", "2", "50", "2", "12"}}, "3",
             "24: field 5 is from 12 to 13 digits with this kind: \"12\""},
         {text("x", 4), "3", "21: attribute 4 is none of 0, 1, 16, 32, 48 and 128"},
@@ -179,6 +183,14 @@ TEST(HexStrict, SaysWhy)
         EXPECT_TRUE(refused.request.contains(refused.command.toLatin1()));
     }
     EXPECT_EQ(rig.device.refusals().all().size(), static_cast<qsizetype>(std::size(refusals)));
+    rig.run({cancel()});
+    rig.exchange(rig.frame({0xE2, {"4"}}));
+    EXPECT_EQ(rig.parse(rig.exchange("\x1B"
+                                     "GIF8"))
+                  .code,
+        3);
+    EXPECT_EQ(rig.device.refusals().all().constLast().reason,
+        "E2: the picture is no bitmap of 288 by 100 dots with one bit each");
 }
 
 TEST(HexStrict, KeepsWrittenSettingsAsTheirBytes)

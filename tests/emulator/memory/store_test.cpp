@@ -5,10 +5,13 @@
 #include "memory/rowdigest.h"
 #include "register/tlv.h"
 #include "rig.h"
+#include "tape/pagejson.h"
 
 #include <gtest/gtest.h>
 #include <QDir>
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <unistd.h>
@@ -97,7 +100,7 @@ TEST_F(Store, DamagedForeignAndNewerStatesAreRefusedAndLeftAsTheyAre)
         {"cut off", good.left(good.size() / 2), {}, "malformed"},
         {"bytes lost", QByteArray(good).replace(4096, 400, QByteArray(400, '\0')), {}, "amage"},
         {"of another program", foreign, {}, "the database of another program"},
-        {"newer", good, {"PRAGMA user_version = 99"}, "its format has version 99, this one knows up to 3"},
+        {"newer", good, {"PRAGMA user_version = 99"}, "its format has version 99, this one knows up to 4"},
         {"content changed", good, {"UPDATE parts SET content = replace(content, '10000', '10001')"},
             "damaged: drawer is not what was written"},
         {"document changed", good, {"UPDATE documents SET page = replace(page, '100.00', '10.00')"},
@@ -207,6 +210,27 @@ TEST_F(Store, StateOfTheFirstVersionIsBroughtUp)
         emulator::tlv::decode(documents.constLast().record.tags));
     change({"UPDATE parts SET content = '{}' WHERE name = 'drawer'"});
     EXPECT_EQ(loadingError(), "damaged: drawer is not what was written");
+}
+
+TEST_F(Store, PagesThatWaitForPaperAreThoseOfTheThirdVersion)
+{
+    rig.device.setPaperLeft(2, false);
+    rig.code({0x61, {"Иванова", ""}});
+    save();
+    const auto waiting = [this] {
+        emulator::Register device(rig.clock);
+        Memory(folder()).load(device);
+        return device.state().paper.waiting;
+    };
+    QList<emulator::WaitingPage> pages = waiting();
+    ASSERT_EQ(pages.size(), 1);
+    EXPECT_EQ(pages.constFirst().document, 4U);
+    const QJsonObject paper{{"isIn", false}, {"linesLeft", 0}, {"endsQuietly", false},
+        {"waiting", QJsonArray{tape::toJson(pages.constFirst().page)}}};
+    change(
+        {digested("paper", QJsonDocument(paper).toJson(QJsonDocument::Compact)), "PRAGMA user_version = 3"});
+    pages.first().document = 0;
+    EXPECT_EQ(waiting(), pages);
 }
 
 TEST_F(Store, SnapshotsComeBack)

@@ -21,7 +21,7 @@ TEST(Panel, SwitchesAreWhatTheHostMeets)
     const Row rows[] = {
         {"paper", R"({"state":"out"})", open(2), 8, ""},
         {"paper", R"({"state":"in"})", {0x60, {"Иванова"}}, 0, ""},
-        {"cover", R"({"open":true})", open(2), 8, ""},
+        {"cover", R"({"open":true})", open(2), 9, ""},
         {"cover", R"({"open":false})", {0x60, {"Иванова"}}, 0, ""},
         {"ofd", R"({"reachable":true})", {0xA4, {"8"}}, 0, "1"},
         {"drawer", R"({"open":true})", {0xA8, {}}, 0, "1"},
@@ -159,6 +159,58 @@ TEST(Panel, TapeTellsWhichDocumentAPageIsOf)
     for (const QJsonValue entry : rig.ask("GET", "/v1/tape").json().value("entries").toArray())
         documents.append(entry["document"].toInt());
     EXPECT_EQ(documents, QList<int>({2, 3, 3, 0}));
+}
+
+TEST(Panel, TornReceiptLeadsToItsExchangeWithTheErrorThatWasAnswered)
+{
+    const auto expectTorn = [](auto& rig, int document, const char* error, QList<int> pieces) {
+        const QByteArray path = "/v1/documents/" + QByteArray::number(document);
+        const QJsonObject torn = rig.ask("GET", path).json();
+        const QJsonArray refusals = torn.value("refusals").toArray();
+        ASSERT_EQ(refusals.size(), 1);
+        const QJsonObject refused
+            = rig.ask("GET", "/v1/exchanges/" + QByteArray::number(refusals.at(0).toInt())).json();
+        EXPECT_EQ(refused.value("error"), error);
+        EXPECT_TRUE(refused.value("reason").toString().endsWith(": no paper; the document is stored"));
+        EXPECT_EQ(refused.value("document"), document);
+        EXPECT_EQ(rig.ask("GET", "/v1/conformance").json().value("refused"), 0)
+            << "it is not its host's fault";
+        QList<int> documents;
+        for (const QJsonValue entry : rig.ask("GET", "/v1/tape").json().value("entries").toArray())
+            documents.append(entry["document"].toInt());
+        EXPECT_EQ(documents, pieces);
+    };
+    HexPanel hex;
+    openShift(hex);
+    passAll(hex, sale().first(4));
+    hex.ask("PUT", "/v1/faults", R"({"rules":[{"mode":"paper-ends:4","nth":1}]})");
+    EXPECT_EQ(code(hex, finish()), 8);
+    expectTorn(hex, 3, "8", {2, 3});
+    XmlPanel xml;
+    xml.openShift();
+    xml.ask("PUT", "/v1/paper", R"({"state":"nearEnd","linesLeft":4})");
+    EXPECT_EQ(
+        XmlReply{xml.pass(xml.request(8, receipt(position("5.00", "1.000", "5.00"), "5.00")))}.verdict(),
+        "3.8");
+    expectTorn(xml, 3, "3.8", {2, 3});
+    // The rest of it comes with the paper; of a report that is torn, too.
+    xml.ask("PUT", "/v1/paper", R"({"state":"in"})");
+    xml.ask("PUT", "/v1/paper", R"({"state":"nearEnd","linesLeft":2})");
+    xml.pass(xml.request(6, pa("5", 7, pa("1021", 1, "Иванова"))));
+    xml.ask("PUT", "/v1/paper", R"({"state":"in"})");
+    expectTorn(xml, 3, "3.8", {2, 3, 3, 4, 4});
+}
+
+TEST(Panel, AFaultThatAnswersAnErrorIsToldAsOne)
+{
+    HexPanel rig;
+    openShift(rig);
+    rig.ask("PUT", "/v1/faults", R"({"rules":[{"mode":"answer:81","nth":1}]})");
+    EXPECT_EQ(code(rig, open(2)), 81);
+    const QJsonObject exchange
+        = rig.ask("GET", "/v1/exchanges?refused=true").json().value("exchanges")[0].toObject();
+    EXPECT_EQ(exchange.value("error"), "81");
+    EXPECT_EQ(exchange.value("reason"), "20: the fault answer:81");
 }
 
 TEST(Panel, EventsComeInTheirOrderAndOfTheirRegister)

@@ -36,7 +36,8 @@ public:
             watch.store(entry);
             desk.stored(entry);
         });
-        this->device.tape().setListener([this](const tape::Page& page) { desk.printed(page); });
+        this->device.tape().setListener(
+            [this](const tape::Page& page, quint32 document) { desk.printed(page, document); });
         desk.setHands({[] { return true; }, [this] { protocolLine().forget(); }});
     }
 

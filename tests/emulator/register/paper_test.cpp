@@ -185,3 +185,40 @@ TEST(Settings, ClockIsSetInAShiftInAnEmergencyOnly)
     EXPECT_EQ(rig.run(24, time), "0.0");
     EXPECT_EQ(rig.send(22).value("200001"), "2024-03-01 09:10:00");
 }
+
+TEST(Paper, OpenCoverIsAPrinterThatIsNotReady)
+{
+    struct Row
+    {
+        const char* what;
+        QList<Step> before;
+        Step step;
+        /// The answer code under an open cover, and with the paper taken out.
+        int cover;
+        int paper;
+    };
+    const Row rows[]{
+        {"report", {}, {0x60, {""}}, 9, 8},
+        {"receipt", {}, open(2), 9, 8},
+        {"line", {open(1)}, text(QStringLiteral("строка")), 9, 8},
+        {"end of a document", {open(1)}, finish(), 9, 8},
+        {"position", {open(2)}, item("1.000", "1.00"), 0, 0},
+        {"cancellation", {open(2)}, cancel(), 0, 0},
+        {"electronic receipt", {}, open(2, 1, "1"), 0, 0},
+    };
+    for (const Row& row : rows) {
+        for (const auto& [isCoverOpen, isPaperIn] : {std::pair{true, true}, {true, false}, {false, false}}) {
+            Rig rig;
+            rig.openShift();
+            rig.run(row.before);
+            rig.device.setPaper(isPaperIn);
+            rig.device.setCover(isCoverOpen);
+            EXPECT_EQ(rig.code(row.step), isCoverOpen ? row.cover : row.paper) << row.what;
+        }
+    }
+    XmlRig rig;
+    rig.device.setCover(true);
+    EXPECT_EQ(rig.openShift(), "3.9");
+    rig.device.setCover(false);
+    EXPECT_EQ(rig.openShift(), "0.0");
+}
