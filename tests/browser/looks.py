@@ -4,7 +4,7 @@ import re
 from pathlib import Path
 
 import stage
-from case import SECOND, SOURCES, PanelTest, setUpModule  # noqa: F401, unittest looks for it
+from case import SOURCES, PanelTest, seconds, setUpModule  # noqa: F401, unittest looks for it
 
 PAGE = Path(SOURCES, "emulator/panel/page")
 CONTRAST = Path(__file__).with_name("contrast.js").read_text(encoding="utf-8")
@@ -19,7 +19,7 @@ class Looks(PanelTest):
         self.must("sell", "sale.json")
         self.becomes(lambda: self.text("#document h3"), "Document 3")
         self.click("[data-card=faults] [aria-expanded]")
-        self.register.ask("/faults", {"rules": [{"mode": "silence", "command": "FF", "nth": 1}]}, "PUT")
+        self.register.ask("/faults", {"rules": [{"mode": "silence", "command": "FinishDocument", "nth": 1}]}, "PUT")
         stage.wait_for(lambda: self.find_all(".rules tr"))
 
     def test_contrast_and_names(self):
@@ -107,7 +107,7 @@ class Long(PanelTest):
         self.must("sell", "sale.json", protocol="XML")
         sale = next(e["number"] for e in self.register.ask("/exchanges")["exchanges"] if e["document"] == 3)
         self.register.repeat_over_xml(sale, MANY)
-        self.becomes(self.tape_label, f"document {MANY + 3}", 3 * SECOND)
+        self.becomes(self.tape_label, f"document {MANY + 3}", seconds(3))
         self.assertLess(self.page.execute_script("return document.querySelectorAll('*').length"), 1500)
         frames = self.page.execute_async_script("""
             const [done, tape] = [arguments[0], document.getElementById("tape")];
@@ -120,9 +120,9 @@ class Long(PanelTest):
                 return step-- > 0 ? requestAnimationFrame(next) : done(times.sort((a, b) => a - b));
             };
             requestAnimationFrame(next);""")
-        self.assertLess(frames[len(frames) // 2], 100)
+        self.assertLess(frames[len(frames) // 2], seconds(100))
         first = "return document.querySelector('.print')?.ariaLabel ?? ''"
-        self.becomes(lambda: self.page.execute_script(first), "Print 1,", 3 * SECOND)
+        self.becomes(lambda: self.page.execute_script(first), "Print 1,", seconds(3))
         self.assertLess(self.page.execute_script("return document.querySelectorAll('*').length"), 1500)
         self.find("[name=what]").send_keys(f"{MANY // 2}\n")
         self.click("#found-list [role=option]")
@@ -131,7 +131,7 @@ class Long(PanelTest):
         self.becomes(lambda: self.page.execute_script(chosen), f"document {MANY // 2},")
         self.click("#follow")
         self.must("sell", "sale.json", protocol="XML")
-        self.becomes(self.tape_label, f"document {MANY + 4}", SECOND)
+        self.becomes(self.tape_label, f"document {MANY + 4}", seconds(1))
 
     def test_thousands_of_exchanges(self):
         self.must("open-shift", protocol="XML")

@@ -96,7 +96,7 @@ def browser(size=(1280, 1000), language="en"):
     return webdriver.Chrome(service=Service(CHROMEDRIVER), options=options)
 
 
-def wait_for(condition, seconds=10):
+def wait_for(condition, seconds=20):
     """What the condition gives once it is something; looked at again and again."""
     end = time.monotonic() + seconds
     while True:

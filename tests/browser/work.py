@@ -1,7 +1,7 @@
 """What people do at the page while hosts sell."""
 
 import stage
-from case import EMULATOR, SECOND, PanelTest, setUpModule  # noqa: F401, unittest looks for it
+from case import EMULATOR, PanelTest, seconds, setUpModule  # noqa: F401, unittest looks for it
 
 
 class Work(PanelTest):
@@ -9,8 +9,8 @@ class Work(PanelTest):
         self.connected()
         self.must("open-shift")
         self.must("sell", "sale.json")
-        self.becomes(self.tape_label, "document 3", SECOND)
-        self.becomes(lambda: self.text("#document h3"), "Document 3", SECOND)
+        self.becomes(self.tape_label, "document 3", seconds(1))
+        self.becomes(lambda: self.text("#document h3"), "Document 3", seconds(1))
         sign = self.register.ask("/documents/3")["fiscalSign"]
         stage.wait_for(lambda: any(f"&i=3&fp={sign}&" in code for code in stage.codes_in(self.shoot("sale"))), 5)
         self.assertIn("сумма расчета", self.text("#document .tags").lower())
@@ -38,6 +38,25 @@ class Work(PanelTest):
         self.must("sell", "sale.json")
         self.becomes(lambda: self.text("#glance"), "Paper: in")
         self.assertIn("document", self.tape_label())
+
+    def test_paper_is_torn(self):
+        self.must("open-shift")
+        self.click("[data-card=paper] [data-value=nearEnd]")
+        self.becomes(lambda: self.card("paper"), "lines left")
+        self.host("sell", "sale.json")
+        self.becomes(lambda: self.card("paper"), "out")
+        self.becomes(lambda: self.text("#document h3"), "Document 3")
+        self.becomes(lambda: self.text("#document .refusals"), "no paper")
+        self.click("#document details.exchange:last-of-type summary")
+        self.assertRegex(self.text("#document details.exchange:last-of-type"), "error.*document 3")
+        self.shoot("torn")
+        self.click("[data-card=paper] [data-value=in]")
+        self.becomes(lambda: self.card("paper"), "in")
+        self.must("status")  # with which a host lets it print on
+        rest = "return [...document.querySelectorAll('.print')].filter((e) => e.ariaLabel.includes('document 3')).length"
+        stage.wait_for(lambda: self.page.execute_script(rest) == 2)
+        self.must("sell", "sale.json")
+        self.becomes(self.tape_label, "document 4")
 
     def test_fault_is_hit_once(self):
         self.must("open-shift")
