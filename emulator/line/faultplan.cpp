@@ -101,7 +101,7 @@ std::optional<Fault> readFault(const QString& name, const QString& argument)
     if (mode->mode == FaultMode::Answer)
         return readAnswer(argument);
     static const QRegularExpression number(QStringLiteral("^\\d{1,6}$"));
-    const bool good = argument.isEmpty() || number.match(argument).hasMatch();
+    const bool good = argument.isEmpty() || (mode->argument != nullptr && number.match(argument).hasMatch());
     const int value = argument.isEmpty() ? mode->usual : argument.toInt();
     return good ? std::optional<Fault>(Fault{mode->mode, value}) : std::nullopt;
 }
@@ -202,12 +202,31 @@ QString FaultPlan::misfitWords(const Fault& fault, Language language)
     return QStringLiteral("the fault %1 is one of %2").arg(name, other);
 }
 
-Fault FaultPlan::at(int exchange) const
+QString FaultPlan::Entry::words() const
+{
+    const QString place = isLasting ? QStringLiteral("%1@%2+") : QStringLiteral("%1@%2");
+    return place.arg(FaultPlan::words(fault)).arg(exchange);
+}
+
+FaultPlan::Entry FaultPlan::entryAt(int exchange) const
 {
     if (m_faults.contains(exchange))
-        return m_faults.value(exchange);
+        return {exchange, false, m_faults.value(exchange)};
     const auto after = m_lasting.upperBound(exchange);
-    return after == m_lasting.cbegin() ? Fault() : *std::prev(after);
+    if (after == m_lasting.cbegin())
+        return {};
+    const auto lasting = std::prev(after);
+    return {lasting.key(), true, *lasting};
+}
+
+QList<FaultPlan::Entry> FaultPlan::entries() const
+{
+    QList<Entry> all;
+    for (auto fault = m_faults.cbegin(); fault != m_faults.cend(); ++fault)
+        all.append({fault.key(), false, *fault});
+    for (auto fault = m_lasting.cbegin(); fault != m_lasting.cend(); ++fault)
+        all.append({fault.key(), true, *fault});
+    return all;
 }
 
 QString FaultPlan::misfit(Language language) const

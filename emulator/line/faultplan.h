@@ -15,6 +15,22 @@ namespace emulator {
 class FaultPlan
 {
 public:
+    /// A fault and where it stands.
+    struct Entry
+    {
+        int exchange = 0;
+        /// That exchange and all that follow.
+        bool isLasting = false;
+        Fault fault;
+
+        bool isAt(const Entry& other) const
+        {
+            return exchange == other.exchange && isLasting == other.isLasting;
+        }
+        /// As parse() reads it.
+        QString words() const;
+    };
+
     /// Reads "mode[:argument]@exchange", several with commas between them; "@5+" means the fifth and all that
     /// follow.
     static std::optional<FaultPlan> parse(const QString& text, QString* error);
@@ -38,7 +54,10 @@ public:
 
     void add(int exchange, const Fault& fault) { m_faults[exchange] = fault; }
     void addFrom(int exchange, const Fault& fault) { m_lasting[exchange] = fault; }
-    Fault at(int exchange) const;
+    Fault at(int exchange) const { return entryAt(exchange).fault; }
+    /// One without a fault where there is none.
+    Entry entryAt(int exchange) const;
+    QList<Entry> entries() const;
     /// Why the plan is not one for that protocol, empty when it is.
     QString misfit(Language language) const;
 

@@ -14,6 +14,8 @@ struct FaultRequest
     QString name;
     /// Names, over XML paths, and values.
     QList<std::pair<QString, QString>> fields;
+    /// A register that takes it stores a document in its fiscal drive.
+    bool isStoring = false;
 };
 
 } // namespace emulator

@@ -17,6 +17,8 @@ struct FaultRule
     QString mode;
     /// Code or name of the command; empty for any.
     QString command;
+    /// Requests alone that store a document in the fiscal drive.
+    bool isForStoring = false;
     /// A field and its value that the request must have.
     std::optional<std::pair<QString, QString>> field;
     /// That one alone of the exchanges that fit, counted from 1.

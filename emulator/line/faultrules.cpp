@@ -25,7 +25,7 @@ bool fits(const FaultRule& rule, const FaultRequest& request, Language language)
 {
     const bool isItsCommand
         = rule.command.isEmpty() || rule.command == request.command || rule.command == request.name;
-    return FaultPlan::fits(rule.fault, language) && isItsCommand
+    return FaultPlan::fits(rule.fault, language) && isItsCommand && (!rule.isForStoring || request.isStoring)
         && (!rule.field || hasField(request, *rule.field));
 }
 

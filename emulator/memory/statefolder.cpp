@@ -1,6 +1,7 @@
 #include "memory/statefolder.h"
 
-#include "memory/memoryerror.h"
+#include "memory/foreignstate.h"
+#include "memory/registerstate.h"
 #include "memory/statestore.h"
 
 #include <QDir>
@@ -59,6 +60,22 @@ void checkState(const QString& file)
     const StateStore store(file);
     store.parts();
     store.documents();
+}
+
+// The fiscal drive may be another one: it was taken out and put in again.
+void checkIdentity(const QString& file, const Identity& wanted)
+{
+    const registerstate::States states = StateStore(file).parts();
+    // A state that was made and nothing more is of none.
+    if (states.isEmpty())
+        return;
+    const Identity kept = registerstate::readIdentity(states);
+    if (kept.serialNumber != wanted.serialNumber || kept.model != wanted.model)
+        throw ForeignState(QStringLiteral("it is of the register %1, model %2, and this one is %3, model %4")
+                               .arg(kept.serialNumber.trimmed())
+                               .arg(kept.model)
+                               .arg(wanted.serialNumber.trimmed())
+                               .arg(wanted.model));
 }
 
 } // namespace
@@ -123,7 +140,15 @@ void StateFolder::keepSnapshot(const QString& name) const
     replace(file, fresh);
 }
 
-void StateFolder::restoreSnapshot(const QString& name) const
+void StateFolder::removeSnapshot(const QString& name) const
+{
+    const QString file = snapshotFile(name);
+    if (!QFile::remove(file))
+        throw MemoryError(QStringLiteral("%1 cannot be removed").arg(file));
+    removeLogs(file);
+}
+
+void StateFolder::restoreSnapshot(const QString& name, const Identity* wanted) const
 {
     const QString file = snapshotFile(name);
     if (!QFile::exists(file)) {
@@ -139,6 +164,8 @@ void StateFolder::restoreSnapshot(const QString& name) const
     } catch (const MemoryError& error) {
         throw MemoryError(QStringLiteral("its snapshot \"%1\" cannot be used: %2").arg(name, error.text()));
     }
+    if (wanted != nullptr)
+        checkIdentity(fresh, *wanted);
     emptyLog();
     replace(stateFile(), fresh);
 }

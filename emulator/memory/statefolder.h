@@ -6,6 +6,8 @@
 
 namespace emulator {
 
+struct Identity;
+
 /// The folder of a state, for one process at a time: the state, and the snapshots of it that have names.
 /// Every operation throws MemoryError.
 class StateFolder
@@ -26,8 +28,10 @@ public:
     void removeState() const;
     /// Keeps the state under a name; one of that name is replaced. It is there as a whole or not at all.
     void keepSnapshot(const QString& name) const;
-    /// Puts the state of that name in the place of the present one, which may be damaged or missing.
-    void restoreSnapshot(const QString& name) const;
+    void removeSnapshot(const QString& name) const;
+    /// Puts the state of that name in the place of the present one, which may be damaged or missing. With an
+    /// identity, throws ForeignState when it is of a register with another factory number or model.
+    void restoreSnapshot(const QString& name, const Identity* wanted = nullptr) const;
 
 private:
     QString snapshotFile(const QString& name) const;

@@ -10,6 +10,9 @@
 #include "panel/tapelog.h"
 #include "register/register.h"
 
+#include <QMap>
+#include <QTimer>
+
 #include <memory>
 
 namespace emulator::panel {
@@ -30,11 +33,13 @@ public:
     void printed(const tape::Page& page, quint32 document);
     /// All that was told is kept.
     void settle();
-    /// The register was switched on, with these documents of earlier runs.
-    void begin(const QList<StoredDocument>& documents);
+    /// The register was switched on.
+    void begin();
     void setHands(const Hands& hands) { m_hands = hands; }
     void setSnapshots(std::unique_ptr<Snapshots> snapshots) { m_snapshots = std::move(snapshots); }
     void setLine(const QString& line) { m_line = line; }
+    /// The register works no more, since what it did last could not be kept and is not told.
+    void stop(const QString& why);
     /// @}
 
     int number() const { return m_number; }
@@ -43,11 +48,14 @@ public:
     const Register& device() const { return m_device; }
     FaultDesk& faults() { return m_faults; }
     const FaultDesk& faults() const { return m_faults; }
-    Snapshots& snapshots() { return *m_snapshots; }
+    QStringList snapshotNames() const { return m_snapshots->names(); }
+    /// Empty for one that works.
+    const QString& stopReason() const { return m_stopReason; }
     const HostRecord& hostRecord() const { return m_watch.record(); }
     const ExchangeLog& exchanges() const { return m_exchanges; }
     const TapeLog& tape() const { return m_tape; }
-    const DocumentArchive& documents() const { return m_documents; }
+    /// Those of earlier runs are read when they are asked for first.
+    const DocumentArchive& documents();
     const http::EventStream& events() const { return m_events; }
 
     /// @name Changes that no host asked for
@@ -55,8 +63,14 @@ public:
     void setPower(bool isOn);
     /// That part was changed: it is kept and told.
     void changed(const QString& part);
-    /// The register is another one than before.
-    void replaced();
+    /// Throws http::Problem when the register has stopped.
+    void checkWorks() const;
+    void keepSnapshot(const QString& name);
+    void removeSnapshot(const QString& name);
+    void restoreSnapshot(const QString& name);
+    /// As it left the factory, with another fiscal drive; around it all is as at the start of the program,
+    /// and nothing misbehaves any more.
+    void reset();
     /// @}
 
 private:
@@ -65,18 +79,23 @@ private:
         QByteArray type;
         QJsonObject data;
     };
-    /// What ends by itself.
+    /// What changes also when nobody asked for it here.
     struct Seen
     {
         bool hasPaper = true;
+        std::optional<qsizetype> linesLeft;
         bool isPowered = true;
+        bool isDrawerOpen = false;
         bool operator==(const Seen&) const = default;
     };
 
     void tell(const QByteArray& type, QJsonObject data);
     void tellOf(const LoggedExchange& exchange);
-    Seen seen() const { return {m_device.hasPaper(), m_device.isPowered()}; }
-    void tellWhatEnded();
+    Seen seen() const;
+    void tellWhatChanged();
+    /// The register is another one than before.
+    void beginAnew();
+    void replaced();
 
     int m_number;
     Register& m_device;
@@ -89,8 +108,15 @@ private:
     ExchangeLog m_exchanges;
     TapeLog m_tape;
     DocumentArchive m_documents;
+    bool m_areDocumentsRead = true;
+    /// With snapshots that go with the program, by name.
+    QMap<QString, DocumentArchive> m_keptDocuments;
     QList<Pending> m_pending;
     Seen m_seen;
+    /// The cashier pushes the drawer shut.
+    QTimer m_drawer;
+    QString m_stopReason;
+    bool m_wasOperatorReachable;
     /// Number of the last document before the exchange that is going on.
     quint32 m_documentBefore;
     qsizetype m_warnings = 0;

@@ -4,6 +4,7 @@
 #include "http/request.h"
 
 #include <QList>
+#include <QStringList>
 
 namespace emulator::panel {
 
@@ -15,6 +16,8 @@ struct DeskRoute
     QByteArray method;
     const char* pattern;
     http::Answer (*handler)(Desk& desk, const http::Request& request);
+    /// Names that its query may have.
+    QStringList query = {};
 };
 
 /// @name All of them, by topic. Handlers throw http::Problem.

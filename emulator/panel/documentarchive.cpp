@@ -44,22 +44,28 @@ bool fits(const ArchivedDocument& document, const DocumentSearch& search)
 
 } // namespace
 
+DocumentArchive::DocumentArchive(const QList<StoredDocument>& documents)
+{
+    for (const StoredDocument& document :
+        documents.last(qMin(documents.size(), static_cast<qsizetype>(mostDocuments))))
+        add(document);
+}
+
 void DocumentArchive::add(const StoredDocument& document)
 {
     const QJsonObject requisites = tlv::decode(document.record.tags).value_or(QJsonObject());
-    m_documents.push_back({document.record, requisites.value(tag::total).toString(),
-        wordsOf(document, requisites), packedpage::packed(document.page)});
+    m_documents.push_back(std::make_shared<ArchivedDocument>(
+        ArchivedDocument{document.record, requisites.value(tag::total).toString(),
+            wordsOf(document, requisites), packedpage::packed(document.page)}));
     if (m_documents.size() > mostDocuments)
         m_documents.pop_front();
 }
 
 void DocumentArchive::follow(const FiscalDrive& drive)
 {
-    const auto isGone = [&drive](const FiscalRecord& record) {
-        const FiscalRecord* const kept = drive.find(record.number);
-        return kept == nullptr || kept->sign != record.sign;
-    };
-    while (!m_documents.empty() && isGone(m_documents.back().record))
+    const auto isGone
+        = [&drive](const FiscalRecord& record) { return !drive.has(record.number, record.sign); };
+    while (!m_documents.empty() && isGone(m_documents.back()->record))
         m_documents.pop_back();
     for (const StoredDocument& document : drive.documentsFrom(last() + 1)) {
         // A gap: the drive has not kept all that lies between.
@@ -71,9 +77,9 @@ void DocumentArchive::follow(const FiscalDrive& drive)
 
 const ArchivedDocument* DocumentArchive::find(quint32 number) const
 {
-    if (m_documents.empty() || number < m_documents.front().record.number || number > last())
+    if (m_documents.empty() || number < m_documents.front()->record.number || number > last())
         return nullptr;
-    return &m_documents[number - m_documents.front().record.number];
+    return m_documents[number - m_documents.front()->record.number].get();
 }
 
 QList<const ArchivedDocument*> DocumentArchive::search(
@@ -82,8 +88,8 @@ QList<const ArchivedDocument*> DocumentArchive::search(
     QList<const ArchivedDocument*> found;
     for (auto document = m_documents.crbegin(); document != m_documents.crend() && found.size() < most;
          ++document) {
-        if (document->record.number < before && fits(*document, search))
-            found.append(&*document);
+        if ((*document)->record.number < before && fits(**document, search))
+            found.append(document->get());
     }
     return found;
 }

@@ -3,6 +3,7 @@
 #include "register/storeddocument.h"
 
 #include <deque>
+#include <memory>
 
 namespace emulator {
 class FiscalDrive;
@@ -34,25 +35,30 @@ struct DocumentSearch
     QString text;
 };
 
-/// The youngest documents of the fiscal drive, far more of them than the drive has with their pages.
+/// The youngest documents of the fiscal drive, far more of them than the drive has with their pages. A copy
+/// takes little room.
 class DocumentArchive
 {
 public:
+    DocumentArchive() = default;
     /// In the order of their numbers.
-    void add(const StoredDocument& document);
+    explicit DocumentArchive(const QList<StoredDocument>& documents);
+
     /// Takes what the drive has that is not here, and drops what it has not any more, as after a restore.
     void follow(const FiscalDrive& drive);
 
-    quint32 last() const { return m_documents.empty() ? 0 : m_documents.back().record.number; }
+    quint32 last() const { return m_documents.empty() ? 0 : m_documents.back()->record.number; }
     /// Null for one that is not kept.
     const ArchivedDocument* find(quint32 number) const;
     /// Those that fit with smaller numbers than that, the youngest first.
     QList<const ArchivedDocument*> search(const DocumentSearch& search, quint32 before, qsizetype most) const;
 
 private:
+    void add(const StoredDocument& document);
+
     static constexpr size_t mostDocuments = 5000;
 
-    std::deque<ArchivedDocument> m_documents;
+    std::deque<std::shared_ptr<const ArchivedDocument>> m_documents;
 };
 
 } // namespace emulator::panel

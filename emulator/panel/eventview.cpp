@@ -60,4 +60,12 @@ QJsonObject part(const QString& name)
     return {{QStringLiteral("part"), name}};
 }
 
+const QStringList& parts()
+{
+    static const QStringList names{QStringLiteral("clock"), QStringLiteral("cover"), QStringLiteral("drawer"),
+        QStringLiteral("faults"), QStringLiteral("marks"), QStringLiteral("ofd"), QStringLiteral("paper"),
+        QStringLiteral("power"), QStringLiteral("register")};
+    return names;
+}
+
 } // namespace emulator::panel::eventview

@@ -14,5 +14,7 @@ QJsonObject refusal(const LoggedExchange& exchange);
 QJsonObject warning(const LoggedExchange& exchange, const LoggedExchange::Warning& warning);
 QJsonObject fault(const LoggedExchange& exchange);
 QJsonObject part(const QString& name);
+/// All that part() may be of.
+const QStringList& parts();
 
 } // namespace emulator::panel::eventview

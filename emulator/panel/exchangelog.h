@@ -5,6 +5,10 @@
 
 #include <deque>
 
+namespace emulator {
+class FiscalDrive;
+}
+
 namespace emulator::panel {
 
 /// The youngest exchanges of a line with their frames.
@@ -16,8 +20,9 @@ public:
     /// The register has acted on a request whose bytes have passed; gives its number.
     int note(LoggedExchange exchange);
 
-    /// The fiscal drive has not any more what was stored behind that document.
-    void forgetDocumentsAfter(quint32 document);
+    /// The register is another one than before: what this drive has not is no document of an exchange any
+    /// more, and no exchange before now leads to one that comes.
+    void beginAnew(const FiscalDrive& drive);
 
     int first() const { return last() - static_cast<int>(m_exchanges.size()) + 1; }
     int last() const { return m_last; }
@@ -33,10 +38,13 @@ private:
     void take(trace::Direction direction, const QByteArray& bytes);
     void append(LoggedExchange& exchange, const LoggedFrame& frame);
     void forgetOld();
+    void forgetLoose();
 
     static constexpr size_t mostExchanges = 2000;
+    /// Of memory that frames and reasons take.
     static constexpr qsizetype mostBytes = 8'000'000;
     static constexpr qsizetype mostLoose = 100;
+    static constexpr qsizetype mostLooseBytes = 1'000'000;
     /// Of an exchange, with which signs of the line are kept.
     static constexpr qsizetype mostFrames = 500;
 
@@ -44,10 +52,12 @@ private:
     trace::Framer m_answers{trace::Direction::ToHost};
     qint64 m_lastFrame = 0;
     int m_last = 0;
+    int m_life = 0;
     std::deque<LoggedExchange> m_exchanges;
     qsizetype m_bytes = 0;
     /// Frames to the register that no exchange has claimed yet.
     QList<LoggedFrame> m_loose;
+    qsizetype m_looseBytes = 0;
 };
 
 } // namespace emulator::panel

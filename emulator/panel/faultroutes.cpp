@@ -1,10 +1,13 @@
 #include "http/problem.h"
 #include "line/faultplan.h"
+#include "panel/commandnames.h"
 #include "panel/desk.h"
 #include "panel/deskroute.h"
 #include "panel/members.h"
 
 #include <QJsonArray>
+
+#include <algorithm>
 
 namespace emulator::panel {
 
@@ -45,9 +48,36 @@ std::pair<QString, QString> fieldOf(Members field)
     return wanted;
 }
 
+bool mayHit(const FaultRule& rule, Language language)
+{
+    const QStringList codes = commandnames::codesOf(rule.command, language);
+    const bool isItsCommand = rule.command.isEmpty()
+        || std::any_of(codes.cbegin(), codes.cend(), [&rule, language](const QString& code) {
+               return !rule.isForStoring || commandnames::mayStore(code, language);
+           });
+    return isItsCommand && FaultPlan::fits(rule.fault, language);
+}
+
+/// A rule that never hits is a mistake.
+void checkCommand(const Members& members, const FaultRule& rule)
+{
+    const QString name = QStringLiteral("command");
+    const bool isKnown = rule.command.isEmpty()
+        || !commandnames::codesOf(rule.command, Language::Hex).isEmpty()
+        || !commandnames::codesOf(rule.command, Language::Xml).isEmpty();
+    if (!isKnown)
+        members.fail(name,
+            QStringLiteral("is the code of a command as its protocol writes it, or one of: ")
+                + commandnames::all().join(QStringLiteral(", ")));
+    if (!mayHit(rule, Language::Hex) && !mayHit(rule, Language::Xml))
+        members.fail(
+            name, QStringLiteral("is none that mode and storing can hit: no request would suffer it"));
+}
+
 FaultRule faultRuleOf(Members& members)
 {
     const QString modeName = QStringLiteral("mode");
+    const QString storingName = QStringLiteral("storing");
     const QString probability = QStringLiteral("probability");
     FaultRule rule;
     rule.mode = members.text(modeName);
@@ -56,6 +86,7 @@ FaultRule faultRuleOf(Members& members)
         members.fail(modeName, QStringLiteral("is none of those that /faults/modes tells"));
     rule.fault = *fault;
     rule.command = members.optionalText(QStringLiteral("command")).value_or(QString());
+    rule.isForStoring = members.has(storingName) && members.flag(storingName);
     if (members.has(QStringLiteral("field")))
         rule.field = fieldOf(members.object(QStringLiteral("field")));
     rule.nth = members.optionalNumber(QStringLiteral("nth"), 1);
@@ -67,6 +98,7 @@ FaultRule faultRuleOf(Members& members)
     rule.seed = static_cast<quint64>(members.optionalNumber(QStringLiteral("seed"), 0).value_or(1));
     rule.lifetime = members.optionalNumber(QStringLiteral("lifetime"), 1);
     members.finish();
+    checkCommand(members, rule);
     return rule;
 }
 
@@ -82,6 +114,8 @@ QJsonObject useJson(const FaultRules::Use& use)
         {QStringLiteral("hits"), use.hits}, {QStringLiteral("over"), use.isOver()}};
     if (!use.rule.command.isEmpty())
         json[QStringLiteral("command")] = use.rule.command;
+    if (use.rule.isForStoring)
+        json[QStringLiteral("storing")] = true;
     if (use.rule.field)
         json[QStringLiteral("field")] = QJsonObject{{QStringLiteral("name"), use.rule.field->first},
             {QStringLiteral("value"), use.rule.field->second}};
@@ -95,12 +129,23 @@ QJsonObject useJson(const FaultRules::Use& use)
     return json;
 }
 
+QJsonObject plannedJson(const FaultDesk::Planned& planned)
+{
+    return {{QStringLiteral("fault"), planned.entry.words()},
+        {QStringLiteral("mode"), FaultPlan::words(planned.entry.fault)},
+        {QStringLiteral("exchange"), planned.entry.exchange},
+        {QStringLiteral("lasting"), planned.entry.isLasting}, {QStringLiteral("hits"), planned.hits}};
+}
+
 Answer faults(Desk& desk, const Request&)
 {
     QJsonArray rules;
     for (const FaultRules::Use& use : desk.faults().rules().uses())
         rules.append(useJson(use));
-    return Response::json(QJsonObject{{rulesName, rules}});
+    QJsonArray planned;
+    for (const FaultDesk::Planned& fault : desk.faults().planned())
+        planned.append(plannedJson(fault));
+    return Response::json(QJsonObject{{rulesName, rules}, {QStringLiteral("planned"), planned}});
 }
 
 Answer setFaults(Desk& desk, const Request& request)
@@ -115,7 +160,7 @@ Answer setFaults(Desk& desk, const Request& request)
 
 Answer clearFaults(Desk& desk, const Request&)
 {
-    desk.faults().setRules({});
+    desk.faults().clear();
     desk.changed(QStringLiteral("faults"));
     return Response::empty();
 }

@@ -1,5 +1,10 @@
 #pragma once
 
+#include "register/drivenumber.h"
+#include "register/storeddocument.h"
+
+#include <QList>
+
 #include <functional>
 
 namespace emulator::panel {
@@ -11,6 +16,10 @@ struct Hands
     std::function<bool()> keep = [] { return true; };
     /// Nothing is on its way over the line any more.
     std::function<void()> dropLine = [] {};
+    /// All documents of the fiscal drive that are kept for it, once they are asked for; null without a state.
+    std::function<QList<StoredDocument>()> documents = {};
+    /// Number of the fiscal drive that comes next.
+    std::function<QString()> nextDrive = &drivenumber::fresh;
 };
 
 } // namespace emulator::panel

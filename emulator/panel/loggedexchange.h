@@ -32,6 +32,10 @@ struct LoggedExchange
     /// Number of the last document of the fiscal drive before and after it.
     quint32 documentBefore = 0;
     quint32 documentAfter = 0;
+    /// Fiscal sign of the last one.
+    QString sign;
+    /// A reset and a restore begin another life of the register.
+    int life = 0;
     QList<Warning> warnings;
     QList<LoggedFrame> frames;
 

@@ -7,6 +7,7 @@
 #include "panel/jsonvalues.h"
 #include "panel/packedpage.h"
 #include "panel/pagepicture.h"
+#include "panel/queryvalues.h"
 #include "panel/stateview.h"
 #include "tape/pagedrawing.h"
 #include "tape/pagetext.h"
@@ -30,14 +31,6 @@ constexpr int greatestLimit = 500;
 int limitOf(const Request& request, int usual)
 {
     return request.queryNumber(QStringLiteral("limit"), 1, greatestLimit).value_or(usual);
-}
-
-bool flagOf(const Request& request, const QString& name)
-{
-    const QString word = request.queryValue(name).value_or(QStringLiteral("false"));
-    if (word != QStringLiteral("true") && word != QStringLiteral("false"))
-        throw http::Problem(400, QStringLiteral("%1 is true or false.").arg(name));
-    return word == QStringLiteral("true");
 }
 
 /// The last part of a path: a number, and the format that stands behind a point.
@@ -120,7 +113,11 @@ Answer document(Desk& desk, const Request& request)
     const auto& document = found(desk.documents().find(static_cast<quint32>(wanted.number)));
     if (wanted.format.isEmpty())
         return Response::json(documentjson::whole(document, desk));
-    return pagepicture::answer(packedpage::unpacked(document.page), wanted.format);
+    const tape::Page page = packedpage::unpacked(document.page);
+    if (page.lines.isEmpty())
+        throw http::Problem(
+            404, QStringLiteral("Document %1 has no page: nothing of it was printed.").arg(wanted.number));
+    return pagepicture::answer(page, wanted.format);
 }
 
 // ---- tape
@@ -181,7 +178,7 @@ Answer tapePicture(Desk& desk, const Request& request)
 QList<const LoggedExchange*> exchangesFor(const Desk& desk, const Request& request, int after)
 {
     const int document = request.queryNumber(QStringLiteral("document"), 1, anyNumber).value_or(0);
-    const bool isRefused = flagOf(request, QStringLiteral("refused"));
+    const bool isRefused = queryvalues::flag(request, QStringLiteral("refused"));
     QList<const LoggedExchange*> all;
     if (document > 0)
         all = desk.exchanges().leadingTo(static_cast<quint32>(document));
@@ -219,6 +216,11 @@ Answer exchange(Desk& desk, const Request& request)
         exchangejson::whole(found(wanted.format.isEmpty() ? desk.exchanges().find(wanted.number) : nullptr)));
 }
 
+QStringList listOf(const char* names)
+{
+    return QString::fromLatin1(names).split(QLatin1Char(' '));
+}
+
 } // namespace
 
 const QList<DeskRoute>& lookRoutes()
@@ -227,12 +229,12 @@ const QList<DeskRoute>& lookRoutes()
         {"GET", "/state", state},
         {"GET", "/settings", settings},
         {"GET", "/conformance", conformance},
-        {"GET", "/documents", documents},
+        {"GET", "/documents", documents, listOf("number sum id text before limit")},
         {"GET", "/documents/{number}", document},
-        {"GET", "/tape", tapeEntries},
+        {"GET", "/tape", tapeEntries, listOf("after limit")},
         {"GET", "/tape.txt", tapeText},
         {"GET", "/tape/{number}", tapePicture},
-        {"GET", "/exchanges", exchanges},
+        {"GET", "/exchanges", exchanges, listOf("after document refused limit")},
         {"GET", "/exchanges/{number}", exchange},
     };
     return routes;

@@ -20,9 +20,21 @@ void Members::fail(const QString& name, const QString& what) const
     throw http::Problem(400, QStringLiteral("%1%2 %3.").arg(m_path, name, what));
 }
 
+void Members::know(const QString& name)
+{
+    if (!m_known.contains(name))
+        m_known.append(name);
+}
+
+bool Members::has(const QString& name)
+{
+    know(name);
+    return m_object.contains(name);
+}
+
 QJsonValue Members::value(const QString& name)
 {
-    m_asked.append(name);
+    know(name);
     const QJsonValue found = m_object.value(name);
     if (found.isUndefined())
         fail(name, QStringLiteral("is missing"));
@@ -101,8 +113,9 @@ std::optional<QString> Members::optionalText(const QString& name)
 void Members::finish() const
 {
     for (auto member = m_object.begin(); member != m_object.end(); ++member) {
-        if (!m_asked.contains(member.key()))
-            fail(member.key(), QStringLiteral("is not known here"));
+        if (!m_known.contains(member.key()))
+            fail(member.key(),
+                QStringLiteral("is not known here; known are: ") + m_known.join(QStringLiteral(", ")));
     }
 }
 

@@ -14,7 +14,7 @@ class Members
 public:
     explicit Members(const QJsonObject& object, const QString& path = {});
 
-    bool has(const QString& name) const { return m_object.contains(name); }
+    bool has(const QString& name);
     bool flag(const QString& name);
     QString text(const QString& name);
     /// One of these.
@@ -31,11 +31,13 @@ public:
     [[noreturn]] void fail(const QString& name, const QString& what) const;
 
 private:
+    void know(const QString& name);
     QJsonValue value(const QString& name);
 
     QJsonObject m_object;
     QString m_path;
-    QStringList m_asked;
+    /// Names that were asked for: all that may be there.
+    QStringList m_known;
 };
 
 } // namespace emulator::panel

@@ -2,6 +2,7 @@
 
 #include "http/problem.h"
 #include "panel/deskroute.h"
+#include "panel/queryvalues.h"
 #include "panel/stateview.h"
 
 #include <QFile>
@@ -48,9 +49,12 @@ Desk& Panel::deskOf(const http::Request& request) const
 
 void Panel::addRoutes()
 {
-    m_site.router.add("GET", QStringLiteral("/v1/openapi.json"),
-        [](const http::Request&) { return http::Response::bytes(description(), "application/json"); });
-    m_site.router.add("GET", QStringLiteral("/v1/registers"), [this](const http::Request&) {
+    m_site.router.add("GET", QStringLiteral("/v1/openapi.json"), [](const http::Request& request) {
+        queryvalues::checkNames(request, {});
+        return http::Response::bytes(description(), "application/json");
+    });
+    m_site.router.add("GET", QStringLiteral("/v1/registers"), [this](const http::Request& request) {
+        queryvalues::checkNames(request, {});
         QJsonArray list;
         for (const auto& desk : m_desks)
             list.append(stateview::brief(*desk));
@@ -59,8 +63,12 @@ void Panel::addRoutes()
     for (const auto* const routes :
         {&lookRoutes(), &switchRoutes(), &faultRoutes(), &snapshotRoutes(), &eventRoutes()}) {
         for (const DeskRoute& route : *routes) {
-            const auto handler = [this, handle = route.handler](const http::Request& request) {
-                return handle(deskOf(request), request);
+            const auto handler = [this, route](const http::Request& request) {
+                Desk& desk = deskOf(request);
+                queryvalues::checkNames(request, route.query);
+                if (route.method != "GET")
+                    desk.checkWorks();
+                return route.handler(desk, request);
             };
             for (const char* const place : {"/v1", "/v1/registers/{register}"})
                 m_site.router.add(route.method, QLatin1String(place) + QLatin1String(route.pattern), handler);

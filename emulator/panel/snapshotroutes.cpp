@@ -1,5 +1,5 @@
 #include "http/problem.h"
-#include "memory/memoryerror.h"
+#include "memory/foreignstate.h"
 #include "memory/statefolder.h"
 #include "panel/desk.h"
 #include "panel/deskroute.h"
@@ -26,6 +26,8 @@ void carryOut(Work work)
 {
     try {
         work();
+    } catch (const ForeignState& error) {
+        throw http::Problem(409, error.text());
     } catch (const MemoryError& error) {
         throw http::Problem(500, error.text());
     }
@@ -34,37 +36,49 @@ void carryOut(Work work)
 Answer snapshots(Desk& desk, const Request&)
 {
     return Response::json(
-        QJsonObject{{QStringLiteral("snapshots"), QJsonArray::fromStringList(desk.snapshots().names())}});
+        QJsonObject{{QStringLiteral("snapshots"), QJsonArray::fromStringList(desk.snapshotNames())}});
 }
 
 Answer keep(Desk& desk, const Request& request)
 {
-    if (!StateFolder::isSnapshotName(nameOf(request)))
-        throw http::Problem(
-            400, QStringLiteral("The name is one of letters, digits, points, hyphens and underscores."));
-    carryOut([&] { desk.snapshots().keep(nameOf(request)); });
+    constexpr qsizetype mostSnapshots = 100;
+    const QString name = nameOf(request);
+    if (!StateFolder::isSnapshotName(name))
+        throw http::Problem(400,
+            QStringLiteral(
+                "The name is 1 to 64 letters, digits, points, hyphens and underscores, of which no "
+                "point or hyphen is the first."));
+    const QStringList names = desk.snapshotNames();
+    if (names.size() >= mostSnapshots && !names.contains(name))
+        throw http::Problem(409,
+            QStringLiteral("There are %1 snapshots, which is the most: delete one first.").arg(names.size()));
+    carryOut([&] { desk.keepSnapshot(name); });
     return snapshots(desk, request);
+}
+
+void checkIsThere(Desk& desk, const QString& name)
+{
+    if (!desk.snapshotNames().contains(name))
+        throw http::Problem(404, QStringLiteral("There is no snapshot of that name."));
+}
+
+Answer remove(Desk& desk, const Request& request)
+{
+    checkIsThere(desk, nameOf(request));
+    carryOut([&] { desk.removeSnapshot(nameOf(request)); });
+    return Response::empty();
 }
 
 Answer restore(Desk& desk, const Request& request)
 {
-    if (!desk.snapshots().names().contains(nameOf(request)))
-        throw http::Problem(404, QStringLiteral("There is no snapshot of that name."));
-    carryOut([&] { desk.snapshots().restore(nameOf(request)); });
-    desk.replaced();
+    checkIsThere(desk, nameOf(request));
+    carryOut([&] { desk.restoreSnapshot(nameOf(request)); });
     return Response::json(stateview::whole(desk));
 }
 
 Answer reset(Desk& desk, const Request&)
 {
-    carryOut([&] { desk.snapshots().reset(); });
-    desk.faults().setRules({});
-    desk.faults().setPowerCut(std::nullopt);
-    desk.device().setMarkVerdicts({});
-    desk.device().setCover(false);
-    desk.device().setPowered(true);
-    desk.device().setClockSpeed(1);
-    desk.replaced();
+    carryOut([&] { desk.reset(); });
     return Response::json(stateview::whole(desk));
 }
 
@@ -75,6 +89,7 @@ const QList<DeskRoute>& snapshotRoutes()
     static const QList<DeskRoute> routes{
         {"GET", "/snapshots", snapshots},
         {"PUT", "/snapshots/{name}", keep},
+        {"DELETE", "/snapshots/{name}", remove},
         {"POST", "/snapshots/{name}/restore", restore},
         {"POST", "/reset", reset},
     };

@@ -135,6 +135,8 @@ QJsonObject whole(const Desk& desk)
         {QStringLiteral("ofd"), operatorLink(desk)}, {QStringLiteral("drive"), drive(device)},
         {QStringLiteral("document"), openDocument(device.document())},
         {QStringLiteral("faultRules"), desk.faults().rules().uses().size()},
+        {QStringLiteral("plannedFaults"), desk.faults().planned().size()},
+        {QStringLiteral("stopped"), jsonvalues::textOrNull(desk.stopReason())},
         {QStringLiteral("lastExchange"), jsonvalues::numberOrNull(desk.exchanges().last())},
         {QStringLiteral("lastEvent"), QString::fromLatin1(desk.events().idOf(desk.events().lastNumber()))}};
 }
@@ -147,7 +149,8 @@ QJsonObject brief(const Desk& desk)
         {QStringLiteral("driveNumber"), device.drive().number()},
         {QStringLiteral("shiftOpen"), device.state().shift.isOpen},
         {QStringLiteral("paper"), paperState(device.state().paper)},
-        {QStringLiteral("power"), powerState(device)}};
+        {QStringLiteral("power"), powerState(device)},
+        {QStringLiteral("stopped"), jsonvalues::textOrNull(desk.stopReason())}};
 }
 
 QJsonObject clock(const Desk& desk)

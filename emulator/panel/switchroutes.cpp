@@ -102,6 +102,11 @@ Answer setOperator(Desk& desk, const Request& request)
 
 void moveClock(Desk& desk, const QDateTime& time)
 {
+    if (!Register::isClockTime(time))
+        throw http::Problem(400,
+            QStringLiteral(
+                "The time is in the year %1; the register's clock has the years 2000 to 2099, of which the line tells two digits.")
+                .arg(time.date().year()));
     if (!desk.device().setClock(time))
         throw http::Problem(
             409, QStringLiteral("The time is before that of the last document of the fiscal drive."));

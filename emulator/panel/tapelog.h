@@ -8,6 +8,10 @@
 #include <deque>
 #include <optional>
 
+namespace emulator {
+class FiscalDrive;
+}
+
 namespace emulator::panel {
 
 /// A page, or a piece of one, as it left the printer.
@@ -18,6 +22,8 @@ struct TapeEntry
     QDateTime dateTime;
     /// Of the fiscal drive; 0 for what is none.
     quint32 document = 0;
+    /// Its fiscal sign.
+    QString sign;
     /// See packedpage.h.
     QByteArray page;
     /// In dots, once it was asked for.
@@ -28,8 +34,10 @@ struct TapeEntry
 class TapeLog
 {
 public:
-    /// Gives its number.
-    int add(const QDateTime& dateTime, quint32 document, const tape::Page& page);
+    /// Gives its number. The document is of that drive, or 0.
+    int add(const QDateTime& dateTime, quint32 document, const FiscalDrive& drive, const tape::Page& page);
+    /// The register is another one than before: what this drive has not is no document of an entry any more.
+    void beginAnew(const FiscalDrive& drive);
 
     int first() const { return last() - static_cast<int>(m_entries.size()) + 1; }
     int last() const { return m_last; }

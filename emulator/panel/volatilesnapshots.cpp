@@ -4,12 +4,6 @@
 
 namespace emulator::panel {
 
-VolatileSnapshots::VolatileSnapshots(Register& device)
-    : m_device(device)
-    , m_factory(device.snapshot())
-{
-}
-
 void VolatileSnapshots::keep(const QString& name)
 {
     m_kept.insert(name, m_device.snapshot());
@@ -21,9 +15,9 @@ void VolatileSnapshots::restore(const QString& name)
         m_device.restore(*kept);
 }
 
-void VolatileSnapshots::reset()
+void VolatileSnapshots::reset(const QString& driveNumber)
 {
-    m_device.restore(m_factory);
+    m_device.reset(driveNumber);
 }
 
 } // namespace emulator::panel

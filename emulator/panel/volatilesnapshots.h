@@ -15,17 +15,19 @@ namespace emulator::panel {
 class VolatileSnapshots : public Snapshots
 {
 public:
-    /// The register is as it left the factory.
-    explicit VolatileSnapshots(Register& device);
+    explicit VolatileSnapshots(Register& device)
+        : m_device(device)
+    {
+    }
 
     QStringList names() const override { return m_kept.keys(); }
     void keep(const QString& name) override;
+    void remove(const QString& name) override { m_kept.remove(name); }
     void restore(const QString& name) override;
-    void reset() override;
+    void reset(const QString& driveNumber) override;
 
 private:
     Register& m_device;
-    RegisterSnapshot m_factory;
     QMap<QString, RegisterSnapshot> m_kept;
 };
 

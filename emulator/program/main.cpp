@@ -11,6 +11,7 @@
 #include <QSocketNotifier>
 #include <QSysInfo>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
@@ -71,6 +72,12 @@ QString open(const Options& options, emulator::panel::Panel* panel, Stations& st
         if (options.isWithoutLine)
             continue;
         stations.push_back(std::make_unique<Station>(own, std::move(memory), panel));
+        // The others work on; without one there is nothing to work for.
+        QObject::connect(stations.back().get(), &Station::lostPower, [&stations] {
+            if (std::all_of(stations.cbegin(), stations.cend(),
+                    [](const auto& station) { return station->hasLostPower(); }))
+                QCoreApplication::exit(1);
+        });
         if (const QString error = stations.back()->open(); !error.isEmpty())
             return error;
     }

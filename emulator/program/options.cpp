@@ -2,11 +2,12 @@
 
 #include "memory/statefolder.h"
 #include "program/paneloptions.h"
+#include "register/drivenumber.h"
+#include "register/register.h"
 
 #include <QCommandLineParser>
 #include <QDateTime>
 #include <QMap>
-#include <QRandomGenerator>
 #include <QRegularExpression>
 
 #include <cstdio>
@@ -113,19 +114,12 @@ bool isSerial(const QString& number)
     return form.match(number).hasMatch();
 }
 
-// No two starts have a drive in common, so that no host takes one life for another.
-QString newDrive()
-{
-    constexpr quint64 numbers = 1'000'000'000'000;
-    const quint64 number = QRandomGenerator::system()->generate64() % numbers;
-    return QStringLiteral("9999") + QStringLiteral("%1").arg(number, 12, 10, QLatin1Char('0'));
-}
-
 QString readDrive(const QCommandLineParser& parser, QString& number)
 {
-    static const QRegularExpression form(QStringLiteral("\\A9999[0-9]{12}\\z"));
-    number = parser.isSet(QStringLiteral("drive")) ? parser.value(QStringLiteral("drive")) : newDrive();
-    return form.match(number).hasMatch() ? QString() : QStringLiteral("--drive is 9999 and 12 more digits");
+    const QString name = QStringLiteral("drive");
+    number = parser.isSet(name) ? parser.value(name) : emulator::drivenumber::fresh();
+    return emulator::drivenumber::isGood(number) ? QString()
+                                                 : QStringLiteral("--drive is 9999 and 12 more digits");
 }
 
 QString readClock(const QCommandLineParser& parser, qint64& ahead)
@@ -134,7 +128,9 @@ QString readClock(const QCommandLineParser& parser, qint64& ahead)
         return {};
     const QDateTime time = QDateTime::fromString(parser.value(QStringLiteral("clock")), Qt::ISODate);
     ahead = QDateTime::currentDateTime().msecsTo(time);
-    return time.isValid() ? QString() : QStringLiteral("--clock is a time as 2026-03-01T09:00:00");
+    return time.isValid() && emulator::Register::isClockTime(time)
+        ? QString()
+        : QStringLiteral("--clock is a time as 2026-03-01T09:00:00, in the years 2000 to 2099");
 }
 
 bool readNumber(

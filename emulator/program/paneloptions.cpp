@@ -1,6 +1,7 @@
 #include "program/paneloptions.h"
 
 #include "program/options.h"
+#include "register/drivenumber.h"
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -77,21 +78,21 @@ QString readRegisters(const QCommandLineParser& parser, Options& options)
     options.registers = *count;
     if (options.port && *options.port != 0 && *options.port + *count - 1 > greatestPort)
         return QStringLiteral("--tcp is the first of %1 ports").arg(*count);
+    const std::pair<const char*, const QString&> numbers[]
+        = {{"drive", options.identity.driveNumber}, {"serial", options.identity.serialNumber}};
+    for (const auto& [name, number] : numbers) {
+        if (*count > 1 && !emulator::drivenumber::countedOn(number, *count - 1))
+            return QStringLiteral("--%1 ends with digits that %2 registers can count on from")
+                .arg(QLatin1String(name))
+                .arg(*count);
+    }
     return {};
 }
 
-// The digits at the end count on; what has none stays as it is.
+// No two of them have a number in common.
 QString countedOn(const QString& number, int by)
 {
-    static const QRegularExpression form(QStringLiteral("\\A(.*?)(\\d{1,18})( *)\\z"));
-    const QRegularExpressionMatch match = form.match(number);
-    if (!match.hasMatch())
-        return number;
-    const QString digits = match.captured(2);
-    const QString next = QString::number(digits.toLongLong() + by)
-                             .rightJustified(digits.size(), QLatin1Char('0'))
-                             .right(digits.size());
-    return match.captured(1) + next + match.captured(3);
+    return emulator::drivenumber::countedOn(number, by).value_or(number);
 }
 
 void addNumber(QString& file, int number)

@@ -16,7 +16,6 @@ StateSnapshots::StateSnapshots(
     : m_memory(memory)
     , m_device(device)
     , m_sourceAhead(sourceAhead)
-    , m_factory(device.snapshot())
 {
 }
 
@@ -30,6 +29,13 @@ void StateSnapshots::keep(const QString& name)
     if (!m_memory)
         throw closedState();
     m_memory->folder().keepSnapshot(name);
+}
+
+void StateSnapshots::remove(const QString& name)
+{
+    if (!m_memory)
+        throw closedState();
+    m_memory->folder().removeSnapshot(name);
 }
 
 void StateSnapshots::reopen(std::unique_ptr<emulator::StateFolder> folder)
@@ -55,7 +61,8 @@ void StateSnapshots::between(Work work)
 
 void StateSnapshots::restore(const QString& name)
 {
-    between([&name](const emulator::StateFolder& folder) { folder.restoreSnapshot(name); });
+    between([this, &name](
+                const emulator::StateFolder& folder) { folder.restoreSnapshot(name, &m_device.identity()); });
     try {
         m_memory->load(m_device, m_sourceAhead);
     } catch (const emulator::MemoryError&) {
@@ -65,8 +72,8 @@ void StateSnapshots::restore(const QString& name)
     }
 }
 
-void StateSnapshots::reset()
+void StateSnapshots::reset(const QString& driveNumber)
 {
     between([](const emulator::StateFolder& folder) { folder.removeState(); });
-    m_device.restore(m_factory);
+    m_device.reset(driveNumber);
 }

@@ -8,15 +8,16 @@
 class StateSnapshots : public emulator::panel::Snapshots
 {
 public:
-    /// The register is as it left the factory. The memory is the one that it has, now and later: null once
+    /// The memory is the one that it has, now and later: null once
     /// its state could not be opened again, and then nothing can be kept. The source of the register's clock
     /// is so many milliseconds ahead of the computer's clock.
     StateSnapshots(std::unique_ptr<emulator::Memory>& memory, emulator::Register& device, qint64 sourceAhead);
 
     QStringList names() const override;
     void keep(const QString& name) override;
+    void remove(const QString& name) override;
     void restore(const QString& name) override;
-    void reset() override;
+    void reset(const QString& driveNumber) override;
 
 private:
     /// Does something to the folder while no memory has its state open, and opens it again.
@@ -27,5 +28,4 @@ private:
     std::unique_ptr<emulator::Memory>& m_memory;
     emulator::Register& m_device;
     qint64 m_sourceAhead;
-    emulator::RegisterSnapshot m_factory;
 };

@@ -5,6 +5,7 @@
 #include "program/ptyline.h"
 #include "program/statesnapshots.h"
 #include "program/tcpline.h"
+#include "register/drivenumber.h"
 #include "tape/pagetext.h"
 
 #include <QCoreApplication>
@@ -53,7 +54,7 @@ Station::Station(const Options& options, std::unique_ptr<emulator::Memory> memor
         sitDown(*panel);
     power::switchOn(m_register, m_memory.get(), options);
     if (m_desk != nullptr)
-        m_desk->begin(m_memory ? m_memory->documents() : QList<emulator::StoredDocument>());
+        m_desk->begin();
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, [this] { pump(); });
@@ -63,7 +64,7 @@ void Station::connectProtocol()
 {
     m_faults.setMagic(m_options.magic);
     m_protocol.setFaultSource(&m_faults);
-    m_protocol.setFaults(m_options.faults);
+    m_faults.setPlan(m_options.faults);
     m_protocol.setMisfitListener([](const QString& words) {
         std::fprintf(stderr, "spf-emulator: %s and does not happen\n", qPrintable(words));
     });
@@ -85,13 +86,29 @@ void Station::connectProtocol()
 void Station::sitDown(emulator::panel::Panel& panel)
 {
     m_desk = &panel.add(m_register, m_watch, m_faults);
-    m_desk->setHands({[this] { return keep(); },
-        [this] {
-            m_outbox.clear();
-            m_protocol.forget();
-        }});
+    m_desk->setHands(hands());
     if (m_memory)
         m_desk->setSnapshots(std::make_unique<StateSnapshots>(m_memory, m_register, m_options.clockAhead));
+}
+
+emulator::panel::Hands Station::hands()
+{
+    emulator::panel::Hands hands;
+    hands.keep = [this] { return keep(); };
+    hands.dropLine = [this] {
+        m_outbox.clear();
+        m_protocol.forget();
+    };
+    if (m_memory)
+        hands.documents
+            = [this] { return m_memory ? m_memory->documents() : QList<emulator::StoredDocument>(); };
+    // Tests that compare know the numbers of all drives, whatever the other registers do.
+    if (m_options.isGiven("drive"))
+        hands.nextDrive = [this, first = m_options.identity.driveNumber] {
+            return emulator::drivenumber::countedOn(first, ++m_drives * m_options.registers)
+                .value_or(emulator::drivenumber::fresh());
+        };
+    return hands;
 }
 
 QString Station::open()
@@ -182,6 +199,8 @@ void Station::showOutput()
 
 void Station::togglePaper()
 {
+    if (m_hasLostPower)
+        return;
     m_register.setPaper(!m_register.hasPaper());
     if (!keep())
         return;
@@ -205,6 +224,8 @@ void Station::receive(const QByteArray& bytes)
 
 bool Station::keep()
 {
+    if (m_hasLostPower)
+        return false;
     try {
         if (m_memory)
             m_memory->save(m_register);
@@ -214,13 +235,31 @@ bool Station::keep()
         if (m_desk != nullptr)
             m_desk->settle();
     } catch (const emulator::MemoryError& error) {
-        std::fprintf(stderr, "spf-emulator: the state cannot be kept, as if the power were gone: %s\n",
-            qPrintable(error.text()));
-        m_hasLostPower = true;
-        m_outbox.clear();
-        QCoreApplication::exit(1);
+        losePower(error.text());
     }
     return !m_hasLostPower;
+}
+
+void Station::losePower(const QString& why)
+{
+    const QString which = m_options.registers > 1 ? QStringLiteral(" of %1").arg(address()) : QString();
+    std::fprintf(stderr, "spf-emulator: the state%s cannot be kept, as if the power were gone: %s\n",
+        qPrintable(which), qPrintable(why));
+    m_hasLostPower = true;
+    m_outbox.clear();
+    m_protocol.forget();
+    m_output.clear();
+    // It is shown as it was kept last, as a start of the program finds it.
+    try {
+        if (m_memory)
+            m_memory->load(m_register, m_options.clockAhead);
+    } catch (const emulator::MemoryError&) {
+        m_memory.reset();
+    }
+    m_register.setPowered(false);
+    if (m_desk != nullptr)
+        m_desk->stop(why);
+    Q_EMIT lostPower();
 }
 
 void Station::pump()

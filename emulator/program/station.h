@@ -28,8 +28,13 @@ public:
     QString open();
     QString address() const { return m_line->address(); }
     void togglePaper();
+    /// What it does cannot be kept any more.
+    bool hasLostPower() const { return m_hasLostPower; }
     /// Tells what there is to tell of the host; the program's exit status.
     int finish();
+
+Q_SIGNALS:
+    void lostPower();
 
 private:
     QString openLine();
@@ -43,8 +48,10 @@ private:
     void showOutput();
     void receive(const QByteArray& bytes);
     /// Keeps what has changed, and only then lets tape and journal have it. What cannot be kept ends the
-    /// program before anybody is told of it, as a loss of power would; false then.
+    /// register before anybody is told of it, as a loss of power would; false then.
     bool keep();
+    void losePower(const QString& why);
+    emulator::panel::Hands hands();
     void pump();
     /// Opens the file of the trace, where one is wanted; empty when all went well.
     QString openTrace();
@@ -78,4 +85,6 @@ private:
     QList<Output> m_output;
     bool m_hasLostOutput = false;
     bool m_hasLostPower = false;
+    /// Fiscal drives that resets have put in.
+    int m_drives = 0;
 };

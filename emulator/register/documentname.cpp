@@ -55,6 +55,14 @@ DocumentName byTitle(const QString& title, int settlement)
     });
 }
 
+QStringList words()
+{
+    QStringList words;
+    for (const DocumentName& name : all())
+        words.append(name.word);
+    return words;
+}
+
 QString settlement(int settlement)
 {
     return settlement == 2 ? QStringLiteral("ВОЗВРАТ ПРИХОДА") : QStringLiteral("ПРИХОД");

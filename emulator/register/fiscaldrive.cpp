@@ -134,6 +134,12 @@ const FiscalRecord* FiscalDrive::find(quint32 number) const
     return number == 0 || number > m_documents.size() ? nullptr : &m_documents[number - 1];
 }
 
+bool FiscalDrive::has(quint32 number, const QString& sign) const
+{
+    const FiscalRecord* const record = find(number);
+    return record != nullptr && record->sign == sign;
+}
+
 const FiscalRecord* FiscalDrive::firstUnsent() const
 {
     return m_sent < m_documents.size() ? &m_documents[m_sent] : nullptr;

@@ -53,6 +53,8 @@ public:
     /// A record with the number 0 when there is none.
     FiscalRecord last() const { return m_documents.isEmpty() ? FiscalRecord() : m_documents.constLast(); }
     const FiscalRecord* find(quint32 number) const;
+    /// That document itself, and not another one of its number.
+    bool has(quint32 number, const QString& sign) const;
     /// Documents that the OFD has not got.
     int queueLength() const { return static_cast<int>(m_documents.size() - m_sent); }
     const FiscalRecord* firstUnsent() const;

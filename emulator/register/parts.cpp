@@ -10,8 +10,7 @@ Parts::Parts(const Clock& source, const Identity& itsIdentity)
     , clock(source)
     , parameters(factoryParameters())
     , settings(identity.width)
-    , drive(identity.driveNumber, clock.now(),
-          recording::factoryDocuments(identity, state.registration, clock.now()), identity.driveLife)
+    , drive(newDrive(identity.driveNumber))
 {
 }
 
@@ -20,6 +19,12 @@ ParameterStore Parts::factoryParameters() const
     ParameterStore made;
     made.set(parameter::serialNumber, 0, identity.serialNumber);
     return made;
+}
+
+FiscalDrive Parts::newDrive(const QString& number) const
+{
+    const FactoryDocuments documents = recording::factoryDocuments(identity, state.registration, clock.now());
+    return {number, clock.now(), documents, identity.driveLife};
 }
 
 } // namespace emulator

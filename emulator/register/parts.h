@@ -20,6 +20,8 @@ struct Parts
 
     /// The numbered settings as they leave the factory.
     ParameterStore factoryParameters() const;
+    /// A drive that was put in just now.
+    FiscalDrive newDrive(const QString& number) const;
 
     const Identity identity;
     DeviceClock clock;

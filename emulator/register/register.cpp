@@ -69,6 +69,12 @@ void Register::restore(const RegisterSnapshot& snapshot)
     m_parts.drive = snapshot.drive;
 }
 
+void Register::reset(const QString& driveNumber)
+{
+    restoreMemory(RegisterMemory());
+    m_parts.drive = m_parts.newDrive(driveNumber);
+}
+
 void Register::restoreMemory(const RegisterMemory& memory)
 {
     const bool isOperatorReachable = m_parts.state.isOperatorReachable;

@@ -66,6 +66,12 @@ public:
     void setMarkVerdicts(const QList<MarkVerdict>& verdicts) { m_parts.around.markVerdicts = verdicts; }
     /// The clock shows the time of the one that it was given.
     void resetClock() { m_parts.clock.setOffset(0); }
+    /// Its years have two digits over HEX: 2000 to 2099.
+    static bool isClockTime(const QDateTime& time)
+    {
+        const int year = time.date().year();
+        return year >= 2000 && year <= 2099;
+    }
     /// False, and nothing is done, when the time is before the last document of the fiscal drive.
     bool setClock(const QDateTime& time);
     double clockSpeed() const { return m_parts.clock.speed(); }
@@ -78,6 +84,8 @@ public:
     RegisterSnapshot snapshot() const { return {memory(), m_parts.drive}; }
     /// The same with a drive that was kept as a whole.
     void restore(const RegisterSnapshot& snapshot);
+    /// As it left the factory, with another drive.
+    void reset(const QString& driveNumber);
     /// @}
 
     /// @name What a host may ask for

@@ -1,7 +1,10 @@
+#include "memory/foreignstate.h"
 #include "panel/panelrig.h"
 
 #include <gtest/gtest.h>
 #include <QProcess>
+
+#include <span>
 
 namespace {
 
@@ -82,12 +85,16 @@ const AskRow askRows[] = {
     {"GET", "documents?limit=1", "", 200, "\"next\":4"},
     {"GET", "documents?before=2", "", 200, "\"next\":null"},
     {"GET", "documents?limit=0", "", 400, "limit"},
+    {"GET", "documents?nuber=3", "", 400, "nuber is not known here; known are: number, sum"},
+    {"GET", "documents?sum=1.00&sum=2.00", "", 400, "sum stands twice"},
+    {"GET", "registers?all=true", "", 400, "all is not known here"},
     {"GET", "documents?sum=much", "", 400, "sum"},
     {"GET", "documents/3", "", 200, "\"refusals\":[]"},
     {"GET", "documents/3.svg", "", 200, "<svg"},
     {"GET", "documents/3.png", "", 200, "PNG"},
     {"GET", "documents/3.pdf", "", 200, "%PDF"},
     {"GET", "documents/4.png", "", 422, "too long"},
+    {"GET", "documents/1.svg", "", 404, "nothing of it was printed"},
     {"GET", "documents/99", "", 404},
     {"GET", "documents/99.svg", "", 404},
     {"GET", "documents/99.png", "", 404},
@@ -129,6 +136,9 @@ const AskRow askRows[] = {
     {"PUT", "clock", R"({"time":"2024-03-01T10:00:00","speed":0.5})", 200, "\"speed\":0.5"},
     {"PUT", "clock", R"({"time":"tomorrow"})", 400},
     {"PUT", "clock", "{}", 400},
+    {"PUT", "clock", R"({"time":"2100-01-01T00:00:00"})", 400, "2000 to 2099"},
+    {"PUT", "clock", R"({"time":"1999-12-31T23:59:59"})", 400, "2000 to 2099"},
+    {"POST", "clock/jump", R"({"seconds":3000000000})", 400, "in the year 2119"},
     {"PUT", "clock", R"({"time":"2024-03-01T08:00:00"})", 409, "last document"},
     {"POST", "clock/jump", R"({"seconds":90})", 200, "T10:01:30"},
     {"POST", "clock/jump", R"({"seconds":1.5})", 400, "whole"},
@@ -140,6 +150,15 @@ const AskRow askRows[] = {
     {"GET", "faults", "", 200, "\"hits\":0"},
     {"PUT", "faults", R"({"rules":[{"mode":"lost"},{"mode":"gone"}]})", 400, "rules[1].mode"},
     {"PUT", "faults", R"({"rules":[{"mode":"lost","nth":1,"each":1}]})", 400},
+    {"PUT", "faults", R"({"rules":[{"mode":"lost","comand":"22"}]})", 400,
+        "rules[0].comand is not known here; known are: mode"},
+    {"PUT", "faults", R"({"rules":[{"mode":"lost:5"}]})", 400, "rules[0].mode"},
+    {"PUT", "faults", R"({"rules":[{"mode":"lost","command":"FinishReceipt"}]})", 400, "FinishDocument, "},
+    {"PUT", "faults", R"({"rules":[{"mode":"lost","command":"a0"}]})", 400, "rules[0].command"},
+    {"PUT", "faults", R"({"rules":[{"mode":"answer-shape:flat","command":"A0"}]})", 400,
+        "no request would suffer it"},
+    {"PUT", "faults", R"({"rules":[{"mode":"lost","command":"GetState","storing":true}]})", 400, "storing"},
+    {"PUT", "faults", R"({"rules":[{"mode":"lost","storing":1}]})", 400, "storing is true or false"},
     {"GET", "faults", "", 200, "busy:7"},
     {"DELETE", "faults", "", 204},
     {"GET", "faults/modes", "", 200, "answer-shape:bytes"},
@@ -150,15 +169,62 @@ const AskRow askRows[] = {
     {"PUT", "snapshots/before", "", 200, "[\"before\"]"},
     {"PUT", "snapshots/a%2Fb", "", 400},
     {"GET", "snapshots", "", 200},
+    {"PUT", "snapshots/short-lived", "", 200},
+    {"DELETE", "snapshots/short-lived", "", 204},
+    {"DELETE", "snapshots/short-lived", "", 404},
     {"POST", "reset", "", 200, "\"documents\":1"},
     {"POST", "snapshots/before/restore", "", 200, "\"documents\":4"},
     {"POST", "snapshots/after/restore", "", 404},
     {"GET", "wait?event=document&type=sell&timeout=0", "", 204},
-    {"GET", "wait?event=noise", "", 400},
+    {"GET", "wait?event=noise", "", 400, "event is one of: document, tape"},
+    {"GET", "wait?timeout=0", "", 400, "event is missing"},
+    {"GET", "wait?event=document&tpye=sell", "", 400, "tpye is not known here"},
+    {"GET", "wait?event=document&type=sale", "", 400, "type is one of: sell, "},
+    {"GET", "wait?event=tape&type=sell", "", 400, "type goes with event=document"},
+    {"GET", "wait?event=refusal&command=Sell", "", 400, "command is one of: "},
+    {"GET", "wait?event=refusal&command=22&timeout=0", "", 204},
+    {"GET", "wait?event=state&part=paper&timeout=0", "", 204},
+    {"GET", "wait?event=state&part=weather&timeout=0", "", 400, "part is one of: clock"},
     {"GET", "wait?event=document&timeout=601", "", 400},
     {"GET", "wait?event=document&after=1-1", "", 410},
     {"GET", "events?all=true", "", 200},
+    {"GET", "events?event=document,refusal", "", 200},
+    {"GET", "events?all=yes", "", 400, "all is one of: true, false"},
+    {"GET", "events?event=document,noise", "", 400, "event is one of: document, tape"},
 };
+
+/// A hundred of them, all of another register.
+class ForeignSnapshots : public emulator::panel::Snapshots
+{
+public:
+    QStringList names() const override
+    {
+        QStringList names;
+        for (int number = 1; number <= 100; ++number)
+            names.append(QString::number(number));
+        return names;
+    }
+    void keep(const QString&) override { }
+    void remove(const QString&) override { }
+    void restore(const QString&) override { throw emulator::ForeignState("it is of the register B"); }
+    void reset(const QString&) override { }
+};
+
+const AskRow foreignRows[] = {
+    {"PUT", "snapshots/101", "", 409, "100 snapshots"},
+    {"PUT", "snapshots/100", "", 200},
+    {"POST", "snapshots/100/restore", "", 409, "of the register B"},
+};
+
+void askAll(Record& record, std::span<const AskRow> rows)
+{
+    for (const AskRow& row : rows) {
+        const Served served = record.ask(row.method, QByteArray("/v1/") + row.path, row.body);
+        EXPECT_EQ(served.status, row.status) << row.method << ' ' << row.path << ' ' << served.text();
+        EXPECT_TRUE(served.body.contains(row.part))
+            << row.path << " lacks " << row.part << ": " << served.text().substr(0, 2000);
+    }
+}
 
 } // namespace
 
@@ -176,11 +242,8 @@ TEST(Panel, AnswersAsItsDescriptionSays)
     const Served sold = record.ask("GET", "/v1/wait?event=document&type=sell&after=" + start, {});
     EXPECT_TRUE(sold.status == 200 && sold.json().value("data").toObject().value("number") == 3)
         << sold.text();
-    for (const AskRow& row : askRows) {
-        const Served served = record.ask(row.method, QByteArray("/v1/") + row.path, row.body);
-        EXPECT_EQ(served.status, row.status) << row.method << ' ' << row.path << ' ' << served.text();
-        EXPECT_TRUE(served.body.contains(row.part))
-            << row.path << " lacks " << row.part << ": " << served.text().substr(0, 2000);
-    }
+    askAll(record, askRows);
+    rig.desk.setSnapshots(std::make_unique<ForeignSnapshots>());
+    askAll(record, foreignRows);
     EXPECT_EQ(record.findings().toStdString(), "");
 }

@@ -235,6 +235,172 @@ TEST(Panel, EventsComeInTheirOrderAndOfTheirRegister)
     EXPECT_EQ(names.join(' '), "exchange document tape exchange exchange refusal state exchange fault");
 }
 
+namespace {
+
+const Step started{0x00, {"010324", "090000"}};
+
+QList<int> documentsOfTape(HexPanel& rig)
+{
+    QList<int> documents;
+    for (const QJsonValue entry : rig.ask("GET", "/v1/tape").json().value("entries").toArray())
+        documents.append(entry["document"].toInt());
+    return documents;
+}
+
+/// What led to a document, by the numbers of the exchanges.
+QList<int> exchangesOf(HexPanel& rig, int document)
+{
+    QList<int> numbers;
+    const QJsonObject found = rig.ask("GET", "/v1/documents/" + QByteArray::number(document)).json();
+    for (const QJsonValue exchange : found.value("exchanges").toArray())
+        numbers.append(exchange["number"].toInt());
+    return numbers;
+}
+
+} // namespace
+
+TEST(Panel, NothingLeadsToADocumentOfAnotherTime)
+{
+    HexPanel rig;
+    openShift(rig);
+    rig.ask("PUT", "/v1/snapshots/open");
+    passAll(rig, {open(2), item("1.000", "5.00")});
+    rig.ask("POST", "/v1/snapshots/open/restore");
+    passAll(rig, QList<Step>{started} + sale("7.00"));
+    EXPECT_EQ(exchangesOf(rig, 3), QList<int>({5, 6, 7, 8, 9, 10})) << "the receipt of 5.00 was never begun";
+    EXPECT_EQ(exchangesOf(rig, 2), QList<int>({1, 2})) << "it is there before and after";
+    EXPECT_EQ(documentsOfTape(rig), QList<int>({2, 3}));
+    rig.ask("PUT", "/v1/snapshots/sold");
+    rig.ask("POST", "/v1/reset");
+    EXPECT_EQ(documentsOfTape(rig), QList<int>({0, 0}));
+    EXPECT_EQ(rig.ask("GET", "/v1/exchanges/10").json().value("document"), QJsonValue());
+    openShift(rig);
+    passAll(rig, sale("9.00"));
+    EXPECT_EQ(exchangesOf(rig, 3).size(), 5);
+    rig.ask("POST", "/v1/snapshots/sold/restore");
+    EXPECT_EQ(rig.ask("GET", "/v1/documents/3").json().value("total"), "7.00");
+    EXPECT_EQ(exchangesOf(rig, 3), QList<int>()) << "those there are sold for 9.00";
+    EXPECT_EQ(documentsOfTape(rig), QList<int>({0, 0, 0, 0}));
+}
+
+TEST(Panel, RestoreBringsBackAlsoDocumentsThatTheDriveHasNoPagesOf)
+{
+    HexPanel rig;
+    passAll(rig, {started});
+    for (int report = 0; report < 300; ++report)
+        code(rig, {0x6A, {""}});
+    rig.ask("PUT", "/v1/snapshots/late");
+    rig.ask("POST", "/v1/reset");
+    EXPECT_EQ(rig.ask("GET", "/v1/documents/301").status, 404);
+    rig.ask("POST", "/v1/snapshots/late/restore");
+    for (const char* const number : {"2", "301"})
+        EXPECT_GT(
+            rig.ask("GET", QByteArray("/v1/documents/") + number).json().value("page").toArray().size(), 5);
+}
+
+TEST(Panel, ResetPutsInAnotherDriveAndEndsAllFaults)
+{
+    HexPanel rig;
+    rig.faults.setPlan(*emulator::FaultPlan::parse("lost@90+", nullptr));
+    openShift(rig);
+    rig.ask("PUT", "/v1/faults", R"({"rules":[{"mode":"lost","nth":50}]})");
+    rig.ask("PUT", "/v1/ofd", R"({"reachable":true})");
+    const auto drive = [](const QJsonObject& state) { return state.value("drive")["number"].toString(); };
+    const QString first = drive(rig.ask("GET", "/v1/state").json());
+    const QJsonObject state = rig.ask("POST", "/v1/reset").json();
+    EXPECT_NE(drive(state), first);
+    EXPECT_TRUE(drive(state).startsWith("9999"));
+    EXPECT_EQ(state.value("faultRules"), 0);
+    EXPECT_EQ(state.value("plannedFaults"), 0);
+    EXPECT_EQ(state.value("ofd")["reachable"], false) << "as at the start";
+    const QJsonValue registration = rig.ask("GET", "/v1/documents/1").json().value("tags");
+    EXPECT_TRUE(QJsonDocument(registration.toArray()).toJson().contains(drive(state).toLatin1()));
+}
+
+TEST(Panel, FaultsOfTheCommandLineAreSeenAndCleared)
+{
+    HexPanel rig;
+    rig.faults.setPlan(*emulator::FaultPlan::parse("silence@3,answer:81@5+,answer:4.4004@2", nullptr));
+    openShift(rig);
+    EXPECT_EQ(code(rig, {0xA7, {}}), -1);
+    EXPECT_EQ(code(rig, {0xA7, {}}), 0);
+    EXPECT_EQ(code(rig, {0xA7, {}}), 81);
+    QStringList seen;
+    for (const QJsonValue fault : rig.ask("GET", "/v1/faults").json().value("planned").toArray())
+        seen.append(fault["fault"].toString() + '=' + QString::number(fault["hits"].toInt()));
+    EXPECT_EQ(seen.join(' '), "answer:4.4004@2=0 silence@3=1 answer:81@5+=1");
+    EXPECT_EQ(rig.ask("DELETE", "/v1/faults").status, 204);
+    EXPECT_EQ(code(rig, {0xA7, {}}), 0);
+    EXPECT_EQ(rig.ask("GET", "/v1/faults").json().value("planned"), QJsonArray());
+}
+
+TEST(Panel, AFaultOfWhatIsStoredHitsNoQuestionBeforeIt)
+{
+    const QByteArray rule = R"({"rules":[{"mode":"lost","nth":1,"storing":true}]})";
+    HexPanel hex;
+    openShift(hex);
+    hex.ask("PUT", "/v1/faults", rule);
+    passAll(hex, {{0xA7, {}}, {0xA0, {}}, open(1), text("Текст"), finish()});
+    passAll(hex, sale().first(4));
+    EXPECT_EQ(code(hex, finish()), -1);
+    EXPECT_EQ(hex.device.drive().last().number, 3);
+    EXPECT_EQ(hex.ask("GET", "/v1/faults").json().value("rules")[0]["storing"], true);
+    XmlPanel xml;
+    xml.ask("PUT", "/v1/faults", rule);
+    EXPECT_EQ(XmlReply{xml.pass(xml.request(2))}.verdict(), "0.0");
+    EXPECT_EQ(xml.pass(xml.request(4, pa("2", 7, pa("1021", 1, "Иванова")))), "");
+    EXPECT_EQ(xml.device.drive().last().number, 2);
+}
+
+TEST(Panel, WhatAHostChangesIsToldWithoutBeingAsked)
+{
+    HexPanel rig;
+    rig.ask("PUT", "/v1/paper", R"({"state":"nearEnd","linesLeft":500})");
+    const auto partsOf = [&rig](const Step& step) {
+        http::Request request = http::Request::of("GET", "/v1/events?event=state");
+        const auto stream = std::get<std::shared_ptr<http::Stream>>(rig.panel.site().answer(request));
+        EXPECT_EQ(code(rig, step), 0);
+        QStringList parts;
+        for (const QByteArray& line : stream->take().split('\n')) {
+            if (line.startsWith("data: "))
+                parts.append(QJsonDocument::fromJson(line.mid(6)).object().value("part").toString());
+        }
+        return parts.join(' ');
+    };
+    EXPECT_EQ(partsOf(started), "");
+    EXPECT_EQ(partsOf({0x6B, {"Иванова", ""}}), "paper");
+    EXPECT_EQ(partsOf({0x80, {}}), "drawer");
+    EXPECT_EQ(partsOf({0xA8, {}}), "");
+    rig.clock.advance(20'000);
+    EXPECT_EQ(partsOf({0xA8, {}}), "drawer");
+}
+
+TEST(Panel, ExchangesTakeSoMuchMemoryAndNoMore)
+{
+    using emulator::panel::ExchangeLog;
+    const QByteArray noise = QByteArray(1, '\x02') + QByteArray(60'000, 'x')
+        + "\x03"
+          "00";
+    ExchangeLog loose;
+    for (int count = 0; count < 90; ++count)
+        loose.passed(trace::Direction::ToRegister, noise);
+    loose.note({});
+    EXPECT_LT(loose.youngest()->frames.size(), 20) << "5 MB that no request claims";
+    ExchangeLog signs;
+    ExchangeLog reasons;
+    for (int count = 0; count < 300; ++count) {
+        signs.note({});
+        for (int sign = 0; sign < 400; ++sign)
+            signs.passed(trace::Direction::ToRegister, "\x05");
+        emulator::panel::LoggedExchange refused;
+        refused.exchange.reason = QString(50'000, 'x');
+        reasons.note(refused);
+    }
+    EXPECT_GT(signs.first(), 10);
+    EXPECT_GT(reasons.first(), 100);
+    EXPECT_EQ(reasons.last(), 300);
+}
+
 TEST(Panel, SnapshotsBringBackAll)
 {
     HexPanel rig;
