@@ -10,9 +10,9 @@ from pathlib import Path
 import stage
 from case import SCREENSHOTS
 from looks import Guarded, Long, Looks
-from work import Work
+from work import Planned, Work
 
-__all__ = ["Guarded", "Long", "Looks", "Work"]
+__all__ = ["Guarded", "Long", "Looks", "Planned", "Work"]
 
 
 if __name__ == "__main__":

@@ -3,7 +3,7 @@
 import { Access, Api, Problem } from "./api.js";
 import { Cards } from "./cards.js";
 import { Detail } from "./detail.js";
-import { button, byId, el, throttled } from "./dom.js";
+import { button, byId, el, setText, throttled } from "./dom.js";
 import { EventFeed } from "./events.js";
 import { Exchanges } from "./exchanges.js";
 import { Found } from "./found.js";
@@ -90,6 +90,8 @@ async function updateState() {
     page.run = runOf(state.lastEvent);
     byId("where").textContent = `${state.line} · ${state.identity.serialNumber}`;
     byId("tape").dataset.empty = t("emptyTape", { line: state.line });
+    byId("stopped").hidden = state.stopped === null;
+    setText(byId("stopped"), state.stopped === null ? "" : t("stopped", { reason: state.stopped }));
     cards.update(state);
 }
 

@@ -1,7 +1,7 @@
 // One thing of the register: what it is now, and the switches for it. It stays the same element while its state
 // changes, so that the focus stays where it is.
 
-import { button, el } from "./dom.js";
+import { button, el, setText } from "./dom.js";
 import { t } from "./i18n.js";
 
 export class Card {
@@ -14,15 +14,10 @@ export class Card {
     }
 
     set(text, level = "", note = "") {
-        renew(this.state, text);
-        renew(this.note, note);
+        setText(this.state, text);
+        setText(this.note, note);
         this.state.className = `state ${level}`;
     }
-}
-
-function renew(element, text) {
-    if (element.textContent !== text)
-        element.textContent = text;
 }
 
 // Buttons of which one is pressed.

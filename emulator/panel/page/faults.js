@@ -9,7 +9,7 @@ const WHICH = ["next", "nth", "each", "all"];
 
 export class FaultCard {
     constructor(api, act) {
-        Object.assign(this, { api, act, rules: [], modes: [] });
+        Object.assign(this, { api, act, rules: [], planned: [], modes: [] });
         this.table = el("div", { class: "rules" });
         this.form = el("form", { on: { submit: (event) => this.#submit(event) } });
         this.panel = el("section", { class: "panel" }, this.form, this.table);
@@ -19,12 +19,13 @@ export class FaultCard {
         this.read();
     }
 
+    // A host asks for the state time and again; what is to go wrong is the sale.
     #quick(key, mode) {
-        return button(t(key), () => this.#add({ mode, nth: 1 }), { "data-fault": mode });
+        return button(t(key), () => this.#add({ mode, nth: 1, storing: true }), { "data-fault": mode });
     }
 
-    update({ faultRules }) {
-        if (faultRules !== this.rules.length)
+    update({ faultRules, plannedFaults }) {
+        if (faultRules !== this.rules.length || plannedFaults !== this.planned.length)
             this.read();
     }
 
@@ -32,7 +33,7 @@ export class FaultCard {
         try {
             if (this.modes.length === 0)
                 await this.#readModes();
-            this.#show((await this.api.get("/faults")).rules);
+            this.#show(await this.api.get("/faults"));
         } catch {
             // The line is lost; the state is read anew with the next one.
         }
@@ -56,24 +57,34 @@ export class FaultCard {
         return this.act(async () => {
             const { rules } = await this.api.get("/faults");
             const body = { rules: change(rules).map(({ fitting, hits, over, ...rule }) => rule) };
-            this.#show((await (await this.api.put("/faults", body)).json()).rules);
+            this.#show(await (await this.api.put("/faults", body)).json());
         });
     }
 
     #clear() {
         return this.act(async () => {
             await this.api.remove("/faults");
-            this.#show([]);
+            this.#show({ rules: [], planned: [] });
         });
     }
 
-    #show(rules) {
-        this.rules = rules;
-        const hits = rules.reduce((sum, rule) => sum + rule.hits, 0);
-        const isWaiting = rules.some(({ over }) => !over);
-        this.card.set(rules.length ? t("faultsAre", { count: rules.length, hits }) : t("noFaults"),
+    // Those that are planned were given with the program's start.
+    #show({ rules, planned }) {
+        Object.assign(this, { rules, planned });
+        const all = [...planned, ...rules];
+        const hits = all.reduce((sum, rule) => sum + rule.hits, 0);
+        const isWaiting = rules.some(({ over }) => !over) || planned.some((fault) => !isPast(fault));
+        this.card.set(all.length ? t("faultsAre", { count: all.length, hits }) : t("noFaults"),
             isWaiting ? "warn" : "");
-        this.table.replaceChildren(...(rules.length ? [this.#ruleTable(), this.#clearButton()] : []));
+        this.#renewTable(all.length ? [this.#ruleTable(), this.#clearButton()] : []);
+    }
+
+    // A keyboard stays where it was, as far as that is still there.
+    #renewTable(content) {
+        const place = [...this.table.querySelectorAll("button")].indexOf(document.activeElement);
+        this.table.replaceChildren(...content);
+        if (place >= 0)
+            ([...this.table.querySelectorAll("button")].slice(0, place + 1).pop() ?? this.form.elements.mode)?.focus();
     }
 
     #clearButton() {
@@ -83,13 +94,12 @@ export class FaultCard {
     #ruleTable() {
         const columns = ["faultRule", "faultFitting", "faultHits", "faultState"];
         return el("table", {}, el("thead", {}, el("tr", {}, columns.map(head), el("td", {}))),
-            el("tbody", {}, this.rules.map((rule) => this.#ruleRow(rule))));
+            el("tbody", {}, this.planned.map(plannedRow), this.rules.map((rule) => this.#ruleRow(rule))));
     }
 
     #ruleRow(rule) {
-        return el("tr", {}, el("th", { scope: "row" }, ruleText(rule)), el("td", {}, count(rule.fitting)),
-            el("td", { class: "hits" }, count(rule.hits)), el("td", {}, t(rule.over ? "faultOver" : "faultInForce")),
-            el("td", {}, button(t("faultRemove"), () => this.#remove(rule))));
+        return ruleRow({ text: ruleText(rule), fitting: count(rule.fitting), ...rule },
+            button(t("faultRemove"), () => this.#remove(rule)));
     }
 
     async #readModes() {
@@ -105,7 +115,7 @@ export class FaultCard {
         this.form.replaceChildren(field("faultMode", mode), field("faultArgument", input("argument")),
             field("faultWhich", which), field("faultNumber", number("number", { min: "1", value: "1", required: true })),
             field("faultCommand", input("command")), field("faultField", input("field")),
-            field("faultFieldValue", input("value")),
+            field("faultFieldValue", input("value")), field("faultStoring", check("storing")),
             field("faultProbability", number("probability", { min: "0", max: "1", step: "any" })),
             field("faultSeed", number("seed", { min: "0" })), field("faultLifetime", number("lifetime", { min: "1" })),
             el("button", {}, t("faultAdd")));
@@ -116,8 +126,9 @@ export class FaultCard {
     #fit() {
         const { mode, argument, which, number: place } = this.form.elements;
         const wanted = this.modes.find((known) => known.mode === mode.value)?.argument ?? null;
-        argument.closest("label").hidden = wanted === null;
-        argument.required = wanted !== null;
+        argument.disabled = wanted === null;
+        argument.closest("label").hidden = argument.disabled;
+        argument.required = !argument.disabled;
         argument.previousSibling.textContent = t("faultArgument", { what: wanted ?? "" });
         place.disabled = which.value !== "nth" && which.value !== "each";
         place.closest("label").hidden = place.disabled;
@@ -130,16 +141,18 @@ export class FaultCard {
 }
 
 const input = (name) => el("input", { name, autocomplete: "off" });
+const check = (name) => el("input", { type: "checkbox", name });
 const number = (name, attributes) => el("input", { type: "number", name, ...attributes });
 
 // What the form says, as the interface takes it: what was left empty is left away.
-export function ruleOf({ mode, argument, which, number: place, command, field: name, value, ...numbers }) {
+export function ruleOf({ mode, argument, which, number: place, command, field: name, value, storing, ...numbers }) {
     const given = Object.entries(numbers).filter(([, text]) => text !== "");
     return {
         mode: argument ? `${mode}:${argument}` : mode,
         ...{ next: { nth: 1 }, nth: { nth: Number(place) }, each: { each: Number(place) }, all: {} }[which],
         ...(command && { command }),
         ...(name && { field: { name, value } }),
+        ...(storing && { storing: true }),
         ...Object.fromEntries(given.map(([key, text]) => [key, Number(text)])),
     };
 }
@@ -150,9 +163,19 @@ function modeText({ mode, protocols }) {
     return has(key) ? `${t(key)} (${mode})${only}` : `${mode}${only}`;
 }
 
+function ruleRow({ text, fitting, hits, over }, ...buttons) {
+    return el("tr", {}, el("th", { scope: "row" }, text), el("td", {}, fitting),
+        el("td", { class: "hits" }, count(hits)), el("td", {}, t(over ? "faultOver" : "faultInForce")),
+        el("td", {}, buttons));
+}
+
+const isPast = ({ lasting, hits }) => !lasting && hits > 0;
+const plannedRow = (fault) =>
+    ruleRow({ text: `--faults ${fault.fault}`, fitting: "", hits: fault.hits, over: isPast(fault) });
+
 // The rule as one would write it.
-function ruleText({ mode, command, field: part, nth, each, probability, seed, lifetime }) {
+function ruleText({ mode, command, field: part, storing, nth, each, probability, seed, lifetime }) {
     return [mode, nth && `#${nth}`, each && `/${each}`, command, part && `${part.name}=${part.value}`,
-        probability !== undefined && `p=${probability} (${seed})`,
+        storing && t("faultStored"), probability !== undefined && `p=${probability} (${seed})`,
         lifetime && `≤${lifetime}`].filter(Boolean).join(" ");
 }
