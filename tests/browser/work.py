@@ -188,11 +188,16 @@ class Work(PanelTest):
         self.register.ask("/snapshots/open/restore", method="POST")
         for page in (self.page, other):
             self.becomes(lambda: self.text("#document h3", page), "Document 2")
+        # The paper still hangs there, and leads to no document any more.
+        stage.wait_for(lambda: self.tape_label() and "document" not in self.tape_label())
         self.becomes(lambda: self.text("#found-heading", other), "2")
         self.assertNotIn(sign, self.text("#found-list", other))
         self.must("sell", "sale.json")
         self.becomes(lambda: self.text("#document h3"), "Document 3")
         self.becomes(lambda: self.text("#document"), self.register.ask("/documents/3")["fiscalSign"])
+        self.register.ask("/reset", method="POST")
+        for page in (self.page, other):
+            self.becomes(lambda: self.text("#document h3", page), "Document 1")
 
     def test_search(self):
         self.must("open-shift")
@@ -200,7 +205,7 @@ class Work(PanelTest):
         total = self.register.ask("/documents?number=3")["documents"][0]["total"]
         self.must("z-report")
         for what, expected in (("3", "КАССОВЫЙ ЧЕК"), (total.replace(".", ","), "КАССОВЫЙ ЧЕК"), ("бородинский", "3"),
-               (f"{total} ₽", "КАССОВЫЙ ЧЕК"), ("772100000", "КАССОВЫЙ ЧЕК"),
+                               (f"{total} ₽", "КАССОВЫЙ ЧЕК"), ("772100000", "КАССОВЫЙ ЧЕК"),
                                ("", "ЗАКРЫТИИ СМЕНЫ")):
             field = self.find("[name=what]")
             field.clear()
@@ -216,7 +221,8 @@ class Work(PanelTest):
         self.becomes(lambda: self.text("#document h3"), "Document 3")
         self.click("#found-close")
         self.becomes(lambda: self.find("#follow").get_attribute("aria-pressed"), "false")
-        held = "return [document.querySelector('.print[aria-selected=true]').ariaLabel, document.getElementById('tape').scrollTop]"
+        held = """return [document.querySelector(".print[aria-selected=true]").ariaLabel,
+            document.getElementById("tape").scrollTop]"""
         before = self.page.execute_script(held)
         self.assertIn("document 3,", before[0])
         self.must("open-shift")

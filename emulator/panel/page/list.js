@@ -7,8 +7,8 @@ const MARGIN = 400;
 const END = 4;
 
 export class VirtualList {
-    // create(index) gives the element of a place, height(index, width) its pixels in a list so wide; onChoose(index) a choice by the user.
-    // onScroll(first, last, isAtEnd) is told after each move.
+    // create(index) gives the element of a place, height(index, width) its pixels in a list so wide. onChoose(index) is
+    // told of a choice by the user, onScroll(first, last, isAtEnd) after each move.
     constructor(scroller, { create, height, onChoose = () => {}, onScroll = () => {}, idPrefix }) {
         Object.assign(this, { scroller, create, height, onChoose, onScroll, idPrefix });
         this.offsets = [0];
