@@ -49,7 +49,15 @@ class PanelTest(unittest.TestCase):
         return self.page.find_elements("css selector", selector)
 
     def click(self, selector):
-        stage.wait_for(lambda: self.find_all(selector))[0].click()
+        """Again if the page has drawn it anew meanwhile."""
+        def pressed():
+            try:
+                stage.wait_for(lambda: self.find_all(selector))[0].click()
+                return True
+            except stage.StaleElementReferenceException:
+                return False
+
+        stage.wait_for(pressed)
 
     def text(self, selector, page=None):
         """As it is seen; read at once, since the page may draw it anew at any time."""

@@ -17,6 +17,7 @@ NO_BROWSER = 77  # CTest takes it for skipped
 
 try:
     from selenium import webdriver
+    from selenium.common.exceptions import StaleElementReferenceException
     from selenium.webdriver.chrome.service import Service
 except ImportError:
     webdriver = None

@@ -70,7 +70,11 @@ export class FaultCard {
 
     // Those that are planned were given with the program's start.
     #show({ rules, planned }) {
-        Object.assign(this, { rules, planned });
+        const told = JSON.stringify([rules, planned]);
+        // A button that is about to be pressed stays.
+        if (told === this.told)
+            return;
+        Object.assign(this, { rules, planned, told });
         const all = [...planned, ...rules];
         const hits = all.reduce((sum, rule) => sum + rule.hits, 0);
         const isWaiting = rules.some(({ over }) => !over) || planned.some((fault) => !isPast(fault));
