@@ -52,7 +52,7 @@ class Work(PanelTest):
         self.becomes(lambda: self.card("paper"), "in")
         self.must("sell", "sale.json")
         self.becomes(lambda: self.text("#glance"), "Paper: in")
-        self.assertIn("document", self.tape_label())
+        self.becomes(self.tape_label, "document 3")
 
     def test_paper_is_torn(self):
         self.must("open-shift")
