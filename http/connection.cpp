@@ -64,7 +64,7 @@ Connection::Connection(ServerState& server, MHD_Connection* connection)
     , m_connection(connection)
     , m_socket(MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CONNECTION_FD)->connect_fd)
     , m_key(Admission::keyOf(addressOf(connection)))
-    , m_hungUp([this] { cut(); })
+    , m_hungUp([this](bool isGone) { hangUp(isGone); })
 {
     m_server.admission.enter(m_key);
     ++m_server.counters.accepted;
@@ -86,12 +86,12 @@ void Connection::begin(const char* target)
         enter(Phase::Receiving, m_server.limits.request);
 }
 
-MHD_Result Connection::handle(const char* method, const char* bytes, size_t* size)
+MHD_Result Connection::handle(const char* method, const char* version, const char* bytes, size_t* size)
 {
     if (m_isCut)
         return MHD_NO;
     if (!m_intake)
-        return receiveHeader(method);
+        return receiveHeader(method, version);
     if (*size > 0) {
         const bool goesOn = m_intake->add(QByteArrayView(bytes, static_cast<qsizetype>(*size)));
         *size = 0;
@@ -144,8 +144,9 @@ void Connection::enter(Phase phase, Limits::Time time)
     m_until = Clock::now() + time;
 }
 
-MHD_Result Connection::receiveHeader(const char* method)
+MHD_Result Connection::receiveHeader(const char* method, const char* version)
 {
+    m_isOld = qstrcmp(version, MHD_HTTP_VERSION_1_0) == 0;
     ++m_server.counters.requests;
     const Request request = parsedRequest(method);
     noteToken(request);
@@ -283,11 +284,38 @@ QByteArray Connection::nextPortion()
     return isKeptAlive ? m_stream->keepAlive() : portion;
 }
 
+void Connection::hangUp(bool isGone)
+{
+    // A client that closed its half of the line and one that closed it all look the same, until something is
+    // sent: the second one's system says that nobody is there. So that is tried at once.
+    const bool isStream = m_phase == Phase::Quiet;
+    if (isGone || m_isSilent || !(isStream || mayHaveInterimAnswer()))
+        return cut();
+    m_isSilent = true;
+    if (isStream) {
+        m_isKeepAliveDue = true;
+        return resume();
+    }
+    const QByteArrayView interim = "HTTP/1.1 102 Processing\r\n\r\n";
+    const ssize_t sent
+        = ::send(m_socket, interim.data(), static_cast<size_t>(interim.size()), MSG_NOSIGNAL | MSG_DONTWAIT);
+    // Half of it would spoil the answer.
+    if (sent != interim.size())
+        return cut();
+    m_server.watch.remove(m_socket);
+    m_server.watch.add(m_socket, m_isSilent, &m_hungUp);
+}
+
+bool Connection::mayHaveInterimAnswer() const
+{
+    return m_phase == Phase::Waiting && !m_isOld;
+}
+
 void Connection::suspend()
 {
     m_isSuspended = true;
     MHD_suspend_connection(m_connection);
-    m_server.watch.add(m_socket, &m_hungUp);
+    m_server.watch.add(m_socket, m_isSilent, &m_hungUp);
 }
 
 void Connection::resume()

@@ -27,7 +27,7 @@ public:
     void begin(const char* target);
     /// The header has come, or a part of the body, or (with neither) all of it, or the answer that it waits
     /// for.
-    MHD_Result handle(const char* method, const char* bytes, size_t* size);
+    MHD_Result handle(const char* method, const char* version, const char* bytes, size_t* size);
     /// The answer was sent, or could not be.
     void end();
     /// Cuts the line when it is time, or has a stream send something.
@@ -40,7 +40,7 @@ private:
     enum class Phase { Receiving, Waiting, Answering, Streaming, Quiet, Idle };
 
     void enter(Phase phase, Limits::Time time);
-    MHD_Result receiveHeader(const char* method);
+    MHD_Result receiveHeader(const char* method, const char* version);
     Request parsedRequest(const char* method);
     void noteToken(const Request& request);
     MHD_Result answer();
@@ -51,6 +51,9 @@ private:
     static ssize_t readStream(void* self, uint64_t position, char* buffer, size_t most);
     ssize_t read(char* buffer, size_t most);
     QByteArray nextPortion();
+    /// The client is gone, or sends no more and may still want its answer.
+    void hangUp(bool isGone);
+    bool mayHaveInterimAnswer() const;
     void suspend();
     void resume();
 
@@ -73,7 +76,10 @@ private:
     bool m_isCut = false;
     Phase m_phase = Phase::Receiving;
     Clock::time_point m_until;
-    std::function<void()> m_hungUp;
+    /// It has sent all that it will.
+    bool m_isSilent = false;
+    bool m_isOld = false;
+    HangUpWatch::Callback m_hungUp;
 };
 
 } // namespace http

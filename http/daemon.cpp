@@ -153,9 +153,9 @@ void* Daemon::begin(void* /*self*/, const char* target, MHD_Connection* connecti
 }
 
 MHD_Result Daemon::handle(void* /*self*/, MHD_Connection* connection, const char* /*url*/, const char* method,
-    const char* /*version*/, const char* bytes, size_t* size, void** /*context*/)
+    const char* version, const char* bytes, size_t* size, void** /*context*/)
 {
-    return ours(connection)->handle(method, bytes, size);
+    return ours(connection)->handle(method, version, bytes, size);
 }
 
 void Daemon::complete(

@@ -22,11 +22,12 @@ HangUpWatch::~HangUpWatch()
     ::close(m_epoll);
 }
 
-void HangUpWatch::add(int socket, const std::function<void()>* callback)
+void HangUpWatch::add(int socket, bool isSilent, const Callback* callback)
 {
     epoll_event event{};
-    event.events = EPOLLRDHUP | EPOLLONESHOT;
-    event.data.ptr = const_cast<std::function<void()>*>(callback);
+    // That a line is broken is told in any case.
+    event.events = isSilent ? EPOLLONESHOT : EPOLLRDHUP | EPOLLONESHOT;
+    event.data.ptr = const_cast<Callback*>(callback);
     epoll_ctl(m_epoll, EPOLL_CTL_ADD, socket, &event);
 }
 
@@ -40,7 +41,7 @@ void HangUpWatch::look()
 {
     epoll_event event{};
     while (epoll_wait(m_epoll, &event, 1, 0) == 1)
-        (*static_cast<const std::function<void()>*>(event.data.ptr))();
+        (*static_cast<const Callback*>(event.data.ptr))((event.events & (EPOLLERR | EPOLLHUP)) != 0);
 }
 
 } // namespace http

@@ -7,7 +7,8 @@
 
 namespace http {
 
-/// Tells when the other side of a connection hangs up that is suspended: nobody else looks at it meanwhile.
+/// Tells when the other side of a connection that is suspended hangs up, or says that it sends no more:
+/// nobody else looks at it meanwhile.
 class HangUpWatch
 {
 public:
@@ -17,8 +18,11 @@ public:
     HangUpWatch(const HangUpWatch&) = delete;
     HangUpWatch& operator=(const HangUpWatch&) = delete;
 
-    /// The callback has to live until it is removed.
-    void add(int socket, const std::function<void()>* callback);
+    using Callback = std::function<void(bool isGone)>;
+
+    /// The callback has to live until it is removed. It is told once; of one that is known to send no more
+    /// when it is gone.
+    void add(int socket, bool isSilent, const Callback* callback);
     void remove(int socket);
 
 private:

@@ -2,6 +2,7 @@
 """Clients as they are: what they send on the line, and what they get. Usage: clients.py SERVER"""
 
 import json
+import socket
 import sys
 import time
 import unittest
@@ -131,6 +132,30 @@ class Waiting(unittest.TestCase):
                     client.sendall(text)
                     server.until(lambda counters: counters[counter] == 1)
                 server.until(lambda counters: counters[counter] == 0 and counters["connections"] == 1)
+
+    def test_clients_who_have_no_more_to_say_are_answered(self):
+        with Server("--keep-alive", "20") as server, server.connect() as waiter, server.connect() as reader:
+            for client, text in ((waiter, self.WAIT), (reader, self.EVENTS)):
+                client.sendall(text)
+                client.shutdown(socket.SHUT_WR)
+            server.until(lambda counters: counters["waiting"] == 1 and counters["streaming"] == 1)
+            until(reader, b"\r\n:\n\n\r\n")
+            self.assertEqual(until(waiter, b"\r\n\r\n"), b"HTTP/1.1 102 Processing\r\n\r\n")
+            self.publish(server, 7)
+            head, body = split(everything(waiter))
+            self.assertIn(" 200 ", head)
+            self.assertEqual(json.loads(body)["data"], {"n": 7})
+            self.assertIn(b'data: {"n":7}', until(reader, b"}\n\n"))
+            reader.close()
+            server.until(lambda counters: counters["streaming"] == 0)
+
+    def test_clients_of_old_are_let_go(self):
+        """They know no interim answer, so that nobody could tell whether they are there."""
+        with Server() as server, server.connect() as waiter:
+            waiter.sendall(b"GET /wait HTTP/1.0\r\n\r\n")
+            server.until(lambda counters: counters["waiting"] == 1)
+            waiter.shutdown(socket.SHUT_WR)
+            self.assertEqual(everything(waiter), b"")
 
     def test_server_ends_while_clients_wait(self):
         with Server() as server, server.connect() as waiter:
