@@ -1809,5 +1809,17 @@ Each is asked for 4 seconds a protocol at most, one after the other, and none th
         <source>a register is at work there; ask again later</source>
         <translation>касса занята работой; повторите опрос позже</translation>
     </message>
+    <message>
+        <source>port %1: the register does not tell which one it is: %2%3</source>
+        <translation>порт %1: ККТ не сообщает, какая она: %2%3</translation>
+    </message>
+    <message>
+        <source>; its password is that of --password</source>
+        <translation>; её пароль задаёт --password</translation>
+    </message>
+    <message>
+        <source>the trace does not start the register&apos;s work, without which it refuses after it was switched on: frctl status starts it</source>
+        <translation>трасса не начинает работу ККТ, без чего после включения ККТ отказывает: работу начинает frctl status</translation>
+    </message>
 </context>
 </TS>
