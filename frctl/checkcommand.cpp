@@ -217,9 +217,7 @@ Output checkReceipts(const Options& options)
 
 Task prepareCheck(const Options& options)
 {
-    Task task;
-    task.alone = [options] { return checkReceipts(options); };
-    return task;
+    return alone([options] { return checkReceipts(options); });
 }
 
 } // namespace frctl

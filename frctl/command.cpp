@@ -215,20 +215,6 @@ std::span<const Command> commands()
     return commandTable;
 }
 
-Task onRegister(const std::function<Output(AbstractFrDriver&)>& run)
-{
-    Task task;
-    task.onRegister = run;
-    return task;
-}
-
-Task onDesk(const std::function<Output(sale::CashDesk&)>& run)
-{
-    Task task;
-    task.onDesk = run;
-    return task;
-}
-
 void requireHex(const Options& options, const QString& what)
 {
     if (!options.isHex())

@@ -170,14 +170,7 @@ Task prepareHelp(const Options& options)
     if (options.arguments.size() > 1)
         requireAction(command, options.arguments.at(1));
     const QString text = helpText(command);
-    Task task;
-    task.alone = [text] {
-        Output output;
-        output.lines = {text};
-        output.areLinesAll = true;
-        return output;
-    };
-    return task;
+    return alone([text] { return plainText(text); });
 }
 
 } // namespace frctl

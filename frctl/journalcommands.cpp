@@ -19,13 +19,6 @@ namespace frctl {
 
 namespace {
 
-Task alone(const std::function<Output()>& run)
-{
-    Task task;
-    task.alone = run;
-    return task;
-}
-
 /// Whom the journal names for what a person says.
 QString userName()
 {

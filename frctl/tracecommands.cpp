@@ -60,17 +60,7 @@ Output writeCapture(const trace::Trace& trace, const QString& fileName)
 
 Output printedDissector()
 {
-    Output output;
-    output.lines = {QString::fromUtf8(trace::dissector()).trimmed()};
-    output.areLinesAll = true;
-    return output;
-}
-
-Task alone(const std::function<Output()>& run)
-{
-    Task task;
-    task.alone = run;
-    return task;
+    return plainText(QString::fromUtf8(trace::dissector()).trimmed());
 }
 
 Task prepareShow(const Options& options)
