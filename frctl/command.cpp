@@ -226,6 +226,11 @@ bool Command::takesReceipt() const
     return note == receiptNote;
 }
 
+QStringList Command::actions() const
+{
+    return QString::fromLatin1(arguments).section(QLatin1Char(' '), 0, 0).split(QLatin1Char('|'));
+}
+
 bool Command::takes(const OptionRow& option) const
 {
     switch (option.group) {

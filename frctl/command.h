@@ -27,6 +27,8 @@ struct Command
 
     bool makesDocument() const { return kind == Document; }
     bool takesReceipt() const;
+    /// The words of which its first argument is one, as help shows them.
+    QStringList actions() const;
     /// Whether Ctrl-C ends it with a status of its own.
     bool isInterruptible() const { return kind != Alone || asksPorts; }
     /// Whether it takes the option, see OptionRow::group.

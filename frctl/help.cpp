@@ -3,6 +3,7 @@
 #include "errors.h"
 #include "frctltr.h"
 #include "optiontable.h"
+#include "suggestion.h"
 
 namespace frctl {
 
@@ -136,11 +137,10 @@ QString overview()
 /// "help trace show" is the help of trace.
 void requireAction(const QString& command, const QString& action)
 {
-    const QStringList known = QString::fromLatin1(requireCommand(command).arguments)
-                                  .section(QLatin1Char(' '), 0, 0)
-                                  .split(QLatin1Char('|'));
+    const QStringList known = requireCommand(command).actions();
     if (!action.isEmpty() && !known.contains(action))
-        throw UsageError(tr("no command \"%1\"%2").arg(command + QLatin1Char(' ') + action, QString()));
+        throw UsageError(
+            tr("no command \"%1\"%2").arg(command + QLatin1Char(' ') + action, suggestion(action, known)));
 }
 
 QString helpPage(const Command& command)

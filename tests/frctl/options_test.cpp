@@ -119,6 +119,7 @@ TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
         {"chcek a", "no command \"chcek\"; did you mean check?"},
         {"chekc a", "no command \"chekc\"; did you mean check?"},
         {"tarce a", "no command \"tarce\"; did you mean trace?"},
+        {"help trace reply", "no command \"trace reply\"; did you mean replay?"},
         {"status --port /dev/x --port /dev/y", "--port is given twice: /dev/x and /dev/y"},
         {"status --register a --register b", "--register is given twice"},
         {"--json --png - preview a", "--json and --png - both"},
