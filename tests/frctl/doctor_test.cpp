@@ -1,4 +1,4 @@
-// When the doctor of the command line calls a fiscal drive ill.
+// What the doctor of the command line calls ill and advises, and which first answer is none of a register.
 
 #include "drivechecks.h"
 #include "firstanswer.h"
