@@ -31,7 +31,7 @@ PortRights rightsOf(const QString& path)
     return {file.owner(), file.group(), status.st_mode, devices::isPty(status.st_rdev)};
 }
 
-QString accessAdvice(const QString& path, const PortRights& rights)
+QString portAdvice(const QString& path, const PortRights& rights)
 {
     if (rights.isPty)
         return tr("%1 is the pty of a program of %2: run frctl as that user").arg(path, rights.owner);
