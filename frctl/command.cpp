@@ -262,6 +262,14 @@ const Command& requireCommand(const QString& name)
     throw UsageError(tr("no command \"%1\"%2").arg(name, suggestion(name, known)));
 }
 
+void requireAction(const QString& command, const QString& action)
+{
+    const QStringList known = requireCommand(command).actions();
+    if (!known.contains(action))
+        throw UsageError(
+            tr("no command \"%1\"%2").arg(command + QLatin1Char(' ') + action, suggestion(action, known)));
+}
+
 bool makesDocument(const QString& name)
 {
     const Command* const command = findCommand(name);

@@ -65,6 +65,8 @@ bool makesDocument(const QString& name);
 const Command* findCommand(const QString& name);
 /// The same, with what it may be a misspelling of. Throws UsageError.
 const Command& requireCommand(const QString& name);
+/// Throws UsageError, with what it may be a misspelling of, for an action that the command does not have.
+void requireAction(const QString& command, const QString& action);
 /// The command of the options with its options and its number of arguments checked. Throws UsageError.
 const Command& findCommand(const Options& options);
 

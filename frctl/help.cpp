@@ -3,7 +3,6 @@
 #include "errors.h"
 #include "frctltr.h"
 #include "optiontable.h"
-#include "suggestion.h"
 
 namespace frctl {
 
@@ -134,15 +133,6 @@ QString overview()
             "\nOptions stand anywhere. frctl help COMMAND tells the options of that command and an example.");
 }
 
-/// "help trace show" is the help of trace.
-void requireAction(const QString& command, const QString& action)
-{
-    const QStringList known = requireCommand(command).actions();
-    if (!action.isEmpty() && !known.contains(action))
-        throw UsageError(
-            tr("no command \"%1\"%2").arg(command + QLatin1Char(' ') + action, suggestion(action, known)));
-}
-
 QString helpPage(const Command& command)
 {
     const QString line
@@ -167,6 +157,7 @@ QString helpText(const QString& command)
 Task prepareHelp(const Options& options)
 {
     const QString command = options.arguments.value(0);
+    // "help trace show" is the help of trace.
     if (options.arguments.size() > 1)
         requireAction(command, options.arguments.at(1));
     const QString text = helpText(command);
