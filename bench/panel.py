@@ -4,55 +4,26 @@
 Usage: bench/panel.py SPF-EMULATOR"""
 
 import functools
-import json
 import operator
-import re
 import socket
 import statistics
-import subprocess
 import sys
-import threading
 import time
-import urllib.request
+from pathlib import Path
+
+sys.path.append(str(Path(__file__).resolve().parent.parent / "tests"))
+from softwareregister import SoftwareRegister
 
 STARTS, REGISTERS, SALES = 20, 20, 100
 PRICE = b"100.00"
 ITEM = ("Молоко".encode("cp866"), b"", b"1.000", PRICE, b"0", b"2", b"", b"4", b"", b"", b"", b"", b"1", b"0", b"2", *[b""] * 8)
 
 
-class Program:
-    def __init__(self, path, *arguments):
-        self.process = subprocess.Popen(
-            [path, "--tcp", "0", "--panel", "0", "--quiet", *arguments], stderr=subprocess.PIPE, text=True)
-        said = ""
-        while "panel on" not in said:
-            said += self.process.stderr.readline()
-        self.ports = [int(port) for port in re.findall(r"ready on tcp:127\.0\.0\.1:(\d+)", said)]
-        self.url = re.search(r"panel on (\S+)", said).group(1)
-        # A pipe that nobody reads would hold it up once it is full.
-        threading.Thread(target=self.process.stderr.read, daemon=True).start()
-
-    def __enter__(self):
-        return self
-
-    def __exit__(self, *_):
-        self.process.terminate()
-        self.process.wait()
-
-    def ask(self, path):
-        with urllib.request.urlopen(self.url + path) as answer:
-            return json.load(answer)
-
-    def memory(self):
-        with open(f"/proc/{self.process.pid}/smaps_rollup", encoding="ascii") as file:
-            return int(re.search(r"Rss:\s+(\d+)", file.read()).group(1)) / 1024
-
-
 class Host:
     """Sells by HEX frames."""
 
-    def __init__(self, port):
-        self.socket = socket.create_connection(("127.0.0.1", port))
+    def __init__(self, line):
+        self.socket = socket.create_connection(line)
         self.id = 0x20
 
     def send(self, code, *fields):
@@ -79,19 +50,19 @@ def main():
     times = []
     for _ in range(STARTS):
         begun = time.monotonic()
-        with Program(path) as program:
-            program.ask("v1/state")
+        with SoftwareRegister(path) as register:
+            register.ask("/state")
             times.append((time.monotonic() - begun) * 1000)
     print(f"start to first answer, {STARTS} starts: median {statistics.median(times):.0f} ms, longest {max(times):.0f} ms")
-    with Program(path, "--registers", str(REGISTERS)) as program:
-        before = program.memory()
-        for port in program.ports:
-            host = Host(port)
+    with SoftwareRegister(path, "--registers", str(REGISTERS)) as registers:
+        before = registers.memory()
+        for line in registers.lines:
+            host = Host(line)
             host.send(0x00, *host.send(0xA7))
             host.send(0x6B, b"X", b"")
             for _ in range(SALES):
                 host.sell()
-        print(f"{REGISTERS} registers: {before:.0f} MB, after {SALES} sales each {program.memory():.0f} MB")
+        print(f"{REGISTERS} registers: {before:.0f} MB, after {SALES} sales each {registers.memory():.0f} MB")
 
 
 main()

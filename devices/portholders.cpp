@@ -1,6 +1,7 @@
 #include "portholders.h"
 
 #include "portname.h"
+#include "ptynumber.h"
 
 #include <QDir>
 #include <QFile>
@@ -53,9 +54,7 @@ QList<qint64> otherProcesses()
 bool isFarEnd(const QString& folder, const QString& file, dev_t opened, dev_t port)
 {
     const dev_t farEnds = makedev(5, 2);
-    constexpr unsigned firstPtyMajor = 136;
-    constexpr unsigned lastPtyMajor = 143;
-    if (opened != farEnds || major(port) < firstPtyMajor || major(port) > lastPtyMajor)
+    if (opened != farEnds || !isPty(port))
         return false;
     const QByteArray index = "tty-index:\t" + QByteArray::number(minor(port)) + '\n';
     return contents(folder + QStringLiteral("/fdinfo/") + file).contains(index);

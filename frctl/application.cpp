@@ -111,7 +111,8 @@ int report(Complaint complaint, const Options& options, bool json)
     }
     if (json)
         return deliver(compact(told), complaint.status);
-    if (!options.answer->isDocument)
+    // Behind the usage nobody would look for what was wrong.
+    if (!options.answer->isDocument || complaint.isUsage)
         return complaint.status;
     return deliver(answerLines(told).join(QLatin1Char('\n')), complaint.status);
 }

@@ -1,5 +1,6 @@
 #include "checkcommand.h"
 
+#include "documentanswer.h"
 #include "findingoutput.h"
 #include "frctltr.h"
 #include "judgedreceipt.h"
@@ -188,9 +189,8 @@ private:
 
     QJsonObject json(const ToldFinding& told) const
     {
-        const QString over = protocol(told);
         QJsonObject json = findingJson(told.finding);
-        json.insert(QStringLiteral("protocol"), over.isEmpty() ? QJsonValue() : over);
+        json.insert(QStringLiteral("protocol"), sale::textOrNull(protocol(told)));
         return json;
     }
 
@@ -217,9 +217,7 @@ Output checkReceipts(const Options& options)
 
 Task prepareCheck(const Options& options)
 {
-    Task task;
-    task.alone = [options] { return checkReceipts(options); };
-    return task;
+    return alone([options] { return checkReceipts(options); });
 }
 
 } // namespace frctl

@@ -215,20 +215,6 @@ std::span<const Command> commands()
     return commandTable;
 }
 
-Task onRegister(const std::function<Output(AbstractFrDriver&)>& run)
-{
-    Task task;
-    task.onRegister = run;
-    return task;
-}
-
-Task onDesk(const std::function<Output(sale::CashDesk&)>& run)
-{
-    Task task;
-    task.onDesk = run;
-    return task;
-}
-
 void requireHex(const Options& options, const QString& what)
 {
     if (!options.isHex())
@@ -238,6 +224,11 @@ void requireHex(const Options& options, const QString& what)
 bool Command::takesReceipt() const
 {
     return note == receiptNote;
+}
+
+QStringList Command::actions() const
+{
+    return QString::fromLatin1(arguments).section(QLatin1Char(' '), 0, 0).split(QLatin1Char('|'));
 }
 
 bool Command::takes(const OptionRow& option) const
@@ -269,6 +260,14 @@ const Command& requireCommand(const QString& name)
     for (const Command& command : commandTable)
         known.append(QLatin1String(command.name));
     throw UsageError(tr("no command \"%1\"%2").arg(name, suggestion(name, known)));
+}
+
+void requireAction(const QString& command, const QString& action)
+{
+    const QStringList known = requireCommand(command).actions();
+    if (!known.contains(action))
+        throw UsageError(
+            tr("no command \"%1\"%2").arg(command + QLatin1Char(' ') + action, suggestion(action, known)));
 }
 
 bool makesDocument(const QString& name)

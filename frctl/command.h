@@ -27,6 +27,8 @@ struct Command
 
     bool makesDocument() const { return kind == Document; }
     bool takesReceipt() const;
+    /// The words of which its first argument is one, as help shows them.
+    QStringList actions() const;
     /// Whether Ctrl-C ends it with a status of its own.
     bool isInterruptible() const { return kind != Alone || asksPorts; }
     /// Whether it takes the option, see OptionRow::group.
@@ -63,6 +65,8 @@ bool makesDocument(const QString& name);
 const Command* findCommand(const QString& name);
 /// The same, with what it may be a misspelling of. Throws UsageError.
 const Command& requireCommand(const QString& name);
+/// Throws UsageError, with what it may be a misspelling of, for an action that the command does not have.
+void requireAction(const QString& command, const QString& action);
 /// The command of the options with its options and its number of arguments checked. Throws UsageError.
 const Command& findCommand(const Options& options);
 

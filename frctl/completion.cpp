@@ -66,12 +66,8 @@ Task prepareCompletion(const Options& options)
     const QString shell = options.arguments.constFirst();
     if (shell != QStringLiteral("bash") && shell != QStringLiteral("zsh"))
         throw UsageError(tr("completion: \"%1\" is neither bash nor zsh").arg(shell));
-    Output output;
-    output.lines = {shell == QStringLiteral("bash") ? bashCompletion() : zshCompletion()};
-    output.areLinesAll = true;
-    Task task;
-    task.alone = [output] { return output; };
-    return task;
+    const QString script = shell == QStringLiteral("bash") ? bashCompletion() : zshCompletion();
+    return alone([script] { return plainText(script); });
 }
 
 } // namespace frctl

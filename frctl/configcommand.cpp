@@ -118,9 +118,7 @@ Task prepareConfig(const Options& options)
         complain(
             tr("no register is configured; looked for %1; frctl detect PORT prints a section to begin with")
                 .arg(fileLines(Configuration(options.configFile)).join(QStringLiteral(", "))));
-    Task task;
-    task.alone = [output] { return output; };
-    return task;
+    return alone([output] { return output; });
 }
 
 } // namespace frctl

@@ -186,8 +186,7 @@ Task prepareDetect(const Options& options)
         if (!devices::createSerialDevice(name))
             throw UsageError(tr("detect: \"%1\" names no port").arg(name));
     }
-    Task task;
-    task.alone = [options] { return detect(options); };
+    Task task = alone([options] { return detect(options); });
     task.isTraced = asksPorts(options);
     return task;
 }

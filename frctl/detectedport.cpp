@@ -1,7 +1,9 @@
 #include "detectedport.h"
 
+#include "documentanswer.h"
 #include "frctltr.h"
 #include "portname.h"
+#include "shellquotes.h"
 
 #include <QJsonArray>
 #include <QRegularExpression>
@@ -10,17 +12,10 @@ namespace frctl {
 
 namespace {
 
-QString shellWord(QString word)
+QString shellWord(const QString& word)
 {
     static const QRegularExpression harmless(QStringLiteral("^[A-Za-z0-9_/.:=@%+,-]+$"));
-    if (harmless.match(word).hasMatch())
-        return word;
-    return QLatin1Char('\'') + word.replace(QLatin1Char('\''), QStringLiteral("'\\''")) + QLatin1Char('\'');
-}
-
-QJsonValue textOrNull(const QString& text)
-{
-    return text.isEmpty() ? QJsonValue() : QJsonValue(text);
+    return harmless.match(word).hasMatch() ? word : shellQuoted(word);
 }
 
 QJsonArray holdersJson(const QList<devices::PortHolder>& holders)
@@ -40,7 +35,7 @@ QJsonValue foundJson(const Probe* probe)
         {QStringLiteral("model"), probe->found->model},
         {QStringLiteral("serialNumber"), probe->found->serial},
         {QStringLiteral("firmware"), probe->found->firmware},
-        {QStringLiteral("inn"), textOrNull(probe->found->inn)}};
+        {QStringLiteral("inn"), sale::textOrNull(probe->found->inn)}};
 }
 
 QJsonObject attemptJson(const Probe& probe)
@@ -50,7 +45,7 @@ QJsonObject attemptJson(const Probe& probe)
     };
     return {{QStringLiteral("protocol"), probe.protocol},
         {QStringLiteral("answered"), probe.found.has_value()},
-        {QStringLiteral("text"), textOrNull(probe.failure)},
+        {QStringLiteral("text"), sale::textOrNull(probe.failure)},
         {QStringLiteral("likelyCause"), probe.found ? QJsonValue() : QJsonValue(likelyCause(probe))},
         {QStringLiteral("receivedBytes"), probe.receivedBytes},
         {QStringLiteral("framingErrors"), count(&devices::LineErrors::framing)},
@@ -110,12 +105,13 @@ QJsonObject portJson(const DetectedPort& port, qsizetype number)
         attempts.append(attemptJson(probe));
     const bool isFound = port.found() != nullptr;
     return {{QStringLiteral("port"), info.path},
-        {QStringLiteral("manufacturer"), textOrNull(info.manufacturer)},
-        {QStringLiteral("description"), textOrNull(info.description)},
-        {QStringLiteral("serialNumber"), textOrNull(info.serialNumber)},
-        {QStringLiteral("vendorId"), textOrNull(info.vendorId)},
-        {QStringLiteral("productId"), textOrNull(info.productId)},
-        {QStringLiteral("byId"), textOrNull(info.byId)}, {QStringLiteral("byPath"), textOrNull(info.byPath)},
+        {QStringLiteral("manufacturer"), sale::textOrNull(info.manufacturer)},
+        {QStringLiteral("description"), sale::textOrNull(info.description)},
+        {QStringLiteral("serialNumber"), sale::textOrNull(info.serialNumber)},
+        {QStringLiteral("vendorId"), sale::textOrNull(info.vendorId)},
+        {QStringLiteral("productId"), sale::textOrNull(info.productId)},
+        {QStringLiteral("byId"), sale::textOrNull(info.byId)},
+        {QStringLiteral("byPath"), sale::textOrNull(info.byPath)},
         {QStringLiteral("lastingName"), port.lastingName()},
         {QStringLiteral("holders"), holdersJson(port.holders)},
         {QStringLiteral("register"), foundJson(port.found())}, {QStringLiteral("attempts"), attempts},

@@ -41,8 +41,7 @@ Task prepareDoctor(const Options& options)
 {
     if (!options.port.isEmpty() && !devices::createSerialDevice(options.port))
         throw UsageError(tr("--port: \"%1\" names no port").arg(options.port));
-    Task task;
-    task.alone = [options] { return examine(options); };
+    Task task = alone([options] { return examine(options); });
     task.isTraced = !options.port.isEmpty();
     return task;
 }

@@ -5,6 +5,7 @@
 #include "markjudgement.h"
 #include "money.h"
 #include "showntext.h"
+#include "shownvalue.h"
 
 #include <QJsonArray>
 
@@ -96,14 +97,6 @@ sale::DocumentAnswer judged(
     if (isLost && !isTold && !options.id.isEmpty())
         answer.take(sale::Outcome::Unknown);
     return answer;
-}
-
-QString shownValue(const QJsonValue& value)
-{
-    if (value.isNull() || value.isUndefined())
-        return QStringLiteral("-");
-    return receipt::shownText(
-        value.isBool() ? (value.toBool() ? tr("yes") : tr("no")) : value.toVariant().toString());
 }
 
 QString shownSum(const QJsonValue& value)

@@ -1,10 +1,10 @@
 #include "firstanswer.h"
 
+#include "trace/signs.h"
+
 namespace frctl {
 
 namespace {
-constexpr char startOfText = 0x02;
-constexpr char acknowledgement = 0x06;
 constexpr qsizetype enough = 4096;
 /// What a register answers that is set to HEX: wrong form of the request.
 const char* const wrongForm = "<ErrorCode>5002</ErrorCode>";
@@ -27,7 +27,7 @@ void FirstAnswer::received(const QByteArray& bytes)
 
 bool FirstAnswer::isOurs() const
 {
-    return m_isHex ? m_first.contains(startOfText) || m_first.contains(acknowledgement)
+    return m_isHex ? m_first.contains(trace::startOfText) || m_first.contains(trace::acknowledge)
                    : m_first.contains('<') && !m_first.contains(wrongForm);
 }
 

@@ -5,6 +5,7 @@
 #include "errors.h"
 #include "frctltr.h"
 #include "receiptnames.h"
+#include "shownvalue.h"
 #include "witnesseddocument.h"
 
 #include <QJsonArray>
@@ -53,20 +54,13 @@ QJsonObject ofdFields(const FnInfo& info, bool isHex)
         {QStringLiteral("waitExceeded"), (info.fnStatus.warningFlags & drivewarnings::ofdIsSilent) != 0}};
 }
 
-QString shownOrHyphen(const QJsonValue& value)
-{
-    if (value.isBool())
-        return value.toBool() ? tr("yes") : tr("no");
-    return value.isNull() ? QStringLiteral("-") : value.toVariant().toString();
-}
-
 QStringList ofdLines(const QJsonObject& fields)
 {
     QStringList lines;
     for (const char* const name :
         {"unsentCount", "firstUnsentNumber", "firstUnsentTime", "connected", "waitExceeded"})
-        lines.append(QStringLiteral("%1: %2").arg(
-            QLatin1String(name), shownOrHyphen(fields.value(QLatin1String(name)))));
+        lines.append(
+            QStringLiteral("%1: %2").arg(QLatin1String(name), shownValue(fields.value(QLatin1String(name)))));
     return lines;
 }
 

@@ -692,14 +692,6 @@ Example:
         <translation>фискальный накопитель %1: приняты все документы по %2</translation>
     </message>
     <message>
-        <source>journal %1: wrong number of arguments</source>
-        <translation>journal %1: неверное число аргументов</translation>
-    </message>
-    <message>
-        <source>journal: no such command: %1</source>
-        <translation>journal: нет такой команды: %1</translation>
-    </message>
-    <message>
         <source>not settled</source>
         <translation>исход не установлен</translation>
     </message>
@@ -1448,10 +1440,6 @@ Example:
         <translation>trace replay: --as — register или host</translation>
     </message>
     <message>
-        <source>trace: &quot;%1&quot; is none of %2</source>
-        <translation>trace: &quot;%1&quot;; допустимо одно из: %2</translation>
-    </message>
-    <message>
         <source>%1 of %2 requests answered</source>
         <translation>отвечено на запросов: %1 из %2</translation>
     </message>
@@ -1718,10 +1706,6 @@ Each is asked for 4 seconds a protocol at most, one after the other, and none th
         <translation>journal backup: не указан файл</translation>
     </message>
     <message>
-        <source>journal %1 takes no --%2</source>
-        <translation>journal %1: параметр --%2 здесь неприменим</translation>
-    </message>
-    <message>
         <source>the register was silent, and the request was sent again: it may have printed more than once</source>
         <translation>касса не отвечала, и запрос отправлен повторно: документ мог напечататься не один раз</translation>
     </message>
@@ -1808,6 +1792,26 @@ Each is asked for 4 seconds a protocol at most, one after the other, and none th
     <message>
         <source>a register is at work there; ask again later</source>
         <translation>касса занята работой; повторите опрос позже</translation>
+    </message>
+    <message>
+        <source>port %1: the register does not tell which one it is: %2%3</source>
+        <translation>порт %1: ККТ не сообщает, какая она: %2%3</translation>
+    </message>
+    <message>
+        <source>; its password is that of --password</source>
+        <translation>; её пароль задаёт --password</translation>
+    </message>
+    <message>
+        <source>the trace does not start the register&apos;s work, without which it refuses after it was switched on: frctl status starts it</source>
+        <translation>трасса не начинает работу ККТ, без чего после включения ККТ отказывает: работу начинает frctl status</translation>
+    </message>
+    <message>
+        <source>%1 takes no --%2</source>
+        <translation>%1: параметр --%2 здесь неприменим</translation>
+    </message>
+    <message>
+        <source>wrong number of arguments: %1</source>
+        <translation>неверное число аргументов: %1</translation>
     </message>
 </context>
 </TS>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "documentanswer.h"
 #include "frctltr.h"
 
 #include <QJsonObject>
@@ -30,8 +31,7 @@ struct HealthCheck
     {
         return {{QStringLiteral("name"), name},
             {QStringLiteral("ok"), isWell ? QJsonValue(*isWell) : QJsonValue()},
-            {QStringLiteral("text"), text},
-            {QStringLiteral("action"), action.isEmpty() ? QJsonValue() : QJsonValue(action)}};
+            {QStringLiteral("text"), text}, {QStringLiteral("action"), sale::textOrNull(action)}};
     }
 };
 

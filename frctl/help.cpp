@@ -133,16 +133,6 @@ QString overview()
             "\nOptions stand anywhere. frctl help COMMAND tells the options of that command and an example.");
 }
 
-/// "help trace show" is the help of trace.
-void requireAction(const QString& command, const QString& action)
-{
-    const QStringList known = QString::fromLatin1(requireCommand(command).arguments)
-                                  .section(QLatin1Char(' '), 0, 0)
-                                  .split(QLatin1Char('|'));
-    if (!action.isEmpty() && !known.contains(action))
-        throw UsageError(tr("no command \"%1\"%2").arg(command + QLatin1Char(' ') + action, QString()));
-}
-
 QString helpPage(const Command& command)
 {
     const QString line
@@ -167,17 +157,11 @@ QString helpText(const QString& command)
 Task prepareHelp(const Options& options)
 {
     const QString command = options.arguments.value(0);
+    // "help trace show" is the help of trace.
     if (options.arguments.size() > 1)
         requireAction(command, options.arguments.at(1));
     const QString text = helpText(command);
-    Task task;
-    task.alone = [text] {
-        Output output;
-        output.lines = {text};
-        output.areLinesAll = true;
-        return output;
-    };
-    return task;
+    return alone([text] { return plainText(text); });
 }
 
 } // namespace frctl

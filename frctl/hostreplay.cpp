@@ -100,45 +100,68 @@ bool PlayedLine::waitForAnswer(trace::HostPlayer& player)
     return false;
 }
 
-trace::Identity identityOf(
-    PlayedLine& line, const trace::Trace& trace, const QString& port, const Options& options)
+/// What is played, and where.
+struct Replay
+{
+    const trace::Trace& trace;
+    const QString& port;
+    const Options& options;
+    bool isHex;
+    /// What it does besides asking.
+    QStringList changes;
+};
+
+[[noreturn]] void refuseUntold(const Replay& replay, const QString& error)
+{
+    const bool isOfPassword = replay.isHex && error.startsWith(QStringLiteral("06"));
+    throw Refusal(isOfPassword ? sale::ErrorKind::Data : sale::ErrorKind::Other,
+        tr("port %1: the register does not tell which one it is: %2%3")
+            .arg(replay.port, error, isOfPassword ? tr("; its password is that of --password") : QString()));
+}
+
+trace::Identity identityOf(PlayedLine& line, const Replay& replay)
 {
     trace::Identity identity;
-    const bool hasInn = !options.expected.inn.isEmpty();
-    trace::HostPlayer player(trace::identityQuestions(trace, hasInn), options.password.toLatin1());
+    const bool hasInn = !replay.options.expected.inn.isEmpty();
+    trace::HostPlayer player(
+        trace::identityQuestions(replay.trace, hasInn), replay.options.password.toLatin1());
     while (!player.isOver()) {
         if (!line.ask(player))
-            throw HostError(tr("port %1: no answer to the question which register it is").arg(port),
+            throw HostError(tr("port %1: no answer to the question which register it is").arg(replay.port),
                 sale::ErrorKind::Line);
+        if (!player.lastAnswer().error.isEmpty())
+            refuseUntold(replay, player.lastAnswer().error);
         identity.take(player.lastAnswer());
     }
     return identity;
 }
 
-[[noreturn]] void refuse(const trace::Trace& trace, const QString& drive, const QStringList& changes)
+[[noreturn]] void refuse(const Replay& replay, const QString& drive)
 {
-    const QString standIns = trace.hasStandIns() ? tr(", with stand-ins for names and texts") : QString();
+    const QString standIns
+        = replay.trace.hasStandIns() ? tr(", with stand-ins for names and texts") : QString();
     throw Refusal(sale::ErrorKind::Data,
         tr("the trace does more than ask (%1), and the fiscal drive, %2, is none for tests: it would be done once "
            "more%3. --force plays it all the same")
-            .arg(changes.join(QStringLiteral(", ")), drive.isEmpty() ? tr("not told") : drive, standIns));
+            .arg(replay.changes.join(QStringLiteral(", ")), drive.isEmpty() ? tr("not told") : drive,
+                standIns));
 }
 
 /// Who the register is, as far as that decides whether the trace may go to it.
-void checkRegister(PlayedLine& line, const trace::Trace& trace, const QString& port, const Options& options)
+void checkRegister(PlayedLine& line, const Replay& replay)
 {
-    const QStringList changes = trace::changesOf(trace);
+    const Options& options = replay.options;
     const bool isExpected = !options.expected.serial.isEmpty() || !options.expected.inn.isEmpty();
-    const bool wantsTestDrive = !changes.isEmpty() && !options.force;
+    const bool wantsTestDrive = !replay.changes.isEmpty() && !options.force;
     if (!isExpected && !wantsTestDrive)
         return;
-    const trace::Identity identity = identityOf(line, trace, port, options);
+    const trace::Identity identity = identityOf(line, replay);
     options.answer->drive = identity.drive;
     sale::RegisterLine expected = options.line();
-    expected.protocol = trace::isHex(trace) ? receipt::Protocol::Hex : receipt::Protocol::Xml;
+    expected.protocol = replay.isHex ? receipt::Protocol::Hex : receipt::Protocol::Xml;
     sale::compareRegister({identity.serial, identity.inn}, expected);
     if (wantsTestDrive && !sale::isTestDrive(identity.drive))
-        refuse(trace, identity.drive, changes);
+        refuse(replay, identity.drive);
 }
 
 Output hostReport(const trace::HostPlayer& player, qsizetype played)
@@ -153,14 +176,21 @@ Output hostReport(const trace::HostPlayer& player, qsizetype played)
     return output;
 }
 
-/// Whoever sells on that register is stopped otherwise, and does not know by what.
-void tellOfJournals(const trace::Trace& trace, const Options& options)
+/// Whoever sells on that register is stopped otherwise, and does not know by what; and over HEX a register
+/// that was switched on does nothing before its work is started.
+void warn(const Replay& replay, bool isRefused)
 {
-    if (trace::changesOf(trace).isEmpty())
-        return;
-    options.warnings->add({{receipt::Finding::Warning, {}, {},
-        tr("what the trace made stands in no journal: where one knows this register, the next document on it waits "
-           "for frctl journal accept")}});
+    QStringList texts;
+    if (!replay.changes.isEmpty())
+        texts.append(
+            tr("what the trace made stands in no journal: where one knows this register, the next document "
+               "on it waits for frctl journal accept"));
+    if (isRefused && replay.isHex && !trace::startsWork(replay.trace))
+        texts.append(
+            tr("the trace does not start the register's work, without which it refuses after it was switched "
+               "on: frctl status starts it"));
+    for (const QString& text : texts)
+        replay.options.warnings->add({{receipt::Finding::Warning, {}, {}, text}});
 }
 
 devices::ConnectionSettings connectionTo(const QString& port, const Options& options)
@@ -178,16 +208,17 @@ Output playHost(const trace::Trace& trace, const QString& port, const Options& o
     if (!devices::createSerialDevice(port))
         throw UsageError(tr("trace replay: \"%1\" names no port").arg(port));
     catchInterruptions();
-    PlayedLine line(connectionTo(port, options), trace::isHex(trace));
+    const Replay replay{trace, port, options, trace::isHex(trace), trace::changesOf(trace)};
+    PlayedLine line(connectionTo(port, options), replay.isHex);
     trace::HostPlayer player(trace, options.password.toLatin1());
-    checkRegister(line, trace, port, options);
+    checkRegister(line, replay);
     qsizetype played = 0;
     while (!player.isOver())
         played += line.ask(player) ? 1 : 0;
     // What was given up may still be answered.
     if (played == player.count())
         line.leaveIdle();
-    tellOfJournals(trace, options);
+    warn(replay, player.isRefused());
     return hostReport(player, played);
 }
 

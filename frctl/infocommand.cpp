@@ -80,9 +80,7 @@ Output describe(const Options& options)
 
 Task prepareInfo(const Options& options)
 {
-    Task task;
-    task.alone = [options] { return describe(options); };
-    return task;
+    return alone([options] { return describe(options); });
 }
 
 } // namespace frctl

@@ -5,8 +5,8 @@
 #include "frctltr.h"
 #include "journalcheck.h"
 #include "journaloutput.h"
-#include "optiontable.h"
 #include "pendingsales.h"
+#include "verb.h"
 #include "wrongregister.h"
 
 #include <QJsonArray>
@@ -18,13 +18,6 @@
 namespace frctl {
 
 namespace {
-
-Task alone(const std::function<Output()>& run)
-{
-    Task task;
-    task.alone = run;
-    return task;
-}
 
 /// Whom the journal names for what a person says.
 QString userName()
@@ -278,57 +271,23 @@ Task prepareAccept(const Options& options)
     });
 }
 
-struct JournalCommand
-{
-    const char* name;
-    /// With its own name.
-    qsizetype leastArguments;
-    qsizetype mostArguments;
-    Task (*prepare)(const Options& options);
-    /// Those of the command journal that it takes.
-    const char* options = "";
+constexpr Verb verbs[] = {
+    {"list", 0, 0, prepareList, "state since"},
+    {"show", 1, 1, prepareShow},
+    {"settle", 0, 1, prepareSettle, "force"},
+    {"resolve", 2, 2, prepareResolve, "document note"},
+    {"export", 0, 0, prepareExport, "state since"},
+    {"backup", 1, 1, prepareBackup},
+    {"anonymise", 0, 0, prepareAnonymise, "before"},
+    {"check", 0, 0, prepareCheck},
+    {"accept", 0, 0, prepareAccept, "note"},
 };
-
-constexpr JournalCommand journalCommands[] = {
-    {"list", 1, 1, prepareList, "state since"},
-    {"show", 2, 2, prepareShow},
-    {"settle", 1, 2, prepareSettle, "force"},
-    {"resolve", 3, 3, prepareResolve, "document note"},
-    {"export", 1, 1, prepareExport, "state since"},
-    {"backup", 2, 2, prepareBackup},
-    {"anonymise", 1, 1, prepareAnonymise, "before"},
-    {"check", 1, 1, prepareCheck},
-    {"accept", 1, 1, prepareAccept, "note"},
-};
-
-/// An option of another one would be taken for one that is heeded.
-void refuseMisplaced(const JournalCommand& command, const Options& options)
-{
-    const QStringList known = QString::fromLatin1(command.options).split(QLatin1Char(' '));
-    for (const Setting& setting : options.settings) {
-        const OptionRow& option = *setting.option;
-        if (option.group == OptionRow::Own && setting.origin.isEmpty()
-            && !known.contains(QLatin1String(option.name)))
-            throw UsageError(
-                tr("journal %1 takes no --%2").arg(QLatin1String(command.name), QLatin1String(option.name)));
-    }
-}
 
 } // namespace
 
 Task prepareJournal(const Options& options)
 {
-    const QString name = options.arguments.constFirst();
-    const qsizetype count = options.arguments.size();
-    for (const JournalCommand& command : journalCommands) {
-        if (name != QLatin1String(command.name))
-            continue;
-        if (count < command.leastArguments || count > command.mostArguments)
-            throw UsageError(tr("journal %1: wrong number of arguments").arg(name));
-        refuseMisplaced(command, options);
-        return command.prepare(options);
-    }
-    throw UsageError(tr("journal: no such command: %1").arg(name));
+    return prepareVerb(verbs, options);
 }
 
 } // namespace frctl

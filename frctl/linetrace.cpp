@@ -23,8 +23,7 @@ QString workOf(const Options& options)
         words += {QStringLiteral("--protocol"), options.protocol};
     words.append(options.command);
     const QString action = options.arguments.value(0);
-    const QString arguments = QLatin1String(command == nullptr ? "" : command->arguments);
-    if (arguments.section(QLatin1Char(' '), 0, 0).split(QLatin1Char('|')).contains(action))
+    if (command != nullptr && command->actions().contains(action))
         words.append(action);
     return words.join(QLatin1Char(' '));
 }

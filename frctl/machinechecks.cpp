@@ -78,7 +78,7 @@ HealthCheck checkRights(const Ports& ports)
         return well("permissions", tr("this user may open what is there"));
     QStringList advice;
     for (const QString& path : locked)
-        advice.append(accessAdvice(path, rightsOf(path)));
+        advice.append(portAdvice(path, rightsOf(path)));
     advice.removeDuplicates();
     return wrong(
         "permissions", tr("this user may not open ") + joined(locked), advice.join(QStringLiteral("; ")));

@@ -162,10 +162,8 @@ QStringList listNames()
 
 Task prepareNames(const Options& options)
 {
-    Task task;
-    task.alone
-        = [output = namedList(options.arguments.value(0), options.receiptProtocols())] { return output; };
-    return task;
+    return alone(
+        [output = namedList(options.arguments.value(0), options.receiptProtocols())] { return output; });
 }
 
 } // namespace frctl

@@ -96,6 +96,8 @@ struct Options
     std::shared_ptr<AnswerDraft> answer = std::make_shared<AnswerDraft>();
 
     bool isHex() const { return protocol == QStringLiteral("HEX"); }
+    /// The one that the register is not asked over.
+    QString otherProtocol() const { return isHex() ? QStringLiteral("XML") : QStringLiteral("HEX"); }
     /// What the journal calls the register.
     QString registerName() const;
     bool isSale() const { return command == QStringLiteral("sell") || command == QStringLiteral("refund"); }

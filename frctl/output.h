@@ -23,4 +23,10 @@ struct Output
     QByteArray bytes = {};
 };
 
+/// A text that has no other form.
+inline Output plainText(const QString& text)
+{
+    return {.lines = {text}, .areLinesAll = true};
+}
+
 } // namespace frctl

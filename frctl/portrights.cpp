@@ -1,23 +1,16 @@
 #include "portrights.h"
 
 #include "frctltr.h"
+#include "ptynumber.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 #include <sys/stat.h>
-#include <sys/sysmacros.h>
 
 namespace frctl {
 
 namespace {
-
-bool isPty(dev_t device)
-{
-    constexpr unsigned firstMajor = 136;
-    constexpr unsigned lastMajor = 143;
-    return major(device) >= firstMajor && major(device) <= lastMajor;
-}
 
 /// Being of the group of the superuser would open far more than the port.
 bool doesGroupHelp(const PortRights& rights)
@@ -35,10 +28,10 @@ PortRights rightsOf(const QString& path)
     if (::stat(QFile::encodeName(path).constData(), &status) != 0)
         return {};
     const QFileInfo file(path);
-    return {file.owner(), file.group(), status.st_mode, isPty(status.st_rdev)};
+    return {file.owner(), file.group(), status.st_mode, devices::isPty(status.st_rdev)};
 }
 
-QString accessAdvice(const QString& path, const PortRights& rights)
+QString portAdvice(const QString& path, const PortRights& rights)
 {
     if (rights.isPty)
         return tr("%1 is the pty of a program of %2: run frctl as that user").arg(path, rights.owner);

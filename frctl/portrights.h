@@ -19,6 +19,6 @@ struct PortRights
 /// Of a port that is there.
 PortRights rightsOf(const QString& path);
 /// What lets this user open a port that he may not.
-QString accessAdvice(const QString& path, const PortRights& rights);
+QString portAdvice(const QString& path, const PortRights& rights);
 
 } // namespace frctl

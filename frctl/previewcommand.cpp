@@ -86,12 +86,10 @@ Task preparePreview(const Options& options)
     if (receipt.document.getPrintMode() == CheckPrintNone)
         options.warnings->add({{receipt::Finding::Warning, QStringLiteral("electronically"), {},
             tr("a register prints nothing of it; shown is what it would print")}});
-    Task task;
-    task.alone = [options, format, receipt] {
+    return alone([options, format, receipt] {
         const tape::Page page = PreviewRegister(options, options.paperWidth).issued(receipt);
         return format == nullptr ? shown(page) : written(page, *format, options.*format->file);
-    };
-    return task;
+    });
 }
 
 } // namespace frctl

@@ -60,13 +60,6 @@ QList<receipt::Finding> soldBefore(const Options& options, const Receipt& receip
                           : QList<receipt::Finding>();
 }
 
-Task answered(const Output& answer)
-{
-    Task task;
-    task.alone = [answer] { return answer; };
-    return task;
-}
-
 Task prepareReceipt(const Options& options, bool isReturn)
 {
     const QByteArray text = oneReceipt(options);
@@ -77,7 +70,7 @@ Task prepareReceipt(const Options& options, bool isReturn)
     if (const std::optional<Output> answer = knownAnswer(options, text)) {
         // A sale that is done is no answer to refund.
         refuseOtherCommand(judged.checked.receipt, isReturn);
-        return answered(*answer);
+        return alone([answer] { return *answer; });
     }
     Issue made{judged.checked.receipt, text, options};
     settleFindings(

@@ -141,7 +141,7 @@ QList<HealthCheck> withUntold(QList<HealthCheck> checks, const QString& why)
 /// One that answers over the other protocol, or what silence is likely to mean.
 HealthCheck unanswered(const Options& options, const QString& text, LineTrace* trace)
 {
-    const QString other = options.isHex() ? QStringLiteral("XML") : QStringLiteral("HEX");
+    const QString other = options.otherProtocol();
     const Probe found = probe(options, options.port, other, trace);
     return wrong("register", text,
         found.found ? tr("it answers over %1: --protocol %1").arg(other) : likelyCause(found));

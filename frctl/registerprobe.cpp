@@ -12,6 +12,7 @@
 #include "portname.h"
 #include "progress.h"
 #include "registerconnection.h"
+#include "trace/signs.h"
 
 #include <QFileInfo>
 
@@ -21,8 +22,6 @@ namespace {
 
 /// A register answers the first question within a second or two; a driver would ask for a minute and more.
 constexpr int probeMs = 4000;
-/// What a register over HEX says when it is asked whether it is there, also when it has no time for more.
-constexpr char acknowledgement = 0x06;
 
 class LineWatch : public PassingObserver
 {
@@ -32,7 +31,9 @@ public:
     void received(const QByteArray& bytes) override
     {
         count += bytes.size();
-        isAcknowledgedOnly = isAcknowledgedOnly && bytes.count(acknowledgement) == bytes.size();
+        // A register over HEX says so when it is asked whether it is there, also when it has no time for
+        // more.
+        isAcknowledgedOnly = isAcknowledgedOnly && bytes.count(trace::acknowledge) == bytes.size();
         PassingObserver::received(bytes);
     }
     void failed(const QString& reason) override

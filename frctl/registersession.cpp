@@ -17,18 +17,13 @@ namespace frctl {
 
 namespace {
 
-QString otherProtocol(const Options& options)
-{
-    return options.isHex() ? QStringLiteral("XML") : QStringLiteral("HEX");
-}
-
 /// Said at once: some drivers ask five times and more before they give up.
 void tellSilence(const Options& options)
 {
     const bool isTcp = devices::isTcpName(options.port);
     complain(tr("no answer from %1 over %2 yet, still asking; likely causes: the register is set to "
                 "the other protocol (--protocol %3), it has no power, %4")
-                 .arg(options.port, options.protocol, otherProtocol(options),
+                 .arg(options.port, options.protocol, options.otherProtocol(),
                      isTcp ? tr("something else listens there")
                            : tr("the cable, another port, another speed in its settings")));
 }
@@ -45,7 +40,7 @@ void tellForeignAnswer(const Options& options)
 {
     complain(tr("%1 does not answer over %2 as a register; likely causes: it is set to the other protocol "
                 "(--protocol %3), another device is there, another speed in its settings")
-                 .arg(options.port, options.protocol, otherProtocol(options)));
+                 .arg(options.port, options.protocol, options.otherProtocol()));
 }
 
 devices::ConnectionSettings watchedConnection(const Options& options, FirstAnswer& firstAnswer)

@@ -34,6 +34,8 @@ struct Task
     bool withInit = true;
 };
 
+/// The task of a command that needs no register.
+Task alone(const std::function<Output()>& run);
 /// The task of a command that needs a register and nothing else.
 Task onRegister(const std::function<Output(AbstractFrDriver&)>& run);
 /// The task of one that makes a document.

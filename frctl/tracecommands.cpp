@@ -12,6 +12,7 @@
 #include "trace/tracereader.h"
 #include "tracereplay.h"
 #include "traceview.h"
+#include "verb.h"
 
 #include <QJsonArray>
 
@@ -60,17 +61,7 @@ Output writeCapture(const trace::Trace& trace, const QString& fileName)
 
 Output printedDissector()
 {
-    Output output;
-    output.lines = {QString::fromUtf8(trace::dissector()).trimmed()};
-    output.areLinesAll = true;
-    return output;
-}
-
-Task alone(const std::function<Output()>& run)
-{
-    Task task;
-    task.alone = run;
-    return task;
+    return plainText(QString::fromUtf8(trace::dissector()).trimmed());
 }
 
 Task prepareShow(const Options& options)
@@ -127,41 +118,19 @@ Task prepareDissector(const Options& /*options*/)
     return alone(printedDissector);
 }
 
-struct Action
-{
-    const char* name;
-    qsizetype leastArguments;
-    qsizetype mostArguments;
-    /// What stands behind the name.
-    const char* usage;
-    Task (*prepare)(const Options& options);
+constexpr Verb verbs[] = {
+    {"show", 1, 1, prepareShow},
+    {"diff", 2, 2, prepareDiff},
+    {"replay", 1, 2, prepareReplay, "as password force"},
+    {"pcapng", 2, 2, preparePcapng},
+    {"dissector", 0, 0, prepareDissector},
 };
-
-constexpr Action actions[] = {{"show", 1, 1, "FILE", prepareShow}, {"diff", 2, 2, "FILE FILE", prepareDiff},
-    {"replay", 1, 2, "FILE --as register PORT|--as host [PORT]", prepareReplay},
-    {"pcapng", 2, 2, "FILE OUT", preparePcapng}, {"dissector", 0, 0, "", prepareDissector}};
-
-QString usageOf(const Action& action)
-{
-    return QString(QLatin1String(action.name) + QLatin1Char(' ') + QLatin1String(action.usage)).trimmed();
-}
 
 } // namespace
 
 Task prepareTrace(const Options& options)
 {
-    const QString& what = options.arguments.constFirst();
-    QStringList known;
-    for (const Action& action : actions) {
-        known.append(QLatin1String(action.name));
-        if (what != known.constLast())
-            continue;
-        const qsizetype count = options.arguments.size() - 1;
-        if (count < action.leastArguments || count > action.mostArguments)
-            throw UsageError(QStringLiteral("trace ") + usageOf(action));
-        return action.prepare(options);
-    }
-    throw UsageError(tr("trace: \"%1\" is none of %2").arg(what, known.join(QStringLiteral(", "))));
+    return prepareVerb(verbs, options);
 }
 
 } // namespace frctl

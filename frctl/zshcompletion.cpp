@@ -1,5 +1,6 @@
 #include "completion.h"
 #include "optiontable.h"
+#include "shellquotes.h"
 
 namespace frctl {
 
@@ -25,11 +26,6 @@ _frctl() {
 }
 _frctl "$@")";
 
-QString quoted(QString text)
-{
-    return QLatin1Char('\'') + text.replace(QLatin1Char('\''), QStringLiteral("'\\''")) + QLatin1Char('\'');
-}
-
 QString zshAction(const Offer& offer)
 {
     if (!offer.words.isEmpty())
@@ -44,12 +40,12 @@ QString optionSpec(const OptionRow& row)
         help.replace(QLatin1Char(bracket), QLatin1Char('\\') + QString(QLatin1Char(bracket)));
     const QString name = QStringLiteral("--") + QLatin1String(row.name);
     if (row.isSwitch())
-        return quoted(QStringLiteral("%1[%2]").arg(name, help));
+        return shellQuoted(QStringLiteral("%1[%2]").arg(name, help));
     const QString action = qstrcmp(row.name, "register") == 0
         ? QStringLiteral("($(frctl config list 2>/dev/null))")
         : zshAction(offerOf(row.value));
     const QString shown = QString::fromUtf8(row.value).replace(QLatin1Char('|'), QLatin1Char(' '));
-    return quoted(QStringLiteral("*%1=[%2]:%3:%4").arg(name, help, shown, action));
+    return shellQuoted(QStringLiteral("*%1=[%2]:%3:%4").arg(name, help, shown, action));
 }
 
 template <typename Takes>
@@ -67,9 +63,9 @@ QString commandEntries()
 {
     QString entries;
     for (const Command& command : commands())
-        entries
-            += QStringLiteral("        %1\n")
-                   .arg(quoted(QLatin1String(command.name) + QLatin1Char(':') + QLatin1String(command.help)));
+        entries += QStringLiteral("        %1\n")
+                       .arg(shellQuoted(
+                           QLatin1String(command.name) + QLatin1Char(':') + QLatin1String(command.help)));
     return entries;
 }
 

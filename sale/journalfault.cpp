@@ -142,8 +142,8 @@ JournalError copyFault(const QString& fileName, int error)
 
 JournalError foreignJournal(const QString& fileName)
 {
-    return faultOf(fileName, tr("it is the database of another program"),
-        tr("name another file, or move this one away"));
+    return faultOf(
+        fileName, tr("it is a file of another program"), tr("name another file, or move this one away"));
 }
 
 JournalError laterJournal(const QString& fileName)

@@ -10,7 +10,7 @@ namespace sale {
 JournalError journalFault(const QString& fileName, const QSqlError& error);
 /// For a file or folder that cannot be had at all: errno.
 JournalError journalFault(const QString& fileName, int error);
-/// For a file that is sound and no journal.
+/// For a file that is no journal and not a damaged one.
 JournalError foreignJournal(const QString& fileName);
 /// For a journal of a release that is not known yet.
 JournalError laterJournal(const QString& fileName);

@@ -18,24 +18,31 @@ void compare(const QString& what, const QString& told, const QString& expected)
                                 .arg(what, receipt::shownText(told), receipt::shownText(expected)));
 }
 
+/// Asks for what is expected alone.
+template <typename Serial, typename Inn>
+void compareTold(const RegisterLine& line, const Serial& serial, const Inn& inn)
+{
+    const ExpectedRegister& expected = line.expected;
+    if (!expected.serial.isEmpty())
+        compare(tr("serial number"), serial(), expected.serial);
+    if (!expected.inn.isEmpty() && line.protocol == receipt::Protocol::Hex)
+        compare(tr("tax number"), inn(), expected.inn);
+}
+
 } // namespace
 
 void connectRegister(AbstractFrDriver& driver, const RegisterLine& line)
 {
     driver.connect();
-    const ExpectedRegister& expected = line.expected;
-    if (!expected.serial.isEmpty())
-        compare(tr("serial number"), driver.getDeviceInfo().getNumber(), expected.serial);
-    if (!expected.inn.isEmpty() && line.protocol == receipt::Protocol::Hex)
-        compare(tr("tax number"), driver.getInn(), expected.inn);
+    compareTold(
+        line, [&driver] { return driver.getDeviceInfo().getNumber(); },
+        [&driver] { return driver.getInn(); });
 }
 
 void compareRegister(const ExpectedRegister& told, const RegisterLine& line)
 {
-    if (!line.expected.serial.isEmpty())
-        compare(tr("serial number"), told.serial, line.expected.serial);
-    if (!line.expected.inn.isEmpty() && line.protocol == receipt::Protocol::Hex)
-        compare(tr("tax number"), told.inn, line.expected.inn);
+    compareTold(
+        line, [&told] { return told.serial; }, [&told] { return told.inn; });
 }
 
 QList<SettledSale> startRegister(

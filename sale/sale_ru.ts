@@ -180,8 +180,8 @@
         <translation>прежний журнал %1 недоступен: %2; откройте к нему доступ (не смонтирован диск, нет прав на каталог): в нём могут быть сведения о сделанных продажах</translation>
     </message>
     <message>
-        <source>it is the database of another program</source>
-        <translation>это база данных другой программы</translation>
+        <source>it is a file of another program</source>
+        <translation>это файл другой программы</translation>
     </message>
     <message>
         <source>name another file, or move this one away</source>

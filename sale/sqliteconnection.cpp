@@ -36,8 +36,12 @@ void makeFile(const QString& fileName)
         = ::open(QFile::encodeName(fileName).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
     if (file < 0 && errno != EEXIST)
         throw journalFault(fileName, errno);
-    if (file < 0)
+    if (file < 0) {
+        // A single byte is nothing to SQLite, which would write over it.
+        if (QFileInfo(fileName).size() == 1)
+            throw foreignJournal(fileName);
         return;
+    }
     ::fchmod(file, forGroup);
     ::close(file);
 }

@@ -260,6 +260,18 @@ const CommandRow* hexCommand(const QByteArray& code, const QByteArray& firstFiel
     return found == rows.cend() ? nullptr : &found->command;
 }
 
+QList<FieldRow> hexFields(const CommandRow* command, Direction direction, qsizetype count)
+{
+    QList<FieldRow> rows;
+    if (command != nullptr)
+        rows = direction == Direction::ToRegister ? command->requestFields : command->answerFields;
+    // Nobody knows what fields of an unknown command tell of.
+    FieldRow other;
+    other.isPersonal = command == nullptr;
+    rows.resize(count, other);
+    return rows;
+}
+
 const CommandRow* xmlCommand(int number)
 {
     const auto found = xmlCommands().constFind(number);

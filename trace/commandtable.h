@@ -1,5 +1,7 @@
 #pragma once
 
+#include "trace/frame.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QMap>
@@ -55,6 +57,8 @@ const QMap<int, QString>& hexErrors();
 /// By the two digits of the frame and its first field, which with some is the number of a question. Null for
 /// a code that no command has.
 const CommandRow* hexCommand(const QByteArray& code, const QByteArray& firstField);
+/// What is known of each of so many fields of a frame of that command, or of none that is known.
+QList<FieldRow> hexFields(const CommandRow* command, Direction direction, qsizetype count);
 /// By the number in the document.
 const CommandRow* xmlCommand(int number);
 /// Empty for a code that is not known.

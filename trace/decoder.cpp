@@ -24,15 +24,10 @@ QString fieldText(const QByteArray& bytes, const FieldRow& row)
 
 QList<Meaning::Field> fieldsOf(const HexFrame& frame, const CommandRow* command)
 {
-    QList<FieldRow> rows;
-    if (command != nullptr)
-        rows = frame.direction == Direction::ToRegister ? command->requestFields : command->answerFields;
-    // As the mask takes them.
-    FieldRow other;
-    other.isPersonal = command == nullptr;
+    const QList<FieldRow> rows = commandtable::hexFields(command, frame.direction, frame.fields.size());
     QList<Meaning::Field> fields;
     for (qsizetype index = 0; index < frame.fields.size(); ++index) {
-        const FieldRow row = rows.value(index, other);
+        const FieldRow& row = rows.at(index);
         fields.append({row.name, fieldText(frame.fields.at(index), row), {}, row.isTime, row.isPersonal});
     }
     return fields;
@@ -95,11 +90,6 @@ Meaning bytesMeaning(Meaning::Kind kind, const QByteArray& bytes)
     return meaning;
 }
 
-bool isDocument(const QByteArray& bytes)
-{
-    return bytes.startsWith("<?xml") || bytes.startsWith("<Arm");
-}
-
 } // namespace
 
 Meaning Decoder::decode(const Frame& frame)
@@ -113,7 +103,7 @@ Meaning Decoder::decode(const Frame& frame)
             m_lastRequest = bytes;
         return decodeHex(frame);
     }
-    if (isDocument(bytes))
+    if (xmldocument::isDocument(bytes))
         return decodeXml(frame);
     if (bytes == QByteArray(1, enquiry))
         return signMeaning(Meaning::Kind::Enquiry);

@@ -94,16 +94,23 @@ QString letterTable()
     return table("letters", letters);
 }
 
+/// In this order: Lua knows what stands before.
+constexpr const char* parts[] = {"fields", "texts", "hex", "xml", "frames", "show"};
+
 } // namespace
 
 QByteArray dissector()
 {
-    QFile body(QStringLiteral(":/trace/dissector.lua"));
-    body.open(QIODevice::ReadOnly);
     const QString tables = hexCommandTable() + table("xmlCommands", commandtable::xmlCommands())
         + table("hexErrors", commandtable::hexErrors()) + table("tagNames", tagtable::names())
         + letterTable();
-    return "-- Made by \"frctl trace dissector\".\n\n" + tables.toUtf8() + body.readAll();
+    QByteArray script = "-- Made by \"frctl trace dissector\".\n\n" + tables.toUtf8();
+    for (const char* const part : parts) {
+        QFile file(QStringLiteral(":/trace/dissector/%1.lua").arg(QLatin1String(part)));
+        file.open(QIODevice::ReadOnly);
+        script += file.readAll() + '\n';
+    }
+    return script;
 }
 
 } // namespace trace

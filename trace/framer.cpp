@@ -2,6 +2,7 @@
 
 #include "trace/hexframe.h"
 #include "trace/signs.h"
+#include "trace/xmldocument.h"
 
 #include <algorithm>
 
@@ -46,7 +47,7 @@ QByteArray Framer::take(qsizetype size)
 Framer::Beginning Framer::documentAt(qsizetype position) const
 {
     const QByteArrayView bytes = QByteArrayView(m_buffer).sliced(position);
-    for (const QByteArrayView beginning : {QByteArrayView("<?xml"), QByteArrayView("<Arm")}) {
+    for (const QByteArrayView beginning : xmldocument::beginnings) {
         const qsizetype size = std::min(beginning.size(), bytes.size());
         if (bytes.first(size) == beginning.first(size))
             return size == beginning.size() ? Beginning::Sure : Beginning::Perhaps;

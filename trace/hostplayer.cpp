@@ -135,6 +135,7 @@ void HostPlayer::compare(const Frame* recorded, const Frame* living)
         return;
     const Meaning expected = meaningOf(m_exchanges.at(m_next).request, *recorded);
     const Meaning told = meaningOf(m_sent, *living);
+    m_isRefused = m_isRefused || (expected.error.isEmpty() && !told.error.isEmpty());
     for (const QString& difference : told.differencesFrom(expected))
         m_differences.append(where + difference);
 }

@@ -36,6 +36,8 @@ public:
     const Meaning& lastAnswer() const { return m_lastAnswer; }
     /// How the answers differ from those of the trace, a line each.
     const QStringList& differences() const { return m_differences; }
+    /// The register has refused what that of the trace did.
+    bool isRefused() const { return m_isRefused; }
 
 private:
     QByteArray hexRequest(const Exchange& exchange);
@@ -56,6 +58,7 @@ private:
     QList<QByteArray> m_clock;
     Meaning m_lastAnswer;
     QStringList m_differences;
+    bool m_isRefused = false;
 };
 
 } // namespace trace

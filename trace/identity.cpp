@@ -1,7 +1,6 @@
 #include "trace/identity.h"
 
 #include "trace/hexframe.h"
-#include "trace/script.h"
 #include "trace/signs.h"
 #include "trace/xmldocument.h"
 
@@ -48,10 +47,12 @@ Trace identityQuestions(const Trace& trace, bool hasInn)
     Trace questions = trace;
     questions.frames.clear();
     questions.notes.clear();
-    for (const Exchange& exchange : exchangesOf(trace)) {
-        if (exchange.meaning.kind != Meaning::Kind::Request)
+    Decoder decoder;
+    for (const Frame& frame : trace.frames) {
+        const Meaning meaning = decoder.decode(frame);
+        if (frame.direction != Direction::ToRegister || meaning.kind != Meaning::Kind::Request)
             continue;
-        for (const QByteArray& bytes : questionsLike(exchange.request.bytes, hasInn))
+        for (const QByteArray& bytes : questionsLike(frame.bytes, hasInn))
             questions.frames.append({0, 1, Direction::ToRegister, bytes});
         break;
     }

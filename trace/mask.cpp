@@ -5,6 +5,7 @@
 #include "trace/hexframe.h"
 #include "trace/signs.h"
 #include "trace/tagtable.h"
+#include "trace/xmldocument.h"
 
 #include <QRegularExpression>
 
@@ -117,12 +118,6 @@ QByteArray maskedTree(const QByteArray& bytes, bool isEscaped)
     return result + bytes.mid(at);
 }
 
-bool isXml(const QByteArray& bytes)
-{
-    // Wide letters hide the tags that are looked for.
-    return (bytes.startsWith("<?xml") || bytes.startsWith("<Arm")) && !bytes.contains('\0');
-}
-
 } // namespace
 
 QByteArray Mask::masked(const Frame& frame)
@@ -130,7 +125,8 @@ QByteArray Mask::masked(const Frame& frame)
     const QByteArray& bytes = frame.bytes;
     if (bytes.startsWith(startOfText))
         return maskedHex(frame);
-    if (isXml(bytes))
+    // Wide letters hide the tags that are looked for.
+    if (xmldocument::isDocument(bytes) && !bytes.contains('\0'))
         return maskedTree(maskedTree(bytes, false), true);
     // A picture tells nothing of people; what else is no frame may be a part of one.
     return bytes.startsWith(escape) ? bytes : standInCp866(bytes);
@@ -166,18 +162,13 @@ QByteArray Mask::maskedHexFields(
 {
     const HexFrame parts = hexframe::parse(bytes, direction);
     const CommandRow* const command = commandtable::hexCommand(parts.command, question);
-    QList<FieldRow> rows;
-    if (command != nullptr)
-        rows = direction == Direction::ToRegister ? command->requestFields : command->answerFields;
-    // Nobody knows what fields of an unknown command tell of.
-    FieldRow other;
-    other.isPersonal = command == nullptr;
     const QList<hexframe::Place> places = hexframe::fieldPlaces(bytes, direction);
+    const QList<FieldRow> rows = commandtable::hexFields(command, direction, places.size());
     QByteArray result = bytes;
     for (qsizetype index = 0; index < places.size(); ++index) {
         const hexframe::Place place = places.at(index);
         const QByteArray field = bytes.mid(place.start, place.size);
-        const FieldRow row = rows.value(index, other);
+        const FieldRow& row = rows.at(index);
         if (row.isPersonal)
             result.replace(place.start, place.size, row.isUtf8 ? standInUtf8(field) : standInCp866(field));
     }

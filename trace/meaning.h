@@ -84,7 +84,7 @@ private:
     /// The line gave the last request back.
     Meaning decodeEcho(Frame frame);
     Meaning decodeXml(const Frame& frame);
-    /// The request that has that id; what was sent last where ids do not tell.
+    /// The last request of that id.
     std::optional<Asked> asked(const QString& id) const;
 
     QHash<QString, Asked> m_asked;

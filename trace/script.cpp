@@ -45,6 +45,13 @@ void Sorting::addAnswer(const Frame& frame, const Meaning& meaning)
         m_exchanges.last().answers.append(frame);
 }
 
+/// Over XML there is none.
+bool isStartOfWork(const Meaning& meaning)
+{
+    return meaning.kind == Meaning::Kind::Request && meaning.protocol == QStringLiteral("HEX")
+        && meaning.code == QStringLiteral("00");
+}
+
 } // namespace
 
 const Frame* Exchange::answer() const
@@ -60,8 +67,14 @@ const Frame* Exchange::answer() const
 
 bool isHex(const Trace& trace)
 {
-    const QList<Exchange> exchanges = exchangesOf(trace);
-    return !exchanges.isEmpty() && exchanges.constFirst().meaning.protocol == QStringLiteral("HEX");
+    // The first one tells, and the rest may be the work of weeks.
+    Decoder decoder;
+    for (const Frame& frame : trace.frames) {
+        const Meaning meaning = decoder.decode(frame);
+        if (frame.direction == Direction::ToRegister && meaning.isRequest())
+            return meaning.protocol == QStringLiteral("HEX");
+    }
+    return false;
 }
 
 QStringList changesOf(const Trace& trace)
@@ -69,13 +82,18 @@ QStringList changesOf(const Trace& trace)
     QStringList names;
     for (const Exchange& exchange : exchangesOf(trace)) {
         const Meaning& meaning = exchange.meaning;
-        const bool isStart
-            = meaning.protocol == QStringLiteral("HEX") && meaning.code == QStringLiteral("00");
-        if (meaning.kind == Meaning::Kind::Request && !meaning.isQuestion && !isStart)
+        if (meaning.kind == Meaning::Kind::Request && !meaning.isQuestion && !isStartOfWork(meaning))
             names.append(meaning.name.isEmpty() ? meaning.code : meaning.name);
     }
     names.removeDuplicates();
     return names;
+}
+
+bool startsWork(const Trace& trace)
+{
+    const QList<Exchange> exchanges = exchangesOf(trace);
+    return std::any_of(exchanges.cbegin(), exchanges.cend(),
+        [](const Exchange& exchange) { return isStartOfWork(exchange.meaning); });
 }
 
 QList<Exchange> exchangesOf(const Trace& trace)

@@ -28,4 +28,7 @@ bool isHex(const Trace& trace);
 /// played to makes or sets again. Starting work is none.
 QStringList changesOf(const Trace& trace);
 
+/// Whether it starts a register's work over HEX: one that was switched on since does nothing before.
+bool startsWork(const Trace& trace);
+
 } // namespace trace

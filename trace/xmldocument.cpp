@@ -6,6 +6,9 @@
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
+#include <algorithm>
+#include <iterator>
+
 namespace trace::xmldocument {
 
 namespace {
@@ -134,6 +137,12 @@ QString envelopeOf(const Texts& texts)
 }
 
 } // namespace
+
+bool isDocument(const QByteArray& bytes)
+{
+    return std::any_of(std::begin(beginnings), std::end(beginnings),
+        [&bytes](const char* beginning) { return bytes.startsWith(beginning); });
+}
 
 XmlDocument parse(const QByteArray& bytes)
 {

@@ -37,6 +37,10 @@ struct XmlDocument
 
 namespace xmldocument {
 
+/// How a document begins: one of these.
+constexpr const char* beginnings[] = {"<?xml", "<Arm"};
+bool isDocument(const QByteArray& bytes);
+
 XmlDocument parse(const QByteArray& bytes);
 /// The document with another text in its RequestId.
 QByteArray withId(const QByteArray& bytes, const QByteArray& id);

@@ -274,6 +274,18 @@ TEST(WithoutRegister, ReceiptsComeByAPipeAndSchemasArePrinted)
     }
 }
 
+TEST(WithoutRegister, WrongUsageHasAnAnswerForProgramsAlone)
+{
+    for (const char* const line : {"sell", "z-report", "--port /dev/x cash-in ten"}) {
+        const QStringList command = QString(line).split(' ');
+        const Result told = runFrctl(command);
+        EXPECT_EQ(told.status, 2) << line;
+        EXPECT_EQ(told.output, "") << line;
+        EXPECT_TRUE(told.errors.contains("Usage: ")) << told.errors.constData();
+        EXPECT_TRUE(runFrctl(QStringList{"--json"} + command).output.contains("\"state\":\"notIssued\""));
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Protocols, Told, testing::Values("HEX", "XML"), [](const auto& test) { return std::string(test.param); });
 

@@ -50,7 +50,6 @@ TEST(Port, WithoutFolderIsTheOneInDevUnlessItIsHere)
         << result.errors.constData();
 }
 
-// What a run that was killed has asked for must not be taken for the answer to the next one.
 TEST(Port, AnswerOfTheOtherProtocolAndSilenceInTheMidstAreToldOf)
 {
     const Emulator emulator({"--protocol", "HEX"});

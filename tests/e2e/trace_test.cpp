@@ -153,6 +153,29 @@ TEST(Trace, ReasonsOfRefusalsAreMasked)
     EXPECT_EQ(toldBy(text), QStringList());
 }
 
+TEST(Trace, ReplayThatTheRegisterRefusesTellsWhatItWants)
+{
+    QTemporaryDir folder;
+    QFile opening(folder.filePath("opening"));
+    ASSERT_TRUE(opening.open(QIODevice::WriteOnly));
+    opening.write(trace::traceline::head(true));
+    const QByteArray request = frames::request(' ', "6B", "Иванова,,");
+    opening.write(trace::traceline::frame(frames::toRegister(request), "a request"));
+    opening.write(trace::traceline::frame(frames::toHost(frames::answer(' ', "6B")), "an answer"));
+    opening.close();
+    const Emulator emulator;
+    const QStringList replay{"trace", "replay", opening.fileName(), "--as", "host", emulator.port()};
+    const Result locked = runFrctl(replay + QStringList{"--password", "ABCD"});
+    EXPECT_EQ(locked.status, 1);
+    EXPECT_TRUE(locked.errors.contains("06") && locked.errors.contains("--password"))
+        << locked.errors.constData();
+    EXPECT_TRUE(runFrctl(replay).errors.contains("frctl status")) << "it was just switched on";
+    EXPECT_EQ(runFrctl({"--port", emulator.port(), "--protocol", "HEX", "status"}).status, 0);
+    const Result played = runFrctl(replay);
+    EXPECT_EQ(played.status, 0) << played.output.constData();
+    EXPECT_FALSE(played.errors.contains("frctl status")) << played.errors.constData();
+}
+
 /// The trace as of a register whose drive is none for tests.
 void makeFiscal(const QString& name, const QString& target)
 {

@@ -1,4 +1,4 @@
-// When the doctor of the command line calls a fiscal drive ill.
+// What the doctor of the command line calls ill and advises, and which first answer is none of a register.
 
 #include "drivechecks.h"
 #include "firstanswer.h"
@@ -61,7 +61,7 @@ TEST(Doctor, NamesAGroupOnlyWhereItOpensThePortAndNothingElse)
         {{"root", "dialout", 0600, false}, "udev rule"},
         {{"root", "tty", 0620, true}, "pty of a program of root"}};
     for (const auto& row : rows) {
-        const QString advice = accessAdvice("/dev/ttyS0", row.rights);
+        const QString advice = portAdvice("/dev/ttyS0", row.rights);
         EXPECT_TRUE(advice.contains(row.advice)) << advice.toStdString();
         EXPECT_FALSE(advice.contains("-aG root")) << advice.toStdString();
     }

@@ -103,6 +103,20 @@ TEST(Commands, HelpHasTheReceiptThatTheSchemaHas)
     }
 }
 
+// Help, completion and what is done have a table each.
+TEST(Commands, DoWhatTheirHelpSays)
+{
+    for (const QString command : {"journal", "trace"}) {
+        for (const QString& action : findCommand(command)->actions()) {
+            const QString line = command + ' ' + action;
+            const std::string few = usageError(line.toUtf8().constData());
+            const std::string many = usageError((line + " a b").toUtf8().constData());
+            const std::string told = "wrong number of arguments: " + line.toStdString();
+            EXPECT_TRUE(few.starts_with(told) || many.starts_with(told)) << few << many;
+        }
+    }
+}
+
 TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
 {
     const std::pair<const char*, const char*> rows[] = {{"--color status", "unknown option --color"},
@@ -119,6 +133,7 @@ TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
         {"chcek a", "no command \"chcek\"; did you mean check?"},
         {"chekc a", "no command \"chekc\"; did you mean check?"},
         {"tarce a", "no command \"tarce\"; did you mean trace?"},
+        {"help trace reply", "no command \"trace reply\"; did you mean replay?"},
         {"status --port /dev/x --port /dev/y", "--port is given twice: /dev/x and /dev/y"},
         {"status --register a --register b", "--register is given twice"},
         {"--json --png - preview a", "--json and --png - both"},
@@ -157,6 +172,10 @@ TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
         {"--marks warn --strict sell a", "--strict contradicts"},
         {"--force status", "--force goes with time and params"},
         {"params list --force", "--force goes with params set"},
+        {"journal lst", "no command \"journal lst\"; did you mean list?"},
+        {"journal resolve 1",
+            "wrong number of arguments: journal resolve ID issued --document N | journal resolve"},
+        {"trace show a --force", "trace show takes no --force"},
         {"time get --force", "--force goes with time set"},
         {"--protocol HEX params set 31=ABCD", "params set: 31 is the password"},
         {"names colours", "names: \"colours\""}, {"schema sale", "schema: \"sale\""},

@@ -175,12 +175,18 @@ TEST_F(JournalFile, FormerOneThatCannotBeSeenIsNotTakenForNone)
 
 TEST_F(JournalFile, FileOfAnotherProgramIsLeftAlone)
 {
-    for (const char* const version : {"0", "1"}) {
+    for (const char* const version : {"0", "1", "byte"}) {
         const QString foreign = folder.filePath(version);
-        SqliteConnection(foreign, 0).execute("CREATE TABLE other (a INTEGER)");
-        SqliteConnection(foreign, 0).execute(QString("PRAGMA user_version = ") + version);
         QFile written(foreign);
-        ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+        ASSERT_TRUE(written.open(QIODevice::ReadWrite));
+        if (foreign.endsWith("byte")) {
+            written.write("x");
+            written.flush();
+        } else {
+            SqliteConnection(foreign, 0).execute("CREATE TABLE other (a INTEGER)");
+            SqliteConnection(foreign, 0).execute(QString("PRAGMA user_version = ") + version);
+        }
+        written.seek(0);
         const QByteArray before = written.readAll();
         EXPECT_TRUE(textOf([&] { SqliteStore{foreign}; }).contains("another program"));
         written.seek(0);

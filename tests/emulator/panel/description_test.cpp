@@ -1,8 +1,8 @@
 #include "memory/foreignstate.h"
 #include "panel/panelrig.h"
+#include "schemacheck.h"
 
 #include <gtest/gtest.h>
-#include <QProcess>
 
 #include <span>
 
@@ -43,14 +43,7 @@ public:
 
     QByteArray findings() const
     {
-        QProcess checker;
-        checker.setProcessChannelMode(QProcess::MergedChannels);
-        checker.start("/usr/bin/python3",
-            {FRSPF_SOURCES "/tests/emulator/panel/openapi.py", FRSPF_SOURCES "/docs/emulator.openapi.json"});
-        checker.write(m_lines);
-        checker.closeWriteChannel();
-        checker.waitForFinished();
-        return checker.exitCode() == 0 ? QByteArray() : checker.readAll();
+        return schemaFindings("emulator/panel/openapi.py", "emulator.openapi.json", m_lines);
     }
 
 private:
