@@ -111,7 +111,7 @@ void HexProtocol::handleBlock(const QByteArray& block)
 void HexProtocol::reply(const QByteArray& frame, const HexAnswer& answer, const Fault& fault)
 {
     note(exchangeOf(frame, answer), fault);
-    deliver(frame, answerTo(frame, static_cast<int>(answer.refusal), answer.fields), fault);
+    deliver(frame, answerTo(frame, answerCode(answer.refusal), answer.fields), fault);
 }
 
 Exchange HexProtocol::exchangeOf(const QByteArray& frame, const HexAnswer& answer) const
@@ -126,7 +126,7 @@ Exchange HexProtocol::exchangeOf(const QByteArray& frame, const HexAnswer& answe
         exchange.role = command->roleWith(frame.mid(fieldsOffset).split(HexFramer::separator).constFirst());
     }
     if (answer.refusal != Refusal::None) {
-        exchange.error = QString::number(static_cast<int>(answer.refusal));
+        exchange.error = QString::number(answerCode(answer.refusal));
         const QString why = answer.reason.isEmpty() ? refusalWords(answer.refusal, device()) : answer.reason;
         exchange.reason = QStringLiteral("%1: %2").arg(exchange.command, why);
     }

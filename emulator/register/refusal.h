@@ -2,7 +2,8 @@
 
 namespace emulator {
 
-/// The register's verdict on a command. The numbers are the answer codes of the HEX protocol.
+/// The register's verdict on a command. The numbers are the answer codes of the HEX protocol, but for
+/// NoDocument.
 enum class Refusal {
     None = 0,
     WrongState = 1,
@@ -15,7 +16,6 @@ enum class Refusal {
     ShiftTooLong = 10,
     ClockDiffers = 11,
     DateTooEarly = 12,
-    NoDocument = 13,
     NegativeResult = 14,
     DriveWrongState = 82,
     DriveExpired = 85,
@@ -28,7 +28,14 @@ enum class Refusal {
     MarkingOutOfOrder = 131,
     MarkingTableFull = 133,
     RequisitesMissing = 140,
-    MarkingNotChecked = 142
+    MarkingNotChecked = 142,
+    /// HEX has the code of any command that does not fit the document's state.
+    NoDocument = 256
 };
+
+constexpr int answerCode(Refusal refusal)
+{
+    return static_cast<int>(refusal == Refusal::NoDocument ? Refusal::WrongState : refusal);
+}
 
 } // namespace emulator
