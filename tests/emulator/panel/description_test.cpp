@@ -2,6 +2,9 @@
 #include "schemacheck.h"
 
 #include <gtest/gtest.h>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 namespace {
 
