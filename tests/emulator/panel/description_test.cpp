@@ -3,6 +3,9 @@
 #include "schemacheck.h"
 
 #include <gtest/gtest.h>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 #include <span>
 
