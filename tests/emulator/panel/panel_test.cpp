@@ -373,6 +373,11 @@ TEST(Panel, WhatAHostChangesIsToldWithoutBeingAsked)
     EXPECT_EQ(partsOf({0xA8, {}}), "");
     rig.clock.advance(20'000);
     EXPECT_EQ(partsOf({0xA8, {}}), "drawer");
+    rig.ask("PUT", "/v1/drawer", R"({"open":true})");
+    rig.clock.advance(20'000);
+    EXPECT_EQ(partsOf({0x80, {}}), "") << "it was held open";
+    rig.clock.advance(20'000);
+    EXPECT_EQ(partsOf({0xA8, {}}), "drawer") << "and is shut after a host had it opened";
 }
 
 TEST(Panel, ExchangesTakeSoMuchMemoryAndNoMore)
