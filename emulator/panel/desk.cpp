@@ -178,6 +178,7 @@ void Desk::reset()
 {
     m_snapshots->reset(m_hands.nextDrive());
     m_documents = DocumentArchive();
+    m_tape.beginAnew();
     m_faults.clear();
     m_faults.setPowerCut(std::nullopt);
     m_device.setMarkVerdicts({});
@@ -193,7 +194,7 @@ void Desk::beginAnew()
     m_documentBefore = m_device.drive().last().number;
     m_areDocumentsRead = !m_hands.documents;
     m_exchanges.beginAnew(m_device.drive());
-    m_tape.beginAnew(m_device.drive());
+    m_tape.follow(m_device.drive());
     m_watch.beginAnew();
     m_hands.dropLine();
 }

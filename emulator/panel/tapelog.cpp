@@ -16,7 +16,7 @@ int TapeLog::add(
     return m_last;
 }
 
-void TapeLog::beginAnew(const FiscalDrive& drive)
+void TapeLog::follow(const FiscalDrive& drive)
 {
     for (TapeEntry& entry : m_entries) {
         if (!drive.has(entry.document, entry.sign))

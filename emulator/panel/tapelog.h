@@ -36,8 +36,10 @@ class TapeLog
 public:
     /// Gives its number. The document is of that drive, or 0.
     int add(const QDateTime& dateTime, quint32 document, const FiscalDrive& drive, const tape::Page& page);
-    /// The register is another one than before: what this drive has not is no document of an entry any more.
-    void beginAnew(const FiscalDrive& drive);
+    /// A new tape; its numbers count on, so that nobody takes an entry of it for one of before.
+    void beginAnew() { m_entries.clear(); }
+    /// The register is as at another time: what this drive has not is no document of an entry any more.
+    void follow(const FiscalDrive& drive);
 
     int first() const { return last() - static_cast<int>(m_entries.size()) + 1; }
     int last() const { return m_last; }

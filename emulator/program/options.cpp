@@ -33,6 +33,9 @@ void describe(QCommandLineParser& parser)
 {
     parser.setApplicationDescription(QStringLiteral(
         "A software fiscal register on a pseudo terminal or a TCP port.\n\n"
+        "  spf-emulator --panel                    in a browser, on a pseudo terminal of its own\n"
+        "  spf-emulator --pty /tmp/register        for a host that opens /tmp/register\n"
+        "  spf-emulator --tcp 5555 --faults lost@3 over TCP; the third answer gets lost\n\n"
         "Faults are given as MODE[:N]@EXCHANGE, several with commas between them, \"@5+\" from the fifth on:\n%1\n\n"
         "\"documents --state DIR [N] [--json]\" shows the documents of a state instead, see \"documents --help\".\n"
         "SIGUSR1 takes the paper out or puts it in again.")
@@ -57,10 +60,10 @@ void describe(QCommandLineParser& parser)
             QStringLiteral("Folder that the register keeps its memory in, from one start to the next."),
             QStringLiteral("DIR")},
         {QStringLiteral("snapshot"),
-            QStringLiteral("Keep the state as it is under that name; without a line end then."),
+            QStringLiteral("Keep the state as it is under that name; without a line or a panel end then."),
             QStringLiteral("NAME")},
         {QStringLiteral("restore"),
-            QStringLiteral("Put the state of that name back first; without a line end then."),
+            QStringLiteral("Put the state of that name back first; without a line or a panel end then."),
             QStringLiteral("NAME")},
         {QStringLiteral("trace"),
             QStringLiteral("File that gets one line a frame, with its meaning; - is standard error."),
@@ -207,6 +210,13 @@ bool readProtocol(const QString& name, emulator::ProtocolChoice& choice)
     return name.isEmpty() || name == QStringLiteral("auto") || choice != emulator::ProtocolChoice::Auto;
 }
 
+// The panel tells which pseudo terminal there is where none was asked for.
+bool hasLine(const QCommandLineParser& parser)
+{
+    return parser.isSet(QStringLiteral("pty")) || parser.isSet(QStringLiteral("tcp"))
+        || parser.isSet(QStringLiteral("panel"));
+}
+
 QString readState(const QCommandLineParser& parser, Options& options)
 {
     options.stateFolder = parser.value(QStringLiteral("state"));
@@ -224,8 +234,17 @@ QString readState(const QCommandLineParser& parser, Options& options)
     }
     if (options.stateFolder.isEmpty() && (isSnapshotMeant || parser.isSet(QStringLiteral("state"))))
         return QStringLiteral("--state is the folder of the state");
-    options.isWithoutLine = isSnapshotMeant && options.link.isEmpty() && !options.port;
+    options.isWithoutLine = isSnapshotMeant && !hasLine(parser);
     return {};
+}
+
+QString readLine(const QCommandLineParser& parser, Options& options)
+{
+    const bool hasLink = parser.isSet(QStringLiteral("pty"));
+    options.link = parser.value(QStringLiteral("pty"));
+    if ((hasLink && options.port) || !(hasLine(parser) || options.isWithoutLine))
+        return QStringLiteral("give one of --pty and --tcp, or --panel");
+    return hasLink && options.link.isEmpty() ? QStringLiteral("--pty is the name of a link") : QString();
 }
 
 // A variable of a script that is empty is not to leave a file unwritten without a word.
@@ -260,13 +279,12 @@ QString fill(const QCommandLineParser& parser, Options& options)
         return QStringLiteral("--protocol is HEX, XML or auto");
     if (port >= 0)
         options.port = static_cast<quint16>(port);
-    options.link = parser.value(QStringLiteral("pty"));
     if (error = readState(parser, options); !error.isEmpty())
+        return error;
+    if (error = readLine(parser, options); !error.isEmpty())
         return error;
     if (error = readFiles(parser, options); !error.isEmpty())
         return error;
-    if (!options.isWithoutLine && options.link.isEmpty() == !options.port.has_value())
-        return QStringLiteral("give one of --pty and --tcp");
     if (identity.width != 44 && identity.width != 48)
         return QStringLiteral("--width is 44 or 48");
     options.given = parser.optionNames();

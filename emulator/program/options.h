@@ -10,6 +10,7 @@
 /// What the program was asked to do.
 struct Options
 {
+    /// Of the pseudo terminal that is the line where there is no port; empty for none.
     QString link;
     std::optional<quint16> port;
     int baudRate = 0;

@@ -41,7 +41,7 @@ PtyLine::PtyLine(const QString& link, QObject* parent)
     : Line(parent)
     , m_link(link)
 {
-    if (!openPair() || !makeLink())
+    if (!openPair() || !(m_link.isEmpty() || makeLink()))
         return;
     watchClosings();
     m_notifier = new QSocketNotifier(m_master, QSocketNotifier::Read, this);
@@ -125,7 +125,7 @@ bool PtyLine::makeLink()
 
 QString PtyLine::address() const
 {
-    return m_link;
+    return m_link.isEmpty() ? m_slaveName : m_link;
 }
 
 void PtyLine::read()

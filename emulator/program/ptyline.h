@@ -5,12 +5,13 @@
 class QSocketNotifier;
 class QTimer;
 
-/// A pseudo terminal with a link to its host side. The link goes away with the object.
+/// A pseudo terminal, with a link to its host side where one is wanted. The link goes away with the object.
 class PtyLine : public Line
 {
     Q_OBJECT
 
 public:
+    /// The link is empty for none.
     explicit PtyLine(const QString& link, QObject* parent = nullptr);
     ~PtyLine() override;
 

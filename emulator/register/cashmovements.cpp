@@ -10,7 +10,7 @@ namespace emulator {
 
 Refusal CashMovements::openDrawer()
 {
-    m_parts.state.drawer.openedAt = m_parts.clock.milliseconds();
+    m_parts.state.drawer.springOpen(m_parts.clock.milliseconds());
     return Refusal::None;
 }
 

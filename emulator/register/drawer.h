@@ -17,6 +17,12 @@ struct Drawer
     /// The cashier pushes it shut a few seconds after it sprang open.
     bool isOpen(qint64 milliseconds) const { return isHeld || milliseconds - openedAt < staysOpen; }
 
+    /// A host had it opened: the cashier who shuts it is there again.
+    void springOpen(qint64 milliseconds)
+    {
+        isHeld = false;
+        openedAt = milliseconds;
+    }
     void shut()
     {
         isHeld = false;

@@ -59,7 +59,7 @@ public:
     /// Nothing is printed while the cover of the printer is open: a host is told that the printer is not
     /// ready.
     void setCover(bool isOpen);
-    /// Open until it is shut, or shut.
+    /// Held open, until it is shut or a host has it opened anew; or shut.
     void setDrawer(bool isOpen);
     void setOperatorReachable(bool reachable);
     const QList<MarkVerdict>& markVerdicts() const { return m_parts.around.markVerdicts; }

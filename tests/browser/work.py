@@ -198,6 +198,12 @@ class Work(PanelTest):
         self.register.ask("/reset", method="POST")
         for page in (self.page, other):
             self.becomes(lambda: self.text("#document h3", page), "Document 1")
+            self.assertEqual("", self.tape_label(page))
+        self.page.refresh()
+        self.connected()
+        self.assertEqual("", self.tape_label())
+        self.must("open-shift")
+        self.becomes(self.tape_label, "document 2")
 
     def test_search(self):
         self.must("open-shift")

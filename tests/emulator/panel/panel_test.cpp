@@ -272,7 +272,11 @@ TEST(Panel, NothingLeadsToADocumentOfAnotherTime)
     EXPECT_EQ(documentsOfTape(rig), QList<int>({2, 3}));
     rig.ask("PUT", "/v1/snapshots/sold");
     rig.ask("POST", "/v1/reset");
-    EXPECT_EQ(documentsOfTape(rig), QList<int>({0, 0}));
+    const QJsonObject tape = rig.ask("GET", "/v1/tape").json();
+    EXPECT_EQ(tape.value("entries"), QJsonArray()) << "a new register has nothing on its tape";
+    EXPECT_EQ(tape.value("last"), 2) << "numbers count on";
+    EXPECT_EQ(rig.ask("GET", "/v1/tape.txt").body, "");
+    EXPECT_EQ(rig.ask("GET", "/v1/tape/2.svg").status, 404);
     EXPECT_EQ(rig.ask("GET", "/v1/exchanges/10").json().value("document"), QJsonValue());
     openShift(rig);
     passAll(rig, sale("9.00"));
@@ -280,7 +284,7 @@ TEST(Panel, NothingLeadsToADocumentOfAnotherTime)
     rig.ask("POST", "/v1/snapshots/sold/restore");
     EXPECT_EQ(rig.ask("GET", "/v1/documents/3").json().value("total"), "7.00");
     EXPECT_EQ(exchangesOf(rig, 3), QList<int>()) << "those there are sold for 9.00";
-    EXPECT_EQ(documentsOfTape(rig), QList<int>({0, 0, 0, 0}));
+    EXPECT_EQ(documentsOfTape(rig), QList<int>({0, 0})) << "the paper is that of the register before";
 }
 
 TEST(Panel, RestoreBringsBackAlsoDocumentsThatTheDriveHasNoPagesOf)
@@ -373,6 +377,11 @@ TEST(Panel, WhatAHostChangesIsToldWithoutBeingAsked)
     EXPECT_EQ(partsOf({0xA8, {}}), "");
     rig.clock.advance(20'000);
     EXPECT_EQ(partsOf({0xA8, {}}), "drawer");
+    rig.ask("PUT", "/v1/drawer", R"({"open":true})");
+    rig.clock.advance(20'000);
+    EXPECT_EQ(partsOf({0x80, {}}), "") << "it was held open";
+    rig.clock.advance(20'000);
+    EXPECT_EQ(partsOf({0xA8, {}}), "drawer") << "and is shut after a host had it opened";
 }
 
 TEST(Panel, ExchangesTakeSoMuchMemoryAndNoMore)

@@ -78,6 +78,27 @@ TEST(PanelProgram, ASuiteWaitsForTheDocumentOfASaleThatIsGoingOn)
     EXPECT_TRUE(seen.ask("GET", "/v1/registers/3/documents/2.svg").contains("image/svg+xml"));
 }
 
+TEST(PanelProgram, WithoutALineItHasOneOfItsOwnThatItTells)
+{
+    const QTemporaryDir folder;
+    const QStringList two{"--registers", "2", "--state", folder.path()};
+    Seen(two).program.stop(SIGTERM);
+    // Without the panel it would end then.
+    Program program(QStringList{"--panel", "0", "--snapshot", "begun"} + two);
+    const QString first = program.ready().section("ready on ", 1);
+    const QString second = program.ready().section("ready on ", 1);
+    const QByteArray registers
+        = HttpClient(program.ready().section("panel on ", 1), "GET", "/v1/registers").answer();
+    EXPECT_NE(first, second);
+    for (const QString& line : {first, second}) {
+        EXPECT_TRUE(registers.contains("\"line\":\"" + line.toUtf8() + '"')) << registers.constData();
+        QFile host(line);
+        ASSERT_TRUE(host.open(QIODevice::ReadWrite | QIODevice::Unbuffered)) << line.toStdString();
+        host.write("\x05");
+        EXPECT_EQ(host.read(1), "\x06");
+    }
+}
+
 TEST(PanelProgram, SnapshotsOfAStateAreKeptInItsFolder)
 {
     const QTemporaryDir folder;

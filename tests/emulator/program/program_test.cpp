@@ -309,8 +309,10 @@ TEST(Program, ExitStatusesAndMessages)
     const std::tuple<QStringList, int, const char*> cases[] = {
         {{"--help"}, 0, "--pty"},
         {{"--help"}, 0, "answer-shape:overflow-2"},
+        {{"--help"}, 0, "spf-emulator --panel   "},
         {{"--version"}, 0, "spf-emulator "},
-        {{}, 2, "give one of --pty and --tcp"},
+        {{}, 2, "give one of --pty and --tcp, or --panel"},
+        {{"--panel", "0", "--pty", ""}, 2, "--pty is the name of a link"},
         {{"--tcp", "0", "--pty", "x"}, 2, "give one of --pty and --tcp"},
         {{"--tcp", "65536"}, 2, "--tcp must be a number from 0 to 65535"},
         {{"--tcp", "0", "--protocol", "hex"}, 2, "--protocol is HEX, XML or auto"},
