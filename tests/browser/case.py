@@ -59,6 +59,14 @@ class PanelTest(unittest.TestCase):
 
         stage.wait_for(pressed)
 
+    def open_tab(self, name):
+        """Again if what stands above has grown meanwhile, and the mouse met something else."""
+        def opened():
+            self.click(f"#tab-{name}")
+            return self.find(f"#tab-{name}").get_attribute("aria-selected") == "true"
+
+        stage.wait_for(opened)
+
     def text(self, selector, page=None):
         """As it is seen; read at once, since the page may draw it anew at any time."""
         script = "return document.querySelector(arguments[0])?.innerText ?? ''"
