@@ -31,7 +31,7 @@ class PanelTest(unittest.TestCase):
 
     def host(self, *arguments, register=0, protocol="HEX"):
         """frctl; gives its exit status and all that it said."""
-        line = self.register.lines[register]
+        line = "tcp:{}:{}".format(*self.register.lines[register])
         done = subprocess.run(
             [FRCTL, "--plugin", PLUGINS, "--port", line, "--protocol", protocol, "--cashier", "Иванова А. П.",
              "--journal", f"{self.register.folder}/journal{register}", *arguments],
