@@ -1,5 +1,6 @@
 #include "failure.h"
 
+#include "documentexpired.h"
 #include "errortable.h"
 #include "exceptions.h"
 #include "idconflict.h"
@@ -72,6 +73,8 @@ Failure currentFailure()
         return foreignFailure(failure, "JournalError");
     } catch (const ReviewNeeded& failure) {
         return foreignFailure(failure, "ReviewNeeded", ErrorKind::Other);
+    } catch (const DocumentExpired& failure) {
+        return foreignFailure(failure, "DocumentExpired", ErrorKind::Other);
     } catch (const WrongRegister& failure) {
         return foreignFailure(failure, "WrongRegister", ErrorKind::WrongRegister);
     } catch (const MarkRefusal& refusal) {

@@ -1,8 +1,7 @@
 #include "identifiedsale.h"
 
+#include "documentexpired.h"
 #include "idconflict.h"
-#include "journalerror.h"
-#include "saletr.h"
 
 namespace sale {
 
@@ -57,6 +56,13 @@ IdentifiedSale::IdentifiedSale(DocumentStore& store, const QString& id, const QB
 {
 }
 
+IdentifiedSale::IdentifiedSale(DocumentStore& store, const StoredDocument& queued)
+    : m_store(store)
+    , m_request(queued.request)
+    , m_isQueued(true)
+{
+}
+
 std::optional<StoredAttempt> IdentifiedSale::lastAttempt() const
 {
     const std::optional<StoredDocument> known = record();
@@ -81,10 +87,11 @@ void IdentifiedSale::begin(const DriveMark& before, const MarkEntry& goods, cons
     // Whoever gives a receipt need not read it for that.
     if (m_request.kind == documentKindName(DocumentKind::Sale) && isReceipt(movement.kind))
         m_request.kind = documentKindName(movement.kind);
-    m_store.accept(m_request);
-    const std::optional<int> attempt = m_store.begin(id(), {before.toJson(), movement.toJson()});
+    const AttemptStart start{before.toJson(), movement.toJson(), m_isQueued ? registerName() : QString()};
+    const std::optional<int> attempt
+        = m_isQueued ? m_store.begin(id(), start) : m_store.acceptAndBegin(m_request, start);
     if (!attempt)
-        throw JournalError(tr("the time of the document %1 is over").arg(id()));
+        throw DocumentExpired(id());
     m_attempt = *attempt;
 }
 

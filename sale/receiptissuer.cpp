@@ -176,7 +176,7 @@ private:
             m_options.sale->begin(m_result.before, m_marks, m_result.ours);
             if (!m_result.warnings.isEmpty())
                 m_options.sale->note(m_result.warnings);
-        } catch (const JournalError&) {
+        } catch (...) {
             forgetMarks(m_driver, m_receipt);
             throw;
         }
