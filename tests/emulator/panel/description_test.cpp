@@ -1,7 +1,7 @@
 #include "panel/panelrig.h"
+#include "tests/http/apirecord.h"
 
 #include <gtest/gtest.h>
-#include <QProcess>
 
 namespace {
 
@@ -13,52 +13,6 @@ QList<Step> longSale()
         steps.insert(1, text(QStringLiteral("Строка")));
     return steps;
 }
-
-/// All that is asked and answered, for openapi.py.
-class Record
-{
-public:
-    explicit Record(HexPanel& rig)
-        : m_rig(rig)
-    {
-        for (const http::Route& route : rig.panel.site().router.routes())
-            add({{"route", QJsonArray{QString(route.method), route.pattern}}});
-    }
-
-    Served ask(const QByteArray& method, const QByteArray& target, const QByteArray& body)
-    {
-        const Served served = m_rig.ask(method, target, body);
-        http::Request request = http::Request::of(method, target);
-        QString pattern = m_rig.panel.site().router.find(request).pattern;
-        if (const qsizetype point = request.path.lastIndexOf('.'); pattern.endsWith('}') && point > 0)
-            pattern += request.path.mid(point);
-        add({{"route", QJsonArray{QString(method), pattern}}, {"status", served.status},
-            {"type", QString(served.type)},
-            {"body", served.type.contains("json") ? QString::fromUtf8(served.body) : QString()}});
-        return served;
-    }
-
-    QByteArray findings() const
-    {
-        QProcess checker;
-        checker.setProcessChannelMode(QProcess::MergedChannels);
-        checker.start("/usr/bin/python3",
-            {FRSPF_SOURCES "/tests/emulator/panel/openapi.py", FRSPF_SOURCES "/docs/emulator.openapi.json"});
-        checker.write(m_lines);
-        checker.closeWriteChannel();
-        checker.waitForFinished();
-        return checker.exitCode() == 0 ? QByteArray() : checker.readAll();
-    }
-
-private:
-    void add(const QJsonObject& line)
-    {
-        m_lines += QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n';
-    }
-
-    HexPanel& m_rig;
-    QByteArray m_lines;
-};
 
 struct AskRow
 {
@@ -169,18 +123,23 @@ TEST(Panel, AnswersAsItsDescriptionSays)
     char* arguments[] = {name, nullptr};
     const QCoreApplication application(count, arguments);
     HexPanel rig;
-    Record record(rig);
+    ApiRecord record(rig.panel.site().router);
+    const auto ask = [&](const QByteArray& method, const QByteArray& target, const QByteArray& body) {
+        const Served served = rig.ask(method, target, body);
+        record.add(method, target, served.status, served.type, served.body);
+        return served;
+    };
     const QByteArray start = rig.panel.events().idOf(0);
     openShift(rig);
     passAll(rig, sale() + longSale());
-    const Served sold = record.ask("GET", "/v1/wait?event=document&type=sell&after=" + start, {});
+    const Served sold = ask("GET", "/v1/wait?event=document&type=sell&after=" + start, {});
     EXPECT_TRUE(sold.status == 200 && sold.json().value("data").toObject().value("number") == 3)
         << sold.text();
     for (const AskRow& row : askRows) {
-        const Served served = record.ask(row.method, QByteArray("/v1/") + row.path, row.body);
+        const Served served = ask(row.method, QByteArray("/v1/") + row.path, row.body);
         EXPECT_EQ(served.status, row.status) << row.method << ' ' << row.path << ' ' << served.text();
         EXPECT_TRUE(served.body.contains(row.part))
             << row.path << " lacks " << row.part << ": " << served.text().substr(0, 2000);
     }
-    EXPECT_EQ(record.findings().toStdString(), "");
+    EXPECT_EQ(record.findings({FRSPF_SOURCES "/docs/emulator.openapi.json"}).toStdString(), "");
 }
