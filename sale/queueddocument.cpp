@@ -8,6 +8,7 @@
 #include "itemsjson.h"
 #include "journalerror.h"
 #include "plaindocument.h"
+#include "salereturn.h"
 #include "saletr.h"
 #include "shiftunchanged.h"
 
@@ -105,7 +106,7 @@ private:
     void issue()
     {
         const receipt::CheckedReceipt checked
-            = readReceipt(m_waiting.request.body, m_desk.options().line.protocol);
+            = readReceipt(completedBody(m_desk.journal(), m_waiting.request), m_desk.options().line.protocol);
         m_warnings = checked.findings;
         m_answer.total = checked.receipt.total;
         m_answer.change = checked.receipt.paid - checked.receipt.total;
