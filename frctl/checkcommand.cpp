@@ -1,6 +1,6 @@
 #include "checkcommand.h"
 
-#include "findingoutput.h"
+#include "findingsjson.h"
 #include "frctltr.h"
 #include "judgedreceipt.h"
 #include "receipterror.h"
@@ -189,7 +189,7 @@ private:
     QJsonObject json(const ToldFinding& told) const
     {
         const QString over = protocol(told);
-        QJsonObject json = findingJson(told.finding);
+        QJsonObject json = sale::findingJson(told.finding);
         json.insert(QStringLiteral("protocol"), over.isEmpty() ? QJsonValue() : over);
         return json;
     }

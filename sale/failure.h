@@ -18,8 +18,9 @@ struct Failure
     QString text;
     /// Name of the exception's class as the contract has it ("FrPaperException"), or as this library has it:
     /// "JournalError" when the journal failed, "ReviewNeeded", "WrongRegister", "DocumentExpired",
-    /// "MarkRefusal" for bad marking codes, "ReceiptError", "IdConflict" and "InvalidDocumentId" for mistakes
-    /// of the caller. "std::exception" for whatever else came out of the host's own device.
+    /// "ShiftIsClosed", "ShiftUnchanged", "MarkRefusal" for bad marking codes, "ReceiptError", "IdConflict"
+    /// and "InvalidDocumentId" for mistakes of the caller. "std::exception" for whatever else came out of the
+    /// host's own device.
     QString exceptionName;
     /// The exception itself, to be thrown again.
     std::exception_ptr exception;

@@ -42,6 +42,23 @@ std::optional<DocumentEnding> endingOf(const Verdict& verdict)
     }
 }
 
+QJsonObject keptFailure(const Failure& failure)
+{
+    QJsonObject json{
+        {QStringLiteral("kind"), errorKindName(failure.kind)}, {QStringLiteral("text"), failure.text}};
+    if (!failure.exceptionName.isEmpty())
+        json.insert(QStringLiteral("exception"), failure.exceptionName);
+    return json;
+}
+
+QJsonArray keptWarnings(const QList<receipt::Finding>& warnings)
+{
+    QJsonArray json;
+    for (const receipt::Finding& warning : warnings)
+        json.append(warning.keptText());
+    return json;
+}
+
 IdentifiedSale::IdentifiedSale(DocumentStore& store, const DocumentRequest& request)
     : m_store(store)
     , m_request(request)
@@ -97,19 +114,12 @@ void IdentifiedSale::begin(const DriveMark& before, const MarkEntry& goods, cons
 
 void IdentifiedSale::note(const Failure& failure)
 {
-    QJsonObject json{
-        {QStringLiteral("kind"), errorKindName(failure.kind)}, {QStringLiteral("text"), failure.text}};
-    if (!failure.exceptionName.isEmpty())
-        json.insert(QStringLiteral("exception"), failure.exceptionName);
-    m_store.note(id(), m_attempt, {.failure = json});
+    m_store.note(id(), m_attempt, {.failure = keptFailure(failure)});
 }
 
 void IdentifiedSale::note(const QList<receipt::Finding>& warnings)
 {
-    QJsonArray json;
-    for (const receipt::Finding& warning : warnings)
-        json.append(warning.keptText());
-    m_store.note(id(), m_attempt, {.warnings = json});
+    m_store.note(id(), m_attempt, {.warnings = keptWarnings(warnings)});
 }
 
 void IdentifiedSale::settle(const Verdict& verdict, const std::optional<DriveMark>& after)

@@ -72,6 +72,9 @@ void answerFromJournal(Result& result, const std::optional<StoredDocument>& know
     result.verdict = result.isRepeated ? verdictOf(*known) : Verdict();
     result.isFinal = !known || known->state != DocumentState::Running;
 }
+/// What the journal keeps of a failure and of warnings.
+QJsonObject keptFailure(const Failure& failure);
+QJsonArray keptWarnings(const QList<receipt::Finding>& warnings);
 /// How the journal puts a verdict; nothing for one that leaves the document open.
 std::optional<DocumentEnding> endingOf(const Verdict& verdict);
 

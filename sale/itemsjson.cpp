@@ -1,7 +1,6 @@
 #include "itemsjson.h"
 
 #include "markjudgement.h"
-
 #include "receipt.h"
 
 #include <QJsonObject>

@@ -119,6 +119,31 @@ public:
     }
     void checkCancel() override { note("cancel"); }
     void checkWaitForPrint() override { note("wait"); }
+    void moneyCheckOpen(hw::fr::CheckType type, const QString&) override
+    {
+        note(type == hw::fr::CheckCashIn ? "cashIn" : "cashOut");
+    }
+    QJsonObject moneyCheckClose(double sum) override
+    {
+        note("sum" + QString::number(sum).toStdString());
+        return {};
+    }
+    void textDocPrint(const QList<QString>& lines) override
+    {
+        note("text:" + QStringList(lines).join('|').toStdString());
+    }
+    QJsonObject xReport() override
+    {
+        note("xReport");
+        return {};
+    }
+    QJsonObject zReport() override
+    {
+        note("zReport");
+        return {};
+    }
+    void accountingReport() override { note("accounting"); }
+    void printFnDocument(long document) override { note("copy" + std::to_string(document)); }
 
     /// As a step of a document.
     void note(const std::string& call)

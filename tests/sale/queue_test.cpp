@@ -1,0 +1,264 @@
+// Documents that wait in the journal, on their way to the register.
+
+#include "cashdesk.h"
+#include "currenttime.h"
+#include "journalerror.h"
+#include "mockfactory.h"
+#include "queueddocument.h"
+#include "recordingdriver.h"
+#include "sqlitestore.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+using namespace sale;
+
+namespace {
+
+const QString id = QStringLiteral("shop-0001");
+const QByteArray receiptJson = R"({"type": "sell", "taxationType": "osn", "operator": {"name": "Иванова"},
+    "items": [{"name": "Хлеб", "price": 10, "quantity": 2, "amount": 20, "tax": {"type": "vat10"}}],
+    "payments": [{"type": "cash", "sum": 30}]})";
+const QByteArray marked
+    = QByteArray(receiptJson)
+          .replace("\"price\": 10, \"quantity\": 2, \"amount\": 20",
+              "\"price\": 20, \"quantity\": 1, \"amount\": 20, \"markingCode\": {\"type\": \"other\", "
+              "\"mark\": \"010460043993125621JgXJ5.T\"}");
+
+class Queue : public testing::Test
+{
+protected:
+    Queue()
+    {
+        driver.payments = {{0, 20.0}};
+        driver.numbers = {1};
+    }
+
+    DeskOptions options(bool opensShift = true) const
+    {
+        DeskOptions made{{receipt::Protocol::Hex, true}, "till1", {"Иванова", {}, {}}};
+        made.opensShift = opensShift;
+        made.markPolicy = MarkPolicy::Strict;
+        return made;
+    }
+    void accept(const QString& kind, const QByteArray& body) { journal->accept({id, kind, body, "till1"}); }
+    QueuedDocument made(bool opensShift = true)
+    {
+        CashDesk desk(driver, *journal, options(opensShift));
+        return makeQueued(desk, id);
+    }
+    std::string told() { return std::exchange(driver.calls, {}); }
+
+    BasicFrSettings settings;
+    RecordingDriver driver{&settings};
+    std::unique_ptr<SqliteStore> journal = std::make_unique<SqliteStore>(QStringLiteral(":memory:"));
+};
+
+TEST_F(Queue, ReceiptIsMadeOnce)
+{
+    accept("sell", receiptJson);
+    CashDesk desk(driver, *journal, options());
+    const QueuedDocument first = makeQueued(desk, id);
+    EXPECT_FALSE(first.held);
+    EXPECT_EQ(first.answer.state, DocumentState::Issued);
+    EXPECT_FALSE(first.answer.isReplayed);
+    EXPECT_EQ(first.answer.documentNumber, 2U);
+    EXPECT_EQ(first.answer.total, 2000);
+    EXPECT_EQ(first.answer.change, 1000);
+    EXPECT_EQ(first.answer.items.size(), 1);
+    EXPECT_EQ(first.answer.attempts.size(), 1);
+    EXPECT_FALSE(first.answer.error);
+    EXPECT_EQ(told().substr(0, 12), "connect init");
+    const QueuedDocument second = makeQueued(desk, id);
+    EXPECT_EQ(second.answer.state, DocumentState::Issued);
+    EXPECT_TRUE(second.answer.isReplayed);
+    EXPECT_FALSE(second.held);
+    EXPECT_EQ(told(), "");
+}
+
+TEST_F(Queue, EachKindIsMadeByItsBody)
+{
+    const struct
+    {
+        const char* kind;
+        QByteArray body;
+        /// Among what the register is asked.
+        std::string call;
+        bool isShiftOpen = true;
+    } rows[] = {
+        {"cashIn", R"({"type": "cashIn", "sum": 12.5})", "cashIn sum12.5"},
+        {"cashOut", R"({"type": "cashOut", "sum": 3})", "cashOut sum3"},
+        {"openShift", R"({"type": "openShift"})", "openShift", false},
+        {"zReport", R"({"type": "zReport"})", "zReport"},
+        {"xReport", R"({"type": "xReport"})", "xReport"},
+        {"accountingReport", R"({"type": "accountingReport"})", "accounting"},
+        {"text", R"({"type": "text", "lines": ["one", "", "two"]})", "text:one||two"},
+        {"copy", R"({"type": "copy", "documentNumber": 41})", "copy41"},
+        {"copy", R"({"type": "copy"})", "copy1"},
+    };
+    for (const auto& row : rows) {
+        journal = std::make_unique<SqliteStore>(QStringLiteral(":memory:"));
+        driver.shiftOpen = row.isShiftOpen;
+        told();
+        accept(row.kind, row.body);
+        const QueuedDocument document = made();
+        EXPECT_EQ(document.answer.state, DocumentState::Issued) << row.body.toStdString();
+        const std::string calls = told();
+        EXPECT_TRUE(calls.find(row.call) < calls.npos) << calls;
+        EXPECT_EQ(journal->findId(id)->state, DocumentState::Issued);
+    }
+}
+
+TEST_F(Queue, FaultOfTheDocumentRefusesItAndAnyOtherHoldsIt)
+{
+    struct Row
+    {
+        const char* name;
+        const char* kind;
+        QByteArray body;
+        std::optional<ErrorKind> held;
+        ErrorKind error;
+        const char* refused = "";
+        bool isShiftOpen = true;
+        bool opensShift = true;
+        int attempts = 1;
+    };
+    constexpr auto paper = ErrorKind::Paper;
+    const QByteArray z = R"({"type": "zReport"})";
+    const Row rows[] = {
+        {"no JSON", "sell", "{", {}, ErrorKind::Data},
+        {"wrong sum", "sell", QByteArray(receiptJson).replace("20,", "21,"), {}, ErrorKind::Data},
+        {"bad mark", "sell", marked, {}, ErrorKind::Mark},
+        {"no sum", "cashIn", R"({"type": "cashIn"})", {}, ErrorKind::Data},
+        {"no lines", "text", R"({"type": "text", "lines": [1]})", {}, ErrorKind::Data},
+        {"bad number", "copy", R"({"type": "copy", "documentNumber": 1.5})", {}, ErrorKind::Data},
+        {"not for a queue", "review", "{}", {}, ErrorKind::Data},
+        {"shift is open", "openShift", R"({"type": "openShift"})", {}, ErrorKind::Other},
+        {"shift is closed", "zReport", z, {}, ErrorKind::Other, "", false},
+        {"may not open it", "sell", receiptJson, {}, ErrorKind::ShiftClosed, "", false, false},
+        {"may not open it for cash", "cashIn", R"({"sum": 1})", {}, ErrorKind::ShiftClosed, "", false, false},
+        {"not reached", "sell", receiptJson, paper, paper, "connect", true, true, 0},
+        {"not initialised", "zReport", z, paper, paper, "init", true, true, 0},
+        {"before the document", "sell", receiptJson, paper, paper, "sums", true, true, 0},
+        {"opening the shift", "sell", receiptJson, paper, paper, "openShift", false, true, 0},
+        // This one was begun.
+        {"its opening", "sell", receiptJson, {}, paper, "open"},
+    };
+    driver.markResult = 5;
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        journal = std::make_unique<SqliteStore>(QStringLiteral(":memory:"));
+        driver.shiftOpen = row.isShiftOpen;
+        driver.refused = row.refused;
+        accept(row.kind, row.body);
+        told();
+        const QueuedDocument document = made(row.opensShift);
+        EXPECT_EQ(document.held, row.held);
+        ASSERT_TRUE(document.answer.error);
+        EXPECT_EQ(document.answer.error->kind, row.error) << document.answer.error->text.toStdString();
+        const StoredDocument stored = journal->findId(id).value();
+        EXPECT_EQ(document.answer.state, stored.state);
+        EXPECT_EQ(stored.state, row.held ? DocumentState::Queued : DocumentState::NotIssued);
+        EXPECT_EQ(stored.reason, row.held ? StateReason::None : StateReason::Refused);
+        ASSERT_EQ(stored.attempts.size(), row.attempts);
+        if (row.attempts > 0) {
+            EXPECT_EQ(stored.attempts.constLast().note.failure.value("text"), document.answer.error->text);
+        }
+        EXPECT_EQ(told().find(" close"), std::string::npos);
+    }
+}
+
+TEST_F(Queue, UnknownDocumentsHoldUpWhatWaits)
+{
+    driver.numbers = {7};
+    accept("sell", receiptJson);
+    const QueuedDocument document = made();
+    EXPECT_EQ(document.held, ErrorKind::Other);
+    EXPECT_TRUE(document.answer.error->toJson().value("needsReview").toBool());
+}
+
+TEST_F(Queue, WhatIsTakenAwayInTheMeantimeIsNotBegun)
+{
+    const struct
+    {
+        void (*work)(DocumentStore& store);
+        DocumentState state;
+        StateReason reason;
+    } rows[] = {
+        {[](DocumentStore& store) { store.withdraw(id); }, DocumentState::NotIssued, StateReason::Deleted},
+        {[](DocumentStore& store) { store.move(id, "till2"); }, DocumentState::Queued, StateReason::None},
+        {[](DocumentStore& store) { store.expire(QDateTime::currentDateTime().addSecs(60)); },
+            DocumentState::NotIssued, StateReason::Expired},
+        // Another program, on another register, comes first.
+        {[](DocumentStore& store) {
+             store.settle(id, store.begin(id, {{{"drive", "1111"}}}).value(),
+                 {.state = DocumentState::Issued, .documentNumber = 5});
+         },
+            DocumentState::Issued, StateReason::None},
+    };
+    for (const auto& row : rows) {
+        journal = std::make_unique<SqliteStore>(QStringLiteral(":memory:"));
+        journal->accept({id, "sell", marked, "till1", {}, QDateTime::currentDateTime().addSecs(30)});
+        told();
+        driver.onMark = [&] { row.work(*journal); };
+        const QueuedDocument document = made();
+        EXPECT_FALSE(document.held);
+        EXPECT_FALSE(document.answer.error);
+        EXPECT_EQ(document.answer.state, row.state);
+        EXPECT_EQ(document.answer.reason, row.reason);
+        const std::string calls = told();
+        EXPECT_TRUE(calls.ends_with("mark clear")) << calls;
+        // Asked for once more it is answered as it stands, and the register is left alone.
+        EXPECT_EQ(made().answer.state, row.state);
+        EXPECT_EQ(told(), "");
+    }
+}
+
+class LaterClock : public CurrentTime
+{
+public:
+    QDateTime getCurrentDateTime() const override { return CurrentTime::getCurrentDateTime().addSecs(60); }
+};
+
+TEST_F(Queue, WhatIsTooLateWhenItsMarkIsTakenExpires)
+{
+    journal->accept({id, "sell", marked, "till1", {}, QDateTime::currentDateTime().addSecs(30)});
+    LaterClock later;
+    driver.onMark = [&] { MockFactory<CurrentTime>::mocked = &later; };
+    const QueuedDocument document = made();
+    MockFactory<CurrentTime>::mocked = nullptr;
+    EXPECT_FALSE(document.held);
+    EXPECT_EQ(document.answer.state, DocumentState::NotIssued);
+    EXPECT_EQ(document.answer.reason, StateReason::Expired);
+    EXPECT_EQ(document.answer.error->exceptionName, "DocumentExpired");
+    EXPECT_TRUE(driver.calls.ends_with("mark clear")) << driver.calls;
+}
+
+TEST_F(Queue, WhatWasBrokenOffIsSettledByTheNextStart)
+{
+    accept("sell", receiptJson);
+    driver.failing = "close";
+    driver.interrupt = true;
+    const QueuedDocument broken = made();
+    EXPECT_FALSE(broken.held) << "it may have been issued";
+    EXPECT_EQ(broken.answer.state, DocumentState::Running);
+    driver.failing.clear();
+    told();
+    EXPECT_EQ(made().answer.state, DocumentState::Running);
+    EXPECT_EQ(told(), "");
+    driver.numbers = {2};
+    CashDesk desk(driver, *journal, options());
+    EXPECT_EQ(desk.open().size(), 1);
+    EXPECT_EQ(makeQueued(desk, id).answer.state, DocumentState::Issued);
+}
+
+TEST_F(Queue, WhatIsNotThereIsTold)
+{
+    const QueuedDocument document = made();
+    EXPECT_EQ(document.answer.state, std::nullopt);
+    EXPECT_EQ(document.answer.error->exceptionName, "JournalError");
+    EXPECT_EQ(driver.calls, "");
+}
+
+} // namespace
