@@ -5,6 +5,7 @@
 #include "currenttime.h"
 #include "http/problem.h"
 #include "mockfactory.h"
+#include "salereturn.h"
 
 #include <QJsonArray>
 
@@ -83,7 +84,10 @@ Answer check(Api& api, const Request& request)
     QList<ToldFinding> all;
     QJsonArray acceptedOver;
     for (const Protocol protocol : protocols) {
-        const QList<Finding> findings = documentFindings(request.body, {protocol, now, 0, true});
+        const QList<Finding> findings = documentFindings(
+            request.body, {protocol, now, 0, true, [&api](const sale::DocumentRequest& document) {
+                               return sale::completedBody(api.store(), document);
+                           }});
         const QString name = receipt::protocolName(protocol);
         for (const Finding& finding : findings)
             add(all, finding, name);

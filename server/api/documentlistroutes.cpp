@@ -110,7 +110,7 @@ private:
                 return true;
             m_query.before = document.sequence;
             if (rights::maySee(m_api, m_request, document))
-                m_documents.append(documentSummary(document, m_api.till(document.request.registerName)));
+                m_documents.append(documentSummary(m_api, document));
         }
         return found.size() == m_query.limit;
     }
@@ -179,8 +179,7 @@ Answer resolve(Api& api, const Request& request)
     api.store().settle(id, document.attemptCount, word);
     audit(request, QStringLiteral("resolved %1: %2").arg(id, sale::stateName(word.state)));
     api.documentChanged(id);
-    return Response::json(
-        wholeDocumentView(api.store().findId(id).value(), api.till(document.request.registerName)));
+    return Response::json(wholeDocumentView(api, api.store().findId(id).value()));
 }
 
 } // namespace

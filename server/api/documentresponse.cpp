@@ -61,7 +61,7 @@ Response located(const QJsonObject& view, int status)
 
 Response documentResponse(const Api& api, const sale::StoredDocument& document, bool isReplayed)
 {
-    const QJsonObject view = documentView(document, api.till(document.request.registerName), isReplayed);
+    const QJsonObject view = documentView(api, document, isReplayed);
     switch (document.state) {
     case DocumentState::Issued:
         return located(view, isReplayed ? 200 : 201);

@@ -8,9 +8,12 @@
 #include "api/rights.h"
 #include "currenttime.h"
 #include "documentanswer.h"
+#include "findingsjson.h"
 #include "http/problem.h"
 #include "idconflict.h"
 #include "mockfactory.h"
+#include "returnrefused.h"
+#include "salereturn.h"
 
 #include <algorithm>
 
@@ -30,11 +33,12 @@ constexpr seconds longestWait(600);
 /// A document that is unknown may be settled before that is told.
 constexpr seconds settlingWait(10);
 
-PostingRules rulesOf(const Till& till)
+PostingRules rulesOf(const Api& api, const Till& till)
 {
     const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     const Till::Settings& settings = till.settings();
-    return {settings.protocol, now.toTimeZone(settings.timeZone), settings.startBefore, settings.hasCashier};
+    return {settings.protocol, now.toTimeZone(settings.timeZone), settings.startBefore, settings.hasCashier,
+        [&api](const sale::DocumentRequest& request) { return sale::completedBody(api.store(), request); }};
 }
 
 void requireOpen(const Api& api)
@@ -65,10 +69,29 @@ void requireOwn(const Api& api, const Request& request, const std::optional<Stor
             403, QStringLiteral("The id %1 is that of a document of somebody else.").arg(known->request.id));
 }
 
+Problem returnRefused(const QList<receipt::Finding>& errors)
+{
+    return Problem(409, QStringLiteral("return-refused"),
+        QStringLiteral("More would come back than was sold"), QStringLiteral("Nothing was stored."))
+        .with(QStringLiteral("errors"), sale::findingsJson(errors));
+}
+
+/// A sale of somebody else is none for this caller.
+void requireOwnSale(const Api& api, const Request& request, const QString& saleId)
+{
+    const std::optional<StoredDocument> sold = saleId.isEmpty() ? std::nullopt : api.store().findId(saleId);
+    if (sold && !rights::maySee(api, request, *sold))
+        throw returnRefused({{receipt::Finding::Error, QStringLiteral("returnOf"), saleId,
+            QStringLiteral("is no document of this journal")}});
+}
+
 StoredDocument acceptedDocument(Api& api, const sale::DocumentRequest& document)
 {
     try {
-        return api.store().accept(document);
+        return document.returnOf.isEmpty() ? api.store().accept(document)
+                                           : sale::acceptReturn(api.store(), document);
+    } catch (const sale::ReturnRefused& refused) {
+        throw returnRefused(refused.errors());
     } catch (const sale::IdConflict&) {
         const StoredDocument first = api.store().findId(document.id).value();
         throw Problem(422, QStringLiteral("other-body"), QStringLiteral("The id is that of another document"),
@@ -98,10 +121,11 @@ Answer postDocument(Api& api, const Request& request)
 {
     Till& till = tillOf(api, request);
     requireOpen(api);
-    sale::DocumentRequest document = postedDocument(request, rulesOf(till)).document;
+    sale::DocumentRequest document = postedDocument(request, rulesOf(api, till)).document;
     document.registerName = till.settings().name;
     const std::optional<StoredDocument> known = api.store().findId(document.id);
     requireOwn(api, request, known);
+    requireOwnSale(api, request, document.returnOf);
     const bool isToBeQueued = !known || known->state == DocumentState::NotIssued;
     if (isToBeQueued)
         requireRoom(api, document.registerName);
@@ -116,13 +140,13 @@ Answer postDocument(Api& api, const Request& request)
 Answer showDocument(Api& api, const Request& request)
 {
     const StoredDocument document = documentOf(api, request);
-    return Response::json(wholeDocumentView(document, api.till(document.request.registerName)));
+    return Response::json(wholeDocumentView(api, document));
 }
 
 /// The document as it stands, for whoever came too late to change it.
 Response tooLate(const Api& api, const StoredDocument& document)
 {
-    const QJsonObject view = documentView(document, api.till(document.request.registerName));
+    const QJsonObject view = documentView(api, document);
     Problem problem(409, QStringLiteral("document-begun"), QStringLiteral("The document was begun"),
         QStringLiteral("It is %1.").arg(sale::stateName(document.state)));
     for (auto member = view.begin(); member != view.end(); ++member)
@@ -136,7 +160,7 @@ Answer withdrawDocument(Api& api, const Request& request)
     if (document.state != DocumentState::NotIssued)
         return tooLate(api, document);
     api.documentChanged(document.request.id);
-    return Response::json(documentView(document, api.till(document.request.registerName)));
+    return Response::json(documentView(api, document));
 }
 
 Answer moveDocument(Api& api, const Request& request)
@@ -154,7 +178,7 @@ Answer moveDocument(Api& api, const Request& request)
     audit(request,
         QStringLiteral("moved %1 from %2 to %3").arg(document.request.id, before.request.registerName, name));
     till.wake();
-    return Response::json(documentView(document, &till));
+    return Response::json(documentView(api, document));
 }
 
 } // namespace

@@ -1,14 +1,16 @@
 #include "api/documentview.h"
 
-#include "api/findingsjson.h"
+#include "api/api.h"
 #include "documentanswer.h"
 #include "documentkind.h"
 #include "documentrecord.h"
 #include "errorkind.h"
+#include "findingsjson.h"
 #include "itemsjson.h"
 #include "money.h"
 #include "receiptcheck.h"
 #include "receipterror.h"
+#include "salereturn.h"
 
 #include <QJsonDocument>
 
@@ -28,24 +30,25 @@ bool hasReceipt(const StoredDocument& document)
 
 /// The body is that of a document that was accepted, so there are no errors; one that was anonymised has
 /// none.
-void describeReceipt(DocumentAnswer& answer, const StoredDocument& document, const Till& till)
+void describeReceipt(DocumentAnswer& answer, const Api& api, const StoredDocument& document, const Till& till)
 {
     try {
-        const receipt::CheckedReceipt checked = receipt::checkedReceipt(document.request.body,
-            {till.settings().protocol, document.accepted.toTimeZone(till.settings().timeZone).date()});
+        const receipt::CheckedReceipt checked
+            = receipt::checkedReceipt(sale::completedBody(api.store(), document.request),
+                {till.settings().protocol, document.accepted.toTimeZone(till.settings().timeZone).date()});
         answer.total = checked.receipt.total;
         answer.change = checked.receipt.paid - checked.receipt.total;
         answer.items = sale::itemsJson(checked.receipt);
-        answer.warnings = findingsJson(checked.findings, receipt::Finding::Warning);
+        answer.warnings = sale::findingsJson(checked.findings);
     } catch (const receipt::ReceiptError&) {
         return;
     }
 }
 
-void describeBody(DocumentAnswer& answer, const StoredDocument& document, const Till& till)
+void describeBody(DocumentAnswer& answer, const Api& api, const StoredDocument& document, const Till& till)
 {
     if (hasReceipt(document))
-        return describeReceipt(answer, document, till);
+        return describeReceipt(answer, api, document, till);
     const QJsonObject body = QJsonDocument::fromJson(document.request.body).object();
     if (const QJsonValue sum = body.value(QStringLiteral("sum")); sum.isDouble())
         answer.total = receipt::kopecksOf(sum.toDouble());
@@ -98,14 +101,15 @@ void addPosting(QJsonObject& json, const StoredDocument& document, const Till* t
 
 } // namespace
 
-QJsonObject documentView(const StoredDocument& document, const Till* till, bool isReplayed)
+QJsonObject documentView(const Api& api, const StoredDocument& document, bool isReplayed)
 {
+    const Till* const till = api.till(document.request.registerName);
     const receipt::Protocol protocol = till == nullptr ? receipt::Protocol::Xml : till->settings().protocol;
     DocumentAnswer answer = sale::answerOf(document, protocol);
     answer.isReplayed = isReplayed;
     answer.error = errorOf(document);
     if (till != nullptr)
-        describeBody(answer, document, *till);
+        describeBody(answer, api, document, *till);
     QJsonObject json = sale::recordSummary(document);
     const QJsonObject told = answer.toJson();
     for (auto member = told.begin(); member != told.end(); ++member)
@@ -114,19 +118,19 @@ QJsonObject documentView(const StoredDocument& document, const Till* till, bool 
     return json;
 }
 
-QJsonObject wholeDocumentView(const StoredDocument& document, const Till* till)
+QJsonObject wholeDocumentView(const Api& api, const StoredDocument& document)
 {
     QJsonObject json = sale::recordJson(document);
-    const QJsonObject view = documentView(document, till);
+    const QJsonObject view = documentView(api, document);
     for (auto member = view.begin(); member != view.end(); ++member)
         json.insert(member.key(), member.value());
     return json;
 }
 
-QJsonObject documentSummary(const StoredDocument& document, const Till* till)
+QJsonObject documentSummary(const Api& api, const StoredDocument& document)
 {
     QJsonObject json = sale::recordSummary(document);
-    addPosting(json, document, till);
+    addPosting(json, document, api.till(document.request.registerName));
     return json;
 }
 

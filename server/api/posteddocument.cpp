@@ -1,9 +1,9 @@
 #include "api/posteddocument.h"
 
-#include "api/findingsjson.h"
 #include "api/plaindocument.h"
 #include "documentid.h"
 #include "documentkind.h"
+#include "findingsjson.h"
 #include "http/problem.h"
 #include "markentry.h"
 #include "movement.h"
@@ -21,6 +21,7 @@ namespace {
 using receipt::Finding;
 
 const QString idName = QStringLiteral("id");
+const QString returnOfName = QStringLiteral("returnOf");
 const QString startBeforeName = QStringLiteral("startBefore");
 
 /// Collects what is wrong, so that a client hears of all of it at once.
@@ -79,12 +80,25 @@ public:
         m_document.startBefore = time;
     }
 
+    void readReturnOf()
+    {
+        const QJsonValue value = m_json.take(returnOfName);
+        if (value.isUndefined() || value.isNull())
+            return;
+        if (m_json.value(QStringLiteral("type")) != documentKindName(sale::DocumentKind::SaleReturn))
+            return fail(returnOfName, QStringLiteral("goes with the type sellReturn"));
+        m_document.returnOf = value.toString();
+        if (m_document.returnOf.isEmpty())
+            fail(returnOfName, QStringLiteral("must be the id of the sale whose goods come back"));
+    }
+
     /// What belongs to the posting may be missing, and is no part of the document.
     void takePosting()
     {
         if (m_json.contains(idName))
             readId({});
         readStartBefore();
+        readReturnOf();
     }
 
     void readDocument()
@@ -126,9 +140,12 @@ private:
 
     void readReceipt()
     {
+        m_document.body = body();
         try {
+            const bool isCompleted = !m_document.returnOf.isEmpty() && m_rules.completed;
             const receipt::CheckedReceipt checked
-                = receipt::checkedReceipt(body(), {m_rules.protocol, m_rules.now.date()});
+                = receipt::checkedReceipt(isCompleted ? m_rules.completed(m_document) : m_document.body,
+                    {m_rules.protocol, m_rules.now.date()});
             m_findings += checked.findings;
             takeReceipt(checked.receipt);
         } catch (const receipt::ReceiptError& error) {
@@ -143,7 +160,6 @@ private:
             fail(QStringLiteral("operator"),
                 QStringLiteral("is missing, and the register has no cashier= in the configuration"));
         m_document.kind = documentKindName(sale::movementOf(receipt).kind);
-        m_document.body = body();
         m_document.goods = sale::markEntryOf(receipt).marks;
     }
 
@@ -170,13 +186,16 @@ QString headerId(const http::Request& request)
 
 void throwErrors(const QList<Finding>& findings)
 {
-    const QJsonArray errors = findingsJson(findings, Finding::Error);
+    QList<Finding> errors;
+    QList<Finding> warnings;
+    for (const Finding& finding : findings)
+        (finding.severity == Finding::Error ? errors : warnings).append(finding);
     if (errors.isEmpty())
         return;
     throw http::Problem(400, QStringLiteral("document-wrong"), QStringLiteral("The document is wrong"),
         QStringLiteral("Nothing was stored. Correct what errors names; the id may stay."))
-        .with(QStringLiteral("errors"), errors)
-        .with(QStringLiteral("warnings"), findingsJson(findings, Finding::Warning));
+        .with(QStringLiteral("errors"), sale::findingsJson(errors))
+        .with(QStringLiteral("warnings"), sale::findingsJson(warnings));
 }
 
 } // namespace
@@ -186,6 +205,7 @@ PostedDocument postedDocument(const http::Request& request, const PostingRules& 
     Posting posting(request.body, rules);
     posting.readId(headerId(request));
     posting.readStartBefore();
+    posting.readReturnOf();
     posting.readDocument();
     throwErrors(posting.findings());
     return {posting.document(), posting.findings()};

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "documentrequest.h"
+
 #include "protocol.h"
 
 #include <QDateTime>
+
+#include <functional>
 
 namespace frserver {
 
@@ -16,6 +20,8 @@ struct PostingRules
     int startBefore = 0;
     /// The register has a cashier of its own.
     bool hasCashier = false;
+    /// What a body says that leaves out what the sale says whose goods come back.
+    std::function<QByteArray(const sale::DocumentRequest& request)> completed = {};
 };
 
 } // namespace frserver

@@ -28,7 +28,8 @@ void describe(QCommandLineParser& parser)
             QStringLiteral("FILE"), usualConfig},
         {QStringLiteral("listen"), QStringLiteral("Listen there, whatever the configuration says."),
             QStringLiteral("ADDRESS:PORT")},
-        {QStringLiteral("role"), QStringLiteral("Of token add: read, sell or admin."), QStringLiteral("ROLE")},
+        {QStringLiteral("role"), QStringLiteral("Of token add: read, sell or admin."),
+            QStringLiteral("ROLE")},
         {QStringLiteral("registers"),
             QStringLiteral("Of token add: the registers that it is for, with commas between them (all)."),
             QStringLiteral("NAMES")},
@@ -76,8 +77,7 @@ QString fill(const QCommandLineParser& parser, Options& options)
     options.configFile = parser.value(QStringLiteral("config"));
     options.listen = parser.value(QStringLiteral("listen"));
     options.role = parser.value(QStringLiteral("role"));
-    options.registers
-        = parser.value(QStringLiteral("registers")).split(QLatin1Char(','), Qt::SkipEmptyParts);
+    options.registers = parser.value(QStringLiteral("registers")).split(QLatin1Char(','), Qt::SkipEmptyParts);
     const bool isAdding = options.command == Command::AddToken;
     if (isAdding && options.role.isEmpty())
         return QStringLiteral("token add needs --role read, sell or admin");

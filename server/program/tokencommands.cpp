@@ -12,7 +12,8 @@ int add(const Options& options, TokenFile& tokens)
     const QByteArray token = tokens.add(options.name, options.role, options.registers);
     // The token alone, so that a script can take it.
     std::printf("%s\n", token.constData());
-    std::fprintf(stderr, "frserver: this is the token of %s, shown once; clients send it as \"Authorization: Bearer TOKEN\"\n",
+    std::fprintf(stderr,
+        "frserver: this is the token of %s, shown once; clients send it as \"Authorization: Bearer TOKEN\"\n",
         qPrintable(options.name));
     if (isFirst)
         std::fputs("frserver: from now on nobody is let in without a token\n", stderr);

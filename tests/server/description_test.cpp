@@ -120,6 +120,11 @@ protected:
         note("POST", documents, refused.later());
         for (const char* const id : {"document:4", "document:5"})
             posted(id, cashIn);
+        const QByteArray foreign
+            = R"({"type":"sellReturn","taxationType":"osn","returnOf":"document:6","items":)"
+              R"([{"name":"Молоко","price":1,"quantity":1,"amount":1,"tax":{"type":"vat10"}}],)"
+              R"("payments":[{"type":"cash","sum":1}]})";
+        EXPECT_EQ(posted("document:8", foreign).text("type"), "return-refused");
     }
 
     void pause()

@@ -229,6 +229,37 @@ TEST_F(DocumentsTest, WithdrawsAndMovesWhatWasNotBegun)
     EXPECT_EQ(stored("document:3").value("register").toString(), "till2");
 }
 
+TEST_F(DocumentsTest, TakesBackWhatWasSoldAndNoMore)
+{
+    const QByteArray back
+        = R"({"type":"sellReturn","taxationType":"osn","returnOf":"document:1","startBefore":9,)"
+          R"("items":[{"name":"Хлеб Бородинский 400 г","quantity":1}],)"
+          R"("payments":[{"type":"cash","sum":64.9}]})";
+    const auto refusedFor = [&](const QByteArray& id) {
+        const Served served = post(id, back);
+        EXPECT_EQ(served.status, 409) << served.all();
+        EXPECT_FALSE(served.json().contains("state"));
+        EXPECT_FALSE(store.findId(id));
+        return served.json().value("errors").toArray().first()["path"].toString();
+    };
+    // Before the sale is there its positions say nothing of their price.
+    EXPECT_EQ(post("return:1", back).status, 400);
+    post("document:1", sale());
+    EXPECT_EQ(refusedFor("return:1"), "returnOf");
+    issue("document:1");
+    const Served first = post("return:1", back);
+    ASSERT_EQ(first.status, 202) << first.all();
+    EXPECT_EQ(first.text("returnOf"), "document:1");
+    EXPECT_EQ(first.json().value("items").toArray().first()["price"].toDouble(), 64.9);
+    EXPECT_EQ(post("return:1", back).status, 202);
+    EXPECT_EQ(post("return:2", back).status, 202);
+    EXPECT_EQ(refusedFor("return:3"), "items[0].quantity");
+    ask("DELETE", "/v1/documents/return:2");
+    EXPECT_EQ(post("return:3", back).status, 202);
+    const Served other = post("document:2", R"({"type":"cashIn","sum":1,"returnOf":"document:1"})");
+    EXPECT_EQ(other.json().value("errors").toArray().first()["path"].toString(), "returnOf");
+}
+
 TEST_F(DocumentsTest, RefusesWhatItHasNoRoomFor)
 {
     for (const char* const id : {"document:1", "document:2", "document:3", "document:4"})
