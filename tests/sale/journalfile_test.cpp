@@ -197,8 +197,9 @@ TEST_F(JournalFile, FileOfAnotherProgramIsLeftAlone)
 void takeAwayWhatCameLater(const QString& fileName)
 {
     SqliteConnection former(fileName, 0);
-    for (const char* const statement : {"DROP INDEX documents_by_sale", "DROP INDEX documents_by_state",
-             "ALTER TABLE documents DROP COLUMN queued", "ALTER TABLE documents DROP COLUMN return_of"})
+    for (const char* const statement :
+        {"DROP INDEX documents_by_sale", "DROP INDEX documents_by_place", "DROP INDEX documents_by_state",
+            "ALTER TABLE documents DROP COLUMN queued", "ALTER TABLE documents DROP COLUMN return_of"})
         former.execute(statement);
 }
 
