@@ -197,10 +197,12 @@ bool RegisterAgent::makeNext()
 {
     try {
         const std::optional<Request> next = nextDocument();
-        if (m_waiting && m_waiting->reason == QStringLiteral("journal"))
-            unblock();
-        if (!next)
+        if (!next) {
+            // What could not be written is not tried before there is something to write.
+            if (m_waiting && m_waiting->reason == QStringLiteral("journal"))
+                unblock();
             return false;
+        }
         request(*next,
             {{QStringLiteral("id"), next->id}, {QStringLiteral("opensShift"), m_shift.mayOpen(now())}});
         return true;
