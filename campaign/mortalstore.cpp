@@ -13,20 +13,46 @@ void MortalStore::mayDie()
         m_line.killHost(FaultKind::HostKilledAtJournal);
 }
 
-sale::StoredDocument MortalStore::accept(const sale::DocumentRequest& request)
+sale::StoredDocument MortalStore::accept(const sale::DocumentRequest& request, const Condition& condition)
 {
-    mayDie();
-    sale::StoredDocument document = m_kept.accept(request);
-    mayDie();
-    return document;
+    return mortal([&] { return m_kept.accept(request, condition); });
 }
 
 std::optional<int> MortalStore::begin(const QString& id, const sale::AttemptStart& start)
 {
-    mayDie();
-    const std::optional<int> attempt = m_kept.begin(id, start);
-    mayDie();
-    return attempt;
+    return mortal([&] { return m_kept.begin(id, start); });
+}
+
+std::optional<int> MortalStore::acceptAndBegin(
+    const sale::DocumentRequest& request, const sale::AttemptStart& start)
+{
+    return mortal([&] { return m_kept.acceptAndBegin(request, start); });
+}
+
+sale::StoredDocument MortalStore::withdraw(const QString& id)
+{
+    return mortal([&] { return m_kept.withdraw(id); });
+}
+
+sale::StoredDocument MortalStore::move(const QString& id, const QString& registerName)
+{
+    return mortal([&] { return m_kept.move(id, registerName); });
+}
+
+sale::StoredDocument MortalStore::refuse(const QString& id, const sale::AttemptNote& note)
+{
+    return mortal([&] { return m_kept.refuse(id, note); });
+}
+
+QStringList MortalStore::expire(const QDateTime& now)
+{
+    return mortal([&] { return m_kept.expire(now); });
+}
+
+QList<sale::DocumentCount> MortalStore::countByState(const QString& registerName) const
+{
+    m_line.requireHost();
+    return m_kept.countByState(registerName);
 }
 
 void MortalStore::note(const QString& id, int attempt, const sale::AttemptNote& note)

@@ -1,7 +1,7 @@
 #include "checkcommand.h"
 
 #include "documentanswer.h"
-#include "findingoutput.h"
+#include "findingsjson.h"
 #include "frctltr.h"
 #include "judgedreceipt.h"
 #include "receipterror.h"
@@ -189,7 +189,7 @@ private:
 
     QJsonObject json(const ToldFinding& told) const
     {
-        QJsonObject json = findingJson(told.finding);
+        QJsonObject json = sale::findingJson(told.finding);
         json.insert(QStringLiteral("protocol"), sale::textOrNull(protocol(told)));
         return json;
     }

@@ -2,7 +2,7 @@
 
 #include "connectionerror.h"
 #include "failure.h"
-#include "findingoutput.h"
+#include "findingsjson.h"
 #include "frctltr.h"
 #include "idconflict.h"
 #include "journalerror.h"
@@ -30,7 +30,7 @@ Complaint complaintOf(
     const QList<receipt::Finding>& findings, ExitStatus status, const QString& exceptionName)
 {
     Complaint complaint{status, {ErrorKind::Data, findings.constFirst().text(), exceptionName}};
-    complaint.error.details.insert(QStringLiteral("findings"), findingsJson(findings));
+    complaint.error.details.insert(QStringLiteral("findings"), sale::findingsJson(findings));
     complaint.findings = findings;
     return complaint;
 }

@@ -1,56 +1,19 @@
 #include "documentoutput.h"
 
 #include "frctltr.h"
+#include "itemsjson.h"
 #include "journalerror.h"
-#include "markjudgement.h"
 #include "money.h"
 #include "showntext.h"
 #include "shownvalue.h"
 
 #include <QJsonArray>
 
-#include <algorithm>
-
 namespace frctl {
 
 namespace {
 
 using receipt::moneyText;
-
-/// As the register gets it.
-double rounded(double value, int decimals)
-{
-    return QString::number(value, 'f', decimals).toDouble();
-}
-
-QJsonValue markJson(const receipt::ReceiptItem& item, const QList<sale::MarkCheck>& marks)
-{
-    const QString code = item.position.getMarkingCode();
-    const auto mark = std::find_if(marks.cbegin(), marks.cend(),
-        [&code](const sale::MarkCheck& check) { return check.markingCode == code; });
-    if (mark == marks.cend())
-        return {};
-    return QJsonObject{{QStringLiteral("code"), code}, {QStringLiteral("result"), mark->result},
-        {QStringLiteral("bits"), QJsonArray::fromStringList(sale::judgeMark(mark->result).bits)}};
-}
-
-/// The positions as they are issued: a discount that does not divide may have made two of one.
-QJsonArray itemsJson(const receipt::Receipt& receipt, const QList<sale::MarkCheck>& marks)
-{
-    QJsonArray json;
-    for (const receipt::ReceiptItem& item : receipt.items) {
-        if (item.kind != receipt::ReceiptItem::Position)
-            continue;
-        const FrPosition& position = item.position;
-        json.append(
-            QJsonObject{{QStringLiteral("path"), item.path}, {QStringLiteral("name"), position.getName()},
-                {QStringLiteral("price"), rounded(position.getPriceWithDisc(), 2)},
-                {QStringLiteral("quantity"), rounded(position.getCount(), 3)},
-                {QStringLiteral("amount"), rounded(position.getPossumWithDisc(), 2)},
-                {QStringLiteral("mark"), markJson(item, marks)}});
-    }
-    return json;
-}
 
 /// Over HEX the number is not asked for, and not always known.
 QString numberText(const sale::Verdict& verdict)
@@ -167,7 +130,7 @@ void describeReceipt(AnswerDraft& draft, const receipt::Receipt& receipt, const 
 {
     draft.total = receipt.total;
     draft.change = receipt.paid - receipt.total;
-    draft.items = itemsJson(receipt, marks);
+    draft.items = sale::itemsJson(receipt, marks);
 }
 
 Output receiptOutput(const sale::IssueResult& result)

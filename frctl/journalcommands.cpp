@@ -1,6 +1,7 @@
 #include "journalcommands.h"
 
 #include "cashdesk.h"
+#include "documentrecord.h"
 #include "errors.h"
 #include "frctltr.h"
 #include "journalcheck.h"
@@ -83,7 +84,7 @@ Output list(const Options& options, sale::DocumentQuery query)
     QJsonArray documents;
     forEach(options, query, [&](const sale::StoredDocument& document) {
         output.lines.append(storedLine(document));
-        documents.append(storedSummary(document));
+        documents.append(sale::recordSummary(document));
     });
     if (documents.isEmpty())
         output.lines.append(tr("nothing in the journal"));
@@ -97,7 +98,7 @@ Output exported(const Options& options, const sale::DocumentQuery& query)
     Output output;
     forEach(options, query, [&](const sale::StoredDocument& document) {
         output.lines.append(
-            QString::fromUtf8(QJsonDocument(storedJson(document)).toJson(QJsonDocument::Compact)));
+            QString::fromUtf8(QJsonDocument(sale::recordJson(document)).toJson(QJsonDocument::Compact)));
     });
     output.areLinesAll = true;
     return output;
@@ -117,7 +118,7 @@ Task prepareShow(const Options& options)
 {
     return alone([options]() -> Output {
         const sale::StoredDocument document = documentOf(options);
-        return {storedLines(document), storedJson(document)};
+        return {storedLines(document), sale::recordJson(document)};
     });
 }
 
@@ -129,7 +130,7 @@ Output settledOutput(const Options& options, const QStringList& ids)
     for (const QString& id : ids) {
         const sale::StoredDocument document = options.journal->store().findId(id).value();
         output.lines.append(storedLine(document));
-        documents.append(storedSummary(document));
+        documents.append(sale::recordSummary(document));
         if (document.state == sale::DocumentState::Unknown)
             output.status = ExitUnknown;
     }
@@ -222,7 +223,7 @@ Task prepareResolve(const Options& options)
         const sale::StoredDocument document = documentOf(options);
         options.journal->store().settle(document.request.id, document.attemptCount, word);
         const sale::StoredDocument resolved = documentOf(options);
-        return {storedLines(resolved), storedJson(resolved)};
+        return {storedLines(resolved), sale::recordJson(resolved)};
     });
 }
 

@@ -1,9 +1,7 @@
 #include "journaloutput.h"
 
-#include "documentanswer.h"
+#include "documentstate.h"
 #include "frctltr.h"
-
-#include <QJsonArray>
 
 namespace frctl {
 
@@ -30,37 +28,6 @@ QString attemptLine(const sale::StoredAttempt& attempt)
 }
 
 } // namespace
-
-QJsonObject storedSummary(const sale::StoredDocument& document)
-{
-    return {{QStringLiteral("id"), document.request.id}, {QStringLiteral("kind"), document.request.kind},
-        {QStringLiteral("register"), sale::textOrNull(document.request.registerName)},
-        {QStringLiteral("state"), sale::stateName(document.state)},
-        {QStringLiteral("reason"), sale::textOrNull(sale::reasonName(document.reason))},
-        {QStringLiteral("times"), document.times},
-        {QStringLiteral("drive"), sale::textOrNull(document.drive)},
-        {QStringLiteral("documentNumber"), sale::documentNumberJson(document.documentNumber)},
-        {QStringLiteral("documentNumberRead"),
-            document.documentNumber == 0 ? QJsonValue() : QJsonValue(document.isNumberRead)},
-        {QStringLiteral("accepted"), sale::momentJson(document.accepted)},
-        {QStringLiteral("begun"), sale::momentJson(document.begun)},
-        {QStringLiteral("settled"), sale::momentJson(document.settled)},
-        {QStringLiteral("attemptCount"), document.attemptCount}};
-}
-
-QJsonObject storedJson(const sale::StoredDocument& document)
-{
-    QJsonObject json = storedSummary(document);
-    QJsonArray attempts;
-    for (const sale::StoredAttempt& attempt : document.attempts)
-        attempts.append(sale::attemptJson(attempt));
-    json.insert(QStringLiteral("body"), sale::bodyJson(document.request.body));
-    json.insert(QStringLiteral("digest"), QString::fromLatin1(document.digest));
-    json.insert(QStringLiteral("resolvedBy"), sale::textOrNull(document.resolvedBy));
-    json.insert(QStringLiteral("note"), sale::textOrNull(document.resolvedNote));
-    json.insert(QStringLiteral("attempts"), attempts);
-    return json;
-}
 
 QString storedLine(const sale::StoredDocument& document)
 {

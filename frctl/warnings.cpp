@@ -1,6 +1,6 @@
 #include "warnings.h"
 
-#include "findingoutput.h"
+#include "findingsjson.h"
 #include "frctltr.h"
 #include "messages.h"
 
@@ -15,7 +15,7 @@ void Warnings::add(const QList<receipt::Finding>& findings)
 
 QJsonArray Warnings::json() const
 {
-    return findingsJson(m_findings);
+    return sale::findingsJson(m_findings);
 }
 
 } // namespace frctl

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QJsonObject>
+#include <QString>
 
 namespace sale {
 
@@ -12,6 +13,8 @@ struct AttemptStart
     QJsonObject markBefore;
     /// What the document moves in them when it is issued.
     QJsonObject movement = {};
+    /// Begun only while it is that register's document; empty for whichever it is. Not read back.
+    QString registerName = {};
 };
 
 } // namespace sale

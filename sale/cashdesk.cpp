@@ -3,7 +3,6 @@
 #include "abstractfrdriver.h"
 #include "currenttime.h"
 #include "documentid.h"
-#include "documentissuer.h"
 #include "exceptions.h"
 #include "identifiedsale.h"
 #include "marknoting.h"
@@ -14,12 +13,20 @@
 #include "receiptissuer.h"
 #include "registerstart.h"
 #include "review.h"
-#include "shiftopening.h"
-#include "textlines.h"
 
 namespace sale {
 
 namespace {
+
+QString idOf(const DocumentRequest& request)
+{
+    return request.id;
+}
+
+QString idOf(const StoredDocument& document)
+{
+    return document.request.id;
+}
 
 /// The first error, with all that is wrong as its reason.
 void throwErrors(const QList<receipt::Finding>& findings)
@@ -84,29 +91,44 @@ void CashDesk::issueInto(IssueResult& result, IdentifiedSale& document, const Re
         throwErrors(checked.findings);
     reachRegister(document);
     result = issueReceipt(m_driver, checked.receipt,
-        {m_options.line, &document, m_options.markPolicy, knownMark(), m_options.cashier});
+        {m_options.line, &document, m_options.markPolicy, knownMark(), m_options.cashier,
+            m_options.opensShift});
     result.warnings = checked.findings + result.warnings;
     m_isMarkOfConnection = !result.isRepeated && !result.failure;
 }
 
-IssueResult CashDesk::issueReceiptOf(const QString& id, const QByteArray& body, const ReceiptSource& source)
+IdentifiedSale CashDesk::documentOf(const Entry& entry) const
+{
+    return std::visit(
+        [this](const auto& document) {
+            requireDocumentId(m_journal, idOf(document));
+            return IdentifiedSale(m_journal, document);
+        },
+        entry);
+}
+
+IssueResult CashDesk::issueReceiptOf(const Entry& entry, const ReceiptSource& source)
 {
     IssueResult result;
     guarded(result, [&] {
-        requireDocumentId(m_journal, id);
-        IdentifiedSale document(
-            m_journal, {id, documentKindName(DocumentKind::Sale), body, m_options.registerName});
+        IdentifiedSale document = documentOf(entry);
         answerFromJournal(result, document.record());
         if (!result.isRepeated || !result.isFinal)
             issueInto(result, document, source);
     });
-    result.id = id;
+    result.id = std::visit([](const auto& document) { return idOf(document); }, entry);
     return result;
+}
+
+DocumentRequest CashDesk::receiptRequestOf(const QString& id, const QByteArray& body) const
+{
+    return {id.isEmpty() ? newDocumentId() : id, documentKindName(DocumentKind::Sale), body,
+        m_options.registerName};
 }
 
 IssueResult CashDesk::issue(const QString& id, const QByteArray& json)
 {
-    return issueReceiptOf(id.isEmpty() ? newDocumentId() : id, json, [&] {
+    return issueReceiptOf(receiptRequestOf(id, json), [&] {
         return receipt::checkedReceipt(
             json, {m_options.line.protocol, MockFactory<CurrentTime>::create()->getCurrentDateTime().date()});
     });
@@ -114,22 +136,19 @@ IssueResult CashDesk::issue(const QString& id, const QByteArray& json)
 
 IssueResult CashDesk::issue(const QString& id, const receipt::Receipt& receipt, const QByteArray& body)
 {
-    return issueReceiptOf(id.isEmpty() ? newDocumentId() : id, body, [&] {
-        return receipt::CheckedReceipt{receipt, {}};
-    });
+    return issueReceiptOf(receiptRequestOf(id, body), [&] { return receipt::CheckedReceipt{receipt, {}}; });
 }
 
-DocumentRequest CashDesk::requestOf(const QString& id, const QString& kind, const QJsonObject& details) const
+IssueResult CashDesk::issue(const StoredDocument& queued, const receipt::Receipt& receipt)
 {
-    return plainRequest(id, kind, details, m_options.registerName);
+    return issueReceiptOf(queued, [&] { return receipt::CheckedReceipt{receipt, {}}; });
 }
 
-DocumentResult CashDesk::make(const DocumentRequest& request, const Work& work)
+DocumentResult CashDesk::makeEntry(const Entry& entry, const Work& work)
 {
     DocumentResult result;
     guarded(result, [&] {
-        requireDocumentId(m_journal, request.id);
-        IdentifiedSale document(m_journal, request);
+        IdentifiedSale document = documentOf(entry);
         answerFromJournal(result, document.record());
         if (result.isRepeated && result.isFinal)
             return;
@@ -138,133 +157,10 @@ DocumentResult CashDesk::make(const DocumentRequest& request, const Work& work)
         if (!result.isRepeated)
             result = work(document);
     });
-    m_isMarkOfConnection = false;
-    result.id = request.id;
+    if (result.failure || result.verdict.outcome != Outcome::None)
+        m_isMarkOfConnection = false;
+    result.id = std::visit([](const auto& document) { return idOf(document); }, entry);
     return result;
-}
-
-DocumentResult CashDesk::makeNumbered(
-    const DocumentRequest& request, const Movement& ours, const DocumentSteps& steps)
-{
-    return make(request, [&](IdentifiedSale& document) {
-        return issueDocument(m_driver, ours, steps, {m_options.line, m_options.cashier, &document});
-    });
-}
-
-DocumentResult CashDesk::makeTraceless(const DocumentRequest& request, const DocumentSteps& steps)
-{
-    return make(request, [&](IdentifiedSale& document) {
-        return issueTraceless(m_driver, steps, {m_options.line, m_options.cashier, &document});
-    });
-}
-
-DocumentResult CashDesk::moveCash(DocumentKind kind, qint64 kopecks, const QString& id)
-{
-    const double sum = receipt::roubles(kopecks);
-    DocumentSteps steps;
-    steps.open = [&] {
-        m_driver.moneyCheckOpen(
-            kind == DocumentKind::CashIn ? hw::fr::CheckCashIn : hw::fr::CheckCashOut, {});
-    };
-    steps.close = [&] { m_driver.moneyCheckClose(sum); };
-    steps.finish = [&] { m_driver.moneyCheckWaitForPrint(); };
-    return makeNumbered(
-        requestOf(id, documentKindName(kind), {{QStringLiteral("sum"), sum}}), {kind, {}, kopecks}, steps);
-}
-
-DocumentResult CashDesk::cashIn(qint64 kopecks, const QString& id)
-{
-    return moveCash(DocumentKind::CashIn, kopecks, id);
-}
-
-DocumentResult CashDesk::cashOut(qint64 kopecks, const QString& id)
-{
-    return moveCash(DocumentKind::CashOut, kopecks, id);
-}
-
-DocumentResult CashDesk::changeShift(
-    const QString& name, DocumentKind kind, bool isToBeOpen, const std::function<void()>& change)
-{
-    DocumentResult result;
-    bool isNeeded = false;
-    guarded(result, [&] {
-        if (!m_isOpen)
-            open();
-        isNeeded = isShiftOpen(m_driver, m_options.line) != isToBeOpen;
-    });
-    if (result.failure || !isNeeded)
-        return result;
-    DocumentSteps steps;
-    steps.close = change;
-    return makeNumbered(requestOf({}, name), {kind}, steps);
-}
-
-DocumentResult CashDesk::openShift()
-{
-    return changeShift(documentKindName(DocumentKind::ShiftOpening), DocumentKind::ShiftOpening, true,
-        [this] { m_driver.openShift(); });
-}
-
-DocumentResult CashDesk::closeShift()
-{
-    // The drivers say in their log alone that it was closed.
-    return changeShift(
-        QStringLiteral("zReport"), DocumentKind::ShiftClosing, false, [this] { m_driver.zReport(); });
-}
-
-DocumentResult CashDesk::accountingReport()
-{
-    return issueReport(
-        QStringLiteral("accountingReport"), {}, {.close = [this] { m_driver.accountingReport(); }});
-}
-
-DocumentResult CashDesk::issueReport(
-    const QString& kind, const QJsonObject& details, const DocumentSteps& steps)
-{
-    return makeNumbered(requestOf({}, kind, details), {DocumentKind::Report}, steps);
-}
-
-DocumentResult CashDesk::xReport()
-{
-    return makeTraceless(requestOf({}, QStringLiteral("xReport")), {.close = [this] { m_driver.xReport(); }});
-}
-
-DocumentResult CashDesk::printText(const QStringList& lines)
-{
-    DocumentSteps steps;
-    QStringList fitted;
-    steps.open = [&] {
-        m_driver.resetFont();
-        fitted = fittedLines(lines, m_driver.getBandWidthFonts().value(EFrDriver::NormalFont));
-        m_driver.textDocOpen(hw::fr::CheckNonFiscal);
-    };
-    steps.fill = [&] { m_driver.textDocPrint(fitted); };
-    steps.close = [&] { m_driver.textDocClose(); };
-    // Over XML nothing can be cancelled.
-    steps.cancelAfterClose = m_options.line.isChecked();
-    return makeTraceless(
-        requestOf({}, QStringLiteral("text"), {{QStringLiteral("lines"), static_cast<int>(lines.size())}}),
-        steps);
-}
-
-DocumentResult CashDesk::printCopy(quint32 documentNumber)
-{
-    const auto number = static_cast<qint64>(documentNumber);
-    return makeTraceless(requestOf({}, QStringLiteral("copy"), {{QStringLiteral("documentNumber"), number}}),
-        {.close = [&] { m_driver.printFnDocument(static_cast<long>(number)); }});
-}
-
-DocumentResult CashDesk::printLastCopy()
-{
-    return makeTraceless(requestOf({}, QStringLiteral("copy")), {.close = [this] {
-        // HEX has no command for it; there the drive tells the number.
-        if (!m_options.line.isChecked())
-            m_driver.printLastFnDocument();
-        else if (const quint32 number = m_driver.getFnInfo().fnStatus.lastFdNumber)
-            m_driver.printFnDocument(static_cast<long>(number));
-        else
-            throw FrCommandException(QStringLiteral("В ФН нет документов"));
-    }});
 }
 
 DriveMark CashDesk::acceptUnknown(const QString& by, const QString& note)

@@ -7,6 +7,7 @@
 #include "issueresult.h"
 #include "knownmark.h"
 #include "settledsale.h"
+#include "storeddocument.h"
 
 #include <QByteArray>
 #include <QJsonObject>
@@ -15,6 +16,7 @@
 
 #include <functional>
 #include <optional>
+#include <variant>
 
 class AbstractFrDriver;
 
@@ -27,6 +29,7 @@ namespace sale {
 
 class DocumentStore;
 class IdentifiedSale;
+struct PlainDocument;
 
 /// One register, its journal and its line: what a host program makes its documents with. Whatever happens,
 /// also that the program is killed, the next start with the same journal knows what has become of each
@@ -73,6 +76,9 @@ public:
     /// The same for a receipt that was read and judged by the host. The body stands for it in the journal:
     /// another body is another receipt.
     IssueResult issue(const QString& id, const receipt::Receipt& receipt, const QByteArray& body);
+    /// The receipt of a document that waits in the journal. One that waits there no longer, or for another
+    /// register, is not begun: that is a JournalError, and one whose time is over a DocumentExpired.
+    IssueResult issue(const StoredDocument& queued, const receipt::Receipt& receipt);
 
     /// Cash into the drawer or out of it, in kopecks; opens the shift if need be. Counted afterwards: see
     /// Verdict::times. Ids as for issue. Asks a mark before it (HEX: 6 exchanges, XML: 7), over XML another
@@ -82,11 +88,11 @@ public:
 
     /// Opens the shift. Where it was open already there is no document: verdict None without a failure, and
     /// the journal has nothing. Asks first whether it is open (HEX: 1 exchange, XML: 2).
-    DocumentResult openShift();
+    DocumentResult openShift(const QString& id = {});
     /// Closes the shift with its report, the Z report; the same where it was closed already.
-    DocumentResult closeShift();
+    DocumentResult closeShift(const QString& id = {});
     /// The report on the state of settlements.
-    DocumentResult accountingReport();
+    DocumentResult accountingReport(const QString& id = {});
     /// Any other document that the drive numbers, such as a registration: its kind and what it is made of, as
     /// the journal is to have them, and the work on it, of which close is the document and finish what is
     /// asked once it is issued.
@@ -95,19 +101,25 @@ public:
     // These leave no trace in the register: one that was broken off is unknown for ever, and harmless.
 
     /// The report on the shift so far, the X report.
-    DocumentResult xReport();
+    DocumentResult xReport(const QString& id = {});
     /// A text of no fiscal meaning; lines that are too long are continued on the next.
-    DocumentResult printText(const QStringList& lines);
+    DocumentResult printText(const QStringList& lines, const QString& id = {});
     /// Prints a document of the fiscal drive.
-    DocumentResult printCopy(quint32 documentNumber);
+    DocumentResult printCopy(quint32 documentNumber, const QString& id = {});
     /// The last one.
-    DocumentResult printLastCopy();
+    DocumentResult printLastCopy(const QString& id = {});
+
+    /// Any of those, as it waits in the journal: by its kind and its body, see PlainDocument. As issue of one
+    /// that waits.
+    DocumentResult make(const StoredDocument& queued);
 
     /// A person has looked at the documents that the journal does not know (ReviewNeeded): writes that down,
     /// with the register's counters as they are now, which are given back. Throws JournalError and the
     /// driver's exceptions.
     DriveMark acceptUnknown(const QString& by, const QString& note);
 
+    /// The register was reached, and nothing has failed since.
+    bool isOpen() const { return m_isOpen; }
     AbstractFrDriver& driver() const { return m_driver; }
     DocumentStore& journal() const { return m_journal; }
     const DeskOptions& options() const { return m_options; }
@@ -116,20 +128,32 @@ private:
     using Work = std::function<DocumentResult(IdentifiedSale&)>;
     using ReceiptSource = std::function<receipt::CheckedReceipt()>;
 
-    IssueResult issueReceiptOf(const QString& id, const QByteArray& body, const ReceiptSource& source);
+    /// A document that is new, or asked for again; or one that waits in the journal.
+    using Entry = std::variant<DocumentRequest, StoredDocument>;
+
+    IssueResult issueReceiptOf(const Entry& entry, const ReceiptSource& source);
     void issueInto(IssueResult& result, IdentifiedSale& document, const ReceiptSource& source);
     template <typename Result>
     void guarded(Result& result, const std::function<void()>& work);
     void reachRegister(const IdentifiedSale& document);
     std::optional<KnownMark> knownMark() const;
     DocumentRequest requestOf(const QString& id, const QString& kind, const QJsonObject& details = {}) const;
-    DocumentResult make(const DocumentRequest& request, const Work& work);
-    DocumentResult moveCash(DocumentKind kind, qint64 kopecks, const QString& id);
-    DocumentResult changeShift(
-        const QString& name, DocumentKind kind, bool isToBeOpen, const std::function<void()>& change);
-    DocumentResult makeNumbered(
-        const DocumentRequest& request, const Movement& ours, const DocumentSteps& steps);
-    DocumentResult makeTraceless(const DocumentRequest& request, const DocumentSteps& steps);
+    DocumentRequest receiptRequestOf(const QString& id, const QByteArray& body) const;
+    IdentifiedSale documentOf(const Entry& entry) const;
+    DocumentResult makeEntry(const Entry& entry, const Work& work);
+    DocumentResult makeNumbered(const Entry& entry, const Movement& ours, const DocumentSteps& steps);
+    DocumentResult makeTraceless(const Entry& entry, const DocumentSteps& steps);
+    DocumentResult makeShift(
+        const Entry& entry, DocumentKind kind, bool isToBeOpen, const std::function<void()>& change);
+    DocumentResult makeShiftOpening(const Entry& entry);
+    DocumentResult makeShiftClosing(const Entry& entry);
+    DocumentResult makeAccountingReport(const Entry& entry);
+    DocumentResult makeCash(const Entry& entry, DocumentKind kind, qint64 kopecks);
+    DocumentResult makeXReport(const Entry& entry);
+    DocumentResult makeText(const Entry& entry, const QStringList& lines);
+    DocumentResult makeCopy(const Entry& entry, quint32 documentNumber);
+    DocumentResult makeLastCopy(const Entry& entry);
+    DocumentResult makePlain(const Entry& entry, const PlainDocument& document);
 
     AbstractFrDriver& m_driver;
     DocumentStore& m_journal;

@@ -18,6 +18,9 @@ struct DeskOptions
     FrUser cashier = {};
     /// What becomes of receipts whose marking codes the register does not find good.
     MarkPolicy markPolicy = MarkPolicy::Warn;
+    /// A receipt or cash that finds the shift closed opens it; else it is refused (ErrorKind::ShiftClosed)
+    /// before anything of it is begun.
+    bool opensShift = true;
 };
 
 } // namespace sale

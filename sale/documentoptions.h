@@ -14,6 +14,8 @@ struct DocumentOptions
     FrUser cashier = {};
     /// The document on its way through the journal, as IssueOptions::sale.
     IdentifiedSale* sale = nullptr;
+    /// Where the document finds the shift closed; else it is refused.
+    bool opensShift = true;
 };
 
 } // namespace sale

@@ -29,8 +29,14 @@ struct DocumentQuery
     QDateTime since = {};
     /// With this marked piece (receipt::markIdentity). The one that was accepted last is the first then.
     QString goods = {};
+    /// The returns of that sale.
+    QString returnOf = {};
+    /// A part of the id or of the body; Latin letters in either case.
+    QString text = {};
     /// Behind this place in the order of acceptance.
     qint64 after = 0;
+    /// In front of that one; 0 for all.
+    qint64 before = 0;
     /// 0 for all.
     int limit = 0;
     Order order = Oldest;

@@ -24,6 +24,8 @@ struct DocumentRequest
     QStringList goods = {};
     /// Not to be begun later than this; invalid for one that waits for ever.
     QDateTime startBefore = {};
+    /// The id of the sale whose goods come back; empty for one that is not said to be of ours.
+    QString returnOf = {};
 };
 
 /// Of a document that is no receipt: the body has its kind as "type" beside the details. An empty id makes

@@ -2,6 +2,7 @@
 
 #include "attemptnote.h"
 #include "attemptstart.h"
+#include "documentcount.h"
 #include "documentending.h"
 #include "documentquery.h"
 #include "storeddocument.h"
@@ -15,10 +16,10 @@
 
 namespace sale {
 
-/// The journal of our documents: five verbs, whatever keeps it. Each writes to the disk itself before it
-/// returns, so that neither a killed program nor a power cut forgets it, and each is done as a whole or not
-/// at all, also when several programs are at work. All throw JournalError when the journal cannot be read or
-/// written; then nothing was.
+/// The journal of our documents, and the queue of those that are to be made: a few verbs, whatever keeps it.
+/// Each writes to the disk itself before it returns, so that neither a killed program nor a power cut forgets
+/// it, and each is done as a whole or not at all, also when several programs are at work. All throw
+/// JournalError when the journal cannot be read or written; then nothing was.
 class DocumentStore
 {
 public:
@@ -27,15 +28,23 @@ public:
     DocumentStore(const DocumentStore&) = delete;
     DocumentStore& operator=(const DocumentStore&) = delete;
 
+    /// What must hold at the moment of acceptance; what it throws leaves the journal as it was.
+    using Condition = std::function<void()>;
+
     /// Takes a document in, and gives what is known of it. An id belongs to one document for ever: one that
     /// is not issued is queued anew, with the body given; any other is given back as it stands. Throws
-    /// IdConflict when the body is another one than that of a document that is queued, begun, issued or
-    /// unknown.
-    virtual StoredDocument accept(const DocumentRequest& request) = 0;
+    /// IdConflict when the body, or the sale whose goods come back, is another one than that of a document
+    /// that is queued, begun, issued or unknown. The condition is asked of a document that is to be queued,
+    /// while nobody else writes: what it finds in this journal holds still when the document is in it.
+    virtual StoredDocument accept(const DocumentRequest& request, const Condition& condition) = 0;
+    StoredDocument accept(const DocumentRequest& request) { return accept(request, {}); }
     /// Begins the next attempt at a queued document and gives its number. Of several that begin the same one,
-    /// one succeeds; the others get a JournalError. Nothing when its time is over: then it is not issued,
-    /// expired.
+    /// one succeeds; the others get a JournalError, and so does whoever comes for one that was withdrawn or
+    /// moved. Nothing when its time is over: then it is not issued, expired.
     virtual std::optional<int> begin(const QString& id, const AttemptStart& start) = 0;
+    /// Both at once, for a program that makes its document now: whatever happens to it, no other one finds
+    /// the document waiting.
+    virtual std::optional<int> acceptAndBegin(const DocumentRequest& request, const AttemptStart& start) = 0;
     /// Adds to an attempt.
     virtual void note(const QString& id, int attempt, const AttemptNote& note) = 0;
     /// Says what has become of the document. The attempt is the last one, 0 for a document without. What is
@@ -43,6 +52,21 @@ public:
     /// (by) is taken for an unknown document alone, and not with a number that another one has on that drive.
     virtual void settle(const QString& id, int attempt, const DocumentEnding& ending) = 0;
     virtual QList<StoredDocument> find(const DocumentQuery& query) const = 0;
+
+    // Of documents that wait. Each gives the document as it stands afterwards: its state says whether it came
+    // too late. An id that is not there is a JournalError.
+
+    /// A queued one is not issued then, deleted.
+    virtual StoredDocument withdraw(const QString& id) = 0;
+    /// A queued one waits for that register from now on, in its place in the order.
+    virtual StoredDocument move(const QString& id, const QString& registerName) = 0;
+    /// A queued one is not issued then, refused, with an attempt that says why and was never under way.
+    virtual StoredDocument refuse(const QString& id, const AttemptNote& note) = 0;
+    /// Those that were to be begun before that moment are not issued, expired. Gives their ids.
+    virtual QStringList expire(const QDateTime& now) = 0;
+
+    /// How many there are of each state and reason; of all registers when none is named.
+    virtual QList<DocumentCount> countByState(const QString& registerName) const = 0;
 
     /// Looks at what the query finds, one after the other until that is enough (false), without reading far
     /// more of a long journal than that.

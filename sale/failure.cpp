@@ -1,5 +1,6 @@
 #include "failure.h"
 
+#include "documentexpired.h"
 #include "errortable.h"
 #include "exceptions.h"
 #include "idconflict.h"
@@ -8,6 +9,8 @@
 #include "markrefusal.h"
 #include "receipterror.h"
 #include "reviewneeded.h"
+#include "shiftisclosed.h"
+#include "shiftunchanged.h"
 #include "wrongregister.h"
 
 #include <algorithm>
@@ -72,6 +75,12 @@ Failure currentFailure()
         return foreignFailure(failure, "JournalError");
     } catch (const ReviewNeeded& failure) {
         return foreignFailure(failure, "ReviewNeeded", ErrorKind::Other);
+    } catch (const DocumentExpired& failure) {
+        return foreignFailure(failure, "DocumentExpired", ErrorKind::Other);
+    } catch (const ShiftIsClosed& failure) {
+        return foreignFailure(failure, "ShiftIsClosed", ErrorKind::ShiftClosed);
+    } catch (const ShiftUnchanged& failure) {
+        return foreignFailure(failure, "ShiftUnchanged", ErrorKind::Other);
     } catch (const WrongRegister& failure) {
         return foreignFailure(failure, "WrongRegister", ErrorKind::WrongRegister);
     } catch (const MarkRefusal& refusal) {

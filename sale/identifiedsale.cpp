@@ -1,8 +1,7 @@
 #include "identifiedsale.h"
 
+#include "documentexpired.h"
 #include "idconflict.h"
-#include "journalerror.h"
-#include "saletr.h"
 
 namespace sale {
 
@@ -43,6 +42,23 @@ std::optional<DocumentEnding> endingOf(const Verdict& verdict)
     }
 }
 
+QJsonObject keptFailure(const Failure& failure)
+{
+    QJsonObject json{
+        {QStringLiteral("kind"), errorKindName(failure.kind)}, {QStringLiteral("text"), failure.text}};
+    if (!failure.exceptionName.isEmpty())
+        json.insert(QStringLiteral("exception"), failure.exceptionName);
+    return json;
+}
+
+QJsonArray keptWarnings(const QList<receipt::Finding>& warnings)
+{
+    QJsonArray json;
+    for (const receipt::Finding& warning : warnings)
+        json.append(warning.keptText());
+    return json;
+}
+
 IdentifiedSale::IdentifiedSale(DocumentStore& store, const DocumentRequest& request)
     : m_store(store)
     , m_request(request)
@@ -54,6 +70,13 @@ IdentifiedSale::IdentifiedSale(DocumentStore& store, const DocumentRequest& requ
 
 IdentifiedSale::IdentifiedSale(DocumentStore& store, const QString& id, const QByteArray& receipt)
     : IdentifiedSale(store, {id, documentKindName(DocumentKind::Sale), receipt, {}})
+{
+}
+
+IdentifiedSale::IdentifiedSale(DocumentStore& store, const StoredDocument& queued)
+    : m_store(store)
+    , m_request(queued.request)
+    , m_isQueued(true)
 {
 }
 
@@ -81,28 +104,22 @@ void IdentifiedSale::begin(const DriveMark& before, const MarkEntry& goods, cons
     // Whoever gives a receipt need not read it for that.
     if (m_request.kind == documentKindName(DocumentKind::Sale) && isReceipt(movement.kind))
         m_request.kind = documentKindName(movement.kind);
-    m_store.accept(m_request);
-    const std::optional<int> attempt = m_store.begin(id(), {before.toJson(), movement.toJson()});
+    const AttemptStart start{before.toJson(), movement.toJson(), m_isQueued ? registerName() : QString()};
+    const std::optional<int> attempt
+        = m_isQueued ? m_store.begin(id(), start) : m_store.acceptAndBegin(m_request, start);
     if (!attempt)
-        throw JournalError(tr("the time of the document %1 is over").arg(id()));
+        throw DocumentExpired(id());
     m_attempt = *attempt;
 }
 
 void IdentifiedSale::note(const Failure& failure)
 {
-    QJsonObject json{
-        {QStringLiteral("kind"), errorKindName(failure.kind)}, {QStringLiteral("text"), failure.text}};
-    if (!failure.exceptionName.isEmpty())
-        json.insert(QStringLiteral("exception"), failure.exceptionName);
-    m_store.note(id(), m_attempt, {.failure = json});
+    m_store.note(id(), m_attempt, {.failure = keptFailure(failure)});
 }
 
 void IdentifiedSale::note(const QList<receipt::Finding>& warnings)
 {
-    QJsonArray json;
-    for (const receipt::Finding& warning : warnings)
-        json.append(warning.keptText());
-    m_store.note(id(), m_attempt, {.warnings = json});
+    m_store.note(id(), m_attempt, {.warnings = keptWarnings(warnings)});
 }
 
 void IdentifiedSale::settle(const Verdict& verdict, const std::optional<DriveMark>& after)

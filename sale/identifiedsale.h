@@ -24,6 +24,8 @@ public:
     /// The same for a receipt, which is what the caller made it of: mostly the JSON text, whose blanks and
     /// order of fields do not count; any other bytes are taken as they are.
     IdentifiedSale(DocumentStore& store, const QString& id, const QByteArray& receipt);
+    /// One that waits in the journal: it is begun only if it still does, for the same register.
+    IdentifiedSale(DocumentStore& store, const StoredDocument& queued);
 
     const QString& id() const { return m_request.id; }
     const QString& registerName() const { return m_request.registerName; }
@@ -38,7 +40,9 @@ public:
     /// True for one that was begun and not settled: the register was not asked, or did not answer.
     bool isUnsettled() const;
 
-    /// Before the document's first byte. Throws JournalError also when it is done or under way elsewhere.
+    /// Before the document's first byte. Throws JournalError also when it is done or under way elsewhere, or
+    /// waits no longer, DocumentExpired when its time is over. The marked goods of one that waits stand in
+    /// the journal already.
     void begin(const DriveMark& before, const MarkEntry& goods = {}, const Movement& movement = {});
     /// What is learnt of the attempt that was begun.
     void note(const Failure& failure);
@@ -51,6 +55,7 @@ public:
 private:
     DocumentStore& m_store;
     DocumentRequest m_request;
+    bool m_isQueued = false;
     /// 0 before it was begun.
     int m_attempt = 0;
 };
@@ -67,6 +72,9 @@ void answerFromJournal(Result& result, const std::optional<StoredDocument>& know
     result.verdict = result.isRepeated ? verdictOf(*known) : Verdict();
     result.isFinal = !known || known->state != DocumentState::Running;
 }
+/// What the journal keeps of a failure and of warnings.
+QJsonObject keptFailure(const Failure& failure);
+QJsonArray keptWarnings(const QList<receipt::Finding>& warnings);
 /// How the journal puts a verdict; nothing for one that leaves the document open.
 std::optional<DocumentEnding> endingOf(const Verdict& verdict);
 

@@ -26,6 +26,8 @@ struct IssueOptions
     std::optional<KnownMark> known = {};
     /// For a receipt that names none.
     FrUser cashier = {};
+    /// As DocumentOptions::opensShift.
+    bool opensShift = true;
 };
 
 } // namespace sale

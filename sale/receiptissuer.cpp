@@ -135,7 +135,7 @@ private:
         m_receipt.document.setCashierName(cashier.name);
         completeTaxSystem(m_driver, m_receipt);
         const auto openShift = [&] {
-            return openShiftAhead(m_driver, {m_options.line, cashier, m_options.sale});
+            return openShiftAhead(m_driver, {m_options.line, cashier, m_options.sale, m_options.opensShift});
         };
         m_witness.note(openShift, m_options.known);
         if (m_options.sale != nullptr)
@@ -176,7 +176,7 @@ private:
             m_options.sale->begin(m_result.before, m_marks, m_result.ours);
             if (!m_result.warnings.isEmpty())
                 m_options.sale->note(m_result.warnings);
-        } catch (const JournalError&) {
+        } catch (...) {
             forgetMarks(m_driver, m_receipt);
             throw;
         }

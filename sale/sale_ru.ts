@@ -211,5 +211,81 @@
         <source>the copy %1 cannot be made: %2</source>
         <translation>не удаётся сделать копию %1: %2</translation>
     </message>
+    <message>
+        <source>must be a sum above zero in whole kopecks</source>
+        <translation>должно быть суммой больше нуля в целых копейках</translation>
+    </message>
+    <message>
+        <source>must be an array of texts</source>
+        <translation>должно быть массивом текстов</translation>
+    </message>
+    <message>
+        <source>must be the number of a document</source>
+        <translation>должно быть номером документа</translation>
+    </message>
+    <message>
+        <source>is no document that is made out of a queue</source>
+        <translation>не документ, который выполняется из очереди</translation>
+    </message>
+    <message>
+        <source>the register was silent, and the request was sent again</source>
+        <translation>касса молчала, и запрос был послан снова</translation>
+    </message>
+    <message>
+        <source>the journal has no document %1</source>
+        <translation>в журнале нет документа %1</translation>
+    </message>
+    <message>
+        <source>the shift is closed</source>
+        <translation>смена закрыта</translation>
+    </message>
+    <message>
+        <source>the shift is open already</source>
+        <translation>смена уже открыта</translation>
+    </message>
+    <message>
+        <source>the shift is closed already</source>
+        <translation>смена уже закрыта</translation>
+    </message>
+    <message>
+        <source>the register was silent, and the request was sent again: it may have printed more than once</source>
+        <translation>касса молчала, и запрос был послан снова: документ мог напечататься не один раз</translation>
+    </message>
+    <message>
+        <source>comes to more than is left of the sale, %1</source>
+        <translation>больше, чем осталось от продажи: %1</translation>
+    </message>
+    <message>
+        <source>is a return of the sale whose positions the journal does not keep any more</source>
+        <translation>возврат этой продажи, позиций которого в журнале уже нет</translation>
+    </message>
+    <message>
+        <source>is more than is left of the sale at this price, %1</source>
+        <translation>больше, чем осталось от продажи по этой цене: %1</translation>
+    </message>
+    <message>
+        <source>was not sold with this sale</source>
+        <translation>этой продажей не продавалось</translation>
+    </message>
+    <message>
+        <source>is not the price at which it was issued, %1</source>
+        <translation>не та цена, по которой пробито: %1</translation>
+    </message>
+    <message>
+        <source>is no document of this journal</source>
+        <translation>не документ этого журнала</translation>
+    </message>
+    <message>
+        <source>is not a sale</source>
+        <translation>не продажа</translation>
+    </message>
+    <message>
+        <source>is not known to be issued</source>
+        <translation>не известно, пробит ли</translation>
+    </message>
+    <message>
+        <source>is a sale whose positions the journal does not keep</source>
+        <translation>продажа, позиций которой в журнале нет</translation>
+    </message>
 </context>
 </TS>

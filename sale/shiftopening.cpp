@@ -3,6 +3,7 @@
 #include "abstractfrdriver.h"
 #include "documentissuer.h"
 #include "identifiedsale.h"
+#include "shiftisclosed.h"
 
 namespace sale {
 
@@ -23,6 +24,8 @@ bool isShiftOpen(AbstractFrDriver& driver, const RegisterLine& line)
 
 Verdict openShiftAhead(AbstractFrDriver& driver, const DocumentOptions& options)
 {
+    if (!options.opensShift)
+        throw ShiftIsClosed();
     if (options.sale == nullptr) {
         driver.openShift();
         return Outcome::Issued;

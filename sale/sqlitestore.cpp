@@ -2,6 +2,7 @@
 
 #include "idconflict.h"
 #include "journalerror.h"
+#include "storedjson.h"
 #include "storedtime.h"
 
 #include <QJsonDocument>
@@ -9,19 +10,6 @@
 namespace sale {
 
 namespace {
-
-/// Null for what is empty, so that a note leaves what was noted before.
-QVariant storedJson(const QJsonObject& json)
-{
-    return json.isEmpty() ? QVariant(QMetaType::fromType<QString>())
-                          : QVariant(QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact)));
-}
-
-QVariant storedJson(const QJsonArray& json)
-{
-    return json.isEmpty() ? QVariant(QMetaType::fromType<QString>())
-                          : QVariant(QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact)));
-}
 
 QString neverNull(const QString& text)
 {
@@ -38,9 +26,9 @@ QVariant numberOrNull(quint32 number)
     return number == 0 ? QVariant(QMetaType::fromType<qint64>()) : QVariant(qint64{number});
 }
 
-JournalError wrongOrder(const SqliteStore& store, const QString& id, const QString& why)
+QVariant nullIfEmpty(const QString& text)
 {
-    return JournalError(QStringLiteral("journal %1: the document %2 %3").arg(store.fileName(), id, why));
+    return text.isEmpty() ? QVariant(QMetaType::fromType<QString>()) : QVariant(text);
 }
 
 } // namespace
@@ -52,29 +40,43 @@ SqliteStore::SqliteStore(const QString& fileName, int patienceMs)
     takeOverFrom(QStringLiteral("main"), QString::fromLatin1(""));
 }
 
-StoredDocument SqliteStore::accept(const DocumentRequest& request)
+JournalError SqliteStore::wrongOrder(const QString& id, const QString& why) const
 {
-    m_connection.together([&] {
-        const std::optional<StoredDocument> known = findId(request.id);
-        if (!known)
-            insert(request);
-        else if (known->state == DocumentState::NotIssued)
-            renew(*known, request);
-        else if (known->digest != bodyDigest(request.body))
-            throw IdConflict(request.id, known->accepted);
-    });
+    return JournalError(QStringLiteral("journal %1: the document %2 %3").arg(fileName(), id, why));
+}
+
+StoredDocument SqliteStore::accept(const DocumentRequest& request, const Condition& condition)
+{
+    m_connection.together([&] { take(request, condition); });
     return findId(request.id).value();
+}
+
+void SqliteStore::take(const DocumentRequest& request, const Condition& condition)
+{
+    const std::optional<StoredDocument> known = findId(request.id);
+    if (known && known->state != DocumentState::NotIssued) {
+        if (known->digest != bodyDigest(request.body) || known->request.returnOf != request.returnOf)
+            throw IdConflict(request.id, known->accepted);
+        return;
+    }
+    if (condition)
+        condition();
+    if (known)
+        renew(*known, request);
+    else
+        insert(request);
 }
 
 void SqliteStore::insert(const DocumentRequest& request)
 {
+    const QString now = storedNow();
     m_connection.execute(
         QStringLiteral(
-            "INSERT INTO documents (id, register, kind, body, digest, state, accepted, start_before) "
-            "VALUES (?, ?, ?, ?, ?, 'queued', ?, ?)"),
+            "INSERT INTO documents (id, register, kind, body, digest, state, accepted, start_before, "
+            "queued, return_of) VALUES (?, ?, ?, ?, ?, 'queued', ?, ?, ?, ?)"),
         {request.id, neverNull(request.registerName), request.kind,
-            neverNull(QString::fromUtf8(request.body)), QString::fromLatin1(bodyDigest(request.body)),
-            storedNow(), storedTime(request.startBefore)});
+            neverNull(QString::fromUtf8(request.body)), QString::fromLatin1(bodyDigest(request.body)), now,
+            storedTime(request.startBefore), now, nullIfEmpty(request.returnOf)});
     writeGoods(request);
 }
 
@@ -89,9 +91,10 @@ void SqliteStore::renew(const StoredDocument& known, const DocumentRequest& requ
     m_connection.execute(
         QStringLiteral("UPDATE documents SET register = ?, kind = ?, body = ?, digest = ?, state = 'queued', "
                        "reason = '', start_before = ?, settled = NULL, resolved_by = NULL, "
-                       "resolved_note = NULL, anonymised = NULL WHERE id = ?"),
+                       "resolved_note = NULL, anonymised = NULL, queued = ?, return_of = ? WHERE id = ?"),
         {neverNull(request.registerName), request.kind, neverNull(QString::fromUtf8(request.body)),
-            QString::fromLatin1(digest), storedTime(request.startBefore), request.id});
+            QString::fromLatin1(digest), storedTime(request.startBefore), storedNow(),
+            nullIfEmpty(request.returnOf), request.id});
     writeGoods(request);
 }
 
@@ -103,38 +106,46 @@ void SqliteStore::writeGoods(const DocumentRequest& request)
             QStringLiteral("INSERT INTO goods (mark, id) VALUES (?, ?)"), {mark, request.id});
 }
 
-std::optional<int> SqliteStore::begin(const QString& id, const AttemptStart& start)
+std::optional<int> SqliteStore::begin(const QString& id, const AttemptStart& attemptStart)
+{
+    std::optional<int> attempt;
+    m_connection.together([&] { attempt = start(id, attemptStart); });
+    return attempt;
+}
+
+std::optional<int> SqliteStore::acceptAndBegin(
+    const DocumentRequest& request, const AttemptStart& attemptStart)
 {
     std::optional<int> attempt;
     m_connection.together([&] {
-        const std::optional<StoredDocument> known = findId(id);
-        if (!known || known->state != DocumentState::Queued)
-            throw wrongOrder(*this, id, QStringLiteral("is done or under way"));
-        if (known->request.startBefore.isValid()
-            && known->request.startBefore < timeFromStored(storedNow())) {
-            expire(id);
-            return;
-        }
-        attempt = known->attemptCount + 1;
-        m_connection.execute(
-            QStringLiteral(
-                "INSERT INTO attempts (id, number, begun, mark_before, movement) VALUES (?, ?, ?, ?, ?)"),
-            {id, *attempt, storedNow(), wholeJson(start.markBefore), wholeJson(start.movement)});
-        m_connection.execute(
-            QStringLiteral("UPDATE documents SET state = 'running', begun = ?, attempts = ?, drive = ?, "
-                           "document = NULL, last_attempt = last_insert_rowid() WHERE id = ?"),
-            {storedNow(), *attempt, neverNull(start.markBefore.value(QStringLiteral("drive")).toString()),
-                id});
+        take(request, {});
+        attempt = start(request.id, attemptStart);
     });
     return attempt;
 }
 
-void SqliteStore::expire(const QString& id)
+std::optional<int> SqliteStore::start(const QString& id, const AttemptStart& start)
 {
+    const std::optional<StoredDocument> known = findId(id);
+    if (!known || known->state != DocumentState::Queued)
+        throw wrongOrder(id, QStringLiteral("is done or under way"));
+    if (!start.registerName.isEmpty() && known->request.registerName != start.registerName)
+        throw wrongOrder(id, QStringLiteral("is of the register %1").arg(known->request.registerName));
+    const QDateTime& before = known->request.startBefore;
+    if (before.isValid() && before < timeFromStored(storedNow())) {
+        end(id, StateReason::Expired);
+        return std::nullopt;
+    }
+    const int attempt = known->attemptCount + 1;
     m_connection.execute(
         QStringLiteral(
-            "UPDATE documents SET state = 'notIssued', reason = 'expired', settled = ? WHERE id = ?"),
-        {storedNow(), id});
+            "INSERT INTO attempts (id, number, begun, mark_before, movement) VALUES (?, ?, ?, ?, ?)"),
+        {id, attempt, storedNow(), wholeJson(start.markBefore), wholeJson(start.movement)});
+    m_connection.execute(
+        QStringLiteral("UPDATE documents SET state = 'running', begun = ?, attempts = ?, drive = ?, "
+                       "document = NULL, last_attempt = last_insert_rowid() WHERE id = ?"),
+        {storedNow(), attempt, neverNull(start.markBefore.value(QStringLiteral("drive")).toString()), id});
+    return attempt;
 }
 
 void SqliteStore::note(const QString& id, int attempt, const AttemptNote& note)
@@ -150,19 +161,19 @@ void SqliteStore::refuseWrongEnding(
 {
     const QString& id = known.request.id;
     if (attempt != known.attemptCount)
-        throw wrongOrder(*this, id, QStringLiteral("was begun anew by another program"));
+        throw wrongOrder(id, QStringLiteral("was begun anew by another program"));
     if (known.state == DocumentState::Issued)
-        throw wrongOrder(*this, id, QStringLiteral("is issued"));
+        throw wrongOrder(id, QStringLiteral("is issued"));
     if (ending.by.isEmpty())
         return;
     if (known.state != DocumentState::Unknown)
-        throw wrongOrder(*this, id, QStringLiteral("is %1, not unknown").arg(stateName(known.state)));
+        throw wrongOrder(id, QStringLiteral("is %1, not unknown").arg(stateName(known.state)));
     if (ending.documentNumber == 0)
         return;
     const QList<StoredDocument> others
         = find({.drive = known.drive, .documentNumber = ending.documentNumber, .withAttempts = false});
     if (!others.isEmpty())
-        throw wrongOrder(*this, others.constFirst().request.id,
+        throw wrongOrder(others.constFirst().request.id,
             QStringLiteral("is number %1 of fiscal drive %2").arg(ending.documentNumber).arg(known.drive));
 }
 
@@ -171,7 +182,7 @@ void SqliteStore::settle(const QString& id, int attempt, const DocumentEnding& e
     m_connection.together([&] {
         const std::optional<StoredDocument> known = findId(id);
         if (!known)
-            throw wrongOrder(*this, id, QStringLiteral("is not there"));
+            throw wrongOrder(id, QStringLiteral("is not there"));
         if (known->state == DocumentState::Issued && ending.state == DocumentState::Issued
             && known->documentNumber == ending.documentNumber && ending.by.isEmpty())
             return;

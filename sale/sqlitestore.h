@@ -1,6 +1,7 @@
 #pragma once
 
 #include "documentstore.h"
+#include "journalerror.h"
 #include "sqliteconnection.h"
 
 #include <optional>
@@ -17,11 +18,18 @@ public:
     /// Makes file and folder where they are missing. Throws JournalError, also for a file of a later release.
     explicit SqliteStore(const QString& fileName, int patienceMs = usualPatienceMs);
 
-    StoredDocument accept(const DocumentRequest& request) override;
+    using DocumentStore::accept;
+    StoredDocument accept(const DocumentRequest& request, const Condition& condition) override;
     std::optional<int> begin(const QString& id, const AttemptStart& start) override;
+    std::optional<int> acceptAndBegin(const DocumentRequest& request, const AttemptStart& start) override;
     void note(const QString& id, int attempt, const AttemptNote& note) override;
     void settle(const QString& id, int attempt, const DocumentEnding& ending) override;
     QList<StoredDocument> find(const DocumentQuery& query) const override;
+    StoredDocument withdraw(const QString& id) override;
+    StoredDocument move(const QString& id, const QString& registerName) override;
+    StoredDocument refuse(const QString& id, const AttemptNote& note) override;
+    QStringList expire(const QDateTime& now) override;
+    QList<DocumentCount> countByState(const QString& registerName) const override;
 
     const QString& fileName() const { return m_connection.fileName(); }
     /// Ids, outcomes and marked goods of a journal of an earlier release, which stays as it is. Nothing when
@@ -41,13 +49,23 @@ private:
     /// False for a file that has no tables of this format yet. Throws JournalError for one of another program
     /// or of a later release.
     bool isReady() const;
+    /// Whether it has what came to the format later.
+    bool isComplete() const;
     void makeTables();
+    void addLater();
     bool isTakenOver(const QString& name) const;
     void takeOverFrom(const QString& schema, const QString& name);
+    // What they do stands in a transaction of whoever calls them.
+    void take(const DocumentRequest& request, const Condition& condition);
+    std::optional<int> start(const QString& id, const AttemptStart& start);
     void insert(const DocumentRequest& request);
     void renew(const StoredDocument& known, const DocumentRequest& request);
     void writeGoods(const DocumentRequest& request);
-    void expire(const QString& id);
+    void end(const QString& id, StateReason reason);
+    /// The work on a queued document; then the document.
+    StoredDocument ifQueued(const QString& id, const std::function<void(const StoredDocument&)>& work);
+    StoredDocument existing(const QString& id) const;
+    JournalError wrongOrder(const QString& id, const QString& why) const;
     void endAttempt(const QString& id, int attempt, const DocumentEnding& ending);
     void refuseWrongEnding(const StoredDocument& known, int attempt, const DocumentEnding& ending) const;
     void addAttempts(StoredDocument& document) const;

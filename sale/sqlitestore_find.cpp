@@ -17,7 +17,7 @@ bool isFinished(DocumentState state)
 }
 
 /// The condition grows with the fields that are given.
-class Condition
+class Selection
 {
 public:
     void add(const QString& text, const QVariant& value)
@@ -51,9 +51,9 @@ private:
     QVariantList m_values;
 };
 
-Condition conditionOf(const DocumentQuery& query)
+Selection selectionOf(const DocumentQuery& query)
 {
-    Condition condition;
+    Selection condition;
     // The join stands first, so its value does too.
     if (!query.goods.isEmpty())
         condition.add(QStringLiteral("goods.mark = ?"), query.goods);
@@ -71,8 +71,15 @@ Condition conditionOf(const DocumentQuery& query)
         condition.add(QStringLiteral("accepted >= ?"), storedTime(query.since));
     if (query.order == DocumentQuery::LastBegun)
         condition.add(QStringLiteral("last_attempt > ?"), 0);
+    if (!query.returnOf.isEmpty())
+        condition.add(QStringLiteral("return_of = ?"), query.returnOf);
+    if (!query.text.isEmpty())
+        condition.add(
+            QStringLiteral("instr(lower(documents.id || char(10) || body), lower(?)) > 0"), query.text);
     if (query.after != 0)
         condition.add(QStringLiteral("documents.sequence > ?"), query.after);
+    if (query.before != 0)
+        condition.add(QStringLiteral("documents.sequence < ?"), query.before);
     return condition;
 }
 
@@ -90,12 +97,13 @@ QString orderOf(const DocumentQuery& query)
     }
 }
 
-QString statementOf(const DocumentQuery& query, const Condition& condition)
+QString statementOf(const DocumentQuery& query, const Selection& condition)
 {
     QString text
         = QStringLiteral("SELECT documents.sequence, documents.id, kind, body, register, start_before, "
                          "digest, state, reason, accepted, begun, settled, drive, document, number_read, "
-                         "times, resolved_by, resolved_note, attempts FROM documents");
+                         "times, resolved_by, resolved_note, attempts, coalesce(queued, accepted), "
+                         "return_of FROM documents");
     if (!query.goods.isEmpty())
         text += QStringLiteral(" JOIN goods ON goods.id = documents.id");
     text += condition.text() + QStringLiteral(" ORDER BY ") + orderOf(query);
@@ -127,6 +135,8 @@ StoredDocument documentOf(const QSqlQuery& row)
     document.resolvedBy = text();
     document.resolvedNote = text();
     document.attemptCount = static_cast<int>(number());
+    document.queued = timeFromStored(text());
+    document.request.returnOf = text();
     return document;
 }
 
@@ -155,7 +165,7 @@ StoredAttempt attemptOf(const QSqlQuery& row)
 
 QList<StoredDocument> SqliteStore::find(const DocumentQuery& query) const
 {
-    const Condition condition = conditionOf(query);
+    const Selection condition = selectionOf(query);
     QList<StoredDocument> documents;
     m_connection.select(statementOf(query, condition), condition.values(),
         [&documents](const QSqlQuery& row) { documents.append(documentOf(row)); });

@@ -10,7 +10,8 @@ namespace sale {
 
 namespace {
 
-// A release that adds columns raises it; nothing is ever taken away.
+// Raised when releases before could not go on with the file. What is only added raises nothing: they name
+// the columns that they write.
 constexpr int schemaVersion = 1;
 // "frJL": tells the file from those of other programs.
 constexpr int applicationId = 0x66724A4C;
@@ -40,6 +41,20 @@ constexpr const char* schemaStatements[] = {
     "CREATE INDEX goods_by_id ON goods (id)",
     "CREATE TABLE takeovers (file TEXT PRIMARY KEY, time TEXT NOT NULL)",
 };
+
+// What came to the format later, for new files and for those of releases before. Nothing is ever taken away,
+// and no column may be NOT NULL without a default.
+constexpr const char* laterColumns[] = {"queued TEXT", "return_of TEXT"};
+constexpr const char* laterIndices[] = {
+    "CREATE INDEX documents_by_sale ON documents (return_of) WHERE return_of IS NOT NULL",
+    // Lists of a long journal, page by page, and with the reason what is counted.
+    "CREATE INDEX documents_by_place ON documents (register, sequence)",
+    "CREATE INDEX documents_by_state ON documents (register, state, sequence, reason)",
+};
+// Until then nothing waited in a journal but for the moment before it was begun: what a program left so when
+// it was killed must not be sold now, unasked.
+constexpr const char* endLeftovers
+    = "UPDATE documents SET state = 'notIssued', reason = 'expired', settled = ? WHERE state = 'queued'";
 
 // Journals of earlier releases: a row of "sales" for each id, a row of "marks" for each marked piece, whose
 // id is empty for a sale without one. Of a sale only the fingerprint of its receipt was kept, which is the
@@ -116,21 +131,42 @@ bool SqliteStore::isReady() const
     return true;
 }
 
+bool SqliteStore::isComplete() const
+{
+    return m_connection
+        .value(QStringLiteral("SELECT 1 FROM pragma_table_info('documents') WHERE name = 'return_of'"))
+        .isValid();
+}
+
 void SqliteStore::makeTables()
 {
     // Whoever only reads need not wait for those who write, and what is another program's stays as it is.
-    const bool isMade = isReady();
+    const bool isMade = isReady() && isComplete();
     m_connection.keepLogAhead();
     if (isMade)
         return;
     m_connection.together([this] {
-        if (isReady())
+        const bool isNew = !isReady();
+        if (!isNew && isComplete())
             return;
-        for (const char* const statement : schemaStatements)
-            m_connection.execute(QString::fromLatin1(statement));
+        for (const char* const statement : schemaStatements) {
+            if (isNew)
+                m_connection.execute(QString::fromLatin1(statement));
+        }
+        addLater();
         m_connection.execute(QStringLiteral("PRAGMA application_id = %1").arg(applicationId));
         m_connection.execute(QStringLiteral("PRAGMA user_version = %1").arg(schemaVersion));
     });
+}
+
+void SqliteStore::addLater()
+{
+    for (const char* const column : laterColumns)
+        m_connection.execute(
+            QStringLiteral("ALTER TABLE documents ADD COLUMN ") + QString::fromLatin1(column));
+    for (const char* const index : laterIndices)
+        m_connection.execute(QString::fromLatin1(index));
+    m_connection.execute(QString::fromLatin1(endLeftovers), {storedNow()});
 }
 
 bool SqliteStore::isTakenOver(const QString& name) const

@@ -20,6 +20,8 @@ struct StoredDocument
     DocumentState state = DocumentState::Queued;
     StateReason reason = StateReason::None;
     QDateTime accepted;
+    /// Accepted for its last attempt: since then it waits, or has waited.
+    QDateTime queued;
     /// Of the last attempt.
     QDateTime begun;
     QDateTime settled;

@@ -10,7 +10,7 @@ packages=(
   libmicrohttpd-dev nlohmann-json3-dev libqt6sql6-sqlite fonts-dejavu-core libgtest-dev libgmock-dev
 )
 # What the tests need besides.
-test_packages=(python3-jsonschema zbar-tools tshark chromium chromium-driver python3-selenium)
+test_packages=(python3-jsonschema zbar-tools tshark chromium chromium-driver python3-selenium curl nodejs)
 # What only the suites of scripts/test --all need.
 large_packages=(valgrind)
 

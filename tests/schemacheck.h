@@ -2,13 +2,16 @@
 
 #include <QProcess>
 
-/// What a script of this folder finds when it holds these lines of JSON against a schema of docs/; empty when
+/// What a script of this folder finds when it holds these lines of JSON against schemas of docs/; empty when
 /// all is well. One start of the interpreter for all of them.
-inline QByteArray schemaFindings(const QString& script, const QString& schema, const QByteArray& lines)
+inline QByteArray schemaFindings(const QString& script, const QStringList& schemas, const QByteArray& lines)
 {
     QProcess checker;
     checker.setProcessChannelMode(QProcess::MergedChannels);
-    checker.start("/usr/bin/python3", {FRSPF_SOURCES "/tests/" + script, FRSPF_SOURCES "/docs/" + schema});
+    QStringList arguments{FRSPF_SOURCES "/tests/" + script};
+    for (const QString& schema : schemas)
+        arguments.append(FRSPF_SOURCES "/docs/" + schema);
+    checker.start("/usr/bin/python3", arguments);
     checker.write(lines);
     checker.closeWriteChannel();
     if (!checker.waitForFinished())

@@ -27,6 +27,6 @@ void Answers::TearDown()
 {
     const QByteArray findings = collected.isEmpty()
         ? QByteArray()
-        : schemaFindings("e2e/answers.py", "output.schema.json", collected);
+        : schemaFindings("e2e/answers.py", {"output.schema.json"}, collected);
     EXPECT_EQ(findings.toStdString(), "");
 }

@@ -1,7 +1,7 @@
 #include "documentoutput.h"
 #include "exceptions.h"
 #include "failure.h"
-#include "findingoutput.h"
+#include "findingsjson.h"
 #include "idconflict.h"
 #include "identifiedreceipt.h"
 #include "identifiedsale.h"
@@ -143,7 +143,7 @@ TEST(FindingsJson, HasTheTextItselfWhichPeopleGetReadable)
         QStringLiteral("01\x1D"
                        "93"),
         "is bad"};
-    EXPECT_EQ(QJsonDocument(findingsJson({finding})).toJson(QJsonDocument::Compact),
+    EXPECT_EQ(QJsonDocument(sale::findingsJson({finding})).toJson(QJsonDocument::Compact),
         R"([{"given":"01\u001d93","path":"items[0].markingCode","text":"is bad"}])");
     EXPECT_EQ(finding.text(), QStringLiteral("items[0].markingCode: \"01<GS>93\" is bad"));
 }

@@ -119,10 +119,37 @@ public:
     }
     void checkCancel() override { note("cancel"); }
     void checkWaitForPrint() override { note("wait"); }
+    void moneyCheckOpen(hw::fr::CheckType type, const QString&) override
+    {
+        note(type == hw::fr::CheckCashIn ? "cashIn" : "cashOut");
+    }
+    QJsonObject moneyCheckClose(double sum) override
+    {
+        note("sum" + QString::number(sum).toStdString());
+        return {};
+    }
+    void textDocPrint(const QList<QString>& lines) override
+    {
+        note("text:" + QStringList(lines).join('|').toStdString());
+    }
+    QJsonObject xReport() override
+    {
+        note("xReport");
+        return {};
+    }
+    QJsonObject zReport() override
+    {
+        note("zReport");
+        return {};
+    }
+    void accountingReport() override { note("accounting"); }
+    void printFnDocument(long document) override { note("copy" + std::to_string(document)); }
 
     /// As a step of a document.
     void note(const std::string& call)
     {
+        if (isHostDead)
+            throw Interruption();
         calls += (calls.empty() ? "" : " ") + call;
         const auto isAmong = [&call](const std::string& names) {
             return (" " + names + " ").find(" " + call + " ") < names.npos;
@@ -137,6 +164,8 @@ public:
     /// Names with blanks between them.
     std::string failing;
     bool interrupt = false;
+    /// Its program asks nothing any more.
+    bool isHostDead = false;
     /// Those that the register refuses, also beside an interruption.
     std::string refused;
     /// What happens elsewhere while a marking code is checked.

@@ -4,69 +4,16 @@
 #include "idconflict.h"
 #include "journalerror.h"
 #include "mockfactory.h"
-#include "sqlitestore.h"
+#include "storefixture.h"
 
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
-
-#include <array>
 #include <latch>
-#include <memory>
 #include <thread>
 
 using namespace sale;
 
 namespace {
 
-struct BackEnd
-{
-    const char* name;
-    /// Another opening of the same journal, as another program has it.
-    std::unique_ptr<DocumentStore> (*open)(const QTemporaryDir& folder);
-};
-
-const BackEnd backEnds[] = {{"Sqlite", [](const QTemporaryDir& folder) {
-                                 return std::unique_ptr<DocumentStore>(
-                                     std::make_unique<SqliteStore>(folder.filePath("data/sales.sqlite")));
-                             }}};
-
-const QJsonObject markBefore{{"drive", "9999"}, {"lastDocument", 7}};
-constexpr std::array states{DocumentState::Queued, DocumentState::Running, DocumentState::Issued,
-    DocumentState::NotIssued, DocumentState::Unknown};
-
-class Store : public testing::TestWithParam<BackEnd>
-{
-protected:
-    std::unique_ptr<DocumentStore> open() const { return GetParam().open(folder); }
-
-    static DocumentRequest request(const QString& id, const QByteArray& body = R"({"a": 1, "b": 2})")
-    {
-        return {id, "sell", body, "till1"};
-    }
-
-    /// Brings a new document into the state.
-    void bring(const QString& id, DocumentState state, quint32 number = 0)
-    {
-        store->accept(request(id));
-        if (state == DocumentState::Queued)
-            return;
-        const int attempt = store->begin(id, {markBefore}).value();
-        if (state != DocumentState::Running)
-            store->settle(id, attempt, {.state = state, .documentNumber = number});
-    }
-
-    QStringList idsOf(const DocumentQuery& query) const
-    {
-        QStringList ids;
-        for (const StoredDocument& document : store->find(query))
-            ids.append(document.request.id);
-        return ids;
-    }
-
-    QTemporaryDir folder;
-    std::unique_ptr<DocumentStore> store = open();
-};
+using Store = StoreFixture;
 
 TEST_P(Store, IdIsOneDocumentForEver)
 {
@@ -214,7 +161,7 @@ TEST_P(Store, DocumentsAreFoundByWhatTheyAre)
 {
     for (const DocumentState state : states)
         bring(stateName(state), state, state == DocumentState::Issued ? 8 : 0);
-    DocumentRequest other = request("other");
+    DocumentRequest other = request("other", R"({"b": 3, "name": "Хлеб"})");
     other.registerName = "till2";
     other.goods = {"piece"};
     store->accept(other);
@@ -233,6 +180,12 @@ TEST_P(Store, DocumentsAreFoundByWhatTheyAre)
         {{.since = QDateTime::currentDateTime().addSecs(60)}, {}},
         {{.after = third, .limit = 2}, {"notIssued", "unknown"}},
         {{.limit = 1, .order = DocumentQuery::Newest}, {"other"}},
+        {{.before = third, .limit = 1, .order = DocumentQuery::Newest}, {"running"}},
+        {{.states = {DocumentState::Queued}, .registerName = "till1", .limit = 1}, {"queued"}},
+        {{.text = "OTHE"}, {"other"}},
+        {{.text = "\"b\": 3"}, {"other"}},
+        {{.text = "Хлеб"}, {"other"}},
+        {{.text = "%"}, {}},
         {{.drive = "9999", .limit = 1, .order = DocumentQuery::LastBegun}, {"unknown"}},
     };
     for (const auto& row : rows)

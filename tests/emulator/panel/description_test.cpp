@@ -1,11 +1,8 @@
 #include "memory/foreignstate.h"
 #include "panel/panelrig.h"
-#include "schemacheck.h"
+#include "tests/http/apirecord.h"
 
 #include <gtest/gtest.h>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 #include <span>
 
@@ -20,43 +17,28 @@ QList<Step> longSale()
     return steps;
 }
 
-/// All that is asked and answered, for openapi.py.
+/// Asks, and notes what is asked and answered.
 class Record
 {
 public:
     explicit Record(HexPanel& rig)
         : m_rig(rig)
+        , m_record(rig.panel.site().router)
     {
-        for (const http::Route& route : rig.panel.site().router.routes())
-            add({{"route", QJsonArray{QString(route.method), route.pattern}}});
     }
 
     Served ask(const QByteArray& method, const QByteArray& target, const QByteArray& body)
     {
         const Served served = m_rig.ask(method, target, body);
-        http::Request request = http::Request::of(method, target);
-        QString pattern = m_rig.panel.site().router.find(request).pattern;
-        if (const qsizetype point = request.path.lastIndexOf('.'); pattern.endsWith('}') && point > 0)
-            pattern += request.path.mid(point);
-        add({{"route", QJsonArray{QString(method), pattern}}, {"status", served.status},
-            {"type", QString(served.type)},
-            {"body", served.type.contains("json") ? QString::fromUtf8(served.body) : QString()}});
+        m_record.add(method, target, served.status, served.type, served.body);
         return served;
     }
 
-    QByteArray findings() const
-    {
-        return schemaFindings("emulator/panel/openapi.py", "emulator.openapi.json", m_lines);
-    }
+    QByteArray findings() const { return m_record.findings({"emulator.openapi.json"}); }
 
 private:
-    void add(const QJsonObject& line)
-    {
-        m_lines += QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n';
-    }
-
     HexPanel& m_rig;
-    QByteArray m_lines;
+    ApiRecord m_record;
 };
 
 struct AskRow

@@ -1,8 +1,8 @@
 #!/usr/bin/python3
-"""Holds the routes and answers of the panel against the description of its interface. Exit status 1 when one differs.
+"""Holds the routes and answers of a program against the description of its interface. Exit status 1 when one differs.
 
-Standard input has a line for each route, {"route": [METHOD, PATTERN]}, and one for each answer of it, with "status", "type" and
-"body" besides."""
+The arguments are the description and the files of other schemas that have some of the same words. Standard input has a line for
+each route, {"route": [METHOD, PATTERN]}, and one for each answer of it, with "status", "type" and "body" besides."""
 
 import json
 import re
@@ -11,16 +11,15 @@ import sys
 import jsonschema
 
 METHODS = ("get", "put", "post", "delete")
-FIRST, ANY = "/v1", "/v1/registers/{register}"
 
 
 def operations(document):
-    """Each operation by its method and the place of the path within a register, or the whole path of one without."""
+    """Each operation by its method and its paths: one for each place where it is served."""
     for path, item in document["paths"].items():
-        place = item["servers"][0]["url"] if "servers" in item else ""
+        places = tuple(server["url"].rstrip("/") + path for server in item.get("servers", document["servers"]))
         for method in METHODS:
             if method in item:
-                yield (method.upper(), place + path), item[method], item.get("parameters", [])
+                yield (method.upper(), places), item[method], item.get("parameters", [])
 
 
 def references(value):
@@ -57,7 +56,7 @@ def findings_in(document):
             yield f"schema {name}: not in camelCase"
     identifiers = [operation["operationId"] for _, operation, _ in operations(document)]
     yield from (f"{one} stands twice" for one in set(identifiers) if identifiers.count(one) > 1)
-    for (method, path), operation, shared in operations(document):
+    for (method, (path, *_)), operation, shared in operations(document):
         described = {one["name"] for one in shared + operation.get("parameters", []) if one["in"] == "path"}
         if described != set(re.findall(r"{(\w+)}", path)):
             yield f"{method} {path}: parameters of the path"
@@ -69,25 +68,25 @@ def without_format(path):
     return re.sub(r"\.(svg|png|pdf)$", "", path)
 
 
-def place_of(path):
-    return path.removeprefix(ANY) if path.startswith(ANY) else path.removeprefix(FIRST)
-
-
 def route_findings(described, routes):
-    """Each operation of a register is there twice, at /v1 and at /v1/registers/{register}."""
-    wanted = set()
-    for method, path in described:
-        plain = without_format(path)
-        alone = plain.startswith(FIRST)
-        wanted |= {(method, plain)} if alone else {(method, FIRST + plain), (method, ANY + plain)}
-    # A picture of a tape's entry is all that there is of one.
+    wanted = {(method, without_format(path)) for method, paths in described for path in paths}
+    # A picture of a thing may be all that there is of one.
     yield from (f"{method} {path}: not served" for method, path in sorted(wanted - routes))
     yield from (f"{method} {path}: not described" for method, path in sorted(routes - wanted))
 
 
+def same_words(document, other):
+    """What two schemas have by the same name is the same in both."""
+    for name, schema in other["definitions"].items():
+        text = json.dumps(schema, sort_keys=True).replace("#/definitions/", "#/components/schemas/")
+        known = document["components"]["schemas"].get(name)
+        if known is not None and json.dumps(known, sort_keys=True) != text:
+            yield f"schema {name}: not as in the other file"
+
+
 def answer_findings(document, described, answer):
     method, path = answer["route"]
-    operation = described.get((method, path)) or described.get((method, place_of(path)))
+    operation = next((one for (verb, paths), one in described.items() if verb == method and path in paths), None)
     name = f"{method} {path}: {answer['status']}"
     if operation is None:
         yield f"{name}: no such operation"
@@ -111,10 +110,10 @@ def answer_findings(document, described, answer):
 def unseen(described, answers):
     """What is described and was never answered."""
     seen = {(*answer["route"], str(answer["status"])) for answer in answers}
-    for (method, path), operation in described.items():
+    for (method, paths), operation in described.items():
         for status in operation["responses"]:
-            if status != "default" and not {(method, path, status), (method, FIRST + path, status)} & seen:
-                yield f"{method} {path}: {status} was never answered"
+            if status != "default" and not {(method, path, status) for path in paths} & seen:
+                yield f"{method} {paths[0]}: {status} was never answered"
 
 
 def main():
@@ -124,6 +123,9 @@ def main():
     described = {key: operation for key, operation, _ in operations(document)}
     answers = [line for line in lines if "status" in line]
     findings = list(findings_in(document))
+    for name in sys.argv[2:]:
+        with open(name, encoding="utf-8") as file:
+            findings += same_words(document, json.load(file))
     findings += route_findings(described, {tuple(line["route"]) for line in lines if "status" not in line})
     for answer in answers:
         findings += answer_findings(document, described, answer)

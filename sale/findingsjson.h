@@ -6,10 +6,10 @@
 #include <QJsonObject>
 #include <QList>
 
-namespace frctl {
+namespace sale {
 
 QJsonObject findingJson(const receipt::Finding& finding);
 /// path, given (the text itself) and text of each.
 QJsonArray findingsJson(const QList<receipt::Finding>& findings);
 
-} // namespace frctl
+} // namespace sale

@@ -1,6 +1,6 @@
-#include "findingoutput.h"
+#include "findingsjson.h"
 
-namespace frctl {
+namespace sale {
 
 QJsonObject findingJson(const receipt::Finding& finding)
 {
@@ -16,4 +16,4 @@ QJsonArray findingsJson(const QList<receipt::Finding>& findings)
     return json;
 }
 
-} // namespace frctl
+} // namespace sale

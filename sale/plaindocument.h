@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QStringList>
+#include <QtGlobal>
+
+namespace sale {
+
+struct DocumentRequest;
+
+/// What a document that is no receipt is made of.
+struct PlainDocument
+{
+    enum Kind { OpenShift, ZReport, XReport, AccountingReport, CashIn, CashOut, Text, Copy };
+
+    Kind kind = OpenShift;
+    /// Of cash.
+    qint64 kopecks = 0;
+    /// Of a text.
+    QStringList lines = {};
+    /// Of a copy; 0 for the drive's last document.
+    quint32 documentNumber = 0;
+};
+
+/// Reads it from kind and body: "sum" in roubles, "lines", "documentNumber" (missing for the last one).
+/// Throws ReceiptError.
+PlainDocument plainDocumentOf(const DocumentRequest& request);
+
+} // namespace sale

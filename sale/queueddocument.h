@@ -1,0 +1,27 @@
+#pragma once
+
+#include "documentanswer.h"
+
+#include <optional>
+
+namespace sale {
+
+class CashDesk;
+
+/// What came of a document that waited in the journal.
+struct QueuedDocument
+{
+    /// As the journal has it now; the error says what failed.
+    DocumentAnswer answer;
+    /// It waits still, and nothing of it was begun: what keeps the register from it, or the journal.
+    std::optional<ErrorKind> held = {};
+};
+
+/// Makes the document that waits in the journal under that id for the desk's register, by its kind and its
+/// body: a receipt's JSON, or what PlainDocument says. Once at most, whatever happens: it is begun only while
+/// it waits, and one that waits no longer, or for another register, is answered as it stands. What is wrong
+/// with the document itself, also with its marking codes, its cash or its shift, refuses it; what is wrong
+/// with the register, its line or the journal leaves it where it is. Throws nothing.
+QueuedDocument makeQueued(CashDesk& desk, const QString& id);
+
+} // namespace sale

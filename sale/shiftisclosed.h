@@ -1,0 +1,19 @@
+#pragma once
+
+#include "saletr.h"
+
+#include <stdexcept>
+
+namespace sale {
+
+/// A document wants an open shift and may not open it itself: nothing was begun.
+class ShiftIsClosed : public std::runtime_error
+{
+public:
+    ShiftIsClosed()
+        : std::runtime_error(tr("the shift is closed").toStdString())
+    {
+    }
+};
+
+} // namespace sale

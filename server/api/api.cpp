@@ -1,0 +1,193 @@
+#include "api/api.h"
+
+#include "api/apiroute.h"
+#include "api/documentresponse.h"
+#include "documentanswer.h"
+#include "http/problem.h"
+#include "journalerror.h"
+
+#include <QLoggingCategory>
+
+namespace frserver {
+
+namespace {
+
+Q_LOGGING_CATEGORY(apiLog, "frserver.api")
+
+constexpr qsizetype keptEvents = 4000;
+constexpr std::chrono::seconds pausingWait(130);
+
+const QString pausedState = QStringLiteral("paused");
+
+QJsonValue nameOrNull(const QString& text)
+{
+    return text.isEmpty() ? QJsonValue() : QJsonValue(text);
+}
+
+http::Response journalProblem(const sale::JournalError& error)
+{
+    qCWarning(apiLog).noquote() << error.what();
+    return http::Problem(503, QStringLiteral("journal"), QStringLiteral("The journal cannot be used"),
+        QStringLiteral("%1. Post the same id again.").arg(QString::fromUtf8(error.what())))
+        .withHeader("Retry-After", "5")
+        .response();
+}
+
+/// A journal that fails is the same whatever was asked.
+http::Handler handlerOf(Api& api, const ApiRoute& route)
+{
+    return [&api, answer = route.answer](const http::Request& request) -> http::Answer {
+        try {
+            return answer(api, request);
+        } catch (const sale::JournalError& error) {
+            return journalProblem(error);
+        }
+    };
+}
+
+/// What changes by itself is no change.
+QJsonObject withoutAges(QJsonObject view)
+{
+    const QStringList members = view.keys();
+    for (const QString& member : members) {
+        if (member.endsWith(QStringLiteral("Age")) || member == QStringLiteral("age"))
+            view.remove(member);
+    }
+    return view;
+}
+
+} // namespace
+
+Api::Api(sale::DocumentStore& store, Owners& owners, const Settings& settings)
+    : m_store(store)
+    , m_owners(owners)
+    , m_settings(settings)
+    , m_events(keptEvents)
+    , m_waiters([this](const QString& id) { return late(id); },
+          [this](const QString& id, bool isAwaited) {
+              const std::optional<sale::StoredDocument> document = m_store.findId(id);
+              if (Till* const of = document ? till(document->request.registerName) : nullptr)
+                  of->setAwaited(id, isAwaited);
+          })
+    , m_pausing([this](const QString& name) { return http::Response::json(registerView(*till(name)), 202); },
+          [](const QString&, bool) {})
+{
+    for (const sale::StoredDocument& document : store.find({.states
+             = {sale::DocumentState::Queued, sale::DocumentState::Running, sale::DocumentState::Unknown},
+             .withAttempts = false}))
+        m_open.takeOver(document);
+    addRoutes();
+}
+
+void Api::addRoutes()
+{
+    for (const auto* const routes :
+        {&documentRoutes(), &documentListRoutes(), &registerRoutes(), &checkRoutes(), &eventRoutes()}) {
+        for (const ApiRoute& route : *routes)
+            m_site.router.add(
+                route.method, QStringLiteral("/v1") + route.pattern, handlerOf(*this, route), route.access);
+    }
+    for (const ApiRoute& route : healthRoutes())
+        m_site.router.add(route.method, route.pattern, handlerOf(*this, route), route.access);
+}
+
+void Api::add(Till& till)
+{
+    m_tills[till.settings().name] = &till;
+}
+
+void Api::setTokens(bool areWanted, const QList<TokenEntry>& entries)
+{
+    m_site.tokens.clear();
+    for (const TokenEntry& entry : entries)
+        m_site.tokens.add(entry.hash, {entry.name, entry.role, entry.registers});
+    // No token has this for its hash.
+    if (areWanted && entries.isEmpty())
+        m_site.tokens.add("-", {});
+}
+
+Till* Api::till(const QString& name) const
+{
+    const auto found = m_tills.find(name);
+    return found == m_tills.end() ? nullptr : found->second;
+}
+
+QJsonObject Api::registerView(const Till& till) const
+{
+    using sale::DocumentState;
+    const QString& name = till.settings().name;
+    QJsonObject view = till.view();
+    view.insert(QStringLiteral("name"), name);
+    view.insert(QStringLiteral("protocol"), receipt::protocolName(till.settings().protocol));
+    view.insert(QStringLiteral("queue"),
+        QJsonObject{{QStringLiteral("queued"), m_open.count(name, DocumentState::Queued)},
+            {QStringLiteral("running"), m_open.count(name, DocumentState::Running)},
+            {QStringLiteral("unknown"), m_open.count(name, DocumentState::Unknown)},
+            {QStringLiteral("oldest"), sale::momentJson(m_open.oldestQueued(name))}});
+    return view;
+}
+
+void Api::accepted(const sale::StoredDocument& document)
+{
+    documentChanged(document.request.id);
+    if (Till* const of = till(document.request.registerName))
+        of->wake();
+}
+
+void Api::documentChanged(const QString& id)
+{
+    const std::optional<sale::StoredDocument> document = m_store.findId(id);
+    if (!document)
+        return;
+    if (m_open.note(*document))
+        m_events.publish("document",
+            {{QStringLiteral("id"), id}, {QStringLiteral("register"), document->request.registerName},
+                {QStringLiteral("kind"), document->request.kind},
+                {QStringLiteral("state"), sale::stateName(document->state)},
+                {QStringLiteral("reason"), nameOrNull(sale::reasonName(document->reason))},
+                {QStringLiteral("documentNumber"), sale::documentNumberJson(document->documentNumber)}});
+    // Also that it is still unknown after it was asked about.
+    if (!isPending(document->state) && m_waiters.areAny(id))
+        m_waiters.answer(id, documentResponse(*this, *document));
+}
+
+void Api::registerChanged(const QString& name)
+{
+    const Till* const changed = till(name);
+    if (changed == nullptr)
+        return;
+    const QJsonObject view = withoutAges(changed->view());
+    if (std::exchange(m_told[name], view) == view)
+        return;
+    QJsonObject data = view;
+    data.insert(QStringLiteral("register"), name);
+    m_events.publish("register", data);
+    if (view.value(QStringLiteral("state")) == pausedState)
+        m_pausing.answer(name, http::Response::json(registerView(*changed)));
+}
+
+http::Answer Api::whenPaused(const Till& till, std::optional<std::chrono::seconds> wait)
+{
+    const QJsonObject view = registerView(till);
+    const std::chrono::seconds time = wait.value_or(pausingWait);
+    if (view.value(QStringLiteral("state")) == pausedState)
+        return http::Response::json(view);
+    if (time == std::chrono::seconds(0))
+        return http::Response::json(view, 202);
+    return m_pausing.wait(till.settings().name, time);
+}
+
+http::Response Api::late(const QString& id) const
+{
+    const std::optional<sale::StoredDocument> document = m_store.findId(id);
+    return document ? documentResponse(*this, *document) : http::Problem(404).response();
+}
+
+void Api::stop()
+{
+    m_isStopping = true;
+    m_waiters.release();
+    m_pausing.release();
+}
+
+} // namespace frserver

@@ -1,0 +1,86 @@
+#pragma once
+
+#include "access/tokenentry.h"
+#include "api/openlist.h"
+#include "api/owners.h"
+#include "api/till.h"
+#include "api/waiters.h"
+#include "documentstore.h"
+#include "http/eventstream.h"
+#include "http/site.h"
+
+#include <map>
+
+namespace frserver {
+
+/// The interface over HTTP: what its routes share. It knows registers, the journal and nothing of processes.
+class Api
+{
+public:
+    struct Settings
+    {
+        /// Documents that may wait for one register.
+        int queueLimit = 1000;
+        QByteArray version = {};
+    };
+
+    /// Store and owners must outlive it.
+    Api(sale::DocumentStore& store, Owners& owners, const Settings& settings);
+
+    /// The register must outlive it.
+    void add(Till& till);
+    /// Whom it lets in. Nobody when tokens are wanted and there are none.
+    void setTokens(bool areWanted, const QList<TokenEntry>& entries);
+    http::Site& site() { return m_site; }
+    const http::Site& site() const { return m_site; }
+
+    /// @name Told by the registers
+    /// @{
+    void documentChanged(const QString& id);
+    void registerChanged(const QString& name);
+    /// @}
+
+    /// Nothing is accepted any longer, and nobody waits.
+    void stop();
+    bool isStopping() const { return m_isStopping; }
+
+    /// @name For the routes
+    /// @{
+    const Settings& settings() const { return m_settings; }
+    sale::DocumentStore& store() { return m_store; }
+    const sale::DocumentStore& store() const { return m_store; }
+    Owners& owners() const { return m_owners; }
+    Waiters& waiters() { return m_waiters; }
+    const http::EventStream& events() const { return m_events; }
+    const OpenList& openDocuments() const { return m_open; }
+    const std::map<QString, Till*>& tills() const { return m_tills; }
+    /// Null when there is none of that name.
+    Till* till(const QString& name) const;
+    /// The view, with its name and its queue.
+    QJsonObject registerView(const Till& till) const;
+    /// For a document that was accepted just now.
+    void accepted(const sale::StoredDocument& document);
+    /// The register as it is when it is paused, or at the end of the time.
+    http::Answer whenPaused(const Till& till, std::optional<std::chrono::seconds> wait);
+    /// @}
+
+private:
+    void addRoutes();
+    http::Response late(const QString& id) const;
+
+    sale::DocumentStore& m_store;
+    Owners& m_owners;
+    Settings m_settings;
+    std::map<QString, Till*> m_tills;
+    http::Site m_site;
+    http::EventStream m_events;
+    OpenList m_open;
+    Waiters m_waiters;
+    /// By names of registers.
+    Waiters m_pausing;
+    /// What was told of each register last.
+    std::map<QString, QJsonObject> m_told;
+    bool m_isStopping = false;
+};
+
+} // namespace frserver

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "http/access.h"
+#include "http/answer.h"
+#include "http/request.h"
+
+#include <QList>
+
+namespace frserver {
+
+class Api;
+
+/// A route of the interface.
+struct ApiRoute
+{
+    QByteArray method;
+    QString pattern;
+    http::Answer (*answer)(Api& api, const http::Request& request);
+    http::Access access = {};
+};
+
+/// @name Those of each topic
+/// @{
+const QList<ApiRoute>& documentRoutes();
+const QList<ApiRoute>& documentListRoutes();
+const QList<ApiRoute>& registerRoutes();
+const QList<ApiRoute>& checkRoutes();
+const QList<ApiRoute>& eventRoutes();
+/// Outside /v1.
+const QList<ApiRoute>& healthRoutes();
+/// @}
+
+} // namespace frserver

@@ -1,0 +1,110 @@
+#include "api/api.h"
+#include "api/apiroute.h"
+#include "api/posteddocument.h"
+#include "api/rights.h"
+#include "currenttime.h"
+#include "http/problem.h"
+#include "mockfactory.h"
+#include "salereturn.h"
+
+#include <QJsonArray>
+
+#include <algorithm>
+
+namespace frserver {
+
+namespace {
+
+using http::Answer;
+using http::Request;
+using receipt::Finding;
+using receipt::Protocol;
+
+struct ToldFinding
+{
+    Finding finding;
+    QStringList over;
+};
+
+bool isSame(const Finding& left, const Finding& right)
+{
+    return left.severity == right.severity && left.path == right.path && left.given == right.given
+        && left.reason == right.reason;
+}
+
+void add(QList<ToldFinding>& all, const Finding& finding, const QString& protocol)
+{
+    const auto known = std::find_if(
+        all.begin(), all.end(), [&](const ToldFinding& told) { return isSame(told.finding, finding); });
+    if (known == all.end())
+        all.append({finding, {protocol}});
+    else if (!known->over.contains(protocol))
+        known->over.append(protocol);
+}
+
+/// That of the register, or that of the question, or both.
+QList<Protocol> protocolsOf(const Api& api, const Request& request)
+{
+    if (const auto name = request.queryValue(QStringLiteral("register")))
+        return {tillNamed(api, request, *name).settings().protocol};
+    const std::optional<QString> asked = request.queryValue(QStringLiteral("protocol"));
+    if (!asked)
+        return {Protocol::Xml, Protocol::Hex};
+    for (const Protocol protocol : {Protocol::Xml, Protocol::Hex}) {
+        if (receipt::protocolName(protocol) == *asked)
+            return {protocol};
+    }
+    throw http::Problem(400, QStringLiteral("protocol is XML or HEX."));
+}
+
+QJsonArray toldJson(const QList<ToldFinding>& all, Finding::Severity severity, qsizetype protocols)
+{
+    QJsonArray json;
+    for (const ToldFinding& told : all) {
+        if (told.finding.severity != severity)
+            continue;
+        const bool isEverywhere = told.over.size() == protocols;
+        json.append(QJsonObject{{QStringLiteral("path"), told.finding.path},
+            {QStringLiteral("given"), told.finding.given}, {QStringLiteral("text"), told.finding.reason},
+            {QStringLiteral("protocol"), isEverywhere ? QJsonValue() : QJsonValue(told.over.constFirst())}});
+    }
+    return json;
+}
+
+bool isError(const Finding& finding)
+{
+    return finding.severity == Finding::Error;
+}
+
+/// All that would refuse the document, or be told of it; nothing is stored and no register asked.
+Answer check(Api& api, const Request& request)
+{
+    const QList<Protocol> protocols = protocolsOf(api, request);
+    const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
+    QList<ToldFinding> all;
+    QJsonArray acceptedOver;
+    for (const Protocol protocol : protocols) {
+        const QList<Finding> findings = documentFindings(
+            request.body, {protocol, now, 0, true, [&api](const sale::DocumentRequest& document) {
+                               return sale::completedBody(api.store(), document);
+                           }});
+        const QString name = receipt::protocolName(protocol);
+        for (const Finding& finding : findings)
+            add(all, finding, name);
+        if (std::none_of(findings.cbegin(), findings.cend(), isError))
+            acceptedOver.append(name);
+    }
+    return http::Response::json(QJsonObject{{QStringLiteral("acceptedOver"), acceptedOver},
+        {QStringLiteral("errors"), toldJson(all, Finding::Error, protocols.size())},
+        {QStringLiteral("warnings"), toldJson(all, Finding::Warning, protocols.size())}});
+}
+
+} // namespace
+
+const QList<ApiRoute>& checkRoutes()
+{
+    static const QList<ApiRoute> routes{{"POST", QStringLiteral("/check"), check}};
+    return routes;
+}
+
+} // namespace frserver

@@ -1,0 +1,77 @@
+#include "api/documentresponse.h"
+
+#include "api/api.h"
+#include "api/documentview.h"
+#include "http/problem.h"
+
+namespace frserver {
+
+namespace {
+
+using http::Problem;
+using http::Response;
+using sale::DocumentState;
+
+QString notIssuedDetail(const sale::StoredDocument& document, const QJsonObject& view)
+{
+    const QString again = QStringLiteral(" The same id may be posted again, also with a corrected body.");
+    switch (document.reason) {
+    case sale::StateReason::Expired:
+        return QStringLiteral("Its time was over before it could be begun; nothing was printed.") + again;
+    case sale::StateReason::Deleted:
+        return QStringLiteral("It was withdrawn before it was begun.") + again;
+    default:
+        return view.value(QStringLiteral("error")).toObject().value(QStringLiteral("text")).toString()
+            + again;
+    }
+}
+
+Problem notIssued(const sale::StoredDocument& document, const QJsonObject& view)
+{
+    return Problem(409, QStringLiteral("document-not-issued"), QStringLiteral("The document is not issued"),
+        notIssuedDetail(document, view).trimmed());
+}
+
+Problem unknown(const sale::StoredDocument& document)
+{
+    return Problem(409, QStringLiteral("document-unknown"),
+        QStringLiteral("Nobody knows whether the document is issued"),
+        QStringLiteral(
+            "A person must look at the tape of the register: do not sell it again under another id. "
+            "What was seen is told with POST /v1/documents/%1/resolve.")
+            .arg(document.request.id));
+}
+
+Response withMembers(Problem problem, const QJsonObject& view)
+{
+    for (auto member = view.begin(); member != view.end(); ++member)
+        problem = problem.with(member.key(), member.value());
+    return problem.response();
+}
+
+Response located(const QJsonObject& view, int status)
+{
+    // The letters of an id need no encoding; those of ids that earlier releases took are read anyway.
+    const QString id = view.value(QStringLiteral("id")).toString();
+    return Response::json(view, status)
+        .with("Location", "/v1/documents/" + id.toUtf8().toPercentEncoding(":"));
+}
+
+} // namespace
+
+Response documentResponse(const Api& api, const sale::StoredDocument& document, bool isReplayed)
+{
+    const QJsonObject view = documentView(api, document, isReplayed);
+    switch (document.state) {
+    case DocumentState::Issued:
+        return located(view, isReplayed ? 200 : 201);
+    case DocumentState::NotIssued:
+        return withMembers(notIssued(document, view), view);
+    case DocumentState::Unknown:
+        return withMembers(unknown(document), view);
+    default:
+        return located(view, 202);
+    }
+}
+
+} // namespace frserver

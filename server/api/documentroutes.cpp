@@ -1,0 +1,197 @@
+#include "api/api.h"
+#include "api/apiroute.h"
+#include "api/audit.h"
+#include "api/documentresponse.h"
+#include "api/documentview.h"
+#include "api/posteddocument.h"
+#include "api/postingrules.h"
+#include "api/rights.h"
+#include "currenttime.h"
+#include "documentanswer.h"
+#include "findingsjson.h"
+#include "http/problem.h"
+#include "idconflict.h"
+#include "mockfactory.h"
+#include "returnrefused.h"
+#include "salereturn.h"
+
+#include <algorithm>
+
+namespace frserver {
+
+namespace {
+
+using http::Answer;
+using http::Problem;
+using http::Request;
+using http::Response;
+using sale::DocumentState;
+using sale::StoredDocument;
+using std::chrono::seconds;
+
+constexpr seconds longestWait(600);
+/// A document that is unknown may be settled before that is told.
+constexpr seconds settlingWait(10);
+
+PostingRules rulesOf(const Api& api, const Till& till)
+{
+    const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
+    const Till::Settings& settings = till.settings();
+    return {settings.protocol, now.toTimeZone(settings.timeZone), settings.startBefore, settings.hasCashier,
+        [&api](const sale::DocumentRequest& request) { return sale::completedBody(api.store(), request); }};
+}
+
+void requireOpen(const Api& api)
+{
+    if (api.isStopping())
+        throw Problem(503, QStringLiteral("stopping"), QStringLiteral("The service is stopping"),
+            QStringLiteral("Nothing was stored. Post the same id again."))
+            .withHeader("Retry-After", "10");
+}
+
+void requireRoom(const Api& api, const QString& registerName)
+{
+    const int queued = api.openDocuments().count(registerName, DocumentState::Queued);
+    if (queued >= api.settings().queueLimit)
+        throw Problem(429, QStringLiteral("queue-full"), QStringLiteral("Too many documents wait"),
+            QStringLiteral(
+                "%1 documents wait for the register %2. Nothing was stored. Post the same id again.")
+                .arg(queued)
+                .arg(registerName))
+            .withHeader("Retry-After", "10");
+}
+
+/// Once the id is whose it is, before anything is stored.
+void requireOwn(const Api& api, const Request& request, const std::optional<StoredDocument>& known)
+{
+    if (known && !rights::maySee(api, request, *known))
+        throw Problem(
+            403, QStringLiteral("The id %1 is that of a document of somebody else.").arg(known->request.id));
+}
+
+Problem returnRefused(const QList<receipt::Finding>& errors)
+{
+    return Problem(409, QStringLiteral("return-refused"),
+        QStringLiteral("More would come back than was sold"), QStringLiteral("Nothing was stored."))
+        .with(QStringLiteral("errors"), sale::findingsJson(errors));
+}
+
+/// A sale of somebody else is none for this caller.
+void requireOwnSale(const Api& api, const Request& request, const QString& saleId)
+{
+    const std::optional<StoredDocument> sold = saleId.isEmpty() ? std::nullopt : api.store().findId(saleId);
+    if (sold && !rights::maySee(api, request, *sold))
+        throw returnRefused({{receipt::Finding::Error, QStringLiteral("returnOf"), saleId,
+            QStringLiteral("is no document of this journal")}});
+}
+
+StoredDocument acceptedDocument(Api& api, const sale::DocumentRequest& document)
+{
+    try {
+        return document.returnOf.isEmpty() ? api.store().accept(document)
+                                           : sale::acceptReturn(api.store(), document);
+    } catch (const sale::ReturnRefused& refused) {
+        throw returnRefused(refused.errors());
+    } catch (const sale::IdConflict&) {
+        const StoredDocument first = api.store().findId(document.id).value();
+        throw Problem(422, QStringLiteral("other-body"), QStringLiteral("The id is that of another document"),
+            QStringLiteral(
+                "Nothing was stored. One id is one document: the first one stands, whatever it is."))
+            .with(QStringLiteral("id"), document.id)
+            .with(QStringLiteral("accepted"), sale::momentJson(first.accepted))
+            .with(QStringLiteral("digest"), QString::fromLatin1(first.digest));
+    }
+}
+
+Answer answerOrWait(Api& api, const Request& request, const StoredDocument& document)
+{
+    seconds wait = std::min(request.preferredWait().value_or(seconds(0)), longestWait);
+    if (document.state == DocumentState::Unknown) {
+        if (Till* const till = api.till(document.request.registerName))
+            till->settle(document.request.id);
+        wait = std::max(wait, settlingWait);
+    }
+    const bool isOver = !isPending(document.state) && document.state != DocumentState::Unknown;
+    if (isOver || wait == seconds(0) || api.isStopping())
+        return documentResponse(api, document, document.state == DocumentState::Issued);
+    return api.waiters().wait(document.request.id, wait);
+}
+
+Answer postDocument(Api& api, const Request& request)
+{
+    Till& till = tillOf(api, request);
+    requireOpen(api);
+    sale::DocumentRequest document = postedDocument(request, rulesOf(api, till)).document;
+    document.registerName = till.settings().name;
+    const std::optional<StoredDocument> known = api.store().findId(document.id);
+    requireOwn(api, request, known);
+    requireOwnSale(api, request, document.returnOf);
+    const bool isToBeQueued = !known || known->state == DocumentState::NotIssued;
+    if (isToBeQueued)
+        requireRoom(api, document.registerName);
+    if (!known && request.caller)
+        api.owners().claim(document.id, request.caller->name);
+    const StoredDocument stored = acceptedDocument(api, document);
+    if (isToBeQueued)
+        api.accepted(stored);
+    return answerOrWait(api, request, stored);
+}
+
+Answer showDocument(Api& api, const Request& request)
+{
+    const StoredDocument document = documentOf(api, request);
+    return Response::json(wholeDocumentView(api, document));
+}
+
+/// The document as it stands, for whoever came too late to change it.
+Response tooLate(const Api& api, const StoredDocument& document)
+{
+    const QJsonObject view = documentView(api, document);
+    Problem problem(409, QStringLiteral("document-begun"), QStringLiteral("The document was begun"),
+        QStringLiteral("It is %1.").arg(sale::stateName(document.state)));
+    for (auto member = view.begin(); member != view.end(); ++member)
+        problem = problem.with(member.key(), member.value());
+    return problem.response();
+}
+
+Answer withdrawDocument(Api& api, const Request& request)
+{
+    const StoredDocument document = api.store().withdraw(documentOf(api, request).request.id);
+    if (document.state != DocumentState::NotIssued)
+        return tooLate(api, document);
+    api.documentChanged(document.request.id);
+    return Response::json(documentView(api, document));
+}
+
+Answer moveDocument(Api& api, const Request& request)
+{
+    const StoredDocument before = documentOf(api, request);
+    const QString name = request.json().value(QStringLiteral("register")).toString();
+    if (name.isEmpty())
+        throw Problem(400, QStringLiteral("register is the name of the register that is to make it."));
+    Till& till = tillNamed(api, request, name);
+    requireRoom(api, name);
+    const StoredDocument document = api.store().move(before.request.id, name);
+    if (document.state != DocumentState::Queued || document.request.registerName != name)
+        return tooLate(api, document);
+    api.documentChanged(document.request.id);
+    audit(request,
+        QStringLiteral("moved %1 from %2 to %3").arg(document.request.id, before.request.registerName, name));
+    till.wake();
+    return Response::json(documentView(api, document));
+}
+
+} // namespace
+
+const QList<ApiRoute>& documentRoutes()
+{
+    static const QList<ApiRoute> routes{
+        {"POST", QStringLiteral("/registers/{name}/documents"), postDocument, rights::selling()},
+        {"GET", QStringLiteral("/documents/{id}"), showDocument},
+        {"DELETE", QStringLiteral("/documents/{id}"), withdrawDocument, rights::selling()},
+        {"POST", QStringLiteral("/documents/{id}/move"), moveDocument, rights::selling()},
+    };
+    return routes;
+}
+
+} // namespace frserver

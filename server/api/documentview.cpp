@@ -1,0 +1,137 @@
+#include "api/documentview.h"
+
+#include "api/api.h"
+#include "documentanswer.h"
+#include "documentkind.h"
+#include "documentrecord.h"
+#include "errorkind.h"
+#include "findingsjson.h"
+#include "itemsjson.h"
+#include "money.h"
+#include "receiptcheck.h"
+#include "receipterror.h"
+#include "salereturn.h"
+
+#include <QJsonDocument>
+
+namespace frserver {
+
+namespace {
+
+using sale::DocumentAnswer;
+using sale::DocumentState;
+using sale::StoredDocument;
+
+bool hasReceipt(const StoredDocument& document)
+{
+    const sale::DocumentKind kind = sale::documentKindOf(document.request.kind);
+    return sale::isReceipt(kind) && sale::documentKindName(kind) == document.request.kind;
+}
+
+/// The body is that of a document that was accepted, so there are no errors; one that was anonymised has
+/// none.
+void describeReceipt(DocumentAnswer& answer, const Api& api, const StoredDocument& document, const Till& till)
+{
+    try {
+        const receipt::CheckedReceipt checked
+            = receipt::checkedReceipt(sale::completedBody(api.store(), document.request),
+                {till.settings().protocol, document.accepted.toTimeZone(till.settings().timeZone).date()});
+        answer.total = checked.receipt.total;
+        answer.change = checked.receipt.paid - checked.receipt.total;
+        answer.items = sale::itemsJson(checked.receipt);
+        answer.warnings = sale::findingsJson(checked.findings);
+    } catch (const receipt::ReceiptError&) {
+        return;
+    }
+}
+
+void describeBody(DocumentAnswer& answer, const Api& api, const StoredDocument& document, const Till& till)
+{
+    if (hasReceipt(document))
+        return describeReceipt(answer, api, document, till);
+    const QJsonObject body = QJsonDocument::fromJson(document.request.body).object();
+    if (const QJsonValue sum = body.value(QStringLiteral("sum")); sum.isDouble())
+        answer.total = receipt::kopecksOf(sum.toDouble());
+}
+
+sale::ErrorKind kindOf(const QString& name)
+{
+    constexpr int last = static_cast<int>(sale::ErrorKind::Other);
+    for (int kind = 0; kind < last; ++kind) {
+        if (sale::errorKindName(static_cast<sale::ErrorKind>(kind)) == name)
+            return static_cast<sale::ErrorKind>(kind);
+    }
+    return sale::ErrorKind::Other;
+}
+
+/// What the last attempt failed of, which is what a person is told.
+std::optional<sale::AnswerError> errorOf(const StoredDocument& document)
+{
+    const bool isWaiting
+        = document.state == DocumentState::Queued || document.state == DocumentState::Running;
+    const QJsonObject failure
+        = document.attempts.isEmpty() ? QJsonObject() : document.attempts.constLast().note.failure;
+    const auto text = [&failure](const char* name) { return failure.value(QLatin1String(name)).toString(); };
+    if (isWaiting || document.reason == sale::StateReason::Expired
+        || document.reason == sale::StateReason::Deleted)
+        return std::nullopt;
+    if (!failure.isEmpty())
+        return sale::AnswerError{
+            .kind = kindOf(text("kind")), .text = text("text"), .exceptionName = text("exception")};
+    if (document.state == DocumentState::Unknown)
+        return sale::AnswerError{.text = QStringLiteral("Документ прерван, и касса о нём ничего не сообщает"),
+            .exceptionName = QStringLiteral("Refusal")};
+    return std::nullopt;
+}
+
+/// Why nothing of it was begun yet.
+QJsonValue waitingOf(const StoredDocument& document, const Till* till)
+{
+    const bool isQueued = document.state == DocumentState::Queued;
+    return isQueued && till != nullptr ? till->view().value(QStringLiteral("waiting")) : QJsonValue();
+}
+
+void addPosting(QJsonObject& json, const StoredDocument& document, const Till* till)
+{
+    const QJsonValue waiting = waitingOf(document, till);
+    json.insert(QStringLiteral("startBefore"), sale::momentJson(document.request.startBefore));
+    json.insert(QStringLiteral("returnOf"), sale::textOrNull(document.request.returnOf));
+    json.insert(QStringLiteral("waiting"), waiting.isUndefined() ? QJsonValue() : waiting);
+}
+
+} // namespace
+
+QJsonObject documentView(const Api& api, const StoredDocument& document, bool isReplayed)
+{
+    const Till* const till = api.till(document.request.registerName);
+    const receipt::Protocol protocol = till == nullptr ? receipt::Protocol::Xml : till->settings().protocol;
+    DocumentAnswer answer = sale::answerOf(document, protocol);
+    answer.isReplayed = isReplayed;
+    answer.error = errorOf(document);
+    if (till != nullptr)
+        describeBody(answer, api, document, *till);
+    QJsonObject json = sale::recordSummary(document);
+    const QJsonObject told = answer.toJson();
+    for (auto member = told.begin(); member != told.end(); ++member)
+        json.insert(member.key(), member.value());
+    addPosting(json, document, till);
+    return json;
+}
+
+QJsonObject wholeDocumentView(const Api& api, const StoredDocument& document)
+{
+    QJsonObject json = sale::recordJson(document);
+    const QJsonObject view = documentView(api, document);
+    for (auto member = view.begin(); member != view.end(); ++member)
+        json.insert(member.key(), member.value());
+    return json;
+}
+
+QJsonObject documentSummary(const Api& api, const StoredDocument& document)
+{
+    QJsonObject json = sale::recordSummary(document);
+    addPosting(json, document, api.till(document.request.registerName));
+    return json;
+}
+
+} // namespace frserver

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "storeddocument.h"
+
+#include <QJsonObject>
+
+namespace frserver {
+
+class Api;
+
+/// What the interface says of a document: the words of docs/output.schema.json, and the posting's own beside
+/// them.
+QJsonObject documentView(const Api& api, const sale::StoredDocument& document, bool isReplayed = false);
+/// The same with the body and what a person has said.
+QJsonObject wholeDocumentView(const Api& api, const sale::StoredDocument& document);
+/// As lists have it.
+QJsonObject documentSummary(const Api& api, const sale::StoredDocument& document);
+
+} // namespace frserver

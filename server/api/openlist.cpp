@@ -1,0 +1,58 @@
+#include "api/openlist.h"
+
+#include <algorithm>
+
+namespace frserver {
+
+namespace {
+
+using sale::DocumentState;
+
+bool isFinal(DocumentState state)
+{
+    return state == DocumentState::Issued || state == DocumentState::NotIssued;
+}
+
+} // namespace
+
+void OpenList::takeOver(const sale::StoredDocument& document)
+{
+    m_entries.insert(document.request.id, {document.state, document.request.registerName, document.queued});
+}
+
+bool OpenList::note(const sale::StoredDocument& document)
+{
+    const QString& id = document.request.id;
+    const QString& name = document.request.registerName;
+    const auto known = m_entries.constFind(id);
+    // What is final was open before, or it was told already.
+    if (known == m_entries.cend() ? isFinal(document.state)
+                                  : known->state == document.state && known->registerName == name)
+        return false;
+    if (isFinal(document.state))
+        m_entries.remove(id);
+    else
+        m_entries.insert(id, {document.state, name, document.queued});
+    if (isFinal(document.state) || document.state == DocumentState::Unknown)
+        ++m_endings[{name, sale::stateName(document.state), sale::reasonName(document.reason)}];
+    return true;
+}
+
+int OpenList::count(const QString& registerName, DocumentState state) const
+{
+    return static_cast<int>(std::count_if(m_entries.cbegin(), m_entries.cend(),
+        [&](const Entry& entry) { return entry.state == state && entry.registerName == registerName; }));
+}
+
+QDateTime OpenList::oldestQueued(const QString& registerName) const
+{
+    QDateTime oldest;
+    for (const Entry& entry : m_entries) {
+        if (entry.state == DocumentState::Queued && entry.registerName == registerName
+            && (!oldest.isValid() || entry.queued < oldest))
+            oldest = entry.queued;
+    }
+    return oldest;
+}
+
+} // namespace frserver

@@ -1,0 +1,87 @@
+#include "api/api.h"
+#include "api/apiroute.h"
+#include "api/audit.h"
+#include "api/rights.h"
+#include "http/problem.h"
+
+#include <QJsonArray>
+
+namespace frserver {
+
+namespace {
+
+using http::Answer;
+using http::Request;
+using http::Response;
+
+Answer listRegisters(Api& api, const Request& request)
+{
+    QJsonArray registers;
+    for (const auto& [name, till] : api.tills()) {
+        if (rights::mayUse(request, name))
+            registers.append(api.registerView(*till));
+    }
+    return Response::json(QJsonObject{{QStringLiteral("registers"), registers}});
+}
+
+Answer showRegister(Api& api, const Request& request)
+{
+    return Response::json(api.registerView(tillOf(api, request)));
+}
+
+/// An empty body is one without members.
+QJsonObject bodyOf(const Request& request)
+{
+    return request.body.trimmed().isEmpty() ? QJsonObject() : request.json();
+}
+
+/// Who it is said to be, beside whose token it is.
+QString byOf(const Request& request, const QJsonObject& body)
+{
+    const QString by = body.value(QStringLiteral("by")).toString().trimmed();
+    return by.isEmpty() ? rights::callerName(request) : by;
+}
+
+Answer pause(Api& api, const Request& request)
+{
+    Till& till = tillOf(api, request);
+    till.pause(byOf(request, bodyOf(request)));
+    audit(request, QStringLiteral("paused ") + till.settings().name);
+    return api.whenPaused(till, request.preferredWait());
+}
+
+Answer resume(Api& api, const Request& request)
+{
+    Till& till = tillOf(api, request);
+    till.resume(byOf(request, bodyOf(request)));
+    audit(request, QStringLiteral("resumed ") + till.settings().name);
+    return Response::json(api.registerView(till));
+}
+
+Answer acceptRegister(Api& api, const Request& request)
+{
+    Till& till = tillOf(api, request);
+    const QJsonObject body = bodyOf(request);
+    const QString note = body.value(QStringLiteral("note")).toString().trimmed();
+    if (note.isEmpty())
+        throw http::Problem(400, QStringLiteral("note says what was looked at, and why all is well."));
+    till.accept(byOf(request, body), note);
+    audit(request, QStringLiteral("accepted %1 as it is: %2").arg(till.settings().name, note));
+    return Response::json(api.registerView(till), 202);
+}
+
+} // namespace
+
+const QList<ApiRoute>& registerRoutes()
+{
+    static const QList<ApiRoute> routes{
+        {"GET", QStringLiteral("/registers"), listRegisters},
+        {"GET", QStringLiteral("/registers/{name}"), showRegister},
+        {"POST", QStringLiteral("/registers/{name}/pause"), pause, rights::administering()},
+        {"POST", QStringLiteral("/registers/{name}/resume"), resume, rights::administering()},
+        {"POST", QStringLiteral("/registers/{name}/accept"), acceptRegister, rights::administering()},
+    };
+    return routes;
+}
+
+} // namespace frserver

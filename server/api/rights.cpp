@@ -1,0 +1,83 @@
+#include "api/rights.h"
+
+#include "api/api.h"
+#include "http/problem.h"
+
+namespace frserver {
+
+namespace rights {
+
+namespace {
+
+const QString sellRole = QStringLiteral("sell");
+const QString adminRole = QStringLiteral("admin");
+
+} // namespace
+
+http::Access selling()
+{
+    return {false, {sellRole, adminRole}};
+}
+
+http::Access administering()
+{
+    return {false, {adminRole}};
+}
+
+http::Access anybody()
+{
+    return {true, {}};
+}
+
+bool mayUse(const http::Request& request, const QString& registerName)
+{
+    return !request.caller || request.caller->scopes.isEmpty()
+        || request.caller->scopes.contains(registerName);
+}
+
+bool isBoundToOwn(const http::Request& request)
+{
+    return request.caller && request.caller->role == sellRole;
+}
+
+bool maySee(const Api& api, const http::Request& request, const sale::StoredDocument& document)
+{
+    if (!mayUse(request, document.request.registerName))
+        return false;
+    return !isBoundToOwn(request) || api.owners().ownerOf(document.request.id) == request.caller->name;
+}
+
+QString callerName(const http::Request& request)
+{
+    return request.caller && !request.caller->name.isEmpty() ? request.caller->name
+                                                             : QString::fromLatin1(request.clientAddress);
+}
+
+} // namespace rights
+
+Till& tillNamed(const Api& api, const http::Request& request, const QString& name)
+{
+    Till* const till = api.till(name);
+    if (till == nullptr)
+        throw http::Problem(404, QStringLiteral("There is no register %1.").arg(name));
+    if (!rights::mayUse(request, name))
+        throw http::Problem(403, QStringLiteral("This token is not for the register %1.").arg(name));
+    return *till;
+}
+
+Till& tillOf(const Api& api, const http::Request& request)
+{
+    return tillNamed(api, request, request.parameter(QStringLiteral("name")));
+}
+
+sale::StoredDocument documentOf(const Api& api, const http::Request& request)
+{
+    const QString id = request.parameter(QStringLiteral("id"));
+    const std::optional<sale::StoredDocument> document = api.store().findId(id);
+    // That there is one is not for everybody.
+    if (!document || !rights::maySee(api, request, *document))
+        throw http::Problem(404, QStringLiteral("There is no document %1.").arg(id));
+    return *document;
+}
+
+} // namespace frserver

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "http/access.h"
+#include "http/request.h"
+#include "storeddocument.h"
+
+namespace frserver {
+
+class Api;
+class Till;
+
+/// What a caller may: without tokens all, else what its role and its registers say.
+namespace rights {
+
+/// Roles that a route may be used with.
+http::Access selling();
+http::Access administering();
+http::Access anybody();
+
+bool mayUse(const http::Request& request, const QString& registerName);
+/// A token that sells sees its own documents alone.
+bool maySee(const Api& api, const http::Request& request, const sale::StoredDocument& document);
+bool isBoundToOwn(const http::Request& request);
+/// Whom the journal and the log name.
+QString callerName(const http::Request& request);
+
+} // namespace rights
+
+/// The register of the path. Throws http::Problem (404, 403).
+Till& tillOf(const Api& api, const http::Request& request);
+/// The same by its name.
+Till& tillNamed(const Api& api, const http::Request& request, const QString& name);
+/// The document of the path. Throws http::Problem (404), also for one that the caller may not see.
+sale::StoredDocument documentOf(const Api& api, const http::Request& request);
+
+} // namespace frserver

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "protocol.h"
+
+#include <QJsonObject>
+#include <QString>
+#include <QTimeZone>
+
+namespace frserver {
+
+/// A register as the interface works it.
+class Till
+{
+public:
+    /// What the configuration says of it.
+    struct Settings
+    {
+        QString name;
+        receipt::Protocol protocol = receipt::Protocol::Xml;
+        QTimeZone timeZone = QTimeZone::systemTimeZone();
+        /// Seconds in which a document is begun that says nothing of it; 0 for any time.
+        int startBefore = 0;
+        bool hasCashier = false;
+    };
+
+    explicit Till(const Settings& settings)
+        : m_settings(settings)
+    {
+    }
+    virtual ~Till() = default;
+    Till(const Till&) = delete;
+    Till& operator=(const Till&) = delete;
+
+    const Settings& settings() const { return m_settings; }
+    /// "state", "waiting" (null when it waits for nothing) and what else is known of it.
+    virtual QJsonObject view() const = 0;
+
+    /// Something was queued.
+    virtual void wake() = 0;
+    /// Somebody waits for the document, which goes before those that nobody waits for.
+    virtual void setAwaited(const QString& id, bool isAwaited) = 0;
+    /// Asks the register about a document that is unknown, when it can be asked.
+    virtual void settle(const QString& id) = 0;
+    virtual void pause(const QString& by) = 0;
+    virtual void resume(const QString& by) = 0;
+    /// A person has looked at what keeps it from selling: another drive, documents that the journal does not
+    /// know.
+    virtual void accept(const QString& by, const QString& note) = 0;
+
+private:
+    Settings m_settings;
+};
+
+} // namespace frserver

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "api/till.h"
+#include "rack/registeragent.h"
+
+namespace frserver {
+
+/// A register of the rack, for the interface.
+class AgentTill : public Till
+{
+public:
+    AgentTill(const Settings& settings, RegisterAgent& agent)
+        : Till(settings)
+        , m_agent(agent)
+    {
+    }
+
+    QJsonObject view() const override { return m_agent.view(); }
+    void wake() override { m_agent.wake(); }
+    void setAwaited(const QString& id, bool isAwaited) override { m_agent.setAwaited(id, isAwaited); }
+    void settle(const QString& id) override { m_agent.settle(id); }
+    void pause(const QString& by) override { m_agent.pause(by); }
+    void resume(const QString& /*by*/) override { m_agent.resume(); }
+    void accept(const QString& by, const QString& note) override { m_agent.accept(by, note); }
+
+private:
+    RegisterAgent& m_agent;
+};
+
+} // namespace frserver

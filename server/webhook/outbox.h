@@ -1,0 +1,38 @@
+#pragma once
+
+#include "sqliteconnection.h"
+#include "webhook/delivery.h"
+
+#include <QList>
+
+namespace frserver {
+
+/// What is still to be told, in the journal's file. Each end of a document is written there in the same
+/// transaction as the end itself, whoever settles it: neither a killed service nor frctl forgets one. All
+/// operations throw sale::JournalError.
+class Outbox
+{
+public:
+    /// In the journal's file, which is there.
+    Outbox(const QString& fileName, int patienceMs);
+
+    /// From now on ends are written down.
+    void open();
+    /// They are no longer; what was written stays until it is dropped.
+    void close();
+
+    /// Those to be told now, of each document the first one alone.
+    QList<Delivery> due(const QDateTime& now, int limit) const;
+    /// When there is something to be told next; invalid when there is nothing.
+    QDateTime nextDue() const;
+    qint64 count() const;
+    void remove(qint64 number);
+    void postpone(qint64 number, const QDateTime& due);
+    /// Gives how many were.
+    int dropOlderThan(const QDateTime& created);
+
+private:
+    sale::SqliteConnection m_connection;
+};
+
+} // namespace frserver

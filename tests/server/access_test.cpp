@@ -1,0 +1,172 @@
+#include "access/tokenfile.h"
+#include "apirig.h"
+
+#include <QFileInfo>
+
+#include <functional>
+
+namespace {
+
+using frserver::TokenError;
+using frserver::TokenFile;
+
+class AccessTest : public ApiTest
+{
+protected:
+    AccessTest()
+    {
+        QList<frserver::TokenEntry> entries;
+        for (const char* const name : {"reader", "seller", "other", "admin"}) {
+            const QString role = QStringList({"reader", "admin"}).contains(name)
+                ? (name == QByteArray("reader") ? "read" : "admin")
+                : "sell";
+            const QStringList registers = name == QByteArray("admin") ? QStringList() : QStringList{"till1"};
+            entries.append({name, role, registers, http::Tokens::hashOf(name)});
+        }
+        api.setTokens(true, entries);
+    }
+
+    int status(const QByteArray& token, const QByteArray& method, const QByteArray& target,
+        const QByteArray& body = {})
+    {
+        return as(token, method, target, body).status;
+    }
+
+    Served as(const QByteArray& token, const QByteArray& method, const QByteArray& target,
+        const QByteArray& body = {})
+    {
+        return ask(method, target, body, {{"Authorization", "Bearer " + token}});
+    }
+};
+
+std::string errorOf(const std::function<void()>& work)
+{
+    try {
+        work();
+        return {};
+    } catch (const TokenError& error) {
+        return error.what();
+    }
+}
+
+TEST_F(AccessTest, LetsEachRoleDoItsOwn)
+{
+    struct Row
+    {
+        const char* method;
+        const char* target;
+        QByteArray body;
+        /// In the order reader, seller, other, admin, nobody.
+        QList<int> statuses;
+    };
+    ASSERT_EQ(post("document:1", cashIn, {}, "till1", "seller").status, 202);
+    const Row rows[]{
+        {"GET", "/v1/documents/document:1", "", {200, 200, 404, 200, 401}},
+        {"GET", "/v1/registers", "", {200, 200, 200, 200, 401}},
+        {"GET", "/v1/registers/till2", "", {403, 403, 403, 200, 401}},
+        {"POST", "/v1/documents/document:1/move", R"({"register":"till2"})", {403, 403, 404, 200, 401}},
+        {"POST", "/v1/registers/till1/pause", "", {403, 403, 403, 202, 401}},
+        {"POST", "/v1/check", cashIn, {200, 200, 200, 200, 401}},
+        {"GET", "/metrics", "", {200, 200, 200, 200, 401}},
+        {"GET", "/healthz", "", {200, 200, 200, 200, 200}},
+        {"GET", "/v1/openapi.json", "", {200, 200, 200, 200, 200}},
+    };
+    const QByteArrayList tokens{"reader", "seller", "other", "admin", "nobody"};
+    for (const Row& row : rows) {
+        QList<int> statuses;
+        for (const QByteArray& token : tokens)
+            statuses.append(ask(row.method, row.target, row.body,
+                {{"Authorization", "Bearer " + token}, {"Prefer", "wait=0"}})
+                                .status);
+        EXPECT_EQ(statuses, row.statuses) << row.method << ' ' << row.target;
+    }
+}
+
+TEST_F(AccessTest, ShowsASellerItsOwnAlone)
+{
+    post("document:1", cashIn, {}, "till1", "seller");
+    post("document:2", cashIn, {}, "till1", "other");
+    const Served foreign = post("document:2", cashIn, {}, "till1", "seller");
+    EXPECT_EQ(foreign.status, 403);
+    EXPECT_EQ(status("seller", "DELETE", "/v1/documents/document:2"), 404);
+    const auto ids = [this](const QByteArray& token) {
+        QStringList list;
+        for (const QJsonValue document :
+            as(token, "GET", "/v1/documents").json().value("documents").toArray())
+            list.append(document["id"].toString());
+        return list;
+    };
+    EXPECT_EQ(ids("seller"), QStringList{"document:1"});
+    EXPECT_EQ(ids("reader"), (QStringList{"document:2", "document:1"}));
+    // What is sold by others is no event of its own; that of a register is everybody's who may use it.
+    const Served stream = as("seller", "GET", "/v1/events");
+    issue("document:2");
+    issue("document:1");
+    till1.state = "making";
+    till2.state = "making";
+    api.registerChanged("till1");
+    api.registerChanged("till2");
+    QByteArray events;
+    while (!events.contains("event: register"))
+        events += stream.stream->take();
+    EXPECT_FALSE(events.contains("document:2"));
+    EXPECT_TRUE(events.contains("document:1"));
+    EXPECT_FALSE(events.contains("till2"));
+}
+
+TEST_F(AccessTest, LetsNobodyInWhenTheLastTokenIsGone)
+{
+    api.setTokens(true, {});
+    EXPECT_EQ(status("admin", "GET", "/v1/registers"), 401);
+    EXPECT_EQ(status("", "GET", "/v1/registers"), 401);
+    api.setTokens(false, {});
+    EXPECT_EQ(status("", "GET", "/v1/registers"), 200);
+}
+
+TEST(TokenFile, KeepsHashesAlone)
+{
+    const QTemporaryDir folder;
+    TokenFile tokens(folder.filePath("new/tokens"));
+    EXPECT_FALSE(tokens.exists());
+    EXPECT_TRUE(tokens.read().isEmpty());
+    const QByteArray first = tokens.add("shop", "sell", {"till1", "till2"});
+    const QByteArray second = tokens.add("boss", "admin", {});
+    EXPECT_NE(first, second);
+    QFile file(tokens.fileName());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray text = file.readAll();
+    EXPECT_FALSE(text.contains(first));
+    EXPECT_EQ(QFileInfo(file).permissions() & (QFile::ReadGroup | QFile::ReadOther), 0);
+    const QList<frserver::TokenEntry> entries = tokens.read();
+    ASSERT_EQ(entries.size(), 2);
+    EXPECT_EQ(entries.at(0).registers, (QStringList{"till1", "till2"}));
+    EXPECT_EQ(entries.at(0).hash, http::Tokens::hashOf(first));
+    EXPECT_TRUE(entries.at(1).registers.isEmpty());
+    tokens.remove("shop");
+    tokens.remove("boss");
+    EXPECT_TRUE(tokens.read().isEmpty());
+    EXPECT_TRUE(tokens.exists());
+}
+
+TEST(TokenFile, SaysWhatIsWrong)
+{
+    const QTemporaryDir folder;
+    TokenFile tokens(folder.filePath("tokens"));
+    tokens.add("shop", "sell", {});
+    EXPECT_NE(errorOf([&] { tokens.add("shop", "read", {}); }).find("already"), std::string::npos);
+    EXPECT_NE(errorOf([&] { tokens.add("a b", "read", {}); }).find("a b"), std::string::npos);
+    EXPECT_NE(errorOf([&] { tokens.add("new", "owner", {}); }).find("read, sell, admin"), std::string::npos);
+    EXPECT_NE(errorOf([&] { tokens.remove("gone"); }).find("gone"), std::string::npos);
+    const std::pair<const char*, const char*> rows[]{{"shop sell *\n", ":2: is not NAME"},
+        {"shop owner * 00\n", ":2: the role"}, {"shop sell * 00\n", ":2: the hash"},
+        {"\xff sell * 00\n", ":2: the name"}};
+    for (const auto& [line, part] : rows) {
+        QFile file(tokens.fileName());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray("# first\n") + line);
+        file.close();
+        EXPECT_NE(errorOf([&] { tokens.read(); }).find(part), std::string::npos) << line;
+    }
+}
+
+} // namespace

@@ -1,0 +1,170 @@
+#pragma once
+
+#include "api/api.h"
+#include "sqlitestore.h"
+
+#include <gtest/gtest.h>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QTemporaryDir>
+
+/// A register that does nothing and remembers what it was told.
+class FakeTill : public frserver::Till
+{
+public:
+    using Till::Till;
+
+    QJsonObject view() const override
+    {
+        return {{"state", state}, {"waiting", waiting.isEmpty() ? QJsonValue() : QJsonValue(waiting)}};
+    }
+    void wake() override { told.append("wake"); }
+    void setAwaited(const QString& id, bool isAwaited) override
+    {
+        told.append(id + (isAwaited ? " awaited" : " not awaited"));
+    }
+    void settle(const QString& id) override { told.append("settle " + id); }
+    void pause(const QString& by) override { told.append("pause by " + by); }
+    void resume(const QString& by) override { told.append("resume by " + by); }
+    void accept(const QString& by, const QString& note) override { told.append(by + " accepts: " + note); }
+
+    QString state = "ready";
+    QString waiting;
+    QStringList told;
+};
+
+/// A journal that may fail.
+class FailingStore : public sale::SqliteStore
+{
+public:
+    using SqliteStore::accept;
+    using SqliteStore::SqliteStore;
+
+    sale::StoredDocument accept(const sale::DocumentRequest& request, const Condition& condition) override
+    {
+        if (isBroken)
+            throw sale::JournalError("the disk is full");
+        return SqliteStore::accept(request, condition);
+    }
+    QList<sale::StoredDocument> find(const sale::DocumentQuery& query) const override
+    {
+        if (isBroken)
+            throw sale::JournalError("the disk is full");
+        return SqliteStore::find(query);
+    }
+
+    bool isBroken = false;
+};
+
+/// An answer as a client has it; no status for one that is still to come.
+struct Served
+{
+    int status = 0;
+    http::Headers headers;
+    QByteArray body;
+    std::shared_ptr<http::Pending> pending = {};
+    std::shared_ptr<http::Stream> stream = {};
+
+    QJsonObject json() const { return QJsonDocument::fromJson(body).object(); }
+    QString text(const char* member) const { return json().value(QLatin1String(member)).toString(); }
+    QByteArray type() const { return headers.value("Content-Type"); }
+    std::string all() const { return QByteArray::number(status).append(' ').append(body).toStdString(); }
+    /// What has come of it meanwhile.
+    Served later() const
+    {
+        const std::optional<http::Response> response = pending->response();
+        return response ? Served{response->status, response->headers, response->body} : Served();
+    }
+};
+
+/// The interface with two registers that a test works by hand, as their workers would.
+class ApiTest : public testing::Test
+{
+protected:
+    ApiTest()
+    {
+        api.add(till1);
+        api.add(till2);
+    }
+
+    Served ask(const QByteArray& method, const QByteArray& target, const QByteArray& body = {},
+        const QList<http::Headers::Field>& headers = {})
+    {
+        http::Request request = http::Request::of(method, target);
+        request.headers.add("Host", "127.0.0.1");
+        request.clientAddress = "127.0.0.1";
+        for (const auto& [name, value] : headers)
+            request.headers.add(name, value);
+        request.body = body;
+        const http::Answer answer = api.site().answer(request);
+        if (const auto* pending = std::get_if<std::shared_ptr<http::Pending>>(&answer))
+            return {0, {}, {}, *pending};
+        if (const auto* stream = std::get_if<std::shared_ptr<http::Stream>>(&answer)) {
+            http::Headers type;
+            type.add("Content-Type", (*stream)->contentType());
+            return {200, type, (*stream)->take(), {}, *stream};
+        }
+        const auto& response = std::get<http::Response>(answer);
+        return {response.status, response.headers, response.body};
+    }
+
+    Served post(const QByteArray& id, const QByteArray& body, const QByteArray& prefer = {},
+        const QByteArray& name = "till1", const QByteArray& token = {})
+    {
+        QList<http::Headers::Field> headers{{"Idempotency-Key", id}};
+        if (!prefer.isEmpty())
+            headers.append({"Prefer", prefer});
+        if (!token.isEmpty())
+            headers.append({"Authorization", "Bearer " + token});
+        return ask("POST", "/v1/registers/" + name + "/documents", body, headers);
+    }
+
+    void begin(const QString& id)
+    {
+        store.begin(id, {.markBefore = {{"drive", "9999000000000001"}}});
+        api.documentChanged(id);
+    }
+
+    void end(const QString& id, const sale::DocumentEnding& ending, const QJsonObject& failure = {})
+    {
+        const int attempt = store.findId(id)->attemptCount;
+        store.note(id, attempt, {.failure = failure});
+        store.settle(id, attempt, ending);
+        api.documentChanged(id);
+    }
+
+    void issue(const QString& id, quint32 number = 7)
+    {
+        begin(id);
+        end(id, {.state = sale::DocumentState::Issued, .documentNumber = number});
+    }
+
+    void refuse(const QString& id)
+    {
+        begin(id);
+        end(id, {.state = sale::DocumentState::NotIssued, .reason = sale::StateReason::Refused},
+            {{"kind", "cash"}, {"text", "Не хватает наличных"}, {"exception", "FrCommandException"}});
+    }
+
+    void lose(const QString& id)
+    {
+        begin(id);
+        end(id, {});
+    }
+
+    static QByteArray sale()
+    {
+        QFile file(FRSPF_SOURCES "/examples/sale.json");
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    QTemporaryDir folder;
+    FailingStore store{folder.filePath("journal.sqlite")};
+    frserver::Owners owners{folder.filePath("journal.sqlite"), 1000};
+    FakeTill till1{{"till1", receipt::Protocol::Hex, QTimeZone::utc(), 120, true}};
+    FakeTill till2{{"till2", receipt::Protocol::Xml, QTimeZone::utc(), 0, false}};
+    frserver::Api api{store, owners, {.queueLimit = 4, .version = "1.2.3"}};
+};
+
+inline const QByteArray cashIn = R"({"type":"cashIn","sum":100.50})";

@@ -1,0 +1,209 @@
+#include "apirig.h"
+
+#include "tests/http/apirecord.h"
+
+namespace {
+
+struct AskRow
+{
+    const char* method;
+    const char* path;
+    const char* body;
+    int status;
+    /// Stands in the answer.
+    const char* part = "";
+};
+
+// In this order, with documents that are issued (1, 6), unknown (2, 3), refused (7) and queued (4, 5).
+const AskRow askRows[] = {
+    {"GET", "/v1/registers", "", 200, "\"till2\""},
+    {"GET", "/v1/registers/till1", "", 200, "\"unknown\":2"},
+    {"GET", "/v1/registers/till3", "", 404, "no register till3"},
+    {"GET", "/v1/documents", "", 200, "\"next\":null"},
+    {"GET", "/v1/documents?limit=2", "", 200, "\"next\":\"6\""},
+    {"GET", "/v1/documents?limit=2&cursor=6", "", 200, "\"next\":\"4\""},
+    {"GET", "/v1/documents?state=unknown,issued&register=till1", "", 200, "document:3"},
+    {"GET", "/v1/documents?text=%D0%A5%D0%BB%D0%B5%D0%B1", "", 200, "document:1"},
+    {"GET", "/v1/documents?since=2031-01-01T00:00:00Z", "", 200, "\"documents\":[]"},
+    {"GET", "/v1/documents?state=gone", "", 400, "queued, running"},
+    {"GET", "/v1/documents?since=once", "", 400, "since"},
+    {"GET", "/v1/documents?cursor=x", "", 400, "cursor"},
+    {"GET", "/v1/documents?limit=501", "", 400, "limit"},
+    {"GET", "/v1/documents?register=till3", "", 404},
+    {"GET", "/v1/documents/document:1", "", 200, "\"items\":[{"},
+    {"GET", "/v1/documents/document:9", "", 404},
+    {"DELETE", "/v1/documents/document:5", "", 200, "deleted"},
+    {"DELETE", "/v1/documents/document:1", "", 409, "\"issued\""},
+    {"DELETE", "/v1/documents/document:9", "", 404},
+    {"POST", "/v1/documents/document:4/move", R"({"register":"till2"})", 200, "\"till2\""},
+    {"POST", "/v1/documents/document:4/move", "{}", 400, "register"},
+    {"POST", "/v1/documents/document:9/move", R"({"register":"till2"})", 404},
+    {"POST", "/v1/documents/document:1/move", R"({"register":"till2"})", 409, "\"issued\""},
+    {"POST", "/v1/documents/document:2/resolve", R"({"state":"issued"})", 400, "documentNumber"},
+    {"POST", "/v1/documents/document:2/resolve", R"({"state":"notIssued"})", 400, "note"},
+    {"POST", "/v1/documents/document:2/resolve", R"({"state":"gone"})", 400, "issued or notIssued"},
+    {"POST", "/v1/documents/document:2/resolve", R"({"state":"notIssued","documentNumber":1,"note":"n"})",
+        400},
+    {"POST", "/v1/documents/document:2/resolve", R"({"state":"issued","documentNumber":7})", 409,
+        "document:1"},
+    {"POST", "/v1/documents/document:2/resolve", R"({"state":"issued","documentNumber":8,"note":"seen"})",
+        200, "\"resolvedBy\":\"127.0.0.1\""},
+    {"POST", "/v1/documents/document:3/resolve", R"({"state":"notIssued","note":"no such receipt"})", 200,
+        "\"resolved\""},
+    {"POST", "/v1/documents/document:3/resolve", R"({"state":"notIssued","note":"again"})", 409,
+        "not unknown"},
+    {"POST", "/v1/documents/document:9/resolve", R"({"state":"notIssued","note":"n"})", 404},
+    {"POST", "/v1/registers/till2/accept", R"({"note":"the drive was changed","by":"Петров"})", 202},
+    {"POST", "/v1/registers/till2/accept", "", 400, "note"},
+    {"POST", "/v1/registers/till3/accept", R"({"note":"n"})", 404},
+    {"POST", "/v1/registers/till2/resume", "", 200},
+    {"POST", "/v1/registers/till3/resume", "", 404},
+    {"POST", "/v1/registers/till3/pause", "", 404},
+    {"POST", "/v1/registers/till3/documents", "{}", 404},
+    {"POST", "/v1/check", R"({"type":"cashIn","sum":1})", 200, "[\"XML\",\"HEX\"]"},
+    {"POST", "/v1/check?register=till1", R"({"id":"short","type":"gift"})", 200, "8 to 64"},
+    {"POST", "/v1/check?protocol=HEX", "{", 200, "\"acceptedOver\":[]"},
+    {"POST", "/v1/check?protocol=TCP", "{}", 400},
+    {"POST", "/v1/check?register=till3", "{}", 404},
+    {"GET", "/v1/events", "", 200},
+    {"GET", "/v1/openapi.json", "", 200, "3.1.0"},
+    {"GET", "/healthz", "", 200, "ok"},
+    {"GET", "/readyz", "", 200, "\"till1\":\"ready\""},
+    {"GET", "/metrics", "", 200,
+        "frserver_documents_total{register=\"till1\",state=\"issued\",reason=\"\"} 3\n"},
+};
+
+class DescriptionTest : public ApiTest
+{
+protected:
+    Served record(const QByteArray& method, const QByteArray& target, const QByteArray& body = {},
+        const QList<http::Headers::Field>& headers = {})
+    {
+        const Served served = ask(method, target, body, headers);
+        note(method, target, served);
+        return served;
+    }
+
+    void note(const QByteArray& method, const QByteArray& target, const Served& served)
+    {
+        if (served.status != 0)
+            m_record.add(method, target, served.status, served.type(), served.body);
+    }
+
+    Served posted(const QByteArray& id, const QByteArray& body, const QByteArray& prefer = {})
+    {
+        const Served served = post(id, body, prefer);
+        note("POST", "/v1/registers/till1/documents", served);
+        return served;
+    }
+
+    void fill()
+    {
+        const QByteArray documents = "/v1/registers/till1/documents";
+        posted("document:1", sale());
+        issue("document:1");
+        for (const QByteArray& body : {sale(), cashIn})
+            posted("document:1", body);
+        posted("short", cashIn);
+        for (const char* const id : {"document:2", "document:3"}) {
+            posted(id, cashIn);
+            lose(id);
+            const Served waiting = posted(id, cashIn);
+            api.documentChanged(id);
+            note("POST", documents, waiting.later());
+        }
+        const Served issued = posted("document:6", sale(), "wait=30");
+        issue("document:6", 6);
+        note("POST", documents, issued.later());
+        const Served refused = posted("document:7", cashIn, "wait=30");
+        refuse("document:7");
+        note("POST", documents, refused.later());
+        for (const char* const id : {"document:4", "document:5"})
+            posted(id, cashIn);
+        const QByteArray foreign
+            = R"({"type":"sellReturn","taxationType":"osn","returnOf":"document:6","items":)"
+              R"([{"name":"Молоко","price":1,"quantity":1,"amount":1,"tax":{"type":"vat10"}}],)"
+              R"("payments":[{"type":"cash","sum":1}]})";
+        EXPECT_EQ(posted("document:8", foreign).text("type"), "return-refused");
+    }
+
+    void pause()
+    {
+        const QByteArray target = "/v1/registers/till1/pause";
+        EXPECT_EQ(record("POST", target, {}, {{"Prefer", "wait=0"}}).status, 202);
+        const Served waiting = record("POST", target, R"({"by":"Петров"})");
+        EXPECT_EQ(till1.told.last(), "pause by Петров");
+        till1.state = "paused";
+        api.registerChanged("till1");
+        EXPECT_EQ(waiting.later().status, 200);
+        EXPECT_EQ(record("POST", target).status, 200);
+    }
+
+    /// What the tokens of those who look on, and of another register, are not for.
+    void askWithTokens()
+    {
+        struct Row
+        {
+            QByteArray method;
+            QByteArray target;
+            QByteArray body;
+        };
+        const Row rows[]{
+            {"POST", "/v1/registers/till1/documents", cashIn},
+            {"GET", "/v1/documents?register=till1", ""},
+            {"POST", "/v1/documents/document:4/move", R"({"register":"till2"})"},
+            {"POST", "/v1/documents/document:4/resolve", "{}"},
+            {"GET", "/v1/registers/till1", ""},
+            {"POST", "/v1/registers/till2/pause", ""},
+            {"POST", "/v1/registers/till2/resume", ""},
+            {"POST", "/v1/registers/till2/accept", ""},
+            {"POST", "/v1/check?register=till1", cashIn},
+        };
+        api.setTokens(true, {{"looker", "read", {"till2"}, http::Tokens::hashOf("secret")}});
+        for (const Row& row : rows)
+            EXPECT_EQ(
+                record(row.method, row.target, row.body, {{"Authorization", "Bearer secret"}}).status, 403)
+                << row.target.constData();
+        EXPECT_EQ(record("GET", "/metrics").status, 401);
+        api.setTokens(false, {});
+    }
+
+    void askInVain()
+    {
+        for (const char* const id : {"document:a", "document:b", "document:c", "document:d", "document:e"})
+            posted(id, cashIn);
+        record("POST", "/v1/documents/document:4/move", R"({"register":"till1"})");
+        api.stop();
+        posted("document:f", cashIn);
+        record("GET", "/readyz");
+    }
+
+    void expect(const AskRow& row)
+    {
+        const Served served = record(row.method, row.path, row.body);
+        EXPECT_EQ(served.status, row.status) << row.method << ' ' << row.path << ' ' << served.all();
+        EXPECT_TRUE(served.body.contains(row.part))
+            << row.path << " lacks " << row.part << ": " << served.all().substr(0, 2000);
+    }
+
+    std::string findings() const
+    {
+        return m_record.findings({"frserver.openapi.json", "output.schema.json"}).toStdString();
+    }
+
+private:
+    ApiRecord m_record{api.site().router};
+};
+
+TEST_F(DescriptionTest, AnswersAsItSays)
+{
+    fill();
+    for (const AskRow& row : askRows)
+        expect(row);
+    pause();
+    askWithTokens();
+    askInVain();
+    EXPECT_EQ(findings(), "");
+}
+
+} // namespace

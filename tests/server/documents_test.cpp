@@ -1,0 +1,305 @@
+#include "apirig.h"
+
+#include "currenttime.h"
+#include "mockfactory.h"
+
+namespace {
+
+struct WrongRow
+{
+    const char* what;
+    QByteArray key;
+    QByteArray body;
+    /// Path and words of one of the errors.
+    const char* path;
+    const char* part;
+};
+
+class DocumentsTest : public ApiTest
+{
+protected:
+    std::string errors(const WrongRow& row)
+    {
+        const Served served = ask("POST", "/v1/registers/till1/documents", row.body,
+            row.key.isEmpty() ? QList<http::Headers::Field>()
+                              : QList<http::Headers::Field>{{"Idempotency-Key", row.key}});
+        EXPECT_EQ(served.status, 400) << row.what;
+        return QJsonDocument(served.json().value("errors").toArray()).toJson().toStdString();
+    }
+
+    QJsonObject stored(const QString& id) { return ask("GET", "/v1/documents/" + id.toLatin1()).json(); }
+};
+
+TEST_F(DocumentsTest, RefusesWhatIsWrongAndStoresNothing)
+{
+    const WrongRow rows[]{
+        {"no id", "", cashIn, "id", "Idempotency-Key"},
+        {"a short id", "short", cashIn, "id", "8 to 64"},
+        {"two ids", "document:1", R"({"id":"document:2","type":"cashIn","sum":1})", "id", "another one"},
+        {"an id that is no text", "", R"({"id":12345678,"type":"cashIn","sum":1})", "id", "text"},
+        {"no JSON", "document:1", "{", "", "syntax error"},
+        {"a key twice", "document:1", R"({"type":"cashIn","sum":1,"sum":2})", "sum", "twice"},
+        {"a type that is none", "document:1", R"({"type":"gift"})", "type", "sell"},
+        {"cash of nothing", "document:1", R"({"type":"cashIn","sum":0})", "sum", "above zero"},
+        {"parts of a kopeck", "document:1", R"({"type":"cashOut","sum":1.005})", "sum", ""},
+        {"a member that is not known", "document:1", R"({"type":"zReport","sum":1})", "sum", ""},
+        {"no lines", "document:1", R"({"type":"text","lines":[]})", "lines", "array"},
+        {"a line that is none", "document:1", R"({"type":"text","lines":["a",1]})", "lines[1]", "text"},
+        {"a copy of nothing", "document:1", R"({"type":"copy","documentNumber":0})", "documentNumber", ""},
+        {"a time without a zone", "document:1",
+            R"({"type":"cashIn","sum":1,"startBefore":"2024-03-01T09:00:00"})", "startBefore", "zone"},
+        {"a receipt", "document:1", R"({"type":"sell","items":[],"payments":[]})", "items", ""},
+    };
+    for (const WrongRow& row : rows) {
+        const std::string text = errors(row);
+        EXPECT_NE(text.find("\"path\": \"" + std::string(row.path) + "\""), std::string::npos)
+            << row.what << text;
+        EXPECT_NE(text.find(row.part), std::string::npos) << row.what << text;
+    }
+    // Both at once.
+    const std::string text = errors({"two", "short", R"({"type":"cashIn"})", "", ""});
+    EXPECT_NE(text.find("\"id\""), std::string::npos);
+    EXPECT_NE(text.find("\"sum\""), std::string::npos);
+    EXPECT_TRUE(store.find({}).isEmpty());
+}
+
+TEST_F(DocumentsTest, KeepsWhatIsOfTheDocumentAlone)
+{
+    struct Row
+    {
+        QByteArray id;
+        QByteArray body;
+        QByteArray kept;
+    };
+    const Row rows[]{
+        {"document:1", R"({"sum":1.50,"id":"document:1","startBefore":5,"type":"cashIn"})",
+            R"({"sum":1.5,"type":"cashIn"})"},
+        {"\"document:2\"", R"({"type":"text","lines":["","строка"]})",
+            R"({"lines":["","строка"],"type":"text"})"},
+        {"document:3", R"({"type":"copy","documentNumber":12})", R"({"documentNumber":12,"type":"copy"})"},
+    };
+    for (const Row& row : rows) {
+        QByteArray id = row.id;
+        id.replace('"', "");
+        EXPECT_EQ(post(row.id, row.body).status, 202) << id.constData();
+        const auto document = store.findId(id);
+        ASSERT_TRUE(document);
+        EXPECT_EQ(document->request.body, row.kept);
+    }
+    EXPECT_EQ(till1.told, QStringList({"wake", "wake", "wake"}));
+    // An answer of earlier, in any order and form of the fields, is the same document.
+    EXPECT_EQ(post("document:1", R"({"type":"cashIn", "sum":1.5, "startBefore":900})").status, 202);
+    EXPECT_EQ(till1.told.size(), 3);
+}
+
+TEST_F(DocumentsTest, HasTheTimeOfItsOwnOrOfTheRegister)
+{
+    const QDateTime before = QDateTime::currentDateTimeUtc();
+    post("document:1", cashIn);
+    post("document:2", R"({"type":"cashIn","sum":1,"startBefore":"2031-01-01T00:00:00+03:00"})");
+    post("document:3", sale(), {}, "till2");
+    const qint64 usual = before.secsTo(store.findId("document:1")->request.startBefore);
+    EXPECT_GE(usual, 119);
+    EXPECT_LE(usual, 130);
+    EXPECT_EQ(stored("document:2").value("startBefore").toString(), "2030-12-31T21:00:00.000Z");
+    EXPECT_TRUE(stored("document:3").value("startBefore").isNull());
+}
+
+TEST_F(DocumentsTest, AnswersByWhatHasBecomeOfIt)
+{
+    const QByteArray id = "document:1";
+    const Served accepted = post(id, sale());
+    EXPECT_EQ(accepted.status, 202) << accepted.all();
+    EXPECT_EQ(accepted.headers.value("Location"), "/v1/documents/document:1");
+    EXPECT_EQ(accepted.text("state"), "queued");
+    begin(id);
+    EXPECT_EQ(post(id, sale()).text("state"), "running");
+    end(id, {.state = sale::DocumentState::Issued, .documentNumber = 12});
+    const Served replayed = post(id, sale());
+    EXPECT_EQ(replayed.status, 200);
+    EXPECT_TRUE(replayed.json().value("replayed").toBool());
+    EXPECT_EQ(replayed.json().value("documentNumber").toInt(), 12);
+    EXPECT_EQ(replayed.json().value("total").toDouble(), 305.23);
+    EXPECT_EQ(till1.told, QStringList({"wake"}));
+}
+
+TEST_F(DocumentsTest, RefusesAnotherBodyUnderItsId)
+{
+    const QByteArray id = "document:1";
+    post(id, cashIn);
+    const sale::StoredDocument first = store.findId(id).value();
+    const auto expectConflict = [&](const char* state) {
+        const Served served = post(id, R"({"type":"cashIn","sum":2})");
+        EXPECT_EQ(served.status, 422) << state;
+        EXPECT_EQ(served.text("digest").toLatin1(), first.digest);
+        EXPECT_EQ(served.text("accepted"), first.accepted.toString(Qt::ISODateWithMs));
+        // No state, which a client might take for that of its own document.
+        EXPECT_FALSE(served.json().contains("state"));
+        EXPECT_EQ(store.findId(id)->request.body, first.request.body);
+    };
+    expectConflict("queued");
+    begin(id);
+    expectConflict("running");
+    end(id, {});
+    expectConflict("unknown");
+    store.settle(id, 1, {.state = sale::DocumentState::Issued, .documentNumber = 3});
+    expectConflict("issued");
+}
+
+TEST_F(DocumentsTest, TakesACorrectedBodyAfterItWasNotIssued)
+{
+    const QByteArray id = "document:1";
+    Served waiting = post(id, cashIn, "wait=30");
+    ASSERT_TRUE(waiting.pending);
+    refuse(id);
+    const Served refused = waiting.later();
+    EXPECT_EQ(refused.status, 409);
+    EXPECT_EQ(refused.type(), "application/problem+json");
+    EXPECT_EQ(refused.text("state"), "notIssued");
+    EXPECT_EQ(refused.text("reason"), "refused");
+    EXPECT_EQ(refused.json().value("error").toObject().value("kind").toString(), "cash");
+    EXPECT_TRUE(refused.text("detail").contains("Не хватает наличных"));
+    waiting = post(id, R"({"type":"cashIn","sum":2})", "wait=30");
+    issue(id);
+    EXPECT_EQ(waiting.later().status, 201);
+    EXPECT_EQ(stored(id).value("attempts").toArray().size(), 2);
+}
+
+TEST_F(DocumentsTest, TwoAtOnceAreOneDocument)
+{
+    const Served first = post("document:1", sale(), "wait=30");
+    const Served second = post("document:1", sale(), "wait=30");
+    issue("document:1");
+    for (const Served& served : {first.later(), second.later()}) {
+        EXPECT_EQ(served.status, 201);
+        EXPECT_EQ(served.text("state"), "issued");
+    }
+    EXPECT_EQ(store.find({}).size(), 1);
+    EXPECT_EQ(till1.told, QStringList({"wake", "document:1 awaited", "document:1 not awaited"}));
+}
+
+TEST_F(DocumentsTest, WaitsForNobodyWhoHasGone)
+{
+    const Served first = post("document:1", sale(), "wait=30");
+    const Served second = post("document:1", sale(), "wait=30");
+    first.pending->leave();
+    EXPECT_EQ(till1.told, QStringList({"wake", "document:1 awaited"}));
+    second.pending->leave();
+    EXPECT_EQ(till1.told.last(), "document:1 not awaited");
+    issue("document:1");
+    EXPECT_EQ(second.later().status, 0);
+}
+
+TEST_F(DocumentsTest, AsksAgainBeforeItSaysThatNobodyKnows)
+{
+    const QByteArray id = "document:1";
+    post(id, sale());
+    lose(id);
+    till1.told.clear();
+    Served waiting = post(id, sale());
+    ASSERT_TRUE(waiting.pending);
+    EXPECT_EQ(till1.told, QStringList({"settle document:1", "document:1 awaited"}));
+    api.documentChanged(id);
+    const Served unknown = waiting.later();
+    EXPECT_EQ(unknown.status, 409);
+    EXPECT_EQ(unknown.text("state"), "unknown");
+    EXPECT_TRUE(unknown.text("detail").contains("/v1/documents/document:1/resolve"));
+    EXPECT_FALSE(unknown.json().value("error").toObject().value("action").toString().isEmpty());
+    waiting = post(id, sale());
+    store.settle(id, 1, {.state = sale::DocumentState::Issued, .documentNumber = 3});
+    api.documentChanged(id);
+    EXPECT_EQ(waiting.later().status, 201);
+}
+
+TEST_F(DocumentsTest, WithdrawsAndMovesWhatWasNotBegun)
+{
+    for (const char* const id : {"document:1", "document:2", "document:3"})
+        post(id, sale());
+    EXPECT_EQ(ask("DELETE", "/v1/documents/document:1").text("reason"), "deleted");
+    // Once more is no mistake.
+    EXPECT_EQ(ask("DELETE", "/v1/documents/document:1").status, 200);
+    begin("document:2");
+    const Served late = ask("DELETE", "/v1/documents/document:2");
+    EXPECT_EQ(late.status, 409);
+    EXPECT_EQ(late.text("state"), "running");
+    EXPECT_EQ(ask("POST", "/v1/documents/document:2/move", R"({"register":"till2"})").status, 409);
+    EXPECT_EQ(
+        ask("POST", "/v1/documents/document:3/move", R"({"register":"till2"})").text("register"), "till2");
+    EXPECT_EQ(till2.told, QStringList({"wake"}));
+    EXPECT_EQ(stored("document:3").value("register").toString(), "till2");
+}
+
+TEST_F(DocumentsTest, TakesBackWhatWasSoldAndNoMore)
+{
+    const QByteArray back
+        = R"({"type":"sellReturn","taxationType":"osn","returnOf":"document:1","startBefore":9,)"
+          R"("items":[{"name":"Хлеб Бородинский 400 г","quantity":1}],)"
+          R"("payments":[{"type":"cash","sum":64.9}]})";
+    const auto refusedFor = [&](const QByteArray& id) {
+        const Served served = post(id, back);
+        EXPECT_EQ(served.status, 409) << served.all();
+        EXPECT_FALSE(served.json().contains("state"));
+        EXPECT_FALSE(store.findId(id));
+        return served.json().value("errors").toArray().first()["path"].toString();
+    };
+    // Before the sale is there its positions say nothing of their price.
+    EXPECT_EQ(post("return:1", back).status, 400);
+    post("document:1", sale());
+    EXPECT_EQ(refusedFor("return:1"), "returnOf");
+    issue("document:1");
+    const Served first = post("return:1", back);
+    ASSERT_EQ(first.status, 202) << first.all();
+    EXPECT_EQ(first.text("returnOf"), "document:1");
+    EXPECT_EQ(first.json().value("items").toArray().first()["price"].toDouble(), 64.9);
+    EXPECT_EQ(post("return:1", back).status, 202);
+    EXPECT_EQ(post("return:2", back).status, 202);
+    EXPECT_EQ(refusedFor("return:3"), "items[0].quantity");
+    ask("DELETE", "/v1/documents/return:2");
+    EXPECT_EQ(post("return:3", back).status, 202);
+    const Served other = post("document:2", R"({"type":"cashIn","sum":1,"returnOf":"document:1"})");
+    EXPECT_EQ(other.json().value("errors").toArray().first()["path"].toString(), "returnOf");
+}
+
+TEST_F(DocumentsTest, RefusesWhatItHasNoRoomFor)
+{
+    for (const char* const id : {"document:1", "document:2", "document:3", "document:4"})
+        EXPECT_EQ(post(id, cashIn).status, 202);
+    const Served full = post("document:5", cashIn);
+    EXPECT_EQ(full.status, 429);
+    EXPECT_FALSE(full.headers.value("Retry-After").isEmpty());
+    EXPECT_FALSE(store.findId("document:5"));
+    // One that is there is no new one, and the other register has a queue of its own.
+    EXPECT_EQ(post("document:4", cashIn).status, 202);
+    EXPECT_EQ(post("document:6", sale(), {}, "till2").status, 202);
+    EXPECT_EQ(ask("POST", "/v1/documents/document:6/move", R"({"register":"till1"})").status, 429);
+    issue("document:1");
+    EXPECT_EQ(post("document:5", cashIn).status, 202);
+}
+
+TEST_F(DocumentsTest, SaysThatTheJournalFails)
+{
+    store.isBroken = true;
+    const Served broken = post("document:1", cashIn);
+    EXPECT_EQ(broken.status, 503);
+    EXPECT_FALSE(broken.headers.value("Retry-After").isEmpty());
+    EXPECT_TRUE(broken.text("detail").contains("the disk is full"));
+    EXPECT_EQ(ask("GET", "/readyz").status, 503);
+    EXPECT_EQ(ask("GET", "/healthz").status, 200);
+    store.isBroken = false;
+    EXPECT_FALSE(store.findId("document:1"));
+    EXPECT_EQ(post("document:1", cashIn).status, 202);
+}
+
+TEST_F(DocumentsTest, AtItsEndAcceptsNothingAndKeepsNobodyWaiting)
+{
+    const Served waiting = post("document:1", cashIn, "wait=30");
+    api.stop();
+    EXPECT_EQ(waiting.later().status, 202);
+    EXPECT_EQ(post("document:2", cashIn).status, 503);
+    EXPECT_FALSE(store.findId("document:2"));
+    EXPECT_EQ(ask("GET", "/readyz").status, 503);
+    // Whoever asks after a document is answered as long as the program lives.
+    EXPECT_EQ(ask("GET", "/v1/documents/document:1").status, 200);
+}
+
+} // namespace

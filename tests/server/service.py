@@ -1,0 +1,173 @@
+"""A register, the service that owns it, and a client of the service: standard library alone."""
+
+import http.client
+import json
+import os
+import re
+import signal
+import subprocess
+import urllib.parse
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+PATIENCE = 60
+CASHIER = "Иванова А. П."
+
+
+class Program:
+    """A program of ours that says on standard error where it can be reached."""
+
+    def __init__(self, command, **options):
+        self.lines = []
+        self.process = subprocess.Popen(
+            command, stdin=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True, encoding="utf-8", **options)
+
+    def read_address(self, words):
+        for line in self.process.stderr:
+            self.lines.append(line)
+            if match := re.search(words + r" (\S+)", line):
+                return match[1]
+        raise RuntimeError("".join(self.lines))
+
+    def drain(self):
+        """The rest of what it said, once it has ended."""
+        self.lines += self.process.stderr.readlines()
+
+    def stop(self, how=signal.SIGTERM):
+        if self.process.poll() is None:
+            self.process.send_signal(how)
+        status = self.process.wait(timeout=PATIENCE)
+        self.drain()
+        self.process.stderr.close()
+        return status
+
+
+class Answer:
+    def __init__(self, response):
+        self.status = response.status
+        self.headers = response.headers
+        text = response.read()
+        self.body = json.loads(text) if "json" in response.headers.get("Content-Type", "") else text.decode()
+
+    def __getitem__(self, name):
+        return self.body[name]
+
+    def __repr__(self):
+        return f"{self.status} {self.body}"
+
+
+class Client:
+    def __init__(self, url):
+        self.place = urllib.parse.urlsplit(url).netloc
+        self.token = None
+
+    def ask(self, method, path, body=None, **headers):
+        connection = http.client.HTTPConnection(self.place, timeout=PATIENCE)
+        headers = {name.replace("_", "-"): value for name, value in headers.items()}
+        if self.token:
+            headers["Authorization"] = "Bearer " + self.token
+        if body is not None:
+            body = json.dumps(body).encode()
+        connection.request(method, path, body, headers)
+        with connection.getresponse() as response:
+            return Answer(response)
+
+    def events(self):
+        return Events(self.place, self.token)
+
+
+class Events:
+    """What the service tells as it happens, from now on."""
+
+    def __init__(self, place, token=None):
+        self.connection = http.client.HTTPConnection(place, timeout=PATIENCE)
+        self.connection.request("GET", "/v1/events", headers={"Authorization": "Bearer " + token} if token else {})
+        self.stream = self.connection.getresponse()
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.connection.close()
+        self.stream.close()
+
+    def until(self, kind, **wanted):
+        """The first such event."""
+        name = None
+        while line := self.stream.readline():
+            field, _, value = line.decode().rstrip("\n").partition(": ")
+            if field == "event":
+                name = value
+            elif field == "data" and name == kind:
+                data = json.loads(value)
+                if all(data.get(member) == one for member, one in wanted.items()):
+                    return data
+        raise AssertionError(f"no event {kind} {wanted}")
+
+
+class Register(Program):
+    """spf-emulator with its control interface."""
+
+    def __init__(self, *options):
+        super().__init__([os.environ["SPF_EMULATOR"], "--tcp", "0", "--panel", "0", "--quiet", *options])
+        self.line = self.read_address("ready on")
+        self.panel = Client(self.read_address("panel on"))
+
+    def ask(self, method, path, body=None):
+        return self.panel.ask(method, "/v1" + path, body).body
+
+    def receipts(self):
+        return [one["total"] for one in self.ask("GET", "/documents")["documents"] if one["word"] == "sell"]
+
+    def tape(self):
+        return self.ask("GET", "/tape.txt")
+
+
+class Service(Program):
+    """frserver with the registers that it is given, in a folder that it keeps from one start to the next."""
+
+    def __init__(self, folder, registers, more="", options=(), **environment):
+        self.folder = Path(folder)
+        self.config = self.folder / "frserver.ini"
+        sections = [
+            f"[service]\nlisten = 127.0.0.1:0\njournal = {self.folder}/journal.sqlite\n"
+            f"tokens = {self.folder}/tokens\nplugin = {os.environ['FRSPF_PLUGIN']}\n"
+        ]
+        for name, line in registers.items():
+            sections.append(
+                f"[register {name}]\nport = {line}\nprotocol = HEX\ncashier = {CASHIER}\nallow-test-drive = true\n{more}\n")
+        self.config.write_text("\n".join(sections), encoding="utf-8")
+        self.start(options, environment)
+
+    def start(self, options=(), environment=None):
+        # The locks of this test's lines are its own.
+        super().__init__([os.environ["FRSERVER"], "--config", str(self.config), *options],
+                         env={**os.environ, **(environment or {})})
+        self.url = self.read_address("ready on")
+        self.client = Client(self.url)
+
+    def ask(self, method, path, body=None, **headers):
+        return self.client.ask(method, path, body, **headers)
+
+    def post(self, body, name="till1", wait=PATIENCE, **more):
+        return self.ask("POST", f"/v1/registers/{name}/documents", {**body, **more}, Prefer=f"wait={wait}")
+
+    def workers(self):
+        """Process ids of its children."""
+        task = f"/proc/{self.process.pid}/task/{self.process.pid}/children"
+        return [int(one) for one in Path(task).read_text(encoding="ascii").split()]
+
+    def command(self, *arguments):
+        return subprocess.run([os.environ["FRSERVER"], "--config", str(self.config), *arguments],
+                              capture_output=True, text=True, check=False, timeout=PATIENCE)
+
+
+def receipt(name="sale"):
+    return json.loads((ROOT / "examples" / f"{name}.json").read_text(encoding="utf-8"))
+
+
+def frctl(service, line, *arguments):
+    return subprocess.run(
+        [os.environ["FRCTL"], "--plugin", os.environ["FRSPF_PLUGIN"], "--port", line, "--protocol", "HEX", "--journal",
+         str(service.folder / "journal.sqlite"), "--cashier", CASHIER, *arguments],
+        capture_output=True, text=True, check=False, timeout=PATIENCE)
