@@ -272,7 +272,7 @@ Task prepareAccept(const Options& options)
     });
 }
 
-constexpr Verb verbs[] = {
+constexpr Verb journalVerbs[] = {
     {"list", 0, 0, prepareList, "state since"},
     {"show", 1, 1, prepareShow},
     {"settle", 0, 1, prepareSettle, "force"},
@@ -288,7 +288,7 @@ constexpr Verb verbs[] = {
 
 Task prepareJournal(const Options& options)
 {
-    return prepareVerb(verbs, options);
+    return prepareVerb(journalVerbs, options);
 }
 
 } // namespace frctl

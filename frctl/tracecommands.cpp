@@ -118,7 +118,7 @@ Task prepareDissector(const Options& /*options*/)
     return alone(printedDissector);
 }
 
-constexpr Verb verbs[] = {
+constexpr Verb traceVerbs[] = {
     {"show", 1, 1, prepareShow},
     {"diff", 2, 2, prepareDiff},
     {"replay", 1, 2, prepareReplay, "as password force"},
@@ -130,7 +130,7 @@ constexpr Verb verbs[] = {
 
 Task prepareTrace(const Options& options)
 {
-    return prepareVerb(verbs, options);
+    return prepareVerb(traceVerbs, options);
 }
 
 } // namespace frctl

@@ -95,7 +95,7 @@ QString letterTable()
 }
 
 /// In this order: Lua knows what stands before.
-constexpr const char* parts[] = {"fields", "texts", "hex", "xml", "frames", "show"};
+constexpr const char* scriptParts[] = {"fields", "texts", "hex", "xml", "frames", "show"};
 
 } // namespace
 
@@ -105,7 +105,7 @@ QByteArray dissector()
         + table("hexErrors", commandtable::hexErrors()) + table("tagNames", tagtable::names())
         + letterTable();
     QByteArray script = "-- Made by \"frctl trace dissector\".\n\n" + tables.toUtf8();
-    for (const char* const part : parts) {
+    for (const char* const part : scriptParts) {
         QFile file(QStringLiteral(":/trace/dissector/%1.lua").arg(QLatin1String(part)));
         file.open(QIODevice::ReadOnly);
         script += file.readAll() + '\n';

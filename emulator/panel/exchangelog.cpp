@@ -23,7 +23,9 @@ qsizetype sizeOf(const LoggedExchange& logged)
     qsizetype characters = logged.exchange.command.size() + logged.exchange.reason.size();
     for (const LoggedExchange::Warning& warning : logged.warnings)
         characters += warning.text.size();
-    return static_cast<qsizetype>(sizeof(LoggedExchange) + sizeof(QChar) * static_cast<size_t>(characters));
+    constexpr auto fixed = static_cast<qsizetype>(sizeof(LoggedExchange));
+    constexpr auto letter = static_cast<qsizetype>(sizeof(QChar));
+    return fixed + letter * characters;
 }
 
 } // namespace
