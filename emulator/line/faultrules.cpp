@@ -8,7 +8,7 @@ namespace emulator {
 
 namespace {
 
-// The end of a path is enough: "1079" for "1059.2.1079".
+// The end of a path is enough: "price" for "item[2].price".
 bool isNamed(const QString& path, const QString& name)
 {
     return path == name || path.endsWith(QLatin1Char('.') + name);
