@@ -62,6 +62,11 @@ bool FaultRules::Use::isOver() const
 void FaultRules::set(const QList<FaultRule>& rules)
 {
     m_uses.clear();
+    add(rules);
+}
+
+void FaultRules::add(const QList<FaultRule>& rules)
+{
     for (const FaultRule& rule : rules)
         m_uses.append({rule, 0, 0, 0, std::mt19937_64(rule.seed)});
 }

@@ -137,12 +137,29 @@ Answer faults(Desk& desk, const Request&)
     return Response::json(QJsonObject{{rulesName, rules}, {QStringLiteral("planned"), planned}});
 }
 
-Answer setFaults(Desk& desk, const Request& request)
+QList<FaultRule> faultRulesOf(const Request& request)
 {
     QList<FaultRule> rules;
     for (Members& members : rulesOf(request))
         rules.append(faultRuleOf(members));
-    desk.faults().setRules(rules);
+    return rules;
+}
+
+Answer addFaults(Desk& desk, const Request& request)
+{
+    const QList<FaultRule> rules = faultRulesOf(request);
+    if (desk.faults().rules().uses().size() + rules.size() > mostRules)
+        throw http::Problem(400,
+            QStringLiteral("There would be more than %1 rules, which is the most: clear them first.")
+                .arg(mostRules));
+    desk.faults().addRules(rules);
+    desk.changed(QStringLiteral("faults"));
+    return faults(desk, request);
+}
+
+Answer setFaults(Desk& desk, const Request& request)
+{
+    desk.faults().setRules(faultRulesOf(request));
     desk.changed(QStringLiteral("faults"));
     return faults(desk, request);
 }
@@ -229,6 +246,7 @@ const QList<DeskRoute>& faultRoutes()
     static const QList<DeskRoute> routes{
         {"GET", "/faults", faults},
         {"PUT", "/faults", setFaults},
+        {"POST", "/faults", addFaults},
         {"DELETE", "/faults", clearFaults},
         {"GET", "/faults/modes", faultModes},
         {"GET", "/marks", marks},

@@ -31,9 +31,10 @@ public:
             add({{"route", QJsonArray{QString(route.method), route.pattern}}});
     }
 
-    Served ask(const QByteArray& method, const QByteArray& target, const QByteArray& body)
+    Served ask(const QByteArray& method, const QByteArray& target, const QByteArray& body,
+        const QByteArray& host = "127.0.0.1")
     {
-        const Served served = m_rig.ask(method, target, body);
+        const Served served = m_rig.ask(method, target, body, host);
         http::Request request = http::Request::of(method, target);
         QString pattern = m_rig.panel.site().router.find(request).pattern;
         if (const qsizetype point = request.path.lastIndexOf('.'); pattern.endsWith('}') && point > 0)
@@ -187,6 +188,9 @@ const AskRow askRows[] = {
             {"mode":"lost","command":"8","field":{"name":"1115","value":"1"}},
             {"mode":"lost","command":"SetParameters","field":{"name":"Printer.PrintWidthChars","value":"1"}}]})",
         200, "item[2].price"},
+    {"POST", "faults", R"({"rules":[{"mode":"cut","nth":1}]})", 200, "\"cut\""},
+    {"POST", "faults", R"({"rules":[{"mode":"busy:0"}]})", 400, "busy takes an N"},
+    {"GET", "faults", "", 200, "item[2].price"},
     {"DELETE", "faults", "", 204},
     {"GET", "faults/modes", "", 200, "answer-shape:bytes"},
     {"PUT", "marks", R"({"rules":[{"pattern":"^01","result":5}]})", 200},
@@ -274,6 +278,7 @@ TEST(Panel, AnswersAsItsDescriptionSays)
     EXPECT_TRUE(sold.status == 200 && sold.json().value("data").toObject().value("number") == 3)
         << sold.text();
     askAll(record, askRows);
+    EXPECT_EQ(record.ask("GET", "/v1/state", {}, "till.example").status, 421);
     rig.desk.setSnapshots(std::make_unique<ForeignSnapshots>());
     askAll(record, foreignRows);
     EXPECT_EQ(record.findings().toStdString(), "");
