@@ -69,6 +69,7 @@ std::optional<Caller> Site::callerOf(const Request& request) const
 
 Answer Site::answerInside(Request& request) const
 {
+    request.caller = callerOf(request);
     gate.check(request);
     // A browser asks so before it sends a token.
     if (request.method == "OPTIONS") {
@@ -87,7 +88,6 @@ Answer Site::answerInside(Request& request) const
 Answer Site::routed(Request& request) const
 {
     const Route& route = router.find(request);
-    request.caller = callerOf(request);
     checkAccess(request, route.access);
     return route.handler(request);
 }

@@ -22,7 +22,10 @@ struct ModeName
     /// The argument that the mode takes when none is given.
     int usual;
     int languages;
+    int least = 1;
 };
+
+constexpr int greatestArgument = 999'999;
 
 // clang-format off
 constexpr ModeName modeNames[] = {
@@ -37,15 +40,15 @@ constexpr ModeName modeNames[] = {
     {FaultMode::Slow, "slow", "seconds", 1, onBoth},
     {FaultMode::Cut, "cut", nullptr, 0, onBoth},
     {FaultMode::Split, "split", "size", 7, onBoth},
-    {FaultMode::Drop, "drop", "byte", 1, onBoth},
-    {FaultMode::Flip, "flip", "byte", 1, onBoth},
-    {FaultMode::Double, "double", "byte", 1, onBoth},
+    {FaultMode::Drop, "drop", "byte", 1, onBoth, 0},
+    {FaultMode::Flip, "flip", "byte", 1, onBoth, 0},
+    {FaultMode::Double, "double", "byte", 1, onBoth, 0},
     {FaultMode::PaperOut, "paper-out", nullptr, 0, onBoth},
     {FaultMode::PaperIn, "paper-in", nullptr, 0, onBoth},
-    {FaultMode::PaperEnds, "paper-ends", "lines", 3, onBoth},
-    {FaultMode::PaperEndsQuietly, "paper-ends-quietly", "lines", 3, onBoth},
+    {FaultMode::PaperEnds, "paper-ends", "lines", 3, onBoth, 0},
+    {FaultMode::PaperEndsQuietly, "paper-ends-quietly", "lines", 3, onBoth, 0},
     {FaultMode::Restart, "restart", nullptr, 0, onBoth},
-    {FaultMode::Answer, "answer", "CODE, answer:CATEGORY.CODE", 0, onBoth},
+    {FaultMode::Answer, "answer", "[CATEGORY.]CODE", 0, onBoth},
     {FaultMode::ShapeBytes, "answer-shape:bytes", nullptr, 0, onBoth},
     {FaultMode::ShapeBehindForeign, "answer-shape:behind-foreign", nullptr, 0, onBoth},
     {FaultMode::ShapePlain, "answer-shape:plain", nullptr, 0, onXml},
@@ -100,10 +103,34 @@ std::optional<Fault> readFault(const QString& name, const QString& argument)
         return std::nullopt;
     if (mode->mode == FaultMode::Answer)
         return readAnswer(argument);
+    if (argument.isEmpty())
+        return Fault{mode->mode, mode->usual};
     static const QRegularExpression number(QStringLiteral("^\\d{1,6}$"));
-    const bool good = argument.isEmpty() || (mode->argument != nullptr && number.match(argument).hasMatch());
-    const int value = argument.isEmpty() ? mode->usual : argument.toInt();
-    return good ? std::optional<Fault>(Fault{mode->mode, value}) : std::nullopt;
+    const bool isNumber = mode->argument != nullptr && number.match(argument).hasMatch();
+    const int value = argument.toInt();
+    return isNumber && value >= mode->least ? std::optional<Fault>(Fault{mode->mode, value}) : std::nullopt;
+}
+
+/// What a mode takes; empty for one that there is not.
+QString wantedWords(const QString& name)
+{
+    const ModeName* const mode = findMode(name);
+    if (mode == nullptr)
+        return {};
+    if (mode->mode == FaultMode::Answer)
+        return QStringLiteral("answer takes a CODE from 1 to 255 (HEX), or CATEGORY.CODE (XML)");
+    if (mode->argument == nullptr)
+        return QStringLiteral("%1 takes no N").arg(name);
+    return QStringLiteral("%1 takes an N (%2) from %3 to %4")
+        .arg(name, QLatin1String(mode->argument))
+        .arg(mode->least)
+        .arg(greatestArgument);
+}
+
+QString noSuchFault(const QString& text, const QString& why)
+{
+    const QString words = QStringLiteral("no such fault: \"%1\"").arg(text);
+    return why.isEmpty() ? words : words + QStringLiteral(": ") + why;
 }
 
 } // namespace
@@ -117,7 +144,7 @@ std::optional<FaultPlan> FaultPlan::parse(const QString& text, QString* error)
         const std::optional<Fault> fault = readFault(match.captured(1), match.captured(2));
         const int exchange = match.captured(3).toInt();
         if (!fault || exchange == 0) {
-            *error = QStringLiteral("no such fault: \"%1\"").arg(part.trimmed());
+            *error = noSuchFault(part.trimmed(), fault ? QString() : wantedWords(match.captured(1)));
             return std::nullopt;
         }
         if (match.captured(4).isEmpty())
@@ -138,6 +165,11 @@ std::optional<Fault> FaultPlan::parseFault(const QString& text)
     static const QRegularExpression form(QStringLiteral("\\A([a-z-]+)(?::([a-z0-9.-]+))?\\z"));
     const QRegularExpressionMatch match = form.match(text);
     return match.hasMatch() ? readFault(match.captured(1), match.captured(2)) : std::nullopt;
+}
+
+QString FaultPlan::mistake(const QString& text)
+{
+    return wantedWords(text.section(QLatin1Char(':'), 0, 0));
 }
 
 QString FaultPlan::argumentName(FaultMode mode)

@@ -36,6 +36,8 @@ public:
     static std::optional<FaultPlan> parse(const QString& text, QString* error);
     /// Reads "mode[:argument]", or the name of a cut of the power; no value for what is neither.
     static std::optional<Fault> parseFault(const QString& text);
+    /// What the mode takes that such a text names; empty when there is no such mode.
+    static QString mistake(const QString& text);
     /// Those that a plan has not: there is nobody to switch the power on again.
     static const QString powerOffBefore;
     static const QString powerOffAfter;

@@ -8,7 +8,7 @@ namespace emulator {
 
 namespace {
 
-// The end of a path is enough: "1079" for "1059.2.1079".
+// The end of a path is enough: "price" for "item[2].price".
 bool isNamed(const QString& path, const QString& name)
 {
     return path == name || path.endsWith(QLatin1Char('.') + name);
@@ -62,6 +62,11 @@ bool FaultRules::Use::isOver() const
 void FaultRules::set(const QList<FaultRule>& rules)
 {
     m_uses.clear();
+    add(rules);
+}
+
+void FaultRules::add(const QList<FaultRule>& rules)
+{
     for (const FaultRule& rule : rules)
         m_uses.append({rule, 0, 0, 0, std::mt19937_64(rule.seed)});
 }

@@ -29,6 +29,8 @@ public:
     };
 
     void set(const QList<FaultRule>& rules);
+    /// Those that there are go on counting.
+    void add(const QList<FaultRule>& rules);
     bool isEmpty() const { return m_uses.isEmpty(); }
     const QList<Use>& uses() const { return m_uses; }
     /// Of the first rule that hits the exchange; null for none.

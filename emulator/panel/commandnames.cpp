@@ -39,6 +39,16 @@ QStringList codesOf(const QString& command, Language language)
     return codes;
 }
 
+QStringList codes(Language language)
+{
+    QStringList found;
+    for (const auto& [code, name] : commandsOf(language)) {
+        if (!found.contains(code))
+            found.append(code);
+    }
+    return found;
+}
+
 const QStringList& all()
 {
     static const QStringList names = [] {

@@ -9,6 +9,8 @@ namespace emulator::panel::commandnames {
 /// The codes that a command, told by its code or its name, has in that protocol; none when the protocol has
 /// no such command.
 QStringList codesOf(const QString& command, Language language);
+/// All that the protocol has.
+QStringList codes(Language language);
 /// Names of both protocols.
 const QStringList& all();
 /// The same and the codes.

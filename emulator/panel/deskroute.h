@@ -18,6 +18,10 @@ struct DeskRoute
     http::Answer (*handler)(Desk& desk, const http::Request& request);
     /// Names that its query may have.
     QStringList query = {};
+    /// Of a PUT or a POST; others have none.
+    bool hasBody = true;
+
+    bool takesBody() const { return hasBody && (method == "PUT" || method == "POST"); }
 };
 
 /// @name All of them, by topic. Handlers throw http::Problem.

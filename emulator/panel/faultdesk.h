@@ -39,6 +39,7 @@ public:
     Fault choose(const QByteArray& request, Language language) override;
 
     void setRules(const QList<FaultRule>& rules) { m_rules.set(rules); }
+    void addRules(const QList<FaultRule>& rules) { m_rules.add(rules); }
     const FaultRules& rules() const { return m_rules; }
     void setPlan(const FaultPlan& plan);
     const QList<Planned>& planned() const { return m_planned; }

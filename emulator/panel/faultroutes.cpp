@@ -1,13 +1,11 @@
 #include "http/problem.h"
 #include "line/faultplan.h"
-#include "panel/commandnames.h"
 #include "panel/desk.h"
 #include "panel/deskroute.h"
 #include "panel/members.h"
+#include "panel/rulecheck.h"
 
 #include <QJsonArray>
-
-#include <algorithm>
 
 namespace emulator::panel {
 
@@ -48,57 +46,48 @@ std::pair<QString, QString> fieldOf(Members field)
     return wanted;
 }
 
-bool mayHit(const FaultRule& rule, Language language)
+[[noreturn]] void failOfMode(const Members& members, const QString& mode)
 {
-    const QStringList codes = commandnames::codesOf(rule.command, language);
-    const bool isItsCommand = rule.command.isEmpty()
-        || std::any_of(codes.cbegin(), codes.cend(), [&rule, language](const QString& code) {
-               return !rule.isForStoring || commandnames::mayStore(code, language);
-           });
-    return isItsCommand && FaultPlan::fits(rule.fault, language);
+    const QString wanted = FaultPlan::mistake(mode);
+    members.fail(QStringLiteral("mode"),
+        wanted.isEmpty() ? QStringLiteral("is none of those that /faults/modes tells")
+                         : QStringLiteral("is no fault: ") + wanted);
 }
 
-/// A rule that never hits is a mistake.
-void checkCommand(const Members& members, const FaultRule& rule)
+void readChance(Members& members, FaultRule& rule)
 {
-    const QString name = QStringLiteral("command");
-    const bool isKnown = rule.command.isEmpty()
-        || !commandnames::codesOf(rule.command, Language::Hex).isEmpty()
-        || !commandnames::codesOf(rule.command, Language::Xml).isEmpty();
-    if (!isKnown)
-        members.fail(name,
-            QStringLiteral("is the code of a command as its protocol writes it, or one of: ")
-                + commandnames::all().join(QStringLiteral(", ")));
-    if (!mayHit(rule, Language::Hex) && !mayHit(rule, Language::Xml))
-        members.fail(
-            name, QStringLiteral("is none that mode and storing can hit: no request would suffer it"));
+    const QString probability = QStringLiteral("probability");
+    const QString seed = QStringLiteral("seed");
+    if (members.has(probability))
+        rule.probability = members.fraction(probability, 0, 1);
+    if (members.has(seed) && !members.has(probability))
+        members.fail(seed, QStringLiteral("goes with probability"));
+    rule.seed = static_cast<quint64>(members.optionalNumber(seed, 0).value_or(1));
 }
 
 FaultRule faultRuleOf(Members& members)
 {
     const QString modeName = QStringLiteral("mode");
     const QString storingName = QStringLiteral("storing");
-    const QString probability = QStringLiteral("probability");
+    const QString commandKey = QStringLiteral("command");
     FaultRule rule;
     rule.mode = members.text(modeName);
     const std::optional<Fault> fault = FaultPlan::parseFault(rule.mode);
     if (!fault)
-        members.fail(modeName, QStringLiteral("is none of those that /faults/modes tells"));
+        failOfMode(members, rule.mode);
     rule.fault = *fault;
-    rule.command = members.optionalText(QStringLiteral("command")).value_or(QString());
+    rule.command = members.optionalText(commandKey).value_or(QString());
+    if (rule.command.isEmpty() && members.has(commandKey))
+        members.fail(commandKey, QStringLiteral("is empty; a rule without it is for all commands"));
     rule.isForStoring = members.has(storingName) && members.flag(storingName);
     if (members.has(QStringLiteral("field")))
         rule.field = fieldOf(members.object(QStringLiteral("field")));
     rule.nth = members.optionalNumber(QStringLiteral("nth"), 1);
     rule.each = members.optionalNumber(QStringLiteral("each"), 1);
-    if (rule.nth && rule.each)
-        members.fail(QStringLiteral("nth"), QStringLiteral("and each do not go together"));
-    if (members.has(probability))
-        rule.probability = members.fraction(probability, 0, 1);
-    rule.seed = static_cast<quint64>(members.optionalNumber(QStringLiteral("seed"), 0).value_or(1));
     rule.lifetime = members.optionalNumber(QStringLiteral("lifetime"), 1);
+    readChance(members, rule);
     members.finish();
-    checkCommand(members, rule);
+    rulecheck::check(members, rule);
     return rule;
 }
 
@@ -148,12 +137,29 @@ Answer faults(Desk& desk, const Request&)
     return Response::json(QJsonObject{{rulesName, rules}, {QStringLiteral("planned"), planned}});
 }
 
-Answer setFaults(Desk& desk, const Request& request)
+QList<FaultRule> faultRulesOf(const Request& request)
 {
     QList<FaultRule> rules;
     for (Members& members : rulesOf(request))
         rules.append(faultRuleOf(members));
-    desk.faults().setRules(rules);
+    return rules;
+}
+
+Answer addFaults(Desk& desk, const Request& request)
+{
+    const QList<FaultRule> rules = faultRulesOf(request);
+    if (desk.faults().rules().uses().size() + rules.size() > mostRules)
+        throw http::Problem(400,
+            QStringLiteral("There would be more than %1 rules, which is the most: clear them first.")
+                .arg(mostRules));
+    desk.faults().addRules(rules);
+    desk.changed(QStringLiteral("faults"));
+    return faults(desk, request);
+}
+
+Answer setFaults(Desk& desk, const Request& request)
+{
+    desk.faults().setRules(faultRulesOf(request));
     desk.changed(QStringLiteral("faults"));
     return faults(desk, request);
 }
@@ -240,6 +246,7 @@ const QList<DeskRoute>& faultRoutes()
     static const QList<DeskRoute> routes{
         {"GET", "/faults", faults},
         {"PUT", "/faults", setFaults},
+        {"POST", "/faults", addFaults},
         {"DELETE", "/faults", clearFaults},
         {"GET", "/faults/modes", faultModes},
         {"GET", "/marks", marks},

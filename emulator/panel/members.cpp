@@ -32,12 +32,30 @@ bool Members::has(const QString& name)
     return m_object.contains(name);
 }
 
+bool Members::isNull(const QString& name)
+{
+    return has(name) && m_object.value(name).isNull();
+}
+
+/// One of them may be the misspelt name of what is missing.
+QString Members::unasked() const
+{
+    QStringList names;
+    for (const QString& name : m_object.keys()) {
+        if (!m_known.contains(name))
+            names.append(name);
+    }
+    return names.join(QStringLiteral(", "));
+}
+
 QJsonValue Members::value(const QString& name)
 {
     know(name);
     const QJsonValue found = m_object.value(name);
     if (found.isUndefined())
-        fail(name, QStringLiteral("is missing"));
+        fail(name,
+            unasked().isEmpty() ? QStringLiteral("is missing")
+                                : QStringLiteral("is missing; given are: ") + unasked());
     return found;
 }
 
@@ -115,7 +133,9 @@ void Members::finish() const
     for (auto member = m_object.begin(); member != m_object.end(); ++member) {
         if (!m_known.contains(member.key()))
             fail(member.key(),
-                QStringLiteral("is not known here; known are: ") + m_known.join(QStringLiteral(", ")));
+                m_known.isEmpty()
+                    ? QStringLiteral("is not known here, where a body has no meaning")
+                    : QStringLiteral("is not known here; known are: ") + m_known.join(QStringLiteral(", ")));
     }
 }
 

@@ -15,6 +15,7 @@ public:
     explicit Members(const QJsonObject& object, const QString& path = {});
 
     bool has(const QString& name);
+    bool isNull(const QString& name);
     bool flag(const QString& name);
     QString text(const QString& name);
     /// One of these.
@@ -32,6 +33,7 @@ public:
 
 private:
     void know(const QString& name);
+    QString unasked() const;
     QJsonValue value(const QString& name);
 
     QJsonObject m_object;

@@ -2,6 +2,7 @@
 
 #include "http/problem.h"
 #include "panel/deskroute.h"
+#include "panel/members.h"
 #include "panel/queryvalues.h"
 #include "panel/stateview.h"
 
@@ -19,6 +20,13 @@ QByteArray description()
     QFile file(QStringLiteral(":/panel-api/emulator.openapi.json"));
     const bool isOpen = file.open(QIODevice::ReadOnly);
     return isOpen ? file.readAll() : QByteArray();
+}
+
+/// An empty object says nothing, as clients send it that always send one.
+void checkNoBody(const http::Request& request)
+{
+    if (!request.body.isEmpty())
+        Members(request.json()).finish();
 }
 
 } // namespace
@@ -66,6 +74,8 @@ void Panel::addRoutes()
             const auto handler = [this, route](const http::Request& request) {
                 Desk& desk = deskOf(request);
                 queryvalues::checkNames(request, route.query);
+                if (!route.takesBody())
+                    checkNoBody(request);
                 if (route.method != "GET")
                     desk.checkWorks();
                 return route.handler(desk, request);

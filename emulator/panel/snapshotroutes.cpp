@@ -88,10 +88,10 @@ const QList<DeskRoute>& snapshotRoutes()
 {
     static const QList<DeskRoute> routes{
         {"GET", "/snapshots", snapshots},
-        {"PUT", "/snapshots/{name}", keep},
+        {"PUT", "/snapshots/{name}", keep, {}, false},
         {"DELETE", "/snapshots/{name}", remove},
-        {"POST", "/snapshots/{name}/restore", restore},
-        {"POST", "/reset", reset},
+        {"POST", "/snapshots/{name}/restore", restore, {}, false},
+        {"POST", "/reset", reset, {}, false},
     };
     return routes;
 }

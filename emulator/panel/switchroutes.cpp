@@ -70,20 +70,43 @@ Answer setCover(Desk& desk, const Request& request)
     return done(desk, "cover", stateview::cover);
 }
 
+const QString powerName = QStringLiteral("state");
+const QString offAtName = QStringLiteral("offAt");
+
+/// No value takes back one that is to come.
+std::optional<PowerCut> powerCutOf(Members& members)
+{
+    if (members.isNull(offAtName))
+        return std::nullopt;
+    const QString after = QStringLiteral("afterStoring");
+    const QString when = members.word(offAtName, {QStringLiteral("beforeStoring"), after});
+    return when == after ? PowerCut::AfterStoring : PowerCut::BeforeStoring;
+}
+
+Answer setPowerCut(Desk& desk, Members& members)
+{
+    const std::optional<PowerCut> cut = powerCutOf(members);
+    members.finish();
+    if (cut && !desk.device().isPowered())
+        throw http::Problem(
+            409, QStringLiteral("The power is off: no request comes with which it could go."));
+    desk.faults().setPowerCut(cut);
+    return done(desk, "power", stateview::power);
+}
+
 Answer setPower(Desk& desk, const Request& request)
 {
-    const QString offAt = QStringLiteral("offAt");
-    const QString after = QStringLiteral("afterStoring");
     Members members(request.json());
-    if (members.has(offAt)) {
-        const QString when = members.word(offAt, {QStringLiteral("beforeStoring"), after});
-        members.finish();
-        desk.faults().setPowerCut(when == after ? PowerCut::AfterStoring : PowerCut::BeforeStoring);
-        return done(desk, "power", stateview::power);
-    }
-    const QString on = QStringLiteral("on");
-    const bool isOn = members.word(QStringLiteral("state"), {on, QStringLiteral("off")}) == on;
+    const bool hasState = members.has(powerName);
+    if (members.has(offAtName) && hasState)
+        members.fail(offAtName, QStringLiteral("and state do not go together"));
+    if (members.has(offAtName))
+        return setPowerCut(desk, members);
     members.finish();
+    if (!hasState)
+        members.fail(powerName, QStringLiteral("or offAt is missing"));
+    const QString on = QStringLiteral("on");
+    const bool isOn = members.word(powerName, {on, QStringLiteral("off")}) == on;
     desk.faults().setPowerCut(std::nullopt);
     // It is on already: a host need not start it anew.
     if (isOn != desk.device().isPowered())

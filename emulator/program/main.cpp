@@ -96,7 +96,7 @@ std::unique_ptr<http::Server> serve(const Options& options, emulator::panel::Pan
 {
     if (!options.panelToken.isEmpty())
         panel.site().tokens.add(http::Tokens::hashOf(options.panelToken), {});
-    panel.site().gate.hostNames.append(QSysInfo::machineHostName());
+    panel.site().gate.hostNames = options.panelHosts + QStringList{QSysInfo::machineHostName()};
     auto server = std::make_unique<http::Server>(panel.site());
     server->listen(options.panelAddress, *options.panelPort);
     return server;

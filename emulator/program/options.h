@@ -43,6 +43,8 @@ struct Options
     QString panelAddress = QStringLiteral("127.0.0.1");
     /// Empty for none.
     QByteArray panelToken;
+    /// By which it is asked for, besides the machine's own.
+    QStringList panelHosts;
     /// Milliseconds by which the register's clock is ahead of the computer's.
     qint64 clockAhead = 0;
     emulator::Identity identity;

@@ -25,6 +25,7 @@ const QString panelName = QStringLiteral("panel");
 const QString addressName = QStringLiteral("panel-address");
 const QString tokenName = QStringLiteral("panel-token");
 const QString tokenFileName = QStringLiteral("panel-token-file");
+const QString hostName = QStringLiteral("panel-host");
 const QString registersName = QStringLiteral("registers");
 
 std::optional<int> numberWithin(const QString& text, int least, int most)
@@ -55,6 +56,12 @@ QString readPanel(const QCommandLineParser& parser, Options& options)
     if (!port)
         return QStringLiteral("--panel is a port from 0 to %1").arg(greatestPort);
     options.panelPort = static_cast<quint16>(*port);
+    options.panelHosts = parser.values(hostName);
+    static const QRegularExpression name(QStringLiteral("\\A[A-Za-z0-9]([A-Za-z0-9.-]*[A-Za-z0-9])?\\z"));
+    for (const QString& host : std::as_const(options.panelHosts)) {
+        if (!name.match(host).hasMatch())
+            return QStringLiteral("--panel-host is the name of a host, without a port");
+    }
     if (parser.isSet(addressName))
         options.panelAddress = parser.value(addressName);
     const QHostAddress address(options.panelAddress);
@@ -113,6 +120,8 @@ void describe(QCommandLineParser& parser)
         {addressName, QStringLiteral("Listen there instead of 127.0.0.1."), QStringLiteral("ADDRESS")},
         {tokenName, QStringLiteral("Let in with that token alone."), QStringLiteral("TOKEN")},
         {tokenFileName, QStringLiteral("The same, from a file."), QStringLiteral("FILE")},
+        {hostName, QStringLiteral("A name that the panel is asked for by, such as one of a container."),
+            QStringLiteral("NAME")},
         {registersName,
             QStringLiteral(
                 "So many registers: LINK.1, LINK.2 ... or ports from PORT on, DIR/1 ... for states."),
@@ -129,7 +138,7 @@ QString read(const QCommandLineParser& parser, Options& options)
         return error;
     if (parser.isSet(panelName))
         return readPanel(parser, options);
-    for (const QString& option : {addressName, tokenName, tokenFileName}) {
+    for (const QString& option : {addressName, tokenName, tokenFileName, hostName}) {
         if (parser.isSet(option))
             return QStringLiteral("--%1 goes with --panel").arg(option);
     }
@@ -138,11 +147,11 @@ QString read(const QCommandLineParser& parser, Options& options)
 
 QStringList withPort(const QStringList& arguments)
 {
-    static const QRegularExpression digits(QStringLiteral("\\A\\d+\\z"));
     QStringList complete;
     for (qsizetype index = 0; index < arguments.size(); ++index) {
         complete.append(arguments.at(index));
-        const bool hasPort = digits.match(arguments.value(index + 1)).hasMatch();
+        const QString next = arguments.value(index + 1);
+        const bool hasPort = !next.isEmpty() && !next.startsWith(QLatin1Char('-'));
         if (arguments.at(index) == QStringLiteral("--panel") && !hasPort)
             complete.append(QString::number(usualPort));
     }

@@ -161,6 +161,7 @@ class Guarded(PanelTest):
     def test_token_is_asked_once(self):
         dialog = lambda: self.find("#token-dialog").is_displayed()
         stage.wait_for(dialog)
+        self.assertIn("--panel-token", self.text("#token-dialog"))
         for token, expected in (("another-token-altogether", "refused"), ("a-token-for-this-test", "")):
             self.find("[name=token]").send_keys(token + "\n")
             self.becomes(lambda: self.text("#token-reason"), expected)

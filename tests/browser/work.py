@@ -95,6 +95,8 @@ class Work(PanelTest):
         self.becomes(lambda: self.text(".rules"), "over")
         self.assertEqual("1", self.text(".rules .hits"))
         self.assertEqual(1, self.register.ask("/faults")["rules"][0]["hits"])
+        self.click("[data-fault=silence]")  # which leaves the others as they are
+        self.becomes(lambda: self.card("faults"), "rules 2, hits 1")
 
     def test_rules_by_form(self):
         self.click("[data-card=faults] [aria-expanded]")
@@ -220,9 +222,11 @@ class Work(PanelTest):
         self.find("#search option[value=sum]").click()
         self.find("[name=what]").send_keys("abc\n")
         self.becomes(lambda: self.text("#notices"), "such as 100.00")
+        self.becomes(lambda: self.text("#found-heading"), "0")
         self.find("#search option[value=any]").click()
         self.find("[name=what]").clear()
         self.find("[name=what]").send_keys("\n")
+        stage.wait_for(lambda: self.text("#notices") == "")
         self.click("#found-list [role=option]:nth-child(2)")
         self.becomes(lambda: self.text("#document h3"), "Document 3")
         self.click("#found-close")

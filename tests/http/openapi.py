@@ -92,6 +92,10 @@ def answer_findings(document, described, answer):
         yield f"{name}: no such operation"
         return
     responses = operation["responses"]
+    if str(answer["status"]) not in responses:
+        told = resolved(document, responses["default"])["description"]
+        if str(answer["status"]) not in re.findall(r"\b\d{3}\b", told):
+            yield f"{name}: not described, nor is it among the common ones"
     response = resolved(document, responses.get(str(answer["status"]), responses["default"]))
     if not response.get("content"):
         if answer["body"]:

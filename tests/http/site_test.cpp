@@ -116,6 +116,11 @@ TEST_F(SiteTest, KeepsForeignPagesOut)
         {"a/b", 400}};
     for (const auto& [host, expected] : hosts)
         EXPECT_EQ(status({{"Host", host}}), expected) << host.constData();
+    // No foreign page has a token.
+    m_site.tokens.add(http::Tokens::hashOf(m_token), {});
+    EXPECT_EQ(status({{"Host", "evil.example"}, {"Authorization", "Bearer " + m_token}}), 200);
+    EXPECT_EQ(status({{"Host", "evil.example"}, {"Authorization", "Bearer " + m_token + "x"}}), 421);
+    m_site.tokens.clear();
     const QList<std::pair<QByteArray, int>> origins{{"http://127.0.0.1:8080", 200},
         {"https://127.0.0.1:8080", 200}, {"https://shop.example", 200}, {"http://shop.example", 403},
         {"http://127.0.0.1", 403}, {"http://127.0.0.1:8081", 403}, {"http://localhost:8080", 403},

@@ -26,7 +26,8 @@ const page = { api: null, register: null, run: null, connection: "connecting", a
 const cards = new Cards(byId("cards"), byId("glance"), act);
 const detail = new Detail(byId("document"), { onError: complain });
 const exchanges = new Exchanges(byId("exchange-list"), byId("exchange"), byId("refused-only"));
-const found = new Found({ onChoose: chooseDocument, onError: complainOfSearch, onClose: () => tape.uncovered() });
+const found = new Found({ onChoose: chooseDocument, onSearch: forgetSearch, onError: complainOfSearch,
+    onClose: () => tape.uncovered() });
 const tape = new Tape(byId("tape"), { onChoose: chooseEntry, onFollow: showFollow });
 const selectTab = tabs(["document", "exchanges"], (name) => quietly(exchanges.setVisible(name === "exchanges")));
 
@@ -65,10 +66,17 @@ function complain(problem, text = problemText(problem)) {
         button("×", () => notice.remove(), { "aria-label": t("close") }));
     byId("notices").append(notice);
     setTimeout(() => notice.remove(), NOTICE);
+    return notice;
 }
 
 function complainOfSearch(problem) {
-    complain(problem, problem.status === 400 ? t("badSearch") : problemText(problem));
+    forgetSearch();
+    page.searchNotice = complain(problem, problem.status === 400 ? t("badSearch") : problemText(problem));
+}
+
+// What was wrong with one search is not with the next.
+function forgetSearch() {
+    page.searchNotice?.remove();
 }
 
 function say(text) {

@@ -39,16 +39,17 @@ export class FaultCard {
         }
     }
 
-    // A new list begins to count anew; rules that have done their work would do it again.
+    // The others go on counting.
     #add(rule) {
-        return this.#replace((rules) => [...rules.filter(({ over }) => !over), rule]);
+        return this.act(async () => this.#show(await (await this.api.post("/faults", { rules: [rule] })).json()));
     }
 
+    // A new list begins to count anew; rules that have done their work would do it again.
     #remove(rule) {
         const text = ruleText(rule);
         return this.#replace((rules) => {
             const gone = rules.findIndex((other) => ruleText(other) === text);
-            return rules.filter((_, index) => index !== gone);
+            return rules.filter(({ over }, index) => index !== gone && !over);
         });
     }
 

@@ -37,8 +37,8 @@ function plainSum(text) {
 }
 
 export class Found {
-    constructor({ onChoose, onError, onClose }) {
-        Object.assign(this, { onChoose, onError, onClose, queries: [{}], query: {}, items: [], next: null });
+    constructor({ onChoose, onSearch, onError, onClose }) {
+        Object.assign(this, { onChoose, onSearch, onError, onClose, queries: [{}], query: {}, items: [], next: null });
         this.form = byId("search");
         this.list = new VirtualList(byId("found-list"), {
             idPrefix: "found",
@@ -84,6 +84,7 @@ export class Found {
 
     async #submit(event) {
         event.preventDefault();
+        this.onSearch();
         this.queries = queriesOf(this.form.by.value, this.form.what.value);
         this.#toggle(true);
         await this.again();
@@ -98,6 +99,7 @@ export class Found {
         for (const query of this.queries) {
             Object.assign(this, { query, items: [], next: null });
             this.list.reset(0);
+            this.#title();
             await this.#load();
             if (search !== this.search || this.items.length > 0)
                 return;

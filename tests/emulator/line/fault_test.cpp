@@ -153,6 +153,21 @@ TEST(Faults, PlanIsReadFromText)
             "answer:0.8@1", "answer:3.0@1", "answer-shape@1", "answer-shape:round@1", "silence@1;noise@2"})
         EXPECT_FALSE(emulator::FaultPlan::parse(wrong, &error)) << wrong;
     EXPECT_EQ(error, "no such fault: \"silence@1;noise@2\"");
+    const std::pair<const char*, const char*> mistakes[] = {
+        {"busy:0", "busy takes an N (seconds) from 1 to 999999"},
+        {"busy:99999999", "busy takes an N (seconds) from 1 to 999999"},
+        {"split:0", "split takes an N (size) from 1 to 999999"},
+        {"flip:-1", "flip takes an N (byte) from 0 to 999999"},
+        {"lost:3", "lost takes no N"},
+        {"answer", "answer takes a CODE from 1 to 255 (HEX), or CATEGORY.CODE (XML)"},
+        {"answer:256", "answer takes a CODE from 1 to 255 (HEX), or CATEGORY.CODE (XML)"},
+    };
+    for (const auto& [mode, words] : mistakes) {
+        EXPECT_FALSE(emulator::FaultPlan::parse(QLatin1String(mode) + "@1", &error)) << mode;
+        EXPECT_EQ(error, QStringLiteral("no such fault: \"%1@1\": %2").arg(mode, words));
+    }
+    // The first byte, and paper that has ended already.
+    EXPECT_TRUE(emulator::FaultPlan::parse("drop:0@1,paper-ends:0@2", &error));
 }
 
 namespace {

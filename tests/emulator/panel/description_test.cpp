@@ -27,9 +27,10 @@ public:
     {
     }
 
-    Served ask(const QByteArray& method, const QByteArray& target, const QByteArray& body)
+    Served ask(const QByteArray& method, const QByteArray& target, const QByteArray& body,
+        const QByteArray& host = "127.0.0.1")
     {
-        const Served served = m_rig.ask(method, target, body);
+        const Served served = m_rig.ask(method, target, body, host);
         m_record.add(method, target, served.status, served.type, served.body);
         return served;
     }
@@ -106,7 +107,14 @@ const AskRow askRows[] = {
     {"PUT", "power", R"({"offAt":"afterStoring"})", 200},
     {"GET", "power", "", 200, "\"offAt\":\"afterStoring\""},
     {"PUT", "power", R"({"state":"on"})", 200, "\"offAt\":null"},
-    {"PUT", "power", R"({"state":"on","offAt":"afterStoring"})", 400},
+    {"PUT", "power", R"({"state":"on","offAt":"afterStoring"})", 400, "offAt and state do not go together"},
+    {"PUT", "power", "{}", 400, "state or offAt is missing"},
+    {"PUT", "power", R"({"offAt":"beforeStoring"})", 200, "\"offAt\":\"beforeStoring\""},
+    {"PUT", "power", R"({"offAt":null})", 200, "\"offAt\":null"},
+    {"PUT", "power", R"({"state":"off"})", 200, "\"state\":\"off\""},
+    {"PUT", "power", R"({"offAt":"beforeStoring"})", 409, "The power is off"},
+    {"PUT", "power", R"({"offAt":null})", 200},
+    {"PUT", "power", R"({"state":"on"})", 200},
     {"GET", "ofd", "", 200, "\"queue\":3"},
     {"PUT", "ofd", R"({"reachable":true})", 200, "\"firstUnsent\":null"},
     {"PUT", "ofd", "{", 400},
@@ -122,7 +130,7 @@ const AskRow askRows[] = {
     {"POST", "clock/jump", R"({"seconds":1.5})", 400, "whole"},
     {"POST", "clock/jump", R"({"seconds":-7200})", 409},
     {"PUT", "faults",
-        R"({"rules":[{"mode":"busy:7","command":"22","field":{"name":"a","value":"b"},"nth":2,"probability":0.5,"seed":3,
+        R"({"rules":[{"mode":"busy:7","command":"30","field":{"name":"name","value":"b"},"nth":2,"probability":0.5,"seed":3,
             "lifetime":9},{"mode":"power-off-after","each":2}]})",
         200, "\"lifetime\":9"},
     {"GET", "faults", "", 200, "\"hits\":0"},
@@ -130,7 +138,24 @@ const AskRow askRows[] = {
     {"PUT", "faults", R"({"rules":[{"mode":"lost","nth":1,"each":1}]})", 400},
     {"PUT", "faults", R"({"rules":[{"mode":"lost","comand":"22"}]})", 400,
         "rules[0].comand is not known here; known are: mode"},
-    {"PUT", "faults", R"({"rules":[{"mode":"lost:5"}]})", 400, "rules[0].mode"},
+    {"PUT", "faults", R"({"rules":[{"mode":"lost:5"}]})", 400, "rules[0].mode is no fault: lost takes no N"},
+    {"PUT", "faults", R"({"rules":[{"mode":"gone:5"}]})", 400, "/faults/modes"},
+    {"PUT", "faults", R"({"rules":[{"moed":"lost"}]})", 400, "mode is missing; given are: moed"},
+    {"PUT", "faults", R"({"rules":[{"mode":"lost","command":""}]})", 400, "command is empty"},
+    {"PUT", "faults", R"({"rules":[{"mode":"lost","probability":0}]})", 400, "probability is 0"},
+    {"PUT", "faults", R"({"rules":[{"mode":"lost","seed":3}]})", 400, "seed goes with probability"},
+    {"PUT", "faults", R"({"rules":[{"mode":"lost","nth":3,"lifetime":2}]})", 400, "lifetime is over before"},
+    {"PUT", "faults", R"({"rules":[{"mode":"lost","each":3,"lifetime":2}]})", 400, "lifetime is over before"},
+    {"PUT", "faults", R"({"rules":[{"mode":"lost","field":{"name":"","value":"1"}}]})", 400,
+        "rules[0].field.name is none"},
+    {"PUT", "faults", R"({"rules":[{"mode":"lost","field":{"name":"nosuchfield","value":"1"}}]})", 400,
+        "barcode, "},
+    {"PUT", "faults", R"({"rules":[{"mode":"lost","command":"35","field":{"name":"price","value":"1"}}]})",
+        400, "known are: kind, sum; over HEX"},
+    {"PUT", "faults", R"({"rules":[{"mode":"lost","command":"35","field":{"name":"field1","value":"1"}}]})",
+        400},
+    {"PUT", "faults", R"({"rules":[{"mode":"lost","command":"8","field":{"name":"1079","value":"1"}}]})", 400,
+        "price, "},
     {"PUT", "faults", R"({"rules":[{"mode":"lost","command":"FinishReceipt"}]})", 400, "FinishDocument, "},
     {"PUT", "faults", R"({"rules":[{"mode":"lost","command":"a0"}]})", 400, "rules[0].command"},
     {"PUT", "faults", R"({"rules":[{"mode":"answer-shape:flat","command":"A0"}]})", 400,
@@ -138,6 +163,16 @@ const AskRow askRows[] = {
     {"PUT", "faults", R"({"rules":[{"mode":"lost","command":"GetState","storing":true}]})", 400, "storing"},
     {"PUT", "faults", R"({"rules":[{"mode":"lost","storing":1}]})", 400, "storing is true or false"},
     {"GET", "faults", "", 200, "busy:7"},
+    {"DELETE", "faults", "", 204},
+    {"PUT", "faults",
+        R"({"rules":[{"mode":"lost","command":"36","field":{"name":"field1","value":"1"}},
+            {"mode":"lost","command":"8","field":{"name":"item[2].price","value":"1"},"each":2,"lifetime":2},
+            {"mode":"lost","command":"8","field":{"name":"1115","value":"1"}},
+            {"mode":"lost","command":"SetParameters","field":{"name":"Printer.PrintWidthChars","value":"1"}}]})",
+        200, "item[2].price"},
+    {"POST", "faults", R"({"rules":[{"mode":"cut","nth":1}]})", 200, "\"cut\""},
+    {"POST", "faults", R"({"rules":[{"mode":"busy:0"}]})", 400, "busy takes an N"},
+    {"GET", "faults", "", 200, "item[2].price"},
     {"DELETE", "faults", "", 204},
     {"GET", "faults/modes", "", 200, "answer-shape:bytes"},
     {"PUT", "marks", R"({"rules":[{"pattern":"^01","result":5}]})", 200},
@@ -151,7 +186,11 @@ const AskRow askRows[] = {
     {"DELETE", "snapshots/short-lived", "", 204},
     {"DELETE", "snapshots/short-lived", "", 404},
     {"POST", "reset", "", 200, "\"documents\":1"},
-    {"POST", "snapshots/before/restore", "", 200, "\"documents\":4"},
+    {"POST", "reset", R"({"a":1})", 400, "a is not known here, where a body has no meaning"},
+    {"POST", "reset", "garbage", 400, "not JSON"},
+    {"PUT", "snapshots/before", R"({"name":"after"})", 400, "a body has no meaning"},
+    {"POST", "snapshots/before/restore", R"({"name":"after"})", 400, "a body has no meaning"},
+    {"POST", "snapshots/before/restore", "{}", 200, "\"documents\":4"},
     {"POST", "snapshots/after/restore", "", 404},
     {"GET", "wait?event=document&type=sell&timeout=0", "", 204},
     {"GET", "wait?event=noise", "", 400, "event is one of: document, tape"},
@@ -221,6 +260,7 @@ TEST(Panel, AnswersAsItsDescriptionSays)
     EXPECT_TRUE(sold.status == 200 && sold.json().value("data").toObject().value("number") == 3)
         << sold.text();
     askAll(record, askRows);
+    EXPECT_EQ(record.ask("GET", "/v1/state", {}, "till.example").status, 421);
     rig.desk.setSnapshots(std::make_unique<ForeignSnapshots>());
     askAll(record, foreignRows);
     EXPECT_EQ(record.findings().toStdString(), "");

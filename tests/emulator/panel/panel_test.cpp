@@ -337,6 +337,23 @@ TEST(Panel, FaultsOfTheCommandLineAreSeenAndCleared)
     EXPECT_EQ(rig.ask("GET", "/v1/faults").json().value("planned"), QJsonArray());
 }
 
+TEST(Panel, ARuleThatIsAddedLeavesTheOthersTheirCounts)
+{
+    HexPanel rig;
+    openShift(rig);
+    rig.ask("PUT", "/v1/faults", R"({"rules":[{"mode":"lost","nth":1},{"mode":"answer:81","each":2}]})");
+    EXPECT_EQ(code(rig, {0xA7, {}}), -1);
+    const QByteArray added = R"({"rules":[{"mode":"answer:82","nth":2}]})";
+    EXPECT_EQ(rig.ask("POST", "/v1/faults", added).json().value("rules")[0]["hits"], 1);
+    for (const int expected : {81, 82, 81})
+        EXPECT_EQ(code(rig, {0xA7, {}}), expected);
+    QByteArray many = R"({"rules":[{"mode":"lost","nth":1})";
+    for (int rule = 1; rule < 998; ++rule)
+        many += R"(,{"mode":"lost","nth":1})";
+    EXPECT_EQ(rig.ask("POST", "/v1/faults", many + "]}").status, 400);
+    EXPECT_EQ(rig.ask("GET", "/v1/faults").json().value("rules").toArray().size(), 3);
+}
+
 TEST(Panel, AFaultOfWhatIsStoredHitsNoQuestionBeforeIt)
 {
     const QByteArray rule = R"({"rules":[{"mode":"lost","nth":1,"storing":true}]})";

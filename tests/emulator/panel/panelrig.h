@@ -52,10 +52,11 @@ public:
         return answer;
     }
 
-    Served ask(const QByteArray& method, const QByteArray& target, const QByteArray& body = {})
+    Served ask(const QByteArray& method, const QByteArray& target, const QByteArray& body = {},
+        const QByteArray& host = "127.0.0.1")
     {
         http::Request request = http::Request::of(method, target);
-        request.headers.add("Host", "127.0.0.1");
+        request.headers.add("Host", host);
         request.body = body;
         http::Answer answer = panel.site().answer(request);
         if (const auto* const pending = std::get_if<std::shared_ptr<http::Pending>>(&answer))

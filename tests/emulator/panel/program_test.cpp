@@ -13,12 +13,12 @@ class HttpClient
 {
 public:
     HttpClient(const QString& url, const QByteArray& method, const QByteArray& target,
-        const QByteArray& body = {}, const QByteArray& token = {})
+        const QByteArray& body = {}, const QByteArray& token = {}, const QByteArray& host = "127.0.0.1")
     {
         socket.connectToHost(QUrl(url).host(), static_cast<quint16>(QUrl(url).port()));
         socket.waitForConnected(patience);
         const QByteArray authorization = token.isEmpty() ? "" : "Authorization: Bearer " + token + "\r\n";
-        socket.write(method + ' ' + target + " HTTP/1.1\r\nHost: 127.0.0.1\r\nConnection: close\r\n"
+        socket.write(method + ' ' + target + " HTTP/1.1\r\nHost: " + host + "\r\nConnection: close\r\n"
             + authorization + "Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body);
         socket.waitForBytesWritten(patience);
     }
@@ -193,6 +193,17 @@ TEST(PanelProgram, EachResetOfEachRegisterHasADriveOfItsOwn)
             << drive;
 }
 
+TEST(PanelProgram, IsAskedForByTheNamesThatItWasGiven)
+{
+    const Seen seen({"--panel-host", "till.example", "--panel-host", "register"});
+    const std::pair<const char*, const char*> rows[]
+        = {{"register:8402", "200"}, {"till.example", "200"}, {"shop.example", "421"}};
+    for (const auto& [host, status] : rows) {
+        const QByteArray answer = HttpClient(seen.url, "GET", "/v1/state", {}, {}, host).answer();
+        EXPECT_TRUE(answer.startsWith(QByteArray("HTTP/1.1 ") + status)) << host << answer.constData();
+    }
+}
+
 TEST(PanelProgram, OthersAreLetInWithATokenAlone)
 {
     const QByteArray token = "0123456789abcdef";
@@ -200,10 +211,12 @@ TEST(PanelProgram, OthersAreLetInWithATokenAlone)
     EXPECT_TRUE(seen.url.startsWith("http://127.0.0.2:")) << seen.url.toStdString();
     EXPECT_TRUE(seen.ask("GET", "/v1/state").startsWith("HTTP/1.1 401"));
     EXPECT_TRUE(seen.ask("GET", "/v1/state", {}, token).startsWith("HTTP/1.1 200"));
-    const std::pair<QStringList, const char*> wrong[] = {{{"--panel", "x"}, "what is \"x\"?"},
+    const std::pair<QStringList, const char*> wrong[] = {{{"--panel", "x"}, "--panel is a port"},
         {{"--panel-address", "0.0.0.0"}, "goes with --panel"},
         {{"--panel", "--panel-address", "0.0.0.0"}, "let in with --panel-token"},
         {{"--panel", "--panel-token", "short"}, "at least 16 characters"},
+        {{"--panel-host", "till.example"}, "goes with --panel"},
+        {{"--panel", "--panel-host", "till.example:80"}, "--panel-host is the name"},
         {{"--panel", "70000"}, "--panel is a port"},
         {{"--registers", "3", "--drive", "9999999999999998"}, "--drive ends with digits that 3 registers"},
         {{"--registers", "2", "--drive", "1234"}, "--drive is 9999 and 12 more digits"},
