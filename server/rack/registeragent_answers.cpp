@@ -107,6 +107,9 @@ void RegisterAgent::noteCondition(const QJsonObject& answer)
 {
     m_condition = answer.value(QStringLiteral("condition")).toObject();
     m_conditionTime = now();
+    const bool isUnsent = m_condition.value(QStringLiteral("unsent")).toInteger() > 0;
+    if (!isUnsent || !m_unsentSince.isValid())
+        m_unsentSince = isUnsent ? now() : QDateTime();
     const bool isShiftOpen = m_condition.value(QStringLiteral("shiftOpen")).toBool();
     // Somebody at the register itself, in the time since it was asked last.
     if (isShiftOpen && !m_shift.isOpen())

@@ -1,5 +1,6 @@
 #include "worker/clockjudgement.h"
 #include "worker/drivehistory.h"
+#include "worker/patientstore.h"
 
 #include "movement.h"
 #include "sqlitestore.h"
@@ -12,6 +13,37 @@ using sale::DocumentKind;
 using sale::DocumentState;
 
 namespace {
+
+struct PatientRow
+{
+    const char* id;
+    const char* kind;
+    DocumentState ending;
+    DocumentState state;
+};
+
+TEST(Patience, IsForTheDocumentThatMetNoPaperAndWasNotIssued)
+{
+    const PatientRow rows[] = {
+        {"sale:0001", "paper", DocumentState::NotIssued, DocumentState::Queued},
+        {"sale:0001", "cover", DocumentState::NotIssued, DocumentState::Queued},
+        {"sale:0001", "cash", DocumentState::NotIssued, DocumentState::NotIssued},
+        {"sale:0001", "paper", DocumentState::Issued, DocumentState::Issued},
+        {"sale:0001", "paper", DocumentState::Unknown, DocumentState::Unknown},
+        // The opening of the shift on the way to it.
+        {"shift:001", "paper", DocumentState::NotIssued, DocumentState::NotIssued},
+    };
+    for (const PatientRow& row : rows) {
+        PatientStore store(":memory:");
+        store.setPatientFor("sale:0001");
+        store.accept({row.id, "sell", {}, "till1"});
+        const int attempt = store.begin(row.id, {}).value();
+        store.note(row.id, attempt, {.failure = {{"kind", row.kind}}});
+        store.note(row.id, attempt, {.warnings = {"sold before"}});
+        store.settle(row.id, attempt, {.state = row.ending});
+        EXPECT_EQ(store.findId(row.id)->state, row.state) << row.id << row.kind;
+    }
+}
 
 struct ClockRow
 {
