@@ -110,6 +110,7 @@ private:
     void noteCondition(const QJsonObject& answer);
     void meetFailure(const Request& request, const QJsonObject& failure);
     void workerEnded(const QString& how);
+    void noteDeath(const QString& id);
     void refuseDeadly(const QString& id);
     bool makeNext();
     std::optional<Request> nextDocument();

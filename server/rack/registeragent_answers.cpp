@@ -4,6 +4,8 @@
 
 #include "rack/racklog.h"
 
+#include "journalerror.h"
+
 #include <QJsonArray>
 
 #include <utility>
@@ -189,6 +191,18 @@ void RegisterAgent::meetFailure(const Request& request, const QJsonObject& failu
         Q_EMIT documentChanged(request.id);
 }
 
+/// One that was begun is settled, and not begun again by itself.
+void RegisterAgent::noteDeath(const QString& id)
+{
+    try {
+        const std::optional<sale::StoredDocument> document = m_store.findId(id);
+        if (document && document->state == sale::DocumentState::Queued)
+            ++m_deaths[id];
+    } catch (const sale::JournalError& error) {
+        qCWarning(rackLog).noquote() << error.what();
+    }
+}
+
 void RegisterAgent::workerEnded(const QString& how)
 {
     m_isAlive = m_isOpen = m_mayHoldPort = false;
@@ -199,7 +213,7 @@ void RegisterAgent::workerEnded(const QString& how)
         block(QStringLiteral("worker"), how);
     }
     if (broken && broken->what == QStringLiteral("make"))
-        ++m_deaths[broken->id];
+        noteDeath(broken->id);
     if (broken && !broken->id.isEmpty())
         Q_EMIT documentChanged(broken->id);
     advance();

@@ -2,6 +2,7 @@
 
 #include "portlock.h"
 
+#include <QJsonDocument>
 #include <sys/stat.h>
 
 #include <csignal>
@@ -145,29 +146,45 @@ TEST_F(WorkerTest, WaitsForALineThatIsNotThere)
     EXPECT_EQ(document("sale:0001").state, DocumentState::Issued);
 }
 
-/// Nobody closes the input of a worker whose parent was killed.
+TEST_F(WorkerTest, TellsThatThereIsNoWorker)
+{
+    program = folder.filePath("nowhere");
+    startRegister();
+    startRack();
+    ASSERT_TRUE(untilWaiting("worker"));
+    EXPECT_NE(view().value("waitingText").toString(), "");
+}
+
+/// Nobody closes its input, and what it waits for takes longer than this test may.
 TEST_F(WorkerTest, EndsWithAParentThatIsKilled)
 {
+    startRegister({"--faults", "silence@1+"});
     const QByteArray input = folder.filePath("input").toLocal8Bit();
     ASSERT_EQ(mkfifo(input.constData(), 0600), 0);
     QFile held(folder.filePath("input"));
     ASSERT_TRUE(held.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
     QProcess parent;
     parent.start(
-        "/bin/sh", {"-c", QStringLiteral("'%1' --worker <'%2' & echo $!; wait").arg(FRSERVER, input)});
+        "/bin/sh", {"-c", QStringLiteral("'%1' --worker <'%2' & echo $!; wait").arg(program, input)});
     ASSERT_TRUE(parent.waitForReadyRead());
-    const QByteArray id = parent.readLine().trimmed();
-    held.write(R"({"n":1,"do":"start","register":{},"journal":""})"
-               "\n");
-    // It answers, so what it arranged for its end stands.
-    ASSERT_TRUE(parent.waitForReadyRead());
-    EXPECT_TRUE(parent.readLine().startsWith("{\"re\":1"));
+    const QString id = QString::fromLatin1(parent.readLine().trimmed());
+    const QJsonObject start{{"n", 1}, {"do", "start"}, {"register", settings.toJson()},
+        {"journal", folder.filePath("other.sqlite")}};
+    held.write(QJsonDocument(start).toJson(QJsonDocument::Compact)
+        + "\n"
+          R"({"n":2,"do":"open"})"
+          "\n");
+    QByteArray said;
+    while (!said.contains("written") && parent.waitForReadyRead())
+        said += parent.readAll();
     parent.kill();
     EXPECT_TRUE(parent.waitForFinished());
-    EXPECT_TRUE(until([&] {
-        const QByteArray state = readAll(QStringLiteral("/proc/%1/stat").arg(QString::fromLatin1(id)));
+    EXPECT_TRUE(until([&id] {
+        const QByteArray state = readAll(QStringLiteral("/proc/%1/stat").arg(id));
         return state.isEmpty() || state.contains(") Z ");
     }));
+    devices::PortLock lock;
+    EXPECT_TRUE(lock.take(settings.port));
 }
 
 } // namespace

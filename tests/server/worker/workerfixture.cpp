@@ -35,7 +35,7 @@ void WorkerTest::startRack()
 {
     isStopped = false;
     const auto createWorker = [this] {
-        auto worker = std::make_unique<WorkerProcess>(QStringLiteral(FRSERVER));
+        auto worker = std::make_unique<WorkerProcess>(program);
         QObject::connect(worker.get(), &Worker::told, [this] { ++told; });
         return worker;
     };

@@ -43,6 +43,7 @@ protected:
     std::unique_ptr<Emulator> emulator;
     frserver::RegisterSettings settings;
     std::unique_ptr<frserver::Rack> rack;
+    QString program = QStringLiteral(FRSERVER);
     bool isStopped = false;
     /// Ticks of the line, and answers.
     int told = 0;
