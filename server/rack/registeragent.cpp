@@ -143,8 +143,7 @@ void RegisterAgent::advanceOpen()
     if (!m_toSettle.isEmpty()) {
         const QString id = m_toSettle.takeFirst();
         request({.what = QStringLiteral("settle"), .id = id}, {{QStringLiteral("id"), id}});
-    } else if (std::exchange(m_isConditionWanted, false)
-        || (!makeNext() && !m_waiting && steady() >= m_conditionDue)) {
+    } else if (std::exchange(m_isConditionWanted, false) || (!makeNext() && steady() >= m_conditionDue)) {
         request({.what = QStringLiteral("state")}, {});
     }
 }

@@ -309,6 +309,17 @@ TEST_F(AgentTest, AsksARegisterHowItIsWhenItHasNothingToDo)
     condition(false);
     EXPECT_FALSE(agent->view().value("shift").toObject().value("open").toBool());
     EXPECT_EQ(agent->view().value("conditionAge").toInt(), 0);
+    pass(60'000);
+    const auto tell = [this](int unsent) {
+        worker->answer({{"condition", QJsonObject{{"shiftOpen", false}, {"unsent", unsent}}}});
+        return QDateTime::fromString(text("unsentSince"), Qt::ISODateWithMs);
+    };
+    const QDateTime first = now;
+    EXPECT_EQ(tell(1), first);
+    pass(60'000);
+    EXPECT_EQ(tell(3), first);
+    pass(60'000);
+    EXPECT_FALSE(tell(0).isValid());
 }
 
 } // namespace
