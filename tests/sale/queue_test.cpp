@@ -2,7 +2,7 @@
 
 #include "cashdesk.h"
 #include "currenttime.h"
-#include "journalerror.h"
+#include "dyingstore.h"
 #include "mockfactory.h"
 #include "queueddocument.h"
 #include "recordingdriver.h"
@@ -16,7 +16,7 @@ using namespace sale;
 
 namespace {
 
-const QString id = QStringLiteral("shop-0001");
+const QString queuedId = QStringLiteral("shop-0001");
 const QByteArray receiptJson = R"({"type": "sell", "taxationType": "osn", "operator": {"name": "Иванова"},
     "items": [{"name": "Хлеб", "price": 10, "quantity": 2, "amount": 20, "tax": {"type": "vat10"}}],
     "payments": [{"type": "cash", "sum": 30}]})";
@@ -42,11 +42,14 @@ protected:
         made.markPolicy = MarkPolicy::Strict;
         return made;
     }
-    void accept(const QString& kind, const QByteArray& body) { journal->accept({id, kind, body, "till1"}); }
+    void accept(const QString& kind, const QByteArray& body)
+    {
+        journal->accept({queuedId, kind, body, "till1"});
+    }
     QueuedDocument made(bool opensShift = true)
     {
         CashDesk desk(driver, *journal, options(opensShift));
-        return makeQueued(desk, id);
+        return makeQueued(desk, queuedId);
     }
     std::string told() { return std::exchange(driver.calls, {}); }
 
@@ -59,7 +62,7 @@ TEST_F(Queue, ReceiptIsMadeOnce)
 {
     accept("sell", receiptJson);
     CashDesk desk(driver, *journal, options());
-    const QueuedDocument first = makeQueued(desk, id);
+    const QueuedDocument first = makeQueued(desk, queuedId);
     EXPECT_FALSE(first.held);
     EXPECT_EQ(first.answer.state, DocumentState::Issued);
     EXPECT_FALSE(first.answer.isReplayed);
@@ -70,7 +73,7 @@ TEST_F(Queue, ReceiptIsMadeOnce)
     EXPECT_EQ(first.answer.attempts.size(), 1);
     EXPECT_FALSE(first.answer.error);
     EXPECT_EQ(told().substr(0, 12), "connect init");
-    const QueuedDocument second = makeQueued(desk, id);
+    const QueuedDocument second = makeQueued(desk, queuedId);
     EXPECT_EQ(second.answer.state, DocumentState::Issued);
     EXPECT_TRUE(second.answer.isReplayed);
     EXPECT_FALSE(second.held);
@@ -106,7 +109,7 @@ TEST_F(Queue, EachKindIsMadeByItsBody)
         EXPECT_EQ(document.answer.state, DocumentState::Issued) << row.body.toStdString();
         const std::string calls = told();
         EXPECT_TRUE(calls.find(row.call) < calls.npos) << calls;
-        EXPECT_EQ(journal->findId(id)->state, DocumentState::Issued);
+        EXPECT_EQ(journal->findId(queuedId)->state, DocumentState::Issued);
     }
 }
 
@@ -157,7 +160,7 @@ TEST_F(Queue, FaultOfTheDocumentRefusesItAndAnyOtherHoldsIt)
         EXPECT_EQ(document.held, row.held);
         ASSERT_TRUE(document.answer.error);
         EXPECT_EQ(document.answer.error->kind, row.error) << document.answer.error->text.toStdString();
-        const StoredDocument stored = journal->findId(id).value();
+        const StoredDocument stored = journal->findId(queuedId).value();
         EXPECT_EQ(document.answer.state, stored.state);
         EXPECT_EQ(stored.state, row.held ? DocumentState::Queued : DocumentState::NotIssued);
         EXPECT_EQ(stored.reason, row.held ? StateReason::None : StateReason::Refused);
@@ -186,20 +189,22 @@ TEST_F(Queue, WhatIsTakenAwayInTheMeantimeIsNotBegun)
         DocumentState state;
         StateReason reason;
     } rows[] = {
-        {[](DocumentStore& store) { store.withdraw(id); }, DocumentState::NotIssued, StateReason::Deleted},
-        {[](DocumentStore& store) { store.move(id, "till2"); }, DocumentState::Queued, StateReason::None},
+        {[](DocumentStore& store) { store.withdraw(queuedId); }, DocumentState::NotIssued,
+            StateReason::Deleted},
+        {[](DocumentStore& store) { store.move(queuedId, "till2"); }, DocumentState::Queued,
+            StateReason::None},
         {[](DocumentStore& store) { store.expire(QDateTime::currentDateTime().addSecs(60)); },
             DocumentState::NotIssued, StateReason::Expired},
         // Another program, on another register, comes first.
         {[](DocumentStore& store) {
-             store.settle(id, store.begin(id, {{{"drive", "1111"}}}).value(),
+             store.settle(queuedId, store.begin(queuedId, {{{"drive", "1111"}}}).value(),
                  {.state = DocumentState::Issued, .documentNumber = 5});
          },
             DocumentState::Issued, StateReason::None},
     };
     for (const auto& row : rows) {
         journal = std::make_unique<SqliteStore>(QStringLiteral(":memory:"));
-        journal->accept({id, "sell", marked, "till1", {}, QDateTime::currentDateTime().addSecs(30)});
+        journal->accept({queuedId, "sell", marked, "till1", {}, QDateTime::currentDateTime().addSecs(30)});
         told();
         driver.onMark = [&] { row.work(*journal); };
         const QueuedDocument document = made();
@@ -223,7 +228,7 @@ public:
 
 TEST_F(Queue, WhatIsTooLateWhenItsMarkIsTakenExpires)
 {
-    journal->accept({id, "sell", marked, "till1", {}, QDateTime::currentDateTime().addSecs(30)});
+    journal->accept({queuedId, "sell", marked, "till1", {}, QDateTime::currentDateTime().addSecs(30)});
     LaterClock later;
     driver.onMark = [&] { MockFactory<CurrentTime>::mocked = &later; };
     const QueuedDocument document = made();
@@ -250,7 +255,91 @@ TEST_F(Queue, WhatWasBrokenOffIsSettledByTheNextStart)
     driver.numbers = {2};
     CashDesk desk(driver, *journal, options());
     EXPECT_EQ(desk.open().size(), 1);
-    EXPECT_EQ(makeQueued(desk, id).answer.state, DocumentState::Issued);
+    EXPECT_EQ(makeQueued(desk, queuedId).answer.state, DocumentState::Issued);
+}
+
+/// Whether the register was asked for it, once.
+quint32 isAsked(const std::string& calls, const std::string& call)
+{
+    return (" " + calls + " ").find(" " + call + " ") < calls.npos ? 1 : 0;
+}
+
+/// Its drive numbers what it makes.
+class NumberingDriver : public RecordingDriver
+{
+public:
+    using RecordingDriver::RecordingDriver;
+
+    void openShift() override
+    {
+        RecordingDriver::openShift();
+        numbers = {numbers.constLast() + 1};
+    }
+    QJsonObject checkClose(const FiscalDocument& document) override
+    {
+        const QJsonObject told = RecordingDriver::checkClose(document);
+        numbers = {numbers.constLast() + 1};
+        return told;
+    }
+};
+
+class KilledQueue : public Queue
+{
+protected:
+    KilledQueue() { numbering.payments = driver.payments; }
+
+    /// What the program had asked for when it was killed, or came to its end.
+    std::string killedAt(int writing, bool isBefore)
+    {
+        DyingStore dying(*journal, writing, isBefore, numbering.isHostDead);
+        CashDesk desk(numbering, dying, options());
+        makeQueued(desk, queuedId);
+        isKilled = std::exchange(numbering.isHostDead, false);
+        return std::exchange(numbering.calls, {});
+    }
+
+    NumberingDriver numbering{&settings};
+    bool isKilled = false;
+};
+
+TEST_F(KilledQueue, IssuesOnceAndTellsTheTruth)
+{
+    const struct
+    {
+        bool isShiftOpen;
+        const char* refused;
+        DocumentState state;
+    } rows[] = {
+        {true, "", DocumentState::Issued},
+        // Ahead of it another document opens the shift.
+        {false, "", DocumentState::Issued},
+        {true, "total", DocumentState::NotIssued},
+    };
+    for (const auto& row : rows) {
+        int place = 1;
+        do {
+            SCOPED_TRACE(place);
+            journal = std::make_unique<SqliteStore>(QStringLiteral(":memory:"));
+            accept("sell", receiptJson);
+            numbering.shiftOpen = row.isShiftOpen;
+            numbering.numbers = {1};
+            numbering.refused = row.refused;
+            numbering.calls.clear();
+            const std::string before = killedAt((place + 1) / 2, place % 2 == 1);
+            CashDesk next(numbering, *journal, options());
+            next.open();
+            const DocumentState known = journal->findId(queuedId)->state;
+            EXPECT_EQ(known == DocumentState::Issued, isAsked(before, "close") == 1);
+            EXPECT_NE(known, DocumentState::Running);
+            EXPECT_NE(known, DocumentState::Unknown);
+            const DocumentState answered = makeQueued(next, queuedId).answer.state.value();
+            EXPECT_EQ(answered, known == DocumentState::Queued ? row.state : known);
+            EXPECT_LE(isAsked(before, "close") + isAsked(numbering.calls, "close"), 1U);
+            ++place;
+        } while (isKilled);
+        // Beginning and settling at least.
+        EXPECT_GT(place, 4);
+    }
 }
 
 TEST_F(Queue, WhatIsNotThereIsTold)

@@ -148,6 +148,8 @@ public:
     /// As a step of a document.
     void note(const std::string& call)
     {
+        if (isHostDead)
+            throw Interruption();
         calls += (calls.empty() ? "" : " ") + call;
         const auto isAmong = [&call](const std::string& names) {
             return (" " + names + " ").find(" " + call + " ") < names.npos;
@@ -162,6 +164,8 @@ public:
     /// Names with blanks between them.
     std::string failing;
     bool interrupt = false;
+    /// Its program asks nothing any more.
+    bool isHostDead = false;
     /// Those that the register refuses, also beside an interruption.
     std::string refused;
     /// What happens elsewhere while a marking code is checked.

@@ -1,0 +1,65 @@
+// A journal, whatever keeps it.
+
+#pragma once
+
+#include "sqlitestore.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <memory>
+
+namespace sale {
+
+struct BackEnd
+{
+    const char* name;
+    /// Another opening of the same journal, as another program has it.
+    std::unique_ptr<DocumentStore> (*open)(const QTemporaryDir& folder);
+};
+
+inline const BackEnd backEnds[] = {{"Sqlite", [](const QTemporaryDir& folder) {
+                                        return std::unique_ptr<DocumentStore>(std::make_unique<SqliteStore>(
+                                            folder.filePath("data/sales.sqlite")));
+                                    }}};
+
+inline const QJsonObject markBefore{{"drive", "9999"}, {"lastDocument", 7}};
+inline constexpr std::array states{DocumentState::Queued, DocumentState::Running, DocumentState::Issued,
+    DocumentState::NotIssued, DocumentState::Unknown};
+
+class StoreFixture : public testing::TestWithParam<BackEnd>
+{
+protected:
+    std::unique_ptr<DocumentStore> open() const { return GetParam().open(folder); }
+
+    static DocumentRequest request(const QString& id, const QByteArray& body = R"({"a": 1, "b": 2})")
+    {
+        return {id, "sell", body, "till1"};
+    }
+
+    /// Brings a new document into the state.
+    void bring(const QString& id, DocumentState state, quint32 number = 0)
+    {
+        store->accept(request(id));
+        if (state == DocumentState::Queued)
+            return;
+        const int attempt = store->begin(id, {markBefore}).value();
+        if (state != DocumentState::Running)
+            store->settle(id, attempt, {.state = state, .documentNumber = number});
+    }
+
+    QStringList idsOf(const DocumentQuery& query) const
+    {
+        QStringList ids;
+        for (const StoredDocument& document : store->find(query))
+            ids.append(document.request.id);
+        return ids;
+    }
+
+    QTemporaryDir folder;
+    std::unique_ptr<DocumentStore> store = open();
+};
+
+} // namespace sale

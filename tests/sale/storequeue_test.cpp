@@ -1,0 +1,221 @@
+// What every back end of the journal must do with documents that wait.
+
+#include "idconflict.h"
+#include "journalerror.h"
+#include "storefixture.h"
+
+#include <atomic>
+#include <latch>
+#include <thread>
+
+using namespace sale;
+
+namespace {
+
+using StoreQueue = StoreFixture;
+
+/// What is done with a document that waits, and what comes of it.
+struct QueueVerb
+{
+    StoredDocument (*work)(DocumentStore& store, const QString& id);
+    DocumentState state;
+    StateReason reason;
+    const char* registerName;
+    int attempts;
+};
+
+const AttemptNote refusal{.failure = {{"text", "no"}}, .warnings = {"cut"}};
+const QueueVerb queueVerbs[] = {
+    {[](DocumentStore& store, const QString& id) { return store.withdraw(id); }, DocumentState::NotIssued,
+        StateReason::Deleted, "till1", 0},
+    {[](DocumentStore& store, const QString& id) { return store.move(id, "till2"); }, DocumentState::Queued,
+        StateReason::None, "till2", 0},
+    {[](DocumentStore& store, const QString& id) { return store.refuse(id, refusal); },
+        DocumentState::NotIssued, StateReason::Refused, "till1", 1},
+};
+
+TEST_P(StoreQueue, QueueIsChangedWhereTheDocumentStillWaits)
+{
+    int round = 0;
+    for (const QueueVerb& verb : queueVerbs) {
+        ++round;
+        for (const DocumentState state : states) {
+            const QString id = stateName(state) + QString::number(round);
+            SCOPED_TRACE(id.toStdString());
+            bring(id, state, static_cast<quint32>(state == DocumentState::Issued ? 7 + round : 0));
+            const StoredDocument before = store->findId(id).value();
+            const StoredDocument after = verb.work(*store, id);
+            if (state != DocumentState::Queued) {
+                EXPECT_EQ(after.state, state);
+                EXPECT_EQ(after.request.registerName, "till1");
+                EXPECT_EQ(after.attempts.size(), before.attempts.size());
+                continue;
+            }
+            EXPECT_EQ(after.state, verb.state);
+            EXPECT_EQ(after.reason, verb.reason);
+            EXPECT_EQ(after.request.registerName, verb.registerName);
+            EXPECT_EQ(after.attempts.size(), verb.attempts);
+            EXPECT_EQ(after.settled.isValid(), verb.state == DocumentState::NotIssued);
+            // Whoever has picked it out of the queue before comes too late.
+            EXPECT_THROW(store->begin(id, {markBefore, {}, "till1"}), JournalError);
+        }
+        EXPECT_THROW(verb.work(*store, "none"), JournalError);
+    }
+    EXPECT_EQ(store->begin("queued2", {markBefore, {}, "till2"}), 1);
+}
+
+TEST_P(StoreQueue, RefusalIsKeptAsAnAttemptThatWasNeverUnderWay)
+{
+    store->accept(request("A"));
+    store->refuse("A", refusal);
+    EXPECT_EQ(store->accept(request("A", "corrected")).state, DocumentState::Queued);
+    EXPECT_EQ(store->begin("A", {markBefore}), 2);
+    const StoredAttempt first = store->findId("A")->attempts.constFirst();
+    EXPECT_EQ(first.verdict, DocumentState::NotIssued);
+    EXPECT_EQ(first.begun, first.ended);
+    EXPECT_TRUE(first.start.markBefore.isEmpty() && first.start.movement.isEmpty());
+    EXPECT_EQ(first.note.failure, refusal.failure);
+    EXPECT_EQ(first.note.warnings, refusal.warnings);
+    EXPECT_EQ(first.body, R"({"a": 1, "b": 2})");
+}
+
+TEST_P(StoreQueue, OfThoseWhoComeForOneInTheQueueOneSucceeds)
+{
+    for (int round = 0; round < 20; ++round) {
+        const QString id = QString::number(round);
+        store->accept(request(id));
+        std::latch start(2);
+        bool isBegun = false;
+        DocumentState withdrawn = DocumentState::Queued;
+        const auto begin = [&] {
+            const auto own = open();
+            start.arrive_and_wait();
+            try {
+                isBegun = own->begin(id, {markBefore, {}, "till1"}).has_value();
+            } catch (const JournalError&) {
+            }
+        };
+        const auto withdraw = [&] {
+            const auto own = open();
+            start.arrive_and_wait();
+            withdrawn = own->withdraw(id).state;
+        };
+        std::thread worker(begin);
+        std::thread client(withdraw);
+        worker.join();
+        client.join();
+        EXPECT_EQ(withdrawn, isBegun ? DocumentState::Running : DocumentState::NotIssued);
+        EXPECT_EQ(store->findId(id)->state, withdrawn);
+    }
+}
+
+TEST_P(StoreQueue, WhatIsTooLateExpiresTogether)
+{
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    for (const auto& [id, seconds] : {std::pair{"late", -1}, {"soon", 60}, {"later", -2}, {"begun", 30}}) {
+        DocumentRequest own = request(id);
+        own.startBefore = now.addSecs(seconds);
+        store->accept(own);
+    }
+    store->accept(request("patient"));
+    store->begin("begun", {markBefore});
+    const QStringList late{"late", "later"};
+    EXPECT_EQ(store->expire(now), late);
+    EXPECT_EQ(store->expire(now), QStringList());
+    EXPECT_EQ(store->expire(now.addSecs(90)), QStringList{"soon"});
+    for (const QString& id : late)
+        EXPECT_EQ(store->findId(id)->reason, StateReason::Expired);
+    EXPECT_EQ(store->findId("begun")->state, DocumentState::Running);
+    EXPECT_EQ(store->findId("patient")->state, DocumentState::Queued);
+}
+
+TEST_P(StoreQueue, DocumentThatIsMadeAtOnceNeverWaits)
+{
+    EXPECT_EQ(store->acceptAndBegin(request("A"), {markBefore}), 1);
+    EXPECT_EQ(store->findId("A")->state, DocumentState::Running);
+    EXPECT_THROW(store->acceptAndBegin(request("A"), {markBefore}), JournalError);
+    EXPECT_THROW(store->acceptAndBegin(request("A", "other"), {markBefore}), IdConflict);
+    store->settle("A", 1, {.state = DocumentState::NotIssued});
+    // What cannot be begun is not accepted either.
+    EXPECT_THROW(store->acceptAndBegin(request("A"), {markBefore, {}, "till2"}), JournalError);
+    EXPECT_EQ(store->findId("A")->state, DocumentState::NotIssued);
+    EXPECT_EQ(store->acceptAndBegin(request("A"), {markBefore}), 2);
+}
+
+TEST_P(StoreQueue, WhatIsAcceptedMeetsItsCondition)
+{
+    DocumentRequest back = request("back");
+    back.returnOf = "sale";
+    const auto refused = [] { throw std::runtime_error("no"); };
+    EXPECT_THROW(store->accept(back, refused), std::runtime_error);
+    EXPECT_FALSE(store->findId("back"));
+    store->accept(back);
+    // One that is known is not judged again, since nothing is accepted.
+    EXPECT_EQ(store->accept(back, refused).state, DocumentState::Queued);
+    EXPECT_EQ(idsOf({.returnOf = "sale"}), QStringList{"back"});
+    DocumentRequest other = back;
+    other.returnOf = "another";
+    EXPECT_THROW(store->accept(other), IdConflict);
+    store->withdraw("back");
+    EXPECT_THROW(store->accept(back, refused), std::runtime_error);
+    EXPECT_EQ(store->findId("back")->state, DocumentState::NotIssued);
+    EXPECT_EQ(store->accept(other).request.returnOf, "another");
+}
+
+TEST_P(StoreQueue, OfConditionsThatExcludeEachOtherOneIsMet)
+{
+    for (int round = 0; round < 20; ++round) {
+        const QString sale = QString::number(round);
+        std::latch start(3);
+        std::atomic_int accepted = 0;
+        const auto giveBack = [&](int number) {
+            const auto own = open();
+            DocumentRequest back = request(QString("%1-%2").arg(round).arg(number));
+            back.returnOf = sale;
+            start.arrive_and_wait();
+            try {
+                own->accept(back, [&] {
+                    if (!own->find({.returnOf = sale}).isEmpty())
+                        throw std::runtime_error("returned");
+                });
+                ++accepted;
+            } catch (const std::runtime_error&) {
+            }
+        };
+        std::array<std::thread, 3> clients{
+            std::thread(giveBack, 1), std::thread(giveBack, 2), std::thread(giveBack, 3)};
+        for (std::thread& client : clients)
+            client.join();
+        EXPECT_EQ(accepted, 1);
+    }
+}
+
+TEST_P(StoreQueue, DocumentsAreCountedByWhatBecameOfThem)
+{
+    for (const DocumentState state : states)
+        bring(stateName(state), state);
+    bring("second", DocumentState::Issued, 9);
+    store->accept(request("gone"));
+    store->withdraw("gone");
+    DocumentRequest other = request("other");
+    other.registerName = "till2";
+    store->accept(other);
+    const auto shown = [this](const QString& registerName) {
+        QStringList counts;
+        for (const DocumentCount& count : store->countByState(registerName))
+            counts.append(
+                QString("%1 %2 %3").arg(stateName(count.state), reasonName(count.reason)).arg(count.count));
+        counts.sort();
+        return counts;
+    };
+    EXPECT_EQ(shown("till1"),
+        (QStringList{
+            "issued  2", "notIssued  1", "notIssued deleted 1", "queued  1", "running  1", "unknown  1"}));
+    EXPECT_EQ(shown("till2"), QStringList{"queued  1"});
+    EXPECT_TRUE(shown({}).contains("queued  2"));
+}
+
+INSTANTIATE_TEST_SUITE_P(BackEnds, StoreQueue, testing::ValuesIn(backEnds),
+    [](const auto& test) { return std::string(test.param.name); });
+
+} // namespace
