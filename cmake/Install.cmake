@@ -1,8 +1,9 @@
-# Where an installation puts things: Debian's places, in four components that become four packages.
+# Where an installation puts things: Debian's places, in five components that become five packages.
 #   runtime  the shared host library
 #   devel    its headers and package files, and the static libraries of serial devices and of sales
 #   plugin   the driver plugin
 #   tools    frctl and spf-emulator with their manual pages and the example receipts
+#   server   the unit of frserver, and what its configuration looks like
 
 include(CMakePackageConfigHelpers)
 
@@ -72,3 +73,6 @@ install(FILES README.md README.ru.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DO
 # The refusal of a purchase names the limits, they and both READMEs the guide.
 install(FILES docs/host-guide.md docs/host-guide.ru.md docs/limits.md docs/output.schema.json docs/receipt.schema.json
   DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT tools)
+
+# Where systemd looks, whatever the architecture.
+install(FILES cmake/debian/frserver.service DESTINATION lib/systemd/system COMPONENT server)
