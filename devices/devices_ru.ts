@@ -47,6 +47,26 @@
         <source>port %1 cannot be opened: %2</source>
         <translation>порт %1 не открывается: %2</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; is no [NAME]</source>
+        <translation>&quot;%1&quot; — не [NAME]</translation>
+    </message>
+    <message>
+        <source>[%1] is there already</source>
+        <translation>[%1] уже есть</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no KEY = VALUE</source>
+        <translation>&quot;%1&quot; — не KEY = VALUE</translation>
+    </message>
+    <message>
+        <source>%1 stands before the first [NAME]</source>
+        <translation>%1 стоит до первого [NAME]</translation>
+    </message>
+    <message>
+        <source>[%1] %2 is there already</source>
+        <translation>[%1] %2 уже есть</translation>
+    </message>
 </context>
 <context>
     <name>devices::StreamDevice</name>

@@ -2,7 +2,7 @@
 
 #include "errors.h"
 #include "frctltr.h"
-#include "inifile.h"
+#include "configurationfile.h"
 #include "options.h"
 #include "optiontable.h"
 #include "suggestion.h"
@@ -33,7 +33,7 @@ QStringList keys()
     return names;
 }
 
-Setting settingOf(const IniEntry& entry, const QString& origin)
+Setting settingOf(const devices::IniEntry& entry, const QString& origin)
 {
     const OptionRow* const row = findKey(entry.key);
     if (row == nullptr)
@@ -82,10 +82,10 @@ Configuration::Configuration(const QStringList& files)
 void Configuration::read(const QString& fileName)
 {
     Options judged;
-    for (const IniSection& section : readIniFile(fileName)) {
+    for (const devices::IniSection& section : readConfigurationFile(fileName)) {
         Settings& settings = registerOf(section.name).settings;
         Settings added;
-        for (const IniEntry& entry : section.entries) {
+        for (const devices::IniEntry& entry : section.entries) {
             const Setting setting
                 = settingOf(entry, QStringLiteral("%1: [%2] %3").arg(fileName, section.name, entry.key));
             if (!isSwitchedOff(setting))

@@ -608,26 +608,6 @@ Example:
         <translation>сведения о классе:</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is no [NAME]</source>
-        <translation>&quot;%1&quot; — не [NAME]</translation>
-    </message>
-    <message>
-        <source>[%1] is there already</source>
-        <translation>[%1] уже есть</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is no KEY = VALUE</source>
-        <translation>&quot;%1&quot; — не KEY = VALUE</translation>
-    </message>
-    <message>
-        <source>%1 stands before the first [NAME]</source>
-        <translation>%1 стоит до первого [NAME]</translation>
-    </message>
-    <message>
-        <source>[%1] %2 is there already</source>
-        <translation>[%1] %2 уже есть</translation>
-    </message>
-    <message>
         <source>has more than %1 MiB</source>
         <translation>больше %1 МиБ</translation>
     </message>

@@ -1,13 +1,10 @@
 #include "inifile.h"
 
-#include "errors.h"
-#include "frctltr.h"
-#include "inputfile.h"
-#include "showntext.h"
+#include "devicestr.h"
 
 #include <algorithm>
 
-namespace frctl {
+namespace devices {
 
 namespace {
 
@@ -22,14 +19,9 @@ QString withoutQuotes(const QString& value)
 class IniReader
 {
 public:
-    explicit IniReader(const QString& fileName)
-        : m_fileName(fileName)
+    QList<IniSection> read(const QStringList& lines)
     {
-    }
-
-    QList<IniSection> read()
-    {
-        for (const QString& line : readLines(m_fileName)) {
+        for (const QString& line : lines) {
             ++m_line;
             take(line.trimmed());
         }
@@ -51,12 +43,12 @@ private:
     {
         const QString name = line.mid(1, line.size() - 2).trimmed();
         if (!line.endsWith(QLatin1Char(']')) || name.isEmpty())
-            refuse(tr("\"%1\" is no [NAME]").arg(receipt::shownText(line)));
+            refuse(tr("\"%1\" is no [NAME]").arg(line));
         const bool isThere = std::any_of(m_sections.cbegin(), m_sections.cend(),
             [&name](const IniSection& section) { return section.name == name; });
         if (isThere)
             refuse(tr("[%1] is there already").arg(name));
-        m_sections.append({name, {}});
+        m_sections.append({name, {}, m_line});
     }
 
     void addEntry(const QString& line)
@@ -64,7 +56,7 @@ private:
         const qsizetype sign = line.indexOf(QLatin1Char('='));
         const QString key = line.left(sign).trimmed();
         if (sign < 0 || key.isEmpty())
-            refuse(tr("\"%1\" is no KEY = VALUE").arg(receipt::shownText(line)));
+            refuse(tr("\"%1\" is no KEY = VALUE").arg(line));
         if (m_sections.isEmpty())
             refuse(tr("%1 stands before the first [NAME]").arg(key));
         QList<IniEntry>& entries = m_sections.last().entries;
@@ -72,24 +64,20 @@ private:
             entries.cbegin(), entries.cend(), [&key](const IniEntry& entry) { return entry.key == key; });
         if (isThere)
             refuse(tr("[%1] %2 is there already").arg(m_sections.constLast().name, key));
-        entries.append({key, withoutQuotes(line.mid(sign + 1).trimmed())});
+        entries.append({key, withoutQuotes(line.mid(sign + 1).trimmed()), m_line});
     }
 
-    [[noreturn]] void refuse(const QString& reason) const
-    {
-        throw UsageError(QStringLiteral("%1:%2: %3").arg(m_fileName).arg(m_line).arg(reason));
-    }
+    [[noreturn]] void refuse(const QString& reason) const { throw IniError(m_line, reason); }
 
-    const QString m_fileName;
     int m_line = 0;
     QList<IniSection> m_sections;
 };
 
 } // namespace
 
-QList<IniSection> readIniFile(const QString& fileName)
+QList<IniSection> readIni(const QStringList& lines)
 {
-    return IniReader(fileName).read();
+    return IniReader().read(lines);
 }
 
-} // namespace frctl
+} // namespace devices

@@ -1,0 +1,196 @@
+#include "configuration/configuration.h"
+
+#include "configuration/configurationerror.h"
+#include "configuration/keytable.h"
+#include "configuration/settingerror.h"
+
+#include "inifile.h"
+#include "portname.h"
+#include "showntext.h"
+#include "textencoding.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QSet>
+
+#include <algorithm>
+#include <optional>
+
+namespace frserver {
+
+namespace {
+
+using devices::IniEntry;
+using devices::IniSection;
+
+/// No configuration is larger; what has no end, as a device, is known by it.
+constexpr qint64 largestFile = 1024 * 1024;
+
+QStringList linesOf(const QString& fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        throw ConfigurationError({QStringLiteral("%1: %2").arg(fileName, file.errorString())});
+    const QByteArray bytes = file.read(largestFile + 1);
+    if (bytes.size() > largestFile)
+        throw ConfigurationError({QStringLiteral("%1: has more than 1 MiB").arg(fileName)});
+    if (const std::optional<QString> fault = receipt::utf8Fault(bytes))
+        throw ConfigurationError({QStringLiteral("%1: %2").arg(fileName, *fault)});
+    return QString::fromUtf8(receipt::withoutByteOrderMark(bytes)).split(QLatin1Char('\n'));
+}
+
+class Reader
+{
+public:
+    explicit Reader(const QString& fileName)
+        : m_fileName(fileName)
+    {
+    }
+
+    Configuration read()
+    {
+        try {
+            for (const IniSection& section : devices::readIni(linesOf(m_fileName)))
+                take(section);
+        } catch (const devices::IniError& error) {
+            note(error.line(), receipt::shownText(QString::fromUtf8(error.what())));
+        }
+        finish();
+        if (!m_errors.isEmpty())
+            throw ConfigurationError(m_errors);
+        return m_configuration;
+    }
+
+private:
+    void take(const IniSection& section)
+    {
+        static const QString prefix = QStringLiteral("register ");
+        ServiceSettings& service = m_configuration.service;
+        if (section.name == QStringLiteral("service")) {
+            takeEntries(section, serviceKeys(), service);
+            placeListen(section);
+        } else if (section.name == QStringLiteral("webhook")) {
+            takeEntries(section, webhookKeys(), service);
+            if (service.webhookUrl.isEmpty() || service.webhookSecret.isEmpty())
+                note(section.line, QStringLiteral("[webhook] needs url and secret"));
+        } else if (section.name.startsWith(prefix)) {
+            takeRegister(section, section.name.mid(prefix.size()).trimmed());
+        } else {
+            note(section.line,
+                QStringLiteral("[%1] is none of [service], [webhook], [register NAME]")
+                    .arg(receipt::shownText(section.name)));
+        }
+    }
+
+    void placeListen(const IniSection& section)
+    {
+        for (const IniEntry& entry : section.entries) {
+            if (entry.key == QStringLiteral("listen"))
+                m_configuration.service.listenPlace = QStringLiteral("%1:%2").arg(m_fileName).arg(entry.line);
+        }
+    }
+
+    template <typename Settings>
+    void takeEntries(const IniSection& section, const QList<KeyRow<Settings>>& rows, Settings& settings)
+    {
+        for (const IniEntry& entry : section.entries) {
+            const auto row = std::find_if(rows.cbegin(), rows.cend(),
+                [&entry](const KeyRow<Settings>& one) { return entry.key == QLatin1String(one.key); });
+            if (row == rows.cend()) {
+                noteKey(section, entry, rows);
+                continue;
+            }
+            try {
+                row->take(entry.value, settings);
+            } catch (const SettingError& error) {
+                note(entry.line, QStringLiteral("%1: %2").arg(entry.key, QString::fromUtf8(error.what())));
+            }
+        }
+    }
+
+    template <typename Settings>
+    void noteKey(const IniSection& section, const IniEntry& entry, const QList<KeyRow<Settings>>& rows)
+    {
+        QStringList keys;
+        for (const KeyRow<Settings>& row : rows)
+            keys.append(QLatin1String(row.key));
+        note(entry.line,
+            QStringLiteral("[%1] has no key %2; there are %3")
+                .arg(receipt::shownText(section.name), receipt::shownText(entry.key),
+                    keys.join(QStringLiteral(", "))));
+    }
+
+    void takeRegister(const IniSection& section, const QString& name)
+    {
+        // It is part of addresses, and of names of metrics.
+        static const QRegularExpression plainName(QStringLiteral("\\A[A-Za-z0-9][A-Za-z0-9._-]{0,63}\\z"));
+        if (!plainName.match(name).hasMatch())
+            note(section.line,
+                QStringLiteral("the register \"%1\": a name has letters, digits, dots, _ and -, 64 at most")
+                    .arg(receipt::shownText(name)));
+        RegisterSettings settings;
+        settings.name = name;
+        takeEntries(section, registerKeys(), settings);
+        if (!hasKey(section, "exclusive"))
+            settings.isExclusive = !devices::isTcpName(settings.port);
+        judge(section, settings);
+        m_configuration.registers.append(settings);
+    }
+
+    static bool hasKey(const IniSection& section, const char* key)
+    {
+        return std::any_of(section.entries.cbegin(), section.entries.cend(),
+            [key](const IniEntry& entry) { return entry.key == QLatin1String(key); });
+    }
+
+    /// What the values mean for each other.
+    void judge(const IniSection& section, const RegisterSettings& settings)
+    {
+        const auto wrong = [&](const QString& text) {
+            note(section.line, QStringLiteral("[%1] ").arg(receipt::shownText(section.name)) + text);
+        };
+        if (!hasKey(section, "port"))
+            wrong(QStringLiteral("needs a port"));
+        else if (m_ports.contains(settings.port))
+            wrong(QStringLiteral("has the port of another register"));
+        m_ports.insert(settings.port);
+        if (!hasKey(section, "protocol"))
+            wrong(QStringLiteral("needs a protocol, HEX or XML"));
+        // It would not be compared, and whoever wrote it relies on it.
+        if (settings.protocol == receipt::Protocol::Xml && !settings.expected.inn.isEmpty()
+            && settings.expected.serial.isEmpty())
+            wrong(QStringLiteral("over XML the register is known by its serial number alone: serial = ..."));
+        const bool isScheduled = settings.shift == ShiftRule::Scheduled;
+        if (isScheduled != hasKey(section, "shift-open") || isScheduled != hasKey(section, "shift-close"))
+            wrong(QStringLiteral("shift-open and shift-close go with shift = scheduled"));
+        if (isScheduled && !settings.hasCashier())
+            wrong(QStringLiteral("shift = scheduled needs a cashier, whose Z reports they are"));
+    }
+
+    void finish()
+    {
+        if (m_configuration.registers.isEmpty() && m_errors.isEmpty())
+            m_errors.append(QStringLiteral("%1: has no [register NAME]").arg(m_fileName));
+        for (RegisterSettings& settings : m_configuration.registers)
+            settings.plugins = m_configuration.service.plugins;
+    }
+
+    void note(int line, const QString& text)
+    {
+        m_errors.append(QStringLiteral("%1:%2: %3").arg(m_fileName).arg(line).arg(text));
+    }
+
+    const QString m_fileName;
+    QStringList m_errors;
+    QSet<QString> m_ports;
+    Configuration m_configuration;
+};
+
+} // namespace
+
+Configuration Configuration::read(const QString& fileName)
+{
+    return Reader(fileName).read();
+}
+
+} // namespace frserver

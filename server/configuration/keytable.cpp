@@ -1,0 +1,223 @@
+#include "configuration/keytable.h"
+
+#include "configuration/settingerror.h"
+
+#include "plaintext.h"
+#include "portname.h"
+#include "showntext.h"
+#include "taxnumber.h"
+
+#include <QRegularExpression>
+#include <QUrl>
+
+#include <optional>
+
+namespace frserver {
+
+namespace {
+
+QString quoted(const QString& value)
+{
+    return QLatin1Char('"') + receipt::shownText(value) + QLatin1Char('"');
+}
+
+/// A value that is not empty and has nothing that neither a register nor a person could read.
+const QString& plain(const QString& value)
+{
+    if (value.trimmed().isEmpty())
+        throw SettingError(QStringLiteral("is empty"));
+    if (const std::optional<QString> fault = receipt::textFault(value))
+        throw SettingError(*fault);
+    return value;
+}
+
+template <auto Member, typename Settings>
+void takeText(const QString& value, Settings& settings)
+{
+    settings.*Member = plain(value);
+}
+
+bool isYes(const QString& value)
+{
+    const QString word = value.toLower();
+    const bool yes = word == QStringLiteral("yes") || word == QStringLiteral("true");
+    if (!yes && word != QStringLiteral("no") && word != QStringLiteral("false"))
+        throw SettingError(QStringLiteral("%1 is neither yes nor no").arg(quoted(value)));
+    return yes;
+}
+
+template <auto Member>
+void takeSwitch(const QString& value, RegisterSettings& settings)
+{
+    settings.*Member = isYes(value);
+}
+
+int numberUpTo(const QString& value, int least, int most)
+{
+    bool ok = false;
+    const int number = value.toInt(&ok);
+    if (!ok || number < least || number > most)
+        throw SettingError(
+            QStringLiteral("%1 is not a number from %2 to %3").arg(quoted(value)).arg(least).arg(most));
+    return number;
+}
+
+qsizetype oneOf(const QString& value, const QStringList& words)
+{
+    const qsizetype index = words.indexOf(value);
+    if (index < 0)
+        throw SettingError(
+            QStringLiteral("%1 is none of %2").arg(quoted(value), words.join(QStringLiteral(", "))));
+    return index;
+}
+
+template <auto Member>
+void takeTime(const QString& value, RegisterSettings& settings)
+{
+    settings.*Member = QTime::fromString(value, QStringLiteral("H:mm"));
+    if (!(settings.*Member).isValid())
+        throw SettingError(QStringLiteral("%1 is no time as 22:30").arg(quoted(value)));
+}
+
+void takePort(const QString& value, RegisterSettings& settings)
+{
+    settings.port = plain(value);
+    if (devices::isTcpName(value) && !devices::tcpAddressOf(value))
+        throw SettingError(QStringLiteral("%1 is no tcp:HOST:PORT").arg(quoted(value)));
+}
+
+void takeProtocol(const QString& value, RegisterSettings& settings)
+{
+    static const QStringList names{QStringLiteral("XML"), QStringLiteral("HEX")};
+    settings.protocol = oneOf(value.toUpper(), names) == 1 ? receipt::Protocol::Hex : receipt::Protocol::Xml;
+}
+
+void takeInn(const QString& value, RegisterSettings& settings)
+{
+    // A test drive may be registered with any digits.
+    static const QRegularExpression inn(QStringLiteral("\\A([0-9]{10}|[0-9]{12})\\z"));
+    if (!inn.match(value).hasMatch())
+        throw SettingError(QStringLiteral("%1 has not 10 or 12 digits").arg(quoted(value)));
+    settings.expected.inn = value;
+}
+
+void takeSerial(const QString& value, RegisterSettings& settings)
+{
+    settings.expected.serial = plain(value);
+}
+
+void takeCashier(const QString& value, RegisterSettings& settings)
+{
+    // Tag 1021.
+    constexpr int longestName = 64;
+    settings.cashier = plain(value);
+    if (value.size() > longestName)
+        throw SettingError(
+            QStringLiteral("has %1 characters, and may have %2").arg(value.size()).arg(longestName));
+}
+
+void takeCashierInn(const QString& value, RegisterSettings& settings)
+{
+    if (!receipt::isInn(value))
+        throw SettingError(QStringLiteral("%1 is no tax number").arg(quoted(value)));
+    settings.cashierInn = value;
+}
+
+void takeTimeZone(const QString& value, RegisterSettings& settings)
+{
+    settings.timeZone = QTimeZone(value.toLatin1());
+    if (!settings.timeZone.isValid())
+        throw SettingError(QStringLiteral("%1 is no time zone as Europe/Moscow").arg(quoted(value)));
+}
+
+void takeShift(const QString& value, RegisterSettings& settings)
+{
+    static const QStringList names{
+        QStringLiteral("manual"), QStringLiteral("onSale"), QStringLiteral("scheduled")};
+    settings.shift = static_cast<ShiftRule>(oneOf(value, names));
+}
+
+void takeStartBefore(const QString& value, RegisterSettings& settings)
+{
+    constexpr int week = 7 * 24 * 3600;
+    settings.startBefore = numberUpTo(value, 0, week);
+}
+
+void takeClock(const QString& value, RegisterSettings& settings)
+{
+    static const QStringList names{QStringLiteral("warn"), QStringLiteral("set")};
+    settings.clock = static_cast<ClockRule>(oneOf(value, names));
+}
+
+void takeMarks(const QString& value, RegisterSettings& settings)
+{
+    static const QStringList names{QStringLiteral("strict"), QStringLiteral("warn"), QStringLiteral("any")};
+    settings.marks = static_cast<sale::MarkPolicy>(oneOf(value, names));
+}
+
+void takePlugin(const QString& value, ServiceSettings& settings)
+{
+    settings.plugins.append(plain(value));
+}
+
+void takeQueueLimit(const QString& value, ServiceSettings& settings)
+{
+    constexpr int most = 1'000'000;
+    settings.queueLimit = numberUpTo(value, 1, most);
+}
+
+void takeWebhookUrl(const QString& value, ServiceSettings& settings)
+{
+    const QUrl url(value, QUrl::StrictMode);
+    const bool isHttp = url.scheme() == QStringLiteral("http") || url.scheme() == QStringLiteral("https");
+    if (!isHttp || url.host().isEmpty())
+        throw SettingError(QStringLiteral("%1 is no http or https address").arg(quoted(value)));
+    settings.webhookUrl = value;
+}
+
+} // namespace
+
+const QList<KeyRow<RegisterSettings>>& registerKeys()
+{
+    static const QList<KeyRow<RegisterSettings>> rows{
+        {"port", takePort},
+        {"protocol", takeProtocol},
+        {"serial", takeSerial},
+        {"inn", takeInn},
+        {"cashier", takeCashier},
+        {"cashier-inn", takeCashierInn},
+        {"timezone", takeTimeZone},
+        {"shift", takeShift},
+        {"shift-open", takeTime<&RegisterSettings::shiftOpen>},
+        {"shift-close", takeTime<&RegisterSettings::shiftClose>},
+        {"start-before", takeStartBefore},
+        {"exclusive", takeSwitch<&RegisterSettings::isExclusive>},
+        {"allow-test-drive", takeSwitch<&RegisterSettings::allowsTestDrive>},
+        {"clock", takeClock},
+        {"marks", takeMarks},
+    };
+    return rows;
+}
+
+const QList<KeyRow<ServiceSettings>>& serviceKeys()
+{
+    static const QList<KeyRow<ServiceSettings>> rows{
+        {"listen", takeText<&ServiceSettings::listen>},
+        {"journal", takeText<&ServiceSettings::journal>},
+        {"tokens", takeText<&ServiceSettings::tokens>},
+        {"plugin", takePlugin},
+        {"queue-limit", takeQueueLimit},
+    };
+    return rows;
+}
+
+const QList<KeyRow<ServiceSettings>>& webhookKeys()
+{
+    static const QList<KeyRow<ServiceSettings>> rows{
+        {"url", takeWebhookUrl},
+        {"secret", takeText<&ServiceSettings::webhookSecret>},
+    };
+    return rows;
+}
+
+} // namespace frserver

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace frserver {
+
+/// What is not of one register.
+struct ServiceSettings
+{
+    /// ADDRESS:PORT as it is written; empty for the usual one.
+    QString listen = {};
+    /// "FILE:LINE" of it.
+    QString listenPlace = {};
+    /// Empty for the machine's.
+    QString journal = {};
+    /// Of the tokens; empty for the usual one.
+    QString tokens = {};
+    /// Files or folders; none for where the plugin is installed.
+    QStringList plugins = {};
+    /// Documents that may wait for one register.
+    int queueLimit = 1000;
+    /// Who is told of each end of a document; empty for nobody.
+    QString webhookUrl = {};
+    QString webhookSecret = {};
+};
+
+} // namespace frserver

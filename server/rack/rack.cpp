@@ -1,0 +1,86 @@
+#include "rack/rack.h"
+
+#include "rack/racklog.h"
+
+#include "journalerror.h"
+
+#include <algorithm>
+
+namespace frserver {
+
+Q_LOGGING_CATEGORY(rackLog, "frserver.rack")
+
+namespace {
+
+constexpr int lookMs = 1'000;
+
+} // namespace
+
+Rack::Rack(const QList<RegisterSettings>& registers, sale::DocumentStore& store,
+    const WorkerFactory& createWorker, const RegisterAgent::Options& options)
+    : m_store(store)
+    , m_clock(options.clock)
+{
+    for (const RegisterSettings& settings : registers) {
+        auto& agent = m_agents[settings.name];
+        agent = std::make_unique<RegisterAgent>(settings, store, createWorker(), options);
+        connect(agent.get(), &RegisterAgent::documentChanged, this, &Rack::documentChanged);
+        connect(agent.get(), &RegisterAgent::changed, this,
+            [this, name = settings.name] { Q_EMIT registerChanged(name); });
+        // Whoever hears of it may end the event loop, and not in the middle of an agent's work.
+        connect(
+            agent.get(), &RegisterAgent::stopped, this,
+            [this] {
+                const bool isDone = std::all_of(m_agents.cbegin(), m_agents.cend(),
+                    [](const auto& entry) { return entry.second->isStopped(); });
+                if (isDone && m_timer.isActive()) {
+                    m_timer.stop();
+                    Q_EMIT stopped();
+                }
+            },
+            Qt::QueuedConnection);
+    }
+    m_timer.setInterval(lookMs);
+    connect(&m_timer, &QTimer::timeout, this, &Rack::look);
+}
+
+void Rack::start()
+{
+    m_timer.start();
+    for (const auto& [name, agent] : m_agents)
+        agent->start();
+}
+
+void Rack::stop()
+{
+    // A signal that comes twice, or before the start.
+    m_timer.start();
+    for (const auto& [name, agent] : m_agents)
+        agent->stop();
+}
+
+RegisterAgent* Rack::agent(const QString& name) const
+{
+    const auto found = m_agents.find(name);
+    return found == m_agents.end() ? nullptr : found->second.get();
+}
+
+void Rack::look()
+{
+    expire();
+    for (const auto& [name, agent] : m_agents)
+        agent->look();
+}
+
+void Rack::expire()
+{
+    try {
+        for (const QString& id : m_store.expire(m_clock.now()))
+            Q_EMIT documentChanged(id);
+    } catch (const sale::JournalError& error) {
+        // Nothing of them is begun all the same: that is decided anew where it would be.
+        qCWarning(rackLog).noquote() << error.what();
+    }
+}
+
+} // namespace frserver

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "configuration/registersettings.h"
+#include "rack/registeragent.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <functional>
+#include <map>
+#include <memory>
+
+namespace frserver {
+
+/// The registers of the service, each with its agent.
+class Rack : public QObject
+{
+    Q_OBJECT
+
+public:
+    using WorkerFactory = std::function<std::unique_ptr<Worker>()>;
+
+    /// The store must outlive it.
+    Rack(const QList<RegisterSettings>& registers, sale::DocumentStore& store,
+        const WorkerFactory& createWorker, const RegisterAgent::Options& options);
+
+    void start();
+    /// All registers, each behind its document under way; stopped follows.
+    void stop();
+    /// Null for a name that is none.
+    RegisterAgent* agent(const QString& name) const;
+    const std::map<QString, std::unique_ptr<RegisterAgent>>& agents() const { return m_agents; }
+
+Q_SIGNALS:
+    /// Made, settled, or too late.
+    void documentChanged(const QString& id);
+    void registerChanged(const QString& name);
+    void stopped();
+
+private:
+    void look();
+    void expire();
+
+    sale::DocumentStore& m_store;
+    const AgentClock m_clock;
+    std::map<QString, std::unique_ptr<RegisterAgent>> m_agents;
+    QTimer m_timer;
+};
+
+} // namespace frserver

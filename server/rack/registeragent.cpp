@@ -1,0 +1,286 @@
+#include "rack/registeragent.h"
+
+#include "rack/racklog.h"
+
+#include "documentid.h"
+#include "journalerror.h"
+
+#include <QTimer>
+
+#include <utility>
+
+namespace frserver {
+
+namespace {
+
+/// What a person may have put right is tried again so long after the last try when somebody waits.
+constexpr qint64 hurriedMs = 2'000;
+/// A register with nothing to do is asked how it is.
+constexpr qint64 conditionMs = 60'000;
+constexpr qint64 zReportMs = 60'000;
+constexpr int mostDeaths = 3;
+
+const QString zReportKind = QStringLiteral("zReport");
+const QString openShiftKind = QStringLiteral("openShift");
+
+} // namespace
+
+RegisterAgent::RegisterAgent(const RegisterSettings& settings, sale::DocumentStore& store,
+    std::unique_ptr<Worker> worker, const Options& options)
+    : m_settings(settings)
+    , m_store(store)
+    , m_worker(std::move(worker))
+    , m_options(options)
+    , m_pick(store, settings.name)
+    , m_shift(settings)
+{
+    connect(m_worker.get(), &Worker::told, this, &RegisterAgent::take);
+    connect(m_worker.get(), &Worker::ended, this, &RegisterAgent::workerEnded);
+    m_since = now();
+}
+
+void RegisterAgent::start()
+{
+    m_isStarted = true;
+    advance();
+}
+
+void RegisterAgent::stop()
+{
+    m_isStopping = true;
+    advance();
+}
+
+void RegisterAgent::pause(const QString& by)
+{
+    m_pausedBy = by;
+    advance();
+}
+
+void RegisterAgent::resume()
+{
+    if (!std::exchange(m_pausedBy, std::nullopt))
+        return;
+    m_retryAt = 0;
+    advance();
+}
+
+void RegisterAgent::accept(const QString& by, const QString& note)
+{
+    m_acceptance = Acceptance{by, note};
+    m_retryAt = 0;
+    advance();
+}
+
+void RegisterAgent::settle(const QString& id)
+{
+    if (!m_toSettle.contains(id))
+        m_toSettle.append(id);
+    // Whoever asks wants to be told later.
+    QTimer::singleShot(0, this, [this] { advance(); });
+}
+
+void RegisterAgent::wake()
+{
+    hurry();
+    advance();
+}
+
+void RegisterAgent::setAwaited(const QString& id, bool isAwaited)
+{
+    m_pick.setAwaited(id, isAwaited);
+    if (isAwaited)
+        wake();
+}
+
+/// A line that has vanished, or a worker that dies, is left its time; paper may be there again.
+void RegisterAgent::hurry()
+{
+    if (m_isOpen)
+        m_retryAt = std::min(m_retryAt, m_triedAt + hurriedMs);
+}
+
+void RegisterAgent::look()
+{
+    const bool isSilent = m_request && steady() - m_request->heard >= m_options.longestSilence;
+    const bool isHanging = m_endingSince && steady() - *m_endingSince >= m_options.longestSilence;
+    if (isSilent || isHanging) {
+        qCWarning(rackLog).noquote() << name() << "no sign of life from the worker, which is killed";
+        m_worker->kill();
+    }
+    advance();
+}
+
+void RegisterAgent::advance()
+{
+    const bool isIdle = !m_isStarted && !m_isStopping;
+    if (isIdle || m_isStopped || m_request || m_endingSince)
+        return announce();
+    if (m_isStopping || m_pausedBy)
+        leave();
+    else if (steady() >= m_retryAt) {
+        if (!m_isAlive)
+            startWorker();
+        else if (m_acceptance)
+            request({.what = QStringLiteral("accept")},
+                {{QStringLiteral("by"), m_acceptance->by}, {QStringLiteral("note"), m_acceptance->note}});
+        else if (!m_isOpen)
+            request(
+                {.what = QStringLiteral("open")}, {{QStringLiteral("opensShift"), m_shift.mayOpen(now())}});
+        else
+            advanceOpen();
+    }
+    if (!m_isOpen && !m_request) {
+        // The register cannot be asked now, and whoever waits for that is told so.
+        for (const QString& id : std::exchange(m_toSettle, {}))
+            Q_EMIT documentChanged(id);
+    }
+    announce();
+}
+
+void RegisterAgent::advanceOpen()
+{
+    if (!m_toSettle.isEmpty()) {
+        const QString id = m_toSettle.takeFirst();
+        request({.what = QStringLiteral("settle"), .id = id}, {{QStringLiteral("id"), id}});
+    } else if (std::exchange(m_isConditionWanted, false)
+        || (!makeNext() && !m_waiting && steady() >= m_conditionDue)) {
+        request({.what = QStringLiteral("state")}, {});
+    }
+}
+
+void RegisterAgent::leave()
+{
+    if (m_mayHoldPort)
+        return request({.what = QStringLiteral("close")}, {});
+    if (!m_isStopping)
+        return;
+    if (!m_isAlive)
+        return finishStop();
+    m_endingSince = steady();
+    m_worker->end();
+}
+
+void RegisterAgent::finishStop()
+{
+    m_isStopped = true;
+    announce();
+    Q_EMIT stopped();
+}
+
+void RegisterAgent::startWorker()
+{
+    ++m_workerStarts;
+    m_isAlive = true;
+    // Set first: what cannot be started has ended at once.
+    m_request = Request{.number = ++m_lastNumber, .what = QStringLiteral("start"), .heard = steady()};
+    m_worker->start();
+    if (m_isAlive)
+        m_worker->send({{QStringLiteral("n"), m_lastNumber}, {QStringLiteral("do"), QStringLiteral("start")},
+            {QStringLiteral("register"), m_settings.toJson()},
+            {QStringLiteral("journal"), m_options.journal}});
+}
+
+void RegisterAgent::request(Request request, QJsonObject message)
+{
+    request.number = ++m_lastNumber;
+    request.heard = m_triedAt = steady();
+    message.insert(QStringLiteral("n"), request.number);
+    message.insert(QStringLiteral("do"), request.what);
+    m_request = request;
+    m_mayHoldPort = true;
+    m_conditionDue = steady() + conditionMs;
+    m_worker->send(message);
+}
+
+bool RegisterAgent::makeNext()
+{
+    try {
+        const std::optional<Request> next = nextDocument();
+        if (m_waiting && m_waiting->reason == QStringLiteral("journal"))
+            unblock();
+        if (!next)
+            return false;
+        request(*next,
+            {{QStringLiteral("id"), next->id}, {QStringLiteral("opensShift"), m_shift.mayOpen(now())}});
+        return true;
+    } catch (const sale::JournalError& error) {
+        block(QStringLiteral("journal"), QString::fromUtf8(error.what()));
+        return false;
+    }
+}
+
+std::optional<RegisterAgent::Request> RegisterAgent::nextDocument()
+{
+    if (const std::optional<Request> report = dueZReport())
+        return report;
+    for (;;) {
+        const std::optional<sale::StoredDocument> document = m_pick.next();
+        if (!document)
+            return std::nullopt;
+        const auto& [id, kind] = std::pair(document->request.id, document->request.kind);
+        if (m_deaths.value(id) >= mostDeaths)
+            refuseDeadly(id);
+        else if (!refuseOutsideHours(*document))
+            return Request{.what = QStringLiteral("make"), .id = id, .kind = kind};
+    }
+}
+
+std::optional<RegisterAgent::Request> RegisterAgent::dueZReport()
+{
+    if (!m_shift.isEndDue(now()) || steady() < m_zReportDue || !m_settings.hasCashier())
+        return std::nullopt;
+    std::optional<sale::StoredDocument> report = m_pick.zReport();
+    if (!report) {
+        // The same one again, unless what became of it says that there is no other attempt at it.
+        if (m_zReport.isEmpty())
+            m_zReport = sale::newDocumentId();
+        report = m_store.accept(sale::plainRequest(m_zReport, zReportKind, {}, name()));
+    }
+    m_zReportDue = steady() + zReportMs;
+    if (report->state != sale::DocumentState::Queued) {
+        m_zReport.clear();
+        return std::nullopt;
+    }
+    return Request{
+        .what = QStringLiteral("make"), .id = report->request.id, .kind = zReportKind, .isOfShift = true};
+}
+
+bool RegisterAgent::refuseOutsideHours(const sale::StoredDocument& document)
+{
+    if (m_settings.shift != ShiftRule::Scheduled || document.request.kind != openShiftKind
+        || m_shift.mayOpen(now()))
+        return false;
+    const QJsonObject failure{{QStringLiteral("kind"), QStringLiteral("shiftClosed")},
+        {QStringLiteral("text"), QStringLiteral("Вне часов работы кассы смена не открывается")},
+        {QStringLiteral("exception"), QStringLiteral("Refusal")}};
+    m_store.refuse(document.request.id, {.failure = failure});
+    Q_EMIT documentChanged(document.request.id);
+    return true;
+}
+
+void RegisterAgent::refuseDeadly(const QString& id)
+{
+    const QJsonObject failure{{QStringLiteral("kind"), QStringLiteral("internal")},
+        {QStringLiteral("text"),
+            QStringLiteral("Программа кассы аварийно завершалась на этом документе, не начав его")},
+        {QStringLiteral("exception"), QStringLiteral("HostError")}};
+    m_store.refuse(id, {.failure = failure});
+    m_deaths.remove(id);
+    Q_EMIT documentChanged(id);
+}
+
+void RegisterAgent::block(const QString& reason, const QString& text)
+{
+    m_waiting = Waiting{reason, text};
+    m_retryAt = steady() + m_backoff.next();
+}
+
+void RegisterAgent::unblock()
+{
+    m_waiting.reset();
+    m_retryAt = 0;
+    m_backoff.reset();
+}
+
+} // namespace frserver

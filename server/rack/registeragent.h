@@ -1,0 +1,170 @@
+#pragma once
+
+#include "rack/agentclock.h"
+#include "rack/backoff.h"
+#include "rack/documentpick.h"
+#include "rack/shiftwatch.h"
+#include "rack/waiting.h"
+#include "rack/worker.h"
+
+#include <QHash>
+#include <QJsonObject>
+#include <QObject>
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+
+namespace frserver {
+
+/// Looks after one register: has its worker make the documents that wait in the journal, one at a time, and
+/// knows why when it does not. Whatever becomes of the worker, the next one settles what was begun before
+/// anything else is made; nothing here says what has become of a document, that is for the register and the
+/// journal.
+class RegisterAgent : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Options
+    {
+        /// File of the journal, for the worker.
+        QString journal = {};
+        AgentClock clock = AgentClock::system();
+        /// A worker that is at something and has said nothing for so many milliseconds is killed. A busy
+        /// register may hold one exchange for 100 s.
+        qint64 longestSilence = 120'000;
+    };
+
+    /// The store must outlive it.
+    RegisterAgent(const RegisterSettings& settings, sale::DocumentStore& store,
+        std::unique_ptr<Worker> worker, const Options& options);
+
+    const QString& name() const { return m_settings.name; }
+    const RegisterSettings& settings() const { return m_settings; }
+    void start();
+    /// Behind the document under way; stopped follows.
+    void stop();
+    bool isStopped() const { return m_isStopped; }
+    /// To be called every second or so: whatever time decides is decided here.
+    void look();
+
+    /// Something was queued.
+    void wake();
+    /// Somebody waits for the document.
+    void setAwaited(const QString& id, bool isAwaited);
+    /// Asks the register about a document that is unknown; documentChanged follows, also when the register
+    /// cannot be asked now.
+    void settle(const QString& id);
+    /// Behind the document under way the port is closed and its lock released. Says who wants that.
+    void pause(const QString& by);
+    void resume();
+    /// A person says that another drive, or documents that the journal does not know, are all right.
+    void accept(const QString& by, const QString& note);
+
+    /// "state" ("starting", "ready", "making", "waiting", "pausing", "paused", "stopping", "stopped") with
+    /// "since" and "stateAge" in seconds, "waiting" (Waiting::reason or null) and "waitingText", "pausedBy",
+    /// "document" (the id that is made), "identity" and "condition" as the register has told them last, with
+    /// "conditionAge", "shift" ("open", "since"), "alarms" ("kind", "text"), "workerStarts".
+    QJsonObject view() const;
+
+Q_SIGNALS:
+    void documentChanged(const QString& id);
+    void changed();
+    void stopped();
+
+private:
+    /// What the worker is at.
+    struct Request
+    {
+        int number = 0;
+        QString what = {};
+        /// Of the document.
+        QString id = {};
+        QString kind = {};
+        /// The service's own Z report.
+        bool isOfShift = false;
+        qint64 heard = 0;
+    };
+    struct Acceptance
+    {
+        QString by;
+        QString note;
+    };
+
+    void advance();
+    void advanceOpen();
+    void leave();
+    void finishStop();
+    void startWorker();
+    void hurry();
+    void request(Request request, QJsonObject message);
+    void take(const QJsonObject& message);
+    void answered(const Request& request, const QJsonObject& answer);
+    void opened(const QJsonObject& answer);
+    void made(const Request& request, const QJsonObject& answer);
+    void meetHold(const QString& held, const QString& kind, const QString& text);
+    void noteShift(const Request& request, const QJsonObject& answer);
+    void noteZReport(const QJsonObject& answer);
+    void noteCondition(const QJsonObject& answer);
+    void meetFailure(const Request& request, const QJsonObject& failure);
+    void workerEnded(const QString& how);
+    void refuseDeadly(const QString& id);
+    bool makeNext();
+    std::optional<Request> nextDocument();
+    std::optional<Request> dueZReport();
+    bool refuseOutsideHours(const sale::StoredDocument& document);
+    void block(const QString& reason, const QString& text);
+    void unblock();
+    void wakeLater();
+    void announce();
+    QString state() const;
+    QJsonArray alarms() const;
+    qint64 steady() const { return m_options.clock.steady(); }
+    QDateTime now() const { return m_options.clock.now(); }
+
+    const RegisterSettings m_settings;
+    sale::DocumentStore& m_store;
+    const std::unique_ptr<Worker> m_worker;
+    const Options m_options;
+    DocumentPick m_pick;
+    ShiftWatch m_shift;
+    Backoff m_backoff;
+
+    bool m_isStarted = false;
+    bool m_isStopping = false;
+    bool m_isStopped = false;
+    /// The process is there.
+    bool m_isAlive = false;
+    /// The register was reached, and nothing has failed since.
+    bool m_isOpen = false;
+    /// The worker may have port and lock.
+    bool m_mayHoldPort = false;
+    std::optional<QString> m_pausedBy;
+    std::optional<Request> m_request;
+    int m_lastNumber = 0;
+    /// When the worker was told to end; it may hang.
+    std::optional<qint64> m_endingSince;
+    std::optional<Waiting> m_waiting;
+    std::optional<Acceptance> m_acceptance;
+    QStringList m_toSettle;
+    /// Steady times.
+    qint64 m_retryAt = 0;
+    qint64 m_triedAt = 0;
+    qint64 m_conditionDue = 0;
+    /// Before the next document: nobody knows whether the shift is open.
+    bool m_isConditionWanted = false;
+    qint64 m_zReportDue = 0;
+    QString m_zReport;
+    QString m_zReportFailure;
+    /// How often a worker died of a document that was never begun.
+    QHash<QString, int> m_deaths;
+    int m_workerStarts = 0;
+    QJsonObject m_identity;
+    QJsonObject m_condition;
+    QDateTime m_conditionTime;
+    QString m_told;
+    QDateTime m_since;
+};
+
+} // namespace frserver

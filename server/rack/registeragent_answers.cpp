@@ -1,0 +1,205 @@
+// What the worker answers, and how it ends.
+
+#include "rack/registeragent.h"
+
+#include "rack/racklog.h"
+
+#include <QJsonArray>
+
+#include <utility>
+
+namespace frserver {
+
+namespace {
+
+constexpr qint64 dayMs = 24LL * 3600 * 1000;
+
+QString textOf(const QJsonObject& json, const char* member)
+{
+    return json.value(QLatin1String(member)).toString();
+}
+
+/// The printer's, which stop the register also behind a document that is done with.
+bool isOfPaper(const QString& kind)
+{
+    return kind == QStringLiteral("paper") || kind == QStringLiteral("cover");
+}
+
+bool isOfDocuments(const QString& reason)
+{
+    return isOfPaper(reason) || reason == QStringLiteral("needsReview")
+        || reason == QStringLiteral("journal");
+}
+
+/// One that is issued stands in a shift that is open.
+bool opensShift(const QString& kind)
+{
+    static const QStringList kinds{QStringLiteral("sell"), QStringLiteral("sellReturn"),
+        QStringLiteral("receipt"), QStringLiteral("cashIn"), QStringLiteral("cashOut"),
+        QStringLiteral("openShift")};
+    return kinds.contains(kind);
+}
+
+QDateTime momentOf(const QJsonObject& json, const char* member)
+{
+    return QDateTime::fromString(textOf(json, member), Qt::ISODateWithMs);
+}
+
+} // namespace
+
+void RegisterAgent::take(const QJsonObject& message)
+{
+    if (!m_request)
+        return;
+    m_request->heard = steady();
+    if (message.contains(QStringLiteral("line")))
+        return;
+    if (message.value(QStringLiteral("re")).toInt() != m_request->number) {
+        qCWarning(rackLog).noquote() << name() << "an answer to nothing that was asked";
+        return;
+    }
+    const Request request = *std::exchange(m_request, std::nullopt);
+    const QJsonObject failure = message.value(QStringLiteral("failure")).toObject();
+    if (failure.isEmpty())
+        answered(request, message);
+    else
+        meetFailure(request, failure);
+    advance();
+}
+
+void RegisterAgent::answered(const Request& request, const QJsonObject& answer)
+{
+    for (const QJsonValue id : answer.value(QStringLiteral("settled")).toArray())
+        Q_EMIT documentChanged(id.toString());
+    if (request.what == QStringLiteral("open"))
+        opened(answer);
+    else if (request.what == QStringLiteral("make"))
+        made(request, answer);
+    else if (request.what == QStringLiteral("state"))
+        noteCondition(answer);
+    else if (request.what == QStringLiteral("settle"))
+        Q_EMIT documentChanged(request.id);
+    else if (request.what == QStringLiteral("close"))
+        m_isOpen = m_mayHoldPort = false;
+    else if (request.what == QStringLiteral("accept")) {
+        m_acceptance.reset();
+        unblock();
+    }
+}
+
+void RegisterAgent::opened(const QJsonObject& answer)
+{
+    m_isOpen = true;
+    // The next failure of the line waits longer still, unless something is made in between.
+    m_retryAt = 0;
+    if (m_waiting && !isOfDocuments(m_waiting->reason))
+        m_waiting.reset();
+    m_identity = answer.value(QStringLiteral("identity")).toObject();
+    const QJsonObject shift = answer.value(QStringLiteral("shift")).toObject();
+    if (shift.value(QStringLiteral("open")).toBool())
+        m_shift.open(momentOf(shift, "since"));
+    else
+        m_shift.close();
+    noteCondition(answer);
+}
+
+void RegisterAgent::noteCondition(const QJsonObject& answer)
+{
+    m_condition = answer.value(QStringLiteral("condition")).toObject();
+    m_conditionTime = now();
+    const bool isShiftOpen = m_condition.value(QStringLiteral("shiftOpen")).toBool();
+    // Somebody at the register itself, in the time since it was asked last.
+    if (isShiftOpen && !m_shift.isOpen())
+        m_shift.open(now());
+    if (!isShiftOpen)
+        m_shift.close();
+}
+
+void RegisterAgent::made(const Request& request, const QJsonObject& answer)
+{
+    m_deaths.remove(request.id);
+    const QString held = textOf(answer, "held");
+    const QString kind = textOf(answer, "kind");
+    noteShift(request, answer);
+    if (request.isOfShift)
+        noteZReport(answer);
+    if (!held.isEmpty() || isOfPaper(kind))
+        meetHold(held, kind, textOf(answer, "text"));
+    else
+        unblock();
+    // What was begun and could not be settled is settled by the next start.
+    if (kind == QStringLiteral("line") || textOf(answer, "state") == QStringLiteral("running"))
+        m_isOpen = false;
+    Q_EMIT documentChanged(request.id);
+}
+
+void RegisterAgent::meetHold(const QString& held, const QString& kind, const QString& text)
+{
+    const QString reason = held.isEmpty() ? kind : held;
+    block(reason, text);
+    // The line, the port, the register or its drive: all of that is looked at anew.
+    if (!isOfDocuments(reason))
+        m_isOpen = false;
+}
+
+void RegisterAgent::noteShift(const Request& request, const QJsonObject& answer)
+{
+    const QString kind = textOf(answer, "kind");
+    const bool isOfShift
+        = request.kind == QStringLiteral("zReport") || request.kind == QStringLiteral("openShift");
+    const bool isIssued = textOf(answer, "state") == QStringLiteral("issued");
+    if (kind == QStringLiteral("shiftExpired"))
+        m_shift.open(now().addMSecs(-dayMs));
+    else if (isIssued && request.kind == QStringLiteral("zReport"))
+        m_shift.close();
+    else if (isIssued && !m_shift.isOpen() && opensShift(request.kind))
+        m_shift.open(now());
+    if (isOfShift || kind == QStringLiteral("shiftClosed") || kind == QStringLiteral("shiftExpired"))
+        m_isConditionWanted = !isIssued;
+    else if (!isIssued)
+        m_conditionDue = 0;
+}
+
+void RegisterAgent::noteZReport(const QJsonObject& answer)
+{
+    const bool isIssued = textOf(answer, "state") == QStringLiteral("issued");
+    m_zReportFailure = isIssued ? QString() : textOf(answer, "text");
+    if (isIssued)
+        m_zReport.clear();
+    else
+        qCWarning(rackLog).noquote() << name() << "the shift is not closed:" << m_zReportFailure;
+}
+
+void RegisterAgent::meetFailure(const Request& request, const QJsonObject& failure)
+{
+    const QString reason = textOf(failure, "reason");
+    qCWarning(rackLog).noquote() << name() << request.what << reason << textOf(failure, "text");
+    // Once: what cannot be accepted is told, and wants another word.
+    if (request.what == QStringLiteral("accept"))
+        m_acceptance.reset();
+    m_isOpen = false;
+    if (request.what == QStringLiteral("close"))
+        m_worker->kill();
+    else
+        block(reason, textOf(failure, "text"));
+    if (!request.id.isEmpty())
+        Q_EMIT documentChanged(request.id);
+}
+
+void RegisterAgent::workerEnded(const QString& how)
+{
+    m_isAlive = m_isOpen = m_mayHoldPort = false;
+    const bool isWanted = std::exchange(m_endingSince, std::nullopt).has_value();
+    const std::optional<Request> broken = std::exchange(m_request, std::nullopt);
+    if (!isWanted) {
+        qCWarning(rackLog).noquote() << name() << "the worker is gone:" << how;
+        block(QStringLiteral("worker"), how);
+    }
+    if (broken && broken->what == QStringLiteral("make"))
+        ++m_deaths[broken->id];
+    if (broken && !broken->id.isEmpty())
+        Q_EMIT documentChanged(broken->id);
+    advance();
+}
+
+} // namespace frserver

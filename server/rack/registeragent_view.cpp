@@ -1,0 +1,93 @@
+// What is told of the register.
+
+#include "rack/registeragent.h"
+
+#include <QJsonArray>
+
+#include <cstdlib>
+
+namespace frserver {
+
+namespace {
+
+/// Seconds that a register's clock may differ before that is told; from 300 on it refuses to be started.
+constexpr int clockDifference = 60;
+
+QJsonValue orNull(const QString& text)
+{
+    return text.isEmpty() ? QJsonValue() : QJsonValue(text);
+}
+
+QJsonValue moment(const QDateTime& time)
+{
+    return time.isValid() ? QJsonValue(time.toUTC().toString(Qt::ISODateWithMs)) : QJsonValue();
+}
+
+QJsonObject alarm(const char* kind, const QString& text)
+{
+    return {{QStringLiteral("kind"), QLatin1String(kind)}, {QStringLiteral("text"), text}};
+}
+
+} // namespace
+
+QString RegisterAgent::state() const
+{
+    if (m_isStopped || m_isStopping)
+        return m_isStopped ? QStringLiteral("stopped") : QStringLiteral("stopping");
+    if (m_pausedBy)
+        return m_mayHoldPort || m_request ? QStringLiteral("pausing") : QStringLiteral("paused");
+    // Also while it is tried again.
+    if (m_waiting)
+        return QStringLiteral("waiting");
+    if (!m_isOpen)
+        return QStringLiteral("starting");
+    const bool isMaking = m_request && m_request->what == QStringLiteral("make");
+    return isMaking ? QStringLiteral("making") : QStringLiteral("ready");
+}
+
+QJsonArray RegisterAgent::alarms() const
+{
+    QJsonArray alarms;
+    const bool isDue = m_shift.isEndDue(now());
+    if (isDue && (m_pausedBy || !m_isOpen || m_waiting))
+        alarms.append(alarm("shiftEnds", QStringLiteral("Z-отчёт пора снять, но касса сейчас недоступна")));
+    if (isDue && !m_settings.hasCashier())
+        alarms.append(
+            alarm("shiftEnds", QStringLiteral("Z-отчёт пора снять, а кассир в настройках не указан")));
+    if (isDue && !m_zReportFailure.isEmpty())
+        alarms.append(alarm("zReport", m_zReportFailure));
+    const int difference = m_condition.value(QStringLiteral("clockDifference")).toInt();
+    if (std::abs(difference) >= clockDifference)
+        alarms.append(alarm(
+            "clock", QStringLiteral("Часы кассы расходятся с часами компьютера на %1 с").arg(difference)));
+    return alarms;
+}
+
+QJsonObject RegisterAgent::view() const
+{
+    const bool isMaking = m_request && m_request->what == QStringLiteral("make");
+    return {{QStringLiteral("state"), state()}, {QStringLiteral("since"), moment(m_since)},
+        {QStringLiteral("stateAge"), m_since.secsTo(now())},
+        {QStringLiteral("waiting"), m_waiting ? QJsonValue(m_waiting->reason) : QJsonValue()},
+        {QStringLiteral("waitingText"), m_waiting ? orNull(m_waiting->text) : QJsonValue()},
+        {QStringLiteral("pausedBy"), m_pausedBy ? QJsonValue(*m_pausedBy) : QJsonValue()},
+        {QStringLiteral("document"), isMaking ? QJsonValue(m_request->id) : QJsonValue()},
+        {QStringLiteral("identity"), m_identity.isEmpty() ? QJsonValue() : QJsonValue(m_identity)},
+        {QStringLiteral("condition"), m_condition.isEmpty() ? QJsonValue() : QJsonValue(m_condition)},
+        {QStringLiteral("conditionAge"),
+            m_conditionTime.isValid() ? QJsonValue(m_conditionTime.secsTo(now())) : QJsonValue()},
+        {QStringLiteral("shift"),
+            QJsonObject{{QStringLiteral("open"), m_shift.isOpen()},
+                {QStringLiteral("since"), moment(m_shift.since())}}},
+        {QStringLiteral("alarms"), alarms()}, {QStringLiteral("workerStarts"), m_workerStarts}};
+}
+
+void RegisterAgent::announce()
+{
+    const QString told = state() + (m_waiting ? m_waiting->reason : QString());
+    if (told != std::exchange(m_told, told))
+        m_since = now();
+    Q_EMIT changed();
+}
+
+} // namespace frserver

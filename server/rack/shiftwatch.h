@@ -1,0 +1,39 @@
+#pragma once
+
+#include "configuration/registersettings.h"
+
+#include <QDateTime>
+
+namespace frserver {
+
+/// What is known of a register's shift, and what its rule makes of that.
+class ShiftWatch
+{
+public:
+    explicit ShiftWatch(const RegisterSettings& settings);
+
+    /// The moment may be invalid when it is not known.
+    void open(const QDateTime& since);
+    void close();
+    bool isOpen() const { return m_isOpen; }
+    const QDateTime& since() const { return m_since; }
+
+    /// A document that finds the shift closed may open it.
+    bool mayOpen(const QDateTime& now) const;
+    /// The report that closes it goes before documents that were not begun: at the end of scheduled hours,
+    /// and half an hour before a register sells no more in the shift, whatever the rule.
+    bool isEndDue(const QDateTime& now) const;
+
+private:
+    bool isWithinHours(const QDateTime& now) const;
+    QDateTime lastEnd(const QDateTime& now) const;
+
+    const ShiftRule m_rule;
+    const QTimeZone m_zone;
+    const QTime m_from;
+    const QTime m_until;
+    bool m_isOpen = false;
+    QDateTime m_since;
+};
+
+} // namespace frserver

@@ -1,0 +1,57 @@
+#include "worker/drivehistory.h"
+
+#include "documentstore.h"
+#include "movement.h"
+
+namespace frserver {
+
+using sale::DocumentKind;
+using sale::DocumentState;
+using sale::StateReason;
+using sale::StoredDocument;
+
+namespace {
+
+/// What its journal entry has of a drive is of its last attempt, which another register may have made before
+/// the document came to this one.
+bool wasMadeHere(const StoredDocument& document)
+{
+    return document.state != DocumentState::Queued && document.reason != StateReason::Expired
+        && document.reason != StateReason::Deleted;
+}
+
+} // namespace
+
+QString lastDrive(const sale::DocumentStore& journal, const QString& registerName)
+{
+    QString drive;
+    journal.look(
+        {.registerName = registerName, .order = sale::DocumentQuery::LastBegun, .withAttempts = false},
+        [&drive](const StoredDocument& document) {
+            if (wasMadeHere(document))
+                drive = document.drive;
+            return drive.isEmpty();
+        });
+    return drive;
+}
+
+QDateTime shiftSince(const sale::DocumentStore& journal, const QString& drive)
+{
+    QDateTime since;
+    journal.look(
+        {.drive = drive, .order = sale::DocumentQuery::LastBegun}, [&since](const StoredDocument& document) {
+            if (document.state != DocumentState::Issued || document.attempts.isEmpty())
+                return true;
+            const DocumentKind kind
+                = sale::Movement::fromJson(document.attempts.constLast().start.movement).kind;
+            if (kind == DocumentKind::ShiftClosing)
+                return false;
+            // A report moves nothing that would tell of a shift.
+            if (kind != DocumentKind::Report)
+                since = document.begun;
+            return kind != DocumentKind::ShiftOpening;
+        });
+    return since;
+}
+
+} // namespace frserver

@@ -1,0 +1,87 @@
+#include "worker/registercondition.h"
+
+#include "worker/clockjudgement.h"
+
+#include "abstractfrdriver.h"
+#include "deviceinfo.h"
+#include "exceptions.h"
+#include "shiftopening.h"
+#include "testdrive.h"
+
+namespace frserver {
+
+namespace {
+
+QJsonValue orNull(const QString& text)
+{
+    return text.isEmpty() ? QJsonValue() : QJsonValue(text);
+}
+
+QJsonValue localTime(const QDateTime& time)
+{
+    return time.isValid() ? QJsonValue(time.toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss"))) : QJsonValue();
+}
+
+/// What a register refuses to tell is not known; a line that fails is another matter.
+template <typename Ask>
+void askIfTold(const Ask& ask)
+{
+    try {
+        ask();
+    } catch (const FrNoConnectionException&) {
+        throw;
+    } catch (const FrCommandException&) {
+        return;
+    }
+}
+
+/// Over XML the driver tells how many wait, over HEX the first one.
+qint64 unsentDocuments(const FnInfo& info, bool isHex)
+{
+    const int told = info.ofdStatus.firstUnsentNumber;
+    if (told <= 0)
+        return 0;
+    return isHex ? qint64{info.fnStatus.lastFdNumber} - told + 1 : told;
+}
+
+} // namespace
+
+RegisterCondition RegisterCondition::read(AbstractFrDriver& driver, const sale::RegisterLine& line)
+{
+    RegisterCondition condition;
+    askIfTold([&] { condition.isShiftOpen = sale::isShiftOpen(driver, line); });
+    askIfTold([&] {
+        condition.drive = driver.getFnInfo();
+        condition.unsent = unsentDocuments(condition.drive, line.isChecked());
+    });
+    askIfTold([&] { condition.time = driver.getDateTime(); });
+    return condition;
+}
+
+QJsonObject RegisterCondition::toJson(const QDateTime& localNow) const
+{
+    const FnStatusInfo& status = drive.fnStatus;
+    const bool isTold = !status.fnNumber.isEmpty();
+    const QDate until = drive.validityDate.date;
+    return {{QStringLiteral("shiftOpen"), isShiftOpen}, {QStringLiteral("drive"), orNull(status.fnNumber)},
+        {QStringLiteral("driveUntil"),
+            until.isValid() ? QJsonValue(until.toString(Qt::ISODate)) : QJsonValue()},
+        {QStringLiteral("driveWarnings"), isTold ? QJsonValue(status.warningFlags) : QJsonValue()},
+        {QStringLiteral("lastDocument"), isTold ? QJsonValue(qint64{status.lastFdNumber}) : QJsonValue()},
+        {QStringLiteral("unsent"), unsent < 0 ? QJsonValue() : QJsonValue(unsent)},
+        {QStringLiteral("unsentSince"), localTime(drive.ofdStatus.firstUnsentDateTime)},
+        {QStringLiteral("unsentNotices"), isTold ? QJsonValue(drive.unsentNotifications) : QJsonValue()},
+        {QStringLiteral("clockDifference"),
+            time.isValid() ? QJsonValue(clockDifference(time, localNow)) : QJsonValue()}};
+}
+
+QJsonObject identityJson(AbstractFrDriver& driver, const QString& drive)
+{
+    const DeviceInfo info = driver.getDeviceInfo();
+    return {{QStringLiteral("model"), orNull(info.getModelName())},
+        {QStringLiteral("serial"), orNull(info.getNumber().trimmed())},
+        {QStringLiteral("firmware"), orNull(info.getFirmwareVersion())},
+        {QStringLiteral("drive"), orNull(drive)}, {QStringLiteral("testDrive"), sale::testDriveJson(drive)}};
+}
+
+} // namespace frserver

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "configuration/registersettings.h"
+#include "fninfo.h"
+#include "registerline.h"
+
+#include <QDateTime>
+#include <QJsonObject>
+
+class AbstractFrDriver;
+
+namespace frserver {
+
+/// What a register tells of itself.
+struct RegisterCondition
+{
+    /// Asks for all of it (HEX: some twenty exchanges, XML: five). What the register refuses to tell is
+    /// empty. Throws the driver's exceptions when the line fails.
+    static RegisterCondition read(AbstractFrDriver& driver, const sale::RegisterLine& line);
+
+    /// "shiftOpen", "drive", "driveUntil", "driveWarnings", "lastDocument", "unsent", "unsentSince",
+    /// "unsentNotices", "clockDifference" in seconds (the register's ahead). What is not known is null.
+    QJsonObject toJson(const QDateTime& localNow) const;
+
+    bool isShiftOpen = false;
+    FnInfo drive = {};
+    QDateTime time = {};
+    /// Documents that the OFD has not got; negative when that is not told.
+    qint64 unsent = -1;
+};
+
+/// "model", "serial", "firmware", "drive", "testDrive".
+QJsonObject identityJson(AbstractFrDriver& driver, const QString& drive);
+
+} // namespace frserver

@@ -1,0 +1,292 @@
+#include "worker/workersession.h"
+
+#include "worker/clockjudgement.h"
+#include "worker/drivehistory.h"
+#include "worker/driveproblem.h"
+#include "worker/obstacle.h"
+#include "worker/registercondition.h"
+
+#include "abstractfrdriver.h"
+#include "connectionerror.h"
+#include "documentanswer.h"
+#include "exceptions.h"
+#include "journalerror.h"
+#include "pendingsales.h"
+#include "queueddocument.h"
+#include "registerstart.h"
+#include "testdrive.h"
+#include "wrongregister.h"
+
+#include <QJsonArray>
+
+namespace frserver {
+
+namespace {
+
+/// A worker before this one may still be finishing its document.
+constexpr int portWaitSeconds = 10;
+
+QJsonArray idsOf(const QList<sale::SettledSale>& settled)
+{
+    QJsonArray ids;
+    for (const sale::SettledSale& sale : settled)
+        ids.append(sale.id);
+    return ids;
+}
+
+} // namespace
+
+WorkerSession::WorkerSession(const RegisterSettings& settings, const QString& journal,
+    devices::LineObserver& observer, const std::function<void()>& waitCallback)
+    : m_settings(settings)
+    , m_journalFile(journal)
+    , m_observer(observer)
+    , m_waitCallback(waitCallback)
+{
+}
+
+sale::DocumentStore& WorkerSession::journal()
+{
+    if (!m_journal)
+        m_journal.emplace(m_journalFile);
+    return *m_journal;
+}
+
+sale::RegisterLine WorkerSession::line()
+{
+    sale::RegisterLine line(m_settings.protocol, m_settings.isExclusive,
+        [this] { return m_connection ? m_connection->soleConnection() : 0; });
+    line.repeats = [this] { return m_connection ? m_connection->repeats() : 0; };
+    line.expected = m_settings.expected;
+    return line;
+}
+
+QDateTime WorkerSession::localNow() const
+{
+    return QDateTime::currentDateTimeUtc().toTimeZone(m_settings.timeZone);
+}
+
+void WorkerSession::connect()
+{
+    if (m_connection)
+        return;
+    devices::ConnectionSettings settings;
+    settings.port = m_settings.port;
+    settings.protocol = receipt::protocolName(m_settings.protocol);
+    settings.plugins = m_settings.plugins;
+    settings.waitSeconds = portWaitSeconds;
+    settings.observer = &m_observer;
+    settings.waitCallback = [this] {
+        if (!m_isMaking)
+            m_waitCallback();
+    };
+    m_connection.emplace(settings);
+}
+
+void WorkerSession::close()
+{
+    m_desk.reset();
+    m_connection.reset();
+}
+
+void WorkerSession::leaveIdle()
+{
+    if (m_connection)
+        m_connection->leaveIdle();
+}
+
+void WorkerSession::requireConnection() const
+{
+    if (!m_connection)
+        throw devices::ConnectionError(devices::ConnectionError::NoPort, QStringLiteral("not connected"));
+}
+
+sale::CashDesk& WorkerSession::desk(bool opensShift)
+{
+    requireConnection();
+    if (!m_desk || m_desk->options().opensShift != opensShift)
+        m_desk.emplace(m_connection->driver(), journal(),
+            sale::DeskOptions{line(), m_settings.name, {m_settings.cashier, {}, m_settings.cashierInn},
+                m_settings.marks, opensShift});
+    return *m_desk;
+}
+
+QString WorkerSession::readDrive()
+{
+    return m_connection->driver().getFnInfo().fnStatus.fnNumber.trimmed();
+}
+
+void WorkerSession::requireDrive(const QString& drive)
+{
+    if (sale::isTestDrive(drive) && !m_settings.allowsTestDrive)
+        throw DriveProblem(DriveProblem::TestDrive,
+            QStringLiteral(
+                "the fiscal drive %1 is one for tests: what it signs is no fiscal document (allow-test-drive)")
+                .arg(drive));
+    const QString known = lastDrive(journal(), m_settings.name);
+    if (!drive.isEmpty() && !known.isEmpty() && drive != known)
+        throw DriveProblem(DriveProblem::NewDrive,
+            QStringLiteral("the fiscal drive is %1, and was %2: somebody has to say that it is meant")
+                .arg(drive, known));
+}
+
+QJsonArray WorkerSession::reach(sale::CashDesk& desk)
+{
+    // Before anything is settled: another drive would know nothing of the documents that were begun.
+    sale::connectRegister(m_connection->driver(), desk.options().line);
+    m_drive = readDrive();
+    requireDrive(m_drive);
+    return idsOf(desk.open());
+}
+
+void WorkerSession::setClock(RegisterCondition& condition)
+{
+    AbstractFrDriver& driver = m_connection->driver();
+    const ClockCase given{condition.time, localNow(), condition.drive.fnStatus.lastFdDateTime,
+        condition.isShiftOpen, isComputerClockSynchronised()};
+    if (m_settings.clock != ClockRule::Set || !mayClockBeSet(given))
+        return;
+    try {
+        const QDateTime now = localNow();
+        driver.setDateTime(QDateTime(now.date(), now.time()));
+        condition.time = driver.getDateTime();
+    } catch (const FrNoConnectionException&) {
+        throw;
+    } catch (const FrCommandException&) {
+        // The difference is told; the register has its reasons.
+        return;
+    }
+}
+
+QJsonObject WorkerSession::conditionJson()
+{
+    RegisterCondition condition = RegisterCondition::read(m_connection->driver(), line());
+    setClock(condition);
+    return condition.toJson(localNow());
+}
+
+QJsonObject WorkerSession::condition()
+{
+    requireConnection();
+    return {{QStringLiteral("condition"), conditionJson()}};
+}
+
+QJsonObject WorkerSession::open(bool opensShift)
+{
+    close();
+    try {
+        connect();
+        const QJsonArray settled = reach(desk(opensShift));
+        const QJsonObject condition = conditionJson();
+        const bool isShiftOpen = condition.value(QStringLiteral("shiftOpen")).toBool();
+        const QDateTime since = isShiftOpen ? shiftSince(journal(), m_drive) : QDateTime();
+        return {{QStringLiteral("identity"), identityJson(m_connection->driver(), m_drive)},
+            {QStringLiteral("condition"), condition}, {QStringLiteral("settled"), settled},
+            {QStringLiteral("shift"),
+                QJsonObject{{QStringLiteral("open"), isShiftOpen},
+                    {QStringLiteral("since"), sale::momentJson(since)}}}};
+    } catch (...) {
+        close();
+        throw;
+    }
+}
+
+QJsonObject WorkerSession::make(const QString& id, bool opensShift)
+{
+    QJsonArray settled;
+    sale::CashDesk& at = desk(opensShift);
+    try {
+        if (!at.isOpen())
+            settled = reach(at);
+    } catch (const std::exception&) {
+        const Obstacle obstacle = Obstacle::current();
+        return {{QStringLiteral("held"), obstacle.reason}, {QStringLiteral("text"), obstacle.text}};
+    }
+    m_isMaking = true;
+    const sale::QueuedDocument made = sale::makeQueued(at, id);
+    m_isMaking = false;
+    QString held;
+    if (made.held)
+        held = heldReason(*made.held, made.answer.error ? made.answer.error->exceptionName : QString());
+    else if (waitsAgain(made.answer))
+        held = sale::errorKindName(made.answer.error->kind);
+    QJsonObject answer = answerOf(made.answer, held);
+    answer.insert(QStringLiteral("settled"), settled);
+    return answer;
+}
+
+bool WorkerSession::waitsAgain(const sale::DocumentAnswer& answer)
+{
+    const bool isOfPaper = answer.error
+        && (answer.error->kind == sale::ErrorKind::Paper || answer.error->kind == sale::ErrorKind::Cover);
+    if (!isOfPaper || answer.state != sale::DocumentState::NotIssued
+        || (answer.reason != sale::StateReason::Refused && answer.reason != sale::StateReason::Settled))
+        return false;
+    try {
+        // The attempt is done with and told; whoever waits for the document waits on, as long as its time
+        // lasts.
+        return journal().accept(journal().findId(answer.id).value().request).state
+            == sale::DocumentState::Queued;
+    } catch (const sale::JournalError&) {
+        // It is not issued, and that stands in the journal.
+        return false;
+    }
+}
+
+QJsonObject WorkerSession::answerOf(const sale::DocumentAnswer& answer, const QString& held) const
+{
+    QJsonObject json{
+        {QStringLiteral("state"), answer.state ? QJsonValue(sale::stateName(*answer.state)) : QJsonValue()}};
+    if (!held.isEmpty())
+        json.insert(QStringLiteral("held"), held);
+    if (answer.error) {
+        json.insert(QStringLiteral("kind"), sale::errorKindName(answer.error->kind));
+        json.insert(QStringLiteral("text"), answer.error->text);
+    }
+    return json;
+}
+
+QJsonObject WorkerSession::settle(const QString& id)
+{
+    requireConnection();
+    const std::optional<sale::StoredDocument> document = journal().findId(id);
+    const bool isOpenQuestion = document
+        && (document->state == sale::DocumentState::Unknown
+            || document->state == sale::DocumentState::Running);
+    if (!isOpenQuestion)
+        return {};
+    try {
+        sale::settleDocument(m_connection->driver(), journal(), *document, line());
+    } catch (const sale::WrongRegister&) {
+        // Its own drive alone may still tell.
+        return {};
+    }
+    return {};
+}
+
+/// Nobody can ask the former drive any more: a person must say what has become of what was begun on it.
+void WorkerSession::giveUpFormerDrive(const QString& drive)
+{
+    for (const sale::StoredDocument& document :
+        journal().find({.states = {sale::DocumentState::Running}, .registerName = m_settings.name})) {
+        if (!document.drive.isEmpty() && document.drive != drive)
+            journal().settle(document.request.id, document.attemptCount, {});
+    }
+}
+
+QJsonObject WorkerSession::accept(const QString& by, const QString& note)
+{
+    connect();
+    sale::CashDesk& at = desk(true);
+    sale::connectRegister(m_connection->driver(), at.options().line);
+    m_drive = readDrive();
+    if (sale::isTestDrive(m_drive) && !m_settings.allowsTestDrive)
+        requireDrive(m_drive);
+    if (!m_drive.isEmpty())
+        giveUpFormerDrive(m_drive);
+    const QJsonArray settled = idsOf(at.open());
+    at.acceptUnknown(by, note);
+    return {{QStringLiteral("settled"), settled}};
+}
+
+} // namespace frserver

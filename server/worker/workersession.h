@@ -1,0 +1,81 @@
+#pragma once
+
+#include "configuration/registersettings.h"
+
+#include "cashdesk.h"
+#include "registerconnection.h"
+#include "sqlitestore.h"
+
+#include <QJsonObject>
+
+#include <functional>
+#include <optional>
+
+namespace devices {
+class LineObserver;
+}
+
+namespace sale {
+struct DocumentAnswer;
+}
+
+namespace frserver {
+
+struct RegisterCondition;
+
+/// The worker's register and its journal: each operation answers what the service is told, or throws what
+/// failed. The port is open and locked from open to close.
+class WorkerSession
+{
+public:
+    /// Nothing is opened yet. The observer must outlive it; the callback runs while the register is waited
+    /// for, but not while a document is made.
+    WorkerSession(const RegisterSettings& settings, const QString& journal, devices::LineObserver& observer,
+        const std::function<void()>& waitCallback);
+
+    /// Reaches the register anew: compares it and its drive before anything is asked of documents, settles
+    /// what was begun, initialises it. "identity", "condition", "shift" ("open", "since"), "settled" (ids).
+    /// On a failure the port is closed.
+    QJsonObject open(bool opensShift);
+    void close();
+    /// The document that waits under that id: "state" and "kind" of the failure, "text"; "held" (see
+    /// Waiting::reason) when it waits still. One that met no paper, or an open cover, and was not issued,
+    /// waits again.
+    QJsonObject make(const QString& id, bool opensShift);
+    /// "condition".
+    QJsonObject condition();
+    /// Asks the register about a document that is unknown, or was begun.
+    QJsonObject settle(const QString& id);
+    /// A person has looked: the drive is the one to sell on, and the documents on it are all right.
+    QJsonObject accept(const QString& by, const QString& note);
+    /// The last operation is over, and nothing is owed by the register.
+    void leaveIdle();
+
+private:
+    sale::RegisterLine line();
+    sale::DocumentStore& journal();
+    void connect();
+    void requireConnection() const;
+    sale::CashDesk& desk(bool opensShift);
+    QString readDrive();
+    void requireDrive(const QString& drive);
+    QJsonArray reach(sale::CashDesk& desk);
+    QJsonObject conditionJson();
+    void setClock(RegisterCondition& condition);
+    QJsonObject answerOf(const sale::DocumentAnswer& answer, const QString& held) const;
+    bool waitsAgain(const sale::DocumentAnswer& answer);
+    void giveUpFormerDrive(const QString& drive);
+    QDateTime localNow() const;
+
+    const RegisterSettings m_settings;
+    const QString m_journalFile;
+    devices::LineObserver& m_observer;
+    const std::function<void()> m_waitCallback;
+    bool m_isMaking = false;
+    std::optional<sale::SqliteStore> m_journal;
+    std::optional<devices::RegisterConnection> m_connection;
+    std::optional<sale::CashDesk> m_desk;
+    QString m_drive;
+};
+
+} // namespace frserver
