@@ -1,8 +1,9 @@
-# Where an installation puts things: Debian's places, in four components that become four packages.
+# Where an installation puts things: Debian's places, in five components that become five packages.
 #   runtime  the shared host library
 #   devel    its headers and package files, and the static libraries of serial devices and of sales
 #   plugin   the driver plugin
 #   tools    frctl and spf-emulator with their manual pages and the example receipts
+#   server   frserver with its unit and manual page, and what its configuration looks like
 
 include(CMakePackageConfigHelpers)
 
@@ -54,6 +55,7 @@ set_target_properties(frctl spf-emulator PROPERTIES INSTALL_RPATH "$ORIGIN/../${
 install(TARGETS frctl spf-emulator RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
 install(TARGETS frspf-draw RUNTIME DESTINATION ${FRSPF_LIBEXEC_INSTALL_DIR} COMPONENT tools)
 file(GLOB manuals CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.1)
+list(FILTER manuals EXCLUDE REGEX "/frserver[.]1$")
 if(NOT CMAKE_CROSSCOMPILING)
   set(datadir ${CMAKE_INSTALL_DATAROOTDIR})
   install(FILES ${PROJECT_BINARY_DIR}/frctl/frctl.bash DESTINATION ${datadir}/bash-completion/completions
@@ -72,3 +74,14 @@ install(FILES README.md README.ru.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DO
 # The refusal of a purchase names the limits, they and both READMEs the guide.
 install(FILES docs/host-guide.md docs/host-guide.ru.md docs/limits.md docs/output.schema.json docs/receipt.schema.json
   DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT tools)
+
+# A program of its own, on machines that have nothing else.
+set_target_properties(frserver PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+install(TARGETS frserver RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT server)
+# Where systemd looks, whatever the architecture.
+install(FILES cmake/debian/frserver.service DESTINATION lib/systemd/system COMPONENT server)
+install(FILES docs/frserver.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT server)
+set(server_docdir ${CMAKE_INSTALL_DATAROOTDIR}/doc/frspf-server)
+install(FILES docs/service.md docs/frserver.openapi.json DESTINATION ${server_docdir} COMPONENT server)
+install(FILES examples/frserver.ini DESTINATION ${server_docdir}/examples COMPONENT server)
+install(DIRECTORY examples/clients DESTINATION ${server_docdir}/examples COMPONENT server)

@@ -1,8 +1,10 @@
 #include "http/daemon.h"
 
 #include "http/listenerror.h"
+#include "http/tlsmaterial.h"
 
 #include <QLoggingCategory>
+#include <QScopedValueRollback>
 
 #include <cstdarg>
 #include <cstdio>
@@ -27,6 +29,27 @@ Connection* ours(MHD_Connection* connection)
     return static_cast<Connection*>(info->socket_context);
 }
 
+/// Whose handshakes they are: the library tells a daemon of a connection, and not of a session.
+thread_local const TlsMaterial* shown = nullptr;
+
+int show(gnutls_session_t /*session*/, const gnutls_datum_t* /*authorities*/, int /*authorityCount*/,
+    const gnutls_pk_algorithm_t* /*algorithms*/, int /*algorithmCount*/, gnutls_pcert_st** certificates,
+    unsigned* count, gnutls_privkey_t* key)
+{
+    *certificates = const_cast<gnutls_pcert_st*>(shown->sent.data());
+    *count = shown->count;
+    *key = shown->key;
+    return 0;
+}
+
+/// The last one is the end.
+std::array<MHD_OptionItem, 3> tlsOptions()
+{
+    return {{{MHD_OPTION_HTTPS_CERT_CALLBACK, 0, reinterpret_cast<void*>(&show)},
+        {MHD_OPTION_HTTPS_PRIORITIES, 0, const_cast<char*>("NORMAL:-VERS-ALL:+VERS-TLS1.3:+VERS-TLS1.2")},
+        {MHD_OPTION_END, 0, nullptr}}};
+}
+
 /// How late a line may be cut.
 Limits::Time sweepInterval(const Limits& limits)
 {
@@ -38,9 +61,12 @@ Limits::Time sweepInterval(const Limits& limits)
 
 } // namespace
 
-Daemon::Daemon(const Site& site, const Limits& limits, int listening)
+Daemon::Daemon(
+    const Site& site, const Limits& limits, int listening, const std::shared_ptr<const TlsIdentity>& identity)
     : m_state(site, limits)
 {
+    if (identity)
+        m_identities.push_back(identity);
     start(listening);
     const int epoll = MHD_get_daemon_info(m_daemon, MHD_DAEMON_INFO_EPOLL_FD)->epoll_fd;
     m_notifier = std::make_unique<QSocketNotifier>(epoll, QSocketNotifier::Read);
@@ -61,8 +87,13 @@ Daemon::~Daemon()
     for (const auto& [key, connection] : m_connections)
         connection->cut();
     // The daemon may not be stopped while one of them is suspended.
-    MHD_run(m_daemon);
+    runLibrary();
     MHD_stop_daemon(m_daemon);
+}
+
+void Daemon::setIdentity(const std::shared_ptr<const TlsIdentity>& identity)
+{
+    m_identities.push_back(identity);
 }
 
 Counters Daemon::counters() const
@@ -77,13 +108,17 @@ void Daemon::start(int listening)
     // Ours is the one that counts; beyond its own the library would leave clients waiting.
     constexpr unsigned slack = 64;
     const Limits& limits = m_state.limits;
-    m_daemon = MHD_start_daemon(MHD_USE_EPOLL | MHD_ALLOW_SUSPEND_RESUME | MHD_USE_ERROR_LOG, 0,
-        &Daemon::accept, this, &Daemon::handle, this, MHD_OPTION_EXTERNAL_LOGGER, &log, nullptr,
-        MHD_OPTION_LISTEN_SOCKET, listening, MHD_OPTION_CONNECTION_LIMIT,
-        static_cast<unsigned>(limits.connections) + slack, MHD_OPTION_CONNECTION_MEMORY_LIMIT,
-        static_cast<size_t>(limits.connectionMemory), MHD_OPTION_STRICT_FOR_CLIENT, 1,
-        MHD_OPTION_NOTIFY_CONNECTION, &Daemon::notify, this, MHD_OPTION_NOTIFY_COMPLETED, &Daemon::complete,
-        this, MHD_OPTION_URI_LOG_CALLBACK, &Daemon::begin, this, MHD_OPTION_END);
+    const bool isPlain = m_identities.empty();
+    const unsigned flags = MHD_USE_EPOLL | MHD_ALLOW_SUSPEND_RESUME | MHD_USE_ERROR_LOG
+        | (isPlain ? 0U : static_cast<unsigned>(MHD_USE_TLS));
+    std::array<MHD_OptionItem, 3> tls = tlsOptions();
+    m_daemon = MHD_start_daemon(flags, 0, &Daemon::accept, this, &Daemon::handle, this,
+        MHD_OPTION_EXTERNAL_LOGGER, &log, nullptr, MHD_OPTION_LISTEN_SOCKET, listening,
+        MHD_OPTION_CONNECTION_LIMIT, static_cast<unsigned>(limits.connections) + slack,
+        MHD_OPTION_CONNECTION_MEMORY_LIMIT, static_cast<size_t>(limits.connectionMemory),
+        MHD_OPTION_STRICT_FOR_CLIENT, 1, MHD_OPTION_NOTIFY_CONNECTION, &Daemon::notify, this,
+        MHD_OPTION_NOTIFY_COMPLETED, &Daemon::complete, this, MHD_OPTION_URI_LOG_CALLBACK, &Daemon::begin,
+        this, MHD_OPTION_ARRAY, isPlain ? &tls.back() : tls.data(), MHD_OPTION_END);
     if (!m_daemon)
         throw ListenError("libmicrohttpd does not start");
 }
@@ -95,13 +130,20 @@ void Daemon::run()
         return;
     m_isRunning = true;
     m_isWoken = false;
-    MHD_run(m_daemon);
+    runLibrary();
     m_isRunning = false;
     MHD_UNSIGNED_LONG_LONG milliseconds = 0;
     if (m_isWoken || MHD_get_timeout(m_daemon, &milliseconds) == MHD_YES)
         m_timeout.start(Limits::Time(milliseconds));
     else
         m_timeout.stop();
+}
+
+void Daemon::runLibrary()
+{
+    const TlsMaterial* material = m_identities.empty() ? nullptr : &m_identities.back()->material();
+    const QScopedValueRollback<const TlsMaterial*> whileItRuns(shown, material);
+    MHD_run(m_daemon);
 }
 
 void Daemon::sweep()

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "http/connection.h"
+#include "http/tlsidentity.h"
 
 #include <QSocketNotifier>
 #include <QTimer>
 
 #include <memory>
 #include <unordered_map>
+#include <vector>
 
 #include <sys/socket.h>
 
@@ -16,17 +18,21 @@ namespace http {
 class Daemon
 {
 public:
-    /// Takes the socket. Throws ListenError.
-    Daemon(const Site& site, const Limits& limits, int listening);
+    /// Takes the socket; with an identity it speaks TLS. Throws ListenError.
+    Daemon(const Site& site, const Limits& limits, int listening,
+        const std::shared_ptr<const TlsIdentity>& identity);
     ~Daemon();
     Daemon(const Daemon&) = delete;
     Daemon& operator=(const Daemon&) = delete;
 
+    /// For a daemon that has one.
+    void setIdentity(const std::shared_ptr<const TlsIdentity>& identity);
     Counters counters() const;
 
 private:
     void start(int listening);
     void run();
+    void runLibrary();
     void sweep();
     void enter(MHD_Connection* connection, void** context);
     void leave(MHD_Connection* connection);
@@ -41,6 +47,8 @@ private:
         void* self, MHD_Connection* connection, void** context, MHD_RequestTerminationCode code);
 
     ServerState m_state;
+    /// The last one is shown. Handshakes under way hold on to earlier ones, without saying for how long.
+    std::vector<std::shared_ptr<const TlsIdentity>> m_identities;
     std::unordered_map<MHD_Connection*, std::unique_ptr<Connection>> m_connections;
     MHD_Daemon* m_daemon = nullptr;
     bool m_isRunning = false;

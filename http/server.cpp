@@ -21,7 +21,14 @@ void Server::listen(const QString& address, quint16 port)
     const int socket = listensocket::open(address, port);
     m_port = listensocket::portOf(socket);
     m_address = address;
-    m_daemon = std::make_unique<Daemon>(m_site, m_limits, socket);
+    m_daemon = std::make_unique<Daemon>(m_site, m_limits, socket, m_identity);
+}
+
+void Server::setIdentity(std::shared_ptr<const TlsIdentity> identity)
+{
+    m_identity = std::move(identity);
+    if (m_daemon)
+        m_daemon->setIdentity(m_identity);
 }
 
 void Server::close()
@@ -37,8 +44,8 @@ quint16 Server::port() const
 QString Server::url() const
 {
     const bool isSix = m_address.contains(QLatin1Char(':'));
-    return (isSix ? QStringLiteral("http://[%1]:%2") : QStringLiteral("http://%1:%2"))
-        .arg(m_address)
+    return (isSix ? QStringLiteral("%1://[%2]:%3") : QStringLiteral("%1://%2:%3"))
+        .arg(m_identity ? QStringLiteral("https") : QStringLiteral("http"), m_address)
         .arg(port());
 }
 

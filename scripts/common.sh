@@ -7,7 +7,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 packages=(
   g++ cmake ninja-build pkg-config ccache git python3
   qt6-base-dev qt6-5compat-dev qt6-serialport-dev qt6-tools-dev qt6-l10n-tools libqrencode-dev libzint-dev
-  libmicrohttpd-dev nlohmann-json3-dev libqt6sql6-sqlite fonts-dejavu-core libgtest-dev libgmock-dev
+  libmicrohttpd-dev libgnutls28-dev nlohmann-json3-dev libqt6sql6-sqlite fonts-dejavu-core libgtest-dev libgmock-dev
 )
 # What the tests need besides.
 test_packages=(python3-jsonschema zbar-tools tshark chromium chromium-driver python3-selenium curl nodejs)

@@ -3,6 +3,7 @@
 
 #include "http/eventstream.h"
 #include "http/server.h"
+#include "http/tlserror.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -75,7 +76,8 @@ int main(int argc, char** argv)
     QCommandLineParser options;
     options.addOptions({{"address", {}, "digits", "127.0.0.1"}, {"token", {}, "token"},
         {"request", {}, "milliseconds", "10000"}, {"idle", {}, "milliseconds", "60000"},
-        {"keep-alive", {}, "milliseconds", "15000"}, {"strangers", {}, "connections", "32"}});
+        {"keep-alive", {}, "milliseconds", "15000"}, {"strangers", {}, "connections", "32"},
+        {"tls", {}, "folder"}});
     options.process(application);
     http::Limits limits;
     limits.request = milliseconds(options, "request");
@@ -90,6 +92,22 @@ int main(int argc, char** argv)
         site.tokens.add(http::Tokens::hashOf(options.value("token").toLatin1()), {"till", "sell", {}});
     site.gate.origins = QStringList{"https://named.example"};
     addRoutes(site, events, server);
+    if (options.isSet("tls")) {
+        const auto read = [&server, folder = options.value("tls")] {
+            server.setIdentity(
+                std::make_shared<http::TlsIdentity>(folder + "/server.pem", folder + "/server.key"));
+        };
+        try {
+            read();
+        } catch (const http::TlsError& error) {
+            std::cerr << error.what() << std::endl;
+            return 1;
+        }
+        site.router.add("POST", "/identity", [read](const http::Request&) {
+            read();
+            return http::Response::empty();
+        });
+    }
     server.listen(options.value("address"));
     std::cout << server.port() << std::endl;
 
