@@ -17,7 +17,8 @@ public:
     QStringList origins;
 
     /// Throws Problem: 421 for a Host that is none of these (a foreign name may be made to lead here, digits
-    /// not) and comes without a token that is known, 403 for a foreign Origin, 400 for a Host that is no host.
+    /// not) and comes without a token that is known, 403 for a foreign Origin, 400 for a Host that is no
+    /// host.
     void check(const Request& request) const;
     /// Adds what lets the page of a named origin read the answer.
     void allow(const Request& request, Headers& answer) const;
