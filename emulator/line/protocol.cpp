@@ -94,8 +94,8 @@ void Protocol::note(Exchange exchange, const Fault& fault)
     exchange.reason = terminalText(exchange.reason);
     exchange.isEarly = m_isEarly;
     exchange.isOutcomeUnknown = exchange.isOutcomeUnknown || isAnswerLost(fault.mode);
-    // An error that is a fault of the register tells nothing of the host.
-    // So does one about a document that is stored: the paper ended on it.
+    // An error that is a fault of the register tells nothing of the host, nor does one about a document that
+    // is stored: the paper ended on it.
     const bool isStored = m_device.drive().last().number != m_documentBefore;
     exchange.isFalseError = fault.isError() || (isStored && !exchange.error.isEmpty());
     if (fault.isError())

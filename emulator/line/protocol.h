@@ -27,7 +27,7 @@ public:
     void forget();
 
     void setFaults(const FaultPlan& plan) { m_plan = plan; }
-    /// Overrules the plan; null for nobody.
+    /// Its faults overrule those of the plan; null for nobody.
     void setFaultSource(FaultSource* source) { m_source = source; }
     /// Overrules all for the exchange that comes next.
     void setNextFault(const Fault& fault) { m_next = fault; }

@@ -6,8 +6,8 @@
 
 namespace emulator::panel::commandnames {
 
-/// The codes that a command has in that protocol, which is told by its code or by its name; none when the
-/// protocol has no such command.
+/// The codes that a command, told by its code or its name, has in that protocol; none when the protocol has
+/// no such command.
 QStringList codesOf(const QString& command, Language language);
 /// All that the protocol has.
 QStringList codes(Language language);

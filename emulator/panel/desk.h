@@ -86,7 +86,6 @@ private:
         std::optional<qsizetype> linesLeft;
         bool isPowered = true;
         bool isDrawerOpen = false;
-        bool operator==(const Seen&) const = default;
     };
 
     void tell(const QByteArray& type, QJsonObject data);

@@ -22,7 +22,7 @@ namespace documentnames {
 DocumentName find(FiscalType type, int settlement = 0);
 DocumentName byWord(const QString& word);
 DocumentName byTitle(const QString& title, int settlement);
-/// All that the journal has for documents of the fiscal drive.
+/// The journal's words for documents of the fiscal drive.
 QStringList words();
 /// Words for tag 1054.
 QString settlement(int settlement);

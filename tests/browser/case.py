@@ -31,7 +31,7 @@ class PanelTest(unittest.TestCase):
 
     def host(self, *arguments, register=0, protocol="HEX"):
         """frctl; gives its exit status and all that it said."""
-        line = self.register.lines[register]
+        line = "tcp:{}:{}".format(*self.register.lines[register])
         done = subprocess.run(
             [FRCTL, "--plugin", PLUGINS, "--port", line, "--protocol", protocol, "--cashier", "Иванова А. П.",
              "--journal", f"{self.register.folder}/journal{register}", *arguments],
@@ -58,6 +58,14 @@ class PanelTest(unittest.TestCase):
                 return False
 
         stage.wait_for(pressed)
+
+    def open_tab(self, name):
+        """Again if what stands above has grown meanwhile, and the mouse met something else."""
+        def opened():
+            self.click(f"#tab-{name}")
+            return self.find(f"#tab-{name}").get_attribute("aria-selected") == "true"
+
+        stage.wait_for(opened)
 
     def text(self, selector, page=None):
         """As it is seen; read at once, since the page may draw it anew at any time."""

@@ -26,7 +26,7 @@ class Looks(PanelTest):
         for scheme in ("light", "dark"):
             self.emulate(scheme)
             for tab in ("exchanges", "document"):
-                self.click(f"#tab-{tab}")
+                self.open_tab(tab)
                 looks = self.page.execute_script(CONTRAST)
                 self.assertEqual(([], []), (looks["poor"], looks["poorPairs"]), scheme)
                 self.assertGreater(looks["seen"], 50)
@@ -43,7 +43,7 @@ class Looks(PanelTest):
     def test_narrow(self):
         self.narrow(360)
         for tab in ("document", "exchanges"):
-            self.click(f"#tab-{tab}")
+            self.open_tab(tab)
             self.page.execute_script("document.querySelectorAll('details').forEach((d) => { d.open = true; })")
             wide = self.page.execute_script("""
                 return [...document.querySelectorAll("body *")].filter((element) => element.checkVisibility()
@@ -136,7 +136,7 @@ class Long(PanelTest):
     def test_thousands_of_exchanges(self):
         self.must("open-shift", protocol="XML")
         self.must("sell", "sale.json", protocol="XML")
-        self.click("#tab-exchanges")
+        self.open_tab("exchanges")
         exchanges = self.register.ask("/exchanges")["exchanges"]
         asking = next(exchange["number"] for exchange in exchanges if exchange["document"] is None)
         self.register.repeat_over_xml(asking, MANY)

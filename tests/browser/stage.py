@@ -1,6 +1,5 @@
 """A register, its hosts and browsers for one test; all of them end with it."""
 
-import json
 import os
 import re
 import shutil
@@ -9,9 +8,11 @@ import subprocess
 import sys
 import tempfile
 import time
-import urllib.error
-import urllib.request
+import urllib.parse
 from pathlib import Path
+
+sys.path.append(str(Path(__file__).resolve().parent.parent))
+from softwareregister import SoftwareRegister  # noqa: E402, it stands in the folder above
 
 NO_BROWSER = 77  # CTest takes it for skipped
 
@@ -35,43 +36,23 @@ def demand_browser():
         sys.exit(1 if os.environ.get("CI") else NO_BROWSER)
 
 
-class Register:
-    """spf-emulator with two registers on ports of its own."""
+class Register(SoftwareRegister):
+    """Two of them in one program, which the OFD takes documents from."""
 
     def __init__(self, program, *options, panel=0):
         self.folder = tempfile.mkdtemp()
-        self.log = Path(self.folder, "log")
-        with open(self.log, "wb") as log:
-            self.process = subprocess.Popen(
-                [program, "--tcp", "0", "--registers", "2", "--quiet", "--ofd", "--panel", str(panel), *options],
-                stdin=subprocess.DEVNULL, stdout=log, stderr=log, cwd=self.folder)
-        url = wait_for(lambda: re.search(r"panel on (\S+)", self.log.read_text()) or self.must_run(), 20)
-        self.url = url.group(1)
-        self.port = int(re.search(r":(\d+)/", self.url).group(1))
-        self.lines = re.findall(r"ready on (\S+)", self.log.read_text())
-
-    def must_run(self):
-        assert self.process.poll() is None, self.log.read_text()
+        super().__init__(program, "--registers", "2", "--ofd", *options, panel=panel, folder=self.folder)
+        self.port = urllib.parse.urlsplit(self.url).port
 
     def stop(self):
-        self.process.terminate()
-        self.process.wait(20)
+        super().stop()
         shutil.rmtree(self.folder, ignore_errors=True)
-
-    def ask(self, path, body=None, method=None):
-        data = None if body is None else json.dumps(body).encode()
-        request = urllib.request.Request(self.url + "v1" + path, data, {"Content-Type": "application/json"},
-                                         method=method)
-        with urllib.request.urlopen(request, timeout=20) as answer:
-            text = answer.read()
-        return json.loads(text) if text else None
 
     def repeat_over_xml(self, number, times):
         """Sends a request over XML again and again, under ids of its own."""
         frames = self.ask(f"/exchanges/{number}")["frames"]
         text = bytes.fromhex(next(frame["bytes"] for frame in frames if frame["direction"] == "toRegister"))
-        host, port = self.lines[0].removeprefix("tcp:").rsplit(":", 1)
-        with socket.create_connection((host, int(port)), timeout=20) as line:
+        with socket.create_connection(self.lines[0], timeout=20) as line:
             for _ in range(times):
                 line.sendall(with_fresh_id(text))
                 answer = b""

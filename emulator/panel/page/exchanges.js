@@ -19,7 +19,8 @@ export class Exchanges {
             height: () => ROW,
             onChoose: (index) => this.#choose(this.items[index]),
         });
-        refusedOnly.addEventListener("change", () => this.sync());
+        // Where the line is lost all is read anew with the next one.
+        refusedOnly.addEventListener("change", () => this.sync().catch(() => {}));
     }
 
     open(api) {
