@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QSocketNotifier>
 #include <QSysInfo>
+#include <QUrl>
 
 #include <algorithm>
 #include <csignal>
@@ -84,12 +85,22 @@ QString open(const Options& options, emulator::panel::Panel* panel, Stations& st
     return {};
 }
 
+/// A browser does not open the address that stands for all.
+QString here(const http::Server& server)
+{
+    QUrl url(server.url());
+    const bool isAny = url.host() == QLatin1String("0.0.0.0") || url.host() == QLatin1String("::");
+    url.setHost(url.host() == QLatin1String("::") ? QStringLiteral("::1") : QStringLiteral("127.0.0.1"));
+    return isAny ? QStringLiteral(" (here %1/)").arg(url.toString()) : QString();
+}
+
 void sayReady(const Stations& stations, const http::Server* server)
 {
     for (const auto& station : stations)
         std::fprintf(stderr, "spf-emulator: ready on %s\n", qPrintable(station->address()));
     if (server != nullptr)
-        std::fprintf(stderr, "spf-emulator: panel on %s/\n", qPrintable(server->url()));
+        std::fprintf(
+            stderr, "spf-emulator: panel on %s/%s\n", qPrintable(server->url()), qPrintable(here(*server)));
 }
 
 std::unique_ptr<http::Server> serve(const Options& options, emulator::panel::Panel& panel)

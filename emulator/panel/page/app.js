@@ -58,6 +58,8 @@ const PROBLEMS = { 404: "gone", 409: "clockBack" };
 function problemText(problem) {
     if (!(problem instanceof Problem))
         return t("noAnswer");
+    if (problem.status === 409 && problem.message.startsWith("The power is off"))
+        return t("powerIsOff");
     return problem.status in PROBLEMS ? t(PROBLEMS[problem.status]) : problem.message;
 }
 

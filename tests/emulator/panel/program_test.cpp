@@ -193,6 +193,12 @@ TEST(PanelProgram, EachResetOfEachRegisterHasADriveOfItsOwn)
             << drive;
 }
 
+TEST(PanelProgram, TellsAnAddressThatABrowserOpens)
+{
+    const Seen seen({"--panel-address", "0.0.0.0", "--panel-token", "0123456789abcdef"});
+    EXPECT_TRUE(seen.url.contains(" (here http://127.0.0.1:")) << seen.url.toStdString();
+}
+
 TEST(PanelProgram, IsAskedForByTheNamesThatItWasGiven)
 {
     const Seen seen({"--panel-host", "till.example", "--panel-host", "register"});
