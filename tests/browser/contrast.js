@@ -14,13 +14,29 @@ function ground(element) {
 }
 
 function contrast(element) {
-    const [one, other] = [light(numbers(getComputedStyle(element).color)), light(ground(element))];
-    return (Math.max(one, other) + 0.05) / (Math.min(one, other) + 0.05);
+    return between(light(numbers(getComputedStyle(element).color)), light(ground(element)));
 }
+
+// Whatever state is shown: each colour of text on each ground that it may stand on.
+const named = (name) => {
+    const probe = document.createElement("i");
+    probe.style.color = `var(--${name})`;
+    document.body.append(probe);
+    const colour = numbers(getComputedStyle(probe).color);
+    probe.remove();
+    return light(colour);
+};
+const between = (one, other) => (Math.max(one, other) + 0.05) / (Math.min(one, other) + 0.05);
+const pairs = [["on-accent", "accent"], ["on-paper", "paper"], ["text", "desk"], ["text", "ground"], ["muted", "ground"],
+    ...["card", "shade"].flatMap((under) => ["text", "muted", "accent", "good", "warn", "bad"].map((ink) => [ink, under]))];
+// The edge of a field or a button tells where it is.
+const edges = [["edge", "card"], ["accent", "card"], ["accent", "ground"]];
+const poorPairs = [...pairs.map((pair) => [...pair, 4.5]), ...edges.map((pair) => [...pair, 3])]
+    .filter(([ink, under, least]) => between(named(ink), named(under)) < least).map((pair) => pair.join(" "));
 
 const hasText = (element) =>
     [...element.childNodes].some((node) => node.nodeType === Node.TEXT_NODE && node.data.trim());
 const seen = [...document.querySelectorAll("body *")].filter((element) =>
     hasText(element) && element.checkVisibility() && element.getBoundingClientRect().width > 1);
-return { seen: seen.length, poor: seen.filter((element) => contrast(element) < 4.5)
+return { seen: seen.length, poorPairs, poor: seen.filter((element) => contrast(element) < 4.5)
     .map((element) => `${element.tagName}.${element.className} "${element.textContent}" ${contrast(element)}`) };

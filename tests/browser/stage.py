@@ -17,6 +17,7 @@ NO_BROWSER = 77  # CTest takes it for skipped
 
 try:
     from selenium import webdriver
+    from selenium.common.exceptions import StaleElementReferenceException
     from selenium.webdriver.chrome.service import Service
 except ImportError:
     webdriver = None
@@ -96,7 +97,7 @@ def browser(size=(1280, 1000), language="en"):
     return webdriver.Chrome(service=Service(CHROMEDRIVER), options=options)
 
 
-def wait_for(condition, seconds=10):
+def wait_for(condition, seconds=20):
     """What the condition gives once it is something; looked at again and again."""
     end = time.monotonic() + seconds
     while True:

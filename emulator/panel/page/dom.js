@@ -20,6 +20,12 @@ function setAttribute(element, key, value) {
 
 export const byId = (id) => document.getElementById(id);
 
+// A screen reader hears of what was set anew, even if it is the same.
+export function setText(element, text) {
+    if (element.textContent !== text)
+        element.textContent = text;
+}
+
 // The register's own words are Russian whatever the page's language is; a screen reader has to know.
 export const russian = (text) => el("span", { lang: "ru" }, text);
 
