@@ -76,6 +76,7 @@ Api::Api(sale::DocumentStore& store, Owners& owners, const Settings& settings)
              = {sale::DocumentState::Queued, sale::DocumentState::Running, sale::DocumentState::Unknown},
              .withAttempts = false}))
         m_open.takeOver(document);
+    m_site.files = http::StaticFiles(QStringLiteral(":/page"));
     addRoutes();
 }
 

@@ -1,0 +1,265 @@
+// The page of frserver: puts the parts together.
+
+import { Access, Api, Problem } from "./api.js";
+import { Attention } from "./attention.js";
+import { DocumentView } from "./document.js";
+import { Documents } from "./documents.js";
+import { button, byId, el, setText, throttled } from "./dom.js";
+import { EventFeed } from "./events.js";
+import { language, onLanguage, setLanguage, t, translate } from "./i18n.js";
+import { documentState, kindName, registerState } from "./labels.js";
+import { Outgoing } from "./outgoing.js";
+import { ReceiptForm } from "./receipt.js";
+import { Registers } from "./registers.js";
+import { areYouSure } from "./sure.js";
+import { tabs } from "./tabs.js";
+import { askToken } from "./token.js";
+
+// A busy service makes many documents a second; a person reads some changes a second.
+const OFTEN = 200;
+const NOTICE = 12000;
+// What a register tells of itself grows old without an event.
+const ANEW = 30000;
+const MOST_UNKNOWN = 50;
+const RECEIPTS = ["sell", "sellReturn"];
+// In which a receipt is looked for among the last documents of a register.
+const LAST = 20;
+
+const access = new Access(askToken);
+const api = new Api(access, "/v1");
+const page = { connection: "connecting", trial: null };
+
+const outgoing = new Outgoing(access, { onAnswer: answered, onChange: showOutgoing });
+const isBusy = (desk) => outgoing.isOpen(desk);
+const registers = new Registers(byId("registers"), { report, hold, isBusy });
+const attention = new Attention({ resolve, accept, choose });
+const documents = new Documents(api, { onChoose: choose, onError: complain });
+const detail = new DocumentView(byId("document"), api, { resolve, withdraw, move });
+const receipt = new ReceiptForm(byId("receipt"), { check, sell, isOpen: (name) => isBusy(`sell:${name}`) });
+const selectTab = tabs(["document", "receipt"], () => {});
+
+const readDocuments = throttled(OFTEN, () => quietly(documents.read()));
+const readDetail = throttled(OFTEN, () => quietly(detail.again()));
+const readUnknown = throttled(OFTEN, () => quietly(updateUnknown()));
+const readRegisters = throttled(OFTEN, () => quietly(updateRegisters()));
+
+// The line to the service comes and goes, and each time it comes all is read anew; what fails between is no news.
+function quietly(promise) {
+    promise.catch(() => {});
+}
+
+async function act(request) {
+    try {
+        await request();
+        readRegisters();
+    } catch (problem) {
+        complain(problem);
+    }
+}
+
+function problemText(problem) {
+    if (!(problem instanceof Problem))
+        return t("noAnswer");
+    return problem.status === 403 ? t("notAllowed") : problem.message;
+}
+
+function complain(problem, text = problemText(problem)) {
+    const notice = el("p", { class: "notice" }, text, " ",
+        button("×", () => notice.remove(), { "aria-label": t("close") }));
+    byId("notices").append(notice);
+    setTimeout(() => notice.remove(), NOTICE);
+}
+
+function say(text) {
+    byId("news").append(el("p", {}, text));
+    while (byId("news").childElementCount > 20)
+        byId("news").firstChild.remove();
+}
+
+// What people do.
+
+const documentPath = (id, verb = "") => `/documents/${encodeURIComponent(id)}${verb}`;
+const registerPath = (name, verb) => `/registers/${encodeURIComponent(name)}/${verb}`;
+
+function choose(id) {
+    selectTab("document");
+    documents.mark(id);
+    detail.show(id).catch(complain);
+    if (matchMedia("(max-width: 799px)").matches)
+        byId("tab-document").scrollIntoView({ block: "start" });
+}
+
+function resolve(id, answer) {
+    return act(async () => {
+        await api.post(documentPath(id, "/resolve"), answer);
+        readAll();
+    });
+}
+
+function accept(name, note) {
+    return act(() => api.post(registerPath(name, "accept"), { note }));
+}
+
+function withdraw(id) {
+    return act(() => api.remove(documentPath(id)));
+}
+
+function move(id, register) {
+    return act(() => api.post(documentPath(id, "/move"), { register }));
+}
+
+function hold(name, isHeld) {
+    return act(() => api.post(registerPath(name, isHeld ? "resume" : "pause"), {}));
+}
+
+async function report(name, type) {
+    if (type === "zReport" && !(await areYouSure(t("sureZ", { name }), t("zReport"))))
+        return;
+    outgoing.send(`${type}:${name}`, name, { type });
+}
+
+function sell(name, body) {
+    page.trial = null;
+    receipt.say();
+    outgoing.send(`sell:${name}`, name, body);
+}
+
+function check(register, body) {
+    return act(async () => {
+        const response = await access.fetch(`/v1/check?${new URLSearchParams({ register })}`, {
+            method: "POST", headers: { "Content-Type": "application/json" }, body: JSON.stringify(body) });
+        const answer = await response.json();
+        return response.ok ? receipt.showCheck(answer) : receipt.showWrong(answer);
+    });
+}
+
+// What came of what they did.
+
+function answered(desk, { id }, { status, body }) {
+    const isTrial = desk.startsWith("sell:");
+    if (isTrial && body.state)
+        page.trial = id;
+    if (body.state)
+        return isTrial ? receipt.showDocument(body) : showReport(id, body);
+    if (isTrial)
+        return receipt.showWrong(status === 403 ? { title: t("notAllowed") } : body);
+    return complain(new Problem(status, body.title, body.detail));
+}
+
+function showReport(id, document) {
+    choose(id);
+    if (document.state === "notIssued")
+        complain(null, document.error?.text ?? documentState(document));
+}
+
+function showOutgoing() {
+    const open = outgoing.unanswered();
+    byId("unanswered").hidden = open.length === 0;
+    setText(byId("unanswered"), open.map(({ id, register, body }) =>
+        t("sentAgain", { kind: kindName(body.type), register, id })).join(" "));
+    registers.show();
+    receipt.show();
+}
+
+async function showTrial(id) {
+    const document = await api.get(documentPath(id));
+    if (id === page.trial)
+        receipt.showDocument(document);
+}
+
+// What is shown.
+
+async function updateRegisters() {
+    const { registers: all } = await api.get("/registers");
+    const names = all.map(({ name }) => name);
+    if (names.join() === registers.names.join()) {
+        all.forEach((register) => registers.update(register));
+    } else {
+        registers.set(all);
+        [documents, receipt].forEach((part) => part.setRegisters(names));
+        detail.registers = names;
+        await Promise.all(names.map(updateLast));
+    }
+    attention.setRegisters(registers.all);
+}
+
+async function updateLast(name) {
+    const { documents: last } = await api.get("/documents", { register: name, state: "issued", limit: LAST });
+    const found = last.find(({ kind }) => RECEIPTS.includes(kind));
+    registers.setLast(name, found && (await api.get(documentPath(found.id))));
+}
+
+async function updateUnknown() {
+    const { documents: unknown } = await api.get("/documents", { state: "unknown", limit: MOST_UNKNOWN });
+    attention.setDocuments(unknown);
+}
+
+function readAll() {
+    [readDocuments, readDetail, readUnknown, readRegisters].forEach((read) => read());
+}
+
+const news = {
+    document({ id, register, kind, state, reason, documentNumber }) {
+        readDocuments();
+        readUnknown();
+        readRegisters();
+        if (id === detail.id)
+            readDetail();
+        if (id === page.trial)
+            quietly(showTrial(id));
+        if (state === "issued" && RECEIPTS.includes(kind))
+            quietly(updateLast(register));
+        if (state !== "queued" && state !== "running")
+            say(t("newsDocument", { register, kind: kindName(kind), number: documentNumber ?? "",
+                state: documentState({ state, reason }) }));
+    },
+    register(register) {
+        const before = registers.known.get(register.name);
+        registers.update(register);
+        attention.setRegisters(registers.all);
+        // What was under way when the service ended is settled with the register's start, without an event of its own.
+        [readDocuments, readUnknown, readDetail].forEach((read) => read());
+        const isNews = before && registerState(before) !== registerState(register);
+        if (isNews && ![before.state, register.state].includes("making"))
+            say(`${register.name}: ${registerState(register)}`);
+    },
+    // More has happened than the service keeps of events, or it was started anew.
+    reset: readAll,
+};
+
+function showConnection(connection) {
+    page.connection = connection;
+    byId("connection").textContent = t(connection);
+    byId("connection").dataset.is = connection;
+}
+
+const feed = new EventFeed(access, "/v1/events", {
+    onEvent: (kind, data) => news[kind]?.(data),
+    onLost: () => showConnection("lost"),
+    async onOpen() {
+        await Promise.all([updateRegisters(), documents.read(), updateUnknown(), detail.again()]);
+        quietly(Promise.all(registers.names.map(updateLast)));
+        showConnection("connected");
+        outgoing.resume();
+    },
+});
+
+function draw() {
+    translate(document);
+    byId("language").value = language();
+    showConnection(page.connection);
+    [registers, documents, attention, detail, receipt].forEach((part) => part.redraw());
+    showOutgoing();
+}
+
+function listen() {
+    onLanguage(draw);
+    byId("language").addEventListener("change", ({ target }) => setLanguage(target.value));
+    setInterval(() => document.hidden || readRegisters(), ANEW);
+    // A browser has six connections to a program for all of its tabs together.
+    document.addEventListener("visibilitychange", () => (document.hidden ? feed.stop() : feed.start()));
+}
+
+listen();
+draw();
+feed.start();

@@ -1,0 +1,66 @@
+// What waits for a person: documents that nobody knows the end of, registers that sell nothing until somebody has looked.
+
+import { button, byId, el, russian } from "./dom.js";
+import { t } from "./i18n.js";
+import { kindName, moment, waitingName } from "./labels.js";
+import { acceptance, resolution } from "./resolve.js";
+
+// A person's word lets the register go on, or the register or its configuration has to be changed.
+const ACCEPTED = ["needsReview", "newDrive"];
+const TO_MEND = ["wrongRegister", "testDrive"];
+
+export class Attention {
+    constructor({ resolve, accept, choose }) {
+        Object.assign(this, { resolve, accept, choose, items: new Map(), documents: [], registers: [] });
+    }
+
+    setDocuments(documents) {
+        this.documents = documents;
+        this.#show();
+    }
+
+    setRegisters(registers) {
+        this.registers = registers;
+        this.#show();
+    }
+
+    redraw() {
+        this.items.clear();
+        byId("attention-list").replaceChildren();
+        this.#show();
+    }
+
+    // What is still there stays as it is, with what somebody has begun to type.
+    #show() {
+        const wanted = new Map([
+            ...this.registers.filter(({ waiting }) => [...ACCEPTED, ...TO_MEND].includes(waiting))
+                .map((register) => [`${register.name} ${register.waiting}`, () => this.#register(register)]),
+            ...this.documents.map((document) => [document.id, () => this.#document(document)]),
+        ]);
+        for (const [key, item] of this.items)
+            if (!wanted.has(key)) {
+                item.remove();
+                this.items.delete(key);
+            }
+        for (const [key, make] of wanted)
+            if (!this.items.has(key)) {
+                this.items.set(key, make());
+                byId("attention-list").append(this.items.get(key));
+            }
+        byId("attention").hidden = wanted.size === 0;
+    }
+
+    #register({ name, waiting, waitingText }) {
+        return el("article", { "data-review": name },
+            el("h3", {}, `${name}: ${waitingName(waiting)}`), waitingText && el("p", {}, russian(waitingText)),
+            el("p", {}, t(ACCEPTED.includes(waiting) ? "howToAccept" : "howToMend")),
+            ACCEPTED.includes(waiting) ? acceptance(name, this.accept) : null);
+    }
+
+    #document({ id, kind, register, begun, accepted }) {
+        const values = { kind: kindName(kind), register, time: moment(begun ?? accepted) };
+        return el("article", { "data-unknown": id },
+            el("h3", {}, t("unknownDocument", values), " ", button(id, () => this.choose(id))),
+            el("p", {}, t("howToResolve")), resolution(id, this.resolve));
+    }
+}

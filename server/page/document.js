@@ -1,0 +1,101 @@
+// One document: what is known of it, its positions and its attempts.
+
+import { button, el, russian } from "./dom.js";
+import { t } from "./i18n.js";
+import { badge, facts, kindName, moment, reasonName, roubles } from "./labels.js";
+import { resolution } from "./resolve.js";
+
+export class DocumentView {
+    constructor(root, api, { resolve, withdraw, move, onError }) {
+        Object.assign(this, { root, api, resolve, withdraw, move, onError, id: null, registers: [], told: null });
+    }
+
+    async show(id) {
+        if (id !== this.id)
+            this.told = null;
+        this.id = id;
+        await this.again();
+    }
+
+    // What is typed into its forms stays when nothing has changed.
+    async again() {
+        const { id } = this;
+        if (id === null)
+            return this.redraw();
+        const document = await this.api.get(`/documents/${encodeURIComponent(id)}`);
+        const told = JSON.stringify(document);
+        if (id !== this.id || told === this.told)
+            return undefined;
+        Object.assign(this, { document, told });
+        return this.redraw();
+    }
+
+    redraw() {
+        this.root.replaceChildren(...(this.document ? this.#all(this.document) : [el("p", { class: "hint" }, t("nothingChosen"))]));
+    }
+
+    #all(document) {
+        const number = document.documentNumber ? ` ${t("number", { number: document.documentNumber })}` : "";
+        return [el("h3", {}, kindName(document.kind) + number, " ", badge(document)), problem(document),
+            ...this.#doings(document), el("dl", { class: "facts" }, factsOf(document)), items(document),
+            ...attempts(document), body(document)].filter(Boolean);
+    }
+
+    #doings({ id, state, register }) {
+        if (state === "unknown")
+            return [el("p", {}, t("howToResolve")), resolution(id, this.resolve)];
+        if (state !== "queued")
+            return [];
+        const others = this.registers.filter((name) => name !== register);
+        return [el("div", { class: "buttons" }, button(t("withdraw"), () => this.withdraw(id), { "data-do": "withdraw" }),
+            others.map((name) => button(t("moveTo", { name }), () => this.move(id, name))))];
+    }
+}
+
+function problem({ error }) {
+    if (!error)
+        return null;
+    return el("p", { class: "refusal" }, el("strong", {}, russian(error.text)), " ", error.action && russian(error.action));
+}
+
+function factsOf(document) {
+    const { id, register, accepted, begun, settled, drive, shift, receiptNumber, total, change, startBefore, returnOf,
+        resolvedBy, note, reason } = document;
+    return facts([["id", id], ["register", register], ["reason", reason && reasonName(reason)],
+        ["total", total === null ? null : roubles(total)], ["change", change ? roubles(change) : null],
+        ["shift", shift], ["receiptNumber", receiptNumber], ["fiscalDrive", drive], ["accepted", moment(accepted)],
+        ["startBefore", settled ? null : moment(startBefore)], ["begun", moment(begun)], ["settled", moment(settled)],
+        ["returnOf", returnOf], ["resolvedBy", resolvedBy], ["note", note]]);
+}
+
+function items({ items: sold }) {
+    if (!sold?.length)
+        return null;
+    const row = ({ name, price, quantity, amount }) =>
+        el("tr", {}, el("th", { scope: "row", lang: "ru" }, name), el("td", {}, String(quantity)),
+            el("td", {}, roubles(price)), el("td", {}, roubles(amount)));
+    const heads = ["position", "quantity", "price", "amount"].map((key) => el("th", { scope: "col" }, t(key)));
+    return el("table", {}, el("caption", { class: "hidden" }, t("positions")), el("thead", {}, el("tr", {}, heads)),
+        el("tbody", {}, sold.map(row)));
+}
+
+function attempts({ attempts: made }) {
+    return made?.length ? [el("h4", {}, t("attempts")), ...made.map(attempt)] : [];
+}
+
+function attempt({ number, begun, ended, state, error, warnings, markBefore, markAfter, documentNumber }) {
+    const last = (mark) => mark?.lastDocument ?? null;
+    return el("section", { class: "attempt" },
+        el("h4", {}, t("attempt", { number }), " ", state && badge({ state })),
+        error && el("p", { class: "reason" }, russian(error.text)),
+        (warnings ?? []).map((text) => el("p", { lang: "ru" }, text)),
+        el("dl", { class: "facts" }, facts([["begun", moment(begun)], ["ended", moment(ended)],
+            ["documentNumber", documentNumber], ["lastBefore", last(markBefore)], ["lastAfter", last(markAfter)]])));
+}
+
+function body({ body: posted }) {
+    if (!posted)
+        return null;
+    return el("details", {}, el("summary", {}, t("asPosted")),
+        el("pre", { class: "body", lang: "ru" }, typeof posted === "string" ? posted : JSON.stringify(posted, null, 2)));
+}

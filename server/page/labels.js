@@ -1,0 +1,50 @@
+// What states, kinds and times are called.
+
+import { el } from "./dom.js";
+import { has, language, t } from "./i18n.js";
+
+const TONES = {
+    issued: "good", notIssued: "warn", unknown: "bad", ready: "good", making: "good", waiting: "bad", stopped: "bad",
+    paused: "warn", pausing: "warn", starting: "warn", stopping: "warn",
+};
+
+export const tone = (state) => TONES[state] ?? "";
+
+const named = (group, name) => (has(`${group}_${name}`) ? t(`${group}_${name}`) : name);
+
+export const kindName = (kind) => named("kind", kind);
+export const reasonName = (reason) => named("reason", reason);
+export const waitingName = (waiting) => named("waiting", waiting);
+
+// "queued, waiting: paper"; "not issued: expired".
+export function documentState({ state, reason, waiting }) {
+    if (waiting)
+        return t("waitingFor", { what: waitingName(waiting) });
+    return reason ? `${named("state", state)}: ${reasonName(reason)}` : named("state", state);
+}
+
+export function registerState({ state, waiting, pausedBy }) {
+    if (state === "waiting")
+        return t("waitingFor", { what: waitingName(waiting) });
+    return pausedBy ? `${named("works", state)} (${pausedBy})` : named("works", state);
+}
+
+export const badge = (document) =>
+    el("span", { class: `badge ${document.waiting ? "bad" : tone(document.state)}` }, documentState(document));
+
+// The service's times are universal; the page shows them as the reader's clock does.
+export function moment(text) {
+    if (!text)
+        return "";
+    const form = { dateStyle: "short", timeStyle: "medium" };
+    return new Date(text).toLocaleString(language() === "ru" ? "ru" : "en-GB", form);
+}
+
+export const roubles = (sum) => `${sum.toLocaleString(language(), { minimumFractionDigits: 2 })} ₽`;
+
+// [[name, text or element, tone]] as a list of definitions; those without a text are left out.
+export function facts(pairs) {
+    const isTold = ([, text]) => text !== null && text !== undefined && text !== "";
+    return pairs.filter(isTold).map(([name, text, tint]) =>
+        [el("dt", {}, t(name)), el("dd", { class: tint }, typeof text === "object" ? text : String(text))]).flat();
+}

@@ -1,0 +1,135 @@
+// The registers, with what a manager asks of them.
+
+import { button, el, russian, setText } from "./dom.js";
+import { t } from "./i18n.js";
+import { facts, kindName, moment, registerState, roubles, tone } from "./labels.js";
+
+const HOUR = 3600000;
+const DAY = 24 * HOUR;
+// A shift may last for 24 hours, and its end takes its time.
+const LONG_SHIFT = 23 * HOUR;
+const LAST_DAYS = 30;
+
+class RegisterCard {
+    constructor(name, doings) {
+        this.state = el("span", { class: "state" });
+        this.note = el("p", { class: "note", lang: "ru" });
+        this.facts = el("dl", { class: "facts" });
+        this.x = button(t("xReport"), () => doings.report(name, "xReport"), { "data-do": "x" });
+        this.z = button(t("zReport"), () => doings.report(name, "zReport"), { "data-do": "z" });
+        this.hold = button("", () => doings.hold(name, this.isHeld), { "data-do": "hold" });
+        const heading = el("h3", { id: `register-${name}` }, name, " ", this.state);
+        this.root = el("article", { class: "card", "data-register": name, "aria-labelledby": heading.id }, heading,
+            this.note, this.facts, el("div", { class: "choice" }, this.x, this.z, this.hold));
+    }
+
+    update(register, last, isBusy) {
+        this.isHeld = register.state === "paused" || register.state === "pausing";
+        this.state.className = `state ${tone(register.state)}`;
+        setText(this.state, registerState(register));
+        setText(this.note, register.waitingText ?? "");
+        setText(this.hold, t(this.isHeld ? "resume" : "pause"));
+        this.x.disabled = isBusy(`xReport:${register.name}`);
+        this.z.disabled = isBusy(`zReport:${register.name}`);
+        this.facts.replaceChildren(...facts([paper(register), shift(register), lastReceipt(last), queue(register),
+            unsent(register), drive(register), ...alarms(register), ["model", modelText(register)]]));
+    }
+}
+
+// A register tells of paper that is missing; one that sells has some.
+function paper({ state, waiting }) {
+    if (waiting === "paper")
+        return ["paper", t("paperOut"), "bad"];
+    return ["paper", state === "ready" || state === "making" ? t("paperIn") : t("notKnown")];
+}
+
+function shift({ shift, state }) {
+    if (!shift || state === "starting")
+        return ["shift", t("notKnown")];
+    if (!shift.open)
+        return ["shift", t("shiftClosed")];
+    const isLong = shift.since && Date.now() - Date.parse(shift.since) > LONG_SHIFT;
+    return ["shift", shift.since ? t("shiftSince", { time: moment(shift.since) }) : t("shiftOpen"), isLong ? "bad" : ""];
+}
+
+// Over HEX a register does not tell the number of the document.
+function lastReceipt(last) {
+    if (!last)
+        return ["lastReceipt", t("none")];
+    const { kind, total, shift, receiptNumber, documentNumber, settled } = last;
+    const number = receiptNumber && shift ? t("receiptOfShift", { number: receiptNumber, shift }) : null;
+    return ["lastReceipt", [kindName(kind), total === null ? null : roubles(total), number,
+        documentNumber && t("documentOf", { number: documentNumber }), moment(settled)].filter(Boolean).join(", ")];
+}
+
+function queue({ queue: { queued, running, oldest } }) {
+    const count = queued + running;
+    return ["queue", oldest ? t("queueSince", { count, time: moment(oldest) }) : count, queued > 0 ? "warn" : ""];
+}
+
+function unsent({ condition }) {
+    const count = condition?.unsent ?? null;
+    if (count === null)
+        return ["unsent", t("notKnown")];
+    const since = condition.unsentSince?.replace("T", " ");
+    return ["unsent", count && since ? t("unsentSince", { count, time: since }) : count, count > 0 ? "warn" : ""];
+}
+
+function drive({ condition, identity }) {
+    const test = identity?.testDrive ? `, ${t("testDrive")}` : "";
+    if (!condition?.driveUntil)
+        return ["drive", t("notKnown") + test];
+    const days = Math.floor((Date.parse(condition.driveUntil) - Date.now()) / DAY);
+    const tint = days < LAST_DAYS ? "bad" : "";
+    return ["drive", t("driveDays", { days, date: condition.driveUntil }) + test, tint];
+}
+
+const alarms = ({ alarms: told }) => (told ?? []).map(({ text }) => ["alarm", russian(text), "bad"]);
+
+const modelText = ({ identity }) => [identity?.model, identity?.serial].filter(Boolean).join(", ");
+
+export class Registers {
+    constructor(root, doings) {
+        Object.assign(this, { root, doings, known: new Map(), last: new Map(), cards: new Map() });
+    }
+
+    get names() {
+        return [...this.known.keys()];
+    }
+
+    get all() {
+        return [...this.known.values()];
+    }
+
+    set(registers) {
+        this.known = new Map(registers.map((register) => [register.name, register]));
+        this.redraw();
+    }
+
+    // An event has all that the list has.
+    update(register) {
+        if (!this.known.has(register.name))
+            return;
+        this.known.set(register.name, { ...this.known.get(register.name), ...register });
+        this.#show(register.name);
+    }
+
+    setLast(name, document) {
+        this.last.set(name, document);
+        this.#show(name);
+    }
+
+    show() {
+        this.names.forEach((name) => this.#show(name));
+    }
+
+    redraw() {
+        this.cards = new Map(this.names.map((name) => [name, new RegisterCard(name, this.doings)]));
+        this.root.replaceChildren(...[...this.cards.values()].map((card) => card.root));
+        this.show();
+    }
+
+    #show(name) {
+        this.cards.get(name)?.update(this.known.get(name), this.last.get(name), this.doings.isBusy);
+    }
+}

@@ -1,0 +1,149 @@
+"""What people see and do at the page while documents are made."""
+
+import os
+import signal
+
+import stage
+from case import seconds, setUpModule  # noqa: F401, unittest looks for it
+from service_case import SALE, Service, ServicePageTest
+
+
+class Work(ServicePageTest):
+    def test_sale_appears(self):
+        self.connected()
+        self.works()
+        self.service.post({"type": "openShift"}, "shift:0001")
+        self.becomes(lambda: self.till(), "open since")
+        self.service.post(SALE, "shop:0001")
+        self.becomes(lambda: self.row("shop:0001"), "Sale", seconds(1))
+        self.becomes(lambda: self.row("shop:0001"), "issued")
+        self.becomes(lambda: self.till(), "Sale, 305.23 ₽, no. 1 of shift 1")
+        self.click("[data-id='shop:0001'] button")
+        for expected in ("Sale", "Хлеб Бородинский", "305.23", "Attempt 1"):
+            self.becomes(lambda: self.text("#document"), expected)
+        foreign = "return performance.getEntriesByType('resource').map((r) => r.name)"
+        for address in self.page.execute_script(foreign):
+            self.assertTrue(address.startswith(self.service.url), address)
+        told = [line["message"] for line in self.page.get_log("browser") if self.service.url in line["message"]]
+        self.assertEqual([], told)
+
+    def test_paper_out_and_in(self):
+        self.works()
+        self.service.post({"type": "openShift"}, "shift:0001")
+        self.becomes(lambda: self.row("shift:0001"), "issued")
+        self.register.ask("/paper", {"state": "out"}, "PUT")
+        self.service.post(SALE, "shop:0001")
+        self.becomes(lambda: self.till(), "waiting: paper")
+        self.becomes(lambda: self.row("shop:0001"), "waiting: paper")
+        self.shoot("service-paper")
+        self.register.ask("/paper", {"state": "in"}, "PUT")
+        self.becomes(lambda: self.row("shop:0001"), "issued")
+        self.becomes(lambda: self.till(), "works")
+
+    def test_reports(self):
+        self.works()
+        self.service.post({"type": "openShift"}, "shift:0001")
+        self.becomes(lambda: self.till(), "open since")
+        self.click("[data-register=till1] [data-do=x]")
+        self.becomes(lambda: self.text("#document h3"), "X-report")
+        self.becomes(lambda: self.text("#document h3"), "issued")
+        for answer, expected in (("no", "open since"), ("yes", "Shift\nclosed")):
+            self.click("[data-register=till1] [data-do=z]")
+            self.click(f"#sure-dialog [value={answer}]")
+            self.becomes(lambda: self.till(), expected)
+        self.becomes(lambda: self.text("#documents li"), "Z-report")
+
+    def test_pause_and_withdraw(self):
+        self.works()
+        self.click("[data-register=till1] [data-do=hold]")
+        self.becomes(lambda: self.till(), "paused")
+        self.service.post(SALE, "shop:0001")
+        self.service.post(SALE, "shop:0002")
+        self.becomes(lambda: self.till(), "Queue\n2, since")
+        self.click("[data-id='shop:0001'] button")
+        self.click("#document [data-do=withdraw]")
+        self.becomes(lambda: self.row("shop:0001"), "withdrawn")
+        self.click("[data-register=till1] [data-do=hold]")
+        self.becomes(lambda: self.row("shop:0002"), "issued")
+        self.assertEqual(1, len([one for one in self.register.ask("/documents")["documents"] if one["word"] == "sell"]))
+
+    def test_trial_receipt(self):
+        self.works()
+        self.click("#tab-receipt")
+        self.fill("name", "Проба страницы")
+        self.fill("price", "12.50")
+        self.fill("quantity", "3")
+        self.click("#receipt [value=none]")
+        self.click("#receipt [name=check]")
+        self.becomes(lambda: self.text("#outcome"), "Nothing is wrong")
+        self.click("#receipt [name=sell]")
+        self.becomes(lambda: self.text("#outcome"), "issued")
+        self.assertIn("37.50", self.text("#outcome"))
+        self.assertEqual("Проба страницы", self.page.execute_script("return document.querySelector('#receipt [name=name]').value"))
+
+    def test_same_id_after_a_lost_answer(self):
+        self.works()
+        self.connected()
+        self.click("#tab-receipt")
+        os.kill(self.service.process.pid, signal.SIGKILL)
+        self.service.process.wait(20)
+        self.click("#receipt [name=sell]")
+        self.becomes(lambda: self.text("#unanswered"), "sent again as page:")
+        told = self.text("#unanswered").split(" as ")[1].rstrip(".")
+        self.assertFalse(self.find("#receipt [name=sell]").is_enabled())
+        self.service = Service(self.register, port=self.service.port)
+        self.becomes(lambda: self.row(told), "issued", 60)
+        self.becomes(lambda: self.text("#outcome"), "issued")
+        self.assertEqual("", self.text("#unanswered"))
+        self.assertTrue(self.find("#receipt [name=sell]").is_enabled())
+        self.assertEqual([told], [one["id"] for one in self.service.ask("/documents")["documents"] if one["kind"] == "sell"])
+
+    def test_search(self):
+        self.works()
+        self.works("till2")
+        for number, register in enumerate(("till1", "till2", "till1"), 1):
+            self.service.post({"type": "cashIn", "sum": 100 * number}, f"cash:000{number}", register)
+        self.becomes(lambda: self.row("cash:0003"), "issued")
+        self.becomes(lambda: self.row("cash:0002"), "issued")
+        script = "return [...document.querySelectorAll('#documents li')].map((e) => e.dataset.id)"
+        # Each register has opened its shift, too.
+        ids = lambda: [one for one in self.page.execute_script(script) if one.startswith("cash:")]
+        for control, value, expected in (("text", "0002\n", ["cash:0002"]), ("text", "nothing\n", []),
+                                         ("text", "\n", ["cash:0003", "cash:0002", "cash:0001"]),
+                                         ("register", "till2", ["cash:0002"]), ("state", "queued", [])):
+            if control == "text":
+                self.find("#search [name=text]").clear()
+                self.find("#search [name=text]").send_keys(value)
+            else:
+                self.find(f"#search [name={control}] [value={value}]").click()
+            stage.wait_for(lambda: ids() == expected)
+        self.assertIn("Nothing was found", self.text("#none"))
+
+
+class Persons(ServicePageTest):
+    def make_unknown(self, number):
+        """A print that the register does not count, ended in its middle: nobody can be asked about it."""
+        self.service.post({"type": "openShift"}, "shift:0001")
+        self.becomes(lambda: self.row("shift:0001"), "issued")
+        self.register.ask("/faults", {"rules": [{"mode": "silence", "command": "PrintShiftCurrentTotals", "nth": 1}]}, "PUT")
+        begin = self.register.ask("/state")["lastEvent"]
+        self.service.post({"type": "xReport"}, number)
+        self.register.ask(f"/wait?event=exchange&command=PrintShiftCurrentTotals&timeout=15&after={begin}")
+        self.service.process.kill()
+        self.service.process.wait(20)
+        self.register.ask("/faults", method="DELETE")
+        self.service = Service(self.register, port=self.service.port)
+        stage.wait_for(lambda: self.find_all(f"[data-unknown='{number}']"), 60)
+
+    def test_unknown_is_resolved(self):
+        self.make_unknown("xrep:0001")
+        self.becomes(lambda: self.row("xrep:0001"), "unknown")
+        self.shoot("service-unknown")
+        self.find("[data-unknown='xrep:0001'] [name=note]").send_keys("на ленте его нет")
+        # What somebody types stays when other things happen.
+        self.service.post({"type": "cashIn", "sum": 5}, "cash:0001")
+        self.becomes(lambda: self.row("cash:0001"), "issued")
+        self.find("[data-unknown='xrep:0001'] [name=note]").send_keys("\n")
+        self.becomes(lambda: self.row("xrep:0001"), "not issued: a person said so")
+        stage.wait_for(lambda: not self.find("#attention").is_displayed())
+        self.assertEqual("на ленте его нет", self.service.ask("/documents/xrep:0001")["note"])
