@@ -16,6 +16,8 @@ public:
     static constexpr int usualPatienceMs = 10'000;
 
     /// Makes file and folder where they are missing. Throws JournalError, also for a file of a later release.
+    /// One of the release before gets what came to the format since, and leaves a copy of what it was beside
+    /// it.
     explicit SqliteStore(const QString& fileName, int patienceMs = usualPatienceMs);
 
     using DocumentStore::accept;
@@ -38,6 +40,14 @@ public:
 
     /// A copy that is sound although programs are at work. Throws JournalError when there is such a file.
     void backUp(const QString& fileName);
+    /// A copy for another machine, which goes on with it (moveIn). From then on nothing is written here any
+    /// more: whoever tries gets a JournalError, also a program that has the journal open. Once moved it may
+    /// be copied again. Throws JournalError, also while a document is under way, or when there is such a
+    /// file; then this machine goes on.
+    void moveTo(const QString& exportFile);
+    bool isMoved() const;
+    /// Makes the journal of this machine of what moveTo has made. Throws JournalError when there is one.
+    static void moveIn(const QString& exportFile, const QString& fileName);
     /// What is damaged in the file; empty when nothing is.
     QStringList damages() const;
     /// Drops what was said in documents that were accepted before and have ended: bodies, warnings. Ids,
@@ -52,7 +62,11 @@ private:
     /// Whether it has what came to the format later.
     bool isComplete() const;
     void makeTables();
+    void keepFormer() const;
     void addLater();
+    void endHere();
+    void goOn();
+    void copyForGroup(const QString& fileName) const;
     bool isTakenOver(const QString& name) const;
     void takeOverFrom(const QString& schema, const QString& name);
     // What they do stands in a transaction of whoever calls them.

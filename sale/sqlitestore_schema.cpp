@@ -145,6 +145,8 @@ void SqliteStore::makeTables()
     m_connection.keepLogAhead();
     if (isMade)
         return;
+    if (isReady())
+        keepFormer();
     m_connection.together([this] {
         const bool isNew = !isReady();
         if (!isNew && isComplete())
@@ -157,6 +159,15 @@ void SqliteStore::makeTables()
         m_connection.execute(QStringLiteral("PRAGMA application_id = %1").arg(applicationId));
         m_connection.execute(QStringLiteral("PRAGMA user_version = %1").arg(schemaVersion));
     });
+}
+
+void SqliteStore::keepFormer() const
+{
+    // Of several programs that come at once each may leave one.
+    const QString time = timeFromStored(storedNow()).toUTC().toString(QStringLiteral("yyyyMMddTHHmmsszzz"));
+    const QString copy = QStringLiteral("%1.before-update-%2").arg(fileName(), time);
+    if (!lookAt(copy))
+        copyForGroup(copy);
 }
 
 void SqliteStore::addLater()

@@ -4,6 +4,9 @@
 #include "sqliteconnection.h"
 #include "sqlitestore.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 using namespace sale;
 
 namespace {
@@ -30,6 +33,12 @@ TEST_F(Journal, FileOfTheReleaseBeforeGetsWhatCameLater)
     SqliteStore store(file);
     SqliteStore second(file);
     EXPECT_TRUE(saleIn(store).isUnsettled());
+    const QStringList copies = QFileInfo(file).dir().entryList({"*.before-update-*"}, QDir::Files);
+    ASSERT_EQ(copies.size(), 1) << "what it was stays";
+    SqliteConnection former(QFileInfo(file).dir().filePath(copies.first()), 0);
+    EXPECT_FALSE(
+        former.value("SELECT 1 FROM pragma_table_info('documents') WHERE name = 'queued'").isValid());
+    EXPECT_EQ(former.value("SELECT count(*) FROM documents").toInt(), 2);
     const StoredDocument left = store.findId("left").value();
     EXPECT_EQ(left.state, DocumentState::NotIssued) << "nobody sells it unasked";
     EXPECT_EQ(left.queued, left.accepted);
