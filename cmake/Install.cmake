@@ -83,5 +83,5 @@ install(FILES cmake/debian/frserver.service DESTINATION lib/systemd/system COMPO
 install(FILES docs/frserver.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT server)
 set(server_docdir ${CMAKE_INSTALL_DATAROOTDIR}/doc/frspf-server)
 install(FILES docs/service.md docs/frserver.openapi.json DESTINATION ${server_docdir} COMPONENT server)
-install(FILES examples/frserver.ini DESTINATION ${server_docdir}/examples COMPONENT server)
+install(FILES examples/frserver.ini examples/frserver.rules.yml DESTINATION ${server_docdir}/examples COMPONENT server)
 install(DIRECTORY examples/clients DESTINATION ${server_docdir}/examples COMPONENT server)

@@ -69,6 +69,8 @@ private:
         if (section.name == QStringLiteral("service")) {
             takeEntries(section, serviceKeys(), service);
             placeListen(section);
+            if (service.tlsCertificate.isEmpty() != service.tlsKey.isEmpty())
+                note(section.line, QStringLiteral("tls-certificate and tls-key go together"));
         } else if (section.name == QStringLiteral("webhook")) {
             takeEntries(section, webhookKeys(), service);
             if (service.webhookUrl.isEmpty() || service.webhookSecret.isEmpty())

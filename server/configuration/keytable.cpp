@@ -207,6 +207,8 @@ const QList<KeyRow<ServiceSettings>>& serviceKeys()
         {"listen", takeText<&ServiceSettings::listen>},
         {"journal", takeText<&ServiceSettings::journal>},
         {"tokens", takeText<&ServiceSettings::tokens>},
+        {"tls-certificate", takeText<&ServiceSettings::tlsCertificate>},
+        {"tls-key", takeText<&ServiceSettings::tlsKey>},
         {"plugin", takePlugin},
         {"queue-limit", takeQueueLimit},
     };

@@ -16,6 +16,9 @@ struct ServiceSettings
     QString journal = {};
     /// Of the tokens; empty for the usual one.
     QString tokens = {};
+    /// PEM files; empty for no TLS.
+    QString tlsCertificate = {};
+    QString tlsKey = {};
     /// Files or folders; none for where the plugin is installed.
     QStringList plugins = {};
     /// Documents that may wait for one register.

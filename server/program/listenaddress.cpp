@@ -26,7 +26,7 @@ bool isLoopback(const QString& address)
 
 } // namespace
 
-ListenAddress ListenAddress::of(const QString& text)
+ListenAddress ListenAddress::of(const QString& text, bool hasTls, bool hasTokens)
 {
     static const QRegularExpression form(
         QStringLiteral("\\A(?:(?:\\[([0-9A-Fa-f:.]+)\\]|([0-9.]+)|localhost):)?([0-9]{1,5})\\z"));
@@ -40,11 +40,32 @@ ListenAddress ListenAddress::of(const QString& text)
         if (match.hasCaptured(group) && !match.captured(group).isEmpty())
             listen.address = match.captured(group);
     }
-    if (!isLoopback(listen.address))
-        fail(text,
-            "is not of this machine alone (127.0.0.1, ::1): there is no TLS yet, and receipts and tokens would be "
-            "read on the way. Let a proxy that ends TLS stand in front of the service");
+    in6_addr bytes{};
+    const QByteArray digits = listen.address.toLatin1();
+    if (inet_pton(AF_INET, digits.constData(), &bytes) != 1
+        && inet_pton(AF_INET6, digits.constData(), &bytes) != 1)
+        fail(text, "is no ADDRESS:PORT as 127.0.0.1:8403 or [::1]:8403");
+    listen.requireSafe(text, hasTls, hasTokens);
     return listen;
+}
+
+bool ListenAddress::isLoopback() const
+{
+    return frserver::isLoopback(address);
+}
+
+void ListenAddress::requireSafe(const QString& text, bool hasTls, bool hasTokens) const
+{
+    if (isLoopback())
+        return;
+    if (!hasTls)
+        fail(text,
+            "is not of this machine alone (127.0.0.1, ::1), and without TLS receipts and tokens would be read on "
+            "the way: tls-certificate and tls-key, which frserver cert init makes");
+    if (!hasTokens)
+        fail(text,
+            "is not of this machine alone (127.0.0.1, ::1), and without tokens whoever comes would sell: "
+            "frserver token add");
 }
 
 } // namespace frserver

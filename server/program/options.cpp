@@ -22,7 +22,11 @@ void describe(QCommandLineParser& parser)
         "frserver check-config           say what is wrong in the configuration, with file and line\n"
         "frserver token add NAME --role read|sell|admin [--registers a,b]\n"
         "frserver token list\n"
-        "frserver token remove NAME"));
+        "frserver token remove NAME\n"
+        "frserver backup FILE            copy the journal, also while the service runs\n"
+        "frserver export FILE            move the journal to another machine: this one sells no more\n"
+        "frserver import FILE            go on with the journal of another machine\n"
+        "frserver cert init HOST         make an authority, a certificate and its key for TLS"));
     parser.addOptions({
         {QStringLiteral("config"), QStringLiteral("The configuration (%1).").arg(usualConfig),
             QStringLiteral("FILE"), usualConfig},
@@ -53,6 +57,10 @@ constexpr CommandRow commands[] = {
     {"token add", 1, Command::AddToken},
     {"token list", 0, Command::ListTokens},
     {"token remove", 1, Command::RemoveToken},
+    {"backup", 1, Command::BackUp},
+    {"export", 1, Command::Export},
+    {"import", 1, Command::Import},
+    {"cert init", 1, Command::MakeCertificate},
 };
 
 std::optional<Command> commandOf(const QStringList& words, QString& name)

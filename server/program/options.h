@@ -8,14 +8,25 @@ namespace frserver {
 /// What the program was asked to do.
 struct Options
 {
-    enum class Command { Serve, Worker, CheckConfig, AddToken, ListTokens, RemoveToken };
+    enum class Command {
+        Serve,
+        Worker,
+        CheckConfig,
+        AddToken,
+        ListTokens,
+        RemoveToken,
+        BackUp,
+        Export,
+        Import,
+        MakeCertificate
+    };
     enum class Outcome { Run, Done, Wrong };
 
     Command command = Command::Serve;
     QString configFile;
     /// ADDRESS:PORT in the place of the configuration's; empty for that.
     QString listen;
-    /// Of a token.
+    /// Of a token; the file of a backup, an export, an import; the host of a certificate.
     QString name;
     QString role;
     QStringList registers;

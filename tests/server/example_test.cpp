@@ -1,3 +1,4 @@
+#include "apirig.h"
 #include "configuration/configuration.h"
 #include "configuration/configurationerror.h"
 
@@ -39,6 +40,27 @@ TEST(ExampleConfiguration, IsOneWithAllThatItOffers)
         EXPECT_NE("", frserver::Configuration::read(whole.fileName()).service.webhookUrl);
     } catch (const frserver::ConfigurationError& error) {
         FAIL() << error.what();
+    }
+}
+
+class ExampleAlerts : public ApiTest
+{
+};
+
+TEST_F(ExampleAlerts, AskForWhatIsTold)
+{
+    QFile rules(QStringLiteral(FRSPF_SOURCES "/examples/frserver.rules.yml"));
+    ASSERT_TRUE(rules.open(QIODevice::ReadOnly));
+    const QByteArray told = ask("GET", "/metrics").body;
+    static const QRegularExpression series(QStringLiteral("expr: (frserver_[a-z_]+)(?:\\{([a-z]+))?"));
+    QRegularExpressionMatchIterator asked = series.globalMatch(QString::fromUtf8(rules.readAll()));
+    EXPECT_TRUE(asked.hasNext());
+    while (asked.hasNext()) {
+        const QRegularExpressionMatch one = asked.next();
+        const QRegularExpression line(
+            QStringLiteral("^%1\\{[^}]*\\b%2").arg(one.captured(1), one.captured(2)),
+            QRegularExpression::MultilineOption);
+        EXPECT_TRUE(line.match(QString::fromUtf8(told)).hasMatch()) << qPrintable(one.captured());
     }
 }
 

@@ -26,7 +26,7 @@ TEST(ListenAddress, IsOfThisMachineAlone)
         {"192.168.0.7:80", "", 0, "TLS"},
         {"[::]:80", "", 0, "TLS"},
         {"[::ffff:127.0.0.1]:80", "", 0, "TLS"},
-        {"127.0.0.1.2:80", "", 0, "TLS"},
+        {"127.0.0.1.2:80", "", 0, "ADDRESS:PORT"},
         {"127.0.0.1", "", 0, "ADDRESS:PORT"},
         {"127.0.0.1:65536", "", 0, "ADDRESS:PORT"},
         {"till:80", "", 0, "ADDRESS:PORT"},
@@ -42,6 +42,16 @@ TEST(ListenAddress, IsOfThisMachineAlone)
             EXPECT_TRUE(QByteArray(error.what()).contains(row.why) && *row.why != '\0') << error.what();
         }
     }
+}
+
+TEST(ListenAddress, IsOfOthersWithTlsAndTokensAlone)
+{
+    for (const char* const text : {"0.0.0.0:80", "192.168.0.7:80", "[::]:80", "[::ffff:127.0.0.1]:80"}) {
+        EXPECT_THROW(ListenAddress::of(text, true, false), std::invalid_argument) << text;
+        EXPECT_THROW(ListenAddress::of(text, false, true), std::invalid_argument) << text;
+        EXPECT_FALSE(ListenAddress::of(text, true, true).isLoopback()) << text;
+    }
+    EXPECT_TRUE(ListenAddress::of("127.0.0.1:80", true, false).isLoopback());
 }
 
 } // namespace

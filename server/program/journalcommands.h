@@ -1,0 +1,10 @@
+#pragma once
+
+#include "program/options.h"
+
+namespace frserver {
+
+/// backup, export and import. Gives the exit status; throws sale::JournalError.
+int runJournalCommand(const Options& options, const QString& journal);
+
+} // namespace frserver
