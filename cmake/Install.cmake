@@ -1,8 +1,9 @@
-# Where an installation puts things: Debian's places, in four components that become four packages.
+# Where an installation puts things: Debian's places, in five components that become five packages.
 #   runtime  the shared host library
 #   devel    its headers and package files, and the static libraries of serial devices and of sales
 #   plugin   the driver plugin
 #   tools    frctl and spf-emulator with their manual pages and the example receipts
+#   server   frserver with its unit for systemd
 
 include(CMakePackageConfigHelpers)
 
@@ -50,10 +51,10 @@ install(FILES ${PROJECT_BINARY_DIR}/frhost.pc DESTINATION ${CMAKE_INSTALL_LIBDIR
 install(TARGETS spf LIBRARY DESTINATION ${FRSPF_PLUGIN_INSTALL_DIR} COMPONENT plugin)
 
 # So that they start from any prefix.
-set_target_properties(frctl spf-emulator PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+set_target_properties(frctl frserver spf-emulator PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 install(TARGETS frctl spf-emulator RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
 install(TARGETS frspf-draw RUNTIME DESTINATION ${FRSPF_LIBEXEC_INSTALL_DIR} COMPONENT tools)
-file(GLOB manuals CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.1)
+set(manuals docs/frctl.1 docs/spf-emulator.1)
 if(NOT CMAKE_CROSSCOMPILING)
   set(datadir ${CMAKE_INSTALL_DATAROOTDIR})
   install(FILES ${PROJECT_BINARY_DIR}/frctl/frctl.bash DESTINATION ${datadir}/bash-completion/completions
@@ -62,6 +63,12 @@ if(NOT CMAKE_CROSSCOMPILING)
     RENAME _frctl COMPONENT tools)
 endif()
 install(FILES ${manuals} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+install(TARGETS frserver RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT server)
+install(FILES docs/frserver.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT server)
+install(FILES docs/service.md docs/frserver.openapi.json DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT server)
+install(DIRECTORY examples/clients DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT server USE_SOURCE_PERMISSIONS)
+# Where systemd looks, whatever the prefix's architecture.
+install(FILES cmake/debian/frserver.service DESTINATION lib/systemd/system COMPONENT server)
 # Where udev looks, whatever the architecture.
 install(FILES cmake/debian/60-frspf.rules DESTINATION lib/udev/rules.d COMPONENT tools)
 file(GLOB receipts CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/examples/*.json ${PROJECT_SOURCE_DIR}/examples/*.txt)
