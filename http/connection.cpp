@@ -308,7 +308,9 @@ void Connection::hangUp(bool isGone)
 
 bool Connection::mayHaveInterimAnswer() const
 {
-    return m_phase == Phase::Waiting && !m_isOld;
+    // It goes past libmicrohttpd, which alone can put it into a session of TLS.
+    const bool isPlain = MHD_get_connection_info(m_connection, MHD_CONNECTION_INFO_GNUTLS_SESSION) == nullptr;
+    return isPlain && m_phase == Phase::Waiting && !m_isOld;
 }
 
 void Connection::suspend()

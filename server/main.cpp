@@ -37,7 +37,14 @@ ListenAddress listenAddress(const Options& options, const ServiceSettings& setti
 {
     if (!options.listen.isEmpty())
         return ListenAddress::of(options.listen);
-    return settings.listen.isEmpty() ? ListenAddress() : ListenAddress::of(settings.listen);
+    if (settings.listen.isEmpty())
+        return {};
+    try {
+        return ListenAddress::of(settings.listen);
+    } catch (const std::invalid_argument& error) {
+        throw ConfigurationError(
+            {QStringLiteral("%1: listen = %2").arg(settings.listenPlace, QString::fromUtf8(error.what()))});
+    }
 }
 
 int serve(const Options& options, const Configuration& configuration)
@@ -112,7 +119,7 @@ int main(int argc, char* argv[])
     } catch (const ConfigurationError& error) {
         return say(wrong, QString::fromUtf8(error.what()));
     } catch (const std::invalid_argument& error) {
-        return say(wrong, QStringLiteral("listen: ") + QString::fromUtf8(error.what()));
+        return say(wrong, QStringLiteral("--listen: ") + QString::fromUtf8(error.what()));
     } catch (const std::exception& error) {
         // It cannot listen, or use the journal or the tokens.
         return say(failed, QString::fromUtf8(error.what()));

@@ -134,6 +134,8 @@ class Waiting(unittest.TestCase):
                 server.until(lambda counters: counters[counter] == 0 and counters["connections"] == 1)
 
     def test_clients_who_have_no_more_to_say_are_answered(self):
+        if rig.TLS:
+            self.skipTest("the interim answer is for plain lines")
         with Server("--keep-alive", "20") as server, server.connect() as waiter, server.connect() as reader:
             for client, text in ((waiter, self.WAIT), (reader, self.EVENTS)):
                 client.sendall(text)

@@ -125,7 +125,7 @@ class Register(Program):
 class Service(Program):
     """frserver with the registers that it is given, in a folder that it keeps from one start to the next."""
 
-    def __init__(self, folder, registers, more="", options=(), **environment):
+    def __init__(self, folder, registers, protocol="HEX", **environment):
         self.folder = Path(folder)
         self.config = self.folder / "frserver.ini"
         sections = [
@@ -134,13 +134,13 @@ class Service(Program):
         ]
         for name, line in registers.items():
             sections.append(
-                f"[register {name}]\nport = {line}\nprotocol = HEX\ncashier = {CASHIER}\nallow-test-drive = true\nexclusive = yes\n{more}\n")
+                f"[register {name}]\nport = {line}\nprotocol = {protocol}\nexclusive = yes\ncashier = {CASHIER}\n"
+                "allow-test-drive = true\n")
         self.config.write_text("\n".join(sections), encoding="utf-8")
-        self.start(options, environment)
+        self.start(environment)
 
-    def start(self, options=(), environment=None):
-        # The locks of this test's lines are its own.
-        super().__init__([os.environ["FRSERVER"], "--config", str(self.config), *options],
+    def start(self, environment=None):
+        super().__init__([os.environ["FRSERVER"], "--config", str(self.config)],
                          env={**os.environ, **(environment or {})})
         self.url = self.read_address("ready on")
         self.client = Client(self.url)
