@@ -23,6 +23,9 @@ struct DocumentEnding
     /// Who said so, and why, when it was a person.
     QString by = {};
     QString note = {};
+    /// Of one that is not issued: the attempt is over, and the document is queued as before it, at once. For
+    /// what a person puts right at the register, such as its paper.
+    bool waitsAgain = false;
 };
 
 } // namespace sale

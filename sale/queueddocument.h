@@ -13,7 +13,7 @@ struct QueuedDocument
 {
     /// As the journal has it now; the error says what failed.
     DocumentAnswer answer;
-    /// It waits still, and nothing of it was begun: what keeps the register from it, or the journal.
+    /// It waits still: what keeps the register from it, or the journal.
     std::optional<ErrorKind> held = {};
 };
 

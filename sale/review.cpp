@@ -34,10 +34,15 @@ DocumentKind kindOf(const StoredAttempt& attempt)
     return Movement::fromJson(attempt.start.movement).kind;
 }
 
+/// Also one that waits for its next attempt.
+bool wasNotIssued(const StoredDocument& document)
+{
+    return document.state == DocumentState::NotIssued || document.state == DocumentState::Queued;
+}
+
 bool isSettled(const StoredDocument& document)
 {
-    const bool isJudged
-        = document.state == DocumentState::Issued || document.state == DocumentState::NotIssued;
+    const bool isJudged = document.state == DocumentState::Issued || wasNotIssued(document);
     return isJudged && document.resolvedBy.isEmpty();
 }
 
@@ -94,7 +99,7 @@ std::optional<Known> knownOn(const DocumentStore& store, const QString& drive)
             // Neither cash nor what was not issued has moved the number that one before them tells.
             const bool isOfCash = isCash(kindOf(document.attempts.constLast()));
             areReceiptsCounted = areReceiptsCounted && isOfCash;
-            return isOfCash || document.state == DocumentState::NotIssued;
+            return isOfCash || wasNotIssued(document);
         });
     if (isAny || store.knowsDrive(drive))
         return found;

@@ -194,13 +194,15 @@ void SqliteStore::settle(const QString& id, int attempt, const DocumentEnding& e
 void SqliteStore::endAttempt(const QString& id, int attempt, const DocumentEnding& ending)
 {
     const QVariant number = numberOrNull(ending.documentNumber);
+    const bool waits = ending.state == DocumentState::NotIssued && ending.waitsAgain;
     m_connection.execute(
         QStringLiteral(
             "UPDATE documents SET state = ?, reason = ?, settled = ?, document = ?, number_read = ?, "
             "times = ?, resolved_by = ?, resolved_note = ? WHERE id = ?"),
-        {stateName(ending.state), neverNull(reasonName(ending.reason)), storedNow(), number,
-            ending.isNumberRead, ending.state == DocumentState::Issued ? ending.times : 0, ending.by,
-            ending.note, id});
+        {stateName(waits ? DocumentState::Queued : ending.state),
+            neverNull(waits ? QString() : reasonName(ending.reason)),
+            nullIfEmpty(waits ? QString() : storedNow()), number, ending.isNumberRead,
+            ending.state == DocumentState::Issued ? ending.times : 0, ending.by, ending.note, id});
     m_connection.execute(QStringLiteral("UPDATE attempts SET ended = ?, verdict = ?, document = ?, "
                                         "mark_after = coalesce(?, mark_after) WHERE id = ? AND number = ?"),
         {storedNow(), stateName(ending.state), number, storedJson(ending.markAfter), id, attempt});

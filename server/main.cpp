@@ -1,3 +1,11 @@
+#include "configuration/configurationerror.h"
+#include "http/listenerror.h"
+#include "journalplace.h"
+#include "program/options.h"
+#include "program/service.h"
+#include "program/servicenotice.h"
+#include "program/signals.h"
+#include "program/tokencommands.h"
 #include "worker/workerloop.h"
 
 #include <driverlogtoqt.h>
@@ -5,15 +13,108 @@
 
 #include <cstdio>
 
-int main(int argc, char** argv)
+namespace {
+
+using namespace frserver;
+
+constexpr int failed = 1;
+constexpr int wrong = 2;
+
+int say(int status, const QString& what)
 {
-    const QCoreApplication application(argc, argv);
+    const QStringList lines = what.split(QLatin1Char('\n'));
+    for (const QString& line : lines)
+        std::fprintf(stderr, "frserver: %s\n", qPrintable(line));
+    return status;
+}
+
+QString journalOf(const Configuration& configuration)
+{
+    return configuration.service.journal.isEmpty() ? sale::journalPlace() : configuration.service.journal;
+}
+
+ListenAddress listenAddress(const Options& options, const ServiceSettings& settings)
+{
+    if (!options.listen.isEmpty())
+        return ListenAddress::of(options.listen);
+    return settings.listen.isEmpty() ? ListenAddress() : ListenAddress::of(settings.listen);
+}
+
+int serve(const Options& options, const Configuration& configuration)
+{
+    Signals signals;
+    ServiceNotice notice;
+    const ListenAddress listen = listenAddress(options, configuration.service);
+    Service service(configuration, journalOf(configuration));
+    const auto readTokens = [&service] {
+        const QString error = service.readTokens();
+        say(0, error.isEmpty() ? QStringLiteral("tokens: read") : QStringLiteral("tokens: ") + error);
+    };
+    readTokens();
+    service.start(listen);
+    signals.onReload(readTokens);
+    signals.onEnd([&service, &notice] {
+        notice.stopping();
+        service.stop([] { QCoreApplication::quit(); });
+    });
+    say(0, QStringLiteral("ready on ") + service.url());
+    notice.ready("ready on " + service.url().toUtf8());
+    return QCoreApplication::exec();
+}
+
+int checkConfig(const Options& options, const Configuration& configuration)
+{
+    const ListenAddress listen = listenAddress(options, configuration.service);
+    std::printf("listens on %s, port %d\n", qPrintable(listen.address), listen.port);
+    std::printf("journal %s\n", qPrintable(journalOf(configuration)));
+    for (const RegisterSettings& settings : configuration.registers)
+        std::printf("register %s on %s, %s\n", qPrintable(settings.name), qPrintable(settings.port),
+            qPrintable(receipt::protocolName(settings.protocol)));
+    return 0;
+}
+
+int run(const Options& options)
+{
+    const Configuration configuration = Configuration::read(options.configFile);
+    switch (options.command) {
+    case Options::Command::Serve:
+        return serve(options, configuration);
+    case Options::Command::CheckConfig:
+        return checkConfig(options, configuration);
+    default:
+        break;
+    }
+    TokenFile tokens(Service::tokenFile(configuration.service, journalOf(configuration)));
+    return runTokenCommand(options, tokens);
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("frserver"));
     QCoreApplication::setApplicationVersion(QStringLiteral(FRSERVER_VERSION));
-    if (QCoreApplication::arguments().contains(QStringLiteral("--worker"))) {
-        driverLogToQt();
-        return frserver::runWorker();
+    driverLogToQt();
+    Options options;
+    switch (Options::parse(QCoreApplication::arguments(), options)) {
+    case Options::Outcome::Done:
+        return 0;
+    case Options::Outcome::Wrong:
+        return wrong;
+    case Options::Outcome::Run:
+        break;
     }
-    std::fputs("frserver: the service is not put together yet; --worker works\n", stderr);
-    return 2;
+    if (options.command == Options::Command::Worker)
+        return runWorker();
+    try {
+        return run(options);
+    } catch (const ConfigurationError& error) {
+        return say(wrong, QString::fromUtf8(error.what()));
+    } catch (const std::invalid_argument& error) {
+        return say(wrong, QStringLiteral("listen: ") + QString::fromUtf8(error.what()));
+    } catch (const std::exception& error) {
+        // It cannot listen, or use the journal or the tokens.
+        return say(failed, QString::fromUtf8(error.what()));
+    }
 }

@@ -146,6 +146,8 @@ void Api::documentChanged(const QString& id)
                 {QStringLiteral("state"), sale::stateName(document->state)},
                 {QStringLiteral("reason"), nameOrNull(sale::reasonName(document->reason))},
                 {QStringLiteral("documentNumber"), sale::documentNumberJson(document->documentNumber)}});
+    if (!isPending(document->state) && m_ended)
+        m_ended();
     // Also that it is still unknown after it was asked about.
     if (!isPending(document->state) && m_waiters.areAny(id))
         m_waiters.answer(id, documentResponse(*this, *document));

@@ -40,6 +40,8 @@ public:
     void registerChanged(const QString& name);
     /// @}
 
+    /// To be called for each document that has ended, or is unknown.
+    void onEnd(const std::function<void()>& ended) { m_ended = ended; }
     /// Nothing is accepted any longer, and nobody waits.
     void stop();
     bool isStopping() const { return m_isStopping; }
@@ -80,6 +82,7 @@ private:
     Waiters m_pausing;
     /// What was told of each register last.
     std::map<QString, QJsonObject> m_told;
+    std::function<void()> m_ended;
     bool m_isStopping = false;
 };
 

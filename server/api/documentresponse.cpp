@@ -12,24 +12,26 @@ using http::Problem;
 using http::Response;
 using sale::DocumentState;
 
-QString notIssuedDetail(const sale::StoredDocument& document, const QJsonObject& view)
+QString whyNotIssued(const sale::StoredDocument& document, const QJsonObject& view)
 {
-    const QString again = QStringLiteral(" The same id may be posted again, also with a corrected body.");
     switch (document.reason) {
     case sale::StateReason::Expired:
-        return QStringLiteral("Its time was over before it could be begun; nothing was printed.") + again;
+        return QStringLiteral("Its time was over before it could be begun; nothing was printed. ");
     case sale::StateReason::Deleted:
-        return QStringLiteral("It was withdrawn before it was begun.") + again;
+        return QStringLiteral("It was withdrawn before it was begun. ");
     default:
-        return view.value(QStringLiteral("error")).toObject().value(QStringLiteral("text")).toString()
-            + again;
+        break;
     }
+    const QString why
+        = view.value(QStringLiteral("error")).toObject().value(QStringLiteral("text")).toString();
+    return why.isEmpty() ? QString() : why + QStringLiteral(". ");
 }
 
 Problem notIssued(const sale::StoredDocument& document, const QJsonObject& view)
 {
     return Problem(409, QStringLiteral("document-not-issued"), QStringLiteral("The document is not issued"),
-        notIssuedDetail(document, view).trimmed());
+        whyNotIssued(document, view)
+            + QStringLiteral("The same id may be posted again, also with a corrected body."));
 }
 
 Problem unknown(const sale::StoredDocument& document)

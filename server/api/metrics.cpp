@@ -4,6 +4,8 @@
 #include "currenttime.h"
 #include "mockfactory.h"
 
+#include <QJsonArray>
+
 namespace frserver {
 
 namespace {
@@ -89,6 +91,64 @@ void addStates(Text& text, const Api& api)
     }
 }
 
+/// What a register has told of itself, or its process.
+struct ToldGauge
+{
+    const char* name;
+    const char* type;
+    const char* help;
+    /// Nothing where it is not known.
+    QJsonValue (*value)(const QJsonObject& view);
+};
+
+QJsonValue conditionOf(const QJsonObject& view, const char* member)
+{
+    return view.value(QStringLiteral("condition")).toObject().value(QLatin1String(member));
+}
+
+QJsonValue daysLeft(const QJsonObject& view)
+{
+    const QDate until = QDate::fromString(conditionOf(view, "driveUntil").toString(), Qt::ISODate);
+    const QDate today = MockFactory<CurrentTime>::create()->getCurrentDateTime().date();
+    return until.isValid() ? QJsonValue(today.daysTo(until)) : QJsonValue();
+}
+
+constexpr ToldGauge toldGauges[] = {
+    {"frserver_worker_starts_total", "counter", "How often the register's process was started.",
+        [](const QJsonObject& view) { return view.value(QStringLiteral("workerStarts")); }},
+    {"frserver_unsent_documents", "gauge", "Documents that the operator of fiscal data has not got.",
+        [](const QJsonObject& view) { return conditionOf(view, "unsent"); }},
+    {"frserver_drive_days_left", "gauge", "Days until the fiscal drive expires.", daysLeft},
+    {"frserver_clock_ahead_seconds", "gauge", "How far the register's clock is ahead of the computer's.",
+        [](const QJsonObject& view) { return conditionOf(view, "clockDifference"); }},
+    {"frserver_shift_open", "gauge", "Whether the shift is open.",
+        [](const QJsonObject& view) {
+            return view.value(QStringLiteral("shift")).toObject().value(QStringLiteral("open"));
+        }},
+};
+
+void addTold(Text& text, const Api& api)
+{
+    for (const ToldGauge& gauge : toldGauges) {
+        text.describe(gauge.name, gauge.type, gauge.help);
+        for (const auto& [name, till] : api.tills()) {
+            const QJsonValue value = gauge.value(till->view());
+            if (value.isDouble() || value.isBool())
+                text.add({{registerLabel, name}}, value.isBool() ? value.toBool() : value.toDouble());
+        }
+    }
+    text.describe("frserver_alarm", "gauge", "1 for each alarm of the register.");
+    for (const auto& [name, till] : api.tills()) {
+        QStringList kinds;
+        const QJsonArray alarms = till->view().value(QStringLiteral("alarms")).toArray();
+        for (const auto& alarm : alarms)
+            kinds.append(alarm.toObject().value(QStringLiteral("kind")).toString());
+        kinds.removeDuplicates();
+        for (const QString& kind : std::as_const(kinds))
+            text.add({{registerLabel, name}, {"kind", kind}}, 1);
+    }
+}
+
 } // namespace
 
 QByteArray metricsText(const Api& api)
@@ -99,6 +159,7 @@ QByteArray metricsText(const Api& api)
     addEndings(text, api.openDocuments());
     addQueues(text, api);
     addStates(text, api);
+    addTold(text, api);
     return text.text();
 }
 

@@ -125,8 +125,10 @@ void takeCashierInn(const QString& value, RegisterSettings& settings)
 
 void takeTimeZone(const QString& value, RegisterSettings& settings)
 {
-    settings.timeZone = QTimeZone(value.toLatin1());
-    if (!settings.timeZone.isValid())
+    const QByteArray id = value.toLatin1();
+    settings.timeZone = QTimeZone(id);
+    // Any word stands for UTC under a name of its own, in the rules of POSIX.
+    if (!settings.timeZone.isValid() || !QTimeZone::availableTimeZoneIds().contains(id))
         throw SettingError(QStringLiteral("%1 is no time zone as Europe/Moscow").arg(quoted(value)));
 }
 

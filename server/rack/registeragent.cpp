@@ -143,8 +143,7 @@ void RegisterAgent::advanceOpen()
     if (!m_toSettle.isEmpty()) {
         const QString id = m_toSettle.takeFirst();
         request({.what = QStringLiteral("settle"), .id = id}, {{QStringLiteral("id"), id}});
-    } else if (std::exchange(m_isConditionWanted, false)
-        || (!makeNext() && !m_waiting && steady() >= m_conditionDue)) {
+    } else if (std::exchange(m_isConditionWanted, false) || (!makeNext() && steady() >= m_conditionDue)) {
         request({.what = QStringLiteral("state")}, {});
     }
 }
@@ -197,10 +196,12 @@ bool RegisterAgent::makeNext()
 {
     try {
         const std::optional<Request> next = nextDocument();
-        if (m_waiting && m_waiting->reason == QStringLiteral("journal"))
-            unblock();
-        if (!next)
+        if (!next) {
+            // What could not be written is not tried before there is something to write.
+            if (m_waiting && m_waiting->reason == QStringLiteral("journal"))
+                unblock();
             return false;
+        }
         request(*next,
             {{QStringLiteral("id"), next->id}, {QStringLiteral("opensShift"), m_shift.mayOpen(now())}});
         return true;

@@ -65,7 +65,8 @@ public:
     /// "state" ("starting", "ready", "making", "waiting", "pausing", "paused", "stopping", "stopped") with
     /// "since" and "stateAge" in seconds, "waiting" (Waiting::reason or null) and "waitingText", "pausedBy",
     /// "document" (the id that is made), "identity" and "condition" as the register has told them last, with
-    /// "conditionAge", "shift" ("open", "since"), "alarms" ("kind", "text"), "workerStarts".
+    /// "conditionAge", "unsentSince" (as seen by the service), "shift" ("open", "since"), "alarms" ("kind",
+    /// "text"), "workerStarts".
     QJsonObject view() const;
 
 Q_SIGNALS:
@@ -109,6 +110,7 @@ private:
     void noteCondition(const QJsonObject& answer);
     void meetFailure(const Request& request, const QJsonObject& failure);
     void workerEnded(const QString& how);
+    void noteDeath(const QString& id);
     void refuseDeadly(const QString& id);
     bool makeNext();
     std::optional<Request> nextDocument();
@@ -163,6 +165,8 @@ private:
     QJsonObject m_identity;
     QJsonObject m_condition;
     QDateTime m_conditionTime;
+    /// Over XML a register does not tell since when the OFD has not got its documents.
+    QDateTime m_unsentSince;
     QString m_told;
     QDateTime m_since;
 };

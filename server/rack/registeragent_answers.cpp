@@ -4,6 +4,8 @@
 
 #include "rack/racklog.h"
 
+#include "journalerror.h"
+
 #include <QJsonArray>
 
 #include <utility>
@@ -107,6 +109,9 @@ void RegisterAgent::noteCondition(const QJsonObject& answer)
 {
     m_condition = answer.value(QStringLiteral("condition")).toObject();
     m_conditionTime = now();
+    const bool isUnsent = m_condition.value(QStringLiteral("unsent")).toInteger() > 0;
+    if (!isUnsent || !m_unsentSince.isValid())
+        m_unsentSince = isUnsent ? now() : QDateTime();
     const bool isShiftOpen = m_condition.value(QStringLiteral("shiftOpen")).toBool();
     // Somebody at the register itself, in the time since it was asked last.
     if (isShiftOpen && !m_shift.isOpen())
@@ -186,6 +191,18 @@ void RegisterAgent::meetFailure(const Request& request, const QJsonObject& failu
         Q_EMIT documentChanged(request.id);
 }
 
+/// One that was begun is settled, and not begun again by itself.
+void RegisterAgent::noteDeath(const QString& id)
+{
+    try {
+        const std::optional<sale::StoredDocument> document = m_store.findId(id);
+        if (document && document->state == sale::DocumentState::Queued)
+            ++m_deaths[id];
+    } catch (const sale::JournalError& error) {
+        qCWarning(rackLog).noquote() << error.what();
+    }
+}
+
 void RegisterAgent::workerEnded(const QString& how)
 {
     m_isAlive = m_isOpen = m_mayHoldPort = false;
@@ -196,7 +213,7 @@ void RegisterAgent::workerEnded(const QString& how)
         block(QStringLiteral("worker"), how);
     }
     if (broken && broken->what == QStringLiteral("make"))
-        ++m_deaths[broken->id];
+        noteDeath(broken->id);
     if (broken && !broken->id.isEmpty())
         Q_EMIT documentChanged(broken->id);
     advance();

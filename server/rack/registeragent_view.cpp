@@ -76,6 +76,7 @@ QJsonObject RegisterAgent::view() const
         {QStringLiteral("condition"), m_condition.isEmpty() ? QJsonValue() : QJsonValue(m_condition)},
         {QStringLiteral("conditionAge"),
             m_conditionTime.isValid() ? QJsonValue(m_conditionTime.secsTo(now())) : QJsonValue()},
+        {QStringLiteral("unsentSince"), moment(m_unsentSince)},
         {QStringLiteral("shift"),
             QJsonObject{{QStringLiteral("open"), m_shift.isOpen()},
                 {QStringLiteral("since"), moment(m_shift.since())}}},

@@ -203,47 +203,39 @@ QJsonObject WorkerSession::make(const QString& id, bool opensShift)
         return {{QStringLiteral("held"), obstacle.reason}, {QStringLiteral("text"), obstacle.text}};
     }
     m_isMaking = true;
+    m_journal->setPatientFor(id);
     const sale::QueuedDocument made = sale::makeQueued(at, id);
     m_isMaking = false;
-    QString held;
-    if (made.held)
-        held = heldReason(*made.held, made.answer.error ? made.answer.error->exceptionName : QString());
-    else if (waitsAgain(made.answer))
-        held = sale::errorKindName(made.answer.error->kind);
-    QJsonObject answer = answerOf(made.answer, held);
+    QJsonObject answer = answerOf(made);
     answer.insert(QStringLiteral("settled"), settled);
     return answer;
 }
 
-bool WorkerSession::waitsAgain(const sale::DocumentAnswer& answer)
+QJsonObject WorkerSession::answerOf(const sale::QueuedDocument& made)
 {
-    const bool isOfPaper = answer.error
-        && (answer.error->kind == sale::ErrorKind::Paper || answer.error->kind == sale::ErrorKind::Cover);
-    if (!isOfPaper || answer.state != sale::DocumentState::NotIssued
-        || (answer.reason != sale::StateReason::Refused && answer.reason != sale::StateReason::Settled))
-        return false;
-    try {
-        // The attempt is done with and told; whoever waits for the document waits on, as long as its time
-        // lasts.
-        return journal().accept(journal().findId(answer.id).value().request).state
-            == sale::DocumentState::Queued;
-    } catch (const sale::JournalError&) {
-        // It is not issued, and that stands in the journal.
-        return false;
-    }
-}
-
-QJsonObject WorkerSession::answerOf(const sale::DocumentAnswer& answer, const QString& held) const
-{
-    QJsonObject json{
-        {QStringLiteral("state"), answer.state ? QJsonValue(sale::stateName(*answer.state)) : QJsonValue()}};
-    if (!held.isEmpty())
-        json.insert(QStringLiteral("held"), held);
+    const sale::DocumentAnswer& answer = made.answer;
+    const sale::AnswerError error = answer.error.value_or(sale::AnswerError());
+    // Also when the journal could not take what is known otherwise: the next start settles it.
+    const bool isRunning = !made.held && isRunningInJournal(answer.id);
+    const std::optional<sale::DocumentState> state = isRunning ? sale::DocumentState::Running : answer.state;
+    QJsonObject json{{QStringLiteral("state"), state ? QJsonValue(sale::stateName(*state)) : QJsonValue()}};
+    if (made.held)
+        json.insert(QStringLiteral("held"), heldReason(*made.held, error.exceptionName));
     if (answer.error) {
-        json.insert(QStringLiteral("kind"), sale::errorKindName(answer.error->kind));
-        json.insert(QStringLiteral("text"), answer.error->text);
+        json.insert(QStringLiteral("kind"), sale::errorKindName(error.kind));
+        json.insert(QStringLiteral("text"), error.text);
     }
     return json;
+}
+
+bool WorkerSession::isRunningInJournal(const QString& id)
+{
+    try {
+        const std::optional<sale::StoredDocument> document = journal().findId(id);
+        return document && document->state == sale::DocumentState::Running;
+    } catch (const sale::JournalError&) {
+        return true;
+    }
 }
 
 QJsonObject WorkerSession::settle(const QString& id)

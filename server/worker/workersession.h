@@ -1,10 +1,10 @@
 #pragma once
 
 #include "configuration/registersettings.h"
+#include "worker/patientstore.h"
 
 #include "cashdesk.h"
 #include "registerconnection.h"
-#include "sqlitestore.h"
 
 #include <QJsonObject>
 
@@ -16,7 +16,7 @@ class LineObserver;
 }
 
 namespace sale {
-struct DocumentAnswer;
+struct QueuedDocument;
 }
 
 namespace frserver {
@@ -62,8 +62,8 @@ private:
     QJsonArray reach(sale::CashDesk& desk);
     QJsonObject conditionJson();
     void setClock(RegisterCondition& condition);
-    QJsonObject answerOf(const sale::DocumentAnswer& answer, const QString& held) const;
-    bool waitsAgain(const sale::DocumentAnswer& answer);
+    QJsonObject answerOf(const sale::QueuedDocument& made);
+    bool isRunningInJournal(const QString& id);
     void giveUpFormerDrive(const QString& drive);
     QDateTime localNow() const;
 
@@ -72,7 +72,7 @@ private:
     devices::LineObserver& m_observer;
     const std::function<void()> m_waitCallback;
     bool m_isMaking = false;
-    std::optional<sale::SqliteStore> m_journal;
+    std::optional<PatientStore> m_journal;
     std::optional<devices::RegisterConnection> m_connection;
     std::optional<sale::CashDesk> m_desk;
     QString m_drive;

@@ -14,6 +14,7 @@ public:
 
     QString port() const { return m_dir.filePath(QStringLiteral("register")); }
     QString tape() const;
+    qint64 processId() const { return m_process.processId(); }
     /// The documents of its journal.
     QList<QJsonObject> journal() const;
     /// The sales among them.

@@ -64,6 +64,27 @@ TEST_P(StoreQueue, QueueIsChangedWhereTheDocumentStillWaits)
     EXPECT_EQ(store->begin("queued2", {markBefore, {}, "till2"}), 1);
 }
 
+TEST_P(StoreQueue, DocumentWaitsAgainWhenItsAttemptIsOver)
+{
+    store->accept(request("A"));
+    store->accept(request("B"));
+    store->begin("A", {markBefore});
+    store->settle(
+        "A", 1, {.state = DocumentState::NotIssued, .reason = StateReason::Refused, .waitsAgain = true});
+    const StoredDocument waiting = store->findId("A").value();
+    EXPECT_EQ(waiting.state, DocumentState::Queued);
+    EXPECT_EQ(waiting.reason, StateReason::None);
+    EXPECT_FALSE(waiting.settled.isValid());
+    EXPECT_EQ(waiting.attempts.constFirst().verdict, DocumentState::NotIssued);
+    EXPECT_TRUE(waiting.attempts.constFirst().ended.isValid());
+    // In its place.
+    EXPECT_EQ(idsOf({.states = {DocumentState::Queued}}), (QStringList{"A", "B"}));
+    EXPECT_EQ(store->begin("A", {markBefore}), 2);
+    // What is issued is not asked for again.
+    store->settle("A", 2, {.state = DocumentState::Issued, .documentNumber = 8, .waitsAgain = true});
+    EXPECT_EQ(store->findId("A")->state, DocumentState::Issued);
+}
+
 TEST_P(StoreQueue, RefusalIsKeptAsAnAttemptThatWasNeverUnderWay)
 {
     store->accept(request("A"));

@@ -1,5 +1,6 @@
 """A register, the service that owns it, and a client of the service: standard library alone."""
 
+import contextlib
 import http.client
 import json
 import os
@@ -29,16 +30,13 @@ class Program:
                 return match[1]
         raise RuntimeError("".join(self.lines))
 
-    def drain(self):
-        """The rest of what it said, once it has ended."""
-        self.lines += self.process.stderr.readlines()
-
     def stop(self, how=signal.SIGTERM):
         if self.process.poll() is None:
             self.process.send_signal(how)
         status = self.process.wait(timeout=PATIENCE)
-        self.drain()
-        self.process.stderr.close()
+        if not self.process.stderr.closed:
+            self.lines += self.process.stderr.readlines()
+            self.process.stderr.close()
         return status
 
 
@@ -68,9 +66,10 @@ class Client:
             headers["Authorization"] = "Bearer " + self.token
         if body is not None:
             body = json.dumps(body).encode()
-        connection.request(method, path, body, headers)
-        with connection.getresponse() as response:
-            return Answer(response)
+        with contextlib.closing(connection):
+            connection.request(method, path, body, headers)
+            with connection.getresponse() as response:
+                return Answer(response)
 
     def events(self):
         return Events(self.place, self.token)
@@ -135,7 +134,7 @@ class Service(Program):
         ]
         for name, line in registers.items():
             sections.append(
-                f"[register {name}]\nport = {line}\nprotocol = HEX\ncashier = {CASHIER}\nallow-test-drive = true\n{more}\n")
+                f"[register {name}]\nport = {line}\nprotocol = HEX\ncashier = {CASHIER}\nallow-test-drive = true\nexclusive = yes\n{more}\n")
         self.config.write_text("\n".join(sections), encoding="utf-8")
         self.start(options, environment)
 
@@ -149,7 +148,7 @@ class Service(Program):
     def ask(self, method, path, body=None, **headers):
         return self.client.ask(method, path, body, **headers)
 
-    def post(self, body, name="till1", wait=PATIENCE, **more):
+    def post(self, body, name="till1", wait=PATIENCE - 15, **more):
         return self.ask("POST", f"/v1/registers/{name}/documents", {**body, **more}, Prefer=f"wait={wait}")
 
     def workers(self):

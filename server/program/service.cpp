@@ -1,0 +1,102 @@
+#include "program/service.h"
+
+#include "rack/workerprocess.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+namespace frserver {
+
+namespace {
+
+/// Another program may have the journal for a moment; whoever asks is not to wait for longer.
+constexpr int patienceMs = 3'000;
+/// A busy register may hold a document's last exchange for 100 s.
+constexpr std::chrono::seconds longestDocument(130);
+
+std::unique_ptr<Worker> createWorker()
+{
+    return std::make_unique<WorkerProcess>(QCoreApplication::applicationFilePath());
+}
+
+Api::Settings apiSettings(const ServiceSettings& settings)
+{
+    return {.queueLimit = settings.queueLimit, .version = QCoreApplication::applicationVersion().toUtf8()};
+}
+
+Till::Settings tillSettings(const RegisterSettings& settings)
+{
+    return {settings.name, settings.protocol, settings.timeZone, settings.startBefore, settings.hasCashier()};
+}
+
+} // namespace
+
+Service::Service(const Configuration& configuration, const QString& journal)
+    : m_store(journal, patienceMs)
+    , m_owners(journal, patienceMs)
+    , m_outbox(journal, patienceMs)
+    , m_tokens(tokenFile(configuration.service, journal))
+    , m_rack(configuration.registers, m_store, createWorker, {.journal = journal})
+    , m_api(m_store, m_owners, apiSettings(configuration.service))
+    , m_server(m_api.site())
+{
+    for (const auto& [name, agent] : m_rack.agents())
+        add(*agent);
+    QObject::connect(
+        &m_rack, &Rack::documentChanged, &m_rack, [this](const QString& id) { m_api.documentChanged(id); });
+    QObject::connect(&m_rack, &Rack::registerChanged, &m_rack,
+        [this](const QString& name) { m_api.registerChanged(name); });
+    startWebhook(configuration.service);
+}
+
+QString Service::tokenFile(const ServiceSettings& settings, const QString& journal)
+{
+    return settings.tokens.isEmpty() ? QFileInfo(journal).absolutePath() + QStringLiteral("/frserver.tokens")
+                                     : settings.tokens;
+}
+
+void Service::add(RegisterAgent& agent)
+{
+    m_tills.push_back(std::make_unique<AgentTill>(tillSettings(agent.settings()), agent));
+    m_api.add(*m_tills.back());
+}
+
+void Service::startWebhook(const ServiceSettings& settings)
+{
+    if (settings.webhookUrl.isEmpty())
+        return m_outbox.close();
+    m_outbox.open();
+    m_webhook = std::make_unique<Webhook>(
+        m_outbox, Webhook::Settings{QUrl(settings.webhookUrl), settings.webhookSecret.toUtf8()});
+    m_api.onEnd([this] { m_webhook->wake(); });
+    m_webhook->wake();
+}
+
+QString Service::readTokens()
+{
+    try {
+        m_api.setTokens(m_tokens.exists(), m_tokens.read());
+        return {};
+    } catch (const TokenError& error) {
+        m_api.setTokens(true, {});
+        return QString::fromUtf8(error.what());
+    }
+}
+
+void Service::start(const ListenAddress& listen)
+{
+    m_server.listen(listen.address, listen.port);
+    m_rack.start();
+}
+
+void Service::stop(const std::function<void()>& stopped)
+{
+    m_api.stop();
+    QObject::connect(&m_rack, &Rack::stopped, &m_patience, stopped);
+    QObject::connect(&m_patience, &QTimer::timeout, &m_patience, stopped);
+    m_patience.setSingleShot(true);
+    m_patience.start(longestDocument);
+    m_rack.stop();
+}
+
+} // namespace frserver

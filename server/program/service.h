@@ -1,0 +1,54 @@
+#pragma once
+
+#include "access/tokenfile.h"
+#include "api/api.h"
+#include "configuration/configuration.h"
+#include "http/server.h"
+#include "program/agenttill.h"
+#include "program/listenaddress.h"
+#include "rack/rack.h"
+#include "sqlitestore.h"
+#include "webhook/webhook.h"
+
+#include <memory>
+#include <vector>
+
+namespace frserver {
+
+/// The whole service: journal, registers, interface.
+class Service
+{
+public:
+    /// The file of the journal is what the configuration says, or the machine's. Throws sale::JournalError.
+    Service(const Configuration& configuration, const QString& journal);
+
+    /// Throws http::ListenError.
+    void start(const ListenAddress& listen);
+    /// Such as "http://127.0.0.1:8403".
+    QString url() const { return m_server.url(); }
+    /// Reads the tokens anew. When they cannot be read nobody is let in: what the error says is given back.
+    QString readTokens();
+    /// Accepts nothing any longer and lets the documents under way finish, as long as a register may take for
+    /// one; then calls back, once.
+    void stop(const std::function<void()>& stopped);
+
+    /// Where the tokens are kept.
+    static QString tokenFile(const ServiceSettings& settings, const QString& journal);
+
+private:
+    void add(RegisterAgent& agent);
+    void startWebhook(const ServiceSettings& settings);
+
+    sale::SqliteStore m_store;
+    Owners m_owners;
+    Outbox m_outbox;
+    TokenFile m_tokens;
+    Rack m_rack;
+    std::vector<std::unique_ptr<AgentTill>> m_tills;
+    Api m_api;
+    std::unique_ptr<Webhook> m_webhook;
+    http::Server m_server;
+    QTimer m_patience;
+};
+
+} // namespace frserver

@@ -1,0 +1,325 @@
+#include "agentfixture.h"
+
+#include <QCoreApplication>
+
+using sale::DocumentState;
+
+namespace {
+
+TEST_F(AgentTest, MakesWhatIsAwaitedFirstAndTheRestInOrder)
+{
+    startAgent();
+    EXPECT_EQ(text("state"), "ready");
+    for (const char* const id : {"sale:0001", "sale:0002", "sale:0003"})
+        queue(id);
+    EXPECT_EQ(worker->at(), "make sale:0001");
+    EXPECT_EQ(text("state"), "making");
+    agent->setAwaited("sale:0003", true);
+    issue();
+    EXPECT_EQ(worker->at(), "make sale:0003");
+    // Withdrawn while another is made.
+    store.withdraw("sale:0002");
+    issue();
+    EXPECT_EQ(worker->at(), "");
+    EXPECT_EQ(changed, (QStringList{"sale:0001", "sale:0003"}));
+    queue("sale:0004");
+    store.move("sale:0004", "till2");
+    issue();
+    EXPECT_EQ(worker->at(), "");
+}
+
+struct Obstacle
+{
+    const char* reason;
+    /// The connection stands, and the document itself is tried again.
+    bool isTriedAgain;
+};
+
+class Held : public AgentTest, public testing::WithParamInterface<Obstacle>
+{
+};
+
+TEST_P(Held, IsTriedAgainLaterAndLater)
+{
+    const auto& [reason, isTriedAgain] = GetParam();
+    startAgent();
+    queue("sale:0001");
+    const QString next = isTriedAgain ? "make sale:0001" : "open";
+    hold(reason);
+    for (const int seconds : {1, 2, 4, 8, 16, 32, 60, 60}) {
+        EXPECT_EQ(text("state"), "waiting");
+        EXPECT_EQ(text("waiting"), reason);
+        EXPECT_EQ(text("waitingText"), QString("of ") + reason);
+        pass(seconds * 1000 - 1);
+        ASSERT_EQ(worker->at(), "") << seconds;
+        pass(1);
+        ASSERT_EQ(worker->at(), next);
+        EXPECT_EQ(text("state"), "waiting");
+        if (isTriedAgain)
+            hold(reason);
+        else
+            worker->fail(reason);
+    }
+    pass(60'000);
+    if (!isTriedAgain)
+        open();
+    issue();
+    EXPECT_EQ(text("state"), "ready");
+    EXPECT_TRUE(agent->view().value("waiting").isNull());
+    // From the beginning.
+    queue("sale:0002");
+    hold(reason);
+    pass(1000);
+    EXPECT_EQ(worker->at(), isTriedAgain ? "make sale:0002" : "open");
+}
+
+INSTANTIATE_TEST_SUITE_P(Reasons, Held,
+    testing::Values(Obstacle{"paper", true}, Obstacle{"cover", true}, Obstacle{"needsReview", true},
+        Obstacle{"journal", true}, Obstacle{"line", false}, Obstacle{"busy", false},
+        Obstacle{"wrongRegister", false}, Obstacle{"newDrive", false}, Obstacle{"testDrive", false}),
+    [](const auto& row) { return row.param.reason; });
+
+TEST_F(AgentTest, HurriesForWhomeverWaitsForPaperButNotForALine)
+{
+    startAgent();
+    queue("sale:0001");
+    for (const int seconds : {1, 2, 4, 8}) {
+        hold("paper");
+        pass(seconds * 1000);
+    }
+    hold("paper");
+    agent->setAwaited("sale:0001", true);
+    pass(1999);
+    EXPECT_EQ(worker->at(), "");
+    pass(1);
+    EXPECT_EQ(worker->at(), "make sale:0001");
+    hold("line");
+    agent->setAwaited("sale:0001", true);
+    pass(2000);
+    EXPECT_EQ(worker->at(), "");
+}
+
+TEST_F(AgentTest, StopsBehindADocumentThatThePaperEndedOn)
+{
+    startAgent();
+    queue("sale:0001");
+    queue("sale:0002");
+    begin("sale:0001");
+    end("sale:0001", DocumentState::Issued);
+    worker->answer({{"state", "issued"}, {"kind", "paper"}});
+    EXPECT_EQ(worker->at(), "");
+    EXPECT_EQ(text("waiting"), "paper");
+    EXPECT_EQ(changed, QStringList{"sale:0001"});
+}
+
+TEST_F(AgentTest, SettlesBeforeAnythingElseWhenTheLineWasLost)
+{
+    startAgent();
+    queue("sale:0001");
+    queue("sale:0002");
+    begin("sale:0001");
+    worker->answer({{"state", "running"}, {"kind", "line"}});
+    end("sale:0001", DocumentState::Unknown);
+    open(true, {}, {"sale:0001"});
+    // What is unknown holds nothing up.
+    EXPECT_EQ(worker->at(), "make sale:0002");
+    EXPECT_EQ(changed, (QStringList{"sale:0001", "sale:0001"}));
+}
+
+TEST_F(AgentTest, IsKilledWhenItHasSaidNothingForTooLong)
+{
+    startAgent();
+    pass(10'000'000);
+    condition(true);
+    EXPECT_EQ(worker->kills, 0) << "nothing was asked of it";
+    queue("sale:0001");
+    pass(119'000);
+    worker->tick();
+    pass(119'999);
+    EXPECT_EQ(worker->kills, 0);
+    pass(1);
+    EXPECT_EQ(worker->kills, 1);
+    EXPECT_EQ(text("waiting"), "worker");
+    pass(999);
+    EXPECT_EQ(worker->starts, 1);
+    pass(1);
+    EXPECT_EQ(worker->starts, 2);
+    worker->answer({});
+    open();
+    issue();
+    EXPECT_TRUE(agent->view().value("waiting").isNull());
+}
+
+TEST_F(AgentTest, NeverMakesAgainWhatAWorkerDiedOf)
+{
+    startAgent();
+    queue("sale:0001");
+    queue("sale:0002");
+    begin("sale:0001");
+    worker->die();
+    EXPECT_EQ(changed, QStringList{"sale:0001"});
+    pass(1000);
+    worker->answer({});
+    end("sale:0001", DocumentState::NotIssued, sale::StateReason::Settled);
+    open(true, {}, {"sale:0001"});
+    EXPECT_EQ(worker->at(), "make sale:0002");
+}
+
+TEST_F(AgentTest, RefusesADocumentThatKillsItsWorkersBeforeItIsBegun)
+{
+    startAgent();
+    queue("sale:0001");
+    for (const int seconds : {1, 2, 4}) {
+        ASSERT_EQ(worker->at(), "make sale:0001");
+        worker->die();
+        pass(seconds * 1000);
+        worker->answer({});
+        if (seconds == 4)
+            queue("sale:0002");
+        open();
+    }
+    EXPECT_EQ(worker->at(), "make sale:0002");
+    EXPECT_EQ(stateOf("sale:0001"), DocumentState::NotIssued);
+    EXPECT_EQ(store.findId("sale:0001")->attempts.constLast().note.failure.value("kind"), "internal");
+}
+
+TEST_F(AgentTest, PausesBehindTheDocumentUnderWay)
+{
+    startAgent();
+    queue("sale:0001");
+    queue("sale:0002");
+    agent->pause("Петров");
+    EXPECT_EQ(text("state"), "pausing");
+    issue();
+    ASSERT_EQ(worker->at(), "close");
+    EXPECT_EQ(text("state"), "pausing");
+    worker->answer({});
+    EXPECT_EQ(text("state"), "paused");
+    EXPECT_EQ(text("pausedBy"), "Петров");
+    pass(1'000'000);
+    EXPECT_EQ(worker->at(), "");
+    // Nobody wants it meanwhile.
+    worker->die();
+    EXPECT_EQ(text("state"), "paused");
+    pass(1'000'000);
+    EXPECT_EQ(worker->starts, 1);
+    agent->resume();
+    worker->answer({});
+    open();
+    EXPECT_EQ(worker->at(), "make sale:0002");
+}
+
+TEST_F(AgentTest, PausedLeavesThePortAlsoBehindAFailure)
+{
+    startAgent();
+    queue("sale:0001");
+    hold("wrongRegister");
+    agent->pause("Петров");
+    EXPECT_EQ(worker->at(), "close");
+}
+
+TEST_F(AgentTest, StopsBehindTheDocumentUnderWay)
+{
+    startAgent();
+    queue("sale:0001");
+    queue("sale:0002");
+    agent->stop();
+    issue();
+    EXPECT_EQ(worker->at(), "close");
+    worker->answer({});
+    EXPECT_EQ(worker->did.constLast(), "end");
+    EXPECT_FALSE(isStopped);
+    worker->die();
+    EXPECT_TRUE(isStopped);
+    EXPECT_EQ(text("state"), "stopped");
+    EXPECT_EQ(stateOf("sale:0002"), DocumentState::Queued);
+}
+
+TEST_F(AgentTest, StopsAlsoAWorkerThatHangs)
+{
+    startAgent();
+    queue("sale:0001");
+    agent->stop();
+    pass(120'000);
+    EXPECT_EQ(worker->kills, 1);
+    EXPECT_TRUE(isStopped);
+    EXPECT_EQ(worker->starts, 1);
+}
+
+TEST_F(AgentTest, WantsAPersonsWordForANewDrive)
+{
+    makeAgent();
+    agent->start();
+    worker->answer({});
+    queue("sale:0001");
+    worker->fail("newDrive");
+    EXPECT_EQ(text("waiting"), "newDrive");
+    agent->accept("Петров", "the drive was changed");
+    ASSERT_EQ(worker->at(), "accept");
+    EXPECT_EQ(worker->last.value("by"), "Петров");
+    EXPECT_EQ(worker->last.value("note"), "the drive was changed");
+    worker->answer({});
+    open();
+    EXPECT_EQ(worker->at(), "make sale:0001");
+    // A word that was not taken is not given again.
+    issue();
+    agent->accept("Петров", "once more");
+    worker->fail("line");
+    pass(1000);
+    EXPECT_EQ(worker->at(), "open");
+}
+
+TEST_F(AgentTest, TellsAtOnceWhatItCannotAskAbout)
+{
+    startAgent();
+    agent->settle("sale:0001");
+    EXPECT_EQ(worker->at(), "");
+    QCoreApplication::processEvents();
+    ASSERT_EQ(worker->at(), "settle sale:0001");
+    worker->answer({});
+    EXPECT_EQ(changed, QStringList{"sale:0001"});
+    queue("sale:0002");
+    hold("line");
+    agent->settle("sale:0003");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(changed.constLast(), "sale:0003");
+}
+
+TEST_F(AgentTest, WaitsForAJournalThatFails)
+{
+    startAgent();
+    queue("sale:0001");
+    issue();
+    store.isBroken = true;
+    agent->wake();
+    EXPECT_EQ(text("waiting"), "journal");
+    store.isBroken = false;
+    pass(1000);
+    EXPECT_EQ(text("state"), "ready");
+}
+
+TEST_F(AgentTest, AsksARegisterHowItIsWhenItHasNothingToDo)
+{
+    startAgent();
+    queue("sale:0001");
+    pass(59'999);
+    issue();
+    EXPECT_EQ(worker->at(), "");
+    pass(1);
+    condition(false);
+    EXPECT_FALSE(agent->view().value("shift").toObject().value("open").toBool());
+    EXPECT_EQ(agent->view().value("conditionAge").toInt(), 0);
+    pass(60'000);
+    const auto tell = [this](int unsent) {
+        worker->answer({{"condition", QJsonObject{{"shiftOpen", false}, {"unsent", unsent}}}});
+        return QDateTime::fromString(text("unsentSince"), Qt::ISODateWithMs);
+    };
+    const QDateTime first = now;
+    EXPECT_EQ(tell(1), first);
+    pass(60'000);
+    EXPECT_EQ(tell(3), first);
+    pass(60'000);
+    EXPECT_FALSE(tell(0).isValid());
+}
+
+} // namespace

@@ -1,0 +1,153 @@
+#include "agentfixture.h"
+#include "rack/shiftwatch.h"
+
+using frserver::ShiftRule;
+using frserver::ShiftWatch;
+using sale::DocumentState;
+
+namespace {
+
+struct ShiftCase
+{
+    const char* name;
+    ShiftRule rule;
+    const char* hours;
+    /// Moscow's time; empty for a shift that is closed, "?" for one that nobody knows the beginning of.
+    const char* since;
+    const char* now;
+    bool mayOpen;
+    bool isEndDue;
+};
+
+const ShiftCase shiftCases[] = {
+    {"closed", ShiftRule::OnSale, "", "", "02 12:00", true, false},
+    {"by hand", ShiftRule::Manual, "", "01 12:30", "02 11:59", false, false},
+    {"before a register sells no more", ShiftRule::Manual, "", "01 12:30", "02 12:00", false, true},
+    {"the same on sale", ShiftRule::OnSale, "", "01 12:30", "02 12:00", true, true},
+    {"of an age that is not known", ShiftRule::OnSale, "", "?", "02 12:00", true, false},
+    {"clock that was set back", ShiftRule::OnSale, "", "03 12:00", "02 12:00", true, false},
+    {"within the hours", ShiftRule::Scheduled, "8-22", "02 08:00", "02 21:59", true, false},
+    {"at their end", ShiftRule::Scheduled, "8-22", "02 08:00", "02 22:00", false, true},
+    {"closed before them", ShiftRule::Scheduled, "8-22", "", "02 07:59", false, false},
+    {"left open the day before", ShiftRule::Scheduled, "8-22", "01 21:00", "02 09:00", true, true},
+    {"opened by hand behind them", ShiftRule::Scheduled, "8-22", "01 23:00", "02 07:00", false, false},
+    {"not known, outside", ShiftRule::Scheduled, "8-22", "?", "02 07:00", false, true},
+    {"not known, within", ShiftRule::Scheduled, "8-22", "?", "02 09:00", true, false},
+    {"over midnight", ShiftRule::Scheduled, "20-4", "01 20:30", "02 03:59", true, false},
+    {"over midnight, at the end", ShiftRule::Scheduled, "20-4", "01 20:30", "02 04:00", false, true},
+    {"all day", ShiftRule::Scheduled, "6-6", "01 06:30", "02 05:59", true, false},
+    {"all day, at the end", ShiftRule::Scheduled, "6-6", "01 06:30", "02 06:00", true, true},
+};
+
+class Shift : public testing::TestWithParam<ShiftCase>
+{
+protected:
+    static QDateTime moment(const QString& text)
+    {
+        // In March, on the days before the clocks of other places change.
+        return QDateTime(QDate(2026, 3, text.left(2).toInt()), QTime::fromString(text.mid(3), "HH:mm"),
+            QTimeZone("Europe/Moscow"));
+    }
+};
+
+TEST_P(Shift, EndsInTime)
+{
+    const ShiftCase& given = GetParam();
+    frserver::RegisterSettings settings{.timeZone = QTimeZone("Europe/Moscow"), .shift = given.rule};
+    const QStringList hours = QString(given.hours).split('-');
+    if (given.rule == ShiftRule::Scheduled) {
+        settings.shiftOpen = QTime(hours.at(0).toInt(), 0);
+        settings.shiftClose = QTime(hours.at(1).toInt(), 0);
+    }
+    ShiftWatch watch(settings);
+    if (const QString since = given.since; !since.isEmpty())
+        watch.open(since == "?" ? QDateTime() : moment(since).toUTC());
+    EXPECT_EQ(watch.mayOpen(moment(given.now).toUTC()), given.mayOpen);
+    EXPECT_EQ(watch.isEndDue(moment(given.now).toUTC()), given.isEndDue);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, Shift, testing::ValuesIn(shiftCases),
+    [](const auto& row) { return QString(row.param.name).remove(',').replace(' ', '_').toStdString(); });
+
+TEST_F(AgentTest, ClosesTheShiftBetweenDocumentsAheadOfTheQueue)
+{
+    startAgent(true, now.addSecs(-23 * 3600 - 29 * 60));
+    queue("sale:0001");
+    queue("sale:0002");
+    pass(60'000);
+    issue();
+    const QString report = worker->last.value("id").toString();
+    ASSERT_EQ(store.findId(report)->request.kind, "zReport");
+    // It cannot be, and the register sells on meanwhile.
+    refuse("other");
+    condition(true);
+    EXPECT_EQ(alarms(), QStringList{"zReport"});
+    issue();
+    EXPECT_EQ(worker->at(), "");
+    pass(59'999);
+    EXPECT_EQ(worker->at(), "");
+    pass(1);
+    EXPECT_EQ(worker->at(), "make " + report) << "the same one";
+    issue();
+    EXPECT_EQ(stateOf(report), DocumentState::Issued);
+    EXPECT_EQ(alarms(), QStringList{});
+    pass(60'000);
+    condition(false);
+    pass(3'600'000);
+    EXPECT_EQ(worker->at(), "state");
+}
+
+TEST_F(AgentTest, TakesTheReportThatSomebodyHasAskedForAlready)
+{
+    startAgent(true, now);
+    agent->pause("Петров");
+    worker->answer({});
+    queue("sale:0001");
+    queue("z:000001", "zReport");
+    pass(24 * 3'600'000);
+    EXPECT_EQ(alarms(), QStringList{"shiftEnds"});
+    agent->resume();
+    open(true, now.addDays(-1));
+    EXPECT_EQ(worker->at(), "make z:000001");
+}
+
+TEST_F(AgentTest, ClosesAShiftThatTheRegisterFindsTooOld)
+{
+    startAgent();
+    queue("sale:0001");
+    refuse("shiftExpired");
+    condition(true);
+    EXPECT_EQ(store.findId(worker->last.value("id").toString())->request.kind, "zReport");
+}
+
+TEST_F(AgentTest, HasNoReportsWithoutACashier)
+{
+    settings.cashier.clear();
+    startAgent(true, now.addDays(-1));
+    EXPECT_EQ(worker->at(), "");
+    EXPECT_EQ(alarms(), QStringList{"shiftEnds"});
+}
+
+TEST_F(AgentTest, OpensNoShiftOutsideItsHours)
+{
+    settings.shift = ShiftRule::Scheduled;
+    settings.shiftOpen = QTime(13, 0);
+    settings.shiftClose = QTime(14, 0);
+    startAgent(false);
+    queue("shift:001", "openShift");
+    EXPECT_EQ(stateOf("shift:001"), DocumentState::NotIssued);
+    queue("sale:0001");
+    EXPECT_FALSE(worker->last.value("opensShift").toBool(true));
+    refuse("shiftClosed");
+    condition(false);
+    pass(3600'000);
+    condition(false);
+    queue("sale:0001");
+    EXPECT_TRUE(worker->last.value("opensShift").toBool());
+    issue();
+    const QJsonObject shift = agent->view().value("shift").toObject();
+    EXPECT_TRUE(shift.value("open").toBool());
+    EXPECT_EQ(QDateTime::fromString(shift.value("since").toString(), Qt::ISODateWithMs), now);
+}
+
+} // namespace

@@ -1,0 +1,131 @@
+#include "worker/clockjudgement.h"
+#include "worker/drivehistory.h"
+#include "worker/patientstore.h"
+
+#include "movement.h"
+#include "sqlitestore.h"
+
+#include <gtest/gtest.h>
+#include <QTemporaryDir>
+
+using namespace frserver;
+using sale::DocumentKind;
+using sale::DocumentState;
+
+namespace {
+
+struct PatientRow
+{
+    const char* id;
+    const char* kind;
+    DocumentState ending;
+    DocumentState state;
+};
+
+TEST(Patience, IsForTheDocumentThatMetNoPaperAndWasNotIssued)
+{
+    const PatientRow rows[] = {
+        {"sale:0001", "paper", DocumentState::NotIssued, DocumentState::Queued},
+        {"sale:0001", "cover", DocumentState::NotIssued, DocumentState::Queued},
+        {"sale:0001", "cash", DocumentState::NotIssued, DocumentState::NotIssued},
+        {"sale:0001", "paper", DocumentState::Issued, DocumentState::Issued},
+        {"sale:0001", "paper", DocumentState::Unknown, DocumentState::Unknown},
+        // The opening of the shift on the way to it.
+        {"shift:001", "paper", DocumentState::NotIssued, DocumentState::NotIssued},
+    };
+    for (const PatientRow& row : rows) {
+        PatientStore store(":memory:");
+        store.setPatientFor("sale:0001");
+        store.accept({row.id, "sell", {}, "till1"});
+        const int attempt = store.begin(row.id, {}).value();
+        store.note(row.id, attempt, {.failure = {{"kind", row.kind}}});
+        store.note(row.id, attempt, {.warnings = {"sold before"}});
+        store.settle(row.id, attempt, {.state = row.ending});
+        EXPECT_EQ(store.findId(row.id)->state, row.state) << row.id << row.kind;
+    }
+}
+
+struct ClockRow
+{
+    const char* name;
+    /// Seconds that the register is ahead, and its last document.
+    int ahead;
+    int document;
+    bool isShiftOpen;
+    bool isSynchronised;
+    bool maySet;
+};
+
+TEST(Clock, IsSetOnlyWhenThatCanDoNoHarm)
+{
+    const ClockRow rows[] = {
+        {"right", 4, -60, false, true, false},
+        {"ahead", 300, -60, false, true, true},
+        {"behind", -300, -400, false, true, true},
+        {"too far", 301, -60, false, true, false},
+        {"too far behind", -301, -400, false, true, false},
+        {"in a shift", 60, -60, true, true, false},
+        {"by a clock that nobody vouches for", 60, -60, false, false, false},
+        {"before a document", 60, 1, false, true, false},
+    };
+    const QDateTime now(QDate(2026, 3, 2), QTime(9, 0));
+    for (const ClockRow& row : rows)
+        EXPECT_EQ(mayClockBeSet({now.addSecs(row.ahead), now, now.addSecs(row.document), row.isShiftOpen,
+                      row.isSynchronised}),
+            row.maySet)
+            << row.name;
+    EXPECT_FALSE(mayClockBeSet({{}, now, {}, false, true}));
+    EXPECT_TRUE(mayClockBeSet({now.addSecs(60), now, {}, false, true}));
+    // A time of the register is what its display shows, wherever the computer thinks it is.
+    EXPECT_EQ(clockDifference(QDateTime(now.date(), QTime(9, 1), Qt::UTC), now), 60);
+}
+
+class DriveHistory : public testing::Test
+{
+protected:
+    void make(const QString& id, DocumentKind kind, const QString& drive, DocumentState state,
+        const QString& name = "till1", sale::StateReason reason = {})
+    {
+        store.accept({id, "sell", {}, name});
+        const int attempt = store.begin(id, {{{"drive", drive}}, sale::Movement{kind}.toJson()}).value();
+        store.settle(id, attempt, {.state = state, .reason = reason});
+    }
+
+    QDateTime begun(const QString& id) const { return store.findId(id)->begun; }
+
+    QTemporaryDir folder;
+    sale::SqliteStore store{folder.filePath("journal.sqlite")};
+};
+
+TEST_F(DriveHistory, KnowsTheDriveOfTheRegisterThatADocumentWasMadeOn)
+{
+    EXPECT_EQ(lastDrive(store, "till1"), "");
+    make("sale:0001", DocumentKind::Sale, "1", DocumentState::Issued);
+    make("sale:0002", DocumentKind::Sale, "2", DocumentState::NotIssued, "till2");
+    make("text:0003", DocumentKind::Report, "", DocumentState::Issued);
+    EXPECT_EQ(lastDrive(store, "till1"), "1");
+    // It comes from another register, and has not been begun on this one.
+    store.accept({"sale:0002", "sell", {}, "till1"});
+    EXPECT_EQ(lastDrive(store, "till1"), "1");
+    store.withdraw("sale:0002");
+    EXPECT_EQ(lastDrive(store, "till1"), "1");
+}
+
+TEST_F(DriveHistory, KnowsWhenTheShiftBegan)
+{
+    EXPECT_FALSE(shiftSince(store, "1").isValid());
+    make("sale:0001", DocumentKind::Sale, "1", DocumentState::Issued);
+    make("z:000002", DocumentKind::ShiftClosing, "1", DocumentState::Issued);
+    make("report:3", DocumentKind::Report, "1", DocumentState::Issued);
+    EXPECT_FALSE(shiftSince(store, "1").isValid());
+    make("sale:0004", DocumentKind::Sale, "1", DocumentState::Issued);
+    make("sale:0005", DocumentKind::Sale, "1", DocumentState::Issued);
+    make("sale:0006", DocumentKind::Sale, "2", DocumentState::Issued);
+    EXPECT_EQ(shiftSince(store, "1"), begun("sale:0004"));
+    make("shift:07", DocumentKind::ShiftOpening, "1", DocumentState::Issued);
+    make("sale:0008", DocumentKind::Sale, "1", DocumentState::Issued);
+    make("z:000009", DocumentKind::ShiftClosing, "1", DocumentState::NotIssued);
+    EXPECT_EQ(shiftSince(store, "1"), begun("shift:07"));
+}
+
+} // namespace

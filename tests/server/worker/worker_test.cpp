@@ -1,0 +1,190 @@
+#include "workerfixture.h"
+
+#include "portlock.h"
+
+#include <QJsonDocument>
+#include <sys/stat.h>
+
+#include <csignal>
+
+using sale::DocumentState;
+
+namespace {
+
+class Protocols : public WorkerTest, public testing::WithParamInterface<receipt::Protocol>
+{
+protected:
+    Protocols()
+    {
+        settings.protocol = GetParam();
+        settings.allowsTestDrive = true;
+    }
+};
+
+TEST_P(Protocols, SellAndLeaveTheLineToOthers)
+{
+    startRegister();
+    startRack();
+    queueSale("sale:0001");
+    ASSERT_TRUE(untilEnded("sale:0001"));
+    EXPECT_EQ(document("sale:0001").state, DocumentState::Issued);
+    EXPECT_TRUE(until([this] { return view().value("shift").toObject().value("open").toBool(); }));
+    EXPECT_EQ(view().value("identity").toObject().value("testDrive"), true);
+    // Of another, that holds nothing up.
+    store.accept({"sale:0002", "sell", R"({"items":[]})", "till1"});
+    queueSale("sale:0003");
+    ASSERT_TRUE(untilEnded("sale:0003"));
+    EXPECT_EQ(document("sale:0002").reason, sale::StateReason::Refused);
+    devices::PortLock lock;
+    EXPECT_FALSE(lock.take(settings.port));
+    rack->agent("till1")->pause("Петров");
+    ASSERT_TRUE(until([this] { return view().value("state") == "paused"; }));
+    ASSERT_TRUE(lock.take(settings.port));
+    EXPECT_FALSE(lock.wasLeftBusy());
+    lock.release();
+    rack->agent("till1")->resume();
+    queue("z:000001", "zReport");
+    ASSERT_TRUE(untilEnded("z:000001"));
+    EXPECT_EQ(document("z:000001").state, DocumentState::Issued);
+    EXPECT_TRUE(until([this] { return !view().value("shift").toObject().value("open").toBool(); }));
+    EXPECT_EQ(emulator->sales().size(), 2);
+}
+
+TEST_P(Protocols, AreSettledWhenAWorkerIsKilledInTheMiddle)
+{
+    // The pace of a line, so that there is a middle. Over XML the whole sale is one request, and what is left
+    // of an answer that is as slow would be waited for as long as the protocol allows.
+    const bool isHex = GetParam() == receipt::Protocol::Hex;
+    startRegister(isHex ? QStringList{"--baud", "19200"} : QStringList());
+    startRack();
+    queue("shift:001", "openShift");
+    ASSERT_TRUE(untilEnded("shift:001"));
+    // At the first byte of it, and later and later.
+    for (const int ticks : isHex ? QList{0, 2, 4} : QList{0}) {
+        const QString id = QStringLiteral("sale:000%1").arg(ticks);
+        const qsizetype before = emulator->sales().size();
+        queueSale(id);
+        ASSERT_TRUE(until([&] { return document(id).state == DocumentState::Running; }));
+        const int begun = told;
+        ASSERT_TRUE(
+            until([&] { return told >= begun + ticks || document(id).state != DocumentState::Running; }));
+        const QList<qint64> killed = workers();
+        ASSERT_EQ(killed.size(), 1);
+        kill(static_cast<pid_t>(killed.constFirst()), SIGKILL);
+        ASSERT_TRUE(untilEnded(id));
+        const DocumentState truth
+            = emulator->sales().size() > before ? DocumentState::Issued : DocumentState::NotIssued;
+        EXPECT_EQ(document(id).state, truth) << ticks;
+        // The client's rule: the same id again.
+        queueSale(id);
+        ASSERT_TRUE(untilEnded(id));
+        EXPECT_EQ(document(id).state, DocumentState::Issued) << ticks;
+        EXPECT_EQ(emulator->sales().size(), before + 1) << ticks;
+    }
+}
+
+TEST_P(Protocols, WaitForPaper)
+{
+    startRegister();
+    startRack();
+    queue("shift:001", "openShift");
+    ASSERT_TRUE(untilEnded("shift:001"));
+    kill(static_cast<pid_t>(emulator->processId()), SIGUSR1);
+    queueSale("sale:0001");
+    ASSERT_TRUE(untilWaiting("paper"));
+    EXPECT_EQ(document("sale:0001").state, DocumentState::Queued);
+    EXPECT_EQ(emulator->sales().size(), 0);
+    kill(static_cast<pid_t>(emulator->processId()), SIGUSR1);
+    ASSERT_TRUE(untilEnded("sale:0001"));
+    EXPECT_EQ(document("sale:0001").state, DocumentState::Issued);
+    EXPECT_EQ(emulator->sales().size(), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Both, Protocols, testing::Values(receipt::Protocol::Hex, receipt::Protocol::Xml),
+    [](const auto& row) { return receipt::protocolName(row.param).toStdString(); });
+
+TEST_F(WorkerTest, SellsNothingOnAnotherRegisterOrDrive)
+{
+    settings.protocol = receipt::Protocol::Hex;
+    startRegister({"--drive", "9999000000000001", "--serial", "00000000000000000007"});
+    startRack();
+    queueSale("sale:0001");
+    ASSERT_TRUE(untilWaiting("testDrive"));
+    stopRack();
+    settings.allowsTestDrive = true;
+    settings.expected.serial = "00000000000000000008";
+    startRack();
+    ASSERT_TRUE(untilWaiting("wrongRegister"));
+    stopRack();
+    settings.expected.serial = "00000000000000000007";
+    startRack();
+    ASSERT_TRUE(untilEnded("sale:0001"));
+    stopRack();
+
+    startRegister({"--drive", "9999000000000002", "--serial", "00000000000000000007"});
+    startRack();
+    queueSale("sale:0002");
+    ASSERT_TRUE(untilWaiting("newDrive"));
+    EXPECT_EQ(document("sale:0002").state, DocumentState::Queued);
+    rack->agent("till1")->accept("Петров", "the drive was full");
+    ASSERT_TRUE(untilEnded("sale:0002"));
+    EXPECT_EQ(document("sale:0002").state, DocumentState::Issued);
+    EXPECT_EQ(document("sale:0002").drive, "9999000000000002");
+}
+
+TEST_F(WorkerTest, WaitsForALineThatIsNotThere)
+{
+    settings.protocol = receipt::Protocol::Hex;
+    settings.allowsTestDrive = true;
+    startRegister();
+    const QString port = std::exchange(settings.port, folder.filePath("line"));
+    startRack();
+    queueSale("sale:0001");
+    ASSERT_TRUE(untilWaiting("line"));
+    ASSERT_TRUE(QFile::link(port, settings.port));
+    ASSERT_TRUE(untilEnded("sale:0001"));
+    EXPECT_EQ(document("sale:0001").state, DocumentState::Issued);
+}
+
+TEST_F(WorkerTest, TellsThatThereIsNoWorker)
+{
+    program = folder.filePath("nowhere");
+    startRegister();
+    startRack();
+    ASSERT_TRUE(untilWaiting("worker"));
+    EXPECT_NE(view().value("waitingText").toString(), "");
+}
+
+/// Nobody closes its input, and what it waits for takes longer than this test may.
+TEST_F(WorkerTest, EndsWithAParentThatIsKilled)
+{
+    startRegister({"--faults", "silence@1+"});
+    const QByteArray input = folder.filePath("input").toLocal8Bit();
+    ASSERT_EQ(mkfifo(input.constData(), 0600), 0);
+    QFile held(folder.filePath("input"));
+    ASSERT_TRUE(held.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
+    QProcess parent;
+    parent.start(
+        "/bin/sh", {"-c", QStringLiteral("'%1' --worker <'%2' & echo $!; wait").arg(program, input)});
+    ASSERT_TRUE(parent.waitForReadyRead());
+    const QString id = QString::fromLatin1(parent.readLine().trimmed());
+    const QJsonObject start{{"n", 1}, {"do", "start"}, {"register", settings.toJson()},
+        {"journal", folder.filePath("other.sqlite")}};
+    held.write(QJsonDocument(start).toJson(QJsonDocument::Compact)
+        + "\n"
+          R"({"n":2,"do":"open"})"
+          "\n");
+    QByteArray said;
+    while (!said.contains("written") && parent.waitForReadyRead())
+        said += parent.readAll();
+    parent.kill();
+    EXPECT_TRUE(parent.waitForFinished());
+    EXPECT_TRUE(until([&id] {
+        const QByteArray state = readAll(QStringLiteral("/proc/%1/stat").arg(id));
+        return state.isEmpty() || state.contains(") Z ");
+    }));
+    devices::PortLock lock;
+    EXPECT_TRUE(lock.take(settings.port));
+}
+
+} // namespace
