@@ -1,6 +1,9 @@
 #include "configuration/configurationerror.h"
 #include "http/listenerror.h"
+#include "http/tlserror.h"
 #include "journalplace.h"
+#include "program/certificatecommand.h"
+#include "program/journalcommands.h"
 #include "program/options.h"
 #include "program/service.h"
 #include "program/servicenotice.h"
@@ -10,6 +13,7 @@
 
 #include <driverlogtoqt.h>
 #include <QCoreApplication>
+#include <QFileInfo>
 
 #include <cstdio>
 
@@ -33,17 +37,32 @@ QString journalOf(const Configuration& configuration)
     return configuration.service.journal.isEmpty() ? sale::journalPlace() : configuration.service.journal;
 }
 
-ListenAddress listenAddress(const Options& options, const ServiceSettings& settings)
+ListenAddress listenAddress(const Options& options, const Configuration& configuration)
 {
+    const ServiceSettings& settings = configuration.service;
+    const bool hasTokens = TokenFile(Service::tokenFile(settings, journalOf(configuration))).exists();
+    const auto addressOf = [&](const QString& text) {
+        return ListenAddress::of(text, settings.hasTls(), hasTokens);
+    };
     if (!options.listen.isEmpty())
-        return ListenAddress::of(options.listen);
+        return addressOf(options.listen);
     if (settings.listen.isEmpty())
         return {};
     try {
-        return ListenAddress::of(settings.listen);
+        return addressOf(settings.listen);
     } catch (const std::invalid_argument& error) {
         throw ConfigurationError(
             {QStringLiteral("%1: listen = %2").arg(settings.listenPlace, QString::fromUtf8(error.what()))});
+    }
+}
+
+/// One that cannot be read leaves the former one in use.
+void renewIdentity(Service& service)
+{
+    try {
+        service.readIdentity();
+    } catch (const http::TlsError& error) {
+        say(0, QStringLiteral("TLS: ") + QString::fromUtf8(error.what()));
     }
 }
 
@@ -51,15 +70,19 @@ int serve(const Options& options, const Configuration& configuration)
 {
     Signals signals;
     ServiceNotice notice;
-    const ListenAddress listen = listenAddress(options, configuration.service);
+    const ListenAddress listen = listenAddress(options, configuration);
     Service service(configuration, journalOf(configuration));
     const auto readTokens = [&service] {
         const QString error = service.readTokens();
         say(0, error.isEmpty() ? QStringLiteral("tokens: read") : QStringLiteral("tokens: ") + error);
     };
-    readTokens();
+    service.readIdentity();
     service.start(listen);
-    signals.onReload(readTokens);
+    readTokens();
+    signals.onReload([&service, readTokens] {
+        readTokens();
+        renewIdentity(service);
+    });
     signals.onEnd([&service, &notice] {
         notice.stopping();
         service.stop([] { QCoreApplication::quit(); });
@@ -71,7 +94,7 @@ int serve(const Options& options, const Configuration& configuration)
 
 int checkConfig(const Options& options, const Configuration& configuration)
 {
-    const ListenAddress listen = listenAddress(options, configuration.service);
+    const ListenAddress listen = listenAddress(options, configuration);
     std::printf("listens on %s, port %d\n", qPrintable(listen.address), listen.port);
     std::printf("journal %s\n", qPrintable(journalOf(configuration)));
     for (const RegisterSettings& settings : configuration.registers)
@@ -82,12 +105,19 @@ int checkConfig(const Options& options, const Configuration& configuration)
 
 int run(const Options& options)
 {
+    // It may come first, for a configuration that names it.
+    if (options.command == Options::Command::MakeCertificate)
+        return makeCertificate(options.name, QFileInfo(options.configFile).absolutePath());
     const Configuration configuration = Configuration::read(options.configFile);
     switch (options.command) {
     case Options::Command::Serve:
         return serve(options, configuration);
     case Options::Command::CheckConfig:
         return checkConfig(options, configuration);
+    case Options::Command::BackUp:
+    case Options::Command::Export:
+    case Options::Command::Import:
+        return runJournalCommand(options, journalOf(configuration));
     default:
         break;
     }

@@ -19,6 +19,7 @@ struct ServiceSettings
     /// PEM files; empty for no TLS.
     QString tlsCertificate = {};
     QString tlsKey = {};
+    bool hasTls() const { return !tlsCertificate.isEmpty(); }
     /// Files or folders; none for where the plugin is installed.
     QStringList plugins = {};
     /// Documents that may wait for one register.

@@ -32,7 +32,9 @@ Till::Settings tillSettings(const RegisterSettings& settings)
 } // namespace
 
 Service::Service(const Configuration& configuration, const QString& journal)
-    : m_store(journal, patienceMs)
+    : m_certificate(configuration.service.tlsCertificate)
+    , m_key(configuration.service.tlsKey)
+    , m_store(journal, patienceMs)
     , m_owners(journal, patienceMs)
     , m_outbox(journal, patienceMs)
     , m_tokens(tokenFile(configuration.service, journal))
@@ -40,6 +42,8 @@ Service::Service(const Configuration& configuration, const QString& journal)
     , m_api(m_store, m_owners, apiSettings(configuration.service))
     , m_server(m_api.site())
 {
+    if (m_store.isMoved())
+        throw sale::JournalError(QStringLiteral("the journal %1 has moved to another machine").arg(journal));
     for (const auto& [name, agent] : m_rack.agents())
         add(*agent);
     QObject::connect(
@@ -75,7 +79,8 @@ void Service::startWebhook(const ServiceSettings& settings)
 QString Service::readTokens()
 {
     try {
-        m_api.setTokens(m_tokens.exists(), m_tokens.read());
+        // Where others come nobody is let in for want of the file.
+        m_api.setTokens(m_isOpen || m_tokens.exists(), m_tokens.read());
         return {};
     } catch (const TokenError& error) {
         m_api.setTokens(true, {});
@@ -83,8 +88,18 @@ QString Service::readTokens()
     }
 }
 
+void Service::readIdentity()
+{
+    if (m_certificate.isEmpty())
+        return;
+    const auto identity = std::make_shared<http::TlsIdentity>(m_certificate, m_key);
+    m_api.site().gate.hostNames = identity->hostNames();
+    m_server.setIdentity(identity);
+}
+
 void Service::start(const ListenAddress& listen)
 {
+    m_isOpen = !listen.isLoopback();
     m_server.listen(listen.address, listen.port);
     m_rack.start();
 }

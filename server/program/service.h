@@ -22,6 +22,9 @@ public:
     /// The file of the journal is what the configuration says, or the machine's. Throws sale::JournalError.
     Service(const Configuration& configuration, const QString& journal);
 
+    /// Reads certificate and key anew, if there is to be TLS. Throws http::TlsError; then the former ones
+    /// stay.
+    void readIdentity();
     /// Throws http::ListenError.
     void start(const ListenAddress& listen);
     /// Such as "http://127.0.0.1:8403".
@@ -39,6 +42,9 @@ private:
     void add(RegisterAgent& agent);
     void startWebhook(const ServiceSettings& settings);
 
+    const QString m_certificate;
+    const QString m_key;
+    bool m_isOpen = false;
     sale::SqliteStore m_store;
     Owners m_owners;
     Outbox m_outbox;

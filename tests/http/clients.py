@@ -7,6 +7,8 @@ import sys
 import time
 import unittest
 
+import rig
+
 from rig import Server, everything, split, until
 
 HOST = b"Host: localhost\r\n"
