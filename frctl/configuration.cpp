@@ -1,8 +1,8 @@
 #include "configuration.h"
 
+#include "configurationfile.h"
 #include "errors.h"
 #include "frctltr.h"
-#include "configurationfile.h"
 #include "options.h"
 #include "optiontable.h"
 #include "suggestion.h"

@@ -41,9 +41,8 @@ ListenAddress listenAddress(const Options& options, const Configuration& configu
 {
     const ServiceSettings& settings = configuration.service;
     const bool hasTokens = TokenFile(Service::tokenFile(settings, journalOf(configuration))).exists();
-    const auto addressOf = [&](const QString& text) {
-        return ListenAddress::of(text, settings.hasTls(), hasTokens);
-    };
+    const auto addressOf
+        = [&](const QString& text) { return ListenAddress::of(text, settings.hasTls(), hasTokens); };
     if (!options.listen.isEmpty())
         return addressOf(options.listen);
     if (settings.listen.isEmpty())

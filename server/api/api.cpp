@@ -16,13 +16,9 @@ Q_LOGGING_CATEGORY(apiLog, "frserver.api")
 
 constexpr qsizetype keptEvents = 4000;
 constexpr std::chrono::seconds pausingWait(130);
+constexpr std::chrono::seconds lookAgainTime(1);
 
 const QString pausedState = QStringLiteral("paused");
-
-QJsonValue nameOrNull(const QString& text)
-{
-    return text.isEmpty() ? QJsonValue() : QJsonValue(text);
-}
 
 http::Response journalProblem(const sale::JournalError& error)
 {
@@ -65,9 +61,7 @@ Api::Api(sale::DocumentStore& store, Owners& owners, const Settings& settings)
     , m_events(keptEvents)
     , m_waiters([this](const QString& id) { return late(id); },
           [this](const QString& id, bool isAwaited) {
-              const std::optional<sale::StoredDocument> document = m_store.findId(id);
-              if (Till* const of = document ? till(document->request.registerName) : nullptr)
-                  of->setAwaited(id, isAwaited);
+              setAwaited(id, isAwaited ? m_open.registerOf(id) : QString());
           })
     , m_pausing([this](const QString& name) { return http::Response::json(registerView(*till(name)), 202); },
           [](const QString&, bool) {})
@@ -77,6 +71,12 @@ Api::Api(sale::DocumentStore& store, Owners& owners, const Settings& settings)
              .withAttempts = false}))
         m_open.takeOver(document);
     m_site.files = http::StaticFiles(QStringLiteral(":/page"));
+    m_lookAgain.setSingleShot(true);
+    QObject::connect(&m_lookAgain, &QTimer::timeout, &m_lookAgain, [this] {
+        const QStringList missed = std::exchange(m_missed, {});
+        for (const QString& id : missed)
+            documentChanged(id);
+    });
     addRoutes();
 }
 
@@ -137,21 +137,59 @@ void Api::accepted(const sale::StoredDocument& document)
 
 void Api::documentChanged(const QString& id)
 {
+    try {
+        noteChange(id);
+    } catch (const sale::JournalError& error) {
+        qCWarning(apiLog).noquote() << error.what();
+        m_missed.append(id);
+        m_lookAgain.start(lookAgainTime);
+    }
+}
+
+void Api::noteChange(const QString& id)
+{
     const std::optional<sale::StoredDocument> document = m_store.findId(id);
     if (!document)
         return;
     if (m_open.note(*document))
-        m_events.publish("document",
-            {{QStringLiteral("id"), id}, {QStringLiteral("register"), document->request.registerName},
-                {QStringLiteral("kind"), document->request.kind},
-                {QStringLiteral("state"), sale::stateName(document->state)},
-                {QStringLiteral("reason"), nameOrNull(sale::reasonName(document->reason))},
-                {QStringLiteral("documentNumber"), sale::documentNumberJson(document->documentNumber)}});
-    if (!isPending(document->state) && m_ended)
+        tell(*document);
+    if (isPending(document->state)) {
+        // It may have been moved.
+        if (m_waiters.areAny(id))
+            setAwaited(id, document->request.registerName);
+        return;
+    }
+    if (m_ended)
         m_ended();
     // Also that it is still unknown after it was asked about.
-    if (!isPending(document->state) && m_waiters.areAny(id))
+    if (m_waiters.areAny(id))
         m_waiters.answer(id, documentResponse(*this, *document));
+}
+
+void Api::setAwaited(const QString& id, const QString& registerName)
+{
+    const QString before = m_awaitedAt.take(id);
+    if (before == registerName && !before.isEmpty()) {
+        m_awaitedAt.insert(id, before);
+        return;
+    }
+    if (Till* const former = till(before))
+        former->setAwaited(id, false);
+    if (Till* const next = till(registerName)) {
+        m_awaitedAt.insert(id, registerName);
+        next->setAwaited(id, true);
+    }
+}
+
+void Api::tell(const sale::StoredDocument& document)
+{
+    m_events.publish("document",
+        {{QStringLiteral("id"), document.request.id},
+            {QStringLiteral("register"), document.request.registerName},
+            {QStringLiteral("kind"), document.request.kind},
+            {QStringLiteral("state"), sale::stateName(document.state)},
+            {QStringLiteral("reason"), sale::textOrNull(sale::reasonName(document.reason))},
+            {QStringLiteral("documentNumber"), sale::documentNumberJson(document.documentNumber)}});
 }
 
 void Api::registerChanged(const QString& name)
@@ -182,8 +220,12 @@ http::Answer Api::whenPaused(const Till& till, std::optional<std::chrono::second
 
 http::Response Api::late(const QString& id) const
 {
-    const std::optional<sale::StoredDocument> document = m_store.findId(id);
-    return document ? documentResponse(*this, *document) : http::Problem(404).response();
+    try {
+        const std::optional<sale::StoredDocument> document = m_store.findId(id);
+        return document ? documentResponse(*this, *document) : http::Problem(404).response();
+    } catch (const sale::JournalError& error) {
+        return journalProblem(error);
+    }
 }
 
 void Api::stop()

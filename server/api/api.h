@@ -69,6 +69,9 @@ public:
 private:
     void addRoutes();
     http::Response late(const QString& id) const;
+    void noteChange(const QString& id);
+    void setAwaited(const QString& id, const QString& registerName);
+    void tell(const sale::StoredDocument& document);
 
     sale::DocumentStore& m_store;
     Owners& m_owners;
@@ -78,11 +81,16 @@ private:
     http::EventStream m_events;
     OpenList m_open;
     Waiters m_waiters;
+    /// Which register knows that somebody waits for the document.
+    QHash<QString, QString> m_awaitedAt;
     /// By names of registers.
     Waiters m_pausing;
     /// What was told of each register last.
     std::map<QString, QJsonObject> m_told;
     std::function<void()> m_ended;
+    /// Changes that the journal could not tell of; looked at again.
+    QStringList m_missed;
+    QTimer m_lookAgain;
     bool m_isStopping = false;
 };
 

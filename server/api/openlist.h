@@ -20,6 +20,8 @@ public:
     void takeOver(const sale::StoredDocument& document);
     /// Whether that is news.
     bool note(const sale::StoredDocument& document);
+    /// Whose document it is; empty for one that is done with.
+    QString registerOf(const QString& id) const { return m_entries.value(id).registerName; }
     int count(const QString& registerName, sale::DocumentState state) const;
     /// Since when the oldest one waits; invalid when none does.
     QDateTime oldestQueued(const QString& registerName) const;

@@ -213,8 +213,9 @@ TEST_F(DocumentsTest, AsksAgainBeforeItSaysThatNobodyKnows)
 
 TEST_F(DocumentsTest, WithdrawsAndMovesWhatWasNotBegun)
 {
-    for (const char* const id : {"document:1", "document:2", "document:3"})
+    for (const char* const id : {"document:1", "document:2"})
         post(id, sale());
+    const Served waiting = post("document:3", sale(), "wait=30");
     EXPECT_EQ(ask("DELETE", "/v1/documents/document:1").text("reason"), "deleted");
     // Once more is no mistake.
     EXPECT_EQ(ask("DELETE", "/v1/documents/document:1").status, 200);
@@ -225,7 +226,8 @@ TEST_F(DocumentsTest, WithdrawsAndMovesWhatWasNotBegun)
     EXPECT_EQ(ask("POST", "/v1/documents/document:2/move", R"({"register":"till2"})").status, 409);
     EXPECT_EQ(
         ask("POST", "/v1/documents/document:3/move", R"({"register":"till2"})").text("register"), "till2");
-    EXPECT_EQ(till2.told, QStringList({"wake"}));
+    EXPECT_EQ(till2.told, QStringList({"document:3 awaited", "wake"}));
+    EXPECT_EQ(till1.told.last(), "document:3 not awaited");
     EXPECT_EQ(stored("document:3").value("register").toString(), "till2");
 }
 
@@ -288,6 +290,27 @@ TEST_F(DocumentsTest, SaysThatTheJournalFails)
     store.isBroken = false;
     EXPECT_FALSE(store.findId("document:1"));
     EXPECT_EQ(post("document:1", cashIn).status, 202);
+}
+
+TEST_F(DocumentsTest, LosesNobodyWhileTheJournalFails)
+{
+    const Served first = post("document:1", cashIn, "wait=30");
+    const Served second = post("document:2", cashIn, "wait=30");
+    store.begin("document:1", {.markBefore = {}});
+    store.settle("document:1", 1, {.state = sale::DocumentState::Issued});
+    store.isBroken = true;
+    // Whoever tells of it does not hear of the journal.
+    api.documentChanged("document:1");
+    second.pending->leave();
+    EXPECT_EQ(till1.told.last(), "document:2 not awaited");
+    EXPECT_EQ(first.later().status, 0);
+    store.isBroken = false;
+    api.documentChanged("document:1");
+    EXPECT_EQ(first.later().status, 201);
+    const Served third = post("document:2", cashIn, "wait=30");
+    store.isBroken = true;
+    api.stop();
+    EXPECT_EQ(third.later().status, 503);
 }
 
 TEST_F(DocumentsTest, AtItsEndAcceptsNothingAndKeepsNobodyWaiting)

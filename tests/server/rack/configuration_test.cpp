@@ -105,7 +105,8 @@ protocol = XML
 TEST_F(ConfigurationTest, TellsAllThatIsWrongWithItsLine)
 {
     EXPECT_EQ(errors("[service]\nlisten=1\nlimit=3\n[till1]\n[register a/b]\nport=x\nprotocol=CSV\n"),
-        (QStringList{"3: [service] has no key limit; there are listen, journal, tokens, plugin, queue-limit",
+        (QStringList{
+            "3: [service] has no key limit; there are listen, journal, tokens, tls-certificate, tls-key, plugin, queue-limit",
             "4: [till1] is none of [service], [webhook], [register NAME]",
             "5: the register \"a/b\": a name has letters, digits, dots, _ and -, 64 at most",
             "7: protocol: \"CSV\" is none of XML, HEX"}));
