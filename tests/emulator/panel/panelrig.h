@@ -6,7 +6,9 @@
 
 #include <gtest/gtest.h>
 #include <QCoreApplication>
+#include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 
 /// An answer as a client has it.
 struct Served
@@ -91,6 +93,7 @@ private:
 };
 
 using HexPanel = PanelRig<Rig>;
+using XmlPanel = PanelRig<XmlRig>;
 
 inline int code(HexPanel& rig, const Step& step)
 {
@@ -103,8 +106,20 @@ inline void passAll(HexPanel& rig, const QList<Step>& steps)
         EXPECT_EQ(code(rig, step), 0) << step.code;
 }
 
+inline const Step started{0x00, {"010324", "090000"}};
+
 /// Document 1 is the registration, 2 the opening.
 inline void openShift(HexPanel& rig)
 {
-    passAll(rig, {{0x00, {"010324", "090000"}}, {0x6B, {"Иванова", "771234567890"}}});
+    passAll(rig, {started, {0x6B, {"Иванова", "771234567890"}}});
+}
+
+/// Of each print on the tape, 0 for none.
+template <typename Host>
+QList<int> documentsOfTape(PanelRig<Host>& rig)
+{
+    QList<int> documents;
+    for (const QJsonValue entry : rig.ask("GET", "/v1/tape").json().value("entries").toArray())
+        documents.append(entry["document"].toInt());
+    return documents;
 }
