@@ -8,7 +8,7 @@ namespace {
 
 using Command = std::pair<QString, QString>;
 
-/// Codes and names.
+/// Codes and names; a code of HEX that has several questions stands once for each.
 const QList<Command>& commandsOf(Language language)
 {
     static const QList<Command> hex = [] {
@@ -31,21 +31,21 @@ const QList<Command>& commandsOf(Language language)
 
 QStringList codesOf(const QString& command, Language language)
 {
-    QStringList codes;
+    QStringList found;
     for (const auto& [code, name] : commandsOf(language)) {
-        if ((code == command || name == command) && !codes.contains(code))
-            codes.append(code);
+        if (code == command || name == command)
+            found.append(code);
     }
-    return codes;
+    found.removeDuplicates();
+    return found;
 }
 
 QStringList codes(Language language)
 {
     QStringList found;
-    for (const auto& [code, name] : commandsOf(language)) {
-        if (!found.contains(code))
-            found.append(code);
-    }
+    for (const auto& [code, name] : commandsOf(language))
+        found.append(code);
+    found.removeDuplicates();
     return found;
 }
 
@@ -54,11 +54,10 @@ const QStringList& all()
     static const QStringList names = [] {
         QStringList found;
         for (const Language language : {Language::Hex, Language::Xml}) {
-            for (const auto& [code, name] : commandsOf(language)) {
-                if (!found.contains(name))
-                    found.append(name);
-            }
+            for (const auto& [code, name] : commandsOf(language))
+                found.append(name);
         }
+        found.removeDuplicates();
         return found;
     }();
     return names;
@@ -67,13 +66,8 @@ const QStringList& all()
 const QStringList& withCodes()
 {
     static const QStringList both = [] {
-        QStringList found = all();
-        for (const Language language : {Language::Hex, Language::Xml}) {
-            for (const auto& [code, name] : commandsOf(language)) {
-                if (!found.contains(code))
-                    found.append(code);
-            }
-        }
+        QStringList found = all() + codes(Language::Hex) + codes(Language::Xml);
+        found.removeDuplicates();
         return found;
     }();
     return both;
