@@ -1,18 +1,14 @@
 """How the page looks and sounds, by keyboard, on a telephone, in the dark, and with thousands of documents."""
 
-import re
-from pathlib import Path
-
 import stage
-from case import SOURCES, PanelTest, seconds, setUpModule  # noqa: F401, unittest looks for it
+from case import PanelTest, seconds, setUpModule  # noqa: F401, unittest looks for it
+from pagelooks import PageLooks
 
-PAGE = Path(SOURCES, "emulator/panel/page")
-CONTRAST = Path(__file__).with_name("contrast.js").read_text(encoding="utf-8")
 MANY = 3000
 KEPT = 2000  # exchanges, of the page
 
 
-class Looks(PanelTest):
+class Looks(PageLooks, PanelTest):
     def setUp(self):
         super().setUp()
         self.must("open-shift")
@@ -23,78 +19,36 @@ class Looks(PanelTest):
         stage.wait_for(lambda: self.find_all(".rules tr"))
 
     def test_contrast_and_names(self):
-        for scheme in ("light", "dark"):
-            self.emulate(scheme)
-            for tab in ("exchanges", "document"):
-                self.open_tab(tab)
-                looks = self.page.execute_script(CONTRAST)
-                self.assertEqual(([], []), (looks["poor"], looks["poorPairs"]), scheme)
-                self.assertGreater(looks["seen"], 50)
-            self.shoot(scheme)
+        self.has_contrast(("exchanges", "document"), "")
         grounds = "return getComputedStyle(document.body).backgroundColor"
         self.assertEqual("rgb(18, 22, 27)", self.page.execute_script(grounds))
-        nodes = self.page.execute_cdp_cmd("Accessibility.getFullAXTree", {})["nodes"]
-        named = {"button", "textbox", "searchbox", "combobox", "spinbutton", "checkbox", "tab", "listbox", "option"}
-        found = [(node["role"]["value"], node["name"]["value"]) for node in nodes
-                 if not node["ignored"] and node["role"]["value"] in named]
-        self.assertEqual([], [node for node in found if not node[1].strip()])
-        self.assertLessEqual({"button", "combobox", "tab", "listbox", "option"}, {role for role, _ in found})
+        self.has_names({"button", "combobox", "tab", "listbox", "option"})
 
     def test_narrow(self):
-        self.narrow(360)
-        for tab in ("document", "exchanges"):
-            self.open_tab(tab)
-            self.page.execute_script("document.querySelectorAll('details').forEach((d) => { d.open = true; })")
-            wide = self.page.execute_script("""
-                return [...document.querySelectorAll("body *")].filter((element) => element.checkVisibility()
-                    && element.getBoundingClientRect().right > 361 && !element.closest("pre, .hidden"))
-                    .map((element) => element.outerHTML.slice(0, 200))""")
-            self.assertEqual([], wide)
-            width = "return document.documentElement.scrollWidth"
-            self.assertEqual(360, self.page.execute_script(width))
-            self.shoot(f"narrow-{tab}")
+        self.fits_a_telephone(("document", "exchanges"), "")
 
     def test_keyboard(self):
-        press = lambda keys: self.page.switch_to.active_element.send_keys(keys)
-        tab, enter, up = "\ue004", "\ue007", "\ue013"
-
-        def walk_to(script):
-            for _ in range(80):
-                press(tab)
-                if self.page.execute_script(f"return (({script})(document.activeElement))"):
-                    return
-            self.fail(f"the keyboard does not get to {script}")
-
+        tab, enter, up, right = "\ue004", "\ue007", "\ue013", "\ue014"
         self.find("body").send_keys(tab)
-        walk_to("(e) => e.closest('[data-card=paper]') && e.dataset.value === 'out'")
-        outline = "return getComputedStyle(document.activeElement).outlineStyle"
-        self.assertEqual("solid", self.page.execute_script(outline))
-        press(enter)
+        self.walk_to("(e) => e.closest('[data-card=paper]') && e.dataset.value === 'out'")
+        self.sees_focus()
+        self.press(enter)
         self.becomes(lambda: self.card("paper"), "out")
         self.assertTrue(self.page.execute_script("return document.activeElement.dataset.value === 'out'"))
-        walk_to("(e) => e.id === 'tape'")
-        press(up)
-        press(up)
+        self.walk_to("(e) => e.id === 'tape'")
+        self.press(up)
+        self.press(up)
         self.becomes(lambda: self.text("#document h3"), "Document 2")
         self.assertEqual("false", self.find("#follow").get_attribute("aria-pressed"))
-        walk_to("(e) => e.id === 'tab-document'")
-        press("\ue014")
+        self.walk_to("(e) => e.id === 'tab-document'")
+        self.press(right)
         self.assertTrue(self.find("#exchanges").is_displayed())
 
     def test_languages(self):
-        texts = self.page.execute_async_script(
-            "import('/words.js').then(({words}) => arguments[0](words), (e) => arguments[0](String(e)))")
-        gaps = {language: {key: sorted(re.findall(r"{\w+}", text)) for key, text in words.items()}
-                for language, words in texts.items()}
-        self.assertEqual(gaps["en"], gaps["ru"])
-        self.assertTrue(all(text.strip() for words in texts.values() for text in words.values()))
-        used = re.findall(r'data-t(?:-\w+)?="(\w+)"', (PAGE / "index.html").read_text())
-        for script in PAGE.glob("*.js"):
-            used += re.findall(r'\b(?:t|head)\("(\w+)"', script.read_text())
-        self.assertEqual(set(), set(used) - gaps["en"].keys())
+        known = self.has_all_words()
         for mode in self.register.ask("/faults/modes")["modes"]:
             if ":" not in mode["mode"]:
-                self.assertIn(f"mode_{mode['mode']}".replace("answer-shape", "answer"), gaps["en"])
+                self.assertIn(f"mode_{mode['mode']}".replace("answer-shape", "answer"), known)
         self.find("#language option[value=ru]").click()
         self.becomes(lambda: self.card("shift"), "открыта")
         self.assertEqual("ru", self.find("html").get_attribute("lang"))
