@@ -4,10 +4,11 @@ import { Access, Api, Problem } from "./api.js";
 import { Attention } from "./attention.js";
 import { DocumentView } from "./document.js";
 import { Documents } from "./documents.js";
-import { button, byId, el, setText, throttled } from "./dom.js";
+import { byId, setText, throttled } from "./dom.js";
 import { EventFeed } from "./events.js";
 import { language, onLanguage, setLanguage, t, translate } from "./i18n.js";
 import { documentState, kindName, registerState } from "./labels.js";
+import { notify, say } from "./notices.js";
 import { Outgoing } from "./outgoing.js";
 import { ReceiptForm } from "./receipt.js";
 import { Registers } from "./registers.js";
@@ -17,7 +18,6 @@ import { askToken } from "./token.js";
 
 // A busy service makes many documents a second; a person reads some changes a second.
 const OFTEN = 200;
-const NOTICE = 12000;
 // What a register tells of itself grows old without an event.
 const ANEW = 30000;
 const MOST_UNKNOWN = 50;
@@ -63,17 +63,8 @@ function problemText(problem) {
     return problem.status === 403 ? t("notAllowed") : problem.message;
 }
 
-function complain(problem, text = problemText(problem)) {
-    const notice = el("p", { class: "notice" }, text, " ",
-        button("×", () => notice.remove(), { "aria-label": t("close") }));
-    byId("notices").append(notice);
-    setTimeout(() => notice.remove(), NOTICE);
-}
-
-function say(text) {
-    byId("news").append(el("p", {}, text));
-    while (byId("news").childElementCount > 20)
-        byId("news").firstChild.remove();
+function complain(problem) {
+    notify(problemText(problem));
 }
 
 // What people do.
@@ -149,7 +140,7 @@ function answered(desk, { id }, { status, body }) {
 function showReport(id, document) {
     choose(id);
     if (document.state === "notIssued")
-        complain(null, document.error?.text ?? documentState(document));
+        notify(document.error?.text ?? documentState(document));
 }
 
 function showOutgoing() {

@@ -3,11 +3,12 @@
 import { Access, Api, Problem } from "./api.js";
 import { Cards } from "./cards.js";
 import { Detail } from "./detail.js";
-import { button, byId, el, setText, throttled } from "./dom.js";
+import { byId, el, setText, throttled } from "./dom.js";
 import { EventFeed } from "./events.js";
 import { Exchanges } from "./exchanges.js";
 import { Found } from "./found.js";
 import { language, money, onLanguage, setLanguage, t, translate } from "./i18n.js";
+import { notify, say } from "./notices.js";
 import { tabs } from "./tabs.js";
 import { Tape } from "./tape.js";
 import { askToken } from "./token.js";
@@ -15,7 +16,6 @@ import { askToken } from "./token.js";
 const ROOT = "/v1";
 // A register at work makes hundreds of exchanges a second; a person reads some changes a second.
 const OFTEN = 150;
-const NOTICE = 12000;
 // A shift becomes too long without an event.
 const STATE_AGE = 15000;
 
@@ -63,28 +63,18 @@ function problemText(problem) {
     return problem.status in PROBLEMS ? t(PROBLEMS[problem.status]) : problem.message;
 }
 
-function complain(problem, text = problemText(problem)) {
-    const notice = el("p", { class: "notice" }, text, " ",
-        button("×", () => notice.remove(), { "aria-label": t("close") }));
-    byId("notices").append(notice);
-    setTimeout(() => notice.remove(), NOTICE);
-    return notice;
+function complain(problem) {
+    notify(problemText(problem));
 }
 
 function complainOfSearch(problem) {
     forgetSearch();
-    page.searchNotice = complain(problem, problem.status === 400 ? t("badSearch") : problemText(problem));
+    page.searchNotice = notify(problem.status === 400 ? t("badSearch") : problemText(problem));
 }
 
 // What was wrong with one search is not with the next.
 function forgetSearch() {
     page.searchNotice?.remove();
-}
-
-function say(text) {
-    byId("news").append(el("p", {}, text));
-    while (byId("news").childElementCount > 20)
-        byId("news").firstChild.remove();
 }
 
 // An answer may be overtaken by that of a later question.
