@@ -1,13 +1,13 @@
 // One document: what is known of it, its positions and its attempts.
 
 import { button, el, russian } from "./dom.js";
-import { t } from "./i18n.js";
-import { badge, facts, kindName, moment, reasonName, roubles } from "./labels.js";
+import { money, t } from "./i18n.js";
+import { badge, documentTitle, facts, moment, reasonName } from "./labels.js";
 import { resolution } from "./resolve.js";
 
 export class DocumentView {
-    constructor(root, api, { resolve, withdraw, move, onError }) {
-        Object.assign(this, { root, api, resolve, withdraw, move, onError, id: null, registers: [], told: null });
+    constructor(root, api, { resolve, withdraw, move }) {
+        Object.assign(this, { root, api, resolve, withdraw, move, id: null, registers: [], told: null });
     }
 
     async show(id) {
@@ -35,8 +35,7 @@ export class DocumentView {
     }
 
     #all(document) {
-        const number = document.documentNumber ? ` ${t("number", { number: document.documentNumber })}` : "";
-        return [el("h3", {}, kindName(document.kind) + number, " ", badge(document)), problem(document),
+        return [el("h3", {}, documentTitle(document), " ", badge(document)), problem(document),
             ...this.#doings(document), el("dl", { class: "facts" }, factsOf(document)), items(document),
             ...attempts(document), body(document)].filter(Boolean);
     }
@@ -62,7 +61,7 @@ function factsOf(document) {
     const { id, register, accepted, begun, settled, drive, shift, receiptNumber, total, change, startBefore, returnOf,
         resolvedBy, note, reason } = document;
     return facts([["id", id], ["register", register], ["reason", reason && reasonName(reason)],
-        ["total", total === null ? null : roubles(total)], ["change", change ? roubles(change) : null],
+        ["total", total === null ? null : money(total)], ["change", change ? money(change) : null],
         ["shift", shift], ["receiptNumber", receiptNumber], ["fiscalDrive", drive], ["accepted", moment(accepted)],
         ["startBefore", settled ? null : moment(startBefore)], ["begun", moment(begun)], ["settled", moment(settled)],
         ["returnOf", returnOf], ["resolvedBy", resolvedBy], ["note", note]]);
@@ -73,7 +72,7 @@ function items({ items: sold }) {
         return null;
     const row = ({ name, price, quantity, amount }) =>
         el("tr", {}, el("th", { scope: "row", lang: "ru" }, name), el("td", {}, String(quantity)),
-            el("td", {}, roubles(price)), el("td", {}, roubles(amount)));
+            el("td", {}, money(price)), el("td", {}, money(amount)));
     const heads = ["position", "quantity", "price", "amount"].map((key) => el("th", { scope: "col" }, t(key)));
     return el("table", {}, el("caption", { class: "hidden" }, t("positions")), el("thead", {}, el("tr", {}, heads)),
         el("tbody", {}, sold.map(row)));

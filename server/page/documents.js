@@ -2,7 +2,7 @@
 
 import { byId, el, setText } from "./dom.js";
 import { t } from "./i18n.js";
-import { badge, kindName, moment } from "./labels.js";
+import { badge, documentTitle, moment } from "./labels.js";
 
 const PAGE = 50;
 const MOST = 500;
@@ -108,8 +108,7 @@ export class Documents {
 }
 
 function cells(document) {
-    const number = document.documentNumber ? ` ${t("number", { number: document.documentNumber })}` : "";
-    return [el("span", { class: "time" }, moment(document.accepted)), el("strong", {}, kindName(document.kind) + number),
+    return [el("span", { class: "time" }, moment(document.accepted)), el("strong", {}, documentTitle(document)),
         badge(document), el("span", { class: "small" }, document.register ?? ""),
         el("span", { class: "small id" }, document.id)];
 }

@@ -13,6 +13,9 @@ export const tone = (state) => TONES[state] ?? "";
 const named = (group, name) => (has(`${group}_${name}`) ? t(`${group}_${name}`) : name);
 
 export const kindName = (kind) => named("kind", kind);
+// "Sale no. 3", as far as there is a number.
+export const documentTitle = ({ kind, documentNumber }) =>
+    kindName(kind) + (documentNumber ? ` ${t("number", { number: documentNumber })}` : "");
 export const reasonName = (reason) => named("reason", reason);
 export const waitingName = (waiting) => named("waiting", waiting);
 
@@ -39,8 +42,6 @@ export function moment(text) {
     const form = { dateStyle: "short", timeStyle: "medium" };
     return new Date(text).toLocaleString(language() === "ru" ? "ru" : "en-GB", form);
 }
-
-export const roubles = (sum) => `${sum.toLocaleString(language(), { minimumFractionDigits: 2 })} ₽`;
 
 // [[name, text or element, tone]] as a list of definitions; those without a text are left out.
 export function facts(pairs) {

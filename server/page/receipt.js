@@ -1,8 +1,8 @@
 // The form to try a receipt of one position.
 
 import { button, el } from "./dom.js";
-import { t } from "./i18n.js";
-import { badge, roubles } from "./labels.js";
+import { money, t } from "./i18n.js";
+import { badge } from "./labels.js";
 
 const TAXES = ["vat22", "vat20", "vat10", "vat7", "vat5", "vat0", "none"];
 const SYSTEMS = ["osn", "usnIncome", "usnIncomeOutcome", "esn", "patent"];
@@ -102,7 +102,7 @@ export class ReceiptForm {
 
     showDocument(document) {
         this.say(el("p", {}, badge(document), " ", document.id),
-            document.total !== null && document.total !== undefined && el("p", {}, roubles(document.total)),
+            document.total !== null && document.total !== undefined && el("p", {}, money(document.total)),
             document.error && el("p", { class: "reason", lang: "ru" }, document.error.text));
     }
 

@@ -1,8 +1,8 @@
 // The registers, with what a manager asks of them.
 
 import { button, el, russian, setText } from "./dom.js";
-import { t } from "./i18n.js";
-import { facts, kindName, moment, registerState, roubles, tone } from "./labels.js";
+import { money, t } from "./i18n.js";
+import { facts, kindName, moment, registerState, tone } from "./labels.js";
 
 const HOUR = 3600000;
 const DAY = 24 * HOUR;
@@ -58,7 +58,7 @@ function lastReceipt(last) {
         return ["lastReceipt", t("none")];
     const { kind, total, shift, receiptNumber, documentNumber, settled } = last;
     const number = receiptNumber && shift ? t("receiptOfShift", { number: receiptNumber, shift }) : null;
-    return ["lastReceipt", [kindName(kind), total === null ? null : roubles(total), number,
+    return ["lastReceipt", [kindName(kind), total === null ? null : money(total), number,
         documentNumber && t("documentOf", { number: documentNumber }), moment(settled)].filter(Boolean).join(", ")];
 }
 
