@@ -16,8 +16,9 @@ public:
     FaultSource(const FaultSource&) = delete;
     FaultSource& operator=(const FaultSource&) = delete;
 
-    /// Is asked once for each exchange, before the register acts. No fault leaves it to the plan.
-    virtual Fault choose(const QByteArray& request, Language language) = 0;
+    /// Is asked once for each exchange, before the register acts; they are counted for each protocol, from 1.
+    /// No fault leaves it to the plan.
+    virtual Fault choose(const QByteArray& request, Language language, int exchange) = 0;
 };
 
 } // namespace emulator

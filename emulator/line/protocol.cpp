@@ -58,7 +58,7 @@ Protocol::Protocol(Register& device, Outbox& outbox, const Clock& clock)
 Fault Protocol::nextFault(const QByteArray& request)
 {
     ++m_exchanges;
-    const Fault chosen = m_source != nullptr ? m_source->choose(request, language()) : Fault();
+    const Fault chosen = m_source != nullptr ? m_source->choose(request, language(), m_exchanges) : Fault();
     const Fault planned = chosen.mode == FaultMode::None ? m_plan.at(m_exchanges) : chosen;
     const Fault fault = m_next ? *std::exchange(m_next, std::nullopt) : planned;
     if (FaultPlan::fits(fault, language()))

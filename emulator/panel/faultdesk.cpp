@@ -19,10 +19,9 @@ Fault faultOf(PowerCut cut)
 
 } // namespace
 
-Fault FaultDesk::choose(const QByteArray& request, Language language)
+Fault FaultDesk::choose(const QByteArray& request, Language language, int exchange)
 {
     // The rules count what they may hit, which this is not.
-    const int exchange = ++m_exchanges[language];
     if (m_cut)
         return faultOf(*std::exchange(m_cut, std::nullopt));
     const Fault chosen = chooseByRules(request, language);

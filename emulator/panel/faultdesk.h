@@ -5,8 +5,6 @@
 #include "line/faultsource.h"
 #include "panel/magicamounts.h"
 
-#include <QMap>
-
 #include <optional>
 
 namespace emulator {
@@ -36,7 +34,7 @@ public:
 
     /// The register whose documents they are about.
     void attend(const Register& device) { m_device = &device; }
-    Fault choose(const QByteArray& request, Language language) override;
+    Fault choose(const QByteArray& request, Language language, int exchange) override;
 
     void setRules(const QList<FaultRule>& rules) { m_rules.set(rules); }
     void addRules(const QList<FaultRule>& rules) { m_rules.add(rules); }
@@ -59,8 +57,6 @@ private:
     FaultRules m_rules;
     FaultPlan m_plan;
     QList<Planned> m_planned;
-    /// So far, of each protocol.
-    QMap<Language, int> m_exchanges;
     std::optional<PowerCut> m_cut;
     MagicAmounts m_magic;
     bool m_isMagic = false;
