@@ -12,6 +12,12 @@ constexpr qint64 startTolerance = qint64(5) * 60;
 
 } // namespace
 
+bool Timekeeping::isClockTime(const QDateTime& time)
+{
+    const int year = time.date().year();
+    return time.isValid() && year >= 2000 && year <= 2099;
+}
+
 Refusal Timekeeping::start(const QDateTime& hostTime)
 {
     if (!hostTime.isValid())
@@ -25,7 +31,7 @@ Refusal Timekeeping::start(const QDateTime& hostTime)
 
 Refusal Timekeeping::setTime(const QDateTime& time)
 {
-    if (!time.isValid())
+    if (!isClockTime(time))
         return Refusal::BadValue;
     const bool inShift = m_parts.state.shift.isOpen && !m_parts.settings.isOn(setting::clockInShift);
     if (inShift || m_parts.state.open.document.isOpen())
