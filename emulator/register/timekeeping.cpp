@@ -31,15 +31,17 @@ Refusal Timekeeping::start(const QDateTime& hostTime)
 
 Refusal Timekeeping::setTime(const QDateTime& time)
 {
-    if (!isClockTime(time))
+    if (!time.isValid())
         return Refusal::BadValue;
     const bool inShift = m_parts.state.shift.isOpen && !m_parts.settings.isOn(setting::clockInShift);
     if (inShift || m_parts.state.open.document.isOpen())
         return Refusal::WrongState;
-    const Refusal refusal = judgement::time(time, m_parts);
-    if (refusal == Refusal::None)
-        m_parts.clock.set(time);
-    return refusal;
+    if (const Refusal refusal = judgement::time(time, m_parts); refusal != Refusal::None)
+        return refusal;
+    if (!isClockTime(time))
+        return Refusal::BadValue;
+    m_parts.clock.set(time);
+    return Refusal::None;
 }
 
 } // namespace emulator
