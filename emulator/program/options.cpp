@@ -131,7 +131,7 @@ QString readClock(const QCommandLineParser& parser, qint64& ahead)
         return {};
     const QDateTime time = QDateTime::fromString(parser.value(QStringLiteral("clock")), Qt::ISODate);
     ahead = QDateTime::currentDateTime().msecsTo(time);
-    return time.isValid() && emulator::Register::isClockTime(time)
+    return emulator::Register::isClockTime(time)
         ? QString()
         : QStringLiteral("--clock is a time as 2026-03-01T09:00:00, in the years 2000 to 2099");
 }

@@ -66,12 +66,7 @@ public:
     void setMarkVerdicts(const QList<MarkVerdict>& verdicts) { m_parts.around.markVerdicts = verdicts; }
     /// The clock shows the time of the one that it was given.
     void resetClock() { m_parts.clock.setOffset(0); }
-    /// Its years have two digits over HEX: 2000 to 2099.
-    static bool isClockTime(const QDateTime& time)
-    {
-        const int year = time.date().year();
-        return year >= 2000 && year <= 2099;
-    }
+    static bool isClockTime(const QDateTime& time) { return Timekeeping::isClockTime(time); }
     /// False, and nothing is done, when the time is before the last document of the fiscal drive.
     bool setClock(const QDateTime& time);
     double clockSpeed() const { return m_parts.clock.speed(); }

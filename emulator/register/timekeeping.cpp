@@ -12,6 +12,12 @@ constexpr qint64 startTolerance = qint64(5) * 60;
 
 } // namespace
 
+bool Timekeeping::isClockTime(const QDateTime& time)
+{
+    const int year = time.date().year();
+    return time.isValid() && year >= 2000 && year <= 2099;
+}
+
 Refusal Timekeeping::start(const QDateTime& hostTime)
 {
     if (!hostTime.isValid())
@@ -30,10 +36,12 @@ Refusal Timekeeping::setTime(const QDateTime& time)
     const bool inShift = m_parts.state.shift.isOpen && !m_parts.settings.isOn(setting::clockInShift);
     if (inShift || m_parts.state.open.document.isOpen())
         return Refusal::WrongState;
-    const Refusal refusal = judgement::time(time, m_parts);
-    if (refusal == Refusal::None)
-        m_parts.clock.set(time);
-    return refusal;
+    if (const Refusal refusal = judgement::time(time, m_parts); refusal != Refusal::None)
+        return refusal;
+    if (!isClockTime(time))
+        return Refusal::BadValue;
+    m_parts.clock.set(time);
+    return Refusal::None;
 }
 
 } // namespace emulator

@@ -17,6 +17,8 @@ public:
     {
     }
 
+    /// Its years have two digits over HEX: 2000 to 2099.
+    static bool isClockTime(const QDateTime& time);
     Refusal start(const QDateTime& hostTime);
     Refusal setTime(const QDateTime& time);
 

@@ -60,8 +60,11 @@ XmlAnswer changeRegistration(const XmlContext& context, const XmlNode& data)
 
 XmlAnswer setTime(const XmlContext& context, const XmlNode& data)
 {
-    return context.device.setTime(
+    const Refusal refusal = context.device.setTime(
         QDateTime::fromString(data.textOf(QStringLiteral("DateTime")), xmlDateTimeFormat));
+    return refusal == Refusal::BadValue
+        ? XmlVerdict::badValue(QStringLiteral("DateTime is a time in the years 2000 to 2099"))
+        : XmlVerdict(refusal);
 }
 
 XmlAnswer openDrawer(const XmlContext& context, const XmlNode&)

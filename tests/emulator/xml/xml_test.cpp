@@ -277,6 +277,20 @@ TEST(XmlService, RefusesWhatTheStateForbids)
     EXPECT_EQ(rig.openShift(), "4.4004");
 }
 
+// Over HEX a year has two digits: a host that starts the register with its own time gives it back as it was.
+TEST(XmlService, ClockHasTheYearsThatBothProtocolsTell)
+{
+    const std::pair<const char*, const char*> times[]{
+        {"2099-12-31 23:59:00", "0.0"}, {"2100-01-01 00:00:00", "1.1004"}, {"9999-12-31 23:59:00", "1.1004"}};
+    for (const auto& [time, verdict] : times) {
+        XmlRig rig;
+        EXPECT_EQ(rig.run(24, pa("200001", 7, pa("DateTime", 5, time))), verdict) << time;
+        Rig hex;
+        const Reply told = hex.parse(rig.exchange(hex.frame({0xA7, {}})).bytes);
+        EXPECT_EQ(hex.parse(rig.exchange(hex.frame({0x00, told.fields})).bytes).code, 0) << time;
+    }
+}
+
 TEST(XmlService, StatusAndCountersFollowTheRegister)
 {
     XmlRig rig;
