@@ -19,6 +19,12 @@ enum class DocumentState {
     Unknown
 };
 
+/// What has become of it is known for good; one that is not issued may be tried again.
+constexpr bool isFinal(DocumentState state)
+{
+    return state == DocumentState::Issued || state == DocumentState::NotIssued;
+}
+
 /// Why a document is not issued; None for every other state.
 enum class StateReason {
     None,

@@ -111,8 +111,7 @@ Answer answerOrWait(Api& api, const Request& request, const StoredDocument& docu
             till->settle(document.request.id);
         wait = std::max(wait, settlingWait);
     }
-    const bool isOver = !isPending(document.state) && document.state != DocumentState::Unknown;
-    if (isOver || wait == seconds(0) || api.isStopping())
+    if (sale::isFinal(document.state) || wait == seconds(0) || api.isStopping())
         return documentResponse(api, document, document.state == DocumentState::Issued);
     return api.waiters().wait(document.request.id, wait);
 }
