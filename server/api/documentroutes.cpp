@@ -145,12 +145,10 @@ Answer showDocument(Api& api, const Request& request)
 /// The document as it stands, for whoever came too late to change it.
 Response tooLate(const Api& api, const StoredDocument& document)
 {
-    const QJsonObject view = documentView(api, document);
-    Problem problem(409, QStringLiteral("document-begun"), QStringLiteral("The document was begun"),
-        QStringLiteral("It is %1.").arg(sale::stateName(document.state)));
-    for (auto member = view.begin(); member != view.end(); ++member)
-        problem = problem.with(member.key(), member.value());
-    return problem.response();
+    return Problem(409, QStringLiteral("document-begun"), QStringLiteral("The document was begun"),
+        QStringLiteral("It is %1.").arg(sale::stateName(document.state)))
+        .with(documentView(api, document))
+        .response();
 }
 
 Answer withdrawDocument(Api& api, const Request& request)
