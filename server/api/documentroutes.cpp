@@ -120,7 +120,7 @@ Answer postDocument(Api& api, const Request& request)
 {
     Till& till = tillOf(api, request);
     requireOpen(api);
-    sale::DocumentRequest document = postedDocument(request, rulesOf(api, till)).document;
+    sale::DocumentRequest document = postedDocument(request, rulesOf(api, till));
     document.registerName = till.settings().name;
     const std::optional<StoredDocument> known = api.store().findId(document.id);
     requireOwn(api, request, known);

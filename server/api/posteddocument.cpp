@@ -200,7 +200,7 @@ void throwErrors(const QList<Finding>& findings)
 
 } // namespace
 
-PostedDocument postedDocument(const http::Request& request, const PostingRules& rules)
+sale::DocumentRequest postedDocument(const http::Request& request, const PostingRules& rules)
 {
     Posting posting(request.body, rules);
     posting.readId(headerId(request));
@@ -208,7 +208,7 @@ PostedDocument postedDocument(const http::Request& request, const PostingRules& 
     posting.readReturnOf();
     posting.readDocument();
     throwErrors(posting.findings());
-    return {posting.document(), posting.findings()};
+    return posting.document();
 }
 
 QList<Finding> documentFindings(const QByteArray& body, const PostingRules& rules)
