@@ -16,15 +16,6 @@ namespace devices {
 
 namespace {
 
-QStringList defaultPlaces()
-{
-    const QString path = qEnvironmentVariable("FRSPF_PLUGIN_PATH");
-    const QString program = QCoreApplication::applicationDirPath();
-    return path.split(QDir::listSeparator(), Qt::SkipEmptyParts)
-        + QStringList{
-            program + QStringLiteral("/../plugins"), program + QStringLiteral("/../" FRSPF_PLUGIN_DIR)};
-}
-
 QStringList libraries(const QString& place)
 {
     const QFileInfo info(place);
@@ -50,9 +41,18 @@ std::optional<DriverPlugin> inspect(const QString& fileName)
 
 } // namespace
 
+QStringList usualPluginPlaces()
+{
+    const QString path = qEnvironmentVariable("FRSPF_PLUGIN_PATH");
+    const QString program = QCoreApplication::applicationDirPath();
+    return path.split(QDir::listSeparator(), Qt::SkipEmptyParts)
+        + QStringList{
+            program + QStringLiteral("/../plugins"), program + QStringLiteral("/../" FRSPF_PLUGIN_DIR)};
+}
+
 DriverPlugin findDriverPlugin(const QStringList& places)
 {
-    const QStringList searched = places.isEmpty() ? defaultPlaces() : places;
+    const QStringList searched = places.isEmpty() ? usualPluginPlaces() : places;
     for (const QString& place : searched) {
         for (const QString& fileName : libraries(place)) {
             if (const auto plugin = inspect(fileName))

@@ -17,9 +17,12 @@ struct DriverPlugin
     QJsonObject metaData;
 };
 
+/// Those of the environment variable FRSPF_PLUGIN_PATH, and then where an installation and a build have it,
+/// seen from the program.
+QStringList usualPluginPlaces();
+
 /// Finds the plugin that calls itself "spf" of the type "fr" in the files and folders given; without any, in
-/// those of the environment variable FRSPF_PLUGIN_PATH and then where an installation and a build have it,
-/// seen from the program. Throws ConnectionError.
+/// the usual ones. Throws ConnectionError.
 DriverPlugin findDriverPlugin(const QStringList& places = {});
 
 /// Loads it and asks its factory for a device object. Throws ConnectionError.

@@ -169,11 +169,6 @@ Output giveUp(const Options& options, const sale::StoredDocument& document)
     return settledOutput(options, {document.request.id});
 }
 
-bool isToBeSettled(const sale::StoredDocument& document)
-{
-    return document.state == sale::DocumentState::Running || document.state == sale::DocumentState::Unknown;
-}
-
 Task prepareSettle(const Options& options)
 {
     if (options.arguments.size() == 1 && options.force)
@@ -183,7 +178,7 @@ Task prepareSettle(const Options& options)
         task = onRegister([options](AbstractFrDriver& driver) { return settleAll(driver, options); });
     } else {
         const sale::StoredDocument document = documentOf(options);
-        if (options.force || !isToBeSettled(document))
+        if (options.force || !isToBeSettled(document.state))
             return alone([options, document] { return giveUp(options, document); });
         task = onRegister(
             [options, document](AbstractFrDriver& driver) { return settleOne(driver, options, document); });

@@ -7,7 +7,7 @@ namespace http {
 namespace {
 
 /// About what one write takes.
-constexpr qsizetype portion = 16 * 1024;
+constexpr qsizetype portion = 16LL * 1024;
 
 QByteArray written(const Event& event, const QByteArray& id)
 {

@@ -12,11 +12,11 @@ struct Limits
     using Time = std::chrono::milliseconds;
 
     /// Of one request; more is 413.
-    qint64 body = 1024 * 1024;
+    qint64 body = 1024LL * 1024;
     /// Of those that are being received, together; more is 503.
-    qint64 bodies = 16 * 1024 * 1024;
+    qint64 bodies = 16LL * 1024 * 1024;
     /// Of memory a connection, into which the header has to fit (431).
-    qint64 connectionMemory = 16 * 1024;
+    qint64 connectionMemory = 16LL * 1024;
     /// More are closed at once and counted.
     int connections = 2048;
     /// From one address, before and after it showed a token.

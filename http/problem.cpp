@@ -29,8 +29,14 @@ Problem::Problem(int status, const QString& type, const QString& title, const QS
 
 Problem Problem::with(const QString& member, const QJsonValue& value) const
 {
+    return with(QJsonObject{{member, value}});
+}
+
+Problem Problem::with(const QJsonObject& members) const
+{
     Problem problem = *this;
-    problem.m_members.insert(member, value);
+    for (auto member = members.begin(); member != members.end(); ++member)
+        problem.m_members.insert(member.key(), member.value());
     return problem;
 }
 

@@ -18,8 +18,9 @@ public:
     /// A type of the program's own: the last part of its URI, such as "shift-closed", and its title.
     Problem(int status, const QString& type, const QString& title, const QString& detail);
 
-    /// The same with a member of the program's own.
+    /// The same with a member, or several, of the program's own.
     Problem with(const QString& member, const QJsonValue& value) const;
+    Problem with(const QJsonObject& members) const;
     Problem withHeader(const QByteArray& name, const QByteArray& value) const;
 
     int status() const { return m_status; }

@@ -16,7 +16,7 @@ namespace {
 QByteArray contentOf(const QString& fileName)
 {
     // No file of these is larger; what has no end, as a device, is known by it.
-    constexpr qint64 largest = 1024 * 1024;
+    constexpr qint64 largest = 1024LL * 1024;
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
         throw TlsError(QStringLiteral("%1: %2").arg(fileName, file.errorString()).toStdString());

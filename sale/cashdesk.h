@@ -100,7 +100,8 @@ public:
 
     // These leave no trace in the register: one that was broken off is unknown for ever, and harmless.
 
-    /// The report on the shift so far, the X report.
+    /// The report on the shift so far, the X report. One that a register refuses over HEX while its shift is
+    /// closed is known not to be made: ShiftIsClosed, after one exchange more.
     DocumentResult xReport(const QString& id = {});
     /// A text of no fiscal meaning; lines that are too long are continued on the next.
     DocumentResult printText(const QStringList& lines, const QString& id = {});

@@ -7,6 +7,7 @@
 #include "money.h"
 #include "plaindocument.h"
 #include "receipterror.h"
+#include "shiftisclosed.h"
 #include "shiftopening.h"
 #include "textlines.h"
 
@@ -126,7 +127,18 @@ DocumentResult CashDesk::issueReport(
 
 DocumentResult CashDesk::makeXReport(const Entry& entry)
 {
-    return makeTraceless(entry, {.close = [this] { m_driver.xReport(); }});
+    return makeTraceless(entry, {.close = [this] {
+        try {
+            m_driver.xReport();
+        } catch (const FrNoConnectionException&) {
+            throw;
+        } catch (const FrCommandException&) {
+            // Over HEX it says no more than that its state forbids the command.
+            if (m_options.line.isChecked() && !isShiftOpen(m_driver, m_options.line))
+                throw ShiftIsClosed();
+            throw;
+        }
+    }});
 }
 
 DocumentResult CashDesk::xReport(const QString& id)

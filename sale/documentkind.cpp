@@ -23,4 +23,10 @@ DocumentKind documentKindOf(const QString& name)
     return place ? static_cast<DocumentKind>(*place) : DocumentKind::OtherReceipt;
 }
 
+bool isReceiptName(const QString& name)
+{
+    const DocumentKind kind = documentKindOf(name);
+    return isReceipt(kind) && documentKindName(kind) == name;
+}
+
 } // namespace sale

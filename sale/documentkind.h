@@ -34,4 +34,7 @@ QString documentKindName(DocumentKind kind);
 /// OtherReceipt for a name that is none.
 DocumentKind documentKindOf(const QString& name);
 
+/// A name that is none is not that of a receipt.
+bool isReceiptName(const QString& name);
+
 } // namespace sale

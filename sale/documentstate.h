@@ -19,6 +19,18 @@ enum class DocumentState {
     Unknown
 };
 
+/// What has become of it is known for good; one that is not issued may be tried again.
+constexpr bool isFinal(DocumentState state)
+{
+    return state == DocumentState::Issued || state == DocumentState::NotIssued;
+}
+
+/// Nobody has said yet what has become of it, and its register may be asked.
+constexpr bool isToBeSettled(DocumentState state)
+{
+    return state == DocumentState::Running || state == DocumentState::Unknown;
+}
+
 /// Why a document is not issued; None for every other state.
 enum class StateReason {
     None,

@@ -1,5 +1,8 @@
 #include "errorkind.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace sale {
 
 namespace {
@@ -45,6 +48,13 @@ const KindRow& rowOf(ErrorKind kind)
 QString errorKindName(ErrorKind kind)
 {
     return QString::fromLatin1(rowOf(kind).name);
+}
+
+ErrorKind errorKindNamed(const QString& name)
+{
+    const auto* const found = std::find_if(std::begin(kinds), std::end(kinds),
+        [&](const KindRow& row) { return name == QLatin1String(row.name); });
+    return found == std::end(kinds) ? ErrorKind::Other : static_cast<ErrorKind>(found - std::begin(kinds));
 }
 
 QString errorAction(ErrorKind kind, const std::optional<DocumentState>& state)

@@ -31,6 +31,8 @@ enum class ErrorKind {
 
 /// "paper", "cover", "shiftExpired" ... in the order of the enumeration.
 QString errorKindName(ErrorKind kind);
+/// Other for a name that is none.
+ErrorKind errorKindNamed(const QString& name);
 /// What the cashier does, in Russian. It is mostly to repeat the document: never one that is issued or may
 /// be.
 QString errorAction(ErrorKind kind, const std::optional<DocumentState>& state = {});

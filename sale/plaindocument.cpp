@@ -58,13 +58,19 @@ quint32 numberOf(const QJsonObject& json)
 
 } // namespace
 
+std::optional<PlainDocument::Kind> plainKindOf(const QString& name)
+{
+    const std::optional<size_t> place = placeIn(plainNames, name);
+    return place ? std::optional(static_cast<PlainDocument::Kind>(*place)) : std::nullopt;
+}
+
 PlainDocument plainDocumentOf(const DocumentRequest& request)
 {
-    const std::optional<size_t> place = placeIn(plainNames, request.kind);
-    if (!place)
+    const std::optional<PlainDocument::Kind> kind = plainKindOf(request.kind);
+    if (!kind)
         throw receipt::ReceiptError(
             QStringLiteral("type"), tr("is no document that is made out of a queue"), request.kind);
-    PlainDocument document{static_cast<PlainDocument::Kind>(*place)};
+    PlainDocument document{*kind};
     const QJsonObject json = QJsonDocument::fromJson(request.body).object();
     if (document.kind == PlainDocument::CashIn || document.kind == PlainDocument::CashOut)
         document.kopecks = sumOf(json);

@@ -3,6 +3,8 @@
 #include <QStringList>
 #include <QtGlobal>
 
+#include <optional>
+
 namespace sale {
 
 struct DocumentRequest;
@@ -21,6 +23,8 @@ struct PlainDocument
     quint32 documentNumber = 0;
 };
 
+/// By the name that the journal has; nothing for any other document.
+std::optional<PlainDocument::Kind> plainKindOf(const QString& name);
 /// Reads it from kind and body: "sum" in roubles, "lines", "documentNumber" (missing for the last one).
 /// Throws ReceiptError.
 PlainDocument plainDocumentOf(const DocumentRequest& request);

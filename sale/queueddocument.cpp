@@ -1,6 +1,7 @@
 #include "queueddocument.h"
 
 #include "cashdesk.h"
+#include "documentkind.h"
 #include "documentstore.h"
 #include "failureanswer.h"
 #include "findingsjson.h"
@@ -17,8 +18,6 @@
 #include "receipt.h"
 #include "receiptcheck.h"
 #include "receipterror.h"
-
-#include <algorithm>
 
 namespace sale {
 
@@ -72,7 +71,7 @@ public:
     QueuedDocument run()
     {
         try {
-            isReceipt() ? issue() : make();
+            isReceiptName(m_waiting.request.kind) ? issue() : make();
         } catch (...) {
             m_failure = currentFailure();
         }
@@ -86,14 +85,6 @@ public:
     }
 
 private:
-    bool isReceipt() const { return sale::isReceipt(documentKindOf(m_waiting.request.kind)) && isNamed(); }
-
-    /// Any name that is none stands for a receipt of another kind.
-    bool isNamed() const
-    {
-        return documentKindName(documentKindOf(m_waiting.request.kind)) == m_waiting.request.kind;
-    }
-
     void reach()
     {
         if (m_desk.isOpen())

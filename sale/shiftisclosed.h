@@ -6,7 +6,7 @@
 
 namespace sale {
 
-/// A document wants an open shift and may not open it itself: nothing was begun.
+/// A document wants an open shift and may not open it itself, or cannot: nothing of it was made.
 class ShiftIsClosed : public std::runtime_error
 {
 public:

@@ -11,11 +11,6 @@ namespace sale {
 
 namespace {
 
-bool isFinished(DocumentState state)
-{
-    return state == DocumentState::Issued || state == DocumentState::NotIssued;
-}
-
 /// The condition grows with the fields that are given.
 class Selection
 {
@@ -35,7 +30,7 @@ public:
         }
         m_texts.append(QStringLiteral("state IN (%1)").arg(places.join(QLatin1Char(','))));
         // Only with the words of its index few rows are looked at, which each start of a program waits for.
-        if (std::none_of(states.cbegin(), states.cend(), isFinished))
+        if (std::none_of(states.cbegin(), states.cend(), isFinal))
             m_texts.append(QStringLiteral("state IN ('queued', 'running', 'unknown')"));
     }
 

@@ -130,7 +130,7 @@ QJsonObject Api::registerView(const Till& till) const
 
 void Api::accepted(const sale::StoredDocument& document)
 {
-    documentChanged(document.request.id);
+    noteChange(document);
     if (Till* const of = till(document.request.registerName))
         of->wake();
 }
@@ -138,7 +138,8 @@ void Api::accepted(const sale::StoredDocument& document)
 void Api::documentChanged(const QString& id)
 {
     try {
-        noteChange(id);
+        if (const std::optional<sale::StoredDocument> document = m_store.findId(id))
+            noteChange(*document);
     } catch (const sale::JournalError& error) {
         qCWarning(apiLog).noquote() << error.what();
         m_missed.append(id);
@@ -146,24 +147,22 @@ void Api::documentChanged(const QString& id)
     }
 }
 
-void Api::noteChange(const QString& id)
+void Api::noteChange(const sale::StoredDocument& document)
 {
-    const std::optional<sale::StoredDocument> document = m_store.findId(id);
-    if (!document)
-        return;
-    if (m_open.note(*document))
-        tell(*document);
-    if (isPending(document->state)) {
+    const QString& id = document.request.id;
+    if (m_open.note(document))
+        tell(document);
+    if (isPending(document.state)) {
         // It may have been moved.
         if (m_waiters.areAny(id))
-            setAwaited(id, document->request.registerName);
+            setAwaited(id, document.request.registerName);
         return;
     }
     if (m_ended)
         m_ended();
     // Also that it is still unknown after it was asked about.
     if (m_waiters.areAny(id))
-        m_waiters.answer(id, documentResponse(*this, *document));
+        m_waiters.answer(id, documentResponse(*this, document));
 }
 
 void Api::setAwaited(const QString& id, const QString& registerName)

@@ -69,7 +69,7 @@ public:
 private:
     void addRoutes();
     http::Response late(const QString& id) const;
-    void noteChange(const QString& id);
+    void noteChange(const sale::StoredDocument& document);
     void setAwaited(const QString& id, const QString& registerName);
     void tell(const sale::StoredDocument& document);
 

@@ -6,7 +6,6 @@
 #include "http/problem.h"
 
 #include <QJsonArray>
-#include <QRegularExpression>
 
 #include <limits>
 

@@ -44,13 +44,6 @@ Problem unknown(const sale::StoredDocument& document)
             .arg(document.request.id));
 }
 
-Response withMembers(Problem problem, const QJsonObject& view)
-{
-    for (auto member = view.begin(); member != view.end(); ++member)
-        problem = problem.with(member.key(), member.value());
-    return problem.response();
-}
-
 Response located(const QJsonObject& view, int status)
 {
     // The letters of an id need no encoding; those of ids that earlier releases took are read anyway.
@@ -68,9 +61,9 @@ Response documentResponse(const Api& api, const sale::StoredDocument& document, 
     case DocumentState::Issued:
         return located(view, isReplayed ? 200 : 201);
     case DocumentState::NotIssued:
-        return withMembers(notIssued(document, view), view);
+        return notIssued(document, view).with(view).response();
     case DocumentState::Unknown:
-        return withMembers(unknown(document), view);
+        return unknown(document).with(view).response();
     default:
         return located(view, 202);
     }

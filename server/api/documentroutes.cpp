@@ -111,8 +111,7 @@ Answer answerOrWait(Api& api, const Request& request, const StoredDocument& docu
             till->settle(document.request.id);
         wait = std::max(wait, settlingWait);
     }
-    const bool isOver = !isPending(document.state) && document.state != DocumentState::Unknown;
-    if (isOver || wait == seconds(0) || api.isStopping())
+    if (sale::isFinal(document.state) || wait == seconds(0) || api.isStopping())
         return documentResponse(api, document, document.state == DocumentState::Issued);
     return api.waiters().wait(document.request.id, wait);
 }
@@ -121,7 +120,7 @@ Answer postDocument(Api& api, const Request& request)
 {
     Till& till = tillOf(api, request);
     requireOpen(api);
-    sale::DocumentRequest document = postedDocument(request, rulesOf(api, till)).document;
+    sale::DocumentRequest document = postedDocument(request, rulesOf(api, till));
     document.registerName = till.settings().name;
     const std::optional<StoredDocument> known = api.store().findId(document.id);
     requireOwn(api, request, known);
@@ -146,12 +145,10 @@ Answer showDocument(Api& api, const Request& request)
 /// The document as it stands, for whoever came too late to change it.
 Response tooLate(const Api& api, const StoredDocument& document)
 {
-    const QJsonObject view = documentView(api, document);
-    Problem problem(409, QStringLiteral("document-begun"), QStringLiteral("The document was begun"),
-        QStringLiteral("It is %1.").arg(sale::stateName(document.state)));
-    for (auto member = view.begin(); member != view.end(); ++member)
-        problem = problem.with(member.key(), member.value());
-    return problem.response();
+    return Problem(409, QStringLiteral("document-begun"), QStringLiteral("The document was begun"),
+        QStringLiteral("It is %1.").arg(sale::stateName(document.state)))
+        .with(documentView(api, document))
+        .response();
 }
 
 Answer withdrawDocument(Api& api, const Request& request)

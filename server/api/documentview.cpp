@@ -1,6 +1,7 @@
 #include "api/documentview.h"
 
 #include "api/api.h"
+#include "api/documentresponse.h"
 #include "documentanswer.h"
 #include "documentkind.h"
 #include "documentrecord.h"
@@ -22,12 +23,6 @@ using sale::DocumentAnswer;
 using sale::DocumentState;
 using sale::StoredDocument;
 
-bool hasReceipt(const StoredDocument& document)
-{
-    const sale::DocumentKind kind = sale::documentKindOf(document.request.kind);
-    return sale::isReceipt(kind) && sale::documentKindName(kind) == document.request.kind;
-}
-
 /// The body is that of a document that was accepted, so there are no errors; one that was anonymised has
 /// none.
 void describeReceipt(DocumentAnswer& answer, const Api& api, const StoredDocument& document, const Till& till)
@@ -47,37 +42,26 @@ void describeReceipt(DocumentAnswer& answer, const Api& api, const StoredDocumen
 
 void describeBody(DocumentAnswer& answer, const Api& api, const StoredDocument& document, const Till& till)
 {
-    if (hasReceipt(document))
+    if (sale::isReceiptName(document.request.kind))
         return describeReceipt(answer, api, document, till);
     const QJsonObject body = QJsonDocument::fromJson(document.request.body).object();
     if (const QJsonValue sum = body.value(QStringLiteral("sum")); sum.isDouble())
         answer.total = receipt::kopecksOf(sum.toDouble());
 }
 
-sale::ErrorKind kindOf(const QString& name)
-{
-    constexpr int last = static_cast<int>(sale::ErrorKind::Other);
-    for (int kind = 0; kind < last; ++kind) {
-        if (sale::errorKindName(static_cast<sale::ErrorKind>(kind)) == name)
-            return static_cast<sale::ErrorKind>(kind);
-    }
-    return sale::ErrorKind::Other;
-}
-
 /// What the last attempt failed of, which is what a person is told.
 std::optional<sale::AnswerError> errorOf(const StoredDocument& document)
 {
-    const bool isWaiting
-        = document.state == DocumentState::Queued || document.state == DocumentState::Running;
     const QJsonObject failure
         = document.attempts.isEmpty() ? QJsonObject() : document.attempts.constLast().note.failure;
     const auto text = [&failure](const char* name) { return failure.value(QLatin1String(name)).toString(); };
-    if (isWaiting || document.reason == sale::StateReason::Expired
+    if (isPending(document.state) || document.reason == sale::StateReason::Expired
         || document.reason == sale::StateReason::Deleted)
         return std::nullopt;
     if (!failure.isEmpty())
-        return sale::AnswerError{
-            .kind = kindOf(text("kind")), .text = text("text"), .exceptionName = text("exception")};
+        return sale::AnswerError{.kind = sale::errorKindNamed(text("kind")),
+            .text = text("text"),
+            .exceptionName = text("exception")};
     if (document.state == DocumentState::Unknown)
         return sale::AnswerError{.text = QStringLiteral("Документ прерван, и касса о нём ничего не сообщает"),
             .exceptionName = QStringLiteral("Refusal")};

@@ -1,7 +1,6 @@
 #include "api/api.h"
 #include "api/apiroute.h"
 #include "api/rights.h"
-#include "http/problem.h"
 
 #include <QFile>
 

@@ -4,16 +4,7 @@
 
 namespace frserver {
 
-namespace {
-
 using sale::DocumentState;
-
-bool isFinal(DocumentState state)
-{
-    return state == DocumentState::Issued || state == DocumentState::NotIssued;
-}
-
-} // namespace
 
 void OpenList::takeOver(const sale::StoredDocument& document)
 {

@@ -1,6 +1,6 @@
 #include "api/posteddocument.h"
 
-#include "api/plaindocument.h"
+#include "api/plainerrors.h"
 #include "documentid.h"
 #include "documentkind.h"
 #include "findingsjson.h"
@@ -106,8 +106,8 @@ public:
         if (!m_isReadable)
             return;
         const QString type = m_json.value(QStringLiteral("type")).toString();
-        if (plainTypes().contains(type))
-            readPlain(type);
+        if (const auto kind = sale::plainKindOf(type))
+            readPlain(*kind, type);
         else
             readReceipt();
     }
@@ -127,12 +127,12 @@ private:
 
     QByteArray body() const { return QJsonDocument(m_json).toJson(QJsonDocument::Compact); }
 
-    void readPlain(const QString& type)
+    void readPlain(sale::PlainDocument::Kind kind, const QString& type)
     {
         if (!m_rules.hasCashier)
             fail({},
                 QStringLiteral("the register has no cashier= in the configuration, whose document this is"));
-        for (const receipt::ReceiptError& error : plainErrors(m_json))
+        for (const receipt::ReceiptError& error : plainErrors(kind, m_json))
             m_findings += error.findings();
         m_document.kind = type;
         m_document.body = body();
@@ -200,7 +200,7 @@ void throwErrors(const QList<Finding>& findings)
 
 } // namespace
 
-PostedDocument postedDocument(const http::Request& request, const PostingRules& rules)
+sale::DocumentRequest postedDocument(const http::Request& request, const PostingRules& rules)
 {
     Posting posting(request.body, rules);
     posting.readId(headerId(request));
@@ -208,7 +208,7 @@ PostedDocument postedDocument(const http::Request& request, const PostingRules& 
     posting.readReturnOf();
     posting.readDocument();
     throwErrors(posting.findings());
-    return {posting.document(), posting.findings()};
+    return posting.document();
 }
 
 QList<Finding> documentFindings(const QByteArray& body, const PostingRules& rules)

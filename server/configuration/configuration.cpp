@@ -24,7 +24,7 @@ using devices::IniEntry;
 using devices::IniSection;
 
 /// No configuration is larger; what has no end, as a device, is known by it.
-constexpr qint64 largestFile = 1024 * 1024;
+constexpr qint64 largestFile = 1024LL * 1024;
 
 QStringList linesOf(const QString& fileName)
 {

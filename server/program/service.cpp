@@ -1,5 +1,6 @@
 #include "program/service.h"
 
+#include "driverplugin.h"
 #include "rack/workerprocess.h"
 
 #include <QCoreApplication>
@@ -14,9 +15,21 @@ constexpr int patienceMs = 3'000;
 /// A busy register may hold a document's last exchange for 100 s.
 constexpr std::chrono::seconds longestDocument(130);
 
+/// The program that runs, also when an update has put another one in its place: they would not understand
+/// each other.
 std::unique_ptr<Worker> createWorker()
 {
-    return std::make_unique<WorkerProcess>(QCoreApplication::applicationFilePath());
+    return std::make_unique<WorkerProcess>(QStringLiteral("/proc/self/exe"));
+}
+
+/// A worker whose file was replaced does not know any more where it stood.
+QList<RegisterSettings> withPluginPlaces(QList<RegisterSettings> registers)
+{
+    for (RegisterSettings& settings : registers) {
+        if (settings.plugins.isEmpty())
+            settings.plugins = devices::usualPluginPlaces();
+    }
+    return registers;
 }
 
 Api::Settings apiSettings(const ServiceSettings& settings)
@@ -38,7 +51,7 @@ Service::Service(const Configuration& configuration, const QString& journal)
     , m_owners(journal, patienceMs)
     , m_outbox(journal, patienceMs)
     , m_tokens(tokenFile(configuration.service, journal))
-    , m_rack(configuration.registers, m_store, createWorker, {.journal = journal})
+    , m_rack(withPluginPlaces(configuration.registers), m_store, createWorker, {.journal = journal})
     , m_api(m_store, m_owners, apiSettings(configuration.service))
     , m_server(m_api.site())
 {

@@ -1,6 +1,5 @@
 #include "program/servicenotice.h"
 
-#include <algorithm>
 #include <chrono>
 #include <cstddef>
 #include <cstring>

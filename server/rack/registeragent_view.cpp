@@ -2,6 +2,8 @@
 
 #include "rack/registeragent.h"
 
+#include "documentanswer.h"
+
 #include <QJsonArray>
 
 #include <cstdlib>
@@ -12,16 +14,6 @@ namespace {
 
 /// Seconds that a register's clock may differ before that is told; from 300 on it refuses to be started.
 constexpr int clockDifference = 60;
-
-QJsonValue orNull(const QString& text)
-{
-    return text.isEmpty() ? QJsonValue() : QJsonValue(text);
-}
-
-QJsonValue moment(const QDateTime& time)
-{
-    return time.isValid() ? QJsonValue(time.toUTC().toString(Qt::ISODateWithMs)) : QJsonValue();
-}
 
 QJsonObject alarm(const char* kind, const QString& text)
 {
@@ -66,20 +58,20 @@ QJsonArray RegisterAgent::alarms() const
 QJsonObject RegisterAgent::view() const
 {
     const bool isMaking = m_request && m_request->what == QStringLiteral("make");
-    return {{QStringLiteral("state"), state()}, {QStringLiteral("since"), moment(m_since)},
+    return {{QStringLiteral("state"), state()}, {QStringLiteral("since"), sale::momentJson(m_since)},
         {QStringLiteral("stateAge"), m_since.secsTo(now())},
         {QStringLiteral("waiting"), m_waiting ? QJsonValue(m_waiting->reason) : QJsonValue()},
-        {QStringLiteral("waitingText"), m_waiting ? orNull(m_waiting->text) : QJsonValue()},
+        {QStringLiteral("waitingText"), m_waiting ? sale::textOrNull(m_waiting->text) : QJsonValue()},
         {QStringLiteral("pausedBy"), m_pausedBy ? QJsonValue(*m_pausedBy) : QJsonValue()},
         {QStringLiteral("document"), isMaking ? QJsonValue(m_request->id) : QJsonValue()},
         {QStringLiteral("identity"), m_identity.isEmpty() ? QJsonValue() : QJsonValue(m_identity)},
         {QStringLiteral("condition"), m_condition.isEmpty() ? QJsonValue() : QJsonValue(m_condition)},
         {QStringLiteral("conditionAge"),
             m_conditionTime.isValid() ? QJsonValue(m_conditionTime.secsTo(now())) : QJsonValue()},
-        {QStringLiteral("unsentSince"), moment(m_unsentSince)},
+        {QStringLiteral("unsentSince"), sale::momentJson(m_unsentSince)},
         {QStringLiteral("shift"),
             QJsonObject{{QStringLiteral("open"), m_shift.isOpen()},
-                {QStringLiteral("since"), moment(m_shift.since())}}},
+                {QStringLiteral("since"), sale::momentJson(m_shift.since())}}},
         {QStringLiteral("alarms"), alarms()}, {QStringLiteral("workerStarts"), m_workerStarts}};
 }
 

@@ -4,7 +4,7 @@ namespace frserver {
 
 namespace {
 
-constexpr qint64 longestSeconds = (23 * 60 + 30) * 60;
+constexpr qint64 longestSeconds = (23 * 60 + 30) * 60LL;
 
 } // namespace
 

@@ -4,6 +4,7 @@
 
 #include "abstractfrdriver.h"
 #include "deviceinfo.h"
+#include "documentanswer.h"
 #include "exceptions.h"
 #include "shiftopening.h"
 #include "testdrive.h"
@@ -11,11 +12,6 @@
 namespace frserver {
 
 namespace {
-
-QJsonValue orNull(const QString& text)
-{
-    return text.isEmpty() ? QJsonValue() : QJsonValue(text);
-}
 
 QJsonValue localTime(const QDateTime& time)
 {
@@ -63,7 +59,8 @@ QJsonObject RegisterCondition::toJson(const QDateTime& localNow) const
     const FnStatusInfo& status = drive.fnStatus;
     const bool isTold = !status.fnNumber.isEmpty();
     const QDate until = drive.validityDate.date;
-    return {{QStringLiteral("shiftOpen"), isShiftOpen}, {QStringLiteral("drive"), orNull(status.fnNumber)},
+    return {{QStringLiteral("shiftOpen"), isShiftOpen},
+        {QStringLiteral("drive"), sale::textOrNull(status.fnNumber)},
         {QStringLiteral("driveUntil"),
             until.isValid() ? QJsonValue(until.toString(Qt::ISODate)) : QJsonValue()},
         {QStringLiteral("driveWarnings"), isTold ? QJsonValue(status.warningFlags) : QJsonValue()},
@@ -78,10 +75,11 @@ QJsonObject RegisterCondition::toJson(const QDateTime& localNow) const
 QJsonObject identityJson(AbstractFrDriver& driver, const QString& drive)
 {
     const DeviceInfo info = driver.getDeviceInfo();
-    return {{QStringLiteral("model"), orNull(info.getModelName())},
-        {QStringLiteral("serial"), orNull(info.getNumber().trimmed())},
-        {QStringLiteral("firmware"), orNull(info.getFirmwareVersion())},
-        {QStringLiteral("drive"), orNull(drive)}, {QStringLiteral("testDrive"), sale::testDriveJson(drive)}};
+    return {{QStringLiteral("model"), sale::textOrNull(info.getModelName())},
+        {QStringLiteral("serial"), sale::textOrNull(info.getNumber().trimmed())},
+        {QStringLiteral("firmware"), sale::textOrNull(info.getFirmwareVersion())},
+        {QStringLiteral("drive"), sale::textOrNull(drive)},
+        {QStringLiteral("testDrive"), sale::testDriveJson(drive)}};
 }
 
 } // namespace frserver

@@ -6,6 +6,8 @@
 
 #include <QLoggingCategory>
 
+#include <sys/prctl.h>
+
 namespace frserver {
 
 WorkerLoop::WorkerLoop()
@@ -85,6 +87,8 @@ QJsonObject WorkerLoop::work(const QJsonObject& message)
 int runWorker()
 {
     ending::arrange();
+    // It was not started by its name.
+    ::prctl(PR_SET_NAME, "frserver");
     // The drivers' log tells of people.
     QLoggingCategory::setFilterRules(QStringLiteral("*=false\nfrserver.*=true\n"));
     return WorkerLoop().run();

@@ -242,10 +242,7 @@ QJsonObject WorkerSession::settle(const QString& id)
 {
     requireConnection();
     const std::optional<sale::StoredDocument> document = journal().findId(id);
-    const bool isOpenQuestion = document
-        && (document->state == sale::DocumentState::Unknown
-            || document->state == sale::DocumentState::Running);
-    if (!isOpenQuestion)
+    if (!document || !sale::isToBeSettled(document->state))
         return {};
     try {
         sale::settleDocument(m_connection->driver(), journal(), *document, line());

@@ -123,11 +123,14 @@ TEST(ErrorKind, EachHasANameAndAnAction)
     for (int kind = 0; kind < count; ++kind) {
         names.insert(sale::errorKindName(static_cast<ErrorKind>(kind)));
         actions.insert(sale::errorAction(static_cast<ErrorKind>(kind)));
+        EXPECT_EQ(
+            static_cast<int>(sale::errorKindNamed(sale::errorKindName(static_cast<ErrorKind>(kind)))), kind);
     }
     EXPECT_EQ(names.size(), count);
     EXPECT_EQ(actions.size(), count);
     EXPECT_EQ(sale::errorKindName(ErrorKind::WrongRegister), "wrongRegister");
     EXPECT_EQ(sale::errorKindName(ErrorKind::Other), "other");
+    EXPECT_EQ(sale::errorKindNamed("of a later release"), ErrorKind::Other);
 }
 
 } // namespace

@@ -172,6 +172,24 @@ TEST_F(Queue, FaultOfTheDocumentRefusesItAndAnyOtherHoldsIt)
     }
 }
 
+TEST_F(Queue, RefusedXReportIsKnownNotToBeMadeWhereTheShiftIsClosed)
+{
+    for (const bool isOpen : {false, true}) {
+        journal = std::make_unique<SqliteStore>(QStringLiteral(":memory:"));
+        driver.shiftOpen = isOpen;
+        driver.refused = "xReport";
+        accept("xReport", R"({"type": "xReport"})");
+        const QueuedDocument document = made();
+        EXPECT_FALSE(document.held);
+        EXPECT_EQ(document.answer.state, isOpen ? DocumentState::Unknown : DocumentState::NotIssued);
+        EXPECT_EQ(document.answer.reason, isOpen ? StateReason::None : StateReason::Refused);
+        ASSERT_TRUE(document.answer.error);
+        EXPECT_EQ(document.answer.error->kind, isOpen ? ErrorKind::Paper : ErrorKind::ShiftClosed);
+        const std::string calls = told();
+        EXPECT_TRUE(calls.ends_with("xReport shift")) << calls;
+    }
+}
+
 TEST_F(Queue, UnknownDocumentsHoldUpWhatWaits)
 {
     driver.numbers = {7};

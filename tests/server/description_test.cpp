@@ -1,18 +1,9 @@
 #include "apirig.h"
 
 #include "tests/http/apirecord.h"
+#include "tests/http/askrow.h"
 
 namespace {
-
-struct AskRow
-{
-    const char* method;
-    const char* path;
-    const char* body;
-    int status;
-    /// Stands in the answer.
-    const char* part = "";
-};
 
 // In this order, with documents that are issued (1, 6), unknown (2, 3), refused (7) and queued (4, 5).
 const AskRow askRows[] = {
@@ -178,14 +169,6 @@ protected:
         record("GET", "/readyz");
     }
 
-    void expect(const AskRow& row)
-    {
-        const Served served = record(row.method, row.path, row.body);
-        EXPECT_EQ(served.status, row.status) << row.method << ' ' << row.path << ' ' << served.all();
-        EXPECT_TRUE(served.body.contains(row.part))
-            << row.path << " lacks " << row.part << ": " << served.all().substr(0, 2000);
-    }
-
     std::string findings() const
     {
         return m_record.findings({"frserver.openapi.json", "output.schema.json"}).toStdString();
@@ -199,7 +182,7 @@ TEST_F(DescriptionTest, AnswersAsItSays)
 {
     fill();
     for (const AskRow& row : askRows)
-        expect(row);
+        expectAnswer(row, record(row.method, row.path, row.body));
     pause();
     askWithTokens();
     askInVain();

@@ -2,11 +2,14 @@
 """What whoever keeps the service does: TLS, backup, moving to another machine."""
 
 import http.client
+import os
+import shutil
 import signal
 import socket
 import ssl
 import sys
 import unittest
+import unittest.mock
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
@@ -78,6 +81,30 @@ class Tls(Keeping):
 
     def command_of_certificate(self):
         self.assertIn("certutil", self.command("cert", "init", "till.shop.example").stderr)
+
+
+class Update(Keeping):
+    def test_service_goes_on_with_its_own_program(self):
+        """Also where the plugin is looked for beside the program, whose file is another one by then."""
+        self.service.stop()
+        program = self.folder / "bin" / "frserver"
+        program.parent.mkdir()
+        shutil.copy2(os.environ["FRSERVER"], program)
+        (self.folder / "plugins").symlink_to(os.environ["FRSPF_PLUGIN"])
+        self.configure(f"plugin = {os.environ['FRSPF_PLUGIN']}\n", "")
+        with unittest.mock.patch.dict(os.environ, {"FRSERVER": str(program)}):
+            self.service.start()
+        self.assert_issued(self.service.post(SALE, id="sale:0001"))
+        program.unlink()
+        program.write_text("#!/bin/sh\nexit 1\n", encoding="ascii")
+        program.chmod(0o755)
+        workers = self.service.workers()
+        for worker in workers:
+            self.assertEqual("frserver\n", Path(f"/proc/{worker}/comm").read_text(encoding="ascii"))
+            os.kill(worker, signal.SIGKILL)
+        self.assert_issued(self.service.post(SALE, id="sale:0002"))
+        self.assertFalse(set(workers) & set(self.service.workers()))
+        self.assertEqual(2, len(self.register.receipts()))
 
 
 class Moving(Keeping):

@@ -216,7 +216,7 @@ class Killed(ServiceTest):
             # Its end is that of its last descriptor: the register's line is free.
             done = frctl(self.service, self.register.line, "--wait", "30", "status")
             self.assertEqual(0, done.returncode, done.stderr)
-            self.assertFalse(Path(f"/proc/{worker}/exe").exists() and b"frserver" in Path(f"/proc/{worker}/cmdline").read_bytes())
+            self.assertFalse(Path(f"/proc/{worker}/exe").exists() and b"--worker" in Path(f"/proc/{worker}/cmdline").read_bytes())
         self.service.start()
 
 

@@ -1,6 +1,7 @@
 #include "memory/foreignstate.h"
 #include "panel/panelrig.h"
 #include "tests/http/apirecord.h"
+#include "tests/http/askrow.h"
 
 #include <gtest/gtest.h>
 
@@ -40,16 +41,6 @@ public:
 private:
     HexPanel& m_rig;
     ApiRecord m_record;
-};
-
-struct AskRow
-{
-    const char* method;
-    const char* path;
-    const char* body;
-    int status;
-    /// Stands in the answer.
-    const char* part = "";
 };
 
 // In this order, on a register with a shift, a sale (document 3) and a very long one (4).
@@ -235,12 +226,8 @@ const AskRow foreignRows[] = {
 
 void askAll(Record& record, std::span<const AskRow> rows)
 {
-    for (const AskRow& row : rows) {
-        const Served served = record.ask(row.method, QByteArray("/v1/") + row.path, row.body);
-        EXPECT_EQ(served.status, row.status) << row.method << ' ' << row.path << ' ' << served.text();
-        EXPECT_TRUE(served.body.contains(row.part))
-            << row.path << " lacks " << row.part << ": " << served.text().substr(0, 2000);
-    }
+    for (const AskRow& row : rows)
+        expectAnswer(row, record.ask(row.method, QByteArray("/v1/") + row.path, row.body));
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "api/plaindocument.h"
+#include "api/plainerrors.h"
 
 #include "jsonfields.h"
 #include "plaintext.h"
@@ -13,8 +13,7 @@ namespace {
 
 using receipt::JsonFields;
 using receipt::ReceiptError;
-
-void readNothing(JsonFields&) { }
+using sale::PlainDocument;
 
 void readCash(JsonFields& fields)
 {
@@ -29,23 +28,6 @@ void readCopy(JsonFields& fields)
     if (fields.has(number))
         fields.integer(number, 1, std::numeric_limits<int>::max());
 }
-
-struct PlainType
-{
-    const char* name;
-    void (*read)(JsonFields& fields);
-};
-
-constexpr PlainType types[] = {
-    {"openShift", readNothing},
-    {"zReport", readNothing},
-    {"xReport", readNothing},
-    {"accountingReport", readNothing},
-    {"cashIn", readCash},
-    {"cashOut", readCash},
-    {"text", readNothing},
-    {"copy", readCopy},
-};
 
 /// Blank lines are lines, too.
 void judgeLines(const QJsonValue& value, QList<ReceiptError>& errors)
@@ -69,30 +51,18 @@ void judgeLines(const QJsonValue& value, QList<ReceiptError>& errors)
 
 } // namespace
 
-const QStringList& plainTypes()
-{
-    static const QStringList names = [] {
-        QStringList list;
-        for (const PlainType& type : types)
-            list.append(QLatin1String(type.name));
-        return list;
-    }();
-    return names;
-}
-
-QList<ReceiptError> plainErrors(const QJsonObject& json)
+QList<ReceiptError> plainErrors(PlainDocument::Kind kind, const QJsonObject& json)
 {
     QList<ReceiptError> errors;
-    const QString name = json.value(QStringLiteral("type")).toString();
     QJsonObject details = json;
     details.remove(QStringLiteral("type"));
-    if (name == QStringLiteral("text"))
+    if (kind == PlainDocument::Text)
         judgeLines(details.take(QStringLiteral("lines")), errors);
     JsonFields fields(details, {}, errors);
-    for (const PlainType& type : types) {
-        if (name == QLatin1String(type.name))
-            type.read(fields);
-    }
+    if (kind == PlainDocument::CashIn || kind == PlainDocument::CashOut)
+        readCash(fields);
+    if (kind == PlainDocument::Copy)
+        readCopy(fields);
     fields.finish();
     return errors;
 }
