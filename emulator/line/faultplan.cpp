@@ -127,6 +127,15 @@ QString wantedWords(const QString& name)
         .arg(greatestArgument);
 }
 
+/// Of a known mode that lacks its exchange; empty for anything else.
+QString wantedPlace(const QString& text)
+{
+    static const QRegularExpression name(QStringLiteral("^([a-z-]+)(:[a-z0-9.-]+)?(@0*[+]?)?$"));
+    return findMode(name.match(text).captured(1)) == nullptr
+        ? QString()
+        : QStringLiteral("@ and the number of an exchange, from 1, stand behind it");
+}
+
 QString noSuchFault(const QString& text, const QString& why)
 {
     const QString words = QStringLiteral("no such fault: \"%1\"").arg(text);
@@ -143,8 +152,12 @@ std::optional<FaultPlan> FaultPlan::parse(const QString& text, QString* error)
         const QRegularExpressionMatch match = form.match(part.trimmed());
         const std::optional<Fault> fault = readFault(match.captured(1), match.captured(2));
         const int exchange = match.captured(3).toInt();
-        if (!fault || exchange == 0) {
-            *error = noSuchFault(part.trimmed(), fault ? QString() : wantedWords(match.captured(1)));
+        if (!match.hasMatch() || exchange == 0) {
+            *error = noSuchFault(part.trimmed(), wantedPlace(part.trimmed()));
+            return std::nullopt;
+        }
+        if (!fault) {
+            *error = noSuchFault(part.trimmed(), wantedWords(match.captured(1)));
             return std::nullopt;
         }
         if (match.captured(4).isEmpty())

@@ -43,12 +43,14 @@ function quietly(promise) {
     promise.catch(() => {});
 }
 
+// What was wrong with one attempt is not with the next.
 async function act(request) {
+    page.actNotice?.remove();
     try {
         await request();
         readState();
     } catch (problem) {
-        complain(problem);
+        page.actNotice = notify(problemText(problem));
     }
 }
 

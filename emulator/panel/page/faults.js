@@ -119,8 +119,8 @@ export class FaultCard {
             WHICH.map((value) => el("option", { value }, t(`which_${value}`))));
         this.form.replaceChildren(field("faultMode", mode), field("faultArgument", input("argument")),
             field("faultWhich", which), field("faultNumber", number("number", { min: "1", value: "1", required: true })),
-            field("faultCommand", input("command")), field("faultField", input("field")),
-            field("faultFieldValue", input("value")), field("faultStoring", check("storing")),
+            field("faultCommand", input("command")), field("faultField", input("field", { on: { input: () => this.#fit() } })),
+            field("faultFieldValue", input("value", { disabled: true, required: true })), field("faultStoring", check("storing")),
             field("faultProbability", number("probability", { min: "0", max: "1", step: "any" })),
             field("faultSeed", number("seed", { min: "0" })), field("faultLifetime", number("lifetime", { min: "1" })),
             el("button", {}, t("faultAdd")));
@@ -129,7 +129,7 @@ export class FaultCard {
 
     // Only what the choices above ask for can be filled in.
     #fit() {
-        const { mode, argument, which, number: place } = this.form.elements;
+        const { mode, argument, which, number: place, field: name, value } = this.form.elements;
         const wanted = this.modes.find((known) => known.mode === mode.value)?.argument ?? null;
         argument.disabled = wanted === null;
         argument.closest("label").hidden = argument.disabled;
@@ -137,6 +137,7 @@ export class FaultCard {
         argument.previousSibling.textContent = t("faultArgument", { what: wanted ?? "" });
         place.disabled = which.value !== "nth" && which.value !== "each";
         place.closest("label").hidden = place.disabled;
+        value.disabled = name.value === "";
     }
 
     #submit(event) {
@@ -145,7 +146,7 @@ export class FaultCard {
     }
 }
 
-const input = (name) => el("input", { name, autocomplete: "off" });
+const input = (name, attributes) => el("input", { name, autocomplete: "off", ...attributes });
 const check = (name) => el("input", { type: "checkbox", name });
 const number = (name, attributes) => el("input", { type: "number", name, ...attributes });
 

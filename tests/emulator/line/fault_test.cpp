@@ -166,6 +166,12 @@ TEST(Faults, PlanIsReadFromText)
         EXPECT_FALSE(emulator::FaultPlan::parse(QLatin1String(mode) + "@1", &error)) << mode;
         EXPECT_EQ(error, QStringLiteral("no such fault: \"%1@1\": %2").arg(mode, words));
     }
+    for (const QString text : {"lost", "lost@0", "busy:2"}) {
+        EXPECT_FALSE(emulator::FaultPlan::parse(text, &error)) << text.toStdString();
+        EXPECT_EQ(error,
+            QStringLiteral("no such fault: \"%1\": @ and the number of an exchange, from 1, stand behind it")
+                .arg(text));
+    }
     // The first byte, and paper that has ended already.
     EXPECT_TRUE(emulator::FaultPlan::parse("drop:0@1,paper-ends:0@2", &error));
 }
