@@ -29,6 +29,8 @@ struct AnswerDraft
     QDateTime dateTime = {};
     /// What the register told of this kind of document alone.
     QJsonObject more = {};
+    /// The document as a service tells it: that counts then.
+    QJsonObject told = {};
 };
 
 } // namespace frctl

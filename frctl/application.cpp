@@ -15,6 +15,7 @@
 #include "messages.h"
 #include "progress.h"
 #include "registersession.h"
+#include "servicetask.h"
 #include "streams.h"
 #include "testdrive.h"
 #include "textcheck.h"
@@ -58,7 +59,7 @@ int deliver(const QString& text, ExitStatus status = ExitSuccess, const sale::Ve
 QJsonObject jsonOf(const Complaint& complaint, const Options& options)
 {
     if (options.answer->isDocument)
-        return answerOf(options, complaint.verdict, complaint.error).toJson();
+        return answerJson(options, complaint.verdict, complaint.error);
     return {{QStringLiteral("error"), complaint.error.toJson()},
         {QStringLiteral("warnings"), options.warnings->json()}};
 }
@@ -176,12 +177,20 @@ Options withPlainCashier(Options options)
     return options;
 }
 
+/// A service works the register then.
+Task preparedTask(const Options& options)
+{
+    const Command& command = findCommand(options);
+    const bool isForRegister = command.kind != Command::Alone || command.asksPorts;
+    return options.service && isForRegister ? serviceTask(options) : command.prepare(options);
+}
+
 Output work(const Options& given)
 {
     given.answer->isDocument = makesDocument(given.command);
     given.answer->id = given.id;
     const Options options = withPlainCashier(given);
-    const Task task = findCommand(options).prepare(options);
+    const Task task = preparedTask(options);
     // A sale that is done already works none, which nobody can know before.
     if (task.alone && !task.isTraced && !options.traceFile.isEmpty() && !options.answer->isDocument)
         throw UsageError(tr("--trace goes with commands that work a register"));

@@ -203,6 +203,9 @@ void refuseMisplaced(const Command& command, const Options& options)
 {
     for (const Setting& setting : options.settings) {
         const OptionRow& option = *setting.option;
+        // A service knows every document by its id.
+        if (options.service && command.makesDocument() && qstrcmp(option.name, "id") == 0)
+            continue;
         if (option.group == OptionRow::Own && setting.origin.isEmpty() && !command.takes(option))
             throw UsageError(tr("--%1 goes with %2").arg(QLatin1String(option.name), namesOf(option)));
     }

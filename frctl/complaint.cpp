@@ -95,6 +95,8 @@ Complaint complaintOfWork(const std::exception_ptr& exception)
     } catch (const RegisterError& error) {
         return {exitStatusOf(error.verdict()), {error.kind(), whatOf(error), error.exceptionName()},
             error.verdict(), error.isNotOpened()};
+    } catch (const ServiceFailure& error) {
+        return {error.status(), error.error(), error.verdict()};
     } catch (const Interrupted& error) {
         return {ExitInterrupted, {ErrorKind::Other, tr("interrupted"), QStringLiteral("Interrupted")},
             error.verdict(), error.isNotOpened()};

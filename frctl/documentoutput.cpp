@@ -31,8 +31,10 @@ std::optional<sale::StoredDocument> recordOf(const Options& options, bool& isLos
 {
     try {
         const QString& id = options.answer->id;
-        return id.isEmpty() || !options.journal->exists() ? std::nullopt
-                                                          : options.journal->store().findId(id);
+        // That of a service stands in the service's journal.
+        return id.isEmpty() || options.service || !options.journal->exists()
+            ? std::nullopt
+            : options.journal->store().findId(id);
     } catch (const sale::JournalError&) {
         isLost = true;
         return std::nullopt;
@@ -60,6 +62,13 @@ sale::DocumentAnswer judged(
     if (isLost && !isTold && !options.id.isEmpty())
         answer.take(sale::Outcome::Unknown);
     return answer;
+}
+
+QJsonArray joined(QJsonArray array, const QJsonArray& more)
+{
+    for (const auto& value : more)
+        array.append(value);
+    return array;
 }
 
 QString shownSum(const QJsonValue& value)
@@ -161,6 +170,24 @@ sale::DocumentAnswer answerOf(
     return answer;
 }
 
+QJsonObject answerJson(
+    const Options& options, const sale::Verdict& verdict, const std::optional<sale::AnswerError>& error)
+{
+    QJsonObject json = answerOf(options, verdict, error).toJson();
+    const QJsonObject& told = options.answer->told;
+    for (const QString& key : json.keys()) {
+        const bool isTold = !told.value(key).isUndefined();
+        // Why it still waits is no error of the document's, and is told as one all the same.
+        const bool isError = key == QStringLiteral("error") && told.value(key).isNull();
+        if (isTold && !isError)
+            json.insert(key, told.value(key));
+    }
+    if (!told.isEmpty())
+        json.insert(QStringLiteral("warnings"),
+            joined(told.value(QStringLiteral("warnings")).toArray(), options.warnings->json()));
+    return json;
+}
+
 QStringList answerLines(const QJsonObject& answer)
 {
     QStringList lines;
@@ -174,7 +201,7 @@ QStringList answerLines(const QJsonObject& answer)
 
 Output documentOutput(const Options& options, Output output)
 {
-    output.json = answerOf(options, output.verdict).toJson();
+    output.json = answerJson(options, output.verdict);
     const QJsonObject& more = options.answer->more;
     for (auto field = more.begin(); field != more.end(); ++field)
         output.json.insert(field.key(), field.value());

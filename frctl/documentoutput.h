@@ -20,6 +20,9 @@ Output receiptOutput(const sale::IssueResult& result);
 /// not tell. Throws nothing.
 sale::DocumentAnswer answerOf(
     const Options& options, const sale::Verdict& verdict, const std::optional<sale::AnswerError>& error = {});
+/// The same as JSON. What a service has told goes before.
+QJsonObject answerJson(
+    const Options& options, const sale::Verdict& verdict, const std::optional<sale::AnswerError>& error = {});
 /// The answer line by line, as people get it.
 QStringList answerLines(const QJsonObject& answer);
 /// The output of a command that made a document, or had none to make.

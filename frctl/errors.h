@@ -1,5 +1,6 @@
 #pragma once
 
+#include "answererror.h"
 #include "errorkind.h"
 #include "finding.h"
 #include "verdict.h"
@@ -121,6 +122,28 @@ private:
     sale::ErrorKind m_kind;
     sale::Verdict m_verdict;
     bool m_isNotOpened;
+};
+
+/// What a service tells of a document that did not go well, with the status that it makes.
+class ServiceFailure : public std::runtime_error
+{
+public:
+    ServiceFailure(ExitStatus status, const sale::AnswerError& error, const sale::Verdict& verdict)
+        : std::runtime_error(error.text.toStdString())
+        , m_status(status)
+        , m_error(error)
+        , m_verdict(verdict)
+    {
+    }
+
+    ExitStatus status() const { return m_status; }
+    const sale::AnswerError& error() const { return m_error; }
+    const sale::Verdict& verdict() const { return m_verdict; }
+
+private:
+    ExitStatus m_status;
+    sale::AnswerError m_error;
+    sale::Verdict m_verdict;
 };
 
 /// Ctrl-C, or a request to end: thrown out of the device while a driver waits for the register. It derives

@@ -864,20 +864,12 @@ Example:
         <translation>нужен файл</translation>
     </message>
     <message>
-        <source>The register&apos;s line: /dev/tty..., the link of a pty, or tcp:host:port.</source>
-        <translation>Линия кассы: /dev/tty..., ссылка на pty или tcp:host:port.</translation>
-    </message>
-    <message>
         <source>The section of the configuration that tells port, protocol and the rest.</source>
         <translation>Раздел конфигурации, где заданы порт, протокол и остальное.</translation>
     </message>
     <message>
         <source>The configuration (~/.config/frspf/frctl.ini, then /etc/frspf/frctl.ini).</source>
         <translation>Конфигурация (~/.config/frspf/frctl.ini, затем /etc/frspf/frctl.ini).</translation>
-    </message>
-    <message>
-        <source>How long to wait for a port that another program works (0).</source>
-        <translation>Сколько ждать порта, занятого другой программой (0).</translation>
     </message>
     <message>
         <source>The register&apos;s own number; another register is an error, and gets nothing.</source>
@@ -1792,6 +1784,126 @@ Each is asked for 4 seconds a protocol at most, one after the other, and none th
     <message>
         <source>wrong number of arguments: %1</source>
         <translation>неверное число аргументов: %1</translation>
+    </message>
+    <message>
+        <source>--port: &quot;%1&quot; is neither service:NAME nor service://HOST:PORT/NAME</source>
+        <translation>--port: «%1» — ни service:ИМЯ, ни service://УЗЕЛ:ПОРТ/ИМЯ</translation>
+    </message>
+    <message>
+        <source>--token-file goes with a port of a service: service:NAME</source>
+        <translation>--token-file указывают вместе с портом сервиса: service:ИМЯ</translation>
+    </message>
+    <message>
+        <source>The register&apos;s line: /dev/tty..., the link of a pty, tcp:host:port, or a service&apos;s service:name.</source>
+        <translation>Линия кассы: /dev/tty..., ссылка на pty, tcp:узел:порт или касса сервиса service:имя.</translation>
+    </message>
+    <message>
+        <source>How long to wait for a port that another program works (0), or for a service (180).</source>
+        <translation>Сколько ждать порт, занятый другой программой (0), или сервис (180).</translation>
+    </message>
+    <message>
+        <source>The token for a service is in that file ($FRSERVER_TOKEN).</source>
+        <translation>Токен сервиса — в этом файле ($FRSERVER_TOKEN).</translation>
+    </message>
+    <message>
+        <source>no answer</source>
+        <translation>ответа нет</translation>
+    </message>
+    <message>
+        <source>answers %1, which is not the answer of a service</source>
+        <translation>ответ %1 — это не ответ сервиса</translation>
+    </message>
+    <message>
+        <source>%1 printed</source>
+        <translation>%1: напечатано</translation>
+    </message>
+    <message>
+        <source>--%1: the service makes it under the cashier of its own configuration</source>
+        <translation>--%1: сервис оформляет этот документ на кассира из своих настроек</translation>
+    </message>
+    <message>
+        <source>is no receipt</source>
+        <translation>— не чек</translation>
+    </message>
+    <message>
+        <source>the service may go on with it; the same again asks: --id %1</source>
+        <translation>сервис может продолжить работу над документом; узнать о нём: повторите с --id %1</translation>
+    </message>
+    <message>
+        <source>%1 (the first one is of %2)</source>
+        <translation>%1 (первый документ — от %2)</translation>
+    </message>
+    <message>
+        <source>%1 wants a token: --token-file, or FRSERVER_TOKEN</source>
+        <translation>%1 требует токен: --token-file или FRSERVER_TOKEN</translation>
+    </message>
+    <message>
+        <source>the same again when the service answers tells: --id %1</source>
+        <translation>когда сервис ответит, повторите с --id %1: он скажет, что с документом</translation>
+    </message>
+    <message>
+        <source>%1: %2; asking again, for %3 s at most</source>
+        <translation>%1: %2; повторяю запрос, не дольше %3 с</translation>
+    </message>
+    <message>
+        <source>service: %1</source>
+        <translation>сервис: %1</translation>
+    </message>
+    <message>
+        <source>waiting: %1, %2</source>
+        <translation>ожидание: %1, %2</translation>
+    </message>
+    <message>
+        <source>paused by: %1</source>
+        <translation>приостановил: %1</translation>
+    </message>
+    <message>
+        <source>documents: %1 queued, %2 running, %3 unknown</source>
+        <translation>документы: в очереди %1, в работе %2, неизвестно %3</translation>
+    </message>
+    <message>
+        <source>alarm: %1</source>
+        <translation>тревога: %1</translation>
+    </message>
+    <message>
+        <source>%1 does not go through a service, whose configuration says how it works its registers</source>
+        <translation>%1 через сервис не действует: как работать с кассами, сказано в его настройках</translation>
+    </message>
+    <message>
+        <source>journal is about this machine&apos;s journal: leave the service&apos;s --port out; what a service knows of its documents it tells on its page</source>
+        <translation>journal относится к журналу этого компьютера: уберите --port сервиса; что сервис знает о своих документах, показывает его страница</translation>
+    </message>
+    <message>
+        <source>%1 does not go through a service: have it pause %2, and name the register&apos;s own line with --port</source>
+        <translation>%1 через сервис не выполняется: приостановите в нём %2 и укажите линию самой кассы в --port</translation>
+    </message>
+    <message>
+        <source>%1 has no token, which is one word</source>
+        <translation>%1: нет токена — это одно слово</translation>
+    </message>
+    <message>
+        <source>--id: &quot;%1&quot; has not 8 to 64 of A-Z a-z 0-9 . _ : -</source>
+        <translation>--id: в «%1» не 8–64 знака из A-Z a-z 0-9 . _ : -</translation>
+    </message>
+    <message>
+        <source>the document&apos;s id: %1; after a failure the same again, with --id</source>
+        <translation>номер документа: %1; после сбоя повторите с этим же --id</translation>
+    </message>
+    <message>
+        <source>the service is still at it; the same id again tells</source>
+        <translation>сервис ещё работает над документом; повторите с тем же --id</translation>
+    </message>
+    <message>
+        <source>the service waits (%1) and makes it then; the same id again tells</source>
+        <translation>сервис ждёт (%1) и затем оформит документ; повторите с тем же --id</translation>
+    </message>
+    <message>
+        <source>its time was over before it could be begun</source>
+        <translation>его время вышло раньше, чем его удалось начать</translation>
+    </message>
+    <message>
+        <source>the service does not make it (%1)</source>
+        <translation>сервис его не оформляет (%1)</translation>
     </message>
 </context>
 </TS>

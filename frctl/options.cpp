@@ -64,9 +64,21 @@ void refuseInnOverXml(const Settings& settings)
     }
 }
 
+/// A port that is a service's register.
+void settleService(Options& options)
+{
+    options.service = servicePortOf(options.port);
+    if (isServiceName(options.port) && !options.service)
+        throw UsageError(tr("--port: \"%1\" is neither service:NAME nor service://HOST:PORT/NAME")
+                             .arg(receipt::shownText(options.port)));
+    if (!options.service && !options.tokenFile.isEmpty())
+        throw UsageError(tr("--token-file goes with a port of a service: service:NAME"));
+}
+
 /// What options mean for each other.
 void settle(Options& options)
 {
+    settleService(options);
     if (!options.isGiven("exclusive"))
         options.isExclusive = !devices::isTcpName(options.port);
     if (!options.isHex() && options.expected.serial.isEmpty() && !options.expected.inn.isEmpty())

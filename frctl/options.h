@@ -6,6 +6,7 @@
 #include "journalaccess.h"
 #include "markpolicy.h"
 #include "protocol.h"
+#include "serviceport.h"
 #include "setting.h"
 #include "warnings.h"
 
@@ -14,6 +15,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace frctl {
 
@@ -23,6 +25,10 @@ struct Options
     enum LogLevel { Trace, Debug, Info, Warn, Error, NoLog };
 
     QString port;
+    /// Of a port that is a service's register.
+    std::optional<ServicePort> service = {};
+    /// With what the service knows the caller; empty for the environment's, or none.
+    QString tokenFile;
     /// Name of the configuration's section that some of the settings are from; empty without one.
     QString registerSection;
     /// Empty for those of user and machine.

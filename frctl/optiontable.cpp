@@ -194,7 +194,9 @@ void takeFile(const QString& text, Options& options)
 }
 
 constexpr OptionRow optionTable[] = {
-    {"port", "PORT", QT_TR_NOOP("The register's line: /dev/tty..., the link of a pty, or tcp:host:port."),
+    {"port", "PORT",
+        QT_TR_NOOP(
+            "The register's line: /dev/tty..., the link of a pty, tcp:host:port, or a service's service:name."),
         OptionRow::Line, takeText<&Options::port>, "port"},
     {"register", "NAME",
         QT_TR_NOOP("The section of the configuration that tells port, protocol and the rest."),
@@ -202,8 +204,11 @@ constexpr OptionRow optionTable[] = {
     {"config", "FILE",
         QT_TR_NOOP("The configuration (~/.config/frspf/frctl.ini, then /etc/frspf/frctl.ini)."),
         OptionRow::Line, takeText<&Options::configFile>},
-    {"wait", "SECONDS", QT_TR_NOOP("How long to wait for a port that another program works (0)."),
+    {"wait", "SECONDS",
+        QT_TR_NOOP("How long to wait for a port that another program works (0), or for a service (180)."),
         OptionRow::Line, takeWait, "wait"},
+    {"token-file", "FILE", QT_TR_NOOP("The token for a service is in that file ($FRSERVER_TOKEN)."),
+        OptionRow::Line, takeFile<&Options::tokenFile>, "token-file"},
     {"protocol", "HEX|XML", QT_TR_NOOP("Protocol of the register (XML; for check, detect and names both)."),
         OptionRow::Line, takeProtocol, "protocol"},
     {"expect-serial", "TEXT",

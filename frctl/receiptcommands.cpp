@@ -1,5 +1,6 @@
 #include "receiptcommands.h"
 
+#include "documentarguments.h"
 #include "documentoutput.h"
 #include "errors.h"
 #include "frctltr.h"
@@ -12,8 +13,6 @@
 #include "soldmarks.h"
 #include "textcheck.h"
 #include "witnesseddocument.h"
-
-#include <QRegularExpression>
 
 #include <optional>
 
@@ -88,32 +87,9 @@ Output moveCash(sale::CashDesk& desk, const Options& options, bool isIn, qint64 
     return {{text.arg(moneyText(sum))}, {}, ExitSuccess, verdict};
 }
 
-/// Kopecks.
-qint64 sumOf(const Options& options)
-{
-    constexpr double tooMuch = 1e8;
-    const QString text = options.arguments.constFirst();
-    const auto refuse = [&](const QString& reason) {
-        throw UsageError(QStringLiteral("%1: \"%2\" %3").arg(options.command, text, reason));
-    };
-    // What else stands for a number is more likely a slip: 1e3.
-    static const QRegularExpression plain(QStringLiteral("\\A-?[0-9]+([.][0-9]+)?\\z"));
-    const double value = text.toDouble();
-    if (!plain.match(text).hasMatch())
-        refuse(tr("is not a sum as 100.50"));
-    if (value <= 0.0)
-        refuse(tr("is not above zero; cash-in puts cash into the drawer, cash-out takes it out"));
-    if (value >= tooMuch)
-        refuse(tr("is more than a register takes"));
-    const std::optional<qint64> sum = receipt::fixedPoint(value, 2);
-    if (!sum)
-        refuse(tr("has parts of a kopeck"));
-    return *sum;
-}
-
 Task prepareCash(const Options& options, bool isIn)
 {
-    const qint64 sum = sumOf(options);
+    const qint64 sum = cashArgument(options);
     options.requireCashierOption();
     return onDesk([options, isIn, sum](sale::CashDesk& desk) { return moveCash(desk, options, isIn, sum); });
 }

@@ -1,6 +1,6 @@
 #include "reportcommands.h"
 
-#include "errors.h"
+#include "documentarguments.h"
 #include "frctltr.h"
 #include "witnesseddocument.h"
 
@@ -63,11 +63,7 @@ Task prepareAccountingReport(const Options& options)
 
 Task preparePrintDocument(const Options& options)
 {
-    const QString text = options.arguments.constFirst();
-    bool ok = false;
-    const quint32 number = text.toUInt(&ok);
-    if (!ok || number == 0)
-        throw UsageError(tr("print-document: \"%1\" is no document number").arg(text));
+    const quint32 number = documentArgument(options);
     return onDesk([options, number](sale::CashDesk& desk) { return printDocument(desk, options, number); });
 }
 

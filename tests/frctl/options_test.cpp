@@ -61,6 +61,30 @@ TEST(Options, AreRead)
     EXPECT_EQ(parse("status").protocol, QStringLiteral("XML"));
 }
 
+TEST(Options, NameARegisterOfAService)
+{
+    const struct
+    {
+        const char* port;
+        const char* service;
+    } rows[] = {{"service:till1", "http://127.0.0.1:8403"},
+        {"service://localhost:9000/till1", "http://localhost:9000"},
+        {"service://[::1]/till1", "http://[::1]:8403"},
+        // Nobody's token goes over an open line because a word was left out.
+        {"service://shop.example/till1", "https://shop.example:8403"},
+        {"service:https://shop.example/fiscal/till1", "https://shop.example/fiscal"}, {"service:", nullptr},
+        {"service:till 1", nullptr}, {"service:ftp://shop/till1", nullptr}, {"service:///till1", nullptr},
+        {"service://user@shop/till1", nullptr}, {"service://shop:99999/till1", nullptr}};
+    for (const auto& row : rows) {
+        const std::optional<ServicePort> port = servicePortOf(row.port);
+        ASSERT_EQ(port.has_value(), row.service != nullptr) << row.port;
+        if (port) {
+            EXPECT_EQ(port->service.toString(), QString(row.service)) << row.port;
+            EXPECT_EQ(port->registerName, QStringLiteral("till1"));
+        }
+    }
+}
+
 TEST(Options, StandAnywhereAndAreNoArguments)
 {
     EXPECT_EQ(parse("status --protocol=hex").protocol, QStringLiteral("HEX"));

@@ -276,6 +276,9 @@ class Clients(ServiceTest):
             with self.subTest(client):
                 done = self.sell(client, "lost:0001", SALE)
                 self.assertEqual(3, done.returncode, done)
+        done = subprocess.run([os.environ["FRCTL"], "--port", f"service:{self.service.url.rstrip('/')}/till1", "--id", "lost:0001",
+                               "sell", EXAMPLES / "sale.json"], capture_output=True, text=True, check=False, timeout=60)
+        self.assertEqual((5, True), (done.returncode, "state: unknown" in done.stdout), done)
         self.assertEqual([TOTAL], self.register.receipts())
         number = self.register.ask("GET", "/state")["drive"]["documents"]
         resolved = self.service.ask("POST", "/v1/documents/lost:0001/resolve", {"state": "issued", "documentNumber": number})

@@ -1,0 +1,180 @@
+#include "servicedocument.h"
+
+#include "documentarguments.h"
+#include "errors.h"
+#include "frctltr.h"
+#include "inputfile.h"
+#include "jsontext.h"
+#include "money.h"
+#include "optiontable.h"
+#include "plaindocument.h"
+#include "receipterror.h"
+#include "receipttexts.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <algorithm>
+#include <iterator>
+
+namespace frctl {
+
+namespace {
+
+using receipt::moneyText;
+using receipt::ReceiptError;
+
+const QString typeName = QStringLiteral("type");
+const QString operatorName = QStringLiteral("operator");
+
+QString reportDone(const Options& options, const QJsonObject&)
+{
+    return tr("%1 printed").arg(options.command);
+}
+
+QString sumDone(const Options& options, const QJsonObject&)
+{
+    const QString text
+        = options.command == QStringLiteral("cash-in") ? tr("cash in: %1") : tr("cash out: %1");
+    return text.arg(moneyText(cashArgument(options)));
+}
+
+QString receiptDone(const Options&, const QJsonObject& answer)
+{
+    const QJsonValue number = answer.value(QStringLiteral("documentNumber"));
+    const QString document = number.isNull() ? QString() : tr(", document %1").arg(number.toInteger());
+    if (answer.value(QStringLiteral("replayed")).toBool())
+        return tr("receipt issued before") + document;
+    const qint64 total = receipt::kopecksOf(answer.value(QStringLiteral("total")).toDouble());
+    const qint64 change = receipt::kopecksOf(answer.value(QStringLiteral("change")).toDouble());
+    return tr("receipt issued: total %1, paid %2, change %3")
+               .arg(moneyText(total), moneyText(total + change), moneyText(change))
+        + document;
+}
+
+QJsonObject noDetails(const Options&)
+{
+    return {};
+}
+
+QJsonObject sumDetails(const Options& options)
+{
+    return {{QStringLiteral("sum"), receipt::roubles(cashArgument(options))}};
+}
+
+QJsonObject textDetails(const Options& options)
+{
+    return {{QStringLiteral("lines"), QJsonArray::fromStringList(readLines(options.arguments.constFirst()))}};
+}
+
+QJsonObject copyDetails(const Options& options)
+{
+    return {{QStringLiteral("documentNumber"), qint64{documentArgument(options)}}};
+}
+
+/// One line of the table of documents that are no receipts.
+struct ServedRow
+{
+    const char* command;
+    const char* type;
+    QJsonObject (*details)(const Options& options) = noDetails;
+    QString (*done)(const Options& options, const QJsonObject& answer) = reportDone;
+    const char* unchanged = nullptr;
+};
+
+constexpr ServedRow servedTable[] = {
+    {"open-shift", "openShift", noDetails,
+        [](const Options&, const QJsonObject&) { return tr("shift opened"); },
+        QT_TR_NOOP("the shift was open already")},
+    {"z-report", "zReport", noDetails, [](const Options&, const QJsonObject&) { return tr("shift closed"); },
+        QT_TR_NOOP("the shift was closed already")},
+    {"x-report", "xReport"},
+    {"accounting-report", "accountingReport"},
+    {"cash-in", "cashIn", sumDetails, sumDone},
+    {"cash-out", "cashOut", sumDetails, sumDone},
+    {"print", "text", textDetails},
+    {"print-document", "copy", copyDetails},
+    {"print-last-document", "copy"},
+};
+
+/// Null for a command that makes none of these.
+const ServedRow* findRow(const QString& command)
+{
+    const auto* const row = std::find_if(std::begin(servedTable), std::end(servedTable),
+        [&command](const ServedRow& one) { return command == QLatin1String(one.command); });
+    return row == std::end(servedTable) ? nullptr : row;
+}
+
+/// Those of a configuration are for receipts.
+void refuseCashier(const Options& options)
+{
+    for (const Setting& setting : options.settings) {
+        if (setting.origin.isEmpty()
+            && QLatin1String(setting.option->name).startsWith(QLatin1String("cashier")))
+            throw UsageError(tr("--%1: the service makes it under the cashier of its own configuration")
+                                 .arg(QLatin1String(setting.option->name)));
+    }
+}
+
+ServiceDocument plainDocument(const Options& options, const ServedRow& row)
+{
+    refuseCashier(options);
+    QJsonObject body = row.details(options);
+    body.insert(typeName, QLatin1String(row.type));
+    return {.body = QJsonDocument(body).toJson(QJsonDocument::Compact),
+        .done = row.done,
+        .unchanged = row.unchanged};
+}
+
+/// The command says what it is to be, whatever the file says.
+void refuseOtherType(const QJsonObject& json, bool isReturn)
+{
+    const QString type = json.value(typeName).toString();
+    if (sale::plainKindOf(type))
+        throw ReceiptError(typeName, tr("is no receipt"), type);
+    if (!type.isEmpty() && (type == QStringLiteral("sellReturn")) != isReturn)
+        throw ReceiptError(typeName,
+            isReturn ? tr("is no return; use the command sell") : tr("is a return; use the command refund"));
+}
+
+/// The command line goes before the file, and the number of one person is not put to another's name.
+void putCashier(QJsonObject& json, const FrUser& cashier)
+{
+    QJsonObject person = json.value(operatorName).toObject();
+    const bool isOther
+        = !cashier.name.isEmpty() && cashier.name != person.value(QStringLiteral("name")).toString();
+    if (isOther)
+        person = {{QStringLiteral("name"), cashier.name}};
+    if (!cashier.inn.isEmpty())
+        person.insert(QStringLiteral("vatin"), cashier.inn);
+    json.insert(operatorName, person);
+}
+
+ServiceDocument receiptDocument(const Options& options)
+{
+    ServiceDocument document{.body = oneReceipt(options), .done = receiptDone};
+    QJsonObject json = receipt::jsonFromText(document.body);
+    refuseOtherType(json, options.command == QStringLiteral("refund"));
+    document.id = json.value(QStringLiteral("id")).toString();
+    if (options.cashier.name.isEmpty() && options.cashier.inn.isEmpty())
+        return document;
+    putCashier(json, options.cashier);
+    document.body = QJsonDocument(json).toJson(QJsonDocument::Compact);
+    return document;
+}
+
+} // namespace
+
+bool isServedDocument(const QString& command)
+{
+    return findRow(command) != nullptr || command == QStringLiteral("sell")
+        || command == QStringLiteral("refund");
+}
+
+ServiceDocument serviceDocument(const Options& options)
+{
+    const ServedRow* const row = findRow(options.command);
+    return row == nullptr ? receiptDocument(options) : plainDocument(options, *row);
+}
+
+} // namespace frctl

@@ -1,0 +1,159 @@
+#include "serviceposting.h"
+
+#include "errors.h"
+#include "frctltr.h"
+#include "interruption.h"
+#include "messages.h"
+
+#include <QJsonArray>
+
+#include <algorithm>
+#include <thread>
+
+namespace frctl {
+
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+/// A service that is started anew is there again by then.
+constexpr seconds untilReached(20);
+/// A document is begun within 120 s or never, and a register may work on one for a minute.
+constexpr seconds untilMade(180);
+constexpr seconds longestWait(20);
+constexpr milliseconds shortestPause(250);
+constexpr milliseconds longestPause(4000);
+
+QList<receipt::Finding> findingsOf(const ServiceAnswer& answer, const char* member)
+{
+    const bool isError = qstrcmp(member, "errors") == 0;
+    QList<receipt::Finding> findings;
+    const QJsonArray told = answer.json.value(QLatin1String(member)).toArray();
+    for (const auto& one : told) {
+        const auto text
+            = [&one](const char* name) { return one.toObject().value(QLatin1String(name)).toString(); };
+        findings.append({isError ? receipt::Finding::Error : receipt::Finding::Warning, text("path"),
+            text("given"), text("text")});
+    }
+    return findings;
+}
+
+} // namespace
+
+ServicePosting::ServicePosting(ServiceClient& client, const Options& options)
+    : m_client(client)
+    , m_options(options)
+{
+}
+
+QJsonObject ServicePosting::post(const QByteArray& body)
+{
+    m_time.start();
+    while (true) {
+        const ServiceAnswer answer = attempt(body);
+        if (isDecided(answer))
+            return answer.json;
+        if (remaining() <= milliseconds(0))
+            break;
+        if (answer.status != 202)
+            pause();
+    }
+    if (m_taken.isEmpty())
+        giveUp();
+    return m_taken;
+}
+
+ServiceAnswer ServicePosting::attempt(const QByteArray& body)
+{
+    try {
+        throwIfInterrupted();
+        const seconds wait = std::chrono::floor<seconds>(remaining());
+        m_last = m_client.post(m_options.answer->id, body, std::clamp(wait, seconds(1), longestWait));
+        note(m_last);
+        return m_last;
+    } catch (const Interrupted&) {
+        complain(tr("the service may go on with it; the same again asks: --id %1").arg(m_options.answer->id));
+        throw Interrupted(sale::Outcome::Unknown);
+    }
+}
+
+void ServicePosting::note(const ServiceAnswer& answer)
+{
+    const bool isTold = answer.isOurs() && answer.json.contains(QStringLiteral("state"));
+    // An earlier answer of this run has said that it is new.
+    const bool isOfThisRun = !m_taken.isEmpty();
+    if (isTold)
+        m_taken = answer.json;
+    if (isTold && isOfThisRun)
+        m_last.json.insert(QStringLiteral("replayed"), false);
+    if (!isTold && !answer.isOurs() && !answer.isRefusedUnread())
+        m_isPerhapsTaken = true;
+}
+
+bool ServicePosting::isDecided(const ServiceAnswer& answer) const
+{
+    if (!answer.isOurs() || answer.asksAgain() || answer.status == 202)
+        return false;
+    if (!answer.json.contains(QStringLiteral("state")))
+        refuse(answer);
+    return true;
+}
+
+void ServicePosting::refuse(const ServiceAnswer& answer) const
+{
+    // That of an attempt before may stand all the same.
+    if (m_isPerhapsTaken || !m_taken.isEmpty())
+        giveUp();
+    m_options.warnings->add(findingsOf(answer, "warnings"));
+    if (const QList<receipt::Finding> errors = findingsOf(answer, "errors"); !errors.isEmpty())
+        throw CheckError(QStringLiteral("ReceiptError"), errors);
+    if (answer.status == 422)
+        throw UsageError(QStringLiteral("--id: ")
+            + tr("%1 (the first one is of %2)").arg(answer.fault, answer.text("accepted")));
+    if (answer.status == 404)
+        throw UsageError(QStringLiteral("--port: ") + answer.fault);
+    if (answer.status == 401)
+        throw HostError(tr("%1 wants a token: --token-file, or FRSERVER_TOKEN").arg(m_client.address()));
+    throw HostError(QStringLiteral("%1: %2").arg(m_client.address(), answer.fault));
+}
+
+void ServicePosting::giveUp() const
+{
+    const QString text = QStringLiteral("%1: %2").arg(m_client.address(), m_last.fault);
+    // What an earlier run has made of an id is for the service to tell.
+    const bool isKnownByNobody
+        = m_isPerhapsTaken || !m_taken.isEmpty() || (!m_options.id.isEmpty() && !m_last.isOurs());
+    if (!isKnownByNobody)
+        throw HostError(text, sale::ErrorKind::Line);
+    complain(tr("the same again when the service answers tells: --id %1").arg(m_options.answer->id));
+    throw ServiceFailure(ExitUnknown, {sale::ErrorKind::Line, text, hostErrorName()}, sale::Outcome::Unknown);
+}
+
+void ServicePosting::pause()
+{
+    if (m_pauses == 0)
+        complain(tr("%1: %2; asking again, for %3 s at most")
+                     .arg(m_client.address(), m_last.fault)
+                     .arg(std::chrono::ceil<seconds>(remaining()).count()));
+    milliseconds left = std::min(shortestPause * (1 << std::min(m_pauses, 4)), longestPause);
+    ++m_pauses;
+    left = std::min(std::max(left, milliseconds(seconds(m_last.retryAfter))), remaining());
+    constexpr milliseconds look(50);
+    for (; left > milliseconds(0) && !wasInterrupted(); left -= look)
+        std::this_thread::sleep_for(std::min(left, look));
+}
+
+milliseconds ServicePosting::patience() const
+{
+    if (m_options.isGiven("wait"))
+        return seconds(m_options.waitSeconds);
+    return m_isPerhapsTaken || !m_taken.isEmpty() ? untilMade : untilReached;
+}
+
+milliseconds ServicePosting::remaining() const
+{
+    return patience() - milliseconds(m_time.elapsed());
+}
+
+} // namespace frctl

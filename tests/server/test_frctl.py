@@ -1,0 +1,190 @@
+#!/usr/bin/python3
+"""frctl as a client of the service: the same commands, words and exit statuses as at the register's own line."""
+
+import json
+import os
+import socket
+import subprocess
+import sys
+import threading
+import unittest
+import urllib.parse
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).parent))
+# pylint: disable=wrong-import-position
+from service import CASHIER, PATIENCE, ROOT, receipt  # noqa: E402
+from test_service import SALE, TOTAL, ServiceTest  # noqa: E402
+
+ANSWERS = ROOT / "tests" / "e2e" / "answers.py"
+
+
+class Relay:
+    """Stands between client and service. What a client asks is passed on; it loses as many answers as it is told."""
+
+    def __init__(self, url, lost):
+        self.place = urllib.parse.urlsplit(url)
+        self.lost = lost
+        self.listener = socket.create_server(("127.0.0.1", 0))
+        self.url = f"service://127.0.0.1:{self.listener.getsockname()[1]}/till1"
+        threading.Thread(target=self.serve, daemon=True).start()
+
+    def serve(self):
+        while True:
+            try:
+                client, _ = self.listener.accept()
+            except OSError:
+                return
+            with client, socket.create_connection((self.place.hostname, self.place.port)) as service:
+                # One request, and its answer as far as the service sends it.
+                request = client.recv(65536)
+                head, _, body = request.partition(b"\r\n\r\n")
+                size = next(int(line.split(b":")[1]) for line in head.split(b"\r\n") if line.lower().startswith(b"content-length"))
+                while len(body) < size:
+                    body += client.recv(65536)
+                service.sendall(head + b"\r\nConnection: close\r\n\r\n" + body)
+                answer = b"".join(iter(lambda: service.recv(65536), b""))
+                if self.lost > 0:
+                    self.lost -= 1
+                else:
+                    client.sendall(answer)
+
+    def close(self):
+        self.listener.shutdown(socket.SHUT_RDWR)
+        self.listener.close()
+
+
+class Through(ServiceTest):
+    def setUp(self):
+        super().setUp()
+        self.answers = []
+        self.port = f"service:{self.service.url.rstrip('/')}/till1"
+
+    def tearDown(self):
+        """All that was printed is as the schema has it."""
+        lines = "\n".join(json.dumps(one, ensure_ascii=False) for one in self.answers)
+        done = subprocess.run(["/usr/bin/python3", ANSWERS, ROOT / "docs" / "output.schema.json"], input=lines,
+                              capture_output=True, text=True, check=False)
+        self.assertEqual(0, done.returncode, done.stdout + done.stderr)
+
+    def frctl(self, *arguments, status=0, port=None, **environment):
+        done = subprocess.run([os.environ["FRCTL"], "--port", port or self.port, "--json", *arguments], text=True,
+                              capture_output=True, check=False, timeout=PATIENCE, env={**os.environ, **environment})
+        self.assertEqual(status, done.returncode, (arguments, done))
+        answer = json.loads(done.stdout)
+        self.answers.append({"command": arguments, "answer": answer})
+        return answer, done.stderr
+
+    def file(self, content):
+        file = self.folder / f"file{len(list(self.folder.iterdir()))}"
+        file.write_text(content if isinstance(content, str) else json.dumps(content), encoding="utf-8")
+        return str(file)
+
+
+class Documents(Through):
+    def test_a_day(self):
+        sale, back = self.file(SALE), str(ROOT / "examples" / "return.json")
+        text = self.folder / "text"
+        text.write_text("Спасибо\n\nза покупку\n", encoding="utf-8")
+        day = [("open-shift",), ("cash-in", "1000.50"), ("--id", "till:0042", "sell", sale), ("--cashier", CASHIER, "refund", back),
+               ("x-report",), ("print", str(text)), ("print-last-document",), ("print-document", "1"), ("cash-out", "500"),
+               ("--id", "till:000z", "z-report"), ("accounting-report",)]
+        for command in day:
+            answer, said = self.frctl(*command)
+            self.assertEqual(("issued", False), (answer["state"], answer["replayed"]), command)
+            self.assertEqual("--id" not in command, answer["id"] in said, said)
+        self.assertIn("за покупку", self.register.tape())
+        again, _ = self.frctl("--id", "till:0042", "sell", sale)
+        self.assertEqual((305.23, True), (again["total"], again["replayed"]))
+        self.assertEqual([TOTAL], self.register.receipts())
+        # As at the line: no document is needed, and there is none.
+        closed, _ = self.frctl("z-report")
+        self.assertEqual((None, None, None), (closed["id"], closed["state"], closed["error"]))
+        status, _ = self.frctl("status")
+        self.assertEqual((False, True, "ready"), (status["shiftOpen"], status["testDrive"], status["service"]["state"]))
+
+    def test_what_fails(self):
+        sale = self.file(SALE)
+        self.frctl("--id", "till:0001", "sell", sale)
+        poor, said = self.frctl("cash-out", "5000", status=4)
+        self.assertEqual(("notIssued", "settled", "cash"), (poor["state"], poor["reason"], poor["error"]["kind"]))
+        self.assertIn(poor["error"]["text"], said)
+        other, _ = self.frctl("--id", "till:0001", "sell", self.file({**SALE, "payments": [{"type": "cash", "sum": 600}]}), status=2)
+        self.assertEqual("UsageError", other["error"]["exception"])
+        wrong, _ = self.frctl("sell", self.file({**SALE, "items": [{"name": "Хлеб", "price": -1}]}), status=2)
+        self.assertIn("items[0].price", [one["path"] for one in wrong["error"]["findings"]])
+        for port, part in (("service:till9", "till9"), ("service:http://127.0.0.1:x/till1", "service:NAME"), ("service:", "service:NAME")):
+            port = port.replace("service:till9", self.port.replace("till1", "till9"))
+            self.assertIn(part, self.frctl("open-shift", port=port, status=2)[1])
+        # None of these may look as if it were done.
+        count = len(self.service.ask("GET", "/v1/documents")["documents"])
+        for command in (("params", "list"), ("registration", "--tax-systems", "osn"), ("journal", "list"), ("doctor",), ("cancel",),
+                        ("--protocol", "HEX", "sell", sale), ("--trace", "-", "sell", sale), ("sell", sale, "--drop", "x"),
+                        ("sell", self.file({"type": "zReport"})), ("refund", self.file(SALE)), ("cash-in", "1e3"),
+                        ("--cashier", CASHIER, "z-report"), ("--id", "short", "x-report")):
+            self.frctl(*command, status=2)
+        self.assertEqual(count, len(self.service.ask("GET", "/v1/documents")["documents"]))
+
+    def test_a_document_that_waits(self):
+        self.frctl("open-shift")
+        self.register.ask("PUT", "/paper", {"state": "out"})
+        sale = self.file(SALE)
+        with self.service.client.events() as events:
+            waiting = threading.Thread(target=lambda: events.until("register", register="till1", waiting="paper"))
+            waiting.start()
+            late, said = self.frctl("--wait", "1", "--id", "till:0001", "sell", sale, status=5)
+            waiting.join(PATIENCE)
+        self.assertEqual("queued", late["state"])
+        self.assertIn("same id", said)
+        self.assertIs(False, self.frctl("status")[0]["paper"])
+        self.register.ask("PUT", "/paper", {"state": "in"})
+        self.assertEqual("issued", self.frctl("--id", "till:0001", "sell", sale)[0]["state"])
+        self.assertEqual([TOTAL], self.register.receipts())
+
+
+class Line(Through):
+    def test_an_answer_that_is_lost(self):
+        relay = Relay(self.service.url, 2)
+        self.addCleanup(relay.close)
+        answer, said = self.frctl("sell", self.file(SALE), port=relay.url)
+        self.assertEqual("issued", answer["state"])
+        self.assertIn("asking again", said)
+        self.assertEqual([TOTAL], self.register.receipts())
+        # Nobody here can know, and the id is told that can.
+        relay.lost = 1000
+        lost, said = self.frctl("--wait", "1", "cash-in", "10", port=relay.url, status=5)
+        self.assertEqual(("unknown", "line"), (lost["state"], lost["error"]["kind"]))
+        self.assertIn(f"--id {lost['id']}", said)
+        self.assertTrue(self.frctl("--id", lost["id"], "cash-in", "10")[0]["replayed"])
+
+    def test_no_service(self):
+        self.service.stop()
+        gone, _ = self.frctl("--wait", "0", "cash-in", "10", status=1)
+        self.assertEqual(("notIssued", "line"), (gone["state"], gone["error"]["kind"]))
+        # An earlier run may have made it.
+        self.assertEqual("unknown", self.frctl("--wait", "0", "--id", "till:0001", "cash-in", "10", status=5)[0]["state"])
+        self.assertEqual("line", self.frctl("status", status=1)[0]["error"]["kind"])
+        # It is started anew in the meantime.
+        place = urllib.parse.urlsplit(self.service.url).netloc
+        text = self.service.config.read_text(encoding="utf-8")
+        self.service.config.write_text(text.replace("127.0.0.1:0", place), encoding="utf-8")
+        started = threading.Thread(target=self.service.start)
+        started.start()
+        self.assertEqual("issued", self.frctl("--id", "till:0001", "cash-in", "10")[0]["state"])
+        started.join()
+
+    def test_tokens(self):
+        token = self.service.command("token", "add", "shop", "--role", "sell").stdout.strip()
+        self.restart()
+        self.port = f"service:{self.service.url.rstrip('/')}/till1"
+        self.assertIn("FRSERVER_TOKEN", self.frctl("cash-in", "10", status=1)[1])
+        self.frctl("cash-in", "10", FRSERVER_TOKEN=token)
+        section = self.folder / "frctl.ini"
+        section.write_text(f"[till1]\nport = {self.port}\ntoken-file = {self.file(token)}\ncashier = {CASHIER}\n", encoding="utf-8")
+        done = subprocess.run([os.environ["FRCTL"], "--config", section, "--register", "till1", "cash-in", "20"],
+                              capture_output=True, text=True, check=False, timeout=PATIENCE)
+        self.assertEqual((0, True), (done.returncode, done.stdout.startswith("cash in: 20.00\nid: ")), done)
+
+
+if __name__ == "__main__":
+    unittest.main()
