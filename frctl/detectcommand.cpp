@@ -95,18 +95,20 @@ QStringList continuation(const QList<DetectedPort>& ports)
 {
     QStringList commands;
     QStringList sections;
+    QStringList serviceSections;
     for (const DetectedPort& port : ports) {
         if (port.found() == nullptr)
             continue;
         commands.append(QStringLiteral("  ") + commandLineFor(port));
-        if (!sections.isEmpty())
-            sections.append(QString());
-        sections += sectionFor(port, commands.size());
+        sections += QStringList{QString()} + sectionFor(port, commands.size());
+        serviceSections += QStringList{QString()} + serviceSectionFor(port, commands.size());
     }
     if (commands.isEmpty())
         return {};
     return QStringList{QString(), tr("To go on:")} + commands
-        + QStringList{QString(), tr("For ~/.config/frspf/frctl.ini or /etc/frspf/frctl.ini:")} + sections;
+        + QStringList{QString(), tr("For ~/.config/frspf/frctl.ini or /etc/frspf/frctl.ini:")} + sections
+        + QStringList{QString(), tr("For /etc/frspf/frserver.ini, where a service is to own it:")}
+    + serviceSections;
 }
 
 Output listed(const QList<DetectedPort>& ports)

@@ -60,6 +60,18 @@ QString foundLine(const Probe& probe)
             found.inn.isEmpty() ? QString() : tr(", INN ") + found.inn, probe.protocol);
 }
 
+/// What both configurations call by the same names.
+QStringList identityLines(const DetectedPort& port)
+{
+    const Probe& probe = *port.found();
+    QStringList lines{QStringLiteral("port = %1").arg(port.lastingName()),
+        QStringLiteral("protocol = %1").arg(probe.protocol),
+        QStringLiteral("serial = %1").arg(probe.found->serial)};
+    if (!probe.found->inn.isEmpty())
+        lines.append(QStringLiteral("inn = %1").arg(probe.found->inn));
+    return lines;
+}
+
 } // namespace
 
 DetectedPort detectedPort(const devices::PortInfo& info, const QString& givenName)
@@ -117,7 +129,9 @@ QJsonObject portJson(const DetectedPort& port, qsizetype number)
         {QStringLiteral("register"), foundJson(port.found())}, {QStringLiteral("attempts"), attempts},
         {QStringLiteral("command"), isFound ? QJsonValue(commandLineFor(port)) : QJsonValue()},
         {QStringLiteral("section"),
-            isFound ? QJsonValue(sectionFor(port, number).join(QLatin1Char('\n'))) : QJsonValue()}};
+            isFound ? QJsonValue(sectionFor(port, number).join(QLatin1Char('\n'))) : QJsonValue()},
+        {QStringLiteral("serviceSection"),
+            isFound ? QJsonValue(serviceSectionFor(port, number).join(QLatin1Char('\n'))) : QJsonValue()}};
 }
 
 QString commandLineFor(const DetectedPort& port)
@@ -129,14 +143,20 @@ QString commandLineFor(const DetectedPort& port)
 
 QStringList sectionFor(const DetectedPort& port, qsizetype number)
 {
-    const Probe& probe = *port.found();
-    QStringList lines{QStringLiteral("[till%1]").arg(number),
-        QStringLiteral("port = %1").arg(port.lastingName()),
-        QStringLiteral("protocol = %1").arg(probe.protocol),
-        QStringLiteral("serial = %1").arg(probe.found->serial)};
-    if (!probe.found->inn.isEmpty())
-        lines.append(QStringLiteral("inn = %1").arg(probe.found->inn));
-    return lines;
+    return QStringList{QStringLiteral("[till%1]").arg(number)} + identityLines(port);
+}
+
+QStringList serviceSectionFor(const DetectedPort& port, qsizetype number)
+{
+    // Who else may reach a network address nobody here knows.
+    const bool isLine = !devices::isTcpName(port.lastingName());
+    // untranslated: a file
+    return QStringList{QStringLiteral("[register till%1]").arg(number)}
+    + identityLines(port)
+        // untranslated: a file
+        + QStringList{isLine ? QStringLiteral("exclusive = yes") : QStringLiteral("# exclusive = yes"),
+            QStringLiteral("# cashier = Иванова А. П."),
+            QStringLiteral("# allow-test-drive = yes")}; // untranslated: a file
 }
 
 } // namespace frctl

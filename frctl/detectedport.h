@@ -42,5 +42,7 @@ QJsonObject portJson(const DetectedPort& port, qsizetype number);
 QString commandLineFor(const DetectedPort& port);
 /// A section for the configuration, named by the number.
 QStringList sectionFor(const DetectedPort& port, qsizetype number);
+/// The same for the configuration of a service; what is for a person to say stands there as a comment.
+QStringList serviceSectionFor(const DetectedPort& port, qsizetype number);
 
 } // namespace frctl

@@ -1905,5 +1905,9 @@ Each is asked for 4 seconds a protocol at most, one after the other, and none th
         <source>the service does not make it (%1)</source>
         <translation>сервис его не оформляет (%1)</translation>
     </message>
+    <message>
+        <source>For /etc/frspf/frserver.ini, where a service is to own it:</source>
+        <translation>Для /etc/frspf/frserver.ini, если кассой будет владеть сервис:</translation>
+    </message>
 </context>
 </TS>

@@ -142,6 +142,22 @@ class Documents(Through):
         self.assertEqual([TOTAL], self.register.receipts())
 
 
+class Detected(Through):
+    def test_its_section_is_one_of_the_service(self):
+        self.service.stop()
+        done = subprocess.run([os.environ["FRCTL"], "--plugin", os.environ["FRSPF_PLUGIN"], "--protocol", "HEX", "detect", self.register.line],
+                              capture_output=True, text=True, check=False, timeout=PATIENCE, env={**os.environ, "LC_ALL": "C"})
+        section = "[register till1]" + done.stdout.partition("[register till1]")[2]
+        service = self.service.config.read_text(encoding="utf-8").partition("[register")[0]
+        for text in (section, section.replace("# ", "")):
+            self.service.config.write_text(service + text, encoding="utf-8")
+            checked = self.service.command("check-config")
+            self.assertEqual(0, checked.returncode, (done, checked))
+            self.assertIn(f"register till1 on {self.register.line}, HEX", checked.stdout)
+        self.service.start()
+        self.assert_issued(self.service.post(SALE, id="sale:0001"))
+
+
 class Line(Through):
     def test_an_answer_that_is_lost(self):
         relay = Relay(self.service.url, 2)
