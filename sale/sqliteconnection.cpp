@@ -146,16 +146,6 @@ void SqliteConnection::select(const QString& statement, const QVariantList& valu
         throw fault(query.lastError());
 }
 
-QVariant SqliteConnection::value(const QString& statement, const QVariantList& values) const
-{
-    QVariant result;
-    select(statement, values, [&result](const QSqlQuery& row) {
-        if (!result.isValid())
-            result = row.value(0);
-    });
-    return result;
-}
-
 void SqliteConnection::together(const std::function<void()>& statements)
 {
     execute(QStringLiteral("BEGIN IMMEDIATE"));

@@ -1,41 +1,30 @@
 #pragma once
 
 #include "journalerror.h"
-
-#include <QString>
-#include <QVariant>
-
-#include <functional>
+#include "sqlconnection.h"
 
 class QSqlError;
-class QSqlQuery;
 
 namespace sale {
 
 /// An SQLite file that several programs write, each time to the disk itself. All operations throw
 /// JournalError.
-class SqliteConnection
+class SqliteConnection : public SqlConnection
 {
 public:
     /// Makes file and folder where they are missing; the file for the group of its folder. ":memory:" is no
     /// file. Patience is how long another program may have it locked.
     SqliteConnection(const QString& fileName, int patienceMs);
-    ~SqliteConnection();
-    SqliteConnection(const SqliteConnection&) = delete;
-    SqliteConnection& operator=(const SqliteConnection&) = delete;
+    ~SqliteConnection() override;
 
     const QString& fileName() const { return m_fileName; }
     /// From now on readers and writers do not wait for each other; the file is changed for that.
     void keepLogAhead();
-    /// Gives the number of rows that were written.
-    int execute(const QString& statement, const QVariantList& values = {});
-    /// Gives each row to the function.
+    int execute(const QString& statement, const QVariantList& values = {}) override;
     void select(const QString& statement, const QVariantList& values,
-        const std::function<void(const QSqlQuery&)>& onRow) const;
-    /// The first column of the first row; invalid when there is none.
-    QVariant value(const QString& statement, const QVariantList& values = {}) const;
-    /// Statements that are done together or not at all, while no other program writes.
-    void together(const std::function<void()>& statements);
+        const std::function<void(const QSqlQuery&)>& onRow) const override;
+    /// While no other program writes.
+    void together(const std::function<void()>& statements) override;
     /// Another file beside this one, under a name of its own until it is detached; whole, or what is wrong is
     /// told of that file.
     void attach(const QString& fileName, const QString& schema);

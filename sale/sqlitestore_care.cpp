@@ -1,7 +1,6 @@
 #include "sqlitestore.h"
 
 #include "journalfault.h"
-#include "storedtime.h"
 
 #include <QFile>
 #include <QSqlQuery>
@@ -45,21 +44,7 @@ QStringList SqliteStore::damages() const
 
 int SqliteStore::anonymise(const QDateTime& before)
 {
-    const QString ended = QStringLiteral(
-        "state IN ('issued', 'notIssued') AND accepted < ? AND anonymised IS NULL AND kind <> 'review'");
-    int documents = 0;
-    m_connection.together([&] {
-        m_connection.execute(QStringLiteral("UPDATE attempts SET warnings = NULL, "
-                                            "body = CASE WHEN body IS NULL THEN NULL ELSE '' END "
-                                            "WHERE id IN (SELECT id FROM documents WHERE %1)")
-                                 .arg(ended),
-            {storedTime(before)});
-        documents = m_connection.execute(
-            QStringLiteral("UPDATE documents SET body = '', resolved_by = NULL, resolved_note = NULL, "
-                           "anonymised = ? WHERE %1")
-                .arg(ended),
-            {storedNow(), storedTime(before)});
-    });
+    const int documents = SqlStore::anonymise(before);
     // The log beside the file has the texts too.
     m_connection.value(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
     return documents;

@@ -92,6 +92,14 @@ constexpr const char* takeGoods
 
 } // namespace
 
+SqliteStore::SqliteStore(const QString& fileName, int patienceMs)
+    : SqlStore(m_connection)
+    , m_connection(fileName, patienceMs)
+{
+    makeTables();
+    takeOverFrom(QStringLiteral("main"), QString::fromLatin1(""));
+}
+
 bool SqliteStore::hasTable(const QString& schema, const char* table) const
 {
     return m_connection

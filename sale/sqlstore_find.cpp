@@ -1,4 +1,4 @@
-#include "sqlitestore.h"
+#include "sqlstore.h"
 
 #include "storedtime.h"
 
@@ -19,6 +19,12 @@ public:
     {
         m_texts.append(text);
         m_values.append(value);
+    }
+
+    void add(const SqlKey& key)
+    {
+        for (qsizetype column = 0; column < key.columns.size(); ++column)
+            add(QStringLiteral("documents.%1 = ?").arg(key.columns.at(column)), key.values.at(column));
     }
 
     void addStates(const QList<DocumentState>& states)
@@ -46,14 +52,12 @@ private:
     QVariantList m_values;
 };
 
-Selection selectionOf(const DocumentQuery& query)
+Selection selectionOf(const DocumentQuery& query, const QString& textCondition)
 {
     Selection condition;
     // The join stands first, so its value does too.
     if (!query.goods.isEmpty())
         condition.add(QStringLiteral("goods.mark = ?"), query.goods);
-    if (!query.id.isEmpty())
-        condition.add(QStringLiteral("documents.id = ?"), query.id);
     if (!query.states.isEmpty())
         condition.addStates(query.states);
     if (!query.registerName.isEmpty())
@@ -69,8 +73,7 @@ Selection selectionOf(const DocumentQuery& query)
     if (!query.returnOf.isEmpty())
         condition.add(QStringLiteral("return_of = ?"), query.returnOf);
     if (!query.text.isEmpty())
-        condition.add(
-            QStringLiteral("instr(lower(documents.id || char(10) || body), lower(?)) > 0"), query.text);
+        condition.add(textCondition, query.text);
     if (query.after != 0)
         condition.add(QStringLiteral("documents.sequence > ?"), query.after);
     if (query.before != 0)
@@ -90,19 +93,6 @@ QString orderOf(const DocumentQuery& query)
     default:
         return QStringLiteral("documents.sequence");
     }
-}
-
-QString statementOf(const DocumentQuery& query, const Selection& condition)
-{
-    QString text
-        = QStringLiteral("SELECT documents.sequence, documents.id, kind, body, register, start_before, "
-                         "digest, state, reason, accepted, begun, settled, drive, document, number_read, "
-                         "times, resolved_by, resolved_note, attempts, coalesce(queued, accepted), "
-                         "return_of FROM documents");
-    if (!query.goods.isEmpty())
-        text += QStringLiteral(" JOIN goods ON goods.id = documents.id");
-    text += condition.text() + QStringLiteral(" ORDER BY ") + orderOf(query);
-    return query.limit == 0 ? text : text + QStringLiteral(" LIMIT %1").arg(query.limit);
 }
 
 StoredDocument documentOf(const QSqlQuery& row)
@@ -158,11 +148,27 @@ StoredAttempt attemptOf(const QSqlQuery& row)
 
 } // namespace
 
-QList<StoredDocument> SqliteStore::find(const DocumentQuery& query) const
+QString SqlStore::statementOf(const DocumentQuery& query, const QString& condition) const
 {
-    const Selection condition = selectionOf(query);
+    QString text = QStringLiteral("SELECT documents.sequence, documents.id, kind, body, register, %1, "
+                                  "digest, state, reason, %2, %3, %4, drive, document, number_read, "
+                                  "times, resolved_by, resolved_note, attempts, %5, return_of FROM documents")
+                       .arg(moment(QStringLiteral("start_before")), moment(QStringLiteral("accepted")),
+                           moment(QStringLiteral("begun")), moment(QStringLiteral("settled")),
+                           moment(QStringLiteral("coalesce(queued, accepted)")));
+    if (!query.goods.isEmpty())
+        text += QStringLiteral(" JOIN goods ON ") + goodsJoin();
+    text += condition + QStringLiteral(" ORDER BY ") + orderOf(query);
+    return query.limit == 0 ? text : text + QStringLiteral(" LIMIT %1").arg(query.limit);
+}
+
+QList<StoredDocument> SqlStore::find(const DocumentQuery& query) const
+{
+    Selection condition = selectionOf(query, textCondition());
+    if (!query.id.isEmpty())
+        condition.add(keyOf(query.id));
     QList<StoredDocument> documents;
-    m_connection.select(statementOf(query, condition), condition.values(),
+    m_sql.select(statementOf(query, condition.text()), condition.values(),
         [&documents](const QSqlQuery& row) { documents.append(documentOf(row)); });
     if (query.withAttempts) {
         for (StoredDocument& document : documents)
@@ -171,13 +177,14 @@ QList<StoredDocument> SqliteStore::find(const DocumentQuery& query) const
     return documents;
 }
 
-void SqliteStore::addAttempts(StoredDocument& document) const
+void SqlStore::addAttempts(StoredDocument& document) const
 {
-    m_connection.select(
-        QStringLiteral("SELECT number, begun, ended, mark_before, movement, mark_after, failure, warnings, "
-                       "verdict, document, body, digest FROM attempts WHERE id = ? ORDER BY number"),
-        {document.request.id},
-        [&document](const QSqlQuery& row) { document.attempts.append(attemptOf(row)); });
+    const SqlKey key = keyOf(document.request.id);
+    m_sql.select(
+        QStringLiteral("SELECT number, %1, %2, mark_before, movement, mark_after, failure, warnings, "
+                       "verdict, document, body, digest FROM attempts WHERE %3 ORDER BY number")
+            .arg(moment(QStringLiteral("begun")), moment(QStringLiteral("ended")), key.condition()),
+        key.values, [&document](const QSqlQuery& row) { document.attempts.append(attemptOf(row)); });
 }
 
 } // namespace sale

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+#include <functional>
+
+class QSqlQuery;
+
+namespace sale {
+
+/// A database that keeps the journal, and what programs keep beside it. Values take the places of the
+/// question marks of a statement. All operations throw JournalError.
+class SqlConnection
+{
+public:
+    SqlConnection() = default;
+    virtual ~SqlConnection() = default;
+    SqlConnection(const SqlConnection&) = delete;
+    SqlConnection& operator=(const SqlConnection&) = delete;
+
+    /// Gives the number of rows that were written.
+    virtual int execute(const QString& statement, const QVariantList& values = {}) = 0;
+    /// Gives each row to the function.
+    virtual void select(const QString& statement, const QVariantList& values,
+        const std::function<void(const QSqlQuery&)>& onRow) const = 0;
+    /// Statements that are done together or not at all. They may be run anew from their beginning.
+    virtual void together(const std::function<void()>& statements) = 0;
+
+    /// The first column of the first row; invalid when there is none.
+    QVariant value(const QString& statement, const QVariantList& values = {}) const;
+};
+
+} // namespace sale

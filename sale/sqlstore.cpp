@@ -1,0 +1,210 @@
+#include "sqlstore.h"
+
+#include "idconflict.h"
+#include "journalerror.h"
+#include "storedjson.h"
+#include "storedtime.h"
+
+#include <QJsonDocument>
+
+namespace sale {
+
+namespace {
+
+QString neverNull(const QString& text)
+{
+    return text.isNull() ? QString::fromLatin1("") : text;
+}
+
+QString wholeJson(const QJsonObject& json)
+{
+    return QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact));
+}
+
+QVariant numberOrNull(quint32 number)
+{
+    return number == 0 ? QVariant(QMetaType::fromType<qint64>()) : QVariant(qint64{number});
+}
+
+QVariant nullIfEmpty(const QString& text)
+{
+    return text.isEmpty() ? QVariant(QMetaType::fromType<QString>()) : QVariant(text);
+}
+
+} // namespace
+
+JournalError SqlStore::wrongOrder(const QString& id, const QString& why) const
+{
+    return JournalError(QStringLiteral("journal %1: the document %2 %3").arg(place(), id, why));
+}
+
+StoredDocument SqlStore::accept(const DocumentRequest& request, const Condition& condition)
+{
+    m_sql.together([&] { take(request, condition); });
+    return findId(request.id).value();
+}
+
+void SqlStore::take(const DocumentRequest& request, const Condition& condition)
+{
+    hold(request.id);
+    const std::optional<StoredDocument> known = findId(request.id);
+    if (known && known->state != DocumentState::NotIssued) {
+        if (known->digest != bodyDigest(request.body) || known->request.returnOf != request.returnOf)
+            throw IdConflict(request.id, known->accepted);
+        return;
+    }
+    if (condition)
+        condition();
+    if (known)
+        renew(*known, request);
+    else
+        insert(request);
+}
+
+void SqlStore::insert(const DocumentRequest& request)
+{
+    const QString now = storedNow();
+    const QString digest = QString::fromLatin1(bodyDigest(request.body));
+    writeId(request.id, digest, now);
+    m_sql.execute(
+        QStringLiteral(
+            "INSERT INTO documents (id, register, kind, body, digest, state, accepted, start_before, "
+            "queued, return_of) VALUES (?, ?, ?, ?, ?, 'queued', ?, ?, ?, ?)"),
+        {request.id, neverNull(request.registerName), request.kind,
+            neverNull(QString::fromUtf8(request.body)), digest, now, storedTime(request.startBefore), now,
+            nullIfEmpty(request.returnOf)});
+    writeGoods(request);
+}
+
+void SqlStore::renew(const StoredDocument& known, const DocumentRequest& request)
+{
+    const QString digest = QString::fromLatin1(bodyDigest(request.body));
+    const QString knownDigest = QString::fromLatin1(known.digest);
+    if (digest != knownDigest) {
+        const SqlKey key = keyOf(request.id);
+        writeId(request.id, digest, storedTime(known.accepted));
+        m_sql.execute(QStringLiteral("UPDATE attempts SET body = ?, digest = ? WHERE %1 AND digest IS NULL")
+                          .arg(key.condition()),
+            QVariantList{neverNull(QString::fromUtf8(known.request.body)), knownDigest} + key.values);
+    }
+    update(request.id,
+        QStringLiteral("register = ?, kind = ?, body = ?, digest = ?, state = 'queued', "
+                       "reason = '', start_before = ?, settled = NULL, resolved_by = NULL, "
+                       "resolved_note = NULL, anonymised = NULL, queued = ?, return_of = ?"),
+        {neverNull(request.registerName), request.kind, neverNull(QString::fromUtf8(request.body)), digest,
+            storedTime(request.startBefore), storedNow(), nullIfEmpty(request.returnOf)});
+    writeGoods(request);
+}
+
+void SqlStore::writeGoods(const DocumentRequest& request)
+{
+    m_sql.execute(QStringLiteral("DELETE FROM goods WHERE id = ?"), {request.id});
+    for (const QString& mark : request.goods)
+        insertInto(QStringLiteral("goods"), request.id, {QStringLiteral("mark")}, {mark});
+}
+
+std::optional<int> SqlStore::begin(const QString& id, const AttemptStart& attemptStart)
+{
+    std::optional<int> attempt;
+    m_sql.together([&] {
+        requireOwner();
+        hold(id);
+        attempt = start(id, attemptStart);
+    });
+    return attempt;
+}
+
+std::optional<int> SqlStore::acceptAndBegin(const DocumentRequest& request, const AttemptStart& attemptStart)
+{
+    std::optional<int> attempt;
+    m_sql.together([&] {
+        requireOwner();
+        take(request, {});
+        attempt = start(request.id, attemptStart);
+    });
+    return attempt;
+}
+
+std::optional<int> SqlStore::start(const QString& id, const AttemptStart& start)
+{
+    const std::optional<StoredDocument> known = findId(id);
+    if (!known || known->state != DocumentState::Queued)
+        throw wrongOrder(id, QStringLiteral("is done or under way"));
+    if (!start.registerName.isEmpty() && known->request.registerName != start.registerName)
+        throw wrongOrder(id, QStringLiteral("is of the register %1").arg(known->request.registerName));
+    const QDateTime& before = known->request.startBefore;
+    if (before.isValid() && before < timeFromStored(storedNow())) {
+        end(id, StateReason::Expired);
+        return std::nullopt;
+    }
+    const int attempt = known->attemptCount + 1;
+    insertInto(QStringLiteral("attempts"), id,
+        {QStringLiteral("number"), QStringLiteral("begun"), QStringLiteral("mark_before"),
+            QStringLiteral("movement")},
+        {attempt, storedNow(), wholeJson(start.markBefore), wholeJson(start.movement)});
+    updateBegun(id, attempt, QStringLiteral("state = 'running', begun = ?, drive = ?"),
+        {storedNow(), neverNull(start.markBefore.value(QStringLiteral("drive")).toString())});
+    return attempt;
+}
+
+void SqlStore::note(const QString& id, int attempt, const AttemptNote& note)
+{
+    updateAttempt(id, attempt,
+        QStringLiteral("mark_after = coalesce(?, mark_after), failure = coalesce(?, failure), "
+                       "warnings = coalesce(?, warnings)"),
+        {storedJson(note.markAfter), storedJson(note.failure), storedJson(note.warnings)});
+}
+
+void SqlStore::refuseWrongEnding(const StoredDocument& known, int attempt, const DocumentEnding& ending) const
+{
+    const QString& id = known.request.id;
+    if (attempt != known.attemptCount)
+        throw wrongOrder(id, QStringLiteral("was begun anew by another program"));
+    if (known.state == DocumentState::Issued)
+        throw wrongOrder(id, QStringLiteral("is issued"));
+    if (ending.by.isEmpty())
+        return;
+    if (known.state != DocumentState::Unknown)
+        throw wrongOrder(id, QStringLiteral("is %1, not unknown").arg(stateName(known.state)));
+    if (ending.documentNumber == 0)
+        return;
+    const QList<StoredDocument> others
+        = find({.drive = known.drive, .documentNumber = ending.documentNumber, .withAttempts = false});
+    if (!others.isEmpty())
+        throw wrongOrder(others.constFirst().request.id,
+            QStringLiteral("is number %1 of fiscal drive %2").arg(ending.documentNumber).arg(known.drive));
+}
+
+void SqlStore::settle(const QString& id, int attempt, const DocumentEnding& ending)
+{
+    m_sql.together([&] {
+        requireOwner();
+        hold(id);
+        const std::optional<StoredDocument> known = findId(id);
+        if (!known)
+            throw wrongOrder(id, QStringLiteral("is not there"));
+        if (known->state == DocumentState::Issued && ending.state == DocumentState::Issued
+            && known->documentNumber == ending.documentNumber && ending.by.isEmpty())
+            return;
+        refuseWrongEnding(*known, attempt, ending);
+        endAttempt(id, attempt, ending);
+    });
+}
+
+void SqlStore::endAttempt(const QString& id, int attempt, const DocumentEnding& ending)
+{
+    const QVariant number = numberOrNull(ending.documentNumber);
+    const bool waits = ending.state == DocumentState::NotIssued && ending.waitsAgain;
+    update(id,
+        QStringLiteral("state = ?, reason = ?, settled = ?, document = ?, number_read = ?, times = ?, "
+                       "resolved_by = ?, resolved_note = ?"),
+        {stateName(waits ? DocumentState::Queued : ending.state),
+            neverNull(waits ? QString() : reasonName(ending.reason)),
+            nullIfEmpty(waits ? QString() : storedNow()), number, ending.isNumberRead,
+            ending.state == DocumentState::Issued ? ending.times : 0, ending.by, ending.note});
+    updateAttempt(id, attempt,
+        QStringLiteral("ended = ?, verdict = ?, document = ?, mark_after = coalesce(?, mark_after)"),
+        {storedNow(), stateName(ending.state), number, storedJson(ending.markAfter)});
+}
+
+} // namespace sale

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "documentstore.h"
+#include "journalerror.h"
+#include "sqlconnection.h"
+#include "sqlkey.h"
+
+#include <optional>
+
+namespace sale {
+
+/// The journal in a database: what is the same in all of them.
+class SqlStore : public DocumentStore
+{
+public:
+    using DocumentStore::accept;
+    StoredDocument accept(const DocumentRequest& request, const Condition& condition) override;
+    std::optional<int> begin(const QString& id, const AttemptStart& start) override;
+    std::optional<int> acceptAndBegin(const DocumentRequest& request, const AttemptStart& start) override;
+    void note(const QString& id, int attempt, const AttemptNote& note) override;
+    void settle(const QString& id, int attempt, const DocumentEnding& ending) override;
+    QList<StoredDocument> find(const DocumentQuery& query) const override;
+    StoredDocument withdraw(const QString& id) override;
+    StoredDocument move(const QString& id, const QString& registerName) override;
+    StoredDocument refuse(const QString& id, const AttemptNote& note) override;
+    QStringList expire(const QDateTime& now) override;
+    QList<DocumentCount> countByState(const QString& registerName) const override;
+
+    /// Where it is, as it is told to people.
+    virtual QString place() const = 0;
+    /// A copy that is sound although programs are at work. Throws JournalError when there is such a file, or
+    /// the database has other ways.
+    virtual void backUp(const QString& fileName) = 0;
+    /// What is damaged in it; empty when nothing is.
+    virtual QStringList damages() const = 0;
+    /// Drops what was said in documents that were accepted before and have ended: bodies, warnings. Ids,
+    /// digests, verdicts and the register's words stay. Gives the number of documents.
+    virtual int anonymise(const QDateTime& before);
+
+protected:
+    /// The connection may be made later.
+    explicit SqlStore(SqlConnection& connection)
+        : m_sql(connection)
+    {
+    }
+
+    JournalError wrongOrder(const QString& id, const QString& why) const;
+
+    // In a transaction of whoever calls them.
+    void take(const DocumentRequest& request, const Condition& condition);
+    void end(const QString& id, StateReason reason);
+
+    // Where databases differ.
+
+    virtual SqlKey keyOf(const QString& id) const;
+    /// From now on nobody else changes the document in this transaction's time.
+    virtual void hold(const QString& id);
+    /// Before whatever the owner of a register alone may write.
+    virtual void requireOwner();
+    /// The id is taken, or stands for another body from now on.
+    virtual void writeId(const QString& id, const QString& digest, const QString& accepted);
+    /// The text of a moment in the form of storedTime.
+    virtual QString moment(const QString& column) const;
+    virtual QString goodsJoin() const;
+    virtual QString textCondition() const;
+    /// What is added to a question for rows that are to be changed: those that others change are left out.
+    virtual QString lockingWords() const;
+
+private:
+    std::optional<int> start(const QString& id, const AttemptStart& start);
+    void insert(const DocumentRequest& request);
+    void renew(const StoredDocument& known, const DocumentRequest& request);
+    void writeGoods(const DocumentRequest& request);
+    void insertInto(
+        const QString& table, const QString& id, const QStringList& columns, const QVariantList& values);
+    void update(const QString& id, const QString& changes, const QVariantList& values);
+    void updateAttempt(const QString& id, int attempt, const QString& changes, const QVariantList& values);
+    /// The attempt is the document's last one.
+    void updateBegun(const QString& id, int attempt, const QString& changes, const QVariantList& values);
+    /// The work on a queued document; then the document.
+    StoredDocument ifQueued(const QString& id, const std::function<void(const StoredDocument&)>& work);
+    StoredDocument existing(const QString& id) const;
+    void endAttempt(const QString& id, int attempt, const DocumentEnding& ending);
+    void refuseWrongEnding(const StoredDocument& known, int attempt, const DocumentEnding& ending) const;
+    void addAttempts(StoredDocument& document) const;
+    QString statementOf(const DocumentQuery& query, const QString& condition) const;
+
+    SqlConnection& m_sql;
+};
+
+} // namespace sale

@@ -1,0 +1,105 @@
+#include "sqlstore.h"
+
+#include "storedtime.h"
+
+namespace sale {
+
+SqlKey SqlStore::keyOf(const QString& id) const
+{
+    return {{QStringLiteral("id")}, {id}};
+}
+
+void SqlStore::hold(const QString& /*id*/)
+{
+    // Where one transaction at a time writes.
+}
+
+void SqlStore::requireOwner()
+{
+    // Where one machine has them all.
+}
+
+void SqlStore::writeId(const QString& /*id*/, const QString& /*digest*/, const QString& /*accepted*/)
+{
+    // Where the document's own row keeps it.
+}
+
+QString SqlStore::moment(const QString& column) const
+{
+    return column;
+}
+
+QString SqlStore::goodsJoin() const
+{
+    return QStringLiteral("goods.id = documents.id");
+}
+
+QString SqlStore::textCondition() const
+{
+    return QStringLiteral("instr(lower(documents.id || char(10) || body), lower(?)) > 0");
+}
+
+QString SqlStore::lockingWords() const
+{
+    return {};
+}
+
+void SqlStore::insertInto(
+    const QString& table, const QString& id, const QStringList& columns, const QVariantList& values)
+{
+    const SqlKey key = keyOf(id);
+    const QStringList all = columns + key.columns;
+    const QStringList places(all.size(), QStringLiteral("?"));
+    m_sql.execute(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                      .arg(table, all.join(QStringLiteral(", ")), places.join(QStringLiteral(", "))),
+        values + key.values);
+}
+
+void SqlStore::update(const QString& id, const QString& changes, const QVariantList& values)
+{
+    const SqlKey key = keyOf(id);
+    m_sql.execute(QStringLiteral("UPDATE documents SET %1 WHERE %2").arg(changes, key.condition()),
+        values + key.values);
+}
+
+void SqlStore::updateAttempt(
+    const QString& id, int attempt, const QString& changes, const QVariantList& values)
+{
+    const SqlKey key = keyOf(id);
+    m_sql.execute(
+        QStringLiteral("UPDATE attempts SET %1 WHERE %2 AND number = ?").arg(changes, key.condition()),
+        values + key.values + QVariantList{attempt});
+}
+
+void SqlStore::updateBegun(const QString& id, int attempt, const QString& changes, const QVariantList& values)
+{
+    const SqlKey key = keyOf(id);
+    update(id,
+        changes
+            + QStringLiteral(", attempts = ?, document = NULL, "
+                             "last_attempt = (SELECT sequence FROM attempts WHERE %1 AND number = ?)")
+                  .arg(key.condition()),
+        values + QVariantList{attempt} + key.values + QVariantList{attempt});
+}
+
+int SqlStore::anonymise(const QDateTime& before)
+{
+    const QString ended = QStringLiteral(
+        "state IN ('issued', 'notIssued') AND accepted < ? AND anonymised IS NULL AND kind <> 'review'");
+    int documents = 0;
+    m_sql.together([&] {
+        m_sql.execute(QStringLiteral("UPDATE attempts SET warnings = NULL, "
+                                     "body = CASE WHEN body IS NULL THEN NULL ELSE '' END "
+                                     "WHERE id IN (SELECT id FROM documents WHERE %1)")
+                          .arg(ended),
+            {storedTime(before)});
+        documents = m_sql.execute(
+            QStringLiteral("UPDATE documents SET body = '', resolved_by = NULL, resolved_note = NULL, "
+                           "anonymised = ? WHERE %1")
+                .arg(ended),
+            {storedNow(), storedTime(before)});
+    });
+    return documents;
+}
+
+} // namespace sale
