@@ -5,10 +5,13 @@
 #include "program/certificatecommand.h"
 #include "program/journalcommands.h"
 #include "program/options.h"
+#include "program/runfile.h"
 #include "program/service.h"
 #include "program/servicenotice.h"
 #include "program/signals.h"
+#include "program/successor.h"
 #include "program/tokencommands.h"
+#include "program/upgradecommand.h"
 #include "worker/workerloop.h"
 
 #include <driverlogtoqt.h>
@@ -65,12 +68,36 @@ void renewIdentity(Service& service)
     }
 }
 
-int serve(const Options& options, const Configuration& configuration)
+/// Once the service is gone, for good or for the program in its file.
+struct Leaving
+{
+    bool isBegun = false;
+    bool isForSuccessor = false;
+};
+
+/// The program in the file takes the place of this one, unless it does not start.
+void leaveToSuccessor(Leaving& leaving, Service& service, RunFile& runFile, const Successor& successor)
+{
+    if (leaving.isBegun)
+        return;
+    if (const QString fault = successor.fault(); !fault.isEmpty()) {
+        say(0, QStringLiteral("upgrade: ") + fault);
+        return runFile.tellKeptPlace(fault);
+    }
+    say(0, QStringLiteral("upgrade: finishing the documents under way"));
+    leaving = {true, true};
+    service.stop([] { QCoreApplication::quit(); });
+}
+
+/// Until it is asked to end, or to leave its place.
+Leaving serveOn(const Options& options, const Configuration& configuration, const Successor& successor,
+    ServiceNotice& notice)
 {
     Signals signals;
-    ServiceNotice notice;
     const ListenAddress listen = listenAddress(options, configuration);
     Service service(configuration, journalOf(configuration));
+    // Before anything is begun that another service may be at, too.
+    RunFile runFile(journalOf(configuration));
     const auto readTokens = [&service] {
         const QString error = service.readTokens();
         say(0, error.isEmpty() ? QStringLiteral("tokens: read") : QStringLiteral("tokens: ") + error);
@@ -82,13 +109,28 @@ int serve(const Options& options, const Configuration& configuration)
         readTokens();
         renewIdentity(service);
     });
-    signals.onEnd([&service, &notice] {
+    Leaving leaving;
+    signals.onEnd([&] {
         notice.stopping();
+        leaving = {true, false};
         service.stop([] { QCoreApplication::quit(); });
     });
+    signals.onUpgrade([&] { leaveToSuccessor(leaving, service, runFile, successor); });
     say(0, QStringLiteral("ready on ") + service.url());
     notice.ready("ready on " + service.url().toUtf8());
-    return QCoreApplication::exec();
+    runFile.tellReady(QCoreApplication::applicationVersion());
+    QCoreApplication::exec();
+    return leaving;
+}
+
+int serve(const Options& options, const Configuration& configuration)
+{
+    const Successor successor(QCoreApplication::arguments());
+    ServiceNotice notice;
+    if (!serveOn(options, configuration, successor, notice).isForSuccessor)
+        return 0;
+    notice.leavePlace();
+    return say(failed, successor.takePlace());
 }
 
 int checkConfig(const Options& options, const Configuration& configuration)
@@ -113,6 +155,11 @@ int run(const Options& options)
         return serve(options, configuration);
     case Options::Command::CheckConfig:
         return checkConfig(options, configuration);
+    case Options::Command::Upgrade:
+        // One that is wrong is told here, and nobody is disturbed.
+        listenAddress(options, configuration);
+        runUpgrade(journalOf(configuration));
+        return 0;
     case Options::Command::BackUp:
     case Options::Command::Export:
     case Options::Command::Import:

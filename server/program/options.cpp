@@ -26,6 +26,7 @@ void describe(QCommandLineParser& parser)
         "frserver backup FILE            copy the journal, also while the service runs\n"
         "frserver export FILE            move the journal to another machine: this one sells no more\n"
         "frserver import FILE            go on with the journal of another machine\n"
+        "frserver upgrade                have the running service replaced by the program that is installed\n"
         "frserver cert init HOST         make an authority, a certificate and its key for TLS"));
     parser.addOptions({
         {QStringLiteral("config"), QStringLiteral("The configuration (%1).").arg(usualConfig),
@@ -60,6 +61,7 @@ constexpr CommandRow commands[] = {
     {"backup", 1, Command::BackUp},
     {"export", 1, Command::Export},
     {"import", 1, Command::Import},
+    {"upgrade", 0, Command::Upgrade},
     {"cert init", 1, Command::MakeCertificate},
 };
 
@@ -91,8 +93,9 @@ QString fill(const QCommandLineParser& parser, Options& options)
         return QStringLiteral("token add needs --role read, sell or admin");
     if (!isAdding && (parser.isSet(QStringLiteral("role")) || parser.isSet(QStringLiteral("registers"))))
         return QStringLiteral("--role and --registers go with token add");
-    if (options.command != Command::Serve && parser.isSet(QStringLiteral("listen")))
-        return QStringLiteral("--listen goes without a command");
+    const bool isListening = options.command == Command::Serve || options.command == Command::CheckConfig;
+    if (!isListening && parser.isSet(QStringLiteral("listen")))
+        return QStringLiteral("--listen goes without a command, or with check-config");
     return {};
 }
 

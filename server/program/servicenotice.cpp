@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstring>
+#include <ctime>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -24,6 +25,7 @@ std::chrono::milliseconds watchdogInterval()
 
 ServiceNotice::ServiceNotice()
     : m_socket(qgetenv("NOTIFY_SOCKET"))
+    , m_watchdogTime(qgetenv("WATCHDOG_USEC"))
 {
     // Workers are not the service.
     qunsetenv("NOTIFY_SOCKET");
@@ -43,6 +45,19 @@ void ServiceNotice::ready(const QByteArray& status)
 void ServiceNotice::stopping()
 {
     send("STOPPING=1");
+}
+
+void ServiceNotice::leavePlace() const
+{
+    timespec now{};
+    ::clock_gettime(CLOCK_MONOTONIC, &now);
+    const qint64 microseconds = qint64{now.tv_sec} * 1'000'000 + now.tv_nsec / 1000;
+    send("RELOADING=1\nMONOTONIC_USEC=" + QByteArray::number(microseconds));
+    if (!m_socket.isEmpty())
+        qputenv("NOTIFY_SOCKET", m_socket);
+    // Of this process, whose number stays.
+    if (m_watchdog.interval() > 0)
+        qputenv("WATCHDOG_USEC", m_watchdogTime);
 }
 
 void ServiceNotice::send(const QByteArray& state) const

@@ -16,11 +16,15 @@ public:
     /// be.
     void ready(const QByteArray& status);
     void stopping();
+    /// Another program is about to take the place of this one in the process: it finds what systemd has said
+    /// in the environment again, and is ready in its turn.
+    void leavePlace() const;
 
 private:
     void send(const QByteArray& state) const;
 
     QByteArray m_socket;
+    QByteArray m_watchdogTime;
     QTimer m_watchdog;
 };
 

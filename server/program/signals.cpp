@@ -10,7 +10,7 @@ Signals::Signals()
 {
     sigset_t set;
     sigemptyset(&set);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGUSR2})
         sigaddset(&set, signal);
     sigprocmask(SIG_BLOCK, &set, nullptr);
     // A client that goes is told by its line.
@@ -30,9 +30,20 @@ void Signals::read()
 {
     signalfd_siginfo info{};
     while (::read(m_descriptor, &info, sizeof info) == static_cast<ssize_t>(sizeof info)) {
-        const std::function<void()>& called = info.ssi_signo == SIGHUP ? m_reload : m_end;
-        if (called)
-            called();
+        if (const std::function<void()>& function = called(info.ssi_signo))
+            function();
+    }
+}
+
+const std::function<void()>& Signals::called(unsigned signal) const
+{
+    switch (signal) {
+    case SIGHUP:
+        return m_reload;
+    case SIGUSR2:
+        return m_upgrade;
+    default:
+        return m_end;
     }
 }
 

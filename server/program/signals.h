@@ -22,14 +22,18 @@ public:
     void onEnd(const std::function<void()>& end) { m_end = end; }
     /// SIGHUP.
     void onReload(const std::function<void()>& reload) { m_reload = reload; }
+    /// SIGUSR2.
+    void onUpgrade(const std::function<void()>& upgrade) { m_upgrade = upgrade; }
 
 private:
     void read();
+    const std::function<void()>& called(unsigned signal) const;
 
     int m_descriptor;
     std::unique_ptr<QSocketNotifier> m_notifier;
     std::function<void()> m_end;
     std::function<void()> m_reload;
+    std::function<void()> m_upgrade;
 };
 
 } // namespace frserver

@@ -1,13 +1,16 @@
 #!/usr/bin/python3
-"""What whoever keeps the service does: TLS, backup, moving to another machine."""
+"""What whoever keeps the service does: TLS, upgrade, backup, moving to another machine."""
 
+import contextlib
 import http.client
 import os
+import queue
 import shutil
 import signal
 import socket
 import ssl
 import sys
+import threading
 import unittest
 import unittest.mock
 from pathlib import Path
@@ -18,6 +21,7 @@ from service import PATIENCE, receipt  # noqa: E402
 from test_service import ServiceTest  # noqa: E402
 
 SALE = receipt()
+PROGRAM = os.environ["FRSERVER"]
 
 
 class Keeping(ServiceTest):
@@ -84,20 +88,41 @@ class Tls(Keeping):
 
 
 class Update(Keeping):
-    def test_service_goes_on_with_its_own_program(self):
-        """Also where the plugin is looked for beside the program, whose file is another one by then."""
+    def setUp(self):
+        super().setUp()
         self.service.stop()
-        program = self.folder / "bin" / "frserver"
-        program.parent.mkdir()
-        shutil.copy2(os.environ["FRSERVER"], program)
+        self.program = self.folder / "bin" / "frserver"
+        self.program.parent.mkdir()
+        shutil.copy2(os.environ["FRSERVER"], self.program)
         (self.folder / "plugins").symlink_to(os.environ["FRSPF_PLUGIN"])
         self.configure(f"plugin = {os.environ['FRSPF_PLUGIN']}\n", "")
-        with unittest.mock.patch.dict(os.environ, {"FRSERVER": str(program)}):
-            self.service.start()
+        started = unittest.mock.patch.dict(os.environ, {"FRSERVER": str(self.program)})
+        started.start()
+        self.addCleanup(started.stop)
+        notices = socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM)
+        notices.bind(str(self.folder / "notify"))
+        self.addCleanup(notices.close)
+        self.notices = queue.Queue()
+
+        def listen():
+            # As systemd does: the service waits for a watcher that does not.
+            with contextlib.suppress(OSError):
+                while True:
+                    self.notices.put(notices.recv(4096))
+
+        threading.Thread(target=listen, daemon=True).start()
+        self.service.start(environment={"NOTIFY_SOCKET": str(self.folder / "notify"), "WATCHDOG_USEC": "200000"})
+
+    def install(self, content):
+        """As a package does: the file of the program that runs stays what it is."""
+        self.program.unlink()
+        self.program.write_bytes(content)
+        self.program.chmod(0o755)
+
+    def test_service_goes_on_with_its_own_program(self):
+        """Also where the plugin is looked for beside the program, whose file is another one by then."""
         self.assert_issued(self.service.post(SALE, id="sale:0001"))
-        program.unlink()
-        program.write_text("#!/bin/sh\nexit 1\n", encoding="ascii")
-        program.chmod(0o755)
+        self.install(b"#!/bin/sh\nexit 1\n")
         workers = self.service.workers()
         for worker in workers:
             self.assertEqual("frserver\n", Path(f"/proc/{worker}/comm").read_text(encoding="ascii"))
@@ -105,6 +130,45 @@ class Update(Keeping):
         self.assert_issued(self.service.post(SALE, id="sale:0002"))
         self.assertFalse(set(workers) & set(self.service.workers()))
         self.assertEqual(2, len(self.register.receipts()))
+
+    def test_upgrade(self):
+        """In the middle of a sale, while others wait."""
+        self.assert_issued(self.service.post({"type": "openShift"}, id="shift:0001"))
+        version = self.service.command("--version").stdout.split()[1]
+        newer = "9" + version[1:]
+        program = self.program.read_bytes()
+        self.assertIn(version.encode("utf-16-le"), program)
+        self.install(program.replace(version.encode("utf-16-le"), newer.encode("utf-16-le")))
+        self.configure("127.0.0.1:0", self.service.client.place)
+        self.register.ask("PUT", "/faults", {"rules": [{"mode": "busy:3", "command": "FinishDocument", "nth": 1}]})
+        begin = self.register.ask("GET", "/state")["lastEvent"]
+        for number in range(3):
+            self.assertEqual(202, self.service.post(SALE, id=f"sale:{number:04}", wait=0).status)
+        self.register.ask("GET", f"/wait?event=exchange&command=FinishDocument&timeout=60&after={begin}")
+        done = self.service.command("upgrade")
+        self.assertEqual(0, done.returncode, done)
+        self.assertEqual(f"frserver {version} was replaced by {newer} (process {self.service.process.pid})\n", done.stdout)
+        self.assertTrue(os.path.samefile(self.program, f"/proc/{self.service.process.pid}/exe"))
+        for number in range(4):
+            self.assertEqual("issued", self.service.post(SALE, id=f"sale:{number:04}")["state"])
+        self.assertEqual(4, len(self.register.receipts()))
+        told = iter(lambda: self.notices.get(timeout=PATIENCE).split(b"\n")[0], None)
+        for notice in (b"READY=1", b"WATCHDOG=1", b"RELOADING=1", b"READY=1", b"WATCHDOG=1"):
+            self.assertEqual(notice, next(one for one in told if one != b"WATCHDOG=1" or notice == one))
+
+    def test_upgrade_to_what_does_not_start(self):
+        self.install(b"#!/bin/sh\necho no such library\nexit 127\n")
+        with unittest.mock.patch.dict(os.environ, {"FRSERVER": f"/proc/{self.service.process.pid}/exe"}):
+            failed = self.service.command("upgrade")
+            second = self.service.command()
+        self.assertEqual(1, failed.returncode, failed)
+        self.assertIn("goes on: ", failed.stderr)
+        self.assertIn("no such library", failed.stderr)
+        self.assertIn(f"process {self.service.process.pid} serves from this journal", second.stderr)
+        self.assert_issued(self.service.post(SALE, id="sale:0001"))
+        self.service.stop()
+        self.install(Path(PROGRAM).read_bytes())
+        self.assertIn("no service serves", self.service.command("upgrade").stderr)
 
 
 class Moving(Keeping):
