@@ -29,13 +29,28 @@ void requireDrive(AbstractFrDriver& driver, const StoredDocument& document, cons
                       .arg(document.request.id, document.drive, drive));
 }
 
-Verdict ask(AbstractFrDriver& driver, const StoredDocument& document, const RegisterLine& line)
+Verdict ask(
+    AbstractFrDriver& driver, const StoredDocument& document, const RegisterLine& line, bool isOursAlone)
 {
     const AttemptStart start
         = document.attempts.isEmpty() ? AttemptStart() : document.attempts.constLast().start;
-    return leavesTrace(document)
-        ? settle(driver, DriveMark::fromJson(start.markBefore), Movement::fromJson(start.movement), line)
-        : Outcome::Unknown;
+    return leavesTrace(document) ? settle(driver, DriveMark::fromJson(start.markBefore),
+               Movement::fromJson(start.movement), line, isOursAlone)
+                                 : Outcome::Unknown;
+}
+
+/// Whether a document of ours that was begun after it may have moved the drive's numbers, too: one of the
+/// same sums would be taken for it.
+bool isFollowed(const DocumentStore& store, const StoredDocument& document)
+{
+    bool isFound = false;
+    store.look({.drive = document.drive, .order = DocumentQuery::LastBegun, .withAttempts = false},
+        [&](const StoredDocument& later) {
+            const bool isLater = later.request.id != document.request.id;
+            isFound = isLater && later.state != DocumentState::NotIssued;
+            return isLater && !isFound;
+        });
+    return isFound;
 }
 
 void writeDown(DocumentStore& store, const StoredDocument& document, const Verdict& verdict)
@@ -48,7 +63,8 @@ void writeDown(DocumentStore& store, const StoredDocument& document, const Verdi
 Verdict settleDocument(
     AbstractFrDriver& driver, DocumentStore& store, const StoredDocument& document, const RegisterLine& line)
 {
-    const Verdict verdict = ask(driver, document, line);
+    const bool isOursAlone = line.isExclusive && !isFollowed(store, document);
+    const Verdict verdict = ask(driver, document, line, isOursAlone);
     if (leavesTrace(document) && verdict == Outcome::Unknown)
         requireDrive(driver, document, line);
     writeDown(store, document, verdict);
@@ -70,7 +86,7 @@ QList<SettledSale> settlePendingSales(
     for (const StoredDocument& document : store.find({.states = {DocumentState::Running}})) {
         if (!isHere(document))
             continue;
-        settled.append({document.request.id, ask(driver, document, line)});
+        settled.append({document.request.id, ask(driver, document, line, line.isExclusive)});
         writeDown(store, document, settled.constLast().verdict);
     }
     return settled;

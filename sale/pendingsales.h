@@ -14,9 +14,10 @@ struct StoredDocument;
 
 /// Asks the register at hand about a document that was begun and not settled, or is unknown, and writes down
 /// what has become of it. On another fiscal drive than its own that is a WrongRegister, and nothing is
-/// written down: its own may still tell. Asks what settle asks, and which drive it is where that told
-/// nothing; nothing for a document that leaves no trace. Throws WrongRegister, JournalError and the driver's
-/// exceptions.
+/// written down: its own may still tell. One is not taken to be issued when others of ours were begun after
+/// it, and may be what the register has: then a person alone can tell. Asks what settle asks, and which drive
+/// it is where that told nothing; nothing for a document that leaves no trace. Throws WrongRegister,
+/// JournalError and the driver's exceptions.
 Verdict settleDocument(AbstractFrDriver& driver, DocumentStore& store, const StoredDocument& document,
     const RegisterLine& line = {});
 

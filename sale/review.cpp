@@ -186,8 +186,8 @@ void acceptUnknown(DocumentStore& store, const QString& registerName, const Driv
     const QString& note)
 {
     const QString id = newDocumentId();
-    store.accept({id, QStringLiteral("review"), {}, registerName});
-    const int attempt = store.begin(id, {now.toJson()}).value();
+    const int attempt
+        = store.acceptAndBegin({id, QStringLiteral("review"), {}, registerName}, {now.toJson()}).value();
     store.settle(id, attempt, {.markAfter = now.toJson()});
     store.settle(id, attempt,
         {.state = DocumentState::NotIssued, .reason = StateReason::Resolved, .by = by, .note = note});

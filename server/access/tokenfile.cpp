@@ -9,6 +9,7 @@
 #include <QSaveFile>
 
 #include <algorithm>
+#include <cerrno>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -73,7 +74,11 @@ const QStringList& TokenFile::roles()
 bool TokenFile::exists() const
 {
     // One that cannot be looked at must not open the service.
-    return QFileInfo(m_fileName).exists() || QFileInfo(m_fileName).isSymLink();
+    struct stat found
+    {
+    };
+    return ::lstat(QFile::encodeName(m_fileName).constData(), &found) == 0
+        || (errno != ENOENT && errno != ENOTDIR);
 }
 
 QList<TokenEntry> TokenFile::read() const

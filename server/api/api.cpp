@@ -20,6 +20,9 @@ constexpr std::chrono::seconds lookAgainTime(1);
 
 const QString pausedState = QStringLiteral("paused");
 
+const QList<sale::DocumentState> openStates{
+    sale::DocumentState::Queued, sale::DocumentState::Running, sale::DocumentState::Unknown};
+
 http::Response journalProblem(const sale::JournalError& error)
 {
     qCWarning(apiLog).noquote() << error.what();
@@ -39,6 +42,13 @@ http::Handler handlerOf(Api& api, const ApiRoute& route)
             return journalProblem(error);
         }
     };
+}
+
+/// Nobody else can work the register then.
+bool isAtWork(const QJsonObject& view)
+{
+    const QString state = view.value(QStringLiteral("state")).toString();
+    return state == QStringLiteral("ready") || state == QStringLiteral("making");
 }
 
 /// What changes by itself is no change.
@@ -66,9 +76,7 @@ Api::Api(sale::DocumentStore& store, Owners& owners, const Settings& settings)
     , m_pausing([this](const QString& name) { return http::Response::json(registerView(*till(name)), 202); },
           [](const QString&, bool) {})
 {
-    for (const sale::StoredDocument& document : store.find({.states
-             = {sale::DocumentState::Queued, sale::DocumentState::Running, sale::DocumentState::Unknown},
-             .withAttempts = false}))
+    for (const sale::StoredDocument& document : store.find({.states = openStates, .withAttempts = false}))
         m_open.takeOver(document);
     m_site.files = http::StaticFiles(QStringLiteral(":/page"));
     m_lookAgain.setSingleShot(true);
@@ -197,13 +205,30 @@ void Api::registerChanged(const QString& name)
     if (changed == nullptr)
         return;
     const QJsonObject view = withoutAges(changed->view());
-    if (std::exchange(m_told[name], view) == view)
+    const QJsonObject before = std::exchange(m_told[name], view);
+    if (before == view)
         return;
     QJsonObject data = view;
     data.insert(QStringLiteral("register"), name);
     m_events.publish("register", data);
     if (view.value(QStringLiteral("state")) == pausedState)
         m_pausing.answer(name, http::Response::json(registerView(*changed)));
+    if (isAtWork(view) && !isAtWork(before))
+        lookAtOpen(name);
+}
+
+/// Others may have ended them while the register was theirs: frctl, or a worker of a run before, which was
+/// still at its document.
+void Api::lookAtOpen(const QString& registerName)
+{
+    try {
+        const QList<sale::StoredDocument> open
+            = m_store.find({.states = openStates, .registerName = registerName, .withAttempts = false});
+        for (const QString& id : m_open.outdated(registerName, open))
+            documentChanged(id);
+    } catch (const sale::JournalError& error) {
+        qCWarning(apiLog).noquote() << error.what();
+    }
 }
 
 http::Answer Api::whenPaused(const Till& till, std::optional<std::chrono::seconds> wait)

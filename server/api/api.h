@@ -70,6 +70,7 @@ private:
     void addRoutes();
     http::Response late(const QString& id) const;
     void noteChange(const sale::StoredDocument& document);
+    void lookAtOpen(const QString& registerName);
     void setAwaited(const QString& id, const QString& registerName);
     void tell(const sale::StoredDocument& document);
 

@@ -14,7 +14,8 @@ Q_LOGGING_CATEGORY(auditLog, "frserver.audit")
 
 void audit(const http::Request& request, const QString& what)
 {
-    qCInfo(auditLog).noquote() << rights::callerName(request) << what;
+    // A note may have several lines, and must not look like several entries.
+    qCInfo(auditLog).noquote() << rights::callerName(request) << what.simplified();
 }
 
 } // namespace frserver

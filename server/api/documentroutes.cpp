@@ -157,6 +157,7 @@ Answer withdrawDocument(Api& api, const Request& request)
     if (document.state != DocumentState::NotIssued)
         return tooLate(api, document);
     api.documentChanged(document.request.id);
+    audit(request, QStringLiteral("withdrew ") + document.request.id);
     return Response::json(documentView(api, document));
 }
 

@@ -29,6 +29,21 @@ bool OpenList::note(const sale::StoredDocument& document)
     return true;
 }
 
+QStringList OpenList::outdated(const QString& registerName, const QList<sale::StoredDocument>& open) const
+{
+    QHash<QString, DocumentState> states;
+    for (const sale::StoredDocument& document : open)
+        states.insert(document.request.id, document.state);
+    QStringList ids;
+    for (auto entry = m_entries.cbegin(); entry != m_entries.cend(); ++entry) {
+        const auto state = states.constFind(entry.key());
+        const bool isSame = state != states.cend() && *state == entry->state;
+        if (entry->registerName == registerName && !isSame)
+            ids.append(entry.key());
+    }
+    return ids;
+}
+
 int OpenList::count(const QString& registerName, DocumentState state) const
 {
     return static_cast<int>(std::count_if(m_entries.cbegin(), m_entries.cend(),

@@ -59,12 +59,6 @@ void Rack::stop()
         agent->stop();
 }
 
-RegisterAgent* Rack::agent(const QString& name) const
-{
-    const auto found = m_agents.find(name);
-    return found == m_agents.end() ? nullptr : found->second.get();
-}
-
 void Rack::look()
 {
     expire();

@@ -27,8 +27,6 @@ public:
     void start();
     /// All registers, each behind its document under way; stopped follows.
     void stop();
-    /// Null for a name that is none.
-    RegisterAgent* agent(const QString& name) const;
     const std::map<QString, std::unique_ptr<RegisterAgent>>& agents() const { return m_agents; }
 
 Q_SIGNALS:

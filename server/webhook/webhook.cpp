@@ -130,11 +130,11 @@ void Webhook::dropOld()
 
 void Webhook::sleep()
 {
-    const QDateTime next = m_outbox.nextDue();
-    if (!next.isValid())
-        return;
+    // Also when nothing is due: other programs end documents without a word.
     constexpr qint64 longestMs = 60'000;
-    m_timer.start(static_cast<int>(std::clamp<qint64>(now().msecsTo(next), 0, longestMs)));
+    const QDateTime next = m_outbox.nextDue();
+    const qint64 time = next.isValid() ? now().msecsTo(next) : longestMs;
+    m_timer.start(static_cast<int>(std::clamp<qint64>(time, 0, longestMs)));
 }
 
 } // namespace frserver

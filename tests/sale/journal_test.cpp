@@ -51,6 +51,24 @@ TEST_F(Journal, BrokenOffDocumentIsSettledOnItsOwnDrive)
     }
 }
 
+TEST_F(Journal, LaterDocumentOfOursIsNotTakenForOneThatIsUnknown)
+{
+    BasicFrSettings settings;
+    for (const DocumentState later : {DocumentState::Issued, DocumentState::NotIssued}) {
+        SqliteStore store(QStringLiteral(":memory:"));
+        saleIn(store).begin(noted);
+        store.settle("A", 1, {});
+        saleIn(store, "B").begin(noted);
+        store.settle("B", 1, {.state = later});
+        RecordingDriver driver(&settings);
+        driver.drive = noted.drive;
+        driver.numbers = {noted.lastDocument + 1};
+        settleDocument(driver, store, store.findId("A").value(), hexRegister);
+        EXPECT_EQ(store.findId("A")->state,
+            later == DocumentState::Issued ? DocumentState::Unknown : DocumentState::Issued);
+    }
+}
+
 TEST_F(Journal, DocumentWithoutATraceIsNotAskedAbout)
 {
     SqliteStore store(file);

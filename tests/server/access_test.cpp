@@ -148,6 +148,15 @@ TEST(TokenFile, KeepsHashesAlone)
     EXPECT_TRUE(tokens.exists());
 }
 
+TEST(TokenFile, OneThatCannotBeLookedAtIsThere)
+{
+    const QTemporaryDir folder;
+    ASSERT_TRUE(QFile::link("loop", folder.filePath("loop")));
+    const TokenFile tokens(folder.filePath("loop/tokens"));
+    EXPECT_TRUE(tokens.exists());
+    EXPECT_NE(errorOf([&] { tokens.read(); }).find("loop/tokens"), std::string::npos);
+}
+
 TEST(TokenFile, SaysWhatIsWrong)
 {
     const QTemporaryDir folder;

@@ -313,6 +313,23 @@ TEST_F(DocumentsTest, LosesNobodyWhileTheJournalFails)
     EXPECT_EQ(third.later().status, 503);
 }
 
+TEST_F(DocumentsTest, WhatOthersHaveMadeMeanwhileIsSeenWhenTheRegisterIsReached)
+{
+    const auto turn = [this](const char* state) {
+        till1.state = state;
+        api.registerChanged("till1");
+        return ask("GET", "/v1/registers/till1").json().value("queue").toObject().value("queued").toInt();
+    };
+    const Served waiting = post("document:1", cashIn, "wait=30");
+    post("document:2", cashIn);
+    turn("paused");
+    store.begin("document:1", {.markBefore = {}});
+    store.settle("document:1", 1, {.state = sale::DocumentState::Issued});
+    EXPECT_EQ(turn("starting"), 2);
+    EXPECT_EQ(turn("making"), 1);
+    EXPECT_EQ(waiting.later().status, 201);
+}
+
 TEST_F(DocumentsTest, AtItsEndAcceptsNothingAndKeepsNobodyWaiting)
 {
     const Served waiting = post("document:1", cashIn, "wait=30");

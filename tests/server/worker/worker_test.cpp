@@ -37,12 +37,12 @@ TEST_P(Protocols, SellAndLeaveTheLineToOthers)
     EXPECT_EQ(document("sale:0002").reason, sale::StateReason::Refused);
     devices::PortLock lock;
     EXPECT_FALSE(lock.take(settings.port));
-    rack->agent("till1")->pause("Петров");
+    rack->agents().at("till1")->pause("Петров");
     ASSERT_TRUE(until([this] { return view().value("state") == "paused"; }));
     ASSERT_TRUE(lock.take(settings.port));
     EXPECT_FALSE(lock.wasLeftBusy());
     lock.release();
-    rack->agent("till1")->resume();
+    rack->agents().at("till1")->resume();
     queue("z:000001", "zReport");
     ASSERT_TRUE(untilEnded("z:000001"));
     EXPECT_EQ(document("z:000001").state, DocumentState::Issued);
@@ -126,7 +126,7 @@ TEST_F(WorkerTest, SellsNothingOnAnotherRegisterOrDrive)
     queueSale("sale:0002");
     ASSERT_TRUE(untilWaiting("newDrive"));
     EXPECT_EQ(document("sale:0002").state, DocumentState::Queued);
-    rack->agent("till1")->accept("Петров", "the drive was full");
+    rack->agents().at("till1")->accept("Петров", "the drive was full");
     ASSERT_TRUE(untilEnded("sale:0002"));
     EXPECT_EQ(document("sale:0002").state, DocumentState::Issued);
     EXPECT_EQ(document("sale:0002").drive, "9999000000000002");

@@ -55,13 +55,13 @@ void WorkerTest::stopRack()
 void WorkerTest::queue(const QString& id, const QString& kind)
 {
     store.accept(sale::plainRequest(id, kind, {}, "till1"));
-    rack->agent("till1")->wake();
+    rack->agents().at("till1")->wake();
 }
 
 void WorkerTest::queueSale(const QString& id)
 {
     store.accept({id, "sell", readAll(FRSPF_EXAMPLES "/sale.json"), "till1"});
-    rack->agent("till1")->wake();
+    rack->agents().at("till1")->wake();
 }
 
 bool WorkerTest::until(const std::function<bool()>& isSo)

@@ -33,7 +33,7 @@ protected:
     bool untilEnded(const QString& id);
 
     sale::StoredDocument document(const QString& id) const { return store.findId(id).value(); }
-    QJsonObject view() const { return rack->agent(QStringLiteral("till1"))->view(); }
+    QJsonObject view() const { return rack->agents().at(QStringLiteral("till1"))->view(); }
     QString waiting() const { return view().value(QStringLiteral("waiting")).toString(); }
     /// Children of this process.
     static QList<qint64> workers();
