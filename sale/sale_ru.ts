@@ -287,5 +287,109 @@
         <source>is a sale whose positions the journal does not keep</source>
         <translation>продажа, позиций которой в журнале нет</translation>
     </message>
+    <message>
+        <source>nothing is sold until the database answers again</source>
+        <translation>пока база данных не ответит, ничего не продаётся</translation>
+    </message>
+    <message>
+        <source>the database does not let this user in; a password belongs into .pgpass</source>
+        <translation>база данных не впускает этого пользователя; пароль хранят в .pgpass</translation>
+    </message>
+    <message>
+        <source>make the database first, with createdb</source>
+        <translation>сначала создайте базу данных командой createdb</translation>
+    </message>
+    <message>
+        <source>frserver migrate makes the tables</source>
+        <translation>таблицы создаёт frserver migrate</translation>
+    </message>
+    <message>
+        <source>give this user the right to the tables</source>
+        <translation>дайте этому пользователю права на таблицы</translation>
+    </message>
+    <message>
+        <source>this server only reads; name the one that writes</source>
+        <translation>этот сервер только для чтения; укажите тот, который пишет</translation>
+    </message>
+    <message>
+        <source>the server&apos;s disk is full; nothing is sold until there is room</source>
+        <translation>диск сервера полон; пока нет места, ничего не продаётся</translation>
+    </message>
+    <message>
+        <source>the address of the database %1</source>
+        <translation>адрес базы данных %1</translation>
+    </message>
+    <message>
+        <source>it looks like postgresql://USER@HOST:PORT/DATABASE</source>
+        <translation>он выглядит так: postgresql://USER@HOST:PORT/DATABASE</translation>
+    </message>
+    <message>
+        <source>has a parameter that libpq does not take</source>
+        <translation>содержит параметр, которого libpq не принимает</translation>
+    </message>
+    <message>
+        <source>journal %1 is one of a later release</source>
+        <translation>журнал %1 — более нового выпуска</translation>
+    </message>
+    <message>
+        <source>journal %1: the database is not one of UTF-8</source>
+        <translation>журнал %1: кодировка базы данных не UTF-8</translation>
+    </message>
+    <message>
+        <source>journal %1 has no tables yet</source>
+        <translation>в журнале %1 ещё нет таблиц</translation>
+    </message>
+    <message>
+        <source>journal %1 is one of a former release</source>
+        <translation>журнал %1 — прежнего выпуска</translation>
+    </message>
+    <message>
+        <source>journal %1: Qt has no driver for PostgreSQL here</source>
+        <translation>журнал %1: у Qt здесь нет драйвера PostgreSQL</translation>
+    </message>
+    <message>
+        <source>install libqt6sql6-psql</source>
+        <translation>установите libqt6sql6-psql</translation>
+    </message>
+    <message>
+        <source>journal %1: the server does not write to its disk</source>
+        <translation>журнал %1: сервер не пишет на диск</translation>
+    </message>
+    <message>
+        <source>set fsync = on</source>
+        <translation>включите fsync = on</translation>
+    </message>
+    <message>
+        <source>journal %1: the server does not tell whether it has written what it was told last</source>
+        <translation>журнал %1: сервер не говорит, записал ли он последнее</translation>
+    </message>
+    <message>
+        <source>cannot be read</source>
+        <translation>не читается</translation>
+    </message>
+    <message>
+        <source>names no database</source>
+        <translation>не называет базы данных</translation>
+    </message>
+    <message>
+        <source>journal %1 is kept by PostgreSQL</source>
+        <translation>журнал %1 хранит PostgreSQL</translation>
+    </message>
+    <message>
+        <source>back it up with pg_basebackup, or pg_dump</source>
+        <translation>копию снимают pg_basebackup или pg_dump</translation>
+    </message>
+    <message>
+        <source>documents have no id</source>
+        <translation>у документов нет идентификатора</translation>
+    </message>
+    <message>
+        <source>attempts have no document</source>
+        <translation>у попыток нет документа</translation>
+    </message>
+    <message>
+        <source>journal %1: the register %2 has another owner by now</source>
+        <translation>журнал %1: у кассы %2 уже другой владелец</translation>
+    </message>
 </context>
 </TS>

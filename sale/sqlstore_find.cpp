@@ -67,7 +67,7 @@ Selection selectionOf(const DocumentQuery& query, const QString& textCondition)
     if (query.documentNumber != 0)
         condition.add(QStringLiteral("document = ?"), qint64{query.documentNumber});
     if (query.since.isValid())
-        condition.add(QStringLiteral("accepted >= ?"), storedTime(query.since));
+        condition.add(QStringLiteral("documents.accepted >= ?"), storedTime(query.since));
     if (query.order == DocumentQuery::LastBegun)
         condition.add(QStringLiteral("last_attempt > ?"), 0);
     if (!query.returnOf.isEmpty())
@@ -150,12 +150,13 @@ StoredAttempt attemptOf(const QSqlQuery& row)
 
 QString SqlStore::statementOf(const DocumentQuery& query, const QString& condition) const
 {
-    QString text = QStringLiteral("SELECT documents.sequence, documents.id, kind, body, register, %1, "
-                                  "digest, state, reason, %2, %3, %4, drive, document, number_read, "
-                                  "times, resolved_by, resolved_note, attempts, %5, return_of FROM documents")
-                       .arg(moment(QStringLiteral("start_before")), moment(QStringLiteral("accepted")),
-                           moment(QStringLiteral("begun")), moment(QStringLiteral("settled")),
-                           moment(QStringLiteral("coalesce(queued, accepted)")));
+    QString text
+        = QStringLiteral("SELECT documents.sequence, documents.id, kind, body, register, %1, "
+                         "digest, state, reason, %2, %3, %4, drive, document, number_read, "
+                         "times, resolved_by, resolved_note, attempts, %5, return_of FROM documents")
+              .arg(moment(QStringLiteral("start_before")), moment(QStringLiteral("documents.accepted")),
+                  moment(QStringLiteral("begun")), moment(QStringLiteral("settled")),
+                  moment(QStringLiteral("coalesce(queued, documents.accepted)")));
     if (!query.goods.isEmpty())
         text += QStringLiteral(" JOIN goods ON ") + goodsJoin();
     text += condition + QStringLiteral(" ORDER BY ") + orderOf(query);

@@ -10,7 +10,7 @@ packages=(
   libmicrohttpd-dev libgnutls28-dev nlohmann-json3-dev libqt6sql6-sqlite fonts-dejavu-core libgtest-dev libgmock-dev
 )
 # What the tests need besides.
-test_packages=(python3-jsonschema zbar-tools tshark chromium chromium-driver python3-selenium curl nodejs)
+test_packages=(python3-jsonschema zbar-tools tshark chromium chromium-driver python3-selenium curl nodejs postgresql libqt6sql6-psql)
 # What only the suites of scripts/test --all need.
 large_packages=(valgrind)
 

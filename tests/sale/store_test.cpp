@@ -197,7 +197,7 @@ TEST_P(Store, DocumentsAreFoundByWhatTheyAre)
         idsOf({.drive = "9999", .limit = 1, .order = DocumentQuery::LastBegun}), QStringList{"notIssued"});
 }
 
-INSTANTIATE_TEST_SUITE_P(BackEnds, Store, testing::ValuesIn(backEnds),
+INSTANTIATE_TEST_SUITE_P(BackEnds, Store, testing::ValuesIn(backEnds()),
     [](const auto& test) { return std::string(test.param.name); });
 
 } // namespace

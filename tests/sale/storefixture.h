@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "sqlitestore.h"
+#include "documentstore.h"
 
 #include <QTemporaryDir>
 
@@ -20,10 +20,8 @@ struct BackEnd
     std::unique_ptr<DocumentStore> (*open)(const QTemporaryDir& folder);
 };
 
-inline const BackEnd backEnds[] = {{"Sqlite", [](const QTemporaryDir& folder) {
-                                        return std::unique_ptr<DocumentStore>(std::make_unique<SqliteStore>(
-                                            folder.filePath("data/sales.sqlite")));
-                                    }}};
+/// Those that this test program is about.
+QList<BackEnd> backEnds();
 
 inline const QJsonObject markBefore{{"drive", "9999"}, {"lastDocument", 7}};
 inline constexpr std::array states{DocumentState::Queued, DocumentState::Running, DocumentState::Issued,

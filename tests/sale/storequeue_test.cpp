@@ -236,7 +236,7 @@ TEST_P(StoreQueue, DocumentsAreCountedByWhatBecameOfThem)
     EXPECT_TRUE(shown({}).contains("queued  2"));
 }
 
-INSTANTIATE_TEST_SUITE_P(BackEnds, StoreQueue, testing::ValuesIn(backEnds),
+INSTANTIATE_TEST_SUITE_P(BackEnds, StoreQueue, testing::ValuesIn(backEnds()),
     [](const auto& test) { return std::string(test.param.name); });
 
 } // namespace

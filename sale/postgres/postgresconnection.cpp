@@ -1,0 +1,269 @@
+#include "postgres/postgresconnection.h"
+
+#include "postgres/postgresfault.h"
+#include "saletr.h"
+
+#include <QSqlDatabase>
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QSqlField>
+#include <QSqlQuery>
+#include <QThread>
+#include <QUuid>
+
+#include <algorithm>
+
+namespace sale {
+
+namespace {
+
+const QString driverName = QStringLiteral("QPSQL");
+
+bool isNull(const QVariant& value)
+{
+    const bool isText = value.metaType() == QMetaType::fromType<QString>();
+    return value.isNull() || (isText && value.toString().isNull());
+}
+
+QString quotedOption(QString value)
+{
+    value.replace(QLatin1Char('\\'), QStringLiteral("\\\\"))
+        .replace(QLatin1Char('\''), QStringLiteral("\\'"));
+    return QLatin1Char('\'') + value + QLatin1Char('\'');
+}
+
+} // namespace
+
+PostgresConnection::PostgresConnection(const PostgresPlace& place, int patienceMs)
+    : m_place(place)
+    , m_patienceMs(patienceMs)
+    , m_connection(QUuid::createUuid().toString())
+{
+    if (!QSqlDatabase::isDriverAvailable(driverName))
+        throw JournalError(tr("journal %1: Qt has no driver for PostgreSQL here").arg(place.shown()),
+            tr("install libqt6sql6-psql"));
+    QElapsedTimer since;
+    since.start();
+    reach(since);
+}
+
+PostgresConnection::~PostgresConnection()
+{
+    close();
+}
+
+QString PostgresConnection::options() const
+{
+    const QString patience = QString::number(m_patienceMs);
+    constexpr int leastSeconds = 2;
+    // A server that has vanished is noticed in time, and one that only reads is none to write to.
+    QMap<QString, QString> all{
+        {QStringLiteral("application_name"), QStringLiteral("frspf")},
+        {QStringLiteral("connect_timeout"), QString::number(std::max(leastSeconds, m_patienceMs / 1000))},
+        {QStringLiteral("tcp_user_timeout"), patience},
+        {QStringLiteral("keepalives_idle"), QStringLiteral("5")},
+        {QStringLiteral("keepalives_interval"), QStringLiteral("2")},
+        {QStringLiteral("keepalives_count"), QStringLiteral("3")},
+        {QStringLiteral("target_session_attrs"), QStringLiteral("read-write")},
+    };
+    all.insert(m_place.parameters);
+    if (!m_place.port.isEmpty())
+        all.insert(QStringLiteral("port"), m_place.port);
+    QStringList words;
+    for (auto one = all.cbegin(); one != all.cend(); ++one)
+        words.append(one.key() + QLatin1Char('=') + quotedOption(one.value()));
+    return words.join(QLatin1Char(' '));
+}
+
+void PostgresConnection::open() const
+{
+    QSqlDatabase database = QSqlDatabase::addDatabase(driverName, m_connection);
+    database.setHostName(m_place.host);
+    database.setDatabaseName(m_place.database);
+    database.setUserName(m_place.user);
+    database.setPassword(m_place.password);
+    database.setConnectOptions(options());
+    if (!database.open())
+        throwPostgresFault(m_place, database.lastError());
+    arrange();
+}
+
+void PostgresConnection::close() const
+{
+    {
+        QSqlDatabase database = QSqlDatabase::database(m_connection, false);
+        database.close();
+    }
+    QSqlDatabase::removeDatabase(m_connection);
+}
+
+void PostgresConnection::arrange() const
+{
+    constexpr int idleMs = 10'000;
+    // A program that is stopped in the middle of a transaction holds up nobody for longer.
+    const QSqlQuery set = run(QStringLiteral(
+        "SELECT current_setting('fsync'), set_config('TimeZone', 'UTC', false), "
+        "set_config('search_path', 'frspf', false), set_config('client_min_messages', 'warning', false), "
+        "set_config('lock_timeout', '%1', false), "
+        "set_config('idle_in_transaction_session_timeout', '%2', false), "
+        "set_config('synchronous_commit', CASE current_setting('synchronous_commit') WHEN 'off' THEN 'on' "
+        "ELSE current_setting('synchronous_commit') END, false)")
+                                  .arg(m_patienceMs)
+                                  .arg(idleMs));
+    QSqlQuery row = set;
+    if (row.next() && row.value(0).toString() == QStringLiteral("off"))
+        throw JournalError(tr("journal %1: the server does not write to its disk").arg(m_place.shown()),
+            tr("set fsync = on"));
+}
+
+QString PostgresConnection::literal(const QVariant& value) const
+{
+    QSqlField field(QString(), value.metaType());
+    if (isNull(value))
+        return QStringLiteral("NULL");
+    field.setValue(value);
+    return QSqlDatabase::database(m_connection, false).driver()->formatValue(field);
+}
+
+/// Values are no parameters of a prepared statement, so that a pooler may stand in between and a plan knows
+/// the months that it need not look at.
+QString PostgresConnection::whole(const QString& statement, const QVariantList& values) const
+{
+    const QStringList parts = statement.split(QLatin1Char('?'));
+    Q_ASSERT(parts.size() == values.size() + 1);
+    QString text = parts.constFirst();
+    for (qsizetype place = 1; place < parts.size(); ++place)
+        text += literal(values.at(place - 1)) + parts.at(place);
+    return text;
+}
+
+QSqlQuery PostgresConnection::run(const QString& statement) const
+{
+    QSqlQuery query(QSqlDatabase::database(m_connection, false));
+    if (!query.exec(statement))
+        throwPostgresFault(m_place, query.lastError());
+    return query;
+}
+
+bool PostgresConnection::waitAgain(const QElapsedTimer& since) const
+{
+    constexpr unsigned long pauseMs = 50;
+    if (m_isGivenUp || since.hasExpired(m_patienceMs)) {
+        m_isGivenUp = true;
+        return false;
+    }
+    QThread::msleep(pauseMs);
+    return true;
+}
+
+void PostgresConnection::reach(const QElapsedTimer& since) const
+{
+    while (!QSqlDatabase::database(m_connection, false).isOpen()) {
+        try {
+            open();
+            m_isGivenUp = false;
+        } catch (const ConnectionLost&) {
+            close();
+            if (!waitAgain(since))
+                throw;
+        } catch (const JournalError&) {
+            close();
+            throw;
+        }
+    }
+}
+
+QSqlQuery PostgresConnection::runPatiently(const QString& statement, const QVariantList& values) const
+{
+    if (m_isInTransaction)
+        return run(whole(statement, values));
+    QElapsedTimer since;
+    since.start();
+    for (;;) {
+        reach(since);
+        try {
+            return run(whole(statement, values));
+        } catch (const ConnectionLost&) {
+            close();
+            if (!waitAgain(since))
+                throw;
+        }
+    }
+}
+
+int PostgresConnection::execute(const QString& statement, const QVariantList& values)
+{
+    return runPatiently(statement, values).numRowsAffected();
+}
+
+void PostgresConnection::select(const QString& statement, const QVariantList& values,
+    const std::function<void(const QSqlQuery&)>& onRow) const
+{
+    QSqlQuery query = runPatiently(statement, values);
+    while (query.next())
+        onRow(query);
+}
+
+void PostgresConnection::together(const std::function<void()>& statements)
+{
+    QElapsedTimer since;
+    since.start();
+    while (!attempt(statements, since)) { }
+}
+
+void PostgresConnection::rollBack()
+{
+    m_isInTransaction = false;
+    QSqlQuery(QSqlDatabase::database(m_connection, false)).exec(QStringLiteral("ROLLBACK"));
+}
+
+bool PostgresConnection::attempt(const std::function<void()>& statements, const QElapsedTimer& since)
+{
+    QString transaction;
+    reach(since);
+    try {
+        run(QStringLiteral("BEGIN ISOLATION LEVEL READ COMMITTED"));
+        m_isInTransaction = true;
+        statements();
+        // One that has written nothing has none.
+        transaction = value(QStringLiteral("SELECT pg_current_xact_id_if_assigned()::text")).toString();
+        run(QStringLiteral("COMMIT"));
+        m_isInTransaction = false;
+        return true;
+    } catch (const ConnectionLost&) {
+        m_isInTransaction = false;
+        close();
+        if (!waitAgain(since))
+            throw;
+        return !transaction.isEmpty() && isCommitted(transaction, since);
+    } catch (const RunAgain&) {
+        rollBack();
+        if (since.hasExpired(m_patienceMs))
+            throw;
+        QThread::msleep(1);
+        return false;
+    } catch (...) {
+        rollBack();
+        throw;
+    }
+}
+
+bool PostgresConnection::isCommitted(const QString& transaction, const QElapsedTimer& since) const
+{
+    for (;;) {
+        reach(since);
+        const QString status
+            = value(QStringLiteral("SELECT pg_xact_status(?::xid8)"), {transaction}).toString();
+        if (status == QStringLiteral("committed"))
+            return true;
+        if (status == QStringLiteral("aborted"))
+            return false;
+        // The server may still be at it.
+        if (!waitAgain(since))
+            throw JournalError(tr("journal %1: the server does not tell whether it has written what it was "
+                                  "told last")
+                                   .arg(m_place.shown()));
+    }
+}
+
+} // namespace sale

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "postgres/postgresplace.h"
+#include "sqlconnection.h"
+
+#include <QElapsedTimer>
+
+class QSqlQuery;
+
+namespace sale {
+
+/// A PostgreSQL database that several machines write, each time to the server's disk. A connection that is
+/// lost is made anew, and what it was doing is done again when it is sure that it was not done: the server
+/// is asked what has become of the transaction whose end it did not tell. Only when it is not back within
+/// the patience, it stays open what became of that one.
+class PostgresConnection : public SqlConnection
+{
+public:
+    PostgresConnection(const PostgresPlace& place, int patienceMs);
+    ~PostgresConnection() override;
+
+    const PostgresPlace& place() const { return m_place; }
+    bool isInTransaction() const { return m_isInTransaction; }
+
+    /// Outside of a transaction it may be done twice.
+    int execute(const QString& statement, const QVariantList& values = {}) override;
+    void select(const QString& statement, const QVariantList& values,
+        const std::function<void(const QSqlQuery&)>& onRow) const override;
+    void together(const std::function<void()>& statements) override;
+
+private:
+    void open() const;
+    void close() const;
+    void arrange() const;
+    QString options() const;
+    QString literal(const QVariant& value) const;
+    /// The statement with its values in their places.
+    QString whole(const QString& statement, const QVariantList& values) const;
+    QSqlQuery run(const QString& statement) const;
+    QSqlQuery runPatiently(const QString& statement, const QVariantList& values) const;
+    /// The connection is there afterwards.
+    void reach(const QElapsedTimer& since) const;
+    /// Waits a moment before the next attempt; false when the patience is over.
+    bool waitAgain(const QElapsedTimer& since) const;
+    /// Whether the work and its end came through; otherwise it is to be done again.
+    bool attempt(const std::function<void()>& statements, const QElapsedTimer& since);
+    bool isCommitted(const QString& transaction, const QElapsedTimer& since) const;
+    void rollBack();
+
+    const PostgresPlace m_place;
+    const int m_patienceMs;
+    /// Name of the database connection.
+    const QString m_connection;
+    bool m_isInTransaction = false;
+    /// Nobody is kept waiting for it again and again.
+    mutable bool m_isGivenUp = false;
+};
+
+} // namespace sale

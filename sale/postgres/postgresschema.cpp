@@ -1,0 +1,168 @@
+#include "postgres/postgresschema.h"
+
+#include "postgres/postgresconnection.h"
+
+#include "journalerror.h"
+#include "saletr.h"
+#include "storedtime.h"
+
+#include <QSqlQuery>
+
+namespace sale::postgresschema {
+
+namespace {
+
+// Each release that adds something has a row more; the last one's number is the version. What is there is
+// never changed, so that the release before goes on: a release that could not raises "least".
+constexpr const char* first[] = {
+    "CREATE TABLE ids (id text COLLATE \"C\" PRIMARY KEY, digest text NOT NULL, accepted timestamptz NOT NULL)",
+    "CREATE SEQUENCE documents_sequence",
+    "CREATE TABLE documents ("
+    "accepted timestamptz NOT NULL, sequence bigint NOT NULL DEFAULT nextval('documents_sequence'), "
+    "id text COLLATE \"C\" NOT NULL, register text NOT NULL, kind text NOT NULL, body text NOT NULL, "
+    "digest text NOT NULL, state text NOT NULL, reason text NOT NULL DEFAULT '', start_before timestamptz, "
+    "queued timestamptz, begun timestamptz, settled timestamptz, attempts integer NOT NULL DEFAULT 0, "
+    "drive text NOT NULL DEFAULT '', document bigint, number_read boolean NOT NULL DEFAULT true, "
+    "last_attempt bigint, times integer NOT NULL DEFAULT 0, resolved_by text, resolved_note text, "
+    "anonymised timestamptz, return_of text, PRIMARY KEY (accepted, id)) PARTITION BY RANGE (accepted)",
+    // The queue, and what is to be settled. Questions have the condition in these words.
+    "CREATE INDEX documents_unfinished ON documents (register, sequence) "
+    "WHERE state IN ('queued', 'running', 'unknown')",
+    "CREATE INDEX documents_by_drive ON documents (drive, last_attempt)",
+    "CREATE INDEX documents_by_register ON documents (register, last_attempt)",
+    "CREATE INDEX documents_by_number ON documents (drive, document)",
+    "CREATE INDEX documents_by_sequence ON documents (sequence)",
+    "CREATE INDEX documents_by_place ON documents (register, sequence)",
+    "CREATE INDEX documents_by_state ON documents (register, state, sequence, reason)",
+    "CREATE INDEX documents_by_sale ON documents (return_of) WHERE return_of IS NOT NULL",
+    "CREATE SEQUENCE attempts_sequence",
+    // With their document, whatever the month in which they were begun.
+    "CREATE TABLE attempts ("
+    "accepted timestamptz NOT NULL, sequence bigint NOT NULL DEFAULT nextval('attempts_sequence'), "
+    "id text COLLATE \"C\" NOT NULL, number integer NOT NULL, begun timestamptz NOT NULL, ended timestamptz, "
+    "mark_before text NOT NULL, movement text NOT NULL, mark_after text, failure text, warnings text, "
+    "verdict text, document bigint, body text, digest text, PRIMARY KEY (accepted, id, number)) "
+    "PARTITION BY RANGE (accepted)",
+    "CREATE TABLE goods (sequence bigserial PRIMARY KEY, mark text NOT NULL, id text COLLATE \"C\" NOT NULL, "
+    "accepted timestamptz NOT NULL)",
+    "CREATE INDEX goods_by_mark ON goods (mark)",
+    "CREATE INDEX goods_by_id ON goods (id)",
+    // Of the service: who may work a register, whose document it is, and what is still to be told.
+    "CREATE TABLE leases (register text PRIMARY KEY, owner text NOT NULL, epoch bigint NOT NULL, "
+    "until timestamptz NOT NULL)",
+    "CREATE TABLE frserver_owners (id text COLLATE \"C\" PRIMARY KEY, owner text NOT NULL)",
+    "CREATE TABLE frserver_outbox (number bigserial PRIMARY KEY, document text NOT NULL, body text NOT NULL, "
+    "created timestamptz NOT NULL, attempts integer NOT NULL DEFAULT 0, due timestamptz NOT NULL)",
+    "CREATE INDEX frserver_outbox_by_document ON frserver_outbox (document, number)",
+    nullptr,
+};
+constexpr const char* const* releases[] = {first};
+constexpr int version = static_cast<int>(std::size(releases));
+/// What goes on with the tables as they are now.
+constexpr int least = 1;
+
+/// Of all programs that change tables.
+const QString alone = QStringLiteral("SELECT pg_advisory_xact_lock(1718765414, 0)");
+
+struct Versions
+{
+    int version = 0;
+    int least = 0;
+};
+
+Versions versionsOf(const PostgresConnection& connection)
+{
+    Versions found;
+    if (connection.value(QStringLiteral("SELECT to_regclass('frspf.version')::text")).isNull())
+        return found;
+    connection.select(
+        QStringLiteral("SELECT number, least FROM version"), {}, [&found](const QSqlQuery& row) {
+            found = {row.value(0).toInt(), row.value(1).toInt()};
+        });
+    return found;
+}
+
+void refuseLater(const PostgresConnection& connection, const Versions& found)
+{
+    if (found.least > version)
+        throw JournalError(tr("journal %1 is one of a later release").arg(connection.place().shown()));
+}
+
+void makeMonth(PostgresConnection& connection, const char* table, const QDate& month)
+{
+    const QString all = QString::fromLatin1(table);
+    const QString part = all + month.toString(QStringLiteral("_yyyy_MM"));
+    if (!connection.value(QStringLiteral("SELECT to_regclass('frspf.%1')::text").arg(part)).isNull())
+        return;
+    connection.execute(QStringLiteral("CREATE TABLE %1 (LIKE %2 INCLUDING DEFAULTS)").arg(part, all));
+    connection.execute(
+        QStringLiteral("ALTER TABLE %1 ATTACH PARTITION %2 FOR VALUES FROM ('%3') TO ('%4')")
+            .arg(all, part, month.toString(Qt::ISODate), month.addMonths(1).toString(Qt::ISODate)));
+}
+
+} // namespace
+
+void migrate(PostgresConnection& connection)
+{
+    if (connection.value(QStringLiteral("SHOW server_encoding")).toString() != QStringLiteral("UTF8"))
+        throw JournalError(
+            tr("journal %1: the database is not one of UTF-8").arg(connection.place().shown()));
+    connection.together([&] {
+        connection.value(alone);
+        connection.execute(QStringLiteral("CREATE SCHEMA IF NOT EXISTS frspf"));
+        const Versions found = versionsOf(connection);
+        refuseLater(connection, found);
+        if (found.version >= version)
+            return;
+        if (found.version == 0) {
+            connection.execute(QStringLiteral("CREATE TABLE version (number integer NOT NULL, "
+                                              "least integer NOT NULL, changed timestamptz NOT NULL)"));
+            connection.execute(QStringLiteral("INSERT INTO version VALUES (0, 0, now())"));
+        }
+        for (int release = found.version; release < version; ++release) {
+            for (const char* const* statement = releases[release]; *statement != nullptr; ++statement)
+                connection.execute(QString::fromLatin1(*statement));
+        }
+        connection.execute(
+            QStringLiteral("UPDATE version SET number = ?, least = ?, changed = now()"), {version, least});
+    });
+    makeMonths(connection, timeFromStored(storedNow()).date());
+}
+
+void require(const PostgresConnection& connection)
+{
+    const Versions found = versionsOf(connection);
+    refuseLater(connection, found);
+    if (found.version < version)
+        throw JournalError(found.version == 0
+                ? tr("journal %1 has no tables yet").arg(connection.place().shown())
+                : tr("journal %1 is one of a former release").arg(connection.place().shown()),
+            tr("frserver migrate makes the tables"));
+}
+
+void makeMonths(PostgresConnection& connection, const QDate& first)
+{
+    constexpr int ahead = 2;
+    const QDate month(first.year(), first.month(), 1);
+    const QString farthest = month.addMonths(ahead).toString(QStringLiteral("yyyy_MM"));
+    const auto isThere = [&] {
+        return !connection
+                    .value(QStringLiteral("SELECT to_regclass('frspf.attempts_%1')::text").arg(farthest))
+                    .isNull()
+            && !connection
+                    .value(QStringLiteral("SELECT to_regclass('frspf.attempts_%1')::text")
+                               .arg(month.toString(QStringLiteral("yyyy_MM"))))
+                    .isNull();
+    };
+    if (isThere())
+        return;
+    connection.together([&] {
+        connection.value(alone);
+        for (int each = 0; each <= ahead; ++each) {
+            makeMonth(connection, "documents", month.addMonths(each));
+            makeMonth(connection, "attempts", month.addMonths(each));
+        }
+    });
+}
+
+} // namespace sale::postgresschema

@@ -1,0 +1,159 @@
+#include "postgres/postgresstore.h"
+
+#include "postgres/postgresfault.h"
+#include "postgres/postgresschema.h"
+#include "saletr.h"
+#include "storedtime.h"
+
+namespace sale {
+
+PostgresStore::PostgresStore(const PostgresPlace& place, int patienceMs)
+    : SqlStore(m_connection)
+    , m_connection(place, patienceMs)
+{
+    postgresschema::require(m_connection);
+}
+
+void PostgresStore::migrate(const PostgresPlace& place)
+{
+    PostgresConnection connection(place, usualPatienceMs);
+    postgresschema::migrate(connection);
+}
+
+void PostgresStore::makeMonths()
+{
+    const QDate today = timeFromStored(storedNow()).date();
+    const QDate month(today.year(), today.month(), 1);
+    if (month == m_month)
+        return;
+    postgresschema::makeMonths(m_connection, month);
+    m_month = month;
+}
+
+StoredDocument PostgresStore::accept(const DocumentRequest& request, const Condition& condition)
+{
+    makeMonths();
+    m_connection.together([&] {
+        // Whatever the condition finds of the sale's other returns holds still until the end.
+        if (condition || !request.returnOf.isEmpty())
+            m_connection.value(
+                QStringLiteral("SELECT pg_advisory_xact_lock(1718765415, hashtext(?))"), {request.returnOf});
+        take(request, condition);
+    });
+    return findId(request.id).value();
+}
+
+std::optional<int> PostgresStore::acceptAndBegin(const DocumentRequest& request, const AttemptStart& start)
+{
+    makeMonths();
+    return SqlStore::acceptAndBegin(request, start);
+}
+
+void PostgresStore::note(const QString& id, int attempt, const AttemptNote& note)
+{
+    m_connection.together([&] {
+        requireOwner();
+        hold(id);
+        SqlStore::note(id, attempt, note);
+    });
+}
+
+void PostgresStore::backUp(const QString& /*fileName*/)
+{
+    throw JournalError(
+        tr("journal %1 is kept by PostgreSQL").arg(place()), tr("back it up with pg_basebackup, or pg_dump"));
+}
+
+QStringList PostgresStore::damages() const
+{
+    const auto count = [this](const char* statement) {
+        return m_connection.value(QString::fromLatin1(statement)).toLongLong();
+    };
+    QStringList found;
+    if (count("SELECT count(*) FROM documents LEFT JOIN ids USING (id, accepted) WHERE ids.id IS NULL") > 0)
+        found.append(tr("documents have no id"));
+    if (count("SELECT count(*) FROM attempts LEFT JOIN documents USING (id, accepted) "
+              "WHERE documents.id IS NULL")
+        > 0)
+        found.append(tr("attempts have no document"));
+    return found;
+}
+
+QString PostgresStore::acceptanceOf(const QString& id) const
+{
+    return m_connection
+        .value(
+            QStringLiteral("SELECT %1 FROM ids WHERE id = ?").arg(moment(QStringLiteral("accepted"))), {id})
+        .toString();
+}
+
+SqlKey PostgresStore::keyOf(const QString& id) const
+{
+    const bool isHeld = m_connection.isInTransaction() && id == m_held;
+    const QString accepted = isHeld ? m_heldAcceptance : acceptanceOf(id);
+    // With the month one table is looked at, without one none.
+    return {{QStringLiteral("id"), QStringLiteral("accepted")},
+        {id, accepted.isEmpty() ? QVariant(QMetaType::fromType<QString>()) : QVariant(accepted)}};
+}
+
+void PostgresStore::hold(const QString& id)
+{
+    m_held = id;
+    m_heldAcceptance = acceptanceOf(id);
+    if (m_heldAcceptance.isEmpty())
+        return;
+    const SqlKey key = keyOf(id);
+    m_connection.value(
+        QStringLiteral("SELECT 1 FROM documents WHERE %1 FOR UPDATE").arg(key.condition()), key.values);
+}
+
+void PostgresStore::requireOwner()
+{
+    if (!m_lease)
+        return;
+    // Who takes the register over waits for the end of this.
+    const bool isOwner = m_connection
+                             .value(QStringLiteral("SELECT 1 FROM leases WHERE register = ? AND owner = ? "
+                                                   "AND epoch = ? FOR SHARE"),
+                                 {m_lease->registerName, m_lease->owner, m_lease->epoch})
+                             .isValid();
+    if (!isOwner)
+        throw JournalError(
+            tr("journal %1: the register %2 has another owner by now").arg(place(), m_lease->registerName));
+}
+
+void PostgresStore::writeId(const QString& id, const QString& digest, const QString& accepted)
+{
+    const int written = m_connection.execute(
+        QStringLiteral("INSERT INTO ids (id, digest, accepted) VALUES (?, ?, ?) ON CONFLICT (id) "
+                       "DO UPDATE SET digest = excluded.digest WHERE ids.accepted = excluded.accepted"),
+        {id, digest, accepted});
+    // Another one has brought it in meanwhile; a month whose documents were taken away keeps its ids.
+    if (written == 0)
+        throw RunAgain(wrongOrder(id, QStringLiteral("was accepted before, and is not there")).fault());
+    m_held = id;
+    m_heldAcceptance = accepted;
+}
+
+QString PostgresStore::moment(const QString& column) const
+{
+    return QStringLiteral("to_char(%1, 'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')").arg(column);
+}
+
+QString PostgresStore::goodsJoin() const
+{
+    return QStringLiteral("goods.id = documents.id AND goods.accepted = documents.accepted");
+}
+
+QString PostgresStore::textCondition() const
+{
+    return QStringLiteral(
+        "strpos(lower((documents.id || chr(10) || body) COLLATE \"C\"), lower(? COLLATE \"C\")) > 0");
+}
+
+QString PostgresStore::lockingWords() const
+{
+    return QStringLiteral(" FOR UPDATE SKIP LOCKED");
+}
+
+} // namespace sale

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "postgres/leasedregister.h"
+#include "postgres/postgresconnection.h"
+#include "sqlstore.h"
+
+#include <QDate>
+
+#include <optional>
+
+namespace sale {
+
+/// The journal in a PostgreSQL database, one for all programs of many machines. Documents change under a
+/// lock of their own; those of which one is to meet a condition wait for each other when they return goods of
+/// the same sale, or of none.
+class PostgresStore : public SqlStore
+{
+public:
+    static constexpr int usualPatienceMs = 10'000;
+
+    /// Throws JournalError, also when the tables are not there: migrate makes them.
+    explicit PostgresStore(const PostgresPlace& place, int patienceMs = usualPatienceMs);
+    /// Makes the tables, or brings those of a former release up to this one.
+    static void migrate(const PostgresPlace& place);
+
+    /// From now on what the owner of a register alone may write is refused when the register has another
+    /// one.
+    void writeAs(const LeasedRegister& lease) { m_lease = lease; }
+
+    using SqlStore::accept;
+    StoredDocument accept(const DocumentRequest& request, const Condition& condition) override;
+    std::optional<int> acceptAndBegin(const DocumentRequest& request, const AttemptStart& start) override;
+    void note(const QString& id, int attempt, const AttemptNote& note) override;
+    QString place() const override { return m_connection.place().shown(); }
+    /// Not here: PostgreSQL has its own ways.
+    void backUp(const QString& fileName) override;
+    QStringList damages() const override;
+
+private:
+    SqlKey keyOf(const QString& id) const override;
+    void hold(const QString& id) override;
+    void requireOwner() override;
+    void writeId(const QString& id, const QString& digest, const QString& accepted) override;
+    QString moment(const QString& column) const override;
+    QString goodsJoin() const override;
+    QString textCondition() const override;
+    QString lockingWords() const override;
+    void makeMonths();
+    QString acceptanceOf(const QString& id) const;
+
+    PostgresConnection m_connection;
+    std::optional<LeasedRegister> m_lease;
+    /// In this transaction: the document that is held, and when it was accepted.
+    QString m_held;
+    QString m_heldAcceptance;
+    /// Tables are there for it and those behind it.
+    QDate m_month;
+};
+
+} // namespace sale

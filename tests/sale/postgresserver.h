@@ -1,0 +1,35 @@
+// A PostgreSQL server of the tests' own, in a folder of its own.
+
+#pragma once
+
+#include "postgres/postgresplace.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+namespace sale {
+
+class PostgresServer
+{
+public:
+    /// One for the whole program; started by whoever asks first, ended with the program.
+    static PostgresServer& instance();
+
+    ~PostgresServer();
+    PostgresPlace place() const;
+    QString socket() const { return m_folder.filePath(".s.PGSQL.5432"); }
+    void start();
+    /// As a power cut: SIGQUIT, and no good-bye.
+    void stopAtOnce();
+    /// Tables without a document.
+    void clear();
+
+private:
+    PostgresServer();
+    void asPostgres(QProcess& process) const;
+
+    QTemporaryDir m_folder;
+    QProcess m_server;
+};
+
+} // namespace sale
