@@ -1,0 +1,247 @@
+#!/usr/bin/python3
+"""Measures frserver: what it adds to a sale, many registers at once, a long journal, memory. Ends with a table as Markdown.
+
+Usage: bench/frserver.py BIN-FOLDER PLUGIN [PART ...]   (parts: sale, registers, journal; all without one)
+Exit status 1 when an aim is missed."""
+
+import contextlib
+import http.client
+import json
+import os
+import re
+import sqlite3
+import statistics
+import subprocess
+import sys
+import tempfile
+import threading
+import time
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+sys.path += [str(ROOT / "tests"), str(ROOT / "tests" / "server")]
+from service import Service
+from softwareregister import SoftwareRegister
+
+BIN = Path(sys.argv[1])
+os.environ |= {"FRSERVER": str(BIN / "frserver"), "FRSPF_PLUGIN": sys.argv[2]}
+BAUD = 115200
+PROTOCOLS = ("HEX", "XML")
+SALES = {"HEX": 400, "XML": 200}
+LOADS, SECONDS = (1, 5, 20), 12
+DOCUMENTS, QUESTIONS = 1_000_000, 3000
+SALE = json.loads((ROOT / "examples" / "sale.json").read_text(encoding="utf-8"))
+
+
+class Table:
+    def __init__(self):
+        self.rows = []
+        self.is_missed = False
+
+    def add(self, what, value, unit, aim=None, least=False):
+        verdict = ""
+        if aim is not None:
+            is_met = value >= aim if least else value <= aim
+            verdict = "met" if is_met else "missed"
+            self.is_missed |= not is_met
+            aim = f"{'at least' if least else 'at most'} {aim:g}"
+        row = f"| {what} | {value:.3g} | {unit} | {aim or ''} | {verdict} |"
+        print(row, flush=True)
+        self.rows.append(row)
+
+    def print(self):
+        print("\n| measurement | | | aim | |\n|---|--:|---|--:|---|\n" + "\n".join(self.rows))
+
+
+def percentile(values, share):
+    return sorted(values)[min(int(len(values) * share), len(values) - 1)]
+
+
+def measure(*arguments):
+    return json.loads(subprocess.run([BIN / "servicebench", *map(str, arguments)], check=True, stdout=subprocess.PIPE).stdout)
+
+
+def port_of(service):
+    return service.url.rstrip("/").rsplit(":", 1)[1]
+
+
+@contextlib.contextmanager
+def running(folder, lines, protocol):
+    """The service with registers r0, r1 ... on these ports, once they can be reached."""
+    service = Service(folder, {f"r{number}": f"tcp:127.0.0.1:{port}" for number, port in enumerate(lines)}, protocol)
+    try:
+        end = time.monotonic() + 60
+        while any(one["state"] != "ready" for one in service.ask("GET", "/v1/registers")["registers"]):
+            if time.monotonic() > end:
+                sys.exit("the registers are not reached")
+            time.sleep(0.1)
+        yield service
+    finally:
+        service.stop()
+
+
+@contextlib.contextmanager
+def serial_lines(ports):
+    """Each of the ports behind a line that holds the baud rate in both directions."""
+    process = subprocess.Popen([BIN / "servicebench", "relay", str(BAUD), *map(str, ports)],
+                               stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+    try:
+        yield process.stdout.readline().split()
+    finally:
+        process.stdin.close()
+        process.wait(10)
+
+
+def measure_sale(table, folder):
+    for protocol in PROTOCOLS:
+        place = folder / protocol
+        place.mkdir()
+        with SoftwareRegister(str(BIN / "spf-emulator"), "--registers", "2") as registers:
+            ports = [port for _, port in registers.lines]
+            with running(place, ports[:1], protocol) as service:
+                told = measure("compare", os.environ["FRSPF_PLUGIN"], f"tcp:127.0.0.1:{ports[1]}", protocol,
+                               place / "direct.sqlite", port_of(service), "r0", SALES[protocol])
+        direct, through = told["direct"], told["service"]
+        usual = statistics.median(direct)
+        table.add(f"{protocol} sale made directly, median", usual, "ms")
+        table.add(f"{protocol} sale made directly, p99", percentile(direct, 0.99), "ms")
+        table.add(f"{protocol} sale through the service, median", statistics.median(through), "ms")
+        table.add(f"{protocol} sale through the service, p99", percentile(through, 0.99), "ms")
+        table.add(f"{protocol}: what the service adds, median", statistics.median(through) - usual, "ms", 5)
+        # Stricter than to compare with the slowest direct ones.
+        table.add(f"{protocol}: what the service adds to the median, p99", percentile(through, 0.99) - usual, "ms", 20)
+
+
+def memory_of(service):
+    """Proportional set size of the service and its workers, MiB; how many workers; that of the service alone."""
+    pids = [service.process.pid]
+    children = Path(f"/proc/{pids[0]}/task/{pids[0]}/children").read_text(encoding="ascii")
+    pids += [int(pid) for pid in children.split()]
+    sizes = []
+    for pid in pids:
+        rollup = Path(f"/proc/{pid}/smaps_rollup").read_text(encoding="ascii")
+        sizes.append(int(re.search(r"^Pss:\s+(\d+)", rollup, re.MULTILINE)[1]) / 1024)
+    return sum(sizes), len(pids) - 1, sizes[0]
+
+
+def measure_registers(table, folder):
+    for protocol in PROTOCOLS:
+        alone = None
+        for count in LOADS:
+            place = folder / f"{protocol}{count}"
+            place.mkdir()
+            with SoftwareRegister(str(BIN / "spf-emulator"), "--registers", str(count)) as registers, \
+                    serial_lines([port for _, port in registers.lines]) as lines, running(place, lines, protocol) as service:
+                told = measure("load", port_of(service), SECONDS, *(f"r{number}" for number in range(count)))
+                rate = told["sales"] / told["seconds"]
+                table.add(f"{protocol}, registers {count}: sales", rate, "a second")
+                alone = alone or rate
+                if count > 1:
+                    table.add(f"{protocol}, registers {count}: to {count} times one", rate / (count * alone), "", 0.95, least=True)
+                if count == LOADS[-1]:
+                    whole, workers, own = memory_of(service)
+                    table.add(f"{protocol}, {workers} workers and the service: memory (PSS)", whole, "MB", 160)
+                    table.add(f"{protocol}, of that the service", own, "MB")
+
+
+def lengthen(journal):
+    """Copies of the documents that were made, with ids of their own, as many as there are to be: through the store, which
+    writes each to the disk three times, this would take hours."""
+    with contextlib.closing(sqlite3.connect(journal, isolation_level=None)) as base:
+        base.execute("PRAGMA synchronous = OFF")
+        columns = [row[1] for row in base.execute("PRAGMA table_info(documents)")]
+        copied = ", ".join(one for one in columns if one not in ("sequence", "id", "digest"))
+        notes = [row[1] for row in base.execute("PRAGMA table_info(attempts)")]
+        noted = ", ".join(one for one in notes if one not in ("sequence", "id"))
+        originals = [row[0] for row in base.execute("SELECT id FROM documents WHERE state = 'issued' AND kind = 'sell'")]
+        known = base.execute("SELECT count(*) FROM documents").fetchone()[0]
+        base.execute("BEGIN")
+        for number, first in enumerate(originals):
+            share = range(known + number, DOCUMENTS, len(originals))
+            base.execute(
+                f"WITH RECURSIVE n(i) AS (SELECT {share.start} UNION ALL SELECT i + {share.step} FROM n WHERE i + {share.step} < {DOCUMENTS}) "
+                f"INSERT INTO documents (id, digest, {copied}) SELECT printf('bench:%08d', i), hex(randomblob(32)), {copied} "
+                "FROM n, documents WHERE documents.id = ?", (first,))
+            base.execute(
+                f"INSERT INTO attempts (id, {noted}) SELECT made.id, {noted.replace('document', 'attempts.document')} "
+                "FROM documents AS made, attempts WHERE attempts.id = ? AND made.id BETWEEN 'bench:00000000' AND 'bench:99999999' "
+                f"AND CAST(substr(made.id, 7) AS INTEGER) % {share.step} = {share.start % share.step}", (first,))
+        base.execute("COMMIT")
+        base.execute("PRAGMA wal_checkpoint(TRUNCATE)")
+        return base.execute("SELECT count(*) FROM documents").fetchone()[0]
+
+
+class Asker:
+    def __init__(self, service):
+        self.connection = http.client.HTTPConnection(f"127.0.0.1:{port_of(service)}", timeout=120)
+
+    def ask(self, path):
+        begun = time.monotonic()
+        self.connection.request("GET", path)
+        with self.connection.getresponse() as response:
+            body = json.loads(response.read())
+            if response.status != 200:
+                sys.exit(f"{path}: {response.status} {body}")
+        return (time.monotonic() - begun) * 1000, body
+
+
+def times_by_id(asker, known):
+    # Far apart, so that hardly any page of the file is met twice.
+    return [asker.ask(f"/v1/documents/bench:{known + number * 7919 % (DOCUMENTS - known):08d}")[0] for number in range(QUESTIONS)]
+
+
+def search_for_ever(service, is_over, told):
+    asker = Asker(service)
+    while not is_over.is_set():
+        spent, body, pages = 0, {"next": None}, 0
+        while pages == 0 or body["next"] and not body["documents"]:
+            took, body = asker.ask("/v1/documents?text=no-such-text" + (f"&cursor={body['next']}" if body["next"] else ""))
+            spent, pages = spent + took, pages + 1
+        told.append(spent)
+
+
+def measure_journal(table, folder):
+    with SoftwareRegister(str(BIN / "spf-emulator")) as registers:
+        ports = [port for _, port in registers.lines]
+        with running(folder, ports, "HEX") as service:
+            for number in range(100):
+                answer = service.ask("POST", "/v1/registers/r0/documents", SALE, Idempotency_Key=f"first:{number:04d}", Prefer="wait=30")
+                assert answer.status == 201, answer
+        begun = time.monotonic()
+        count = lengthen(folder / "journal.sqlite")
+        size = (folder / "journal.sqlite").stat().st_size / 1e6
+        print(f"a journal of {count} documents, {size:.0f} MB, made in {time.monotonic() - begun:.0f} s", flush=True)
+        begun = time.monotonic()
+        with running(folder, ports, "HEX") as service:
+            table.add("start with a million documents until ready", time.monotonic() - begun, "s")
+            asker = Asker(service)
+            times = times_by_id(asker, 100)
+            table.add("GET by id of a million documents, median", statistics.median(times), "ms")
+            table.add("GET by id of a million documents, p99", percentile(times, 0.99), "ms", 5)
+            for query in ("limit=50", "limit=50&state=notIssued", "register=r0&state=unknown", "since=2100-01-01T00:00:00Z"):
+                took, _ = asker.ask("/v1/documents?" + query)
+                table.add(f"list of {query}", took, "ms")
+            is_over, searches = threading.Event(), []
+            searching = threading.Thread(target=search_for_ever, args=(service, is_over, searches))
+            searching.start()
+            times = times_by_id(asker, 100)
+            is_over.set()
+            searching.join()
+            table.add("GET by id while all of it is searched for a text, median", statistics.median(times), "ms")
+            table.add("GET by id while all of it is searched for a text, p99", percentile(times, 0.99), "ms", 20)
+            table.add("GET by id while all of it is searched for a text, longest", max(times), "ms")
+            table.add("a search for a text that is nowhere", statistics.median(searches), "ms")
+
+
+def main():
+    parts = {"sale": measure_sale, "registers": measure_registers, "journal": measure_journal}
+    table = Table()
+    for name in sys.argv[3:] or parts:
+        # Beside the build: a folder for temporary files may be memory.
+        with tempfile.TemporaryDirectory(dir=BIN.parent) as folder:
+            parts[name](table, Path(folder))
+    table.print()
+    sys.exit(table.is_missed)
+
+
+main()
