@@ -1,0 +1,106 @@
+"""One batch: registers, service and clients from nothing to the verdict."""
+
+import collections
+import json
+import time
+
+from clients import Clients
+from faults import Faults
+from ledger import Ledger
+from plan import draw_orders, drawn
+from registers import Register
+from service import Service
+from verdict import Evidence, violations
+
+REGISTERS = 8
+CLIENTS = 40
+# A line is tried again after 60 s at the latest, and a HEX register may hold one exchange for 100 s.
+SETTLING = 240
+
+
+class Batch:
+    def __init__(self, programs, folder, seed, documents, silences):
+        self.folder, self.seed, self.count = folder, seed, documents
+        self.registers = [Register(programs.emulator, folder, place) for place in range(REGISTERS)]
+        self.service = Service(programs.frserver, programs.plugin, folder, self.registers)
+        self.ledger = Ledger()
+        names = [register.name for register in self.registers]
+        self.clients = Clients(self.service, self.ledger, draw_orders(seed, documents, names),
+                               lambda what: drawn(seed, what), names)
+        self.faults = Faults(self.service, self.registers, drawn(seed, "faults"), silences, 2)
+
+    def run(self):
+        """Figures, with the violations among them."""
+        begun = time.monotonic()
+        try:
+            self._start()
+            threads = self.clients.start(CLIENTS)
+            self.faults.run(lambda: self.clients.done / self.count,
+                            lambda: not any(thread.is_alive() for thread in threads))
+            self.faults.end()
+            stuck = self._settle()
+            wrong = stuck + self.clients.errors + self.clients.unexpected + violations(self._evidence())
+            return self._figures(wrong, time.monotonic() - begun)
+        finally:
+            self._stop()
+
+    def _start(self):
+        for register in self.registers:
+            register.start()
+        for register in self.registers:
+            register.wait()
+            register.line.start()
+        self.service.start()
+        self.service.wait()
+
+    def _settle(self):
+        """What is under way comes to its end; for what is unknown the same id is posted again, as clients do."""
+        self.service.wait()
+        end = time.monotonic() + SETTLING
+        while time.monotonic() < end:
+            open_ones = self.service.documents("&state=queued,running,unknown")
+            asked = [one for one in open_ones if one["state"] == "unknown" and one["kind"] not in ("xReport", "text")]
+            if len([one for one in open_ones if one["state"] != "unknown"]) + len(asked) == 0 and self._all_ready():
+                return []
+            for one in asked:
+                self._ask_again(one)
+            time.sleep(0.5)
+        return [f"{one['name']} did not come back: {one['state']}, {one['waiting']}, {one['waitingText']}"
+                for one in self.service.registers() if one["state"] != "ready"]
+
+    def _all_ready(self):
+        registers = self.service.registers()
+        return registers and all(one["state"] == "ready" for one in registers)
+
+    def _ask_again(self, document):
+        order = self.ledger.orders[document["id"]]
+        self.service.ask("POST", f"/v1/registers/{document['register']}/documents", order.body, Prefer="wait=5")
+
+    def _evidence(self):
+        journal = {one["id"]: one for one in self.service.documents()}
+        (self.folder / "journal.json").write_text(json.dumps(journal, ensure_ascii=False, indent=1))
+        drives = {register.name: register.documents() for register in self.registers}
+        (self.folder / "drives.json").write_text(json.dumps(drives, ensure_ascii=False, indent=1))
+        with open(self.folder / "told.txt", "w", encoding="utf-8") as file:
+            file.writelines(f"{one}\n" for one in self.ledger.told)
+        drawers = {register.name: register.drawer() for register in self.registers}
+        return Evidence(self.ledger.orders, self.ledger.by_document(), journal, drives, drawers)
+
+    def _figures(self, wrong, seconds):
+        journal = json.loads((self.folder / "journal.json").read_text())
+        states = collections.Counter(
+            one["state"] if one["state"] != "notIssued" else one["reason"] for one in journal.values())
+        drives = json.loads((self.folder / "drives.json").read_text())
+        told = collections.Counter(one.state or one.status or "none" for one in self.ledger.told)
+        return {
+            "seed": self.seed, "seconds": round(seconds, 1), "documents": self.count, "accepted": len(journal),
+            "requests": len(self.ledger.told), "given_up": self.clients.given_up, "told": dict(told),
+            "states": dict(states), "receipts": sum(one["type"] == 3 for own in drives.values() for one in own),
+            "faults": {**self.faults.counts, "cut": sum(one.line.cuts for one in self.registers)},
+            "violations": wrong}
+
+    def _stop(self):
+        self.clients.is_ended = True
+        self.service.program.end()
+        for register in self.registers:
+            register.stop()

@@ -1,0 +1,72 @@
+"""Software registers that keep their state, each with a line of its own."""
+
+import json
+import subprocess
+import time
+import urllib.error
+import urllib.request
+from decimal import Decimal
+
+from lines import PtyLine, TcpLine
+from programs import Program, free_port
+
+READY = 30
+
+
+class Register:
+    """till1, till2 ...: HEX and XML in turn, two over TCP and two on pseudo terminals in turn."""
+
+    def __init__(self, emulator, folder, place):
+        self.name = f"till{place + 1}"
+        self.protocol = "HEX" if place % 2 == 0 else "XML"
+        self.serial = f"001030000000123456{place + 10}"
+        self.folder = folder / self.name
+        self.folder.mkdir()
+        self.emulator = emulator
+        self.tcp, self.panel = free_port(), free_port()
+        self.program = Program(
+            [emulator, "--tcp", self.tcp, "--panel", self.panel, "--quiet", "--state", self.folder / "state",
+             "--serial", self.serial], self.folder / "log")
+        self.line = (TcpLine if place % 4 < 2 else PtyLine)(self.tcp, self.folder)
+
+    def start(self):
+        self.program.start()
+
+    def wait(self):
+        end = time.monotonic() + READY
+        while time.monotonic() < end:
+            try:
+                return self.ask("GET", "/state")
+            except (OSError, urllib.error.URLError):
+                time.sleep(0.05)
+        raise RuntimeError(f"{self.name}: the register does not start: {(self.folder / 'log').read_text()[-500:]}")
+
+    def ask(self, method, path, body=None):
+        data = None if body is None else json.dumps(body).encode()
+        request = urllib.request.Request(f"http://127.0.0.1:{self.panel}/v1{path}", data,
+                                         {"Content-Type": "application/json"}, method=method)
+        with urllib.request.urlopen(request, timeout=10) as answer:
+            text = answer.read()
+        return json.loads(text) if text else None
+
+    def documents(self):
+        """What the fiscal drive has, read from the state that was kept."""
+        told = subprocess.run([self.emulator, "documents", "--state", self.folder / "state", "--json"],
+                              capture_output=True, check=True, timeout=READY)
+        return json.loads(told.stdout)
+
+    def page(self, number):
+        told = subprocess.run([self.emulator, "documents", "--state", self.folder / "state", str(number), "--json"],
+                              capture_output=True, check=True, timeout=READY)
+        return json.loads(told.stdout)
+
+    def drawer(self):
+        return int(Decimal(self.wait()["drawer"]["cash"]) * 100)
+
+    def stop(self):
+        self.line.end()
+        self.program.end()
+
+
+def kopecks(text):
+    return int(Decimal(text) * 100)

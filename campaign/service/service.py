@@ -1,0 +1,87 @@
+"""frserver with the registers that it owns, as its clients reach it."""
+
+import http.client
+import json
+import time
+from pathlib import Path
+
+from programs import Program, free_port
+
+READY = 60
+
+
+class Answer:
+    def __init__(self, status, body):
+        self.status = status
+        self.body = body if isinstance(body, dict) else {}
+
+    @property
+    def state(self):
+        return self.body.get("state")
+
+    @property
+    def reason(self):
+        return self.body.get("reason")
+
+
+class Service:
+    def __init__(self, frserver, plugin, folder, registers):
+        self.port = free_port()
+        config = folder / "frserver.ini"
+        sections = [f"[service]\nlisten = 127.0.0.1:{self.port}\njournal = {folder}/journal.sqlite\n"
+                    f"tokens = {folder}/tokens\nplugin = {plugin}\n"]
+        for register in registers:
+            sections.append(f"[register {register.name}]\nport = {register.line.port}\n"
+                            f"protocol = {register.protocol}\nserial = {register.serial}\nexclusive = yes\n"
+                            "cashier = Иванова А. П.\nallow-test-drive = yes\n")
+        config.write_text("\n".join(sections), encoding="utf-8")
+        self.program = Program([frserver, "--config", config], folder / "frserver.log")
+
+    def start(self):
+        self.program.start()
+
+    def wait(self):
+        end = time.monotonic() + READY
+        while time.monotonic() < end:
+            if (answer := self.ask("GET", "/readyz", timeout=5)) and answer.status == 200:
+                return
+            time.sleep(0.05)
+        raise RuntimeError("the service does not start")
+
+    def workers(self):
+        """Process ids of its children."""
+        process = self.program.process.pid
+        try:
+            children = Path(f"/proc/{process}/task/{process}/children").read_text(encoding="ascii")
+        except OSError:
+            return []
+        return [int(one) for one in children.split()]
+
+    def ask(self, method, path, body=None, timeout=30.0, **headers):
+        """None when no answer came in time, or none that is whole."""
+        connection = http.client.HTTPConnection("127.0.0.1", self.port, timeout=timeout)
+        data = None if body is None else json.dumps(body).encode()
+        try:
+            connection.request(method, path, data, {"Content-Type": "application/json", **headers})
+            response = connection.getresponse()
+            text = response.read()
+            return Answer(response.status, json.loads(text) if text else None)
+        except (OSError, http.client.HTTPException, ValueError):
+            return None
+        finally:
+            connection.close()
+
+    def documents(self, query=""):
+        found, cursor = [], ""
+        while True:
+            answer = self.ask("GET", f"/v1/documents?limit=500{query}{cursor}")
+            if answer is None or answer.status != 200:
+                raise RuntimeError("the journal cannot be read")
+            found += answer.body["documents"]
+            if not answer.body["next"]:
+                return found
+            cursor = f"&cursor={answer.body['next']}"
+
+    def registers(self):
+        answer = self.ask("GET", "/v1/registers")
+        return answer.body["registers"] if answer and answer.status == 200 else []
