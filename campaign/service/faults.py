@@ -11,6 +11,7 @@ WEIGHTS = {"worker": 20, "register": 18, "cut": 34, "service_kill": 7, "service_
 # Between one fault and the next, on average.
 PAUSE = 0.8
 LONGEST_SILENCE = (15, 75)
+PATIENCE_AT_STOP = 5
 
 
 class Faults:
@@ -86,10 +87,11 @@ class Faults:
         self._end_service("service_kill", signal.SIGKILL)
 
     def service_stop(self):
+        """As a service manager does: what has not ended in time, for a silent line for one, is killed."""
         self._end_service("service_stop", signal.SIGTERM)
 
     def _end_service(self, kind, how):
-        self.service.program.end(how)
+        self.service.program.end(how, PATIENCE_AT_STOP)
         self.service.start()
         self.counts[kind] += 1
 

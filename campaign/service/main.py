@@ -10,6 +10,7 @@ import tempfile
 import time
 from pathlib import Path
 
+sys.dont_write_bytecode = True
 sys.path.insert(0, str(Path(__file__).parent))
 # pylint: disable=wrong-import-position
 from batch import Batch  # noqa: E402
@@ -43,9 +44,8 @@ def run_batch(given, folder, seed, size):
     work = folder / seed
     shutil.rmtree(work, ignore_errors=True)
     work.mkdir(parents=True)
-    share = MOST_SILENCES if given.silences is None else given.silences
-    silences = min(size // 100, share * size // given.service) if given.silences is None else share * size // given.service
-    figures = Batch(given, work, seed, size, silences).run()
+    wanted = min(given.service // 100, MOST_SILENCES) if given.silences is None else given.silences
+    figures = Batch(given, work, seed, size, wanted * size // given.service).run()
     done.write_text(json.dumps(figures, ensure_ascii=False, indent=1), encoding="utf-8")
     if not figures["violations"]:
         shutil.rmtree(work)

@@ -35,12 +35,13 @@ class Program:
     def kill(self):
         self.end(signal.SIGKILL)
 
-    def end(self, how=signal.SIGTERM):
+    def end(self, how=signal.SIGTERM, patience=PATIENCE):
+        """Killed when it has not ended in that time."""
         if self.is_alive():
             self.process.send_signal(how)
         if self.process is not None:
             try:
-                self.process.wait(PATIENCE)
+                self.process.wait(patience)
             except subprocess.TimeoutExpired:
                 self.process.kill()
                 self.process.wait()

@@ -4,7 +4,7 @@ import collections
 
 ROWS = (
     ("documents that clients wanted", "documents"), ("requests of clients", "requests"),
-    ("requests that were given up, or ended without an answer", "told.none"), ("documents in the journal", "accepted"),
+    ("requests that were given up, or ended without an answer", "told.none"), ("refused by a service that was stopping (503)", "told.503"), ("documents in the journal", "accepted"),
     ("issued", "states.issued"), ("receipts on the registers", "receipts"),
     ("not issued: expired", "states.expired"), ("not issued: withdrawn", "states.deleted"),
     ("not issued: refused by the register", "states.refused"), ("not issued: failed", "states.failed"),

@@ -1,0 +1,127 @@
+#!/usr/bin/python3
+"""The campaign's verdict over the service finds each fault that is planted, and none where all agree."""
+
+import copy
+import dataclasses
+import sys
+import unittest
+from pathlib import Path
+
+sys.dont_write_bytecode = True
+sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "campaign" / "service"))
+# pylint: disable=wrong-import-position
+from ledger import Order, Told, seconds  # noqa: E402
+from verdict import Evidence, violations  # noqa: E402
+
+NOON = "2026-03-01T12:00:00"
+DRIVE = "9999000000000001"
+
+
+def row(name, kind, state, **more):
+    return {"id": name, "kind": kind, "register": "till1", "state": state, "reason": None, "drive": DRIVE,
+            "documentNumber": None, "begun": f"{NOON}.100Z", "settled": f"{NOON}.900Z",
+            "startBefore": "2026-03-01T12:00:05.000Z", **more}
+
+
+def told(name, state, number=None, sent=0.0, **more):
+    return Told(name, True, seconds(f"{NOON}Z") + sent, seconds(f"{NOON}Z") + sent + 1, 201 if number else 409,
+                state, number=number, drive=DRIVE, **more)
+
+
+def sound():
+    """One sale, one that expired, one that nobody was told of, cash and a Z report."""
+    orders = [Order("sale:0001", "sell", 101, "till1", "patient"),
+              Order("sale:0002", "sell", 102, "till1", "patient", 1),
+              Order("sale:0003", "sell", 103, "till1", "gone"),
+              Order("cash:0001", "cashIn", 500, "till1", "patient")]
+    journal = [row("sale:0001", "sell", "issued", documentNumber=3), row("sale:0002", "sell", "notIssued"),
+               row("cash:0001", "cashIn", "issued"), row("shift:0001", "zReport", "issued", documentNumber=4)]
+    documents = [{"number": 2, "type": 2, "dateTime": NOON}, {"number": 3, "type": 3, "total": "1.01", "dateTime": NOON},
+                 {"number": 4, "type": 5, "dateTime": NOON}]
+    for document in documents:
+        document["dateTime"] += "+00:00"
+    return Evidence(
+        {one.id: one for one in orders},
+        {"sale:0001": [told("sale:0001", "issued", 3)],
+         "sale:0002": [told("sale:0002", "notIssued", reason="expired", settled=f"{NOON}.900Z")],
+         "sale:0003": [Told("sale:0003", True, 0, 1)]},
+        {one["id"]: one for one in journal}, {"till1": documents}, {"till1": 601})
+
+
+def twice(evidence):
+    evidence.drives["till1"].append({**evidence.drives["till1"][1], "number": 5})
+
+
+def on_another_register(evidence):
+    evidence.drives["till2"] = [{**evidence.drives["till1"][1], "number": 3}]
+
+
+def printed_after_it_expired(evidence):
+    evidence.drives["till1"].append({"number": 5, "type": 3, "total": "1.02", "dateTime": f"{NOON}+00:00"})
+
+
+def printed_without_an_answer(evidence):
+    evidence.drives["till1"].append({"number": 5, "type": 3, "total": "1.03", "dateTime": f"{NOON}+00:00"})
+
+
+def belief(name, **changes):
+    def plant(evidence):
+        evidence.told[name][0] = dataclasses.replace(evidence.told[name][0], **changes)
+    return plant
+
+
+def journal(name, **changes):
+    def plant(evidence):
+        evidence.journal[name].update(changes)
+    return plant
+
+
+FAULTS = {
+    "printed twice": (twice, "on the registers 2 times"),
+    "printed on two registers": (on_another_register, "on the registers 2 times"),
+    "printed though it expired": (printed_after_it_expired, "of which the journal says ('notIssued'"),
+    "printed, and nobody knows": (printed_without_an_answer, "of which the journal says ('missing'"),
+    "printed for nobody": (lambda evidence: evidence.orders.pop("sale:0001"), "was ordered by nobody"),
+    "issued, and on no register": (lambda evidence: evidence.drives["till1"].pop(1), "is issued, and on no register"),
+    "a Z report too many": (
+        lambda evidence: evidence.drives["till1"].append({"number": 5, "type": 5, "dateTime": NOON}), "Z reports [4, 5]"),
+    "lost by the journal": (lambda evidence: evidence.journal.pop("sale:0002"), "the journal does not know it"),
+    "the number that was told is another": (belief("sale:0001", number=2), "was told to be issued as"),
+    "told to be issued": (belief("sale:0002", state="issued"), "was told to be issued as"),
+    "told not to be issued": (belief("sale:0001", state="notIssued"), "was told to be not issued"),
+    "told not to be issued when it was printed": (
+        belief("sale:0001", state="notIssued", settled="2026-03-01T12:00:03.000Z"), "when it had been printed"),
+    "begun after its time": (journal("sale:0001", startBefore=f"{NOON}.000Z"), "begun 0.100 s after its time"),
+    "printed before it was begun": (journal("sale:0001", begun="2026-03-01T12:00:02.000Z"), "was printed at"),
+    "cash twice": (lambda evidence: evidence.drawers.update(till1=1101), "has 1101 kopecks in its drawer"),
+    "a sale that is unknown": (journal("sale:0002", state="unknown"), "is unknown at the end"),
+    "cash that waits": (journal("cash:0001", state="queued"), "is queued at the end"),
+}
+
+
+class Verdict(unittest.TestCase):
+    def test_all_agree(self):
+        self.assertEqual([], violations(sound()))
+
+    def test_faults(self):
+        for name, (plant, expected) in FAULTS.items():
+            with self.subTest(name):
+                evidence = copy.deepcopy(sound())
+                plant(evidence)
+                self.assertIn(expected, "\n".join(violations(evidence)))
+
+    def test_what_comes_later_is_no_contradiction(self):
+        """Not issued, and then posted again: the second attempt is another one."""
+        evidence = sound()
+        evidence.told["sale:0001"].insert(0, told("sale:0001", "notIssued", sent=-5))
+        self.assertEqual([], violations(evidence))
+
+    def test_what_was_begun_late_by_the_clients_clock(self):
+        evidence = sound()
+        evidence.orders["sale:0001"] = dataclasses.replace(evidence.orders["sale:0001"], start_before=0.05)
+        evidence.journal["sale:0001"]["begun"] = "2026-03-01T12:00:01.500Z"
+        self.assertIn("after the time that its client gave", "\n".join(violations(evidence)))
+
+
+if __name__ == "__main__":
+    unittest.main()
