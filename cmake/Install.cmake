@@ -78,6 +78,7 @@ install(FILES docs/host-guide.md docs/host-guide.ru.md docs/limits.md docs/outpu
 # A program of its own, on machines that have nothing else.
 set_target_properties(frserver PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 install(TARGETS frserver RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT server)
+install(TARGETS frspf-draw RUNTIME DESTINATION ${FRSERVER_LIBEXEC_INSTALL_DIR} COMPONENT server)
 # Where systemd looks, whatever the architecture.
 install(FILES cmake/debian/frserver.service DESTINATION lib/systemd/system COMPONENT server)
 install(FILES docs/frserver.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT server)

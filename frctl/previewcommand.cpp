@@ -7,6 +7,7 @@
 #include "pagedrawer.h"
 #include "previewregister.h"
 #include "receipttexts.h"
+#include "refused.h"
 #include "tape/pagetext.h"
 #include "textcheck.h"
 
@@ -45,6 +46,22 @@ Output shown(const tape::Page& page)
 {
     const QStringList lines = tape::toText(page);
     return {lines, {{QStringLiteral("lines"), QJsonArray::fromStringList(lines)}}};
+}
+
+CheckError refusal(const preview::Refused& refused)
+{
+    return CheckError(QStringLiteral("ReceiptError"),
+        {{receipt::Finding::Error, {}, {}, tr("the register refuses it: ") + refused.why()}});
+}
+
+tape::Page issuedPage(const Options& options, const receipt::Receipt& receipt)
+{
+    try {
+        return preview::PreviewRegister({options.connection(), options.receiptProtocol(), options.paperWidth})
+            .issued(receipt);
+    } catch (const preview::Refused& refused) {
+        throw refusal(refused);
+    }
 }
 
 const QString standardOutput = QStringLiteral("-");
@@ -87,7 +104,7 @@ Task preparePreview(const Options& options)
         options.warnings->add({{receipt::Finding::Warning, QStringLiteral("electronically"), {},
             tr("a register prints nothing of it; shown is what it would print")}});
     return alone([options, format, receipt] {
-        const tape::Page page = PreviewRegister(options, options.paperWidth).issued(receipt);
+        const tape::Page page = issuedPage(options, receipt);
         return format == nullptr ? shown(page) : written(page, *format, options.*format->file);
     });
 }

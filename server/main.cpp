@@ -2,6 +2,7 @@
 #include "http/listenerror.h"
 #include "http/tlserror.h"
 #include "journalplace.h"
+#include "preview/previewjob.h"
 #include "program/certificatecommand.h"
 #include "program/journalcommands.h"
 #include "program/options.h"
@@ -190,6 +191,8 @@ int main(int argc, char* argv[])
     }
     if (options.command == Options::Command::Worker)
         return runWorker();
+    if (options.command == Options::Command::Preview)
+        return runPreview();
     try {
         return run(options);
     } catch (const ConfigurationError& error) {

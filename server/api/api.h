@@ -13,6 +13,8 @@
 
 namespace frserver {
 
+class Painter;
+
 /// The interface over HTTP: what its routes share. It knows registers, the journal and nothing of processes.
 class Api
 {
@@ -31,6 +33,8 @@ public:
     void add(Till& till);
     /// Whom it lets in. Nobody when tokens are wanted and there are none.
     void setTokens(bool areWanted, const QList<TokenEntry>& entries);
+    /// Who draws receipts; must outlive it.
+    void setPainter(Painter& painter) { m_painter = &painter; }
     http::Site& site() { return m_site; }
     const http::Site& site() const { return m_site; }
 
@@ -52,6 +56,8 @@ public:
     sale::DocumentStore& store() { return m_store; }
     const sale::DocumentStore& store() const { return m_store; }
     Owners& owners() const { return m_owners; }
+    /// Null when nobody draws.
+    Painter* painter() const { return m_painter; }
     Waiters& waiters() { return m_waiters; }
     const http::EventStream& events() const { return m_events; }
     const OpenList& openDocuments() const { return m_open; }
@@ -78,6 +84,7 @@ private:
     Owners& m_owners;
     Settings m_settings;
     std::map<QString, Till*> m_tills;
+    Painter* m_painter = nullptr;
     http::Site m_site;
     http::EventStream m_events;
     OpenList m_open;

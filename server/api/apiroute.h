@@ -25,6 +25,7 @@ const QList<ApiRoute>& documentRoutes();
 const QList<ApiRoute>& documentListRoutes();
 const QList<ApiRoute>& registerRoutes();
 const QList<ApiRoute>& checkRoutes();
+const QList<ApiRoute>& pictureRoutes();
 const QList<ApiRoute>& eventRoutes();
 /// Outside /v1.
 const QList<ApiRoute>& healthRoutes();

@@ -112,6 +112,20 @@ public:
             readReceipt();
     }
 
+    /// A document of another kind is no receipt.
+    void requireReceipt()
+    {
+        if (m_isReadable && sale::plainKindOf(m_document.kind))
+            fail(QStringLiteral("type"), QStringLiteral("is no receipt, of which alone there are pictures"),
+                m_document.kind);
+    }
+
+    QByteArray completedBody() const
+    {
+        const bool isCompleted = !m_document.returnOf.isEmpty() && m_rules.completed;
+        return isCompleted ? m_rules.completed(m_document) : m_document.body;
+    }
+
     const sale::DocumentRequest& document() const { return m_document; }
     const QList<Finding>& findings() const { return m_findings; }
 
@@ -142,10 +156,8 @@ private:
     {
         m_document.body = body();
         try {
-            const bool isCompleted = !m_document.returnOf.isEmpty() && m_rules.completed;
             const receipt::CheckedReceipt checked
-                = receipt::checkedReceipt(isCompleted ? m_rules.completed(m_document) : m_document.body,
-                    {m_rules.protocol, m_rules.now.date()});
+                = receipt::checkedReceipt(completedBody(), {m_rules.protocol, m_rules.now.date()});
             m_findings += checked.findings;
             takeReceipt(checked.receipt);
         } catch (const receipt::ReceiptError& error) {
@@ -192,13 +204,18 @@ void throwErrors(const QList<Finding>& findings)
         (finding.severity == Finding::Error ? errors : warnings).append(finding);
     if (errors.isEmpty())
         return;
-    throw http::Problem(400, QStringLiteral("document-wrong"), QStringLiteral("The document is wrong"),
+    throw wrongDocument(errors, warnings);
+}
+
+} // namespace
+
+http::Problem wrongDocument(const QList<Finding>& errors, const QList<Finding>& warnings)
+{
+    return http::Problem(400, QStringLiteral("document-wrong"), QStringLiteral("The document is wrong"),
         QStringLiteral("Nothing was stored. Correct what errors names; the id may stay."))
         .with(QStringLiteral("errors"), sale::findingsJson(errors))
         .with(QStringLiteral("warnings"), sale::findingsJson(warnings));
 }
-
-} // namespace
 
 sale::DocumentRequest postedDocument(const http::Request& request, const PostingRules& rules)
 {
@@ -217,6 +234,16 @@ QList<Finding> documentFindings(const QByteArray& body, const PostingRules& rule
     posting.takePosting();
     posting.readDocument();
     return posting.findings();
+}
+
+QByteArray receiptToDraw(const QByteArray& body, const PostingRules& rules)
+{
+    Posting posting(body, rules);
+    posting.takePosting();
+    posting.readDocument();
+    posting.requireReceipt();
+    throwErrors(posting.findings());
+    return posting.completedBody();
 }
 
 } // namespace frserver

@@ -3,6 +3,7 @@
 #include "api/postingrules.h"
 #include "documentrequest.h"
 #include "finding.h"
+#include "http/problem.h"
 #include "http/request.h"
 
 #include <QList>
@@ -17,5 +18,13 @@ sale::DocumentRequest postedDocument(const http::Request& request, const Posting
 
 /// All that is to be said of a document, errors and warnings, for a check: it need not have an id.
 QList<receipt::Finding> documentFindings(const QByteArray& body, const PostingRules& rules);
+
+/// A receipt that need not have an id, with what the sale says whose goods come back. Throws http::Problem
+/// (400) with all that is wrong.
+QByteArray receiptToDraw(const QByteArray& body, const PostingRules& rules);
+
+/// 400.
+http::Problem wrongDocument(
+    const QList<receipt::Finding>& errors, const QList<receipt::Finding>& warnings = {});
 
 } // namespace frserver

@@ -21,6 +21,9 @@ public:
         /// Seconds in which a document is begun that says nothing of it; 0 for any time.
         int startBefore = 0;
         bool hasCashier = false;
+        /// Of pictures of receipts that name none.
+        QString cashier = {};
+        QString cashierInn = {};
     };
 
     explicit Till(const Settings& settings)

@@ -40,9 +40,11 @@ void describe(QCommandLineParser& parser)
             QStringLiteral("NAMES")},
     });
     // The service starts them itself.
-    QCommandLineOption worker(QStringLiteral("worker"));
-    worker.setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOption(worker);
+    for (const char* const name : {"worker", "preview"}) {
+        QCommandLineOption hidden(QString::fromLatin1(name));
+        hidden.setFlags(QCommandLineOption::HiddenFromHelp);
+        parser.addOption(hidden);
+    }
 }
 
 struct CommandRow
@@ -83,7 +85,9 @@ QString fill(const QCommandLineParser& parser, Options& options)
     const std::optional<Command> command = commandOf(words, options.name);
     if (!command)
         return QStringLiteral("\"%1\" is none of its commands; see --help").arg(words.join(QLatin1Char(' ')));
-    options.command = parser.isSet(QStringLiteral("worker")) ? Command::Worker : *command;
+    options.command = parser.isSet(QStringLiteral("worker")) ? Command::Worker
+        : parser.isSet(QStringLiteral("preview"))            ? Command::Preview
+                                                             : *command;
     options.configFile = parser.value(QStringLiteral("config"));
     options.listen = parser.value(QStringLiteral("listen"));
     options.role = parser.value(QStringLiteral("role"));

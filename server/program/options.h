@@ -11,6 +11,7 @@ struct Options
     enum class Command {
         Serve,
         Worker,
+        Preview,
         CheckConfig,
         AddToken,
         ListTokens,

@@ -32,6 +32,11 @@ QList<RegisterSettings> withPluginPlaces(QList<RegisterSettings> registers)
     return registers;
 }
 
+QStringList pluginPlaces(const ServiceSettings& settings)
+{
+    return settings.plugins.isEmpty() ? devices::usualPluginPlaces() : settings.plugins;
+}
+
 Api::Settings apiSettings(const ServiceSettings& settings)
 {
     return {.queueLimit = settings.queueLimit, .version = QCoreApplication::applicationVersion().toUtf8()};
@@ -39,7 +44,8 @@ Api::Settings apiSettings(const ServiceSettings& settings)
 
 Till::Settings tillSettings(const RegisterSettings& settings)
 {
-    return {settings.name, settings.protocol, settings.timeZone, settings.startBefore, settings.hasCashier()};
+    return {settings.name, settings.protocol, settings.timeZone, settings.startBefore, settings.hasCashier(),
+        settings.cashier, settings.cashierInn};
 }
 
 } // namespace
@@ -52,9 +58,11 @@ Service::Service(const Configuration& configuration, const QString& journal)
     , m_outbox(journal, patienceMs)
     , m_tokens(tokenFile(configuration.service, journal))
     , m_rack(withPluginPlaces(configuration.registers), m_store, createWorker, {.journal = journal})
+    , m_pictures({.plugins = pluginPlaces(configuration.service)})
     , m_api(m_store, m_owners, apiSettings(configuration.service))
     , m_server(m_api.site())
 {
+    m_api.setPainter(m_pictures);
     if (m_store.isMoved())
         throw sale::JournalError(QStringLiteral("the journal %1 has moved to another machine").arg(journal));
     for (const auto& [name, agent] : m_rack.agents())

@@ -6,6 +6,7 @@
 #include "http/server.h"
 #include "program/agenttill.h"
 #include "program/listenaddress.h"
+#include "program/pictureprocesses.h"
 #include "rack/rack.h"
 #include "sqlitestore.h"
 #include "webhook/webhook.h"
@@ -51,6 +52,7 @@ private:
     TokenFile m_tokens;
     Rack m_rack;
     std::vector<std::unique_ptr<AgentTill>> m_tills;
+    PictureProcesses m_pictures;
     Api m_api;
     std::unique_ptr<Webhook> m_webhook;
     http::Server m_server;

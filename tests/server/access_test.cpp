@@ -67,6 +67,7 @@ TEST_F(AccessTest, LetsEachRoleDoItsOwn)
         {"POST", "/v1/documents/document:1/move", R"({"register":"till2"})", {403, 403, 404, 200, 401}},
         {"POST", "/v1/registers/till1/pause", "", {403, 403, 403, 202, 401}},
         {"POST", "/v1/check", cashIn, {200, 200, 200, 200, 401}},
+        {"POST", "/v1/preview", sale(), {200, 200, 200, 200, 401}},
         {"GET", "/metrics", "", {200, 200, 200, 200, 401}},
         {"GET", "/healthz", "", {200, 200, 200, 200, 200}},
         {"GET", "/v1/openapi.json", "", {200, 200, 200, 200, 200}},
@@ -79,6 +80,25 @@ TEST_F(AccessTest, LetsEachRoleDoItsOwn)
                 {{"Authorization", "Bearer " + token}, {"Prefer", "wait=0"}})
                                 .status);
         EXPECT_EQ(statuses, row.statuses) << row.method << ' ' << row.target;
+    }
+}
+
+TEST_F(AccessTest, DrawsASellerItsOwnAlone)
+{
+    const QByteArray back = R"({"type":"sellReturn","taxationType":"osn","returnOf":"document:1",)"
+                            R"("items":[{"name":"Хлеб Бородинский 400 г","quantity":1}],)"
+                            R"("payments":[{"type":"cash","sum":64.90}]})";
+    post("document:1", sale(), {}, "till1", "seller");
+    issue("document:1");
+    for (const auto& [token, drawn, previewed] :
+        {std::tuple("seller", 200, 200), std::tuple("other", 404, 400)}) {
+        EXPECT_EQ(status(token, "GET", "/v1/documents/document:1/picture"), drawn) << token;
+        const Served served = as(token, "POST", "/v1/preview?register=till1", back);
+        EXPECT_EQ(served.status, previewed) << token << served.all();
+        // What that sale says would be told by the picture.
+        EXPECT_EQ(painter.ordered.receipt.contains("64.9,"), drawn == 200)
+            << painter.ordered.receipt.toStdString();
+        painter.ordered = {};
     }
 }
 

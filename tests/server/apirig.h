@@ -1,6 +1,8 @@
 #pragma once
 
 #include "api/api.h"
+#include "api/painter.h"
+#include "api/pictureformat.h"
 #include "sqlitestore.h"
 
 #include <gtest/gtest.h>
@@ -32,6 +34,19 @@ public:
     QString state = "ready";
     QString waiting;
     QStringList told;
+};
+
+/// Draws nothing and remembers what it was to draw.
+class FakePainter : public frserver::Painter
+{
+public:
+    http::Answer paint(const frserver::PictureOrder& order) override
+    {
+        ordered = order;
+        return http::Response::bytes("picture", frserver::pictureType(order.format));
+    }
+
+    frserver::PictureOrder ordered;
 };
 
 /// A journal that may fail.
@@ -86,6 +101,7 @@ protected:
     {
         api.add(till1);
         api.add(till2);
+        api.setPainter(painter);
     }
 
     Served ask(const QByteArray& method, const QByteArray& target, const QByteArray& body = {},
@@ -164,6 +180,7 @@ protected:
     frserver::Owners owners{folder.filePath("journal.sqlite"), 1000};
     FakeTill till1{{"till1", receipt::Protocol::Hex, QTimeZone::utc(), 120, true}};
     FakeTill till2{{"till2", receipt::Protocol::Xml, QTimeZone::utc(), 0, false}};
+    FakePainter painter;
     frserver::Api api{store, owners, {.queueLimit = 4, .version = "1.2.3"}};
 };
 

@@ -1,4 +1,6 @@
 #include "apirig.h"
+#include "drawscript.h"
+#include "program/pictureprocesses.h"
 
 #include "tests/http/apirecord.h"
 #include "tests/http/askrow.h"
@@ -56,6 +58,13 @@ const AskRow askRows[] = {
     {"POST", "/v1/check?protocol=HEX", "{", 200, "\"acceptedOver\":[]"},
     {"POST", "/v1/check?protocol=TCP", "{}", 400},
     {"POST", "/v1/check?register=till3", "{}", 404},
+    {"POST", "/v1/preview", R"({"type":"sell","items":[]})", 400, "payments"},
+    {"POST", "/v1/preview", R"({"type":"zReport"})", 400, "no receipt"},
+    {"POST", "/v1/preview?protocol=TCP", "{}", 400, "XML or HEX"},
+    {"POST", "/v1/preview?register=till3", "{}", 404},
+    {"GET", "/v1/documents/document:1/picture", "", 200},
+    {"GET", "/v1/documents/document:2/picture", "", 404, "no-picture"},
+    {"GET", "/v1/documents/document:9/picture", "", 404, "no document"},
     {"GET", "/v1/events", "", 200},
     {"GET", "/v1/openapi.json", "", 200, "3.1.0"},
     {"GET", "/healthz", "", 200, "ok"},
@@ -118,6 +127,33 @@ protected:
         EXPECT_EQ(posted("document:8", foreign).text("type"), "return-refused");
     }
 
+    void draw()
+    {
+        const QByteArray target = "/v1/preview?register=till1";
+        const auto typeFor = [&](const QByteArray& accept) {
+            const Served served = record("POST", target, sale(), {{"Accept", accept}});
+            return served.status == 200 ? served.type() : QByteArray::number(served.status);
+        };
+        for (const char* const accept : {"", "*/*", "image/*, text/html", "image/png;q=0.5, image/svg+xml"})
+            EXPECT_EQ(typeFor(accept), "image/svg+xml") << accept;
+        for (const char* const accept :
+            {"image/png", "image/svg+xml;q=0.1, image/*", "image/svg+xml; q=0, */*"})
+            EXPECT_EQ(typeFor(accept), "image/png") << accept;
+        EXPECT_EQ(typeFor("application/json, image/png;q=0"), "406");
+        const QByteArray drawn = "/v1/documents/document:1/picture";
+        record("GET", drawn, {}, {{"Accept", "text/html"}});
+        for (const char* const lines : {"exit 1", "exit 3", "echo no; exit 4"}) {
+            frserver::PictureProcesses pictures({.program = drawScript(folder.filePath("draw"), lines)});
+            api.setPainter(pictures);
+            for (const auto& [method, path] : {std::pair("GET", drawn), std::pair("POST", target)}) {
+                const Served served = ask(method, path, sale());
+                ASSERT_TRUE(becomes([&] { return served.pending->isOver(); }));
+                note(method, path, served.later());
+            }
+        }
+        api.setPainter(painter);
+    }
+
     void pause()
     {
         const QByteArray target = "/v1/registers/till1/pause";
@@ -149,6 +185,7 @@ protected:
             {"POST", "/v1/registers/till2/resume", ""},
             {"POST", "/v1/registers/till2/accept", ""},
             {"POST", "/v1/check?register=till1", cashIn},
+            {"POST", "/v1/preview?register=till1", sale()},
         };
         api.setTokens(true, {{"looker", "read", {"till2"}, http::Tokens::hashOf("secret")}});
         for (const Row& row : rows)
@@ -183,6 +220,7 @@ TEST_F(DescriptionTest, AnswersAsItSays)
     fill();
     for (const AskRow& row : askRows)
         expectAnswer(row, record(row.method, row.path, row.body));
+    draw();
     pause();
     askWithTokens();
     askInVain();

@@ -60,6 +60,16 @@ class Client:
         self.token = None
 
     def ask(self, method, path, body=None, **headers):
+        with self.asked(method, path, body, headers) as response:
+            return Answer(response)
+
+    def bytes(self, method, path, body, accept):
+        """For what may be no JSON: status, type and all of it."""
+        with self.asked(method, path, body, {"Accept": accept}) as response:
+            return response.status, response.headers["Content-Type"], response.read()
+
+    @contextlib.contextmanager
+    def asked(self, method, path, body, headers):
         connection = http.client.HTTPConnection(self.place, timeout=PATIENCE)
         headers = {name.replace("_", "-"): value for name, value in headers.items()}
         if self.token:
@@ -69,7 +79,7 @@ class Client:
         with contextlib.closing(connection):
             connection.request(method, path, body, headers)
             with connection.getresponse() as response:
-                return Answer(response)
+                yield response
 
     def events(self):
         return Events(self.place, self.token)
@@ -147,6 +157,9 @@ class Service(Program):
 
     def ask(self, method, path, body=None, **headers):
         return self.client.ask(method, path, body, **headers)
+
+    def bytes(self, *asked):
+        return self.client.bytes(*asked)
 
     def post(self, body, name="till1", wait=PATIENCE - 15, **more):
         return self.ask("POST", f"/v1/registers/{name}/documents", {**body, **more}, Prefer=f"wait={wait}")

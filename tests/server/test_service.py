@@ -96,6 +96,22 @@ class Sales(ServiceTest):
         rest = self.service.ask("GET", f"/v1/documents?cursor={listed['next']}")
         self.assertEqual((7, None), (len(rest["documents"]), rest["next"]))
 
+    def test_pictures(self):
+        self.assert_issued(self.service.post(SALE, id="sale:0003"))
+        for accept, beginning in (("image/svg+xml", b"<svg"), ("image/png", b"\x89PNG")):
+            for method, path, body in (("GET", "/v1/documents/sale:0003/picture", None), ("POST", "/v1/preview", SALE),
+                                       ("POST", "/v1/preview?register=till1", receipt("return"))):
+                status, kind, picture = self.service.bytes(method, path, body, accept)
+                self.assertEqual((200, accept), (status, kind), picture)
+                self.assertTrue(picture.startswith(beginning), picture[:80])
+                if beginning == b"<svg":
+                    self.assertIn("Хлеб Бородинский", picture.decode())
+        # What its rules allow, and a register does not.
+        refused = {**SALE, "payments": [{"type": "cash", "sum": 300}]}
+        status, kind, problem = self.service.bytes("POST", "/v1/preview", refused, "image/png")
+        self.assertEqual((400, "application/problem+json"), (status, kind), problem)
+        self.assertTrue(json.loads(problem)["errors"])
+
     def test_what_is_wrong_is_told_and_not_stored(self):
         wrong = self.service.post({**SALE, "items": [{"name": "Хлеб", "price": -1}]}, id="sale:0003")
         self.assertEqual(400, wrong.status)

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "connectionsettings.h"
 #include "emulatedline.h"
-#include "options.h"
+#include "protocol.h"
 #include "receipt.h"
 #include "register/register.h"
 #include "tape/page.h"
@@ -11,30 +12,40 @@
 
 class AbstractFrDriver;
 
-namespace frctl {
+namespace preview {
 
 /// A software register in this process with the plugin's driver on it, for one receipt. It is registered with
 /// the receipt's tax system alone, or the general one.
 class PreviewRegister
 {
 public:
-    /// The width is that of the paper in characters. Throws HostError.
-    PreviewRegister(const Options& options, int width);
+    struct Settings
+    {
+        /// Its port is not used.
+        devices::ConnectionSettings connection;
+        receipt::Protocol protocol = receipt::Protocol::Xml;
+        /// Of the paper in characters.
+        int width = 44;
+        /// When the receipt is issued.
+        QDateTime time = QDateTime::currentDateTime();
+    };
+
+    /// Throws devices::ConnectionError.
+    explicit PreviewRegister(const Settings& settings);
     ~PreviewRegister();
     PreviewRegister(const PreviewRegister&) = delete;
     PreviewRegister& operator=(const PreviewRegister&) = delete;
 
-    /// Issues the receipt, which has a cashier: what was printed of it. Throws CheckError for what the
-    /// register refuses.
+    /// Issues the receipt, which has a cashier: what was printed of it. Throws Refused.
     tape::Page issued(const receipt::Receipt& receipt);
 
 private:
     void start(const receipt::Receipt& receipt);
     void sell(receipt::Receipt receipt);
-    QString refusal(const QString& text);
+    QString reason();
     tape::Page printed();
 
-    const Options m_options;
+    const Settings m_settings;
     emulator::VirtualClock m_clock;
     VirtualTime m_time;
     emulator::Register m_device;
@@ -45,4 +56,4 @@ private:
     AbstractFrDriver* m_driver;
 };
 
-} // namespace frctl
+} // namespace preview

@@ -6,7 +6,7 @@
 
 #include <QObject>
 
-namespace frctl {
+namespace preview {
 
 /// The line to a software register in this process, in virtual time: a wait moves the clock to the next byte
 /// or to its own end, and nothing ever waits really.
@@ -35,4 +35,4 @@ private:
     bool m_open = false;
 };
 
-} // namespace frctl
+} // namespace preview

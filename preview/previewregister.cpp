@@ -3,16 +3,15 @@
 #include "abstractfrdriver.h"
 #include "driverbuilding.h"
 #include "driverplugin.h"
-#include "errors.h"
 #include "exceptions.h"
-#include "frctltr.h"
 #include "hex/protocol.h"
 #include "receiptissuer.h"
+#include "refused.h"
 #include "xml/protocol.h"
 
 #include <algorithm>
 
-namespace frctl {
+namespace preview {
 
 namespace {
 
@@ -23,10 +22,10 @@ emulator::Identity identityOf(int width)
     return identity;
 }
 
-std::unique_ptr<emulator::Protocol> protocolOf(const Options& options, emulator::Register& device,
+std::unique_ptr<emulator::Protocol> protocolOf(receipt::Protocol protocol, emulator::Register& device,
     emulator::Outbox& outbox, const emulator::Clock& clock)
 {
-    if (options.isHex())
+    if (protocol == receipt::Protocol::Hex)
         return std::make_unique<emulator::HexProtocol>(device, outbox, clock);
     return std::make_unique<emulator::XmlProtocol>(device, outbox, clock);
 }
@@ -43,16 +42,16 @@ int taxSystemOf(const receipt::Receipt& receipt)
 
 } // namespace
 
-PreviewRegister::PreviewRegister(const Options& options, int width)
-    : m_options(options)
-    , m_clock(QDateTime::currentDateTime())
+PreviewRegister::PreviewRegister(const Settings& settings)
+    : m_settings(settings)
+    , m_clock(settings.time)
     , m_time(m_clock)
-    , m_device(m_clock, identityOf(width))
+    , m_device(m_clock, identityOf(settings.width))
     , m_outbox(m_clock)
-    , m_protocol(protocolOf(options, m_device, m_outbox, m_clock))
+    , m_protocol(protocolOf(settings.protocol, m_device, m_outbox, m_clock))
     , m_line(m_clock, m_outbox, *m_protocol)
-    , m_deviceObject(devices::createDeviceObject(devices::findDriverPlugin(options.plugins)))
-    , m_driver(&devices::buildDriver(*m_deviceObject, m_line, options.connection()))
+    , m_deviceObject(devices::createDeviceObject(devices::findDriverPlugin(settings.connection.plugins)))
+    , m_driver(&devices::buildDriver(*m_deviceObject, m_line, settings.connection))
 {
     m_line.open();
 }
@@ -68,8 +67,7 @@ tape::Page PreviewRegister::issued(const receipt::Receipt& receipt)
         start(receipt);
         sell(receipt);
     } catch (const BasicException& failure) {
-        throw CheckError(
-            QStringLiteral("ReceiptError"), {{receipt::Finding::Error, {}, {}, refusal(failure.tr().ru())}});
+        throw Refused(failure.tr().ru() + reason());
     }
     return printed();
 }
@@ -95,7 +93,7 @@ void PreviewRegister::sell(receipt::Receipt receipt)
     // One that goes to the customer by mail only is to be seen, too.
     receipt.document.setPrintMode(CheckPrintNormal);
     sale::IssueOptions options;
-    options.line = {m_options.receiptProtocol()};
+    options.line = {m_settings.protocol};
     // This register knows nothing of the codes.
     options.markPolicy = sale::MarkPolicy::Any;
     const sale::IssueResult result = sale::issueReceipt(*m_driver, receipt, options);
@@ -103,13 +101,11 @@ void PreviewRegister::sell(receipt::Receipt receipt)
         std::rethrow_exception(result.failure->exception);
 }
 
-QString PreviewRegister::refusal(const QString& text)
+QString PreviewRegister::reason()
 {
     const QList<emulator::RefusedRequest>& refused = m_device.refusals().all();
-    const QString reason = refused.isEmpty()
-        ? QString()
-        : QStringLiteral(" (%1)").arg(refused.constLast().reason.simplified());
-    return tr("the register refuses it: ") + text + reason;
+    return refused.isEmpty() ? QString()
+                             : QStringLiteral(" (%1)").arg(refused.constLast().reason.simplified());
 }
 
 tape::Page PreviewRegister::printed()
@@ -122,4 +118,4 @@ tape::Page PreviewRegister::printed()
     return all;
 }
 
-} // namespace frctl
+} // namespace preview

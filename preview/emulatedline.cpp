@@ -1,6 +1,6 @@
 #include "emulatedline.h"
 
-namespace frctl {
+namespace preview {
 
 EmulatedLine::EmulatedLine(
     emulator::VirtualClock& clock, emulator::Outbox& outbox, emulator::Protocol& protocol)
@@ -46,4 +46,4 @@ bool EmulatedLine::waitForReadyRead(int milliseconds)
     return true;
 }
 
-} // namespace frctl
+} // namespace preview

@@ -4,7 +4,7 @@
 #include "mockfactory.h"
 #include "register/clock.h"
 
-namespace frctl {
+namespace preview {
 
 /// As long as it lives, the clock of this host, plugin included, is that of a software register.
 class VirtualTime : public CurrentTime
@@ -28,4 +28,4 @@ private:
     const emulator::Clock& m_clock;
 };
 
-} // namespace frctl
+} // namespace preview
