@@ -27,6 +27,7 @@ public:
     void note(const QString& id, int attempt, const AttemptNote& note) override;
     void settle(const QString& id, int attempt, const DocumentEnding& ending) override;
     QList<StoredDocument> find(const DocumentQuery& query) const override;
+    void requireRoom() override;
     StoredDocument withdraw(const QString& id) override;
     StoredDocument move(const QString& id, const QString& registerName) override;
     StoredDocument refuse(const QString& id, const AttemptNote& note) override;
@@ -46,6 +47,8 @@ public:
     /// file; then this machine goes on.
     void moveTo(const QString& exportFile);
     bool isMoved() const;
+    /// Throws JournalError for a journal that has moved to another machine.
+    void requireHere() const;
     /// Makes the journal of this machine of what moveTo has made. Throws JournalError when there is one.
     static void moveIn(const QString& exportFile, const QString& fileName);
     /// What is damaged in the file; empty when nothing is.

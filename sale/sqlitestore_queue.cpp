@@ -1,5 +1,6 @@
 #include "sqlitestore.h"
 
+#include "documentid.h"
 #include "storedjson.h"
 #include "storedtime.h"
 
@@ -10,8 +11,9 @@ namespace sale {
 namespace {
 
 // In the words of the index of what is not finished.
-const QString overdue = QStringLiteral("FROM documents WHERE state = 'queued' "
-                                       "AND state IN ('queued', 'running', 'unknown') AND start_before < ?");
+const QString overdue
+    = QStringLiteral("FROM documents WHERE state = 'queued' AND state IN ('queued', 'running', 'unknown') "
+                     "AND (start_before < ? OR (start_before IS NOT NULL AND queued > ?))");
 
 } // namespace
 
@@ -39,6 +41,17 @@ void SqliteStore::end(const QString& id, StateReason reason)
     m_connection.execute(
         QStringLiteral("UPDATE documents SET state = 'notIssued', reason = ?, settled = ? WHERE id = ?"),
         {reasonName(reason), storedNow(), id});
+}
+
+void SqliteStore::requireRoom()
+{
+    // As large as documents are; nobody sees it, since it is gone with the transaction that writes its pages.
+    constexpr int size = 8192;
+    const DocumentRequest trial{newDocumentId(), QStringLiteral("text"), QByteArray(size, '.'), {}};
+    m_connection.together([&] {
+        take(trial, {});
+        m_connection.execute(QStringLiteral("DELETE FROM documents WHERE id = ?"), {trial.id});
+    });
 }
 
 StoredDocument SqliteStore::withdraw(const QString& id)
@@ -76,7 +89,8 @@ QStringList SqliteStore::expire(const QDateTime& now)
     QStringList ids;
     const auto look = [&] {
         ids.clear();
-        m_connection.select(QStringLiteral("SELECT id ") + overdue, {storedTime(now)},
+        m_connection.select(QStringLiteral("SELECT id ") + overdue,
+            {storedTime(now), storedTime(now.addSecs(mostSecondsBack))},
             [&ids](const QSqlQuery& row) { ids.append(row.value(0).toString()); });
     };
     // Mostly there are none, and nobody is to wait for that.

@@ -55,8 +55,7 @@ Service::Service(const Configuration& configuration, const QString& journal)
     , m_api(m_store, m_owners, apiSettings(configuration.service))
     , m_server(m_api.site())
 {
-    if (m_store.isMoved())
-        throw sale::JournalError(QStringLiteral("the journal %1 has moved to another machine").arg(journal));
+    m_store.requireHere();
     for (const auto& [name, agent] : m_rack.agents())
         add(*agent);
     QObject::connect(
