@@ -53,6 +53,9 @@ public:
     virtual void settle(const QString& id, int attempt, const DocumentEnding& ending) = 0;
     virtual QList<StoredDocument> find(const DocumentQuery& query) const = 0;
 
+    /// Throws JournalError unless a document could be accepted now, which is tried on the disk itself.
+    virtual void requireRoom() { }
+
     // Of documents that wait. Each gives the document as it stands afterwards: its state says whether it came
     // too late. An id that is not there is a JournalError.
 

@@ -93,6 +93,9 @@ bool isOfWriting(const QSqlError& error)
 
 JournalError journalFault(const QString& fileName, const QSqlError& error)
 {
+    // In the words of the triggers that a move leaves behind.
+    if (error.databaseText().contains(QStringLiteral("has moved to another machine")))
+        return movedJournal(fileName);
     return faultOf(fileName, wordsOf(error), advice(fileName, codeOf(error)));
 }
 
@@ -144,6 +147,18 @@ JournalError foreignJournal(const QString& fileName)
 {
     return faultOf(
         fileName, tr("it is a file of another program"), tr("name another file, or move this one away"));
+}
+
+JournalError lostJournal(const QString& fileName)
+{
+    return faultOf(fileName, tr("it was moved away or replaced while it was in use"),
+        tr("put it back, or start the program again to go on with what is there now"));
+}
+
+JournalError movedJournal(const QString& fileName)
+{
+    return faultOf(fileName, tr("it has moved to another machine"),
+        tr("sell there, or export it there and import it here"));
 }
 
 JournalError laterJournal(const QString& fileName)

@@ -12,6 +12,10 @@ JournalError journalFault(const QString& fileName, const QSqlError& error);
 JournalError journalFault(const QString& fileName, int error);
 /// For a file that is no journal and not a damaged one.
 JournalError foreignJournal(const QString& fileName);
+/// For a file that is not any more what was opened under its name.
+JournalError lostJournal(const QString& fileName);
+/// For a journal that another machine goes on with.
+JournalError movedJournal(const QString& fileName);
 /// For a journal of a release that is not known yet.
 JournalError laterJournal(const QString& fileName);
 

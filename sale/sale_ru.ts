@@ -188,6 +188,22 @@
         <translation>укажите другой файл или уберите этот</translation>
     </message>
     <message>
+        <source>it was moved away or replaced while it was in use</source>
+        <translation>во время работы его переместили или заменили</translation>
+    </message>
+    <message>
+        <source>put it back, or start the program again to go on with what is there now</source>
+        <translation>верните его или запустите программу заново, чтобы работать с тем, что сейчас на его месте</translation>
+    </message>
+    <message>
+        <source>it has moved to another machine</source>
+        <translation>он переехал на другой компьютер</translation>
+    </message>
+    <message>
+        <source>sell there, or export it there and import it here</source>
+        <translation>продавайте там или верните его оттуда командами export и import</translation>
+    </message>
+    <message>
         <source>it was written by a later release</source>
         <translation>он записан более новой версией</translation>
     </message>

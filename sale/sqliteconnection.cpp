@@ -46,6 +46,24 @@ void makeFile(const QString& fileName)
     ::close(file);
 }
 
+/// Zeros for one that is not there.
+std::pair<quint64, quint64> identityOf(const QString& fileName)
+{
+    struct stat status
+    {
+    };
+    if (::stat(QFile::encodeName(fileName).constData(), &status) != 0)
+        return {};
+    return {status.st_dev, status.st_ino};
+}
+
+bool isBusy(const QSqlError& error)
+{
+    constexpr int plainCode = 0xFF;
+    constexpr int busy = 5;
+    return (error.nativeErrorCode().toInt() & plainCode) == busy;
+}
+
 } // namespace
 
 SqliteConnection::SqliteConnection(const QString& fileName, int patienceMs)
@@ -76,6 +94,7 @@ void SqliteConnection::open()
     database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(m_patienceMs));
     if (!database.open())
         throw journalFault(m_fileName, database.lastError());
+    m_identity = identityOf(m_fileName);
     execute(QStringLiteral("PRAGMA synchronous = FULL"));
     // What is anonymised must not stay in pages that are free.
     execute(QStringLiteral("PRAGMA secure_delete = ON"));
@@ -109,8 +128,27 @@ void SqliteConnection::keepLogAhead()
     }
 }
 
+/// Who has the file open would write on into one that has lost its name, and all of it would be gone at the
+/// end.
+void SqliteConnection::requireFile() const
+{
+    if (isFile(m_fileName) && identityOf(m_fileName) != m_identity)
+        throw lostJournal(m_fileName);
+}
+
+/// Whoever has waited in vain does not wait again before that program is done: a service that waited with
+/// each question would answer nobody.
+void SqliteConnection::waitForOthers(int milliseconds) const
+{
+    QSqlQuery(QSqlDatabase::database(m_connection))
+        .exec(QStringLiteral("PRAGMA busy_timeout = %1").arg(milliseconds));
+    m_isWaitedOut = milliseconds == 0;
+}
+
 JournalError SqliteConnection::fault(const QSqlError& error) const
 {
+    if (isBusy(error) && !m_isWaitedOut)
+        waitForOthers(0);
     // What is read there is written here.
     const bool isOfOther = !m_attached.isEmpty() && !isOfWriting(error);
     return isOfOther ? formerJournalFault(m_attached, error) : journalFault(m_fileName, error);
@@ -132,7 +170,11 @@ QSqlQuery SqliteConnection::run(const QString& statement, const QVariantList& va
 
 int SqliteConnection::execute(const QString& statement, const QVariantList& values)
 {
-    return run(statement, values).numRowsAffected();
+    requireFile();
+    const int count = run(statement, values).numRowsAffected();
+    if (m_isWaitedOut)
+        waitForOthers(m_patienceMs);
+    return count;
 }
 
 void SqliteConnection::select(const QString& statement, const QVariantList& values,

@@ -3,6 +3,8 @@
 #include "journalerror.h"
 #include "sqlconnection.h"
 
+#include <utility>
+
 class QSqlError;
 
 namespace sale {
@@ -36,6 +38,8 @@ private:
     void open();
     void close();
     JournalError fault(const QSqlError& error) const;
+    void requireFile() const;
+    void waitForOthers(int milliseconds) const;
     QSqlQuery run(const QString& statement, const QVariantList& values) const;
     void requireWhole(const QString& fileName, const QString& schema);
 
@@ -45,6 +49,10 @@ private:
     const QString m_connection;
     /// The file that is beside it; empty without one.
     QString m_attached;
+    /// Device and number of the file, of which the path is only a name; empty for none.
+    std::pair<quint64, quint64> m_identity;
+    /// It was waited for another program in vain.
+    mutable bool m_isWaitedOut = false;
 };
 
 } // namespace sale

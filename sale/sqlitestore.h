@@ -17,6 +17,7 @@ public:
     /// it.
     explicit SqliteStore(const QString& fileName, int patienceMs = usualPatienceMs);
 
+    void requireRoom() override;
     QString place() const override { return fileName(); }
     const QString& fileName() const { return m_connection.fileName(); }
     /// Ids, outcomes and marked goods of a journal of an earlier release, which stays as it is. Nothing when
@@ -30,6 +31,8 @@ public:
     /// file; then this machine goes on.
     void moveTo(const QString& exportFile);
     bool isMoved() const;
+    /// Throws JournalError for a journal that has moved to another machine.
+    void requireHere() const;
     /// Makes the journal of this machine of what moveTo has made. Throws JournalError when there is one.
     static void moveIn(const QString& exportFile, const QString& fileName);
     QStringList damages() const override;

@@ -21,6 +21,13 @@ QString wholeJson(const QJsonObject& json)
     return QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact));
 }
 
+/// A clock that was put back does not tell how long a document has waited: it may be far too long.
+bool isTimeOver(const StoredDocument& document, const QDateTime& now)
+{
+    const QDateTime& before = document.request.startBefore;
+    return before.isValid() && (before < now || document.queued > now.addSecs(mostSecondsBack));
+}
+
 QVariant numberOrNull(quint32 number)
 {
     return number == 0 ? QVariant(QMetaType::fromType<qint64>()) : QVariant(qint64{number});
@@ -132,8 +139,7 @@ std::optional<int> SqlStore::start(const QString& id, const AttemptStart& start)
         throw wrongOrder(id, QStringLiteral("is done or under way"));
     if (!start.registerName.isEmpty() && known->request.registerName != start.registerName)
         throw wrongOrder(id, QStringLiteral("is of the register %1").arg(known->request.registerName));
-    const QDateTime& before = known->request.startBefore;
-    if (before.isValid() && before < timeFromStored(storedNow())) {
+    if (isTimeOver(*known, timeFromStored(storedNow()))) {
         end(id, StateReason::Expired);
         return std::nullopt;
     }

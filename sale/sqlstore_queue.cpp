@@ -10,8 +10,9 @@ namespace sale {
 namespace {
 
 // In the words of the index of what is not finished.
-const QString overdue = QStringLiteral("FROM documents WHERE state = 'queued' "
-                                       "AND state IN ('queued', 'running', 'unknown') AND start_before < ?");
+const QString overdue
+    = QStringLiteral("FROM documents WHERE state = 'queued' AND state IN ('queued', 'running', 'unknown') "
+                     "AND (start_before < ? OR (start_before IS NOT NULL AND queued > ?))");
 
 } // namespace
 
@@ -74,7 +75,8 @@ QStringList SqlStore::expire(const QDateTime& now)
     QStringList ids;
     const auto look = [&](const QString& words) {
         ids.clear();
-        m_sql.select(QStringLiteral("SELECT id ") + overdue + words, {storedTime(now)},
+        m_sql.select(QStringLiteral("SELECT id ") + overdue + words,
+            {storedTime(now), storedTime(now.addSecs(mostSecondsBack))},
             [&ids](const QSqlQuery& row) { ids.append(row.value(0).toString()); });
     };
     // Mostly there are none, and nobody is to wait for that.

@@ -17,6 +17,7 @@ Q_LOGGING_CATEGORY(apiLog, "frserver.api")
 constexpr qsizetype keptEvents = 4000;
 constexpr std::chrono::seconds pausingWait(130);
 constexpr std::chrono::seconds lookAgainTime(1);
+constexpr qint64 roomSeenMs = 1'000;
 
 const QString pausedState = QStringLiteral("paused");
 
@@ -134,6 +135,25 @@ QJsonObject Api::registerView(const Till& till) const
             {QStringLiteral("unknown"), m_open.count(name, DocumentState::Unknown)},
             {QStringLiteral("oldest"), sale::momentJson(m_open.oldestQueued(name))}});
     return view;
+}
+
+void Api::requireJournal(const Till& till) const
+{
+    const QJsonObject view = till.view();
+    if (view.value(QStringLiteral("waiting")).toString() == QStringLiteral("journal"))
+        throw sale::JournalError(view.value(QStringLiteral("waitingText")).toString());
+}
+
+void Api::requireJournal()
+{
+    for (const auto& [name, till] : m_tills)
+        requireJournal(*till);
+    // Whoever asks often is not to wear out the disk.
+    if (m_roomSeen.isValid() && !m_roomSeen.hasExpired(roomSeenMs))
+        return;
+    m_roomSeen.invalidate();
+    m_store.requireRoom();
+    m_roomSeen.start();
 }
 
 void Api::accepted(const sale::StoredDocument& document)

@@ -9,6 +9,8 @@
 #include "http/eventstream.h"
 #include "http/site.h"
 
+#include <QElapsedTimer>
+
 #include <map>
 
 namespace frserver {
@@ -66,6 +68,13 @@ public:
     Till* till(const QString& name) const;
     /// The view, with its name and its queue.
     QJsonObject registerView(const Till& till) const;
+    /// @name Throw sale::JournalError unless documents are accepted now
+    /// @{
+    /// By each register.
+    void requireJournal();
+    /// By that one: what its worker cannot read or write it would not make.
+    void requireJournal(const Till& till) const;
+    /// @}
     /// For a document that was accepted just now.
     void accepted(const sale::StoredDocument& document);
     /// The register as it is when it is paused, or at the end of the time.
@@ -99,6 +108,8 @@ private:
     /// Changes that the journal could not tell of; looked at again.
     QStringList m_missed;
     QTimer m_lookAgain;
+    /// When the disk took a trial last.
+    QElapsedTimer m_roomSeen;
     bool m_isStopping = false;
 };
 

@@ -11,6 +11,7 @@
 #include "findingsjson.h"
 #include "http/problem.h"
 #include "idconflict.h"
+#include "journalerror.h"
 #include "mockfactory.h"
 #include "returnrefused.h"
 #include "salereturn.h"
@@ -59,6 +60,17 @@ void requireRoom(const Api& api, const QString& registerName)
                 .arg(queued)
                 .arg(registerName))
             .withHeader("Retry-After", "10");
+}
+
+/// The register tries again sooner when somebody asks.
+void requireWorkingJournal(const Api& api, Till& till)
+{
+    try {
+        api.requireJournal(till);
+    } catch (const sale::JournalError&) {
+        till.wake();
+        throw;
+    }
 }
 
 /// Once the id is whose it is, before anything is stored.
@@ -126,8 +138,10 @@ Answer postDocument(Api& api, const Request& request)
     requireOwn(api, request, known);
     requireOwnSale(api, request, document.returnOf);
     const bool isToBeQueued = !known || known->state == DocumentState::NotIssued;
-    if (isToBeQueued)
+    if (isToBeQueued) {
         requireRoom(api, document.registerName);
+        requireWorkingJournal(api, till);
+    }
     if (!known && request.caller)
         api.owners().claim(document.id, request.caller->name);
     const StoredDocument stored = acceptedDocument(api, document);

@@ -25,7 +25,7 @@ Answer readiness(Api& api, const Request&)
             QStringLiteral("Documents are not accepted."))
             .withHeader("Retry-After", "10");
     // What the journal fails of is told in its place.
-    api.store().find({.limit = 1, .withAttempts = false});
+    api.requireJournal();
     QJsonObject states;
     for (const auto& [name, till] : api.tills())
         states.insert(name, till->view().value(QStringLiteral("state")));

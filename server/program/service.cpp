@@ -63,8 +63,7 @@ Service::Service(const Configuration& configuration, const QString& journal)
     , m_server(m_api.site())
 {
     m_api.setPainter(m_pictures);
-    if (m_store.isMoved())
-        throw sale::JournalError(QStringLiteral("the journal %1 has moved to another machine").arg(journal));
+    m_store.requireHere();
     for (const auto& [name, agent] : m_rack.agents())
         add(*agent);
     QObject::connect(

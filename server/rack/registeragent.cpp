@@ -229,7 +229,7 @@ std::optional<RegisterAgent::Request> RegisterAgent::nextDocument()
 
 std::optional<RegisterAgent::Request> RegisterAgent::dueZReport()
 {
-    if (!m_shift.isEndDue(now()) || steady() < m_zReportDue || !m_settings.hasCashier())
+    if (!m_shift.isEndDue(now(), steady()) || steady() < m_zReportDue || !m_settings.hasCashier())
         return std::nullopt;
     std::optional<sale::StoredDocument> report = m_pick.zReport();
     if (!report) {

@@ -99,7 +99,7 @@ void RegisterAgent::opened(const QJsonObject& answer)
     m_identity = answer.value(QStringLiteral("identity")).toObject();
     const QJsonObject shift = answer.value(QStringLiteral("shift")).toObject();
     if (shift.value(QStringLiteral("open")).toBool())
-        m_shift.open(momentOf(shift, "since"));
+        m_shift.open(momentOf(shift, "since"), now(), steady());
     else
         m_shift.close();
     noteCondition(answer);
@@ -115,7 +115,7 @@ void RegisterAgent::noteCondition(const QJsonObject& answer)
     const bool isShiftOpen = m_condition.value(QStringLiteral("shiftOpen")).toBool();
     // Somebody at the register itself, in the time since it was asked last.
     if (isShiftOpen && !m_shift.isOpen())
-        m_shift.open(now());
+        m_shift.open(now(), now(), steady());
     if (!isShiftOpen)
         m_shift.close();
 }
@@ -154,11 +154,11 @@ void RegisterAgent::noteShift(const Request& request, const QJsonObject& answer)
         = request.kind == QStringLiteral("zReport") || request.kind == QStringLiteral("openShift");
     const bool isIssued = textOf(answer, "state") == QStringLiteral("issued");
     if (kind == QStringLiteral("shiftExpired"))
-        m_shift.open(now().addMSecs(-dayMs));
+        m_shift.open(now().addMSecs(-dayMs), now(), steady());
     else if (isIssued && request.kind == QStringLiteral("zReport"))
         m_shift.close();
     else if (isIssued && !m_shift.isOpen() && opensShift(request.kind))
-        m_shift.open(now());
+        m_shift.open(now(), now(), steady());
     if (isOfShift || kind == QStringLiteral("shiftClosed") || kind == QStringLiteral("shiftExpired"))
         m_isConditionWanted = !isIssued;
     else if (!isIssued)

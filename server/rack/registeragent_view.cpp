@@ -40,7 +40,7 @@ QString RegisterAgent::state() const
 QJsonArray RegisterAgent::alarms() const
 {
     QJsonArray alarms;
-    const bool isDue = m_shift.isEndDue(now());
+    const bool isDue = m_shift.isEndDue(now(), steady());
     if (isDue && (m_pausedBy || !m_isOpen || m_waiting))
         alarms.append(alarm("shiftEnds", QStringLiteral("Z-отчёт пора снять, но касса сейчас недоступна")));
     if (isDue && !m_settings.hasCashier())
@@ -59,7 +59,7 @@ QJsonObject RegisterAgent::view() const
 {
     const bool isMaking = m_request && m_request->what == QStringLiteral("make");
     return {{QStringLiteral("state"), state()}, {QStringLiteral("since"), sale::momentJson(m_since)},
-        {QStringLiteral("stateAge"), m_since.secsTo(now())},
+        {QStringLiteral("stateAge"), std::max<qint64>(0, m_since.secsTo(now()))},
         {QStringLiteral("waiting"), m_waiting ? QJsonValue(m_waiting->reason) : QJsonValue()},
         {QStringLiteral("waitingText"), m_waiting ? sale::textOrNull(m_waiting->text) : QJsonValue()},
         {QStringLiteral("pausedBy"), m_pausedBy ? QJsonValue(*m_pausedBy) : QJsonValue()},

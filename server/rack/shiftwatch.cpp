@@ -1,5 +1,7 @@
 #include "rack/shiftwatch.h"
 
+#include <algorithm>
+
 namespace frserver {
 
 namespace {
@@ -16,10 +18,15 @@ ShiftWatch::ShiftWatch(const RegisterSettings& settings)
 {
 }
 
-void ShiftWatch::open(const QDateTime& since)
+void ShiftWatch::open(const QDateTime& since, const QDateTime& now, qint64 steady)
 {
+    // A clock that was put back in between would make it younger.
+    if (m_isOpen && since == m_since)
+        return;
     m_isOpen = true;
     m_since = since;
+    m_secondsThen = since.isValid() && now.isValid() ? std::max<qint64>(0, since.secsTo(now)) : 0;
+    m_told = steady;
 }
 
 void ShiftWatch::close()
@@ -49,11 +56,19 @@ bool ShiftWatch::mayOpen(const QDateTime& now) const
     return m_rule == ShiftRule::OnSale || (m_rule == ShiftRule::Scheduled && isWithinHours(now));
 }
 
-bool ShiftWatch::isEndDue(const QDateTime& now) const
+/// By either clock: one may have jumped, the other one stands still while the computer sleeps. Too early
+/// harms nobody, too late stops the sale.
+qint64 ShiftWatch::age(const QDateTime& now, qint64 steady) const
+{
+    const qint64 counted = m_secondsThen + (steady - m_told) / 1000;
+    return m_since.isValid() ? std::max(counted, m_since.secsTo(now)) : counted;
+}
+
+bool ShiftWatch::isEndDue(const QDateTime& now, qint64 steady) const
 {
     if (!m_isOpen)
         return false;
-    if (m_since.isValid() && m_since.secsTo(now) >= longestSeconds)
+    if (age(now, steady) >= longestSeconds)
         return true;
     if (m_rule != ShiftRule::Scheduled)
         return false;

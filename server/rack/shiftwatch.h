@@ -12,8 +12,9 @@ class ShiftWatch
 public:
     explicit ShiftWatch(const RegisterSettings& settings);
 
-    /// The moment may be invalid when it is not known.
-    void open(const QDateTime& since);
+    /// The moment may be invalid when it is not known. From now on its age is counted in milliseconds that
+    /// never jump, too.
+    void open(const QDateTime& since, const QDateTime& now = {}, qint64 steady = 0);
     void close();
     bool isOpen() const { return m_isOpen; }
     const QDateTime& since() const { return m_since; }
@@ -22,10 +23,11 @@ public:
     bool mayOpen(const QDateTime& now) const;
     /// The report that closes it goes before documents that were not begun: at the end of scheduled hours,
     /// and half an hour before a register sells no more in the shift, whatever the rule.
-    bool isEndDue(const QDateTime& now) const;
+    bool isEndDue(const QDateTime& now, qint64 steady = 0) const;
 
 private:
     bool isWithinHours(const QDateTime& now) const;
+    qint64 age(const QDateTime& now, qint64 steady) const;
     QDateTime lastEnd(const QDateTime& now) const;
 
     const ShiftRule m_rule;
@@ -34,6 +36,9 @@ private:
     const QTime m_until;
     bool m_isOpen = false;
     QDateTime m_since;
+    /// How old it was when that was told, and when.
+    qint64 m_secondsThen = 0;
+    qint64 m_told = 0;
 };
 
 } // namespace frserver

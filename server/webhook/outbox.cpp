@@ -33,6 +33,8 @@ Delivery deliveryOf(const QSqlQuery& row)
         sale::timeFromStored(row.value(5).toString())};
 }
 
+/// More than anything is postponed by.
+constexpr qint64 longestPauseSeconds = 3600;
 /// Of each document.
 const QString firstOnes
     = QStringLiteral("number IN (SELECT min(number) FROM frserver_outbox GROUP BY document)");
@@ -61,10 +63,11 @@ QList<Delivery> Outbox::due(const QDateTime& now, int limit) const
     QList<Delivery> found;
     m_connection.select(
         QStringLiteral(
-            "SELECT number, document, body, created, attempts, due FROM frserver_outbox WHERE due <= ? "
+            "SELECT number, document, body, created, attempts, due FROM frserver_outbox WHERE (due <= ? OR due > ?) "
             "AND %1 ORDER BY number LIMIT ?")
             .arg(firstOnes),
-        {sale::storedTime(now), limit}, [&found](const QSqlQuery& row) { found.append(deliveryOf(row)); });
+        {sale::storedTime(now), sale::storedTime(now.addSecs(longestPauseSeconds)), limit},
+        [&found](const QSqlQuery& row) { found.append(deliveryOf(row)); });
     return found;
 }
 
@@ -92,10 +95,11 @@ void Outbox::postpone(qint64 number, const QDateTime& due)
         {sale::storedTime(due), number});
 }
 
-int Outbox::dropOlderThan(const QDateTime& created)
+int Outbox::dropOlderThan(const QDateTime& created, int attempts)
 {
     return m_connection.execute(
-        QStringLiteral("DELETE FROM frserver_outbox WHERE created < ?"), {sale::storedTime(created)});
+        QStringLiteral("DELETE FROM frserver_outbox WHERE created < ? AND attempts >= ?"),
+        {sale::storedTime(created), attempts});
 }
 
 } // namespace frserver

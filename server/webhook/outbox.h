@@ -21,15 +21,17 @@ public:
     /// They are no longer; what was written stays until it is dropped.
     void close();
 
-    /// Those to be told now, of each document the first one alone.
+    /// Those to be told now, of each document the first one alone; also those that were postponed by a clock
+    /// that has been put back since.
     QList<Delivery> due(const QDateTime& now, int limit) const;
     /// When there is something to be told next; invalid when there is nothing.
     QDateTime nextDue() const;
     qint64 count() const;
     void remove(qint64 number);
     void postpone(qint64 number, const QDateTime& due);
-    /// Gives how many were.
-    int dropOlderThan(const QDateTime& created);
+    /// Those that nobody has taken in so many attempts either: a clock that jumps ahead makes none old. Gives
+    /// how many were.
+    int dropOlderThan(const QDateTime& created, int attempts);
 
 private:
     sale::SqliteConnection m_connection;

@@ -17,6 +17,8 @@ Q_LOGGING_CATEGORY(webhookLog, "frserver.webhook")
 
 constexpr int mostAtOnce = 4;
 constexpr int keptDays = 3;
+/// Far less than there are in that time.
+constexpr int leastAttempts = 100;
 constexpr int answerTimeoutMs = 30'000;
 
 QDateTime now()
@@ -122,7 +124,7 @@ void Webhook::finish(const Delivery& delivery, bool isTaken)
 
 void Webhook::dropOld()
 {
-    const int dropped = m_outbox.dropOlderThan(now().addDays(-keptDays));
+    const int dropped = m_outbox.dropOlderThan(now().addDays(-keptDays), leastAttempts);
     if (dropped > 0)
         qCWarning(webhookLog) << "nobody has taken" << dropped << "ends of documents for" << keptDays
                               << "days";

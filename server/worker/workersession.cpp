@@ -17,6 +17,7 @@
 #include "testdrive.h"
 #include "wrongregister.h"
 
+#include <QFileInfo>
 #include <QJsonArray>
 
 namespace frserver {
@@ -47,8 +48,12 @@ WorkerSession::WorkerSession(const RegisterSettings& settings, const QString& jo
 
 sale::DocumentStore& WorkerSession::journal()
 {
-    if (!m_journal)
-        m_journal.emplace(m_journalFile);
+    if (m_journal)
+        return *m_journal;
+    // Made anew it would know nothing of what was sold.
+    if (!QFileInfo::exists(m_journalFile))
+        throw sale::JournalError(QStringLiteral("the journal %1 is gone").arg(m_journalFile));
+    m_journal.emplace(m_journalFile);
     return *m_journal;
 }
 

@@ -4,6 +4,9 @@
 #include "journalerror.h"
 #include "storefixture.h"
 
+#include "currenttime.h"
+#include "mockfactory.h"
+
 #include <atomic>
 #include <latch>
 #include <thread>
@@ -148,6 +151,30 @@ TEST_P(StoreQueue, WhatIsTooLateExpiresTogether)
         EXPECT_EQ(store->findId(id)->reason, StateReason::Expired);
     EXPECT_EQ(store->findId("begun")->state, DocumentState::Running);
     EXPECT_EQ(store->findId("patient")->state, DocumentState::Queued);
+}
+
+class EarlierClock : public CurrentTime
+{
+public:
+    QDateTime getCurrentDateTime() const override { return CurrentTime::getCurrentDateTime().addSecs(-7200); }
+};
+
+TEST_P(StoreQueue, WhatWaitsForAnUnknownTimeIsOverWhenTheClockIsPutBack)
+{
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    for (const char* const id : {"begun", "asked"}) {
+        DocumentRequest own = request(id);
+        own.startBefore = now.addSecs(120);
+        store->accept(own);
+    }
+    store->accept(request("patient"));
+    EXPECT_EQ(store->expire(now.addSecs(-50)), QStringList()) << "a little does no harm";
+    EarlierClock earlier;
+    MockFactory<CurrentTime>::mocked = &earlier;
+    EXPECT_EQ(store->begin("begun", {markBefore}), std::nullopt);
+    MockFactory<CurrentTime>::mocked = nullptr;
+    EXPECT_EQ(store->expire(now.addSecs(-7200)), QStringList{"asked"});
+    EXPECT_EQ(store->begin("patient", {markBefore}), 1);
 }
 
 TEST_P(StoreQueue, DocumentThatIsMadeAtOnceNeverWaits)

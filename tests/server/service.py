@@ -149,9 +149,9 @@ class Service(Program):
         self.config.write_text("\n".join(sections), encoding="utf-8")
         self.start(environment)
 
-    def start(self, environment=None):
+    def start(self, environment=None, **options):
         super().__init__([os.environ["FRSERVER"], "--config", str(self.config)],
-                         env={**os.environ, **(environment or {})})
+                         env={**os.environ, **(environment or {})}, **options)
         self.url = self.read_address("ready on")
         self.client = Client(self.url)
 

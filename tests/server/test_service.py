@@ -35,10 +35,14 @@ class ServiceTest(unittest.TestCase):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
         self.folder = Path(folder.name)
+        self.prepare()
         self.register = Register()
         self.addCleanup(self.register.stop)
         self.service = Service(self.folder, {"till1": self.register.line}, self.PROTOCOL)
         self.addCleanup(lambda: self.service.stop())  # pylint: disable=unnecessary-lambda
+
+    def prepare(self):
+        """What a test does to the folder before anything is in it."""
 
     def assert_issued(self, answer, status=201):
         self.assertEqual((status, "issued"), (answer.status, answer["state"]), answer)

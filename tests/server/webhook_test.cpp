@@ -131,6 +131,20 @@ TEST_F(WebhookTest, OutlivesTheServiceAndGivesUpAfterThreeDays)
     EXPECT_GT(attempts, 3 * 24 * 6);
 }
 
+TEST_F(WebhookTest, AClockThatJumpsDropsNothingAndHoldsNothingUp)
+{
+    refused = QStringList{"document:1"};
+    end("document:1", sale::DocumentState::Issued);
+    clock.time = clock.time.addYears(1);
+    run(webhook);
+    EXPECT_EQ(outbox.count(), 1);
+    refused.clear();
+    clock.time = clock.time.addYears(-1);
+    run(webhook);
+    EXPECT_EQ(told(), (QStringList{"document:1 issued", "document:1 issued"}));
+    EXPECT_EQ(outbox.count(), 0);
+}
+
 TEST_F(WebhookTest, WithoutAWebhookNothingIsKept)
 {
     outbox.close();

@@ -69,6 +69,20 @@ TEST_P(Shift, EndsInTime)
 INSTANTIATE_TEST_SUITE_P(Cases, Shift, testing::ValuesIn(shiftCases),
     [](const auto& row) { return QString(row.param.name).remove(',').replace(' ', '_').toStdString(); });
 
+TEST_F(AgentTest, AClockThatIsPutBackMakesNoShiftYounger)
+{
+    const QDateTime since = now.addSecs(-23 * 3600);
+    startAgent(true, since);
+    now = now.addSecs(-6 * 3600);
+    pass(29 * 60'000);
+    condition(true);
+    EXPECT_EQ(worker->at(), "");
+    pass(60'000);
+    const QString report = worker->last.value("id").toString();
+    ASSERT_EQ(worker->at(), "make " + report);
+    EXPECT_EQ(store.findId(report)->request.kind, "zReport");
+}
+
 TEST_F(AgentTest, ClosesTheShiftBetweenDocumentsAheadOfTheQueue)
 {
     startAgent(true, now.addSecs(-23 * 3600 - 29 * 60));
