@@ -174,6 +174,11 @@ async function updateRegisters() {
     attention.setRegisters(registers.all);
 }
 
+async function updateRights() {
+    const { role } = await api.get("/me");
+    document.body.dataset.role = role;
+}
+
 async function updateLast(name) {
     const { documents: last } = await api.get("/documents", { register: name, state: "issued", limit: LAST });
     const found = last.find(({ kind }) => RECEIPTS.includes(kind));
@@ -228,7 +233,7 @@ const feed = new EventFeed(access, "/v1/events", {
     onEvent: (kind, data) => news[kind]?.(data),
     onLost: () => showConnection("lost"),
     async onOpen() {
-        await Promise.all([updateRegisters(), documents.read(), updateUnknown(), detail.again()]);
+        await Promise.all([updateRights(), updateRegisters(), documents.read(), updateUnknown(), detail.again()]);
         quietly(Promise.all(registers.names.map(updateLast)));
         showConnection("connected");
         outgoing.resume();

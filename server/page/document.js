@@ -46,7 +46,7 @@ export class DocumentView {
         if (state !== "queued")
             return [];
         const others = this.registers.filter((name) => name !== register);
-        return [el("div", { class: "buttons" }, button(t("withdraw"), () => this.withdraw(id), { "data-do": "withdraw" }),
+        return [el("div", { class: "buttons", "data-needs": "sell" }, button(t("withdraw"), () => this.withdraw(id), { "data-do": "withdraw" }),
             others.map((name) => button(t("moveTo", { name }), () => this.move(id, name))))];
     }
 }
