@@ -21,9 +21,22 @@ class Work(ServicePageTest):
         self.click("[data-id='shop:0001'] button")
         for expected in ("Sale", "Хлеб Бородинский", "305.23", "Attempt 1"):
             self.becomes(lambda: self.text("#document"), expected)
+        self.click("#document details:first-of-type summary")
+        drawn = "const picture = document.querySelector('#document .picture img'); return picture?.naturalWidth ?? 0"
+        stage.wait_for(lambda: self.page.execute_script(drawn) > 200)
+        self.shoot("service-picture", "#document")
+        # Open for the next document, and nothing for one that has none.
+        self.service.post(SALE, "shop:0002")
+        self.becomes(lambda: self.row("shop:0002"), "issued")
+        self.click("[data-id='shop:0002'] button")
+        stage.wait_for(lambda: "shop:0002" in (self.page.execute_script(
+            "return document.querySelector('#document .picture img')?.alt") or ""))
+        self.click("[data-id='shift:0001'] button")
+        self.becomes(lambda: self.text("#document h3"), "Opening")
+        self.assertEqual([], self.find_all("#document .picture"))
         foreign = "return performance.getEntriesByType('resource').map((r) => r.name)"
         for address in self.page.execute_script(foreign):
-            self.assertTrue(address.startswith(self.service.url), address)
+            self.assertTrue(address.removeprefix("blob:").startswith(self.service.url), address)
         told = [line["message"] for line in self.page.get_log("browser") if self.service.url in line["message"]]
         self.assertEqual([], told)
 
