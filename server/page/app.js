@@ -209,15 +209,16 @@ const news = {
             say(t("newsDocument", { register, kind: kindName(kind), number: documentNumber ?? "",
                 state: documentState({ state, reason }) }));
     },
-    register(register) {
-        const before = registers.known.get(register.name);
+    register({ register: name, ...view }) {
+        const register = { ...view, name };
+        const before = registers.known.get(name);
         registers.update(register);
         attention.setRegisters(registers.all);
         // What was under way when the service ended is settled with the register's start, without an event of its own.
         [readDocuments, readUnknown, readDetail].forEach((read) => read());
         const isNews = before && registerState(before) !== registerState(register);
         if (isNews && ![before.state, register.state].includes("making"))
-            say(`${register.name}: ${registerState(register)}`);
+            say(`${name}: ${registerState(register)}`);
     },
     // More has happened than the service keeps of events, or it was started anew.
     reset: readAll,

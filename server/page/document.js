@@ -49,7 +49,7 @@ export class DocumentView {
             return [];
         const others = this.registers.filter((name) => name !== register);
         return [el("div", { class: "buttons", "data-needs": "sell" }, button(t("withdraw"), () => this.withdraw(id), { "data-do": "withdraw" }),
-            others.map((name) => button(t("moveTo", { name }), () => this.move(id, name))))];
+            others.map((name) => button(t("moveTo", { name }), () => this.move(id, name), { "data-do": "move" })))];
     }
 }
 
