@@ -92,7 +92,7 @@ Api::Api(sale::DocumentStore& store, Owners& owners, const Settings& settings)
 void Api::addRoutes()
 {
     for (const auto* const routes : {&documentRoutes(), &documentListRoutes(), &registerRoutes(),
-             &checkRoutes(), &pictureRoutes(), &eventRoutes()}) {
+             &checkRoutes(), &pictureRoutes(), &eventRoutes(), &callerRoutes()}) {
         for (const ApiRoute& route : *routes)
             m_site.router.add(
                 route.method, QStringLiteral("/v1") + route.pattern, handlerOf(*this, route), route.access);

@@ -24,6 +24,7 @@ struct ApiRoute
 const QList<ApiRoute>& documentRoutes();
 const QList<ApiRoute>& documentListRoutes();
 const QList<ApiRoute>& registerRoutes();
+const QList<ApiRoute>& callerRoutes();
 const QList<ApiRoute>& checkRoutes();
 const QList<ApiRoute>& pictureRoutes();
 const QList<ApiRoute>& eventRoutes();

@@ -47,6 +47,11 @@ bool maySee(const Api& api, const http::Request& request, const sale::StoredDocu
     return !isBoundToOwn(request) || api.owners().ownerOf(document.request.id) == request.caller->name;
 }
 
+QString roleOf(const http::Request& request)
+{
+    return request.caller ? request.caller->role : adminRole;
+}
+
 QString callerName(const http::Request& request)
 {
     return request.caller && !request.caller->name.isEmpty() ? request.caller->name

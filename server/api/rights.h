@@ -21,6 +21,8 @@ bool mayUse(const http::Request& request, const QString& registerName);
 /// A token that sells sees its own documents alone.
 bool maySee(const Api& api, const http::Request& request, const sale::StoredDocument& document);
 bool isBoundToOwn(const http::Request& request);
+/// "read", "sell" or "admin"; the last one without tokens.
+QString roleOf(const http::Request& request);
 /// Whom the journal and the log name.
 QString callerName(const http::Request& request);
 

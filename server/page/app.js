@@ -174,6 +174,11 @@ async function updateRegisters() {
     attention.setRegisters(registers.all);
 }
 
+async function updateRights() {
+    const { role } = await api.get("/me");
+    document.body.dataset.role = role;
+}
+
 async function updateLast(name) {
     const { documents: last } = await api.get("/documents", { register: name, state: "issued", limit: LAST });
     const found = last.find(({ kind }) => RECEIPTS.includes(kind));
@@ -204,15 +209,16 @@ const news = {
             say(t("newsDocument", { register, kind: kindName(kind), number: documentNumber ?? "",
                 state: documentState({ state, reason }) }));
     },
-    register(register) {
-        const before = registers.known.get(register.name);
+    register({ register: name, ...view }) {
+        const register = { ...view, name };
+        const before = registers.known.get(name);
         registers.update(register);
         attention.setRegisters(registers.all);
         // What was under way when the service ended is settled with the register's start, without an event of its own.
         [readDocuments, readUnknown, readDetail].forEach((read) => read());
         const isNews = before && registerState(before) !== registerState(register);
         if (isNews && ![before.state, register.state].includes("making"))
-            say(`${register.name}: ${registerState(register)}`);
+            say(`${name}: ${registerState(register)}`);
     },
     // More has happened than the service keeps of events, or it was started anew.
     reset: readAll,
@@ -228,7 +234,7 @@ const feed = new EventFeed(access, "/v1/events", {
     onEvent: (kind, data) => news[kind]?.(data),
     onLost: () => showConnection("lost"),
     async onOpen() {
-        await Promise.all([updateRegisters(), documents.read(), updateUnknown(), detail.again()]);
+        await Promise.all([updateRights(), updateRegisters(), documents.read(), updateUnknown(), detail.again()]);
         quietly(Promise.all(registers.names.map(updateLast)));
         showConnection("connected");
         outgoing.resume();

@@ -3,11 +3,13 @@
 import { button, el, russian } from "./dom.js";
 import { money, t } from "./i18n.js";
 import { badge, documentTitle, facts, moment, reasonName } from "./labels.js";
+import { DocumentPicture } from "./picture.js";
 import { resolution } from "./resolve.js";
 
 export class DocumentView {
     constructor(root, api, { resolve, withdraw, move }) {
         Object.assign(this, { root, api, resolve, withdraw, move, id: null, registers: [], told: null });
+        this.picture = new DocumentPicture(api);
     }
 
     async show(id) {
@@ -37,7 +39,7 @@ export class DocumentView {
     #all(document) {
         return [el("h3", {}, documentTitle(document), " ", badge(document)), problem(document),
             ...this.#doings(document), el("dl", { class: "facts" }, factsOf(document)), items(document),
-            ...attempts(document), body(document)].filter(Boolean);
+            this.picture.of(document), ...attempts(document), body(document)].filter(Boolean);
     }
 
     #doings({ id, state, register }) {
@@ -46,8 +48,8 @@ export class DocumentView {
         if (state !== "queued")
             return [];
         const others = this.registers.filter((name) => name !== register);
-        return [el("div", { class: "buttons" }, button(t("withdraw"), () => this.withdraw(id), { "data-do": "withdraw" }),
-            others.map((name) => button(t("moveTo", { name }), () => this.move(id, name))))];
+        return [el("div", { class: "buttons", "data-needs": "sell" }, button(t("withdraw"), () => this.withdraw(id), { "data-do": "withdraw" }),
+            others.map((name) => button(t("moveTo", { name }), () => this.move(id, name), { "data-do": "move" })))];
     }
 }
 

@@ -65,7 +65,7 @@ export class ReceiptForm {
         el("p", { class: "hint" }, t("trialHint")),
         el("div", { class: "buttons" },
             button(t("check"), () => this.#doWith(this.check), { name: "check" }),
-            el("button", { name: "sell" }, t("sell"))));
+            el("button", { name: "sell", "data-needs": "sell" }, t("sell"))));
         const submit = (event) => {
             event.preventDefault();
             this.#doWith(this.sell);

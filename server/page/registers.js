@@ -15,9 +15,9 @@ class RegisterCard {
         this.state = el("span", { class: "state" });
         this.note = el("p", { class: "note", lang: "ru" });
         this.facts = el("dl", { class: "facts" });
-        this.x = button(t("xReport"), () => doings.report(name, "xReport"), { "data-do": "x" });
-        this.z = button(t("zReport"), () => doings.report(name, "zReport"), { "data-do": "z" });
-        this.hold = button("", () => doings.hold(name, this.isHeld), { "data-do": "hold" });
+        this.x = button(t("xReport"), () => doings.report(name, "xReport"), { "data-do": "x", "data-needs": "sell" });
+        this.z = button(t("zReport"), () => doings.report(name, "zReport"), { "data-do": "z", "data-needs": "sell" });
+        this.hold = button("", () => doings.hold(name, this.isHeld), { "data-do": "hold", "data-needs": "admin" });
         const heading = el("h3", { id: `register-${name}` }, name, " ", this.state);
         this.root = el("article", { class: "card", "data-register": name, "aria-labelledby": heading.id }, heading,
             this.note, this.facts, el("div", { class: "choice" }, this.x, this.z, this.hold));

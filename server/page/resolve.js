@@ -16,12 +16,12 @@ function answer(label, input, verb, onAnswer) {
 export function resolution(id, resolve) {
     const number = el("input", { type: "number", min: "1", step: "1", name: "documentNumber", required: true });
     const note = el("input", { name: "note", required: true, autocomplete: "off" });
-    return el("div", { class: "answers" },
+    return el("div", { class: "answers", "data-needs": "admin" },
         answer("onTape", number, "itIsIssued", (text) => resolve(id, { state: "issued", documentNumber: Number(text) })),
         answer("notOnTape", note, "itIsNotIssued", (text) => resolve(id, { state: "notIssued", note: text })));
 }
 
 export function acceptance(name, accept) {
     const note = el("input", { name: "note", required: true, autocomplete: "off" });
-    return el("div", { class: "answers" }, answer("lookedAt", note, "acceptIt", (text) => accept(name, text)));
+    return el("div", { class: "answers", "data-needs": "admin" }, answer("lookedAt", note, "acceptIt", (text) => accept(name, text)));
 }

@@ -65,6 +65,7 @@ const AskRow askRows[] = {
     {"GET", "/v1/documents/document:1/picture", "", 200},
     {"GET", "/v1/documents/document:2/picture", "", 404, "no-picture"},
     {"GET", "/v1/documents/document:9/picture", "", 404, "no document"},
+    {"GET", "/v1/me", "", 200, R"("name":null,"registers":["till1","till2"],"role":"admin")"},
     {"GET", "/v1/events", "", 200},
     {"GET", "/v1/openapi.json", "", 200, "3.1.0"},
     {"GET", "/healthz", "", 200, "ok"},

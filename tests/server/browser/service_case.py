@@ -16,6 +16,7 @@ SECTION = """
 [register till{number}]
 port = {line}
 protocol = HEX
+exclusive = yes
 cashier = Иванова А. П.
 allow-test-drive = true
 """

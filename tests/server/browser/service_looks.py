@@ -1,5 +1,7 @@
 """How the page of the service looks and sounds."""
 
+import signal
+
 import stage
 from case import setUpModule  # noqa: F401, unittest looks for it
 from pagelooks import PageLooks
@@ -65,5 +67,15 @@ class Guarded(ServicePageTest):
         self.page.refresh()
         self.connected()
         self.assertFalse(dialog())
-        self.click("[data-register=till1] [data-do=hold]")
-        self.becomes(lambda: self.text("#notices"), "token does not allow")
+        self.becomes(self.till, "works")
+        for role, expected in (("read", []), ("sell", ["x", "z"]), ("admin", ["x", "z", "hold"])):
+            token = self.service.command("token", "add", role, "--role", role)
+            read = self.service.log.read_text().count("tokens: read")
+            self.service.process.send_signal(signal.SIGHUP)
+            stage.wait_for(lambda: self.service.log.read_text().count("tokens: read") > read)  # pylint: disable=cell-var-from-loop
+            self.page.execute_script("sessionStorage.setItem('spf-token', arguments[0])", token)
+            self.page.refresh()
+            self.connected()
+            offered = [one.get_attribute("data-do") for one in self.find_all("[data-register=till1] [data-do]")
+                       if one.is_displayed()]
+            self.assertEqual(expected, offered)

@@ -21,9 +21,22 @@ class Work(ServicePageTest):
         self.click("[data-id='shop:0001'] button")
         for expected in ("Sale", "Хлеб Бородинский", "305.23", "Attempt 1"):
             self.becomes(lambda: self.text("#document"), expected)
+        self.click("#document details:first-of-type summary")
+        drawn = "const picture = document.querySelector('#document .picture img'); return picture?.naturalWidth ?? 0"
+        stage.wait_for(lambda: self.page.execute_script(drawn) > 200)
+        self.shoot("service-picture", "#document")
+        # Open for the next document, and nothing for one that has none.
+        self.service.post(SALE, "shop:0002")
+        self.becomes(lambda: self.row("shop:0002"), "issued")
+        self.click("[data-id='shop:0002'] button")
+        stage.wait_for(lambda: "shop:0002" in (self.page.execute_script(
+            "return document.querySelector('#document .picture img')?.alt") or ""))
+        self.click("[data-id='shift:0001'] button")
+        self.becomes(lambda: self.text("#document h3"), "Opening")
+        self.assertEqual([], self.find_all("#document .picture"))
         foreign = "return performance.getEntriesByType('resource').map((r) => r.name)"
         for address in self.page.execute_script(foreign):
-            self.assertTrue(address.startswith(self.service.url), address)
+            self.assertTrue(address.removeprefix("blob:").startswith(self.service.url), address)
         told = [line["message"] for line in self.page.get_log("browser") if self.service.url in line["message"]]
         self.assertEqual([], told)
 
@@ -147,3 +160,51 @@ class Persons(ServicePageTest):
         self.becomes(lambda: self.row("xrep:0001"), "not issued: a person said so")
         stage.wait_for(lambda: not self.find("#attention").is_displayed())
         self.assertEqual("на ленте его нет", self.service.ask("/documents/xrep:0001")["note"])
+
+    def test_unknown_is_on_the_tape(self):
+        self.make_unknown("xrep:0001")
+        field = self.find("[data-unknown='xrep:0001'] [name=documentNumber]")
+        field.send_keys("0\n")  # which none has
+        self.assertTrue(self.find("#attention").is_displayed())
+        field.clear()
+        field.send_keys("117\n")
+        self.becomes(lambda: self.row("xrep:0001"), "no. 117")
+        self.becomes(lambda: self.row("xrep:0001"), "issued")
+        stage.wait_for(lambda: not self.find("#attention").is_displayed())
+        document = self.service.ask("/documents/xrep:0001")
+        self.assertEqual(("issued", 117, "127.0.0.1"), tuple(document[name] for name in ("state", "documentNumber", "resolvedBy")))
+
+    def test_sold_behind_the_service(self):
+        self.works()
+        self.service.post(SALE, "shop:0001")
+        self.becomes(lambda: self.row("shop:0001"), "issued")
+        self.service.stop()
+        self.must("--exclusive", "no", "sell", "sale.json")
+        self.service = Service(self.register, port=self.service.port)
+        self.service.post(SALE, "shop:0002")
+        self.becomes(lambda: self.text("[data-review=till1]"), "documents that the journal does not know")
+        self.becomes(lambda: self.row("shop:0002"), "waiting")
+        self.shoot("service-review")
+        note = self.find("[data-review=till1] [name=note]")
+        note.send_keys("\n")  # says nothing
+        self.assertEqual("needsReview", self.service.ask("/registers/till1")["waiting"])
+        note.send_keys("продано с frctl, сверено с лентой\n")
+        self.becomes(lambda: self.row("shop:0002"), "issued")
+        self.becomes(self.till, "works")
+        stage.wait_for(lambda: not self.find("#attention").is_displayed())
+        self.assertIn("accepted till1 as it is: продано с frctl", self.service.log.read_text())
+
+    def test_moved_to_another_register(self):
+        self.works()
+        self.works("till2")
+        self.click("[data-register=till1] [data-do=hold]")
+        self.becomes(self.till, "paused")
+        self.service.post(SALE, "shop:0001")
+        self.click("[data-id='shop:0001'] button")
+        self.becomes(lambda: self.text("#document"), "Move to till2")
+        self.click("#document [data-do=move]")
+        self.becomes(lambda: self.row("shop:0001"), "till2")
+        self.becomes(lambda: self.row("shop:0001"), "issued")
+        self.becomes(lambda: self.till("till2"), "Sale, 305.23 ₽")
+        self.assertIn("Queue\n0", self.till())
+        self.assertEqual([], self.find_all("#document [data-do=move]"))
