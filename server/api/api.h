@@ -8,6 +8,7 @@
 #include "documentstore.h"
 #include "http/eventstream.h"
 #include "http/site.h"
+#include "journalerror.h"
 
 #include <map>
 
@@ -60,6 +61,8 @@ public:
     Till* till(const QString& name) const;
     /// The view, with its name and its queue.
     QJsonObject registerView(const Till& till) const;
+    /// A journal that fails is the same whatever was asked.
+    static http::Response journalProblem(const sale::JournalError& error);
     /// For a document that was accepted just now.
     void accepted(const sale::StoredDocument& document);
     /// The register as it is when it is paused, or at the end of the time.
