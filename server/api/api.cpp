@@ -24,23 +24,13 @@ const QString pausedState = QStringLiteral("paused");
 const QList<sale::DocumentState> openStates{
     sale::DocumentState::Queued, sale::DocumentState::Running, sale::DocumentState::Unknown};
 
-http::Response journalProblem(const sale::JournalError& error)
-{
-    qCWarning(apiLog).noquote() << error.what();
-    return http::Problem(503, QStringLiteral("journal"), QStringLiteral("The journal cannot be used"),
-        QStringLiteral("%1. Post the same id again.").arg(QString::fromUtf8(error.what())))
-        .withHeader("Retry-After", "5")
-        .response();
-}
-
-/// A journal that fails is the same whatever was asked.
 http::Handler handlerOf(Api& api, const ApiRoute& route)
 {
     return [&api, answer = route.answer](const http::Request& request) -> http::Answer {
         try {
             return answer(api, request);
         } catch (const sale::JournalError& error) {
-            return journalProblem(error);
+            return Api::journalProblem(error);
         }
     };
 }
@@ -114,6 +104,15 @@ void Api::setTokens(bool areWanted, const QList<TokenEntry>& entries)
     // No token has this for its hash.
     if (areWanted && entries.isEmpty())
         m_site.tokens.add("-", {});
+}
+
+http::Response Api::journalProblem(const sale::JournalError& error)
+{
+    qCWarning(apiLog).noquote() << error.what();
+    return http::Problem(503, QStringLiteral("journal"), QStringLiteral("The journal cannot be used"),
+        QStringLiteral("%1. Post the same id again.").arg(QString::fromUtf8(error.what())))
+        .withHeader("Retry-After", "5")
+        .response();
 }
 
 Till* Api::till(const QString& name) const

@@ -8,6 +8,7 @@
 #include "documentstore.h"
 #include "http/eventstream.h"
 #include "http/site.h"
+#include "journalerror.h"
 
 #include <QElapsedTimer>
 
@@ -75,6 +76,8 @@ public:
     /// By that one: what its worker cannot read or write it would not make.
     void requireJournal(const Till& till) const;
     /// @}
+    /// A journal that fails is the same whatever was asked.
+    static http::Response journalProblem(const sale::JournalError& error);
     /// For a document that was accepted just now.
     void accepted(const sale::StoredDocument& document);
     /// The register as it is when it is paused, or at the end of the time.

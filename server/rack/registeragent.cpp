@@ -48,6 +48,11 @@ void RegisterAgent::start()
 void RegisterAgent::stop()
 {
     m_isStopping = true;
+    // A register that does not answer may be waited for, for a minute and more.
+    static const QStringList harmless{
+        QStringLiteral("start"), QStringLiteral("open"), QStringLiteral("state"), QStringLiteral("settle")};
+    if (m_request && harmless.contains(m_request->what))
+        endWorker();
     advance();
 }
 
@@ -156,6 +161,13 @@ void RegisterAgent::leave()
         return;
     if (!m_isAlive)
         return finishStop();
+    endWorker();
+}
+
+void RegisterAgent::endWorker()
+{
+    if (m_endingSince)
+        return;
     m_endingSince = steady();
     m_worker->end();
 }

@@ -43,7 +43,7 @@ public:
     const QString& name() const { return m_settings.name; }
     const RegisterSettings& settings() const { return m_settings; }
     void start();
-    /// Behind the document under way; stopped follows.
+    /// Behind the document under way, and without waiting for anything else; stopped follows.
     void stop();
     bool isStopped() const { return m_isStopped; }
     /// To be called every second or so: whatever time decides is decided here.
@@ -96,6 +96,7 @@ private:
     void advance();
     void advanceOpen();
     void leave();
+    void endWorker();
     void finishStop();
     void startWorker();
     void hurry();

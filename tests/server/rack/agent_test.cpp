@@ -235,6 +235,22 @@ TEST_F(AgentTest, StopsBehindTheDocumentUnderWay)
     EXPECT_EQ(stateOf("sale:0002"), DocumentState::Queued);
 }
 
+TEST_F(AgentTest, StopsWithoutWaitingForARegisterThatDoesNotAnswer)
+{
+    makeAgent();
+    agent->start();
+    worker->answer({});
+    queue("sale:0001");
+    ASSERT_EQ(worker->at(), "open");
+    agent->stop();
+    agent->stop();
+    EXPECT_EQ(worker->did.mid(worker->did.indexOf("open ")), (QStringList{"open ", "end"}));
+    EXPECT_FALSE(isStopped);
+    worker->die();
+    EXPECT_TRUE(isStopped);
+    EXPECT_EQ(worker->starts, 1);
+}
+
 TEST_F(AgentTest, StopsAlsoAWorkerThatHangs)
 {
     startAgent();

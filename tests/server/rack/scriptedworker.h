@@ -29,7 +29,7 @@ public:
 
     void end() override
     {
-        EXPECT_FALSE(isBusy);
+        EXPECT_FALSE(at().startsWith("make"));
         did.append("end");
     }
 
