@@ -1,7 +1,7 @@
 // Files of releases before, and what those do with files of this one.
 
+#include "formerrelease.h"
 #include "journalfixture.h"
-#include "sqliteconnection.h"
 #include "sqlitestore.h"
 
 #include <QDir>
@@ -11,48 +11,73 @@ using namespace sale;
 
 namespace {
 
-/// As the release before made it.
-void takeAwayWhatCameLater(const QString& fileName)
+const QString version = QStringLiteral("0.3.0");
+const QStringList soldAtTheSecondAttempt{"accept", "begin", "refuse", "correct", "issue"};
+
+/// As that release leaves it when it is killed.
+void makeFormer(const QString& file)
 {
-    SqliteConnection former(fileName, 0);
-    for (const char* const statement :
-        {"DROP INDEX documents_by_sale", "DROP INDEX documents_by_place", "DROP INDEX documents_by_state",
-            "ALTER TABLE documents DROP COLUMN queued", "ALTER TABLE documents DROP COLUMN return_of"})
-        former.execute(statement);
+    FormerRelease former(version, file);
+    former.work({"make"});
+    former.work(soldAtTheSecondAttempt, "sold");
+    former.work({"accept", "begin"}, "broken");
+    former.work({"accept"}, "left");
+}
+
+void expectSold(const SqliteStore& store, const QString& id)
+{
+    const StoredDocument found = store.findId(id).value();
+    EXPECT_EQ(found.state, DocumentState::Issued);
+    EXPECT_EQ(found.documentNumber, 8U);
+    ASSERT_EQ(found.attempts.size(), 2);
+    EXPECT_EQ(found.attempts[0].verdict, DocumentState::NotIssued);
+    EXPECT_EQ(found.queued, found.accepted);
+    EXPECT_EQ(store.find({.goods = "mark of " + id}).size(), 1);
 }
 
 TEST_F(Journal, FileOfTheReleaseBeforeGetsWhatCameLater)
 {
-    {
-        SqliteStore store(file);
-        saleIn(store).begin(noted);
-        store.accept({"left", "sell", "{}", "till1"});
-    }
-    takeAwayWhatCameLater(file);
+    makeFormer(file);
     // Two programs that are started at once.
     SqliteStore store(file);
     SqliteStore second(file);
-    EXPECT_TRUE(saleIn(store).isUnsettled());
     const QStringList copies = QFileInfo(file).dir().entryList({"*.before-update-*"}, QDir::Files);
     ASSERT_EQ(copies.size(), 1) << "what it was stays";
     SqliteConnection former(QFileInfo(file).dir().filePath(copies.first()), 0);
     EXPECT_FALSE(
         former.value("SELECT 1 FROM pragma_table_info('documents') WHERE name = 'queued'").isValid());
-    EXPECT_EQ(former.value("SELECT count(*) FROM documents").toInt(), 2);
-    const StoredDocument left = store.findId("left").value();
-    EXPECT_EQ(left.state, DocumentState::NotIssued) << "nobody sells it unasked";
-    EXPECT_EQ(left.queued, left.accepted);
-    store.accept({"back", "sellReturn", {}, {}, {}, {}, "A"});
-    EXPECT_EQ(second.find({.returnOf = "A"}).size(), 1);
+    EXPECT_EQ(former.value("SELECT count(*) FROM documents").toInt(), 3);
+    expectSold(store, "sold");
+    EXPECT_TRUE(IdentifiedSale(store, store.findId("broken").value()).isUnsettled());
+    EXPECT_EQ(store.findId("left")->state, DocumentState::NotIssued) << "nobody sells it unasked";
+    store.accept({"back", "sellReturn", {}, {}, {}, {}, "sold"});
+    EXPECT_EQ(second.find({.returnOf = "sold"}).size(), 1);
     EXPECT_TRUE(store.damages().isEmpty());
-    // It goes on with the file: its version is the same, and a row of its columns alone is whole.
-    EXPECT_EQ(SqliteConnection(file, 0).value("PRAGMA user_version").toInt(), 1);
-    SqliteConnection(file, 0).execute(
-        "INSERT INTO documents (id, register, kind, body, digest, state, accepted, "
-        "start_before) VALUES ('old', '', 'sell', '', '', 'queued', "
-        "'2026-01-01T00:00:00.000Z', NULL)");
-    EXPECT_EQ(store.findId("old")->queued, store.findId("old")->accepted);
-    EXPECT_EQ(SqliteStore(file).findId("old")->state, DocumentState::Queued) << "this is done once";
+}
+
+// After an update that was taken back, or beside a program that was not updated.
+TEST_F(Journal, ReleaseBeforeGoesOnWithTheFile)
+{
+    SqliteStore store(file);
+    store.accept({"ours", "sell", "{}", "till1", {"mark of ours"}, {}, "sold"});
+    FormerRelease former(version, file);
+    EXPECT_EQ(former.ask("start"), QVariantList{1});
+    former.work(soldAtTheSecondAttempt, "sold");
+    former.work({"accept", "expire"}, "late");
+    former.work({"accept"}, "theirs");
+    EXPECT_EQ(former.ask("find", "ours")[0], store.findId("ours")->sequence);
+    EXPECT_EQ(former.ask("find", "sold"),
+        (QVariantList{store.findId("sold")->sequence, 1, {}, store.findId("sold")->sequence}));
+    expectSold(store, "sold");
+    EXPECT_EQ(store.findId("late")->reason, StateReason::Expired);
+    former.work({"begin", "refuse", "correct", "issue"}, "ours");
+    EXPECT_EQ(store.findId("ours")->state, DocumentState::Issued);
+    EXPECT_EQ(store.find({.returnOf = "sold"}).size(), 1) << "what it does not know stays";
+    former.work({"anonymise"});
+    EXPECT_TRUE(store.findId("sold")->request.body.isEmpty());
+    EXPECT_EQ(SqliteStore(file).findId("theirs")->state, DocumentState::Queued)
+        << "what was left by the release before is ended once";
+    EXPECT_TRUE(store.damages().isEmpty());
 }
 
 } // namespace
