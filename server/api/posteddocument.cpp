@@ -184,7 +184,9 @@ QString headerId(const http::Request& request)
     return QString::fromUtf8(value);
 }
 
-void throwErrors(const QList<Finding>& findings)
+} // namespace
+
+void PostedDocument::requireRight() const
 {
     QList<Finding> errors;
     QList<Finding> warnings;
@@ -198,17 +200,14 @@ void throwErrors(const QList<Finding>& findings)
         .with(QStringLiteral("warnings"), sale::findingsJson(warnings));
 }
 
-} // namespace
-
-sale::DocumentRequest postedDocument(const http::Request& request, const PostingRules& rules)
+PostedDocument postedDocument(const http::Request& request, const PostingRules& rules)
 {
     Posting posting(request.body, rules);
     posting.readId(headerId(request));
     posting.readStartBefore();
     posting.readReturnOf();
     posting.readDocument();
-    throwErrors(posting.findings());
-    return posting.document();
+    return {posting.document(), posting.findings()};
 }
 
 QList<Finding> documentFindings(const QByteArray& body, const PostingRules& rules)
