@@ -27,7 +27,7 @@ using receipt::Finding;
 
 /// What is wrong with the document or with what it asks for; anything else is the register's or ours, and
 /// passes.
-bool isOfDocument(const Failure& failure)
+bool isOfDocument(const Failure& failure, bool wasOpen)
 {
     switch (failure.kind) {
     case ErrorKind::Data:
@@ -38,7 +38,7 @@ bool isOfDocument(const Failure& failure)
         return true;
     case ErrorKind::Other:
         // What the register refuses for a reason of its own would be refused for ever, and hold up the rest.
-        return failure.isOfDriver || failure.exceptionName == QStringLiteral("ShiftUnchanged");
+        return (failure.isOfDriver && !wasOpen) || failure.exceptionName == QStringLiteral("ShiftUnchanged");
     default:
         return false;
     }
@@ -62,9 +62,10 @@ receipt::CheckedReceipt readReceipt(const QByteArray& body, receipt::Protocol pr
 class Making
 {
 public:
-    Making(CashDesk& desk, const StoredDocument& waiting)
+    Making(CashDesk& desk, const StoredDocument& waiting, bool wasOpen)
         : m_desk(desk)
         , m_waiting(waiting)
+        , m_wasOpen(wasOpen)
     {
     }
 
@@ -144,7 +145,7 @@ private:
     void judge()
     {
         StoredDocument record = m_desk.journal().findId(m_waiting.request.id).value_or(m_waiting);
-        if (isWaiting(record) && m_failure && !m_isOfRegister && isOfDocument(*m_failure))
+        if (isWaiting(record) && m_failure && !m_isOfRegister && isOfDocument(*m_failure, m_wasOpen))
             record = m_desk.journal().refuse(
                 record.request.id, {{}, keptFailure(*m_failure), keptWarnings(m_warnings)});
         if (isWaiting(record))
@@ -192,6 +193,7 @@ private:
 
     CashDesk& m_desk;
     const StoredDocument m_waiting;
+    const bool m_wasOpen;
     Verdict m_verdict;
     std::optional<Failure> m_failure;
     /// It came of reaching the register, which no document is to blame for.
@@ -204,7 +206,7 @@ private:
 
 } // namespace
 
-QueuedDocument makeQueued(CashDesk& desk, const QString& id)
+QueuedDocument makeQueued(CashDesk& desk, const QString& id, bool wasOpen)
 {
     try {
         const std::optional<StoredDocument> known = desk.journal().findId(id);
@@ -212,7 +214,7 @@ QueuedDocument makeQueued(CashDesk& desk, const QString& id)
             throw JournalError(tr("the journal has no document %1").arg(id));
         if (known->state == DocumentState::Queued
             && known->request.registerName == desk.options().registerName)
-            return Making(desk, *known).run();
+            return Making(desk, *known, wasOpen).run();
         QueuedDocument made{answerOf(*known, desk.options().line.protocol)};
         made.answer.isReplayed = true;
         return made;

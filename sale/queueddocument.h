@@ -22,6 +22,9 @@ struct QueuedDocument
 /// it waits, and one that waits no longer, or for another register, is answered as it stands. What is wrong
 /// with the document itself, also with its marking codes, its cash or its shift, refuses it; what is wrong
 /// with the register, its line or the journal leaves it where it is. Throws nothing.
-QueuedDocument makeQueued(CashDesk& desk, const QString& id);
+/// A register that was opened a while ago may have been switched off and on since, and refuses everything
+/// until it is started anew: one that wasOpen keeps what it refuses before it begins waiting (held), for
+/// another try behind CashDesk::open.
+QueuedDocument makeQueued(CashDesk& desk, const QString& id, bool wasOpen = false);
 
 } // namespace sale

@@ -3,6 +3,7 @@
 #include "expectedregister.h"
 #include "protocol.h"
 
+#include <QString>
 #include <QtGlobal>
 
 #include <functional>
@@ -26,6 +27,7 @@ struct RegisterLine
     bool isChecked() const { return protocol == receipt::Protocol::Hex; }
     quint64 repeatsNow() const { return repeats ? repeats() : 0; }
     quint64 connectionNow() const { return connection ? connection() : 0; }
+    QString driveNow() const { return drive ? drive() : QString(); }
 
     /// Decides what can be asked of the register, and how often the driver sends a request.
     receipt::Protocol protocol;
@@ -40,6 +42,9 @@ struct RegisterLine
     std::function<quint64()> repeats = {};
     /// Compared at each connection, before anything else is asked or sent.
     ExpectedRegister expected;
+    /// The fiscal drive that the host means to sell on: a register may be switched off, get another one and
+    /// be switched on again without a break of the line. May be empty, or tell nothing: then any is meant.
+    std::function<QString()> drive = {};
 };
 
 } // namespace sale

@@ -108,6 +108,10 @@
         <translation>на линии другая касса: %1 — %2, а не %3</translation>
     </message>
     <message>
+        <source>another fiscal drive is in the register: %1, not %2</source>
+        <translation>в кассе другой ФН: %1, а не %2</translation>
+    </message>
+    <message>
         <source>serial number</source>
         <translation>заводской номер</translation>
     </message>

@@ -160,9 +160,12 @@ QList<Finding> returnFaults(
     return Comparison(store, *sale, *sold, exceptId).faults(back);
 }
 
-StoredDocument acceptReturn(DocumentStore& store, const DocumentRequest& request)
+StoredDocument acceptReturn(
+    DocumentStore& store, const DocumentRequest& request, const DocumentStore::Condition& condition)
 {
     return store.accept(request, [&] {
+        if (condition)
+            condition();
         const Receipt back = receipt::receiptFromText(completedBody(store, request));
         const QList<Finding> faults = returnFaults(store, request.returnOf, back, request.id);
         if (!faults.isEmpty())

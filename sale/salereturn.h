@@ -25,7 +25,8 @@ QList<receipt::Finding> returnFaults(const DocumentStore& store, const QString& 
 
 /// Accepts a return with returnOf, unless something keeps it: then a ReturnRefused is thrown, or a
 /// ReceiptError for a body that is no receipt once it is completed, and nothing is accepted. Of two that are
-/// accepted at once and exceed the sale together, one is. Else as DocumentStore::accept.
-StoredDocument acceptReturn(DocumentStore& store, const DocumentRequest& request);
+/// accepted at once and exceed the sale together, one is. Else as DocumentStore::accept, also the condition.
+StoredDocument acceptReturn(
+    DocumentStore& store, const DocumentRequest& request, const DocumentStore::Condition& condition = {});
 
 } // namespace sale

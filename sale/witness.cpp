@@ -5,9 +5,11 @@
 #include "marknoting.h"
 #include "misreading.h"
 #include "review.h"
+#include "saletr.h"
 #include "settlement.h"
 #include "shiftopening.h"
 #include "verdicttable.h"
+#include "wrongregister.h"
 
 #include "abstractfrdriver.h"
 
@@ -80,12 +82,21 @@ bool Witness::isDriveRepeated() const
     return m_driver.getFnInfo().fnStatus.fnNumber == m_before.drive;
 }
 
+void Witness::requireDrive() const
+{
+    const QString meant = m_line.driveNow();
+    if (!meant.isEmpty() && !m_before.drive.isEmpty() && m_before.drive != meant)
+        throw WrongRegister(
+            tr("another fiscal drive is in the register: %1, not %2").arg(m_before.drive, meant));
+}
+
 void Witness::compareWith(const DocumentStore& journal)
 {
     // The mark of other documents is read twice anyway.
     const bool isReadOnce = !m_line.isChecked() && (isReceipt(m_ours.kind) || isCash(m_ours.kind));
     if (isReadOnce && !journal.knowsDrive(m_before.drive) && !isDriveRepeated())
         m_before = noteMarkTwice(m_driver, m_line, m_ours.kind);
+    requireDrive();
     if (m_line.isExclusive && !isCash(m_ours.kind))
         m_before = requireKnown(m_driver, journal, m_before);
 }

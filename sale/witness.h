@@ -33,8 +33,8 @@ public:
     /// Holds the mark against the journal, see requireKnown, and learns from it the number that it does not
     /// tell itself. A register that others work is not compared, and the mark of cash tells nothing that the
     /// next sale is compared with. A drive that is new to the journal is asked for again where answers have
-    /// no check value: under a misread number nobody would find the document again. Throws ReviewNeeded,
-    /// JournalError and the driver's exceptions.
+    /// no check value: under a misread number nobody would find the document again. Another drive than that
+    /// of the line is WrongRegister. Throws that, ReviewNeeded, JournalError and the driver's exceptions.
     void compareWith(const DocumentStore& journal);
     /// The number that the drive gives the document; 0 when the mark does not tell.
     Verdict issued() const;
@@ -52,6 +52,7 @@ private:
     /// The known mark, when the register's answers fit it.
     std::optional<DriveMark> confirmed(const std::optional<KnownMark>& known);
     void noteAnew(const ShiftOpener& openShift, Verdict opening);
+    void requireDrive() const;
     /// Whether the register names the drive of the mark once more.
     bool isDriveRepeated() const;
 

@@ -97,11 +97,13 @@ void requireOwnSale(const Api& api, const Request& request, const QString& saleI
             QStringLiteral("is no document of this journal")}});
 }
 
-StoredDocument acceptedDocument(Api& api, const sale::DocumentRequest& document)
+/// One that is known is not judged anew: what was right when it was accepted is so for ever.
+StoredDocument acceptedDocument(Api& api, const sale::DocumentRequest& document, const PostedDocument& posted)
 {
+    const auto requireRight = [&posted] { posted.requireRight(); };
     try {
-        return document.returnOf.isEmpty() ? api.store().accept(document)
-                                           : sale::acceptReturn(api.store(), document);
+        return document.returnOf.isEmpty() ? api.store().accept(document, requireRight)
+                                           : sale::acceptReturn(api.store(), document, requireRight);
     } catch (const sale::ReturnRefused& refused) {
         throw returnRefused(refused.errors());
     } catch (const sale::IdConflict&) {
@@ -132,19 +134,21 @@ Answer postDocument(Api& api, const Request& request)
 {
     Till& till = tillOf(api, request);
     requireOpen(api);
-    sale::DocumentRequest document = postedDocument(request, rulesOf(api, till));
+    const PostedDocument posted = postedDocument(request, rulesOf(api, till));
+    sale::DocumentRequest document = posted.request;
     document.registerName = till.settings().name;
     const std::optional<StoredDocument> known = api.store().findId(document.id);
     requireOwn(api, request, known);
     requireOwnSale(api, request, document.returnOf);
     const bool isToBeQueued = !known || known->state == DocumentState::NotIssued;
     if (isToBeQueued) {
+        posted.requireRight();
         requireRoom(api, document.registerName);
         requireWorkingJournal(api, till);
     }
     if (!known && request.caller)
         api.owners().claim(document.id, request.caller->name);
-    const StoredDocument stored = acceptedDocument(api, document);
+    const StoredDocument stored = acceptedDocument(api, document, posted);
     if (isToBeQueued)
         api.accepted(stored);
     return answerOrWait(api, request, stored);

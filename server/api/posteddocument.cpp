@@ -202,12 +202,16 @@ void throwErrors(const QList<Finding>& findings)
     QList<Finding> warnings;
     for (const Finding& finding : findings)
         (finding.severity == Finding::Error ? errors : warnings).append(finding);
-    if (errors.isEmpty())
-        return;
-    throw wrongDocument(errors, warnings);
+    if (!errors.isEmpty())
+        throw wrongDocument(errors, warnings);
 }
 
 } // namespace
+
+void PostedDocument::requireRight() const
+{
+    throwErrors(findings);
+}
 
 http::Problem wrongDocument(const QList<Finding>& errors, const QList<Finding>& warnings)
 {
@@ -217,15 +221,14 @@ http::Problem wrongDocument(const QList<Finding>& errors, const QList<Finding>& 
         .with(QStringLiteral("warnings"), sale::findingsJson(warnings));
 }
 
-sale::DocumentRequest postedDocument(const http::Request& request, const PostingRules& rules)
+PostedDocument postedDocument(const http::Request& request, const PostingRules& rules)
 {
     Posting posting(request.body, rules);
     posting.readId(headerId(request));
     posting.readStartBefore();
     posting.readReturnOf();
     posting.readDocument();
-    throwErrors(posting.findings());
-    return posting.document();
+    return {posting.document(), posting.findings()};
 }
 
 QList<Finding> documentFindings(const QByteArray& body, const PostingRules& rules)

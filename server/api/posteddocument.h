@@ -10,11 +10,20 @@
 
 namespace frserver {
 
-/// A document as a client posts it, judged as far as that can be done without the register, and without the
-/// register's name. Reads the body of a request, whose id may stand in Idempotency-Key instead. What belongs
-/// to the posting and not to the document (id, startBefore) is no part of the body that is kept. Throws
-/// http::Problem (400) with all that is wrong.
-sale::DocumentRequest postedDocument(const http::Request& request, const PostingRules& rules);
+/// A document as a client posts it, without the register's name, and what is to be said of it.
+struct PostedDocument
+{
+    /// Throws http::Problem (400) with all that is wrong.
+    void requireRight() const;
+
+    sale::DocumentRequest request;
+    QList<receipt::Finding> findings;
+};
+
+/// Reads the body of a request, whose id may stand in Idempotency-Key instead, and judges it as far as that
+/// can be done without the register. What belongs to the posting and not to the document (id, startBefore) is
+/// no part of the body that is kept.
+PostedDocument postedDocument(const http::Request& request, const PostingRules& rules);
 
 /// All that is to be said of a document, errors and warnings, for a check: it need not have an id.
 QList<receipt::Finding> documentFindings(const QByteArray& body, const PostingRules& rules);

@@ -6,10 +6,11 @@ namespace frserver {
 
 using sale::ErrorKind;
 
-void PatientStore::setPatientFor(const QString& id)
+void PatientStore::setPatientFor(const QString& id, bool mayHaveRestarted)
 {
     m_id = id;
-    m_isOfPaper = false;
+    m_mayHaveRestarted = mayHaveRestarted;
+    m_isOfRegister = false;
 }
 
 void PatientStore::note(const QString& id, int attempt, const sale::AttemptNote& note)
@@ -17,14 +18,19 @@ void PatientStore::note(const QString& id, int attempt, const sale::AttemptNote&
     SqliteStore::note(id, attempt, note);
     const QString kind = note.failure.value(QStringLiteral("kind")).toString();
     if (id == m_id && !kind.isEmpty())
-        m_isOfPaper
-            = kind == sale::errorKindName(ErrorKind::Paper) || kind == sale::errorKindName(ErrorKind::Cover);
+        m_isOfRegister = isOfRegister(sale::errorKindNamed(kind));
+}
+
+bool PatientStore::isOfRegister(ErrorKind kind) const
+{
+    return kind == ErrorKind::Paper || kind == ErrorKind::Cover
+        || (kind == ErrorKind::Other && m_mayHaveRestarted);
 }
 
 void PatientStore::settle(const QString& id, int attempt, const sale::DocumentEnding& ending)
 {
     sale::DocumentEnding meant = ending;
-    meant.waitsAgain = id == m_id && m_isOfPaper;
+    meant.waitsAgain = id == m_id && m_isOfRegister;
     SqliteStore::settle(id, attempt, meant);
 }
 

@@ -63,6 +63,7 @@ sale::RegisterLine WorkerSession::line()
         [this] { return m_connection ? m_connection->soleConnection() : 0; });
     line.repeats = [this] { return m_connection ? m_connection->repeats() : 0; };
     line.expected = m_settings.expected;
+    line.drive = [this] { return m_drive; };
     return line;
 }
 
@@ -166,6 +167,9 @@ void WorkerSession::setClock(RegisterCondition& condition)
 QJsonObject WorkerSession::conditionJson()
 {
     RegisterCondition condition = RegisterCondition::read(m_connection->driver(), line());
+    const QString drive = condition.drive.fnStatus.fnNumber.trimmed();
+    if (drive != m_drive && !drive.isEmpty())
+        requireDrive(drive);
     setClock(condition);
     return condition.toJson(localNow());
 }
@@ -201,19 +205,30 @@ QJsonObject WorkerSession::make(const QString& id, bool opensShift)
     QJsonArray settled;
     sale::CashDesk& at = desk(opensShift);
     try {
-        if (!at.isOpen())
+        std::optional<sale::QueuedDocument> made;
+        if (at.isOpen())
+            made = makeAt(at, id, true);
+        // Not reached yet, or switched off and on since.
+        if (!made || made->held == sale::ErrorKind::Other) {
             settled = reach(at);
+            made = makeAt(at, id, false);
+        }
+        QJsonObject answer = answerOf(*made);
+        answer.insert(QStringLiteral("settled"), settled);
+        return answer;
     } catch (const std::exception&) {
         const Obstacle obstacle = Obstacle::current();
         return {{QStringLiteral("held"), obstacle.reason}, {QStringLiteral("text"), obstacle.text}};
     }
+}
+
+sale::QueuedDocument WorkerSession::makeAt(sale::CashDesk& desk, const QString& id, bool wasOpen)
+{
     m_isMaking = true;
-    m_journal->setPatientFor(id);
-    const sale::QueuedDocument made = sale::makeQueued(at, id);
+    m_journal->setPatientFor(id, wasOpen);
+    const sale::QueuedDocument made = sale::makeQueued(desk, id, wasOpen);
     m_isMaking = false;
-    QJsonObject answer = answerOf(made);
-    answer.insert(QStringLiteral("settled"), settled);
-    return answer;
+    return made;
 }
 
 QJsonObject WorkerSession::answerOf(const sale::QueuedDocument& made)

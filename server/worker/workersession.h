@@ -62,6 +62,7 @@ private:
     QJsonArray reach(sale::CashDesk& desk);
     QJsonObject conditionJson();
     void setClock(RegisterCondition& condition);
+    sale::QueuedDocument makeAt(sale::CashDesk& desk, const QString& id, bool wasOpen);
     QJsonObject answerOf(const sale::QueuedDocument& made);
     bool isRunningInJournal(const QString& id);
     void giveUpFormerDrive(const QString& drive);

@@ -190,6 +190,44 @@ TEST_F(Queue, RefusedXReportIsKnownNotToBeMadeWhereTheShiftIsClosed)
     }
 }
 
+TEST_F(Queue, RegisterThatWasSwitchedOffAndOnSinceItWasOpenedIsNotTheFaultOfADocument)
+{
+    driver.unfit = "sums";
+    accept("sell", receiptJson);
+    CashDesk desk(driver, *journal, options());
+    desk.open();
+    EXPECT_EQ(makeQueued(desk, queuedId, true).held, ErrorKind::Other);
+    EXPECT_FALSE(desk.isOpen());
+    // Behind another start it is what the register says of the document.
+    EXPECT_EQ(makeQueued(desk, queuedId).answer.reason, StateReason::Refused);
+}
+
+TEST_F(Queue, AnotherDriveThanTheOneThatIsMeantGetsNothing)
+{
+    QString meant = driver.drive;
+    for (const auto protocol : {receipt::Protocol::Hex, receipt::Protocol::Xml}) {
+        for (const bool isShiftOpen : {true, false}) {
+            journal = std::make_unique<SqliteStore>(QStringLiteral(":memory:"));
+            DeskOptions ours = options();
+            ours.line.protocol = protocol;
+            ours.line.drive = [&meant] { return meant; };
+            CashDesk desk(driver, *journal, ours);
+            desk.open();
+            driver.drive = "9999000000000002";
+            driver.shiftOpen = isShiftOpen;
+            accept("sell", receiptJson);
+            told();
+            EXPECT_EQ(makeQueued(desk, queuedId, true).held, ErrorKind::WrongRegister);
+            const std::string calls = told();
+            EXPECT_EQ(calls.find("open"), calls.npos) << calls;
+            meant = driver.drive;
+            driver.numbers = {1};
+            EXPECT_EQ(makeQueued(desk, queuedId).answer.state, DocumentState::Issued);
+            meant = driver.drive = "9999";
+        }
+    }
+}
+
 TEST_F(Queue, UnknownDocumentsHoldUpWhatWaits)
 {
     driver.numbers = {7};

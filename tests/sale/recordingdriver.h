@@ -156,6 +156,8 @@ public:
         };
         if (isAmong(failing) && interrupt)
             throw Interruption();
+        if (isAmong(unfit))
+            throw FrCommandException(QStringLiteral("Функция невыполнима при данном статусе ККТ"));
         if (isAmong(failing) || isAmong(refused))
             throw FrPaperException(QStringLiteral("Нет бумаги"));
     }
@@ -168,6 +170,8 @@ public:
     bool isHostDead = false;
     /// Those that the register refuses, also beside an interruption.
     std::string refused;
+    /// Those that do not fit the register's state, as behind a power cut.
+    std::string unfit;
     /// What happens elsewhere while a marking code is checked.
     std::function<void()> onMark;
     /// The last one that was set.

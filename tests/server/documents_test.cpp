@@ -148,6 +148,22 @@ TEST_F(DocumentsTest, RefusesAnotherBodyUnderItsId)
     expectConflict("issued");
 }
 
+TEST_F(DocumentsTest, DoesNotJudgeAnewWhatItHasAcceptedBefore)
+{
+    // By rules, of a day, or for a register that were others.
+    const QByteArray body = R"({"sum":0,"type":"cashIn"})";
+    const QByteArray id = "document:1";
+    store.accept({id, "cashIn", body, "till1"});
+    EXPECT_EQ(post(id, body).status, 202);
+    begin(id);
+    store.settle(id, 1, {.state = sale::DocumentState::Issued, .documentNumber = 3});
+    const Served replayed = post(id, body);
+    EXPECT_EQ(replayed.status, 200) << replayed.all();
+    EXPECT_TRUE(replayed.json().value("replayed").toBool());
+    EXPECT_EQ(post(id, R"({"sum":-1,"type":"cashIn"})").status, 422);
+    EXPECT_EQ(post("document:2", body).status, 400);
+}
+
 TEST_F(DocumentsTest, TakesACorrectedBodyAfterItWasNotIssued)
 {
     const QByteArray id = "document:1";

@@ -20,14 +20,18 @@ struct PatientRow
     const char* kind;
     DocumentState ending;
     DocumentState state;
+    bool mayHaveRestarted = false;
 };
 
-TEST(Patience, IsForTheDocumentThatMetNoPaperAndWasNotIssued)
+TEST(Patience, IsForTheDocumentThatTheRegisterKeptAndDidNotIssue)
 {
     const PatientRow rows[] = {
         {"sale:0001", "paper", DocumentState::NotIssued, DocumentState::Queued},
         {"sale:0001", "cover", DocumentState::NotIssued, DocumentState::Queued},
         {"sale:0001", "cash", DocumentState::NotIssued, DocumentState::NotIssued},
+        {"sale:0001", "other", DocumentState::NotIssued, DocumentState::NotIssued},
+        {"sale:0001", "other", DocumentState::NotIssued, DocumentState::Queued, true},
+        {"sale:0001", "cash", DocumentState::NotIssued, DocumentState::NotIssued, true},
         {"sale:0001", "paper", DocumentState::Issued, DocumentState::Issued},
         {"sale:0001", "paper", DocumentState::Unknown, DocumentState::Unknown},
         // The opening of the shift on the way to it.
@@ -35,7 +39,7 @@ TEST(Patience, IsForTheDocumentThatMetNoPaperAndWasNotIssued)
     };
     for (const PatientRow& row : rows) {
         PatientStore store(":memory:");
-        store.setPatientFor("sale:0001");
+        store.setPatientFor("sale:0001", row.mayHaveRestarted);
         store.accept({row.id, "sell", {}, "till1"});
         const int attempt = store.begin(row.id, {}).value();
         store.note(row.id, attempt, {.failure = {{"kind", row.kind}}});
