@@ -1818,10 +1818,6 @@ Each is asked for 4 seconds a protocol at most, one after the other, and none th
         <translation>%1: напечатано</translation>
     </message>
     <message>
-        <source>--%1: the service makes it under the cashier of its own configuration</source>
-        <translation>--%1: сервис оформляет этот документ на кассира из своих настроек</translation>
-    </message>
-    <message>
         <source>is no receipt</source>
         <translation>— не чек</translation>
     </message>

@@ -6,7 +6,6 @@
 #include "inputfile.h"
 #include "jsontext.h"
 #include "money.h"
-#include "optiontable.h"
 #include "plaindocument.h"
 #include "receipterror.h"
 #include "receipttexts.h"
@@ -105,21 +104,27 @@ const ServedRow* findRow(const QString& command)
     return row == std::end(servedTable) ? nullptr : row;
 }
 
-/// Those of a configuration are for receipts.
-void refuseCashier(const Options& options)
+/// The command line goes before the file, and the number of one person is not put to another's name.
+void putCashier(QJsonObject& json, const FrUser& cashier)
 {
-    for (const Setting& setting : options.settings) {
-        if (setting.origin.isEmpty()
-            && QLatin1String(setting.option->name).startsWith(QLatin1String("cashier")))
-            throw UsageError(tr("--%1: the service makes it under the cashier of its own configuration")
-                                 .arg(QLatin1String(setting.option->name)));
-    }
+    QJsonObject person = json.value(operatorName).toObject();
+    const bool isOther
+        = !cashier.name.isEmpty() && cashier.name != person.value(QStringLiteral("name")).toString();
+    if (isOther)
+        person = {{QStringLiteral("name"), cashier.name}};
+    if (!cashier.inn.isEmpty())
+        person.insert(QStringLiteral("vatin"), cashier.inn);
+    json.insert(operatorName, person);
 }
 
 ServiceDocument plainDocument(const Options& options, const ServedRow& row)
 {
-    refuseCashier(options);
     QJsonObject body = row.details(options);
+    // As at a line of its own there is no number without a name.
+    if (!options.cashier.name.isEmpty())
+        putCashier(body, options.cashier);
+    else if (!options.cashier.inn.isEmpty())
+        options.requireCashierOption();
     body.insert(typeName, QLatin1String(row.type));
     return {.body = QJsonDocument(body).toJson(QJsonDocument::Compact),
         .done = row.done,
@@ -135,19 +140,6 @@ void refuseOtherType(const QJsonObject& json, bool isReturn)
     if (!type.isEmpty() && (type == QStringLiteral("sellReturn")) != isReturn)
         throw ReceiptError(typeName,
             isReturn ? tr("is no return; use the command sell") : tr("is a return; use the command refund"));
-}
-
-/// The command line goes before the file, and the number of one person is not put to another's name.
-void putCashier(QJsonObject& json, const FrUser& cashier)
-{
-    QJsonObject person = json.value(operatorName).toObject();
-    const bool isOther
-        = !cashier.name.isEmpty() && cashier.name != person.value(QStringLiteral("name")).toString();
-    if (isOther)
-        person = {{QStringLiteral("name"), cashier.name}};
-    if (!cashier.inn.isEmpty())
-        person.insert(QStringLiteral("vatin"), cashier.inn);
-    json.insert(operatorName, person);
 }
 
 ServiceDocument receiptDocument(const Options& options)

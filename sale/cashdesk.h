@@ -141,6 +141,7 @@ private:
     DocumentRequest requestOf(const QString& id, const QString& kind, const QJsonObject& details = {}) const;
     DocumentRequest receiptRequestOf(const QString& id, const QByteArray& body) const;
     IdentifiedSale documentOf(const Entry& entry) const;
+    FrUser cashierOf(const Entry& entry) const;
     DocumentResult makeEntry(const Entry& entry, const Work& work);
     DocumentResult makeNumbered(const Entry& entry, const Movement& ours, const DocumentSteps& steps);
     DocumentResult makeTraceless(const Entry& entry, const DocumentSteps& steps);

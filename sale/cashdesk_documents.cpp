@@ -28,18 +28,25 @@ DocumentRequest CashDesk::requestOf(const QString& id, const QString& kind, cons
     return plainRequest(id, kind, details, m_options.registerName);
 }
 
+/// One that waits may name its own.
+FrUser CashDesk::cashierOf(const Entry& entry) const
+{
+    const auto* const queued = std::get_if<StoredDocument>(&entry);
+    return queued == nullptr ? m_options.cashier : plainCashier(queued->request).value_or(m_options.cashier);
+}
+
 DocumentResult CashDesk::makeNumbered(const Entry& entry, const Movement& ours, const DocumentSteps& steps)
 {
     return makeEntry(entry, [&](IdentifiedSale& document) {
         return issueDocument(
-            m_driver, ours, steps, {m_options.line, m_options.cashier, &document, m_options.opensShift});
+            m_driver, ours, steps, {m_options.line, cashierOf(entry), &document, m_options.opensShift});
     });
 }
 
 DocumentResult CashDesk::makeTraceless(const Entry& entry, const DocumentSteps& steps)
 {
     return makeEntry(entry, [&](IdentifiedSale& document) {
-        return issueTraceless(m_driver, steps, {m_options.line, m_options.cashier, &document});
+        return issueTraceless(m_driver, steps, {m_options.line, cashierOf(entry), &document});
     });
 }
 
@@ -80,7 +87,7 @@ DocumentResult CashDesk::makeShift(
     DocumentResult result = makeEntry(entry, [&](IdentifiedSale& document) {
         isNeeded = isShiftOpen(m_driver, m_options.line) != isToBeOpen;
         return isNeeded
-            ? issueDocument(m_driver, {kind}, steps, {m_options.line, m_options.cashier, &document})
+            ? issueDocument(m_driver, {kind}, steps, {m_options.line, cashierOf(entry), &document})
             : DocumentResult();
     });
     if (!isNeeded && !result.isRepeated)

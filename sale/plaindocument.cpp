@@ -64,6 +64,16 @@ std::optional<PlainDocument::Kind> plainKindOf(const QString& name)
     return place ? std::optional(static_cast<PlainDocument::Kind>(*place)) : std::nullopt;
 }
 
+std::optional<FrUser> plainCashier(const DocumentRequest& request)
+{
+    const QJsonObject json = QJsonDocument::fromJson(request.body).object();
+    const QJsonObject person = json.value(QStringLiteral("operator")).toObject();
+    const QString name = person.value(QStringLiteral("name")).toString();
+    if (name.isEmpty())
+        return std::nullopt;
+    return FrUser{name, {}, person.value(QStringLiteral("vatin")).toString()};
+}
+
 PlainDocument plainDocumentOf(const DocumentRequest& request)
 {
     const std::optional<PlainDocument::Kind> kind = plainKindOf(request.kind);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "fruser.h"
+
 #include <QStringList>
 #include <QtGlobal>
 
@@ -28,5 +30,7 @@ std::optional<PlainDocument::Kind> plainKindOf(const QString& name);
 /// Reads it from kind and body: "sum" in roubles, "lines", "documentNumber" (missing for the last one).
 /// Throws ReceiptError.
 PlainDocument plainDocumentOf(const DocumentRequest& request);
+/// The one that the body names as "operator", as a receipt does; nothing for none.
+std::optional<FrUser> plainCashier(const DocumentRequest& request);
 
 } // namespace sale

@@ -29,6 +29,18 @@ void readCopy(JsonFields& fields)
         fields.integer(number, 1, std::numeric_limits<int>::max());
 }
 
+void readCashier(JsonFields& fields)
+{
+    // Tag 1021.
+    constexpr int longestName = 64;
+    const QString cashier = QStringLiteral("operator");
+    if (fields.has(cashier))
+        fields.object(cashier, [](JsonFields& person) {
+            person.text(QStringLiteral("name"), longestName);
+            person.optionalInn(QStringLiteral("vatin"));
+        });
+}
+
 /// Blank lines are lines, too.
 void judgeLines(const QJsonValue& value, QList<ReceiptError>& errors)
 {
@@ -59,6 +71,7 @@ QList<ReceiptError> plainErrors(PlainDocument::Kind kind, const QJsonObject& jso
     if (kind == PlainDocument::Text)
         judgeLines(details.take(QStringLiteral("lines")), errors);
     JsonFields fields(details, {}, errors);
+    readCashier(fields);
     if (kind == PlainDocument::CashIn || kind == PlainDocument::CashOut)
         readCash(fields);
     if (kind == PlainDocument::Copy)

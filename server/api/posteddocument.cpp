@@ -22,6 +22,7 @@ using receipt::Finding;
 
 const QString idName = QStringLiteral("id");
 const QString returnOfName = QStringLiteral("returnOf");
+const QString operatorName = QStringLiteral("operator");
 const QString startBeforeName = QStringLiteral("startBefore");
 
 /// Collects what is wrong, so that a client hears of all of it at once.
@@ -143,9 +144,8 @@ private:
 
     void readPlain(sale::PlainDocument::Kind kind, const QString& type)
     {
-        if (!m_rules.hasCashier)
-            fail({},
-                QStringLiteral("the register has no cashier= in the configuration, whose document this is"));
+        if (!m_json.contains(operatorName))
+            requireCashier();
         for (const receipt::ReceiptError& error : plainErrors(kind, m_json))
             m_findings += error.findings();
         m_document.kind = type;
@@ -165,12 +165,19 @@ private:
         }
     }
 
+    /// Of the register, where the document names none.
+    void requireCashier()
+    {
+        if (!m_rules.hasCashier)
+            fail(operatorName,
+                QStringLiteral("is missing, and the register has no cashier= in the configuration"));
+    }
+
     void takeReceipt(const receipt::Receipt& receipt)
     {
         const bool isNamed = receipt.cashier && !receipt.cashier->name.isEmpty();
-        if (!isNamed && !m_rules.hasCashier)
-            fail(QStringLiteral("operator"),
-                QStringLiteral("is missing, and the register has no cashier= in the configuration"));
+        if (!isNamed)
+            requireCashier();
         m_document.kind = documentKindName(sale::movementOf(receipt).kind);
         m_document.goods = sale::markEntryOf(receipt).marks;
     }

@@ -1,4 +1,5 @@
--- What release 0.3.0 has its database do, word for word, with values in the places of its questions; $ is the document's id.
+-- What release 0.3.0 has its database do, word for word, with values in the places of its questions; $ is the document's id. What it
+-- looks for when it starts is put into one row.
 -- A line is a statement, and a line with ":" the name of those behind it.
 :make
 CREATE TABLE documents (sequence INTEGER PRIMARY KEY AUTOINCREMENT, id TEXT NOT NULL UNIQUE, register TEXT NOT NULL, kind TEXT NOT NULL, body TEXT NOT NULL, digest TEXT NOT NULL, state TEXT NOT NULL, reason TEXT NOT NULL DEFAULT '', accepted TEXT NOT NULL, start_before TEXT, begun TEXT, settled TEXT, attempts INTEGER NOT NULL DEFAULT 0, drive TEXT NOT NULL DEFAULT '', document INTEGER, number_read INTEGER NOT NULL DEFAULT 1, last_attempt INTEGER, times INTEGER NOT NULL DEFAULT 0, resolved_by TEXT, resolved_note TEXT, anonymised TEXT)

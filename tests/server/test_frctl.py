@@ -86,7 +86,7 @@ class Documents(Through):
         sale, back = self.file(SALE), str(ROOT / "examples" / "return.json")
         text = self.folder / "text"
         text.write_text("Спасибо\n\nза покупку\n", encoding="utf-8")
-        day = [("open-shift",), ("cash-in", "1000.50"), ("--id", "till:0042", "sell", sale), ("--cashier", CASHIER, "refund", back),
+        day = [("open-shift",), ("--cashier", "Петров П. П.", "cash-in", "1000.50"), ("--id", "till:0042", "sell", sale), ("--cashier", CASHIER, "refund", back),
                ("x-report",), ("print", str(text)), ("print-last-document",), ("print-document", "1"), ("cash-out", "500"),
                ("--id", "till:000z", "z-report"), ("accounting-report",)]
         for command in day:
@@ -94,6 +94,7 @@ class Documents(Through):
             self.assertEqual(("issued", False), (answer["state"], answer["replayed"]), command)
             self.assertEqual("--id" not in command, answer["id"] in said, said)
         self.assertIn("за покупку", self.register.tape())
+        self.assertEqual(1, self.register.tape().count("Петров"))
         again, _ = self.frctl("--id", "till:0042", "sell", sale)
         self.assertEqual((305.23, True), (again["total"], again["replayed"]))
         self.assertEqual([TOTAL], self.register.receipts())
@@ -121,7 +122,7 @@ class Documents(Through):
         for command in (("params", "list"), ("registration", "--tax-systems", "osn"), ("journal", "list"), ("doctor",), ("cancel",),
                         ("--protocol", "HEX", "sell", sale), ("--trace", "-", "sell", sale), ("sell", sale, "--drop", "x"),
                         ("sell", self.file({"type": "zReport"})), ("refund", self.file(SALE)), ("cash-in", "1e3"),
-                        ("--cashier", CASHIER, "z-report"), ("--id", "short", "x-report")):
+                        ("--cashier-inn", "772100000040", "z-report"), ("--id", "short", "x-report")):
             self.frctl(*command, status=2)
         self.assertEqual(count, len(self.service.ask("GET", "/v1/documents")["documents"]))
 
