@@ -170,7 +170,9 @@ Request Connection::parsedRequest(const char* method)
 
 void Connection::noteToken(const Request& request)
 {
-    if (m_showedToken || !m_server.site.callerOf(request))
+    // Where there are no tokens all who ask are callers; who only connects is not.
+    const bool isCaller = m_server.site.tokens.isEmpty() || m_server.site.callerOf(request);
+    if (m_showedToken || !isCaller)
         return;
     m_showedToken = true;
     m_server.admission.showToken(m_key);

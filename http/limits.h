@@ -19,7 +19,7 @@ struct Limits
     qint64 connectionMemory = 16LL * 1024;
     /// More are closed at once and counted.
     int connections = 2048;
-    /// From one address, before and after it showed a token.
+    /// From one address, before and after it showed a token, or asked anything where there are none.
     int connectionsOfStranger = 32;
     int connectionsOfCaller = 1024;
     /// From the connection, or the request's first line, to the last byte of the body, however steadily it

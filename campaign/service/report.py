@@ -3,18 +3,30 @@
 import collections
 
 ROWS = (
-    ("documents that clients wanted", "documents"), ("requests of clients", "requests"),
-    ("requests that were given up, or ended without an answer", "told.none"), ("refused by a service that was stopping (503)", "told.503"), ("documents in the journal", "accepted"),
-    ("issued", "states.issued"), ("receipts on the registers", "receipts"),
-    ("not issued: expired", "states.expired"), ("not issued: withdrawn", "states.deleted"),
-    ("not issued: refused by the register", "states.refused"), ("not issued: failed", "states.failed"),
+    ("documents that clients wanted", "documents"),
+    ("requests of clients", "requests"),
+    ("requests that were given up, or ended without an answer", "told.none"),
+    ("refused by a service that was stopping (503)", "told.503"),
+    ("documents in the journal", "accepted"),
+    ("issued", "states.issued"),
+    ("receipts on the registers", "receipts"),
+    ("not issued: expired", "states.expired"),
+    ("not issued: withdrawn", "states.deleted"),
+    ("not issued: refused by the register", "states.refused"),
+    ("not issued, as the register told later", "states.settled"),
     ("unknown in the meantime (answers)", "told.unknown"),
     ("unknown at the end (X reports and texts)", "states.unknown"),
-    ("lines cut by hang-up", "faults.cut"), ("lines silent for 15 to 75 s", "faults.silence"),
-    ("registers killed", "faults.register"), ("workers killed", "faults.worker"),
-    ("services killed", "faults.service_kill"), ("services stopped and started", "faults.service_stop"),
-    ("registers without paper", "faults.paper"), ("two registers changed ports", "faults.swap"),
-    ("violations", "violations"), ("minutes", "minutes"))
+    ("lines cut by hang-up", "faults.cut"),
+    ("lines silent for 15 to 75 s", "faults.silence"),
+    ("registers killed", "faults.register"),
+    ("workers killed", "faults.worker"),
+    ("services killed", "faults.service_kill"),
+    ("services stopped and started", "faults.service_stop"),
+    ("registers without paper", "faults.paper"),
+    ("two registers changed ports", "faults.swap"),
+    ("violations", "violations"),
+    ("minutes", "minutes"),
+)
 
 
 def total(batches):

@@ -93,6 +93,22 @@ class Requests(unittest.TestCase):
                 self.assertEqual(json.loads(server.get("/echo/a")[1])["client"], "127.0.0.1" if "." in address else address)
 
 
+class Callers(unittest.TestCase):
+    def test_who_asks_is_no_stranger_where_there_are_no_tokens(self):
+        with Server("--strangers", "3") as server:
+            kept = [server.connect() for _ in range(3)]
+            for client in kept:
+                client.sendall(b"GET /echo/a HTTP/1.1\r\n" + HOST + b"\r\n")
+                until(client, b"}")
+            more = [server.connect() for _ in range(20)]
+            for client in more:
+                client.sendall(b"GET /echo/b HTTP/1.1\r\n" + HOST + b"\r\n")
+                self.assertIn(b'"b"', until(client, b"}"))
+            self.assertEqual(0, server.counters()["refused"])
+            for client in kept + more:
+                client.close()
+
+
 class Waiting(unittest.TestCase):
     WAIT = b"GET /wait HTTP/1.1\r\n" + CLOSE + b"\r\n"
     EVENTS = b"GET /events HTTP/1.1\r\n" + CLOSE + b"\r\n"
