@@ -39,15 +39,21 @@ Verdict ask(
                                  : Outcome::Unknown;
 }
 
-/// Whether a document of ours that was begun after it may have moved the drive's numbers, too: one of the
-/// same sums would be taken for it.
+/// A person has looked at what others had made, and none of the journal tells of.
+bool isReview(const StoredDocument& document)
+{
+    return document.request.kind == QStringLiteral("review");
+}
+
+/// Whether something that was begun after it may have moved the drive's numbers, too: a document of the same
+/// sums would be taken for it.
 bool isFollowed(const DocumentStore& store, const StoredDocument& document)
 {
     bool isFound = false;
     store.look({.drive = document.drive, .order = DocumentQuery::LastBegun, .withAttempts = false},
         [&](const StoredDocument& later) {
             const bool isLater = later.request.id != document.request.id;
-            isFound = isLater && later.state != DocumentState::NotIssued;
+            isFound = isLater && (later.state != DocumentState::NotIssued || isReview(later));
             return isLater && !isFound;
         });
     return isFound;

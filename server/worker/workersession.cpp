@@ -35,6 +35,12 @@ QJsonArray idsOf(const QList<sale::SettledSale>& settled)
     return ids;
 }
 
+/// Its time, or that there is none.
+bool isLastDocumentTold(const FnStatusInfo& drive)
+{
+    return !drive.fnNumber.isEmpty() && (drive.lastFdNumber == 0 || drive.lastFdDateTime.isValid());
+}
+
 } // namespace
 
 WorkerSession::WorkerSession(const RegisterSettings& settings, const QString& journal,
@@ -148,9 +154,10 @@ QJsonArray WorkerSession::reach(sale::CashDesk& desk)
 void WorkerSession::setClock(RegisterCondition& condition)
 {
     AbstractFrDriver& driver = m_connection->driver();
-    const ClockCase given{condition.time, localNow(), condition.drive.fnStatus.lastFdDateTime,
-        condition.isShiftOpen, isComputerClockSynchronised()};
-    if (m_settings.clock != ClockRule::Set || !mayClockBeSet(given))
+    const FnStatusInfo& drive = condition.drive.fnStatus;
+    const ClockCase given{condition.time, localNow(), drive.lastFdDateTime,
+        condition.isShiftOpen || drive.isShiftOpen, isComputerClockSynchronised()};
+    if (m_settings.clock != ClockRule::Set || !isLastDocumentTold(drive) || !mayClockBeSet(given))
         return;
     try {
         const QDateTime now = localNow();

@@ -51,21 +51,31 @@ TEST_F(Journal, BrokenOffDocumentIsSettledOnItsOwnDrive)
     }
 }
 
-TEST_F(Journal, LaterDocumentOfOursIsNotTakenForOneThatIsUnknown)
+TEST_F(Journal, LaterDocumentIsNotTakenForOneThatIsUnknown)
 {
+    const struct
+    {
+        const char* kind;
+        DocumentState later;
+        DocumentState state;
+    } rows[] = {
+        {"sell", DocumentState::Issued, DocumentState::Unknown},
+        {"sell", DocumentState::Unknown, DocumentState::Unknown},
+        {"sell", DocumentState::NotIssued, DocumentState::Issued},
+        {"review", DocumentState::NotIssued, DocumentState::Unknown},
+    };
     BasicFrSettings settings;
-    for (const DocumentState later : {DocumentState::Issued, DocumentState::NotIssued}) {
+    for (const auto& row : rows) {
         SqliteStore store(QStringLiteral(":memory:"));
         saleIn(store).begin(noted);
         store.settle("A", 1, {});
-        saleIn(store, "B").begin(noted);
-        store.settle("B", 1, {.state = later});
+        store.acceptAndBegin({"B", row.kind, {}, {}}, {noted.toJson()});
+        store.settle("B", 1, {.state = row.later});
         RecordingDriver driver(&settings);
         driver.drive = noted.drive;
         driver.numbers = {noted.lastDocument + 1};
         settleDocument(driver, store, store.findId("A").value(), hexRegister);
-        EXPECT_EQ(store.findId("A")->state,
-            later == DocumentState::Issued ? DocumentState::Unknown : DocumentState::Issued);
+        EXPECT_EQ(store.findId("A")->state, row.state) << row.kind;
     }
 }
 
