@@ -46,8 +46,12 @@ pid_t holderOf(int file)
 RunFile::RunFile(const QString& journal)
     : m_file(::open(fileOf(journal).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0660))
 {
-    if (m_file < 0)
-        refuse(fileOf(journal), qt_error_string(errno));
+    if (m_file < 0) {
+        // Where it cannot write it cannot sell either; it serves nevertheless, and says so to its clients.
+        qWarning("frserver: %s: %s; frserver upgrade will not find this service", fileOf(journal).constData(),
+            qPrintable(qt_error_string(errno)));
+        return;
+    }
     struct flock lock = lockOf(F_WRLCK);
     if (::fcntl(m_file, F_SETLK, &lock) == 0) {
         write();
@@ -60,7 +64,8 @@ RunFile::RunFile(const QString& journal)
 
 RunFile::~RunFile()
 {
-    ::close(m_file);
+    if (m_file >= 0)
+        ::close(m_file);
 }
 
 void RunFile::tellReady(const QString& version)
@@ -79,6 +84,8 @@ void RunFile::tellKeptPlace(const QString& reason)
 
 void RunFile::write() const
 {
+    if (m_file < 0)
+        return;
     const QByteArray text = QJsonDocument(QJsonObject{{QStringLiteral("version"), m_running.version},
                                               {QStringLiteral("start"), m_running.start},
                                               {QStringLiteral("keptPlace"), m_running.keptPlace},

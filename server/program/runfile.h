@@ -24,7 +24,8 @@ public:
         QString reason = {};
     };
 
-    /// Throws std::runtime_error when another service has the journal.
+    /// Throws std::runtime_error when another service has the journal. Where no file can be made there is
+    /// none.
     explicit RunFile(const QString& journal);
     ~RunFile();
     RunFile(const RunFile&) = delete;
