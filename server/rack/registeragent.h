@@ -122,6 +122,8 @@ private:
     void announce();
     QString state() const;
     QJsonArray alarms() const;
+    /// None is younger than it can be.
+    qint64 ageOf(const QDateTime& moment) const;
     qint64 steady() const { return m_options.clock.steady(); }
     QDateTime now() const { return m_options.clock.now(); }
 
