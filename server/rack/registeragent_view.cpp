@@ -77,7 +77,11 @@ QJsonObject RegisterAgent::view() const
         {QStringLiteral("shift"),
             QJsonObject{{QStringLiteral("open"), m_shift.isOpen()},
                 {QStringLiteral("since"), sale::momentJson(m_shift.since())}}},
-        {QStringLiteral("alarms"), alarms()}, {QStringLiteral("workerStarts"), m_workerStarts}};
+        {QStringLiteral("alarms"), alarms()}, {QStringLiteral("workerStarts"), m_workerStarts},
+        {QStringLiteral("connections"), m_connections},
+        {QStringLiteral("exchanges"),
+            QJsonObject{{QStringLiteral("count"), m_exchanges},
+                {QStringLiteral("seconds"), static_cast<double>(m_exchangeMs) / 1000}}}};
 }
 
 void RegisterAgent::announce()
