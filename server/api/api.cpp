@@ -47,7 +47,8 @@ QJsonObject withoutAges(QJsonObject view)
 {
     const QStringList members = view.keys();
     for (const QString& member : members) {
-        if (member.endsWith(QStringLiteral("Age")) || member == QStringLiteral("age"))
+        if (member.endsWith(QStringLiteral("Age")) || member == QStringLiteral("age")
+            || member == QStringLiteral("exchanges"))
             view.remove(member);
     }
     return view;

@@ -6,6 +6,8 @@
 
 #include <QJsonArray>
 
+#include <algorithm>
+
 namespace frserver {
 
 namespace {
@@ -113,7 +115,37 @@ QJsonValue daysLeft(const QJsonObject& view)
     return until.isValid() ? QJsonValue(today.daysTo(until)) : QJsonValue();
 }
 
+QJsonValue exchangesOf(const QJsonObject& view, const char* member)
+{
+    return view.value(QStringLiteral("exchanges")).toObject().value(QLatin1String(member));
+}
+
+/// Kept by the service while it runs, since over XML the register does not tell.
+QJsonValue unsentSeconds(const QJsonObject& view)
+{
+    if (!conditionOf(view, "unsent").isDouble())
+        return {};
+    const QDateTime since
+        = QDateTime::fromString(view.value(QStringLiteral("unsentSince")).toString(), Qt::ISODateWithMs);
+    const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
+    return since.isValid() ? std::max(0.0, static_cast<double>(since.secsTo(now))) : 0.0;
+}
+
 constexpr ToldGauge toldGauges[] = {
+    {"frserver_connections_total", "counter", "How often the register was reached anew.",
+        [](const QJsonObject& view) { return view.value(QStringLiteral("connections")); }},
+    {"frserver_exchanges_total", "counter", "Requests that the register has answered.",
+        [](const QJsonObject& view) { return exchangesOf(view, "count"); }},
+    {"frserver_exchange_seconds_total", "counter",
+        "How long it took from requests to the first bytes of the answers, together.",
+        [](const QJsonObject& view) { return exchangesOf(view, "seconds"); }},
+    {"frserver_unsent_seconds", "gauge",
+        "How long documents wait for the operator of fiscal data, as seen since the service's start.",
+        unsentSeconds},
+    {"frserver_paper_out", "gauge", "Whether a document waits for paper.",
+        [](const QJsonObject& view) {
+            return QJsonValue(view.value(QStringLiteral("waiting")).toString() == QStringLiteral("paper"));
+        }},
     {"frserver_worker_starts_total", "counter", "How often the register's process was started.",
         [](const QJsonObject& view) { return view.value(QStringLiteral("workerStarts")); }},
     {"frserver_unsent_documents", "gauge", "Documents that the operator of fiscal data has not got.",

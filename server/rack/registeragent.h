@@ -66,7 +66,7 @@ public:
     /// "since" and "stateAge" in seconds, "waiting" (Waiting::reason or null) and "waitingText", "pausedBy",
     /// "document" (the id that is made), "identity" and "condition" as the register has told them last, with
     /// "conditionAge", "unsentSince" (as seen by the service), "shift" ("open", "since"), "alarms" ("kind",
-    /// "text"), "workerStarts".
+    /// "text"), "workerStarts", "connections", "exchanges" ("count", "seconds").
     QJsonObject view() const;
 
 Q_SIGNALS:
@@ -123,6 +123,8 @@ private:
     void announce();
     QString state() const;
     QJsonArray alarms() const;
+    /// None is younger than it can be.
+    qint64 ageOf(const QDateTime& moment) const;
     qint64 steady() const { return m_options.clock.steady(); }
     QDateTime now() const { return m_options.clock.now(); }
 
@@ -163,6 +165,9 @@ private:
     /// How often a worker died of a document that was never begun.
     QHash<QString, int> m_deaths;
     int m_workerStarts = 0;
+    int m_connections = 0;
+    qint64 m_exchanges = 0;
+    qint64 m_exchangeMs = 0;
     QJsonObject m_identity;
     QJsonObject m_condition;
     QDateTime m_conditionTime;

@@ -61,6 +61,9 @@ void RegisterAgent::take(const QJsonObject& message)
         return;
     }
     const Request request = *std::exchange(m_request, std::nullopt);
+    const QJsonObject exchanges = message.value(QStringLiteral("exchanges")).toObject();
+    m_exchanges += exchanges.value(QStringLiteral("count")).toInteger();
+    m_exchangeMs += exchanges.value(QStringLiteral("ms")).toInteger();
     const QJsonObject failure = message.value(QStringLiteral("failure")).toObject();
     if (failure.isEmpty())
         answered(request, message);
@@ -92,6 +95,7 @@ void RegisterAgent::answered(const Request& request, const QJsonObject& answer)
 void RegisterAgent::opened(const QJsonObject& answer)
 {
     m_isOpen = true;
+    ++m_connections;
     // The next failure of the line waits longer still, unless something is made in between.
     m_retryAt = 0;
     if (m_waiting && !isOfDocuments(m_waiting->reason))

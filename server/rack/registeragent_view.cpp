@@ -55,11 +55,16 @@ QJsonArray RegisterAgent::alarms() const
     return alarms;
 }
 
+qint64 RegisterAgent::ageOf(const QDateTime& moment) const
+{
+    return std::max<qint64>(0, moment.secsTo(now()));
+}
+
 QJsonObject RegisterAgent::view() const
 {
     const bool isMaking = m_request && m_request->what == QStringLiteral("make");
     return {{QStringLiteral("state"), state()}, {QStringLiteral("since"), sale::momentJson(m_since)},
-        {QStringLiteral("stateAge"), std::max<qint64>(0, m_since.secsTo(now()))},
+        {QStringLiteral("stateAge"), ageOf(m_since)},
         {QStringLiteral("waiting"), m_waiting ? QJsonValue(m_waiting->reason) : QJsonValue()},
         {QStringLiteral("waitingText"), m_waiting ? sale::textOrNull(m_waiting->text) : QJsonValue()},
         {QStringLiteral("pausedBy"), m_pausedBy ? QJsonValue(*m_pausedBy) : QJsonValue()},
@@ -67,12 +72,16 @@ QJsonObject RegisterAgent::view() const
         {QStringLiteral("identity"), m_identity.isEmpty() ? QJsonValue() : QJsonValue(m_identity)},
         {QStringLiteral("condition"), m_condition.isEmpty() ? QJsonValue() : QJsonValue(m_condition)},
         {QStringLiteral("conditionAge"),
-            m_conditionTime.isValid() ? QJsonValue(m_conditionTime.secsTo(now())) : QJsonValue()},
+            m_conditionTime.isValid() ? QJsonValue(ageOf(m_conditionTime)) : QJsonValue()},
         {QStringLiteral("unsentSince"), sale::momentJson(m_unsentSince)},
         {QStringLiteral("shift"),
             QJsonObject{{QStringLiteral("open"), m_shift.isOpen()},
                 {QStringLiteral("since"), sale::momentJson(m_shift.since())}}},
-        {QStringLiteral("alarms"), alarms()}, {QStringLiteral("workerStarts"), m_workerStarts}};
+        {QStringLiteral("alarms"), alarms()}, {QStringLiteral("workerStarts"), m_workerStarts},
+        {QStringLiteral("connections"), m_connections},
+        {QStringLiteral("exchanges"),
+            QJsonObject{{QStringLiteral("count"), m_exchanges},
+                {QStringLiteral("seconds"), static_cast<double>(m_exchangeMs) / 1000}}}};
 }
 
 void RegisterAgent::announce()

@@ -1,14 +1,18 @@
 #pragma once
 
+#include "worker/exchangetimes.h"
+
 #include "lineobserver.h"
 
 #include <QElapsedTimer>
 
 #include <functional>
+#include <utility>
 
 namespace frserver {
 
-/// Shows that the line is at work: at most some ten times a second, "written" or "read".
+/// Shows that the line is at work: at most some ten times a second, "written" or "read". Counts how long the
+/// register takes to answer.
 class LineTick : public devices::LineObserver
 {
 public:
@@ -18,9 +22,26 @@ public:
     }
 
     void opened() override { }
-    void sent(const QByteArray&) override { tick("written"); }
-    void received(const QByteArray&) override { tick("read"); }
-    void failed(const QString&) override { }
+    void sent(const QByteArray&) override
+    {
+        // The rest of a request, or one that is sent again, is no other one.
+        if (!m_asked.isValid())
+            m_asked.start();
+        tick("written");
+    }
+    void received(const QByteArray&) override
+    {
+        if (m_asked.isValid()) {
+            m_times.milliseconds += m_asked.elapsed();
+            ++m_times.count;
+            m_asked.invalidate();
+        }
+        tick("read");
+    }
+    void failed(const QString&) override { m_asked.invalidate(); }
+
+    /// Those since they were taken last.
+    ExchangeTimes takeTimes() { return std::exchange(m_times, {}); }
 
 private:
     void tick(const char* what)
@@ -34,6 +55,8 @@ private:
 
     std::function<void(const char*)> m_tell;
     QElapsedTimer m_last;
+    QElapsedTimer m_asked;
+    ExchangeTimes m_times;
 };
 
 } // namespace frserver

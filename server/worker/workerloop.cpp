@@ -42,6 +42,9 @@ QJsonObject WorkerLoop::answer(const QJsonObject& message)
     } catch (...) {
         answer = {{QStringLiteral("failure"), Obstacle::current().toJson()}};
     }
+    const ExchangeTimes times = m_tick.takeTimes();
+    answer.insert(QStringLiteral("exchanges"),
+        QJsonObject{{QStringLiteral("count"), times.count}, {QStringLiteral("ms"), times.milliseconds}});
     answer.insert(QStringLiteral("re"), message.value(QStringLiteral("n")));
     return answer;
 }

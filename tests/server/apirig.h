@@ -19,7 +19,9 @@ public:
 
     QJsonObject view() const override
     {
-        return {{"state", state}, {"waiting", waiting.isEmpty() ? QJsonValue() : QJsonValue(waiting)}};
+        return {{"state", state}, {"waiting", waiting.isEmpty() ? QJsonValue() : QJsonValue(waiting)},
+            {"connections", 2}, {"exchanges", QJsonObject{{"count", 3}, {"seconds", 1.5}}},
+            {"condition", QJsonObject{{"unsent", 4}}}};
     }
     void wake() override { told.append("wake"); }
     void setAwaited(const QString& id, bool isAwaited) override

@@ -52,7 +52,8 @@ TEST_F(ExampleAlerts, AskForWhatIsTold)
     QFile rules(QStringLiteral(FRSPF_SOURCES "/examples/frserver.rules.yml"));
     ASSERT_TRUE(rules.open(QIODevice::ReadOnly));
     const QByteArray told = ask("GET", "/metrics").body;
-    static const QRegularExpression series(QStringLiteral("expr: (frserver_[a-z_]+)(?:\\{([a-z]+))?"));
+    static const QRegularExpression series(
+        QStringLiteral("(?:expr: |increase\\(|rate\\()(frserver_[a-z_]+)(?:\\{([a-z]+))?"));
     QRegularExpressionMatchIterator asked = series.globalMatch(QString::fromUtf8(rules.readAll()));
     EXPECT_TRUE(asked.hasNext());
     while (asked.hasNext()) {

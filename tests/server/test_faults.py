@@ -188,6 +188,45 @@ class ReadOnlyJournal(Faults):
         self.assert_goes_on()
 
 
+@unittest.skipUnless(os.environ.get("CLOCK_JUMP_LIBRARY"), "no library is loaded ahead of the sanitizers'")
+class JumpingClock(Faults):
+    """The service's, and its workers'; the register's and that of the test stay."""
+
+    def setUp(self):
+        super().setUp()
+        self.service.stop()
+        self.jump(0)
+        self.service.start({"LD_PRELOAD": os.environ["CLOCK_JUMP_LIBRARY"], "CLOCK_JUMP": str(self.folder / "jump")})
+
+    def jump(self, hours):
+        (self.folder / "new").write_text(str(hours * 3600), encoding="ascii")
+        (self.folder / "new").rename(self.folder / "jump")
+
+    def assert_expires(self, document):
+        with self.service.client.events() as events:
+            if self.service.ask("GET", f"/v1/documents/{document}")["state"] == "queued":
+                events.until("document", id=document, state="notIssued")
+        self.assertEqual("expired", self.service.ask("GET", f"/v1/documents/{document}")["reason"])
+
+    def test_nothing_is_late_and_the_register_sells_on(self):
+        self.service.ask("POST", "/v1/registers/till1/pause")
+        for number, hours in enumerate((5, -5)):
+            self.assertEqual(202, self.service.post(SALE, id=f"sale:late{number}", wait=0).status)
+            self.jump(hours)
+            self.assert_expires(f"sale:late{number}")
+        self.service.ask("POST", "/v1/registers/till1/resume")
+        for number, hours in enumerate((5, -5, 0)):
+            self.jump(hours)
+            self.assert_issued(self.service.post(SALE, id=f"sale:next{number}"))
+            for worker in self.service.workers():
+                os.kill(worker, signal.SIGKILL)
+            self.assert_issued(self.service.post(SALE, id=f"sale:anew{number}"))
+            till = self.service.ask("GET", "/v1/registers/till1")
+            self.assertEqual(hours != 0, "clock" in [alarm["kind"] for alarm in till["alarms"]], till)
+            self.assertGreaterEqual(till["stateAge"], 0)
+        self.assertEqual([TOTAL] * 6, self.register.receipts())
+
+
 def take_rights_to_mount():
     """Whoever is not root is so among the mounts of this process alone."""
     command = ["unshare", "--user", "--map-root-user", "--mount"]

@@ -95,6 +95,8 @@ class Sales(ServiceTest):
         self.assertEqual((409, "notIssued", "refused"), (closed.status, closed["state"], closed["reason"]), closed)
         metrics = self.service.ask("GET", "/metrics").body
         self.assertIn('frserver_documents_total{register="till1",state="issued",reason=""} 10\n', metrics)
+        for name in ("exchanges", "exchange_seconds", "connections"):
+            self.assertRegex(metrics, f'frserver_{name}_total{{register="till1"}} (0\\.0*)?[1-9]')
         listed = self.service.ask("GET", "/v1/documents?limit=4")
         self.assertEqual(["day:again", "day:000009", "day:000008", "day:000007"], [one["id"] for one in listed["documents"]])
         rest = self.service.ask("GET", f"/v1/documents?cursor={listed['next']}")
