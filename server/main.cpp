@@ -19,6 +19,7 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -145,6 +146,17 @@ int checkConfig(const Options& options, const Configuration& configuration)
     return 0;
 }
 
+/// A token for a register that is misspelt would open nothing, or that of a later configuration.
+void requireRegisters(const Options& options, const Configuration& configuration)
+{
+    for (const QString& name : options.registers) {
+        const auto isNamed = [&name](const RegisterSettings& settings) { return settings.name == name; };
+        if (std::none_of(configuration.registers.cbegin(), configuration.registers.cend(), isNamed))
+            throw ConfigurationError(
+                {QStringLiteral("--registers: %1 has no [register %2]").arg(options.configFile, name)});
+    }
+}
+
 int run(const Options& options)
 {
     // It may come first, for a configuration that names it.
@@ -168,6 +180,8 @@ int run(const Options& options)
     default:
         break;
     }
+    if (options.command == Options::Command::AddToken)
+        requireRegisters(options, configuration);
     TokenFile tokens(Service::tokenFile(configuration.service, journalOf(configuration)));
     return runTokenCommand(options, tokens);
 }

@@ -5,7 +5,6 @@
 #include "currenttime.h"
 #include "http/problem.h"
 #include "mockfactory.h"
-#include "salereturn.h"
 
 #include <QJsonArray>
 
@@ -85,8 +84,8 @@ Answer check(Api& api, const Request& request)
     QJsonArray acceptedOver;
     for (const Protocol protocol : protocols) {
         const QList<Finding> findings = documentFindings(
-            request.body, {protocol, now, 0, true, [&api](const sale::DocumentRequest& document) {
-                               return sale::completedBody(api.store(), document);
+            request.body, {protocol, now, 0, true, [&](const sale::DocumentRequest& document) {
+                               return rights::completedBody(api, request, document);
                            }});
         const QString name = receipt::protocolName(protocol);
         for (const Finding& finding : findings)

@@ -34,12 +34,12 @@ constexpr seconds longestWait(600);
 /// A document that is unknown may be settled before that is told.
 constexpr seconds settlingWait(10);
 
-PostingRules rulesOf(const Api& api, const Till& till)
+PostingRules rulesOf(const Api& api, const Request& request, const Till& till)
 {
     const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     const Till::Settings& settings = till.settings();
     return {settings.protocol, now.toTimeZone(settings.timeZone), settings.startBefore, settings.hasCashier,
-        [&api](const sale::DocumentRequest& request) { return sale::completedBody(api.store(), request); }};
+        [&](const sale::DocumentRequest& document) { return rights::completedBody(api, request, document); }};
 }
 
 void requireOpen(const Api& api)
@@ -74,9 +74,16 @@ void requireWorkingJournal(const Api& api, Till& till)
 }
 
 /// Once the id is whose it is, before anything is stored.
-void requireOwn(const Api& api, const Request& request, const std::optional<StoredDocument>& known)
+void requireOwn(const Api& api, const Request& request, const std::optional<StoredDocument>& known,
+    const QByteArray& body)
 {
-    if (known && !rights::maySee(api, request, *known))
+    if (!known)
+        return;
+    // It came before there were tokens, or from another program; whoever has its body is the one who knows of
+    // it.
+    if (request.caller && !api.owners().ownerOf(known->request.id) && known->digest == sale::bodyDigest(body))
+        api.owners().claim(known->request.id, request.caller->name);
+    if (!rights::maySee(api, request, *known))
         throw Problem(
             403, QStringLiteral("The id %1 is that of a document of somebody else.").arg(known->request.id));
 }
@@ -134,11 +141,11 @@ Answer postDocument(Api& api, const Request& request)
 {
     Till& till = tillOf(api, request);
     requireOpen(api);
-    const PostedDocument posted = postedDocument(request, rulesOf(api, till));
+    const PostedDocument posted = postedDocument(request, rulesOf(api, request, till));
     sale::DocumentRequest document = posted.request;
     document.registerName = till.settings().name;
     const std::optional<StoredDocument> known = api.store().findId(document.id);
-    requireOwn(api, request, known);
+    requireOwn(api, request, known, document.body);
     requireOwnSale(api, request, document.returnOf);
     const bool isToBeQueued = !known || known->state == DocumentState::NotIssued;
     if (isToBeQueued) {

@@ -18,10 +18,7 @@ Answer events(Api& api, const Request& request)
     return api.events().subscribe(request, [&api, request](const Event& event) {
         const QString name = event.data.value(QStringLiteral("register")).toString();
         const QString id = event.data.value(QStringLiteral("id")).toString();
-        if (!rights::mayUse(request, name))
-            return false;
-        return id.isEmpty() || !rights::isBoundToOwn(request)
-            || api.owners().ownerOf(id) == request.caller->name;
+        return id.isEmpty() ? rights::mayUse(request, name) : rights::maySee(api, request, id, name);
     });
 }
 

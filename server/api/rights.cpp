@@ -2,6 +2,7 @@
 
 #include "api/api.h"
 #include "http/problem.h"
+#include "salereturn.h"
 
 namespace frserver {
 
@@ -42,9 +43,21 @@ bool isBoundToOwn(const http::Request& request)
 
 bool maySee(const Api& api, const http::Request& request, const sale::StoredDocument& document)
 {
-    if (!mayUse(request, document.request.registerName))
-        return false;
-    return !isBoundToOwn(request) || api.owners().ownerOf(document.request.id) == request.caller->name;
+    return maySee(api, request, document.request.id, document.request.registerName);
+}
+
+bool maySee(const Api& api, const http::Request& request, const QString& id, const QString& registerName)
+{
+    // Its own also where somebody has moved it: nobody else would tell it what has become of it.
+    return isBoundToOwn(request) ? api.owners().ownerOf(id) == request.caller->name
+                                 : mayUse(request, registerName);
+}
+
+QByteArray completedBody(const Api& api, const http::Request& request, const sale::DocumentRequest& document)
+{
+    const std::optional<sale::StoredDocument> sold
+        = document.returnOf.isEmpty() ? std::nullopt : api.store().findId(document.returnOf);
+    return sold && maySee(api, request, *sold) ? sale::completedBody(api.store(), document) : document.body;
 }
 
 QString roleOf(const http::Request& request)

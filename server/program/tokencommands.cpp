@@ -6,6 +6,11 @@ namespace frserver {
 
 namespace {
 
+void sayWhen()
+{
+    std::fputs("frserver: a service that runs reads it on SIGHUP (systemctl reload frserver)\n", stderr);
+}
+
 int add(const Options& options, TokenFile& tokens)
 {
     const bool isFirst = !tokens.exists();
@@ -16,7 +21,8 @@ int add(const Options& options, TokenFile& tokens)
         "frserver: this is the token of %s, shown once; clients send it as \"Authorization: Bearer TOKEN\"\n",
         qPrintable(options.name));
     if (isFirst)
-        std::fputs("frserver: from now on nobody is let in without a token\n", stderr);
+        std::fputs("frserver: it is the first one: nobody is let in without a token now\n", stderr);
+    sayWhen();
     return 0;
 }
 
@@ -38,6 +44,7 @@ int remove(const Options& options, TokenFile& tokens)
         std::fprintf(stderr,
             "frserver: that was the last one: nobody is let in now; remove %s to let this machine in without\n",
             qPrintable(tokens.fileName()));
+    sayWhen();
     return 0;
 }
 

@@ -145,6 +145,23 @@ TEST_F(AccessTest, ShowsASellerItsOwnAlone)
     EXPECT_FALSE(events.contains("till2"));
 }
 
+TEST_F(AccessTest, TellsASellerOfItsOwnWhateverHasBecomeOfIt)
+{
+    // Moved by somebody else to a register that is not the seller's.
+    post("document:1", cashIn, {}, "till1", "seller");
+    ASSERT_EQ(status("admin", "POST", "/v1/documents/document:1/move", R"({"register":"till2"})"), 200);
+    issue("document:1");
+    EXPECT_EQ(status("seller", "GET", "/v1/documents/document:1"), 200);
+    EXPECT_EQ(post("document:1", cashIn, {}, "till1", "seller").status, 200);
+    EXPECT_EQ(status("other", "GET", "/v1/documents/document:1"), 404);
+    // Accepted when there were no tokens: it is that of whoever knows its body.
+    store.accept({"document:2", "cashIn", cashIn, "till1"});
+    issue("document:2", 8);
+    EXPECT_EQ(post("document:2", R"({"type":"cashIn","sum":1})", {}, "till1", "seller").status, 403);
+    EXPECT_EQ(post("document:2", cashIn, {}, "till1", "seller").status, 200);
+    EXPECT_EQ(post("document:2", cashIn, {}, "till1", "other").status, 403);
+}
+
 TEST_F(AccessTest, LetsNobodyInWhenTheLastTokenIsGone)
 {
     api.setTokens(true, {});
