@@ -26,6 +26,7 @@ void describe(QCommandLineParser& parser)
         "frserver backup FILE            copy the journal, also while the service runs\n"
         "frserver export FILE            move the journal to another machine: this one sells no more\n"
         "frserver import FILE            go on with the journal of another machine\n"
+        "frserver migrate                make the tables of [store], or bring them up to this release\n"
         "frserver cert init HOST         make an authority, a certificate and its key for TLS"));
     parser.addOptions({
         {QStringLiteral("config"), QStringLiteral("The configuration (%1).").arg(usualConfig),
@@ -60,6 +61,7 @@ constexpr CommandRow commands[] = {
     {"backup", 1, Command::BackUp},
     {"export", 1, Command::Export},
     {"import", 1, Command::Import},
+    {"migrate", 0, Command::Migrate},
     {"cert init", 1, Command::MakeCertificate},
 };
 

@@ -18,6 +18,7 @@ struct Options
         BackUp,
         Export,
         Import,
+        Migrate,
         MakeCertificate
     };
     enum class Outcome { Run, Done, Wrong };

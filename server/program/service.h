@@ -7,7 +7,7 @@
 #include "program/agenttill.h"
 #include "program/listenaddress.h"
 #include "rack/rack.h"
-#include "sqlitestore.h"
+#include "sqlstore.h"
 #include "webhook/webhook.h"
 
 #include <memory>
@@ -19,7 +19,8 @@ namespace frserver {
 class Service
 {
 public:
-    /// The file of the journal is what the configuration says, or the machine's. Throws sale::JournalError.
+    /// The journal is the file or the database that the configuration names, or the machine's. Throws
+    /// sale::JournalError.
     Service(const Configuration& configuration, const QString& journal);
 
     /// Reads certificate and key anew, if there is to be TLS. Throws http::TlsError; then the former ones
@@ -45,7 +46,7 @@ private:
     const QString m_certificate;
     const QString m_key;
     bool m_isOpen = false;
-    sale::SqliteStore m_store;
+    std::unique_ptr<sale::SqlStore> m_store;
     Owners m_owners;
     Outbox m_outbox;
     TokenFile m_tokens;
