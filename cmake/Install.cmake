@@ -31,7 +31,8 @@ install(DIRECTORY receipt/ sale/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/frsale 
   PATTERN keyboardlayout.h EXCLUDE PATTERN linesum.h EXCLUDE PATTERN positionparser.h EXCLUDE
   PATTERN parserwords.h EXCLUDE PATTERN receipttr.h EXCLUDE
   PATTERN receipttype.h EXCLUDE PATTERN requisitecodes.h EXCLUDE PATTERN rulelist.h EXCLUDE PATTERN rules.h EXCLUDE
-  PATTERN errortable.h EXCLUDE PATTERN journalfault.h EXCLUDE PATTERN storedtime.h EXCLUDE)
+  PATTERN errortable.h EXCLUDE PATTERN journalfault.h EXCLUDE PATTERN storedtime.h EXCLUDE
+  PATTERN postgres EXCLUDE)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/frhost)
 # One file of targets a component of find_package, see frhostConfig.cmake.in.

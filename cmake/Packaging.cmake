@@ -32,12 +32,13 @@ set(CPACK_COMPONENT_PLUGIN_DESCRIPTION "Driver plugin for fiscal registers of th
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME frspf-tools)
 # A plugin of Qt and the font of the pictures, so no library dependency tells of them.
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "libqt6sql6-sqlite, fonts-dejavu-core")
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SUGGESTS libqt6sql6-psql)
 set(CPACK_COMPONENT_TOOLS_DEPENDS plugin)
 set(CPACK_COMPONENT_TOOLS_DESCRIPTION "Command-line host and software fiscal register")
 set(CPACK_DEBIAN_SERVER_PACKAGE_NAME frspf-server)
 set(CPACK_DEBIAN_SERVER_PACKAGE_DEPENDS "libqt6sql6-sqlite, fonts-dejavu-core, init-system-helpers")
-# Its certificates.
-set(CPACK_DEBIAN_SERVER_PACKAGE_RECOMMENDS openssl)
+# Its certificates, and the journal of many machines.
+set(CPACK_DEBIAN_SERVER_PACKAGE_RECOMMENDS "openssl, libqt6sql6-psql")
 set(debian_server ${PROJECT_SOURCE_DIR}/cmake/debian/server)
 set(CPACK_DEBIAN_SERVER_PACKAGE_CONTROL_EXTRA ${debian_server}/postinst ${debian_server}/prerm ${debian_server}/postrm)
 set(CPACK_DEBIAN_SERVER_PACKAGE_CONTROL_STRICT_PERMISSION TRUE)

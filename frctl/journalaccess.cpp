@@ -2,6 +2,9 @@
 
 #include "journalerror.h"
 #include "journalplace.h"
+#include "machinestore.h"
+#include "postgres/openstore.h"
+#include "sqlitestore.h"
 
 #include <QFile>
 
@@ -9,20 +12,24 @@ namespace frctl {
 
 QString JournalAccess::place() const
 {
-    return m_fileName.isEmpty() ? sale::journalPlace() : m_fileName;
+    if (!m_fileName.isEmpty())
+        return m_fileName;
+    const QString shared = qEnvironmentVariableIsSet("FRSPF_JOURNAL") ? QString() : machineStore();
+    return shared.isEmpty() ? sale::journalPlace() : shared;
 }
 
 bool JournalAccess::exists() const
 {
-    return m_store || QFile::exists(place());
+    return m_store || sale::isShared(place()) || QFile::exists(place());
 }
 
 void JournalAccess::requirePlace() const
 {
-    sale::requireJournalPlace(place());
+    if (!sale::isShared(place()))
+        sale::requireJournalPlace(place());
 }
 
-sale::SqliteStore& JournalAccess::store()
+sale::SqlStore& JournalAccess::store()
 {
     if (m_store)
         return *m_store;
@@ -38,9 +45,12 @@ sale::SqliteStore& JournalAccess::store()
     return *m_store;
 }
 
-std::unique_ptr<sale::SqliteStore> JournalAccess::opened() const
+std::unique_ptr<sale::SqlStore> JournalAccess::opened() const
 {
-    auto store = std::make_unique<sale::SqliteStore>(place());
+    const QString name = place();
+    if (sale::isShared(name))
+        return sale::openStore(name);
+    auto store = std::make_unique<sale::SqliteStore>(name);
     if (m_fileName.isEmpty() && !qEnvironmentVariableIsSet("FRSPF_JOURNAL"))
         store->takeOver(sale::formerJournalPlace());
     return store;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sqlitestore.h"
+#include "sqlstore.h"
 
 #include <QString>
 
@@ -13,15 +13,15 @@ namespace frctl {
 class JournalAccess
 {
 public:
-    /// An empty name means the journal of this machine, into which the one of an earlier release is taken
-    /// over.
+    /// A file, or the address of a database. An empty name means the journal of this machine, the one that
+    /// its service uses; into a file the one of an earlier release is taken over.
     explicit JournalAccess(const QString& fileName = {})
         : m_fileName(fileName)
     {
     }
 
     /// Throws JournalError. A file that is not there is made.
-    sale::SqliteStore& store();
+    sale::SqlStore& store();
     /// False when no document of ours was ever written down. Throws JournalError.
     bool exists() const;
     /// Throws JournalError where one that is not there could not be made.
@@ -30,11 +30,11 @@ public:
     bool isLost() const { return !m_fault.isEmpty(); }
 
 private:
-    std::unique_ptr<sale::SqliteStore> opened() const;
+    std::unique_ptr<sale::SqlStore> opened() const;
     QString place() const;
 
     QString m_fileName;
-    std::unique_ptr<sale::SqliteStore> m_store;
+    std::unique_ptr<sale::SqlStore> m_store;
     QString m_fault;
 };
 

@@ -44,7 +44,7 @@ Output checkFile(const Options& options)
     const QStringList damages = options.journal->store().damages();
     Output output;
     output.lines = damages.isEmpty() ? QStringList{tr("the journal is sound")} : damages;
-    output.json = {{QStringLiteral("file"), options.journal->store().fileName()},
+    output.json = {{QStringLiteral("file"), options.journal->store().place()},
         {QStringLiteral("damages"), QJsonArray::fromStringList(damages)}};
     output.status = damages.isEmpty() ? ExitSuccess : ExitFailure;
     return output;

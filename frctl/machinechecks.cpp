@@ -141,7 +141,7 @@ HealthCheck checkJournal(const Options& options)
             return well("journal", tr("none yet"));
         }
         const QStringList damages = options.journal->store().damages();
-        const QString file = options.journal->store().fileName();
+        const QString file = options.journal->store().place();
         if (damages.isEmpty())
             return well("journal", file + tr(" is sound"));
         return wrong("journal", QStringLiteral("%1: %2").arg(file, joined(damages)),

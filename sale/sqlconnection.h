@@ -27,6 +27,11 @@ public:
     /// Statements that are done together or not at all. They may be run anew from their beginning.
     virtual void together(const std::function<void()>& statements) = 0;
 
+    /// The column's moment in the form of storedTime.
+    virtual QString moment(const QString& column) const { return column; }
+    /// It is one for many machines, whose tables frserver migrate makes.
+    virtual bool isShared() const { return false; }
+
     /// The first column of the first row; invalid when there is none.
     QVariant value(const QString& statement, const QVariantList& values = {}) const;
 };

@@ -31,8 +31,7 @@ public:
     /// file; then this machine goes on.
     void moveTo(const QString& exportFile);
     bool isMoved() const;
-    /// Throws JournalError for a journal that has moved to another machine.
-    void requireHere() const;
+    void requireHere() const override;
     /// Makes the journal of this machine of what moveTo has made. Throws JournalError when there is one.
     static void moveIn(const QString& exportFile, const QString& fileName);
     QStringList damages() const override;

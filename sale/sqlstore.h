@@ -33,6 +33,8 @@ public:
     virtual void backUp(const QString& fileName) = 0;
     /// What is damaged in it; empty when nothing is.
     virtual QStringList damages() const = 0;
+    /// Throws JournalError when another machine goes on with it.
+    virtual void requireHere() const { }
     /// Drops what was said in documents that were accepted before and have ended: bodies, warnings. Ids,
     /// digests, verdicts and the register's words stay. Gives the number of documents.
     virtual int anonymise(const QDateTime& before);
@@ -59,8 +61,6 @@ protected:
     virtual void requireOwner();
     /// The id is taken, or stands for another body from now on.
     virtual void writeId(const QString& id, const QString& digest, const QString& accepted);
-    /// The text of a moment in the form of storedTime.
-    virtual QString moment(const QString& column) const;
     virtual QString goodsJoin() const;
     virtual QString textCondition() const;
     /// What is added to a question for rows that are to be changed: those that others change are left out.

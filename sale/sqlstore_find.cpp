@@ -150,13 +150,13 @@ StoredAttempt attemptOf(const QSqlQuery& row)
 
 QString SqlStore::statementOf(const DocumentQuery& query, const QString& condition) const
 {
-    QString text
-        = QStringLiteral("SELECT documents.sequence, documents.id, kind, body, register, %1, "
-                         "digest, state, reason, %2, %3, %4, drive, document, number_read, "
-                         "times, resolved_by, resolved_note, attempts, %5, return_of FROM documents")
-              .arg(moment(QStringLiteral("start_before")), moment(QStringLiteral("documents.accepted")),
-                  moment(QStringLiteral("begun")), moment(QStringLiteral("settled")),
-                  moment(QStringLiteral("coalesce(queued, documents.accepted)")));
+    QString text = QStringLiteral("SELECT documents.sequence, documents.id, kind, body, register, %1, "
+                                  "digest, state, reason, %2, %3, %4, drive, document, number_read, "
+                                  "times, resolved_by, resolved_note, attempts, %5, return_of FROM documents")
+                       .arg(m_sql.moment(QStringLiteral("start_before")),
+                           m_sql.moment(QStringLiteral("documents.accepted")),
+                           m_sql.moment(QStringLiteral("begun")), m_sql.moment(QStringLiteral("settled")),
+                           m_sql.moment(QStringLiteral("coalesce(queued, documents.accepted)")));
     if (!query.goods.isEmpty())
         text += QStringLiteral(" JOIN goods ON ") + goodsJoin();
     text += condition + QStringLiteral(" ORDER BY ") + orderOf(query);
@@ -184,7 +184,8 @@ void SqlStore::addAttempts(StoredDocument& document) const
     m_sql.select(
         QStringLiteral("SELECT number, %1, %2, mark_before, movement, mark_after, failure, warnings, "
                        "verdict, document, body, digest FROM attempts WHERE %3 ORDER BY number")
-            .arg(moment(QStringLiteral("begun")), moment(QStringLiteral("ended")), key.condition()),
+            .arg(m_sql.moment(QStringLiteral("begun")), m_sql.moment(QStringLiteral("ended")),
+                key.condition()),
         key.values, [&document](const QSqlQuery& row) { document.attempts.append(attemptOf(row)); });
 }
 

@@ -24,11 +24,6 @@ void SqlStore::writeId(const QString& /*id*/, const QString& /*digest*/, const Q
     // Where the document's own row keeps it.
 }
 
-QString SqlStore::moment(const QString& column) const
-{
-    return column;
-}
-
 QString SqlStore::goodsJoin() const
 {
     return QStringLiteral("goods.id = documents.id");

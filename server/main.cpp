@@ -2,6 +2,7 @@
 #include "http/listenerror.h"
 #include "http/tlserror.h"
 #include "journalplace.h"
+#include "postgres/openstore.h"
 #include "preview/previewjob.h"
 #include "program/certificatecommand.h"
 #include "program/journalcommands.h"
@@ -39,7 +40,10 @@ int say(int status, const QString& what)
 
 QString journalOf(const Configuration& configuration)
 {
-    return configuration.service.journal.isEmpty() ? sale::journalPlace() : configuration.service.journal;
+    const ServiceSettings& settings = configuration.service;
+    if (!settings.storeUrl.isEmpty())
+        return settings.storeUrl;
+    return settings.journal.isEmpty() ? sale::journalPlace() : settings.journal;
 }
 
 ListenAddress listenAddress(const Options& options, const Configuration& configuration)
@@ -139,7 +143,7 @@ int checkConfig(const Options& options, const Configuration& configuration)
 {
     const ListenAddress listen = listenAddress(options, configuration);
     std::printf("listens on %s, port %d\n", qPrintable(listen.address), listen.port);
-    std::printf("journal %s\n", qPrintable(journalOf(configuration)));
+    std::printf("journal %s\n", qPrintable(sale::shownPlace(journalOf(configuration))));
     for (const RegisterSettings& settings : configuration.registers)
         std::printf("register %s on %s, %s\n", qPrintable(settings.name), qPrintable(settings.port),
             qPrintable(receipt::protocolName(settings.protocol)));
@@ -176,6 +180,7 @@ int run(const Options& options)
     case Options::Command::BackUp:
     case Options::Command::Export:
     case Options::Command::Import:
+    case Options::Command::Migrate:
         return runJournalCommand(options, journalOf(configuration));
     default:
         break;

@@ -211,6 +211,11 @@ void PostgresConnection::together(const std::function<void()>& statements)
     while (!attempt(statements, since)) { }
 }
 
+QString PostgresConnection::moment(const QString& column) const
+{
+    return QStringLiteral("to_char(%1, 'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')").arg(column);
+}
+
 void PostgresConnection::rollBack()
 {
     m_isInTransaction = false;

@@ -27,6 +27,8 @@ public:
     void select(const QString& statement, const QVariantList& values,
         const std::function<void(const QSqlQuery&)>& onRow) const override;
     void together(const std::function<void()>& statements) override;
+    QString moment(const QString& column) const override;
+    bool isShared() const override { return true; }
 
 private:
     void open() const;

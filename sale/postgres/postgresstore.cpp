@@ -82,8 +82,9 @@ QStringList PostgresStore::damages() const
 QString PostgresStore::acceptanceOf(const QString& id) const
 {
     return m_connection
-        .value(
-            QStringLiteral("SELECT %1 FROM ids WHERE id = ?").arg(moment(QStringLiteral("accepted"))), {id})
+        .value(QStringLiteral("SELECT %1 FROM ids WHERE id = ?")
+                   .arg(m_connection.moment(QStringLiteral("accepted"))),
+            {id})
         .toString();
 }
 
@@ -133,11 +134,6 @@ void PostgresStore::writeId(const QString& id, const QString& digest, const QStr
         throw RunAgain(wrongOrder(id, QStringLiteral("was accepted before, and is not there")).fault());
     m_held = id;
     m_heldAcceptance = accepted;
-}
-
-QString PostgresStore::moment(const QString& column) const
-{
-    return QStringLiteral("to_char(%1, 'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')").arg(column);
 }
 
 QString PostgresStore::goodsJoin() const

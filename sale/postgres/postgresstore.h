@@ -41,7 +41,6 @@ private:
     void hold(const QString& id) override;
     void requireOwner() override;
     void writeId(const QString& id, const QString& digest, const QString& accepted) override;
-    QString moment(const QString& column) const override;
     QString goodsJoin() const override;
     QString textCondition() const override;
     QString lockingWords() const override;

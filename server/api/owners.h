@@ -1,7 +1,8 @@
 #pragma once
 
-#include "sqliteconnection.h"
+#include "sqlconnection.h"
 
+#include <memory>
 #include <optional>
 
 namespace frserver {
@@ -11,8 +12,8 @@ namespace frserver {
 class Owners
 {
 public:
-    /// In the journal's file, which is there.
-    Owners(const QString& fileName, int patienceMs);
+    /// Beside the journal at that place, which is there.
+    Owners(const QString& place, int patienceMs);
 
     /// Before the document is accepted: without a document nobody has its id yet.
     void claim(const QString& id, const QString& owner);
@@ -20,7 +21,7 @@ public:
     std::optional<QString> ownerOf(const QString& id) const;
 
 private:
-    sale::SqliteConnection m_connection;
+    std::unique_ptr<sale::SqlConnection> m_connection;
 };
 
 } // namespace frserver

@@ -71,6 +71,9 @@ private:
             placeListen(section);
             if (service.tlsCertificate.isEmpty() != service.tlsKey.isEmpty())
                 note(section.line, QStringLiteral("tls-certificate and tls-key go together"));
+        } else if (section.name == QStringLiteral("store")) {
+            takeEntries(section, storeKeys(), service);
+            m_storeLine = section.line;
         } else if (section.name == QStringLiteral("webhook")) {
             takeEntries(section, webhookKeys(), service);
             if (service.webhookUrl.isEmpty() || service.webhookSecret.isEmpty())
@@ -79,7 +82,7 @@ private:
             takeRegister(section, section.name.mid(prefix.size()).trimmed());
         } else {
             note(section.line,
-                QStringLiteral("[%1] is none of [service], [webhook], [register NAME]")
+                QStringLiteral("[%1] is none of [service], [store], [webhook], [register NAME]")
                     .arg(receipt::shownText(section.name)));
         }
     }
@@ -173,6 +176,8 @@ private:
     {
         if (m_configuration.registers.isEmpty() && m_errors.isEmpty())
             m_errors.append(QStringLiteral("%1: has no [register NAME]").arg(m_fileName));
+        if (m_storeLine > 0 && !m_configuration.service.journal.isEmpty())
+            note(m_storeLine, QStringLiteral("[store] goes without journal of [service]"));
         for (RegisterSettings& settings : m_configuration.registers)
             settings.plugins = m_configuration.service.plugins;
     }
@@ -185,6 +190,7 @@ private:
     const QString m_fileName;
     QStringList m_errors;
     QSet<QString> m_ports;
+    int m_storeLine = 0;
     Configuration m_configuration;
 };
 

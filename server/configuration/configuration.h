@@ -7,7 +7,7 @@
 
 namespace frserver {
 
-/// What the service is told: sections [service], [webhook] and a [register NAME] for each register.
+/// What the service is told: sections [service], [store], [webhook] and a [register NAME] for each register.
 struct Configuration
 {
     /// Throws ConfigurationError with all that is wrong.

@@ -2,8 +2,10 @@
 
 #include "configuration/settingerror.h"
 
+#include "journalerror.h"
 #include "plaintext.h"
 #include "portname.h"
+#include "postgres/postgresplace.h"
 #include "showntext.h"
 #include "taxnumber.h"
 
@@ -168,6 +170,19 @@ void takeQueueLimit(const QString& value, ServiceSettings& settings)
     settings.queueLimit = numberUpTo(value, 1, most);
 }
 
+void takeStoreUrl(const QString& value, ServiceSettings& settings)
+{
+    // What is written there may have a password, and nobody is told it.
+    if (!sale::PostgresPlace::isPlace(value))
+        throw SettingError(QStringLiteral("is no postgresql://USER@HOST:PORT/DATABASE"));
+    try {
+        sale::PostgresPlace::of(value);
+    } catch (const sale::JournalError& error) {
+        throw SettingError(QString::fromUtf8(error.what()));
+    }
+    settings.storeUrl = value;
+}
+
 void takeWebhookUrl(const QString& value, ServiceSettings& settings)
 {
     const QUrl url(value, QUrl::StrictMode);
@@ -212,6 +227,12 @@ const QList<KeyRow<ServiceSettings>>& serviceKeys()
         {"plugin", takePlugin},
         {"queue-limit", takeQueueLimit},
     };
+    return rows;
+}
+
+const QList<KeyRow<ServiceSettings>>& storeKeys()
+{
+    static const QList<KeyRow<ServiceSettings>> rows{{"url", takeStoreUrl}};
     return rows;
 }
 

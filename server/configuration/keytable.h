@@ -19,6 +19,7 @@ struct KeyRow
 /// @{
 const QList<KeyRow<RegisterSettings>>& registerKeys();
 const QList<KeyRow<ServiceSettings>>& serviceKeys();
+const QList<KeyRow<ServiceSettings>>& storeKeys();
 const QList<KeyRow<ServiceSettings>>& webhookKeys();
 /// @}
 

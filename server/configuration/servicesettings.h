@@ -14,6 +14,8 @@ struct ServiceSettings
     QString listenPlace = {};
     /// Empty for the machine's.
     QString journal = {};
+    /// The database of many machines in its stead; empty without one.
+    QString storeUrl = {};
     /// Of the tokens; empty for the usual one.
     QString tokens = {};
     /// PEM files; empty for no TLS.

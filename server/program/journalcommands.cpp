@@ -1,5 +1,7 @@
 #include "program/journalcommands.h"
 
+#include "postgres/openstore.h"
+#include "postgres/postgresstore.h"
 #include "sqlitestore.h"
 
 #include <QFile>
@@ -10,6 +12,8 @@ namespace frserver {
 
 namespace {
 
+using Command = Options::Command;
+
 /// Opening would make one that is not there.
 sale::SqliteStore& opened(std::optional<sale::SqliteStore>& store, const QString& journal)
 {
@@ -18,15 +22,37 @@ sale::SqliteStore& opened(std::optional<sale::SqliteStore>& store, const QString
     return store.emplace(journal);
 }
 
+void migrate(const QString& journal)
+{
+    // A file gets its tables when it is opened, whoever does that.
+    if (sale::isShared(journal))
+        sale::PostgresStore::migrate(sale::PostgresPlace::of(journal));
+    sale::openStore(journal);
+    std::fprintf(stderr, "frserver: the tables of %s are those of this release\n",
+        qPrintable(sale::shownPlace(journal)));
+}
+
+void requireFile(const QString& journal)
+{
+    if (sale::isShared(journal))
+        throw sale::JournalError(QStringLiteral("%1 is kept by PostgreSQL").arg(sale::shownPlace(journal)),
+            QStringLiteral("back it up with pg_basebackup or pg_dump; other machines use it as it is"));
+}
+
 } // namespace
 
 int runJournalCommand(const Options& options, const QString& journal)
 {
+    if (options.command == Command::Migrate) {
+        migrate(journal);
+        return 0;
+    }
+    requireFile(journal);
     std::optional<sale::SqliteStore> store;
     const char* what = "a copy is in";
-    if (options.command == Options::Command::BackUp) {
+    if (options.command == Command::BackUp) {
         opened(store, journal).backUp(options.name);
-    } else if (options.command == Options::Command::Export) {
+    } else if (options.command == Command::Export) {
         opened(store, journal).moveTo(options.name);
         what = "this machine sells no more; frserver import on the other one takes";
     } else {

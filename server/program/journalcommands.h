@@ -4,7 +4,7 @@
 
 namespace frserver {
 
-/// backup, export and import. Gives the exit status; throws sale::JournalError.
+/// backup, export, import and migrate. Gives the exit status; throws sale::JournalError.
 int runJournalCommand(const Options& options, const QString& journal);
 
 } // namespace frserver

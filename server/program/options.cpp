@@ -27,6 +27,7 @@ void describe(QCommandLineParser& parser)
         "frserver export FILE            move the journal to another machine: this one sells no more\n"
         "frserver import FILE            go on with the journal of another machine\n"
         "frserver upgrade                have the running service replaced by the program that is installed\n"
+        "frserver migrate                make the tables of [store], or bring them up to this release\n"
         "frserver cert init HOST         make an authority, a certificate and its key for TLS"));
     parser.addOptions({
         {QStringLiteral("config"), QStringLiteral("The configuration (%1).").arg(usualConfig),
@@ -64,6 +65,7 @@ constexpr CommandRow commands[] = {
     {"export", 1, Command::Export},
     {"import", 1, Command::Import},
     {"upgrade", 0, Command::Upgrade},
+    {"migrate", 0, Command::Migrate},
     {"cert init", 1, Command::MakeCertificate},
 };
 

@@ -20,6 +20,7 @@ struct Options
         Export,
         Import,
         Upgrade,
+        Migrate,
         MakeCertificate
     };
     enum class Outcome { Run, Done, Wrong };

@@ -1,6 +1,8 @@
 #include "program/service.h"
 
 #include "driverplugin.h"
+#include "journalplace.h"
+#include "postgres/openstore.h"
 #include "rack/workerprocess.h"
 
 #include <QCoreApplication>
@@ -53,17 +55,17 @@ Till::Settings tillSettings(const RegisterSettings& settings)
 Service::Service(const Configuration& configuration, const QString& journal)
     : m_certificate(configuration.service.tlsCertificate)
     , m_key(configuration.service.tlsKey)
-    , m_store(journal, patienceMs)
+    , m_store(sale::openStore(journal, patienceMs))
     , m_owners(journal, patienceMs)
     , m_outbox(journal, patienceMs)
     , m_tokens(tokenFile(configuration.service, journal))
-    , m_rack(withPluginPlaces(configuration.registers), m_store, createWorker, {.journal = journal})
+    , m_rack(withPluginPlaces(configuration.registers), *m_store, createWorker, {.journal = journal})
     , m_pictures({.plugins = pluginPlaces(configuration.service)})
-    , m_api(m_store, m_owners, apiSettings(configuration.service))
+    , m_api(*m_store, m_owners, apiSettings(configuration.service))
     , m_server(m_api.site())
 {
     m_api.setPainter(m_pictures);
-    m_store.requireHere();
+    m_store->requireHere();
     for (const auto& [name, agent] : m_rack.agents())
         add(*agent);
     QObject::connect(
@@ -75,8 +77,11 @@ Service::Service(const Configuration& configuration, const QString& journal)
 
 QString Service::tokenFile(const ServiceSettings& settings, const QString& journal)
 {
-    return settings.tokens.isEmpty() ? QFileInfo(journal).absolutePath() + QStringLiteral("/frserver.tokens")
-                                     : settings.tokens;
+    if (!settings.tokens.isEmpty())
+        return settings.tokens;
+    const QString folder
+        = sale::isShared(journal) ? sale::machineFolder() : QFileInfo(journal).absolutePath();
+    return folder + QStringLiteral("/frserver.tokens");
 }
 
 void Service::add(RegisterAgent& agent)

@@ -8,7 +8,7 @@
 #include "program/listenaddress.h"
 #include "program/pictureprocesses.h"
 #include "rack/rack.h"
-#include "sqlitestore.h"
+#include "sqlstore.h"
 #include "webhook/webhook.h"
 
 #include <memory>
@@ -20,7 +20,8 @@ namespace frserver {
 class Service
 {
 public:
-    /// The file of the journal is what the configuration says, or the machine's. Throws sale::JournalError.
+    /// The journal is the file or the database that the configuration names, or the machine's. Throws
+    /// sale::JournalError.
     Service(const Configuration& configuration, const QString& journal);
 
     /// Reads certificate and key anew, if there is to be TLS. Throws http::TlsError; then the former ones
@@ -46,7 +47,7 @@ private:
     const QString m_certificate;
     const QString m_key;
     bool m_isOpen = false;
-    sale::SqliteStore m_store;
+    std::unique_ptr<sale::SqlStore> m_store;
     Owners m_owners;
     Outbox m_outbox;
     TokenFile m_tokens;

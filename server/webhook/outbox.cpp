@@ -1,8 +1,11 @@
 #include "webhook/outbox.h"
 
+#include "postgres/openstore.h"
 #include "storedtime.h"
 
 #include <QSqlQuery>
+
+#include <algorithm>
 
 namespace frserver {
 
@@ -26,6 +29,27 @@ const QString trigger = QStringLiteral(
     "'settled', NEW.settled, 'attemptCount', NEW.attempts), "
     "NEW.settled, NEW.settled); END");
 
+// The same for the tables of many machines, whichever month's.
+const QString sharedTriggerIsThere = QStringLiteral(
+    "SELECT 1 FROM pg_trigger WHERE tgname = 'frserver_outbox_end' AND tgrelid = 'documents'::regclass");
+const QString sharedFunction = QStringLiteral(
+    "CREATE OR REPLACE FUNCTION frserver_outbox_end() RETURNS trigger LANGUAGE plpgsql "
+    "SET search_path = frspf SET TimeZone = 'UTC' AS $$ BEGIN "
+    "INSERT INTO frserver_outbox (document, body, created, due) VALUES (NEW.id, json_build_object("
+    "'id', NEW.id, 'kind', NEW.kind, 'register', NEW.register, 'state', NEW.state, "
+    "'reason', nullif(NEW.reason, ''), 'times', NEW.times, 'drive', nullif(NEW.drive, ''), "
+    "'documentNumber', NEW.document, 'documentNumberRead', CASE WHEN NEW.document IS NULL THEN NULL "
+    "ELSE NEW.number_read END, 'accepted', %1, 'begun', %2, 'settled', %3, 'attemptCount', NEW.attempts)::text, "
+    "NEW.settled, NEW.settled); RETURN NULL; END $$");
+const QString sharedTrigger = QStringLiteral(
+    "CREATE TRIGGER frserver_outbox_end AFTER UPDATE ON documents FOR EACH ROW "
+    "WHEN (NEW.state IN ('issued', 'notIssued', 'unknown') AND NEW.state <> OLD.state AND NEW.kind <> 'review') "
+    "EXECUTE FUNCTION frserver_outbox_end()");
+/// It ends with the connection.
+const QString becomeTeller = QStringLiteral(
+    "SELECT CASE WHEN EXISTS (SELECT 1 FROM pg_locks WHERE locktype = 'advisory' AND classid = 1718765416 "
+    "AND pid = pg_backend_pid()) THEN true ELSE pg_try_advisory_lock(1718765416, 0) END");
+
 Delivery deliveryOf(const QSqlQuery& row)
 {
     return {row.value(0).toLongLong(), row.value(1).toString(), row.value(2).toString().toUtf8(),
@@ -41,31 +65,53 @@ const QString firstOnes
 
 } // namespace
 
-Outbox::Outbox(const QString& fileName, int patienceMs)
-    : m_connection(fileName, patienceMs)
+Outbox::Outbox(const QString& place, int patienceMs)
+    : m_connection(sale::openConnection(place, patienceMs))
 {
-    m_connection.execute(table);
-    m_connection.execute(index);
+    if (m_connection->isShared())
+        return;
+    m_connection->execute(table);
+    m_connection->execute(index);
 }
 
 void Outbox::open()
 {
-    m_connection.execute(trigger);
+    if (!m_connection->isShared()) {
+        m_connection->execute(trigger);
+        return;
+    }
+    // Whoever writes waits while it is made.
+    if (m_connection->value(sharedTriggerIsThere).isValid())
+        return;
+    m_connection->together([this] {
+        m_connection->execute(sharedFunction.arg(m_connection->moment(QStringLiteral("NEW.accepted")),
+            m_connection->moment(QStringLiteral("NEW.begun")),
+            m_connection->moment(QStringLiteral("NEW.settled"))));
+        m_connection->execute(sharedTrigger);
+    });
 }
 
 void Outbox::close()
 {
-    m_connection.execute(QStringLiteral("DROP TRIGGER IF EXISTS frserver_outbox_end"));
+    if (!m_connection->isShared())
+        m_connection->execute(QStringLiteral("DROP TRIGGER IF EXISTS frserver_outbox_end"));
+}
+
+bool Outbox::isTeller() const
+{
+    return !m_connection->isShared() || m_connection->value(becomeTeller).toBool();
 }
 
 QList<Delivery> Outbox::due(const QDateTime& now, int limit) const
 {
     QList<Delivery> found;
-    m_connection.select(
-        QStringLiteral(
-            "SELECT number, document, body, created, attempts, due FROM frserver_outbox WHERE (due <= ? OR due > ?) "
-            "AND %1 ORDER BY number LIMIT ?")
-            .arg(firstOnes),
+    if (!isTeller())
+        return found;
+    m_connection->select(
+        QStringLiteral("SELECT number, document, body, %1, attempts, %2 FROM frserver_outbox "
+                       "WHERE (due <= ? OR due > ?) AND %3 ORDER BY number LIMIT ?")
+            .arg(m_connection->moment(QStringLiteral("created")), m_connection->moment(QStringLiteral("due")),
+                firstOnes),
         {sale::storedTime(now), sale::storedTime(now.addSecs(longestPauseSeconds)), limit},
         [&found](const QSqlQuery& row) { found.append(deliveryOf(row)); });
     return found;
@@ -73,31 +119,42 @@ QList<Delivery> Outbox::due(const QDateTime& now, int limit) const
 
 QDateTime Outbox::nextDue() const
 {
+    constexpr int lookAgainSeconds = 5;
+    // Nobody says here what others have ended, or that the one who tells is gone.
+    const QDateTime later = m_connection->isShared()
+        ? sale::timeFromStored(sale::storedNow()).addSecs(lookAgainSeconds)
+        : QDateTime();
+    if (!isTeller())
+        return later;
     const QVariant due
-        = m_connection.value(QStringLiteral("SELECT min(due) FROM frserver_outbox WHERE ") + firstOnes);
-    return sale::timeFromStored(due.toString());
+        = m_connection->value(QStringLiteral("SELECT %1 FROM frserver_outbox WHERE %2")
+                                  .arg(m_connection->moment(QStringLiteral("min(due)")), firstOnes));
+    const QDateTime next = sale::timeFromStored(due.toString());
+    if (!later.isValid())
+        return next;
+    return next.isValid() ? std::min(next, later) : later;
 }
 
 qint64 Outbox::count() const
 {
-    return m_connection.value(QStringLiteral("SELECT count(*) FROM frserver_outbox")).toLongLong();
+    return m_connection->value(QStringLiteral("SELECT count(*) FROM frserver_outbox")).toLongLong();
 }
 
 void Outbox::remove(qint64 number)
 {
-    m_connection.execute(QStringLiteral("DELETE FROM frserver_outbox WHERE number = ?"), {number});
+    m_connection->execute(QStringLiteral("DELETE FROM frserver_outbox WHERE number = ?"), {number});
 }
 
 void Outbox::postpone(qint64 number, const QDateTime& due)
 {
-    m_connection.execute(
+    m_connection->execute(
         QStringLiteral("UPDATE frserver_outbox SET attempts = attempts + 1, due = ? WHERE number = ?"),
         {sale::storedTime(due), number});
 }
 
 int Outbox::dropOlderThan(const QDateTime& created, int attempts)
 {
-    return m_connection.execute(
+    return m_connection->execute(
         QStringLiteral("DELETE FROM frserver_outbox WHERE created < ? AND attempts >= ?"),
         {sale::storedTime(created), attempts});
 }

@@ -1,24 +1,27 @@
 #pragma once
 
-#include "sqliteconnection.h"
+#include "sqlconnection.h"
 #include "webhook/delivery.h"
 
 #include <QList>
 
+#include <memory>
+
 namespace frserver {
 
-/// What is still to be told, in the journal's file. Each end of a document is written there in the same
+/// What is still to be told, beside the journal. Each end of a document is written there in the same
 /// transaction as the end itself, whoever settles it: neither a killed service nor frctl forgets one. All
 /// operations throw sale::JournalError.
 class Outbox
 {
 public:
-    /// In the journal's file, which is there.
-    Outbox(const QString& fileName, int patienceMs);
+    /// Beside the journal at that place, which is there. Of several services that share it one tells, and
+    /// another one when that has ended.
+    Outbox(const QString& place, int patienceMs);
 
     /// From now on ends are written down.
     void open();
-    /// They are no longer; what was written stays until it is dropped.
+    /// They are no longer, unless others share the journal; what was written stays until it is dropped.
     void close();
 
     /// Those to be told now, of each document the first one alone; also those that were postponed by a clock
@@ -34,7 +37,9 @@ public:
     int dropOlderThan(const QDateTime& created, int attempts);
 
 private:
-    sale::SqliteConnection m_connection;
+    bool isTeller() const;
+
+    std::unique_ptr<sale::SqlConnection> m_connection;
 };
 
 } // namespace frserver

@@ -1,10 +1,16 @@
 #include "worker/patientstore.h"
 
 #include "errorkind.h"
+#include "postgres/openstore.h"
 
 namespace frserver {
 
 using sale::ErrorKind;
+
+PatientStore::PatientStore(const QString& place)
+    : m_store(sale::openStore(place))
+{
+}
 
 void PatientStore::setPatientFor(const QString& id, bool mayHaveRestarted)
 {
@@ -15,7 +21,7 @@ void PatientStore::setPatientFor(const QString& id, bool mayHaveRestarted)
 
 void PatientStore::note(const QString& id, int attempt, const sale::AttemptNote& note)
 {
-    SqliteStore::note(id, attempt, note);
+    m_store->note(id, attempt, note);
     const QString kind = note.failure.value(QStringLiteral("kind")).toString();
     if (id == m_id && !kind.isEmpty())
         m_isOfRegister = isOfRegister(sale::errorKindNamed(kind));
@@ -31,7 +37,53 @@ void PatientStore::settle(const QString& id, int attempt, const sale::DocumentEn
 {
     sale::DocumentEnding meant = ending;
     meant.waitsAgain = id == m_id && m_isOfRegister;
-    SqliteStore::settle(id, attempt, meant);
+    m_store->settle(id, attempt, meant);
+}
+
+sale::StoredDocument PatientStore::accept(const sale::DocumentRequest& request, const Condition& condition)
+{
+    return m_store->accept(request, condition);
+}
+
+std::optional<int> PatientStore::begin(const QString& id, const sale::AttemptStart& start)
+{
+    return m_store->begin(id, start);
+}
+
+std::optional<int> PatientStore::acceptAndBegin(
+    const sale::DocumentRequest& request, const sale::AttemptStart& start)
+{
+    return m_store->acceptAndBegin(request, start);
+}
+
+QList<sale::StoredDocument> PatientStore::find(const sale::DocumentQuery& query) const
+{
+    return m_store->find(query);
+}
+
+sale::StoredDocument PatientStore::withdraw(const QString& id)
+{
+    return m_store->withdraw(id);
+}
+
+sale::StoredDocument PatientStore::move(const QString& id, const QString& registerName)
+{
+    return m_store->move(id, registerName);
+}
+
+sale::StoredDocument PatientStore::refuse(const QString& id, const sale::AttemptNote& note)
+{
+    return m_store->refuse(id, note);
+}
+
+QStringList PatientStore::expire(const QDateTime& now)
+{
+    return m_store->expire(now);
+}
+
+QList<sale::DocumentCount> PatientStore::countByState(const QString& registerName) const
+{
+    return m_store->countByState(registerName);
 }
 
 } // namespace frserver

@@ -1,26 +1,43 @@
 #pragma once
 
 #include "errorkind.h"
-#include "sqlitestore.h"
+#include "sqlstore.h"
+
+#include <memory>
 
 namespace frserver {
 
 /// The journal as a worker writes it: the document that it makes waits again when it is not issued for want
 /// of paper, of a closed cover, or of a register that was started since it was switched on. Whoever puts that
 /// right need not tell the client.
-class PatientStore : public sale::SqliteStore
+class PatientStore : public sale::DocumentStore
 {
 public:
-    using SqliteStore::SqliteStore;
+    /// Of the journal at that place.
+    explicit PatientStore(const QString& place);
 
     /// What is made on the way to it, such as the opening of the shift, is not made later.
     void setPatientFor(const QString& id, bool mayHaveRestarted = false);
     void note(const QString& id, int attempt, const sale::AttemptNote& note) override;
     void settle(const QString& id, int attempt, const sale::DocumentEnding& ending) override;
 
+    // As the journal does.
+    using DocumentStore::accept;
+    sale::StoredDocument accept(const sale::DocumentRequest& request, const Condition& condition) override;
+    std::optional<int> begin(const QString& id, const sale::AttemptStart& start) override;
+    std::optional<int> acceptAndBegin(
+        const sale::DocumentRequest& request, const sale::AttemptStart& start) override;
+    QList<sale::StoredDocument> find(const sale::DocumentQuery& query) const override;
+    sale::StoredDocument withdraw(const QString& id) override;
+    sale::StoredDocument move(const QString& id, const QString& registerName) override;
+    sale::StoredDocument refuse(const QString& id, const sale::AttemptNote& note) override;
+    QStringList expire(const QDateTime& now) override;
+    QList<sale::DocumentCount> countByState(const QString& registerName) const override;
+
 private:
     bool isOfRegister(sale::ErrorKind kind) const;
 
+    std::unique_ptr<sale::SqlStore> m_store;
     QString m_id;
     bool m_mayHaveRestarted = false;
     /// What it failed of last.

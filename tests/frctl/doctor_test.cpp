@@ -4,6 +4,7 @@
 #include "firstanswer.h"
 #include "journalaccess.h"
 #include "journalerror.h"
+#include "machinestore.h"
 #include "portrights.h"
 
 #include <QFile>
@@ -75,6 +76,24 @@ TEST(Doctor, AsksForAJournalThatCouldBeMade)
     EXPECT_NO_THROW(JournalAccess(folder.filePath("new/folder/sales")).requirePlace());
     EXPECT_FALSE(QFile::exists(folder.filePath("new")));
     EXPECT_THROW(JournalAccess(folder.filePath("file/sales")).requirePlace(), sale::JournalError);
+}
+
+TEST(Doctor, JournalIsThatOfTheMachinesService)
+{
+    const QTemporaryDir folder;
+    const QString name = folder.filePath("frserver.ini");
+    EXPECT_EQ(machineStore(name), QString());
+    const auto write = [&name](const QByteArray& text) {
+        QFile file(name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+    };
+    write("[service]\nqueue-limit = 5\n[register a]\nport = x\n");
+    EXPECT_EQ(machineStore(name), QString());
+    write("[register a]\nport = x\n[store]\nurl = postgresql:///rack?host=/run/postgresql\n");
+    EXPECT_EQ(machineStore(name), "postgresql:///rack?host=/run/postgresql");
+    write("what is this");
+    EXPECT_THROW(machineStore(name), sale::JournalError);
 }
 
 // What comes first is of the other protocol, or of none.

@@ -88,11 +88,6 @@ void PostgresServer::stopAtOnce()
     m_server.waitForFinished(patienceMs);
 }
 
-PostgresPlace PostgresServer::place() const
-{
-    return PostgresPlace::of("postgresql://postgres@/postgres?host=" + m_folder.path());
-}
-
 void PostgresServer::clear()
 {
     {

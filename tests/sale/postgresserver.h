@@ -16,8 +16,8 @@ public:
     static PostgresServer& instance();
 
     ~PostgresServer();
-    PostgresPlace place() const;
-    QString socket() const { return m_folder.filePath(".s.PGSQL.5432"); }
+    QString address() const { return "postgresql://postgres@/postgres?host=" + m_folder.path(); }
+    PostgresPlace place() const { return PostgresPlace::of(address()); }
     void start();
     /// As a power cut: SIGQUIT, and no good-bye.
     void stopAtOnce();

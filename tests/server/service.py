@@ -136,6 +136,10 @@ class Service(Program):
     """frserver with the registers that it is given, in a folder that it keeps from one start to the next."""
 
     def __init__(self, folder, registers, protocol="HEX", **environment):
+        self.configure(folder, registers, protocol)
+        self.start(environment)
+
+    def configure(self, folder, registers, protocol="HEX"):
         self.folder = Path(folder)
         self.config = self.folder / "frserver.ini"
         sections = [
@@ -147,7 +151,6 @@ class Service(Program):
                 f"[register {name}]\nport = {line}\nprotocol = {protocol}\nexclusive = yes\ncashier = {CASHIER}\n"
                 "allow-test-drive = true\n")
         self.config.write_text("\n".join(sections), encoding="utf-8")
-        self.start(environment)
 
     def start(self, environment=None, **options):
         super().__init__([os.environ["FRSERVER"], "--config", str(self.config)],

@@ -107,7 +107,7 @@ TEST_F(ConfigurationTest, TellsAllThatIsWrongWithItsLine)
     EXPECT_EQ(errors("[service]\nlisten=1\nlimit=3\n[till1]\n[register a/b]\nport=x\nprotocol=CSV\n"),
         (QStringList{
             "3: [service] has no key limit; there are listen, journal, tokens, tls-certificate, tls-key, plugin, queue-limit",
-            "4: [till1] is none of [service], [webhook], [register NAME]",
+            "4: [till1] is none of [service], [store], [webhook], [register NAME]",
             "5: the register \"a/b\": a name has letters, digits, dots, _ and -, 64 at most",
             "7: protocol: \"CSV\" is none of XML, HEX"}));
     EXPECT_EQ(errors("[webhook]\nurl=ftp://a\n"),
@@ -130,6 +130,12 @@ TEST_F(ConfigurationTest, RefusesWhatARegisterCannotBe)
 {
     const WrongLine wrong[] = {
         {"serial =", "4: serial: is empty"},
+        {"[store]\nurl = db.sqlite", "5: url: is no postgresql://USER@HOST:PORT/DATABASE"},
+        {"[store]\nurl = postgresql://a:secret@db",
+            "5: url: the address of the database names no database: it looks like "
+            "postgresql://USER@HOST:PORT/DATABASE"},
+        {"[service]\njournal = a\n[store]\nurl = postgresql:///rack",
+            "6: [store] goes without journal of [service]"},
         {"inn = 123", "4: inn: \"123\" has not 10 or 12 digits"},
         {"cashier = \x01", "4: cashier: has the control character U+0001 at character 1"},
         {"cashier-inn = 772100000041", "4: cashier-inn: \"772100000041\" is no tax number"},

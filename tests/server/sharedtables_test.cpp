@@ -1,0 +1,64 @@
+// What services that share a database keep beside the journal.
+
+#include "api/owners.h"
+#include "postgres/openstore.h"
+#include "sale/postgresserver.h"
+#include "webhook/outbox.h"
+
+#include <QDeadlineTimer>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <gtest/gtest.h>
+
+using namespace frserver;
+
+namespace {
+
+TEST(SharedTables, OneServiceTellsEachEndOnceAndAllKnowTheOwners)
+{
+    sale::PostgresServer& server = sale::PostgresServer::instance();
+    server.clear();
+    const QString place = server.address();
+    const auto store = sale::openStore(place);
+    auto first = std::make_unique<Outbox>(place, 1000);
+    Outbox second(place, 1000);
+    // Also when both begin at once, and when a third one tells nobody.
+    first->open();
+    second.open();
+    Outbox(place, 1000).close();
+    store->accept({"document:1", "sell", "{}", "till1"});
+    store->begin("document:1", {{{"drive", "9999"}, {"lastDocument", 7}}});
+    store->settle("document:1", 1, {.state = sale::DocumentState::Issued, .documentNumber = 8});
+    store->accept({"document:2", "sell", "{}", "till1"});
+    store->withdraw("document:2");
+    const QDateTime now = QDateTime::currentDateTimeUtc().addSecs(1);
+    const QList<Delivery> due = first->due(now, 4);
+    ASSERT_EQ(due.size(), 2);
+    EXPECT_TRUE(second.due(now, 4).isEmpty());
+    EXPECT_GT(second.nextDue(), QDateTime::currentDateTimeUtc()) << "it looks again";
+    const QJsonObject told = QJsonDocument::fromJson(due.constFirst().body).object();
+    EXPECT_EQ(told.value("state"), "issued");
+    EXPECT_EQ(told.value("documentNumber"), 8);
+    EXPECT_EQ(told.value("documentNumberRead"), true);
+    EXPECT_TRUE(told.value("reason").isNull());
+    const QString accepted = store->findId("document:1")->accepted.toString(Qt::ISODateWithMs);
+    EXPECT_EQ(told.value("accepted"), accepted);
+    first->remove(due.constFirst().number);
+    first->postpone(due.constLast().number, now.addSecs(60));
+    EXPECT_TRUE(first->due(now, 4).isEmpty());
+    first.reset();
+    // The server hears of it a moment later.
+    QList<Delivery> left;
+    for (QDeadlineTimer patience(20'000); left.isEmpty() && !patience.hasExpired();)
+        left = second.due(now.addSecs(61), 4);
+    ASSERT_EQ(left.size(), 1);
+    EXPECT_EQ(left.constFirst().attempts, 1);
+    EXPECT_EQ(second.dropOlderThan(now), 1);
+    EXPECT_EQ(second.count(), 0);
+    Owners(place, 1000).claim("document:1", "shop");
+    EXPECT_EQ(Owners(place, 1000).ownerOf("document:1"), "shop");
+    EXPECT_FALSE(Owners(place, 1000).ownerOf("document:2"));
+}
+
+} // namespace

@@ -1,0 +1,143 @@
+#!/usr/bin/python3
+"""Services of many machines over one database."""
+
+import glob
+import json
+import os
+import pwd
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).parent))
+# pylint: disable=wrong-import-position
+from service import PATIENCE, Register, Service, receipt  # noqa: E402
+
+SALE = receipt()
+
+
+class Database:
+    """PostgreSQL in a folder of its own, without a port."""
+
+    def __init__(self):
+        self.folder = tempfile.mkdtemp()
+        self.programs = sorted(glob.glob("/usr/lib/postgresql/*/bin"))[-1]
+        # It refuses to run as root.
+        self.user = {}
+        if os.geteuid() == 0:
+            entry = pwd.getpwnam("postgres")
+            os.chown(self.folder, entry.pw_uid, entry.pw_gid)
+            self.user = {"user": entry.pw_uid, "group": entry.pw_gid, "extra_groups": []}
+        self.run("initdb", "-D", f"{self.folder}/data", "-U", "postgres", "-A", "trust", "-E", "UTF8", "--locale=C.UTF-8",
+                 "--no-sync").wait(PATIENCE)
+        self.start()
+
+    def run(self, program, *arguments):
+        return subprocess.Popen([f"{self.programs}/{program}", *arguments], cwd=self.folder, stdout=subprocess.DEVNULL,
+                                stderr=subprocess.DEVNULL, **self.user)
+
+    def start(self):
+        self.server = self.run("postgres", "-D", f"{self.folder}/data", "-k", self.folder, "-c", "listen_addresses=")
+
+    def stop(self):
+        """At once, as a power cut."""
+        self.server.send_signal(signal.SIGQUIT)
+        self.server.wait(PATIENCE)
+
+    def close(self):
+        self.stop()
+        shutil.rmtree(self.folder)
+
+    @property
+    def url(self):
+        return f"postgresql://postgres:secret@/postgres?host={self.folder}"
+
+
+class Store(unittest.TestCase):
+    def setUp(self):
+        self.database = Database()
+        self.addCleanup(self.database.close)
+        self.folder = Path(tempfile.mkdtemp())
+        self.addCleanup(shutil.rmtree, self.folder)
+        self.registers = {}
+        self.services = {}
+
+    def serve(self, name):
+        register = self.registers[name] = Register()
+        self.addCleanup(register.stop)
+        folder = self.folder / name
+        folder.mkdir()
+        service = self.services[name] = Service.__new__(Service)
+        service.configure(folder, {name: register.line})
+        text = service.config.read_text(encoding="utf-8").replace(f"journal = {folder}/journal.sqlite\n", "")
+        service.config.write_text(f"{text}\n[store]\nurl = {self.database.url}\n", encoding="utf-8")
+        return service
+
+    def start(self, service):
+        service.start()
+        self.addCleanup(service.stop)
+
+    def frctl(self, *arguments):
+        return subprocess.run([os.environ["FRCTL"], "--json", *arguments], capture_output=True, text=True, check=False,
+                              timeout=PATIENCE, env={**os.environ, "FRSPF_JOURNAL": self.database.url})
+
+    @staticmethod
+    def post_as_told(service, name):
+        """Any 5xx: the same id again."""
+        deadline = time.monotonic() + PATIENCE
+        while (answer := service.post(SALE, id=name)).status == 503 and time.monotonic() < deadline:
+            pass
+        return answer
+
+    def test_any_service_answers_for_any_document(self):
+        one, two = self.serve("till1"), self.serve("till2")
+        refused = one.command()
+        self.assertEqual(1, refused.returncode)
+        self.assertIn("frserver migrate", refused.stderr)
+        migrated = one.command("migrate")
+        self.assertEqual(0, migrated.returncode, migrated.stderr)
+        checked = one.command("check-config")
+        self.assertIn("journal postgresql://postgres@", checked.stdout)
+        self.start(one)
+        self.start(two)
+        sold = one.post(SALE, "till1", id="rack:till1:1")
+        self.assertEqual(201, sold.status, sold)
+        self.assertEqual("issued", two.ask("GET", "/v1/documents/rack:till1:1")["state"])
+        # The same id at another machine is the same document.
+        again = two.post(SALE, "till2", id="rack:till1:1")
+        self.assertEqual((200, True), (again.status, again["replayed"]))
+        other = two.post(receipt("advance"), "till2", id="rack:till1:1")
+        self.assertEqual(422, other.status)
+        self.assertEqual(201, two.post(SALE, "till2", id="rack:till2:1").status)
+        self.assertEqual([1, 1], [len(register.receipts()) for register in self.registers.values()])
+        shown = self.frctl("journal", "show", "rack:till1:1")
+        self.assertEqual("issued", json.loads(shown.stdout)["state"], shown)
+        # What only a file can is said so, and nobody is told the password.
+        refused = one.command("export", str(self.folder / "copy"))
+        self.assertEqual(1, refused.returncode)
+        self.assertIn("kept by PostgreSQL", refused.stderr)
+        for text in (migrated.stderr, checked.stdout, refused.stderr, self.frctl("journal", "check").stdout):
+            self.assertNotIn("secret", text)
+
+    def test_what_cannot_be_written_is_not_sold(self):
+        service = self.serve("till1")
+        self.assertEqual(0, service.command("migrate").returncode)
+        self.start(service)
+        self.assertEqual(201, service.post(SALE, id="rack:till1:1").status)
+        self.database.stop()
+        refused = service.post(SALE, id="rack:till1:2")
+        self.assertEqual(503, refused.status)
+        self.assertEqual(1, len(self.registers["till1"].receipts()))
+        self.database.start()
+        self.assertEqual(201, self.post_as_told(service, "rack:till1:2").status)
+        self.assertEqual(200, service.post(SALE, id="rack:till1:1").status)
+        self.assertEqual(2, len(self.registers["till1"].receipts()))
+
+
+if __name__ == "__main__":
+    unittest.main()
