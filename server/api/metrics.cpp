@@ -113,11 +113,24 @@ QJsonValue daysLeft(const QJsonObject& view)
     return until.isValid() ? QJsonValue(today.daysTo(until)) : QJsonValue();
 }
 
+/// As register and service know it: over XML it is not told.
+QJsonValue unsentSeconds(const QJsonObject& view)
+{
+    if (conditionOf(view, "unsent").isNull() || conditionOf(view, "unsent").isUndefined())
+        return {};
+    const QDateTime since
+        = QDateTime::fromString(view.value(QStringLiteral("unsentSince")).toString(), Qt::ISODateWithMs);
+    const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
+    return since.isValid() ? since.secsTo(now) : 0;
+}
+
 constexpr ToldGauge toldGauges[] = {
     {"frserver_worker_starts_total", "counter", "How often the register's process was started.",
         [](const QJsonObject& view) { return view.value(QStringLiteral("workerStarts")); }},
     {"frserver_unsent_documents", "gauge", "Documents that the operator of fiscal data has not got.",
         [](const QJsonObject& view) { return conditionOf(view, "unsent"); }},
+    {"frserver_unsent_seconds", "gauge", "How long the oldest of them has waited, as far as that is known.",
+        unsentSeconds},
     {"frserver_drive_days_left", "gauge", "Days until the fiscal drive expires.", daysLeft},
     {"frserver_clock_ahead_seconds", "gauge", "How far the register's clock is ahead of the computer's.",
         [](const QJsonObject& view) { return conditionOf(view, "clockDifference"); }},
