@@ -177,8 +177,9 @@ DocumentResult CashDesk::printText(const QStringList& lines, const QString& id)
 
 DocumentResult CashDesk::makeCopy(const Entry& entry, quint32 documentNumber)
 {
-    return makeTraceless(
-        entry, {.close = [&] { m_driver.printFnDocument(static_cast<long>(documentNumber)); }});
+    return makeTraceless(entry,
+        {.close = [&] { m_driver.printFnDocument(static_cast<long>(documentNumber)); },
+            .isOneRequest = true});
 }
 
 DocumentResult CashDesk::printCopy(quint32 documentNumber, const QString& id)

@@ -33,6 +33,13 @@ DocumentSteps withWitness(const DocumentSteps& steps, Witness& witness, bool& is
     return witnessed;
 }
 
+/// What wants an open shift was not made without one.
+bool isKnownNotMade(const Failure& failure, const DocumentSteps& steps)
+{
+    return failure.exceptionName == QStringLiteral("ShiftIsClosed")
+        || (steps.isOneRequest && failure.isOfDriver && failure.kind == ErrorKind::Data);
+}
+
 /// What was interrupted, or could not be asked about, is left to the next run.
 void writeDown(
     IdentifiedSale* document, DocumentResult& result, bool isOpen, const std::optional<DriveMark>& after)
@@ -97,8 +104,7 @@ DocumentResult issueTraceless(
         repeats = options.line.repeatsNow() - before;
     };
     DocumentResult result = runDocument(driver, watched);
-    // What wants an open shift was not made without one.
-    if (result.failure && result.failure->exceptionName == QStringLiteral("ShiftIsClosed"))
+    if (result.failure && isKnownNotMade(*result.failure, steps))
         result.verdict = Outcome::None;
     result.isSentAgain = repeats > 0;
     writeDown(options.sale, result, false, {});

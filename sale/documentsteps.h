@@ -15,6 +15,8 @@ struct DocumentSteps
     std::function<void()> fill = {};
     /// When it fails, the document may have been issued: it is not repeated.
     std::function<void()> close = {};
+    /// The close is all there is, in one request: what the register refuses for its data is not made.
+    bool isOneRequest = false;
     /// Finds out what has become of the document after a failed close. May be empty: then nobody knows.
     std::function<Verdict()> settle = {};
     /// The document is issued, whatever happens here. May be empty.

@@ -38,6 +38,8 @@ public:
     /// while nobody else writes: what it finds in this journal holds still when the document is in it.
     virtual StoredDocument accept(const DocumentRequest& request, const Condition& condition) = 0;
     StoredDocument accept(const DocumentRequest& request) { return accept(request, {}); }
+    /// It goes on with another machine, and nothing is written here any more.
+    virtual bool isMoved() const { return false; }
     /// Begins the next attempt at a queued document and gives its number. Of several that begin the same one,
     /// one succeeds; the others get a JournalError, and so does whoever comes for one that was withdrawn or
     /// moved. Nothing when its time is over: then it is not issued, expired.

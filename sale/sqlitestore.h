@@ -30,7 +30,7 @@ public:
     /// be copied again. Throws JournalError, also while a document is under way, or when there is such a
     /// file; then this machine goes on.
     void moveTo(const QString& exportFile);
-    bool isMoved() const;
+    bool isMoved() const override;
     void requireHere() const override;
     /// Makes the journal of this machine of what moveTo has made. Throws JournalError when there is one.
     static void moveIn(const QString& exportFile, const QString& fileName);

@@ -1,6 +1,7 @@
 #include "configuration/configurationerror.h"
 #include "http/listenerror.h"
 #include "http/tlserror.h"
+#include "http/tlsidentity.h"
 #include "journalplace.h"
 #include "postgres/openstore.h"
 #include "preview/previewjob.h"
@@ -142,6 +143,9 @@ int serve(const Options& options, const Configuration& configuration)
 int checkConfig(const Options& options, const Configuration& configuration)
 {
     const ListenAddress listen = listenAddress(options, configuration);
+    const ServiceSettings& service = configuration.service;
+    if (service.hasTls())
+        http::TlsIdentity(service.tlsCertificate, service.tlsKey);
     std::printf("listens on %s, port %d\n", qPrintable(listen.address), listen.port);
     std::printf("journal %s\n", qPrintable(sale::shownPlace(journalOf(configuration))));
     for (const RegisterSettings& settings : configuration.registers)

@@ -24,6 +24,9 @@ Answer readiness(Api& api, const Request&)
         throw http::Problem(503, QStringLiteral("stopping"), QStringLiteral("The service is stopping"),
             QStringLiteral("Documents are not accepted."))
             .withHeader("Retry-After", "10");
+    if (api.store().isMoved())
+        throw http::Problem(503, QStringLiteral("moved"), QStringLiteral("The journal has moved"),
+            QStringLiteral("Another machine goes on with it. Documents are not accepted."));
     // What the journal fails of is told in its place.
     api.requireJournal();
     QJsonObject states;

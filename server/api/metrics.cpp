@@ -120,7 +120,7 @@ QJsonValue exchangesOf(const QJsonObject& view, const char* member)
     return view.value(QStringLiteral("exchanges")).toObject().value(QLatin1String(member));
 }
 
-/// Kept by the service while it runs, since over XML the register does not tell.
+/// As register and service know it: over XML it is not told, and the service keeps it while it runs.
 QJsonValue unsentSeconds(const QJsonObject& view)
 {
     if (!conditionOf(view, "unsent").isDouble())
@@ -139,9 +139,6 @@ constexpr ToldGauge toldGauges[] = {
     {"frserver_exchange_seconds_total", "counter",
         "How long it took from requests to the first bytes of the answers, together.",
         [](const QJsonObject& view) { return exchangesOf(view, "seconds"); }},
-    {"frserver_unsent_seconds", "gauge",
-        "How long documents wait for the operator of fiscal data, as seen since the service's start.",
-        unsentSeconds},
     {"frserver_paper_out", "gauge", "Whether a document waits for paper.",
         [](const QJsonObject& view) {
             return QJsonValue(view.value(QStringLiteral("waiting")).toString() == QStringLiteral("paper"));
@@ -150,6 +147,8 @@ constexpr ToldGauge toldGauges[] = {
         [](const QJsonObject& view) { return view.value(QStringLiteral("workerStarts")); }},
     {"frserver_unsent_documents", "gauge", "Documents that the operator of fiscal data has not got.",
         [](const QJsonObject& view) { return conditionOf(view, "unsent"); }},
+    {"frserver_unsent_seconds", "gauge", "How long the oldest of them has waited, as far as that is known.",
+        unsentSeconds},
     {"frserver_drive_days_left", "gauge", "Days until the fiscal drive expires.", daysLeft},
     {"frserver_clock_ahead_seconds", "gauge", "How far the register's clock is ahead of the computer's.",
         [](const QJsonObject& view) { return conditionOf(view, "clockDifference"); }},

@@ -108,6 +108,7 @@ private:
     void meetHold(const QString& held, const QString& kind, const QString& text);
     void noteShift(const Request& request, const QJsonObject& answer);
     void noteZReport(const QJsonObject& answer);
+    void noteUnsent();
     void noteCondition(const QJsonObject& answer);
     void meetFailure(const Request& request, const QJsonObject& failure);
     void workerEnded(const QString& how);

@@ -113,15 +113,27 @@ void RegisterAgent::noteCondition(const QJsonObject& answer)
 {
     m_condition = answer.value(QStringLiteral("condition")).toObject();
     m_conditionTime = now();
-    const bool isUnsent = m_condition.value(QStringLiteral("unsent")).toInteger() > 0;
-    if (!isUnsent || !m_unsentSince.isValid())
-        m_unsentSince = isUnsent ? now() : QDateTime();
+    noteUnsent();
     const bool isShiftOpen = m_condition.value(QStringLiteral("shiftOpen")).toBool();
     // Somebody at the register itself, in the time since it was asked last.
     if (isShiftOpen && !m_shift.isOpen())
         m_shift.open(now(), now(), steady());
     if (!isShiftOpen)
         m_shift.close();
+}
+
+void RegisterAgent::noteUnsent()
+{
+    const bool isUnsent = m_condition.value(QStringLiteral("unsent")).toInteger() > 0;
+    // Told over HEX, in the register's own time.
+    const QDateTime told
+        = QDateTime::fromString(m_condition.value(QStringLiteral("unsentSince")).toString(), Qt::ISODate);
+    if (!isUnsent)
+        m_unsentSince = {};
+    else if (told.isValid())
+        m_unsentSince = QDateTime(told.date(), told.time(), m_settings.timeZone).toUTC();
+    else if (!m_unsentSince.isValid())
+        m_unsentSince = now();
 }
 
 void RegisterAgent::made(const Request& request, const QJsonObject& answer)

@@ -190,6 +190,16 @@ TEST_F(Queue, RefusedXReportIsKnownNotToBeMadeWhereTheShiftIsClosed)
     }
 }
 
+TEST_F(Queue, CopyOfADocumentThatTheDriveHasNotIsKnownNotToBeMade)
+{
+    driver.unfit = "copy41";
+    driver.unfitText = QStringLiteral("Нет запрошенных данных в ФН");
+    accept("copy", R"({"type": "copy", "documentNumber": 41})");
+    const QueuedDocument document = made();
+    EXPECT_EQ(document.answer.state, DocumentState::NotIssued);
+    EXPECT_EQ(document.answer.error->kind, ErrorKind::Data);
+}
+
 TEST_F(Queue, RegisterThatWasSwitchedOffAndOnSinceItWasOpenedIsNotTheFaultOfADocument)
 {
     driver.unfit = "sums";

@@ -157,7 +157,7 @@ public:
         if (isAmong(failing) && interrupt)
             throw Interruption();
         if (isAmong(unfit))
-            throw FrCommandException(QStringLiteral("Функция невыполнима при данном статусе ККТ"));
+            throw FrCommandException(unfitText);
         if (isAmong(failing) || isAmong(refused))
             throw FrPaperException(QStringLiteral("Нет бумаги"));
     }
@@ -172,6 +172,7 @@ public:
     std::string refused;
     /// Those that do not fit the register's state, as behind a power cut.
     std::string unfit;
+    QString unfitText = QStringLiteral("Функция невыполнима при данном статусе ККТ");
     /// What happens elsewhere while a marking code is checked.
     std::function<void()> onMark;
     /// The last one that was set.

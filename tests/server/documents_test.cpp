@@ -296,6 +296,14 @@ TEST_F(DocumentsTest, RefusesWhatItHasNoRoomFor)
     EXPECT_EQ(post("document:5", cashIn).status, 202);
 }
 
+TEST_F(DocumentsTest, IsNotReadyWhenItsJournalHasMoved)
+{
+    EXPECT_EQ(ask("GET", "/readyz").status, 200);
+    store.moveTo(folder.filePath("export"));
+    EXPECT_EQ(ask("GET", "/readyz").status, 503);
+    EXPECT_EQ(post("document:1", cashIn).status, 503);
+}
+
 TEST_F(DocumentsTest, SaysThatTheJournalFails)
 {
     store.isBroken = true;

@@ -54,7 +54,7 @@ TEST(SharedTables, OneServiceTellsEachEndOnceAndAllKnowTheOwners)
         left = second.due(now.addSecs(61), 4);
     ASSERT_EQ(left.size(), 1);
     EXPECT_EQ(left.constFirst().attempts, 1);
-    EXPECT_EQ(second.dropOlderThan(now), 1);
+    EXPECT_EQ(second.dropOlderThan(now, 0), 1);
     EXPECT_EQ(second.count(), 0);
     Owners(place, 1000).claim("document:1", "shop");
     EXPECT_EQ(Owners(place, 1000).ownerOf("document:1"), "shop");

@@ -336,6 +336,12 @@ TEST_F(AgentTest, AsksARegisterHowItIsWhenItHasNothingToDo)
     EXPECT_EQ(tell(3), first);
     pass(60'000);
     EXPECT_FALSE(tell(0).isValid());
+    // Told by the register itself, in its own time.
+    pass(60'000);
+    worker->answer({{"condition",
+        QJsonObject{{"shiftOpen", false}, {"unsent", 2}, {"unsentSince", "2024-02-29T10:00:00"}}}});
+    EXPECT_EQ(QDateTime::fromString(text("unsentSince"), Qt::ISODateWithMs),
+        QDateTime({2024, 2, 29}, {10, 0}, agent->settings().timeZone));
 }
 
 } // namespace
