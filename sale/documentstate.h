@@ -40,7 +40,7 @@ enum class StateReason {
     Expired,
     /// It was withdrawn before it was begun.
     Deleted,
-    /// The register was asked after a failure, and had not issued it.
+    /// The register was asked after a failure of the line or the program, and had not issued it.
     Settled,
     /// A person has said so.
     Resolved

@@ -114,6 +114,7 @@ void IdentifiedSale::begin(const DriveMark& before, const MarkEntry& goods, cons
 
 void IdentifiedSale::note(const Failure& failure)
 {
+    m_isRefused = failure.isOfDriver && failure.kind != ErrorKind::Line;
     m_store.note(id(), m_attempt, {.failure = keptFailure(failure)});
 }
 
@@ -127,6 +128,9 @@ void IdentifiedSale::settle(const Verdict& verdict, const std::optional<DriveMar
     std::optional<DocumentEnding> ending = endingOf(verdict);
     if (!ending)
         return;
+    // The register has said no; that it was asked afterwards as well changes nothing of that.
+    if (ending->state == DocumentState::NotIssued && m_isRefused)
+        ending->reason = StateReason::Refused;
     if (after)
         ending->markAfter = after->toJson();
     m_store.settle(id(), m_attempt, *ending);

@@ -58,6 +58,8 @@ private:
     bool m_isQueued = false;
     /// 0 before it was begun.
     int m_attempt = 0;
+    /// The register has said no, and the line did not fail.
+    bool m_isRefused = false;
 };
 
 /// What the journal has as a verdict; Unknown for a document that was begun and not settled, NotIssued for

@@ -129,10 +129,11 @@ void RegisterAgent::advance()
         else if (m_acceptance)
             request({.what = QStringLiteral("accept")},
                 {{QStringLiteral("by"), m_acceptance->by}, {QStringLiteral("note"), m_acceptance->note}});
-        else if (!m_isOpen)
+        else if (!m_isOpen) {
+            noteBegun();
             request(
                 {.what = QStringLiteral("open")}, {{QStringLiteral("opensShift"), m_shift.mayOpen(now())}});
-        else
+        } else
             advanceOpen();
     }
     if (!m_isOpen && !m_request) {

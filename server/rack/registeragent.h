@@ -112,6 +112,8 @@ private:
     void noteCondition(const QJsonObject& answer);
     void meetFailure(const Request& request, const QJsonObject& failure);
     void workerEnded(const QString& how);
+    void noteBegun();
+    void tellBegun();
     void noteDeath(const QString& id);
     void refuseDeadly(const QString& id);
     bool makeNext();
@@ -154,6 +156,8 @@ private:
     std::optional<Waiting> m_waiting;
     std::optional<Acceptance> m_acceptance;
     QStringList m_toSettle;
+    /// Documents that the start under way settles.
+    QStringList m_begun;
     /// Steady times.
     qint64 m_retryAt = 0;
     qint64 m_triedAt = 0;

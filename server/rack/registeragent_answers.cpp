@@ -69,13 +69,16 @@ void RegisterAgent::take(const QJsonObject& message)
         answered(request, message);
     else
         meetFailure(request, failure);
+    tellBegun();
     advance();
 }
 
 void RegisterAgent::answered(const Request& request, const QJsonObject& answer)
 {
-    for (const QJsonValue id : answer.value(QStringLiteral("settled")).toArray())
+    for (const QJsonValue id : answer.value(QStringLiteral("settled")).toArray()) {
+        m_begun.removeAll(id.toString());
         Q_EMIT documentChanged(id.toString());
+    }
     if (request.what == QStringLiteral("open"))
         opened(answer);
     else if (request.what == QStringLiteral("make"))
@@ -207,6 +210,24 @@ void RegisterAgent::meetFailure(const Request& request, const QJsonObject& failu
         Q_EMIT documentChanged(request.id);
 }
 
+/// They are settled before a start that may fail all the same, or die.
+void RegisterAgent::noteBegun()
+{
+    try {
+        for (const sale::StoredDocument& document : m_store.find(
+                 {.states = {sale::DocumentState::Running}, .registerName = name(), .withAttempts = false}))
+            m_begun.append(document.request.id);
+    } catch (const sale::JournalError& error) {
+        qCWarning(rackLog).noquote() << error.what();
+    }
+}
+
+void RegisterAgent::tellBegun()
+{
+    for (const QString& id : std::exchange(m_begun, {}))
+        Q_EMIT documentChanged(id);
+}
+
 /// One that was begun is settled, and not begun again by itself.
 void RegisterAgent::noteDeath(const QString& id)
 {
@@ -232,6 +253,7 @@ void RegisterAgent::workerEnded(const QString& how)
         noteDeath(broken->id);
     if (broken && !broken->id.isEmpty())
         Q_EMIT documentChanged(broken->id);
+    tellBegun();
     advance();
 }
 

@@ -165,6 +165,21 @@ TEST_F(AgentTest, NeverMakesAgainWhatAWorkerDiedOf)
     EXPECT_EQ(worker->at(), "make sale:0002");
 }
 
+TEST_F(AgentTest, TellsWhatAStartHasSettledAlsoWhenItFails)
+{
+    startAgent();
+    queue("sale:0001");
+    begin("sale:0001");
+    worker->die();
+    pass(1000);
+    worker->answer({});
+    ASSERT_EQ(worker->at(), "open");
+    end("sale:0001", DocumentState::Unknown);
+    changed.clear();
+    worker->fail("line");
+    EXPECT_EQ(changed, QStringList{"sale:0001"});
+}
+
 TEST_F(AgentTest, RefusesADocumentThatKillsItsWorkersBeforeItIsBegun)
 {
     startAgent();
