@@ -16,6 +16,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 namespace sale {
@@ -25,6 +26,14 @@ namespace {
 bool isFile(const QString& fileName)
 {
     return fileName != QStringLiteral(":memory:");
+}
+
+bool isBusy(const QSqlError& error)
+{
+    // The higher bits say more of it.
+    constexpr int kind = 0xff;
+    constexpr int busy = 5;
+    return (error.nativeErrorCode().toInt() & kind) == busy;
 }
 
 /// SQLite alone would make it for its owner to write. The files beside it get the same mode.
@@ -156,9 +165,38 @@ QVariant SqliteConnection::value(const QString& statement, const QVariantList& v
     return result;
 }
 
+void SqliteConnection::setPatience(int ms)
+{
+    execute(QStringLiteral("PRAGMA busy_timeout = %1").arg(ms));
+}
+
+void SqliteConnection::begin()
+{
+    // SQLite itself sleeps for 1, 2, 5 ... 100 ms while another program writes, which takes less than one:
+    // where many write, all of them would mostly sleep.
+    constexpr unsigned long shortestUs = 250;
+    constexpr unsigned long longestUs = 2'000;
+    unsigned long pauseUs = shortestUs;
+    QElapsedTimer timer;
+    timer.start();
+    setPatience(0);
+    QSqlQuery query(QSqlDatabase::database(m_connection));
+    while (!query.exec(QStringLiteral("BEGIN IMMEDIATE"))) {
+        if (!isBusy(query.lastError()) || timer.hasExpired(m_patienceMs)) {
+            const JournalError error = fault(query.lastError());
+            setPatience(m_patienceMs);
+            throw error;
+        }
+        QThread::usleep(pauseUs);
+        pauseUs = std::min(2 * pauseUs, longestUs);
+    }
+    // What is done in between may meet others where the file has no log yet.
+    setPatience(m_patienceMs);
+}
+
 void SqliteConnection::together(const std::function<void()>& statements)
 {
-    execute(QStringLiteral("BEGIN IMMEDIATE"));
+    begin();
     try {
         statements();
         execute(QStringLiteral("COMMIT"));

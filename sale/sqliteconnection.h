@@ -46,6 +46,9 @@ public:
 private:
     void open();
     void close();
+    void setPatience(int ms);
+    /// Begins to write, as soon as no other program does.
+    void begin();
     JournalError fault(const QSqlError& error) const;
     QSqlQuery run(const QString& statement, const QVariantList& values) const;
     void requireWhole(const QString& fileName, const QString& schema);
