@@ -2,6 +2,7 @@
 
 #include "api/apiroute.h"
 #include "api/documentresponse.h"
+#include "api/journalproblem.h"
 #include "documentanswer.h"
 #include "http/problem.h"
 #include "journalerror.h"
@@ -20,16 +21,6 @@ constexpr std::chrono::seconds lookAgainTime(1);
 
 const QString pausedState = QStringLiteral("paused");
 
-http::Response journalProblem(const sale::JournalError& error)
-{
-    qCWarning(apiLog).noquote() << error.what();
-    return http::Problem(503, QStringLiteral("journal"), QStringLiteral("The journal cannot be used"),
-        QStringLiteral("%1. Post the same id again.").arg(QString::fromUtf8(error.what())))
-        .withHeader("Retry-After", "5")
-        .response();
-}
-
-/// A journal that fails is the same whatever was asked.
 http::Handler handlerOf(Api& api, const ApiRoute& route)
 {
     return [&api, answer = route.answer](const http::Request& request) -> http::Answer {

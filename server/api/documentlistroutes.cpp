@@ -2,12 +2,17 @@
 #include "api/apiroute.h"
 #include "api/audit.h"
 #include "api/documentview.h"
+#include "api/journalproblem.h"
+#include "api/listpage.h"
 #include "api/rights.h"
+#include "http/pending.h"
 #include "http/problem.h"
+#include "journalerror.h"
 
-#include <QJsonArray>
+#include <QTimer>
 
 #include <limits>
+#include <memory>
 
 namespace frserver {
 
@@ -20,110 +25,34 @@ using http::Response;
 using sale::DocumentState;
 using sale::StoredDocument;
 
-constexpr int usualLimit = 50;
-constexpr int greatestLimit = 500;
-
-QList<DocumentState> statesOf(const Request& request)
+/// Goes on when others have been answered, as long as somebody waits for it.
+void lookLater(Api& api, const std::shared_ptr<ListPage>& page, const std::weak_ptr<http::Pending>& pending)
 {
-    QList<DocumentState> states;
-    const QString text = request.queryValue(QStringLiteral("state")).value_or(QString());
-    const QStringList names = text.split(QLatin1Char(','), Qt::SkipEmptyParts);
-    for (const QString& name : names) {
-        const std::optional<DocumentState> state = sale::stateOf(name);
-        if (!state)
-            throw Problem(400,
-                QStringLiteral("state is of: queued, running, issued, notIssued, unknown, with commas."));
-        states.append(*state);
-    }
-    return states;
-}
-
-QDateTime sinceOf(const Request& request)
-{
-    const QString text = request.queryValue(QStringLiteral("since")).value_or(QString());
-    const QDateTime time = QDateTime::fromString(text, Qt::ISODateWithMs);
-    if (!text.isEmpty() && !time.isValid())
-        throw Problem(400, QStringLiteral("since is a time as 2025-03-01T09:00:00Z."));
-    return time;
-}
-
-qint64 cursorOf(const Request& request)
-{
-    const std::optional<QString> text = request.queryValue(QStringLiteral("cursor"));
-    bool isNumber = false;
-    const qint64 cursor = text ? text->toLongLong(&isNumber) : 0;
-    if (text && (!isNumber || cursor <= 0))
-        throw Problem(400, QStringLiteral("cursor is what next of the answer before was."));
-    return cursor;
-}
-
-sale::DocumentQuery queryOf(const Api& api, const Request& request)
-{
-    const QString name = request.queryValue(QStringLiteral("register")).value_or(QString());
-    if (!name.isEmpty())
-        tillNamed(api, request, name);
-    return {.states = statesOf(request),
-        .registerName = name,
-        .since = sinceOf(request),
-        .text = request.queryValue(QStringLiteral("text")).value_or(QString()),
-        .before = cursorOf(request),
-        .order = sale::DocumentQuery::Newest,
-        .withAttempts = false};
-}
-
-/// A page of what the caller may see. Nobody keeps the others waiting by asking for what hardly is there:
-/// then a page is shorter, and the next one goes on.
-class ListPage
-{
-public:
-    ListPage(const Api& api, const Request& request)
-        : m_api(api)
-        , m_request(request)
-        , m_query(queryOf(api, request))
-        , m_limit(request.queryNumber(QStringLiteral("limit"), 1, greatestLimit).value_or(usualLimit))
-    {
-    }
-
-    QJsonObject json()
-    {
-        constexpr int mostLooked = 2000;
-        int looked = 0;
-        bool isMore = true;
-        while (isMore && m_documents.size() < m_limit && looked < mostLooked) {
-            // One more, which says whether there is a next page.
-            m_query.limit = m_limit + 1;
-            const QList<StoredDocument> found = m_api.store().find(m_query);
-            looked += static_cast<int>(found.size());
-            isMore = take(found);
+    QTimer::singleShot(0, &api.context(), [&api, page, pending] {
+        const std::shared_ptr<http::Pending> waiting = pending.lock();
+        if (!waiting || waiting->isOver())
+            return;
+        try {
+            if (page->lookOn())
+                lookLater(api, page, pending);
+            else
+                waiting->answer(Response::json(page->json()));
+        } catch (const sale::JournalError& error) {
+            waiting->answer(journalProblem(error));
         }
-        return {{QStringLiteral("documents"), m_documents},
-            {QStringLiteral("next"), isMore ? QJsonValue(QString::number(m_query.before)) : QJsonValue()}};
-    }
-
-private:
-    /// Whether there are any behind them.
-    bool take(const QList<StoredDocument>& found)
-    {
-        for (const StoredDocument& document : found) {
-            if (m_documents.size() == m_limit)
-                return true;
-            m_query.before = document.sequence;
-            if (rights::maySee(m_api, m_request, document))
-                m_documents.append(documentSummary(m_api, document));
-        }
-        return found.size() == m_query.limit;
-    }
-
-    const Api& m_api;
-    const Request& m_request;
-    sale::DocumentQuery m_query;
-    const int m_limit;
-    QJsonArray m_documents;
-};
+    });
+}
 
 Answer listDocuments(Api& api, const Request& request)
 {
-    return Response::json(ListPage(api, request).json());
+    const auto page = std::make_shared<ListPage>(api, request);
+    if (!page->lookOn())
+        return Response::json(page->json());
+    constexpr std::chrono::seconds slack(30);
+    const auto pending
+        = std::make_shared<http::Pending>(api.settings().longestSearch + slack, Response::empty(503));
+    lookLater(api, page, pending);
+    return pending;
 }
 
 sale::DocumentEnding wordOf(const Request& request)
