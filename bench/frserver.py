@@ -28,7 +28,8 @@ os.environ |= {"FRSERVER": str(BIN / "frserver"), "FRSPF_PLUGIN": sys.argv[2]}
 BAUD = 115200
 PROTOCOLS = ("HEX", "XML")
 SALES = {"HEX": 400, "XML": 200}
-LOADS, SECONDS = (1, 5, 20), 12
+# A shop's receipt, and the shortest one, with which the journal and the processors have most to do.
+LOADS, POSITIONS, SECONDS = (1, 5, 20), {"HEX": (10, 1), "XML": (10,)}, 12
 DOCUMENTS, QUESTIONS = 1_000_000, 3000
 SALE = json.loads((ROOT / "examples" / "sale.json").read_text(encoding="utf-8"))
 
@@ -70,7 +71,7 @@ def running(folder, lines, protocol):
     """The service with registers r0, r1 ... on these ports, once they can be reached."""
     service = Service(folder, {f"r{number}": f"tcp:127.0.0.1:{port}" for number, port in enumerate(lines)}, protocol)
     try:
-        end = time.monotonic() + 60
+        end = time.monotonic() + 120
         while any(one["state"] != "ready" for one in service.ask("GET", "/v1/registers")["registers"]):
             if time.monotonic() > end:
                 sys.exit("the registers are not reached")
@@ -124,51 +125,59 @@ def memory_of(service):
     return sum(sizes), len(pids) - 1, sizes[0]
 
 
+def measure_load(table, folder, protocol, positions):
+    alone = None
+    name = f"{protocol}, {positions} position{'s' * (positions > 1)} a sale"
+    for count in LOADS:
+        place = folder / f"{protocol}-{positions}-{count}"
+        place.mkdir()
+        with SoftwareRegister(str(BIN / "spf-emulator"), "--registers", str(count)) as registers, \
+                serial_lines([port for _, port in registers.lines]) as lines, running(place, lines, protocol) as service:
+            told = measure("load", port_of(service), SECONDS, positions, *(f"r{number}" for number in range(count)))
+            rate = told["sales"] / told["seconds"]
+            table.add(f"{name}, registers {count}: sales", rate, "a second")
+            alone = alone or rate
+            if count > 1:
+                aim = 0.95 if positions > 1 else None
+                table.add(f"{name}, registers {count}: to {count} times one", rate / (count * alone), "", aim, least=True)
+            if count == LOADS[-1]:
+                whole, workers, own = memory_of(service)
+                table.add(f"{name}, service and {workers} workers: memory (PSS)", whole, "MB", 160)
+                table.add(f"{name}, of that the service", own, "MB")
+
+
 def measure_registers(table, folder):
     for protocol in PROTOCOLS:
-        alone = None
-        for count in LOADS:
-            place = folder / f"{protocol}{count}"
-            place.mkdir()
-            with SoftwareRegister(str(BIN / "spf-emulator"), "--registers", str(count)) as registers, \
-                    serial_lines([port for _, port in registers.lines]) as lines, running(place, lines, protocol) as service:
-                told = measure("load", port_of(service), SECONDS, *(f"r{number}" for number in range(count)))
-                rate = told["sales"] / told["seconds"]
-                table.add(f"{protocol}, registers {count}: sales", rate, "a second")
-                alone = alone or rate
-                if count > 1:
-                    table.add(f"{protocol}, registers {count}: to {count} times one", rate / (count * alone), "", 0.95, least=True)
-                if count == LOADS[-1]:
-                    whole, workers, own = memory_of(service)
-                    table.add(f"{protocol}, {workers} workers and the service: memory (PSS)", whole, "MB", 160)
-                    table.add(f"{protocol}, of that the service", own, "MB")
+        for positions in POSITIONS[protocol]:
+            measure_load(table, folder, protocol, positions)
 
 
 def lengthen(journal):
-    """Copies of the documents that were made, with ids of their own, as many as there are to be: through the store, which
-    writes each to the disk three times, this would take hours."""
+    """Copies of the sales that were made, with ids of their own, one each half a minute until now: through the store, which
+    writes each to the disk several times, this would take hours."""
+    moment = f"strftime('%Y-%m-%dT%H:%M:%fZ', 'now', ((i - {DOCUMENTS}) * 30) || ' seconds')"
     with contextlib.closing(sqlite3.connect(journal, isolation_level=None)) as base:
+        def count(question):
+            return base.execute(f"SELECT {question}").fetchone()[0]
+
+        base.execute("PRAGMA journal_mode = OFF")
         base.execute("PRAGMA synchronous = OFF")
-        columns = [row[1] for row in base.execute("PRAGMA table_info(documents)")]
-        copied = ", ".join(one for one in columns if one not in ("sequence", "id", "digest"))
-        notes = [row[1] for row in base.execute("PRAGMA table_info(attempts)")]
-        noted = ", ".join(one for one in notes if one not in ("sequence", "id"))
-        originals = [row[0] for row in base.execute("SELECT id FROM documents WHERE state = 'issued' AND kind = 'sell'")]
-        known = base.execute("SELECT count(*) FROM documents").fetchone()[0]
+        base.execute("PRAGMA cache_size = -500000")
+        base.execute("CREATE TEMP TABLE originals AS SELECT row_number() OVER () - 1 AS place, id FROM documents WHERE kind = 'sell'")
+        base.execute("CREATE UNIQUE INDEX originals_by_place ON originals (place)")
+        sales, known = count("count(*) FROM originals"), count("count(*) FROM documents")
+        own = {"id": "printf('bench:%08d', i)", "digest": "hex(randomblob(32))", "last_attempt": f"i + 1 - {known} + {count('max(sequence) FROM attempts')}",
+               "document": f"i + {DOCUMENTS}", **dict.fromkeys(("accepted", "begun", "settled", "queued", "ended"), moment)}
         base.execute("BEGIN")
-        for number, first in enumerate(originals):
-            share = range(known + number, DOCUMENTS, len(originals))
+        for table in "documents", "attempts":
+            columns = [row[1] for row in base.execute(f"PRAGMA table_info({table})") if row[1] != "sequence"]
             base.execute(
-                f"WITH RECURSIVE n(i) AS (SELECT {share.start} UNION ALL SELECT i + {share.step} FROM n WHERE i + {share.step} < {DOCUMENTS}) "
-                f"INSERT INTO documents (id, digest, {copied}) SELECT printf('bench:%08d', i), hex(randomblob(32)), {copied} "
-                "FROM n, documents WHERE documents.id = ?", (first,))
-            base.execute(
-                f"INSERT INTO attempts (id, {noted}) SELECT made.id, {noted.replace('document', 'attempts.document')} "
-                "FROM documents AS made, attempts WHERE attempts.id = ? AND made.id BETWEEN 'bench:00000000' AND 'bench:99999999' "
-                f"AND CAST(substr(made.id, 7) AS INTEGER) % {share.step} = {share.start % share.step}", (first,))
+                f"WITH RECURSIVE n(i) AS (SELECT {known} UNION ALL SELECT i + 1 FROM n WHERE i + 1 < {DOCUMENTS}) "
+                f"INSERT INTO {table} ({', '.join(columns)}) SELECT {', '.join(own.get(column, 'one.' + column) for column in columns)} "
+                f"FROM n CROSS JOIN originals ON place = i % {sales} CROSS JOIN {table} AS one ON one.id = originals.id")
         base.execute("COMMIT")
-        base.execute("PRAGMA wal_checkpoint(TRUNCATE)")
-        return base.execute("SELECT count(*) FROM documents").fetchone()[0]
+        base.execute("PRAGMA journal_mode = WAL")
+        return count("count(*) FROM documents")
 
 
 class Asker:
@@ -185,9 +194,10 @@ class Asker:
         return (time.monotonic() - begun) * 1000, body
 
 
-def times_by_id(asker, known):
-    # Far apart, so that hardly any page of the file is met twice.
-    return [asker.ask(f"/v1/documents/bench:{known + number * 7919 % (DOCUMENTS - known):08d}")[0] for number in range(QUESTIONS)]
+def times_by_id(asker):
+    # Far apart, so that hardly any page of the file is met twice; the first ones are those that were copied.
+    behind = 1000
+    return [asker.ask(f"/v1/documents/bench:{behind + number * 7919 % (DOCUMENTS - behind):08d}")[0] for number in range(QUESTIONS)]
 
 
 def search_for_ever(service, is_over, told):
@@ -215,7 +225,7 @@ def measure_journal(table, folder):
         with running(folder, ports, "HEX") as service:
             table.add("start with a million documents until ready", time.monotonic() - begun, "s")
             asker = Asker(service)
-            times = times_by_id(asker, 100)
+            times = times_by_id(asker)
             table.add("GET by id of a million documents, median", statistics.median(times), "ms")
             table.add("GET by id of a million documents, p99", percentile(times, 0.99), "ms", 5)
             for query in ("limit=50", "limit=50&state=notIssued", "register=r0&state=unknown", "since=2100-01-01T00:00:00Z"):
@@ -224,7 +234,7 @@ def measure_journal(table, folder):
             is_over, searches = threading.Event(), []
             searching = threading.Thread(target=search_for_ever, args=(service, is_over, searches))
             searching.start()
-            times = times_by_id(asker, 100)
+            times = times_by_id(asker)
             is_over.set()
             searching.join()
             table.add("GET by id while all of it is searched for a text, median", statistics.median(times), "ms")

@@ -104,7 +104,15 @@ sale::AnswerError errorOf(const QJsonObject& answer)
                 ? tr("its time was over before it could be begun")
                 : tr("the service does not make it (%1)").arg(sale::reasonName(reason)),
             QStringLiteral("Refusal")};
-    const ExitStatus status = reason == sale::StateReason::Refused ? ExitFailure : ExitNotIssued;
+    // As at the line: a refusal behind which the register was asked whether it is made after all is one of
+    // the close.
+    const bool wasAsked = answer.value(QStringLiteral("attempts"))
+                              .toArray()
+                              .last()
+                              .toObject()
+                              .value(QStringLiteral("markAfter"))
+                              .isObject();
+    const ExitStatus status = reason == sale::StateReason::Refused && !wasAsked ? ExitFailure : ExitNotIssued;
     throw ServiceFailure(status, error, sale::Outcome::NotIssued);
 }
 

@@ -16,6 +16,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 namespace sale {
@@ -25,6 +26,14 @@ namespace {
 bool isFile(const QString& fileName)
 {
     return fileName != QStringLiteral(":memory:");
+}
+
+bool isBusy(const QSqlError& error)
+{
+    // The higher bits say more of it.
+    constexpr int kind = 0xff;
+    constexpr int busy = 5;
+    return (error.nativeErrorCode().toInt() & kind) == busy;
 }
 
 /// SQLite alone would make it for its owner to write. The files beside it get the same mode.
@@ -55,13 +64,6 @@ std::pair<quint64, quint64> identityOf(const QString& fileName)
     if (::stat(QFile::encodeName(fileName).constData(), &status) != 0)
         return {};
     return {status.st_dev, status.st_ino};
-}
-
-bool isBusy(const QSqlError& error)
-{
-    constexpr int plainCode = 0xFF;
-    constexpr int busy = 5;
-    return (error.nativeErrorCode().toInt() & plainCode) == busy;
 }
 
 } // namespace
@@ -140,9 +142,14 @@ void SqliteConnection::requireFile() const
 /// each question would answer nobody.
 void SqliteConnection::waitForOthers(int milliseconds) const
 {
+    setPatience(milliseconds);
+    m_isWaitedOut = milliseconds == 0;
+}
+
+void SqliteConnection::setPatience(int milliseconds) const
+{
     QSqlQuery(QSqlDatabase::database(m_connection))
         .exec(QStringLiteral("PRAGMA busy_timeout = %1").arg(milliseconds));
-    m_isWaitedOut = milliseconds == 0;
 }
 
 JournalError SqliteConnection::fault(const QSqlError& error) const
@@ -188,9 +195,36 @@ void SqliteConnection::select(const QString& statement, const QVariantList& valu
         throw fault(query.lastError());
 }
 
+void SqliteConnection::begin()
+{
+    // SQLite itself sleeps for 1, 2, 5 ... 100 ms while another program writes, which takes less than one:
+    // where many write, all of them would mostly sleep.
+    requireFile();
+    constexpr unsigned long shortestUs = 250;
+    constexpr unsigned long longestUs = 2'000;
+    unsigned long pauseUs = shortestUs;
+    const int patienceMs = m_isWaitedOut ? 0 : m_patienceMs;
+    QElapsedTimer timer;
+    timer.start();
+    setPatience(0);
+    QSqlQuery query(QSqlDatabase::database(m_connection));
+    while (!query.exec(QStringLiteral("BEGIN IMMEDIATE"))) {
+        const bool isOfOther = isBusy(query.lastError());
+        if (!isOfOther)
+            setPatience(m_patienceMs);
+        if (!isOfOther || timer.hasExpired(patienceMs))
+            throw fault(query.lastError());
+        QThread::usleep(pauseUs);
+        pauseUs = std::min(2 * pauseUs, longestUs);
+    }
+    // What is done in between may meet others where the file has no log yet.
+    setPatience(m_patienceMs);
+    m_isWaitedOut = false;
+}
+
 void SqliteConnection::together(const std::function<void()>& statements)
 {
-    execute(QStringLiteral("BEGIN IMMEDIATE"));
+    begin();
     try {
         statements();
         execute(QStringLiteral("COMMIT"));

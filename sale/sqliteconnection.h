@@ -37,6 +37,9 @@ public:
 private:
     void open();
     void close();
+    void setPatience(int milliseconds) const;
+    /// Begins to write, as soon as no other program does.
+    void begin();
     JournalError fault(const QSqlError& error) const;
     void requireFile() const;
     void waitForOthers(int milliseconds) const;

@@ -75,11 +75,11 @@ private:
 
 } // namespace
 
-void load(const QStringList& arguments, const QByteArray& receipt)
+void load(const QStringList& arguments)
 {
-    Tills tills(static_cast<quint16>(arguments.at(0).toUInt()), receipt);
+    Tills tills(static_cast<quint16>(arguments.at(0).toUInt()), receiptOf(arguments.at(2).toInt()));
     const double seconds = arguments.at(1).toDouble();
-    const QStringList registers = arguments.mid(2);
+    const QStringList registers = arguments.mid(3);
     for (const QString& name : registers)
         tills.add(name);
     const int sales = tills.salesIn(std::chrono::duration<double>(seconds));

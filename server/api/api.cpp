@@ -2,6 +2,7 @@
 
 #include "api/apiroute.h"
 #include "api/documentresponse.h"
+#include "api/journalproblem.h"
 #include "documentanswer.h"
 #include "http/problem.h"
 #include "journalerror.h"
@@ -30,7 +31,7 @@ http::Handler handlerOf(Api& api, const ApiRoute& route)
         try {
             return answer(api, request);
         } catch (const sale::JournalError& error) {
-            return Api::journalProblem(error);
+            return journalProblem(error);
         }
     };
 }
@@ -105,15 +106,6 @@ void Api::setTokens(bool areWanted, const QList<TokenEntry>& entries)
     // No token has this for its hash.
     if (areWanted && entries.isEmpty())
         m_site.tokens.add("-", {});
-}
-
-http::Response Api::journalProblem(const sale::JournalError& error)
-{
-    qCWarning(apiLog).noquote() << error.what();
-    return http::Problem(503, QStringLiteral("journal"), QStringLiteral("The journal cannot be used"),
-        QStringLiteral("%1. Post the same id again.").arg(QString::fromUtf8(error.what())))
-        .withHeader("Retry-After", "5")
-        .response();
 }
 
 Till* Api::till(const QString& name) const

@@ -27,6 +27,9 @@ public:
         /// Documents that may wait for one register.
         int queueLimit = 1000;
         QByteArray version = {};
+        /// How long a list is looked for at the most, and how much of the journal at once, to begin with.
+        std::chrono::milliseconds longestSearch = std::chrono::seconds(10);
+        int searchPiece = 500;
     };
 
     /// Store and owners must outlive it.
@@ -76,10 +79,10 @@ public:
     /// By that one: what its worker cannot read or write it would not make.
     void requireJournal(const Till& till) const;
     /// @}
-    /// A journal that fails is the same whatever was asked.
-    static http::Response journalProblem(const sale::JournalError& error);
     /// For a document that was accepted just now.
     void accepted(const sale::StoredDocument& document);
+    /// For what goes on later, as long as the interface is there.
+    const QObject& context() const { return m_lookAgain; }
     /// The register as it is when it is paused, or at the end of the time.
     http::Answer whenPaused(const Till& till, std::optional<std::chrono::seconds> wait);
     /// @}

@@ -2,8 +2,10 @@
 #include "api/apiroute.h"
 #include "api/audit.h"
 #include "api/documentview.h"
+#include "api/journalproblem.h"
 #include "api/listpage.h"
 #include "api/rights.h"
+#include "http/pending.h"
 #include "http/problem.h"
 #include "journalerror.h"
 
@@ -23,32 +25,34 @@ using http::Response;
 using sale::DocumentState;
 using sale::StoredDocument;
 
-/// Others are served between the pieces.
-void readOn(const std::shared_ptr<ListPage>& page, const std::shared_ptr<http::Pending>& pending)
+/// Goes on when others have been answered, as long as somebody waits for it.
+void lookLater(Api& api, const std::shared_ptr<ListPage>& page, const std::weak_ptr<http::Pending>& pending)
 {
-    if (pending->isOver())
-        return;
-    try {
-        if (page->read())
-            return pending->answer(Response::json(page->json()));
-    } catch (const sale::JournalError& error) {
-        return pending->answer(Api::journalProblem(error));
-    }
-    QTimer::singleShot(0, [page, pending] { readOn(page, pending); });
+    QTimer::singleShot(0, &api.context(), [&api, page, pending] {
+        const std::shared_ptr<http::Pending> waiting = pending.lock();
+        if (!waiting || waiting->isOver())
+            return;
+        try {
+            if (page->lookOn())
+                lookLater(api, page, pending);
+            else
+                waiting->answer(Response::json(page->json()));
+        } catch (const sale::JournalError& error) {
+            waiting->answer(journalProblem(error));
+        }
+    });
 }
 
 Answer listDocuments(Api& api, const Request& request)
 {
-    constexpr std::chrono::seconds longest(60);
     const auto page = std::make_shared<ListPage>(api, request);
-    while (!page->read()) {
-        if (!page->isSearch())
-            continue;
-        const auto pending = std::make_shared<http::Pending>(longest, Problem(503).response());
-        QTimer::singleShot(0, [page, pending] { readOn(page, pending); });
-        return pending;
-    }
-    return Response::json(page->json());
+    if (!page->lookOn())
+        return Response::json(page->json());
+    constexpr std::chrono::seconds slack(30);
+    const auto pending
+        = std::make_shared<http::Pending>(api.settings().longestSearch + slack, Response::empty(503));
+    lookLater(api, page, pending);
+    return pending;
 }
 
 sale::DocumentEnding wordOf(const Request& request)

@@ -16,11 +16,15 @@ using http::Request;
 using sale::DocumentState;
 using sale::StoredDocument;
 
+/// What is read and shown at once.
+constexpr int mostAtOnce = 100;
+/// A piece takes about so long.
+constexpr qint64 shortMs = 1;
+constexpr qint64 longMs = 2;
+constexpr qint64 mostInPiece = 50'000;
+
 constexpr int usualLimit = 50;
 constexpr int greatestLimit = 500;
-/// As many documents are searched for a text in some ten milliseconds.
-constexpr qint64 searchedAtOnce = 5'000;
-constexpr qint64 longestSearchMs = 20'000;
 
 QList<DocumentState> statesOf(const Request& request)
 {
@@ -70,11 +74,18 @@ sale::DocumentQuery queryOf(const Api& api, const Request& request)
         .withAttempts = false};
 }
 
-qint64 lastSequence(const sale::DocumentStore& store)
+qint64 behindLast(const sale::DocumentStore& store)
 {
     const QList<StoredDocument> last
         = store.find({.limit = 1, .order = sale::DocumentQuery::Newest, .withAttempts = false});
-    return last.isEmpty() ? 0 : last.constFirst().sequence;
+    return last.isEmpty() ? 1 : last.constFirst().sequence + 1;
+}
+
+bool isScan(const sale::DocumentQuery& query)
+{
+    // Those that are not done with have an index of their own, as has each register's.
+    const bool isEnded = std::any_of(query.states.cbegin(), query.states.cend(), sale::isFinal);
+    return !query.text.isEmpty() || query.since.isValid() || (isEnded && query.registerName.isEmpty());
 }
 
 } // namespace
@@ -84,41 +95,51 @@ ListPage::ListPage(const Api& api, const Request& request)
     , m_request(request)
     , m_query(queryOf(api, request))
     , m_limit(request.queryNumber(QStringLiteral("limit"), 1, greatestLimit).value_or(usualLimit))
+    , m_isScan(isScan(m_query))
+    , m_piece(api.settings().searchPiece)
 {
-    if (isSearch() && m_query.before == 0)
-        m_query.before = lastSequence(api.store()) + 1;
-    m_time.start();
+    if (m_query.before == 0)
+        m_query.before = behindLast(api.store());
+    m_age.start();
 }
 
-bool ListPage::read()
+bool ListPage::lookOn()
 {
-    constexpr qsizetype mostLooked = 2000;
-    if (isSearch())
-        m_query.after = std::max<qint64>(0, m_query.before - 1 - searchedAtOnce);
+    QElapsedTimer timer;
+    timer.start();
     // One more, which says whether there is a next page.
-    m_query.limit = m_limit + 1;
-    const QList<StoredDocument> found = m_api.store().find(m_query);
-    m_looked += found.size();
-    m_isMore = take(found);
-    if (!m_isMore && m_query.after > 0) {
-        m_isMore = true;
-        m_query.before = m_query.after + 1;
-    }
-    const bool isLong = m_looked >= mostLooked || m_time.hasExpired(longestSearchMs);
-    return !m_isMore || m_documents.size() == m_limit || isLong;
+    m_query.limit = std::min(mostAtOnce, m_limit + 1 - static_cast<int>(m_documents.size()));
+    m_query.after = m_isScan ? std::max<qint64>(0, m_query.before - 1 - m_piece) : 0;
+    if (!take(m_api.store().find(m_query)))
+        return false;
+    adapt(timer.elapsed());
+    return m_age.elapsed() < m_api.settings().longestSearch.count();
 }
 
-/// Whether there are any behind them.
+/// Whether there may be more for this page.
 bool ListPage::take(const QList<StoredDocument>& found)
 {
     for (const StoredDocument& document : found) {
         if (m_documents.size() == m_limit)
-            return true;
+            return false;
         m_query.before = document.sequence;
         if (rights::maySee(m_api, m_request, document))
             m_documents.append(documentSummary(m_api, document));
     }
-    return found.size() == m_query.limit;
+    if (found.size() == m_query.limit)
+        return true;
+    // All of the piece was seen.
+    m_query.before = m_query.after + 1;
+    m_isMore = m_query.after != 0;
+    return m_isMore;
+}
+
+void ListPage::adapt(qint64 spentMs)
+{
+    if (spentMs < shortMs)
+        m_piece = std::min(2 * m_piece, mostInPiece);
+    else if (spentMs > longMs)
+        m_piece = std::max<qint64>(m_piece / 2, 1);
 }
 
 QJsonObject ListPage::json() const

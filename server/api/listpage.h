@@ -12,32 +12,34 @@ namespace frserver {
 
 class Api;
 
-/// A page of the documents that a caller may see, the last one accepted first. It is read piece by piece:
-/// nobody keeps the others waiting by asking for what hardly is there. A page that would take too long is
-/// shorter, and the next one goes on.
+/// A page of the documents that a request asks for and its caller may see, the last one accepted first. A
+/// long journal is looked through piece by piece, so that nobody else has to wait while hardly anything in it
+/// is what is looked for; and not for ever: then a page is shorter, and the next one goes on.
 class ListPage
 {
 public:
-    /// By the query of the request. Throws http::Problem (400, 403, 404).
+    /// Throws http::Problem. The interface must outlive it.
     ListPage(const Api& api, const http::Request& request);
 
-    /// A text is looked for in each document, which takes many pieces in a long journal.
-    bool isSearch() const { return !m_query.text.isEmpty(); }
-    /// The next piece; whether the page is done. Throws sale::JournalError.
-    bool read();
+    /// Looks at the next piece. False when the page is done. Throws JournalError.
+    bool lookOn();
     QJsonObject json() const;
 
 private:
     bool take(const QList<sale::StoredDocument>& found);
+    void adapt(qint64 spentMs);
 
     const Api& m_api;
     const http::Request m_request;
     sale::DocumentQuery m_query;
     const int m_limit;
+    /// Whether each document of the journal is looked at, since no index has the answer.
+    const bool m_isScan;
+    /// Documents of the journal in the next piece.
+    qint64 m_piece;
+    QElapsedTimer m_age;
     QJsonArray m_documents;
-    qsizetype m_looked = 0;
     bool m_isMore = true;
-    QElapsedTimer m_time;
 };
 
 } // namespace frserver

@@ -38,8 +38,14 @@ QString lastDrive(const sale::DocumentStore& journal, const QString& registerNam
 QDateTime shiftSince(const sale::DocumentStore& journal, const QString& drive)
 {
     QDateTime since;
-    journal.look(
-        {.drive = drive, .order = sale::DocumentQuery::LastBegun}, [&since](const StoredDocument& document) {
+    QDateTime last;
+    journal.look({.drive = drive, .order = sale::DocumentQuery::LastBegun},
+        [&since, &last](const StoredDocument& document) {
+            if (!last.isValid())
+                last = document.begun;
+            // One that was closed by other means would be looked for through years.
+            if (document.begun < last.addDays(-1))
+                return false;
             if (document.state != DocumentState::Issued || document.attempts.isEmpty())
                 return true;
             const DocumentKind kind

@@ -99,7 +99,8 @@ struct Served
 class ApiTest : public testing::Test
 {
 protected:
-    ApiTest()
+    explicit ApiTest(const frserver::Api::Settings& settings = {.queueLimit = 4, .version = "1.2.3"})
+        : api(store, owners, settings)
     {
         api.add(till1);
         api.add(till2);
@@ -183,7 +184,7 @@ protected:
     FakeTill till1{{"till1", receipt::Protocol::Hex, QTimeZone::utc(), 120, true}};
     FakeTill till2{{"till2", receipt::Protocol::Xml, QTimeZone::utc(), 0, false}};
     FakePainter painter;
-    frserver::Api api{store, owners, {.queueLimit = 4, .version = "1.2.3"}};
+    frserver::Api api;
 };
 
 inline const QByteArray cashIn = R"({"type":"cashIn","sum":100.50})";

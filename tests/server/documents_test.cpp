@@ -356,26 +356,6 @@ TEST_F(DocumentsTest, WhatOthersHaveMadeMeanwhileIsSeenWhenTheRegisterIsReached)
     EXPECT_EQ(waiting.later().status, 201);
 }
 
-TEST_F(DocumentsTest, SearchesALongJournalWithoutKeepingOthersWaiting)
-{
-    post("document:1", cashIn);
-    // As if there had been many in between.
-    sale::SqliteConnection(store.fileName(), 1000)
-        .execute("UPDATE sqlite_sequence SET seq = 30000 WHERE name = 'documents'");
-    post("document:2", cashIn);
-    const Served search = ask("GET", "/v1/documents?text=ment:1&limit=1");
-    ASSERT_TRUE(search.pending);
-    const Served left = ask("GET", "/v1/documents?text=ment:1");
-    left.pending->leave();
-    EXPECT_EQ(ask("GET", "/v1/documents?text=ment:2&limit=1").status, 200);
-    while (!search.pending->isOver())
-        QCoreApplication::processEvents();
-    const QJsonObject page = search.later().json();
-    ASSERT_EQ(page.value("documents").toArray().size(), 1) << search.later().all();
-    EXPECT_EQ(page.value("documents").toArray().at(0).toObject().value("id"), "document:1");
-    EXPECT_TRUE(page.value("next").isNull());
-}
-
 TEST_F(DocumentsTest, AtItsEndAcceptsNothingAndKeepsNobodyWaiting)
 {
     const Served waiting = post("document:1", cashIn, "wait=30");

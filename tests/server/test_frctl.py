@@ -108,7 +108,7 @@ class Documents(Through):
         sale = self.file(SALE)
         self.frctl("--id", "till:0001", "sell", sale)
         poor, said = self.frctl("cash-out", "5000", status=4)
-        self.assertEqual(("notIssued", "settled", "cash"), (poor["state"], poor["reason"], poor["error"]["kind"]))
+        self.assertEqual(("notIssued", "refused", "cash"), (poor["state"], poor["reason"], poor["error"]["kind"]))
         self.assertIn(poor["error"]["text"], said)
         other, _ = self.frctl("--id", "till:0001", "sell", self.file({**SALE, "payments": [{"type": "cash", "sum": 600}]}), status=2)
         self.assertEqual("UsageError", other["error"]["exception"])

@@ -2,6 +2,8 @@
 #include "worker/drivehistory.h"
 #include "worker/patientstore.h"
 
+#include "currenttime.h"
+#include "mockfactory.h"
 #include "movement.h"
 #include "sqlitestore.h"
 
@@ -84,6 +86,12 @@ TEST(Clock, IsSetOnlyWhenThatCanDoNoHarm)
     EXPECT_EQ(clockDifference(QDateTime(now.date(), QTime(9, 1), Qt::UTC), now), 60);
 }
 
+class LaterClock : public CurrentTime
+{
+public:
+    QDateTime getCurrentDateTime() const override { return CurrentTime::getCurrentDateTime().addDays(2); }
+};
+
 class DriveHistory : public testing::Test
 {
 protected:
@@ -130,6 +138,18 @@ TEST_F(DriveHistory, KnowsWhenTheShiftBegan)
     make("sale:0008", DocumentKind::Sale, "1", DocumentState::Issued);
     make("z:000009", DocumentKind::ShiftClosing, "1", DocumentState::NotIssued);
     EXPECT_EQ(shiftSince(store, "1"), begun("shift:07"));
+}
+
+TEST_F(DriveHistory, LooksForAShiftNoLongerThanOneLasts)
+{
+    // Reports are made at the register itself, so the journal has sales alone, of years.
+    make("sale:0001", DocumentKind::Sale, "1", DocumentState::Issued);
+    LaterClock clock;
+    MockFactory<CurrentTime>::mocked = &clock;
+    make("sale:0002", DocumentKind::Sale, "1", DocumentState::Issued);
+    make("sale:0003", DocumentKind::Sale, "1", DocumentState::Issued);
+    MockFactory<CurrentTime>::mocked = nullptr;
+    EXPECT_EQ(shiftSince(store, "1"), begun("sale:0002"));
 }
 
 } // namespace

@@ -1,0 +1,98 @@
+// Lists of a journal that is longer than what may be looked at in one go.
+
+#include "apirig.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+constexpr int documents = 9;
+
+/// Each piece has two documents to begin with.
+class ListTest : public ApiTest
+{
+protected:
+    explicit ListTest(std::chrono::milliseconds longestSearch = std::chrono::seconds(60))
+        : ApiTest({.queueLimit = documents, .longestSearch = longestSearch, .searchPiece = 2})
+    {
+        for (int i = 1; i <= documents; ++i)
+            post("document:" + QByteArray::number(i), cashIn);
+    }
+
+    static QByteArray search(const QByteArray& text) { return "/v1/documents?text=" + text; }
+
+    static QStringList idsOf(const Served& served)
+    {
+        QStringList ids;
+        for (const QJsonValue document : served.json().value("documents").toArray())
+            ids.append(document.toObject().value("id").toString());
+        return ids;
+    }
+
+    static void workThrough(const Served& asked)
+    {
+        while (!asked.pending->isOver())
+            QCoreApplication::processEvents();
+    }
+};
+
+class ShortListTest : public ListTest
+{
+protected:
+    ShortListTest()
+        : ListTest(std::chrono::milliseconds(0))
+    {
+    }
+};
+
+TEST_F(ListTest, OthersAreAnsweredWhileItSearches)
+{
+    const Served asked = ask("GET", search("document:1"));
+    ASSERT_TRUE(asked.pending);
+    EXPECT_EQ(ask("GET", "/v1/documents/document:9").status, 200);
+    workThrough(asked);
+    EXPECT_EQ(idsOf(asked.later()), QStringList{"document:1"}) << asked.later().all();
+    EXPECT_TRUE(asked.later().json().value("next").isNull()) << asked.later().all();
+}
+
+TEST_F(ListTest, AJournalThatFailsMeanwhileIsTold)
+{
+    const Served asked = ask("GET", search("nowhere"));
+    store.isBroken = true;
+    workThrough(asked);
+    EXPECT_EQ(asked.later().status, 503) << asked.later().all();
+}
+
+TEST_F(ListTest, GoesOnForNobodyWhoHasGone)
+{
+    const Served asked = ask("GET", search("nowhere"));
+    asked.pending->leave();
+    store.isBroken = true;
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(asked.later().status);
+}
+
+TEST_F(ShortListTest, ThePagesTogetherHaveEachDocumentOnce)
+{
+    for (const QByteArray text : {"document:", "document:2", "nowhere"}) {
+        QStringList found;
+        QByteArray cursor;
+        int pages = 0;
+        do {
+            const Served page = ask("GET", search(text) + (cursor.isEmpty() ? cursor : "&cursor=" + cursor));
+            ASSERT_EQ(page.pending, nullptr);
+            ASSERT_LT(++pages, documents) << page.all();
+            found += idsOf(page);
+            cursor = page.text("next").toLatin1();
+        } while (!cursor.isEmpty());
+        QStringList wanted;
+        for (int i = documents; i > 0; --i) {
+            if (const QString id = "document:" + QString::number(i); id.contains(text))
+                wanted.append(id);
+        }
+        EXPECT_EQ(found, wanted);
+        EXPECT_GT(pages, 1);
+    }
+}
+
+} // namespace
