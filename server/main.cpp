@@ -19,6 +19,7 @@
 
 #include <driverlogtoqt.h>
 #include <QCoreApplication>
+#include <QCryptographicHash>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -45,6 +46,19 @@ QString journalOf(const Configuration& configuration)
     if (!settings.storeUrl.isEmpty())
         return settings.storeUrl;
     return settings.journal.isEmpty() ? sale::journalPlace() : settings.journal;
+}
+
+/// What the run file stands beside. Several services of a machine may have one database for their journal.
+QString runPlaceOf(const Options& options, const Configuration& configuration)
+{
+    const QString journal = journalOf(configuration);
+    if (!sale::isShared(journal))
+        return journal;
+    const QByteArray name = QCryptographicHash::hash(
+        QFileInfo(options.configFile).absoluteFilePath().toUtf8(), QCryptographicHash::Sha256);
+    constexpr qsizetype enough = 8;
+    return QFileInfo(Service::tokenFile(configuration.service, journal)).absolutePath()
+        + QStringLiteral("/frserver-") + QString::fromLatin1(name.first(enough).toHex());
 }
 
 ListenAddress listenAddress(const Options& options, const Configuration& configuration)
@@ -104,7 +118,7 @@ Leaving serveOn(const Options& options, const Configuration& configuration, cons
     const ListenAddress listen = listenAddress(options, configuration);
     Service service(configuration, journalOf(configuration));
     // Before anything is begun that another service may be at, too.
-    RunFile runFile(journalOf(configuration));
+    RunFile runFile(runPlaceOf(options, configuration));
     const auto readTokens = [&service] {
         const QString error = service.readTokens();
         say(0, error.isEmpty() ? QStringLiteral("tokens: read") : QStringLiteral("tokens: ") + error);
@@ -179,7 +193,7 @@ int run(const Options& options)
     case Options::Command::Upgrade:
         // One that is wrong is told here, and nobody is disturbed.
         listenAddress(options, configuration);
-        runUpgrade(journalOf(configuration));
+        runUpgrade(runPlaceOf(options, configuration));
         return 0;
     case Options::Command::BackUp:
     case Options::Command::Export:

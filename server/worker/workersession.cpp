@@ -12,6 +12,7 @@
 #include "exceptions.h"
 #include "journalerror.h"
 #include "pendingsales.h"
+#include "postgres/openstore.h"
 #include "queueddocument.h"
 #include "registerstart.h"
 #include "testdrive.h"
@@ -57,7 +58,7 @@ sale::DocumentStore& WorkerSession::journal()
     if (m_journal)
         return *m_journal;
     // Made anew it would know nothing of what was sold.
-    if (!QFileInfo::exists(m_journalFile))
+    if (!sale::isShared(m_journalFile) && !QFileInfo::exists(m_journalFile))
         throw sale::JournalError(QStringLiteral("the journal %1 is gone").arg(m_journalFile));
     m_journal.emplace(m_journalFile);
     return *m_journal;
