@@ -7,7 +7,7 @@ namespace frctl {
 
 namespace {
 
-const QString prefix = QStringLiteral("service:");
+const QString portPrefix = QStringLiteral("service:");
 constexpr int usualPort = 8403;
 
 bool isThisMachine(const QString& host)
@@ -38,7 +38,7 @@ bool isAddress(const QUrl& url)
 
 bool isServiceName(const QString& port)
 {
-    return port.startsWith(prefix);
+    return port.startsWith(portPrefix);
 }
 
 std::optional<ServicePort> servicePortOf(const QString& port)
@@ -46,7 +46,7 @@ std::optional<ServicePort> servicePortOf(const QString& port)
     static const QRegularExpression plainName(QStringLiteral("\\A[A-Za-z0-9][A-Za-z0-9._-]{0,63}\\z"));
     if (!isServiceName(port))
         return std::nullopt;
-    const QString text = port.mid(prefix.size());
+    const QString text = port.mid(portPrefix.size());
     const qsizetype end = text.lastIndexOf(QLatin1Char('/'));
     const QString name = text.mid(end + 1);
     const QUrl service = addressOf(end < 0 ? QStringLiteral("//127.0.0.1") : text.left(end));

@@ -14,7 +14,7 @@ namespace {
 
 // Each release that adds something has a row more; the last one's number is the version. What is there is
 // never changed, so that the release before goes on: a release that could not raises "least".
-constexpr const char* first[] = {
+constexpr const char* firstRelease[] = {
     "CREATE TABLE ids (id text COLLATE \"C\" PRIMARY KEY, digest text NOT NULL, accepted timestamptz NOT NULL)",
     "CREATE SEQUENCE documents_sequence",
     "CREATE TABLE documents ("
@@ -56,7 +56,7 @@ constexpr const char* first[] = {
     "CREATE INDEX frserver_outbox_by_document ON frserver_outbox (document, number)",
     nullptr,
 };
-constexpr const char* const* releases[] = {first};
+constexpr const char* const* releases[] = {firstRelease};
 constexpr int version = static_cast<int>(std::size(releases));
 /// What goes on with the tables as they are now.
 constexpr int least = 1;

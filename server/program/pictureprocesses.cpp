@@ -26,7 +26,7 @@ namespace {
 
 /// Why the service has ended the process itself.
 const char* const endedFor = "endedFor";
-const QString running = QStringLiteral("running");
+const QString runningName = QStringLiteral("running");
 
 /// A build has it beside this program, an installation where programs are that nobody calls by hand.
 QString drawingProgram()
@@ -151,7 +151,7 @@ void PictureProcesses::watch(QProcess& process) const
 
 bool PictureProcesses::isBusy() const
 {
-    return m_room.findChildren<QProcess*>(running, Qt::FindDirectChildrenOnly).size()
+    return m_room.findChildren<QProcess*>(runningName, Qt::FindDirectChildrenOnly).size()
         >= m_settings.mostAtOnce;
 }
 
@@ -187,7 +187,7 @@ http::Answer PictureProcesses::paint(const PictureOrder& order)
         failed(QStringLiteral("picture-given-up"),
             QStringLiteral("The process that draws it cannot be ended.")));
     auto* const process = new QProcess(&m_room);
-    process->setObjectName(running);
+    process->setObjectName(runningName);
     process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process->setChildProcessModifier(limitProcess);
     answerAtEnd(*process, pending, order.format);
