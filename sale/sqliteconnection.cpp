@@ -203,7 +203,9 @@ void SqliteConnection::begin()
     constexpr unsigned long shortestUs = 250;
     constexpr unsigned long longestUs = 2'000;
     unsigned long pauseUs = shortestUs;
-    const int patienceMs = m_isWaitedOut ? 0 : m_patienceMs;
+    // Who was waited for in vain may be done; the moment that other writers take is not his.
+    constexpr int momentMs = 50;
+    const int patienceMs = m_isWaitedOut ? std::min(momentMs, m_patienceMs) : m_patienceMs;
     QElapsedTimer timer;
     timer.start();
     setPatience(0);
