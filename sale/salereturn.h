@@ -1,5 +1,6 @@
 #pragma once
 
+#include "documentstore.h"
 #include "finding.h"
 #include "storeddocument.h"
 
@@ -10,8 +11,6 @@ struct Receipt;
 }
 
 namespace sale {
-
-class DocumentStore;
 
 /// The body to make the document of: that of a return of ours completed, any other as it is.
 QByteArray completedBody(const DocumentStore& store, const DocumentRequest& request);

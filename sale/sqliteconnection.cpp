@@ -97,9 +97,9 @@ void SqliteConnection::open()
     if (!database.open())
         throw journalFault(m_fileName, database.lastError());
     m_identity = identityOf(m_fileName);
-    execute(QStringLiteral("PRAGMA synchronous = FULL"));
+    SqliteConnection::execute(QStringLiteral("PRAGMA synchronous = FULL"));
     // What is anonymised must not stay in pages that are free.
-    execute(QStringLiteral("PRAGMA secure_delete = ON"));
+    SqliteConnection::execute(QStringLiteral("PRAGMA secure_delete = ON"));
 }
 
 void SqliteConnection::close()
