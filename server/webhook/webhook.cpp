@@ -1,6 +1,7 @@
 #include "webhook/webhook.h"
 
 #include "currenttime.h"
+#include "journalerror.h"
 #include "mockfactory.h"
 
 #include <QLoggingCategory>
