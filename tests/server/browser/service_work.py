@@ -206,5 +206,5 @@ class Persons(ServicePageTest):
         self.becomes(lambda: self.row("shop:0001"), "till2")
         self.becomes(lambda: self.row("shop:0001"), "issued")
         self.becomes(lambda: self.till("till2"), "Sale, 305.23 ₽")
-        self.assertIn("Queue\n0", self.till())
+        self.becomes(self.till, "Queue\n0")
         self.assertEqual([], self.find_all("#document [data-do=move]"))
