@@ -49,14 +49,6 @@ receipt::Protocol protocolOf(const Request& request, receipt::Protocol usual)
     return usual;
 }
 
-/// What a sale of somebody else says is not for this caller.
-QByteArray completedBody(const Api& api, const Request& request, const sale::DocumentRequest& document)
-{
-    const std::optional<sale::StoredDocument> sold = api.store().findId(document.returnOf);
-    const bool isForeign = sold && !rights::maySee(api, request, *sold);
-    return isForeign ? document.body : sale::completedBody(api.store(), document);
-}
-
 Answer preview(Api& api, const Request& request)
 {
     const std::optional<QString> name = request.queryValue(QStringLiteral("register"));
@@ -65,9 +57,10 @@ Answer preview(Api& api, const Request& request)
     order.format = pictureFormat(request);
     if (till == nullptr)
         order.protocol = protocolOf(request, order.protocol);
-    order.receipt = receiptToDraw(request.body,
-        {order.protocol, order.time, 0, true,
-            [&](const sale::DocumentRequest& document) { return completedBody(api, request, document); }});
+    order.receipt = receiptToDraw(
+        request.body, {order.protocol, order.time, 0, true, [&](const sale::DocumentRequest& document) {
+                           return rights::completedBody(api, request, document);
+                       }});
     return paint(api, order);
 }
 

@@ -21,7 +21,8 @@ bool mayUse(const http::Request& request, const QString& registerName);
 /// A token that sells sees its own documents alone.
 bool maySee(const Api& api, const http::Request& request, const sale::StoredDocument& document);
 bool maySee(const Api& api, const http::Request& request, const QString& id, const QString& registerName);
-/// As sale::completedBody, of a sale that the caller may see.
+/// As sale::completedBody, of a sale that the caller may see: what that of somebody else says is not for this
+/// one.
 QByteArray completedBody(const Api& api, const http::Request& request, const sale::DocumentRequest& document);
 bool isBoundToOwn(const http::Request& request);
 /// "read", "sell" or "admin"; the last one without tokens.
