@@ -24,19 +24,18 @@ std::unique_ptr<Worker> createWorker()
     return std::make_unique<WorkerProcess>(QStringLiteral("/proc/self/exe"));
 }
 
-/// A worker whose file was replaced does not know any more where it stood.
-QList<RegisterSettings> withPluginPlaces(QList<RegisterSettings> registers)
-{
-    for (RegisterSettings& settings : registers) {
-        if (settings.plugins.isEmpty())
-            settings.plugins = devices::usualPluginPlaces();
-    }
-    return registers;
-}
-
+/// A process whose file was replaced does not know any more where it stood.
 QStringList pluginPlaces(const ServiceSettings& settings)
 {
     return settings.plugins.isEmpty() ? devices::usualPluginPlaces() : settings.plugins;
+}
+
+QList<RegisterSettings> registersOf(const Configuration& configuration)
+{
+    QList<RegisterSettings> registers = configuration.registers;
+    for (RegisterSettings& settings : registers)
+        settings.plugins = pluginPlaces(configuration.service);
+    return registers;
 }
 
 Api::Settings apiSettings(const ServiceSettings& settings)
@@ -59,7 +58,7 @@ Service::Service(const Configuration& configuration, const QString& journal)
     , m_owners(journal, patienceMs)
     , m_outbox(journal, patienceMs)
     , m_tokens(tokenFile(configuration.service, journal))
-    , m_rack(withPluginPlaces(configuration.registers), *m_store, createWorker, {.journal = journal})
+    , m_rack(registersOf(configuration), *m_store, createWorker, {.journal = journal})
     , m_pictures({.plugins = pluginPlaces(configuration.service)})
     , m_api(*m_store, m_owners, apiSettings(configuration.service))
     , m_server(m_api.site())
