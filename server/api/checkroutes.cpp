@@ -83,10 +83,8 @@ Answer check(Api& api, const Request& request)
     QList<ToldFinding> all;
     QJsonArray acceptedOver;
     for (const Protocol protocol : protocols) {
-        const QList<Finding> findings = documentFindings(
-            request.body, {protocol, now, 0, true, [&](const sale::DocumentRequest& document) {
-                               return rights::completedBody(api, request, document);
-                           }});
+        const QList<Finding> findings
+            = documentFindings(request.body, {protocol, now, 0, true, rights::completion(api, request)});
         const QString name = receipt::protocolName(protocol);
         for (const Finding& finding : findings)
             add(all, finding, name);

@@ -39,7 +39,7 @@ PostingRules rulesOf(const Api& api, const Request& request, const Till& till)
     const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     const Till::Settings& settings = till.settings();
     return {settings.protocol, now.toTimeZone(settings.timeZone), settings.startBefore, settings.hasCashier,
-        [&](const sale::DocumentRequest& document) { return rights::completedBody(api, request, document); }};
+        rights::completion(api, request)};
 }
 
 void requireOpen(const Api& api)

@@ -58,9 +58,7 @@ Answer preview(Api& api, const Request& request)
     if (till == nullptr)
         order.protocol = protocolOf(request, order.protocol);
     order.receipt = receiptToDraw(
-        request.body, {order.protocol, order.time, 0, true, [&](const sale::DocumentRequest& document) {
-                           return rights::completedBody(api, request, document);
-                       }});
+        request.body, {order.protocol, order.time, 0, true, rights::completion(api, request)});
     return paint(api, order);
 }
 

@@ -53,11 +53,15 @@ bool maySee(const Api& api, const http::Request& request, const QString& id, con
                                  : mayUse(request, registerName);
 }
 
-QByteArray completedBody(const Api& api, const http::Request& request, const sale::DocumentRequest& document)
+std::function<QByteArray(const sale::DocumentRequest&)> completion(
+    const Api& api, const http::Request& request)
 {
-    const std::optional<sale::StoredDocument> sold
-        = document.returnOf.isEmpty() ? std::nullopt : api.store().findId(document.returnOf);
-    return sold && maySee(api, request, *sold) ? sale::completedBody(api.store(), document) : document.body;
+    return [&api, &request](const sale::DocumentRequest& document) {
+        const std::optional<sale::StoredDocument> sold
+            = document.returnOf.isEmpty() ? std::nullopt : api.store().findId(document.returnOf);
+        return sold && maySee(api, request, *sold) ? sale::completedBody(api.store(), document)
+                                                   : document.body;
+    };
 }
 
 QString roleOf(const http::Request& request)

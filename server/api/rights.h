@@ -4,6 +4,8 @@
 #include "http/request.h"
 #include "storeddocument.h"
 
+#include <functional>
+
 namespace frserver {
 
 class Api;
@@ -21,9 +23,10 @@ bool mayUse(const http::Request& request, const QString& registerName);
 /// A token that sells sees its own documents alone.
 bool maySee(const Api& api, const http::Request& request, const sale::StoredDocument& document);
 bool maySee(const Api& api, const http::Request& request, const QString& id, const QString& registerName);
-/// As sale::completedBody, of a sale that the caller may see: what that of somebody else says is not for this
-/// one.
-QByteArray completedBody(const Api& api, const http::Request& request, const sale::DocumentRequest& document);
+/// How a return is completed, while the request is answered: as sale::completedBody does, of a sale that the
+/// caller may see. What that of somebody else says is not for this one.
+std::function<QByteArray(const sale::DocumentRequest&)> completion(
+    const Api& api, const http::Request& request);
 bool isBoundToOwn(const http::Request& request);
 /// "read", "sell" or "admin"; the last one without tokens.
 QString roleOf(const http::Request& request);
