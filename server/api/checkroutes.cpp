@@ -1,9 +1,9 @@
 #include "api/api.h"
 #include "api/apiroute.h"
+#include "api/askedprotocol.h"
 #include "api/posteddocument.h"
 #include "api/rights.h"
 #include "currenttime.h"
-#include "http/problem.h"
 #include "mockfactory.h"
 
 #include <QJsonArray>
@@ -46,14 +46,9 @@ QList<Protocol> protocolsOf(const Api& api, const Request& request)
 {
     if (const auto name = request.queryValue(QStringLiteral("register")))
         return {tillNamed(api, request, *name).settings().protocol};
-    const std::optional<QString> asked = request.queryValue(QStringLiteral("protocol"));
-    if (!asked)
-        return {Protocol::Xml, Protocol::Hex};
-    for (const Protocol protocol : {Protocol::Xml, Protocol::Hex}) {
-        if (receipt::protocolName(protocol) == *asked)
-            return {protocol};
-    }
-    throw http::Problem(400, QStringLiteral("protocol is XML or HEX."));
+    if (const std::optional<Protocol> asked = askedProtocol(request))
+        return {*asked};
+    return {Protocol::Xml, Protocol::Hex};
 }
 
 QJsonArray toldJson(const QList<ToldFinding>& all, Finding::Severity severity, qsizetype protocols)

@@ -1,5 +1,6 @@
 #include "api/api.h"
 #include "api/apiroute.h"
+#include "api/askedprotocol.h"
 #include "api/painter.h"
 #include "api/pictureformat.h"
 #include "api/posteddocument.h"
@@ -37,18 +38,6 @@ PictureOrder orderFor(const Till* till, const QDateTime& time)
         .cashierInn = settings.cashierInn};
 }
 
-receipt::Protocol protocolOf(const Request& request, receipt::Protocol usual)
-{
-    const std::optional<QString> asked = request.queryValue(QStringLiteral("protocol"));
-    for (const receipt::Protocol protocol : {receipt::Protocol::Xml, receipt::Protocol::Hex}) {
-        if (asked == receipt::protocolName(protocol))
-            return protocol;
-    }
-    if (asked)
-        throw http::Problem(400, QStringLiteral("protocol is XML or HEX."));
-    return usual;
-}
-
 Answer preview(Api& api, const Request& request)
 {
     const std::optional<QString> name = request.queryValue(QStringLiteral("register"));
@@ -56,7 +45,7 @@ Answer preview(Api& api, const Request& request)
     PictureOrder order = orderFor(till, MockFactory<CurrentTime>::create()->getCurrentDateTime());
     order.format = pictureFormat(request);
     if (till == nullptr)
-        order.protocol = protocolOf(request, order.protocol);
+        order.protocol = askedProtocol(request).value_or(order.protocol);
     order.receipt = receiptToDraw(
         request.body, {order.protocol, order.time, 0, true, rights::completion(api, request)});
     return paint(api, order);

@@ -23,8 +23,7 @@ RegisterSettings RegisterSettings::fromJson(const QJsonObject& json)
     RegisterSettings settings;
     settings.name = text("name");
     settings.port = text("port");
-    settings.protocol
-        = text("protocol") == QStringLiteral("HEX") ? receipt::Protocol::Hex : receipt::Protocol::Xml;
+    settings.protocol = receipt::protocolNamed(text("protocol")).value_or(receipt::Protocol::Xml);
     settings.expected = {text("serial"), text("inn")};
     settings.cashier = text("cashier");
     settings.cashierInn = text("cashierInn");

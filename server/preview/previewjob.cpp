@@ -68,12 +68,10 @@ receipt::Receipt receiptOf(const QJsonObject& order, receipt::Protocol protocol,
 
 tape::Page pageOf(const QJsonObject& order)
 {
-    const QString protocol = textOf(order, "protocol");
     preview::PreviewRegister::Settings settings;
-    settings.connection.protocol = protocol;
+    settings.connection.protocol = textOf(order, "protocol");
     settings.connection.plugins = order.value(QStringLiteral("plugins")).toVariant().toStringList();
-    settings.protocol = protocol == receipt::protocolName(receipt::Protocol::Hex) ? receipt::Protocol::Hex
-                                                                                  : receipt::Protocol::Xml;
+    settings.protocol = receipt::protocolNamed(settings.connection.protocol).value_or(receipt::Protocol::Xml);
     settings.time = QDateTime::fromString(textOf(order, "time"), Qt::ISODate);
     return preview::PreviewRegister(settings).issued(receiptOf(order, settings.protocol, settings.time));
 }
