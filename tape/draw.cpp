@@ -1,5 +1,6 @@
 // frspf-draw: draws a page for a program without Qt Gui, which would double the time that the start takes.
 
+#include "tape/drawingprogram.h"
 #include "tape/offscreen.h"
 #include "tape/pagejson.h"
 #include "tape/pagepicture.h"
@@ -13,9 +14,6 @@
 #include <optional>
 
 namespace {
-
-/// What the program that started this one is told by the exit status.
-enum ExitStatus { Drawn, OutputLost, WrongUsage, TooLong };
 
 struct Format
 {
@@ -45,7 +43,7 @@ std::optional<tape::Page> readPage()
 int wrongUsage()
 {
     std::fputs("Usage: frspf-draw png|pdf|svg <PAGE.json >PICTURE\n", stderr);
-    return WrongUsage;
+    return tape::WrongUsage;
 }
 
 } // namespace
@@ -63,9 +61,9 @@ int main(int argc, char** argv)
         return wrongUsage();
     const QByteArray picture = format->draw(*page);
     if (picture.isEmpty())
-        return TooLong;
+        return tape::TooLong;
     const auto size = static_cast<std::size_t>(picture.size());
     const bool isWritten
         = std::fwrite(picture.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0;
-    return isWritten ? Drawn : OutputLost;
+    return isWritten ? tape::Drawn : tape::OutputLost;
 }

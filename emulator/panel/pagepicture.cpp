@@ -1,12 +1,11 @@
 #include "panel/pagepicture.h"
 
 #include "http/problem.h"
+#include "tape/drawingprogram.h"
 #include "tape/pagejson.h"
 #include "tape/pagepicture.h"
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QFileInfo>
 #include <QJsonDocument>
 #include <QPointer>
 #include <QProcess>
@@ -15,8 +14,6 @@ namespace emulator::panel::pagepicture {
 
 namespace {
 
-/// As the program that draws tells it by its exit status.
-constexpr int pageTooLong = 3;
 constexpr http::Pending::Time patience{30'000};
 /// Each takes a processor and tens of megabytes.
 constexpr qsizetype mostAtOnce = 8;
@@ -32,24 +29,12 @@ http::Response failure(int status, const QString& detail)
     return http::Problem(status, detail).response();
 }
 
-/// A build has it beside this program, an installation where programs are that nobody calls by hand.
-QString drawingProgram()
-{
-    const QDir own(QCoreApplication::applicationDirPath());
-    for (const char* const place : {"frspf-draw", "../" EMULATOR_LIBEXEC_DIR "/frspf-draw"}) {
-        const QString program = QDir::cleanPath(own.filePath(QLatin1String(place)));
-        if (QFileInfo(program).isExecutable())
-            return program;
-    }
-    return {};
-}
-
 http::Response drawn(QProcess& process, const QString& format)
 {
     const int status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     if (process.error() == QProcess::FailedToStart)
         return failure(503, QStringLiteral("frspf-draw does not start: %1.").arg(process.errorString()));
-    if (status == pageTooLong)
+    if (status == tape::TooLong)
         return failure(422, QStringLiteral("The page is too long for this; svg takes any."));
     if (status != 0)
         return failure(503, QStringLiteral("frspf-draw failed with status %1.").arg(status));
@@ -94,7 +79,7 @@ http::Answer answer(const tape::Page& page, const QString& format)
 {
     if (format == QStringLiteral("svg"))
         return http::Response::bytes(tape::toSvg(page), "image/svg+xml");
-    const QString program = drawingProgram();
+    const QString program = tape::drawingProgram(QStringLiteral(EMULATOR_LIBEXEC_DIR));
     if (program.isEmpty())
         return failure(503, QStringLiteral("The program that draws, frspf-draw, is not installed."));
     if (isBusy())

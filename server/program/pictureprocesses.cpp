@@ -5,10 +5,8 @@
 #include "preview/previewstatus.h"
 
 #include "http/problem.h"
+#include "tape/drawingprogram.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QPointer>
@@ -27,18 +25,6 @@ namespace {
 /// Why the service has ended the process itself.
 const char* const endedFor = "endedFor";
 const QString runningName = QStringLiteral("running");
-
-/// A build has it beside this program, an installation where programs are that nobody calls by hand.
-QString drawingProgram()
-{
-    const QDir own(QCoreApplication::applicationDirPath());
-    for (const char* const place : {"frspf-draw", "../" FRSERVER_LIBEXEC_DIR "/frspf-draw"}) {
-        const QString program = QDir::cleanPath(own.filePath(QLatin1String(place)));
-        if (QFileInfo(program).isExecutable())
-            return program;
-    }
-    return {};
-}
 
 /// In the process itself, before it becomes the program: it ends with the service, goes behind the registers'
 /// workers, and takes no more memory than a long receipt needs.
@@ -108,7 +94,7 @@ void giveUp(QProcess& process, const QString& why)
 
 PictureProcesses::PictureProcesses(const Settings& settings)
     : m_settings(settings)
-    , m_drawing(drawingProgram())
+    , m_drawing(tape::drawingProgram(QStringLiteral(FRSERVER_LIBEXEC_DIR)))
 {
 }
 
