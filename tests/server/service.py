@@ -152,6 +152,12 @@ class Service(Program):
                 "allow-test-drive = true\n")
         self.config.write_text("\n".join(sections), encoding="utf-8")
 
+    def edit(self, old, new):
+        """In its configuration."""
+        text = self.config.read_text(encoding="utf-8")
+        assert old in text, text
+        self.config.write_text(text.replace(old, new), encoding="utf-8")
+
     def start(self, environment=None, **options):
         super().__init__([os.environ["FRSERVER"], "--config", str(self.config)],
                          env={**os.environ, **(environment or {})}, **options)

@@ -14,16 +14,12 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
 # pylint: disable=wrong-import-position
-from service import receipt  # noqa: E402
-from test_service import TOTAL, ServiceTest  # noqa: E402
-
-SALE = receipt()
+from servicetest import SALE, TOTAL, ServiceTest  # noqa: E402
 
 
 class Faults(ServiceTest):
     def setUp(self):
         super().setUp()
-        self.journal = self.folder / "journal.sqlite"
         self.assert_issued(self.service.post({"type": "openShift"}, id="shift:0001"))
 
     def assert_refused(self, answer, words):
@@ -52,18 +48,6 @@ class Faults(ServiceTest):
         self.assert_issued(self.service.post(SALE, id="sale:new1"))
         self.assertEqual(200, self.service.ask("GET", "/readyz").status)
         self.assertEqual([TOTAL] * (len(ids) + 1), self.register.receipts())
-
-    def begin_printing(self, document):
-        """The register is at the end of a receipt, and keeps what became of it to itself for a moment."""
-        self.register.ask("PUT", "/faults", {"rules": [{"mode": "busy:3", "command": "FinishDocument", "nth": 1}]})
-        begin = self.register.ask("GET", "/state")["lastEvent"]
-        self.assertEqual(202, self.service.post(SALE, id=document, wait=0).status)
-        self.register.ask("GET", f"/wait?event=exchange&command=FinishDocument&timeout=60&after={begin}")
-
-    def until(self, waiting):
-        with self.service.client.events() as events:
-            if self.service.ask("GET", "/v1/registers/till1")["waiting"] != waiting:
-                events.until("register", register="till1", waiting=waiting)
 
 
 class FullDisk(Faults):
@@ -172,9 +156,7 @@ class DamagedJournal(Faults):
         done = self.service.command()
         self.assertEqual(1, done.returncode, done.stderr)
         self.assertRegex(done.stderr, "journal.sqlite: .*damaged; put a backup in its place")
-        (self.folder / "copy").replace(self.journal)
-        for rest in ("-wal", "-shm"):
-            Path(f"{self.journal}{rest}").unlink(missing_ok=True)
+        self.put_back(self.folder / "copy")
         self.service.start()
         self.assert_goes_on()
 

@@ -13,8 +13,8 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
 # pylint: disable=wrong-import-position
-from service import CASHIER, PATIENCE, ROOT, receipt  # noqa: E402
-from test_service import SALE, TOTAL, ServiceTest  # noqa: E402
+from service import CASHIER, PATIENCE, ROOT  # noqa: E402
+from servicetest import SALE, TOTAL, ServiceTest  # noqa: E402
 
 ANSWERS = ROOT / "tests" / "e2e" / "answers.py"
 
@@ -182,9 +182,7 @@ class Line(Through):
         self.assertEqual("unknown", self.frctl("--wait", "0", "--id", "till:0001", "cash-in", "10", status=5)[0]["state"])
         self.assertEqual("line", self.frctl("status", status=1)[0]["error"]["kind"])
         # It is started anew in the meantime.
-        place = urllib.parse.urlsplit(self.service.url).netloc
-        text = self.service.config.read_text(encoding="utf-8")
-        self.service.config.write_text(text.replace("127.0.0.1:0", place), encoding="utf-8")
+        self.service.edit("127.0.0.1:0", self.service.client.place)
         started = threading.Thread(target=self.service.start)
         started.start()
         self.assertEqual("issued", self.frctl("--id", "till:0001", "cash-in", "10")[0]["state"])

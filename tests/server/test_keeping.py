@@ -17,10 +17,9 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
 # pylint: disable=wrong-import-position
-from service import PATIENCE, receipt  # noqa: E402
-from test_service import ServiceTest  # noqa: E402
+from service import PATIENCE  # noqa: E402
+from servicetest import SALE, ServiceTest  # noqa: E402
 
-SALE = receipt()
 PROGRAM = os.environ["FRSERVER"]
 
 
@@ -34,11 +33,6 @@ class Keeping(ServiceTest):
         done = self.service.command()
         self.assertIn(part, done.stderr)
         self.assertEqual(status, done.returncode, done.stderr)
-
-    def configure(self, old, new):
-        text = self.service.config.read_text(encoding="utf-8")
-        self.assertIn(old, text)
-        self.service.config.write_text(text.replace(old, new), encoding="utf-8")
 
 
 class Tls(Keeping):
@@ -57,14 +51,14 @@ class Tls(Keeping):
 
     def test_other_addresses(self):
         self.service.stop()
-        self.configure("listen = 127.0.0.1:0", "listen = 0.0.0.0:0")
+        self.service.edit("listen = 127.0.0.1:0", "listen = 0.0.0.0:0")
         self.assert_does_not_start("without TLS", 2)
         self.command_of_certificate()
-        self.configure("listen =", f"tls-certificate = {self.folder}/server.pem\ntls-key = {self.folder}/server.key\nlisten =")
+        self.service.edit("listen =", f"tls-certificate = {self.folder}/server.pem\ntls-key = {self.folder}/server.key\nlisten =")
         self.assert_does_not_start("token add", 2)
-        self.configure("listen = 0.0.0.0:0", "listen = 127.0.0.1:0")
+        self.service.edit("listen = 0.0.0.0:0", "listen = 127.0.0.1:0")
         token = self.command("token", "add", "shop", "--role", "sell").stdout.strip()
-        self.configure("listen = 127.0.0.1:0", "listen = 0.0.0.0:0")
+        self.service.edit("listen = 127.0.0.1:0", "listen = 0.0.0.0:0")
         self.service.start()
         self.assertTrue(self.service.url.startswith("https://"), self.service.url)
         self.assertEqual(401, self.ask()[0])
@@ -95,7 +89,7 @@ class Update(Keeping):
         self.program.parent.mkdir()
         shutil.copy2(os.environ["FRSERVER"], self.program)
         (self.folder / "plugins").symlink_to(os.environ["FRSPF_PLUGIN"])
-        self.configure(f"plugin = {os.environ['FRSPF_PLUGIN']}\n", "")
+        self.service.edit(f"plugin = {os.environ['FRSPF_PLUGIN']}\n", "")
         started = unittest.mock.patch.dict(os.environ, {"FRSERVER": str(self.program)})
         started.start()
         self.addCleanup(started.stop)
@@ -139,12 +133,8 @@ class Update(Keeping):
         program = self.program.read_bytes()
         self.assertIn(version.encode("utf-16-le"), program)
         self.install(program.replace(version.encode("utf-16-le"), newer.encode("utf-16-le")))
-        self.configure("127.0.0.1:0", self.service.client.place)
-        self.register.ask("PUT", "/faults", {"rules": [{"mode": "busy:3", "command": "FinishDocument", "nth": 1}]})
-        begin = self.register.ask("GET", "/state")["lastEvent"]
-        for number in range(3):
-            self.assertEqual(202, self.service.post(SALE, id=f"sale:{number:04}", wait=0).status)
-        self.register.ask("GET", f"/wait?event=exchange&command=FinishDocument&timeout=60&after={begin}")
+        self.service.edit("127.0.0.1:0", self.service.client.place)
+        self.begin_printing(*(f"sale:{number:04}" for number in range(3)))
         done = self.service.command("upgrade")
         self.assertEqual(0, done.returncode, done)
         self.assertEqual(f"frserver {version} was replaced by {newer} (process {self.service.process.pid})\n", done.stdout)
@@ -177,16 +167,12 @@ class Moving(Keeping):
         self.command("backup", str(self.folder / "copy"))
         self.assert_issued(self.service.post(SALE, id="sale:0002"))
         self.service.stop()
-        (self.folder / "copy").replace(self.folder / "journal.sqlite")
-        for rest in ("-wal", "-shm"):
-            (self.folder / f"journal.sqlite{rest}").unlink(missing_ok=True)
+        self.put_back(self.folder / "copy")
         self.service.start()
         self.assert_issued(self.service.post(SALE, id="sale:0001"), 200)
         waiting = self.service.post(SALE, id="sale:0003", wait=0)
         self.assertEqual(202, waiting.status)
-        with self.service.client.events() as events:
-            if self.service.ask("GET", "/v1/registers/till1").body.get("waiting") != "needsReview":
-                events.until("register", register="till1", waiting="needsReview")
+        self.until("needsReview")
         self.assertEqual(2, len(self.register.receipts()))
 
     def test_moving(self):
@@ -200,7 +186,7 @@ class Moving(Keeping):
         self.assertEqual(202, self.service.post(SALE, id="sale:0002", wait=0).status)
         self.service.stop()
         self.assert_does_not_start("has moved to another machine", 1)
-        self.configure("journal.sqlite", "new.sqlite")
+        self.service.edit("journal.sqlite", "new.sqlite")
         self.command("import", str(exported))
         self.assertEqual(1, self.service.command("import", str(exported)).returncode)
         self.service.start()

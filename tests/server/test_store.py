@@ -17,8 +17,7 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).parent))
 # pylint: disable=wrong-import-position
 from service import PATIENCE, Register, Service, receipt  # noqa: E402
-
-SALE = receipt()
+from servicetest import SALE  # noqa: E402
 
 
 class Database:
@@ -74,8 +73,8 @@ class Store(unittest.TestCase):
         folder.mkdir()
         service = self.services[name] = Service.__new__(Service)
         service.configure(folder, {name: register.line})
-        text = service.config.read_text(encoding="utf-8").replace(f"journal = {folder}/journal.sqlite\n", "")
-        service.config.write_text(f"{text}\n[store]\nurl = {self.database.url}\n", encoding="utf-8")
+        service.edit(f"journal = {folder}/journal.sqlite\n", "")
+        service.edit("[service]", f"[store]\nurl = {self.database.url}\n\n[service]")
         return service
 
     def start(self, service):

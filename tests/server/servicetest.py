@@ -1,0 +1,59 @@
+"""What tests of the service stand on: one register, one service, a folder."""
+
+import signal
+import tempfile
+import unittest
+from pathlib import Path
+
+from service import Register, Service, receipt
+
+SALE = receipt()
+TOTAL = "305.23"
+
+
+class ServiceTest(unittest.TestCase):
+    """One register, one service, a folder."""
+
+    PROTOCOL = "HEX"
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = Path(folder.name)
+        self.journal = self.folder / "journal.sqlite"
+        self.prepare()
+        self.register = Register()
+        self.addCleanup(self.register.stop)
+        self.service = Service(self.folder, {"till1": self.register.line}, self.PROTOCOL)
+        self.addCleanup(lambda: self.service.stop())  # pylint: disable=unnecessary-lambda
+
+    def prepare(self):
+        """What a test does to the folder before anything is in it."""
+
+    def assert_issued(self, answer, status=201):
+        self.assertEqual((status, "issued"), (answer.status, answer["state"]), answer)
+
+    def restart(self, how=signal.SIGKILL):
+        self.service.stop(how)
+        self.service.start()
+
+    def until(self, waiting):
+        """The register waits for that, or for nothing."""
+        with self.service.client.events() as events:
+            if self.service.ask("GET", "/v1/registers/till1")["waiting"] != waiting:
+                events.until("register", register="till1", waiting=waiting)
+
+    def begin_printing(self, *documents, **which):
+        """The register is at the end of the first receipt, and keeps what became of it to itself for a moment."""
+        rule = {"mode": "busy:3", "command": "FinishDocument", **(which or {"nth": 1})}
+        self.register.ask("PUT", "/faults", {"rules": [rule]})
+        begin = self.register.ask("GET", "/state")["lastEvent"]
+        for document in documents:
+            self.assertEqual(202, self.service.post(SALE, id=document, wait=0).status)
+        self.register.ask("GET", f"/wait?event=exchange&command=FinishDocument&timeout=60&after={begin}")
+
+    def put_back(self, copy):
+        """The journal is what it was when it was copied; no service is at work."""
+        copy.replace(self.journal)
+        for rest in ("-wal", "-shm"):
+            Path(f"{self.journal}{rest}").unlink(missing_ok=True)

@@ -1,0 +1,130 @@
+#!/usr/bin/python3
+"""The service as a program: its end, its notices, whom it lets in, its command line."""
+
+import base64
+import hashlib
+import hmac
+import http.server
+import json
+import queue
+import signal
+import socket
+import sys
+import threading
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).parent))
+# pylint: disable=wrong-import-position
+from servicetest import SALE, ServiceTest  # noqa: E402
+
+
+class Taker(http.server.BaseHTTPRequestHandler):
+    """A program that a webhook tells; it fails at first."""
+
+    def do_POST(self):  # pylint: disable=invalid-name
+        body = self.rfile.read(int(self.headers["Content-Length"]))
+        self.server.told.put((dict(self.headers), body))
+        self.send_response(self.server.statuses.pop(0) if self.server.statuses else 204)
+        self.end_headers()
+
+    def log_message(self, *_):  # pylint: disable=arguments-differ
+        pass
+
+
+class Program(ServiceTest):
+    def test_tells_a_webhook(self):
+        taker = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Taker)
+        taker.told, taker.statuses = queue.Queue(), [500]
+        threading.Thread(target=taker.serve_forever).start()
+        self.addCleanup(taker.server_close)
+        self.addCleanup(taker.shutdown)
+        self.service.stop()
+        with open(self.service.config, "a", encoding="utf-8") as config:
+            config.write(f"[webhook]\nurl = http://127.0.0.1:{taker.server_port}/ends\nsecret = a secret of ours\n")
+        self.service.start()
+        self.assert_issued(self.service.post(SALE, id="sale:0001"))
+        # The shift that it opened is a document, too; what was not taken comes again, and holds no other up.
+        told = [taker.told.get(timeout=60) for _ in range(3)]
+        self.assertEqual(["openShift", "sell", "openShift"], [json.loads(body)["kind"] for _, body in told])
+        self.assertEqual(told[0][1], told[2][1])
+        self.assertEqual(told[0][0]["webhook-id"], told[2][0]["webhook-id"])
+        headers, body = told[1]
+        self.assertEqual(("sale:0001", "issued"), (json.loads(body)["id"], json.loads(body)["state"]))
+        signed = b".".join([headers["webhook-id"].encode(), headers["webhook-timestamp"].encode(), body])
+        signature = base64.b64encode(hmac.new(b"a secret of ours", signed, hashlib.sha256).digest()).decode()
+        self.assertEqual("v1," + signature, headers["webhook-signature"])
+
+    def test_ends_by_itself(self):
+        self.assert_issued(self.service.post(SALE, id="sale:0001"))
+        self.assertEqual(0, self.service.stop(signal.SIGTERM))
+        self.service.start()
+        self.assert_issued(self.service.post(SALE, id="sale:0001"), 200)
+        self.assertEqual(0, self.service.stop(signal.SIGINT))
+        self.service.start()
+
+    def test_tells_systemd(self):
+        self.service.stop()
+        with socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM) as notices:
+            notices.bind(str(self.folder / "notify"))
+            notices.settimeout(60)
+            self.service.start(environment={"NOTIFY_SOCKET": str(self.folder / "notify"), "WATCHDOG_USEC": "200000"})
+            self.assertIn(b"READY=1", notices.recv(4096).split(b"\n"))
+            self.assertEqual(b"WATCHDOG=1", notices.recv(4096))
+            self.service.stop()
+            while (notice := notices.recv(4096)) != b"STOPPING=1":
+                self.assertEqual(b"WATCHDOG=1", notice)
+        self.service.start()
+
+    def test_keeps_foreign_pages_out(self):
+        foreign = self.service.ask("POST", "/v1/registers/till1/documents", {**SALE, "id": "sale:0001"},
+                                   Origin="http://elsewhere.example")
+        self.assertEqual(403, foreign.status)
+        self.assertEqual(421, self.service.ask("GET", "/v1/registers", Host="elsewhere.example").status)
+        self.assertEqual(404, self.service.ask("GET", "/v1/documents/sale:0001").status)
+
+    def test_tokens(self):
+        self.assertEqual(200, self.service.ask("GET", "/v1/registers").status)
+        added = {}
+        for name, role in (("shop", "sell"), ("web", "sell"), ("boss", "admin"), ("look", "read")):
+            made = self.service.command("token", "add", name, "--role", role, "--registers", "till1")
+            self.assertEqual(0, made.returncode, made.stderr)
+            added[name] = made.stdout.strip()
+        self.service.process.send_signal(signal.SIGHUP)
+        self.service.read_address("tokens:")
+        self.assertEqual(401, self.service.ask("GET", "/v1/registers").status)
+        self.assertEqual(200, self.service.ask("GET", "/healthz").status)
+        self.service.client.token = added["shop"]
+        self.assert_issued(self.service.post(SALE, id="sale:0001"))
+        self.assertEqual(403, self.service.ask("POST", "/v1/registers/till1/pause").status)
+        self.service.client.token = added["look"]
+        self.assertEqual(403, self.service.post(SALE, id="sale:0002").status)
+        self.assertEqual(200, self.service.ask("GET", "/v1/documents/sale:0001").status)
+        self.service.client.token = added["web"]
+        self.assertEqual(404, self.service.ask("GET", "/v1/documents/sale:0001").status)
+        self.assertEqual([], self.service.ask("GET", "/v1/documents")["documents"])
+        self.service.client.token = added["boss"]
+        self.assertEqual(200, self.service.ask("POST", "/v1/registers/till1/pause").status)
+        self.assertNotIn(added["shop"], (self.folder / "tokens").read_text(encoding="utf-8"))
+        self.assertIn("shop  sell  till1\n", self.service.command("token", "list").stdout)
+        self.assertEqual(1, self.service.command("token", "remove", "nobody").returncode)
+
+    def test_command_line(self):
+        for arguments, status, part in (
+                (("--version",), 0, "frserver "), (("--help",), 0, "check-config"), (("sell",), 2, "sell"),
+                (("token", "add", "x"), 2, "--role"), (("check-config",), 0, "till1")):
+            done = self.service.command(*arguments)
+            self.assertEqual(status, done.returncode, (arguments, done))
+            self.assertIn(part, done.stdout + done.stderr)
+        second = self.service.command("--listen", self.service.url.split("//")[1].strip("/"))
+        self.assertEqual(1, second.returncode)
+        text = self.service.config.read_text(encoding="utf-8")
+        for wrong, place in (("listen = 0.0.0.0:80", ":2: "), ("listen = 127.0.0.1:80\nlisten = 1", ":3: ")):
+            self.service.config.write_text(text.replace("listen = 127.0.0.1:0", wrong), encoding="utf-8")
+            done = self.service.command("check-config")
+            self.assertEqual(2, done.returncode, done)
+            self.assertIn(f"{self.service.config}{place}", done.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main()
