@@ -172,7 +172,7 @@ private:
     int m_workerStarts = 0;
     int m_connections = 0;
     qint64 m_exchanges = 0;
-    qint64 m_exchangeMs = 0;
+    qint64 m_exchangeMicroseconds = 0;
     QJsonObject m_identity;
     QJsonObject m_condition;
     QDateTime m_conditionTime;

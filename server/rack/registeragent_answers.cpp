@@ -63,7 +63,7 @@ void RegisterAgent::take(const QJsonObject& message)
     const Request request = *std::exchange(m_request, std::nullopt);
     const QJsonObject exchanges = message.value(QStringLiteral("exchanges")).toObject();
     m_exchanges += exchanges.value(QStringLiteral("count")).toInteger();
-    m_exchangeMs += exchanges.value(QStringLiteral("ms")).toInteger();
+    m_exchangeMicroseconds += exchanges.value(QStringLiteral("us")).toInteger();
     const QJsonObject failure = message.value(QStringLiteral("failure")).toObject();
     if (failure.isEmpty())
         answered(request, message);

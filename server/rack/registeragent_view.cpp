@@ -81,7 +81,7 @@ QJsonObject RegisterAgent::view() const
         {QStringLiteral("connections"), m_connections},
         {QStringLiteral("exchanges"),
             QJsonObject{{QStringLiteral("count"), m_exchanges},
-                {QStringLiteral("seconds"), static_cast<double>(m_exchangeMs) / 1000}}}};
+                {QStringLiteral("seconds"), static_cast<double>(m_exchangeMicroseconds) / 1'000'000}}}};
 }
 
 void RegisterAgent::announce()

@@ -8,7 +8,8 @@ namespace frserver {
 struct ExchangeTimes
 {
     qint64 count = 0;
-    qint64 milliseconds = 0;
+    /// A quick one takes less than a thousand of them.
+    qint64 microseconds = 0;
 };
 
 } // namespace frserver

@@ -32,7 +32,7 @@ public:
     void received(const QByteArray&) override
     {
         if (m_asked.isValid()) {
-            m_times.milliseconds += m_asked.elapsed();
+            m_times.microseconds += m_asked.nsecsElapsed() / 1000;
             ++m_times.count;
             m_asked.invalidate();
         }

@@ -44,7 +44,7 @@ QJsonObject WorkerLoop::answer(const QJsonObject& message)
     }
     const ExchangeTimes times = m_tick.takeTimes();
     answer.insert(QStringLiteral("exchanges"),
-        QJsonObject{{QStringLiteral("count"), times.count}, {QStringLiteral("ms"), times.milliseconds}});
+        QJsonObject{{QStringLiteral("count"), times.count}, {QStringLiteral("us"), times.microseconds}});
     answer.insert(QStringLiteral("re"), message.value(QStringLiteral("n")));
     return answer;
 }
