@@ -168,8 +168,8 @@ TEST_F(WorkerTest, EndsWithAParentThatIsKilled)
         "/bin/sh", {"-c", QStringLiteral("'%1' --worker <'%2' & echo $!; wait").arg(program, input)});
     ASSERT_TRUE(parent.waitForReadyRead());
     const QString id = QString::fromLatin1(parent.readLine().trimmed());
-    const QJsonObject start{{"n", 1}, {"do", "start"}, {"register", settings.toJson()},
-        {"journal", folder.filePath("other.sqlite")}};
+    const QJsonObject start{
+        {"n", 1}, {"do", "start"}, {"register", settings.toJson()}, {"journal", store.fileName()}};
     held.write(QJsonDocument(start).toJson(QJsonDocument::Compact)
         + "\n"
           R"({"n":2,"do":"open"})"
@@ -177,6 +177,7 @@ TEST_F(WorkerTest, EndsWithAParentThatIsKilled)
     QByteArray said;
     while (!said.contains("written") && parent.waitForReadyRead())
         said += parent.readAll();
+    ASSERT_TRUE(said.contains("written")) << said.toStdString();
     parent.kill();
     EXPECT_TRUE(parent.waitForFinished());
     EXPECT_TRUE(until([&id] {
