@@ -7,7 +7,7 @@ import { Documents } from "./documents.js";
 import { byId, setText, throttled } from "./dom.js";
 import { EventFeed } from "./events.js";
 import { language, onLanguage, setLanguage, t, translate } from "./i18n.js";
-import { documentState, kindName, registerState } from "./labels.js";
+import { documentState, isReceipt, kindName, registerState } from "./labels.js";
 import { notify, say } from "./notices.js";
 import { Outgoing } from "./outgoing.js";
 import { ReceiptForm } from "./receipt.js";
@@ -21,7 +21,6 @@ const OFTEN = 200;
 // What a register tells of itself grows old without an event.
 const ANEW = 30000;
 const MOST_UNKNOWN = 50;
-const RECEIPTS = ["sell", "sellReturn"];
 // In which a receipt is looked for among the last documents of a register.
 const LAST = 20;
 
@@ -181,7 +180,7 @@ async function updateRights() {
 
 async function updateLast(name) {
     const { documents: last } = await api.get("/documents", { register: name, state: "issued", limit: LAST });
-    const found = last.find(({ kind }) => RECEIPTS.includes(kind));
+    const found = last.find(({ kind }) => isReceipt(kind));
     registers.setLast(name, found && (await api.get(documentPath(found.id))));
 }
 
@@ -203,7 +202,7 @@ const news = {
             readDetail();
         if (id === page.trial)
             quietly(showTrial(id));
-        if (state === "issued" && RECEIPTS.includes(kind))
+        if (state === "issued" && isReceipt(kind))
             quietly(updateLast(register));
         if (state !== "queued" && state !== "running")
             say(t("newsDocument", { register, kind: kindName(kind), number: documentNumber ?? "",

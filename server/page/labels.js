@@ -12,6 +12,7 @@ export const tone = (state) => TONES[state] ?? "";
 
 const named = (group, name) => (has(`${group}_${name}`) ? t(`${group}_${name}`) : name);
 
+export const isReceipt = (kind) => ["sell", "sellReturn"].includes(kind);
 export const kindName = (kind) => named("kind", kind);
 // "Sale no. 3", as far as there is a number.
 export const documentTitle = ({ kind, documentNumber }) =>

@@ -2,9 +2,7 @@
 
 import { el } from "./dom.js";
 import { language, t } from "./i18n.js";
-import { kindName } from "./labels.js";
-
-const RECEIPTS = ["sell", "sellReturn"];
+import { isReceipt, kindName } from "./labels.js";
 
 export class DocumentPicture {
     constructor(api) {
@@ -14,7 +12,7 @@ export class DocumentPicture {
     // The same element as before where the same is to be seen, so that nothing jumps; one that is open stays so for the
     // next document. Null for a document without a picture.
     of({ id, kind, accepted, register, body }) {
-        if (!RECEIPTS.includes(kind) || !body)
+        if (!isReceipt(kind) || !body)
             return null;
         const wanted = [id, accepted, register, language()].join();
         if (wanted !== this.shown)
