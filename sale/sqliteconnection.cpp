@@ -72,6 +72,7 @@ SqliteConnection::SqliteConnection(const QString& fileName, int patienceMs)
     : m_fileName(fileName)
     , m_patienceMs(patienceMs)
     , m_connection(QUuid::createUuid().toString())
+    , m_waitingMs(patienceMs)
 {
     if (isFile(fileName))
         makeFile(fileName);
@@ -138,24 +139,21 @@ void SqliteConnection::requireFile() const
         throw lostJournal(m_fileName);
 }
 
-/// Whoever has waited in vain does not wait again before that program is done: a service that waited with
-/// each question would answer nobody.
-void SqliteConnection::waitForOthers(int milliseconds) const
+void SqliteConnection::waitFor(int milliseconds) const
 {
-    setPatience(milliseconds);
-    m_isWaitedOut = milliseconds == 0;
-}
-
-void SqliteConnection::setPatience(int milliseconds) const
-{
+    if (milliseconds == m_waitingMs)
+        return;
+    m_waitingMs = milliseconds;
     QSqlQuery(QSqlDatabase::database(m_connection))
         .exec(QStringLiteral("PRAGMA busy_timeout = %1").arg(milliseconds));
 }
 
 JournalError SqliteConnection::fault(const QSqlError& error) const
 {
-    if (isBusy(error) && !m_isWaitedOut)
-        waitForOthers(0);
+    // Whoever has waited in vain does not wait again before that program is done: a service that waited with
+    // each question would answer nobody.
+    if (isBusy(error))
+        waitFor(0);
     // What is read there is written here.
     const bool isOfOther = !m_attached.isEmpty() && !isOfWriting(error);
     return isOfOther ? formerJournalFault(m_attached, error) : journalFault(m_fileName, error);
@@ -179,8 +177,7 @@ int SqliteConnection::execute(const QString& statement, const QVariantList& valu
 {
     requireFile();
     const int count = run(statement, values).numRowsAffected();
-    if (m_isWaitedOut)
-        waitForOthers(m_patienceMs);
+    waitFor(m_patienceMs);
     return count;
 }
 
@@ -205,23 +202,22 @@ void SqliteConnection::begin()
     unsigned long pauseUs = shortestUs;
     // Who was waited for in vain may be done; the moment that other writers take is not his.
     constexpr int momentMs = 50;
-    const int patienceMs = m_isWaitedOut ? std::min(momentMs, m_patienceMs) : m_patienceMs;
+    const int patienceMs = std::min(m_patienceMs, std::max(m_waitingMs, momentMs));
     QElapsedTimer timer;
     timer.start();
-    setPatience(0);
+    waitFor(0);
     QSqlQuery query(QSqlDatabase::database(m_connection));
     while (!query.exec(QStringLiteral("BEGIN IMMEDIATE"))) {
         const bool isOfOther = isBusy(query.lastError());
         if (!isOfOther)
-            setPatience(m_patienceMs);
+            waitFor(m_patienceMs);
         if (!isOfOther || timer.hasExpired(patienceMs))
             throw fault(query.lastError());
         QThread::usleep(pauseUs);
         pauseUs = std::min(2 * pauseUs, longestUs);
     }
     // What is done in between may meet others where the file has no log yet.
-    setPatience(m_patienceMs);
-    m_isWaitedOut = false;
+    waitFor(m_patienceMs);
 }
 
 void SqliteConnection::together(const std::function<void()>& statements)

@@ -37,12 +37,12 @@ public:
 private:
     void open();
     void close();
-    void setPatience(int milliseconds) const;
+    /// From now on it is waited so long for another program.
+    void waitFor(int milliseconds) const;
     /// Begins to write, as soon as no other program does.
     void begin();
     JournalError fault(const QSqlError& error) const;
     void requireFile() const;
-    void waitForOthers(int milliseconds) const;
     QSqlQuery run(const QString& statement, const QVariantList& values) const;
     void requireWhole(const QString& fileName, const QString& schema);
 
@@ -54,8 +54,8 @@ private:
     QString m_attached;
     /// Device and number of the file, of which the path is only a name; empty for none.
     std::pair<quint64, quint64> m_identity;
-    /// It was waited for another program in vain.
-    mutable bool m_isWaitedOut = false;
+    /// How long it is waited for another program now.
+    mutable int m_waitingMs;
 };
 
 } // namespace sale
