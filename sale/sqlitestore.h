@@ -31,7 +31,6 @@ public:
     /// file; then this machine goes on.
     void moveTo(const QString& exportFile);
     bool isMoved() const override;
-    void requireHere() const override;
     /// Makes the journal of this machine of what moveTo has made. Throws JournalError when there is one.
     static void moveIn(const QString& exportFile, const QString& fileName);
     QStringList damages() const override;

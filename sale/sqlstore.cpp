@@ -2,6 +2,7 @@
 
 #include "idconflict.h"
 #include "journalerror.h"
+#include "journalfault.h"
 #include "storedjson.h"
 #include "storedtime.h"
 
@@ -43,6 +44,12 @@ QVariant nullIfEmpty(const QString& text)
 JournalError SqlStore::wrongOrder(const QString& id, const QString& why) const
 {
     return JournalError(QStringLiteral("journal %1: the document %2 %3").arg(place(), id, why));
+}
+
+void SqlStore::requireHere() const
+{
+    if (isMoved())
+        throw movedJournal(place());
 }
 
 StoredDocument SqlStore::accept(const DocumentRequest& request, const Condition& condition)

@@ -34,7 +34,7 @@ public:
     /// What is damaged in it; empty when nothing is.
     virtual QStringList damages() const = 0;
     /// Throws JournalError when another machine goes on with it.
-    virtual void requireHere() const { }
+    void requireHere() const;
     /// Drops what was said in documents that were accepted before and have ended: bodies, warnings. Ids,
     /// digests, verdicts and the register's words stay. Gives the number of documents.
     virtual int anonymise(const QDateTime& before);
