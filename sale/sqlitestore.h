@@ -10,8 +10,6 @@ namespace sale {
 class SqliteStore : public SqlStore
 {
 public:
-    static constexpr int usualPatienceMs = 10'000;
-
     /// Makes file and folder where they are missing. Throws JournalError, also for a file of a later release.
     /// One of the release before gets what came to the format since, and leaves a copy of what it was beside
     /// it.

@@ -13,6 +13,8 @@ namespace sale {
 class SqlStore : public DocumentStore
 {
 public:
+    static constexpr int usualPatienceMs = 10'000;
+
     using DocumentStore::accept;
     StoredDocument accept(const DocumentRequest& request, const Condition& condition) override;
     std::optional<int> begin(const QString& id, const AttemptStart& start) override;

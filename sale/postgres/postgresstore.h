@@ -16,8 +16,6 @@ namespace sale {
 class PostgresStore : public SqlStore
 {
 public:
-    static constexpr int usualPatienceMs = 10'000;
-
     /// Throws JournalError, also when the tables are not there: migrate makes them.
     explicit PostgresStore(const PostgresPlace& place, int patienceMs = usualPatienceMs);
     /// Makes the tables, or brings those of a former release up to this one.
