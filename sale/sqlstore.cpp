@@ -162,10 +162,14 @@ std::optional<int> SqlStore::start(const QString& id, const AttemptStart& start)
 
 void SqlStore::note(const QString& id, int attempt, const AttemptNote& note)
 {
-    updateAttempt(id, attempt,
-        QStringLiteral("mark_after = coalesce(?, mark_after), failure = coalesce(?, failure), "
-                       "warnings = coalesce(?, warnings)"),
-        {storedJson(note.markAfter), storedJson(note.failure), storedJson(note.warnings)});
+    m_sql.together([&] {
+        requireOwner();
+        hold(id);
+        updateAttempt(id, attempt,
+            QStringLiteral("mark_after = coalesce(?, mark_after), failure = coalesce(?, failure), "
+                           "warnings = coalesce(?, warnings)"),
+            {storedJson(note.markAfter), storedJson(note.failure), storedJson(note.warnings)});
+    });
 }
 
 void SqlStore::refuseWrongEnding(const StoredDocument& known, int attempt, const DocumentEnding& ending) const

@@ -49,15 +49,6 @@ std::optional<int> PostgresStore::acceptAndBegin(const DocumentRequest& request,
     return SqlStore::acceptAndBegin(request, start);
 }
 
-void PostgresStore::note(const QString& id, int attempt, const AttemptNote& note)
-{
-    m_connection.together([&] {
-        requireOwner();
-        hold(id);
-        SqlStore::note(id, attempt, note);
-    });
-}
-
 void PostgresStore::backUp(const QString& /*fileName*/)
 {
     throw JournalError(

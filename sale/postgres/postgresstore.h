@@ -28,7 +28,6 @@ public:
     using SqlStore::accept;
     StoredDocument accept(const DocumentRequest& request, const Condition& condition) override;
     std::optional<int> acceptAndBegin(const DocumentRequest& request, const AttemptStart& start) override;
-    void note(const QString& id, int attempt, const AttemptNote& note) override;
     QString place() const override { return m_connection.place().shown(); }
     /// Not here: PostgreSQL has its own ways.
     void backUp(const QString& fileName) override;
