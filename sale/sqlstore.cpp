@@ -95,7 +95,7 @@ void SqlStore::renew(const StoredDocument& known, const DocumentRequest& request
     const QString digest = QString::fromLatin1(bodyDigest(request.body));
     const QString knownDigest = QString::fromLatin1(known.digest);
     if (digest != knownDigest) {
-        const SqlKey key = keyOf(request.id);
+        const SqlKey key = keyOf(known);
         writeId(request.id, digest, storedTime(known.accepted));
         m_sql.execute(QStringLiteral("UPDATE attempts SET body = ?, digest = ? WHERE %1 AND digest IS NULL")
                           .arg(key.condition()),

@@ -57,6 +57,8 @@ protected:
     // Where databases differ.
 
     virtual SqlKey keyOf(const QString& id) const;
+    /// Of one that was found.
+    virtual SqlKey keyOf(const StoredDocument& document) const;
     /// From now on nobody else changes the document in this transaction's time.
     virtual void hold(const QString& id);
     /// Before whatever the owner of a register alone may write.

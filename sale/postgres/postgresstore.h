@@ -35,6 +35,7 @@ public:
 
 private:
     SqlKey keyOf(const QString& id) const override;
+    SqlKey keyOf(const StoredDocument& document) const override;
     void hold(const QString& id) override;
     void requireOwner() override;
     void writeId(const QString& id, const QString& digest, const QString& accepted) override;
