@@ -26,7 +26,6 @@ public:
     StoredDocument move(const QString& id, const QString& registerName) override;
     StoredDocument refuse(const QString& id, const AttemptNote& note) override;
     QStringList expire(const QDateTime& now) override;
-    QList<DocumentCount> countByState(const QString& registerName) const override;
 
     /// Where it is, as it is told to people.
     virtual QString place() const = 0;

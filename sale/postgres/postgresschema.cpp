@@ -33,7 +33,7 @@ constexpr const char* firstRelease[] = {
     "CREATE INDEX documents_by_number ON documents (drive, document)",
     "CREATE INDEX documents_by_sequence ON documents (sequence)",
     "CREATE INDEX documents_by_place ON documents (register, sequence)",
-    "CREATE INDEX documents_by_state ON documents (register, state, sequence, reason)",
+    "CREATE INDEX documents_by_state ON documents (register, state, sequence)",
     "CREATE INDEX documents_by_sale ON documents (return_of) WHERE return_of IS NOT NULL",
     "CREATE SEQUENCE attempts_sequence",
     // With their document, whatever the month in which they were begun.

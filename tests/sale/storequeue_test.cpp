@@ -238,31 +238,6 @@ TEST_P(StoreQueue, OfConditionsThatExcludeEachOtherOneIsMet)
     }
 }
 
-TEST_P(StoreQueue, DocumentsAreCountedByWhatBecameOfThem)
-{
-    for (const DocumentState state : states)
-        bring(stateName(state), state);
-    bring("second", DocumentState::Issued, 9);
-    store->accept(request("gone"));
-    store->withdraw("gone");
-    DocumentRequest other = request("other");
-    other.registerName = "till2";
-    store->accept(other);
-    const auto shown = [this](const QString& registerName) {
-        QStringList counts;
-        for (const DocumentCount& count : store->countByState(registerName))
-            counts.append(
-                QString("%1 %2 %3").arg(stateName(count.state), reasonName(count.reason)).arg(count.count));
-        counts.sort();
-        return counts;
-    };
-    EXPECT_EQ(shown("till1"),
-        (QStringList{
-            "issued  2", "notIssued  1", "notIssued deleted 1", "queued  1", "running  1", "unknown  1"}));
-    EXPECT_EQ(shown("till2"), QStringList{"queued  1"});
-    EXPECT_TRUE(shown({}).contains("queued  2"));
-}
-
 INSTANTIATE_TEST_SUITE_P(BackEnds, StoreQueue, testing::ValuesIn(backEnds()),
     [](const auto& test) { return std::string(test.param.name); });
 
