@@ -49,12 +49,6 @@ QStringList MortalStore::expire(const QDateTime& now)
     return mortal([&] { return m_kept.expire(now); });
 }
 
-QList<sale::DocumentCount> MortalStore::countByState(const QString& registerName) const
-{
-    m_line.requireHost();
-    return m_kept.countByState(registerName);
-}
-
 void MortalStore::note(const QString& id, int attempt, const sale::AttemptNote& note)
 {
     mayDie();

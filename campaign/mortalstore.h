@@ -30,7 +30,6 @@ public:
     sale::StoredDocument move(const QString& id, const QString& registerName) override;
     sale::StoredDocument refuse(const QString& id, const sale::AttemptNote& note) override;
     QStringList expire(const QDateTime& now) override;
-    QList<sale::DocumentCount> countByState(const QString& registerName) const override;
 
 private:
     void mayDie();

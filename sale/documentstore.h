@@ -2,7 +2,6 @@
 
 #include "attemptnote.h"
 #include "attemptstart.h"
-#include "documentcount.h"
 #include "documentending.h"
 #include "documentquery.h"
 #include "storeddocument.h"
@@ -69,9 +68,6 @@ public:
     virtual StoredDocument refuse(const QString& id, const AttemptNote& note) = 0;
     /// Those that were to be begun before that moment are not issued, expired. Gives their ids.
     virtual QStringList expire(const QDateTime& now) = 0;
-
-    /// How many there are of each state and reason; of all registers when none is named.
-    virtual QList<DocumentCount> countByState(const QString& registerName) const = 0;
 
     /// Looks at what the query finds, one after the other until that is enough (false), without reading far
     /// more of a long journal than that.

@@ -5,6 +5,7 @@
 
 #include <functional>
 
+class QSqlDatabase;
 class QSqlQuery;
 
 namespace sale {
@@ -14,8 +15,7 @@ namespace sale {
 class SqlConnection
 {
 public:
-    SqlConnection() = default;
-    virtual ~SqlConnection() = default;
+    virtual ~SqlConnection();
     SqlConnection(const SqlConnection&) = delete;
     SqlConnection& operator=(const SqlConnection&) = delete;
 
@@ -34,6 +34,19 @@ public:
 
     /// The first column of the first row; invalid when there is none.
     QVariant value(const QString& statement, const QVariantList& values = {}) const;
+
+protected:
+    /// There is no database yet.
+    SqlConnection();
+
+    QSqlDatabase make(const QString& driver) const;
+    QSqlDatabase database() const;
+    /// There is none afterwards.
+    void close() const;
+
+private:
+    /// Qt's name of it.
+    const QString m_name;
 };
 
 } // namespace sale

@@ -10,7 +10,6 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QThread>
-#include <QUuid>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -71,44 +70,24 @@ std::pair<quint64, quint64> identityOf(const QString& fileName)
 SqliteConnection::SqliteConnection(const QString& fileName, int patienceMs)
     : m_fileName(fileName)
     , m_patienceMs(patienceMs)
-    , m_connection(QUuid::createUuid().toString())
+    , m_waitingMs(patienceMs)
 {
     if (isFile(fileName))
         makeFile(fileName);
-    try {
-        open();
-    } catch (const JournalError&) {
-        // A constructor that throws has no destructor to close the file.
-        close();
-        throw;
-    }
-}
-
-SqliteConnection::~SqliteConnection()
-{
-    close();
+    open();
 }
 
 void SqliteConnection::open()
 {
-    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
-    database.setDatabaseName(m_fileName);
-    database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(m_patienceMs));
-    if (!database.open())
-        throw journalFault(m_fileName, database.lastError());
+    QSqlDatabase file = make(QStringLiteral("QSQLITE"));
+    file.setDatabaseName(m_fileName);
+    file.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(m_patienceMs));
+    if (!file.open())
+        throw journalFault(m_fileName, file.lastError());
     m_identity = identityOf(m_fileName);
     SqliteConnection::execute(QStringLiteral("PRAGMA synchronous = FULL"));
     // What is anonymised must not stay in pages that are free.
     SqliteConnection::execute(QStringLiteral("PRAGMA secure_delete = ON"));
-}
-
-void SqliteConnection::close()
-{
-    {
-        QSqlDatabase database = QSqlDatabase::database(m_connection, false);
-        database.close();
-    }
-    QSqlDatabase::removeDatabase(m_connection);
 }
 
 void SqliteConnection::keepLogAhead()
@@ -138,24 +117,20 @@ void SqliteConnection::requireFile() const
         throw lostJournal(m_fileName);
 }
 
-/// Whoever has waited in vain does not wait again before that program is done: a service that waited with
-/// each question would answer nobody.
-void SqliteConnection::waitForOthers(int milliseconds) const
+void SqliteConnection::waitFor(int milliseconds) const
 {
-    setPatience(milliseconds);
-    m_isWaitedOut = milliseconds == 0;
-}
-
-void SqliteConnection::setPatience(int milliseconds) const
-{
-    QSqlQuery(QSqlDatabase::database(m_connection))
-        .exec(QStringLiteral("PRAGMA busy_timeout = %1").arg(milliseconds));
+    if (milliseconds == m_waitingMs)
+        return;
+    m_waitingMs = milliseconds;
+    QSqlQuery(database()).exec(QStringLiteral("PRAGMA busy_timeout = %1").arg(milliseconds));
 }
 
 JournalError SqliteConnection::fault(const QSqlError& error) const
 {
-    if (isBusy(error) && !m_isWaitedOut)
-        waitForOthers(0);
+    // Whoever has waited in vain does not wait again before that program is done: a service that waited with
+    // each question would answer nobody.
+    if (isBusy(error))
+        waitFor(0);
     // What is read there is written here.
     const bool isOfOther = !m_attached.isEmpty() && !isOfWriting(error);
     return isOfOther ? formerJournalFault(m_attached, error) : journalFault(m_fileName, error);
@@ -163,7 +138,7 @@ JournalError SqliteConnection::fault(const QSqlError& error) const
 
 QSqlQuery SqliteConnection::run(const QString& statement, const QVariantList& values) const
 {
-    QSqlQuery query(QSqlDatabase::database(m_connection));
+    QSqlQuery query(database());
     query.setForwardOnly(true);
     // What a preparation fails of is forgotten by an execution after it.
     if (!query.prepare(statement))
@@ -179,8 +154,7 @@ int SqliteConnection::execute(const QString& statement, const QVariantList& valu
 {
     requireFile();
     const int count = run(statement, values).numRowsAffected();
-    if (m_isWaitedOut)
-        waitForOthers(m_patienceMs);
+    waitFor(m_patienceMs);
     return count;
 }
 
@@ -205,23 +179,22 @@ void SqliteConnection::begin()
     unsigned long pauseUs = shortestUs;
     // Who was waited for in vain may be done; the moment that other writers take is not his.
     constexpr int momentMs = 50;
-    const int patienceMs = m_isWaitedOut ? std::min(momentMs, m_patienceMs) : m_patienceMs;
+    const int patienceMs = std::min(m_patienceMs, std::max(m_waitingMs, momentMs));
     QElapsedTimer timer;
     timer.start();
-    setPatience(0);
-    QSqlQuery query(QSqlDatabase::database(m_connection));
+    waitFor(0);
+    QSqlQuery query(database());
     while (!query.exec(QStringLiteral("BEGIN IMMEDIATE"))) {
         const bool isOfOther = isBusy(query.lastError());
         if (!isOfOther)
-            setPatience(m_patienceMs);
+            waitFor(m_patienceMs);
         if (!isOfOther || timer.hasExpired(patienceMs))
             throw fault(query.lastError());
         QThread::usleep(pauseUs);
         pauseUs = std::min(2 * pauseUs, longestUs);
     }
     // What is done in between may meet others where the file has no log yet.
-    setPatience(m_patienceMs);
-    m_isWaitedOut = false;
+    waitFor(m_patienceMs);
 }
 
 void SqliteConnection::together(const std::function<void()>& statements)
@@ -231,14 +204,14 @@ void SqliteConnection::together(const std::function<void()>& statements)
         statements();
         execute(QStringLiteral("COMMIT"));
     } catch (...) {
-        QSqlQuery(QSqlDatabase::database(m_connection)).exec(QStringLiteral("ROLLBACK"));
+        QSqlQuery(database()).exec(QStringLiteral("ROLLBACK"));
         throw;
     }
 }
 
 void SqliteConnection::attach(const QString& fileName, const QString& schema)
 {
-    QSqlQuery query(QSqlDatabase::database(m_connection));
+    QSqlQuery query(database());
     query.prepare(QStringLiteral("ATTACH ? AS %1").arg(schema));
     query.addBindValue(fileName);
     if (!query.exec())
@@ -260,7 +233,7 @@ void SqliteConnection::detach(const QString& schema)
 
 void SqliteConnection::copyTo(const QString& fileName) const
 {
-    QSqlQuery query(QSqlDatabase::database(m_connection));
+    QSqlQuery query(database());
     query.prepare(QStringLiteral("VACUUM INTO ?"));
     query.addBindValue(fileName);
     if (query.exec())
@@ -271,7 +244,7 @@ void SqliteConnection::copyTo(const QString& fileName) const
 
 void SqliteConnection::requireWhole(const QString& fileName, const QString& schema)
 {
-    QSqlQuery query(QSqlDatabase::database(m_connection));
+    QSqlQuery query(database());
     query.setForwardOnly(true);
     if (!query.exec(QStringLiteral("PRAGMA %1.integrity_check(1)").arg(schema)) || !query.next())
         throw formerJournalFault(fileName, query.lastError());

@@ -17,7 +17,6 @@ public:
     /// Makes file and folder where they are missing; the file for the group of its folder. ":memory:" is no
     /// file. Patience is how long another program may have it locked.
     SqliteConnection(const QString& fileName, int patienceMs);
-    ~SqliteConnection() override;
 
     const QString& fileName() const { return m_fileName; }
     /// From now on readers and writers do not wait for each other; the file is changed for that.
@@ -36,26 +35,23 @@ public:
 
 private:
     void open();
-    void close();
-    void setPatience(int milliseconds) const;
+    /// From now on it is waited so long for another program.
+    void waitFor(int milliseconds) const;
     /// Begins to write, as soon as no other program does.
     void begin();
     JournalError fault(const QSqlError& error) const;
     void requireFile() const;
-    void waitForOthers(int milliseconds) const;
     QSqlQuery run(const QString& statement, const QVariantList& values) const;
     void requireWhole(const QString& fileName, const QString& schema);
 
     const QString m_fileName;
     const int m_patienceMs;
-    /// Name of the database connection.
-    const QString m_connection;
     /// The file that is beside it; empty without one.
     QString m_attached;
     /// Device and number of the file, of which the path is only a name; empty for none.
     std::pair<quint64, quint64> m_identity;
-    /// It was waited for another program in vain.
-    mutable bool m_isWaitedOut = false;
+    /// How long it is waited for another program now.
+    mutable int m_waitingMs;
 };
 
 } // namespace sale

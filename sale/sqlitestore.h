@@ -10,8 +10,6 @@ namespace sale {
 class SqliteStore : public SqlStore
 {
 public:
-    static constexpr int usualPatienceMs = 10'000;
-
     /// Makes file and folder where they are missing. Throws JournalError, also for a file of a later release.
     /// One of the release before gets what came to the format since, and leaves a copy of what it was beside
     /// it.
@@ -31,7 +29,6 @@ public:
     /// file; then this machine goes on.
     void moveTo(const QString& exportFile);
     bool isMoved() const override;
-    void requireHere() const override;
     /// Makes the journal of this machine of what moveTo has made. Throws JournalError when there is one.
     static void moveIn(const QString& exportFile, const QString& fileName);
     QStringList damages() const override;

@@ -1,6 +1,5 @@
 #include "sqlitestore.h"
 
-#include "journalfault.h"
 #include "placeonfile.h"
 #include "storedtime.h"
 
@@ -26,12 +25,6 @@ bool SqliteStore::isMoved() const
     return m_connection
         .value(QStringLiteral("SELECT 1 FROM sqlite_master WHERE type = 'trigger' AND name = 'moved_new'"))
         .isValid();
-}
-
-void SqliteStore::requireHere() const
-{
-    if (isMoved())
-        throw movedJournal(fileName());
 }
 
 void SqliteStore::moveTo(const QString& exportFile)

@@ -47,9 +47,9 @@ constexpr const char* schemaStatements[] = {
 constexpr const char* laterColumns[] = {"queued TEXT", "return_of TEXT"};
 constexpr const char* laterIndices[] = {
     "CREATE INDEX documents_by_sale ON documents (return_of) WHERE return_of IS NOT NULL",
-    // Lists of a long journal, page by page, and with the reason what is counted.
+    // Lists of a long journal, page by page.
     "CREATE INDEX documents_by_place ON documents (register, sequence)",
-    "CREATE INDEX documents_by_state ON documents (register, state, sequence, reason)",
+    "CREATE INDEX documents_by_state ON documents (register, state, sequence)",
 };
 // Until then nothing waited in a journal but for the moment before it was begun: what a program left so when
 // it was killed must not be sold now, unasked.

@@ -2,6 +2,7 @@
 
 #include "idconflict.h"
 #include "journalerror.h"
+#include "journalfault.h"
 #include "storedjson.h"
 #include "storedtime.h"
 
@@ -43,6 +44,12 @@ QVariant nullIfEmpty(const QString& text)
 JournalError SqlStore::wrongOrder(const QString& id, const QString& why) const
 {
     return JournalError(QStringLiteral("journal %1: the document %2 %3").arg(place(), id, why));
+}
+
+void SqlStore::requireHere() const
+{
+    if (isMoved())
+        throw movedJournal(place());
 }
 
 StoredDocument SqlStore::accept(const DocumentRequest& request, const Condition& condition)
@@ -88,7 +95,7 @@ void SqlStore::renew(const StoredDocument& known, const DocumentRequest& request
     const QString digest = QString::fromLatin1(bodyDigest(request.body));
     const QString knownDigest = QString::fromLatin1(known.digest);
     if (digest != knownDigest) {
-        const SqlKey key = keyOf(request.id);
+        const SqlKey key = keyOf(known);
         writeId(request.id, digest, storedTime(known.accepted));
         m_sql.execute(QStringLiteral("UPDATE attempts SET body = ?, digest = ? WHERE %1 AND digest IS NULL")
                           .arg(key.condition()),
@@ -155,10 +162,14 @@ std::optional<int> SqlStore::start(const QString& id, const AttemptStart& start)
 
 void SqlStore::note(const QString& id, int attempt, const AttemptNote& note)
 {
-    updateAttempt(id, attempt,
-        QStringLiteral("mark_after = coalesce(?, mark_after), failure = coalesce(?, failure), "
-                       "warnings = coalesce(?, warnings)"),
-        {storedJson(note.markAfter), storedJson(note.failure), storedJson(note.warnings)});
+    m_sql.together([&] {
+        requireOwner();
+        hold(id);
+        updateAttempt(id, attempt,
+            QStringLiteral("mark_after = coalesce(?, mark_after), failure = coalesce(?, failure), "
+                           "warnings = coalesce(?, warnings)"),
+            {storedJson(note.markAfter), storedJson(note.failure), storedJson(note.warnings)});
+    });
 }
 
 void SqlStore::refuseWrongEnding(const StoredDocument& known, int attempt, const DocumentEnding& ending) const

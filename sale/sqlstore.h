@@ -13,6 +13,8 @@ namespace sale {
 class SqlStore : public DocumentStore
 {
 public:
+    static constexpr int usualPatienceMs = 10'000;
+
     using DocumentStore::accept;
     StoredDocument accept(const DocumentRequest& request, const Condition& condition) override;
     std::optional<int> begin(const QString& id, const AttemptStart& start) override;
@@ -24,7 +26,6 @@ public:
     StoredDocument move(const QString& id, const QString& registerName) override;
     StoredDocument refuse(const QString& id, const AttemptNote& note) override;
     QStringList expire(const QDateTime& now) override;
-    QList<DocumentCount> countByState(const QString& registerName) const override;
 
     /// Where it is, as it is told to people.
     virtual QString place() const = 0;
@@ -34,7 +35,7 @@ public:
     /// What is damaged in it; empty when nothing is.
     virtual QStringList damages() const = 0;
     /// Throws JournalError when another machine goes on with it.
-    virtual void requireHere() const { }
+    void requireHere() const;
     /// Drops what was said in documents that were accepted before and have ended: bodies, warnings. Ids,
     /// digests, verdicts and the register's words stay. Gives the number of documents.
     virtual int anonymise(const QDateTime& before);
@@ -55,6 +56,8 @@ protected:
     // Where databases differ.
 
     virtual SqlKey keyOf(const QString& id) const;
+    /// Of one that was found.
+    virtual SqlKey keyOf(const StoredDocument& document) const;
     /// From now on nobody else changes the document in this transaction's time.
     virtual void hold(const QString& id);
     /// Before whatever the owner of a register alone may write.

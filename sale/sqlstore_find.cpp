@@ -180,7 +180,7 @@ QList<StoredDocument> SqlStore::find(const DocumentQuery& query) const
 
 void SqlStore::addAttempts(StoredDocument& document) const
 {
-    const SqlKey key = keyOf(document.request.id);
+    const SqlKey key = keyOf(document);
     m_sql.select(
         QStringLiteral("SELECT number, %1, %2, mark_before, movement, mark_after, failure, warnings, "
                        "verdict, document, body, digest FROM attempts WHERE %3 ORDER BY number")

@@ -91,17 +91,4 @@ QStringList SqlStore::expire(const QDateTime& now)
     return ids;
 }
 
-QList<DocumentCount> SqlStore::countByState(const QString& registerName) const
-{
-    const bool isOfOne = !registerName.isEmpty();
-    QList<DocumentCount> counts;
-    m_sql.select(QStringLiteral("SELECT state, reason, count(*) FROM documents%1 GROUP BY state, reason")
-                     .arg(isOfOne ? QStringLiteral(" WHERE register = ?") : QString()),
-        isOfOne ? QVariantList{registerName} : QVariantList(), [&counts](const QSqlQuery& row) {
-            counts.append({stateOf(row.value(0).toString()).value_or(DocumentState::Unknown),
-                reasonOf(row.value(1).toString()), row.value(2).toLongLong()});
-        });
-    return counts;
-}
-
 } // namespace sale

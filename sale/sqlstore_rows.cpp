@@ -9,6 +9,11 @@ SqlKey SqlStore::keyOf(const QString& id) const
     return {{QStringLiteral("id")}, {id}};
 }
 
+SqlKey SqlStore::keyOf(const StoredDocument& document) const
+{
+    return keyOf(document.request.id);
+}
+
 void SqlStore::hold(const QString& /*id*/)
 {
     // Where one transaction at a time writes.

@@ -10,7 +10,7 @@ namespace sale {
 
 /// The journal at that place: a file, or the address of a database (PostgresPlace). A file that is not there
 /// is made, tables in a database are not. Throws JournalError.
-std::unique_ptr<SqlStore> openStore(const QString& place, int patienceMs = 10'000);
+std::unique_ptr<SqlStore> openStore(const QString& place, int patienceMs = SqlStore::usualPatienceMs);
 /// The database of the journal alone, for what a program keeps beside it.
 std::unique_ptr<SqlConnection> openConnection(const QString& place, int patienceMs);
 /// The place as it may be told: without a password.

@@ -9,7 +9,6 @@
 #include <QSqlField>
 #include <QSqlQuery>
 #include <QThread>
-#include <QUuid>
 
 #include <algorithm>
 
@@ -37,7 +36,6 @@ QString quotedOption(QString value)
 PostgresConnection::PostgresConnection(const PostgresPlace& place, int patienceMs)
     : m_place(place)
     , m_patienceMs(patienceMs)
-    , m_connection(QUuid::createUuid().toString())
 {
     if (!QSqlDatabase::isDriverAvailable(driverName))
         throw JournalError(tr("journal %1: Qt has no driver for PostgreSQL here").arg(place.shown()),
@@ -45,11 +43,6 @@ PostgresConnection::PostgresConnection(const PostgresPlace& place, int patienceM
     QElapsedTimer since;
     since.start();
     reach(since);
-}
-
-PostgresConnection::~PostgresConnection()
-{
-    close();
 }
 
 QString PostgresConnection::options() const
@@ -77,24 +70,15 @@ QString PostgresConnection::options() const
 
 void PostgresConnection::open() const
 {
-    QSqlDatabase database = QSqlDatabase::addDatabase(driverName, m_connection);
-    database.setHostName(m_place.host);
-    database.setDatabaseName(m_place.database);
-    database.setUserName(m_place.user);
-    database.setPassword(m_place.password);
-    database.setConnectOptions(options());
-    if (!database.open())
-        throwPostgresFault(m_place, database.lastError());
+    QSqlDatabase server = make(driverName);
+    server.setHostName(m_place.host);
+    server.setDatabaseName(m_place.database);
+    server.setUserName(m_place.user);
+    server.setPassword(m_place.password);
+    server.setConnectOptions(options());
+    if (!server.open())
+        throwPostgresFault(m_place, server.lastError());
     arrange();
-}
-
-void PostgresConnection::close() const
-{
-    {
-        QSqlDatabase database = QSqlDatabase::database(m_connection, false);
-        database.close();
-    }
-    QSqlDatabase::removeDatabase(m_connection);
 }
 
 void PostgresConnection::arrange() const
@@ -122,7 +106,7 @@ QString PostgresConnection::literal(const QVariant& value) const
     if (isNull(value))
         return QStringLiteral("NULL");
     field.setValue(value);
-    return QSqlDatabase::database(m_connection, false).driver()->formatValue(field);
+    return database().driver()->formatValue(field);
 }
 
 /// Values are no parameters of a prepared statement, so that a pooler may stand in between and a plan knows
@@ -139,7 +123,7 @@ QString PostgresConnection::whole(const QString& statement, const QVariantList& 
 
 QSqlQuery PostgresConnection::run(const QString& statement) const
 {
-    QSqlQuery query(QSqlDatabase::database(m_connection, false));
+    QSqlQuery query(database());
     if (!query.exec(statement))
         throwPostgresFault(m_place, query.lastError());
     return query;
@@ -158,7 +142,7 @@ bool PostgresConnection::waitAgain(const QElapsedTimer& since) const
 
 void PostgresConnection::reach(const QElapsedTimer& since) const
 {
-    while (!QSqlDatabase::database(m_connection, false).isOpen()) {
+    while (!database().isOpen()) {
         try {
             open();
             m_isGivenUp = false;
@@ -219,7 +203,7 @@ QString PostgresConnection::moment(const QString& column) const
 void PostgresConnection::rollBack()
 {
     m_isInTransaction = false;
-    QSqlQuery(QSqlDatabase::database(m_connection, false)).exec(QStringLiteral("ROLLBACK"));
+    QSqlQuery(database()).exec(QStringLiteral("ROLLBACK"));
 }
 
 bool PostgresConnection::attempt(const std::function<void()>& statements, const QElapsedTimer& since)

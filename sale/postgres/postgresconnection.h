@@ -17,7 +17,6 @@ class PostgresConnection : public SqlConnection
 {
 public:
     PostgresConnection(const PostgresPlace& place, int patienceMs);
-    ~PostgresConnection() override;
 
     const PostgresPlace& place() const { return m_place; }
     bool isInTransaction() const { return m_isInTransaction; }
@@ -32,7 +31,6 @@ public:
 
 private:
     void open() const;
-    void close() const;
     void arrange() const;
     QString options() const;
     QString literal(const QVariant& value) const;
@@ -51,8 +49,6 @@ private:
 
     const PostgresPlace m_place;
     const int m_patienceMs;
-    /// Name of the database connection.
-    const QString m_connection;
     bool m_isInTransaction = false;
     /// Nobody is kept waiting for it again and again.
     mutable bool m_isGivenUp = false;

@@ -33,7 +33,7 @@ constexpr const char* firstRelease[] = {
     "CREATE INDEX documents_by_number ON documents (drive, document)",
     "CREATE INDEX documents_by_sequence ON documents (sequence)",
     "CREATE INDEX documents_by_place ON documents (register, sequence)",
-    "CREATE INDEX documents_by_state ON documents (register, state, sequence, reason)",
+    "CREATE INDEX documents_by_state ON documents (register, state, sequence)",
     "CREATE INDEX documents_by_sale ON documents (return_of) WHERE return_of IS NOT NULL",
     "CREATE SEQUENCE attempts_sequence",
     // With their document, whatever the month in which they were begun.
@@ -70,10 +70,15 @@ struct Versions
     int least = 0;
 };
 
+bool hasTable(const PostgresConnection& connection, const QString& name)
+{
+    return !connection.value(QStringLiteral("SELECT to_regclass('frspf.%1')::text").arg(name)).isNull();
+}
+
 Versions versionsOf(const PostgresConnection& connection)
 {
     Versions found;
-    if (connection.value(QStringLiteral("SELECT to_regclass('frspf.version')::text")).isNull())
+    if (!hasTable(connection, QStringLiteral("version")))
         return found;
     connection.select(
         QStringLiteral("SELECT number, least FROM version"), {}, [&found](const QSqlQuery& row) {
@@ -88,11 +93,16 @@ void refuseLater(const PostgresConnection& connection, const Versions& found)
         throw JournalError(tr("journal %1 is one of a later release").arg(connection.place().shown()));
 }
 
-void makeMonth(PostgresConnection& connection, const char* table, const QDate& month)
+/// Those of that month.
+QString partOf(const QString& table, const QDate& month)
 {
-    const QString all = QString::fromLatin1(table);
-    const QString part = all + month.toString(QStringLiteral("_yyyy_MM"));
-    if (!connection.value(QStringLiteral("SELECT to_regclass('frspf.%1')::text").arg(part)).isNull())
+    return table + month.toString(QStringLiteral("_yyyy_MM"));
+}
+
+void makeMonth(PostgresConnection& connection, const QString& all, const QDate& month)
+{
+    const QString part = partOf(all, month);
+    if (hasTable(connection, part))
         return;
     connection.execute(QStringLiteral("CREATE TABLE %1 (LIKE %2 INCLUDING DEFAULTS)").arg(part, all));
     connection.execute(
@@ -144,23 +154,16 @@ void makeMonths(PostgresConnection& connection, const QDate& first)
 {
     constexpr int ahead = 2;
     const QDate month(first.year(), first.month(), 1);
-    const QString farthest = month.addMonths(ahead).toString(QStringLiteral("yyyy_MM"));
-    const auto isThere = [&] {
-        return !connection
-                    .value(QStringLiteral("SELECT to_regclass('frspf.attempts_%1')::text").arg(farthest))
-                    .isNull()
-            && !connection
-                    .value(QStringLiteral("SELECT to_regclass('frspf.attempts_%1')::text")
-                               .arg(month.toString(QStringLiteral("yyyy_MM"))))
-                    .isNull();
-    };
-    if (isThere())
+    const QString documents = QStringLiteral("documents");
+    const QString attempts = QStringLiteral("attempts");
+    if (hasTable(connection, partOf(attempts, month.addMonths(ahead)))
+        && hasTable(connection, partOf(attempts, month)))
         return;
     connection.together([&] {
         connection.value(alone);
         for (int each = 0; each <= ahead; ++each) {
-            makeMonth(connection, "documents", month.addMonths(each));
-            makeMonth(connection, "attempts", month.addMonths(each));
+            makeMonth(connection, documents, month.addMonths(each));
+            makeMonth(connection, attempts, month.addMonths(each));
         }
     });
 }

@@ -7,6 +7,17 @@
 
 namespace sale {
 
+namespace {
+
+/// With the month one table is looked at, without one none.
+SqlKey keyIn(const QString& id, const QString& accepted)
+{
+    return {{QStringLiteral("id"), QStringLiteral("accepted")},
+        {id, accepted.isEmpty() ? QVariant(QMetaType::fromType<QString>()) : QVariant(accepted)}};
+}
+
+} // namespace
+
 PostgresStore::PostgresStore(const PostgresPlace& place, int patienceMs)
     : SqlStore(m_connection)
     , m_connection(place, patienceMs)
@@ -49,15 +60,6 @@ std::optional<int> PostgresStore::acceptAndBegin(const DocumentRequest& request,
     return SqlStore::acceptAndBegin(request, start);
 }
 
-void PostgresStore::note(const QString& id, int attempt, const AttemptNote& note)
-{
-    m_connection.together([&] {
-        requireOwner();
-        hold(id);
-        SqlStore::note(id, attempt, note);
-    });
-}
-
 void PostgresStore::backUp(const QString& /*fileName*/)
 {
     throw JournalError(
@@ -92,9 +94,12 @@ SqlKey PostgresStore::keyOf(const QString& id) const
 {
     const bool isHeld = m_connection.isInTransaction() && id == m_held;
     const QString accepted = isHeld ? m_heldAcceptance : acceptanceOf(id);
-    // With the month one table is looked at, without one none.
-    return {{QStringLiteral("id"), QStringLiteral("accepted")},
-        {id, accepted.isEmpty() ? QVariant(QMetaType::fromType<QString>()) : QVariant(accepted)}};
+    return keyIn(id, accepted);
+}
+
+SqlKey PostgresStore::keyOf(const StoredDocument& document) const
+{
+    return keyIn(document.request.id, storedTime(document.accepted));
 }
 
 void PostgresStore::hold(const QString& id)

@@ -16,8 +16,6 @@ namespace sale {
 class PostgresStore : public SqlStore
 {
 public:
-    static constexpr int usualPatienceMs = 10'000;
-
     /// Throws JournalError, also when the tables are not there: migrate makes them.
     explicit PostgresStore(const PostgresPlace& place, int patienceMs = usualPatienceMs);
     /// Makes the tables, or brings those of a former release up to this one.
@@ -30,7 +28,6 @@ public:
     using SqlStore::accept;
     StoredDocument accept(const DocumentRequest& request, const Condition& condition) override;
     std::optional<int> acceptAndBegin(const DocumentRequest& request, const AttemptStart& start) override;
-    void note(const QString& id, int attempt, const AttemptNote& note) override;
     QString place() const override { return m_connection.place().shown(); }
     /// Not here: PostgreSQL has its own ways.
     void backUp(const QString& fileName) override;
@@ -38,6 +35,7 @@ public:
 
 private:
     SqlKey keyOf(const QString& id) const override;
+    SqlKey keyOf(const StoredDocument& document) const override;
     void hold(const QString& id) override;
     void requireOwner() override;
     void writeId(const QString& id, const QString& digest, const QString& accepted) override;

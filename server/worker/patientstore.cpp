@@ -81,9 +81,4 @@ QStringList PatientStore::expire(const QDateTime& now)
     return m_store->expire(now);
 }
 
-QList<sale::DocumentCount> PatientStore::countByState(const QString& registerName) const
-{
-    return m_store->countByState(registerName);
-}
-
 } // namespace frserver

@@ -55,10 +55,6 @@ public:
         return write([&] { return m_kept.refuse(document, note); });
     }
     QStringList expire(const QDateTime& now) override { return m_kept.expire(now); }
-    QList<DocumentCount> countByState(const QString& till) const override
-    {
-        return m_kept.countByState(till);
-    }
 
 private:
     template <typename Work>

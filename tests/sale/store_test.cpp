@@ -1,13 +1,11 @@
 // What every back end of the journal must do.
 
-#include "currenttime.h"
+#include "hostclock.h"
 #include "idconflict.h"
 #include "journalerror.h"
-#include "mockfactory.h"
 #include "storefixture.h"
 
-#include <latch>
-#include <thread>
+#include <atomic>
 
 using namespace sale;
 
@@ -46,22 +44,18 @@ TEST_P(Store, IdIsOneDocumentForEver)
 TEST_P(Store, OfSeveralThatSellTheSameAtOnceOneDoes)
 {
     for (int round = 0; round < 20; ++round) {
+        const QString id = QString::number(round);
         std::atomic_int begun = 0;
-        std::latch start(3);
-        const auto sell = [&] {
-            const auto own = open();
-            start.arrive_and_wait();
-            own->accept(request(QString::number(round)));
+        const auto sell = [&](DocumentStore& own) {
+            own.accept(request(id));
             try {
-                begun += own->begin(QString::number(round), {markBefore}).has_value() ? 1 : 0;
+                begun += own.begin(id, {markBefore}).has_value() ? 1 : 0;
             } catch (const JournalError&) {
             }
         };
-        std::array<std::thread, 3> sellers{std::thread(sell), std::thread(sell), std::thread(sell)};
-        for (std::thread& seller : sellers)
-            seller.join();
+        atOnce({sell, sell, sell});
         EXPECT_EQ(begun, 1);
-        EXPECT_EQ(store->findId(QString::number(round))->attemptCount, 1);
+        EXPECT_EQ(store->findId(id)->attemptCount, 1);
     }
 }
 
@@ -135,12 +129,6 @@ TEST_P(Store, PersonsWordIsTakenForWhatIsUnknown)
     EXPECT_EQ(store->findId("unknown")->resolvedBy, "anna");
 }
 
-class LaterTime : public CurrentTime
-{
-public:
-    QDateTime getCurrentDateTime() const override { return CurrentTime::getCurrentDateTime().addSecs(60); }
-};
-
 TEST_P(Store, WhatIsTooLateIsNotBegun)
 {
     DocumentRequest soon = request("A");
@@ -149,10 +137,8 @@ TEST_P(Store, WhatIsTooLateIsNotBegun)
     soon.id = "B";
     store->accept(soon);
     EXPECT_EQ(store->begin("A", {markBefore}), 1);
-    LaterTime later;
-    MockFactory<CurrentTime>::mocked = &later;
+    const HostClock later(60);
     EXPECT_FALSE(store->begin("B", {markBefore}));
-    MockFactory<CurrentTime>::mocked = nullptr;
     EXPECT_EQ(store->findId("B")->state, DocumentState::NotIssued);
     EXPECT_EQ(store->findId("B")->reason, StateReason::Expired);
 }

@@ -9,7 +9,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <functional>
+#include <latch>
 #include <memory>
+#include <thread>
+#include <vector>
 
 namespace sale {
 
@@ -46,6 +50,22 @@ protected:
         const int attempt = store->begin(id, {markBefore}).value();
         if (state != DocumentState::Running)
             store->settle(id, attempt, {.state = state, .documentNumber = number});
+    }
+
+    /// Each in a thread of its own, with the journal opened for itself, all at the same moment.
+    void atOnce(const std::vector<std::function<void(DocumentStore& own)>>& works) const
+    {
+        std::latch start(std::ssize(works));
+        std::vector<std::thread> threads;
+        for (const auto& work : works) {
+            threads.emplace_back([this, &start, &work] {
+                const auto own = open();
+                start.arrive_and_wait();
+                work(*own);
+            });
+        }
+        for (std::thread& thread : threads)
+            thread.join();
     }
 
     QStringList idsOf(const DocumentQuery& query) const

@@ -1,15 +1,11 @@
 // What every back end of the journal must do with documents that wait.
 
+#include "hostclock.h"
 #include "idconflict.h"
 #include "journalerror.h"
 #include "storefixture.h"
 
-#include "currenttime.h"
-#include "mockfactory.h"
-
 #include <atomic>
-#include <latch>
-#include <thread>
 
 using namespace sale;
 
@@ -108,26 +104,15 @@ TEST_P(StoreQueue, OfThoseWhoComeForOneInTheQueueOneSucceeds)
     for (int round = 0; round < 20; ++round) {
         const QString id = QString::number(round);
         store->accept(request(id));
-        std::latch start(2);
         bool isBegun = false;
         DocumentState withdrawn = DocumentState::Queued;
-        const auto begin = [&] {
-            const auto own = open();
-            start.arrive_and_wait();
+        const auto begin = [&](DocumentStore& own) {
             try {
-                isBegun = own->begin(id, {markBefore, {}, "till1"}).has_value();
+                isBegun = own.begin(id, {markBefore, {}, "till1"}).has_value();
             } catch (const JournalError&) {
             }
         };
-        const auto withdraw = [&] {
-            const auto own = open();
-            start.arrive_and_wait();
-            withdrawn = own->withdraw(id).state;
-        };
-        std::thread worker(begin);
-        std::thread client(withdraw);
-        worker.join();
-        client.join();
+        atOnce({begin, [&](DocumentStore& own) { withdrawn = own.withdraw(id).state; }});
         EXPECT_EQ(withdrawn, isBegun ? DocumentState::Running : DocumentState::NotIssued);
         EXPECT_EQ(store->findId(id)->state, withdrawn);
     }
@@ -153,12 +138,6 @@ TEST_P(StoreQueue, WhatIsTooLateExpiresTogether)
     EXPECT_EQ(store->findId("patient")->state, DocumentState::Queued);
 }
 
-class EarlierClock : public CurrentTime
-{
-public:
-    QDateTime getCurrentDateTime() const override { return CurrentTime::getCurrentDateTime().addSecs(-7200); }
-};
-
 TEST_P(StoreQueue, WhatWaitsForAnUnknownTimeIsOverWhenTheClockIsPutBack)
 {
     const QDateTime now = QDateTime::currentDateTimeUtc();
@@ -169,10 +148,10 @@ TEST_P(StoreQueue, WhatWaitsForAnUnknownTimeIsOverWhenTheClockIsPutBack)
     }
     store->accept(request("patient"));
     EXPECT_EQ(store->expire(now.addSecs(-50)), QStringList()) << "a little does no harm";
-    EarlierClock earlier;
-    MockFactory<CurrentTime>::mocked = &earlier;
-    EXPECT_EQ(store->begin("begun", {markBefore}), std::nullopt);
-    MockFactory<CurrentTime>::mocked = nullptr;
+    {
+        const HostClock earlier(-7200);
+        EXPECT_EQ(store->begin("begun", {markBefore}), std::nullopt);
+    }
     EXPECT_EQ(store->expire(now.addSecs(-7200)), QStringList{"asked"});
     EXPECT_EQ(store->begin("patient", {markBefore}), 1);
 }
@@ -214,53 +193,23 @@ TEST_P(StoreQueue, OfConditionsThatExcludeEachOtherOneIsMet)
 {
     for (int round = 0; round < 20; ++round) {
         const QString sale = QString::number(round);
-        std::latch start(3);
         std::atomic_int accepted = 0;
-        const auto giveBack = [&](int number) {
-            const auto own = open();
-            DocumentRequest back = request(QString("%1-%2").arg(round).arg(number));
+        std::atomic_int number = 0;
+        const auto giveBack = [&](DocumentStore& own) {
+            DocumentRequest back = request(QString("%1-%2").arg(round).arg(++number));
             back.returnOf = sale;
-            start.arrive_and_wait();
             try {
-                own->accept(back, [&] {
-                    if (!own->find({.returnOf = sale}).isEmpty())
+                own.accept(back, [&] {
+                    if (!own.find({.returnOf = sale}).isEmpty())
                         throw std::runtime_error("returned");
                 });
                 ++accepted;
             } catch (const std::runtime_error&) {
             }
         };
-        std::array<std::thread, 3> clients{
-            std::thread(giveBack, 1), std::thread(giveBack, 2), std::thread(giveBack, 3)};
-        for (std::thread& client : clients)
-            client.join();
+        atOnce({giveBack, giveBack, giveBack});
         EXPECT_EQ(accepted, 1);
     }
-}
-
-TEST_P(StoreQueue, DocumentsAreCountedByWhatBecameOfThem)
-{
-    for (const DocumentState state : states)
-        bring(stateName(state), state);
-    bring("second", DocumentState::Issued, 9);
-    store->accept(request("gone"));
-    store->withdraw("gone");
-    DocumentRequest other = request("other");
-    other.registerName = "till2";
-    store->accept(other);
-    const auto shown = [this](const QString& registerName) {
-        QStringList counts;
-        for (const DocumentCount& count : store->countByState(registerName))
-            counts.append(
-                QString("%1 %2 %3").arg(stateName(count.state), reasonName(count.reason)).arg(count.count));
-        counts.sort();
-        return counts;
-    };
-    EXPECT_EQ(shown("till1"),
-        (QStringList{
-            "issued  2", "notIssued  1", "notIssued deleted 1", "queued  1", "running  1", "unknown  1"}));
-    EXPECT_EQ(shown("till2"), QStringList{"queued  1"});
-    EXPECT_TRUE(shown({}).contains("queued  2"));
 }
 
 INSTANTIATE_TEST_SUITE_P(BackEnds, StoreQueue, testing::ValuesIn(backEnds()),
