@@ -25,6 +25,7 @@ public:
     StoredDocument refuse(const QString& id, const AttemptNote& note) override;
     QStringList expire(const QDateTime& now) override;
     QList<DocumentCount> countByState(const QString& registerName) const override;
+    void requireRoom() override;
 
     /// Where it is, as it is told to people.
     virtual QString place() const = 0;
@@ -61,6 +62,8 @@ protected:
     virtual void requireOwner();
     /// The id is taken, or stands for another body from now on.
     virtual void writeId(const QString& id, const QString& digest, const QString& accepted);
+    /// As if the document had never been accepted.
+    virtual void forget(const QString& id);
     virtual QString goodsJoin() const;
     virtual QString textCondition() const;
     /// What is added to a question for rows that are to be changed: those that others change are left out.

@@ -86,4 +86,14 @@ QList<sale::DocumentCount> PatientStore::countByState(const QString& registerNam
     return m_store->countByState(registerName);
 }
 
+void PatientStore::requireRoom()
+{
+    m_store->requireRoom();
+}
+
+bool PatientStore::isMoved() const
+{
+    return m_store->isMoved();
+}
+
 } // namespace frserver

@@ -33,6 +33,8 @@ public:
     sale::StoredDocument refuse(const QString& id, const sale::AttemptNote& note) override;
     QStringList expire(const QDateTime& now) override;
     QList<sale::DocumentCount> countByState(const QString& registerName) const override;
+    void requireRoom() override;
+    bool isMoved() const override;
 
 private:
     bool isOfRegister(sale::ErrorKind kind) const;
