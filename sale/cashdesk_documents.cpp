@@ -2,6 +2,7 @@
 
 #include "abstractfrdriver.h"
 #include "documentissuer.h"
+#include "errortable.h"
 #include "exceptions.h"
 #include "identifiedsale.h"
 #include "money.h"
@@ -134,18 +135,23 @@ DocumentResult CashDesk::issueReport(
 
 DocumentResult CashDesk::makeXReport(const Entry& entry)
 {
-    return makeTraceless(entry, {.close = [this] {
+    DocumentSteps steps;
+    steps.isOneRequest = true;
+    steps.close = [this] {
         try {
             m_driver.xReport();
         } catch (const FrNoConnectionException&) {
             throw;
-        } catch (const FrCommandException&) {
-            // Over HEX it says no more than that its state forbids the command.
-            if (m_options.line.isChecked() && !isShiftOpen(m_driver, m_options.line))
+        } catch (const FrCommandException& refusal) {
+            // It says no more than that its state forbids the command. Over XML silence comes as the same
+            // exception.
+            const bool isAnswer = m_options.line.isChecked() || isRefusalOfState(refusal.tr().ru());
+            if (isAnswer && !isShiftOpen(m_driver, m_options.line))
                 throw ShiftIsClosed();
             throw;
         }
-    }});
+    };
+    return makeTraceless(entry, steps);
 }
 
 DocumentResult CashDesk::xReport(const QString& id)
@@ -190,7 +196,9 @@ DocumentResult CashDesk::printCopy(quint32 documentNumber, const QString& id)
 
 DocumentResult CashDesk::makeLastCopy(const Entry& entry)
 {
-    return makeTraceless(entry, {.close = [this] {
+    DocumentSteps steps;
+    steps.isOneRequest = true;
+    steps.close = [this] {
         // HEX has no command for it; there the drive tells the number.
         if (!m_options.line.isChecked())
             m_driver.printLastFnDocument();
@@ -198,7 +206,8 @@ DocumentResult CashDesk::makeLastCopy(const Entry& entry)
             m_driver.printFnDocument(static_cast<long>(number));
         else
             throw FrCommandException(QStringLiteral("В ФН нет документов"));
-    }});
+    };
+    return makeTraceless(entry, steps);
 }
 
 DocumentResult CashDesk::printLastCopy(const QString& id)

@@ -3,9 +3,12 @@
 #include "abstractfrdriver.h"
 #include "documentguard.h"
 #include "documentstart.h"
+#include "errortable.h"
 #include "identifiedsale.h"
 #include "shiftopening.h"
 #include "witness.h"
+
+#include <QScopeGuard>
 
 namespace sale {
 
@@ -33,11 +36,15 @@ DocumentSteps withWitness(const DocumentSteps& steps, Witness& witness, bool& is
     return witnessed;
 }
 
-/// What wants an open shift was not made without one.
-bool isKnownNotMade(const Failure& failure, const DocumentSteps& steps)
+/// What wants an open shift was not made without one. A request that is sent again may meet the state that it
+/// has made itself.
+bool isKnownNotMade(const Failure& failure, const DocumentSteps& steps, bool isSentAgain)
 {
-    return failure.exceptionName == QStringLiteral("ShiftIsClosed")
-        || (steps.isOneRequest && failure.isOfDriver && failure.kind == ErrorKind::Data);
+    if (failure.exceptionName == QStringLiteral("ShiftIsClosed"))
+        return true;
+    const bool isOfData = failure.kind == ErrorKind::Data;
+    return steps.isOneRequest && failure.isOfDriver
+        && (isOfData || (isRefusalOfState(failure.text) && !isSentAgain));
 }
 
 /// What was interrupted, or could not be asked about, is left to the next run.
@@ -96,17 +103,17 @@ DocumentResult issueTraceless(
     } catch (...) {
         return {Outcome::None, currentFailure()};
     }
-    quint64 repeats = 0;
+    bool isSentAgain = false;
     DocumentSteps watched = steps;
     watched.close = [&] {
         const quint64 before = options.line.repeatsNow();
+        const auto count = qScopeGuard([&] { isSentAgain = options.line.repeatsNow() != before; });
         steps.close();
-        repeats = options.line.repeatsNow() - before;
     };
     DocumentResult result = runDocument(driver, watched);
-    if (result.failure && isKnownNotMade(*result.failure, steps))
+    if (result.failure && isKnownNotMade(*result.failure, steps, isSentAgain))
         result.verdict = Outcome::None;
-    result.isSentAgain = repeats > 0;
+    result.isSentAgain = isSentAgain && !result.failure;
     writeDown(options.sale, result, false, {});
     return result;
 }

@@ -15,7 +15,8 @@ struct DocumentSteps
     std::function<void()> fill = {};
     /// When it fails, the document may have been issued: it is not repeated.
     std::function<void()> close = {};
-    /// The close is all there is, in one request: what the register refuses for its data is not made.
+    /// The close is all there is, in one request, behind questions at the most: what the register refuses for
+    /// its data or for the register's state is not made.
     bool isOneRequest = false;
     /// Finds out what has become of the document after a failed close. May be empty: then nobody knows.
     std::function<Verdict()> settle = {};

@@ -16,9 +16,13 @@ struct ErrorRow
     ErrorKind kind;
 };
 
+// What a register answers when its state forbids the command.
+constexpr const char* impossibleNow = "Функция невыполнима при данном статусе ККТ";
+constexpr ErrorRow unexpectedCommand[] = {{1002, "Получена непредвиденная команда", ErrorKind::Other}};
+
 // Answer codes over HEX.
 constexpr ErrorRow hexErrors[] = {
-    {1, "Функция невыполнима при данном статусе ККТ", ErrorKind::Other},
+    {1, impossibleNow, ErrorKind::Other},
     {2, "В команде указан неверный номер функции", ErrorKind::Internal},
     {3, "В команде указано неверное, больше чем максимально возможное или несоответствующее типу данных значение",
         ErrorKind::Data},
@@ -83,7 +87,7 @@ constexpr ErrorRow hexErrors[] = {
 constexpr ErrorRow xmlErrors[] = {
     {22, "Продолжительность смены превышает 24 часа", ErrorKind::ShiftExpired},
     {1001, "Некорректный документ", ErrorKind::Data},
-    {1002, "Получена непредвиденная команда", ErrorKind::Other},
+    unexpectedCommand[0],
     {1003, "Сумма оплат не соответствует итоговой сумме чека", ErrorKind::Data},
     {1004, "Некорректное значение параметров команды/документа", ErrorKind::Data},
     {1005, "Отсутствует документ для повторной печати", ErrorKind::Data},
@@ -141,6 +145,7 @@ constexpr ErrorRow ownErrors[] = {
     // The XML driver says so of a closed shift: it must be opened for the report.
     {0, "Необходимо закрыть смену в ФР", ErrorKind::ShiftClosed},
     {0, "Не указан кассир", ErrorKind::Data},
+    {0, "В ФН нет документов", ErrorKind::Data},
     {0, "Не указана система налогообложения", ErrorKind::Data},
 };
 
@@ -196,6 +201,13 @@ std::optional<ErrorKind> errorKindOfCategory(const QString& text)
 {
     const auto split = splitCategory(text);
     return split ? std::optional(split->first) : std::nullopt;
+}
+
+bool isRefusalOfState(const QString& text)
+{
+    const auto split = splitCategory(text);
+    return text == QString::fromUtf8(impossibleNow)
+        || kindIn(unexpectedCommand, split ? split->second : text, "spfErrorMessage%1");
 }
 
 } // namespace sale

@@ -14,5 +14,7 @@ namespace sale {
 std::optional<ErrorKind> errorKindOfText(const QString& text);
 /// Kind of whatever has that category over XML; nothing for a text that begins with none.
 std::optional<ErrorKind> errorKindOfCategory(const QString& text);
+/// Whether the register says that its state forbids the command: it has not begun to do it.
+bool isRefusalOfState(const QString& text);
 
 } // namespace sale

@@ -15,7 +15,6 @@ public:
     /// it.
     explicit SqliteStore(const QString& fileName, int patienceMs = usualPatienceMs);
 
-    void requireRoom() override;
     QString place() const override { return fileName(); }
     const QString& fileName() const { return m_connection.fileName(); }
     /// Ids, outcomes and marked goods of a journal of an earlier release, which stays as it is. Nothing when

@@ -1,6 +1,5 @@
 #include "sqlitestore.h"
 
-#include "documentid.h"
 #include "journalfault.h"
 
 #include <QFile>
@@ -31,17 +30,6 @@ void SqliteStore::backUp(const QString& fileName)
     ::close(file);
     if (error != 0)
         throw copyFault(fileName, error);
-}
-
-void SqliteStore::requireRoom()
-{
-    // As large as documents are; nobody sees it, since it is gone with the transaction that writes its pages.
-    constexpr int size = 8192;
-    const DocumentRequest trial{newDocumentId(), QStringLiteral("text"), QByteArray(size, '.'), {}};
-    m_connection.together([&] {
-        take(trial, {});
-        m_connection.execute(QStringLiteral("DELETE FROM documents WHERE id = ?"), {trial.id});
-    });
 }
 
 QStringList SqliteStore::damages() const

@@ -26,6 +26,7 @@ public:
     StoredDocument move(const QString& id, const QString& registerName) override;
     StoredDocument refuse(const QString& id, const AttemptNote& note) override;
     QStringList expire(const QDateTime& now) override;
+    void requireRoom() override;
 
     /// Where it is, as it is told to people.
     virtual QString place() const = 0;
@@ -64,6 +65,8 @@ protected:
     virtual void requireOwner();
     /// The id is taken, or stands for another body from now on.
     virtual void writeId(const QString& id, const QString& digest, const QString& accepted);
+    /// As if the document had never been accepted.
+    virtual void forget(const QString& id);
     virtual QString goodsJoin() const;
     virtual QString textCondition() const;
     /// What is added to a question for rows that are to be changed: those that others change are left out.

@@ -1,5 +1,6 @@
 #include "sqlstore.h"
 
+#include "documentid.h"
 #include "storedtime.h"
 
 namespace sale {
@@ -27,6 +28,23 @@ void SqlStore::requireOwner()
 void SqlStore::writeId(const QString& /*id*/, const QString& /*digest*/, const QString& /*accepted*/)
 {
     // Where the document's own row keeps it.
+}
+
+void SqlStore::forget(const QString& id)
+{
+    const SqlKey key = keyOf(id);
+    m_sql.execute(QStringLiteral("DELETE FROM documents WHERE %1").arg(key.condition()), key.values);
+}
+
+void SqlStore::requireRoom()
+{
+    // As large as documents are; nobody sees it, since it is gone with the transaction that writes its pages.
+    constexpr int size = 8192;
+    const DocumentRequest trial{newDocumentId(), QStringLiteral("text"), QByteArray(size, '.'), {}};
+    m_sql.together([&] {
+        take(trial, {});
+        forget(trial.id);
+    });
 }
 
 QString SqlStore::goodsJoin() const

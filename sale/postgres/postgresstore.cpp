@@ -60,6 +60,12 @@ std::optional<int> PostgresStore::acceptAndBegin(const DocumentRequest& request,
     return SqlStore::acceptAndBegin(request, start);
 }
 
+void PostgresStore::requireRoom()
+{
+    makeMonths();
+    SqlStore::requireRoom();
+}
+
 void PostgresStore::backUp(const QString& /*fileName*/)
 {
     throw JournalError(
@@ -139,6 +145,12 @@ void PostgresStore::writeId(const QString& id, const QString& digest, const QStr
         throw RunAgain(wrongOrder(id, QStringLiteral("was accepted before, and is not there")).fault());
     m_held = id;
     m_heldAcceptance = accepted;
+}
+
+void PostgresStore::forget(const QString& id)
+{
+    SqlStore::forget(id);
+    m_connection.execute(QStringLiteral("DELETE FROM ids WHERE id = ?"), {id});
 }
 
 QString PostgresStore::goodsJoin() const

@@ -28,6 +28,7 @@ public:
     using SqlStore::accept;
     StoredDocument accept(const DocumentRequest& request, const Condition& condition) override;
     std::optional<int> acceptAndBegin(const DocumentRequest& request, const AttemptStart& start) override;
+    void requireRoom() override;
     QString place() const override { return m_connection.place().shown(); }
     /// Not here: PostgreSQL has its own ways.
     void backUp(const QString& fileName) override;
@@ -39,6 +40,7 @@ private:
     void hold(const QString& id) override;
     void requireOwner() override;
     void writeId(const QString& id, const QString& digest, const QString& accepted) override;
+    void forget(const QString& id) override;
     QString goodsJoin() const override;
     QString textCondition() const override;
     QString lockingWords() const override;

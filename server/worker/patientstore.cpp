@@ -81,4 +81,14 @@ QStringList PatientStore::expire(const QDateTime& now)
     return m_store->expire(now);
 }
 
+void PatientStore::requireRoom()
+{
+    m_store->requireRoom();
+}
+
+bool PatientStore::isMoved() const
+{
+    return m_store->isMoved();
+}
+
 } // namespace frserver

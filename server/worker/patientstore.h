@@ -32,6 +32,8 @@ public:
     sale::StoredDocument move(const QString& id, const QString& registerName) override;
     sale::StoredDocument refuse(const QString& id, const sale::AttemptNote& note) override;
     QStringList expire(const QDateTime& now) override;
+    void requireRoom() override;
+    bool isMoved() const override;
 
 private:
     bool isOfRegister(sale::ErrorKind kind) const;

@@ -86,7 +86,10 @@ TEST_F(Postgres, WhatWasAcceptedOutlivesThePowerCutAndNothingIsAcceptedWithoutAS
     server.stopAtOnce();
     EXPECT_THROW(store.accept(request("B")), JournalError);
     EXPECT_THROW(store.findId("A"), JournalError);
+    EXPECT_THROW(store.requireRoom(), JournalError);
     server.start();
+    store.requireRoom();
+    EXPECT_EQ(connection().value("SELECT count(*) FROM ids").toInt(), 1);
     EXPECT_EQ(store.findId("A")->state, DocumentState::Queued);
     EXPECT_FALSE(store.findId("B"));
     EXPECT_EQ(store.accept(request("B")).state, DocumentState::Queued);

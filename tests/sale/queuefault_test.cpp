@@ -88,6 +88,59 @@ TEST_F(Queue, RefusedXReportIsKnownNotToBeMadeWhereTheShiftIsClosed)
     }
 }
 
+TEST_F(Queue, WhatIsOneRequestThatTheRegisterCannotDoIsKnownNotToBeMade)
+{
+    constexpr auto hex = receipt::Protocol::Hex;
+    constexpr auto xml = receipt::Protocol::Xml;
+    constexpr auto none = DocumentState::NotIssued;
+    const char* const impossible = "Функция невыполнима при данном статусе ККТ";
+    const char* const unexpected = "Внутренняя ошибка. Получена непредвиденная команда";
+    const QByteArray copy = R"({"documentNumber": 41})";
+    const struct
+    {
+        receipt::Protocol protocol;
+        const char* kind;
+        QByteArray body;
+        const char* call;
+        const char* text;
+        DocumentState state;
+        ErrorKind error;
+        bool isShiftOpen = true;
+        bool isSentAgain = false;
+    } rows[] = {
+        {hex, "copy", copy, "copy41", "Нет запрошенных данных в ФН", none, ErrorKind::Data},
+        {xml, "copy", "{}", "last", "Внутренняя ошибка. Отсутствует документ для повторной печати", none,
+            ErrorKind::Data},
+        // Switched off and on since it was opened.
+        {hex, "copy", copy, "copy41", impossible, none, ErrorKind::Other},
+        {hex, "copy", "{}", "copy1", impossible, none, ErrorKind::Other},
+        {hex, "xReport", "{}", "xReport", impossible, none, ErrorKind::Other},
+        {xml, "xReport", "{}", "xReport", unexpected, none, ErrorKind::ShiftClosed, false},
+        {xml, "xReport", "{}", "xReport", "Ошибка обмена данными", DocumentState::Unknown, ErrorKind::Line,
+            false},
+        {xml, "copy", copy, "copy41", unexpected, none, ErrorKind::Other},
+        {xml, "copy", copy, "copy41", unexpected, DocumentState::Unknown, ErrorKind::Other, true, true},
+        {hex, "copy", copy, "copy41", "Неизвестная ошибка", DocumentState::Unknown, ErrorKind::Other},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::string(row.call) + ' ' + row.text);
+        journal = std::make_unique<SqliteStore>(QStringLiteral(":memory:"));
+        driver.shiftOpen = row.isShiftOpen;
+        driver.unfit = row.call;
+        driver.unfitText = QString::fromUtf8(row.text);
+        accept(row.kind, row.body);
+        DeskOptions ours = options();
+        ours.line.protocol = row.protocol;
+        quint64 repeats = 0;
+        ours.line.repeats = [&] { return row.isSentAgain ? ++repeats : 0; };
+        CashDesk desk(driver, *journal, ours);
+        const QueuedDocument document = makeQueued(desk, queuedId);
+        EXPECT_EQ(document.answer.state, row.state);
+        ASSERT_TRUE(document.answer.error);
+        EXPECT_EQ(document.answer.error->kind, row.error);
+    }
+}
+
 TEST_F(Queue, RegisterThatWasSwitchedOffAndOnSinceItWasOpenedIsNotTheFaultOfADocument)
 {
     driver.unfit = "sums";

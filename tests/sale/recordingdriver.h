@@ -143,6 +143,7 @@ public:
         return {};
     }
     void accountingReport() override { note("accounting"); }
+    void printLastFnDocument() override { note("last"); }
     void printFnDocument(long document) override { note("copy" + std::to_string(document)); }
 
     /// As a step of a document.

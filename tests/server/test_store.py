@@ -131,10 +131,12 @@ class Store(unittest.TestCase):
         self.database.stop()
         refused = service.post(SALE, id="rack:till1:2")
         self.assertEqual(503, refused.status)
+        self.assertEqual(503, service.ask("GET", "/readyz").status)
         self.assertEqual(1, len(self.registers["till1"].receipts()))
         self.database.start()
         self.assertEqual(201, self.post_as_told(service, "rack:till1:2").status)
         self.assertEqual(200, service.post(SALE, id="rack:till1:1").status)
+        self.assertEqual(200, service.ask("GET", "/readyz").status)
         self.assertEqual(2, len(self.registers["till1"].receipts()))
 
 

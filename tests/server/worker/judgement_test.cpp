@@ -3,6 +3,7 @@
 #include "worker/patientstore.h"
 
 #include "currenttime.h"
+#include "journalerror.h"
 #include "mockfactory.h"
 #include "movement.h"
 #include "sqlitestore.h"
@@ -49,6 +50,16 @@ TEST(Patience, IsForTheDocumentThatTheRegisterKeptAndDidNotIssue)
         store.settle(row.id, attempt, {.state = row.ending});
         EXPECT_EQ(store.findId(row.id)->state, row.state) << row.id << row.kind;
     }
+}
+
+TEST(Patience, LeavesAllElseToTheJournal)
+{
+    const QTemporaryDir folder;
+    const QString journal = folder.filePath("journal.sqlite");
+    sale::SqliteStore(journal).moveTo(folder.filePath("moved.sqlite"));
+    PatientStore store(journal);
+    EXPECT_TRUE(store.isMoved());
+    EXPECT_THROW(store.requireRoom(), sale::JournalError);
 }
 
 struct ClockRow
