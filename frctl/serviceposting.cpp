@@ -1,6 +1,7 @@
 #include "serviceposting.h"
 
 #include "errors.h"
+#include "findingsjson.h"
 #include "frctltr.h"
 #include "interruption.h"
 #include "messages.h"
@@ -14,6 +15,7 @@ namespace frctl {
 
 namespace {
 
+using receipt::Finding;
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
@@ -25,17 +27,12 @@ constexpr seconds longestWait(20);
 constexpr milliseconds shortestPause(250);
 constexpr milliseconds longestPause(4000);
 
-QList<receipt::Finding> findingsOf(const ServiceAnswer& answer, const char* member)
+QList<Finding> findingsOf(const ServiceAnswer& answer, const char* member, Finding::Severity severity)
 {
-    const bool isError = qstrcmp(member, "errors") == 0;
-    QList<receipt::Finding> findings;
+    QList<Finding> findings;
     const QJsonArray told = answer.json.value(QLatin1String(member)).toArray();
-    for (const auto& one : told) {
-        const auto text
-            = [&one](const char* name) { return one.toObject().value(QLatin1String(name)).toString(); };
-        findings.append({isError ? receipt::Finding::Error : receipt::Finding::Warning, text("path"),
-            text("given"), text("text")});
-    }
+    for (const auto& one : told)
+        findings.append(sale::findingOf(one.toObject(), severity));
     return findings;
 }
 
@@ -105,8 +102,8 @@ void ServicePosting::refuse(const ServiceAnswer& answer) const
     // That of an attempt before may stand all the same.
     if (m_isPerhapsTaken || !m_taken.isEmpty())
         giveUp();
-    m_options.warnings->add(findingsOf(answer, "warnings"));
-    if (const QList<receipt::Finding> errors = findingsOf(answer, "errors"); !errors.isEmpty())
+    m_options.warnings->add(findingsOf(answer, "warnings", Finding::Warning));
+    if (const QList<Finding> errors = findingsOf(answer, "errors", Finding::Error); !errors.isEmpty())
         throw CheckError(QStringLiteral("ReceiptError"), errors);
     if (answer.status == 422)
         throw UsageError(QStringLiteral("--id: ")
