@@ -100,7 +100,7 @@ bool ServicePosting::isDecided(const ServiceAnswer& answer) const
 void ServicePosting::refuse(const ServiceAnswer& answer) const
 {
     // That of an attempt before may stand all the same.
-    if (m_isPerhapsTaken || !m_taken.isEmpty())
+    if (mayBeTaken())
         giveUp();
     m_options.warnings->add(findingsOf(answer, "warnings", Finding::Warning));
     if (const QList<Finding> errors = findingsOf(answer, "errors", Finding::Error); !errors.isEmpty())
@@ -119,8 +119,7 @@ void ServicePosting::giveUp() const
 {
     const QString text = QStringLiteral("%1: %2").arg(m_client.address(), m_last.fault);
     // What an earlier run has made of an id is for the service to tell.
-    const bool isKnownByNobody
-        = m_isPerhapsTaken || !m_taken.isEmpty() || (!m_options.id.isEmpty() && !m_last.isOurs());
+    const bool isKnownByNobody = mayBeTaken() || (!m_options.id.isEmpty() && !m_last.isOurs());
     if (!isKnownByNobody)
         throw HostError(text, sale::ErrorKind::Line);
     complain(tr("the same again when the service answers tells: --id %1").arg(m_options.answer->id));
@@ -145,7 +144,7 @@ milliseconds ServicePosting::patience() const
 {
     if (m_options.isGiven("wait"))
         return seconds(m_options.waitSeconds);
-    return m_isPerhapsTaken || !m_taken.isEmpty() ? untilMade : untilReached;
+    return mayBeTaken() ? untilMade : untilReached;
 }
 
 milliseconds ServicePosting::remaining() const
