@@ -115,14 +115,12 @@ def measure_sale(table, folder):
 
 def memory_of(service):
     """Proportional set size of the service and its workers, MiB; how many workers; that of the service alone."""
-    pids = [service.process.pid]
-    children = Path(f"/proc/{pids[0]}/task/{pids[0]}/children").read_text(encoding="ascii")
-    pids += [int(pid) for pid in children.split()]
+    workers = service.workers()
     sizes = []
-    for pid in pids:
+    for pid in (service.process.pid, *workers):
         rollup = Path(f"/proc/{pid}/smaps_rollup").read_text(encoding="ascii")
         sizes.append(int(re.search(r"^Pss:\s+(\d+)", rollup, re.MULTILINE)[1]) / 1024)
-    return sum(sizes), len(pids) - 1, sizes[0]
+    return sum(sizes), len(workers), sizes[0]
 
 
 def measure_load(table, folder, protocol, positions):

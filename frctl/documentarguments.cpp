@@ -4,6 +4,7 @@
 #include "frctltr.h"
 #include "money.h"
 #include "options.h"
+#include "receipterror.h"
 
 #include <QRegularExpression>
 
@@ -41,6 +42,15 @@ quint32 documentArgument(const Options& options)
     if (!ok || number == 0)
         throw UsageError(tr("print-document: \"%1\" is no document number").arg(text));
     return number;
+}
+
+void refuseOtherCommand(const Options& options, bool isReturn)
+{
+    const bool wantsReturn = options.command == QStringLiteral("refund");
+    if (isReturn != wantsReturn)
+        throw receipt::ReceiptError(QStringLiteral("type"),
+            wantsReturn ? tr("is no return; use the command sell")
+                        : tr("is a return; use the command refund"));
 }
 
 } // namespace frctl

@@ -1,5 +1,6 @@
 #include "documentoutput.h"
 
+#include "findingsjson.h"
 #include "frctltr.h"
 #include "itemsjson.h"
 #include "journalerror.h"
@@ -14,12 +15,6 @@ namespace frctl {
 namespace {
 
 using receipt::moneyText;
-
-/// Over HEX the number is not asked for, and not always known.
-QString numberText(const sale::Verdict& verdict)
-{
-    return verdict.number == 0 ? QString() : tr(", document %1").arg(verdict.number);
-}
 
 QString markLine(const sale::MarkCheck& mark)
 {
@@ -86,10 +81,7 @@ QString itemText(const QJsonObject& item)
 
 QString warningText(const QJsonObject& warning)
 {
-    const receipt::Finding finding{receipt::Finding::Warning,
-        warning.value(QStringLiteral("path")).toString(), warning.value(QStringLiteral("given")).toString(),
-        warning.value(QStringLiteral("text")).toString()};
-    return finding.text();
+    return sale::findingOf(warning, receipt::Finding::Warning).text();
 }
 
 QString attemptText(const QJsonObject& attempt)
@@ -142,12 +134,23 @@ void describeReceipt(AnswerDraft& draft, const receipt::Receipt& receipt, const 
     draft.items = sale::itemsJson(receipt, marks);
 }
 
+QString numberText(quint32 number)
+{
+    // Over HEX it is not asked for, and not always known.
+    return number == 0 ? QString() : tr(", document %1").arg(number);
+}
+
+QString issuedText(qint64 total, qint64 paid, qint64 change, quint32 number)
+{
+    return tr("receipt issued: total %1, paid %2, change %3")
+               .arg(moneyText(total), moneyText(paid), moneyText(change))
+        + numberText(number);
+}
+
 Output receiptOutput(const sale::IssueResult& result)
 {
     Output output;
-    output.lines = {tr("receipt issued: total %1, paid %2, change %3")
-                        .arg(moneyText(result.total), moneyText(result.paid), moneyText(result.change))
-        + numberText(result.verdict)};
+    output.lines = {issuedText(result.total, result.paid, result.change, result.verdict.number)};
     for (const sale::MarkCheck& mark : result.marks)
         output.lines.append(markLine(mark));
     output.verdict = result.verdict;

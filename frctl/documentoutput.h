@@ -13,6 +13,10 @@ namespace frctl {
 /// Puts into the draft what the receipt says of itself and what the register said of its marking codes.
 void describeReceipt(
     AnswerDraft& draft, const receipt::Receipt& receipt, const QList<sale::MarkCheck>& marks = {});
+/// That in the fiscal drive, for the end of a line; empty for 0, one that is not known.
+QString numberText(quint32 number);
+/// Kopecks.
+QString issuedText(qint64 total, qint64 paid, qint64 change, quint32 number);
 /// What is said of a receipt that was issued.
 Output receiptOutput(const sale::IssueResult& result);
 

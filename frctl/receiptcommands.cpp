@@ -44,39 +44,12 @@ Output issue(sale::CashDesk& desk, const Issue& issue)
     return result.isRepeated ? settledAnswer(options, result) : receiptOutput(result);
 }
 
-void refuseOtherCommand(const Receipt& receipt, bool isReturn)
-{
-    if (receipt.isReturn() != isReturn)
-        throw ReceiptError(QStringLiteral("type"),
-            isReturn ? tr("is no return; use the command sell") : tr("is a return; use the command refund"));
-}
-
 /// Those that are errors must be found before anything is sent; as warnings they come with the sale,
 /// after what an earlier run left open is settled.
 QList<receipt::Finding> soldBefore(const Options& options, const Receipt& receipt)
 {
     return options.strict ? sale::soldMarks(options.journal->store(), receipt, options.id)
                           : QList<receipt::Finding>();
-}
-
-Task prepareReceipt(const Options& options, bool isReturn)
-{
-    const QByteArray text = oneReceipt(options);
-    const JudgedReceipt judged = judgedReceipt(text, options, options.receiptProtocol());
-    if (!judged.checked.hasErrors())
-        describeReceipt(*options.answer, judged.checked.receipt);
-    // A sale that is done already needs no register, and is no sale of the same goods again.
-    if (const std::optional<Output> answer = knownAnswer(options, text)) {
-        // A sale that is done is no answer to refund.
-        refuseOtherCommand(judged.checked.receipt, isReturn);
-        return alone([answer] { return *answer; });
-    }
-    Issue made{judged.checked.receipt, text, options};
-    settleFindings(
-        options, QStringLiteral("ReceiptError"), judged.checked.findings + soldBefore(options, made.receipt));
-    refuseOtherCommand(made.receipt, isReturn);
-    made.receipt.cashier = receiptCashier(options, judged);
-    return onDesk([made](sale::CashDesk& desk) { return issue(desk, made); });
 }
 
 Output moveCash(sale::CashDesk& desk, const Options& options, bool isIn, qint64 sum)
@@ -102,14 +75,24 @@ Output printText(sale::CashDesk& desk, const Options& options, const QStringList
 
 } // namespace
 
-Task prepareSell(const Options& options)
+Task prepareReceipt(const Options& options)
 {
-    return prepareReceipt(options, false);
-}
-
-Task prepareRefund(const Options& options)
-{
-    return prepareReceipt(options, true);
+    const QByteArray text = oneReceipt(options);
+    const JudgedReceipt judged = judgedReceipt(text, options, options.receiptProtocol());
+    if (!judged.checked.hasErrors())
+        describeReceipt(*options.answer, judged.checked.receipt);
+    // A sale that is done already needs no register, and is no sale of the same goods again.
+    if (const std::optional<Output> answer = knownAnswer(options, text)) {
+        // A sale that is done is no answer to refund.
+        refuseOtherCommand(options, judged.checked.receipt.isReturn());
+        return alone([answer] { return *answer; });
+    }
+    Issue made{judged.checked.receipt, text, options};
+    settleFindings(
+        options, QStringLiteral("ReceiptError"), judged.checked.findings + soldBefore(options, made.receipt));
+    refuseOtherCommand(options, made.receipt.isReturn());
+    made.receipt.cashier = receiptCashier(options, judged);
+    return onDesk([made](sale::CashDesk& desk) { return issue(desk, made); });
 }
 
 Task prepareCashIn(const Options& options)

@@ -4,8 +4,8 @@
 
 namespace frctl {
 
-Task prepareSell(const Options& options);
-Task prepareRefund(const Options& options);
+/// Of sell and of refund.
+Task prepareReceipt(const Options& options);
 Task prepareCashIn(const Options& options);
 Task prepareCashOut(const Options& options);
 Task preparePrint(const Options& options);

@@ -1,6 +1,7 @@
 #include "servicedocument.h"
 
 #include "documentarguments.h"
+#include "documentoutput.h"
 #include "errors.h"
 #include "frctltr.h"
 #include "inputfile.h"
@@ -40,15 +41,12 @@ QString sumDone(const Options& options, const QJsonObject&)
 
 QString receiptDone(const Options&, const QJsonObject& answer)
 {
-    const QJsonValue number = answer.value(QStringLiteral("documentNumber"));
-    const QString document = number.isNull() ? QString() : tr(", document %1").arg(number.toInteger());
+    const auto number = static_cast<quint32>(answer.value(QStringLiteral("documentNumber")).toInteger());
     if (answer.value(QStringLiteral("replayed")).toBool())
-        return tr("receipt issued before") + document;
+        return tr("receipt issued before") + numberText(number);
     const qint64 total = receipt::kopecksOf(answer.value(QStringLiteral("total")).toDouble());
     const qint64 change = receipt::kopecksOf(answer.value(QStringLiteral("change")).toDouble());
-    return tr("receipt issued: total %1, paid %2, change %3")
-               .arg(moneyText(total), moneyText(total + change), moneyText(change))
-        + document;
+    return issuedText(total, total + change, change, number);
 }
 
 QJsonObject noDetails(const Options&)
@@ -132,21 +130,20 @@ ServiceDocument plainDocument(const Options& options, const ServedRow& row)
 }
 
 /// The command says what it is to be, whatever the file says.
-void refuseOtherType(const QJsonObject& json, bool isReturn)
+void refuseOtherType(const Options& options, const QJsonObject& json)
 {
     const QString type = json.value(typeName).toString();
     if (sale::plainKindOf(type))
         throw ReceiptError(typeName, tr("is no receipt"), type);
-    if (!type.isEmpty() && (type == QStringLiteral("sellReturn")) != isReturn)
-        throw ReceiptError(typeName,
-            isReturn ? tr("is no return; use the command sell") : tr("is a return; use the command refund"));
+    if (!type.isEmpty())
+        refuseOtherCommand(options, type == QStringLiteral("sellReturn"));
 }
 
 ServiceDocument receiptDocument(const Options& options)
 {
     ServiceDocument document{.body = oneReceipt(options), .done = receiptDone};
     QJsonObject json = receipt::jsonFromText(document.body);
-    refuseOtherType(json, options.command == QStringLiteral("refund"));
+    refuseOtherType(options, json);
     document.id = json.value(QStringLiteral("id")).toString();
     if (options.cashier.name.isEmpty() && options.cashier.inn.isEmpty())
         return document;

@@ -1,6 +1,7 @@
 #include "serviceposting.h"
 
 #include "errors.h"
+#include "findingsjson.h"
 #include "frctltr.h"
 #include "interruption.h"
 #include "messages.h"
@@ -14,6 +15,7 @@ namespace frctl {
 
 namespace {
 
+using receipt::Finding;
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
@@ -25,17 +27,12 @@ constexpr seconds longestWait(20);
 constexpr milliseconds shortestPause(250);
 constexpr milliseconds longestPause(4000);
 
-QList<receipt::Finding> findingsOf(const ServiceAnswer& answer, const char* member)
+QList<Finding> findingsOf(const ServiceAnswer& answer, const char* member, Finding::Severity severity)
 {
-    const bool isError = qstrcmp(member, "errors") == 0;
-    QList<receipt::Finding> findings;
+    QList<Finding> findings;
     const QJsonArray told = answer.json.value(QLatin1String(member)).toArray();
-    for (const auto& one : told) {
-        const auto text
-            = [&one](const char* name) { return one.toObject().value(QLatin1String(name)).toString(); };
-        findings.append({isError ? receipt::Finding::Error : receipt::Finding::Warning, text("path"),
-            text("given"), text("text")});
-    }
+    for (const auto& one : told)
+        findings.append(sale::findingOf(one.toObject(), severity));
     return findings;
 }
 
@@ -103,10 +100,10 @@ bool ServicePosting::isDecided(const ServiceAnswer& answer) const
 void ServicePosting::refuse(const ServiceAnswer& answer) const
 {
     // That of an attempt before may stand all the same.
-    if (m_isPerhapsTaken || !m_taken.isEmpty())
+    if (mayBeTaken())
         giveUp();
-    m_options.warnings->add(findingsOf(answer, "warnings"));
-    if (const QList<receipt::Finding> errors = findingsOf(answer, "errors"); !errors.isEmpty())
+    m_options.warnings->add(findingsOf(answer, "warnings", Finding::Warning));
+    if (const QList<Finding> errors = findingsOf(answer, "errors", Finding::Error); !errors.isEmpty())
         throw CheckError(QStringLiteral("ReceiptError"), errors);
     if (answer.status == 422)
         throw UsageError(QStringLiteral("--id: ")
@@ -122,8 +119,7 @@ void ServicePosting::giveUp() const
 {
     const QString text = QStringLiteral("%1: %2").arg(m_client.address(), m_last.fault);
     // What an earlier run has made of an id is for the service to tell.
-    const bool isKnownByNobody
-        = m_isPerhapsTaken || !m_taken.isEmpty() || (!m_options.id.isEmpty() && !m_last.isOurs());
+    const bool isKnownByNobody = mayBeTaken() || (!m_options.id.isEmpty() && !m_last.isOurs());
     if (!isKnownByNobody)
         throw HostError(text, sale::ErrorKind::Line);
     complain(tr("the same again when the service answers tells: --id %1").arg(m_options.answer->id));
@@ -148,7 +144,7 @@ milliseconds ServicePosting::patience() const
 {
     if (m_options.isGiven("wait"))
         return seconds(m_options.waitSeconds);
-    return m_isPerhapsTaken || !m_taken.isEmpty() ? untilMade : untilReached;
+    return mayBeTaken() ? untilMade : untilReached;
 }
 
 milliseconds ServicePosting::remaining() const

@@ -28,6 +28,8 @@ private:
     [[noreturn]] void refuse(const ServiceAnswer& answer) const;
     [[noreturn]] void giveUp() const;
     void pause();
+    /// The service has told so, or its answer was lost.
+    bool mayBeTaken() const { return m_isPerhapsTaken || !m_taken.isEmpty(); }
     std::chrono::milliseconds patience() const;
     std::chrono::milliseconds remaining() const;
 

@@ -94,6 +94,13 @@ sale::AnswerError errorOf(const QJsonObject& answer)
     throw ServiceFailure(ExitUnknown, {sale::errorKindNamed(waiting), text, hostErrorName()}, {});
 }
 
+/// Behind a close that fails the register is asked whether the document is made after all.
+bool wasAskedAfter(const QJsonObject& answer)
+{
+    const QJsonArray attempts = answer.value(QStringLiteral("attempts")).toArray();
+    return attempts.last().toObject().value(QStringLiteral("markAfter")).isObject();
+}
+
 [[noreturn]] void throwNotIssued(const QJsonObject& answer)
 {
     const sale::StateReason reason = sale::reasonOf(answer.value(QStringLiteral("reason")).toString());
@@ -104,16 +111,10 @@ sale::AnswerError errorOf(const QJsonObject& answer)
                 ? tr("its time was over before it could be begun")
                 : tr("the service does not make it (%1)").arg(sale::reasonName(reason)),
             QStringLiteral("Refusal")};
-    // As at the line: a refusal behind which the register was asked whether it is made after all is one of
-    // the close.
-    const bool wasAsked = answer.value(QStringLiteral("attempts"))
-                              .toArray()
-                              .last()
-                              .toObject()
-                              .value(QStringLiteral("markAfter"))
-                              .isObject();
-    const ExitStatus status = reason == sale::StateReason::Refused && !wasAsked ? ExitFailure : ExitNotIssued;
-    throw ServiceFailure(status, error, sale::Outcome::NotIssued);
+    // As at the line, where a document that did not come to its close has no verdict.
+    const bool hasVerdict = reason != sale::StateReason::Refused || wasAskedAfter(answer);
+    throw ServiceFailure(exitStatusOf(hasVerdict ? sale::Outcome::NotIssued : sale::Outcome::None), error,
+        sale::Outcome::NotIssued);
 }
 
 sale::Verdict issuedVerdict(const QJsonObject& answer)
@@ -130,7 +131,7 @@ Output issued(const Options& options, const ServiceDocument& document, const QJs
     const bool isReplayed = answer.value(QStringLiteral("replayed")).toBool();
     const bool isDisturbed = verdict.times > 1 || answer.value(QStringLiteral("error")).isObject();
     if (isDisturbed && !isReplayed)
-        throw ServiceFailure(verdict.times > 1 ? ExitFailure : ExitIssued, errorOf(answer), verdict);
+        throw ServiceFailure(exitStatusOf(verdict), errorOf(answer), verdict);
     return {{document.done(options, answer)}, {}, ExitSuccess, verdict};
 }
 

@@ -72,12 +72,13 @@ PreparedSale prepared(const QByteArray& text, Protocol protocol, const receipt::
     PreparedSale prepared;
     frctl::Options& options = prepared.options;
     options.protocol = protocol == Protocol::Hex ? QStringLiteral("HEX") : QStringLiteral("XML");
+    options.command = receipt.isReturn() ? QStringLiteral("refund") : QStringLiteral("sell");
     options.arguments = QStringList{file.name()};
     options.journal = std::make_shared<frctl::JournalAccess>(QStringLiteral(":memory:"));
     if (receipt.cashier.value_or(FrUser()).name.isEmpty())
         options.cashier.name = QStringLiteral("Иванова");
     try {
-        prepared.task = receipt.isReturn() ? frctl::prepareRefund(options) : frctl::prepareSell(options);
+        prepared.task = frctl::prepareReceipt(options);
     } catch (const frctl::CheckError&) {
         prepared.task = {};
     }

@@ -16,4 +16,10 @@ QJsonArray findingsJson(const QList<receipt::Finding>& findings)
     return json;
 }
 
+receipt::Finding findingOf(const QJsonObject& json, receipt::Finding::Severity severity)
+{
+    const auto text = [&json](const char* name) { return json.value(QLatin1String(name)).toString(); };
+    return {severity, text("path"), text("given"), text("text")};
+}
+
 } // namespace sale

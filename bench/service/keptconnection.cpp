@@ -1,25 +1,15 @@
 #include "keptconnection.h"
 
-#include <arpa/inet.h>
-#include <netinet/tcp.h>
+#include "loopback.h"
+
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <stdexcept>
 
 KeptConnection::KeptConnection(quint16 port)
-    : m_socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
+    : m_socket(connectionTo(port))
 {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(port);
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    const int yes = 1;
-    ::setsockopt(m_socket, IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
-    if (::connect(m_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
-        return;
-    ::close(m_socket);
-    throw std::runtime_error("the service is not there");
 }
 
 KeptConnection::~KeptConnection()

@@ -1,9 +1,8 @@
 // Lines at the pace of a serial one, in both directions.
 
+#include "loopback.h"
 #include "measures.h"
 
-#include <arpa/inet.h>
-#include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -21,26 +20,6 @@ using Clock = std::chrono::steady_clock;
 
 /// A converter on USB hands over so much at once, and the end of what is sent when it is there.
 constexpr qsizetype packetSize = 64;
-
-sockaddr_in onThisMachine(quint16 port)
-{
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(port);
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    return address;
-}
-
-int newSocket()
-{
-    return ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-}
-
-void sendAtOnce(int socket)
-{
-    const int yes = 1;
-    ::setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
-}
 
 /// One direction: bytes that arrive at once leave when a line would have carried them.
 class Wire
@@ -138,12 +117,8 @@ private:
     {
         unplug();
         m_host = ::accept4(m_listener, nullptr, nullptr, SOCK_CLOEXEC);
-        m_register = newSocket();
-        const sockaddr_in target = onThisMachine(m_target);
-        if (::connect(m_register, reinterpret_cast<const sockaddr*>(&target), sizeof target) != 0)
-            throw std::runtime_error("the register is not there");
+        m_register = connectionTo(m_target);
         sendAtOnce(m_host);
-        sendAtOnce(m_register);
     }
     void unplug()
     {

@@ -47,8 +47,9 @@ class Batch:
         self.faults.run(lambda: self.clients.done / self.count,
                         lambda: not any(thread.is_alive() for thread in threads))
         self.faults.end()
-        wrong = self._settle() + self.clients.errors + self.clients.unexpected + violations(self._evidence())
-        return self._figures(wrong, time.monotonic() - begun)
+        wrong = self._settle() + self.clients.errors + self.clients.unexpected
+        evidence = self._evidence()
+        return self._figures(evidence, wrong + violations(evidence), time.monotonic() - begun)
 
     def _start(self):
         for register in self.registers:
@@ -92,16 +93,15 @@ class Batch:
         drawers = {register.name: register.drawer() for register in self.registers}
         return Evidence(self.ledger.orders, self.ledger.by_document(), journal, drives, drawers)
 
-    def _figures(self, wrong, seconds):
-        journal = json.loads((self.folder / "journal.json").read_text())
+    def _figures(self, evidence, wrong, seconds):
+        journal = evidence.journal
         states = collections.Counter(
             one["state"] if one["state"] != "notIssued" else one["reason"] for one in journal.values())
-        drives = json.loads((self.folder / "drives.json").read_text())
         told = collections.Counter(one.state or one.status or "none" for one in self.ledger.told)
         return {
             "seed": self.seed, "seconds": round(seconds, 1), "documents": self.count, "accepted": len(journal),
             "requests": len(self.ledger.told), "given_up": self.clients.given_up, "told": dict(told),
-            "states": dict(states), "receipts": sum(one["type"] == 3 for own in drives.values() for one in own),
+            "states": dict(states), "receipts": sum(one["type"] == 3 for own in evidence.drives.values() for one in own),
             "faults": {**self.faults.counts, "cut": sum(one.line.cuts for one in self.registers)},
             "violations": wrong}
 

@@ -55,11 +55,6 @@ class Register:
                               capture_output=True, check=True, timeout=READY)
         return json.loads(told.stdout)
 
-    def page(self, number):
-        told = subprocess.run([self.emulator, "documents", "--state", self.folder / "state", str(number), "--json"],
-                              capture_output=True, check=True, timeout=READY)
-        return json.loads(told.stdout)
-
     def drawer(self):
         return int(Decimal(self.wait()["drawer"]["cash"]) * 100)
 

@@ -25,7 +25,7 @@ ROWS = (
     ("registers without paper", "faults.paper"),
     ("two registers changed ports", "faults.swap"),
     ("violations", "violations"),
-    ("minutes", "minutes"),
+    ("minutes of its batches together", "minutes"),
 )
 
 
