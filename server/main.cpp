@@ -1,26 +1,24 @@
 #include "configuration/configurationerror.h"
-#include "http/listenerror.h"
-#include "http/tlserror.h"
 #include "http/tlsidentity.h"
-#include "journalplace.h"
 #include "postgres/openstore.h"
 #include "preview/previewjob.h"
 #include "program/certificatecommand.h"
 #include "program/journalcommands.h"
 #include "program/options.h"
-#include "program/runfile.h"
+#include "program/places.h"
+#include "program/say.h"
 #include "program/service.h"
-#include "program/servicenotice.h"
-#include "program/signals.h"
-#include "program/successor.h"
+#include "program/serving.h"
 #include "program/tokencommands.h"
 #include "program/upgradecommand.h"
 #include "worker/workerloop.h"
 
 #include <driverlogtoqt.h>
 #include <QCoreApplication>
-#include <QCryptographicHash>
 #include <QFileInfo>
+#include <QLoggingCategory>
+
+#include <sys/prctl.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -28,131 +26,6 @@
 namespace {
 
 using namespace frserver;
-
-constexpr int failed = 1;
-constexpr int wrong = 2;
-
-int say(int status, const QString& what)
-{
-    const QStringList lines = what.split(QLatin1Char('\n'));
-    for (const QString& line : lines)
-        std::fprintf(stderr, "frserver: %s\n", qPrintable(line));
-    return status;
-}
-
-QString journalOf(const Configuration& configuration)
-{
-    const ServiceSettings& settings = configuration.service;
-    if (!settings.storeUrl.isEmpty())
-        return settings.storeUrl;
-    return settings.journal.isEmpty() ? sale::journalPlace() : settings.journal;
-}
-
-/// What the run file stands beside. Several services of a machine may have one database for their journal.
-QString runPlaceOf(const Options& options, const Configuration& configuration)
-{
-    const QString journal = journalOf(configuration);
-    if (!sale::isShared(journal))
-        return journal;
-    const QByteArray name = QCryptographicHash::hash(
-        QFileInfo(options.configFile).absoluteFilePath().toUtf8(), QCryptographicHash::Sha256);
-    constexpr qsizetype enough = 8;
-    return QFileInfo(Service::tokenFile(configuration.service, journal)).absolutePath()
-        + QStringLiteral("/frserver-") + QString::fromLatin1(name.first(enough).toHex());
-}
-
-ListenAddress listenAddress(const Options& options, const Configuration& configuration)
-{
-    const ServiceSettings& settings = configuration.service;
-    const bool hasTokens = TokenFile(Service::tokenFile(settings, journalOf(configuration))).exists();
-    const auto addressOf
-        = [&](const QString& text) { return ListenAddress::of(text, settings.hasTls(), hasTokens); };
-    if (!options.listen.isEmpty())
-        return addressOf(options.listen);
-    if (settings.listen.isEmpty())
-        return {};
-    try {
-        return addressOf(settings.listen);
-    } catch (const std::invalid_argument& error) {
-        throw ConfigurationError(
-            {QStringLiteral("%1: listen = %2").arg(settings.listenPlace, QString::fromUtf8(error.what()))});
-    }
-}
-
-/// One that cannot be read leaves the former one in use.
-void renewIdentity(Service& service)
-{
-    try {
-        service.readIdentity();
-    } catch (const http::TlsError& error) {
-        say(0, QStringLiteral("TLS: ") + QString::fromUtf8(error.what()));
-    }
-}
-
-/// Once the service is gone, for good or for the program in its file.
-struct Leaving
-{
-    bool isBegun = false;
-    bool isForSuccessor = false;
-};
-
-/// The program in the file takes the place of this one, unless it does not start.
-void leaveToSuccessor(Leaving& leaving, Service& service, RunFile& runFile, const Successor& successor)
-{
-    if (leaving.isBegun)
-        return;
-    if (const QString fault = successor.fault(); !fault.isEmpty()) {
-        say(0, QStringLiteral("upgrade: ") + fault);
-        return runFile.tellKeptPlace(fault);
-    }
-    say(0, QStringLiteral("upgrade: finishing the documents under way"));
-    leaving = {true, true};
-    service.stop([] { QCoreApplication::quit(); });
-}
-
-/// Until it is asked to end, or to leave its place.
-Leaving serveOn(const Options& options, const Configuration& configuration, const Successor& successor,
-    ServiceNotice& notice)
-{
-    Signals signals;
-    const ListenAddress listen = listenAddress(options, configuration);
-    Service service(configuration, journalOf(configuration));
-    // Before anything is begun that another service may be at, too.
-    RunFile runFile(runPlaceOf(options, configuration));
-    const auto readTokens = [&service] {
-        const QString error = service.readTokens();
-        say(0, error.isEmpty() ? QStringLiteral("tokens: read") : QStringLiteral("tokens: ") + error);
-    };
-    service.readIdentity();
-    service.start(listen);
-    readTokens();
-    signals.onReload([&service, readTokens] {
-        readTokens();
-        renewIdentity(service);
-    });
-    Leaving leaving;
-    signals.onEnd([&] {
-        notice.stopping();
-        leaving = {true, false};
-        service.stop([] { QCoreApplication::quit(); });
-    });
-    signals.onUpgrade([&] { leaveToSuccessor(leaving, service, runFile, successor); });
-    say(0, QStringLiteral("ready on ") + service.url());
-    notice.ready("ready on " + service.url().toUtf8());
-    runFile.tellReady(QCoreApplication::applicationVersion());
-    QCoreApplication::exec();
-    return leaving;
-}
-
-int serve(const Options& options, const Configuration& configuration)
-{
-    const Successor successor(QCoreApplication::arguments());
-    ServiceNotice notice;
-    if (!serveOn(options, configuration, successor, notice).isForSuccessor)
-        return 0;
-    notice.leavePlace();
-    return say(failed, successor.takePlace());
-}
 
 int checkConfig(const Options& options, const Configuration& configuration)
 {
@@ -209,6 +82,15 @@ int run(const Options& options)
     return runTokenCommand(options, tokens);
 }
 
+/// What the service starts for a part of its work, and not by its name.
+int runPart(int (*part)())
+{
+    ::prctl(PR_SET_NAME, "frserver");
+    // The drivers' log tells of people.
+    QLoggingCategory::setFilterRules(QStringLiteral("*=false\nfrserver.*=true\n"));
+    return part();
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -222,22 +104,22 @@ int main(int argc, char* argv[])
     case Options::Outcome::Done:
         return 0;
     case Options::Outcome::Wrong:
-        return wrong;
+        return wrongStatus;
     case Options::Outcome::Run:
         break;
     }
     if (options.command == Options::Command::Worker)
-        return runWorker();
+        return runPart(runWorker);
     if (options.command == Options::Command::Preview)
-        return runPreview();
+        return runPart(runPreview);
     try {
         return run(options);
     } catch (const ConfigurationError& error) {
-        return say(wrong, QString::fromUtf8(error.what()));
+        return say(wrongStatus, QString::fromUtf8(error.what()));
     } catch (const std::invalid_argument& error) {
-        return say(wrong, QStringLiteral("--listen: ") + QString::fromUtf8(error.what()));
+        return say(wrongStatus, QStringLiteral("--listen: ") + QString::fromUtf8(error.what()));
     } catch (const std::exception& error) {
         // It cannot listen, or use the journal or the tokens.
-        return say(failed, QString::fromUtf8(error.what()));
+        return say(failedStatus, QString::fromUtf8(error.what()));
     }
 }

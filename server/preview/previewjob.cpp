@@ -12,11 +12,9 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QLoggingCategory>
 
 #include <fcntl.h>
 #include <sys/mman.h>
-#include <sys/prctl.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -105,10 +103,6 @@ int draw(const QJsonObject& order, int output)
 
 int runPreview()
 {
-    // It was not started by its name.
-    ::prctl(PR_SET_NAME, "frserver");
-    // The drivers' log tells of people.
-    QLoggingCategory::setFilterRules(QStringLiteral("*=false\nfrserver.*=true\n"));
     const int output = takenOutput();
     try {
         return draw(readOrder(), output);

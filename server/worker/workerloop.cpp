@@ -4,10 +4,6 @@
 #include "worker/obstacle.h"
 #include "worker/workerending.h"
 
-#include <QLoggingCategory>
-
-#include <sys/prctl.h>
-
 namespace frserver {
 
 WorkerLoop::WorkerLoop()
@@ -90,10 +86,6 @@ QJsonObject WorkerLoop::work(const QJsonObject& message)
 int runWorker()
 {
     ending::arrange();
-    // It was not started by its name.
-    ::prctl(PR_SET_NAME, "frserver");
-    // The drivers' log tells of people.
-    QLoggingCategory::setFilterRules(QStringLiteral("*=false\nfrserver.*=true\n"));
     return WorkerLoop().run();
 }
 
