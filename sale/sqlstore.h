@@ -61,6 +61,8 @@ protected:
     virtual SqlKey keyOf(const StoredDocument& document) const;
     /// From now on nobody else changes the document in this transaction's time.
     virtual void hold(const QString& id);
+    /// The same of all documents that return goods of that sale.
+    virtual void holdReturns(const QString& saleId);
     /// Before whatever the owner of a register alone may write.
     virtual void requireOwner();
     /// The id is taken, or stands for another body from now on.

@@ -20,6 +20,11 @@ void SqlStore::hold(const QString& /*id*/)
     // Where one transaction at a time writes.
 }
 
+void SqlStore::holdReturns(const QString& /*saleId*/)
+{
+    // Where one transaction at a time writes.
+}
+
 void SqlStore::requireOwner()
 {
     // Where one machine has them all.

@@ -44,14 +44,7 @@ void PostgresStore::makeMonths()
 StoredDocument PostgresStore::accept(const DocumentRequest& request, const Condition& condition)
 {
     makeMonths();
-    m_connection.together([&] {
-        // Whatever the condition finds of the sale's other returns holds still until the end.
-        if (condition || !request.returnOf.isEmpty())
-            m_connection.value(
-                QStringLiteral("SELECT pg_advisory_xact_lock(1718765415, hashtext(?))"), {request.returnOf});
-        take(request, condition);
-    });
-    return findId(request.id).value();
+    return SqlStore::accept(request, condition);
 }
 
 std::optional<int> PostgresStore::acceptAndBegin(const DocumentRequest& request, const AttemptStart& start)
@@ -117,6 +110,11 @@ void PostgresStore::hold(const QString& id)
     const SqlKey key = keyOf(id);
     m_connection.value(
         QStringLiteral("SELECT 1 FROM documents WHERE %1 FOR UPDATE").arg(key.condition()), key.values);
+}
+
+void PostgresStore::holdReturns(const QString& saleId)
+{
+    m_connection.value(QStringLiteral("SELECT pg_advisory_xact_lock(1718765415, hashtext(?))"), {saleId});
 }
 
 void PostgresStore::requireOwner()

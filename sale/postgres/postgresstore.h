@@ -38,6 +38,7 @@ private:
     SqlKey keyOf(const QString& id) const override;
     SqlKey keyOf(const StoredDocument& document) const override;
     void hold(const QString& id) override;
+    void holdReturns(const QString& saleId) override;
     void requireOwner() override;
     void writeId(const QString& id, const QString& digest, const QString& accepted) override;
     void forget(const QString& id) override;
