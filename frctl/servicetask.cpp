@@ -104,15 +104,16 @@ sale::AnswerError errorOf(const QJsonObject& answer)
                 ? tr("its time was over before it could be begun")
                 : tr("the service does not make it (%1)").arg(sale::reasonName(reason)),
             QStringLiteral("Refusal")};
-    // As at the line: a refusal behind which the register was asked whether it is made after all is one of
-    // the close.
-    const bool wasAsked = answer.value(QStringLiteral("attempts"))
+    // As at the line: only with a mark before it can the register be asked whether it was made after all.
+    // What is refused ahead of that, such as a bad marking code, was never at its close.
+    const bool hasMark = !answer.value(QStringLiteral("attempts"))
                               .toArray()
                               .last()
                               .toObject()
-                              .value(QStringLiteral("markAfter"))
-                              .isObject();
-    const ExitStatus status = reason == sale::StateReason::Refused && !wasAsked ? ExitFailure : ExitNotIssued;
+                              .value(QStringLiteral("markBefore"))
+                              .toObject()
+                              .isEmpty();
+    const ExitStatus status = reason == sale::StateReason::Refused && !hasMark ? ExitFailure : ExitNotIssued;
     throw ServiceFailure(status, error, sale::Outcome::NotIssued);
 }
 
