@@ -98,7 +98,7 @@ sale::AnswerError errorOf(const QJsonObject& answer)
 bool wasAskedAfter(const QJsonObject& answer)
 {
     const QJsonArray attempts = answer.value(QStringLiteral("attempts")).toArray();
-    return attempts.last().toObject().value(QStringLiteral("markAfter")).isObject();
+    return !attempts.last().toObject().value(QStringLiteral("markAfter")).toObject().isEmpty();
 }
 
 [[noreturn]] void throwNotIssued(const QJsonObject& answer)

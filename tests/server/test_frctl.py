@@ -101,6 +101,9 @@ class Documents(Through):
         # As at the line: no document is needed, and there is none.
         closed, _ = self.frctl("z-report")
         self.assertEqual((None, None, None), (closed["id"], closed["state"], closed["error"]))
+        # Nothing was at its close.
+        early, _ = self.frctl("x-report", status=1)
+        self.assertEqual(("notIssued", "refused", "shiftClosed"), (early["state"], early["reason"], early["error"]["kind"]))
         status, _ = self.frctl("status")
         self.assertEqual((False, True, "ready"), (status["shiftOpen"], status["testDrive"], status["service"]["state"]))
 

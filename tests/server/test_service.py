@@ -95,6 +95,15 @@ class Sales(ServiceTest):
         self.assertEqual("cash", refused["error"]["kind"])
         self.assert_issued(self.service.post({"type": "cashIn", "sum": 50}, id="cash:0001"))
 
+    def test_a_register_that_restarts_between_documents(self):
+        early = self.service.post({"type": "xReport"}, id="till1:early")
+        self.assertEqual((409, "shiftClosed"), (early.status, early["error"]["kind"]), early)
+        self.assert_issued(self.service.post(SALE, id="till1:0001"))
+        for place, body in enumerate(({"type": "xReport"}, {"type": "copy", "documentNumber": 1}, {"type": "copy"})):
+            for state in ("off", "on"):
+                self.register.ask("PUT", "/power", {"state": state})
+            self.assert_issued(self.service.post(body, id=f"till1:paper{place}"))
+
 
 class SalesOverXml(Sales):
     PROTOCOL = "XML"
