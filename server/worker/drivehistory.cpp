@@ -22,6 +22,11 @@ bool wasMadeHere(const StoredDocument& document)
 
 } // namespace
 
+QString toldDrive(const QString& number)
+{
+    return number.trimmed().isEmpty() ? QString() : number;
+}
+
 QString lastDrive(const sale::DocumentStore& journal, const QString& registerName)
 {
     QString drive;

@@ -9,6 +9,10 @@ class DocumentStore;
 
 namespace frserver {
 
+/// The drive of a register that tells that number, as its documents in the journal have it: with the blanks
+/// that may stand around it. Empty for blanks alone.
+QString toldDrive(const QString& number);
+
 /// @name What the journal knows of a register's past
 /// Throw JournalError.
 /// @{

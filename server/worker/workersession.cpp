@@ -126,7 +126,7 @@ sale::CashDesk& WorkerSession::desk(bool opensShift)
 
 QString WorkerSession::readDrive()
 {
-    return m_connection->driver().getFnInfo().fnStatus.fnNumber.trimmed();
+    return toldDrive(m_connection->driver().getFnInfo().fnStatus.fnNumber);
 }
 
 void WorkerSession::requireDrive(const QString& drive)
@@ -175,7 +175,7 @@ void WorkerSession::setClock(RegisterCondition& condition)
 QJsonObject WorkerSession::conditionJson()
 {
     RegisterCondition condition = RegisterCondition::read(m_connection->driver(), line());
-    const QString drive = condition.drive.fnStatus.fnNumber.trimmed();
+    const QString drive = toldDrive(condition.drive.fnStatus.fnNumber);
     if (drive != m_drive && !drive.isEmpty())
         requireDrive(drive);
     setClock(condition);

@@ -132,6 +132,9 @@ TEST_F(DriveHistory, KnowsTheDriveOfTheRegisterThatADocumentWasMadeOn)
     EXPECT_EQ(lastDrive(store, "till1"), "1");
     store.withdraw("sale:0002");
     EXPECT_EQ(lastDrive(store, "till1"), "1");
+    make("sale:0004", DocumentKind::Sale, "1 ", DocumentState::Issued);
+    EXPECT_EQ(lastDrive(store, "till1"), toldDrive("1 "));
+    EXPECT_EQ(toldDrive("  "), "");
 }
 
 TEST_F(DriveHistory, KnowsWhenTheShiftBegan)
