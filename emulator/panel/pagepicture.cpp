@@ -1,13 +1,13 @@
 #include "panel/pagepicture.h"
 
 #include "http/problem.h"
+#include "http/processanswer.h"
 #include "tape/drawingprogram.h"
 #include "tape/pagejson.h"
 #include "tape/pagepicture.h"
 
 #include <QCoreApplication>
 #include <QJsonDocument>
-#include <QPointer>
 #include <QProcess>
 
 namespace emulator::panel::pagepicture {
@@ -49,24 +49,11 @@ bool isBusy()
 
 std::shared_ptr<http::Pending> draw(const QString& program, const tape::Page& page, const QString& format)
 {
-    const auto pending = std::make_shared<http::Pending>(
-        patience, failure(503, QStringLiteral("frspf-draw took too long.")));
     auto* const process = new QProcess(QCoreApplication::instance());
     process->setObjectName(processName);
-    const auto finish = [pending, process, format] {
-        pending->answer(drawn(*process, format));
-        process->deleteLater();
-    };
-    QObject::connect(process, &QProcess::finished, process, finish);
-    // One that does not start never finishes.
-    QObject::connect(process, &QProcess::errorOccurred, process, [finish](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart)
-            finish();
-    });
-    pending->onGone([guard = QPointer<QProcess>(process)] {
-        if (guard)
-            guard->kill();
-    });
+    const auto pending
+        = http::processAnswer(*process, patience, failure(503, QStringLiteral("frspf-draw took too long.")),
+            [format](QProcess& ended) { return drawn(ended, format); });
     process->start(program, {format});
     process->write(QJsonDocument(tape::toJson(page)).toJson(QJsonDocument::Compact));
     process->closeWriteChannel();

@@ -5,11 +5,11 @@
 #include "preview/previewstatus.h"
 
 #include "http/problem.h"
+#include "http/processanswer.h"
 #include "tape/drawingprogram.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QPointer>
 #include <QProcess>
 #include <QTimer>
 
@@ -141,27 +141,6 @@ bool PictureProcesses::isBusy() const
         >= m_settings.mostAtOnce;
 }
 
-void PictureProcesses::answerAtEnd(
-    QProcess& process, const std::shared_ptr<http::Pending>& pending, const QString& format)
-{
-    const auto finish = [pending, &process, format] {
-        pending->answer(outcome(process, format));
-        // It is on the stack yet, and makes room for the next one at once.
-        process.setObjectName({});
-        process.deleteLater();
-    };
-    QObject::connect(&process, &QProcess::finished, &process, finish);
-    // One that does not start never finishes.
-    QObject::connect(&process, &QProcess::errorOccurred, &process, [finish](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart)
-            finish();
-    });
-    pending->onGone([guard = QPointer<QProcess>(&process)] {
-        if (guard)
-            guard->kill();
-    });
-}
-
 http::Answer PictureProcesses::paint(const PictureOrder& order)
 {
     if (isBusy())
@@ -169,14 +148,14 @@ http::Answer PictureProcesses::paint(const PictureOrder& order)
             503, QStringLiteral("busy"), QStringLiteral("Too many pictures are being drawn"), {})
             .withHeader("Retry-After", "1")
             .response();
-    const auto pending = std::make_shared<http::Pending>(m_settings.patience * 2,
-        failed(QStringLiteral("picture-given-up"),
-            QStringLiteral("The process that draws it cannot be ended.")));
     auto* const process = new QProcess(&m_room);
     process->setObjectName(runningName);
     process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process->setChildProcessModifier(limitProcess);
-    answerAtEnd(*process, pending, order.format);
+    const auto pending = http::processAnswer(*process, m_settings.patience * 2,
+        failed(
+            QStringLiteral("picture-given-up"), QStringLiteral("The process that draws it cannot be ended.")),
+        [format = order.format](QProcess& ended) { return outcome(ended, format); });
     watch(*process);
     process->start(m_settings.program, {QStringLiteral("--preview")});
     process->write(message(order));

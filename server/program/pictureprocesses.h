@@ -35,8 +35,6 @@ public:
 
 private:
     bool isBusy() const;
-    static void answerAtEnd(
-        QProcess& process, const std::shared_ptr<http::Pending>& pending, const QString& format);
     void watch(QProcess& process) const;
     QByteArray message(const PictureOrder& order) const;
 

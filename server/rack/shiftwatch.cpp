@@ -25,7 +25,7 @@ void ShiftWatch::open(const QDateTime& since, const QDateTime& now, qint64 stead
         return;
     m_isOpen = true;
     m_since = since;
-    m_secondsThen = since.isValid() && now.isValid() ? std::max<qint64>(0, since.secsTo(now)) : 0;
+    m_secondsThen = since.isValid() ? std::max<qint64>(0, since.secsTo(now)) : 0;
     m_told = steady;
 }
 

@@ -14,7 +14,7 @@ public:
 
     /// The moment may be invalid when it is not known. From now on its age is counted in milliseconds that
     /// never jump, too.
-    void open(const QDateTime& since, const QDateTime& now = {}, qint64 steady = 0);
+    void open(const QDateTime& since, const QDateTime& now, qint64 steady);
     void close();
     bool isOpen() const { return m_isOpen; }
     const QDateTime& since() const { return m_since; }
@@ -23,7 +23,7 @@ public:
     bool mayOpen(const QDateTime& now) const;
     /// The report that closes it goes before documents that were not begun: at the end of scheduled hours,
     /// and half an hour before a register sells no more in the shift, whatever the rule.
-    bool isEndDue(const QDateTime& now, qint64 steady = 0) const;
+    bool isEndDue(const QDateTime& now, qint64 steady) const;
 
 private:
     bool isWithinHours(const QDateTime& now) const;

@@ -61,9 +61,9 @@ TEST_P(Shift, EndsInTime)
     }
     ShiftWatch watch(settings);
     if (const QString since = given.since; !since.isEmpty())
-        watch.open(since == "?" ? QDateTime() : moment(since).toUTC());
+        watch.open(since == "?" ? QDateTime() : moment(since).toUTC(), moment(given.now).toUTC(), 0);
     EXPECT_EQ(watch.mayOpen(moment(given.now).toUTC()), given.mayOpen);
-    EXPECT_EQ(watch.isEndDue(moment(given.now).toUTC()), given.isEndDue);
+    EXPECT_EQ(watch.isEndDue(moment(given.now).toUTC(), 0), given.isEndDue);
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, Shift, testing::ValuesIn(shiftCases),

@@ -1,0 +1,88 @@
+// A register is left, to others or for good.
+
+#include "agentfixture.h"
+
+using sale::DocumentState;
+
+namespace {
+
+TEST_F(AgentTest, PausesBehindTheDocumentUnderWay)
+{
+    startAgent();
+    queue("sale:0001");
+    queue("sale:0002");
+    agent->pause("Петров");
+    EXPECT_EQ(text("state"), "pausing");
+    issue();
+    ASSERT_EQ(worker->at(), "close");
+    EXPECT_EQ(text("state"), "pausing");
+    worker->answer({});
+    EXPECT_EQ(text("state"), "paused");
+    EXPECT_EQ(text("pausedBy"), "Петров");
+    pass(1'000'000);
+    EXPECT_EQ(worker->at(), "");
+    // Nobody wants it meanwhile.
+    worker->die();
+    EXPECT_EQ(text("state"), "paused");
+    pass(1'000'000);
+    EXPECT_EQ(worker->starts, 1);
+    agent->resume();
+    worker->answer({});
+    open();
+    EXPECT_EQ(worker->at(), "make sale:0002");
+}
+
+TEST_F(AgentTest, PausedLeavesThePortAlsoBehindAFailure)
+{
+    startAgent();
+    queue("sale:0001");
+    hold("wrongRegister");
+    agent->pause("Петров");
+    EXPECT_EQ(worker->at(), "close");
+}
+
+TEST_F(AgentTest, StopsBehindTheDocumentUnderWay)
+{
+    startAgent();
+    queue("sale:0001");
+    queue("sale:0002");
+    agent->stop();
+    issue();
+    EXPECT_EQ(worker->at(), "close");
+    worker->answer({});
+    EXPECT_EQ(worker->did.constLast(), "end");
+    EXPECT_FALSE(isStopped);
+    worker->die();
+    EXPECT_TRUE(isStopped);
+    EXPECT_EQ(text("state"), "stopped");
+    EXPECT_EQ(stateOf("sale:0002"), DocumentState::Queued);
+}
+
+TEST_F(AgentTest, StopsWithoutWaitingForARegisterThatDoesNotAnswer)
+{
+    makeAgent();
+    agent->start();
+    worker->answer({});
+    queue("sale:0001");
+    ASSERT_EQ(worker->at(), "open");
+    agent->stop();
+    agent->stop();
+    EXPECT_EQ(worker->did.mid(worker->did.indexOf("open ")), (QStringList{"open ", "end"}));
+    EXPECT_FALSE(isStopped);
+    worker->die();
+    EXPECT_TRUE(isStopped);
+    EXPECT_EQ(worker->starts, 1);
+}
+
+TEST_F(AgentTest, StopsAlsoAWorkerThatHangs)
+{
+    startAgent();
+    queue("sale:0001");
+    agent->stop();
+    pass(120'000);
+    EXPECT_EQ(worker->kills, 1);
+    EXPECT_TRUE(isStopped);
+    EXPECT_EQ(worker->starts, 1);
+}
+
+} // namespace
