@@ -94,11 +94,12 @@ sale::AnswerError errorOf(const QJsonObject& answer)
     throw ServiceFailure(ExitUnknown, {sale::errorKindNamed(waiting), text, hostErrorName()}, {});
 }
 
-/// Behind a close that fails the register is asked whether the document is made after all.
-bool wasAskedAfter(const QJsonObject& answer)
+/// Only with a mark before it can the register be asked whether it was made after all; what is refused ahead
+/// of that, such as a bad marking code, was never at its close.
+bool hasMark(const QJsonObject& answer)
 {
     const QJsonArray attempts = answer.value(QStringLiteral("attempts")).toArray();
-    return !attempts.last().toObject().value(QStringLiteral("markAfter")).toObject().isEmpty();
+    return !attempts.last().toObject().value(QStringLiteral("markBefore")).toObject().isEmpty();
 }
 
 [[noreturn]] void throwNotIssued(const QJsonObject& answer)
@@ -112,7 +113,7 @@ bool wasAskedAfter(const QJsonObject& answer)
                 : tr("the service does not make it (%1)").arg(sale::reasonName(reason)),
             QStringLiteral("Refusal")};
     // As at the line, where a document that did not come to its close has no verdict.
-    const bool hasVerdict = reason != sale::StateReason::Refused || wasAskedAfter(answer);
+    const bool hasVerdict = reason != sale::StateReason::Refused || hasMark(answer);
     throw ServiceFailure(exitStatusOf(hasVerdict ? sale::Outcome::NotIssued : sale::Outcome::None), error,
         sale::Outcome::NotIssued);
 }
