@@ -8,6 +8,8 @@
 #include <QStringDecoder>
 #include <QUrlQuery>
 
+#include <algorithm>
+
 namespace http {
 
 namespace {
@@ -101,12 +103,16 @@ QJsonObject Request::json() const
 std::optional<std::chrono::seconds> Request::preferredWait() const
 {
     static const QRegularExpression wait(
-        QStringLiteral("(?:^|[,;])\\s*wait\\s*=\\s*\"?(\\d{1,6})\"?\\s*(?:$|[,;])"),
+        QStringLiteral("(?:^|[,;])\\s*wait\\s*=\\s*\"?(\\d+)\"?\\s*(?:$|[,;])"),
         QRegularExpression::CaseInsensitiveOption);
     const QRegularExpressionMatch match = wait.match(QString::fromLatin1(headers.value("Prefer")));
     if (!match.hasMatch())
         return std::nullopt;
-    return std::chrono::seconds(match.captured(1).toInt());
+    // Days, which a timer still takes.
+    constexpr int most = 999'999;
+    bool isNumber = false;
+    const int seconds = match.captured(1).toInt(&isNumber);
+    return std::chrono::seconds(isNumber ? std::min(seconds, most) : most);
 }
 
 } // namespace http

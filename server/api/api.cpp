@@ -25,11 +25,24 @@ const QString pausedState = QStringLiteral("paused");
 const QList<sale::DocumentState> openStates{
     sale::DocumentState::Queued, sale::DocumentState::Running, sale::DocumentState::Unknown};
 
+void requireQueryNames(const ApiRoute& route, const http::Request& request)
+{
+    if (route.queryNames.isEmpty())
+        return;
+    for (const auto& [name, value] : request.query) {
+        if (!name.isEmpty() && !route.queryNames.contains(name))
+            throw http::Problem(400,
+                QStringLiteral("There is no %1 to ask for; there are %2.")
+                    .arg(name, route.queryNames.join(QStringLiteral(", "))));
+    }
+}
+
 http::Handler handlerOf(Api& api, const ApiRoute& route)
 {
-    return [&api, answer = route.answer](const http::Request& request) -> http::Answer {
+    return [&api, route](const http::Request& request) -> http::Answer {
+        requireQueryNames(route, request);
         try {
-            return answer(api, request);
+            return route.answer(api, request);
         } catch (const sale::JournalError& error) {
             return journalProblem(error);
         }

@@ -3,6 +3,7 @@
 #include "access/tokenentry.h"
 #include "api/openlist.h"
 #include "api/owners.h"
+#include "api/searches.h"
 #include "api/till.h"
 #include "api/waiters.h"
 #include "documentstore.h"
@@ -81,8 +82,7 @@ public:
     /// @}
     /// For a document that was accepted just now.
     void accepted(const sale::StoredDocument& document);
-    /// For what goes on later, as long as the interface is there.
-    const QObject& context() const { return m_lookAgain; }
+    Searches& searches() { return m_searches; }
     /// The register as it is when it is paused, or at the end of the time.
     http::Answer whenPaused(const Till& till, std::optional<std::chrono::seconds> wait);
     /// @}
@@ -114,6 +114,7 @@ private:
     /// Changes that the journal could not tell of; looked at again.
     QStringList m_missed;
     QTimer m_lookAgain;
+    Searches m_searches;
     /// When the disk took a trial last.
     QElapsedTimer m_roomSeen;
     bool m_isStopping = false;

@@ -17,6 +17,9 @@ struct ApiRoute
     QString pattern;
     http::Answer (*answer)(Api& api, const http::Request& request);
     http::Access access = {};
+    /// What may stand in the query of one that looks at it at all: a misspelt name would be answered as if
+    /// nothing was asked.
+    QStringList queryNames = {};
 };
 
 /// @name Those of each topic

@@ -95,7 +95,8 @@ Answer check(Api& api, const Request& request)
 
 const QList<ApiRoute>& checkRoutes()
 {
-    static const QList<ApiRoute> routes{{"POST", QStringLiteral("/check"), check}};
+    static const QList<ApiRoute> routes{{"POST", QStringLiteral("/check"), check, {},
+        {QStringLiteral("register"), QStringLiteral("protocol")}}};
     return routes;
 }
 

@@ -9,8 +9,6 @@
 #include "http/problem.h"
 #include "journalerror.h"
 
-#include <QTimer>
-
 #include <limits>
 #include <memory>
 
@@ -28,18 +26,18 @@ using sale::StoredDocument;
 /// Goes on when others have been answered, as long as somebody waits for it.
 void lookLater(Api& api, const std::shared_ptr<ListPage>& page, const std::weak_ptr<http::Pending>& pending)
 {
-    QTimer::singleShot(0, &api.context(), [&api, page, pending] {
+    api.searches().add([page, pending] {
         const std::shared_ptr<http::Pending> waiting = pending.lock();
         if (!waiting || waiting->isOver())
-            return;
+            return false;
         try {
             if (page->lookOn())
-                lookLater(api, page, pending);
-            else
-                waiting->answer(Response::json(page->json()));
+                return true;
+            waiting->answer(Response::json(page->json()));
         } catch (const sale::JournalError& error) {
             waiting->answer(journalProblem(error));
         }
+        return false;
     });
 }
 
@@ -115,7 +113,9 @@ Answer resolve(Api& api, const Request& request)
 const QList<ApiRoute>& documentListRoutes()
 {
     static const QList<ApiRoute> routes{
-        {"GET", QStringLiteral("/documents"), listDocuments},
+        {"GET", QStringLiteral("/documents"), listDocuments, {},
+            {QStringLiteral("register"), QStringLiteral("state"), QStringLiteral("since"),
+                QStringLiteral("text"), QStringLiteral("limit"), QStringLiteral("cursor")}},
         {"POST", QStringLiteral("/documents/{id}/resolve"), resolve, rights::administering()},
     };
     return routes;

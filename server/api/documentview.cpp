@@ -71,8 +71,11 @@ std::optional<sale::AnswerError> errorOf(const StoredDocument& document)
 /// Why nothing of it was begun yet.
 QJsonValue waitingOf(const StoredDocument& document, const Till* till)
 {
-    const bool isQueued = document.state == DocumentState::Queued;
-    return isQueued && till != nullptr ? till->view().value(QStringLiteral("waiting")) : QJsonValue();
+    if (document.state != DocumentState::Queued || till == nullptr)
+        return {};
+    const QJsonObject view = till->view();
+    const QString paused = QStringLiteral("paused");
+    return view.value(QStringLiteral("state")) == paused ? paused : view.value(QStringLiteral("waiting"));
 }
 
 void addPosting(QJsonObject& json, const StoredDocument& document, const Till* till)

@@ -34,7 +34,7 @@ Answer describe(Api&, const Request&)
 const QList<ApiRoute>& eventRoutes()
 {
     static const QList<ApiRoute> routes{
-        {"GET", QStringLiteral("/events"), events},
+        {"GET", QStringLiteral("/events"), events, {}, {QStringLiteral("lastEventId")}},
         {"GET", QStringLiteral("/openapi.json"), describe, rights::anybody()},
     };
     return routes;

@@ -45,8 +45,9 @@ QDateTime sinceOf(const Request& request)
 {
     const QString text = request.queryValue(QStringLiteral("since")).value_or(QString());
     const QDateTime time = QDateTime::fromString(text, Qt::ISODateWithMs);
-    if (!text.isEmpty() && !time.isValid())
-        throw Problem(400, QStringLiteral("since is a time as 2025-03-01T09:00:00Z."));
+    // One without a zone would be another moment on another machine.
+    if (!text.isEmpty() && (!time.isValid() || time.timeSpec() == Qt::LocalTime))
+        throw Problem(400, QStringLiteral("since is a time with its zone, as 2025-03-01T09:00:00Z."));
     return time;
 }
 

@@ -71,7 +71,8 @@ Answer documentPicture(Api& api, const Request& request)
 const QList<ApiRoute>& pictureRoutes()
 {
     static const QList<ApiRoute> routes{
-        {"POST", QStringLiteral("/preview"), preview},
+        {"POST", QStringLiteral("/preview"), preview, {},
+            {QStringLiteral("register"), QStringLiteral("protocol")}},
         {"GET", QStringLiteral("/documents/{id}/picture"), documentPicture},
     };
     return routes;

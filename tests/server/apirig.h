@@ -68,10 +68,12 @@ public:
     {
         if (isBroken)
             throw sale::JournalError("the disk is full");
+        ++findings;
         return SqliteStore::find(query);
     }
 
     bool isBroken = false;
+    mutable int findings = 0;
 };
 
 /// An answer as a client has it; no status for one that is still to come.

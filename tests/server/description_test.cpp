@@ -22,6 +22,8 @@ const AskRow askRows[] = {
     {"GET", "/v1/documents?since=once", "", 400, "since"},
     {"GET", "/v1/documents?cursor=x", "", 400, "cursor"},
     {"GET", "/v1/documents?limit=501", "", 400, "limit"},
+    {"GET", "/v1/documents?since=2031-01-01T00:00:00", "", 400, "zone"},
+    {"GET", "/v1/documents?registre=till1&", "", 400, "no registre"},
     {"GET", "/v1/documents?register=till3", "", 404},
     {"GET", "/v1/documents/document:1", "", 200, "\"items\":[{"},
     {"GET", "/v1/documents/document:9", "", 404},

@@ -55,6 +55,19 @@ TEST_F(ListTest, OthersAreAnsweredWhileItSearches)
     EXPECT_TRUE(asked.later().json().value("next").isNull()) << asked.later().all();
 }
 
+TEST_F(ListTest, ManySearchesTakeTurns)
+{
+    const Served asked[] = {ask("GET", search("nowhere")), ask("GET", search("document:1"))};
+    const int before = store.findings;
+    QCoreApplication::processEvents();
+    EXPECT_EQ(store.findings, before + 1);
+    for (const Served& one : asked) {
+        workThrough(one);
+        EXPECT_EQ(one.later().status, 200) << one.later().all();
+    }
+    EXPECT_EQ(idsOf(asked[1].later()), QStringList{"document:1"});
+}
+
 TEST_F(ListTest, AJournalThatFailsMeanwhileIsTold)
 {
     const Served asked = ask("GET", search("nowhere"));
