@@ -46,7 +46,8 @@ class Line(threading.Thread):
 
     def end(self):
         self.is_ended = True
-        self.join(5)
+        if self.is_alive():
+            self.join(5)
 
     def run(self):
         while not self.is_ended:

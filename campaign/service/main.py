@@ -33,6 +33,7 @@ def options():
                         help=f"lines that are silent for 15 to 75 s (1 of 100 documents, {MOST_SILENCES} at most)")
     parser.add_argument("--minutes", type=float, default=60, help="no batch begins later (60)")
     parser.add_argument("--folder", type=Path, help="where it works, and goes on when it was stopped")
+    parser.add_argument("--anew", action="store_true", help="forget what a run that was stopped has left there")
     for program in ("frserver", "emulator", "plugin"):
         parser.add_argument(f"--{program}", type=Path, required=True)
     return parser.parse_args()
@@ -124,6 +125,8 @@ def main():
     for ending in (signal.SIGTERM, signal.SIGHUP):
         signal.signal(ending, interrupt)
     folder = given.folder or Path(tempfile.gettempdir()) / f"frspf-service-campaign-{given.seed}-{given.service}"
+    if given.anew and not given.only:
+        shutil.rmtree(folder, ignore_errors=True)
     folder.mkdir(parents=True, exist_ok=True)
     try:
         batches = run_only(given, folder) if given.only else run_all(given, folder)

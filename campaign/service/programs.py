@@ -1,6 +1,7 @@
 """Programs of ours as processes: none outlives the campaign, and each is ended by its own id."""
 
 import contextlib
+import random
 import signal
 import socket
 import subprocess
@@ -9,10 +10,13 @@ PATIENCE = 150
 
 
 def free_port():
-    """One of this machine that nobody listens on now; it is taken again and again, as programs are started anew."""
-    with contextlib.closing(socket.socket()) as taken:
-        taken.bind(("127.0.0.1", 0))
-        return taken.getsockname()[1]
+    """One of this machine that nobody listens on now; it is taken again and again, as programs are started anew.
+    Below those that the system gives to whoever connects, which might have it while its program is dead."""
+    while True:
+        port = random.randrange(20000, 32000)
+        with contextlib.closing(socket.socket()) as taken, contextlib.suppress(OSError):
+            taken.bind(("127.0.0.1", port))
+            return port
 
 
 class Program:
