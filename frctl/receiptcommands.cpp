@@ -22,7 +22,6 @@ namespace {
 
 using receipt::moneyText;
 using receipt::Receipt;
-using receipt::ReceiptError;
 
 /// A receipt on its way to the register, with the text that it was made of.
 struct Issue
