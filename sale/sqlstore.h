@@ -1,5 +1,6 @@
 #pragma once
 
+#include "documentpools.h"
 #include "documentstore.h"
 #include "journalerror.h"
 #include "sqlconnection.h"
@@ -10,7 +11,7 @@
 namespace sale {
 
 /// The journal in a database: what is the same in all of them.
-class SqlStore : public DocumentStore
+class SqlStore : public DocumentStore, public DocumentPools
 {
 public:
     static constexpr int usualPatienceMs = 10'000;
@@ -27,6 +28,10 @@ public:
     StoredDocument refuse(const QString& id, const AttemptNote& note) override;
     QStringList expire(const QDateTime& now) override;
     void requireRoom() override;
+    std::optional<StoredDocument> claim(const PoolClaim& claim) override;
+    QStringList giveBack(const QString& registerName) override;
+    QStringList giveBackStale(std::chrono::seconds age) override;
+    StoredDocument moveToPool(const QString& id, const QString& pool) override;
 
     /// Where it is, as it is told to people.
     virtual QString place() const = 0;
@@ -73,6 +78,8 @@ protected:
     virtual QString textCondition() const;
     /// What is added to a question for rows that are to be changed: those that others change are left out.
     virtual QString lockingWords() const;
+    /// The moment so long ago, by the database's clock.
+    virtual QString momentAgo(std::chrono::seconds age) const;
 
 private:
     std::optional<int> start(const QString& id, const AttemptStart& start);
@@ -91,7 +98,14 @@ private:
     void endAttempt(const QString& id, int attempt, const DocumentEnding& ending);
     void refuseWrongEnding(const StoredDocument& known, int attempt, const DocumentEnding& ending) const;
     void addAttempts(StoredDocument& document) const;
-    QString statementOf(const DocumentQuery& query, const QString& condition) const;
+    QString wordsOf(const DocumentQuery& query, const QString& condition) const;
+    /// The words follow those of the table.
+    QList<StoredDocument> documents(const QString& words, const QVariantList& values) const;
+    QString poolOfFirst(const PoolClaim& claim) const;
+    std::optional<StoredDocument> firstUnclaimed(const PoolClaim& claim, const QString& pool) const;
+    /// The one that it names, held.
+    std::optional<StoredDocument> unclaimed(const PoolClaim& claim);
+    QStringList giveBackThose(const QString& condition, const QVariantList& values);
 
     SqlConnection& m_sql;
 };

@@ -167,4 +167,9 @@ QString PostgresStore::lockingWords() const
     return QStringLiteral(" FOR UPDATE SKIP LOCKED");
 }
 
+QString PostgresStore::momentAgo(std::chrono::seconds age) const
+{
+    return QStringLiteral("clock_timestamp() - interval '%1 seconds'").arg(age.count());
+}
+
 } // namespace sale

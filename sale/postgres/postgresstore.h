@@ -45,6 +45,7 @@ private:
     QString goodsJoin() const override;
     QString textCondition() const override;
     QString lockingWords() const override;
+    QString momentAgo(std::chrono::seconds age) const override;
     void makeMonths();
     QString acceptanceOf(const QString& id) const;
 

@@ -1,0 +1,125 @@
+// Documents that wait for any register of a pool.
+
+#include "sqlstore.h"
+
+#include <QSqlQuery>
+
+#include <limits>
+
+namespace sale {
+
+namespace {
+
+// In the words of their indices.
+const QString isUnclaimed = QStringLiteral("state = 'queued' AND register = ''");
+// That of those indices alone: along the other ones a planner would pass by all that was done before.
+const QString inOrder = QStringLiteral("sequence + 0");
+const QString isClaimed = QStringLiteral("state = 'queued' AND register <> '' AND pool <> ''");
+
+QString fitting(const PoolClaim& claim)
+{
+    const QString words = isUnclaimed + QStringLiteral(" AND pool = ?");
+    return claim.isPaperless ? words + QStringLiteral(" AND paperless") : words;
+}
+
+} // namespace
+
+std::optional<StoredDocument> SqlStore::claim(const PoolClaim& claim)
+{
+    std::optional<StoredDocument> document;
+    const auto take = [&](const std::optional<StoredDocument>& found) {
+        document = found;
+        if (!document)
+            return;
+        const SqlKey key = keyOf(*document);
+        m_sql.execute(QStringLiteral("UPDATE documents SET register = ?, claimed = %1 WHERE %2")
+                          .arg(momentAgo(std::chrono::seconds(0)), key.condition()),
+            QVariantList{claim.registerName} + key.values);
+        document->request.registerName = claim.registerName;
+    };
+    if (!claim.id.isEmpty()) {
+        m_sql.together([&] { take(unclaimed(claim)); });
+        return document;
+    }
+    // Mostly there is none, and nobody is to wait for that.
+    const QString pool = poolOfFirst(claim);
+    if (!pool.isEmpty())
+        m_sql.together([&] { take(firstUnclaimed(claim, pool)); });
+    return document;
+}
+
+/// Each pool has its documents in their order.
+QString SqlStore::poolOfFirst(const PoolClaim& claim) const
+{
+    QString first;
+    qint64 place = std::numeric_limits<qint64>::max();
+    for (const QString& pool : claim.pools) {
+        const QVariant found
+            = m_sql.value(QStringLiteral("SELECT sequence FROM documents WHERE %1 ORDER BY %2 LIMIT 1")
+                              .arg(fitting(claim), inOrder),
+                {pool});
+        if (found.isValid() && found.toLongLong() < place) {
+            place = found.toLongLong();
+            first = pool;
+        }
+    }
+    return first;
+}
+
+std::optional<StoredDocument> SqlStore::firstUnclaimed(const PoolClaim& claim, const QString& pool) const
+{
+    const QString words = QStringLiteral(" WHERE %1 ORDER BY %2 LIMIT 1").arg(fitting(claim), inOrder);
+    const QList<StoredDocument> found = documents(words + lockingWords(), {pool});
+    return found.isEmpty() ? std::nullopt : std::optional(found.constFirst());
+}
+
+std::optional<StoredDocument> SqlStore::unclaimed(const PoolClaim& claim)
+{
+    hold(claim.id);
+    const std::optional<StoredDocument> found = findId(claim.id);
+    const bool fits = found && found->state == DocumentState::Queued && found->request.registerName.isEmpty()
+        && claim.pools.contains(found->request.pool) && (found->request.isPaperless || !claim.isPaperless);
+    return fits ? found : std::nullopt;
+}
+
+QStringList SqlStore::giveBack(const QString& registerName)
+{
+    return giveBackThose(QStringLiteral("register = ?"), {registerName});
+}
+
+QStringList SqlStore::giveBackStale(std::chrono::seconds age)
+{
+    // A clock that was put back makes none wait for it.
+    return giveBackThose(QStringLiteral("(claimed < %1 OR claimed > %2)")
+                             .arg(momentAgo(age), momentAgo(-std::chrono::seconds(mostSecondsBack))),
+        {});
+}
+
+QStringList SqlStore::giveBackThose(const QString& condition, const QVariantList& values)
+{
+    QStringList ids;
+    const auto look = [&](const QString& words) {
+        ids.clear();
+        m_sql.select(
+            QStringLiteral("SELECT id FROM documents WHERE %1 AND %2").arg(isClaimed, condition) + words,
+            values, [&ids](const QSqlQuery& row) { ids.append(row.value(0).toString()); });
+    };
+    look({});
+    if (ids.isEmpty())
+        return ids;
+    m_sql.together([&] {
+        look(lockingWords());
+        for (const QString& id : std::as_const(ids))
+            update(id, QStringLiteral("register = '', claimed = NULL"), {});
+    });
+    return ids;
+}
+
+StoredDocument SqlStore::moveToPool(const QString& id, const QString& pool)
+{
+    return ifQueued(id, [&](const StoredDocument&) {
+        update(id, QStringLiteral("register = '', pool = ?, claimed = NULL"), {pool});
+    });
+}
+
+} // namespace sale
