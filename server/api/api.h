@@ -3,13 +3,14 @@
 #include "access/tokenentry.h"
 #include "api/openlist.h"
 #include "api/owners.h"
+#include "api/pool.h"
 #include "api/searches.h"
 #include "api/till.h"
 #include "api/waiters.h"
-#include "documentstore.h"
 #include "http/eventstream.h"
 #include "http/site.h"
 #include "journalerror.h"
+#include "sqlstore.h"
 
 #include <QElapsedTimer>
 
@@ -34,10 +35,12 @@ public:
     };
 
     /// Store and owners must outlive it.
-    Api(sale::DocumentStore& store, Owners& owners, const Settings& settings);
+    Api(sale::SqlStore& store, Owners& owners, const Settings& settings);
 
     /// The register must outlive it.
     void add(Till& till);
+    /// Behind its registers; must outlive it.
+    void add(Pool& pool);
     /// Whom it lets in. Nobody when tokens are wanted and there are none.
     void setTokens(bool areWanted, const QList<TokenEntry>& entries);
     /// Who draws receipts; must outlive it.
@@ -62,6 +65,7 @@ public:
     const Settings& settings() const { return m_settings; }
     sale::DocumentStore& store() { return m_store; }
     const sale::DocumentStore& store() const { return m_store; }
+    sale::DocumentPools& documentPools() { return m_store; }
     Owners& owners() const { return m_owners; }
     /// Null when nobody draws.
     Painter* painter() const { return m_painter; }
@@ -71,7 +75,10 @@ public:
     const std::map<QString, Till*>& tills() const { return m_tills; }
     /// Null when there is none of that name.
     Till* till(const QString& name) const;
-    /// The view, with its name and its queue.
+    const std::map<QString, Pool*>& pools() const { return m_pools; }
+    /// Null when there is none of that name.
+    Pool* pool(const QString& name) const;
+    /// The view, with its name, its pools and its queue.
     QJsonObject registerView(const Till& till) const;
     /// @name Throw sale::JournalError unless documents are accepted now
     /// @{
@@ -82,6 +89,8 @@ public:
     /// @}
     /// For a document that was accepted just now.
     void accepted(const sale::StoredDocument& document);
+    /// Something waits for that register, or in that pool.
+    void wake(const QString& place);
     Searches& searches() { return m_searches; }
     /// The register as it is when it is paused, or at the end of the time.
     http::Answer whenPaused(const Till& till, std::optional<std::chrono::seconds> wait);
@@ -92,19 +101,21 @@ private:
     http::Response late(const QString& id) const;
     void noteChange(const sale::StoredDocument& document);
     void lookAtOpen(const QString& registerName);
-    void setAwaited(const QString& id, const QString& registerName);
+    void setAwaited(const QString& id, const QString& place);
+    void setAwaitedAt(const QString& place, const QString& id, bool isAwaited);
     void tell(const sale::StoredDocument& document);
 
-    sale::DocumentStore& m_store;
+    sale::SqlStore& m_store;
     Owners& m_owners;
     Settings m_settings;
     std::map<QString, Till*> m_tills;
+    std::map<QString, Pool*> m_pools;
     Painter* m_painter = nullptr;
     http::Site m_site;
     http::EventStream m_events;
     OpenList m_open;
     Waiters m_waiters;
-    /// Which register knows that somebody waits for the document.
+    /// Which register, or pool, knows that somebody waits for the document.
     QHash<QString, QString> m_awaitedAt;
     /// By names of registers.
     Waiters m_pausing;

@@ -38,6 +38,31 @@ public:
     QStringList told;
 };
 
+/// A pool that remembers what it was told.
+class FakePool : public frserver::Pool
+{
+public:
+    using Pool::Pool;
+
+    QJsonArray registers() const override
+    {
+        QJsonArray all;
+        for (const QString& name : settings().registers)
+            all.append(QJsonObject{{"name", name},
+                {"absent", name == absent ? QJsonValue("driveDays") : QJsonValue()}, {"daysLeft", 100},
+                {"documentsLeft", QJsonValue()}});
+        return all;
+    }
+    void wake() override { told.append("wake"); }
+    void setAwaited(const QString& id, bool isAwaited) override
+    {
+        told.append(id + (isAwaited ? " awaited" : " not awaited"));
+    }
+
+    QString absent;
+    QStringList told;
+};
+
 /// Draws nothing and remembers what it was to draw.
 class FakePainter : public frserver::Painter
 {
@@ -106,6 +131,7 @@ protected:
     {
         api.add(till1);
         api.add(till2);
+        api.add(shop);
         api.setPainter(painter);
     }
 
@@ -138,7 +164,8 @@ protected:
             headers.append({"Prefer", prefer});
         if (!token.isEmpty())
             headers.append({"Authorization", "Bearer " + token});
-        return ask("POST", "/v1/registers/" + name + "/documents", body, headers);
+        return ask(
+            "POST", (name == "shop" ? "/v1/pools/" : "/v1/registers/") + name + "/documents", body, headers);
     }
 
     void begin(const QString& id)
@@ -185,6 +212,7 @@ protected:
     frserver::Owners owners{folder.filePath("journal.sqlite"), 1000};
     FakeTill till1{{"till1", receipt::Protocol::Hex, QTimeZone::utc(), 120, true}};
     FakeTill till2{{"till2", receipt::Protocol::Xml, QTimeZone::utc(), 0, false}};
+    FakePool shop{{"shop", {"till1", "till2"}, {}, {"osn"}, 300}};
     FakePainter painter;
     frserver::Api api;
 };

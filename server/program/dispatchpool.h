@@ -1,0 +1,29 @@
+#pragma once
+
+#include "api/pool.h"
+#include "rack/pooldispatch.h"
+
+namespace frserver {
+
+/// A pool of the rack, for the interface.
+class DispatchPool : public Pool
+{
+public:
+    DispatchPool(const Settings& settings, PoolDispatch& dispatch)
+        : Pool(settings)
+        , m_dispatch(dispatch)
+    {
+    }
+
+    QJsonArray registers() const override { return m_dispatch.registersOf(settings().name); }
+    void wake() override { m_dispatch.wake(); }
+    void setAwaited(const QString& id, bool isAwaited) override
+    {
+        m_dispatch.setAwaited(settings().name, id, isAwaited);
+    }
+
+private:
+    PoolDispatch& m_dispatch;
+};
+
+} // namespace frserver
