@@ -13,7 +13,7 @@ namespace {
 
 using receipt::Finding;
 
-bool isSame(const Finding& left, const Finding& right)
+bool isSameFinding(const Finding& left, const Finding& right)
 {
     return left.severity == right.severity && left.path == right.path && left.given == right.given
         && left.reason == right.reason;
@@ -61,7 +61,7 @@ PostedDocument documentForPool(const Api& api, const http::Request& request, con
     for (const PostingRules& rules : all) {
         const PostedDocument other = postedDocument(request, rules);
         for (const Finding& finding : other.findings) {
-            const auto isKnown = [&finding](const Finding& one) { return isSame(one, finding); };
+            const auto isKnown = [&finding](const Finding& one) { return isSameFinding(one, finding); };
             if (std::none_of(posted.findings.cbegin(), posted.findings.cend(), isKnown))
                 posted.findings.append(finding);
         }

@@ -70,6 +70,8 @@ const AskRow askRows[] = {
     {"POST", "/v1/check?protocol=HEX", "{", 200, "\"acceptedOver\":[]"},
     {"POST", "/v1/check?protocol=TCP", "{}", 400},
     {"POST", "/v1/check?register=till3", "{}", 404},
+    {"POST", "/v1/check?pool=shop", R"({"type":"zReport"})", 200, "a pool takes"},
+    {"POST", "/v1/check?pool=other", "{}", 404},
     {"POST", "/v1/preview", R"({"type":"sell","items":[]})", 400, "payments"},
     {"POST", "/v1/preview", R"({"type":"zReport"})", 400, "no receipt"},
     {"POST", "/v1/preview?protocol=TCP", "{}", 400, "XML or HEX"},
