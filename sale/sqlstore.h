@@ -100,7 +100,8 @@ private:
     void addAttempts(StoredDocument& document) const;
     QString wordsOf(const DocumentQuery& query, const QString& condition) const;
     /// The words follow those of the table.
-    QList<StoredDocument> documents(const QString& words, const QVariantList& values) const;
+    QList<StoredDocument> documents(
+        const QString& words, const QVariantList& values, bool withBodies = true) const;
     QString poolOfFirst(const PoolClaim& claim) const;
     std::optional<StoredDocument> firstUnclaimed(const PoolClaim& claim, const QString& pool) const;
     /// The one that it names, held.

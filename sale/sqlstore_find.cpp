@@ -40,6 +40,12 @@ public:
             m_texts.append(QStringLiteral("state IN ('queued', 'running', 'unknown')"));
     }
 
+    void addBehind(const QString& registerName, qint64 place)
+    {
+        m_texts.append(QStringLiteral("(register, documents.sequence) > (?, ?)"));
+        m_values << registerName << place;
+    }
+
     QString text() const
     {
         return m_texts.isEmpty() ? QString()
@@ -76,7 +82,9 @@ Selection selectionOf(const DocumentQuery& query, const QString& textCondition)
         condition.add(QStringLiteral("return_of = ?"), query.returnOf);
     if (!query.text.isEmpty())
         condition.add(textCondition, query.text);
-    if (query.after != 0)
+    if (query.after != 0 && query.order == DocumentQuery::ByRegister)
+        condition.addBehind(query.afterRegister, query.after);
+    else if (query.after != 0)
         condition.add(QStringLiteral("documents.sequence > ?"), query.after);
     if (query.before != 0)
         condition.add(QStringLiteral("documents.sequence < ?"), query.before);
@@ -92,6 +100,8 @@ QString orderOf(const DocumentQuery& query)
         return QStringLiteral("documents.sequence DESC");
     case DocumentQuery::LastBegun:
         return QStringLiteral("last_attempt DESC");
+    case DocumentQuery::ByRegister:
+        return QStringLiteral("register, documents.sequence");
     default:
         return QStringLiteral("documents.sequence");
     }
@@ -161,17 +171,19 @@ QString SqlStore::wordsOf(const DocumentQuery& query, const QString& condition) 
     return query.limit == 0 ? text : text + QStringLiteral(" LIMIT %1").arg(query.limit);
 }
 
-QList<StoredDocument> SqlStore::documents(const QString& words, const QVariantList& values) const
+QList<StoredDocument> SqlStore::documents(
+    const QString& words, const QVariantList& values, bool withBodies) const
 {
     const QString statement
-        = QStringLiteral("SELECT documents.sequence, documents.id, kind, body, register, %1, "
+        = QStringLiteral("SELECT documents.sequence, documents.id, kind, %6, register, %1, "
                          "digest, state, reason, %2, %3, %4, drive, document, number_read, "
                          "times, resolved_by, resolved_note, attempts, %5, return_of, pool, paperless "
                          "FROM documents")
               .arg(m_sql.moment(QStringLiteral("start_before")),
                   m_sql.moment(QStringLiteral("documents.accepted")), m_sql.moment(QStringLiteral("begun")),
                   m_sql.moment(QStringLiteral("settled")),
-                  m_sql.moment(QStringLiteral("coalesce(queued, documents.accepted)")));
+                  m_sql.moment(QStringLiteral("coalesce(queued, documents.accepted)")),
+                  withBodies ? QStringLiteral("body") : QStringLiteral("''"));
     QList<StoredDocument> found;
     m_sql.select(
         statement + words, values, [&found](const QSqlQuery& row) { found.append(documentOf(row)); });
@@ -183,7 +195,8 @@ QList<StoredDocument> SqlStore::find(const DocumentQuery& query) const
     Selection condition = selectionOf(query, textCondition());
     if (!query.id.isEmpty())
         condition.add(keyOf(query.id));
-    QList<StoredDocument> found = documents(wordsOf(query, condition.text()), condition.values());
+    QList<StoredDocument> found
+        = documents(wordsOf(query, condition.text()), condition.values(), query.withBodies);
     if (query.withAttempts) {
         for (StoredDocument& document : found)
             addAttempts(document);

@@ -30,7 +30,27 @@ void OpenList::remove(const QString& id)
 void OpenList::takeOver(const sale::StoredDocument& document)
 {
     remove(document.request.id);
-    add(document.request.id, {document.state, Place::of(document.request), document.queued});
+    add(document.request.id, {document.state, Place::of(document.request), document.queued, m_sweep});
+}
+
+bool OpenList::see(const sale::StoredDocument& document)
+{
+    const auto known = m_entries.find(document.request.id);
+    if (known == m_entries.end() || known->state != document.state
+        || known->place != Place::of(document.request))
+        return false;
+    known->seen = m_sweep;
+    return true;
+}
+
+QStringList OpenList::unseen() const
+{
+    QStringList ids;
+    for (auto entry = m_entries.cbegin(); entry != m_entries.cend(); ++entry) {
+        if (entry->seen != m_sweep)
+            ids.append(entry.key());
+    }
+    return ids;
 }
 
 bool OpenList::note(const sale::StoredDocument& document)
@@ -44,7 +64,7 @@ bool OpenList::note(const sale::StoredDocument& document)
         return false;
     remove(id);
     if (!isFinal(document.state))
-        add(id, {document.state, place, document.queued});
+        add(id, {document.state, place, document.queued, m_sweep});
     if (isFinal(document.state) || document.state == DocumentState::Unknown)
         ++m_endings[{place, sale::stateName(document.state), sale::reasonName(document.reason)}];
     return true;
