@@ -6,7 +6,6 @@ import signal
 import sys
 import tempfile
 import threading
-import time
 import unittest
 from pathlib import Path
 
@@ -104,20 +103,14 @@ class Pool(unittest.TestCase):
         names = [f"shop:rack:{number}" for number in range(6)]
         for name in names:
             self.assertEqual(202, self.post(one, name, wait=0).status)
+        # Whoever waits at the one for what the other one makes is answered.
         for name in names:
-            self.assertEqual("till2", self.issued(two, name)["register"])
-        self.assertEqual(200, self.post(one, names[0]).status)
+            self.assertEqual("till2", self.post(one, name)["register"])
         two.stop(signal.SIGKILL)
         self.assertEqual(202, self.post(one, "shop:rack:last", wait=0).status)
         self.assertEqual(200, one.ask("POST", "/v1/registers/till1/resume", {}).status)
-        self.assertEqual("till1", self.issued(one, "shop:rack:last")["register"])
+        self.assertEqual("till1", self.post(one, "shop:rack:last")["register"])
         self.assertEqual({"till1": 1, "till2": 6}, self.sold())
-
-    def issued(self, service, name):
-        deadline = time.monotonic() + PATIENCE
-        while (document := service.ask("GET", f"/v1/documents/{name}"))["state"] != "issued" and time.monotonic() < deadline:
-            pass
-        return document
 
 
 if __name__ == "__main__":
