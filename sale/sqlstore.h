@@ -59,6 +59,14 @@ protected:
     void take(const DocumentRequest& request, const Condition& condition);
     void end(const QString& id, StateReason reason);
 
+    /// Those of a whole document, for documents().
+    QString columns(bool withBodies = true) const;
+    QList<StoredDocument> documents(const QString& statement, const QVariantList& values) const;
+    /// Which of its pools has the document that it gets; empty when none has one.
+    QString poolOfFirst(const PoolClaim& claim) const;
+    /// The words behind FROM for the first one of that pool, whose name is their value.
+    static QString firstOf(const PoolClaim& claim);
+
     // Where databases differ.
 
     virtual SqlKey keyOf(const QString& id) const;
@@ -76,6 +84,8 @@ protected:
     virtual void forget(const QString& id);
     virtual QString goodsJoin() const;
     virtual QString textCondition() const;
+    /// Without an id.
+    virtual std::optional<StoredDocument> claimFirst(const PoolClaim& claim);
     /// What is added to a question for rows that are to be changed: those that others change are left out.
     virtual QString lockingWords() const;
     /// The moment so long ago, by the database's clock.
@@ -99,13 +109,10 @@ private:
     void refuseWrongEnding(const StoredDocument& known, int attempt, const DocumentEnding& ending) const;
     void addAttempts(StoredDocument& document) const;
     QString wordsOf(const DocumentQuery& query, const QString& condition) const;
-    /// The words follow those of the table.
-    QList<StoredDocument> documents(
-        const QString& words, const QVariantList& values, bool withBodies = true) const;
-    QString poolOfFirst(const PoolClaim& claim) const;
-    std::optional<StoredDocument> firstUnclaimed(const PoolClaim& claim, const QString& pool) const;
     /// The one that it names, held.
     std::optional<StoredDocument> unclaimed(const PoolClaim& claim);
+    std::optional<StoredDocument> taken(
+        const PoolClaim& claim, const std::optional<StoredDocument>& document);
     QStringList giveBackThose(const QString& condition, const QVariantList& values);
 
     SqlConnection& m_sql;

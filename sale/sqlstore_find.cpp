@@ -171,22 +171,21 @@ QString SqlStore::wordsOf(const DocumentQuery& query, const QString& condition) 
     return query.limit == 0 ? text : text + QStringLiteral(" LIMIT %1").arg(query.limit);
 }
 
-QList<StoredDocument> SqlStore::documents(
-    const QString& words, const QVariantList& values, bool withBodies) const
+QString SqlStore::columns(bool withBodies) const
 {
-    const QString statement
-        = QStringLiteral("SELECT documents.sequence, documents.id, kind, %6, register, %1, "
-                         "digest, state, reason, %2, %3, %4, drive, document, number_read, "
-                         "times, resolved_by, resolved_note, attempts, %5, return_of, pool, paperless "
-                         "FROM documents")
-              .arg(m_sql.moment(QStringLiteral("start_before")),
-                  m_sql.moment(QStringLiteral("documents.accepted")), m_sql.moment(QStringLiteral("begun")),
-                  m_sql.moment(QStringLiteral("settled")),
-                  m_sql.moment(QStringLiteral("coalesce(queued, documents.accepted)")),
-                  withBodies ? QStringLiteral("body") : QStringLiteral("''"));
+    return QStringLiteral("documents.sequence, documents.id, kind, %6, register, %1, digest, state, reason, "
+                          "%2, %3, %4, drive, document, number_read, times, resolved_by, resolved_note, "
+                          "attempts, %5, return_of, pool, paperless")
+        .arg(m_sql.moment(QStringLiteral("start_before")), m_sql.moment(QStringLiteral("documents.accepted")),
+            m_sql.moment(QStringLiteral("begun")), m_sql.moment(QStringLiteral("settled")),
+            m_sql.moment(QStringLiteral("coalesce(queued, documents.accepted)")),
+            withBodies ? QStringLiteral("body") : QStringLiteral("''"));
+}
+
+QList<StoredDocument> SqlStore::documents(const QString& statement, const QVariantList& values) const
+{
     QList<StoredDocument> found;
-    m_sql.select(
-        statement + words, values, [&found](const QSqlQuery& row) { found.append(documentOf(row)); });
+    m_sql.select(statement, values, [&found](const QSqlQuery& row) { found.append(documentOf(row)); });
     return found;
 }
 
@@ -196,7 +195,9 @@ QList<StoredDocument> SqlStore::find(const DocumentQuery& query) const
     if (!query.id.isEmpty())
         condition.add(keyOf(query.id));
     QList<StoredDocument> found
-        = documents(wordsOf(query, condition.text()), condition.values(), query.withBodies);
+        = documents(QStringLiteral("SELECT %1 FROM documents").arg(columns(query.withBodies))
+                + wordsOf(query, condition.text()),
+            condition.values());
     if (query.withAttempts) {
         for (StoredDocument& document : found)
             addAttempts(document);

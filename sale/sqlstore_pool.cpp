@@ -26,26 +26,45 @@ QString fitting(const PoolClaim& claim)
 
 std::optional<StoredDocument> SqlStore::claim(const PoolClaim& claim)
 {
+    if (claim.id.isEmpty())
+        return claimFirst(claim);
     std::optional<StoredDocument> document;
-    const auto take = [&](const std::optional<StoredDocument>& found) {
-        document = found;
-        if (!document)
-            return;
-        const SqlKey key = keyOf(*document);
-        m_sql.execute(QStringLiteral("UPDATE documents SET register = ?, claimed = %1 WHERE %2")
-                          .arg(momentAgo(std::chrono::seconds(0)), key.condition()),
-            QVariantList{claim.registerName} + key.values);
-        document->request.registerName = claim.registerName;
-    };
-    if (!claim.id.isEmpty()) {
-        m_sql.together([&] { take(unclaimed(claim)); });
-        return document;
-    }
+    m_sql.together([&] { document = taken(claim, unclaimed(claim)); });
+    return document;
+}
+
+std::optional<StoredDocument> SqlStore::claimFirst(const PoolClaim& claim)
+{
+    std::optional<StoredDocument> document;
     // Mostly there is none, and nobody is to wait for that.
     const QString pool = poolOfFirst(claim);
-    if (!pool.isEmpty())
-        m_sql.together([&] { take(firstUnclaimed(claim, pool)); });
+    if (pool.isEmpty())
+        return document;
+    m_sql.together([&] {
+        const QList<StoredDocument> found = documents(
+            QStringLiteral("SELECT %1 FROM ").arg(columns()) + firstOf(claim) + lockingWords(), {pool});
+        document = taken(claim, found.isEmpty() ? std::nullopt : std::optional(found.constFirst()));
+    });
     return document;
+}
+
+std::optional<StoredDocument> SqlStore::taken(
+    const PoolClaim& claim, const std::optional<StoredDocument>& document)
+{
+    if (!document)
+        return document;
+    const SqlKey key = keyOf(*document);
+    m_sql.execute(QStringLiteral("UPDATE documents SET register = ?, claimed = %1 WHERE %2")
+                      .arg(momentAgo(std::chrono::seconds(0)), key.condition()),
+        QVariantList{claim.registerName} + key.values);
+    StoredDocument made = *document;
+    made.request.registerName = claim.registerName;
+    return made;
+}
+
+QString SqlStore::firstOf(const PoolClaim& claim)
+{
+    return QStringLiteral("documents WHERE %1 ORDER BY %2 LIMIT 1").arg(fitting(claim), inOrder);
 }
 
 /// Each pool has its documents in their order.
@@ -54,23 +73,13 @@ QString SqlStore::poolOfFirst(const PoolClaim& claim) const
     QString first;
     qint64 place = std::numeric_limits<qint64>::max();
     for (const QString& pool : claim.pools) {
-        const QVariant found
-            = m_sql.value(QStringLiteral("SELECT sequence FROM documents WHERE %1 ORDER BY %2 LIMIT 1")
-                              .arg(fitting(claim), inOrder),
-                {pool});
+        const QVariant found = m_sql.value(QStringLiteral("SELECT sequence FROM ") + firstOf(claim), {pool});
         if (found.isValid() && found.toLongLong() < place) {
             place = found.toLongLong();
             first = pool;
         }
     }
     return first;
-}
-
-std::optional<StoredDocument> SqlStore::firstUnclaimed(const PoolClaim& claim, const QString& pool) const
-{
-    const QString words = QStringLiteral(" WHERE %1 ORDER BY %2 LIMIT 1").arg(fitting(claim), inOrder);
-    const QList<StoredDocument> found = documents(words + lockingWords(), {pool});
-    return found.isEmpty() ? std::nullopt : std::optional(found.constFirst());
 }
 
 std::optional<StoredDocument> SqlStore::unclaimed(const PoolClaim& claim)
