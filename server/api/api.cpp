@@ -4,11 +4,11 @@
 #include "api/documentresponse.h"
 #include "api/journalproblem.h"
 #include "api/place.h"
-#include "api/poolview.h"
 #include "documentanswer.h"
 #include "http/problem.h"
 #include "journalerror.h"
 
+#include <QJsonArray>
 #include <QLoggingCategory>
 
 namespace frserver {
@@ -141,6 +141,28 @@ Pool* Api::pool(const QString& name) const
     return found == m_pools.end() ? nullptr : found->second;
 }
 
+QStringList Api::registersOf(const Pool& pool) const
+{
+    QStringList names = pool.settings().registers;
+    const auto members = m_members.find(pool.settings().name);
+    if (members == m_members.end())
+        return names;
+    for (const QString& name : members->second) {
+        if (!names.contains(name))
+            names.append(name);
+    }
+    return names;
+}
+
+void Api::noteMember(const QString& registerName, const QJsonObject& view)
+{
+    for (auto& [pool, names] : m_members)
+        names.erase(registerName);
+    const QJsonArray pools = view.value(QStringLiteral("pools")).toArray();
+    for (const QJsonValue pool : pools)
+        m_members[pool.toObject().value(QStringLiteral("name")).toString()].insert(registerName);
+}
+
 QJsonObject Api::registerView(const Till& till) const
 {
     using sale::DocumentState;
@@ -148,7 +170,8 @@ QJsonObject Api::registerView(const Till& till) const
     QJsonObject view = till.view();
     view.insert(QStringLiteral("name"), name);
     view.insert(QStringLiteral("protocol"), receipt::protocolName(till.settings().protocol));
-    view.insert(QStringLiteral("pools"), poolsOfRegister(*this, name));
+    if (!view.contains(QStringLiteral("pools")))
+        view.insert(QStringLiteral("pools"), QJsonArray());
     view.insert(QStringLiteral("queue"),
         QJsonObject{{QStringLiteral("queued"), m_open.count(name, DocumentState::Queued)},
             {QStringLiteral("running"), m_open.count(name, DocumentState::Running)},
@@ -178,9 +201,7 @@ void Api::requireJournal()
 
 void Api::accepted(const sale::StoredDocument& document)
 {
-    noteChange(document);
-    if (m_changed)
-        m_changed(document);
+    documentChanged(document);
     wake(Place::of(document.request));
 }
 
@@ -195,11 +216,14 @@ void Api::wake(const QString& place)
 
 void Api::documentChanged(const QString& id)
 {
-    look(id, [this](const sale::StoredDocument& document) {
-        noteChange(document);
-        if (m_changed)
-            m_changed(document);
-    });
+    look(id, [this](const sale::StoredDocument& document) { documentChanged(document); });
+}
+
+void Api::documentChanged(const sale::StoredDocument& document)
+{
+    noteChange(document);
+    if (m_changed)
+        m_changed(document);
 }
 
 void Api::lookAt(const QString& id)
@@ -289,6 +313,7 @@ void Api::registerChanged(const QString& name)
     const QJsonObject before = std::exchange(m_told[name], view);
     if (before == view)
         return;
+    noteMember(name, view);
     QJsonObject data = view;
     data.insert(QStringLiteral("register"), name);
     m_events.publish("register", data);

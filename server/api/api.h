@@ -15,6 +15,7 @@
 #include <QElapsedTimer>
 
 #include <map>
+#include <set>
 
 namespace frserver {
 
@@ -51,6 +52,8 @@ public:
     /// @name Told by the registers
     /// @{
     void documentChanged(const QString& id);
+    /// The same with all of it.
+    void documentChanged(const sale::StoredDocument& document);
     void registerChanged(const QString& name);
     /// @}
 
@@ -91,6 +94,8 @@ public:
     const std::map<QString, Pool*>& pools() const { return m_pools; }
     /// Null when there is none of that name.
     Pool* pool(const QString& name) const;
+    /// All that serve it, also those of other services that tell of themselves.
+    QStringList registersOf(const Pool& pool) const;
     /// The view, with its name, its pools and its queue.
     QJsonObject registerView(const Till& till) const;
     /// @name Throw sale::JournalError unless documents are accepted now
@@ -115,6 +120,7 @@ private:
     void noteChange(const sale::StoredDocument& document);
     void look(const QString& id, const std::function<void(const sale::StoredDocument&)>& found);
     void lookAtOpen(const QString& registerName);
+    void noteMember(const QString& registerName, const QJsonObject& view);
     void setAwaited(const QString& id, const QString& place);
     void setAwaitedAt(const QString& place, const QString& id, bool isAwaited);
     void tell(const sale::StoredDocument& document);
@@ -124,6 +130,8 @@ private:
     Settings m_settings;
     std::map<QString, Till*> m_tills;
     std::map<QString, Pool*> m_pools;
+    /// Who serves each pool, as the registers say.
+    std::map<QString, std::set<QString>> m_members;
     Painter* m_painter = nullptr;
     http::Site m_site;
     http::EventStream m_events;

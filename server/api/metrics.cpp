@@ -2,6 +2,7 @@
 
 #include "api/api.h"
 #include "api/place.h"
+#include "api/poolview.h"
 #include "currenttime.h"
 #include "mockfactory.h"
 
@@ -102,13 +103,12 @@ void addPools(Text& text, const Api& api)
     text.describe("frserver_pool_absent", "gauge",
         "1 for a register that takes nothing from its pool, and why; 0 for one that does.");
     for (const auto& [name, pool] : api.pools()) {
-        const QJsonArray registers = pool->registers();
-        for (const QJsonValue one : registers) {
-            const QString why = one.toObject().value(QStringLiteral("absent")).toString();
-            text.add(
-                {{poolLabel, name}, {registerLabel, one.toObject().value(QStringLiteral("name")).toString()},
-                    {"reason", why}},
-                why.isEmpty() ? 0 : 1);
+        for (const auto& [registerName, till] : api.tills()) {
+            const std::optional<QJsonObject> member = memberView(till->view(), name);
+            const QString why = member ? member->value(QStringLiteral("absent")).toString() : QString();
+            if (member)
+                text.add({{poolLabel, name}, {registerLabel, registerName}, {"reason", why}},
+                    why.isEmpty() ? 0 : 1);
         }
     }
 }

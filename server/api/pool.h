@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QJsonArray>
 #include <QString>
 #include <QStringList>
 
@@ -32,10 +31,6 @@ public:
     Pool& operator=(const Pool&) = delete;
 
     const Settings& settings() const { return m_settings; }
-    /// Each with "name", "absent" (why it takes nothing from the pool: "driveDays", "driveDocuments",
-    /// "taxSystems", or null), "daysLeft" and "documentsLeft" of its drive.
-    virtual QJsonArray registers() const = 0;
-
     /// Something was queued.
     virtual void wake() = 0;
     /// Somebody waits for the document, which goes before those that nobody waits for.

@@ -4,6 +4,8 @@
 #include "api/poolview.h"
 #include "api/rights.h"
 
+#include <QJsonArray>
+
 namespace frserver {
 
 namespace {

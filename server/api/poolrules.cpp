@@ -19,11 +19,12 @@ bool isSameFinding(const Finding& left, const Finding& right)
         && left.reason == right.reason;
 }
 
-/// As its registers are known here; those of other services alone may be of either protocol.
+/// As its registers are known here; those that are not may be of either protocol.
 QList<Till::Settings> tillsOf(const Api& api, const Pool& pool)
 {
     QList<Till::Settings> tills;
-    for (const QString& name : pool.settings().registers) {
+    const QStringList names = api.registersOf(pool);
+    for (const QString& name : names) {
         if (const Till* const till = api.till(name))
             tills.append(till->settings());
     }

@@ -4,12 +4,29 @@
 #include "api/place.h"
 #include "documentanswer.h"
 
+#include <QJsonArray>
+
 namespace frserver {
 
 namespace {
 
 const QString nameMember = QStringLiteral("name");
-const QString absentMember = QStringLiteral("absent");
+
+QJsonObject registerJson(const QString& name, const QJsonObject& view, const QString& pool)
+{
+    const QJsonObject member = memberView(view, pool).value_or(QJsonObject());
+    QJsonObject json{{nameMember, name}};
+    const auto copy = [&json](const QJsonObject& from, const QString& what) {
+        const QJsonValue value = from.value(what);
+        json.insert(what, value.isUndefined() ? QJsonValue() : value);
+    };
+    for (const QString& what : {QStringLiteral("state"), QStringLiteral("waiting")})
+        copy(view, what);
+    for (const QString& what :
+        {QStringLiteral("absent"), QStringLiteral("daysLeft"), QStringLiteral("documentsLeft")})
+        copy(member, what);
+    return json;
+}
 
 } // namespace
 
@@ -17,16 +34,10 @@ QJsonObject poolView(const Api& api, const Pool& pool)
 {
     const Pool::Settings& settings = pool.settings();
     QJsonArray registers;
-    const QJsonArray told = pool.registers();
-    for (const QJsonValue one : told) {
-        QJsonObject json = one.toObject();
-        const Till* const till = api.till(json.value(nameMember).toString());
-        const QJsonObject view = till == nullptr ? QJsonObject() : till->view();
-        for (const QString& member : {QStringLiteral("state"), QStringLiteral("waiting")}) {
-            const QJsonValue value = view.value(member);
-            json.insert(member, value.isUndefined() ? QJsonValue() : value);
-        }
-        registers.append(json);
+    const QStringList names = api.registersOf(pool);
+    for (const QString& name : names) {
+        if (const Till* const till = api.till(name))
+            registers.append(registerJson(name, till->view(), settings.name));
     }
     const QString place = Place::ofPool(settings.name);
     return {{nameMember, settings.name}, {QStringLiteral("inn"), sale::textOrNull(settings.inn)},
@@ -38,18 +49,14 @@ QJsonObject poolView(const Api& api, const Pool& pool)
                 {QStringLiteral("oldest"), sale::momentJson(api.openDocuments().oldestQueued(place))}}}};
 }
 
-QJsonArray poolsOfRegister(const Api& api, const QString& registerName)
+std::optional<QJsonObject> memberView(const QJsonObject& registerView, const QString& pool)
 {
-    QJsonArray pools;
-    for (const auto& [name, pool] : api.pools()) {
-        const QJsonArray told = pool->registers();
-        for (const QJsonValue one : told) {
-            if (one.toObject().value(nameMember) == registerName)
-                pools.append(
-                    QJsonObject{{nameMember, name}, {absentMember, one.toObject().value(absentMember)}});
-        }
+    const QJsonArray pools = registerView.value(QStringLiteral("pools")).toArray();
+    for (const QJsonValue one : pools) {
+        if (one.toObject().value(nameMember) == pool)
+            return one.toObject();
     }
-    return pools;
+    return std::nullopt;
 }
 
 } // namespace frserver

@@ -4,13 +4,16 @@
 
 #include <QJsonObject>
 
+#include <optional>
+
 namespace frserver {
 
 class Api;
+class Till;
 
 /// A pool with its registers, as they are now, and its queue.
 QJsonObject poolView(const Api& api, const Pool& pool);
-/// Of a register: each pool that it serves, and why it takes nothing from it ("absent").
-QJsonArray poolsOfRegister(const Api& api, const QString& registerName);
+/// What the register says of its place in that pool; nothing when it does not serve it.
+std::optional<QJsonObject> memberView(const QJsonObject& registerView, const QString& pool);
 
 } // namespace frserver

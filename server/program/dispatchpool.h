@@ -15,7 +15,6 @@ public:
     {
     }
 
-    QJsonArray registers() const override { return m_dispatch.registersOf(settings().name); }
     void wake() override { m_dispatch.wake(); }
     void setAwaited(const QString& id, bool isAwaited) override
     {

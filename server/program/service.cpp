@@ -72,6 +72,8 @@ Service::Service(const Configuration& configuration, const QString& journal)
         add(settings);
     QObject::connect(
         &m_rack, &Rack::documentChanged, &m_rack, [this](const QString& id) { m_api.documentChanged(id); });
+    QObject::connect(&m_dispatch, &PoolDispatch::documentClaimed, &m_dispatch,
+        [this](const sale::StoredDocument& document) { m_api.documentChanged(document); });
     QObject::connect(&m_dispatch, &PoolDispatch::documentChanged, &m_dispatch,
         [this](const QString& id) { m_api.documentChanged(id); });
     QObject::connect(&m_rack, &Rack::registerChanged, &m_rack,
@@ -92,7 +94,7 @@ QString Service::tokenFile(const ServiceSettings& settings, const QString& journ
 
 void Service::add(RegisterAgent& agent)
 {
-    m_tills.push_back(std::make_unique<AgentTill>(tillSettings(agent.settings()), agent));
+    m_tills.push_back(std::make_unique<AgentTill>(tillSettings(agent.settings()), agent, m_dispatch));
     m_api.add(*m_tills.back());
 }
 

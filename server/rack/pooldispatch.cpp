@@ -126,7 +126,8 @@ void PoolDispatch::claim()
     const QList<Free> all = freeOnes();
     for (const Free& free : all) {
         const QString kind = free.pools.join(QLatin1Char(',')) + (free.isPaperless ? u'!' : u' ');
-        if (exhausted.contains(kind))
+        // Whoever heard of the one before may have given it something.
+        if (exhausted.contains(kind) || !isFree(free))
             continue;
         try {
             const std::optional<sale::StoredDocument> document = claimFor(free);
@@ -135,12 +136,18 @@ void PoolDispatch::claim()
                 continue;
             }
             free.agent->makeClaimed(*document);
-            Q_EMIT documentChanged(document->request.id);
+            Q_EMIT documentClaimed(*document);
         } catch (const sale::JournalError& error) {
             qCWarning(rackLog).noquote() << error.what();
             return;
         }
     }
+}
+
+bool PoolDispatch::isFree(const Free& free)
+{
+    using Readiness = RegisterAgent::Readiness;
+    return free.agent->readiness() == (free.isPaperless ? Readiness::Paperless : Readiness::Anything);
 }
 
 QList<PoolDispatch::Free> PoolDispatch::freeOnes() const
@@ -150,7 +157,7 @@ QList<PoolDispatch::Free> PoolDispatch::freeOnes() const
         const RegisterAgent::Readiness readiness = agent->readiness();
         if (readiness == RegisterAgent::Readiness::Nothing)
             continue;
-        const QStringList pools = poolsOf(*agent);
+        const QStringList pools = poolsFor(*agent);
         if (!pools.isEmpty())
             free.append(
                 {agent, pools, readiness == RegisterAgent::Readiness::Paperless, driveOf(*agent).rank()});
@@ -160,7 +167,7 @@ QList<PoolDispatch::Free> PoolDispatch::freeOnes() const
     return free;
 }
 
-QStringList PoolDispatch::poolsOf(const RegisterAgent& agent) const
+QStringList PoolDispatch::poolsFor(const RegisterAgent& agent) const
 {
     QStringList names;
     for (const PoolSettings& pool : m_pools) {
@@ -210,25 +217,23 @@ std::optional<sale::StoredDocument> PoolDispatch::claimAwaited(const Free& free)
     return std::nullopt;
 }
 
-QJsonArray PoolDispatch::registersOf(const QString& pool) const
+QJsonArray PoolDispatch::poolsOf(const QString& registerName) const
 {
-    QJsonArray registers;
-    for (const PoolSettings& settings : m_pools) {
-        if (settings.name != pool)
+    QJsonArray pools;
+    const auto found = m_agents.find(registerName);
+    if (found == m_agents.end())
+        return pools;
+    const DriveLeft left = driveOf(*found->second);
+    for (const PoolSettings& pool : m_pools) {
+        if (!pool.registers.contains(registerName))
             continue;
-        for (const QString& name : settings.registers) {
-            const auto found = m_agents.find(name);
-            if (found == m_agents.end())
-                continue;
-            const QString why = absence(settings, *found->second);
-            const DriveLeft left = driveOf(*found->second);
-            registers.append(QJsonObject{{QStringLiteral("name"), name},
-                {QStringLiteral("absent"), why.isEmpty() ? QJsonValue() : QJsonValue(why)},
-                {QStringLiteral("daysLeft"), numberOrNull(left.days)},
-                {QStringLiteral("documentsLeft"), numberOrNull(left.documents)}});
-        }
+        const QString why = absence(pool, *found->second);
+        pools.append(QJsonObject{{QStringLiteral("name"), pool.name},
+            {QStringLiteral("absent"), why.isEmpty() ? QJsonValue() : QJsonValue(why)},
+            {QStringLiteral("daysLeft"), numberOrNull(left.days)},
+            {QStringLiteral("documentsLeft"), numberOrNull(left.documents)}});
     }
-    return registers;
+    return pools;
 }
 
 } // namespace frserver

@@ -41,13 +41,14 @@ public:
     /// To be called every second or so.
     void look();
 
-    /// Of the pool: "registers", each with "name", "absent" (why it takes nothing from the pool,
+    /// Of a register: each pool that it serves, with "name", "absent" (why it takes nothing from the pool,
     /// though it may work: "driveDays", "driveDocuments", "taxSystems"; null otherwise), "daysLeft" and
     /// "documentsLeft" of its drive.
-    QJsonArray registersOf(const QString& pool) const;
+    QJsonArray poolsOf(const QString& registerName) const;
 
 Q_SIGNALS:
-    /// It has a register by now, or none any more.
+    void documentClaimed(const sale::StoredDocument& document);
+    /// It has no register any more.
     void documentChanged(const QString& id);
 
 private:
@@ -64,8 +65,9 @@ private:
     void giveBackStale();
     void giveBack(const QString& registerName);
     void noteReadiness(const QString& registerName);
+    static bool isFree(const Free& free);
     QList<Free> freeOnes() const;
-    QStringList poolsOf(const RegisterAgent& agent) const;
+    QStringList poolsFor(const RegisterAgent& agent) const;
     QString absence(const PoolSettings& pool, const RegisterAgent& agent) const;
     std::optional<sale::StoredDocument> claimFor(const Free& free);
     std::optional<sale::StoredDocument> claimAwaited(const Free& free);

@@ -137,8 +137,6 @@ void RegisterAgent::advance()
                 {.what = QStringLiteral("open")}, {{QStringLiteral("opensShift"), m_shift.mayOpen(now())}});
         } else
             advanceOpen();
-    } else {
-        makeWithoutPaper();
     }
     if (!m_isOpen && !m_request) {
         // The register cannot be asked now, and whoever waits for that is told so.

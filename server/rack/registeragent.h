@@ -145,7 +145,7 @@ private:
     void wakeLater();
     void giveUpClaim();
     bool isMaking(const QString& id) const;
-    bool makeWithoutPaper();
+    void requestClaimed();
     bool endClaim(const QString& id, const QString& hold);
     void announce();
     QString state() const;

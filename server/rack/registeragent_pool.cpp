@@ -35,7 +35,18 @@ void RegisterAgent::makeClaimed(const sale::StoredDocument& document)
 {
     const sale::DocumentRequest& posted = document.request;
     m_claimed = Claim{posted.id, posted.kind, posted.isPaperless};
-    advance();
+    // It was free a moment ago; what was posted to itself meanwhile is next.
+    if (m_options.deaths->value(posted.id) == 0)
+        requestClaimed();
+    else
+        advance();
+}
+
+void RegisterAgent::requestClaimed()
+{
+    request({.what = QStringLiteral("make"), .id = m_claimed->id, .kind = m_claimed->kind},
+        {{QStringLiteral("id"), m_claimed->id}, {QStringLiteral("opensShift"), m_shift.mayOpen(now())}});
+    announce();
 }
 
 /// Unless it is made already, another register may have it.
@@ -50,17 +61,6 @@ void RegisterAgent::giveUpClaim()
 bool RegisterAgent::isMaking(const QString& id) const
 {
     return m_request && m_request->what == QStringLiteral("make") && m_request->id == id;
-}
-
-/// What is wrong with the paper keeps others waiting, and not this one.
-bool RegisterAgent::makeWithoutPaper()
-{
-    if (!m_isOpen || !m_claimed || !m_claimed->isPaperless || !m_waiting
-        || !isPaperOrCover(m_waiting->reason))
-        return false;
-    request({.what = QStringLiteral("make"), .id = m_claimed->id, .kind = m_claimed->kind},
-        {{QStringLiteral("id"), m_claimed->id}, {QStringLiteral("opensShift"), m_shift.mayOpen(now())}});
-    return true;
 }
 
 /// The hold is what it waits for still, empty for one that is done with. Whether that says nothing of the

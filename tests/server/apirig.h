@@ -21,7 +21,11 @@ public:
     {
         return {{"state", state}, {"waiting", waiting.isEmpty() ? QJsonValue() : QJsonValue(waiting)},
             {"connections", 2}, {"exchanges", QJsonObject{{"count", 3}, {"seconds", 1.5}}},
-            {"condition", QJsonObject{{"unsent", 4}}}};
+            {"condition", QJsonObject{{"unsent", 4}}},
+            {"pools",
+                QJsonArray{QJsonObject{{"name", "shop"},
+                    {"absent", absent.isEmpty() ? QJsonValue() : QJsonValue(absent)}, {"daysLeft", 100},
+                    {"documentsLeft", QJsonValue()}}}}};
     }
     void wake() override { told.append("wake"); }
     void setAwaited(const QString& id, bool isAwaited) override
@@ -35,6 +39,8 @@ public:
 
     QString state = "ready";
     QString waiting;
+    /// From the pool.
+    QString absent;
     QStringList told;
 };
 
@@ -44,22 +50,12 @@ class FakePool : public frserver::Pool
 public:
     using Pool::Pool;
 
-    QJsonArray registers() const override
-    {
-        QJsonArray all;
-        for (const QString& name : settings().registers)
-            all.append(QJsonObject{{"name", name},
-                {"absent", name == absent ? QJsonValue("driveDays") : QJsonValue()}, {"daysLeft", 100},
-                {"documentsLeft", QJsonValue()}});
-        return all;
-    }
     void wake() override { told.append("wake"); }
     void setAwaited(const QString& id, bool isAwaited) override
     {
         told.append(id + (isAwaited ? " awaited" : " not awaited"));
     }
 
-    QString absent;
     QStringList told;
 };
 

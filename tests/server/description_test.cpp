@@ -157,7 +157,7 @@ protected:
         note("POST", documents, refused.later());
         for (const char* const id : {"document:4", "document:5"})
             posted(id, cashIn);
-        shop.absent = "till2";
+        till2.absent = "driveDays";
         postedToPool("document:9");
         const QByteArray foreign
             = R"({"type":"sellReturn","taxationType":"osn","returnOf":"document:6","items":)"

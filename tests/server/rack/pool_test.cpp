@@ -139,7 +139,7 @@ protected:
     QString registerOf(const QString& id) const { return store.findId(id)->request.registerName; }
     QString absent(int number) const
     {
-        return dispatch->registersOf("shop")[number].toObject().value("absent").toString();
+        return dispatch->poolsOf(registers[number].name).first().toObject().value("absent").toString();
     }
 
     QTemporaryDir folder;
