@@ -14,6 +14,8 @@ struct PoolClaim
     QStringList pools;
     /// It has no paper: only what needs none.
     bool isPaperless = false;
+    /// Whatever waits but these, which are few.
+    QStringList except = {};
     /// That one alone; empty for the one that was accepted first.
     QString id = {};
 };

@@ -64,8 +64,9 @@ protected:
     QList<StoredDocument> documents(const QString& statement, const QVariantList& values) const;
     /// Which of its pools has the document that it gets; empty when none has one.
     QString poolOfFirst(const PoolClaim& claim) const;
-    /// The words behind FROM for the first one of that pool, whose name is their value.
+    /// The words behind FROM for the first one of a pool, and their values.
     static QString firstOf(const PoolClaim& claim);
+    static QVariantList valuesOfFirst(const PoolClaim& claim, const QString& pool);
 
     // Where databases differ.
 

@@ -22,6 +22,13 @@ QString fitting(const PoolClaim& claim)
     return claim.isPaperless ? words + QStringLiteral(" AND paperless") : words;
 }
 
+QString withoutThose(const PoolClaim& claim)
+{
+    const QStringList places(claim.except.size(), QStringLiteral("?"));
+    return places.isEmpty() ? QString()
+                            : QStringLiteral(" AND id NOT IN (%1)").arg(places.join(QLatin1Char(',')));
+}
+
 } // namespace
 
 std::optional<StoredDocument> SqlStore::claim(const PoolClaim& claim)
@@ -41,8 +48,9 @@ std::optional<StoredDocument> SqlStore::claimFirst(const PoolClaim& claim)
     if (pool.isEmpty())
         return document;
     m_sql.together([&] {
-        const QList<StoredDocument> found = documents(
-            QStringLiteral("SELECT %1 FROM ").arg(columns()) + firstOf(claim) + lockingWords(), {pool});
+        const QList<StoredDocument> found
+            = documents(QStringLiteral("SELECT %1 FROM ").arg(columns()) + firstOf(claim) + lockingWords(),
+                valuesOfFirst(claim, pool));
         document = taken(claim, found.isEmpty() ? std::nullopt : std::optional(found.constFirst()));
     });
     return document;
@@ -64,7 +72,16 @@ std::optional<StoredDocument> SqlStore::taken(
 
 QString SqlStore::firstOf(const PoolClaim& claim)
 {
-    return QStringLiteral("documents WHERE %1 ORDER BY %2 LIMIT 1").arg(fitting(claim), inOrder);
+    return QStringLiteral("documents WHERE %1%2 ORDER BY %3 LIMIT 1")
+        .arg(fitting(claim), withoutThose(claim), inOrder);
+}
+
+QVariantList SqlStore::valuesOfFirst(const PoolClaim& claim, const QString& pool)
+{
+    QVariantList values{pool};
+    for (const QString& id : claim.except)
+        values.append(id);
+    return values;
 }
 
 /// Each pool has its documents in their order.
@@ -73,7 +90,8 @@ QString SqlStore::poolOfFirst(const PoolClaim& claim) const
     QString first;
     qint64 place = std::numeric_limits<qint64>::max();
     for (const QString& pool : claim.pools) {
-        const QVariant found = m_sql.value(QStringLiteral("SELECT sequence FROM ") + firstOf(claim), {pool});
+        const QVariant found = m_sql.value(
+            QStringLiteral("SELECT sequence FROM ") + firstOf(claim), valuesOfFirst(claim, pool));
         if (found.isValid() && found.toLongLong() < place) {
             place = found.toLongLong();
             first = pool;

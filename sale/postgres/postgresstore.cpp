@@ -173,7 +173,7 @@ std::optional<StoredDocument> PostgresStore::claimFirst(const PoolClaim& claim)
                                    "(SELECT accepted, id FROM %2%3) "
                                    "AND set_config('synchronous_commit', 'off', true) = 'off' RETURNING %4")
                         .arg(momentAgo(std::chrono::seconds(0)), firstOf(claim), lockingWords(), columns()),
-            {claim.registerName, pool});
+            QVariantList{claim.registerName} + valuesOfFirst(claim, pool));
     return claimed.isEmpty() ? std::nullopt : std::optional(claimed.constFirst());
 }
 

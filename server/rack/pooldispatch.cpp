@@ -19,6 +19,11 @@ constexpr std::chrono::seconds claimTime(30);
 /// Of those that somebody waits for, so many are asked for before the queue is.
 constexpr int mostAwaited = 8;
 
+/// One that registers gave back so often may be to blame, and lets others pass for 4, 8 ... 60 s.
+constexpr int mostReturns = 2;
+constexpr int longestDeferral = 60;
+constexpr qint64 forgottenMs = 600'000;
+
 QJsonValue numberOrNull(const std::optional<int>& number)
 {
     return number ? QJsonValue(*number) : QJsonValue();
@@ -40,8 +45,8 @@ PoolDispatch::PoolDispatch(
         connect(agent.get(), &RegisterAgent::changed, this, [this, of = name] { noteReadiness(of); });
         // Not in the middle of its work.
         connect(
-            agent.get(), &RegisterAgent::claimGivenUp, this, [this, of = name] { giveBack(of); },
-            Qt::QueuedConnection);
+            agent.get(), &RegisterAgent::claimGivenUp, this,
+            [this, of = name](bool mayBeToBlame) { giveBack(of, mayBeToBlame); }, Qt::QueuedConnection);
     }
     m_timer.setInterval(poolLookMs);
     connect(&m_timer, &QTimer::timeout, this, &PoolDispatch::look);
@@ -106,17 +111,41 @@ void PoolDispatch::giveBackStale()
     }
 }
 
-void PoolDispatch::giveBack(const QString& registerName)
+void PoolDispatch::giveBack(const QString& registerName, bool mayBeToBlame)
 {
     try {
         const QStringList ids = m_store.giveBack(registerName);
-        for (const QString& id : ids)
+        for (const QString& id : ids) {
+            if (mayBeToBlame)
+                noteReturn(id);
             Q_EMIT documentChanged(id);
+        }
         wake();
     } catch (const sale::JournalError& error) {
         // It goes back when its time is over.
         qCWarning(rackLog).noquote() << error.what();
     }
+}
+
+void PoolDispatch::noteReturn(const QString& id)
+{
+    const qint64 now = m_clock.steady();
+    m_returns.removeIf([now](const auto& entry) { return entry.value().until + forgottenMs < now; });
+    Return& known = m_returns[id];
+    ++known.times;
+    const int seconds
+        = known.times < mostReturns ? 0 : std::min(longestDeferral, 1 << std::min(known.times, 6));
+    known.until = now + seconds * 1000LL;
+}
+
+QStringList PoolDispatch::deferred() const
+{
+    QStringList ids;
+    for (auto entry = m_returns.cbegin(); entry != m_returns.cend(); ++entry) {
+        if (entry->until > m_clock.steady())
+            ids.append(entry.key());
+    }
+    return ids;
 }
 
 void PoolDispatch::claim()
@@ -196,7 +225,7 @@ std::optional<sale::StoredDocument> PoolDispatch::claimFor(const Free& free)
 {
     if (std::optional<sale::StoredDocument> awaited = claimAwaited(free))
         return awaited;
-    return m_store.claim({free.agent->name(), free.pools, free.isPaperless});
+    return m_store.claim({free.agent->name(), free.pools, free.isPaperless, deferred()});
 }
 
 std::optional<sale::StoredDocument> PoolDispatch::claimAwaited(const Free& free)
@@ -204,13 +233,19 @@ std::optional<sale::StoredDocument> PoolDispatch::claimAwaited(const Free& free)
     if (free.isPaperless)
         return std::nullopt;
     int asked = 0;
+    const QStringList later = deferred();
     for (const QString& pool : free.pools) {
         QStringList& awaited = m_awaited[pool];
-        while (!awaited.isEmpty() && asked++ < mostAwaited) {
+        for (qsizetype place = 0; place < awaited.size() && asked < mostAwaited;) {
+            if (later.contains(awaited.at(place))) {
+                ++place;
+                continue;
+            }
+            ++asked;
             // Whatever comes of it: it is claimed now, or was before.
-            const QString id = awaited.takeFirst();
+            const QString id = awaited.takeAt(place);
             if (std::optional<sale::StoredDocument> document
-                = m_store.claim({free.agent->name(), {pool}, false, id}))
+                = m_store.claim({free.agent->name(), {pool}, false, {}, id}))
                 return document;
         }
     }

@@ -61,9 +61,16 @@ private:
         qint64 rank = 0;
     };
 
+    /// A document that was given back, and when it is tried again.
+    struct Return
+    {
+        int times = 0;
+        qint64 until = 0;
+    };
+
     void claim();
     void giveBackStale();
-    void giveBack(const QString& registerName);
+    void giveBack(const QString& registerName, bool mayBeToBlame);
     void noteReadiness(const QString& registerName);
     static bool isFree(const Free& free);
     QList<Free> freeOnes() const;
@@ -71,6 +78,8 @@ private:
     QString absence(const PoolSettings& pool, const RegisterAgent& agent) const;
     std::optional<sale::StoredDocument> claimFor(const Free& free);
     std::optional<sale::StoredDocument> claimAwaited(const Free& free);
+    void noteReturn(const QString& id);
+    QStringList deferred() const;
     DriveLeft driveOf(const RegisterAgent& agent) const;
 
     const QList<PoolSettings> m_pools;
@@ -80,6 +89,7 @@ private:
     std::map<QString, RegisterAgent*> m_agents;
     /// By pool; those that are believed to have no register.
     QHash<QString, QStringList> m_awaited;
+    QHash<QString, Return> m_returns;
     QSet<QString> m_ready;
     QTimer m_timer;
     QTimer m_soon;

@@ -84,8 +84,9 @@ Q_SIGNALS:
     void documentChanged(const QString& id);
     void changed();
     void stopped();
-    /// What was claimed for it and not begun may go to another register.
-    void claimGivenUp();
+    /// What was claimed for it and not begun may go to another register. Whether it may be to blame itself,
+    /// and not paper or line.
+    void claimGivenUp(bool mayBeToBlame);
 
 private:
     /// What the worker is at.
@@ -106,6 +107,7 @@ private:
         QString id;
         QString kind;
         bool isPaperless = false;
+        bool mayBeToBlame = false;
     };
     struct Acceptance
     {

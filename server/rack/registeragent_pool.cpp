@@ -53,8 +53,7 @@ void RegisterAgent::requestClaimed()
 void RegisterAgent::giveUpClaim()
 {
     if (m_claimed && !isMaking(m_claimed->id)) {
-        m_claimed.reset();
-        Q_EMIT claimGivenUp();
+        Q_EMIT claimGivenUp(std::exchange(m_claimed, std::nullopt)->mayBeToBlame);
     }
 }
 
@@ -73,6 +72,7 @@ bool RegisterAgent::endClaim(const QString& id, const QString& hold)
     // It wants paper for that, too: until there is some nothing of the kind is tried.
     if (isPaperless && isPaperOrCover(hold))
         m_isPaperWanted = true;
+    m_claimed->mayBeToBlame = !isPaperOrCover(hold) && hold != QStringLiteral("line");
     if (hold.isEmpty())
         m_claimed.reset();
     return hold.isEmpty() && isPaperless && m_waiting && isPaperOrCover(m_waiting->reason);

@@ -47,15 +47,16 @@ TEST_P(StorePool, RegisterGetsTheFirstOneThatItWouldMake)
     wait("C", "shop", true);
     wait("D", "chain");
     EXPECT_EQ(claim({"till2", {"none"}}), "");
+    EXPECT_EQ(claim({"till9", {"chain"}, true, {"B", "A"}}), "") << "what it is not to have";
     EXPECT_EQ(claim({"till2", {"shop"}, true}), "C") << "it has no paper";
     EXPECT_EQ(claim({"till2", {"shop"}, true}), "");
     EXPECT_EQ(claim({"till1", {"chain", "shop"}}), "A") << "the first of all pools";
-    EXPECT_EQ(claim({"till1", {"shop"}, false, "D"}), "") << "of a pool that it does not serve";
-    EXPECT_EQ(claim({"till1", {"chain"}, true, "D"}), "");
-    EXPECT_EQ(claim({"till1", {"chain"}, false, "A"}), "") << "claimed";
-    EXPECT_EQ(claim({"till1", {"chain"}, false, "own"}), "");
-    EXPECT_EQ(claim({"till1", {"chain"}, false, "new"}), "");
-    EXPECT_EQ(claim({"till1", {"chain"}, false, "D"}), "D");
+    EXPECT_EQ(claim({"till1", {"shop"}, false, {}, "D"}), "") << "of a pool that it does not serve";
+    EXPECT_EQ(claim({"till1", {"chain"}, true, {}, "D"}), "");
+    EXPECT_EQ(claim({"till1", {"chain"}, false, {}, "A"}), "") << "claimed";
+    EXPECT_EQ(claim({"till1", {"chain"}, false, {}, "own"}), "");
+    EXPECT_EQ(claim({"till1", {"chain"}, false, {}, "new"}), "");
+    EXPECT_EQ(claim({"till1", {"chain"}, false, {}, "D"}), "D");
     EXPECT_EQ(claim({"till3", {"chain", "shop"}}), "B");
     EXPECT_EQ(claim({"till3", {"chain", "shop"}}), "");
     // It waits for its register as any other one of it does.

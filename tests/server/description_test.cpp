@@ -124,7 +124,7 @@ protected:
     {
         for (const char* const id : {"document:p", "document:q"}) {
             const Served waiting = postedToPool(id, sale(), "wait=30");
-            store.claim({"till1", {"shop"}, false, id});
+            store.claim({"till1", {"shop"}, false, {}, id});
             id == QByteArray("document:p") ? issue(id, 9) : refuse(id);
             note("POST", "/v1/pools/shop/documents", waiting.later());
         }

@@ -15,7 +15,7 @@ protected:
     /// As a register's own service does, or another one of the rack.
     void claim(const QString& id, const QString& till)
     {
-        ASSERT_TRUE(store.claim({till, {"shop"}, false, id}));
+        ASSERT_TRUE(store.claim({till, {"shop"}, false, {}, id}));
         api.documentChanged(id);
     }
 

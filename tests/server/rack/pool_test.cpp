@@ -153,6 +153,28 @@ protected:
     std::unique_ptr<PoolDispatch> dispatch;
 };
 
+TEST_F(PoolTest, OneThatNoRegisterMakesLetsOthersPass)
+{
+    start();
+    queue("A");
+    hold(0, "internal");
+    EXPECT_EQ(at(1), "make A");
+    dispatch->setAwaited("shop", "A", true);
+    hold(1, "internal");
+    queue("B");
+    queue("C");
+    pass(1000);
+    for (ScriptedWorker* const worker : std::as_const(workers))
+        open(*worker);
+    settle();
+    EXPECT_EQ(at(0), "make B");
+    EXPECT_EQ(at(1), "make C");
+    issue(0);
+    EXPECT_EQ(registerOf("A"), "");
+    pass(3000);
+    EXPECT_EQ(at(0), "make A") << "tried again later";
+}
+
 struct Drives
 {
     Told first;
