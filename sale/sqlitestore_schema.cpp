@@ -64,8 +64,7 @@ constexpr const char* laterIndices[] = {
     "WHERE state = 'queued' AND register <> '' AND pool <> ''",
     "CREATE INDEX IF NOT EXISTS documents_expiring ON documents (start_before) "
     "WHERE state = 'queued' AND start_before IS NOT NULL",
-    "CREATE INDEX IF NOT EXISTS documents_ahead ON documents (queued) "
-    "WHERE state = 'queued' AND start_before IS NOT NULL",
+    "CREATE INDEX IF NOT EXISTS documents_ahead ON documents (queued) WHERE state = 'queued'",
 };
 // Until then nothing waited in a journal but for the moment before it was begun: what a program left so when
 // it was killed must not be sold now, unasked.

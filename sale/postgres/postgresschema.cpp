@@ -39,8 +39,7 @@ constexpr const char* firstRelease[] = {
     "WHERE state = 'queued' AND register <> '' AND pool <> ''",
     "CREATE INDEX documents_expiring ON documents (start_before) "
     "WHERE state = 'queued' AND start_before IS NOT NULL",
-    "CREATE INDEX documents_ahead ON documents (queued) "
-    "WHERE state = 'queued' AND start_before IS NOT NULL",
+    "CREATE INDEX documents_ahead ON documents (queued) WHERE state = 'queued'",
     "CREATE INDEX documents_by_drive ON documents (drive, last_attempt)",
     "CREATE INDEX documents_by_register ON documents (register, last_attempt)",
     "CREATE INDEX documents_by_number ON documents (drive, document)",
