@@ -78,10 +78,7 @@ void giveId(const Options& options, const ServiceDocument& document)
 
 sale::AnswerError errorOf(const QJsonObject& answer)
 {
-    const QJsonObject error = answer.value(QStringLiteral("error")).toObject();
-    const auto text = [&error](const char* name) { return error.value(QLatin1String(name)).toString(); };
-    return {
-        .kind = sale::errorKindNamed(text("kind")), .text = text("text"), .exceptionName = text("exception")};
+    return sale::AnswerError::fromJson(answer.value(QStringLiteral("error")).toObject());
 }
 
 /// Of one that nobody waits for any longer.

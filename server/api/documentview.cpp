@@ -54,14 +54,11 @@ std::optional<sale::AnswerError> errorOf(const StoredDocument& document)
 {
     const QJsonObject failure
         = document.attempts.isEmpty() ? QJsonObject() : document.attempts.constLast().note.failure;
-    const auto text = [&failure](const char* name) { return failure.value(QLatin1String(name)).toString(); };
     if (isPending(document.state) || document.reason == sale::StateReason::Expired
         || document.reason == sale::StateReason::Deleted)
         return std::nullopt;
     if (!failure.isEmpty())
-        return sale::AnswerError{.kind = sale::errorKindNamed(text("kind")),
-            .text = text("text"),
-            .exceptionName = text("exception")};
+        return sale::AnswerError::fromJson(failure);
     if (document.state == DocumentState::Unknown)
         return sale::AnswerError{.text = QStringLiteral("Документ прерван, и касса о нём ничего не сообщает"),
             .exceptionName = QStringLiteral("Refusal")};
