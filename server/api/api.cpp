@@ -4,9 +4,11 @@
 #include "api/documentresponse.h"
 #include "api/journalproblem.h"
 #include "documentanswer.h"
+#include "findingsjson.h"
 #include "http/problem.h"
 #include "journalerror.h"
 
+#include <QJsonArray>
 #include <QLoggingCategory>
 
 namespace frserver {
@@ -25,16 +27,24 @@ const QString pausedState = QStringLiteral("paused");
 const QList<sale::DocumentState> openStates{
     sale::DocumentState::Queued, sale::DocumentState::Running, sale::DocumentState::Unknown};
 
+/// Told as what is wrong with a document is: clients look for it there.
 void requireQueryNames(const ApiRoute& route, const http::Request& request)
 {
-    if (route.queryNames.isEmpty())
-        return;
+    QList<receipt::Finding> errors;
     for (const auto& [name, value] : request.query) {
         if (!name.isEmpty() && !route.queryNames.contains(name))
-            throw http::Problem(400,
-                QStringLiteral("There is no %1 to ask for; there are %2.")
-                    .arg(name, route.queryNames.join(QStringLiteral(", "))));
+            errors.append(
+                {receipt::Finding::Error, name, value, QStringLiteral("is not known in this query")});
     }
+    if (errors.isEmpty())
+        return;
+    const QString known = route.queryNames.isEmpty()
+        ? QStringLiteral("nothing is asked for here")
+        : QStringLiteral("there are ") + route.queryNames.join(QStringLiteral(", "));
+    throw http::Problem(
+        400, QStringLiteral("There is no %1 to ask for; %2.").arg(errors.constFirst().path, known))
+        .with(QStringLiteral("errors"), sale::findingsJson(errors))
+        .with(QStringLiteral("warnings"), QJsonArray());
 }
 
 http::Handler handlerOf(Api& api, const ApiRoute& route)
