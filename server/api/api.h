@@ -4,6 +4,7 @@
 #include "api/openlist.h"
 #include "api/owners.h"
 #include "api/searches.h"
+#include "api/summaries.h"
 #include "api/till.h"
 #include "api/waiters.h"
 #include "documentstore.h"
@@ -31,6 +32,8 @@ public:
         /// How long a list is looked for at the most, and how much of the journal at once, to begin with.
         std::chrono::milliseconds longestSearch = std::chrono::seconds(10);
         int searchPiece = 500;
+        /// How long bodies that were not read yet are read for a list before others are answered.
+        std::chrono::milliseconds readingTurn = std::chrono::milliseconds(2);
     };
 
     /// Store and owners must outlive it.
@@ -68,6 +71,7 @@ public:
     Waiters& waiters() { return m_waiters; }
     const http::EventStream& events() const { return m_events; }
     const OpenList& openDocuments() const { return m_open; }
+    Summaries& summaries() const { return m_summaries; }
     const std::map<QString, Till*>& tills() const { return m_tills; }
     /// Null when there is none of that name.
     Till* till(const QString& name) const;
@@ -103,6 +107,8 @@ private:
     http::Site m_site;
     http::EventStream m_events;
     OpenList m_open;
+    /// Nothing that anybody could see.
+    mutable Summaries m_summaries;
     Waiters m_waiters;
     /// Which register knows that somebody waits for the document.
     QHash<QString, QString> m_awaitedAt;

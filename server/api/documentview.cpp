@@ -56,6 +56,29 @@ void describeBody(DocumentAnswer& answer, const Api& api, const StoredDocument& 
         answer.total = receipt::kopecksOf(sum.toDouble());
 }
 
+DocumentAnswer describedAnswer(const Api& api, const StoredDocument& document)
+{
+    const Till* const till = api.till(document.request.registerName);
+    const receipt::Protocol protocol = till == nullptr ? receipt::Protocol::Xml : till->settings().protocol;
+    DocumentAnswer answer = sale::answerOf(document, protocol);
+    if (till != nullptr)
+        describeBody(answer, api, document, *till);
+    api.summaries().keep(document, {answer.total, answer.shift, answer.receiptNumber});
+    return answer;
+}
+
+/// Of one that was found without its attempts. Only those of an issued one tell of it.
+Summaries::Told toldOf(const Api& api, const StoredDocument& document)
+{
+    if (const Summaries::Told* const told = api.summaries().find(document))
+        return *told;
+    const bool isIssued = document.state == DocumentState::Issued;
+    const std::optional<StoredDocument> whole
+        = isIssued ? api.store().findId(document.request.id) : std::nullopt;
+    const DocumentAnswer answer = describedAnswer(api, whole.value_or(document));
+    return {answer.total, answer.shift, answer.receiptNumber};
+}
+
 /// What the last attempt failed of, which is what a person is told.
 std::optional<sale::AnswerError> errorOf(const StoredDocument& document)
 {
@@ -95,12 +118,9 @@ void addPosting(QJsonObject& json, const StoredDocument& document, const Till* t
 QJsonObject documentView(const Api& api, const StoredDocument& document, bool isReplayed)
 {
     const Till* const till = api.till(document.request.registerName);
-    const receipt::Protocol protocol = till == nullptr ? receipt::Protocol::Xml : till->settings().protocol;
-    DocumentAnswer answer = sale::answerOf(document, protocol);
+    DocumentAnswer answer = describedAnswer(api, document);
     answer.isReplayed = isReplayed;
     answer.error = errorOf(document);
-    if (till != nullptr)
-        describeBody(answer, api, document, *till);
     QJsonObject json = sale::recordSummary(document);
     const QJsonObject told = answer.toJson();
     for (auto member = told.begin(); member != told.end(); ++member)
@@ -122,6 +142,10 @@ QJsonObject documentSummary(const Api& api, const StoredDocument& document)
 {
     QJsonObject json = sale::recordSummary(document);
     addPosting(json, document, api.till(document.request.registerName));
+    const Summaries::Told told = toldOf(api, document);
+    json.insert(QStringLiteral("total"), sale::sumJson(told.total));
+    json.insert(QStringLiteral("shift"), sale::numberJson(told.shift));
+    json.insert(QStringLiteral("receiptNumber"), sale::numberJson(told.receiptNumber));
     return json;
 }
 

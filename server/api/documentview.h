@@ -13,7 +13,7 @@ class Api;
 QJsonObject documentView(const Api& api, const sale::StoredDocument& document, bool isReplayed = false);
 /// The same with the body and what a person has said.
 QJsonObject wholeDocumentView(const Api& api, const sale::StoredDocument& document);
-/// As lists have it.
+/// As lists have it, with total and numbers of the receipt, of one that was found without its attempts.
 QJsonObject documentSummary(const Api& api, const sale::StoredDocument& document);
 
 } // namespace frserver

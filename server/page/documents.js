@@ -1,7 +1,7 @@
 // The documents of the journal, the last one first, and the search.
 
 import { byId, el, setText } from "./dom.js";
-import { t } from "./i18n.js";
+import { money, t } from "./i18n.js";
 import { badge, documentTitle, moment } from "./labels.js";
 
 const PAGE = 50;
@@ -109,6 +109,7 @@ export class Documents {
 
 function cells(document) {
     return [el("span", { class: "time" }, moment(document.accepted)), el("strong", {}, documentTitle(document)),
-        badge(document), el("span", { class: "small" }, document.register ?? ""),
-        el("span", { class: "small id" }, document.id)];
+        document.total === null ? null : el("span", {}, money(document.total)), badge(document),
+        el("span", { class: "small" }, document.register ?? ""),
+        el("span", { class: "small id" }, document.id)].filter(Boolean);
 }

@@ -101,7 +101,10 @@ struct Served
 class ApiTest : public testing::Test
 {
 protected:
-    explicit ApiTest(const frserver::Api::Settings& settings = {.queueLimit = 4, .version = "1.2.3"})
+    static constexpr std::chrono::seconds unhurried{60};
+
+    explicit ApiTest(const frserver::Api::Settings& settings
+        = {.queueLimit = 4, .version = "1.2.3", .readingTurn = unhurried})
         : api(store, owners, settings)
     {
         api.add(till1);

@@ -17,6 +17,7 @@ const AskRow askRows[] = {
     {"GET", "/v1/documents?limit=2&cursor=6", "", 200, "\"next\":\"4\""},
     {"GET", "/v1/documents?state=unknown,issued&register=till1", "", 200, "document:3"},
     {"GET", "/v1/documents?text=%D0%A5%D0%BB%D0%B5%D0%B1", "", 200, "document:1"},
+    {"GET", "/v1/documents?state=issued", "", 200, "\"total\":305.23"},
     {"GET", "/v1/documents?since=2031-01-01T00:00:00Z", "", 200, "\"documents\":[]"},
     {"GET", "/v1/documents?state=gone", "", 400, "queued, running"},
     {"GET", "/v1/documents?since=once", "", 400, "since"},

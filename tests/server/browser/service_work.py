@@ -17,6 +17,7 @@ class Work(ServicePageTest):
         self.service.post(SALE, "shop:0001")
         self.becomes(lambda: self.row("shop:0001"), "Sale", seconds(1))
         self.becomes(lambda: self.row("shop:0001"), "issued")
+        self.assertIn("305.23 ₽", self.row("shop:0001"))
         self.becomes(lambda: self.till(), "Sale, 305.23 ₽, no. 1 of shift 1")
         self.click("[data-id='shop:0001'] button")
         for expected in ("Sale", "Хлеб Бородинский", "305.23", "Attempt 1"):
