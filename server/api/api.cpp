@@ -2,6 +2,7 @@
 
 #include "api/apiroute.h"
 #include "api/documentresponse.h"
+#include "api/documentview.h"
 #include "api/journalproblem.h"
 #include "documentanswer.h"
 #include "findingsjson.h"
@@ -149,6 +150,7 @@ QJsonObject Api::registerView(const Till& till) const
             {QStringLiteral("running"), m_open.count(name, DocumentState::Running)},
             {QStringLiteral("unknown"), m_open.count(name, DocumentState::Unknown)},
             {QStringLiteral("oldest"), sale::momentJson(m_open.oldestQueued(name))}});
+    view.insert(QStringLiteral("lastReceipt"), lastReceipt(*this, name));
     return view;
 }
 

@@ -75,7 +75,7 @@ public:
     const std::map<QString, Till*>& tills() const { return m_tills; }
     /// Null when there is none of that name.
     Till* till(const QString& name) const;
-    /// The view, with its name and its queue.
+    /// The view, with its name, its queue and its last receipt.
     QJsonObject registerView(const Till& till) const;
     /// @name Throw sale::JournalError unless documents are accepted now
     /// @{

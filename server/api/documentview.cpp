@@ -8,6 +8,7 @@
 #include "errorkind.h"
 #include "findingsjson.h"
 #include "itemsjson.h"
+#include "journalerror.h"
 #include "money.h"
 #include "receiptcheck.h"
 #include "receipterror.h"
@@ -147,6 +148,28 @@ QJsonObject documentSummary(const Api& api, const StoredDocument& document)
     json.insert(QStringLiteral("shift"), sale::numberJson(told.shift));
     json.insert(QStringLiteral("receiptNumber"), sale::numberJson(told.receiptNumber));
     return json;
+}
+
+QJsonValue lastReceipt(const Api& api, const QString& registerName)
+{
+    // Between two receipts stand some reports; what has made none for so long is no shop's register.
+    constexpr int most = 50;
+    std::optional<StoredDocument> found;
+    try {
+        api.store().look({.states = {DocumentState::Issued},
+                             .registerName = registerName,
+                             .limit = most,
+                             .order = sale::DocumentQuery::LastBegun,
+                             .withAttempts = false},
+            [&found](const StoredDocument& document) {
+                if (sale::isReceiptName(document.request.kind))
+                    found = document;
+                return !found;
+            });
+        return found ? QJsonValue(documentSummary(api, *found)) : QJsonValue();
+    } catch (const sale::JournalError&) {
+        return {};
+    }
 }
 
 } // namespace frserver

@@ -14,19 +14,30 @@ using http::Answer;
 using http::Request;
 using http::Response;
 
+/// What a token that sells may not see of others is left out.
+QJsonObject viewFor(const Api& api, const Request& request, const Till& till)
+{
+    const QString member = QStringLiteral("lastReceipt");
+    QJsonObject view = api.registerView(till);
+    const QString id = view.value(member).toObject().value(QStringLiteral("id")).toString();
+    if (!id.isEmpty() && !rights::maySee(api, request, id, till.settings().name))
+        view.insert(member, QJsonValue());
+    return view;
+}
+
 Answer listRegisters(Api& api, const Request& request)
 {
     QJsonArray registers;
     for (const auto& [name, till] : api.tills()) {
         if (rights::mayUse(request, name))
-            registers.append(api.registerView(*till));
+            registers.append(viewFor(api, request, *till));
     }
     return Response::json(QJsonObject{{QStringLiteral("registers"), registers}});
 }
 
 Answer showRegister(Api& api, const Request& request)
 {
-    return Response::json(api.registerView(tillOf(api, request)));
+    return Response::json(viewFor(api, request, tillOf(api, request)));
 }
 
 /// An empty body is one without members.

@@ -7,7 +7,7 @@ import { Documents } from "./documents.js";
 import { byId, setText, throttled } from "./dom.js";
 import { EventFeed } from "./events.js";
 import { language, onLanguage, setLanguage, t, translate } from "./i18n.js";
-import { documentState, isReceipt, kindName, registerState } from "./labels.js";
+import { documentState, kindName, registerState } from "./labels.js";
 import { notify, say } from "./notices.js";
 import { Outgoing } from "./outgoing.js";
 import { ReceiptForm } from "./receipt.js";
@@ -21,8 +21,6 @@ const OFTEN = 200;
 // What a register tells of itself grows old without an event.
 const ANEW = 30000;
 const MOST_UNKNOWN = 50;
-// In which a receipt is looked for among the last documents of a register.
-const LAST = 20;
 
 const access = new Access(askToken);
 const api = new Api(access, "/v1");
@@ -168,7 +166,6 @@ async function updateRegisters() {
         registers.set(all);
         [documents, receipt].forEach((part) => part.setRegisters(names));
         detail.registers = names;
-        await Promise.all(names.map(updateLast));
     }
     attention.setRegisters(registers.all);
 }
@@ -176,12 +173,6 @@ async function updateRegisters() {
 async function updateRights() {
     const { role } = await api.get("/me");
     document.body.dataset.role = role;
-}
-
-async function updateLast(name) {
-    const { documents: last } = await api.get("/documents", { register: name, state: "issued", limit: LAST });
-    const found = last.find(({ kind }) => isReceipt(kind));
-    registers.setLast(name, found && (await api.get(documentPath(found.id))));
 }
 
 async function updateUnknown() {
@@ -195,6 +186,7 @@ function readAll() {
 
 const news = {
     document({ id, register, kind, state, reason, documentNumber }) {
+        documents.note({ id, state, reason, register, documentNumber });
         readDocuments();
         readUnknown();
         readRegisters();
@@ -202,8 +194,6 @@ const news = {
             readDetail();
         if (id === page.trial)
             quietly(showTrial(id));
-        if (state === "issued" && isReceipt(kind))
-            quietly(updateLast(register));
         if (state !== "queued" && state !== "running")
             say(t("newsDocument", { register, kind: kindName(kind), number: documentNumber ?? "",
                 state: documentState({ state, reason }) }));
@@ -234,7 +224,6 @@ const feed = new EventFeed(access, "/v1/events", {
     onLost: () => showConnection("lost"),
     async onOpen() {
         await Promise.all([updateRights(), updateRegisters(), documents.read(), updateUnknown(), detail.again()]);
-        quietly(Promise.all(registers.names.map(updateLast)));
         showConnection("connected");
         outgoing.resume();
     },

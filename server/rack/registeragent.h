@@ -65,8 +65,9 @@ public:
     /// "state" ("starting", "ready", "making", "waiting", "pausing", "paused", "stopping", "stopped") with
     /// "since" and "stateAge" in seconds, "waiting" (Waiting::reason or null) and "waitingText", "pausedBy",
     /// "document" (the id that is made), "identity" and "condition" as the register has told them last, with
-    /// "conditionAge", "unsentSince" (as seen by the service), "shift" ("open", "since"), "alarms" ("kind",
-    /// "text"), "workerStarts", "connections", "exchanges" ("count", "seconds").
+    /// "paper" as far as its documents tell, "conditionAge", "unsentSince" (as seen by the service), "shift"
+    /// ("open", "since"), "alarms" ("kind", "text"), "workerStarts", "connections", "exchanges" ("count",
+    /// "seconds").
     QJsonObject view() const;
 
 Q_SIGNALS:
@@ -125,6 +126,8 @@ private:
     void wakeLater();
     void announce();
     QString state() const;
+    QJsonValue paper() const;
+    QJsonValue condition() const;
     QJsonArray alarms() const;
     /// None is younger than it can be.
     qint64 ageOf(const QDateTime& moment) const;
@@ -178,6 +181,8 @@ private:
     QDateTime m_conditionTime;
     /// Over XML a register does not tell since when the OFD has not got its documents.
     QDateTime m_unsentSince;
+    /// Something since the register was reached.
+    bool m_hasPrinted = false;
     QString m_told;
     QDateTime m_since;
 };

@@ -21,7 +21,9 @@ public:
     {
         return {{"state", state}, {"waiting", waiting.isEmpty() ? QJsonValue() : QJsonValue(waiting)},
             {"connections", 2}, {"exchanges", QJsonObject{{"count", 3}, {"seconds", 1.5}}},
-            {"condition", QJsonObject{{"unsent", 4}}}};
+            {"condition",
+                QJsonObject{{"unsent", 4}, {"driveUntil", "2031-01-01"}, {"driveWarnings", 2},
+                    {"lastDocument", 117}}}};
     }
     void wake() override { told.append("wake"); }
     void setAwaited(const QString& id, bool isAwaited) override

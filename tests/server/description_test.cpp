@@ -78,6 +78,9 @@ const AskRow askRows[] = {
     {"GET", "/readyz", "", 200, "\"till1\":\"ready\""},
     {"GET", "/metrics", "", 200,
         "frserver_documents_total{register=\"till1\",state=\"issued\",reason=\"\"} 3\n"},
+    {"GET", "/metrics", "", 200, "frserver_drive_warning{register=\"till1\",warning=\"resource\"} 1\n"},
+    {"GET", "/metrics", "", 200, "frserver_drive_last_document{register=\"till1\"} 117\n"},
+    {"GET", "/v1/registers/till1", "", 200, "\"lastReceipt\":{\"accepted\""},
 };
 
 class DescriptionTest : public ApiTest
