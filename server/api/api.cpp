@@ -2,9 +2,11 @@
 
 #include "api/apiroute.h"
 #include "api/documentresponse.h"
+#include "api/documentview.h"
 #include "api/journalproblem.h"
 #include "api/place.h"
 #include "documentanswer.h"
+#include "findingsjson.h"
 #include "http/problem.h"
 #include "journalerror.h"
 
@@ -27,16 +29,24 @@ const QString pausedState = QStringLiteral("paused");
 const QList<sale::DocumentState> openStates{
     sale::DocumentState::Queued, sale::DocumentState::Running, sale::DocumentState::Unknown};
 
+/// Told as what is wrong with a document is: clients look for it there.
 void requireQueryNames(const ApiRoute& route, const http::Request& request)
 {
-    if (route.queryNames.isEmpty())
-        return;
+    QList<receipt::Finding> errors;
     for (const auto& [name, value] : request.query) {
         if (!name.isEmpty() && !route.queryNames.contains(name))
-            throw http::Problem(400,
-                QStringLiteral("There is no %1 to ask for; there are %2.")
-                    .arg(name, route.queryNames.join(QStringLiteral(", "))));
+            errors.append(
+                {receipt::Finding::Error, name, value, QStringLiteral("is not known in this query")});
     }
+    if (errors.isEmpty())
+        return;
+    const QString known = route.queryNames.isEmpty()
+        ? QStringLiteral("nothing is asked for here")
+        : QStringLiteral("there are ") + route.queryNames.join(QStringLiteral(", "));
+    throw http::Problem(
+        400, QStringLiteral("There is no %1 to ask for; %2.").arg(errors.constFirst().path, known))
+        .with(QStringLiteral("errors"), sale::findingsJson(errors))
+        .with(QStringLiteral("warnings"), QJsonArray());
 }
 
 http::Handler handlerOf(Api& api, const ApiRoute& route)
@@ -177,6 +187,7 @@ QJsonObject Api::registerView(const Till& till) const
             {QStringLiteral("running"), m_open.count(name, DocumentState::Running)},
             {QStringLiteral("unknown"), m_open.count(name, DocumentState::Unknown)},
             {QStringLiteral("oldest"), sale::momentJson(m_open.oldestQueued(name))}});
+    view.insert(QStringLiteral("lastReceipt"), lastReceipt(*this, name));
     return view;
 }
 

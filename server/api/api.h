@@ -5,6 +5,7 @@
 #include "api/owners.h"
 #include "api/pool.h"
 #include "api/searches.h"
+#include "api/summaries.h"
 #include "api/till.h"
 #include "api/waiters.h"
 #include "http/eventstream.h"
@@ -33,6 +34,8 @@ public:
         /// How long a list is looked for at the most, and how much of the journal at once, to begin with.
         std::chrono::milliseconds longestSearch = std::chrono::seconds(10);
         int searchPiece = 500;
+        /// How long bodies that were not read yet are read for a list before others are answered.
+        std::chrono::milliseconds readingTurn = std::chrono::milliseconds(2);
     };
 
     /// Store and owners must outlive it.
@@ -88,6 +91,7 @@ public:
     Waiters& waiters() { return m_waiters; }
     const http::EventStream& events() const { return m_events; }
     const OpenList& openDocuments() const { return m_open; }
+    Summaries& summaries() const { return m_summaries; }
     const std::map<QString, Till*>& tills() const { return m_tills; }
     /// Null when there is none of that name.
     Till* till(const QString& name) const;
@@ -96,7 +100,7 @@ public:
     Pool* pool(const QString& name) const;
     /// All that serve it, also those of other services that tell of themselves.
     QStringList registersOf(const Pool& pool) const;
-    /// The view, with its name, its pools and its queue.
+    /// The view, with its name, its pools, its queue and its last receipt.
     QJsonObject registerView(const Till& till) const;
     /// @name Throw sale::JournalError unless documents are accepted now
     /// @{
@@ -136,6 +140,8 @@ private:
     http::Site m_site;
     http::EventStream m_events;
     OpenList m_open;
+    /// Nothing that anybody could see.
+    mutable Summaries m_summaries;
     Waiters m_waiters;
     /// Which register, or pool, knows that somebody waits for the document.
     QHash<QString, QString> m_awaitedAt;

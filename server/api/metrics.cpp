@@ -182,6 +182,8 @@ constexpr ToldGauge toldGauges[] = {
     {"frserver_unsent_seconds", "gauge", "How long the oldest of them has waited, as far as that is known.",
         unsentSeconds},
     {"frserver_drive_days_left", "gauge", "Days until the fiscal drive expires.", daysLeft},
+    {"frserver_drive_last_document", "gauge", "Number of the fiscal drive's last document.",
+        [](const QJsonObject& view) { return conditionOf(view, "lastDocument"); }},
     {"frserver_clock_ahead_seconds", "gauge", "How far the register's clock is ahead of the computer's.",
         [](const QJsonObject& view) { return conditionOf(view, "clockDifference"); }},
     {"frserver_shift_open", "gauge", "Whether the shift is open.",
@@ -189,6 +191,23 @@ constexpr ToldGauge toldGauges[] = {
             return view.value(QStringLiteral("shift")).toObject().value(QStringLiteral("open"));
         }},
 };
+
+/// How many documents a drive still takes is told by no register; that it ends is.
+void addDriveWarnings(Text& text, const Api& api)
+{
+    constexpr std::pair<const char*, int> warnings[]
+        = {{"replace", 1}, {"resource", 2}, {"memory", 4}, {"operator", 8}};
+    text.describe("frserver_drive_warning", "gauge",
+        "1 for what the fiscal drive warns of: replace at once, resource ends, memory full, operator silent.");
+    for (const auto& [name, till] : api.tills()) {
+        const QJsonValue told = conditionOf(till->view(), "driveWarnings");
+        for (const auto& [warning, bit] : warnings) {
+            if (told.isDouble())
+                text.add({{registerLabel, name}, {"warning", QString::fromLatin1(warning)}},
+                    (told.toInt() & bit) != 0);
+        }
+    }
+}
 
 void addTold(Text& text, const Api& api)
 {
@@ -200,6 +219,7 @@ void addTold(Text& text, const Api& api)
                 text.add({{registerLabel, name}}, value.isBool() ? value.toBool() : value.toDouble());
         }
     }
+    addDriveWarnings(text, api);
     text.describe("frserver_alarm", "gauge", "1 for each alarm of the register.");
     for (const auto& [name, till] : api.tills()) {
         QStringList kinds;

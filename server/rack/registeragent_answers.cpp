@@ -98,6 +98,7 @@ void RegisterAgent::answered(const Request& request, const QJsonObject& answer)
 void RegisterAgent::opened(const QJsonObject& answer)
 {
     m_isOpen = true;
+    m_hasPrinted = false;
     ++m_connections;
     // The next failure of the line waits longer still, unless something is made in between.
     m_retryAt = 0;
@@ -144,6 +145,7 @@ void RegisterAgent::made(const Request& request, const QJsonObject& answer)
     m_options.deaths->remove(request.id);
     const QString held = textOf(answer, "held");
     const QString kind = textOf(answer, "kind");
+    m_hasPrinted = m_hasPrinted || textOf(answer, "state") == QStringLiteral("issued");
     noteShift(request, answer);
     if (request.isOfShift)
         noteZReport(answer);
