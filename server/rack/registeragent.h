@@ -85,6 +85,8 @@ private:
         QString kind = {};
         /// The service's own Z report.
         bool isOfShift = false;
+        /// The worker has begun it.
+        bool isBegun = false;
         qint64 heard = 0;
     };
     struct Acceptance

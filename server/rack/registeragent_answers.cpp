@@ -56,6 +56,10 @@ void RegisterAgent::take(const QJsonObject& message)
     m_request->heard = steady();
     if (message.contains(QStringLiteral("line")))
         return;
+    if (const QJsonValue at = message.value(QStringLiteral("at")); !at.isUndefined()) {
+        m_request->isBegun = at.toInt() == m_request->number;
+        return;
+    }
     if (message.value(QStringLiteral("re")).toInt() != m_request->number) {
         qCWarning(rackLog).noquote() << name() << "an answer to nothing that was asked";
         return;
@@ -249,7 +253,8 @@ void RegisterAgent::workerEnded(const QString& how)
         qCWarning(rackLog).noquote() << name() << "the worker is gone:" << how;
         block(QStringLiteral("worker"), how);
     }
-    if (broken && broken->what == QStringLiteral("make"))
+    // What was given to one that had ended is not what it died of.
+    if (broken && broken->what == QStringLiteral("make") && broken->isBegun)
         noteDeath(broken->id);
     if (broken && !broken->id.isEmpty())
         Q_EMIT documentChanged(broken->id);

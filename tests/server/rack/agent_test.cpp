@@ -198,6 +198,23 @@ TEST_F(AgentTest, RefusesADocumentThatKillsItsWorkersBeforeItIsBegun)
     EXPECT_EQ(store.findId("sale:0001")->attempts.constLast().note.failure.value("kind"), "internal");
 }
 
+TEST_F(AgentTest, CountsNoDeathAgainstWhatWasGivenToAWorkerThatHadEnded)
+{
+    makeAgent();
+    queue("sale:0001");
+    agent->start();
+    for (int death = 0; death < 4; ++death) {
+        worker->answer({});
+        // Its last answer is read when it is gone.
+        worker->hasEnded = true;
+        open();
+        ASSERT_EQ(worker->at(), "make sale:0001");
+        worker->die();
+        pass(60'000);
+    }
+    EXPECT_EQ(stateOf("sale:0001"), DocumentState::Queued);
+}
+
 TEST_F(AgentTest, WantsAPersonsWordForANewDrive)
 {
     makeAgent();
