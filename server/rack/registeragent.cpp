@@ -18,7 +18,6 @@ constexpr qint64 hurriedMs = 2'000;
 /// A register with nothing to do is asked how it is.
 constexpr qint64 conditionMs = 60'000;
 constexpr qint64 zReportMs = 60'000;
-constexpr int mostDeaths = 3;
 
 const QString zReportKind = QStringLiteral("zReport");
 const QString openShiftKind = QStringLiteral("openShift");
@@ -233,9 +232,7 @@ std::optional<RegisterAgent::Request> RegisterAgent::nextDocument()
         if (!document)
             return std::nullopt;
         const auto& [id, kind] = std::pair(document->request.id, document->request.kind);
-        if (m_deaths.value(id) >= mostDeaths)
-            refuseDeadly(id);
-        else if (!refuseOutsideHours(*document))
+        if (!refuseDeadly(id) && !refuseOutsideHours(*document))
             return Request{.what = QStringLiteral("make"), .id = id, .kind = kind};
     }
 }
@@ -271,17 +268,6 @@ bool RegisterAgent::refuseOutsideHours(const sale::StoredDocument& document)
     m_store.refuse(document.request.id, {.failure = failure});
     Q_EMIT documentChanged(document.request.id);
     return true;
-}
-
-void RegisterAgent::refuseDeadly(const QString& id)
-{
-    const QJsonObject failure{{QStringLiteral("kind"), QStringLiteral("internal")},
-        {QStringLiteral("text"),
-            QStringLiteral("Программа кассы аварийно завершалась на этом документе, не начав его")},
-        {QStringLiteral("exception"), QStringLiteral("HostError")}};
-    m_store.refuse(id, {.failure = failure});
-    m_deaths.remove(id);
-    Q_EMIT documentChanged(id);
 }
 
 void RegisterAgent::block(const QString& reason, const QString& text)

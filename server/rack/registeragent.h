@@ -117,7 +117,10 @@ private:
     void noteBegun();
     void tellBegun();
     void noteDeath(const QString& id);
-    void refuseDeadly(const QString& id);
+    void refuse(const QString& id, const QString& kind, const QString& text);
+    bool refuseDeadly(const QString& id);
+    bool refuseFailing(const QString& id, const QString& reason, const QString& text);
+    void giveUpBegun(const QString& reason);
     bool makeNext();
     std::optional<Request> nextDocument();
     std::optional<Request> dueZReport();
@@ -171,6 +174,10 @@ private:
     QString m_zReportFailure;
     /// How often a worker died of a document that was never begun.
     QHash<QString, int> m_deaths;
+    /// How often a document that was never begun failed, of a register that was reached.
+    QHash<QString, int> m_failures;
+    /// While documents are to be settled.
+    int m_failedStarts = 0;
     int m_workerStarts = 0;
     int m_connections = 0;
     qint64 m_exchanges = 0;

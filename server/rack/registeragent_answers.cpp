@@ -102,6 +102,7 @@ void RegisterAgent::answered(const Request& request, const QJsonObject& answer)
 void RegisterAgent::opened(const QJsonObject& answer)
 {
     m_isOpen = true;
+    m_failedStarts = 0;
     ++m_connections;
     // The next failure of the line waits longer still, unless something is made in between.
     m_retryAt = 0;
@@ -148,10 +149,13 @@ void RegisterAgent::made(const Request& request, const QJsonObject& answer)
     m_deaths.remove(request.id);
     const QString held = textOf(answer, "held");
     const QString kind = textOf(answer, "kind");
+    if (held.isEmpty())
+        m_failures.remove(request.id);
     noteShift(request, answer);
     if (request.isOfShift)
         noteZReport(answer);
-    if (!held.isEmpty() || isOfPaper(kind))
+    const bool isGivenUp = refuseFailing(request.id, held, textOf(answer, "text"));
+    if (!isGivenUp && (!held.isEmpty() || isOfPaper(kind)))
         meetHold(held, kind, textOf(answer, "text"));
     else
         unblock();
@@ -206,6 +210,8 @@ void RegisterAgent::meetFailure(const Request& request, const QJsonObject& failu
     if (request.what == QStringLiteral("accept"))
         m_acceptance.reset();
     m_isOpen = false;
+    if (request.what == QStringLiteral("open"))
+        giveUpBegun(reason);
     if (request.what == QStringLiteral("close"))
         m_worker->kill();
     else

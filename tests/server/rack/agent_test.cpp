@@ -198,6 +198,57 @@ TEST_F(AgentTest, RefusesADocumentThatKillsItsWorkersBeforeItIsBegun)
     EXPECT_EQ(store.findId("sale:0001")->attempts.constLast().note.failure.value("kind"), "internal");
 }
 
+TEST_F(AgentTest, RefusesADocumentThatFailsForeverAndGoesOnWithTheNext)
+{
+    for (const QString reason : {"internal", "other"}) {
+        startAgent();
+        const QString id = "sale:" + reason;
+        queue(id);
+        queue("next:" + reason);
+        for (const int seconds : {1, 2, 4, 8}) {
+            ASSERT_EQ(worker->at(), "make " + id);
+            hold(reason);
+            EXPECT_EQ(text("waiting"), reason);
+            pass(seconds * 1000);
+            open();
+        }
+        // What a person puts right does not count.
+        hold("paper");
+        pass(16'000);
+        hold(reason);
+        EXPECT_EQ(worker->at(), "make next:" + reason);
+        EXPECT_EQ(stateOf(id), DocumentState::NotIssued);
+        const QJsonObject failure = store.findId(id)->attempts.constLast().note.failure;
+        EXPECT_EQ(failure.value("kind"), reason);
+        EXPECT_EQ(failure.value("text"), "of " + reason);
+        issue();
+    }
+}
+
+TEST_F(AgentTest, GivesUpWhatTheRegisterCanNeverBeAskedAbout)
+{
+    startAgent();
+    queue("sale:0001");
+    queue("sale:0002");
+    begin("sale:0001");
+    worker->answer({{"state", "running"}, {"kind", "internal"}});
+    const auto fail = [this](const QString& reason, int times) {
+        for (int time = 0; time < times; ++time) {
+            ASSERT_EQ(worker->at(), "open");
+            worker->fail(reason);
+            pass(60'000);
+        }
+    };
+    // A line may be gone for a night.
+    fail("line", 20);
+    fail("other", 9);
+    EXPECT_EQ(stateOf("sale:0001"), DocumentState::Running);
+    fail("internal", 1);
+    EXPECT_EQ(stateOf("sale:0001"), DocumentState::Unknown);
+    open();
+    EXPECT_EQ(worker->at(), "make sale:0002");
+}
+
 TEST_F(AgentTest, CountsNoDeathAgainstWhatWasGivenToAWorkerThatHadEnded)
 {
     makeAgent();
