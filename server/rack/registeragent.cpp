@@ -227,6 +227,8 @@ std::optional<RegisterAgent::Request> RegisterAgent::nextDocument()
 {
     if (const std::optional<Request> report = dueZReport())
         return report;
+    if (isShiftAwaited())
+        return std::nullopt;
     for (;;) {
         const std::optional<sale::StoredDocument> document = m_pick.next();
         if (!document)
@@ -255,6 +257,13 @@ std::optional<RegisterAgent::Request> RegisterAgent::dueZReport()
     }
     return Request{
         .what = QStringLiteral("make"), .id = report->request.id, .kind = zReportKind, .isOfShift = true};
+}
+
+/// A document has met a shift that is too old, and the report that closes it has not been made.
+bool RegisterAgent::isShiftAwaited() const
+{
+    return m_waiting && m_waiting->reason == QStringLiteral("shiftExpired")
+        && m_shift.isEndDue(now(), steady());
 }
 
 bool RegisterAgent::refuseOutsideHours(const sale::StoredDocument& document)

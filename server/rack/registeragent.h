@@ -124,6 +124,7 @@ private:
     bool makeNext();
     std::optional<Request> nextDocument();
     std::optional<Request> dueZReport();
+    bool isShiftAwaited() const;
     bool refuseOutsideHours(const sale::StoredDocument& document);
     void block(const QString& reason, const QString& text);
     void unblock();

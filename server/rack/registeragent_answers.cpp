@@ -29,8 +29,8 @@ bool isOfPaper(const QString& kind)
 
 bool isOfDocuments(const QString& reason)
 {
-    return isOfPaper(reason) || reason == QStringLiteral("needsReview")
-        || reason == QStringLiteral("journal");
+    return isOfPaper(reason) || reason == QStringLiteral("needsReview") || reason == QStringLiteral("journal")
+        || reason == QStringLiteral("shiftExpired");
 }
 
 /// One that is issued stands in a shift that is open.
@@ -126,8 +126,12 @@ void RegisterAgent::noteCondition(const QJsonObject& answer)
     // Somebody at the register itself, in the time since it was asked last.
     if (isShiftOpen && !m_shift.isOpen())
         m_shift.open(now(), now(), steady());
-    if (!isShiftOpen)
+    if (!isShiftOpen) {
         m_shift.close();
+        // Closed at the register itself.
+        if (m_waiting && m_waiting->reason == QStringLiteral("shiftExpired"))
+            unblock();
+    }
 }
 
 void RegisterAgent::noteUnsent()
@@ -169,6 +173,9 @@ void RegisterAgent::meetHold(const QString& held, const QString& kind, const QSt
 {
     const QString reason = held.isEmpty() ? kind : held;
     block(reason, text);
+    // The report that it waits for comes at once, and nothing else before that.
+    if (isShiftAwaited())
+        m_retryAt = 0;
     // The line, the port, the register or its drive: all of that is looked at anew.
     if (!isOfDocuments(reason))
         m_isOpen = false;

@@ -60,7 +60,7 @@ sale::DocumentStore& WorkerSession::journal()
     // Made anew it would know nothing of what was sold.
     if (!sale::isShared(m_journalFile) && !QFileInfo::exists(m_journalFile))
         throw sale::JournalError(QStringLiteral("the journal %1 is gone").arg(m_journalFile));
-    m_journal.emplace(m_journalFile);
+    m_journal.emplace(m_journalFile, m_settings.closesShift());
     return *m_journal;
 }
 
@@ -120,7 +120,7 @@ sale::CashDesk& WorkerSession::desk(bool opensShift)
     if (!m_desk || m_desk->options().opensShift != opensShift)
         m_desk.emplace(m_connection->driver(), journal(),
             sale::DeskOptions{line(), m_settings.name, {m_settings.cashier, {}, m_settings.cashierInn},
-                m_settings.marks, opensShift});
+                m_settings.marks, opensShift, m_settings.closesShift()});
     return *m_desk;
 }
 

@@ -134,6 +134,43 @@ TEST_F(AgentTest, ClosesAShiftThatTheRegisterFindsTooOld)
     EXPECT_EQ(store.findId(worker->last.value("id").toString())->request.kind, "zReport");
 }
 
+TEST_F(AgentTest, WaitsForTheReportWhereTheServiceMakesIt)
+{
+    startAgent();
+    queue("sale:0001");
+    queue("sale:0002");
+    hold("shiftExpired");
+    condition(true);
+    EXPECT_EQ(text("waiting"), "shiftExpired");
+    const QString report = worker->last.value("id").toString();
+    ASSERT_EQ(store.findId(report)->request.kind, "zReport");
+    // One try of the document for each of the report.
+    refuse("other");
+    condition(true);
+    ASSERT_EQ(worker->at(), "make sale:0001");
+    hold("shiftExpired");
+    condition(true);
+    pass(59'000);
+    EXPECT_EQ(worker->at(), "");
+    // Reached anew, by a journal that does not know how old it is.
+    worker->die();
+    pass(1'000);
+    worker->answer({});
+    open();
+    ASSERT_EQ(worker->at(), "make sale:0001");
+    hold("shiftExpired");
+    condition(true);
+    ASSERT_EQ(worker->at(), "make " + report);
+    issue();
+    EXPECT_EQ(worker->at(), "make sale:0001");
+    hold("shiftExpired");
+    // Somebody was faster.
+    condition(false);
+    EXPECT_EQ(worker->at(), "make sale:0001");
+    issue();
+    EXPECT_EQ(worker->at(), "make sale:0002");
+}
+
 TEST_F(AgentTest, HasNoReportsWithoutACashier)
 {
     settings.cashier.clear();

@@ -24,6 +24,7 @@ struct PatientRow
     DocumentState ending;
     DocumentState state;
     bool mayHaveRestarted = false;
+    bool closesShift = false;
 };
 
 TEST(Patience, IsForTheDocumentThatTheRegisterKeptAndDidNotIssue)
@@ -35,13 +36,15 @@ TEST(Patience, IsForTheDocumentThatTheRegisterKeptAndDidNotIssue)
         {"sale:0001", "other", DocumentState::NotIssued, DocumentState::NotIssued},
         {"sale:0001", "other", DocumentState::NotIssued, DocumentState::Queued, true},
         {"sale:0001", "cash", DocumentState::NotIssued, DocumentState::NotIssued, true},
+        {"sale:0001", "shiftExpired", DocumentState::NotIssued, DocumentState::NotIssued, true},
+        {"sale:0001", "shiftExpired", DocumentState::NotIssued, DocumentState::Queued, false, true},
         {"sale:0001", "paper", DocumentState::Issued, DocumentState::Issued},
         {"sale:0001", "paper", DocumentState::Unknown, DocumentState::Unknown},
         // The opening of the shift on the way to it.
         {"shift:001", "paper", DocumentState::NotIssued, DocumentState::NotIssued},
     };
     for (const PatientRow& row : rows) {
-        PatientStore store(":memory:");
+        PatientStore store(":memory:", row.closesShift);
         store.setPatientFor("sale:0001", row.mayHaveRestarted);
         store.accept({row.id, "sell", {}, "till1"});
         const int attempt = store.begin(row.id, {}).value();
@@ -57,7 +60,7 @@ TEST(Patience, LeavesAllElseToTheJournal)
     const QTemporaryDir folder;
     const QString journal = folder.filePath("journal.sqlite");
     sale::SqliteStore(journal).moveTo(folder.filePath("moved.sqlite"));
-    PatientStore store(journal);
+    PatientStore store(journal, false);
     EXPECT_TRUE(store.isMoved());
     EXPECT_THROW(store.requireRoom(), sale::JournalError);
 }
