@@ -112,8 +112,6 @@ void RegisterAgent::opened(const QJsonObject& answer)
     const QJsonObject shift = answer.value(QStringLiteral("shift")).toObject();
     if (shift.value(QStringLiteral("open")).toBool())
         m_shift.open(momentOf(shift, "since"), now(), steady());
-    else
-        m_shift.close();
     noteCondition(answer);
 }
 
@@ -122,7 +120,10 @@ void RegisterAgent::noteCondition(const QJsonObject& answer)
     m_condition = answer.value(QStringLiteral("condition")).toObject();
     m_conditionTime = now();
     noteUnsent();
-    const bool isShiftOpen = m_condition.value(QStringLiteral("shiftOpen")).toBool();
+    const QJsonValue told = m_condition.value(QStringLiteral("shiftOpen"));
+    if (!told.isBool())
+        return m_shift.forget();
+    const bool isShiftOpen = told.toBool();
     // Somebody at the register itself, in the time since it was asked last.
     if (isShiftOpen && !m_shift.isOpen())
         m_shift.open(now(), now(), steady());

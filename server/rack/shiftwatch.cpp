@@ -20,6 +20,7 @@ ShiftWatch::ShiftWatch(const RegisterSettings& settings)
 
 void ShiftWatch::open(const QDateTime& since, const QDateTime& now, qint64 steady)
 {
+    m_isTold = true;
     // A clock that was put back in between would make it younger.
     if (m_isOpen && since == m_since)
         return;
@@ -31,6 +32,7 @@ void ShiftWatch::open(const QDateTime& since, const QDateTime& now, qint64 stead
 
 void ShiftWatch::close()
 {
+    m_isTold = true;
     m_isOpen = false;
     m_since = {};
 }

@@ -59,7 +59,7 @@ QJsonObject RegisterCondition::toJson(const QDateTime& localNow) const
     const FnStatusInfo& status = drive.fnStatus;
     const bool isTold = !status.fnNumber.isEmpty();
     const QDate until = drive.validityDate.date;
-    return {{QStringLiteral("shiftOpen"), isShiftOpen},
+    return {{QStringLiteral("shiftOpen"), isShiftOpen ? QJsonValue(*isShiftOpen) : QJsonValue()},
         {QStringLiteral("drive"), sale::textOrNull(status.fnNumber)},
         {QStringLiteral("driveUntil"),
             until.isValid() ? QJsonValue(until.toString(Qt::ISODate)) : QJsonValue()},

@@ -7,6 +7,8 @@
 #include <QDateTime>
 #include <QJsonObject>
 
+#include <optional>
+
 class AbstractFrDriver;
 
 namespace frserver {
@@ -22,7 +24,7 @@ struct RegisterCondition
     /// "unsentNotices", "clockDifference" in seconds (the register's ahead). What is not known is null.
     QJsonObject toJson(const QDateTime& localNow) const;
 
-    bool isShiftOpen = false;
+    std::optional<bool> isShiftOpen = {};
     FnInfo drive = {};
     QDateTime time = {};
     /// Documents that the OFD has not got; negative when that is not told.

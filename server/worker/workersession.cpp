@@ -157,7 +157,7 @@ void WorkerSession::setClock(RegisterCondition& condition)
     AbstractFrDriver& driver = m_connection->driver();
     const FnStatusInfo& drive = condition.drive.fnStatus;
     const ClockCase given{condition.time, localNow(), drive.lastFdDateTime,
-        condition.isShiftOpen || drive.isShiftOpen, isComputerClockSynchronised()};
+        condition.isShiftOpen.value_or(true) || drive.isShiftOpen, isComputerClockSynchronised()};
     if (m_settings.clock != ClockRule::Set || !isLastDocumentTold(drive) || !mayClockBeSet(given))
         return;
     try {
@@ -195,8 +195,8 @@ QJsonObject WorkerSession::open(bool opensShift)
         connect();
         const QJsonArray settled = reach(desk(opensShift));
         const QJsonObject condition = conditionJson();
-        const bool isShiftOpen = condition.value(QStringLiteral("shiftOpen")).toBool();
-        const QDateTime since = isShiftOpen ? shiftSince(journal(), m_drive) : QDateTime();
+        const QJsonValue isShiftOpen = condition.value(QStringLiteral("shiftOpen"));
+        const QDateTime since = isShiftOpen.toBool() ? shiftSince(journal(), m_drive) : QDateTime();
         return {{QStringLiteral("identity"), identityJson(m_connection->driver(), m_drive)},
             {QStringLiteral("condition"), condition}, {QStringLiteral("settled"), settled},
             {QStringLiteral("shift"),

@@ -171,6 +171,30 @@ TEST_F(AgentTest, WaitsForTheReportWhereTheServiceMakesIt)
     EXPECT_EQ(worker->at(), "make sale:0002");
 }
 
+TEST_F(AgentTest, TellsNothingOfAShiftThatTheRegisterDoesNotTell)
+{
+    const auto tell = [this](const QJsonValue& isOpen) {
+        pass(60'000);
+        ASSERT_EQ(worker->at(), "state");
+        worker->answer({{"condition", QJsonObject{{"shiftOpen", isOpen}}}});
+    };
+    const auto shift = [this] { return agent->view().value("shift").toObject(); };
+    makeAgent();
+    EXPECT_TRUE(shift().value("open").isNull());
+    startAgent(true, now.addSecs(-23 * 3600));
+    tell({});
+    EXPECT_TRUE(shift().value("open").isNull());
+    EXPECT_TRUE(shift().value("since").isNull());
+    tell(true);
+    EXPECT_EQ(shift().value("open"), true);
+    tell({});
+    // The last that was heard of it is that it was open.
+    pass(30 * 60'000);
+    EXPECT_EQ(store.findId(worker->last.value("id").toString())->request.kind, "zReport");
+    issue();
+    EXPECT_EQ(shift().value("open"), false);
+}
+
 TEST_F(AgentTest, HasNoReportsWithoutACashier)
 {
     settings.cashier.clear();

@@ -1,12 +1,15 @@
 #include "worker/clockjudgement.h"
 #include "worker/drivehistory.h"
 #include "worker/patientstore.h"
+#include "worker/registercondition.h"
 
 #include "currenttime.h"
 #include "journalerror.h"
 #include "mockfactory.h"
 #include "movement.h"
 #include "sqlitestore.h"
+
+#include "../../sale/recordingdriver.h"
 
 #include <gtest/gtest.h>
 #include <QTemporaryDir>
@@ -98,6 +101,26 @@ TEST(Clock, IsSetOnlyWhenThatCanDoNoHarm)
     EXPECT_TRUE(mayClockBeSet({now.addSecs(60), now, {}, false, true}));
     // A time of the register is what its display shows, wherever the computer thinks it is.
     EXPECT_EQ(clockDifference(QDateTime(now.date(), QTime(9, 1), Qt::UTC), now), 60);
+}
+
+TEST(Condition, IsNotKnownWhereTheRegisterRefusesToTell)
+{
+    BasicFrSettings settings;
+    RecordingDriver driver(&settings);
+    const QDateTime now(QDate(2026, 3, 2), QTime(9, 0));
+    const auto shift = [&](receipt::Protocol protocol) {
+        return RegisterCondition::read(driver, {protocol, true}).toJson(now).value("shiftOpen");
+    };
+    for (const auto& [protocol, question] :
+        {std::pair(receipt::Protocol::Hex, "shift"), std::pair(receipt::Protocol::Xml, "ask")}) {
+        for (const bool isOpen : {true, false}) {
+            driver.shiftOpen = isOpen;
+            driver.unfit = "";
+            EXPECT_EQ(shift(protocol), isOpen);
+            driver.unfit = question;
+            EXPECT_TRUE(shift(protocol).isNull());
+        }
+    }
 }
 
 class LaterClock : public CurrentTime
