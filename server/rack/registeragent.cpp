@@ -57,6 +57,8 @@ void RegisterAgent::stop()
 
 void RegisterAgent::pause(const QString& by)
 {
+    if (m_pausedBy != by)
+        m_pausedSince = now();
     m_pausedBy = by;
     advance();
 }
@@ -118,7 +120,7 @@ void RegisterAgent::look()
 void RegisterAgent::advance()
 {
     const bool isIdle = !m_isStarted && !m_isStopping;
-    if (isIdle || m_isStopped || m_request || m_endingSince)
+    if (isIdle || m_isStopped || m_request || m_endingSince || (!m_isStopping && !recall()))
         return announce();
     if (m_isStopping || m_pausedBy)
         leave();

@@ -17,6 +17,8 @@
 
 namespace frserver {
 
+class KeptStates;
+
 /// Looks after one register: has its worker make the documents that wait in the journal, one at a time, and
 /// knows why when it does not. Whatever becomes of the worker, the next one settles what was begun before
 /// anything else is made; nothing here says what has become of a document, that is for the register and the
@@ -34,6 +36,8 @@ public:
         /// A worker that is at something and has said nothing for so many milliseconds is killed. A busy
         /// register may hold one exchange for 100 s.
         qint64 longestSilence = 120'000;
+        /// Must outlive the agent. Null where nothing is to outlive it.
+        KeptStates* kept = nullptr;
     };
 
     /// The store must outlive it.
@@ -56,17 +60,18 @@ public:
     /// Asks the register about a document that is unknown; documentChanged follows, also when the register
     /// cannot be asked now.
     void settle(const QString& id);
-    /// Behind the document under way the port is closed and its lock released. Says who wants that.
+    /// Behind the document under way the port is closed and its lock released, until it is resumed, also by
+    /// another run of the service. Says who wants that.
     void pause(const QString& by);
     void resume();
     /// A person says that another drive, or documents that the journal does not know, are all right.
     void accept(const QString& by, const QString& note);
 
     /// "state" ("starting", "ready", "making", "waiting", "pausing", "paused", "stopping", "stopped") with
-    /// "since" and "stateAge" in seconds, "waiting" (Waiting::reason or null) and "waitingText", "pausedBy",
-    /// "document" (the id that is made), "identity" and "condition" as the register has told them last, with
-    /// "conditionAge", "unsentSince" (as seen by the service), "shift" ("open", "since"), "alarms" ("kind",
-    /// "text"), "workerStarts", "connections", "exchanges" ("count", "seconds").
+    /// "since" and "stateAge" in seconds, "waiting" (Waiting::reason or null) and "waitingText", "pausedBy"
+    /// and "pausedSince", "document" (the id that is made), "identity" and "condition" as the register has
+    /// told them last, with "conditionAge", "unsentSince" (as seen by the service), "shift" ("open",
+    /// "since"), "alarms" ("kind", "text"), "workerStarts", "connections", "exchanges" ("count", "seconds").
     QJsonObject view() const;
 
 Q_SIGNALS:
@@ -95,6 +100,9 @@ private:
         QString note;
     };
 
+    bool recall();
+    QJsonObject toKeep() const;
+    void keep();
     void advance();
     void advanceOpen();
     void leave();
@@ -155,6 +163,11 @@ private:
     /// The worker may have port and lock.
     bool m_mayHoldPort = false;
     std::optional<QString> m_pausedBy;
+    QDateTime m_pausedSince;
+    bool m_isRecalled = false;
+    /// As it was written last.
+    QJsonObject m_kept;
+    bool m_isKeepingFailed = false;
     std::optional<Request> m_request;
     int m_lastNumber = 0;
     /// When the worker was told to end; it may hang.

@@ -125,9 +125,9 @@ void RegisterAgent::noteCondition(const QJsonObject& answer)
         return m_shift.forget();
     const bool isShiftOpen = told.toBool();
     // Somebody at the register itself, in the time since it was asked last.
-    if (isShiftOpen && !m_shift.isOpen())
-        m_shift.open(now(), now(), steady());
-    if (!isShiftOpen) {
+    if (isShiftOpen)
+        m_shift.open(m_shift.isOpen() ? m_shift.since() : now(), now(), steady());
+    else {
         m_shift.close();
         // Closed at the register itself.
         if (m_waiting && m_waiting->reason == QStringLiteral("shiftExpired"))
