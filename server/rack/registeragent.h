@@ -201,6 +201,9 @@ private:
     QDateTime m_conditionTime;
     /// Over XML a register does not tell since when the OFD has not got its documents.
     QDateTime m_unsentSince;
+    bool m_isUnsentTold = false;
+    /// The drive's last document then; 0 when that was not told.
+    qint64 m_unsentLast = 0;
     QString m_told;
     QDateTime m_since;
 };

@@ -137,16 +137,24 @@ void RegisterAgent::noteCondition(const QJsonObject& answer)
 
 void RegisterAgent::noteUnsent()
 {
-    const bool isUnsent = m_condition.value(QStringLiteral("unsent")).toInteger() > 0;
+    if (!m_condition.value(QStringLiteral("unsent")).isDouble())
+        return;
+    const qint64 unsent = m_condition.value(QStringLiteral("unsent")).toInteger();
+    const qint64 last = m_condition.value(QStringLiteral("lastDocument")).toInteger();
     // Told over HEX, in the register's own time.
     const QDateTime told
         = QDateTime::fromString(m_condition.value(QStringLiteral("unsentSince")).toString(), Qt::ISODate);
-    if (!isUnsent)
+    // All that waited when it was seen first has gone; what waits now came later.
+    const bool isOfOthers = m_unsentLast > 0 && last - unsent >= m_unsentLast;
+    m_isUnsentTold = told.isValid();
+    if (unsent <= 0)
         m_unsentSince = {};
     else if (told.isValid())
         m_unsentSince = QDateTime(told.date(), told.time(), m_settings.timeZone).toUTC();
-    else if (!m_unsentSince.isValid())
+    else if (!m_unsentSince.isValid() || isOfOthers) {
         m_unsentSince = now();
+        m_unsentLast = last;
+    }
 }
 
 void RegisterAgent::made(const Request& request, const QJsonObject& answer)

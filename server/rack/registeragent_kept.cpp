@@ -14,6 +14,8 @@ namespace {
 
 const QString pausedByKey = QStringLiteral("pausedBy");
 const QString pausedSinceKey = QStringLiteral("pausedSince");
+const QString unsentSinceKey = QStringLiteral("unsentSince");
+const QString unsentLastKey = QStringLiteral("unsentLast");
 
 QDateTime momentOf(const QJsonObject& json, const QString& member)
 {
@@ -36,6 +38,8 @@ bool RegisterAgent::recall()
     }
     m_isRecalled = true;
     m_waiting.reset();
+    m_unsentSince = momentOf(m_kept, unsentSinceKey);
+    m_unsentLast = m_kept.value(unsentLastKey).toInteger();
     // Somebody may have paused it just now.
     if (!m_pausedBy && m_kept.contains(pausedByKey)) {
         m_pausedBy = m_kept.value(pausedByKey).toString();
@@ -51,6 +55,10 @@ QJsonObject RegisterAgent::toKeep() const
     if (m_pausedBy) {
         state.insert(pausedByKey, *m_pausedBy);
         state.insert(pausedSinceKey, sale::momentJson(m_pausedSince));
+    }
+    if (m_unsentSince.isValid() && !m_isUnsentTold) {
+        state.insert(unsentSinceKey, sale::momentJson(m_unsentSince));
+        state.insert(unsentLastKey, m_unsentLast);
     }
     return state;
 }

@@ -329,23 +329,50 @@ TEST_F(AgentTest, AsksARegisterHowItIsWhenItHasNothingToDo)
     condition(false);
     EXPECT_FALSE(agent->view().value("shift").toObject().value("open").toBool());
     EXPECT_EQ(agent->view().value("conditionAge").toInt(), 0);
-    pass(60'000);
-    const auto tell = [this](int unsent) {
-        worker->answer({{"condition", QJsonObject{{"shiftOpen", false}, {"unsent", unsent}}}});
-        return QDateTime::fromString(text("unsentSince"), Qt::ISODateWithMs);
-    };
-    const QDateTime first = now;
-    EXPECT_EQ(tell(1), first);
-    pass(60'000);
-    EXPECT_EQ(tell(3), first);
-    pass(60'000);
-    EXPECT_FALSE(tell(0).isValid());
     // Told by the register itself, in its own time.
     pass(60'000);
     worker->answer({{"condition",
         QJsonObject{{"shiftOpen", false}, {"unsent", 2}, {"unsentSince", "2024-02-29T10:00:00"}}}});
     EXPECT_EQ(QDateTime::fromString(text("unsentSince"), Qt::ISODateWithMs),
         QDateTime({2024, 2, 29}, {10, 0}, agent->settings().timeZone));
+}
+
+TEST_F(AgentTest, KnowsSinceWhenDocumentsWaitForTheOperatorWhereTheRegisterDoesNot)
+{
+    struct Row
+    {
+        const char* name;
+        QJsonValue unsent;
+        QJsonValue last;
+        bool isNew;
+        bool isRestarted = false;
+    };
+    const Row rows[] = {
+        {"the first one", 1, 10, true},
+        {"more", 3, 12, false},
+        {"not told", {}, {}, false},
+        {"another run", 3, 12, false, true},
+        {"not all of those of then have gone", 5, 14, false},
+        {"they have", 4, 14, true},
+        {"another run", 4, 14, false, true},
+        {"without a number", 4, {}, false},
+        {"none", 0, 18, true},
+        {"none in another run", 0, 18, true, true},
+    };
+    startAgent();
+    QDateTime since;
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        if (row.isRestarted)
+            startAgent();
+        pass(60'000);
+        if (row.isNew)
+            since = row.unsent.toInt() > 0 ? now : QDateTime();
+        ASSERT_EQ(worker->at(), "state");
+        worker->answer({{"condition",
+            QJsonObject{{"shiftOpen", false}, {"unsent", row.unsent}, {"lastDocument", row.last}}}});
+        EXPECT_EQ(QDateTime::fromString(text("unsentSince"), Qt::ISODateWithMs), since);
+    }
 }
 
 } // namespace
