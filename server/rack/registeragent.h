@@ -101,6 +101,7 @@ private:
     };
 
     bool recall();
+    void noteDrive(const QString& drive);
     QJsonObject toKeep() const;
     void keep();
     void advance();
@@ -116,6 +117,7 @@ private:
     void opened(const QJsonObject& answer);
     void made(const Request& request, const QJsonObject& answer);
     void meetHold(const QString& held, const QString& kind, const QString& text);
+    void noteShiftBeginning(const QJsonObject& answer);
     void noteShift(const Request& request, const QJsonObject& answer);
     void noteZReport(const QJsonObject& answer);
     void noteUnsent();
@@ -164,6 +166,8 @@ private:
     bool m_mayHoldPort = false;
     std::optional<QString> m_pausedBy;
     QDateTime m_pausedSince;
+    /// Of which what is kept is known.
+    QString m_drive;
     bool m_isRecalled = false;
     /// As it was written last.
     QJsonObject m_kept;

@@ -42,11 +42,6 @@ bool opensShift(const QString& kind)
     return kinds.contains(kind);
 }
 
-QDateTime momentOf(const QJsonObject& json, const char* member)
-{
-    return QDateTime::fromString(textOf(json, member), Qt::ISODateWithMs);
-}
-
 } // namespace
 
 void RegisterAgent::take(const QJsonObject& message)
@@ -109,9 +104,7 @@ void RegisterAgent::opened(const QJsonObject& answer)
     if (m_waiting && !isOfDocuments(m_waiting->reason))
         m_waiting.reset();
     m_identity = answer.value(QStringLiteral("identity")).toObject();
-    const QJsonObject shift = answer.value(QStringLiteral("shift")).toObject();
-    if (shift.value(QStringLiteral("open")).toBool())
-        m_shift.open(momentOf(shift, "since"), now(), steady());
+    noteShiftBeginning(answer);
     noteCondition(answer);
 }
 
@@ -181,10 +174,10 @@ void RegisterAgent::made(const Request& request, const QJsonObject& answer)
 void RegisterAgent::meetHold(const QString& held, const QString& kind, const QString& text)
 {
     const QString reason = held.isEmpty() ? kind : held;
-    block(reason, text);
+    m_waiting = Waiting{reason, text};
     // The report that it waits for comes at once, and nothing else before that.
-    if (isShiftAwaited())
-        m_retryAt = 0;
+    if (!isShiftAwaited())
+        block(reason, text);
     // The line, the port, the register or its drive: all of that is looked at anew.
     if (!isOfDocuments(reason))
         m_isOpen = false;

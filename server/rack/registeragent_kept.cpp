@@ -14,6 +14,8 @@ namespace {
 
 const QString pausedByKey = QStringLiteral("pausedBy");
 const QString pausedSinceKey = QStringLiteral("pausedSince");
+const QString driveKey = QStringLiteral("drive");
+const QString shiftSinceKey = QStringLiteral("shiftSince");
 const QString unsentSinceKey = QStringLiteral("unsentSince");
 const QString unsentLastKey = QStringLiteral("unsentLast");
 
@@ -38,6 +40,11 @@ bool RegisterAgent::recall()
     }
     m_isRecalled = true;
     m_waiting.reset();
+    m_drive = m_kept.value(driveKey).toString();
+    if (const QDateTime since = momentOf(m_kept, shiftSinceKey); since.isValid()) {
+        m_shift.open(since, now(), steady());
+        m_shift.forget();
+    }
     m_unsentSince = momentOf(m_kept, unsentSinceKey);
     m_unsentLast = m_kept.value(unsentLastKey).toInteger();
     // Somebody may have paused it just now.
@@ -49,6 +56,41 @@ bool RegisterAgent::recall()
     return true;
 }
 
+/// Another drive knows nothing of what was kept of the one before.
+void RegisterAgent::noteDrive(const QString& drive)
+{
+    if (drive.isEmpty() || drive == std::exchange(m_drive, drive))
+        return;
+    m_shift.close();
+    m_shift.forget();
+    m_unsentSince = {};
+    m_unsentLast = 0;
+}
+
+/// A document that has opened the shift says when that was. Else it is taken to be as old as it can be
+/// known to be, by the first document of ours in it, the drive's last one, or what was seen before: a report
+/// that comes early harms nobody, one that comes late stops the sale.
+void RegisterAgent::noteShiftBeginning(const QJsonObject& answer)
+{
+    const QJsonObject condition = answer.value(QStringLiteral("condition")).toObject();
+    noteDrive(condition.value(QStringLiteral("drive")).toString());
+    if (!condition.value(QStringLiteral("shiftOpen")).toBool())
+        return;
+    const QJsonObject shift = answer.value(QStringLiteral("shift")).toObject();
+    const QDateTime closed = momentOf(shift, QStringLiteral("closed"));
+    QDateTime earliest = now();
+    const auto consider = [&](const QDateTime& moment) {
+        if (moment.isValid() && moment < earliest && !(closed.isValid() && moment < closed))
+            earliest = moment;
+    };
+    consider(momentOf(shift, QStringLiteral("since")));
+    if (!shift.value(QStringLiteral("isOpening")).toBool()) {
+        consider(momentOf(shift, QStringLiteral("seen")));
+        consider(m_shift.isOpen() ? m_shift.since() : QDateTime());
+    }
+    m_shift.open(earliest, now(), steady());
+}
+
 QJsonObject RegisterAgent::toKeep() const
 {
     QJsonObject state;
@@ -56,6 +98,10 @@ QJsonObject RegisterAgent::toKeep() const
         state.insert(pausedByKey, *m_pausedBy);
         state.insert(pausedSinceKey, sale::momentJson(m_pausedSince));
     }
+    if (!m_drive.isEmpty())
+        state.insert(driveKey, m_drive);
+    if (m_shift.isOpen())
+        state.insert(shiftSinceKey, sale::momentJson(m_shift.since()));
     if (m_unsentSince.isValid() && !m_isUnsentTold) {
         state.insert(unsentSinceKey, sale::momentJson(m_unsentSince));
         state.insert(unsentLastKey, m_unsentLast);

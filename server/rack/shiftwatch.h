@@ -14,8 +14,7 @@ class ShiftWatch
 public:
     explicit ShiftWatch(const RegisterSettings& settings);
 
-    /// The moment may be invalid when it is not known. From now on its age is counted in milliseconds that
-    /// never jump, too.
+    /// From now on its age is counted in milliseconds that never jump, too.
     void open(const QDateTime& since, const QDateTime& now, qint64 steady);
     void close();
     /// The register does not tell any more. A report that was due stays so.

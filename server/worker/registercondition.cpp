@@ -72,6 +72,15 @@ QJsonObject RegisterCondition::toJson(const QDateTime& localNow) const
             time.isValid() ? QJsonValue(clockDifference(time, localNow)) : QJsonValue()}};
 }
 
+QDateTime RegisterCondition::seenOpen(const QDateTime& localNow) const
+{
+    const QDateTime last = drive.fnStatus.lastFdDateTime;
+    if (isShiftOpen != true || !last.isValid())
+        return {};
+    const qint64 ahead = time.isValid() ? clockDifference(time, localNow) : 0;
+    return QDateTime(last.date(), last.time(), localNow.timeZone()).addSecs(-ahead).toUTC();
+}
+
 QJsonObject identityJson(AbstractFrDriver& driver, const QString& drive)
 {
     const DeviceInfo info = driver.getDeviceInfo();

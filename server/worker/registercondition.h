@@ -23,6 +23,9 @@ struct RegisterCondition
     /// "shiftOpen", "drive", "driveUntil", "driveWarnings", "lastDocument", "unsent", "unsentSince",
     /// "unsentNotices", "clockDifference" in seconds (the register's ahead). What is not known is null.
     QJsonObject toJson(const QDateTime& localNow) const;
+    /// A moment at which the shift was open already, by the computer's clock: that of the drive's last
+    /// document, where it is told.
+    QDateTime seenOpen(const QDateTime& localNow) const;
 
     std::optional<bool> isShiftOpen = {};
     FnInfo drive = {};

@@ -172,20 +172,31 @@ void WorkerSession::setClock(RegisterCondition& condition)
     }
 }
 
-QJsonObject WorkerSession::conditionJson()
+RegisterCondition WorkerSession::readCondition()
 {
     RegisterCondition condition = RegisterCondition::read(m_connection->driver(), line());
     const QString drive = toldDrive(condition.drive.fnStatus.fnNumber);
     if (drive != m_drive && !drive.isEmpty())
         requireDrive(drive);
     setClock(condition);
-    return condition.toJson(localNow());
+    return condition;
+}
+
+QJsonObject WorkerSession::shiftJson(const RegisterCondition& condition)
+{
+    if (condition.isShiftOpen != true)
+        return {};
+    const ShiftTrace trace = shiftTrace(journal(), m_drive);
+    return {{QStringLiteral("since"), sale::momentJson(trace.since)},
+        {QStringLiteral("isOpening"), trace.isOpening},
+        {QStringLiteral("closed"), sale::momentJson(trace.closed)},
+        {QStringLiteral("seen"), sale::momentJson(condition.seenOpen(localNow()))}};
 }
 
 QJsonObject WorkerSession::condition()
 {
     requireConnection();
-    return {{QStringLiteral("condition"), conditionJson()}};
+    return {{QStringLiteral("condition"), readCondition().toJson(localNow())}};
 }
 
 QJsonObject WorkerSession::open(bool opensShift)
@@ -194,14 +205,10 @@ QJsonObject WorkerSession::open(bool opensShift)
     try {
         connect();
         const QJsonArray settled = reach(desk(opensShift));
-        const QJsonObject condition = conditionJson();
-        const QJsonValue isShiftOpen = condition.value(QStringLiteral("shiftOpen"));
-        const QDateTime since = isShiftOpen.toBool() ? shiftSince(journal(), m_drive) : QDateTime();
+        const RegisterCondition condition = readCondition();
         return {{QStringLiteral("identity"), identityJson(m_connection->driver(), m_drive)},
-            {QStringLiteral("condition"), condition}, {QStringLiteral("settled"), settled},
-            {QStringLiteral("shift"),
-                QJsonObject{{QStringLiteral("open"), isShiftOpen},
-                    {QStringLiteral("since"), sale::momentJson(since)}}}};
+            {QStringLiteral("condition"), condition.toJson(localNow())}, {QStringLiteral("settled"), settled},
+            {QStringLiteral("shift"), shiftJson(condition)}};
     } catch (...) {
         close();
         throw;

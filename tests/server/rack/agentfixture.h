@@ -60,7 +60,7 @@ protected:
     {
         ASSERT_EQ(worker->at(), "open");
         worker->answer({{"identity", QJsonObject{{"serial", "1"}}},
-            {"shift", QJsonObject{{"open", isShiftOpen}, {"since", since.toString(Qt::ISODateWithMs)}}},
+            {"shift", QJsonObject{{"since", since.toString(Qt::ISODateWithMs)}}},
             {"condition", QJsonObject{{"shiftOpen", isShiftOpen}}},
             {"settled", QJsonArray::fromStringList(settled)}});
     }

@@ -123,6 +123,21 @@ TEST(Condition, IsNotKnownWhereTheRegisterRefusesToTell)
     }
 }
 
+TEST(Condition, KnowsAMomentAtWhichTheShiftWasOpen)
+{
+    RegisterCondition condition;
+    const QDateTime now(QDate(2026, 3, 2), QTime(12, 0), QTimeZone("Asia/Vladivostok"));
+    condition.drive.fnStatus.lastFdDateTime = QDateTime(QDate(2026, 3, 2), QTime(10, 0));
+    EXPECT_FALSE(condition.seenOpen(now).isValid());
+    condition.isShiftOpen = true;
+    EXPECT_EQ(condition.seenOpen(now), now.addSecs(-2 * 3600));
+    // By a clock that is an hour behind.
+    condition.time = QDateTime(QDate(2026, 3, 2), QTime(11, 0));
+    EXPECT_EQ(condition.seenOpen(now), now.addSecs(-3600));
+    condition.drive = {};
+    EXPECT_FALSE(condition.seenOpen(now).isValid());
+}
+
 class LaterClock : public CurrentTime
 {
 public:
@@ -165,19 +180,24 @@ TEST_F(DriveHistory, KnowsTheDriveOfTheRegisterThatADocumentWasMadeOn)
 
 TEST_F(DriveHistory, KnowsWhenTheShiftBegan)
 {
-    EXPECT_FALSE(shiftSince(store, "1").isValid());
+    EXPECT_FALSE(shiftTrace(store, "1").since.isValid());
     make("sale:0001", DocumentKind::Sale, "1", DocumentState::Issued);
+    EXPECT_FALSE(shiftTrace(store, "1").closed.isValid());
     make("z:000002", DocumentKind::ShiftClosing, "1", DocumentState::Issued);
     make("report:3", DocumentKind::Report, "1", DocumentState::Issued);
-    EXPECT_FALSE(shiftSince(store, "1").isValid());
+    EXPECT_FALSE(shiftTrace(store, "1").since.isValid());
+    EXPECT_EQ(shiftTrace(store, "1").closed, begun("z:000002"));
     make("sale:0004", DocumentKind::Sale, "1", DocumentState::Issued);
     make("sale:0005", DocumentKind::Sale, "1", DocumentState::Issued);
     make("sale:0006", DocumentKind::Sale, "2", DocumentState::Issued);
-    EXPECT_EQ(shiftSince(store, "1"), begun("sale:0004"));
+    EXPECT_EQ(shiftTrace(store, "1").since, begun("sale:0004"));
+    EXPECT_FALSE(shiftTrace(store, "1").isOpening);
+    EXPECT_FALSE(shiftTrace(store, "").since.isValid());
     make("shift:07", DocumentKind::ShiftOpening, "1", DocumentState::Issued);
     make("sale:0008", DocumentKind::Sale, "1", DocumentState::Issued);
     make("z:000009", DocumentKind::ShiftClosing, "1", DocumentState::NotIssued);
-    EXPECT_EQ(shiftSince(store, "1"), begun("shift:07"));
+    EXPECT_EQ(shiftTrace(store, "1").since, begun("shift:07"));
+    EXPECT_TRUE(shiftTrace(store, "1").isOpening);
 }
 
 TEST_F(DriveHistory, LooksForAShiftNoLongerThanOneLasts)
@@ -189,7 +209,7 @@ TEST_F(DriveHistory, LooksForAShiftNoLongerThanOneLasts)
     make("sale:0002", DocumentKind::Sale, "1", DocumentState::Issued);
     make("sale:0003", DocumentKind::Sale, "1", DocumentState::Issued);
     MockFactory<CurrentTime>::mocked = nullptr;
-    EXPECT_EQ(shiftSince(store, "1"), begun("sale:0002"));
+    EXPECT_EQ(shiftTrace(store, "1").since, begun("sale:0002"));
 }
 
 } // namespace
