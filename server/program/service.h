@@ -7,6 +7,7 @@
 #include "program/agenttill.h"
 #include "program/listenaddress.h"
 #include "program/pictureprocesses.h"
+#include "rack/keptstates.h"
 #include "rack/rack.h"
 #include "sqlstore.h"
 #include "webhook/webhook.h"
@@ -50,6 +51,7 @@ private:
     std::unique_ptr<sale::SqlStore> m_store;
     Owners m_owners;
     Outbox m_outbox;
+    KeptStates m_kept;
     TokenFile m_tokens;
     Rack m_rack;
     std::vector<std::unique_ptr<AgentTill>> m_tills;
