@@ -55,7 +55,7 @@ void writeDown(
         return;
     try {
         if (result.failure)
-            document->note(*result.failure);
+            document->note(*result.failure, result.verdict);
         if (!isOpen)
             document->settle(result.verdict, after);
     } catch (...) {

@@ -42,12 +42,14 @@ std::optional<DocumentEnding> endingOf(const Verdict& verdict)
     }
 }
 
-QJsonObject keptFailure(const Failure& failure)
+QJsonObject keptFailure(const Failure& failure, const Verdict& verdict)
 {
     QJsonObject json{
         {QStringLiteral("kind"), errorKindName(failure.kind)}, {QStringLiteral("text"), failure.text}};
     if (!failure.exceptionName.isEmpty())
         json.insert(QStringLiteral("exception"), failure.exceptionName);
+    if (verdict.outcome == Outcome::NotIssued)
+        json.insert(QStringLiteral("asked"), true);
     return json;
 }
 
@@ -112,10 +114,10 @@ void IdentifiedSale::begin(const DriveMark& before, const MarkEntry& goods, cons
     m_attempt = *attempt;
 }
 
-void IdentifiedSale::note(const Failure& failure)
+void IdentifiedSale::note(const Failure& failure, const Verdict& verdict)
 {
     m_isRefused = failure.isOfDriver && failure.kind != ErrorKind::Line;
-    m_store.note(id(), m_attempt, {.failure = keptFailure(failure)});
+    m_store.note(id(), m_attempt, {.failure = keptFailure(failure, verdict)});
 }
 
 void IdentifiedSale::note(const QList<receipt::Finding>& warnings)

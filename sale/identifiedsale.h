@@ -44,8 +44,8 @@ public:
     /// waits no longer, DocumentExpired when its time is over. The marked goods of one that waits stand in
     /// the journal already.
     void begin(const DriveMark& before, const MarkEntry& goods = {}, const Movement& movement = {});
-    /// What is learnt of the attempt that was begun.
-    void note(const Failure& failure);
+    /// What is learnt of the attempt that was begun: what it failed of, and what has become of it.
+    void note(const Failure& failure, const Verdict& verdict);
     void note(const QList<receipt::Finding>& warnings);
     /// When the outcome is known. One that was never closed, or was cancelled, was refused; NotIssued says
     /// that the register was asked. NotCancelled leaves the document to be settled. The mark is that behind
@@ -74,8 +74,9 @@ void answerFromJournal(Result& result, const std::optional<StoredDocument>& know
     result.verdict = result.isRepeated ? verdictOf(*known) : Verdict();
     result.isFinal = !known || known->state != DocumentState::Running;
 }
-/// What the journal keeps of a failure and of warnings.
-QJsonObject keptFailure(const Failure& failure);
+/// What the journal keeps of a failure and of warnings. A register that has refused the document at its close
+/// was "asked" whether it has it all the same, one that has refused it before was not.
+QJsonObject keptFailure(const Failure& failure, const Verdict& verdict = {});
 QJsonArray keptWarnings(const QList<receipt::Finding>& warnings);
 /// How the journal puts a verdict; nothing for one that leaves the document open.
 std::optional<DocumentEnding> endingOf(const Verdict& verdict);

@@ -225,7 +225,7 @@ private:
     void noteFailure()
     {
         if (m_options.sale != nullptr && m_result.failure)
-            m_options.sale->note(*m_result.failure);
+            m_options.sale->note(*m_result.failure, m_result.verdict);
     }
 
     void writeOutcome(const Verdict& verdict)
