@@ -6,6 +6,9 @@
 
 #include <QSqlQuery>
 
+#include <algorithm>
+#include <iterator>
+
 namespace sale {
 
 namespace {
@@ -44,12 +47,18 @@ constexpr const char* schemaStatements[] = {
 
 // What came to the format later, for new files and for those of releases before. Nothing is ever taken away,
 // and no column may be NOT NULL without a default.
-constexpr const char* laterColumns[] = {"queued TEXT", "return_of TEXT"};
+struct LaterColumn
+{
+    const char* table;
+    const char* name;
+};
+constexpr LaterColumn laterColumns[] = {{"documents", "queued"}, {"documents", "return_of"},
+    {"attempts", "marks"}, {"attempts", "register_time"}};
 constexpr const char* laterIndices[] = {
-    "CREATE INDEX documents_by_sale ON documents (return_of) WHERE return_of IS NOT NULL",
+    "CREATE INDEX IF NOT EXISTS documents_by_sale ON documents (return_of) WHERE return_of IS NOT NULL",
     // Lists of a long journal, page by page.
-    "CREATE INDEX documents_by_place ON documents (register, sequence)",
-    "CREATE INDEX documents_by_state ON documents (register, state, sequence)",
+    "CREATE INDEX IF NOT EXISTS documents_by_place ON documents (register, sequence)",
+    "CREATE INDEX IF NOT EXISTS documents_by_state ON documents (register, state, sequence)",
 };
 // Until then nothing waited in a journal but for the moment before it was begun: what a program left so when
 // it was killed must not be sold now, unasked.
@@ -139,11 +148,18 @@ bool SqliteStore::isReady() const
     return true;
 }
 
-bool SqliteStore::isComplete() const
+bool SqliteStore::hasColumn(const char* table, const char* name) const
 {
     return m_connection
-        .value(QStringLiteral("SELECT 1 FROM pragma_table_info('documents') WHERE name = 'return_of'"))
+        .value(QStringLiteral("SELECT 1 FROM pragma_table_info('%1') WHERE name = '%2'")
+                   .arg(QLatin1String(table), QLatin1String(name)))
         .isValid();
+}
+
+bool SqliteStore::isComplete() const
+{
+    return std::all_of(std::begin(laterColumns), std::end(laterColumns),
+        [this](const LaterColumn& column) { return hasColumn(column.table, column.name); });
 }
 
 void SqliteStore::makeTables()
@@ -180,12 +196,16 @@ void SqliteStore::keepFormer() const
 
 void SqliteStore::addLater()
 {
-    for (const char* const column : laterColumns)
-        m_connection.execute(
-            QStringLiteral("ALTER TABLE documents ADD COLUMN ") + QString::fromLatin1(column));
+    const bool hasQueue = hasColumn("documents", "queued");
+    for (const LaterColumn& column : laterColumns) {
+        if (!hasColumn(column.table, column.name))
+            m_connection.execute(QStringLiteral("ALTER TABLE %1 ADD COLUMN %2 TEXT")
+                                     .arg(QLatin1String(column.table), QLatin1String(column.name)));
+    }
     for (const char* const index : laterIndices)
         m_connection.execute(QString::fromLatin1(index));
-    m_connection.execute(QString::fromLatin1(endLeftovers), {storedNow()});
+    if (!hasQueue)
+        m_connection.execute(QString::fromLatin1(endLeftovers), {storedNow()});
 }
 
 bool SqliteStore::isTakenOver(const QString& name) const

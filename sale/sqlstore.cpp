@@ -156,8 +156,9 @@ std::optional<int> SqlStore::start(const QString& id, const AttemptStart& start)
     const int attempt = known->attemptCount + 1;
     insertInto(QStringLiteral("attempts"), id,
         {QStringLiteral("number"), QStringLiteral("begun"), QStringLiteral("mark_before"),
-            QStringLiteral("movement")},
-        {attempt, storedNow(), wholeJson(start.markBefore), wholeJson(start.movement)});
+            QStringLiteral("movement"), QStringLiteral("marks")},
+        {attempt, storedNow(), wholeJson(start.markBefore), wholeJson(start.movement),
+            storedJson(start.marks)});
     updateBegun(id, attempt, QStringLiteral("state = 'running', begun = ?, drive = ?"),
         {storedNow(), neverNull(start.markBefore.value(QStringLiteral("drive")).toString())});
     return attempt;
@@ -223,8 +224,10 @@ void SqlStore::endAttempt(const QString& id, int attempt, const DocumentEnding& 
             nullIfEmpty(waits ? QString() : storedNow()), number, ending.isNumberRead,
             ending.state == DocumentState::Issued ? ending.times : 0, ending.by, ending.note});
     updateAttempt(id, attempt,
-        QStringLiteral("ended = ?, verdict = ?, document = ?, mark_after = coalesce(?, mark_after)"),
-        {storedNow(), stateName(ending.state), number, storedJson(ending.markAfter)});
+        QStringLiteral("ended = ?, verdict = ?, document = ?, mark_after = coalesce(?, mark_after), "
+                       "register_time = coalesce(?, register_time)"),
+        {storedNow(), stateName(ending.state), number, storedJson(ending.markAfter),
+            nullIfEmpty(ending.registerTime.toString(Qt::ISODate))});
 }
 
 } // namespace sale

@@ -111,7 +111,7 @@ int SqlStore::anonymise(const QDateTime& before)
         "state IN ('issued', 'notIssued') AND accepted < ? AND anonymised IS NULL AND kind <> 'review'");
     int documents = 0;
     m_sql.together([&] {
-        m_sql.execute(QStringLiteral("UPDATE attempts SET warnings = NULL, "
+        m_sql.execute(QStringLiteral("UPDATE attempts SET warnings = NULL, marks = NULL, "
                                      "body = CASE WHEN body IS NULL THEN NULL ELSE '' END "
                                      "WHERE id IN (SELECT id FROM documents WHERE %1)")
                           .arg(ended),

@@ -41,7 +41,8 @@ constexpr const char* firstRelease[] = {
     "accepted timestamptz NOT NULL, sequence bigint NOT NULL DEFAULT nextval('attempts_sequence'), "
     "id text COLLATE \"C\" NOT NULL, number integer NOT NULL, begun timestamptz NOT NULL, ended timestamptz, "
     "mark_before text NOT NULL, movement text NOT NULL, mark_after text, failure text, warnings text, "
-    "verdict text, document bigint, body text, digest text, PRIMARY KEY (accepted, id, number)) "
+    "verdict text, document bigint, body text, digest text, marks text, register_time text, "
+    "PRIMARY KEY (accepted, id, number)) "
     "PARTITION BY RANGE (accepted)",
     "CREATE TABLE goods (sequence bigserial PRIMARY KEY, mark text NOT NULL, id text COLLATE \"C\" NOT NULL, "
     "accepted timestamptz NOT NULL)",

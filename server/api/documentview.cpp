@@ -23,6 +23,13 @@ using sale::DocumentAnswer;
 using sale::DocumentState;
 using sale::StoredDocument;
 
+/// What the register said of them ahead of the last attempt.
+QList<sale::MarkCheck> marksOf(const StoredDocument& document)
+{
+    return document.attempts.isEmpty() ? QList<sale::MarkCheck>()
+                                       : sale::markChecksOf(document.attempts.constLast().start.marks);
+}
+
 /// The body is that of a document that was accepted, so there are no errors; one that was anonymised has
 /// none.
 void describeReceipt(DocumentAnswer& answer, const Api& api, const StoredDocument& document, const Till& till)
@@ -33,7 +40,7 @@ void describeReceipt(DocumentAnswer& answer, const Api& api, const StoredDocumen
                 {till.settings().protocol, document.accepted.toTimeZone(till.settings().timeZone).date()});
         answer.total = checked.receipt.total;
         answer.change = checked.receipt.paid - checked.receipt.total;
-        answer.items = sale::itemsJson(checked.receipt);
+        answer.items = sale::itemsJson(checked.receipt, marksOf(document));
         answer.warnings = sale::findingsJson(checked.findings);
     } catch (const receipt::ReceiptError&) {
         return;

@@ -71,6 +71,7 @@ sale::RegisterLine WorkerSession::line()
     line.repeats = [this] { return m_connection ? m_connection->repeats() : 0; };
     line.expected = m_settings.expected;
     line.drive = [this] { return m_drive; };
+    line.isClockRead = true;
     return line;
 }
 
