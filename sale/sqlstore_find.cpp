@@ -40,6 +40,12 @@ public:
             m_texts.append(QStringLiteral("state IN ('queued', 'running', 'unknown')"));
     }
 
+    void addBehind(const QString& registerName, qint64 place)
+    {
+        m_texts.append(QStringLiteral("(register, documents.sequence) > (?, ?)"));
+        m_values << registerName << place;
+    }
+
     QString text() const
     {
         return m_texts.isEmpty() ? QString()
@@ -74,7 +80,9 @@ Selection selectionOf(const DocumentQuery& query, const QString& textCondition)
         condition.add(QStringLiteral("return_of = ?"), query.returnOf);
     if (!query.text.isEmpty())
         condition.add(textCondition, query.text);
-    if (query.after != 0)
+    if (query.after != 0 && query.order == DocumentQuery::ByRegister)
+        condition.addBehind(query.afterRegister, query.after);
+    else if (query.after != 0)
         condition.add(QStringLiteral("documents.sequence > ?"), query.after);
     if (query.before != 0)
         condition.add(QStringLiteral("documents.sequence < ?"), query.before);
@@ -90,6 +98,8 @@ QString orderOf(const DocumentQuery& query)
         return QStringLiteral("documents.sequence DESC");
     case DocumentQuery::LastBegun:
         return QStringLiteral("last_attempt DESC");
+    case DocumentQuery::ByRegister:
+        return QStringLiteral("register, documents.sequence");
     default:
         return QStringLiteral("documents.sequence");
     }
@@ -152,13 +162,14 @@ StoredAttempt attemptOf(const QSqlQuery& row)
 
 QString SqlStore::statementOf(const DocumentQuery& query, const QString& condition) const
 {
-    QString text = QStringLiteral("SELECT documents.sequence, documents.id, kind, body, register, %1, "
+    const QString body = query.withBodies ? QStringLiteral("body") : QStringLiteral("''");
+    QString text = QStringLiteral("SELECT documents.sequence, documents.id, kind, %6, register, %1, "
                                   "digest, state, reason, %2, %3, %4, drive, document, number_read, "
                                   "times, resolved_by, resolved_note, attempts, %5, return_of FROM documents")
                        .arg(m_sql.moment(QStringLiteral("start_before")),
                            m_sql.moment(QStringLiteral("documents.accepted")),
                            m_sql.moment(QStringLiteral("begun")), m_sql.moment(QStringLiteral("settled")),
-                           m_sql.moment(QStringLiteral("coalesce(queued, documents.accepted)")));
+                           m_sql.moment(QStringLiteral("coalesce(queued, documents.accepted)")), body);
     if (!query.goods.isEmpty())
         text += QStringLiteral(" JOIN goods ON ") + goodsJoin();
     text += condition + QStringLiteral(" ORDER BY ") + orderOf(query);

@@ -92,7 +92,8 @@ Api::Api(sale::DocumentStore& store, Owners& owners, const Settings& settings)
     , m_pausing([this](const QString& name) { return http::Response::json(registerView(*till(name)), 202); },
           [](const QString&, bool) {})
 {
-    for (const sale::StoredDocument& document : store.find({.states = openStates, .withAttempts = false}))
+    for (const sale::StoredDocument& document :
+        store.find({.states = openStates, .withAttempts = false, .withBodies = false}))
         m_open.takeOver(document);
     m_site.files = http::StaticFiles(QStringLiteral(":/page"));
     m_lookAgain.setSingleShot(true);
@@ -174,15 +175,43 @@ void Api::requireJournal()
 void Api::accepted(const sale::StoredDocument& document)
 {
     noteChange(document);
+    if (m_changed)
+        m_changed(document);
     if (Till* const of = till(document.request.registerName))
         of->wake();
 }
 
 void Api::documentChanged(const QString& id)
 {
+    look(id, [this](const sale::StoredDocument& document) {
+        noteChange(document);
+        if (m_changed)
+            m_changed(document);
+    });
+}
+
+void Api::lookAt(const QString& id)
+{
+    look(id, [this](const sale::StoredDocument& document) { noteChange(document); });
+}
+
+void Api::heard(const sale::StoredDocument& told)
+{
+    // Whoever waits is answered with all of it.
+    if (m_waiters.areAny(told.request.id))
+        lookAt(told.request.id);
+    else
+        noteChange(told);
+    Till* const of = told.state == sale::DocumentState::Queued ? till(told.request.registerName) : nullptr;
+    if (of != nullptr)
+        of->wake();
+}
+
+void Api::look(const QString& id, const std::function<void(const sale::StoredDocument&)>& found)
+{
     try {
         if (const std::optional<sale::StoredDocument> document = m_store.findId(id))
-            noteChange(*document);
+            found(*document);
     } catch (const sale::JournalError& error) {
         qCWarning(apiLog).noquote() << error.what();
         m_missed.append(id);

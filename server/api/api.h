@@ -51,6 +51,19 @@ public:
     void registerChanged(const QString& name);
     /// @}
 
+    /// @name Of services that share the journal
+    /// @{
+
+    /// To be called for each change of this service's making, also when it is no news here.
+    void onChange(const std::function<void(const sale::StoredDocument&)>& changed) { m_changed = changed; }
+    /// Another one says how a document stands: no more of it is given than an event tells, and when it was
+    /// queued.
+    void heard(const sale::StoredDocument& told);
+    /// Another one may have changed it without a word.
+    void lookAt(const QString& id);
+    OpenList& openDocuments() { return m_open; }
+    /// @}
+
     /// To be called for each document that has ended, or is unknown.
     void onEnd(const std::function<void()>& ended) { m_ended = ended; }
     /// Nothing is accepted any longer, and nobody waits.
@@ -91,6 +104,7 @@ private:
     void addRoutes();
     http::Response late(const QString& id) const;
     void noteChange(const sale::StoredDocument& document);
+    void look(const QString& id, const std::function<void(const sale::StoredDocument&)>& found);
     void lookAtOpen(const QString& registerName);
     void setAwaited(const QString& id, const QString& registerName);
     void tell(const sale::StoredDocument& document);
@@ -111,6 +125,7 @@ private:
     /// What was told of each register last.
     std::map<QString, QJsonObject> m_told;
     std::function<void()> m_ended;
+    std::function<void(const sale::StoredDocument&)> m_changed;
     /// Changes that the journal could not tell of; looked at again.
     QStringList m_missed;
     QTimer m_lookAgain;

@@ -1,14 +1,54 @@
 #include "api/openlist.h"
 
-#include <algorithm>
-
 namespace frserver {
 
 using sale::DocumentState;
 
+void OpenList::add(const QString& id, const Entry& entry)
+{
+    m_entries.insert(id, entry);
+    ++m_counts[{entry.registerName, entry.state}];
+    if (entry.state == DocumentState::Queued)
+        m_queued[entry.registerName].insert(entry.queued);
+}
+
+void OpenList::remove(const QString& id)
+{
+    const auto found = m_entries.constFind(id);
+    if (found == m_entries.cend())
+        return;
+    --m_counts[{found->registerName, found->state}];
+    if (found->state == DocumentState::Queued) {
+        std::multiset<QDateTime>& queued = m_queued[found->registerName];
+        queued.erase(queued.find(found->queued));
+    }
+    m_entries.erase(found);
+}
+
 void OpenList::takeOver(const sale::StoredDocument& document)
 {
-    m_entries.insert(document.request.id, {document.state, document.request.registerName, document.queued});
+    remove(document.request.id);
+    add(document.request.id, {document.state, document.request.registerName, document.queued, m_sweep});
+}
+
+bool OpenList::see(const sale::StoredDocument& document)
+{
+    const auto known = m_entries.find(document.request.id);
+    if (known == m_entries.end() || known->state != document.state
+        || known->registerName != document.request.registerName)
+        return false;
+    known->seen = m_sweep;
+    return true;
+}
+
+QStringList OpenList::unseen() const
+{
+    QStringList ids;
+    for (auto entry = m_entries.cbegin(); entry != m_entries.cend(); ++entry) {
+        if (entry->seen != m_sweep)
+            ids.append(entry.key());
+    }
+    return ids;
 }
 
 bool OpenList::note(const sale::StoredDocument& document)
@@ -20,10 +60,9 @@ bool OpenList::note(const sale::StoredDocument& document)
     if (known == m_entries.cend() ? isFinal(document.state)
                                   : known->state == document.state && known->registerName == name)
         return false;
-    if (isFinal(document.state))
-        m_entries.remove(id);
-    else
-        m_entries.insert(id, {document.state, name, document.queued});
+    remove(id);
+    if (!isFinal(document.state))
+        add(id, {document.state, name, document.queued, m_sweep});
     if (isFinal(document.state) || document.state == DocumentState::Unknown)
         ++m_endings[{name, sale::stateName(document.state), sale::reasonName(document.reason)}];
     return true;
@@ -46,19 +85,14 @@ QStringList OpenList::outdated(const QString& registerName, const QList<sale::St
 
 int OpenList::count(const QString& registerName, DocumentState state) const
 {
-    return static_cast<int>(std::count_if(m_entries.cbegin(), m_entries.cend(),
-        [&](const Entry& entry) { return entry.state == state && entry.registerName == registerName; }));
+    const auto found = m_counts.find({registerName, state});
+    return found == m_counts.end() ? 0 : found->second;
 }
 
 QDateTime OpenList::oldestQueued(const QString& registerName) const
 {
-    QDateTime oldest;
-    for (const Entry& entry : m_entries) {
-        if (entry.state == DocumentState::Queued && entry.registerName == registerName
-            && (!oldest.isValid() || entry.queued < oldest))
-            oldest = entry.queued;
-    }
-    return oldest;
+    const auto found = m_queued.find(registerName);
+    return found == m_queued.end() || found->second.empty() ? QDateTime() : *found->second.begin();
 }
 
 } // namespace frserver

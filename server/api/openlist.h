@@ -5,6 +5,7 @@
 #include <QHash>
 
 #include <map>
+#include <set>
 #include <tuple>
 
 namespace frserver {
@@ -22,6 +23,14 @@ public:
     bool note(const sale::StoredDocument& document);
     /// Whose document it is; empty for one that is done with.
     QString registerOf(const QString& id) const { return m_entries.value(id).registerName; }
+    /// @name What of it is no longer so, for whoever looks at all that is open in the journal, piece by piece
+    /// @{
+    void beginSweep() { ++m_sweep; }
+    /// Whether the document is open here just so; it has been seen then.
+    bool see(const sale::StoredDocument& document);
+    /// Those that were neither seen nor noted since the beginning.
+    QStringList unseen() const;
+    /// @}
     /// Those of the register that are not open in the journal any more, or not as they are here.
     QStringList outdated(const QString& registerName, const QList<sale::StoredDocument>& open) const;
     int count(const QString& registerName, sale::DocumentState state) const;
@@ -36,8 +45,16 @@ private:
         sale::DocumentState state = sale::DocumentState::Queued;
         QString registerName;
         QDateTime queued;
+        qint64 seen = 0;
     };
+    void add(const QString& id, const Entry& entry);
+    void remove(const QString& id);
+
     QHash<QString, Entry> m_entries;
+    /// Many may wait, and somebody asks at each of them.
+    std::map<std::pair<QString, sale::DocumentState>, int> m_counts;
+    std::map<QString, std::multiset<QDateTime>> m_queued;
+    qint64 m_sweep = 0;
     std::map<Ending, qint64> m_endings;
 };
 

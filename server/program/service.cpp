@@ -73,6 +73,8 @@ Service::Service(const Configuration& configuration, const QString& journal)
     QObject::connect(&m_rack, &Rack::registerChanged, &m_rack,
         [this](const QString& name) { m_api.registerChanged(name); });
     startWebhook(configuration.service);
+    if (sale::isShared(journal))
+        m_peers = std::make_unique<Peers>(sale::PostgresPlace::of(journal), m_api, *m_store);
 }
 
 QString Service::tokenFile(const ServiceSettings& settings, const QString& journal)
@@ -127,6 +129,8 @@ void Service::start(const ListenAddress& listen)
     m_isOpen = !listen.isLoopback();
     m_server.listen(listen.address, listen.port);
     m_rack.start();
+    if (m_peers)
+        m_peers->start();
 }
 
 void Service::stop(const std::function<void()>& stopped)

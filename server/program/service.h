@@ -4,6 +4,7 @@
 #include "api/api.h"
 #include "configuration/configuration.h"
 #include "http/server.h"
+#include "peers/peers.h"
 #include "program/agenttill.h"
 #include "program/listenaddress.h"
 #include "program/pictureprocesses.h"
@@ -58,6 +59,8 @@ private:
     PictureProcesses m_pictures;
     Api m_api;
     std::unique_ptr<Webhook> m_webhook;
+    /// With a database of many machines.
+    std::unique_ptr<Peers> m_peers;
     http::Server m_server;
     QTimer m_patience;
 };
