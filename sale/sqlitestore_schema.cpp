@@ -51,14 +51,28 @@ struct LaterColumn
 {
     const char* table;
     const char* name;
+    const char* type;
 };
-constexpr LaterColumn laterColumns[] = {{"documents", "queued"}, {"documents", "return_of"},
-    {"attempts", "marks"}, {"attempts", "register_time"}};
+constexpr LaterColumn laterColumns[] = {{"documents", "queued", "TEXT"}, {"documents", "return_of", "TEXT"},
+    {"attempts", "marks", "TEXT"}, {"attempts", "register_time", "TEXT"},
+    {"documents", "pool", "TEXT NOT NULL DEFAULT ''"}, {"documents", "claimed", "TEXT"},
+    {"documents", "paperless", "INTEGER NOT NULL DEFAULT 0"}};
 constexpr const char* laterIndices[] = {
     "CREATE INDEX IF NOT EXISTS documents_by_sale ON documents (return_of) WHERE return_of IS NOT NULL",
     // Lists of a long journal, page by page.
     "CREATE INDEX IF NOT EXISTS documents_by_place ON documents (register, sequence)",
     "CREATE INDEX IF NOT EXISTS documents_by_state ON documents (register, state, sequence)",
+    // What waits in pools, what was claimed of it, and what may expire: of a long queue the first ones alone
+    // are looked at.
+    "CREATE INDEX IF NOT EXISTS documents_of_pools ON documents (pool, sequence + 0) "
+    "WHERE state = 'queued' AND register = ''",
+    "CREATE INDEX IF NOT EXISTS documents_of_pools_paperless ON documents (pool, sequence + 0) "
+    "WHERE state = 'queued' AND register = '' AND paperless",
+    "CREATE INDEX IF NOT EXISTS documents_claimed ON documents (register) "
+    "WHERE state = 'queued' AND register <> '' AND pool <> ''",
+    "CREATE INDEX IF NOT EXISTS documents_expiring ON documents (start_before) "
+    "WHERE state = 'queued' AND start_before IS NOT NULL",
+    "CREATE INDEX IF NOT EXISTS documents_ahead ON documents (queued) WHERE state = 'queued'",
 };
 // Until then nothing waited in a journal but for the moment before it was begun: what a program left so when
 // it was killed must not be sold now, unasked.
@@ -196,15 +210,16 @@ void SqliteStore::keepFormer() const
 
 void SqliteStore::addLater()
 {
-    const bool hasQueue = hasColumn("documents", "queued");
+    const bool hadQueue = hasColumn("documents", "queued");
     for (const LaterColumn& column : laterColumns) {
         if (!hasColumn(column.table, column.name))
-            m_connection.execute(QStringLiteral("ALTER TABLE %1 ADD COLUMN %2 TEXT")
-                                     .arg(QLatin1String(column.table), QLatin1String(column.name)));
+            m_connection.execute(QStringLiteral("ALTER TABLE %1 ADD COLUMN %2 %3")
+                                     .arg(QLatin1String(column.table), QLatin1String(column.name),
+                                         QLatin1String(column.type)));
     }
     for (const char* const index : laterIndices)
         m_connection.execute(QString::fromLatin1(index));
-    if (!hasQueue)
+    if (!hadQueue)
         m_connection.execute(QString::fromLatin1(endLeftovers), {storedNow()});
 }
 

@@ -8,6 +8,7 @@ namespace {
 
 const QString idName = QStringLiteral("id");
 const QString registerName = QStringLiteral("register");
+const QString poolName = QStringLiteral("pool");
 const QString kindName = QStringLiteral("kind");
 const QString stateMember = QStringLiteral("state");
 const QString reasonMember = QStringLiteral("reason");
@@ -19,9 +20,9 @@ const QString queuedName = QStringLiteral("queued");
 QJsonObject saidDocument(const sale::StoredDocument& document)
 {
     return {{idName, document.request.id}, {registerName, document.request.registerName},
-        {kindName, document.request.kind}, {stateMember, sale::stateName(document.state)},
-        {reasonMember, sale::reasonName(document.reason)}, {numberName, qint64{document.documentNumber}},
-        {queuedName, sale::storedTime(document.queued)}};
+        {poolName, document.request.pool}, {kindName, document.request.kind},
+        {stateMember, sale::stateName(document.state)}, {reasonMember, sale::reasonName(document.reason)},
+        {numberName, qint64{document.documentNumber}}, {queuedName, sale::storedTime(document.queued)}};
 }
 
 sale::StoredDocument documentSaid(const QJsonObject& json)
@@ -30,6 +31,7 @@ sale::StoredDocument documentSaid(const QJsonObject& json)
     sale::StoredDocument document;
     document.request.id = text(idName);
     document.request.registerName = text(registerName);
+    document.request.pool = text(poolName);
     document.request.kind = text(kindName);
     document.state = sale::stateOf(text(stateMember)).value_or(sale::DocumentState::Unknown);
     document.reason = sale::reasonOf(text(reasonMember));

@@ -47,6 +47,7 @@ void RegisterAgent::start()
 void RegisterAgent::stop()
 {
     m_isStopping = true;
+    giveUpClaim();
     // A register that does not answer may be waited for, for a minute and more.
     static const QStringList harmless{
         QStringLiteral("start"), QStringLiteral("open"), QStringLiteral("state"), QStringLiteral("settle")};
@@ -60,6 +61,7 @@ void RegisterAgent::pause(const QString& by)
     if (m_pausedBy != by)
         m_pausedSince = now();
     m_pausedBy = by;
+    giveUpClaim();
     advance();
 }
 
@@ -211,6 +213,8 @@ bool RegisterAgent::makeNext()
     try {
         const std::optional<Request> next = nextDocument();
         if (!next) {
+            // Withdrawn, or too late.
+            m_claimed.reset();
             // What could not be written is not tried before there is something to write.
             if (m_waiting && m_waiting->reason == QStringLiteral("journal"))
                 unblock();
@@ -285,6 +289,7 @@ void RegisterAgent::block(const QString& reason, const QString& text)
 {
     m_waiting = Waiting{reason, text};
     m_retryAt = steady() + m_backoff.next();
+    giveUpClaim();
 }
 
 void RegisterAgent::unblock()
@@ -292,6 +297,7 @@ void RegisterAgent::unblock()
     m_waiting.reset();
     m_retryAt = 0;
     m_backoff.reset();
+    m_isPaperWanted = false;
 }
 
 } // namespace frserver

@@ -152,7 +152,7 @@ void RegisterAgent::noteUnsent()
 
 void RegisterAgent::made(const Request& request, const QJsonObject& answer)
 {
-    m_deaths.remove(request.id);
+    m_options.deaths->remove(request.id);
     const QString held = textOf(answer, "held");
     const QString kind = textOf(answer, "kind");
     if (held.isEmpty())
@@ -161,9 +161,11 @@ void RegisterAgent::made(const Request& request, const QJsonObject& answer)
     if (request.isOfShift)
         noteZReport(answer);
     const bool isGivenUp = refuseFailing(request.id, held, textOf(answer, "text"));
-    if (!isGivenUp && (!held.isEmpty() || isOfPaper(kind)))
-        meetHold(held, kind, textOf(answer, "text"));
-    else
+    const QString hold = isGivenUp ? QString() : !held.isEmpty() ? held : isOfPaper(kind) ? kind : QString();
+    const bool saysNothingOfPaper = endClaim(request.id, hold);
+    if (!hold.isEmpty())
+        meetHold(hold, textOf(answer, "text"));
+    else if (!saysNothingOfPaper)
         unblock();
     // What was begun and could not be settled is settled by the next start.
     if (kind == QStringLiteral("line") || textOf(answer, "state") == QStringLiteral("running"))
@@ -171,9 +173,8 @@ void RegisterAgent::made(const Request& request, const QJsonObject& answer)
     Q_EMIT documentChanged(request.id);
 }
 
-void RegisterAgent::meetHold(const QString& held, const QString& kind, const QString& text)
+void RegisterAgent::meetHold(const QString& reason, const QString& text)
 {
-    const QString reason = held.isEmpty() ? kind : held;
     m_waiting = Waiting{reason, text};
     // The report that it waits for comes at once, and nothing else before that.
     if (!isShiftAwaited())
@@ -253,7 +254,7 @@ void RegisterAgent::noteDeath(const QString& id)
     try {
         const std::optional<sale::StoredDocument> document = m_store.findId(id);
         if (document && document->state == sale::DocumentState::Queued)
-            ++m_deaths[id];
+            ++(*m_options.deaths)[id];
     } catch (const sale::JournalError& error) {
         qCWarning(rackLog).noquote() << error.what();
     }

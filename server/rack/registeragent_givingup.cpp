@@ -31,14 +31,14 @@ void RegisterAgent::refuse(const QString& id, const QString& kind, const QString
     m_store.refuse(id,
         {.failure = {{QStringLiteral("kind"), kind}, {QStringLiteral("text"), text},
              {QStringLiteral("exception"), QStringLiteral("HostError")}}});
-    m_deaths.remove(id);
+    m_options.deaths->remove(id);
     m_failures.remove(id);
     Q_EMIT documentChanged(id);
 }
 
 bool RegisterAgent::refuseDeadly(const QString& id)
 {
-    if (m_deaths.value(id) < mostDeaths)
+    if (m_options.deaths->value(id) < mostDeaths)
         return false;
     refuse(id, QStringLiteral("internal"),
         QStringLiteral("Программа кассы аварийно завершалась на этом документе, не начав его"));
