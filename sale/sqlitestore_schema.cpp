@@ -51,11 +51,12 @@ struct LaterColumn
 {
     const char* table;
     const char* name;
-    const char* type = "TEXT";
+    const char* type;
 };
-constexpr LaterColumn laterColumns[] = {{"documents", "queued"}, {"documents", "return_of"},
-    {"attempts", "marks"}, {"attempts", "register_time"}, {"documents", "pool", "TEXT NOT NULL DEFAULT ''"},
-    {"documents", "claimed"}, {"documents", "paperless", "INTEGER NOT NULL DEFAULT 0"}};
+constexpr LaterColumn laterColumns[] = {{"documents", "queued", "TEXT"}, {"documents", "return_of", "TEXT"},
+    {"attempts", "marks", "TEXT"}, {"attempts", "register_time", "TEXT"},
+    {"documents", "pool", "TEXT NOT NULL DEFAULT ''"}, {"documents", "claimed", "TEXT"},
+    {"documents", "paperless", "INTEGER NOT NULL DEFAULT 0"}};
 constexpr const char* laterIndices[] = {
     "CREATE INDEX IF NOT EXISTS documents_by_sale ON documents (return_of) WHERE return_of IS NOT NULL",
     // Lists of a long journal, page by page.
@@ -209,7 +210,7 @@ void SqliteStore::keepFormer() const
 
 void SqliteStore::addLater()
 {
-    const bool hasQueue = hasColumn("documents", "queued");
+    const bool hadQueue = hasColumn("documents", "queued");
     for (const LaterColumn& column : laterColumns) {
         if (!hasColumn(column.table, column.name))
             m_connection.execute(QStringLiteral("ALTER TABLE %1 ADD COLUMN %2 %3")
@@ -218,7 +219,7 @@ void SqliteStore::addLater()
     }
     for (const char* const index : laterIndices)
         m_connection.execute(QString::fromLatin1(index));
-    if (!hasQueue)
+    if (!hadQueue)
         m_connection.execute(QString::fromLatin1(endLeftovers), {storedNow()});
 }
 

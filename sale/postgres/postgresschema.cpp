@@ -60,9 +60,11 @@ constexpr const char* firstRelease[] = {
     "accepted timestamptz NOT NULL)",
     "CREATE INDEX goods_by_mark ON goods (mark)",
     "CREATE INDEX goods_by_id ON goods (id)",
-    // Of the service: who may work a register, whose document it is, and what is still to be told.
+    // Of the service: who may work a register and what is known of it, whose document it is, and what is
+    // still to be told.
     "CREATE TABLE leases (register text PRIMARY KEY, owner text NOT NULL, epoch bigint NOT NULL, "
     "until timestamptz NOT NULL)",
+    "CREATE TABLE frserver_registers (register text PRIMARY KEY, kept text NOT NULL)",
     "CREATE TABLE frserver_owners (id text COLLATE \"C\" PRIMARY KEY, owner text NOT NULL)",
     "CREATE TABLE frserver_outbox (number bigserial PRIMARY KEY, document text NOT NULL, body text NOT NULL, "
     "created timestamptz NOT NULL, attempts integer NOT NULL DEFAULT 0, due timestamptz NOT NULL)",

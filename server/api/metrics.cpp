@@ -152,7 +152,7 @@ QJsonValue exchangesOf(const QJsonObject& view, const char* member)
     return view.value(QStringLiteral("exchanges")).toObject().value(QLatin1String(member));
 }
 
-/// As register and service know it: over XML it is not told, and the service keeps it while it runs.
+/// As register and service know it: over XML it is not told, and the service keeps it.
 QJsonValue unsentSeconds(const QJsonObject& view)
 {
     if (!conditionOf(view, "unsent").isDouble())

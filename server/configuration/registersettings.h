@@ -23,6 +23,9 @@ struct RegisterSettings
     static RegisterSettings fromJson(const QJsonObject& json);
 
     bool hasCashier() const { return !cashier.isEmpty(); }
+    /// A document that meets a shift of more than 24 hours waits until the service has closed it. A person
+    /// who opens shifts would have to open the next one, too.
+    bool closesShift() const { return shift != ShiftRule::Manual && hasCashier(); }
 
     QString name = {};
     /// As devices::createSerialDevice takes it.
@@ -40,7 +43,9 @@ struct RegisterSettings
     QTime shiftClose = {};
     /// Seconds; 0 for any time.
     int startBefore = 120;
-    /// No other program works it but those that take its lock on this machine.
+    /// No other program works it but those that take its lock on this machine. Over TCP also: those of other
+    /// machines keep the same journal, and a new connection ends the former one, so that whoever was
+    /// connected before can make no document any more.
     bool isExclusive = true;
     bool allowsTestDrive = false;
     ClockRule clock = ClockRule::Warn;

@@ -29,10 +29,10 @@ export function documentState({ state, reason, waiting }) {
     return reason ? `${named("state", state)}: ${reasonName(reason)}` : named("state", state);
 }
 
-export function registerState({ state, waiting, pausedBy }) {
+export function registerState({ state, waiting, pausedBy, pausedSince }) {
     if (state === "waiting")
         return t("waitingFor", { what: waitingName(waiting) });
-    return pausedBy ? `${named("works", state)} (${pausedBy})` : named("works", state);
+    return pausedBy ? `${named("works", state)} (${pausedBy}, ${moment(pausedSince)})` : named("works", state);
 }
 
 export const badge = (document) =>

@@ -44,7 +44,7 @@ function paper({ condition, waiting }) {
 }
 
 function shift({ shift, state }) {
-    if (!shift || state === "starting")
+    if (typeof shift?.open !== "boolean" || state === "starting")
         return ["shift", t("notKnown")];
     if (!shift.open)
         return ["shift", t("shiftClosed")];

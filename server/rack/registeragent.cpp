@@ -18,7 +18,6 @@ constexpr qint64 hurriedMs = 2'000;
 /// A register with nothing to do is asked how it is.
 constexpr qint64 conditionMs = 60'000;
 constexpr qint64 zReportMs = 60'000;
-constexpr int mostDeaths = 3;
 
 const QString zReportKind = QStringLiteral("zReport");
 const QString openShiftKind = QStringLiteral("openShift");
@@ -59,6 +58,8 @@ void RegisterAgent::stop()
 
 void RegisterAgent::pause(const QString& by)
 {
+    if (m_pausedBy != by)
+        m_pausedSince = now();
     m_pausedBy = by;
     giveUpClaim();
     advance();
@@ -121,7 +122,7 @@ void RegisterAgent::look()
 void RegisterAgent::advance()
 {
     const bool isIdle = !m_isStarted && !m_isStopping;
-    if (isIdle || m_isStopped || m_request || m_endingSince)
+    if (isIdle || m_isStopped || m_request || m_endingSince || (!m_isStopping && !recall()))
         return announce();
     if (m_isStopping || m_pausedBy)
         leave();
@@ -232,14 +233,14 @@ std::optional<RegisterAgent::Request> RegisterAgent::nextDocument()
 {
     if (const std::optional<Request> report = dueZReport())
         return report;
+    if (isShiftAwaited())
+        return std::nullopt;
     for (;;) {
         const std::optional<sale::StoredDocument> document = m_pick.next();
         if (!document)
             return std::nullopt;
         const auto& [id, kind] = std::pair(document->request.id, document->request.kind);
-        if (m_options.deaths->value(id) >= mostDeaths)
-            refuseDeadly(id);
-        else if (!refuseOutsideHours(*document))
+        if (!refuseDeadly(id) && !refuseOutsideHours(*document))
             return Request{.what = QStringLiteral("make"), .id = id, .kind = kind};
     }
 }
@@ -264,6 +265,13 @@ std::optional<RegisterAgent::Request> RegisterAgent::dueZReport()
         .what = QStringLiteral("make"), .id = report->request.id, .kind = zReportKind, .isOfShift = true};
 }
 
+/// A document has met a shift that is too old, and the report that closes it has not been made.
+bool RegisterAgent::isShiftAwaited() const
+{
+    return m_waiting && m_waiting->reason == QStringLiteral("shiftExpired")
+        && m_shift.isEndDue(now(), steady());
+}
+
 bool RegisterAgent::refuseOutsideHours(const sale::StoredDocument& document)
 {
     if (m_settings.shift != ShiftRule::Scheduled || document.request.kind != openShiftKind
@@ -275,17 +283,6 @@ bool RegisterAgent::refuseOutsideHours(const sale::StoredDocument& document)
     m_store.refuse(document.request.id, {.failure = failure});
     Q_EMIT documentChanged(document.request.id);
     return true;
-}
-
-void RegisterAgent::refuseDeadly(const QString& id)
-{
-    const QJsonObject failure{{QStringLiteral("kind"), QStringLiteral("internal")},
-        {QStringLiteral("text"),
-            QStringLiteral("Программа кассы аварийно завершалась на этом документе, не начав его")},
-        {QStringLiteral("exception"), QStringLiteral("HostError")}};
-    m_store.refuse(id, {.failure = failure});
-    m_options.deaths->remove(id);
-    Q_EMIT documentChanged(id);
 }
 
 void RegisterAgent::block(const QString& reason, const QString& text)

@@ -17,6 +17,8 @@
 
 namespace frserver {
 
+class KeptStates;
+
 /// Looks after one register: has its worker make the documents that wait in the journal, one at a time, and
 /// knows why when it does not. Whatever becomes of the worker, the next one settles what was begun before
 /// anything else is made; nothing here says what has become of a document, that is for the register and the
@@ -34,9 +36,13 @@ public:
         /// A worker that is at something and has said nothing for so many milliseconds is killed. A busy
         /// register may hold one exchange for 100 s.
         qint64 longestSilence = 120'000;
+        /// Must outlive the agent. Null where nothing is to outlive it.
+        KeptStates* kept = nullptr;
         /// How often workers died of a document that was never begun, whichever register it was at: all
         /// agents of a rack have the same one.
         std::shared_ptr<QHash<QString, int>> deaths = std::make_shared<QHash<QString, int>>();
+        /// The same of documents that failed, of a register that was reached.
+        std::shared_ptr<QHash<QString, int>> failures = std::make_shared<QHash<QString, int>>();
     };
 
     /// The store must outlive it.
@@ -59,7 +65,8 @@ public:
     /// Asks the register about a document that is unknown; documentChanged follows, also when the register
     /// cannot be asked now.
     void settle(const QString& id);
-    /// Behind the document under way the port is closed and its lock released. Says who wants that.
+    /// Behind the document under way the port is closed and its lock released, until it is resumed, also by
+    /// another run of the service. Says who wants that.
     void pause(const QString& by);
     void resume();
     /// A person says that another drive, or documents that the journal does not know, are all right.
@@ -74,11 +81,11 @@ public:
     const QJsonObject& toldCondition() const { return m_condition; }
 
     /// "state" ("starting", "ready", "making", "waiting", "pausing", "paused", "stopping", "stopped") with
-    /// "since" and "stateAge" in seconds, "waiting" (Waiting::reason or null) and "waitingText", "pausedBy",
-    /// "document" (the id that is made), "identity" and "condition" as the register has told them last, with
-    /// "paper" as far as its documents tell, "conditionAge", "unsentSince" (as seen by the service), "shift"
-    /// ("open", "since"), "alarms" ("kind", "text"), "workerStarts", "connections", "exchanges" ("count",
-    /// "seconds").
+    /// "since" and "stateAge" in seconds, "waiting" (Waiting::reason or null) and "waitingText", "pausedBy"
+    /// and "pausedSince", "document" (the id that is made), "identity" and "condition" as the register has
+    /// told them last, with "paper" as far as its documents tell, "conditionAge", "unsentSince" (as
+    /// seen by the service), "shift" ("open", "since"), "alarms" ("kind", "text"), "workerStarts",
+    /// "connections", "exchanges" ("count", "seconds").
     QJsonObject view() const;
 
 Q_SIGNALS:
@@ -100,6 +107,8 @@ private:
         QString kind = {};
         /// The service's own Z report.
         bool isOfShift = false;
+        /// The worker has begun it.
+        bool isBegun = false;
         qint64 heard = 0;
     };
     /// A document of a pool.
@@ -116,6 +125,10 @@ private:
         QString note;
     };
 
+    bool recall();
+    void noteDrive(const QString& drive);
+    QJsonObject toKeep() const;
+    void keep();
     void advance();
     void advanceOpen();
     void leave();
@@ -129,6 +142,7 @@ private:
     void opened(const QJsonObject& answer);
     void made(const Request& request, const QJsonObject& answer);
     void meetHold(const QString& reason, const QString& text);
+    void noteShiftBeginning(const QJsonObject& answer);
     void noteShift(const Request& request, const QJsonObject& answer);
     void noteZReport(const QJsonObject& answer);
     void noteUnsent();
@@ -138,10 +152,14 @@ private:
     void noteBegun();
     void tellBegun();
     void noteDeath(const QString& id);
-    void refuseDeadly(const QString& id);
+    void refuse(const QString& id, const QString& kind, const QString& text);
+    bool refuseDeadly(const QString& id);
+    bool refuseFailing(const QString& id, const QString& reason, const QString& text);
+    void giveUpBegun(const QString& reason);
     bool makeNext();
     std::optional<Request> nextDocument();
     std::optional<Request> dueZReport();
+    bool isShiftAwaited() const;
     bool refuseOutsideHours(const sale::StoredDocument& document);
     void block(const QString& reason, const QString& text);
     void unblock();
@@ -178,6 +196,13 @@ private:
     /// The worker may have port and lock.
     bool m_mayHoldPort = false;
     std::optional<QString> m_pausedBy;
+    QDateTime m_pausedSince;
+    /// Of which what is kept is known.
+    QString m_drive;
+    bool m_isRecalled = false;
+    /// As it was written last.
+    QJsonObject m_kept;
+    bool m_isKeepingFailed = false;
     std::optional<Request> m_request;
     int m_lastNumber = 0;
     /// When the worker was told to end; it may hang.
@@ -199,6 +224,8 @@ private:
     qint64 m_zReportDue = 0;
     QString m_zReport;
     QString m_zReportFailure;
+    /// While documents are to be settled.
+    int m_failedStarts = 0;
     int m_workerStarts = 0;
     int m_connections = 0;
     qint64 m_exchanges = 0;
@@ -210,6 +237,9 @@ private:
     QDateTime m_unsentSince;
     /// Something since the register was reached.
     bool m_hasPrinted = false;
+    bool m_isUnsentTold = false;
+    /// The drive's last document then; 0 when that was not told.
+    qint64 m_unsentLast = 0;
     QString m_told;
     QDateTime m_since;
 };

@@ -98,6 +98,7 @@ QJsonObject RegisterAgent::view() const
         {QStringLiteral("waiting"), m_waiting ? QJsonValue(m_waiting->reason) : QJsonValue()},
         {QStringLiteral("waitingText"), m_waiting ? sale::textOrNull(m_waiting->text) : QJsonValue()},
         {QStringLiteral("pausedBy"), m_pausedBy ? QJsonValue(*m_pausedBy) : QJsonValue()},
+        {QStringLiteral("pausedSince"), m_pausedBy ? sale::momentJson(m_pausedSince) : QJsonValue()},
         {QStringLiteral("document"), isMaking ? QJsonValue(m_request->id) : QJsonValue()},
         {QStringLiteral("identity"), m_identity.isEmpty() ? QJsonValue() : QJsonValue(m_identity)},
         {QStringLiteral("condition"), condition()},
@@ -105,8 +106,9 @@ QJsonObject RegisterAgent::view() const
             m_conditionTime.isValid() ? QJsonValue(ageOf(m_conditionTime)) : QJsonValue()},
         {QStringLiteral("unsentSince"), sale::momentJson(m_unsentSince)},
         {QStringLiteral("shift"),
-            QJsonObject{{QStringLiteral("open"), m_shift.isOpen()},
-                {QStringLiteral("since"), sale::momentJson(m_shift.since())}}},
+            QJsonObject{{QStringLiteral("open"), m_shift.told() ? QJsonValue(*m_shift.told()) : QJsonValue()},
+                {QStringLiteral("since"),
+                    m_shift.told() ? sale::momentJson(m_shift.since()) : QJsonValue()}}},
         {QStringLiteral("alarms"), alarms()}, {QStringLiteral("workerStarts"), m_workerStarts},
         {QStringLiteral("connections"), m_connections},
         {QStringLiteral("exchanges"),
@@ -119,6 +121,7 @@ void RegisterAgent::announce()
     const QString told = state() + (m_waiting ? m_waiting->reason : QString());
     if (told != std::exchange(m_told, told))
         m_since = now();
+    keep();
     Q_EMIT changed();
 }
 

@@ -7,8 +7,9 @@ namespace frserver {
 
 using sale::ErrorKind;
 
-PatientStore::PatientStore(const QString& place)
+PatientStore::PatientStore(const QString& place, bool closesShift)
     : m_store(sale::openStore(place))
+    , m_closesShift(closesShift)
 {
 }
 
@@ -30,6 +31,7 @@ void PatientStore::note(const QString& id, int attempt, const sale::AttemptNote&
 bool PatientStore::isOfRegister(ErrorKind kind) const
 {
     return kind == ErrorKind::Paper || kind == ErrorKind::Cover
+        || (kind == ErrorKind::ShiftExpired && m_closesShift)
         || (kind == ErrorKind::Other && m_mayHaveRestarted);
 }
 

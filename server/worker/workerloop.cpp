@@ -16,8 +16,11 @@ WorkerLoop::WorkerLoop()
 int WorkerLoop::run()
 {
     try {
-        while (const std::optional<QJsonObject> message = m_channel.next())
+        while (const std::optional<QJsonObject> message = m_channel.next()) {
+            // Whatever it dies of from here on, it dies of that.
+            m_channel.send({{QStringLiteral("at"), message->value(QStringLiteral("n"))}});
             m_channel.send(answer(*message));
+        }
     } catch (const WorkerEnding&) {
         // What was waited for is nobody's any more.
     }

@@ -13,8 +13,8 @@ namespace frserver {
 /// A message has a number "n" and what to "do": "start" with "register" and "journal", first and once; "open"
 /// and "make" with "opensShift", "make" and "settle" with "id", "state", "accept" with "by" and "note",
 /// "close". The answer has the number as "re" and what WorkerSession says, or a "failure" with "reason" and
-/// "text"; "exchanges" has their "count" and the "us" that the register took for them. In between comes
-/// {"line": "written"} or "read" as the line is at work.
+/// "text"; "exchanges" has their "count" and the "us" that the register took for them. Before it comes
+/// {"at": n} as it is begun, and {"line": "written"} or "read" as the line is at work.
 class WorkerLoop
 {
 public:

@@ -60,7 +60,7 @@ sale::DocumentStore& WorkerSession::journal()
     // Made anew it would know nothing of what was sold.
     if (!sale::isShared(m_journalFile) && !QFileInfo::exists(m_journalFile))
         throw sale::JournalError(QStringLiteral("the journal %1 is gone").arg(m_journalFile));
-    m_journal.emplace(m_journalFile);
+    m_journal.emplace(m_journalFile, m_settings.closesShift());
     return *m_journal;
 }
 
@@ -121,7 +121,7 @@ sale::CashDesk& WorkerSession::desk(bool opensShift)
     if (!m_desk || m_desk->options().opensShift != opensShift)
         m_desk.emplace(m_connection->driver(), journal(),
             sale::DeskOptions{line(), m_settings.name, {m_settings.cashier, {}, m_settings.cashierInn},
-                m_settings.marks, opensShift});
+                m_settings.marks, opensShift, m_settings.closesShift()});
     return *m_desk;
 }
 
@@ -158,7 +158,7 @@ void WorkerSession::setClock(RegisterCondition& condition)
     AbstractFrDriver& driver = m_connection->driver();
     const FnStatusInfo& drive = condition.drive.fnStatus;
     const ClockCase given{condition.time, localNow(), drive.lastFdDateTime,
-        condition.isShiftOpen || drive.isShiftOpen, isComputerClockSynchronised()};
+        condition.isShiftOpen.value_or(true) || drive.isShiftOpen, isComputerClockSynchronised()};
     if (m_settings.clock != ClockRule::Set || !isLastDocumentTold(drive) || !mayClockBeSet(given))
         return;
     try {
@@ -173,20 +173,31 @@ void WorkerSession::setClock(RegisterCondition& condition)
     }
 }
 
-QJsonObject WorkerSession::conditionJson()
+RegisterCondition WorkerSession::readCondition()
 {
     RegisterCondition condition = RegisterCondition::read(m_connection->driver(), line());
     const QString drive = toldDrive(condition.drive.fnStatus.fnNumber);
     if (drive != m_drive && !drive.isEmpty())
         requireDrive(drive);
     setClock(condition);
-    return condition.toJson(localNow());
+    return condition;
+}
+
+QJsonObject WorkerSession::shiftJson(const RegisterCondition& condition)
+{
+    if (condition.isShiftOpen != true)
+        return {};
+    const ShiftTrace trace = shiftTrace(journal(), m_drive);
+    return {{QStringLiteral("since"), sale::momentJson(trace.since)},
+        {QStringLiteral("isOpening"), trace.isOpening},
+        {QStringLiteral("closed"), sale::momentJson(trace.closed)},
+        {QStringLiteral("seen"), sale::momentJson(condition.seenOpen(localNow()))}};
 }
 
 QJsonObject WorkerSession::condition()
 {
     requireConnection();
-    return {{QStringLiteral("condition"), conditionJson()}};
+    return {{QStringLiteral("condition"), readCondition().toJson(localNow())}};
 }
 
 QJsonObject WorkerSession::open(bool opensShift)
@@ -195,14 +206,10 @@ QJsonObject WorkerSession::open(bool opensShift)
     try {
         connect();
         const QJsonArray settled = reach(desk(opensShift));
-        const QJsonObject condition = conditionJson();
-        const bool isShiftOpen = condition.value(QStringLiteral("shiftOpen")).toBool();
-        const QDateTime since = isShiftOpen ? shiftSince(journal(), m_drive) : QDateTime();
+        const RegisterCondition condition = readCondition();
         return {{QStringLiteral("identity"), identityJson(m_connection->driver(), m_drive)},
-            {QStringLiteral("condition"), condition}, {QStringLiteral("settled"), settled},
-            {QStringLiteral("shift"),
-                QJsonObject{{QStringLiteral("open"), isShiftOpen},
-                    {QStringLiteral("since"), sale::momentJson(since)}}}};
+            {QStringLiteral("condition"), condition.toJson(localNow())}, {QStringLiteral("settled"), settled},
+            {QStringLiteral("shift"), shiftJson(condition)}};
     } catch (...) {
         close();
         throw;

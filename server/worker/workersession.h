@@ -34,8 +34,9 @@ public:
         const std::function<void()>& waitCallback);
 
     /// Reaches the register anew: compares it and its drive before anything is asked of documents, settles
-    /// what was begun, initialises it. "identity", "condition", "shift" ("open", "since"), "settled" (ids).
-    /// On a failure the port is closed.
+    /// what was begun, initialises it. "identity", "condition", "settled" (ids); "shift" of one that is open
+    /// has what is known of its beginning ("since", "isOpening" and "closed" of ShiftTrace, "seen" of
+    /// RegisterCondition::seenOpen). On a failure the port is closed.
     QJsonObject open(bool opensShift);
     void close();
     /// The document that waits under that id: "state" and "kind" of the failure, "text"; "held" (see
@@ -60,7 +61,8 @@ private:
     QString readDrive();
     void requireDrive(const QString& drive);
     QJsonArray reach(sale::CashDesk& desk);
-    QJsonObject conditionJson();
+    RegisterCondition readCondition();
+    QJsonObject shiftJson(const RegisterCondition& condition);
     void setClock(RegisterCondition& condition);
     sale::QueuedDocument makeAt(sale::CashDesk& desk, const QString& id, bool wasOpen);
     QJsonObject answerOf(const sale::QueuedDocument& made);

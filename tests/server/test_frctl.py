@@ -3,6 +3,7 @@
 
 import json
 import os
+import re
 import socket
 import subprocess
 import sys
@@ -173,7 +174,7 @@ class Detected(Through):
                               capture_output=True, text=True, check=False, timeout=PATIENCE, env={**os.environ, "LC_ALL": "C"})
         section = "[register till1]" + done.stdout.partition("[register till1]")[2]
         service = self.service.config.read_text(encoding="utf-8").partition("[register")[0]
-        for text in (section, section.replace("# ", "")):
+        for text in (section, re.sub("^# (?=[a-z-]+ = )", "", section, flags=re.MULTILINE)):
             self.service.config.write_text(service + text, encoding="utf-8")
             checked = self.service.command("check-config")
             self.assertEqual(0, checked.returncode, (done, checked))

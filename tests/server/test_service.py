@@ -174,6 +174,10 @@ class Waiting(ServiceTest):
         self.assertEqual(0, done.returncode, done.stderr)
         queued = self.service.post(SALE, id="sale:0001", wait=0)
         self.assertEqual(202, queued.status)
+        self.restart()
+        again = self.service.ask("GET", "/v1/registers/till1")
+        self.assertEqual(("paused", "Петров", paused["pausedSince"]),
+                         (again["state"], again["pausedBy"], again["pausedSince"]))
         self.service.ask("POST", "/v1/registers/till1/resume")
         self.assert_issued(self.service.post(SALE, id="sale:0001"))
 

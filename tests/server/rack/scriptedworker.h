@@ -13,7 +13,7 @@ public:
     {
         EXPECT_FALSE(isAlive);
         isAlive = true;
-        isBusy = false;
+        isBusy = hasEnded = false;
         ++starts;
     }
 
@@ -25,6 +25,8 @@ public:
         isBusy = true;
         last = message;
         did.append(message.value("do").toString() + ' ' + message.value("id").toString());
+        if (!hasEnded)
+            Q_EMIT told({{"at", message.value("n")}});
     }
 
     void end() override
@@ -66,6 +68,8 @@ public:
     QStringList did;
     bool isAlive = false;
     bool isBusy = false;
+    /// Nothing that it is sent reaches it, which nobody knows yet.
+    bool hasEnded = false;
     int starts = 0;
     int kills = 0;
 };
