@@ -145,6 +145,8 @@ QJsonObject Api::registerView(const Till& till) const
 
 void Api::requireJournal(const Till& till) const
 {
+    if (!till.isHere())
+        return;
     const QJsonObject view = till.view();
     if (view.value(QStringLiteral("waiting")).toString() == QStringLiteral("journal"))
         throw sale::JournalError(view.value(QStringLiteral("waitingText")).toString());
@@ -262,6 +264,8 @@ void Api::registerChanged(const QString& name)
     const QJsonObject before = std::exchange(m_told[name], view);
     if (before == view)
         return;
+    if (m_registerChanged && changed->isHere())
+        m_registerChanged(name);
     QJsonObject data = view;
     data.insert(QStringLiteral("register"), name);
     m_events.publish("register", data);

@@ -52,6 +52,8 @@ private:
 };
 
 const char* const registerLabel = "register";
+/// By the registers' names.
+using Views = std::map<QString, QJsonObject>;
 
 void addEndings(Text& text, const OpenList& open)
 {
@@ -81,12 +83,11 @@ void addQueues(Text& text, const Api& api)
     }
 }
 
-void addStates(Text& text, const Api& api)
+void addStates(Text& text, const Views& views)
 {
     text.describe(
         "frserver_register_state", "gauge", "1 for the state of the register, and what it waits for.");
-    for (const auto& [name, till] : api.tills()) {
-        const QJsonObject view = till->view();
+    for (const auto& [name, view] : views) {
         text.add({{registerLabel, name}, {"state", view.value(QStringLiteral("state")).toString()},
                      {"waiting", view.value(QStringLiteral("waiting")).toString()}},
             1);
@@ -158,20 +159,30 @@ constexpr ToldGauge toldGauges[] = {
         }},
 };
 
-void addTold(Text& text, const Api& api)
+/// A counter begins anew with each service that works the register.
+Labels labelsOf(const ToldGauge& gauge, const QString& name, const QJsonObject& view)
+{
+    Labels labels{{registerLabel, name}};
+    const QString service = view.value(QStringLiteral("service")).toString();
+    if (!service.isEmpty() && QByteArray(gauge.type) == "counter")
+        labels.append({"service", service});
+    return labels;
+}
+
+void addTold(Text& text, const Views& views)
 {
     for (const ToldGauge& gauge : toldGauges) {
         text.describe(gauge.name, gauge.type, gauge.help);
-        for (const auto& [name, till] : api.tills()) {
-            const QJsonValue value = gauge.value(till->view());
+        for (const auto& [name, view] : views) {
+            const QJsonValue value = gauge.value(view);
             if (value.isDouble() || value.isBool())
-                text.add({{registerLabel, name}}, value.isBool() ? value.toBool() : value.toDouble());
+                text.add(labelsOf(gauge, name, view), value.isBool() ? value.toBool() : value.toDouble());
         }
     }
     text.describe("frserver_alarm", "gauge", "1 for each alarm of the register.");
-    for (const auto& [name, till] : api.tills()) {
+    for (const auto& [name, view] : views) {
         QStringList kinds;
-        const QJsonArray alarms = till->view().value(QStringLiteral("alarms")).toArray();
+        const QJsonArray alarms = view.value(QStringLiteral("alarms")).toArray();
         for (const auto& alarm : alarms)
             kinds.append(alarm.toObject().value(QStringLiteral("kind")).toString());
         kinds.removeDuplicates();
@@ -189,8 +200,11 @@ QByteArray metricsText(const Api& api)
     text.add({{"version", QString::fromLatin1(api.settings().version)}}, 1);
     addEndings(text, api.openDocuments());
     addQueues(text, api);
-    addStates(text, api);
-    addTold(text, api);
+    Views views;
+    for (const auto& [name, till] : api.tills())
+        views.emplace(name, till->view());
+    addStates(text, views);
+    addTold(text, views);
     return text.text();
 }
 

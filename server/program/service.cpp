@@ -7,6 +7,8 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QSysInfo>
+#include <QUrl>
 
 namespace frserver {
 
@@ -65,6 +67,8 @@ Service::Service(const Configuration& configuration, const QString& journal)
 {
     m_api.setPainter(m_pictures);
     m_store->requireHere();
+    if (sale::isShared(journal))
+        m_peers = std::make_unique<Peers>(sale::PostgresPlace::of(journal), m_api, *m_store);
     for (const auto& [name, agent] : m_rack.agents())
         add(*agent);
     QObject::connect(
@@ -72,8 +76,6 @@ Service::Service(const Configuration& configuration, const QString& journal)
     QObject::connect(&m_rack, &Rack::registerChanged, &m_rack,
         [this](const QString& name) { m_api.registerChanged(name); });
     startWebhook(configuration.service);
-    if (sale::isShared(journal))
-        m_peers = std::make_unique<Peers>(sale::PostgresPlace::of(journal), m_api, *m_store);
 }
 
 QString Service::tokenFile(const ServiceSettings& settings, const QString& journal)
@@ -88,7 +90,10 @@ QString Service::tokenFile(const ServiceSettings& settings, const QString& journ
 void Service::add(RegisterAgent& agent)
 {
     m_tills.push_back(std::make_unique<AgentTill>(tillSettings(agent.settings()), agent));
-    m_api.add(*m_tills.back());
+    if (m_peers)
+        m_peers->add(*m_tills.back());
+    else
+        m_api.add(*m_tills.back());
 }
 
 void Service::startWebhook(const ServiceSettings& settings)
@@ -129,7 +134,7 @@ void Service::start(const ListenAddress& listen)
     m_server.listen(listen.address, listen.port);
     m_rack.start();
     if (m_peers)
-        m_peers->start();
+        m_peers->start(QSysInfo::machineHostName() + QLatin1Char(':') + QString::number(QUrl(url()).port()));
 }
 
 void Service::stop(const std::function<void()>& stopped)
