@@ -5,6 +5,7 @@ import { has, language, t } from "./i18n.js";
 
 const TONES = {
     issued: "good", notIssued: "warn", unknown: "bad", ready: "good", making: "good", waiting: "bad", stopped: "bad",
+    unreachable: "bad",
     paused: "warn", pausing: "warn", starting: "warn", stopping: "warn",
 };
 
