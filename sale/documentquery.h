@@ -25,6 +25,8 @@ struct DocumentQuery
     QString id = {};
     QList<DocumentState> states = {};
     QString registerName = {};
+    /// Accepted for that pool, whichever register has claimed it since.
+    QString pool = {};
     QString drive = {};
     quint32 documentNumber = 0;
     /// Accepted then or later.

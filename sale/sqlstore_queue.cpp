@@ -9,10 +9,13 @@ namespace sale {
 
 namespace {
 
-// In the words of the index of what is not finished.
-const QString overdue
-    = QStringLiteral("FROM documents WHERE state = 'queued' AND state IN ('queued', 'running', 'unknown') "
-                     "AND (start_before < ? OR (start_before IS NOT NULL AND queued > ?))");
+// In the words of an index each: a long queue is not looked through each second.
+const QString overdue = QStringLiteral(
+    "SELECT id FROM documents WHERE state = 'queued' AND start_before IS NOT NULL AND start_before < ?");
+const QString ofTheFuture = QStringLiteral(
+    "SELECT id FROM documents WHERE state = 'queued' AND queued > ? AND (start_before IS NULL) = false");
+// Whoever expires them does other things as well.
+const QString atOnce = QStringLiteral(" LIMIT 500");
 
 } // namespace
 
@@ -48,8 +51,9 @@ StoredDocument SqlStore::withdraw(const QString& id)
 
 StoredDocument SqlStore::move(const QString& id, const QString& registerName)
 {
-    return ifQueued(
-        id, [&](const StoredDocument&) { update(id, QStringLiteral("register = ?"), {registerName}); });
+    return ifQueued(id, [&](const StoredDocument&) {
+        update(id, QStringLiteral("register = ?, pool = '', claimed = NULL"), {registerName});
+    });
 }
 
 StoredDocument SqlStore::refuse(const QString& id, const AttemptNote& note)
@@ -75,9 +79,15 @@ QStringList SqlStore::expire(const QDateTime& now)
     QStringList ids;
     const auto look = [&](const QString& words) {
         ids.clear();
-        m_sql.select(QStringLiteral("SELECT id ") + overdue + words,
-            {storedTime(now), storedTime(now.addSecs(mostSecondsBack))},
-            [&ids](const QSqlQuery& row) { ids.append(row.value(0).toString()); });
+        const auto add = [&](const QString& statement, const QDateTime& moment) {
+            m_sql.select(statement + atOnce + words, {storedTime(moment)}, [&ids](const QSqlQuery& row) {
+                const QString id = row.value(0).toString();
+                if (!ids.contains(id))
+                    ids.append(id);
+            });
+        };
+        add(overdue, now);
+        add(ofTheFuture, now.addSecs(mostSecondsBack));
     };
     // Mostly there are none, and nobody is to wait for that.
     look({});

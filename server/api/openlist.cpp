@@ -1,5 +1,7 @@
 #include "api/openlist.h"
 
+#include "api/place.h"
+
 namespace frserver {
 
 using sale::DocumentState;
@@ -7,9 +9,9 @@ using sale::DocumentState;
 void OpenList::add(const QString& id, const Entry& entry)
 {
     m_entries.insert(id, entry);
-    ++m_counts[{entry.registerName, entry.state}];
+    ++m_counts[{entry.place, entry.state}];
     if (entry.state == DocumentState::Queued)
-        m_queued[entry.registerName].insert(entry.queued);
+        m_queued[entry.place].insert(entry.queued);
 }
 
 void OpenList::remove(const QString& id)
@@ -17,9 +19,9 @@ void OpenList::remove(const QString& id)
     const auto found = m_entries.constFind(id);
     if (found == m_entries.cend())
         return;
-    --m_counts[{found->registerName, found->state}];
+    --m_counts[{found->place, found->state}];
     if (found->state == DocumentState::Queued) {
-        std::multiset<QDateTime>& queued = m_queued[found->registerName];
+        std::multiset<QDateTime>& queued = m_queued[found->place];
         queued.erase(queued.find(found->queued));
     }
     m_entries.erase(found);
@@ -28,14 +30,14 @@ void OpenList::remove(const QString& id)
 void OpenList::takeOver(const sale::StoredDocument& document)
 {
     remove(document.request.id);
-    add(document.request.id, {document.state, document.request.registerName, document.queued, m_sweep});
+    add(document.request.id, {document.state, Place::of(document.request), document.queued, m_sweep});
 }
 
 bool OpenList::see(const sale::StoredDocument& document)
 {
     const auto known = m_entries.find(document.request.id);
     if (known == m_entries.end() || known->state != document.state
-        || known->registerName != document.request.registerName)
+        || known->place != Place::of(document.request))
         return false;
     known->seen = m_sweep;
     return true;
@@ -54,21 +56,21 @@ QStringList OpenList::unseen() const
 bool OpenList::note(const sale::StoredDocument& document)
 {
     const QString& id = document.request.id;
-    const QString& name = document.request.registerName;
+    const QString place = Place::of(document.request);
     const auto known = m_entries.constFind(id);
     // What is final was open before, or it was told already.
     if (known == m_entries.cend() ? isFinal(document.state)
-                                  : known->state == document.state && known->registerName == name)
+                                  : known->state == document.state && known->place == place)
         return false;
     remove(id);
     if (!isFinal(document.state))
-        add(id, {document.state, name, document.queued, m_sweep});
+        add(id, {document.state, place, document.queued, m_sweep});
     if (isFinal(document.state) || document.state == DocumentState::Unknown)
-        ++m_endings[{name, sale::stateName(document.state), sale::reasonName(document.reason)}];
+        ++m_endings[{place, sale::stateName(document.state), sale::reasonName(document.reason)}];
     return true;
 }
 
-QStringList OpenList::outdated(const QString& registerName, const QList<sale::StoredDocument>& open) const
+QStringList OpenList::outdated(const QString& place, const QList<sale::StoredDocument>& open) const
 {
     QHash<QString, DocumentState> states;
     for (const sale::StoredDocument& document : open)
@@ -77,21 +79,21 @@ QStringList OpenList::outdated(const QString& registerName, const QList<sale::St
     for (auto entry = m_entries.cbegin(); entry != m_entries.cend(); ++entry) {
         const auto state = states.constFind(entry.key());
         const bool isSame = state != states.cend() && *state == entry->state;
-        if (entry->registerName == registerName && !isSame)
+        if (entry->place == place && !isSame)
             ids.append(entry.key());
     }
     return ids;
 }
 
-int OpenList::count(const QString& registerName, DocumentState state) const
+int OpenList::count(const QString& place, DocumentState state) const
 {
-    const auto found = m_counts.find({registerName, state});
+    const auto found = m_counts.find({place, state});
     return found == m_counts.end() ? 0 : found->second;
 }
 
-QDateTime OpenList::oldestQueued(const QString& registerName) const
+QDateTime OpenList::oldestQueued(const QString& place) const
 {
-    const auto found = m_queued.find(registerName);
+    const auto found = m_queued.find(place);
     return found == m_queued.end() || found->second.empty() ? QDateTime() : *found->second.begin();
 }
 

@@ -8,6 +8,7 @@ namespace {
 
 const QString idMember = QStringLiteral("id");
 const QString registerMember = QStringLiteral("register");
+const QString poolMember = QStringLiteral("pool");
 const QString kindMember = QStringLiteral("kind");
 const QString stateMember = QStringLiteral("state");
 const QString reasonMember = QStringLiteral("reason");
@@ -19,9 +20,9 @@ const QString queuedMember = QStringLiteral("queued");
 QJsonObject saidDocument(const sale::StoredDocument& document)
 {
     return {{idMember, document.request.id}, {registerMember, document.request.registerName},
-        {kindMember, document.request.kind}, {stateMember, sale::stateName(document.state)},
-        {reasonMember, sale::reasonName(document.reason)}, {numberMember, qint64{document.documentNumber}},
-        {queuedMember, sale::storedTime(document.queued)}};
+        {poolMember, document.request.pool}, {kindMember, document.request.kind},
+        {stateMember, sale::stateName(document.state)}, {reasonMember, sale::reasonName(document.reason)},
+        {numberMember, qint64{document.documentNumber}}, {queuedMember, sale::storedTime(document.queued)}};
 }
 
 sale::StoredDocument documentSaid(const QJsonObject& json)
@@ -30,6 +31,7 @@ sale::StoredDocument documentSaid(const QJsonObject& json)
     sale::StoredDocument document;
     document.request.id = text(idMember);
     document.request.registerName = text(registerMember);
+    document.request.pool = text(poolMember);
     document.request.kind = text(kindMember);
     document.state = sale::stateOf(text(stateMember)).value_or(sale::DocumentState::Unknown);
     document.reason = sale::reasonOf(text(reasonMember));

@@ -6,6 +6,7 @@
 #include "http/server.h"
 #include "peers/peers.h"
 #include "program/agenttill.h"
+#include "program/dispatchpool.h"
 #include "program/listenaddress.h"
 #include "program/pictureprocesses.h"
 #include "rack/rack.h"
@@ -43,6 +44,7 @@ public:
 
 private:
     void add(RegisterAgent& agent);
+    void add(const PoolSettings& settings);
     void startWebhook(const ServiceSettings& settings);
 
     const QString m_certificate;
@@ -53,7 +55,9 @@ private:
     Outbox m_outbox;
     TokenFile m_tokens;
     Rack m_rack;
+    PoolDispatch m_dispatch;
     std::vector<std::unique_ptr<AgentTill>> m_tills;
+    std::vector<std::unique_ptr<DispatchPool>> m_pools;
     PictureProcesses m_pictures;
     Api m_api;
     std::unique_ptr<Webhook> m_webhook;
