@@ -159,10 +159,13 @@ std::optional<int> SqlStore::start(const QString& id, const AttemptStart& start)
         return std::nullopt;
     }
     const int attempt = known->attemptCount + 1;
+    const SqlKey begun = origin();
     insertInto(QStringLiteral("attempts"), id,
-        {QStringLiteral("number"), QStringLiteral("begun"), QStringLiteral("mark_before"),
-            QStringLiteral("movement")},
-        {attempt, storedNow(), wholeJson(start.markBefore), wholeJson(start.movement)});
+        QStringList{QStringLiteral("number"), QStringLiteral("begun"), QStringLiteral("mark_before"),
+            QStringLiteral("movement")}
+            + begun.columns,
+        QVariantList{attempt, storedNow(), wholeJson(start.markBefore), wholeJson(start.movement)}
+            + begun.values);
     updateBegun(id, attempt, QStringLiteral("state = 'running', begun = ?, drive = ?"),
         {storedNow(), neverNull(start.markBefore.value(QStringLiteral("drive")).toString())});
     return attempt;
@@ -212,7 +215,8 @@ void SqlStore::settle(const QString& id, int attempt, const DocumentEnding& endi
             && known->documentNumber == ending.documentNumber && ending.by.isEmpty())
             return;
         refuseWrongEnding(*known, attempt, ending);
-        endAttempt(id, attempt, ending);
+        const bool isOfRegister = ending.state == DocumentState::NotIssued && ending.by.isEmpty();
+        endAttempt(id, attempt, isOfRegister ? notIssued(*known, ending) : ending);
     });
 }
 

@@ -30,9 +30,11 @@ export function documentState({ state, reason, waiting }) {
     return reason ? `${named("state", state)}: ${reasonName(reason)}` : named("state", state);
 }
 
-export function registerState({ state, waiting, pausedBy }) {
+export function registerState({ state, waiting, pausedBy, owner }) {
     if (state === "waiting")
         return t("waitingFor", { what: waitingName(waiting) });
+    if (state === "standby" && owner)
+        return `${named("works", state)} (${owner.host})`;
     return pausedBy ? `${named("works", state)} (${pausedBy})` : named("works", state);
 }
 

@@ -5,6 +5,8 @@
 
 #include "api/api.h"
 
+#include <algorithm>
+
 namespace frserver {
 
 namespace {
@@ -12,6 +14,8 @@ namespace {
 constexpr std::chrono::seconds tickTime(1);
 /// In ticks.
 constexpr int lookTicks = 3;
+/// A service that is there tells so each time it looks.
+constexpr std::chrono::seconds leastSilence(2 * lookTicks);
 /// What nobody watches, such as counts of exchanges, is told so often.
 constexpr int tellAllTicks = 15;
 /// In which what is to be read is collected.
@@ -37,8 +41,10 @@ QJsonObject withoutAges(QJsonObject view)
 
 } // namespace
 
-Peers::Peers(const sale::PostgresPlace& place, Api& api, sale::DocumentStore& store)
+Peers::Peers(
+    const sale::PostgresPlace& place, Api& api, sale::DocumentStore& store, std::chrono::seconds lease)
     : m_api(api)
+    , m_longestSilence(std::max(lease, leastSilence))
     , m_line(place)
     , m_sweep(api, store)
 {
@@ -62,8 +68,10 @@ Peers::~Peers()
 RackTill& Peers::add(const Till::Settings& settings, Till* own)
 {
     std::unique_ptr<RackTill>& till = m_tills[settings.name];
-    till = std::make_unique<RackTill>(settings, own,
-        [this](const RackTill& ordered, const QJsonObject& content) { order(ordered, content); });
+    till = std::make_unique<RackTill>(
+        settings, own,
+        [this](const RackTill& ordered, const QJsonObject& content) { order(ordered, content); },
+        m_longestSilence);
     m_api.add(*till);
     return *till;
 }
@@ -111,7 +119,7 @@ QList<rackboard::Entry> Peers::news()
     QList<rackboard::Entry> entries;
     for (const QString& name : std::as_const(m_changed)) {
         const RackTill& till = *m_tills.at(name);
-        if (!till.isHere()) {
+        if (!till.isOwn()) {
             m_told.remove(name);
             continue;
         }

@@ -23,8 +23,9 @@ class Api;
 class Peers : public QObject
 {
 public:
-    /// The interface and the store must outlive it. Throws sale::JournalError.
-    Peers(const sale::PostgresPlace& place, Api& api, sale::DocumentStore& store);
+    /// A service that has told nothing for as long as a lease is taken for dead. Interface and store must
+    /// outlive it. Throws sale::JournalError.
+    Peers(const sale::PostgresPlace& place, Api& api, sale::DocumentStore& store, std::chrono::seconds lease);
     /// The others know at once that this service is gone.
     ~Peers() override;
 
@@ -49,6 +50,7 @@ private:
     void take(const ToldRegister& told);
 
     Api& m_api;
+    const std::chrono::seconds m_longestSilence;
     PeerLine m_line;
     OpenSweep m_sweep;
     QString m_name;

@@ -12,9 +12,6 @@ namespace frserver {
 
 namespace {
 
-/// Seconds after which a service that has told nothing is taken for dead: as long as a lease.
-constexpr double longestSilence = 15;
-
 const QString doName = QStringLiteral("do");
 const QString byName = QStringLiteral("by");
 const QString noteName = QStringLiteral("note");
@@ -41,10 +38,12 @@ void growAges(QJsonObject& view, double seconds)
 
 } // namespace
 
-RackTill::RackTill(const Settings& settings, Till* own, const Order& order)
+RackTill::RackTill(
+    const Settings& settings, Till* own, const Order& order, std::chrono::seconds longestSilence)
     : Till(settings)
     , m_own(own)
     , m_order(order)
+    , m_longestSilence(static_cast<double>(longestSilence.count()))
 {
 }
 
@@ -76,29 +75,24 @@ double RackTill::age() const
     return m_told.age + secondsSince(m_told.read);
 }
 
-/// Somebody else has it, or may have it still.
-bool RackTill::isOfOthers(const QJsonObject& ownView) const
-{
-    const bool isLeft = ownView.value(QStringLiteral("state")) == QStringLiteral("standby")
-        || ownView.value(QStringLiteral("waiting")) == QStringLiteral("otherMachine");
-    return isLeft && !m_told.service.isEmpty() && silence() <= longestSilence;
-}
-
+/// One that this service would work is shown as it stands here when nobody else is at it.
 bool RackTill::isHere() const
 {
-    return m_own != nullptr && !isOfOthers(m_own->view());
+    if (m_own == nullptr)
+        return false;
+    return isOwn() || m_told.service.isEmpty() || silence() > m_longestSilence;
 }
 
 bool RackTill::isReachable() const
 {
-    return silence() <= longestSilence || isHere();
+    return silence() <= m_longestSilence || isHere();
 }
 
 QJsonObject RackTill::view() const
 {
-    QJsonObject view = m_own == nullptr ? QJsonObject() : m_own->view();
-    if (m_own == nullptr || isOfOthers(view))
+    if (!isHere())
         return toldView();
+    QJsonObject view = m_own->view();
     view.insert(QStringLiteral("service"), m_serviceName);
     view.insert(QStringLiteral("toldAge"), 0);
     return view;

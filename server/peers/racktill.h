@@ -4,6 +4,7 @@
 
 #include <QDateTime>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -18,7 +19,8 @@ public:
     using Order = std::function<void(const RackTill& till, const QJsonObject& content)>;
 
     /// The register as this service has it must outlive it; null when it does not have it.
-    RackTill(const Settings& settings, Till* own, const Order& order);
+    /// A service that has told nothing for longer than that is taken for dead.
+    RackTill(const Settings& settings, Till* own, const Order& order, std::chrono::seconds longestSilence);
 
     /// How this service is called when it works the register.
     void setServiceName(const QString& name) { m_serviceName = name; }
@@ -27,6 +29,8 @@ public:
     void noteSilence(std::optional<double> seconds);
     /// Its id.
     const QString& service() const { return m_told.service; }
+    /// This service works it, and tells of it.
+    bool isOwn() const { return m_own != nullptr && m_own->isHere(); }
     /// What another service has ordered.
     void obey(const QJsonObject& content);
 
@@ -42,13 +46,13 @@ public:
 
 private:
     void order(const QJsonObject& content);
-    bool isOfOthers(const QJsonObject& ownView) const;
     double silence() const;
     double age() const;
     QJsonObject toldView() const;
 
     Till* const m_own;
     const Order m_order;
+    const double m_longestSilence;
     QString m_serviceName;
     ToldRegister m_told;
     /// Seconds, when it was noted last.

@@ -2,7 +2,10 @@
 
 #include "driverplugin.h"
 #include "journalplace.h"
+#include "portname.h"
 #include "postgres/openstore.h"
+#include "rack/leasedownership.h"
+#include "rack/soleownership.h"
 #include "rack/workerprocess.h"
 
 #include <QCoreApplication>
@@ -40,6 +43,18 @@ QList<RegisterSettings> registersOf(const Configuration& configuration)
     return registers;
 }
 
+/// One that shares the journal with no other machine has its registers for itself.
+std::shared_ptr<Ownership> ownershipOf(const Configuration& configuration, const QString& journal)
+{
+    if (!sale::isShared(journal))
+        return std::make_shared<SoleOwnership>();
+    QList<sale::RegisterLeases::Wish> wishes;
+    for (const RegisterSettings& settings : configuration.registers)
+        wishes.append({settings.name, !devices::isTcpName(settings.port)});
+    return std::make_shared<LeasedOwnership>(
+        sale::PostgresPlace::of(journal), wishes, std::chrono::seconds(configuration.service.leaseSeconds));
+}
+
 Api::Settings apiSettings(const ServiceSettings& settings)
 {
     return {.queueLimit = settings.queueLimit, .version = QCoreApplication::applicationVersion().toUtf8()};
@@ -60,7 +75,8 @@ Service::Service(const Configuration& configuration, const QString& journal)
     , m_owners(journal, patienceMs)
     , m_outbox(journal, patienceMs)
     , m_tokens(tokenFile(configuration.service, journal))
-    , m_rack(registersOf(configuration), *m_store, createWorker, {.journal = journal})
+    , m_rack(registersOf(configuration), *m_store, createWorker,
+          {.journal = journal, .ownership = ownershipOf(configuration, journal)})
     , m_dispatch(configuration.pools, m_rack, *m_store)
     , m_pictures({.plugins = pluginPlaces(configuration.service)})
     , m_api(*m_store, m_owners, apiSettings(configuration.service))
@@ -69,7 +85,8 @@ Service::Service(const Configuration& configuration, const QString& journal)
     m_api.setPainter(m_pictures);
     m_store->requireHere();
     if (sale::isShared(journal))
-        m_peers = std::make_unique<Peers>(sale::PostgresPlace::of(journal), m_api, *m_store);
+        m_peers = std::make_unique<Peers>(sale::PostgresPlace::of(journal), m_api, *m_store,
+            std::chrono::seconds(configuration.service.leaseSeconds));
     for (const auto& [name, agent] : m_rack.agents())
         add(*agent);
     for (const PoolSettings& settings : configuration.pools)

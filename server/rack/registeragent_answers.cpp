@@ -250,7 +250,7 @@ void RegisterAgent::workerEnded(const QString& how)
         qCWarning(rackLog).noquote() << name() << "the worker is gone:" << how;
         block(QStringLiteral("worker"), how);
     }
-    if (broken && broken->what == QStringLiteral("make"))
+    if (broken && broken->what == QStringLiteral("make") && !isWanted)
         noteDeath(broken->id);
     if (broken && !broken->id.isEmpty())
         Q_EMIT documentChanged(broken->id);

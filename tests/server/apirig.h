@@ -17,6 +17,7 @@ class FakeTill : public frserver::Till
 public:
     using Till::Till;
 
+    bool isHere() const override { return isOwner; }
     QJsonObject view() const override
     {
         return {{"state", state}, {"waiting", waiting.isEmpty() ? QJsonValue() : QJsonValue(waiting)},
@@ -37,6 +38,7 @@ public:
     void resume(const QString& by) override { told.append("resume by " + by); }
     void accept(const QString& by, const QString& note) override { told.append(by + " accepts: " + note); }
 
+    bool isOwner = true;
     QString state = "ready";
     QString waiting;
     /// From the pool.

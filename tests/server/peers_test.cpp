@@ -54,7 +54,7 @@ struct Desk
     Owners owners{sale::PostgresServer::instance().address(), 1000};
     FakeTill till;
     Api api{store, owners, {}};
-    Peers peers{sale::PostgresServer::instance().place(), api, store};
+    Peers peers{sale::PostgresServer::instance().place(), api, store, std::chrono::seconds(15)};
 };
 
 class PeersTest : public testing::Test
@@ -176,6 +176,31 @@ TEST_F(PeersTest, RegisterOfADeadServiceIsUnreachableAndWhatItBegunAPersonsCase)
     EXPECT_EQ(two.view("till1").value("state"), "ready");
     one.reset();
     EXPECT_TRUE(until([&] { return two.view("till1").value("state") == "unreachable"; })) << "at once";
+}
+
+TEST_F(PeersTest, RegisterOfTwoServicesIsShownAsItsOwnerTells)
+{
+    Desk one("till1");
+    Desk two("till2");
+    FakeTill spare({"till1", receipt::Protocol::Hex, QTimeZone::utc(), 120, true});
+    spare.isOwner = false;
+    spare.state = "standby";
+    two.peers.add(spare);
+    two.peers.look();
+    ASSERT_TRUE(until([&] { return two.view("till1").value("state") == "ready"; }));
+    EXPECT_EQ(two.ask("POST", "/v1/registers/till1/resume", "{}").status, 202);
+    ASSERT_TRUE(until([&] { return !one.till.told.isEmpty(); }));
+    EXPECT_TRUE(spare.told.isEmpty());
+    // It changes hands.
+    one.till.isOwner = false;
+    one.till.state = "standby";
+    spare.isOwner = true;
+    spare.state = "making";
+    one.api.registerChanged("till1");
+    two.api.registerChanged("till1");
+    ASSERT_TRUE(until([&] { return one.view("till1").value("state") == "making"; }));
+    EXPECT_EQ(one.view("till1").value("service"), "till2:8403");
+    EXPECT_EQ(two.ask("POST", "/v1/registers/till1/resume", "{}").status, 200);
 }
 
 } // namespace

@@ -38,8 +38,9 @@ protected:
         auto made = std::make_unique<ScriptedWorker>();
         worker = made.get();
         agent = std::make_unique<frserver::RegisterAgent>(settings, store, std::move(made),
-            frserver::RegisterAgent::Options{
-                .journal = "journal", .clock = {[this] { return now; }, [this] { return steady; }}});
+            frserver::RegisterAgent::Options{.journal = "journal",
+                .clock = {[this] { return now; }, [this] { return steady; }},
+                .ownership = ownership});
         QObject::connect(agent.get(), &frserver::RegisterAgent::documentChanged,
             [this](const QString& id) { changed.append(id); });
         QObject::connect(agent.get(), &frserver::RegisterAgent::stopped, [this] { isStopped = true; });
@@ -126,6 +127,7 @@ protected:
     QTemporaryDir folder;
     BrittleStore store{folder.filePath("journal.sqlite")};
     frserver::RegisterSettings settings{.cashier = "Иванова", .timeZone = QTimeZone("Europe/Moscow")};
+    std::shared_ptr<frserver::Ownership> ownership = std::make_shared<frserver::SoleOwnership>();
     QDateTime now = QDateTime(QDate(2026, 3, 2), QTime(9, 0), Qt::UTC);
     qint64 steady = 0;
     ScriptedWorker* worker = nullptr;
