@@ -159,11 +159,14 @@ std::optional<int> SqlStore::start(const QString& id, const AttemptStart& start)
         return std::nullopt;
     }
     const int attempt = known->attemptCount + 1;
+    const SqlKey begun = origin();
     insertInto(QStringLiteral("attempts"), id,
-        {QStringLiteral("number"), QStringLiteral("begun"), QStringLiteral("mark_before"),
-            QStringLiteral("movement"), QStringLiteral("marks")},
-        {attempt, storedNow(), wholeJson(start.markBefore), wholeJson(start.movement),
-            storedJson(start.marks)});
+        QStringList{QStringLiteral("number"), QStringLiteral("begun"), QStringLiteral("mark_before"),
+            QStringLiteral("movement"), QStringLiteral("marks")}
+            + begun.columns,
+        QVariantList{attempt, storedNow(), wholeJson(start.markBefore), wholeJson(start.movement),
+            storedJson(start.marks)}
+            + begun.values);
     updateBegun(id, attempt, QStringLiteral("state = 'running', begun = ?, drive = ?"),
         {storedNow(), neverNull(start.markBefore.value(QStringLiteral("drive")).toString())});
     return attempt;
@@ -213,7 +216,8 @@ void SqlStore::settle(const QString& id, int attempt, const DocumentEnding& endi
             && known->documentNumber == ending.documentNumber && ending.by.isEmpty())
             return;
         refuseWrongEnding(*known, attempt, ending);
-        endAttempt(id, attempt, ending);
+        const bool isOfRegister = ending.state == DocumentState::NotIssued && ending.by.isEmpty();
+        endAttempt(id, attempt, isOfRegister ? notIssued(*known, ending) : ending);
     });
 }
 

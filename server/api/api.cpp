@@ -191,6 +191,8 @@ QJsonObject Api::registerView(const Till& till) const
 
 void Api::requireJournal(const Till& till) const
 {
+    if (!till.isHere())
+        return;
     const QJsonObject view = till.view();
     if (view.value(QStringLiteral("waiting")).toString() == QStringLiteral("journal"))
         throw sale::JournalError(view.value(QStringLiteral("waitingText")).toString());
@@ -231,6 +233,8 @@ void Api::documentChanged(const QString& id)
 void Api::documentChanged(const sale::StoredDocument& document)
 {
     noteChange(document);
+    if (m_ended && !isPending(document.state))
+        m_ended();
     if (m_changed)
         m_changed(document);
 }
@@ -274,8 +278,6 @@ void Api::noteChange(const sale::StoredDocument& document)
             setAwaited(id, Place::of(document.request));
         return;
     }
-    if (m_ended)
-        m_ended();
     // Also that it is still unknown after it was asked about.
     if (m_waiters.areAny(id))
         m_waiters.answer(id, documentResponse(*this, document));
@@ -322,6 +324,8 @@ void Api::registerChanged(const QString& name)
     const QJsonObject before = std::exchange(m_told[name], view);
     if (before == view)
         return;
+    if (m_registerChanged && changed->isHere())
+        m_registerChanged(name);
     noteMember(name, view);
     QJsonObject data = view;
     data.insert(QStringLiteral("register"), name);

@@ -72,11 +72,13 @@ std::optional<sale::AnswerError> errorOf(const StoredDocument& document)
     return std::nullopt;
 }
 
-/// Why nothing of it was begun yet.
+/// Why nothing of it was begun yet, or nobody tells how it goes on.
 QJsonValue waitingOf(const StoredDocument& document, const Till* till)
 {
-    if (document.state != DocumentState::Queued || till == nullptr)
+    if (!isPending(document.state) || till == nullptr)
         return {};
+    if (document.state == DocumentState::Running)
+        return till->isReachable() ? QJsonValue() : QJsonValue(QStringLiteral("unreachable"));
     const QJsonObject view = till->view();
     const QString paused = QStringLiteral("paused");
     return view.value(QStringLiteral("state")) == paused ? paused : view.value(QStringLiteral("waiting"));

@@ -270,7 +270,7 @@ void RegisterAgent::workerEnded(const QString& how)
         block(QStringLiteral("worker"), how);
     }
     // What was given to one that had ended is not what it died of.
-    if (broken && broken->what == QStringLiteral("make") && broken->isBegun)
+    if (broken && broken->what == QStringLiteral("make") && broken->isBegun && !isWanted)
         noteDeath(broken->id);
     if (broken && !broken->id.isEmpty())
         Q_EMIT documentChanged(broken->id);

@@ -2,6 +2,7 @@
 
 #include "configuration/registersettings.h"
 #include "worker/patientstore.h"
+#include "worker/workerlease.h"
 
 #include "cashdesk.h"
 #include "registerconnection.h"
@@ -28,10 +29,10 @@ struct RegisterCondition;
 class WorkerSession
 {
 public:
-    /// Nothing is opened yet. The observer must outlive it; the callback runs while the register is waited
-    /// for, but not while a document is made.
-    WorkerSession(const RegisterSettings& settings, const QString& journal, devices::LineObserver& observer,
-        const std::function<void()>& waitCallback);
+    /// Nothing is opened yet. The lease and the observer must outlive it; the callback runs while the
+    /// register is waited for, but not while a document is made.
+    WorkerSession(const RegisterSettings& settings, const QString& journal, const WorkerLease& lease,
+        devices::LineObserver& observer, const std::function<void()>& waitCallback);
 
     /// Reaches the register anew: compares it and its drive before anything is asked of documents, settles
     /// what was begun, initialises it. "identity", "condition", "settled" (ids); "shift" of one that is open
@@ -56,6 +57,9 @@ private:
     sale::RegisterLine line();
     sale::DocumentStore& journal();
     void connect();
+    void enter();
+    void leaveLine();
+    void meetRegister(const sale::RegisterLine& line);
     void requireConnection() const;
     sale::CashDesk& desk(bool opensShift);
     QString readDrive();
@@ -72,9 +76,12 @@ private:
 
     const RegisterSettings m_settings;
     const QString m_journalFile;
+    const WorkerLease& m_lease;
     devices::LineObserver& m_observer;
     const std::function<void()> m_waitCallback;
     bool m_isMaking = false;
+    /// Others know that it may have the line.
+    bool m_hasEntered = false;
     std::optional<PatientStore> m_journal;
     std::optional<devices::RegisterConnection> m_connection;
     std::optional<sale::CashDesk> m_desk;

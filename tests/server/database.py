@@ -39,6 +39,10 @@ class Database:
         self.server.send_signal(signal.SIGQUIT)
         self.server.wait(PATIENCE)
 
+    def sql(self, statement):
+        status = self.run("psql", "-X", "-h", self.folder, "-U", "postgres", "-v", "ON_ERROR_STOP=1", "-c", statement)
+        assert status.wait(PATIENCE) == 0, statement
+
     def close(self):
         self.stop()
         shutil.rmtree(self.folder)
