@@ -127,18 +127,38 @@ Till* Api::till(const QString& name) const
     return found == m_tills.end() ? nullptr : found->second;
 }
 
-QJsonObject Api::registerView(const Till& till) const
+QJsonObject Api::queueView(const QString& registerName) const
 {
     using sale::DocumentState;
+    return {{QStringLiteral("queued"), m_open.count(registerName, DocumentState::Queued)},
+        {QStringLiteral("running"), m_open.count(registerName, DocumentState::Running)},
+        {QStringLiteral("unknown"), m_open.count(registerName, DocumentState::Unknown)},
+        {QStringLiteral("oldest"), sale::momentJson(m_open.oldestQueued(registerName))}};
+}
+
+QStringList Api::missingRegisters() const
+{
+    // What frctl makes beside the service never waits.
+    QStringList names = m_settings.isShared ? QStringList() : m_open.waitedFor();
+    names.removeIf([this](const QString& name) { return till(name) != nullptr; });
+    return names;
+}
+
+void Api::warnOfMissing() const
+{
+    for (const QString& name : missingRegisters())
+        qCWarning(apiLog).noquote()
+            << m_open.count(name, sale::DocumentState::Queued) << "documents wait for the register" << name
+            << "that the configuration does not have: withdraw them, move them, or put its section back";
+}
+
+QJsonObject Api::registerView(const Till& till) const
+{
     const QString& name = till.settings().name;
     QJsonObject view = till.view();
     view.insert(QStringLiteral("name"), name);
     view.insert(QStringLiteral("protocol"), receipt::protocolName(till.settings().protocol));
-    view.insert(QStringLiteral("queue"),
-        QJsonObject{{QStringLiteral("queued"), m_open.count(name, DocumentState::Queued)},
-            {QStringLiteral("running"), m_open.count(name, DocumentState::Running)},
-            {QStringLiteral("unknown"), m_open.count(name, DocumentState::Unknown)},
-            {QStringLiteral("oldest"), sale::momentJson(m_open.oldestQueued(name))}});
+    view.insert(QStringLiteral("queue"), queueView(name));
     return view;
 }
 

@@ -31,6 +31,8 @@ public:
         /// How long a list is looked for at the most, and how much of the journal at once, to begin with.
         std::chrono::milliseconds longestSearch = std::chrono::seconds(10);
         int searchPiece = 500;
+        /// Registers of other services have their documents in the same journal.
+        bool isShared = false;
     };
 
     /// Store and owners must outlive it.
@@ -38,6 +40,8 @@ public:
 
     /// The register must outlive it.
     void add(Till& till);
+    /// Once all registers are there.
+    void warnOfMissing() const;
     /// Whom it lets in. Nobody when tokens are wanted and there are none.
     void setTokens(bool areWanted, const QList<TokenEntry>& entries);
     /// Who draws receipts; must outlive it.
@@ -73,6 +77,9 @@ public:
     Till* till(const QString& name) const;
     /// The view, with its name and its queue.
     QJsonObject registerView(const Till& till) const;
+    QJsonObject queueView(const QString& registerName) const;
+    /// Registers that documents wait for, and that are not there: they have left the configuration.
+    QStringList missingRegisters() const;
     /// @name Throw sale::JournalError unless documents are accepted now
     /// @{
     /// By each register.

@@ -69,18 +69,20 @@ std::optional<sale::AnswerError> errorOf(const StoredDocument& document)
 }
 
 /// Why nothing of it was begun yet.
-QJsonValue waitingOf(const StoredDocument& document, const Till* till)
+QJsonValue waitingOf(const Api& api, const StoredDocument& document, const Till* till)
 {
-    if (document.state != DocumentState::Queued || till == nullptr)
+    if (document.state != DocumentState::Queued || (till == nullptr && api.settings().isShared))
         return {};
+    if (till == nullptr)
+        return QStringLiteral("notConfigured");
     const QJsonObject view = till->view();
     const QString paused = QStringLiteral("paused");
     return view.value(QStringLiteral("state")) == paused ? paused : view.value(QStringLiteral("waiting"));
 }
 
-void addPosting(QJsonObject& json, const StoredDocument& document, const Till* till)
+void addPosting(QJsonObject& json, const Api& api, const StoredDocument& document)
 {
-    const QJsonValue waiting = waitingOf(document, till);
+    const QJsonValue waiting = waitingOf(api, document, api.till(document.request.registerName));
     json.insert(QStringLiteral("startBefore"), sale::momentJson(document.request.startBefore));
     json.insert(QStringLiteral("returnOf"), sale::textOrNull(document.request.returnOf));
     json.insert(QStringLiteral("waiting"), waiting.isUndefined() ? QJsonValue() : waiting);
@@ -101,7 +103,7 @@ QJsonObject documentView(const Api& api, const StoredDocument& document, bool is
     const QJsonObject told = answer.toJson();
     for (auto member = told.begin(); member != told.end(); ++member)
         json.insert(member.key(), member.value());
-    addPosting(json, document, till);
+    addPosting(json, api, document);
     return json;
 }
 
@@ -117,7 +119,7 @@ QJsonObject wholeDocumentView(const Api& api, const StoredDocument& document)
 QJsonObject documentSummary(const Api& api, const StoredDocument& document)
 {
     QJsonObject json = sale::recordSummary(document);
-    addPosting(json, document, api.till(document.request.registerName));
+    addPosting(json, api, document);
     return json;
 }
 

@@ -44,6 +44,17 @@ QStringList OpenList::outdated(const QString& registerName, const QList<sale::St
     return ids;
 }
 
+QStringList OpenList::waitedFor() const
+{
+    QStringList names;
+    for (const Entry& entry : m_entries) {
+        if (entry.state == DocumentState::Queued && !names.contains(entry.registerName))
+            names.append(entry.registerName);
+    }
+    names.sort();
+    return names;
+}
+
 int OpenList::count(const QString& registerName, DocumentState state) const
 {
     return static_cast<int>(std::count_if(m_entries.cbegin(), m_entries.cend(),

@@ -24,6 +24,8 @@ public:
     QString registerOf(const QString& id) const { return m_entries.value(id).registerName; }
     /// Those of the register that are not open in the journal any more, or not as they are here.
     QStringList outdated(const QString& registerName, const QList<sale::StoredDocument>& open) const;
+    /// That documents wait for, by name.
+    QStringList waitedFor() const;
     int count(const QString& registerName, sale::DocumentState state) const;
     /// Since when the oldest one waits; invalid when none does.
     QDateTime oldestQueued(const QString& registerName) const;

@@ -160,7 +160,7 @@ async function showTrial(id) {
 // What is shown.
 
 async function updateRegisters() {
-    const { registers: all } = await api.get("/registers");
+    const { registers: all, notConfigured } = await api.get("/registers");
     const names = all.map(({ name }) => name);
     if (names.join() === registers.names.join()) {
         all.forEach((register) => registers.update(register));
@@ -170,7 +170,7 @@ async function updateRegisters() {
         detail.registers = names;
         await Promise.all(names.map(updateLast));
     }
-    attention.setRegisters(registers.all);
+    attention.setRegisters(registers.all, notConfigured);
 }
 
 async function updateRights() {

@@ -38,9 +38,11 @@ QList<RegisterSettings> registersOf(const Configuration& configuration)
     return registers;
 }
 
-Api::Settings apiSettings(const ServiceSettings& settings)
+Api::Settings apiSettings(const ServiceSettings& settings, const QString& journal)
 {
-    return {.queueLimit = settings.queueLimit, .version = QCoreApplication::applicationVersion().toUtf8()};
+    return {.queueLimit = settings.queueLimit,
+        .version = QCoreApplication::applicationVersion().toUtf8(),
+        .isShared = sale::isShared(journal)};
 }
 
 Till::Settings tillSettings(const RegisterSettings& settings)
@@ -61,13 +63,14 @@ Service::Service(const Configuration& configuration, const QString& journal)
     , m_tokens(tokenFile(configuration.service, journal))
     , m_rack(registersOf(configuration), *m_store, createWorker, {.journal = journal, .kept = &m_kept})
     , m_pictures({.plugins = pluginPlaces(configuration.service)})
-    , m_api(*m_store, m_owners, apiSettings(configuration.service))
+    , m_api(*m_store, m_owners, apiSettings(configuration.service, journal))
     , m_server(m_api.site())
 {
     m_api.setPainter(m_pictures);
     m_store->requireHere();
     for (const auto& [name, agent] : m_rack.agents())
         add(*agent);
+    m_api.warnOfMissing();
     QObject::connect(
         &m_rack, &Rack::documentChanged, &m_rack, [this](const QString& id) { m_api.documentChanged(id); });
     QObject::connect(&m_rack, &Rack::registerChanged, &m_rack,
