@@ -172,20 +172,43 @@ void Api::noteMember(const QString& registerName, const QJsonObject& view)
         m_members[pool.toObject().value(QStringLiteral("name")).toString()].insert(registerName);
 }
 
-QJsonObject Api::registerView(const Till& till) const
+QJsonObject Api::queueView(const QString& registerName) const
 {
     using sale::DocumentState;
+    return {{QStringLiteral("queued"), m_open.count(registerName, DocumentState::Queued)},
+        {QStringLiteral("running"), m_open.count(registerName, DocumentState::Running)},
+        {QStringLiteral("unknown"), m_open.count(registerName, DocumentState::Unknown)},
+        {QStringLiteral("oldest"), sale::momentJson(m_open.oldestQueued(registerName))}};
+}
+
+QStringList Api::missingRegisters() const
+{
+    // What frctl makes beside the service never waits.
+    QStringList names = m_settings.isShared ? QStringList() : m_open.waitedFor();
+    names.removeIf([this](const QString& place) {
+        const std::optional<QString> poolName = Place::poolOf(place);
+        return poolName ? pool(*poolName) != nullptr : till(place) != nullptr;
+    });
+    return names;
+}
+
+void Api::warnOfMissing() const
+{
+    for (const QString& name : missingRegisters())
+        qCWarning(apiLog).noquote()
+            << m_open.count(name, sale::DocumentState::Queued) << "documents wait for the register" << name
+            << "that the configuration does not have: withdraw them, move them, or put its section back";
+}
+
+QJsonObject Api::registerView(const Till& till) const
+{
     const QString& name = till.settings().name;
     QJsonObject view = till.view();
     view.insert(QStringLiteral("name"), name);
     view.insert(QStringLiteral("protocol"), receipt::protocolName(till.settings().protocol));
     if (!view.contains(QStringLiteral("pools")))
         view.insert(QStringLiteral("pools"), QJsonArray());
-    view.insert(QStringLiteral("queue"),
-        QJsonObject{{QStringLiteral("queued"), m_open.count(name, DocumentState::Queued)},
-            {QStringLiteral("running"), m_open.count(name, DocumentState::Running)},
-            {QStringLiteral("unknown"), m_open.count(name, DocumentState::Unknown)},
-            {QStringLiteral("oldest"), sale::momentJson(m_open.oldestQueued(name))}});
+    view.insert(QStringLiteral("queue"), queueView(name));
     return view;
 }
 

@@ -33,6 +33,8 @@ public:
         /// How long a list is looked for at the most, and how much of the journal at once, to begin with.
         std::chrono::milliseconds longestSearch = std::chrono::seconds(10);
         int searchPiece = 500;
+        /// Registers of other services have their documents in the same journal.
+        bool isShared = false;
     };
 
     /// Store and owners must outlive it.
@@ -42,6 +44,8 @@ public:
     void add(Till& till);
     /// Behind its registers; must outlive it.
     void add(Pool& pool);
+    /// Once all registers are there.
+    void warnOfMissing() const;
     /// Whom it lets in. Nobody when tokens are wanted and there are none.
     void setTokens(bool areWanted, const QList<TokenEntry>& entries);
     /// Who draws receipts; must outlive it.
@@ -103,6 +107,9 @@ public:
     QStringList registersOf(const Pool& pool) const;
     /// The view, with its name, its pools and its queue.
     QJsonObject registerView(const Till& till) const;
+    QJsonObject queueView(const QString& registerName) const;
+    /// Registers that documents wait for, and that are not there: they have left the configuration.
+    QStringList missingRegisters() const;
     /// @name Throw sale::JournalError unless documents are accepted now
     /// @{
     /// By each register that this service works.

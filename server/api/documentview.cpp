@@ -72,11 +72,16 @@ std::optional<sale::AnswerError> errorOf(const StoredDocument& document)
     return std::nullopt;
 }
 
-/// Why nothing of it was begun yet, or nobody tells how it goes on.
-QJsonValue waitingOf(const StoredDocument& document, const Till* till)
+/// Why nothing of it was begun yet, or nobody tells how it goes on. A pool's document that no register has
+/// claimed waits for nothing that could be named.
+QJsonValue waitingOf(const Api& api, const StoredDocument& document, const Till* till)
 {
-    if (!isPending(document.state) || till == nullptr)
+    if (!isPending(document.state) || document.request.registerName.isEmpty())
         return {};
+    if (till == nullptr)
+        return api.settings().isShared || document.state == DocumentState::Running
+            ? QJsonValue()
+            : QJsonValue(QStringLiteral("notConfigured"));
     if (document.state == DocumentState::Running)
         return till->isReachable() ? QJsonValue() : QJsonValue(QStringLiteral("unreachable"));
     const QJsonObject view = till->view();
@@ -93,9 +98,9 @@ const Till* tillFor(const Api& api, const StoredDocument& document)
     return pool == nullptr ? nullptr : api.till(pool->settings().registers.value(0));
 }
 
-void addPosting(QJsonObject& json, const StoredDocument& document, const Till* till)
+void addPosting(QJsonObject& json, const Api& api, const StoredDocument& document)
 {
-    const QJsonValue waiting = waitingOf(document, till);
+    const QJsonValue waiting = waitingOf(api, document, api.till(document.request.registerName));
     json.insert(QStringLiteral("pool"), sale::textOrNull(document.request.pool));
     json.insert(QStringLiteral("startBefore"), sale::momentJson(document.request.startBefore));
     json.insert(QStringLiteral("returnOf"), sale::textOrNull(document.request.returnOf));
@@ -118,7 +123,7 @@ QJsonObject documentView(const Api& api, const StoredDocument& document, bool is
     const QJsonObject told = answer.toJson();
     for (auto member = told.begin(); member != told.end(); ++member)
         json.insert(member.key(), member.value());
-    addPosting(json, document, till);
+    addPosting(json, api, document);
     return json;
 }
 
@@ -134,7 +139,7 @@ QJsonObject wholeDocumentView(const Api& api, const StoredDocument& document)
 QJsonObject documentSummary(const Api& api, const StoredDocument& document)
 {
     QJsonObject json = sale::recordSummary(document);
-    addPosting(json, document, api.till(document.request.registerName));
+    addPosting(json, api, document);
     return json;
 }
 

@@ -75,8 +75,12 @@ void addEndings(Text& text, const OpenList& open)
 
 void addQueues(Text& text, const Api& api)
 {
+    // Also of registers that have left the configuration.
+    QStringList names = api.missingRegisters();
+    for (const auto& [name, till] : api.tills())
+        names.append(name);
     text.describe("frserver_open_documents", "gauge", "Documents that wait, are made, or are unknown.");
-    for (const auto& [name, till] : api.tills()) {
+    for (const QString& name : std::as_const(names)) {
         for (const DocumentState state :
             {DocumentState::Queued, DocumentState::Running, DocumentState::Unknown})
             text.add({{registerLabel, name}, {"state", sale::stateName(state)}},
@@ -84,7 +88,7 @@ void addQueues(Text& text, const Api& api)
     }
     const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     text.describe("frserver_oldest_queued_seconds", "gauge", "How long the oldest document has waited.");
-    for (const auto& [name, till] : api.tills()) {
+    for (const QString& name : std::as_const(names)) {
         const QDateTime oldest = api.openDocuments().oldestQueued(name);
         text.add(
             {{registerLabel, name}}, oldest.isValid() ? static_cast<double>(oldest.msecsTo(now)) / 1000 : 0);

@@ -21,7 +21,14 @@ Answer listRegisters(Api& api, const Request& request)
         if (rights::mayUse(request, name))
             registers.append(api.registerView(*till));
     }
-    return Response::json(QJsonObject{{QStringLiteral("registers"), registers}});
+    QJsonArray missing;
+    for (const QString& name : api.missingRegisters()) {
+        if (rights::mayUse(request, name))
+            missing.append(
+                QJsonObject{{QStringLiteral("name"), name}, {QStringLiteral("queue"), api.queueView(name)}});
+    }
+    return Response::json(
+        QJsonObject{{QStringLiteral("registers"), registers}, {QStringLiteral("notConfigured"), missing}});
 }
 
 Answer showRegister(Api& api, const Request& request)

@@ -163,7 +163,7 @@ async function showTrial(id) {
 // What is shown.
 
 async function updateRegisters() {
-    const [{ registers: all }, { pools: told }] = await Promise.all([api.get("/registers"), api.get("/pools")]);
+    const [{ registers: all, notConfigured }, { pools: told }] = await Promise.all([api.get("/registers"), api.get("/pools")]);
     const names = all.map(({ name }) => name);
     const wasSame = told.map(({ name }) => name).join() === pools.names.join();
     pools.set(told);
@@ -176,7 +176,7 @@ async function updateRegisters() {
         Object.assign(detail, { registers: names, pools: pools.names });
         await Promise.all(names.map(updateLast));
     }
-    attention.setRegisters(registers.all);
+    attention.setRegisters(registers.all, notConfigured);
     if (registers.all.some(isLost))
         readUnknown();
 }

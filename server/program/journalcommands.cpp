@@ -1,5 +1,7 @@
 #include "program/journalcommands.h"
 
+#include "rack/keptstates.h"
+
 #include "postgres/openstore.h"
 #include "postgres/postgresstore.h"
 #include "sqlitestore.h"
@@ -57,6 +59,7 @@ int runJournalCommand(const Options& options, const QString& journal)
         what = "this machine sells no more; frserver import on the other one takes";
     } else {
         sale::SqliteStore::moveIn(options.name, journal);
+        KeptStates(journal, sale::SqlStore::usualPatienceMs).resumeAll();
         what = "this machine goes on with what was in";
     }
     std::fprintf(stderr, "frserver: %s %s\n", what, qPrintable(options.name));
