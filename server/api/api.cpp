@@ -2,6 +2,7 @@
 
 #include "api/apiroute.h"
 #include "api/documentresponse.h"
+#include "api/documentview.h"
 #include "api/journalproblem.h"
 #include "api/place.h"
 #include "documentanswer.h"
@@ -209,6 +210,7 @@ QJsonObject Api::registerView(const Till& till) const
     if (!view.contains(QStringLiteral("pools")))
         view.insert(QStringLiteral("pools"), QJsonArray());
     view.insert(QStringLiteral("queue"), queueView(name));
+    view.insert(QStringLiteral("lastReceipt"), lastReceipt(*this, name));
     return view;
 }
 

@@ -14,12 +14,25 @@ using http::Answer;
 using http::Request;
 using http::Response;
 
+/// What a token that sells may not see of others is left out.
+QJsonObject viewFor(const Api& api, const Request& request, const Till& till)
+{
+    const QString member = QStringLiteral("lastReceipt");
+    QJsonObject view = api.registerView(till);
+    const QJsonObject last = view.value(member).toObject();
+    const QString id = last.value(QStringLiteral("id")).toString();
+    const QString pool = last.value(QStringLiteral("pool")).toString();
+    if (!id.isEmpty() && !rights::maySee(api, request, id, till.settings().name, pool))
+        view.insert(member, QJsonValue());
+    return view;
+}
+
 Answer listRegisters(Api& api, const Request& request)
 {
     QJsonArray registers;
     for (const auto& [name, till] : api.tills()) {
         if (rights::mayUse(request, name))
-            registers.append(api.registerView(*till));
+            registers.append(viewFor(api, request, *till));
     }
     QJsonArray missing;
     for (const QString& name : api.missingRegisters()) {
@@ -33,7 +46,7 @@ Answer listRegisters(Api& api, const Request& request)
 
 Answer showRegister(Api& api, const Request& request)
 {
-    return Response::json(api.registerView(tillOf(api, request)));
+    return Response::json(viewFor(api, request, tillOf(api, request)));
 }
 
 /// An empty body is one without members.

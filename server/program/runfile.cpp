@@ -82,6 +82,12 @@ void RunFile::tellKeptPlace(const QString& reason)
     write();
 }
 
+void RunFile::tell(Phase phase)
+{
+    m_running.phase = phase;
+    write();
+}
+
 void RunFile::write() const
 {
     if (m_file < 0)
@@ -89,7 +95,8 @@ void RunFile::write() const
     const QByteArray text = QJsonDocument(QJsonObject{{QStringLiteral("version"), m_running.version},
                                               {QStringLiteral("start"), m_running.start},
                                               {QStringLiteral("keptPlace"), m_running.keptPlace},
-                                              {QStringLiteral("reason"), m_running.reason}})
+                                              {QStringLiteral("reason"), m_running.reason},
+                                              {QStringLiteral("phase"), static_cast<int>(m_running.phase)}})
                                 .toJson(QJsonDocument::Compact)
         + '\n';
     // In its place, since the lock is that of this file. Who reads half of it reads it again.
@@ -113,6 +120,7 @@ RunFile::Running RunFile::read(const QString& journal)
     running.start = json.value(QStringLiteral("start")).toInteger();
     running.keptPlace = json.value(QStringLiteral("keptPlace")).toInt();
     running.reason = json.value(QStringLiteral("reason")).toString();
+    running.phase = static_cast<Phase>(json.value(QStringLiteral("phase")).toInt());
     return running;
 }
 

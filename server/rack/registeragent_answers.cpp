@@ -98,6 +98,7 @@ void RegisterAgent::opened(const QJsonObject& answer)
 {
     m_isOpen = true;
     m_failedStarts = 0;
+    m_hasPrinted = false;
     ++m_connections;
     // The next failure of the line waits longer still, unless something is made in between.
     m_retryAt = 0;
@@ -157,6 +158,7 @@ void RegisterAgent::made(const Request& request, const QJsonObject& answer)
     const QString kind = textOf(answer, "kind");
     if (held.isEmpty())
         m_failures.remove(request.id);
+    m_hasPrinted = m_hasPrinted || textOf(answer, "state") == QStringLiteral("issued");
     noteShift(request, answer);
     if (request.isOfShift)
         noteZReport(answer);

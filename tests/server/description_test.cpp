@@ -22,6 +22,7 @@ const AskRow askRows[] = {
     {"GET", "/v1/documents?limit=2&cursor=7", "", 200, "\"next\":\"5\""},
     {"GET", "/v1/documents?state=unknown,issued&register=till1", "", 200, "document:3"},
     {"GET", "/v1/documents?text=%D0%A5%D0%BB%D0%B5%D0%B1", "", 200, "document:1"},
+    {"GET", "/v1/documents?state=issued", "", 200, "\"total\":305.23"},
     {"GET", "/v1/documents?since=2031-01-01T00:00:00Z", "", 200, "\"documents\":[]"},
     {"GET", "/v1/documents?state=gone", "", 400, "queued, running"},
     {"GET", "/v1/documents?since=once", "", 400, "since"},
@@ -90,6 +91,9 @@ const AskRow askRows[] = {
     {"GET", "/readyz", "", 200, "\"till1\":\"ready\""},
     {"GET", "/metrics", "", 200,
         "frserver_documents_total{register=\"till1\",state=\"issued\",reason=\"\"} 3\n"},
+    {"GET", "/metrics", "", 200, "frserver_drive_warning{register=\"till1\",warning=\"resource\"} 1\n"},
+    {"GET", "/metrics", "", 200, "frserver_drive_last_document{register=\"till1\"} 117\n"},
+    {"GET", "/v1/registers/till1", "", 200, "\"lastReceipt\":{\"accepted\""},
 };
 
 class DescriptionTest : public ApiTest

@@ -17,6 +17,7 @@ class Work(ServicePageTest):
         self.service.post(SALE, "shop:0001")
         self.becomes(lambda: self.row("shop:0001"), "Sale", seconds(1))
         self.becomes(lambda: self.row("shop:0001"), "issued")
+        self.assertIn("305.23 ₽", self.row("shop:0001"))
         self.becomes(lambda: self.till(), "Sale, 305.23 ₽, no. 1 of shift 1")
         self.click("[data-id='shop:0001'] button")
         for expected in ("Sale", "Хлеб Бородинский", "305.23", "Attempt 1"):
@@ -163,6 +164,26 @@ class Work(ServicePageTest):
                 self.find(f"#search [name={control}] [value={value}]").click()
             stage.wait_for(lambda: ids() == expected)
         self.assertIn("Nothing was found", self.text("#none"))
+
+
+    def test_more(self):
+        self.works()
+        self.click("[data-register=till1] [data-do=hold]")
+        self.becomes(self.till, "paused")
+        for number in range(60):
+            self.service.post({"type": "cashIn", "sum": 1}, f"cash:{number:04}")
+        rows = lambda: len(self.find_all("#documents li"))
+        stage.wait_for(lambda: rows() == 50)
+        self.click("#more")
+        stage.wait_for(lambda: rows() == 60)
+        self.assertFalse(self.find("#more").is_displayed())
+        # What happens below the first page is seen, and new ones do not take its place.
+        self.service.ask("/documents/cash:0002", method="DELETE")
+        self.becomes(lambda: self.row("cash:0002"), "withdrawn")
+        self.service.post({"type": "cashIn", "sum": 1}, "cash:last")
+        self.becomes(lambda: self.row("cash:last"), "waiting")
+        self.assertEqual(61, rows())
+        self.assertIn("withdrawn", self.row("cash:0002"))
 
 
 class Persons(ServicePageTest):
