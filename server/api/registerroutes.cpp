@@ -14,14 +14,18 @@ using http::Answer;
 using http::Request;
 using http::Response;
 
-/// What a token that sells may not see of others is left out.
+/// Without what a token that sells may not see of others.
 QJsonObject viewFor(const Api& api, const Request& request, const Till& till)
 {
-    const QString member = QStringLiteral("lastReceipt");
     QJsonObject view = api.registerView(till);
-    const QString id = view.value(member).toObject().value(QStringLiteral("id")).toString();
-    if (!id.isEmpty() && !rights::maySee(api, request, id, till.settings().name))
-        view.insert(member, QJsonValue());
+    const auto hide = [&](const QString& member, const QString& id) {
+        if (!id.isEmpty() && !rights::maySee(api, request, id, till.settings().name))
+            view.insert(member, QJsonValue());
+    };
+    const QString receipt = QStringLiteral("lastReceipt");
+    const QString document = QStringLiteral("document");
+    hide(receipt, view.value(receipt).toObject().value(QStringLiteral("id")).toString());
+    hide(document, view.value(document).toString());
     return view;
 }
 
