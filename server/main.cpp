@@ -37,8 +37,11 @@ int checkConfig(const Options& options, const Configuration& configuration)
     std::printf("listens on %s, port %d\n", qPrintable(listen.address), listen.port);
     std::printf("journal %s\n", qPrintable(sale::shownPlace(journalOf(configuration))));
     for (const RegisterSettings& settings : configuration.registers)
-        std::printf("register %s on %s, %s\n", qPrintable(settings.name), qPrintable(settings.port),
-            qPrintable(receipt::protocolName(settings.protocol)));
+        std::printf("register %s on %s, %s%s\n", qPrintable(settings.name), qPrintable(settings.port),
+            qPrintable(receipt::protocolName(settings.protocol)),
+            settings.hasCashier()
+                ? ""
+                : "; no cashier: documents have to name theirs, and no Z report is made by itself");
     for (const PoolSettings& settings : configuration.pools)
         std::printf("pool %s of %s\n", qPrintable(settings.name),
             qPrintable(settings.registers.isEmpty() ? QStringLiteral("other services' registers")

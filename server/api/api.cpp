@@ -33,18 +33,22 @@ const QList<sale::DocumentState> openStates{
 void requireQueryNames(const ApiRoute& route, const http::Request& request)
 {
     QList<receipt::Finding> errors;
+    QStringList seen;
     for (const auto& [name, value] : request.query) {
-        if (!name.isEmpty() && !route.queryNames.contains(name))
-            errors.append(
-                {receipt::Finding::Error, name, value, QStringLiteral("is not known in this query")});
+        const bool isKnown = name.isEmpty() || route.queryNames.contains(name);
+        if (!isKnown || seen.contains(name))
+            errors.append({receipt::Finding::Error, name, value,
+                isKnown ? QStringLiteral("is asked for twice") : QStringLiteral("is not known")});
+        if (!name.isEmpty())
+            seen.append(name);
     }
     if (errors.isEmpty())
         return;
     const QString known = route.queryNames.isEmpty()
         ? QStringLiteral("nothing is asked for here")
         : QStringLiteral("there are ") + route.queryNames.join(QStringLiteral(", "));
-    throw http::Problem(
-        400, QStringLiteral("There is no %1 to ask for; %2.").arg(errors.constFirst().path, known))
+    const receipt::Finding& first = errors.constFirst();
+    throw http::Problem(400, QStringLiteral("%1 %2; %3.").arg(first.path, first.reason, known))
         .with(QStringLiteral("errors"), sale::findingsJson(errors))
         .with(QStringLiteral("warnings"), QJsonArray());
 }
@@ -353,6 +357,8 @@ void Api::registerChanged(const QString& name)
         m_registerChanged(name);
     noteMember(name, view);
     QJsonObject data = view;
+    // Not for everybody who may use the register.
+    data.remove(QStringLiteral("document"));
     data.insert(QStringLiteral("register"), name);
     m_events.publish("register", data);
     if (view.value(QStringLiteral("state")) == pausedState)

@@ -14,16 +14,19 @@ using http::Answer;
 using http::Request;
 using http::Response;
 
-/// What a token that sells may not see of others is left out.
+/// Without what a token that sells may not see of others.
 QJsonObject viewFor(const Api& api, const Request& request, const Till& till)
 {
-    const QString member = QStringLiteral("lastReceipt");
     QJsonObject view = api.registerView(till);
-    const QJsonObject last = view.value(member).toObject();
-    const QString id = last.value(QStringLiteral("id")).toString();
-    const QString pool = last.value(QStringLiteral("pool")).toString();
-    if (!id.isEmpty() && !rights::maySee(api, request, id, till.settings().name, pool))
-        view.insert(member, QJsonValue());
+    // Whoever may use the register sees what is made at it, whichever pool that came from.
+    const auto hide = [&](const QString& member, const QString& id) {
+        if (!id.isEmpty() && !rights::maySee(api, request, id, till.settings().name, {}))
+            view.insert(member, QJsonValue());
+    };
+    const QString receipt = QStringLiteral("lastReceipt");
+    const QString document = QStringLiteral("document");
+    hide(receipt, view.value(receipt).toObject().value(QStringLiteral("id")).toString());
+    hide(document, view.value(document).toString());
     return view;
 }
 

@@ -21,7 +21,8 @@ public:
     QJsonObject view() const override
     {
         return {{"state", state}, {"waiting", waiting.isEmpty() ? QJsonValue() : QJsonValue(waiting)},
-            {"connections", 2}, {"exchanges", QJsonObject{{"count", 3}, {"seconds", 1.5}}},
+            {"document", making.isEmpty() ? QJsonValue() : QJsonValue(making)}, {"connections", 2},
+            {"exchanges", QJsonObject{{"count", 3}, {"seconds", 1.5}}},
             {"condition",
                 QJsonObject{{"unsent", 4}, {"driveUntil", "2031-01-01"}, {"driveWarnings", 2},
                     {"lastDocument", 117}}},
@@ -44,6 +45,7 @@ public:
     bool isOwner = true;
     QString state = "ready";
     QString waiting;
+    QString making;
     /// From the pool.
     QString absent;
     QStringList told;
