@@ -15,6 +15,8 @@
 #include "postgres/openstore.h"
 #include "queueddocument.h"
 #include "registerstart.h"
+#include "review.h"
+#include "reviewneeded.h"
 #include "testdrive.h"
 #include "wrongregister.h"
 
@@ -188,6 +190,20 @@ QJsonObject WorkerSession::condition()
     return {{QStringLiteral("condition"), conditionJson()}};
 }
 
+/// By the number that was told with the condition alone; before each document more is compared.
+QString WorkerSession::unknownDocuments(quint32 lastDocument)
+{
+    if (!m_settings.isExclusive)
+        return {};
+    try {
+        sale::requireKnown(
+            m_connection->driver(), journal(), {.drive = m_drive, .lastDocument = lastDocument});
+        return {};
+    } catch (const sale::ReviewNeeded& needed) {
+        return QString::fromUtf8(needed.what());
+    }
+}
+
 QJsonObject WorkerSession::open(bool opensShift)
 {
     close();
@@ -199,6 +215,9 @@ QJsonObject WorkerSession::open(bool opensShift)
         const QDateTime since = isShiftOpen ? shiftSince(journal(), m_drive) : QDateTime();
         return {{QStringLiteral("identity"), identityJson(m_connection->driver(), m_drive)},
             {QStringLiteral("condition"), condition}, {QStringLiteral("settled"), settled},
+            {QStringLiteral("unknown"),
+                unknownDocuments(
+                    static_cast<quint32>(condition.value(QStringLiteral("lastDocument")).toInteger()))},
             {QStringLiteral("shift"),
                 QJsonObject{{QStringLiteral("open"), isShiftOpen},
                     {QStringLiteral("since"), sale::momentJson(since)}}}};

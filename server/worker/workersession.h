@@ -34,8 +34,9 @@ public:
         const std::function<void()>& waitCallback);
 
     /// Reaches the register anew: compares it and its drive before anything is asked of documents, settles
-    /// what was begun, initialises it. "identity", "condition", "shift" ("open", "since"), "settled" (ids).
-    /// On a failure the port is closed.
+    /// what was begun, initialises it. "identity", "condition", "shift" ("open", "since"), "settled" (ids),
+    /// "unknown": what the drive has that the journal does not know, in words, empty for nothing. On a
+    /// failure the port is closed.
     QJsonObject open(bool opensShift);
     void close();
     /// The document that waits under that id: "state" and "kind" of the failure, "text"; "held" (see
@@ -58,6 +59,7 @@ private:
     void requireConnection() const;
     sale::CashDesk& desk(bool opensShift);
     QString readDrive();
+    QString unknownDocuments(quint32 lastDocument);
     void requireDrive(const QString& drive);
     QJsonArray reach(sale::CashDesk& desk);
     QJsonObject conditionJson();
