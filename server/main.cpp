@@ -7,6 +7,7 @@
 #include "program/journalcommands.h"
 #include "program/options.h"
 #include "program/places.h"
+#include "program/runfile.h"
 #include "program/say.h"
 #include "program/service.h"
 #include "program/serving.h"
@@ -84,6 +85,9 @@ int run(const Options& options)
     case Options::Command::Export:
     case Options::Command::Import:
     case Options::Command::Migrate:
+    case Options::Command::Restored:
+        if (options.command == Options::Command::Restored)
+            requireNobodyServes(runPlaceOf(options, configuration));
         return runJournalCommand(options, journalOf(configuration));
     default:
         break;
