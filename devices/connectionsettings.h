@@ -22,6 +22,8 @@ struct ConnectionSettings
     QStringList plugins = {};
     /// How long to wait for a port that another program has.
     int waitSeconds = 0;
+    /// The port is this program's by another connection, which outlives this one: a second one beside it.
+    bool isLockHeld = false;
     /// See StreamDevice::setWaitCallback; also called while the port is waited for. May be empty.
     std::function<void()> waitCallback = {};
     /// See StreamDevice::setSilenceCallback. May be empty.

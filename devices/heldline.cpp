@@ -46,7 +46,8 @@ HeldLine::HeldLine(const ConnectionSettings& settings)
 {
     if (!m_device)
         throw ConnectionError(ConnectionError::NoPort, tr("\"%1\" names no port").arg(settings.port));
-    lockPort(settings);
+    if (!settings.isLockHeld)
+        lockPort(settings);
     open(settings);
 }
 

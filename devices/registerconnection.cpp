@@ -47,6 +47,11 @@ bool RegisterConnection::isBudgetSpent() const
     return m_line->device().isBudgetSpent();
 }
 
+bool RegisterConnection::hasInput(int milliseconds)
+{
+    return m_line->device().waitForReadyRead(milliseconds);
+}
+
 void RegisterConnection::leaveIdle()
 {
     m_line->leaveIdle();

@@ -40,6 +40,8 @@ public:
     std::optional<LineErrors> lineErrors() const;
     /// See StreamDevice::setBudget.
     bool isBudgetSpent() const;
+    /// Whether anything comes, within so many milliseconds, that nobody has read yet.
+    bool hasInput(int milliseconds);
     /// To be called when the last exchange is over: the next program need not wait for an answer to this one.
     void leaveIdle();
 

@@ -8,6 +8,7 @@
 #include "messages.h"
 #include "options.h"
 #include "portlisting.h"
+#include "portname.h"
 #include "serialdevicefactory.h"
 #include "streamdevice.h"
 #include "texttable.h"
@@ -43,8 +44,10 @@ void askPort(DetectedPort& port, const Options& options, LineTrace* trace)
     for (const QString& protocol : protocolsOf(options)) {
         port.probes.append(probe(options, port.info.path, protocol, trace));
         if (isSettled(port.probes.constLast()))
-            return;
+            break;
     }
+    if (port.found() != nullptr && devices::isTcpName(port.info.path))
+        port.secondConnection = trySecondConnection(options, *port.found(), trace);
 }
 
 QStringList namedPorts(const Options& options)

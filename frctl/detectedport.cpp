@@ -60,6 +60,36 @@ QString foundLine(const Probe& probe)
             found.inn.isEmpty() ? QString() : tr(", INN ") + found.inn, probe.protocol);
 }
 
+QStringList secondConnectionLines(const DetectedPort& port)
+{
+    if (!devices::isTcpName(port.info.path))
+        return {};
+    return {port.info.path + QStringLiteral(": ") + secondConnectionText(port.secondConnection)};
+}
+
+/// Nothing where it is not known: a line is this machine's, by its lock.
+std::optional<bool> isExclusive(const DetectedPort& port)
+{
+    if (!port.secondConnection)
+        return std::nullopt;
+    return *port.secondConnection == SecondConnection::EndsTheFormer;
+}
+
+QStringList exclusiveLines(const DetectedPort& port)
+{
+    if (!devices::isTcpName(port.lastingName()))
+        return {QStringLiteral("exclusive = yes")};
+    const std::optional<bool> exclusive = isExclusive(port);
+    if (!exclusive)
+        return {QStringLiteral("# exclusive = yes")}; // untranslated: a file
+    if (!*exclusive)
+        return {QStringLiteral("exclusive = no")};
+    // Who else may reach a network address nobody here knows.
+    // untranslated: a file
+    return {QStringLiteral("# \"no\" where others than services with this journal work it"),
+        QStringLiteral("exclusive = yes")};
+}
+
 /// What both configurations call by the same names.
 QStringList identityLines(const DetectedPort& port)
 {
@@ -97,7 +127,7 @@ QStringList portLines(const DetectedPort& port)
     if (!port.holders.isEmpty())
         return {tr("%1: not asked, %2 works it").arg(port.info.path, holdersText(port.holders))};
     if (port.found() != nullptr)
-        return {foundLine(*port.found())};
+        return QStringList{foundLine(*port.found())} + secondConnectionLines(port);
     if (port.isAtWork()) {
         const Probe& probe = port.probes.constLast();
         return {tr("%1: no answer over %2: %3").arg(probe.port, probe.protocol, likelyCause(probe))};
@@ -116,6 +146,7 @@ QJsonObject portJson(const DetectedPort& port, qsizetype number)
     for (const Probe& probe : port.probes)
         attempts.append(attemptJson(probe));
     const bool isFound = port.found() != nullptr;
+    const std::optional<bool> exclusive = isExclusive(port);
     return {{QStringLiteral("port"), info.path},
         {QStringLiteral("manufacturer"), sale::textOrNull(info.manufacturer)},
         {QStringLiteral("description"), sale::textOrNull(info.description)},
@@ -126,7 +157,9 @@ QJsonObject portJson(const DetectedPort& port, qsizetype number)
         {QStringLiteral("byPath"), sale::textOrNull(info.byPath)},
         {QStringLiteral("lastingName"), port.lastingName()},
         {QStringLiteral("holders"), holdersJson(port.holders)},
-        {QStringLiteral("register"), foundJson(port.found())}, {QStringLiteral("attempts"), attempts},
+        {QStringLiteral("register"), foundJson(port.found())},
+        {QStringLiteral("exclusive"), exclusive ? QJsonValue(*exclusive) : QJsonValue()},
+        {QStringLiteral("attempts"), attempts},
         {QStringLiteral("command"), isFound ? QJsonValue(commandLineFor(port)) : QJsonValue()},
         {QStringLiteral("section"),
             isFound ? QJsonValue(sectionFor(port, number).join(QLatin1Char('\n'))) : QJsonValue()},
@@ -148,14 +181,12 @@ QStringList sectionFor(const DetectedPort& port, qsizetype number)
 
 QStringList serviceSectionFor(const DetectedPort& port, qsizetype number)
 {
-    // Who else may reach a network address nobody here knows.
-    const bool isLine = !devices::isTcpName(port.lastingName());
     // untranslated: a file
     return QStringList{QStringLiteral("[register till%1]").arg(number)}
     + identityLines(port)
         // untranslated: a file
-        + QStringList{isLine ? QStringLiteral("exclusive = yes") : QStringLiteral("# exclusive = yes"),
-            QStringLiteral("# cashier = Иванова А. П."),
+        + exclusiveLines(port)
+        + QStringList{QStringLiteral("# cashier = Иванова А. П."),
             QStringLiteral("# allow-test-drive = yes")}; // untranslated: a file
 }
 

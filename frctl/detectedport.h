@@ -3,6 +3,7 @@
 #include "portholders.h"
 #include "portinfo.h"
 #include "registerprobe.h"
+#include "secondconnection.h"
 
 #include <QJsonObject>
 #include <QStringList>
@@ -17,6 +18,9 @@ struct DetectedPort
     QList<devices::PortHolder> holders = {};
     /// The last one has found the register, if any has.
     QList<Probe> probes = {};
+
+    /// Nothing but for a register behind a TCP port, and there when it could not be tried.
+    std::optional<SecondConnection> secondConnection = {};
 
     /// Null without one.
     const Probe* found() const

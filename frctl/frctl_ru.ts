@@ -354,6 +354,26 @@ Try frctl help%1.</source>
         <translation>Для ~/.config/frspf/frctl.ini или /etc/frspf/frctl.ini:</translation>
     </message>
     <message>
+        <source>%1: trying a second connection</source>
+        <translation>%1: проверка второго подключения</translation>
+    </message>
+    <message>
+        <source>what it makes of a second connection could not be found out</source>
+        <translation>как касса принимает второе подключение, выяснить не удалось</translation>
+    </message>
+    <message>
+        <source>a new connection ends the former one</source>
+        <translation>новое подключение обрывает прежнее</translation>
+    </message>
+    <message>
+        <source>a second connection is not served while there is one</source>
+        <translation>второе подключение не обслуживается, пока есть первое</translation>
+    </message>
+    <message>
+        <source>a second connection is served beside the first one</source>
+        <translation>второе подключение обслуживается наряду с первым</translation>
+    </message>
+    <message>
         <source>no serial ports; a pty or tcp:host:port can be named</source>
         <translation>последовательных портов нет; можно назвать pty или tcp:host:port</translation>
     </message>

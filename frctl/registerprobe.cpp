@@ -20,9 +20,6 @@ namespace frctl {
 
 namespace {
 
-/// A register answers the first question within a second or two; a driver would ask for a minute and more.
-constexpr int probeMs = 4000;
-
 class LineWatch : public PassingObserver
 {
 public:
@@ -57,20 +54,12 @@ QString innOf(AbstractFrDriver& driver)
     }
 }
 
-FoundRegister identify(AbstractFrDriver& driver, bool isHex)
-{
-    driver.connect();
-    const DeviceInfo info = driver.getDeviceInfo();
-    return {info.getModelName(), info.getNumber().trimmed(), info.getFirmwareVersion(),
-        isHex ? innOf(driver) : QString()};
-}
-
 void askOver(const devices::ConnectionSettings& settings, const LineWatch& watch, Probe& probe)
 {
     devices::RegisterConnection connection(settings);
     probe.isAsked = true;
     try {
-        probe.found = identify(connection.driver(), probe.protocol == QStringLiteral("HEX"));
+        probe.found = identify(connection.driver(), probe.protocol);
         connection.leaveIdle();
     } catch (const BasicException& error) {
         probe.failure = error.tr().ru();
@@ -91,17 +80,32 @@ bool hasLineErrors(const Probe& probe)
 
 } // namespace
 
+devices::ConnectionSettings probeSettings(
+    const Options& options, const QString& port, const QString& protocol)
+{
+    devices::ConnectionSettings settings = options.connection();
+    settings.port = port;
+    settings.protocol = protocol;
+    settings.waitCallback = throwIfInterrupted;
+    settings.budgetMs = probeMs;
+    return settings;
+}
+
+FoundRegister identify(AbstractFrDriver& driver, const QString& protocol)
+{
+    driver.connect();
+    const DeviceInfo info = driver.getDeviceInfo();
+    return {info.getModelName(), info.getNumber().trimmed(), info.getFirmwareVersion(),
+        protocol == QStringLiteral("HEX") ? innOf(driver) : QString()};
+}
+
 Probe probe(const Options& options, const QString& port, const QString& protocol, LineTrace* trace)
 {
     const Progress progress(tr("%1: asking over %2").arg(port, protocol));
     if (trace != nullptr)
         trace->note(port + QLatin1Char(' ') + protocol);
     LineWatch watch(trace);
-    devices::ConnectionSettings settings = options.connection();
-    settings.port = port;
-    settings.protocol = protocol;
-    settings.waitCallback = throwIfInterrupted;
-    settings.budgetMs = probeMs;
+    devices::ConnectionSettings settings = probeSettings(options, port, protocol);
     settings.observer = &watch;
     Probe probe{.port = port, .protocol = protocol};
     try {

@@ -1,15 +1,21 @@
 #pragma once
 
+#include "connectionsettings.h"
 #include "lineerrors.h"
 
 #include <QString>
 
 #include <optional>
 
+class AbstractFrDriver;
+
 namespace frctl {
 
 class LineTrace;
 struct Options;
+
+/// A register answers the first question within a second or two; a driver would ask for a minute and more.
+constexpr int probeMs = 4000;
 
 /// What a register tells of itself when it is connected to.
 struct FoundRegister
@@ -48,6 +54,11 @@ struct Probe
 /// has open stays so. It lasts for some seconds at most. What goes over the line stands in the trace, which
 /// may be null. Throws Interrupted, and devices::ConnectionError without a plugin.
 Probe probe(const Options& options, const QString& port, const QString& protocol, LineTrace* trace);
+/// For a question to the register of that port, which must not last.
+devices::ConnectionSettings probeSettings(
+    const Options& options, const QString& port, const QString& protocol);
+/// Asks who the register is, which changes nothing. Throws what the driver throws.
+FoundRegister identify(AbstractFrDriver& driver, const QString& protocol);
 /// What a probe without an answer is likely to mean, and what to look at.
 QString likelyCause(const Probe& probe);
 

@@ -37,13 +37,19 @@ public:
     void begin();
     void setHands(const Hands& hands) { m_hands = hands; }
     void setSnapshots(std::unique_ptr<Snapshots> snapshots) { m_snapshots = std::move(snapshots); }
-    void setLine(const QString& line) { m_line = line; }
+    /// The rule is that of a TCP port for a second connection; empty for another line.
+    void setLine(const QString& line, const QString& tcpConnections)
+    {
+        m_line = line;
+        m_tcpConnections = tcpConnections;
+    }
     /// The register works no more, since what it did last could not be kept and is not told.
     void stop(const QString& why);
     /// @}
 
     int number() const { return m_number; }
     const QString& line() const { return m_line; }
+    const QString& tcpConnections() const { return m_tcpConnections; }
     Register& device() { return m_device; }
     const Register& device() const { return m_device; }
     FaultDesk& faults() { return m_faults; }
@@ -104,6 +110,7 @@ private:
     Hands m_hands;
     std::unique_ptr<Snapshots> m_snapshots;
     QString m_line;
+    QString m_tcpConnections;
     ExchangeLog m_exchanges;
     TapeLog m_tape;
     DocumentArchive m_documents;

@@ -126,6 +126,7 @@ QJsonObject whole(const Desk& desk)
 {
     const Register& device = desk.device();
     return {{QStringLiteral("register"), desk.number()}, {QStringLiteral("line"), desk.line()},
+        {QStringLiteral("tcpConnections"), jsonvalues::textOrNull(desk.tcpConnections())},
         {QStringLiteral("version"), QCoreApplication::applicationVersion()},
         {QStringLiteral("identity"), identity(device)},
         {QStringLiteral("registration"), registration(device.state().registration)},

@@ -45,6 +45,10 @@ void describe(QCommandLineParser& parser)
             QStringLiteral("LINK")},
         {QStringLiteral("tcp"), QStringLiteral("TCP port on this machine, 0 for any that is free."),
             QStringLiteral("PORT")},
+        {QStringLiteral("tcp-connections"),
+            QStringLiteral(
+                "Whom a TCP port serves that a second host connects to: last, first or both (last)."),
+            QStringLiteral("WHICH")},
         {QStringLiteral("protocol"),
             QStringLiteral("HEX, XML, or auto: whatever the host begins with (auto)."),
             QStringLiteral("NAME")},
@@ -244,6 +248,12 @@ QString readLine(const QCommandLineParser& parser, Options& options)
     options.link = parser.value(QStringLiteral("pty"));
     if ((hasLink && options.port) || !(hasLine(parser) || options.isWithoutLine))
         return QStringLiteral("give one of --pty and --tcp, or --panel");
+    if (const QString name = QStringLiteral("tcp-connections"); parser.isSet(name)) {
+        const std::optional<TcpConnections> rule = tcpConnectionsNamed(parser.value(name));
+        if (!rule || !options.port)
+            return QStringLiteral("--tcp-connections is last, first or both, and goes with --tcp");
+        options.connections = *rule;
+    }
     return hasLink && options.link.isEmpty() ? QStringLiteral("--pty is the name of a link") : QString();
 }
 

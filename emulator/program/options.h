@@ -2,6 +2,7 @@
 
 #include "line/faultplan.h"
 #include "program/protocolswitch.h"
+#include "program/tcpconnections.h"
 
 #include <QStringList>
 
@@ -13,6 +14,7 @@ struct Options
     /// Of the pseudo terminal that is the line where there is no port; empty for none.
     QString link;
     std::optional<quint16> port;
+    TcpConnections connections = TcpConnections::Last;
     int baudRate = 0;
     emulator::ProtocolChoice protocol = emulator::ProtocolChoice::Auto;
     QString tapeFile;

@@ -98,6 +98,7 @@ emulator::panel::Hands Station::hands()
     hands.dropLine = [this] {
         m_outbox.clear();
         m_protocol.forget();
+        m_line->settle();
     };
     if (m_memory)
         hands.documents
@@ -129,19 +130,20 @@ QString Station::open()
     if (!error.isEmpty())
         return error;
     if (m_desk != nullptr)
-        m_desk->setLine(address());
+        m_desk->setLine(address(), m_options.port ? nameOf(m_options.connections) : QString());
     connect(m_line, &Line::received, this, [this](const QByteArray& bytes) { receive(bytes); });
     connect(m_line, &Line::connected, this, [this] {
         if (m_trace)
             m_trace->connected();
     });
+    connect(m_line, &Line::changed, this, [this] { m_protocol.forget(); });
     return {};
 }
 
 QString Station::openLine()
 {
     if (m_options.port) {
-        auto* const line = new TcpLine(*m_options.port, this);
+        auto* const line = new TcpLine(*m_options.port, m_options.connections, this);
         m_line = line;
         return line->error();
     }
@@ -210,8 +212,14 @@ void Station::togglePaper()
 void Station::receive(const QByteArray& bytes)
 {
     trace(trace::Direction::ToRegister, bytes);
-    if (!m_register.isPowered())
-        return;
+    if (m_register.isPowered())
+        work(bytes);
+    if (!m_outbox.nextDue())
+        m_line->settle();
+}
+
+void Station::work(const QByteArray& bytes)
+{
     // In pieces: pages are kept for so many documents only until they are on the disk, and a request that
     // makes one may be as short as 12 bytes.
     constexpr qsizetype piece = 3000;
@@ -271,6 +279,8 @@ void Station::pump()
     }
     if (const std::optional<qint64> due = m_outbox.nextDue())
         m_timer.start(static_cast<int>(qMax<qint64>(1, *due - m_clock.milliseconds())));
+    else
+        m_line->settle();
 }
 
 QString Station::openTrace()

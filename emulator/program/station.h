@@ -47,6 +47,7 @@ private:
     void append(QFile& file, const QByteArray& text);
     void showOutput();
     void receive(const QByteArray& bytes);
+    void work(const QByteArray& bytes);
     /// Keeps what has changed, and only then lets tape and journal have it. What cannot be kept ends the
     /// register before anybody is told of it, as a loss of power would; false then.
     bool keep();

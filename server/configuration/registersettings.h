@@ -40,7 +40,9 @@ struct RegisterSettings
     QTime shiftClose = {};
     /// Seconds; 0 for any time.
     int startBefore = 120;
-    /// No other program works it but those that take its lock on this machine.
+    /// No other program works it but those that take its lock on this machine. Over TCP also: those of other
+    /// machines keep the same journal, and a new connection ends the former one, so that whoever was
+    /// connected before can make no document any more.
     bool isExclusive = true;
     bool allowsTestDrive = false;
     ClockRule clock = ClockRule::Warn;

@@ -41,6 +41,37 @@ public:
     QProcess process;
 };
 
+/// A host that stays connected.
+class TcpHost
+{
+public:
+    /// Another one's answers are none for it.
+    TcpHost(quint16 port, int firstCommand)
+    {
+        for (int command = 0; command < firstCommand; ++command)
+            m_rig.frame({0xA7, {}});
+        m_socket.connectToHost("127.0.0.1", port);
+        m_socket.waitForConnected(patience);
+    }
+    void ask()
+    {
+        m_socket.write(m_rig.frame({0xA7, {}}));
+        m_socket.flush();
+    }
+    /// Its code; -1 when the connection was cut instead.
+    int answer()
+    {
+        QByteArray bytes;
+        while (m_rig.parse(bytes).code < 0 && m_socket.waitForReadyRead(patience))
+            bytes += m_socket.readAll();
+        return m_rig.parse(bytes).code;
+    }
+
+private:
+    Rig m_rig;
+    QTcpSocket m_socket;
+};
+
 /// Sends requests, each by a connection of its own, as of hosts that come and go; gives the last answer.
 inline Reply sendAll(const QString& ready, const QList<int>& commands)
 {

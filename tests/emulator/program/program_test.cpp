@@ -70,6 +70,32 @@ TEST(Program, ServesTcpAndWritesJournalAndTape)
     EXPECT_EQ(program.process.readAllStandardOutput(), tape.readAll());
 }
 
+TEST(Program, ServesOfTwoHostsWhomItIsToldTo)
+{
+    const struct
+    {
+        const char* rule;
+        bool isFormerServed;
+        bool isLatterServed;
+    } rows[] = {{"last", false, true}, {"first", true, false}, {"both", true, true}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.rule);
+        // Of the third answer the pieces come with the other host's question between them.
+        Program program({"--tcp", "0", "--tcp-connections", row.rule, "--faults", "split@3"});
+        const quint16 port = program.ready().section(':', -1).toUShort();
+        TcpHost former(port, 0);
+        former.ask();
+        EXPECT_EQ(former.answer(), 0);
+        TcpHost latter(port, 50);
+        latter.ask();
+        EXPECT_EQ(latter.answer(), row.isLatterServed ? 0 : -1);
+        former.ask();
+        latter.ask();
+        EXPECT_EQ(former.answer(), row.isFormerServed ? 0 : -1);
+        EXPECT_EQ(latter.answer(), row.isLatterServed ? 0 : -1);
+    }
+}
+
 TEST(Program, ShowsTheDocumentsOfAStateThatIsInUse)
 {
     const QTemporaryDir folder;
@@ -314,6 +340,8 @@ TEST(Program, ExitStatusesAndMessages)
         {{}, 2, "give one of --pty and --tcp, or --panel"},
         {{"--panel", "0", "--pty", ""}, 2, "--pty is the name of a link"},
         {{"--tcp", "0", "--pty", "x"}, 2, "give one of --pty and --tcp"},
+        {{"--pty", "x", "--tcp-connections", "both"}, 2, "--tcp-connections is last, first or both"},
+        {{"--tcp", "0", "--tcp-connections", "all"}, 2, "--tcp-connections is last, first or both"},
         {{"--tcp", "65536"}, 2, "--tcp must be a number from 0 to 65535"},
         {{"--tcp", "0", "--protocol", "hex"}, 2, "--protocol is HEX, XML or auto"},
         {{"--tcp", "0", "--faults", "fire@1"}, 2, "no such fault: \"fire@1\""},
