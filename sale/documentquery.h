@@ -17,12 +17,16 @@ struct DocumentQuery
         Newest,
         /// The one that was begun last is the first; those that were never begun, or were taken over from a
         /// former journal, are left out.
-        LastBegun
+        LastBegun,
+        /// Register by register, each in the order of acceptance: the quickest one for those that are open.
+        ByRegister
     };
 
     QString id = {};
     QList<DocumentState> states = {};
     QString registerName = {};
+    /// Accepted for that pool, whichever register has claimed it since.
+    QString pool = {};
     QString drive = {};
     quint32 documentNumber = 0;
     /// Accepted then or later.
@@ -33,14 +37,17 @@ struct DocumentQuery
     QString returnOf = {};
     /// A part of the id or of the body; Latin letters in either case.
     QString text = {};
-    /// Behind this place in the order of acceptance.
+    /// Behind this place in the order of acceptance; by register, behind it among those of afterRegister.
     qint64 after = 0;
+    QString afterRegister = {};
     /// In front of that one; 0 for all.
     qint64 before = 0;
     /// 0 for all.
     int limit = 0;
     Order order = Oldest;
     bool withAttempts = true;
+    /// Bodies may be long, and many.
+    bool withBodies = true;
 };
 
 } // namespace sale

@@ -18,7 +18,7 @@ struct DocumentRequest
     QString kind;
     /// What it was made of, mostly JSON text.
     QByteArray body;
-    /// The register that is to make it, as the host names it.
+    /// The register that is to make it, as the host names it; empty for one that waits in a pool.
     QString registerName;
     /// Marked goods, each by what its code names (receipt::markIdentity).
     QStringList goods = {};
@@ -26,6 +26,10 @@ struct DocumentRequest
     QDateTime startBefore = {};
     /// The id of the sale whose goods come back; empty for one that is not said to be of ours.
     QString returnOf = {};
+    /// Any register of that pool is to make it; empty for one that is meant for its register.
+    QString pool = {};
+    /// Nothing of it is printed.
+    bool isPaperless = false;
 };
 
 /// Of a document that is no receipt: the body has its kind as "type" beside the details. An empty id makes

@@ -40,6 +40,7 @@ private:
     bool isReady() const;
     /// Whether it has what came to the format later.
     bool isComplete() const;
+    bool hasColumn(const char* name) const;
     void makeTables();
     void keepFormer() const;
     void addLater();

@@ -6,6 +6,9 @@
 
 #include <QSqlQuery>
 
+#include <algorithm>
+#include <iterator>
+
 namespace sale {
 
 namespace {
@@ -44,12 +47,25 @@ constexpr const char* schemaStatements[] = {
 
 // What came to the format later, for new files and for those of releases before. Nothing is ever taken away,
 // and no column may be NOT NULL without a default.
-constexpr const char* laterColumns[] = {"queued TEXT", "return_of TEXT"};
+constexpr const char* laterColumns[][2] = {{"queued", "TEXT"}, {"return_of", "TEXT"},
+    {"pool", "TEXT NOT NULL DEFAULT ''"}, {"claimed", "TEXT"}, {"paperless", "INTEGER NOT NULL DEFAULT 0"}};
 constexpr const char* laterIndices[] = {
-    "CREATE INDEX documents_by_sale ON documents (return_of) WHERE return_of IS NOT NULL",
+    "CREATE INDEX IF NOT EXISTS documents_by_sale ON documents (return_of) WHERE return_of IS NOT NULL",
     // Lists of a long journal, page by page.
-    "CREATE INDEX documents_by_place ON documents (register, sequence)",
-    "CREATE INDEX documents_by_state ON documents (register, state, sequence)",
+    "CREATE INDEX IF NOT EXISTS documents_by_place ON documents (register, sequence)",
+    "CREATE INDEX IF NOT EXISTS documents_by_state ON documents (register, state, sequence)",
+    // What waits in pools, what was claimed of it, and what may expire: of a long queue the first ones alone
+    // are looked at.
+    "CREATE INDEX IF NOT EXISTS documents_of_pools ON documents (pool, sequence + 0) "
+    "WHERE state = 'queued' AND register = ''",
+    "CREATE INDEX IF NOT EXISTS documents_of_pools_paperless ON documents (pool, sequence + 0) "
+    "WHERE state = 'queued' AND register = '' AND paperless",
+    "CREATE INDEX IF NOT EXISTS documents_claimed ON documents (register) "
+    "WHERE state = 'queued' AND register <> '' AND pool <> ''",
+    "CREATE INDEX IF NOT EXISTS documents_expiring ON documents (start_before) "
+    "WHERE state = 'queued' AND start_before IS NOT NULL",
+    "CREATE INDEX IF NOT EXISTS documents_ahead ON documents (queued) "
+    "WHERE state = 'queued' AND start_before IS NOT NULL",
 };
 // Until then nothing waited in a journal but for the moment before it was begun: what a program left so when
 // it was killed must not be sold now, unasked.
@@ -141,8 +157,15 @@ bool SqliteStore::isReady() const
 
 bool SqliteStore::isComplete() const
 {
+    return std::all_of(std::begin(laterColumns), std::end(laterColumns),
+        [this](const auto& column) { return hasColumn(column[0]); });
+}
+
+bool SqliteStore::hasColumn(const char* name) const
+{
     return m_connection
-        .value(QStringLiteral("SELECT 1 FROM pragma_table_info('documents') WHERE name = 'return_of'"))
+        .value(QStringLiteral("SELECT 1 FROM pragma_table_info('documents') WHERE name = ?"),
+            {QString::fromLatin1(name)})
         .isValid();
 }
 
@@ -180,12 +203,16 @@ void SqliteStore::keepFormer() const
 
 void SqliteStore::addLater()
 {
-    for (const char* const column : laterColumns)
-        m_connection.execute(
-            QStringLiteral("ALTER TABLE documents ADD COLUMN ") + QString::fromLatin1(column));
+    const bool hadQueue = hasColumn(laterColumns[0][0]);
+    for (const auto& [name, type] : laterColumns) {
+        if (!hasColumn(name))
+            m_connection.execute(QStringLiteral("ALTER TABLE documents ADD COLUMN %1 %2")
+                                     .arg(QLatin1String(name), QLatin1String(type)));
+    }
     for (const char* const index : laterIndices)
         m_connection.execute(QString::fromLatin1(index));
-    m_connection.execute(QString::fromLatin1(endLeftovers), {storedNow()});
+    if (!hadQueue)
+        m_connection.execute(QString::fromLatin1(endLeftovers), {storedNow()});
 }
 
 bool SqliteStore::isTakenOver(const QString& name) const

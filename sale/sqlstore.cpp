@@ -86,10 +86,10 @@ void SqlStore::insert(const DocumentRequest& request)
     m_sql.execute(
         QStringLiteral(
             "INSERT INTO documents (id, register, kind, body, digest, state, accepted, start_before, "
-            "queued, return_of) VALUES (?, ?, ?, ?, ?, 'queued', ?, ?, ?, ?)"),
+            "queued, return_of, pool, paperless) VALUES (?, ?, ?, ?, ?, 'queued', ?, ?, ?, ?, ?, ?)"),
         {request.id, neverNull(request.registerName), request.kind,
             neverNull(QString::fromUtf8(request.body)), digest, now, storedTime(request.startBefore), now,
-            nullIfEmpty(request.returnOf)});
+            nullIfEmpty(request.returnOf), neverNull(request.pool), request.isPaperless});
     writeGoods(request);
 }
 
@@ -107,9 +107,11 @@ void SqlStore::renew(const StoredDocument& known, const DocumentRequest& request
     update(request.id,
         QStringLiteral("register = ?, kind = ?, body = ?, digest = ?, state = 'queued', "
                        "reason = '', start_before = ?, settled = NULL, resolved_by = NULL, "
-                       "resolved_note = NULL, anonymised = NULL, queued = ?, return_of = ?"),
+                       "resolved_note = NULL, anonymised = NULL, queued = ?, return_of = ?, "
+                       "pool = ?, paperless = ?, claimed = NULL"),
         {neverNull(request.registerName), request.kind, neverNull(QString::fromUtf8(request.body)), digest,
-            storedTime(request.startBefore), storedNow(), nullIfEmpty(request.returnOf)});
+            storedTime(request.startBefore), storedNow(), nullIfEmpty(request.returnOf),
+            neverNull(request.pool), request.isPaperless});
     writeGoods(request);
 }
 
@@ -149,6 +151,9 @@ std::optional<int> SqlStore::start(const QString& id, const AttemptStart& start)
         throw wrongOrder(id, QStringLiteral("is done or under way"));
     if (!start.registerName.isEmpty() && known->request.registerName != start.registerName)
         throw wrongOrder(id, QStringLiteral("is of the register %1").arg(known->request.registerName));
+    // Whoever begins it without a name would leave it without a register.
+    if (known->request.registerName.isEmpty() && !known->request.pool.isEmpty())
+        throw wrongOrder(id, QStringLiteral("waits in the pool %1").arg(known->request.pool));
     if (isTimeOver(*known, timeFromStored(storedNow()))) {
         end(id, StateReason::Expired);
         return std::nullopt;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "documentpools.h"
 #include "documentstore.h"
 #include "journalerror.h"
 #include "sqlconnection.h"
@@ -10,7 +11,7 @@
 namespace sale {
 
 /// The journal in a database: what is the same in all of them.
-class SqlStore : public DocumentStore
+class SqlStore : public DocumentStore, public DocumentPools
 {
 public:
     static constexpr int usualPatienceMs = 10'000;
@@ -27,6 +28,10 @@ public:
     StoredDocument refuse(const QString& id, const AttemptNote& note) override;
     QStringList expire(const QDateTime& now) override;
     void requireRoom() override;
+    std::optional<StoredDocument> claim(const PoolClaim& claim) override;
+    QStringList giveBack(const QString& registerName) override;
+    QStringList giveBackStale(std::chrono::seconds age) override;
+    StoredDocument moveToPool(const QString& id, const QString& pool) override;
 
     /// Where it is, as it is told to people.
     virtual QString place() const = 0;
@@ -54,6 +59,15 @@ protected:
     void take(const DocumentRequest& request, const Condition& condition);
     void end(const QString& id, StateReason reason);
 
+    /// Those of a whole document, for documents().
+    QString columns(bool withBodies = true) const;
+    QList<StoredDocument> documents(const QString& statement, const QVariantList& values) const;
+    /// Which of its pools has the document that it gets; empty when none has one.
+    QString poolOfFirst(const PoolClaim& claim) const;
+    /// The words behind FROM for the first one of a pool, and their values.
+    static QString firstOf(const PoolClaim& claim);
+    static QVariantList valuesOfFirst(const PoolClaim& claim, const QString& pool);
+
     // Where databases differ.
 
     virtual SqlKey keyOf(const QString& id) const;
@@ -71,8 +85,12 @@ protected:
     virtual void forget(const QString& id);
     virtual QString goodsJoin() const;
     virtual QString textCondition() const;
+    /// Without an id.
+    virtual std::optional<StoredDocument> claimFirst(const PoolClaim& claim);
     /// What is added to a question for rows that are to be changed: those that others change are left out.
     virtual QString lockingWords() const;
+    /// The moment so long ago, by the database's clock.
+    virtual QString momentAgo(std::chrono::seconds age) const;
 
 private:
     std::optional<int> start(const QString& id, const AttemptStart& start);
@@ -91,7 +109,12 @@ private:
     void endAttempt(const QString& id, int attempt, const DocumentEnding& ending);
     void refuseWrongEnding(const StoredDocument& known, int attempt, const DocumentEnding& ending) const;
     void addAttempts(StoredDocument& document) const;
-    QString statementOf(const DocumentQuery& query, const QString& condition) const;
+    QString wordsOf(const DocumentQuery& query, const QString& condition) const;
+    /// The one that it names, held.
+    std::optional<StoredDocument> unclaimed(const PoolClaim& claim);
+    std::optional<StoredDocument> taken(
+        const PoolClaim& claim, const std::optional<StoredDocument>& document);
+    QStringList giveBackThose(const QString& condition, const QVariantList& values);
 
     SqlConnection& m_sql;
 };

@@ -40,6 +40,12 @@ public:
             m_texts.append(QStringLiteral("state IN ('queued', 'running', 'unknown')"));
     }
 
+    void addBehind(const QString& registerName, qint64 place)
+    {
+        m_texts.append(QStringLiteral("(register, documents.sequence) > (?, ?)"));
+        m_values << registerName << place;
+    }
+
     QString text() const
     {
         return m_texts.isEmpty() ? QString()
@@ -62,6 +68,8 @@ Selection selectionOf(const DocumentQuery& query, const QString& textCondition)
         condition.addStates(query.states);
     if (!query.registerName.isEmpty())
         condition.add(QStringLiteral("register = ?"), query.registerName);
+    if (!query.pool.isEmpty())
+        condition.add(QStringLiteral("pool = ?"), query.pool);
     if (!query.drive.isEmpty())
         condition.add(QStringLiteral("drive = ?"), query.drive);
     if (query.documentNumber != 0)
@@ -74,7 +82,9 @@ Selection selectionOf(const DocumentQuery& query, const QString& textCondition)
         condition.add(QStringLiteral("return_of = ?"), query.returnOf);
     if (!query.text.isEmpty())
         condition.add(textCondition, query.text);
-    if (query.after != 0)
+    if (query.after != 0 && query.order == DocumentQuery::ByRegister)
+        condition.addBehind(query.afterRegister, query.after);
+    else if (query.after != 0)
         condition.add(QStringLiteral("documents.sequence > ?"), query.after);
     if (query.before != 0)
         condition.add(QStringLiteral("documents.sequence < ?"), query.before);
@@ -90,6 +100,8 @@ QString orderOf(const DocumentQuery& query)
         return QStringLiteral("documents.sequence DESC");
     case DocumentQuery::LastBegun:
         return QStringLiteral("last_attempt DESC");
+    case DocumentQuery::ByRegister:
+        return QStringLiteral("register, documents.sequence");
     default:
         return QStringLiteral("documents.sequence");
     }
@@ -122,6 +134,8 @@ StoredDocument documentOf(const QSqlQuery& row)
     document.attemptCount = static_cast<int>(number());
     document.queued = timeFromStored(text());
     document.request.returnOf = text();
+    document.request.pool = text();
+    document.request.isPaperless = row.value(column).toBool();
     return document;
 }
 
@@ -148,19 +162,31 @@ StoredAttempt attemptOf(const QSqlQuery& row)
 
 } // namespace
 
-QString SqlStore::statementOf(const DocumentQuery& query, const QString& condition) const
+QString SqlStore::wordsOf(const DocumentQuery& query, const QString& condition) const
 {
-    QString text = QStringLiteral("SELECT documents.sequence, documents.id, kind, body, register, %1, "
-                                  "digest, state, reason, %2, %3, %4, drive, document, number_read, "
-                                  "times, resolved_by, resolved_note, attempts, %5, return_of FROM documents")
-                       .arg(m_sql.moment(QStringLiteral("start_before")),
-                           m_sql.moment(QStringLiteral("documents.accepted")),
-                           m_sql.moment(QStringLiteral("begun")), m_sql.moment(QStringLiteral("settled")),
-                           m_sql.moment(QStringLiteral("coalesce(queued, documents.accepted)")));
+    QString text;
     if (!query.goods.isEmpty())
         text += QStringLiteral(" JOIN goods ON ") + goodsJoin();
     text += condition + QStringLiteral(" ORDER BY ") + orderOf(query);
     return query.limit == 0 ? text : text + QStringLiteral(" LIMIT %1").arg(query.limit);
+}
+
+QString SqlStore::columns(bool withBodies) const
+{
+    return QStringLiteral("documents.sequence, documents.id, kind, %6, register, %1, digest, state, reason, "
+                          "%2, %3, %4, drive, document, number_read, times, resolved_by, resolved_note, "
+                          "attempts, %5, return_of, pool, paperless")
+        .arg(m_sql.moment(QStringLiteral("start_before")), m_sql.moment(QStringLiteral("documents.accepted")),
+            m_sql.moment(QStringLiteral("begun")), m_sql.moment(QStringLiteral("settled")),
+            m_sql.moment(QStringLiteral("coalesce(queued, documents.accepted)")),
+            withBodies ? QStringLiteral("body") : QStringLiteral("''"));
+}
+
+QList<StoredDocument> SqlStore::documents(const QString& statement, const QVariantList& values) const
+{
+    QList<StoredDocument> found;
+    m_sql.select(statement, values, [&found](const QSqlQuery& row) { found.append(documentOf(row)); });
+    return found;
 }
 
 QList<StoredDocument> SqlStore::find(const DocumentQuery& query) const
@@ -168,14 +194,15 @@ QList<StoredDocument> SqlStore::find(const DocumentQuery& query) const
     Selection condition = selectionOf(query, textCondition());
     if (!query.id.isEmpty())
         condition.add(keyOf(query.id));
-    QList<StoredDocument> documents;
-    m_sql.select(statementOf(query, condition.text()), condition.values(),
-        [&documents](const QSqlQuery& row) { documents.append(documentOf(row)); });
+    QList<StoredDocument> found
+        = documents(QStringLiteral("SELECT %1 FROM documents").arg(columns(query.withBodies))
+                + wordsOf(query, condition.text()),
+            condition.values());
     if (query.withAttempts) {
-        for (StoredDocument& document : documents)
+        for (StoredDocument& document : found)
             addAttempts(document);
     }
-    return documents;
+    return found;
 }
 
 void SqlStore::addAttempts(StoredDocument& document) const

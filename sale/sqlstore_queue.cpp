@@ -9,10 +9,9 @@ namespace sale {
 
 namespace {
 
-// In the words of the index of what is not finished.
-const QString overdue
-    = QStringLiteral("FROM documents WHERE state = 'queued' AND state IN ('queued', 'running', 'unknown') "
-                     "AND (start_before < ? OR (start_before IS NOT NULL AND queued > ?))");
+// In the words of the indices of what may expire: a long queue is not looked through each second.
+const QString overdue = QStringLiteral("FROM documents WHERE state = 'queued' AND start_before IS NOT NULL "
+                                       "AND (start_before < ? OR queued > ?)");
 
 } // namespace
 
@@ -48,8 +47,9 @@ StoredDocument SqlStore::withdraw(const QString& id)
 
 StoredDocument SqlStore::move(const QString& id, const QString& registerName)
 {
-    return ifQueued(
-        id, [&](const StoredDocument&) { update(id, QStringLiteral("register = ?"), {registerName}); });
+    return ifQueued(id, [&](const StoredDocument&) {
+        update(id, QStringLiteral("register = ?, pool = '', claimed = NULL"), {registerName});
+    });
 }
 
 StoredDocument SqlStore::refuse(const QString& id, const AttemptNote& note)

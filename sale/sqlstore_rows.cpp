@@ -67,6 +67,11 @@ QString SqlStore::lockingWords() const
     return {};
 }
 
+QString SqlStore::momentAgo(std::chrono::seconds age) const
+{
+    return QStringLiteral("strftime('%Y-%m-%dT%H:%M:%fZ', 'now', '%1 seconds')").arg(-age.count());
+}
+
 void SqlStore::insertInto(
     const QString& table, const QString& id, const QStringList& columns, const QVariantList& values)
 {

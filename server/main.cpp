@@ -1,3 +1,4 @@
+#include "api/place.h"
 #include "configuration/configurationerror.h"
 #include "http/tlsidentity.h"
 #include "postgres/openstore.h"
@@ -38,6 +39,10 @@ int checkConfig(const Options& options, const Configuration& configuration)
     for (const RegisterSettings& settings : configuration.registers)
         std::printf("register %s on %s, %s\n", qPrintable(settings.name), qPrintable(settings.port),
             qPrintable(receipt::protocolName(settings.protocol)));
+    for (const PoolSettings& settings : configuration.pools)
+        std::printf("pool %s of %s\n", qPrintable(settings.name),
+            qPrintable(settings.registers.isEmpty() ? QStringLiteral("other services' registers")
+                                                    : settings.registers.join(QStringLiteral(", "))));
     return 0;
 }
 
@@ -45,10 +50,14 @@ int checkConfig(const Options& options, const Configuration& configuration)
 void requireRegisters(const Options& options, const Configuration& configuration)
 {
     for (const QString& name : options.registers) {
-        const auto isNamed = [&name](const RegisterSettings& settings) { return settings.name == name; };
-        if (std::none_of(configuration.registers.cbegin(), configuration.registers.cend(), isNamed))
+        const std::optional<QString> pool = Place::poolOf(name);
+        const auto isNamed = [&](const auto& settings) { return settings.name == pool.value_or(name); };
+        const auto has = [&](const auto& all) { return std::any_of(all.cbegin(), all.cend(), isNamed); };
+        if (pool ? !has(configuration.pools) : !has(configuration.registers))
             throw ConfigurationError(
-                {QStringLiteral("--registers: %1 has no [register %2]").arg(options.configFile, name)});
+                {QStringLiteral("--registers: %1 has no [%2 %3]")
+                        .arg(options.configFile, pool ? QStringLiteral("pool") : QStringLiteral("register"),
+                            pool.value_or(name))});
     }
 }
 

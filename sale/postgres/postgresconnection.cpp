@@ -79,6 +79,30 @@ void PostgresConnection::open() const
     if (!server.open())
         throwPostgresFault(m_place, server.lastError());
     arrange();
+    if (m_ear)
+        subscribe();
+}
+
+void PostgresConnection::listen(const QString& channel, const std::function<void(const QString&)>& heard)
+{
+    m_channel = channel;
+    m_heard = heard;
+    m_ear = std::make_unique<QObject>();
+    if (database().isOpen())
+        subscribe();
+}
+
+void PostgresConnection::subscribe() const
+{
+    QSqlDriver* const driver = database().driver();
+    if (!driver->subscribeToNotification(m_channel))
+        throwPostgresFault(m_place, driver->lastError());
+    // Later: whoever hears it may lose the connection, and its driver with it.
+    QObject::connect(
+        driver, &QSqlDriver::notification, m_ear.get(),
+        [heard = m_heard](
+            const QString&, QSqlDriver::NotificationSource, const QVariant& text) { heard(text.toString()); },
+        Qt::QueuedConnection);
 }
 
 void PostgresConnection::arrange() const

@@ -4,6 +4,9 @@
 #include "sqlconnection.h"
 
 #include <QElapsedTimer>
+#include <QObject>
+
+#include <memory>
 
 class QSqlQuery;
 
@@ -29,8 +32,13 @@ public:
     QString moment(const QString& column) const override;
     bool isShared() const override { return true; }
 
+    /// What is said on the channel (NOTIFY) is given to the function by the event loop of this thread. What
+    /// is said between a loss of the connection and its next use is missed.
+    void listen(const QString& channel, const std::function<void(const QString& text)>& heard);
+
 private:
     void open() const;
+    void subscribe() const;
     void arrange() const;
     QString options() const;
     QString literal(const QVariant& value) const;
@@ -52,6 +60,10 @@ private:
     bool m_isInTransaction = false;
     /// Nobody is kept waiting for it again and again.
     mutable bool m_isGivenUp = false;
+    QString m_channel;
+    std::function<void(const QString& text)> m_heard;
+    /// What hears it, and hears nothing more when this is gone.
+    std::unique_ptr<QObject> m_ear;
 };
 
 } // namespace sale

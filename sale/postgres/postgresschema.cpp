@@ -24,10 +24,23 @@ constexpr const char* firstRelease[] = {
     "queued timestamptz, begun timestamptz, settled timestamptz, attempts integer NOT NULL DEFAULT 0, "
     "drive text NOT NULL DEFAULT '', document bigint, number_read boolean NOT NULL DEFAULT true, "
     "last_attempt bigint, times integer NOT NULL DEFAULT 0, resolved_by text, resolved_note text, "
-    "anonymised timestamptz, return_of text, PRIMARY KEY (accepted, id)) PARTITION BY RANGE (accepted)",
+    "anonymised timestamptz, return_of text, "
+    "pool text NOT NULL DEFAULT '', claimed timestamptz, paperless boolean NOT NULL DEFAULT false, "
+    "PRIMARY KEY (accepted, id)) PARTITION BY RANGE (accepted)",
     // The queue, and what is to be settled. Questions have the condition in these words.
     "CREATE INDEX documents_unfinished ON documents (register, sequence) "
     "WHERE state IN ('queued', 'running', 'unknown')",
+    // What waits in pools, what was claimed of it, and what may expire: of a long queue the first ones alone
+    // are looked at.
+    "CREATE INDEX documents_of_pools ON documents (pool, (sequence + 0)) WHERE state = 'queued' AND register = ''",
+    "CREATE INDEX documents_of_pools_paperless ON documents (pool, (sequence + 0)) "
+    "WHERE state = 'queued' AND register = '' AND paperless",
+    "CREATE INDEX documents_claimed ON documents (register) "
+    "WHERE state = 'queued' AND register <> '' AND pool <> ''",
+    "CREATE INDEX documents_expiring ON documents (start_before) "
+    "WHERE state = 'queued' AND start_before IS NOT NULL",
+    "CREATE INDEX documents_ahead ON documents (queued) "
+    "WHERE state = 'queued' AND start_before IS NOT NULL",
     "CREATE INDEX documents_by_drive ON documents (drive, last_attempt)",
     "CREATE INDEX documents_by_register ON documents (register, last_attempt)",
     "CREATE INDEX documents_by_number ON documents (drive, document)",

@@ -162,9 +162,29 @@ QString PostgresStore::textCondition() const
         "strpos(lower((documents.id || chr(10) || body) COLLATE \"C\"), lower(? COLLATE \"C\")) > 0");
 }
 
+/// At once, and without waiting for the disk: a claim that is forgotten in a power cut is none, and what is
+/// begun is written behind it. When the connection is lost it may be done twice: then the register has one
+/// more to make.
+std::optional<StoredDocument> PostgresStore::claimFirst(const PoolClaim& claim)
+{
+    const QString pool = claim.pools.size() == 1 ? claim.pools.constFirst() : poolOfFirst(claim);
+    const QList<StoredDocument> claimed
+        = documents(QStringLiteral("UPDATE documents SET register = ?, claimed = %1 WHERE (accepted, id) = "
+                                   "(SELECT accepted, id FROM %2%3) "
+                                   "AND set_config('synchronous_commit', 'off', true) = 'off' RETURNING %4")
+                        .arg(momentAgo(std::chrono::seconds(0)), firstOf(claim), lockingWords(), columns()),
+            QVariantList{claim.registerName} + valuesOfFirst(claim, pool));
+    return claimed.isEmpty() ? std::nullopt : std::optional(claimed.constFirst());
+}
+
 QString PostgresStore::lockingWords() const
 {
     return QStringLiteral(" FOR UPDATE SKIP LOCKED");
+}
+
+QString PostgresStore::momentAgo(std::chrono::seconds age) const
+{
+    return QStringLiteral("clock_timestamp() - interval '%1 seconds'").arg(age.count());
 }
 
 } // namespace sale

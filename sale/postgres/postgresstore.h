@@ -44,7 +44,9 @@ private:
     void forget(const QString& id) override;
     QString goodsJoin() const override;
     QString textCondition() const override;
+    std::optional<StoredDocument> claimFirst(const PoolClaim& claim) override;
     QString lockingWords() const override;
+    QString momentAgo(std::chrono::seconds age) const override;
     void makeMonths();
     QString acceptanceOf(const QString& id) const;
 

@@ -3,10 +3,12 @@
 #include "api/apiroute.h"
 #include "api/documentresponse.h"
 #include "api/journalproblem.h"
+#include "api/place.h"
 #include "documentanswer.h"
 #include "http/problem.h"
 #include "journalerror.h"
 
+#include <QJsonArray>
 #include <QLoggingCategory>
 
 namespace frserver {
@@ -70,19 +72,20 @@ QJsonObject withoutAges(QJsonObject view)
 
 } // namespace
 
-Api::Api(sale::DocumentStore& store, Owners& owners, const Settings& settings)
+Api::Api(sale::SqlStore& store, Owners& owners, const Settings& settings)
     : m_store(store)
     , m_owners(owners)
     , m_settings(settings)
     , m_events(keptEvents)
     , m_waiters([this](const QString& id) { return late(id); },
           [this](const QString& id, bool isAwaited) {
-              setAwaited(id, isAwaited ? m_open.registerOf(id) : QString());
+              setAwaited(id, isAwaited ? m_open.placeOf(id) : QString());
           })
     , m_pausing([this](const QString& name) { return http::Response::json(registerView(*till(name)), 202); },
           [](const QString&, bool) {})
 {
-    for (const sale::StoredDocument& document : store.find({.states = openStates, .withAttempts = false}))
+    for (const sale::StoredDocument& document :
+        store.find({.states = openStates, .withAttempts = false, .withBodies = false}))
         m_open.takeOver(document);
     m_site.files = http::StaticFiles(QStringLiteral(":/page"));
     m_lookAgain.setSingleShot(true);
@@ -97,7 +100,7 @@ Api::Api(sale::DocumentStore& store, Owners& owners, const Settings& settings)
 void Api::addRoutes()
 {
     for (const auto* const routes : {&documentRoutes(), &documentListRoutes(), &registerRoutes(),
-             &checkRoutes(), &pictureRoutes(), &eventRoutes(), &callerRoutes()}) {
+             &poolRoutes(), &checkRoutes(), &pictureRoutes(), &eventRoutes(), &callerRoutes()}) {
         for (const ApiRoute& route : *routes)
             m_site.router.add(
                 route.method, QStringLiteral("/v1") + route.pattern, handlerOf(*this, route), route.access);
@@ -109,6 +112,11 @@ void Api::addRoutes()
 void Api::add(Till& till)
 {
     m_tills[till.settings().name] = &till;
+}
+
+void Api::add(Pool& pool)
+{
+    m_pools[pool.settings().name] = &pool;
 }
 
 void Api::setTokens(bool areWanted, const QList<TokenEntry>& entries)
@@ -127,6 +135,34 @@ Till* Api::till(const QString& name) const
     return found == m_tills.end() ? nullptr : found->second;
 }
 
+Pool* Api::pool(const QString& name) const
+{
+    const auto found = m_pools.find(name);
+    return found == m_pools.end() ? nullptr : found->second;
+}
+
+QStringList Api::registersOf(const Pool& pool) const
+{
+    QStringList names = pool.settings().registers;
+    const auto members = m_members.find(pool.settings().name);
+    if (members == m_members.end())
+        return names;
+    for (const QString& name : members->second) {
+        if (!names.contains(name))
+            names.append(name);
+    }
+    return names;
+}
+
+void Api::noteMember(const QString& registerName, const QJsonObject& view)
+{
+    for (auto& [pool, names] : m_members)
+        names.erase(registerName);
+    const QJsonArray pools = view.value(QStringLiteral("pools")).toArray();
+    for (const QJsonValue pool : pools)
+        m_members[pool.toObject().value(QStringLiteral("name")).toString()].insert(registerName);
+}
+
 QJsonObject Api::registerView(const Till& till) const
 {
     using sale::DocumentState;
@@ -134,6 +170,8 @@ QJsonObject Api::registerView(const Till& till) const
     QJsonObject view = till.view();
     view.insert(QStringLiteral("name"), name);
     view.insert(QStringLiteral("protocol"), receipt::protocolName(till.settings().protocol));
+    if (!view.contains(QStringLiteral("pools")))
+        view.insert(QStringLiteral("pools"), QJsonArray());
     view.insert(QStringLiteral("queue"),
         QJsonObject{{QStringLiteral("queued"), m_open.count(name, DocumentState::Queued)},
             {QStringLiteral("running"), m_open.count(name, DocumentState::Running)},
@@ -163,16 +201,52 @@ void Api::requireJournal()
 
 void Api::accepted(const sale::StoredDocument& document)
 {
-    noteChange(document);
-    if (Till* const of = till(document.request.registerName))
-        of->wake();
+    documentChanged(document);
+    wake(Place::of(document.request));
+}
+
+void Api::wake(const QString& place)
+{
+    const std::optional<QString> poolName = Place::poolOf(place);
+    if (Pool* const all = poolName ? pool(*poolName) : nullptr)
+        all->wake();
+    else if (Till* const one = till(place))
+        one->wake();
 }
 
 void Api::documentChanged(const QString& id)
 {
+    look(id, [this](const sale::StoredDocument& document) { documentChanged(document); });
+}
+
+void Api::documentChanged(const sale::StoredDocument& document)
+{
+    noteChange(document);
+    if (m_changed)
+        m_changed(document);
+}
+
+void Api::lookAt(const QString& id)
+{
+    look(id, [this](const sale::StoredDocument& document) { noteChange(document); });
+}
+
+void Api::heard(const sale::StoredDocument& told)
+{
+    // Whoever waits is answered with all of it.
+    if (m_waiters.areAny(told.request.id))
+        lookAt(told.request.id);
+    else
+        noteChange(told);
+    if (told.state == sale::DocumentState::Queued)
+        wake(Place::of(told.request));
+}
+
+void Api::look(const QString& id, const std::function<void(const sale::StoredDocument&)>& found)
+{
     try {
         if (const std::optional<sale::StoredDocument> document = m_store.findId(id))
-            noteChange(*document);
+            found(*document);
     } catch (const sale::JournalError& error) {
         qCWarning(apiLog).noquote() << error.what();
         m_missed.append(id);
@@ -188,7 +262,7 @@ void Api::noteChange(const sale::StoredDocument& document)
     if (isPending(document.state)) {
         // It may have been moved.
         if (m_waiters.areAny(id))
-            setAwaited(id, document.request.registerName);
+            setAwaited(id, Place::of(document.request));
         return;
     }
     if (m_ended)
@@ -198,19 +272,24 @@ void Api::noteChange(const sale::StoredDocument& document)
         m_waiters.answer(id, documentResponse(*this, document));
 }
 
-void Api::setAwaited(const QString& id, const QString& registerName)
+void Api::setAwaited(const QString& id, const QString& place)
 {
     const QString before = m_awaitedAt.take(id);
-    if (before == registerName && !before.isEmpty()) {
-        m_awaitedAt.insert(id, before);
+    if (!place.isEmpty())
+        m_awaitedAt.insert(id, place);
+    if (before == place)
         return;
-    }
-    if (Till* const former = till(before))
-        former->setAwaited(id, false);
-    if (Till* const next = till(registerName)) {
-        m_awaitedAt.insert(id, registerName);
-        next->setAwaited(id, true);
-    }
+    setAwaitedAt(before, id, false);
+    setAwaitedAt(place, id, true);
+}
+
+void Api::setAwaitedAt(const QString& place, const QString& id, bool isAwaited)
+{
+    const std::optional<QString> poolName = Place::poolOf(place);
+    if (Pool* const all = poolName ? pool(*poolName) : nullptr)
+        all->setAwaited(id, isAwaited);
+    else if (Till* const one = till(place))
+        one->setAwaited(id, isAwaited);
 }
 
 void Api::tell(const sale::StoredDocument& document)
@@ -218,6 +297,7 @@ void Api::tell(const sale::StoredDocument& document)
     m_events.publish("document",
         {{QStringLiteral("id"), document.request.id},
             {QStringLiteral("register"), document.request.registerName},
+            {QStringLiteral("pool"), sale::textOrNull(document.request.pool)},
             {QStringLiteral("kind"), document.request.kind},
             {QStringLiteral("state"), sale::stateName(document.state)},
             {QStringLiteral("reason"), sale::textOrNull(sale::reasonName(document.reason))},
@@ -233,6 +313,7 @@ void Api::registerChanged(const QString& name)
     const QJsonObject before = std::exchange(m_told[name], view);
     if (before == view)
         return;
+    noteMember(name, view);
     QJsonObject data = view;
     data.insert(QStringLiteral("register"), name);
     m_events.publish("register", data);

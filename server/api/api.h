@@ -3,17 +3,19 @@
 #include "access/tokenentry.h"
 #include "api/openlist.h"
 #include "api/owners.h"
+#include "api/pool.h"
 #include "api/searches.h"
 #include "api/till.h"
 #include "api/waiters.h"
-#include "documentstore.h"
 #include "http/eventstream.h"
 #include "http/site.h"
 #include "journalerror.h"
+#include "sqlstore.h"
 
 #include <QElapsedTimer>
 
 #include <map>
+#include <set>
 
 namespace frserver {
 
@@ -34,10 +36,12 @@ public:
     };
 
     /// Store and owners must outlive it.
-    Api(sale::DocumentStore& store, Owners& owners, const Settings& settings);
+    Api(sale::SqlStore& store, Owners& owners, const Settings& settings);
 
     /// The register must outlive it.
     void add(Till& till);
+    /// Behind its registers; must outlive it.
+    void add(Pool& pool);
     /// Whom it lets in. Nobody when tokens are wanted and there are none.
     void setTokens(bool areWanted, const QList<TokenEntry>& entries);
     /// Who draws receipts; must outlive it.
@@ -48,7 +52,22 @@ public:
     /// @name Told by the registers
     /// @{
     void documentChanged(const QString& id);
+    /// The same with all of it.
+    void documentChanged(const sale::StoredDocument& document);
     void registerChanged(const QString& name);
+    /// @}
+
+    /// @name Of services that share the journal
+    /// @{
+
+    /// To be called for each change of this service's making, also when it is no news here.
+    void onChange(const std::function<void(const sale::StoredDocument&)>& changed) { m_changed = changed; }
+    /// Another one says how a document stands: no more of it is given than an event tells, and when it was
+    /// queued.
+    void heard(const sale::StoredDocument& told);
+    /// Another one may have changed it without a word.
+    void lookAt(const QString& id);
+    OpenList& openDocuments() { return m_open; }
     /// @}
 
     /// To be called for each document that has ended, or is unknown.
@@ -62,6 +81,7 @@ public:
     const Settings& settings() const { return m_settings; }
     sale::DocumentStore& store() { return m_store; }
     const sale::DocumentStore& store() const { return m_store; }
+    sale::DocumentPools& documentPools() { return m_store; }
     Owners& owners() const { return m_owners; }
     /// Null when nobody draws.
     Painter* painter() const { return m_painter; }
@@ -71,7 +91,12 @@ public:
     const std::map<QString, Till*>& tills() const { return m_tills; }
     /// Null when there is none of that name.
     Till* till(const QString& name) const;
-    /// The view, with its name and its queue.
+    const std::map<QString, Pool*>& pools() const { return m_pools; }
+    /// Null when there is none of that name.
+    Pool* pool(const QString& name) const;
+    /// All that serve it, also those of other services that tell of themselves.
+    QStringList registersOf(const Pool& pool) const;
+    /// The view, with its name, its pools and its queue.
     QJsonObject registerView(const Till& till) const;
     /// @name Throw sale::JournalError unless documents are accepted now
     /// @{
@@ -82,6 +107,8 @@ public:
     /// @}
     /// For a document that was accepted just now.
     void accepted(const sale::StoredDocument& document);
+    /// Something waits for that register, or in that pool.
+    void wake(const QString& place);
     Searches& searches() { return m_searches; }
     /// The register as it is when it is paused, or at the end of the time.
     http::Answer whenPaused(const Till& till, std::optional<std::chrono::seconds> wait);
@@ -91,26 +118,33 @@ private:
     void addRoutes();
     http::Response late(const QString& id) const;
     void noteChange(const sale::StoredDocument& document);
+    void look(const QString& id, const std::function<void(const sale::StoredDocument&)>& found);
     void lookAtOpen(const QString& registerName);
-    void setAwaited(const QString& id, const QString& registerName);
+    void noteMember(const QString& registerName, const QJsonObject& view);
+    void setAwaited(const QString& id, const QString& place);
+    void setAwaitedAt(const QString& place, const QString& id, bool isAwaited);
     void tell(const sale::StoredDocument& document);
 
-    sale::DocumentStore& m_store;
+    sale::SqlStore& m_store;
     Owners& m_owners;
     Settings m_settings;
     std::map<QString, Till*> m_tills;
+    std::map<QString, Pool*> m_pools;
+    /// Who serves each pool, as the registers say.
+    std::map<QString, std::set<QString>> m_members;
     Painter* m_painter = nullptr;
     http::Site m_site;
     http::EventStream m_events;
     OpenList m_open;
     Waiters m_waiters;
-    /// Which register knows that somebody waits for the document.
+    /// Which register, or pool, knows that somebody waits for the document.
     QHash<QString, QString> m_awaitedAt;
     /// By names of registers.
     Waiters m_pausing;
     /// What was told of each register last.
     std::map<QString, QJsonObject> m_told;
     std::function<void()> m_ended;
+    std::function<void(const sale::StoredDocument&)> m_changed;
     /// Changes that the journal could not tell of; looked at again.
     QStringList m_missed;
     QTimer m_lookAgain;

@@ -26,6 +26,7 @@ struct ApiRoute
 /// @{
 const QList<ApiRoute>& documentRoutes();
 const QList<ApiRoute>& documentListRoutes();
+const QList<ApiRoute>& poolRoutes();
 const QList<ApiRoute>& registerRoutes();
 const QList<ApiRoute>& callerRoutes();
 const QList<ApiRoute>& checkRoutes();

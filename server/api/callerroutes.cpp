@@ -1,5 +1,6 @@
 #include "api/api.h"
 #include "api/apiroute.h"
+#include "api/place.h"
 #include "api/rights.h"
 
 #include <QJsonArray>
@@ -16,9 +17,15 @@ http::Answer showCaller(Api& api, const http::Request& request)
         if (rights::mayUse(request, name))
             registers.append(name);
     }
+    QJsonArray pools;
+    for (const auto& [name, pool] : api.pools()) {
+        if (rights::mayUse(request, Place::ofPool(name)))
+            pools.append(name);
+    }
     const QString name = request.caller ? request.caller->name : QString();
     return http::Response::json(QJsonObject{{QStringLiteral("name"), name.isEmpty() ? QJsonValue() : name},
-        {QStringLiteral("role"), rights::roleOf(request)}, {QStringLiteral("registers"), registers}});
+        {QStringLiteral("role"), rights::roleOf(request)}, {QStringLiteral("registers"), registers},
+        {QStringLiteral("pools"), pools}});
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "api/api.h"
 #include "api/apiroute.h"
 #include "api/askedprotocol.h"
+#include "api/poolrules.h"
 #include "api/posteddocument.h"
 #include "api/rights.h"
 #include "currenttime.h"
@@ -41,14 +42,21 @@ void add(QList<ToldFinding>& all, const Finding& finding, const QString& protoco
         known->over.append(protocol);
 }
 
-/// That of the register, or that of the question, or both.
-QList<Protocol> protocolsOf(const Api& api, const Request& request)
+/// Those of the pool, or by the protocol of the register, or that of the question, or both.
+QList<PostingRules> checkRules(const Api& api, const Request& request)
 {
+    if (const auto name = request.queryValue(QStringLiteral("pool")))
+        return poolRules(api, request, poolNamed(api, request, *name));
+    QList<Protocol> protocols{Protocol::Xml, Protocol::Hex};
     if (const auto name = request.queryValue(QStringLiteral("register")))
-        return {tillNamed(api, request, *name).settings().protocol};
-    if (const std::optional<Protocol> asked = askedProtocol(request))
-        return {*asked};
-    return {Protocol::Xml, Protocol::Hex};
+        protocols = {tillNamed(api, request, *name).settings().protocol};
+    else if (const std::optional<Protocol> asked = askedProtocol(request))
+        protocols = {*asked};
+    const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
+    QList<PostingRules> all;
+    for (const Protocol protocol : std::as_const(protocols))
+        all.append({protocol, now, 0, true, rights::completion(api, request)});
+    return all;
 }
 
 QJsonArray toldJson(const QList<ToldFinding>& all, Finding::Severity severity, qsizetype protocols)
@@ -73,17 +81,24 @@ bool isError(const Finding& finding)
 /// All that would refuse the document, or be told of it; nothing is stored and no register asked.
 Answer check(Api& api, const Request& request)
 {
-    const QList<Protocol> protocols = protocolsOf(api, request);
-    const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
+    const QList<PostingRules> allRules = checkRules(api, request);
     QList<ToldFinding> all;
-    QJsonArray acceptedOver;
-    for (const Protocol protocol : protocols) {
-        const QList<Finding> findings
-            = documentFindings(request.body, {protocol, now, 0, true, rights::completion(api, request)});
-        const QString name = receipt::protocolName(protocol);
+    QStringList protocols;
+    QStringList refusedOver;
+    for (const PostingRules& rules : allRules) {
+        const QList<Finding> findings = documentFindings(request.body, rules);
+        const QString name = receipt::protocolName(rules.protocol);
+        protocols.append(name);
         for (const Finding& finding : findings)
             add(all, finding, name);
-        if (std::none_of(findings.cbegin(), findings.cend(), isError))
+        if (std::any_of(findings.cbegin(), findings.cend(), isError))
+            refusedOver.append(name);
+    }
+    // Registers of a pool over the same protocol may differ in other things.
+    protocols.removeDuplicates();
+    QJsonArray acceptedOver;
+    for (const QString& name : std::as_const(protocols)) {
+        if (!refusedOver.contains(name))
             acceptedOver.append(name);
     }
     return http::Response::json(QJsonObject{{QStringLiteral("acceptedOver"), acceptedOver},
@@ -96,7 +111,7 @@ Answer check(Api& api, const Request& request)
 const QList<ApiRoute>& checkRoutes()
 {
     static const QList<ApiRoute> routes{{"POST", QStringLiteral("/check"), check, {},
-        {QStringLiteral("register"), QStringLiteral("protocol")}}};
+        {QStringLiteral("register"), QStringLiteral("pool"), QStringLiteral("protocol")}}};
     return routes;
 }
 

@@ -114,8 +114,9 @@ const QList<ApiRoute>& documentListRoutes()
 {
     static const QList<ApiRoute> routes{
         {"GET", QStringLiteral("/documents"), listDocuments, {},
-            {QStringLiteral("register"), QStringLiteral("state"), QStringLiteral("since"),
-                QStringLiteral("text"), QStringLiteral("limit"), QStringLiteral("cursor")}},
+            {QStringLiteral("register"), QStringLiteral("pool"), QStringLiteral("state"),
+                QStringLiteral("since"), QStringLiteral("text"), QStringLiteral("limit"),
+                QStringLiteral("cursor")}},
         {"POST", QStringLiteral("/documents/{id}/resolve"), resolve, rights::administering()},
     };
     return routes;

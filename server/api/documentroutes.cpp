@@ -3,11 +3,14 @@
 #include "api/audit.h"
 #include "api/documentresponse.h"
 #include "api/documentview.h"
+#include "api/place.h"
+#include "api/poolrules.h"
 #include "api/posteddocument.h"
 #include "api/postingrules.h"
 #include "api/rights.h"
 #include "currenttime.h"
 #include "documentanswer.h"
+#include "documentkind.h"
 #include "findingsjson.h"
 #include "http/problem.h"
 #include "idconflict.h"
@@ -50,15 +53,15 @@ void requireOpen(const Api& api)
             .withHeader("Retry-After", "10");
 }
 
-void requireRoom(const Api& api, const QString& registerName)
+void requireRoom(const Api& api, const QString& place)
 {
-    const int queued = api.openDocuments().count(registerName, DocumentState::Queued);
+    const int queued = api.openDocuments().count(place, DocumentState::Queued);
+    const std::optional<QString> pool = Place::poolOf(place);
     if (queued >= api.settings().queueLimit)
         throw Problem(429, QStringLiteral("queue-full"), QStringLiteral("Too many documents wait"),
-            QStringLiteral(
-                "%1 documents wait for the register %2. Nothing was stored. Post the same id again.")
+            QStringLiteral("%1 documents wait for the %2 %3. Nothing was stored. Post the same id again.")
                 .arg(queued)
-                .arg(registerName))
+                .arg(pool ? QStringLiteral("pool") : QStringLiteral("register"), pool.value_or(place)))
             .withHeader("Retry-After", "10");
 }
 
@@ -137,21 +140,19 @@ Answer answerOrWait(Api& api, const Request& request, const StoredDocument& docu
     return api.waiters().wait(document.request.id, wait);
 }
 
-Answer postDocument(Api& api, const Request& request)
+/// The register is none for a document that any one of a pool is to make.
+Answer take(Api& api, const Request& request, const PostedDocument& posted, Till* till)
 {
-    Till& till = tillOf(api, request);
-    requireOpen(api);
-    const PostedDocument posted = postedDocument(request, rulesOf(api, request, till));
-    sale::DocumentRequest document = posted.request;
-    document.registerName = till.settings().name;
+    const sale::DocumentRequest& document = posted.request;
     const std::optional<StoredDocument> known = api.store().findId(document.id);
     requireOwn(api, request, known, document.body);
     requireOwnSale(api, request, document.returnOf);
     const bool isToBeQueued = !known || known->state == DocumentState::NotIssued;
     if (isToBeQueued) {
         posted.requireRight();
-        requireRoom(api, document.registerName);
-        requireWorkingJournal(api, till);
+        requireRoom(api, Place::of(document));
+        if (till != nullptr)
+            requireWorkingJournal(api, *till);
     }
     if (!known && request.caller)
         api.owners().claim(document.id, request.caller->name);
@@ -159,6 +160,22 @@ Answer postDocument(Api& api, const Request& request)
     if (isToBeQueued)
         api.accepted(stored);
     return answerOrWait(api, request, stored);
+}
+
+Answer postDocument(Api& api, const Request& request)
+{
+    Till& till = tillOf(api, request);
+    requireOpen(api);
+    PostedDocument posted = postedDocument(request, rulesOf(api, request, till));
+    posted.request.registerName = till.settings().name;
+    return take(api, request, posted, &till);
+}
+
+Answer postToPool(Api& api, const Request& request)
+{
+    const Pool& pool = poolOf(api, request);
+    requireOpen(api);
+    return take(api, request, documentForPool(api, request, pool), nullptr);
 }
 
 Answer showDocument(Api& api, const Request& request)
@@ -186,21 +203,37 @@ Answer withdrawDocument(Api& api, const Request& request)
     return Response::json(documentView(api, document));
 }
 
+/// Where it is to wait. A pool takes receipts alone.
+QString destinationOf(const Api& api, const Request& request, const StoredDocument& document)
+{
+    const QJsonObject body = request.json();
+    const QString name = body.value(QStringLiteral("register")).toString();
+    const QString pool = body.value(QStringLiteral("pool")).toString();
+    if (name.isEmpty() == pool.isEmpty())
+        throw Problem(400,
+            QStringLiteral(
+                "register is the name of the register that is to make it, or pool that of the pool."));
+    if (!name.isEmpty())
+        return tillNamed(api, request, name).settings().name;
+    if (!sale::isReceiptName(document.request.kind))
+        throw Problem(400, QStringLiteral("A pool takes receipts alone."));
+    return Place::ofPool(poolNamed(api, request, pool).settings().name);
+}
+
 Answer moveDocument(Api& api, const Request& request)
 {
     const StoredDocument before = documentOf(api, request);
-    const QString name = request.json().value(QStringLiteral("register")).toString();
-    if (name.isEmpty())
-        throw Problem(400, QStringLiteral("register is the name of the register that is to make it."));
-    Till& till = tillNamed(api, request, name);
-    requireRoom(api, name);
-    const StoredDocument document = api.store().move(before.request.id, name);
-    if (document.state != DocumentState::Queued || document.request.registerName != name)
+    const QString place = destinationOf(api, request, before);
+    requireRoom(api, place);
+    const QString& id = before.request.id;
+    const std::optional<QString> pool = Place::poolOf(place);
+    const StoredDocument document
+        = pool ? api.documentPools().moveToPool(id, *pool) : api.store().move(id, place);
+    if (document.state != DocumentState::Queued || Place::of(document.request) != place)
         return tooLate(api, document);
-    api.documentChanged(document.request.id);
-    audit(request,
-        QStringLiteral("moved %1 from %2 to %3").arg(document.request.id, before.request.registerName, name));
-    till.wake();
+    api.documentChanged(id);
+    audit(request, QStringLiteral("moved %1 from %2 to %3").arg(id, Place::of(before.request), place));
+    api.wake(place);
     return Response::json(documentView(api, document));
 }
 
@@ -210,6 +243,7 @@ const QList<ApiRoute>& documentRoutes()
 {
     static const QList<ApiRoute> routes{
         {"POST", QStringLiteral("/registers/{name}/documents"), postDocument, rights::selling()},
+        {"POST", QStringLiteral("/pools/{name}/documents"), postToPool, rights::selling()},
         {"GET", QStringLiteral("/documents/{id}"), showDocument},
         {"DELETE", QStringLiteral("/documents/{id}"), withdrawDocument, rights::selling()},
         {"POST", QStringLiteral("/documents/{id}/move"), moveDocument, rights::selling()},

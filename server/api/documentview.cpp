@@ -78,9 +78,19 @@ QJsonValue waitingOf(const StoredDocument& document, const Till* till)
     return view.value(QStringLiteral("state")) == paused ? paused : view.value(QStringLiteral("waiting"));
 }
 
+/// The register that makes it, or one of those that may: they take the same receipts.
+const Till* tillFor(const Api& api, const StoredDocument& document)
+{
+    if (const Till* const till = api.till(document.request.registerName))
+        return till;
+    const Pool* const pool = api.pool(document.request.pool);
+    return pool == nullptr ? nullptr : api.till(pool->settings().registers.value(0));
+}
+
 void addPosting(QJsonObject& json, const StoredDocument& document, const Till* till)
 {
     const QJsonValue waiting = waitingOf(document, till);
+    json.insert(QStringLiteral("pool"), sale::textOrNull(document.request.pool));
     json.insert(QStringLiteral("startBefore"), sale::momentJson(document.request.startBefore));
     json.insert(QStringLiteral("returnOf"), sale::textOrNull(document.request.returnOf));
     json.insert(QStringLiteral("waiting"), waiting.isUndefined() ? QJsonValue() : waiting);
@@ -91,12 +101,13 @@ void addPosting(QJsonObject& json, const StoredDocument& document, const Till* t
 QJsonObject documentView(const Api& api, const StoredDocument& document, bool isReplayed)
 {
     const Till* const till = api.till(document.request.registerName);
-    const receipt::Protocol protocol = till == nullptr ? receipt::Protocol::Xml : till->settings().protocol;
+    const Till* const like = tillFor(api, document);
+    const receipt::Protocol protocol = like == nullptr ? receipt::Protocol::Xml : like->settings().protocol;
     DocumentAnswer answer = sale::answerOf(document, protocol);
     answer.isReplayed = isReplayed;
     answer.error = errorOf(document);
-    if (till != nullptr)
-        describeBody(answer, api, document, *till);
+    if (like != nullptr)
+        describeBody(answer, api, document, *like);
     QJsonObject json = sale::recordSummary(document);
     const QJsonObject told = answer.toJson();
     for (auto member = told.begin(); member != told.end(); ++member)

@@ -18,7 +18,8 @@ Answer events(Api& api, const Request& request)
     return api.events().subscribe(request, [&api, request](const Event& event) {
         const QString name = event.data.value(QStringLiteral("register")).toString();
         const QString id = event.data.value(QStringLiteral("id")).toString();
-        return id.isEmpty() ? rights::mayUse(request, name) : rights::maySee(api, request, id, name);
+        const QString pool = event.data.value(QStringLiteral("pool")).toString();
+        return id.isEmpty() ? rights::mayUse(request, name) : rights::maySee(api, request, id, name, pool);
     });
 }
 

@@ -66,8 +66,12 @@ sale::DocumentQuery queryOf(const Api& api, const Request& request)
     const QString name = request.queryValue(QStringLiteral("register")).value_or(QString());
     if (!name.isEmpty())
         tillNamed(api, request, name);
+    const QString pool = request.queryValue(QStringLiteral("pool")).value_or(QString());
+    if (!pool.isEmpty())
+        poolNamed(api, request, pool);
     return {.states = statesOf(request),
         .registerName = name,
+        .pool = pool,
         .since = sinceOf(request),
         .text = request.queryValue(QStringLiteral("text")).value_or(QString()),
         .before = cursorOf(request),
@@ -86,7 +90,8 @@ bool isScan(const sale::DocumentQuery& query)
 {
     // Those that are not done with have an index of their own, as has each register's.
     const bool isEnded = std::any_of(query.states.cbegin(), query.states.cend(), sale::isFinal);
-    return !query.text.isEmpty() || query.since.isValid() || (isEnded && query.registerName.isEmpty());
+    return !query.text.isEmpty() || !query.pool.isEmpty() || query.since.isValid()
+        || (isEnded && query.registerName.isEmpty());
 }
 
 } // namespace

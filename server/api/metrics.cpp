@@ -1,6 +1,8 @@
 #include "api/metrics.h"
 
 #include "api/api.h"
+#include "api/place.h"
+#include "api/poolview.h"
 #include "currenttime.h"
 #include "mockfactory.h"
 
@@ -52,6 +54,7 @@ private:
 };
 
 const char* const registerLabel = "register";
+const char* const poolLabel = "pool";
 
 void addEndings(Text& text, const OpenList& open)
 {
@@ -59,7 +62,12 @@ void addEndings(Text& text, const OpenList& open)
         "frserver_documents_total", "counter", "Documents by what became of them, since the start.");
     for (const auto& [ending, count] : open.endings()) {
         const auto& [name, state, reason] = ending;
-        text.add({{registerLabel, name}, {"state", state}, {"reason", reason}}, static_cast<double>(count));
+        // No register has had what ended in a pool.
+        const std::optional<QString> pool = Place::poolOf(name);
+        Labels labels{{registerLabel, pool ? QString() : name}, {"state", state}, {"reason", reason}};
+        if (pool)
+            labels.append({poolLabel, *pool});
+        text.add(labels, static_cast<double>(count));
     }
 }
 
@@ -78,6 +86,30 @@ void addQueues(Text& text, const Api& api)
         const QDateTime oldest = api.openDocuments().oldestQueued(name);
         text.add(
             {{registerLabel, name}}, oldest.isValid() ? static_cast<double>(oldest.msecsTo(now)) / 1000 : 0);
+    }
+}
+
+void addPools(Text& text, const Api& api)
+{
+    const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
+    text.describe("frserver_pool_queued_documents", "gauge", "Documents that no register has claimed yet.");
+    for (const auto& [name, pool] : api.pools())
+        text.add({{poolLabel, name}}, api.openDocuments().count(Place::ofPool(name), DocumentState::Queued));
+    text.describe("frserver_pool_oldest_queued_seconds", "gauge", "How long the oldest of them has waited.");
+    for (const auto& [name, pool] : api.pools()) {
+        const QDateTime oldest = api.openDocuments().oldestQueued(Place::ofPool(name));
+        text.add({{poolLabel, name}}, oldest.isValid() ? static_cast<double>(oldest.msecsTo(now)) / 1000 : 0);
+    }
+    text.describe("frserver_pool_absent", "gauge",
+        "1 for a register that takes nothing from its pool, and why; 0 for one that does.");
+    for (const auto& [name, pool] : api.pools()) {
+        for (const auto& [registerName, till] : api.tills()) {
+            const std::optional<QJsonObject> member = memberView(till->view(), name);
+            const QString why = member ? member->value(QStringLiteral("absent")).toString() : QString();
+            if (member)
+                text.add({{poolLabel, name}, {registerLabel, registerName}, {"reason", why}},
+                    why.isEmpty() ? 0 : 1);
+        }
     }
 }
 
@@ -189,6 +221,7 @@ QByteArray metricsText(const Api& api)
     text.add({{"version", QString::fromLatin1(api.settings().version)}}, 1);
     addEndings(text, api.openDocuments());
     addQueues(text, api);
+    addPools(text, api);
     addStates(text, api);
     addTold(text, api);
     return text.text();

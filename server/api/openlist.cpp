@@ -1,35 +1,76 @@
 #include "api/openlist.h"
 
-#include <algorithm>
+#include "api/place.h"
 
 namespace frserver {
 
 using sale::DocumentState;
 
+void OpenList::add(const QString& id, const Entry& entry)
+{
+    m_entries.insert(id, entry);
+    ++m_counts[{entry.place, entry.state}];
+    if (entry.state == DocumentState::Queued)
+        m_queued[entry.place].insert(entry.queued);
+}
+
+void OpenList::remove(const QString& id)
+{
+    const auto found = m_entries.constFind(id);
+    if (found == m_entries.cend())
+        return;
+    --m_counts[{found->place, found->state}];
+    if (found->state == DocumentState::Queued) {
+        std::multiset<QDateTime>& queued = m_queued[found->place];
+        queued.erase(queued.find(found->queued));
+    }
+    m_entries.erase(found);
+}
+
 void OpenList::takeOver(const sale::StoredDocument& document)
 {
-    m_entries.insert(document.request.id, {document.state, document.request.registerName, document.queued});
+    remove(document.request.id);
+    add(document.request.id, {document.state, Place::of(document.request), document.queued, m_sweep});
+}
+
+bool OpenList::see(const sale::StoredDocument& document)
+{
+    const auto known = m_entries.find(document.request.id);
+    if (known == m_entries.end() || known->state != document.state
+        || known->place != Place::of(document.request))
+        return false;
+    known->seen = m_sweep;
+    return true;
+}
+
+QStringList OpenList::unseen() const
+{
+    QStringList ids;
+    for (auto entry = m_entries.cbegin(); entry != m_entries.cend(); ++entry) {
+        if (entry->seen != m_sweep)
+            ids.append(entry.key());
+    }
+    return ids;
 }
 
 bool OpenList::note(const sale::StoredDocument& document)
 {
     const QString& id = document.request.id;
-    const QString& name = document.request.registerName;
+    const QString place = Place::of(document.request);
     const auto known = m_entries.constFind(id);
     // What is final was open before, or it was told already.
     if (known == m_entries.cend() ? isFinal(document.state)
-                                  : known->state == document.state && known->registerName == name)
+                                  : known->state == document.state && known->place == place)
         return false;
-    if (isFinal(document.state))
-        m_entries.remove(id);
-    else
-        m_entries.insert(id, {document.state, name, document.queued});
+    remove(id);
+    if (!isFinal(document.state))
+        add(id, {document.state, place, document.queued, m_sweep});
     if (isFinal(document.state) || document.state == DocumentState::Unknown)
-        ++m_endings[{name, sale::stateName(document.state), sale::reasonName(document.reason)}];
+        ++m_endings[{place, sale::stateName(document.state), sale::reasonName(document.reason)}];
     return true;
 }
 
-QStringList OpenList::outdated(const QString& registerName, const QList<sale::StoredDocument>& open) const
+QStringList OpenList::outdated(const QString& place, const QList<sale::StoredDocument>& open) const
 {
     QHash<QString, DocumentState> states;
     for (const sale::StoredDocument& document : open)
@@ -38,27 +79,22 @@ QStringList OpenList::outdated(const QString& registerName, const QList<sale::St
     for (auto entry = m_entries.cbegin(); entry != m_entries.cend(); ++entry) {
         const auto state = states.constFind(entry.key());
         const bool isSame = state != states.cend() && *state == entry->state;
-        if (entry->registerName == registerName && !isSame)
+        if (entry->place == place && !isSame)
             ids.append(entry.key());
     }
     return ids;
 }
 
-int OpenList::count(const QString& registerName, DocumentState state) const
+int OpenList::count(const QString& place, DocumentState state) const
 {
-    return static_cast<int>(std::count_if(m_entries.cbegin(), m_entries.cend(),
-        [&](const Entry& entry) { return entry.state == state && entry.registerName == registerName; }));
+    const auto found = m_counts.find({place, state});
+    return found == m_counts.end() ? 0 : found->second;
 }
 
-QDateTime OpenList::oldestQueued(const QString& registerName) const
+QDateTime OpenList::oldestQueued(const QString& place) const
 {
-    QDateTime oldest;
-    for (const Entry& entry : m_entries) {
-        if (entry.state == DocumentState::Queued && entry.registerName == registerName
-            && (!oldest.isValid() || entry.queued < oldest))
-            oldest = entry.queued;
-    }
-    return oldest;
+    const auto found = m_queued.find(place);
+    return found == m_queued.end() || found->second.empty() ? QDateTime() : *found->second.begin();
 }
 
 } // namespace frserver

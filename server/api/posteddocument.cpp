@@ -144,6 +144,8 @@ private:
 
     void readPlain(sale::PlainDocument::Kind kind, const QString& type)
     {
+        if (m_rules.isForPool)
+            fail(QStringLiteral("type"), QStringLiteral("is no receipt, which alone a pool takes"), type);
         if (!m_json.contains(operatorName))
             requireCashier();
         for (const receipt::ReceiptError& error : plainErrors(kind, m_json))
@@ -173,11 +175,24 @@ private:
                 QStringLiteral("is missing, and the register has no cashier= in the configuration"));
     }
 
+    /// Without its name it would be the usual one of whichever register makes it.
+    void requireTaxSystem()
+    {
+        const QString name = QStringLiteral("taxationType");
+        const QString given = m_json.value(name).toString();
+        if (!m_rules.taxSystems.isEmpty() && !m_rules.taxSystems.contains(given))
+            fail(name,
+                QStringLiteral("must be one of the pool's: ") + m_rules.taxSystems.join(QStringLiteral(", ")),
+                given);
+    }
+
     void takeReceipt(const receipt::Receipt& receipt)
     {
         const bool isNamed = receipt.cashier && !receipt.cashier->name.isEmpty();
         if (!isNamed)
             requireCashier();
+        requireTaxSystem();
+        m_document.isPaperless = receipt.document.getPrintMode() == CheckPrintNone;
         m_document.kind = documentKindName(sale::movementOf(receipt).kind);
         m_document.goods = sale::markEntryOf(receipt).marks;
     }

@@ -5,6 +5,7 @@
 #include "protocol.h"
 
 #include <QDateTime>
+#include <QStringList>
 
 #include <functional>
 
@@ -22,6 +23,10 @@ struct PostingRules
     bool hasCashier = false;
     /// What a body says that leaves out what the sale says whose goods come back.
     std::function<QByteArray(const sale::DocumentRequest& request)> completed = {};
+    /// Any of several registers may make it: a receipt alone is the same at each of them.
+    bool isForPool = false;
+    /// By their names in receipts, which must name one of them; empty for any.
+    QStringList taxSystems = {};
 };
 
 } // namespace frserver

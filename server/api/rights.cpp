@@ -1,6 +1,7 @@
 #include "api/rights.h"
 
 #include "api/api.h"
+#include "api/place.h"
 #include "http/problem.h"
 #include "salereturn.h"
 
@@ -30,10 +31,9 @@ http::Access anybody()
     return {true, {}};
 }
 
-bool mayUse(const http::Request& request, const QString& registerName)
+bool mayUse(const http::Request& request, const QString& place)
 {
-    return !request.caller || request.caller->scopes.isEmpty()
-        || request.caller->scopes.contains(registerName);
+    return !request.caller || request.caller->scopes.isEmpty() || request.caller->scopes.contains(place);
 }
 
 bool isBoundToOwn(const http::Request& request)
@@ -43,14 +43,17 @@ bool isBoundToOwn(const http::Request& request)
 
 bool maySee(const Api& api, const http::Request& request, const sale::StoredDocument& document)
 {
-    return maySee(api, request, document.request.id, document.request.registerName);
+    const sale::DocumentRequest& posted = document.request;
+    return maySee(api, request, posted.id, posted.registerName, posted.pool);
 }
 
-bool maySee(const Api& api, const http::Request& request, const QString& id, const QString& registerName)
+bool maySee(const Api& api, const http::Request& request, const QString& id, const QString& registerName,
+    const QString& pool)
 {
     // Its own also where somebody has moved it: nobody else would tell it what has become of it.
-    return isBoundToOwn(request) ? api.owners().ownerOf(id) == request.caller->name
-                                 : mayUse(request, registerName);
+    if (isBoundToOwn(request))
+        return api.owners().ownerOf(id) == request.caller->name;
+    return mayUse(request, registerName) || (!pool.isEmpty() && mayUse(request, Place::ofPool(pool)));
 }
 
 std::function<QByteArray(const sale::DocumentRequest&)> completion(
@@ -90,6 +93,21 @@ Till& tillNamed(const Api& api, const http::Request& request, const QString& nam
 Till& tillOf(const Api& api, const http::Request& request)
 {
     return tillNamed(api, request, request.parameter(QStringLiteral("name")));
+}
+
+Pool& poolNamed(const Api& api, const http::Request& request, const QString& name)
+{
+    Pool* const pool = api.pool(name);
+    if (pool == nullptr)
+        throw http::Problem(404, QStringLiteral("There is no pool %1.").arg(name));
+    if (!rights::mayUse(request, Place::ofPool(name)))
+        throw http::Problem(403, QStringLiteral("This token is not for the pool %1.").arg(name));
+    return *pool;
+}
+
+Pool& poolOf(const Api& api, const http::Request& request)
+{
+    return poolNamed(api, request, request.parameter(QStringLiteral("name")));
 }
 
 sale::StoredDocument documentOf(const Api& api, const http::Request& request)

@@ -9,6 +9,7 @@
 namespace frserver {
 
 class Api;
+class Pool;
 class Till;
 
 /// What a caller may: without tokens all, else what its role and its registers say.
@@ -19,10 +20,12 @@ http::Access selling();
 http::Access administering();
 http::Access anybody();
 
-bool mayUse(const http::Request& request, const QString& registerName);
+/// The place is a register, or "pool:NAME".
+bool mayUse(const http::Request& request, const QString& place);
 /// A token that sells sees its own documents alone.
 bool maySee(const Api& api, const http::Request& request, const sale::StoredDocument& document);
-bool maySee(const Api& api, const http::Request& request, const QString& id, const QString& registerName);
+bool maySee(const Api& api, const http::Request& request, const QString& id, const QString& registerName,
+    const QString& pool);
 /// How a return is completed, while the request is answered: as sale::completedBody does, of a sale that the
 /// caller may see. What that of somebody else says is not for this one.
 std::function<QByteArray(const sale::DocumentRequest&)> completion(
@@ -39,6 +42,9 @@ QString callerName(const http::Request& request);
 Till& tillOf(const Api& api, const http::Request& request);
 /// The same by its name.
 Till& tillNamed(const Api& api, const http::Request& request, const QString& name);
+/// The pool of the path, and by its name. Throw http::Problem (404, 403).
+Pool& poolOf(const Api& api, const http::Request& request);
+Pool& poolNamed(const Api& api, const http::Request& request, const QString& name);
 /// The document of the path. Throws http::Problem (404), also for one that the caller may not see.
 sale::StoredDocument documentOf(const Api& api, const http::Request& request);
 

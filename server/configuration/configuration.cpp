@@ -65,6 +65,7 @@ private:
     void take(const IniSection& section)
     {
         static const QString prefix = QStringLiteral("register ");
+        static const QString poolPrefix = QStringLiteral("pool ");
         ServiceSettings& service = m_configuration.service;
         if (section.name == QStringLiteral("service")) {
             takeEntries(section, serviceKeys(), service);
@@ -80,9 +81,11 @@ private:
                 note(section.line, QStringLiteral("[webhook] needs url and secret"));
         } else if (section.name.startsWith(prefix)) {
             takeRegister(section, section.name.mid(prefix.size()).trimmed());
+        } else if (section.name.startsWith(poolPrefix)) {
+            takePool(section, section.name.mid(poolPrefix.size()).trimmed());
         } else {
             note(section.line,
-                QStringLiteral("[%1] is none of [service], [store], [webhook], [register NAME]")
+                QStringLiteral("[%1] is none of [service], [store], [webhook], [register NAME], [pool NAME]")
                     .arg(receipt::shownText(section.name)));
         }
     }
@@ -125,14 +128,77 @@ private:
                     keys.join(QStringLiteral(", "))));
     }
 
-    void takeRegister(const IniSection& section, const QString& name)
+    void requireName(const IniSection& section, const QString& what, const QString& name)
     {
         // It is part of addresses, and of names of metrics.
         static const QRegularExpression plainName(QStringLiteral("\\A[A-Za-z0-9][A-Za-z0-9._-]{0,63}\\z"));
         if (!plainName.match(name).hasMatch())
             note(section.line,
-                QStringLiteral("the register \"%1\": a name has letters, digits, dots, _ and -, 64 at most")
-                    .arg(receipt::shownText(name)));
+                QStringLiteral("the %1 \"%2\": a name has letters, digits, dots, _ and -, 64 at most")
+                    .arg(what, receipt::shownText(name)));
+    }
+
+    void takePool(const IniSection& section, const QString& name)
+    {
+        requireName(section, QStringLiteral("pool"), name);
+        PoolSettings settings;
+        settings.name = name;
+        takeEntries(section, poolKeys(), settings);
+        m_configuration.pools.append(settings);
+        m_poolLines.append(section.line);
+    }
+
+    /// Its registers may stand behind it.
+    void judgePool(const PoolSettings& pool, int line)
+    {
+        const auto wrong
+            = [&](const QString& text) { note(line, QStringLiteral("[pool %1] ").arg(pool.name) + text); };
+        // Those of a rack may all be elsewhere.
+        if (pool.registers.isEmpty() && m_storeLine == 0)
+            wrong(QStringLiteral("needs registers"));
+        for (const QString& name : pool.registers) {
+            RegisterSettings* const settings = registerNamed(name);
+            if (settings == nullptr)
+                wrong(QStringLiteral("names the register %1, and there is no [register %1]")
+                          .arg(receipt::shownText(name)));
+            else if (const QString fault = demandOf(pool, *settings); !fault.isEmpty())
+                wrong(fault);
+        }
+    }
+
+    RegisterSettings* registerNamed(const QString& name)
+    {
+        QList<RegisterSettings>& all = m_configuration.registers;
+        const auto found = std::find_if(
+            all.begin(), all.end(), [&name](const RegisterSettings& one) { return one.name == name; });
+        return found == all.end() ? nullptr : &*found;
+    }
+
+    /// What the pool says of its registers is compared as if each of them said so; empty when it can be.
+    static QString demandOf(const PoolSettings& pool, RegisterSettings& settings)
+    {
+        if (pool.inn.isEmpty())
+            return {};
+        if (settings.expected.inn.isEmpty())
+            settings.expected.inn = pool.inn;
+        if (settings.expected.inn != pool.inn)
+            return QStringLiteral("has another inn than its register ") + settings.name;
+        return isInnCompared(settings)
+            ? QString()
+            : QStringLiteral("has an inn, and its register %1 over XML is known by its serial number alone: "
+                             "serial = ...")
+                  .arg(settings.name);
+    }
+
+    static bool isInnCompared(const RegisterSettings& settings)
+    {
+        return settings.protocol != receipt::Protocol::Xml || settings.expected.inn.isEmpty()
+            || !settings.expected.serial.isEmpty();
+    }
+
+    void takeRegister(const IniSection& section, const QString& name)
+    {
+        requireName(section, QStringLiteral("register"), name);
         RegisterSettings settings;
         settings.name = name;
         takeEntries(section, registerKeys(), settings);
@@ -162,8 +228,7 @@ private:
         if (!hasKey(section, "protocol"))
             wrong(QStringLiteral("needs a protocol, HEX or XML"));
         // It would not be compared, and whoever wrote it relies on it.
-        if (settings.protocol == receipt::Protocol::Xml && !settings.expected.inn.isEmpty()
-            && settings.expected.serial.isEmpty())
+        if (!isInnCompared(settings))
             wrong(QStringLiteral("over XML the register is known by its serial number alone: serial = ..."));
         const bool isScheduled = settings.shift == ShiftRule::Scheduled;
         if (isScheduled != hasKey(section, "shift-open") || isScheduled != hasKey(section, "shift-close"))
@@ -178,6 +243,8 @@ private:
             m_errors.append(QStringLiteral("%1: has no [register NAME]").arg(m_fileName));
         if (m_storeLine > 0 && !m_configuration.service.journal.isEmpty())
             note(m_storeLine, QStringLiteral("[store] goes without journal of [service]"));
+        for (qsizetype pool = 0; pool < m_poolLines.size(); ++pool)
+            judgePool(m_configuration.pools.at(pool), m_poolLines.at(pool));
         for (RegisterSettings& settings : m_configuration.registers)
             settings.plugins = m_configuration.service.plugins;
     }
@@ -191,6 +258,7 @@ private:
     QStringList m_errors;
     QSet<QString> m_ports;
     int m_storeLine = 0;
+    QList<int> m_poolLines;
     Configuration m_configuration;
 };
 

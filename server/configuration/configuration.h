@@ -1,5 +1,6 @@
 #pragma once
 
+#include "configuration/poolsettings.h"
 #include "configuration/registersettings.h"
 #include "configuration/servicesettings.h"
 
@@ -7,7 +8,8 @@
 
 namespace frserver {
 
-/// What the service is told: sections [service], [store], [webhook] and a [register NAME] for each register.
+/// What the service is told: sections [service], [store], [webhook], a [register NAME] for each
+/// register and a [pool NAME] for each pool of them.
 struct Configuration
 {
     /// Throws ConfigurationError with all that is wrong.
@@ -16,6 +18,7 @@ struct Configuration
     ServiceSettings service = {};
     /// One at least.
     QList<RegisterSettings> registers = {};
+    QList<PoolSettings> pools = {};
 };
 
 } // namespace frserver

@@ -6,6 +6,7 @@
 #include "plaintext.h"
 #include "portname.h"
 #include "postgres/postgresplace.h"
+#include "receiptnames.h"
 #include "showntext.h"
 #include "taxnumber.h"
 
@@ -94,13 +95,23 @@ void takeProtocol(const QString& value, RegisterSettings& settings)
     settings.protocol = oneOf(value.toUpper(), names) == 1 ? receipt::Protocol::Hex : receipt::Protocol::Xml;
 }
 
-void takeInn(const QString& value, RegisterSettings& settings)
+QString companyInn(const QString& value)
 {
     // A test drive may be registered with any digits.
     static const QRegularExpression inn(QStringLiteral("\\A([0-9]{10}|[0-9]{12})\\z"));
     if (!inn.match(value).hasMatch())
         throw SettingError(QStringLiteral("%1 has not 10 or 12 digits").arg(quoted(value)));
-    settings.expected.inn = value;
+    return value;
+}
+
+void takeInn(const QString& value, RegisterSettings& settings)
+{
+    settings.expected.inn = companyInn(value);
+}
+
+void takePoolInn(const QString& value, PoolSettings& settings)
+{
+    settings.inn = companyInn(value);
 }
 
 void takeSerial(const QString& value, RegisterSettings& settings)
@@ -141,7 +152,8 @@ void takeShift(const QString& value, RegisterSettings& settings)
     settings.shift = static_cast<ShiftRule>(oneOf(value, names));
 }
 
-void takeStartBefore(const QString& value, RegisterSettings& settings)
+template <typename Settings>
+void takeStartBefore(const QString& value, Settings& settings)
 {
     constexpr int week = 7 * 24 * 3600;
     settings.startBefore = numberUpTo(value, 0, week);
@@ -157,6 +169,49 @@ void takeMarks(const QString& value, RegisterSettings& settings)
 {
     static const QStringList names{QStringLiteral("strict"), QStringLiteral("warn"), QStringLiteral("any")};
     settings.marks = static_cast<sale::MarkPolicy>(oneOf(value, names));
+}
+
+void takeDriveCapacity(const QString& value, RegisterSettings& settings)
+{
+    constexpr int most = 100'000'000;
+    settings.driveCapacity = numberUpTo(value, 1, most);
+}
+
+QStringList listOf(const QString& value)
+{
+    QStringList words = plain(value).split(QLatin1Char(','));
+    for (QString& word : words)
+        word = word.trimmed();
+    words.removeDuplicates();
+    return words;
+}
+
+void takeRegisters(const QString& value, PoolSettings& settings)
+{
+    settings.registers = listOf(value);
+}
+
+void takeTaxSystems(const QString& value, PoolSettings& settings)
+{
+    QStringList names;
+    for (const auto& system : receipt::names::taxSystems())
+        names.append(QString::fromLatin1(system.name));
+    settings.taxSystems = listOf(value);
+    for (const QString& system : std::as_const(settings.taxSystems))
+        oneOf(system, names);
+}
+
+void takeDrain(const QString& value, PoolSettings& settings)
+{
+    constexpr int most = 100'000'000;
+    const QStringList limits = listOf(value);
+    for (const QString& limit : limits) {
+        const QStringList words = limit.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+        const bool isDays = words.value(1) == QStringLiteral("days");
+        if (words.size() != 2 || (!isDays && words.value(1) != QStringLiteral("documents")))
+            throw SettingError(QStringLiteral("%1 is nothing as 30 days, 5000 documents").arg(quoted(limit)));
+        (isDays ? settings.drain.days : settings.drain.documents) = numberUpTo(words.constFirst(), 1, most);
+    }
 }
 
 void takePlugin(const QString& value, ServiceSettings& settings)
@@ -207,11 +262,25 @@ const QList<KeyRow<RegisterSettings>>& registerKeys()
         {"shift", takeShift},
         {"shift-open", takeTime<&RegisterSettings::shiftOpen>},
         {"shift-close", takeTime<&RegisterSettings::shiftClose>},
-        {"start-before", takeStartBefore},
+        {"start-before", takeStartBefore<RegisterSettings>},
         {"exclusive", takeSwitch<&RegisterSettings::isExclusive>},
         {"allow-test-drive", takeSwitch<&RegisterSettings::allowsTestDrive>},
         {"clock", takeClock},
         {"marks", takeMarks},
+        {"paperless", takeSwitch<&RegisterSettings::isPaperless>},
+        {"drive-capacity", takeDriveCapacity},
+    };
+    return rows;
+}
+
+const QList<KeyRow<PoolSettings>>& poolKeys()
+{
+    static const QList<KeyRow<PoolSettings>> rows{
+        {"registers", takeRegisters},
+        {"inn", takePoolInn},
+        {"tax-systems", takeTaxSystems},
+        {"drain", takeDrain},
+        {"start-before", takeStartBefore<PoolSettings>},
     };
     return rows;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "configuration/poolsettings.h"
 #include "configuration/registersettings.h"
 #include "configuration/servicesettings.h"
 
@@ -18,6 +19,7 @@ struct KeyRow
 /// @name The keys of each section
 /// @{
 const QList<KeyRow<RegisterSettings>>& registerKeys();
+const QList<KeyRow<PoolSettings>>& poolKeys();
 const QList<KeyRow<ServiceSettings>>& serviceKeys();
 const QList<KeyRow<ServiceSettings>>& storeKeys();
 const QList<KeyRow<ServiceSettings>>& webhookKeys();

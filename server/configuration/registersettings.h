@@ -47,6 +47,10 @@ struct RegisterSettings
     bool allowsTestDrive = false;
     ClockRule clock = ClockRule::Warn;
     sale::MarkPolicy marks = sale::MarkPolicy::Warn;
+    /// Receipts of which nothing is printed are made without paper.
+    bool isPaperless = false;
+    /// Documents that its fiscal drive can keep.
+    int driveCapacity = 230'000;
     /// Files or folders, see devices::findDriverPlugin.
     QStringList plugins = {};
 };

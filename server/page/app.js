@@ -7,9 +7,11 @@ import { Documents } from "./documents.js";
 import { byId, setText, throttled } from "./dom.js";
 import { EventFeed } from "./events.js";
 import { language, onLanguage, setLanguage, t, translate } from "./i18n.js";
-import { documentState, isReceipt, kindName, registerState } from "./labels.js";
+import { documentState, isReceipt, kindName, poolName, registerState } from "./labels.js";
 import { notify, say } from "./notices.js";
 import { Outgoing } from "./outgoing.js";
+import { placeName, placeOfPool, placeQuery } from "./places.js";
+import { Pools } from "./pools.js";
 import { ReceiptForm } from "./receipt.js";
 import { Registers } from "./registers.js";
 import { areYouSure } from "./sure.js";
@@ -31,6 +33,7 @@ const page = { connection: "connecting", trial: null };
 const outgoing = new Outgoing(access, { onAnswer: answered, onChange: showOutgoing });
 const isBusy = (desk) => outgoing.isOpen(desk);
 const registers = new Registers(byId("registers"), { report, hold, isBusy });
+const pools = new Pools(byId("pools"));
 const attention = new Attention({ resolve, accept, choose });
 const documents = new Documents(api, { onChoose: choose, onError: complain });
 const detail = new DocumentView(byId("document"), api, { resolve, withdraw, move });
@@ -94,8 +97,8 @@ function withdraw(id) {
     return act(() => api.remove(documentPath(id)));
 }
 
-function move(id, register) {
-    return act(() => api.post(documentPath(id, "/move"), { register }));
+function move(id, place) {
+    return act(() => api.post(documentPath(id, "/move"), placeQuery(place)));
 }
 
 function hold(name, isHeld) {
@@ -114,9 +117,9 @@ function sell(name, body) {
     outgoing.send(`sell:${name}`, name, body);
 }
 
-function check(register, body) {
+function check(place, body) {
     return act(async () => {
-        const response = await access.fetch(`/v1/check?${new URLSearchParams({ register })}`, {
+        const response = await access.fetch(`/v1/check?${new URLSearchParams(placeQuery(place))}`, {
             method: "POST", headers: { "Content-Type": "application/json" }, body: JSON.stringify(body) });
         const answer = await response.json();
         return response.ok ? receipt.showCheck(answer) : receipt.showWrong(answer);
@@ -146,7 +149,7 @@ function showOutgoing() {
     const open = outgoing.unanswered();
     byId("unanswered").hidden = open.length === 0;
     setText(byId("unanswered"), open.map(({ id, register, body }) =>
-        t("sentAgain", { kind: kindName(body.type), register, id })).join(" "));
+        t("sentAgain", { kind: kindName(body.type), register: placeName(register, poolName), id })).join(" "));
     registers.show();
     receipt.show();
 }
@@ -160,14 +163,17 @@ async function showTrial(id) {
 // What is shown.
 
 async function updateRegisters() {
-    const { registers: all } = await api.get("/registers");
+    const [{ registers: all }, { pools: told }] = await Promise.all([api.get("/registers"), api.get("/pools")]);
     const names = all.map(({ name }) => name);
-    if (names.join() === registers.names.join()) {
+    const wasSame = told.map(({ name }) => name).join() === pools.names.join();
+    pools.set(told);
+    if (wasSame && names.join() === registers.names.join()) {
         all.forEach((register) => registers.update(register));
     } else {
         registers.set(all);
-        [documents, receipt].forEach((part) => part.setRegisters(names));
-        detail.registers = names;
+        const places = [...names, ...pools.names.map(placeOfPool)];
+        [documents, receipt].forEach((part) => part.setRegisters(places));
+        Object.assign(detail, { registers: names, pools: pools.names });
         await Promise.all(names.map(updateLast));
     }
     attention.setRegisters(registers.all);
@@ -194,7 +200,7 @@ function readAll() {
 }
 
 const news = {
-    document({ id, register, kind, state, reason, documentNumber }) {
+    document({ id, register, pool, kind, state, reason, documentNumber }) {
         readDocuments();
         readUnknown();
         readRegisters();
@@ -202,10 +208,10 @@ const news = {
             readDetail();
         if (id === page.trial)
             quietly(showTrial(id));
-        if (state === "issued" && isReceipt(kind))
+        if (state === "issued" && isReceipt(kind) && register)
             quietly(updateLast(register));
         if (state !== "queued" && state !== "running")
-            say(t("newsDocument", { register, kind: kindName(kind), number: documentNumber ?? "",
+            say(t("newsDocument", { register: register || poolName(pool), kind: kindName(kind), number: documentNumber ?? "",
                 state: documentState({ state, reason }) }));
     },
     register({ register: name, ...view }) {
@@ -244,7 +250,7 @@ function draw() {
     translate(document);
     byId("language").value = language();
     showConnection(page.connection);
-    [registers, documents, attention, detail, receipt].forEach((part) => part.redraw());
+    [registers, pools, documents, attention, detail, receipt].forEach((part) => part.redraw());
     showOutgoing();
 }
 

@@ -2,13 +2,14 @@
 
 import { button, el, russian } from "./dom.js";
 import { money, t } from "./i18n.js";
-import { badge, documentTitle, facts, moment, reasonName } from "./labels.js";
+import { badge, documentTitle, facts, isReceipt, moment, poolName, reasonName } from "./labels.js";
 import { DocumentPicture } from "./picture.js";
+import { placeName, placeOfPool } from "./places.js";
 import { resolution } from "./resolve.js";
 
 export class DocumentView {
     constructor(root, api, { resolve, withdraw, move }) {
-        Object.assign(this, { root, api, resolve, withdraw, move, id: null, registers: [], told: null });
+        Object.assign(this, { root, api, resolve, withdraw, move, id: null, registers: [], pools: [], told: null });
         this.picture = new DocumentPicture(api);
     }
 
@@ -42,14 +43,15 @@ export class DocumentView {
             this.picture.of(document), ...attempts(document), body(document)].filter(Boolean);
     }
 
-    #doings({ id, state, register }) {
+    #doings({ id, state, register, pool, kind }) {
         if (state === "unknown")
             return [el("p", {}, t("howToResolve")), resolution(id, this.resolve)];
         if (state !== "queued")
             return [];
-        const others = this.registers.filter((name) => name !== register);
+        const pools = isReceipt(kind) ? this.pools.filter((name) => register !== null || name !== pool) : [];
+        const others = [...this.registers.filter((name) => name !== register), ...pools.map(placeOfPool)];
         return [el("div", { class: "buttons", "data-needs": "sell" }, button(t("withdraw"), () => this.withdraw(id), { "data-do": "withdraw" }),
-            others.map((name) => button(t("moveTo", { name }), () => this.move(id, name), { "data-do": "move" })))];
+            others.map((place) => button(t("moveTo", { name: placeName(place, poolName) }), () => this.move(id, place), { "data-do": "move" })))];
     }
 }
 
@@ -60,9 +62,9 @@ function problem({ error }) {
 }
 
 function factsOf(document) {
-    const { id, register, accepted, begun, settled, drive, shift, receiptNumber, total, change, startBefore, returnOf,
+    const { id, register, pool, accepted, begun, settled, drive, shift, receiptNumber, total, change, startBefore, returnOf,
         resolvedBy, note, reason } = document;
-    return facts([["id", id], ["register", register], ["reason", reason && reasonName(reason)],
+    return facts([["id", id], ["register", register], ["pool", pool], ["reason", reason && reasonName(reason)],
         ["total", total === null ? null : money(total)], ["change", change ? money(change) : null],
         ["shift", shift], ["receiptNumber", receiptNumber], ["fiscalDrive", drive], ["accepted", moment(accepted)],
         ["startBefore", settled ? null : moment(startBefore)], ["begun", moment(begun)], ["settled", moment(settled)],

@@ -2,7 +2,8 @@
 
 import { byId, el, setText } from "./dom.js";
 import { t } from "./i18n.js";
-import { badge, documentTitle, moment } from "./labels.js";
+import { badge, documentTitle, moment, poolName } from "./labels.js";
+import { placeName, placeQuery } from "./places.js";
 
 const PAGE = 50;
 const MOST = 500;
@@ -19,7 +20,7 @@ export class Documents {
     }
 
     setRegisters(names) {
-        this.#options("register", names.map((name) => [name, name]), "allRegisters");
+        this.#options("register", names.map((name) => [name, placeName(name, poolName)]), "allRegisters");
         this.form.register.closest("label").hidden = names.length < 2;
     }
 
@@ -50,7 +51,7 @@ export class Documents {
 
     #query() {
         const { text, register, state } = this.form;
-        const given = { text: text.value.trim(), register: register.value, state: state.value };
+        const given = { text: text.value.trim(), ...placeQuery(register.value), state: state.value };
         return Object.fromEntries(Object.entries(given).filter(([, value]) => value));
     }
 
@@ -109,6 +110,6 @@ export class Documents {
 
 function cells(document) {
     return [el("span", { class: "time" }, moment(document.accepted)), el("strong", {}, documentTitle(document)),
-        badge(document), el("span", { class: "small" }, document.register ?? ""),
+        badge(document), el("span", { class: "small" }, document.register ?? (document.pool ? poolName(document.pool) : "")),
         el("span", { class: "small id" }, document.id)];
 }

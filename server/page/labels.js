@@ -18,6 +18,8 @@ export const kindName = (kind) => named("kind", kind);
 export const documentTitle = ({ kind, documentNumber }) =>
     kindName(kind) + (documentNumber ? ` ${t("number", { number: documentNumber })}` : "");
 export const reasonName = (reason) => named("reason", reason);
+export const absenceName = (absent) => named("absent", absent);
+export const poolName = (name) => t("poolNamed", { name });
 export const waitingName = (waiting) => named("waiting", waiting);
 
 // "queued, waiting: paper"; "not issued: expired".

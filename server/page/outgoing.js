@@ -1,6 +1,8 @@
 // What the page has posted. The id of a document is made here and kept with its body until the service has answered: any
 // 5xx, time-out or answer that is not the service's means the same id again.
 
+import { documentsPath } from "./places.js";
+
 const KEY = "frserver-outgoing";
 const PATIENCE = 20000;
 const FIRST_RETRY = 1000;
@@ -17,6 +19,7 @@ export class Outgoing {
         this.atWork = new Set();
     }
 
+    // The register may be the place of a pool.
     send(desk, register, body) {
         if (this.isOpen(desk))
             return;
@@ -78,7 +81,7 @@ export class Outgoing {
     // Nothing when there was no answer of the service.
     async #post({ id, register, body }) {
         try {
-            const response = await this.access.fetch(`/v1/registers/${encodeURIComponent(register)}/documents`, {
+            const response = await this.access.fetch(`/v1${documentsPath(register)}`, {
                 method: "POST",
                 headers: { "Content-Type": "application/json", Prefer: "wait=0" },
                 body: JSON.stringify({ ...body, id }),

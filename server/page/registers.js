@@ -2,7 +2,7 @@
 
 import { button, el, russian, setText } from "./dom.js";
 import { money, t } from "./i18n.js";
-import { facts, kindName, moment, registerState, tone } from "./labels.js";
+import { absenceName, facts, kindName, moment, registerState, tone } from "./labels.js";
 
 const HOUR = 3600000;
 const DAY = 24 * HOUR;
@@ -32,7 +32,7 @@ class RegisterCard {
         this.x.disabled = isBusy(`xReport:${register.name}`);
         this.z.disabled = isBusy(`zReport:${register.name}`);
         this.facts.replaceChildren(...facts([paper(register), shift(register), lastReceipt(last), queue(register),
-            unsent(register), drive(register), ...alarms(register), ["model", modelText(register)]]));
+            unsent(register), drive(register), pools(register), ...alarms(register), ["model", modelText(register)]]));
     }
 }
 
@@ -82,6 +82,11 @@ function drive({ condition, identity }) {
     const days = Math.floor((Date.parse(condition.driveUntil) - Date.now()) / DAY);
     const tint = days < LAST_DAYS ? "bad" : "";
     return ["drive", t("driveDays", { days, date: condition.driveUntil }) + test, tint];
+}
+
+function pools({ pools: served }) {
+    const texts = (served ?? []).map(({ name, absent }) => (absent ? `${name} (${absenceName(absent)})` : name));
+    return ["pools", texts.join(", "), served?.some(({ absent }) => absent) ? "warn" : ""];
 }
 
 const alarms = ({ alarms: told }) => (told ?? []).map(({ text }) => ["alarm", russian(text), "bad"]);

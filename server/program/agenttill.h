@@ -1,6 +1,7 @@
 #pragma once
 
 #include "api/till.h"
+#include "rack/pooldispatch.h"
 #include "rack/registeragent.h"
 
 namespace frserver {
@@ -9,13 +10,19 @@ namespace frserver {
 class AgentTill : public Till
 {
 public:
-    AgentTill(const Settings& settings, RegisterAgent& agent)
+    AgentTill(const Settings& settings, RegisterAgent& agent, const PoolDispatch& dispatch)
         : Till(settings)
         , m_agent(agent)
+        , m_dispatch(dispatch)
     {
     }
 
-    QJsonObject view() const override { return m_agent.view(); }
+    QJsonObject view() const override
+    {
+        QJsonObject view = m_agent.view();
+        view.insert(QStringLiteral("pools"), m_dispatch.poolsOf(m_agent.name()));
+        return view;
+    }
     void wake() override { m_agent.wake(); }
     void setAwaited(const QString& id, bool isAwaited) override { m_agent.setAwaited(id, isAwaited); }
     void settle(const QString& id) override { m_agent.settle(id); }
@@ -25,6 +32,7 @@ public:
 
 private:
     RegisterAgent& m_agent;
+    const PoolDispatch& m_dispatch;
 };
 
 } // namespace frserver

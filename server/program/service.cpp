@@ -59,6 +59,7 @@ Service::Service(const Configuration& configuration, const QString& journal)
     , m_outbox(journal, patienceMs)
     , m_tokens(tokenFile(configuration.service, journal))
     , m_rack(registersOf(configuration), *m_store, createWorker, {.journal = journal})
+    , m_dispatch(configuration.pools, m_rack, *m_store)
     , m_pictures({.plugins = pluginPlaces(configuration.service)})
     , m_api(*m_store, m_owners, apiSettings(configuration.service))
     , m_server(m_api.site())
@@ -67,11 +68,19 @@ Service::Service(const Configuration& configuration, const QString& journal)
     m_store->requireHere();
     for (const auto& [name, agent] : m_rack.agents())
         add(*agent);
+    for (const PoolSettings& settings : configuration.pools)
+        add(settings);
     QObject::connect(
         &m_rack, &Rack::documentChanged, &m_rack, [this](const QString& id) { m_api.documentChanged(id); });
+    QObject::connect(&m_dispatch, &PoolDispatch::documentClaimed, &m_dispatch,
+        [this](const sale::StoredDocument& document) { m_api.documentChanged(document); });
+    QObject::connect(&m_dispatch, &PoolDispatch::documentChanged, &m_dispatch,
+        [this](const QString& id) { m_api.documentChanged(id); });
     QObject::connect(&m_rack, &Rack::registerChanged, &m_rack,
         [this](const QString& name) { m_api.registerChanged(name); });
     startWebhook(configuration.service);
+    if (sale::isShared(journal))
+        m_peers = std::make_unique<Peers>(sale::PostgresPlace::of(journal), m_api, *m_store);
 }
 
 QString Service::tokenFile(const ServiceSettings& settings, const QString& journal)
@@ -85,8 +94,17 @@ QString Service::tokenFile(const ServiceSettings& settings, const QString& journ
 
 void Service::add(RegisterAgent& agent)
 {
-    m_tills.push_back(std::make_unique<AgentTill>(tillSettings(agent.settings()), agent));
+    m_tills.push_back(std::make_unique<AgentTill>(tillSettings(agent.settings()), agent, m_dispatch));
     m_api.add(*m_tills.back());
+}
+
+void Service::add(const PoolSettings& settings)
+{
+    m_pools.push_back(
+        std::make_unique<DispatchPool>(Pool::Settings{settings.name, settings.registers, settings.inn,
+                                           settings.taxSystems, settings.startBefore},
+            m_dispatch));
+    m_api.add(*m_pools.back());
 }
 
 void Service::startWebhook(const ServiceSettings& settings)
@@ -126,6 +144,9 @@ void Service::start(const ListenAddress& listen)
     m_isOpen = !listen.isLoopback();
     m_server.listen(listen.address, listen.port);
     m_rack.start();
+    m_dispatch.start();
+    if (m_peers)
+        m_peers->start();
 }
 
 void Service::stop(const std::function<void()>& stopped)
@@ -135,6 +156,7 @@ void Service::stop(const std::function<void()>& stopped)
     QObject::connect(&m_patience, &QTimer::timeout, &m_patience, stopped);
     m_patience.setSingleShot(true);
     m_patience.start(longestDocument);
+    m_dispatch.stop();
     m_rack.stop();
 }
 

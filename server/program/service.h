@@ -4,7 +4,9 @@
 #include "api/api.h"
 #include "configuration/configuration.h"
 #include "http/server.h"
+#include "peers/peers.h"
 #include "program/agenttill.h"
+#include "program/dispatchpool.h"
 #include "program/listenaddress.h"
 #include "program/pictureprocesses.h"
 #include "rack/rack.h"
@@ -42,6 +44,7 @@ public:
 
 private:
     void add(RegisterAgent& agent);
+    void add(const PoolSettings& settings);
     void startWebhook(const ServiceSettings& settings);
 
     const QString m_certificate;
@@ -52,10 +55,14 @@ private:
     Outbox m_outbox;
     TokenFile m_tokens;
     Rack m_rack;
+    PoolDispatch m_dispatch;
     std::vector<std::unique_ptr<AgentTill>> m_tills;
+    std::vector<std::unique_ptr<DispatchPool>> m_pools;
     PictureProcesses m_pictures;
     Api m_api;
     std::unique_ptr<Webhook> m_webhook;
+    /// With a database of many machines.
+    std::unique_ptr<Peers> m_peers;
     http::Server m_server;
     QTimer m_patience;
 };

@@ -48,6 +48,7 @@ void RegisterAgent::start()
 void RegisterAgent::stop()
 {
     m_isStopping = true;
+    giveUpClaim();
     // A register that does not answer may be waited for, for a minute and more.
     static const QStringList harmless{
         QStringLiteral("start"), QStringLiteral("open"), QStringLiteral("state"), QStringLiteral("settle")};
@@ -59,6 +60,7 @@ void RegisterAgent::stop()
 void RegisterAgent::pause(const QString& by)
 {
     m_pausedBy = by;
+    giveUpClaim();
     advance();
 }
 
@@ -210,6 +212,8 @@ bool RegisterAgent::makeNext()
     try {
         const std::optional<Request> next = nextDocument();
         if (!next) {
+            // Withdrawn, or too late.
+            m_claimed.reset();
             // What could not be written is not tried before there is something to write.
             if (m_waiting && m_waiting->reason == QStringLiteral("journal"))
                 unblock();
@@ -233,7 +237,7 @@ std::optional<RegisterAgent::Request> RegisterAgent::nextDocument()
         if (!document)
             return std::nullopt;
         const auto& [id, kind] = std::pair(document->request.id, document->request.kind);
-        if (m_deaths.value(id) >= mostDeaths)
+        if (m_options.deaths->value(id) >= mostDeaths)
             refuseDeadly(id);
         else if (!refuseOutsideHours(*document))
             return Request{.what = QStringLiteral("make"), .id = id, .kind = kind};
@@ -280,7 +284,7 @@ void RegisterAgent::refuseDeadly(const QString& id)
             QStringLiteral("Программа кассы аварийно завершалась на этом документе, не начав его")},
         {QStringLiteral("exception"), QStringLiteral("HostError")}};
     m_store.refuse(id, {.failure = failure});
-    m_deaths.remove(id);
+    m_options.deaths->remove(id);
     Q_EMIT documentChanged(id);
 }
 
@@ -288,6 +292,7 @@ void RegisterAgent::block(const QString& reason, const QString& text)
 {
     m_waiting = Waiting{reason, text};
     m_retryAt = steady() + m_backoff.next();
+    giveUpClaim();
 }
 
 void RegisterAgent::unblock()
@@ -295,6 +300,7 @@ void RegisterAgent::unblock()
     m_waiting.reset();
     m_retryAt = 0;
     m_backoff.reset();
+    m_isPaperWanted = false;
 }
 
 } // namespace frserver

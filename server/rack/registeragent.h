@@ -34,6 +34,9 @@ public:
         /// A worker that is at something and has said nothing for so many milliseconds is killed. A busy
         /// register may hold one exchange for 100 s.
         qint64 longestSilence = 120'000;
+        /// How often workers died of a document that was never begun, whichever register it was at: all
+        /// agents of a rack have the same one.
+        std::shared_ptr<QHash<QString, int>> deaths = std::make_shared<QHash<QString, int>>();
     };
 
     /// The store must outlive it.
@@ -62,6 +65,14 @@ public:
     /// A person says that another drive, or documents that the journal does not know, are all right.
     void accept(const QString& by, const QString& note);
 
+    /// What it would make now of what waits in pools.
+    enum class Readiness { Nothing, Paperless, Anything };
+    Readiness readiness() const;
+    /// One that was claimed for it, when it was ready.
+    void makeClaimed(const sale::StoredDocument& document);
+    const QJsonObject& identity() const { return m_identity; }
+    const QJsonObject& condition() const { return m_condition; }
+
     /// "state" ("starting", "ready", "making", "waiting", "pausing", "paused", "stopping", "stopped") with
     /// "since" and "stateAge" in seconds, "waiting" (Waiting::reason or null) and "waitingText", "pausedBy",
     /// "document" (the id that is made), "identity" and "condition" as the register has told them last, with
@@ -73,6 +84,9 @@ Q_SIGNALS:
     void documentChanged(const QString& id);
     void changed();
     void stopped();
+    /// What was claimed for it and not begun may go to another register. Whether it may be to blame itself,
+    /// and not paper or line.
+    void claimGivenUp(bool mayBeToBlame);
 
 private:
     /// What the worker is at.
@@ -86,6 +100,14 @@ private:
         /// The service's own Z report.
         bool isOfShift = false;
         qint64 heard = 0;
+    };
+    /// A document of a pool.
+    struct Claim
+    {
+        QString id;
+        QString kind;
+        bool isPaperless = false;
+        bool mayBeToBlame = false;
     };
     struct Acceptance
     {
@@ -105,7 +127,7 @@ private:
     void answered(const Request& request, const QJsonObject& answer);
     void opened(const QJsonObject& answer);
     void made(const Request& request, const QJsonObject& answer);
-    void meetHold(const QString& held, const QString& kind, const QString& text);
+    void meetHold(const QString& reason, const QString& text);
     void noteShift(const Request& request, const QJsonObject& answer);
     void noteZReport(const QJsonObject& answer);
     void noteUnsent();
@@ -123,6 +145,10 @@ private:
     void block(const QString& reason, const QString& text);
     void unblock();
     void wakeLater();
+    void giveUpClaim();
+    bool isMaking(const QString& id) const;
+    void requestClaimed();
+    bool endClaim(const QString& id, const QString& hold);
     void announce();
     QString state() const;
     QJsonArray alarms() const;
@@ -155,6 +181,9 @@ private:
     std::optional<qint64> m_endingSince;
     std::optional<Waiting> m_waiting;
     std::optional<Acceptance> m_acceptance;
+    std::optional<Claim> m_claimed;
+    /// Also for what is not printed.
+    bool m_isPaperWanted = false;
     QStringList m_toSettle;
     /// Documents that the start under way settles.
     QStringList m_begun;
@@ -167,8 +196,6 @@ private:
     qint64 m_zReportDue = 0;
     QString m_zReport;
     QString m_zReportFailure;
-    /// How often a worker died of a document that was never begun.
-    QHash<QString, int> m_deaths;
     int m_workerStarts = 0;
     int m_connections = 0;
     qint64 m_exchanges = 0;

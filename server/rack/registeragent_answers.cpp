@@ -141,15 +141,17 @@ void RegisterAgent::noteUnsent()
 
 void RegisterAgent::made(const Request& request, const QJsonObject& answer)
 {
-    m_deaths.remove(request.id);
+    m_options.deaths->remove(request.id);
     const QString held = textOf(answer, "held");
     const QString kind = textOf(answer, "kind");
     noteShift(request, answer);
     if (request.isOfShift)
         noteZReport(answer);
-    if (!held.isEmpty() || isOfPaper(kind))
-        meetHold(held, kind, textOf(answer, "text"));
-    else
+    const QString hold = !held.isEmpty() ? held : isOfPaper(kind) ? kind : QString();
+    const bool saysNothingOfPaper = endClaim(request.id, hold);
+    if (!hold.isEmpty())
+        meetHold(hold, textOf(answer, "text"));
+    else if (!saysNothingOfPaper)
         unblock();
     // What was begun and could not be settled is settled by the next start.
     if (kind == QStringLiteral("line") || textOf(answer, "state") == QStringLiteral("running"))
@@ -157,9 +159,8 @@ void RegisterAgent::made(const Request& request, const QJsonObject& answer)
     Q_EMIT documentChanged(request.id);
 }
 
-void RegisterAgent::meetHold(const QString& held, const QString& kind, const QString& text)
+void RegisterAgent::meetHold(const QString& reason, const QString& text)
 {
-    const QString reason = held.isEmpty() ? kind : held;
     block(reason, text);
     // The line, the port, the register or its drive: all of that is looked at anew.
     if (!isOfDocuments(reason))
@@ -234,7 +235,7 @@ void RegisterAgent::noteDeath(const QString& id)
     try {
         const std::optional<sale::StoredDocument> document = m_store.findId(id);
         if (document && document->state == sale::DocumentState::Queued)
-            ++m_deaths[id];
+            ++(*m_options.deaths)[id];
     } catch (const sale::JournalError& error) {
         qCWarning(rackLog).noquote() << error.what();
     }

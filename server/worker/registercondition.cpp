@@ -6,8 +6,12 @@
 #include "deviceinfo.h"
 #include "documentanswer.h"
 #include "exceptions.h"
+#include "receiptnames.h"
 #include "shiftopening.h"
+#include "taxsystem.h"
 #include "testdrive.h"
+
+#include <QJsonArray>
 
 namespace frserver {
 
@@ -38,6 +42,15 @@ qint64 unsentDocuments(const FnInfo& info, bool isHex)
     if (told <= 0)
         return 0;
     return isHex ? qint64{info.fnStatus.lastFdNumber} - told + 1 : told;
+}
+
+QJsonArray taxSystemsJson(AbstractFrDriver& driver)
+{
+    QJsonArray names;
+    const QList<hw::fr::common::TaxSystemType> systems = driver.getAllTaxSystems();
+    for (const hw::fr::common::TaxSystemType system : systems)
+        names.append(receipt::names::nameOf(receipt::names::taxSystems(), system));
+    return names;
 }
 
 } // namespace
@@ -74,12 +87,14 @@ QJsonObject RegisterCondition::toJson(const QDateTime& localNow) const
 
 QJsonObject identityJson(AbstractFrDriver& driver, const QString& drive)
 {
+    QJsonValue systems;
+    askIfTold([&] { systems = taxSystemsJson(driver); });
     const DeviceInfo info = driver.getDeviceInfo();
     return {{QStringLiteral("model"), sale::textOrNull(info.getModelName())},
         {QStringLiteral("serial"), sale::textOrNull(info.getNumber().trimmed())},
         {QStringLiteral("firmware"), sale::textOrNull(info.getFirmwareVersion())},
         {QStringLiteral("drive"), sale::textOrNull(drive)},
-        {QStringLiteral("testDrive"), sale::testDriveJson(drive)}};
+        {QStringLiteral("testDrive"), sale::testDriveJson(drive)}, {QStringLiteral("taxSystems"), systems}};
 }
 
 } // namespace frserver

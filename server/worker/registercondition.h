@@ -29,7 +29,8 @@ struct RegisterCondition
     qint64 unsent = -1;
 };
 
-/// "model", "serial", "firmware", "drive", "testDrive".
+/// "model", "serial", "firmware", "drive", "testDrive", "taxSystems" (their names in receipts; null where the
+/// register does not tell).
 QJsonObject identityJson(AbstractFrDriver& driver, const QString& drive);
 
 } // namespace frserver

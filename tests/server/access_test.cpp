@@ -86,10 +86,10 @@ TEST_F(AccessTest, LetsEachRoleDoItsOwn)
 TEST_F(AccessTest, TellsATokenWhatItMayDo)
 {
     EXPECT_EQ(as("seller", "GET", "/v1/me").body,
-        R"({"name":"seller","registers":["till1"],"role":"sell"})"
+        R"({"name":"seller","pools":[],"registers":["till1"],"role":"sell"})"
         "\n");
     EXPECT_EQ(as("admin", "GET", "/v1/me").body,
-        R"({"name":"admin","registers":["till1","till2"],"role":"admin"})"
+        R"({"name":"admin","pools":["shop"],"registers":["till1","till2"],"role":"admin"})"
         "\n");
     EXPECT_EQ(status("nobody", "GET", "/v1/me"), 401);
 }

@@ -21,7 +21,11 @@ public:
     {
         return {{"state", state}, {"waiting", waiting.isEmpty() ? QJsonValue() : QJsonValue(waiting)},
             {"connections", 2}, {"exchanges", QJsonObject{{"count", 3}, {"seconds", 1.5}}},
-            {"condition", QJsonObject{{"unsent", 4}}}};
+            {"condition", QJsonObject{{"unsent", 4}}},
+            {"pools",
+                QJsonArray{QJsonObject{{"name", "shop"},
+                    {"absent", absent.isEmpty() ? QJsonValue() : QJsonValue(absent)}, {"daysLeft", 100},
+                    {"documentsLeft", QJsonValue()}}}}};
     }
     void wake() override { told.append("wake"); }
     void setAwaited(const QString& id, bool isAwaited) override
@@ -35,6 +39,23 @@ public:
 
     QString state = "ready";
     QString waiting;
+    /// From the pool.
+    QString absent;
+    QStringList told;
+};
+
+/// A pool that remembers what it was told.
+class FakePool : public frserver::Pool
+{
+public:
+    using Pool::Pool;
+
+    void wake() override { told.append("wake"); }
+    void setAwaited(const QString& id, bool isAwaited) override
+    {
+        told.append(id + (isAwaited ? " awaited" : " not awaited"));
+    }
+
     QStringList told;
 };
 
@@ -106,6 +127,7 @@ protected:
     {
         api.add(till1);
         api.add(till2);
+        api.add(shop);
         api.setPainter(painter);
     }
 
@@ -138,7 +160,8 @@ protected:
             headers.append({"Prefer", prefer});
         if (!token.isEmpty())
             headers.append({"Authorization", "Bearer " + token});
-        return ask("POST", "/v1/registers/" + name + "/documents", body, headers);
+        return ask(
+            "POST", (name == "shop" ? "/v1/pools/" : "/v1/registers/") + name + "/documents", body, headers);
     }
 
     void begin(const QString& id)
@@ -185,6 +208,7 @@ protected:
     frserver::Owners owners{folder.filePath("journal.sqlite"), 1000};
     FakeTill till1{{"till1", receipt::Protocol::Hex, QTimeZone::utc(), 120, true}};
     FakeTill till2{{"till2", receipt::Protocol::Xml, QTimeZone::utc(), 0, false}};
+    FakePool shop{{"shop", {"till1", "till2"}, {}, {"osn"}, 300}};
     FakePainter painter;
     frserver::Api api;
 };

@@ -12,9 +12,14 @@ const AskRow askRows[] = {
     {"GET", "/v1/registers", "", 200, "\"till2\""},
     {"GET", "/v1/registers/till1", "", 200, "\"unknown\":2"},
     {"GET", "/v1/registers/till3", "", 404, "no register till3"},
+    {"GET", "/v1/pools", "", 200, "\"queued\":1"},
+    {"GET", "/v1/pools/shop", "", 200, "\"absent\":\"driveDays\""},
+    {"GET", "/v1/pools/other", "", 404, "no pool other"},
+    {"GET", "/v1/documents?pool=shop", "", 200, "document:9"},
+    {"GET", "/v1/documents?pool=other", "", 404},
     {"GET", "/v1/documents", "", 200, "\"next\":null"},
-    {"GET", "/v1/documents?limit=2", "", 200, "\"next\":\"6\""},
-    {"GET", "/v1/documents?limit=2&cursor=6", "", 200, "\"next\":\"4\""},
+    {"GET", "/v1/documents?limit=2", "", 200, "\"next\":\"7\""},
+    {"GET", "/v1/documents?limit=2&cursor=7", "", 200, "\"next\":\"5\""},
     {"GET", "/v1/documents?state=unknown,issued&register=till1", "", 200, "document:3"},
     {"GET", "/v1/documents?text=%D0%A5%D0%BB%D0%B5%D0%B1", "", 200, "document:1"},
     {"GET", "/v1/documents?since=2031-01-01T00:00:00Z", "", 200, "\"documents\":[]"},
@@ -26,13 +31,18 @@ const AskRow askRows[] = {
     {"GET", "/v1/documents?registre=till1&", "", 400, "no registre"},
     {"GET", "/v1/documents?register=till3", "", 404},
     {"GET", "/v1/documents/document:1", "", 200, "\"items\":[{"},
-    {"GET", "/v1/documents/document:9", "", 404},
+    {"GET", "/v1/documents/document:0", "", 404},
     {"DELETE", "/v1/documents/document:5", "", 200, "deleted"},
     {"DELETE", "/v1/documents/document:1", "", 409, "\"issued\""},
-    {"DELETE", "/v1/documents/document:9", "", 404},
+    {"DELETE", "/v1/documents/document:0", "", 404},
     {"POST", "/v1/documents/document:4/move", R"({"register":"till2"})", 200, "\"till2\""},
     {"POST", "/v1/documents/document:4/move", "{}", 400, "register"},
-    {"POST", "/v1/documents/document:9/move", R"({"register":"till2"})", 404},
+    {"POST", "/v1/documents/document:4/move", R"({"pool":"shop"})", 400, "receipts alone"},
+    {"POST", "/v1/documents/document:9/move", R"({"pool":"other"})", 404},
+    {"POST", "/v1/documents/document:9/move", R"({"pool":"shop"})", 200, "\"pool\":\"shop\""},
+    {"POST", "/v1/pools/other/documents", "{}", 404},
+    {"POST", "/v1/pools/shop/documents", R"({"id":"document:z","type":"zReport"})", 400, "a pool takes"},
+    {"POST", "/v1/documents/document:0/move", R"({"register":"till2"})", 404},
     {"POST", "/v1/documents/document:1/move", R"({"register":"till2"})", 409, "\"issued\""},
     {"POST", "/v1/documents/document:2/resolve", R"({"state":"issued"})", 400, "documentNumber"},
     {"POST", "/v1/documents/document:2/resolve", R"({"state":"notIssued"})", 400, "note"},
@@ -47,7 +57,7 @@ const AskRow askRows[] = {
         "\"resolved\""},
     {"POST", "/v1/documents/document:3/resolve", R"({"state":"notIssued","note":"again"})", 409,
         "not unknown"},
-    {"POST", "/v1/documents/document:9/resolve", R"({"state":"notIssued","note":"n"})", 404},
+    {"POST", "/v1/documents/document:0/resolve", R"({"state":"notIssued","note":"n"})", 404},
     {"POST", "/v1/registers/till2/accept", R"({"note":"the drive was changed","by":"Петров"})", 202},
     {"POST", "/v1/registers/till2/accept", "", 400, "note"},
     {"POST", "/v1/registers/till3/accept", R"({"note":"n"})", 404},
@@ -60,14 +70,17 @@ const AskRow askRows[] = {
     {"POST", "/v1/check?protocol=HEX", "{", 200, "\"acceptedOver\":[]"},
     {"POST", "/v1/check?protocol=TCP", "{}", 400},
     {"POST", "/v1/check?register=till3", "{}", 404},
+    {"POST", "/v1/check?pool=shop", R"({"type":"zReport"})", 200, "a pool takes"},
+    {"POST", "/v1/check?pool=other", "{}", 404},
     {"POST", "/v1/preview", R"({"type":"sell","items":[]})", 400, "payments"},
     {"POST", "/v1/preview", R"({"type":"zReport"})", 400, "no receipt"},
     {"POST", "/v1/preview?protocol=TCP", "{}", 400, "XML or HEX"},
     {"POST", "/v1/preview?register=till3", "{}", 404},
     {"GET", "/v1/documents/document:1/picture", "", 200},
     {"GET", "/v1/documents/document:2/picture", "", 404, "no-picture"},
-    {"GET", "/v1/documents/document:9/picture", "", 404, "no document"},
-    {"GET", "/v1/me", "", 200, R"("name":null,"registers":["till1","till2"],"role":"admin")"},
+    {"GET", "/v1/documents/document:0/picture", "", 404, "no document"},
+    {"GET", "/v1/me", "", 200,
+        R"("name":null,"pools":["shop"],"registers":["till1","till2"],"role":"admin")"},
     {"GET", "/v1/events", "", 200},
     {"GET", "/v1/openapi.json", "", 200, "3.1.0"},
     {"GET", "/healthz", "", 200, "ok"},
@@ -100,6 +113,27 @@ protected:
         return served;
     }
 
+    Served postedToPool(
+        const QByteArray& id, const QByteArray& body = sale(), const QByteArray& prefer = "wait=0")
+    {
+        return record(
+            "POST", "/v1/pools/shop/documents", body, {{"Idempotency-Key", id}, {"Prefer", prefer}});
+    }
+
+    void fillPool()
+    {
+        for (const char* const id : {"document:p", "document:q"}) {
+            const Served waiting = postedToPool(id, sale(), "wait=30");
+            store.claim({"till1", {"shop"}, false, {}, id});
+            id == QByteArray("document:p") ? issue(id, 9) : refuse(id);
+            note("POST", "/v1/pools/shop/documents", waiting.later());
+        }
+        postedToPool("document:p");
+        postedToPool("document:p", QByteArray(sale()).replace("500.00", "501.00"));
+        for (const char* const id : {"document:r", "document:s", "document:t", "document:u"})
+            postedToPool(id);
+    }
+
     void fill()
     {
         const QByteArray documents = "/v1/registers/till1/documents";
@@ -123,6 +157,8 @@ protected:
         note("POST", documents, refused.later());
         for (const char* const id : {"document:4", "document:5"})
             posted(id, cashIn);
+        till2.absent = "driveDays";
+        postedToPool("document:9");
         const QByteArray foreign
             = R"({"type":"sellReturn","taxationType":"osn","returnOf":"document:6","items":)"
               R"([{"name":"Молоко","price":1,"quantity":1,"amount":1,"tax":{"type":"vat10"}}],)"
@@ -180,6 +216,8 @@ protected:
         };
         const Row rows[]{
             {"POST", "/v1/registers/till1/documents", cashIn},
+            {"POST", "/v1/pools/shop/documents", sale()},
+            {"GET", "/v1/pools/shop", ""},
             {"GET", "/v1/documents?register=till1", ""},
             {"POST", "/v1/documents/document:4/move", R"({"register":"till2"})"},
             {"POST", "/v1/documents/document:4/resolve", "{}"},
@@ -206,6 +244,7 @@ protected:
         record("POST", "/v1/documents/document:4/move", R"({"register":"till1"})");
         api.stop();
         posted("document:f", cashIn);
+        postedToPool("document:f");
         record("GET", "/readyz");
     }
 
@@ -223,6 +262,7 @@ TEST_F(DescriptionTest, AnswersAsItSays)
     fill();
     for (const AskRow& row : askRows)
         expectAnswer(row, record(row.method, row.path, row.body));
+    fillPool();
     draw();
     pause();
     askWithTokens();

@@ -20,6 +20,10 @@ exclusive = yes
 cashier = Иванова А. П.
 allow-test-drive = true
 """
+POOL = """
+[pool webshop]
+registers = till1, till2
+"""
 
 
 class Service:
@@ -31,7 +35,7 @@ class Service:
         sections = [SECTION.format(number=number, line="tcp:{}:{}".format(*line))
                     for number, line in enumerate(register.lines, 1)]
         self.config.write_text(f"[service]\nlisten = 127.0.0.1:{port}\njournal = {register.folder}/journal\n"
-                               f"plugin = {PLUGINS}\n" + "".join(sections), encoding="utf-8")
+                               f"plugin = {PLUGINS}\n" + "".join(sections) + POOL, encoding="utf-8")
         with open(self.log, "wb") as log:
             self.process = subprocess.Popen([FRSERVER, "--config", self.config], stdin=subprocess.DEVNULL, stdout=log,
                                             stderr=log, cwd=register.folder)

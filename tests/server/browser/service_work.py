@@ -94,6 +94,38 @@ class Work(ServicePageTest):
         self.assertIn("37.50", self.text("#outcome"))
         self.assertEqual("Проба страницы", self.page.execute_script("return document.querySelector('#receipt [name=name]').value"))
 
+    def test_pool(self):
+        self.works()
+        self.works("till2")
+        pool = lambda: self.text("[data-pool=webshop]")
+        for expected in ("pool webshop", "till1: works", "till2: works", "Queue\n0"):
+            self.becomes(pool, expected)
+        self.becomes(self.till, "Pools\nwebshop")
+        for name in ("till1", "till2"):
+            self.click(f"[data-register={name}] [data-do=hold]")
+            self.becomes(pool, f"{name}: paused")
+        self.click("#tab-receipt")
+        self.click("#receipt [value='pool:webshop']")
+        self.fill("operator", "Иванова А. П.")
+        self.click("#receipt [name=check]")
+        self.becomes(lambda: self.text("#outcome"), "Nothing is wrong")
+        self.click("#receipt [name=sell]")
+        self.becomes(pool, "Queue\n1, since")
+        self.click("#search [value='pool:webshop']")
+        self.becomes(lambda: self.text("#documents"), "pool webshop")
+        self.shoot("service-pool")
+        self.click("#documents button")
+        self.becomes(lambda: self.text("#document"), "Move to till1")
+        self.assertNotIn("Move to pool", self.text("#document"))
+        self.click("#document [data-do=move]")
+        self.becomes(lambda: self.text("#document"), "Move to pool webshop")
+        self.click("#document [data-do=move]:last-of-type")
+        self.becomes(pool, "Queue\n1, since")
+        self.click("[data-register=till2] [data-do=hold]")
+        self.becomes(lambda: self.text("#outcome"), "issued")
+        self.becomes(lambda: self.text("#documents"), "till2")
+        self.becomes(pool, "Queue\n0")
+
     def test_same_id_after_a_lost_answer(self):
         self.works()
         self.connected()

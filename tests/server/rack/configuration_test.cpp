@@ -70,9 +70,17 @@ allow-test-drive = true
 clock = set
 marks = strict
 
+[pool webshop]
+registers = till1, till2
+tax-systems = osn, patent
+drain = 30 days, 5000 documents
+start-before = 600
+
 [register till2]
 port = tcp:10.0.0.5:5555
 protocol = XML
+paperless = yes
+drive-capacity = 250000
 )");
     EXPECT_EQ(configuration.service.listen, "127.0.0.1:8403");
     EXPECT_EQ(configuration.service.listenPlace, fileName + ":3");
@@ -100,6 +108,22 @@ protocol = XML
     EXPECT_FALSE(usual.isExclusive);
     EXPECT_FALSE(usual.allowsTestDrive);
     EXPECT_EQ(usual.startBefore, 120);
+    EXPECT_TRUE(usual.isPaperless && !scheduled.isPaperless);
+    EXPECT_EQ(usual.driveCapacity, 250'000);
+    ASSERT_EQ(configuration.pools.size(), 1);
+    const PoolSettings& pool = configuration.pools.constFirst();
+    EXPECT_EQ(pool.name, "webshop");
+    EXPECT_EQ(pool.registers, (QStringList{"till1", "till2"}));
+    EXPECT_EQ(pool.taxSystems, (QStringList{"osn", "patent"}));
+    EXPECT_EQ(std::pair(pool.drain.days, pool.drain.documents), std::pair(30, 5000));
+    EXPECT_EQ(pool.startBefore, 600);
+}
+
+TEST_F(ConfigurationTest, WhatAPoolSaysOfItsRegistersIsCompared)
+{
+    const Configuration configuration
+        = read("[pool shop]\nregisters=a\ninn=7725225244\n[register a]\nport=x\nprotocol=HEX\n");
+    EXPECT_EQ(configuration.registers.constFirst().expected.inn, "7725225244");
 }
 
 TEST_F(ConfigurationTest, TellsAllThatIsWrongWithItsLine)
@@ -107,7 +131,7 @@ TEST_F(ConfigurationTest, TellsAllThatIsWrongWithItsLine)
     EXPECT_EQ(errors("[service]\nlisten=1\nlimit=3\n[till1]\n[register a/b]\nport=x\nprotocol=CSV\n"),
         (QStringList{
             "3: [service] has no key limit; there are listen, journal, tokens, tls-certificate, tls-key, plugin, queue-limit",
-            "4: [till1] is none of [service], [store], [webhook], [register NAME]",
+            "4: [till1] is none of [service], [store], [webhook], [register NAME], [pool NAME]",
             "5: the register \"a/b\": a name has letters, digits, dots, _ and -, 64 at most",
             "7: protocol: \"CSV\" is none of XML, HEX"}));
     EXPECT_EQ(errors("[webhook]\nurl=ftp://a\n"),
@@ -157,6 +181,22 @@ TEST_F(ConfigurationTest, RefusesWhatARegisterCannotBe)
         {"[register b]\nport = y\nprotocol = XML\ninn = 7725225244",
             "4: [register b] over XML the register is known by its serial number alone: serial = ..."},
         {"[register b]\nprotocol = HEX", "4: [register b] needs a port"},
+        {"paperless = 1", "4: paperless: \"1\" is neither yes nor no"},
+        {"drive-capacity = 0", "4: drive-capacity: \"0\" is not a number from 1 to 100000000"},
+        {"[pool p/q]\nregisters = a",
+            "4: the pool \"p/q\": a name has letters, digits, dots, _ and -, 64 at most"},
+        {"[pool p]", "4: [pool p] needs registers"},
+        {"[pool p]\nregisters = a,, a", "4: [pool p] names the register , and there is no [register ]"},
+        {"[pool p]\nregisters = b", "4: [pool p] names the register b, and there is no [register b]"},
+        {"[pool p]\nregisters = a\ntax-systems = osn,usn",
+            "6: tax-systems: \"usn\" is none of osn, usnIncome, usnIncomeOutcome, envd, esn, patent"},
+        {"[pool p]\nregisters = a\ndrain = 30", "6: drain: \"30\" is nothing as 30 days, 5000 documents"},
+        {"[pool p]\nregisters = a\ndrain = 0 days", "6: drain: \"0\" is not a number from 1 to 100000000"},
+        {"inn = 7725225244\n[pool p]\nregisters = a\ninn = 7725225245",
+            "5: [pool p] has another inn than its register a"},
+        {"[pool p]\nregisters = b\ninn = 7725225244\n[register b]\nport = y\nprotocol = XML",
+            "4: [pool p] has an inn, and its register b over XML is known by its serial number alone: "
+            "serial = ..."},
         {"[register b]\nport = y", "4: [register b] needs a protocol, HEX or XML"},
     };
     for (const WrongLine& one : wrong)

@@ -1,0 +1,68 @@
+#include "api/opensweep.h"
+
+#include "api/api.h"
+#include "journalerror.h"
+
+namespace frserver {
+
+namespace {
+
+/// Between two pieces; each takes some milliseconds.
+constexpr std::chrono::milliseconds pause(100);
+
+} // namespace
+
+OpenSweep::OpenSweep(Api& api, const sale::DocumentStore& store, int piece)
+    : m_api(api)
+    , m_store(store)
+    , m_piece(piece)
+{
+    m_timer.setSingleShot(true);
+    QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { lookOn(); });
+}
+
+void OpenSweep::begin()
+{
+    if (isUnderWay())
+        return;
+    m_register.clear();
+    m_place = 0;
+    m_api.openDocuments().beginSweep();
+    lookOn();
+}
+
+void OpenSweep::lookOn()
+{
+    try {
+        if (lookAtPiece())
+            return m_timer.start(pause);
+        for (const QString& id : m_api.openDocuments().unseen())
+            m_api.lookAt(id);
+    } catch (const sale::JournalError&) {
+        // Whoever begins the next one tells of it.
+    }
+}
+
+bool OpenSweep::lookAtPiece()
+{
+    using sale::DocumentState;
+    const QList<sale::StoredDocument> open
+        = m_store.find({.states = {DocumentState::Queued, DocumentState::Running, DocumentState::Unknown},
+            .after = m_place,
+            .afterRegister = m_register,
+            .limit = m_piece,
+            .order = sale::DocumentQuery::ByRegister,
+            .withAttempts = false,
+            .withBodies = false});
+    for (const sale::StoredDocument& document : open) {
+        if (!m_api.openDocuments().see(document))
+            m_api.lookAt(document.request.id);
+    }
+    if (open.size() < m_piece)
+        return false;
+    m_register = open.constLast().request.registerName;
+    m_place = open.constLast().sequence;
+    return true;
+}
+
+} // namespace frserver

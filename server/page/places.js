@@ -1,0 +1,20 @@
+// Where a document is posted to, as one word: the name of a register, or "pool:NAME". Names have no colon.
+
+const POOL = "pool:";
+
+export const placeOfPool = (name) => POOL + name;
+const poolOf = (place) => (place.startsWith(POOL) ? place.slice(POOL.length) : null);
+
+// {register: NAME} or {pool: NAME}.
+export function placeQuery(place) {
+    const pool = poolOf(place);
+    return pool === null ? { register: place } : { pool };
+}
+
+export function documentsPath(place) {
+    const pool = poolOf(place);
+    return pool === null ? `/registers/${encodeURIComponent(place)}/documents` : `/pools/${encodeURIComponent(pool)}/documents`;
+}
+
+// As people call it; the words are those for a pool.
+export const placeName = (place, words) => (poolOf(place) === null ? place : words(poolOf(place)));

@@ -1,0 +1,81 @@
+// What it makes of documents that wait for any register of a pool.
+
+#include "rack/registeragent.h"
+
+#include <utility>
+
+namespace frserver {
+
+namespace {
+
+bool isPaperOrCover(const QString& reason)
+{
+    return reason == QStringLiteral("paper") || reason == QStringLiteral("cover");
+}
+
+} // namespace
+
+RegisterAgent::Readiness RegisterAgent::readiness() const
+{
+    const bool isFree = m_isStarted && m_isOpen && !m_request && !m_claimed && !m_acceptance
+        && m_toSettle.isEmpty() && !m_pausedBy && !m_isStopping;
+    const bool isShiftRight
+        = (m_shift.isOpen() || m_shift.mayOpen(now())) && !m_shift.isEndDue(now(), steady());
+    if (!isFree || !isShiftRight)
+        return Readiness::Nothing;
+    // What is wrong with it nobody tells but a document that is tried again.
+    if (!m_waiting || steady() >= m_retryAt)
+        return Readiness::Anything;
+    // A shift that is opened is printed.
+    const bool isPaperless = m_settings.isPaperless && m_shift.isOpen() && !m_isPaperWanted;
+    return isPaperless && isPaperOrCover(m_waiting->reason) ? Readiness::Paperless : Readiness::Nothing;
+}
+
+void RegisterAgent::makeClaimed(const sale::StoredDocument& document)
+{
+    const sale::DocumentRequest& posted = document.request;
+    m_claimed = Claim{posted.id, posted.kind, posted.isPaperless};
+    // It was free a moment ago; what was posted to itself meanwhile is next.
+    if (m_options.deaths->value(posted.id) == 0)
+        requestClaimed();
+    else
+        advance();
+}
+
+void RegisterAgent::requestClaimed()
+{
+    request({.what = QStringLiteral("make"), .id = m_claimed->id, .kind = m_claimed->kind},
+        {{QStringLiteral("id"), m_claimed->id}, {QStringLiteral("opensShift"), m_shift.mayOpen(now())}});
+    announce();
+}
+
+/// Unless it is made already, another register may have it.
+void RegisterAgent::giveUpClaim()
+{
+    if (m_claimed && !isMaking(m_claimed->id)) {
+        Q_EMIT claimGivenUp(std::exchange(m_claimed, std::nullopt)->mayBeToBlame);
+    }
+}
+
+bool RegisterAgent::isMaking(const QString& id) const
+{
+    return m_request && m_request->what == QStringLiteral("make") && m_request->id == id;
+}
+
+/// The hold is what it waits for still, empty for one that is done with. Whether that says nothing of the
+/// paper that others wait for.
+bool RegisterAgent::endClaim(const QString& id, const QString& hold)
+{
+    if (!m_claimed || m_claimed->id != id)
+        return false;
+    const bool isPaperless = m_claimed->isPaperless;
+    // It wants paper for that, too: until there is some nothing of the kind is tried.
+    if (isPaperless && isPaperOrCover(hold))
+        m_isPaperWanted = true;
+    m_claimed->mayBeToBlame = !isPaperOrCover(hold) && hold != QStringLiteral("line");
+    if (hold.isEmpty())
+        m_claimed.reset();
+    return hold.isEmpty() && isPaperless && m_waiting && isPaperOrCover(m_waiting->reason);
+}
+
+} // namespace frserver

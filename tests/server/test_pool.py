@@ -1,0 +1,117 @@
+#!/usr/bin/python3
+"""Two registers that share what is posted to their pool."""
+
+import shutil
+import signal
+import sys
+import tempfile
+import threading
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).parent))
+# pylint: disable=wrong-import-position
+from database import Database  # noqa: E402
+from service import PATIENCE, Register, Service  # noqa: E402
+from servicetest import SALE  # noqa: E402
+
+ELECTRONIC = {**SALE, "electronically": True, "clientInfo": {"emailOrPhone": "buyer@example.com"}}
+PLACE = "/v1/pools/webshop/documents"
+
+
+class Pool(unittest.TestCase):
+    def setUp(self):
+        self.folder = Path(tempfile.mkdtemp())
+        self.addCleanup(shutil.rmtree, self.folder)
+        self.registers = {}
+        for name in ("till1", "till2"):
+            self.registers[name] = Register()
+            self.addCleanup(self.registers[name].stop)
+
+    def configured(self, *names, keys=""):
+        folder = self.folder / "-".join(names)
+        folder.mkdir()
+        service = Service.__new__(Service)
+        service.configure(folder, {name: self.registers[name].line for name in names})
+        with service.config.open("a", encoding="utf-8") as file:
+            file.write(f"{keys}\n[pool webshop]\nregisters = {', '.join(names)}\ntax-systems = osn\n")
+        return service
+
+    def start(self, service):
+        service.start()
+        self.addCleanup(service.stop)
+
+    @staticmethod
+    def post(service, name, body=None, wait=PATIENCE - 15):
+        return service.ask("POST", PLACE, {**(body or SALE), "id": name}, Prefer=f"wait={wait}")
+
+    def sold(self):
+        """By which register: how often each total is on paper or in its drive."""
+        return {name: len(register.receipts()) for name, register in self.registers.items()}
+
+    def test_one_goes_on_when_the_other_has_no_paper(self):
+        # The section that is open in the file is that of till2.
+        service = self.configured("till1", "till2", keys="paperless = yes")
+        self.start(service)
+        for name in ("till1", "till2"):
+            self.assertEqual(201, service.post(SALE, name, id=f"shop:{name}").status)
+        self.registers["till2"].ask("PUT", "/paper", {"state": "out"})
+        answers = []
+        clients = [threading.Thread(target=lambda one=one: answers.append(self.post(service, f"shop:paper:{one}")))
+                   for one in range(6)]
+        for client in clients:
+            client.start()
+        for client in clients:
+            client.join()
+        self.assertEqual([(201, "issued", "till1")] * 6,
+                         [(answer.status, answer["state"], answer["register"]) for answer in answers], answers)
+        self.assertEqual({"till1": 7, "till2": 1}, self.sold())
+        # Which till2 has tried, and told.
+        self.assertEqual("paper", service.ask("GET", "/v1/registers/till2")["waiting"])
+        # It needs none for what nobody prints, while the other one is away.
+        self.assertEqual(200, service.ask("POST", "/v1/registers/till1/pause", {}).status)
+        electronic = self.post(service, "shop:electronic", ELECTRONIC)
+        self.assertEqual((201, "till2"), (electronic.status, electronic["register"]), electronic)
+        self.assertEqual("paper", service.ask("GET", "/v1/registers/till2")["waiting"])
+        # Nobody has it then, and a person can do with it what can be done.
+        waiting = self.post(service, "shop:waiting", wait=0)
+        self.assertEqual((202, None), (waiting.status, waiting["register"]), waiting)
+        self.registers["till2"].ask("PUT", "/paper", {"state": "in"})
+        self.assertEqual((201, "till2"), (self.post(service, "shop:waiting").status,
+                                          service.ask("GET", "/v1/documents/shop:waiting")["register"]))
+        self.assertEqual({"till1": 7, "till2": 3}, self.sold())
+
+    def ready(self, service, name):
+        with service.client.events() as events:
+            if service.ask("GET", f"/v1/registers/{name}")["state"] != "ready":
+                events.until("register", register=name, state="ready")
+
+    def test_pool_of_two_machines(self):
+        database = Database()
+        self.addCleanup(database.close)
+        services = [self.configured(name) for name in self.registers]
+        for service in services:
+            service.edit(f"journal = {service.folder}/journal.sqlite\n", "")
+            service.edit("[service]", f"[store]\nurl = {database.url}\n\n[service]")
+        self.assertEqual(0, services[0].command("migrate").returncode)
+        for service, name in zip(services, self.registers):
+            self.start(service)
+            self.ready(service, name)
+        # Any machine takes a document, and any machine's register makes it.
+        one, two = services
+        self.assertEqual(200, one.ask("POST", "/v1/registers/till1/pause", {}).status)
+        names = [f"shop:rack:{number}" for number in range(6)]
+        for name in names:
+            self.assertEqual(202, self.post(one, name, wait=0).status)
+        # Whoever waits at the one for what the other one makes is answered.
+        for name in names:
+            self.assertEqual("till2", self.post(one, name)["register"])
+        two.stop(signal.SIGKILL)
+        self.assertEqual(202, self.post(one, "shop:rack:last", wait=0).status)
+        self.assertEqual(200, one.ask("POST", "/v1/registers/till1/resume", {}).status)
+        self.assertEqual("till1", self.post(one, "shop:rack:last")["register"])
+        self.assertEqual({"till1": 1, "till2": 6}, self.sold())
+
+
+if __name__ == "__main__":
+    unittest.main()
