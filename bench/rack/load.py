@@ -8,14 +8,15 @@ import uuid
 
 
 class Poster(threading.Thread):
-    """One client of one service with a connection that is kept: a document each interval, to the targets in turn."""
+    """One client of one service with a connection that is kept: so many documents ahead, and then one each interval, to the targets
+    in turn."""
 
     def __init__(self, service, targets, interval, ahead, body):
         super().__init__(daemon=True)
         self._service = service
         self._targets = targets
         self._interval = interval
-        self._ahead = ahead * len(targets)
+        self._ahead = ahead
         self._body = json.dumps(body).encode()
         self._is_over = threading.Event()
         self.times = []

@@ -19,7 +19,12 @@ SALE = json.loads((ROOT / "examples" / "sale.json").read_text(encoding="utf-8"))
 # Documents that each register has waiting, so that it waits for none.
 AHEAD = 3
 PATIENCE = 300
-MORE = {"service": {"queue-limit": 1000000}}
+POOL = "all"
+
+
+def settings(share):
+    """Of a service with these registers."""
+    return {"service": {"queue-limit": 1000000}, f"pool {POOL}": {"registers": ",".join(one.name for one in share)}}
 
 
 class Rack:
@@ -32,7 +37,7 @@ class Rack:
         for place, share in enumerate(self.shares):
             own = folder / f"service{place + 1}"
             own.mkdir()
-            self.services.append(Service(programs / "frserver", plugin, own, share, database.url, MORE))
+            self.services.append(Service(programs / "frserver", plugin, own, share, database.url, settings(share)))
         subprocess.run([programs / "frserver", "--config", self.services[0].config, "migrate"], check=True)
 
     def start(self):
@@ -68,7 +73,7 @@ class Rack:
     @contextlib.contextmanager
     def loaded(self):
         """Documents come as fast as they can be made."""
-        posters = [Poster(service, [f"registers/{one.name}" for one in share], RECEIPT_SECONDS / len(share), AHEAD, SALE)
+        posters = [Poster(service, [f"pools/{POOL}"], RECEIPT_SECONDS / len(share), AHEAD * len(share), SALE)
                    for service, share in zip(self.services, self.shares)]
         for poster in posters:
             poster.start()

@@ -87,10 +87,14 @@ class RackProgram:
 
 
 class Services:
-    """Asks one after the other, as a client does that has all of their addresses."""
+    """Asks any of them, as a client does that has all of their addresses; for a register one that has it in its configuration."""
 
-    def __init__(self, services):
+    def __init__(self, services, shares):
         self.each = services
+        self._homes = {}
+        for service, share in zip(services, shares):
+            for register in share:
+                self._homes.setdefault(register.name, []).append(service)
         self.program = RackProgram(services)
 
     def start(self):
@@ -104,8 +108,9 @@ class Services:
     def workers(self):
         return [worker for service in self.each for worker in service.workers()]
 
-    def ask(self, *arguments, **more):
-        return random.choice(self.each).ask(*arguments, **more)
+    def ask(self, method, path, body=None, timeout=30.0, **headers):
+        named = path.removeprefix("/v1/registers/").split("/")[0]
+        return random.choice(self._homes.get(named, self.each)).ask(method, path, body, timeout, **headers)
 
     def documents(self, query=""):
         end = time.monotonic() + READY
@@ -126,13 +131,13 @@ class Services:
         return list(best.values())
 
 
-def services_of(frserver, plugin, folder, registers, relays, machines, more):
-    """One on each machine, whose registers are those of its place in `registers`."""
+def services_of(frserver, plugin, folder, registers, relays, machines, settings):
+    """One on each machine, whose registers are those of its place in `registers`; what else they want is told by these."""
     made = []
     for place, (own, relay, machine) in enumerate(zip(registers, relays, machines)):
         home = folder / f"service{place + 1}"
         home.mkdir()
-        service = Service(frserver, plugin, home, own, relay.url(), more)
+        service = Service(frserver, plugin, home, own, relay.url(), settings(own))
         machine.take(service)
         made.append(service)
     return made

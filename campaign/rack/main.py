@@ -15,7 +15,10 @@ from rackreport import ROWS  # noqa: E402
 
 
 def main():
-    return batches.run(batches.options(__doc__, "rack", jobs=1).parse_args(), ROWS, RackBatch)
+    parser = batches.options(__doc__, "rack", jobs=1)
+    parser.add_argument("--no-takeover", dest="takeover", action="store_false",
+                        help="each register stands in the configuration of one service alone")
+    return batches.run(parser.parse_args(), ROWS, RackBatch)
 
 
 if __name__ == "__main__":

@@ -33,12 +33,13 @@ class Person:
         return {"state": "notIssued", "note": "not on the tape"}
 
     def _number(self, document):
-        """A receipt is known by its sum, which no other one has; a report by its number, which no other one claims."""
-        claimed = {one["documentNumber"] for one in self._service.documents(f"&register={document['register']}")}
-        order = self._ledger.orders.get(document["id"])
-        for made in self._registers[document["register"]].documents():
-            if made["type"] != TYPES[document["kind"]] or made["number"] in claimed:
-                continue
-            if made["type"] != RECEIPT or (order and kopecks(made["total"]) == order.total):
-                return made["number"]
-        return None
+        """A receipt is known by its sum, which no other one has; a report by there being one more than the journal has."""
+        kind, name = TYPES[document["kind"]], document["register"]
+        made = [one for one in self._registers[name].documents() if one["type"] == kind]
+        if kind == RECEIPT:
+            order = self._ledger.orders[document["id"]]
+            return next((one["number"] for one in made if kopecks(one["total"]) == order.total), None)
+        known = [one["documentNumber"] for one in self._service.documents(f"&register={name}&state=issued")
+                 if one["kind"] == document["kind"]]
+        more = [one["number"] for one in made if one["number"] not in known]
+        return more[-1] if len(made) > len(known) else None

@@ -43,11 +43,11 @@ class RackBatch(Batch):
         self.database = Database("max_connections=200")
         self.relays = [Relay(self.database.folder) for _ in range(3)]
         here = Machine()
-        # Two services look after the same registers on this machine, the third on another one those that are in the network.
-        network = [one for one in self.registers if isinstance(one.line, Hub)]
-        shares = (self.registers, self.registers, network)
+        shares = self._shares(programs.takeover)
         self.service = Services(services_of(programs.frserver, programs.plugin, folder, shares, self.relays,
-                                            (here, here, Machine(folder / "elsewhere")), self._settings))
+                                            (here, here, Machine(folder / "elsewhere")), self._settings), shares)
+        for relay in self.relays:
+            relay.start()
         subprocess.run([programs.frserver, "--config", self.service.each[0].config, "migrate"], check=True)
         self.frozen = Frozen()
         self.ledger = Ledger()
@@ -57,16 +57,18 @@ class RackBatch(Batch):
         self.faults = RackFaults(self, drawn(seed, "faults"))
         self._asked_until = None
 
-    @property
-    def _settings(self):
-        """Of the services."""
-        return {f"pool {pool}": {"registers": ",".join(one.name for one in self.registers if has(one))}
-                for pool, has in POOLS.items()}
+    def _shares(self, is_taken_over):
+        """Two services look after the same registers on this machine, the third on another one those that are in the network; or
+        each has its own."""
+        if not is_taken_over:
+            return [self.registers[place::3] for place in range(3)]
+        return self.registers, self.registers, [one for one in self.registers if isinstance(one.line, Hub)]
 
-    def _start(self):
-        for relay in self.relays:
-            relay.start()
-        super()._start()
+    @staticmethod
+    def _settings(registers):
+        """Of a service with these."""
+        return {"store": {"lease": LEASE}} | {f"pool {pool}": {"registers": ",".join(one.name for one in registers if has(one))}
+                for pool, has in POOLS.items()}
 
     def _unfenced(self):
         return frozenset(one.name for one in self.registers if not one.is_exclusive)
