@@ -10,8 +10,9 @@ from pathlib import Path
 from costs import Costs
 from figures import percentile
 from load import Poster
+from programs import free_port
 from service import Service
-from standins import RECEIPT_SECONDS
+from standins import RECEIPT_SECONDS, Measured
 from waiting import Claims, fill
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -30,6 +31,7 @@ def settings(share):
 class Rack:
     def __init__(self, database, programs, folder, plugin, registers, processes):
         self.database = database
+        self._programs, self._folder, self._plugin = programs, folder, plugin
         self.registers = registers
         database.execute("DROP SCHEMA IF EXISTS frspf CASCADE")
         self.services = []
@@ -50,7 +52,7 @@ class Rack:
         return time.monotonic() - begun
 
     def _ready(self):
-        return sum(one["state"] == "ready" for service in self.services for one in service.registers()
+        return sum(one["state"] in ("ready", "making") for service in self.services for one in service.registers()
                    if one["name"] in self._names(service))
 
     def _names(self, service):
@@ -93,13 +95,22 @@ class Rack:
             found[one["register"]].append((one["begun"], one["ended"]))
         return found
 
-    def measure(self, seconds, waiting=0):
-        """What it makes once each register is at its second document, with so many more that wait."""
+    def fill(self, count):
+        """So many documents wait: copies of one that was posted where no register can be reached. Before the rack starts."""
+        own = self._folder / "first"
+        own.mkdir()
+        alone = [Measured(1, free_port())]
+        service = Service(self._programs / "frserver", self._plugin, own, alone, self.database.url, settings(alone))
+        service.program.start()
+        self._until(lambda: service.ask("POST", f"/v1/pools/{POOL}/documents", {**SALE, "id": "waiting:0"}, Prefer="wait=0"))
+        service.program.end()
+        fill(self.database, count)
+
+    def measure(self, seconds, is_judging_claims=False):
+        """What it makes once each register is at its second document."""
         with self.loaded() as posters:
             self._until(lambda: all(len(own) > 1 for own in self.made().values()))
-            if waiting:
-                fill(self.database, waiting)
-            claims = Claims(self.database) if waiting else None
+            claims = Claims(self.database) if is_judging_claims else None
             costs = Costs(self.database, self.services)
             asked = time.monotonic()
             since = self.database.ask("SELECT now()::text AS now")[0]["now"]

@@ -77,8 +77,10 @@ class Measurement:
         made = kind(self._given.build, count)
         try:
             with rack_of(self._database, self._given.programs, made.plugin, made.registers, processes) as rack:
+                if waiting:
+                    rack.fill(waiting)
                 print(f"{count} {kind.name}, {processes} processes: ready after {rack.start():.1f} s", flush=True)
-                told = rack.measure(self._given.seconds, waiting)
+                told = rack.measure(self._given.seconds, waiting > 0)
         finally:
             made.close()
         self.rows.append(row(f"{count} {kind.name}", processes, told, waiting))

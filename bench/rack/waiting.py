@@ -10,7 +10,7 @@ CLAIM = re.compile(r"SKIP LOCKED|register = '[^']+'.* ORDER BY \S*sequence LIMIT
 
 
 def fill(database, count):
-    """So many copies of the documents that were posted, one register or pool after the other, which wait."""
+    """So many copies of the document waiting:0."""
     columns = [one["name"] for one in database.ask(
         "SELECT column_name AS name FROM information_schema.columns WHERE table_schema = 'frspf' AND table_name = 'documents'")]
     # Moments have milliseconds wherever they come from.
@@ -18,18 +18,13 @@ def fill(database, count):
     own = {"id": "'waiting:' || n", "accepted": now, "queued": now, "sequence": "nextval('frspf.documents_sequence')",
            "state": "'queued'", "reason": "''", "attempts": "0", "drive": "''", "times": "0", "number_read": "true",
            **dict.fromkeys(("start_before", "begun", "settled", "document", "last_attempt", "claimed"), "NULL")}
-    if "pool" in columns:
-        own["register"] = "CASE WHEN one.pool = '' THEN one.register ELSE '' END"
     values = ", ".join(own.get(column, f"one.{column}") for column in columns)
     database.execute(f"""
         BEGIN;
-        CREATE TEMP TABLE originals ON COMMIT DROP AS SELECT row_number() OVER () - 1 AS place, first.* FROM (
-            SELECT DISTINCT ON (register) * FROM frspf.documents WHERE kind = 'sell' ORDER BY register, sequence) AS first;
         INSERT INTO frspf.documents ({', '.join(columns)})
-            SELECT {values} FROM generate_series(1, {count}) AS n
-            JOIN originals AS one ON place = n % (SELECT count(*) FROM originals);
+            SELECT {values} FROM generate_series(1, {count}) AS n, frspf.documents AS one WHERE one.id = 'waiting:0';
         INSERT INTO frspf.ids (id, digest, accepted)
-            SELECT id, digest, accepted FROM frspf.documents WHERE id LIKE 'waiting:%';
+            SELECT id, digest, accepted FROM frspf.documents WHERE id LIKE 'waiting:%' AND id <> 'waiting:0';
         COMMIT;
         ANALYZE frspf.documents""")
 
