@@ -1870,8 +1870,8 @@ Each is asked for 4 seconds a protocol at most, one after the other, and none th
         <translation>ожидание: %1, %2</translation>
     </message>
     <message>
-        <source>paused by: %1</source>
-        <translation>приостановил: %1</translation>
+        <source>paused by: %1, since %2</source>
+        <translation>приостановил: %1, с %2</translation>
     </message>
     <message>
         <source>documents: %1 queued, %2 running, %3 unknown</source>

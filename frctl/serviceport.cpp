@@ -3,6 +3,8 @@
 #include <QHostAddress>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace frctl {
 
 namespace {
@@ -27,11 +29,20 @@ QUrl addressOf(const QString& text)
     return url;
 }
 
+/// One that leads elsewhere on its way would name another place than it shows.
+bool isPlainPath(const QString& path)
+{
+    const QStringList parts = path.mid(1).split(QLatin1Char('/'));
+    return path.isEmpty() || std::none_of(parts.cbegin(), parts.cend(), [](const QString& part) {
+        return part.isEmpty() || part == QStringLiteral(".") || part == QStringLiteral("..");
+    });
+}
+
 bool isAddress(const QUrl& url)
 {
     const bool isHttp = url.scheme() == QStringLiteral("http") || url.scheme() == QStringLiteral("https");
     return url.isValid() && isHttp && !url.host().isEmpty() && url.userInfo().isEmpty() && !url.hasQuery()
-        && !url.hasFragment();
+        && !url.hasFragment() && isPlainPath(url.path(QUrl::FullyDecoded));
 }
 
 } // namespace

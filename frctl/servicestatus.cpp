@@ -62,7 +62,7 @@ QStringList linesOf(const QJsonObject& status, const QJsonObject& seen)
     if (seen.value(QStringLiteral("waiting")).isString())
         lines.append(tr("waiting: %1, %2").arg(text(seen, "waiting"), text(seen, "waitingText")));
     if (seen.value(QStringLiteral("pausedBy")).isString())
-        lines.append(tr("paused by: %1").arg(text(seen, "pausedBy")));
+        lines.append(tr("paused by: %1, since %2").arg(text(seen, "pausedBy"), text(seen, "pausedSince")));
     const QJsonObject queue = seen.value(QStringLiteral("queue")).toObject();
     lines.append(tr("documents: %1 queued, %2 running, %3 unknown")
                      .arg(text(queue, "queued"), text(queue, "running"), text(queue, "unknown")));

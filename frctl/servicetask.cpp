@@ -78,10 +78,7 @@ void giveId(const Options& options, const ServiceDocument& document)
 
 sale::AnswerError errorOf(const QJsonObject& answer)
 {
-    const QJsonObject error = answer.value(QStringLiteral("error")).toObject();
-    const auto text = [&error](const char* name) { return error.value(QLatin1String(name)).toString(); };
-    return {
-        .kind = sale::errorKindNamed(text("kind")), .text = text("text"), .exceptionName = text("exception")};
+    return sale::AnswerError::fromJson(answer.value(QStringLiteral("error")).toObject());
 }
 
 /// Of one that nobody waits for any longer.
@@ -94,12 +91,13 @@ sale::AnswerError errorOf(const QJsonObject& answer)
     throw ServiceFailure(ExitUnknown, {sale::errorKindNamed(waiting), text, hostErrorName()}, {});
 }
 
-/// Only with a mark before it can the register be asked whether it was made after all; what is refused ahead
-/// of that, such as a bad marking code, was never at its close.
-bool hasMark(const QJsonObject& answer)
+/// A register that was asked afterwards has told that it does not have it; one that has refused it on its
+/// way, or ahead of it, was not.
+bool wasAsked(const QJsonObject& answer)
 {
     const QJsonArray attempts = answer.value(QStringLiteral("attempts")).toArray();
-    return !attempts.last().toObject().value(QStringLiteral("markBefore")).toObject().isEmpty();
+    const QJsonObject error = attempts.last().toObject().value(QStringLiteral("error")).toObject();
+    return error.value(QStringLiteral("asked")).toBool();
 }
 
 [[noreturn]] void throwNotIssued(const QJsonObject& answer)
@@ -113,7 +111,7 @@ bool hasMark(const QJsonObject& answer)
                 : tr("the service does not make it (%1)").arg(sale::reasonName(reason)),
             QStringLiteral("Refusal")};
     // As at the line, where a document that did not come to its close has no verdict.
-    const bool hasVerdict = reason != sale::StateReason::Refused || hasMark(answer);
+    const bool hasVerdict = reason != sale::StateReason::Refused || wasAsked(answer);
     throw ServiceFailure(exitStatusOf(hasVerdict ? sale::Outcome::NotIssued : sale::Outcome::None), error,
         sale::Outcome::NotIssued);
 }

@@ -12,4 +12,10 @@ QJsonObject AnswerError::toJson(const std::optional<DocumentState>& state) const
     return json;
 }
 
+AnswerError AnswerError::fromJson(const QJsonObject& json)
+{
+    const auto text = [&json](const char* name) { return json.value(QLatin1String(name)).toString(); };
+    return {.kind = errorKindNamed(text("kind")), .text = text("text"), .exceptionName = text("exception")};
+}
+
 } // namespace sale

@@ -12,6 +12,8 @@ struct AnswerError
     /// "kind", "text", "action", "exception" and the details. The action is that for a document in that
     /// state.
     QJsonObject toJson(const std::optional<DocumentState>& state = {}) const;
+    /// "kind", "text" and "exception", as an answer or the journal has them.
+    static AnswerError fromJson(const QJsonObject& json);
 
     ErrorKind kind = ErrorKind::Other;
     /// The register's own Russian text; English of what is not the register's.

@@ -10,7 +10,7 @@ struct AttemptNote
 {
     /// As AttemptStart::markBefore.
     QJsonObject markAfter = {};
-    /// "text" in the register's words, "exception".
+    /// "kind", "text" in the register's words, "exception", "asked".
     QJsonObject failure = {};
     QJsonArray warnings = {};
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
 
@@ -15,6 +16,8 @@ struct AttemptStart
     QJsonObject movement = {};
     /// Begun only while it is that register's document; empty for whichever it is. Not read back.
     QString registerName = {};
+    /// What the register said of the marked goods ahead of it: "code" and "result" of each.
+    QJsonArray marks = {};
 };
 
 } // namespace sale

@@ -72,7 +72,7 @@ void CashDesk::guarded(Result& result, const std::function<void()>& work)
         result.failure = currentFailure();
     }
     // Nobody knows in what state the register is then.
-    if (result.failure)
+    if (result.failure || result.clock.isLineLost)
         m_isOpen = false;
 }
 

@@ -21,6 +21,9 @@ struct DeskOptions
     /// A receipt or cash that finds the shift closed opens it; else it is refused (ErrorKind::ShiftClosed)
     /// before anything of it is begun.
     bool opensShift = true;
+    /// Whoever has the queue closes a shift of more than 24 hours by itself: a document of the queue that
+    /// meets one waits for that; else it is refused.
+    bool closesShift = false;
 };
 
 } // namespace sale

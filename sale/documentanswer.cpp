@@ -88,8 +88,11 @@ DocumentAnswer answerOf(const StoredDocument& document, receipt::Protocol protoc
         .isNumberRead = document.isNumberRead,
         .drive = document.drive,
         .attempts = document.attempts};
-    if (document.state == DocumentState::Issued && !document.attempts.isEmpty())
-        readMark(answer, document.attempts.constLast().start, protocol);
+    if (document.state != DocumentState::Issued || document.attempts.isEmpty())
+        return answer;
+    const StoredAttempt& last = document.attempts.constLast();
+    answer.dateTime = last.registerTime;
+    readMark(answer, last.start, protocol);
     return answer;
 }
 

@@ -2,6 +2,7 @@
 
 #include "documentstate.h"
 
+#include <QDateTime>
 #include <QJsonObject>
 
 namespace sale {
@@ -20,6 +21,8 @@ struct DocumentEnding
     int times = 1;
     /// The register's counters behind it, as AttemptStart::markBefore; empty when they are not known.
     QJsonObject markAfter = {};
+    /// The register's clock behind it, local; invalid when it was not asked.
+    QDateTime registerTime = {};
     /// Who said so, and why, when it was a person.
     QString by = {};
     QString note = {};

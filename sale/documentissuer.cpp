@@ -55,9 +55,9 @@ void writeDown(
         return;
     try {
         if (result.failure)
-            document->note(*result.failure);
+            document->note(*result.failure, result.verdict);
         if (!isOpen)
-            document->settle(result.verdict, after);
+            document->settle(result.verdict, after, result.clock.time);
     } catch (...) {
         // The failure that led here is the one to report.
         if (!result.failure)
@@ -81,6 +81,7 @@ DocumentResult issueDocument(AbstractFrDriver& driver, const Movement& ours, con
     if (!result.failure) {
         try {
             result.verdict = witness.afterSuccess();
+            result.clock = ClockReading::behind(driver, options.line);
         } catch (...) {
             result.failure = currentFailure();
             // The next run counts how often it was issued.
@@ -114,6 +115,8 @@ DocumentResult issueTraceless(
     if (result.failure && isKnownNotMade(*result.failure, steps, isSentAgain))
         result.verdict = Outcome::None;
     result.isSentAgain = isSentAgain && !result.failure;
+    if (!result.failure)
+        result.clock = ClockReading::behind(driver, options.line);
     writeDown(options.sale, result, false, {});
     return result;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clockreading.h"
 #include "failure.h"
 #include "verdict.h"
 
@@ -21,6 +22,8 @@ struct DocumentResult
     Verdict verdict;
     /// Empty when all went well. A document may be issued and have a failure behind it.
     std::optional<Failure> failure;
+    /// Behind a document that was made.
+    ClockReading clock = {};
     /// In the journal; empty when it was not written there.
     QString id = {};
     /// The journal knew the id as issued or unknown: this is its verdict, and the register was not asked.

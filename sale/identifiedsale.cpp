@@ -2,6 +2,7 @@
 
 #include "documentexpired.h"
 #include "idconflict.h"
+#include "itemsjson.h"
 
 namespace sale {
 
@@ -42,12 +43,14 @@ std::optional<DocumentEnding> endingOf(const Verdict& verdict)
     }
 }
 
-QJsonObject keptFailure(const Failure& failure)
+QJsonObject keptFailure(const Failure& failure, const Verdict& verdict)
 {
     QJsonObject json{
         {QStringLiteral("kind"), errorKindName(failure.kind)}, {QStringLiteral("text"), failure.text}};
     if (!failure.exceptionName.isEmpty())
         json.insert(QStringLiteral("exception"), failure.exceptionName);
+    if (verdict.outcome == Outcome::NotIssued)
+        json.insert(QStringLiteral("asked"), true);
     return json;
 }
 
@@ -98,13 +101,15 @@ bool IdentifiedSale::isUnsettled() const
     return known && known->state == DocumentState::Running;
 }
 
-void IdentifiedSale::begin(const DriveMark& before, const MarkEntry& goods, const Movement& movement)
+void IdentifiedSale::begin(const DriveMark& before, const MarkEntry& goods, const Movement& movement,
+    const QList<MarkCheck>& verdicts)
 {
     m_request.goods = goods.marks;
     // Whoever gives a receipt need not read it for that.
     if (m_request.kind == documentKindName(DocumentKind::Sale) && isReceipt(movement.kind))
         m_request.kind = documentKindName(movement.kind);
-    const AttemptStart start{before.toJson(), movement.toJson(), m_isQueued ? registerName() : QString()};
+    const AttemptStart start{before.toJson(), movement.toJson(), m_isQueued ? registerName() : QString(),
+        markChecksJson(verdicts)};
     const std::optional<int> attempt
         = m_isQueued ? m_store.begin(id(), start) : m_store.acceptAndBegin(m_request, start);
     if (!attempt)
@@ -112,10 +117,10 @@ void IdentifiedSale::begin(const DriveMark& before, const MarkEntry& goods, cons
     m_attempt = *attempt;
 }
 
-void IdentifiedSale::note(const Failure& failure)
+void IdentifiedSale::note(const Failure& failure, const Verdict& verdict)
 {
     m_isRefused = failure.isOfDriver && failure.kind != ErrorKind::Line;
-    m_store.note(id(), m_attempt, {.failure = keptFailure(failure)});
+    m_store.note(id(), m_attempt, {.failure = keptFailure(failure, verdict)});
 }
 
 void IdentifiedSale::note(const QList<receipt::Finding>& warnings)
@@ -123,7 +128,8 @@ void IdentifiedSale::note(const QList<receipt::Finding>& warnings)
     m_store.note(id(), m_attempt, {.warnings = keptWarnings(warnings)});
 }
 
-void IdentifiedSale::settle(const Verdict& verdict, const std::optional<DriveMark>& after)
+void IdentifiedSale::settle(
+    const Verdict& verdict, const std::optional<DriveMark>& after, const QDateTime& time)
 {
     std::optional<DocumentEnding> ending = endingOf(verdict);
     if (!ending)
@@ -133,6 +139,7 @@ void IdentifiedSale::settle(const Verdict& verdict, const std::optional<DriveMar
         ending->reason = StateReason::Refused;
     if (after)
         ending->markAfter = after->toJson();
+    ending->registerTime = time;
     m_store.settle(id(), m_attempt, *ending);
 }
 

@@ -4,6 +4,7 @@
 #include "drivemark.h"
 #include "failure.h"
 #include "finding.h"
+#include "markcheck.h"
 #include "markentry.h"
 #include "movement.h"
 #include "verdict.h"
@@ -42,15 +43,17 @@ public:
 
     /// Before the document's first byte. Throws JournalError also when it is done or under way elsewhere, or
     /// waits no longer, DocumentExpired when its time is over. The marked goods of one that waits stand in
-    /// the journal already.
-    void begin(const DriveMark& before, const MarkEntry& goods = {}, const Movement& movement = {});
-    /// What is learnt of the attempt that was begun.
-    void note(const Failure& failure);
+    /// the journal already. The verdicts are what the register said of them.
+    void begin(const DriveMark& before, const MarkEntry& goods = {}, const Movement& movement = {},
+        const QList<MarkCheck>& verdicts = {});
+    /// What is learnt of the attempt that was begun: what it failed of, and what has become of it.
+    void note(const Failure& failure, const Verdict& verdict);
     void note(const QList<receipt::Finding>& warnings);
     /// When the outcome is known. One that was never closed, or was cancelled, was refused; NotIssued says
     /// that the register was asked. NotCancelled leaves the document to be settled. The mark is that behind
-    /// the document, where it is known.
-    void settle(const Verdict& verdict, const std::optional<DriveMark>& after = {});
+    /// the document, where it is known, the time that of the register's clock there.
+    void settle(
+        const Verdict& verdict, const std::optional<DriveMark>& after = {}, const QDateTime& time = {});
 
 private:
     DocumentStore& m_store;
@@ -74,8 +77,9 @@ void answerFromJournal(Result& result, const std::optional<StoredDocument>& know
     result.verdict = result.isRepeated ? verdictOf(*known) : Verdict();
     result.isFinal = !known || known->state != DocumentState::Running;
 }
-/// What the journal keeps of a failure and of warnings.
-QJsonObject keptFailure(const Failure& failure);
+/// What the journal keeps of a failure and of warnings. A register that has refused the document at its close
+/// was "asked" whether it has it all the same, one that has refused it before was not.
+QJsonObject keptFailure(const Failure& failure, const Verdict& verdict = {});
 QJsonArray keptWarnings(const QList<receipt::Finding>& warnings);
 /// How the journal puts a verdict; nothing for one that leaves the document open.
 std::optional<DocumentEnding> endingOf(const Verdict& verdict);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clockreading.h"
 #include "drivemark.h"
 #include "failure.h"
 #include "finding.h"
@@ -37,6 +38,8 @@ struct IssueResult
     /// The register behind a document that was closed well: the mark before the next one on an exclusive
     /// register.
     std::optional<DriveMark> after;
+    /// Behind a document that was closed well.
+    ClockReading clock;
     /// Kopecks. The change is what was paid above the total, in cash.
     qint64 total = 0;
     qint64 paid = 0;

@@ -47,4 +47,22 @@ QJsonArray itemsJson(const receipt::Receipt& receipt, const QList<MarkCheck>& ma
     return json;
 }
 
+QJsonArray markChecksJson(const QList<MarkCheck>& marks)
+{
+    QJsonArray json;
+    for (const MarkCheck& mark : marks)
+        json.append(
+            QJsonObject{{QStringLiteral("code"), mark.markingCode}, {QStringLiteral("result"), mark.result}});
+    return json;
+}
+
+QList<MarkCheck> markChecksOf(const QJsonArray& json)
+{
+    QList<MarkCheck> marks;
+    for (const QJsonValue mark : json)
+        marks.append({.markingCode = mark[QStringLiteral("code")].toString(),
+            .result = mark[QStringLiteral("result")].toInt()});
+    return marks;
+}
+
 } // namespace sale

@@ -27,15 +27,16 @@ using receipt::Finding;
 
 /// What is wrong with the document or with what it asks for; anything else is the register's or ours, and
 /// passes.
-bool isOfDocument(const Failure& failure, bool wasOpen)
+bool isOfDocument(const Failure& failure, bool wasOpen, bool closesShift)
 {
     switch (failure.kind) {
     case ErrorKind::Data:
     case ErrorKind::Mark:
     case ErrorKind::Cash:
     case ErrorKind::ShiftClosed:
-    case ErrorKind::ShiftExpired:
         return true;
+    case ErrorKind::ShiftExpired:
+        return !closesShift;
     case ErrorKind::Other:
         // What the register refuses for a reason of its own would be refused for ever, and hold up the rest.
         return (failure.isOfDriver && !wasOpen) || failure.exceptionName == QStringLiteral("ShiftUnchanged");
@@ -145,7 +146,8 @@ private:
     void judge()
     {
         StoredDocument record = m_desk.journal().findId(m_waiting.request.id).value_or(m_waiting);
-        if (isWaiting(record) && m_failure && !m_isOfRegister && isOfDocument(*m_failure, m_wasOpen))
+        if (isWaiting(record) && m_failure && !m_isOfRegister
+            && isOfDocument(*m_failure, m_wasOpen, m_desk.options().closesShift))
             record = m_desk.journal().refuse(
                 record.request.id, {{}, keptFailure(*m_failure), keptWarnings(m_warnings)});
         if (isWaiting(record))

@@ -98,7 +98,7 @@ public:
             if (document.failure)
                 meetFailure();
             else
-                writeOutcome(m_result.verdict);
+                meetSuccess();
         } catch (...) {
             m_result.failure = currentFailure();
         }
@@ -173,7 +173,7 @@ private:
         try {
             if (m_options.sale == nullptr)
                 return;
-            m_options.sale->begin(m_result.before, m_marks, m_result.ours);
+            m_options.sale->begin(m_result.before, m_marks, m_result.ours, m_result.marks);
             if (!m_result.warnings.isEmpty())
                 m_options.sale->note(m_result.warnings);
         } catch (...) {
@@ -204,6 +204,12 @@ private:
         return steps;
     }
 
+    void meetSuccess()
+    {
+        m_result.clock = ClockReading::behind(m_driver, m_options.line);
+        writeOutcome(m_result.verdict);
+    }
+
     void meetFailure()
     {
         const Outcome outcome = m_result.verdict.outcome;
@@ -225,13 +231,13 @@ private:
     void noteFailure()
     {
         if (m_options.sale != nullptr && m_result.failure)
-            m_options.sale->note(*m_result.failure);
+            m_options.sale->note(*m_result.failure, m_result.verdict);
     }
 
     void writeOutcome(const Verdict& verdict)
     {
         if (m_options.sale != nullptr)
-            m_options.sale->settle(verdict, m_result.after);
+            m_options.sale->settle(verdict, m_result.after, m_result.clock.time);
     }
 
     AbstractFrDriver& m_driver;

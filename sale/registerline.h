@@ -45,6 +45,8 @@ struct RegisterLine
     /// The fiscal drive that the host means to sell on: a register may be switched off, get another one and
     /// be switched on again without a break of the line. May be empty, or tell nothing: then any is meant.
     std::function<QString()> drive = {};
+    /// The journal is to have what the register's clock said behind each document. Asked over HEX alone.
+    bool isClockRead = false;
 };
 
 } // namespace sale

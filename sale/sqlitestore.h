@@ -35,12 +35,12 @@ public:
 
 private:
     bool hasTable(const QString& schema, const char* table) const;
+    bool hasColumn(const char* table, const char* name) const;
     /// False for a file that has no tables of this format yet. Throws JournalError for one of another program
     /// or of a later release.
     bool isReady() const;
     /// Whether it has what came to the format later.
     bool isComplete() const;
-    bool hasColumn(const char* name) const;
     void makeTables();
     void keepFormer() const;
     void addLater();

@@ -47,8 +47,16 @@ constexpr const char* schemaStatements[] = {
 
 // What came to the format later, for new files and for those of releases before. Nothing is ever taken away,
 // and no column may be NOT NULL without a default.
-constexpr const char* laterColumns[][2] = {{"queued", "TEXT"}, {"return_of", "TEXT"},
-    {"pool", "TEXT NOT NULL DEFAULT ''"}, {"claimed", "TEXT"}, {"paperless", "INTEGER NOT NULL DEFAULT 0"}};
+struct LaterColumn
+{
+    const char* table;
+    const char* name;
+    const char* type;
+};
+constexpr LaterColumn laterColumns[] = {{"documents", "queued", "TEXT"}, {"documents", "return_of", "TEXT"},
+    {"attempts", "marks", "TEXT"}, {"attempts", "register_time", "TEXT"},
+    {"documents", "pool", "TEXT NOT NULL DEFAULT ''"}, {"documents", "claimed", "TEXT"},
+    {"documents", "paperless", "INTEGER NOT NULL DEFAULT 0"}};
 constexpr const char* laterIndices[] = {
     "CREATE INDEX IF NOT EXISTS documents_by_sale ON documents (return_of) WHERE return_of IS NOT NULL",
     // Lists of a long journal, page by page.
@@ -64,8 +72,7 @@ constexpr const char* laterIndices[] = {
     "WHERE state = 'queued' AND register <> '' AND pool <> ''",
     "CREATE INDEX IF NOT EXISTS documents_expiring ON documents (start_before) "
     "WHERE state = 'queued' AND start_before IS NOT NULL",
-    "CREATE INDEX IF NOT EXISTS documents_ahead ON documents (queued) "
-    "WHERE state = 'queued' AND start_before IS NOT NULL",
+    "CREATE INDEX IF NOT EXISTS documents_ahead ON documents (queued) WHERE state = 'queued'",
 };
 // Until then nothing waited in a journal but for the moment before it was begun: what a program left so when
 // it was killed must not be sold now, unasked.
@@ -155,18 +162,18 @@ bool SqliteStore::isReady() const
     return true;
 }
 
+bool SqliteStore::hasColumn(const char* table, const char* name) const
+{
+    return m_connection
+        .value(QStringLiteral("SELECT 1 FROM pragma_table_info('%1') WHERE name = '%2'")
+                   .arg(QLatin1String(table), QLatin1String(name)))
+        .isValid();
+}
+
 bool SqliteStore::isComplete() const
 {
     return std::all_of(std::begin(laterColumns), std::end(laterColumns),
-        [this](const auto& column) { return hasColumn(column[0]); });
-}
-
-bool SqliteStore::hasColumn(const char* name) const
-{
-    return m_connection
-        .value(QStringLiteral("SELECT 1 FROM pragma_table_info('documents') WHERE name = ?"),
-            {QString::fromLatin1(name)})
-        .isValid();
+        [this](const LaterColumn& column) { return hasColumn(column.table, column.name); });
 }
 
 void SqliteStore::makeTables()
@@ -203,11 +210,12 @@ void SqliteStore::keepFormer() const
 
 void SqliteStore::addLater()
 {
-    const bool hadQueue = hasColumn(laterColumns[0][0]);
-    for (const auto& [name, type] : laterColumns) {
-        if (!hasColumn(name))
-            m_connection.execute(QStringLiteral("ALTER TABLE documents ADD COLUMN %1 %2")
-                                     .arg(QLatin1String(name), QLatin1String(type)));
+    const bool hadQueue = hasColumn("documents", "queued");
+    for (const LaterColumn& column : laterColumns) {
+        if (!hasColumn(column.table, column.name))
+            m_connection.execute(QStringLiteral("ALTER TABLE %1 ADD COLUMN %2 %3")
+                                     .arg(QLatin1String(column.table), QLatin1String(column.name),
+                                         QLatin1String(column.type)));
     }
     for (const char* const index : laterIndices)
         m_connection.execute(QString::fromLatin1(index));

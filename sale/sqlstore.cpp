@@ -159,10 +159,14 @@ std::optional<int> SqlStore::start(const QString& id, const AttemptStart& start)
         return std::nullopt;
     }
     const int attempt = known->attemptCount + 1;
+    const SqlKey begun = origin();
     insertInto(QStringLiteral("attempts"), id,
-        {QStringLiteral("number"), QStringLiteral("begun"), QStringLiteral("mark_before"),
-            QStringLiteral("movement")},
-        {attempt, storedNow(), wholeJson(start.markBefore), wholeJson(start.movement)});
+        QStringList{QStringLiteral("number"), QStringLiteral("begun"), QStringLiteral("mark_before"),
+            QStringLiteral("movement"), QStringLiteral("marks")}
+            + begun.columns,
+        QVariantList{attempt, storedNow(), wholeJson(start.markBefore), wholeJson(start.movement),
+            storedJson(start.marks)}
+            + begun.values);
     updateBegun(id, attempt, QStringLiteral("state = 'running', begun = ?, drive = ?"),
         {storedNow(), neverNull(start.markBefore.value(QStringLiteral("drive")).toString())});
     return attempt;
@@ -212,7 +216,8 @@ void SqlStore::settle(const QString& id, int attempt, const DocumentEnding& endi
             && known->documentNumber == ending.documentNumber && ending.by.isEmpty())
             return;
         refuseWrongEnding(*known, attempt, ending);
-        endAttempt(id, attempt, ending);
+        const bool isOfRegister = ending.state == DocumentState::NotIssued && ending.by.isEmpty();
+        endAttempt(id, attempt, isOfRegister ? notIssued(*known, ending) : ending);
     });
 }
 
@@ -228,8 +233,10 @@ void SqlStore::endAttempt(const QString& id, int attempt, const DocumentEnding& 
             nullIfEmpty(waits ? QString() : storedNow()), number, ending.isNumberRead,
             ending.state == DocumentState::Issued ? ending.times : 0, ending.by, ending.note});
     updateAttempt(id, attempt,
-        QStringLiteral("ended = ?, verdict = ?, document = ?, mark_after = coalesce(?, mark_after)"),
-        {storedNow(), stateName(ending.state), number, storedJson(ending.markAfter)});
+        QStringLiteral("ended = ?, verdict = ?, document = ?, mark_after = coalesce(?, mark_after), "
+                       "register_time = coalesce(?, register_time)"),
+        {storedNow(), stateName(ending.state), number, storedJson(ending.markAfter),
+            nullIfEmpty(ending.registerTime.toString(Qt::ISODate))});
 }
 
 } // namespace sale

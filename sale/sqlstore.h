@@ -79,6 +79,10 @@ protected:
     virtual void holdReturns(const QString& saleId);
     /// Before whatever the owner of a register alone may write.
     virtual void requireOwner();
+    /// What is written with an attempt of whoever begins it.
+    virtual SqlKey origin() const;
+    /// What may be said of a document that its register is known to have not issued.
+    virtual DocumentEnding notIssued(const StoredDocument& known, const DocumentEnding& ending);
     /// The id is taken, or stands for another body from now on.
     virtual void writeId(const QString& id, const QString& digest, const QString& accepted);
     /// As if the document had never been accepted.

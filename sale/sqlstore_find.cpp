@@ -157,6 +157,8 @@ StoredAttempt attemptOf(const QSqlQuery& row)
     attempt.documentNumber = row.value(column++).toUInt();
     attempt.body = text().toUtf8();
     attempt.digest = text().toLatin1();
+    attempt.start.marks = json().array();
+    attempt.registerTime = QDateTime::fromString(text(), Qt::ISODate);
     return attempt;
 }
 
@@ -209,8 +211,9 @@ void SqlStore::addAttempts(StoredDocument& document) const
 {
     const SqlKey key = keyOf(document);
     m_sql.select(
-        QStringLiteral("SELECT number, %1, %2, mark_before, movement, mark_after, failure, warnings, "
-                       "verdict, document, body, digest FROM attempts WHERE %3 ORDER BY number")
+        QStringLiteral(
+            "SELECT number, %1, %2, mark_before, movement, mark_after, failure, warnings, "
+            "verdict, document, body, digest, marks, register_time FROM attempts WHERE %3 ORDER BY number")
             .arg(m_sql.moment(QStringLiteral("begun")), m_sql.moment(QStringLiteral("ended")),
                 key.condition()),
         key.values, [&document](const QSqlQuery& row) { document.attempts.append(attemptOf(row)); });

@@ -30,6 +30,17 @@ void SqlStore::requireOwner()
     // Where one machine has them all.
 }
 
+SqlKey SqlStore::origin() const
+{
+    return {};
+}
+
+DocumentEnding SqlStore::notIssued(const StoredDocument& /*known*/, const DocumentEnding& ending)
+{
+    // Whoever began it has lost the port's lock, and with it the register.
+    return ending;
+}
+
 void SqlStore::writeId(const QString& /*id*/, const QString& /*digest*/, const QString& /*accepted*/)
 {
     // Where the document's own row keeps it.
@@ -116,7 +127,7 @@ int SqlStore::anonymise(const QDateTime& before)
         "state IN ('issued', 'notIssued') AND accepted < ? AND anonymised IS NULL AND kind <> 'review'");
     int documents = 0;
     m_sql.together([&] {
-        m_sql.execute(QStringLiteral("UPDATE attempts SET warnings = NULL, "
+        m_sql.execute(QStringLiteral("UPDATE attempts SET warnings = NULL, marks = NULL, "
                                      "body = CASE WHEN body IS NULL THEN NULL ELSE '' END "
                                      "WHERE id IN (SELECT id FROM documents WHERE %1)")
                           .arg(ended),

@@ -23,6 +23,8 @@ struct StoredAttempt
     AttemptNote note;
     std::optional<DocumentState> verdict;
     quint32 documentNumber = 0;
+    /// The register's clock behind it, local; invalid when it was not asked.
+    QDateTime registerTime;
     /// What this attempt was made of, where a later one was corrected; empty otherwise.
     QByteArray body;
     QByteArray digest;

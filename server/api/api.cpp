@@ -5,6 +5,7 @@
 #include "api/journalproblem.h"
 #include "api/place.h"
 #include "documentanswer.h"
+#include "findingsjson.h"
 #include "http/problem.h"
 #include "journalerror.h"
 
@@ -27,16 +28,24 @@ const QString pausedState = QStringLiteral("paused");
 const QList<sale::DocumentState> openStates{
     sale::DocumentState::Queued, sale::DocumentState::Running, sale::DocumentState::Unknown};
 
+/// Told as what is wrong with a document is: clients look for it there.
 void requireQueryNames(const ApiRoute& route, const http::Request& request)
 {
-    if (route.queryNames.isEmpty())
-        return;
+    QList<receipt::Finding> errors;
     for (const auto& [name, value] : request.query) {
         if (!name.isEmpty() && !route.queryNames.contains(name))
-            throw http::Problem(400,
-                QStringLiteral("There is no %1 to ask for; there are %2.")
-                    .arg(name, route.queryNames.join(QStringLiteral(", "))));
+            errors.append(
+                {receipt::Finding::Error, name, value, QStringLiteral("is not known in this query")});
     }
+    if (errors.isEmpty())
+        return;
+    const QString known = route.queryNames.isEmpty()
+        ? QStringLiteral("nothing is asked for here")
+        : QStringLiteral("there are ") + route.queryNames.join(QStringLiteral(", "));
+    throw http::Problem(
+        400, QStringLiteral("There is no %1 to ask for; %2.").arg(errors.constFirst().path, known))
+        .with(QStringLiteral("errors"), sale::findingsJson(errors))
+        .with(QStringLiteral("warnings"), QJsonArray());
 }
 
 http::Handler handlerOf(Api& api, const ApiRoute& route)
@@ -182,6 +191,8 @@ QJsonObject Api::registerView(const Till& till) const
 
 void Api::requireJournal(const Till& till) const
 {
+    if (!till.isHere())
+        return;
     const QJsonObject view = till.view();
     if (view.value(QStringLiteral("waiting")).toString() == QStringLiteral("journal"))
         throw sale::JournalError(view.value(QStringLiteral("waitingText")).toString());
@@ -222,6 +233,8 @@ void Api::documentChanged(const QString& id)
 void Api::documentChanged(const sale::StoredDocument& document)
 {
     noteChange(document);
+    if (m_ended && !isPending(document.state))
+        m_ended();
     if (m_changed)
         m_changed(document);
 }
@@ -265,8 +278,6 @@ void Api::noteChange(const sale::StoredDocument& document)
             setAwaited(id, Place::of(document.request));
         return;
     }
-    if (m_ended)
-        m_ended();
     // Also that it is still unknown after it was asked about.
     if (m_waiters.areAny(id))
         m_waiters.answer(id, documentResponse(*this, document));
@@ -313,6 +324,8 @@ void Api::registerChanged(const QString& name)
     const QJsonObject before = std::exchange(m_told[name], view);
     if (before == view)
         return;
+    if (m_registerChanged && changed->isHere())
+        m_registerChanged(name);
     noteMember(name, view);
     QJsonObject data = view;
     data.insert(QStringLiteral("register"), name);

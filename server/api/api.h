@@ -62,6 +62,11 @@ public:
 
     /// To be called for each change of this service's making, also when it is no news here.
     void onChange(const std::function<void(const sale::StoredDocument&)>& changed) { m_changed = changed; }
+    /// To be called for each register of this service that has changed.
+    void onRegisterChange(const std::function<void(const QString& name)>& changed)
+    {
+        m_registerChanged = changed;
+    }
     /// Another one says how a document stands: no more of it is given than an event tells, and when it was
     /// queued.
     void heard(const sale::StoredDocument& told);
@@ -70,7 +75,7 @@ public:
     OpenList& openDocuments() { return m_open; }
     /// @}
 
-    /// To be called for each document that has ended, or is unknown.
+    /// To be called for each document that has ended here, or is unknown.
     void onEnd(const std::function<void()>& ended) { m_ended = ended; }
     /// Nothing is accepted any longer, and nobody waits.
     void stop();
@@ -100,7 +105,7 @@ public:
     QJsonObject registerView(const Till& till) const;
     /// @name Throw sale::JournalError unless documents are accepted now
     /// @{
-    /// By each register.
+    /// By each register that this service works.
     void requireJournal();
     /// By that one: what its worker cannot read or write it would not make.
     void requireJournal(const Till& till) const;
@@ -145,6 +150,7 @@ private:
     std::map<QString, QJsonObject> m_told;
     std::function<void()> m_ended;
     std::function<void(const sale::StoredDocument&)> m_changed;
+    std::function<void(const QString& name)> m_registerChanged;
     /// Changes that the journal could not tell of; looked at again.
     QStringList m_missed;
     QTimer m_lookAgain;

@@ -17,8 +17,7 @@ struct ApiRoute
     QString pattern;
     http::Answer (*answer)(Api& api, const http::Request& request);
     http::Access access = {};
-    /// What may stand in the query of one that looks at it at all: a misspelt name would be answered as if
-    /// nothing was asked.
+    /// What may stand in its query: anything else would be answered as if it had not been asked.
     QStringList queryNames = {};
 };
 

@@ -23,6 +23,13 @@ using sale::DocumentAnswer;
 using sale::DocumentState;
 using sale::StoredDocument;
 
+/// What the register said of them ahead of the last attempt.
+QList<sale::MarkCheck> marksOf(const StoredDocument& document)
+{
+    return document.attempts.isEmpty() ? QList<sale::MarkCheck>()
+                                       : sale::markChecksOf(document.attempts.constLast().start.marks);
+}
+
 /// The body is that of a document that was accepted, so there are no errors; one that was anonymised has
 /// none.
 void describeReceipt(DocumentAnswer& answer, const Api& api, const StoredDocument& document, const Till& till)
@@ -33,7 +40,7 @@ void describeReceipt(DocumentAnswer& answer, const Api& api, const StoredDocumen
                 {till.settings().protocol, document.accepted.toTimeZone(till.settings().timeZone).date()});
         answer.total = checked.receipt.total;
         answer.change = checked.receipt.paid - checked.receipt.total;
-        answer.items = sale::itemsJson(checked.receipt);
+        answer.items = sale::itemsJson(checked.receipt, marksOf(document));
         answer.warnings = sale::findingsJson(checked.findings);
     } catch (const receipt::ReceiptError&) {
         return;
@@ -54,25 +61,24 @@ std::optional<sale::AnswerError> errorOf(const StoredDocument& document)
 {
     const QJsonObject failure
         = document.attempts.isEmpty() ? QJsonObject() : document.attempts.constLast().note.failure;
-    const auto text = [&failure](const char* name) { return failure.value(QLatin1String(name)).toString(); };
     if (isPending(document.state) || document.reason == sale::StateReason::Expired
         || document.reason == sale::StateReason::Deleted)
         return std::nullopt;
     if (!failure.isEmpty())
-        return sale::AnswerError{.kind = sale::errorKindNamed(text("kind")),
-            .text = text("text"),
-            .exceptionName = text("exception")};
+        return sale::AnswerError::fromJson(failure);
     if (document.state == DocumentState::Unknown)
         return sale::AnswerError{.text = QStringLiteral("Документ прерван, и касса о нём ничего не сообщает"),
             .exceptionName = QStringLiteral("Refusal")};
     return std::nullopt;
 }
 
-/// Why nothing of it was begun yet.
+/// Why nothing of it was begun yet, or nobody tells how it goes on.
 QJsonValue waitingOf(const StoredDocument& document, const Till* till)
 {
-    if (document.state != DocumentState::Queued || till == nullptr)
+    if (!isPending(document.state) || till == nullptr)
         return {};
+    if (document.state == DocumentState::Running)
+        return till->isReachable() ? QJsonValue() : QJsonValue(QStringLiteral("unreachable"));
     const QJsonObject view = till->view();
     const QString paused = QStringLiteral("paused");
     return view.value(QStringLiteral("state")) == paused ? paused : view.value(QStringLiteral("waiting"));

@@ -54,6 +54,8 @@ private:
 };
 
 const char* const registerLabel = "register";
+/// By the registers' names.
+using Views = std::map<QString, QJsonObject>;
 const char* const poolLabel = "pool";
 
 void addEndings(Text& text, const OpenList& open)
@@ -89,7 +91,7 @@ void addQueues(Text& text, const Api& api)
     }
 }
 
-void addPools(Text& text, const Api& api)
+void addPools(Text& text, const Api& api, const Views& views)
 {
     const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     text.describe("frserver_pool_queued_documents", "gauge", "Documents that no register has claimed yet.");
@@ -103,8 +105,8 @@ void addPools(Text& text, const Api& api)
     text.describe("frserver_pool_absent", "gauge",
         "1 for a register that takes nothing from its pool, and why; 0 for one that does.");
     for (const auto& [name, pool] : api.pools()) {
-        for (const auto& [registerName, till] : api.tills()) {
-            const std::optional<QJsonObject> member = memberView(till->view(), name);
+        for (const auto& [registerName, view] : views) {
+            const std::optional<QJsonObject> member = memberView(view, name);
             const QString why = member ? member->value(QStringLiteral("absent")).toString() : QString();
             if (member)
                 text.add({{poolLabel, name}, {registerLabel, registerName}, {"reason", why}},
@@ -113,12 +115,11 @@ void addPools(Text& text, const Api& api)
     }
 }
 
-void addStates(Text& text, const Api& api)
+void addStates(Text& text, const Views& views)
 {
     text.describe(
         "frserver_register_state", "gauge", "1 for the state of the register, and what it waits for.");
-    for (const auto& [name, till] : api.tills()) {
-        const QJsonObject view = till->view();
+    for (const auto& [name, view] : views) {
         text.add({{registerLabel, name}, {"state", view.value(QStringLiteral("state")).toString()},
                      {"waiting", view.value(QStringLiteral("waiting")).toString()}},
             1);
@@ -152,7 +153,7 @@ QJsonValue exchangesOf(const QJsonObject& view, const char* member)
     return view.value(QStringLiteral("exchanges")).toObject().value(QLatin1String(member));
 }
 
-/// As register and service know it: over XML it is not told, and the service keeps it while it runs.
+/// As register and service know it: over XML it is not told, and the service keeps it.
 QJsonValue unsentSeconds(const QJsonObject& view)
 {
     if (!conditionOf(view, "unsent").isDouble())
@@ -190,20 +191,30 @@ constexpr ToldGauge toldGauges[] = {
         }},
 };
 
-void addTold(Text& text, const Api& api)
+/// A counter begins anew with each service that works the register.
+Labels labelsOf(const ToldGauge& gauge, const QString& name, const QJsonObject& view)
+{
+    Labels labels{{registerLabel, name}};
+    const QString service = view.value(QStringLiteral("service")).toString();
+    if (!service.isEmpty() && QByteArray(gauge.type) == "counter")
+        labels.append({"service", service});
+    return labels;
+}
+
+void addTold(Text& text, const Views& views)
 {
     for (const ToldGauge& gauge : toldGauges) {
         text.describe(gauge.name, gauge.type, gauge.help);
-        for (const auto& [name, till] : api.tills()) {
-            const QJsonValue value = gauge.value(till->view());
+        for (const auto& [name, view] : views) {
+            const QJsonValue value = gauge.value(view);
             if (value.isDouble() || value.isBool())
-                text.add({{registerLabel, name}}, value.isBool() ? value.toBool() : value.toDouble());
+                text.add(labelsOf(gauge, name, view), value.isBool() ? value.toBool() : value.toDouble());
         }
     }
     text.describe("frserver_alarm", "gauge", "1 for each alarm of the register.");
-    for (const auto& [name, till] : api.tills()) {
+    for (const auto& [name, view] : views) {
         QStringList kinds;
-        const QJsonArray alarms = till->view().value(QStringLiteral("alarms")).toArray();
+        const QJsonArray alarms = view.value(QStringLiteral("alarms")).toArray();
         for (const auto& alarm : alarms)
             kinds.append(alarm.toObject().value(QStringLiteral("kind")).toString());
         kinds.removeDuplicates();
@@ -221,9 +232,12 @@ QByteArray metricsText(const Api& api)
     text.add({{"version", QString::fromLatin1(api.settings().version)}}, 1);
     addEndings(text, api.openDocuments());
     addQueues(text, api);
-    addPools(text, api);
-    addStates(text, api);
-    addTold(text, api);
+    Views views;
+    for (const auto& [name, till] : api.tills())
+        views.emplace(name, till->view());
+    addPools(text, api, views);
+    addStates(text, views);
+    addTold(text, views);
     return text.text();
 }
 

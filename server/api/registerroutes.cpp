@@ -42,9 +42,22 @@ QString byOf(const Request& request, const QJsonObject& body)
     return by.isEmpty() ? rights::callerName(request) : by;
 }
 
-Answer pause(Api& api, const Request& request)
+/// An order that nobody takes is refused: it would be followed at a time when nobody expects it.
+Till& reachableTill(const Api& api, const Request& request)
 {
     Till& till = tillOf(api, request);
+    if (till.isReachable())
+        return till;
+    const QString text = till.view().value(QStringLiteral("waitingText")).toString();
+    throw http::Problem(503, QStringLiteral("unreachable"),
+        QStringLiteral("The service that works the register does not answer"),
+        text + QStringLiteral(". Nothing was changed."))
+        .withHeader("Retry-After", "10");
+}
+
+Answer pause(Api& api, const Request& request)
+{
+    Till& till = reachableTill(api, request);
     till.pause(byOf(request, bodyOf(request)));
     audit(request, QStringLiteral("paused ") + till.settings().name);
     return api.whenPaused(till, request.preferredWait());
@@ -52,15 +65,15 @@ Answer pause(Api& api, const Request& request)
 
 Answer resume(Api& api, const Request& request)
 {
-    Till& till = tillOf(api, request);
+    Till& till = reachableTill(api, request);
     till.resume(byOf(request, bodyOf(request)));
     audit(request, QStringLiteral("resumed ") + till.settings().name);
-    return Response::json(api.registerView(till));
+    return Response::json(api.registerView(till), till.isHere() ? 200 : 202);
 }
 
 Answer acceptRegister(Api& api, const Request& request)
 {
-    Till& till = tillOf(api, request);
+    Till& till = reachableTill(api, request);
     const QJsonObject body = bodyOf(request);
     const QString note = body.value(QStringLiteral("note")).toString().trimmed();
     if (note.isEmpty())

@@ -11,7 +11,8 @@ QJsonObject RegisterSettings::toJson() const
         {QStringLiteral("serial"), expected.serial}, {QStringLiteral("inn"), expected.inn},
         {QStringLiteral("cashier"), cashier}, {QStringLiteral("cashierInn"), cashierInn},
         {QStringLiteral("timeZone"), QString::fromLatin1(timeZone.id())},
-        {QStringLiteral("exclusive"), isExclusive}, {QStringLiteral("allowTestDrive"), allowsTestDrive},
+        {QStringLiteral("shift"), static_cast<int>(shift)}, {QStringLiteral("exclusive"), isExclusive},
+        {QStringLiteral("allowTestDrive"), allowsTestDrive},
         {QStringLiteral("setsClock"), clock == ClockRule::Set},
         {QStringLiteral("marks"), static_cast<int>(marks)},
         {QStringLiteral("plugins"), QJsonArray::fromStringList(plugins)}};
@@ -28,6 +29,7 @@ RegisterSettings RegisterSettings::fromJson(const QJsonObject& json)
     settings.cashier = text("cashier");
     settings.cashierInn = text("cashierInn");
     settings.timeZone = QTimeZone(text("timeZone").toLatin1());
+    settings.shift = static_cast<ShiftRule>(json.value(QStringLiteral("shift")).toInt());
     settings.isExclusive = json.value(QStringLiteral("exclusive")).toBool();
     settings.allowsTestDrive = json.value(QStringLiteral("allowTestDrive")).toBool();
     settings.clock = json.value(QStringLiteral("setsClock")).toBool() ? ClockRule::Set : ClockRule::Warn;

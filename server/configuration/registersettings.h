@@ -23,6 +23,9 @@ struct RegisterSettings
     static RegisterSettings fromJson(const QJsonObject& json);
 
     bool hasCashier() const { return !cashier.isEmpty(); }
+    /// A document that meets a shift of more than 24 hours waits until the service has closed it. A person
+    /// who opens shifts would have to open the next one, too.
+    bool closesShift() const { return shift != ShiftRule::Manual && hasCashier(); }
 
     QString name = {};
     /// As devices::createSerialDevice takes it.

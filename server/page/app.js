@@ -177,6 +177,8 @@ async function updateRegisters() {
         await Promise.all(names.map(updateLast));
     }
     attention.setRegisters(registers.all);
+    if (registers.all.some(isLost))
+        readUnknown();
 }
 
 async function updateRights() {
@@ -190,9 +192,15 @@ async function updateLast(name) {
     registers.setLast(name, found && (await api.get(documentPath(found.id))));
 }
 
+const isLost = ({ state, queue }) => state === "unreachable" && queue.running > 0;
+
 async function updateUnknown() {
-    const { documents: unknown } = await api.get("/documents", { state: "unknown", limit: MOST_UNKNOWN });
-    attention.setDocuments(unknown);
+    // What was begun at a register whose service is gone is nobody's but a person's to tell.
+    const lost = registers.all.filter(isLost);
+    const lists = await Promise.all([{ state: "unknown" },
+        ...lost.map(({ name }) => ({ state: "running", register: name }))]
+        .map((query) => api.get("/documents", { ...query, limit: MOST_UNKNOWN })));
+    attention.setDocuments(lists.flatMap(({ documents: found }) => found));
 }
 
 function readAll() {
@@ -217,6 +225,8 @@ const news = {
     register({ register: name, ...view }) {
         const register = { ...view, name };
         const before = registers.known.get(name);
+        if (!before)
+            readRegisters();
         registers.update(register);
         attention.setRegisters(registers.all);
         // What was under way when the service ended is settled with the register's start, without an event of its own.

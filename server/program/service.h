@@ -9,6 +9,7 @@
 #include "program/dispatchpool.h"
 #include "program/listenaddress.h"
 #include "program/pictureprocesses.h"
+#include "rack/keptstates.h"
 #include "rack/rack.h"
 #include "sqlstore.h"
 #include "webhook/webhook.h"
@@ -53,6 +54,7 @@ private:
     std::unique_ptr<sale::SqlStore> m_store;
     Owners m_owners;
     Outbox m_outbox;
+    KeptStates m_kept;
     TokenFile m_tokens;
     Rack m_rack;
     PoolDispatch m_dispatch;

@@ -18,7 +18,6 @@ constexpr qint64 hurriedMs = 2'000;
 /// A register with nothing to do is asked how it is.
 constexpr qint64 conditionMs = 60'000;
 constexpr qint64 zReportMs = 60'000;
-constexpr int mostDeaths = 3;
 
 const QString zReportKind = QStringLiteral("zReport");
 const QString openShiftKind = QStringLiteral("openShift");
@@ -59,6 +58,8 @@ void RegisterAgent::stop()
 
 void RegisterAgent::pause(const QString& by)
 {
+    if (m_pausedBy != by)
+        m_pausedSince = now();
     m_pausedBy = by;
     giveUpClaim();
     advance();
@@ -74,7 +75,10 @@ void RegisterAgent::resume()
 
 void RegisterAgent::accept(const QString& by, const QString& note)
 {
-    m_acceptance = Acceptance{by, note};
+    if (isOwner())
+        m_acceptance = Acceptance{by, note};
+    else
+        m_options.ownership->acceptMoved(name());
     m_retryAt = 0;
     advance();
 }
@@ -109,6 +113,7 @@ void RegisterAgent::hurry()
 
 void RegisterAgent::look()
 {
+    isOwner() ? tellLease() : leaveToOthers();
     const bool isSilent = m_request && steady() - m_request->heard >= m_options.longestSilence;
     const bool isHanging = m_endingSince && steady() - *m_endingSince >= m_options.longestSilence;
     if (isSilent || isHanging) {
@@ -121,29 +126,38 @@ void RegisterAgent::look()
 void RegisterAgent::advance()
 {
     const bool isIdle = !m_isStarted && !m_isStopping;
-    if (isIdle || m_isStopped || m_request || m_endingSince)
+    if (isIdle || m_isStopped || m_request || m_endingSince || (!m_isStopping && isOwner() && !recall()))
         return announce();
     if (m_isStopping || m_pausedBy)
         leave();
-    else if (steady() >= m_retryAt) {
-        if (!m_isAlive)
-            startWorker();
-        else if (m_acceptance)
-            request({.what = QStringLiteral("accept")},
-                {{QStringLiteral("by"), m_acceptance->by}, {QStringLiteral("note"), m_acceptance->note}});
-        else if (!m_isOpen) {
-            noteBegun();
-            request(
-                {.what = QStringLiteral("open")}, {{QStringLiteral("opensShift"), m_shift.mayOpen(now())}});
-        } else
-            advanceOpen();
-    }
+    else if (isOwner())
+        work();
+    else
+        standBy();
     if (!m_isOpen && !m_request) {
         // The register cannot be asked now, and whoever waits for that is told so.
         for (const QString& id : std::exchange(m_toSettle, {}))
             Q_EMIT documentChanged(id);
     }
     announce();
+}
+
+void RegisterAgent::work()
+{
+    if (std::exchange(m_isStandby, false))
+        unblock();
+    if (steady() < m_retryAt)
+        return;
+    if (!m_isAlive)
+        startWorker();
+    else if (m_acceptance)
+        request({.what = QStringLiteral("accept")},
+            {{QStringLiteral("by"), m_acceptance->by}, {QStringLiteral("note"), m_acceptance->note}});
+    else if (!m_isOpen) {
+        noteBegun();
+        request({.what = QStringLiteral("open")}, {{QStringLiteral("opensShift"), m_shift.mayOpen(now())}});
+    } else
+        advanceOpen();
 }
 
 void RegisterAgent::advanceOpen()
@@ -178,6 +192,7 @@ void RegisterAgent::endWorker()
 void RegisterAgent::finishStop()
 {
     m_isStopped = true;
+    m_options.ownership->release(name());
     announce();
     Q_EMIT stopped();
 }
@@ -201,6 +216,9 @@ void RegisterAgent::request(Request request, QJsonObject message)
     request.heard = m_triedAt = steady();
     message.insert(QStringLiteral("n"), request.number);
     message.insert(QStringLiteral("do"), request.what);
+    m_lease = m_options.ownership->lease(name());
+    if (!m_lease.isEmpty())
+        message.insert(QStringLiteral("lease"), m_lease);
     m_request = request;
     m_mayHoldPort = true;
     m_conditionDue = steady() + conditionMs;
@@ -232,14 +250,14 @@ std::optional<RegisterAgent::Request> RegisterAgent::nextDocument()
 {
     if (const std::optional<Request> report = dueZReport())
         return report;
+    if (isShiftAwaited())
+        return std::nullopt;
     for (;;) {
         const std::optional<sale::StoredDocument> document = m_pick.next();
         if (!document)
             return std::nullopt;
         const auto& [id, kind] = std::pair(document->request.id, document->request.kind);
-        if (m_options.deaths->value(id) >= mostDeaths)
-            refuseDeadly(id);
-        else if (!refuseOutsideHours(*document))
+        if (!refuseDeadly(id) && !refuseOutsideHours(*document))
             return Request{.what = QStringLiteral("make"), .id = id, .kind = kind};
     }
 }
@@ -264,6 +282,13 @@ std::optional<RegisterAgent::Request> RegisterAgent::dueZReport()
         .what = QStringLiteral("make"), .id = report->request.id, .kind = zReportKind, .isOfShift = true};
 }
 
+/// A document has met a shift that is too old, and the report that closes it has not been made.
+bool RegisterAgent::isShiftAwaited() const
+{
+    return m_waiting && m_waiting->reason == QStringLiteral("shiftExpired")
+        && m_shift.isEndDue(now(), steady());
+}
+
 bool RegisterAgent::refuseOutsideHours(const sale::StoredDocument& document)
 {
     if (m_settings.shift != ShiftRule::Scheduled || document.request.kind != openShiftKind
@@ -275,17 +300,6 @@ bool RegisterAgent::refuseOutsideHours(const sale::StoredDocument& document)
     m_store.refuse(document.request.id, {.failure = failure});
     Q_EMIT documentChanged(document.request.id);
     return true;
-}
-
-void RegisterAgent::refuseDeadly(const QString& id)
-{
-    const QJsonObject failure{{QStringLiteral("kind"), QStringLiteral("internal")},
-        {QStringLiteral("text"),
-            QStringLiteral("Программа кассы аварийно завершалась на этом документе, не начав его")},
-        {QStringLiteral("exception"), QStringLiteral("HostError")}};
-    m_store.refuse(id, {.failure = failure});
-    m_options.deaths->remove(id);
-    Q_EMIT documentChanged(id);
 }
 
 void RegisterAgent::block(const QString& reason, const QString& text)

@@ -3,7 +3,9 @@
 #include "rack/agentclock.h"
 #include "rack/backoff.h"
 #include "rack/documentpick.h"
+#include "rack/ownership.h"
 #include "rack/shiftwatch.h"
+#include "rack/soleownership.h"
 #include "rack/waiting.h"
 #include "rack/worker.h"
 
@@ -16,6 +18,8 @@
 #include <optional>
 
 namespace frserver {
+
+class KeptStates;
 
 /// Looks after one register: has its worker make the documents that wait in the journal, one at a time, and
 /// knows why when it does not. Whatever becomes of the worker, the next one settles what was begun before
@@ -31,9 +35,12 @@ public:
         /// File of the journal, for the worker.
         QString journal = {};
         AgentClock clock = AgentClock::system();
+        std::shared_ptr<Ownership> ownership = std::make_shared<SoleOwnership>();
         /// A worker that is at something and has said nothing for so many milliseconds is killed. A busy
         /// register may hold one exchange for 100 s.
         qint64 longestSilence = 120'000;
+        /// Must outlive the agent. Null where nothing is to outlive it.
+        KeptStates* kept = nullptr;
         /// How often workers died of a document that was never begun, whichever register it was at: all
         /// agents of a rack have the same one.
         std::shared_ptr<QHash<QString, int>> deaths = std::make_shared<QHash<QString, int>>();
@@ -49,6 +56,8 @@ public:
     /// Behind the document under way, and without waiting for anything else; stopped follows.
     void stop();
     bool isStopped() const { return m_isStopped; }
+    /// Nobody else may work it.
+    bool isOwner() const { return m_options.ownership->isHeld(name()); }
     /// To be called every second or so: whatever time decides is decided here.
     void look();
 
@@ -59,10 +68,12 @@ public:
     /// Asks the register about a document that is unknown; documentChanged follows, also when the register
     /// cannot be asked now.
     void settle(const QString& id);
-    /// Behind the document under way the port is closed and its lock released. Says who wants that.
+    /// Behind the document under way the port is closed and its lock released, until it is resumed, also by
+    /// another run of the service. Says who wants that.
     void pause(const QString& by);
     void resume();
-    /// A person says that another drive, or documents that the journal does not know, are all right.
+    /// A person says that another drive, documents that the journal does not know, or the machine that the
+    /// register stands at by now, are all right.
     void accept(const QString& by, const QString& note);
 
     /// What it would make now of what waits in pools.
@@ -73,11 +84,12 @@ public:
     const QJsonObject& identity() const { return m_identity; }
     const QJsonObject& condition() const { return m_condition; }
 
-    /// "state" ("starting", "ready", "making", "waiting", "pausing", "paused", "stopping", "stopped") with
-    /// "since" and "stateAge" in seconds, "waiting" (Waiting::reason or null) and "waitingText", "pausedBy",
-    /// "document" (the id that is made), "identity" and "condition" as the register has told them last, with
-    /// "conditionAge", "unsentSince" (as seen by the service), "shift" ("open", "since"), "alarms" ("kind",
-    /// "text"), "workerStarts", "connections", "exchanges" ("count", "seconds").
+    /// "state" ("starting", "ready", "making", "waiting", "standby", "pausing", "paused", "stopping",
+    /// "stopped") with "since" and "stateAge" in seconds, "waiting" (Waiting::reason or null) and
+    /// "waitingText", "owner" ("host", "process", or null), "pausedBy" and "pausedSince", "document" (the id
+    /// that is made), "identity" and "condition" as the register has told them last, with "conditionAge",
+    /// "unsentSince" (as seen by the service), "shift" ("open", "since"), "alarms" ("kind", "text"),
+    /// "workerStarts", "connections", "exchanges" ("count", "seconds").
     QJsonObject view() const;
 
 Q_SIGNALS:
@@ -99,6 +111,8 @@ private:
         QString kind = {};
         /// The service's own Z report.
         bool isOfShift = false;
+        /// The worker has begun it.
+        bool isBegun = false;
         qint64 heard = 0;
     };
     /// A document of a pool.
@@ -115,8 +129,17 @@ private:
         QString note;
     };
 
+    bool recall();
+    void forgetKept();
+    void noteDrive(const QString& drive);
+    QJsonObject toKeep() const;
+    void keep();
     void advance();
+    void work();
     void advanceOpen();
+    void standBy();
+    void leaveToOthers();
+    void tellLease();
     void leave();
     void endWorker();
     void finishStop();
@@ -128,6 +151,7 @@ private:
     void opened(const QJsonObject& answer);
     void made(const Request& request, const QJsonObject& answer);
     void meetHold(const QString& reason, const QString& text);
+    void noteShiftBeginning(const QJsonObject& answer);
     void noteShift(const Request& request, const QJsonObject& answer);
     void noteZReport(const QJsonObject& answer);
     void noteUnsent();
@@ -137,10 +161,14 @@ private:
     void noteBegun();
     void tellBegun();
     void noteDeath(const QString& id);
-    void refuseDeadly(const QString& id);
+    void refuse(const QString& id, const QString& kind, const QString& text);
+    bool refuseDeadly(const QString& id);
+    bool refuseFailing(const QString& id, const QString& reason, const QString& text);
+    void giveUpBegun(const QString& reason);
     bool makeNext();
     std::optional<Request> nextDocument();
     std::optional<Request> dueZReport();
+    bool isShiftAwaited() const;
     bool refuseOutsideHours(const sale::StoredDocument& document);
     void block(const QString& reason, const QString& text);
     void unblock();
@@ -172,9 +200,20 @@ private:
     bool m_isAlive = false;
     /// The register was reached, and nothing has failed since.
     bool m_isOpen = false;
+    /// Somebody else works the register.
+    bool m_isStandby = false;
+    /// As the worker knows it.
+    QJsonObject m_lease;
     /// The worker may have port and lock.
     bool m_mayHoldPort = false;
     std::optional<QString> m_pausedBy;
+    QDateTime m_pausedSince;
+    /// Of which what is kept is known.
+    QString m_drive;
+    bool m_isRecalled = false;
+    /// As it was written last.
+    QJsonObject m_kept;
+    bool m_isKeepingFailed = false;
     std::optional<Request> m_request;
     int m_lastNumber = 0;
     /// When the worker was told to end; it may hang.
@@ -196,6 +235,10 @@ private:
     qint64 m_zReportDue = 0;
     QString m_zReport;
     QString m_zReportFailure;
+    /// How often a document that was never begun failed, of a register that was reached.
+    QHash<QString, int> m_failures;
+    /// While documents are to be settled.
+    int m_failedStarts = 0;
     int m_workerStarts = 0;
     int m_connections = 0;
     qint64 m_exchanges = 0;
@@ -205,6 +248,9 @@ private:
     QDateTime m_conditionTime;
     /// Over XML a register does not tell since when the OFD has not got its documents.
     QDateTime m_unsentSince;
+    bool m_isUnsentTold = false;
+    /// The drive's last document then; 0 when that was not told.
+    qint64 m_unsentLast = 0;
     QString m_told;
     QDateTime m_since;
 };

@@ -29,8 +29,8 @@ bool isOfPaper(const QString& kind)
 
 bool isOfDocuments(const QString& reason)
 {
-    return isOfPaper(reason) || reason == QStringLiteral("needsReview")
-        || reason == QStringLiteral("journal");
+    return isOfPaper(reason) || reason == QStringLiteral("needsReview") || reason == QStringLiteral("journal")
+        || reason == QStringLiteral("shiftExpired");
 }
 
 /// One that is issued stands in a shift that is open.
@@ -42,11 +42,6 @@ bool opensShift(const QString& kind)
     return kinds.contains(kind);
 }
 
-QDateTime momentOf(const QJsonObject& json, const char* member)
-{
-    return QDateTime::fromString(textOf(json, member), Qt::ISODateWithMs);
-}
-
 } // namespace
 
 void RegisterAgent::take(const QJsonObject& message)
@@ -56,6 +51,10 @@ void RegisterAgent::take(const QJsonObject& message)
     m_request->heard = steady();
     if (message.contains(QStringLiteral("line")))
         return;
+    if (const QJsonValue at = message.value(QStringLiteral("at")); !at.isUndefined()) {
+        m_request->isBegun = at.toInt() == m_request->number;
+        return;
+    }
     if (message.value(QStringLiteral("re")).toInt() != m_request->number) {
         qCWarning(rackLog).noquote() << name() << "an answer to nothing that was asked";
         return;
@@ -98,17 +97,14 @@ void RegisterAgent::answered(const Request& request, const QJsonObject& answer)
 void RegisterAgent::opened(const QJsonObject& answer)
 {
     m_isOpen = true;
+    m_failedStarts = 0;
     ++m_connections;
     // The next failure of the line waits longer still, unless something is made in between.
     m_retryAt = 0;
     if (m_waiting && !isOfDocuments(m_waiting->reason))
         m_waiting.reset();
     m_identity = answer.value(QStringLiteral("identity")).toObject();
-    const QJsonObject shift = answer.value(QStringLiteral("shift")).toObject();
-    if (shift.value(QStringLiteral("open")).toBool())
-        m_shift.open(momentOf(shift, "since"), now(), steady());
-    else
-        m_shift.close();
+    noteShiftBeginning(answer);
     noteCondition(answer);
 }
 
@@ -117,26 +113,41 @@ void RegisterAgent::noteCondition(const QJsonObject& answer)
     m_condition = answer.value(QStringLiteral("condition")).toObject();
     m_conditionTime = now();
     noteUnsent();
-    const bool isShiftOpen = m_condition.value(QStringLiteral("shiftOpen")).toBool();
+    const QJsonValue told = m_condition.value(QStringLiteral("shiftOpen"));
+    if (!told.isBool())
+        return m_shift.forget();
+    const bool isShiftOpen = told.toBool();
     // Somebody at the register itself, in the time since it was asked last.
-    if (isShiftOpen && !m_shift.isOpen())
-        m_shift.open(now(), now(), steady());
-    if (!isShiftOpen)
+    if (isShiftOpen)
+        m_shift.open(m_shift.isOpen() ? m_shift.since() : now(), now(), steady());
+    else {
         m_shift.close();
+        // Closed at the register itself.
+        if (m_waiting && m_waiting->reason == QStringLiteral("shiftExpired"))
+            unblock();
+    }
 }
 
 void RegisterAgent::noteUnsent()
 {
-    const bool isUnsent = m_condition.value(QStringLiteral("unsent")).toInteger() > 0;
+    if (!m_condition.value(QStringLiteral("unsent")).isDouble())
+        return;
+    const qint64 unsent = m_condition.value(QStringLiteral("unsent")).toInteger();
+    const qint64 last = m_condition.value(QStringLiteral("lastDocument")).toInteger();
     // Told over HEX, in the register's own time.
     const QDateTime told
         = QDateTime::fromString(m_condition.value(QStringLiteral("unsentSince")).toString(), Qt::ISODate);
-    if (!isUnsent)
+    // All that waited when it was seen first has gone; what waits now came later.
+    const bool isOfOthers = m_unsentLast > 0 && last - unsent >= m_unsentLast;
+    m_isUnsentTold = told.isValid();
+    if (unsent <= 0)
         m_unsentSince = {};
     else if (told.isValid())
         m_unsentSince = QDateTime(told.date(), told.time(), m_settings.timeZone).toUTC();
-    else if (!m_unsentSince.isValid())
+    else if (!m_unsentSince.isValid() || isOfOthers) {
         m_unsentSince = now();
+        m_unsentLast = last;
+    }
 }
 
 void RegisterAgent::made(const Request& request, const QJsonObject& answer)
@@ -144,10 +155,13 @@ void RegisterAgent::made(const Request& request, const QJsonObject& answer)
     m_options.deaths->remove(request.id);
     const QString held = textOf(answer, "held");
     const QString kind = textOf(answer, "kind");
+    if (held.isEmpty())
+        m_failures.remove(request.id);
     noteShift(request, answer);
     if (request.isOfShift)
         noteZReport(answer);
-    const QString hold = !held.isEmpty() ? held : isOfPaper(kind) ? kind : QString();
+    const bool isGivenUp = refuseFailing(request.id, held, textOf(answer, "text"));
+    const QString hold = isGivenUp ? QString() : !held.isEmpty() ? held : isOfPaper(kind) ? kind : QString();
     const bool saysNothingOfPaper = endClaim(request.id, hold);
     if (!hold.isEmpty())
         meetHold(hold, textOf(answer, "text"));
@@ -161,7 +175,10 @@ void RegisterAgent::made(const Request& request, const QJsonObject& answer)
 
 void RegisterAgent::meetHold(const QString& reason, const QString& text)
 {
-    block(reason, text);
+    m_waiting = Waiting{reason, text};
+    // The report that it waits for comes at once, and nothing else before that.
+    if (!isShiftAwaited())
+        block(reason, text);
     // The line, the port, the register or its drive: all of that is looked at anew.
     if (!isOfDocuments(reason))
         m_isOpen = false;
@@ -203,6 +220,8 @@ void RegisterAgent::meetFailure(const Request& request, const QJsonObject& failu
     if (request.what == QStringLiteral("accept"))
         m_acceptance.reset();
     m_isOpen = false;
+    if (request.what == QStringLiteral("open"))
+        giveUpBegun(reason);
     if (request.what == QStringLiteral("close"))
         m_worker->kill();
     else
@@ -250,7 +269,8 @@ void RegisterAgent::workerEnded(const QString& how)
         qCWarning(rackLog).noquote() << name() << "the worker is gone:" << how;
         block(QStringLiteral("worker"), how);
     }
-    if (broken && broken->what == QStringLiteral("make"))
+    // What was given to one that had ended is not what it died of.
+    if (broken && broken->what == QStringLiteral("make") && broken->isBegun && !isWanted)
         noteDeath(broken->id);
     if (broken && !broken->id.isEmpty())
         Q_EMIT documentChanged(broken->id);

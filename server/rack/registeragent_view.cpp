@@ -31,6 +31,8 @@ QString RegisterAgent::state() const
     // Also while it is tried again.
     if (m_waiting)
         return QStringLiteral("waiting");
+    if (m_isStandby)
+        return QStringLiteral("standby");
     if (!m_isOpen)
         return QStringLiteral("starting");
     const bool isMaking = m_request && m_request->what == QStringLiteral("make");
@@ -40,6 +42,9 @@ QString RegisterAgent::state() const
 QJsonArray RegisterAgent::alarms() const
 {
     QJsonArray alarms;
+    // Whoever works it knows better.
+    if (m_isStandby)
+        return alarms;
     const bool isDue = m_shift.isEndDue(now(), steady());
     if (isDue && (m_pausedBy || !m_isOpen || m_waiting))
         alarms.append(alarm("shiftEnds", QStringLiteral("Z-отчёт пора снять, но касса сейчас недоступна")));
@@ -63,11 +68,14 @@ qint64 RegisterAgent::ageOf(const QDateTime& moment) const
 QJsonObject RegisterAgent::view() const
 {
     const bool isMaking = m_request && m_request->what == QStringLiteral("make");
+    const QJsonObject owner = m_options.ownership->owner(name());
     return {{QStringLiteral("state"), state()}, {QStringLiteral("since"), sale::momentJson(m_since)},
         {QStringLiteral("stateAge"), ageOf(m_since)},
         {QStringLiteral("waiting"), m_waiting ? QJsonValue(m_waiting->reason) : QJsonValue()},
         {QStringLiteral("waitingText"), m_waiting ? sale::textOrNull(m_waiting->text) : QJsonValue()},
+        {QStringLiteral("owner"), owner.isEmpty() ? QJsonValue() : QJsonValue(owner)},
         {QStringLiteral("pausedBy"), m_pausedBy ? QJsonValue(*m_pausedBy) : QJsonValue()},
+        {QStringLiteral("pausedSince"), m_pausedBy ? sale::momentJson(m_pausedSince) : QJsonValue()},
         {QStringLiteral("document"), isMaking ? QJsonValue(m_request->id) : QJsonValue()},
         {QStringLiteral("identity"), m_identity.isEmpty() ? QJsonValue() : QJsonValue(m_identity)},
         {QStringLiteral("condition"), m_condition.isEmpty() ? QJsonValue() : QJsonValue(m_condition)},
@@ -75,8 +83,9 @@ QJsonObject RegisterAgent::view() const
             m_conditionTime.isValid() ? QJsonValue(ageOf(m_conditionTime)) : QJsonValue()},
         {QStringLiteral("unsentSince"), sale::momentJson(m_unsentSince)},
         {QStringLiteral("shift"),
-            QJsonObject{{QStringLiteral("open"), m_shift.isOpen()},
-                {QStringLiteral("since"), sale::momentJson(m_shift.since())}}},
+            QJsonObject{{QStringLiteral("open"), m_shift.told() ? QJsonValue(*m_shift.told()) : QJsonValue()},
+                {QStringLiteral("since"),
+                    m_shift.told() ? sale::momentJson(m_shift.since()) : QJsonValue()}}},
         {QStringLiteral("alarms"), alarms()}, {QStringLiteral("workerStarts"), m_workerStarts},
         {QStringLiteral("connections"), m_connections},
         {QStringLiteral("exchanges"),
@@ -89,6 +98,7 @@ void RegisterAgent::announce()
     const QString told = state() + (m_waiting ? m_waiting->reason : QString());
     if (told != std::exchange(m_told, told))
         m_since = now();
+    keep();
     Q_EMIT changed();
 }
 

@@ -20,17 +20,19 @@ ShiftWatch::ShiftWatch(const RegisterSettings& settings)
 
 void ShiftWatch::open(const QDateTime& since, const QDateTime& now, qint64 steady)
 {
+    m_isTold = true;
     // A clock that was put back in between would make it younger.
     if (m_isOpen && since == m_since)
         return;
     m_isOpen = true;
     m_since = since;
-    m_secondsThen = since.isValid() ? std::max<qint64>(0, since.secsTo(now)) : 0;
+    m_secondsThen = std::max<qint64>(0, since.secsTo(now));
     m_told = steady;
 }
 
 void ShiftWatch::close()
 {
+    m_isTold = true;
     m_isOpen = false;
     m_since = {};
 }
@@ -61,7 +63,7 @@ bool ShiftWatch::mayOpen(const QDateTime& now) const
 qint64 ShiftWatch::age(const QDateTime& now, qint64 steady) const
 {
     const qint64 counted = m_secondsThen + (steady - m_told) / 1000;
-    return m_since.isValid() ? std::max(counted, m_since.secsTo(now)) : counted;
+    return std::max(counted, m_since.secsTo(now));
 }
 
 bool ShiftWatch::isEndDue(const QDateTime& now, qint64 steady) const
@@ -70,9 +72,7 @@ bool ShiftWatch::isEndDue(const QDateTime& now, qint64 steady) const
         return false;
     if (age(now, steady) >= longestSeconds)
         return true;
-    if (m_rule != ShiftRule::Scheduled)
-        return false;
-    return m_since.isValid() ? m_since < lastEnd(now) : !isWithinHours(now);
+    return m_rule == ShiftRule::Scheduled && m_since < lastEnd(now);
 }
 
 } // namespace frserver

@@ -4,6 +4,8 @@
 
 #include <QDateTime>
 
+#include <optional>
+
 namespace frserver {
 
 /// What is known of a register's shift, and what its rule makes of that.
@@ -12,11 +14,14 @@ class ShiftWatch
 public:
     explicit ShiftWatch(const RegisterSettings& settings);
 
-    /// The moment may be invalid when it is not known. From now on its age is counted in milliseconds that
-    /// never jump, too.
+    /// From now on its age is counted in milliseconds that never jump, too.
     void open(const QDateTime& since, const QDateTime& now, qint64 steady);
     void close();
+    /// The register does not tell any more. A report that was due stays so.
+    void forget() { m_isTold = false; }
     bool isOpen() const { return m_isOpen; }
+    /// Nothing while nobody knows.
+    std::optional<bool> told() const { return m_isTold ? std::optional(m_isOpen) : std::nullopt; }
     const QDateTime& since() const { return m_since; }
 
     /// A document that finds the shift closed may open it.
@@ -34,6 +39,7 @@ private:
     const QTimeZone m_zone;
     const QTime m_from;
     const QTime m_until;
+    bool m_isTold = false;
     bool m_isOpen = false;
     QDateTime m_since;
     /// How old it was when that was told, and when.

@@ -40,12 +40,14 @@ QString lastDrive(const sale::DocumentStore& journal, const QString& registerNam
     return drive;
 }
 
-QDateTime shiftSince(const sale::DocumentStore& journal, const QString& drive)
+ShiftTrace shiftTrace(const sale::DocumentStore& journal, const QString& drive)
 {
-    QDateTime since;
+    ShiftTrace trace;
     QDateTime last;
+    if (drive.isEmpty())
+        return trace;
     journal.look({.drive = drive, .order = sale::DocumentQuery::LastBegun},
-        [&since, &last](const StoredDocument& document) {
+        [&trace, &last](const StoredDocument& document) {
             if (!last.isValid())
                 last = document.begun;
             // One that was closed by other means would be looked for through years.
@@ -56,13 +58,14 @@ QDateTime shiftSince(const sale::DocumentStore& journal, const QString& drive)
             const DocumentKind kind
                 = sale::Movement::fromJson(document.attempts.constLast().start.movement).kind;
             if (kind == DocumentKind::ShiftClosing)
-                return false;
+                trace.closed = document.begun;
             // A report moves nothing that would tell of a shift.
-            if (kind != DocumentKind::Report)
-                since = document.begun;
-            return kind != DocumentKind::ShiftOpening;
+            else if (kind != DocumentKind::Report)
+                trace.since = document.begun;
+            trace.isOpening = kind == DocumentKind::ShiftOpening;
+            return kind != DocumentKind::ShiftClosing && !trace.isOpening;
         });
-    return since;
+    return trace;
 }
 
 } // namespace frserver

@@ -1,20 +1,32 @@
 #pragma once
 
+#include "worker/workerlease.h"
+
 #include "errorkind.h"
+#include "postgres/registerfence.h"
 #include "sqlstore.h"
 
 #include <memory>
+#include <optional>
+
+namespace sale {
+class PostgresStore;
+}
 
 namespace frserver {
 
 /// The journal as a worker writes it: the document that it makes waits again when it is not issued for want
-/// of paper, of a closed cover, or of a register that was started since it was switched on. Whoever puts that
-/// right need not tell the client.
+/// of paper, of a closed cover, of a register that was started since it was switched on, or of a shift that
+/// the service closes by itself. Whoever puts that right need not tell the client.
 class PatientStore : public sale::DocumentStore
 {
 public:
-    /// Of the journal at that place.
-    explicit PatientStore(const QString& place);
+    /// Of the journal at that place, written as the lease lets it, which must outlive it.
+    PatientStore(
+        const QString& place, bool closesShift, const WorkerLease& lease, const QString& registerName);
+
+    /// Where others may work the register, too.
+    std::optional<sale::RegisterFence> fence();
 
     /// What is made on the way to it, such as the opening of the shift, is not made later.
     void setPatientFor(const QString& id, bool mayHaveRestarted = false);
@@ -39,6 +51,10 @@ private:
     bool isOfRegister(sale::ErrorKind kind) const;
 
     std::unique_ptr<sale::SqlStore> m_store;
+    const bool m_closesShift;
+    const WorkerLease& m_lease;
+    /// The store, where several machines have it.
+    sale::PostgresStore* m_shared = nullptr;
     QString m_id;
     bool m_mayHaveRestarted = false;
     /// What it failed of last.

@@ -72,7 +72,7 @@ QJsonObject RegisterCondition::toJson(const QDateTime& localNow) const
     const FnStatusInfo& status = drive.fnStatus;
     const bool isTold = !status.fnNumber.isEmpty();
     const QDate until = drive.validityDate.date;
-    return {{QStringLiteral("shiftOpen"), isShiftOpen},
+    return {{QStringLiteral("shiftOpen"), isShiftOpen ? QJsonValue(*isShiftOpen) : QJsonValue()},
         {QStringLiteral("drive"), sale::textOrNull(status.fnNumber)},
         {QStringLiteral("driveUntil"),
             until.isValid() ? QJsonValue(until.toString(Qt::ISODate)) : QJsonValue()},
@@ -83,6 +83,15 @@ QJsonObject RegisterCondition::toJson(const QDateTime& localNow) const
         {QStringLiteral("unsentNotices"), isTold ? QJsonValue(drive.unsentNotifications) : QJsonValue()},
         {QStringLiteral("clockDifference"),
             time.isValid() ? QJsonValue(clockDifference(time, localNow)) : QJsonValue()}};
+}
+
+QDateTime RegisterCondition::seenOpen(const QDateTime& localNow) const
+{
+    const QDateTime last = drive.fnStatus.lastFdDateTime;
+    if (isShiftOpen != true || !last.isValid())
+        return {};
+    const qint64 ahead = time.isValid() ? clockDifference(time, localNow) : 0;
+    return QDateTime(last.date(), last.time(), localNow.timeZone()).addSecs(-ahead).toUTC();
 }
 
 QJsonObject identityJson(AbstractFrDriver& driver, const QString& drive)

@@ -7,6 +7,8 @@
 #include <QDateTime>
 #include <QJsonObject>
 
+#include <optional>
+
 class AbstractFrDriver;
 
 namespace frserver {
@@ -21,8 +23,11 @@ struct RegisterCondition
     /// "shiftOpen", "drive", "driveUntil", "driveWarnings", "lastDocument", "unsent", "unsentSince",
     /// "unsentNotices", "clockDifference" in seconds (the register's ahead). What is not known is null.
     QJsonObject toJson(const QDateTime& localNow) const;
+    /// A moment at which the shift was open already, by the computer's clock: that of the drive's last
+    /// document, where it is told.
+    QDateTime seenOpen(const QDateTime& localNow) const;
 
-    bool isShiftOpen = false;
+    std::optional<bool> isShiftOpen = {};
     FnInfo drive = {};
     QDateTime time = {};
     /// Documents that the OFD has not got; negative when that is not told.

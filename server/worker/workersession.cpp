@@ -12,6 +12,7 @@
 #include "exceptions.h"
 #include "journalerror.h"
 #include "pendingsales.h"
+#include "portname.h"
 #include "postgres/openstore.h"
 #include "queueddocument.h"
 #include "registerstart.h"
@@ -20,6 +21,8 @@
 
 #include <QFileInfo>
 #include <QJsonArray>
+
+#include <utility>
 
 namespace frserver {
 
@@ -45,9 +48,10 @@ bool isLastDocumentTold(const FnStatusInfo& drive)
 } // namespace
 
 WorkerSession::WorkerSession(const RegisterSettings& settings, const QString& journal,
-    devices::LineObserver& observer, const std::function<void()>& waitCallback)
+    const WorkerLease& lease, devices::LineObserver& observer, const std::function<void()>& waitCallback)
     : m_settings(settings)
     , m_journalFile(journal)
+    , m_lease(lease)
     , m_observer(observer)
     , m_waitCallback(waitCallback)
 {
@@ -60,7 +64,7 @@ sale::DocumentStore& WorkerSession::journal()
     // Made anew it would know nothing of what was sold.
     if (!sale::isShared(m_journalFile) && !QFileInfo::exists(m_journalFile))
         throw sale::JournalError(QStringLiteral("the journal %1 is gone").arg(m_journalFile));
-    m_journal.emplace(m_journalFile);
+    m_journal.emplace(m_journalFile, m_settings.closesShift(), m_lease, m_settings.name);
     return *m_journal;
 }
 
@@ -71,6 +75,7 @@ sale::RegisterLine WorkerSession::line()
     line.repeats = [this] { return m_connection ? m_connection->repeats() : 0; };
     line.expected = m_settings.expected;
     line.drive = [this] { return m_drive; };
+    line.isClockRead = true;
     return line;
 }
 
@@ -83,6 +88,7 @@ void WorkerSession::connect()
 {
     if (m_connection)
         return;
+    enter();
     devices::ConnectionSettings settings;
     settings.port = m_settings.port;
     settings.protocol = receipt::protocolName(m_settings.protocol);
@@ -100,6 +106,41 @@ void WorkerSession::close()
 {
     m_desk.reset();
     m_connection.reset();
+    leaveLine();
+}
+
+/// Before the port is opened, and also before its lock is waited for: that may be the former owner's.
+void WorkerSession::enter()
+{
+    journal();
+    std::optional<sale::RegisterFence> fence = m_journal->fence();
+    if (!fence)
+        return;
+    m_hasEntered = true;
+    if (!fence->enter(m_waitCallback))
+        throw devices::ConnectionError(devices::ConnectionError::Busy,
+            QStringLiteral("a worker that had %1 before cannot be ended").arg(m_settings.name));
+    m_lease.require();
+}
+
+void WorkerSession::leaveLine()
+{
+    if (!std::exchange(m_hasEntered, false))
+        return;
+    try {
+        m_journal->fence()->leave();
+    } catch (const sale::JournalError&) {
+        // The next one of this machine sees that this process has ended.
+    }
+}
+
+void WorkerSession::meetRegister(const sale::RegisterLine& line)
+{
+    sale::connectRegister(m_connection->driver(), line);
+    std::optional<sale::RegisterFence> fence = m_journal->fence();
+    // Such a register drops the connection that it had before.
+    if (fence && m_settings.isExclusive && devices::isTcpName(m_settings.port))
+        fence->hasLineAlone();
 }
 
 void WorkerSession::leaveIdle()
@@ -120,7 +161,7 @@ sale::CashDesk& WorkerSession::desk(bool opensShift)
     if (!m_desk || m_desk->options().opensShift != opensShift)
         m_desk.emplace(m_connection->driver(), journal(),
             sale::DeskOptions{line(), m_settings.name, {m_settings.cashier, {}, m_settings.cashierInn},
-                m_settings.marks, opensShift});
+                m_settings.marks, opensShift, m_settings.closesShift()});
     return *m_desk;
 }
 
@@ -146,7 +187,7 @@ void WorkerSession::requireDrive(const QString& drive)
 QJsonArray WorkerSession::reach(sale::CashDesk& desk)
 {
     // Before anything is settled: another drive would know nothing of the documents that were begun.
-    sale::connectRegister(m_connection->driver(), desk.options().line);
+    meetRegister(desk.options().line);
     m_drive = readDrive();
     requireDrive(m_drive);
     return idsOf(desk.open());
@@ -157,7 +198,7 @@ void WorkerSession::setClock(RegisterCondition& condition)
     AbstractFrDriver& driver = m_connection->driver();
     const FnStatusInfo& drive = condition.drive.fnStatus;
     const ClockCase given{condition.time, localNow(), drive.lastFdDateTime,
-        condition.isShiftOpen || drive.isShiftOpen, isComputerClockSynchronised()};
+        condition.isShiftOpen.value_or(true) || drive.isShiftOpen, isComputerClockSynchronised()};
     if (m_settings.clock != ClockRule::Set || !isLastDocumentTold(drive) || !mayClockBeSet(given))
         return;
     try {
@@ -172,20 +213,31 @@ void WorkerSession::setClock(RegisterCondition& condition)
     }
 }
 
-QJsonObject WorkerSession::conditionJson()
+RegisterCondition WorkerSession::readCondition()
 {
     RegisterCondition condition = RegisterCondition::read(m_connection->driver(), line());
     const QString drive = toldDrive(condition.drive.fnStatus.fnNumber);
     if (drive != m_drive && !drive.isEmpty())
         requireDrive(drive);
     setClock(condition);
-    return condition.toJson(localNow());
+    return condition;
+}
+
+QJsonObject WorkerSession::shiftJson(const RegisterCondition& condition)
+{
+    if (condition.isShiftOpen != true)
+        return {};
+    const ShiftTrace trace = shiftTrace(journal(), m_drive);
+    return {{QStringLiteral("since"), sale::momentJson(trace.since)},
+        {QStringLiteral("isOpening"), trace.isOpening},
+        {QStringLiteral("closed"), sale::momentJson(trace.closed)},
+        {QStringLiteral("seen"), sale::momentJson(condition.seenOpen(localNow()))}};
 }
 
 QJsonObject WorkerSession::condition()
 {
     requireConnection();
-    return {{QStringLiteral("condition"), conditionJson()}};
+    return {{QStringLiteral("condition"), readCondition().toJson(localNow())}};
 }
 
 QJsonObject WorkerSession::open(bool opensShift)
@@ -194,14 +246,10 @@ QJsonObject WorkerSession::open(bool opensShift)
     try {
         connect();
         const QJsonArray settled = reach(desk(opensShift));
-        const QJsonObject condition = conditionJson();
-        const bool isShiftOpen = condition.value(QStringLiteral("shiftOpen")).toBool();
-        const QDateTime since = isShiftOpen ? shiftSince(journal(), m_drive) : QDateTime();
+        const RegisterCondition condition = readCondition();
         return {{QStringLiteral("identity"), identityJson(m_connection->driver(), m_drive)},
-            {QStringLiteral("condition"), condition}, {QStringLiteral("settled"), settled},
-            {QStringLiteral("shift"),
-                QJsonObject{{QStringLiteral("open"), isShiftOpen},
-                    {QStringLiteral("since"), sale::momentJson(since)}}}};
+            {QStringLiteral("condition"), condition.toJson(localNow())}, {QStringLiteral("settled"), settled},
+            {QStringLiteral("shift"), shiftJson(condition)}};
     } catch (...) {
         close();
         throw;
@@ -295,7 +343,7 @@ QJsonObject WorkerSession::accept(const QString& by, const QString& note)
 {
     connect();
     sale::CashDesk& at = desk(true);
-    sale::connectRegister(m_connection->driver(), at.options().line);
+    meetRegister(at.options().line);
     m_drive = readDrive();
     if (sale::isTestDrive(m_drive) && !m_settings.allowsTestDrive)
         requireDrive(m_drive);

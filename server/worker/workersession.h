@@ -2,6 +2,7 @@
 
 #include "configuration/registersettings.h"
 #include "worker/patientstore.h"
+#include "worker/workerlease.h"
 
 #include "cashdesk.h"
 #include "registerconnection.h"
@@ -28,14 +29,15 @@ struct RegisterCondition;
 class WorkerSession
 {
 public:
-    /// Nothing is opened yet. The observer must outlive it; the callback runs while the register is waited
-    /// for, but not while a document is made.
-    WorkerSession(const RegisterSettings& settings, const QString& journal, devices::LineObserver& observer,
-        const std::function<void()>& waitCallback);
+    /// Nothing is opened yet. The lease and the observer must outlive it; the callback runs while the
+    /// register is waited for, but not while a document is made.
+    WorkerSession(const RegisterSettings& settings, const QString& journal, const WorkerLease& lease,
+        devices::LineObserver& observer, const std::function<void()>& waitCallback);
 
     /// Reaches the register anew: compares it and its drive before anything is asked of documents, settles
-    /// what was begun, initialises it. "identity", "condition", "shift" ("open", "since"), "settled" (ids).
-    /// On a failure the port is closed.
+    /// what was begun, initialises it. "identity", "condition", "settled" (ids); "shift" of one that is open
+    /// has what is known of its beginning ("since", "isOpening" and "closed" of ShiftTrace, "seen" of
+    /// RegisterCondition::seenOpen). On a failure the port is closed.
     QJsonObject open(bool opensShift);
     void close();
     /// The document that waits under that id: "state" and "kind" of the failure, "text"; "held" (see
@@ -55,12 +57,16 @@ private:
     sale::RegisterLine line();
     sale::DocumentStore& journal();
     void connect();
+    void enter();
+    void leaveLine();
+    void meetRegister(const sale::RegisterLine& line);
     void requireConnection() const;
     sale::CashDesk& desk(bool opensShift);
     QString readDrive();
     void requireDrive(const QString& drive);
     QJsonArray reach(sale::CashDesk& desk);
-    QJsonObject conditionJson();
+    RegisterCondition readCondition();
+    QJsonObject shiftJson(const RegisterCondition& condition);
     void setClock(RegisterCondition& condition);
     sale::QueuedDocument makeAt(sale::CashDesk& desk, const QString& id, bool wasOpen);
     QJsonObject answerOf(const sale::QueuedDocument& made);
@@ -70,9 +76,12 @@ private:
 
     const RegisterSettings m_settings;
     const QString m_journalFile;
+    const WorkerLease& m_lease;
     devices::LineObserver& m_observer;
     const std::function<void()> m_waitCallback;
     bool m_isMaking = false;
+    /// Others know that it may have the line.
+    bool m_hasEntered = false;
     std::optional<PatientStore> m_journal;
     std::optional<devices::RegisterConnection> m_connection;
     std::optional<sale::CashDesk> m_desk;

@@ -74,6 +74,8 @@ TEST(Options, NameARegisterOfAService)
         {"service://shop.example/till1", "https://shop.example:8403"},
         {"service:https://shop.example/fiscal/till1", "https://shop.example/fiscal"}, {"service:", nullptr},
         {"service:till 1", nullptr}, {"service:ftp://shop/till1", nullptr}, {"service:///till1", nullptr},
+        {"service://shop/till2/../till1", nullptr}, {"service://shop/%2e%2E/till1", nullptr},
+        {"service:https://shop/./till1", nullptr}, {"service:https://shop//till1", nullptr},
         {"service://user@shop/till1", nullptr}, {"service://shop:99999/till1", nullptr}};
     for (const auto& row : rows) {
         const std::optional<ServicePort> port = servicePortOf(row.port);

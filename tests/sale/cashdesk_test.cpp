@@ -1,6 +1,7 @@
 // What a host program makes its documents with.
 
 #include "cashdesk.h"
+#include "documentanswer.h"
 #include "documentissuer.h"
 #include "identifiedsale.h"
 #include "recordingdriver.h"
@@ -55,6 +56,46 @@ TEST_F(Desk, ReachesTheRegisterAnewAfterAFailureAlone)
     driver.refused.clear();
     EXPECT_TRUE(one.issue({}, json).isIssued());
     EXPECT_EQ(told().substr(0, 12), "connect init");
+}
+
+TEST_F(Desk, ReadsTheClockBehindADocumentForTheJournal)
+{
+    const struct
+    {
+        const char* what;
+        receipt::Protocol protocol;
+        bool isWanted;
+        std::string refused;
+        std::string lost;
+        const char* last;
+        bool isTold;
+        /// How the next document begins.
+        const char* next;
+    } rows[] = {
+        {"wanted", receipt::Protocol::Hex, true, "", "", " clock", true, "shift next"},
+        {"not wanted", receipt::Protocol::Hex, false, "", "", " wait", false, "shift next"},
+        {"over XML", receipt::Protocol::Xml, true, "", "", " wait", false, "ask"},
+        {"refused", receipt::Protocol::Hex, true, "clock", "", " clock", false, "shift next"},
+        {"without an answer", receipt::Protocol::Hex, true, "", "clock", " clock", false, "connect init"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        SqliteStore kept(QStringLiteral(":memory:"));
+        RegisterLine line(row.protocol, true);
+        line.isClockRead = row.isWanted;
+        CashDesk one(driver, kept, {line, "till1", {"Иванова", {}, {}}});
+        driver.refused = row.refused;
+        driver.lost = row.lost;
+        const IssueResult result = one.issue(saleId, json);
+        EXPECT_TRUE(result.isIssued());
+        EXPECT_FALSE(result.failure);
+        EXPECT_TRUE(QByteArray::fromStdString(told()).endsWith(row.last));
+        const StoredDocument document = kept.findId(saleId).value();
+        EXPECT_EQ(document.state, DocumentState::Issued);
+        EXPECT_EQ(answerOf(document, row.protocol).dateTime, row.isTold ? driver.time : QDateTime());
+        one.issue({}, json);
+        EXPECT_TRUE(QByteArray::fromStdString(told()).startsWith(row.next));
+    }
 }
 
 TEST_F(Desk, WhatLeavesNoTraceMayBePrintedTwice)

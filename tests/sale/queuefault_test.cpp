@@ -153,6 +153,24 @@ TEST_F(Queue, RegisterThatWasSwitchedOffAndOnSinceItWasOpenedIsNotTheFaultOfADoc
     EXPECT_EQ(makeQueued(desk, queuedId).answer.reason, StateReason::Refused);
 }
 
+TEST_F(Queue, ShiftThatIsTooOldIsWaitedForWhereSomebodyClosesIt)
+{
+    driver.unfit = "sums";
+    driver.unfitText = QStringLiteral("Текущая смена больше 24 часов");
+    for (const bool closesShift : {true, false}) {
+        journal = std::make_unique<SqliteStore>(QStringLiteral(":memory:"));
+        accept("sell", receiptJson);
+        DeskOptions ours = options();
+        ours.closesShift = closesShift;
+        CashDesk desk(driver, *journal, ours);
+        const QueuedDocument document = makeQueued(desk, queuedId);
+        EXPECT_EQ(document.held, closesShift ? std::optional(ErrorKind::ShiftExpired) : std::nullopt);
+        EXPECT_EQ(document.answer.error.value().kind, ErrorKind::ShiftExpired);
+        EXPECT_EQ(
+            journal->findId(queuedId)->state, closesShift ? DocumentState::Queued : DocumentState::NotIssued);
+    }
+}
+
 TEST_F(Queue, AnotherDriveThanTheOneThatIsMeantGetsNothing)
 {
     QString meant = driver.drive;

@@ -81,6 +81,11 @@ public:
             counters.insert(payment.key(), payment.value() * m_number);
         return counters;
     }
+    QDateTime getDateTime() override
+    {
+        note("clock");
+        return time;
+    }
     MoneyCounters getMoneyCounters(hw::fr::CheckType) override
     {
         note("cash");
@@ -157,6 +162,8 @@ public:
         };
         if (isAmong(failing) && interrupt)
             throw Interruption();
+        if (isAmong(lost))
+            throw FrNoConnectionException(QStringLiteral("Нет связи"));
         if (isAmong(unfit))
             throw FrCommandException(unfitText);
         if (isAmong(failing) || isAmong(refused))
@@ -171,6 +178,8 @@ public:
     bool isHostDead = false;
     /// Those that the register refuses, also beside an interruption.
     std::string refused;
+    /// Those that it does not answer.
+    std::string lost;
     /// Those that do not fit the register's state, as behind a power cut.
     std::string unfit;
     QString unfitText = QStringLiteral("Функция невыполнима при данном статусе ККТ");
@@ -188,6 +197,7 @@ public:
     /// Opens the shift also when that fails.
     bool opensUnheard = false;
     QString drive = QStringLiteral("9999");
+    QDateTime time{{2025, 3, 1}, {9, 30, 5}};
     /// What the next answer makes of it.
     std::optional<QString> misreadDrive;
     /// Of the drive's last document, from question to question. Each has moved the sums by the payments.

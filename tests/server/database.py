@@ -32,8 +32,8 @@ class Database:
 
     def run(self, program, *arguments, said=subprocess.DEVNULL):
         # Not even a killed test leaves it behind.
-        return subprocess.Popen(["setpriv", "--pdeathsig", "KILL", f"{self.programs}/{program}", *arguments], cwd=self.folder, stdin=subprocess.DEVNULL,
-                                stdout=said, stderr=said, **self.user)
+        return subprocess.Popen(["setpriv", "--pdeathsig", "KILL", f"{self.programs}/{program}", *arguments], cwd=self.folder,
+                                stdin=subprocess.DEVNULL, stdout=said, stderr=said, **self.user)
 
     def start(self):
         with open(f"{self.folder}/log", "ab") as log:
@@ -52,6 +52,10 @@ class Database:
         """At once, as a power cut."""
         self.server.send_signal(signal.SIGQUIT)
         self.server.wait(PATIENCE)
+
+    def sql(self, statement):
+        status = self.run("psql", "-X", "-h", self.folder, "-U", "postgres", "-v", "ON_ERROR_STOP=1", "-c", statement)
+        assert status.wait(PATIENCE) == 0, statement
 
     def close(self):
         self.stop()

@@ -191,6 +191,7 @@ class Moving(Keeping):
         self.assertEqual(1, self.service.command("import", str(exported)).returncode)
         self.service.start()
         self.assert_issued(self.service.post(SALE, id="sale:0001"), 200)
+        self.service.ask("POST", "/v1/registers/till1/resume")
         self.assertEqual("issued", self.service.post(SALE, id="sale:0002")["state"])
         self.assertEqual(2, len(self.register.receipts()))
 

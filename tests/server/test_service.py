@@ -31,6 +31,19 @@ class Sales(ServiceTest):
         self.assertEqual(self.service.ask("GET", "/v1/documents/sale:0001")["digest"], other["digest"])
         self.assertEqual([TOTAL], self.register.receipts())
 
+    def test_what_the_register_told_stays(self):
+        """Its clock behind the document, over HEX, and what it said of marked goods: as frctl tells it, and for ever."""
+        marked = self.service.post(receipt("marked-sale"), id="sale:0002")
+        self.assert_issued(marked)
+        self.assertRegex(str(marked["dateTime"]), r"^20\d\d-\d\d-\d\dT[\d:]{8}$" if self.PROTOCOL == "HEX" else "None")
+        self.assertTrue([one["mark"] for one in marked["items"] if one["mark"] and one["mark"]["bits"]], marked["items"])
+        self.restart()
+        again = self.service.post(receipt("marked-sale"), id="sale:0002")
+        for name in ("dateTime", "items"):
+            self.assertEqual(marked[name], again[name])
+        report = self.service.post({"type": "xReport"}, id="xrep:0001")
+        self.assertEqual(self.PROTOCOL == "HEX", report["dateTime"] is not None, report)
+
     def test_two_at_once_are_one_document(self):
         answers = []
         clients = [threading.Thread(target=lambda: answers.append(self.service.post(SALE, id="sale:0002"))) for _ in range(8)]
@@ -156,6 +169,10 @@ class Waiting(ServiceTest):
         self.assertEqual(0, done.returncode, done.stderr)
         queued = self.service.post(SALE, id="sale:0001", wait=0)
         self.assertEqual(202, queued.status)
+        self.restart()
+        again = self.service.ask("GET", "/v1/registers/till1")
+        self.assertEqual(("paused", "Петров", paused["pausedSince"]),
+                         (again["state"], again["pausedBy"], again["pausedSince"]))
         self.service.ask("POST", "/v1/registers/till1/resume")
         self.assert_issued(self.service.post(SALE, id="sale:0001"))
 

@@ -198,6 +198,74 @@ TEST_F(AgentTest, RefusesADocumentThatKillsItsWorkersBeforeItIsBegun)
     EXPECT_EQ(store.findId("sale:0001")->attempts.constLast().note.failure.value("kind"), "internal");
 }
 
+TEST_F(AgentTest, RefusesADocumentThatFailsForeverAndGoesOnWithTheNext)
+{
+    for (const QString reason : {"internal", "other"}) {
+        startAgent();
+        const QString id = "sale:" + reason;
+        queue(id);
+        queue("next:" + reason);
+        for (const int seconds : {1, 2, 4, 8}) {
+            ASSERT_EQ(worker->at(), "make " + id);
+            hold(reason);
+            EXPECT_EQ(text("waiting"), reason);
+            pass(seconds * 1000);
+            open();
+        }
+        // What a person puts right does not count.
+        hold("paper");
+        pass(16'000);
+        hold(reason);
+        EXPECT_EQ(worker->at(), "make next:" + reason);
+        EXPECT_EQ(stateOf(id), DocumentState::NotIssued);
+        const QJsonObject failure = store.findId(id)->attempts.constLast().note.failure;
+        EXPECT_EQ(failure.value("kind"), reason);
+        EXPECT_EQ(failure.value("text"), "of " + reason);
+        issue();
+    }
+}
+
+TEST_F(AgentTest, GivesUpWhatTheRegisterCanNeverBeAskedAbout)
+{
+    startAgent();
+    queue("sale:0001");
+    queue("sale:0002");
+    begin("sale:0001");
+    worker->answer({{"state", "running"}, {"kind", "internal"}});
+    const auto fail = [this](const QString& reason, int times) {
+        for (int time = 0; time < times; ++time) {
+            ASSERT_EQ(worker->at(), "open");
+            worker->fail(reason);
+            pass(60'000);
+        }
+    };
+    // A line may be gone for a night.
+    fail("line", 20);
+    fail("other", 9);
+    EXPECT_EQ(stateOf("sale:0001"), DocumentState::Running);
+    fail("internal", 1);
+    EXPECT_EQ(stateOf("sale:0001"), DocumentState::Unknown);
+    open();
+    EXPECT_EQ(worker->at(), "make sale:0002");
+}
+
+TEST_F(AgentTest, CountsNoDeathAgainstWhatWasGivenToAWorkerThatHadEnded)
+{
+    makeAgent();
+    queue("sale:0001");
+    agent->start();
+    for (int death = 0; death < 4; ++death) {
+        worker->answer({});
+        // Its last answer is read when it is gone.
+        worker->hasEnded = true;
+        open();
+        ASSERT_EQ(worker->at(), "make sale:0001");
+        worker->die();
+        pass(60'000);
+    }
+    EXPECT_EQ(stateOf("sale:0001"), DocumentState::Queued);
+}
+
 TEST_F(AgentTest, WantsAPersonsWordForANewDrive)
 {
     makeAgent();
@@ -261,23 +329,50 @@ TEST_F(AgentTest, AsksARegisterHowItIsWhenItHasNothingToDo)
     condition(false);
     EXPECT_FALSE(agent->view().value("shift").toObject().value("open").toBool());
     EXPECT_EQ(agent->view().value("conditionAge").toInt(), 0);
-    pass(60'000);
-    const auto tell = [this](int unsent) {
-        worker->answer({{"condition", QJsonObject{{"shiftOpen", false}, {"unsent", unsent}}}});
-        return QDateTime::fromString(text("unsentSince"), Qt::ISODateWithMs);
-    };
-    const QDateTime first = now;
-    EXPECT_EQ(tell(1), first);
-    pass(60'000);
-    EXPECT_EQ(tell(3), first);
-    pass(60'000);
-    EXPECT_FALSE(tell(0).isValid());
     // Told by the register itself, in its own time.
     pass(60'000);
     worker->answer({{"condition",
         QJsonObject{{"shiftOpen", false}, {"unsent", 2}, {"unsentSince", "2024-02-29T10:00:00"}}}});
     EXPECT_EQ(QDateTime::fromString(text("unsentSince"), Qt::ISODateWithMs),
         QDateTime({2024, 2, 29}, {10, 0}, agent->settings().timeZone));
+}
+
+TEST_F(AgentTest, KnowsSinceWhenDocumentsWaitForTheOperatorWhereTheRegisterDoesNot)
+{
+    struct Row
+    {
+        const char* name;
+        QJsonValue unsent;
+        QJsonValue last;
+        bool isNew;
+        bool isRestarted = false;
+    };
+    const Row rows[] = {
+        {"the first one", 1, 10, true},
+        {"more", 3, 12, false},
+        {"not told", {}, {}, false},
+        {"another run", 3, 12, false, true},
+        {"not all of those of then have gone", 5, 14, false},
+        {"they have", 4, 14, true},
+        {"another run", 4, 14, false, true},
+        {"without a number", 4, {}, false},
+        {"none", 0, 18, true},
+        {"none in another run", 0, 18, true, true},
+    };
+    startAgent();
+    QDateTime since;
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        if (row.isRestarted)
+            startAgent();
+        pass(60'000);
+        if (row.isNew)
+            since = row.unsent.toInt() > 0 ? now : QDateTime();
+        ASSERT_EQ(worker->at(), "state");
+        worker->answer({{"condition",
+            QJsonObject{{"shiftOpen", false}, {"unsent", row.unsent}, {"lastDocument", row.last}}}});
+        EXPECT_EQ(QDateTime::fromString(text("unsentSince"), Qt::ISODateWithMs), since);
+    }
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "rack/keptstates.h"
 #include "rack/registeragent.h"
 #include "scriptedworker.h"
 
@@ -38,8 +39,10 @@ protected:
         auto made = std::make_unique<ScriptedWorker>();
         worker = made.get();
         agent = std::make_unique<frserver::RegisterAgent>(settings, store, std::move(made),
-            frserver::RegisterAgent::Options{
-                .journal = "journal", .clock = {[this] { return now; }, [this] { return steady; }}});
+            frserver::RegisterAgent::Options{.journal = "journal",
+                .clock = {[this] { return now; }, [this] { return steady; }},
+                .kept = &kept,
+                .ownership = ownership});
         QObject::connect(agent.get(), &frserver::RegisterAgent::documentChanged,
             [this](const QString& id) { changed.append(id); });
         QObject::connect(agent.get(), &frserver::RegisterAgent::stopped, [this] { isStopped = true; });
@@ -58,7 +61,7 @@ protected:
     {
         ASSERT_EQ(worker->at(), "open");
         worker->answer({{"identity", QJsonObject{{"serial", "1"}}},
-            {"shift", QJsonObject{{"open", isShiftOpen}, {"since", since.toString(Qt::ISODateWithMs)}}},
+            {"shift", QJsonObject{{"since", since.toString(Qt::ISODateWithMs)}}},
             {"condition", QJsonObject{{"shiftOpen", isShiftOpen}}},
             {"settled", QJsonArray::fromStringList(settled)}});
     }
@@ -103,7 +106,7 @@ protected:
     /// It waits still.
     void hold(const QString& reason)
     {
-        worker->answer({{"state", "queued"}, {"held", reason}, {"text", "of " + reason}});
+        worker->answer({{"state", "queued"}, {"held", reason}, {"kind", reason}, {"text", "of " + reason}});
     }
 
     void pass(qint64 milliseconds)
@@ -125,7 +128,9 @@ protected:
 
     QTemporaryDir folder;
     BrittleStore store{folder.filePath("journal.sqlite")};
+    frserver::KeptStates kept{store.fileName(), 1'000};
     frserver::RegisterSettings settings{.cashier = "Иванова", .timeZone = QTimeZone("Europe/Moscow")};
+    std::shared_ptr<frserver::Ownership> ownership = std::make_shared<frserver::SoleOwnership>();
     QDateTime now = QDateTime(QDate(2026, 3, 2), QTime(9, 0), Qt::UTC);
     qint64 steady = 0;
     ScriptedWorker* worker = nullptr;

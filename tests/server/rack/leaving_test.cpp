@@ -2,6 +2,8 @@
 
 #include "agentfixture.h"
 
+#include "postgres/openstore.h"
+
 using sale::DocumentState;
 
 namespace {
@@ -30,6 +32,37 @@ TEST_F(AgentTest, PausesBehindTheDocumentUnderWay)
     worker->answer({});
     open();
     EXPECT_EQ(worker->at(), "make sale:0002");
+}
+
+TEST_F(AgentTest, StaysPausedBehindARestartOfTheService)
+{
+    startAgent();
+    agent->pause("Петров");
+    worker->answer({});
+    const QString since = text("pausedSince");
+    EXPECT_EQ(QDateTime::fromString(since, Qt::ISODateWithMs), now);
+    queue("sale:0001");
+    pass(3'600'000);
+    // Nothing is begun before it is known that nobody has paused it.
+    const auto database = sale::openConnection(store.fileName(), 1'000);
+    database->execute("ALTER TABLE frserver_registers RENAME TO away");
+    makeAgent();
+    agent->start();
+    EXPECT_EQ(text("waiting"), "journal");
+    pass(60'000);
+    database->execute("ALTER TABLE away RENAME TO frserver_registers");
+    pass(1'000);
+    EXPECT_EQ(text("state"), "paused");
+    EXPECT_EQ(text("pausedBy"), "Петров");
+    EXPECT_EQ(text("pausedSince"), since);
+    pass(1'000'000);
+    EXPECT_EQ(worker->starts, 0);
+    agent->resume();
+    EXPECT_EQ(worker->starts, 1);
+    // So does that it was resumed, once it can be written.
+    makeAgent();
+    agent->start();
+    EXPECT_EQ(worker->starts, 1);
 }
 
 TEST_F(AgentTest, PausedLeavesThePortAlsoBehindAFailure)

@@ -13,7 +13,7 @@ public:
     {
         EXPECT_FALSE(isAlive);
         isAlive = true;
-        isBusy = false;
+        isBusy = hasEnded = false;
         ++starts;
     }
 
@@ -21,10 +21,16 @@ public:
     {
         // One at a time: nothing is asked of a worker that is at something, or that is not there.
         EXPECT_TRUE(isAlive);
+        if (!message.contains("do")) {
+            leases.append(message.value("lease").toObject());
+            return;
+        }
         EXPECT_FALSE(isBusy) << qPrintable(message.value("do").toString());
         isBusy = true;
         last = message;
         did.append(message.value("do").toString() + ' ' + message.value("id").toString());
+        if (!hasEnded)
+            Q_EMIT told({{"at", message.value("n")}});
     }
 
     void end() override
@@ -64,8 +70,12 @@ public:
 
     QJsonObject last;
     QStringList did;
+    /// Told while it was at something.
+    QList<QJsonObject> leases;
     bool isAlive = false;
     bool isBusy = false;
+    /// Nothing that it is sent reaches it, which nobody knows yet.
+    bool hasEnded = false;
     int starts = 0;
     int kills = 0;
 };

@@ -1,12 +1,18 @@
 #include "worker/clockjudgement.h"
 #include "worker/drivehistory.h"
+#include "worker/leaseover.h"
+#include "worker/linetick.h"
 #include "worker/patientstore.h"
+#include "worker/registercondition.h"
 
 #include "currenttime.h"
 #include "journalerror.h"
 #include "mockfactory.h"
 #include "movement.h"
+#include "postgres/registerleases.h"
 #include "sqlitestore.h"
+
+#include "../../sale/recordingdriver.h"
 
 #include <gtest/gtest.h>
 #include <QTemporaryDir>
@@ -17,6 +23,8 @@ using sale::DocumentState;
 
 namespace {
 
+const WorkerLease noLease([] {});
+
 struct PatientRow
 {
     const char* id;
@@ -24,6 +32,7 @@ struct PatientRow
     DocumentState ending;
     DocumentState state;
     bool mayHaveRestarted = false;
+    bool closesShift = false;
 };
 
 TEST(Patience, IsForTheDocumentThatTheRegisterKeptAndDidNotIssue)
@@ -35,13 +44,15 @@ TEST(Patience, IsForTheDocumentThatTheRegisterKeptAndDidNotIssue)
         {"sale:0001", "other", DocumentState::NotIssued, DocumentState::NotIssued},
         {"sale:0001", "other", DocumentState::NotIssued, DocumentState::Queued, true},
         {"sale:0001", "cash", DocumentState::NotIssued, DocumentState::NotIssued, true},
+        {"sale:0001", "shiftExpired", DocumentState::NotIssued, DocumentState::NotIssued, true},
+        {"sale:0001", "shiftExpired", DocumentState::NotIssued, DocumentState::Queued, false, true},
         {"sale:0001", "paper", DocumentState::Issued, DocumentState::Issued},
         {"sale:0001", "paper", DocumentState::Unknown, DocumentState::Unknown},
         // The opening of the shift on the way to it.
         {"shift:001", "paper", DocumentState::NotIssued, DocumentState::NotIssued},
     };
     for (const PatientRow& row : rows) {
-        PatientStore store(":memory:");
+        PatientStore store(":memory:", row.closesShift, noLease, "till1");
         store.setPatientFor("sale:0001", row.mayHaveRestarted);
         store.accept({row.id, "sell", {}, "till1"});
         const int attempt = store.begin(row.id, {}).value();
@@ -57,9 +68,36 @@ TEST(Patience, LeavesAllElseToTheJournal)
     const QTemporaryDir folder;
     const QString journal = folder.filePath("journal.sqlite");
     sale::SqliteStore(journal).moveTo(folder.filePath("moved.sqlite"));
-    PatientStore store(journal);
+    PatientStore store(journal, false, noLease, "till1");
     EXPECT_TRUE(store.isMoved());
     EXPECT_THROW(store.requireRoom(), sale::JournalError);
+}
+
+QJsonObject leaseOf(qint64 milliseconds)
+{
+    return {{"owner", "me"}, {"epoch", 3},
+        {"until", qint64{sale::RegisterLeases::timeSinceBoot().count() + milliseconds}}};
+}
+
+TEST(Lease, NothingIsBegunOrSentBehindItsEndUnlessItWasRenewedMeanwhile)
+{
+    QJsonObject news;
+    WorkerLease lease([&] { lease.take(std::exchange(news, {})); });
+    LineTick line([](const char*) {}, [&] { lease.require(); });
+    PatientStore store(":memory:", lease, "till1");
+    store.accept({"sale:0001", "sell", {}, "till1"});
+    line.sent("without any");
+    EXPECT_FALSE(lease.of("till1"));
+    lease.take(leaseOf(-1));
+    EXPECT_THROW(line.sent("late"), LeaseOver);
+    EXPECT_THROW(line.opening(), LeaseOver);
+    EXPECT_THROW(store.begin("sale:0001", {}), LeaseOver);
+    EXPECT_EQ(store.findId("sale:0001")->state, DocumentState::Queued);
+    news = leaseOf(1'000'000);
+    line.sent("in time");
+    line.opening();
+    EXPECT_EQ(store.begin("sale:0001", {}), 1);
+    EXPECT_EQ(lease.of("till1")->epoch, 3);
 }
 
 struct ClockRow
@@ -95,6 +133,41 @@ TEST(Clock, IsSetOnlyWhenThatCanDoNoHarm)
     EXPECT_TRUE(mayClockBeSet({now.addSecs(60), now, {}, false, true}));
     // A time of the register is what its display shows, wherever the computer thinks it is.
     EXPECT_EQ(clockDifference(QDateTime(now.date(), QTime(9, 1), Qt::UTC), now), 60);
+}
+
+TEST(Condition, IsNotKnownWhereTheRegisterRefusesToTell)
+{
+    BasicFrSettings settings;
+    RecordingDriver driver(&settings);
+    const QDateTime now(QDate(2026, 3, 2), QTime(9, 0));
+    const auto shift = [&](receipt::Protocol protocol) {
+        return RegisterCondition::read(driver, {protocol, true}).toJson(now).value("shiftOpen");
+    };
+    for (const auto& [protocol, question] :
+        {std::pair(receipt::Protocol::Hex, "shift"), std::pair(receipt::Protocol::Xml, "ask")}) {
+        for (const bool isOpen : {true, false}) {
+            driver.shiftOpen = isOpen;
+            driver.unfit = "";
+            EXPECT_EQ(shift(protocol), isOpen);
+            driver.unfit = question;
+            EXPECT_TRUE(shift(protocol).isNull());
+        }
+    }
+}
+
+TEST(Condition, KnowsAMomentAtWhichTheShiftWasOpen)
+{
+    RegisterCondition condition;
+    const QDateTime now(QDate(2026, 3, 2), QTime(12, 0), QTimeZone("Asia/Vladivostok"));
+    condition.drive.fnStatus.lastFdDateTime = QDateTime(QDate(2026, 3, 2), QTime(10, 0));
+    EXPECT_FALSE(condition.seenOpen(now).isValid());
+    condition.isShiftOpen = true;
+    EXPECT_EQ(condition.seenOpen(now), now.addSecs(-2 * 3600));
+    // By a clock that is an hour behind.
+    condition.time = QDateTime(QDate(2026, 3, 2), QTime(11, 0));
+    EXPECT_EQ(condition.seenOpen(now), now.addSecs(-3600));
+    condition.drive = {};
+    EXPECT_FALSE(condition.seenOpen(now).isValid());
 }
 
 class LaterClock : public CurrentTime
@@ -139,19 +212,24 @@ TEST_F(DriveHistory, KnowsTheDriveOfTheRegisterThatADocumentWasMadeOn)
 
 TEST_F(DriveHistory, KnowsWhenTheShiftBegan)
 {
-    EXPECT_FALSE(shiftSince(store, "1").isValid());
+    EXPECT_FALSE(shiftTrace(store, "1").since.isValid());
     make("sale:0001", DocumentKind::Sale, "1", DocumentState::Issued);
+    EXPECT_FALSE(shiftTrace(store, "1").closed.isValid());
     make("z:000002", DocumentKind::ShiftClosing, "1", DocumentState::Issued);
     make("report:3", DocumentKind::Report, "1", DocumentState::Issued);
-    EXPECT_FALSE(shiftSince(store, "1").isValid());
+    EXPECT_FALSE(shiftTrace(store, "1").since.isValid());
+    EXPECT_EQ(shiftTrace(store, "1").closed, begun("z:000002"));
     make("sale:0004", DocumentKind::Sale, "1", DocumentState::Issued);
     make("sale:0005", DocumentKind::Sale, "1", DocumentState::Issued);
     make("sale:0006", DocumentKind::Sale, "2", DocumentState::Issued);
-    EXPECT_EQ(shiftSince(store, "1"), begun("sale:0004"));
+    EXPECT_EQ(shiftTrace(store, "1").since, begun("sale:0004"));
+    EXPECT_FALSE(shiftTrace(store, "1").isOpening);
+    EXPECT_FALSE(shiftTrace(store, "").since.isValid());
     make("shift:07", DocumentKind::ShiftOpening, "1", DocumentState::Issued);
     make("sale:0008", DocumentKind::Sale, "1", DocumentState::Issued);
     make("z:000009", DocumentKind::ShiftClosing, "1", DocumentState::NotIssued);
-    EXPECT_EQ(shiftSince(store, "1"), begun("shift:07"));
+    EXPECT_EQ(shiftTrace(store, "1").since, begun("shift:07"));
+    EXPECT_TRUE(shiftTrace(store, "1").isOpening);
 }
 
 TEST_F(DriveHistory, LooksForAShiftNoLongerThanOneLasts)
@@ -163,7 +241,7 @@ TEST_F(DriveHistory, LooksForAShiftNoLongerThanOneLasts)
     make("sale:0002", DocumentKind::Sale, "1", DocumentState::Issued);
     make("sale:0003", DocumentKind::Sale, "1", DocumentState::Issued);
     MockFactory<CurrentTime>::mocked = nullptr;
-    EXPECT_EQ(shiftSince(store, "1"), begun("sale:0002"));
+    EXPECT_EQ(shiftTrace(store, "1").since, begun("sale:0002"));
 }
 
 } // namespace

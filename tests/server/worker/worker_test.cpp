@@ -178,6 +178,9 @@ TEST_F(WorkerTest, EndsWithAParentThatIsKilled)
     while (!said.contains("written") && parent.waitForReadyRead())
         said += parent.readAll();
     ASSERT_TRUE(said.contains("written")) << said.toStdString();
+    // What it is at, before it does anything of it.
+    EXPECT_LT(said.indexOf(R"({"at":2})"), said.indexOf("written"));
+    EXPECT_TRUE(said.contains(R"({"at":2})"));
     parent.kill();
     EXPECT_TRUE(parent.waitForFinished());
     EXPECT_TRUE(until([&id] {

@@ -1,0 +1,33 @@
+#include "rack/keptstates.h"
+
+#include "postgres/openstore.h"
+
+#include <QJsonDocument>
+
+namespace frserver {
+
+KeptStates::KeptStates(const QString& place, int patienceMs)
+    : m_connection(sale::openConnection(place, patienceMs))
+{
+    // frctl, which works with the same file, knows nothing of it and leaves it alone.
+    if (!m_connection->isShared())
+        m_connection->execute(
+            QStringLiteral("CREATE TABLE IF NOT EXISTS frserver_registers "
+                           "(register TEXT PRIMARY KEY, kept TEXT NOT NULL) WITHOUT ROWID"));
+}
+
+QJsonObject KeptStates::of(const QString& registerName) const
+{
+    const QVariant kept = m_connection->value(
+        QStringLiteral("SELECT kept FROM frserver_registers WHERE register = ?"), {registerName});
+    return QJsonDocument::fromJson(kept.toString().toUtf8()).object();
+}
+
+void KeptStates::keep(const QString& registerName, const QJsonObject& state)
+{
+    m_connection->execute(QStringLiteral("INSERT INTO frserver_registers VALUES (?, ?) "
+                                         "ON CONFLICT (register) DO UPDATE SET kept = excluded.kept"),
+        {registerName, QString::fromUtf8(QJsonDocument(state).toJson(QJsonDocument::Compact))});
+}
+
+} // namespace frserver

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "sqlconnection.h"
+
+#include <QJsonObject>
+
+#include <memory>
+
+namespace frserver {
+
+/// What the service knows of its registers and nobody else would tell it again: it outlives the service, in a
+/// table of the service's own beside the journal's. All operations throw sale::JournalError.
+class KeptStates
+{
+public:
+    /// Beside the journal at that place, which is there.
+    KeptStates(const QString& place, int patienceMs);
+
+    /// Empty for a register of which nothing was kept.
+    QJsonObject of(const QString& registerName) const;
+    void keep(const QString& registerName, const QJsonObject& state);
+
+private:
+    std::unique_ptr<sale::SqlConnection> m_connection;
+};
+
+} // namespace frserver
