@@ -41,8 +41,8 @@ protected:
         agent = std::make_unique<frserver::RegisterAgent>(settings, store, std::move(made),
             frserver::RegisterAgent::Options{.journal = "journal",
                 .clock = {[this] { return now; }, [this] { return steady; }},
-                .kept = &kept,
-                .ownership = ownership});
+                .ownership = ownership,
+                .kept = &kept});
         QObject::connect(agent.get(), &frserver::RegisterAgent::documentChanged,
             [this](const QString& id) { changed.append(id); });
         QObject::connect(agent.get(), &frserver::RegisterAgent::stopped, [this] { isStopped = true; });

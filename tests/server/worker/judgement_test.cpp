@@ -84,7 +84,7 @@ TEST(Lease, NothingIsBegunOrSentBehindItsEndUnlessItWasRenewedMeanwhile)
     QJsonObject news;
     WorkerLease lease([&] { lease.take(std::exchange(news, {})); });
     LineTick line([](const char*) {}, [&] { lease.require(); });
-    PatientStore store(":memory:", lease, "till1");
+    PatientStore store(":memory:", false, lease, "till1");
     store.accept({"sale:0001", "sell", {}, "till1"});
     line.sent("without any");
     EXPECT_FALSE(lease.of("till1"));
