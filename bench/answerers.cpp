@@ -15,7 +15,8 @@ constexpr qsizetype modbusRequestSize = 8;
 
 struct Emulator
 {
-    explicit Emulator(Language language)
+    Emulator(Language language, const emulator::Identity& identity)
+        : device(clock, identity)
     {
         device.tape().setListener([](const tape::Page&, quint32) {});
         device.start(QDateTime::currentDateTime());
@@ -33,7 +34,7 @@ struct Emulator
     }
 
     emulator::SystemClock clock;
-    emulator::Register device{clock};
+    emulator::Register device;
     emulator::Outbox outbox{clock};
     std::unique_ptr<emulator::Protocol> protocol;
 };
@@ -92,9 +93,9 @@ void appendCrc(QByteArray& frame)
 
 } // namespace
 
-Answerer liveRegister(Language language)
+Answerer liveRegister(Language language, const emulator::Identity& identity)
 {
-    const auto emulator = std::make_shared<Emulator>(language);
+    const auto emulator = std::make_shared<Emulator>(language, identity);
     return [=](const QByteArray& received) {
         return isWhole(language, received) ? emulator->answer(received) : QByteArray();
     };
@@ -102,7 +103,7 @@ Answerer liveRegister(Language language)
 
 Answerer rememberedRegister(Language language)
 {
-    const auto emulator = std::make_shared<Emulator>(language);
+    const auto emulator = std::make_shared<Emulator>(language, emulator::Identity());
     const auto known = std::make_shared<QMap<QByteArray, Remembered>>();
     return [=](const QByteArray& received) {
         if (!isWhole(language, received))

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "register/identity.h"
+
 #include <QByteArray>
 #include <QList>
 
@@ -12,7 +14,7 @@ enum class Language { Hex, Xml };
 using Answerer = std::function<QByteArray(const QByteArray& received)>;
 
 /// The software register, which judges each request.
-Answerer liveRegister(Language language);
+Answerer liveRegister(Language language, const emulator::Identity& identity = {});
 /// Answers at once what the software register said to the first request with that command, under the id of
 /// the request that it gets.
 Answerer rememberedRegister(Language language);

@@ -20,6 +20,7 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 sys.path += [str(ROOT / "tests"), str(ROOT / "tests" / "server")]
+from figures import Table, percentile
 from service import Service
 from softwareregister import SoftwareRegister
 
@@ -32,30 +33,6 @@ SALES = {"HEX": 400, "XML": 200}
 LOADS, POSITIONS, SECONDS = (1, 5, 20), {"HEX": (10, 1), "XML": (10,)}, 12
 DOCUMENTS, QUESTIONS = 1_000_000, 3000
 SALE = json.loads((ROOT / "examples" / "sale.json").read_text(encoding="utf-8"))
-
-
-class Table:
-    def __init__(self):
-        self.rows = []
-        self.is_missed = False
-
-    def add(self, what, value, unit, aim=None, least=False):
-        verdict = ""
-        if aim is not None:
-            is_met = value >= aim if least else value <= aim
-            verdict = "met" if is_met else "missed"
-            self.is_missed |= not is_met
-            aim = f"{'at least' if least else 'at most'} {aim:g}"
-        row = f"| {what} | {value:.3g} | {unit} | {aim or ''} | {verdict} |"
-        print(row, flush=True)
-        self.rows.append(row)
-
-    def print(self):
-        print("\n| measurement | | | aim | |\n|---|--:|---|--:|---|\n" + "\n".join(self.rows))
-
-
-def percentile(values, share):
-    return sorted(values)[min(int(len(values) * share), len(values) - 1)]
 
 
 def measure(*arguments):

@@ -106,6 +106,7 @@ bool SerialPortDevice::open()
         return false;
     if (isLineOpen() && (waitFor(0, 0) & hangUpEvents) == 0)
         return true;
+    tellOpening();
     close();
     m_port.clearError();
     m_hasModemLines = true;

@@ -104,6 +104,12 @@ bool StreamDevice::receiveInput(int milliseconds)
     return hasInput();
 }
 
+void StreamDevice::tellOpening() const
+{
+    if (m_observer != nullptr)
+        m_observer->opening();
+}
+
 void StreamDevice::tellOpened() const
 {
     if (m_observer != nullptr)

@@ -96,6 +96,8 @@ protected:
     /// Waits up to that many milliseconds for bytes and receives them: their number, 0 when none came, or
     /// lineIsGone.
     virtual qint64 receive(char* data, qint64 maxSize, int milliseconds) = 0;
+    /// To be called before open() opens the line; may throw.
+    void tellOpening() const;
     /// To be called when open() has opened the line.
     void tellOpened() const;
     /// The time that the budget leaves of it.

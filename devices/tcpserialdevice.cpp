@@ -56,6 +56,7 @@ bool TcpSerialDevice::open()
         return false;
     if (isOpen())
         return true;
+    tellOpening();
     m_socket.abort();
     // Qt's own connecting cannot be waited for in slices, and would go through a proxy of the desktop, which
     // is not meant for a register in the shop's own network.

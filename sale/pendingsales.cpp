@@ -59,9 +59,12 @@ bool isFollowed(const DocumentStore& store, const StoredDocument& document)
     return isFound;
 }
 
-void writeDown(DocumentStore& store, const StoredDocument& document, const Verdict& verdict)
+/// Gives what the journal makes of it: one that others may still send is unknown.
+Verdict writeDown(DocumentStore& store, const StoredDocument& document, const Verdict& verdict)
 {
-    store.settle(document.request.id, document.attemptCount, endingOf(verdict).value());
+    const QString& id = document.request.id;
+    store.settle(id, document.attemptCount, endingOf(verdict).value());
+    return verdict.outcome == Outcome::NotIssued ? verdictOf(store.findId(id).value_or(document)) : verdict;
 }
 
 } // namespace
@@ -73,8 +76,7 @@ Verdict settleDocument(
     const Verdict verdict = ask(driver, document, line, isOursAlone);
     if (leavesTrace(document) && verdict == Outcome::Unknown)
         requireDrive(driver, document, line);
-    writeDown(store, document, verdict);
-    return verdict;
+    return writeDown(store, document, verdict);
 }
 
 QList<SettledSale> settlePendingSales(
@@ -92,8 +94,8 @@ QList<SettledSale> settlePendingSales(
     for (const StoredDocument& document : store.find({.states = {DocumentState::Running}})) {
         if (!isHere(document))
             continue;
-        settled.append({document.request.id, ask(driver, document, line, line.isExclusive)});
-        writeDown(store, document, settled.constLast().verdict);
+        const Verdict verdict = ask(driver, document, line, line.isExclusive);
+        settled.append({document.request.id, writeDown(store, document, verdict)});
     }
     return settled;
 }

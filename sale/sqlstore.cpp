@@ -159,11 +159,14 @@ std::optional<int> SqlStore::start(const QString& id, const AttemptStart& start)
         return std::nullopt;
     }
     const int attempt = known->attemptCount + 1;
+    const SqlKey begun = origin();
     insertInto(QStringLiteral("attempts"), id,
-        {QStringLiteral("number"), QStringLiteral("begun"), QStringLiteral("mark_before"),
-            QStringLiteral("movement"), QStringLiteral("marks")},
-        {attempt, storedNow(), wholeJson(start.markBefore), wholeJson(start.movement),
-            storedJson(start.marks)});
+        QStringList{QStringLiteral("number"), QStringLiteral("begun"), QStringLiteral("mark_before"),
+            QStringLiteral("movement"), QStringLiteral("marks")}
+            + begun.columns,
+        QVariantList{attempt, storedNow(), wholeJson(start.markBefore), wholeJson(start.movement),
+            storedJson(start.marks)}
+            + begun.values);
     updateBegun(id, attempt, QStringLiteral("state = 'running', begun = ?, drive = ?"),
         {storedNow(), neverNull(start.markBefore.value(QStringLiteral("drive")).toString())});
     return attempt;
@@ -192,7 +195,8 @@ void SqlStore::refuseWrongEnding(const StoredDocument& known, int attempt, const
         return;
     if (known.state != DocumentState::Unknown)
         throw wrongOrder(id, QStringLiteral("is %1, not unknown").arg(stateName(known.state)));
-    if (ending.documentNumber == 0)
+    // Of one that was put in doubt nobody knows the drive.
+    if (ending.documentNumber == 0 || known.drive.isEmpty())
         return;
     const QList<StoredDocument> others
         = find({.drive = known.drive, .documentNumber = ending.documentNumber, .withAttempts = false});
@@ -213,7 +217,8 @@ void SqlStore::settle(const QString& id, int attempt, const DocumentEnding& endi
             && known->documentNumber == ending.documentNumber && ending.by.isEmpty())
             return;
         refuseWrongEnding(*known, attempt, ending);
-        endAttempt(id, attempt, ending);
+        const bool isOfRegister = ending.state == DocumentState::NotIssued && ending.by.isEmpty();
+        endAttempt(id, attempt, isOfRegister ? notIssued(*known, ending) : ending);
     });
 }
 

@@ -42,6 +42,9 @@ public:
     virtual QStringList damages() const = 0;
     /// Throws JournalError when another machine goes on with it.
     void requireHere() const;
+    /// For an older state that was put back: what waited or was under way in it may have been issued since.
+    /// All of that is unknown from now on, and the registers are not asked. Gives the ids.
+    QStringList doubtUnfinished();
     /// Drops what was said in documents that were accepted before and have ended: bodies, warnings. Ids,
     /// digests, verdicts and the register's words stay. Gives the number of documents.
     virtual int anonymise(const QDateTime& before);
@@ -79,6 +82,10 @@ protected:
     virtual void holdReturns(const QString& saleId);
     /// Before whatever the owner of a register alone may write.
     virtual void requireOwner();
+    /// What is written with an attempt of whoever begins it.
+    virtual SqlKey origin() const;
+    /// What may be said of a document that its register is known to have not issued.
+    virtual DocumentEnding notIssued(const StoredDocument& known, const DocumentEnding& ending);
     /// The id is taken, or stands for another body from now on.
     virtual void writeId(const QString& id, const QString& digest, const QString& accepted);
     /// As if the document had never been accepted.
@@ -106,6 +113,7 @@ private:
     /// The work on a queued document; then the document.
     StoredDocument ifQueued(const QString& id, const std::function<void(const StoredDocument&)>& work);
     StoredDocument existing(const QString& id) const;
+    void doubt(const StoredDocument& known);
     void endAttempt(const QString& id, int attempt, const DocumentEnding& ending);
     void refuseWrongEnding(const StoredDocument& known, int attempt, const DocumentEnding& ending) const;
     void addAttempts(StoredDocument& document) const;

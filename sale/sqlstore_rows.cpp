@@ -30,6 +30,17 @@ void SqlStore::requireOwner()
     // Where one machine has them all.
 }
 
+SqlKey SqlStore::origin() const
+{
+    return {};
+}
+
+DocumentEnding SqlStore::notIssued(const StoredDocument& /*known*/, const DocumentEnding& ending)
+{
+    // Whoever began it has lost the port's lock, and with it the register.
+    return ending;
+}
+
 void SqlStore::writeId(const QString& /*id*/, const QString& /*digest*/, const QString& /*accepted*/)
 {
     // Where the document's own row keeps it.

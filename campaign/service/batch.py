@@ -13,12 +13,13 @@ from service import Service
 from verdict import WITHOUT_WITNESS, Evidence, violations
 
 REGISTERS = 8
-CLIENTS = 48
-# A line is tried again after 60 s at the latest, and a HEX register may hold one exchange for 100 s.
-SETTLING = 240
 
 
 class Batch:
+    CLIENTS = 48
+    # A line is tried again after 60 s at the latest, and a HEX register may hold one exchange for 100 s.
+    SETTLING = 240
+
     def __init__(self, programs, folder, seed, documents, silences):
         self.folder, self.seed, self.count = folder, seed, documents
         self.registers = [Register(programs.emulator, folder, place) for place in range(REGISTERS)]
@@ -43,7 +44,7 @@ class Batch:
 
     def _run(self, begun):
         self._start()
-        threads = self.clients.start(CLIENTS)
+        threads = self.clients.start(self.CLIENTS)
         self.faults.run(lambda: self.clients.done / self.count,
                         lambda: not any(thread.is_alive() for thread in threads))
         self.faults.end()
@@ -63,10 +64,10 @@ class Batch:
     def _settle(self):
         """What is under way comes to its end; for what is unknown the same id is posted again, as clients do."""
         self.service.wait()
-        end = time.monotonic() + SETTLING
+        end = time.monotonic() + self.SETTLING
         while time.monotonic() < end:
             open_ones = self.service.documents("&state=queued,running,unknown")
-            asked = [one for one in open_ones if one["state"] == "unknown" and one["kind"] not in WITHOUT_WITNESS]
+            asked = [one for one in open_ones if one["state"] == "unknown" and self._may_be_asked(one)]
             if len([one for one in open_ones if one["state"] != "unknown"]) + len(asked) == 0 and self._all_ready():
                 return []
             for one in asked:
@@ -75,13 +76,18 @@ class Batch:
         return [f"{one['name']} did not come back: {one['state']}, {one['waiting']}, {one['waitingText']}"
                 for one in self.service.registers() if one["state"] != "ready"]
 
+    def _may_be_asked(self, document):
+        """The register may still tell what has become of it."""
+        return document["kind"] not in WITHOUT_WITNESS
+
     def _all_ready(self):
         registers = self.service.registers()
         return registers and all(one["state"] == "ready" for one in registers)
 
     def _ask_again(self, document):
         order = self.ledger.orders[document["id"]]
-        self.service.ask("POST", f"/v1/registers/{document['register']}/documents", order.body, Prefer="wait=5")
+        place = order.place if order.pool else f"registers/{document['register']}"
+        self.service.ask("POST", f"/v1/{place}/documents", order.body, Prefer="wait=5")
 
     def _evidence(self):
         journal = {one["id"]: one for one in self.service.documents()}
@@ -91,7 +97,11 @@ class Batch:
         with open(self.folder / "told.txt", "w", encoding="utf-8") as file:
             file.writelines(f"{one}\n" for one in self.ledger.told)
         drawers = {register.name: register.drawer() for register in self.registers}
-        return Evidence(self.ledger.orders, self.ledger.by_document(), journal, drives, drawers)
+        return Evidence(self.ledger.orders, self.ledger.by_document(), journal, drives, drawers, self._unfenced())
+
+    @staticmethod
+    def _unfenced():
+        return frozenset()
 
     def _figures(self, evidence, wrong, seconds):
         journal = evidence.journal

@@ -108,7 +108,7 @@ class Clients:
 
     def _post(self, order, wait=15, timeout=None):
         self.posts += 1
-        answer = self._ask("POST", order, f"/v1/registers/{order.register}/documents", order.body,
+        answer = self._ask("POST", order, f"/v1/{order.place}/documents", order.body,
                            timeout=timeout or wait + 20, Prefer=f"wait={wait}")
         self.given_up += answer is None and timeout is not None
         return answer

@@ -7,7 +7,6 @@ import signal
 import time
 import urllib.error
 
-WEIGHTS = {"worker": 20, "register": 18, "cut": 34, "service_kill": 7, "service_stop": 2, "paper": 5}
 # Between one fault and the next, on average.
 PAUSE = 0.8
 LONGEST_SILENCE = (15, 75)
@@ -15,6 +14,9 @@ PATIENCE_AT_STOP = 5
 
 
 class Faults:
+    # How often each of them comes.
+    WEIGHTS = {"worker": 20, "register": 18, "cut": 34, "service_kill": 7, "service_stop": 2, "paper": 5}
+
     def __init__(self, service, registers, random, silences, swaps):
         self.service = service
         self.registers = registers
@@ -32,7 +34,7 @@ class Faults:
             for kind, count in planned.items():
                 if self.counts[kind] < count and progress() >= (self.counts[kind] + 0.3) / (count + 0.5):
                     getattr(self, kind)()
-            getattr(self, self.random.choices(list(WEIGHTS), WEIGHTS.values())[0])()
+            getattr(self, self.random.choices(list(self.WEIGHTS), self.WEIGHTS.values())[0])()
             end = time.monotonic() + self.random.expovariate(1 / PAUSE)
             while time.monotonic() < end and not is_over():
                 self._do_what_is_due()

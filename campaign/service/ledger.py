@@ -15,6 +15,12 @@ class Order:
     register: str
     manner: str
     start_before: float | None = None
+    pool: str | None = None
+
+    @property
+    def place(self):
+        """Where it is posted."""
+        return f"pools/{self.pool}" if self.pool else f"registers/{self.register}"
 
     @property
     def body(self):

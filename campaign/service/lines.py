@@ -66,7 +66,7 @@ class Line(threading.Thread):
             poll.register(descriptor, select.POLLIN)
         while not self.is_ended:
             if self.cut_after and self.cut_after[0] <= 0:
-                self._cut()
+                self.cut()
             for descriptor, event in poll.poll(100):
                 data = os.read(descriptor, 65536) if event & select.POLLIN else b""
                 if not data:
@@ -79,11 +79,11 @@ class Line(threading.Thread):
         if self.cut_after:
             self.cut_after[0] -= 1
             if self.cut_after[0] <= 0 and not self.cut_after[1]:
-                self._cut()
+                self.cut()
         while data:
             data = data[os.write(to, data):]
 
-    def _cut(self):
+    def cut(self):
         seconds = self.cut_after[2]
         self.cut_after = None
         self.down_until = time.monotonic() + seconds
@@ -159,7 +159,7 @@ class PtyLine(Line):
             if register_poll.poll(20):
                 raise Cut
             if self.cut_after and self.cut_after[0] <= 0:
-                self._cut()
+                self.cut()
         raise Cut
 
     def vanish(self):

@@ -1,144 +1,29 @@
 #!/usr/bin/python3
 """Sells through frserver while all that can break does, and compares registers, journal and clients at the end."""
 
-import argparse
-import json
-import shutil
-import signal
 import sys
-import tempfile
-import time
 from pathlib import Path
 
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(Path(__file__).parent))
 # pylint: disable=wrong-import-position
+import batches  # noqa: E402
 from batch import Batch  # noqa: E402
-from plan import batch_seeds  # noqa: E402
-from programs import Program  # noqa: E402
-from report import table, total  # noqa: E402
+from report import ROWS  # noqa: E402
 
 MOST_SILENCES = 200
 
 
-def options():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--service", type=int, default=20000, metavar="N", help="documents (20000)")
-    parser.add_argument("--seed", default="1", help="of documents, clients and faults (1)")
-    parser.add_argument("--batch", type=int, default=2000, metavar="N",
-                        help="documents that one start of service and registers gets (2000)")
-    parser.add_argument("--jobs", type=int, default=3, metavar="N", help="batches side by side (3)")
-    parser.add_argument("--only", metavar="SEED", help="that batch alone, such as 1.7, which went wrong")
-    parser.add_argument("--silences", type=int, metavar="N",
-                        help=f"lines that are silent for 15 to 75 s (1 of 100 documents, {MOST_SILENCES} at most)")
-    parser.add_argument("--minutes", type=float, default=60, help="no batch begins later (60)")
-    parser.add_argument("--folder", type=Path, help="where it works, and goes on when it was stopped")
-    parser.add_argument("--anew", action="store_true", help="forget what a run that was stopped has left there")
-    for program in ("frserver", "emulator", "plugin"):
-        parser.add_argument(f"--{program}", type=Path, required=True)
-    return parser.parse_args()
-
-
-def result(folder, seed):
-    """The file of what a batch that was finished came to."""
-    return folder / f"{seed}.json"
-
-
-def run_batch(given, folder, seed, size):
-    result(folder, seed).unlink(missing_ok=True)
-    work = folder / seed
-    shutil.rmtree(work, ignore_errors=True)
-    work.mkdir(parents=True)
-    wanted = min(given.service // 100, MOST_SILENCES) if given.silences is None else given.silences
-    figures = Batch(given, work, seed, size, wanted * size // given.service).run()
-    result(folder, seed).write_text(json.dumps(figures, ensure_ascii=False, indent=1), encoding="utf-8")
-    if not figures["violations"]:
-        shutil.rmtree(work)
-
-
-def read_batch(folder, seed):
-    """Tells what a batch came to."""
-    if not result(folder, seed).exists():
-        raise RuntimeError(f"{seed} could not be run: see {log_of(folder, seed)}")
-    figures = json.loads(result(folder, seed).read_text(encoding="utf-8"))
-    violations = figures["violations"]
-    print(f"{seed}: {figures['documents']} documents, {figures['seconds']} s, {len(violations)} violations", flush=True)
-    for violation in violations:
-        print(f"  VIOLATION {violation}", flush=True)
-    if violations:
-        print(f"  repeat it with --only {seed}; what was found is in {folder / seed}", flush=True)
-    return figures
-
-
-def log_of(folder, seed):
-    return folder / f"{seed}.log"
-
-
-def started(folder, seed):
-    """The batch in a process of its own: the threads of one process would take turns."""
-    program = Program([sys.executable, *sys.argv, "--folder", folder, "--only", seed], log_of(folder, seed))
-    program.start()
-    return program
-
-
-def run_only(given, folder):
-    size = dict(batch_seeds(given.seed, given.service, given.batch)).get(given.only)
-    if size is None:
-        raise SystemExit(f"no batch is called {given.only}")
-    run_batch(given, folder, given.only, size)
-    return [read_batch(folder, given.only)]
-
-
-def run_all(given, folder):
-    """As many side by side as are wanted, none behind a violation or when the time is over."""
-    end = time.monotonic() + 60 * given.minutes
-    waiting = [seed for seed, _ in batch_seeds(given.seed, given.service, given.batch)]
-    batches = [read_batch(folder, seed) for seed in waiting if result(folder, seed).exists()]
-    waiting = [seed for seed in waiting if not result(folder, seed).exists()]
-    running = {}
-    try:
-        while running or waiting:
-            if any(one["violations"] for one in batches):
-                waiting = []
-            elif waiting and time.monotonic() >= end:
-                print(f"the time is over: the same command goes on at {waiting[0]}", flush=True)
-                waiting = []
-            while waiting and len(running) < given.jobs:
-                seed = waiting.pop(0)
-                running[seed] = started(folder, seed)
-            for seed in [one for one, program in running.items() if not program.is_alive()]:
-                del running[seed]
-                batches.append(read_batch(folder, seed))
-            time.sleep(0.1)
-    finally:
-        for program in running.values():
-            program.end()
-    return batches
-
-
-def interrupt(*_):
-    raise KeyboardInterrupt
+def make_batch(given, folder, seed, size):
+    wanted = min(given.documents // 100, MOST_SILENCES) if given.silences is None else given.silences
+    return Batch(given, folder, seed, size, wanted * size // given.documents)
 
 
 def main():
-    given = options()
-    for ending in (signal.SIGTERM, signal.SIGHUP):
-        signal.signal(ending, interrupt)
-    folder = given.folder or Path(tempfile.gettempdir()) / f"frspf-service-campaign-{given.seed}-{given.service}"
-    if given.anew and not given.only:
-        shutil.rmtree(folder, ignore_errors=True)
-    folder.mkdir(parents=True, exist_ok=True)
-    try:
-        batches = run_only(given, folder) if given.only else run_all(given, folder)
-    except KeyboardInterrupt:
-        print("stopped: the same command goes on", flush=True)
-        return 130
-    print(table(total(batches)))
-    is_whole = given.only or sum(one["documents"] for one in batches) == given.service
-    is_good = is_whole and not any(one["violations"] for one in batches)
-    if is_good and not given.folder:
-        shutil.rmtree(folder)
-    return 0 if is_good else 1
+    parser = batches.options(__doc__, "service")
+    parser.add_argument("--silences", type=int, metavar="N",
+                        help=f"lines that are silent for 15 to 75 s (1 of 100 documents, {MOST_SILENCES} at most)")
+    return batches.run(parser.parse_args(), ROWS, make_batch)
 
 
 if __name__ == "__main__":

@@ -13,13 +13,16 @@ def drawn(seed, what):
     return random.Random(f"{seed}/{what}")
 
 
-def draw_orders(seed, count, registers):
+def draw_orders(seed, count, registers, pools=()):
+    """Half of the receipts go to pools, where there are any."""
     chance = drawn(seed, "orders")
     for number in range(count):
         kind = chance.choices(list(KINDS), KINDS.values())[0]
         manner = chance.choices(list(MANNERS), MANNERS.values())[0]
         start_before = chance.choice((0.05, 0.2, 1, 3)) if chance.random() < 0.15 else None
-        yield Order(f"chaos:{seed}:{number:06}", kind, 100 + number, chance.choice(registers), manner, start_before)
+        register = chance.choice(registers)
+        pool = chance.choice((None, chance.choice(pools))) if pools and kind in ("sell", "sellReturn") else None
+        yield Order(f"chaos:{seed}:{number:06}", kind, 100 + number, register, manner, start_before, pool)
 
 
 def batch_seeds(seed, documents, size):

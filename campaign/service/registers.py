@@ -14,9 +14,9 @@ READY = 30
 
 
 class Register:
-    """till1, till2 ...: HEX and XML in turn, two over TCP and two on pseudo terminals in turn."""
+    """till1, till2 ...: HEX and XML in turn, two over TCP and two on pseudo terminals in turn where no line is given."""
 
-    def __init__(self, emulator, folder, place):
+    def __init__(self, emulator, folder, place, make_line=None, options=(), is_exclusive=True):
         self.name = f"till{place + 1}"
         self.protocol = "HEX" if place % 2 == 0 else "XML"
         self.serial = f"001030000000123456{place + 10}"
@@ -26,8 +26,16 @@ class Register:
         self.tcp, self.panel = free_port(), free_port()
         self.program = Program(
             [emulator, "--tcp", self.tcp, "--panel", self.panel, "--quiet", "--state", self.folder / "state",
-             "--serial", self.serial], self.folder / "log")
-        self.line = (TcpLine if place % 4 < 2 else PtyLine)(self.tcp, self.folder)
+             "--serial", self.serial, *options], self.folder / "log")
+        make_line = make_line or (TcpLine if place % 4 < 2 else PtyLine)
+        self.line = make_line(self.tcp, self.folder)
+        self.is_exclusive = is_exclusive
+
+    @property
+    def section(self):
+        """Of the service's configuration."""
+        return (f"[register {self.name}]\nport = {self.line.port}\nprotocol = {self.protocol}\nserial = {self.serial}\n"
+                f"exclusive = {'yes' if self.is_exclusive else 'no'}\ncashier = Иванова А. П.\nallow-test-drive = yes\n")
 
     def start(self):
         self.program.start()

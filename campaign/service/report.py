@@ -44,9 +44,9 @@ def total(batches):
     return sums
 
 
-def table(sums):
-    rows = [f"| {text} | {sums[name]} |" for text, name in ROWS]
-    known = {name for _, name in ROWS}
-    rows += [f"| {name} | {count} |" for name, count in sorted(sums.items())
+def table(sums, rows):
+    lines = [f"| {text} | {sums[name]} |" for text, name in rows]
+    known = {name for _, name in rows}
+    lines += [f"| {name} | {count} |" for name, count in sorted(sums.items())
              if name.startswith("states.") and name not in known]
-    return "\n".join(["| | |", "|---|--:|", *rows])
+    return "\n".join(["| | |", "|---|--:|", *lines])

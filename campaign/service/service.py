@@ -25,17 +25,22 @@ class Answer:
 
 
 class Service:
-    def __init__(self, frserver, plugin, folder, registers):
+    def __init__(self, frserver, plugin, folder, registers, store=None, more=None):
+        """store is the address of a database that others share; without one there is a journal of its own. more has what else
+        the configuration says, by section and key."""
         self.port = free_port()
-        config = folder / "frserver.ini"
-        sections = [f"[service]\nlisten = 127.0.0.1:{self.port}\njournal = {folder}/journal.sqlite\n"
-                    f"tokens = {folder}/tokens\nplugin = {plugin}\n"]
-        for register in registers:
-            sections.append(f"[register {register.name}]\nport = {register.line.port}\n"
-                            f"protocol = {register.protocol}\nserial = {register.serial}\nexclusive = yes\n"
-                            "cashier = Иванова А. П.\nallow-test-drive = yes\n")
-        config.write_text("\n".join(sections), encoding="utf-8")
-        self.program = Program([frserver, "--config", config], folder / "frserver.log")
+        self.config = folder / "frserver.ini"
+        sections = {"service": {"listen": f"127.0.0.1:{self.port}", "tokens": f"{folder}/tokens", "plugin": plugin}}
+        if store:
+            sections["store"] = {"url": store}
+        else:
+            sections["service"]["journal"] = f"{folder}/journal.sqlite"
+        for section, keys in (more or {}).items():
+            sections.setdefault(section, {}).update(keys)
+        texts = [f"[{section}]\n" + "".join(f"{key} = {value}\n" for key, value in keys.items())
+                 for section, keys in sections.items()]
+        self.config.write_text("\n".join(texts + [register.section for register in registers]), encoding="utf-8")
+        self.program = Program([frserver, "--config", self.config], folder / "frserver.log")
 
     def start(self):
         self.program.start()

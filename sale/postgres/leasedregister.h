@@ -4,6 +4,8 @@
 
 namespace sale {
 
+class PostgresConnection;
+
 /// Who owns a register, for as long as nobody has taken it over.
 struct LeasedRegister
 {
@@ -12,5 +14,8 @@ struct LeasedRegister
     /// Grows with each owner.
     qint64 epoch = 0;
 };
+
+/// In a transaction: nobody takes the register over before its end. Throws JournalError when somebody has.
+void requireOwner(PostgresConnection& connection, const LeasedRegister& lease);
 
 } // namespace sale

@@ -54,7 +54,8 @@ constexpr const char* firstRelease[] = {
     "id text COLLATE \"C\" NOT NULL, number integer NOT NULL, begun timestamptz NOT NULL, ended timestamptz, "
     "mark_before text NOT NULL, movement text NOT NULL, mark_after text, failure text, warnings text, "
     "verdict text, document bigint, body text, digest text, marks text, register_time text, "
-    "PRIMARY KEY (accepted, id, number)) "
+    // Of the owner that began it; null for a program that owns nothing.
+    "epoch bigint, PRIMARY KEY (accepted, id, number)) "
     "PARTITION BY RANGE (accepted)",
     "CREATE TABLE goods (sequence bigserial PRIMARY KEY, mark text NOT NULL, id text COLLATE \"C\" NOT NULL, "
     "accepted timestamptz NOT NULL)",
@@ -62,12 +63,25 @@ constexpr const char* firstRelease[] = {
     "CREATE INDEX goods_by_id ON goods (id)",
     // Of the service: who may work a register and what is known of it, whose document it is, and what is
     // still to be told.
-    "CREATE TABLE leases (register text PRIMARY KEY, owner text NOT NULL, epoch bigint NOT NULL, "
-    "until timestamptz NOT NULL)",
+    "CREATE TABLE leases (register text PRIMARY KEY, owner text NOT NULL DEFAULT '', "
+    "epoch bigint NOT NULL DEFAULT 0, until timestamptz NOT NULL DEFAULT '-infinity', "
+    // The owner's process, and whether its line ends at its machine.
+    "machine text NOT NULL DEFAULT '', space text NOT NULL DEFAULT '', process bigint NOT NULL DEFAULT 0, "
+    "started bigint NOT NULL DEFAULT 0, host text NOT NULL DEFAULT '', bound boolean NOT NULL DEFAULT false)",
+    // Which processes may have a register's line open.
+    "CREATE TABLE workers (register text NOT NULL, epoch bigint NOT NULL, machine text NOT NULL, "
+    "space text NOT NULL, process bigint NOT NULL, started bigint NOT NULL, "
+    "PRIMARY KEY (register, machine, space, process, started))",
     "CREATE TABLE frserver_registers (register text PRIMARY KEY, kept text NOT NULL)",
     "CREATE TABLE frserver_owners (id text COLLATE \"C\" PRIMARY KEY, owner text NOT NULL)",
     "CREATE TABLE frserver_outbox (number bigserial PRIMARY KEY, document text NOT NULL, body text NOT NULL, "
     "created timestamptz NOT NULL, attempts integer NOT NULL DEFAULT 0, due timestamptz NOT NULL)",
+    // Services that run, what they tell of the registers that they work, and what they are to do with them.
+    "CREATE TABLE services (id text PRIMARY KEY, name text NOT NULL, seen timestamptz NOT NULL)",
+    "CREATE TABLE registers (name text PRIMARY KEY, service text NOT NULL, settings text NOT NULL, "
+    "view text NOT NULL, told timestamptz NOT NULL)",
+    "CREATE TABLE orders (number bigserial PRIMARY KEY, service text NOT NULL, register text NOT NULL, "
+    "content text NOT NULL, made timestamptz NOT NULL)",
     "CREATE INDEX frserver_outbox_by_document ON frserver_outbox (document, number)",
     nullptr,
 };

@@ -2,8 +2,11 @@
 
 #include "postgres/postgresfault.h"
 #include "postgres/postgresschema.h"
+#include "postgres/workertable.h"
 #include "saletr.h"
 #include "storedtime.h"
+
+#include <algorithm>
 
 namespace sale {
 
@@ -119,17 +122,41 @@ void PostgresStore::holdReturns(const QString& saleId)
 
 void PostgresStore::requireOwner()
 {
-    if (!m_lease)
-        return;
-    // Who takes the register over waits for the end of this.
-    const bool isOwner = m_connection
-                             .value(QStringLiteral("SELECT 1 FROM leases WHERE register = ? AND owner = ? "
-                                                   "AND epoch = ? FOR SHARE"),
-                                 {m_lease->registerName, m_lease->owner, m_lease->epoch})
-                             .isValid();
-    if (!isOwner)
-        throw JournalError(
-            tr("journal %1: the register %2 has another owner by now").arg(place(), m_lease->registerName));
+    if (m_lease)
+        sale::requireOwner(m_connection, *m_lease);
+}
+
+SqlKey PostgresStore::origin() const
+{
+    return m_lease ? SqlKey{{QStringLiteral("epoch")}, {m_lease->epoch}} : SqlKey();
+}
+
+bool PostgresStore::mayBeSent(const StoredDocument& document)
+{
+    const SqlKey key = keyOf(document);
+    const qint64 epoch
+        = m_connection
+              .value(
+                  QStringLiteral("SELECT epoch FROM attempts WHERE %1 AND number = ?").arg(key.condition()),
+                  key.values + QVariantList{document.attemptCount})
+              .toLongLong();
+    const QList<WorkerTable::Row> others = WorkerTable(m_connection).others(document.request.registerName);
+    return std::any_of(others.cbegin(), others.cend(),
+        [epoch](const WorkerTable::Row& other) { return other.epoch == epoch; });
+}
+
+DocumentEnding PostgresStore::notIssued(const StoredDocument& known, const DocumentEnding& ending)
+{
+    if (!mayBeSent(known))
+        return ending;
+    DocumentEnding unknown;
+    unknown.markAfter = ending.markAfter;
+    return unknown;
+}
+
+RegisterFence PostgresStore::fence()
+{
+    return {m_connection, m_lease.value()};
 }
 
 void PostgresStore::writeId(const QString& id, const QString& digest, const QString& accepted)

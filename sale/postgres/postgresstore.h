@@ -2,6 +2,7 @@
 
 #include "postgres/leasedregister.h"
 #include "postgres/postgresconnection.h"
+#include "postgres/registerfence.h"
 #include "sqlstore.h"
 
 #include <QDate>
@@ -12,7 +13,8 @@ namespace sale {
 
 /// The journal in a PostgreSQL database, one for all programs of many machines. Documents change under a
 /// lock of their own; those of which one is to meet a condition wait for each other when they return goods of
-/// the same sale, or of none.
+/// the same sale, or of none. That a register has not issued a document is believed only when nobody is left
+/// who might send it still: otherwise it is unknown.
 class PostgresStore : public SqlStore
 {
 public:
@@ -24,6 +26,8 @@ public:
     /// From now on what the owner of a register alone may write is refused when the register has another
     /// one.
     void writeAs(const LeasedRegister& lease) { m_lease = lease; }
+    /// That of the register whose lease it writes by.
+    RegisterFence fence();
 
     using SqlStore::accept;
     StoredDocument accept(const DocumentRequest& request, const Condition& condition) override;
@@ -40,6 +44,8 @@ private:
     void hold(const QString& id) override;
     void holdReturns(const QString& saleId) override;
     void requireOwner() override;
+    SqlKey origin() const override;
+    DocumentEnding notIssued(const StoredDocument& known, const DocumentEnding& ending) override;
     void writeId(const QString& id, const QString& digest, const QString& accepted) override;
     void forget(const QString& id) override;
     QString goodsJoin() const override;
@@ -47,6 +53,8 @@ private:
     std::optional<StoredDocument> claimFirst(const PoolClaim& claim) override;
     QString lockingWords() const override;
     QString momentAgo(std::chrono::seconds age) const override;
+    /// Of the document's last attempt: whoever began it may still be about to send it.
+    bool mayBeSent(const StoredDocument& document);
     void makeMonths();
     QString acceptanceOf(const QString& id) const;
 

@@ -34,6 +34,8 @@ public:
         /// How long a list is looked for at the most, and how much of the journal at once, to begin with.
         std::chrono::milliseconds longestSearch = std::chrono::seconds(10);
         int searchPiece = 500;
+        /// Registers of other services have their documents in the same journal.
+        bool isShared = false;
         /// How long bodies that were not read yet are read for a list before others are answered.
         std::chrono::milliseconds readingTurn = std::chrono::milliseconds(2);
     };
@@ -45,6 +47,8 @@ public:
     void add(Till& till);
     /// Behind its registers; must outlive it.
     void add(Pool& pool);
+    /// Once all registers are there.
+    void warnOfMissing() const;
     /// Whom it lets in. Nobody when tokens are wanted and there are none.
     void setTokens(bool areWanted, const QList<TokenEntry>& entries);
     /// Who draws receipts; must outlive it.
@@ -65,6 +69,11 @@ public:
 
     /// To be called for each change of this service's making, also when it is no news here.
     void onChange(const std::function<void(const sale::StoredDocument&)>& changed) { m_changed = changed; }
+    /// To be called for each register of this service that has changed.
+    void onRegisterChange(const std::function<void(const QString& name)>& changed)
+    {
+        m_registerChanged = changed;
+    }
     /// Another one says how a document stands: no more of it is given than an event tells, and when it was
     /// queued.
     void heard(const sale::StoredDocument& told);
@@ -73,7 +82,7 @@ public:
     OpenList& openDocuments() { return m_open; }
     /// @}
 
-    /// To be called for each document that has ended, or is unknown.
+    /// To be called for each document that has ended here, or is unknown.
     void onEnd(const std::function<void()>& ended) { m_ended = ended; }
     /// Nothing is accepted any longer, and nobody waits.
     void stop();
@@ -102,9 +111,12 @@ public:
     QStringList registersOf(const Pool& pool) const;
     /// The view, with its name, its pools, its queue and its last receipt.
     QJsonObject registerView(const Till& till) const;
+    QJsonObject queueView(const QString& registerName) const;
+    /// Registers that documents wait for, and that are not there: they have left the configuration.
+    QStringList missingRegisters() const;
     /// @name Throw sale::JournalError unless documents are accepted now
     /// @{
-    /// By each register.
+    /// By each register that this service works.
     void requireJournal();
     /// By that one: what its worker cannot read or write it would not make.
     void requireJournal(const Till& till) const;
@@ -151,6 +163,7 @@ private:
     std::map<QString, QJsonObject> m_told;
     std::function<void()> m_ended;
     std::function<void(const sale::StoredDocument&)> m_changed;
+    std::function<void(const QString& name)> m_registerChanged;
     /// Changes that the journal could not tell of; looked at again.
     QStringList m_missed;
     QTimer m_lookAgain;

@@ -79,15 +79,23 @@ sale::DocumentEnding wordOf(const Request& request)
     return ending;
 }
 
+/// Only its register knows what has become of it, and nobody can ask that one.
+bool isOutOfReach(const Api& api, const StoredDocument& document)
+{
+    const Till* const till = api.till(document.request.registerName);
+    return document.state == DocumentState::Running && (till == nullptr || !till->isReachable());
+}
+
 void requireResolvable(const Api& api, const StoredDocument& document, const sale::DocumentEnding& word)
 {
     const auto refuse = [](const QString& why) {
         throw Problem(
             409, QStringLiteral("not-resolvable"), QStringLiteral("The document cannot be resolved so"), why);
     };
-    if (document.state != DocumentState::Unknown)
+    if (document.state != DocumentState::Unknown && !isOutOfReach(api, document))
         refuse(QStringLiteral("It is %1, not unknown.").arg(sale::stateName(document.state)));
-    if (word.documentNumber == 0)
+    // Of one that an older state left in doubt nobody knows the drive.
+    if (word.documentNumber == 0 || document.drive.isEmpty())
         return;
     const QList<StoredDocument> others = api.store().find(
         {.drive = document.drive, .documentNumber = word.documentNumber, .limit = 1, .withAttempts = false});
@@ -102,6 +110,8 @@ Answer resolve(Api& api, const Request& request)
     const sale::DocumentEnding word = wordOf(request);
     requireResolvable(api, document, word);
     const QString& id = document.request.id;
+    if (isOutOfReach(api, document))
+        api.store().settle(id, document.attemptCount, {});
     api.store().settle(id, document.attemptCount, word);
     audit(request, QStringLiteral("resolved %1: %2").arg(id, sale::stateName(word.state)));
     api.documentChanged(id);

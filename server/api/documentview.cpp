@@ -105,19 +105,26 @@ std::optional<sale::AnswerError> errorOf(const StoredDocument& document)
     return std::nullopt;
 }
 
-/// Why nothing of it was begun yet.
-QJsonValue waitingOf(const StoredDocument& document, const Till* till)
+/// Why nothing of it was begun yet, or nobody tells how it goes on; nothing for one that no register of its
+/// pool has claimed.
+QJsonValue waitingOf(const Api& api, const StoredDocument& document, const Till* till)
 {
-    if (document.state != DocumentState::Queued || till == nullptr)
+    if (!isPending(document.state) || document.request.registerName.isEmpty())
         return {};
+    if (till == nullptr)
+        return api.settings().isShared || document.state == DocumentState::Running
+            ? QJsonValue()
+            : QJsonValue(QStringLiteral("notConfigured"));
+    if (document.state == DocumentState::Running)
+        return till->isReachable() ? QJsonValue() : QJsonValue(QStringLiteral("unreachable"));
     const QJsonObject view = till->view();
     const QString paused = QStringLiteral("paused");
     return view.value(QStringLiteral("state")) == paused ? paused : view.value(QStringLiteral("waiting"));
 }
 
-void addPosting(QJsonObject& json, const StoredDocument& document, const Till* till)
+void addPosting(QJsonObject& json, const Api& api, const StoredDocument& document)
 {
-    const QJsonValue waiting = waitingOf(document, till);
+    const QJsonValue waiting = waitingOf(api, document, api.till(document.request.registerName));
     json.insert(QStringLiteral("pool"), sale::textOrNull(document.request.pool));
     json.insert(QStringLiteral("startBefore"), sale::momentJson(document.request.startBefore));
     json.insert(QStringLiteral("returnOf"), sale::textOrNull(document.request.returnOf));
@@ -128,7 +135,6 @@ void addPosting(QJsonObject& json, const StoredDocument& document, const Till* t
 
 QJsonObject documentView(const Api& api, const StoredDocument& document, bool isReplayed)
 {
-    const Till* const till = api.till(document.request.registerName);
     DocumentAnswer answer = describedAnswer(api, document);
     answer.isReplayed = isReplayed;
     answer.error = errorOf(document);
@@ -136,7 +142,7 @@ QJsonObject documentView(const Api& api, const StoredDocument& document, bool is
     const QJsonObject told = answer.toJson();
     for (auto member = told.begin(); member != told.end(); ++member)
         json.insert(member.key(), member.value());
-    addPosting(json, document, till);
+    addPosting(json, api, document);
     return json;
 }
 
@@ -152,7 +158,7 @@ QJsonObject wholeDocumentView(const Api& api, const StoredDocument& document)
 QJsonObject documentSummary(const Api& api, const StoredDocument& document)
 {
     QJsonObject json = sale::recordSummary(document);
-    addPosting(json, document, api.till(document.request.registerName));
+    addPosting(json, api, document);
     const Summaries::Told told = toldOf(api, document);
     json.insert(QStringLiteral("total"), sale::sumJson(told.total));
     json.insert(QStringLiteral("shift"), sale::numberJson(told.shift));

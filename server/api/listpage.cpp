@@ -64,7 +64,7 @@ qint64 cursorOf(const Request& request)
 sale::DocumentQuery queryOf(const Api& api, const Request& request)
 {
     const QString name = request.queryValue(QStringLiteral("register")).value_or(QString());
-    if (!name.isEmpty())
+    if (!name.isEmpty() && !(api.missingRegisters().contains(name) && rights::mayUse(request, name)))
         tillNamed(api, request, name);
     const QString pool = request.queryValue(QStringLiteral("pool")).value_or(QString());
     if (!pool.isEmpty())

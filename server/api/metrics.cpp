@@ -54,6 +54,8 @@ private:
 };
 
 const char* const registerLabel = "register";
+/// By the registers' names.
+using Views = std::map<QString, QJsonObject>;
 const char* const poolLabel = "pool";
 
 void addEndings(Text& text, const OpenList& open)
@@ -73,8 +75,12 @@ void addEndings(Text& text, const OpenList& open)
 
 void addQueues(Text& text, const Api& api)
 {
+    // Also of registers that have left the configuration.
+    QStringList names = api.missingRegisters();
+    for (const auto& [name, till] : api.tills())
+        names.append(name);
     text.describe("frserver_open_documents", "gauge", "Documents that wait, are made, or are unknown.");
-    for (const auto& [name, till] : api.tills()) {
+    for (const QString& name : std::as_const(names)) {
         for (const DocumentState state :
             {DocumentState::Queued, DocumentState::Running, DocumentState::Unknown})
             text.add({{registerLabel, name}, {"state", sale::stateName(state)}},
@@ -82,14 +88,14 @@ void addQueues(Text& text, const Api& api)
     }
     const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     text.describe("frserver_oldest_queued_seconds", "gauge", "How long the oldest document has waited.");
-    for (const auto& [name, till] : api.tills()) {
+    for (const QString& name : std::as_const(names)) {
         const QDateTime oldest = api.openDocuments().oldestQueued(name);
         text.add(
             {{registerLabel, name}}, oldest.isValid() ? static_cast<double>(oldest.msecsTo(now)) / 1000 : 0);
     }
 }
 
-void addPools(Text& text, const Api& api)
+void addPools(Text& text, const Api& api, const Views& views)
 {
     const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     text.describe("frserver_pool_queued_documents", "gauge", "Documents that no register has claimed yet.");
@@ -103,8 +109,8 @@ void addPools(Text& text, const Api& api)
     text.describe("frserver_pool_absent", "gauge",
         "1 for a register that takes nothing from its pool, and why; 0 for one that does.");
     for (const auto& [name, pool] : api.pools()) {
-        for (const auto& [registerName, till] : api.tills()) {
-            const std::optional<QJsonObject> member = memberView(till->view(), name);
+        for (const auto& [registerName, view] : views) {
+            const std::optional<QJsonObject> member = memberView(view, name);
             const QString why = member ? member->value(QStringLiteral("absent")).toString() : QString();
             if (member)
                 text.add({{poolLabel, name}, {registerLabel, registerName}, {"reason", why}},
@@ -113,12 +119,11 @@ void addPools(Text& text, const Api& api)
     }
 }
 
-void addStates(Text& text, const Api& api)
+void addStates(Text& text, const Views& views)
 {
     text.describe(
         "frserver_register_state", "gauge", "1 for the state of the register, and what it waits for.");
-    for (const auto& [name, till] : api.tills()) {
-        const QJsonObject view = till->view();
+    for (const auto& [name, view] : views) {
         text.add({{registerLabel, name}, {"state", view.value(QStringLiteral("state")).toString()},
                      {"waiting", view.value(QStringLiteral("waiting")).toString()}},
             1);
@@ -192,15 +197,25 @@ constexpr ToldGauge toldGauges[] = {
         }},
 };
 
+/// A counter begins anew with each service that works the register.
+Labels labelsOf(const ToldGauge& gauge, const QString& name, const QJsonObject& view)
+{
+    Labels labels{{registerLabel, name}};
+    const QString service = view.value(QStringLiteral("service")).toString();
+    if (!service.isEmpty() && QByteArray(gauge.type) == "counter")
+        labels.append({"service", service});
+    return labels;
+}
+
 /// How many documents a drive still takes is told by no register; that it ends is.
-void addDriveWarnings(Text& text, const Api& api)
+void addDriveWarnings(Text& text, const Views& views)
 {
     constexpr std::pair<const char*, int> warnings[]
         = {{"replace", 1}, {"resource", 2}, {"memory", 4}, {"operator", 8}};
     text.describe("frserver_drive_warning", "gauge",
         "1 for what the fiscal drive warns of: replace at once, resource ends, memory full, operator silent.");
-    for (const auto& [name, till] : api.tills()) {
-        const QJsonValue told = conditionOf(till->view(), "driveWarnings");
+    for (const auto& [name, view] : views) {
+        const QJsonValue told = conditionOf(view, "driveWarnings");
         for (const auto& [warning, bit] : warnings) {
             if (told.isDouble())
                 text.add({{registerLabel, name}, {"warning", QString::fromLatin1(warning)}},
@@ -209,21 +224,21 @@ void addDriveWarnings(Text& text, const Api& api)
     }
 }
 
-void addTold(Text& text, const Api& api)
+void addTold(Text& text, const Views& views)
 {
     for (const ToldGauge& gauge : toldGauges) {
         text.describe(gauge.name, gauge.type, gauge.help);
-        for (const auto& [name, till] : api.tills()) {
-            const QJsonValue value = gauge.value(till->view());
+        for (const auto& [name, view] : views) {
+            const QJsonValue value = gauge.value(view);
             if (value.isDouble() || value.isBool())
-                text.add({{registerLabel, name}}, value.isBool() ? value.toBool() : value.toDouble());
+                text.add(labelsOf(gauge, name, view), value.isBool() ? value.toBool() : value.toDouble());
         }
     }
-    addDriveWarnings(text, api);
+    addDriveWarnings(text, views);
     text.describe("frserver_alarm", "gauge", "1 for each alarm of the register.");
-    for (const auto& [name, till] : api.tills()) {
+    for (const auto& [name, view] : views) {
         QStringList kinds;
-        const QJsonArray alarms = till->view().value(QStringLiteral("alarms")).toArray();
+        const QJsonArray alarms = view.value(QStringLiteral("alarms")).toArray();
         for (const auto& alarm : alarms)
             kinds.append(alarm.toObject().value(QStringLiteral("kind")).toString());
         kinds.removeDuplicates();
@@ -241,9 +256,12 @@ QByteArray metricsText(const Api& api)
     text.add({{"version", QString::fromLatin1(api.settings().version)}}, 1);
     addEndings(text, api.openDocuments());
     addQueues(text, api);
-    addPools(text, api);
-    addStates(text, api);
-    addTold(text, api);
+    Views views;
+    for (const auto& [name, till] : api.tills())
+        views.emplace(name, till->view());
+    addPools(text, api, views);
+    addStates(text, views);
+    addTold(text, views);
     return text.text();
 }
 

@@ -14,16 +14,19 @@ using http::Answer;
 using http::Request;
 using http::Response;
 
-/// What a token that sells may not see of others is left out.
+/// Without what a token that sells may not see of others.
 QJsonObject viewFor(const Api& api, const Request& request, const Till& till)
 {
-    const QString member = QStringLiteral("lastReceipt");
     QJsonObject view = api.registerView(till);
-    const QJsonObject last = view.value(member).toObject();
-    const QString id = last.value(QStringLiteral("id")).toString();
-    const QString pool = last.value(QStringLiteral("pool")).toString();
-    if (!id.isEmpty() && !rights::maySee(api, request, id, till.settings().name, pool))
-        view.insert(member, QJsonValue());
+    // Whoever may use the register sees what is made at it, whichever pool that came from.
+    const auto hide = [&](const QString& member, const QString& id) {
+        if (!id.isEmpty() && !rights::maySee(api, request, id, till.settings().name, {}))
+            view.insert(member, QJsonValue());
+    };
+    const QString receipt = QStringLiteral("lastReceipt");
+    const QString document = QStringLiteral("document");
+    hide(receipt, view.value(receipt).toObject().value(QStringLiteral("id")).toString());
+    hide(document, view.value(document).toString());
     return view;
 }
 
@@ -34,7 +37,14 @@ Answer listRegisters(Api& api, const Request& request)
         if (rights::mayUse(request, name))
             registers.append(viewFor(api, request, *till));
     }
-    return Response::json(QJsonObject{{QStringLiteral("registers"), registers}});
+    QJsonArray missing;
+    for (const QString& name : api.missingRegisters()) {
+        if (rights::mayUse(request, name))
+            missing.append(
+                QJsonObject{{QStringLiteral("name"), name}, {QStringLiteral("queue"), api.queueView(name)}});
+    }
+    return Response::json(
+        QJsonObject{{QStringLiteral("registers"), registers}, {QStringLiteral("notConfigured"), missing}});
 }
 
 Answer showRegister(Api& api, const Request& request)
@@ -55,9 +65,22 @@ QString byOf(const Request& request, const QJsonObject& body)
     return by.isEmpty() ? rights::callerName(request) : by;
 }
 
-Answer pause(Api& api, const Request& request)
+/// An order that nobody takes is refused: it would be followed at a time when nobody expects it.
+Till& reachableTill(const Api& api, const Request& request)
 {
     Till& till = tillOf(api, request);
+    if (till.isReachable())
+        return till;
+    const QString text = till.view().value(QStringLiteral("waitingText")).toString();
+    throw http::Problem(503, QStringLiteral("unreachable"),
+        QStringLiteral("The service that works the register does not answer"),
+        text + QStringLiteral(". Nothing was changed."))
+        .withHeader("Retry-After", "10");
+}
+
+Answer pause(Api& api, const Request& request)
+{
+    Till& till = reachableTill(api, request);
     till.pause(byOf(request, bodyOf(request)));
     audit(request, QStringLiteral("paused ") + till.settings().name);
     return api.whenPaused(till, request.preferredWait());
@@ -65,15 +88,15 @@ Answer pause(Api& api, const Request& request)
 
 Answer resume(Api& api, const Request& request)
 {
-    Till& till = tillOf(api, request);
+    Till& till = reachableTill(api, request);
     till.resume(byOf(request, bodyOf(request)));
     audit(request, QStringLiteral("resumed ") + till.settings().name);
-    return Response::json(api.registerView(till));
+    return Response::json(api.registerView(till), till.isHere() ? 200 : 202);
 }
 
 Answer acceptRegister(Api& api, const Request& request)
 {
-    Till& till = tillOf(api, request);
+    Till& till = reachableTill(api, request);
     const QJsonObject body = bodyOf(request);
     const QString note = body.value(QStringLiteral("note")).toString().trimmed();
     if (note.isEmpty())

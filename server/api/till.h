@@ -35,6 +35,10 @@ public:
     Till& operator=(const Till&) = delete;
 
     const Settings& settings() const { return m_settings; }
+    /// This service works it; otherwise another one does, or did.
+    virtual bool isHere() const { return true; }
+    /// The service that works it is there, as far as is known.
+    virtual bool isReachable() const { return true; }
     /// "state", "waiting" (null when it waits for nothing) and what else is known of it.
     virtual QJsonObject view() const = 0;
 
@@ -49,6 +53,9 @@ public:
     /// A person has looked at what keeps it from selling: another drive, documents that the journal does not
     /// know.
     virtual void accept(const QString& by, const QString& note) = 0;
+
+protected:
+    void setSettings(const Settings& settings) { m_settings = settings; }
 
 private:
     Settings m_settings;

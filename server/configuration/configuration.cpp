@@ -74,6 +74,8 @@ private:
                 note(section.line, QStringLiteral("tls-certificate and tls-key go together"));
         } else if (section.name == QStringLiteral("store")) {
             takeEntries(section, storeKeys(), service);
+            if (!hasKey(section, "url"))
+                note(section.line, QStringLiteral("[store] needs a url"));
             m_storeLine = section.line;
         } else if (section.name == QStringLiteral("webhook")) {
             takeEntries(section, webhookKeys(), service);

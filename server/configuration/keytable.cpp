@@ -238,6 +238,13 @@ void takeStoreUrl(const QString& value, ServiceSettings& settings)
     settings.storeUrl = value;
 }
 
+void takeLease(const QString& value, ServiceSettings& settings)
+{
+    constexpr int least = 3;
+    constexpr int most = 600;
+    settings.leaseSeconds = numberUpTo(value, least, most);
+}
+
 void takeWebhookUrl(const QString& value, ServiceSettings& settings)
 {
     const QUrl url(value, QUrl::StrictMode);
@@ -301,7 +308,7 @@ const QList<KeyRow<ServiceSettings>>& serviceKeys()
 
 const QList<KeyRow<ServiceSettings>>& storeKeys()
 {
-    static const QList<KeyRow<ServiceSettings>> rows{{"url", takeStoreUrl}};
+    static const QList<KeyRow<ServiceSettings>> rows{{"url", takeStoreUrl}, {"lease", takeLease}};
     return rows;
 }
 

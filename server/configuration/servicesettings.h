@@ -16,6 +16,8 @@ struct ServiceSettings
     QString journal = {};
     /// The database of many machines in its stead; empty without one.
     QString storeUrl = {};
+    /// Seconds for which a register is this service's, unless it says so anew.
+    int leaseSeconds = 15;
     /// Of the tokens; empty for the usual one.
     QString tokens = {};
     /// PEM files; empty for no TLS.

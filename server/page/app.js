@@ -161,7 +161,7 @@ async function showTrial(id) {
 // What is shown.
 
 async function updateRegisters() {
-    const [{ registers: all }, { pools: told }] = await Promise.all([api.get("/registers"), api.get("/pools")]);
+    const [{ registers: all, notConfigured }, { pools: told }] = await Promise.all([api.get("/registers"), api.get("/pools")]);
     const names = all.map(({ name }) => name);
     const wasSame = told.map(({ name }) => name).join() === pools.names.join();
     pools.set(told);
@@ -173,7 +173,9 @@ async function updateRegisters() {
         [documents, receipt].forEach((part) => part.setRegisters(places));
         Object.assign(detail, { registers: names, pools: pools.names });
     }
-    attention.setRegisters(registers.all);
+    attention.setRegisters(registers.all, notConfigured);
+    if (registers.all.some(isLost))
+        readUnknown();
 }
 
 async function updateRights() {
@@ -181,9 +183,15 @@ async function updateRights() {
     document.body.dataset.role = role;
 }
 
+const isLost = ({ state, queue }) => state === "unreachable" && queue.running > 0;
+
 async function updateUnknown() {
-    const { documents: unknown } = await api.get("/documents", { state: "unknown", limit: MOST_UNKNOWN });
-    attention.setDocuments(unknown);
+    // What was begun at a register whose service is gone is nobody's but a person's to tell.
+    const lost = registers.all.filter(isLost);
+    const lists = await Promise.all([{ state: "unknown" },
+        ...lost.map(({ name }) => ({ state: "running", register: name }))]
+        .map((query) => api.get("/documents", { ...query, limit: MOST_UNKNOWN })));
+    attention.setDocuments(lists.flatMap(({ documents: found }) => found));
 }
 
 function readAll() {
@@ -207,6 +215,8 @@ const news = {
     register({ register: name, ...view }) {
         const register = { ...view, name };
         const before = registers.known.get(name);
+        if (!before)
+            readRegisters();
         registers.update(register);
         pools.note(register);
         attention.setRegisters(registers.all);

@@ -5,6 +5,7 @@ import { has, language, t } from "./i18n.js";
 
 const TONES = {
     issued: "good", notIssued: "warn", unknown: "bad", ready: "good", making: "good", waiting: "bad", stopped: "bad",
+    unreachable: "bad",
     paused: "warn", pausing: "warn", starting: "warn", stopping: "warn",
 };
 
@@ -29,9 +30,11 @@ export function documentState({ state, reason, waiting }) {
     return reason ? `${named("state", state)}: ${reasonName(reason)}` : named("state", state);
 }
 
-export function registerState({ state, waiting, pausedBy, pausedSince }) {
+export function registerState({ state, waiting, pausedBy, pausedSince, owner }) {
     if (state === "waiting")
         return t("waitingFor", { what: waitingName(waiting) });
+    if (state === "standby" && owner)
+        return `${named("works", state)} (${owner.host})`;
     return pausedBy ? `${named("works", state)} (${pausedBy}, ${moment(pausedSince)})` : named("works", state);
 }
 

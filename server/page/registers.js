@@ -32,7 +32,8 @@ class RegisterCard {
         this.x.disabled = isBusy(`xReport:${register.name}`);
         this.z.disabled = isBusy(`zReport:${register.name}`);
         this.facts.replaceChildren(...facts([paper(register), shift(register), lastReceipt(register), queue(register),
-            unsent(register), drive(register), pools(register), ...alarms(register), ["model", modelText(register)]]));
+            unsent(register), drive(register), pools(register), ...alarms(register), ["model", modelText(register)],
+            ["service", register.service], told(register)]));
     }
 }
 
@@ -90,6 +91,10 @@ function pools({ pools: served }) {
 }
 
 const alarms = ({ alarms: told }) => (told ?? []).map(({ text }) => ["alarm", russian(text), "bad"]);
+
+function told({ state, toldAge }) {
+    return ["told", state === "unreachable" ? t("toldBefore", { minutes: Math.floor(toldAge / 60) }) : null, "bad"];
+}
 
 const modelText = ({ identity }) => [identity?.model, identity?.serial].filter(Boolean).join(", ");
 

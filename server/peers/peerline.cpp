@@ -55,11 +55,6 @@ void PeerLine::flush()
     notify(together);
 }
 
-void PeerLine::hold()
-{
-    ask([](sale::SqlConnection& connection) { connection.value(QStringLiteral("SELECT 1")); });
-}
-
 /// In no transaction with anything else: those of which each says something end one after the other.
 void PeerLine::notify(const QByteArrayList& messages)
 {

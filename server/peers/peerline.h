@@ -24,8 +24,10 @@ public:
     const QString& id() const { return m_id; }
     /// To all others, with what else is said meanwhile.
     void say(const QJsonObject& message);
-    /// One that was lost is made anew.
-    void hold();
+    /// What is to be said is said.
+    void flush();
+    /// For a question that somebody waits for; throws sale::JournalError.
+    sale::SqlConnection& connection() { return m_connection; }
     /// Of the database, unless it has not answered some seconds ago: nobody is to wait for that again and
     /// again. Whether all was answered.
     bool ask(const std::function<void(sale::SqlConnection&)>& questions);
@@ -35,7 +37,6 @@ Q_SIGNALS:
 
 private:
     void hear(const QString& text);
-    void flush();
     void notify(const QByteArrayList& messages);
 
     const QString m_id;

@@ -1,48 +1,239 @@
 #include "peers/peers.h"
 
+#include "peers/peerlog.h"
 #include "peers/saiddocument.h"
 
 #include "api/api.h"
+
+#include <algorithm>
 
 namespace frserver {
 
 namespace {
 
-constexpr std::chrono::seconds lookTime(3);
+constexpr std::chrono::seconds tickTime(1);
+/// In ticks.
+constexpr int lookTicks = 3;
+/// A service that is there tells so each time it looks.
+constexpr std::chrono::seconds leastSilence(2 * lookTicks);
+/// What nobody watches, such as counts of exchanges, is told so often.
+constexpr int tellAllTicks = 15;
+/// In which what is to be read is collected.
+constexpr std::chrono::milliseconds readPause(200);
+
 const QString documentName = QStringLiteral("document");
+const QString registersName = QStringLiteral("registers");
+const QString goneName = QStringLiteral("gone");
+const QString ordersName = QStringLiteral("orders");
+const QString orderName = QStringLiteral("order");
+const QString registerName = QStringLiteral("register");
+
+/// They grow for whoever reads them.
+QJsonObject withoutAges(QJsonObject view)
+{
+    const QStringList members = view.keys();
+    for (const QString& member : members) {
+        if (member.endsWith(QStringLiteral("Age")))
+            view.remove(member);
+    }
+    return view;
+}
 
 } // namespace
 
-Peers::Peers(const sale::PostgresPlace& place, Api& api, sale::DocumentStore& store)
+Peers::Peers(
+    const sale::PostgresPlace& place, Api& api, sale::DocumentStore& store, std::chrono::seconds lease)
     : m_api(api)
+    , m_longestSilence(std::max(lease, leastSilence))
     , m_line(place)
     , m_sweep(api, store)
 {
     connect(&m_line, &PeerLine::heard, this, &Peers::hear);
-    connect(&m_timer, &QTimer::timeout, this, &Peers::look);
+    connect(&m_timer, &QTimer::timeout, this, &Peers::tick);
+    m_reading.setSingleShot(true);
+    connect(&m_reading, &QTimer::timeout, this, &Peers::read);
     m_api.onChange([this](const sale::StoredDocument& document) { sayDocument(document); });
+    m_api.onRegisterChange([this](const QString& name) { m_changed.insert(name); });
 }
 
-void Peers::start()
+Peers::~Peers()
 {
-    m_timer.start(lookTime);
+    m_api.onChange({});
+    m_api.onRegisterChange({});
+    m_line.ask([this](sale::SqlConnection& connection) { rackboard::leave(connection, m_line.id()); });
+    m_line.say({{registersName, goneName}});
+    m_line.flush();
+}
+
+RackTill& Peers::add(const Till::Settings& settings, Till* own)
+{
+    std::unique_ptr<RackTill>& till = m_tills[settings.name];
+    till = std::make_unique<RackTill>(
+        settings, own,
+        [this](const RackTill& ordered, const QJsonObject& content) { order(ordered, content); },
+        m_longestSilence);
+    m_api.add(*till);
+    return *till;
+}
+
+void Peers::add(Till& till)
+{
+    add(till.settings(), &till);
+    m_changed.insert(till.settings().name);
+}
+
+void Peers::start(const QString& name)
+{
+    m_name = name;
+    for (const auto& [one, till] : m_tills)
+        till->setServiceName(name);
+    m_line.ask(rackboard::tidy);
+    look();
+    tell();
+    m_timer.start(tickTime);
+}
+
+void Peers::tick()
+{
+    ++m_ticks;
+    if (m_ticks % lookTicks == 0)
+        look();
+    if (m_ticks % tellAllTicks == 0) {
+        for (const auto& [name, till] : m_tills)
+            m_changed.insert(name);
+    }
+    tell();
 }
 
 void Peers::look()
 {
+    m_line.ask([this](sale::SqlConnection& connection) { rackboard::beat(connection, m_line.id(), m_name); });
+    read();
+    noteSilences();
     m_sweep.begin();
-    m_line.hold();
+}
+
+/// What the others do not know of this service's registers.
+QList<rackboard::Entry> Peers::news()
+{
+    QList<rackboard::Entry> entries;
+    for (const QString& name : std::as_const(m_changed)) {
+        const RackTill& till = *m_tills.at(name);
+        if (!till.isOwn()) {
+            m_told.remove(name);
+            continue;
+        }
+        const QJsonObject view = till.view();
+        if (withoutAges(view) == m_told.value(name))
+            continue;
+        m_told.insert(name, withoutAges(view));
+        entries.append({till.settings(), view});
+    }
+    return entries;
+}
+
+void Peers::tell()
+{
+    const QList<rackboard::Entry> entries = news();
+    const bool isTold = m_line.ask([this, &entries](sale::SqlConnection& connection) {
+        rackboard::tell(connection, m_line.id(), entries);
+    });
+    if (isTold) {
+        m_changed.clear();
+        if (!entries.isEmpty())
+            m_line.say({{registersName, true}});
+        return;
+    }
+    // All of it again when the database answers.
+    for (const rackboard::Entry& entry : entries)
+        m_told.remove(entry.settings.name);
+}
+
+void Peers::read()
+{
+    m_line.ask([this](sale::SqlConnection& connection) {
+        for (const ToldRegister& told : rackboard::registers(connection, m_read))
+            take(told);
+        for (const auto& [name, content] : rackboard::takeOrders(connection, m_line.id()))
+            obey(name, content);
+    });
+}
+
+/// Also that nothing more is heard of one.
+void Peers::noteSilences()
+{
+    m_line.ask([this](sale::SqlConnection& connection) {
+        const QHash<QString, double> silences = rackboard::silences(connection);
+        for (const auto& [name, till] : m_tills) {
+            const auto silence = silences.constFind(till->service());
+            if (!till->service().isEmpty())
+                till->noteSilence(silence == silences.cend() ? std::nullopt : std::optional(*silence));
+        }
+    });
+    for (const auto& [name, till] : m_tills) {
+        if (!till->isHere())
+            m_api.registerChanged(name);
+    }
+}
+
+void Peers::take(const ToldRegister& told)
+{
+    if (told.service == m_line.id())
+        return;
+    const auto known = m_tills.find(told.settings.name);
+    RackTill& till = known == m_tills.end() ? add(told.settings, nullptr) : *known->second;
+    till.tell(told);
+    // It has told this just now.
+    till.noteSilence(told.age);
+    m_api.registerChanged(told.settings.name);
+}
+
+void Peers::order(const RackTill& till, const QJsonObject& content)
+{
+    if (rackorder::isPassing(content)) {
+        m_line.say({{orderName, content}, {registerName, till.settings().name}});
+        return;
+    }
+    if (const QString id = rackorder::settledId(content); !id.isEmpty() && !till.isReachable()) {
+        // Whoever asks wants to be told later.
+        QTimer::singleShot(0, this, [this, id] { m_api.lookAt(id); });
+        return;
+    }
+    rackboard::order(m_line.connection(), till.service(), {till.settings().name, content});
+    m_line.say({{ordersName, till.service()}});
+}
+
+void Peers::obey(const QString& name, const QJsonObject& content)
+{
+    const auto till = m_tills.find(name);
+    if (till == m_tills.end() || !till->second->isHere())
+        return;
+    if (rackorder::isPassing(content))
+        m_awaited.insert(content.value(QStringLiteral("id")).toString(), name);
+    till->second->obey(content);
 }
 
 void Peers::hear(const QJsonObject& message)
 {
     if (const QJsonObject document = message.value(documentName).toObject(); !document.isEmpty())
         m_api.heard(documentSaid(document));
+    if (message.contains(orderName))
+        obey(message.value(registerName).toString(), message.value(orderName).toObject());
+    const bool areOrders = message.value(ordersName).toString() == m_line.id();
+    // Of one that is gone, too.
+    if (message.contains(registersName) && message.value(registersName) == goneName)
+        noteSilences();
+    if ((areOrders || message.contains(registersName)) && !m_reading.isActive())
+        m_reading.start(areOrders ? std::chrono::milliseconds(0) : readPause);
 }
 
 void Peers::sayDocument(const sale::StoredDocument& document)
 {
     m_line.say({{documentName, saidDocument(document)}});
+    // The service of whoever waited for it may be gone.
+    const QString awaitedAt = isFinal(document.state) ? m_awaited.take(document.request.id) : QString();
+    if (const auto till = m_tills.find(awaitedAt); till != m_tills.end())
+        till->second->setAwaited(document.request.id, false);
 }
 
 } // namespace frserver

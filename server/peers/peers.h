@@ -2,6 +2,13 @@
 
 #include "api/opensweep.h"
 #include "peers/peerline.h"
+#include "peers/rackboard.h"
+#include "peers/racktill.h"
+
+#include <QSet>
+
+#include <map>
+#include <memory>
 
 namespace sale {
 struct StoredDocument;
@@ -16,21 +23,48 @@ class Api;
 class Peers : public QObject
 {
 public:
-    /// The interface and the store must outlive it. Throws sale::JournalError.
-    Peers(const sale::PostgresPlace& place, Api& api, sale::DocumentStore& store);
+    /// A service that has told nothing for as long as a lease is taken for dead. Interface and store must
+    /// outlive it. Throws sale::JournalError.
+    Peers(const sale::PostgresPlace& place, Api& api, sale::DocumentStore& store, std::chrono::seconds lease);
+    /// The others know at once that this service is gone.
+    ~Peers() override;
 
-    void start();
+    /// A register that this service works, or would; must outlive it.
+    void add(Till& till);
+    /// The name is for people.
+    void start(const QString& name);
     /// Of itself every few seconds: what was not heard.
     void look();
 
 private:
     void hear(const QJsonObject& message);
     void sayDocument(const sale::StoredDocument& document);
+    void order(const RackTill& till, const QJsonObject& content);
+    void obey(const QString& registerName, const QJsonObject& content);
+    RackTill& add(const Till::Settings& settings, Till* own);
+    void tick();
+    void tell();
+    QList<rackboard::Entry> news();
+    void read();
+    void noteSilences();
+    void take(const ToldRegister& told);
 
     Api& m_api;
+    const std::chrono::seconds m_longestSilence;
     PeerLine m_line;
     OpenSweep m_sweep;
+    QString m_name;
+    std::map<QString, std::unique_ptr<RackTill>> m_tills;
+    /// Of registers of this service: what the others know, without what grows by itself.
+    QHash<QString, QJsonObject> m_told;
+    /// That may have changed since.
+    QSet<QString> m_changed;
+    /// Documents that others wait for, and their registers.
+    QHash<QString, QString> m_awaited;
+    rackboard::Reading m_read;
     QTimer m_timer;
+    QTimer m_reading;
+    int m_ticks = 0;
 };
 
 } // namespace frserver

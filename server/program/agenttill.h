@@ -17,6 +17,7 @@ public:
     {
     }
 
+    bool isHere() const override { return m_agent.isOwner(); }
     QJsonObject view() const override
     {
         QJsonObject view = m_agent.view();

@@ -41,7 +41,19 @@ pid_t holderOf(int file)
     throw std::runtime_error((QFile::decodeName(file) + QStringLiteral(": ") + reason).toStdString());
 }
 
+[[noreturn]] void refuseServed(const QString& journal, qint64 process)
+{
+    refuse(fileOf(journal), QStringLiteral("process %1 serves from this journal").arg(process));
+}
+
 } // namespace
+
+void requireNobodyServes(const QString& journal)
+{
+    const RunFile::Running running = RunFile::read(journal);
+    if (running.process != 0)
+        refuseServed(journal, running.process);
+}
 
 RunFile::RunFile(const QString& journal)
     : m_file(::open(fileOf(journal).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0660))
@@ -59,7 +71,7 @@ RunFile::RunFile(const QString& journal)
     }
     const pid_t holder = holderOf(m_file);
     ::close(m_file);
-    refuse(fileOf(journal), QStringLiteral("process %1 serves from this journal").arg(holder));
+    refuseServed(journal, holder);
 }
 
 RunFile::~RunFile()

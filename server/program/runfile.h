@@ -57,4 +57,7 @@ private:
     Running m_running;
 };
 
+/// Throws std::runtime_error when a service of this machine has the journal.
+void requireNobodyServes(const QString& journal);
+
 } // namespace frserver

@@ -2,11 +2,16 @@
 
 #include "driverplugin.h"
 #include "journalplace.h"
+#include "portname.h"
 #include "postgres/openstore.h"
+#include "rack/leasedownership.h"
+#include "rack/soleownership.h"
 #include "rack/workerprocess.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QSysInfo>
+#include <QUrl>
 
 namespace frserver {
 
@@ -38,9 +43,23 @@ QList<RegisterSettings> registersOf(const Configuration& configuration)
     return registers;
 }
 
-Api::Settings apiSettings(const ServiceSettings& settings)
+/// One that shares the journal with no other machine has its registers for itself.
+std::shared_ptr<Ownership> ownershipOf(const Configuration& configuration, const QString& journal)
 {
-    return {.queueLimit = settings.queueLimit, .version = QCoreApplication::applicationVersion().toUtf8()};
+    if (!sale::isShared(journal))
+        return std::make_shared<SoleOwnership>();
+    QList<sale::RegisterLeases::Wish> wishes;
+    for (const RegisterSettings& settings : configuration.registers)
+        wishes.append({settings.name, !devices::isTcpName(settings.port)});
+    return std::make_shared<LeasedOwnership>(
+        sale::PostgresPlace::of(journal), wishes, std::chrono::seconds(configuration.service.leaseSeconds));
+}
+
+Api::Settings apiSettings(const ServiceSettings& settings, const QString& journal)
+{
+    return {.queueLimit = settings.queueLimit,
+        .version = QCoreApplication::applicationVersion().toUtf8(),
+        .isShared = sale::isShared(journal)};
 }
 
 Till::Settings tillSettings(const RegisterSettings& settings)
@@ -59,18 +78,23 @@ Service::Service(const Configuration& configuration, const QString& journal)
     , m_outbox(journal, patienceMs)
     , m_kept(journal, patienceMs)
     , m_tokens(tokenFile(configuration.service, journal))
-    , m_rack(registersOf(configuration), *m_store, createWorker, {.journal = journal, .kept = &m_kept})
+    , m_rack(registersOf(configuration), *m_store, createWorker,
+          {.journal = journal, .ownership = ownershipOf(configuration, journal), .kept = &m_kept})
     , m_dispatch(configuration.pools, m_rack, *m_store)
     , m_pictures({.plugins = pluginPlaces(configuration.service)})
-    , m_api(*m_store, m_owners, apiSettings(configuration.service))
+    , m_api(*m_store, m_owners, apiSettings(configuration.service, journal))
     , m_server(m_api.site())
 {
     m_api.setPainter(m_pictures);
     m_store->requireHere();
+    if (sale::isShared(journal))
+        m_peers = std::make_unique<Peers>(sale::PostgresPlace::of(journal), m_api, *m_store,
+            std::chrono::seconds(configuration.service.leaseSeconds));
     for (const auto& [name, agent] : m_rack.agents())
         add(*agent);
     for (const PoolSettings& settings : configuration.pools)
         add(settings);
+    m_api.warnOfMissing();
     QObject::connect(
         &m_rack, &Rack::documentChanged, &m_rack, [this](const QString& id) { m_api.documentChanged(id); });
     QObject::connect(&m_dispatch, &PoolDispatch::documentClaimed, &m_dispatch,
@@ -80,8 +104,6 @@ Service::Service(const Configuration& configuration, const QString& journal)
     QObject::connect(&m_rack, &Rack::registerChanged, &m_rack,
         [this](const QString& name) { m_api.registerChanged(name); });
     startWebhook(configuration.service);
-    if (sale::isShared(journal))
-        m_peers = std::make_unique<Peers>(sale::PostgresPlace::of(journal), m_api, *m_store);
 }
 
 QString Service::tokenFile(const ServiceSettings& settings, const QString& journal)
@@ -96,7 +118,10 @@ QString Service::tokenFile(const ServiceSettings& settings, const QString& journ
 void Service::add(RegisterAgent& agent)
 {
     m_tills.push_back(std::make_unique<AgentTill>(tillSettings(agent.settings()), agent, m_dispatch));
-    m_api.add(*m_tills.back());
+    if (m_peers)
+        m_peers->add(*m_tills.back());
+    else
+        m_api.add(*m_tills.back());
 }
 
 void Service::add(const PoolSettings& settings)
@@ -147,7 +172,7 @@ void Service::start(const ListenAddress& listen)
     m_rack.start();
     m_dispatch.start();
     if (m_peers)
-        m_peers->start();
+        m_peers->start(QSysInfo::machineHostName() + QLatin1Char(':') + QString::number(QUrl(url()).port()));
 }
 
 void Service::stop(const std::function<void()>& stopped)

@@ -20,6 +20,7 @@ Rack::Rack(const QList<RegisterSettings>& registers, sale::DocumentStore& store,
     const WorkerFactory& createWorker, const RegisterAgent::Options& options)
     : m_store(store)
     , m_clock(options.clock)
+    , m_ownership(options.ownership)
 {
     for (const RegisterSettings& settings : registers) {
         auto& agent = m_agents[settings.name];
@@ -47,6 +48,7 @@ Rack::Rack(const QList<RegisterSettings>& registers, sale::DocumentStore& store,
 void Rack::start()
 {
     m_timer.start();
+    m_ownership->look();
     for (const auto& [name, agent] : m_agents)
         agent->start();
 }
@@ -61,6 +63,8 @@ void Rack::stop()
 
 void Rack::look()
 {
+    // First: what the database keeps waiting later must not cost the registers.
+    m_ownership->look();
     expire();
     for (const auto& [name, agent] : m_agents)
         agent->look();

@@ -41,6 +41,7 @@ private:
 
     sale::DocumentStore& m_store;
     const AgentClock m_clock;
+    const std::shared_ptr<Ownership> m_ownership;
     std::map<QString, std::unique_ptr<RegisterAgent>> m_agents;
     QTimer m_timer;
 };

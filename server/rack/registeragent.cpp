@@ -75,7 +75,10 @@ void RegisterAgent::resume()
 
 void RegisterAgent::accept(const QString& by, const QString& note)
 {
-    m_acceptance = Acceptance{by, note};
+    if (isOwner())
+        m_acceptance = Acceptance{by, note};
+    else
+        m_options.ownership->acceptMoved(name());
     m_retryAt = 0;
     advance();
 }
@@ -110,6 +113,7 @@ void RegisterAgent::hurry()
 
 void RegisterAgent::look()
 {
+    isOwner() ? tellLease() : leaveToOthers();
     const bool isSilent = m_request && steady() - m_request->heard >= m_options.longestSilence;
     const bool isHanging = m_endingSince && steady() - *m_endingSince >= m_options.longestSilence;
     if (isSilent || isHanging) {
@@ -122,29 +126,38 @@ void RegisterAgent::look()
 void RegisterAgent::advance()
 {
     const bool isIdle = !m_isStarted && !m_isStopping;
-    if (isIdle || m_isStopped || m_request || m_endingSince || (!m_isStopping && !recall()))
+    if (isIdle || m_isStopped || m_request || m_endingSince || (!m_isStopping && isOwner() && !recall()))
         return announce();
     if (m_isStopping || m_pausedBy)
         leave();
-    else if (steady() >= m_retryAt) {
-        if (!m_isAlive)
-            startWorker();
-        else if (m_acceptance)
-            request({.what = QStringLiteral("accept")},
-                {{QStringLiteral("by"), m_acceptance->by}, {QStringLiteral("note"), m_acceptance->note}});
-        else if (!m_isOpen) {
-            noteBegun();
-            request(
-                {.what = QStringLiteral("open")}, {{QStringLiteral("opensShift"), m_shift.mayOpen(now())}});
-        } else
-            advanceOpen();
-    }
+    else if (isOwner())
+        work();
+    else
+        standBy();
     if (!m_isOpen && !m_request) {
         // The register cannot be asked now, and whoever waits for that is told so.
         for (const QString& id : std::exchange(m_toSettle, {}))
             Q_EMIT documentChanged(id);
     }
     announce();
+}
+
+void RegisterAgent::work()
+{
+    if (std::exchange(m_isStandby, false))
+        unblock();
+    if (steady() < m_retryAt)
+        return;
+    if (!m_isAlive)
+        startWorker();
+    else if (m_acceptance)
+        request({.what = QStringLiteral("accept")},
+            {{QStringLiteral("by"), m_acceptance->by}, {QStringLiteral("note"), m_acceptance->note}});
+    else if (!m_isOpen) {
+        noteBegun();
+        request({.what = QStringLiteral("open")}, {{QStringLiteral("opensShift"), m_shift.mayOpen(now())}});
+    } else
+        advanceOpen();
 }
 
 void RegisterAgent::advanceOpen()
@@ -179,6 +192,7 @@ void RegisterAgent::endWorker()
 void RegisterAgent::finishStop()
 {
     m_isStopped = true;
+    m_options.ownership->release(name());
     announce();
     Q_EMIT stopped();
 }
@@ -202,6 +216,9 @@ void RegisterAgent::request(Request request, QJsonObject message)
     request.heard = m_triedAt = steady();
     message.insert(QStringLiteral("n"), request.number);
     message.insert(QStringLiteral("do"), request.what);
+    m_lease = m_options.ownership->lease(name());
+    if (!m_lease.isEmpty())
+        message.insert(QStringLiteral("lease"), m_lease);
     m_request = request;
     m_mayHoldPort = true;
     m_conditionDue = steady() + conditionMs;

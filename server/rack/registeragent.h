@@ -3,7 +3,9 @@
 #include "rack/agentclock.h"
 #include "rack/backoff.h"
 #include "rack/documentpick.h"
+#include "rack/ownership.h"
 #include "rack/shiftwatch.h"
+#include "rack/soleownership.h"
 #include "rack/waiting.h"
 #include "rack/worker.h"
 
@@ -33,6 +35,7 @@ public:
         /// File of the journal, for the worker.
         QString journal = {};
         AgentClock clock = AgentClock::system();
+        std::shared_ptr<Ownership> ownership = std::make_shared<SoleOwnership>();
         /// A worker that is at something and has said nothing for so many milliseconds is killed. A busy
         /// register may hold one exchange for 100 s.
         qint64 longestSilence = 120'000;
@@ -55,6 +58,8 @@ public:
     /// Behind the document under way, and without waiting for anything else; stopped follows.
     void stop();
     bool isStopped() const { return m_isStopped; }
+    /// Nobody else may work it.
+    bool isOwner() const { return m_options.ownership->isHeld(name()); }
     /// To be called every second or so: whatever time decides is decided here.
     void look();
 
@@ -69,7 +74,8 @@ public:
     /// another run of the service. Says who wants that.
     void pause(const QString& by);
     void resume();
-    /// A person says that another drive, or documents that the journal does not know, are all right.
+    /// A person says that another drive, documents that the journal does not know, or the machine that the
+    /// register stands at by now, are all right.
     void accept(const QString& by, const QString& note);
 
     /// What it would make now of what waits in pools.
@@ -80,12 +86,12 @@ public:
     const QJsonObject& identity() const { return m_identity; }
     const QJsonObject& toldCondition() const { return m_condition; }
 
-    /// "state" ("starting", "ready", "making", "waiting", "pausing", "paused", "stopping", "stopped") with
-    /// "since" and "stateAge" in seconds, "waiting" (Waiting::reason or null) and "waitingText", "pausedBy"
-    /// and "pausedSince", "document" (the id that is made), "identity" and "condition" as the register has
-    /// told them last, with "paper" as far as its documents tell, "conditionAge", "unsentSince" (as
-    /// seen by the service), "shift" ("open", "since"), "alarms" ("kind", "text"), "workerStarts",
-    /// "connections", "exchanges" ("count", "seconds").
+    /// "state" ("starting", "ready", "making", "waiting", "standby", "pausing", "paused", "stopping",
+    /// "stopped") with "since" and "stateAge" in seconds, "waiting" (Waiting::reason or null) and
+    /// "waitingText", "owner" ("host", "process", or null), "pausedBy" and "pausedSince", "document" (the id
+    /// that is made), "identity" and "condition" as the register has told them last, with "paper" as far as
+    /// its documents tell, "conditionAge", "unsentSince" (as seen by the service), "shift" ("open",
+    /// "since"), "alarms" ("kind", "text"), "workerStarts", "connections", "exchanges" ("count", "seconds").
     QJsonObject view() const;
 
 Q_SIGNALS:
@@ -126,11 +132,16 @@ private:
     };
 
     bool recall();
+    void forgetKept();
     void noteDrive(const QString& drive);
     QJsonObject toKeep() const;
     void keep();
     void advance();
+    void work();
     void advanceOpen();
+    void standBy();
+    void leaveToOthers();
+    void tellLease();
     void leave();
     void endWorker();
     void finishStop();
@@ -193,6 +204,10 @@ private:
     bool m_isAlive = false;
     /// The register was reached, and nothing has failed since.
     bool m_isOpen = false;
+    /// Somebody else works the register.
+    bool m_isStandby = false;
+    /// As the worker knows it.
+    QJsonObject m_lease;
     /// The worker may have port and lock.
     bool m_mayHoldPort = false;
     std::optional<QString> m_pausedBy;
@@ -235,11 +250,11 @@ private:
     QDateTime m_conditionTime;
     /// Over XML a register does not tell since when the OFD has not got its documents.
     QDateTime m_unsentSince;
-    /// Something since the register was reached.
-    bool m_hasPrinted = false;
     bool m_isUnsentTold = false;
     /// The drive's last document then; 0 when that was not told.
     qint64 m_unsentLast = 0;
+    /// Something since the register was reached.
+    bool m_hasPrinted = false;
     QString m_told;
     QDateTime m_since;
 };

@@ -8,6 +8,8 @@
 #include "documentanswer.h"
 #include "journalerror.h"
 
+#include <utility>
+
 namespace frserver {
 
 namespace {
@@ -54,6 +56,13 @@ bool RegisterAgent::recall()
         qCInfo(rackLog).noquote() << name() << "is paused still, by" << *m_pausedBy;
     }
     return true;
+}
+
+/// Another service may keep something else of it meanwhile.
+void RegisterAgent::forgetKept()
+{
+    if (std::exchange(m_isRecalled, false) && m_kept.contains(pausedByKey))
+        m_pausedBy.reset();
 }
 
 /// Another drive knows nothing of what was kept of the one before.
@@ -112,7 +121,7 @@ QJsonObject RegisterAgent::toKeep() const
 /// What cannot be written now is written later; the register goes on by what is known.
 void RegisterAgent::keep()
 {
-    if (m_options.kept == nullptr || !m_isRecalled)
+    if (m_options.kept == nullptr || !m_isRecalled || !isOwner())
         return;
     const QJsonObject state = toKeep();
     if (state == m_kept)

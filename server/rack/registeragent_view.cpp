@@ -40,6 +40,8 @@ QString RegisterAgent::state() const
     // Also while it is tried again.
     if (m_waiting)
         return QStringLiteral("waiting");
+    if (m_isStandby)
+        return QStringLiteral("standby");
     if (!m_isOpen)
         return QStringLiteral("starting");
     const bool isMaking = m_request && m_request->what == QStringLiteral("make");
@@ -49,6 +51,9 @@ QString RegisterAgent::state() const
 QJsonArray RegisterAgent::alarms() const
 {
     QJsonArray alarms;
+    // Whoever works it knows better.
+    if (m_isStandby)
+        return alarms;
     const bool isDue = m_shift.isEndDue(now(), steady());
     if (isDue && (m_pausedBy || !m_isOpen || m_waiting))
         alarms.append(alarm("shiftEnds", QStringLiteral("Z-отчёт пора снять, но касса сейчас недоступна")));
@@ -93,10 +98,12 @@ QJsonValue RegisterAgent::condition() const
 QJsonObject RegisterAgent::view() const
 {
     const bool isMaking = m_request && m_request->what == QStringLiteral("make");
+    const QJsonObject owner = m_options.ownership->owner(name());
     return {{QStringLiteral("state"), state()}, {QStringLiteral("since"), sale::momentJson(m_since)},
         {QStringLiteral("stateAge"), ageOf(m_since)},
         {QStringLiteral("waiting"), m_waiting ? QJsonValue(m_waiting->reason) : QJsonValue()},
         {QStringLiteral("waitingText"), m_waiting ? sale::textOrNull(m_waiting->text) : QJsonValue()},
+        {QStringLiteral("owner"), owner.isEmpty() ? QJsonValue() : QJsonValue(owner)},
         {QStringLiteral("pausedBy"), m_pausedBy ? QJsonValue(*m_pausedBy) : QJsonValue()},
         {QStringLiteral("pausedSince"), m_pausedBy ? sale::momentJson(m_pausedSince) : QJsonValue()},
         {QStringLiteral("document"), isMaking ? QJsonValue(m_request->id) : QJsonValue()},

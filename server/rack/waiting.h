@@ -5,7 +5,8 @@
 namespace frserver {
 
 /// What keeps a register from its next document: "paper", "cover", "line", "busy", "wrongRegister",
-/// "newDrive", "testDrive", "needsReview", "journal", "worker" and the other names of sale::ErrorKind.
+/// "newDrive", "testDrive", "otherMachine", "needsReview", "journal", "worker" and the other names of
+/// sale::ErrorKind.
 struct Waiting
 {
     QString reason;

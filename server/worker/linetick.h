@@ -12,18 +12,22 @@
 namespace frserver {
 
 /// Shows that the line is at work: at most some ten times a second, "written" or "read". Counts how long the
-/// register takes to answer.
+/// register takes to answer. Nothing goes over the line that may not.
 class LineTick : public devices::LineObserver
 {
 public:
-    explicit LineTick(const std::function<void(const char*)>& tell)
+    /// What mayGo throws keeps a line closed, or a request back.
+    explicit LineTick(const std::function<void(const char*)>& tell, const std::function<void()>& mayGo)
         : m_tell(tell)
+        , m_mayGo(mayGo)
     {
     }
 
+    void opening() override { m_mayGo(); }
     void opened() override { }
     void sent(const QByteArray&) override
     {
+        m_mayGo();
         // The rest of a request, or one that is sent again, is no other one.
         if (!m_asked.isValid())
             m_asked.start();
@@ -54,6 +58,7 @@ private:
     }
 
     std::function<void(const char*)> m_tell;
+    std::function<void()> m_mayGo;
     QElapsedTimer m_last;
     QElapsedTimer m_asked;
     ExchangeTimes m_times;

@@ -2,15 +2,27 @@
 
 #include "errorkind.h"
 #include "postgres/openstore.h"
+#include "postgres/postgresstore.h"
 
 namespace frserver {
 
 using sale::ErrorKind;
 
-PatientStore::PatientStore(const QString& place, bool closesShift)
+PatientStore::PatientStore(
+    const QString& place, bool closesShift, const WorkerLease& lease, const QString& registerName)
     : m_store(sale::openStore(place))
     , m_closesShift(closesShift)
+    , m_lease(lease)
 {
+    const std::optional<sale::LeasedRegister> given = lease.of(registerName);
+    m_shared = given ? dynamic_cast<sale::PostgresStore*>(m_store.get()) : nullptr;
+    if (m_shared != nullptr)
+        m_shared->writeAs(*given);
+}
+
+std::optional<sale::RegisterFence> PatientStore::fence()
+{
+    return m_shared == nullptr ? std::nullopt : std::optional(m_shared->fence());
 }
 
 void PatientStore::setPatientFor(const QString& id, bool mayHaveRestarted)
@@ -49,12 +61,14 @@ sale::StoredDocument PatientStore::accept(const sale::DocumentRequest& request, 
 
 std::optional<int> PatientStore::begin(const QString& id, const sale::AttemptStart& start)
 {
+    m_lease.require();
     return m_store->begin(id, start);
 }
 
 std::optional<int> PatientStore::acceptAndBegin(
     const sale::DocumentRequest& request, const sale::AttemptStart& start)
 {
+    m_lease.require();
     return m_store->acceptAndBegin(request, start);
 }
 

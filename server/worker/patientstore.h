@@ -1,9 +1,17 @@
 #pragma once
 
+#include "worker/workerlease.h"
+
 #include "errorkind.h"
+#include "postgres/registerfence.h"
 #include "sqlstore.h"
 
 #include <memory>
+#include <optional>
+
+namespace sale {
+class PostgresStore;
+}
 
 namespace frserver {
 
@@ -13,8 +21,12 @@ namespace frserver {
 class PatientStore : public sale::DocumentStore
 {
 public:
-    /// Of the journal at that place.
-    PatientStore(const QString& place, bool closesShift);
+    /// Of the journal at that place, written as the lease lets it, which must outlive it.
+    PatientStore(
+        const QString& place, bool closesShift, const WorkerLease& lease, const QString& registerName);
+
+    /// Where others may work the register, too.
+    std::optional<sale::RegisterFence> fence();
 
     /// What is made on the way to it, such as the opening of the shift, is not made later.
     void setPatientFor(const QString& id, bool mayHaveRestarted = false);
@@ -40,6 +52,9 @@ private:
 
     std::unique_ptr<sale::SqlStore> m_store;
     const bool m_closesShift;
+    const WorkerLease& m_lease;
+    /// The store, where several machines have it.
+    sale::PostgresStore* m_shared = nullptr;
     QString m_id;
     bool m_mayHaveRestarted = false;
     /// What it failed of last.

@@ -37,16 +37,31 @@ WorkerChannel::~WorkerChannel()
     ::close(m_output);
 }
 
-std::optional<QJsonObject> WorkerChannel::next()
+std::optional<QJsonObject> WorkerChannel::takeLine()
 {
-    qsizetype end = m_received.indexOf('\n');
-    for (; end < 0; end = m_received.indexOf('\n')) {
-        if (!receive())
-            return std::nullopt;
-    }
+    const qsizetype end = m_received.indexOf('\n');
+    if (end < 0)
+        return std::nullopt;
     const QByteArray line = m_received.left(end);
     m_received.remove(0, end + 1);
     return QJsonDocument::fromJson(line).object();
+}
+
+std::optional<QJsonObject> WorkerChannel::next()
+{
+    for (;;) {
+        if (const std::optional<QJsonObject> message = takeLine())
+            return message;
+        if (!receive())
+            return std::nullopt;
+    }
+}
+
+std::optional<QJsonObject> WorkerChannel::nextNow()
+{
+    pollfd entry{m_input, POLLIN, 0};
+    while (::poll(&entry, 1, 0) > 0 && (entry.revents & POLLIN) != 0 && read()) { }
+    return takeLine();
 }
 
 bool WorkerChannel::receive()
@@ -54,8 +69,11 @@ bool WorkerChannel::receive()
     std::array<pollfd, 2> entries{pollfd{m_input, POLLIN, 0}, pollfd{ending::descriptor(), POLLIN, 0}};
     if (::poll(entries.data(), entries.size(), -1) < 0)
         return errno == EINTR;
-    if (entries[1].revents != 0)
-        return false;
+    return entries[1].revents == 0 && read();
+}
+
+bool WorkerChannel::read()
+{
     std::array<char, 4096> bytes;
     const ssize_t count = ::read(m_input, bytes.data(), bytes.size());
     if (count > 0)

@@ -19,6 +19,8 @@ public:
 
     /// Waits for the next one; nothing when there will be none.
     std::optional<QJsonObject> next();
+    /// One that has come already.
+    std::optional<QJsonObject> nextNow();
     void send(const QJsonObject& message) const;
     /// Drops it rather than wait: no document is held up by a service that is slow to read.
     void sendIfRoom(const QJsonObject& message) const;
@@ -28,6 +30,8 @@ public:
 private:
     /// False at the end.
     bool receive();
+    bool read();
+    std::optional<QJsonObject> takeLine();
 
     const int m_input;
     const int m_output;

@@ -7,9 +7,16 @@
 namespace frserver {
 
 WorkerLoop::WorkerLoop()
-    : m_tick([this](const char* what) {
-        m_channel.sendIfRoom({{QStringLiteral("line"), QLatin1String(what)}});
+    : m_lease([this] {
+        // No other message comes before this one is answered.
+        while (const std::optional<QJsonObject> news = m_channel.nextNow())
+            takeLease(*news);
     })
+    , m_tick(
+          [this](const char* what) {
+              m_channel.sendIfRoom({{QStringLiteral("line"), QLatin1String(what)}});
+          },
+          [this] { m_lease.require(); })
 {
 }
 
@@ -17,6 +24,9 @@ int WorkerLoop::run()
 {
     try {
         while (const std::optional<QJsonObject> message = m_channel.next()) {
+            takeLease(*message);
+            if (!message->contains(QStringLiteral("do")))
+                continue;
             // Whatever it dies of from here on, it dies of that.
             m_channel.send({{QStringLiteral("at"), message->value(QStringLiteral("n"))}});
             m_channel.send(answer(*message));
@@ -48,11 +58,16 @@ QJsonObject WorkerLoop::answer(const QJsonObject& message)
     return answer;
 }
 
+void WorkerLoop::takeLease(const QJsonObject& message)
+{
+    m_lease.take(message.value(QStringLiteral("lease")).toObject());
+}
+
 void WorkerLoop::start(const QJsonObject& message)
 {
     m_session = std::make_unique<WorkerSession>(
         RegisterSettings::fromJson(message.value(QStringLiteral("register")).toObject()),
-        message.value(QStringLiteral("journal")).toString(), m_tick, [this] {
+        message.value(QStringLiteral("journal")).toString(), m_lease, m_tick, [this] {
             if (m_channel.isEnding())
                 throw WorkerEnding();
         });

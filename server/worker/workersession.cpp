@@ -12,14 +12,19 @@
 #include "exceptions.h"
 #include "journalerror.h"
 #include "pendingsales.h"
+#include "portname.h"
 #include "postgres/openstore.h"
 #include "queueddocument.h"
 #include "registerstart.h"
+#include "review.h"
+#include "reviewneeded.h"
 #include "testdrive.h"
 #include "wrongregister.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
+
+#include <utility>
 
 namespace frserver {
 
@@ -45,9 +50,10 @@ bool isLastDocumentTold(const FnStatusInfo& drive)
 } // namespace
 
 WorkerSession::WorkerSession(const RegisterSettings& settings, const QString& journal,
-    devices::LineObserver& observer, const std::function<void()>& waitCallback)
+    const WorkerLease& lease, devices::LineObserver& observer, const std::function<void()>& waitCallback)
     : m_settings(settings)
     , m_journalFile(journal)
+    , m_lease(lease)
     , m_observer(observer)
     , m_waitCallback(waitCallback)
 {
@@ -60,7 +66,7 @@ sale::DocumentStore& WorkerSession::journal()
     // Made anew it would know nothing of what was sold.
     if (!sale::isShared(m_journalFile) && !QFileInfo::exists(m_journalFile))
         throw sale::JournalError(QStringLiteral("the journal %1 is gone").arg(m_journalFile));
-    m_journal.emplace(m_journalFile, m_settings.closesShift());
+    m_journal.emplace(m_journalFile, m_settings.closesShift(), m_lease, m_settings.name);
     return *m_journal;
 }
 
@@ -84,6 +90,7 @@ void WorkerSession::connect()
 {
     if (m_connection)
         return;
+    enter();
     devices::ConnectionSettings settings;
     settings.port = m_settings.port;
     settings.protocol = receipt::protocolName(m_settings.protocol);
@@ -101,6 +108,41 @@ void WorkerSession::close()
 {
     m_desk.reset();
     m_connection.reset();
+    leaveLine();
+}
+
+/// Before the port is opened, and also before its lock is waited for: that may be the former owner's.
+void WorkerSession::enter()
+{
+    journal();
+    std::optional<sale::RegisterFence> fence = m_journal->fence();
+    if (!fence)
+        return;
+    m_hasEntered = true;
+    if (!fence->enter(m_waitCallback))
+        throw devices::ConnectionError(devices::ConnectionError::Busy,
+            QStringLiteral("a worker that had %1 before cannot be ended").arg(m_settings.name));
+    m_lease.require();
+}
+
+void WorkerSession::leaveLine()
+{
+    if (!std::exchange(m_hasEntered, false))
+        return;
+    try {
+        m_journal->fence()->leave();
+    } catch (const sale::JournalError&) {
+        // The next one of this machine sees that this process has ended.
+    }
+}
+
+void WorkerSession::meetRegister(const sale::RegisterLine& line)
+{
+    sale::connectRegister(m_connection->driver(), line);
+    std::optional<sale::RegisterFence> fence = m_journal->fence();
+    // Such a register drops the connection that it had before.
+    if (fence && m_settings.isExclusive && devices::isTcpName(m_settings.port))
+        fence->hasLineAlone();
 }
 
 void WorkerSession::leaveIdle()
@@ -147,7 +189,7 @@ void WorkerSession::requireDrive(const QString& drive)
 QJsonArray WorkerSession::reach(sale::CashDesk& desk)
 {
     // Before anything is settled: another drive would know nothing of the documents that were begun.
-    sale::connectRegister(m_connection->driver(), desk.options().line);
+    meetRegister(desk.options().line);
     m_drive = readDrive();
     requireDrive(m_drive);
     return idsOf(desk.open());
@@ -200,6 +242,21 @@ QJsonObject WorkerSession::condition()
     return {{QStringLiteral("condition"), readCondition().toJson(localNow())}};
 }
 
+/// By the number that was told with the condition alone; before each document more is compared.
+QString WorkerSession::unknownDocuments(const RegisterCondition& condition)
+{
+    if (!m_settings.isExclusive)
+        return {};
+    const FnStatusInfo& drive = condition.drive.fnStatus;
+    try {
+        sale::requireKnown(m_connection->driver(), journal(),
+            {.drive = m_drive, .lastDocument = isLastDocumentTold(drive) ? drive.lastFdNumber : 0});
+        return {};
+    } catch (const sale::ReviewNeeded& needed) {
+        return QString::fromUtf8(needed.what());
+    }
+}
+
 QJsonObject WorkerSession::open(bool opensShift)
 {
     close();
@@ -209,6 +266,7 @@ QJsonObject WorkerSession::open(bool opensShift)
         const RegisterCondition condition = readCondition();
         return {{QStringLiteral("identity"), identityJson(m_connection->driver(), m_drive)},
             {QStringLiteral("condition"), condition.toJson(localNow())}, {QStringLiteral("settled"), settled},
+            {QStringLiteral("unknown"), unknownDocuments(condition)},
             {QStringLiteral("shift"), shiftJson(condition)}};
     } catch (...) {
         close();
@@ -303,7 +361,7 @@ QJsonObject WorkerSession::accept(const QString& by, const QString& note)
 {
     connect();
     sale::CashDesk& at = desk(true);
-    sale::connectRegister(m_connection->driver(), at.options().line);
+    meetRegister(at.options().line);
     m_drive = readDrive();
     if (sale::isTestDrive(m_drive) && !m_settings.allowsTestDrive)
         requireDrive(m_drive);

@@ -2,6 +2,7 @@
 
 #include "configuration/registersettings.h"
 #include "worker/patientstore.h"
+#include "worker/workerlease.h"
 
 #include "cashdesk.h"
 #include "registerconnection.h"
@@ -28,14 +29,15 @@ struct RegisterCondition;
 class WorkerSession
 {
 public:
-    /// Nothing is opened yet. The observer must outlive it; the callback runs while the register is waited
-    /// for, but not while a document is made.
-    WorkerSession(const RegisterSettings& settings, const QString& journal, devices::LineObserver& observer,
-        const std::function<void()>& waitCallback);
+    /// Nothing is opened yet. The lease and the observer must outlive it; the callback runs while the
+    /// register is waited for, but not while a document is made.
+    WorkerSession(const RegisterSettings& settings, const QString& journal, const WorkerLease& lease,
+        devices::LineObserver& observer, const std::function<void()>& waitCallback);
 
     /// Reaches the register anew: compares it and its drive before anything is asked of documents, settles
-    /// what was begun, initialises it. "identity", "condition", "settled" (ids); "shift" of one that is open
-    /// has what is known of its beginning ("since", "isOpening" and "closed" of ShiftTrace, "seen" of
+    /// what was begun, initialises it. "identity", "condition", "settled" (ids); "unknown": what the drive has
+    /// that the journal does not know, in words, empty for nothing; "shift" of one that is open has what is
+    /// known of its beginning ("since", "isOpening" and "closed" of ShiftTrace, "seen" of
     /// RegisterCondition::seenOpen). On a failure the port is closed.
     QJsonObject open(bool opensShift);
     void close();
@@ -56,9 +58,13 @@ private:
     sale::RegisterLine line();
     sale::DocumentStore& journal();
     void connect();
+    void enter();
+    void leaveLine();
+    void meetRegister(const sale::RegisterLine& line);
     void requireConnection() const;
     sale::CashDesk& desk(bool opensShift);
     QString readDrive();
+    QString unknownDocuments(const RegisterCondition& condition);
     void requireDrive(const QString& drive);
     QJsonArray reach(sale::CashDesk& desk);
     RegisterCondition readCondition();
@@ -72,9 +78,12 @@ private:
 
     const RegisterSettings m_settings;
     const QString m_journalFile;
+    const WorkerLease& m_lease;
     devices::LineObserver& m_observer;
     const std::function<void()> m_waitCallback;
     bool m_isMaking = false;
+    /// Others know that it may have the line.
+    bool m_hasEntered = false;
     std::optional<PatientStore> m_journal;
     std::optional<devices::RegisterConnection> m_connection;
     std::optional<sale::CashDesk> m_desk;

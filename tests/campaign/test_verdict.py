@@ -95,6 +95,7 @@ FAULTS = {
     "printed before it was begun": (journal("sale:0001", begun="2026-03-01T12:00:02.000Z"), "was printed at"),
     "cash twice": (lambda evidence: evidence.drawers.update(till1=1101), "has 1101 kopecks in its drawer"),
     "a sale that is unknown": (journal("sale:0002", state="unknown"), "is unknown at the end"),
+    "cash that is unknown": (journal("cash:0001", state="unknown"), "is unknown at the end"),
     "cash that waits": (journal("cash:0001", state="queued"), "is queued at the end"),
 }
 
@@ -115,6 +116,16 @@ class Verdict(unittest.TestCase):
         evidence = sound()
         evidence.told["sale:0001"].insert(0, told("sale:0001", "notIssued", sent=-5))
         self.assertEqual([], violations(evidence))
+
+    def test_cash_of_which_nobody_can_know(self):
+        """At a register that is no fence it may have been moved or not, and nothing else."""
+        for drawer, is_found in ((601, False), (101, False), (301, True)):
+            with self.subTest(drawer):
+                evidence = sound()
+                evidence.unfenced = frozenset({"till1"})
+                evidence.journal["cash:0001"]["state"] = "unknown"
+                evidence.drawers["till1"] = drawer
+                self.assertEqual(is_found, bool(violations(evidence)))
 
     def test_what_was_begun_late_by_the_clients_clock(self):
         evidence = sound()

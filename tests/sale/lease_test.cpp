@@ -2,10 +2,15 @@
 
 #include "journalerror.h"
 #include "postgres/postgresstore.h"
-#include "postgres/registerlease.h"
+#include "postgres/registerleases.h"
+#include "postgres/workertable.h"
 #include "postgresserver.h"
 
 #include <gtest/gtest.h>
+
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace sale;
 using std::chrono::milliseconds;
@@ -13,70 +18,179 @@ using std::chrono::seconds;
 
 namespace {
 
+/// Another process of this machine, stopped as SIGSTOP does it or at work.
+class Child
+{
+public:
+    Child()
+        : m_process(::fork())
+    {
+        if (m_process == 0) {
+            ::pause();
+            ::_exit(0);
+        }
+    }
+    ~Child()
+    {
+        ::kill(m_process, SIGKILL);
+        ::waitpid(m_process, nullptr, 0);
+    }
+    Child(const Child&) = delete;
+    Child& operator=(const Child&) = delete;
+
+    void stop() const
+    {
+        ::kill(m_process, SIGSTOP);
+        siginfo_t info;
+        ::waitid(P_PID, static_cast<id_t>(m_process), &info, WSTOPPED | WNOWAIT);
+    }
+    /// Nobody takes its status, as a parent that is stopped itself.
+    void die() const
+    {
+        ::kill(m_process, SIGKILL);
+        siginfo_t info;
+        ::waitid(P_PID, static_cast<id_t>(m_process), &info, WEXITED | WNOWAIT);
+    }
+    ProcessIdentity identity() const { return ProcessIdentity::ofProcess(m_process); }
+
+private:
+    const pid_t m_process;
+};
+
 class Lease : public testing::Test
 {
 protected:
     Lease() { server.clear(); }
 
-    RegisterLease lease(seconds term = seconds(60))
+    RegisterLeases leases(seconds term = seconds(60))
     {
-        return RegisterLease(server.place(), "till1", term, [this] { return now; });
+        return RegisterLeases(server.place(), term, [this] { return now; });
     }
     /// As if the database's clock had come to its end.
-    void runOut()
+    void runOut() { connection.execute("UPDATE leases SET until = now() - interval '1 s'"); }
+    /// The owner is that process.
+    void ownedBy(const ProcessIdentity& process)
     {
-        PostgresConnection(server.place(), 1000).execute("UPDATE leases SET until = now() - interval '1 s'");
+        connection.execute("UPDATE leases SET machine = ?, space = ?, process = ?, started = ?",
+            {process.machine, process.space, process.process, process.started});
     }
+    /// A worker of that process stands in the table.
+    void addWorker(const ProcessIdentity& process, qint64 epoch)
+    {
+        connection.execute("INSERT INTO workers VALUES ('till1', ?, ?, ?, ?, ?)",
+            {epoch, process.machine, process.space, process.process, process.started});
+    }
+    int workers() { return connection.value("SELECT count(*) FROM workers").toInt(); }
+    static ProcessIdentity elsewhere() { return {"other", "boot/pid:[4026531836]", 7, 70}; }
 
     PostgresServer& server = PostgresServer::instance();
+    PostgresConnection connection{server.place(), 1000};
     milliseconds now{1'000'000};
+    const RegisterLeases::Wish till1{"till1"};
 };
 
 TEST_F(Lease, RegisterHasOneOwnerAtATime)
 {
-    RegisterLease first = lease();
-    RegisterLease second = lease();
-    RegisterLease other(server.place(), "till2", seconds(60));
-    EXPECT_FALSE(first.isHeld());
-    EXPECT_TRUE(first.acquire());
-    EXPECT_TRUE(first.isHeld());
-    EXPECT_FALSE(second.acquire());
-    EXPECT_FALSE(second.renew());
-    EXPECT_TRUE(other.acquire());
-    first.release();
-    EXPECT_FALSE(first.isHeld());
-    EXPECT_TRUE(second.acquire());
-    EXPECT_EQ(second.lease().epoch, first.lease().epoch + 1);
+    RegisterLeases first = leases();
+    RegisterLeases second = leases();
+    EXPECT_FALSE(first.isHeld("till1"));
+    EXPECT_TRUE(first.take(till1));
+    EXPECT_TRUE(first.isHeld("till1"));
+    EXPECT_FALSE(second.take(till1));
+    EXPECT_TRUE(second.take({"till2"}));
+    const auto standings = second.standings({till1, {"till2"}, {"till3"}});
+    EXPECT_EQ(standings["till1"].kind, RegisterLeases::Standing::Owned);
+    EXPECT_EQ(standings["till1"].process, ::getpid());
+    EXPECT_EQ(standings["till2"].kind, RegisterLeases::Standing::Free);
+    EXPECT_EQ(standings["till3"].kind, RegisterLeases::Standing::Free);
+    first.release("till1");
+    EXPECT_FALSE(first.isHeld("till1"));
+    EXPECT_TRUE(second.take(till1));
+    EXPECT_EQ(second.lease("till1").epoch, 2);
+    // What the former one did last comes to nothing.
+    first.release("till1");
+    first.renew();
+    EXPECT_FALSE(first.isHeld("till1"));
+    EXPECT_FALSE(first.take(till1));
 }
 
 TEST_F(Lease, OwnerStopsAFifthBeforeTheEndCountedFromBeforeItAsked)
 {
-    RegisterLease owner = lease();
-    ASSERT_TRUE(owner.acquire());
+    RegisterLeases owner = leases();
+    ASSERT_TRUE(owner.take(till1));
+    ASSERT_TRUE(owner.take({"till2"}));
     now += milliseconds(47'999);
-    EXPECT_TRUE(owner.isHeld());
+    EXPECT_TRUE(owner.isHeld("till1"));
     now += milliseconds(1);
-    EXPECT_FALSE(owner.isHeld());
-    EXPECT_TRUE(owner.renew());
-    EXPECT_TRUE(owner.isHeld());
+    EXPECT_FALSE(owner.isHeld("till1"));
+    owner.renew();
+    EXPECT_TRUE(owner.isHeld("till1"));
+    EXPECT_TRUE(owner.isHeld("till2"));
     // The time that the question takes is the owner's loss.
     bool isAsking = true;
-    RegisterLease slow(server.place(), "till2", seconds(60), [&] {
-        if (std::exchange(isAsking, false))
-            return now;
-        return now + milliseconds(48'000);
-    });
-    ASSERT_TRUE(slow.acquire());
-    EXPECT_FALSE(slow.isHeld());
+    RegisterLeases slow(server.place(), seconds(60),
+        [&] { return std::exchange(isAsking, false) ? now : now + milliseconds(48'000); });
+    ASSERT_TRUE(slow.take({"till3"}));
+    EXPECT_FALSE(slow.isHeld("till3"));
+}
+
+TEST_F(Lease, OwnerThatIsGoneIsNotWaitedForAndOneThatIsStoppedIs)
+{
+    RegisterLeases former = leases();
+    RegisterLeases next = leases();
+    ASSERT_TRUE(former.take(till1));
+    const Child child;
+    ownedBy(child.identity());
+    child.stop();
+    EXPECT_FALSE(next.take(till1));
+    child.die();
+    EXPECT_TRUE(next.take(till1));
+    // Another process has its number, or the machine was started anew.
+    ProcessIdentity later = ProcessIdentity::own();
+    ++later.started;
+    ownedBy(later);
+    EXPECT_TRUE(former.take(till1));
+    ProcessIdentity before = ProcessIdentity::own();
+    before.space = "boot/pid:[4026531836]";
+    if (ProcessIdentity::own().space.endsWith("/pid:[4026531836]")) {
+        ownedBy(before);
+        EXPECT_TRUE(next.take(till1));
+    }
+    // A container of this machine, and another machine: who knows.
+    before.space = "boot/pid:[7]";
+    for (const ProcessIdentity& unseen : {before, elsewhere()}) {
+        ownedBy(unseen);
+        EXPECT_FALSE(former.take(till1));
+    }
+}
+
+TEST_F(Lease, LineOfAnotherMachineIsTakenWhenSomebodySaysThatItWasMoved)
+{
+    RegisterLeases leases = this->leases();
+    RegisterLeases::Wish wish{"till1", true};
+    ASSERT_TRUE(leases.take(wish));
+    ownedBy(elsewhere());
+    addWorker(elsewhere(), 1);
+    connection.execute("UPDATE leases SET owner = 'other'");
+    wish.isMovedHere = true;
+    EXPECT_FALSE(leases.take(wish)) << "it is at work there";
+    runOut();
+    for (const bool isBound : {true, false}) {
+        const RegisterLeases::Wish other{"till1", isBound};
+        EXPECT_FALSE(leases.take(other));
+        EXPECT_EQ(leases.standings({other})["till1"].kind, RegisterLeases::Standing::OtherMachine);
+    }
+    EXPECT_TRUE(leases.take(wish));
+    EXPECT_EQ(workers(), 0);
 }
 
 TEST_F(Lease, WhatAFormerOwnerWritesIsRefused)
 {
-    RegisterLease former = lease();
-    RegisterLease next = lease();
-    ASSERT_TRUE(former.acquire());
+    RegisterLeases former = leases();
+    RegisterLeases next = leases();
+    ASSERT_TRUE(former.take(till1));
     PostgresStore frozen(server.place());
-    frozen.writeAs(former.lease());
+    frozen.writeAs(former.lease("till1"));
     const QJsonObject mark{{"drive", "9999"}, {"lastDocument", 7}};
     for (const char* const id : {"begun", "waits", "settled"})
         frozen.accept({id, "sell", "{}", "till1"});
@@ -84,21 +198,129 @@ TEST_F(Lease, WhatAFormerOwnerWritesIsRefused)
     runOut();
     // Until somebody has it nobody else can have written.
     ASSERT_EQ(frozen.begin("settled", {mark}), 1);
-    ASSERT_TRUE(next.acquire());
-    EXPECT_FALSE(former.renew());
-    EXPECT_FALSE(former.isHeld());
+    ASSERT_TRUE(next.take(till1));
+    former.renew();
+    EXPECT_FALSE(former.isHeld("till1"));
     EXPECT_THROW(frozen.begin("waits", {mark}), JournalError);
     EXPECT_THROW(frozen.acceptAndBegin({"new", "sell", "{}", "till1"}, {mark}), JournalError);
     EXPECT_THROW(frozen.note("begun", 1, {.failure = {{"text", "no"}}}), JournalError);
     EXPECT_THROW(
         frozen.settle("begun", 1, {.state = DocumentState::Issued, .documentNumber = 8}), JournalError);
+    EXPECT_THROW(frozen.fence().enter([] {}), JournalError);
     PostgresStore store(server.place());
-    store.writeAs(next.lease());
+    store.writeAs(next.lease("till1"));
     EXPECT_EQ(store.findId("waits")->state, DocumentState::Queued);
     EXPECT_FALSE(store.findId("new"));
     EXPECT_TRUE(store.findId("begun")->attempts.constFirst().note.failure.isEmpty());
     store.settle("begun", 1, {.state = DocumentState::Unknown});
     EXPECT_EQ(store.findId("begun")->state, DocumentState::Unknown);
+}
+
+TEST_F(Lease, OwnerThatIsStoppedInTheMiddleOfAWriteHoldsUpNoRenewal)
+{
+    RegisterLeases owner = leases();
+    ASSERT_TRUE(owner.take(till1));
+    connection.together([&] {
+        requireOwner(connection, owner.lease("till1"));
+        owner.renew();
+        EXPECT_TRUE(owner.isHeld("till1"));
+        // Whoever comes behind it waits for its end, and asks again.
+        RegisterLeases next = leases();
+        PostgresConnection(server.place(), 1000).execute("UPDATE leases SET until = '-infinity'");
+        EXPECT_FALSE(next.take(till1));
+    });
+}
+
+/// A document was begun, and its owner is gone or may be not.
+class Fence : public Lease
+{
+protected:
+    Fence()
+    {
+        former.take(till1);
+        store.writeAs(former.lease("till1"));
+        store.accept({"begun", "sell", "{}", "till1"});
+        store.begin("begun", {{{"drive", "9999"}, {"lastDocument", 7}}});
+        epoch = former.lease("till1").epoch;
+        former.release("till1");
+        next.take(till1);
+        store.writeAs(next.lease("till1"));
+    }
+    DocumentState settled(DocumentState state)
+    {
+        store.settle("begun", 1, {.state = state, .documentNumber = 8, .waitsAgain = true});
+        return store.findId("begun")->state;
+    }
+
+    RegisterLeases former = leases();
+    RegisterLeases next = leases();
+    PostgresStore store{server.place()};
+    qint64 epoch = 0;
+};
+
+TEST_F(Fence, FormerWorkerOfThisMachineHasEndedWhenTheNextOneEnters)
+{
+    const Child stopped;
+    const Child dead;
+    stopped.stop();
+    dead.die();
+    addWorker(stopped.identity(), epoch);
+    addWorker(dead.identity(), epoch);
+    EXPECT_TRUE(store.fence().enter([] {}));
+    EXPECT_EQ(stopped.identity().fate(), ProcessIdentity::Fate::Ended);
+    EXPECT_EQ(workers(), 1) << "this process alone";
+    EXPECT_EQ(settled(DocumentState::NotIssued), DocumentState::Queued);
+    store.fence().leave();
+    EXPECT_EQ(workers(), 0);
+}
+
+TEST_F(Fence, OneThatIsAtWorkIsLeftAMomentToComeToItsEnd)
+{
+    const Child busy;
+    addWorker(busy.identity(), epoch);
+    int waits = 0;
+    EXPECT_TRUE(store.fence().enter([&] {
+        if (++waits == 2)
+            busy.die();
+    }));
+    EXPECT_EQ(waits, 2);
+}
+
+TEST_F(Fence, DocumentThatAnotherMachineMayStillSendIsUnknownAndNeverNotIssued)
+{
+    addWorker(elsewhere(), epoch);
+    EXPECT_TRUE(store.fence().enter([] {}));
+    EXPECT_EQ(settled(DocumentState::NotIssued), DocumentState::Unknown);
+    // Also for programs that own nothing.
+    PostgresStore other(server.place());
+    other.settle("begun", 1, {.state = DocumentState::NotIssued});
+    EXPECT_EQ(store.findId("begun")->state, DocumentState::Unknown);
+    // A person has looked.
+    const DocumentEnding said{.state = DocumentState::NotIssued, .by = "Петров"};
+    store.settle("begun", 1, said);
+    EXPECT_EQ(store.findId("begun")->state, DocumentState::NotIssued);
+}
+
+TEST_F(Fence, WhatTheRegisterHasIsIssuedWhoeverMaySendItStill)
+{
+    addWorker(elsewhere(), epoch);
+    EXPECT_EQ(settled(DocumentState::Issued), DocumentState::Issued);
+}
+
+TEST_F(Fence, WorkerOfAnotherOwnerThanTheDocumentsIsNotInItsWay)
+{
+    addWorker(elsewhere(), epoch - 1);
+    EXPECT_EQ(settled(DocumentState::NotIssued), DocumentState::Queued);
+}
+
+TEST_F(Fence, RegisterThatHasDroppedTheFormerLineIsAlone)
+{
+    addWorker(elsewhere(), epoch);
+    EXPECT_TRUE(store.fence().enter([] {}));
+    EXPECT_EQ(workers(), 2);
+    store.fence().hasLineAlone();
+    EXPECT_EQ(workers(), 1);
+    EXPECT_EQ(settled(DocumentState::NotIssued), DocumentState::Queued);
 }
 
 } // namespace

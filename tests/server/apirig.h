@@ -17,10 +17,12 @@ class FakeTill : public frserver::Till
 public:
     using Till::Till;
 
+    bool isHere() const override { return isOwner; }
     QJsonObject view() const override
     {
         return {{"state", state}, {"waiting", waiting.isEmpty() ? QJsonValue() : QJsonValue(waiting)},
-            {"connections", 2}, {"exchanges", QJsonObject{{"count", 3}, {"seconds", 1.5}}},
+            {"document", making.isEmpty() ? QJsonValue() : QJsonValue(making)}, {"connections", 2},
+            {"exchanges", QJsonObject{{"count", 3}, {"seconds", 1.5}}},
             {"condition",
                 QJsonObject{{"unsent", 4}, {"driveUntil", "2031-01-01"}, {"driveWarnings", 2},
                     {"lastDocument", 117}}},
@@ -40,8 +42,10 @@ public:
     void resume(const QString& by) override { told.append("resume by " + by); }
     void accept(const QString& by, const QString& note) override { told.append(by + " accepts: " + note); }
 
+    bool isOwner = true;
     QString state = "ready";
     QString waiting;
+    QString making;
     /// From the pool.
     QString absent;
     QStringList told;
@@ -121,6 +125,27 @@ struct Served
     }
 };
 
+inline Served askApi(const frserver::Api& api, const QByteArray& method, const QByteArray& target,
+    const QByteArray& body = {}, const QList<http::Headers::Field>& headers = {})
+{
+    http::Request request = http::Request::of(method, target);
+    request.headers.add("Host", "127.0.0.1");
+    request.clientAddress = "127.0.0.1";
+    for (const auto& [name, value] : headers)
+        request.headers.add(name, value);
+    request.body = body;
+    const http::Answer answer = api.site().answer(request);
+    if (const auto* pending = std::get_if<std::shared_ptr<http::Pending>>(&answer))
+        return {0, {}, {}, *pending};
+    if (const auto* stream = std::get_if<std::shared_ptr<http::Stream>>(&answer)) {
+        http::Headers type;
+        type.add("Content-Type", (*stream)->contentType());
+        return {200, type, (*stream)->take(), {}, *stream};
+    }
+    const auto& response = std::get<http::Response>(answer);
+    return {response.status, response.headers, response.body};
+}
+
 /// The interface with two registers that a test works by hand, as their workers would.
 class ApiTest : public testing::Test
 {
@@ -140,22 +165,7 @@ protected:
     Served ask(const QByteArray& method, const QByteArray& target, const QByteArray& body = {},
         const QList<http::Headers::Field>& headers = {})
     {
-        http::Request request = http::Request::of(method, target);
-        request.headers.add("Host", "127.0.0.1");
-        request.clientAddress = "127.0.0.1";
-        for (const auto& [name, value] : headers)
-            request.headers.add(name, value);
-        request.body = body;
-        const http::Answer answer = api.site().answer(request);
-        if (const auto* pending = std::get_if<std::shared_ptr<http::Pending>>(&answer))
-            return {0, {}, {}, *pending};
-        if (const auto* stream = std::get_if<std::shared_ptr<http::Stream>>(&answer)) {
-            http::Headers type;
-            type.add("Content-Type", (*stream)->contentType());
-            return {200, type, (*stream)->take(), {}, *stream};
-        }
-        const auto& response = std::get<http::Response>(answer);
-        return {response.status, response.headers, response.body};
+        return askApi(api, method, target, body, headers);
     }
 
     Served post(const QByteArray& id, const QByteArray& body, const QByteArray& prefer = {},

@@ -1,22 +1,24 @@
-"""PostgreSQL for a test."""
+"""PostgreSQL of a test or a measurement: in a folder of its own, without a port, gone when it is closed."""
 
 import glob
+import json
 import os
 import pwd
 import shutil
 import signal
 import subprocess
 import tempfile
+import time
 
-from service import PATIENCE
+PATIENCE = 60
 
 
 class Database:
-    """PostgreSQL in a folder of its own, without a port."""
-
-    def __init__(self):
+    def __init__(self, *settings):
+        """Settings are those of postgresql.conf, as NAME=VALUE."""
         self.folder = tempfile.mkdtemp()
         self.programs = sorted(glob.glob("/usr/lib/postgresql/*/bin"))[-1]
+        self.settings = settings
         # It refuses to run as root.
         self.user = {}
         if os.geteuid() == 0:
@@ -26,18 +28,34 @@ class Database:
         self.run("initdb", "-D", f"{self.folder}/data", "-U", "postgres", "-A", "trust", "-E", "UTF8", "--locale=C.UTF-8",
                  "--no-sync").wait(PATIENCE)
         self.start()
+        self.wait()
 
-    def run(self, program, *arguments):
-        return subprocess.Popen([f"{self.programs}/{program}", *arguments], cwd=self.folder, stdout=subprocess.DEVNULL,
-                                stderr=subprocess.DEVNULL, **self.user)
+    def run(self, program, *arguments, said=subprocess.DEVNULL):
+        # Not even a killed test leaves it behind.
+        return subprocess.Popen(["setpriv", "--pdeathsig", "KILL", f"{self.programs}/{program}", *arguments], cwd=self.folder,
+                                stdin=subprocess.DEVNULL, stdout=said, stderr=said, **self.user)
 
     def start(self):
-        self.server = self.run("postgres", "-D", f"{self.folder}/data", "-k", self.folder, "-c", "listen_addresses=")
+        with open(f"{self.folder}/log", "ab") as log:
+            self.server = self.run("postgres", "-D", f"{self.folder}/data", "-k", self.folder, "-c", "listen_addresses=",
+                                   *(word for one in self.settings for word in ("-c", one)), said=log)
+
+    def wait(self):
+        """Until it answers."""
+        end = time.monotonic() + PATIENCE
+        while self.run("pg_isready", "-q", "-h", self.folder).wait(PATIENCE) != 0:
+            if time.monotonic() > end:
+                raise RuntimeError("PostgreSQL does not start")
+            time.sleep(0.05)
 
     def stop(self):
         """At once, as a power cut."""
         self.server.send_signal(signal.SIGQUIT)
         self.server.wait(PATIENCE)
+
+    def sql(self, statement):
+        status = self.run("psql", "-X", "-h", self.folder, "-U", "postgres", "-v", "ON_ERROR_STOP=1", "-c", statement)
+        assert status.wait(PATIENCE) == 0, statement
 
     def close(self):
         self.stop()
@@ -46,3 +64,16 @@ class Database:
     @property
     def url(self):
         return f"postgresql://postgres:secret@/postgres?host={self.folder}"
+
+    def execute(self, statements):
+        """Statements without an answer, as the owner of all."""
+        subprocess.run([f"{self.programs}/psql", "-XAtq", "-v", "ON_ERROR_STOP=1", "-h", self.folder, "-U", "postgres"],
+                       input="SET client_min_messages = warning;\n" + statements, check=True, text=True, stdout=subprocess.PIPE)
+
+    def ask(self, question):
+        """The rows of a question, as objects."""
+        told = subprocess.run(
+            [f"{self.programs}/psql", "-XAtq", "-h", self.folder, "-U", "postgres", "-c",
+             f"SELECT coalesce(json_agg(one), '[]') FROM ({question}) AS one"],
+            check=True, text=True, stdout=subprocess.PIPE, stdin=subprocess.DEVNULL)
+        return json.loads(told.stdout)

@@ -27,7 +27,8 @@ struct Desk
     explicit Desk(const QString& name)
         : till({name, receipt::Protocol::Hex, QTimeZone::utc(), 120, true, "Иванова А. П."})
     {
-        api.add(till);
+        peers.add(till);
+        peers.start(name + ":8403");
     }
 
     sale::StoredDocument accept(const QString& id)
@@ -42,13 +43,18 @@ struct Desk
         const int attempt = store.begin(id, {{{"drive", "9999"}, {"lastDocument", 7}}}).value();
         store.settle(id, attempt, {.state = DocumentState::Issued, .documentNumber = number});
     }
+    Served ask(const QByteArray& method, const QByteArray& target, const QByteArray& body = {})
+    {
+        return askApi(api, method, target, body);
+    }
+    QJsonObject view(const QByteArray& name) { return ask("GET", "/v1/registers/" + name).json(); }
     int queued(const QString& name) { return api.openDocuments().count(name, DocumentState::Queued); }
 
     sale::PostgresStore store{sale::PostgresServer::instance().place()};
     Owners owners{sale::PostgresServer::instance().address(), 1000};
     FakeTill till;
     Api api{store, owners, {}};
-    Peers peers{sale::PostgresServer::instance().place(), api, store};
+    Peers peers{sale::PostgresServer::instance().place(), api, store, std::chrono::seconds(15)};
 };
 
 class PeersTest : public testing::Test
@@ -94,6 +100,107 @@ TEST_F(PeersTest, WhoeverWaitsElsewhereIsAnsweredAtOnceOrWithTheNextLook)
     one.api.documentChanged("document:3");
     one.accept("document:4");
     EXPECT_TRUE(until([&] { return two.queued("till1") == 2; }));
+}
+
+TEST_F(PeersTest, RegisterOfAnotherServiceIsSeenAndObeys)
+{
+    Desk one("till1");
+    Desk two("till2");
+    EXPECT_EQ(two.view("till1").value("state"), "ready") << "from the start";
+    EXPECT_EQ(two.view("till1").value("service"), "till1:8403");
+    ASSERT_TRUE(until([&] { return one.view("till2").value("service") == "till2:8403"; }));
+    one.till.state = "waiting";
+    one.till.waiting = "paper";
+    one.api.registerChanged("till1");
+    ASSERT_TRUE(until([&] { return two.view("till1").value("waiting") == "paper"; }));
+    // Each order once, in the end by the register itself.
+    const auto pausing = two.ask("POST", "/v1/registers/till1/pause", R"({"by":"anna"})");
+    ASSERT_TRUE(pausing.pending);
+    EXPECT_EQ(two.ask("POST", "/v1/registers/till1/accept", R"({"by":"anna","note":"seen"})").status, 202);
+    EXPECT_EQ(two.ask("POST", "/v1/registers/till1/resume", R"({"by":"anna"})").status, 202);
+    two.api.till("till1")->settle("document:1");
+    two.api.till("till1")->setAwaited("document:1", true);
+    const QStringList ordered{"pause by anna", "anna accepts: seen", "resume by anna", "settle document:1"};
+    ASSERT_TRUE(until([&] { return one.till.told.contains("settle document:1"); }));
+    EXPECT_TRUE(one.till.told.removeOne("document:1 awaited"));
+    EXPECT_EQ(one.till.told, ordered);
+    EXPECT_TRUE(two.till.told.isEmpty());
+    one.peers.look();
+    EXPECT_EQ(one.till.told, ordered);
+    one.till.state = "paused";
+    one.api.registerChanged("till1");
+    ASSERT_TRUE(until([&] { return pausing.pending->response().has_value(); }));
+    EXPECT_EQ(pausing.later().status, 200);
+    // Whoever waited for it may be gone.
+    one.accept("document:1");
+    one.issue("document:1", 8);
+    one.api.documentChanged("document:1");
+    EXPECT_TRUE(one.till.told.contains("document:1 not awaited"));
+    // A counter is that of the service, which another one does not continue; a gauge is not.
+    const QByteArray metrics = two.ask("GET", "/metrics").body;
+    EXPECT_TRUE(metrics.contains(R"(frserver_connections_total{register="till1",service="till1:8403"} 2)"));
+    EXPECT_TRUE(metrics.contains(R"(frserver_unsent_documents{register="till1"} 4)"));
+    EXPECT_TRUE(metrics.contains(R"(frserver_register_state{register="till1",state="paused")"));
+}
+
+TEST_F(PeersTest, RegisterOfADeadServiceIsUnreachableAndWhatItBegunAPersonsCase)
+{
+    std::optional<Desk> one(std::in_place, "till1");
+    Desk two("till2");
+    for (const QString id : {"document:1", "document:2"}) {
+        one->accept(id);
+        one->store.begin(id, {{{"drive", "9999"}, {"lastDocument", 7}}});
+        one->api.documentChanged(id);
+    }
+    ASSERT_TRUE(until([&] { return two.api.openDocuments().count("till1", DocumentState::Running) == 2; }));
+    const QByteArray word = R"({"state":"issued","documentNumber":8})";
+    EXPECT_EQ(two.ask("POST", "/v1/documents/document:1/resolve", word).status, 409) << "it may go on";
+    // As if it were killed, a minute ago.
+    sql("UPDATE frspf.services SET seen = seen - interval '1 minute' WHERE name = 'till1:8403' RETURNING 1");
+    two.peers.look();
+    const QJsonObject view = two.view("till1");
+    EXPECT_EQ(view.value("state"), "unreachable");
+    EXPECT_EQ(view.value("queue").toObject().value("running"), 2);
+    EXPECT_FALSE(view.value("since").toString().isEmpty());
+    EXPECT_EQ(two.ask("POST", "/v1/registers/till1/pause", "{}").status, 503);
+    EXPECT_EQ(two.ask("GET", "/v1/documents/document:1").text("waiting"), "unreachable");
+    EXPECT_EQ(two.ask("POST", "/v1/documents/document:1/resolve", word).status, 200);
+    EXPECT_EQ(two.store.findId("document:1")->state, DocumentState::Issued);
+    // What waits is accepted, and can go elsewhere.
+    two.store.accept({"document:3", "sell", R"({"a":1})", "till1"});
+    EXPECT_EQ(two.ask("POST", "/v1/documents/document:3/move", R"({"register":"till2"})").status, 200);
+    EXPECT_EQ(two.ask("POST", "/v1/documents/document:2/move", R"({"register":"till2"})").status, 409);
+    // It is back, and then ends as services do.
+    one->peers.look();
+    two.peers.look();
+    EXPECT_EQ(two.view("till1").value("state"), "ready");
+    one.reset();
+    EXPECT_TRUE(until([&] { return two.view("till1").value("state") == "unreachable"; })) << "at once";
+}
+
+TEST_F(PeersTest, RegisterOfTwoServicesIsShownAsItsOwnerTells)
+{
+    Desk one("till1");
+    Desk two("till2");
+    FakeTill spare({"till1", receipt::Protocol::Hex, QTimeZone::utc(), 120, true});
+    spare.isOwner = false;
+    spare.state = "standby";
+    two.peers.add(spare);
+    two.peers.look();
+    ASSERT_TRUE(until([&] { return two.view("till1").value("state") == "ready"; }));
+    EXPECT_EQ(two.ask("POST", "/v1/registers/till1/resume", "{}").status, 202);
+    ASSERT_TRUE(until([&] { return !one.till.told.isEmpty(); }));
+    EXPECT_TRUE(spare.told.isEmpty());
+    // It changes hands.
+    one.till.isOwner = false;
+    one.till.state = "standby";
+    spare.isOwner = true;
+    spare.state = "making";
+    one.api.registerChanged("till1");
+    two.api.registerChanged("till1");
+    ASSERT_TRUE(until([&] { return one.view("till1").value("state") == "making"; }));
+    EXPECT_EQ(one.view("till1").value("service"), "till2:8403");
+    EXPECT_EQ(two.ask("POST", "/v1/registers/till1/resume", "{}").status, 200);
 }
 
 } // namespace

@@ -4,9 +4,11 @@ import contextlib
 import http.client
 import json
 import os
+import queue
 import re
 import signal
 import subprocess
+import threading
 import urllib.parse
 from pathlib import Path
 
@@ -20,14 +22,24 @@ class Program:
 
     def __init__(self, command, **options):
         self.lines = []
+        self.news = queue.SimpleQueue()
         self.process = subprocess.Popen(
             command, stdin=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True, encoding="utf-8", **options)
+        self.reader = threading.Thread(target=self.read, daemon=True)
+        self.reader.start()
+
+    def read(self):
+        """All the time: a program whose words nobody takes waits for that."""
+        for line in self.process.stderr:
+            self.news.put(line)
+        self.news.put(None)
 
     def read_address(self, words):
-        for line in self.process.stderr:
+        while line := self.news.get():
             self.lines.append(line)
             if match := re.search(words + r" (\S+)", line):
                 return match[1]
+        self.news.put(None)
         raise RuntimeError("".join(self.lines))
 
     def stop(self, how=signal.SIGTERM):
@@ -35,7 +47,9 @@ class Program:
             self.process.send_signal(how)
         status = self.process.wait(timeout=PATIENCE)
         if not self.process.stderr.closed:
-            self.lines += self.process.stderr.readlines()
+            self.reader.join(PATIENCE)
+            while line := self.news.get():
+                self.lines.append(line)
             self.process.stderr.close()
         return status
 

@@ -84,6 +84,76 @@ class Store(unittest.TestCase):
         for text in (migrated.stderr, checked.stdout, refused.stderr, self.frctl("journal", "check").stdout):
             self.assertNotIn("secret", text)
 
+    def until(self, service, **wanted):
+        """The view of the other's register at this service says so."""
+        deadline = time.monotonic() + PATIENCE
+        while time.monotonic() < deadline:
+            answer = service.ask("GET", "/v1/registers/till1")
+            if answer.status == 200 and all(answer[member] == one for member, one in wanted.items()):
+                return answer
+        raise AssertionError(f"{answer}, not {wanted}")
+
+    def told(self, service):
+        """Register by register, what does not change by itself."""
+        listed = service.ask("GET", "/v1/registers")["registers"]
+        return [(one["name"], one["state"], one["waiting"], one["queue"], one["service"], one["identity"]) for one in listed]
+
+    def test_any_service_answers_for_any_register(self):
+        one, two = self.serve("till1"), self.serve("till2")
+        self.assertEqual(0, one.command("migrate").returncode)
+        self.start(one)
+        self.start(two)
+        self.until(two, state="ready")
+        # Sold at one for the register of the other, as fast as there.
+        with two.client.events() as events:
+            sold = two.post(SALE, "till1", id="rack:sale:1")
+            self.assertEqual((201, "issued"), (sold.status, sold.body.get("state")), sold)
+            events.until("document", id="rack:sale:1", state="issued", register="till1")
+        with one.client.events() as events:
+            paused = two.ask("POST", "/v1/registers/till1/pause", {"by": "Anna"})
+            self.assertEqual((200, "paused", "Anna"), (paused.status, paused["state"], paused["pausedBy"]))
+            self.assertEqual(202, two.post(SALE, "till1", wait=0, id="rack:sale:2").status)
+            events.until("document", id="rack:sale:2", state="queued")
+        self.assertEqual(202, two.ask("POST", "/v1/registers/till1/accept", {"note": "seen"}).status)
+        self.assertEqual("paused", one.ask("GET", "/v1/documents/rack:sale:2")["waiting"])
+        self.assertEqual(202, two.ask("POST", "/v1/registers/till1/resume", {}).status)
+        self.assertEqual("issued", two.post(SALE, "till1", id="rack:sale:2")["state"])
+        self.assertEqual("issued", two.ask("POST", "/v1/registers/till1/documents", {"id": "rack:x-report", "type": "xReport"},
+                                           Prefer="wait=30")["state"])
+        self.assertEqual(2, len(self.registers["till1"].receipts()))
+        # Lists and metrics are the same at both.
+        self.until(two, state="ready")
+        self.until(one, state="ready")
+        self.assertEqual(self.told(one), self.told(two))
+        ids = [[document["id"] for document in service.ask("GET", "/v1/documents")["documents"]] for service in (one, two)]
+        self.assertEqual(ids[0], ids[1])
+        series = [sorted(line.rsplit(" ", 1)[0] for line in service.ask("GET", "/metrics").body.splitlines()
+                         if "till1" in line and "documents_total" not in line) for service in (one, two)]
+        self.assertEqual(series[0], series[1])
+        # Killed in the middle of a receipt.
+        self.registers["till1"].ask("PUT", "/faults", {"rules": [{"mode": "busy:3", "command": "FinishDocument", "nth": 1}]})
+        begin = self.registers["till1"].ask("GET", "/state")["lastEvent"]
+        self.assertEqual(202, two.post(SALE, "till1", wait=0, id="rack:sale:3").status)
+        self.registers["till1"].ask("GET", f"/wait?event=exchange&command=FinishDocument&timeout=60&after={begin}")
+        for worker in one.workers():
+            os.kill(worker, signal.SIGKILL)
+        one.stop(signal.SIGKILL)
+        self.database.sql("UPDATE frspf.services SET seen = seen - interval '1 minute' "
+                          "WHERE id IN (SELECT service FROM frspf.registers WHERE name = 'till1')")
+        dead = self.until(two, state="unreachable")
+        self.assertEqual(1, dead["queue"]["running"])
+        self.assertIn('frserver_register_state{register="till1",state="unreachable"', two.ask("GET", "/metrics").body)
+        self.assertEqual(503, two.ask("POST", "/v1/registers/till1/pause", {}).status)
+        # Nobody sells it elsewhere; the same id waits, and the register tells when it is back.
+        waits = two.post(SALE, "till2", wait=0, id="rack:sale:3")
+        self.assertEqual((202, "running", "unreachable"), (waits.status, waits["state"], waits["waiting"]))
+        self.assertEqual(409, two.ask("POST", "/v1/documents/rack:sale:3/move", {"register": "till2"}).status)
+        one.start()
+        self.until(two, state="ready")
+        settled = two.post(SALE, "till1", id="rack:sale:3")
+        self.assertEqual("issued", settled["state"], settled)
+        self.assertEqual(3, len(self.registers["till1"].receipts()))
+
     def test_what_cannot_be_written_is_not_sold(self):
         service = self.serve("till1")
         self.assertEqual(0, service.command("migrate").returncode)

@@ -247,6 +247,19 @@ class Persons(ServicePageTest):
         stage.wait_for(lambda: not self.find("#attention").is_displayed())
         self.assertIn("accepted till1 as it is: продано с frctl", self.service.log.read_text())
 
+    def test_register_that_left_the_configuration(self):
+        self.service.ask("/registers/till2/pause", {})
+        self.service.post(SALE, "shop:0001", "till2")
+        self.service.stop()
+        del self.register.lines[1:]
+        self.service = Service(self.register, self.service.port)
+        self.becomes(lambda: self.text("#attention"), "documents that wait for it: 1")
+        self.click("[data-id='shop:0001'] button")
+        self.becomes(lambda: self.text("#document"), "there is no such register any more")
+        self.click("#document [data-do=withdraw]")
+        self.becomes(lambda: self.row("shop:0001"), "withdrawn")
+        self.becomes(lambda: str(len(self.find_all("[data-missing]"))), "0")
+
     def test_moved_to_another_register(self):
         self.works()
         self.works("till2")

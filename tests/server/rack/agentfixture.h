@@ -41,6 +41,7 @@ protected:
         agent = std::make_unique<frserver::RegisterAgent>(settings, store, std::move(made),
             frserver::RegisterAgent::Options{.journal = "journal",
                 .clock = {[this] { return now; }, [this] { return steady; }},
+                .ownership = ownership,
                 .kept = &kept});
         QObject::connect(agent.get(), &frserver::RegisterAgent::documentChanged,
             [this](const QString& id) { changed.append(id); });
@@ -129,6 +130,7 @@ protected:
     BrittleStore store{folder.filePath("journal.sqlite")};
     frserver::KeptStates kept{store.fileName(), 1'000};
     frserver::RegisterSettings settings{.cashier = "Иванова", .timeZone = QTimeZone("Europe/Moscow")};
+    std::shared_ptr<frserver::Ownership> ownership = std::make_shared<frserver::SoleOwnership>();
     QDateTime now = QDateTime(QDate(2026, 3, 2), QTime(9, 0), Qt::UTC);
     qint64 steady = 0;
     ScriptedWorker* worker = nullptr;

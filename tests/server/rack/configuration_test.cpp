@@ -160,6 +160,8 @@ TEST_F(ConfigurationTest, RefusesWhatARegisterCannotBe)
             "postgresql://USER@HOST:PORT/DATABASE"},
         {"[service]\njournal = a\n[store]\nurl = postgresql:///rack",
             "6: [store] goes without journal of [service]"},
+        {"[store]\nlease = 5", "4: [store] needs a url"},
+        {"[store]\nurl = postgresql:///rack\nlease = 2", "6: lease: \"2\" is not a number from 3 to 600"},
         {"inn = 123", "4: inn: \"123\" has not 10 or 12 digits"},
         {"cashier = \x01", "4: cashier: has the control character U+0001 at character 1"},
         {"cashier-inn = 772100000041", "4: cashier-inn: \"772100000041\" is no tax number"},

@@ -21,6 +21,10 @@ public:
     {
         // One at a time: nothing is asked of a worker that is at something, or that is not there.
         EXPECT_TRUE(isAlive);
+        if (!message.contains("do")) {
+            leases.append(message.value("lease").toObject());
+            return;
+        }
         EXPECT_FALSE(isBusy) << qPrintable(message.value("do").toString());
         isBusy = true;
         last = message;
@@ -66,6 +70,8 @@ public:
 
     QJsonObject last;
     QStringList did;
+    /// Told while it was at something.
+    QList<QJsonObject> leases;
     bool isAlive = false;
     bool isBusy = false;
     /// Nothing that it is sent reaches it, which nobody knows yet.

@@ -1,5 +1,7 @@
 #include "worker/clockjudgement.h"
 #include "worker/drivehistory.h"
+#include "worker/leaseover.h"
+#include "worker/linetick.h"
 #include "worker/patientstore.h"
 #include "worker/registercondition.h"
 
@@ -7,6 +9,7 @@
 #include "journalerror.h"
 #include "mockfactory.h"
 #include "movement.h"
+#include "postgres/registerleases.h"
 #include "sqlitestore.h"
 
 #include "../../sale/recordingdriver.h"
@@ -19,6 +22,8 @@ using sale::DocumentKind;
 using sale::DocumentState;
 
 namespace {
+
+const WorkerLease noLease([] {});
 
 struct PatientRow
 {
@@ -47,7 +52,7 @@ TEST(Patience, IsForTheDocumentThatTheRegisterKeptAndDidNotIssue)
         {"shift:001", "paper", DocumentState::NotIssued, DocumentState::NotIssued},
     };
     for (const PatientRow& row : rows) {
-        PatientStore store(":memory:", row.closesShift);
+        PatientStore store(":memory:", row.closesShift, noLease, "till1");
         store.setPatientFor("sale:0001", row.mayHaveRestarted);
         store.accept({row.id, "sell", {}, "till1"});
         const int attempt = store.begin(row.id, {}).value();
@@ -63,9 +68,36 @@ TEST(Patience, LeavesAllElseToTheJournal)
     const QTemporaryDir folder;
     const QString journal = folder.filePath("journal.sqlite");
     sale::SqliteStore(journal).moveTo(folder.filePath("moved.sqlite"));
-    PatientStore store(journal, false);
+    PatientStore store(journal, false, noLease, "till1");
     EXPECT_TRUE(store.isMoved());
     EXPECT_THROW(store.requireRoom(), sale::JournalError);
+}
+
+QJsonObject leaseOf(qint64 milliseconds)
+{
+    return {{"owner", "me"}, {"epoch", 3},
+        {"until", qint64{sale::RegisterLeases::timeSinceBoot().count() + milliseconds}}};
+}
+
+TEST(Lease, NothingIsBegunOrSentBehindItsEndUnlessItWasRenewedMeanwhile)
+{
+    QJsonObject news;
+    WorkerLease lease([&] { lease.take(std::exchange(news, {})); });
+    LineTick line([](const char*) {}, [&] { lease.require(); });
+    PatientStore store(":memory:", false, lease, "till1");
+    store.accept({"sale:0001", "sell", {}, "till1"});
+    line.sent("without any");
+    EXPECT_FALSE(lease.of("till1"));
+    lease.take(leaseOf(-1));
+    EXPECT_THROW(line.sent("late"), LeaseOver);
+    EXPECT_THROW(line.opening(), LeaseOver);
+    EXPECT_THROW(store.begin("sale:0001", {}), LeaseOver);
+    EXPECT_EQ(store.findId("sale:0001")->state, DocumentState::Queued);
+    news = leaseOf(1'000'000);
+    line.sent("in time");
+    line.opening();
+    EXPECT_EQ(store.begin("sale:0001", {}), 1);
+    EXPECT_EQ(lease.of("till1")->epoch, 3);
 }
 
 struct ClockRow

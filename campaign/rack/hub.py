@@ -1,0 +1,113 @@
+"""A register's network port, to which any number of hosts connect: whom of them it hears is the register's own matter."""
+
+import contextlib
+import select
+import socket
+import threading
+import time
+
+from lines import Cut, TcpLine
+
+# The request behind which a host has nothing more to send but the close: payment, and the sum of cash in or out.
+LAST_STEPS = (b"35", b"36")
+CLOSING = b"22"
+HEX_START = 0x02
+
+
+def command(data):
+    """Of a HEX request that begins here."""
+    return data[6:8] if data[:1] == bytes([HEX_START]) else b""
+
+
+class Hub(TcpLine):
+    """Each host has a connection of its own to the register. A trap is sprung once, at the answer behind which the host closes its
+    receipt, before the host has it: its action gets the host's port. Or the closing request is held back."""
+
+    def __init__(self, target, folder):
+        super().__init__(target, folder)
+        self._lock = threading.Lock()
+        self._trap = None
+        self._hold = 0
+
+    def set_trap(self, action):
+        self._trap = action
+
+    def hold_close(self, seconds):
+        """The next closing request arrives so much later."""
+        self._hold = seconds
+
+    def mend(self):
+        super().mend()
+        self._trap = None
+        self._hold = 0
+
+    def serve(self):
+        host, _ = self.listener.accept()
+        threading.Thread(target=self._serve_host, args=(host,), daemon=True).start()
+
+    def _serve_host(self, host):
+        with host, contextlib.suppress(OSError, Cut):
+            host.setblocking(True)
+            host.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)
+            with self.reach_register() as register:
+                Pair(self, host, register).carry()
+
+    def take_trap(self):
+        with self._lock:
+            trap, self._trap = self._trap, None
+        return trap
+
+    def take_hold(self):
+        with self._lock:
+            hold, self._hold = self._hold, 0
+        return hold
+
+    def is_down(self):
+        return self.is_ended or time.monotonic() < self.down_until
+
+    def pass_on(self, way, to, data):
+        self._pass(way, to, data)
+
+
+class Pair:
+    """One host's connection."""
+
+    def __init__(self, hub, host, register):
+        self._hub = hub
+        self._host = host
+        self._register = register
+        self._is_last_step = False
+
+    def carry(self):
+        while not self._hub.is_down():
+            if self._hub.cut_after and self._hub.cut_after[0] <= 0:
+                self._hub.cut()
+            ready, _, _ = select.select([self._host, self._register], [], [], 0.1)
+            for end in ready:
+                data = end.recv(65536)
+                if not data:
+                    raise Cut
+                if end is self._host:
+                    self._request(data)
+                else:
+                    self._answer(data)
+        raise Cut
+
+    def _request(self, data):
+        self._is_last_step = command(data) in LAST_STEPS
+        if command(data) == CLOSING and (seconds := self._hub.take_hold()):
+            self._wait(seconds)
+        self._hub.pass_on("request", self._register.fileno(), data)
+
+    def _answer(self, data):
+        if self._is_last_step and (trap := self._hub.take_trap()):
+            trap(self._host.getpeername()[1])
+        self._is_last_step = False
+        self._hub.pass_on("answer", self._host.fileno(), data)
+
+    def _wait(self, seconds):
+        """The register may hang up meanwhile, and then it never hears of it."""
+        end = time.monotonic() + seconds
+        while time.monotonic() < end and not self._hub.is_ended:
+            if select.select([self._register], [], [], 0.05)[0] and not self._register.recv(1, socket.MSG_PEEK):
+                raise Cut

@@ -1,0 +1,93 @@
+"""One batch of a rack: database, registers, services and clients from nothing to the verdict."""
+
+import subprocess
+import time
+
+from batch import Batch
+from clients import Clients
+from database import Database
+from hub import Hub
+from ledger import Ledger
+from lines import PtyLine
+from machines import Frozen, Machine, Services, services_of
+from person import Person
+from plan import draw_orders, drawn
+from rackfaults import RackFaults
+from registers import Register
+from relay import Relay
+
+# Seconds. A shop's is longer; here nobody waits for it.
+LEASE = 3
+# So long a register is asked that is no fence, and then a person is.
+ASKED_FOR = 20
+POOLS = {"any": lambda register: True, "fenced": lambda register: register.is_exclusive}
+# Whom a register hears that two hosts connect to, and how many there are; None for a serial line.
+KINDS = (("last", 4), ("both", 3), ("first", 2), (None, 3))
+
+
+def registers_of(emulator, folder):
+    kinds = [kind for kind, count in KINDS for _ in range(count)]
+    for place, kind in enumerate(kinds):
+        # What is connected to twice is no fence, as a detection would have found; a serial line has its machine.
+        yield Register(emulator, folder, place, Hub if kind else PtyLine, ("--tcp-connections", kind) if kind else (),
+                       kind in ("last", None))
+
+
+class RackBatch(Batch):
+    CLIENTS = 30
+
+    def __init__(self, programs, folder, seed, documents):
+        self.folder, self.seed, self.count = folder, seed, documents
+        self.lease = LEASE
+        self.registers = list(registers_of(programs.emulator, folder))
+        self.database = Database("max_connections=200")
+        self.relays = [Relay(self.database.folder) for _ in range(3)]
+        here = Machine()
+        shares = self._shares(programs.takeover)
+        self.service = Services(services_of(programs.frserver, programs.plugin, folder, shares, self.relays,
+                                            (here, here, Machine(folder / "elsewhere")), self._settings), shares)
+        for relay in self.relays:
+            relay.start()
+        subprocess.run([programs.frserver, "--config", self.service.each[0].config, "migrate"], check=True)
+        self.frozen = Frozen()
+        self.ledger = Ledger()
+        names = [register.name for register in self.registers]
+        self.clients = Clients(self.service, self.ledger, draw_orders(seed, documents, names, list(POOLS)),
+                               lambda what: drawn(seed, what), names)
+        self.faults = RackFaults(self, drawn(seed, "faults"))
+        self._asked_until = None
+
+    def _shares(self, is_taken_over):
+        """Two services look after the same registers on this machine, the third on another one those that are in the network; or
+        each has its own."""
+        if not is_taken_over:
+            return [self.registers[place::3] for place in range(3)]
+        return self.registers, self.registers, [one for one in self.registers if isinstance(one.line, Hub)]
+
+    @staticmethod
+    def _settings(registers):
+        """Of a service with these."""
+        return {"store": {"lease": LEASE}} | {f"pool {pool}": {"registers": ",".join(one.name for one in registers if has(one))}
+                for pool, has in POOLS.items()}
+
+    def _unfenced(self):
+        return frozenset(one.name for one in self.registers if not one.is_exclusive)
+
+    def _may_be_asked(self, document):
+        is_in_time = document["register"] not in self._unfenced() or time.monotonic() < self._asked_until
+        return super()._may_be_asked(document) and is_in_time
+
+    def _settle(self):
+        self._asked_until = time.monotonic() + ASKED_FOR
+        wrong = super()._settle()
+        person = Person(self.service, self.ledger, {one.name: one for one in self.registers if not one.is_exclusive})
+        wrong += person.look()
+        self.faults.counts["person"] = person.cases
+        return wrong
+
+    def _stop(self):
+        self.frozen.end()
+        super()._stop()
+        for relay in self.relays:
+            relay.end()
+        self.database.close()

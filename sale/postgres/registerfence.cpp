@@ -1,0 +1,72 @@
+#include "postgres/registerfence.h"
+
+#include "postgres/postgresconnection.h"
+#include "postgres/workertable.h"
+
+#include <QElapsedTimer>
+
+#include <algorithm>
+
+namespace sale {
+
+namespace {
+
+/// A document takes seconds, and one that was broken off is a receipt that was not issued.
+constexpr int patienceMs = 10'000;
+constexpr int sliceMs = 50;
+/// Behind SIGKILL.
+constexpr int longestEndMs = 5'000;
+
+bool end(const ProcessIdentity& process, const std::function<void()>& whileWaiting)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!process.isFrozen() && !timer.hasExpired(patienceMs)) {
+        if (process.waitForEnd(sliceMs))
+            return true;
+        whileWaiting();
+    }
+    return process.kill() && process.waitForEnd(longestEndMs);
+}
+
+} // namespace
+
+RegisterFence::RegisterFence(PostgresConnection& connection, const LeasedRegister& lease)
+    : m_connection(connection)
+    , m_lease(lease)
+{
+}
+
+bool RegisterFence::enter(const std::function<void()>& whileWaiting)
+{
+    WorkerTable workers(m_connection);
+    QList<WorkerTable::Row> others;
+    m_connection.together([&] {
+        // Nobody who has lost the register comes behind whoever has it now.
+        requireOwner(m_connection, m_lease);
+        workers.add(m_lease);
+        others = workers.others(m_lease.registerName);
+    });
+    return std::all_of(others.cbegin(), others.cend(), [&](const WorkerTable::Row& other) {
+        const ProcessIdentity& process = other.process;
+        if (process.fate() == ProcessIdentity::Fate::Unseen)
+            return true;
+        if (!end(process, whileWaiting))
+            return false;
+        workers.remove(m_lease.registerName, process);
+        return true;
+    });
+}
+
+void RegisterFence::hasLineAlone()
+{
+    m_connection.execute(QStringLiteral("DELETE FROM workers WHERE register = ? AND epoch < ?"),
+        {m_lease.registerName, m_lease.epoch});
+}
+
+void RegisterFence::leave()
+{
+    WorkerTable(m_connection).remove(m_lease.registerName, ProcessIdentity::own());
+}
+
+} // namespace sale

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "postgres/leasedregister.h"
+
+#include <functional>
+
+namespace sale {
+
+class PostgresConnection;
+
+/// Keeps those who had a register before away from it: the lease alone keeps them from the table, and one
+/// that was stopped just before it would have sent something sends it when it goes on. All operations throw
+/// JournalError.
+class RegisterFence
+{
+public:
+    /// The connection must outlive it.
+    RegisterFence(PostgresConnection& connection, const LeasedRegister& lease);
+
+    /// To be done before the line is opened: this process is known to have it from then on, and those of this
+    /// machine that had it have ended. One that is at work is left a moment to come to its end, one that is
+    /// stopped is killed. False when there is one that cannot be ended. The callback runs in waits.
+    bool enter(const std::function<void()>& whileWaiting);
+    /// The register has answered on this line, and answers on no other one any more.
+    void hasLineAlone();
+    /// The line is closed, and nothing is written to it any more.
+    void leave();
+
+private:
+    PostgresConnection& m_connection;
+    const LeasedRegister m_lease;
+};
+
+} // namespace sale

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "postgres/leasedregister.h"
+#include "postgres/processidentity.h"
+
+#include <QList>
+
+namespace sale {
+
+class PostgresConnection;
+
+/// Which processes may have a register's line open, of any machine: each stands there before it opens it,
+/// until it has closed it or is known to have ended. All operations throw JournalError.
+class WorkerTable
+{
+public:
+    struct Row
+    {
+        qint64 epoch = 0;
+        ProcessIdentity process;
+    };
+
+    /// The connection must outlive it.
+    explicit WorkerTable(PostgresConnection& connection)
+        : m_connection(connection)
+    {
+    }
+
+    void add(const LeasedRegister& lease);
+    void remove(const QString& registerName, const ProcessIdentity& process);
+    /// All of the register but this process; those that have ended are left out, and removed.
+    QList<Row> others(const QString& registerName);
+    /// Those of other machines, when somebody has said that they cannot reach it any more.
+    void removeOtherMachines(const QString& registerName);
+    /// Removes what this machine is known to have ended, of whatever register.
+    void removeEnded();
+
+private:
+    struct Entry
+    {
+        QString registerName;
+        Row row;
+    };
+    QList<Entry> entries(const QString& condition, const QVariantList& values);
+
+    PostgresConnection& m_connection;
+};
+
+} // namespace sale

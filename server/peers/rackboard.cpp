@@ -1,0 +1,129 @@
+#include "peers/rackboard.h"
+
+#include <QJsonDocument>
+#include <QSqlQuery>
+
+namespace frserver::rackboard {
+
+namespace {
+
+QString textOf(const QJsonObject& json)
+{
+    return QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact));
+}
+
+QJsonObject jsonOf(const QVariant& text)
+{
+    return QJsonDocument::fromJson(text.toString().toUtf8()).object();
+}
+
+QString settingsText(const Till::Settings& settings)
+{
+    return textOf({{QStringLiteral("protocol"), receipt::protocolName(settings.protocol)},
+        {QStringLiteral("timeZone"), QString::fromLatin1(settings.timeZone.id())},
+        {QStringLiteral("startBefore"), settings.startBefore},
+        {QStringLiteral("hasCashier"), settings.hasCashier}, {QStringLiteral("cashier"), settings.cashier},
+        {QStringLiteral("cashierInn"), settings.cashierInn}});
+}
+
+Till::Settings settingsOf(const QString& name, const QJsonObject& json)
+{
+    const auto text = [&json](const char* member) { return json.value(QLatin1String(member)).toString(); };
+    return {name, receipt::protocolNamed(text("protocol")).value_or(receipt::Protocol::Xml),
+        QTimeZone(text("timeZone").toLatin1()), json.value(QStringLiteral("startBefore")).toInt(),
+        json.value(QStringLiteral("hasCashier")).toBool(), text("cashier"), text("cashierInn")};
+}
+
+} // namespace
+
+void beat(sale::SqlConnection& connection, const QString& service, const QString& name)
+{
+    connection.execute(
+        QStringLiteral("INSERT INTO services (id, name, seen) VALUES (?, ?, clock_timestamp()) "
+                       "ON CONFLICT (id) DO UPDATE SET seen = excluded.seen, name = excluded.name"),
+        {service, name});
+}
+
+void leave(sale::SqlConnection& connection, const QString& service)
+{
+    connection.execute(QStringLiteral("DELETE FROM services WHERE id = ?"), {service});
+}
+
+void tidy(sale::SqlConnection& connection)
+{
+    connection.execute(
+        QStringLiteral("DELETE FROM registers WHERE told < now() - interval '7 days' "
+                       "AND NOT EXISTS (SELECT 1 FROM services WHERE id = service) "
+                       "AND NOT EXISTS (SELECT 1 FROM documents WHERE register = registers.name "
+                       "AND state IN ('queued', 'running', 'unknown'))"));
+    connection.execute(QStringLiteral("DELETE FROM services WHERE seen < now() - interval '7 days'"));
+    connection.execute(QStringLiteral("DELETE FROM orders WHERE made < now() - interval '1 hour'"));
+}
+
+QHash<QString, double> silences(const sale::SqlConnection& connection)
+{
+    QHash<QString, double> found;
+    connection.select(
+        QStringLiteral("SELECT id, extract(epoch FROM clock_timestamp() - seen)::float8 FROM services"), {},
+        [&found](const QSqlQuery& row) { found.insert(row.value(0).toString(), row.value(1).toDouble()); });
+    return found;
+}
+
+void tell(sale::SqlConnection& connection, const QString& service, const QList<Entry>& entries)
+{
+    if (entries.isEmpty())
+        return;
+    QStringList rows;
+    QVariantList values;
+    for (const Entry& entry : entries) {
+        rows.append(QStringLiteral("(?, ?, ?, ?, clock_timestamp())"));
+        values << entry.settings.name << service << settingsText(entry.settings) << textOf(entry.view);
+    }
+    connection.execute(
+        QStringLiteral("INSERT INTO registers (name, service, settings, view, told) VALUES %1 "
+                       "ON CONFLICT (name) DO UPDATE SET service = excluded.service, "
+                       "settings = excluded.settings, view = excluded.view, told = excluded.told")
+            .arg(rows.join(QLatin1Char(','))),
+        values);
+}
+
+QList<ToldRegister> registers(const sale::SqlConnection& connection, Reading& reading)
+{
+    QList<ToldRegister> found;
+    // What was written before something else may be seen after it.
+    connection.select(QStringLiteral("SELECT name, told::text, service, settings, view, "
+                                     "extract(epoch FROM clock_timestamp() - told)::float8 FROM registers "
+                                     "WHERE told >= ?::timestamptz - interval '5 seconds' ORDER BY told"),
+        {reading.last}, [&](const QSqlQuery& row) {
+            const QString name = row.value(0).toString();
+            reading.last = row.value(1).toString();
+            if (reading.told.value(name) == reading.last)
+                return;
+            reading.told.insert(name, reading.last);
+            ToldRegister told{settingsOf(name, jsonOf(row.value(3))), jsonOf(row.value(4)),
+                row.value(2).toString(), row.value(5).toDouble(), {}};
+            told.read.start();
+            found.append(told);
+        });
+    return found;
+}
+
+void order(sale::SqlConnection& connection, const QString& service, const Order& order)
+{
+    connection.execute(
+        QStringLiteral("INSERT INTO orders (service, register, content, made) VALUES (?, ?, ?, now())"),
+        {service, order.registerName, textOf(order.content)});
+}
+
+QList<Order> takeOrders(sale::SqlConnection& connection, const QString& service)
+{
+    QList<Order> taken;
+    connection.select(QStringLiteral("WITH taken AS (DELETE FROM orders WHERE service = ? RETURNING *) "
+                                     "SELECT register, content FROM taken ORDER BY number"),
+        {service}, [&taken](const QSqlQuery& row) {
+            taken.append({row.value(0).toString(), jsonOf(row.value(1))});
+        });
+    return taken;
+}
+
+} // namespace frserver::rackboard

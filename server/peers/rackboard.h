@@ -1,0 +1,53 @@
+#pragma once
+
+#include "peers/toldregister.h"
+#include "sqlconnection.h"
+
+#include <QHash>
+#include <QList>
+
+namespace frserver {
+
+/// The tables by which the services of one database know of each other and of their registers. A service is
+/// named by an id that it has as long as it runs. All operations throw sale::JournalError.
+namespace rackboard {
+
+struct Entry
+{
+    Till::Settings settings;
+    QJsonObject view;
+};
+
+struct Order
+{
+    QString registerName;
+    QJsonObject content;
+};
+
+struct Reading
+{
+    /// Of each register by name, and of all of them.
+    QHash<QString, QString> told = {};
+    QString last = QStringLiteral("-infinity");
+};
+
+/// The service is there.
+void beat(sale::SqlConnection& connection, const QString& service, const QString& name);
+/// It is no longer.
+void leave(sale::SqlConnection& connection, const QString& service);
+/// Drops what nobody has told anything of for a week: registers without an open document, and services.
+void tidy(sale::SqlConnection& connection);
+/// Those that are there, each with the seconds for which it has told nothing.
+QHash<QString, double> silences(const sale::SqlConnection& connection);
+/// All at once: the service works these registers now.
+void tell(sale::SqlConnection& connection, const QString& service, const QList<Entry>& entries);
+/// What is new since the last reading, which begins with an empty one.
+QList<ToldRegister> registers(const sale::SqlConnection& connection, Reading& reading);
+/// What a service is to do with a register that it works.
+void order(sale::SqlConnection& connection, const QString& service, const Order& order);
+/// Those of the service, in their order; each once.
+QList<Order> takeOrders(sale::SqlConnection& connection, const QString& service);
+
+} // namespace rackboard
+
+} // namespace frserver

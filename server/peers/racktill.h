@@ -1,0 +1,77 @@
+#pragma once
+
+#include "peers/toldregister.h"
+
+#include <QDateTime>
+
+#include <chrono>
+#include <functional>
+#include <optional>
+
+namespace frserver {
+
+/// A register of the rack, whichever service works it: this one, or another one that has told of it and takes
+/// orders for it.
+class RackTill : public Till
+{
+public:
+    /// Gives it to the service that works the register. May throw sale::JournalError.
+    using Order = std::function<void(const RackTill& till, const QJsonObject& content)>;
+
+    /// The register as this service has it must outlive it; null when it does not have it.
+    /// A service that has told nothing for longer than that is taken for dead.
+    RackTill(const Settings& settings, Till* own, const Order& order, std::chrono::seconds longestSilence);
+
+    /// How this service is called when it works the register.
+    void setServiceName(const QString& name) { m_serviceName = name; }
+    void tell(const ToldRegister& told);
+    /// The service that has told of it was there so many seconds ago; nothing when it is gone.
+    void noteSilence(std::optional<double> seconds);
+    /// Its id.
+    const QString& service() const { return m_told.service; }
+    /// This service works it, and tells of it.
+    bool isOwn() const { return m_own != nullptr && m_own->isHere(); }
+    /// What another service has ordered.
+    void obey(const QJsonObject& content);
+
+    bool isHere() const override;
+    bool isReachable() const override;
+    QJsonObject view() const override;
+    void wake() override;
+    void setAwaited(const QString& id, bool isAwaited) override;
+    void settle(const QString& id) override;
+    void pause(const QString& by) override;
+    void resume(const QString& by) override;
+    void accept(const QString& by, const QString& note) override;
+
+private:
+    void order(const QJsonObject& content);
+    double silence() const;
+    double age() const;
+    QJsonObject toldView() const;
+
+    Till* const m_own;
+    const Order m_order;
+    const double m_longestSilence;
+    QString m_serviceName;
+    ToldRegister m_told;
+    /// Seconds, when it was noted last.
+    double m_silence = 0;
+    QElapsedTimer m_noted;
+    /// When it was there last.
+    QDateTime m_seen;
+};
+
+/// @name What is ordered
+/// @{
+namespace rackorder {
+
+/// Only said, since it is worth nothing later.
+bool isPassing(const QJsonObject& content);
+/// The document that is to be asked about; empty for another order.
+QString settledId(const QJsonObject& content);
+
+} // namespace rackorder
+/// @}
+
+} // namespace frserver

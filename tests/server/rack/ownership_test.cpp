@@ -1,0 +1,129 @@
+// A register that several services have in their configuration.
+
+#include "agentfixture.h"
+#include "handownership.h"
+
+using sale::DocumentState;
+
+namespace {
+
+class OwnedTest : public AgentTest
+{
+protected:
+    OwnedTest() { ownership = hand; }
+
+    void lose()
+    {
+        hand->epoch = 0;
+        agent->look();
+    }
+
+    std::shared_ptr<HandOwnership> hand = std::make_shared<HandOwnership>();
+};
+
+TEST_F(OwnedTest, StandsByUntilTheRegisterIsItsOwn)
+{
+    hand->epoch = 0;
+    makeAgent();
+    agent->start();
+    queue("sale:0001");
+    pass(1'000'000);
+    EXPECT_EQ(worker->starts, 0);
+    EXPECT_EQ(text("state"), "standby");
+    EXPECT_EQ(agent->view().value("owner").toObject().value("host"), "shop2");
+    // What nobody can ask about now is told at once.
+    agent->settle("sale:0001");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(changed, QStringList{"sale:0001"});
+    hand->epoch = 7;
+    agent->look();
+    worker->answer({});
+    open();
+    EXPECT_EQ(worker->last.value("lease").toObject().value("epoch"), 7);
+    issue();
+    EXPECT_EQ(text("state"), "ready");
+}
+
+TEST_F(OwnedTest, WorkerIsKilledWhenTheLeaseIsOverWhateverItIsAt)
+{
+    startAgent();
+    queue("sale:0001");
+    ASSERT_EQ(worker->at(), "make sale:0001");
+    lose();
+    EXPECT_EQ(worker->kills, 1);
+    EXPECT_EQ(text("state"), "standby");
+    EXPECT_EQ(stateOf("sale:0001"), DocumentState::Queued);
+    pass(1'000'000);
+    EXPECT_EQ(worker->starts, 1);
+    // It is no fault of the document, however often that happens.
+    for (int time = 0; time < 4; ++time) {
+        hand->epoch = 2 + time;
+        agent->look();
+        worker->answer({});
+        open();
+        ASSERT_EQ(worker->at(), "make sale:0001");
+        lose();
+    }
+    // One with nothing to do as well.
+    hand->epoch = 9;
+    agent->look();
+    worker->answer({});
+    open();
+    issue();
+    lose();
+    EXPECT_FALSE(worker->isAlive);
+}
+
+TEST_F(OwnedTest, WorkerHearsOfEachRenewalOnce)
+{
+    startAgent();
+    agent->look();
+    EXPECT_TRUE(worker->leases.isEmpty()) << "it is at nothing";
+    queue("sale:0001");
+    EXPECT_EQ(worker->last.value("lease").toObject().value("until"), 1000);
+    agent->look();
+    hand->until = 2000;
+    agent->look();
+    agent->look();
+    ASSERT_EQ(worker->leases.size(), 1);
+    EXPECT_EQ(worker->leases.constFirst().value("until"), 2000);
+    issue();
+}
+
+TEST_F(OwnedTest, WhatKeepsItFromItsRegisterIsToldAndAPersonMayAnswer)
+{
+    hand->epoch = 0;
+    hand->waiting = frserver::Waiting{"otherMachine", "of shop2"};
+    makeAgent();
+    agent->start();
+    EXPECT_EQ(text("state"), "waiting");
+    EXPECT_EQ(text("waiting"), "otherMachine");
+    agent->accept("Петров", "moved");
+    ASSERT_EQ(worker->starts, 1);
+    worker->answer({});
+    // The drive is another question.
+    EXPECT_EQ(worker->at(), "open");
+    open();
+    EXPECT_EQ(text("state"), "ready");
+}
+
+TEST_F(OwnedTest, RegisterIsReleasedWhenItsWorkerHasEnded)
+{
+    startAgent();
+    agent->stop();
+    worker->answer({});
+    EXPECT_FALSE(hand->isReleased);
+    worker->die();
+    EXPECT_TRUE(isStopped);
+    EXPECT_TRUE(hand->isReleased);
+}
+
+TEST_F(OwnedTest, StopsAlsoWhileSomebodyElseHasIt)
+{
+    startAgent();
+    lose();
+    agent->stop();
+    EXPECT_TRUE(isStopped);
+}
+
+} // namespace
