@@ -1,0 +1,125 @@
+// Documents that a worker dies of, or that fail for ever.
+
+#include "agentfixture.h"
+
+using sale::DocumentState;
+
+namespace {
+
+TEST_F(AgentTest, NeverMakesAgainWhatAWorkerDiedOf)
+{
+    startAgent();
+    queue("sale:0001");
+    queue("sale:0002");
+    begin("sale:0001");
+    worker->die();
+    EXPECT_EQ(changed, QStringList{"sale:0001"});
+    pass(1000);
+    worker->answer({});
+    end("sale:0001", DocumentState::NotIssued, sale::StateReason::Settled);
+    open(true, {}, {"sale:0001"});
+    EXPECT_EQ(worker->at(), "make sale:0002");
+}
+
+TEST_F(AgentTest, TellsWhatAStartHasSettledAlsoWhenItFails)
+{
+    startAgent();
+    queue("sale:0001");
+    begin("sale:0001");
+    worker->die();
+    pass(1000);
+    worker->answer({});
+    ASSERT_EQ(worker->at(), "open");
+    end("sale:0001", DocumentState::Unknown);
+    changed.clear();
+    worker->fail("line");
+    EXPECT_EQ(changed, QStringList{"sale:0001"});
+}
+
+TEST_F(AgentTest, RefusesADocumentThatKillsItsWorkersBeforeItIsBegun)
+{
+    startAgent();
+    queue("sale:0001");
+    for (const int seconds : {1, 2, 4}) {
+        ASSERT_EQ(worker->at(), "make sale:0001");
+        worker->die();
+        pass(seconds * 1000);
+        worker->answer({});
+        if (seconds == 4)
+            queue("sale:0002");
+        open();
+    }
+    EXPECT_EQ(worker->at(), "make sale:0002");
+    EXPECT_EQ(stateOf("sale:0001"), DocumentState::NotIssued);
+    EXPECT_EQ(store.findId("sale:0001")->attempts.constLast().note.failure.value("kind"), "internal");
+}
+
+TEST_F(AgentTest, RefusesADocumentThatFailsForeverAndGoesOnWithTheNext)
+{
+    for (const QString reason : {"internal", "other"}) {
+        startAgent();
+        const QString id = "sale:" + reason;
+        queue(id);
+        queue("next:" + reason);
+        for (const int seconds : {1, 2, 4, 8}) {
+            ASSERT_EQ(worker->at(), "make " + id);
+            hold(reason);
+            EXPECT_EQ(text("waiting"), reason);
+            pass(seconds * 1000);
+            open();
+        }
+        // What a person puts right does not count.
+        hold("paper");
+        pass(16'000);
+        hold(reason);
+        EXPECT_EQ(worker->at(), "make next:" + reason);
+        EXPECT_EQ(stateOf(id), DocumentState::NotIssued);
+        const QJsonObject failure = store.findId(id)->attempts.constLast().note.failure;
+        EXPECT_EQ(failure.value("kind"), reason);
+        EXPECT_EQ(failure.value("text"), "of " + reason);
+        issue();
+    }
+}
+
+TEST_F(AgentTest, GivesUpWhatTheRegisterCanNeverBeAskedAbout)
+{
+    startAgent();
+    queue("sale:0001");
+    queue("sale:0002");
+    begin("sale:0001");
+    worker->answer({{"state", "running"}, {"kind", "internal"}});
+    const auto fail = [this](const QString& reason, int times) {
+        for (int time = 0; time < times; ++time) {
+            ASSERT_EQ(worker->at(), "open");
+            worker->fail(reason);
+            pass(60'000);
+        }
+    };
+    // A line may be gone for a night.
+    fail("line", 20);
+    fail("other", 9);
+    EXPECT_EQ(stateOf("sale:0001"), DocumentState::Running);
+    fail("internal", 1);
+    EXPECT_EQ(stateOf("sale:0001"), DocumentState::Unknown);
+    open();
+    EXPECT_EQ(worker->at(), "make sale:0002");
+}
+
+TEST_F(AgentTest, CountsNoDeathAgainstWhatWasGivenToAWorkerThatHadEnded)
+{
+    makeAgent();
+    queue("sale:0001");
+    agent->start();
+    for (int death = 0; death < 4; ++death) {
+        worker->answer({});
+        // Its last answer is read when it is gone.
+        worker->hasEnded = true;
+        open();
+        ASSERT_EQ(worker->at(), "make sale:0001");
+        worker->die();
+        pass(60'000);
+    }
+    EXPECT_EQ(stateOf("sale:0001"), DocumentState::Queued);
+}
+
+} // namespace
