@@ -172,8 +172,11 @@ QList<StoredDocument> SqlStore::find(const DocumentQuery& query) const
     m_sql.select(statementOf(query, condition.text()), condition.values(),
         [&documents](const QSqlQuery& row) { documents.append(documentOf(row)); });
     if (query.withAttempts) {
-        for (StoredDocument& document : documents)
-            addAttempts(document);
+        for (StoredDocument& document : documents) {
+            // One that waits is looked at several times before it is begun.
+            if (document.attemptCount > 0)
+                addAttempts(document);
+        }
     }
     return documents;
 }
