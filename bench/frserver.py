@@ -106,7 +106,9 @@ def measure_load(table, folder, protocol, positions):
     for count in LOADS:
         place = folder / f"{protocol}-{positions}-{count}"
         place.mkdir()
-        with SoftwareRegister(str(BIN / "spf-emulator"), "--registers", str(count)) as registers, \
+        # Without a control interface: keeping exchanges and pages for it takes a third of the registers' processor time, and
+        # real registers have processors of their own.
+        with SoftwareRegister(str(BIN / "spf-emulator"), "--registers", str(count), panel=None) as registers, \
                 serial_lines([port for _, port in registers.lines]) as lines, running(place, lines, protocol) as service:
             told = measure("load", port_of(service), SECONDS, positions, *(f"r{number}" for number in range(count)))
             rate = told["sales"] / told["seconds"]

@@ -4,6 +4,8 @@
 
 #include <QElapsedTimer>
 
+#include <poll.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -90,9 +92,10 @@ bool TcpSerialDevice::clearLine()
 
 qint64 TcpSerialDevice::send(const QByteArray& data, int milliseconds)
 {
+    if (sendNow(data) == data.size())
+        return data.size();
     QElapsedTimer timer;
     timer.start();
-    m_socket.write(data);
     const auto left = [&] { return std::max(0, milliseconds - static_cast<int>(timer.elapsed())); };
     while (m_socket.bytesToWrite() > 0 && m_socket.waitForBytesWritten(left()))
         ;
@@ -103,13 +106,43 @@ qint64 TcpSerialDevice::send(const QByteArray& data, int milliseconds)
     return isLineOpen() ? 0 : lineIsGone;
 }
 
+/// Past Qt, which would wait for the line first and keep a copy; what the line does not take at once is left
+/// to it.
+qint64 TcpSerialDevice::sendNow(const QByteArray& data)
+{
+    ssize_t sent = 0;
+    if (m_socket.state() == QAbstractSocket::ConnectedState && m_socket.bytesToWrite() == 0)
+        sent = ::send(static_cast<int>(m_socket.socketDescriptor()), data.constData(),
+            static_cast<size_t>(data.size()), MSG_NOSIGNAL | MSG_DONTWAIT);
+    sent = std::max<ssize_t>(0, sent);
+    if (sent < data.size())
+        m_socket.write(data.sliced(sent));
+    return sent;
+}
+
 qint64 TcpSerialDevice::receive(char* data, qint64 maxSize, int milliseconds)
 {
-    if (m_socket.bytesAvailable() == 0)
-        m_socket.waitForReadyRead(milliseconds);
+    if (m_socket.bytesAvailable() == 0) {
+        if (const qint64 size = receiveNow(data, maxSize, milliseconds))
+            return std::max<qint64>(0, size);
+        // It is Qt's to find out how the line has ended.
+        m_socket.waitForReadyRead(0);
+    }
     if (m_socket.bytesAvailable() > 0)
         return m_socket.read(data, maxSize);
     return isLineOpen() ? 0 : lineIsGone;
+}
+
+/// Past Qt, which asks the system several times for each portion. Negative when none comes in time, 0 when
+/// there is something other than bytes.
+qint64 TcpSerialDevice::receiveNow(char* data, qint64 maxSize, int milliseconds)
+{
+    if (m_socket.state() != QAbstractSocket::ConnectedState)
+        return 0;
+    pollfd entry{static_cast<int>(m_socket.socketDescriptor()), POLLIN, 0};
+    if (::poll(&entry, 1, milliseconds) <= 0)
+        return -1;
+    return std::max<ssize_t>(0, ::recv(entry.fd, data, static_cast<size_t>(maxSize), MSG_DONTWAIT));
 }
 
 } // namespace devices

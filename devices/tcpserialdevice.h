@@ -40,6 +40,9 @@ protected:
     qint64 receive(char* data, qint64 maxSize, int milliseconds) override;
 
 private:
+    qint64 sendNow(const QByteArray& data);
+    qint64 receiveNow(char* data, qint64 maxSize, int milliseconds);
+
     const QString m_host;
     const quint16 m_port;
     QTcpSocket m_socket;

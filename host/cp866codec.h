@@ -4,12 +4,14 @@
 #include <QString>
 #include <QTextCodec>
 
-/// The device's code page, through Qt's codec. Inline, so that the plugin asks nothing new of its host.
+/// The device's code page, through Qt's codec. In the header, so that the plugin asks nothing new of its
+/// host; each source has its own, or what they keep would keep the plugin from being unloaded.
 namespace cp866 {
 
-inline QTextCodec* codec()
+static inline QTextCodec* codec()
 {
-    QTextCodec* const found = QTextCodec::codecForName("CP866");
+    // Looked up under a lock, by each text of each position.
+    static QTextCodec* const found = QTextCodec::codecForName("CP866");
     Q_ASSERT(found != nullptr);
     return found;
 }
@@ -31,13 +33,13 @@ Text putRight(Text text, const Text& turned, const Text& right)
 }
 
 /// One byte a character; what the code page lacks becomes "?".
-inline QByteArray encode(const QString& text)
+static inline QByteArray encode(const QString& text)
 {
-    return putRight(codec()->fromUnicode(text), codec()->fromUnicode(QString::fromLatin1(turnedRound)),
-        QByteArray(turnedRound));
+    static const QByteArray turned = codec()->fromUnicode(QString::fromLatin1(turnedRound));
+    return putRight(codec()->fromUnicode(text), turned, QByteArray(turnedRound));
 }
 
-inline QString decode(const QByteArray& bytes)
+static inline QString decode(const QByteArray& bytes)
 {
     return putRight(
         codec()->toUnicode(bytes), codec()->toUnicode(turnedRound), QString::fromLatin1(turnedRound));

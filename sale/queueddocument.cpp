@@ -158,6 +158,7 @@ private:
         // The journal could not take it.
         if (record.state == DocumentState::Running && m_verdict.outcome == Outcome::Issued)
             m_made.answer.take(m_verdict);
+        m_made.stored = record.state;
     }
 
     /// Withdrawn, moved or made by somebody else in the meantime, which is no failure.

@@ -15,6 +15,8 @@ struct QueuedDocument
     DocumentAnswer answer;
     /// It waits still: what keeps the register from it, or the journal.
     std::optional<ErrorKind> held = {};
+    /// What the journal said at the end; nothing where it could not be asked.
+    std::optional<DocumentState> stored = {};
 };
 
 /// Makes the document that waits in the journal under that id for the desk's register, by its kind and its

@@ -201,8 +201,11 @@ QList<StoredDocument> SqlStore::find(const DocumentQuery& query) const
                 + wordsOf(query, condition.text()),
             condition.values());
     if (query.withAttempts) {
-        for (StoredDocument& document : found)
-            addAttempts(document);
+        for (StoredDocument& document : found) {
+            // One that waits is looked at several times before it is begun.
+            if (document.attemptCount > 0)
+                addAttempts(document);
+        }
     }
     return found;
 }

@@ -54,7 +54,9 @@ void FrSpf::checkWaitForPrint()
 
 void FrSpf::checkAddPosition(const FrPosition& position)
 {
-    logger->info("Добавление позиции в чек: %1", position.toString());
+    // All that a position is takes longer to put into words than to send.
+    if (logger->isInfoEnabled())
+        logger->info("Добавление позиции в чек: %1", position.toString());
     isPortReady();
     agentDataBound = command->bindAgentData(position);
     const QString code = position.getMarkingCode();

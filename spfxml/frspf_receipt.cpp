@@ -25,7 +25,9 @@ void FrSpf::checkOpen(const FiscalDocument& document)
 
 void FrSpf::checkAddPosition(const FrPosition& position)
 {
-    logger->info(QStringLiteral("Добавление позиции в чек: %1").arg(position.toString()));
+    // All that a position is takes longer to put into words than to send.
+    if (logger->isInfoEnabled())
+        logger->info(QStringLiteral("Добавление позиции в чек: %1").arg(position.toString()));
     positions.append(position);
 }
 

@@ -9,22 +9,24 @@ import urllib.request
 
 class SoftwareRegister:
     """On ports of its own, from construction to stop(). The options are those of the program; panel is the port of its
-    control interface, 0 for any. url is where that is, lines are (host, port) of each register."""
+    control interface, 0 for any, None for none. url is where that is, lines are (host, port) of each register."""
 
     def __init__(self, program, *options, panel=0, folder=None):
         self.process = subprocess.Popen(
-            [program, "--tcp", "0", "--panel", str(panel), "--quiet", *options], cwd=folder,
+            [program, "--tcp", "0", *([] if panel is None else ["--panel", str(panel)]), "--quiet", *options], cwd=folder,
             stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
         # The ports are told before.
         self.log = []
-        while not self.log or "panel on " not in self.log[-1]:
+        registers = int(options[options.index("--registers") + 1]) if "--registers" in options else 1
+        awaited = registers if panel is None else registers + 1
+        while sum(bool(re.search("(ready|panel) on ", line)) for line in self.log) < awaited:
             line = self.process.stdout.readline()
             assert line, f"spf-emulator ended: {''.join(self.log)}"
             self.log.append(line)
         # A pipe that nobody reads would stop it one day.
         threading.Thread(target=lambda: self.log.extend(self.process.stdout), daemon=True).start()
         said = "".join(self.log)
-        self.url = re.search(r"panel on (\S+)", said)[1]
+        self.url = None if panel is None else re.search(r"panel on (\S+)", said)[1]
         self.lines = [(host, int(port)) for host, port in re.findall(r"ready on tcp:(\S+):(\d+)", said)]
 
     def __enter__(self):

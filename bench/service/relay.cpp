@@ -3,16 +3,18 @@
 #include "loopback.h"
 #include "measures.h"
 
-#include <poll.h>
+#include <sys/epoll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
+#include <cerrno>
 #include <chrono>
 #include <cstdio>
+#include <deque>
 #include <optional>
 #include <stdexcept>
-#include <vector>
 
 namespace {
 
@@ -67,8 +69,9 @@ private:
 class SerialLine
 {
 public:
-    SerialLine(quint16 target, Clock::duration perByte)
+    SerialLine(quint16 target, Clock::duration perByte, int events)
         : m_target(target)
+        , m_events(events)
         , m_listener(newSocket())
         , m_toRegister(perByte)
         , m_toHost(perByte)
@@ -78,6 +81,8 @@ public:
             || ::listen(m_listener, 1) != 0)
             throw std::runtime_error("cannot listen");
     }
+    /// Where it stays from now on, for the events to come.
+    void begin() { watch(m_listener, Listener); }
 
     quint16 port() const
     {
@@ -86,21 +91,15 @@ public:
         ::getsockname(m_listener, reinterpret_cast<sockaddr*>(&address), &size);
         return ntohs(address.sin_port);
     }
-    void addTo(std::vector<pollfd>& entries) const
+    static void meet(const epoll_event& event)
     {
-        entries.push_back({m_listener, POLLIN, 0});
-        // A negative one is passed over.
-        entries.push_back({m_host, POLLIN, 0});
-        entries.push_back({m_register, POLLIN, 0});
-    }
-    void meet(const pollfd* entries)
-    {
-        if (entries[1].revents != 0)
-            carry(m_host, m_toRegister);
-        if (entries[2].revents != 0)
-            carry(m_register, m_toHost);
-        if (entries[0].revents != 0)
-            plugIn();
+        const auto* const end = static_cast<const End*>(event.data.ptr);
+        if (end->kind == Host)
+            end->line->carry(end->line->m_host, end->line->m_toRegister);
+        else if (end->kind == Register)
+            end->line->carry(end->line->m_register, end->line->m_toHost);
+        else
+            end->line->plugIn();
     }
     void pump(Clock::time_point now)
     {
@@ -113,12 +112,29 @@ public:
     }
 
 private:
+    enum Kind { Listener, Host, Register };
+    /// Whose event it is.
+    struct End
+    {
+        SerialLine* line = nullptr;
+        Kind kind = Listener;
+    };
+
+    void watch(int socket, Kind kind)
+    {
+        m_ends[kind] = {this, kind};
+        epoll_event event{EPOLLIN, {&m_ends[kind]}};
+        if (::epoll_ctl(m_events, EPOLL_CTL_ADD, socket, &event) != 0)
+            throw std::runtime_error("cannot watch a line");
+    }
     void plugIn()
     {
         unplug();
         m_host = ::accept4(m_listener, nullptr, nullptr, SOCK_CLOEXEC);
         m_register = connectionTo(m_target);
         sendAtOnce(m_host);
+        watch(m_host, Host);
+        watch(m_register, Register);
     }
     void unplug()
     {
@@ -133,10 +149,11 @@ private:
     void carry(int from, Wire& wire)
     {
         char bytes[4096];
-        const ssize_t count = from < 0 ? 0 : ::recv(from, bytes, sizeof bytes, 0);
+        const ssize_t count = from < 0 ? 0 : ::recv(from, bytes, sizeof bytes, MSG_DONTWAIT);
         if (count > 0)
             wire.put(bytes, count);
-        else
+        // Else the event is that of the connection before.
+        else if (count == 0 || errno != EAGAIN)
             unplug();
     }
     static void write(int to, const QByteArray& bytes)
@@ -147,11 +164,13 @@ private:
     }
 
     const quint16 m_target;
+    const int m_events;
     const int m_listener;
     int m_host = -1;
     int m_register = -1;
     Wire m_toRegister;
     Wire m_toHost;
+    std::array<End, 3> m_ends;
 };
 
 timespec until(Clock::time_point due)
@@ -162,25 +181,27 @@ timespec until(Clock::time_point due)
     return {nanoseconds / second, nanoseconds % second};
 }
 
-void carry(std::vector<SerialLine>& lines)
+void carry(std::deque<SerialLine>& lines, int events)
 {
+    // Standard input ends it, and is no end of a line.
+    epoll_event input{EPOLLIN, {nullptr}};
+    ::epoll_ctl(events, EPOLL_CTL_ADD, STDIN_FILENO, &input);
+    std::array<epoll_event, 64> met;
     for (;;) {
-        std::vector<pollfd> entries{{STDIN_FILENO, POLLIN, 0}};
         Clock::time_point due = Clock::now() + std::chrono::seconds(1);
-        for (const SerialLine& line : lines) {
-            line.addTo(entries);
+        for (const SerialLine& line : lines)
             due = line.due(due);
-        }
         const timespec patience = until(due);
-        const int ready = ::ppoll(entries.data(), entries.size(), &patience, nullptr);
-        if (entries[0].revents != 0)
-            return;
-        const Clock::time_point now = Clock::now();
-        for (size_t i = 0; i < lines.size(); ++i) {
-            if (ready > 0)
-                lines[i].meet(&entries[1 + 3 * i]);
-            lines[i].pump(now);
+        const int ready
+            = ::epoll_pwait2(events, met.data(), static_cast<int>(met.size()), &patience, nullptr);
+        for (int i = 0; i < ready; ++i) {
+            if (met[i].data.ptr == nullptr)
+                return;
+            SerialLine::meet(met[i]);
         }
+        const Clock::time_point now = Clock::now();
+        for (SerialLine& line : lines)
+            line.pump(now);
     }
 }
 
@@ -191,13 +212,15 @@ void relay(const QStringList& arguments)
     constexpr double bitsOfByte = 10;
     const Clock::duration perByte = std::chrono::duration_cast<Clock::duration>(
         std::chrono::duration<double>(bitsOfByte / arguments.at(0).toDouble()));
-    std::vector<SerialLine> lines;
+    // With many lines to look through, poll would take more of the processors than the bytes do.
+    const int events = ::epoll_create1(EPOLL_CLOEXEC);
+    std::deque<SerialLine> lines;
     const QStringList targets = arguments.mid(1);
     for (const QString& target : targets)
-        lines.emplace_back(static_cast<quint16>(target.toUInt()), perByte);
+        lines.emplace_back(static_cast<quint16>(target.toUInt()), perByte, events).begin();
     for (const SerialLine& line : lines)
         std::printf("%d ", line.port());
     std::printf("\n");
     std::fflush(stdout);
-    carry(lines);
+    carry(lines, events);
 }

@@ -11,8 +11,8 @@
 
 namespace frserver {
 
-/// Shows that the line is at work: at most some ten times a second, "written" or "read". Counts how long the
-/// register takes to answer. Nothing goes over the line that may not.
+/// Shows that the line is at work: at most once a second, "written" or "read". Counts how long the register
+/// takes to answer. Nothing goes over the line that may not.
 class LineTick : public devices::LineObserver
 {
 public:
@@ -50,7 +50,7 @@ public:
 private:
     void tick(const char* what)
     {
-        constexpr qint64 pauseMs = 100;
+        constexpr qint64 pauseMs = 1'000;
         if (m_last.isValid() && !m_last.hasExpired(pauseMs))
             return;
         m_last.start();

@@ -310,7 +310,8 @@ QJsonObject WorkerSession::answerOf(const sale::QueuedDocument& made)
     const sale::DocumentAnswer& answer = made.answer;
     const sale::AnswerError error = answer.error.value_or(sale::AnswerError());
     // Also when the journal could not take what is known otherwise: the next start settles it.
-    const bool isRunning = !made.held && isRunningInJournal(answer.id);
+    const bool isRunning = !made.held
+        && (made.stored ? *made.stored == sale::DocumentState::Running : isRunningInJournal(answer.id));
     const std::optional<sale::DocumentState> state = isRunning ? sale::DocumentState::Running : answer.state;
     QJsonObject json{{QStringLiteral("state"), state ? QJsonValue(sale::stateName(*state)) : QJsonValue()}};
     if (made.held)
