@@ -75,7 +75,8 @@ class SharedStoreTest(unittest.TestCase):
 
     def start(self, service, **options):
         service.start(**options)
-        self.addCleanup(service.stop)
+        # What starts it in its stead keeps a good-bye to itself.
+        self.addCleanup(service.stop, signal.SIGKILL if service.through else signal.SIGTERM)
 
     def frctl(self, *arguments):
         return subprocess.run([os.environ["FRCTL"], "--json", *arguments], capture_output=True, text=True, check=False,
