@@ -20,6 +20,7 @@ class PostgresStore : public SqlStore
 public:
     /// Throws JournalError, also when the tables are not there: migrate makes them.
     explicit PostgresStore(const PostgresPlace& place, int patienceMs = usualPatienceMs);
+    ~PostgresStore() override;
     /// Makes the tables, or brings those of a former release up to this one.
     static void migrate(const PostgresPlace& place);
 
@@ -51,6 +52,8 @@ private:
     QString goodsJoin() const override;
     QString textCondition() const override;
     QString lockingWords() const override;
+    /// This program owns nothing, and is about to send a document.
+    void joinWorkers(const QString& registerName);
     /// Of the document's last attempt: whoever began it may still be about to send it.
     bool mayBeSent(const StoredDocument& document);
     void makeMonths();
@@ -58,6 +61,8 @@ private:
 
     PostgresConnection m_connection;
     std::optional<LeasedRegister> m_lease;
+    /// Where this program stands among the workers, without owning it.
+    QString m_joined;
     /// In this transaction: the document that is held, and when it was accepted.
     QString m_held;
     QString m_heldAcceptance;
