@@ -14,6 +14,11 @@ public:
     {
     }
 
+    void opening() override
+    {
+        if (m_next != nullptr)
+            m_next->opening();
+    }
     void opened() override
     {
         if (m_next != nullptr)

@@ -77,7 +77,7 @@ void RegisterAgent::accept(const QString& by, const QString& note)
 {
     if (isOwner())
         m_acceptance = Acceptance{by, note};
-    else
+    else if (m_waiting && m_waiting->reason == QStringLiteral("otherMachine"))
         m_options.ownership->acceptMoved(name());
     m_retryAt = 0;
     advance();

@@ -13,9 +13,9 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
 # pylint: disable=wrong-import-position
+from database import Database  # noqa: E402
 from service import PATIENCE, Register, Service  # noqa: E402
 from servicetest import SALE  # noqa: E402
-from test_store import Database  # noqa: E402
 
 
 class ArchivedDatabase(Database):

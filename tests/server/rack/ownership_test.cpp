@@ -93,9 +93,12 @@ TEST_F(OwnedTest, WorkerHearsOfEachRenewalOnce)
 TEST_F(OwnedTest, WhatKeepsItFromItsRegisterIsToldAndAPersonMayAnswer)
 {
     hand->epoch = 0;
-    hand->waiting = frserver::Waiting{"otherMachine", "of shop2"};
     makeAgent();
     agent->start();
+    agent->accept("Петров", "nobody asked");
+    EXPECT_EQ(worker->starts, 0);
+    hand->waiting = frserver::Waiting{"otherMachine", "of shop2"};
+    agent->look();
     EXPECT_EQ(text("state"), "waiting");
     EXPECT_EQ(text("waiting"), "otherMachine");
     agent->accept("Петров", "moved");
