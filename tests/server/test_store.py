@@ -4,6 +4,7 @@
 import json
 import os
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
