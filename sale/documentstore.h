@@ -54,6 +54,21 @@ public:
     virtual void settle(const QString& id, int attempt, const DocumentEnding& ending) = 0;
     virtual QList<StoredDocument> find(const DocumentQuery& query) const = 0;
 
+    /// Those of the registers for which a document waits.
+    virtual QStringList waitingFor(const QStringList& registers) const
+    {
+        QStringList found;
+        for (const QString& name : registers) {
+            if (!find({.states = {DocumentState::Queued},
+                          .registerName = name,
+                          .limit = 1,
+                          .withAttempts = false})
+                     .isEmpty())
+                found.append(name);
+        }
+        return found;
+    }
+
     /// Throws JournalError unless a document could be accepted now, which is tried on the disk itself.
     virtual void requireRoom() { }
 

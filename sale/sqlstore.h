@@ -27,6 +27,7 @@ public:
     StoredDocument move(const QString& id, const QString& registerName) override;
     StoredDocument refuse(const QString& id, const AttemptNote& note) override;
     QStringList expire(const QDateTime& now) override;
+    QStringList waitingFor(const QStringList& registers) const override;
     void requireRoom() override;
     std::optional<StoredDocument> claim(const PoolClaim& claim) override;
     QStringList giveBack(const QString& registerName) override;

@@ -101,4 +101,21 @@ QStringList SqlStore::expire(const QDateTime& now)
     return ids;
 }
 
+QStringList SqlStore::waitingFor(const QStringList& registers) const
+{
+    QStringList found;
+    if (registers.isEmpty())
+        return found;
+    const QString places = QStringList(registers.size(), QStringLiteral("(?)")).join(QLatin1Char(','));
+    // In the words of the index, register by register: the queues themselves may be long.
+    m_sql.select(
+        QStringLiteral("SELECT names.column1 FROM (VALUES %1) AS names WHERE "
+                       "(SELECT 1 FROM documents WHERE register = names.column1 AND state = 'queued' "
+                       "AND state IN ('queued', 'running', 'unknown') LIMIT 1) = 1")
+            .arg(places),
+        QVariantList(registers.cbegin(), registers.cend()),
+        [&found](const QSqlQuery& row) { found.append(row.value(0).toString()); });
+    return found;
+}
+
 } // namespace sale

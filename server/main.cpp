@@ -50,9 +50,12 @@ int checkConfig(const Options& options, const Configuration& configuration)
     return 0;
 }
 
-/// A token for a register that is misspelt would open nothing, or that of a later configuration.
+/// A token for a register that is misspelt would open nothing, or that of a later configuration. With one
+/// database it may be another machine's.
 void requireRegisters(const Options& options, const Configuration& configuration)
 {
+    if (sale::isShared(journalOf(configuration)))
+        return;
     for (const QString& name : options.registers) {
         const std::optional<QString> pool = Place::poolOf(name);
         const auto isNamed = [&](const auto& settings) { return settings.name == pool.value_or(name); };

@@ -5,9 +5,10 @@ namespace frserver {
 using sale::DocumentState;
 using sale::StoredDocument;
 
-DocumentPick::DocumentPick(sale::DocumentStore& store, const QString& registerName)
+DocumentPick::DocumentPick(sale::DocumentStore& store, const QString& registerName, const QueueGlance& glance)
     : m_store(store)
     , m_registerName(registerName)
+    , m_glance(glance)
 {
 }
 
@@ -26,6 +27,8 @@ bool DocumentPick::isQueued(const std::optional<StoredDocument>& document) const
 
 std::optional<StoredDocument> DocumentPick::next() const
 {
+    if (m_glance.isQuiet(m_registerName))
+        return std::nullopt;
     for (const QString& id : m_awaited) {
         const std::optional<StoredDocument> document = m_store.findId(id);
         if (isQueued(document))

@@ -2,6 +2,8 @@
 
 #include "documentstore.h"
 
+#include "rack/queueglance.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -14,8 +16,8 @@ namespace frserver {
 class DocumentPick
 {
 public:
-    /// The store must outlive it.
-    DocumentPick(sale::DocumentStore& store, const QString& registerName);
+    /// Both must outlive it.
+    DocumentPick(sale::DocumentStore& store, const QString& registerName, const QueueGlance& glance);
 
     void setAwaited(const QString& id, bool isAwaited);
     /// Nothing when none waits. Throws JournalError.
@@ -28,6 +30,7 @@ private:
 
     sale::DocumentStore& m_store;
     const QString m_registerName;
+    const QueueGlance& m_glance;
     QStringList m_awaited;
 };
 

@@ -21,6 +21,7 @@ Rack::Rack(const QList<RegisterSettings>& registers, sale::DocumentStore& store,
     : m_store(store)
     , m_clock(options.clock)
     , m_ownership(options.ownership)
+    , m_glance(options.glance)
 {
     for (const RegisterSettings& settings : registers) {
         auto& agent = m_agents[settings.name];
@@ -66,8 +67,25 @@ void Rack::look()
     // First: what the database keeps waiting later must not cost the registers.
     m_ownership->look();
     expire();
+    glance();
     for (const auto& [name, agent] : m_agents)
         agent->look();
+    m_glance->close();
+}
+
+void Rack::glance()
+{
+    QStringList names;
+    for (const auto& [name, agent] : m_agents)
+        names.append(name);
+    try {
+        const QStringList waiting = m_store.waitingFor(names);
+        m_glance->open(
+            QSet<QString>(names.cbegin(), names.cend()) - QSet<QString>(waiting.cbegin(), waiting.cend()));
+    } catch (const sale::JournalError& error) {
+        // Each register finds out by itself, and says so.
+        qCWarning(rackLog).noquote() << error.what();
+    }
 }
 
 void Rack::expire()

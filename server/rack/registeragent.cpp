@@ -30,7 +30,7 @@ RegisterAgent::RegisterAgent(const RegisterSettings& settings, sale::DocumentSto
     , m_store(store)
     , m_worker(std::move(worker))
     , m_options(options)
-    , m_pick(store, settings.name)
+    , m_pick(store, settings.name, *options.glance)
     , m_shift(settings)
 {
     connect(m_worker.get(), &Worker::told, this, &RegisterAgent::take);

@@ -35,6 +35,7 @@ public:
         /// File of the journal, for the worker.
         QString journal = {};
         AgentClock clock = AgentClock::system();
+        std::shared_ptr<QueueGlance> glance = std::make_shared<QueueGlance>();
         std::shared_ptr<Ownership> ownership = std::make_shared<SoleOwnership>();
         /// A worker that is at something and has said nothing for so many milliseconds is killed. A busy
         /// register may hold one exchange for 100 s.

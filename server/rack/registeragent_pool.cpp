@@ -34,6 +34,8 @@ RegisterAgent::Readiness RegisterAgent::readiness() const
 void RegisterAgent::makeClaimed(const sale::StoredDocument& document)
 {
     const sale::DocumentRequest& posted = document.request;
+    // Something waits by now.
+    m_options.glance->close();
     m_claimed = Claim{posted.id, posted.kind, posted.isPaperless};
     // It was free a moment ago; what was posted to itself meanwhile is next.
     if (m_options.deaths->value(posted.id) == 0)

@@ -69,7 +69,10 @@ TEST_P(StoreQueue, OpenDocumentsAreReadRegisterByRegisterPieceByPiece)
     for (const auto& [id, name] : {std::pair("C", "till2"), {"A", "till1"}, {"D", "till2"}, {"B", "till1"}})
         store->accept({id, "sell", "{}", name});
     bring("done", DocumentState::Issued, 8);
+    EXPECT_EQ(store->waitingFor({"till0", "till2", "till1"}), (QStringList{"till2", "till1"}));
+    ASSERT_EQ(store->begin("A", {markBefore}), 1);
     ASSERT_EQ(store->begin("B", {markBefore}), 1);
+    EXPECT_EQ(store->waitingFor({"till2", "till1"}), QStringList("till2"));
     DocumentQuery query{.states = {DocumentState::Queued, DocumentState::Running, DocumentState::Unknown},
         .limit = 1,
         .order = DocumentQuery::ByRegister,

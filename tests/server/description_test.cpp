@@ -211,6 +211,8 @@ protected:
         api.registerChanged("till1");
         EXPECT_EQ(waiting.later().status, 200);
         EXPECT_EQ(record("POST", target).status, 200);
+        till1.isOwner = false;
+        EXPECT_EQ(record("POST", "/v1/registers/till1/resume").status, 202);
     }
 
     /// What the tokens of those who look on, and of another register, are not for.

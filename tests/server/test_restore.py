@@ -24,11 +24,7 @@ class ArchivedDatabase(Database):
     def __init__(self):
         self.archive = Path(tempfile.mkdtemp())
         self.archive.chmod(0o777)
-        super().__init__()
-
-    def start(self):
-        self.server = self.run("postgres", "-D", f"{self.folder}/data", "-k", self.folder, "-c", "listen_addresses=", "-c",
-                               "archive_mode=on", "-c", f"archive_command=test ! -f {self.archive}/%f && cp %p {self.archive}/%f")
+        super().__init__("archive_mode=on", f"archive_command=test ! -f {self.archive}/%f && cp %p {self.archive}/%f")
 
     def close(self):
         super().close()

@@ -124,6 +124,8 @@ class Store(SharedStoreTest):
         settled = two.post(SALE, "till1", id="rack:sale:3")
         self.assertEqual("issued", settled["state"], settled)
         self.assertEqual(3, len(self.registers["till1"].receipts()))
+        token = two.command("token", "add", "shop", "--role", "sell", "--registers", "till1")
+        self.assertEqual(0, token.returncode, token.stderr)
 
     def test_what_cannot_be_written_is_not_sold(self):
         service = self.serve("till1")
