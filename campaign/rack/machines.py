@@ -87,14 +87,10 @@ class RackProgram:
 
 
 class Services:
-    """Asks any of them, as a client does that has all of their addresses; for a register one that has it in its configuration."""
+    """Asks any of them, as a client does that has all of their addresses."""
 
-    def __init__(self, services, shares):
+    def __init__(self, services):
         self.each = services
-        self._homes = {}
-        for service, share in zip(services, shares):
-            for register in share:
-                self._homes.setdefault(register.name, []).append(service)
         self.program = RackProgram(services)
 
     def start(self):
@@ -109,8 +105,7 @@ class Services:
         return [worker for service in self.each for worker in service.workers()]
 
     def ask(self, method, path, body=None, timeout=30.0, **headers):
-        named = path.removeprefix("/v1/registers/").split("/")[0]
-        return random.choice(self._homes.get(named, self.each)).ask(method, path, body, timeout, **headers)
+        return random.choice(self.each).ask(method, path, body, timeout, **headers)
 
     def documents(self, query=""):
         end = time.monotonic() + READY
