@@ -36,7 +36,7 @@ QJsonObject identified(const QJsonObject& seen)
         {QStringLiteral("dateTime"), QJsonValue()},
         // Nothing is known of it before the service has reached the register.
         {QStringLiteral("shiftOpen"), identity.isEmpty() ? QJsonValue() : told(shift, "open")},
-        {QStringLiteral("paper"), waiting == QStringLiteral("paper") ? QJsonValue(false) : QJsonValue()},
+        {QStringLiteral("paper"), told(seen.value(QStringLiteral("condition")).toObject(), "paper")},
         {QStringLiteral("coverOpen"), waiting == QStringLiteral("cover") ? QJsonValue(true) : QJsonValue()},
         {QStringLiteral("drawerOpen"), QJsonValue()}, {QStringLiteral("description"), QJsonArray()},
         {QStringLiteral("testDrive"), told(identity, "testDrive")}};

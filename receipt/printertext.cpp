@@ -5,6 +5,9 @@
 
 #include <QStringList>
 
+#include <algorithm>
+#include <array>
+
 #include <frutils.h>
 
 namespace receipt {
@@ -62,6 +65,34 @@ bool isInCodePage(const QString& character)
     return character == QLatin1Char('?') || (character.size() == 1 && FrUtils::to866(character) != "?");
 }
 
+/// What nearly all texts are made of. The codec takes its time for each call, so it is asked once.
+class PlainCharacters
+{
+public:
+    PlainCharacters()
+    {
+        for (char16_t code = 0; code < m_isPlain.size(); ++code)
+            m_isPlain.at(code) = substituteOf(QChar(code)) == nullptr && isInCodePage(QChar(code));
+    }
+
+    bool areAll(const QString& text) const
+    {
+        return std::all_of(text.cbegin(), text.cend(), [this](QChar character) {
+            return character.unicode() < m_isPlain.size() && m_isPlain.at(character.unicode());
+        });
+    }
+
+private:
+    /// Latin, Greek and Cyrillic.
+    std::array<bool, 0x500> m_isPlain{};
+};
+
+bool isPlain(const QString& text)
+{
+    static const PlainCharacters characters;
+    return characters.areAll(text);
+}
+
 QStringList charactersOf(const QString& text)
 {
     QStringList characters;
@@ -110,7 +141,10 @@ PrinterText printerText(const QString& text, int limit)
 {
     PrinterText result;
     // Some programs write й and ё as a letter and its mark.
-    for (const QString& character : charactersOf(text.normalized(QString::NormalizationForm_C)))
+    const QString composed = text.normalized(QString::NormalizationForm_C);
+    if (isPlain(composed))
+        return cutText(composed, limit);
+    for (const QString& character : charactersOf(composed))
         append(result, character);
     const PrinterText fitting = cutText(result.text, limit);
     result.text = fitting.text;
@@ -121,6 +155,8 @@ PrinterText printerText(const QString& text, int limit)
 QString missingCharacters(const QString& text)
 {
     QString missing;
+    if (isPlain(text))
+        return missing;
     for (const QString& character : charactersOf(text)) {
         if (!isInCodePage(character))
             appendOnce(missing, character);

@@ -13,16 +13,6 @@ namespace sale {
 
 namespace {
 
-QJsonValue numberOrNull(const std::optional<qint64>& number)
-{
-    return number ? QJsonValue(*number) : QJsonValue();
-}
-
-QJsonValue sumOrNull(const std::optional<qint64>& kopecks)
-{
-    return kopecks ? QJsonValue(receipt::roubles(*kopecks)) : QJsonValue();
-}
-
 QJsonValue localTimeJson(const QDateTime& time)
 {
     return time.isValid() ? QJsonValue(time.toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss"))) : QJsonValue();
@@ -59,10 +49,10 @@ QJsonObject DocumentAnswer::toJson() const
         {QStringLiteral("documentNumber"), documentNumberJson(documentNumber)},
         {QStringLiteral("documentNumberRead"), documentNumber == 0 ? QJsonValue() : QJsonValue(isNumberRead)},
         {QStringLiteral("drive"), textOrNull(drive)}, {QStringLiteral("testDrive"), testDriveJson(drive)},
-        {QStringLiteral("shift"), numberOrNull(shift)},
-        {QStringLiteral("receiptNumber"), numberOrNull(receiptNumber)},
-        {QStringLiteral("dateTime"), localTimeJson(dateTime)}, {QStringLiteral("total"), sumOrNull(total)},
-        {QStringLiteral("change"), sumOrNull(change)}, {QStringLiteral("items"), items},
+        {QStringLiteral("shift"), numberJson(shift)},
+        {QStringLiteral("receiptNumber"), numberJson(receiptNumber)},
+        {QStringLiteral("dateTime"), localTimeJson(dateTime)}, {QStringLiteral("total"), sumJson(total)},
+        {QStringLiteral("change"), sumJson(change)}, {QStringLiteral("items"), items},
         {QStringLiteral("warnings"), warnings}, {QStringLiteral("attempts"), attemptsJson(attempts)},
         {QStringLiteral("error"), error ? QJsonValue(error->toJson(state)) : QJsonValue()}};
 }
@@ -110,6 +100,16 @@ QJsonValue textOrNull(const QString& text)
 QJsonValue documentNumberJson(quint32 number)
 {
     return number == 0 ? QJsonValue() : QJsonValue(qint64{number});
+}
+
+QJsonValue numberJson(const std::optional<qint64>& number)
+{
+    return number ? QJsonValue(*number) : QJsonValue();
+}
+
+QJsonValue sumJson(const std::optional<qint64>& kopecks)
+{
+    return kopecks ? QJsonValue(receipt::roubles(*kopecks)) : QJsonValue();
 }
 
 QJsonValue momentJson(const QDateTime& time)

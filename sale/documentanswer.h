@@ -59,6 +59,12 @@ QJsonValue bodyJson(const QByteArray& body);
 QJsonValue textOrNull(const QString& text);
 /// Null for 0, which no document has.
 QJsonValue documentNumberJson(quint32 number);
+/// @name Null for none
+/// @{
+QJsonValue numberJson(const std::optional<qint64>& number);
+/// In roubles.
+QJsonValue sumJson(const std::optional<qint64>& kopecks);
+/// @}
 /// A moment of the journal, UTC; null for none.
 QJsonValue momentJson(const QDateTime& time);
 

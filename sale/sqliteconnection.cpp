@@ -1,6 +1,7 @@
 #include "sqliteconnection.h"
 
 #include "journalfault.h"
+#include "preparedstatements.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -71,11 +72,14 @@ SqliteConnection::SqliteConnection(const QString& fileName, int patienceMs)
     : m_fileName(fileName)
     , m_patienceMs(patienceMs)
     , m_waitingMs(patienceMs)
+    , m_statements(std::make_unique<PreparedStatements>())
 {
     if (isFile(fileName))
         makeFile(fileName);
     open();
 }
+
+SqliteConnection::~SqliteConnection() = default;
 
 void SqliteConnection::open()
 {
@@ -138,10 +142,9 @@ JournalError SqliteConnection::fault(const QSqlError& error) const
 
 QSqlQuery SqliteConnection::run(const QString& statement, const QVariantList& values) const
 {
-    QSqlQuery query(database());
-    query.setForwardOnly(true);
+    QSqlQuery query = m_statements->take(statement, database());
     // What a preparation fails of is forgotten by an execution after it.
-    if (!query.prepare(statement))
+    if (query.lastError().isValid())
         throw fault(query.lastError());
     for (const QVariant& value : values)
         query.addBindValue(value);
@@ -153,7 +156,9 @@ QSqlQuery SqliteConnection::run(const QString& statement, const QVariantList& va
 int SqliteConnection::execute(const QString& statement, const QVariantList& values)
 {
     requireFile();
-    const int count = run(statement, values).numRowsAffected();
+    QSqlQuery query = run(statement, values);
+    const int count = query.numRowsAffected();
+    m_statements->keep(std::move(query));
     waitFor(m_patienceMs);
     return count;
 }
@@ -167,6 +172,7 @@ void SqliteConnection::select(const QString& statement, const QVariantList& valu
     // A page that is damaged ends the rows as their end does.
     if (query.lastError().isValid())
         throw fault(query.lastError());
+    m_statements->keep(std::move(query));
 }
 
 void SqliteConnection::begin()

@@ -3,11 +3,14 @@
 #include "journalerror.h"
 #include "sqlconnection.h"
 
+#include <memory>
 #include <utility>
 
 class QSqlError;
 
 namespace sale {
+
+class PreparedStatements;
 
 /// An SQLite file that several programs write, each time to the disk itself. All operations throw
 /// JournalError.
@@ -17,6 +20,7 @@ public:
     /// Makes file and folder where they are missing; the file for the group of its folder. ":memory:" is no
     /// file. Patience is how long another program may have it locked.
     SqliteConnection(const QString& fileName, int patienceMs);
+    ~SqliteConnection() override;
 
     const QString& fileName() const { return m_fileName; }
     /// From now on readers and writers do not wait for each other; the file is changed for that.
@@ -52,6 +56,7 @@ private:
     std::pair<quint64, quint64> m_identity;
     /// How long it is waited for another program now.
     mutable int m_waitingMs;
+    const std::unique_ptr<PreparedStatements> m_statements;
 };
 
 } // namespace sale

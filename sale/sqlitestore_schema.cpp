@@ -51,12 +51,11 @@ struct LaterColumn
 {
     const char* table;
     const char* name;
-    const char* type;
+    const char* type = "TEXT";
 };
-constexpr LaterColumn laterColumns[] = {{"documents", "queued", "TEXT"}, {"documents", "return_of", "TEXT"},
-    {"attempts", "marks", "TEXT"}, {"attempts", "register_time", "TEXT"},
-    {"documents", "pool", "TEXT NOT NULL DEFAULT ''"}, {"documents", "claimed", "TEXT"},
-    {"documents", "paperless", "INTEGER NOT NULL DEFAULT 0"}};
+constexpr LaterColumn laterColumns[] = {{"documents", "queued"}, {"documents", "return_of"},
+    {"attempts", "marks"}, {"attempts", "register_time"}, {"documents", "pool", "TEXT NOT NULL DEFAULT ''"},
+    {"documents", "claimed"}, {"documents", "paperless", "INTEGER NOT NULL DEFAULT 0"}};
 constexpr const char* laterIndices[] = {
     "CREATE INDEX IF NOT EXISTS documents_by_sale ON documents (return_of) WHERE return_of IS NOT NULL",
     // Lists of a long journal, page by page.

@@ -195,7 +195,8 @@ void SqlStore::refuseWrongEnding(const StoredDocument& known, int attempt, const
         return;
     if (known.state != DocumentState::Unknown)
         throw wrongOrder(id, QStringLiteral("is %1, not unknown").arg(stateName(known.state)));
-    if (ending.documentNumber == 0)
+    // Of one that was put in doubt nobody knows the drive.
+    if (ending.documentNumber == 0 || known.drive.isEmpty())
         return;
     const QList<StoredDocument> others
         = find({.drive = known.drive, .documentNumber = ending.documentNumber, .withAttempts = false});

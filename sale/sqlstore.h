@@ -42,6 +42,9 @@ public:
     virtual QStringList damages() const = 0;
     /// Throws JournalError when another machine goes on with it.
     void requireHere() const;
+    /// For an older state that was put back: what waited or was under way in it may have been issued since.
+    /// All of that is unknown from now on, and the registers are not asked. Gives the ids.
+    QStringList doubtUnfinished();
     /// Drops what was said in documents that were accepted before and have ended: bodies, warnings. Ids,
     /// digests, verdicts and the register's words stay. Gives the number of documents.
     virtual int anonymise(const QDateTime& before);
@@ -110,6 +113,7 @@ private:
     /// The work on a queued document; then the document.
     StoredDocument ifQueued(const QString& id, const std::function<void(const StoredDocument&)>& work);
     StoredDocument existing(const QString& id) const;
+    void doubt(const StoredDocument& known);
     void endAttempt(const QString& id, int attempt, const DocumentEnding& ending);
     void refuseWrongEnding(const StoredDocument& known, int attempt, const DocumentEnding& ending) const;
     void addAttempts(StoredDocument& document) const;

@@ -7,6 +7,7 @@
 #include "program/journalcommands.h"
 #include "program/options.h"
 #include "program/places.h"
+#include "program/runfile.h"
 #include "program/say.h"
 #include "program/service.h"
 #include "program/serving.h"
@@ -37,8 +38,11 @@ int checkConfig(const Options& options, const Configuration& configuration)
     std::printf("listens on %s, port %d\n", qPrintable(listen.address), listen.port);
     std::printf("journal %s\n", qPrintable(sale::shownPlace(journalOf(configuration))));
     for (const RegisterSettings& settings : configuration.registers)
-        std::printf("register %s on %s, %s\n", qPrintable(settings.name), qPrintable(settings.port),
-            qPrintable(receipt::protocolName(settings.protocol)));
+        std::printf("register %s on %s, %s%s\n", qPrintable(settings.name), qPrintable(settings.port),
+            qPrintable(receipt::protocolName(settings.protocol)),
+            settings.hasCashier()
+                ? ""
+                : "; no cashier: documents have to name theirs, and no Z report is made by itself");
     for (const PoolSettings& settings : configuration.pools)
         std::printf("pool %s of %s\n", qPrintable(settings.name),
             qPrintable(settings.registers.isEmpty() ? QStringLiteral("other services' registers")
@@ -81,6 +85,9 @@ int run(const Options& options)
     case Options::Command::Export:
     case Options::Command::Import:
     case Options::Command::Migrate:
+    case Options::Command::Restored:
+        if (options.command == Options::Command::Restored)
+            requireNobodyServes(runPlaceOf(options, configuration));
         return runJournalCommand(options, journalOf(configuration));
     default:
         break;

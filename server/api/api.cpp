@@ -2,6 +2,7 @@
 
 #include "api/apiroute.h"
 #include "api/documentresponse.h"
+#include "api/documentview.h"
 #include "api/journalproblem.h"
 #include "api/place.h"
 #include "documentanswer.h"
@@ -32,18 +33,22 @@ const QList<sale::DocumentState> openStates{
 void requireQueryNames(const ApiRoute& route, const http::Request& request)
 {
     QList<receipt::Finding> errors;
+    QStringList seen;
     for (const auto& [name, value] : request.query) {
-        if (!name.isEmpty() && !route.queryNames.contains(name))
-            errors.append(
-                {receipt::Finding::Error, name, value, QStringLiteral("is not known in this query")});
+        const bool isKnown = name.isEmpty() || route.queryNames.contains(name);
+        if (!isKnown || seen.contains(name))
+            errors.append({receipt::Finding::Error, name, value,
+                isKnown ? QStringLiteral("is asked for twice") : QStringLiteral("is not known")});
+        if (!name.isEmpty())
+            seen.append(name);
     }
     if (errors.isEmpty())
         return;
     const QString known = route.queryNames.isEmpty()
         ? QStringLiteral("nothing is asked for here")
         : QStringLiteral("there are ") + route.queryNames.join(QStringLiteral(", "));
-    throw http::Problem(
-        400, QStringLiteral("There is no %1 to ask for; %2.").arg(errors.constFirst().path, known))
+    const receipt::Finding& first = errors.constFirst();
+    throw http::Problem(400, QStringLiteral("%1 %2; %3.").arg(first.path, first.reason, known))
         .with(QStringLiteral("errors"), sale::findingsJson(errors))
         .with(QStringLiteral("warnings"), QJsonArray());
 }
@@ -172,20 +177,44 @@ void Api::noteMember(const QString& registerName, const QJsonObject& view)
         m_members[pool.toObject().value(QStringLiteral("name")).toString()].insert(registerName);
 }
 
-QJsonObject Api::registerView(const Till& till) const
+QJsonObject Api::queueView(const QString& registerName) const
 {
     using sale::DocumentState;
+    return {{QStringLiteral("queued"), m_open.count(registerName, DocumentState::Queued)},
+        {QStringLiteral("running"), m_open.count(registerName, DocumentState::Running)},
+        {QStringLiteral("unknown"), m_open.count(registerName, DocumentState::Unknown)},
+        {QStringLiteral("oldest"), sale::momentJson(m_open.oldestQueued(registerName))}};
+}
+
+QStringList Api::missingRegisters() const
+{
+    // What frctl makes beside the service never waits.
+    QStringList names = m_settings.isShared ? QStringList() : m_open.waitedFor();
+    names.removeIf([this](const QString& place) {
+        const std::optional<QString> poolName = Place::poolOf(place);
+        return poolName ? pool(*poolName) != nullptr : till(place) != nullptr;
+    });
+    return names;
+}
+
+void Api::warnOfMissing() const
+{
+    for (const QString& name : missingRegisters())
+        qCWarning(apiLog).noquote()
+            << m_open.count(name, sale::DocumentState::Queued) << "documents wait for the register" << name
+            << "that the configuration does not have: withdraw them, move them, or put its section back";
+}
+
+QJsonObject Api::registerView(const Till& till) const
+{
     const QString& name = till.settings().name;
     QJsonObject view = till.view();
     view.insert(QStringLiteral("name"), name);
     view.insert(QStringLiteral("protocol"), receipt::protocolName(till.settings().protocol));
     if (!view.contains(QStringLiteral("pools")))
         view.insert(QStringLiteral("pools"), QJsonArray());
-    view.insert(QStringLiteral("queue"),
-        QJsonObject{{QStringLiteral("queued"), m_open.count(name, DocumentState::Queued)},
-            {QStringLiteral("running"), m_open.count(name, DocumentState::Running)},
-            {QStringLiteral("unknown"), m_open.count(name, DocumentState::Unknown)},
-            {QStringLiteral("oldest"), sale::momentJson(m_open.oldestQueued(name))}});
+    view.insert(QStringLiteral("queue"), queueView(name));
+    view.insert(QStringLiteral("lastReceipt"), lastReceipt(*this, name));
     return view;
 }
 
@@ -328,6 +357,8 @@ void Api::registerChanged(const QString& name)
         m_registerChanged(name);
     noteMember(name, view);
     QJsonObject data = view;
+    // Not for everybody who may use the register.
+    data.remove(QStringLiteral("document"));
     data.insert(QStringLiteral("register"), name);
     m_events.publish("register", data);
     if (view.value(QStringLiteral("state")) == pausedState)

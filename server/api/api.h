@@ -5,6 +5,7 @@
 #include "api/owners.h"
 #include "api/pool.h"
 #include "api/searches.h"
+#include "api/summaries.h"
 #include "api/till.h"
 #include "api/waiters.h"
 #include "http/eventstream.h"
@@ -33,6 +34,10 @@ public:
         /// How long a list is looked for at the most, and how much of the journal at once, to begin with.
         std::chrono::milliseconds longestSearch = std::chrono::seconds(10);
         int searchPiece = 500;
+        /// Registers of other services have their documents in the same journal.
+        bool isShared = false;
+        /// How long bodies that were not read yet are read for a list before others are answered.
+        std::chrono::milliseconds readingTurn = std::chrono::milliseconds(2);
     };
 
     /// Store and owners must outlive it.
@@ -42,6 +47,8 @@ public:
     void add(Till& till);
     /// Behind its registers; must outlive it.
     void add(Pool& pool);
+    /// Once all registers are there.
+    void warnOfMissing() const;
     /// Whom it lets in. Nobody when tokens are wanted and there are none.
     void setTokens(bool areWanted, const QList<TokenEntry>& entries);
     /// Who draws receipts; must outlive it.
@@ -93,6 +100,7 @@ public:
     Waiters& waiters() { return m_waiters; }
     const http::EventStream& events() const { return m_events; }
     const OpenList& openDocuments() const { return m_open; }
+    Summaries& summaries() const { return m_summaries; }
     const std::map<QString, Till*>& tills() const { return m_tills; }
     /// Null when there is none of that name.
     Till* till(const QString& name) const;
@@ -101,8 +109,11 @@ public:
     Pool* pool(const QString& name) const;
     /// All that serve it, also those of other services that tell of themselves.
     QStringList registersOf(const Pool& pool) const;
-    /// The view, with its name, its pools and its queue.
+    /// The view, with its name, its pools, its queue and its last receipt.
     QJsonObject registerView(const Till& till) const;
+    QJsonObject queueView(const QString& registerName) const;
+    /// Registers that documents wait for, and that are not there: they have left the configuration.
+    QStringList missingRegisters() const;
     /// @name Throw sale::JournalError unless documents are accepted now
     /// @{
     /// By each register that this service works.
@@ -141,6 +152,8 @@ private:
     http::Site m_site;
     http::EventStream m_events;
     OpenList m_open;
+    /// Nothing that anybody could see.
+    mutable Summaries m_summaries;
     Waiters m_waiters;
     /// Which register, or pool, knows that somebody waits for the document.
     QHash<QString, QString> m_awaitedAt;

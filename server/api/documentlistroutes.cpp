@@ -94,7 +94,8 @@ void requireResolvable(const Api& api, const StoredDocument& document, const sal
     };
     if (document.state != DocumentState::Unknown && !isOutOfReach(api, document))
         refuse(QStringLiteral("It is %1, not unknown.").arg(sale::stateName(document.state)));
-    if (word.documentNumber == 0)
+    // Of one that an older state left in doubt nobody knows the drive.
+    if (word.documentNumber == 0 || document.drive.isEmpty())
         return;
     const QList<StoredDocument> others = api.store().find(
         {.drive = document.drive, .documentNumber = word.documentNumber, .limit = 1, .withAttempts = false});

@@ -8,6 +8,7 @@
 #include "errorkind.h"
 #include "findingsjson.h"
 #include "itemsjson.h"
+#include "journalerror.h"
 #include "money.h"
 #include "receiptcheck.h"
 #include "receipterror.h"
@@ -56,6 +57,38 @@ void describeBody(DocumentAnswer& answer, const Api& api, const StoredDocument& 
         answer.total = receipt::kopecksOf(sum.toDouble());
 }
 
+/// The register that makes it, or one of those that may: they take the same receipts.
+const Till* tillFor(const Api& api, const StoredDocument& document)
+{
+    if (const Till* const till = api.till(document.request.registerName))
+        return till;
+    const Pool* const pool = api.pool(document.request.pool);
+    return pool == nullptr ? nullptr : api.till(pool->settings().registers.value(0));
+}
+
+DocumentAnswer describedAnswer(const Api& api, const StoredDocument& document)
+{
+    const Till* const till = tillFor(api, document);
+    const receipt::Protocol protocol = till == nullptr ? receipt::Protocol::Xml : till->settings().protocol;
+    DocumentAnswer answer = sale::answerOf(document, protocol);
+    if (till != nullptr)
+        describeBody(answer, api, document, *till);
+    api.summaries().keep(document, {answer.total, answer.shift, answer.receiptNumber});
+    return answer;
+}
+
+/// Of one that was found without its attempts. Only those of an issued one tell of it.
+Summaries::Told toldOf(const Api& api, const StoredDocument& document)
+{
+    if (const Summaries::Told* const told = api.summaries().find(document))
+        return *told;
+    const bool isIssued = document.state == DocumentState::Issued;
+    const std::optional<StoredDocument> whole
+        = isIssued ? api.store().findId(document.request.id) : std::nullopt;
+    const DocumentAnswer answer = describedAnswer(api, whole.value_or(document));
+    return {answer.total, answer.shift, answer.receiptNumber};
+}
+
 /// What the last attempt failed of, which is what a person is told.
 std::optional<sale::AnswerError> errorOf(const StoredDocument& document)
 {
@@ -72,11 +105,16 @@ std::optional<sale::AnswerError> errorOf(const StoredDocument& document)
     return std::nullopt;
 }
 
-/// Why nothing of it was begun yet, or nobody tells how it goes on.
-QJsonValue waitingOf(const StoredDocument& document, const Till* till)
+/// Why nothing of it was begun yet, or nobody tells how it goes on; nothing for one that no register of its
+/// pool has claimed.
+QJsonValue waitingOf(const Api& api, const StoredDocument& document, const Till* till)
 {
-    if (!isPending(document.state) || till == nullptr)
+    if (!isPending(document.state) || document.request.registerName.isEmpty())
         return {};
+    if (till == nullptr)
+        return api.settings().isShared || document.state == DocumentState::Running
+            ? QJsonValue()
+            : QJsonValue(QStringLiteral("notConfigured"));
     if (document.state == DocumentState::Running)
         return till->isReachable() ? QJsonValue() : QJsonValue(QStringLiteral("unreachable"));
     const QJsonObject view = till->view();
@@ -84,18 +122,9 @@ QJsonValue waitingOf(const StoredDocument& document, const Till* till)
     return view.value(QStringLiteral("state")) == paused ? paused : view.value(QStringLiteral("waiting"));
 }
 
-/// The register that makes it, or one of those that may: they take the same receipts.
-const Till* tillFor(const Api& api, const StoredDocument& document)
+void addPosting(QJsonObject& json, const Api& api, const StoredDocument& document)
 {
-    if (const Till* const till = api.till(document.request.registerName))
-        return till;
-    const Pool* const pool = api.pool(document.request.pool);
-    return pool == nullptr ? nullptr : api.till(pool->settings().registers.value(0));
-}
-
-void addPosting(QJsonObject& json, const StoredDocument& document, const Till* till)
-{
-    const QJsonValue waiting = waitingOf(document, till);
+    const QJsonValue waiting = waitingOf(api, document, api.till(document.request.registerName));
     json.insert(QStringLiteral("pool"), sale::textOrNull(document.request.pool));
     json.insert(QStringLiteral("startBefore"), sale::momentJson(document.request.startBefore));
     json.insert(QStringLiteral("returnOf"), sale::textOrNull(document.request.returnOf));
@@ -106,19 +135,14 @@ void addPosting(QJsonObject& json, const StoredDocument& document, const Till* t
 
 QJsonObject documentView(const Api& api, const StoredDocument& document, bool isReplayed)
 {
-    const Till* const till = api.till(document.request.registerName);
-    const Till* const like = tillFor(api, document);
-    const receipt::Protocol protocol = like == nullptr ? receipt::Protocol::Xml : like->settings().protocol;
-    DocumentAnswer answer = sale::answerOf(document, protocol);
+    DocumentAnswer answer = describedAnswer(api, document);
     answer.isReplayed = isReplayed;
     answer.error = errorOf(document);
-    if (like != nullptr)
-        describeBody(answer, api, document, *like);
     QJsonObject json = sale::recordSummary(document);
     const QJsonObject told = answer.toJson();
     for (auto member = told.begin(); member != told.end(); ++member)
         json.insert(member.key(), member.value());
-    addPosting(json, document, till);
+    addPosting(json, api, document);
     return json;
 }
 
@@ -134,8 +158,34 @@ QJsonObject wholeDocumentView(const Api& api, const StoredDocument& document)
 QJsonObject documentSummary(const Api& api, const StoredDocument& document)
 {
     QJsonObject json = sale::recordSummary(document);
-    addPosting(json, document, api.till(document.request.registerName));
+    addPosting(json, api, document);
+    const Summaries::Told told = toldOf(api, document);
+    json.insert(QStringLiteral("total"), sale::sumJson(told.total));
+    json.insert(QStringLiteral("shift"), sale::numberJson(told.shift));
+    json.insert(QStringLiteral("receiptNumber"), sale::numberJson(told.receiptNumber));
     return json;
+}
+
+QJsonValue lastReceipt(const Api& api, const QString& registerName)
+{
+    // Between two receipts stand some reports; what has made none for so long is no shop's register.
+    constexpr int most = 50;
+    std::optional<StoredDocument> found;
+    try {
+        api.store().look({.states = {DocumentState::Issued},
+                             .registerName = registerName,
+                             .limit = most,
+                             .order = sale::DocumentQuery::LastBegun,
+                             .withAttempts = false},
+            [&found](const StoredDocument& document) {
+                if (sale::isReceiptName(document.request.kind))
+                    found = document;
+                return !found;
+            });
+        return found ? QJsonValue(documentSummary(api, *found)) : QJsonValue();
+    } catch (const sale::JournalError&) {
+        return {};
+    }
 }
 
 } // namespace frserver

@@ -32,6 +32,8 @@ Answer readiness(Api& api, const Request&)
     QJsonObject states;
     for (const auto& [name, till] : api.tills())
         states.insert(name, till->view().value(QStringLiteral("state")));
+    for (const QString& name : api.missingRegisters())
+        states.insert(name, QStringLiteral("notConfigured"));
     return Response::json(QJsonObject{
         {QStringLiteral("status"), QStringLiteral("ready")}, {QStringLiteral("registers"), states}});
 }

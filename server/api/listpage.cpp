@@ -64,7 +64,7 @@ qint64 cursorOf(const Request& request)
 sale::DocumentQuery queryOf(const Api& api, const Request& request)
 {
     const QString name = request.queryValue(QStringLiteral("register")).value_or(QString());
-    if (!name.isEmpty())
+    if (!name.isEmpty() && !(api.missingRegisters().contains(name) && rights::mayUse(request, name)))
         tillNamed(api, request, name);
     const QString pool = request.queryValue(QStringLiteral("pool")).value_or(QString());
     if (!pool.isEmpty())
@@ -111,14 +111,14 @@ ListPage::ListPage(const Api& api, const Request& request)
 
 bool ListPage::lookOn()
 {
-    QElapsedTimer timer;
-    timer.start();
+    m_turn.start();
     // One more, which says whether there is a next page.
     m_query.limit = std::min(mostAtOnce, m_limit + 1 - static_cast<int>(m_documents.size()));
     m_query.after = m_isScan ? std::max<qint64>(0, m_query.before - 1 - m_piece) : 0;
-    if (!take(m_api.store().find(m_query)))
+    const QList<StoredDocument> found = m_api.store().find(m_query);
+    adapt(m_turn.elapsed());
+    if (!take(found))
         return false;
-    adapt(timer.elapsed());
     return m_age.elapsed() < m_api.settings().longestSearch.count();
 }
 
@@ -128,6 +128,9 @@ bool ListPage::take(const QList<StoredDocument>& found)
     for (const StoredDocument& document : found) {
         if (m_documents.size() == m_limit)
             return false;
+        // Bodies that were not read yet take their time.
+        if (m_turn.elapsed() >= m_api.settings().readingTurn.count() && &document != &found.constFirst())
+            return true;
         m_query.before = document.sequence;
         if (rights::maySee(m_api, m_request, document))
             m_documents.append(documentSummary(m_api, document));

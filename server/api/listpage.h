@@ -38,6 +38,7 @@ private:
     /// Documents of the journal in the next piece.
     qint64 m_piece;
     QElapsedTimer m_age;
+    QElapsedTimer m_turn;
     QJsonArray m_documents;
     bool m_isMore = true;
 };

@@ -75,8 +75,12 @@ void addEndings(Text& text, const OpenList& open)
 
 void addQueues(Text& text, const Api& api)
 {
+    // Also of registers that have left the configuration.
+    QStringList names = api.missingRegisters();
+    for (const auto& [name, till] : api.tills())
+        names.append(name);
     text.describe("frserver_open_documents", "gauge", "Documents that wait, are made, or are unknown.");
-    for (const auto& [name, till] : api.tills()) {
+    for (const QString& name : std::as_const(names)) {
         for (const DocumentState state :
             {DocumentState::Queued, DocumentState::Running, DocumentState::Unknown})
             text.add({{registerLabel, name}, {"state", sale::stateName(state)}},
@@ -84,7 +88,7 @@ void addQueues(Text& text, const Api& api)
     }
     const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     text.describe("frserver_oldest_queued_seconds", "gauge", "How long the oldest document has waited.");
-    for (const auto& [name, till] : api.tills()) {
+    for (const QString& name : std::as_const(names)) {
         const QDateTime oldest = api.openDocuments().oldestQueued(name);
         text.add(
             {{registerLabel, name}}, oldest.isValid() ? static_cast<double>(oldest.msecsTo(now)) / 1000 : 0);
@@ -183,6 +187,8 @@ constexpr ToldGauge toldGauges[] = {
     {"frserver_unsent_seconds", "gauge", "How long the oldest of them has waited, as far as that is known.",
         unsentSeconds},
     {"frserver_drive_days_left", "gauge", "Days until the fiscal drive expires.", daysLeft},
+    {"frserver_drive_last_document", "gauge", "Number of the fiscal drive's last document.",
+        [](const QJsonObject& view) { return conditionOf(view, "lastDocument"); }},
     {"frserver_clock_ahead_seconds", "gauge", "How far the register's clock is ahead of the computer's.",
         [](const QJsonObject& view) { return conditionOf(view, "clockDifference"); }},
     {"frserver_shift_open", "gauge", "Whether the shift is open.",
@@ -201,6 +207,23 @@ Labels labelsOf(const ToldGauge& gauge, const QString& name, const QJsonObject& 
     return labels;
 }
 
+/// How many documents a drive still takes is told by no register; that it ends is.
+void addDriveWarnings(Text& text, const Views& views)
+{
+    constexpr std::pair<const char*, int> warnings[]
+        = {{"replace", 1}, {"resource", 2}, {"memory", 4}, {"operator", 8}};
+    text.describe("frserver_drive_warning", "gauge",
+        "1 for what the fiscal drive warns of: replace at once, resource ends, memory full, operator silent.");
+    for (const auto& [name, view] : views) {
+        const QJsonValue told = conditionOf(view, "driveWarnings");
+        for (const auto& [warning, bit] : warnings) {
+            if (told.isDouble())
+                text.add({{registerLabel, name}, {"warning", QString::fromLatin1(warning)}},
+                    (told.toInt() & bit) != 0);
+        }
+    }
+}
+
 void addTold(Text& text, const Views& views)
 {
     for (const ToldGauge& gauge : toldGauges) {
@@ -211,6 +234,7 @@ void addTold(Text& text, const Views& views)
                 text.add(labelsOf(gauge, name, view), value.isBool() ? value.toBool() : value.toDouble());
         }
     }
+    addDriveWarnings(text, views);
     text.describe("frserver_alarm", "gauge", "1 for each alarm of the register.");
     for (const auto& [name, view] : views) {
         QStringList kinds;

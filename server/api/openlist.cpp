@@ -85,6 +85,16 @@ QStringList OpenList::outdated(const QString& place, const QList<sale::StoredDoc
     return ids;
 }
 
+QStringList OpenList::waitedFor() const
+{
+    QStringList places;
+    for (const auto& [place, queued] : m_queued) {
+        if (!queued.empty())
+            places.append(place);
+    }
+    return places;
+}
+
 int OpenList::count(const QString& place, DocumentState state) const
 {
     const auto found = m_counts.find({place, state});

@@ -34,6 +34,8 @@ public:
     /// @}
     /// Those of that place that are not open in the journal any more, or not as they are here.
     QStringList outdated(const QString& place, const QList<sale::StoredDocument>& open) const;
+    /// Where documents wait, by name.
+    QStringList waitedFor() const;
     int count(const QString& place, sale::DocumentState state) const;
     /// Since when the oldest one waits; invalid when none does.
     QDateTime oldestQueued(const QString& place) const;

@@ -14,19 +14,42 @@ using http::Answer;
 using http::Request;
 using http::Response;
 
+/// Without what a token that sells may not see of others.
+QJsonObject viewFor(const Api& api, const Request& request, const Till& till)
+{
+    QJsonObject view = api.registerView(till);
+    // Whoever may use the register sees what is made at it, whichever pool that came from.
+    const auto hide = [&](const QString& member, const QString& id) {
+        if (!id.isEmpty() && !rights::maySee(api, request, id, till.settings().name, {}))
+            view.insert(member, QJsonValue());
+    };
+    const QString receipt = QStringLiteral("lastReceipt");
+    const QString document = QStringLiteral("document");
+    hide(receipt, view.value(receipt).toObject().value(QStringLiteral("id")).toString());
+    hide(document, view.value(document).toString());
+    return view;
+}
+
 Answer listRegisters(Api& api, const Request& request)
 {
     QJsonArray registers;
     for (const auto& [name, till] : api.tills()) {
         if (rights::mayUse(request, name))
-            registers.append(api.registerView(*till));
+            registers.append(viewFor(api, request, *till));
     }
-    return Response::json(QJsonObject{{QStringLiteral("registers"), registers}});
+    QJsonArray missing;
+    for (const QString& name : api.missingRegisters()) {
+        if (rights::mayUse(request, name))
+            missing.append(
+                QJsonObject{{QStringLiteral("name"), name}, {QStringLiteral("queue"), api.queueView(name)}});
+    }
+    return Response::json(
+        QJsonObject{{QStringLiteral("registers"), registers}, {QStringLiteral("notConfigured"), missing}});
 }
 
 Answer showRegister(Api& api, const Request& request)
 {
-    return Response::json(api.registerView(tillOf(api, request)));
+    return Response::json(viewFor(api, request, tillOf(api, request)));
 }
 
 /// An empty body is one without members.

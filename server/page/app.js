@@ -7,7 +7,7 @@ import { Documents } from "./documents.js";
 import { byId, setText, throttled } from "./dom.js";
 import { EventFeed } from "./events.js";
 import { language, onLanguage, setLanguage, t, translate } from "./i18n.js";
-import { documentState, isReceipt, kindName, poolName, registerState } from "./labels.js";
+import { documentState, kindName, poolName, registerState } from "./labels.js";
 import { notify, say } from "./notices.js";
 import { Outgoing } from "./outgoing.js";
 import { placeName, placeOfPool, placeQuery } from "./places.js";
@@ -23,8 +23,6 @@ const OFTEN = 200;
 // What a register tells of itself grows old without an event.
 const ANEW = 30000;
 const MOST_UNKNOWN = 50;
-// In which a receipt is looked for among the last documents of a register.
-const LAST = 20;
 
 const access = new Access(askToken);
 const api = new Api(access, "/v1");
@@ -163,7 +161,7 @@ async function showTrial(id) {
 // What is shown.
 
 async function updateRegisters() {
-    const [{ registers: all }, { pools: told }] = await Promise.all([api.get("/registers"), api.get("/pools")]);
+    const [{ registers: all, notConfigured }, { pools: told }] = await Promise.all([api.get("/registers"), api.get("/pools")]);
     const names = all.map(({ name }) => name);
     const wasSame = told.map(({ name }) => name).join() === pools.names.join();
     pools.set(told);
@@ -174,9 +172,8 @@ async function updateRegisters() {
         const places = [...names, ...pools.names.map(placeOfPool)];
         [documents, receipt].forEach((part) => part.setRegisters(places));
         Object.assign(detail, { registers: names, pools: pools.names });
-        await Promise.all(names.map(updateLast));
     }
-    attention.setRegisters(registers.all);
+    attention.setRegisters(registers.all, notConfigured);
     if (registers.all.some(isLost))
         readUnknown();
 }
@@ -184,12 +181,6 @@ async function updateRegisters() {
 async function updateRights() {
     const { role } = await api.get("/me");
     document.body.dataset.role = role;
-}
-
-async function updateLast(name) {
-    const { documents: last } = await api.get("/documents", { register: name, state: "issued", limit: LAST });
-    const found = last.find(({ kind }) => isReceipt(kind));
-    registers.setLast(name, found && (await api.get(documentPath(found.id))));
 }
 
 const isLost = ({ state, queue }) => state === "unreachable" && queue.running > 0;
@@ -209,6 +200,7 @@ function readAll() {
 
 const news = {
     document({ id, register, pool, kind, state, reason, documentNumber }) {
+        documents.note({ id, state, reason, register, documentNumber });
         readDocuments();
         readUnknown();
         readRegisters();
@@ -216,8 +208,6 @@ const news = {
             readDetail();
         if (id === page.trial)
             quietly(showTrial(id));
-        if (state === "issued" && isReceipt(kind) && register)
-            quietly(updateLast(register));
         if (state !== "queued" && state !== "running")
             say(t("newsDocument", { register: register || poolName(pool), kind: kindName(kind), number: documentNumber ?? "",
                 state: documentState({ state, reason }) }));
@@ -228,6 +218,7 @@ const news = {
         if (!before)
             readRegisters();
         registers.update(register);
+        pools.note(register);
         attention.setRegisters(registers.all);
         // What was under way when the service ended is settled with the register's start, without an event of its own.
         [readDocuments, readUnknown, readDetail].forEach((read) => read());
@@ -250,7 +241,6 @@ const feed = new EventFeed(access, "/v1/events", {
     onLost: () => showConnection("lost"),
     async onOpen() {
         await Promise.all([updateRights(), updateRegisters(), documents.read(), updateUnknown(), detail.again()]);
-        quietly(Promise.all(registers.names.map(updateLast)));
         showConnection("connected");
         outgoing.resume();
     },

@@ -11,7 +11,7 @@ const TO_MEND = ["wrongRegister", "testDrive"];
 
 export class Attention {
     constructor({ resolve, accept, choose }) {
-        Object.assign(this, { resolve, accept, choose, items: new Map(), documents: [], registers: [] });
+        Object.assign(this, { resolve, accept, choose, items: new Map(), documents: [], registers: [], missing: [] });
     }
 
     setDocuments(documents) {
@@ -19,8 +19,9 @@ export class Attention {
         this.#show();
     }
 
-    setRegisters(registers) {
-        this.registers = registers;
+    // The second ones have left the configuration, and documents wait for them.
+    setRegisters(registers, missing) {
+        Object.assign(this, { registers, missing });
         this.#show();
     }
 
@@ -35,6 +36,8 @@ export class Attention {
         const wanted = new Map([
             ...this.registers.filter(({ waiting }) => [...ACCEPTED, ...TO_MEND].includes(waiting))
                 .map((register) => [`${register.name} ${register.waiting}`, () => this.#register(register)]),
+            ...this.missing.map(({ name, queue: { queued } }) =>
+                [`${name} missing ${queued}`, () => this.#missing(name, queued)]),
             ...this.documents.map((document) => [document.id, () => this.#document(document)]),
         ]);
         for (const [key, item] of this.items)
@@ -55,6 +58,11 @@ export class Attention {
             el("h3", {}, `${name}: ${waitingName(waiting)}`), waitingText && el("p", {}, russian(waitingText)),
             el("p", {}, t(ACCEPTED.includes(waiting) ? "howToAccept" : "howToMend")),
             ACCEPTED.includes(waiting) ? acceptance(name, this.accept) : null);
+    }
+
+    #missing(name, count) {
+        return el("article", { "data-missing": name }, el("h3", {}, t("missingRegister", { name, count })),
+            el("p", {}, t("howToMove")));
     }
 
     #document({ id, kind, register, begun, accepted }) {

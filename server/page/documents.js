@@ -1,22 +1,24 @@
 // The documents of the journal, the last one first, and the search.
 
 import { byId, el, setText } from "./dom.js";
-import { t } from "./i18n.js";
+import { money, t } from "./i18n.js";
 import { badge, documentTitle, moment, poolName } from "./labels.js";
 import { placeName, placeQuery } from "./places.js";
 
 const PAGE = 50;
-const MOST = 500;
+// A page that stays open for days does not grow with each document.
+const MOST = 2000;
 const STATES = ["queued", "running", "issued", "notIssued", "unknown"];
 
 export class Documents {
     constructor(api, { onChoose, onError }) {
-        Object.assign(this, { api, onChoose, onError, rows: new Map(), limit: PAGE, asked: 0, chosen: null });
+        Object.assign(this, { api, onChoose, onError, rows: new Map(), documents: [], next: null, hasMore: false, asked: 0, searches: 0,
+            chosen: null });
         this.form = byId("search");
         this.form.addEventListener("submit", (event) => this.#search(event));
         for (const select of this.form.querySelectorAll("select"))
             select.addEventListener("change", (event) => this.#search(event));
-        byId("more").addEventListener("click", () => this.#more());
+        byId("more").addEventListener("click", () => this.#more().catch(this.onError));
     }
 
     setRegisters(names) {
@@ -30,23 +32,39 @@ export class Documents {
         if (first)
             first.textContent = t("allRegisters");
         this.rows.clear();
-        this.#draw(this.documents ?? []);
+        this.#draw(this.documents);
     }
 
-    // An answer may be overtaken by that of a later question.
+    // The first page anew; what was shown below it stays. An answer may be overtaken by that of a later question.
     async read() {
         const question = ++this.asked;
-        const { documents, next } = await this.api.get("/documents", { ...this.#query(), limit: this.limit });
-        if (question !== this.asked)
-            return;
-        byId("more").hidden = next === null || this.limit >= MOST;
-        this.#draw(documents);
+        const first = await this.#page();
+        if (question === this.asked)
+            this.#show(this.hasMore ? joined(first, this) : first);
+    }
+
+    // What has become of one, also below the first page, where it is not read anew.
+    note({ id, state, reason, register, documentNumber }) {
+        const known = this.documents.find((document) => document.id === id);
+        if (known)
+            Object.assign(known, { state, reason, register, documentNumber, waiting: null });
     }
 
     mark(id) {
         this.chosen = id;
         for (const [of, { button }] of this.rows)
             button.setAttribute("aria-current", String(of === id));
+    }
+
+    #page(cursor = null) {
+        return this.api.get("/documents", { ...this.#query(), limit: PAGE, ...(cursor && { cursor }) });
+    }
+
+    #show({ documents, next }) {
+        this.hasMore &&= documents.length <= MOST;
+        this.next = next;
+        byId("more").hidden = next === null;
+        this.#draw(documents);
     }
 
     #query() {
@@ -65,13 +83,19 @@ export class Documents {
 
     #search(event) {
         event.preventDefault();
-        this.limit = PAGE;
+        Object.assign(this, { documents: [], next: null, hasMore: false, searches: this.searches + 1 });
         this.read().catch(this.onError);
     }
 
-    #more() {
-        this.limit = Math.min(this.limit + PAGE, MOST);
-        this.read().catch(this.onError);
+    // Where the answer before has ended; a search of a long journal may have found nothing up to there.
+    async #more() {
+        const { searches } = this;
+        const { documents, next } = await this.#page(this.next);
+        if (searches !== this.searches)
+            return;
+        this.hasMore = true;
+        const shown = new Set(this.documents.map(({ id }) => id));
+        this.#show({ documents: [...this.documents, ...documents.filter(({ id }) => !shown.has(id))], next });
     }
 
     // Rows that stay are not moved, so that the keyboard stays where it is.
@@ -108,8 +132,20 @@ export class Documents {
     }
 }
 
+// The first page as it is now, and what stood behind its last document before. When that was not shown there is a
+// gap between them: then the rest begins with the first page.
+function joined(first, { documents, next }) {
+    const last = first.documents.at(-1);
+    if (!last)
+        return first.next === null ? first : { documents, next };
+    const place = documents.findIndex(({ id }) => id === last.id);
+    const rest = place < 0 ? [] : documents.slice(place + 1);
+    return rest.length ? { documents: [...first.documents, ...rest], next } : first;
+}
+
 function cells(document) {
     return [el("span", { class: "time" }, moment(document.accepted)), el("strong", {}, documentTitle(document)),
-        badge(document), el("span", { class: "small" }, document.register ?? (document.pool ? poolName(document.pool) : "")),
-        el("span", { class: "small id" }, document.id)];
+        document.total === null ? null : el("span", {}, money(document.total)), badge(document),
+        el("span", { class: "small" }, document.register || (document.pool ? poolName(document.pool) : "")),
+        el("span", { class: "small id" }, document.id)].filter(Boolean);
 }

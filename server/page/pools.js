@@ -19,6 +19,13 @@ export class Pools {
         this.redraw();
     }
 
+    // What an event says of a register.
+    note({ name, state, waiting, pools }) {
+        const member = (of) => pools?.find((one) => one.name === of) ?? {};
+        this.set(this.all.map((pool) => ({ ...pool, registers: pool.registers.map((register) =>
+            (register.name === name ? { ...register, ...member(pool.name), name, state, waiting } : register)) })));
+    }
+
     redraw() {
         this.section.hidden = this.all.length === 0;
         const told = JSON.stringify(this.all) + t("pools");

@@ -23,7 +23,7 @@ class RegisterCard {
             this.note, this.facts, el("div", { class: "choice" }, this.x, this.z, this.hold));
     }
 
-    update(register, last, isBusy) {
+    update(register, isBusy) {
         this.isHeld = register.state === "paused" || register.state === "pausing";
         this.state.className = `state ${tone(register.state)}`;
         setText(this.state, registerState(register));
@@ -31,17 +31,17 @@ class RegisterCard {
         setText(this.hold, t(this.isHeld ? "resume" : "pause"));
         this.x.disabled = isBusy(`xReport:${register.name}`);
         this.z.disabled = isBusy(`zReport:${register.name}`);
-        this.facts.replaceChildren(...facts([paper(register), shift(register), lastReceipt(last), queue(register),
+        this.facts.replaceChildren(...facts([paper(register), shift(register), lastReceipt(register), queue(register),
             unsent(register), drive(register), pools(register), ...alarms(register), ["model", modelText(register)],
             ["service", register.service], told(register)]));
     }
 }
 
-// A register tells of paper that is missing; one that sells has some.
-function paper({ state, waiting }) {
+// As far as its documents tell.
+function paper({ condition, waiting }) {
     if (waiting === "paper")
         return ["paper", t("paperOut"), "bad"];
-    return ["paper", state === "ready" || state === "making" ? t("paperIn") : t("notKnown")];
+    return ["paper", t(condition?.paper ? "paperIn" : "notKnown")];
 }
 
 function shift({ shift, state }) {
@@ -54,7 +54,7 @@ function shift({ shift, state }) {
 }
 
 // Over HEX a register does not tell the number of the document.
-function lastReceipt(last) {
+function lastReceipt({ lastReceipt: last }) {
     if (!last)
         return ["lastReceipt", t("none")];
     const { kind, total, shift, receiptNumber, documentNumber, settled } = last;
@@ -68,12 +68,12 @@ function queue({ queue: { queued, running, oldest } }) {
     return ["queue", oldest ? t("queueSince", { count, time: moment(oldest) }) : count, queued > 0 ? "warn" : ""];
 }
 
-function unsent({ condition }) {
+function unsent({ condition, unsentSince }) {
     const count = condition?.unsent ?? null;
     if (count === null)
         return ["unsent", t("notKnown")];
-    const since = condition.unsentSince?.replace("T", " ");
-    return ["unsent", count && since ? t("unsentSince", { count, time: since }) : count, count > 0 ? "warn" : ""];
+    const text = count && unsentSince ? t("unsentSince", { count, time: moment(unsentSince) }) : count;
+    return ["unsent", text, count > 0 ? "warn" : ""];
 }
 
 function drive({ condition, identity }) {
@@ -100,7 +100,7 @@ const modelText = ({ identity }) => [identity?.model, identity?.serial].filter(B
 
 export class Registers {
     constructor(root, doings) {
-        Object.assign(this, { root, doings, known: new Map(), last: new Map(), cards: new Map() });
+        Object.assign(this, { root, doings, known: new Map(), cards: new Map() });
     }
 
     get names() {
@@ -116,17 +116,12 @@ export class Registers {
         this.redraw();
     }
 
-    // An event has all that the list has.
+    // An event has what the register tells of itself; queue and last receipt stay.
     update(register) {
         if (!this.known.has(register.name))
             return;
         this.known.set(register.name, { ...this.known.get(register.name), ...register });
         this.#show(register.name);
-    }
-
-    setLast(name, document) {
-        this.last.set(name, document);
-        this.#show(name);
     }
 
     show() {
@@ -140,6 +135,6 @@ export class Registers {
     }
 
     #show(name) {
-        this.cards.get(name)?.update(this.known.get(name), this.last.get(name), this.doings.isBusy);
+        this.cards.get(name)?.update(this.known.get(name), this.doings.isBusy);
     }
 }

@@ -1,5 +1,7 @@
 #include "program/journalcommands.h"
 
+#include "rack/keptstates.h"
+
 #include "postgres/openstore.h"
 #include "postgres/postgresstore.h"
 #include "sqlitestore.h"
@@ -15,10 +17,15 @@ namespace {
 using Command = Options::Command;
 
 /// Opening would make one that is not there.
-sale::SqliteStore& opened(std::optional<sale::SqliteStore>& store, const QString& journal)
+void requireThere(const QString& journal)
 {
     if (!QFile::exists(journal))
         throw sale::JournalError(QStringLiteral("there is no journal %1").arg(journal));
+}
+
+sale::SqliteStore& opened(std::optional<sale::SqliteStore>& store, const QString& journal)
+{
+    requireThere(journal);
     return store.emplace(journal);
 }
 
@@ -30,6 +37,17 @@ void migrate(const QString& journal)
     sale::openStore(journal);
     std::fprintf(stderr, "frserver: the tables of %s are those of this release\n",
         qPrintable(sale::shownPlace(journal)));
+}
+
+void restored(const QString& journal)
+{
+    if (!sale::isShared(journal))
+        requireThere(journal);
+    const QStringList ids = sale::openStore(journal)->doubtUnfinished();
+    for (const QString& id : ids)
+        std::printf("%s\n", qPrintable(id));
+    std::fprintf(stderr, "frserver: documents that a person has to say of what has become of them: %d\n",
+        static_cast<int>(ids.size()));
 }
 
 void requireFile(const QString& journal)
@@ -47,6 +65,10 @@ int runJournalCommand(const Options& options, const QString& journal)
         migrate(journal);
         return 0;
     }
+    if (options.command == Command::Restored) {
+        restored(journal);
+        return 0;
+    }
     requireFile(journal);
     std::optional<sale::SqliteStore> store;
     const char* what = "a copy is in";
@@ -57,6 +79,7 @@ int runJournalCommand(const Options& options, const QString& journal)
         what = "this machine sells no more; frserver import on the other one takes";
     } else {
         sale::SqliteStore::moveIn(options.name, journal);
+        KeptStates(journal, sale::SqlStore::usualPatienceMs).resumeAll();
         what = "this machine goes on with what was in";
     }
     std::fprintf(stderr, "frserver: %s %s\n", what, qPrintable(options.name));

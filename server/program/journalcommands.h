@@ -4,7 +4,7 @@
 
 namespace frserver {
 
-/// backup, export, import and migrate. Gives the exit status; throws sale::JournalError.
+/// backup, export, import, migrate and restored. Gives the exit status; throws sale::JournalError.
 int runJournalCommand(const Options& options, const QString& journal);
 
 } // namespace frserver

@@ -28,6 +28,7 @@ void describe(QCommandLineParser& parser)
         "frserver import FILE            go on with the journal of another machine\n"
         "frserver upgrade                have the running service replaced by the program that is installed\n"
         "frserver migrate                make the tables of [store], or bring them up to this release\n"
+        "frserver restored               after an older state was put back: what was unfinished in it is unknown\n"
         "frserver cert init HOST         make an authority, a certificate and its key for TLS"));
     parser.addOptions({
         {QStringLiteral("config"), QStringLiteral("The configuration (%1).").arg(usualConfig),
@@ -66,6 +67,7 @@ constexpr CommandRow commands[] = {
     {"import", 1, Command::Import},
     {"upgrade", 0, Command::Upgrade},
     {"migrate", 0, Command::Migrate},
+    {"restored", 0, Command::Restored},
     {"cert init", 1, Command::MakeCertificate},
 };
 

@@ -21,6 +21,7 @@ struct Options
         Import,
         Upgrade,
         Migrate,
+        Restored,
         MakeCertificate
     };
     enum class Outcome { Run, Done, Wrong };

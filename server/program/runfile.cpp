@@ -41,7 +41,19 @@ pid_t holderOf(int file)
     throw std::runtime_error((QFile::decodeName(file) + QStringLiteral(": ") + reason).toStdString());
 }
 
+[[noreturn]] void refuseServed(const QString& journal, qint64 process)
+{
+    refuse(fileOf(journal), QStringLiteral("process %1 serves from this journal").arg(process));
+}
+
 } // namespace
+
+void requireNobodyServes(const QString& journal)
+{
+    const RunFile::Running running = RunFile::read(journal);
+    if (running.process != 0)
+        refuseServed(journal, running.process);
+}
 
 RunFile::RunFile(const QString& journal)
     : m_file(::open(fileOf(journal).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0660))
@@ -59,7 +71,7 @@ RunFile::RunFile(const QString& journal)
     }
     const pid_t holder = holderOf(m_file);
     ::close(m_file);
-    refuse(fileOf(journal), QStringLiteral("process %1 serves from this journal").arg(holder));
+    refuseServed(journal, holder);
 }
 
 RunFile::~RunFile()
@@ -82,6 +94,12 @@ void RunFile::tellKeptPlace(const QString& reason)
     write();
 }
 
+void RunFile::tell(Phase phase)
+{
+    m_running.phase = phase;
+    write();
+}
+
 void RunFile::write() const
 {
     if (m_file < 0)
@@ -89,7 +107,8 @@ void RunFile::write() const
     const QByteArray text = QJsonDocument(QJsonObject{{QStringLiteral("version"), m_running.version},
                                               {QStringLiteral("start"), m_running.start},
                                               {QStringLiteral("keptPlace"), m_running.keptPlace},
-                                              {QStringLiteral("reason"), m_running.reason}})
+                                              {QStringLiteral("reason"), m_running.reason},
+                                              {QStringLiteral("phase"), static_cast<int>(m_running.phase)}})
                                 .toJson(QJsonDocument::Compact)
         + '\n';
     // In its place, since the lock is that of this file. Who reads half of it reads it again.
@@ -113,6 +132,7 @@ RunFile::Running RunFile::read(const QString& journal)
     running.start = json.value(QStringLiteral("start")).toInteger();
     running.keptPlace = json.value(QStringLiteral("keptPlace")).toInt();
     running.reason = json.value(QStringLiteral("reason")).toString();
+    running.phase = static_cast<Phase>(json.value(QStringLiteral("phase")).toInt());
     return running;
 }
 

@@ -9,6 +9,15 @@ namespace frserver {
 class RunFile
 {
 public:
+    /// What the service is about to do.
+    enum class Phase {
+        Serving,
+        /// It leaves its place, and finishes what is under way.
+        Leaving,
+        /// It was told to end.
+        Ending
+    };
+
     /// What stands there.
     struct Running
     {
@@ -22,6 +31,7 @@ public:
         /// time.
         int keptPlace = 0;
         QString reason = {};
+        Phase phase = Phase::Serving;
     };
 
     /// Throws std::runtime_error when another service has the journal. Where no file can be made there is
@@ -33,15 +43,21 @@ public:
 
     void tellReady(const QString& version);
     void tellKeptPlace(const QString& reason);
+    void tellLeaving() { tell(Phase::Leaving); }
+    void tellEnding() { tell(Phase::Ending); }
 
     /// By whoever asks. Throws std::runtime_error where the file may not be read.
     static Running read(const QString& journal);
 
 private:
+    void tell(Phase phase);
     void write() const;
 
     int m_file;
     Running m_running;
 };
+
+/// Throws std::runtime_error when a service of this machine has the journal.
+void requireNobodyServes(const QString& journal);
 
 } // namespace frserver

@@ -55,9 +55,11 @@ std::shared_ptr<Ownership> ownershipOf(const Configuration& configuration, const
         sale::PostgresPlace::of(journal), wishes, std::chrono::seconds(configuration.service.leaseSeconds));
 }
 
-Api::Settings apiSettings(const ServiceSettings& settings)
+Api::Settings apiSettings(const ServiceSettings& settings, const QString& journal)
 {
-    return {.queueLimit = settings.queueLimit, .version = QCoreApplication::applicationVersion().toUtf8()};
+    return {.queueLimit = settings.queueLimit,
+        .version = QCoreApplication::applicationVersion().toUtf8(),
+        .isShared = sale::isShared(journal)};
 }
 
 Till::Settings tillSettings(const RegisterSettings& settings)
@@ -80,7 +82,7 @@ Service::Service(const Configuration& configuration, const QString& journal)
           {.journal = journal, .kept = &m_kept, .ownership = ownershipOf(configuration, journal)})
     , m_dispatch(configuration.pools, m_rack, *m_store)
     , m_pictures({.plugins = pluginPlaces(configuration.service)})
-    , m_api(*m_store, m_owners, apiSettings(configuration.service))
+    , m_api(*m_store, m_owners, apiSettings(configuration.service, journal))
     , m_server(m_api.site())
 {
     m_api.setPainter(m_pictures);
@@ -92,6 +94,7 @@ Service::Service(const Configuration& configuration, const QString& journal)
         add(*agent);
     for (const PoolSettings& settings : configuration.pools)
         add(settings);
+    m_api.warnOfMissing();
     QObject::connect(
         &m_rack, &Rack::documentChanged, &m_rack, [this](const QString& id) { m_api.documentChanged(id); });
     QObject::connect(&m_dispatch, &PoolDispatch::documentClaimed, &m_dispatch,

@@ -34,22 +34,24 @@ struct Leaving
 };
 
 /// The program in the file takes the place of this one, unless it does not start.
-void leaveToSuccessor(Leaving& leaving, Service& service, RunFile& runFile, const Successor& successor)
+void leaveToSuccessor(Leaving& leaving, Service& service, RunFile& runFile, const QString& fault)
 {
+    // It was told to end in the meantime.
     if (leaving.isBegun)
         return;
-    if (const QString fault = successor.fault(); !fault.isEmpty()) {
+    if (!fault.isEmpty()) {
         say(0, QStringLiteral("upgrade: ") + fault);
         return runFile.tellKeptPlace(fault);
     }
     say(0, QStringLiteral("upgrade: finishing the documents under way"));
+    runFile.tellLeaving();
     leaving = {true, true};
     service.stop([] { QCoreApplication::quit(); });
 }
 
 /// Until it is asked to end, or to leave its place.
-Leaving serveOn(const Options& options, const Configuration& configuration, const Successor& successor,
-    ServiceNotice& notice)
+Leaving serveOn(
+    const Options& options, const Configuration& configuration, Successor& successor, ServiceNotice& notice)
 {
     Signals signals;
     const ListenAddress listen = listenAddress(options, configuration);
@@ -70,10 +72,15 @@ Leaving serveOn(const Options& options, const Configuration& configuration, cons
     Leaving leaving;
     signals.onEnd([&] {
         notice.stopping();
+        runFile.tellEnding();
         leaving = {true, false};
         service.stop([] { QCoreApplication::quit(); });
     });
-    signals.onUpgrade([&] { leaveToSuccessor(leaving, service, runFile, successor); });
+    signals.onUpgrade([&] {
+        if (!leaving.isBegun)
+            successor.examine(
+                [&](const QString& fault) { leaveToSuccessor(leaving, service, runFile, fault); });
+    });
     say(0, QStringLiteral("ready on ") + service.url());
     notice.ready("ready on " + service.url().toUtf8());
     runFile.tellReady(QCoreApplication::applicationVersion());
@@ -85,7 +92,7 @@ Leaving serveOn(const Options& options, const Configuration& configuration, cons
 
 int serve(const Options& options, const Configuration& configuration)
 {
-    const Successor successor(QCoreApplication::arguments());
+    Successor successor(QCoreApplication::arguments());
     ServiceNotice notice;
     if (!serveOn(options, configuration, successor, notice).isForSuccessor)
         return 0;

@@ -30,4 +30,10 @@ void KeptStates::keep(const QString& registerName, const QJsonObject& state)
         {registerName, QString::fromUtf8(QJsonDocument(state).toJson(QJsonDocument::Compact))});
 }
 
+void KeptStates::resumeAll()
+{
+    m_connection->execute(QStringLiteral(
+        "UPDATE frserver_registers SET kept = json_remove(kept, '$.pausedBy', '$.pausedSince')"));
+}
+
 } // namespace frserver

@@ -19,6 +19,8 @@ public:
     /// Empty for a register of which nothing was kept.
     QJsonObject of(const QString& registerName) const;
     void keep(const QString& registerName, const QJsonObject& state);
+    /// Of a journal that came from another machine: what was paused there for the way is not paused here.
+    void resumeAll();
 
 private:
     std::unique_ptr<sale::SqlConnection> m_connection;

@@ -218,7 +218,7 @@ QString PoolDispatch::absence(const PoolSettings& pool, const RegisterAgent& age
 
 DriveLeft PoolDispatch::driveOf(const RegisterAgent& agent) const
 {
-    return DriveLeft::of(agent.condition(), agent.settings().driveCapacity, m_clock.now().date());
+    return DriveLeft::of(agent.toldCondition(), agent.settings().driveCapacity, m_clock.now().date());
 }
 
 std::optional<sale::StoredDocument> PoolDispatch::claimFor(const Free& free)

@@ -82,14 +82,14 @@ public:
     /// One that was claimed for it, when it was ready.
     void makeClaimed(const sale::StoredDocument& document);
     const QJsonObject& identity() const { return m_identity; }
-    const QJsonObject& condition() const { return m_condition; }
+    const QJsonObject& toldCondition() const { return m_condition; }
 
     /// "state" ("starting", "ready", "making", "waiting", "standby", "pausing", "paused", "stopping",
     /// "stopped") with "since" and "stateAge" in seconds, "waiting" (Waiting::reason or null) and
     /// "waitingText", "owner" ("host", "process", or null), "pausedBy" and "pausedSince", "document" (the id
-    /// that is made), "identity" and "condition" as the register has told them last, with "conditionAge",
-    /// "unsentSince" (as seen by the service), "shift" ("open", "since"), "alarms" ("kind", "text"),
-    /// "workerStarts", "connections", "exchanges" ("count", "seconds").
+    /// that is made), "identity" and "condition" as the register has told them last, with "paper" as far as
+    /// its documents tell, "conditionAge", "unsentSince" (as seen by the service), "shift" ("open",
+    /// "since"), "alarms" ("kind", "text"), "workerStarts", "connections", "exchanges" ("count", "seconds").
     QJsonObject view() const;
 
 Q_SIGNALS:
@@ -179,6 +179,8 @@ private:
     bool endClaim(const QString& id, const QString& hold);
     void announce();
     QString state() const;
+    QJsonValue paper() const;
+    QJsonValue condition() const;
     QJsonArray alarms() const;
     /// None is younger than it can be.
     qint64 ageOf(const QDateTime& moment) const;
@@ -251,6 +253,8 @@ private:
     bool m_isUnsentTold = false;
     /// The drive's last document then; 0 when that was not told.
     qint64 m_unsentLast = 0;
+    /// Something since the register was reached.
+    bool m_hasPrinted = false;
     QString m_told;
     QDateTime m_since;
 };

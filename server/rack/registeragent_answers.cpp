@@ -15,6 +15,7 @@ namespace frserver {
 namespace {
 
 constexpr qint64 dayMs = 24LL * 3600 * 1000;
+const QString needsReview = QStringLiteral("needsReview");
 
 QString textOf(const QJsonObject& json, const char* member)
 {
@@ -29,7 +30,7 @@ bool isOfPaper(const QString& kind)
 
 bool isOfDocuments(const QString& reason)
 {
-    return isOfPaper(reason) || reason == QStringLiteral("needsReview") || reason == QStringLiteral("journal")
+    return isOfPaper(reason) || reason == needsReview || reason == QStringLiteral("journal")
         || reason == QStringLiteral("shiftExpired");
 }
 
@@ -98,11 +99,15 @@ void RegisterAgent::opened(const QJsonObject& answer)
 {
     m_isOpen = true;
     m_failedStarts = 0;
+    m_hasPrinted = false;
     ++m_connections;
     // The next failure of the line waits longer still, unless something is made in between.
     m_retryAt = 0;
-    if (m_waiting && !isOfDocuments(m_waiting->reason))
+    const QString unknown = textOf(answer, "unknown");
+    if (m_waiting && (!isOfDocuments(m_waiting->reason) || m_waiting->reason == needsReview))
         m_waiting.reset();
+    if (!unknown.isEmpty())
+        block(needsReview, unknown);
     m_identity = answer.value(QStringLiteral("identity")).toObject();
     noteShiftBeginning(answer);
     noteCondition(answer);
@@ -157,6 +162,7 @@ void RegisterAgent::made(const Request& request, const QJsonObject& answer)
     const QString kind = textOf(answer, "kind");
     if (held.isEmpty())
         m_failures.remove(request.id);
+    m_hasPrinted = m_hasPrinted || textOf(answer, "state") == QStringLiteral("issued");
     noteShift(request, answer);
     if (request.isOfShift)
         noteZReport(answer);

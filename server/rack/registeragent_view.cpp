@@ -15,6 +15,15 @@ namespace {
 /// Seconds that a register's clock may differ before that is told; from 300 on it refuses to be started.
 constexpr int clockDifference = 60;
 
+/// That the OFD is silent is told by the documents that it has not got.
+struct DriveWarning
+{
+    int bit;
+    const char* text;
+};
+constexpr DriveWarning driveWarnings[]
+    = {{1, "Требуется срочная замена ФН"}, {2, "Ресурс ФН исчерпывается"}, {4, "Память ФН переполнена"}};
+
 QJsonObject alarm(const char* kind, const QString& text)
 {
     return {{QStringLiteral("kind"), QLatin1String(kind)}, {QStringLiteral("text"), text}};
@@ -53,6 +62,10 @@ QJsonArray RegisterAgent::alarms() const
             alarm("shiftEnds", QStringLiteral("Z-отчёт пора снять, а кассир в настройках не указан")));
     if (isDue && !m_zReportFailure.isEmpty())
         alarms.append(alarm("zReport", m_zReportFailure));
+    for (const DriveWarning& warning : driveWarnings) {
+        if ((m_condition.value(QStringLiteral("driveWarnings")).toInt() & warning.bit) != 0)
+            alarms.append(alarm("drive", QString::fromUtf8(warning.text)));
+    }
     const int difference = m_condition.value(QStringLiteral("clockDifference")).toInt();
     if (std::abs(difference) >= clockDifference)
         alarms.append(alarm(
@@ -63,6 +76,23 @@ QJsonArray RegisterAgent::alarms() const
 qint64 RegisterAgent::ageOf(const QDateTime& moment) const
 {
     return std::max<qint64>(0, moment.secsTo(now()));
+}
+
+/// Neither protocol tells of paper: a document that was made has found some, one that waits for it has not.
+QJsonValue RegisterAgent::paper() const
+{
+    if (m_waiting && m_waiting->reason == QStringLiteral("paper"))
+        return false;
+    return m_hasPrinted ? QJsonValue(true) : QJsonValue();
+}
+
+QJsonValue RegisterAgent::condition() const
+{
+    if (m_condition.isEmpty())
+        return {};
+    QJsonObject condition = m_condition;
+    condition.insert(QStringLiteral("paper"), paper());
+    return condition;
 }
 
 QJsonObject RegisterAgent::view() const
@@ -78,7 +108,7 @@ QJsonObject RegisterAgent::view() const
         {QStringLiteral("pausedSince"), m_pausedBy ? sale::momentJson(m_pausedSince) : QJsonValue()},
         {QStringLiteral("document"), isMaking ? QJsonValue(m_request->id) : QJsonValue()},
         {QStringLiteral("identity"), m_identity.isEmpty() ? QJsonValue() : QJsonValue(m_identity)},
-        {QStringLiteral("condition"), m_condition.isEmpty() ? QJsonValue() : QJsonValue(m_condition)},
+        {QStringLiteral("condition"), condition()},
         {QStringLiteral("conditionAge"),
             m_conditionTime.isValid() ? QJsonValue(ageOf(m_conditionTime)) : QJsonValue()},
         {QStringLiteral("unsentSince"), sale::momentJson(m_unsentSince)},

@@ -16,6 +16,8 @@
 #include "postgres/openstore.h"
 #include "queueddocument.h"
 #include "registerstart.h"
+#include "review.h"
+#include "reviewneeded.h"
 #include "testdrive.h"
 #include "wrongregister.h"
 
@@ -240,6 +242,21 @@ QJsonObject WorkerSession::condition()
     return {{QStringLiteral("condition"), readCondition().toJson(localNow())}};
 }
 
+/// By the number that was told with the condition alone; before each document more is compared.
+QString WorkerSession::unknownDocuments(const RegisterCondition& condition)
+{
+    if (!m_settings.isExclusive)
+        return {};
+    const FnStatusInfo& drive = condition.drive.fnStatus;
+    try {
+        sale::requireKnown(m_connection->driver(), journal(),
+            {.drive = m_drive, .lastDocument = isLastDocumentTold(drive) ? drive.lastFdNumber : 0});
+        return {};
+    } catch (const sale::ReviewNeeded& needed) {
+        return QString::fromUtf8(needed.what());
+    }
+}
+
 QJsonObject WorkerSession::open(bool opensShift)
 {
     close();
@@ -249,6 +266,7 @@ QJsonObject WorkerSession::open(bool opensShift)
         const RegisterCondition condition = readCondition();
         return {{QStringLiteral("identity"), identityJson(m_connection->driver(), m_drive)},
             {QStringLiteral("condition"), condition.toJson(localNow())}, {QStringLiteral("settled"), settled},
+            {QStringLiteral("unknown"), unknownDocuments(condition)},
             {QStringLiteral("shift"), shiftJson(condition)}};
     } catch (...) {
         close();

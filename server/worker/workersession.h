@@ -35,8 +35,9 @@ public:
         devices::LineObserver& observer, const std::function<void()>& waitCallback);
 
     /// Reaches the register anew: compares it and its drive before anything is asked of documents, settles
-    /// what was begun, initialises it. "identity", "condition", "settled" (ids); "shift" of one that is open
-    /// has what is known of its beginning ("since", "isOpening" and "closed" of ShiftTrace, "seen" of
+    /// what was begun, initialises it. "identity", "condition", "settled" (ids); "unknown": what the drive has
+    /// that the journal does not know, in words, empty for nothing; "shift" of one that is open has what is
+    /// known of its beginning ("since", "isOpening" and "closed" of ShiftTrace, "seen" of
     /// RegisterCondition::seenOpen). On a failure the port is closed.
     QJsonObject open(bool opensShift);
     void close();
@@ -63,6 +64,7 @@ private:
     void requireConnection() const;
     sale::CashDesk& desk(bool opensShift);
     QString readDrive();
+    QString unknownDocuments(const RegisterCondition& condition);
     void requireDrive(const QString& drive);
     QJsonArray reach(sale::CashDesk& desk);
     RegisterCondition readCondition();

@@ -3,6 +3,7 @@
 #include "hostclock.h"
 #include "idconflict.h"
 #include "journalerror.h"
+#include "sqlstore.h"
 #include "storefixture.h"
 
 #include <atomic>
@@ -160,6 +161,31 @@ TEST_P(StoreQueue, WhatIsTooLateExpiresTogether)
         EXPECT_EQ(store->findId(id)->reason, StateReason::Expired);
     EXPECT_EQ(store->findId("begun")->state, DocumentState::Running);
     EXPECT_EQ(store->findId("patient")->state, DocumentState::Queued);
+}
+
+TEST_P(StoreQueue, OfAnOlderStateWhatWasUnfinishedIsForAPersonToSay)
+{
+    for (const DocumentState state : states)
+        bring(stateName(state), state, state == DocumentState::Issued ? 8 : 0);
+    const auto doubt = [this] { return dynamic_cast<SqlStore&>(*store).doubtUnfinished(); };
+    EXPECT_EQ(doubt(), (QStringList{"queued", "running"}));
+    EXPECT_EQ(doubt(), QStringList());
+    for (const DocumentState state : states) {
+        const StoredDocument document = store->findId(stateName(state)).value();
+        SCOPED_TRACE(document.request.id.toStdString());
+        const bool isUnfinished = state == DocumentState::Queued || state == DocumentState::Running;
+        EXPECT_EQ(document.state, isUnfinished ? DocumentState::Unknown : state);
+        // No drive is asked: what it counts is also what was forgotten.
+        EXPECT_EQ(document.drive.isEmpty(), isUnfinished);
+        if (!isUnfinished)
+            continue;
+        EXPECT_EQ(document.attempts.size(), 1);
+        EXPECT_THROW(store->begin(document.request.id, {markBefore}), JournalError);
+        // The number of another drive's document, perhaps.
+        store->settle(
+            document.request.id, 1, {.state = DocumentState::Issued, .documentNumber = 8, .by = "Anna"});
+        EXPECT_EQ(store->findId(document.request.id)->state, DocumentState::Issued);
+    }
 }
 
 TEST_P(StoreQueue, WhatWaitsForAnUnknownTimeIsOverWhenTheClockIsPutBack)

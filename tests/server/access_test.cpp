@@ -134,6 +134,7 @@ TEST_F(AccessTest, ShowsASellerItsOwnAlone)
     issue("document:2");
     issue("document:1");
     till1.state = "making";
+    till1.making = "document:2";
     till2.state = "making";
     api.registerChanged("till1");
     api.registerChanged("till2");
@@ -143,6 +144,16 @@ TEST_F(AccessTest, ShowsASellerItsOwnAlone)
     EXPECT_FALSE(events.contains("document:2"));
     EXPECT_TRUE(events.contains("document:1"));
     EXPECT_FALSE(events.contains("till2"));
+    // Nor does the register tell it of them.
+    post("document:3", sale(), {}, "till1", "other");
+    issue("document:3", 8);
+    for (const auto& [token, isShown] :
+        {std::pair("seller", false), std::pair("other", true), std::pair("reader", true)}) {
+        const QByteArray shown = as(token, "GET", "/v1/registers/till1").body;
+        EXPECT_EQ(shown.contains("\"document\":\"document:2\""), isShown) << token;
+        EXPECT_EQ(shown.contains("document:3"), isShown) << token;
+        EXPECT_EQ(as(token, "GET", "/v1/registers").body.contains("document:3"), isShown) << token;
+    }
 }
 
 TEST_F(AccessTest, TellsASellerOfItsOwnWhateverHasBecomeOfIt)

@@ -21,8 +21,12 @@ public:
     QJsonObject view() const override
     {
         return {{"state", state}, {"waiting", waiting.isEmpty() ? QJsonValue() : QJsonValue(waiting)},
-            {"connections", 2}, {"exchanges", QJsonObject{{"count", 3}, {"seconds", 1.5}}},
-            {"condition", QJsonObject{{"unsent", 4}}},
+            {"document", making.isEmpty() ? QJsonValue() : QJsonValue(making)}, {"connections", 2},
+            {"exchanges", QJsonObject{{"count", 3}, {"seconds", 1.5}}},
+            {"condition",
+                QJsonObject{{"unsent", 4}, {"driveUntil", "2031-01-01"}, {"driveWarnings", 2},
+                    {"lastDocument", 117}}},
+
             {"pools",
                 QJsonArray{QJsonObject{{"name", "shop"},
                     {"absent", absent.isEmpty() ? QJsonValue() : QJsonValue(absent)}, {"daysLeft", 100},
@@ -41,6 +45,7 @@ public:
     bool isOwner = true;
     QString state = "ready";
     QString waiting;
+    QString making;
     /// From the pool.
     QString absent;
     QStringList told;
@@ -145,7 +150,10 @@ inline Served askApi(const frserver::Api& api, const QByteArray& method, const Q
 class ApiTest : public testing::Test
 {
 protected:
-    explicit ApiTest(const frserver::Api::Settings& settings = {.queueLimit = 4, .version = "1.2.3"})
+    static constexpr std::chrono::seconds unhurried{60};
+
+    explicit ApiTest(const frserver::Api::Settings& settings
+        = {.queueLimit = 4, .version = "1.2.3", .readingTurn = unhurried})
         : api(store, owners, settings)
     {
         api.add(till1);

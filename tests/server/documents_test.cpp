@@ -247,6 +247,43 @@ TEST_F(DocumentsTest, WithdrawsAndMovesWhatWasNotBegun)
     EXPECT_EQ(stored("document:3").value("register").toString(), "till2");
 }
 
+TEST_F(DocumentsTest, TellsWhatWaitsForARegisterThatIsNotThereAnyMore)
+{
+    const auto missing = [this](const QByteArray& token) {
+        const Served list = ask("GET", "/v1/registers", {}, {{"Authorization", "Bearer " + token}});
+        return list.json().value("notConfigured").toArray();
+    };
+    api.setTokens(true,
+        {{"admin", "admin", {}, http::Tokens::hashOf("admin")},
+            {"shop", "read", {"till1"}, http::Tokens::hashOf("shop")}});
+    const auto asAdmin
+        = [this](const QByteArray& method, const QByteArray& target, const QByteArray& body = {}) {
+              return ask(method, target, body, {{"Authorization", "Bearer admin"}});
+          };
+    for (const char* const id : {"document:1", "document:2", "document:3"}) {
+        store.accept({id, "sell", sale(), "till9"});
+        api.documentChanged(id);
+    }
+    // One that frctl is at.
+    store.accept({"document:4", "sell", sale(), "desk"});
+    begin("document:4");
+    ASSERT_EQ(missing("admin").size(), 1);
+    EXPECT_EQ(missing("admin").at(0).toObject().value("name"), "till9");
+    EXPECT_EQ(missing("admin").at(0).toObject().value("queue").toObject().value("queued"), 3);
+    EXPECT_EQ(missing("shop").size(), 0);
+    EXPECT_TRUE(asAdmin("GET", "/readyz").body.contains(R"("till9":"notConfigured")"));
+    EXPECT_TRUE(asAdmin("GET", "/metrics")
+                    .body.contains(R"(frserver_open_documents{register="till9",state="queued"} 3)"));
+    const Served list = asAdmin("GET", "/v1/documents?register=till9");
+    EXPECT_EQ(list.json().value("documents").toArray().size(), 3);
+    EXPECT_EQ(asAdmin("GET", "/v1/documents/document:1").text("waiting"), "notConfigured");
+    asAdmin("DELETE", "/v1/documents/document:1");
+    issue("document:2");
+    EXPECT_EQ(asAdmin("POST", "/v1/documents/document:3/move", R"({"register":"till2"})").status, 200);
+    EXPECT_EQ(missing("admin").size(), 0);
+    EXPECT_EQ(asAdmin("GET", "/v1/documents?register=till9").status, 404);
+}
+
 TEST_F(DocumentsTest, TakesBackWhatWasSoldAndNoMore)
 {
     const QByteArray back

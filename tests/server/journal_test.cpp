@@ -1,5 +1,6 @@
 // The journal that the service stands on: it fails, moves, and is written by others.
 
+#include "api/journalproblem.h"
 #include "apirig.h"
 
 namespace {
@@ -26,6 +27,18 @@ TEST_F(JournalTest, SaysThatTheJournalFails)
     store.isBroken = false;
     EXPECT_FALSE(store.findId("document:1"));
     EXPECT_EQ(post("document:1", cashIn).status, 202);
+}
+
+QStringList written;
+
+TEST(JournalProblem, IsWrittenDownOnceHoweverOftenItIsMet)
+{
+    const QtMessageHandler before = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& line) { written.append(line); });
+    for (const char* const fault : {"disk 1", "disk 1", "disk 1", "disk 2", "disk 2"})
+        EXPECT_EQ(frserver::journalProblem(sale::JournalError(QString::fromLatin1(fault))).status, 503);
+    qInstallMessageHandler(before);
+    EXPECT_EQ(written, (QStringList{"disk 1", "disk 2"}));
 }
 
 TEST_F(JournalTest, LosesNobodyWhileTheJournalFails)

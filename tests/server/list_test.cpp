@@ -12,8 +12,12 @@ constexpr int documents = 9;
 class ListTest : public ApiTest
 {
 protected:
-    explicit ListTest(std::chrono::milliseconds longestSearch = std::chrono::seconds(60))
-        : ApiTest({.queueLimit = documents, .longestSearch = longestSearch, .searchPiece = 2})
+    explicit ListTest(std::chrono::milliseconds longestSearch = unhurried,
+        std::chrono::milliseconds readingTurn = unhurried)
+        : ApiTest({.queueLimit = documents,
+            .longestSearch = longestSearch,
+            .searchPiece = 2,
+            .readingTurn = readingTurn})
     {
         for (int i = 1; i <= documents; ++i)
             post("document:" + QByteArray::number(i), cashIn);
@@ -45,6 +49,16 @@ protected:
     }
 };
 
+/// Reads one body at a time.
+class SlowListTest : public ListTest
+{
+protected:
+    SlowListTest()
+        : ListTest(unhurried, std::chrono::milliseconds(0))
+    {
+    }
+};
+
 TEST_F(ListTest, OthersAreAnsweredWhileItSearches)
 {
     const Served asked = ask("GET", search("document:1"));
@@ -68,6 +82,38 @@ TEST_F(ListTest, ManySearchesTakeTurns)
     EXPECT_EQ(idsOf(asked[1].later()), QStringList{"document:1"});
 }
 
+TEST_F(ListTest, TellsSumsAndNumbersAsTheDocumentItselfDoes)
+{
+    const auto listed = [this](const QByteArray& id) {
+        const Served page = ask("GET", "/v1/documents?register=till1");
+        for (const QJsonValue document : page.json().value("documents").toArray()) {
+            if (document["id"].toString() == QString(id))
+                return document.toObject();
+        }
+        return QJsonObject();
+    };
+    const auto expectSame = [&](const QByteArray& id, const QJsonValue& total, const QJsonValue& number) {
+        const QJsonObject whole = ask("GET", "/v1/documents/" + id).json();
+        for (const char* const member : {"total", "shift", "receiptNumber"})
+            EXPECT_EQ(listed(id).value(member), whole.value(member)) << id.constData() << member;
+        EXPECT_EQ(listed(id).value("total"), total);
+        EXPECT_EQ(listed(id).value("receiptNumber"), number);
+    };
+    ask("DELETE", "/v1/documents/document:9");
+    // Listed before, and by what it is now.
+    EXPECT_EQ(listed("document:9").value("total"), 100.5);
+    post("document:9", sale());
+    expectSame("document:9", 305.23, {});
+    const QJsonObject mark{{"drive", "9999000000000001"}, {"shift", 4}, {"nextReceipt", 12}};
+    store.begin("document:9", {.markBefore = mark, .movement = {{"kind", "sell"}}});
+    store.settle("document:9", 1, {.state = sale::DocumentState::Issued});
+    expectSame("document:9", 305.23, 12);
+    // Looked for once.
+    const int before = store.findings;
+    ask("GET", "/v1/documents?register=till1");
+    EXPECT_LE(store.findings, before + 2);
+}
+
 TEST_F(ListTest, AJournalThatFailsMeanwhileIsTold)
 {
     const Served asked = ask("GET", search("nowhere"));
@@ -83,6 +129,18 @@ TEST_F(ListTest, GoesOnForNobodyWhoHasGone)
     store.isBroken = true;
     QCoreApplication::processEvents();
     EXPECT_FALSE(asked.later().status);
+}
+
+TEST_F(SlowListTest, OthersAreAnsweredWhileItReadsBodies)
+{
+    const Served asked = ask("GET", "/v1/documents?register=till1");
+    ASSERT_TRUE(asked.pending);
+    workThrough(asked);
+    QStringList wanted;
+    for (int i = documents; i > 0; --i)
+        wanted.append("document:" + QString::number(i));
+    EXPECT_EQ(idsOf(asked.later()), wanted);
+    EXPECT_TRUE(asked.later().json().value("next").isNull()) << asked.later().all();
 }
 
 TEST_F(ShortListTest, ThePagesTogetherHaveEachDocumentOnce)

@@ -179,6 +179,7 @@ class Detected(Through):
             checked = self.service.command("check-config")
             self.assertEqual(0, checked.returncode, (done, checked))
             self.assertIn(f"register till1 on {self.register.line}, HEX", checked.stdout)
+            self.assertEqual(text is section, "no cashier" in checked.stdout)
         self.service.start()
         self.assert_issued(self.service.post(SALE, id="sale:0001"))
 

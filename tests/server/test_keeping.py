@@ -9,6 +9,7 @@ import shutil
 import signal
 import socket
 import ssl
+import subprocess
 import sys
 import threading
 import unittest
@@ -138,6 +139,7 @@ class Update(Keeping):
         done = self.service.command("upgrade")
         self.assertEqual(0, done.returncode, done)
         self.assertEqual(f"frserver {version} was replaced by {newer} (process {self.service.process.pid})\n", done.stdout)
+        self.assertRegex(done.stderr, "tries the program.*\n.*finishes the documents")
         self.assertTrue(os.path.samefile(self.program, f"/proc/{self.service.process.pid}/exe"))
         for number in range(4):
             self.assertEqual("issued", self.service.post(SALE, id=f"sale:{number:04}")["state"])
@@ -153,12 +155,27 @@ class Update(Keeping):
             second = self.service.command()
         self.assertEqual(1, failed.returncode, failed)
         self.assertIn("goes on: ", failed.stderr)
+        self.assertNotIn("finishes", failed.stderr)
         self.assertIn("no such library", failed.stderr)
         self.assertIn(f"process {self.service.process.pid} serves from this journal", second.stderr)
         self.assert_issued(self.service.post(SALE, id="sale:0001"))
         self.service.stop()
         self.install(Path(PROGRAM).read_bytes())
         self.assertIn("no service serves", self.service.command("upgrade").stderr)
+
+
+    def test_upgrade_to_what_hangs(self):
+        """Nobody waits for it: neither clients, nor whoever has the service end."""
+        self.install(b"#!/bin/sh\nexec sleep 120\n")
+        command = [PROGRAM, "--config", str(self.service.config), "upgrade"]
+        with subprocess.Popen(command, stderr=subprocess.PIPE, text=True) as upgrade:
+            self.assertIn("tries", upgrade.stderr.readline())
+            self.assert_issued(self.service.post(SALE, id="sale:0001"))
+            self.service.stop()
+            _, said = upgrade.communicate(timeout=10)  # half of what it would wait for another start
+        self.assertEqual(1, upgrade.returncode)
+        self.assertIn("ends, as it was told to", said)
+        self.assertNotIn("finishes", said)
 
 
 class Moving(Keeping):
@@ -194,6 +211,18 @@ class Moving(Keeping):
         self.service.ask("POST", "/v1/registers/till1/resume")
         self.assertEqual("issued", self.service.post(SALE, id="sale:0002")["state"])
         self.assertEqual(2, len(self.register.receipts()))
+
+    def test_register_that_left_the_configuration(self):
+        self.service.ask("POST", "/v1/registers/till1/pause")
+        self.assertEqual(202, self.service.post(SALE, id="sale:0001", wait=0).status)
+        self.service.stop()
+        self.service.edit("[register till1]", "[register till2]")
+        self.service.start()
+        self.assertIn('1 documents wait for the register till1', "".join(self.service.lines))
+        self.assertEqual(["till1"], [one["name"] for one in self.service.ask("GET", "/v1/registers")["notConfigured"]])
+        self.service.ask("POST", "/v1/documents/sale:0001/move", {"register": "till2"})
+        self.assertEqual("issued", self.service.post(SALE, "till2", id="sale:0001")["state"])
+        self.assertEqual([], self.service.ask("GET", "/v1/registers")["notConfigured"])
 
 
 if __name__ == "__main__":

@@ -73,6 +73,11 @@ class Sales(ServiceTest):
         self.assertIn('frserver_documents_total{register="till1",state="issued",reason=""} 10\n', metrics)
         for name in ("exchanges", "exchange_seconds", "connections"):
             self.assertRegex(metrics, f'frserver_{name}_total{{register="till1"}} (0\\.0*)?[1-9]')
+        shown = self.service.ask("GET", "/v1/registers/till1").body
+        self.assertEqual(("sellReturn", "day:000003", True), (shown["lastReceipt"]["kind"], shown["lastReceipt"]["id"], shown["condition"]["paper"]))
+        schemas = self.service.ask("GET", "/v1/openapi.json")["components"]["schemas"]
+        register = schemas["register"]["properties"]
+        self.assertEqual([set(), set()], [set(shown) - set(register), set(shown["condition"]) - set(register["condition"]["properties"])])
         listed = self.service.ask("GET", "/v1/documents?limit=4")
         self.assertEqual(["day:again", "day:000009", "day:000008", "day:000007"], [one["id"] for one in listed["documents"]])
         rest = self.service.ask("GET", f"/v1/documents?cursor={listed['next']}")

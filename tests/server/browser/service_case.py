@@ -54,9 +54,10 @@ class Service:
         return subprocess.run([FRSERVER, "--config", self.config, *arguments], capture_output=True, text=True,
                               check=True, timeout=20).stdout.strip()
 
-    def ask(self, path, body=None):
+    def ask(self, path, body=None, method=None):
         data = None if body is None else json.dumps(body).encode()
-        request = urllib.request.Request(f"{self.url.rstrip('/')}/v1{path}", data, {"Content-Type": "application/json"})
+        request = urllib.request.Request(f"{self.url.rstrip('/')}/v1{path}", data, {"Content-Type": "application/json"},
+                                         method=method)
         with urllib.request.urlopen(request, timeout=20) as answer:
             return json.load(answer)
 

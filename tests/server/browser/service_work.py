@@ -17,6 +17,7 @@ class Work(ServicePageTest):
         self.service.post(SALE, "shop:0001")
         self.becomes(lambda: self.row("shop:0001"), "Sale", seconds(1))
         self.becomes(lambda: self.row("shop:0001"), "issued")
+        self.assertIn("305.23 ₽", self.row("shop:0001"))
         self.becomes(lambda: self.till(), "Sale, 305.23 ₽, no. 1 of shift 1")
         self.click("[data-id='shop:0001'] button")
         for expected in ("Sale", "Хлеб Бородинский", "305.23", "Attempt 1"):
@@ -165,6 +166,26 @@ class Work(ServicePageTest):
         self.assertIn("Nothing was found", self.text("#none"))
 
 
+    def test_more(self):
+        self.works()
+        self.click("[data-register=till1] [data-do=hold]")
+        self.becomes(self.till, "paused")
+        for number in range(60):
+            self.service.post({"type": "cashIn", "sum": 1}, f"cash:{number:04}")
+        rows = lambda: len(self.find_all("#documents li"))
+        stage.wait_for(lambda: rows() == 50)
+        self.click("#more")
+        stage.wait_for(lambda: rows() == 60)
+        self.assertFalse(self.find("#more").is_displayed())
+        # What happens below the first page is seen, and new ones do not take its place.
+        self.service.ask("/documents/cash:0002", method="DELETE")
+        self.becomes(lambda: self.row("cash:0002"), "withdrawn")
+        self.service.post({"type": "cashIn", "sum": 1}, "cash:last")
+        self.becomes(lambda: self.row("cash:last"), "waiting")
+        self.assertEqual(61, rows())
+        self.assertIn("withdrawn", self.row("cash:0002"))
+
+
 class Persons(ServicePageTest):
     def make_unknown(self, number):
         """A print that the register does not count, ended in its middle: nobody can be asked about it."""
@@ -225,6 +246,19 @@ class Persons(ServicePageTest):
         self.becomes(self.till, "works")
         stage.wait_for(lambda: not self.find("#attention").is_displayed())
         self.assertIn("accepted till1 as it is: продано с frctl", self.service.log.read_text())
+
+    def test_register_that_left_the_configuration(self):
+        self.service.ask("/registers/till2/pause", {})
+        self.service.post(SALE, "shop:0001", "till2")
+        self.service.stop()
+        del self.register.lines[1:]
+        self.service = Service(self.register, self.service.port)
+        self.becomes(lambda: self.text("#attention"), "documents that wait for it: 1")
+        self.click("[data-id='shop:0001'] button")
+        self.becomes(lambda: self.text("#document"), "there is no such register any more")
+        self.click("#document [data-do=withdraw]")
+        self.becomes(lambda: self.row("shop:0001"), "withdrawn")
+        self.becomes(lambda: str(len(self.find_all("[data-missing]"))), "0")
 
     def test_moved_to_another_register(self):
         self.works()

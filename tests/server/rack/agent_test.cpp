@@ -112,6 +112,36 @@ TEST_F(AgentTest, StopsBehindADocumentThatThePaperEndedOn)
     EXPECT_EQ(changed, QStringList{"sale:0001"});
 }
 
+TEST_F(AgentTest, KnowsOfPaperWhatItsDocumentsTell)
+{
+    const auto paper = [this] { return agent->view().value("condition").toObject().value("paper"); };
+    startAgent();
+    EXPECT_TRUE(paper().isNull());
+    queue("sale:0001");
+    hold("paper");
+    EXPECT_EQ(paper(), false);
+    pass(1000);
+    issue();
+    EXPECT_EQ(paper(), true);
+    // Whoever has switched the register off may have taken it out.
+    queue("sale:0002");
+    hold("line");
+    pass(1000);
+    open();
+    EXPECT_TRUE(paper().isNull());
+}
+
+TEST_F(AgentTest, TellsThatTheDriveEnds)
+{
+    startAgent();
+    for (const auto& [warnings, alarmed] :
+        {std::pair(0, 0), std::pair(8, 0), std::pair(2, 1), std::pair(7, 3)}) {
+        pass(60'000);
+        worker->answer({{"condition", QJsonObject{{"shiftOpen", true}, {"driveWarnings", warnings}}}});
+        EXPECT_EQ(alarms().count("drive"), alarmed) << warnings;
+    }
+}
+
 TEST_F(AgentTest, SettlesBeforeAnythingElseWhenTheLineWasLost)
 {
     startAgent();

@@ -1,0 +1,46 @@
+#include "sqlstore.h"
+
+#include "storedtime.h"
+
+namespace sale {
+
+QStringList SqlStore::doubtUnfinished()
+{
+    QStringList ids;
+    // One by one, as whoever keeps them holds each that is changed: run again, it goes on where it ended.
+    for (const StoredDocument& found :
+        find({.states = {DocumentState::Queued, DocumentState::Running}, .withAttempts = false})) {
+        const QString& id = found.request.id;
+        m_sql.together([&] {
+            hold(id);
+            const StoredDocument known = existing(id);
+            if (known.state == found.state)
+                doubt(known);
+        });
+        ids.append(id);
+    }
+    return ids;
+}
+
+void SqlStore::doubt(const StoredDocument& known)
+{
+    const QString& id = known.request.id;
+    const QString now = storedNow();
+    const QString unknown = stateName(DocumentState::Unknown);
+    if (known.state == DocumentState::Queued) {
+        const int attempt = known.attemptCount + 1;
+        const QString none = QStringLiteral("{}");
+        insertInto(QStringLiteral("attempts"), id,
+            {QStringLiteral("number"), QStringLiteral("begun"), QStringLiteral("ended"),
+                QStringLiteral("mark_before"), QStringLiteral("movement"), QStringLiteral("verdict")},
+            {attempt, now, now, none, none, unknown});
+        updateBegun(id, attempt, QStringLiteral("settled = ?"), {now});
+    } else {
+        updateAttempt(id, known.attemptCount, QStringLiteral("ended = ?, verdict = ?"), {now, unknown});
+    }
+    // Without a drive: its counters tell of later documents, too, that are forgotten here, and one of the
+    // same sums would be taken for this one.
+    update(id, QStringLiteral("state = ?, drive = '', settled = ?"), {unknown, now});
+}
+
+} // namespace sale
