@@ -79,7 +79,7 @@ Service::Service(const Configuration& configuration, const QString& journal)
     , m_kept(journal, patienceMs)
     , m_tokens(tokenFile(configuration.service, journal))
     , m_rack(registersOf(configuration), *m_store, createWorker,
-          {.journal = journal, .kept = &m_kept, .ownership = ownershipOf(configuration, journal)})
+          {.journal = journal, .ownership = ownershipOf(configuration, journal), .kept = &m_kept})
     , m_dispatch(configuration.pools, m_rack, *m_store)
     , m_pictures({.plugins = pluginPlaces(configuration.service)})
     , m_api(*m_store, m_owners, apiSettings(configuration.service, journal))
