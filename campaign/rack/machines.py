@@ -101,6 +101,14 @@ class Services:
         for service in self.each:
             service.wait()
 
+    def wait_for_registers(self, count):
+        """Until all have heard of so many, also of those that only others have."""
+        end = time.monotonic() + READY
+        while any(len(service.registers()) < count for service in self.each):
+            if time.monotonic() > end:
+                raise RuntimeError("the services do not hear of each other's registers")
+            time.sleep(0.1)
+
     def workers(self):
         return [worker for service in self.each for worker in service.workers()]
 

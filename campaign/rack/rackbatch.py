@@ -70,6 +70,10 @@ class RackBatch(Batch):
         return {"store": {"lease": LEASE}} | {f"pool {pool}": {"registers": ",".join(one.name for one in registers if has(one))}
                 for pool, has in POOLS.items()}
 
+    def _start(self):
+        super()._start()
+        self.service.wait_for_registers(len(self.registers))
+
     def _unfenced(self):
         return frozenset(one.name for one in self.registers if not one.is_exclusive)
 
