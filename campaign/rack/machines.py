@@ -87,14 +87,10 @@ class RackProgram:
 
 
 class Services:
-    """Asks any of them, as a client does that has all of their addresses; for a register one that has it in its configuration."""
+    """Asks any of them, as a client does that has all of their addresses."""
 
-    def __init__(self, services, shares):
+    def __init__(self, services):
         self.each = services
-        self._homes = {}
-        for service, share in zip(services, shares):
-            for register in share:
-                self._homes.setdefault(register.name, []).append(service)
         self.program = RackProgram(services)
 
     def start(self):
@@ -105,12 +101,19 @@ class Services:
         for service in self.each:
             service.wait()
 
+    def wait_for_registers(self, count):
+        """Until all have heard of so many, also of those that only others have."""
+        end = time.monotonic() + READY
+        while any(len(service.registers()) < count for service in self.each):
+            if time.monotonic() > end:
+                raise RuntimeError("the services do not hear of each other's registers")
+            time.sleep(0.1)
+
     def workers(self):
         return [worker for service in self.each for worker in service.workers()]
 
     def ask(self, method, path, body=None, timeout=30.0, **headers):
-        named = path.removeprefix("/v1/registers/").split("/")[0]
-        return random.choice(self._homes.get(named, self.each)).ask(method, path, body, timeout, **headers)
+        return random.choice(self.each).ask(method, path, body, timeout, **headers)
 
     def documents(self, query=""):
         end = time.monotonic() + READY

@@ -25,12 +25,12 @@ POOLS = {"any": lambda register: True, "fenced": lambda register: register.is_ex
 KINDS = (("last", 4), ("both", 3), ("first", 2), (None, 3))
 
 
-def registers_of(emulator, folder):
+def registers_of(emulator, folder, is_believed):
     kinds = [kind for kind, count in KINDS for _ in range(count)]
     for place, kind in enumerate(kinds):
         # What is connected to twice is no fence, as a detection would have found; a serial line has its machine.
         yield Register(emulator, folder, place, Hub if kind else PtyLine, ("--tcp-connections", kind) if kind else (),
-                       kind in ("last", None))
+                       is_believed or kind in ("last", None))
 
 
 class RackBatch(Batch):
@@ -39,13 +39,13 @@ class RackBatch(Batch):
     def __init__(self, programs, folder, seed, documents):
         self.folder, self.seed, self.count = folder, seed, documents
         self.lease = LEASE
-        self.registers = list(registers_of(programs.emulator, folder))
+        self.registers = list(registers_of(programs.emulator, folder, programs.believe_fenced))
         self.database = Database("max_connections=200")
         self.relays = [Relay(self.database.folder) for _ in range(3)]
         here = Machine()
         shares = self._shares(programs.takeover)
         self.service = Services(services_of(programs.frserver, programs.plugin, folder, shares, self.relays,
-                                            (here, here, Machine(folder / "elsewhere")), self._settings), shares)
+                                            (here, here, Machine(folder / "elsewhere")), self._settings))
         for relay in self.relays:
             relay.start()
         subprocess.run([programs.frserver, "--config", self.service.each[0].config, "migrate"], check=True)
@@ -69,6 +69,10 @@ class RackBatch(Batch):
         """Of a service with these."""
         return {"store": {"lease": LEASE}} | {f"pool {pool}": {"registers": ",".join(one.name for one in registers if has(one))}
                 for pool, has in POOLS.items()}
+
+    def _start(self):
+        super()._start()
+        self.service.wait_for_registers(len(self.registers))
 
     def _unfenced(self):
         return frozenset(one.name for one in self.registers if not one.is_exclusive)

@@ -85,7 +85,10 @@ class Batch:
         return registers and all(one["state"] == "ready" for one in registers)
 
     def _ask_again(self, document):
-        order = self.ledger.orders[document["id"]]
+        order = self.ledger.orders.get(document["id"])
+        if order is None:
+            # A report of the service's own, which asks itself.
+            return
         place = order.place if order.pool else f"registers/{document['register']}"
         self.service.ask("POST", f"/v1/{place}/documents", order.body, Prefer="wait=5")
 
