@@ -30,9 +30,10 @@ private:
     bool hasHost();
 
     const TcpConnections m_rule;
-    QTcpServer m_server;
     QList<QTcpSocket*> m_hosts;
     /// The one that is answered.
     QPointer<QTcpSocket> m_host;
     bool m_owesAnswer = false;
+    /// Ends first: the hosts that are connected leave then.
+    QTcpServer m_server;
 };
