@@ -1,6 +1,7 @@
 """A register's network port, to which any number of hosts connect: whom of them it hears is the register's own matter."""
 
 import contextlib
+import re
 import select
 import socket
 import threading
@@ -10,13 +11,19 @@ from lines import Cut, TcpLine
 
 # The request behind which a host has nothing more to send but the close: payment, and the sum of cash in or out.
 LAST_STEPS = (b"35", b"36")
-CLOSING = b"22"
+HEX_CLOSE = b"22"
 HEX_START = 0x02
+# With these a document is stored; a receipt is one request.
+XML_CLOSE = re.compile(rb"<Command>(4|6|8|12|18)</Command>")
 
 
 def command(data):
     """Of a HEX request that begins here."""
     return data[6:8] if data[:1] == bytes([HEX_START]) else b""
+
+
+def is_closing(data):
+    return command(data) == HEX_CLOSE or XML_CLOSE.search(data) is not None
 
 
 class Hub(TcpLine):
@@ -27,19 +34,19 @@ class Hub(TcpLine):
         super().__init__(target, folder)
         self._lock = threading.Lock()
         self._trap = None
-        self._hold = 0
+        self._hold = None
 
     def set_trap(self, action):
         self._trap = action
 
-    def hold_close(self, seconds):
-        """The next closing request arrives so much later."""
-        self._hold = seconds
+    def hold_close(self, seconds, action):
+        """The next closing request arrives so much later; the action, which gets its host's port, is called when it is held."""
+        self._hold = (seconds, action)
 
     def mend(self):
         super().mend()
         self._trap = None
-        self._hold = 0
+        self._hold = None
 
     def serve(self):
         host, _ = self.listener.accept()
@@ -59,7 +66,7 @@ class Hub(TcpLine):
 
     def take_hold(self):
         with self._lock:
-            hold, self._hold = self._hold, 0
+            hold, self._hold = self._hold, None
         return hold
 
     def is_down(self):
@@ -95,7 +102,9 @@ class Pair:
 
     def _request(self, data):
         self._is_last_step = command(data) in LAST_STEPS
-        if command(data) == CLOSING and (seconds := self._hub.take_hold()):
+        if is_closing(data) and (hold := self._hub.take_hold()):
+            seconds, action = hold
+            action(self._host.getpeername()[1])
             self._wait(seconds)
         self._hub.pass_on("request", self._register.fileno(), data)
 

@@ -26,7 +26,7 @@ def main():
     parser.add_argument("--no-takeover", dest="takeover", action="store_false",
                         help="each register stands in the configuration of one service alone")
     parser.add_argument("--believe-fenced", action="store_true",
-                        help="say of all registers that a new connection ends the former one, which is wrong: has to be found")
+                        help="say of all registers that a new connection ends the former one, which is wrong of some")
     return batches.run(parser.parse_args(), ROWS, RackBatch)
 
 

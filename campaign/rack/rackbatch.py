@@ -54,7 +54,7 @@ class RackBatch(Batch):
         names = [register.name for register in self.registers]
         self.clients = Clients(self.service, self.ledger, draw_orders(seed, documents, names, list(POOLS)),
                                lambda what: drawn(seed, what), names)
-        self.faults = RackFaults(self, drawn(seed, "faults"))
+        self.faults = RackFaults(self, drawn(seed, "faults"), programs.believe_fenced)
         self._asked_until = None
 
     def _shares(self, is_taken_over):

@@ -27,9 +27,14 @@ class RackFaults(Faults):
                "database": 3, "way_cut": 8, "way_still": 3, "freeze": 4, "freeze_worker": 3, "freeze_begun": 8,
                "freeze_settled": 4, "freeze_close": 10, "late_close": 4, "kill_begun": 3, "cut_commit": 6}
 
-    def __init__(self, rack, random):
+    # Where a register is taken for a fence that is none.
+    UNFENCED = {"late_close": 1, "freeze_close": 1}
+
+    def __init__(self, rack, random, is_believed):
         super().__init__(rack.service, rack.registers, random, silences=0, swaps=0)
         self._rack = rack
+        if is_believed:
+            self.WEIGHTS = self.UNFENCED
 
     def end(self):
         self._rack.frozen.end()
@@ -106,19 +111,22 @@ class RackFaults(Faults):
         register = self._register()
         if not isinstance(register.line, Hub):
             return
-        seconds = self._seconds()
+        register.line.set_trap(self._freezing("freeze_close", self._seconds()))
 
+    def _freezing(self, kind, seconds):
+        """Stops whoever has the connection that begins at a port."""
         def freeze(port):
             if worker := holder_of(port, self.service.workers()):
-                self._freeze(os.getpgid(worker), "freeze_close", seconds)
-        register.line.set_trap(freeze)
+                with contextlib.suppress(ProcessLookupError):
+                    self._freeze(os.getpgid(worker), kind, seconds)
+        return freeze
 
     def late_close(self):
-        """The network has the closing request for so long."""
+        """The network has the closing request for so long, and who sent it stands still."""
         register = self._register()
         if isinstance(register.line, Hub):
-            register.line.hold_close(self._seconds())
-            self.counts["late_close"] += 1
+            seconds = self._seconds()
+            register.line.hold_close(seconds, self._freezing("late_close", seconds))
 
     def group_kill(self):
         """A machine that loses its power."""

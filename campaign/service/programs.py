@@ -9,13 +9,19 @@ import subprocess
 PATIENCE = 150
 
 
+GIVEN = set()
+
+
 def free_port():
     """One of this machine that nobody listens on now; it is taken again and again, as programs are started anew.
     Below those that the system gives to whoever connects, which might have it while its program is dead."""
     while True:
         port = random.randrange(20000, 32000)
+        if port in GIVEN:
+            continue
         with contextlib.closing(socket.socket()) as taken, contextlib.suppress(OSError):
             taken.bind(("127.0.0.1", port))
+            GIVEN.add(port)
             return port
 
 
