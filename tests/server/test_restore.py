@@ -126,6 +126,8 @@ class Restore(unittest.TestCase):
         restored = self.services["hex"].command("restored")
         self.assertEqual((0, ["rack:hex:3", "rack:xml:3"]), (restored.returncode, sorted(restored.stdout.split())), restored)
         self.start()
+        # It was paused at that time.
+        self.services["xml"].ask("POST", "/v1/registers/xml/resume")
         for name, service in self.services.items():
             with self.subTest(name):
                 # Before anybody wants to sell.
