@@ -411,5 +411,13 @@
         <source>journal %1: the register %2 has another owner by now</source>
         <translation>журнал %1: у кассы %2 уже другой владелец</translation>
     </message>
+    <message>
+        <source>the register %1 is worked by frserver on %2</source>
+        <translation>с кассой %1 работает frserver на %2</translation>
+    </message>
+    <message>
+        <source>go through that service, or stop it</source>
+        <translation>работайте через эту службу или остановите её</translation>
+    </message>
 </context>
 </TS>

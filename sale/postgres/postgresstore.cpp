@@ -28,6 +28,34 @@ PostgresStore::PostgresStore(const PostgresPlace& place, int patienceMs)
     postgresschema::require(m_connection);
 }
 
+PostgresStore::~PostgresStore()
+{
+    try {
+        if (!m_joined.isEmpty())
+            WorkerTable(m_connection).remove(m_joined, ProcessIdentity::own());
+    } catch (const JournalError&) {
+        // Others see that this process has ended.
+    }
+}
+
+void PostgresStore::joinWorkers(const QString& registerName)
+{
+    const QString host
+        = m_connection
+              .value(
+                  QStringLiteral("SELECT host FROM leases WHERE register = ? AND until > clock_timestamp() "
+                                 "AND machine <> ?"),
+                  {registerName, ProcessIdentity::own().machine})
+              .toString();
+    if (!host.isEmpty())
+        throw JournalError(tr("the register %1 is worked by frserver on %2").arg(registerName, host),
+            tr("go through that service, or stop it"));
+    if (m_joined == registerName)
+        return;
+    m_joined = registerName;
+    WorkerTable(m_connection).add({registerName, {}, 0});
+}
+
 void PostgresStore::migrate(const PostgresPlace& place)
 {
     PostgresConnection connection(place, usualPatienceMs);
@@ -53,6 +81,8 @@ StoredDocument PostgresStore::accept(const DocumentRequest& request, const Condi
 std::optional<int> PostgresStore::acceptAndBegin(const DocumentRequest& request, const AttemptStart& start)
 {
     makeMonths();
+    if (!m_lease && !request.registerName.isEmpty())
+        joinWorkers(request.registerName);
     return SqlStore::acceptAndBegin(request, start);
 }
 

@@ -20,6 +20,7 @@ class PostgresStore : public SqlStore
 public:
     /// Throws JournalError, also when the tables are not there: migrate makes them.
     explicit PostgresStore(const PostgresPlace& place, int patienceMs = usualPatienceMs);
+    ~PostgresStore() override;
     /// Makes the tables, or brings those of a former release up to this one.
     static void migrate(const PostgresPlace& place);
 
@@ -53,6 +54,8 @@ private:
     std::optional<StoredDocument> claimFirst(const PoolClaim& claim) override;
     QString lockingWords() const override;
     QString momentAgo(std::chrono::seconds age) const override;
+    /// This program owns nothing, and is about to send a document.
+    void joinWorkers(const QString& registerName);
     /// Of the document's last attempt: whoever began it may still be about to send it.
     bool mayBeSent(const StoredDocument& document);
     void makeMonths();
@@ -60,6 +63,8 @@ private:
 
     PostgresConnection m_connection;
     std::optional<LeasedRegister> m_lease;
+    /// Where this program stands among the workers, without owning it.
+    QString m_joined;
     /// In this transaction: the document that is held, and when it was accepted.
     QString m_held;
     QString m_heldAcceptance;

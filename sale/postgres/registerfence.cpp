@@ -49,7 +49,8 @@ bool RegisterFence::enter(const std::function<void()>& whileWaiting)
     });
     return std::all_of(others.cbegin(), others.cend(), [&](const WorkerTable::Row& other) {
         const ProcessIdentity& process = other.process;
-        if (process.fate() == ProcessIdentity::Fate::Unseen)
+        // A program that owns nothing is a person's, and is waited for at the port.
+        if (other.epoch == 0 || process.fate() == ProcessIdentity::Fate::Unseen)
             return true;
         if (!end(process, whileWaiting))
             return false;

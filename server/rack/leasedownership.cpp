@@ -16,7 +16,7 @@ namespace {
 
 /// Taking hundreds of registers must not keep those that are held from being renewed.
 constexpr milliseconds longestSeek{500};
-constexpr milliseconds pauseAfterFault{1'000};
+constexpr milliseconds pause{1'000};
 constexpr milliseconds tidyPause{60'000};
 
 QJsonObject ownerJson(const QString& host, qint64 process)
@@ -51,7 +51,7 @@ void LeasedOwnership::look()
         if (m_fault.isEmpty())
             qCWarning(rackLog).noquote() << "leases:" << error.what();
         m_fault = QString::fromUtf8(error.what());
-        m_renewAt = m_clock() + pauseAfterFault;
+        m_renewAt = m_clock() + pause;
     }
 }
 
@@ -59,6 +59,9 @@ void LeasedOwnership::renew()
 {
     const milliseconds asked = m_clock();
     m_lost = m_leases.renew();
+    // Their workers are killed now, and another machine may be waiting to hear that.
+    if (!m_lost.isEmpty())
+        m_tidyAt = asked + pause;
     m_renewAt = asked + m_term / 3;
 }
 

@@ -231,6 +231,35 @@ TEST_F(Lease, OwnerThatIsStoppedInTheMiddleOfAWriteHoldsUpNoRenewal)
     });
 }
 
+TEST_F(Lease, ProgramThatOwnsNothingIsInTheWayOfNobodyAndIsRemembered)
+{
+    {
+        PostgresStore person(server.place());
+        EXPECT_EQ(person.acceptAndBegin({"begun", "sell", "{}", "till1"}, {}), 1);
+        EXPECT_EQ(workers(), 1);
+        connection.execute("UPDATE workers SET machine = 'other'");
+        PostgresStore store(server.place());
+        store.settle("begun", 1, {.state = DocumentState::NotIssued});
+        EXPECT_EQ(store.findId("begun")->state, DocumentState::Unknown);
+        connection.execute("UPDATE workers SET machine = ?", {ProcessIdentity::own().machine});
+    }
+    EXPECT_EQ(workers(), 0);
+    // One that is stopped at this machine has the port, and is left alone.
+    const Child child;
+    child.stop();
+    addWorker(child.identity(), 0);
+    RegisterLeases owner = leases();
+    ASSERT_TRUE(owner.take(till1));
+    PostgresStore store(server.place());
+    store.writeAs(owner.lease("till1"));
+    EXPECT_TRUE(store.fence().enter([] {}));
+    EXPECT_EQ(child.identity().fate(), ProcessIdentity::Fate::Alive);
+    ownedBy(elsewhere());
+    connection.execute("UPDATE leases SET host = 'shop2'");
+    PostgresStore person(server.place());
+    EXPECT_THROW(person.acceptAndBegin({"other", "sell", "{}", "till1"}, {}), JournalError);
+}
+
 /// A document was begun, and its owner is gone or may be not.
 class Fence : public Lease
 {

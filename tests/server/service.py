@@ -149,6 +149,9 @@ class Register(Program):
 class Service(Program):
     """frserver with the registers that it is given, in a folder that it keeps from one start to the next."""
 
+    # The program that starts it in its stead, with its arguments.
+    through = ()
+
     def __init__(self, folder, registers, protocol="HEX", **environment):
         self.configure(folder, registers, protocol)
         self.start(environment)
@@ -173,7 +176,7 @@ class Service(Program):
         self.config.write_text(text.replace(old, new), encoding="utf-8")
 
     def start(self, environment=None, **options):
-        super().__init__([os.environ["FRSERVER"], "--config", str(self.config)],
+        super().__init__([*self.through, os.environ["FRSERVER"], "--config", str(self.config)],
                          env={**os.environ, **(environment or {})}, **options)
         self.url = self.read_address("ready on")
         self.client = Client(self.url)

@@ -3,50 +3,20 @@
 
 import json
 import os
-import shutil
 import signal
-import subprocess
 import sys
-import tempfile
 import time
 import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
 # pylint: disable=wrong-import-position
-from database import Database  # noqa: E402
-from service import PATIENCE, Register, Service, receipt  # noqa: E402
+from service import PATIENCE, receipt  # noqa: E402
 from servicetest import SALE  # noqa: E402
+from sharedstore import SharedStoreTest  # noqa: E402
 
 
-class Store(unittest.TestCase):
-    def setUp(self):
-        self.database = Database()
-        self.addCleanup(self.database.close)
-        self.folder = Path(tempfile.mkdtemp())
-        self.addCleanup(shutil.rmtree, self.folder)
-        self.registers = {}
-        self.services = {}
-
-    def serve(self, name):
-        register = self.registers[name] = Register()
-        self.addCleanup(register.stop)
-        folder = self.folder / name
-        folder.mkdir()
-        service = self.services[name] = Service.__new__(Service)
-        service.configure(folder, {name: register.line})
-        service.edit(f"journal = {folder}/journal.sqlite\n", "")
-        service.edit("[service]", f"[store]\nurl = {self.database.url}\n\n[service]")
-        return service
-
-    def start(self, service):
-        service.start()
-        self.addCleanup(service.stop)
-
-    def frctl(self, *arguments):
-        return subprocess.run([os.environ["FRCTL"], "--json", *arguments], capture_output=True, text=True, check=False,
-                              timeout=PATIENCE, env={**os.environ, "FRSPF_JOURNAL": self.database.url})
-
+class Store(SharedStoreTest):
     @staticmethod
     def post_as_told(service, name):
         """Any 5xx: the same id again."""

@@ -1,0 +1,174 @@
+#!/usr/bin/python3
+"""A register that two services have in their configuration: whose it is, and what a former owner can still do."""
+
+import os
+import signal
+import subprocess
+import sys
+import time
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).parent))
+# pylint: disable=wrong-import-position
+from service import PATIENCE, Register  # noqa: E402
+from servicetest import SALE, TOTAL  # noqa: E402
+from sharedstore import SharedStoreTest  # noqa: E402
+
+DOCUMENT = "rack:till1:1"
+# Processes and locks of its own: what another machine has, as far as the service can tell.
+MACHINE = ["unshare", "--pid", "--fork", "--kill-child", "--mount-proc", "sh", "-c",
+           'mount -t tmpfs none /run/lock && exec "$@"', "sh"]
+
+
+class OwnerTest(SharedStoreTest):
+    """Two services with one register, each a process group of its own with its worker."""
+
+    EXCLUSIVE = "yes"
+
+    def setUp(self):
+        super().setUp()
+        self.register = Register()
+        self.addCleanup(self.register.stop)
+        self.one, self.two = (self.prepare(name) for name in ("one", "two"))
+        self.assertEqual(0, self.one.command("migrate").returncode)
+
+    def prepare(self, name):
+        service = self.serve_registers(name, {"till1": self.register.line})
+        service.edit("[store]\n", "[store]\nlease = 3\n")
+        service.edit("exclusive = yes", f"exclusive = {self.EXCLUSIVE}")
+        return service
+
+    def start_one(self, through=()):
+        self.one.through = through
+        self.start(self.one, start_new_session=True)
+        self.until(self.one, "ready")
+        self.assert_issued(self.one.post({"type": "openShift"}, id="rack:till1:0"))
+
+    def start_two(self, state="standby"):
+        self.start(self.two)
+        self.until(self.two, state)
+
+    @staticmethod
+    def till(service):
+        return service.ask("GET", "/v1/registers/till1").body
+
+    def poll(self, look, wanted):
+        """Until the service says so."""
+        deadline = time.monotonic() + PATIENCE
+        while (told := look()) != wanted and time.monotonic() < deadline:
+            pass
+        self.assertEqual(wanted, told)
+
+    def until(self, service, state):
+        if state == "standby":
+            # It shows what the owner tells, or that it knows of one.
+            owner = lambda: (self.till(service)["owner"] or {}).get("process")  # noqa: E731
+            return self.poll(lambda: owner() not in (None, service.process.pid), True)
+        return self.poll(lambda: self.till(service)["state"], state)
+
+    def assert_issued(self, answer):
+        self.assertEqual((201, "issued"), (answer.status, answer["state"]), answer)
+
+    def signal_one(self, which):
+        """The service and all that it has started."""
+        os.killpg(self.one.process.pid, which)
+
+    def freeze_one_before(self, command):
+        """In the middle of the document: the register has not got that command, and would get it again."""
+        self.register.ask("PUT", "/faults", {"rules": [{"mode": "silence", "command": command, "nth": 1}]})
+        begin = self.register.ask("GET", "/state")["lastEvent"]
+        self.assertEqual(202, self.one.post(SALE, id=DOCUMENT, wait=0).status)
+        self.register.ask("GET", f"/wait?event=exchange&command={command}&timeout=60&after={begin}")
+        self.signal_one(signal.SIGSTOP)
+        self.register.ask("PUT", "/faults", {"rules": []})
+
+    def let_one_go_on(self):
+        self.signal_one(signal.SIGCONT)
+        self.until(self.one, "standby")
+
+    def sell_again(self):
+        """By the same id."""
+        self.assert_issued(self.two.post(SALE, id=DOCUMENT))
+        self.assertEqual([TOTAL], self.register.receipts())
+
+
+class OneMachine(OwnerTest):
+    def test_a_frozen_owner_has_ended_before_the_next_one_opens_the_line(self):
+        for command in ("OpenDocument", "FinishDocument"):
+            with self.subTest(command):
+                if command != "OpenDocument":
+                    self.doCleanups()
+                    self.setUp()
+                self.start_one()
+                self.start_two()
+                self.assertEqual(self.one.process.pid, self.till(self.two)["owner"]["process"])
+                former, = self.one.workers()
+                self.freeze_one_before(command)
+                self.until(self.two, "ready")
+                self.assertEqual("Z", Path(f"/proc/{former}/stat").read_text(encoding="ascii").rpartition(")")[2].split()[0])
+                self.assertEqual("notIssued", self.two.ask("GET", f"/v1/documents/{DOCUMENT}")["state"])
+                self.let_one_go_on()
+                self.assertEqual([], self.register.receipts())
+                self.sell_again()
+
+    def test_a_register_that_is_left_is_taken_at_once(self):
+        self.one.edit("lease = 3", "lease = 600")
+        self.start_one()
+        self.start_two()
+        self.one.stop()
+        self.until(self.two, "ready")
+        self.one.start()
+        self.until(self.one, "standby")
+        # One that was killed on this machine is known to be gone.
+        self.two.stop(signal.SIGKILL)
+        self.until(self.one, "ready")
+        self.two.start()
+        self.until(self.two, "standby")
+
+
+class OtherMachine(OwnerTest):
+    """Over TCP, with a register that is not known to drop the former connection."""
+
+    EXCLUSIVE = "no"
+
+    def setUp(self):
+        if subprocess.run([*MACHINE, "true"], check=False, capture_output=True).returncode != 0:
+            self.skipTest("no process may have a space of its own here")
+        super().setUp()
+        self.two.through = MACHINE
+
+    def test_what_a_frozen_owner_may_still_send_is_unknown(self):
+        self.start_one()
+        self.start_two()
+        self.freeze_one_before("FinishDocument")
+        self.until(self.two, "ready")
+        self.assertEqual("unknown", self.two.ask("GET", f"/v1/documents/{DOCUMENT}")["state"])
+        # It is nobody else's to sell, and nothing else waits for it.
+        self.assertEqual("unknown", self.two.post(SALE, id=DOCUMENT)["state"])
+        self.assert_issued(self.two.post({"type": "xReport"}, id="rack:till1:2"))
+        self.let_one_go_on()
+        self.assertEqual([], self.register.receipts())
+        # Its worker has ended, and the register may be believed.
+        self.poll(lambda: self.two.post(SALE, id=DOCUMENT)["state"], "issued")
+        self.assertEqual([TOTAL], self.register.receipts())
+
+
+class DroppedConnection(OtherMachine):
+    """The register is known to drop it."""
+
+    EXCLUSIVE = "yes"
+
+    def test_what_a_frozen_owner_may_still_send_is_unknown(self):
+        self.start_one()
+        self.start_two()
+        self.freeze_one_before("FinishDocument")
+        self.until(self.two, "ready")
+        self.assertEqual("notIssued", self.two.ask("GET", f"/v1/documents/{DOCUMENT}")["state"])
+        self.let_one_go_on()
+        self.assertEqual([], self.register.receipts())
+        self.sell_again()
+
+
+if __name__ == "__main__":
+    unittest.main()
