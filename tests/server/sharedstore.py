@@ -1,4 +1,4 @@
-"""Services of several machines, and the database that they share."""
+"""Services of several machines over one database."""
 
 import os
 import shutil
