@@ -111,7 +111,8 @@ public:
     /// Nothing for an id that is new.
     std::optional<StoredDocument> findId(const QString& id) const
     {
-        const QList<StoredDocument> found = find({.id = id});
+        // A query without an id is for all documents.
+        const QList<StoredDocument> found = id.isEmpty() ? QList<StoredDocument>() : find({.id = id});
         return found.isEmpty() ? std::nullopt : std::optional(found.constFirst());
     }
 };
