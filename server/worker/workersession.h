@@ -35,9 +35,9 @@ public:
         devices::LineObserver& observer, const std::function<void()>& waitCallback);
 
     /// Reaches the register anew: compares it and its drive before anything is asked of documents, settles
-    /// what was begun, initialises it. "identity", "condition", "settled" (ids); "unknown": what the drive has
-    /// that the journal does not know, in words, empty for nothing; "shift" of one that is open has what is
-    /// known of its beginning ("since", "isOpening" and "closed" of ShiftTrace, "seen" of
+    /// what was begun, initialises it. "identity", "condition", "settled" (ids); "unknown": what the drive
+    /// has that the journal does not know, in words, empty for nothing; "shift" of one that is open has what
+    /// is known of its beginning ("since", "isOpening" and "closed" of ShiftTrace, "seen" of
     /// RegisterCondition::seenOpen). On a failure the port is closed.
     QJsonObject open(bool opensShift);
     void close();
