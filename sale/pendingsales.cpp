@@ -94,7 +94,10 @@ QList<SettledSale> settlePendingSales(
     for (const StoredDocument& document : store.find({.states = {DocumentState::Running}})) {
         if (!isHere(document))
             continue;
-        const Verdict verdict = ask(driver, document, line, line.isExclusive);
+        // One whose beginning nobody heard of, since the journal's server was lost over it, is not taken for
+        // what was made after it.
+        const bool isOursAlone = line.isExclusive && !isFollowed(store, document);
+        const Verdict verdict = ask(driver, document, line, isOursAlone);
         settled.append({document.request.id, writeDown(store, document, verdict)});
     }
     return settled;

@@ -1,5 +1,6 @@
 #include "rack/keptstates.h"
 
+#include "journalerror.h"
 #include "postgres/openstore.h"
 
 #include <QJsonDocument>
@@ -23,11 +24,24 @@ QJsonObject KeptStates::of(const QString& registerName) const
     return QJsonDocument::fromJson(kept.toString().toUtf8()).object();
 }
 
-void KeptStates::keep(const QString& registerName, const QJsonObject& state)
+void KeptStates::keep(const QString& registerName, const QJsonObject& state, const QJsonObject& lease)
 {
-    m_connection->execute(QStringLiteral("INSERT INTO frserver_registers VALUES (?, ?) "
-                                         "ON CONFLICT (register) DO UPDATE SET kept = excluded.kept"),
-        {registerName, QString::fromUtf8(QJsonDocument(state).toJson(QJsonDocument::Compact))});
+    const QString begin = QStringLiteral("INSERT INTO frserver_registers ");
+    const QString end = QStringLiteral(" ON CONFLICT (register) DO UPDATE SET kept = excluded.kept");
+    const QString kept = QString::fromUtf8(QJsonDocument(state).toJson(QJsonDocument::Compact));
+    if (lease.isEmpty() || !m_connection->isShared()) {
+        m_connection->execute(begin + QStringLiteral("VALUES (?, ?)") + end, {registerName, kept});
+        return;
+    }
+    // A service that was stopped before this goes on behind whoever has the register by then.
+    const QString ifOwner = QStringLiteral(
+        "SELECT register, ? FROM leases WHERE register = ? AND owner = ? AND epoch = ? FOR KEY SHARE");
+    const int written = m_connection->execute(begin + ifOwner + end,
+        {kept, registerName, lease.value(QStringLiteral("owner")).toString(),
+            lease.value(QStringLiteral("epoch")).toInteger()});
+    if (written == 0)
+        throw sale::JournalError(
+            QStringLiteral("the register %1 has another owner by now").arg(registerName));
 }
 
 void KeptStates::resumeAll()

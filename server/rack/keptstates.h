@@ -18,7 +18,8 @@ public:
 
     /// Empty for a register of which nothing was kept.
     QJsonObject of(const QString& registerName) const;
-    void keep(const QString& registerName, const QJsonObject& state);
+    /// With a lease (see Ownership::lease) only while nobody has taken the register over.
+    void keep(const QString& registerName, const QJsonObject& state, const QJsonObject& lease = {});
     /// Of a journal that came from another machine: what was paused there for the way is not paused here.
     void resumeAll();
 

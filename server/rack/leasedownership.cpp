@@ -41,6 +41,9 @@ void LeasedOwnership::look()
     try {
         if (m_clock() >= m_renewAt)
             renew();
+        // What could not be renewed in time is not taken anew before that was tried: a worker is at it.
+        else if (!m_fault.isEmpty())
+            return;
         seek();
         if (m_clock() >= m_tidyAt) {
             m_leases.tidy();

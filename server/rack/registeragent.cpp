@@ -113,7 +113,7 @@ void RegisterAgent::hurry()
 
 void RegisterAgent::look()
 {
-    isOwner() ? tellLease() : leaveToOthers();
+    isOwner() && !isWorkerOfFormerLease() ? tellLease() : leaveToOthers();
     const bool isSilent = m_request && steady() - m_request->heard >= m_options.longestSilence;
     const bool isHanging = m_endingSince && steady() - *m_endingSince >= m_options.longestSilence;
     if (isSilent || isHanging) {
@@ -130,10 +130,12 @@ void RegisterAgent::advance()
         return announce();
     if (m_isStopping || m_pausedBy)
         leave();
-    else if (isOwner())
-        work();
-    else
+    else if (!isOwner())
         standBy();
+    else if (isWorkerOfFormerLease())
+        leaveToOthers();
+    else
+        work();
     if (!m_isOpen && !m_request) {
         // The register cannot be asked now, and whoever waits for that is told so.
         for (const QString& id : std::exchange(m_toSettle, {}))
@@ -201,6 +203,7 @@ void RegisterAgent::startWorker()
 {
     ++m_workerStarts;
     m_isAlive = true;
+    m_lease = {};
     // Set first: what cannot be started has ended at once.
     m_request = Request{.number = ++m_lastNumber, .what = QStringLiteral("start"), .heard = steady()};
     m_worker->start();

@@ -143,6 +143,7 @@ private:
     void standBy();
     void leaveToOthers();
     void tellLease();
+    bool isWorkerOfFormerLease() const;
     void leave();
     void endWorker();
     void finishStop();
@@ -207,7 +208,7 @@ private:
     bool m_isOpen = false;
     /// Somebody else works the register.
     bool m_isStandby = false;
-    /// As the worker knows it.
+    /// As the worker knows it; empty before it was told.
     QJsonObject m_lease;
     /// The worker may have port and lock.
     bool m_mayHoldPort = false;

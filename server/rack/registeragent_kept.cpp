@@ -127,7 +127,7 @@ void RegisterAgent::keep()
     if (state == m_kept)
         return;
     try {
-        m_options.kept->keep(name(), state);
+        m_options.kept->keep(name(), state, m_options.ownership->lease(name()));
         m_kept = state;
         m_isKeepingFailed = false;
     } catch (const sale::JournalError& error) {

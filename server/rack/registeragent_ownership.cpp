@@ -27,6 +27,15 @@ void RegisterAgent::leaveToOthers()
     m_worker->kill();
 }
 
+/// The register was another one's in between, and nobody looked. What the worker writes is refused, and its
+/// line may be somebody else's by now.
+bool RegisterAgent::isWorkerOfFormerLease() const
+{
+    const QString epoch = QStringLiteral("epoch");
+    return m_isAlive && !m_lease.isEmpty()
+        && m_lease.value(epoch) != m_options.ownership->lease(name()).value(epoch);
+}
+
 /// A worker that is at something for long goes on as long as the register is this service's.
 void RegisterAgent::tellLease()
 {

@@ -17,8 +17,8 @@ bool isPaperOrCover(const QString& reason)
 
 RegisterAgent::Readiness RegisterAgent::readiness() const
 {
-    const bool isFree = m_isStarted && isOwner() && m_isOpen && !m_request && !m_claimed && !m_acceptance
-        && m_toSettle.isEmpty() && !m_pausedBy && !m_isStopping;
+    const bool isFree = m_isStarted && isOwner() && !isWorkerOfFormerLease() && m_isOpen && !m_request
+        && !m_claimed && !m_acceptance && m_toSettle.isEmpty() && !m_pausedBy && !m_isStopping;
     const bool isShiftRight
         = (m_shift.isOpen() || m_shift.mayOpen(now())) && !m_shift.isEndDue(now(), steady());
     if (!isFree || !isShiftRight)

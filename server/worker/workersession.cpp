@@ -19,7 +19,6 @@
 #include "review.h"
 #include "reviewneeded.h"
 #include "testdrive.h"
-#include "wrongregister.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -309,8 +308,10 @@ QJsonObject WorkerSession::answerOf(const sale::QueuedDocument& made)
 {
     const sale::DocumentAnswer& answer = made.answer;
     const sale::AnswerError error = answer.error.value_or(sale::AnswerError());
+    // A database that was lost may have written all the same what it was told last: that it was begun.
+    const bool mayBeBegun = !made.held || (!made.stored && sale::isShared(m_journalFile));
     // Also when the journal could not take what is known otherwise: the next start settles it.
-    const bool isRunning = !made.held
+    const bool isRunning = mayBeBegun
         && (made.stored ? *made.stored == sale::DocumentState::Running : isRunningInJournal(answer.id));
     const std::optional<sale::DocumentState> state = isRunning ? sale::DocumentState::Running : answer.state;
     QJsonObject json{{QStringLiteral("state"), state ? QJsonValue(sale::stateName(*state)) : QJsonValue()}};
@@ -321,41 +322,6 @@ QJsonObject WorkerSession::answerOf(const sale::QueuedDocument& made)
         json.insert(QStringLiteral("text"), error.text);
     }
     return json;
-}
-
-bool WorkerSession::isRunningInJournal(const QString& id)
-{
-    try {
-        const std::optional<sale::StoredDocument> document = journal().findId(id);
-        return document && document->state == sale::DocumentState::Running;
-    } catch (const sale::JournalError&) {
-        return true;
-    }
-}
-
-QJsonObject WorkerSession::settle(const QString& id)
-{
-    requireConnection();
-    const std::optional<sale::StoredDocument> document = journal().findId(id);
-    if (!document || !sale::isToBeSettled(document->state))
-        return {};
-    try {
-        sale::settleDocument(m_connection->driver(), journal(), *document, line());
-    } catch (const sale::WrongRegister&) {
-        // Its own drive alone may still tell.
-        return {};
-    }
-    return {};
-}
-
-/// Nobody can ask the former drive any more: a person must say what has become of what was begun on it.
-void WorkerSession::giveUpFormerDrive(const QString& drive)
-{
-    for (const sale::StoredDocument& document :
-        journal().find({.states = {sale::DocumentState::Running}, .registerName = m_settings.name})) {
-        if (!document.drive.isEmpty() && document.drive != drive)
-            journal().settle(document.request.id, document.attemptCount, {});
-    }
 }
 
 QJsonObject WorkerSession::accept(const QString& by, const QString& note)

@@ -74,6 +74,40 @@ TEST_F(OwnedTest, WorkerIsKilledWhenTheLeaseIsOverWhateverItIsAt)
     EXPECT_FALSE(worker->isAlive);
 }
 
+TEST_F(OwnedTest, WorkerOfAFormerLeaseIsNotUsedForTheNextOne)
+{
+    struct Row
+    {
+        const char* id;
+        bool isMaking;
+        void (frserver::RegisterAgent::*next)();
+    };
+    const Row rows[] = {
+        {"sale:0001", true, &frserver::RegisterAgent::look},
+        {"sale:0002", false, &frserver::RegisterAgent::look},
+        // Before anybody has looked.
+        {"sale:0003", false, &frserver::RegisterAgent::wake},
+    };
+    startAgent();
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.id);
+        const int starts = worker->starts;
+        queue(row.id);
+        if (!row.isMaking)
+            issue();
+        // Another one's in between, between two looks.
+        ++hand->epoch;
+        EXPECT_EQ(agent->readiness(), frserver::RegisterAgent::Readiness::Nothing);
+        ((*agent).*row.next)();
+        EXPECT_EQ(worker->starts, starts + 1);
+        worker->answer({});
+        open();
+        EXPECT_EQ(worker->last.value("lease").toObject().value("epoch"), hand->epoch);
+        if (row.isMaking)
+            issue();
+    }
+}
+
 TEST_F(OwnedTest, WorkerHearsOfEachRenewalOnce)
 {
     startAgent();
