@@ -71,8 +71,10 @@ class PlainCharacters
 public:
     PlainCharacters()
     {
-        for (char16_t code = 0; code < m_isPlain.size(); ++code)
-            m_isPlain.at(code) = substituteOf(QChar(code)) == nullptr && isInCodePage(QChar(code));
+        for (std::size_t code = 0; code < m_isPlain.size(); ++code) {
+            const QChar character(static_cast<char16_t>(code));
+            m_isPlain.at(code) = substituteOf(character) == nullptr && isInCodePage(character);
+        }
     }
 
     bool areAll(const QString& text) const
