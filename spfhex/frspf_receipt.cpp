@@ -54,9 +54,7 @@ void FrSpf::checkWaitForPrint()
 
 void FrSpf::checkAddPosition(const FrPosition& position)
 {
-    // All that a position is takes longer to put into words than to send.
-    if (logger->isInfoEnabled())
-        logger->info("Добавление позиции в чек: %1", position.toString());
+    logger->info("Добавление позиции в чек: %1", position.toString());
     isPortReady();
     agentDataBound = command->bindAgentData(position);
     const QString code = position.getMarkingCode();

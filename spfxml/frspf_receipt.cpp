@@ -25,9 +25,7 @@ void FrSpf::checkOpen(const FiscalDocument& document)
 
 void FrSpf::checkAddPosition(const FrPosition& position)
 {
-    // All that a position is takes longer to put into words than to send.
-    if (logger->isInfoEnabled())
-        logger->info(QStringLiteral("Добавление позиции в чек: %1").arg(position.toString()));
+    logger->info(QStringLiteral("Добавление позиции в чек: %1").arg(position.toString()));
     positions.append(position);
 }
 

@@ -14,7 +14,6 @@ public:
     }
 
     bool isTraceEnabled() const { return m_categories.isTraceEnabled(); }
-    bool isInfoEnabled() const { return m_categories.isInfoEnabled(); }
 
     void trace(const QString& message) const { m_categories.trace(message); }
     void debug(const QString& message) const { m_categories.write(QtDebugMsg, message); }

@@ -17,7 +17,6 @@ public:
     ~QtLogCategories();
 
     bool isTraceEnabled() const { return m_traceCategory.isDebugEnabled(); }
-    bool isInfoEnabled() const { return m_category.isInfoEnabled(); }
 
     void write(QtMsgType type, const QString& message) const { write(m_category, type, message); }
     void trace(const QString& message) const { write(m_traceCategory, QtDebugMsg, message); }

@@ -38,7 +38,8 @@ PoolDispatch::PoolDispatch(
     , m_clock(clock)
 {
     for (const auto& [name, agent] : rack.agents()) {
-        const auto isOfIt = [&](const PoolSettings& pool) { return pool.registers.contains(name); };
+        const auto isOfIt = [&registerName = name](
+                                const PoolSettings& pool) { return pool.registers.contains(registerName); };
         if (std::none_of(m_pools.cbegin(), m_pools.cend(), isOfIt))
             continue;
         m_agents[name] = agent.get();
