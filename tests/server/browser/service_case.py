@@ -22,7 +22,7 @@ allow-test-drive = true
 """
 POOL = """
 [pool webshop]
-registers = till1, till2
+registers = {registers}
 """
 
 
@@ -34,8 +34,9 @@ class Service:
         self.config = Path(register.folder, "frserver.ini")
         sections = [SECTION.format(number=number, line="tcp:{}:{}".format(*line))
                     for number, line in enumerate(register.lines, 1)]
+        pool = POOL.format(registers=", ".join(f"till{number + 1}" for number in range(len(sections))))
         self.config.write_text(f"[service]\nlisten = 127.0.0.1:{port}\njournal = {register.folder}/journal\n"
-                               f"plugin = {PLUGINS}\n" + "".join(sections) + POOL, encoding="utf-8")
+                               f"plugin = {PLUGINS}\n" + "".join(sections) + pool, encoding="utf-8")
         with open(self.log, "wb") as log:
             self.process = subprocess.Popen([FRSERVER, "--config", self.config], stdin=subprocess.DEVNULL, stdout=log,
                                             stderr=log, cwd=register.folder)
