@@ -1,6 +1,7 @@
 // Documents that wait for any register of a pool.
 
 #include "sqlstore.h"
+#include "storedtime.h"
 
 #include <QSqlQuery>
 
