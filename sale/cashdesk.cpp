@@ -56,11 +56,13 @@ QList<SettledSale> CashDesk::open()
     return settled;
 }
 
-void CashDesk::reachRegister(const IdentifiedSale& document)
+bool CashDesk::reachRegister(bool isSettled)
 {
+    if (m_isOpen && isSettled)
+        return false;
     // One in question is settled by that, if it was begun on this register.
-    if (!m_isOpen || document.isUnsettled())
-        open();
+    open();
+    return true;
 }
 
 template <typename Result>
@@ -87,7 +89,7 @@ void CashDesk::issueInto(IssueResult& result, IdentifiedSale& document, const Re
     const receipt::CheckedReceipt checked = source();
     if (checked.hasErrors())
         throwErrors(checked.findings);
-    reachRegister(document);
+    reachRegister(result.isFinal);
     result = issueReceipt(m_driver, checked.receipt,
         {m_options.line, &document, m_options.markPolicy, knownMark(), m_options.cashier,
             m_options.opensShift});
@@ -150,8 +152,8 @@ DocumentResult CashDesk::makeEntry(const Entry& entry, const Work& work)
         answerFromJournal(result, document.record());
         if (result.isRepeated && result.isFinal)
             return;
-        reachRegister(document);
-        answerFromJournal(result, document.record());
+        if (reachRegister(result.isFinal))
+            answerFromJournal(result, document.record());
         if (!result.isRepeated)
             result = work(document);
     });

@@ -136,7 +136,8 @@ private:
     void issueInto(IssueResult& result, IdentifiedSale& document, const ReceiptSource& source);
     template <typename Result>
     void guarded(Result& result, const std::function<void()>& work);
-    void reachRegister(const IdentifiedSale& document);
+    /// Whether it was opened for that: what the journal says may be another thing then.
+    bool reachRegister(bool isSettled);
     std::optional<KnownMark> knownMark() const;
     DocumentRequest requestOf(const QString& id, const QString& kind, const QJsonObject& details = {}) const;
     DocumentRequest receiptRequestOf(const QString& id, const QByteArray& body) const;
