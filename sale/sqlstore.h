@@ -115,6 +115,8 @@ private:
     StoredDocument ifQueued(const QString& id, const std::function<void(const StoredDocument&)>& work);
     StoredDocument existing(const QString& id) const;
     void doubt(const StoredDocument& known);
+    /// An attempt that was never under way.
+    void addEnded(const StoredDocument& known, DocumentState verdict, const AttemptNote& note = {});
     void endAttempt(const QString& id, int attempt, const DocumentEnding& ending);
     void refuseWrongEnding(const StoredDocument& known, int attempt, const DocumentEnding& ending) const;
     void addAttempts(StoredDocument& document) const;

@@ -27,17 +27,10 @@ void SqlStore::doubt(const StoredDocument& known)
     const QString& id = known.request.id;
     const QString now = storedNow();
     const QString unknown = stateName(DocumentState::Unknown);
-    if (known.state == DocumentState::Queued) {
-        const int attempt = known.attemptCount + 1;
-        const QString none = QStringLiteral("{}");
-        insertInto(QStringLiteral("attempts"), id,
-            {QStringLiteral("number"), QStringLiteral("begun"), QStringLiteral("ended"),
-                QStringLiteral("mark_before"), QStringLiteral("movement"), QStringLiteral("verdict")},
-            {attempt, now, now, none, none, unknown});
-        updateBegun(id, attempt, QStringLiteral("settled = ?"), {now});
-    } else {
+    if (known.state == DocumentState::Queued)
+        addEnded(known, DocumentState::Unknown);
+    else
         updateAttempt(id, known.attemptCount, QStringLiteral("ended = ?, verdict = ?"), {now, unknown});
-    }
     // Without a drive: its counters tell of later documents, too, that are forgotten here, and one of the
     // same sums would be taken for this one.
     update(id, QStringLiteral("state = ?, drive = '', settled = ?"), {unknown, now});

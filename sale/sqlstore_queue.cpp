@@ -59,19 +59,25 @@ StoredDocument SqlStore::move(const QString& id, const QString& registerName)
 StoredDocument SqlStore::refuse(const QString& id, const AttemptNote& note)
 {
     return ifQueued(id, [&](const StoredDocument& known) {
-        const int attempt = known.attemptCount + 1;
-        const QString now = storedNow();
-        const QString none = QStringLiteral("{}");
-        insertInto(QStringLiteral("attempts"), id,
-            {QStringLiteral("number"), QStringLiteral("begun"), QStringLiteral("ended"),
-                QStringLiteral("mark_before"), QStringLiteral("movement"), QStringLiteral("failure"),
-                QStringLiteral("warnings"), QStringLiteral("verdict")},
-            {attempt, now, now, none, none, storedJson(note.failure), storedJson(note.warnings),
-                stateName(DocumentState::NotIssued)});
-        // As an attempt that leaves no trace: no drive has anything to tell of it.
-        updateBegun(id, attempt, QStringLiteral("drive = ''"), {});
+        addEnded(known, DocumentState::NotIssued, note);
         end(id, StateReason::Refused);
     });
+}
+
+void SqlStore::addEnded(const StoredDocument& known, DocumentState verdict, const AttemptNote& note)
+{
+    const QString& id = known.request.id;
+    const int attempt = known.attemptCount + 1;
+    const QString now = storedNow();
+    const QString none = QStringLiteral("{}");
+    insertInto(QStringLiteral("attempts"), id,
+        {QStringLiteral("number"), QStringLiteral("begun"), QStringLiteral("ended"),
+            QStringLiteral("mark_before"), QStringLiteral("movement"), QStringLiteral("failure"),
+            QStringLiteral("warnings"), QStringLiteral("verdict")},
+        {attempt, now, now, none, none, storedJson(note.failure), storedJson(note.warnings),
+            stateName(verdict)});
+    // As an attempt that leaves no trace: no drive has anything to tell of it.
+    updateBegun(id, attempt, QStringLiteral("drive = ''"), {});
 }
 
 QStringList SqlStore::expire(const QDateTime& now)
