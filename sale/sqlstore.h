@@ -101,6 +101,13 @@ protected:
     virtual QString momentAgo(std::chrono::seconds age) const;
 
 private:
+    /// A question for ids.
+    struct Chosen
+    {
+        QString statement;
+        QVariantList values;
+    };
+
     std::optional<int> start(const QString& id, const AttemptStart& start);
     void insert(const DocumentRequest& request);
     void renew(const StoredDocument& known, const DocumentRequest& request);
@@ -113,6 +120,8 @@ private:
     void updateBegun(const QString& id, int attempt, const QString& changes, const QVariantList& values);
     /// The work on a queued document; then the document.
     StoredDocument ifQueued(const QString& id, const std::function<void(const StoredDocument&)>& work);
+    /// The change of all of them but those that others are changing, together. Gives their ids.
+    QStringList changeEach(const QList<Chosen>& those, const std::function<void(const QString& id)>& change);
     StoredDocument existing(const QString& id) const;
     void doubt(const StoredDocument& known);
     /// An attempt that was never under way.

@@ -125,22 +125,10 @@ QStringList SqlStore::giveBackStale(std::chrono::seconds age)
 
 QStringList SqlStore::giveBackThose(const QString& condition, const QVariantList& values)
 {
-    QStringList ids;
-    const auto look = [&](const QString& words) {
-        ids.clear();
-        m_sql.select(
-            QStringLiteral("SELECT id FROM documents WHERE %1 AND %2").arg(isClaimed, condition) + words,
-            values, [&ids](const QSqlQuery& row) { ids.append(row.value(0).toString()); });
-    };
-    look({});
-    if (ids.isEmpty())
-        return ids;
-    m_sql.together([&] {
-        look(lockingWords());
-        for (const QString& id : std::as_const(ids))
-            update(id, QStringLiteral("register = '', claimed = NULL"), {});
-    });
-    return ids;
+    const Chosen claimed{
+        QStringLiteral("SELECT id FROM documents WHERE %1 AND %2").arg(isClaimed, condition), values};
+    return changeEach({claimed},
+        [this](const QString& id) { update(id, QStringLiteral("register = '', claimed = NULL"), {}); });
 }
 
 StoredDocument SqlStore::moveToPool(const QString& id, const QString& pool)

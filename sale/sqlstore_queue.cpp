@@ -82,27 +82,30 @@ void SqlStore::addEnded(const StoredDocument& known, DocumentState verdict, cons
 
 QStringList SqlStore::expire(const QDateTime& now)
 {
-    QStringList ids;
+    return changeEach({{overdue + atOnce, {storedTime(now)}},
+                          {ofTheFuture + atOnce, {storedTime(now.addSecs(mostSecondsBack))}}},
+        [this](const QString& id) { end(id, StateReason::Expired); });
+}
+
+QStringList SqlStore::changeEach(
+    const QList<Chosen>& those, const std::function<void(const QString& id)>& change)
+{
     const auto look = [&](const QString& words) {
-        ids.clear();
-        const auto add = [&](const QString& statement, const QDateTime& moment) {
-            m_sql.select(statement + atOnce + words, {storedTime(moment)}, [&ids](const QSqlQuery& row) {
-                const QString id = row.value(0).toString();
-                if (!ids.contains(id))
-                    ids.append(id);
-            });
-        };
-        add(overdue, now);
-        add(ofTheFuture, now.addSecs(mostSecondsBack));
+        QStringList ids;
+        for (const Chosen& some : those)
+            m_sql.select(some.statement + words, some.values,
+                [&ids](const QSqlQuery& row) { ids.append(row.value(0).toString()); });
+        ids.removeDuplicates();
+        return ids;
     };
     // Mostly there are none, and nobody is to wait for that.
-    look({});
+    QStringList ids = look({});
     if (ids.isEmpty())
         return ids;
     m_sql.together([&] {
-        look(lockingWords());
+        ids = look(lockingWords());
         for (const QString& id : std::as_const(ids))
-            end(id, StateReason::Expired);
+            change(id);
     });
     return ids;
 }
