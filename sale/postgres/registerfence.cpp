@@ -61,8 +61,7 @@ bool RegisterFence::enter(const std::function<void()>& whileWaiting)
 
 void RegisterFence::hasLineAlone()
 {
-    m_connection.execute(QStringLiteral("DELETE FROM workers WHERE register = ? AND epoch < ?"),
-        {m_lease.registerName, m_lease.epoch});
+    WorkerTable(m_connection).removeFormer(m_lease);
 }
 
 void RegisterFence::leave()

@@ -105,17 +105,19 @@ bool RegisterLeases::isFree(const Wish& wish)
     return isSo;
 }
 
-void RegisterLeases::write(const Wish& wish)
+qint64 RegisterLeases::write(const Wish& wish)
 {
     const ProcessIdentity own = ProcessIdentity::own();
-    m_connection.execute(
+    const QVariant epoch = m_connection.value(
         QStringLiteral("UPDATE leases SET owner = ?, epoch = epoch + 1, "
                        "until = clock_timestamp() + ? * interval '1 millisecond', machine = ?, space = ?, "
-                       "process = ?, started = ?, host = ?, bound = ? WHERE register = ?"),
+                       "process = ?, started = ?, host = ?, bound = ? WHERE register = ? "
+                       "RETURNING epoch"),
         {m_owner, qint64{m_term.count()}, own.machine, own.space, own.process, own.started,
             QSysInfo::machineHostName(), wish.isBound, wish.registerName});
     if (wish.isMovedHere)
         WorkerTable(m_connection).removeOtherMachines(wish.registerName);
+    return epoch.toLongLong();
 }
 
 bool RegisterLeases::take(const Wish& wish)
@@ -126,14 +128,7 @@ bool RegisterLeases::take(const Wish& wish)
     m_connection.execute(
         QStringLiteral("INSERT INTO leases (register) VALUES (?) ON CONFLICT DO NOTHING"), {name});
     qint64 epoch = 0;
-    m_connection.together([&] {
-        epoch = 0;
-        if (!isFree(wish))
-            return;
-        write(wish);
-        epoch = m_connection.value(QStringLiteral("SELECT epoch FROM leases WHERE register = ?"), {name})
-                    .toLongLong();
-    });
+    m_connection.together([&] { epoch = isFree(wish) ? write(wish) : 0; });
     if (epoch != 0)
         m_held.insert(name, {epoch, asked});
     return epoch != 0;

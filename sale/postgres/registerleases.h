@@ -79,7 +79,8 @@ private:
     };
 
     bool isFree(const Wish& wish);
-    void write(const Wish& wish);
+    /// Gives its epoch.
+    qint64 write(const Wish& wish);
 
     PostgresConnection m_connection;
     const std::chrono::milliseconds m_term;

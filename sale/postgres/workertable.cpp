@@ -56,6 +56,12 @@ QList<WorkerTable::Row> WorkerTable::others(const QString& registerName)
     return standing;
 }
 
+void WorkerTable::removeFormer(const LeasedRegister& lease)
+{
+    m_connection.execute(QStringLiteral("DELETE FROM workers WHERE register = ? AND epoch < ?"),
+        {lease.registerName, lease.epoch});
+}
+
 void WorkerTable::removeOtherMachines(const QString& registerName)
 {
     m_connection.execute(QStringLiteral("DELETE FROM workers WHERE register = ? AND machine <> ?"),

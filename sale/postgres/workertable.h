@@ -30,6 +30,8 @@ public:
     void remove(const QString& registerName, const ProcessIdentity& process);
     /// All of the register but this process; those that have ended are left out, and removed.
     QList<Row> others(const QString& registerName);
+    /// Those of whoever had the register before.
+    void removeFormer(const LeasedRegister& lease);
     /// Those of other machines, when somebody has said that they cannot reach it any more.
     void removeOtherMachines(const QString& registerName);
     /// Removes what this machine is known to have ended, of whatever register.
