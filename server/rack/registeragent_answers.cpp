@@ -22,12 +22,6 @@ QString textOf(const QJsonObject& json, const char* member)
     return json.value(QLatin1String(member)).toString();
 }
 
-/// The printer's, which stop the register also behind a document that is done with.
-bool isOfPaper(const QString& kind)
-{
-    return kind == QStringLiteral("paper") || kind == QStringLiteral("cover");
-}
-
 bool isOfDocuments(const QString& reason)
 {
     return isOfPaper(reason) || reason == needsReview || reason == QStringLiteral("journal")

@@ -6,15 +6,6 @@
 
 namespace frserver {
 
-namespace {
-
-bool isPaperOrCover(const QString& reason)
-{
-    return reason == QStringLiteral("paper") || reason == QStringLiteral("cover");
-}
-
-} // namespace
-
 RegisterAgent::Readiness RegisterAgent::readiness() const
 {
     const bool isFree = m_isStarted && isOwner() && !isWorkerOfFormerLease() && m_isOpen && !m_request
@@ -28,7 +19,7 @@ RegisterAgent::Readiness RegisterAgent::readiness() const
         return Readiness::Anything;
     // A shift that is opened is printed.
     const bool isPaperless = m_settings.isPaperless && m_shift.isOpen() && !m_isPaperWanted;
-    return isPaperless && isPaperOrCover(m_waiting->reason) ? Readiness::Paperless : Readiness::Nothing;
+    return isPaperless && isOfPaper(m_waiting->reason) ? Readiness::Paperless : Readiness::Nothing;
 }
 
 void RegisterAgent::makeClaimed(const sale::StoredDocument& document)
@@ -72,12 +63,12 @@ bool RegisterAgent::endClaim(const QString& id, const QString& hold)
         return false;
     const bool isPaperless = m_claimed->isPaperless;
     // It wants paper for that, too: until there is some nothing of the kind is tried.
-    if (isPaperless && isPaperOrCover(hold))
+    if (isPaperless && isOfPaper(hold))
         m_isPaperWanted = true;
-    m_claimed->mayBeToBlame = !isPaperOrCover(hold) && hold != QStringLiteral("line");
+    m_claimed->mayBeToBlame = !isOfPaper(hold) && hold != QStringLiteral("line");
     if (hold.isEmpty())
         m_claimed.reset();
-    return hold.isEmpty() && isPaperless && m_waiting && isPaperOrCover(m_waiting->reason);
+    return hold.isEmpty() && isPaperless && m_waiting && isOfPaper(m_waiting->reason);
 }
 
 } // namespace frserver

@@ -14,4 +14,10 @@ struct Waiting
     QString text;
 };
 
+/// The printer's, which stop the register also behind a document that is done with.
+inline bool isOfPaper(const QString& reason)
+{
+    return reason == QStringLiteral("paper") || reason == QStringLiteral("cover");
+}
+
 } // namespace frserver
