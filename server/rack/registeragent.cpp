@@ -19,6 +19,7 @@ constexpr qint64 hurriedMs = 2'000;
 constexpr qint64 conditionMs = 60'000;
 constexpr qint64 zReportMs = 60'000;
 
+const QString makeVerb = QStringLiteral("make");
 const QString zReportKind = QStringLiteral("zReport");
 const QString openShiftKind = QStringLiteral("openShift");
 
@@ -228,6 +229,18 @@ void RegisterAgent::request(Request request, QJsonObject message)
     m_worker->send(message);
 }
 
+bool RegisterAgent::isMaking() const
+{
+    return m_request && m_request->what == makeVerb;
+}
+
+void RegisterAgent::requestMaking(Request document)
+{
+    document.what = makeVerb;
+    request(document,
+        {{QStringLiteral("id"), document.id}, {QStringLiteral("opensShift"), m_shift.mayOpen(now())}});
+}
+
 bool RegisterAgent::makeNext()
 {
     try {
@@ -240,8 +253,7 @@ bool RegisterAgent::makeNext()
                 unblock();
             return false;
         }
-        request(*next,
-            {{QStringLiteral("id"), next->id}, {QStringLiteral("opensShift"), m_shift.mayOpen(now())}});
+        requestMaking(*next);
         return true;
     } catch (const sale::JournalError& error) {
         block(QStringLiteral("journal"), QString::fromUtf8(error.what()));
@@ -261,7 +273,7 @@ std::optional<RegisterAgent::Request> RegisterAgent::nextDocument()
             return std::nullopt;
         const auto& [id, kind] = std::pair(document->request.id, document->request.kind);
         if (!refuseDeadly(id) && !refuseOutsideHours(*document))
-            return Request{.what = QStringLiteral("make"), .id = id, .kind = kind};
+            return Request{.id = id, .kind = kind};
     }
 }
 
@@ -281,8 +293,7 @@ std::optional<RegisterAgent::Request> RegisterAgent::dueZReport()
         m_zReport.clear();
         return std::nullopt;
     }
-    return Request{
-        .what = QStringLiteral("make"), .id = report->request.id, .kind = zReportKind, .isOfShift = true};
+    return Request{.id = report->request.id, .kind = zReportKind, .isOfShift = true};
 }
 
 /// A document has met a shift that is too old, and the report that closes it has not been made.

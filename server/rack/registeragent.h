@@ -122,7 +122,6 @@ private:
     struct Claim
     {
         QString id;
-        QString kind;
         bool isPaperless = false;
         bool mayBeToBlame = false;
     };
@@ -169,6 +168,8 @@ private:
     bool refuseDeadly(const QString& id);
     bool refuseFailing(const QString& id, const QString& reason, const QString& text);
     void giveUpBegun(const QString& reason);
+    bool isMaking() const;
+    void requestMaking(Request document);
     bool makeNext();
     std::optional<Request> nextDocument();
     std::optional<Request> dueZReport();
@@ -178,8 +179,6 @@ private:
     void unblock();
     void wakeLater();
     void giveUpClaim();
-    bool isMaking(const QString& id) const;
-    void requestClaimed();
     bool endClaim(const QString& id, const QString& hold);
     void announce();
     QString state() const;

@@ -27,32 +27,20 @@ void RegisterAgent::makeClaimed(const sale::StoredDocument& document)
     const sale::DocumentRequest& posted = document.request;
     // Something waits by now.
     m_options.glance->close();
-    m_claimed = Claim{posted.id, posted.kind, posted.isPaperless};
+    m_claimed = Claim{posted.id, posted.isPaperless};
     // It was free a moment ago; what was posted to itself meanwhile is next.
-    if (m_options.deaths->value(posted.id) == 0)
-        requestClaimed();
-    else
-        advance();
-}
-
-void RegisterAgent::requestClaimed()
-{
-    request({.what = QStringLiteral("make"), .id = m_claimed->id, .kind = m_claimed->kind},
-        {{QStringLiteral("id"), m_claimed->id}, {QStringLiteral("opensShift"), m_shift.mayOpen(now())}});
+    if (m_options.deaths->value(posted.id) > 0)
+        return advance();
+    requestMaking({.id = posted.id, .kind = posted.kind});
     announce();
 }
 
 /// Unless it is made already, another register may have it.
 void RegisterAgent::giveUpClaim()
 {
-    if (m_claimed && !isMaking(m_claimed->id)) {
-        Q_EMIT claimGivenUp(std::exchange(m_claimed, std::nullopt)->mayBeToBlame);
-    }
-}
-
-bool RegisterAgent::isMaking(const QString& id) const
-{
-    return m_request && m_request->what == QStringLiteral("make") && m_request->id == id;
+    if (!m_claimed || (isMaking() && m_request->id == m_claimed->id))
+        return;
+    Q_EMIT claimGivenUp(std::exchange(m_claimed, std::nullopt)->mayBeToBlame);
 }
 
 /// The hold is what it waits for still, empty for one that is done with. Whether that says nothing of the

@@ -44,8 +44,7 @@ QString RegisterAgent::state() const
         return QStringLiteral("standby");
     if (!m_isOpen)
         return QStringLiteral("starting");
-    const bool isMaking = m_request && m_request->what == QStringLiteral("make");
-    return isMaking ? QStringLiteral("making") : QStringLiteral("ready");
+    return isMaking() ? QStringLiteral("making") : QStringLiteral("ready");
 }
 
 QJsonArray RegisterAgent::alarms() const
@@ -97,7 +96,6 @@ QJsonValue RegisterAgent::condition() const
 
 QJsonObject RegisterAgent::view() const
 {
-    const bool isMaking = m_request && m_request->what == QStringLiteral("make");
     const QJsonObject owner = m_options.ownership->owner(name());
     return {{QStringLiteral("state"), state()}, {QStringLiteral("since"), sale::momentJson(m_since)},
         {QStringLiteral("stateAge"), ageOf(m_since)},
@@ -106,7 +104,7 @@ QJsonObject RegisterAgent::view() const
         {QStringLiteral("owner"), owner.isEmpty() ? QJsonValue() : QJsonValue(owner)},
         {QStringLiteral("pausedBy"), m_pausedBy ? QJsonValue(*m_pausedBy) : QJsonValue()},
         {QStringLiteral("pausedSince"), m_pausedBy ? sale::momentJson(m_pausedSince) : QJsonValue()},
-        {QStringLiteral("document"), isMaking ? QJsonValue(m_request->id) : QJsonValue()},
+        {QStringLiteral("document"), isMaking() ? QJsonValue(m_request->id) : QJsonValue()},
         {QStringLiteral("identity"), m_identity.isEmpty() ? QJsonValue() : QJsonValue(m_identity)},
         {QStringLiteral("condition"), condition()},
         {QStringLiteral("conditionAge"),
