@@ -308,11 +308,8 @@ bool RegisterAgent::refuseOutsideHours(const sale::StoredDocument& document)
     if (m_settings.shift != ShiftRule::Scheduled || document.request.kind != openShiftKind
         || m_shift.mayOpen(now()))
         return false;
-    const QJsonObject failure{{QStringLiteral("kind"), QStringLiteral("shiftClosed")},
-        {QStringLiteral("text"), QStringLiteral("Вне часов работы кассы смена не открывается")},
-        {QStringLiteral("exception"), QStringLiteral("Refusal")}};
-    m_store.refuse(document.request.id, {.failure = failure});
-    Q_EMIT documentChanged(document.request.id);
+    refuse(document.request.id, sale::ErrorKind::ShiftClosed,
+        QStringLiteral("Вне часов работы кассы смена не открывается"), QStringLiteral("Refusal"));
     return true;
 }
 

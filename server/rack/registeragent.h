@@ -9,6 +9,8 @@
 #include "rack/waiting.h"
 #include "rack/worker.h"
 
+#include "errorkind.h"
+
 #include <QHash>
 #include <QJsonObject>
 #include <QObject>
@@ -164,7 +166,7 @@ private:
     void noteBegun();
     void tellBegun();
     void noteDeath(const QString& id);
-    void refuse(const QString& id, const QString& kind, const QString& text);
+    void refuse(const QString& id, sale::ErrorKind kind, const QString& text, const QString& exceptionName);
     bool refuseDeadly(const QString& id);
     bool refuseFailing(const QString& id, const QString& reason, const QString& text);
     void giveUpBegun(const QString& reason);

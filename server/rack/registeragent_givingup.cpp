@@ -4,6 +4,7 @@
 
 #include "rack/racklog.h"
 
+#include "identifiedsale.h"
 #include "journalerror.h"
 
 namespace frserver {
@@ -16,6 +17,8 @@ constexpr int mostFailures = 5;
 /// Some five minutes. The register may be switched off and on for as long, and it alone knows the truth.
 constexpr int mostFailedStarts = 10;
 
+const QString hostError = QStringLiteral("HostError");
+
 /// Nobody can say what it would take, and no person is called for it. Paper, line, drive and the like are
 /// waited for.
 bool isUnexplained(const QString& reason)
@@ -26,11 +29,10 @@ bool isUnexplained(const QString& reason)
 } // namespace
 
 /// Nothing of it was begun.
-void RegisterAgent::refuse(const QString& id, const QString& kind, const QString& text)
+void RegisterAgent::refuse(
+    const QString& id, sale::ErrorKind kind, const QString& text, const QString& exceptionName)
 {
-    m_store.refuse(id,
-        {.failure = {{QStringLiteral("kind"), kind}, {QStringLiteral("text"), text},
-             {QStringLiteral("exception"), QStringLiteral("HostError")}}});
+    m_store.refuse(id, {.failure = sale::keptFailure({text, exceptionName, {}, false, kind})});
     m_options.deaths->remove(id);
     m_options.failures->remove(id);
     Q_EMIT documentChanged(id);
@@ -40,8 +42,8 @@ bool RegisterAgent::refuseDeadly(const QString& id)
 {
     if (m_options.deaths->value(id) < mostDeaths)
         return false;
-    refuse(id, QStringLiteral("internal"),
-        QStringLiteral("Программа кассы аварийно завершалась на этом документе, не начав его"));
+    refuse(id, sale::ErrorKind::Internal,
+        QStringLiteral("Программа кассы аварийно завершалась на этом документе, не начав его"), hostError);
     return true;
 }
 
@@ -50,7 +52,7 @@ bool RegisterAgent::refuseFailing(const QString& id, const QString& reason, cons
     if (!isUnexplained(reason) || ++(*m_options.failures)[id] < mostFailures)
         return false;
     try {
-        refuse(id, reason, text);
+        refuse(id, sale::errorKindNamed(reason), text, hostError);
         return true;
     } catch (const sale::JournalError& error) {
         qCWarning(rackLog).noquote() << error.what();

@@ -7,6 +7,7 @@
 
 #include "documentanswer.h"
 #include "journalerror.h"
+#include "storedtime.h"
 
 #include <utility>
 
@@ -23,7 +24,7 @@ const QString unsentLastKey = QStringLiteral("unsentLast");
 
 QDateTime momentOf(const QJsonObject& json, const QString& member)
 {
-    return QDateTime::fromString(json.value(member).toString(), Qt::ISODateWithMs);
+    return sale::timeFromStored(json.value(member).toString());
 }
 
 } // namespace
