@@ -3,6 +3,7 @@
 #include "rack/rack.h"
 #include "rack/racklog.h"
 
+#include "documentanswer.h"
 #include "journalerror.h"
 
 #include <QJsonObject>
@@ -23,11 +24,6 @@ constexpr int mostAwaited = 8;
 constexpr int mostReturns = 2;
 constexpr int longestDeferral = 60;
 constexpr qint64 forgottenMs = 600'000;
-
-QJsonValue numberOrNull(const std::optional<int>& number)
-{
-    return number ? QJsonValue(*number) : QJsonValue();
-}
 
 } // namespace
 
@@ -154,13 +150,14 @@ void PoolDispatch::claim()
     // Registers for which nothing waits, by what they may take.
     QSet<QString> exhausted;
     const QList<Free> all = freeOnes();
+    const QStringList later = deferred();
     for (const Free& free : all) {
         const QString kind = free.pools.join(QLatin1Char(',')) + (free.isPaperless ? u'!' : u' ');
         // Whoever heard of the one before may have given it something.
         if (exhausted.contains(kind) || !isFree(free))
             continue;
         try {
-            const std::optional<sale::StoredDocument> document = claimFor(free);
+            const std::optional<sale::StoredDocument> document = claimFor(free, later);
             if (!document) {
                 exhausted.insert(kind);
                 continue;
@@ -187,34 +184,34 @@ QList<PoolDispatch::Free> PoolDispatch::freeOnes() const
         const RegisterAgent::Readiness readiness = agent->readiness();
         if (readiness == RegisterAgent::Readiness::Nothing)
             continue;
-        const QStringList pools = poolsFor(*agent);
+        const DriveLeft left = driveOf(*agent);
+        const QStringList pools = poolsFor(*agent, left);
         if (!pools.isEmpty())
-            free.append(
-                {agent, pools, readiness == RegisterAgent::Readiness::Paperless, driveOf(*agent).rank()});
+            free.append({agent, pools, readiness == RegisterAgent::Readiness::Paperless, left.rank()});
     }
     std::stable_sort(
         free.begin(), free.end(), [](const Free& left, const Free& right) { return left.rank > right.rank; });
     return free;
 }
 
-QStringList PoolDispatch::poolsFor(const RegisterAgent& agent) const
+QStringList PoolDispatch::poolsFor(const RegisterAgent& agent, const DriveLeft& left) const
 {
     QStringList names;
     for (const PoolSettings& pool : m_pools) {
-        if (pool.registers.contains(agent.name()) && absence(pool, agent).isEmpty())
+        if (pool.registers.contains(agent.name()) && absence(pool, agent, left).isEmpty())
             names.append(pool.name);
     }
     return names;
 }
 
-QString PoolDispatch::absence(const PoolSettings& pool, const RegisterAgent& agent) const
+QString PoolDispatch::absence(const PoolSettings& pool, const RegisterAgent& agent, const DriveLeft& left)
 {
     const QJsonValue told = agent.identity().value(QStringLiteral("taxSystems"));
     const QJsonArray systems = told.toArray();
     const auto isMissing = [&](const QString& system) { return !systems.contains(system); };
     if (told.isArray() && std::any_of(pool.taxSystems.cbegin(), pool.taxSystems.cend(), isMissing))
         return QStringLiteral("taxSystems");
-    return driveOf(agent).shortOf(pool.drain);
+    return left.shortOf(pool.drain);
 }
 
 DriveLeft PoolDispatch::driveOf(const RegisterAgent& agent) const
@@ -222,19 +219,18 @@ DriveLeft PoolDispatch::driveOf(const RegisterAgent& agent) const
     return DriveLeft::of(agent.toldCondition(), agent.settings().driveCapacity, m_clock.now().date());
 }
 
-std::optional<sale::StoredDocument> PoolDispatch::claimFor(const Free& free)
+std::optional<sale::StoredDocument> PoolDispatch::claimFor(const Free& free, const QStringList& later)
 {
-    if (std::optional<sale::StoredDocument> awaited = claimAwaited(free))
+    if (std::optional<sale::StoredDocument> awaited = claimAwaited(free, later))
         return awaited;
-    return m_store.claim({free.agent->name(), free.pools, free.isPaperless, deferred()});
+    return m_store.claim({free.agent->name(), free.pools, free.isPaperless, later});
 }
 
-std::optional<sale::StoredDocument> PoolDispatch::claimAwaited(const Free& free)
+std::optional<sale::StoredDocument> PoolDispatch::claimAwaited(const Free& free, const QStringList& later)
 {
     if (free.isPaperless)
         return std::nullopt;
     int asked = 0;
-    const QStringList later = deferred();
     for (const QString& pool : free.pools) {
         QStringList& awaited = m_awaited[pool];
         for (qsizetype place = 0; place < awaited.size() && asked < mostAwaited;) {
@@ -263,11 +259,11 @@ QJsonArray PoolDispatch::poolsOf(const QString& registerName) const
     for (const PoolSettings& pool : m_pools) {
         if (!pool.registers.contains(registerName))
             continue;
-        const QString why = absence(pool, *found->second);
+        const QString why = absence(pool, *found->second, left);
         pools.append(QJsonObject{{QStringLiteral("name"), pool.name},
             {QStringLiteral("absent"), why.isEmpty() ? QJsonValue() : QJsonValue(why)},
-            {QStringLiteral("daysLeft"), numberOrNull(left.days)},
-            {QStringLiteral("documentsLeft"), numberOrNull(left.documents)}});
+            {QStringLiteral("daysLeft"), sale::numberJson(left.days)},
+            {QStringLiteral("documentsLeft"), sale::numberJson(left.documents)}});
     }
     return pools;
 }

@@ -74,10 +74,11 @@ private:
     void noteReadiness(const QString& registerName);
     static bool isFree(const Free& free);
     QList<Free> freeOnes() const;
-    QStringList poolsFor(const RegisterAgent& agent) const;
-    QString absence(const PoolSettings& pool, const RegisterAgent& agent) const;
-    std::optional<sale::StoredDocument> claimFor(const Free& free);
-    std::optional<sale::StoredDocument> claimAwaited(const Free& free);
+    QStringList poolsFor(const RegisterAgent& agent, const DriveLeft& left) const;
+    static QString absence(const PoolSettings& pool, const RegisterAgent& agent, const DriveLeft& left);
+    /// None of those that are tried later.
+    std::optional<sale::StoredDocument> claimFor(const Free& free, const QStringList& later);
+    std::optional<sale::StoredDocument> claimAwaited(const Free& free, const QStringList& later);
     void noteReturn(const QString& id);
     QStringList deferred() const;
     DriveLeft driveOf(const RegisterAgent& agent) const;
