@@ -6,8 +6,6 @@
 #include "storedjson.h"
 #include "storedtime.h"
 
-#include <QJsonDocument>
-
 namespace sale {
 
 namespace {
@@ -15,11 +13,6 @@ namespace {
 QString neverNull(const QString& text)
 {
     return text.isNull() ? QString::fromLatin1("") : text;
-}
-
-QString wholeJson(const QJsonObject& json)
-{
-    return QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact));
 }
 
 /// A clock that was put back does not tell how long a document has waited: it may be far too long.

@@ -10,5 +10,7 @@ namespace sale {
 /// what was noted before.
 QVariant storedJson(const QJsonObject& json);
 QVariant storedJson(const QJsonArray& json);
+/// The same text, also of what is empty.
+QString wholeJson(const QJsonObject& json);
 
 } // namespace sale

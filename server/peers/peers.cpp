@@ -124,9 +124,10 @@ QList<rackboard::Entry> Peers::news()
             continue;
         }
         const QJsonObject view = till.view();
-        if (withoutAges(view) == m_told.value(name))
+        const QJsonObject lasting = withoutAges(view);
+        if (lasting == m_told.value(name))
             continue;
-        m_told.insert(name, withoutAges(view));
+        m_told.insert(name, lasting);
         entries.append({till.settings(), view});
     }
     return entries;

@@ -1,16 +1,13 @@
 #include "peers/rackboard.h"
 
+#include "storedjson.h"
+
 #include <QJsonDocument>
 #include <QSqlQuery>
 
 namespace frserver::rackboard {
 
 namespace {
-
-QString textOf(const QJsonObject& json)
-{
-    return QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact));
-}
 
 QJsonObject jsonOf(const QVariant& text)
 {
@@ -19,7 +16,7 @@ QJsonObject jsonOf(const QVariant& text)
 
 QString settingsText(const Till::Settings& settings)
 {
-    return textOf({{QStringLiteral("protocol"), receipt::protocolName(settings.protocol)},
+    return sale::wholeJson({{QStringLiteral("protocol"), receipt::protocolName(settings.protocol)},
         {QStringLiteral("timeZone"), QString::fromLatin1(settings.timeZone.id())},
         {QStringLiteral("startBefore"), settings.startBefore},
         {QStringLiteral("hasCashier"), settings.hasCashier}, {QStringLiteral("cashier"), settings.cashier},
@@ -77,7 +74,8 @@ void tell(sale::SqlConnection& connection, const QString& service, const QList<E
     QVariantList values;
     for (const Entry& entry : entries) {
         rows.append(QStringLiteral("(?, ?, ?, ?, clock_timestamp())"));
-        values << entry.settings.name << service << settingsText(entry.settings) << textOf(entry.view);
+        values << entry.settings.name << service << settingsText(entry.settings)
+               << sale::wholeJson(entry.view);
     }
     connection.execute(
         QStringLiteral("INSERT INTO registers (name, service, settings, view, told) VALUES %1 "
@@ -112,7 +110,7 @@ void order(sale::SqlConnection& connection, const QString& service, const Order&
 {
     connection.execute(
         QStringLiteral("INSERT INTO orders (service, register, content, made) VALUES (?, ?, ?, now())"),
-        {service, order.registerName, textOf(order.content)});
+        {service, order.registerName, sale::wholeJson(order.content)});
 }
 
 QList<Order> takeOrders(sale::SqlConnection& connection, const QString& service)

@@ -2,6 +2,7 @@
 
 #include "journalerror.h"
 #include "postgres/openstore.h"
+#include "storedjson.h"
 
 #include <QJsonDocument>
 
@@ -28,7 +29,7 @@ void KeptStates::keep(const QString& registerName, const QJsonObject& state, con
 {
     const QString begin = QStringLiteral("INSERT INTO frserver_registers ");
     const QString end = QStringLiteral(" ON CONFLICT (register) DO UPDATE SET kept = excluded.kept");
-    const QString kept = QString::fromUtf8(QJsonDocument(state).toJson(QJsonDocument::Compact));
+    const QString kept = sale::wholeJson(state);
     if (lease.isEmpty() || !m_connection->isShared()) {
         m_connection->execute(begin + QStringLiteral("VALUES (?, ?)") + end, {registerName, kept});
         return;
