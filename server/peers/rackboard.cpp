@@ -116,11 +116,19 @@ void order(sale::SqlConnection& connection, const QString& service, const Order&
 QList<Order> takeOrders(sale::SqlConnection& connection, const QString& service)
 {
     QList<Order> taken;
-    connection.select(QStringLiteral("WITH taken AS (DELETE FROM orders WHERE service = ? RETURNING *) "
-                                     "SELECT register, content FROM taken ORDER BY number"),
-        {service}, [&taken](const QSqlQuery& row) {
-            taken.append({row.value(0).toString(), jsonOf(row.value(1))});
-        });
+    // Mostly there are none.
+    if (!connection.value(QStringLiteral("SELECT 1 FROM orders WHERE service = ? LIMIT 1"), {service})
+             .isValid())
+        return taken;
+    // A connection that is lost over the last answer has not lost them with it.
+    connection.together([&] {
+        taken.clear();
+        connection.select(QStringLiteral("WITH taken AS (DELETE FROM orders WHERE service = ? RETURNING *) "
+                                         "SELECT register, content FROM taken ORDER BY number"),
+            {service}, [&taken](const QSqlQuery& row) {
+                taken.append({row.value(0).toString(), jsonOf(row.value(1))});
+            });
+    });
     return taken;
 }
 
