@@ -19,6 +19,10 @@ namespace frserver {
 
 namespace {
 
+constexpr int week = 7 * 24 * 3600;
+/// Days and documents.
+constexpr int mostOfDrive = 100'000'000;
+
 QString quoted(const QString& value)
 {
     return QLatin1Char('"') + receipt::shownText(value) + QLatin1Char('"');
@@ -63,6 +67,12 @@ int numberUpTo(const QString& value, int least, int most)
         throw SettingError(
             QStringLiteral("%1 is not a number from %2 to %3").arg(quoted(value)).arg(least).arg(most));
     return number;
+}
+
+template <auto Member, int least, int most, typename Settings>
+void takeNumber(const QString& value, Settings& settings)
+{
+    settings.*Member = numberUpTo(value, least, most);
 }
 
 qsizetype oneOf(const QString& value, const QStringList& words)
@@ -152,13 +162,6 @@ void takeShift(const QString& value, RegisterSettings& settings)
     settings.shift = static_cast<ShiftRule>(oneOf(value, names));
 }
 
-template <typename Settings>
-void takeStartBefore(const QString& value, Settings& settings)
-{
-    constexpr int week = 7 * 24 * 3600;
-    settings.startBefore = numberUpTo(value, 0, week);
-}
-
 void takeClock(const QString& value, RegisterSettings& settings)
 {
     static const QStringList names{QStringLiteral("warn"), QStringLiteral("set")};
@@ -169,12 +172,6 @@ void takeMarks(const QString& value, RegisterSettings& settings)
 {
     static const QStringList names{QStringLiteral("strict"), QStringLiteral("warn"), QStringLiteral("any")};
     settings.marks = static_cast<sale::MarkPolicy>(oneOf(value, names));
-}
-
-void takeDriveCapacity(const QString& value, RegisterSettings& settings)
-{
-    constexpr int most = 100'000'000;
-    settings.driveCapacity = numberUpTo(value, 1, most);
 }
 
 QStringList listOf(const QString& value)
@@ -203,26 +200,20 @@ void takeTaxSystems(const QString& value, PoolSettings& settings)
 
 void takeDrain(const QString& value, PoolSettings& settings)
 {
-    constexpr int most = 100'000'000;
     const QStringList limits = listOf(value);
     for (const QString& limit : limits) {
         const QStringList words = limit.split(QLatin1Char(' '), Qt::SkipEmptyParts);
         const bool isDays = words.value(1) == QStringLiteral("days");
         if (words.size() != 2 || (!isDays && words.value(1) != QStringLiteral("documents")))
             throw SettingError(QStringLiteral("%1 is nothing as 30 days, 5000 documents").arg(quoted(limit)));
-        (isDays ? settings.drain.days : settings.drain.documents) = numberUpTo(words.constFirst(), 1, most);
+        (isDays ? settings.drain.days : settings.drain.documents)
+            = numberUpTo(words.constFirst(), 1, mostOfDrive);
     }
 }
 
 void takePlugin(const QString& value, ServiceSettings& settings)
 {
     settings.plugins.append(plain(value));
-}
-
-void takeQueueLimit(const QString& value, ServiceSettings& settings)
-{
-    constexpr int most = 1'000'000;
-    settings.queueLimit = numberUpTo(value, 1, most);
 }
 
 void takeStoreUrl(const QString& value, ServiceSettings& settings)
@@ -236,13 +227,6 @@ void takeStoreUrl(const QString& value, ServiceSettings& settings)
         throw SettingError(QString::fromUtf8(error.what()));
     }
     settings.storeUrl = value;
-}
-
-void takeLease(const QString& value, ServiceSettings& settings)
-{
-    constexpr int least = 3;
-    constexpr int most = 600;
-    settings.leaseSeconds = numberUpTo(value, least, most);
 }
 
 void takeWebhookUrl(const QString& value, ServiceSettings& settings)
@@ -269,13 +253,13 @@ const QList<KeyRow<RegisterSettings>>& registerKeys()
         {"shift", takeShift},
         {"shift-open", takeTime<&RegisterSettings::shiftOpen>},
         {"shift-close", takeTime<&RegisterSettings::shiftClose>},
-        {"start-before", takeStartBefore<RegisterSettings>},
+        {"start-before", takeNumber<&RegisterSettings::startBefore, 0, week>},
         {"exclusive", takeSwitch<&RegisterSettings::isExclusive>},
         {"allow-test-drive", takeSwitch<&RegisterSettings::allowsTestDrive>},
         {"clock", takeClock},
         {"marks", takeMarks},
         {"paperless", takeSwitch<&RegisterSettings::isPaperless>},
-        {"drive-capacity", takeDriveCapacity},
+        {"drive-capacity", takeNumber<&RegisterSettings::driveCapacity, 1, mostOfDrive>},
     };
     return rows;
 }
@@ -287,7 +271,7 @@ const QList<KeyRow<PoolSettings>>& poolKeys()
         {"inn", takePoolInn},
         {"tax-systems", takeTaxSystems},
         {"drain", takeDrain},
-        {"start-before", takeStartBefore<PoolSettings>},
+        {"start-before", takeNumber<&PoolSettings::startBefore, 0, week>},
     };
     return rows;
 }
@@ -301,14 +285,15 @@ const QList<KeyRow<ServiceSettings>>& serviceKeys()
         {"tls-certificate", takeText<&ServiceSettings::tlsCertificate>},
         {"tls-key", takeText<&ServiceSettings::tlsKey>},
         {"plugin", takePlugin},
-        {"queue-limit", takeQueueLimit},
+        {"queue-limit", takeNumber<&ServiceSettings::queueLimit, 1, 1'000'000>},
     };
     return rows;
 }
 
 const QList<KeyRow<ServiceSettings>>& storeKeys()
 {
-    static const QList<KeyRow<ServiceSettings>> rows{{"url", takeStoreUrl}, {"lease", takeLease}};
+    static const QList<KeyRow<ServiceSettings>> rows{
+        {"url", takeStoreUrl}, {"lease", takeNumber<&ServiceSettings::leaseSeconds, 3, 600>}};
     return rows;
 }
 
