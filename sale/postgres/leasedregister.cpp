@@ -6,6 +6,23 @@
 
 namespace sale {
 
+namespace {
+
+const QString ownerMember = QStringLiteral("owner");
+const QString epochMember = QStringLiteral("epoch");
+
+} // namespace
+
+QJsonObject LeasedRegister::toJson() const
+{
+    return {{ownerMember, owner}, {epochMember, epoch}};
+}
+
+LeasedRegister LeasedRegister::fromJson(const QString& registerName, const QJsonObject& json)
+{
+    return {registerName, json.value(ownerMember).toString(), json.value(epochMember).toInteger()};
+}
+
 void requireOwner(PostgresConnection& connection, const LeasedRegister& lease)
 {
     // Who takes the register over waits for the end of this; whoever renews the lease does not.

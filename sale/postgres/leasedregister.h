@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonObject>
 #include <QString>
 
 namespace sale {
@@ -9,6 +10,10 @@ class PostgresConnection;
 /// Who owns a register, for as long as nobody has taken it over.
 struct LeasedRegister
 {
+    /// "owner" and "epoch".
+    QJsonObject toJson() const;
+    static LeasedRegister fromJson(const QString& registerName, const QJsonObject& json);
+
     QString registerName;
     QString owner;
     /// Grows with each owner.

@@ -1,7 +1,8 @@
 #include "rack/keptstates.h"
 
-#include "journalerror.h"
+#include "postgres/leasedregister.h"
 #include "postgres/openstore.h"
+#include "postgres/postgresconnection.h"
 #include "storedjson.h"
 
 #include <QJsonDocument>
@@ -27,22 +28,19 @@ QJsonObject KeptStates::of(const QString& registerName) const
 
 void KeptStates::keep(const QString& registerName, const QJsonObject& state, const QJsonObject& lease)
 {
-    const QString begin = QStringLiteral("INSERT INTO frserver_registers ");
-    const QString end = QStringLiteral(" ON CONFLICT (register) DO UPDATE SET kept = excluded.kept");
-    const QString kept = sale::wholeJson(state);
-    if (lease.isEmpty() || !m_connection->isShared()) {
-        m_connection->execute(begin + QStringLiteral("VALUES (?, ?)") + end, {registerName, kept});
-        return;
-    }
+    const auto write = [&] {
+        m_connection->execute(QStringLiteral("INSERT INTO frserver_registers VALUES (?, ?) "
+                                             "ON CONFLICT (register) DO UPDATE SET kept = excluded.kept"),
+            {registerName, sale::wholeJson(state)});
+    };
+    auto* const shared = dynamic_cast<sale::PostgresConnection*>(m_connection.get());
+    if (lease.isEmpty() || shared == nullptr)
+        return write();
     // A service that was stopped before this goes on behind whoever has the register by then.
-    const QString ifOwner = QStringLiteral(
-        "SELECT register, ? FROM leases WHERE register = ? AND owner = ? AND epoch = ? FOR KEY SHARE");
-    const int written = m_connection->execute(begin + ifOwner + end,
-        {kept, registerName, lease.value(QStringLiteral("owner")).toString(),
-            lease.value(QStringLiteral("epoch")).toInteger()});
-    if (written == 0)
-        throw sale::JournalError(
-            QStringLiteral("the register %1 has another owner by now").arg(registerName));
+    shared->together([&] {
+        sale::requireOwner(*shared, sale::LeasedRegister::fromJson(registerName, lease));
+        write();
+    });
 }
 
 void KeptStates::resumeAll()

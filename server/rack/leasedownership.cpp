@@ -106,9 +106,9 @@ bool LeasedOwnership::isHeld(const QString& registerName) const
 
 QJsonObject LeasedOwnership::lease(const QString& registerName) const
 {
-    const sale::LeasedRegister lease = m_leases.lease(registerName);
-    return {{QStringLiteral("owner"), lease.owner}, {QStringLiteral("epoch"), lease.epoch},
-        {QStringLiteral("until"), qint64{m_leases.heldUntil(registerName).count()}}};
+    QJsonObject lease = m_leases.lease(registerName).toJson();
+    lease.insert(QStringLiteral("until"), qint64{m_leases.heldUntil(registerName).count()});
+    return lease;
 }
 
 QJsonObject LeasedOwnership::owner(const QString& registerName) const

@@ -25,8 +25,7 @@ std::optional<sale::LeasedRegister> WorkerLease::of(const QString& registerName)
 {
     if (m_lease.isEmpty())
         return std::nullopt;
-    return sale::LeasedRegister{registerName, m_lease.value(QStringLiteral("owner")).toString(),
-        m_lease.value(QStringLiteral("epoch")).toInteger()};
+    return sale::LeasedRegister::fromJson(registerName, m_lease);
 }
 
 } // namespace frserver

@@ -1,7 +1,10 @@
 // What services that share a database keep beside the journal.
 
 #include "api/owners.h"
+#include "journalerror.h"
 #include "postgres/openstore.h"
+#include "postgres/registerleases.h"
+#include "rack/keptstates.h"
 #include "sale/postgresserver.h"
 #include "webhook/outbox.h"
 
@@ -59,6 +62,26 @@ TEST(SharedTables, OneServiceTellsEachEndOnceAndAllKnowTheOwners)
     Owners(place, 1000).claim("document:1", "shop");
     EXPECT_EQ(Owners(place, 1000).ownerOf("document:1"), "shop");
     EXPECT_FALSE(Owners(place, 1000).ownerOf("document:2"));
+}
+
+TEST(SharedTables, WhatIsKeptOfARegisterIsItsOwners)
+{
+    sale::PostgresServer& server = sale::PostgresServer::instance();
+    server.clear();
+    KeptStates kept(server.address(), 1000);
+    sale::RegisterLeases former(server.place(), std::chrono::seconds(60));
+    sale::RegisterLeases next(server.place(), std::chrono::seconds(60));
+    ASSERT_TRUE(former.take({"till1"}));
+    const QJsonObject lease = former.lease("till1").toJson();
+    const QJsonObject paused{{"pausedBy", "Петров"}};
+    kept.keep("till1", {}, lease);
+    kept.keep("till1", paused, lease);
+    former.release("till1");
+    ASSERT_TRUE(next.take({"till1"}));
+    EXPECT_THROW(kept.keep("till1", {}, lease), sale::JournalError);
+    EXPECT_EQ(kept.of("till1"), paused);
+    kept.keep("till1", {}, next.lease("till1").toJson());
+    EXPECT_EQ(kept.of("till1"), QJsonObject());
 }
 
 } // namespace
