@@ -15,7 +15,7 @@ namespace {
 QList<Till::Settings> tillsOf(const Api& api, const Pool& pool)
 {
     QList<Till::Settings> tills;
-    const QStringList names = api.registersOf(pool);
+    const QStringList names = api.places().registersOf(pool);
     for (const QString& name : names) {
         if (const Till* const till = api.till(name))
             tills.append(till->settings());
