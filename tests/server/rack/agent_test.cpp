@@ -174,17 +174,14 @@ TEST_F(AgentTest, IsKilledWhenItHasSaidNothingForTooLong)
     EXPECT_EQ(worker->starts, 1);
     pass(1);
     EXPECT_EQ(worker->starts, 2);
-    worker->answer({});
-    open();
+    reach();
     issue();
     EXPECT_TRUE(agent->view().value("waiting").isNull());
 }
 
 TEST_F(AgentTest, WantsAPersonsWordForANewDrive)
 {
-    makeAgent();
-    agent->start();
-    worker->answer({});
+    startWorker();
     queue("sale:0001");
     worker->fail("newDrive");
     EXPECT_EQ(text("waiting"), "newDrive");
@@ -192,8 +189,7 @@ TEST_F(AgentTest, WantsAPersonsWordForANewDrive)
     ASSERT_EQ(worker->at(), "accept");
     EXPECT_EQ(worker->last.value("by"), "Петров");
     EXPECT_EQ(worker->last.value("note"), "the drive was changed");
-    worker->answer({});
-    open();
+    reach();
     EXPECT_EQ(worker->at(), "make sale:0001");
     // A word that was not taken is not given again.
     issue();

@@ -29,8 +29,7 @@ TEST_F(AgentTest, PausesBehindTheDocumentUnderWay)
     pass(1'000'000);
     EXPECT_EQ(worker->starts, 1);
     agent->resume();
-    worker->answer({});
-    open();
+    reach();
     EXPECT_EQ(worker->at(), "make sale:0002");
 }
 
@@ -93,9 +92,7 @@ TEST_F(AgentTest, StopsBehindTheDocumentUnderWay)
 
 TEST_F(AgentTest, StopsWithoutWaitingForARegisterThatDoesNotAnswer)
 {
-    makeAgent();
-    agent->start();
-    worker->answer({});
+    startWorker();
     queue("sale:0001");
     ASSERT_EQ(worker->at(), "open");
     agent->stop();

@@ -68,6 +68,12 @@ protected:
             {"driveUntil", told.driveUntil}, {"driveWarnings", told.warnings}};
     }
 
+    void reach(int number)
+    {
+        open(*workers[number]);
+        settle();
+    }
+
     void start(const Told& first = {}, const Told& second = {})
     {
         make();
@@ -112,9 +118,7 @@ protected:
     /// Its worker ends what it is at.
     void issue(int number)
     {
-        const QString id = workers[number]->last.value("id").toString();
-        store.begin(id, {{{"drive", "1"}}, {}, registers[number].name});
-        store.settle(id, store.findId(id)->attemptCount, {.state = DocumentState::Issued});
+        end(number, {.state = DocumentState::Issued});
         workers[number]->answer({{"state", "issued"}});
         settle();
     }
@@ -122,11 +126,15 @@ protected:
     /// It has begun it, and met no paper.
     void missPaper(int number)
     {
+        end(number, {.state = DocumentState::NotIssued, .waitsAgain = true});
+        hold(number, "paper");
+    }
+
+    void end(int number, const sale::DocumentEnding& ending)
+    {
         const QString id = workers[number]->last.value("id").toString();
         store.begin(id, {{{"drive", "1"}}, {}, registers[number].name});
-        store.settle(
-            id, store.findId(id)->attemptCount, {.state = DocumentState::NotIssued, .waitsAgain = true});
-        hold(number, "paper");
+        store.settle(id, store.findId(id)->attemptCount, ending);
     }
 
     void hold(int number, const QString& why)
@@ -234,12 +242,10 @@ TEST_F(PoolTest, WhatOneCannotMakeAnotherOneDoes)
     workers[1]->die();
     settle();
     pass(2000);
-    open(*workers[0]);
-    settle();
+    reach(0);
     EXPECT_EQ(at(0), "make C");
     queue("D");
-    open(*workers[1]);
-    settle();
+    reach(1);
     EXPECT_EQ(at(1), "make D");
     store.begin("D", {{{"drive", "1"}}, {}, "till2"});
     workers[1]->die();
@@ -284,8 +290,7 @@ TEST_F(PoolTest, LeavesAPausedAndAShutRegisterAlone)
     // Claimed behind a document of its own, and paused then.
     workers[1]->answer({});
     rack->agents().at("till2")->resume();
-    open(*workers[1]);
-    settle();
+    reach(1);
     EXPECT_EQ(at(1), "make B");
     rack->agents().at("till2")->stop();
     hold(1, "paper");
@@ -331,8 +336,7 @@ TEST_F(PoolTest, AwaitedOnesGoFirstAndDeadlyOnesAreRefused)
         settle();
         EXPECT_EQ(registerOf("B"), "");
         pass(60'000);
-        open(*workers[0]);
-        settle();
+        reach(0);
     }
     EXPECT_EQ(store.findId("B")->reason, sale::StateReason::Refused);
 }
