@@ -101,6 +101,13 @@ TEST_F(PeersTest, RegisterOfAnotherServiceIsSeenAndObeys)
     EXPECT_EQ(two.view("till1").value("state"), "ready") << "from the start";
     EXPECT_EQ(two.view("till1").value("service"), "till1:8403");
     ASSERT_TRUE(becomes([&] { return one.view("till2").value("service") == "till2:8403"; }));
+    // What waits in a pool is told as any register of it would make it, also where this service has none.
+    FakePool shop({"shop"});
+    two.api.add(shop);
+    sale::DocumentRequest pooled{"document:9", "cashIn", cashIn, {}};
+    pooled.pool = "shop";
+    two.store.accept(pooled);
+    EXPECT_EQ(two.ask("GET", "/v1/documents/document:9").json().value("total"), 100.5);
     one.till.state = "waiting";
     one.till.waiting = "paper";
     one.api.registerChanged("till1");
