@@ -101,9 +101,7 @@ TEST_F(AgentTest, HurriesForWhomeverWaitsForPaperButNotForALine)
 
 TEST_F(AgentTest, StopsBehindADocumentThatThePaperEndedOn)
 {
-    startAgent();
-    queue("sale:0001");
-    queue("sale:0002");
+    startWith({"sale:0001", "sale:0002"});
     begin("sale:0001");
     end("sale:0001", DocumentState::Issued);
     worker->answer({{"state", "issued"}, {"kind", "paper"}});
@@ -144,9 +142,7 @@ TEST_F(AgentTest, TellsThatTheDriveEnds)
 
 TEST_F(AgentTest, SettlesBeforeAnythingElseWhenTheLineWasLost)
 {
-    startAgent();
-    queue("sale:0001");
-    queue("sale:0002");
+    startWith({"sale:0001", "sale:0002"});
     begin("sale:0001");
     worker->answer({{"state", "running"}, {"kind", "line"}});
     end("sale:0001", DocumentState::Unknown);

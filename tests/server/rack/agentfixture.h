@@ -72,6 +72,13 @@ protected:
         agent->wake();
     }
 
+    void startWith(const QStringList& ids)
+    {
+        startAgent();
+        for (const QString& id : ids)
+            queue(id);
+    }
+
     void begin(const QString& id) { store.begin(id, {.markBefore = {{"drive", "9999"}}}); }
 
     void end(const QString& id, sale::DocumentState state, sale::StateReason reason = {})

@@ -10,9 +10,7 @@ namespace {
 
 TEST_F(AgentTest, PausesBehindTheDocumentUnderWay)
 {
-    startAgent();
-    queue("sale:0001");
-    queue("sale:0002");
+    startWith({"sale:0001", "sale:0002"});
     agent->pause("Петров");
     EXPECT_EQ(text("state"), "pausing");
     issue();
@@ -75,9 +73,7 @@ TEST_F(AgentTest, PausedLeavesThePortAlsoBehindAFailure)
 
 TEST_F(AgentTest, StopsBehindTheDocumentUnderWay)
 {
-    startAgent();
-    queue("sale:0001");
-    queue("sale:0002");
+    startWith({"sale:0001", "sale:0002"});
     agent->stop();
     issue();
     EXPECT_EQ(worker->at(), "close");

@@ -90,6 +90,13 @@ protected:
         run();
     }
 
+    void startWith(const QStringList& ids)
+    {
+        start();
+        for (const QString& id : ids)
+            queue(id);
+    }
+
     void run()
     {
         dispatch->wake();
@@ -222,10 +229,7 @@ TEST_F(PoolTest, TakesTheDriveThatLastsLongestFirst)
 
 TEST_F(PoolTest, WhatOneCannotMakeAnotherOneDoes)
 {
-    start();
-    queue("A");
-    queue("B");
-    queue("C");
+    startWith({"A", "B", "C"});
     missPaper(0);
     EXPECT_EQ(registerOf("A"), "") << "till2 is at B still";
     issue(1);
@@ -321,10 +325,7 @@ TEST_F(PoolTest, DriveThatEndsAndOtherTaxesKeepARegisterOut)
 TEST_F(PoolTest, AwaitedOnesGoFirstAndDeadlyOnesAreRefused)
 {
     pool.registers = {"till1"};
-    start();
-    queue("A");
-    queue("B");
-    queue("C");
+    startWith({"A", "B", "C"});
     dispatch->setAwaited("shop", "gone", true);
     dispatch->setAwaited("shop", "C", true);
     issue(0);

@@ -193,9 +193,7 @@ TEST_F(AgentTest, ClosesAShiftThatTheRegisterFindsTooOld)
 
 TEST_F(AgentTest, WaitsForTheReportWhereTheServiceMakesIt)
 {
-    startAgent();
-    queue("sale:0001");
-    queue("sale:0002");
+    startWith({"sale:0001", "sale:0002"});
     hold("shiftExpired");
     condition(true);
     EXPECT_EQ(text("waiting"), "shiftExpired");
