@@ -29,6 +29,8 @@ struct Finding
     QString text() const;
     /// The same in English, for a journal.
     QString keptText() const;
+
+    bool operator==(const Finding&) const = default;
 };
 
 } // namespace receipt

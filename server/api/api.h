@@ -3,11 +3,10 @@
 #include "access/tokenentry.h"
 #include "api/openlist.h"
 #include "api/owners.h"
-#include "api/pool.h"
 #include "api/searches.h"
 #include "api/summaries.h"
-#include "api/till.h"
 #include "api/waiters.h"
+#include "api/waitingplaces.h"
 #include "http/eventstream.h"
 #include "http/site.h"
 #include "journalerror.h"
@@ -16,7 +15,6 @@
 #include <QElapsedTimer>
 
 #include <map>
-#include <set>
 
 namespace frserver {
 
@@ -44,9 +42,9 @@ public:
     Api(sale::SqlStore& store, Owners& owners, const Settings& settings);
 
     /// The register must outlive it.
-    void add(Till& till);
+    void add(Till& till) { m_places.add(till); }
     /// Behind its registers; must outlive it.
-    void add(Pool& pool);
+    void add(Pool& pool) { m_places.add(pool); }
     /// Once all registers are there.
     void warnOfMissing() const;
     /// Whom it lets in. Nobody when tokens are wanted and there are none.
@@ -101,14 +99,10 @@ public:
     const http::EventStream& events() const { return m_events; }
     const OpenList& openDocuments() const { return m_open; }
     Summaries& summaries() const { return m_summaries; }
-    const std::map<QString, Till*>& tills() const { return m_tills; }
+    const WaitingPlaces& places() const { return m_places; }
+    const std::map<QString, Till*>& tills() const { return m_places.tills(); }
     /// Null when there is none of that name.
-    Till* till(const QString& name) const;
-    const std::map<QString, Pool*>& pools() const { return m_pools; }
-    /// Null when there is none of that name.
-    Pool* pool(const QString& name) const;
-    /// All that serve it, also those of other services that tell of themselves.
-    QStringList registersOf(const Pool& pool) const;
+    Till* till(const QString& name) const { return m_places.till(name); }
     /// The view, with its name, its pools, its queue and its last receipt.
     QJsonObject registerView(const Till& till) const;
     QJsonObject queueView(const QString& registerName) const;
@@ -136,18 +130,13 @@ private:
     void noteChange(const sale::StoredDocument& document);
     void look(const QString& id, const std::function<void(const sale::StoredDocument&)>& found);
     void lookAtOpen(const QString& registerName);
-    void noteMember(const QString& registerName, const QJsonObject& view);
     void setAwaited(const QString& id, const QString& place);
-    void setAwaitedAt(const QString& place, const QString& id, bool isAwaited);
     void tell(const sale::StoredDocument& document);
 
     sale::SqlStore& m_store;
     Owners& m_owners;
     Settings m_settings;
-    std::map<QString, Till*> m_tills;
-    std::map<QString, Pool*> m_pools;
-    /// Who serves each pool, as the registers say.
-    std::map<QString, std::set<QString>> m_members;
+    WaitingPlaces m_places;
     Painter* m_painter = nullptr;
     http::Site m_site;
     http::EventStream m_events;

@@ -3,6 +3,7 @@
 #include "http/access.h"
 #include "http/answer.h"
 #include "http/request.h"
+#include "http/router.h"
 
 #include <QList>
 
@@ -20,6 +21,9 @@ struct ApiRoute
     /// What may stand in its query: anything else would be answered as if it had not been asked.
     QStringList queryNames = {};
 };
+
+/// Refuses a query with other names, and says so when the journal cannot be used.
+http::Handler handlerOf(Api& api, const ApiRoute& route);
 
 /// @name Those of each topic
 /// @{

@@ -18,7 +18,7 @@ http::Answer showCaller(Api& api, const http::Request& request)
             registers.append(name);
     }
     QJsonArray pools;
-    for (const auto& [name, pool] : api.pools()) {
+    for (const auto& [name, pool] : api.places().pools()) {
         if (rights::mayUse(request, Place::ofPool(name)))
             pools.append(name);
     }

@@ -1,11 +1,9 @@
 #include "api/api.h"
 #include "api/apiroute.h"
+#include "api/applicablerules.h"
 #include "api/askedprotocol.h"
-#include "api/poolrules.h"
 #include "api/posteddocument.h"
 #include "api/rights.h"
-#include "currenttime.h"
-#include "mockfactory.h"
 
 #include <QJsonArray>
 
@@ -26,16 +24,10 @@ struct ToldFinding
     QStringList over;
 };
 
-bool isSame(const Finding& left, const Finding& right)
-{
-    return left.severity == right.severity && left.path == right.path && left.given == right.given
-        && left.reason == right.reason;
-}
-
 void add(QList<ToldFinding>& all, const Finding& finding, const QString& protocol)
 {
     const auto known = std::find_if(
-        all.begin(), all.end(), [&](const ToldFinding& told) { return isSame(told.finding, finding); });
+        all.begin(), all.end(), [&](const ToldFinding& told) { return told.finding == finding; });
     if (known == all.end())
         all.append({finding, {protocol}});
     else if (!known->over.contains(protocol))
@@ -52,10 +44,9 @@ QList<PostingRules> checkRules(const Api& api, const Request& request)
         protocols = {tillNamed(api, request, *name).settings().protocol};
     else if (const std::optional<Protocol> asked = askedProtocol(request))
         protocols = {*asked};
-    const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     QList<PostingRules> all;
     for (const Protocol protocol : std::as_const(protocols))
-        all.append({protocol, now, 0, true, rights::completion(api, request)});
+        all.append(registerRules(api, request, anyRegister(protocol)));
     return all;
 }
 

@@ -110,7 +110,8 @@ Answer resolve(Api& api, const Request& request)
     const sale::DocumentEnding word = wordOf(request);
     requireResolvable(api, document, word);
     const QString& id = document.request.id;
-    if (isOutOfReach(api, document))
+    // A person's word is taken for what is unknown alone.
+    if (document.state != DocumentState::Unknown)
         api.store().settle(id, document.attemptCount, {});
     api.store().settle(id, document.attemptCount, word);
     audit(request, QStringLiteral("resolved %1: %2").arg(id, sale::stateName(word.state)));

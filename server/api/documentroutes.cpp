@@ -1,21 +1,18 @@
 #include "api/api.h"
 #include "api/apiroute.h"
+#include "api/applicablerules.h"
 #include "api/audit.h"
 #include "api/documentresponse.h"
 #include "api/documentview.h"
 #include "api/place.h"
-#include "api/poolrules.h"
 #include "api/posteddocument.h"
-#include "api/postingrules.h"
 #include "api/rights.h"
-#include "currenttime.h"
 #include "documentanswer.h"
 #include "documentkind.h"
 #include "findingsjson.h"
 #include "http/problem.h"
 #include "idconflict.h"
 #include "journalerror.h"
-#include "mockfactory.h"
 #include "returnrefused.h"
 #include "salereturn.h"
 
@@ -36,14 +33,6 @@ using std::chrono::seconds;
 constexpr seconds longestWait(600);
 /// A document that is unknown may be settled before that is told.
 constexpr seconds settlingWait(10);
-
-PostingRules rulesOf(const Api& api, const Request& request, const Till& till)
-{
-    const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
-    const Till::Settings& settings = till.settings();
-    return {settings.protocol, now.toTimeZone(settings.timeZone), settings.startBefore, settings.hasCashier,
-        rights::completion(api, request)};
-}
 
 void requireOpen(const Api& api)
 {
@@ -166,7 +155,7 @@ Answer postDocument(Api& api, const Request& request)
 {
     Till& till = tillOf(api, request);
     requireOpen(api);
-    PostedDocument posted = postedDocument(request, rulesOf(api, request, till));
+    PostedDocument posted = postedDocument(request, registerRules(api, request, till.settings()));
     posted.request.registerName = till.settings().name;
     return take(api, request, posted, &till);
 }

@@ -62,8 +62,8 @@ const Till* tillFor(const Api& api, const StoredDocument& document)
 {
     if (const Till* const till = api.till(document.request.registerName))
         return till;
-    const Pool* const pool = api.pool(document.request.pool);
-    return pool == nullptr ? nullptr : api.till(pool->settings().registers.value(0));
+    const Pool* const pool = api.places().pool(document.request.pool);
+    return pool == nullptr ? nullptr : api.till(api.places().registersOf(*pool).value(0));
 }
 
 DocumentAnswer describedAnswer(const Api& api, const StoredDocument& document)

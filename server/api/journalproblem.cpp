@@ -1,17 +1,15 @@
 #include "api/journalproblem.h"
 
+#include "api/apilog.h"
 #include "http/problem.h"
 
 #include <QDeadlineTimer>
-#include <QLoggingCategory>
 
 #include <chrono>
 
 namespace frserver {
 
 namespace {
-
-Q_LOGGING_CATEGORY(journalLog, "frserver.api")
 
 constexpr std::chrono::minutes againAfter(1);
 
@@ -32,7 +30,7 @@ bool isNews(const QByteArray& what)
 http::Response journalProblem(const sale::JournalError& error)
 {
     if (isNews(error.what()))
-        qCWarning(journalLog).noquote() << error.what();
+        qCWarning(apiLog).noquote() << error.what();
     return http::Problem(503, QStringLiteral("journal"), QStringLiteral("The journal cannot be used"),
         QStringLiteral("%1. Post the same id again.").arg(QString::fromUtf8(error.what())))
         .withHeader("Retry-After", "5")

@@ -54,9 +54,10 @@ private:
 };
 
 const char* const registerLabel = "register";
+const char* const poolLabel = "pool";
+
 /// By the registers' names.
 using Views = std::map<QString, QJsonObject>;
-const char* const poolLabel = "pool";
 
 void addEndings(Text& text, const OpenList& open)
 {
@@ -73,6 +74,14 @@ void addEndings(Text& text, const OpenList& open)
     }
 }
 
+/// 0 when nothing waits there.
+double oldestSeconds(const Api& api, const QString& place)
+{
+    const QDateTime oldest = api.openDocuments().oldestQueued(place);
+    const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
+    return oldest.isValid() ? static_cast<double>(oldest.msecsTo(now)) / 1000 : 0;
+}
+
 void addQueues(Text& text, const Api& api)
 {
     // Also of registers that have left the configuration.
@@ -81,34 +90,26 @@ void addQueues(Text& text, const Api& api)
         names.append(name);
     text.describe("frserver_open_documents", "gauge", "Documents that wait, are made, or are unknown.");
     for (const QString& name : std::as_const(names)) {
-        for (const DocumentState state :
-            {DocumentState::Queued, DocumentState::Running, DocumentState::Unknown})
+        for (const DocumentState state : OpenList::states())
             text.add({{registerLabel, name}, {"state", sale::stateName(state)}},
                 api.openDocuments().count(name, state));
     }
-    const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     text.describe("frserver_oldest_queued_seconds", "gauge", "How long the oldest document has waited.");
-    for (const QString& name : std::as_const(names)) {
-        const QDateTime oldest = api.openDocuments().oldestQueued(name);
-        text.add(
-            {{registerLabel, name}}, oldest.isValid() ? static_cast<double>(oldest.msecsTo(now)) / 1000 : 0);
-    }
+    for (const QString& name : std::as_const(names))
+        text.add({{registerLabel, name}}, oldestSeconds(api, name));
 }
 
 void addPools(Text& text, const Api& api, const Views& views)
 {
-    const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     text.describe("frserver_pool_queued_documents", "gauge", "Documents that no register has claimed yet.");
-    for (const auto& [name, pool] : api.pools())
+    for (const auto& [name, pool] : api.places().pools())
         text.add({{poolLabel, name}}, api.openDocuments().count(Place::ofPool(name), DocumentState::Queued));
     text.describe("frserver_pool_oldest_queued_seconds", "gauge", "How long the oldest of them has waited.");
-    for (const auto& [name, pool] : api.pools()) {
-        const QDateTime oldest = api.openDocuments().oldestQueued(Place::ofPool(name));
-        text.add({{poolLabel, name}}, oldest.isValid() ? static_cast<double>(oldest.msecsTo(now)) / 1000 : 0);
-    }
+    for (const auto& [name, pool] : api.places().pools())
+        text.add({{poolLabel, name}}, oldestSeconds(api, Place::ofPool(name)));
     text.describe("frserver_pool_absent", "gauge",
         "1 for a register that takes nothing from its pool, and why; 0 for one that does.");
-    for (const auto& [name, pool] : api.pools()) {
+    for (const auto& [name, pool] : api.places().pools()) {
         for (const auto& [registerName, view] : views) {
             const std::optional<QJsonObject> member = memberView(view, name);
             const QString why = member ? member->value(QStringLiteral("absent")).toString() : QString();

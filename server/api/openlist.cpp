@@ -6,6 +6,13 @@ namespace frserver {
 
 using sale::DocumentState;
 
+const QList<DocumentState>& OpenList::states()
+{
+    static const QList<DocumentState> all{
+        DocumentState::Queued, DocumentState::Running, DocumentState::Unknown};
+    return all;
+}
+
 void OpenList::add(const QString& id, const Entry& entry)
 {
     m_entries.insert(id, entry);

@@ -18,6 +18,9 @@ public:
     /// Place, state and reason.
     using Ending = std::tuple<QString, QString, QString>;
 
+    /// Of documents that are not done with.
+    static const QList<sale::DocumentState>& states();
+
     /// One of an earlier run, which is no news.
     void takeOver(const sale::StoredDocument& document);
     /// Whether that is news.

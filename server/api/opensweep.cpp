@@ -45,15 +45,13 @@ void OpenSweep::lookOn()
 
 bool OpenSweep::lookAtPiece()
 {
-    using sale::DocumentState;
-    const QList<sale::StoredDocument> open
-        = m_store.find({.states = {DocumentState::Queued, DocumentState::Running, DocumentState::Unknown},
-            .after = m_place,
-            .afterRegister = m_register,
-            .limit = m_piece,
-            .order = sale::DocumentQuery::ByRegister,
-            .withAttempts = false,
-            .withBodies = false});
+    const QList<sale::StoredDocument> open = m_store.find({.states = OpenList::states(),
+        .after = m_place,
+        .afterRegister = m_register,
+        .limit = m_piece,
+        .order = sale::DocumentQuery::ByRegister,
+        .withAttempts = false,
+        .withBodies = false});
     for (const sale::StoredDocument& document : open) {
         if (!m_api.openDocuments().see(document))
             m_api.lookAt(document.request.id);

@@ -1,12 +1,13 @@
 #pragma once
 
-#include <QString>
+#include "api/waitingplace.h"
+
 #include <QStringList>
 
 namespace frserver {
 
 /// Registers that are posted to together, as the interface works them.
-class Pool
+class Pool : public WaitingPlace
 {
 public:
     /// What the configuration says of it.
@@ -26,15 +27,8 @@ public:
         : m_settings(settings)
     {
     }
-    virtual ~Pool() = default;
-    Pool(const Pool&) = delete;
-    Pool& operator=(const Pool&) = delete;
 
     const Settings& settings() const { return m_settings; }
-    /// Something was queued.
-    virtual void wake() = 0;
-    /// Somebody waits for the document, which goes before those that nobody waits for.
-    virtual void setAwaited(const QString& id, bool isAwaited) = 0;
 
 private:
     Settings m_settings;

@@ -17,7 +17,7 @@ using http::Response;
 Answer listPools(Api& api, const Request& request)
 {
     QJsonArray pools;
-    for (const auto& [name, pool] : api.pools()) {
+    for (const auto& [name, pool] : api.places().pools()) {
         if (rights::mayUse(request, Place::ofPool(name)))
             pools.append(poolView(api, *pool));
     }

@@ -9,7 +9,6 @@
 namespace frserver {
 
 class Api;
-class Till;
 
 /// A pool with its registers, as they are now, and its queue.
 QJsonObject poolView(const Api& api, const Pool& pool);

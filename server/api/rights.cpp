@@ -97,7 +97,7 @@ Till& tillOf(const Api& api, const http::Request& request)
 
 Pool& poolNamed(const Api& api, const http::Request& request, const QString& name)
 {
-    Pool* const pool = api.pool(name);
+    Pool* const pool = api.places().pool(name);
     if (pool == nullptr)
         throw http::Problem(404, QStringLiteral("There is no pool %1.").arg(name));
     if (!rights::mayUse(request, Place::ofPool(name)))

@@ -1,15 +1,15 @@
 #pragma once
 
+#include "api/waitingplace.h"
 #include "protocol.h"
 
 #include <QJsonObject>
-#include <QString>
 #include <QTimeZone>
 
 namespace frserver {
 
 /// A register as the interface works it.
-class Till
+class Till : public WaitingPlace
 {
 public:
     /// What the configuration says of it.
@@ -30,9 +30,6 @@ public:
         : m_settings(settings)
     {
     }
-    virtual ~Till() = default;
-    Till(const Till&) = delete;
-    Till& operator=(const Till&) = delete;
 
     const Settings& settings() const { return m_settings; }
     /// This service works it; otherwise another one does, or did.
@@ -42,10 +39,6 @@ public:
     /// "state", "waiting" (null when it waits for nothing) and what else is known of it.
     virtual QJsonObject view() const = 0;
 
-    /// Something was queued.
-    virtual void wake() = 0;
-    /// Somebody waits for the document, which goes before those that nobody waits for.
-    virtual void setAwaited(const QString& id, bool isAwaited) = 0;
     /// Asks the register about a document that is unknown, when it can be asked.
     virtual void settle(const QString& id) = 0;
     virtual void pause(const QString& by) = 0;

@@ -7,10 +7,10 @@ import { Documents } from "./documents.js";
 import { byId, setText, throttled } from "./dom.js";
 import { EventFeed } from "./events.js";
 import { language, onLanguage, setLanguage, t, translate } from "./i18n.js";
-import { documentState, kindName, poolName, registerState } from "./labels.js";
+import { documentState, kindName, registerState } from "./labels.js";
 import { notify, say } from "./notices.js";
 import { Outgoing } from "./outgoing.js";
-import { placeName, placeOfPool, placeQuery } from "./places.js";
+import { documentPlaceName, placeName, placeOfPool, placeQuery } from "./places.js";
 import { Pools } from "./pools.js";
 import { ReceiptForm } from "./receipt.js";
 import { Registers } from "./registers.js";
@@ -147,7 +147,7 @@ function showOutgoing() {
     const open = outgoing.unanswered();
     byId("unanswered").hidden = open.length === 0;
     setText(byId("unanswered"), open.map(({ id, register, body }) =>
-        t("sentAgain", { kind: kindName(body.type), register: placeName(register, poolName), id })).join(" "));
+        t("sentAgain", { kind: kindName(body.type), register: placeName(register), id })).join(" "));
     registers.show();
     receipt.show();
 }
@@ -209,8 +209,8 @@ const news = {
         if (id === page.trial)
             quietly(showTrial(id));
         if (state !== "queued" && state !== "running")
-            say(t("newsDocument", { register: register || poolName(pool), kind: kindName(kind), number: documentNumber ?? "",
-                state: documentState({ state, reason }) }));
+            say(t("newsDocument", { register: documentPlaceName({ register, pool }), kind: kindName(kind),
+                number: documentNumber ?? "", state: documentState({ state, reason }) }));
     },
     register({ register: name, ...view }) {
         const register = { ...view, name };

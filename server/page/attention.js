@@ -19,8 +19,8 @@ export class Attention {
         this.#show();
     }
 
-    // The second ones have left the configuration, and documents wait for them.
-    setRegisters(registers, missing) {
+    // The second ones have left the configuration, and documents wait for them; an event tells nothing of those.
+    setRegisters(registers, missing = this.missing) {
         Object.assign(this, { registers, missing });
         this.#show();
     }

@@ -2,7 +2,7 @@
 
 import { button, el, russian } from "./dom.js";
 import { money, t } from "./i18n.js";
-import { badge, documentTitle, facts, isReceipt, moment, poolName, reasonName } from "./labels.js";
+import { badge, documentTitle, facts, isReceipt, moment, reasonName } from "./labels.js";
 import { DocumentPicture } from "./picture.js";
 import { placeName, placeOfPool } from "./places.js";
 import { resolution } from "./resolve.js";
@@ -51,7 +51,7 @@ export class DocumentView {
         const pools = isReceipt(kind) ? this.pools.filter((name) => register !== null || name !== pool) : [];
         const others = [...this.registers.filter((name) => name !== register), ...pools.map(placeOfPool)];
         return [el("div", { class: "buttons", "data-needs": "sell" }, button(t("withdraw"), () => this.withdraw(id), { "data-do": "withdraw" }),
-            others.map((place) => button(t("moveTo", { name: placeName(place, poolName) }), () => this.move(id, place), { "data-do": "move" })))];
+            others.map((place) => button(t("moveTo", { name: placeName(place) }), () => this.move(id, place), { "data-do": "move" })))];
     }
 }
 

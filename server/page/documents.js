@@ -2,8 +2,8 @@
 
 import { byId, el, setText } from "./dom.js";
 import { money, t } from "./i18n.js";
-import { badge, documentTitle, moment, poolName } from "./labels.js";
-import { placeName, placeQuery } from "./places.js";
+import { badge, documentTitle, moment } from "./labels.js";
+import { documentPlaceName, placeName, placeQuery } from "./places.js";
 
 const PAGE = 50;
 // A page that stays open for days does not grow with each document.
@@ -22,7 +22,7 @@ export class Documents {
     }
 
     setRegisters(names) {
-        this.#options("register", names.map((name) => [name, placeName(name, poolName)]), "allRegisters");
+        this.#options("register", names.map((name) => [name, placeName(name)]), "allRegisters");
         this.form.register.closest("label").hidden = names.length < 2;
     }
 
@@ -146,6 +146,6 @@ function joined(first, { documents, next }) {
 function cells(document) {
     return [el("span", { class: "time" }, moment(document.accepted)), el("strong", {}, documentTitle(document)),
         document.total === null ? null : el("span", {}, money(document.total)), badge(document),
-        el("span", { class: "small" }, document.register || (document.pool ? poolName(document.pool) : "")),
+        el("span", { class: "small" }, documentPlaceName(document)),
         el("span", { class: "small id" }, document.id)].filter(Boolean);
 }

@@ -1,5 +1,7 @@
 // Where a document is posted to, as one word: the name of a register, or "pool:NAME". Names have no colon.
 
+import { poolName } from "./labels.js";
+
 const POOL = "pool:";
 
 export const placeOfPool = (name) => POOL + name;
@@ -16,5 +18,7 @@ export function documentsPath(place) {
     return pool === null ? `/registers/${encodeURIComponent(place)}/documents` : `/pools/${encodeURIComponent(pool)}/documents`;
 }
 
-// As people call it; the words are those for a pool.
-export const placeName = (place, words) => (poolOf(place) === null ? place : words(poolOf(place)));
+// As people call it.
+export const placeName = (place) => (poolOf(place) === null ? place : poolName(poolOf(place)));
+// Where a document is; one in a pool is none of a register's yet.
+export const documentPlaceName = ({ register, pool }) => register || (pool ? poolName(pool) : "");

@@ -2,7 +2,7 @@
 
 import { el, setText } from "./dom.js";
 import { t } from "./i18n.js";
-import { absenceName, facts, moment, registerState, tone } from "./labels.js";
+import { absenceName, facts, moment, poolName, registerState, tone } from "./labels.js";
 
 export class Pools {
     constructor(section) {
@@ -38,7 +38,7 @@ export class Pools {
 
 function card({ name, queue: { queued, oldest }, registers }) {
     const heading = el("h3", { id: `pool-${name}` });
-    setText(heading, t("poolNamed", { name }));
+    setText(heading, poolName(name));
     const waits = oldest ? t("queueSince", { count: queued, time: moment(oldest) }) : queued;
     return el("article", { class: "card", "data-pool": name, "aria-labelledby": heading.id }, heading,
         el("dl", { class: "facts" }, facts([["queue", waits, queued > 0 ? "warn" : ""]])),

@@ -2,7 +2,7 @@
 
 import { button, el } from "./dom.js";
 import { money, t } from "./i18n.js";
-import { badge, poolName } from "./labels.js";
+import { badge } from "./labels.js";
 import { placeName } from "./places.js";
 
 const TAXES = ["vat22", "vat20", "vat10", "vat7", "vat5", "vat0", "none"];
@@ -59,7 +59,7 @@ export class ReceiptForm {
         const name = el("input", { name: "name", value: "Пробный товар", required: true, lang: "ru" });
         this.fields = el("fieldset", {}, el("legend", { class: "hidden" }, t("tryReceipt")), el("div", { class: "fields" },
             field("register", el("select", { name: "register", required: true },
-                this.names.map((register) => el("option", { value: register }, placeName(register, poolName))))),
+                this.names.map((register) => el("option", { value: register }, placeName(register))))),
             field("position", name), field("price", number("price", "1.00", "0.01")),
             field("quantity", number("quantity", "1", "0.001")), field("tax", choice("tax", TAXES)),
             field("system", choice("system", SYSTEMS)), field("payment", choice("payment", PAYMENTS)),

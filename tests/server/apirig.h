@@ -3,7 +3,7 @@
 #include "api/api.h"
 #include "api/painter.h"
 #include "api/pictureformat.h"
-#include "sqlitestore.h"
+#include "server/failingstore.h"
 
 #include <gtest/gtest.h>
 #include <QFile>
@@ -11,11 +11,28 @@
 #include <QJsonDocument>
 #include <QTemporaryDir>
 
-/// A register that does nothing and remembers what it was told.
-class FakeTill : public frserver::Till
+/// Does nothing and remembers what it was told.
+template <class Base>
+class Fake : public Base
 {
 public:
-    using Till::Till;
+    using Base::Base;
+
+    void wake() override { told.append("wake"); }
+    void setAwaited(const QString& id, bool isAwaited) override
+    {
+        told.append(id + (isAwaited ? " awaited" : " not awaited"));
+    }
+
+    QStringList told;
+};
+
+using FakePool = Fake<frserver::Pool>;
+
+class FakeTill : public Fake<frserver::Till>
+{
+public:
+    using Fake::Fake;
 
     bool isHere() const override { return isOwner; }
     QJsonObject view() const override
@@ -32,11 +49,6 @@ public:
                     {"absent", absent.isEmpty() ? QJsonValue() : QJsonValue(absent)}, {"daysLeft", 100},
                     {"documentsLeft", QJsonValue()}}}}};
     }
-    void wake() override { told.append("wake"); }
-    void setAwaited(const QString& id, bool isAwaited) override
-    {
-        told.append(id + (isAwaited ? " awaited" : " not awaited"));
-    }
     void settle(const QString& id) override { told.append("settle " + id); }
     void pause(const QString& by) override { told.append("pause by " + by); }
     void resume(const QString& by) override { told.append("resume by " + by); }
@@ -48,22 +60,6 @@ public:
     QString making;
     /// From the pool.
     QString absent;
-    QStringList told;
-};
-
-/// A pool that remembers what it was told.
-class FakePool : public frserver::Pool
-{
-public:
-    using Pool::Pool;
-
-    void wake() override { told.append("wake"); }
-    void setAwaited(const QString& id, bool isAwaited) override
-    {
-        told.append(id + (isAwaited ? " awaited" : " not awaited"));
-    }
-
-    QStringList told;
 };
 
 /// Draws nothing and remembers what it was to draw.
@@ -77,31 +73,6 @@ public:
     }
 
     frserver::PictureOrder ordered;
-};
-
-/// A journal that may fail.
-class FailingStore : public sale::SqliteStore
-{
-public:
-    using SqliteStore::accept;
-    using SqliteStore::SqliteStore;
-
-    sale::StoredDocument accept(const sale::DocumentRequest& request, const Condition& condition) override
-    {
-        if (isBroken)
-            throw sale::JournalError("the disk is full");
-        return SqliteStore::accept(request, condition);
-    }
-    QList<sale::StoredDocument> find(const sale::DocumentQuery& query) const override
-    {
-        if (isBroken)
-            throw sale::JournalError("the disk is full");
-        ++findings;
-        return SqliteStore::find(query);
-    }
-
-    bool isBroken = false;
-    mutable int findings = 0;
 };
 
 /// An answer as a client has it; no status for one that is still to come.
@@ -166,6 +137,19 @@ protected:
         const QList<http::Headers::Field>& headers = {})
     {
         return askApi(api, method, target, body, headers);
+    }
+
+    /// Its secret is its name.
+    static frserver::TokenEntry token(const char* name, const QString& role, const QStringList& places = {})
+    {
+        return {name, role, places, http::Tokens::hashOf(name)};
+    }
+
+    Served as(const QByteArray& token, const QByteArray& method, const QByteArray& target,
+        const QByteArray& body = {}, QList<http::Headers::Field> headers = {})
+    {
+        headers.append({"Authorization", "Bearer " + token});
+        return ask(method, target, body, headers);
     }
 
     Served post(const QByteArray& id, const QByteArray& body, const QByteArray& prefer = {},

@@ -48,14 +48,10 @@ class Database:
                 raise RuntimeError("PostgreSQL does not start")
             time.sleep(0.05)
 
-    def stop(self):
+    def stop(self, how=signal.SIGQUIT):
         """At once, as a power cut."""
-        self.server.send_signal(signal.SIGQUIT)
+        self.server.send_signal(how)
         self.server.wait(PATIENCE)
-
-    def sql(self, statement):
-        status = self.run("psql", "-X", "-h", self.folder, "-U", "postgres", "-v", "ON_ERROR_STOP=1", "-c", statement)
-        assert status.wait(PATIENCE) == 0, statement
 
     def close(self):
         self.stop()

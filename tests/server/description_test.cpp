@@ -1,4 +1,5 @@
 #include "apirig.h"
+#include "becomes.h"
 #include "drawscript.h"
 #include "program/pictureprocesses.h"
 
@@ -238,10 +239,10 @@ protected:
             {"POST", "/v1/check?register=till1", cashIn},
             {"POST", "/v1/preview?register=till1", sale()},
         };
-        api.setTokens(true, {{"looker", "read", {"till2"}, http::Tokens::hashOf("secret")}});
+        api.setTokens(true, {token("looker", "read", {"till2"})});
         for (const Row& row : rows)
             EXPECT_EQ(
-                record(row.method, row.target, row.body, {{"Authorization", "Bearer secret"}}).status, 403)
+                record(row.method, row.target, row.body, {{"Authorization", "Bearer looker"}}).status, 403)
                 << row.target.constData();
         EXPECT_EQ(record("GET", "/metrics").status, 401);
         api.setTokens(false, {});

@@ -252,16 +252,9 @@ TEST_F(DocumentsTest, WithdrawsAndMovesWhatWasNotBegun)
 TEST_F(DocumentsTest, TellsWhatWaitsForARegisterThatIsNotThereAnyMore)
 {
     const auto missing = [this](const QByteArray& token) {
-        const Served list = ask("GET", "/v1/registers", {}, {{"Authorization", "Bearer " + token}});
-        return list.json().value("notConfigured").toArray();
+        return as(token, "GET", "/v1/registers").json().value("notConfigured").toArray();
     };
-    api.setTokens(true,
-        {{"admin", "admin", {}, http::Tokens::hashOf("admin")},
-            {"shop", "read", {"till1"}, http::Tokens::hashOf("shop")}});
-    const auto asAdmin
-        = [this](const QByteArray& method, const QByteArray& target, const QByteArray& body = {}) {
-              return ask(method, target, body, {{"Authorization", "Bearer admin"}});
-          };
+    api.setTokens(true, {token("admin", "admin"), token("shop", "read", {"till1"})});
     for (const char* const id : {"document:1", "document:2", "document:3"}) {
         store.accept({id, "sell", sale(), "till9"});
         api.documentChanged(id);
@@ -273,17 +266,17 @@ TEST_F(DocumentsTest, TellsWhatWaitsForARegisterThatIsNotThereAnyMore)
     EXPECT_EQ(missing("admin").at(0).toObject().value("name"), "till9");
     EXPECT_EQ(missing("admin").at(0).toObject().value("queue").toObject().value("queued"), 3);
     EXPECT_EQ(missing("shop").size(), 0);
-    EXPECT_TRUE(asAdmin("GET", "/readyz").body.contains(R"("till9":"notConfigured")"));
-    EXPECT_TRUE(asAdmin("GET", "/metrics")
+    EXPECT_TRUE(as("admin", "GET", "/readyz").body.contains(R"("till9":"notConfigured")"));
+    EXPECT_TRUE(as("admin", "GET", "/metrics")
                     .body.contains(R"(frserver_open_documents{register="till9",state="queued"} 3)"));
-    const Served list = asAdmin("GET", "/v1/documents?register=till9");
+    const Served list = as("admin", "GET", "/v1/documents?register=till9");
     EXPECT_EQ(list.json().value("documents").toArray().size(), 3);
-    EXPECT_EQ(asAdmin("GET", "/v1/documents/document:1").text("waiting"), "notConfigured");
-    asAdmin("DELETE", "/v1/documents/document:1");
+    EXPECT_EQ(as("admin", "GET", "/v1/documents/document:1").text("waiting"), "notConfigured");
+    as("admin", "DELETE", "/v1/documents/document:1");
     issue("document:2");
-    EXPECT_EQ(asAdmin("POST", "/v1/documents/document:3/move", R"({"register":"till2"})").status, 200);
+    EXPECT_EQ(as("admin", "POST", "/v1/documents/document:3/move", R"({"register":"till2"})").status, 200);
     EXPECT_EQ(missing("admin").size(), 0);
-    EXPECT_EQ(asAdmin("GET", "/v1/documents?register=till9").status, 404);
+    EXPECT_EQ(as("admin", "GET", "/v1/documents?register=till9").status, 404);
 }
 
 TEST_F(DocumentsTest, TakesBackWhatWasSoldAndNoMore)

@@ -1,25 +1,15 @@
 // What services that share a database know of each other's documents and registers.
 
 #include "apirig.h"
+#include "becomes.h"
 #include "peers/peers.h"
 #include "postgres/postgresstore.h"
 #include "sale/postgresserver.h"
-
-#include <QCoreApplication>
-#include <QDeadlineTimer>
 
 using namespace frserver;
 using sale::DocumentState;
 
 namespace {
-
-bool until(const std::function<bool()>& isSo)
-{
-    QDeadlineTimer patience(20'000);
-    while (!isSo() && !patience.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
-    return isSo();
-}
 
 /// A service with a register of its own.
 struct Desk
@@ -74,18 +64,18 @@ TEST_F(PeersTest, WhoeverWaitsElsewhereIsAnsweredAtOnceOrWithTheNextLook)
     Desk one("till1");
     Desk two("till2");
     one.accept("document:1");
-    ASSERT_TRUE(until([&] { return two.queued("till1") == 1; })) << "it was said";
+    ASSERT_TRUE(becomes([&] { return two.queued("till1") == 1; })) << "it was said";
     const auto first = two.api.waiters().wait("document:1", std::chrono::seconds(60));
     one.issue("document:1", 8);
     one.api.documentChanged("document:1");
-    ASSERT_TRUE(until([&] { return first->response().has_value(); }));
+    ASSERT_TRUE(becomes([&] { return first->response().has_value(); }));
     EXPECT_EQ(first->response()->status, 201);
     EXPECT_EQ(two.queued("till1"), 0);
     EXPECT_EQ(two.api.openDocuments().endings().size(), 1);
     // A register of its own is woken by what another service takes in for it.
     one.till.told.clear();
     two.api.accepted(two.store.accept({"document:2", "sell", "{}", "till1"}));
-    ASSERT_TRUE(until([&] { return one.till.told.contains("wake"); }));
+    ASSERT_TRUE(becomes([&] { return one.till.told.contains("wake"); }));
     EXPECT_EQ(one.queued("till1"), 1);
     // What is not heard, with the connection or with a killed service, is found.
     const auto second = two.api.waiters().wait("document:2", std::chrono::seconds(60));
@@ -94,14 +84,14 @@ TEST_F(PeersTest, WhoeverWaitsElsewhereIsAnsweredAtOnceOrWithTheNextLook)
     sql("SELECT count(pg_terminate_backend(pid)) FROM pg_stat_activity "
         "WHERE application_name = 'frspf' AND pid <> pg_backend_pid()");
     two.peers.look();
-    ASSERT_TRUE(until([&] { return second->response().has_value(); }));
+    ASSERT_TRUE(becomes([&] { return second->response().has_value(); }));
     EXPECT_EQ(second->response()->status, 201);
     EXPECT_EQ(two.queued("till1"), 1);
     // And the new connection hears again.
     two.peers.look();
     one.api.documentChanged("document:3");
     one.accept("document:4");
-    EXPECT_TRUE(until([&] { return two.queued("till1") == 2; }));
+    EXPECT_TRUE(becomes([&] { return two.queued("till1") == 2; }));
 }
 
 TEST_F(PeersTest, RegisterOfAnotherServiceIsSeenAndObeys)
@@ -110,11 +100,18 @@ TEST_F(PeersTest, RegisterOfAnotherServiceIsSeenAndObeys)
     Desk two("till2");
     EXPECT_EQ(two.view("till1").value("state"), "ready") << "from the start";
     EXPECT_EQ(two.view("till1").value("service"), "till1:8403");
-    ASSERT_TRUE(until([&] { return one.view("till2").value("service") == "till2:8403"; }));
+    ASSERT_TRUE(becomes([&] { return one.view("till2").value("service") == "till2:8403"; }));
+    // What waits in a pool is told as any register of it would make it, also where this service has none.
+    FakePool shop({"shop"});
+    two.api.add(shop);
+    sale::DocumentRequest pooled{"document:9", "cashIn", cashIn, {}};
+    pooled.pool = "shop";
+    two.store.accept(pooled);
+    EXPECT_EQ(two.ask("GET", "/v1/documents/document:9").json().value("total"), 100.5);
     one.till.state = "waiting";
     one.till.waiting = "paper";
     one.api.registerChanged("till1");
-    ASSERT_TRUE(until([&] { return two.view("till1").value("waiting") == "paper"; }));
+    ASSERT_TRUE(becomes([&] { return two.view("till1").value("waiting") == "paper"; }));
     // Each order once, in the end by the register itself.
     const auto pausing = two.ask("POST", "/v1/registers/till1/pause", R"({"by":"anna"})");
     ASSERT_TRUE(pausing.pending);
@@ -123,7 +120,7 @@ TEST_F(PeersTest, RegisterOfAnotherServiceIsSeenAndObeys)
     two.api.till("till1")->settle("document:1");
     two.api.till("till1")->setAwaited("document:1", true);
     const QStringList ordered{"pause by anna", "anna accepts: seen", "resume by anna", "settle document:1"};
-    ASSERT_TRUE(until([&] { return one.till.told.contains("settle document:1"); }));
+    ASSERT_TRUE(becomes([&] { return one.till.told.contains("settle document:1"); }));
     EXPECT_TRUE(one.till.told.removeOne("document:1 awaited"));
     EXPECT_EQ(one.till.told, ordered);
     EXPECT_TRUE(two.till.told.isEmpty());
@@ -131,7 +128,7 @@ TEST_F(PeersTest, RegisterOfAnotherServiceIsSeenAndObeys)
     EXPECT_EQ(one.till.told, ordered);
     one.till.state = "paused";
     one.api.registerChanged("till1");
-    ASSERT_TRUE(until([&] { return pausing.pending->response().has_value(); }));
+    ASSERT_TRUE(becomes([&] { return pausing.pending->response().has_value(); }));
     EXPECT_EQ(pausing.later().status, 200);
     // Whoever waited for it may be gone.
     one.accept("document:1");
@@ -154,7 +151,7 @@ TEST_F(PeersTest, RegisterOfADeadServiceIsUnreachableAndWhatItBegunAPersonsCase)
         one->store.begin(id, {{{"drive", "9999"}, {"lastDocument", 7}}});
         one->api.documentChanged(id);
     }
-    ASSERT_TRUE(until([&] { return two.api.openDocuments().count("till1", DocumentState::Running) == 2; }));
+    ASSERT_TRUE(becomes([&] { return two.api.openDocuments().count("till1", DocumentState::Running) == 2; }));
     const QByteArray word = R"({"state":"issued","documentNumber":8})";
     EXPECT_EQ(two.ask("POST", "/v1/documents/document:1/resolve", word).status, 409) << "it may go on";
     // As if it were killed, a minute ago.
@@ -177,7 +174,7 @@ TEST_F(PeersTest, RegisterOfADeadServiceIsUnreachableAndWhatItBegunAPersonsCase)
     two.peers.look();
     EXPECT_EQ(two.view("till1").value("state"), "ready");
     one.reset();
-    EXPECT_TRUE(until([&] { return two.view("till1").value("state") == "unreachable"; })) << "at once";
+    EXPECT_TRUE(becomes([&] { return two.view("till1").value("state") == "unreachable"; })) << "at once";
 }
 
 TEST_F(PeersTest, RegisterOfTwoServicesIsShownAsItsOwnerTells)
@@ -189,7 +186,7 @@ TEST_F(PeersTest, RegisterOfTwoServicesIsShownAsItsOwnerTells)
     Desk two("till2", &spare);
     EXPECT_EQ(two.view("till1").value("state"), "ready");
     EXPECT_EQ(two.ask("POST", "/v1/registers/till1/resume", "{}").status, 202);
-    ASSERT_TRUE(until([&] { return !one.till.told.isEmpty(); }));
+    ASSERT_TRUE(becomes([&] { return !one.till.told.isEmpty(); }));
     EXPECT_TRUE(spare.told.isEmpty());
     // It changes hands.
     one.till.isOwner = false;
@@ -198,7 +195,7 @@ TEST_F(PeersTest, RegisterOfTwoServicesIsShownAsItsOwnerTells)
     spare.state = "making";
     one.api.registerChanged("till1");
     two.api.registerChanged("till1");
-    ASSERT_TRUE(until([&] { return one.view("till1").value("state") == "making"; }));
+    ASSERT_TRUE(becomes([&] { return one.view("till1").value("state") == "making"; }));
     EXPECT_EQ(one.view("till1").value("service"), "till2:8403");
     EXPECT_EQ(two.ask("POST", "/v1/registers/till1/resume", "{}").status, 200);
 }

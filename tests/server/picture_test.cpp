@@ -1,3 +1,4 @@
+#include "becomes.h"
 #include "drawscript.h"
 #include "program/pictureprocesses.h"
 

@@ -136,17 +136,11 @@ TEST_F(PoolsTest, TokenIsForAPoolAsForARegister)
 {
     postTo("document:0");
     api.setTokens(true,
-        {{"web", "sell", {"pool:shop"}, http::Tokens::hashOf("web")},
-            {"looker", "read", {"pool:shop"}, http::Tokens::hashOf("looker")},
-            {"till", "sell", {"till1"}, http::Tokens::hashOf("till")}});
-    const auto as = [&](const QByteArray& token, const QByteArray& method, const QByteArray& target,
-                        const QByteArray& body = {}) {
-        return ask(method, target, body,
-            {{"Authorization", "Bearer " + token}, {"Idempotency-Key", "document:" + token}});
-    };
-    EXPECT_EQ(as("web", "POST", "/v1/pools/shop/documents", sale()).status, 202);
-    EXPECT_EQ(as("web", "POST", "/v1/registers/till1/documents", sale()).status, 403);
-    EXPECT_EQ(as("till", "POST", "/v1/pools/shop/documents", sale()).status, 403);
+        {token("web", "sell", {"pool:shop"}), token("looker", "read", {"pool:shop"}),
+            token("till", "sell", {"till1"})});
+    EXPECT_EQ(post("document:web", sale(), {}, "shop", "web").status, 202);
+    EXPECT_EQ(post("document:web", sale(), {}, "till1", "web").status, 403);
+    EXPECT_EQ(post("document:till", sale(), {}, "shop", "till").status, 403);
     EXPECT_EQ(as("till", "POST", "/v1/documents/document:web/move", R"({"register":"till1"})").status, 404);
     EXPECT_EQ(as("web", "POST", "/v1/documents/document:web/move", R"({"register":"till1"})").status, 403);
     claim("document:web", "till1");

@@ -139,6 +139,14 @@ class Register(Program):
     def ask(self, method, path, body=None):
         return self.panel.ask(method, "/v1" + path, body).body
 
+    @contextlib.contextmanager
+    def meets(self, command="FinishDocument", mode="busy:3", **which):
+        """What is done inside leads to that fault at that command; afterwards it is there."""
+        self.ask("PUT", "/faults", {"rules": [{"mode": mode, "command": command, **(which or {"nth": 1})}]})
+        begin = self.ask("GET", "/state")["lastEvent"]
+        yield
+        self.ask("GET", f"/wait?event=exchange&command={command}&timeout=60&after={begin}")
+
     def receipts(self):
         return [one["total"] for one in self.ask("GET", "/documents")["documents"] if one["word"] == "sell"]
 
@@ -198,6 +206,17 @@ class Service(Program):
     def command(self, *arguments):
         return subprocess.run([os.environ["FRSERVER"], "--config", str(self.config), *arguments],
                               capture_output=True, text=True, check=False, timeout=PATIENCE)
+
+
+def at_once(works):
+    """What each of them gives, as they come to their ends."""
+    answers = []
+    threads = [threading.Thread(target=lambda work=work: answers.append(work())) for work in works]
+    for thread in threads:
+        thread.start()
+    for thread in threads:
+        thread.join()
+    return answers
 
 
 def receipt(name="sale"):

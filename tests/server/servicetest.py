@@ -45,12 +45,9 @@ class ServiceTest(unittest.TestCase):
 
     def begin_printing(self, *documents, **which):
         """The register is at the end of the first receipt, and keeps what became of it to itself for a moment."""
-        rule = {"mode": "busy:3", "command": "FinishDocument", **(which or {"nth": 1})}
-        self.register.ask("PUT", "/faults", {"rules": [rule]})
-        begin = self.register.ask("GET", "/state")["lastEvent"]
-        for document in documents:
-            self.assertEqual(202, self.service.post(SALE, id=document, wait=0).status)
-        self.register.ask("GET", f"/wait?event=exchange&command=FinishDocument&timeout=60&after={begin}")
+        with self.register.meets(**which):
+            for document in documents:
+                self.assertEqual(202, self.service.post(SALE, id=document, wait=0).status)
 
     def put_back(self, copy):
         """The journal is what it was when it was copied; no service is at work."""

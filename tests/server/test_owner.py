@@ -5,13 +5,11 @@ import os
 import signal
 import subprocess
 import sys
-import time
 import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
 # pylint: disable=wrong-import-position
-from service import PATIENCE, Register  # noqa: E402
 from servicetest import SALE, TOTAL  # noqa: E402
 from sharedstore import SharedStoreTest  # noqa: E402
 
@@ -28,10 +26,9 @@ class OwnerTest(SharedStoreTest):
 
     def setUp(self):
         super().setUp()
-        self.register = Register()
-        self.addCleanup(self.register.stop)
+        self.register = self.add_register("till1")
         self.one, self.two = (self.prepare(name) for name in ("one", "two"))
-        self.assertEqual(0, self.one.command("migrate").returncode)
+        self.migrate(self.one)
 
     def prepare(self, name):
         service = self.serve_registers(name, {"till1": self.register.line})
@@ -53,22 +50,12 @@ class OwnerTest(SharedStoreTest):
     def till(service):
         return service.ask("GET", "/v1/registers/till1").body
 
-    def poll(self, look, wanted):
-        """Until the service says so."""
-        deadline = time.monotonic() + PATIENCE
-        while (told := look()) != wanted and time.monotonic() < deadline:
-            pass
-        self.assertEqual(wanted, told)
-
     def until(self, service, state):
-        if state == "standby":
-            # It shows what the owner tells, or that it knows of one.
-            owner = lambda: (self.till(service)["owner"] or {}).get("process")  # noqa: E731
-            return self.poll(lambda: owner() not in (None, service.process.pid), True)
-        return self.poll(lambda: self.till(service)["state"], state)
-
-    def assert_issued(self, answer):
-        self.assertEqual((201, "issued"), (answer.status, answer["state"]), answer)
+        if state != "standby":
+            return super().until(service, "till1", state=state)
+        # It shows what the owner tells, or that it knows of one.
+        owner = lambda: (self.till(service)["owner"] or {}).get("process")  # noqa: E731
+        return self.becomes(lambda: owner() not in (None, service.process.pid), True)
 
     def signal_one(self, which):
         """The service and all that it has started."""
@@ -76,10 +63,8 @@ class OwnerTest(SharedStoreTest):
 
     def freeze_one_before(self, command):
         """In the middle of the document: the register has not got that command, and would get it again."""
-        self.register.ask("PUT", "/faults", {"rules": [{"mode": "silence", "command": command, "nth": 1}]})
-        begin = self.register.ask("GET", "/state")["lastEvent"]
-        self.assertEqual(202, self.one.post(SALE, id=DOCUMENT, wait=0).status)
-        self.register.ask("GET", f"/wait?event=exchange&command={command}&timeout=60&after={begin}")
+        with self.register.meets(command, "silence"):
+            self.assertEqual(202, self.one.post(SALE, id=DOCUMENT, wait=0).status)
         self.signal_one(signal.SIGSTOP)
         self.register.ask("PUT", "/faults", {"rules": []})
 
@@ -94,23 +79,24 @@ class OwnerTest(SharedStoreTest):
 
 
 class OneMachine(OwnerTest):
+    def take_over_before(self, command):
+        self.start_one()
+        self.start_two()
+        self.assertEqual(self.one.process.pid, self.till(self.two)["owner"]["process"])
+        former, = self.one.workers()
+        self.freeze_one_before(command)
+        self.until(self.two, "ready")
+        self.assertEqual("Z", Path(f"/proc/{former}/stat").read_text(encoding="ascii").rpartition(")")[2].split()[0])
+        self.assertEqual("notIssued", self.two.ask("GET", f"/v1/documents/{DOCUMENT}")["state"])
+        self.let_one_go_on()
+        self.assertEqual([], self.register.receipts())
+        self.sell_again()
+
     def test_a_frozen_owner_has_ended_before_the_next_one_opens_the_line(self):
-        for command in ("OpenDocument", "FinishDocument"):
-            with self.subTest(command):
-                if command != "OpenDocument":
-                    self.doCleanups()
-                    self.setUp()
-                self.start_one()
-                self.start_two()
-                self.assertEqual(self.one.process.pid, self.till(self.two)["owner"]["process"])
-                former, = self.one.workers()
-                self.freeze_one_before(command)
-                self.until(self.two, "ready")
-                self.assertEqual("Z", Path(f"/proc/{former}/stat").read_text(encoding="ascii").rpartition(")")[2].split()[0])
-                self.assertEqual("notIssued", self.two.ask("GET", f"/v1/documents/{DOCUMENT}")["state"])
-                self.let_one_go_on()
-                self.assertEqual([], self.register.receipts())
-                self.sell_again()
+        self.take_over_before("OpenDocument")
+
+    def test_the_same_at_the_end_of_a_document(self):
+        self.take_over_before("FinishDocument")
 
     def test_a_register_that_is_left_is_taken_at_once(self):
         self.one.edit("lease = 3", "lease = 600")
@@ -138,19 +124,23 @@ class OtherMachine(OwnerTest):
         super().setUp()
         self.two.through = MACHINE
 
-    def test_what_a_frozen_owner_may_still_send_is_unknown(self):
+    def take_over_from_frozen(self, state):
+        """And what the sale that it was at is told to be."""
         self.start_one()
         self.start_two()
         self.freeze_one_before("FinishDocument")
         self.until(self.two, "ready")
-        self.assertEqual("unknown", self.two.ask("GET", f"/v1/documents/{DOCUMENT}")["state"])
+        self.assertEqual(state, self.two.ask("GET", f"/v1/documents/{DOCUMENT}")["state"])
+
+    def test_what_a_frozen_owner_may_still_send_is_unknown(self):
+        self.take_over_from_frozen("unknown")
         # It is nobody else's to sell, and nothing else waits for it.
         self.assertEqual("unknown", self.two.post(SALE, id=DOCUMENT)["state"])
         self.assert_issued(self.two.post({"type": "xReport"}, id="rack:till1:2"))
         self.let_one_go_on()
         self.assertEqual([], self.register.receipts())
         # Its worker has ended, and the register may be believed.
-        self.poll(lambda: self.two.post(SALE, id=DOCUMENT)["state"], "issued")
+        self.becomes(lambda: self.two.post(SALE, id=DOCUMENT)["state"], "issued")
         self.assertEqual([TOTAL], self.register.receipts())
 
 
@@ -160,11 +150,7 @@ class DroppedConnection(OtherMachine):
     EXCLUSIVE = "yes"
 
     def test_what_a_frozen_owner_may_still_send_is_unknown(self):
-        self.start_one()
-        self.start_two()
-        self.freeze_one_before("FinishDocument")
-        self.until(self.two, "ready")
-        self.assertEqual("notIssued", self.two.ask("GET", f"/v1/documents/{DOCUMENT}")["state"])
+        self.take_over_from_frozen("notIssued")
         self.let_one_go_on()
         self.assertEqual([], self.register.receipts())
         self.sell_again()

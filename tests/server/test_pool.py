@@ -1,45 +1,30 @@
 #!/usr/bin/python3
 """Two registers that share what is posted to their pool."""
 
-import shutil
 import signal
 import sys
-import tempfile
-import threading
 import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
 # pylint: disable=wrong-import-position
-from database import Database  # noqa: E402
-from service import PATIENCE, Register, Service  # noqa: E402
+from service import PATIENCE, at_once  # noqa: E402
 from servicetest import SALE  # noqa: E402
+from sharedstore import SharedStoreTest  # noqa: E402
 
 ELECTRONIC = {**SALE, "electronically": True, "clientInfo": {"emailOrPhone": "buyer@example.com"}}
 PLACE = "/v1/pools/webshop/documents"
 
 
-class Pool(unittest.TestCase):
+class Pool(SharedStoreTest):
     def setUp(self):
-        self.folder = Path(tempfile.mkdtemp())
-        self.addCleanup(shutil.rmtree, self.folder)
-        self.registers = {}
-        for name in ("till1", "till2"):
-            self.registers[name] = Register()
-            self.addCleanup(self.registers[name].stop)
+        super().setUp()
+        self.lines = {name: self.add_register(name).line for name in ("till1", "till2")}
 
-    def configured(self, *names, keys=""):
-        folder = self.folder / "-".join(names)
-        folder.mkdir()
-        service = Service.__new__(Service)
-        service.configure(folder, {name: self.registers[name].line for name in names})
+    def start_pool(self, service, names, keys=""):
         with service.config.open("a", encoding="utf-8") as file:
             file.write(f"{keys}\n[pool webshop]\nregisters = {', '.join(names)}\ntax-systems = osn\n")
-        return service
-
-    def start(self, service):
-        service.start()
-        self.addCleanup(service.stop)
+        self.start(service)
 
     @staticmethod
     def post(service, name, body=None, wait=PATIENCE - 15):
@@ -50,19 +35,13 @@ class Pool(unittest.TestCase):
         return {name: len(register.receipts()) for name, register in self.registers.items()}
 
     def test_one_goes_on_when_the_other_has_no_paper(self):
+        service = self.configured("service", self.lines)
         # The section that is open in the file is that of till2.
-        service = self.configured("till1", "till2", keys="paperless = yes")
-        self.start(service)
+        self.start_pool(service, self.lines, "paperless = yes")
         for name in ("till1", "till2"):
             self.assertEqual(201, service.post(SALE, name, id=f"shop:{name}").status)
         self.registers["till2"].ask("PUT", "/paper", {"state": "out"})
-        answers = []
-        clients = [threading.Thread(target=lambda one=one: answers.append(self.post(service, f"shop:paper:{one}")))
-                   for one in range(6)]
-        for client in clients:
-            client.start()
-        for client in clients:
-            client.join()
+        answers = at_once(lambda one=one: self.post(service, f"shop:paper:{one}") for one in range(6))
         self.assertEqual([(201, "issued", "till1")] * 6,
                          [(answer.status, answer["state"], answer["register"]) for answer in answers], answers)
         self.assertEqual({"till1": 7, "till2": 1}, self.sold())
@@ -81,24 +60,13 @@ class Pool(unittest.TestCase):
                                           service.ask("GET", "/v1/documents/shop:waiting")["register"]))
         self.assertEqual({"till1": 7, "till2": 3}, self.sold())
 
-    def ready(self, service, name):
-        with service.client.events() as events:
-            if service.ask("GET", f"/v1/registers/{name}")["state"] != "ready":
-                events.until("register", register=name, state="ready")
-
     def test_pool_of_two_machines(self):
-        database = Database()
-        self.addCleanup(database.close)
-        services = [self.configured(name) for name in self.registers]
-        for service in services:
-            service.edit(f"journal = {service.folder}/journal.sqlite\n", "")
-            service.edit("[service]", f"[store]\nurl = {database.url}\n\n[service]")
-        self.assertEqual(0, services[0].command("migrate").returncode)
-        for service, name in zip(services, self.registers):
-            self.start(service)
-            self.ready(service, name)
+        one, two = (self.serve_registers(name, {name: line}) for name, line in self.lines.items())
+        self.migrate(one)
+        for name, service in self.services.items():
+            self.start_pool(service, [name])
+            self.until(service, name, state="ready")
         # Any machine takes a document, and any machine's register makes it.
-        one, two = services
         self.assertEqual(200, one.ask("POST", "/v1/registers/till1/pause", {}).status)
         names = [f"shop:rack:{number}" for number in range(6)]
         for name in names:

@@ -1,10 +1,8 @@
 #!/usr/bin/python3
 """An older state of the database of many machines is put back, and the registers know more than it does."""
 
-import os
 import shutil
 import signal
-import subprocess
 import sys
 import tempfile
 import time
@@ -14,8 +12,9 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).parent))
 # pylint: disable=wrong-import-position
 from database import Database  # noqa: E402
-from service import PATIENCE, Register, Service  # noqa: E402
+from service import PATIENCE  # noqa: E402
 from servicetest import SALE  # noqa: E402
+from sharedstore import SharedStoreTest  # noqa: E402
 
 
 class ArchivedDatabase(Database):
@@ -30,27 +29,18 @@ class ArchivedDatabase(Database):
         super().close()
         shutil.rmtree(self.archive)
 
-    def must(self, program, *arguments):
-        status = self.run(program, *arguments).wait(PATIENCE)
-        assert status == 0, (program, arguments, status)
-
-    def asked(self, question):
-        return subprocess.run([f"{self.programs}/psql", "-h", self.folder, "-U", "postgres", "-Atqc", question], check=False,
-                              capture_output=True, text=True, timeout=PATIENCE)
-
-    def ask(self, question):
-        done = self.asked(question)
-        assert done.returncode == 0, done.stderr
-        return done.stdout.strip()
-
     def copy(self):
-        self.must("pg_basebackup", "-h", self.folder, "-U", "postgres", "-D", f"{self.folder}/base", "--checkpoint=fast", "--no-sync")
+        copying = self.run("pg_basebackup", "-h", self.folder, "-U", "postgres", "-D", f"{self.folder}/base",
+                           "--checkpoint=fast", "--no-sync")
+        assert copying.wait(PATIENCE) == 0
+
+    def now(self):
+        return self.ask("SELECT clock_timestamp()::text AS now")[0]["now"]
 
     def put_back(self, moment):
         """The database as it was at that time."""
         # As systemctl does: all is archived then.
-        self.server.send_signal(signal.SIGINT)
-        self.server.wait(PATIENCE)
+        self.stop(signal.SIGINT)
         shutil.rmtree(f"{self.folder}/data")
         shutil.move(f"{self.folder}/base", f"{self.folder}/data")
         with open(f"{self.folder}/data/postgresql.auto.conf", "a", encoding="utf-8") as settings:
@@ -58,33 +48,25 @@ class ArchivedDatabase(Database):
                            "recovery_target_action = promote\n")
         Path(f"{self.folder}/data/recovery.signal").touch()
         self.start()
+        self.wait()
         deadline = time.monotonic() + PATIENCE
-        while self.asked("SELECT pg_is_in_recovery()").stdout.strip() != "f":
+        while self.ask("SELECT pg_is_in_recovery() AS isso")[0]["isso"]:
             assert time.monotonic() < deadline
 
 
-class Restore(unittest.TestCase):
-    def setUp(self):
-        self.database = ArchivedDatabase()
-        self.addCleanup(self.database.close)
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.registers = {name: Register() for name in ("hex", "xml")}
-        self.services = {}
-        for name, register in self.registers.items():
-            self.addCleanup(register.stop)
-            service = self.services[name] = Service.__new__(Service)
-            (Path(folder.name) / name).mkdir()
-            service.configure(Path(folder.name) / name, {name: register.line}, name.upper())
-            service.edit(f"journal = {service.folder}/journal.sqlite\n", "")
-            service.edit("[service]", f"[store]\nurl = {self.database.url}\n\n[service]")
-        self.assertEqual(0, self.services["hex"].command("migrate").returncode)
-        self.start()
+class Restore(SharedStoreTest):
+    DATABASE = ArchivedDatabase
 
-    def start(self):
+    def setUp(self):
+        super().setUp()
+        for name in ("hex", "xml"):
+            self.serve(name, name.upper())
+        self.migrate(self.services["hex"])
+        self.start_all()
+
+    def start_all(self):
         for service in self.services.values():
-            service.start()
-            self.addCleanup(service.stop)
+            self.start(service)
 
     def sell(self, number):
         for name, service in self.services.items():
@@ -94,28 +76,19 @@ class Restore(unittest.TestCase):
     def register(self, name):
         return self.services[name].ask("GET", f"/v1/registers/{name}")
 
-    def wait_for(self, name, **what):
-        with self.services[name].client.events() as events:
-            view = self.register(name)
-            if any(view[member] != one for member, one in what.items()):
-                events.until("register", register=name, **what)
-
     def begin(self, number):
         """A document that is under way (HEX), or waits (XML), for as long as the caller likes."""
-        rule = {"mode": "busy:2", "command": "FinishDocument", "nth": 1}
-        self.registers["hex"].ask("PUT", "/faults", {"rules": [rule]})
-        last = self.registers["hex"].ask("GET", "/state")["lastEvent"]
         self.services["xml"].ask("POST", "/v1/registers/xml/pause")
-        for name, service in self.services.items():
-            self.assertEqual(202, service.post(SALE, name, wait=0, id=f"rack:{name}:{number}").status)
-        self.registers["hex"].ask("GET", f"/wait?event=exchange&command=FinishDocument&timeout=60&after={last}")
+        with self.registers["hex"].meets(mode="busy:2"):
+            for name, service in self.services.items():
+                self.assertEqual(202, service.post(SALE, name, wait=0, id=f"rack:{name}:{number}").status)
 
     def test_registers_that_know_later_documents(self):
         self.sell(1)
         self.database.copy()
         self.sell(2)
         self.begin(3)
-        moment = self.database.ask("SELECT clock_timestamp()")
+        moment = self.database.now()
         self.services["xml"].ask("POST", "/v1/registers/xml/resume")
         self.sell(3)
         self.sell(4)
@@ -125,13 +98,13 @@ class Restore(unittest.TestCase):
         self.database.put_back(moment)
         restored = self.services["hex"].command("restored")
         self.assertEqual((0, ["rack:hex:3", "rack:xml:3"]), (restored.returncode, sorted(restored.stdout.split())), restored)
-        self.start()
+        self.start_all()
         # It was paused at that time.
         self.services["xml"].ask("POST", "/v1/registers/xml/resume")
         for name, service in self.services.items():
             with self.subTest(name):
                 # Before anybody wants to sell.
-                self.wait_for(name, waiting="needsReview")
+                self.until(service, name, waiting="needsReview")
                 self.assertIn("documents 5 to 6 of fiscal drive", self.register(name)["waitingText"])
                 for number, state in ((1, "issued"), (2, "issued"), (3, "unknown"), (4, None)):
                     self.assertEqual(state, service.ask("GET", f"/v1/documents/rack:{name}:{number}").body.get("state"))

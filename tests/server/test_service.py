@@ -5,13 +5,12 @@ import json
 import os
 import signal
 import sys
-import threading
 import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
 # pylint: disable=wrong-import-position
-from service import frctl, receipt  # noqa: E402
+from service import at_once, frctl, receipt  # noqa: E402
 from servicetest import SALE, TOTAL, ServiceTest  # noqa: E402
 
 
@@ -45,12 +44,7 @@ class Sales(ServiceTest):
         self.assertEqual(self.PROTOCOL == "HEX", report["dateTime"] is not None, report)
 
     def test_two_at_once_are_one_document(self):
-        answers = []
-        clients = [threading.Thread(target=lambda: answers.append(self.service.post(SALE, id="sale:0002"))) for _ in range(8)]
-        for client in clients:
-            client.start()
-        for client in clients:
-            client.join()
+        answers = at_once([lambda: self.service.post(SALE, id="sale:0002")] * 8)
         self.assertEqual({"issued"}, {answer["state"] for answer in answers}, answers)
         self.assertEqual([TOTAL], self.register.receipts())
 

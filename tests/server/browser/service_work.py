@@ -254,11 +254,18 @@ class Persons(ServicePageTest):
         del self.register.lines[1:]
         self.service = Service(self.register, self.service.port)
         self.becomes(lambda: self.text("#attention"), "documents that wait for it: 1")
+        self.works()
+        self.connected()
+        self.page.execute_script("new MutationObserver(() => document.body.dataset.lost = 1)"
+                                 ".observe(document.querySelector('#connection'), { attributes: true })")
+        self.click("[data-register=till1] [data-do=hold]")
+        self.becomes(self.till, "paused")
         self.click("[data-id='shop:0001'] button")
         self.becomes(lambda: self.text("#document"), "there is no such register any more")
         self.click("#document [data-do=withdraw]")
         self.becomes(lambda: self.row("shop:0001"), "withdrawn")
         self.becomes(lambda: str(len(self.find_all("[data-missing]"))), "0")
+        self.assertEqual([], self.find_all("[data-lost]"), "events were followed all the time")
 
     def test_moved_to_another_register(self):
         self.works()

@@ -101,9 +101,7 @@ TEST_F(AgentTest, HurriesForWhomeverWaitsForPaperButNotForALine)
 
 TEST_F(AgentTest, StopsBehindADocumentThatThePaperEndedOn)
 {
-    startAgent();
-    queue("sale:0001");
-    queue("sale:0002");
+    startWith({"sale:0001", "sale:0002"});
     begin("sale:0001");
     end("sale:0001", DocumentState::Issued);
     worker->answer({{"state", "issued"}, {"kind", "paper"}});
@@ -144,9 +142,7 @@ TEST_F(AgentTest, TellsThatTheDriveEnds)
 
 TEST_F(AgentTest, SettlesBeforeAnythingElseWhenTheLineWasLost)
 {
-    startAgent();
-    queue("sale:0001");
-    queue("sale:0002");
+    startWith({"sale:0001", "sale:0002"});
     begin("sale:0001");
     worker->answer({{"state", "running"}, {"kind", "line"}});
     end("sale:0001", DocumentState::Unknown);
@@ -174,17 +170,14 @@ TEST_F(AgentTest, IsKilledWhenItHasSaidNothingForTooLong)
     EXPECT_EQ(worker->starts, 1);
     pass(1);
     EXPECT_EQ(worker->starts, 2);
-    worker->answer({});
-    open();
+    reach();
     issue();
     EXPECT_TRUE(agent->view().value("waiting").isNull());
 }
 
 TEST_F(AgentTest, WantsAPersonsWordForANewDrive)
 {
-    makeAgent();
-    agent->start();
-    worker->answer({});
+    startWorker();
     queue("sale:0001");
     worker->fail("newDrive");
     EXPECT_EQ(text("waiting"), "newDrive");
@@ -192,8 +185,7 @@ TEST_F(AgentTest, WantsAPersonsWordForANewDrive)
     ASSERT_EQ(worker->at(), "accept");
     EXPECT_EQ(worker->last.value("by"), "Петров");
     EXPECT_EQ(worker->last.value("note"), "the drive was changed");
-    worker->answer({});
-    open();
+    reach();
     EXPECT_EQ(worker->at(), "make sale:0001");
     // A word that was not taken is not given again.
     issue();

@@ -3,30 +3,12 @@
 #include "rack/keptstates.h"
 #include "rack/registeragent.h"
 #include "scriptedworker.h"
-
-#include "journalerror.h"
-#include "sqlitestore.h"
+#include "server/failingstore.h"
 
 #include <QJsonArray>
 #include <QTemporaryDir>
 
 #include <memory>
-
-/// A journal that may fail.
-class BrittleStore : public sale::SqliteStore
-{
-public:
-    using SqliteStore::SqliteStore;
-
-    QList<sale::StoredDocument> find(const sale::DocumentQuery& query) const override
-    {
-        if (isBroken)
-            throw sale::JournalError("the disk is full");
-        return SqliteStore::find(query);
-    }
-
-    bool isBroken = false;
-};
 
 /// The agent of a register over a journal, with a worker and a time that the test works by hand.
 class AgentTest : public testing::Test
@@ -51,10 +33,22 @@ protected:
     /// With a worker at work, and the register reached.
     void startAgent(bool isShiftOpen = true, const QDateTime& since = {})
     {
+        startWorker();
+        open(isShiftOpen, since);
+    }
+
+    void startWorker()
+    {
         makeAgent();
         agent->start();
         worker->answer({});
-        open(isShiftOpen, since);
+    }
+
+    /// The worker has started, and the register answers.
+    void reach()
+    {
+        worker->answer({});
+        open();
     }
 
     void open(bool isShiftOpen = true, const QDateTime& since = {}, const QStringList& settled = {})
@@ -76,6 +70,13 @@ protected:
     {
         store.accept({id, kind, R"({"a":1})", "till1"});
         agent->wake();
+    }
+
+    void startWith(const QStringList& ids)
+    {
+        startAgent();
+        for (const QString& id : ids)
+            queue(id);
     }
 
     void begin(const QString& id) { store.begin(id, {.markBefore = {{"drive", "9999"}}}); }
@@ -124,10 +125,12 @@ protected:
             kinds.append(alarm.toObject().value("kind").toString());
         return kinds;
     }
+    /// Of what the worker is at.
+    QString kind() const { return store.findId(worker->last.value("id").toString())->request.kind; }
     sale::DocumentState stateOf(const QString& id) const { return store.findId(id)->state; }
 
     QTemporaryDir folder;
-    BrittleStore store{folder.filePath("journal.sqlite")};
+    FailingStore store{folder.filePath("journal.sqlite")};
     frserver::KeptStates kept{store.fileName(), 1'000};
     frserver::RegisterSettings settings{.cashier = "Иванова", .timeZone = QTimeZone("Europe/Moscow")};
     std::shared_ptr<frserver::Ownership> ownership = std::make_shared<frserver::SoleOwnership>();

@@ -8,9 +8,7 @@ namespace {
 
 TEST_F(AgentTest, NeverMakesAgainWhatAWorkerDiedOf)
 {
-    startAgent();
-    queue("sale:0001");
-    queue("sale:0002");
+    startWith({"sale:0001", "sale:0002"});
     begin("sale:0001");
     worker->die();
     EXPECT_EQ(changed, QStringList{"sale:0001"});
@@ -83,9 +81,7 @@ TEST_F(AgentTest, RefusesADocumentThatFailsForeverAndGoesOnWithTheNext)
 
 TEST_F(AgentTest, GivesUpWhatTheRegisterCanNeverBeAskedAbout)
 {
-    startAgent();
-    queue("sale:0001");
-    queue("sale:0002");
+    startWith({"sale:0001", "sale:0002"});
     begin("sale:0001");
     worker->answer({{"state", "running"}, {"kind", "internal"}});
     const auto fail = [this](const QString& reason, int times) {

@@ -10,9 +10,7 @@ namespace {
 
 TEST_F(AgentTest, PausesBehindTheDocumentUnderWay)
 {
-    startAgent();
-    queue("sale:0001");
-    queue("sale:0002");
+    startWith({"sale:0001", "sale:0002"});
     agent->pause("Петров");
     EXPECT_EQ(text("state"), "pausing");
     issue();
@@ -29,8 +27,7 @@ TEST_F(AgentTest, PausesBehindTheDocumentUnderWay)
     pass(1'000'000);
     EXPECT_EQ(worker->starts, 1);
     agent->resume();
-    worker->answer({});
-    open();
+    reach();
     EXPECT_EQ(worker->at(), "make sale:0002");
 }
 
@@ -76,9 +73,7 @@ TEST_F(AgentTest, PausedLeavesThePortAlsoBehindAFailure)
 
 TEST_F(AgentTest, StopsBehindTheDocumentUnderWay)
 {
-    startAgent();
-    queue("sale:0001");
-    queue("sale:0002");
+    startWith({"sale:0001", "sale:0002"});
     agent->stop();
     issue();
     EXPECT_EQ(worker->at(), "close");
@@ -93,9 +88,7 @@ TEST_F(AgentTest, StopsBehindTheDocumentUnderWay)
 
 TEST_F(AgentTest, StopsWithoutWaitingForARegisterThatDoesNotAnswer)
 {
-    makeAgent();
-    agent->start();
-    worker->answer({});
+    startWorker();
     queue("sale:0001");
     ASSERT_EQ(worker->at(), "open");
     agent->stop();

@@ -37,8 +37,7 @@ TEST_F(OwnedTest, StandsByUntilTheRegisterIsItsOwn)
     EXPECT_EQ(changed, QStringList{"sale:0001"});
     hand->epoch = 7;
     agent->look();
-    worker->answer({});
-    open();
+    reach();
     EXPECT_EQ(worker->last.value("lease").toObject().value("epoch"), 7);
     issue();
     EXPECT_EQ(text("state"), "ready");
@@ -59,16 +58,14 @@ TEST_F(OwnedTest, WorkerIsKilledWhenTheLeaseIsOverWhateverItIsAt)
     for (int time = 0; time < 4; ++time) {
         hand->epoch = 2 + time;
         agent->look();
-        worker->answer({});
-        open();
+        reach();
         ASSERT_EQ(worker->at(), "make sale:0001");
         lose();
     }
     // One with nothing to do as well.
     hand->epoch = 9;
     agent->look();
-    worker->answer({});
-    open();
+    reach();
     issue();
     lose();
     EXPECT_FALSE(worker->isAlive);
@@ -100,8 +97,7 @@ TEST_F(OwnedTest, WorkerOfAFormerLeaseIsNotUsedForTheNextOne)
         EXPECT_EQ(agent->readiness(), frserver::RegisterAgent::Readiness::Nothing);
         ((*agent).*row.next)();
         EXPECT_EQ(worker->starts, starts + 1);
-        worker->answer({});
-        open();
+        reach();
         EXPECT_EQ(worker->last.value("lease").toObject().value("epoch"), hand->epoch);
         if (row.isMaking)
             issue();

@@ -68,6 +68,12 @@ protected:
             {"driveUntil", told.driveUntil}, {"driveWarnings", told.warnings}};
     }
 
+    void reach(int number)
+    {
+        open(*workers[number]);
+        settle();
+    }
+
     void start(const Told& first = {}, const Told& second = {})
     {
         make();
@@ -82,6 +88,13 @@ protected:
         request.isPaperless = isPaperless;
         store.accept(request);
         run();
+    }
+
+    void startWith(const QStringList& ids)
+    {
+        start();
+        for (const QString& id : ids)
+            queue(id);
     }
 
     void run()
@@ -112,9 +125,7 @@ protected:
     /// Its worker ends what it is at.
     void issue(int number)
     {
-        const QString id = workers[number]->last.value("id").toString();
-        store.begin(id, {{{"drive", "1"}}, {}, registers[number].name});
-        store.settle(id, store.findId(id)->attemptCount, {.state = DocumentState::Issued});
+        end(number, {.state = DocumentState::Issued});
         workers[number]->answer({{"state", "issued"}});
         settle();
     }
@@ -122,11 +133,15 @@ protected:
     /// It has begun it, and met no paper.
     void missPaper(int number)
     {
+        end(number, {.state = DocumentState::NotIssued, .waitsAgain = true});
+        hold(number, "paper");
+    }
+
+    void end(int number, const sale::DocumentEnding& ending)
+    {
         const QString id = workers[number]->last.value("id").toString();
         store.begin(id, {{{"drive", "1"}}, {}, registers[number].name});
-        store.settle(
-            id, store.findId(id)->attemptCount, {.state = DocumentState::NotIssued, .waitsAgain = true});
-        hold(number, "paper");
+        store.settle(id, store.findId(id)->attemptCount, ending);
     }
 
     void hold(int number, const QString& why)
@@ -214,10 +229,7 @@ TEST_F(PoolTest, TakesTheDriveThatLastsLongestFirst)
 
 TEST_F(PoolTest, WhatOneCannotMakeAnotherOneDoes)
 {
-    start();
-    queue("A");
-    queue("B");
-    queue("C");
+    startWith({"A", "B", "C"});
     missPaper(0);
     EXPECT_EQ(registerOf("A"), "") << "till2 is at B still";
     issue(1);
@@ -234,12 +246,10 @@ TEST_F(PoolTest, WhatOneCannotMakeAnotherOneDoes)
     workers[1]->die();
     settle();
     pass(2000);
-    open(*workers[0]);
-    settle();
+    reach(0);
     EXPECT_EQ(at(0), "make C");
     queue("D");
-    open(*workers[1]);
-    settle();
+    reach(1);
     EXPECT_EQ(at(1), "make D");
     store.begin("D", {{{"drive", "1"}}, {}, "till2"});
     workers[1]->die();
@@ -284,8 +294,7 @@ TEST_F(PoolTest, LeavesAPausedAndAShutRegisterAlone)
     // Claimed behind a document of its own, and paused then.
     workers[1]->answer({});
     rack->agents().at("till2")->resume();
-    open(*workers[1]);
-    settle();
+    reach(1);
     EXPECT_EQ(at(1), "make B");
     rack->agents().at("till2")->stop();
     hold(1, "paper");
@@ -316,10 +325,7 @@ TEST_F(PoolTest, DriveThatEndsAndOtherTaxesKeepARegisterOut)
 TEST_F(PoolTest, AwaitedOnesGoFirstAndDeadlyOnesAreRefused)
 {
     pool.registers = {"till1"};
-    start();
-    queue("A");
-    queue("B");
-    queue("C");
+    startWith({"A", "B", "C"});
     dispatch->setAwaited("shop", "gone", true);
     dispatch->setAwaited("shop", "C", true);
     issue(0);
@@ -331,8 +337,7 @@ TEST_F(PoolTest, AwaitedOnesGoFirstAndDeadlyOnesAreRefused)
         settle();
         EXPECT_EQ(registerOf("B"), "");
         pass(60'000);
-        open(*workers[0]);
-        settle();
+        reach(0);
     }
     EXPECT_EQ(store.findId("B")->reason, sale::StateReason::Refused);
 }

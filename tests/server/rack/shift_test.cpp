@@ -135,7 +135,7 @@ TEST_F(AgentTest, ClosesAShiftThatWasSeenOpenFirstByARunBefore)
     startAgent();
     EXPECT_EQ(worker->at(), "");
     pass(60'000);
-    EXPECT_EQ(store.findId(worker->last.value("id").toString())->request.kind, "zReport");
+    EXPECT_EQ(kind(), "zReport");
     issue();
     EXPECT_FALSE(kept.of("till1").contains("shiftSince"));
 }
@@ -188,14 +188,12 @@ TEST_F(AgentTest, ClosesAShiftThatTheRegisterFindsTooOld)
     queue("sale:0001");
     refuse("shiftExpired");
     condition(true);
-    EXPECT_EQ(store.findId(worker->last.value("id").toString())->request.kind, "zReport");
+    EXPECT_EQ(kind(), "zReport");
 }
 
 TEST_F(AgentTest, WaitsForTheReportWhereTheServiceMakesIt)
 {
-    startAgent();
-    queue("sale:0001");
-    queue("sale:0002");
+    startWith({"sale:0001", "sale:0002"});
     hold("shiftExpired");
     condition(true);
     EXPECT_EQ(text("waiting"), "shiftExpired");
@@ -212,8 +210,7 @@ TEST_F(AgentTest, WaitsForTheReportWhereTheServiceMakesIt)
     // Reached anew, by a journal that does not know how old it is.
     worker->die();
     pass(1'000);
-    worker->answer({});
-    open();
+    reach();
     ASSERT_EQ(worker->at(), "make " + report);
     issue();
     EXPECT_EQ(worker->at(), "make sale:0001");
@@ -244,7 +241,7 @@ TEST_F(AgentTest, TellsNothingOfAShiftThatTheRegisterDoesNotTell)
     tell({});
     // The last that was heard of it is that it was open.
     pass(30 * 60'000);
-    EXPECT_EQ(store.findId(worker->last.value("id").toString())->request.kind, "zReport");
+    EXPECT_EQ(kind(), "zReport");
     issue();
     EXPECT_EQ(shift().value("open"), false);
 }

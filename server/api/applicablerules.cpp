@@ -1,4 +1,4 @@
-#include "api/poolrules.h"
+#include "api/applicablerules.h"
 
 #include "api/api.h"
 #include "api/rights.h"
@@ -11,35 +11,38 @@ namespace frserver {
 
 namespace {
 
-using receipt::Finding;
-
-bool isSameFinding(const Finding& left, const Finding& right)
-{
-    return left.severity == right.severity && left.path == right.path && left.given == right.given
-        && left.reason == right.reason;
-}
-
 /// As its registers are known here; those that are not may be of either protocol.
 QList<Till::Settings> tillsOf(const Api& api, const Pool& pool)
 {
     QList<Till::Settings> tills;
-    const QStringList names = api.registersOf(pool);
+    const QStringList names = api.places().registersOf(pool);
     for (const QString& name : names) {
         if (const Till* const till = api.till(name))
             tills.append(till->settings());
     }
     if (tills.isEmpty()) {
         for (const receipt::Protocol protocol : {receipt::Protocol::Xml, receipt::Protocol::Hex})
-            tills.append(Till::Settings{.name = {}, .protocol = protocol, .hasCashier = true});
+            tills.append(anyRegister(protocol));
     }
     return tills;
 }
 
 } // namespace
 
-QList<PostingRules> poolRules(const Api& api, const http::Request& request, const Pool& pool)
+Till::Settings anyRegister(receipt::Protocol protocol)
+{
+    return {.name = {}, .protocol = protocol, .hasCashier = true};
+}
+
+PostingRules registerRules(const Api& api, const http::Request& request, const Till::Settings& till)
 {
     const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
+    return {till.protocol, now.toTimeZone(till.timeZone), till.startBefore, till.hasCashier,
+        rights::completion(api, request)};
+}
+
+QList<PostingRules> poolRules(const Api& api, const http::Request& request, const Pool& pool)
+{
     QList<PostingRules> all;
     const QList<Till::Settings> tills = tillsOf(api, pool);
     for (const Till::Settings& till : tills) {
@@ -49,8 +52,11 @@ QList<PostingRules> poolRules(const Api& api, const http::Request& request, cons
         };
         if (std::any_of(all.cbegin(), all.cend(), isLike))
             continue;
-        all.append({till.protocol, now.toTimeZone(till.timeZone), pool.settings().startBefore,
-            till.hasCashier, rights::completion(api, request), true, pool.settings().taxSystems});
+        PostingRules rules = registerRules(api, request, till);
+        rules.startBefore = pool.settings().startBefore;
+        rules.isForPool = true;
+        rules.taxSystems = pool.settings().taxSystems;
+        all.append(rules);
     }
     return all;
 }
@@ -59,11 +65,10 @@ PostedDocument documentForPool(const Api& api, const http::Request& request, con
 {
     const QList<PostingRules> all = poolRules(api, request, pool);
     PostedDocument posted = postedDocument(request, all.constFirst());
-    for (const PostingRules& rules : all) {
+    for (const PostingRules& rules : all.sliced(1)) {
         const PostedDocument other = postedDocument(request, rules);
-        for (const Finding& finding : other.findings) {
-            const auto isKnown = [&finding](const Finding& one) { return isSameFinding(one, finding); };
-            if (std::none_of(posted.findings.cbegin(), posted.findings.cend(), isKnown))
+        for (const receipt::Finding& finding : other.findings) {
+            if (!posted.findings.contains(finding))
                 posted.findings.append(finding);
         }
     }

@@ -1,0 +1,110 @@
+#include "api/api.h"
+
+#include "api/apilog.h"
+#include "api/documentview.h"
+#include "documentanswer.h"
+
+#include <QJsonArray>
+
+namespace frserver {
+
+namespace {
+
+constexpr std::chrono::seconds pausingWait(130);
+
+const QString pausedState = QStringLiteral("paused");
+
+/// Nobody else can work the register then.
+bool isAtWork(const QJsonObject& view)
+{
+    const QString state = view.value(QStringLiteral("state")).toString();
+    return state == QStringLiteral("ready") || state == QStringLiteral("making");
+}
+
+/// What changes by itself is no change.
+QJsonObject withoutAges(QJsonObject view)
+{
+    const QStringList members = view.keys();
+    for (const QString& member : members) {
+        if (member.endsWith(QStringLiteral("Age")) || member == QStringLiteral("age")
+            || member == QStringLiteral("exchanges"))
+            view.remove(member);
+    }
+    return view;
+}
+
+} // namespace
+
+QJsonObject Api::queueView(const QString& registerName) const
+{
+    using sale::DocumentState;
+    return {{QStringLiteral("queued"), m_open.count(registerName, DocumentState::Queued)},
+        {QStringLiteral("running"), m_open.count(registerName, DocumentState::Running)},
+        {QStringLiteral("unknown"), m_open.count(registerName, DocumentState::Unknown)},
+        {QStringLiteral("oldest"), sale::momentJson(m_open.oldestQueued(registerName))}};
+}
+
+QStringList Api::missingRegisters() const
+{
+    // What frctl makes beside the service never waits.
+    QStringList names = m_settings.isShared ? QStringList() : m_open.waitedFor();
+    names.removeIf([this](const QString& place) { return m_places.at(place) != nullptr; });
+    return names;
+}
+
+void Api::warnOfMissing() const
+{
+    for (const QString& name : missingRegisters())
+        qCWarning(apiLog).noquote()
+            << m_open.count(name, sale::DocumentState::Queued) << "documents wait for the register" << name
+            << "that the configuration does not have: withdraw them, move them, or put its section back";
+}
+
+QJsonObject Api::registerView(const Till& till) const
+{
+    const QString& name = till.settings().name;
+    QJsonObject view = till.view();
+    view.insert(QStringLiteral("name"), name);
+    view.insert(QStringLiteral("protocol"), receipt::protocolName(till.settings().protocol));
+    if (!view.contains(QStringLiteral("pools")))
+        view.insert(QStringLiteral("pools"), QJsonArray());
+    view.insert(QStringLiteral("queue"), queueView(name));
+    view.insert(QStringLiteral("lastReceipt"), lastReceipt(*this, name));
+    return view;
+}
+
+void Api::registerChanged(const QString& name)
+{
+    const Till* const changed = till(name);
+    if (changed == nullptr)
+        return;
+    const QJsonObject view = withoutAges(changed->view());
+    const QJsonObject before = std::exchange(m_told[name], view);
+    if (before == view)
+        return;
+    if (m_registerChanged && changed->isHere())
+        m_registerChanged(name);
+    m_places.noteMember(name, view);
+    QJsonObject data = view;
+    // Not for everybody who may use the register.
+    data.remove(QStringLiteral("document"));
+    data.insert(QStringLiteral("register"), name);
+    m_events.publish("register", data);
+    if (view.value(QStringLiteral("state")) == pausedState)
+        m_pausing.answer(name, http::Response::json(registerView(*changed)));
+    if (isAtWork(view) && !isAtWork(before))
+        lookAtOpen(name);
+}
+
+http::Answer Api::whenPaused(const Till& till, std::optional<std::chrono::seconds> wait)
+{
+    const QJsonObject view = registerView(till);
+    const std::chrono::seconds time = wait.value_or(pausingWait);
+    if (view.value(QStringLiteral("state")) == pausedState)
+        return http::Response::json(view);
+    if (time == std::chrono::seconds(0))
+        return http::Response::json(view, 202);
+    return m_pausing.wait(till.settings().name, time);
+}
+
+} // namespace frserver

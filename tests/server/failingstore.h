@@ -1,0 +1,29 @@
+#pragma once
+
+#include "journalerror.h"
+#include "sqlitestore.h"
+
+/// A journal that may fail.
+class FailingStore : public sale::SqliteStore
+{
+public:
+    using SqliteStore::accept;
+    using SqliteStore::SqliteStore;
+
+    sale::StoredDocument accept(const sale::DocumentRequest& request, const Condition& condition) override
+    {
+        if (isBroken)
+            throw sale::JournalError("the disk is full");
+        return SqliteStore::accept(request, condition);
+    }
+    QList<sale::StoredDocument> find(const sale::DocumentQuery& query) const override
+    {
+        if (isBroken)
+            throw sale::JournalError("the disk is full");
+        ++findings;
+        return SqliteStore::find(query);
+    }
+
+    bool isBroken = false;
+    mutable int findings = 0;
+};
