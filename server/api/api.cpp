@@ -149,6 +149,13 @@ Till* Api::till(const QString& name) const
     return found == m_tills.end() ? nullptr : found->second;
 }
 
+Till* Api::certainTill(const QString& name) const
+{
+    if (m_lookForRegisters && till(name) == nullptr)
+        m_lookForRegisters();
+    return till(name);
+}
+
 Pool* Api::pool(const QString& name) const
 {
     const auto found = m_pools.find(name);
