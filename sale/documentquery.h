@@ -17,9 +17,7 @@ struct DocumentQuery
         Newest,
         /// The one that was begun last is the first; those that were never begun, or were taken over from a
         /// former journal, are left out.
-        LastBegun,
-        /// Register by register, each in the order of acceptance: the quickest one for those that are open.
-        ByRegister
+        LastBegun
     };
 
     QString id = {};
@@ -37,9 +35,8 @@ struct DocumentQuery
     QString returnOf = {};
     /// A part of the id or of the body; Latin letters in either case.
     QString text = {};
-    /// Behind this place in the order of acceptance; by register, behind it among those of afterRegister.
+    /// Behind this place in the order of acceptance.
     qint64 after = 0;
-    QString afterRegister = {};
     /// In front of that one; 0 for all.
     qint64 before = 0;
     /// 0 for all.

@@ -6,10 +6,13 @@
 #include <QSqlQuery>
 
 #include <algorithm>
+#include <array>
 
 namespace sale {
 
 namespace {
+
+constexpr std::array openStates{DocumentState::Queued, DocumentState::Running, DocumentState::Unknown};
 
 /// The condition grows with the fields that are given.
 class Selection
@@ -29,21 +32,20 @@ public:
 
     void addStates(const QList<DocumentState>& states)
     {
+        // Only with the words of its index few rows are looked at, which each start of a program waits for.
+        const bool areOpen = std::none_of(states.cbegin(), states.cend(), isFinal);
+        if (areOpen)
+            m_texts.append(QStringLiteral("state IN ('queued', 'running', 'unknown')"));
+        // Saying it twice would make the database expect fewer rows, and sort them all.
+        const auto isAsked = [&states](DocumentState state) { return states.contains(state); };
+        if (areOpen && std::all_of(openStates.cbegin(), openStates.cend(), isAsked))
+            return;
         QStringList places;
         for (const DocumentState state : states) {
             places.append(QStringLiteral("?"));
             m_values.append(stateName(state));
         }
         m_texts.append(QStringLiteral("state IN (%1)").arg(places.join(QLatin1Char(','))));
-        // Only with the words of its index few rows are looked at, which each start of a program waits for.
-        if (std::none_of(states.cbegin(), states.cend(), isFinal))
-            m_texts.append(QStringLiteral("state IN ('queued', 'running', 'unknown')"));
-    }
-
-    void addBehind(const QString& registerName, qint64 place)
-    {
-        m_texts.append(QStringLiteral("(register, documents.sequence) > (?, ?)"));
-        m_values << registerName << place;
     }
 
     QString text() const
@@ -82,9 +84,7 @@ Selection selectionOf(const DocumentQuery& query, const QString& textCondition)
         condition.add(QStringLiteral("return_of = ?"), query.returnOf);
     if (!query.text.isEmpty())
         condition.add(textCondition, query.text);
-    if (query.after != 0 && query.order == DocumentQuery::ByRegister)
-        condition.addBehind(query.afterRegister, query.after);
-    else if (query.after != 0)
+    if (query.after != 0)
         condition.add(QStringLiteral("documents.sequence > ?"), query.after);
     if (query.before != 0)
         condition.add(QStringLiteral("documents.sequence < ?"), query.before);
@@ -100,8 +100,6 @@ QString orderOf(const DocumentQuery& query)
         return QStringLiteral("documents.sequence DESC");
     case DocumentQuery::LastBegun:
         return QStringLiteral("last_attempt DESC");
-    case DocumentQuery::ByRegister:
-        return QStringLiteral("register, documents.sequence");
     default:
         return QStringLiteral("documents.sequence");
     }

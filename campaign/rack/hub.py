@@ -15,6 +15,7 @@ HEX_CLOSE = b"22"
 HEX_START = 0x02
 # With these a document is stored; a receipt is one request.
 XML_CLOSE = re.compile(rb"<Command>(4|6|8|12|18)</Command>")
+XML_RECEIPT = re.compile(rb"<Command>8</Command>")
 
 
 def command(data):
@@ -26,6 +27,10 @@ def is_closing(data):
     return command(data) == HEX_CLOSE or XML_CLOSE.search(data) is not None
 
 
+def is_whole_receipt(data):
+    return XML_RECEIPT.search(data) is not None
+
+
 class Hub(TcpLine):
     """Each host has a connection of its own to the register. A trap is sprung once, at the answer behind which the host closes its
     receipt, before the host has it: its action gets the host's port. Or the closing request is held back."""
@@ -35,18 +40,26 @@ class Hub(TcpLine):
         self._lock = threading.Lock()
         self._trap = None
         self._hold = None
+        # Connections whose request is held back now.
+        self.held = set()
+        self.mends = 0
 
     def set_trap(self, action):
         self._trap = action
 
-    def hold_close(self, seconds, action):
-        """The next closing request arrives so much later; the action, which gets its host's port, is called when it is held."""
-        self._hold = (seconds, action)
+    def hold_close(self, seconds, action, is_meant=is_closing):
+        """The next closing request arrives so much later, or when all is mended; the action, which gets its host's port, is called when
+        it is held."""
+        self._hold = (is_meant, seconds, action)
+
+    def forget_hold(self):
+        self._hold = None
 
     def mend(self):
         super().mend()
         self._trap = None
         self._hold = None
+        self.mends += 1
 
     def serve(self):
         host, _ = self.listener.accept()
@@ -64,10 +77,13 @@ class Hub(TcpLine):
             trap, self._trap = self._trap, None
         return trap
 
-    def take_hold(self):
+    def take_hold(self, data):
+        """Seconds and action, when such a request is to be held."""
         with self._lock:
+            if self._hold is None or not self._hold[0](data):
+                return None
             hold, self._hold = self._hold, None
-        return hold
+        return hold[1:]
 
     def is_down(self):
         return self.is_ended or time.monotonic() < self.down_until
@@ -102,10 +118,14 @@ class Pair:
 
     def _request(self, data):
         self._is_last_step = command(data) in LAST_STEPS
-        if is_closing(data) and (hold := self._hub.take_hold()):
+        if hold := self._hub.take_hold(data):
             seconds, action = hold
-            action(self._host.getpeername()[1])
-            self._wait(seconds)
+            self._hub.held.add(self)
+            try:
+                action(self._host.getpeername()[1])
+                self._wait(seconds)
+            finally:
+                self._hub.held.discard(self)
         self._hub.pass_on("request", self._register.fileno(), data)
 
     def _answer(self, data):
@@ -116,7 +136,7 @@ class Pair:
 
     def _wait(self, seconds):
         """The register may hang up meanwhile, and then it never hears of it."""
-        end = time.monotonic() + seconds
-        while time.monotonic() < end and not self._hub.is_ended:
+        end, mends = time.monotonic() + seconds, self._hub.mends
+        while time.monotonic() < end and self._hub.mends == mends and not self._hub.is_ended:
             if select.select([self._register], [], [], 0.05)[0] and not self._register.recv(1, socket.MSG_PEEK):
                 raise Cut

@@ -23,10 +23,12 @@ ASKED_FOR = 20
 POOLS = {"any": lambda register: True, "fenced": lambda register: register.is_exclusive}
 # Whom a register hears that two hosts connect to, and how many there are; None for a serial line.
 KINDS = (("last", 4), ("both", 3), ("first", 2), (None, 3))
+# Where they are all said to drop the former one, which none does.
+BELIEVED_KINDS = (("both", 12),)
 
 
 def registers_of(emulator, folder, is_believed):
-    kinds = [kind for kind, count in KINDS for _ in range(count)]
+    kinds = [kind for kind, count in (BELIEVED_KINDS if is_believed else KINDS) for _ in range(count)]
     for place, kind in enumerate(kinds):
         # What is connected to twice is no fence, as a detection would have found; a serial line has its machine.
         yield Register(emulator, folder, place, Hub if kind else PtyLine, ("--tcp-connections", kind) if kind else (),

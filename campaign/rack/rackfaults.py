@@ -3,10 +3,11 @@
 import contextlib
 import os
 import signal
+import time
 from pathlib import Path
 
 from faults import Faults
-from hub import Hub
+from hub import Hub, is_whole_receipt
 from relay import BEGUN, SETTLED
 
 
@@ -27,8 +28,10 @@ class RackFaults(Faults):
                "database": 3, "way_cut": 8, "way_still": 3, "freeze": 4, "freeze_worker": 3, "freeze_begun": 8,
                "freeze_settled": 4, "freeze_close": 10, "late_close": 4, "kill_begun": 3, "cut_commit": 6}
 
-    # Where a register is taken for a fence that is none.
-    UNFENCED = {"late_close": 1, "freeze_close": 1}
+    # Where registers are taken for a fence that are none.
+    UNFENCED = {"late_receipt": 1}
+    # Leases in which a register is taken over, and its new owner has asked it.
+    TAKEOVER = 6
 
     def __init__(self, rack, random, is_believed):
         super().__init__(rack.service, rack.registers, random, silences=0, swaps=0)
@@ -37,6 +40,9 @@ class RackFaults(Faults):
             self.WEIGHTS = self.UNFENCED
 
     def end(self):
+        # Mended too early the planted fault would be none.
+        while self.WEIGHTS is self.UNFENCED and self._are_held():
+            time.sleep(0.1)
         self._rack.frozen.end()
         for relay in self._rack.relays:
             relay.mend()
@@ -127,6 +133,25 @@ class RackFaults(Faults):
         if isinstance(register.line, Hub):
             seconds = self._seconds()
             register.line.hold_close(seconds, self._freezing("late_close", seconds))
+
+    def late_receipt(self):
+        """A receipt over XML, which is one request: over HEX the new owner begins with cancelling what it finds open. One at a time,
+        so that somebody is left to take the register over."""
+        if self._are_held():
+            return
+        seconds = self.TAKEOVER * self._rack.lease
+        lines = [one.line for one in self.registers if one.protocol == "XML"]
+        freeze = self._freezing("late_close", seconds)
+
+        def hold(port):
+            for line in lines:
+                line.forget_hold()
+            freeze(port)
+        for line in lines:
+            line.hold_close(seconds, hold, is_whole_receipt)
+
+    def _are_held(self):
+        return any(one.line.held for one in self.registers if isinstance(one.line, Hub))
 
     def group_kill(self):
         """A machine that loses its power."""

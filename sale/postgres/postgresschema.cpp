@@ -30,6 +30,8 @@ constexpr const char* firstRelease[] = {
     // The queue, and what is to be settled. Questions have the condition in these words.
     "CREATE INDEX documents_unfinished ON documents (register, sequence) "
     "WHERE state IN ('queued', 'running', 'unknown')",
+    // All that is open in its order, piece by piece: of a long queue the piece alone is looked at.
+    "CREATE INDEX documents_open ON documents (sequence) WHERE state IN ('queued', 'running', 'unknown')",
     // What waits in pools, what was claimed of it, and what may expire: of a long queue the first ones alone
     // are looked at.
     "CREATE INDEX documents_of_pools ON documents (pool, (sequence + 0)) WHERE state = 'queued' AND register = ''",

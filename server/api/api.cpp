@@ -61,6 +61,13 @@ void Api::setTokens(bool areWanted, const QList<TokenEntry>& entries)
         m_site.tokens.add("-", {});
 }
 
+Till* Api::certainTill(const QString& name) const
+{
+    if (m_lookForRegisters && till(name) == nullptr)
+        m_lookForRegisters();
+    return till(name);
+}
+
 void Api::requireJournal(const Till& till) const
 {
     if (!till.isHere())

@@ -72,6 +72,9 @@ public:
     {
         m_registerChanged = changed;
     }
+    /// To be called before it is said that there is no register of a name: another one may have told of it
+    /// just now. Throws sale::JournalError when that cannot be known.
+    void onMissingRegister(const std::function<void()>& look) { m_lookForRegisters = look; }
     /// Another one says how a document stands: no more of it is given than an event tells, and when it was
     /// queued.
     void heard(const sale::StoredDocument& told);
@@ -103,6 +106,8 @@ public:
     const std::map<QString, Till*>& tills() const { return m_places.tills(); }
     /// Null when there is none of that name.
     Till* till(const QString& name) const { return m_places.till(name); }
+    /// The same, once it is certain. Throws sale::JournalError.
+    Till* certainTill(const QString& name) const;
     /// The view, with its name, its pools, its queue and its last receipt.
     QJsonObject registerView(const Till& till) const;
     QJsonObject queueView(const QString& registerName) const;
@@ -153,6 +158,7 @@ private:
     std::function<void()> m_ended;
     std::function<void(const sale::StoredDocument&)> m_changed;
     std::function<void(const QString& name)> m_registerChanged;
+    std::function<void()> m_lookForRegisters;
     /// Changes that the journal could not tell of; looked at again.
     QStringList m_missed;
     QTimer m_lookAgain;

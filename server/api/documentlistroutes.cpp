@@ -82,8 +82,10 @@ sale::DocumentEnding wordOf(const Request& request)
 /// Only its register knows what has become of it, and nobody can ask that one.
 bool isOutOfReach(const Api& api, const StoredDocument& document)
 {
-    const Till* const till = api.till(document.request.registerName);
-    return document.state == DocumentState::Running && (till == nullptr || !till->isReachable());
+    if (document.state != DocumentState::Running)
+        return false;
+    const Till* const till = api.certainTill(document.request.registerName);
+    return till == nullptr || !till->isReachable();
 }
 
 void requireResolvable(const Api& api, const StoredDocument& document, const sale::DocumentEnding& word)

@@ -25,7 +25,6 @@ void OpenSweep::begin()
 {
     if (isUnderWay())
         return;
-    m_register.clear();
     m_place = 0;
     m_api.openDocuments().beginSweep();
     lookOn();
@@ -47,9 +46,7 @@ bool OpenSweep::lookAtPiece()
 {
     const QList<sale::StoredDocument> open = m_store.find({.states = OpenList::states(),
         .after = m_place,
-        .afterRegister = m_register,
         .limit = m_piece,
-        .order = sale::DocumentQuery::ByRegister,
         .withAttempts = false,
         .withBodies = false});
     for (const sale::StoredDocument& document : open) {
@@ -58,7 +55,6 @@ bool OpenSweep::lookAtPiece()
     }
     if (open.size() < m_piece)
         return false;
-    m_register = open.constLast().request.registerName;
     m_place = open.constLast().sequence;
     return true;
 }

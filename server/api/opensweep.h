@@ -31,7 +31,6 @@ private:
     const sale::DocumentStore& m_store;
     const int m_piece;
     QTimer m_timer;
-    QString m_register;
     qint64 m_place = 0;
 };
 

@@ -82,7 +82,7 @@ QString callerName(const http::Request& request)
 
 Till& tillNamed(const Api& api, const http::Request& request, const QString& name)
 {
-    Till* const till = api.till(name);
+    Till* const till = api.certainTill(name);
     if (till == nullptr)
         throw http::Problem(404, QStringLiteral("There is no register %1.").arg(name));
     if (!rights::mayUse(request, name))

@@ -38,7 +38,8 @@ QString callerName(const http::Request& request);
 
 } // namespace rights
 
-/// The register of the path. Throws http::Problem (404, 403).
+/// The register of the path. Throws http::Problem (404, 403), and sale::JournalError while nobody knows which
+/// registers other services have: a client takes 404 for the last word.
 Till& tillOf(const Api& api, const http::Request& request);
 /// The same by its name.
 Till& tillNamed(const Api& api, const http::Request& request, const QString& name);

@@ -4,6 +4,7 @@
 #include "peers/saiddocument.h"
 
 #include "api/api.h"
+#include "journalerror.h"
 
 #include <algorithm>
 
@@ -51,15 +52,17 @@ Peers::Peers(
     connect(&m_line, &PeerLine::heard, this, &Peers::hear);
     connect(&m_timer, &QTimer::timeout, this, &Peers::tick);
     m_reading.setSingleShot(true);
-    connect(&m_reading, &QTimer::timeout, this, &Peers::read);
+    connect(&m_reading, &QTimer::timeout, this, [this] { read(); });
     m_api.onChange([this](const sale::StoredDocument& document) { sayDocument(document); });
     m_api.onRegisterChange([this](const QString& name) { m_changed.insert(name); });
+    m_api.onMissingRegister([this] { lookForRegisters(); });
 }
 
 Peers::~Peers()
 {
     m_api.onChange({});
     m_api.onRegisterChange({});
+    m_api.onMissingRegister({});
     m_line.ask([this](sale::SqlConnection& connection) { rackboard::leave(connection, m_line.id()); });
     m_line.say({{registersName, goneName}});
     m_line.flush();
@@ -150,14 +153,25 @@ void Peers::tell()
         m_told.remove(entry.settings.name);
 }
 
-void Peers::read()
+bool Peers::read()
 {
-    m_line.ask([this](sale::SqlConnection& connection) {
+    return m_line.ask([this](sale::SqlConnection& connection) {
         for (const ToldRegister& told : rackboard::registers(connection, m_read))
             take(told);
         for (const auto& [name, content] : rackboard::takeOrders(connection, m_line.id()))
             obey(name, content);
     });
+}
+
+/// It may have begun without the database, or not have read yet what another one told a moment ago.
+void Peers::lookForRegisters()
+{
+    const size_t before = m_tills.size();
+    if (!read())
+        throw sale::JournalError(
+            QStringLiteral("Which registers other services have could not be read from the database"));
+    if (m_tills.size() > before)
+        noteSilences();
 }
 
 /// Also that nothing more is heard of one.

@@ -45,7 +45,9 @@ private:
     void tick();
     void tell();
     QList<rackboard::Entry> news();
-    void read();
+    /// Whether the tables could be read.
+    bool read();
+    void lookForRegisters();
     void noteSilences();
     void take(const ToldRegister& told);
 

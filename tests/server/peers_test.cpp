@@ -53,6 +53,11 @@ class PeersTest : public testing::Test
 {
 protected:
     PeersTest() { sale::PostgresServer::instance().clear(); }
+    static void rename(const QString& table, const QString& name)
+    {
+        sale::PostgresConnection(sale::PostgresServer::instance().place(), 1000)
+            .execute(QStringLiteral("ALTER TABLE frspf.%1 RENAME TO %2").arg(table, name));
+    }
     static QVariant sql(const QString& statement)
     {
         return sale::PostgresConnection(sale::PostgresServer::instance().place(), 1000).value(statement);
@@ -140,6 +145,32 @@ TEST_F(PeersTest, RegisterOfAnotherServiceIsSeenAndObeys)
     EXPECT_TRUE(metrics.contains(R"(frserver_connections_total{register="till1",service="till1:8403"} 2)"));
     EXPECT_TRUE(metrics.contains(R"(frserver_unsent_documents{register="till1"} 4)"));
     EXPECT_TRUE(metrics.contains(R"(frserver_register_state{register="till1",state="paused")"));
+}
+
+TEST_F(PeersTest, NoRegisterIsDeniedBeforeTheOthersAreKnown)
+{
+    Desk two("till2");
+    const Desk one("till1");
+    two.store.accept({"document:1", "sell", "{}", "till1"});
+    two.store.begin("document:1", {{{"drive", "9999"}, {"lastDocument", 7}}});
+    // As one begins whose database does not answer just then.
+    rename("services", "hidden");
+    Desk late("till3");
+    const QByteArray word = R"({"state":"notIssued","note":"not on the tape"})";
+    for (const auto& [method, target, body] :
+        {std::tuple<QByteArray, QByteArray, QByteArray>{"GET", "/v1/registers/till1", {}},
+            {"POST", "/v1/registers/till1/documents", "{}"},
+            {"POST", "/v1/documents/document:1/resolve", word}}) {
+        const Served answer = late.ask(method, target, body);
+        EXPECT_EQ(answer.status, 503) << answer.all();
+        EXPECT_FALSE(answer.headers.value("Retry-After").isEmpty());
+    }
+    EXPECT_EQ(late.ask("GET", "/v1/registers/till3").status, 200) << "its own";
+    rename("hidden", "services");
+    // What was told is known at once, and only then the rest is denied.
+    EXPECT_EQ(two.view("till1").value("state"), "ready");
+    EXPECT_EQ(two.ask("POST", "/v1/documents/document:1/resolve", word).status, 409);
+    EXPECT_EQ(two.ask("GET", "/v1/registers/till4").status, 404);
 }
 
 TEST_F(PeersTest, RegisterOfADeadServiceIsUnreachableAndWhatItBegunAPersonsCase)
