@@ -209,6 +209,7 @@ void SqlStore::settle(const QString& id, int attempt, const DocumentEnding& endi
         if (known->state == DocumentState::Issued && ending.state == DocumentState::Issued
             && known->documentNumber == ending.documentNumber && ending.by.isEmpty())
             return;
+        // Meant: also of one that was queued anew since. What its register has of it is not made once more.
         refuseWrongEnding(*known, attempt, ending);
         const bool isOfRegister = ending.state == DocumentState::NotIssued && ending.by.isEmpty();
         endAttempt(id, attempt, isOfRegister ? notIssued(*known, ending) : ending);

@@ -106,6 +106,12 @@ TEST_P(StoreQueue, DocumentWaitsAgainWhenItsAttemptIsOver)
     // What is issued is not asked for again.
     store->settle("A", 2, {.state = DocumentState::Issued, .documentNumber = 8, .waitsAgain = true});
     EXPECT_EQ(store->findId("A")->state, DocumentState::Issued);
+    // Nor what turns out to be issued when it was asked for again already.
+    store->begin("B", {markBefore});
+    store->settle("B", 1, {.state = DocumentState::NotIssued});
+    ASSERT_EQ(store->accept(request("B")).state, DocumentState::Queued);
+    store->settle("B", 1, {.state = DocumentState::Issued, .documentNumber = 9});
+    EXPECT_THROW(store->begin("B", {markBefore}), JournalError);
 }
 
 TEST_P(StoreQueue, RefusalIsKeptAsAnAttemptThatWasNeverUnderWay)
