@@ -1,6 +1,5 @@
-#include "command.h"
+#include "commandline.h"
 #include "configuration.h"
-#include "errors.h"
 #include "optiontable.h"
 
 #include <QDir>
@@ -34,21 +33,7 @@ protected:
 
     QString path(const char* name = "frspf/frctl.ini") const { return m_folder.filePath(name); }
 
-    static Options parse(const QString& line)
-    {
-        return parseOptions(("frctl " + line).split(' ', Qt::SkipEmptyParts));
-    }
-
-    static QString error(const QString& line)
-    {
-        try {
-            const Options options = parse(line);
-            findCommand(options).prepare(options);
-        } catch (const UsageError& error) {
-            return QString::fromUtf8(error.what());
-        }
-        return QStringLiteral("");
-    }
+    static QString error(const QString& line) { return QString::fromStdString(usageError(line)); }
 
     const QTemporaryDir m_folder;
 };

@@ -1,7 +1,5 @@
-#include "command.h"
-#include "errors.h"
+#include "commandline.h"
 #include "help.h"
-#include "options.h"
 #include "optiontable.h"
 #include "schemas.h"
 
@@ -17,25 +15,6 @@
 using namespace frctl;
 
 namespace {
-
-Options parse(const char* line)
-{
-    return parseOptions(QStringList{QStringLiteral("frctl")}
-        + QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts));
-}
-
-std::string usageError(const char* line)
-{
-    try {
-        const Options options = parse(line);
-        findCommand(options).prepare(options);
-    } catch (const UsageError& error) {
-        return error.what();
-    } catch (const CheckError& error) {
-        return error.what();
-    }
-    return {};
-}
 
 TEST(Options, AreRead)
 {
@@ -135,8 +114,8 @@ TEST(Commands, DoWhatTheirHelpSays)
     for (const QString command : {"journal", "trace"}) {
         for (const QString& action : findCommand(command)->actions()) {
             const QString line = command + ' ' + action;
-            const std::string few = usageError(line.toUtf8().constData());
-            const std::string many = usageError((line + " a b").toUtf8().constData());
+            const std::string few = usageError(line);
+            const std::string many = usageError(line + " a b");
             const std::string told = "wrong number of arguments: " + line.toStdString();
             EXPECT_TRUE(few.starts_with(told) || many.starts_with(told)) << few << many;
         }
