@@ -4,14 +4,9 @@ import contextlib
 import os
 from pathlib import Path
 
+from programs import children
+
 TICKS = os.sysconf("SC_CLK_TCK")
-
-
-def children(process):
-    try:
-        return [int(one) for one in Path(f"/proc/{process}/task/{process}/children").read_text(encoding="ascii").split()]
-    except OSError:
-        return []
 
 
 def processor_seconds(processes):
@@ -50,12 +45,15 @@ def memory(processes):
 
 
 class Costs:
-    """From its making, or the last restart, until they are asked for."""
+    """From its making until they are asked for."""
 
     def __init__(self, database, services):
         self._database = database
         self._services = services
-        self.restart()
+        database.execute("SELECT pg_stat_statements_reset()")
+        self._log = self._wal()
+        self._machine = machine_ticks()
+        self._before = self._processor()
 
     def _groups(self):
         services = [one.program.process.pid for one in self._services]
@@ -65,12 +63,6 @@ class Costs:
 
     def _processor(self):
         return {name: processor_seconds(processes) for name, processes in self._groups().items()}
-
-    def restart(self):
-        self._database.execute("SELECT pg_stat_statements_reset()")
-        self._log = self._wal()
-        self._machine = machine_ticks()
-        self._before = self._processor()
 
     def _wal(self):
         return self._database.ask("SELECT pg_current_wal_lsn() - '0/0'::pg_lsn AS bytes")[0]["bytes"]

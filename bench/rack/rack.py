@@ -52,11 +52,9 @@ class Rack:
         return time.monotonic() - begun
 
     def _ready(self):
-        return sum(one["state"] in ("ready", "making") for service in self.services for one in service.registers()
-                   if one["name"] in self._names(service))
-
-    def _names(self, service):
-        return {one.name for one in self.shares[self.services.index(service)]}
+        """How many registers their own service says to be so."""
+        return sum(one["state"] in ("ready", "making") for service, share in zip(self.services, self.shares)
+                   for one in service.registers() if one["name"] in {own.name for own in share})
 
     @staticmethod
     def _until(is_so):

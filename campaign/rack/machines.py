@@ -39,7 +39,6 @@ class Frozen:
     def __init__(self):
         self._lock = threading.Lock()
         self._groups = {}
-        self.count = 0
 
     def freeze(self, group, seconds):
         """False when it stands still already, or is gone."""
@@ -50,7 +49,6 @@ class Frozen:
                 os.killpg(group, signal.SIGSTOP)
             except ProcessLookupError:
                 return False
-            self.count += 1
             timer = self._groups[group] = threading.Timer(seconds, self._thaw, (group,))
             timer.daemon = True
             timer.start()

@@ -4,14 +4,12 @@ import subprocess
 import time
 
 from batch import Batch
-from clients import Clients
 from database import Database
 from hub import Hub
-from ledger import Ledger
 from lines import PtyLine
 from machines import Frozen, Machine, Services, services_of
 from person import Person
-from plan import draw_orders, drawn
+from plan import drawn
 from rackfaults import RackFaults
 from registers import Register
 from relay import Relay
@@ -39,32 +37,28 @@ class RackBatch(Batch):
     CLIENTS = 30
 
     def __init__(self, programs, folder, seed, documents):
-        self.folder, self.seed, self.count = folder, seed, documents
         self.lease = LEASE
-        self.registers = list(registers_of(programs.emulator, folder, programs.believe_fenced))
+        registers = list(registers_of(programs.emulator, folder, programs.believe_fenced))
         self.database = Database("max_connections=200")
         self.relays = [Relay(self.database.folder) for _ in range(3)]
         here = Machine()
-        shares = self._shares(programs.takeover)
-        self.service = Services(services_of(programs.frserver, programs.plugin, folder, shares, self.relays,
-                                            (here, here, Machine(folder / "elsewhere")), self._settings))
+        services = services_of(programs.frserver, programs.plugin, folder, self._shares(registers, programs.takeover), self.relays,
+                               (here, here, Machine(folder / "elsewhere")), self._settings)
+        super().__init__(folder, seed, documents, registers, Services(services), list(POOLS))
         for relay in self.relays:
             relay.start()
-        subprocess.run([programs.frserver, "--config", self.service.each[0].config, "migrate"], check=True)
+        subprocess.run([programs.frserver, "--config", services[0].config, "migrate"], check=True)
         self.frozen = Frozen()
-        self.ledger = Ledger()
-        names = [register.name for register in self.registers]
-        self.clients = Clients(self.service, self.ledger, draw_orders(seed, documents, names, list(POOLS)),
-                               lambda what: drawn(seed, what), names)
         self.faults = RackFaults(self, drawn(seed, "faults"), programs.believe_fenced)
         self._asked_until = None
 
-    def _shares(self, is_taken_over):
+    @staticmethod
+    def _shares(registers, is_taken_over):
         """Two services look after the same registers on this machine, the third on another one those that are in the network; or
         each has its own."""
         if not is_taken_over:
-            return [self.registers[place::3] for place in range(3)]
-        return self.registers, self.registers, [one for one in self.registers if isinstance(one.line, Hub)]
+            return [registers[place::3] for place in range(3)]
+        return registers, registers, [one for one in registers if isinstance(one.line, Hub)]
 
     @staticmethod
     def _settings(registers):

@@ -1,6 +1,7 @@
 """What goes wrong in a rack besides: machines that stand still, and the database with the ways to it."""
 
 import contextlib
+import functools
 import os
 import signal
 import time
@@ -36,6 +37,8 @@ class RackFaults(Faults):
     def __init__(self, rack, random, is_believed):
         super().__init__(rack.service, rack.registers, random, silences=0, swaps=0)
         self._rack = rack
+        # Places of services whose groups were killed; also by threads that start no program.
+        self._killed = []
         if is_believed:
             self.WEIGHTS = self.UNFENCED
 
@@ -99,11 +102,7 @@ class RackFaults(Faults):
         self._trap(SETTLED, self.random.choice(("before", "behind")), "freeze_settled", self._freeze_at)
 
     def kill_begun(self):
-        def kill(place, kind, _):
-            with contextlib.suppress(ProcessLookupError):
-                os.killpg(self._group(place), signal.SIGKILL)
-                self.counts[kind] += 1
-        self._trap(BEGUN, self.random.choice(("before", "behind")), "kill_begun", kill)
+        self._trap(BEGUN, self.random.choice(("before", "behind")), "kill_begun", self._kill_group)
 
     def cut_commit(self):
         """The answer to a commit is lost, or the commit itself."""
@@ -155,12 +154,18 @@ class RackFaults(Faults):
 
     def group_kill(self):
         """A machine that loses its power."""
-        place = self._place()
-        service = self._service(place)
+        self._kill_group(self._place(), "group_kill")
+
+    def _kill_group(self, place, kind, _=0):
         with contextlib.suppress(ProcessLookupError):
             os.killpg(self._group(place), signal.SIGKILL)
-        self._in(self._seconds(), lambda: self._start_again(service))
-        self.counts["group_kill"] += 1
+            self.counts[kind] += 1
+        self._killed.append(place)
+
+    def _do_what_is_due(self):
+        while self._killed:
+            self._in(self._seconds(), functools.partial(self._start_again, self._service(self._killed.pop())))
+        super()._do_what_is_due()
 
     @staticmethod
     def _start_again(service):

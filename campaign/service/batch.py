@@ -20,15 +20,17 @@ class Batch:
     # A line is tried again after 60 s at the latest, and a HEX register may hold one exchange for 100 s.
     SETTLING = 240
 
-    def __init__(self, programs, folder, seed, documents, silences):
+    # Whoever makes one gives it these.
+    faults = None
+
+    def __init__(self, folder, seed, documents, registers, service, pools=()):
         self.folder, self.seed, self.count = folder, seed, documents
-        self.registers = [Register(programs.emulator, folder, place) for place in range(REGISTERS)]
-        self.service = Service(programs.frserver, programs.plugin, folder, self.registers)
+        self.registers = registers
+        self.service = service
         self.ledger = Ledger()
-        names = [register.name for register in self.registers]
-        self.clients = Clients(self.service, self.ledger, draw_orders(seed, documents, names),
+        names = [register.name for register in registers]
+        self.clients = Clients(service, self.ledger, draw_orders(seed, documents, names, pools),
                                lambda what: drawn(seed, what), names)
-        self.faults = Faults(self.service, self.registers, drawn(seed, "faults"), silences, 2)
 
     def run(self):
         """Figures, with the violations among them."""
@@ -123,3 +125,12 @@ class Batch:
         self.service.program.end()
         for register in self.registers:
             register.stop()
+
+
+class ServiceBatch(Batch):
+    """With one service."""
+
+    def __init__(self, programs, folder, seed, documents, silences):
+        registers = [Register(programs.emulator, folder, place) for place in range(REGISTERS)]
+        super().__init__(folder, seed, documents, registers, Service(programs.frserver, programs.plugin, folder, registers))
+        self.faults = Faults(self.service, registers, drawn(seed, "faults"), silences, 2)

@@ -8,7 +8,7 @@ sys.dont_write_bytecode = True
 sys.path.insert(0, str(Path(__file__).parent))
 # pylint: disable=wrong-import-position
 import batches  # noqa: E402
-from batch import Batch  # noqa: E402
+from batch import ServiceBatch  # noqa: E402
 from report import ROWS  # noqa: E402
 
 MOST_SILENCES = 200
@@ -16,7 +16,7 @@ MOST_SILENCES = 200
 
 def make_batch(given, folder, seed, size):
     wanted = min(given.documents // 100, MOST_SILENCES) if given.silences is None else given.silences
-    return Batch(given, folder, seed, size, wanted * size // given.documents)
+    return ServiceBatch(given, folder, seed, size, wanted * size // given.documents)
 
 
 def main():

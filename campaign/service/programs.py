@@ -5,6 +5,7 @@ import random
 import signal
 import socket
 import subprocess
+from pathlib import Path
 
 PATIENCE = 150
 
@@ -23,6 +24,14 @@ def free_port():
             taken.bind(("127.0.0.1", port))
             GIVEN.add(port)
             return port
+
+
+def children(process):
+    """Process ids."""
+    try:
+        return [int(one) for one in Path(f"/proc/{process}/task/{process}/children").read_text(encoding="ascii").split()]
+    except OSError:
+        return []
 
 
 class Program:

@@ -3,9 +3,8 @@
 import http.client
 import json
 import time
-from pathlib import Path
 
-from programs import Program, free_port
+from programs import Program, children, free_port
 
 READY = 60
 
@@ -55,12 +54,7 @@ class Service:
 
     def workers(self):
         """Process ids of its children."""
-        process = self.program.process.pid
-        try:
-            children = Path(f"/proc/{process}/task/{process}/children").read_text(encoding="ascii")
-        except OSError:
-            return []
-        return [int(one) for one in children.split()]
+        return children(self.program.process.pid)
 
     def ask(self, method, path, body=None, timeout=30.0, **headers):
         """None when no answer came in time, or none that is whole."""
