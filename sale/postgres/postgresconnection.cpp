@@ -129,7 +129,9 @@ QString PostgresConnection::literal(const QVariant& value) const
     QSqlField field(QString(), value.metaType());
     if (isNull(value))
         return QStringLiteral("NULL");
-    field.setValue(value);
+    const bool isText = value.metaType() == QMetaType::fromType<QString>();
+    // The server keeps no such character, and would take it for the end of the statement.
+    field.setValue(isText ? value.toString().replace(QChar::Null, QChar::ReplacementCharacter) : value);
     return database().driver()->formatValue(field);
 }
 

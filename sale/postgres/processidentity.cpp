@@ -36,10 +36,15 @@ qint64 startOf(qint64 process)
     return statusOf(process).value(place).toLongLong();
 }
 
+QString textOf(const QString& fileName)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll().trimmed()) : QString();
+}
+
 QString bootId()
 {
-    QFile file(QStringLiteral("/proc/sys/kernel/random/boot_id"));
-    return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll().trimmed()) : QString();
+    return textOf(QStringLiteral("/proc/sys/kernel/random/boot_id"));
 }
 
 QString ownSpace()
@@ -48,10 +53,12 @@ QString ownSpace()
         + QFile::symLinkTarget(QStringLiteral("/proc/self/ns/pid")).section(QLatin1Char('/'), -1);
 }
 
+/// Qt looks into D-Bus's file alone, which is not there everywhere, and keeps its id when the machine gets
+/// another one.
 QString ownMachine()
 {
-    const QByteArray id = QSysInfo::machineUniqueId();
-    return id.isEmpty() ? QStringLiteral("host ") + QSysInfo::machineHostName() : QString::fromLatin1(id);
+    const QString id = textOf(QStringLiteral("/etc/machine-id"));
+    return id.isEmpty() ? QStringLiteral("host ") + QSysInfo::machineHostName() : id;
 }
 
 /// The library's own functions for that have no C linkage here.

@@ -55,6 +55,16 @@ private:
     QDateTime m_time;
 };
 
+TEST_F(Postgres, AnyTextIsOneOfAStatement)
+{
+    for (const QString& text :
+        {QString("a' OR \\' ? $1 %1 --"), QString(QChar::Null), QString("a") + QChar::Null + "b"}) {
+        QString kept = text;
+        kept.replace(QChar::Null, QChar::ReplacementCharacter);
+        EXPECT_EQ(connection().value("SELECT ?::text", {text}).toString(), kept);
+    }
+}
+
 TEST_F(Postgres, ConnectionThatIsCutIsMadeAnewAndNothingIsLostOrDoneTwice)
 {
     PostgresStore store(server.place());

@@ -6,6 +6,7 @@ import signal
 import subprocess
 import sys
 import unittest
+import uuid
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
@@ -14,9 +15,9 @@ from servicetest import SALE, TOTAL  # noqa: E402
 from sharedstore import SharedStoreTest  # noqa: E402
 
 DOCUMENT = "rack:till1:1"
-# Processes and locks of its own: what another machine has, as far as the service can tell.
-MACHINE = ["unshare", "--pid", "--fork", "--kill-child", "--mount-proc", "sh", "-c",
-           'mount -t tmpfs none /run/lock && exec "$@"', "sh"]
+# An id, a start and locks of its own: what another machine has, as far as the service can tell.
+MACHINE = ["unshare", "--mount", "sh", "-c", 'mount --bind "$0/machine-id" /etc/machine-id && '
+           'mount --bind "$0/boot-id" /proc/sys/kernel/random/boot_id && mount -t tmpfs none /run/lock && exec "$@"']
 
 
 class OwnerTest(SharedStoreTest):
@@ -119,10 +120,12 @@ class OtherMachine(OwnerTest):
     EXCLUSIVE = "no"
 
     def setUp(self):
-        if subprocess.run([*MACHINE, "true"], check=False, capture_output=True).returncode != 0:
-            self.skipTest("no process may have a space of its own here")
         super().setUp()
-        self.two.through = MACHINE
+        for name in ("machine-id", "boot-id"):
+            (self.two.folder / name).write_text(f"{uuid.uuid4().hex}\n", encoding="ascii")
+        self.two.through = [*MACHINE, str(self.two.folder)]
+        if subprocess.run([*self.two.through, "true"], check=False, capture_output=True).returncode != 0:
+            self.skipTest("no process may see a machine of its own here")
 
     def take_over_from_frozen(self, state):
         """And what the sale that it was at is told to be."""
