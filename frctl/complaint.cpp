@@ -57,8 +57,11 @@ Complaint complaintOf(const sale::MarkRefusal& error)
 
 Complaint complaintOf(const sale::ReviewNeeded& error)
 {
-    Complaint complaint{
-        ExitFailure, {ErrorKind::Other, whatOf(error), QStringLiteral("ReviewNeeded")}, {}, true};
+    Complaint complaint{ExitFailure,
+        // untranslated: a command
+        {ErrorKind::Other, whatOf(error) + QStringLiteral(": frctl journal accept"),
+            QStringLiteral("ReviewNeeded")},
+        {}, true};
     complaint.error.action = QStringLiteral(
         "На кассе есть документы, которых нет в журнале: найдите на ленте свои продажи, затем выполните "
         "frctl journal accept и повторите документ");

@@ -33,8 +33,8 @@ QString advice(const QString& fileName, int code)
         return tr("the disk is full; nothing is sold until there is room");
     case Corrupt:
     case NoDatabase:
-        return tr("it is damaged; put a backup in its place, or move it away and look through the "
-                  "register's tape before frctl journal accept");
+        return tr("it is damaged; put a backup in its place (a service is told so by frserver restored), or "
+                  "move it away and look through the register's tape before you accept what it has");
     case Input:
         return tr("the disk fails or has no room");
     case ReadOnly:

@@ -135,7 +135,7 @@ QString textOf(const DriveMark& now, const Known& known)
         ? tr("document %1").arg(now.lastDocument)
         : tr("documents %1 to %2").arg(known.mark.lastDocument + 1).arg(now.lastDocument);
     return tr("the register has %1 of fiscal drive %2 that this journal does not know: look at its "
-              "tape for sales of yours, then frctl journal accept")
+              "tape for sales of yours before you accept them")
         .arg(documents, now.drive);
 }
 

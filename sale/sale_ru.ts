@@ -28,8 +28,8 @@
         <translation>диск заполнен; продаж нет, пока нет места</translation>
     </message>
     <message>
-        <source>it is damaged; put a backup in its place, or move it away and look through the register&apos;s tape before frctl journal accept</source>
-        <translation>он повреждён; верните резервную копию или уберите его и просмотрите ленту кассы, прежде чем выполнить frctl journal accept</translation>
+        <source>it is damaged; put a backup in its place (a service is told so by frserver restored), or move it away and look through the register&apos;s tape before you accept what it has</source>
+        <translation>он повреждён; верните резервную копию (службе об этом говорит frserver restored) или уберите его и просмотрите ленту кассы, прежде чем признать её документы</translation>
     </message>
     <message>
         <source>the disk fails or has no room</source>
@@ -128,8 +128,8 @@
         <translation>документы с %1 по %2</translation>
     </message>
     <message>
-        <source>the register has %1 of fiscal drive %2 that this journal does not know: look at its tape for sales of yours, then frctl journal accept</source>
-        <translation>в кассе есть %1 фискального накопителя %2, которых нет в этом журнале: найдите на ленте свои продажи, затем выполните frctl journal accept</translation>
+        <source>the register has %1 of fiscal drive %2 that this journal does not know: look at its tape for sales of yours before you accept them</source>
+        <translation>в кассе есть %1 фискального накопителя %2, которых нет в этом журнале: найдите на ленте свои продажи, прежде чем признать их</translation>
     </message>
     <message>
         <source>may have been sold on %1: that sale was broken off</source>

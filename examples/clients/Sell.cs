@@ -48,7 +48,10 @@ public sealed class FiscalService(Uri url, string? token = null)
         {
             using var answer = await _client.SendAsync(request);
             var text = await answer.Content.ReadAsStringAsync();
-            return ((int)answer.StatusCode, JsonNode.Parse(text) as JsonObject);
+            var said = JsonNode.Parse(text) as JsonObject;
+            // What a proxy says of its own is no news of the document.
+            var isProblem = answer.Content.Headers.ContentType?.MediaType == "application/problem+json";
+            return ((int)answer.StatusCode, isProblem || said?["state"] is not null ? said : null);
         }
         catch (Exception failure) when (failure is HttpRequestException or TaskCanceledException
                                             or System.Text.Json.JsonException)

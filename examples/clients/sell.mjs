@@ -21,10 +21,17 @@ async function post(url, register, id, body, token) {
       body: JSON.stringify(body),
       signal: AbortSignal.timeout(45_000),
     });
-    return { status: answer.status, said: await answer.json().catch(() => null) };
+    return { status: answer.status, said: await saidByService(answer) };
   } catch {
     return { status: 0, said: null };
   }
+}
+
+/** Null for what a proxy says of its own, which is no news of the document. */
+async function saidByService(answer) {
+  const said = await answer.json().catch(() => null);
+  const isProblem = (answer.headers.get("Content-Type") ?? "").startsWith("application/problem+json");
+  return isProblem || said?.state !== undefined ? said : null;
 }
 
 /** Any 5xx, time-out or answer that is not ours: the same id again; otherwise state decides. */
@@ -32,7 +39,7 @@ export async function sell(url, register, id, body, token) {
   const end = Date.now() + PATIENCE;
   while (Date.now() < end) {
     const { status, said } = await post(url, register, id, body, token);
-    if (status === 0 || status >= 500 || status === 429 || said === null) {
+    if (status >= 500 || status === 429 || said === null) {
       await new Promise((resolve) => setTimeout(resolve, PAUSE));
       continue;
     }

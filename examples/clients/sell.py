@@ -36,15 +36,22 @@ def post(url, register, document_id, body):
         request.add_header("Authorization", "Bearer " + token)
     try:
         with urllib.request.urlopen(request, timeout=45) as answer:
-            return answer.status, json.load(answer)
+            return answer.status, said_by_service(answer)
     except urllib.error.HTTPError as error:
         with error:
-            try:
-                return error.code, json.load(error)
-            except ValueError:
-                return error.code, None
-    except (OSError, http.client.HTTPException, ValueError):
+            return error.code, said_by_service(error)
+    except (OSError, http.client.HTTPException):
         return 0, None
+
+
+def said_by_service(answer):
+    """None for what a proxy says of its own, which is no news of the document."""
+    try:
+        said = json.load(answer)
+    except (OSError, http.client.HTTPException, ValueError):
+        return None
+    is_problem = answer.headers.get_content_type() == "application/problem+json"
+    return said if isinstance(said, dict) and (is_problem or "state" in said) else None
 
 
 def sell(url, register, document_id, body, patience=PATIENCE):
@@ -52,7 +59,7 @@ def sell(url, register, document_id, body, patience=PATIENCE):
     end = time.monotonic() + patience
     while time.monotonic() < end:
         status, answer = post(url, register, document_id, body)
-        if status == 0 or status >= 500 or status == 429 or answer is None:
+        if status >= 500 or status == 429 or answer is None:
             time.sleep(PAUSE)
             continue
         state = answer.get("state")

@@ -17,19 +17,16 @@ state() { grep -o '[,{]"state":"[a-zA-Z]*"' "$answer" | tail -n 1 | cut -d'"' -f
 
 end=$((SECONDS + patience))
 while [ "$SECONDS" -lt "$end" ]; do
-  status=$(curl --silent --max-time 45 --output "$answer" --write-out '%{http_code}' "${headers[@]}" \
-    --data-binary "@$file" "$url/v1/registers/$register/documents") || status=000
-  case $status in
-    200 | 201) cat "$answer"; exit 0 ;;
-    202) continue ;;
-    409)
-      cat "$answer" >&2
-      [ "$(state || true)" = unknown ] && exit 3
-      exit 1
-      ;;
-    4?? ) [ "$status" = 429 ] || [ "$status" = 408 ] || { cat "$answer" >&2; exit 1; } ;;
+  said=$(curl --silent --max-time 45 --output "$answer" --write-out '%{http_code} %{content_type}' "${headers[@]}" \
+    --data-binary "@$file" "$url/v1/registers/$register/documents") || said=000
+  case "$said $(state || true)" in
+    20[01]\ *\ issued) cat "$answer"; exit 0 ;;
+    202\ *\ queued | 202\ *\ running) continue ;;
+    409\ *\ unknown) cat "$answer" >&2; exit 3 ;;
+    429\ * | 408\ *) ;;
+    409\ *\ notIssued | 4??\ application/problem+json*) cat "$answer" >&2; exit 1 ;;
   esac
-  # Any 5xx, time-out or answer that is not ours: the same id again.
+  # Any 5xx, time-out or answer that is not ours, such as a page of a proxy: the same id again.
   sleep 2
 done
 echo "no answer within $patience seconds: ask again with the same id" >&2

@@ -56,8 +56,12 @@ public:
                 QStringLiteral(
                     "is missing: a document has one, here or in Idempotency-Key, the same for every "
                     "attempt"));
-        if (!header.isEmpty() && header != m_document.id)
-            return fail(idName, QStringLiteral("is another one than that of Idempotency-Key"), m_document.id);
+        if (!header.isEmpty() && header != m_document.id) {
+            fail(idName, QStringLiteral("is another one than that of Idempotency-Key"), m_document.id);
+            // The client means one of them alone: what is known of the other one is no answer to it.
+            m_document.id.clear();
+            return;
+        }
         if (!sale::isDocumentId(m_document.id))
             fail(idName, QStringLiteral("has not 8 to 64 of A-Z a-z 0-9 . _ : -"), m_document.id);
     }

@@ -238,6 +238,20 @@ void takeWebhookUrl(const QString& value, ServiceSettings& settings)
     settings.webhookUrl = value;
 }
 
+/// Libraries for webhooks write a key of any bytes as base64 behind these letters.
+void takeWebhookSecret(const QString& value, ServiceSettings& settings)
+{
+    const QString prefix = QStringLiteral("whsec_");
+    settings.webhookSecret = value.toUtf8();
+    if (!value.startsWith(prefix))
+        return;
+    const auto key = QByteArray::fromBase64Encoding(
+        settings.webhookSecret.sliced(prefix.size()), QByteArray::AbortOnBase64DecodingErrors);
+    if (!key || (*key).isEmpty())
+        throw SettingError(QStringLiteral("behind whsec_ stands no base64"));
+    settings.webhookSecret = *key;
+}
+
 } // namespace
 
 const QList<KeyRow<RegisterSettings>>& registerKeys()
@@ -301,7 +315,7 @@ const QList<KeyRow<ServiceSettings>>& webhookKeys()
 {
     static const QList<KeyRow<ServiceSettings>> rows{
         {"url", takeWebhookUrl},
-        {"secret", takeText<&ServiceSettings::webhookSecret>},
+        {"secret", takeWebhookSecret},
     };
     return rows;
 }

@@ -30,7 +30,7 @@ struct ServiceSettings
     int queueLimit = 1000;
     /// Who is told of each end of a document; empty for nobody.
     QString webhookUrl = {};
-    QString webhookSecret = {};
+    QByteArray webhookSecret = {};
 };
 
 } // namespace frserver

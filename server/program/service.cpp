@@ -139,7 +139,7 @@ void Service::startWebhook(const ServiceSettings& settings)
         return m_outbox.close();
     m_outbox.open();
     m_webhook = std::make_unique<Webhook>(
-        m_outbox, Webhook::Settings{QUrl(settings.webhookUrl), settings.webhookSecret.toUtf8()});
+        m_outbox, Webhook::Settings{QUrl(settings.webhookUrl), settings.webhookSecret});
     m_api.onEnd([this] { m_webhook->wake(); });
     m_webhook->wake();
 }
@@ -147,9 +147,13 @@ void Service::startWebhook(const ServiceSettings& settings)
 QString Service::readTokens()
 {
     try {
-        // Where others come nobody is let in for want of the file.
-        m_api.setTokens(m_isOpen || m_tokens.exists(), m_tokens.read());
-        return {};
+        const bool isThere = m_tokens.exists();
+        // Where others come, or there were tokens before, nobody is let in for want of the file.
+        m_areTokensWanted = m_areTokensWanted || m_isOpen || isThere;
+        m_api.setTokens(m_areTokensWanted, m_tokens.read());
+        return isThere || !m_areTokensWanted
+            ? QString()
+            : QStringLiteral("%1 is gone: nobody is let in").arg(m_tokens.fileName());
     } catch (const TokenError& error) {
         m_api.setTokens(true, {});
         return QString::fromUtf8(error.what());

@@ -34,7 +34,7 @@ public:
     void start(const ListenAddress& listen);
     /// Such as "http://127.0.0.1:8403".
     QString url() const { return m_server.url(); }
-    /// Reads the tokens anew. When they cannot be read nobody is let in: what the error says is given back.
+    /// Reads the tokens anew. When they cannot be read, or have gone, nobody is let in: why is given back.
     QString readTokens();
     /// Accepts nothing any longer and lets the documents under way finish, as long as a register may take for
     /// one; then calls back, once.
@@ -51,6 +51,7 @@ private:
     const QString m_certificate;
     const QString m_key;
     bool m_isOpen = false;
+    bool m_areTokensWanted = false;
     std::unique_ptr<sale::SqlStore> m_store;
     Owners m_owners;
     Outbox m_outbox;

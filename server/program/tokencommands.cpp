@@ -42,7 +42,8 @@ int remove(const Options& options, TokenFile& tokens)
     tokens.remove(options.name);
     if (tokens.read().isEmpty())
         std::fprintf(stderr,
-            "frserver: that was the last one: nobody is let in now; remove %s to let this machine in without\n",
+            "frserver: that was the last one: nobody is let in now; to let this machine in without, remove %s and "
+            "start the service anew\n",
             qPrintable(tokens.fileName()));
     sayWhen();
     return 0;

@@ -23,6 +23,13 @@ const QString makeVerb = QStringLiteral("make");
 const QString zReportKind = QStringLiteral("zReport");
 const QString openShiftKind = QStringLiteral("openShift");
 
+/// What waits for a person's word.
+QString wayToSaySo(const QString& reason, const QString& registerName)
+{
+    const bool isAwaited = reason == QStringLiteral("needsReview") || reason == QStringLiteral("newDrive");
+    return isAwaited ? QStringLiteral(" (POST /v1/registers/%1/accept)").arg(registerName) : QString();
+}
+
 } // namespace
 
 RegisterAgent::RegisterAgent(const RegisterSettings& settings, sale::DocumentStore& store,
@@ -279,7 +286,11 @@ std::optional<RegisterAgent::Request> RegisterAgent::nextDocument()
 
 std::optional<RegisterAgent::Request> RegisterAgent::dueZReport()
 {
-    if (!m_shift.isEndDue(now(), steady()) || steady() < m_zReportDue || !m_settings.hasCashier())
+    // What is tried to find paper again is the report, and no document that would go before it.
+    const bool isPaperAwaited = m_waiting
+        && (m_waiting->reason == QStringLiteral("paper") || m_waiting->reason == QStringLiteral("cover"));
+    const bool isTimeToTry = steady() >= m_zReportDue || isPaperAwaited;
+    if (!m_shift.isEndDue(now(), steady()) || !isTimeToTry || !m_settings.hasCashier())
         return std::nullopt;
     std::optional<sale::StoredDocument> report = m_pick.zReport();
     if (!report) {
@@ -315,7 +326,7 @@ bool RegisterAgent::refuseOutsideHours(const sale::StoredDocument& document)
 
 void RegisterAgent::block(const QString& reason, const QString& text)
 {
-    m_waiting = Waiting{reason, text};
+    m_waiting = Waiting{reason, text + wayToSaySo(reason, name())};
     m_retryAt = steady() + m_backoff.next();
     giveUpClaim();
 }

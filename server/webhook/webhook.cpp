@@ -51,10 +51,18 @@ Webhook::Webhook(Outbox& outbox, const Send& send, QObject* parent)
     connect(&m_timer, &QTimer::timeout, this, [this] { tell(); });
 }
 
+QByteArray Webhook::messageId(const Delivery& delivery)
+{
+    // Each journal counts from 1, and one that was put back counts some numbers again.
+    constexpr qsizetype length = 32;
+    const QByteArray whole = QByteArray::number(delivery.number) + '.' + delivery.body;
+    return QCryptographicHash::hash(whole, QCryptographicHash::Sha256).toHex().first(length);
+}
+
 QByteArray Webhook::signature(const QByteArray& secret, const Delivery& delivery, qint64 secondsSinceEpoch)
 {
-    const QByteArray text = QByteArray::number(delivery.number) + '.' + QByteArray::number(secondsSinceEpoch)
-        + '.' + delivery.body;
+    const QByteArray text
+        = messageId(delivery) + '.' + QByteArray::number(secondsSinceEpoch) + '.' + delivery.body;
     return "v1," + QMessageAuthenticationCode::hash(text, secret, QCryptographicHash::Sha256).toBase64();
 }
 
@@ -98,7 +106,7 @@ void Webhook::post(const Delivery& delivery, const Done& done)
     request.setTransferTimeout(answerTimeoutMs);
     // The secret's word is for this address alone.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
-    request.setRawHeader("webhook-id", QByteArray::number(delivery.number));
+    request.setRawHeader("webhook-id", messageId(delivery));
     request.setRawHeader("webhook-timestamp", QByteArray::number(seconds));
     request.setRawHeader("webhook-signature", signature(m_settings.secret, delivery, seconds));
     QNetworkReply* const reply = m_network.post(request, delivery.body);

@@ -33,8 +33,11 @@ public:
     /// There may be something to tell.
     void wake();
 
-    /// "v1," and the base64 of HMAC-SHA256 over "NUMBER.SECONDS.BODY", for the header webhook-signature;
-    /// webhook-id has the number, webhook-timestamp the seconds since 1970.
+    /// For the header webhook-id: the same at each attempt, and that of no other end, also of other services
+    /// that tell the same program.
+    static QByteArray messageId(const Delivery& delivery);
+    /// "v1," and the base64 of HMAC-SHA256 over "ID.SECONDS.BODY", for the header webhook-signature;
+    /// webhook-timestamp has the seconds since 1970.
     static QByteArray signature(const QByteArray& secret, const Delivery& delivery, qint64 secondsSinceEpoch);
     /// How long after so many attempts the next one is made.
     static std::chrono::seconds pauseAfter(int attempts);

@@ -36,6 +36,8 @@ TEST_F(DocumentsTest, RefusesWhatIsWrongAndStoresNothing)
         {"no id", "", cashIn, "id", "Idempotency-Key"},
         {"a short id", "short", cashIn, "id", "8 to 64"},
         {"two ids", "document:1", R"({"id":"document:2","type":"cashIn","sum":1})", "id", "another one"},
+        {"two ids, of which one is known", "document:1", R"({"id":"earlier:1","type":"cashIn","sum":1})",
+            "id", "another one"},
         {"an id that is no text", "", R"({"id":12345678,"type":"cashIn","sum":1})", "id", "text"},
         {"no JSON", "document:1", "{", "", "syntax error"},
         {"a key twice", "document:1", R"({"type":"cashIn","sum":1,"sum":2})", "sum", "twice"},

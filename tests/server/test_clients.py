@@ -1,11 +1,13 @@
 #!/usr/bin/python3
 """The examples of clients at the service."""
 
+import http.server
 import json
 import os
 import signal
 import subprocess
 import sys
+import threading
 import unittest
 from pathlib import Path
 
@@ -22,10 +24,10 @@ class Clients(ServiceTest):
 
     CLIENTS = ("sell.py", "sell.sh", "sell.mjs")
 
-    def sell(self, client, document_id, body):
+    def sell(self, client, document_id, body, url=None):
         file = self.folder / "body.json"
         file.write_text(json.dumps(body), encoding="utf-8")
-        return subprocess.run([EXAMPLES / "clients" / client, self.service.url, "till1", document_id, file],
+        return subprocess.run([EXAMPLES / "clients" / client, url or self.service.url, "till1", document_id, file],
                               capture_output=True, text=True, check=False, timeout=60)
 
     def test_sell_once_and_tell_the_truth(self):
@@ -42,6 +44,40 @@ class Clients(ServiceTest):
                 wrong = self.sell(client, f"wrong:{number:04}", {**SALE, "items": []})
                 self.assertEqual(1, wrong.returncode, wrong)
                 self.assertIn("items", wrong.stdout + wrong.stderr)
+
+    def test_take_no_news_from_a_proxy(self):
+        class Proxy(http.server.BaseHTTPRequestHandler):
+            """Says something of its own at first."""
+
+            def do_POST(self):  # pylint: disable=invalid-name
+                body = self.rfile.read(int(self.headers["Content-Length"]))
+                status, kind, said = self.server.own.pop(0) if self.server.own else (0, None, b"")
+                if status == 0:
+                    answer = self.server.service.ask("POST", self.path, json.loads(body),
+                                                     Idempotency_Key=self.headers["Idempotency-Key"], Prefer="wait=30")
+                    text = json.dumps(answer.body, separators=(",", ":"))
+                    status, kind, said = answer.status, "application/json", text.encode()
+                self.send_response(status)
+                self.send_header("Content-Type", kind)
+                self.end_headers()
+                self.wfile.write(said)
+
+            def log_message(self, *_):  # pylint: disable=arguments-differ
+                pass
+
+        proxy = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Proxy)
+        proxy.service = self.service
+        threading.Thread(target=proxy.serve_forever).start()
+        self.addCleanup(proxy.server_close)
+        self.addCleanup(proxy.shutdown)
+        for number, client in enumerate(self.CLIENTS, 1):
+            with self.subTest(client):
+                is_page = client == "sell.sh"
+                proxy.own = [(200, "text/html", b"Log in") if is_page else (200, "application/json", b"[]")]
+                done = self.sell(client, f"proxy:{number:04}", SALE, f"http://127.0.0.1:{proxy.server_port}")
+                self.assertEqual(0, done.returncode, done)
+                self.assertEqual("issued", json.loads(done.stdout)["state"])
+                self.assertEqual([TOTAL] * number, self.register.receipts())
 
     def test_call_a_person_when_nobody_knows(self):
         """A register that others may work, too, and that loses a sale's last answer."""

@@ -109,6 +109,11 @@ class Program(ServiceTest):
         self.assertNotIn(added["shop"], (self.folder / "tokens").read_text(encoding="utf-8"))
         self.assertIn("shop  sell  till1\n", self.service.command("token", "list").stdout)
         self.assertEqual(1, self.service.command("token", "remove", "nobody").returncode)
+        (self.folder / "tokens").unlink()
+        self.service.process.send_signal(signal.SIGHUP)
+        self.assertIn("gone", self.service.read_address(r"tokens: \S+ is"))
+        self.service.client.token = None
+        self.assertEqual(401, self.service.ask("GET", "/v1/registers").status)
 
     def test_command_line(self):
         for arguments, status, part in (

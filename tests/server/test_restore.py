@@ -105,7 +105,8 @@ class Restore(SharedStoreTest):
             with self.subTest(name):
                 # Before anybody wants to sell.
                 self.until(service, name, waiting="needsReview")
-                self.assertIn("documents 5 to 6 of fiscal drive", self.register(name)["waitingText"])
+                self.assertRegex(self.register(name)["waitingText"],
+                                 f"documents 5 to 6 of fiscal drive .*/registers/{name}/accept")
                 for number, state in ((1, "issued"), (2, "issued"), (3, "unknown"), (4, None)):
                     self.assertEqual(state, service.ask("GET", f"/v1/documents/rack:{name}:{number}").body.get("state"))
                 self.assertEqual(202, service.post(SALE, name, wait=0, id=f"rack:{name}:5").status)

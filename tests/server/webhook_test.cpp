@@ -154,12 +154,17 @@ TEST_F(WebhookTest, WithoutAWebhookNothingIsKept)
 
 TEST(WebhookSignature, IsThatOfTheCommonLibraries)
 {
-    // Made with Python: base64(hmac(b"secret", b"7.1740819600.{\"id\":\"a\"}", sha256)).
+    // Made with Python: base64(hmac(b"secret", ID + b".1740819600.{\"id\":\"a\"}", sha256)).
     Delivery delivery;
     delivery.number = 7;
     delivery.body = R"({"id":"a"})";
+    const QByteArray id = Webhook::messageId(delivery);
+    EXPECT_EQ(id, "2188733ce3e797c46cec540cd625e79a");
     EXPECT_EQ(Webhook::signature("secret", delivery, 1'740'819'600),
-        "v1,G/iillO0QYbKnL3lDxfVAWXBYCoppsGR4R0/ZkQoOHg=");
+        "v1,zHB+SVmXPcvTS+4r4rr/ZujvpOlQc7IAhYvh6QnYbYM=");
+    // The same number in another journal.
+    delivery.body = R"({"id":"b"})";
+    EXPECT_NE(Webhook::messageId(delivery), id);
 }
 
 } // namespace

@@ -49,7 +49,7 @@ TEST_P(Held, IsTriedAgainLaterAndLater)
     for (const int seconds : {1, 2, 4, 8, 16, 32, 60, 60}) {
         EXPECT_EQ(text("state"), "waiting");
         EXPECT_EQ(text("waiting"), reason);
-        EXPECT_EQ(text("waitingText"), QString("of ") + reason);
+        EXPECT_TRUE(text("waitingText").startsWith(QString("of ") + reason));
         pass(seconds * 1000 - 1);
         ASSERT_EQ(worker->at(), "") << seconds;
         pass(1);

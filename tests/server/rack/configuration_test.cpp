@@ -52,7 +52,7 @@ queue-limit = 50
 
 [webhook]
 url = https://shop.example/hook
-secret = "s e c r e t"
+secret = "whsec_cyBlIGMgciBlIHQ="
 
 [register till1]
 port = /dev/ttyUSB0
@@ -137,6 +137,8 @@ TEST_F(ConfigurationTest, TellsAllThatIsWrongWithItsLine)
     EXPECT_EQ(errors("[webhook]\nurl=ftp://a\n"),
         (QStringList{
             "2: url: \"ftp://a\" is no http or https address", "1: [webhook] needs url and secret"}));
+    EXPECT_EQ(errors("[webhook]\nurl=http://a\nsecret=whsec_a?b\n[register a]\nport=x\nprotocol=HEX\n"),
+        QStringList{"3: secret: behind whsec_ stands no base64"});
     EXPECT_EQ(errors("[register a]\nport=x\nprotocol=HEX\nport=y\n"),
         QStringList{"4: [register a] port is there already"});
     EXPECT_EQ(errors(""), QStringList{" has no [register NAME]"});

@@ -168,6 +168,23 @@ TEST_F(AgentTest, ClosesTheShiftBetweenDocumentsAheadOfTheQueue)
     EXPECT_EQ(worker->at(), "state");
 }
 
+TEST_F(AgentTest, LetsNothingGoBeforeAReportThatWaitsForPaper)
+{
+    startAgent(true, now.addSecs(-23 * 3600 - 29 * 60));
+    queue("sale:0001");
+    pass(60'000);
+    issue();
+    const QString report = worker->last.value("id").toString();
+    hold("paper");
+    queue("sale:0002");
+    agent->setAwaited("sale:0002", true);
+    pass(2'000);
+    condition(true);
+    ASSERT_EQ(worker->at(), "make " + report);
+    issue();
+    EXPECT_EQ(worker->at(), "make sale:0002");
+}
+
 TEST_F(AgentTest, TakesTheReportThatSomebodyHasAskedForAlready)
 {
     startAgent(true, now);
