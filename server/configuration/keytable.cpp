@@ -69,10 +69,10 @@ int numberUpTo(const QString& value, int least, int most)
     return number;
 }
 
-template <auto Member, int least, int most, typename Settings>
+template <auto Member, int Least, int Most, typename Settings>
 void takeNumber(const QString& value, Settings& settings)
 {
-    settings.*Member = numberUpTo(value, least, most);
+    settings.*Member = numberUpTo(value, Least, Most);
 }
 
 qsizetype oneOf(const QString& value, const QStringList& words)
