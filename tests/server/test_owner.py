@@ -64,12 +64,14 @@ class OwnerTest(SharedStoreTest):
         self.assertEqual(wanted, told)
 
     def until(self, service, state):
+        def told():
+            till = self.till(service)
+            return till["state"], (till["owner"] or {}).get("process")
+
         if state == "standby":
             # It shows what the owner tells, or that it knows of one.
-            owner = lambda: (self.till(service)["owner"] or {}).get("process")  # noqa: E731
-            return self.poll(lambda: owner() not in (None, service.process.pid), True)
+            return self.poll(lambda: told()[1] not in (None, service.process.pid), True)
         # Its own word: what a former owner has told last may be the same.
-        told = lambda: (self.till(service)["state"], (self.till(service)["owner"] or {}).get("process"))  # noqa: E731
         return self.poll(told, (state, service.process.pid))
 
     def assert_issued(self, answer):
