@@ -21,6 +21,8 @@ constexpr std::chrono::seconds leastSilence(2 * lookTicks);
 constexpr int tellAllTicks = 15;
 /// In which what is to be read is collected.
 constexpr std::chrono::milliseconds readPause(200);
+/// Between two readings: of many registers some change at each moment, and all services read them.
+constexpr std::chrono::milliseconds betweenReadings(1'000);
 
 const QString documentName = QStringLiteral("document");
 const QString registersName = QStringLiteral("registers");
@@ -155,8 +157,9 @@ void Peers::tell()
 
 bool Peers::read()
 {
+    m_nextReading.setRemainingTime(betweenReadings);
     return m_line.ask([this](sale::SqlConnection& connection) {
-        for (const ToldRegister& told : rackboard::registers(connection, m_read))
+        for (const ToldRegister& told : rackboard::registers(connection, m_line.id(), m_read))
             take(told);
         for (const auto& [name, content] : rackboard::takeOrders(connection, m_line.id()))
             obey(name, content);
@@ -193,8 +196,6 @@ void Peers::noteSilences()
 
 void Peers::take(const ToldRegister& told)
 {
-    if (told.service == m_line.id())
-        return;
     const auto known = m_tills.find(told.settings.name);
     RackTill& till = known == m_tills.end() ? add(told.settings, nullptr) : *known->second;
     till.tell(told);
@@ -238,8 +239,10 @@ void Peers::hear(const QJsonObject& message)
     // Of one that is gone, too.
     if (message.contains(registersName) && message.value(registersName) == goneName)
         noteSilences();
-    if ((areOrders || message.contains(registersName)) && !m_reading.isActive())
-        m_reading.start(areOrders ? std::chrono::milliseconds(0) : readPause);
+    if (areOrders)
+        m_reading.start(0);
+    else if (message.contains(registersName) && !m_reading.isActive())
+        m_reading.start(static_cast<int>(std::max<qint64>(readPause.count(), m_nextReading.remainingTime())));
 }
 
 void Peers::sayDocument(const sale::StoredDocument& document)

@@ -5,6 +5,7 @@
 #include "peers/rackboard.h"
 #include "peers/racktill.h"
 
+#include <QDeadlineTimer>
 #include <QSet>
 
 #include <map>
@@ -66,6 +67,7 @@ private:
     rackboard::Reading m_read;
     QTimer m_timer;
     QTimer m_reading;
+    QDeadlineTimer m_nextReading;
     int m_ticks = 0;
 };
 

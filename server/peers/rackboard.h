@@ -41,8 +41,9 @@ void tidy(sale::SqlConnection& connection);
 QHash<QString, double> silences(const sale::SqlConnection& connection);
 /// All at once: the service works these registers now.
 void tell(sale::SqlConnection& connection, const QString& service, const QList<Entry>& entries);
-/// What is new since the last reading, which begins with an empty one.
-QList<ToldRegister> registers(const sale::SqlConnection& connection, Reading& reading);
+/// What others than the service have told since the last reading, which begins with an empty one.
+QList<ToldRegister> registers(
+    const sale::SqlConnection& connection, const QString& service, Reading& reading);
 /// What a service is to do with a register that it works.
 void order(sale::SqlConnection& connection, const QString& service, const Order& order);
 /// Those of the service, in their order; each once.
