@@ -191,6 +191,11 @@ void SqlStore::refuseWrongEnding(const StoredDocument& known, int attempt, const
     // Of one that was put in doubt nobody knows the drive.
     if (ending.documentNumber == 0 || known.drive.isEmpty())
         return;
+    if (ending.documentNumber <= known.numberBefore())
+        throw wrongOrder(id,
+            QStringLiteral("was begun behind number %1 of fiscal drive %2, and has a higher one")
+                .arg(known.numberBefore())
+                .arg(known.drive));
     const QList<StoredDocument> others
         = find({.drive = known.drive, .documentNumber = ending.documentNumber, .withAttempts = false});
     if (!others.isEmpty())

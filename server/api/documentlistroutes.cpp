@@ -99,6 +99,11 @@ void requireResolvable(const Api& api, const StoredDocument& document, const sal
     // Of one that an older state left in doubt nobody knows the drive.
     if (word.documentNumber == 0 || document.drive.isEmpty())
         return;
+    if (word.documentNumber <= document.numberBefore())
+        refuse(QStringLiteral(
+            "When it was begun the fiscal drive %1 had reached number %2: its own one is higher.")
+                   .arg(document.drive)
+                   .arg(document.numberBefore()));
     const QList<StoredDocument> others = api.store().find(
         {.drive = document.drive, .documentNumber = word.documentNumber, .limit = 1, .withAttempts = false});
     if (!others.isEmpty())

@@ -123,6 +123,10 @@ TEST_P(Store, PersonsWordIsTakenForWhatIsUnknown)
     }
     DocumentEnding word{.state = DocumentState::Issued, .documentNumber = 8, .by = "anna"};
     EXPECT_THROW(store->settle("unknown", 1, word), JournalError) << "another document has the number";
+    for (const quint32 number : {1U, 7U}) {
+        word.documentNumber = number;
+        EXPECT_THROW(store->settle("unknown", 1, word), JournalError) << "the drive was there already";
+    }
     word.documentNumber = 9;
     store->settle("unknown", 1, word);
     EXPECT_EQ(store->findId("unknown")->state, DocumentState::Issued);

@@ -194,6 +194,10 @@ TEST_F(PeersTest, RegisterOfADeadServiceIsUnreachableAndWhatItBegunAPersonsCase)
     EXPECT_FALSE(view.value("since").toString().isEmpty());
     EXPECT_EQ(two.ask("POST", "/v1/registers/till1/pause", "{}").status, 503);
     EXPECT_EQ(two.ask("GET", "/v1/documents/document:1").text("waiting"), "unreachable");
+    const Served low
+        = two.ask("POST", "/v1/documents/document:1/resolve", R"({"state":"issued","documentNumber":7})");
+    EXPECT_EQ(low.status, 409);
+    EXPECT_TRUE(low.text("detail").contains("reached number 7")) << low.all();
     EXPECT_EQ(two.ask("POST", "/v1/documents/document:1/resolve", word).status, 200);
     EXPECT_EQ(two.store.findId("document:1")->state, DocumentState::Issued);
     // What waits is accepted, and can go elsewhere.
