@@ -211,6 +211,8 @@ void SqlStore::settle(const QString& id, int attempt, const DocumentEnding& endi
         const std::optional<StoredDocument> known = findId(id);
         if (!known)
             throw wrongOrder(id, QStringLiteral("is not there"));
+        if (!ending.isAsked && (known->state != DocumentState::Running || known->attemptCount != attempt))
+            return;
         if (known->state == DocumentState::Issued && ending.state == DocumentState::Issued
             && known->documentNumber == ending.documentNumber && ending.by.isEmpty())
             return;
@@ -232,6 +234,8 @@ void SqlStore::endAttempt(const QString& id, int attempt, const DocumentEnding& 
             neverNull(waits ? QString() : reasonName(ending.reason)),
             nullIfEmpty(waits ? QString() : storedNow()), number, ending.isNumberRead,
             ending.state == DocumentState::Issued ? ending.times : 0, ending.by, ending.note});
+    if (!ending.isAsked)
+        return;
     updateAttempt(id, attempt,
         QStringLiteral("ended = ?, verdict = ?, document = ?, mark_after = coalesce(?, mark_after), "
                        "register_time = coalesce(?, register_time)"),

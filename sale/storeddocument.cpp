@@ -4,6 +4,13 @@
 
 namespace sale {
 
+bool StoredDocument::isToBeAsked() const
+{
+    const bool isGivenUp
+        = state == DocumentState::Unknown && !attempts.isEmpty() && !attempts.constLast().ended.isValid();
+    return state == DocumentState::Running || isGivenUp;
+}
+
 quint32 StoredDocument::numberBefore() const
 {
     if (drive.isEmpty() || attempts.isEmpty())

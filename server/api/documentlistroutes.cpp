@@ -85,7 +85,7 @@ bool isOutOfReach(const Api& api, const StoredDocument& document)
     if (document.state != DocumentState::Running)
         return false;
     const Till* const till = api.certainTill(document.request.registerName);
-    return till == nullptr || !till->isReachable();
+    return till == nullptr || till->isLost();
 }
 
 void requireResolvable(const Api& api, const StoredDocument& document, const sale::DocumentEnding& word)

@@ -5,6 +5,7 @@
 
 #include "api/api.h"
 #include "journalerror.h"
+#include "pendingsales.h"
 
 #include <algorithm>
 
@@ -45,6 +46,7 @@ QJsonObject withoutAges(QJsonObject view)
 Peers::Peers(
     const sale::PostgresPlace& place, Api& api, sale::DocumentStore& store, std::chrono::seconds lease)
     : m_api(api)
+    , m_store(store)
     , m_longestSilence(std::max(lease, leastSilence))
     , m_line(place)
     , m_sweep(api, store)
@@ -113,7 +115,24 @@ void Peers::look()
     m_line.ask([this](sale::SqlConnection& connection) { rackboard::beat(connection, m_line.id(), m_name); });
     read();
     noteSilences();
+    giveUpLost();
     m_sweep.begin();
+}
+
+/// Whoever works a register gives up itself what it cannot ask about.
+void Peers::giveUpLost()
+{
+    const double longest = std::chrono::duration<double>(sale::longestUnreached).count();
+    for (const auto& [name, till] : m_tills) {
+        if (till->lostFor() < longest || m_api.openDocuments().count(name, sale::DocumentState::Running) == 0)
+            continue;
+        try {
+            for (const QString& id : sale::giveUpPendingSales(m_store, name))
+                m_api.documentChanged(id);
+        } catch (const sale::JournalError& error) {
+            qCWarning(peerLog).noquote() << name << error.what();
+        }
+    }
 }
 
 /// What the others do not know of this service's registers.

@@ -49,9 +49,11 @@ private:
     bool read();
     void lookForRegisters();
     void noteSilences();
+    void giveUpLost();
     void take(const ToldRegister& told);
 
     Api& m_api;
+    sale::DocumentStore& m_store;
     const std::chrono::seconds m_longestSilence;
     PeerLine m_line;
     OpenSweep m_sweep;

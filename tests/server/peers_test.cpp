@@ -200,6 +200,14 @@ TEST_F(PeersTest, RegisterOfADeadServiceIsUnreachableAndWhatItBegunAPersonsCase)
     EXPECT_TRUE(low.text("detail").contains("reached number 7")) << low.all();
     EXPECT_EQ(two.ask("POST", "/v1/documents/document:1/resolve", word).status, 200);
     EXPECT_EQ(two.store.findId("document:1")->state, DocumentState::Issued);
+    // Nobody waits for that service for ever.
+    sql("UPDATE frspf.services SET seen = seen - interval '5 minutes' WHERE name = 'till1:8403' RETURNING 1");
+    const auto waiting = two.api.waiters().wait("document:2", std::chrono::seconds(60));
+    two.peers.look();
+    ASSERT_TRUE(waiting->response().has_value());
+    EXPECT_EQ(waiting->response()->status, 409);
+    EXPECT_EQ(two.store.findId("document:2")->state, DocumentState::Unknown);
+    EXPECT_TRUE(two.store.findId("document:2")->isToBeAsked());
     // What waits is accepted, and can go elsewhere.
     two.store.accept({"document:3", "sell", R"({"a":1})", "till1"});
     EXPECT_EQ(two.ask("POST", "/v1/documents/document:3/move", R"({"register":"till2"})").status, 200);
@@ -233,6 +241,24 @@ TEST_F(PeersTest, RegisterOfTwoServicesIsShownAsItsOwnerTells)
     ASSERT_TRUE(becomes([&] { return one.view("till1").value("state") == "making"; }));
     EXPECT_EQ(one.view("till1").value("service"), "till2:8403");
     EXPECT_EQ(two.ask("POST", "/v1/registers/till1/resume", "{}").status, 200);
+    // The one is gone, and the other one waits for a person to say that the register was moved.
+    one.accept("document:1");
+    one.store.begin("document:1", {{{"drive", "9999"}, {"lastDocument", 7}}});
+    one.api.documentChanged("document:1");
+    const QByteArray word = R"({"state":"notIssued","note":"not on the tape"})";
+    EXPECT_EQ(two.ask("POST", "/v1/documents/document:1/resolve", word).status, 409);
+    spare.isOwner = false;
+    spare.waiting = "otherMachine";
+    one.till.isOwner = true;
+    one.api.registerChanged("till1");
+    one.peers.look();
+    ASSERT_TRUE(becomes([&] { return two.view("till1").value("service") == "till1:8403"; }));
+    EXPECT_EQ(two.ask("POST", "/v1/documents/document:1/resolve", word).status, 409);
+    sql("UPDATE frspf.services SET seen = seen - interval '1 minute' WHERE name = 'till1:8403' RETURNING 1");
+    two.peers.look();
+    EXPECT_EQ(two.view("till1").value("waiting"), "otherMachine");
+    EXPECT_EQ(two.ask("GET", "/v1/documents/document:1").text("waiting"), "unreachable");
+    EXPECT_EQ(two.ask("POST", "/v1/documents/document:1/resolve", word).status, 200);
 }
 
 } // namespace
