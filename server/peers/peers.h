@@ -41,6 +41,9 @@ private:
     void sayDocument(const sale::StoredDocument& document);
     void order(const RackTill& till, const QJsonObject& content);
     void obey(const QString& registerName, const QJsonObject& content);
+    bool isOwn(const QString& registerName) const;
+    QStringList ownRegisters() const;
+    void readOrders(sale::SqlConnection& connection);
     RackTill& add(const Till::Settings& settings, Till* own);
     void tick();
     void tell();

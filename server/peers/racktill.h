@@ -71,6 +71,9 @@ private:
 /// @{
 namespace rackorder {
 
+/// "pause", "resume" and so on.
+QString verbOf(const QJsonObject& content);
+bool isPause(const QJsonObject& content);
 /// Only said, since it is worth nothing later.
 bool isPassing(const QJsonObject& content);
 /// The document that is to be asked about; empty for another order.

@@ -58,6 +58,10 @@ protected:
         sale::PostgresConnection(sale::PostgresServer::instance().place(), 1000)
             .execute(QStringLiteral("ALTER TABLE frspf.%1 RENAME TO %2").arg(table, name));
     }
+    static void makeOrdersOld()
+    {
+        sql("UPDATE frspf.orders SET made = made - interval '31 seconds' RETURNING 1");
+    }
     static QVariant sql(const QString& statement)
     {
         return sale::PostgresConnection(sale::PostgresServer::instance().place(), 1000).value(statement);
@@ -218,6 +222,47 @@ TEST_F(PeersTest, RegisterOfADeadServiceIsUnreachableAndWhatItBegunAPersonsCase)
     EXPECT_EQ(two.view("till1").value("state"), "ready");
     one.reset();
     EXPECT_TRUE(becomes([&] { return two.view("till1").value("state") == "unreachable"; })) << "at once";
+}
+
+TEST_F(PeersTest, OrderIsFollowedInTimeByWhoeverHasTheRegisterOrByNobody)
+{
+    Desk one("till1");
+    FakeTill next({"till1", receipt::Protocol::Hex, QTimeZone::utc(), 120, true});
+    next.isOwner = false;
+    Desk two("till2", &next);
+    Desk three("till3");
+    const QByteArray pause = "/v1/registers/till1/pause";
+    // Whoever is told to work it has just lost it.
+    one.till.isOwner = false;
+    const Served first = three.ask("POST", pause, R"({"by":"anna"})");
+    ASSERT_TRUE(first.pending);
+    EXPECT_EQ(three.ask("POST", "/v1/registers/till1/resume", R"({"by":"anna"})").status, 202);
+    one.peers.look();
+    two.peers.look();
+    EXPECT_EQ(one.till.told + next.told, QStringList());
+    next.isOwner = true;
+    two.peers.look();
+    EXPECT_EQ(next.told, (QStringList{"pause by anna", "resume by anna"}));
+    // Nobody has it for long, and then nobody expects that any more.
+    next.isOwner = false;
+    next.told.clear();
+    EXPECT_TRUE(three.ask("POST", pause, R"({"by":"boris"})").pending);
+    makeOrdersOld();
+    EXPECT_EQ(three.ask("POST", "/v1/registers/till1/accept", R"({"note":"seen"})").status, 202);
+    EXPECT_EQ(first.later().status, 0);
+    three.peers.look();
+    EXPECT_EQ(first.later().status, 503) << first.later().all();
+    next.isOwner = true;
+    two.peers.look();
+    EXPECT_EQ(next.told, QStringList());
+    // Also before whoever has asked looks.
+    three.ask("POST", pause, R"({"by":"clara"})");
+    makeOrdersOld();
+    two.peers.look();
+    EXPECT_EQ(next.told, QStringList());
+    EXPECT_EQ(sql("SELECT count(*) FROM frspf.orders").toInt(), 1);
+    three.peers.look();
+    EXPECT_EQ(sql("SELECT count(*) FROM frspf.orders").toInt(), 0);
 }
 
 TEST_F(PeersTest, RegisterOfTwoServicesIsShownAsItsOwnerTells)
