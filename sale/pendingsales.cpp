@@ -91,8 +91,9 @@ QList<SettledSale> settlePendingSales(
             drive = noteMark(driver, line, DocumentKind::Report).drive;
         return document.drive == drive;
     };
-    for (const StoredDocument& document : store.find({.states = {DocumentState::Running}})) {
-        if (!isHere(document))
+    for (const StoredDocument& document :
+        store.find({.states = {DocumentState::Running, DocumentState::Unknown}})) {
+        if (!document.isToBeAsked() || !isHere(document))
             continue;
         // One whose beginning nobody heard of, since the journal's server was lost over it, is not taken for
         // what was made after it.
@@ -101,6 +102,17 @@ QList<SettledSale> settlePendingSales(
         settled.append({document.request.id, writeDown(store, document, verdict)});
     }
     return settled;
+}
+
+QStringList giveUpPendingSales(DocumentStore& store, const QString& registerName)
+{
+    QStringList ids;
+    for (const StoredDocument& document : store.find(
+             {.states = {DocumentState::Running}, .registerName = registerName, .withAttempts = false})) {
+        store.settle(document.request.id, document.attemptCount, {.isAsked = false});
+        ids.append(document.request.id);
+    }
+    return ids;
 }
 
 } // namespace sale

@@ -191,6 +191,11 @@ void SqlStore::refuseWrongEnding(const StoredDocument& known, int attempt, const
     // Of one that was put in doubt nobody knows the drive.
     if (ending.documentNumber == 0 || known.drive.isEmpty())
         return;
+    if (ending.documentNumber <= known.numberBefore())
+        throw wrongOrder(id,
+            QStringLiteral("was begun behind number %1 of fiscal drive %2, and has a higher one")
+                .arg(known.numberBefore())
+                .arg(known.drive));
     const QList<StoredDocument> others
         = find({.drive = known.drive, .documentNumber = ending.documentNumber, .withAttempts = false});
     if (!others.isEmpty())
@@ -206,6 +211,8 @@ void SqlStore::settle(const QString& id, int attempt, const DocumentEnding& endi
         const std::optional<StoredDocument> known = findId(id);
         if (!known)
             throw wrongOrder(id, QStringLiteral("is not there"));
+        if (!ending.isAsked && (known->state != DocumentState::Running || known->attemptCount != attempt))
+            return;
         if (known->state == DocumentState::Issued && ending.state == DocumentState::Issued
             && known->documentNumber == ending.documentNumber && ending.by.isEmpty())
             return;
@@ -227,6 +234,8 @@ void SqlStore::endAttempt(const QString& id, int attempt, const DocumentEnding& 
             neverNull(waits ? QString() : reasonName(ending.reason)),
             nullIfEmpty(waits ? QString() : storedNow()), number, ending.isNumberRead,
             ending.state == DocumentState::Issued ? ending.times : 0, ending.by, ending.note});
+    if (!ending.isAsked)
+        return;
     updateAttempt(id, attempt,
         QStringLiteral("ended = ?, verdict = ?, document = ?, mark_after = coalesce(?, mark_after), "
                        "register_time = coalesce(?, register_time)"),

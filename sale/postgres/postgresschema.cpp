@@ -78,11 +78,12 @@ constexpr const char* firstRelease[] = {
     "CREATE TABLE frserver_owners (id text COLLATE \"C\" PRIMARY KEY, owner text NOT NULL)",
     "CREATE TABLE frserver_outbox (number bigserial PRIMARY KEY, document text NOT NULL, body text NOT NULL, "
     "created timestamptz NOT NULL, attempts integer NOT NULL DEFAULT 0, due timestamptz NOT NULL)",
-    // Services that run, what they tell of the registers that they work, and what they are to do with them.
+    // Services that run, what they tell of the registers that they work, and what whoever works one is to do
+    // with it, as a service was asked.
     "CREATE TABLE services (id text PRIMARY KEY, name text NOT NULL, seen timestamptz NOT NULL)",
     "CREATE TABLE registers (name text PRIMARY KEY, service text NOT NULL, settings text NOT NULL, "
     "view text NOT NULL, told timestamptz NOT NULL)",
-    "CREATE TABLE orders (number bigserial PRIMARY KEY, service text NOT NULL, register text NOT NULL, "
+    "CREATE TABLE orders (number bigserial PRIMARY KEY, asked text NOT NULL, register text NOT NULL, "
     "content text NOT NULL, made timestamptz NOT NULL)",
     "CREATE INDEX frserver_outbox_by_document ON frserver_outbox (document, number)",
     nullptr,

@@ -42,6 +42,9 @@ private:
     void sayDocument(const sale::StoredDocument& document);
     void order(const RackTill& till, const QJsonObject& content);
     void obey(const QString& registerName, const QJsonObject& content);
+    bool isOwn(const QString& registerName) const;
+    QStringList ownRegisters() const;
+    void readOrders(sale::SqlConnection& connection);
     RackTill& add(const Till::Settings& settings, Till* own);
     void tick();
     void tell();
@@ -50,9 +53,11 @@ private:
     bool read();
     void lookForRegisters();
     void noteSilences();
+    void giveUpLost();
     void take(const ToldRegister& told);
 
     Api& m_api;
+    sale::DocumentStore& m_store;
     const std::chrono::seconds m_longestSilence;
     PeerLine m_line;
     OpenSweep m_sweep;

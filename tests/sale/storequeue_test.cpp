@@ -174,9 +174,12 @@ TEST_P(StoreQueue, OfAnOlderStateWhatWasUnfinishedIsForAPersonToSay)
 {
     for (const DocumentState state : states)
         bring(stateName(state), state, state == DocumentState::Issued ? 8 : 0);
+    bring("given-up", DocumentState::Running);
+    store->settle("given-up", 1, {.isAsked = false});
     const auto doubt = [this] { return dynamic_cast<SqlStore&>(*store).doubtUnfinished(); };
-    EXPECT_EQ(doubt(), (QStringList{"queued", "running"}));
+    EXPECT_EQ(doubt(), (QStringList{"queued", "running", "given-up"}));
     EXPECT_EQ(doubt(), QStringList());
+    EXPECT_TRUE(store->findId("given-up")->drive.isEmpty());
     for (const DocumentState state : states) {
         const StoredDocument document = store->findId(stateName(state)).value();
         SCOPED_TRACE(document.request.id.toStdString());
