@@ -14,8 +14,9 @@ namespace sale {
 
 /// A PostgreSQL database that several machines write, each time to the server's disk. A connection that is
 /// lost is made anew, and what it was doing is done again when it is sure that it was not done: the server
-/// is asked what has become of the transaction whose end it did not tell. Only when it is not back within
-/// the patience, it stays open what became of that one.
+/// is asked what has become of the transaction whose end it did not tell. It stays open what became of that
+/// one when the server is not back within the patience, or has started anew in between and may have given
+/// its number to another one.
 class PostgresConnection : public SqlConnection
 {
 public:
@@ -52,7 +53,17 @@ private:
     bool waitAgain(const QElapsedTimer& since) const;
     /// Whether the work and its end came through; otherwise it is to be done again.
     bool attempt(const std::function<void()>& statements, const QElapsedTimer& since);
-    bool isCommitted(const QString& transaction, const QElapsedTimer& since) const;
+    /// By what the server is asked later about the transaction under way.
+    struct Ticket
+    {
+        /// Empty for one that has written nothing.
+        QString transaction = {};
+        /// Of the server's table: another one, or none, when it has started anew without a good-bye.
+        QString life = {};
+    };
+    Ticket readTicket() const;
+    Ticket takeTicket();
+    bool isCommitted(const Ticket& ticket, const QElapsedTimer& since) const;
     void rollBack();
 
     const PostgresPlace m_place;

@@ -15,6 +15,9 @@ namespace {
 // Each release that adds something has a row more; the last one's number is the version. What is there is
 // never changed, so that the release before goes on: a release that could not raises "least".
 constexpr const char* firstRelease[] = {
+    // The server empties it when it has died, or another one has taken its place.
+    "CREATE UNLOGGED TABLE server_life (id uuid NOT NULL DEFAULT gen_random_uuid(), "
+    "alone boolean PRIMARY KEY DEFAULT true CHECK (alone))",
     "CREATE TABLE ids (id text COLLATE \"C\" PRIMARY KEY, digest text NOT NULL, accepted timestamptz NOT NULL)",
     "CREATE SEQUENCE documents_sequence",
     "CREATE TABLE documents ("

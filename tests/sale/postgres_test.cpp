@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 using namespace sale;
 
 namespace {
@@ -103,6 +105,39 @@ TEST_F(Postgres, WhatWasAcceptedOutlivesThePowerCutAndNothingIsAcceptedWithoutAS
     EXPECT_EQ(store.findId("A")->state, DocumentState::Queued);
     EXPECT_FALSE(store.findId("B"));
     EXPECT_EQ(store.accept(request("B")).state, DocumentState::Queued);
+}
+
+TEST_F(Postgres, WhatIsSaidToBeAcceptedIsThereWhoeverGotTheNumberOfItsTransactionSince)
+{
+    // The server dies over the commit, of which nothing is on its disk.
+    connection().execute("CREATE FUNCTION halt() RETURNS trigger LANGUAGE plpgsql AS "
+                         "$$ BEGIN PERFORM pg_advisory_xact_lock_shared(7); RETURN NULL; END $$");
+    connection().execute("CREATE CONSTRAINT TRIGGER halt AFTER INSERT ON ids DEFERRABLE INITIALLY DEFERRED "
+                         "FOR EACH ROW EXECUTE FUNCTION halt()");
+    PostgresConnection watch(server.place(), 1000);
+    watch.value("SELECT pg_advisory_lock(7)");
+    std::optional<bool> isThere;
+    std::thread host([&] {
+        PostgresStore store(server.place(), 20'000);
+        try {
+            store.accept(request("A"));
+            isThere = store.findId("A").has_value();
+        } catch (const JournalError&) {
+            // Nothing is said.
+        } catch (const std::exception&) {
+            isThere = false;
+        }
+    });
+    const QString waiting = "SELECT count(*) FROM pg_locks WHERE locktype = 'advisory' AND NOT granted";
+    while (watch.value(waiting).toInt() == 0) { }
+    server.stopAtOnce();
+    // Before it is back for the others somebody has written.
+    server.runAlone(
+        QByteArray("INSERT INTO frspf.frserver_registers VALUES (gen_random_uuid(), '')\n").repeated(50));
+    server.start();
+    host.join();
+    EXPECT_TRUE(isThere.value_or(true));
+    EXPECT_EQ(PostgresStore(server.place()).accept(request("A")).state, DocumentState::Queued);
 }
 
 TEST_F(Postgres, DocumentStaysInTheMonthOfItsAcceptance)
