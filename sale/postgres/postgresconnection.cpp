@@ -238,6 +238,7 @@ bool PostgresConnection::attempt(const std::function<void()>& statements, const 
     reach(since);
     try {
         run(QStringLiteral("BEGIN ISOLATION LEVEL READ COMMITTED"));
+        ++m_transactions;
         m_isInTransaction = true;
         statements();
         ticket = takeTicket();

@@ -23,7 +23,8 @@ public:
     PostgresConnection(const PostgresPlace& place, int patienceMs);
 
     const PostgresPlace& place() const { return m_place; }
-    bool isInTransaction() const { return m_isInTransaction; }
+    /// That one under way, which is no other one's number as long as this is there; 0 for none.
+    qint64 transaction() const { return m_isInTransaction ? m_transactions : 0; }
 
     /// Outside of a transaction it may be done twice.
     int execute(const QString& statement, const QVariantList& values = {}) override;
@@ -69,6 +70,7 @@ private:
     const PostgresPlace m_place;
     const int m_patienceMs;
     bool m_isInTransaction = false;
+    qint64 m_transactions = 0;
     /// Nobody is kept waiting for it again and again.
     mutable bool m_isGivenUp = false;
     QString m_channel;

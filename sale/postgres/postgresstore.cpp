@@ -124,9 +124,9 @@ QString PostgresStore::acceptanceOf(const QString& id) const
 
 SqlKey PostgresStore::keyOf(const QString& id) const
 {
-    const bool isHeld = m_connection.isInTransaction() && id == m_held;
-    const QString accepted = isHeld ? m_heldAcceptance : acceptanceOf(id);
-    return keyIn(id, accepted);
+    const qint64 transaction = m_connection.transaction();
+    const bool isHeld = transaction != 0 && m_held.transaction == transaction && m_held.id == id;
+    return keyIn(id, isHeld ? m_held.acceptance : acceptanceOf(id));
 }
 
 SqlKey PostgresStore::keyOf(const StoredDocument& document) const
@@ -136,9 +136,8 @@ SqlKey PostgresStore::keyOf(const StoredDocument& document) const
 
 void PostgresStore::hold(const QString& id)
 {
-    m_held = id;
-    m_heldAcceptance = acceptanceOf(id);
-    if (m_heldAcceptance.isEmpty())
+    m_held = {id, acceptanceOf(id), m_connection.transaction()};
+    if (m_held.acceptance.isEmpty())
         return;
     const SqlKey key = keyOf(id);
     m_connection.value(
@@ -198,8 +197,7 @@ void PostgresStore::writeId(const QString& id, const QString& digest, const QStr
     // Another one has brought it in meanwhile; a month whose documents were taken away keeps its ids.
     if (written == 0)
         throw RunAgain(wrongOrder(id, QStringLiteral("was accepted before, and is not there")).fault());
-    m_held = id;
-    m_heldAcceptance = accepted;
+    m_held.acceptance = accepted;
 }
 
 void PostgresStore::forget(const QString& id)

@@ -65,9 +65,14 @@ private:
     std::optional<LeasedRegister> m_lease;
     /// Where this program stands among the workers, without owning it.
     QString m_joined;
-    /// In this transaction: the document that is held, and when it was accepted.
-    QString m_held;
-    QString m_heldAcceptance;
+    /// The document that a transaction holds, and when it was accepted.
+    struct Held
+    {
+        QString id;
+        QString acceptance;
+        qint64 transaction = 0;
+    };
+    Held m_held;
     /// Tables are there for it and those behind it.
     QDate m_month;
 };

@@ -140,6 +140,18 @@ TEST_F(Postgres, WhatIsSaidToBeAcceptedIsThereWhoeverGotTheNumberOfItsTransactio
     EXPECT_EQ(PostgresStore(server.place()).accept(request("A")).state, DocumentState::Queued);
 }
 
+TEST_F(Postgres, WhatATransactionHasSeenOfADocumentIsForgottenWithIt)
+{
+    PostgresStore store(server.place());
+    EXPECT_THROW(store.accept(request("A"), [] { throw std::runtime_error("no"); }), std::runtime_error);
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    DocumentRequest late = request("A");
+    late.startBefore = now.addSecs(-1);
+    PostgresStore(server.place()).accept(late);
+    EXPECT_EQ(store.expire(now), QStringList{"A"});
+    EXPECT_EQ(store.findId("A")->state, DocumentState::NotIssued);
+}
+
 TEST_F(Postgres, DocumentStaysInTheMonthOfItsAcceptance)
 {
     GivenTime december("2031-12-31T23:59:59Z");
