@@ -33,7 +33,7 @@ public:
     /// Takes a document in, and gives what is known of it. An id belongs to one document for ever: one that
     /// is not issued is queued anew, with the body given; any other is given back as it stands. Throws
     /// IdConflict when the body, or the sale whose goods come back, is another one than that of a document
-    /// that is queued, begun, issued or unknown. The condition is asked of a document that is to be queued,
+    /// that is queued, begun, issued or unknown, or was archived. The condition is asked of a document that is to be queued,
     /// while nobody else writes: what it finds in this journal holds still when the document is in it.
     virtual StoredDocument accept(const DocumentRequest& request, const Condition& condition) = 0;
     StoredDocument accept(const DocumentRequest& request) { return accept(request, {}); }

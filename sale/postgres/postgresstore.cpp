@@ -1,5 +1,6 @@
 #include "postgres/postgresstore.h"
 
+#include "idconflict.h"
 #include "postgres/postgresfault.h"
 #include "postgres/postgresschema.h"
 #include "postgres/workertable.h"
@@ -190,13 +191,15 @@ RegisterFence PostgresStore::fence()
 
 void PostgresStore::writeId(const QString& id, const QString& digest, const QString& accepted)
 {
+    // A month whose documents were taken away keeps its ids.
+    if (!m_held.acceptance.isEmpty() && m_held.acceptance != accepted)
+        throw IdConflict(id, timeFromStored(m_held.acceptance));
     const int written = m_connection.execute(
         QStringLiteral("INSERT INTO ids (id, digest, accepted) VALUES (?, ?, ?) ON CONFLICT (id) "
                        "DO UPDATE SET digest = excluded.digest WHERE ids.accepted = excluded.accepted"),
         {id, digest, accepted});
-    // Another one has brought it in meanwhile; a month whose documents were taken away keeps its ids.
     if (written == 0)
-        throw RunAgain(wrongOrder(id, QStringLiteral("was accepted before, and is not there")).fault());
+        throw RunAgain(wrongOrder(id, QStringLiteral("was brought in by another program")).fault());
     m_held.acceptance = accepted;
 }
 

@@ -1,6 +1,7 @@
 // What PostgreSQL alone must do as a journal's keeper.
 
 #include "currenttime.h"
+#include "idconflict.h"
 #include "journalerror.h"
 #include "mockfactory.h"
 #include "postgres/postgresstore.h"
@@ -168,8 +169,7 @@ TEST_F(Postgres, DocumentStaysInTheMonthOfItsAcceptance)
     EXPECT_EQ(store.findId("A")->accepted, QDateTime::fromString("2031-12-31T23:59:59Z", Qt::ISODate));
     // A month that was taken away keeps its ids.
     connection().execute("DROP TABLE documents_2031_12, attempts_2031_12");
-    PostgresStore hasty(server.place(), 100);
-    EXPECT_THROW(hasty.accept(request("A")), JournalError);
+    EXPECT_THROW(store.accept(request("A")), IdConflict);
 }
 
 TEST_F(Postgres, TablesOfOtherReleasesAreTold)

@@ -147,6 +147,18 @@ TEST_F(PeersTest, RegisterOfAnotherServiceIsSeenAndObeys)
     EXPECT_TRUE(metrics.contains(R"(frserver_register_state{register="till1",state="paused")"));
 }
 
+TEST_F(PeersTest, IdOfADocumentThatWasArchivedIsNotSoldAgain)
+{
+    Desk one("till1");
+    const QByteArray post = R"({"id":"document:1","type":"xReport"})";
+    ASSERT_EQ(one.ask("POST", "/v1/registers/till1/documents", post).status, 202);
+    sql("DELETE FROM frspf.documents RETURNING 1");
+    const Served again = one.ask("POST", "/v1/registers/till1/documents", post);
+    EXPECT_EQ(again.status, 422);
+    EXPECT_TRUE(again.text("type").endsWith("archived"));
+    EXPECT_FALSE(again.text("accepted").isEmpty());
+}
+
 TEST_F(PeersTest, NoRegisterIsDeniedBeforeTheOthersAreKnown)
 {
     Desk two("till2");
