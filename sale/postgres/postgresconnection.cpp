@@ -1,6 +1,7 @@
 #include "postgres/postgresconnection.h"
 
 #include "postgres/postgresfault.h"
+#include "postgres/silentservers.h"
 #include "saletr.h"
 
 #include <QSqlDatabase>
@@ -168,12 +169,21 @@ bool PostgresConnection::waitAgain(const QElapsedTimer& since) const
 
 void PostgresConnection::reach(const QElapsedTimer& since) const
 {
+    SilentServers& silent = SilentServers::ofProcess();
     while (!database().isOpen()) {
+        if (silent.isResting(m_place.shown())) {
+            if (waitAgain(since))
+                continue;
+            throw ConnectionLost(tr("journal %1: the server does not answer").arg(m_place.shown()));
+        }
+        QElapsedTimer asked;
+        asked.start();
         try {
             open();
             m_isGivenUp = false;
         } catch (const ConnectionLost&) {
             close();
+            silent.note(m_place.shown(), asked.elapsed());
             if (!waitAgain(since))
                 throw;
         } catch (const JournalError&) {

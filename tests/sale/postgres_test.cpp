@@ -11,6 +11,10 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 #include <thread>
 
 using namespace sale;
@@ -204,6 +208,42 @@ TEST_F(Postgres, DamagesAreFoundAndTextsAreDropped)
     connection().execute("DELETE FROM ids WHERE id = 'B'");
     EXPECT_EQ(store.damages().size(), 1);
     EXPECT_THROW(store.backUp("copy"), JournalError);
+}
+
+TEST_F(Postgres, WhoeverIsNotLetInIsToldWhatToDo)
+{
+    connection().execute("DROP ROLE IF EXISTS limited");
+    connection().execute("CREATE ROLE limited LOGIN CONNECTION LIMIT 0");
+    const std::tuple<const char*, const char*, const char*> rows[] = {{"postgres", "nosuch", "createdb"},
+        {"nobody", "postgres", ".pgpass"}, {"limited", "postgres", "max_connections"}};
+    for (const auto& [user, database, advice] : rows) {
+        PostgresPlace place = server.place();
+        place.user = user;
+        place.database = database;
+        try {
+            const PostgresConnection refused(place, 100);
+            FAIL() << user;
+        } catch (const JournalError& error) {
+            EXPECT_TRUE(error.advice().contains(advice)) << error.what();
+        }
+    }
+}
+
+TEST(SilentServer, IsNotWaitedForByOneConnectionAfterTheOther)
+{
+    const QTemporaryDir folder;
+    const int listener = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_un address{AF_UNIX, {}};
+    qstrncpy(address.sun_path, qPrintable(folder.filePath(".s.PGSQL.5432")), sizeof(address.sun_path));
+    ASSERT_EQ(::bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
+    ASSERT_EQ(::listen(listener, 2), 0);
+    const PostgresPlace place = PostgresPlace::of("postgresql://postgres@/postgres?host=" + folder.path());
+    EXPECT_THROW(PostgresConnection(place, 100), JournalError);
+    QElapsedTimer second;
+    second.start();
+    EXPECT_THROW(PostgresConnection(place, 100), JournalError);
+    EXPECT_LT(second.elapsed(), 1'000);
+    ::close(listener);
 }
 
 TEST(PostgresPlace, IsReadAndShownWithoutPassword)
