@@ -113,6 +113,9 @@ TEST_F(PeersTest, RegisterOfAnotherServiceIsSeenAndObeys)
     pooled.pool = "shop";
     two.store.accept(pooled);
     EXPECT_EQ(two.ask("GET", "/v1/documents/document:9").json().value("total"), 100.5);
+    // Also when the database's clock is put back meanwhile.
+    sql("UPDATE frspf.registers SET told = told + interval '1 hour' RETURNING 1");
+    two.peers.look();
     one.till.state = "waiting";
     one.till.waiting = "paper";
     one.api.registerChanged("till1");
