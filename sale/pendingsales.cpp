@@ -91,8 +91,13 @@ QList<SettledSale> settlePendingSales(
             drive = noteMark(driver, line, DocumentKind::Report).drive;
         return document.drive == drive;
     };
-    for (const StoredDocument& document : store.find({.states = {DocumentState::Running}})) {
-        if (!isHere(document))
+    // A rack has many under way, and few of them are this register's.
+    for (const StoredDocument& begun :
+        store.find({.states = {DocumentState::Running}, .withAttempts = false, .withBodies = false})) {
+        if (!isHere(begun))
+            continue;
+        const StoredDocument document = store.findId(begun.request.id).value_or(begun);
+        if (document.state != DocumentState::Running)
             continue;
         // One whose beginning nobody heard of, since the journal's server was lost over it, is not taken for
         // what was made after it.

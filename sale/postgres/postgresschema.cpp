@@ -190,14 +190,18 @@ void makeMonths(PostgresConnection& connection, const QDate& first)
     const QDate month(first.year(), first.month(), 1);
     const QString documents = QStringLiteral("documents");
     const QString attempts = QStringLiteral("attempts");
-    if (hasTable(connection, partOf(attempts, month.addMonths(ahead)))
-        && hasTable(connection, partOf(attempts, month)))
+    QList<QDate> missing;
+    for (int each = 0; each <= ahead; ++each) {
+        if (!hasTable(connection, partOf(attempts, month.addMonths(each))))
+            missing.append(month.addMonths(each));
+    }
+    if (missing.isEmpty())
         return;
     connection.together([&] {
         connection.value(alone);
-        for (int each = 0; each <= ahead; ++each) {
-            makeMonth(connection, documents, month.addMonths(each));
-            makeMonth(connection, attempts, month.addMonths(each));
+        for (const QDate& each : std::as_const(missing)) {
+            makeMonth(connection, documents, each);
+            makeMonth(connection, attempts, each);
         }
     });
 }

@@ -53,8 +53,8 @@ void PostgresStore::joinWorkers(const QString& registerName)
             tr("go through that service, or stop it"));
     if (m_joined == registerName)
         return;
-    m_joined = registerName;
     WorkerTable(m_connection).add({registerName, {}, 0});
+    m_joined = registerName;
 }
 
 void PostgresStore::migrate(const PostgresPlace& place)
