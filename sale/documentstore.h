@@ -33,8 +33,9 @@ public:
     /// Takes a document in, and gives what is known of it. An id belongs to one document for ever: one that
     /// is not issued is queued anew, with the body given; any other is given back as it stands. Throws
     /// IdConflict when the body, or the sale whose goods come back, is another one than that of a document
-    /// that is queued, begun, issued or unknown. The condition is asked of a document that is to be queued,
-    /// while nobody else writes: what it finds in this journal holds still when the document is in it.
+    /// that is queued, begun, issued or unknown, or when the document was archived. The condition is asked of
+    /// a document that is to be queued: what it finds of the returns of the same sale holds still when the
+    /// document is in the journal.
     virtual StoredDocument accept(const DocumentRequest& request, const Condition& condition) = 0;
     StoredDocument accept(const DocumentRequest& request) { return accept(request, {}); }
     /// It goes on with another machine, and nothing is written here any more.

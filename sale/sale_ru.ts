@@ -419,5 +419,13 @@
         <source>go through that service, or stop it</source>
         <translation>работайте через эту службу или остановите её</translation>
     </message>
+    <message>
+        <source>journal %1: the server does not answer</source>
+        <translation>журнал %1: сервер не отвечает</translation>
+    </message>
+    <message>
+        <source>the server has no connection left; raise its max_connections</source>
+        <translation>у сервера не осталось свободных соединений; увеличьте его max_connections</translation>
+    </message>
 </context>
 </TS>

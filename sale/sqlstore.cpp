@@ -54,7 +54,7 @@ StoredDocument SqlStore::accept(const DocumentRequest& request, const Condition&
 void SqlStore::take(const DocumentRequest& request, const Condition& condition)
 {
     // Whatever the condition finds of the sale's other returns holds still until the end.
-    if (condition || !request.returnOf.isEmpty())
+    if (!request.returnOf.isEmpty())
         holdReturns(request.returnOf);
     hold(request.id);
     const std::optional<StoredDocument> known = findId(request.id);

@@ -1,6 +1,7 @@
 #include "postgres/postgresconnection.h"
 
 #include "postgres/postgresfault.h"
+#include "postgres/silentservers.h"
 #include "saletr.h"
 
 #include <QSqlDatabase>
@@ -168,12 +169,21 @@ bool PostgresConnection::waitAgain(const QElapsedTimer& since) const
 
 void PostgresConnection::reach(const QElapsedTimer& since) const
 {
+    SilentServers& silent = SilentServers::ofProcess();
     while (!database().isOpen()) {
+        if (silent.isResting(m_place.shown())) {
+            if (waitAgain(since))
+                continue;
+            throw ConnectionLost(tr("journal %1: the server does not answer").arg(m_place.shown()));
+        }
+        QElapsedTimer asked;
+        asked.start();
         try {
             open();
             m_isGivenUp = false;
         } catch (const ConnectionLost&) {
             close();
+            silent.note(m_place.shown(), asked.elapsed());
             if (!waitAgain(since))
                 throw;
         } catch (const JournalError&) {
@@ -234,14 +244,14 @@ void PostgresConnection::rollBack()
 
 bool PostgresConnection::attempt(const std::function<void()>& statements, const QElapsedTimer& since)
 {
-    QString transaction;
+    Ticket ticket;
     reach(since);
     try {
         run(QStringLiteral("BEGIN ISOLATION LEVEL READ COMMITTED"));
+        ++m_transactions;
         m_isInTransaction = true;
         statements();
-        // One that has written nothing has none.
-        transaction = value(QStringLiteral("SELECT pg_current_xact_id_if_assigned()::text")).toString();
+        ticket = takeTicket();
         run(QStringLiteral("COMMIT"));
         m_isInTransaction = false;
         return true;
@@ -250,7 +260,7 @@ bool PostgresConnection::attempt(const std::function<void()>& statements, const 
         close();
         if (!waitAgain(since))
             throw;
-        return !transaction.isEmpty() && isCommitted(transaction, since);
+        return !ticket.transaction.isEmpty() && isCommitted(ticket, since);
     } catch (const RunAgain&) {
         rollBack();
         if (since.hasExpired(m_patienceMs))
@@ -263,18 +273,48 @@ bool PostgresConnection::attempt(const std::function<void()>& statements, const 
     }
 }
 
-bool PostgresConnection::isCommitted(const QString& transaction, const QElapsedTimer& since) const
+PostgresConnection::Ticket PostgresConnection::readTicket() const
 {
+    Ticket ticket;
+    select(
+        QStringLiteral("SELECT pg_current_xact_id_if_assigned()::text, (SELECT id FROM server_life)::text"),
+        {}, [&ticket](const QSqlQuery& row) {
+            ticket = {row.value(0).toString(), row.value(1).toString()};
+        });
+    return ticket;
+}
+
+PostgresConnection::Ticket PostgresConnection::takeTicket()
+{
+    Ticket ticket = readTicket();
+    if (!ticket.transaction.isEmpty() && ticket.life.isEmpty()) {
+        // The first one behind such a start.
+        run(QStringLiteral("INSERT INTO server_life DEFAULT VALUES ON CONFLICT DO NOTHING"));
+        ticket = readTicket();
+    }
+    return ticket;
+}
+
+bool PostgresConnection::isCommitted(const Ticket& ticket, const QElapsedTimer& since) const
+{
+    const QString unclear = QStringLiteral("unclear");
     for (;;) {
         reach(since);
-        const QString status
-            = value(QStringLiteral("SELECT pg_xact_status(?::xid8)"), {transaction}).toString();
+        // Numbers that were not on the server's disk when it died, or not on that of the server that has
+        // taken its place, are given again: "committed" may be said of another one's then.
+        const QString status = value(
+            QStringLiteral(
+                "SELECT CASE WHEN (SELECT id FROM server_life)::text = ? "
+                "THEN pg_xact_status(?::xid8) WHEN ?::xid8 >= pg_snapshot_xmax(pg_current_snapshot()) "
+                "OR pg_xact_status(?::xid8) IN ('aborted', 'in progress') THEN 'aborted' ELSE ? END"),
+            {ticket.life, ticket.transaction, ticket.transaction, ticket.transaction, unclear})
+                                   .toString();
         if (status == QStringLiteral("committed"))
             return true;
         if (status == QStringLiteral("aborted"))
             return false;
         // The server may still be at it.
-        if (!waitAgain(since))
+        if (status == unclear || !waitAgain(since))
             throw JournalError(tr("journal %1: the server does not tell whether it has written what it was "
                                   "told last")
                                    .arg(m_place.shown()));

@@ -15,6 +15,9 @@ namespace {
 // Each release that adds something has a row more; the last one's number is the version. What is there is
 // never changed, so that the release before goes on: a release that could not raises "least".
 constexpr const char* firstRelease[] = {
+    // The server empties it when it has died, or another one has taken its place.
+    "CREATE UNLOGGED TABLE server_life (id uuid NOT NULL DEFAULT gen_random_uuid(), "
+    "alone boolean PRIMARY KEY DEFAULT true CHECK (alone))",
     "CREATE TABLE ids (id text COLLATE \"C\" PRIMARY KEY, digest text NOT NULL, accepted timestamptz NOT NULL)",
     "CREATE SEQUENCE documents_sequence",
     "CREATE TABLE documents ("
@@ -188,14 +191,18 @@ void makeMonths(PostgresConnection& connection, const QDate& first)
     const QDate month(first.year(), first.month(), 1);
     const QString documents = QStringLiteral("documents");
     const QString attempts = QStringLiteral("attempts");
-    if (hasTable(connection, partOf(attempts, month.addMonths(ahead)))
-        && hasTable(connection, partOf(attempts, month)))
+    QList<QDate> missing;
+    for (int each = 0; each <= ahead; ++each) {
+        if (!hasTable(connection, partOf(attempts, month.addMonths(each))))
+            missing.append(month.addMonths(each));
+    }
+    if (missing.isEmpty())
         return;
     connection.together([&] {
         connection.value(alone);
-        for (int each = 0; each <= ahead; ++each) {
-            makeMonth(connection, documents, month.addMonths(each));
-            makeMonth(connection, attempts, month.addMonths(each));
+        for (const QDate& each : std::as_const(missing)) {
+            makeMonth(connection, documents, each);
+            makeMonth(connection, attempts, each);
         }
     });
 }

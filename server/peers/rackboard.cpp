@@ -111,11 +111,12 @@ void tell(sale::SqlConnection& connection, const QString& service, const QList<E
 QList<ToldRegister> registers(const sale::SqlConnection& connection, const QString& service, Reading& reading)
 {
     QList<ToldRegister> found;
-    // What was written before something else may be seen after it.
-    connection.select(QStringLiteral("SELECT name, told::text, service, settings, view, "
-                                     "extract(epoch FROM clock_timestamp() - told)::float8 FROM registers "
-                                     "WHERE told >= ?::timestamptz - interval '5 seconds' AND service <> ? "
-                                     "ORDER BY told"),
+    // What was written before something else may be seen after it, and the database's clock be put back.
+    connection.select(
+        QStringLiteral("SELECT name, told::text, service, settings, view, "
+                       "greatest(0, extract(epoch FROM clock_timestamp() - told))::float8 FROM registers "
+                       "WHERE told >= least(?::timestamptz, clock_timestamp()) - interval '5 seconds' "
+                       "AND service <> ? ORDER BY told"),
         {reading.last, service}, [&](const QSqlQuery& row) {
             const QString name = row.value(0).toString();
             reading.last = row.value(1).toString();

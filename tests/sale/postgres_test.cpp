@@ -1,6 +1,7 @@
 // What PostgreSQL alone must do as a journal's keeper.
 
 #include "currenttime.h"
+#include "idconflict.h"
 #include "journalerror.h"
 #include "mockfactory.h"
 #include "postgres/postgresstore.h"
@@ -9,6 +10,12 @@
 #include <QSqlQuery>
 
 #include <gtest/gtest.h>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <thread>
 
 using namespace sale;
 
@@ -105,6 +112,51 @@ TEST_F(Postgres, WhatWasAcceptedOutlivesThePowerCutAndNothingIsAcceptedWithoutAS
     EXPECT_EQ(store.accept(request("B")).state, DocumentState::Queued);
 }
 
+TEST_F(Postgres, WhatIsSaidToBeAcceptedIsThereWhoeverGotTheNumberOfItsTransactionSince)
+{
+    // The server dies over the commit, of which nothing is on its disk.
+    connection().execute("CREATE FUNCTION halt() RETURNS trigger LANGUAGE plpgsql AS "
+                         "$$ BEGIN PERFORM pg_advisory_xact_lock_shared(7); RETURN NULL; END $$");
+    connection().execute("CREATE CONSTRAINT TRIGGER halt AFTER INSERT ON ids DEFERRABLE INITIALLY DEFERRED "
+                         "FOR EACH ROW EXECUTE FUNCTION halt()");
+    PostgresConnection watch(server.place(), 1000);
+    watch.value("SELECT pg_advisory_lock(7)");
+    std::optional<bool> isThere;
+    std::thread host([&] {
+        PostgresStore store(server.place(), 20'000);
+        try {
+            store.accept(request("A"));
+            isThere = store.findId("A").has_value();
+        } catch (const JournalError&) {
+            // Nothing is said.
+        } catch (const std::exception&) {
+            isThere = false;
+        }
+    });
+    const QString waiting = "SELECT count(*) FROM pg_locks WHERE locktype = 'advisory' AND NOT granted";
+    while (watch.value(waiting).toInt() == 0) { }
+    server.stopAtOnce();
+    // Before it is back for the others somebody has written.
+    server.runAlone(
+        QByteArray("INSERT INTO frspf.frserver_registers VALUES (gen_random_uuid(), '')\n").repeated(50));
+    server.start();
+    host.join();
+    EXPECT_TRUE(isThere.value_or(true));
+    EXPECT_EQ(PostgresStore(server.place()).accept(request("A")).state, DocumentState::Queued);
+}
+
+TEST_F(Postgres, WhatATransactionHasSeenOfADocumentIsForgottenWithIt)
+{
+    PostgresStore store(server.place());
+    EXPECT_THROW(store.accept(request("A"), [] { throw std::runtime_error("no"); }), std::runtime_error);
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    DocumentRequest late = request("A");
+    late.startBefore = now.addSecs(-1);
+    PostgresStore(server.place()).accept(late);
+    EXPECT_EQ(store.expire(now), QStringList{"A"});
+    EXPECT_EQ(store.findId("A")->state, DocumentState::NotIssued);
+}
+
 TEST_F(Postgres, DocumentStaysInTheMonthOfItsAcceptance)
 {
     GivenTime december("2031-12-31T23:59:59Z");
@@ -121,8 +173,7 @@ TEST_F(Postgres, DocumentStaysInTheMonthOfItsAcceptance)
     EXPECT_EQ(store.findId("A")->accepted, QDateTime::fromString("2031-12-31T23:59:59Z", Qt::ISODate));
     // A month that was taken away keeps its ids.
     connection().execute("DROP TABLE documents_2031_12, attempts_2031_12");
-    PostgresStore hasty(server.place(), 100);
-    EXPECT_THROW(hasty.accept(request("A")), JournalError);
+    EXPECT_THROW(store.accept(request("A")), IdConflict);
 }
 
 TEST_F(Postgres, TablesOfOtherReleasesAreTold)
@@ -157,6 +208,42 @@ TEST_F(Postgres, DamagesAreFoundAndTextsAreDropped)
     connection().execute("DELETE FROM ids WHERE id = 'B'");
     EXPECT_EQ(store.damages().size(), 1);
     EXPECT_THROW(store.backUp("copy"), JournalError);
+}
+
+TEST_F(Postgres, WhoeverIsNotLetInIsToldWhatToDo)
+{
+    connection().execute("DROP ROLE IF EXISTS limited");
+    connection().execute("CREATE ROLE limited LOGIN CONNECTION LIMIT 0");
+    const std::tuple<const char*, const char*, const char*> rows[] = {{"postgres", "nosuch", "createdb"},
+        {"nobody", "postgres", ".pgpass"}, {"limited", "postgres", "max_connections"}};
+    for (const auto& [user, database, advice] : rows) {
+        PostgresPlace place = server.place();
+        place.user = user;
+        place.database = database;
+        try {
+            const PostgresConnection refused(place, 100);
+            FAIL() << user;
+        } catch (const JournalError& error) {
+            EXPECT_TRUE(error.advice().contains(advice)) << error.what();
+        }
+    }
+}
+
+TEST(SilentServer, IsNotWaitedForByOneConnectionAfterTheOther)
+{
+    const QTemporaryDir folder;
+    const int listener = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_un address{AF_UNIX, {}};
+    qstrncpy(address.sun_path, qPrintable(folder.filePath(".s.PGSQL.5432")), sizeof(address.sun_path));
+    ASSERT_EQ(::bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
+    ASSERT_EQ(::listen(listener, 2), 0);
+    const PostgresPlace place = PostgresPlace::of("postgresql://postgres@/postgres?host=" + folder.path());
+    EXPECT_THROW(PostgresConnection(place, 100), JournalError);
+    QElapsedTimer second;
+    second.start();
+    EXPECT_THROW(PostgresConnection(place, 100), JournalError);
+    EXPECT_LT(second.elapsed(), 1'000);
+    ::close(listener);
 }
 
 TEST(PostgresPlace, IsReadAndShownWithoutPassword)

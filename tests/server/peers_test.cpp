@@ -117,6 +117,9 @@ TEST_F(PeersTest, RegisterOfAnotherServiceIsSeenAndObeys)
     pooled.pool = "shop";
     two.store.accept(pooled);
     EXPECT_EQ(two.ask("GET", "/v1/documents/document:9").json().value("total"), 100.5);
+    // Also when the database's clock is put back meanwhile.
+    sql("UPDATE frspf.registers SET told = told + interval '1 hour' RETURNING 1");
+    two.peers.look();
     one.till.state = "waiting";
     one.till.waiting = "paper";
     one.api.registerChanged("till1");
@@ -149,6 +152,18 @@ TEST_F(PeersTest, RegisterOfAnotherServiceIsSeenAndObeys)
     EXPECT_TRUE(metrics.contains(R"(frserver_connections_total{register="till1",service="till1:8403"} 2)"));
     EXPECT_TRUE(metrics.contains(R"(frserver_unsent_documents{register="till1"} 4)"));
     EXPECT_TRUE(metrics.contains(R"(frserver_register_state{register="till1",state="paused")"));
+}
+
+TEST_F(PeersTest, IdOfADocumentThatWasArchivedIsNotSoldAgain)
+{
+    Desk one("till1");
+    const QByteArray post = R"({"id":"document:1","type":"xReport"})";
+    ASSERT_EQ(one.ask("POST", "/v1/registers/till1/documents", post).status, 202);
+    sql("DELETE FROM frspf.documents RETURNING 1");
+    const Served again = one.ask("POST", "/v1/registers/till1/documents", post);
+    EXPECT_EQ(again.status, 422);
+    EXPECT_TRUE(again.text("type").endsWith("archived"));
+    EXPECT_FALSE(again.text("accepted").isEmpty());
 }
 
 TEST_F(PeersTest, NoRegisterIsDeniedBeforeTheOthersAreKnown)
