@@ -419,5 +419,21 @@
         <source>go through that service, or stop it</source>
         <translation>работайте через эту службу или остановите её</translation>
     </message>
+    <message>
+        <source>the register with fiscal drive %1 is worked by process %2 on %3</source>
+        <translation>с кассой с ФН %1 работает процесс %2 на %3</translation>
+    </message>
+    <message>
+        <source>wait for its end</source>
+        <translation>дождитесь его завершения</translation>
+    </message>
+    <message>
+        <source>the register with fiscal drive %1 is worked by frserver on %2, as %3</source>
+        <translation>с кассой с ФН %1 работает frserver на %2, там она называется %3</translation>
+    </message>
+    <message>
+        <source>the register %1 is not known to have fiscal drive %2 for itself</source>
+        <translation>не установлено, что ФН %2 принадлежит только кассе %1</translation>
+    </message>
 </context>
 </TS>

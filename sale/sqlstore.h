@@ -81,8 +81,9 @@ protected:
     virtual void hold(const QString& id);
     /// The same of all documents that return goods of that sale.
     virtual void holdReturns(const QString& saleId);
-    /// Before whatever the owner of a register alone may write.
-    virtual void requireOwner();
+    /// Before whatever the owner of a register alone may write; of what is begun on a fiscal drive, that
+    /// drive is nobody else's.
+    virtual void requireOwner(const QString& drive);
     /// What is written with an attempt of whoever begins it.
     virtual SqlKey origin() const;
     /// What may be said of a document that its register is known to have not issued.

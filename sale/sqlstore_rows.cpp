@@ -25,7 +25,7 @@ void SqlStore::holdReturns(const QString& /*saleId*/)
     // Where one transaction at a time writes.
 }
 
-void SqlStore::requireOwner()
+void SqlStore::requireOwner(const QString& /*drive*/)
 {
     // Where one machine has them all.
 }

@@ -2,7 +2,9 @@
 
 #include "postgres/postgresfault.h"
 #include "postgres/postgresschema.h"
+#include "postgres/workeddrives.h"
 #include "postgres/workertable.h"
+#include "registertaken.h"
 #include "saletr.h"
 #include "storedtime.h"
 
@@ -33,6 +35,8 @@ PostgresStore::~PostgresStore()
     try {
         if (!m_joined.isEmpty())
             WorkerTable(m_connection).remove(m_joined, ProcessIdentity::own());
+        if (m_programLease)
+            WorkedDrives(m_connection).leaveForProgram(*m_programLease);
     } catch (const JournalError&) {
         // Others see that this process has ended.
     }
@@ -48,12 +52,32 @@ void PostgresStore::joinWorkers(const QString& registerName)
                   {registerName, ProcessIdentity::own().machine})
               .toString();
     if (!host.isEmpty())
-        throw JournalError(tr("the register %1 is worked by frserver on %2").arg(registerName, host),
+        throw RegisterTaken(tr("the register %1 is worked by frserver on %2").arg(registerName, host),
             tr("go through that service, or stop it"));
     if (m_joined == registerName)
         return;
     m_joined = registerName;
     WorkerTable(m_connection).add({registerName, {}, 0});
+}
+
+void PostgresStore::holdForProgram(const QString& drive)
+{
+    if (drive.isEmpty() || drive == m_programDrive)
+        return;
+    WorkedDrives drives(m_connection);
+    const std::optional<LeasedRegister> lease = drives.holdForProgram(drive);
+    if (m_programLease)
+        drives.leaveForProgram(*m_programLease);
+    m_programLease = lease;
+    m_programDrive = drive;
+}
+
+void PostgresStore::meetRegister(const QString& registerName, const std::function<QString()>& drive)
+{
+    if (m_lease)
+        return;
+    joinWorkers(registerName);
+    holdForProgram(drive());
 }
 
 void PostgresStore::migrate(const PostgresPlace& place)
@@ -83,6 +107,8 @@ std::optional<int> PostgresStore::acceptAndBegin(const DocumentRequest& request,
     makeMonths();
     if (!m_lease && !request.registerName.isEmpty())
         joinWorkers(request.registerName);
+    if (!m_lease)
+        holdForProgram(start.markBefore.value(QStringLiteral("drive")).toString());
     return SqlStore::acceptAndBegin(request, start);
 }
 
@@ -150,10 +176,10 @@ void PostgresStore::holdReturns(const QString& saleId)
     m_connection.value(QStringLiteral("SELECT pg_advisory_xact_lock(1718765415, hashtext(?))"), {saleId});
 }
 
-void PostgresStore::requireOwner()
+void PostgresStore::requireOwner(const QString& drive)
 {
-    if (m_lease)
-        sale::requireOwner(m_connection, *m_lease);
+    if (const std::optional<LeasedRegister>& lease = m_lease ? m_lease : m_programLease)
+        sale::requireOwner(m_connection, *lease, drive);
 }
 
 SqlKey PostgresStore::origin() const
