@@ -30,6 +30,16 @@ void SqlStore::requireOwner(const QString& /*drive*/)
     // Where one machine has them all.
 }
 
+void SqlStore::requireLease(const QString& /*registerName*/, const QJsonObject& /*lease*/)
+{
+    // Where one machine has them all.
+}
+
+QString SqlStore::isOfNoOther() const
+{
+    return {};
+}
+
 SqlKey SqlStore::origin() const
 {
     return {};

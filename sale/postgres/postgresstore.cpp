@@ -182,6 +182,18 @@ void PostgresStore::requireOwner(const QString& drive)
         sale::requireOwner(m_connection, *lease, drive);
 }
 
+void PostgresStore::requireLease(const QString& registerName, const QJsonObject& lease)
+{
+    if (!lease.isEmpty())
+        sale::requireOwner(m_connection, LeasedRegister::fromJson(registerName, lease));
+}
+
+QString PostgresStore::isOfNoOther() const
+{
+    return QStringLiteral("NOT EXISTS (SELECT 1 FROM leases WHERE leases.register = documents.register "
+                          "AND until > clock_timestamp() AND owner <> ?)");
+}
+
 SqlKey PostgresStore::origin() const
 {
     return m_lease ? SqlKey{{QStringLiteral("epoch")}, {m_lease->epoch}} : SqlKey();

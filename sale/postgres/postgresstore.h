@@ -46,6 +46,8 @@ private:
     void hold(const QString& id) override;
     void holdReturns(const QString& saleId) override;
     void requireOwner(const QString& drive) override;
+    void requireLease(const QString& registerName, const QJsonObject& lease) override;
+    QString isOfNoOther() const override;
     SqlKey origin() const override;
     DocumentEnding notIssued(const StoredDocument& known, const DocumentEnding& ending) override;
     void writeId(const QString& id, const QString& digest, const QString& accepted) override;

@@ -262,6 +262,36 @@ TEST_F(Lease, ProgramThatOwnsNothingIsInTheWayOfNobodyAndIsRemembered)
     EXPECT_THROW(person.acceptAndBegin({"other", "sell", "{}", "till1"}, {}), JournalError);
 }
 
+TEST_F(Lease, WhatWasClaimedIsGivenBackByWhoeverOwnsTheRegister)
+{
+    RegisterLeases former = leases();
+    RegisterLeases next = leases();
+    ASSERT_TRUE(former.take(till1));
+    PostgresStore store(server.place());
+    DocumentRequest waiting{"A", "sell", "{}", {}};
+    waiting.pool = "shop";
+    store.accept(waiting);
+    const auto claim = [&] { ASSERT_TRUE(store.claim({"till1", {"shop"}})); };
+    const auto giveBackStale = [&](const RegisterLeases& service, const QStringList& underWay = {}) {
+        return store.giveBackStale(seconds(-1), underWay, service.lease("till1").owner);
+    };
+    claim();
+    EXPECT_EQ(giveBackStale(next), QStringList()) << "its owner is there";
+    EXPECT_EQ(giveBackStale(former, {"A"}), QStringList()) << "and prepares it";
+    EXPECT_EQ(giveBackStale(former), QStringList{"A"});
+    claim();
+    runOut();
+    EXPECT_EQ(giveBackStale(next), QStringList{"A"});
+    claim();
+    const QJsonObject frozen = former.lease("till1").toJson();
+    ASSERT_TRUE(next.take(till1));
+    // It is the next one's, which may be about to begin it.
+    EXPECT_THROW(store.giveBack("till1", frozen), JournalError);
+    EXPECT_EQ(giveBackStale(former), QStringList());
+    EXPECT_EQ(store.findId("A")->request.registerName, "till1");
+    EXPECT_EQ(store.giveBack("till1", next.lease("till1").toJson()), QStringList{"A"});
+}
+
 /// One register that two owners call by names of their own.
 class TwoNames : public Lease
 {
