@@ -400,6 +400,14 @@
         <translation>копию снимают pg_basebackup или pg_dump</translation>
     </message>
     <message>
+        <source>journal %1 is in use: %2</source>
+        <translation>журнал %1 занят: %2</translation>
+    </message>
+    <message>
+        <source>end all its services first, on all machines</source>
+        <translation>сначала остановите все его службы, на всех компьютерах</translation>
+    </message>
+    <message>
         <source>documents have no id</source>
         <translation>у документов нет идентификатора</translation>
     </message>

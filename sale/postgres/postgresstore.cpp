@@ -8,6 +8,8 @@
 #include "saletr.h"
 #include "storedtime.h"
 
+#include <QSqlQuery>
+
 #include <algorithm>
 
 namespace sale {
@@ -84,6 +86,21 @@ void PostgresStore::migrate(const PostgresPlace& place)
 {
     PostgresConnection connection(place, usualPatienceMs);
     postgresschema::migrate(connection);
+}
+
+/// What is connected tells, and no lease of an older state that was put back.
+void PostgresStore::requireNobodyElse(const PostgresPlace& place)
+{
+    QStringList names;
+    PostgresConnection(place, usualPatienceMs)
+        .select(QStringLiteral("SELECT DISTINCT application_name FROM pg_stat_activity "
+                               "WHERE datname = current_database() AND application_name LIKE 'frspf %' "
+                               "AND pid <> pg_backend_pid() ORDER BY 1 LIMIT 5"),
+            {}, [&names](const QSqlQuery& row) { names.append(row.value(0).toString()); });
+    if (!names.isEmpty())
+        throw JournalError(
+            tr("journal %1 is in use: %2").arg(place.shown(), names.join(QStringLiteral(", "))),
+            tr("end all its services first, on all machines"));
 }
 
 void PostgresStore::makeMonths()

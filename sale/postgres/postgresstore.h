@@ -23,6 +23,8 @@ public:
     ~PostgresStore() override;
     /// Makes the tables, or brings those of a former release up to this one.
     static void migrate(const PostgresPlace& place);
+    /// Throws JournalError, which names some of them, while other programs of ours use the database.
+    static void requireNobodyElse(const PostgresPlace& place);
 
     /// From now on what the owner of a register alone may write is refused when the register has another
     /// one.
