@@ -8,6 +8,7 @@
 #include "journalerror.h"
 #include "markrefusal.h"
 #include "receipterror.h"
+#include "registertaken.h"
 #include "reviewneeded.h"
 
 namespace frctl {
@@ -107,6 +108,8 @@ Complaint complaintOfWork(const std::exception_ptr& exception)
         return {ExitFailure, {kindOf(error.reason()), whatOf(error), hostErrorName()}};
     } catch (const HostError& error) {
         return {ExitFailure, {error.kind(), whatOf(error), hostErrorName()}};
+    } catch (const sale::RegisterTaken& error) {
+        return {ExitFailure, {ErrorKind::Busy, whatOf(error), hostErrorName()}};
     } catch (const sale::JournalError& error) {
         return {ExitFailure, {ErrorKind::Internal, whatOf(error), hostErrorName()}};
     } catch (...) {

@@ -10,6 +10,7 @@
 #include "messages.h"
 #include "portname.h"
 #include "registerstart.h"
+#include "registertaken.h"
 #include "serialdevicefactory.h"
 #include "streamdevice.h"
 
@@ -120,6 +121,8 @@ void RegisterSession::startWithoutDocument()
     };
     try {
         m_settledSales = start(m_options.journal->exists() ? &m_options.journal->store() : nullptr);
+    } catch (const sale::RegisterTaken&) {
+        throw;
     } catch (const sale::JournalError& error) {
         m_options.warnings->add({{receipt::Finding::Warning, {}, {},
             tr("sales of earlier runs are not settled: ") + QString::fromUtf8(error.what())}});

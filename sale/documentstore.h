@@ -30,6 +30,11 @@ public:
     /// What must hold at the moment of acceptance; what it throws leaves the journal as it was.
     using Condition = std::function<void()>;
 
+    /// To be called when the register is reached, before it is asked about documents or started. Where others
+    /// may work it, from another machine or under another name, the function asks it for its fiscal drive,
+    /// and they are kept from it as long as this is there. Throws RegisterTaken when one is at work on it.
+    virtual void meetRegister(const QString& /*registerName*/, const std::function<QString()>& /*drive*/) { }
+
     /// Takes a document in, and gives what is known of it. An id belongs to one document for ever: one that
     /// is not issued is queued anew, with the body given; any other is given back as it stands. Throws
     /// IdConflict when the body, or the sale whose goods come back, is another one than that of a document

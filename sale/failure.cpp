@@ -8,6 +8,7 @@
 #include "journalerror.h"
 #include "markrefusal.h"
 #include "receipterror.h"
+#include "registertaken.h"
 #include "reviewneeded.h"
 #include "shiftisclosed.h"
 #include "shiftunchanged.h"
@@ -71,6 +72,8 @@ Failure currentFailure()
     } catch (const BasicException& failure) {
         return {failure.tr().ru(), exceptionClassName(failure), std::current_exception(), true,
             errorKindOf(failure)};
+    } catch (const RegisterTaken& failure) {
+        return foreignFailure(failure, "RegisterTaken", ErrorKind::Busy);
     } catch (const JournalError& failure) {
         return foreignFailure(failure, "JournalError");
     } catch (const ReviewNeeded& failure) {

@@ -17,10 +17,10 @@ struct Failure
     /// The register's own Russian text for the cashier; of another exception what it says.
     QString text;
     /// Name of the exception's class as the contract has it ("FrPaperException"), or as this library has it:
-    /// "JournalError" when the journal failed, "ReviewNeeded", "WrongRegister", "DocumentExpired",
-    /// "ShiftIsClosed", "ShiftUnchanged", "MarkRefusal" for bad marking codes, "ReceiptError", "IdConflict"
-    /// and "InvalidDocumentId" for mistakes of the caller. "std::exception" for whatever else came out of the
-    /// host's own device.
+    /// "JournalError" when the journal failed, "RegisterTaken", "ReviewNeeded", "WrongRegister",
+    /// "DocumentExpired", "ShiftIsClosed", "ShiftUnchanged", "MarkRefusal" for bad marking codes,
+    /// "ReceiptError", "IdConflict" and "InvalidDocumentId" for mistakes of the caller. "std::exception" for
+    /// whatever else came out of the host's own device.
     QString exceptionName;
     /// The exception itself, to be thrown again.
     std::exception_ptr exception;

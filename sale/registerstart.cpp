@@ -2,6 +2,8 @@
 
 #include "abstractfrdriver.h"
 #include "deviceinfo.h"
+#include "documentstore.h"
+#include "exceptions.h"
 #include "pendingsales.h"
 #include "saletr.h"
 #include "showntext.h"
@@ -29,6 +31,18 @@ void compareTold(const RegisterLine& line, const Serial& serial, const Inn& inn)
         compare(tr("tax number"), inn(), expected.inn);
 }
 
+/// Empty when it does not tell.
+QString driveOf(AbstractFrDriver& driver)
+{
+    try {
+        return driver.getFnInfo().fnStatus.fnNumber;
+    } catch (const FrNoConnectionException&) {
+        throw;
+    } catch (const FrCommandException&) {
+        return {};
+    }
+}
+
 } // namespace
 
 void connectRegister(AbstractFrDriver& driver, const RegisterLine& line)
@@ -50,8 +64,10 @@ QList<SettledSale> startRegister(
 {
     connectRegister(driver, line);
     QList<SettledSale> settled;
-    if (journal != nullptr)
+    if (journal != nullptr) {
+        journal->meetRegister(registerName, [&driver] { return driveOf(driver); });
         settled = settlePendingSales(driver, *journal, line, registerName);
+    }
     driver.init();
     return settled;
 }

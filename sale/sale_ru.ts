@@ -400,6 +400,14 @@
         <translation>копию снимают pg_basebackup или pg_dump</translation>
     </message>
     <message>
+        <source>journal %1 is in use: %2</source>
+        <translation>журнал %1 занят: %2</translation>
+    </message>
+    <message>
+        <source>end all its services first, on all machines</source>
+        <translation>сначала остановите все его службы, на всех компьютерах</translation>
+    </message>
+    <message>
         <source>documents have no id</source>
         <translation>у документов нет идентификатора</translation>
     </message>
@@ -426,6 +434,22 @@
     <message>
         <source>the server has no connection left; raise its max_connections</source>
         <translation>у сервера не осталось свободных соединений; увеличьте его max_connections</translation>
+    </message>
+    <message>
+        <source>the register with fiscal drive %1 is worked by process %2 on %3</source>
+        <translation>с кассой с ФН %1 работает процесс %2 на %3</translation>
+    </message>
+    <message>
+        <source>wait for its end</source>
+        <translation>дождитесь его завершения</translation>
+    </message>
+    <message>
+        <source>the register with fiscal drive %1 is worked by frserver on %2, as %3</source>
+        <translation>с кассой с ФН %1 работает frserver на %2, там она называется %3</translation>
+    </message>
+    <message>
+        <source>the register %1 is not known to have fiscal drive %2 for itself</source>
+        <translation>не установлено, что ФН %2 принадлежит только кассе %1</translation>
     </message>
 </context>
 </TS>

@@ -15,6 +15,12 @@ QString neverNull(const QString& text)
     return text.isNull() ? QString::fromLatin1("") : text;
 }
 
+/// Empty for what leaves no trace there.
+QString driveOf(const AttemptStart& start)
+{
+    return start.markBefore.value(QStringLiteral("drive")).toString();
+}
+
 /// A clock that was put back does not tell how long a document has waited: it may be far too long.
 bool isTimeOver(const StoredDocument& document, const QDateTime& now)
 {
@@ -119,7 +125,7 @@ std::optional<int> SqlStore::begin(const QString& id, const AttemptStart& attemp
 {
     std::optional<int> attempt;
     m_sql.together([&] {
-        requireOwner();
+        requireOwner(driveOf(attemptStart));
         hold(id);
         attempt = start(id, attemptStart);
     });
@@ -130,7 +136,7 @@ std::optional<int> SqlStore::acceptAndBegin(const DocumentRequest& request, cons
 {
     std::optional<int> attempt;
     m_sql.together([&] {
-        requireOwner();
+        requireOwner(driveOf(attemptStart));
         take(request, {});
         attempt = start(request.id, attemptStart);
     });
@@ -161,14 +167,14 @@ std::optional<int> SqlStore::start(const QString& id, const AttemptStart& start)
             storedJson(start.marks)}
             + begun.values);
     updateBegun(id, attempt, QStringLiteral("state = 'running', begun = ?, drive = ?"),
-        {storedNow(), neverNull(start.markBefore.value(QStringLiteral("drive")).toString())});
+        {storedNow(), neverNull(driveOf(start))});
     return attempt;
 }
 
 void SqlStore::note(const QString& id, int attempt, const AttemptNote& note)
 {
     m_sql.together([&] {
-        requireOwner();
+        requireOwner({});
         hold(id);
         updateAttempt(id, attempt,
             QStringLiteral("mark_after = coalesce(?, mark_after), failure = coalesce(?, failure), "
@@ -206,7 +212,7 @@ void SqlStore::refuseWrongEnding(const StoredDocument& known, int attempt, const
 void SqlStore::settle(const QString& id, int attempt, const DocumentEnding& ending)
 {
     m_sql.together([&] {
-        requireOwner();
+        requireOwner({});
         hold(id);
         const std::optional<StoredDocument> known = findId(id);
         if (!known)

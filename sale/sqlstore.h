@@ -30,8 +30,9 @@ public:
     QStringList waitingFor(const QStringList& registers) const override;
     void requireRoom() override;
     std::optional<StoredDocument> claim(const PoolClaim& claim) override;
-    QStringList giveBack(const QString& registerName) override;
-    QStringList giveBackStale(std::chrono::seconds age) override;
+    QStringList giveBack(const QString& registerName, const QJsonObject& lease = {}) override;
+    QStringList giveBackStale(
+        std::chrono::seconds age, const QStringList& underWay = {}, const QString& owner = {}) override;
     StoredDocument moveToPool(const QString& id, const QString& pool) override;
 
     /// Where it is, as it is told to people.
@@ -81,8 +82,14 @@ protected:
     virtual void hold(const QString& id);
     /// The same of all documents that return goods of that sale.
     virtual void holdReturns(const QString& saleId);
-    /// Before whatever the owner of a register alone may write.
-    virtual void requireOwner();
+    /// Before whatever the owner of a register alone may write; of what is begun on a fiscal drive, that
+    /// drive is nobody else's.
+    virtual void requireOwner(const QString& drive);
+    /// The same of whoever writes for several registers, with one's lease; an empty one is asked for nothing.
+    virtual void requireLease(const QString& registerName, const QJsonObject& lease);
+    /// A condition of documents whose register nobody owns now but whoever is named by its one value; empty
+    /// where there are no others.
+    virtual QString isOfNoOther() const;
     /// What is written with an attempt of whoever begins it.
     virtual SqlKey origin() const;
     /// What may be said of a document that its register is known to have not issued.
@@ -120,8 +127,10 @@ private:
     void updateBegun(const QString& id, int attempt, const QString& changes, const QVariantList& values);
     /// The work on a queued document; then the document.
     StoredDocument ifQueued(const QString& id, const std::function<void(const StoredDocument&)>& work);
-    /// The change of all of them but those that others are changing, together. Gives their ids.
-    QStringList changeEach(const QList<Chosen>& those, const std::function<void(const QString& id)>& change);
+    /// The change of all of them but those that others are changing, together, behind what must hold then.
+    /// Gives their ids.
+    QStringList changeEach(const QList<Chosen>& those, const std::function<void(const QString& id)>& change,
+        const std::function<void()>& before = {});
     StoredDocument existing(const QString& id) const;
     void doubt(const StoredDocument& known);
     /// An attempt that was never under way.
@@ -134,7 +143,8 @@ private:
     std::optional<StoredDocument> unclaimed(const PoolClaim& claim);
     std::optional<StoredDocument> taken(
         const PoolClaim& claim, const std::optional<StoredDocument>& document);
-    QStringList giveBackThose(const QString& condition, const QVariantList& values);
+    QStringList giveBackThose(
+        const QString& condition, const QVariantList& values, const std::function<void()>& before = {});
 
     SqlConnection& m_sql;
 };

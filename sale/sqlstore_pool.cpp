@@ -23,9 +23,9 @@ QString fitting(const PoolClaim& claim)
     return claim.isPaperless ? words + QStringLiteral(" AND paperless") : words;
 }
 
-QString withoutThose(const PoolClaim& claim)
+QString withoutThose(const QStringList& ids)
 {
-    const QStringList places(claim.except.size(), QStringLiteral("?"));
+    const QStringList places(ids.size(), QStringLiteral("?"));
     return places.isEmpty() ? QString()
                             : QStringLiteral(" AND id NOT IN (%1)").arg(places.join(QLatin1Char(',')));
 }
@@ -74,7 +74,7 @@ std::optional<StoredDocument> SqlStore::taken(
 QString SqlStore::firstOf(const PoolClaim& claim)
 {
     return QStringLiteral("documents WHERE %1%2 ORDER BY %3 LIMIT 1")
-        .arg(fitting(claim), withoutThose(claim), inOrder);
+        .arg(fitting(claim), withoutThose(claim.except), inOrder);
 }
 
 QVariantList SqlStore::valuesOfFirst(const PoolClaim& claim, const QString& pool)
@@ -110,25 +110,36 @@ std::optional<StoredDocument> SqlStore::unclaimed(const PoolClaim& claim)
     return fits ? found : std::nullopt;
 }
 
-QStringList SqlStore::giveBack(const QString& registerName)
+QStringList SqlStore::giveBack(const QString& registerName, const QJsonObject& lease)
 {
-    return giveBackThose(QStringLiteral("register = ?"), {registerName});
+    return giveBackThose(
+        QStringLiteral("register = ?"), {registerName}, [&] { requireLease(registerName, lease); });
 }
 
-QStringList SqlStore::giveBackStale(std::chrono::seconds age)
+QStringList SqlStore::giveBackStale(
+    std::chrono::seconds age, const QStringList& underWay, const QString& owner)
 {
     // A clock that was put back makes none wait for it.
-    return giveBackThose(QStringLiteral("(claimed < %1 OR claimed > %2)")
-                             .arg(momentAgo(age), momentAgo(-std::chrono::seconds(mostSecondsBack))),
-        {});
+    QString condition = QStringLiteral("(claimed < %1 OR claimed > %2)")
+                            .arg(momentAgo(age), momentAgo(-std::chrono::seconds(mostSecondsBack)))
+        + withoutThose(underWay);
+    QVariantList values(underWay.cbegin(), underWay.cend());
+    if (const QString alone = isOfNoOther(); !alone.isEmpty()) {
+        condition += QStringLiteral(" AND ") + alone;
+        values.append(owner);
+    }
+    return giveBackThose(condition, values);
 }
 
-QStringList SqlStore::giveBackThose(const QString& condition, const QVariantList& values)
+QStringList SqlStore::giveBackThose(
+    const QString& condition, const QVariantList& values, const std::function<void()>& before)
 {
     const Chosen claimed{
         QStringLiteral("SELECT id FROM documents WHERE %1 AND %2").arg(isClaimed, condition), values};
-    return changeEach({claimed},
-        [this](const QString& id) { update(id, QStringLiteral("register = '', claimed = NULL"), {}); });
+    return changeEach(
+        {claimed},
+        [this](const QString& id) { update(id, QStringLiteral("register = '', claimed = NULL"), {}); },
+        before);
 }
 
 StoredDocument SqlStore::moveToPool(const QString& id, const QString& pool)

@@ -87,8 +87,8 @@ QStringList SqlStore::expire(const QDateTime& now)
         [this](const QString& id) { end(id, StateReason::Expired); });
 }
 
-QStringList SqlStore::changeEach(
-    const QList<Chosen>& those, const std::function<void(const QString& id)>& change)
+QStringList SqlStore::changeEach(const QList<Chosen>& those,
+    const std::function<void(const QString& id)>& change, const std::function<void()>& before)
 {
     const auto look = [&](const QString& words) {
         QStringList ids;
@@ -103,6 +103,8 @@ QStringList SqlStore::changeEach(
     if (ids.isEmpty())
         return ids;
     m_sql.together([&] {
+        if (before)
+            before();
         ids = look(lockingWords());
         for (const QString& id : std::as_const(ids))
             change(id);

@@ -25,9 +25,19 @@ void SqlStore::holdReturns(const QString& /*saleId*/)
     // Where one transaction at a time writes.
 }
 
-void SqlStore::requireOwner()
+void SqlStore::requireOwner(const QString& /*drive*/)
 {
     // Where one machine has them all.
+}
+
+void SqlStore::requireLease(const QString& /*registerName*/, const QJsonObject& /*lease*/)
+{
+    // Where one machine has them all.
+}
+
+QString SqlStore::isOfNoOther() const
+{
+    return {};
 }
 
 SqlKey SqlStore::origin() const

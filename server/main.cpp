@@ -43,6 +43,8 @@ int checkConfig(const Options& options, const Configuration& configuration)
             settings.hasCashier()
                 ? ""
                 : "; no cashier: documents have to name theirs, and no Z report is made by itself");
+    if (configuration.registers.isEmpty())
+        std::printf("no register of its own: it answers for those of other services\n");
     for (const PoolSettings& settings : configuration.pools)
         std::printf("pool %s of %s\n", qPrintable(settings.name),
             qPrintable(settings.registers.isEmpty() ? QStringLiteral("other services' registers")

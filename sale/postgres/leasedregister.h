@@ -20,7 +20,8 @@ struct LeasedRegister
     qint64 epoch = 0;
 };
 
-/// In a transaction: nobody takes the register over before its end. Throws JournalError when somebody has.
-void requireOwner(PostgresConnection& connection, const LeasedRegister& lease);
+/// In a transaction: nobody takes the register over before its end. Throws JournalError when somebody has,
+/// and RegisterTaken unless the lease holds that fiscal drive (WorkedDrives), if one is given.
+void requireOwner(PostgresConnection& connection, const LeasedRegister& lease, const QString& drive = {});
 
 } // namespace sale

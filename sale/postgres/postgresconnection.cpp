@@ -4,11 +4,13 @@
 #include "postgres/silentservers.h"
 #include "saletr.h"
 
+#include <QCoreApplication>
 #include <QSqlDatabase>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
 #include <QSqlQuery>
+#include <QSysInfo>
 #include <QThread>
 
 #include <algorithm>
@@ -23,6 +25,14 @@ bool isNull(const QVariant& value)
 {
     const bool isText = value.metaType() == QMetaType::fromType<QString>();
     return value.isNull() || (isText && value.toString().isNull());
+}
+
+/// As the server shows it beside what it is asked, and cuts it off behind 63 characters.
+QString nameOfProgram()
+{
+    return QStringLiteral("frspf %1 %2")
+        .arg(QCoreApplication::applicationPid())
+        .arg(QSysInfo::machineHostName());
 }
 
 QString quotedOption(QString value)
@@ -52,7 +62,7 @@ QString PostgresConnection::options() const
     constexpr int leastSeconds = 2;
     // A server that has vanished is noticed in time, and one that only reads is none to write to.
     QMap<QString, QString> all{
-        {QStringLiteral("application_name"), QStringLiteral("frspf")},
+        {QStringLiteral("application_name"), nameOfProgram()},
         {QStringLiteral("connect_timeout"), QString::number(std::max(leastSeconds, m_patienceMs / 1000))},
         {QStringLiteral("tcp_user_timeout"), patience},
         {QStringLiteral("keepalives_idle"), QStringLiteral("5")},

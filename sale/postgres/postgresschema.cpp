@@ -77,6 +77,8 @@ constexpr const char* firstRelease[] = {
     "CREATE TABLE workers (register text NOT NULL, epoch bigint NOT NULL, machine text NOT NULL, "
     "space text NOT NULL, process bigint NOT NULL, started bigint NOT NULL, "
     "PRIMARY KEY (register, machine, space, process, started))",
+    // By which lease the register with that fiscal drive is worked, whatever it is called.
+    "CREATE TABLE drives (drive text PRIMARY KEY, register text NOT NULL, epoch bigint NOT NULL)",
     "CREATE TABLE frserver_registers (register text PRIMARY KEY, kept text NOT NULL)",
     "CREATE TABLE frserver_owners (id text COLLATE \"C\" PRIMARY KEY, owner text NOT NULL)",
     "CREATE TABLE frserver_outbox (number bigserial PRIMARY KEY, document text NOT NULL, body text NOT NULL, "

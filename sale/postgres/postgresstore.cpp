@@ -3,9 +3,13 @@
 #include "idconflict.h"
 #include "postgres/postgresfault.h"
 #include "postgres/postgresschema.h"
+#include "postgres/workeddrives.h"
 #include "postgres/workertable.h"
+#include "registertaken.h"
 #include "saletr.h"
 #include "storedtime.h"
+
+#include <QSqlQuery>
 
 #include <algorithm>
 
@@ -34,6 +38,8 @@ PostgresStore::~PostgresStore()
     try {
         if (!m_joined.isEmpty())
             WorkerTable(m_connection).remove(m_joined, ProcessIdentity::own());
+        if (m_programLease)
+            WorkedDrives(m_connection).leaveForProgram(*m_programLease);
     } catch (const JournalError&) {
         // Others see that this process has ended.
     }
@@ -49,7 +55,7 @@ void PostgresStore::joinWorkers(const QString& registerName)
                   {registerName, ProcessIdentity::own().machine})
               .toString();
     if (!host.isEmpty())
-        throw JournalError(tr("the register %1 is worked by frserver on %2").arg(registerName, host),
+        throw RegisterTaken(tr("the register %1 is worked by frserver on %2").arg(registerName, host),
             tr("go through that service, or stop it"));
     if (m_joined == registerName)
         return;
@@ -57,10 +63,45 @@ void PostgresStore::joinWorkers(const QString& registerName)
     m_joined = registerName;
 }
 
+void PostgresStore::holdForProgram(const QString& drive)
+{
+    if (drive.isEmpty() || drive == m_programDrive)
+        return;
+    WorkedDrives drives(m_connection);
+    const std::optional<LeasedRegister> lease = drives.holdForProgram(drive);
+    if (m_programLease)
+        drives.leaveForProgram(*m_programLease);
+    m_programLease = lease;
+    m_programDrive = drive;
+}
+
+void PostgresStore::meetRegister(const QString& registerName, const std::function<QString()>& drive)
+{
+    if (m_lease)
+        return;
+    joinWorkers(registerName);
+    holdForProgram(drive());
+}
+
 void PostgresStore::migrate(const PostgresPlace& place)
 {
     PostgresConnection connection(place, usualPatienceMs);
     postgresschema::migrate(connection);
+}
+
+/// What is connected tells, and no lease of an older state that was put back.
+void PostgresStore::requireNobodyElse(const PostgresPlace& place)
+{
+    QStringList names;
+    PostgresConnection(place, usualPatienceMs)
+        .select(QStringLiteral("SELECT DISTINCT application_name FROM pg_stat_activity "
+                               "WHERE datname = current_database() AND application_name LIKE 'frspf %' "
+                               "AND pid <> pg_backend_pid() ORDER BY 1 LIMIT 5"),
+            {}, [&names](const QSqlQuery& row) { names.append(row.value(0).toString()); });
+    if (!names.isEmpty())
+        throw JournalError(
+            tr("journal %1 is in use: %2").arg(place.shown(), names.join(QStringLiteral(", "))),
+            tr("end all its services first, on all machines"));
 }
 
 void PostgresStore::makeMonths()
@@ -84,6 +125,8 @@ std::optional<int> PostgresStore::acceptAndBegin(const DocumentRequest& request,
     makeMonths();
     if (!m_lease && !request.registerName.isEmpty())
         joinWorkers(request.registerName);
+    if (!m_lease)
+        holdForProgram(start.markBefore.value(QStringLiteral("drive")).toString());
     return SqlStore::acceptAndBegin(request, start);
 }
 
@@ -150,10 +193,22 @@ void PostgresStore::holdReturns(const QString& saleId)
     m_connection.value(QStringLiteral("SELECT pg_advisory_xact_lock(1718765415, hashtext(?))"), {saleId});
 }
 
-void PostgresStore::requireOwner()
+void PostgresStore::requireOwner(const QString& drive)
 {
-    if (m_lease)
-        sale::requireOwner(m_connection, *m_lease);
+    if (const std::optional<LeasedRegister>& lease = m_lease ? m_lease : m_programLease)
+        sale::requireOwner(m_connection, *lease, drive);
+}
+
+void PostgresStore::requireLease(const QString& registerName, const QJsonObject& lease)
+{
+    if (!lease.isEmpty())
+        sale::requireOwner(m_connection, LeasedRegister::fromJson(registerName, lease));
+}
+
+QString PostgresStore::isOfNoOther() const
+{
+    return QStringLiteral("NOT EXISTS (SELECT 1 FROM leases WHERE leases.register = documents.register "
+                          "AND until > clock_timestamp() AND owner <> ?)");
 }
 
 SqlKey PostgresStore::origin() const

@@ -23,6 +23,8 @@ public:
     ~PostgresStore() override;
     /// Makes the tables, or brings those of a former release up to this one.
     static void migrate(const PostgresPlace& place);
+    /// Throws JournalError, which names some of them, while other programs of ours use the database.
+    static void requireNobodyElse(const PostgresPlace& place);
 
     /// From now on what the owner of a register alone may write is refused when the register has another
     /// one.
@@ -30,6 +32,7 @@ public:
     /// That of the register whose lease it writes by.
     RegisterFence fence();
 
+    void meetRegister(const QString& registerName, const std::function<QString()>& drive) override;
     using SqlStore::accept;
     StoredDocument accept(const DocumentRequest& request, const Condition& condition) override;
     std::optional<int> acceptAndBegin(const DocumentRequest& request, const AttemptStart& start) override;
@@ -44,7 +47,9 @@ private:
     SqlKey keyOf(const StoredDocument& document) const override;
     void hold(const QString& id) override;
     void holdReturns(const QString& saleId) override;
-    void requireOwner() override;
+    void requireOwner(const QString& drive) override;
+    void requireLease(const QString& registerName, const QJsonObject& lease) override;
+    QString isOfNoOther() const override;
     SqlKey origin() const override;
     DocumentEnding notIssued(const StoredDocument& known, const DocumentEnding& ending) override;
     void writeId(const QString& id, const QString& digest, const QString& accepted) override;
@@ -56,6 +61,7 @@ private:
     QString momentAgo(std::chrono::seconds age) const override;
     /// This program owns nothing, and is about to send a document.
     void joinWorkers(const QString& registerName);
+    void holdForProgram(const QString& drive);
     /// Of the document's last attempt: whoever began it may still be about to send it.
     bool mayBeSent(const StoredDocument& document);
     void makeMonths();
@@ -65,6 +71,10 @@ private:
     std::optional<LeasedRegister> m_lease;
     /// Where this program stands among the workers, without owning it.
     QString m_joined;
+    /// Its own, for the register that it is at; without one this process has it already.
+    std::optional<LeasedRegister> m_programLease;
+    /// The drive of that register.
+    QString m_programDrive;
     /// The document that a transaction holds, and when it was accepted.
     struct Held
     {

@@ -1,6 +1,7 @@
 #include "postgres/registerfence.h"
 
 #include "postgres/postgresconnection.h"
+#include "postgres/workeddrives.h"
 #include "postgres/workertable.h"
 
 #include <QElapsedTimer>
@@ -59,6 +60,16 @@ bool RegisterFence::enter(const std::function<void()>& whileWaiting)
     });
 }
 
+void RegisterFence::takeDrive(const QString& drive)
+{
+    WorkedDrives(m_connection).hold(drive, m_lease);
+}
+
+void RegisterFence::requireFree(const QString& drive) const
+{
+    WorkedDrives(m_connection).requireFree(drive, m_lease);
+}
+
 void RegisterFence::hasLineAlone()
 {
     WorkerTable(m_connection).removeFormer(m_lease);
@@ -66,6 +77,7 @@ void RegisterFence::hasLineAlone()
 
 void RegisterFence::leave()
 {
+    WorkedDrives(m_connection).leave(m_lease);
     WorkerTable(m_connection).remove(m_lease.registerName, ProcessIdentity::own());
 }
 

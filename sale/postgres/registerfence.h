@@ -21,6 +21,11 @@ public:
     /// machine that had it have ended. One that is at work is left a moment to come to its end, one that is
     /// stopped is killed. False when there is one that cannot be ended. The callback runs in waits.
     bool enter(const std::function<void()>& whileWaiting);
+    /// The register at the line has that fiscal drive, and is nobody else's from now on, whatever others call
+    /// it. Throws RegisterTaken when one of them is at work on it.
+    void takeDrive(const QString& drive);
+    /// Throws RegisterTaken when somebody else has taken that drive.
+    void requireFree(const QString& drive) const;
     /// The register has answered on this line, and answers on no other one any more.
     void hasLineAlone();
     /// The line is closed, and nothing is written to it any more.

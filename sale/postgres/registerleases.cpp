@@ -1,6 +1,7 @@
 #include "postgres/registerleases.h"
 
 #include "postgres/postgresschema.h"
+#include "postgres/workeddrives.h"
 #include "postgres/workertable.h"
 
 #include <QSqlQuery>
@@ -167,6 +168,7 @@ void RegisterLeases::release(const QString& registerName)
 void RegisterLeases::tidy()
 {
     WorkerTable(m_connection).removeEnded();
+    WorkedDrives(m_connection).tidy();
 }
 
 bool RegisterLeases::isHeld(const QString& registerName) const

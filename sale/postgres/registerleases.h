@@ -61,7 +61,7 @@ public:
     QStringList renew();
     void release(const QString& registerName);
     /// Forgets the workers of this machine that have ended without leave, so that no other machine takes them
-    /// for ones that may still send something.
+    /// for ones that may still send something, and programs that left long ago.
     void tidy();
     /// Only then the register may be worked, and a document begun.
     bool isHeld(const QString& registerName) const;

@@ -155,7 +155,6 @@ private:
     {
         const auto wrong
             = [&](const QString& text) { note(line, QStringLiteral("[pool %1] ").arg(pool.name) + text); };
-        // Those of a rack may all be elsewhere.
         if (pool.registers.isEmpty() && m_storeLine == 0)
             wrong(QStringLiteral("needs registers"));
         for (const QString& name : pool.registers) {
@@ -241,7 +240,8 @@ private:
 
     void finish()
     {
-        if (m_configuration.registers.isEmpty() && m_errors.isEmpty())
+        // Those of a rack may all be elsewhere.
+        if (m_configuration.registers.isEmpty() && m_storeLine == 0 && m_errors.isEmpty())
             m_errors.append(QStringLiteral("%1: has no [register NAME]").arg(m_fileName));
         if (m_storeLine > 0 && !m_configuration.service.journal.isEmpty())
             note(m_storeLine, QStringLiteral("[store] goes without journal of [service]"));

@@ -16,7 +16,7 @@ struct Configuration
     static Configuration read(const QString& fileName);
 
     ServiceSettings service = {};
-    /// One at least.
+    /// One at least, unless the journal is one of many machines.
     QList<RegisterSettings> registers = {};
     QList<PoolSettings> pools = {};
 };

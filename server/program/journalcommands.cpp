@@ -41,7 +41,9 @@ void migrate(const QString& journal)
 
 void restored(const QString& journal)
 {
-    if (!sale::isShared(journal))
+    if (sale::isShared(journal))
+        sale::PostgresStore::requireNobodyElse(sale::PostgresPlace::of(journal));
+    else
         requireThere(journal);
     const QStringList ids = sale::openStore(journal)->doubtUnfinished();
     for (const QString& id : ids)

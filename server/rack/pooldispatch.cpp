@@ -15,7 +15,7 @@ namespace frserver {
 namespace {
 
 constexpr int poolLookMs = 1'000;
-/// A document that its register has not begun by then goes to another one.
+/// A document that no worker is at by then goes to another register.
 constexpr std::chrono::seconds claimTime(30);
 /// Of those that somebody waits for, so many are asked for before the queue is.
 constexpr int mostAwaited = 8;
@@ -30,6 +30,7 @@ constexpr qint64 forgottenMs = 600'000;
 PoolDispatch::PoolDispatch(
     const QList<PoolSettings>& pools, const Rack& rack, sale::DocumentPools& store, const AgentClock& clock)
     : m_pools(pools)
+    , m_rack(rack)
     , m_store(store)
     , m_clock(clock)
 {
@@ -43,7 +44,8 @@ PoolDispatch::PoolDispatch(
         // Not in the middle of its work.
         connect(
             agent.get(), &RegisterAgent::claimGivenUp, this,
-            [this, of = name](bool mayBeToBlame) { giveBack(of, mayBeToBlame); }, Qt::QueuedConnection);
+            [this, of = agent.get()](bool mayBeToBlame) { giveBack(*of, mayBeToBlame); },
+            Qt::QueuedConnection);
     }
     m_timer.setInterval(poolLookMs);
     connect(&m_timer, &QTimer::timeout, this, &PoolDispatch::look);
@@ -99,8 +101,16 @@ void PoolDispatch::look()
 
 void PoolDispatch::giveBackStale()
 {
+    // What a worker prepares for long, and has not begun, is in good hands: one that hangs is killed.
+    QStringList underWay;
+    QString owner;
+    for (const auto& [name, agent] : m_rack.agents()) {
+        if (const QString id = agent->underWay(); !id.isEmpty())
+            underWay.append(id);
+        owner = agent->lease().value(QStringLiteral("owner")).toString();
+    }
     try {
-        const QStringList ids = m_store.giveBackStale(claimTime);
+        const QStringList ids = m_store.giveBackStale(claimTime, underWay, owner);
         for (const QString& id : ids)
             Q_EMIT documentChanged(id);
     } catch (const sale::JournalError& error) {
@@ -108,10 +118,10 @@ void PoolDispatch::giveBackStale()
     }
 }
 
-void PoolDispatch::giveBack(const QString& registerName, bool mayBeToBlame)
+void PoolDispatch::giveBack(const RegisterAgent& agent, bool mayBeToBlame)
 {
     try {
-        const QStringList ids = m_store.giveBack(registerName);
+        const QStringList ids = m_store.giveBack(agent.name(), agent.lease());
         for (const QString& id : ids) {
             if (mayBeToBlame)
                 noteReturn(id);

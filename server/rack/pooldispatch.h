@@ -70,7 +70,7 @@ private:
 
     void claim();
     void giveBackStale();
-    void giveBack(const QString& registerName, bool mayBeToBlame);
+    void giveBack(const RegisterAgent& agent, bool mayBeToBlame);
     void noteReadiness(const QString& registerName);
     static bool isFree(const Free& free);
     QList<Free> freeOnes() const;
@@ -84,6 +84,7 @@ private:
     DriveLeft driveOf(const RegisterAgent& agent) const;
 
     const QList<PoolSettings> m_pools;
+    const Rack& m_rack;
     sale::DocumentPools& m_store;
     const AgentClock m_clock;
     /// Those that serve a pool.

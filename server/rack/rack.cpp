@@ -30,17 +30,7 @@ Rack::Rack(const QList<RegisterSettings>& registers, sale::DocumentStore& store,
         connect(agent.get(), &RegisterAgent::changed, this,
             [this, name = settings.name] { Q_EMIT registerChanged(name); });
         // Whoever hears of it may end the event loop, and not in the middle of an agent's work.
-        connect(
-            agent.get(), &RegisterAgent::stopped, this,
-            [this] {
-                const bool isDone = std::all_of(m_agents.cbegin(), m_agents.cend(),
-                    [](const auto& entry) { return entry.second->isStopped(); });
-                if (isDone && m_timer.isActive()) {
-                    m_timer.stop();
-                    Q_EMIT stopped();
-                }
-            },
-            Qt::QueuedConnection);
+        connect(agent.get(), &RegisterAgent::stopped, this, &Rack::finish, Qt::QueuedConnection);
     }
     m_timer.setInterval(lookMs);
     connect(&m_timer, &QTimer::timeout, this, &Rack::look);
@@ -60,6 +50,18 @@ void Rack::stop()
     m_timer.start();
     for (const auto& [name, agent] : m_agents)
         agent->stop();
+    // Where there are none.
+    QMetaObject::invokeMethod(this, &Rack::finish, Qt::QueuedConnection);
+}
+
+void Rack::finish()
+{
+    const bool isDone = std::all_of(
+        m_agents.cbegin(), m_agents.cend(), [](const auto& entry) { return entry.second->isStopped(); });
+    if (!isDone || !m_timer.isActive())
+        return;
+    m_timer.stop();
+    Q_EMIT stopped();
 }
 
 void Rack::look()

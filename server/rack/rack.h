@@ -39,6 +39,7 @@ private:
     void look();
     void expire();
     void glance();
+    void finish();
 
     sale::DocumentStore& m_store;
     const AgentClock m_clock;

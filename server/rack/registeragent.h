@@ -90,6 +90,10 @@ public:
     Readiness readiness() const;
     /// One that was claimed for it, when it was ready.
     void makeClaimed(const sale::StoredDocument& document);
+    /// The document that its worker is at; empty for none.
+    QString underWay() const { return isMaking() ? m_request->id : QString(); }
+    /// See Ownership::lease.
+    QJsonObject lease() const { return m_options.ownership->lease(name()); }
     const QJsonObject& identity() const { return m_identity; }
     const QJsonObject& toldCondition() const { return m_condition; }
 

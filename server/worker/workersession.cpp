@@ -12,7 +12,6 @@
 #include "exceptions.h"
 #include "journalerror.h"
 #include "pendingsales.h"
-#include "portname.h"
 #include "postgres/openstore.h"
 #include "queueddocument.h"
 #include "registerstart.h"
@@ -23,14 +22,9 @@
 #include <QFileInfo>
 #include <QJsonArray>
 
-#include <utility>
-
 namespace frserver {
 
 namespace {
-
-/// A worker before this one may still be finishing its document.
-constexpr int portWaitSeconds = 10;
 
 QJsonArray idsOf(const QList<sale::SettledSale>& settled)
 {
@@ -85,65 +79,6 @@ QDateTime WorkerSession::localNow() const
     return QDateTime::currentDateTimeUtc().toTimeZone(m_settings.timeZone);
 }
 
-void WorkerSession::connect()
-{
-    if (m_connection)
-        return;
-    enter();
-    devices::ConnectionSettings settings;
-    settings.port = m_settings.port;
-    settings.protocol = receipt::protocolName(m_settings.protocol);
-    settings.plugins = m_settings.plugins;
-    settings.waitSeconds = portWaitSeconds;
-    settings.observer = &m_observer;
-    settings.waitCallback = [this] {
-        if (!m_isMaking)
-            m_waitCallback();
-    };
-    m_connection.emplace(settings);
-}
-
-void WorkerSession::close()
-{
-    m_desk.reset();
-    m_connection.reset();
-    leaveLine();
-}
-
-/// Before the port is opened, and also before its lock is waited for: that may be the former owner's.
-void WorkerSession::enter()
-{
-    journal();
-    std::optional<sale::RegisterFence> fence = m_journal->fence();
-    if (!fence)
-        return;
-    m_hasEntered = true;
-    if (!fence->enter(m_waitCallback))
-        throw devices::ConnectionError(devices::ConnectionError::Busy,
-            QStringLiteral("a worker that had %1 before cannot be ended").arg(m_settings.name));
-    m_lease.require();
-}
-
-void WorkerSession::leaveLine()
-{
-    if (!std::exchange(m_hasEntered, false))
-        return;
-    try {
-        m_journal->fence()->leave();
-    } catch (const sale::JournalError&) {
-        // The next one of this machine sees that this process has ended.
-    }
-}
-
-void WorkerSession::meetRegister(const sale::RegisterLine& line)
-{
-    sale::connectRegister(m_connection->driver(), line);
-    std::optional<sale::RegisterFence> fence = m_journal->fence();
-    // Such a register drops the connection that it had before.
-    if (fence && m_settings.isExclusive && devices::isTcpName(m_settings.port))
-        fence->hasLineAlone();
-}
-
 void WorkerSession::leaveIdle()
 {
     if (m_connection)
@@ -190,6 +125,7 @@ QJsonArray WorkerSession::reach(sale::CashDesk& desk)
     // Before anything is settled: another drive would know nothing of the documents that were begun.
     meetRegister(desk.options().line);
     m_drive = readDrive();
+    takeDrive();
     requireDrive(m_drive);
     return idsOf(desk.open());
 }
@@ -258,7 +194,7 @@ QString WorkerSession::unknownDocuments(const RegisterCondition& condition)
 
 QJsonObject WorkerSession::open(bool opensShift)
 {
-    close();
+    leaveRegister();
     try {
         connect();
         const QJsonArray settled = reach(desk(opensShift));
@@ -268,7 +204,7 @@ QJsonObject WorkerSession::open(bool opensShift)
             {QStringLiteral("unknown"), unknownDocuments(condition)},
             {QStringLiteral("shift"), shiftJson(condition)}};
     } catch (...) {
-        close();
+        leaveRegister();
         throw;
     }
 }
@@ -330,6 +266,7 @@ QJsonObject WorkerSession::accept(const QString& by, const QString& note)
     sale::CashDesk& at = desk(true);
     meetRegister(at.options().line);
     m_drive = readDrive();
+    takeDrive();
     if (sale::isTestDrive(m_drive) && !m_settings.allowsTestDrive)
         requireDrive(m_drive);
     if (!m_drive.isEmpty())

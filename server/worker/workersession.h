@@ -59,7 +59,9 @@ private:
     sale::DocumentStore& journal();
     void connect();
     void enter();
+    void leaveRegister();
     void leaveLine();
+    void takeDrive();
     void meetRegister(const sale::RegisterLine& line);
     void requireConnection() const;
     sale::CashDesk& desk(bool opensShift);
@@ -88,6 +90,8 @@ private:
     std::optional<devices::RegisterConnection> m_connection;
     std::optional<sale::CashDesk> m_desk;
     QString m_drive;
+    /// Of the register at the line, which somebody else works: it is not disturbed before that one leaves it.
+    QString m_takenDrive;
 };
 
 } // namespace frserver

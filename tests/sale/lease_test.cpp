@@ -1,93 +1,10 @@
 // Who owns a register, of those that share a database.
 
-#include "journalerror.h"
-#include "postgres/postgresstore.h"
-#include "postgres/registerleases.h"
-#include "postgres/workertable.h"
-#include "postgresserver.h"
-
-#include <gtest/gtest.h>
-
-#include <csignal>
-#include <sys/wait.h>
-#include <unistd.h>
+#include "leasefixture.h"
 
 using namespace sale;
-using std::chrono::milliseconds;
-using std::chrono::seconds;
 
 namespace {
-
-/// Another process of this machine, stopped as SIGSTOP does it or at work.
-class Child
-{
-public:
-    Child()
-        : m_process(::fork())
-    {
-        if (m_process == 0) {
-            ::pause();
-            ::_exit(0);
-        }
-    }
-    ~Child()
-    {
-        ::kill(m_process, SIGKILL);
-        ::waitpid(m_process, nullptr, 0);
-    }
-    Child(const Child&) = delete;
-    Child& operator=(const Child&) = delete;
-
-    void stop() const
-    {
-        ::kill(m_process, SIGSTOP);
-        siginfo_t info;
-        ::waitid(P_PID, static_cast<id_t>(m_process), &info, WSTOPPED | WNOWAIT);
-    }
-    /// Nobody takes its status, as a parent that is stopped itself.
-    void die() const
-    {
-        ::kill(m_process, SIGKILL);
-        siginfo_t info;
-        ::waitid(P_PID, static_cast<id_t>(m_process), &info, WEXITED | WNOWAIT);
-    }
-    ProcessIdentity identity() const { return ProcessIdentity::ofProcess(m_process); }
-
-private:
-    const pid_t m_process;
-};
-
-class Lease : public testing::Test
-{
-protected:
-    Lease() { server.clear(); }
-
-    RegisterLeases leases(seconds term = seconds(60))
-    {
-        return RegisterLeases(server.place(), term, [this] { return now; });
-    }
-    /// As if the database's clock had come to its end.
-    void runOut() { connection.execute("UPDATE leases SET until = now() - interval '1 s'"); }
-    /// The owner is that process.
-    void ownedBy(const ProcessIdentity& process)
-    {
-        connection.execute("UPDATE leases SET machine = ?, space = ?, process = ?, started = ?",
-            {process.machine, process.space, process.process, process.started});
-    }
-    /// A worker of that process stands in the table.
-    void addWorker(const ProcessIdentity& process, qint64 epoch)
-    {
-        connection.execute("INSERT INTO workers VALUES ('till1', ?, ?, ?, ?, ?)",
-            {epoch, process.machine, process.space, process.process, process.started});
-    }
-    int workers() { return connection.value("SELECT count(*) FROM workers").toInt(); }
-    static ProcessIdentity elsewhere() { return {"other", "boot/pid:[4026531836]", 7, 70}; }
-
-    PostgresServer& server = PostgresServer::instance();
-    PostgresConnection connection{server.place(), 1000};
-    milliseconds now{1'000'000};
-    const RegisterLeases::Wish till1{"till1"};
-};
 
 TEST_F(Lease, RegisterHasOneOwnerAtATime)
 {
@@ -194,6 +111,7 @@ TEST_F(Lease, WhatAFormerOwnerWritesIsRefused)
     const QJsonObject mark{{"drive", "9999"}, {"lastDocument", 7}};
     for (const char* const id : {"begun", "waits", "settled"})
         frozen.accept({id, "sell", "{}", "till1"});
+    frozen.fence().takeDrive("9999");
     ASSERT_EQ(frozen.begin("begun", {mark}), 1);
     runOut();
     // Until somebody has it nobody else can have written.
@@ -260,6 +178,36 @@ TEST_F(Lease, ProgramThatOwnsNothingIsInTheWayOfNobodyAndIsRemembered)
     EXPECT_THROW(person.acceptAndBegin({"other", "sell", "{}", "till1"}, {}), JournalError);
 }
 
+TEST_F(Lease, WhatWasClaimedIsGivenBackByWhoeverOwnsTheRegister)
+{
+    RegisterLeases former = leases();
+    RegisterLeases next = leases();
+    ASSERT_TRUE(former.take(till1));
+    PostgresStore store(server.place());
+    DocumentRequest waiting{"A", "sell", "{}", {}};
+    waiting.pool = "shop";
+    store.accept(waiting);
+    const auto claim = [&] { ASSERT_TRUE(store.claim({"till1", {"shop"}})); };
+    const auto giveBackStale = [&](const RegisterLeases& service, const QStringList& underWay = {}) {
+        return store.giveBackStale(seconds(-1), underWay, service.lease("till1").owner);
+    };
+    claim();
+    EXPECT_EQ(giveBackStale(next), QStringList()) << "its owner is there";
+    EXPECT_EQ(giveBackStale(former, {"A"}), QStringList()) << "and prepares it";
+    EXPECT_EQ(giveBackStale(former), QStringList{"A"});
+    claim();
+    runOut();
+    EXPECT_EQ(giveBackStale(next), QStringList{"A"});
+    claim();
+    const QJsonObject frozen = former.lease("till1").toJson();
+    ASSERT_TRUE(next.take(till1));
+    // It is the next one's, which may be about to begin it.
+    EXPECT_THROW(store.giveBack("till1", frozen), JournalError);
+    EXPECT_EQ(giveBackStale(former), QStringList());
+    EXPECT_EQ(store.findId("A")->request.registerName, "till1");
+    EXPECT_EQ(store.giveBack("till1", next.lease("till1").toJson()), QStringList{"A"});
+}
+
 /// A document was begun, and its owner is gone or may be not.
 class Fence : public Lease
 {
@@ -269,6 +217,7 @@ protected:
         former.take(till1);
         store.writeAs(former.lease("till1"));
         store.accept({"begun", "sell", "{}", "till1"});
+        store.fence().takeDrive("9999");
         store.begin("begun", {{{"drive", "9999"}, {"lastDocument", 7}}});
         epoch = former.lease("till1").epoch;
         former.release("till1");

@@ -33,7 +33,7 @@ protected:
     void cut() const
     {
         connection().value("SELECT count(pg_terminate_backend(pid)) FROM pg_stat_activity "
-                           "WHERE application_name = 'frspf' AND pid <> pg_backend_pid()");
+                           "WHERE application_name LIKE 'frspf%' AND pid <> pg_backend_pid()");
     }
     QStringList tables() const
     {

@@ -1,6 +1,7 @@
 #!/usr/bin/python3
 """A register that two services have in their configuration: whose it is, and what a former owner can still do."""
 
+import json
 import os
 import signal
 import subprocess
@@ -11,6 +12,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
 # pylint: disable=wrong-import-position
+from service import CASHIER, PATIENCE  # noqa: E402
 from servicetest import SALE, TOTAL  # noqa: E402
 from sharedstore import SharedStoreTest  # noqa: E402
 
@@ -36,6 +38,14 @@ class OwnerTest(SharedStoreTest):
         service.edit("[store]\n", "[store]\nlease = 3\n")
         service.edit("exclusive = yes", f"exclusive = {self.EXCLUSIVE}")
         return service
+
+    def put_elsewhere(self, service):
+        """On a machine of its own."""
+        for name in ("machine-id", "boot-id"):
+            (service.folder / name).write_text(f"{uuid.uuid4().hex}\n", encoding="ascii")
+        service.through = [*MACHINE, str(service.folder)]
+        if subprocess.run([*service.through, "true"], check=False, capture_output=True).returncode != 0:
+            self.skipTest("no process may see a machine of its own here")
 
     def start_one(self, through=()):
         self.one.through = through
@@ -127,11 +137,7 @@ class OtherMachine(OwnerTest):
 
     def setUp(self):
         super().setUp()
-        for name in ("machine-id", "boot-id"):
-            (self.two.folder / name).write_text(f"{uuid.uuid4().hex}\n", encoding="ascii")
-        self.two.through = [*MACHINE, str(self.two.folder)]
-        if subprocess.run([*self.two.through, "true"], check=False, capture_output=True).returncode != 0:
-            self.skipTest("no process may see a machine of its own here")
+        self.put_elsewhere(self.two)
 
     def take_over_from_frozen(self, state):
         """And what the sale that it was at is told to be."""
@@ -163,6 +169,58 @@ class DroppedConnection(OtherMachine):
         self.let_one_go_on()
         self.assertEqual([], self.register.receipts())
         self.sell_again()
+
+
+class TwoNames(OwnerTest):
+    """One register over TCP, which two machines call by names of their own."""
+
+    EXCLUSIVE = "no"
+
+    def setUp(self):
+        super().setUp()
+        self.two.edit("[register till1]", "[register kassa9]")
+        self.put_elsewhere(self.two)
+
+    def taken(self):
+        """What the second machine says of its register."""
+        told = self.two.ask("GET", "/v1/registers/kassa9").body
+        return told["state"], told["waiting"], (told["waitingText"] or "").endswith("as till1: go through that service, or stop it")
+
+    def sell_there(self, line):
+        """By frctl, on the second machine."""
+        return subprocess.run(
+            [*self.two.through, os.environ["FRCTL"], "--json", "--plugin", os.environ["FRSPF_PLUGIN"], "--port", line, "--protocol",
+             "HEX", "--cashier", CASHIER, "x-report"],
+            env={**os.environ, "FRSPF_JOURNAL": self.database.url}, capture_output=True, text=True, check=False, timeout=PATIENCE)
+
+    def test_one_of_them_works_it(self):
+        self.start_one()
+        self.start(self.two)
+        self.becomes(self.taken, ("waiting", "busy", True))
+        self.assertEqual(202, self.two.post(SALE, "kassa9", id=DOCUMENT, wait=0).status)
+        refused = self.sell_there(self.register.line)
+        self.assertEqual((1, "busy"), (refused.returncode, json.loads(refused.stdout)["error"]["kind"]), refused)
+        self.assertIn("as till1", refused.stderr)
+        # The register drops a connection when a new one comes: what is not begun then is made all the same.
+        self.assert_issued(self.one.post(SALE, id="rack:till1:2"))
+        # Its line is free when it is paused, and another one's when it is resumed.
+        self.one.ask("POST", "/v1/registers/till1/pause", {})
+        self.becomes(lambda: self.two.ask("GET", f"/v1/documents/{DOCUMENT}")["state"], "issued")
+        self.one.ask("POST", "/v1/registers/till1/resume", {})
+        self.becomes(lambda: self.till(self.one)["waiting"], "busy")
+        self.two.ask("POST", "/v1/registers/kassa9/pause", {})
+        self.until(self.one, "ready")
+        self.assertEqual([TOTAL, TOTAL], self.register.receipts())
+
+    def test_what_a_frozen_owner_may_still_send_is_unknown(self):
+        self.start_one()
+        self.start(self.two)
+        self.becomes(self.taken, ("waiting", "busy", True))
+        self.freeze_one_before("FinishDocument")
+        self.becomes(lambda: self.two.ask("GET", f"/v1/documents/{DOCUMENT}")["state"], "unknown")
+        self.signal_one(signal.SIGCONT)
+        self.becomes(lambda: self.till(self.one)["waiting"], "busy")
+        self.assertEqual([], self.register.receipts())
 
 
 if __name__ == "__main__":

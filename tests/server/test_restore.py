@@ -93,8 +93,12 @@ class Restore(SharedStoreTest):
         self.sell(3)
         self.sell(4)
         self.assertIn("serves from this journal", self.services["hex"].command("restored").stderr)
-        for service in self.services.values():
-            service.stop()
+        self.services["hex"].stop()
+        # Another machine's, as it would be.
+        refused = self.services["hex"].command("restored")
+        self.assertEqual((1, ""), (refused.returncode, refused.stdout), refused)
+        self.assertRegex(refused.stderr, rf"is in use: .*frspf {self.services['xml'].process.pid} .*end all its services")
+        self.services["xml"].stop()
         self.database.put_back(moment)
         restored = self.services["hex"].command("restored")
         self.assertEqual((0, ["rack:hex:3", "rack:xml:3"]), (restored.returncode, sorted(restored.stdout.split())), restored)

@@ -106,6 +106,30 @@ class Store(SharedStoreTest):
         token = two.command("token", "add", "shop", "--role", "sell", "--registers", "till1")
         self.assertEqual(0, token.returncode, token.stderr)
 
+    def test_service_without_a_register_answers_for_those_of_others(self):
+        front, one = self.serve_registers("front", {}), self.serve("till1")
+        self.migrate(front)
+        for service in front, one:
+            names = "" if service is front else "registers = till1\n"
+            with service.config.open("a", encoding="utf-8") as config:
+                config.write(f"\n[pool webshop]\ntax-systems = osn\n{names}")
+        self.assertIn("no register of its own", front.command("check-config").stdout)
+        self.start(front)
+        ready = front.ask("GET", "/readyz")
+        self.assertEqual((200, {}), (ready.status, ready["registers"]), ready)
+        self.assertEqual(404, front.post(SALE, "till1", id="rack:front:0").status)
+        self.start(one)
+        self.assert_issued(front.post(SALE, "till1", id="rack:front:1"))
+        pooled = front.ask("POST", "/v1/pools/webshop/documents", {**SALE, "id": "rack:front:2"}, Prefer="wait=30")
+        self.assert_issued(pooled)
+        self.assertEqual("till1", pooled["register"])
+        self.until(front, "till1", state="ready")
+        self.assertEqual({"till1": "ready"}, front.ask("GET", "/readyz")["registers"])
+        self.assertIn('frserver_register_state{register="till1",state="ready",waiting=""} 1', front.ask("GET", "/metrics").body)
+        self.assertEqual(200, front.ask("GET", "/").status)
+        # It has nobody to wait for.
+        self.assertEqual(0, front.stop())
+
     def test_what_cannot_be_written_is_not_sold(self):
         service = self.serve("till1")
         self.migrate(service)

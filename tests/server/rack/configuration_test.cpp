@@ -142,6 +142,8 @@ TEST_F(ConfigurationTest, TellsAllThatIsWrongWithItsLine)
     EXPECT_EQ(errors("[register a]\nport=x\nprotocol=HEX\nport=y\n"),
         QStringList{"4: [register a] port is there already"});
     EXPECT_EQ(errors(""), QStringList{" has no [register NAME]"});
+    // It may answer for those of other machines alone.
+    EXPECT_TRUE(read("[store]\nurl=postgresql:///rack\n[pool shop]\ntax-systems=osn\n").registers.isEmpty());
     EXPECT_EQ(errors("[register a]\nport=\xcf\xee\n").size(), 1);
 }
 

@@ -4,6 +4,7 @@
 #include "rack/rack.h"
 #include "scriptedworker.h"
 
+#include "sqliteconnection.h"
 #include "sqlitestore.h"
 
 #include <QCoreApplication>
@@ -255,6 +256,24 @@ TEST_F(PoolTest, WhatOneCannotMakeAnotherOneDoes)
     workers[1]->die();
     settle();
     EXPECT_EQ(registerOf("D"), "till2") << "what was begun stays";
+}
+
+TEST_F(PoolTest, WhatAWorkerPreparesForLongIsNobodyElses)
+{
+    startWith({"A", "B", "C"});
+    // Of a run before, and nobody is at it.
+    ASSERT_TRUE(store.claim({"till2", {"shop"}}));
+    sale::SqliteConnection(store.fileName(), 1'000)
+        .execute("UPDATE documents SET claimed = '2020-01-01T00:00:00.000Z' WHERE claimed IS NOT NULL");
+    dispatch->look();
+    EXPECT_EQ(registerOf("A"), "till1");
+    EXPECT_EQ(registerOf("B"), "till2");
+    EXPECT_EQ(registerOf("C"), "");
+    workers[0]->die();
+    settle();
+    EXPECT_EQ(registerOf("A"), "");
+    issue(1);
+    EXPECT_EQ(at(1), "make A");
 }
 
 TEST_F(PoolTest, ElectronicReceiptsGoOnWithoutPaper)

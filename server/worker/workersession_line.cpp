@@ -1,0 +1,105 @@
+// How it comes to its line and register, and leaves them, where others may be at them, too.
+
+#include "worker/workersession.h"
+
+#include "abstractfrdriver.h"
+#include "connectionerror.h"
+#include "journalerror.h"
+#include "portname.h"
+#include "registerstart.h"
+
+#include <utility>
+
+namespace frserver {
+
+namespace {
+
+/// A worker before this one may still be finishing its document.
+constexpr int portWaitSeconds = 10;
+
+} // namespace
+
+void WorkerSession::connect()
+{
+    if (m_connection)
+        return;
+    enter();
+    devices::ConnectionSettings settings;
+    settings.port = m_settings.port;
+    settings.protocol = receipt::protocolName(m_settings.protocol);
+    settings.plugins = m_settings.plugins;
+    settings.waitSeconds = portWaitSeconds;
+    settings.observer = &m_observer;
+    settings.waitCallback = [this] {
+        if (!m_isMaking)
+            m_waitCallback();
+    };
+    m_connection.emplace(settings);
+}
+
+void WorkerSession::close()
+{
+    leaveRegister();
+    // Whoever has the line closed may put another register there.
+    m_takenDrive.clear();
+}
+
+void WorkerSession::leaveRegister()
+{
+    m_desk.reset();
+    m_connection.reset();
+    leaveLine();
+}
+
+/// Before the port is opened, and also before its lock is waited for: that may be the former owner's.
+void WorkerSession::enter()
+{
+    journal();
+    std::optional<sale::RegisterFence> fence = m_journal->fence();
+    if (!fence)
+        return;
+    fence->requireFree(m_takenDrive);
+    m_hasEntered = true;
+    if (!fence->enter(m_waitCallback))
+        throw devices::ConnectionError(devices::ConnectionError::Busy,
+            QStringLiteral("a worker that had %1 before cannot be ended").arg(m_settings.name));
+    m_lease.require();
+}
+
+void WorkerSession::leaveLine()
+{
+    if (!std::exchange(m_hasEntered, false))
+        return;
+    try {
+        m_journal->fence()->leave();
+    } catch (const sale::JournalError&) {
+        // The next one of this machine sees that this process has ended.
+    }
+}
+
+void WorkerSession::meetRegister(const sale::RegisterLine& line)
+{
+    sale::connectRegister(m_connection->driver(), line);
+    std::optional<sale::RegisterFence> fence = m_journal->fence();
+    // Such a register drops the connection that it had before.
+    if (fence && m_settings.isExclusive && devices::isTcpName(m_settings.port))
+        fence->hasLineAlone();
+}
+
+/// Others may have the register under another name.
+void WorkerSession::takeDrive()
+{
+    std::optional<sale::RegisterFence> fence = m_journal->fence();
+    if (!fence)
+        return;
+    m_takenDrive = m_drive;
+    try {
+        fence->takeDrive(m_drive);
+    } catch (const sale::JournalError&) {
+        leaveRegister();
+        throw;
+    }
+    m_takenDrive.clear();
+}
+
+} // namespace frserver

@@ -1,0 +1,135 @@
+// One register under two names: who owns it, of those that share a database.
+
+#include "leasefixture.h"
+
+#include "registertaken.h"
+
+using namespace sale;
+
+namespace {
+
+/// One register that two owners call by names of their own.
+class TwoNames : public Lease
+{
+protected:
+    TwoNames()
+    {
+        one.take(till1);
+        two.take({"kassa9"});
+        first.writeAs(one.lease("till1"));
+        second.writeAs(two.lease("kassa9"));
+        first.accept({"A", "sell", "{}", "till1"});
+        second.accept({"B", "sell", "{}", "kassa9"});
+        first.fence().takeDrive("9999");
+    }
+    void runOutFirst()
+    {
+        connection.execute("UPDATE leases SET until = now() - interval '1 s' WHERE register = 'till1'");
+    }
+    /// What refuses it; empty when nothing does.
+    template <typename Work>
+    static std::string refusal(const Work& work)
+    {
+        try {
+            work();
+            return {};
+        } catch (const RegisterTaken& taken) {
+            return taken.what();
+        }
+    }
+
+    RegisterLeases one = leases();
+    RegisterLeases two = leases();
+    PostgresStore first{server.place()};
+    PostgresStore second{server.place()};
+    const QJsonObject mark{{"drive", "9999"}, {"lastDocument", 7}};
+};
+
+TEST_F(TwoNames, HaveOneOwnerAtATime)
+{
+    connection.execute("UPDATE leases SET host = 'shop2' WHERE register = 'till1'");
+    // Blanks may stand around its number.
+    const std::string taken = refusal([&] { second.fence().takeDrive(" 9999 "); });
+    EXPECT_NE(taken.find("9999 is worked by frserver on shop2, as till1"), std::string::npos) << taken;
+    EXPECT_EQ(refusal([&] { second.fence().requireFree("9999"); }), taken);
+    EXPECT_NE(refusal([&] { second.begin("B", {mark}); }), "") << "whoever has not asked";
+    EXPECT_NE(refusal([&] { second.acceptAndBegin({"C", "sell", "{}", "kassa9"}, {mark}); }), "");
+    EXPECT_EQ(second.findId("B")->state, DocumentState::Queued);
+    EXPECT_FALSE(second.findId("C"));
+    EXPECT_EQ(first.begin("A", {mark}), 1);
+    EXPECT_EQ(one.renew() + two.renew(), QStringList()) << "nobody has lost anything over it";
+    // Another register of the second one is its own.
+    second.fence().takeDrive("8888");
+    EXPECT_EQ(refusal([&] { first.fence().requireFree("9999"); }), "");
+    // The line is closed: paused, or lost.
+    first.fence().leave();
+    second.fence().requireFree("9999");
+    second.fence().takeDrive("9999");
+    EXPECT_EQ(second.begin("B", {mark}), 1);
+    EXPECT_NE(refusal([&] { first.fence().takeDrive("9999"); }).find("as kassa9"), std::string::npos);
+    EXPECT_EQ(connection.value("SELECT count(*) FROM drives WHERE register = 'kassa9'"), 1);
+    // One that tells no number is kept from nobody, and one that was left is another one's at once.
+    second.fence().takeDrive(" ");
+    first.fence().takeDrive("9999");
+    one.release("till1");
+    second.fence().takeDrive("9999");
+}
+
+TEST_F(TwoNames, OwnerWhoseLeaseIsOverIsNoOwnerOfItsNameEither)
+{
+    ASSERT_EQ(first.begin("A", {mark}), 1);
+    runOutFirst();
+    connection.together([&] {
+        requireOwner(connection, one.lease("till1"), "9999");
+        EXPECT_NE(refusal([&] { second.fence().takeDrive("9999"); }), "") << "in the middle of a write";
+    });
+    second.fence().takeDrive("9999");
+    EXPECT_THROW(first.settle("A", 1, {.state = DocumentState::NotIssued}), JournalError);
+    EXPECT_EQ(one.renew(), QStringList{"till1"});
+    ASSERT_TRUE(one.take(till1));
+    first.writeAs(one.lease("till1"));
+    EXPECT_NE(refusal([&] { first.fence().takeDrive("9999"); }), "");
+    EXPECT_NE(refusal([&] { first.begin("A", {mark}); }), "") << "it has not asked";
+    // Whose process has ended is not waited for.
+    const Child child;
+    ownedBy(child.identity());
+    EXPECT_NE(refusal([&] { first.fence().takeDrive("9999"); }), "");
+    child.die();
+    first.fence().takeDrive("9999");
+    EXPECT_EQ(two.renew(), QStringList{"kassa9"});
+}
+
+TEST_F(TwoNames, ProgramThatOwnsNothingKeepsAwayFromWhatSomebodyElseWorks)
+{
+    const auto drive = [] { return QString("9999"); };
+    ownedBy(elsewhere());
+    {
+        PostgresStore person(server.place());
+        const auto meet = [&] { person.meetRegister("tcp:10.0.0.7:5555", drive); };
+        EXPECT_NE(refusal(meet), "");
+        EXPECT_NE(refusal([&] {
+            person.acceptAndBegin({"C", "sell", "{}", "tcp:10.0.0.7:5555"}, {mark});
+        }),
+            "");
+        EXPECT_FALSE(person.findId("C"));
+        first.fence().leave();
+        EXPECT_EQ(refusal(meet), "");
+        EXPECT_EQ(refusal(meet), "");
+        EXPECT_EQ(person.acceptAndBegin({"C", "sell", "{}", "tcp:10.0.0.7:5555"}, {mark}), 1);
+        EXPECT_NE(refusal([&] { second.fence().takeDrive("9999"); }).find("by process"), std::string::npos);
+        // Another one of this process shares it, and a later drive is the only one that it has.
+        PostgresStore other(server.place());
+        other.meetRegister("tcp:10.0.0.7:5555", drive);
+        person.meetRegister("tcp:10.0.0.7:5555", [] { return QString("8888"); });
+        second.fence().takeDrive("9999");
+        person.settle("C", 1, {.state = DocumentState::Issued, .documentNumber = 8});
+        // One that stood still for long is none any more.
+        connection.execute(
+            "UPDATE leases SET until = now() - interval '1 s' WHERE register LIKE 'program %'");
+        second.fence().takeDrive("8888");
+        EXPECT_THROW(person.acceptAndBegin({"D", "sell", "{}", {}}, {{{"drive", "8888"}}}), JournalError);
+    }
+    EXPECT_EQ(connection.value("SELECT count(*) FROM leases WHERE register LIKE 'program %'"), 0);
+}
+
+} // namespace
