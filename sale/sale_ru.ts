@@ -308,16 +308,8 @@
         <translation>продажа, позиций которой в журнале нет</translation>
     </message>
     <message>
-        <source>nothing is sold until the database answers again</source>
-        <translation>пока база данных не ответит, ничего не продаётся</translation>
-    </message>
-    <message>
-        <source>the database does not let this user in; a password belongs into .pgpass</source>
-        <translation>база данных не впускает этого пользователя; пароль хранят в .pgpass</translation>
-    </message>
-    <message>
-        <source>make the database first, with createdb</source>
-        <translation>сначала создайте базу данных командой createdb</translation>
+        <source>nothing is sold until the database answers and lets this user in</source>
+        <translation>пока база данных не ответит и не впустит этого пользователя, ничего не продаётся</translation>
     </message>
     <message>
         <source>frserver migrate makes the tables</source>

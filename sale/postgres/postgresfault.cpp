@@ -19,9 +19,7 @@ struct Advice
 };
 
 constexpr Advice advices[] = {
-    {"08", QT_TR_NOOP("nothing is sold until the database answers again")},
-    {"28", QT_TR_NOOP("the database does not let this user in; a password belongs into .pgpass")},
-    {"3D000", QT_TR_NOOP("make the database first, with createdb")},
+    {"08", QT_TR_NOOP("nothing is sold until the database answers and lets this user in")},
     {"3F000", QT_TR_NOOP("frserver migrate makes the tables")},
     {"42P01", QT_TR_NOOP("frserver migrate makes the tables")},
     {"42501", QT_TR_NOOP("give this user the right to the tables")},
@@ -30,7 +28,7 @@ constexpr Advice advices[] = {
     {"53100", QT_TR_NOOP("the server's disk is full; nothing is sold until there is room")},
 };
 
-/// Ended by the server, or not there at all: then there is no code.
+/// Ended by the server, not there at all, or it lets nobody in: then there is no code.
 bool isLost(const QString& code)
 {
     return code.isEmpty() || code.startsWith(QStringLiteral("08")) || code.startsWith(QStringLiteral("57P0"))
