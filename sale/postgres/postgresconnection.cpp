@@ -112,7 +112,7 @@ void PostgresConnection::arrange() const
 {
     constexpr int idleMs = 10'000;
     // A program that is stopped in the middle of a transaction holds up nobody for longer, and a machine that
-    // has vanished leaves its connections to others within a minute.
+    // has vanished leaves its connections to others within two minutes.
     const QSqlQuery set = run(QStringLiteral(
         "SELECT current_setting('fsync'), set_config('TimeZone', 'UTC', false), "
         "set_config('tcp_keepalives_idle', '30', false), set_config('tcp_keepalives_interval', '10', false), "
