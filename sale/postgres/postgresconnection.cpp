@@ -1,5 +1,6 @@
 #include "postgres/postgresconnection.h"
 
+#include "postgres/passwordfile.h"
 #include "postgres/postgresfault.h"
 #include "postgres/silentservers.h"
 #include "saletr.h"
@@ -73,6 +74,8 @@ QString PostgresConnection::options() const
     all.insert(m_place.parameters);
     if (!m_place.port.isEmpty())
         all.insert(QStringLiteral("port"), m_place.port);
+    if (const QString file = passwordFile(m_place); !file.isEmpty())
+        all.insert(QStringLiteral("passfile"), file);
     QStringList words;
     for (auto one = all.cbegin(); one != all.cend(); ++one)
         words.append(one.key() + QLatin1Char('=') + quotedOption(one.value()));
@@ -119,9 +122,12 @@ void PostgresConnection::subscribe() const
 void PostgresConnection::arrange() const
 {
     constexpr int idleMs = 10'000;
-    // A program that is stopped in the middle of a transaction holds up nobody for longer.
+    // A program that is stopped in the middle of a transaction holds up nobody for longer, and a machine that
+    // has vanished leaves its connections to others within two minutes.
     const QSqlQuery set = run(QStringLiteral(
         "SELECT current_setting('fsync'), set_config('TimeZone', 'UTC', false), "
+        "set_config('tcp_keepalives_idle', '30', false), set_config('tcp_keepalives_interval', '10', false), "
+        "set_config('tcp_keepalives_count', '3', false), set_config('tcp_user_timeout', '60000', false), "
         "set_config('search_path', 'frspf', false), set_config('client_min_messages', 'warning', false), "
         "set_config('lock_timeout', '%1', false), "
         "set_config('idle_in_transaction_session_timeout', '%2', false), "

@@ -4,6 +4,7 @@
 #include "idconflict.h"
 #include "journalerror.h"
 #include "mockfactory.h"
+#include "postgres/passwordfile.h"
 #include "postgres/postgresstore.h"
 #include "postgresserver.h"
 
@@ -274,6 +275,29 @@ TEST(PostgresPlace, IsReadAndShownWithoutPassword)
             EXPECT_FALSE(QString(error.what()).contains("secret"));
         }
     }
+}
+
+TEST(PostgresPlace, PasswordIsTheMachinesForWhoeverHasNoneOfTheirOwn)
+{
+    const QTemporaryDir machine;
+    const QTemporaryDir home;
+    const QByteArray formerHome = qgetenv("HOME");
+    qputenv("HOME", home.path().toUtf8());
+    const QString name = machine.filePath(".pgpass");
+    const auto fileFor = [&machine](const char* address) {
+        return passwordFile(PostgresPlace::of(address), machine.path());
+    };
+    EXPECT_EQ(fileFor("postgresql://frspf@db/rack"), "") << "neither has one";
+    EXPECT_TRUE(QFile(name).open(QIODevice::WriteOnly));
+    EXPECT_EQ(fileFor("postgresql://frspf@db/rack?sslmode=verify-full"), name);
+    EXPECT_EQ(fileFor("postgresql://frspf:secret@db/rack"), "");
+    EXPECT_EQ(fileFor("postgresql://frspf@db/rack?passfile=/etc/frspf/pgpass"), "");
+    qputenv("PGPASSFILE", "/etc/frspf/pgpass");
+    EXPECT_EQ(fileFor("postgresql://frspf@db/rack"), "");
+    qunsetenv("PGPASSFILE");
+    EXPECT_TRUE(QFile(home.filePath(".pgpass")).open(QIODevice::WriteOnly));
+    EXPECT_EQ(fileFor("postgresql://frspf@db/rack"), "");
+    qputenv("HOME", formerHome);
 }
 
 } // namespace
