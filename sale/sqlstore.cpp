@@ -153,7 +153,9 @@ std::optional<int> SqlStore::start(const QString& id, const AttemptStart& start)
     // Whoever begins it without a name would leave it without a register.
     if (known->request.registerName.isEmpty() && !known->request.pool.isEmpty())
         throw wrongOrder(id, QStringLiteral("waits in the pool %1").arg(known->request.pool));
-    if (isTimeOver(*known, timeFromStored(storedNow()))) {
+    // One moment: what is kept as its beginning is not behind the time until which it may be begun.
+    const QString now = storedNow();
+    if (isTimeOver(*known, timeFromStored(now))) {
         end(id, StateReason::Expired);
         return std::nullopt;
     }
@@ -163,11 +165,11 @@ std::optional<int> SqlStore::start(const QString& id, const AttemptStart& start)
         QStringList{QStringLiteral("number"), QStringLiteral("begun"), QStringLiteral("mark_before"),
             QStringLiteral("movement"), QStringLiteral("marks")}
             + begun.columns,
-        QVariantList{attempt, storedNow(), wholeJson(start.markBefore), wholeJson(start.movement),
-            storedJson(start.marks)}
+        QVariantList{
+            attempt, now, wholeJson(start.markBefore), wholeJson(start.movement), storedJson(start.marks)}
             + begun.values);
     updateBegun(id, attempt, QStringLiteral("state = 'running', begun = ?, drive = ?"),
-        {storedNow(), neverNull(driveOf(start))});
+        {now, neverNull(driveOf(start))});
     return attempt;
 }
 

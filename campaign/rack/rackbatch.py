@@ -34,6 +34,8 @@ def registers_of(emulator, folder, is_believed):
 
 class RackBatch(Batch):
     CLIENTS = 30
+    # Of the longest stops, one behind the other.
+    LATENESS = 30
 
     def __init__(self, programs, folder, seed, documents):
         self.lease = programs.lease

@@ -22,6 +22,7 @@ class Batch:
     # Seconds a document, after which nothing goes wrong any more: on a machine with too much to do a batch has an end, too.
     LONGEST = 0.6
     TELL_EACH = 30
+    LATENESS = 5
 
     # Whoever makes one gives it these.
     faults = None
@@ -128,7 +129,7 @@ class Batch:
         with open(self.folder / "told.txt", "w", encoding="utf-8") as file:
             file.writelines(f"{one}\n" for one in self.ledger.told)
         drawers = {register.name: register.drawer() for register in self.registers}
-        return Evidence(self.ledger.orders, self.ledger.by_document(), journal, drives, drawers, self._unfenced())
+        return Evidence(self.ledger.orders, self.ledger.by_document(), journal, drives, drawers, self._unfenced(), self.LATENESS)
 
     @staticmethod
     def _unfenced():
