@@ -59,6 +59,7 @@ class RackFaults(Faults):
         for relay in self._rack.relays:
             relay.mend()
         super().end()
+        self._rack.database.revive()
         for service in self.service.each:
             self._start_again(service)
 
