@@ -10,12 +10,12 @@ SilentServers& SilentServers::ofProcess()
     return servers;
 }
 
-void SilentServers::note(const QString& server, qint64 milliseconds)
+void SilentServers::note(const QString& server, qint64 tookMs)
 {
     // Whoever waits for one that has vanished does so for 2 s at least.
     constexpr qint64 longMs = 1'500;
     constexpr qint64 restMs = 10'000;
-    if (milliseconds < longMs)
+    if (tookMs < longMs)
         return;
     const QMutexLocker lock(&m_mutex);
     m_rests.insert(server, QDeadlineTimer(restMs));

@@ -16,7 +16,7 @@ public:
     static SilentServers& ofProcess();
 
     /// It did not answer, and was waited for so long.
-    void note(const QString& server, qint64 milliseconds);
+    void note(const QString& server, qint64 tookMs);
     bool isResting(const QString& server);
 
 private:
