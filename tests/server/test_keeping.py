@@ -173,6 +173,7 @@ class Update(Keeping):
             self.assertIn("tries", upgrade.stderr.readline())
             self.assert_issued(self.service.post(SALE, id="sale:0001"))
             self.service.stop()
+            self.assertEqual(0, self.service.process.returncode)
             _, said = upgrade.communicate(timeout=10)  # half of what it would wait for another start
         self.assertEqual(1, upgrade.returncode)
         self.assertIn("ends, as it was told to", said)
