@@ -141,8 +141,13 @@ class Pair:
         self._hub.pass_on("answer", self._host.fileno(), data)
 
     def _wait(self, seconds):
-        """The register may hang up meanwhile, and then it never hears of it."""
+        """The register may hang up meanwhile, and then it never hears of it. What comes late is what the host's system sends again
+        and again, also for a program that has ended, unless that has forgotten it: then the connection is reset."""
         end, mends = time.monotonic() + seconds, self._hub.mends
+        ends = [self._register, self._host]
         while time.monotonic() < end and self._hub.mends == mends and not self._hub.is_ended:
-            if select.select([self._register], [], [], 0.05)[0] and not self._register.recv(1, socket.MSG_PEEK):
-                raise Cut
+            for one in select.select(ends, [], [], 0.05)[0]:
+                if not one.recv(1, socket.MSG_PEEK):
+                    if one is self._register:
+                        raise Cut
+                    ends.remove(one)
