@@ -18,16 +18,18 @@ constexpr int sliceMs = 50;
 /// Behind SIGKILL.
 constexpr int longestEndMs = 5'000;
 
-bool end(const ProcessIdentity& process, const std::function<void()>& whileWaiting)
+enum class End { ByItself, Killed, Never };
+
+End end(const ProcessIdentity& process, const std::function<void()>& whileWaiting)
 {
     QElapsedTimer timer;
     timer.start();
     while (!process.isFrozen() && !timer.hasExpired(patienceMs)) {
         if (process.waitForEnd(sliceMs))
-            return true;
+            return End::ByItself;
         whileWaiting();
     }
-    return process.kill() && process.waitForEnd(longestEndMs);
+    return process.kill() && process.waitForEnd(longestEndMs) ? End::Killed : End::Never;
 }
 
 } // namespace
@@ -38,7 +40,7 @@ RegisterFence::RegisterFence(PostgresConnection& connection, const LeasedRegiste
 {
 }
 
-bool RegisterFence::enter(const std::function<void()>& whileWaiting)
+bool RegisterFence::enter(const std::function<void()>& whileWaiting, bool doesLineEnd)
 {
     WorkerTable workers(m_connection);
     QList<WorkerTable::Row> others;
@@ -51,12 +53,14 @@ bool RegisterFence::enter(const std::function<void()>& whileWaiting)
     return std::all_of(others.cbegin(), others.cend(), [&](const WorkerTable::Row& other) {
         const ProcessIdentity& process = other.process;
         // A program that owns nothing is a person's, and is waited for at the port.
-        if (other.epoch == 0 || process.fate() == ProcessIdentity::Fate::Unseen)
+        if (other.epoch == 0 || other.wasKilled || process.fate() == ProcessIdentity::Fate::Unseen)
             return true;
-        if (!end(process, whileWaiting))
-            return false;
-        workers.remove(m_lease.registerName, process);
-        return true;
+        const End how = end(process, whileWaiting);
+        if (how == End::Killed && !doesLineEnd)
+            workers.noteKilled(m_lease.registerName, process);
+        else if (how != End::Never)
+            workers.remove(m_lease.registerName, process);
+        return how != End::Never;
     });
 }
 

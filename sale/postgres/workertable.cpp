@@ -24,18 +24,28 @@ void WorkerTable::remove(const QString& registerName, const ProcessIdentity& pro
         {registerName, process.machine, process.space, process.process, process.started});
 }
 
+void WorkerTable::noteKilled(const QString& registerName, const ProcessIdentity& process)
+{
+    m_connection.execute(
+        QStringLiteral("UPDATE workers SET killed = clock_timestamp() WHERE register = ? AND machine = ? "
+                       "AND space = ? AND process = ? AND started = ?"),
+        {registerName, process.machine, process.space, process.process, process.started});
+}
+
 QList<WorkerTable::Entry> WorkerTable::entries(const QString& condition, const QVariantList& values)
 {
     QList<Entry> found;
     m_connection.select(
-        QStringLiteral("SELECT register, epoch, machine, space, process, started FROM workers WHERE %1 "
+        QStringLiteral("SELECT register, epoch, machine, space, process, started, killed IS NOT NULL "
+                       "FROM workers WHERE %1 "
                        "ORDER BY epoch")
             .arg(condition),
         values, [&found](const QSqlQuery& row) {
             found.append({row.value(0).toString(),
                 {row.value(1).toLongLong(),
                     {row.value(2).toString(), row.value(3).toString(), row.value(4).toLongLong(),
-                        row.value(5).toLongLong()}}});
+                        row.value(5).toLongLong()},
+                    row.value(6).toBool()}});
         });
     return found;
 }
@@ -48,7 +58,7 @@ QList<WorkerTable::Row> WorkerTable::others(const QString& registerName)
         const ProcessIdentity& process = entry.row.process;
         if (process == own)
             continue;
-        if (process.fate() == ProcessIdentity::Fate::Ended)
+        if (!entry.row.wasKilled && process.fate() == ProcessIdentity::Fate::Ended)
             remove(registerName, process);
         else
             standing.append(entry.row);
@@ -70,7 +80,11 @@ void WorkerTable::removeOtherMachines(const QString& registerName)
 
 void WorkerTable::removeEnded()
 {
-    for (const Entry& entry : entries(QStringLiteral("machine = ?"), {ProcessIdentity::own().machine})) {
+    // TCP gives up by then.
+    m_connection.execute(
+        QStringLiteral("DELETE FROM workers WHERE killed < clock_timestamp() - interval '20 minutes'"));
+    for (const Entry& entry :
+        entries(QStringLiteral("machine = ? AND killed IS NULL"), {ProcessIdentity::own().machine})) {
         if (entry.row.process.fate() == ProcessIdentity::Fate::Ended)
             remove(entry.registerName, entry.row.process);
     }

@@ -18,6 +18,8 @@ public:
     {
         qint64 epoch = 0;
         ProcessIdentity process;
+        /// It has ended, and the network may have something of it yet.
+        bool wasKilled = false;
     };
 
     /// The connection must outlive it.
@@ -28,6 +30,8 @@ public:
 
     void add(const LeasedRegister& lease);
     void remove(const QString& registerName, const ProcessIdentity& process);
+    /// It was ended, and stays for as long as a network may keep what it has sent.
+    void noteKilled(const QString& registerName, const ProcessIdentity& process);
     /// All of the register but this process; those that have ended are left out, and removed.
     QList<Row> others(const QString& registerName);
     /// Those of whoever had the register before.

@@ -60,7 +60,9 @@ void WorkerSession::enter()
         return;
     fence->requireFree(m_takenDrive);
     m_hasEntered = true;
-    if (!fence->enter(m_waitCallback))
+    // A network may have what it was given, however the sender ended.
+    const bool doesLineEnd = m_settings.isExclusive || !devices::isTcpName(m_settings.port);
+    if (!fence->enter(m_waitCallback, doesLineEnd))
         throw devices::ConnectionError(devices::ConnectionError::Busy,
             QStringLiteral("a worker that had %1 before cannot be ended").arg(m_settings.name));
     m_lease.require();

@@ -252,6 +252,23 @@ TEST_F(Fence, FormerWorkerOfThisMachineHasEndedWhenTheNextOneEnters)
     EXPECT_EQ(workers(), 0);
 }
 
+TEST_F(Fence, WhatAKilledOneHadSentMayStillComeWhereItsLineStays)
+{
+    const Child stopped;
+    stopped.stop();
+    addWorker(stopped.identity(), epoch);
+    EXPECT_TRUE(store.fence().enter([] {}, false));
+    EXPECT_EQ(stopped.identity().fate(), ProcessIdentity::Fate::Ended);
+    EXPECT_EQ(settled(DocumentState::NotIssued), DocumentState::Unknown);
+    EXPECT_TRUE(store.fence().enter([] {}, false)) << "once";
+    next.tidy();
+    EXPECT_EQ(settled(DocumentState::NotIssued), DocumentState::Unknown);
+    // The network has given up.
+    connection.execute("UPDATE workers SET killed = now() - interval '1 hour' WHERE killed IS NOT NULL");
+    next.tidy();
+    EXPECT_EQ(settled(DocumentState::NotIssued), DocumentState::Queued);
+}
+
 TEST_F(Fence, OneThatIsAtWorkIsLeftAMomentToComeToItsEnd)
 {
     const Child busy;

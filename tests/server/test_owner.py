@@ -130,6 +130,21 @@ class OneMachine(OwnerTest):
         self.until(self.two, "standby")
 
 
+class KeptConnection(OwnerTest):
+    """Of one machine, over TCP, where the network may have the end of a receipt still whose sender was killed."""
+
+    EXCLUSIVE = "no"
+
+    def test_what_a_killed_owner_may_have_sent_is_unknown(self):
+        self.start_one()
+        self.start_two()
+        self.freeze_one_before("FinishDocument")
+        self.until(self.two, "ready")
+        self.assertEqual("unknown", self.two.post(SALE, id=DOCUMENT)["state"])
+        self.let_one_go_on()
+        self.assertEqual([], self.register.receipts())
+
+
 class OtherMachine(OwnerTest):
     """Over TCP, with a register that is not known to drop the former connection."""
 
