@@ -176,8 +176,10 @@ class RackFaults(Faults):
         return freeze
 
     def late_close(self):
-        """The network has the closing request for so long, and who sent it stands still."""
-        register = self._register()
+        """The network has the closing request for so long, and who sent it stands still. Half of them at registers that go on hearing
+        whom they heard before, where it would do harm."""
+        unfenced = [one for one in self.registers if not one.is_exclusive]
+        register = self.random.choice(unfenced) if self.random.random() < 0.5 else self._register()
         if isinstance(register.line, Hub):
             seconds = self._seconds()
             register.line.hold_close(seconds, self._freezing("late_close", seconds))
