@@ -84,6 +84,8 @@ install(TARGETS frspf-draw RUNTIME DESTINATION ${FRSERVER_LIBEXEC_INSTALL_DIR} C
 install(FILES cmake/debian/frserver.service DESTINATION lib/systemd/system COMPONENT server)
 install(FILES docs/frserver.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT server)
 set(server_docdir ${CMAKE_INSTALL_DATAROOTDIR}/doc/frspf-server)
-install(FILES docs/service.md docs/frserver.openapi.json DESTINATION ${server_docdir} COMPONENT server)
+# As here, so that its links lead somewhere.
+install(FILES docs/service.md docs/frserver.openapi.json docs/receipt.schema.json DESTINATION ${server_docdir}/docs COMPONENT server)
+install(FILES docs/img/service.png DESTINATION ${server_docdir}/docs/img COMPONENT server)
 install(FILES examples/frserver.ini examples/frserver.rules.yml DESTINATION ${server_docdir}/examples COMPONENT server)
 install(DIRECTORY examples/clients DESTINATION ${server_docdir}/examples COMPONENT server)

@@ -36,7 +36,7 @@ set(CPACK_DEBIAN_TOOLS_PACKAGE_SUGGESTS libqt6sql6-psql)
 set(CPACK_COMPONENT_TOOLS_DEPENDS plugin)
 set(CPACK_COMPONENT_TOOLS_DESCRIPTION "Command-line host and software fiscal register")
 set(CPACK_DEBIAN_SERVER_PACKAGE_NAME frspf-server)
-set(CPACK_DEBIAN_SERVER_PACKAGE_DEPENDS "libqt6sql6-sqlite, fonts-dejavu-core, init-system-helpers")
+set(CPACK_DEBIAN_SERVER_PACKAGE_DEPENDS "libqt6sql6-sqlite, fonts-dejavu-core, init-system-helpers, tzdata")
 # Its certificates, and the journal of many machines.
 set(CPACK_DEBIAN_SERVER_PACKAGE_RECOMMENDS "openssl, libqt6sql6-psql")
 set(debian_server ${PROJECT_SOURCE_DIR}/cmake/debian/server)

@@ -4,7 +4,9 @@
 
 #include <QElapsedTimer>
 
+#include <linux/sockios.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -14,6 +16,21 @@ namespace devices {
 
 namespace {
 constexpr int connectTimeoutMs = 5000;
+
+/// Whether the system forgets what the register has not taken when the connection ends, also with its
+/// program. Else it sends that again for minutes: a receipt that was broken off would be printed after the
+/// register was asked for it.
+void setForgetful(int socket, bool isForgetful)
+{
+    const linger value{isForgetful ? 1 : 0, 0};
+    ::setsockopt(socket, SOL_SOCKET, SO_LINGER, &value, sizeof value);
+}
+
+bool hasTakenAll(int socket)
+{
+    int left = 0;
+    return ::ioctl(socket, SIOCOUTQ, &left) == 0 && left == 0;
+}
 } // namespace
 
 TcpSerialDevice::TcpSerialDevice(const QString& host, quint16 port)
@@ -22,7 +39,18 @@ TcpSerialDevice::TcpSerialDevice(const QString& host, quint16 port)
 {
 }
 
-TcpSerialDevice::~TcpSerialDevice() = default;
+TcpSerialDevice::~TcpSerialDevice()
+{
+    TcpSerialDevice::closeLine();
+}
+
+void TcpSerialDevice::closeLine()
+{
+    const int socket = static_cast<int>(m_socket.socketDescriptor());
+    if (socket >= 0 && m_socket.bytesToWrite() == 0 && hasTakenAll(socket))
+        setForgetful(socket, false);
+    m_socket.abort();
+}
 
 QString TcpSerialDevice::getDeviceName() const
 {
@@ -71,6 +99,7 @@ bool TcpSerialDevice::open()
         ::close(connection.socket);
         return false;
     }
+    setForgetful(connection.socket, true);
     // A frame of a few bytes must not wait for more to travel with.
     m_socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
     tellOpened();

@@ -34,7 +34,7 @@ public:
 
 protected:
     bool isLineOpen() const override;
-    void closeLine() override { m_socket.abort(); }
+    void closeLine() override;
     bool clearLine() override;
     qint64 send(const QByteArray& data, int milliseconds) override;
     qint64 receive(char* data, qint64 maxSize, int milliseconds) override;

@@ -164,7 +164,7 @@ Output settleOne(AbstractFrDriver& driver, const Options& options, const sale::S
 /// Its drive is gone for good, and can never be asked.
 Output giveUp(const Options& options, const sale::StoredDocument& document)
 {
-    if (document.state == sale::DocumentState::Running)
+    if (document.isToBeAsked())
         options.journal->store().settle(document.request.id, document.attemptCount, {});
     return settledOutput(options, {document.request.id});
 }

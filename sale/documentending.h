@@ -29,6 +29,9 @@ struct DocumentEnding
     /// Of one that is not issued: the attempt is over, and the document is queued as before it, at once. For
     /// what a person puts right at the register, such as its paper.
     bool waitsAgain = false;
+    /// False for an unknown one whose register could not be asked: that is done when the register is reached
+    /// again, and until then the attempt is not over. Nothing is written unless the document is under way.
+    bool isAsked = true;
 };
 
 } // namespace sale

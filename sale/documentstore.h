@@ -38,8 +38,9 @@ public:
     /// Takes a document in, and gives what is known of it. An id belongs to one document for ever: one that
     /// is not issued is queued anew, with the body given; any other is given back as it stands. Throws
     /// IdConflict when the body, or the sale whose goods come back, is another one than that of a document
-    /// that is queued, begun, issued or unknown. The condition is asked of a document that is to be queued,
-    /// while nobody else writes: what it finds in this journal holds still when the document is in it.
+    /// that is queued, begun, issued or unknown, or when the document was archived. The condition is asked of
+    /// a document that is to be queued: what it finds of the returns of the same sale holds still when the
+    /// document is in the journal.
     virtual StoredDocument accept(const DocumentRequest& request, const Condition& condition) = 0;
     StoredDocument accept(const DocumentRequest& request) { return accept(request, {}); }
     /// It goes on with another machine, and nothing is written here any more.
@@ -55,7 +56,8 @@ public:
     virtual void note(const QString& id, int attempt, const AttemptNote& note) = 0;
     /// Says what has become of the document. The attempt is the last one, 0 for a document without. What is
     /// issued stays so: saying it again changes nothing, and anything else is a JournalError. A person's word
-    /// (by) is taken for an unknown document alone, and not with a number that another one has on that drive.
+    /// (by) is taken for an unknown document alone, and not with a number that another one has on that drive,
+    /// or that the drive had reached before it was begun. See also DocumentEnding::isAsked.
     virtual void settle(const QString& id, int attempt, const DocumentEnding& ending) = 0;
     virtual QList<StoredDocument> find(const DocumentQuery& query) const = 0;
 

@@ -9,7 +9,8 @@
 
 namespace sale {
 
-/// The id of a document belongs to another one: a mistake of the caller, nothing was sent.
+/// The id of a document belongs to another one, or to one that was archived: a mistake of the caller, nothing
+/// was sent.
 class IdConflict : public std::runtime_error
 {
 public:

@@ -91,8 +91,16 @@ QList<SettledSale> settlePendingSales(
             drive = noteMark(driver, line, DocumentKind::Report).drive;
         return document.drive == drive;
     };
-    for (const StoredDocument& document : store.find({.states = {DocumentState::Running}})) {
-        if (!isHere(document))
+    // A rack has many that were begun, and few of them are this register's.
+    for (const StoredDocument& begun : store.find({.states = {DocumentState::Running, DocumentState::Unknown},
+                                       .withAttempts = false,
+                                       .withBodies = false})) {
+        const bool mayBeHere = leavesTrace(begun) ? drive.isEmpty() || begun.drive == drive
+                                                  : begun.request.registerName == registerName;
+        if (!mayBeHere)
+            continue;
+        const StoredDocument document = store.findId(begun.request.id).value_or(begun);
+        if (!document.isToBeAsked() || !isHere(document))
             continue;
         // One whose beginning nobody heard of, since the journal's server was lost over it, is not taken for
         // what was made after it.
@@ -101,6 +109,17 @@ QList<SettledSale> settlePendingSales(
         settled.append({document.request.id, writeDown(store, document, verdict)});
     }
     return settled;
+}
+
+QStringList giveUpPendingSales(DocumentStore& store, const QString& registerName)
+{
+    QStringList ids;
+    for (const StoredDocument& document : store.find(
+             {.states = {DocumentState::Running}, .registerName = registerName, .withAttempts = false})) {
+        store.settle(document.request.id, document.attemptCount, {.isAsked = false});
+        ids.append(document.request.id);
+    }
+    return ids;
 }
 
 } // namespace sale

@@ -428,6 +428,14 @@
         <translation>работайте через эту службу или остановите её</translation>
     </message>
     <message>
+        <source>journal %1: the server does not answer</source>
+        <translation>журнал %1: сервер не отвечает</translation>
+    </message>
+    <message>
+        <source>the server has no connection left; raise its max_connections</source>
+        <translation>у сервера не осталось свободных соединений; увеличьте его max_connections</translation>
+    </message>
+    <message>
         <source>the register with fiscal drive %1 is worked by process %2 on %3</source>
         <translation>с кассой с ФН %1 работает процесс %2 на %3</translation>
     </message>

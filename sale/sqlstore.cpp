@@ -60,7 +60,7 @@ StoredDocument SqlStore::accept(const DocumentRequest& request, const Condition&
 void SqlStore::take(const DocumentRequest& request, const Condition& condition)
 {
     // Whatever the condition finds of the sale's other returns holds still until the end.
-    if (condition || !request.returnOf.isEmpty())
+    if (!request.returnOf.isEmpty())
         holdReturns(request.returnOf);
     hold(request.id);
     const std::optional<StoredDocument> known = findId(request.id);
@@ -153,7 +153,9 @@ std::optional<int> SqlStore::start(const QString& id, const AttemptStart& start)
     // Whoever begins it without a name would leave it without a register.
     if (known->request.registerName.isEmpty() && !known->request.pool.isEmpty())
         throw wrongOrder(id, QStringLiteral("waits in the pool %1").arg(known->request.pool));
-    if (isTimeOver(*known, timeFromStored(storedNow()))) {
+    // One moment: what is kept as its beginning is not behind the time until which it may be begun.
+    const QString now = storedNow();
+    if (isTimeOver(*known, timeFromStored(now))) {
         end(id, StateReason::Expired);
         return std::nullopt;
     }
@@ -163,11 +165,11 @@ std::optional<int> SqlStore::start(const QString& id, const AttemptStart& start)
         QStringList{QStringLiteral("number"), QStringLiteral("begun"), QStringLiteral("mark_before"),
             QStringLiteral("movement"), QStringLiteral("marks")}
             + begun.columns,
-        QVariantList{attempt, storedNow(), wholeJson(start.markBefore), wholeJson(start.movement),
-            storedJson(start.marks)}
+        QVariantList{
+            attempt, now, wholeJson(start.markBefore), wholeJson(start.movement), storedJson(start.marks)}
             + begun.values);
     updateBegun(id, attempt, QStringLiteral("state = 'running', begun = ?, drive = ?"),
-        {storedNow(), neverNull(driveOf(start))});
+        {now, neverNull(driveOf(start))});
     return attempt;
 }
 
@@ -197,6 +199,11 @@ void SqlStore::refuseWrongEnding(const StoredDocument& known, int attempt, const
     // Of one that was put in doubt nobody knows the drive.
     if (ending.documentNumber == 0 || known.drive.isEmpty())
         return;
+    if (ending.documentNumber <= known.numberBefore())
+        throw wrongOrder(id,
+            QStringLiteral("was begun behind number %1 of fiscal drive %2, and has a higher one")
+                .arg(known.numberBefore())
+                .arg(known.drive));
     const QList<StoredDocument> others
         = find({.drive = known.drive, .documentNumber = ending.documentNumber, .withAttempts = false});
     if (!others.isEmpty())
@@ -212,6 +219,8 @@ void SqlStore::settle(const QString& id, int attempt, const DocumentEnding& endi
         const std::optional<StoredDocument> known = findId(id);
         if (!known)
             throw wrongOrder(id, QStringLiteral("is not there"));
+        if (!ending.isAsked && (known->state != DocumentState::Running || known->attemptCount != attempt))
+            return;
         if (known->state == DocumentState::Issued && ending.state == DocumentState::Issued
             && known->documentNumber == ending.documentNumber && ending.by.isEmpty())
             return;
@@ -233,6 +242,8 @@ void SqlStore::endAttempt(const QString& id, int attempt, const DocumentEnding& 
             neverNull(waits ? QString() : reasonName(ending.reason)),
             nullIfEmpty(waits ? QString() : storedNow()), number, ending.isNumberRead,
             ending.state == DocumentState::Issued ? ending.times : 0, ending.by, ending.note});
+    if (!ending.isAsked)
+        return;
     updateAttempt(id, attempt,
         QStringLiteral("ended = ?, verdict = ?, document = ?, mark_after = coalesce(?, mark_after), "
                        "register_time = coalesce(?, register_time)"),

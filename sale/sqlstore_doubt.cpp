@@ -9,8 +9,10 @@ QStringList SqlStore::doubtUnfinished()
     QStringList ids;
     // One by one, as whoever keeps them holds each that is changed: run again, it goes on where it ended.
     for (const StoredDocument& found :
-        find({.states = {DocumentState::Queued, DocumentState::Running}, .withAttempts = false})) {
+        find({.states = {DocumentState::Queued, DocumentState::Running, DocumentState::Unknown}})) {
         const QString& id = found.request.id;
+        if (found.state != DocumentState::Queued && !found.isToBeAsked())
+            continue;
         m_sql.together([&] {
             hold(id);
             const StoredDocument known = existing(id);

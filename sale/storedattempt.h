@@ -17,7 +17,8 @@ struct StoredAttempt
     int number = 0;
     /// UTC.
     QDateTime begun;
-    /// Invalid while it is under way, or when nobody has settled it.
+    /// Invalid while it is under way, or when nobody has settled it; also of an unknown document, whose
+    /// register could not be asked.
     QDateTime ended;
     AttemptStart start;
     AttemptNote note;

@@ -36,6 +36,12 @@ struct StoredDocument
     int attemptCount = 0;
     /// In their order; only when they were asked for.
     QList<StoredAttempt> attempts;
+
+    /// Its register has not been asked yet what has become of it. By the attempts.
+    bool isToBeAsked() const;
+    /// Of its fiscal drive's last document before the last attempt: its own number is a higher one. 0 when
+    /// that was not told, or nobody knows the drive. By the attempts.
+    quint32 numberBefore() const;
 };
 
 } // namespace sale

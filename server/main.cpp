@@ -29,12 +29,23 @@ namespace {
 
 using namespace frserver;
 
+/// One that many machines share must be there before this program starts, with tables that it goes on with. A
+/// file is made where it is not.
+void requireStore(const QString& journal)
+{
+    // Shorter than a service that is to leave its place waits for the program that is to take it.
+    constexpr int patienceMs = 3'000;
+    if (sale::isShared(journal))
+        sale::openStore(journal, patienceMs);
+}
+
 int checkConfig(const Options& options, const Configuration& configuration)
 {
     const ListenAddress listen = listenAddress(options, configuration);
     const ServiceSettings& service = configuration.service;
     if (service.hasTls())
         http::TlsIdentity(service.tlsCertificate, service.tlsKey);
+    requireStore(journalOf(configuration));
     std::printf("listens on %s, port %d\n", qPrintable(listen.address), listen.port);
     std::printf("journal %s\n", qPrintable(sale::shownPlace(journalOf(configuration))));
     for (const RegisterSettings& settings : configuration.registers)

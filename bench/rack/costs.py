@@ -52,6 +52,7 @@ class Costs:
         self._services = services
         database.execute("SELECT pg_stat_statements_reset()")
         self._log = self._wal()
+        self._size = self._disk()
         self._machine = machine_ticks()
         self._before = self._processor()
 
@@ -67,6 +68,9 @@ class Costs:
     def _wal(self):
         return self._database.ask("SELECT pg_current_wal_lsn() - '0/0'::pg_lsn AS bytes")[0]["bytes"]
 
+    def _disk(self):
+        return self._database.ask("SELECT pg_database_size(current_database()) AS bytes")[0]["bytes"]
+
     def taken(self):
         after = self._processor()
         spent = {f"{name}_cpu": after[name] - self._before[name] for name in after}
@@ -75,13 +79,18 @@ class Costs:
             "SELECT sum(total_exec_time + total_plan_time) / 1000 AS seconds, sum(calls) AS calls, "
             "sum(calls) FILTER (WHERE query = 'COMMIT') AS commits FROM pg_stat_statements")[0]
         return {**spent, "database": account["seconds"], "calls": account["calls"], "commits": account["commits"],
-                "wal": self._wal() - self._log, "busy": busy_share(self._machine, machine_ticks())}
+                "wal": self._wal() - self._log, "disk": self._disk() - self._size, "busy": busy_share(self._machine, machine_ticks())}
 
     def dearest(self, count=12):
         """The statements that took most of it."""
         return self._database.ask(
             "SELECT query, calls, total_exec_time + total_plan_time AS ms FROM pg_stat_statements "
             f"ORDER BY total_exec_time + total_plan_time DESC LIMIT {count}")
+
+    def connections(self):
+        """Of services and workers, without the one that asks."""
+        return self._database.ask("SELECT count(*) AS all FROM pg_stat_activity WHERE backend_type = 'client backend' "
+                                  "AND pid <> pg_backend_pid()")[0]["all"]
 
     def memory(self):
         return {name: memory(processes) for name, processes in self._groups().items()}

@@ -118,7 +118,7 @@ class Rack:
             made = self.made(since)
             return {**self._figures(made, spent, seconds),
                     "post_p99": percentile([took for one in posters for took in one.times_since(asked)], 0.99),
-                    "claims": claimed, "memory": costs.memory(), "dearest": costs.dearest()}
+                    "claims": claimed, "memory": costs.memory(), "connections": costs.connections(), "dearest": costs.dearest()}
 
     def _figures(self, made, spent, seconds):
         count = sum(len(own) for own in made.values())

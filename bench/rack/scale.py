@@ -40,7 +40,7 @@ def options():
 
 HEAD = ("| registers | processes | waiting | documents a second | of what registers can do | between two documents, ms: median | p99 "
         "| POST p99, ms | database, ms a document | statements | processor, ms a document: PostgreSQL | services | workers | clients "
-        "| WAL, KB a document | processors busy |\n|" + "--:|" * 16)
+        "| WAL, KB a document | disk | processors busy | memory, MB: PostgreSQL | services | workers | connections |\n|" + "--:|" * 21)
 
 
 def row(count, processes, told, waiting):
@@ -48,7 +48,8 @@ def row(count, processes, told, waiting):
     cells = [count, processes, waiting or "few", f"{told['rate']:.2f}", f"{told['share']:.3f}", f"{told['pause']:.1f}", f"{told['pause_p99']:.1f}",
              f"{told['post_p99']:.1f}", f"{each['database'] * 1000:.2f}", f"{each['calls']:.1f}",
              *(f"{each[name + '_cpu'] * 1000:.2f}" for name in ("postgres", "service", "worker", "client")),
-             f"{each['wal'] / 1024:.1f}", f"{told['busy']:.0%}"]
+             f"{each['wal'] / 1024:.1f}", f"{each['disk'] / 1024:.1f}", f"{told['busy']:.0%}",
+             *(f"{told['memory'][name]:.0f}" for name in ("postgres", "service", "worker")), told["connections"]]
     return f"| {' | '.join(map(str, cells))} |"
 
 
@@ -85,7 +86,7 @@ class Measurement:
             made.close()
         self.rows.append(row(f"{count} {kind.name}", processes, told, waiting))
         self.is_missed |= told["share"] < LEAST_SHARE
-        print(self.rows[-1], {name: f"{size:.0f} MB" for name, size in told["memory"].items()}, flush=True)
+        print(self.rows[-1], flush=True)
         return told
 
     def _judge_claims(self, times):

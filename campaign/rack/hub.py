@@ -9,8 +9,9 @@ import time
 
 from lines import Cut, TcpLine
 
-# The request behind which a host has nothing more to send but the close: payment, and the sum of cash in or out.
-LAST_STEPS = (b"35", b"36")
+# Of a document over HEX. Behind payment, or the sum of cash in or out, a host has nothing more to send but the close.
+OPENED, ITEM, PAID, CLOSED = "opened", "item", "paid", "closed"
+HEX_STEPS = {b"20": OPENED, b"30": ITEM, b"35": PAID, b"36": PAID}
 HEX_CLOSE = b"22"
 HEX_START = 0x02
 # With these a document is stored; a receipt is one request.
@@ -23,6 +24,11 @@ def command(data):
     return data[6:8] if data[:1] == bytes([HEX_START]) else b""
 
 
+def step(data):
+    """Where a document is when this request has been answered; nothing for what is no step."""
+    return CLOSED if is_closing(data) else HEX_STEPS.get(command(data))
+
+
 def is_closing(data):
     return command(data) == HEX_CLOSE or XML_CLOSE.search(data) is not None
 
@@ -32,20 +38,21 @@ def is_whole_receipt(data):
 
 
 class Hub(TcpLine):
-    """Each host has a connection of its own to the register. A trap is sprung once, at the answer behind which the host closes its
-    receipt, before the host has it: its action gets the host's port. Or the closing request is held back."""
+    """Each host has a connection of its own to the register. A trap is sprung once, at the answer to a step of a document, before the
+    host has it: its action gets the host's port. Or the closing request is held back."""
 
     def __init__(self, target, folder):
         super().__init__(target, folder)
         self._lock = threading.Lock()
-        self._trap = None
+        self._traps = {}
         self._hold = None
         # Connections whose request is held back now.
         self.held = set()
         self.mends = 0
 
-    def set_trap(self, action):
-        self._trap = action
+    def set_trap(self, at, action):
+        with self._lock:
+            self._traps[at] = action
 
     def hold_close(self, seconds, action, is_meant=is_closing):
         """The next closing request arrives so much later, or when all is mended; the action, which gets its host's port, is called when
@@ -57,7 +64,7 @@ class Hub(TcpLine):
 
     def mend(self):
         super().mend()
-        self._trap = None
+        self._traps = {}
         self._hold = None
         self.mends += 1
 
@@ -72,10 +79,9 @@ class Hub(TcpLine):
             with self.reach_register() as register:
                 Pair(self, host, register).carry()
 
-    def take_trap(self):
+    def take_trap(self, at):
         with self._lock:
-            trap, self._trap = self._trap, None
-        return trap
+            return self._traps.pop(at, None)
 
     def take_hold(self, data):
         """Seconds and action, when such a request is to be held."""
@@ -99,7 +105,7 @@ class Pair:
         self._hub = hub
         self._host = host
         self._register = register
-        self._is_last_step = False
+        self._step = None
 
     def carry(self):
         while not self._hub.is_down():
@@ -117,7 +123,7 @@ class Pair:
         raise Cut
 
     def _request(self, data):
-        self._is_last_step = command(data) in LAST_STEPS
+        self._step = step(data)
         if hold := self._hub.take_hold(data):
             seconds, action = hold
             self._hub.held.add(self)
@@ -129,14 +135,19 @@ class Pair:
         self._hub.pass_on("request", self._register.fileno(), data)
 
     def _answer(self, data):
-        if self._is_last_step and (trap := self._hub.take_trap()):
+        if self._step and (trap := self._hub.take_trap(self._step)):
             trap(self._host.getpeername()[1])
-        self._is_last_step = False
+        self._step = None
         self._hub.pass_on("answer", self._host.fileno(), data)
 
     def _wait(self, seconds):
-        """The register may hang up meanwhile, and then it never hears of it."""
+        """The register may hang up meanwhile, and then it never hears of it. What comes late is what the host's system sends again
+        and again, also for a program that has ended, unless that has forgotten it: then the connection is reset."""
         end, mends = time.monotonic() + seconds, self._hub.mends
+        ends = [self._register, self._host]
         while time.monotonic() < end and self._hub.mends == mends and not self._hub.is_ended:
-            if select.select([self._register], [], [], 0.05)[0] and not self._register.recv(1, socket.MSG_PEEK):
-                raise Cut
+            for one in select.select(ends, [], [], 0.05)[0]:
+                if not one.recv(1, socket.MSG_PEEK):
+                    if one is self._register:
+                        raise Cut
+                    ends.remove(one)

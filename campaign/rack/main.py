@@ -19,6 +19,7 @@ def main():
     if os.geteuid() != 0:
         sys.exit("services get machines of their own, for which this has to be root")
     parser = batches.options(__doc__, "rack", jobs=1)
+    parser.add_argument("--lease", type=int, default=3, metavar="S", help="seconds (3), more on a machine that has much to do")
     parser.add_argument("--no-takeover", dest="takeover", action="store_false",
                         help="each register stands in the configuration of one service alone")
     parser.add_argument("--believe-fenced", action="store_true",

@@ -10,12 +10,11 @@ from lines import PtyLine
 from machines import Frozen, Machine, Services, services_of
 from person import Person
 from plan import drawn
-from rackfaults import RackFaults
+from rackfaults import Fault, RackFaults
 from registers import Register
 from relay import Relay
+from tables import Tables, disagreements, met, overtaken
 
-# Seconds. A shop's is longer; here nobody waits for it.
-LEASE = 3
 # So long a register is asked that is no fence, and then a person is.
 ASKED_FOR = 20
 POOLS = {"any": lambda register: True, "fenced": lambda register: register.is_exclusive}
@@ -35,9 +34,11 @@ def registers_of(emulator, folder, is_believed):
 
 class RackBatch(Batch):
     CLIENTS = 30
+    # Of the longest stops, one behind the other.
+    LATENESS = 30
 
     def __init__(self, programs, folder, seed, documents):
-        self.lease = LEASE
+        self.lease = programs.lease
         registers = list(registers_of(programs.emulator, folder, programs.believe_fenced))
         self.database = Database("max_connections=200")
         self.relays = [Relay(self.database.folder) for _ in range(3)]
@@ -51,6 +52,8 @@ class RackBatch(Batch):
         self.frozen = Frozen()
         self.faults = RackFaults(self, drawn(seed, "faults"), programs.believe_fenced)
         self._asked_until = None
+        self._tables = None
+        self._cases = 0
 
     @staticmethod
     def _shares(registers, is_taken_over):
@@ -60,10 +63,9 @@ class RackBatch(Batch):
             return [registers[place::3] for place in range(3)]
         return registers, registers, [one for one in registers if isinstance(one.line, Hub)]
 
-    @staticmethod
-    def _settings(registers):
+    def _settings(self, registers):
         """Of a service with these."""
-        return {"store": {"lease": LEASE}} | {f"pool {pool}": {"registers": ",".join(one.name for one in registers if has(one))}
+        return {"store": {"lease": self.lease}} | {f"pool {pool}": {"registers": ",".join(one.name for one in registers if has(one))}
                 for pool, has in POOLS.items()}
 
     def _start(self):
@@ -82,8 +84,26 @@ class RackBatch(Batch):
         wrong = super()._settle()
         person = Person(self.service, self.ledger, {one.name: one for one in self.registers if not one.is_exclusive})
         wrong += person.look()
-        self.faults.counts["person"] = person.cases
+        self._cases = person.cases
         return wrong
+
+    def _contradictions(self, evidence):
+        self._tables = Tables.of(self.database)
+        with open(self.folder / "faults.txt", "w", encoding="utf-8") as file:
+            file.writelines(f"{one}\n" for one in self._made())
+        return super()._contradictions(evidence) + list(disagreements(self._tables, evidence.journal))
+
+    def _made(self):
+        cuts = [Fault("cut", time_, (one.name,)) for one in self.registers for time_ in one.line.cuts]
+        return sorted(self.faults.made + cuts, key=lambda one: one.time)
+
+    def _figures(self, evidence, wrong, seconds):
+        stops = [one for one in self._made() if one.kind in RackFaults.STOPS]
+        later = overtaken(stops, self._tables.attempts)
+        rack = {"takeovers": self._tables.takeovers(), "beyond": sum(one.seconds > self.lease for one in stops),
+                "overtaken": later.total(), "overtaken_close": later["freeze_close"], "person": self._cases}
+        return super()._figures(evidence, wrong, seconds) | {
+            "met": met(self._made(), self._tables.attempts), "rack": rack}
 
     def _stop(self):
         self.frozen.end()

@@ -28,7 +28,10 @@ class Relay(threading.Thread):
         self.port = self._listener.getsockname()[1]
         self._lock = threading.Lock()
         self._traps = {}
-        self._cuts = 0
+        # Each as the sockets of its two ends.
+        self._connections = set()
+        # Ports at which those begin whose host has begun a document and not settled it.
+        self._at_work = set()
         self._down_until = 0
         self._still_until = 0
         self.is_ended = False
@@ -39,7 +42,15 @@ class Relay(threading.Thread):
     def cut(self, seconds):
         """All connections end, and there are none for a time."""
         self._down_until = time.monotonic() + seconds
-        self._cuts += 1
+        with self._lock:
+            for connection in self._connections:
+                self._shut(connection)
+
+    @staticmethod
+    def _shut(connection):
+        for end in connection:
+            with contextlib.suppress(OSError):
+                end.shutdown(socket.SHUT_RDWR)
 
     def stand_still(self, seconds):
         """Nothing is handed on, and nobody is told."""
@@ -52,6 +63,14 @@ class Relay(threading.Thread):
     def set_trap(self, step, side, action):
         with self._lock:
             self._traps[(step, side)] = action
+
+    def hosts_at_work(self):
+        with self._lock:
+            return sorted(self._at_work)
+
+    def _note(self, host, step):
+        with self._lock:
+            (self._at_work.add if step == BEGUN else self._at_work.discard)(host)
 
     def _spring(self, step, side):
         with self._lock:
@@ -74,16 +93,28 @@ class Relay(threading.Thread):
             server.connect(f"{self._place}/.s.PGSQL.5432")
             host.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)
             host.setblocking(True)
-            self._exchange(host, server)
+            port = host.getpeername()[1]
+            with self._lock:
+                self._connections.add((host, server))
+            try:
+                # Since it was taken.
+                if self.is_ended or time.monotonic() < self._down_until:
+                    raise Gone
+                self._exchange(host, server)
+            finally:
+                with self._lock:
+                    self._connections.discard((host, server))
+                    self._at_work.discard(port)
 
     def _exchange(self, host, server):
-        cuts, written, committing = self._cuts, None, None
-        while not self.is_ended:
-            ready, _, _ = select.select([host, server], [], [], 0.1)
-            self._wait_while_still()
-            for end in ready:
-                if self._cuts != cuts:
-                    raise Gone
+        written, committing, port = None, None, host.getpeername()[1]
+        poll, ends = select.poll(), {host.fileno(): host, server.fileno(): server}
+        for descriptor in ends:
+            poll.register(descriptor, select.POLLIN)
+        while True:
+            for descriptor, _ in poll.poll():
+                self._wait_while_still()
+                end = ends[descriptor]
                 data = end.recv(65536)
                 if not data:
                     raise Gone
@@ -96,13 +127,10 @@ class Relay(threading.Thread):
                         written = None
                         self._spring(committing, "before")
                 elif committing:
+                    self._note(port, committing)
                     self._spring(committing, "behind")
                     committing = None
-                if self._cuts != cuts:
-                    raise Gone
                 (server if end is host else host).sendall(data)
-            if self._cuts != cuts:
-                raise Gone
 
     def _wait_while_still(self):
         while time.monotonic() < self._still_until and not self.is_ended:
@@ -110,4 +138,5 @@ class Relay(threading.Thread):
 
     def end(self):
         self.is_ended = True
+        self.cut(0)
         self.join(5)

@@ -19,6 +19,10 @@ class Batch:
     CLIENTS = 48
     # A line is tried again after 60 s at the latest, and a HEX register may hold one exchange for 100 s.
     SETTLING = 240
+    # Seconds a document, after which nothing goes wrong any more: on a machine with too much to do a batch has an end, too.
+    LONGEST = 0.6
+    TELL_EACH = 30
+    LATENESS = 5
 
     # Whoever makes one gives it these.
     faults = None
@@ -28,6 +32,8 @@ class Batch:
         self.registers = registers
         self.service = service
         self.ledger = Ledger()
+        self._told = 0
+        self._is_cut_short = False
         names = [register.name for register in registers]
         self.clients = Clients(service, self.ledger, draw_orders(seed, documents, names, pools),
                                lambda what: drawn(seed, what), names)
@@ -47,12 +53,33 @@ class Batch:
     def _run(self, begun):
         self._start()
         threads = self.clients.start(self.CLIENTS)
+        started = time.monotonic()
+        self._tell(started)
+        end = started + self.LONGEST * self.count
         self.faults.run(lambda: self.clients.done / self.count,
-                        lambda: not any(thread.is_alive() for thread in threads))
+                        lambda: time.monotonic() >= end or self._are_done(threads, started))
+        self._is_cut_short = not self._are_done(threads, started)
         self.faults.end()
+        while not self._are_done(threads, started):
+            time.sleep(0.1)
         wrong = self._settle() + self.clients.errors + self.clients.unexpected
+        self._tell(started, "settled")
         evidence = self._evidence()
-        return self._figures(evidence, wrong + violations(evidence), time.monotonic() - begun)
+        return self._figures(evidence, wrong + self._contradictions(evidence), time.monotonic() - begun)
+
+    def _are_done(self, threads, started):
+        if time.monotonic() >= self._told + self.TELL_EACH:
+            self._tell(started)
+        return not any(thread.is_alive() for thread in threads)
+
+    def _tell(self, started, what="clients are done with"):
+        self._told = time.monotonic()
+        print(f"{time.strftime('%H:%M:%S')} {self.seed}: {what} {self.clients.done} of {self.count} documents after "
+              f"{self._told - started:.0f} s, {sum(self.faults.counts.values())} faults", flush=True)
+
+    @staticmethod
+    def _contradictions(evidence):
+        return violations(evidence)
 
     def _start(self):
         for register in self.registers:
@@ -102,7 +129,7 @@ class Batch:
         with open(self.folder / "told.txt", "w", encoding="utf-8") as file:
             file.writelines(f"{one}\n" for one in self.ledger.told)
         drawers = {register.name: register.drawer() for register in self.registers}
-        return Evidence(self.ledger.orders, self.ledger.by_document(), journal, drives, drawers, self._unfenced())
+        return Evidence(self.ledger.orders, self.ledger.by_document(), journal, drives, drawers, self._unfenced(), self.LATENESS)
 
     @staticmethod
     def _unfenced():
@@ -117,8 +144,8 @@ class Batch:
             "seed": self.seed, "seconds": round(seconds, 1), "documents": self.count, "accepted": len(journal),
             "requests": len(self.ledger.told), "given_up": self.clients.given_up, "told": dict(told),
             "states": dict(states), "receipts": sum(one["type"] == 3 for own in evidence.drives.values() for one in own),
-            "faults": {**self.faults.counts, "cut": sum(one.line.cuts for one in self.registers)},
-            "violations": wrong}
+            "faults": {**self.faults.counts, "cut": sum(len(one.line.cuts) for one in self.registers)},
+            "bounds": {"cut_short": int(self._is_cut_short)}, "violations": wrong}
 
     def _stop(self):
         self.clients.is_ended = True

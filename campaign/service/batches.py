@@ -24,6 +24,8 @@ def options(description, name, documents=20000, size=2000, jobs=3):
                         help=f"documents that one start of service and registers gets ({size})")
     parser.add_argument("--jobs", type=int, default=jobs, metavar="N", help=f"batches side by side ({jobs})")
     parser.add_argument("--only", metavar="SEED", help="that batch alone, such as 1.7, which went wrong")
+    parser.add_argument("--from", dest="first", metavar="SEED", help="begin with that batch, such as 1.7")
+    parser.add_argument("--go-on", action="store_true", help="also behind a violation")
     parser.add_argument("--minutes", type=float, default=60, help="no batch begins later (60)")
     parser.add_argument("--folder", type=Path, help="where it works, and goes on when it was stopped")
     parser.add_argument("--anew", action="store_true", help="forget what a run that was stopped has left there")
@@ -51,15 +53,22 @@ def run_batch(given, folder, seed, size, make_batch):
 def read_batch(folder, seed):
     """Tells what a batch came to."""
     if not result(folder, seed).exists():
-        raise RuntimeError(f"{seed} could not be run: see {log_of(folder, seed)}")
+        return not_run(folder, seed)
     figures = json.loads(result(folder, seed).read_text(encoding="utf-8"))
     violations = figures["violations"]
-    print(f"{seed}: {figures['documents']} documents, {figures['seconds']} s, {len(violations)} violations", flush=True)
+    speed = figures["documents"] / figures["seconds"]
+    print(f"{time.strftime('%H:%M:%S')} {seed}: {figures['documents']} documents, {figures['seconds']} s, {speed:.1f} a second, "
+          f"{sum(figures['faults'].values())} faults, {len(violations)} violations", flush=True)
     for violation in violations:
         print(f"  VIOLATION {violation}", flush=True)
     if violations:
         print(f"  repeat it with --only {seed}; what was found is in {folder / seed}", flush=True)
     return figures
+
+
+def not_run(folder, seed):
+    print(f"  VIOLATION {seed} could not be run: see {log_of(folder, seed)}", flush=True)
+    return {"documents": 0, "seconds": 0, "violations": ["could not be run"]}
 
 
 def log_of(folder, seed):
@@ -73,24 +82,32 @@ def started(folder, seed):
     return program
 
 
+def wanted(given):
+    """Seed and size of each batch."""
+    all_ = list(batch_seeds(given.seed, given.documents, given.batch))
+    seeds = [seed for seed, _ in all_]
+    for named in (given.only, given.first):
+        if named and named not in seeds:
+            raise SystemExit(f"no batch is called {named}")
+    return all_[seeds.index(given.first):] if given.first else all_
+
+
 def run_only(given, folder, make_batch):
-    size = dict(batch_seeds(given.seed, given.documents, given.batch)).get(given.only)
-    if size is None:
-        raise SystemExit(f"no batch is called {given.only}")
+    size = dict(wanted(given))[given.only]
     run_batch(given, folder, given.only, size, make_batch)
     return [read_batch(folder, given.only)]
 
 
 def run_all(given, folder):
-    """As many side by side as are wanted, none behind a violation or when the time is over."""
+    """As many side by side as are wanted, none behind a violation unless that is wanted, or when the time is over."""
     end = time.monotonic() + 60 * given.minutes
-    waiting = [seed for seed, _ in batch_seeds(given.seed, given.documents, given.batch)]
+    waiting = [seed for seed, _ in wanted(given)]
     batches = [read_batch(folder, seed) for seed in waiting if result(folder, seed).exists()]
     waiting = [seed for seed in waiting if not result(folder, seed).exists()]
     running = {}
     try:
         while running or waiting:
-            if any(one["violations"] for one in batches):
+            if not given.go_on and any(one["violations"] for one in batches):
                 waiting = []
             elif waiting and time.monotonic() >= end:
                 print(f"the time is over: the same command goes on at {waiting[0]}", flush=True)
@@ -126,7 +143,7 @@ def run(given, rows, make_batch):
         print("stopped: the same command goes on", flush=True)
         return 130
     print(table(total(batches), rows))
-    is_whole = given.only or sum(one["documents"] for one in batches) == given.documents
+    is_whole = given.only or len(batches) == len(wanted(given))
     is_good = is_whole and not any(one["violations"] for one in batches)
     if is_good and not given.folder:
         shutil.rmtree(folder)

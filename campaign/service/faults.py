@@ -7,13 +7,13 @@ import signal
 import time
 import urllib.error
 
-# Between one fault and the next, on average.
-PAUSE = 0.8
 LONGEST_SILENCE = (15, 75)
 PATIENCE_AT_STOP = 5
 
 
 class Faults:
+    # Between one fault and the next, on average.
+    PAUSE = 0.8
     # How often each of them comes.
     WEIGHTS = {"worker": 20, "register": 18, "cut": 34, "service_kill": 7, "service_stop": 2, "paper": 5}
 
@@ -35,7 +35,7 @@ class Faults:
                 if self.counts[kind] < count and progress() >= (self.counts[kind] + 0.3) / (count + 0.5):
                     getattr(self, kind)()
             getattr(self, self.random.choices(list(self.WEIGHTS), self.WEIGHTS.values())[0])()
-            end = time.monotonic() + self.random.expovariate(1 / PAUSE)
+            end = time.monotonic() + self.random.expovariate(1 / self.PAUSE)
             while time.monotonic() < end and not is_over():
                 self._do_what_is_due()
                 time.sleep(0.05)
@@ -55,6 +55,14 @@ class Faults:
             register.wait()
             register.ask("PUT", "/paper", {"state": "in"})
 
+    def note(self, kind, _registers=(), _seconds=0):
+        """One has been made; registers are those whose documents it may have met."""
+        self.counts[kind] += 1
+
+    def registers_of(self, _processes):
+        """Names of those that these processes have open, where anybody wants to know."""
+        return ()
+
     def _in(self, seconds, action):
         self.later.append((time.monotonic() + seconds, action))
 
@@ -67,17 +75,23 @@ class Faults:
     def _register(self):
         return self.random.choice(self.registers)
 
+    def _worker(self):
+        """Nothing when there is none."""
+        workers = self.service.workers()
+        return self.random.choice(sorted(workers)) if workers else None
+
     def worker(self):
-        if workers := self.service.workers():
+        if worker := self._worker():
+            registers = self.registers_of([worker])
             with contextlib.suppress(ProcessLookupError):
-                os.kill(self.random.choice(sorted(workers)), signal.SIGKILL)
-                self.counts["worker"] += 1
+                os.kill(worker, signal.SIGKILL)
+                self.note("worker", registers)
 
     def register(self):
         register = self._register()
         if register.program.is_alive():
             register.program.kill()
-            self.counts["register"] += 1
+            self.note("register", [register.name])
             self._in(self.random.uniform(0, 2), register.start)
 
     def cut(self):
@@ -95,7 +109,7 @@ class Faults:
     def _end_service(self, kind, how):
         self.service.program.end(how, PATIENCE_AT_STOP)
         self.service.start()
-        self.counts[kind] += 1
+        self.note(kind)
 
     def paper(self):
         register = self._register()
@@ -104,12 +118,12 @@ class Faults:
             with contextlib.suppress(OSError, urllib.error.URLError):
                 register.ask("PUT", "/paper", {"state": state})
         put("out")
-        self.counts["paper"] += 1
+        self.note("paper", [register.name])
         self._in(self.random.uniform(0.5, 4), lambda: put("in"))
 
     def silence(self):
         self._register().line.fall_silent(self.random.uniform(*LONGEST_SILENCE), self.random.random() < 0.5)
-        self.counts["silence"] += 1
+        self.note("silence")
 
     def swap(self):
         """Two registers change ports, and change back."""
@@ -118,7 +132,7 @@ class Faults:
             return
         one.line.lead_to(other.tcp)
         other.line.lead_to(one.tcp)
-        self.counts["swap"] += 1
+        self.note("swap")
 
         def back():
             one.line.lead_to(one.tcp)

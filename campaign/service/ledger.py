@@ -87,9 +87,13 @@ def seconds(moment):
     return datetime.datetime.fromisoformat(moment.replace("Z", "+00:00")).timestamp()
 
 
-def is_firm(belief, others):
+def latest_arrival(told, lateness):
+    """When the service has had the request at the latest: one that was given up may have come so much later."""
+    return told.ended + (0 if told.status is not None else lateness)
+
+
+def is_firm(belief, others, lateness):
     """notIssued is the last word when no other request for the document can have come behind it."""
     def is_before(other):
-        grace = 0 if other.status is not None else 2
-        return other.ended + grace <= belief.sent
+        return latest_arrival(other, lateness) <= belief.sent
     return all(not other.is_post or other is belief or is_before(other) for other in others)

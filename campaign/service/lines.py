@@ -23,7 +23,8 @@ class Line(threading.Thread):
         self.down_until = 0
         self.silent = {"request": 0, "answer": 0}
         self.cut_after = None
-        self.cuts = 0
+        # When, since 1970.
+        self.cuts = []
 
     def hang_up(self, seconds, pieces=0, is_passed=True):
         """Behind so many pieces more, of which the last one arrives or not; then there is no line for a time."""
@@ -87,7 +88,7 @@ class Line(threading.Thread):
         seconds = self.cut_after[2]
         self.cut_after = None
         self.down_until = time.monotonic() + seconds
-        self.cuts += 1
+        self.cuts.append(time.time())
         raise Cut
 
     def reach_register(self):
@@ -95,6 +96,10 @@ class Line(threading.Thread):
         register.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)
         register.setblocking(True)
         return register
+
+    def place(self):
+        """What a process that has it open has among its files: a port of this machine, or the name of a file."""
+        raise NotImplementedError
 
     def serve(self):
         """One host, from its coming to its end."""
@@ -111,6 +116,9 @@ class TcpLine(Line):
         self.listener = socket.create_server(("127.0.0.1", 0))
         self.listener.settimeout(0.1)
         self.port = f"tcp:127.0.0.1:{self.listener.getsockname()[1]}"
+
+    def place(self):
+        return self.listener.getsockname()[1]
 
     def serve(self):
         host, _ = self.listener.accept()
@@ -131,6 +139,9 @@ class PtyLine(Line):
     def __init__(self, target, folder):
         super().__init__(target)
         self.port = str(folder / "line")
+
+    def place(self):
+        return os.path.realpath(self.port)
 
     def serve(self):
         with self.reach_register() as register:

@@ -10,7 +10,20 @@ from pathlib import Path
 PATIENCE = 150
 
 
-GIVEN = set()
+# Names that say to other campaigns of this machine which ports are given.
+GIVEN = []
+
+
+def is_taken(port):
+    """Else it is this process's from now on, as long as it lives."""
+    name = socket.socket(socket.AF_UNIX)
+    try:
+        name.bind(f"\0frspf-campaign-{port}")
+    except OSError:
+        name.close()
+        return True
+    GIVEN.append(name)
+    return False
 
 
 def free_port():
@@ -18,11 +31,10 @@ def free_port():
     Below those that the system gives to whoever connects, which might have it while its program is dead."""
     while True:
         port = random.randrange(20000, 32000)
-        if port in GIVEN:
+        if is_taken(port):
             continue
         with contextlib.closing(socket.socket()) as taken, contextlib.suppress(OSError):
             taken.bind(("127.0.0.1", port))
-            GIVEN.add(port)
             return port
 
 

@@ -24,6 +24,7 @@ ROWS = (
     ("services stopped and started", "faults.service_stop"),
     ("registers without paper", "faults.paper"),
     ("two registers changed ports", "faults.swap"),
+    ("batches in which faults ended before the clients", "bounds.cut_short"),
     ("violations", "violations"),
     ("minutes of its batches together", "minutes"),
 )
@@ -45,8 +46,15 @@ def total(batches):
 
 
 def table(sums, rows):
-    lines = [f"| {text} | {sums[name]} |" for text, name in rows]
+    """Faults of which that is known have a column of how many met a document that was begun and not settled."""
+    met = any(name.startswith("met.") for name in sums)
+
+    def line(text, name):
+        meetings = f" {sums[name.replace('faults.', 'met.')] if name.startswith('faults.') else ''} |" if met else ""
+        return f"| {text} | {sums[name]} |{meetings}"
+    lines = [line(text, name) for text, name in rows]
     known = {name for _, name in rows}
-    lines += [f"| {name} | {count} |" for name, count in sorted(sums.items())
+    lines += [line(name, name) for name, _ in sorted(sums.items())
              if name.startswith("states.") and name not in known]
-    return "\n".join(["| | |", "|---|--:|", *lines])
+    head = ("| | | met a document |", "|---|--:|--:|") if met else ("| | |", "|---|--:|")
+    return "\n".join([*head, *lines])

@@ -3,7 +3,7 @@
 import collections
 import dataclasses
 
-from ledger import is_firm, seconds
+from ledger import is_firm, latest_arrival, seconds
 from registers import kopecks
 
 CLOSING = 5
@@ -18,7 +18,8 @@ NUMBERED = ("sell", "sellReturn", "zReport", "openShift")
 class Evidence:
     """orders and told by id, the journal's documents by id; of each register its drive's documents and the cash in
     its drawer. Unfenced registers are known to be worked by others, too: the journal may have no number of what they issued,
-    and a document whose owner was frozen may stay unknown, for a person to say."""
+    and a document whose owner was frozen may stay unknown, for a person to say. A request that was given up may have come
+    to a service so many seconds later: one that stands still reads it when it goes on."""
 
     orders: dict
     told: dict
@@ -26,6 +27,7 @@ class Evidence:
     drives: dict
     drawers: dict
     unfenced: frozenset = frozenset()
+    lateness: float = 5
 
 
 def violations(evidence):
@@ -112,7 +114,7 @@ def nothing_late(evidence):
         begun, limit = seconds(row["begun"]), seconds(row["startBefore"])
         if begun > limit:
             yield f"{name} was begun {begun - limit:.3f} s after its time"
-        if latest := latest_start(evidence.orders.get(name), evidence.told.get(name, ())):
+        if latest := latest_start(evidence, name):
             if begun > latest:
                 yield f"{name} was begun {begun - latest:.3f} s after the time that its client gave"
         time = printed.get((row["register"], row["documentNumber"]))
@@ -120,11 +122,12 @@ def nothing_late(evidence):
             yield f"{name} was printed at {time}, outside {row['begun']} to {row['settled']}"
 
 
-def latest_start(order, told):
-    """As the client counts it; a request that was given up may have come a little later."""
+def latest_start(evidence, name):
+    """As the client counts it."""
+    order = evidence.orders.get(name)
     if order is None or order.start_before is None:
         return None
-    ends = [one.ended + (0 if one.status is not None else 5) for one in told if one.is_post]
+    ends = [latest_arrival(one, evidence.lateness) for one in evidence.told.get(name, ()) if one.is_post]
     return max(ends) + order.start_before if ends else None
 
 
@@ -160,7 +163,7 @@ def beliefs_hold(evidence):
 
 
 def refusal_holds(evidence, belief, told, row):
-    if is_firm(belief, told) and row["state"] != "notIssued":
+    if is_firm(belief, told, evidence.lateness) and row["state"] != "notIssued":
         yield f"{belief.id} was told to be not issued ({belief.reason}) in the end, and is {row['state']}"
     order = evidence.orders.get(belief.id)
     for _, document in receipts(evidence):

@@ -1,6 +1,8 @@
 #include "postgres/postgresconnection.h"
 
+#include "postgres/passwordfile.h"
 #include "postgres/postgresfault.h"
+#include "postgres/silentservers.h"
 #include "saletr.h"
 
 #include <QCoreApplication>
@@ -72,6 +74,8 @@ QString PostgresConnection::options() const
     all.insert(m_place.parameters);
     if (!m_place.port.isEmpty())
         all.insert(QStringLiteral("port"), m_place.port);
+    if (const QString file = passwordFile(m_place); !file.isEmpty())
+        all.insert(QStringLiteral("passfile"), file);
     QStringList words;
     for (auto one = all.cbegin(); one != all.cend(); ++one)
         words.append(one.key() + QLatin1Char('=') + quotedOption(one.value()));
@@ -118,9 +122,12 @@ void PostgresConnection::subscribe() const
 void PostgresConnection::arrange() const
 {
     constexpr int idleMs = 10'000;
-    // A program that is stopped in the middle of a transaction holds up nobody for longer.
+    // A program that is stopped in the middle of a transaction holds up nobody for longer, and a machine that
+    // has vanished leaves its connections to others within two minutes.
     const QSqlQuery set = run(QStringLiteral(
         "SELECT current_setting('fsync'), set_config('TimeZone', 'UTC', false), "
+        "set_config('tcp_keepalives_idle', '30', false), set_config('tcp_keepalives_interval', '10', false), "
+        "set_config('tcp_keepalives_count', '3', false), set_config('tcp_user_timeout', '60000', false), "
         "set_config('search_path', 'frspf', false), set_config('client_min_messages', 'warning', false), "
         "set_config('lock_timeout', '%1', false), "
         "set_config('idle_in_transaction_session_timeout', '%2', false), "
@@ -178,12 +185,21 @@ bool PostgresConnection::waitAgain(const QElapsedTimer& since) const
 
 void PostgresConnection::reach(const QElapsedTimer& since) const
 {
+    SilentServers& silent = SilentServers::ofProcess();
     while (!database().isOpen()) {
+        if (silent.isResting(m_place.shown())) {
+            if (waitAgain(since))
+                continue;
+            throw ConnectionLost(tr("journal %1: the server does not answer").arg(m_place.shown()));
+        }
+        QElapsedTimer asked;
+        asked.start();
         try {
             open();
             m_isGivenUp = false;
         } catch (const ConnectionLost&) {
             close();
+            silent.note(m_place.shown(), asked.elapsed());
             if (!waitAgain(since))
                 throw;
         } catch (const JournalError&) {
@@ -244,14 +260,14 @@ void PostgresConnection::rollBack()
 
 bool PostgresConnection::attempt(const std::function<void()>& statements, const QElapsedTimer& since)
 {
-    QString transaction;
+    Ticket ticket;
     reach(since);
     try {
         run(QStringLiteral("BEGIN ISOLATION LEVEL READ COMMITTED"));
+        ++m_transactions;
         m_isInTransaction = true;
         statements();
-        // One that has written nothing has none.
-        transaction = value(QStringLiteral("SELECT pg_current_xact_id_if_assigned()::text")).toString();
+        ticket = takeTicket();
         run(QStringLiteral("COMMIT"));
         m_isInTransaction = false;
         return true;
@@ -260,7 +276,7 @@ bool PostgresConnection::attempt(const std::function<void()>& statements, const 
         close();
         if (!waitAgain(since))
             throw;
-        return !transaction.isEmpty() && isCommitted(transaction, since);
+        return !ticket.transaction.isEmpty() && isCommitted(ticket, since);
     } catch (const RunAgain&) {
         rollBack();
         if (since.hasExpired(m_patienceMs))
@@ -273,18 +289,48 @@ bool PostgresConnection::attempt(const std::function<void()>& statements, const 
     }
 }
 
-bool PostgresConnection::isCommitted(const QString& transaction, const QElapsedTimer& since) const
+PostgresConnection::Ticket PostgresConnection::readTicket() const
 {
+    Ticket ticket;
+    select(
+        QStringLiteral("SELECT pg_current_xact_id_if_assigned()::text, (SELECT id FROM server_life)::text"),
+        {}, [&ticket](const QSqlQuery& row) {
+            ticket = {row.value(0).toString(), row.value(1).toString()};
+        });
+    return ticket;
+}
+
+PostgresConnection::Ticket PostgresConnection::takeTicket()
+{
+    Ticket ticket = readTicket();
+    if (!ticket.transaction.isEmpty() && ticket.life.isEmpty()) {
+        // The first one behind such a start.
+        run(QStringLiteral("INSERT INTO server_life DEFAULT VALUES ON CONFLICT DO NOTHING"));
+        ticket = readTicket();
+    }
+    return ticket;
+}
+
+bool PostgresConnection::isCommitted(const Ticket& ticket, const QElapsedTimer& since) const
+{
+    const QString unclear = QStringLiteral("unclear");
     for (;;) {
         reach(since);
-        const QString status
-            = value(QStringLiteral("SELECT pg_xact_status(?::xid8)"), {transaction}).toString();
+        // Numbers that were not on the server's disk when it died, or not on that of the server that has
+        // taken its place, are given again: "committed" may be said of another one's then.
+        const QString status = value(
+            QStringLiteral(
+                "SELECT CASE WHEN (SELECT id FROM server_life)::text = ? "
+                "THEN pg_xact_status(?::xid8) WHEN ?::xid8 >= pg_snapshot_xmax(pg_current_snapshot()) "
+                "OR pg_xact_status(?::xid8) IN ('aborted', 'in progress') THEN 'aborted' ELSE ? END"),
+            {ticket.life, ticket.transaction, ticket.transaction, ticket.transaction, unclear})
+                                   .toString();
         if (status == QStringLiteral("committed"))
             return true;
         if (status == QStringLiteral("aborted"))
             return false;
         // The server may still be at it.
-        if (!waitAgain(since))
+        if (status == unclear || !waitAgain(since))
             throw JournalError(tr("journal %1: the server does not tell whether it has written what it was "
                                   "told last")
                                    .arg(m_place.shown()));

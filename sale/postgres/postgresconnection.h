@@ -14,15 +14,17 @@ namespace sale {
 
 /// A PostgreSQL database that several machines write, each time to the server's disk. A connection that is
 /// lost is made anew, and what it was doing is done again when it is sure that it was not done: the server
-/// is asked what has become of the transaction whose end it did not tell. Only when it is not back within
-/// the patience, it stays open what became of that one.
+/// is asked what has become of the transaction whose end it did not tell. It stays open what became of that
+/// one when the server is not back within the patience, or has started anew in between and may have given
+/// its number to another one.
 class PostgresConnection : public SqlConnection
 {
 public:
     PostgresConnection(const PostgresPlace& place, int patienceMs);
 
     const PostgresPlace& place() const { return m_place; }
-    bool isInTransaction() const { return m_isInTransaction; }
+    /// That one under way, which is no other one's number as long as this is there; 0 for none.
+    qint64 transaction() const { return m_isInTransaction ? m_transactions : 0; }
 
     /// Outside of a transaction it may be done twice.
     int execute(const QString& statement, const QVariantList& values = {}) override;
@@ -52,12 +54,23 @@ private:
     bool waitAgain(const QElapsedTimer& since) const;
     /// Whether the work and its end came through; otherwise it is to be done again.
     bool attempt(const std::function<void()>& statements, const QElapsedTimer& since);
-    bool isCommitted(const QString& transaction, const QElapsedTimer& since) const;
+    /// By what the server is asked later about the transaction under way.
+    struct Ticket
+    {
+        /// Empty for one that has written nothing.
+        QString transaction = {};
+        /// Of the server's table: another one, or none, when it has started anew without a good-bye.
+        QString life = {};
+    };
+    Ticket readTicket() const;
+    Ticket takeTicket();
+    bool isCommitted(const Ticket& ticket, const QElapsedTimer& since) const;
     void rollBack();
 
     const PostgresPlace m_place;
     const int m_patienceMs;
     bool m_isInTransaction = false;
+    qint64 m_transactions = 0;
     /// Nobody is kept waiting for it again and again.
     mutable bool m_isGivenUp = false;
     QString m_channel;

@@ -3,9 +3,11 @@
 #include "postgres/postgresplace.h"
 #include "saletr.h"
 
+#include <QRegularExpression>
 #include <QSqlError>
 
 #include <algorithm>
+#include <utility>
 
 namespace sale {
 
@@ -28,13 +30,31 @@ constexpr Advice advices[] = {
     {"25006", QT_TR_NOOP("this server only reads; name the one that writes")},
     {"55P03", QT_TR_NOOP("another program has it locked; try again, and end that program if it hangs")},
     {"53100", QT_TR_NOOP("the server's disk is full; nothing is sold until there is room")},
+    {"53300", QT_TR_NOOP("the server has no connection left; raise its max_connections")},
 };
+
+/// What a server says that does not let a program in, and the code that the library keeps to itself then.
+constexpr std::pair<const char*, const char*> refusals[] = {
+    // untranslated: the server's
+    {"database \".*\" does not exist", "3D000"},
+    {"role \".*\" does not exist|authentication failed|no password supplied|no pg_hba.conf entry", "28000"},
+    {"too many c|connection slots", "53300"},
+};
+
+QString codeOf(const QSqlError& error, const QString& words)
+{
+    if (!error.nativeErrorCode().isEmpty())
+        return error.nativeErrorCode();
+    const auto* const refusal = std::find_if(std::cbegin(refusals), std::cend(refusals),
+        [&words](const auto& one) { return words.contains(QRegularExpression(QLatin1String(one.first))); });
+    return refusal == std::cend(refusals) ? QString() : QString::fromLatin1(refusal->second);
+}
 
 /// Ended by the server, or not there at all: then there is no code.
 bool isLost(const QString& code)
 {
     return code.isEmpty() || code.startsWith(QStringLiteral("08")) || code.startsWith(QStringLiteral("57P0"))
-        || code == QStringLiteral("25P03");
+        || code == QStringLiteral("25P03") || code == QStringLiteral("53300");
 }
 
 QString firstLine(const QSqlError& error)
@@ -47,9 +67,11 @@ QString firstLine(const QSqlError& error)
 
 void throwPostgresFault(const PostgresPlace& place, const QSqlError& error)
 {
-    const QString code = error.nativeErrorCode();
-    const QString fault = tr("journal %1: %2").arg(place.shown(), firstLine(error));
-    const QString known = isLost(code) ? QStringLiteral("08") : code;
+    const QString words = firstLine(error);
+    const QString code = codeOf(error, words);
+    const QString fault = tr("journal %1: %2").arg(place.shown(), words);
+    const bool isFull = code == QStringLiteral("53300");
+    const QString known = isLost(code) && !isFull ? QStringLiteral("08") : code;
     const auto* const advice = std::find_if(std::cbegin(advices), std::cend(advices),
         [&known](const Advice& one) { return known.startsWith(QLatin1String(one.code)); });
     const QString toDo = advice == std::cend(advices) ? QString() : tr(advice->text);

@@ -15,6 +15,9 @@ namespace {
 // Each release that adds something has a row more; the last one's number is the version. What is there is
 // never changed, so that the release before goes on: a release that could not raises "least".
 constexpr const char* firstRelease[] = {
+    // The server empties it when it has died, or another one has taken its place.
+    "CREATE UNLOGGED TABLE server_life (id uuid NOT NULL DEFAULT gen_random_uuid(), "
+    "alone boolean PRIMARY KEY DEFAULT true CHECK (alone))",
     "CREATE TABLE ids (id text COLLATE \"C\" PRIMARY KEY, digest text NOT NULL, accepted timestamptz NOT NULL)",
     "CREATE SEQUENCE documents_sequence",
     "CREATE TABLE documents ("
@@ -82,11 +85,12 @@ constexpr const char* firstRelease[] = {
     "CREATE TABLE frserver_owners (id text COLLATE \"C\" PRIMARY KEY, owner text NOT NULL)",
     "CREATE TABLE frserver_outbox (number bigserial PRIMARY KEY, document text NOT NULL, body text NOT NULL, "
     "created timestamptz NOT NULL, attempts integer NOT NULL DEFAULT 0, due timestamptz NOT NULL)",
-    // Services that run, what they tell of the registers that they work, and what they are to do with them.
+    // Services that run, what they tell of the registers that they work, and what whoever works one is to do
+    // with it, as a service was asked.
     "CREATE TABLE services (id text PRIMARY KEY, name text NOT NULL, seen timestamptz NOT NULL)",
     "CREATE TABLE registers (name text PRIMARY KEY, service text NOT NULL, settings text NOT NULL, "
     "view text NOT NULL, told timestamptz NOT NULL)",
-    "CREATE TABLE orders (number bigserial PRIMARY KEY, service text NOT NULL, register text NOT NULL, "
+    "CREATE TABLE orders (number bigserial PRIMARY KEY, asked text NOT NULL, register text NOT NULL, "
     "content text NOT NULL, made timestamptz NOT NULL)",
     "CREATE INDEX frserver_outbox_by_document ON frserver_outbox (document, number)",
     nullptr,
@@ -191,14 +195,18 @@ void makeMonths(PostgresConnection& connection, const QDate& first)
     const QDate month(first.year(), first.month(), 1);
     const QString documents = QStringLiteral("documents");
     const QString attempts = QStringLiteral("attempts");
-    if (hasTable(connection, partOf(attempts, month.addMonths(ahead)))
-        && hasTable(connection, partOf(attempts, month)))
+    QList<QDate> missing;
+    for (int each = 0; each <= ahead; ++each) {
+        if (!hasTable(connection, partOf(attempts, month.addMonths(each))))
+            missing.append(month.addMonths(each));
+    }
+    if (missing.isEmpty())
         return;
     connection.together([&] {
         connection.value(alone);
-        for (int each = 0; each <= ahead; ++each) {
-            makeMonth(connection, documents, month.addMonths(each));
-            makeMonth(connection, attempts, month.addMonths(each));
+        for (const QDate& each : std::as_const(missing)) {
+            makeMonth(connection, documents, each);
+            makeMonth(connection, attempts, each);
         }
     });
 }

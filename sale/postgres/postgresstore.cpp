@@ -1,5 +1,6 @@
 #include "postgres/postgresstore.h"
 
+#include "idconflict.h"
 #include "postgres/postgresfault.h"
 #include "postgres/postgresschema.h"
 #include "postgres/workeddrives.h"
@@ -58,8 +59,8 @@ void PostgresStore::joinWorkers(const QString& registerName)
             tr("go through that service, or stop it"));
     if (m_joined == registerName)
         return;
-    m_joined = registerName;
     WorkerTable(m_connection).add({registerName, {}, 0});
+    m_joined = registerName;
 }
 
 void PostgresStore::holdForProgram(const QString& drive)
@@ -167,9 +168,9 @@ QString PostgresStore::acceptanceOf(const QString& id) const
 
 SqlKey PostgresStore::keyOf(const QString& id) const
 {
-    const bool isHeld = m_connection.isInTransaction() && id == m_held;
-    const QString accepted = isHeld ? m_heldAcceptance : acceptanceOf(id);
-    return keyIn(id, accepted);
+    const qint64 transaction = m_connection.transaction();
+    const bool isHeld = transaction != 0 && m_held.transaction == transaction && m_held.id == id;
+    return keyIn(id, isHeld ? m_held.acceptance : acceptanceOf(id));
 }
 
 SqlKey PostgresStore::keyOf(const StoredDocument& document) const
@@ -179,9 +180,8 @@ SqlKey PostgresStore::keyOf(const StoredDocument& document) const
 
 void PostgresStore::hold(const QString& id)
 {
-    m_held = id;
-    m_heldAcceptance = acceptanceOf(id);
-    if (m_heldAcceptance.isEmpty())
+    m_held = {id, acceptanceOf(id), m_connection.transaction()};
+    if (m_held.acceptance.isEmpty())
         return;
     const SqlKey key = keyOf(id);
     m_connection.value(
@@ -246,15 +246,16 @@ RegisterFence PostgresStore::fence()
 
 void PostgresStore::writeId(const QString& id, const QString& digest, const QString& accepted)
 {
+    // A month whose documents were taken away keeps its ids.
+    if (!m_held.acceptance.isEmpty() && m_held.acceptance != accepted)
+        throw IdConflict(id, timeFromStored(m_held.acceptance));
     const int written = m_connection.execute(
         QStringLiteral("INSERT INTO ids (id, digest, accepted) VALUES (?, ?, ?) ON CONFLICT (id) "
                        "DO UPDATE SET digest = excluded.digest WHERE ids.accepted = excluded.accepted"),
         {id, digest, accepted});
-    // Another one has brought it in meanwhile; a month whose documents were taken away keeps its ids.
     if (written == 0)
-        throw RunAgain(wrongOrder(id, QStringLiteral("was accepted before, and is not there")).fault());
-    m_held = id;
-    m_heldAcceptance = accepted;
+        throw RunAgain(wrongOrder(id, QStringLiteral("was brought in by another program")).fault());
+    m_held.acceptance = accepted;
 }
 
 void PostgresStore::forget(const QString& id)

@@ -12,9 +12,9 @@
 namespace sale {
 
 /// The journal in a PostgreSQL database, one for all programs of many machines. Documents change under a
-/// lock of their own; those of which one is to meet a condition wait for each other when they return goods of
-/// the same sale, or of none. That a register has not issued a document is believed only when nobody is left
-/// who might send it still: otherwise it is unknown.
+/// lock of their own, and wait for each other's acceptance only when they return goods of the same sale. That
+/// a register has not issued a document is believed only when nobody is left who might send it still:
+/// otherwise it is unknown.
 class PostgresStore : public SqlStore
 {
 public:
@@ -75,9 +75,14 @@ private:
     std::optional<LeasedRegister> m_programLease;
     /// The drive of that register.
     QString m_programDrive;
-    /// In this transaction: the document that is held, and when it was accepted.
-    QString m_held;
-    QString m_heldAcceptance;
+    /// The document that a transaction holds, and when it was accepted.
+    struct Held
+    {
+        QString id;
+        QString acceptance;
+        qint64 transaction = 0;
+    };
+    Held m_held;
     /// Tables are there for it and those behind it.
     QDate m_month;
 };

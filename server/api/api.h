@@ -80,6 +80,8 @@ public:
     void heard(const sale::StoredDocument& told);
     /// Another one may have changed it without a word.
     void lookAt(const QString& id);
+    /// Whoever works the register has not paused it, and will not: who waits for that is told so.
+    void pauseDropped(const QString& registerName);
     OpenList& openDocuments() { return m_open; }
     /// @}
 

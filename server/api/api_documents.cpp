@@ -49,7 +49,7 @@ void Api::lookAt(const QString& id)
 void Api::heard(const sale::StoredDocument& told)
 {
     // Whoever waits is answered with all of it.
-    if (m_waiters.areAny(told.request.id))
+    if (!isPending(told.state) && m_waiters.areAny(told.request.id))
         lookAt(told.request.id);
     else
         noteChange(told);

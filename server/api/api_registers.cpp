@@ -3,6 +3,7 @@
 #include "api/apilog.h"
 #include "api/documentview.h"
 #include "documentanswer.h"
+#include "http/problem.h"
 
 #include <QJsonArray>
 
@@ -94,6 +95,16 @@ void Api::registerChanged(const QString& name)
         m_pausing.answer(name, http::Response::json(registerView(*changed)));
     if (isAtWork(view) && !isAtWork(before))
         lookAtOpen(name);
+}
+
+void Api::pauseDropped(const QString& registerName)
+{
+    m_pausing.answer(registerName,
+        http::Problem(503, QStringLiteral("unreachable"),
+            QStringLiteral("No service that works the register has taken the order"),
+            QStringLiteral("It is not taken any more. Nothing was changed."))
+            .withHeader("Retry-After", "10")
+            .response());
 }
 
 http::Answer Api::whenPaused(const Till& till, std::optional<std::chrono::seconds> wait)

@@ -85,7 +85,7 @@ bool isOutOfReach(const Api& api, const StoredDocument& document)
     if (document.state != DocumentState::Running)
         return false;
     const Till* const till = api.certainTill(document.request.registerName);
-    return till == nullptr || !till->isReachable();
+    return till == nullptr || till->isLost();
 }
 
 void requireResolvable(const Api& api, const StoredDocument& document, const sale::DocumentEnding& word)
@@ -99,6 +99,11 @@ void requireResolvable(const Api& api, const StoredDocument& document, const sal
     // Of one that an older state left in doubt nobody knows the drive.
     if (word.documentNumber == 0 || document.drive.isEmpty())
         return;
+    if (word.documentNumber <= document.numberBefore())
+        refuse(QStringLiteral(
+            "When it was begun the fiscal drive %1 had reached number %2: its own one is higher.")
+                   .arg(document.drive)
+                   .arg(document.numberBefore()));
     const QList<StoredDocument> others = api.store().find(
         {.drive = document.drive, .documentNumber = word.documentNumber, .limit = 1, .withAttempts = false});
     if (!others.isEmpty())

@@ -96,6 +96,20 @@ void requireOwnSale(const Api& api, const Request& request, const QString& saleI
             QStringLiteral("is no document of this journal")}});
 }
 
+Problem idTaken(
+    const QString& id, const sale::IdConflict& conflict, const std::optional<StoredDocument>& first)
+{
+    const Problem problem = first
+        ? Problem(422, QStringLiteral("other-body"), QStringLiteral("The id is that of another document"),
+            QStringLiteral(
+                "Nothing was stored. One id is one document: the first one stands, whatever it is."))
+              .with(QStringLiteral("digest"), QString::fromLatin1(first->digest))
+        : Problem(422, QStringLiteral("archived"), QStringLiteral("The document was archived"),
+            QStringLiteral("Nothing was stored. What has become of it stands in the archive."));
+    return problem.with(QStringLiteral("id"), id)
+        .with(QStringLiteral("accepted"), sale::momentJson(conflict.time()));
+}
+
 /// One that is known is not judged anew: what was right when it was accepted is so for ever.
 StoredDocument acceptedDocument(Api& api, const sale::DocumentRequest& document, const PostedDocument& posted)
 {
@@ -105,14 +119,8 @@ StoredDocument acceptedDocument(Api& api, const sale::DocumentRequest& document,
                                            : sale::acceptReturn(api.store(), document, requireRight);
     } catch (const sale::ReturnRefused& refused) {
         throw returnRefused(refused.errors());
-    } catch (const sale::IdConflict&) {
-        const StoredDocument first = api.store().findId(document.id).value();
-        throw Problem(422, QStringLiteral("other-body"), QStringLiteral("The id is that of another document"),
-            QStringLiteral(
-                "Nothing was stored. One id is one document: the first one stands, whatever it is."))
-            .with(QStringLiteral("id"), document.id)
-            .with(QStringLiteral("accepted"), sale::momentJson(first.accepted))
-            .with(QStringLiteral("digest"), QString::fromLatin1(first.digest));
+    } catch (const sale::IdConflict& conflict) {
+        throw idTaken(document.id, conflict, api.store().findId(document.id));
     }
 }
 

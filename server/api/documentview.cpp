@@ -116,7 +116,7 @@ QJsonValue waitingOf(const Api& api, const StoredDocument& document, const Till*
             ? QJsonValue()
             : QJsonValue(QStringLiteral("notConfigured"));
     if (document.state == DocumentState::Running)
-        return till->isReachable() ? QJsonValue() : QJsonValue(QStringLiteral("unreachable"));
+        return till->isLost() ? QJsonValue(QStringLiteral("unreachable")) : QJsonValue();
     const QJsonObject view = till->view();
     const QString paused = QStringLiteral("paused");
     return view.value(QStringLiteral("state")) == paused ? paused : view.value(QStringLiteral("waiting"));

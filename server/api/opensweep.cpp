@@ -51,7 +51,7 @@ bool OpenSweep::lookAtPiece()
         .withBodies = false});
     for (const sale::StoredDocument& document : open) {
         if (!m_api.openDocuments().see(document))
-            m_api.lookAt(document.request.id);
+            m_api.heard(document);
     }
     if (open.size() < m_piece)
         return false;

@@ -36,6 +36,8 @@ public:
     virtual bool isHere() const { return true; }
     /// The service that works it is there, as far as is known.
     virtual bool isReachable() const { return true; }
+    /// No service works it, as far as is known, and a person alone can tell of what was begun there.
+    virtual bool isLost() const { return false; }
     /// "state", "waiting" (null when it waits for nothing) and what else is known of it.
     virtual QJsonObject view() const = 0;
 

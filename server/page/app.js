@@ -183,7 +183,7 @@ async function updateRights() {
     document.body.dataset.role = role;
 }
 
-const isLost = ({ state, queue }) => state === "unreachable" && queue.running > 0;
+const isLost = ({ state, waiting, queue }) => (state === "unreachable" || waiting === "otherMachine") && queue.running > 0;
 
 async function updateUnknown() {
     // What was begun at a register whose service is gone is nobody's but a person's to tell.

@@ -55,14 +55,17 @@ void PeerLine::flush()
     notify(together);
 }
 
-/// In no transaction with anything else: those of which each says something end one after the other.
+/// In no transaction with anything else, and without waiting for the disk: those of which each says something
+/// end one after the other, in all services.
 void PeerLine::notify(const QByteArrayList& messages)
 {
     if (messages.isEmpty())
         return;
     const QByteArray text = R"({"from":")" + m_id.toLatin1() + R"(","said":[)" + messages.join(',') + "]}";
     ask([&text](sale::SqlConnection& connection) {
-        connection.value(QStringLiteral("SELECT pg_notify(?, ?)"), {channel, QString::fromUtf8(text)});
+        connection.value(
+            QStringLiteral("SELECT pg_notify(?, ?), set_config('synchronous_commit', 'off', true)"),
+            {channel, QString::fromUtf8(text)});
     });
 }
 

@@ -5,6 +5,7 @@
 
 #include "api/api.h"
 #include "journalerror.h"
+#include "pendingsales.h"
 
 #include <algorithm>
 
@@ -21,6 +22,8 @@ constexpr std::chrono::seconds leastSilence(2 * lookTicks);
 constexpr int tellAllTicks = 15;
 /// In which what is to be read is collected.
 constexpr std::chrono::milliseconds readPause(200);
+/// Between two readings: of many registers some change at each moment, and all services read them.
+constexpr std::chrono::milliseconds betweenReadings(1'000);
 
 const QString documentName = QStringLiteral("document");
 const QString registersName = QStringLiteral("registers");
@@ -45,6 +48,7 @@ QJsonObject withoutAges(QJsonObject view)
 Peers::Peers(
     const sale::PostgresPlace& place, Api& api, sale::DocumentStore& store, std::chrono::seconds lease)
     : m_api(api)
+    , m_store(store)
     , m_longestSilence(std::max(lease, leastSilence))
     , m_line(place)
     , m_sweep(api, store)
@@ -113,7 +117,24 @@ void Peers::look()
     m_line.ask([this](sale::SqlConnection& connection) { rackboard::beat(connection, m_line.id(), m_name); });
     read();
     noteSilences();
+    giveUpLost();
     m_sweep.begin();
+}
+
+/// Whoever works a register gives up itself what it cannot ask about.
+void Peers::giveUpLost()
+{
+    const double longest = std::chrono::duration<double>(sale::longestUnreached).count();
+    for (const auto& [name, till] : m_tills) {
+        if (till->lostFor() < longest || m_api.openDocuments().count(name, sale::DocumentState::Running) == 0)
+            continue;
+        try {
+            for (const QString& id : sale::giveUpPendingSales(m_store, name))
+                m_api.documentChanged(id);
+        } catch (const sale::JournalError& error) {
+            qCWarning(peerLog).noquote() << name << error.what();
+        }
+    }
 }
 
 /// What the others do not know of this service's registers.
@@ -155,12 +176,35 @@ void Peers::tell()
 
 bool Peers::read()
 {
+    m_nextReading.setRemainingTime(betweenReadings);
     return m_line.ask([this](sale::SqlConnection& connection) {
-        for (const ToldRegister& told : rackboard::registers(connection, m_read))
+        for (const ToldRegister& told : rackboard::registers(connection, m_line.id(), m_read))
             take(told);
-        for (const auto& [name, content] : rackboard::takeOrders(connection, m_line.id()))
-            obey(name, content);
+        if (rackboard::areOrders(connection, m_line.id()))
+            readOrders(connection);
     });
+}
+
+QStringList Peers::ownRegisters() const
+{
+    QStringList names;
+    for (const auto& [name, till] : m_tills) {
+        if (till->isOwn())
+            names.append(name);
+    }
+    return names;
+}
+
+/// Whoever works the register now follows what its owner before has not.
+void Peers::readOrders(sale::SqlConnection& connection)
+{
+    for (const auto& [name, content] : rackboard::takeOrders(connection, ownRegisters()))
+        obey(name, content);
+    for (const auto& [name, content] : rackboard::dropOrders(connection, m_line.id())) {
+        qCWarning(peerLog).noquote() << name << "nobody has followed in time:" << rackorder::verbOf(content);
+        if (rackorder::isPause(content))
+            m_api.pauseDropped(name);
+    }
 }
 
 /// It may have begun without the database, or not have read yet what another one told a moment ago.
@@ -193,8 +237,6 @@ void Peers::noteSilences()
 
 void Peers::take(const ToldRegister& told)
 {
-    if (told.service == m_line.id())
-        return;
     const auto known = m_tills.find(told.settings.name);
     RackTill& till = known == m_tills.end() ? add(told.settings, nullptr) : *known->second;
     till.tell(told);
@@ -214,8 +256,15 @@ void Peers::order(const RackTill& till, const QJsonObject& content)
         QTimer::singleShot(0, this, [this, id] { m_api.lookAt(id); });
         return;
     }
-    rackboard::order(m_line.connection(), till.service(), {till.settings().name, content});
-    m_line.say({{ordersName, till.service()}});
+    const QString& name = till.settings().name;
+    rackboard::order(m_line.connection(), m_line.id(), {name, content});
+    m_line.say({{ordersName, name}});
+}
+
+bool Peers::isOwn(const QString& name) const
+{
+    const auto till = m_tills.find(name);
+    return till != m_tills.end() && till->second->isOwn();
 }
 
 void Peers::obey(const QString& name, const QJsonObject& content)
@@ -234,12 +283,14 @@ void Peers::hear(const QJsonObject& message)
         m_api.heard(documentSaid(document));
     if (message.contains(orderName))
         obey(message.value(registerName).toString(), message.value(orderName).toObject());
-    const bool areOrders = message.value(ordersName).toString() == m_line.id();
+    const bool areOrders = isOwn(message.value(ordersName).toString());
     // Of one that is gone, too.
     if (message.contains(registersName) && message.value(registersName) == goneName)
         noteSilences();
-    if ((areOrders || message.contains(registersName)) && !m_reading.isActive())
-        m_reading.start(areOrders ? std::chrono::milliseconds(0) : readPause);
+    if (areOrders)
+        m_reading.start(0);
+    else if (message.contains(registersName) && !m_reading.isActive())
+        m_reading.start(static_cast<int>(std::max<qint64>(readPause.count(), m_nextReading.remainingTime())));
 }
 
 void Peers::sayDocument(const sale::StoredDocument& document)

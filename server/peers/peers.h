@@ -5,6 +5,7 @@
 #include "peers/rackboard.h"
 #include "peers/racktill.h"
 
+#include <QDeadlineTimer>
 #include <QSet>
 
 #include <map>
@@ -41,6 +42,9 @@ private:
     void sayDocument(const sale::StoredDocument& document);
     void order(const RackTill& till, const QJsonObject& content);
     void obey(const QString& registerName, const QJsonObject& content);
+    bool isOwn(const QString& registerName) const;
+    QStringList ownRegisters() const;
+    void readOrders(sale::SqlConnection& connection);
     RackTill& add(const Till::Settings& settings, Till* own);
     void tick();
     void tell();
@@ -49,9 +53,11 @@ private:
     bool read();
     void lookForRegisters();
     void noteSilences();
+    void giveUpLost();
     void take(const ToldRegister& told);
 
     Api& m_api;
+    sale::DocumentStore& m_store;
     const std::chrono::seconds m_longestSilence;
     PeerLine m_line;
     OpenSweep m_sweep;
@@ -66,6 +72,7 @@ private:
     rackboard::Reading m_read;
     QTimer m_timer;
     QTimer m_reading;
+    QDeadlineTimer m_nextReading;
     int m_ticks = 0;
 };
 

@@ -31,6 +31,29 @@ Till::Settings settingsOf(const QString& name, const QJsonObject& json)
         json.value(QStringLiteral("hasCashier")).toBool(), text("cashier"), text("cashierInn")};
 }
 
+/// Of an order that is followed still.
+QString oldest()
+{
+    return QStringLiteral("clock_timestamp() - interval '%1 seconds'").arg(longestOrder.count());
+}
+
+QList<Order> removeOrders(
+    sale::SqlConnection& connection, const QString& condition, const QVariantList& values)
+{
+    QList<Order> removed;
+    // A connection that is lost over the last answer has not lost them with it.
+    connection.together([&] {
+        removed.clear();
+        connection.select(QStringLiteral("WITH removed AS (DELETE FROM orders WHERE %1 RETURNING *) "
+                                         "SELECT register, content FROM removed ORDER BY number")
+                              .arg(condition),
+            values, [&removed](const QSqlQuery& row) {
+                removed.append({row.value(0).toString(), jsonOf(row.value(1))});
+            });
+    });
+    return removed;
+}
+
 } // namespace
 
 void beat(sale::SqlConnection& connection, const QString& service, const QString& name)
@@ -85,14 +108,16 @@ void tell(sale::SqlConnection& connection, const QString& service, const QList<E
         values);
 }
 
-QList<ToldRegister> registers(const sale::SqlConnection& connection, Reading& reading)
+QList<ToldRegister> registers(const sale::SqlConnection& connection, const QString& service, Reading& reading)
 {
     QList<ToldRegister> found;
-    // What was written before something else may be seen after it.
-    connection.select(QStringLiteral("SELECT name, told::text, service, settings, view, "
-                                     "extract(epoch FROM clock_timestamp() - told)::float8 FROM registers "
-                                     "WHERE told >= ?::timestamptz - interval '5 seconds' ORDER BY told"),
-        {reading.last}, [&](const QSqlQuery& row) {
+    // What was written before something else may be seen after it, and the database's clock be put back.
+    connection.select(
+        QStringLiteral("SELECT name, told::text, service, settings, view, "
+                       "greatest(0, extract(epoch FROM clock_timestamp() - told))::float8 FROM registers "
+                       "WHERE told >= least(?::timestamptz, clock_timestamp()) - interval '5 seconds' "
+                       "AND service <> ? ORDER BY told"),
+        {reading.last, service}, [&](const QSqlQuery& row) {
             const QString name = row.value(0).toString();
             reading.last = row.value(1).toString();
             if (reading.told.value(name) == reading.last)
@@ -108,28 +133,40 @@ QList<ToldRegister> registers(const sale::SqlConnection& connection, Reading& re
 
 void order(sale::SqlConnection& connection, const QString& service, const Order& order)
 {
-    connection.execute(
-        QStringLiteral("INSERT INTO orders (service, register, content, made) VALUES (?, ?, ?, now())"),
+    connection.execute(QStringLiteral("INSERT INTO orders (asked, register, content, made) "
+                                      "VALUES (?, ?, ?, clock_timestamp())"),
         {service, order.registerName, sale::wholeJson(order.content)});
 }
 
-QList<Order> takeOrders(sale::SqlConnection& connection, const QString& service)
+bool areOrders(const sale::SqlConnection& connection, const QString& service)
 {
-    QList<Order> taken;
-    // Mostly there are none.
-    if (!connection.value(QStringLiteral("SELECT 1 FROM orders WHERE service = ? LIMIT 1"), {service})
-             .isValid())
-        return taken;
-    // A connection that is lost over the last answer has not lost them with it.
-    connection.together([&] {
-        taken.clear();
-        connection.select(QStringLiteral("WITH taken AS (DELETE FROM orders WHERE service = ? RETURNING *) "
-                                         "SELECT register, content FROM taken ORDER BY number"),
-            {service}, [&taken](const QSqlQuery& row) {
-                taken.append({row.value(0).toString(), jsonOf(row.value(1))});
-            });
-    });
-    return taken;
+    // Mostly there are none; those of a service that is gone are left to tidy.
+    return connection
+        .value(QStringLiteral("SELECT 1 FROM orders WHERE asked = ? OR made >= %1 LIMIT 1").arg(oldest()),
+            {service})
+        .isValid();
+}
+
+QList<Order> takeOrders(sale::SqlConnection& connection, const QStringList& registers)
+{
+    if (registers.isEmpty())
+        return {};
+    const QStringList places(registers.size(), QStringLiteral("?"));
+    QVariantList names;
+    for (const QString& name : registers)
+        names.append(name);
+    return removeOrders(connection,
+        QStringLiteral("register IN (%1) AND made >= %2").arg(places.join(QLatin1Char(',')), oldest()),
+        names);
+}
+
+QList<Order> dropOrders(sale::SqlConnection& connection, const QString& service)
+{
+    return removeOrders(connection,
+        QStringLiteral(
+            "asked = ? AND register IN (SELECT register FROM orders WHERE asked = ? AND made < %1)")
+            .arg(oldest()),
+        {service, service});
 }
 
 } // namespace frserver::rackboard

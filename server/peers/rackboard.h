@@ -6,6 +6,8 @@
 #include <QHash>
 #include <QList>
 
+#include <chrono>
+
 namespace frserver {
 
 /// The tables by which the services of one database know of each other and of their registers. A service is
@@ -41,12 +43,22 @@ void tidy(sale::SqlConnection& connection);
 QHash<QString, double> silences(const sale::SqlConnection& connection);
 /// All at once: the service works these registers now.
 void tell(sale::SqlConnection& connection, const QString& service, const QList<Entry>& entries);
-/// What is new since the last reading, which begins with an empty one.
-QList<ToldRegister> registers(const sale::SqlConnection& connection, Reading& reading);
-/// What a service is to do with a register that it works.
+/// What others than the service have told since the last reading, which begins with an empty one.
+QList<ToldRegister> registers(
+    const sale::SqlConnection& connection, const QString& service, Reading& reading);
+/// @name What whoever works a register is to do with it, for as long as somebody expects it
+/// @{
+inline constexpr std::chrono::seconds longestOrder{30};
+/// As a service was asked.
 void order(sale::SqlConnection& connection, const QString& service, const Order& order);
-/// Those of the service, in their order; each once.
-QList<Order> takeOrders(sale::SqlConnection& connection, const QString& service);
+/// Whether there is anything to take, or to drop for that service.
+bool areOrders(const sale::SqlConnection& connection, const QString& service);
+/// Those for these registers, in their order; each once, and none that is too old.
+QList<Order> takeOrders(sale::SqlConnection& connection, const QStringList& registers);
+/// Those that the service was asked for, of registers for which nobody has taken one in time: nobody takes
+/// them any more.
+QList<Order> dropOrders(sale::SqlConnection& connection, const QString& service);
+/// @}
 
 } // namespace rackboard
 

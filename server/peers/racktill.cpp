@@ -19,6 +19,7 @@ const QString idName = QStringLiteral("id");
 const QString settleVerb = QStringLiteral("settle");
 const QString awaitVerb = QStringLiteral("await");
 const QString leaveVerb = QStringLiteral("leave");
+const QString pauseVerb = QStringLiteral("pause");
 
 double secondsSince(const QElapsedTimer& timer)
 {
@@ -58,6 +59,10 @@ void RackTill::noteSilence(std::optional<double> seconds)
 {
     m_silence = seconds.value_or(std::numeric_limits<double>::infinity());
     m_noted.start();
+    if (seconds)
+        m_left.invalidate();
+    else if (!m_left.isValid())
+        m_left.start();
     constexpr qint64 inaccuracyMs = 2'000;
     const auto now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     const QDateTime seen = now.addMSecs(-std::llround(std::min(m_silence, age()) * 1000));
@@ -73,6 +78,13 @@ double RackTill::silence() const
 double RackTill::age() const
 {
     return m_told.age + secondsSince(m_told.read);
+}
+
+double RackTill::lostFor() const
+{
+    if (!isLost())
+        return 0;
+    return m_left.isValid() ? secondsSince(m_left) : silence();
 }
 
 /// One that this service would work is shown as it stands here when nobody else is at it.
@@ -143,7 +155,7 @@ void RackTill::settle(const QString& id)
 
 void RackTill::pause(const QString& by)
 {
-    order({{doName, QStringLiteral("pause")}, {byName, by}});
+    order({{doName, pauseVerb}, {byName, by}});
 }
 
 void RackTill::resume(const QString& by)
@@ -166,7 +178,7 @@ void RackTill::obey(const QJsonObject& content)
         m_own->setAwaited(text(idName), verb == awaitVerb);
     else if (verb == settleVerb)
         m_own->settle(text(idName));
-    else if (verb == QStringLiteral("pause"))
+    else if (verb == pauseVerb)
         m_own->pause(text(byName));
     else if (verb == QStringLiteral("resume"))
         m_own->resume(text(byName));
@@ -174,15 +186,25 @@ void RackTill::obey(const QJsonObject& content)
         m_own->accept(text(byName), text(noteName));
 }
 
+QString rackorder::verbOf(const QJsonObject& content)
+{
+    return content.value(doName).toString();
+}
+
+bool rackorder::isPause(const QJsonObject& content)
+{
+    return verbOf(content) == pauseVerb;
+}
+
 bool rackorder::isPassing(const QJsonObject& content)
 {
-    const QString verb = content.value(doName).toString();
+    const QString verb = verbOf(content);
     return verb == awaitVerb || verb == leaveVerb;
 }
 
 QString rackorder::settledId(const QJsonObject& content)
 {
-    return content.value(doName).toString() == settleVerb ? content.value(idName).toString() : QString();
+    return verbOf(content) == settleVerb ? content.value(idName).toString() : QString();
 }
 
 } // namespace frserver

@@ -31,11 +31,14 @@ public:
     const QString& service() const { return m_told.service; }
     /// This service works it, and tells of it.
     bool isOwn() const { return m_own != nullptr && m_own->isHere(); }
+    /// For how many seconds the service that has worked it is known to be gone.
+    double lostFor() const;
     /// What another service has ordered.
     void obey(const QJsonObject& content);
 
     bool isHere() const override;
     bool isReachable() const override;
+    bool isLost() const override { return !isOwn() && silence() > m_longestSilence; }
     QJsonObject view() const override;
     void wake() override;
     void setAwaited(const QString& id, bool isAwaited) override;
@@ -58,6 +61,8 @@ private:
     /// Seconds, when it was noted last.
     double m_silence = 0;
     QElapsedTimer m_noted;
+    /// Since it was known to have left.
+    QElapsedTimer m_left;
     /// When it was there last.
     QDateTime m_seen;
 };
@@ -66,6 +71,9 @@ private:
 /// @{
 namespace rackorder {
 
+/// "pause", "resume" and so on.
+QString verbOf(const QJsonObject& content);
+bool isPause(const QJsonObject& content);
 /// Only said, since it is worth nothing later.
 bool isPassing(const QJsonObject& content);
 /// The document that is to be asked about; empty for another order.

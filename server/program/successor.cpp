@@ -51,6 +51,13 @@ Successor::Successor(const QStringList& commandLine)
     });
 }
 
+/// A trial that is under way is killed, and whoever wanted to hear of it is gone.
+Successor::~Successor()
+{
+    if (m_trial)
+        m_trial->disconnect();
+}
+
 void Successor::examine(const std::function<void(const QString& fault)>& tried)
 {
     if (m_trial)

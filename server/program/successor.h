@@ -16,6 +16,9 @@ class Successor
 public:
     /// To be made before that: then the file is no longer to be found.
     explicit Successor(const QStringList& commandLine);
+    ~Successor();
+    Successor(const Successor&) = delete;
+    Successor& operator=(const Successor&) = delete;
 
     /// Has it start and read the configuration; it serves nothing. Calls back with its own words when it does
     /// not, else with nothing. Nothing happens while an earlier trial is under way.

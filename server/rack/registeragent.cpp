@@ -49,6 +49,7 @@ RegisterAgent::RegisterAgent(const RegisterSettings& settings, sale::DocumentSto
 void RegisterAgent::start()
 {
     m_isStarted = true;
+    m_giveUpAt = steady() + m_options.longestUnreached;
     advance();
 }
 
@@ -136,6 +137,7 @@ void RegisterAgent::advance()
     const bool isIdle = !m_isStarted && !m_isStopping;
     if (isIdle || m_isStopped || m_request || m_endingSince || (!m_isStopping && isOwner() && !recall()))
         return announce();
+    giveUpInTime();
     if (m_isStopping || m_pausedBy)
         leave();
     else if (!isOwner())

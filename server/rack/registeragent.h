@@ -10,6 +10,7 @@
 #include "rack/worker.h"
 
 #include "errorkind.h"
+#include "pendingsales.h"
 
 #include <QHash>
 #include <QJsonObject>
@@ -42,6 +43,9 @@ public:
         /// A worker that is at something and has said nothing for so many milliseconds is killed. A busy
         /// register may hold one exchange for 100 s.
         qint64 longestSilence = 120'000;
+        /// A register of this service that is not reached for so many milliseconds: what was begun there is a
+        /// person's case.
+        qint64 longestUnreached = std::chrono::milliseconds(sale::longestUnreached).count();
         /// Must outlive the agent. Null where nothing is to outlive it.
         KeptStates* kept = nullptr;
         /// How often workers died of a document that was never begun, whichever register it was at: all
@@ -173,7 +177,8 @@ private:
     void refuse(const QString& id, sale::ErrorKind kind, const QString& text, const QString& exceptionName);
     bool refuseDeadly(const QString& id);
     bool refuseFailing(const QString& id, const QString& reason, const QString& text);
-    void giveUpBegun(const QString& reason);
+    void giveUpBegun();
+    void giveUpInTime();
     bool isMaking() const;
     void requestMaking(Request document);
     bool makeNext();
@@ -248,6 +253,7 @@ private:
     QString m_zReportFailure;
     /// While documents are to be settled.
     int m_failedStarts = 0;
+    qint64 m_giveUpAt = 0;
     int m_workerStarts = 0;
     int m_connections = 0;
     qint64 m_exchanges = 0;

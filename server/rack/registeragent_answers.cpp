@@ -221,8 +221,8 @@ void RegisterAgent::meetFailure(const Request& request, const QJsonObject& failu
     if (request.what == QStringLiteral("accept"))
         m_acceptance.reset();
     m_isOpen = false;
-    if (request.what == QStringLiteral("open"))
-        giveUpBegun(reason);
+    if (request.what == QStringLiteral("open") && isUnexplained(reason))
+        giveUpBegun();
     if (request.what == QStringLiteral("close"))
         m_worker->kill();
     else
@@ -235,9 +235,12 @@ void RegisterAgent::meetFailure(const Request& request, const QJsonObject& failu
 void RegisterAgent::noteBegun()
 {
     try {
-        for (const sale::StoredDocument& document : m_store.find(
-                 {.states = {sale::DocumentState::Running}, .registerName = name(), .withAttempts = false}))
-            m_begun.append(document.request.id);
+        for (const sale::StoredDocument& document :
+            m_store.find({.states = {sale::DocumentState::Running, sale::DocumentState::Unknown},
+            .registerName = name()})) {
+            if (document.isToBeAsked())
+                m_begun.append(document.request.id);
+        }
     } catch (const sale::JournalError& error) {
         qCWarning(rackLog).noquote() << error.what();
     }
@@ -269,6 +272,8 @@ void RegisterAgent::workerEnded(const QString& how)
     if (!isWanted) {
         qCWarning(rackLog).noquote() << name() << "the worker is gone:" << how;
         block(QStringLiteral("worker"), how);
+        if (broken && broken->what == QStringLiteral("open"))
+            giveUpBegun();
     }
     giveUpClaim();
     // What was given to one that had ended is not what it died of.

@@ -16,15 +16,10 @@ constexpr int mostDeaths = 3;
 constexpr int mostFailures = 5;
 /// Some five minutes. The register may be switched off and on for as long, and it alone knows the truth.
 constexpr int mostFailedStarts = 10;
+/// Of a register that is not reached still.
+constexpr qint64 lookAgainMs = 60'000;
 
 const QString hostError = QStringLiteral("HostError");
-
-/// Nobody can say what it would take, and no person is called for it. Paper, line, drive and the like are
-/// waited for.
-bool isUnexplained(const QString& reason)
-{
-    return reason == QStringLiteral("internal") || reason == QStringLiteral("other");
-}
 
 } // namespace
 
@@ -61,19 +56,38 @@ bool RegisterAgent::refuseFailing(const QString& id, const QString& reason, cons
 }
 
 /// What the register cannot be asked about, for a reason that nobody waits to pass, a person has to look up.
-void RegisterAgent::giveUpBegun(const QString& reason)
+void RegisterAgent::giveUpBegun()
 {
-    if (!isUnexplained(reason) || m_begun.isEmpty() || ++m_failedStarts < mostFailedStarts)
+    if (m_begun.isEmpty() || ++m_failedStarts < mostFailedStarts)
         return;
     m_failedStarts = 0;
     try {
         for (const QString& id : std::as_const(m_begun)) {
             const std::optional<sale::StoredDocument> document = m_store.findId(id);
-            if (document && document->state == sale::DocumentState::Running)
+            if (document && document->isToBeAsked())
                 m_store.settle(id, document->attemptCount, {.state = sale::DocumentState::Unknown});
         }
     } catch (const sale::JournalError& error) {
         qCWarning(rackLog).noquote() << error.what();
+    }
+}
+
+/// The same whatever keeps the register from being asked, a pause among that: nobody waits for it for ever.
+/// It is asked all the same once it is reached.
+void RegisterAgent::giveUpInTime()
+{
+    if (m_isOpen || !isOwner()) {
+        m_giveUpAt = steady() + m_options.longestUnreached;
+        return;
+    }
+    if (steady() < m_giveUpAt)
+        return;
+    m_giveUpAt = steady() + lookAgainMs;
+    try {
+        for (const QString& id : sale::giveUpPendingSales(m_store, name()))
+            Q_EMIT documentChanged(id);
+    } catch (const sale::JournalError& error) {
+        qCWarning(rackLog).noquote() << name() << error.what();
     }
 }
 

@@ -20,4 +20,11 @@ inline bool isOfPaper(const QString& reason)
     return reason == QStringLiteral("paper") || reason == QStringLiteral("cover");
 }
 
+/// Nobody can say what it would take, and no person is called for it. Paper, line, drive and the like are
+/// waited for.
+inline bool isUnexplained(const QString& reason)
+{
+    return reason == QStringLiteral("internal") || reason == QStringLiteral("other");
+}
+
 } // namespace frserver

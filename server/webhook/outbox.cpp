@@ -82,10 +82,13 @@ void Outbox::open()
         m_connection->execute(trigger);
         return;
     }
-    // Whoever writes waits while it is made.
     if (m_connection->value(sharedTriggerIsThere).isValid())
         return;
+    // Whoever writes waits while it is made, and so does another service that begins just now.
     m_connection->together([this] {
+        m_connection->value(QStringLiteral("SELECT pg_advisory_xact_lock(1718765416, 1)"));
+        if (m_connection->value(sharedTriggerIsThere).isValid())
+            return;
         m_connection->execute(sharedFunction.arg(m_connection->moment(QStringLiteral("NEW.accepted")),
             m_connection->moment(QStringLiteral("NEW.begun")),
             m_connection->moment(QStringLiteral("NEW.settled"))));

@@ -37,8 +37,9 @@ QJsonObject WorkerSession::settle(const QString& id)
 void WorkerSession::giveUpFormerDrive(const QString& drive)
 {
     for (const sale::StoredDocument& document :
-        journal().find({.states = {sale::DocumentState::Running}, .registerName = m_settings.name})) {
-        if (!document.drive.isEmpty() && document.drive != drive)
+        journal().find({.states = {sale::DocumentState::Running, sale::DocumentState::Unknown},
+        .registerName = m_settings.name})) {
+        if (document.isToBeAsked() && !document.drive.isEmpty() && document.drive != drive)
             journal().settle(document.request.id, document.attemptCount, {});
     }
 }

@@ -8,9 +8,11 @@ import unittest
 from pathlib import Path
 
 sys.dont_write_bytecode = True
-sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "campaign" / "service"))
+sys.path[:0] = [str(Path(__file__).resolve().parents[2] / "campaign" / one) for one in ("service", "rack")]
 # pylint: disable=wrong-import-position
 from ledger import Order, Told, seconds  # noqa: E402
+from rackfaults import Fault  # noqa: E402
+from tables import Tables, disagreements, met, overtaken  # noqa: E402
 from verdict import Evidence, violations  # noqa: E402
 
 NOON = "2026-03-01T12:00:00"
@@ -132,6 +134,53 @@ class Verdict(unittest.TestCase):
         evidence.orders["sale:0001"] = dataclasses.replace(evidence.orders["sale:0001"], start_before=0.05)
         evidence.journal["sale:0001"]["begun"] = "2026-03-01T12:00:01.500Z"
         self.assertIn("after the time that its client gave", "\n".join(violations(evidence)))
+
+
+def tables(evidence):
+    """As a database has what the journal tells; each document with one attempt, a second long, one behind the other."""
+    issued = [one for one in evidence.journal.values() if one["state"] == "issued"]
+    return Tables(
+        [{"id": one["id"], "register": one["register"], "state": one["state"], "drive": DRIVE, "document": one["documentNumber"],
+          "attempts": int(one["state"] == "issued")} for one in evidence.journal.values()],
+        [{"id": one} for one in evidence.journal],
+        [{"id": one["id"], "number": 1, "register": "till1", "epoch": 2, "begun": float(place), "ended": place + 1.0}
+         for place, one in enumerate(issued)],
+        [{"register": "till1", "epoch": 2}])
+
+
+def change(table, place, **changes):
+    return lambda made: getattr(made, table)[place].update(changes)
+
+
+TABLE_FAULTS = {
+    "a document in two months": (lambda made: made.documents.append(made.documents[0]), "stands in the table 2 times"),
+    "an id that was not kept": (lambda made: made.ids.pop(), "its id is not kept"),
+    "a document that was not kept": (lambda made: made.ids.append({"id": "sale:0004"}), "sale:0004 is an id without a document"),
+    "one that is not told": (lambda made: made.documents.append({**made.documents[0], "id": "sale:0004"}), "is not both in the table"),
+    "another end than is told": (change("documents", 0, state="notIssued"), "sale:0001 stands in the table as ('notIssued'"),
+    "another number than is told": (change("documents", 0, document=4), "sale:0001 stands in the table as"),
+    "an attempt without an end": (change("attempts", 0, ended=None), "has no end"),
+    "begun by a former owner": (change("attempts", 1, epoch=1), "under lease 1 of till1 behind one of 2"),
+}
+
+
+class Rack(unittest.TestCase):
+    def test_tables(self):
+        evidence = sound()
+        self.assertEqual([], list(disagreements(tables(evidence), evidence.journal)))
+        for name, (plant, expected) in TABLE_FAULTS.items():
+            with self.subTest(name):
+                made = copy.deepcopy(tables(evidence))
+                plant(made)
+                self.assertIn(expected, "\n".join(disagreements(made, evidence.journal)))
+
+    def test_what_faults_have_met(self):
+        """An attempt from 0 to 1 and so on: during it, behind the last one, at another register."""
+        attempts = tables(sound()).attempts
+        for fault, is_met, is_overtaken in ((Fault("freeze", 0.5, ("till1",), 0.4), 1, 0), (Fault("freeze", 0.5, ("till1",), 2), 1, 1),
+                                            (Fault("freeze", 9, ("till1",), 2), 0, 0), (Fault("freeze", 0.5, ("till2",), 2), 0, 0)):
+            with self.subTest(fault):
+                self.assertEqual((is_met, is_overtaken), (met([fault], attempts)["freeze"], overtaken([fault], attempts)["freeze"]))
 
 
 if __name__ == "__main__":

@@ -1,14 +1,22 @@
 // What PostgreSQL alone must do as a journal's keeper.
 
 #include "currenttime.h"
+#include "idconflict.h"
 #include "journalerror.h"
 #include "mockfactory.h"
+#include "postgres/passwordfile.h"
 #include "postgres/postgresstore.h"
 #include "postgresserver.h"
 
 #include <QSqlQuery>
 
 #include <gtest/gtest.h>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <thread>
 
 using namespace sale;
 
@@ -105,6 +113,51 @@ TEST_F(Postgres, WhatWasAcceptedOutlivesThePowerCutAndNothingIsAcceptedWithoutAS
     EXPECT_EQ(store.accept(request("B")).state, DocumentState::Queued);
 }
 
+TEST_F(Postgres, WhatIsSaidToBeAcceptedIsThereWhoeverGotTheNumberOfItsTransactionSince)
+{
+    // The server dies over the commit, of which nothing is on its disk.
+    connection().execute("CREATE FUNCTION halt() RETURNS trigger LANGUAGE plpgsql AS "
+                         "$$ BEGIN PERFORM pg_advisory_xact_lock_shared(7); RETURN NULL; END $$");
+    connection().execute("CREATE CONSTRAINT TRIGGER halt AFTER INSERT ON ids DEFERRABLE INITIALLY DEFERRED "
+                         "FOR EACH ROW EXECUTE FUNCTION halt()");
+    PostgresConnection watch(server.place(), 1000);
+    watch.value("SELECT pg_advisory_lock(7)");
+    std::optional<bool> isThere;
+    std::thread host([&] {
+        PostgresStore store(server.place(), 20'000);
+        try {
+            store.accept(request("A"));
+            isThere = store.findId("A").has_value();
+        } catch (const JournalError&) {
+            // Nothing is said.
+        } catch (const std::exception&) {
+            isThere = false;
+        }
+    });
+    const QString waiting = "SELECT count(*) FROM pg_locks WHERE locktype = 'advisory' AND NOT granted";
+    while (watch.value(waiting).toInt() == 0) { }
+    server.stopAtOnce();
+    // Before it is back for the others somebody has written.
+    server.runAlone(
+        QByteArray("INSERT INTO frspf.frserver_registers VALUES (gen_random_uuid(), '')\n").repeated(50));
+    server.start();
+    host.join();
+    EXPECT_TRUE(isThere.value_or(true));
+    EXPECT_EQ(PostgresStore(server.place()).accept(request("A")).state, DocumentState::Queued);
+}
+
+TEST_F(Postgres, WhatATransactionHasSeenOfADocumentIsForgottenWithIt)
+{
+    PostgresStore store(server.place());
+    EXPECT_THROW(store.accept(request("A"), [] { throw std::runtime_error("no"); }), std::runtime_error);
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    DocumentRequest late = request("A");
+    late.startBefore = now.addSecs(-1);
+    PostgresStore(server.place()).accept(late);
+    EXPECT_EQ(store.expire(now), QStringList{"A"});
+    EXPECT_EQ(store.findId("A")->state, DocumentState::NotIssued);
+}
+
 TEST_F(Postgres, DocumentStaysInTheMonthOfItsAcceptance)
 {
     GivenTime december("2031-12-31T23:59:59Z");
@@ -121,8 +174,7 @@ TEST_F(Postgres, DocumentStaysInTheMonthOfItsAcceptance)
     EXPECT_EQ(store.findId("A")->accepted, QDateTime::fromString("2031-12-31T23:59:59Z", Qt::ISODate));
     // A month that was taken away keeps its ids.
     connection().execute("DROP TABLE documents_2031_12, attempts_2031_12");
-    PostgresStore hasty(server.place(), 100);
-    EXPECT_THROW(hasty.accept(request("A")), JournalError);
+    EXPECT_THROW(store.accept(request("A")), IdConflict);
 }
 
 TEST_F(Postgres, TablesOfOtherReleasesAreTold)
@@ -159,6 +211,42 @@ TEST_F(Postgres, DamagesAreFoundAndTextsAreDropped)
     EXPECT_THROW(store.backUp("copy"), JournalError);
 }
 
+TEST_F(Postgres, WhoeverIsNotLetInIsToldWhatToDo)
+{
+    connection().execute("DROP ROLE IF EXISTS limited");
+    connection().execute("CREATE ROLE limited LOGIN CONNECTION LIMIT 0");
+    const std::tuple<const char*, const char*, const char*> rows[] = {{"postgres", "nosuch", "createdb"},
+        {"nobody", "postgres", ".pgpass"}, {"limited", "postgres", "max_connections"}};
+    for (const auto& [user, database, advice] : rows) {
+        PostgresPlace place = server.place();
+        place.user = user;
+        place.database = database;
+        try {
+            const PostgresConnection refused(place, 100);
+            FAIL() << user;
+        } catch (const JournalError& error) {
+            EXPECT_TRUE(error.advice().contains(advice)) << error.what();
+        }
+    }
+}
+
+TEST(SilentServer, IsNotWaitedForByOneConnectionAfterTheOther)
+{
+    const QTemporaryDir folder;
+    const int listener = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_un address{AF_UNIX, {}};
+    qstrncpy(address.sun_path, qPrintable(folder.filePath(".s.PGSQL.5432")), sizeof(address.sun_path));
+    ASSERT_EQ(::bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
+    ASSERT_EQ(::listen(listener, 2), 0);
+    const PostgresPlace place = PostgresPlace::of("postgresql://postgres@/postgres?host=" + folder.path());
+    EXPECT_THROW(PostgresConnection(place, 100), JournalError);
+    QElapsedTimer second;
+    second.start();
+    EXPECT_THROW(PostgresConnection(place, 100), JournalError);
+    EXPECT_LT(second.elapsed(), 1'000);
+    ::close(listener);
+}
+
 TEST(PostgresPlace, IsReadAndShownWithoutPassword)
 {
     const struct
@@ -187,6 +275,29 @@ TEST(PostgresPlace, IsReadAndShownWithoutPassword)
             EXPECT_FALSE(QString(error.what()).contains("secret"));
         }
     }
+}
+
+TEST(PostgresPlace, PasswordIsTheMachinesForWhoeverHasNoneOfTheirOwn)
+{
+    const QTemporaryDir machine;
+    const QTemporaryDir home;
+    const QByteArray formerHome = qgetenv("HOME");
+    qputenv("HOME", home.path().toUtf8());
+    const QString name = machine.filePath(".pgpass");
+    const auto fileFor = [&machine](const char* address) {
+        return passwordFile(PostgresPlace::of(address), machine.path());
+    };
+    EXPECT_EQ(fileFor("postgresql://frspf@db/rack"), "") << "neither has one";
+    EXPECT_TRUE(QFile(name).open(QIODevice::WriteOnly));
+    EXPECT_EQ(fileFor("postgresql://frspf@db/rack?sslmode=verify-full"), name);
+    EXPECT_EQ(fileFor("postgresql://frspf:secret@db/rack"), "");
+    EXPECT_EQ(fileFor("postgresql://frspf@db/rack?passfile=/etc/frspf/pgpass"), "");
+    qputenv("PGPASSFILE", "/etc/frspf/pgpass");
+    EXPECT_EQ(fileFor("postgresql://frspf@db/rack"), "");
+    qunsetenv("PGPASSFILE");
+    EXPECT_TRUE(QFile(home.filePath(".pgpass")).open(QIODevice::WriteOnly));
+    EXPECT_EQ(fileFor("postgresql://frspf@db/rack"), "");
+    qputenv("HOME", formerHome);
 }
 
 } // namespace

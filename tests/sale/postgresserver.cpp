@@ -76,7 +76,9 @@ PostgresServer::~PostgresServer()
 void PostgresServer::start()
 {
     m_server.start(program("postgres"),
-        {"-D", m_folder.filePath("data"), "-k", m_folder.path(), "-c", "listen_addresses="});
+        {"-D", m_folder.filePath("data"), "-k", m_folder.path(), "-c", "listen_addresses=",
+            // What is not committed is on no disk.
+            "-c", "wal_writer_delay=10s"});
     m_server.waitForStarted();
     // Whoever connects waits until it is there.
     const PostgresConnection connection(place(), patienceMs);
@@ -86,6 +88,17 @@ void PostgresServer::stopAtOnce()
 {
     ::kill(static_cast<pid_t>(m_server.processId()), SIGQUIT);
     m_server.waitForFinished(patienceMs);
+}
+
+void PostgresServer::runAlone(const QByteArray& statements)
+{
+    QProcess alone;
+    asPostgres(alone);
+    alone.start(program("postgres"), {"--single", "-D", m_folder.filePath("data"), "postgres"});
+    alone.write(statements);
+    alone.closeWriteChannel();
+    if (!alone.waitForFinished(patienceMs) || alone.exitCode() != 0)
+        throw std::runtime_error("postgres --single: " + alone.readAllStandardError().toStdString());
 }
 
 void PostgresServer::clear()

@@ -21,6 +21,8 @@ public:
     void start();
     /// As a power cut: SIGQUIT, and no good-bye.
     void stopAtOnce();
+    /// Statements, a line each, while it is there for nobody else.
+    void runAlone(const QByteArray& statements);
     /// Tables without a document.
     void clear();
 

@@ -123,10 +123,34 @@ TEST_P(Store, PersonsWordIsTakenForWhatIsUnknown)
     }
     DocumentEnding word{.state = DocumentState::Issued, .documentNumber = 8, .by = "anna"};
     EXPECT_THROW(store->settle("unknown", 1, word), JournalError) << "another document has the number";
+    for (const quint32 number : {1U, 7U}) {
+        word.documentNumber = number;
+        EXPECT_THROW(store->settle("unknown", 1, word), JournalError) << "the drive was there already";
+    }
     word.documentNumber = 9;
     store->settle("unknown", 1, word);
     EXPECT_EQ(store->findId("unknown")->state, DocumentState::Issued);
     EXPECT_EQ(store->findId("unknown")->resolvedBy, "anna");
+}
+
+TEST_P(Store, WhatNobodyCouldAskAboutIsUnknownAndStillToBeAsked)
+{
+    for (const DocumentState state : states) {
+        const QString id = stateName(state);
+        bring(id, state, state == DocumentState::Issued ? 8 : 0);
+        const bool isUnderWay = state == DocumentState::Running;
+        // Others may do the same.
+        for (int time = 0; time < 2; ++time) {
+            store->settle(id, store->findId(id)->attemptCount, {.isAsked = false});
+            const StoredDocument document = open()->findId(id).value();
+            EXPECT_EQ(document.state, isUnderWay ? DocumentState::Unknown : state);
+            EXPECT_EQ(document.isToBeAsked(), isUnderWay) << id.toStdString();
+        }
+    }
+    store->settle("running", 1, {});
+    EXPECT_FALSE(store->findId("running")->isToBeAsked()) << "it could not tell";
+    store->settle("running", 1, {.state = DocumentState::Issued, .documentNumber = 9});
+    EXPECT_EQ(store->findId("running")->attempts.constLast().verdict, DocumentState::Issued);
 }
 
 TEST_P(Store, WhatIsTooLateIsNotBegun)

@@ -25,8 +25,12 @@ class Database:
             entry = pwd.getpwnam("postgres")
             os.chown(self.folder, entry.pw_uid, entry.pw_gid)
             self.user = {"user": entry.pw_uid, "group": entry.pw_gid, "extra_groups": []}
-        self.run("initdb", "-D", f"{self.folder}/data", "-U", "postgres", "-A", "trust", "-E", "UTF8", "--locale=C.UTF-8",
-                 "--no-sync").wait(PATIENCE)
+        with open(f"{self.folder}/log", "ab") as log:
+            made = self.run("initdb", "-D", f"{self.folder}/data", "-U", "postgres", "-A", "trust", "-E", "UTF8",
+                            "--locale=C.UTF-8", "--no-sync", said=log)
+        if made.wait(PATIENCE) != 0:
+            with open(f"{self.folder}/log", encoding="utf-8") as log:
+                raise RuntimeError(f"initdb failed: {log.read()[-1000:]}")
         self.start()
         self.wait()
 
@@ -40,6 +44,14 @@ class Database:
             self.server = self.run("postgres", "-D", f"{self.folder}/data", "-k", self.folder, "-c", "listen_addresses=",
                                    *(word for one in self.settings for word in ("-c", one)), said=log)
 
+    def revive(self):
+        """What was killed leaves behind processes of its own, beside which none starts at once."""
+        end = time.monotonic() + PATIENCE
+        while self.run("pg_isready", "-q", "-h", self.folder).wait(PATIENCE) != 0 and time.monotonic() < end:
+            if self.server.poll() is not None:
+                self.start()
+            time.sleep(0.5)
+
     def wait(self):
         """Until it answers."""
         end = time.monotonic() + PATIENCE
@@ -51,7 +63,11 @@ class Database:
     def stop(self, how=signal.SIGQUIT):
         """At once, as a power cut."""
         self.server.send_signal(how)
-        self.server.wait(PATIENCE)
+        try:
+            self.server.wait(PATIENCE)
+        except subprocess.TimeoutExpired:
+            self.server.kill()
+            self.server.wait(PATIENCE)
 
     def close(self):
         self.stop()

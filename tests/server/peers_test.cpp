@@ -58,6 +58,10 @@ protected:
         sale::PostgresConnection(sale::PostgresServer::instance().place(), 1000)
             .execute(QStringLiteral("ALTER TABLE frspf.%1 RENAME TO %2").arg(table, name));
     }
+    static void makeOrdersOld()
+    {
+        sql("UPDATE frspf.orders SET made = made - interval '31 seconds' RETURNING 1");
+    }
     static QVariant sql(const QString& statement)
     {
         return sale::PostgresConnection(sale::PostgresServer::instance().place(), 1000).value(statement);
@@ -113,6 +117,9 @@ TEST_F(PeersTest, RegisterOfAnotherServiceIsSeenAndObeys)
     pooled.pool = "shop";
     two.store.accept(pooled);
     EXPECT_EQ(two.ask("GET", "/v1/documents/document:9").json().value("total"), 100.5);
+    // Also when the database's clock is put back meanwhile.
+    sql("UPDATE frspf.registers SET told = told + interval '1 hour' RETURNING 1");
+    two.peers.look();
     one.till.state = "waiting";
     one.till.waiting = "paper";
     one.api.registerChanged("till1");
@@ -145,6 +152,18 @@ TEST_F(PeersTest, RegisterOfAnotherServiceIsSeenAndObeys)
     EXPECT_TRUE(metrics.contains(R"(frserver_connections_total{register="till1",service="till1:8403"} 2)"));
     EXPECT_TRUE(metrics.contains(R"(frserver_unsent_documents{register="till1"} 4)"));
     EXPECT_TRUE(metrics.contains(R"(frserver_register_state{register="till1",state="paused")"));
+}
+
+TEST_F(PeersTest, IdOfADocumentThatWasArchivedIsNotSoldAgain)
+{
+    Desk one("till1");
+    const QByteArray post = R"({"id":"document:1","type":"xReport"})";
+    ASSERT_EQ(one.ask("POST", "/v1/registers/till1/documents", post).status, 202);
+    sql("DELETE FROM frspf.documents RETURNING 1");
+    const Served again = one.ask("POST", "/v1/registers/till1/documents", post);
+    EXPECT_EQ(again.status, 422);
+    EXPECT_TRUE(again.text("type").endsWith("archived"));
+    EXPECT_FALSE(again.text("accepted").isEmpty());
 }
 
 TEST_F(PeersTest, NoRegisterIsDeniedBeforeTheOthersAreKnown)
@@ -194,8 +213,20 @@ TEST_F(PeersTest, RegisterOfADeadServiceIsUnreachableAndWhatItBegunAPersonsCase)
     EXPECT_FALSE(view.value("since").toString().isEmpty());
     EXPECT_EQ(two.ask("POST", "/v1/registers/till1/pause", "{}").status, 503);
     EXPECT_EQ(two.ask("GET", "/v1/documents/document:1").text("waiting"), "unreachable");
+    const Served low
+        = two.ask("POST", "/v1/documents/document:1/resolve", R"({"state":"issued","documentNumber":7})");
+    EXPECT_EQ(low.status, 409);
+    EXPECT_TRUE(low.text("detail").contains("reached number 7")) << low.all();
     EXPECT_EQ(two.ask("POST", "/v1/documents/document:1/resolve", word).status, 200);
     EXPECT_EQ(two.store.findId("document:1")->state, DocumentState::Issued);
+    // Nobody waits for that service for ever.
+    sql("UPDATE frspf.services SET seen = seen - interval '5 minutes' WHERE name = 'till1:8403' RETURNING 1");
+    const auto waiting = two.api.waiters().wait("document:2", std::chrono::seconds(60));
+    two.peers.look();
+    ASSERT_TRUE(waiting->response().has_value());
+    EXPECT_EQ(waiting->response()->status, 409);
+    EXPECT_EQ(two.store.findId("document:2")->state, DocumentState::Unknown);
+    EXPECT_TRUE(two.store.findId("document:2")->isToBeAsked());
     // What waits is accepted, and can go elsewhere.
     two.store.accept({"document:3", "sell", R"({"a":1})", "till1"});
     EXPECT_EQ(two.ask("POST", "/v1/documents/document:3/move", R"({"register":"till2"})").status, 200);
@@ -206,6 +237,47 @@ TEST_F(PeersTest, RegisterOfADeadServiceIsUnreachableAndWhatItBegunAPersonsCase)
     EXPECT_EQ(two.view("till1").value("state"), "ready");
     one.reset();
     EXPECT_TRUE(becomes([&] { return two.view("till1").value("state") == "unreachable"; })) << "at once";
+}
+
+TEST_F(PeersTest, OrderIsFollowedInTimeByWhoeverHasTheRegisterOrByNobody)
+{
+    Desk one("till1");
+    FakeTill next({"till1", receipt::Protocol::Hex, QTimeZone::utc(), 120, true});
+    next.isOwner = false;
+    Desk two("till2", &next);
+    Desk three("till3");
+    const QByteArray pause = "/v1/registers/till1/pause";
+    // Whoever is told to work it has just lost it.
+    one.till.isOwner = false;
+    const Served first = three.ask("POST", pause, R"({"by":"anna"})");
+    ASSERT_TRUE(first.pending);
+    EXPECT_EQ(three.ask("POST", "/v1/registers/till1/resume", R"({"by":"anna"})").status, 202);
+    one.peers.look();
+    two.peers.look();
+    EXPECT_EQ(one.till.told + next.told, QStringList());
+    next.isOwner = true;
+    two.peers.look();
+    EXPECT_EQ(next.told, (QStringList{"pause by anna", "resume by anna"}));
+    // Nobody has it for long, and then nobody expects that any more.
+    next.isOwner = false;
+    next.told.clear();
+    EXPECT_TRUE(three.ask("POST", pause, R"({"by":"boris"})").pending);
+    makeOrdersOld();
+    EXPECT_EQ(three.ask("POST", "/v1/registers/till1/accept", R"({"note":"seen"})").status, 202);
+    EXPECT_EQ(first.later().status, 0);
+    three.peers.look();
+    EXPECT_EQ(first.later().status, 503) << first.later().all();
+    next.isOwner = true;
+    two.peers.look();
+    EXPECT_EQ(next.told, QStringList());
+    // Also before whoever has asked looks.
+    three.ask("POST", pause, R"({"by":"clara"})");
+    makeOrdersOld();
+    two.peers.look();
+    EXPECT_EQ(next.told, QStringList());
+    EXPECT_EQ(sql("SELECT count(*) FROM frspf.orders").toInt(), 1);
+    three.peers.look();
+    EXPECT_EQ(sql("SELECT count(*) FROM frspf.orders").toInt(), 0);
 }
 
 TEST_F(PeersTest, RegisterOfTwoServicesIsShownAsItsOwnerTells)
@@ -229,6 +301,24 @@ TEST_F(PeersTest, RegisterOfTwoServicesIsShownAsItsOwnerTells)
     ASSERT_TRUE(becomes([&] { return one.view("till1").value("state") == "making"; }));
     EXPECT_EQ(one.view("till1").value("service"), "till2:8403");
     EXPECT_EQ(two.ask("POST", "/v1/registers/till1/resume", "{}").status, 200);
+    // The one is gone, and the other one waits for a person to say that the register was moved.
+    one.accept("document:1");
+    one.store.begin("document:1", {{{"drive", "9999"}, {"lastDocument", 7}}});
+    one.api.documentChanged("document:1");
+    const QByteArray word = R"({"state":"notIssued","note":"not on the tape"})";
+    EXPECT_EQ(two.ask("POST", "/v1/documents/document:1/resolve", word).status, 409);
+    spare.isOwner = false;
+    spare.waiting = "otherMachine";
+    one.till.isOwner = true;
+    one.api.registerChanged("till1");
+    one.peers.look();
+    ASSERT_TRUE(becomes([&] { return two.view("till1").value("service") == "till1:8403"; }));
+    EXPECT_EQ(two.ask("POST", "/v1/documents/document:1/resolve", word).status, 409);
+    sql("UPDATE frspf.services SET seen = seen - interval '1 minute' WHERE name = 'till1:8403' RETURNING 1");
+    two.peers.look();
+    EXPECT_EQ(two.view("till1").value("waiting"), "otherMachine");
+    EXPECT_EQ(two.ask("GET", "/v1/documents/document:1").text("waiting"), "unreachable");
+    EXPECT_EQ(two.ask("POST", "/v1/documents/document:1/resolve", word).status, 200);
 }
 
 } // namespace

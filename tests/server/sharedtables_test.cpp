@@ -14,6 +14,10 @@
 
 #include <gtest/gtest.h>
 
+#include <latch>
+#include <thread>
+#include <vector>
+
 using namespace frserver;
 
 namespace {
@@ -62,6 +66,27 @@ TEST(SharedTables, OneServiceTellsEachEndOnceAndAllKnowTheOwners)
     Owners(place, 1000).claim("document:1", "shop");
     EXPECT_EQ(Owners(place, 1000).ownerOf("document:1"), "shop");
     EXPECT_FALSE(Owners(place, 1000).ownerOf("document:2"));
+}
+
+TEST(SharedTables, ServicesMayBeginAtOnce)
+{
+    sale::PostgresServer::instance().clear();
+    const QString place = sale::PostgresServer::instance().address();
+    std::latch start(4);
+    std::vector<std::thread> services;
+    for (int service = 0; service < 4; ++service) {
+        services.emplace_back([&] {
+            Outbox outbox(place, 5000);
+            start.arrive_and_wait();
+            try {
+                outbox.open();
+            } catch (const sale::JournalError& error) {
+                ADD_FAILURE() << error.what();
+            }
+        });
+    }
+    for (std::thread& service : services)
+        service.join();
 }
 
 TEST(SharedTables, WhatIsKeptOfARegisterIsItsOwners)

@@ -144,8 +144,9 @@ class Update(Keeping):
         for number in range(4):
             self.assertEqual("issued", self.service.post(SALE, id=f"sale:{number:04}")["state"])
         self.assertEqual(4, len(self.register.receipts()))
+        self.assertEqual(0, self.service.stop())
         told = iter(lambda: self.notices.get(timeout=PATIENCE).split(b"\n")[0], None)
-        for notice in (b"READY=1", b"WATCHDOG=1", b"RELOADING=1", b"READY=1", b"WATCHDOG=1"):
+        for notice in (b"READY=1", b"WATCHDOG=1", b"RELOADING=1", b"READY=1", b"WATCHDOG=1", b"STOPPING=1"):
             self.assertEqual(notice, next(one for one in told if one != b"WATCHDOG=1" or notice == one))
 
     def test_upgrade_to_what_does_not_start(self):
@@ -172,6 +173,7 @@ class Update(Keeping):
             self.assertIn("tries", upgrade.stderr.readline())
             self.assert_issued(self.service.post(SALE, id="sale:0001"))
             self.service.stop()
+            self.assertEqual(0, self.service.process.returncode)
             _, said = upgrade.communicate(timeout=10)  # half of what it would wait for another start
         self.assertEqual(1, upgrade.returncode)
         self.assertIn("ends, as it was told to", said)
@@ -201,7 +203,7 @@ class Moving(Keeping):
         refused = self.service.post(SALE, id="sale:0003", wait=0)
         self.assertGreaterEqual(refused.status, 500, refused)
         self.assertEqual(202, self.service.post(SALE, id="sale:0002", wait=0).status)
-        self.service.stop()
+        self.assertEqual(0, self.service.stop(signal.SIGINT))
         self.assert_does_not_start("has moved to another machine", 1)
         self.service.edit("journal.sqlite", "new.sqlite")
         self.command("import", str(exported))

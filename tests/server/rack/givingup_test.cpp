@@ -91,14 +91,41 @@ TEST_F(AgentTest, GivesUpWhatTheRegisterCanNeverBeAskedAbout)
             pass(60'000);
         }
     };
-    // A line may be gone for a night.
+    // It may be switched off and on, and no longer.
+    fail("line", 4);
+    EXPECT_EQ(stateOf("sale:0001"), DocumentState::Running);
+    fail("line", 1);
+    EXPECT_EQ(stateOf("sale:0001"), DocumentState::Unknown);
+    // It is asked about it still, as often as it may need, and not for ever.
     fail("line", 20);
     fail("other", 9);
-    EXPECT_EQ(stateOf("sale:0001"), DocumentState::Running);
-    fail("internal", 1);
+    EXPECT_TRUE(store.findId("sale:0001")->isToBeAsked());
+    worker->die();
+    EXPECT_FALSE(store.findId("sale:0001")->isToBeAsked());
     EXPECT_EQ(stateOf("sale:0001"), DocumentState::Unknown);
-    open();
+    pass(60'000);
+    reach();
     EXPECT_EQ(worker->at(), "make sale:0002");
+}
+
+TEST_F(AgentTest, GivesUpWhatAPausedRegisterIsNotAskedAboutAndNoPersonsWord)
+{
+    startWith({"sale:0001"});
+    begin("sale:0001");
+    worker->answer({{"state", "running"}});
+    agent->pause("Петров");
+    worker->fail("line");
+    worker->answer({});
+    ASSERT_EQ(text("state"), "paused");
+    pass(299'000);
+    EXPECT_EQ(stateOf("sale:0001"), DocumentState::Running);
+    changed.clear();
+    pass(1'000);
+    EXPECT_EQ(changed, QStringList{"sale:0001"});
+    EXPECT_EQ(stateOf("sale:0001"), DocumentState::Unknown);
+    store.settle("sale:0001", 1, {.state = DocumentState::NotIssued, .by = "Anna"});
+    pass(1'000'000);
+    EXPECT_EQ(stateOf("sale:0001"), DocumentState::NotIssued);
 }
 
 TEST_F(AgentTest, CountsNoDeathAgainstWhatWasGivenToAWorkerThatHadEnded)

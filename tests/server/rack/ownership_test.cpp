@@ -26,8 +26,11 @@ TEST_F(OwnedTest, StandsByUntilTheRegisterIsItsOwn)
     hand->epoch = 0;
     makeAgent();
     agent->start();
+    queue("sale:0000");
+    begin("sale:0000");
     queue("sale:0001");
     pass(1'000'000);
+    EXPECT_EQ(stateOf("sale:0000"), DocumentState::Running) << "whoever has it knows better";
     EXPECT_EQ(worker->starts, 0);
     EXPECT_EQ(text("state"), "standby");
     EXPECT_EQ(agent->view().value("owner").toObject().value("host"), "shop2");
@@ -37,6 +40,8 @@ TEST_F(OwnedTest, StandsByUntilTheRegisterIsItsOwn)
     EXPECT_EQ(changed, QStringList{"sale:0001"});
     hand->epoch = 7;
     agent->look();
+    EXPECT_EQ(stateOf("sale:0000"), DocumentState::Running) << "it is asked first";
+    end("sale:0000", DocumentState::Issued);
     reach();
     EXPECT_EQ(worker->last.value("lease").toObject().value("epoch"), 7);
     issue();

@@ -146,6 +146,34 @@ TEST_F(WorkerTest, WaitsForALineThatIsNotThere)
     EXPECT_EQ(document("sale:0001").state, DocumentState::Issued);
 }
 
+TEST_F(WorkerTest, WhatARegisterWasAtThatIsGoneIsAPersonsCaseUntilItIsBack)
+{
+    settings.protocol = receipt::Protocol::Hex;
+    settings.allowsTestDrive = true;
+    longestUnreached = 0;
+    // The pace of a line, so that there is a middle.
+    startRegister({"--baud", "19200"});
+    const QString port = std::exchange(settings.port, folder.filePath("line"));
+    ASSERT_TRUE(QFile::link(port, settings.port));
+    startRack();
+    queue("shift:001", "openShift");
+    ASSERT_TRUE(untilEnded("shift:001"));
+    queueSale("sale:0001");
+    ASSERT_TRUE(until([&] { return document("sale:0001").state == DocumentState::Running; }));
+    ASSERT_TRUE(QFile::remove(settings.port));
+    const QList<qint64> killed = workers();
+    ASSERT_EQ(killed.size(), 1);
+    kill(static_cast<pid_t>(killed.constFirst()), SIGKILL);
+    ASSERT_TRUE(untilEnded("sale:0001"));
+    EXPECT_EQ(document("sale:0001").state, DocumentState::Unknown);
+    ASSERT_TRUE(untilWaiting("line"));
+    // Nobody asks for it again.
+    ASSERT_TRUE(QFile::link(port, settings.port));
+    ASSERT_TRUE(until([&] { return sale::isFinal(document("sale:0001").state); }));
+    const bool isSold = !emulator->sales().isEmpty();
+    EXPECT_EQ(document("sale:0001").state, isSold ? DocumentState::Issued : DocumentState::NotIssued);
+}
+
 TEST_F(WorkerTest, TellsThatThereIsNoWorker)
 {
     program = folder.filePath("nowhere");

@@ -39,8 +39,8 @@ void WorkerTest::startRack()
         QObject::connect(worker.get(), &Worker::told, [this] { ++told; });
         return worker;
     };
-    rack = std::make_unique<Rack>(
-        QList{settings}, store, createWorker, RegisterAgent::Options{.journal = store.fileName()});
+    rack = std::make_unique<Rack>(QList{settings}, store, createWorker,
+        RegisterAgent::Options{.journal = store.fileName(), .longestUnreached = longestUnreached});
     QObject::connect(rack.get(), &Rack::stopped, [this] { isStopped = true; });
     rack->start();
 }

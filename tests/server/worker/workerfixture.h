@@ -44,6 +44,7 @@ protected:
     frserver::RegisterSettings settings;
     std::unique_ptr<frserver::Rack> rack;
     QString program = QStringLiteral(FRSERVER);
+    qint64 longestUnreached = frserver::RegisterAgent::Options().longestUnreached;
     bool isStopped = false;
     /// Ticks of the line, and answers.
     int told = 0;

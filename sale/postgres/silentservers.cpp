@@ -1,0 +1,31 @@
+#include "postgres/silentservers.h"
+
+#include <QMutexLocker>
+
+namespace sale {
+
+SilentServers& SilentServers::ofProcess()
+{
+    static SilentServers servers;
+    return servers;
+}
+
+void SilentServers::note(const QString& server, qint64 tookMs)
+{
+    // Whoever waits for one that has vanished does so for 2 s at least.
+    constexpr qint64 longMs = 1'500;
+    constexpr qint64 restMs = 10'000;
+    if (tookMs < longMs)
+        return;
+    const QMutexLocker lock(&m_mutex);
+    m_rests.insert(server, QDeadlineTimer(restMs));
+}
+
+bool SilentServers::isResting(const QString& server)
+{
+    const QMutexLocker lock(&m_mutex);
+    const auto rest = m_rests.constFind(server);
+    return rest != m_rests.cend() && !rest->hasExpired();
+}
+
+} // namespace sale
