@@ -124,9 +124,9 @@ void Peers::look()
 /// Whoever works a register gives up itself what it cannot ask about.
 void Peers::giveUpLost()
 {
-    const double longest = std::chrono::duration<double>(sale::longestUnreached).count();
+    const double tooLong = std::chrono::duration<double>(sale::longestUnreached).count();
     for (const auto& [name, till] : m_tills) {
-        if (till->lostFor() < longest || m_api.openDocuments().count(name, sale::DocumentState::Running) == 0)
+        if (till->lostFor() < tooLong || m_api.openDocuments().count(name, sale::DocumentState::Running) == 0)
             continue;
         try {
             for (const QString& id : sale::giveUpPendingSales(m_store, name))
