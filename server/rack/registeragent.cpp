@@ -289,8 +289,7 @@ std::optional<RegisterAgent::Request> RegisterAgent::nextDocument()
 std::optional<RegisterAgent::Request> RegisterAgent::dueZReport()
 {
     // What is tried to find paper again is the report, and no document that would go before it.
-    const bool isPaperAwaited = m_waiting
-        && (m_waiting->reason == QStringLiteral("paper") || m_waiting->reason == QStringLiteral("cover"));
+    const bool isPaperAwaited = m_waiting && isOfPaper(m_waiting->reason);
     const bool isTimeToTry = steady() >= m_zReportDue || isPaperAwaited;
     if (!m_shift.isEndDue(now(), steady()) || !isTimeToTry || !m_settings.hasCashier())
         return std::nullopt;
