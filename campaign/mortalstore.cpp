@@ -44,9 +44,9 @@ sale::StoredDocument MortalStore::refuse(const QString& id, const sale::AttemptN
     return mortal([&] { return m_kept.refuse(id, note); });
 }
 
-QStringList MortalStore::expire(const QDateTime& now)
+QStringList MortalStore::expire()
 {
-    return mortal([&] { return m_kept.expire(now); });
+    return mortal([&] { return m_kept.expire(); });
 }
 
 void MortalStore::note(const QString& id, int attempt, const sale::AttemptNote& note)

@@ -6,6 +6,9 @@
 #include <QString>
 #include <QStringList>
 
+#include <chrono>
+#include <optional>
+
 namespace sale {
 
 /// What a document is accepted with.
@@ -30,6 +33,8 @@ struct DocumentRequest
     QString pool = {};
     /// Nothing of it is printed.
     bool isPaperless = false;
+    /// Instead of startBefore: so long after it is accepted, by the journal's clock.
+    std::optional<std::chrono::milliseconds> startWithin = {};
 };
 
 /// Of a document that is no receipt: the body has its kind as "type" beside the details. An empty id makes

@@ -88,9 +88,9 @@ public:
     virtual StoredDocument move(const QString& id, const QString& registerName) = 0;
     /// A queued one is not issued then, refused, with an attempt that says why and was never under way.
     virtual StoredDocument refuse(const QString& id, const AttemptNote& note) = 0;
-    /// Those that were to be begun before that moment are not issued, expired. Gives their ids. Of very many
+    /// Those that were to be begun before this moment are not issued, expired. Gives their ids. Of very many
     /// a part at a time; none of the others is begun all the same.
-    virtual QStringList expire(const QDateTime& now) = 0;
+    virtual QStringList expire() = 0;
 
     /// Looks at what the query finds, one after the other until that is enough (false), without reading far
     /// more of a long journal than that.

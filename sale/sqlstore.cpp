@@ -28,6 +28,13 @@ bool isTimeOver(const StoredDocument& document, const QDateTime& now)
     return before.isValid() && (before < now || document.queued > now.addSecs(mostSecondsBack));
 }
 
+/// A span begins when the document is accepted: whoever posts it has a clock of its own.
+QString deadlineOf(const DocumentRequest& request, const QString& now)
+{
+    return storedTime(
+        request.startWithin ? timeFromStored(now).addDuration(*request.startWithin) : request.startBefore);
+}
+
 QVariant numberOrNull(quint32 number)
 {
     return number == 0 ? QVariant(QMetaType::fromType<qint64>()) : QVariant(qint64{number});
@@ -79,21 +86,22 @@ void SqlStore::take(const DocumentRequest& request, const Condition& condition)
 
 void SqlStore::insert(const DocumentRequest& request)
 {
-    const QString now = storedNow();
+    const QString moment = now();
     const QString digest = QString::fromLatin1(bodyDigest(request.body));
-    writeId(request.id, digest, now);
+    writeId(request.id, digest, moment);
     m_sql.execute(
         QStringLiteral(
             "INSERT INTO documents (id, register, kind, body, digest, state, accepted, start_before, "
             "queued, return_of, pool, paperless) VALUES (?, ?, ?, ?, ?, 'queued', ?, ?, ?, ?, ?, ?)"),
         {request.id, neverNull(request.registerName), request.kind,
-            neverNull(QString::fromUtf8(request.body)), digest, now, storedTime(request.startBefore), now,
+            neverNull(QString::fromUtf8(request.body)), digest, moment, deadlineOf(request, moment), moment,
             nullIfEmpty(request.returnOf), neverNull(request.pool), request.isPaperless});
     writeGoods(request);
 }
 
 void SqlStore::renew(const StoredDocument& known, const DocumentRequest& request)
 {
+    const QString moment = now();
     const QString digest = QString::fromLatin1(bodyDigest(request.body));
     const QString knownDigest = QString::fromLatin1(known.digest);
     if (digest != knownDigest) {
@@ -109,8 +117,8 @@ void SqlStore::renew(const StoredDocument& known, const DocumentRequest& request
                        "resolved_note = NULL, anonymised = NULL, queued = ?, return_of = ?, "
                        "pool = ?, paperless = ?, claimed = NULL"),
         {neverNull(request.registerName), request.kind, neverNull(QString::fromUtf8(request.body)), digest,
-            storedTime(request.startBefore), storedNow(), nullIfEmpty(request.returnOf),
-            neverNull(request.pool), request.isPaperless});
+            deadlineOf(request, moment), moment, nullIfEmpty(request.returnOf), neverNull(request.pool),
+            request.isPaperless});
     writeGoods(request);
 }
 
@@ -154,9 +162,9 @@ std::optional<int> SqlStore::start(const QString& id, const AttemptStart& start)
     if (known->request.registerName.isEmpty() && !known->request.pool.isEmpty())
         throw wrongOrder(id, QStringLiteral("waits in the pool %1").arg(known->request.pool));
     // One moment: what is kept as its beginning is not behind the time until which it may be begun.
-    const QString now = storedNow();
-    if (isTimeOver(*known, timeFromStored(now))) {
-        end(id, StateReason::Expired);
+    const QString moment = now();
+    if (isTimeOver(*known, timeFromStored(moment))) {
+        end(id, StateReason::Expired, moment);
         return std::nullopt;
     }
     const int attempt = known->attemptCount + 1;
@@ -166,10 +174,10 @@ std::optional<int> SqlStore::start(const QString& id, const AttemptStart& start)
             QStringLiteral("movement"), QStringLiteral("marks")}
             + begun.columns,
         QVariantList{
-            attempt, now, wholeJson(start.markBefore), wholeJson(start.movement), storedJson(start.marks)}
+            attempt, moment, wholeJson(start.markBefore), wholeJson(start.movement), storedJson(start.marks)}
             + begun.values);
     updateBegun(id, attempt, QStringLiteral("state = 'running', begun = ?, drive = ?"),
-        {now, neverNull(driveOf(start))});
+        {moment, neverNull(driveOf(start))});
     return attempt;
 }
 
@@ -233,21 +241,22 @@ void SqlStore::settle(const QString& id, int attempt, const DocumentEnding& endi
 
 void SqlStore::endAttempt(const QString& id, int attempt, const DocumentEnding& ending)
 {
+    const QString moment = now();
     const QVariant number = numberOrNull(ending.documentNumber);
     const bool waits = ending.state == DocumentState::NotIssued && ending.waitsAgain;
     update(id,
         QStringLiteral("state = ?, reason = ?, settled = ?, document = ?, number_read = ?, times = ?, "
                        "resolved_by = ?, resolved_note = ?"),
         {stateName(waits ? DocumentState::Queued : ending.state),
-            neverNull(waits ? QString() : reasonName(ending.reason)),
-            nullIfEmpty(waits ? QString() : storedNow()), number, ending.isNumberRead,
-            ending.state == DocumentState::Issued ? ending.times : 0, ending.by, ending.note});
+            neverNull(waits ? QString() : reasonName(ending.reason)), nullIfEmpty(waits ? QString() : moment),
+            number, ending.isNumberRead, ending.state == DocumentState::Issued ? ending.times : 0, ending.by,
+            ending.note});
     if (!ending.isAsked)
         return;
     updateAttempt(id, attempt,
         QStringLiteral("ended = ?, verdict = ?, document = ?, mark_after = coalesce(?, mark_after), "
                        "register_time = coalesce(?, register_time)"),
-        {storedNow(), stateName(ending.state), number, storedJson(ending.markAfter),
+        {moment, stateName(ending.state), number, storedJson(ending.markAfter),
             nullIfEmpty(ending.registerTime.toString(Qt::ISODate))});
 }
 

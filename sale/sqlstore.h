@@ -26,7 +26,7 @@ public:
     StoredDocument withdraw(const QString& id) override;
     StoredDocument move(const QString& id, const QString& registerName) override;
     StoredDocument refuse(const QString& id, const AttemptNote& note) override;
-    QStringList expire(const QDateTime& now) override;
+    QStringList expire() override;
     QStringList waitingFor(const QStringList& registers) const override;
     void requireRoom() override;
     std::optional<StoredDocument> claim(const PoolClaim& claim) override;
@@ -62,7 +62,7 @@ protected:
 
     // In a transaction of whoever calls them.
     void take(const DocumentRequest& request, const Condition& condition);
-    void end(const QString& id, StateReason reason);
+    void end(const QString& id, StateReason reason, const QString& now);
 
     /// Those of a whole document, for documents().
     QString columns(bool withBodies = true) const;
@@ -104,6 +104,8 @@ protected:
     virtual std::optional<StoredDocument> claimFirst(const PoolClaim& claim);
     /// What is added to a question for rows that are to be changed: those that others change are left out.
     virtual QString lockingWords() const;
+    /// By the one clock that all go by who write it, in the form of storedTime.
+    virtual QString now() const;
     /// The moment so long ago, by the database's clock.
     virtual QString momentAgo(std::chrono::seconds age) const;
 

@@ -1,7 +1,5 @@
 #include "sqlstore.h"
 
-#include "storedtime.h"
-
 namespace sale {
 
 QStringList SqlStore::doubtUnfinished()
@@ -27,15 +25,15 @@ QStringList SqlStore::doubtUnfinished()
 void SqlStore::doubt(const StoredDocument& known)
 {
     const QString& id = known.request.id;
-    const QString now = storedNow();
+    const QString moment = now();
     const QString unknown = stateName(DocumentState::Unknown);
     if (known.state == DocumentState::Queued)
         addEnded(known, DocumentState::Unknown);
     else
-        updateAttempt(id, known.attemptCount, QStringLiteral("ended = ?, verdict = ?"), {now, unknown});
+        updateAttempt(id, known.attemptCount, QStringLiteral("ended = ?, verdict = ?"), {moment, unknown});
     // Without a drive: its counters tell of later documents, too, that are forgotten here, and one of the
     // same sums would be taken for this one.
-    update(id, QStringLiteral("state = ?, drive = '', settled = ?"), {unknown, now});
+    update(id, QStringLiteral("state = ?, drive = '', settled = ?"), {unknown, moment});
 }
 
 } // namespace sale

@@ -38,15 +38,14 @@ StoredDocument SqlStore::ifQueued(const QString& id, const std::function<void(co
     return existing(id);
 }
 
-void SqlStore::end(const QString& id, StateReason reason)
+void SqlStore::end(const QString& id, StateReason reason, const QString& now)
 {
-    update(id, QStringLiteral("state = 'notIssued', reason = ?, settled = ?"),
-        {reasonName(reason), storedNow()});
+    update(id, QStringLiteral("state = 'notIssued', reason = ?, settled = ?"), {reasonName(reason), now});
 }
 
 StoredDocument SqlStore::withdraw(const QString& id)
 {
-    return ifQueued(id, [&](const StoredDocument&) { end(id, StateReason::Deleted); });
+    return ifQueued(id, [&](const StoredDocument&) { end(id, StateReason::Deleted, now()); });
 }
 
 StoredDocument SqlStore::move(const QString& id, const QString& registerName)
@@ -60,7 +59,7 @@ StoredDocument SqlStore::refuse(const QString& id, const AttemptNote& note)
 {
     return ifQueued(id, [&](const StoredDocument& known) {
         addEnded(known, DocumentState::NotIssued, note);
-        end(id, StateReason::Refused);
+        end(id, StateReason::Refused, now());
     });
 }
 
@@ -68,23 +67,24 @@ void SqlStore::addEnded(const StoredDocument& known, DocumentState verdict, cons
 {
     const QString& id = known.request.id;
     const int attempt = known.attemptCount + 1;
-    const QString now = storedNow();
+    const QString moment = now();
     const QString none = QStringLiteral("{}");
     insertInto(QStringLiteral("attempts"), id,
         {QStringLiteral("number"), QStringLiteral("begun"), QStringLiteral("ended"),
             QStringLiteral("mark_before"), QStringLiteral("movement"), QStringLiteral("failure"),
             QStringLiteral("warnings"), QStringLiteral("verdict")},
-        {attempt, now, now, none, none, storedJson(note.failure), storedJson(note.warnings),
+        {attempt, moment, moment, none, none, storedJson(note.failure), storedJson(note.warnings),
             stateName(verdict)});
     // As an attempt that leaves no trace: no drive has anything to tell of it.
     updateBegun(id, attempt, QStringLiteral("drive = ''"), {});
 }
 
-QStringList SqlStore::expire(const QDateTime& now)
+QStringList SqlStore::expire()
 {
-    return changeEach({{overdue + atOnce, {storedTime(now)}},
-                          {ofTheFuture + atOnce, {storedTime(now.addSecs(mostSecondsBack))}}},
-        [this](const QString& id) { end(id, StateReason::Expired); });
+    const QString moment = now();
+    const QString future = storedTime(timeFromStored(moment).addSecs(mostSecondsBack));
+    return changeEach({{overdue + atOnce, {moment}}, {ofTheFuture + atOnce, {future}}},
+        [&](const QString& id) { end(id, StateReason::Expired, moment); });
 }
 
 QStringList SqlStore::changeEach(const QList<Chosen>& those,

@@ -88,6 +88,11 @@ QString SqlStore::lockingWords() const
     return {};
 }
 
+QString SqlStore::now() const
+{
+    return storedNow();
+}
+
 QString SqlStore::momentAgo(std::chrono::seconds age) const
 {
     return QStringLiteral("strftime('%Y-%m-%dT%H:%M:%fZ', 'now', '%1 seconds')").arg(-age.count());
@@ -146,7 +151,7 @@ int SqlStore::anonymise(const QDateTime& before)
             QStringLiteral("UPDATE documents SET body = '', resolved_by = NULL, resolved_note = NULL, "
                            "anonymised = ? WHERE %1")
                 .arg(ended),
-            {storedNow(), storedTime(before)});
+            {now(), storedTime(before)});
     });
     return documents;
 }

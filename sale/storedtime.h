@@ -9,7 +9,7 @@ namespace sale {
 /// Null for an invalid one.
 QString storedTime(const QDateTime& time);
 QDateTime timeFromStored(const QString& text);
-/// By how much the host's clock may be put back before nobody knows any more how long a document has waited.
+/// By how much a clock may be put back before nobody knows any more how long a document has waited.
 constexpr int mostSecondsBack = 60;
 /// The host's clock.
 QString storedNow();

@@ -252,6 +252,11 @@ QString PostgresConnection::moment(const QString& column) const
     return QStringLiteral("to_char(%1, 'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')").arg(column);
 }
 
+QString PostgresConnection::now() const
+{
+    return value(QStringLiteral("SELECT ") + moment(QStringLiteral("clock_timestamp()"))).toString();
+}
+
 void PostgresConnection::rollBack()
 {
     m_isInTransaction = false;

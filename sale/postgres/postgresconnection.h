@@ -33,6 +33,8 @@ public:
     void together(const std::function<void()>& statements) override;
     QString moment(const QString& column) const override;
     bool isShared() const override { return true; }
+    /// The server's clock, in the form of storedTime.
+    QString now() const;
 
     /// What is said on the channel (NOTIFY) is given to the function by the event loop of this thread. What
     /// is said between a loss of the connection and its next use is missed.

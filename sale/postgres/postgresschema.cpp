@@ -175,7 +175,7 @@ void migrate(PostgresConnection& connection)
         connection.execute(
             QStringLiteral("UPDATE version SET number = ?, least = ?, changed = now()"), {version, least});
     });
-    makeMonths(connection, timeFromStored(storedNow()).date());
+    makeMonths(connection, timeFromStored(connection.now()).date());
 }
 
 void require(const PostgresConnection& connection)

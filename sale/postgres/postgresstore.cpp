@@ -107,11 +107,10 @@ void PostgresStore::requireNobodyElse(const PostgresPlace& place)
 void PostgresStore::makeMonths()
 {
     const QDate today = timeFromStored(storedNow()).date();
-    const QDate month(today.year(), today.month(), 1);
-    if (month == m_month)
+    if (today == m_monthsMade)
         return;
-    postgresschema::makeMonths(m_connection, month);
-    m_month = month;
+    postgresschema::makeMonths(m_connection, timeFromStored(now()).date());
+    m_monthsMade = today;
 }
 
 StoredDocument PostgresStore::accept(const DocumentRequest& request, const Condition& condition)
@@ -166,11 +165,15 @@ QString PostgresStore::acceptanceOf(const QString& id) const
         .toString();
 }
 
-SqlKey PostgresStore::keyOf(const QString& id) const
+bool PostgresStore::isHolding() const
 {
     const qint64 transaction = m_connection.transaction();
-    const bool isHeld = transaction != 0 && m_held.transaction == transaction && m_held.id == id;
-    return keyIn(id, isHeld ? m_held.acceptance : acceptanceOf(id));
+    return transaction != 0 && m_held.transaction == transaction;
+}
+
+SqlKey PostgresStore::keyOf(const QString& id) const
+{
+    return keyIn(id, isHolding() && m_held.id == id ? m_held.acceptance : acceptanceOf(id));
 }
 
 SqlKey PostgresStore::keyOf(const StoredDocument& document) const
@@ -180,12 +183,27 @@ SqlKey PostgresStore::keyOf(const StoredDocument& document) const
 
 void PostgresStore::hold(const QString& id)
 {
-    m_held = {id, acceptanceOf(id), m_connection.transaction()};
+    // The time is told along with what is asked anyway.
+    const QString moment = m_connection.moment(QStringLiteral("clock_timestamp()"));
+    m_held = {id, {}, {}, m_connection.transaction()};
+    m_connection.select(QStringLiteral("SELECT %1, (SELECT %2 FROM ids WHERE id = ?)")
+                            .arg(moment, m_connection.moment(QStringLiteral("accepted"))),
+        {id}, [this](const QSqlQuery& row) {
+            m_held.moment = row.value(0).toString();
+            m_held.acceptance = row.value(1).toString();
+        });
     if (m_held.acceptance.isEmpty())
         return;
     const SqlKey key = keyOf(id);
-    m_connection.value(
-        QStringLiteral("SELECT 1 FROM documents WHERE %1 FOR UPDATE").arg(key.condition()), key.values);
+    // Behind the wait for whoever has it.
+    const QString later = m_connection
+                              .value(QStringLiteral("SELECT %1 FROM (SELECT 1 FROM documents WHERE %2 "
+                                                    "FOR UPDATE) AS held")
+                                         .arg(moment, key.condition()),
+                                  key.values)
+                              .toString();
+    if (!later.isEmpty())
+        m_held.moment = later;
 }
 
 void PostgresStore::holdReturns(const QString& saleId)
@@ -293,6 +311,11 @@ std::optional<StoredDocument> PostgresStore::claimFirst(const PoolClaim& claim)
 QString PostgresStore::lockingWords() const
 {
     return QStringLiteral(" FOR UPDATE SKIP LOCKED");
+}
+
+QString PostgresStore::now() const
+{
+    return isHolding() ? m_held.moment : m_connection.now();
 }
 
 QString PostgresStore::momentAgo(std::chrono::seconds age) const

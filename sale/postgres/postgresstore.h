@@ -12,7 +12,8 @@
 namespace sale {
 
 /// The journal in a PostgreSQL database, one for all programs of many machines. Documents change under a
-/// lock of their own, and wait for each other's acceptance only when they return goods of the same sale. That
+/// lock of their own, and wait for each other's acceptance only when they return goods of the same sale. All
+/// times are by the server's clock: that of one machine may be wrong, and the documents are everybody's. That
 /// a register has not issued a document is believed only when nobody is left who might send it still:
 /// otherwise it is unknown.
 class PostgresStore : public SqlStore
@@ -42,6 +43,9 @@ public:
     void backUp(const QString& fileName) override;
     QStringList damages() const override;
 
+protected:
+    QString now() const override;
+
 private:
     SqlKey keyOf(const QString& id) const override;
     SqlKey keyOf(const StoredDocument& document) const override;
@@ -65,6 +69,7 @@ private:
     /// Of the document's last attempt: whoever began it may still be about to send it.
     bool mayBeSent(const StoredDocument& document);
     void makeMonths();
+    bool isHolding() const;
     QString acceptanceOf(const QString& id) const;
 
     PostgresConnection m_connection;
@@ -75,16 +80,17 @@ private:
     std::optional<LeasedRegister> m_programLease;
     /// The drive of that register.
     QString m_programDrive;
-    /// The document that a transaction holds, and when it was accepted.
+    /// The document that a transaction holds since that moment, and when it was accepted.
     struct Held
     {
         QString id;
         QString acceptance;
+        QString moment;
         qint64 transaction = 0;
     };
     Held m_held;
-    /// Tables are there for it and those behind it.
-    QDate m_month;
+    /// The day, as this machine calls it, on which it was seen to that tables are there.
+    QDate m_monthsMade;
 };
 
 } // namespace sale

@@ -71,7 +71,7 @@ public:
         const QJsonValue value = m_json.take(startBeforeName);
         if (value.isUndefined() || value.isNull()) {
             if (m_rules.startBefore > 0)
-                m_document.startBefore = m_rules.now.addSecs(m_rules.startBefore);
+                m_document.startWithin = std::chrono::seconds(m_rules.startBefore);
             return;
         }
         if (value.isDouble())
@@ -141,7 +141,7 @@ private:
         if (seconds < 0.0 || seconds > longest)
             return fail(startBeforeName, QStringLiteral("must be from 0 to 31622400 seconds"),
                 QString::number(seconds));
-        m_document.startBefore = m_rules.now.addMSecs(static_cast<qint64>(seconds * 1000));
+        m_document.startWithin = std::chrono::milliseconds(static_cast<qint64>(seconds * 1000));
     }
 
     QByteArray body() const { return QJsonDocument(m_json).toJson(QJsonDocument::Compact); }

@@ -19,7 +19,6 @@ constexpr int lookMs = 1'000;
 Rack::Rack(const QList<RegisterSettings>& registers, sale::DocumentStore& store,
     const WorkerFactory& createWorker, const RegisterAgent::Options& options)
     : m_store(store)
-    , m_clock(options.clock)
     , m_ownership(options.ownership)
     , m_glance(options.glance)
 {
@@ -93,7 +92,7 @@ void Rack::glance()
 void Rack::expire()
 {
     try {
-        for (const QString& id : m_store.expire(m_clock.now()))
+        for (const QString& id : m_store.expire())
             Q_EMIT documentChanged(id);
     } catch (const sale::JournalError& error) {
         // Nothing of them is begun all the same: that is decided anew where it would be.

@@ -42,7 +42,6 @@ private:
     void finish();
 
     sale::DocumentStore& m_store;
-    const AgentClock m_clock;
     const std::shared_ptr<Ownership> m_ownership;
     const std::shared_ptr<QueueGlance> m_glance;
     std::map<QString, std::unique_ptr<RegisterAgent>> m_agents;

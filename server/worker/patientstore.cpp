@@ -92,9 +92,9 @@ sale::StoredDocument PatientStore::refuse(const QString& id, const sale::Attempt
     return m_store->refuse(id, note);
 }
 
-QStringList PatientStore::expire(const QDateTime& now)
+QStringList PatientStore::expire()
 {
-    return m_store->expire(now);
+    return m_store->expire();
 }
 
 void PatientStore::requireRoom()

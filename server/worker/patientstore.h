@@ -43,7 +43,7 @@ public:
     sale::StoredDocument withdraw(const QString& id) override;
     sale::StoredDocument move(const QString& id, const QString& registerName) override;
     sale::StoredDocument refuse(const QString& id, const sale::AttemptNote& note) override;
-    QStringList expire(const QDateTime& now) override;
+    QStringList expire() override;
     void requireRoom() override;
     bool isMoved() const override;
 

@@ -54,7 +54,7 @@ public:
     {
         return write([&] { return m_kept.refuse(document, note); });
     }
-    QStringList expire(const QDateTime& now) override { return m_kept.expire(now); }
+    QStringList expire() override { return m_kept.expire(); }
 
 private:
     template <typename Work>

@@ -1,6 +1,8 @@
 // What PostgreSQL alone must do as a journal's keeper.
 
+#include "clockedstore.h"
 #include "currenttime.h"
+#include "hostclock.h"
 #include "idconflict.h"
 #include "journalerror.h"
 #include "mockfactory.h"
@@ -150,18 +152,49 @@ TEST_F(Postgres, WhatATransactionHasSeenOfADocumentIsForgottenWithIt)
 {
     PostgresStore store(server.place());
     EXPECT_THROW(store.accept(request("A"), [] { throw std::runtime_error("no"); }), std::runtime_error);
-    const QDateTime now = QDateTime::currentDateTimeUtc();
     DocumentRequest late = request("A");
-    late.startBefore = now.addSecs(-1);
+    late.startBefore = QDateTime::currentDateTimeUtc().addSecs(-1);
     PostgresStore(server.place()).accept(late);
-    EXPECT_EQ(store.expire(now), QStringList{"A"});
+    EXPECT_EQ(store.expire(), QStringList{"A"});
     EXPECT_EQ(store.findId("A")->state, DocumentState::NotIssued);
+}
+
+TEST_F(Postgres, ClockOfOneMachineIsNobodysTime)
+{
+    for (const qint64 wrong : {-70, 130, 70 * 86'400, -400 * 86'400}) {
+        SCOPED_TRACE(wrong);
+        server.clear();
+        const QDateTime now = QDateTime::currentDateTimeUtc();
+        PostgresStore right(server.place());
+        DocumentRequest spanned = request("right");
+        spanned.startWithin = std::chrono::seconds(20);
+        right.accept(spanned);
+        const HostClock host(wrong);
+        PostgresStore store(server.place());
+        spanned.id = "wrong";
+        const StoredDocument accepted = store.accept(spanned);
+        EXPECT_LT(qAbs(now.secsTo(accepted.accepted)), 10);
+        EXPECT_EQ(accepted.accepted.secsTo(accepted.request.startBefore), 20);
+        DocumentRequest dated = request("dated");
+        dated.startBefore = now.addSecs(20);
+        store.accept(dated);
+        dated.id = "past";
+        dated.startBefore = now.addSecs(-1);
+        store.accept(dated);
+        EXPECT_EQ(store.expire(), QStringList{"past"});
+        for (const char* const id : {"right", "wrong", "dated"})
+            EXPECT_EQ(store.begin(id, {}), 1);
+        const StoredDocument begun = store.findId("wrong").value();
+        EXPECT_TRUE(begun.accepted <= begun.begun && begun.begun <= begun.request.startBefore);
+        EXPECT_EQ(store.accept(dated).state, DocumentState::Queued) << "anew";
+        EXPECT_EQ(store.begin("past", {}), std::nullopt);
+    }
 }
 
 TEST_F(Postgres, DocumentStaysInTheMonthOfItsAcceptance)
 {
     GivenTime december("2031-12-31T23:59:59Z");
-    PostgresStore store(server.place());
+    ClockedStore store(server.place());
     store.accept(request("A"));
     GivenTime january("2032-01-01T00:00:01Z");
     store.accept(request("B"));

@@ -1,4 +1,4 @@
-#include "postgres/postgresstore.h"
+#include "clockedstore.h"
 #include "postgresserver.h"
 #include "storefixture.h"
 
@@ -13,7 +13,7 @@ QList<BackEnd> backEnds()
                  if (cleared != folder.path())
                      server.clear();
                  cleared = folder.path();
-                 return std::unique_ptr<DocumentStore>(std::make_unique<PostgresStore>(server.place()));
+                 return std::unique_ptr<DocumentStore>(std::make_unique<ClockedStore>(server.place()));
              }}};
 }
 

@@ -85,7 +85,10 @@ TEST_F(Queue, WhatIsTakenAwayInTheMeantimeIsNotBegun)
             StateReason::Deleted},
         {[](DocumentStore& store) { store.move(queuedId, "till2"); }, DocumentState::Queued,
             StateReason::None},
-        {[](DocumentStore& store) { store.expire(QDateTime::currentDateTime().addSecs(60)); },
+        {[](DocumentStore& store) {
+             const HostClock later(60);
+             store.expire();
+         },
             DocumentState::NotIssued, StateReason::Expired},
         // Another program, on another register, comes first.
         {[](DocumentStore& store) {

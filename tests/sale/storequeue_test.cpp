@@ -12,7 +12,15 @@ using namespace sale;
 
 namespace {
 
-using StoreQueue = StoreFixture;
+class StoreQueue : public StoreFixture
+{
+protected:
+    QStringList expireAt(qint64 secondsAhead)
+    {
+        const HostClock clock(secondsAhead);
+        return store->expire();
+    }
+};
 
 /// What is done with a document that waits, and what comes of it.
 struct QueueVerb
@@ -156,14 +164,19 @@ TEST_P(StoreQueue, WhatIsTooLateExpiresTogether)
         own.startBefore = now.addSecs(seconds);
         store->accept(own);
     }
+    DocumentRequest spanned = request("spanned");
+    spanned.startWithin = std::chrono::seconds(3600);
+    store->accept(spanned);
     store->accept(request("patient"));
     store->begin("begun", {markBefore});
     const QStringList late{"late", "later"};
-    QStringList expired = store->expire(now);
+    QStringList expired = store->expire();
     expired.sort();
     EXPECT_EQ(expired, late);
-    EXPECT_EQ(store->expire(now), QStringList());
-    EXPECT_EQ(store->expire(now.addSecs(90)), QStringList{"soon"});
+    EXPECT_EQ(store->expire(), QStringList());
+    EXPECT_EQ(expireAt(90), QStringList{"soon"});
+    EXPECT_EQ(expireAt(3595), QStringList());
+    EXPECT_EQ(expireAt(3605), QStringList{"spanned"});
     for (const QString& id : late)
         EXPECT_EQ(store->findId(id)->reason, StateReason::Expired);
     EXPECT_EQ(store->findId("begun")->state, DocumentState::Running);
@@ -240,12 +253,12 @@ TEST_P(StoreQueue, WhatWaitsForAnUnknownTimeIsOverWhenTheClockIsPutBack)
         store->accept(own);
     }
     store->accept(request("patient"));
-    EXPECT_EQ(store->expire(now.addSecs(-50)), QStringList()) << "a little does no harm";
+    EXPECT_EQ(expireAt(-50), QStringList()) << "a little does no harm";
     {
         const HostClock earlier(-7200);
         EXPECT_EQ(store->begin("begun", {markBefore}), std::nullopt);
     }
-    EXPECT_EQ(store->expire(now.addSecs(-7200)), QStringList{"asked"});
+    EXPECT_EQ(expireAt(-7200), QStringList{"asked"});
     EXPECT_EQ(store->begin("patient", {markBefore}), 1);
 }
 
