@@ -1,6 +1,7 @@
 #include "journalcommands.h"
 
 #include "cashdesk.h"
+#include "documentarchived.h"
 #include "documentrecord.h"
 #include "errors.h"
 #include "frctltr.h"
@@ -56,6 +57,10 @@ sale::StoredDocument documentOf(const Options& options)
 {
     const QString id = options.arguments.at(1);
     const std::optional<sale::StoredDocument> document = options.journal->store().findId(id);
+    if (const std::optional<QDateTime> accepted
+        = document ? std::nullopt : options.journal->store().archived(id))
+        throw HostError(
+            QString::fromUtf8(sale::DocumentArchived(id, *accepted).what()), sale::ErrorKind::Data);
     if (!document)
         throw HostError(tr("the journal has no document %1").arg(id), sale::ErrorKind::Data);
     return *document;

@@ -105,6 +105,8 @@ void ServicePosting::refuse(const ServiceAnswer& answer) const
     m_options.warnings->add(findingsOf(answer, "warnings", Finding::Warning));
     if (const QList<Finding> errors = findingsOf(answer, "errors", Finding::Error); !errors.isEmpty())
         throw CheckError(QStringLiteral("ReceiptError"), errors);
+    if (answer.text("type") == QStringLiteral("archived"))
+        throw UsageError(QStringLiteral("--id: ") + answer.fault);
     if (answer.status == 422)
         throw UsageError(QStringLiteral("--id: ")
             + tr("%1 (the first one is of %2)").arg(answer.fault, answer.text("accepted")));

@@ -38,11 +38,14 @@ public:
     /// Takes a document in, and gives what is known of it. An id belongs to one document for ever: one that
     /// is not issued is queued anew, with the body given; any other is given back as it stands. Throws
     /// IdConflict when the body, or the sale whose goods come back, is another one than that of a document
-    /// that is queued, begun, issued or unknown, or when the document was archived. The condition is asked of
-    /// a document that is to be queued: what it finds of the returns of the same sale holds still when the
-    /// document is in the journal.
+    /// that is queued, begun, issued or unknown, DocumentArchived for one that was archived. The condition is
+    /// asked of a document that is to be queued: what it finds of the returns of the same sale holds still
+    /// when the document is in the journal.
     virtual StoredDocument accept(const DocumentRequest& request, const Condition& condition) = 0;
     StoredDocument accept(const DocumentRequest& request) { return accept(request, {}); }
+    /// When the document of that id was accepted, which was archived since and is not here any more; nothing
+    /// for any other id.
+    virtual std::optional<QDateTime> archived(const QString& /*id*/) const { return std::nullopt; }
     /// It goes on with another machine, and nothing is written here any more.
     virtual bool isMoved() const { return false; }
     /// Begins the next attempt at a queued document and gives its number. Of several that begin the same one,

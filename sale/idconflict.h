@@ -9,8 +9,7 @@
 
 namespace sale {
 
-/// The id of a document belongs to another one, or to one that was archived: a mistake of the caller, nothing
-/// was sent.
+/// The id of a document belongs to another one: a mistake of the caller, nothing was sent.
 class IdConflict : public std::runtime_error
 {
 public:
@@ -24,6 +23,15 @@ public:
     }
 
     const QDateTime& time() const { return m_time; }
+
+protected:
+    enum class Words {};
+
+    IdConflict(Words, const QString& text, const QDateTime& time)
+        : std::runtime_error(text.toStdString())
+        , m_time(time)
+    {
+    }
 
 private:
     QDateTime m_time;

@@ -1,7 +1,7 @@
 #include "identifiedsale.h"
 
+#include "documentarchived.h"
 #include "documentexpired.h"
-#include "idconflict.h"
 #include "itemsjson.h"
 
 namespace sale {
@@ -69,6 +69,8 @@ IdentifiedSale::IdentifiedSale(DocumentStore& store, const DocumentRequest& requ
     const std::optional<StoredDocument> known = record();
     if (known && known->state != DocumentState::NotIssued && known->digest != bodyDigest(request.body))
         throw IdConflict(id(), known->accepted);
+    if (const std::optional<QDateTime> accepted = known ? std::nullopt : store.archived(id()))
+        throw DocumentArchived(id(), *accepted);
 }
 
 IdentifiedSale::IdentifiedSale(DocumentStore& store, const QString& id, const QByteArray& receipt)

@@ -8,6 +8,10 @@
         <translation>&quot;%1&quot; — имя другого чека, от %2</translation>
     </message>
     <message>
+        <source>&quot;%1&quot; is the id of a document of %2 that was archived: what has become of it stands in the archive</source>
+        <translation>&quot;%1&quot; — имя документа от %2, сданного в архив: что с ним стало, известно там</translation>
+    </message>
+    <message>
         <source>the time of the document %1 is over</source>
         <translation>время документа %1 вышло</translation>
     </message>

@@ -1,6 +1,6 @@
 #include "postgres/postgresstore.h"
 
-#include "idconflict.h"
+#include "documentarchived.h"
 #include "postgres/postgresfault.h"
 #include "postgres/postgresschema.h"
 #include "postgres/workeddrives.h"
@@ -176,6 +176,12 @@ SqlKey PostgresStore::keyOf(const QString& id) const
     return keyIn(id, isHolding() && m_held.id == id ? m_held.acceptance : acceptanceOf(id));
 }
 
+std::optional<QDateTime> PostgresStore::archived(const QString& id) const
+{
+    const QDateTime accepted = timeFromStored(acceptanceOf(id));
+    return accepted.isValid() && !findId(id) ? std::optional(accepted) : std::nullopt;
+}
+
 SqlKey PostgresStore::keyOf(const StoredDocument& document) const
 {
     return keyIn(document.request.id, storedTime(document.accepted));
@@ -266,7 +272,7 @@ void PostgresStore::writeId(const QString& id, const QString& digest, const QStr
 {
     // A month whose documents were taken away keeps its ids.
     if (!m_held.acceptance.isEmpty() && m_held.acceptance != accepted)
-        throw IdConflict(id, timeFromStored(m_held.acceptance));
+        throw DocumentArchived(id, timeFromStored(m_held.acceptance));
     const int written = m_connection.execute(
         QStringLiteral("INSERT INTO ids (id, digest, accepted) VALUES (?, ?, ?) ON CONFLICT (id) "
                        "DO UPDATE SET digest = excluded.digest WHERE ids.accepted = excluded.accepted"),

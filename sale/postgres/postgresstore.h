@@ -37,6 +37,7 @@ public:
     using SqlStore::accept;
     StoredDocument accept(const DocumentRequest& request, const Condition& condition) override;
     std::optional<int> acceptAndBegin(const DocumentRequest& request, const AttemptStart& start) override;
+    std::optional<QDateTime> archived(const QString& id) const override;
     void requireRoom() override;
     QString place() const override { return m_connection.place().shown(); }
     /// Not here: PostgreSQL has its own ways.

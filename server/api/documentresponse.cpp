@@ -2,7 +2,7 @@
 
 #include "api/api.h"
 #include "api/documentview.h"
-#include "http/problem.h"
+#include "documentanswer.h"
 
 namespace frserver {
 
@@ -53,6 +53,18 @@ Response located(const QJsonObject& view, int status)
 }
 
 } // namespace
+
+Problem archivedDocument(int status, const QString& id, const QDateTime& accepted)
+{
+    const QString nothingStored = status == 422 ? QStringLiteral("Nothing was stored. ") : QString();
+    return Problem(status, QStringLiteral("archived"), QStringLiteral("The document was archived"),
+        nothingStored
+            + QStringLiteral(
+                "It was accepted on %1 and is not here any more: what has become of it stands in the archive.")
+                  .arg(accepted.toUTC().date().toString(Qt::ISODate)))
+        .with(QStringLiteral("id"), id)
+        .with(QStringLiteral("accepted"), sale::momentJson(accepted));
+}
 
 Response documentResponse(const Api& api, const sale::StoredDocument& document, bool isReplayed)
 {

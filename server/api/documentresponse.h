@@ -1,5 +1,6 @@
 #pragma once
 
+#include "http/problem.h"
 #include "http/response.h"
 #include "storeddocument.h"
 
@@ -11,6 +12,9 @@ class Api;
 /// it waits or is made, 409 for one that is not issued, or perhaps.
 http::Response documentResponse(
     const Api& api, const sale::StoredDocument& document, bool isReplayed = false);
+
+/// What is said of one that was archived: 410 to whoever asks, 422 to whoever posts its id.
+http::Problem archivedDocument(int status, const QString& id, const QDateTime& accepted);
 
 /// Whether there is more to come of it.
 constexpr bool isPending(sale::DocumentState state)

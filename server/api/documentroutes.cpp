@@ -8,6 +8,7 @@
 #include "api/posteddocument.h"
 #include "api/rights.h"
 #include "documentanswer.h"
+#include "documentarchived.h"
 #include "documentkind.h"
 #include "findingsjson.h"
 #include "http/problem.h"
@@ -96,18 +97,13 @@ void requireOwnSale(const Api& api, const Request& request, const QString& saleI
             QStringLiteral("is no document of this journal")}});
 }
 
-Problem idTaken(
-    const QString& id, const sale::IdConflict& conflict, const std::optional<StoredDocument>& first)
+Problem idTaken(const StoredDocument& first)
 {
-    const Problem problem = first
-        ? Problem(422, QStringLiteral("other-body"), QStringLiteral("The id is that of another document"),
-            QStringLiteral(
-                "Nothing was stored. One id is one document: the first one stands, whatever it is."))
-              .with(QStringLiteral("digest"), QString::fromLatin1(first->digest))
-        : Problem(422, QStringLiteral("archived"), QStringLiteral("The document was archived"),
-            QStringLiteral("Nothing was stored. What has become of it stands in the archive."));
-    return problem.with(QStringLiteral("id"), id)
-        .with(QStringLiteral("accepted"), sale::momentJson(conflict.time()));
+    return Problem(422, QStringLiteral("other-body"), QStringLiteral("The id is that of another document"),
+        QStringLiteral("Nothing was stored. One id is one document: the first one stands, whatever it is."))
+        .with(QStringLiteral("digest"), QString::fromLatin1(first.digest))
+        .with(QStringLiteral("id"), first.request.id)
+        .with(QStringLiteral("accepted"), sale::momentJson(first.accepted));
 }
 
 /// One that is known is not judged anew: what was right when it was accepted is so for ever.
@@ -119,8 +115,10 @@ StoredDocument acceptedDocument(Api& api, const sale::DocumentRequest& document,
                                            : sale::acceptReturn(api.store(), document, requireRight);
     } catch (const sale::ReturnRefused& refused) {
         throw returnRefused(refused.errors());
-    } catch (const sale::IdConflict& conflict) {
-        throw idTaken(document.id, conflict, api.store().findId(document.id));
+    } catch (const sale::DocumentArchived& archived) {
+        throw archivedDocument(422, document.id, archived.time());
+    } catch (const sale::IdConflict&) {
+        throw idTaken(api.store().findId(document.id).value());
     }
 }
 
@@ -144,6 +142,9 @@ Answer take(Api& api, const Request& request, const PostedDocument& posted, Till
     const std::optional<StoredDocument> known = api.store().findId(document.id);
     requireOwn(api, request, known, document.body);
     requireOwnSale(api, request, document.returnOf);
+    // It stays that of whoever has posted it.
+    if (const auto accepted = known ? std::nullopt : api.store().archived(document.id))
+        throw archivedDocument(422, document.id, *accepted);
     const bool isToBeQueued = !known || known->state == DocumentState::NotIssued;
     if (isToBeQueued) {
         posted.requireRight();

@@ -1,6 +1,7 @@
 #include "api/rights.h"
 
 #include "api/api.h"
+#include "api/documentresponse.h"
 #include "api/place.h"
 #include "http/problem.h"
 #include "salereturn.h"
@@ -110,10 +111,20 @@ Pool& poolOf(const Api& api, const http::Request& request)
     return poolNamed(api, request, request.parameter(QStringLiteral("name")));
 }
 
+/// Of which register it was nobody knows any more.
+void requireNotArchived(const Api& api, const http::Request& request, const QString& id)
+{
+    const std::optional<QDateTime> accepted = api.store().archived(id);
+    if (accepted && rights::maySee(api, request, id, {}, {}))
+        throw archivedDocument(410, id, *accepted);
+}
+
 sale::StoredDocument documentOf(const Api& api, const http::Request& request)
 {
     const QString id = request.parameter(QStringLiteral("id"));
     const std::optional<sale::StoredDocument> document = api.store().findId(id);
+    if (!document)
+        requireNotArchived(api, request, id);
     // That there is one is not for everybody.
     if (!document || !rights::maySee(api, request, *document))
         throw http::Problem(404, QStringLiteral("There is no document %1.").arg(id));

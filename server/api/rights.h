@@ -46,7 +46,8 @@ Till& tillNamed(const Api& api, const http::Request& request, const QString& nam
 /// The pool of the path, and by its name. Throw http::Problem (404, 403).
 Pool& poolOf(const Api& api, const http::Request& request);
 Pool& poolNamed(const Api& api, const http::Request& request, const QString& name);
-/// The document of the path. Throws http::Problem (404), also for one that the caller may not see.
+/// The document of the path. Throws http::Problem (404), also for one that the caller may not see, and 410
+/// for one that was archived.
 sale::StoredDocument documentOf(const Api& api, const http::Request& request);
 
 } // namespace frserver

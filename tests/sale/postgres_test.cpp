@@ -2,8 +2,9 @@
 
 #include "clockedstore.h"
 #include "currenttime.h"
+#include "documentarchived.h"
 #include "hostclock.h"
-#include "idconflict.h"
+#include "identifiedsale.h"
 #include "journalerror.h"
 #include "mockfactory.h"
 #include "postgres/passwordfile.h"
@@ -207,7 +208,10 @@ TEST_F(Postgres, DocumentStaysInTheMonthOfItsAcceptance)
     EXPECT_EQ(store.findId("A")->accepted, QDateTime::fromString("2031-12-31T23:59:59Z", Qt::ISODate));
     // A month that was taken away keeps its ids.
     connection().execute("DROP TABLE documents_2031_12, attempts_2031_12");
-    EXPECT_THROW(store.accept(request("A")), IdConflict);
+    EXPECT_THROW(store.accept(request("A")), DocumentArchived);
+    EXPECT_THROW(IdentifiedSale(store, request("A")), DocumentArchived) << "before a register is asked";
+    EXPECT_EQ(store.archived("A").value().date(), QDate(2031, 12, 31));
+    EXPECT_FALSE(store.archived("B") || store.archived("C"));
 }
 
 TEST_F(Postgres, TablesOfOtherReleasesAreTold)

@@ -142,6 +142,16 @@ TEST_F(AccessTest, ShowsASellerItsOwnAlone)
     }
 }
 
+TEST_F(AccessTest, TellsOfWhatWasArchivedWhoeverHadIt)
+{
+    store.archivedIds = {"document:1"};
+    owners.claim("document:1", "seller");
+    EXPECT_EQ(post("document:1", cashIn, {}, "till1", "other").status, 422);
+    for (const auto& [token, told] :
+        {std::pair("seller", 410), {"other", 404}, {"reader", 404}, {"admin", 410}})
+        EXPECT_EQ(status(token, "GET", "/v1/documents/document:1"), told) << token;
+}
+
 TEST_F(AccessTest, TellsASellerOfItsOwnWhateverHasBecomeOfIt)
 {
     // Moved by somebody else to a register that is not the seller's.

@@ -85,6 +85,12 @@ const AskRow askRows[] = {
     {"GET", "/v1/documents/document:1/picture", "", 200},
     {"GET", "/v1/documents/document:2/picture", "", 404, "no-picture"},
     {"GET", "/v1/documents/document:0/picture", "", 404, "no document"},
+    {"GET", "/v1/documents/archived:1", "", 410, "on 2026-03-01"},
+    {"GET", "/v1/documents/archived:1/picture", "", 410, "archived"},
+    {"DELETE", "/v1/documents/archived:1", "", 410, "archived"},
+    {"POST", "/v1/documents/archived:1/move", "{}", 410, "archived"},
+    {"POST", "/v1/documents/archived:1/resolve", "{}", 410, "archived"},
+    {"POST", "/v1/registers/till1/documents", R"({"id":"archived:1","type":"xReport"})", 422, "archived"},
     {"GET", "/v1/me", "", 200,
         R"("name":null,"pools":["shop"],"registers":["till1","till2"],"role":"admin")"},
     {"GET", "/v1/events", "", 200},
@@ -145,6 +151,7 @@ protected:
 
     void fill()
     {
+        store.archivedIds = {"archived:1"};
         const QByteArray documents = "/v1/registers/till1/documents";
         posted("document:1", sale());
         issue("document:1");

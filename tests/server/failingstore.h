@@ -3,7 +3,7 @@
 #include "journalerror.h"
 #include "sqlitestore.h"
 
-/// A journal that may fail.
+/// A journal that may fail, and whose documents may have been archived.
 class FailingStore : public sale::SqliteStore
 {
 public:
@@ -24,6 +24,14 @@ public:
         return SqliteStore::find(query);
     }
 
+    std::optional<QDateTime> archived(const QString& id) const override
+    {
+        return archivedIds.contains(id)
+            ? std::optional(QDateTime::fromString("2026-03-01T12:00:00Z", Qt::ISODate))
+            : std::nullopt;
+    }
+
+    QStringList archivedIds;
     bool isBroken = false;
     mutable int findings = 0;
 };

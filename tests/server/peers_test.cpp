@@ -164,6 +164,7 @@ TEST_F(PeersTest, IdOfADocumentThatWasArchivedIsNotSoldAgain)
     EXPECT_EQ(again.status, 422);
     EXPECT_TRUE(again.text("type").endsWith("archived"));
     EXPECT_FALSE(again.text("accepted").isEmpty());
+    EXPECT_EQ(one.ask("GET", "/v1/documents/document:1").status, 410);
 }
 
 TEST_F(PeersTest, NoRegisterIsDeniedBeforeTheOthersAreKnown)

@@ -10,7 +10,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
 # pylint: disable=wrong-import-position
-from service import receipt  # noqa: E402
+from service import ROOT, receipt  # noqa: E402
 from servicetest import SALE  # noqa: E402
 from sharedstore import SharedStoreTest  # noqa: E402
 
@@ -46,6 +46,14 @@ class Store(SharedStoreTest):
         self.assertIn("kept by PostgreSQL", refused.stderr)
         for text in (migrated.stderr, checked.stdout, refused.stderr, self.frctl("journal", "check").stdout):
             self.assertNotIn("secret", text)
+        # One whose month was archived.
+        self.database.execute("DELETE FROM frspf.documents WHERE id = 'rack:till1:1'")
+        self.assertEqual(410, two.ask("GET", "/v1/documents/rack:till1:1").status)
+        for words in (("journal", "show", "rack:till1:1"),
+                      ("--port", f"service://{one.url.removeprefix('http://')}/till1", "--id", "rack:till1:1", "sell",
+                       str(ROOT / "examples/sale.json"))):
+            gone = self.frctl(*words)
+            self.assertIn("archive", gone.stdout, gone)
 
     def told(self, service):
         """Register by register, what does not change by itself."""
