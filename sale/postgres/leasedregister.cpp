@@ -27,9 +27,14 @@ LeasedRegister LeasedRegister::fromJson(const QString& registerName, const QJson
     return {registerName, json.value(ownerMember).toString(), json.value(epochMember).toInteger()};
 }
 
+QString driveNumber(const QString& told)
+{
+    return told.trimmed();
+}
+
 void requireOwner(PostgresConnection& connection, const LeasedRegister& lease, const QString& drive)
 {
-    const QString number = drive.trimmed();
+    const QString number = driveNumber(drive);
     QVariantList values{lease.registerName, lease.owner, lease.epoch};
     if (!number.isEmpty())
         values.append(number);

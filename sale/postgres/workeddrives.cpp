@@ -17,12 +17,6 @@ const QString programPrefix = QStringLiteral("program ");
 /// Longer than a document takes; nobody waits longer for a program that was killed on another machine.
 const QString programTerm = QStringLiteral("interval '5 minutes'");
 
-/// Blanks may stand around the number, and alone where there is none.
-QString numberOf(const QString& drive)
-{
-    return drive.trimmed();
-}
-
 } // namespace
 
 bool WorkedDrives::Holder::isAtWork() const
@@ -97,7 +91,7 @@ void WorkedDrives::end(const QString& drive, const Holder& holder)
 
 void WorkedDrives::hold(const QString& drive, const LeasedRegister& lease)
 {
-    const QString number = numberOf(drive);
+    const QString number = driveNumber(drive);
     m_connection.together([&] {
         requireOwner(m_connection, lease);
         // It had another drive before.
@@ -112,7 +106,7 @@ void WorkedDrives::hold(const QString& drive, const LeasedRegister& lease)
 
 std::optional<LeasedRegister> WorkedDrives::holdForProgram(const QString& drive)
 {
-    const QString number = numberOf(drive);
+    const QString number = driveNumber(drive);
     const ProcessIdentity own = ProcessIdentity::own();
     const QString id = QUuid::createUuid().toString(QUuid::WithoutBraces);
     std::optional<LeasedRegister> lease;
@@ -138,7 +132,7 @@ std::optional<LeasedRegister> WorkedDrives::holdForProgram(const QString& drive)
 
 void WorkedDrives::requireFree(const QString& drive, const LeasedRegister& lease) const
 {
-    const QString number = numberOf(drive);
+    const QString number = driveNumber(drive);
     const std::optional<Holder> holder = number.isEmpty() ? std::nullopt : holderOf(number);
     if (holder && holder->registerName != lease.registerName && holder->isAtWork())
         refuse(number, *holder);
