@@ -58,17 +58,18 @@ devices::ConnectionSettings watchedConnection(const Options& options, FirstAnswe
     return settings;
 }
 
-const Options& withPort(const Options& options)
+const Options& withFreePort(const Options& options)
 {
     if (!devices::createSerialDevice(options.port))
         throw UsageError(tr("--port: \"%1\" names no port").arg(options.port));
+    options.journal->requireFreeLine(options.port);
     return options;
 }
 
 } // namespace
 
 RegisterSession::RegisterSession(const Options& options)
-    : m_options(withPort(options))
+    : m_options(withFreePort(options))
     , m_trace(lineTraceOf(options))
     , m_firstAnswer(options.isHex(), m_trace.get())
     , m_connection(watchedConnection(options, m_firstAnswer))

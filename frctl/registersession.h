@@ -21,7 +21,7 @@ class RegisterSession
 {
 public:
     /// Throws UsageError for a port that is none and a trace that cannot be written,
-    /// devices::ConnectionError, the driver's exceptions.
+    /// devices::ConnectionError, the driver's exceptions, sale::RegisterTaken before the port is opened.
     explicit RegisterSession(const Options& options);
     ~RegisterSession();
     RegisterSession(const RegisterSession&) = delete;

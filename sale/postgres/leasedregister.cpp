@@ -11,9 +11,9 @@ namespace {
 
 const QString ownerMember = QStringLiteral("owner");
 const QString epochMember = QStringLiteral("epoch");
-const QString holdsDrive
-    = QStringLiteral(" AND EXISTS (SELECT 1 FROM drives WHERE drive = ? "
-                     "AND drives.register = leases.register AND drives.epoch = leases.epoch)");
+const QString holdsDrive = QStringLiteral(
+    " AND EXISTS (SELECT 1 FROM drives WHERE drive = ? "
+    "AND drives.register = leases.register AND drives.epoch = leases.epoch AND NOT drives.lost)");
 
 } // namespace
 
