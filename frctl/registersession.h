@@ -42,7 +42,8 @@ public:
 
 private:
     void reach(const Task& task);
-    void startWithoutDocument();
+    /// Without the journal when that cannot be read, unless it says that the register is another one's.
+    void reachWithoutDocument(bool withInit);
 
     const Options m_options;
     const std::unique_ptr<LineTrace> m_trace;

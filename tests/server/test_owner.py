@@ -80,15 +80,15 @@ class OwnerTest(SharedStoreTest):
         """The service and all that it has started."""
         os.killpg(self.one.process.pid, which)
 
-    def report_there(self, line):
-        """By frctl, on the second machine."""
+    def frctl_there(self, line, *command):
+        """On the second machine."""
         return subprocess.run(
             [*self.two.through, os.environ["FRCTL"], "--json", "--plugin", os.environ["FRSPF_PLUGIN"], "--port", line, "--protocol",
-             "HEX", "--cashier", CASHIER, "x-report"],
+             "HEX", *command],
             env={**os.environ, "FRSPF_JOURNAL": self.database.url}, capture_output=True, text=True, check=False, timeout=PATIENCE)
 
-    def assert_busy_there(self, line):
-        refused = self.report_there(line)
+    def assert_busy_there(self, line, *command):
+        refused = self.frctl_there(line, *(command or ("--cashier", CASHIER, "x-report")))
         self.assertEqual((1, "busy"), (refused.returncode, json.loads(refused.stdout)["error"]["kind"]), refused)
         self.assertIn("as till1", refused.stderr)
 
@@ -222,8 +222,9 @@ class BesideAService(OwnerTest):
         self.assert_issued(self.one.post(SALE, id="rack:till1:1"))
         self.assertEqual(1, self.till(self.one)["connections"], "the line was not touched")
         # By an address that nobody knows it takes the line away, and gets the register all the same not.
-        for _ in range(3):
-            self.assert_busy_there(self.register.line)
+        for command in (("--cashier", CASHIER, "x-report"), ("journal", "settle"), ("cancel",), ("status",)):
+            with self.subTest(command=command):
+                self.assert_busy_there(self.register.line, *command)
         self.assert_issued(self.one.post(SALE, id="rack:till1:2"))
         self.register.stop()
         self.one.post({"type": "xReport"}, id="rack:till1:3", wait=0)
@@ -232,7 +233,7 @@ class BesideAService(OwnerTest):
         self.add_register("till1", "--tcp", self.register.line.rpartition(":")[2])
         self.assert_busy_there(self.register.line)
         self.assertEqual(200, self.one.ask("POST", "/v1/registers/till1/pause", {}, Prefer="wait=30").status)
-        paused = self.report_there(self.told)
+        paused = self.frctl_there(self.told, "--cashier", CASHIER, "x-report")
         self.assertEqual(0, paused.returncode, paused)
 
 
