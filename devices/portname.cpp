@@ -1,6 +1,7 @@
 #include "portname.h"
 
 #include <QFileInfo>
+#include <QHostAddress>
 #include <QRegularExpression>
 
 namespace devices {
@@ -23,6 +24,18 @@ std::optional<TcpAddress> tcpAddressOf(const QString& name)
     if (!match.hasMatch() || port < 1 || port > 0xFFFF)
         return std::nullopt;
     return TcpAddress{match.captured(1) + match.captured(2), static_cast<quint16>(port)};
+}
+
+QString networkAddress(const QString& name)
+{
+    const std::optional<TcpAddress> address = tcpAddressOf(name);
+    if (!address)
+        return {};
+    const QString host = address->host.toLower();
+    const QHostAddress ip(host);
+    const bool isOwn = host == QStringLiteral("localhost") || ip.isLoopback() || ip == QHostAddress::AnyIPv4
+        || ip == QHostAddress::AnyIPv6;
+    return isOwn ? QString() : QStringLiteral("%1:%2").arg(host).arg(address->port);
 }
 
 QString devicePath(const QString& name)

@@ -3,7 +3,9 @@
 #include "journalerror.h"
 #include "journalplace.h"
 #include "machinestore.h"
+#include "portname.h"
 #include "postgres/openstore.h"
+#include "registertaken.h"
 #include "sqlitestore.h"
 
 #include <QFile>
@@ -27,6 +29,21 @@ void JournalAccess::requirePlace() const
 {
     if (!sale::isShared(place()))
         sale::requireJournalPlace(place());
+}
+
+void JournalAccess::requireFreeLine(const QString& port)
+{
+    const QString address = devices::networkAddress(port);
+    if (address.isEmpty())
+        return;
+    try {
+        if (sale::isShared(place()))
+            store().requireFreeLine(address);
+    } catch (const sale::RegisterTaken&) {
+        throw;
+    } catch (const sale::JournalError&) {
+        // Whatever wants the journal says so.
+    }
 }
 
 sale::SqlStore& JournalAccess::store()

@@ -26,6 +26,10 @@ public:
     bool exists() const;
     /// Throws JournalError where one that is not there could not be made.
     void requirePlace() const;
+    /// To be called before the port is opened. Throws sale::RegisterTaken when another machine of those that
+    /// share the journal works the register there. Without a journal that can be read nothing is known of
+    /// that.
+    void requireFreeLine(const QString& port);
     /// It could not be opened in this run.
     bool isLost() const { return !m_fault.isEmpty(); }
 

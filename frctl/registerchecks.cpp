@@ -17,6 +17,7 @@
 #include "registerconnection.h"
 #include "registerprobe.h"
 #include "registerstart.h"
+#include "registertaken.h"
 #include "shiftopening.h"
 #include "wrongregister.h"
 
@@ -174,6 +175,7 @@ QList<HealthCheck> registerChecks(const Options& options)
     if (const QList<devices::PortHolder> holders = devices::portHolders(options.port); !holders.isEmpty())
         return failed(untold("register", tr("not asked, %1 works it").arg(holdersText(holders))));
     try {
+        options.journal->requireFreeLine(options.port);
         // A silent register need not be waited for as long as one that has answered.
         const Probe first = probe(options, options.port, options.protocol, trace.get());
         if (!first.isAsked)
@@ -183,6 +185,8 @@ QList<HealthCheck> registerChecks(const Options& options)
         if (!first.found)
             return failed(unanswered(options, first.failure, trace.get()));
         return askRegister(options, trace.get());
+    } catch (const sale::RegisterTaken& error) {
+        return failed(untold("register", QString::fromUtf8(error.what())));
     } catch (const sale::WrongRegister& error) {
         return failed(wrong("register", QString::fromUtf8(error.what()),
             tr("see which cable is in which port; frctl detect tells who is where")));

@@ -58,17 +58,18 @@ devices::ConnectionSettings watchedConnection(const Options& options, FirstAnswe
     return settings;
 }
 
-const Options& withPort(const Options& options)
+const Options& withFreePort(const Options& options)
 {
     if (!devices::createSerialDevice(options.port))
         throw UsageError(tr("--port: \"%1\" names no port").arg(options.port));
+    options.journal->requireFreeLine(options.port);
     return options;
 }
 
 } // namespace
 
 RegisterSession::RegisterSession(const Options& options)
-    : m_options(withPort(options))
+    : m_options(withFreePort(options))
     , m_trace(lineTraceOf(options))
     , m_firstAnswer(options.isHex(), m_trace.get())
     , m_connection(watchedConnection(options, m_firstAnswer))
@@ -107,20 +108,22 @@ void RegisterSession::reach(const Task& task)
     if (task.onDesk) {
         m_desk.emplace(driver(), m_options.journal->store(), m_options.desk());
         m_settledSales = m_desk->open();
-    } else if (task.withInit) {
-        startWithoutDocument();
     } else {
-        sale::connectRegister(driver(), m_options.line());
+        reachWithoutDocument(task.withInit);
     }
 }
 
-void RegisterSession::startWithoutDocument()
+void RegisterSession::reachWithoutDocument(bool withInit)
 {
-    const auto start = [this](sale::DocumentStore* journal) {
-        return sale::startRegister(driver(), journal, m_options.line(), m_options.registerName());
+    const auto start = [this, withInit](sale::DocumentStore* journal) {
+        const QString name = m_options.registerName();
+        if (withInit)
+            m_settledSales = sale::startRegister(driver(), journal, m_options.line(), name);
+        else
+            sale::meetRegister(driver(), journal, m_options.line(), name);
     };
     try {
-        m_settledSales = start(m_options.journal->exists() ? &m_options.journal->store() : nullptr);
+        start(m_options.journal->exists() ? &m_options.journal->store() : nullptr);
     } catch (const sale::RegisterTaken&) {
         throw;
     } catch (const sale::JournalError& error) {

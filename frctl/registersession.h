@@ -21,7 +21,7 @@ class RegisterSession
 {
 public:
     /// Throws UsageError for a port that is none and a trace that cannot be written,
-    /// devices::ConnectionError, the driver's exceptions.
+    /// devices::ConnectionError, the driver's exceptions, sale::RegisterTaken before the port is opened.
     explicit RegisterSession(const Options& options);
     ~RegisterSession();
     RegisterSession(const RegisterSession&) = delete;
@@ -42,7 +42,8 @@ public:
 
 private:
     void reach(const Task& task);
-    void startWithoutDocument();
+    /// Without the journal when that cannot be read, unless it says that the register is another one's.
+    void reachWithoutDocument(bool withInit);
 
     const Options m_options;
     const std::unique_ptr<LineTrace> m_trace;

@@ -30,6 +30,10 @@ public:
     /// What must hold at the moment of acceptance; what it throws leaves the journal as it was.
     using Condition = std::function<void()>;
 
+    /// For a program that works registers now and then, before it opens the line to one at that address in
+    /// the network (devices::networkAddress), which may take the line from whoever has it. Throws
+    /// RegisterTaken when another machine is at work there.
+    virtual void requireFreeLine(const QString& /*address*/) { }
     /// To be called when the register is reached, before it is asked about documents or started. Where others
     /// may work it, from another machine or under another name, the function asks it for its fiscal drive,
     /// and they are kept from it as long as this is there. Throws RegisterTaken when one is at work on it.

@@ -59,15 +59,21 @@ void compareRegister(const ExpectedRegister& told, const RegisterLine& line)
         line, [&told] { return told.serial; }, [&told] { return told.inn; });
 }
 
-QList<SettledSale> startRegister(
+void meetRegister(
     AbstractFrDriver& driver, DocumentStore* journal, const RegisterLine& line, const QString& registerName)
 {
     connectRegister(driver, line);
-    QList<SettledSale> settled;
-    if (journal != nullptr) {
+    if (journal != nullptr)
         journal->meetRegister(registerName, [&driver] { return driveOf(driver); });
+}
+
+QList<SettledSale> startRegister(
+    AbstractFrDriver& driver, DocumentStore* journal, const RegisterLine& line, const QString& registerName)
+{
+    meetRegister(driver, journal, line, registerName);
+    QList<SettledSale> settled;
+    if (journal != nullptr)
         settled = settlePendingSales(driver, *journal, line, registerName);
-    }
     driver.init();
     return settled;
 }

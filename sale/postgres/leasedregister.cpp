@@ -11,9 +11,9 @@ namespace {
 
 const QString ownerMember = QStringLiteral("owner");
 const QString epochMember = QStringLiteral("epoch");
-const QString holdsDrive
-    = QStringLiteral(" AND EXISTS (SELECT 1 FROM drives WHERE drive = ? "
-                     "AND drives.register = leases.register AND drives.epoch = leases.epoch)");
+const QString holdsDrive = QStringLiteral(
+    " AND EXISTS (SELECT 1 FROM drives WHERE drive = ? "
+    "AND drives.register = leases.register AND drives.epoch = leases.epoch AND NOT drives.lost)");
 
 } // namespace
 
@@ -27,9 +27,14 @@ LeasedRegister LeasedRegister::fromJson(const QString& registerName, const QJson
     return {registerName, json.value(ownerMember).toString(), json.value(epochMember).toInteger()};
 }
 
+QString driveNumber(const QString& told)
+{
+    return told.trimmed();
+}
+
 void requireOwner(PostgresConnection& connection, const LeasedRegister& lease, const QString& drive)
 {
-    const QString number = drive.trimmed();
+    const QString number = driveNumber(drive);
     QVariantList values{lease.registerName, lease.owner, lease.epoch};
     if (!number.isEmpty())
         values.append(number);

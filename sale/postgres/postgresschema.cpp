@@ -79,8 +79,10 @@ constexpr const char* firstRelease[] = {
     // When it was ended from outside, where what it had sent may come to the register later still.
     "killed timestamptz, "
     "PRIMARY KEY (register, machine, space, process, started))",
-    // By which lease the register with that fiscal drive is worked, whatever it is called.
-    "CREATE TABLE drives (drive text PRIMARY KEY, register text NOT NULL, epoch bigint NOT NULL)",
+    // By which lease the register with that fiscal drive is worked, whatever it is called, and where in the
+    // network it is reached for that.
+    "CREATE TABLE drives (drive text PRIMARY KEY, register text NOT NULL, epoch bigint NOT NULL, "
+    "address text NOT NULL DEFAULT '', lost boolean NOT NULL DEFAULT false)",
     "CREATE TABLE frserver_registers (register text PRIMARY KEY, kept text NOT NULL)",
     "CREATE TABLE frserver_owners (id text COLLATE \"C\" PRIMARY KEY, owner text NOT NULL)",
     "CREATE TABLE frserver_outbox (number bigserial PRIMARY KEY, document text NOT NULL, body text NOT NULL, "

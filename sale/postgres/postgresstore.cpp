@@ -68,11 +68,17 @@ void PostgresStore::holdForProgram(const QString& drive)
     if (drive.isEmpty() || drive == m_programDrive)
         return;
     WorkedDrives drives(m_connection);
-    const std::optional<LeasedRegister> lease = drives.holdForProgram(drive);
+    const std::optional<LeasedRegister> lease = drives.holdForProgram(drive, m_programAddress);
     if (m_programLease)
         drives.leaveForProgram(*m_programLease);
     m_programLease = lease;
     m_programDrive = drive;
+}
+
+void PostgresStore::requireFreeLine(const QString& address)
+{
+    WorkedDrives(m_connection).requireFreeAddress(address);
+    m_programAddress = address;
 }
 
 void PostgresStore::meetRegister(const QString& registerName, const std::function<QString()>& drive)

@@ -33,6 +33,7 @@ public:
     /// That of the register whose lease it writes by.
     RegisterFence fence();
 
+    void requireFreeLine(const QString& address) override;
     void meetRegister(const QString& registerName, const std::function<QString()>& drive) override;
     using SqlStore::accept;
     StoredDocument accept(const DocumentRequest& request, const Condition& condition) override;
@@ -79,8 +80,9 @@ private:
     QString m_joined;
     /// Its own, for the register that it is at; without one this process has it already.
     std::optional<LeasedRegister> m_programLease;
-    /// The drive of that register.
+    /// The drive of that register, and where it is.
     QString m_programDrive;
+    QString m_programAddress;
     /// The document that a transaction holds since that moment, and when it was accepted.
     struct Held
     {

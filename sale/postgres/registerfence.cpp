@@ -64,9 +64,9 @@ bool RegisterFence::enter(const std::function<void()>& whileWaiting, bool doesLi
     });
 }
 
-void RegisterFence::takeDrive(const QString& drive)
+void RegisterFence::takeDrive(const QString& drive, const QString& address)
 {
-    WorkedDrives(m_connection).hold(drive, m_lease);
+    WorkedDrives(m_connection).hold(drive, m_lease, address);
 }
 
 void RegisterFence::requireFree(const QString& drive) const
@@ -82,6 +82,12 @@ void RegisterFence::hasLineAlone()
 void RegisterFence::leave()
 {
     WorkedDrives(m_connection).leave(m_lease);
+    WorkerTable(m_connection).remove(m_lease.registerName, ProcessIdentity::own());
+}
+
+void RegisterFence::loseLine()
+{
+    WorkedDrives(m_connection).lose(m_lease);
     WorkerTable(m_connection).remove(m_lease.registerName, ProcessIdentity::own());
 }
 

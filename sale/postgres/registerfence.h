@@ -23,14 +23,16 @@ public:
     /// line does not end with its process, what one that was killed had sent may still come.
     bool enter(const std::function<void()>& whileWaiting, bool doesLineEnd = true);
     /// The register at the line has that fiscal drive, and is nobody else's from now on, whatever others call
-    /// it. Throws RegisterTaken when one of them is at work on it.
-    void takeDrive(const QString& drive);
+    /// it. Throws RegisterTaken when one of them is at work on it. See WorkedDrives::hold for the address.
+    void takeDrive(const QString& drive, const QString& address = {});
     /// Throws RegisterTaken when somebody else has taken that drive.
     void requireFree(const QString& drive) const;
     /// The register has answered on this line, and answers on no other one any more.
     void hasLineAlone();
     /// The line is closed, and nothing is written to it any more.
     void leave();
+    /// The same of one that has failed: see WorkedDrives::lose.
+    void loseLine();
 
 private:
     PostgresConnection& m_connection;

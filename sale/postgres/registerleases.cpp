@@ -157,6 +157,11 @@ QStringList RegisterLeases::renew()
     return lost;
 }
 
+void RegisterLeases::leaveDrive(const QString& registerName)
+{
+    WorkedDrives(m_connection).leave(lease(registerName));
+}
+
 void RegisterLeases::release(const QString& registerName)
 {
     const qint64 epoch = m_held.take(registerName).epoch;

@@ -59,6 +59,8 @@ public:
     /// All that are this process's, in one statement; a third of the term is a good time for it. Gives those
     /// that it has no more.
     QStringList renew();
+    /// See WorkedDrives::leave.
+    void leaveDrive(const QString& registerName);
     void release(const QString& registerName);
     /// Forgets the workers of this machine that have ended without leave, so that no other machine takes them
     /// for ones that may still send something, and programs that left long ago.

@@ -17,46 +17,46 @@ const QString programPrefix = QStringLiteral("program ");
 /// Longer than a document takes; nobody waits longer for a program that was killed on another machine.
 const QString programTerm = QStringLiteral("interval '5 minutes'");
 
-/// Blanks may stand around the number, and alone where there is none.
-QString numberOf(const QString& drive)
+bool isProgram(const QString& registerName)
 {
-    return drive.trimmed();
+    return registerName.startsWith(programPrefix);
 }
 
 } // namespace
 
-bool WorkedDrives::Holder::isAtWork() const
-{
-    // Nobody has to wait for the end of a lease whose owner is known to be gone.
-    return isRunning && process.fate() != ProcessIdentity::Fate::Ended;
-}
-
-std::optional<WorkedDrives::Holder> WorkedDrives::holderOf(const QString& drive, const QString& words) const
+std::optional<WorkedDrives::Holder> WorkedDrives::holderWhere(
+    const QString& words, const QString& value) const
 {
     std::optional<Holder> holder;
     m_connection.select(
-        QStringLiteral("SELECT register, until > clock_timestamp(), machine, space, process, started, host "
-                       "FROM drives JOIN leases USING (register, epoch) WHERE drive = ?")
+        QStringLiteral("SELECT drive, register, until > clock_timestamp(), lost, machine, space, process, "
+                       "started, host FROM drives JOIN leases USING (register, epoch) WHERE ")
             + words,
-        {drive}, [&holder](const QSqlQuery& row) {
-            holder = Holder{row.value(0).toString(), row.value(1).toBool(),
-                {row.value(2).toString(), row.value(3).toString(), row.value(4).toLongLong(),
-                    row.value(5).toLongLong()},
-                row.value(6).toString()};
+        {value}, [&holder](const QSqlQuery& row) {
+            holder = Holder{row.value(0).toString(), row.value(1).toString(), row.value(2).toBool(),
+                row.value(3).toBool(),
+                {row.value(4).toString(), row.value(5).toString(), row.value(6).toLongLong(),
+                    row.value(7).toLongLong()},
+                row.value(8).toString()};
         });
     return holder;
 }
 
-void WorkedDrives::refuse(const QString& drive, const Holder& holder)
+std::optional<WorkedDrives::Holder> WorkedDrives::holderOf(const QString& drive, const QString& words) const
 {
-    if (holder.registerName.startsWith(programPrefix))
+    return holderWhere(QStringLiteral("drive = ?") + words, drive);
+}
+
+void WorkedDrives::refuse(const Holder& holder)
+{
+    if (isProgram(holder.registerName))
         throw RegisterTaken(tr("the register with fiscal drive %1 is worked by process %2 on %3")
-                                .arg(drive)
+                                .arg(holder.drive)
                                 .arg(holder.process.process)
                                 .arg(holder.host),
             tr("wait for its end"));
     throw RegisterTaken(tr("the register with fiscal drive %1 is worked by frserver on %2, as %3")
-                            .arg(drive, holder.host, holder.registerName),
+                            .arg(holder.drive, holder.host, holder.registerName),
         tr("go through that service, or stop it"));
 }
 
@@ -69,35 +69,39 @@ void WorkedDrives::lock(const QString& drive)
     m_connection.value(QStringLiteral("SELECT 1 FROM drives WHERE drive = ? FOR UPDATE"), {drive});
 }
 
-void WorkedDrives::take(const QString& drive, const LeasedRegister& lease)
+void WorkedDrives::take(const QString& drive, const LeasedRegister& lease, const QString& address)
 {
-    if (const std::optional<Holder> known = holderOf(drive);
-        known && known->registerName != lease.registerName) {
+    const std::optional<Holder> known = holderOf(drive);
+    // Whoever has lost its line goes on with its lease, and finds the drive taken.
+    const bool isLeft = known && known->isLost && !isProgram(lease.registerName);
+    if (known && known->registerName != lease.registerName && !isLeft) {
         // Looked at first: whoever renews it while it is locked would take it for lost.
-        if (known->isAtWork())
-            refuse(drive, *known);
+        if (known->isThere())
+            refuse(*known);
         // Locked by whoever renews it, or is in the middle of a write, it is at work.
         const auto held = holderOf(drive, QStringLiteral(" FOR UPDATE OF leases SKIP LOCKED"));
-        if (!held || held->isAtWork())
-            refuse(drive, *known);
-        end(drive, *held);
+        if (!held || held->isThere())
+            refuse(*known);
+        end(*held);
     }
-    m_connection.execute(QStringLiteral("UPDATE drives SET register = ?, epoch = ? WHERE drive = ?"),
-        {lease.registerName, lease.epoch, drive});
+    m_connection.execute(
+        QStringLiteral(
+            "UPDATE drives SET register = ?, epoch = ?, address = ?, lost = false WHERE drive = ?"),
+        {lease.registerName, lease.epoch, address.isEmpty() ? QStringLiteral("") : address, drive});
 }
 
 /// As one whose register was taken by name: what it writes is refused from now on, and it does not renew.
-void WorkedDrives::end(const QString& drive, const Holder& holder)
+void WorkedDrives::end(const Holder& holder)
 {
     m_connection.execute(
         QStringLiteral("UPDATE leases SET owner = '', epoch = epoch + 1, until = '-infinity' "
                        "WHERE register = ? AND epoch = (SELECT epoch FROM drives WHERE drive = ?)"),
-        {holder.registerName, drive});
+        {holder.registerName, holder.drive});
 }
 
-void WorkedDrives::hold(const QString& drive, const LeasedRegister& lease)
+void WorkedDrives::hold(const QString& drive, const LeasedRegister& lease, const QString& address)
 {
-    const QString number = numberOf(drive);
+    const QString number = driveNumber(drive);
     m_connection.together([&] {
         requireOwner(m_connection, lease);
         // It had another drive before.
@@ -106,13 +110,13 @@ void WorkedDrives::hold(const QString& drive, const LeasedRegister& lease)
         if (number.isEmpty())
             return;
         lock(number);
-        take(number, lease);
+        take(number, lease, address);
     });
 }
 
-std::optional<LeasedRegister> WorkedDrives::holdForProgram(const QString& drive)
+std::optional<LeasedRegister> WorkedDrives::holdForProgram(const QString& drive, const QString& address)
 {
-    const QString number = numberOf(drive);
+    const QString number = driveNumber(drive);
     const ProcessIdentity own = ProcessIdentity::own();
     const QString id = QUuid::createUuid().toString(QUuid::WithoutBraces);
     std::optional<LeasedRegister> lease;
@@ -131,17 +135,35 @@ std::optional<LeasedRegister> WorkedDrives::holdForProgram(const QString& drive)
                 .arg(programTerm),
             {lease->registerName, lease->owner, lease->epoch, own.machine, own.space, own.process,
                 own.started, QSysInfo::machineHostName()});
-        take(number, *lease);
+        take(number, *lease, address);
     });
     return lease;
 }
 
 void WorkedDrives::requireFree(const QString& drive, const LeasedRegister& lease) const
 {
-    const QString number = numberOf(drive);
+    const QString number = driveNumber(drive);
     const std::optional<Holder> holder = number.isEmpty() ? std::nullopt : holderOf(number);
     if (holder && holder->registerName != lease.registerName && holder->isAtWork())
-        refuse(number, *holder);
+        refuse(*holder);
+}
+
+void WorkedDrives::requireFreeAddress(const QString& address) const
+{
+    if (address.isEmpty())
+        return;
+    const auto holder
+        = holderWhere(QStringLiteral("until > clock_timestamp() AND machine <> '%1' AND address = ?")
+                          .arg(ProcessIdentity::own().machine),
+            address);
+    if (holder)
+        refuse(*holder);
+}
+
+void WorkedDrives::lose(const LeasedRegister& lease)
+{
+    m_connection.execute(QStringLiteral("UPDATE drives SET lost = true WHERE register = ? AND epoch = ?"),
+        {lease.registerName, lease.epoch});
 }
 
 void WorkedDrives::leave(const LeasedRegister& lease)

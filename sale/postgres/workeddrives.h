@@ -22,15 +22,22 @@ public:
     }
 
     /// To be called before anything is asked about documents, or sent. Whoever held the drive by a lease that
-    /// has ended has none from then on. An empty drive is nobody's. Throws RegisterTaken.
-    void hold(const QString& drive, const LeasedRegister& lease);
+    /// has ended has none from then on. An empty drive is nobody's. The address in the network is that of the
+    /// line, empty for one that ends at this machine. Throws RegisterTaken.
+    void hold(const QString& drive, const LeasedRegister& lease, const QString& address = {});
     /// The same for a program that has no lease, makes its document and ends: it gets one, for some minutes.
-    /// Nothing where this process holds the drive already.
-    std::optional<LeasedRegister> holdForProgram(const QString& drive);
+    /// Nothing where this process holds the drive already. It gets none that a lost line has left either.
+    std::optional<LeasedRegister> holdForProgram(const QString& drive, const QString& address = {});
     /// Throws RegisterTaken while another lease holds the drive.
     void requireFree(const QString& drive, const LeasedRegister& lease) const;
-    /// The line is closed.
+    /// For a program, before it opens the line. Throws RegisterTaken while somebody on another machine holds
+    /// a drive at that address: of this machine's programs one has the port.
+    void requireFreeAddress(const QString& address) const;
+    /// The line is closed, and the register given up.
     void leave(const LeasedRegister& lease);
+    /// The line is closed, since it has failed: another lease may have the drive, and no program, whose
+    /// coming may be what it has failed of.
+    void lose(const LeasedRegister& lease);
     /// That of holdForProgram.
     void leaveForProgram(const LeasedRegister& lease);
     /// Forgets programs that went without leave.
@@ -39,19 +46,24 @@ public:
 private:
     struct Holder
     {
-        bool isAtWork() const;
+        /// Nobody has to wait for the end of a lease whose owner is known to be gone.
+        bool isThere() const { return isRunning && process.fate() != ProcessIdentity::Fate::Ended; }
+        bool isAtWork() const { return isThere() && !isLost; }
 
+        QString drive;
         QString registerName;
         bool isRunning = false;
+        bool isLost = false;
         ProcessIdentity process;
         QString host;
     };
+    std::optional<Holder> holderWhere(const QString& words, const QString& value) const;
     /// With what is added to the question.
     std::optional<Holder> holderOf(const QString& drive, const QString& words = {}) const;
     void lock(const QString& drive);
-    void take(const QString& drive, const LeasedRegister& lease);
-    void end(const QString& drive, const Holder& holder);
-    [[noreturn]] static void refuse(const QString& drive, const Holder& holder);
+    void take(const QString& drive, const LeasedRegister& lease, const QString& address);
+    void end(const Holder& holder);
+    [[noreturn]] static void refuse(const Holder& holder);
 
     PostgresConnection& m_connection;
 };

@@ -131,6 +131,15 @@ std::optional<Waiting> LeasedOwnership::obstacle(const QString& registerName) co
             .arg(standing.host)};
 }
 
+void LeasedOwnership::leaveDrive(const QString& registerName)
+{
+    try {
+        m_leases.leaveDrive(registerName);
+    } catch (const sale::JournalError& error) {
+        qCWarning(rackLog).noquote() << registerName << error.what();
+    }
+}
+
 void LeasedOwnership::release(const QString& registerName)
 {
     m_wishes.remove(registerName);

@@ -30,6 +30,8 @@ public:
     virtual QJsonObject owner(const QString& registerName) const = 0;
     /// Why it is not held, when that is not just another one's having it.
     virtual std::optional<Waiting> obstacle(const QString& registerName) const = 0;
+    /// It is this service's still, and at work nowhere: whoever meets it may work it.
+    virtual void leaveDrive(const QString& /*registerName*/) { }
     /// Others may have it at once, and it is not taken again.
     virtual void release(const QString& registerName) = 0;
     /// Somebody says that the register was moved to this machine.

@@ -186,6 +186,8 @@ void RegisterAgent::leave()
 {
     if (m_mayHoldPort)
         return request({.what = QStringLiteral("close")}, {});
+    if (std::exchange(m_mayHoldDrive, false))
+        m_options.ownership->leaveDrive(name());
     if (!m_isStopping)
         return;
     if (!m_isAlive)
@@ -233,7 +235,7 @@ void RegisterAgent::request(Request request, QJsonObject message)
     if (!m_lease.isEmpty())
         message.insert(QStringLiteral("lease"), m_lease);
     m_request = request;
-    m_mayHoldPort = true;
+    m_mayHoldPort = m_mayHoldDrive = true;
     m_conditionDue = steady() + conditionMs;
     m_worker->send(message);
 }

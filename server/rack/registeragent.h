@@ -222,6 +222,8 @@ private:
     QJsonObject m_lease;
     /// The worker may have port and lock.
     bool m_mayHoldPort = false;
+    /// Others may find the register kept for this service, also by a worker that has died.
+    bool m_mayHoldDrive = false;
     std::optional<QString> m_pausedBy;
     QDateTime m_pausedSince;
     /// Of which what is kept is known.

@@ -59,8 +59,10 @@ private:
     sale::DocumentStore& journal();
     void connect();
     void enter();
-    void leaveRegister();
-    void leaveLine();
+    /// Whether the register is given up with its line.
+    enum class Leaving { Line, Register };
+    void leaveRegister(Leaving how);
+    void leaveLine(Leaving how);
     void takeDrive();
     void meetRegister(const sale::RegisterLine& line);
     void requireConnection() const;

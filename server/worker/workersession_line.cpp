@@ -39,16 +39,16 @@ void WorkerSession::connect()
 
 void WorkerSession::close()
 {
-    leaveRegister();
+    leaveRegister(Leaving::Register);
     // Whoever has the line closed may put another register there.
     m_takenDrive.clear();
 }
 
-void WorkerSession::leaveRegister()
+void WorkerSession::leaveRegister(Leaving how)
 {
     m_desk.reset();
     m_connection.reset();
-    leaveLine();
+    leaveLine(how);
 }
 
 /// Before the port is opened, and also before its lock is waited for: that may be the former owner's.
@@ -68,12 +68,17 @@ void WorkerSession::enter()
     m_lease.require();
 }
 
-void WorkerSession::leaveLine()
+void WorkerSession::leaveLine(Leaving how)
 {
-    if (!std::exchange(m_hasEntered, false))
+    // A register whose line was lost before may be given up now.
+    const bool hadLine = std::exchange(m_hasEntered, false);
+    if (!m_journal || (how == Leaving::Line && !hadLine))
+        return;
+    std::optional<sale::RegisterFence> fence = m_journal->fence();
+    if (!fence)
         return;
     try {
-        m_journal->fence()->leave();
+        how == Leaving::Line ? fence->loseLine() : fence->leave();
     } catch (const sale::JournalError&) {
         // The next one of this machine sees that this process has ended.
     }
@@ -96,9 +101,9 @@ void WorkerSession::takeDrive()
         return;
     m_takenDrive = m_drive;
     try {
-        fence->takeDrive(m_drive);
+        fence->takeDrive(m_drive, devices::networkAddress(m_settings.port));
     } catch (const sale::JournalError&) {
-        leaveRegister();
+        leaveRegister(Leaving::Register);
         throw;
     }
     m_takenDrive.clear();

@@ -1,5 +1,6 @@
 #include "line.h"
 
+#include "portname.h"
 #include "serialdevicefactory.h"
 
 #include <QCoreApplication>
@@ -245,6 +246,16 @@ TEST(Factory, TellsPortsByTheirNames)
         const auto device = devices::createSerialDevice(QString::fromLatin1(name));
         EXPECT_EQ(device ? device->getType() : 0, type) << name;
     }
+}
+
+TEST(Factory, TellsWhatOtherMachinesCallTheSame)
+{
+    const std::pair<const char*, const char*> rows[] = {{"tcp:Till1.shop:5555", "till1.shop:5555"},
+        {"tcp:192.0.2.21:05555", "192.0.2.21:5555"}, {"tcp:[2001:DB8::1]:1", "2001:db8::1:1"},
+        {"tcp:localhost:1", ""}, {"tcp:127.8.0.1:1", ""}, {"tcp:[::1]:1", ""},
+        {"tcp:[::ffff:127.0.0.1]:1", ""}, {"tcp:0.0.0.0:1", ""}, {"/dev/ttyS7", ""}, {"tcp:register", ""}};
+    for (const auto& [name, address] : rows)
+        EXPECT_EQ(devices::networkAddress(QString::fromLatin1(name)), address) << name;
 }
 
 /// A port that is listened to, with room for few connections and bytes.

@@ -99,6 +99,35 @@ TEST_F(TwoNames, OwnerWhoseLeaseIsOverIsNoOwnerOfItsNameEither)
     EXPECT_EQ(two.renew(), QStringList{"kassa9"});
 }
 
+TEST_F(TwoNames, LineThatHasFailedIsAnotherOwnersAndNoPrograms)
+{
+    const auto drive = [] { return QString("9999"); };
+    PostgresStore person(server.place());
+    const auto reach = [&] { person.requireFreeLine("till.shop:5555"); };
+    const auto meet = [&] { person.meetRegister("tcp:10.0.0.7:5555", drive); };
+    first.fence().takeDrive("9999", "till.shop:5555");
+    EXPECT_EQ(refusal(reach), "") << "of this machine, where one program has the port";
+    ownedBy(elsewhere());
+    EXPECT_NE(refusal(reach).find("as till1"), std::string::npos);
+    EXPECT_EQ(refusal([&] { person.requireFreeLine("till.shop:5556"); }), "");
+    EXPECT_EQ(refusal([&] { person.requireFreeLine({}); }), "");
+    first.fence().loseLine();
+    EXPECT_NE(refusal(reach), "");
+    EXPECT_NE(refusal(meet), "") << "it may be what the line has failed of";
+    EXPECT_NE(refusal([&] { first.begin("A", {mark}); }), "") << "the register was not met since";
+    first.fence().takeDrive("9999", "till.shop:5555");
+    EXPECT_EQ(first.begin("A", {mark}), 1);
+    first.fence().loseLine();
+    second.fence().requireFree("9999");
+    second.fence().takeDrive("9999");
+    EXPECT_EQ(one.renew() + two.renew(), QStringList()) << "one register was moved, and no lease is over";
+    EXPECT_NE(refusal([&] { first.fence().takeDrive("9999"); }).find("as kassa9"), std::string::npos);
+    EXPECT_EQ(refusal(reach), "") << "where it is now is not told";
+    second.fence().takeDrive("9999", "till.shop:5555");
+    second.fence().leave();
+    EXPECT_EQ(refusal(reach) + refusal(meet), "");
+}
+
 TEST_F(TwoNames, ProgramThatOwnsNothingKeepsAwayFromWhatSomebodyElseWorks)
 {
     const auto drive = [] { return QString("9999"); };

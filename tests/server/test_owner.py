@@ -12,14 +12,15 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
 # pylint: disable=wrong-import-position
-from service import CASHIER, PATIENCE  # noqa: E402
+from service import CASHIER, PATIENCE, Register  # noqa: E402
 from servicetest import SALE, TOTAL  # noqa: E402
 from sharedstore import SharedStoreTest  # noqa: E402
 
 DOCUMENT = "rack:till1:1"
 # An id, a start and locks of its own: what another machine has, as far as the service can tell.
 MACHINE = ["unshare", "--mount", "sh", "-c", 'mount --bind "$0/machine-id" /etc/machine-id && '
-           'mount --bind "$0/boot-id" /proc/sys/kernel/random/boot_id && mount -t tmpfs none /run/lock && exec "$@"']
+           'mount --bind "$0/boot-id" /proc/sys/kernel/random/boot_id && mount --bind "$0/hosts" /etc/hosts && '
+           'mount -t tmpfs none /run/lock && exec "$@"']
 
 
 class OwnerTest(SharedStoreTest):
@@ -43,6 +44,7 @@ class OwnerTest(SharedStoreTest):
         """On a machine of its own."""
         for name in ("machine-id", "boot-id"):
             (service.folder / name).write_text(f"{uuid.uuid4().hex}\n", encoding="ascii")
+        (service.folder / "hosts").write_text("127.0.0.1 localhost till1.shop\n", encoding="ascii")
         service.through = [*MACHINE, str(service.folder)]
         if subprocess.run([*service.through, "true"], check=False, capture_output=True).returncode != 0:
             self.skipTest("no process may see a machine of its own here")
@@ -77,6 +79,18 @@ class OwnerTest(SharedStoreTest):
     def signal_one(self, which):
         """The service and all that it has started."""
         os.killpg(self.one.process.pid, which)
+
+    def frctl_there(self, line, *command):
+        """On the second machine."""
+        return subprocess.run(
+            [*self.two.through, os.environ["FRCTL"], "--json", "--plugin", os.environ["FRSPF_PLUGIN"], "--port", line, "--protocol",
+             "HEX", *command],
+            env={**os.environ, "FRSPF_JOURNAL": self.database.url}, capture_output=True, text=True, check=False, timeout=PATIENCE)
+
+    def assert_busy_there(self, line, *command):
+        refused = self.frctl_there(line, *(command or ("--cashier", CASHIER, "x-report")))
+        self.assertEqual((1, "busy"), (refused.returncode, json.loads(refused.stdout)["error"]["kind"]), refused)
+        self.assertIn("as till1", refused.stderr)
 
     def freeze_one_before(self, command):
         """In the middle of the document: the register has not got that command, and would get it again."""
@@ -186,6 +200,43 @@ class DroppedConnection(OtherMachine):
         self.sell_again()
 
 
+class BesideAService(OwnerTest):
+    """frctl on another machine, at a register that drops the former connection."""
+
+    def setUp(self):
+        super().setUp()
+        self.put_elsewhere(self.one)
+        self.put_elsewhere(self.two)
+        self.told = self.register.line.replace("127.0.0.1", "till1.shop")
+        self.one.edit(self.register.line, self.told)
+
+    def add_register(self, name, *options):
+        """One that is the same after a restart."""
+        register = self.registers[name] = Register("--state", str(self.folder / "state"), *options)
+        self.addCleanup(register.stop)
+        return register
+
+    def test_it_is_kept_from_the_register(self):
+        self.start_one(self.one.through)
+        self.assert_busy_there(self.told)
+        self.assert_issued(self.one.post(SALE, id="rack:till1:1"))
+        self.assertEqual(1, self.till(self.one)["connections"], "the line was not touched")
+        # By an address that nobody knows it takes the line away, and gets the register all the same not.
+        for command in (("--cashier", CASHIER, "x-report"), ("journal", "settle"), ("cancel",), ("status",)):
+            with self.subTest(command=command):
+                self.assert_busy_there(self.register.line, *command)
+        self.assert_issued(self.one.post(SALE, id="rack:till1:2"))
+        self.register.stop()
+        self.one.post({"type": "xReport"}, id="rack:till1:3", wait=0)
+        self.becomes(lambda: self.till(self.one)["waiting"], "line")
+        # What has cut the line for so long may have been that program.
+        self.add_register("till1", "--tcp", self.register.line.rpartition(":")[2])
+        self.assert_busy_there(self.register.line)
+        self.assertEqual(200, self.one.ask("POST", "/v1/registers/till1/pause", {}, Prefer="wait=30").status)
+        paused = self.frctl_there(self.told, "--cashier", CASHIER, "x-report")
+        self.assertEqual(0, paused.returncode, paused)
+
+
 class TwoNames(OwnerTest):
     """One register over TCP, which two machines call by names of their own."""
 
@@ -201,22 +252,13 @@ class TwoNames(OwnerTest):
         told = self.two.ask("GET", "/v1/registers/kassa9").body
         return told["state"], told["waiting"], (told["waitingText"] or "").endswith("as till1: go through that service, or stop it")
 
-    def sell_there(self, line):
-        """By frctl, on the second machine."""
-        return subprocess.run(
-            [*self.two.through, os.environ["FRCTL"], "--json", "--plugin", os.environ["FRSPF_PLUGIN"], "--port", line, "--protocol",
-             "HEX", "--cashier", CASHIER, "x-report"],
-            env={**os.environ, "FRSPF_JOURNAL": self.database.url}, capture_output=True, text=True, check=False, timeout=PATIENCE)
-
     def test_one_of_them_works_it(self):
         self.start_one()
         self.start(self.two)
         self.becomes(self.taken, ("waiting", "busy", True))
         # The register drops a connection when a new one comes, and whose line is lost has lost the register, too.
         self.two.ask("POST", "/v1/registers/kassa9/pause", {})
-        refused = self.sell_there(self.register.line)
-        self.assertEqual((1, "busy"), (refused.returncode, json.loads(refused.stdout)["error"]["kind"]), refused)
-        self.assertIn("as till1", refused.stderr)
+        self.assert_busy_there(self.register.line)
         self.assert_issued(self.one.post(SALE, id="rack:till1:2"))
         self.assertEqual(202, self.two.post(SALE, "kassa9", id=DOCUMENT, wait=0).status)
         # Its line is free when it is paused, and another one's when it is resumed.

@@ -17,6 +17,7 @@ public:
     {
         return waiting;
     }
+    void leaveDrive(const QString& /*registerName*/) override { ++left; }
     void release(const QString& /*registerName*/) override { isReleased = true; }
     void acceptMoved(const QString& /*registerName*/) override { epoch = 1; }
 
@@ -24,5 +25,6 @@ public:
     qint64 epoch = 1;
     qint64 until = 1000;
     std::optional<frserver::Waiting> waiting;
+    int left = 0;
     bool isReleased = false;
 };

@@ -145,6 +145,21 @@ TEST_F(OwnedTest, WhatKeepsItFromItsRegisterIsToldAndAPersonMayAnswer)
     EXPECT_EQ(text("state"), "ready");
 }
 
+TEST_F(OwnedTest, PausedLeavesWhatADeadWorkerHeld)
+{
+    startAgent();
+    worker->die();
+    agent->pause("Петров");
+    pass(1'000);
+    EXPECT_EQ(hand->left, 1);
+    agent->resume();
+    reach();
+    agent->pause("Петров");
+    ASSERT_EQ(worker->at(), "close");
+    worker->answer({});
+    EXPECT_EQ(hand->left, 1) << "the worker has done so itself";
+}
+
 TEST_F(OwnedTest, RegisterIsReleasedWhenItsWorkerHasEnded)
 {
     startAgent();
