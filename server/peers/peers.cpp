@@ -29,6 +29,7 @@ const QString documentName = QStringLiteral("document");
 const QString registersName = QStringLiteral("registers");
 const QString goneName = QStringLiteral("gone");
 const QString ordersName = QStringLiteral("orders");
+const QString answersName = QStringLiteral("answers");
 const QString orderName = QStringLiteral("order");
 const QString registerName = QStringLiteral("register");
 
@@ -77,7 +78,7 @@ RackTill& Peers::add(const Till::Settings& settings, Till* own)
     std::unique_ptr<RackTill>& till = m_tills[settings.name];
     till = std::make_unique<RackTill>(
         settings, own,
-        [this](const RackTill& ordered, const QJsonObject& content) { order(ordered, content); },
+        [this](const RackTill& ordered, const QJsonObject& content) { return order(ordered, content); },
         m_longestSilence);
     m_api.add(*till);
     return *till;
@@ -152,7 +153,7 @@ QList<rackboard::Entry> Peers::news()
         if (lasting == m_told.value(name))
             continue;
         m_told.insert(name, lasting);
-        entries.append({till.settings(), view});
+        entries.append({till.settings(), view, till.followed()});
     }
     return entries;
 }
@@ -183,28 +184,6 @@ bool Peers::read()
         if (rackboard::areOrders(connection, m_line.id()))
             readOrders(connection);
     });
-}
-
-QStringList Peers::ownRegisters() const
-{
-    QStringList names;
-    for (const auto& [name, till] : m_tills) {
-        if (till->isOwn())
-            names.append(name);
-    }
-    return names;
-}
-
-/// Whoever works the register now follows what its owner before has not.
-void Peers::readOrders(sale::SqlConnection& connection)
-{
-    for (const auto& [name, content] : rackboard::takeOrders(connection, ownRegisters()))
-        obey(name, content);
-    for (const auto& [name, content] : rackboard::dropOrders(connection, m_line.id())) {
-        qCWarning(peerLog).noquote() << name << "nobody has followed in time:" << rackorder::verbOf(content);
-        if (rackorder::isPause(content))
-            m_api.pauseDropped(name);
-    }
 }
 
 /// It may have begun without the database, or not have read yet what another one told a moment ago.
@@ -245,44 +224,29 @@ void Peers::take(const ToldRegister& told)
     m_api.registerChanged(told.settings.name);
 }
 
-void Peers::order(const RackTill& till, const QJsonObject& content)
+qint64 Peers::order(const RackTill& till, const QJsonObject& content)
 {
     if (rackorder::isPassing(content)) {
         m_line.say({{orderName, content}, {registerName, till.settings().name}});
-        return;
+        return 0;
     }
     if (const QString id = rackorder::settledId(content); !id.isEmpty() && !till.isReachable()) {
         // Whoever asks wants to be told later.
         QTimer::singleShot(0, this, [this, id] { m_api.lookAt(id); });
-        return;
+        return 0;
     }
     const QString& name = till.settings().name;
-    rackboard::order(m_line.connection(), m_line.id(), {name, content});
+    const qint64 number = rackboard::order(m_line.connection(), m_line.id(), {name, content});
     m_line.say({{ordersName, name}});
-}
-
-bool Peers::isOwn(const QString& name) const
-{
-    const auto till = m_tills.find(name);
-    return till != m_tills.end() && till->second->isOwn();
-}
-
-void Peers::obey(const QString& name, const QJsonObject& content)
-{
-    const auto till = m_tills.find(name);
-    if (till == m_tills.end() || !till->second->isHere())
-        return;
-    if (rackorder::isPassing(content))
-        m_awaited.insert(content.value(QStringLiteral("id")).toString(), name);
-    till->second->obey(content);
+    return number;
 }
 
 void Peers::hear(const QJsonObject& message)
 {
     if (const QJsonObject document = message.value(documentName).toObject(); !document.isEmpty())
-        m_api.heard(documentSaid(document));
+        hearDocument(documentSaid(document), message.value(answersName).toArray());
     if (message.contains(orderName))
-        obey(message.value(registerName).toString(), message.value(orderName).toObject());
+        obey({message.value(registerName).toString(), message.value(orderName).toObject()});
     const bool areOrders = isOwn(message.value(ordersName).toString());
     // Of one that is gone, too.
     if (message.contains(registersName) && message.value(registersName) == goneName)
@@ -293,9 +257,19 @@ void Peers::hear(const QJsonObject& message)
         m_reading.start(static_cast<int>(std::max<qint64>(readPause.count(), m_nextReading.remainingTime())));
 }
 
+void Peers::hearDocument(const sale::StoredDocument& document, const QJsonArray& answers)
+{
+    if (const auto till = m_tills.find(document.request.registerName); till != m_tills.end())
+        till->second->noteAnswer(document.request.id, answers);
+    m_api.heard(document);
+}
+
 void Peers::sayDocument(const sale::StoredDocument& document)
 {
-    m_line.say({{documentName, saidDocument(document)}});
+    QJsonObject message{{documentName, saidDocument(document)}};
+    if (const QJsonArray answered = m_asking.take(document.request.id); !answered.isEmpty())
+        message.insert(answersName, answered);
+    m_line.say(message);
     // The service of whoever waited for it may be gone.
     const QString awaitedAt = isFinal(document.state) ? m_awaited.take(document.request.id) : QString();
     if (const auto till = m_tills.find(awaitedAt); till != m_tills.end())

@@ -6,6 +6,8 @@
 #include "peers/racktill.h"
 
 #include <QDeadlineTimer>
+#include <QHash>
+#include <QJsonArray>
 #include <QSet>
 
 #include <map>
@@ -39,9 +41,11 @@ public:
 
 private:
     void hear(const QJsonObject& message);
+    void hearDocument(const sale::StoredDocument& document, const QJsonArray& answers);
     void sayDocument(const sale::StoredDocument& document);
-    void order(const RackTill& till, const QJsonObject& content);
-    void obey(const QString& registerName, const QJsonObject& content);
+    qint64 order(const RackTill& till, const QJsonObject& content);
+    void obey(const rackboard::Order& order);
+    void dropped(const rackboard::Order& order);
     bool isOwn(const QString& registerName) const;
     QStringList ownRegisters() const;
     void readOrders(sale::SqlConnection& connection);
@@ -69,6 +73,8 @@ private:
     QSet<QString> m_changed;
     /// Documents that others wait for, and their registers.
     QHash<QString, QString> m_awaited;
+    /// Documents that this service asks its registers about, and the numbers of the orders that said so.
+    QHash<QString, QJsonArray> m_asking;
     rackboard::Reading m_read;
     QTimer m_timer;
     QTimer m_reading;

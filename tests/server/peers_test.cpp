@@ -35,9 +35,19 @@ struct Desk
         const int attempt = store.begin(id, {{{"drive", "9999"}, {"lastDocument", 7}}}).value();
         store.settle(id, attempt, {.state = DocumentState::Issued, .documentNumber = number});
     }
-    Served ask(const QByteArray& method, const QByteArray& target, const QByteArray& body = {})
+    Served ask(const QByteArray& method, const QByteArray& target, const QByteArray& body = {},
+        const QByteArray& prefer = {})
     {
-        return askApi(api, method, target, body);
+        return askApi(api, method, target, body, {{"Prefer", prefer}});
+    }
+    Served pause(const QByteArray& by, const QByteArray& prefer = "wait=60")
+    {
+        return ask("POST", "/v1/registers/till1/pause", R"({"by":")" + by + R"("})", prefer);
+    }
+    void turn(const QString& state)
+    {
+        till.state = state;
+        api.registerChanged(till.settings().name);
     }
     QJsonObject view(const QByteArray& name) { return ask("GET", "/v1/registers/" + name).json(); }
     int queued(const QString& name) { return api.openDocuments().count(name, DocumentState::Queued); }
@@ -125,7 +135,7 @@ TEST_F(PeersTest, RegisterOfAnotherServiceIsSeenAndObeys)
     one.api.registerChanged("till1");
     ASSERT_TRUE(becomes([&] { return two.view("till1").value("waiting") == "paper"; }));
     // Each order once, in the end by the register itself.
-    const auto pausing = two.ask("POST", "/v1/registers/till1/pause", R"({"by":"anna"})");
+    const auto pausing = two.pause("anna");
     ASSERT_TRUE(pausing.pending);
     EXPECT_EQ(two.ask("POST", "/v1/registers/till1/accept", R"({"by":"anna","note":"seen"})").status, 202);
     EXPECT_EQ(two.ask("POST", "/v1/registers/till1/resume", R"({"by":"anna"})").status, 202);
@@ -152,6 +162,61 @@ TEST_F(PeersTest, RegisterOfAnotherServiceIsSeenAndObeys)
     EXPECT_TRUE(metrics.contains(R"(frserver_connections_total{register="till1",service="till1:8403"} 2)"));
     EXPECT_TRUE(metrics.contains(R"(frserver_unsent_documents{register="till1"} 4)"));
     EXPECT_TRUE(metrics.contains(R"(frserver_register_state{register="till1",state="paused")"));
+}
+
+TEST_F(PeersTest, OrderIsAnsweredByWhatTheOwnerToldBehindItAlone)
+{
+    Desk one("till1");
+    Desk two("till2");
+    one.turn("paused");
+    ASSERT_TRUE(becomes([&] { return two.view("till1").value("state") == "paused"; }));
+    // Others have resumed it meanwhile, and it prints.
+    one.till.state = "making";
+    const Served paused = two.pause("anna");
+    ASSERT_TRUE(paused.pending) << paused.all();
+    // Also what is told before the order is there is of a time before.
+    sql("UPDATE frspf.registers SET told = clock_timestamp() WHERE name = 'till1' RETURNING 1");
+    two.peers.look();
+    two.api.registerChanged("till1");
+    EXPECT_EQ(paused.later().status, 0);
+    one.turn("pausing");
+    ASSERT_TRUE(becomes([&] { return two.view("till1").value("state") == "pausing"; }));
+    EXPECT_EQ(one.till.told, QStringList("pause by anna"));
+    EXPECT_EQ(paused.later().status, 0);
+    one.turn("paused");
+    ASSERT_TRUE(becomes([&] { return paused.later().status == 200; }));
+    EXPECT_EQ(paused.later().text("state"), "paused");
+    // Once more, of which nothing is to be seen.
+    const Served again = two.pause("anna");
+    EXPECT_TRUE(again.pending);
+    EXPECT_TRUE(becomes([&] { return again.later().status == 200; }));
+}
+
+TEST_F(PeersTest, DocumentThatIsAskedAboutElsewhereIsStillUnknownOnceItsOwnerSaysSo)
+{
+    Desk one("till1");
+    Desk two("till2");
+    Desk three("till3");
+    const QByteArray post = R"({"id":"document:1","type":"xReport"})";
+    ASSERT_EQ(one.ask("POST", "/v1/registers/till1/documents", post).status, 202);
+    one.store.settle("document:1", one.store.begin("document:1", {{{"drive", "9999"}}}).value(), {});
+    const Served asked = two.ask("POST", "/v1/registers/till1/documents", post);
+    ASSERT_TRUE(asked.pending) << asked.all();
+    // What others have heard of a time before.
+    three.api.documentChanged("document:1");
+    three.accept("document:2");
+    ASSERT_TRUE(becomes([&] { return two.queued("till3") == 1; }));
+    ASSERT_TRUE(becomes([&] { return one.till.told.contains("settle document:1"); }));
+    EXPECT_EQ(asked.later().status, 0);
+    one.api.documentChanged("document:1");
+    ASSERT_TRUE(becomes([&] { return asked.later().status == 409; }));
+    EXPECT_EQ(asked.later().text("state"), "unknown");
+    // Nobody asks.
+    one.till.isOwner = false;
+    const Served lost = two.ask("POST", "/v1/registers/till1/documents", post);
+    makeOrdersOld();
+    two.peers.look();
+    EXPECT_EQ(lost.later().status, 409) << lost.later().all();
 }
 
 TEST_F(PeersTest, IdOfADocumentThatWasArchivedIsNotSoldAgain)
@@ -246,10 +311,9 @@ TEST_F(PeersTest, OrderIsFollowedInTimeByWhoeverHasTheRegisterOrByNobody)
     next.isOwner = false;
     Desk two("till2", &next);
     Desk three("till3");
-    const QByteArray pause = "/v1/registers/till1/pause";
     // Whoever is told to work it has just lost it.
     one.till.isOwner = false;
-    const Served first = three.ask("POST", pause, R"({"by":"anna"})");
+    const Served first = three.pause("anna");
     ASSERT_TRUE(first.pending);
     EXPECT_EQ(three.ask("POST", "/v1/registers/till1/resume", R"({"by":"anna"})").status, 202);
     one.peers.look();
@@ -261,17 +325,19 @@ TEST_F(PeersTest, OrderIsFollowedInTimeByWhoeverHasTheRegisterOrByNobody)
     // Nobody has it for long, and then nobody expects that any more.
     next.isOwner = false;
     next.told.clear();
-    EXPECT_TRUE(three.ask("POST", pause, R"({"by":"boris"})").pending);
+    const Served second = three.pause("boris");
+    ASSERT_TRUE(second.pending);
     makeOrdersOld();
     EXPECT_EQ(three.ask("POST", "/v1/registers/till1/accept", R"({"note":"seen"})").status, 202);
-    EXPECT_EQ(first.later().status, 0);
+    EXPECT_EQ(second.later().status, 0);
     three.peers.look();
-    EXPECT_EQ(first.later().status, 503) << first.later().all();
+    EXPECT_EQ(second.later().status, 503) << second.later().all();
+    EXPECT_EQ(first.later().status, 0) << "that one was followed";
     next.isOwner = true;
     two.peers.look();
     EXPECT_EQ(next.told, QStringList());
     // Also before whoever has asked looks.
-    three.ask("POST", pause, R"({"by":"clara"})");
+    three.pause("clara");
     makeOrdersOld();
     two.peers.look();
     EXPECT_EQ(next.told, QStringList());
