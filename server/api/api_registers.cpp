@@ -140,7 +140,8 @@ void Api::pauseDropped(const QString& registerName, qint64 order)
 http::Answer Api::whenPaused(const Till& till, qint64 order, std::optional<std::chrono::seconds> wait)
 {
     const QJsonObject view = registerView(till);
-    const std::chrono::seconds time = wait.value_or(pausingWait);
+    // Another service may not even have the order yet: nobody waits for that who has not said so.
+    const std::chrono::seconds time = wait.value_or(order == 0 ? pausingWait : std::chrono::seconds(0));
     if (view.value(QStringLiteral("state")) == pausedState && till.hasFollowed(order))
         return http::Response::json(view);
     if (time == std::chrono::seconds(0))

@@ -190,6 +190,9 @@ TEST_F(PeersTest, OrderIsAnsweredByWhatTheOwnerToldBehindItAlone)
     const Served again = two.pause("anna");
     EXPECT_TRUE(again.pending);
     EXPECT_TRUE(becomes([&] { return again.later().status == 200; }));
+    // Whoever does not wait is told that it was passed on, by a service that may be frozen.
+    for (const QByteArray prefer : {"", "wait=0"})
+        EXPECT_EQ(two.pause("anna", prefer).status, 202);
 }
 
 TEST_F(PeersTest, DocumentThatIsAskedAboutElsewhereIsStillUnknownOnceItsOwnerSaysSo)
