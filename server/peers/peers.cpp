@@ -46,12 +46,13 @@ QJsonObject withoutAges(QJsonObject view)
 
 } // namespace
 
-Peers::Peers(
-    const sale::PostgresPlace& place, Api& api, sale::DocumentStore& store, std::chrono::seconds lease)
+Peers::Peers(const sale::PostgresPlace& place, Api& api, sale::DocumentStore& store,
+    std::chrono::seconds lease, const LossWatch::Clock& clock)
     : m_api(api)
     , m_store(store)
     , m_longestSilence(std::max(lease, leastSilence))
     , m_line(place)
+    , m_losses(m_longestSilence, clock)
     , m_sweep(api, store)
 {
     connect(&m_line, &PeerLine::heard, this, &Peers::hear);
@@ -116,18 +117,36 @@ void Peers::tick()
 void Peers::look()
 {
     m_line.ask([this](sale::SqlConnection& connection) { rackboard::beat(connection, m_line.id(), m_name); });
-    read();
-    noteSilences();
+    const bool areOthersKnown = read();
+    noteLosses(noteSilences() && areOthersKnown);
     giveUpLost();
     m_sweep.begin();
+}
+
+/// One that somebody has by now is not lost, also when that one has told of nothing yet.
+void Peers::noteLosses(bool isKnown)
+{
+    QStringList lost;
+    for (const auto& [name, till] : m_tills) {
+        if (till->isLost())
+            lost.append(name);
+    }
+    const auto leaveOutLeased = [&lost](const sale::SqlConnection& connection) {
+        for (const QString& name : sale::RegisterLeases::leased(connection))
+            lost.removeAll(name);
+    };
+    if (isKnown && (lost.isEmpty() || m_line.ask(leaveOutLeased)))
+        m_losses.look(lost);
+    else
+        m_losses.forget();
 }
 
 /// Whoever works a register gives up itself what it cannot ask about.
 void Peers::giveUpLost()
 {
-    const double tooLong = std::chrono::duration<double>(sale::longestUnreached).count();
     for (const auto& [name, till] : m_tills) {
-        if (till->lostFor() < tooLong || m_api.openDocuments().count(name, sale::DocumentState::Running) == 0)
+        if (!m_losses.isLostFor(name, sale::longestUnreached)
+            || m_api.openDocuments().count(name, sale::DocumentState::Running) == 0)
             continue;
         try {
             for (const QString& id : sale::giveUpPendingSales(m_store, name))
@@ -198,9 +217,9 @@ void Peers::lookForRegisters()
 }
 
 /// Also that nothing more is heard of one.
-void Peers::noteSilences()
+bool Peers::noteSilences()
 {
-    m_line.ask([this](sale::SqlConnection& connection) {
+    const bool isRead = m_line.ask([this](sale::SqlConnection& connection) {
         const QHash<QString, double> silences = rackboard::silences(connection);
         for (const auto& [name, till] : m_tills) {
             const auto silence = silences.constFind(till->service());
@@ -212,6 +231,7 @@ void Peers::noteSilences()
         if (!till->isHere())
             m_api.registerChanged(name);
     }
+    return isRead;
 }
 
 void Peers::take(const ToldRegister& told)

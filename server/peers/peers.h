@@ -1,9 +1,12 @@
 #pragma once
 
 #include "api/opensweep.h"
+#include "peers/losswatch.h"
 #include "peers/peerline.h"
 #include "peers/rackboard.h"
 #include "peers/racktill.h"
+
+#include "postgres/registerleases.h"
 
 #include <QDeadlineTimer>
 #include <QHash>
@@ -28,7 +31,8 @@ class Peers : public QObject
 public:
     /// A service that has told nothing for as long as a lease is taken for dead. Interface and store must
     /// outlive it. Throws sale::JournalError.
-    Peers(const sale::PostgresPlace& place, Api& api, sale::DocumentStore& store, std::chrono::seconds lease);
+    Peers(const sale::PostgresPlace& place, Api& api, sale::DocumentStore& store, std::chrono::seconds lease,
+        const LossWatch::Clock& clock = sale::RegisterLeases::timeSinceBoot);
     /// The others know at once that this service is gone.
     ~Peers() override;
 
@@ -56,7 +60,9 @@ private:
     /// Whether the tables could be read.
     bool read();
     void lookForRegisters();
-    void noteSilences();
+    /// Whether the table could be read.
+    bool noteSilences();
+    void noteLosses(bool isKnown);
     void giveUpLost();
     void take(const ToldRegister& told);
 
@@ -64,6 +70,7 @@ private:
     sale::DocumentStore& m_store;
     const std::chrono::seconds m_longestSilence;
     PeerLine m_line;
+    LossWatch m_losses;
     OpenSweep m_sweep;
     QString m_name;
     std::map<QString, std::unique_ptr<RackTill>> m_tills;

@@ -61,10 +61,6 @@ void RackTill::noteSilence(std::optional<double> seconds)
 {
     m_silence = seconds.value_or(std::numeric_limits<double>::infinity());
     m_noted.start();
-    if (seconds)
-        m_left.invalidate();
-    else if (!m_left.isValid())
-        m_left.start();
     constexpr qint64 inaccuracyMs = 2'000;
     const auto now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     const QDateTime seen = now.addMSecs(-std::llround(std::min(m_silence, age()) * 1000));
@@ -80,13 +76,6 @@ double RackTill::silence() const
 double RackTill::age() const
 {
     return m_told.age + secondsSince(m_told.read);
-}
-
-double RackTill::lostFor() const
-{
-    if (!isLost())
-        return 0;
-    return m_left.isValid() ? secondsSince(m_left) : silence();
 }
 
 /// One that this service would work is shown as it stands here when nobody else is at it.

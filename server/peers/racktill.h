@@ -33,8 +33,6 @@ public:
     const QString& service() const { return m_told.service; }
     /// This service works it, and tells of it.
     bool isOwn() const { return m_own != nullptr && m_own->isHere(); }
-    /// For how many seconds the service that has worked it is known to be gone.
-    double lostFor() const;
     /// What another service has ordered.
     void obey(const QJsonObject& content);
     /// A pause of that number was followed, by whichever service.
@@ -74,8 +72,6 @@ private:
     /// Seconds, when it was noted last.
     double m_silence = 0;
     QElapsedTimer m_noted;
-    /// Since it was known to have left.
-    QElapsedTimer m_left;
     /// When it was there last.
     QDateTime m_seen;
 };
