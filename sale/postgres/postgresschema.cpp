@@ -91,7 +91,9 @@ constexpr const char* firstRelease[] = {
     // with it, as a service was asked.
     "CREATE TABLE services (id text PRIMARY KEY, name text NOT NULL, seen timestamptz NOT NULL)",
     "CREATE TABLE registers (name text PRIMARY KEY, service text NOT NULL, settings text NOT NULL, "
-    "view text NOT NULL, told timestamptz NOT NULL)",
+    "view text NOT NULL, told timestamptz NOT NULL, "
+    // Numbers of orders that were followed before it was told: those that somebody waits for.
+    "followed text NOT NULL DEFAULT '[]')",
     "CREATE TABLE orders (number bigserial PRIMARY KEY, asked text NOT NULL, register text NOT NULL, "
     "content text NOT NULL, made timestamptz NOT NULL)",
     "CREATE INDEX frserver_outbox_by_document ON frserver_outbox (document, number)",

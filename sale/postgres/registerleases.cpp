@@ -71,6 +71,14 @@ RegisterLeases::RegisterLeases(const PostgresPlace& place, milliseconds term, co
     postgresschema::require(m_connection);
 }
 
+QStringList RegisterLeases::leased(const SqlConnection& connection)
+{
+    QStringList names;
+    connection.select(QStringLiteral("SELECT register FROM leases WHERE until > clock_timestamp()"), {},
+        [&names](const QSqlQuery& row) { names.append(row.value(0).toString()); });
+    return names;
+}
+
 QHash<QString, RegisterLeases::Standing> RegisterLeases::standings(const QList<Wish>& wishes)
 {
     QHash<QString, Standing> found;

@@ -52,6 +52,8 @@ public:
         qint64 process = 0;
     };
 
+    /// Registers that somebody has, whoever that is.
+    static QStringList leased(const SqlConnection& connection);
     /// All at once.
     QHash<QString, Standing> standings(const QList<Wish>& wishes);
     /// False when it is not free, or another process is about to take it.

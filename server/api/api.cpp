@@ -23,8 +23,7 @@ Api::Api(sale::SqlStore& store, Owners& owners, const Settings& settings)
           [this](const QString& id, bool isAwaited) {
               setAwaited(id, isAwaited ? m_open.placeOf(id) : QString());
           })
-    , m_pausing([this](const QString& name) { return http::Response::json(registerView(*till(name)), 202); },
-          [](const QString&, bool) {})
+    , m_pausing([this](const QString& pause) { return notPaused(pause); }, [](const QString&, bool) {})
 {
     for (const sale::StoredDocument& document :
         store.find({.states = OpenList::states(), .withAttempts = false, .withBodies = false}))

@@ -80,8 +80,8 @@ public:
     void heard(const sale::StoredDocument& told);
     /// Another one may have changed it without a word.
     void lookAt(const QString& id);
-    /// Whoever works the register has not paused it, and will not: who waits for that is told so.
-    void pauseDropped(const QString& registerName);
+    /// Whoever works the register has not followed that order, and will not: who waits for it is told so.
+    void pauseDropped(const QString& registerName, qint64 order);
     OpenList& openDocuments() { return m_open; }
     /// @}
 
@@ -127,8 +127,9 @@ public:
     /// Something waits for that register, or in that pool.
     void wake(const QString& place);
     Searches& searches() { return m_searches; }
-    /// The register as it is when it is paused, or at the end of the time.
-    http::Answer whenPaused(const Till& till, std::optional<std::chrono::seconds> wait);
+    /// The register as it is when it is paused, by the order of that number (see Till::pause), or at the end
+    /// of the time.
+    http::Answer whenPaused(const Till& till, qint64 order, std::optional<std::chrono::seconds> wait);
     /// @}
 
 private:
@@ -139,6 +140,9 @@ private:
     void lookAtOpen(const QString& registerName);
     void setAwaited(const QString& id, const QString& place);
     void tell(const sale::StoredDocument& document);
+    bool isAsked(const sale::StoredDocument& document) const;
+    void answerPaused(const Till& till, const QJsonObject& view);
+    http::Response notPaused(const QString& pause) const;
 
     sale::SqlStore& m_store;
     Owners& m_owners;
@@ -153,7 +157,7 @@ private:
     Waiters m_waiters;
     /// Which register, or pool, knows that somebody waits for the document.
     QHash<QString, QString> m_awaitedAt;
-    /// By names of registers.
+    /// By order and register.
     Waiters m_pausing;
     /// What was told of each register last.
     std::map<QString, QJsonObject> m_told;

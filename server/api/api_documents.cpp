@@ -81,8 +81,16 @@ void Api::noteChange(const sale::StoredDocument& document)
         return;
     }
     // Also that it is still unknown after it was asked about.
-    if (m_waiters.areAny(id))
+    if (m_waiters.areAny(id) && !isAsked(document))
         m_waiters.answer(id, documentResponse(*this, document));
+}
+
+/// That it is unknown is of a time before.
+bool Api::isAsked(const sale::StoredDocument& document) const
+{
+    const Till* const where = till(document.request.registerName);
+    return document.state == sale::DocumentState::Unknown && where != nullptr
+        && where->isAsked(document.request.id);
 }
 
 void Api::setAwaited(const QString& id, const QString& place)

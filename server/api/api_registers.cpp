@@ -22,6 +22,22 @@ bool isAtWork(const QJsonObject& view)
     return state == QStringLiteral("ready") || state == QStringLiteral("making");
 }
 
+/// Whoever has paused a register waits for that order.
+QString pauseOf(const QString& registerName, qint64 order)
+{
+    return QString::number(order) + QLatin1Char(' ') + registerName;
+}
+
+qint64 orderOf(const QString& pause)
+{
+    return pause.section(QLatin1Char(' '), 0, 0).toLongLong();
+}
+
+QString registerOf(const QString& pause)
+{
+    return pause.section(QLatin1Char(' '), 1);
+}
+
 /// What changes by itself is no change.
 QJsonObject withoutAges(QJsonObject view)
 {
@@ -80,6 +96,7 @@ void Api::registerChanged(const QString& name)
     if (changed == nullptr)
         return;
     const QJsonObject view = withoutAges(changed->view());
+    answerPaused(*changed, view);
     const QJsonObject before = std::exchange(m_told[name], view);
     if (before == view)
         return;
@@ -91,15 +108,28 @@ void Api::registerChanged(const QString& name)
     data.remove(QStringLiteral("document"));
     data.insert(QStringLiteral("register"), name);
     m_events.publish("register", data);
-    if (view.value(QStringLiteral("state")) == pausedState)
-        m_pausing.answer(name, http::Response::json(registerView(*changed)));
     if (isAtWork(view) && !isAtWork(before))
         lookAtOpen(name);
 }
 
-void Api::pauseDropped(const QString& registerName)
+void Api::answerPaused(const Till& till, const QJsonObject& view)
 {
-    m_pausing.answer(registerName,
+    if (view.value(QStringLiteral("state")) != pausedState)
+        return;
+    for (const QString& pause : m_pausing.ids()) {
+        if (registerOf(pause) == till.settings().name && till.hasFollowed(orderOf(pause)))
+            m_pausing.answer(pause, http::Response::json(registerView(till)));
+    }
+}
+
+http::Response Api::notPaused(const QString& pause) const
+{
+    return http::Response::json(registerView(*till(registerOf(pause))), 202);
+}
+
+void Api::pauseDropped(const QString& registerName, qint64 order)
+{
+    m_pausing.answer(pauseOf(registerName, order),
         http::Problem(503, QStringLiteral("unreachable"),
             QStringLiteral("No service that works the register has taken the order"),
             QStringLiteral("It is not taken any more. Nothing was changed."))
@@ -107,15 +137,16 @@ void Api::pauseDropped(const QString& registerName)
             .response());
 }
 
-http::Answer Api::whenPaused(const Till& till, std::optional<std::chrono::seconds> wait)
+http::Answer Api::whenPaused(const Till& till, qint64 order, std::optional<std::chrono::seconds> wait)
 {
     const QJsonObject view = registerView(till);
-    const std::chrono::seconds time = wait.value_or(pausingWait);
-    if (view.value(QStringLiteral("state")) == pausedState)
+    // Another service may not even have the order yet: nobody waits for that who has not said so.
+    const std::chrono::seconds time = wait.value_or(order == 0 ? pausingWait : std::chrono::seconds(0));
+    if (view.value(QStringLiteral("state")) == pausedState && till.hasFollowed(order))
         return http::Response::json(view);
     if (time == std::chrono::seconds(0))
         return http::Response::json(view, 202);
-    return m_pausing.wait(till.settings().name, time);
+    return m_pausing.wait(pauseOf(till.settings().name, order), time);
 }
 
 } // namespace frserver

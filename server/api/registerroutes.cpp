@@ -81,9 +81,9 @@ Till& reachableTill(const Api& api, const Request& request)
 Answer pause(Api& api, const Request& request)
 {
     Till& till = reachableTill(api, request);
-    till.pause(byOf(request, bodyOf(request)));
+    const qint64 order = till.pause(byOf(request, bodyOf(request)));
     audit(request, QStringLiteral("paused ") + till.settings().name);
-    return api.whenPaused(till, request.preferredWait());
+    return api.whenPaused(till, order, request.preferredWait());
 }
 
 Answer resume(Api& api, const Request& request)

@@ -49,8 +49,7 @@ void Waiters::answer(const QString& id, const http::Response& response)
 
 void Waiters::release()
 {
-    const QStringList ids = m_waiters.keys();
-    for (const QString& id : ids)
+    for (const QString& id : ids())
         answer(id, m_late(id));
 }
 

@@ -3,7 +3,7 @@
 #include "http/pending.h"
 
 #include <QHash>
-#include <QString>
+#include <QStringList>
 #include <QTimer>
 
 #include <functional>
@@ -22,6 +22,7 @@ public:
 
     std::shared_ptr<http::Pending> wait(const QString& id, std::chrono::seconds time);
     bool areAny(const QString& id) const { return m_waiters.contains(id); }
+    QStringList ids() const { return m_waiters.keys(); }
     /// Answers all that wait for the document.
     void answer(const QString& id, const http::Response& response);
     /// Nobody waits any longer.

@@ -29,6 +29,7 @@ const QString documentName = QStringLiteral("document");
 const QString registersName = QStringLiteral("registers");
 const QString goneName = QStringLiteral("gone");
 const QString ordersName = QStringLiteral("orders");
+const QString answersName = QStringLiteral("answers");
 const QString orderName = QStringLiteral("order");
 const QString registerName = QStringLiteral("register");
 
@@ -45,12 +46,13 @@ QJsonObject withoutAges(QJsonObject view)
 
 } // namespace
 
-Peers::Peers(
-    const sale::PostgresPlace& place, Api& api, sale::DocumentStore& store, std::chrono::seconds lease)
+Peers::Peers(const sale::PostgresPlace& place, Api& api, sale::DocumentStore& store,
+    std::chrono::seconds lease, const LossWatch::Clock& clock)
     : m_api(api)
     , m_store(store)
     , m_longestSilence(std::max(lease, leastSilence))
     , m_line(place)
+    , m_losses(m_longestSilence, clock)
     , m_sweep(api, store)
 {
     connect(&m_line, &PeerLine::heard, this, &Peers::hear);
@@ -77,7 +79,7 @@ RackTill& Peers::add(const Till::Settings& settings, Till* own)
     std::unique_ptr<RackTill>& till = m_tills[settings.name];
     till = std::make_unique<RackTill>(
         settings, own,
-        [this](const RackTill& ordered, const QJsonObject& content) { order(ordered, content); },
+        [this](const RackTill& ordered, const QJsonObject& content) { return order(ordered, content); },
         m_longestSilence);
     m_api.add(*till);
     return *till;
@@ -115,18 +117,36 @@ void Peers::tick()
 void Peers::look()
 {
     m_line.ask([this](sale::SqlConnection& connection) { rackboard::beat(connection, m_line.id(), m_name); });
-    read();
-    noteSilences();
+    const bool areOthersKnown = read();
+    noteLosses(noteSilences() && areOthersKnown);
     giveUpLost();
     m_sweep.begin();
+}
+
+/// One that somebody has by now is not lost, also when that one has told of nothing yet.
+void Peers::noteLosses(bool isKnown)
+{
+    QStringList lost;
+    for (const auto& [name, till] : m_tills) {
+        if (till->isLost())
+            lost.append(name);
+    }
+    const auto leaveOutLeased = [&lost](const sale::SqlConnection& connection) {
+        for (const QString& name : sale::RegisterLeases::leased(connection))
+            lost.removeAll(name);
+    };
+    if (isKnown && (lost.isEmpty() || m_line.ask(leaveOutLeased)))
+        m_losses.look(lost);
+    else
+        m_losses.forget();
 }
 
 /// Whoever works a register gives up itself what it cannot ask about.
 void Peers::giveUpLost()
 {
-    const double tooLong = std::chrono::duration<double>(sale::longestUnreached).count();
     for (const auto& [name, till] : m_tills) {
-        if (till->lostFor() < tooLong || m_api.openDocuments().count(name, sale::DocumentState::Running) == 0)
+        if (!m_losses.isLostFor(name, sale::longestUnreached)
+            || m_api.openDocuments().count(name, sale::DocumentState::Running) == 0)
             continue;
         try {
             for (const QString& id : sale::giveUpPendingSales(m_store, name))
@@ -152,7 +172,7 @@ QList<rackboard::Entry> Peers::news()
         if (lasting == m_told.value(name))
             continue;
         m_told.insert(name, lasting);
-        entries.append({till.settings(), view});
+        entries.append({till.settings(), view, till.followed()});
     }
     return entries;
 }
@@ -185,28 +205,6 @@ bool Peers::read()
     });
 }
 
-QStringList Peers::ownRegisters() const
-{
-    QStringList names;
-    for (const auto& [name, till] : m_tills) {
-        if (till->isOwn())
-            names.append(name);
-    }
-    return names;
-}
-
-/// Whoever works the register now follows what its owner before has not.
-void Peers::readOrders(sale::SqlConnection& connection)
-{
-    for (const auto& [name, content] : rackboard::takeOrders(connection, ownRegisters()))
-        obey(name, content);
-    for (const auto& [name, content] : rackboard::dropOrders(connection, m_line.id())) {
-        qCWarning(peerLog).noquote() << name << "nobody has followed in time:" << rackorder::verbOf(content);
-        if (rackorder::isPause(content))
-            m_api.pauseDropped(name);
-    }
-}
-
 /// It may have begun without the database, or not have read yet what another one told a moment ago.
 void Peers::lookForRegisters()
 {
@@ -219,9 +217,9 @@ void Peers::lookForRegisters()
 }
 
 /// Also that nothing more is heard of one.
-void Peers::noteSilences()
+bool Peers::noteSilences()
 {
-    m_line.ask([this](sale::SqlConnection& connection) {
+    const bool isRead = m_line.ask([this](sale::SqlConnection& connection) {
         const QHash<QString, double> silences = rackboard::silences(connection);
         for (const auto& [name, till] : m_tills) {
             const auto silence = silences.constFind(till->service());
@@ -233,6 +231,7 @@ void Peers::noteSilences()
         if (!till->isHere())
             m_api.registerChanged(name);
     }
+    return isRead;
 }
 
 void Peers::take(const ToldRegister& told)
@@ -245,44 +244,29 @@ void Peers::take(const ToldRegister& told)
     m_api.registerChanged(told.settings.name);
 }
 
-void Peers::order(const RackTill& till, const QJsonObject& content)
+qint64 Peers::order(const RackTill& till, const QJsonObject& content)
 {
     if (rackorder::isPassing(content)) {
         m_line.say({{orderName, content}, {registerName, till.settings().name}});
-        return;
+        return 0;
     }
     if (const QString id = rackorder::settledId(content); !id.isEmpty() && !till.isReachable()) {
         // Whoever asks wants to be told later.
         QTimer::singleShot(0, this, [this, id] { m_api.lookAt(id); });
-        return;
+        return 0;
     }
     const QString& name = till.settings().name;
-    rackboard::order(m_line.connection(), m_line.id(), {name, content});
+    const qint64 number = rackboard::order(m_line.connection(), m_line.id(), {name, content});
     m_line.say({{ordersName, name}});
-}
-
-bool Peers::isOwn(const QString& name) const
-{
-    const auto till = m_tills.find(name);
-    return till != m_tills.end() && till->second->isOwn();
-}
-
-void Peers::obey(const QString& name, const QJsonObject& content)
-{
-    const auto till = m_tills.find(name);
-    if (till == m_tills.end() || !till->second->isHere())
-        return;
-    if (rackorder::isPassing(content))
-        m_awaited.insert(content.value(QStringLiteral("id")).toString(), name);
-    till->second->obey(content);
+    return number;
 }
 
 void Peers::hear(const QJsonObject& message)
 {
     if (const QJsonObject document = message.value(documentName).toObject(); !document.isEmpty())
-        m_api.heard(documentSaid(document));
+        hearDocument(documentSaid(document), message.value(answersName).toArray());
     if (message.contains(orderName))
-        obey(message.value(registerName).toString(), message.value(orderName).toObject());
+        obey({message.value(registerName).toString(), message.value(orderName).toObject()});
     const bool areOrders = isOwn(message.value(ordersName).toString());
     // Of one that is gone, too.
     if (message.contains(registersName) && message.value(registersName) == goneName)
@@ -293,9 +277,19 @@ void Peers::hear(const QJsonObject& message)
         m_reading.start(static_cast<int>(std::max<qint64>(readPause.count(), m_nextReading.remainingTime())));
 }
 
+void Peers::hearDocument(const sale::StoredDocument& document, const QJsonArray& answers)
+{
+    if (const auto till = m_tills.find(document.request.registerName); till != m_tills.end())
+        till->second->noteAnswer(document.request.id, answers);
+    m_api.heard(document);
+}
+
 void Peers::sayDocument(const sale::StoredDocument& document)
 {
-    m_line.say({{documentName, saidDocument(document)}});
+    QJsonObject message{{documentName, saidDocument(document)}};
+    if (const QJsonArray answered = m_asking.take(document.request.id); !answered.isEmpty())
+        message.insert(answersName, answered);
+    m_line.say(message);
     // The service of whoever waited for it may be gone.
     const QString awaitedAt = isFinal(document.state) ? m_awaited.take(document.request.id) : QString();
     if (const auto till = m_tills.find(awaitedAt); till != m_tills.end())

@@ -1,11 +1,16 @@
 #pragma once
 
 #include "api/opensweep.h"
+#include "peers/losswatch.h"
 #include "peers/peerline.h"
 #include "peers/rackboard.h"
 #include "peers/racktill.h"
 
+#include "postgres/registerleases.h"
+
 #include <QDeadlineTimer>
+#include <QHash>
+#include <QJsonArray>
 #include <QSet>
 
 #include <map>
@@ -26,7 +31,8 @@ class Peers : public QObject
 public:
     /// A service that has told nothing for as long as a lease is taken for dead. Interface and store must
     /// outlive it. Throws sale::JournalError.
-    Peers(const sale::PostgresPlace& place, Api& api, sale::DocumentStore& store, std::chrono::seconds lease);
+    Peers(const sale::PostgresPlace& place, Api& api, sale::DocumentStore& store, std::chrono::seconds lease,
+        const LossWatch::Clock& clock = sale::RegisterLeases::timeSinceBoot);
     /// The others know at once that this service is gone.
     ~Peers() override;
 
@@ -39,9 +45,11 @@ public:
 
 private:
     void hear(const QJsonObject& message);
+    void hearDocument(const sale::StoredDocument& document, const QJsonArray& answers);
     void sayDocument(const sale::StoredDocument& document);
-    void order(const RackTill& till, const QJsonObject& content);
-    void obey(const QString& registerName, const QJsonObject& content);
+    qint64 order(const RackTill& till, const QJsonObject& content);
+    void obey(const rackboard::Order& order);
+    void dropped(const rackboard::Order& order);
     bool isOwn(const QString& registerName) const;
     QStringList ownRegisters() const;
     void readOrders(sale::SqlConnection& connection);
@@ -52,7 +60,9 @@ private:
     /// Whether the tables could be read.
     bool read();
     void lookForRegisters();
-    void noteSilences();
+    /// Whether the table could be read.
+    bool noteSilences();
+    void noteLosses(bool isKnown);
     void giveUpLost();
     void take(const ToldRegister& told);
 
@@ -60,6 +70,7 @@ private:
     sale::DocumentStore& m_store;
     const std::chrono::seconds m_longestSilence;
     PeerLine m_line;
+    LossWatch m_losses;
     OpenSweep m_sweep;
     QString m_name;
     std::map<QString, std::unique_ptr<RackTill>> m_tills;
@@ -69,6 +80,8 @@ private:
     QSet<QString> m_changed;
     /// Documents that others wait for, and their registers.
     QHash<QString, QString> m_awaited;
+    /// Documents that this service asks its registers about, and the numbers of the orders that said so.
+    QHash<QString, QJsonArray> m_asking;
     rackboard::Reading m_read;
     QTimer m_timer;
     QTimer m_reading;

@@ -14,6 +14,16 @@ QJsonObject jsonOf(const QVariant& text)
     return QJsonDocument::fromJson(text.toString().toUtf8()).object();
 }
 
+QString textOf(const QJsonArray& numbers)
+{
+    return QString::fromLatin1(QJsonDocument(numbers).toJson(QJsonDocument::Compact));
+}
+
+QJsonArray numbersOf(const QVariant& text)
+{
+    return QJsonDocument::fromJson(text.toString().toLatin1()).array();
+}
+
 QString settingsText(const Till::Settings& settings)
 {
     return sale::wholeJson({{QStringLiteral("protocol"), receipt::protocolName(settings.protocol)},
@@ -45,10 +55,10 @@ QList<Order> removeOrders(
     connection.together([&] {
         removed.clear();
         connection.select(QStringLiteral("WITH removed AS (DELETE FROM orders WHERE %1 RETURNING *) "
-                                         "SELECT register, content FROM removed ORDER BY number")
+                                         "SELECT register, content, number FROM removed ORDER BY number")
                               .arg(condition),
             values, [&removed](const QSqlQuery& row) {
-                removed.append({row.value(0).toString(), jsonOf(row.value(1))});
+                removed.append({row.value(0).toString(), jsonOf(row.value(1)), row.value(2).toLongLong()});
             });
     });
     return removed;
@@ -96,14 +106,15 @@ void tell(sale::SqlConnection& connection, const QString& service, const QList<E
     QStringList rows;
     QVariantList values;
     for (const Entry& entry : entries) {
-        rows.append(QStringLiteral("(?, ?, ?, ?, clock_timestamp())"));
+        rows.append(QStringLiteral("(?, ?, ?, ?, ?, clock_timestamp())"));
         values << entry.settings.name << service << settingsText(entry.settings)
-               << sale::wholeJson(entry.view);
+               << sale::wholeJson(entry.view) << textOf(entry.followed);
     }
     connection.execute(
-        QStringLiteral("INSERT INTO registers (name, service, settings, view, told) VALUES %1 "
+        QStringLiteral("INSERT INTO registers (name, service, settings, view, followed, told) VALUES %1 "
                        "ON CONFLICT (name) DO UPDATE SET service = excluded.service, "
-                       "settings = excluded.settings, view = excluded.view, told = excluded.told")
+                       "settings = excluded.settings, view = excluded.view, followed = excluded.followed, "
+                       "told = excluded.told")
             .arg(rows.join(QLatin1Char(','))),
         values);
 }
@@ -113,7 +124,7 @@ QList<ToldRegister> registers(const sale::SqlConnection& connection, const QStri
     QList<ToldRegister> found;
     // What was written before something else may be seen after it, and the database's clock be put back.
     connection.select(
-        QStringLiteral("SELECT name, told::text, service, settings, view, "
+        QStringLiteral("SELECT name, told::text, service, settings, view, followed, "
                        "greatest(0, extract(epoch FROM clock_timestamp() - told))::float8 FROM registers "
                        "WHERE told >= least(?::timestamptz, clock_timestamp()) - interval '5 seconds' "
                        "AND service <> ? ORDER BY told"),
@@ -124,18 +135,20 @@ QList<ToldRegister> registers(const sale::SqlConnection& connection, const QStri
                 return;
             reading.told.insert(name, reading.last);
             ToldRegister told{settingsOf(name, jsonOf(row.value(3))), jsonOf(row.value(4)),
-                row.value(2).toString(), row.value(5).toDouble(), {}};
+                row.value(2).toString(), row.value(6).toDouble(), {}, numbersOf(row.value(5))};
             told.read.start();
             found.append(told);
         });
     return found;
 }
 
-void order(sale::SqlConnection& connection, const QString& service, const Order& order)
+qint64 order(sale::SqlConnection& connection, const QString& service, const Order& order)
 {
-    connection.execute(QStringLiteral("INSERT INTO orders (asked, register, content, made) "
-                                      "VALUES (?, ?, ?, clock_timestamp())"),
-        {service, order.registerName, sale::wholeJson(order.content)});
+    return connection
+        .value(QStringLiteral("INSERT INTO orders (asked, register, content, made) "
+                              "VALUES (?, ?, ?, clock_timestamp()) RETURNING number"),
+            {service, order.registerName, sale::wholeJson(order.content)})
+        .toLongLong();
 }
 
 bool areOrders(const sale::SqlConnection& connection, const QString& service)

@@ -18,12 +18,15 @@ struct Entry
 {
     Till::Settings settings;
     QJsonObject view;
+    QJsonArray followed = {};
 };
 
 struct Order
 {
     QString registerName;
     QJsonObject content;
+    /// Not in the order in which they are there to be read.
+    qint64 number = 0;
 };
 
 struct Reading
@@ -49,8 +52,8 @@ QList<ToldRegister> registers(
 /// @name What whoever works a register is to do with it, for as long as somebody expects it
 /// @{
 inline constexpr std::chrono::seconds longestOrder{30};
-/// As a service was asked.
-void order(sale::SqlConnection& connection, const QString& service, const Order& order);
+/// As a service was asked. Gives its number.
+qint64 order(sale::SqlConnection& connection, const QString& service, const Order& order);
 /// Whether there is anything to take, or to drop for that service.
 bool areOrders(const sale::SqlConnection& connection, const QString& service);
 /// Those for these registers, in their order; each once, and none that is too old.

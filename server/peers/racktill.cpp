@@ -51,6 +51,8 @@ RackTill::RackTill(
 void RackTill::tell(const ToldRegister& told)
 {
     m_told = told;
+    for (const QJsonValue number : told.followed)
+        noteFollowed(number.toInteger());
     if (m_own == nullptr)
         setSettings(told.settings);
 }
@@ -59,10 +61,6 @@ void RackTill::noteSilence(std::optional<double> seconds)
 {
     m_silence = seconds.value_or(std::numeric_limits<double>::infinity());
     m_noted.start();
-    if (seconds)
-        m_left.invalidate();
-    else if (!m_left.isValid())
-        m_left.start();
     constexpr qint64 inaccuracyMs = 2'000;
     const auto now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     const QDateTime seen = now.addMSecs(-std::llround(std::min(m_silence, age()) * 1000));
@@ -78,13 +76,6 @@ double RackTill::silence() const
 double RackTill::age() const
 {
     return m_told.age + secondsSince(m_told.read);
-}
-
-double RackTill::lostFor() const
-{
-    if (!isLost())
-        return 0;
-    return m_left.isValid() ? secondsSince(m_left) : silence();
 }
 
 /// One that this service would work is shown as it stands here when nobody else is at it.
@@ -128,12 +119,29 @@ QJsonObject RackTill::toldView() const
     return view;
 }
 
-void RackTill::order(const QJsonObject& content)
+qint64 RackTill::order(const QJsonObject& content)
 {
-    if (isHere())
-        obey(content);
-    else
-        m_order(*this, content);
+    if (!isHere())
+        return m_order(*this, content);
+    obey(content);
+    return 0;
+}
+
+void RackTill::noteFollowed(qint64 order)
+{
+    // More are not given in the time in which somebody waits.
+    constexpr qsizetype most = 16;
+    if (m_followed.contains(order))
+        return;
+    m_followed.append(order);
+    if (m_followed.size() > most)
+        m_followed.removeFirst();
+}
+
+void RackTill::noteAnswer(const QString& id, const QJsonArray& orders)
+{
+    if (m_asked.contains(id) && orders.contains(m_asked.value(id)))
+        m_asked.remove(id);
 }
 
 void RackTill::wake()
@@ -150,12 +158,14 @@ void RackTill::setAwaited(const QString& id, bool isAwaited)
 
 void RackTill::settle(const QString& id)
 {
-    order({{doName, settleVerb}, {idName, id}});
+    m_asked.remove(id);
+    if (const qint64 number = order({{doName, settleVerb}, {idName, id}}); number != 0)
+        m_asked.insert(id, number);
 }
 
-void RackTill::pause(const QString& by)
+qint64 RackTill::pause(const QString& by)
 {
-    order({{doName, pauseVerb}, {byName, by}});
+    return order({{doName, pauseVerb}, {byName, by}});
 }
 
 void RackTill::resume(const QString& by)

@@ -3,6 +3,7 @@
 #include "peers/toldregister.h"
 
 #include <QDateTime>
+#include <QHash>
 
 #include <chrono>
 #include <functional>
@@ -15,8 +16,9 @@ namespace frserver {
 class RackTill : public Till
 {
 public:
-    /// Gives it to the service that works the register. May throw sale::JournalError.
-    using Order = std::function<void(const RackTill& till, const QJsonObject& content)>;
+    /// Gives it to the service that works the register, and its number, or 0 when nobody will tell what came
+    /// of it. May throw sale::JournalError.
+    using Order = std::function<qint64(const RackTill& till, const QJsonObject& content)>;
 
     /// The register as this service has it must outlive it; null when it does not have it.
     /// A service that has told nothing for longer than that is taken for dead.
@@ -31,10 +33,14 @@ public:
     const QString& service() const { return m_told.service; }
     /// This service works it, and tells of it.
     bool isOwn() const { return m_own != nullptr && m_own->isHere(); }
-    /// For how many seconds the service that has worked it is known to be gone.
-    double lostFor() const;
     /// What another service has ordered.
     void obey(const QJsonObject& content);
+    /// A pause of that number was followed, by whichever service.
+    void noteFollowed(qint64 order);
+    /// The last ones.
+    const QJsonArray& followed() const { return m_followed; }
+    /// The register was asked about the document as those orders said, or nobody will do so.
+    void noteAnswer(const QString& id, const QJsonArray& orders);
 
     bool isHere() const override;
     bool isReachable() const override;
@@ -43,12 +49,14 @@ public:
     void wake() override;
     void setAwaited(const QString& id, bool isAwaited) override;
     void settle(const QString& id) override;
-    void pause(const QString& by) override;
+    bool isAsked(const QString& id) const override { return !isHere() && m_asked.contains(id); }
+    qint64 pause(const QString& by) override;
+    bool hasFollowed(qint64 order) const override { return order == 0 || m_followed.contains(order); }
     void resume(const QString& by) override;
     void accept(const QString& by, const QString& note) override;
 
 private:
-    void order(const QJsonObject& content);
+    qint64 order(const QJsonObject& content);
     double silence() const;
     double age() const;
     QJsonObject toldView() const;
@@ -58,11 +66,12 @@ private:
     const double m_longestSilence;
     QString m_serviceName;
     ToldRegister m_told;
+    QJsonArray m_followed;
+    /// Documents that another service is to ask about, with the order's number.
+    QHash<QString, qint64> m_asked;
     /// Seconds, when it was noted last.
     double m_silence = 0;
     QElapsedTimer m_noted;
-    /// Since it was known to have left.
-    QElapsedTimer m_left;
     /// When it was there last.
     QDateTime m_seen;
 };

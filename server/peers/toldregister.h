@@ -3,6 +3,7 @@
 #include "api/till.h"
 
 #include <QElapsedTimer>
+#include <QJsonArray>
 
 namespace frserver {
 
@@ -16,6 +17,8 @@ struct ToldRegister
     /// How old that is, in seconds, when it was read.
     double age = 0;
     QElapsedTimer read;
+    /// Numbers of pauses that were ordered and have been followed before that.
+    QJsonArray followed;
 };
 
 } // namespace frserver

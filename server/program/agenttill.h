@@ -27,7 +27,11 @@ public:
     void wake() override { m_agent.wake(); }
     void setAwaited(const QString& id, bool isAwaited) override { m_agent.setAwaited(id, isAwaited); }
     void settle(const QString& id) override { m_agent.settle(id); }
-    void pause(const QString& by) override { m_agent.pause(by); }
+    qint64 pause(const QString& by) override
+    {
+        m_agent.pause(by);
+        return 0;
+    }
     void resume(const QString& /*by*/) override { m_agent.resume(); }
     void accept(const QString& by, const QString& note) override { m_agent.accept(by, note); }
 

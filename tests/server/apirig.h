@@ -50,7 +50,11 @@ public:
                     {"documentsLeft", QJsonValue()}}}}};
     }
     void settle(const QString& id) override { told.append("settle " + id); }
-    void pause(const QString& by) override { told.append("pause by " + by); }
+    qint64 pause(const QString& by) override
+    {
+        told.append("pause by " + by);
+        return 0;
+    }
     void resume(const QString& by) override { told.append("resume by " + by); }
     void accept(const QString& by, const QString& note) override { told.append(by + " accepts: " + note); }
 

@@ -72,7 +72,7 @@ class Store(SharedStoreTest):
             self.assertEqual((201, "issued"), (sold.status, sold.body.get("state")), sold)
             events.until("document", id="rack:sale:1", state="issued", register="till1")
         with one.client.events() as events:
-            paused = two.ask("POST", "/v1/registers/till1/pause", {"by": "Anna"})
+            paused = two.ask("POST", "/v1/registers/till1/pause", {"by": "Anna"}, Prefer="wait=30")
             self.assertEqual((200, "paused", "Anna"), (paused.status, paused["state"], paused["pausedBy"]))
             self.assertEqual(202, two.post(SALE, "till1", wait=0, id="rack:sale:2").status)
             events.until("document", id="rack:sale:2", state="queued")
