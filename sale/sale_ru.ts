@@ -372,6 +372,10 @@
         <translation>журнал %1: у Qt здесь нет драйвера PostgreSQL</translation>
     </message>
     <message>
+        <source>libpq is not there: %1</source>
+        <translation>нет libpq: %1</translation>
+    </message>
+    <message>
         <source>install libqt6sql6-psql</source>
         <translation>установите libqt6sql6-psql</translation>
     </message>

@@ -31,6 +31,8 @@ public:
     virtual QString moment(const QString& column) const { return column; }
     /// It is one for many machines, whose tables frserver migrate makes.
     virtual bool isShared() const { return false; }
+    /// Work whose questions may take as long as they want.
+    virtual void atLeisure(const std::function<void()>& work) const { work(); }
 
     /// The first column of the first row; invalid when there is none.
     QVariant value(const QString& statement, const QVariantList& values = {}) const;

@@ -1,13 +1,19 @@
 #include "sqlstore.h"
 
+#include <utility>
+
 namespace sale {
 
 QStringList SqlStore::doubtUnfinished()
 {
     QStringList ids;
+    QList<StoredDocument> unfinished;
+    m_sql.atLeisure([&] {
+        unfinished
+            = find({.states = {DocumentState::Queued, DocumentState::Running, DocumentState::Unknown}});
+    });
     // One by one, as whoever keeps them holds each that is changed: run again, it goes on where it ended.
-    for (const StoredDocument& found :
-        find({.states = {DocumentState::Queued, DocumentState::Running, DocumentState::Unknown}})) {
+    for (const StoredDocument& found : std::as_const(unfinished)) {
         const QString& id = found.request.id;
         if (found.state != DocumentState::Queued && !found.isToBeAsked())
             continue;

@@ -141,7 +141,7 @@ int SqlStore::anonymise(const QDateTime& before)
     const QString ended = QStringLiteral(
         "state IN ('issued', 'notIssued') AND accepted < ? AND anonymised IS NULL AND kind <> 'review'");
     int documents = 0;
-    m_sql.together([&] {
+    const auto write = [&] {
         m_sql.execute(QStringLiteral("UPDATE attempts SET warnings = NULL, marks = NULL, "
                                      "body = CASE WHEN body IS NULL THEN NULL ELSE '' END "
                                      "WHERE id IN (SELECT id FROM documents WHERE %1)")
@@ -152,7 +152,8 @@ int SqlStore::anonymise(const QDateTime& before)
                            "anonymised = ? WHERE %1")
                 .arg(ended),
             {now(), storedTime(before)});
-    });
+    };
+    m_sql.atLeisure([&] { m_sql.together(write); });
     return documents;
 }
 

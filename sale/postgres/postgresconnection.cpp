@@ -1,17 +1,16 @@
 #include "postgres/postgresconnection.h"
 
-#include "postgres/passwordfile.h"
 #include "postgres/postgresfault.h"
+#include "postgres/postgreslibrary.h"
 #include "postgres/silentservers.h"
 #include "saletr.h"
 
-#include <QCoreApplication>
+#include <QScopeGuard>
 #include <QSqlDatabase>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
 #include <QSqlQuery>
-#include <QSysInfo>
 #include <QThread>
 
 #include <algorithm>
@@ -20,7 +19,12 @@ namespace sale {
 
 namespace {
 
-const QString driverName = QStringLiteral("QPSQL");
+using std::chrono::milliseconds;
+
+/// Of a server that has kept another connection of this process waiting.
+constexpr milliseconds suspectedAnswer{1'000};
+/// Of what goes through all documents, or makes tables of them.
+constexpr std::chrono::hours leisure(1);
 
 bool isNull(const QVariant& value)
 {
@@ -28,117 +32,27 @@ bool isNull(const QVariant& value)
     return value.isNull() || (isText && value.toString().isNull());
 }
 
-/// As the server shows it beside what it is asked, and cuts it off behind 63 characters.
-QString nameOfProgram()
-{
-    return QStringLiteral("frspf %1 %2")
-        .arg(QCoreApplication::applicationPid())
-        .arg(QSysInfo::machineHostName());
-}
-
-QString quotedOption(QString value)
-{
-    value.replace(QLatin1Char('\\'), QStringLiteral("\\\\"))
-        .replace(QLatin1Char('\''), QStringLiteral("\\'"));
-    return QLatin1Char('\'') + value + QLatin1Char('\'');
-}
-
 } // namespace
 
-PostgresConnection::PostgresConnection(const PostgresPlace& place, int patienceMs)
-    : m_place(place)
-    , m_patienceMs(patienceMs)
+/// Of the connection that there is now.
+AnswerWatch::Socket PostgresConnection::socket() const
 {
-    if (!QSqlDatabase::isDriverAvailable(driverName))
-        throw JournalError(tr("journal %1: Qt has no driver for PostgreSQL here").arg(place.shown()),
-            tr("install libqt6sql6-psql"));
-    QElapsedTimer since;
-    since.start();
-    reach(since);
-}
-
-QString PostgresConnection::options() const
-{
-    const QString patience = QString::number(m_patienceMs);
-    constexpr int leastSeconds = 2;
-    // A server that has vanished is noticed in time, and one that only reads is none to write to.
-    QMap<QString, QString> all{
-        {QStringLiteral("application_name"), nameOfProgram()},
-        {QStringLiteral("connect_timeout"), QString::number(std::max(leastSeconds, m_patienceMs / 1000))},
-        {QStringLiteral("tcp_user_timeout"), patience},
-        {QStringLiteral("keepalives_idle"), QStringLiteral("5")},
-        {QStringLiteral("keepalives_interval"), QStringLiteral("2")},
-        {QStringLiteral("keepalives_count"), QStringLiteral("3")},
-        {QStringLiteral("target_session_attrs"), QStringLiteral("read-write")},
+    return [&library = PostgresLibrary::ofProcess(), driver = database().driver()] {
+        return library.socketOf(*driver);
     };
-    all.insert(m_place.parameters);
-    if (!m_place.port.isEmpty())
-        all.insert(QStringLiteral("port"), m_place.port);
-    if (const QString file = passwordFile(m_place); !file.isEmpty())
-        all.insert(QStringLiteral("passfile"), file);
-    QStringList words;
-    for (auto one = all.cbegin(); one != all.cend(); ++one)
-        words.append(one.key() + QLatin1Char('=') + quotedOption(one.value()));
-    return words.join(QLatin1Char(' '));
 }
 
-void PostgresConnection::open() const
+milliseconds PostgresConnection::longestAnswer() const
 {
-    QSqlDatabase server = make(driverName);
-    server.setHostName(m_place.host);
-    server.setDatabaseName(m_place.database);
-    server.setUserName(m_place.user);
-    server.setPassword(m_place.password);
-    server.setConnectOptions(options());
-    if (!server.open())
-        throwPostgresFault(m_place, server.lastError());
-    arrange();
-    if (m_ear)
-        subscribe();
+    return SilentServers::ofProcess().isSuspected(m_server) ? std::min(m_longestAnswer, suspectedAnswer)
+                                                            : m_longestAnswer;
 }
 
-void PostgresConnection::listen(const QString& channel, const std::function<void(const QString&)>& heard)
+void PostgresConnection::atLeisure(const std::function<void()>& work) const
 {
-    m_channel = channel;
-    m_heard = heard;
-    m_ear = std::make_unique<QObject>();
-    if (database().isOpen())
-        subscribe();
-}
-
-void PostgresConnection::subscribe() const
-{
-    QSqlDriver* const driver = database().driver();
-    if (!driver->subscribeToNotification(m_channel))
-        throwPostgresFault(m_place, driver->lastError());
-    // Later: whoever hears it may lose the connection, and its driver with it.
-    QObject::connect(
-        driver, &QSqlDriver::notification, m_ear.get(),
-        [heard = m_heard](
-            const QString&, QSqlDriver::NotificationSource, const QVariant& text) { heard(text.toString()); },
-        Qt::QueuedConnection);
-}
-
-void PostgresConnection::arrange() const
-{
-    constexpr int idleMs = 10'000;
-    // A program that is stopped in the middle of a transaction holds up nobody for longer, and a machine that
-    // has vanished leaves its connections to others within two minutes.
-    const QSqlQuery set = run(QStringLiteral(
-        "SELECT current_setting('fsync'), set_config('TimeZone', 'UTC', false), "
-        "set_config('tcp_keepalives_idle', '30', false), set_config('tcp_keepalives_interval', '10', false), "
-        "set_config('tcp_keepalives_count', '3', false), set_config('tcp_user_timeout', '60000', false), "
-        "set_config('search_path', 'frspf', false), set_config('client_min_messages', 'warning', false), "
-        "set_config('lock_timeout', '%1', false), "
-        "set_config('idle_in_transaction_session_timeout', '%2', false), "
-        "set_config('synchronous_commit', CASE current_setting('synchronous_commit') WHEN 'off' THEN 'on' "
-        "ELSE current_setting('synchronous_commit') END, false)")
-                                  .arg(m_patienceMs)
-                                  .arg(idleMs));
-    QSqlQuery row = set;
-    if (row.next() && row.value(0).toString() == QStringLiteral("off"))
-        throw JournalError(tr("journal %1: the server does not write to its disk").arg(m_place.shown()),
-            tr("set fsync = on"));
+    const auto former = qScopeGuard([this, usual = m_longestAnswer] { m_longestAnswer = usual; });
+    m_longestAnswer = leisure;
+    work();
 }
 
 QString PostgresConnection::literal(const QVariant& value) const
@@ -166,8 +80,18 @@ QString PostgresConnection::whole(const QString& statement, const QVariantList& 
 
 QSqlQuery PostgresConnection::run(const QString& statement) const
 {
+    SilentServers& silent = SilentServers::ofProcess();
+    const bool isSuspected = silent.isSuspected(m_server);
     QSqlQuery query(database());
-    if (!query.exec(statement))
+    const AnswerWatch::Question question(socket(), longestAnswer());
+    const bool isDone = query.exec(statement);
+    if (!isDone && question.isGivenUp()) {
+        silent.suspect(m_server);
+        throwSilence(m_place);
+    }
+    if (isSuspected)
+        silent.clear(m_server);
+    if (!isDone)
         throwPostgresFault(m_place, query.lastError());
     return query;
 }
@@ -187,19 +111,21 @@ void PostgresConnection::reach(const QElapsedTimer& since) const
 {
     SilentServers& silent = SilentServers::ofProcess();
     while (!database().isOpen()) {
-        if (silent.isResting(m_place.shown())) {
-            if (waitAgain(since))
-                continue;
-            throw ConnectionLost(tr("journal %1: the server does not answer").arg(m_place.shown()));
+        if (const qint64 rest = silent.restOf(m_server); rest > 0) {
+            // Nobody waits for what does not come in time.
+            if (rest > m_patienceMs - since.elapsed() || !waitAgain(since))
+                throwSilence(m_place);
+            continue;
         }
         QElapsedTimer asked;
         asked.start();
         try {
             open();
+            silent.clear(m_server);
             m_isGivenUp = false;
         } catch (const ConnectionLost&) {
             close();
-            silent.note(m_place.shown(), asked.elapsed());
+            silent.note(m_server, asked.elapsed());
             if (!waitAgain(since))
                 throw;
         } catch (const JournalError&) {
@@ -260,7 +186,11 @@ QString PostgresConnection::now() const
 void PostgresConnection::rollBack()
 {
     m_isInTransaction = false;
-    QSqlQuery(database()).exec(QStringLiteral("ROLLBACK"));
+    try {
+        run(QStringLiteral("ROLLBACK"));
+    } catch (const JournalError&) {
+        // Whoever asks next finds out.
+    }
 }
 
 bool PostgresConnection::attempt(const std::function<void()>& statements, const QElapsedTimer& since)

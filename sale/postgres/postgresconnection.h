@@ -1,11 +1,13 @@
 #pragma once
 
+#include "postgres/answerwatch.h"
 #include "postgres/postgresplace.h"
 #include "sqlconnection.h"
 
 #include <QElapsedTimer>
 #include <QObject>
 
+#include <chrono>
 #include <memory>
 
 class QSqlQuery;
@@ -16,7 +18,7 @@ namespace sale {
 /// lost is made anew, and what it was doing is done again when it is sure that it was not done: the server
 /// is asked what has become of the transaction whose end it did not tell. It stays open what became of that
 /// one when the server is not back within the patience, or has started anew in between and may have given
-/// its number to another one.
+/// its number to another one. A server that does not answer in time is taken for a lost connection.
 class PostgresConnection : public SqlConnection
 {
 public:
@@ -35,6 +37,14 @@ public:
     bool isShared() const override { return true; }
     /// The server's clock, in the form of storedTime.
     QString now() const;
+    void atLeisure(const std::function<void()>& work) const override;
+
+    /// In which a question is to be answered; at first somewhat more than the patience, with which the server
+    /// itself gives up waiting for others, and never less than leastAnswer.
+    void setLongestAnswer(std::chrono::milliseconds longest) { m_longestAnswer = longest; }
+    /// An owner of registers has to know in time that its lease cannot be renewed: of 15 s that is at 7 s
+    /// behind a renewal that was due.
+    static constexpr std::chrono::milliseconds leastAnswer{3'000};
 
     /// What is said on the channel (NOTIFY) is given to the function by the event loop of this thread. What
     /// is said between a loss of the connection and its next use is missed.
@@ -48,6 +58,9 @@ private:
     QString literal(const QVariant& value) const;
     /// The statement with its values in their places.
     QString whole(const QString& statement, const QVariantList& values) const;
+    AnswerWatch::Socket socket() const;
+    std::chrono::milliseconds longestOpening() const;
+    std::chrono::milliseconds longestAnswer() const;
     QSqlQuery run(const QString& statement) const;
     QSqlQuery runPatiently(const QString& statement, const QVariantList& values) const;
     /// The connection is there afterwards.
@@ -70,7 +83,9 @@ private:
     void rollBack();
 
     const PostgresPlace m_place;
+    const QString m_server;
     const int m_patienceMs;
+    mutable std::chrono::milliseconds m_longestAnswer;
     bool m_isInTransaction = false;
     qint64 m_transactions = 0;
     /// Nobody is kept waiting for it again and again.

@@ -63,7 +63,20 @@ QString firstLine(const QSqlError& error)
     return words.section(QLatin1Char('\n'), 0, 0).trimmed();
 }
 
+QString adviceFor(const QString& code)
+{
+    const auto* const advice = std::find_if(std::cbegin(advices), std::cend(advices),
+        [&code](const Advice& one) { return code.startsWith(QLatin1String(one.code)); });
+    return advice == std::cend(advices) ? QString() : tr(advice->text);
+}
+
 } // namespace
+
+void throwSilence(const PostgresPlace& place)
+{
+    throw ConnectionLost(
+        tr("journal %1: the server does not answer").arg(place.shown()), adviceFor(QStringLiteral("08")));
+}
 
 void throwPostgresFault(const PostgresPlace& place, const QSqlError& error)
 {
@@ -71,10 +84,7 @@ void throwPostgresFault(const PostgresPlace& place, const QSqlError& error)
     const QString code = codeOf(error, words);
     const QString fault = tr("journal %1: %2").arg(place.shown(), words);
     const bool isFull = code == QStringLiteral("53300");
-    const QString known = isLost(code) && !isFull ? QStringLiteral("08") : code;
-    const auto* const advice = std::find_if(std::cbegin(advices), std::cend(advices),
-        [&known](const Advice& one) { return known.startsWith(QLatin1String(one.code)); });
-    const QString toDo = advice == std::cend(advices) ? QString() : tr(advice->text);
+    const QString toDo = adviceFor(isLost(code) && !isFull ? QStringLiteral("08") : code);
     if (isLost(code))
         throw ConnectionLost(fault, toDo);
     // Of two that bring the same id in, one finds it when it looks again.

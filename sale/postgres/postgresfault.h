@@ -24,5 +24,7 @@ public:
 
 /// Throws ConnectionLost, RunAgain or JournalError, with what is to be done.
 [[noreturn]] void throwPostgresFault(const PostgresPlace& place, const QSqlError& error);
+/// Throws ConnectionLost: nobody waits for the server's answer any longer.
+[[noreturn]] void throwSilence(const PostgresPlace& place);
 
 } // namespace sale

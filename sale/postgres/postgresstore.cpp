@@ -92,7 +92,7 @@ void PostgresStore::meetRegister(const QString& registerName, const std::functio
 void PostgresStore::migrate(const PostgresPlace& place)
 {
     PostgresConnection connection(place, usualPatienceMs);
-    postgresschema::migrate(connection);
+    connection.atLeisure([&connection] { postgresschema::migrate(connection); });
 }
 
 /// What is connected tells, and no lease of an older state that was put back.
@@ -153,12 +153,15 @@ QStringList PostgresStore::damages() const
         return m_connection.value(QString::fromLatin1(statement)).toLongLong();
     };
     QStringList found;
-    if (count("SELECT count(*) FROM documents LEFT JOIN ids USING (id, accepted) WHERE ids.id IS NULL") > 0)
-        found.append(tr("documents have no id"));
-    if (count("SELECT count(*) FROM attempts LEFT JOIN documents USING (id, accepted) "
-              "WHERE documents.id IS NULL")
-        > 0)
-        found.append(tr("attempts have no document"));
+    m_connection.atLeisure([&] {
+        if (count("SELECT count(*) FROM documents LEFT JOIN ids USING (id, accepted) WHERE ids.id IS NULL")
+            > 0)
+            found.append(tr("documents have no id"));
+        if (count("SELECT count(*) FROM attempts LEFT JOIN documents USING (id, accepted) "
+                  "WHERE documents.id IS NULL")
+            > 0)
+            found.append(tr("attempts have no document"));
+    });
     return found;
 }
 

@@ -21,11 +21,30 @@ void SilentServers::note(const QString& server, qint64 tookMs)
     m_rests.insert(server, QDeadlineTimer(restMs));
 }
 
-bool SilentServers::isResting(const QString& server)
+qint64 SilentServers::restOf(const QString& server)
 {
     const QMutexLocker lock(&m_mutex);
     const auto rest = m_rests.constFind(server);
-    return rest != m_rests.cend() && !rest->hasExpired();
+    return rest == m_rests.cend() ? 0 : rest->remainingTime();
+}
+
+void SilentServers::suspect(const QString& server)
+{
+    const QMutexLocker lock(&m_mutex);
+    m_suspected.insert(server);
+}
+
+bool SilentServers::isSuspected(const QString& server)
+{
+    const QMutexLocker lock(&m_mutex);
+    return m_suspected.contains(server);
+}
+
+void SilentServers::clear(const QString& server)
+{
+    const QMutexLocker lock(&m_mutex);
+    m_rests.remove(server);
+    m_suspected.remove(server);
 }
 
 } // namespace sale

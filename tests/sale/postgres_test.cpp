@@ -11,6 +11,7 @@
 #include "postgres/postgresstore.h"
 #include "postgresserver.h"
 
+#include <QDeadlineTimer>
 #include <QSqlQuery>
 
 #include <gtest/gtest.h>
@@ -19,6 +20,8 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <csignal>
 #include <thread>
 
 using namespace sale;
@@ -38,6 +41,14 @@ protected:
     {
         connection().value("SELECT count(pg_terminate_backend(pid)) FROM pg_stat_activity "
                            "WHERE application_name LIKE 'frspf%' AND pid <> pg_backend_pid()");
+    }
+    /// Commits of ids wait as long as somebody has this lock.
+    void holdUpCommits() const
+    {
+        connection().execute("CREATE FUNCTION halt() RETURNS trigger LANGUAGE plpgsql AS "
+                             "$$ BEGIN PERFORM pg_advisory_xact_lock_shared(7); RETURN NULL; END $$");
+        connection().execute("CREATE CONSTRAINT TRIGGER halt AFTER INSERT ON ids "
+                             "DEFERRABLE INITIALLY DEFERRED FOR EACH ROW EXECUTE FUNCTION halt()");
     }
     QStringList tables() const
     {
@@ -119,10 +130,7 @@ TEST_F(Postgres, WhatWasAcceptedOutlivesThePowerCutAndNothingIsAcceptedWithoutAS
 TEST_F(Postgres, WhatIsSaidToBeAcceptedIsThereWhoeverGotTheNumberOfItsTransactionSince)
 {
     // The server dies over the commit, of which nothing is on its disk.
-    connection().execute("CREATE FUNCTION halt() RETURNS trigger LANGUAGE plpgsql AS "
-                         "$$ BEGIN PERFORM pg_advisory_xact_lock_shared(7); RETURN NULL; END $$");
-    connection().execute("CREATE CONSTRAINT TRIGGER halt AFTER INSERT ON ids DEFERRABLE INITIALLY DEFERRED "
-                         "FOR EACH ROW EXECUTE FUNCTION halt()");
+    holdUpCommits();
     PostgresConnection watch(server.place(), 1000);
     watch.value("SELECT pg_advisory_lock(7)");
     std::optional<bool> isThere;
@@ -147,6 +155,44 @@ TEST_F(Postgres, WhatIsSaidToBeAcceptedIsThereWhoeverGotTheNumberOfItsTransactio
     host.join();
     EXPECT_TRUE(isThere.value_or(true));
     EXPECT_EQ(PostgresStore(server.place()).accept(request("A")).state, DocumentState::Queued);
+}
+
+TEST_F(Postgres, QuestionThatIsNotAnsweredIsAskedAnew)
+{
+    PostgresConnection asking(server.place(), 10'000);
+    const QString process = "SELECT pg_backend_pid()";
+    const int former = asking.value(process).toInt();
+    asking.setLongestAnswer(std::chrono::milliseconds(0));
+    asking.atLeisure([&] { asking.value("SELECT pg_sleep(0.5)"); });
+    EXPECT_EQ(asking.value(process).toInt(), former) << "what takes long takes it";
+    ::kill(former, SIGSTOP);
+    EXPECT_NE(asking.value(process).toInt(), former);
+    ::kill(former, SIGCONT);
+}
+
+TEST_F(Postgres, CommitThatIsNotAnsweredIsAskedAboutAndDoneOnce)
+{
+    holdUpCommits();
+    PostgresConnection watch(server.place(), 1000);
+    watch.value("SELECT pg_advisory_lock(7)");
+    std::atomic<int> runs = 0;
+    std::thread host([&] {
+        PostgresConnection writing(server.place(), 30'000);
+        writing.setLongestAnswer(std::chrono::milliseconds(500));
+        writing.together([&] {
+            ++runs;
+            writing.execute("INSERT INTO ids VALUES ('A', '', now())");
+        });
+    });
+    const QString asked = "SELECT count(*) FROM pg_stat_activity WHERE pid <> pg_backend_pid() "
+                          "AND query LIKE '%pg_xact_status%'";
+    const QDeadlineTimer patience(10'000);
+    while (watch.value(asked).toInt() == 0 && !patience.hasExpired()) { }
+    EXPECT_FALSE(patience.hasExpired());
+    watch.value("SELECT pg_advisory_unlock(7)");
+    host.join();
+    EXPECT_EQ(runs, 1);
+    EXPECT_EQ(watch.value("SELECT count(*) FROM ids").toInt(), 1);
 }
 
 TEST_F(Postgres, WhatATransactionHasSeenOfADocumentIsForgottenWithIt)

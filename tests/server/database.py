@@ -1,5 +1,6 @@
 """PostgreSQL of a test or a measurement: in a folder of its own, without a port, gone when it is closed."""
 
+import contextlib
 import glob
 import json
 import os
@@ -68,6 +69,22 @@ class Database:
         except subprocess.TimeoutExpired:
             self.server.kill()
             self.server.wait(PATIENCE)
+
+    @contextlib.contextmanager
+    def standing_still(self):
+        """It takes what it is asked, and answers nothing."""
+        for process in (self.server.pid, *self.children()):
+            os.kill(process, signal.SIGSTOP)
+        try:
+            yield
+        finally:
+            for process in (*self.children(), self.server.pid):
+                os.kill(process, signal.SIGCONT)
+
+    def children(self):
+        task = f"/proc/{self.server.pid}/task/{self.server.pid}/children"
+        with open(task, encoding="ascii") as children:
+            return [int(child) for child in children.read().split()]
 
     def close(self):
         self.stop()

@@ -157,6 +157,25 @@ class Store(SharedStoreTest):
         self.assertEqual(200, service.ask("GET", "/readyz").status)
         self.assertEqual(2, len(self.registers["till1"].receipts()))
 
+    def test_database_that_stands_still_is_one_that_is_gone(self):
+        service = self.serve("till1")
+        service.edit("[store]\n", "[store]\nlease = 3\n")
+        self.migrate(service)
+        self.start(service)
+        self.assert_issued(service.post(SALE, id="rack:till1:1"))
+        with self.registers["till1"].meets(mode="busy:3"):
+            self.assertEqual(202, service.post(SALE, wait=0, id="rack:till1:2").status)
+        with self.database.standing_still():
+            for path, status in (("/healthz", 200), ("/readyz", 503), ("/v1/documents/rack:till1:2", 503)):
+                self.assertEqual(status, service.ask("GET", path).status)
+            self.assertEqual((503, "journal"), (lambda told: (told.status, told["type"]))(service.post(SALE, id="rack:till1:3")))
+            # Behind its lease nobody is at the register.
+            self.becomes(service.workers, [])
+            self.assertEqual(200, service.ask("GET", "/healthz").status)
+        self.becomes(lambda: service.post(SALE, id="rack:till1:3").status, 201)
+        self.assertEqual("issued", service.post(SALE, id="rack:till1:2")["state"])
+        self.assertEqual(3, len(self.registers["till1"].receipts()))
+
 
 if __name__ == "__main__":
     unittest.main()
