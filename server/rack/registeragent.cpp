@@ -129,6 +129,7 @@ void RegisterAgent::look()
         qCWarning(rackLog).noquote() << name() << "no sign of life from the worker, which is killed";
         m_worker->kill();
     }
+    giveWay();
     advance();
 }
 

@@ -145,6 +145,54 @@ TEST_F(OwnedTest, WhatKeepsItFromItsRegisterIsToldAndAPersonMayAnswer)
     EXPECT_EQ(text("state"), "ready");
 }
 
+TEST_F(OwnedTest, LineThatLeadsToAnotherRegisterIsLeftToWhoeverMayReachItsOwn)
+{
+    const struct
+    {
+        const char* waiting;
+        bool isWanted;
+        bool isBegun;
+        int asked;
+    } rows[] = {
+        {"wrongRegister", true, false, 1},
+        {"newDrive", true, false, 1},
+        {"testDrive", true, false, 1},
+        // Alone it goes on, and looks again each minute.
+        {"newDrive", false, false, 3},
+        {"newDrive", true, true, 0},
+        // The register may be off for all of them.
+        {"line", true, false, 0},
+        {"busy", true, false, 0},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.waiting);
+        hand->epoch = 1;
+        hand->asked = 0;
+        hand->isWanted = row.isWanted;
+        const QString id = QString("sale:%1").arg(&row - rows);
+        startWorker();
+        if (row.isBegun) {
+            store.accept({id, "sell", "{}", "till1"});
+            begin(id);
+        }
+        for (int second = 0; second < 185; ++second) {
+            if (worker->at() == "open")
+                worker->fail(row.waiting);
+            if (second == 59) {
+                EXPECT_EQ(hand->asked, 0) << "somebody may put it right";
+            }
+            if (worker->did.endsWith("end") && worker->isAlive)
+                worker->die();
+            pass(1'000);
+        }
+        EXPECT_EQ(hand->asked, row.asked);
+        EXPECT_EQ(text("state"), row.asked == 1 ? "standby" : "waiting");
+        EXPECT_EQ(worker->kills, 0);
+        if (row.isBegun)
+            end(id, DocumentState::Issued);
+    }
+}
+
 TEST_F(OwnedTest, PausedLeavesWhatADeadWorkerHeld)
 {
     startAgent();
