@@ -249,6 +249,7 @@ bool RegisterAgent::isMaking() const
 void RegisterAgent::requestMaking(Request document)
 {
     document.what = makeVerb;
+    m_hasMade = true;
     request(document,
         {{QStringLiteral("id"), document.id}, {QStringLiteral("opensShift"), m_shift.mayOpen(now())}});
 }

@@ -222,6 +222,8 @@ private:
     bool m_isStandby = false;
     /// As the worker knows it; empty before it was told.
     QJsonObject m_lease;
+    /// By the present lease.
+    bool m_hasMade = false;
     /// Since when its line has led to a register that is not its own.
     std::optional<qint64> m_strayedSince;
     /// The worker may have port and lock.

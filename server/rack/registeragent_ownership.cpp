@@ -35,6 +35,7 @@ void RegisterAgent::standBy()
 void RegisterAgent::leaveToOthers()
 {
     forgetKept();
+    m_hasMade = false;
     if (!m_isAlive || m_endingSince)
         return;
     qCWarning(rackLog).noquote() << name() << "is no more this service's, and its worker is killed";
@@ -63,9 +64,11 @@ void RegisterAgent::giveWay()
         endWorker();
 }
 
-/// It is settled by its own register alone, and a person may put that back.
+/// By this owner, which asks its register about it as soon as a person has put that back.
 bool RegisterAgent::mayBeBegun() const
 {
+    if (!m_hasMade)
+        return false;
     try {
         return !m_store
                     .find({.states = {sale::DocumentState::Running},

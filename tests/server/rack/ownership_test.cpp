@@ -147,22 +147,24 @@ TEST_F(OwnedTest, WhatKeepsItFromItsRegisterIsToldAndAPersonMayAnswer)
 
 TEST_F(OwnedTest, LineThatLeadsToAnotherRegisterIsLeftToWhoeverMayReachItsOwn)
 {
-    const struct
+    struct Row
     {
         const char* waiting;
         bool isWanted;
-        bool isBegun;
+        /// Whose document it is that was begun.
+        enum { Nobodys, Formers, Own } begun;
         int asked;
-    } rows[] = {
-        {"wrongRegister", true, false, 1},
-        {"newDrive", true, false, 1},
-        {"testDrive", true, false, 1},
+    };
+    const Row rows[] = {
+        {"wrongRegister", true, Row::Nobodys, 1},
+        {"newDrive", true, Row::Formers, 1},
+        {"testDrive", true, Row::Nobodys, 1},
         // Alone it goes on, and looks again each minute.
-        {"newDrive", false, false, 3},
-        {"newDrive", true, true, 0},
+        {"newDrive", false, Row::Nobodys, 3},
+        {"newDrive", true, Row::Own, 0},
         // The register may be off for all of them.
-        {"line", true, false, 0},
-        {"busy", true, false, 0},
+        {"line", true, Row::Nobodys, 0},
+        {"busy", true, Row::Nobodys, 0},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.waiting);
@@ -170,10 +172,16 @@ TEST_F(OwnedTest, LineThatLeadsToAnotherRegisterIsLeftToWhoeverMayReachItsOwn)
         hand->asked = 0;
         hand->isWanted = row.isWanted;
         const QString id = QString("sale:%1").arg(&row - rows);
-        startWorker();
-        if (row.isBegun) {
+        if (row.begun == Row::Formers) {
             store.accept({id, "sell", "{}", "till1"});
             begin(id);
+        }
+        startWorker();
+        if (row.begun == Row::Own) {
+            open();
+            queue(id);
+            begin(id);
+            worker->answer({{"state", "running"}, {"kind", "line"}});
         }
         for (int second = 0; second < 185; ++second) {
             if (worker->at() == "open")
@@ -188,7 +196,7 @@ TEST_F(OwnedTest, LineThatLeadsToAnotherRegisterIsLeftToWhoeverMayReachItsOwn)
         EXPECT_EQ(hand->asked, row.asked);
         EXPECT_EQ(text("state"), row.asked == 1 ? "standby" : "waiting");
         EXPECT_EQ(worker->kills, 0);
-        if (row.isBegun)
+        if (row.begun != Row::Nobodys)
             end(id, DocumentState::Issued);
     }
 }
