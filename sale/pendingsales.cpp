@@ -32,11 +32,12 @@ void requireDrive(AbstractFrDriver& driver, const StoredDocument& document, cons
 Verdict ask(
     AbstractFrDriver& driver, const StoredDocument& document, const RegisterLine& line, bool isOursAlone)
 {
-    const AttemptStart start
-        = document.attempts.isEmpty() ? AttemptStart() : document.attempts.constLast().start;
-    return leavesTrace(document) ? settle(driver, DriveMark::fromJson(start.markBefore),
-               Movement::fromJson(start.movement), line, isOursAlone)
-                                 : Outcome::Unknown;
+    // In a journal that was damaged nothing tells what was before it.
+    if (!leavesTrace(document) || !document.hasLastAttempt())
+        return Outcome::Unknown;
+    const AttemptStart& start = document.lastAttempt().start;
+    return settle(
+        driver, DriveMark::fromJson(start.markBefore), Movement::fromJson(start.movement), line, isOursAlone);
 }
 
 /// A person has looked at what others had made, and none of the journal tells of.

@@ -69,7 +69,7 @@ Known countedBehind(const StoredDocument& document, const StoredAttempt& attempt
 
 Known knownBehind(const StoredDocument& document)
 {
-    const StoredAttempt& attempt = document.attempts.constLast();
+    const StoredAttempt& attempt = document.lastAttempt();
     Known known = attempt.note.markAfter.isEmpty() ? countedBehind(document, attempt)
                                                    : Known{DriveMark::fromJson(attempt.note.markAfter)};
     // Behind a Z report the next document is the opening of a shift, or a report: no sale is lost with it.
@@ -97,7 +97,7 @@ std::optional<Known> knownOn(const DocumentStore& store, const QString& drive)
                 return false;
             }
             // Neither cash nor what was not issued has moved the number that one before them tells.
-            const bool isOfCash = isCash(kindOf(document.attempts.constLast()));
+            const bool isOfCash = isCash(kindOf(document.lastAttempt()));
             areReceiptsCounted = areReceiptsCounted && isOfCash;
             return isOfCash || wasNotIssued(document);
         });
@@ -151,7 +151,7 @@ std::optional<DriveMark> lastKnownMark(const DocumentStore& store, const QString
         [&](const StoredDocument& document) {
             if (document.drive.isEmpty())
                 return true;
-            const StoredAttempt& attempt = document.attempts.constLast();
+            const StoredAttempt& attempt = document.lastAttempt();
             if (attempt.note.markAfter.isEmpty())
                 return false;
             DriveMark mark = knownBehind(document).mark;

@@ -428,6 +428,10 @@
         <translation>журнал %1: у кассы %2 уже другой владелец</translation>
     </message>
     <message>
+        <source>the journal is damaged: attempt %1 at the document %2 is not there</source>
+        <translation>журнал повреждён: попытки %1 документа %2 в нём нет</translation>
+    </message>
+    <message>
         <source>the register %1 is worked by frserver on %2</source>
         <translation>с кассой %1 работает frserver на %2</translation>
     </message>

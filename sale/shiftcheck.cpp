@@ -17,7 +17,7 @@ PaymentSums journalSums(const DocumentStore& store, const QString& drive, Docume
     store.look({.drive = drive, .order = DocumentQuery::LastBegun}, [&](const StoredDocument& document) {
         if (document.state != DocumentState::Issued)
             return true;
-        const auto movement = Movement::fromJson(document.attempts.constLast().start.movement);
+        const auto movement = Movement::fromJson(document.lastAttempt().start.movement);
         for (auto payment = movement.payments.cbegin();
              movement.kind == kind && payment != movement.payments.cend(); ++payment)
             sums[payment.key()] += payment.value() * document.times;

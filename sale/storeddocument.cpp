@@ -1,8 +1,24 @@
 #include "storeddocument.h"
 
 #include "drivemark.h"
+#include "journalerror.h"
+#include "saletr.h"
 
 namespace sale {
+
+bool StoredDocument::hasLastAttempt() const
+{
+    return !attempts.isEmpty() && attempts.constLast().number == attemptCount;
+}
+
+const StoredAttempt& StoredDocument::lastAttempt() const
+{
+    if (!hasLastAttempt())
+        throw JournalError(tr("the journal is damaged: attempt %1 at the document %2 is not there")
+                               .arg(attemptCount)
+                               .arg(request.id));
+    return attempts.constLast();
+}
 
 bool StoredDocument::isToBeAsked() const
 {

@@ -37,6 +37,10 @@ struct StoredDocument
     /// In their order; only when they were asked for.
     QList<StoredAttempt> attempts;
 
+    /// Whether the attempt that it is at, or ended with, is there: not in a journal that was damaged.
+    bool hasLastAttempt() const;
+    /// That one. Throws JournalError. By the attempts.
+    const StoredAttempt& lastAttempt() const;
     /// Its register has not been asked yet what has become of it. By the attempts.
     bool isToBeAsked() const;
     /// Of its fiscal drive's last document before the last attempt: its own number is a higher one. 0 when

@@ -73,6 +73,9 @@ constexpr const char* firstRelease[] = {
     // The owner's process, and whether its line ends at its machine.
     "machine text NOT NULL DEFAULT '', space text NOT NULL DEFAULT '', process bigint NOT NULL DEFAULT 0, "
     "started bigint NOT NULL DEFAULT 0, host text NOT NULL DEFAULT '', bound boolean NOT NULL DEFAULT false)",
+    // Who would work a register when nobody else does.
+    "CREATE TABLE candidates (register text NOT NULL, owner text NOT NULL, seen timestamptz NOT NULL, "
+    "PRIMARY KEY (register, owner))",
     // Which processes may have a register's line open.
     "CREATE TABLE workers (register text NOT NULL, epoch bigint NOT NULL, machine text NOT NULL, "
     "space text NOT NULL, process bigint NOT NULL, started bigint NOT NULL, "

@@ -20,6 +20,11 @@ const QString columns
     = QStringLiteral("SELECT register, owner, until > clock_timestamp(), machine, space, process, started, "
                      "host, bound FROM leases WHERE ");
 
+/// Who would work a register says so each minute.
+const QString longAgo = QStringLiteral("clock_timestamp() - interval '3 minutes'");
+/// Others look each second, and a second after a fault of the database.
+constexpr milliseconds rest{10'000};
+
 /// A register's row.
 struct LeaseRow
 {
@@ -134,6 +139,8 @@ bool RegisterLeases::take(const Wish& wish)
     const milliseconds asked = m_clock();
     const QString& name = wish.registerName;
     m_held.remove(name);
+    if (m_clock() < m_rests.value(name))
+        return false;
     m_connection.execute(
         QStringLiteral("INSERT INTO leases (register) VALUES (?) ON CONFLICT DO NOTHING"), {name});
     qint64 epoch = 0;
@@ -170,7 +177,43 @@ void RegisterLeases::leaveDrive(const QString& registerName)
     WorkedDrives(m_connection).leave(lease(registerName));
 }
 
+void RegisterLeases::want(const QStringList& registers)
+{
+    QStringList rows;
+    QVariantList values;
+    for (const QString& name : registers) {
+        rows.append(QStringLiteral("(?, ?, clock_timestamp())"));
+        values << name << m_owner;
+    }
+    if (rows.isEmpty())
+        return;
+    m_connection.execute(QStringLiteral("INSERT INTO candidates (register, owner, seen) VALUES %1 "
+                                        "ON CONFLICT (register, owner) DO UPDATE SET seen = excluded.seen")
+                             .arg(rows.join(QLatin1Char(','))),
+        values);
+}
+
+bool RegisterLeases::giveWay(const QString& registerName)
+{
+    const QVariant other = m_connection.value(
+        QStringLiteral("SELECT 1 FROM candidates WHERE register = ? AND owner <> ? AND seen > %1 LIMIT 1")
+            .arg(longAgo),
+        {registerName, m_owner});
+    if (!other.isValid())
+        return false;
+    end(registerName);
+    m_rests.insert(registerName, m_clock() + rest);
+    return true;
+}
+
 void RegisterLeases::release(const QString& registerName)
+{
+    m_connection.execute(
+        QStringLiteral("DELETE FROM candidates WHERE register = ? AND owner = ?"), {registerName, m_owner});
+    end(registerName);
+}
+
+void RegisterLeases::end(const QString& registerName)
 {
     const qint64 epoch = m_held.take(registerName).epoch;
     m_connection.execute(QStringLiteral("UPDATE leases SET until = '-infinity' "
@@ -182,6 +225,7 @@ void RegisterLeases::tidy()
 {
     WorkerTable(m_connection).removeEnded();
     WorkedDrives(m_connection).tidy();
+    m_connection.execute(QStringLiteral("DELETE FROM candidates WHERE seen < %1").arg(longAgo));
 }
 
 bool RegisterLeases::isHeld(const QString& registerName) const

@@ -61,8 +61,14 @@ public:
     /// All that are this process's, in one statement; a third of the term is a good time for it. Gives those
     /// that it has no more.
     QStringList renew();
+    /// Others know for some minutes that this process would work those.
+    void want(const QStringList& registers);
+    /// Releases one that another process would work, too, and does not take it again before that one has had
+    /// time to. False when there is none that is known.
+    bool giveWay(const QString& registerName);
     /// See WorkedDrives::leave.
     void leaveDrive(const QString& registerName);
+    /// And is not wanted any more.
     void release(const QString& registerName);
     /// Forgets the workers of this machine that have ended without leave, so that no other machine takes them
     /// for ones that may still send something, and programs that left long ago.
@@ -83,6 +89,7 @@ private:
     };
 
     bool isFree(const Wish& wish);
+    void end(const QString& registerName);
     /// Gives its epoch.
     qint64 write(const Wish& wish);
 
@@ -91,6 +98,8 @@ private:
     const Clock m_clock;
     const QString m_owner;
     QHash<QString, Held> m_held;
+    /// Until when it is left to others.
+    QHash<QString, std::chrono::milliseconds> m_rests;
 };
 
 } // namespace sale

@@ -46,6 +46,7 @@ void LeasedOwnership::look()
             return;
         seek();
         if (m_clock() >= m_tidyAt) {
+            m_leases.want(m_wishes.keys());
             m_leases.tidy();
             m_tidyAt = m_clock() + tidyPause;
         }
@@ -129,6 +130,19 @@ std::optional<Waiting> LeasedOwnership::obstacle(const QString& registerName) co
     return Waiting{QStringLiteral("otherMachine"),
         QStringLiteral("the register was worked from %1 last: somebody has to say that it was moved here")
             .arg(standing.host)};
+}
+
+bool LeasedOwnership::giveWay(const QString& registerName)
+{
+    // No other machine would take that one without a person's word.
+    if (m_wishes.value(registerName).isBound)
+        return false;
+    try {
+        return m_leases.giveWay(registerName);
+    } catch (const sale::JournalError& error) {
+        qCWarning(rackLog).noquote() << registerName << error.what();
+        return false;
+    }
 }
 
 void LeasedOwnership::leaveDrive(const QString& registerName)

@@ -32,6 +32,9 @@ public:
     virtual std::optional<Waiting> obstacle(const QString& registerName) const = 0;
     /// It is this service's still, and at work nowhere: whoever meets it may work it.
     virtual void leaveDrive(const QString& /*registerName*/) { }
+    /// Others may have it, and it is taken again when none of them does: false, and nothing is done, when
+    /// there is nobody who might.
+    virtual bool giveWay(const QString& /*registerName*/) { return false; }
     /// Others may have it at once, and it is not taken again.
     virtual void release(const QString& registerName) = 0;
     /// Somebody says that the register was moved to this machine.

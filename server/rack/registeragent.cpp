@@ -129,6 +129,7 @@ void RegisterAgent::look()
         qCWarning(rackLog).noquote() << name() << "no sign of life from the worker, which is killed";
         m_worker->kill();
     }
+    giveWay();
     advance();
 }
 
@@ -248,6 +249,7 @@ bool RegisterAgent::isMaking() const
 void RegisterAgent::requestMaking(Request document)
 {
     document.what = makeVerb;
+    m_hasMade = true;
     request(document,
         {{QStringLiteral("id"), document.id}, {QStringLiteral("opensShift"), m_shift.mayOpen(now())}});
 }

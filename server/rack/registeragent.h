@@ -151,6 +151,8 @@ private:
     void advanceOpen();
     void standBy();
     void leaveToOthers();
+    void giveWay();
+    bool mayBeBegun() const;
     void tellLease();
     bool isWorkerOfFormerLease() const;
     void leave();
@@ -220,6 +222,10 @@ private:
     bool m_isStandby = false;
     /// As the worker knows it; empty before it was told.
     QJsonObject m_lease;
+    /// By the present lease.
+    bool m_hasMade = false;
+    /// Since when its line has led to a register that is not its own.
+    std::optional<qint64> m_strayedSince;
     /// The worker may have port and lock.
     bool m_mayHoldPort = false;
     /// Others may find the register kept for this service, also by a worker that has died.

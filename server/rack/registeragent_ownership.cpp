@@ -4,9 +4,24 @@
 
 #include "rack/racklog.h"
 
+#include "journalerror.h"
+
 #include <utility>
 
 namespace frserver {
+
+namespace {
+
+/// Somebody may be about to put it right, or to say that it is meant.
+constexpr qint64 longestAstrayMs = 60'000;
+
+bool leadsAstray(const QString& reason)
+{
+    return reason == QStringLiteral("wrongRegister") || reason == QStringLiteral("newDrive")
+        || reason == QStringLiteral("testDrive");
+}
+
+} // namespace
 
 /// Nothing of it is asked, and what is known of it is of a time before.
 void RegisterAgent::standBy()
@@ -20,11 +35,51 @@ void RegisterAgent::standBy()
 void RegisterAgent::leaveToOthers()
 {
     forgetKept();
+    m_hasMade = false;
     if (!m_isAlive || m_endingSince)
         return;
     qCWarning(rackLog).noquote() << name() << "is no more this service's, and its worker is killed";
     m_endingSince = steady();
     m_worker->kill();
+}
+
+/// Another service's line may lead to the register still.
+void RegisterAgent::giveWay()
+{
+    const bool isAstray = m_waiting && leadsAstray(m_waiting->reason) && isOwner() && !m_isOpen && !m_pausedBy
+        && !m_isStopping && !m_acceptance;
+    if (!isAstray) {
+        m_strayedSince.reset();
+        return;
+    }
+    if (!m_strayedSince)
+        m_strayedSince = steady();
+    if (m_request || m_endingSince || steady() - *m_strayedSince < longestAstrayMs)
+        return;
+    m_strayedSince = steady();
+    if (mayBeBegun() || !m_options.ownership->giveWay(name()))
+        return;
+    qCWarning(rackLog).noquote() << name() << "is left to another service:" << m_waiting->text;
+    if (m_isAlive)
+        endWorker();
+}
+
+/// By this owner, which asks its register about it as soon as a person has put that back.
+bool RegisterAgent::mayBeBegun() const
+{
+    if (!m_hasMade)
+        return false;
+    try {
+        return !m_store
+                    .find({.states = {sale::DocumentState::Running},
+                        .registerName = name(),
+                        .limit = 1,
+                        .withAttempts = false})
+                    .isEmpty();
+    } catch (const sale::JournalError& error) {
+        qCWarning(rackLog).noquote() << name() << error.what();
+        return true;
+    }
 }
 
 /// The register was another one's in between, and nobody looked. What the worker writes is refused, and its

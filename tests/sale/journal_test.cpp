@@ -7,6 +7,7 @@
 #include "recordingdriver.h"
 #include "review.h"
 #include "reviewneeded.h"
+#include "sqliteconnection.h"
 #include "sqlitestore.h"
 #include "wrongregister.h"
 
@@ -108,6 +109,35 @@ TEST_F(Journal, DocumentWithoutATraceIsNotAskedAbout)
     settlePendingSales(driver, store, hexRegister, "till1");
     EXPECT_EQ(store.findId("T")->state, DocumentState::Unknown);
     EXPECT_EQ(driver.calls, "");
+}
+
+TEST_F(Journal, DamagedOneIsAFaultAndNothingIsMadeOfItsRest)
+{
+    BasicFrSettings settings;
+    for (const char* const damage : {"DELETE FROM attempts WHERE id = 'B'",
+             "DELETE FROM attempts WHERE number = 2", "UPDATE attempts SET number = 5 - number"}) {
+        SCOPED_TRACE(damage);
+        const QTemporaryDir place;
+        SqliteStore store(place.filePath("sales.sqlite"));
+        for (int attempt = 1; attempt <= 2; ++attempt) {
+            store.acceptAndBegin({"B", "sell", {}, "till1"}, {noted.toJson()});
+            if (attempt == 1)
+                store.settle("B", 1, {.state = DocumentState::NotIssued});
+        }
+        SqliteConnection(store.place(), 1'000).execute(QString::fromLatin1(damage));
+        RecordingDriver driver(&settings);
+        driver.drive = noted.drive;
+        driver.numbers = {noted.lastDocument};
+        settlePendingSales(driver, store, hexRegister);
+        EXPECT_EQ(store.findId("B")->state, DocumentState::Unknown) << "and not sold again";
+        EXPECT_THROW(lastKnownMark(store, "till1"), JournalError);
+        try {
+            requireKnown(driver, store, noted);
+            ADD_FAILURE() << "known";
+        } catch (const JournalError& fault) {
+            EXPECT_STREQ(fault.what(), "the journal is damaged: attempt 2 at the document B is not there");
+        }
+    }
 }
 
 TEST_F(Journal, DocumentsThatItDoesNotKnowAreForAPerson)

@@ -51,6 +51,33 @@ TEST_F(Lease, OwnerStopsAFifthBeforeTheEndCountedFromBeforeItAsked)
     EXPECT_FALSE(slow.isHeld("till3"));
 }
 
+TEST_F(Lease, WhoCannotWorkARegisterGivesWayToWhoWouldAsWell)
+{
+    RegisterLeases owner = leases();
+    RegisterLeases other = leases();
+    ASSERT_TRUE(owner.take(till1));
+    owner.want({"till1", "till2"});
+    other.want({"till2"});
+    EXPECT_FALSE(owner.giveWay("till1")) << "alone";
+    EXPECT_TRUE(owner.isHeld("till1"));
+    other.want({"till1", "till2"});
+    ASSERT_TRUE(owner.giveWay("till1"));
+    EXPECT_FALSE(owner.isHeld("till1"));
+    now += seconds(9);
+    EXPECT_FALSE(owner.take(till1)) << "the other one has not looked yet";
+    ASSERT_TRUE(other.take(till1));
+    ASSERT_TRUE(other.giveWay("till1"));
+    now += seconds(2);
+    EXPECT_TRUE(owner.take(till1));
+    other.release("till1");
+    EXPECT_FALSE(owner.giveWay("till1"));
+    other.want({"till1"});
+    connection.execute("UPDATE candidates SET seen = now() - interval '1 hour'");
+    EXPECT_FALSE(owner.giveWay("till1")) << "it has died";
+    owner.tidy();
+    EXPECT_EQ(connection.value("SELECT count(*) FROM candidates"), 0);
+}
+
 TEST_F(Lease, OwnerThatIsGoneIsNotWaitedForAndOneThatIsStoppedIs)
 {
     RegisterLeases former = leases();

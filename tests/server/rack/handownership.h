@@ -17,6 +17,12 @@ public:
     {
         return waiting;
     }
+    bool giveWay(const QString& /*registerName*/) override
+    {
+        ++asked;
+        epoch = isWanted ? 0 : epoch;
+        return isWanted;
+    }
     void leaveDrive(const QString& /*registerName*/) override { ++left; }
     void release(const QString& /*registerName*/) override { isReleased = true; }
     void acceptMoved(const QString& /*registerName*/) override { epoch = 1; }
@@ -25,6 +31,9 @@ public:
     qint64 epoch = 1;
     qint64 until = 1000;
     std::optional<frserver::Waiting> waiting;
+    /// Another one would work it.
+    bool isWanted = false;
+    int asked = 0;
     int left = 0;
     bool isReleased = false;
 };

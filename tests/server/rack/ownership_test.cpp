@@ -145,6 +145,62 @@ TEST_F(OwnedTest, WhatKeepsItFromItsRegisterIsToldAndAPersonMayAnswer)
     EXPECT_EQ(text("state"), "ready");
 }
 
+TEST_F(OwnedTest, LineThatLeadsToAnotherRegisterIsLeftToWhoeverMayReachItsOwn)
+{
+    struct Row
+    {
+        const char* waiting;
+        bool isWanted;
+        /// Whose document it is that was begun.
+        enum { Nobodys, Formers, Own } begun;
+        int asked;
+    };
+    const Row rows[] = {
+        {"wrongRegister", true, Row::Nobodys, 1},
+        {"newDrive", true, Row::Formers, 1},
+        {"testDrive", true, Row::Nobodys, 1},
+        // Alone it goes on, and looks again each minute.
+        {"newDrive", false, Row::Nobodys, 3},
+        {"newDrive", true, Row::Own, 0},
+        // The register may be off for all of them.
+        {"line", true, Row::Nobodys, 0},
+        {"busy", true, Row::Nobodys, 0},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.waiting);
+        hand->epoch = 1;
+        hand->asked = 0;
+        hand->isWanted = row.isWanted;
+        const QString id = QString("sale:%1").arg(&row - rows);
+        if (row.begun == Row::Formers) {
+            store.accept({id, "sell", "{}", "till1"});
+            begin(id);
+        }
+        startWorker();
+        if (row.begun == Row::Own) {
+            open();
+            queue(id);
+            begin(id);
+            worker->answer({{"state", "running"}, {"kind", "line"}});
+        }
+        for (int second = 0; second < 185; ++second) {
+            if (worker->at() == "open")
+                worker->fail(row.waiting);
+            if (second == 59) {
+                EXPECT_EQ(hand->asked, 0) << "somebody may put it right";
+            }
+            if (worker->did.endsWith("end") && worker->isAlive)
+                worker->die();
+            pass(1'000);
+        }
+        EXPECT_EQ(hand->asked, row.asked);
+        EXPECT_EQ(text("state"), row.asked == 1 ? "standby" : "waiting");
+        EXPECT_EQ(worker->kills, 0);
+        if (row.begun != Row::Nobodys)
+            end(id, DocumentState::Issued);
+    }
+}
+
 TEST_F(OwnedTest, PausedLeavesWhatADeadWorkerHeld)
 {
     startAgent();
