@@ -39,7 +39,7 @@ TEST_F(Journal, BrokenOffDocumentIsSettledOnItsOwnDrive)
             SqliteStore store(QStringLiteral(":memory:"));
             saleIn(store).begin(noted);
             if (isGivenUp)
-                giveUpPendingSales(store, {});
+                giveUpPendingSales(store, {}, {});
             const bool isLeft = isGivenUp && row.settled == 0;
             const DocumentState state = isLeft ? DocumentState::Unknown : row.state;
             RecordingDriver driver(&settings);

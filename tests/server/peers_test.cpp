@@ -303,6 +303,9 @@ TEST_F(PeersTest, RegisterOfADeadServiceIsUnreachableAndWhatItBegunAPersonsCase)
     constexpr std::chrono::seconds almostForever(290);
     const auto waiting = two.api.waiters().wait("document:2", std::chrono::seconds(60));
     sql("UPDATE frspf.services SET seen = seen - interval '5 minutes' WHERE name = 'till1:8403' RETURNING 1");
+    sql("UPDATE frspf.documents SET begun = begun - interval '10 minutes' RETURNING 1");
+    one->accept("document:4");
+    one->store.begin("document:4", {{{"drive", "9999"}, {"lastDocument", 8}}});
     two.lookFor(almostForever);
     two.now += std::chrono::minutes(1);
     two.lookFor(almostForever);
@@ -316,6 +319,7 @@ TEST_F(PeersTest, RegisterOfADeadServiceIsUnreachableAndWhatItBegunAPersonsCase)
     EXPECT_EQ(waiting->response()->status, 409);
     EXPECT_EQ(two.store.findId("document:2")->state, DocumentState::Unknown);
     EXPECT_TRUE(two.store.findId("document:2")->isToBeAsked());
+    EXPECT_EQ(two.store.findId("document:4")->state, DocumentState::Running) << "frctl may be at it";
     // What waits is accepted, and can go elsewhere.
     two.store.accept({"document:3", "sell", R"({"a":1})", "till1"});
     EXPECT_EQ(two.ask("POST", "/v1/documents/document:3/move", R"({"register":"till2"})").status, 200);
