@@ -339,6 +339,9 @@ TEST_F(PeersTest, OrderIsFollowedInTimeByWhoeverHasTheRegisterOrByNobody)
     next.isOwner = false;
     Desk two("till2", &next);
     Desk three("till3");
+    one.till.waiting = "needsReview";
+    one.turn("waiting");
+    ASSERT_TRUE(becomes([&] { return three.view("till1").value("waiting") == "needsReview"; }));
     // Whoever is told to work it has just lost it.
     one.till.isOwner = false;
     const Served first = three.pause("anna");
@@ -356,14 +359,24 @@ TEST_F(PeersTest, OrderIsFollowedInTimeByWhoeverHasTheRegisterOrByNobody)
     const Served second = three.pause("boris");
     ASSERT_TRUE(second.pending);
     makeOrdersOld();
-    EXPECT_EQ(three.ask("POST", "/v1/registers/till1/accept", R"({"note":"seen"})").status, 202);
+    const QByteArray accept = "/v1/registers/till1/accept";
+    const QByteArray word = R"({"by":"clara","note":"seen"})";
+    EXPECT_EQ(three.ask("POST", accept, word).status, 202);
+    EXPECT_EQ(three.ask("POST", "/v1/registers/till1/resume", R"({"by":"clara"})").status, 202);
     EXPECT_EQ(second.later().status, 0);
     three.peers.look();
     EXPECT_EQ(second.later().status, 503) << second.later().all();
     EXPECT_EQ(first.later().status, 0) << "that one was followed";
+    // Those behind it are in time still. What the next one waits for nobody has seen yet.
     next.isOwner = true;
+    next.waiting = "newDrive";
     two.peers.look();
-    EXPECT_EQ(next.told, QStringList());
+    EXPECT_EQ(next.told, QStringList("resume by clara"));
+    next.waiting = "needsReview";
+    EXPECT_EQ(three.ask("POST", accept, word).status, 202);
+    two.peers.look();
+    EXPECT_EQ(next.told, (QStringList{"resume by clara", "clara accepts: seen"}));
+    next.told.clear();
     // Also before whoever has asked looks.
     three.pause("clara");
     makeOrdersOld();
