@@ -2,6 +2,7 @@
 
 #include "api/apilog.h"
 #include "api/documentview.h"
+#include "api/lastingview.h"
 #include "documentanswer.h"
 #include "http/problem.h"
 
@@ -39,14 +40,10 @@ QString registerOf(const QString& pause)
 }
 
 /// What changes by itself is no change.
-QJsonObject withoutAges(QJsonObject view)
+QJsonObject watchedView(const Till& till)
 {
-    const QStringList members = view.keys();
-    for (const QString& member : members) {
-        if (member.endsWith(QStringLiteral("Age")) || member == QStringLiteral("age")
-            || member == QStringLiteral("exchanges"))
-            view.remove(member);
-    }
+    QJsonObject view = lastingView(till.view());
+    view.remove(QStringLiteral("exchanges"));
     return view;
 }
 
@@ -95,7 +92,7 @@ void Api::registerChanged(const QString& name)
     const Till* const changed = till(name);
     if (changed == nullptr)
         return;
-    const QJsonObject view = withoutAges(changed->view());
+    const QJsonObject view = watchedView(*changed);
     answerPaused(*changed, view);
     const QJsonObject before = std::exchange(m_told[name], view);
     if (before == view)
