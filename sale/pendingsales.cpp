@@ -93,6 +93,7 @@ QList<SettledSale> settlePendingSales(
 {
     QList<SettledSale> settled;
     QString drive;
+    const QString meant = line.driveNow();
     const auto isHere = [&](const StoredDocument& document) {
         if (!leavesTrace(document))
             return document.request.registerName == registerName;
@@ -100,11 +101,12 @@ QList<SettledSale> settlePendingSales(
             drive = noteMark(driver, line, DocumentKind::Report).drive;
         return document.drive == drive;
     };
-    // A rack has many that were begun, and few of them are this register's.
+    // A rack has many that were begun, and few of them are this register's; it is not asked about others.
     for (const StoredDocument& begun : store.find({.states = {DocumentState::Running, DocumentState::Unknown},
                                        .withAttempts = false,
                                        .withBodies = false})) {
-        const bool mayBeHere = leavesTrace(begun) ? drive.isEmpty() || begun.drive == drive
+        const QString& known = drive.isEmpty() ? meant : drive;
+        const bool mayBeHere = leavesTrace(begun) ? known.isEmpty() || begun.drive == known
                                                   : begun.request.registerName == registerName;
         if (!mayBeHere)
             continue;
