@@ -141,7 +141,7 @@ http::Answer Api::whenPaused(const Till& till, qint64 order, std::optional<std::
     const std::chrono::seconds time = wait.value_or(order == 0 ? pausingWait : std::chrono::seconds(0));
     if (view.value(QStringLiteral("state")) == pausedState && till.hasFollowed(order))
         return http::Response::json(view);
-    if (time == std::chrono::seconds(0))
+    if (time == std::chrono::seconds(0) || m_isStopping)
         return http::Response::json(view, 202);
     return m_pausing.wait(pauseOf(till.settings().name, order), time);
 }
