@@ -1,10 +1,13 @@
 #include "pendingsales.h"
 
+#include "currenttime.h"
 #include "documentstore.h"
 #include "identifiedsale.h"
 #include "marknoting.h"
+#include "mockfactory.h"
 #include "saletr.h"
 #include "settlement.h"
+#include "storedtime.h"
 #include "wrongregister.h"
 
 namespace sale {
@@ -60,6 +63,12 @@ bool isFollowed(const DocumentStore& store, const StoredDocument& document)
     return isFound;
 }
 
+/// By the clock of whoever began it. One of the future tells nothing of its age.
+bool isYoungerThan(std::chrono::milliseconds age, const StoredDocument& document, const QDateTime& now)
+{
+    return document.begun > now.addMSecs(-age.count()) && document.begun <= now.addSecs(mostSecondsBack);
+}
+
 /// Gives what the journal makes of it: one that others may still send is unknown.
 Verdict writeDown(DocumentStore& store, const StoredDocument& document, const Verdict& verdict)
 {
@@ -85,6 +94,7 @@ QList<SettledSale> settlePendingSales(
 {
     QList<SettledSale> settled;
     QString drive;
+    const QString meant = line.driveNow();
     const auto isHere = [&](const StoredDocument& document) {
         if (!leavesTrace(document))
             return document.request.registerName == registerName;
@@ -92,11 +102,12 @@ QList<SettledSale> settlePendingSales(
             drive = noteMark(driver, line, DocumentKind::Report).drive;
         return document.drive == drive;
     };
-    // A rack has many that were begun, and few of them are this register's.
+    // A rack has many that were begun, and few of them are this register's; it is not asked about others.
     for (const StoredDocument& begun : store.find({.states = {DocumentState::Running, DocumentState::Unknown},
                                        .withAttempts = false,
                                        .withBodies = false})) {
-        const bool mayBeHere = leavesTrace(begun) ? drive.isEmpty() || begun.drive == drive
+        const QString& known = drive.isEmpty() ? meant : drive;
+        const bool mayBeHere = leavesTrace(begun) ? known.isEmpty() || begun.drive == known
                                                   : begun.request.registerName == registerName;
         if (!mayBeHere)
             continue;
@@ -112,11 +123,15 @@ QList<SettledSale> settlePendingSales(
     return settled;
 }
 
-QStringList giveUpPendingSales(DocumentStore& store, const QString& registerName)
+QStringList giveUpPendingSales(
+    DocumentStore& store, const QString& registerName, std::chrono::milliseconds unreached)
 {
+    const QDateTime now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     QStringList ids;
     for (const StoredDocument& document : store.find(
              {.states = {DocumentState::Running}, .registerName = registerName, .withAttempts = false})) {
+        if (isYoungerThan(unreached, document, now))
+            continue;
         store.settle(document.request.id, document.attemptCount, {.isAsked = false});
         ids.append(document.request.id);
     }

@@ -28,18 +28,20 @@ Verdict settleDocument(AbstractFrDriver& driver, DocumentStore& store, const Sto
 /// Settles the documents that were begun on this fiscal drive, by whatever program, and not brought to their
 /// end, also those that were given up. To be done after each connect and before init, which cleans up the
 /// open document, and before any other document moves the numbers. Those that leave no trace in the drive,
-/// begun on the register of that name, are unknown then. Asks nothing when nothing is to be settled; else
-/// which drive is at hand (HEX: 13 exchanges, XML: two readings of 2), and for each document what settle
-/// asks. Writes each verdict down. Throws JournalError and the driver's exceptions: then nothing may be sold.
+/// begun on the register of that name, are unknown then. Asks nothing when nothing is to be settled, on the
+/// drive that the line tells if it tells one; else which drive is at hand (HEX: 13 exchanges, XML: two
+/// readings of 2), and for each document what settle asks. Writes each verdict down. Throws JournalError and
+/// the driver's exceptions: then nothing may be sold.
 QList<SettledSale> settlePendingSales(AbstractFrDriver& driver, DocumentStore& store,
     const RegisterLine& line = {}, const QString& registerName = {});
 
 /// So long a register that nobody reaches is waited for: it may be switched off and on meanwhile.
 inline constexpr std::chrono::minutes longestUnreached{5};
 
-/// The documents that were begun at the register of that name, which nobody has reached for so long, are
-/// unknown from now on: a person may say what has become of them, or the register when it is reached after
-/// all. Gives their ids. Throws JournalError.
-QStringList giveUpPendingSales(DocumentStore& store, const QString& registerName);
+/// The documents that were begun so long ago at the register of that name, which whoever asks has not reached
+/// since, are unknown from now on: a person may say what has become of them, or the register when it is
+/// reached after all. Another program may be at a younger one. Gives their ids. Throws JournalError.
+QStringList giveUpPendingSales(DocumentStore& store, const QString& registerName,
+    std::chrono::milliseconds unreached = longestUnreached);
 
 } // namespace sale

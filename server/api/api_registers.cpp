@@ -2,6 +2,7 @@
 
 #include "api/apilog.h"
 #include "api/documentview.h"
+#include "api/lastingview.h"
 #include "documentanswer.h"
 #include "http/problem.h"
 
@@ -39,14 +40,10 @@ QString registerOf(const QString& pause)
 }
 
 /// What changes by itself is no change.
-QJsonObject withoutAges(QJsonObject view)
+QJsonObject watchedView(const Till& till)
 {
-    const QStringList members = view.keys();
-    for (const QString& member : members) {
-        if (member.endsWith(QStringLiteral("Age")) || member == QStringLiteral("age")
-            || member == QStringLiteral("exchanges"))
-            view.remove(member);
-    }
+    QJsonObject view = lastingView(till.view());
+    view.remove(QStringLiteral("exchanges"));
     return view;
 }
 
@@ -95,7 +92,7 @@ void Api::registerChanged(const QString& name)
     const Till* const changed = till(name);
     if (changed == nullptr)
         return;
-    const QJsonObject view = withoutAges(changed->view());
+    const QJsonObject view = watchedView(*changed);
     answerPaused(*changed, view);
     const QJsonObject before = std::exchange(m_told[name], view);
     if (before == view)
@@ -144,7 +141,7 @@ http::Answer Api::whenPaused(const Till& till, qint64 order, std::optional<std::
     const std::chrono::seconds time = wait.value_or(order == 0 ? pausingWait : std::chrono::seconds(0));
     if (view.value(QStringLiteral("state")) == pausedState && till.hasFollowed(order))
         return http::Response::json(view);
-    if (time == std::chrono::seconds(0))
+    if (time == std::chrono::seconds(0) || m_isStopping)
         return http::Response::json(view, 202);
     return m_pausing.wait(pauseOf(till.settings().name, order), time);
 }

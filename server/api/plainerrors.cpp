@@ -44,12 +44,12 @@ void readCashier(JsonFields& fields)
 /// Blank lines are lines, too.
 void judgeLines(const QJsonValue& value, QList<ReceiptError>& errors)
 {
-    constexpr qsizetype most = 1000;
+    constexpr qsizetype mostLines = 1000;
     constexpr qsizetype longest = 1000;
     const QString path = QStringLiteral("lines");
     const QJsonArray lines = value.toArray();
-    if (lines.isEmpty() || lines.size() > most)
-        errors.append(ReceiptError(path, QStringLiteral("must be an array of 1 to %1 texts").arg(most)));
+    if (lines.isEmpty() || lines.size() > mostLines)
+        errors.append(ReceiptError(path, QStringLiteral("must be an array of 1 to %1 texts").arg(mostLines)));
     for (qsizetype place = 0; place < lines.size(); ++place) {
         const QString linePath = QStringLiteral("lines[%1]").arg(place);
         const QString line = lines.at(place).toString();

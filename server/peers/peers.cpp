@@ -4,6 +4,7 @@
 #include "peers/saiddocument.h"
 
 #include "api/api.h"
+#include "api/lastingview.h"
 #include "journalerror.h"
 #include "pendingsales.h"
 
@@ -32,17 +33,6 @@ const QString ordersName = QStringLiteral("orders");
 const QString answersName = QStringLiteral("answers");
 const QString orderName = QStringLiteral("order");
 const QString registerName = QStringLiteral("register");
-
-/// They grow for whoever reads them.
-QJsonObject withoutAges(QJsonObject view)
-{
-    const QStringList members = view.keys();
-    for (const QString& member : members) {
-        if (member.endsWith(QStringLiteral("Age")))
-            view.remove(member);
-    }
-    return view;
-}
 
 } // namespace
 
@@ -168,7 +158,7 @@ QList<rackboard::Entry> Peers::news()
             continue;
         }
         const QJsonObject view = till.view();
-        const QJsonObject lasting = withoutAges(view);
+        const QJsonObject lasting = lastingView(view);
         if (lasting == m_told.value(name))
             continue;
         m_told.insert(name, lasting);

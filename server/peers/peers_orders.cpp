@@ -53,6 +53,11 @@ void Peers::obey(const rackboard::Order& order)
     const auto till = m_tills.find(name);
     if (till == m_tills.end() || !till->second->isHere())
         return;
+    if (!till->second->mayObey(content)) {
+        qCWarning(peerLog).noquote() << name
+                                     << "waits for something else by now:" << rackorder::verbOf(content);
+        return;
+    }
     if (rackorder::isPassing(content))
         m_awaited.insert(content.value(QStringLiteral("id")).toString(), name);
     if (const QString id = rackorder::settledId(content); !id.isEmpty())

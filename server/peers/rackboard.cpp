@@ -175,11 +175,7 @@ QList<Order> takeOrders(sale::SqlConnection& connection, const QStringList& regi
 
 QList<Order> dropOrders(sale::SqlConnection& connection, const QString& service)
 {
-    return removeOrders(connection,
-        QStringLiteral(
-            "asked = ? AND register IN (SELECT register FROM orders WHERE asked = ? AND made < %1)")
-            .arg(oldest()),
-        {service, service});
+    return removeOrders(connection, QStringLiteral("asked = ? AND made < %1").arg(oldest()), {service});
 }
 
 } // namespace frserver::rackboard

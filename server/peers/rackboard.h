@@ -58,8 +58,7 @@ qint64 order(sale::SqlConnection& connection, const QString& service, const Orde
 bool areOrders(const sale::SqlConnection& connection, const QString& service);
 /// Those for these registers, in their order; each once, and none that is too old.
 QList<Order> takeOrders(sale::SqlConnection& connection, const QStringList& registers);
-/// Those that the service was asked for, of registers for which nobody has taken one in time: nobody takes
-/// them any more.
+/// Those that the service was asked for and nobody has taken in time: nobody takes them any more.
 QList<Order> dropOrders(sale::SqlConnection& connection, const QString& service);
 /// @}
 

@@ -19,6 +19,8 @@ const QString idName = QStringLiteral("id");
 const QString settleVerb = QStringLiteral("settle");
 const QString awaitVerb = QStringLiteral("await");
 const QString leaveVerb = QStringLiteral("leave");
+const QString obstacleName = QStringLiteral("obstacle");
+const QString acceptVerb = QStringLiteral("accept");
 const QString pauseVerb = QStringLiteral("pause");
 
 double secondsSince(const QElapsedTimer& timer)
@@ -175,7 +177,25 @@ void RackTill::resume(const QString& by)
 
 void RackTill::accept(const QString& by, const QString& note)
 {
-    order({{doName, QStringLiteral("accept")}, {byName, by}, {noteName, note}});
+    order({{doName, acceptVerb}, {byName, by}, {noteName, note}, {obstacleName, obstacle()}});
+}
+
+/// What a person sees of it.
+QJsonObject RackTill::obstacle() const
+{
+    const QJsonObject whole = view();
+    QJsonObject obstacle;
+    for (const QString& member : {QStringLiteral("waiting"), QStringLiteral("waitingText")})
+        obstacle.insert(member, whole.value(member));
+    return obstacle;
+}
+
+bool RackTill::mayObey(const QJsonObject& content) const
+{
+    if (rackorder::verbOf(content) != acceptVerb)
+        return true;
+    const QJsonObject seen = content.value(obstacleName).toObject();
+    return seen.value(QStringLiteral("waiting")).isString() && seen == obstacle();
 }
 
 void RackTill::obey(const QJsonObject& content)
@@ -192,7 +212,7 @@ void RackTill::obey(const QJsonObject& content)
         m_own->pause(text(byName));
     else if (verb == QStringLiteral("resume"))
         m_own->resume(text(byName));
-    else if (verb == QStringLiteral("accept"))
+    else if (verb == acceptVerb)
         m_own->accept(text(byName), text(noteName));
 }
 

@@ -35,6 +35,9 @@ public:
     bool isOwn() const { return m_own != nullptr && m_own->isHere(); }
     /// What another service has ordered.
     void obey(const QJsonObject& content);
+    /// An acceptance is of what a person has seen, and not of what else keeps the register by now, or keeps
+    /// it at the hands of the next owner.
+    bool mayObey(const QJsonObject& content) const;
     /// A pause of that number was followed, by whichever service.
     void noteFollowed(qint64 order);
     /// The last ones.
@@ -60,6 +63,7 @@ private:
     double silence() const;
     double age() const;
     QJsonObject toldView() const;
+    QJsonObject obstacle() const;
 
     Till* const m_own;
     const Order m_order;

@@ -73,7 +73,7 @@ void RegisterAgent::giveUpBegun()
 }
 
 /// The same whatever keeps the register from being asked, a pause among that: nobody waits for it for ever.
-/// It is asked all the same once it is reached.
+/// It is asked all the same once it is reached. What another program is at is none of these.
 void RegisterAgent::giveUpInTime()
 {
     if (m_isOpen || !isOwner()) {
@@ -84,7 +84,8 @@ void RegisterAgent::giveUpInTime()
         return;
     m_giveUpAt = steady() + lookAgainMs;
     try {
-        for (const QString& id : sale::giveUpPendingSales(m_store, name()))
+        for (const QString& id :
+            sale::giveUpPendingSales(m_store, name(), std::chrono::milliseconds(m_options.longestUnreached)))
             Q_EMIT documentChanged(id);
     } catch (const sale::JournalError& error) {
         qCWarning(rackLog).noquote() << name() << error.what();

@@ -331,8 +331,11 @@ TEST_F(DocumentsTest, RefusesWhatItHasNoRoomFor)
 TEST_F(DocumentsTest, AtItsEndAcceptsNothingAndKeepsNobodyWaiting)
 {
     const Served waiting = post("document:1", cashIn, "wait=30");
+    const Served pausing = ask("POST", "/v1/registers/till1/pause");
     api.stop();
     EXPECT_EQ(waiting.later().status, 202);
+    EXPECT_EQ(pausing.later().status, 202);
+    EXPECT_EQ(ask("POST", "/v1/registers/till1/pause").status, 202);
     EXPECT_EQ(post("document:2", cashIn).status, 503);
     EXPECT_FALSE(store.findId("document:2"));
     EXPECT_EQ(ask("GET", "/readyz").status, 503);

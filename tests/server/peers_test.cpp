@@ -304,6 +304,9 @@ TEST_F(PeersTest, RegisterOfADeadServiceIsUnreachableAndWhatItBegunAPersonsCase)
     constexpr std::chrono::seconds almostForever(290);
     const auto waiting = two.api.waiters().wait("document:2", std::chrono::seconds(60));
     sql("UPDATE frspf.services SET seen = seen - interval '5 minutes' WHERE name = 'till1:8403' RETURNING 1");
+    sql("UPDATE frspf.documents SET begun = begun - interval '10 minutes' RETURNING 1");
+    one->accept("document:4");
+    one->store.begin("document:4", {{{"drive", "9999"}, {"lastDocument", 8}}});
     two.lookFor(almostForever);
     two.now += std::chrono::minutes(1);
     two.lookFor(almostForever);
@@ -317,6 +320,7 @@ TEST_F(PeersTest, RegisterOfADeadServiceIsUnreachableAndWhatItBegunAPersonsCase)
     EXPECT_EQ(waiting->response()->status, 409);
     EXPECT_EQ(two.store.findId("document:2")->state, DocumentState::Unknown);
     EXPECT_TRUE(two.store.findId("document:2")->isToBeAsked());
+    EXPECT_EQ(two.store.findId("document:4")->state, DocumentState::Running) << "frctl may be at it";
     // What waits is accepted, and can go elsewhere.
     two.store.accept({"document:3", "sell", R"({"a":1})", "till1"});
     EXPECT_EQ(two.ask("POST", "/v1/documents/document:3/move", R"({"register":"till2"})").status, 200);
@@ -336,6 +340,9 @@ TEST_F(PeersTest, OrderIsFollowedInTimeByWhoeverHasTheRegisterOrByNobody)
     next.isOwner = false;
     Desk two("till2", &next);
     Desk three("till3");
+    one.till.waiting = "needsReview";
+    one.turn("waiting");
+    ASSERT_TRUE(becomes([&] { return three.view("till1").value("waiting") == "needsReview"; }));
     // Whoever is told to work it has just lost it.
     one.till.isOwner = false;
     const Served first = three.pause("anna");
@@ -353,14 +360,24 @@ TEST_F(PeersTest, OrderIsFollowedInTimeByWhoeverHasTheRegisterOrByNobody)
     const Served second = three.pause("boris");
     ASSERT_TRUE(second.pending);
     makeOrdersOld();
-    EXPECT_EQ(three.ask("POST", "/v1/registers/till1/accept", R"({"note":"seen"})").status, 202);
+    const QByteArray accept = "/v1/registers/till1/accept";
+    const QByteArray word = R"({"by":"clara","note":"seen"})";
+    EXPECT_EQ(three.ask("POST", accept, word).status, 202);
+    EXPECT_EQ(three.ask("POST", "/v1/registers/till1/resume", R"({"by":"clara"})").status, 202);
     EXPECT_EQ(second.later().status, 0);
     three.peers.look();
     EXPECT_EQ(second.later().status, 503) << second.later().all();
     EXPECT_EQ(first.later().status, 0) << "that one was followed";
+    // Those behind it are in time still. What the next one waits for nobody has seen yet.
     next.isOwner = true;
+    next.waiting = "newDrive";
     two.peers.look();
-    EXPECT_EQ(next.told, QStringList());
+    EXPECT_EQ(next.told, QStringList("resume by clara"));
+    next.waiting = "needsReview";
+    EXPECT_EQ(three.ask("POST", accept, word).status, 202);
+    two.peers.look();
+    EXPECT_EQ(next.told, (QStringList{"resume by clara", "clara accepts: seen"}));
+    next.told.clear();
     // Also before whoever has asked looks.
     three.pause("clara");
     makeOrdersOld();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "currenttime.h"
+#include "mockfactory.h"
 #include "rack/keptstates.h"
 #include "rack/registeragent.h"
 #include "scriptedworker.h"
@@ -15,6 +17,7 @@ class AgentTest : public testing::Test
 {
 protected:
     AgentTest() { settings.name = "till1"; }
+    ~AgentTest() override { MockFactory<CurrentTime>::mocked = nullptr; }
 
     void makeAgent()
     {
@@ -129,12 +132,28 @@ protected:
     QString kind() const { return store.findId(worker->last.value("id").toString())->request.kind; }
     sale::DocumentState stateOf(const QString& id) const { return store.findId(id)->state; }
 
+    /// By which the journal has its times.
+    class StoreClock : public CurrentTime
+    {
+    public:
+        explicit StoreClock(const QDateTime& now)
+            : m_now(now)
+        {
+            MockFactory<CurrentTime>::mocked = this;
+        }
+        QDateTime getCurrentDateTime() const override { return m_now; }
+
+    private:
+        const QDateTime& m_now;
+    };
+
+    QDateTime now = QDateTime(QDate(2026, 3, 2), QTime(9, 0), Qt::UTC);
+    StoreClock storeClock{now};
     QTemporaryDir folder;
     FailingStore store{folder.filePath("journal.sqlite")};
     frserver::KeptStates kept{store.fileName(), 1'000};
     frserver::RegisterSettings settings{.cashier = "Иванова", .timeZone = QTimeZone("Europe/Moscow")};
     std::shared_ptr<frserver::Ownership> ownership = std::make_shared<frserver::SoleOwnership>();
-    QDateTime now = QDateTime(QDate(2026, 3, 2), QTime(9, 0), Qt::UTC);
     qint64 steady = 0;
     ScriptedWorker* worker = nullptr;
     std::unique_ptr<frserver::RegisterAgent> agent;

@@ -128,6 +128,34 @@ TEST_F(AgentTest, GivesUpWhatAPausedRegisterIsNotAskedAboutAndNoPersonsWord)
     EXPECT_EQ(stateOf("sale:0001"), DocumentState::NotIssued);
 }
 
+TEST_F(AgentTest, GivesUpNothingThatAnotherProgramIsAtStill)
+{
+    startWorker();
+    for (int minute = 0; minute < 10; ++minute) {
+        worker->fail("busy");
+        pass(60'000);
+    }
+    // frctl has the line, and begins something; somebody's clock is of no use.
+    queue("frctl:sale");
+    begin("frctl:sale");
+    now = now.addSecs(3600);
+    queue("later:sale");
+    begin("later:sale");
+    now = now.addSecs(-3600);
+    const auto wait = [this](int minutes) {
+        for (int minute = 0; minute < minutes; ++minute) {
+            worker->fail("busy");
+            pass(60'000);
+        }
+    };
+    wait(1);
+    EXPECT_EQ(stateOf("later:sale"), DocumentState::Unknown);
+    wait(3);
+    EXPECT_EQ(stateOf("frctl:sale"), DocumentState::Running);
+    wait(2);
+    EXPECT_EQ(stateOf("frctl:sale"), DocumentState::Unknown);
+}
+
 TEST_F(AgentTest, CountsNoDeathAgainstWhatWasGivenToAWorkerThatHadEnded)
 {
     makeAgent();
