@@ -37,6 +37,7 @@ public:
     void obey(const QJsonObject& content);
 
     bool isHere() const override;
+    int queueLimit() const override;
     bool isReachable() const override;
     bool isLost() const override { return !isOwn() && silence() > m_longestSilence; }
     QJsonObject view() const override;
