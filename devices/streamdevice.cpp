@@ -12,8 +12,6 @@ namespace devices {
 Q_LOGGING_CATEGORY(lcDevices, "frdevices", QtWarningMsg)
 
 namespace {
-// A register that holds the line with XOFF for longer than this has given up.
-constexpr int writeTimeoutMs = 5000;
 constexpr int waitSliceMs = 100;
 } // namespace
 

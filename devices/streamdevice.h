@@ -76,13 +76,15 @@ public:
     bool setOpened(bool opened) override;
     qint64 write(const QByteArray& data) override;
     QByteArray read(qint64 maxSize) override;
-    /// Nothing is left to push out: write has done it.
+    /// Nothing is left to push out where write has done it.
     bool flush() override { return isOpen(); }
     bool waitForReadyRead(int milliseconds) override;
 
 protected:
     /// What send and receive answer when there is no line any more.
     static constexpr qint64 lineIsGone = -1;
+    /// A register that holds the line for longer than this has given up.
+    static constexpr int writeTimeoutMs = 5000;
 
     StreamDevice() = default;
 

@@ -2,6 +2,7 @@
 
 #include "tcpconnection.h"
 
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 
 #include <linux/sockios.h>
@@ -117,6 +118,23 @@ bool TcpSerialDevice::clearLine()
     m_socket.waitForReadyRead(0);
     m_socket.readAll();
     return true;
+}
+
+bool TcpSerialDevice::flush()
+{
+    QDeadlineTimer left(withinBudget(writeTimeoutMs));
+    while (m_socket.bytesToWrite() > 0) {
+        if (!m_socket.waitForBytesWritten(static_cast<int>(left.remainingTime())))
+            return false;
+    }
+    pollfd entry{static_cast<int>(m_socket.socketDescriptor()), 0, 0};
+    // Nobody tells when the last of it is taken; the end of the line comes at once.
+    constexpr int lookAgainMs = 1;
+    while (!hasTakenAll(entry.fd)) {
+        if (entry.fd < 0 || left.hasExpired() || ::poll(&entry, 1, lookAgainMs) != 0)
+            return false;
+    }
+    return isOpen();
 }
 
 qint64 TcpSerialDevice::send(const QByteArray& data, int milliseconds)

@@ -30,6 +30,9 @@ public:
 
     bool open() override;
     bool isAvailable() const override;
+    /// Waits until the register has taken all that was written, as long as a write may last. What it has not
+    /// taken when the line is closed it does not get.
+    bool flush() override;
     int getType() const override { return Tcp; }
 
 protected:

@@ -63,8 +63,8 @@ public:
     virtual void note(const QString& id, int attempt, const AttemptNote& note) = 0;
     /// Says what has become of the document. The attempt is the last one, 0 for a document without. What is
     /// issued stays so: saying it again changes nothing, and anything else is a JournalError. A person's word
-    /// (by) is taken for an unknown document alone, and not with a number that another one has on that drive,
-    /// or that the drive had reached before it was begun. See also DocumentEnding::isAsked.
+    /// (by) is taken for an unknown document alone, and with a number that is possible
+    /// (requirePossibleNumber). See also DocumentEnding::isAsked.
     virtual void settle(const QString& id, int attempt, const DocumentEnding& ending) = 0;
     virtual QList<StoredDocument> find(const DocumentQuery& query) const = 0;
 

@@ -3,6 +3,7 @@
 #include "idconflict.h"
 #include "journalerror.h"
 #include "journalfault.h"
+#include "possiblenumber.h"
 #include "storedjson.h"
 #include "storedtime.h"
 
@@ -204,19 +205,8 @@ void SqlStore::refuseWrongEnding(const StoredDocument& known, int attempt, const
         return;
     if (known.state != DocumentState::Unknown)
         throw wrongOrder(id, QStringLiteral("is %1, not unknown").arg(stateName(known.state)));
-    // Of one that was put in doubt nobody knows the drive.
-    if (ending.documentNumber == 0 || known.drive.isEmpty())
-        return;
-    if (ending.documentNumber <= known.numberBefore())
-        throw wrongOrder(id,
-            QStringLiteral("was begun behind number %1 of fiscal drive %2, and has a higher one")
-                .arg(known.numberBefore())
-                .arg(known.drive));
-    const QList<StoredDocument> others
-        = find({.drive = known.drive, .documentNumber = ending.documentNumber, .withAttempts = false});
-    if (!others.isEmpty())
-        throw wrongOrder(others.constFirst().request.id,
-            QStringLiteral("is number %1 of fiscal drive %2").arg(ending.documentNumber).arg(known.drive));
+    if (ending.documentNumber != 0)
+        requirePossibleNumber(*this, known, ending.documentNumber, ending.reached);
 }
 
 void SqlStore::settle(const QString& id, int attempt, const DocumentEnding& ending)

@@ -5,10 +5,16 @@
 #include "api/journalproblem.h"
 #include "api/listpage.h"
 #include "api/rights.h"
+#include "currenttime.h"
 #include "http/pending.h"
 #include "http/problem.h"
 #include "journalerror.h"
+#include "mockfactory.h"
+#include "notresolvable.h"
+#include "possiblenumber.h"
+#include "storedtime.h"
 
+#include <algorithm>
 #include <limits>
 #include <memory>
 
@@ -88,39 +94,51 @@ bool isOutOfReach(const Api& api, const StoredDocument& document)
     return till == nullptr || till->isLost();
 }
 
-void requireResolvable(const Api& api, const StoredDocument& document, const sale::DocumentEnding& word)
+/// What registers have told of its drive since its end; 0 for nothing.
+quint32 toldNumber(const Api& api, const StoredDocument& document)
 {
-    const auto refuse = [](const QString& why) {
-        throw Problem(
-            409, QStringLiteral("not-resolvable"), QStringLiteral("The document cannot be resolved so"), why);
-    };
-    if (document.state != DocumentState::Unknown && !isOutOfReach(api, document))
-        refuse(QStringLiteral("It is %1, not unknown.").arg(sale::stateName(document.state)));
-    // Of one that an older state left in doubt nobody knows the drive.
-    if (word.documentNumber == 0 || document.drive.isEmpty())
-        return;
-    if (word.documentNumber <= document.numberBefore())
-        refuse(QStringLiteral(
-            "When it was begun the fiscal drive %1 had reached number %2: its own one is higher.")
-                   .arg(document.drive)
-                   .arg(document.numberBefore()));
-    const QList<StoredDocument> others = api.store().find(
-        {.drive = document.drive, .documentNumber = word.documentNumber, .limit = 1, .withAttempts = false});
-    if (!others.isEmpty())
-        refuse(QStringLiteral("That number of the fiscal drive %1 is the document %2.")
-                   .arg(document.drive, others.constFirst().request.id));
+    if (!document.settled.isValid())
+        return 0;
+    // Clocks may differ a little.
+    const qint64 age = document.settled.secsTo(MockFactory<CurrentTime>::create()->getCurrentDateTime())
+        - sale::mostSecondsBack;
+    qint64 told = 0;
+    for (const auto& [name, till] : api.tills()) {
+        const QJsonObject view = till->view();
+        const QString drive = view[QStringLiteral("identity")][QStringLiteral("drive")].toString();
+        if (drive == document.drive && view[QStringLiteral("conditionAge")].toInteger(age) < age)
+            told = std::max(
+                told, view[QStringLiteral("condition")][QStringLiteral("lastDocument")].toInteger());
+    }
+    return static_cast<quint32>(told);
+}
+
+/// A person's word is taken for what is unknown alone.
+void settleByWord(Api& api, const StoredDocument& document, const sale::DocumentEnding& word)
+{
+    const bool isUnknown = document.state == DocumentState::Unknown;
+    if (!isUnknown && !isOutOfReach(api, document))
+        throw sale::NotResolvable(
+            QStringLiteral("It is %1, not unknown.").arg(sale::stateName(document.state)));
+    if (word.documentNumber != 0)
+        sale::requirePossibleNumber(api.store(), document, word.documentNumber, word.reached);
+    if (!isUnknown)
+        api.store().settle(document.request.id, document.attemptCount, {});
+    api.store().settle(document.request.id, document.attemptCount, word);
 }
 
 Answer resolve(Api& api, const Request& request)
 {
     const StoredDocument document = documentOf(api, request);
-    const sale::DocumentEnding word = wordOf(request);
-    requireResolvable(api, document, word);
     const QString& id = document.request.id;
-    // A person's word is taken for what is unknown alone.
-    if (document.state != DocumentState::Unknown)
-        api.store().settle(id, document.attemptCount, {});
-    api.store().settle(id, document.attemptCount, word);
+    sale::DocumentEnding word = wordOf(request);
+    word.reached = word.documentNumber == 0 ? 0 : toldNumber(api, document);
+    try {
+        settleByWord(api, document, word);
+    } catch (const sale::NotResolvable& refused) {
+        throw Problem(409, QStringLiteral("not-resolvable"),
+            QStringLiteral("The document cannot be resolved so"), refused.fault());
+    }
     audit(request, QStringLiteral("resolved %1: %2").arg(id, sale::stateName(word.state)));
     api.documentChanged(id);
     return Response::json(wholeDocumentView(api, api.store().findId(id).value()));

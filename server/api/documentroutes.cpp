@@ -43,11 +43,24 @@ void requireOpen(const Api& api)
             .withHeader("Retry-After", "10");
 }
 
+/// That of whoever works it, so that a queue is as long whoever is asked; of a pool the longest of its
+/// registers', each of which might make all of it.
+int queueLimit(const Api& api, const QString& place)
+{
+    const Pool* const pool = api.places().pool(Place::poolOf(place).value_or(QString()));
+    int limit = 0;
+    for (const QString& name : pool != nullptr ? api.places().registersOf(*pool) : QStringList(place)) {
+        if (const Till* const till = api.till(name))
+            limit = std::max(limit, till->queueLimit());
+    }
+    return limit == 0 ? api.settings().queueLimit : limit;
+}
+
 void requireRoom(const Api& api, const QString& place)
 {
     const int queued = api.openDocuments().count(place, DocumentState::Queued);
     const std::optional<QString> pool = Place::poolOf(place);
-    if (queued >= api.settings().queueLimit)
+    if (queued >= queueLimit(api, place))
         throw Problem(429, QStringLiteral("queue-full"), QStringLiteral("Too many documents wait"),
             QStringLiteral("%1 documents wait for the %2 %3. Nothing was stored. Post the same id again.")
                 .arg(queued)

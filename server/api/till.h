@@ -24,6 +24,8 @@ public:
         /// Of pictures of receipts that name none.
         QString cashier = {};
         QString cashierInn = {};
+        /// Documents that may wait for it; 0 for as many as whoever is asked says.
+        int queueLimit = 0;
     };
 
     explicit Till(const Settings& settings)
@@ -34,6 +36,8 @@ public:
     const Settings& settings() const { return m_settings; }
     /// This service works it; otherwise another one does, or did.
     virtual bool isHere() const { return true; }
+    /// Of the service that works it.
+    virtual int queueLimit() const { return m_settings.queueLimit; }
     /// The service that works it is there, as far as is known.
     virtual bool isReachable() const { return true; }
     /// No service works it, as far as is known, and a person alone can tell of what was begun there.

@@ -30,7 +30,8 @@ QString settingsText(const Till::Settings& settings)
         {QStringLiteral("timeZone"), QString::fromLatin1(settings.timeZone.id())},
         {QStringLiteral("startBefore"), settings.startBefore},
         {QStringLiteral("hasCashier"), settings.hasCashier}, {QStringLiteral("cashier"), settings.cashier},
-        {QStringLiteral("cashierInn"), settings.cashierInn}});
+        {QStringLiteral("cashierInn"), settings.cashierInn},
+        {QStringLiteral("queueLimit"), settings.queueLimit}});
 }
 
 Till::Settings settingsOf(const QString& name, const QJsonObject& json)
@@ -38,7 +39,8 @@ Till::Settings settingsOf(const QString& name, const QJsonObject& json)
     const auto text = [&json](const char* member) { return json.value(QLatin1String(member)).toString(); };
     return {name, receipt::protocolNamed(text("protocol")).value_or(receipt::Protocol::Xml),
         QTimeZone(text("timeZone").toLatin1()), json.value(QStringLiteral("startBefore")).toInt(),
-        json.value(QStringLiteral("hasCashier")).toBool(), text("cashier"), text("cashierInn")};
+        json.value(QStringLiteral("hasCashier")).toBool(), text("cashier"), text("cashierInn"),
+        json.value(QStringLiteral("queueLimit")).toInt()};
 }
 
 /// Of an order that is followed still.

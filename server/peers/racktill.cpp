@@ -88,6 +88,11 @@ bool RackTill::isHere() const
     return isOwn() || m_told.service.isEmpty() || silence() > m_longestSilence;
 }
 
+int RackTill::queueLimit() const
+{
+    return isHere() ? m_own->queueLimit() : m_told.settings.queueLimit;
+}
+
 bool RackTill::isReachable() const
 {
     return silence() <= m_longestSilence || isHere();

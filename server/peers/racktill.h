@@ -46,6 +46,7 @@ public:
     void noteAnswer(const QString& id, const QJsonArray& orders);
 
     bool isHere() const override;
+    int queueLimit() const override;
     bool isReachable() const override;
     bool isLost() const override { return !isOwn() && silence() > m_longestSilence; }
     QJsonObject view() const override;

@@ -62,10 +62,10 @@ Api::Settings apiSettings(const ServiceSettings& settings, const QString& journa
         .isShared = sale::isShared(journal)};
 }
 
-Till::Settings tillSettings(const RegisterSettings& settings)
+Till::Settings tillSettings(const RegisterSettings& settings, int queueLimit)
 {
     return {settings.name, settings.protocol, settings.timeZone, settings.startBefore, settings.hasCashier(),
-        settings.cashier, settings.cashierInn};
+        settings.cashier, settings.cashierInn, queueLimit};
 }
 
 } // namespace
@@ -117,7 +117,8 @@ QString Service::tokenFile(const ServiceSettings& settings, const QString& journ
 
 void Service::add(RegisterAgent& agent)
 {
-    m_tills.push_back(std::make_unique<AgentTill>(tillSettings(agent.settings()), agent, m_dispatch));
+    m_tills.push_back(std::make_unique<AgentTill>(
+        tillSettings(agent.settings(), m_api.settings().queueLimit), agent, m_dispatch));
     if (m_peers)
         m_peers->add(*m_tills.back());
     else

@@ -318,6 +318,30 @@ TEST(TcpPort, WhatTheRegisterHasNotTakenIsForgottenWithTheConnection)
     EXPECT_EQ(port.end(), ECONNRESET) << "killed";
 }
 
+TEST(TcpPort, FlushWaitsUntilTheRegisterHasTakenAll)
+{
+    const NarrowPort port(1);
+    const auto device = devices::createSerialDevice(port.name());
+    ASSERT_TRUE(device->open());
+    EXPECT_TRUE(device->flush()) << "nothing was written";
+    const QByteArray data(16'000, 'x');
+    ASSERT_EQ(device->write(data), data.size());
+    int end = -1;
+    std::thread reader([&] { end = port.end(); });
+    EXPECT_TRUE(device->flush());
+    device->close();
+    reader.join();
+    EXPECT_EQ(end, 0);
+    EXPECT_FALSE(device->flush());
+    // One that takes nothing.
+    ASSERT_TRUE(device->open());
+    ASSERT_EQ(device->write(data), data.size());
+    device->setBudget(20);
+    EXPECT_FALSE(device->flush());
+    device->close();
+    EXPECT_EQ(port.end(), ECONNRESET);
+}
+
 // A host that answers nothing keeps the connection waiting for seconds.
 TEST(TcpPort, WaitForTheConnectionCanBeLeft)
 {

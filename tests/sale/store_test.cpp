@@ -127,7 +127,13 @@ TEST_P(Store, PersonsWordIsTakenForWhatIsUnknown)
         word.documentNumber = number;
         EXPECT_THROW(store->settle("unknown", 1, word), JournalError) << "the drive was there already";
     }
-    word.documentNumber = 9;
+    bring("later", DocumentState::Issued, 12);
+    word.documentNumber = 13;
+    EXPECT_THROW(store->settle("unknown", 1, word), JournalError) << "a later document was not there yet";
+    word.reached = 13;
+    word.documentNumber = 14;
+    EXPECT_THROW(store->settle("unknown", 1, word), JournalError) << "nor was the register, later still";
+    word.documentNumber = 13;
     store->settle("unknown", 1, word);
     EXPECT_EQ(store->findId("unknown")->state, DocumentState::Issued);
     EXPECT_EQ(store->findId("unknown")->resolvedBy, "anna");

@@ -37,17 +37,21 @@ public:
     bool isHere() const override { return isOwner; }
     QJsonObject view() const override
     {
-        return {{"state", state}, {"waiting", waiting.isEmpty() ? QJsonValue() : QJsonValue(waiting)},
+        QJsonObject view{{"state", state},
+            {"waiting", waiting.isEmpty() ? QJsonValue() : QJsonValue(waiting)},
             {"document", making.isEmpty() ? QJsonValue() : QJsonValue(making)}, {"connections", 2},
             {"exchanges", QJsonObject{{"count", 3}, {"seconds", 1.5}}},
             {"condition",
                 QJsonObject{{"unsent", 4}, {"driveUntil", "2031-01-01"}, {"driveWarnings", 2},
                     {"lastDocument", 117}}},
-
             {"pools",
                 QJsonArray{QJsonObject{{"name", "shop"},
                     {"absent", absent.isEmpty() ? QJsonValue() : QJsonValue(absent)}, {"daysLeft", 100},
                     {"documentsLeft", QJsonValue()}}}}};
+        if (!drive.isEmpty())
+            view.insert("identity", QJsonObject{{"drive", drive}});
+        view.insert("conditionAge", conditionAge);
+        return view;
     }
     void settle(const QString& id) override { told.append("settle " + id); }
     qint64 pause(const QString& by) override
@@ -62,6 +66,8 @@ public:
     QString state = "ready";
     QString waiting;
     QString making;
+    QString drive;
+    int conditionAge = 5;
     /// From the pool.
     QString absent;
 };

@@ -14,8 +14,8 @@ namespace {
 /// A service with a register of its own.
 struct Desk
 {
-    explicit Desk(const QString& name, Till* spare = nullptr)
-        : till({name, receipt::Protocol::Hex, QTimeZone::utc(), 120, true, "Иванова А. П."})
+    explicit Desk(const QString& name, Till* spare = nullptr, int queueLimit = 0)
+        : till({name, receipt::Protocol::Hex, QTimeZone::utc(), 120, true, "Иванова А. П.", {}, queueLimit})
     {
         peers.add(till);
         if (spare != nullptr)
@@ -231,6 +231,31 @@ TEST_F(PeersTest, DocumentThatIsAskedAboutElsewhereIsStillUnknownOnceItsOwnerSay
     makeOrdersOld();
     two.peers.look();
     EXPECT_EQ(lost.later().status, 409) << lost.later().all();
+}
+
+TEST_F(PeersTest, QueueIsAsLongWhicheverServiceIsAsked)
+{
+    const Desk one("till1", nullptr, 2);
+    FakeTill spare({"till1", receipt::Protocol::Hex, QTimeZone::utc(), 120, true, {}, {}, 5});
+    spare.isOwner = false;
+    Desk two("till2", &spare, 3);
+    FakePool shop({"shop", {"till2"}, {}, {}, 300});
+    two.api.add(shop);
+    QFile file(FRSPF_SOURCES "/examples/sale.json");
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QJsonObject sale = QJsonDocument::fromJson(file.readAll()).object();
+    const auto accepted = [&](const QByteArray& place) {
+        int count = 0;
+        for (int each = 0; each < 9; ++each) {
+            sale["id"] = QString(place).replace('/', ':') + QString::number(each);
+            count
+                += two.ask("POST", "/v1/" + place + "/documents", QJsonDocument(sale).toJson()).status == 202;
+        }
+        return count;
+    };
+    EXPECT_EQ(accepted("registers/till1"), 2);
+    EXPECT_EQ(accepted("registers/till2"), 3);
+    EXPECT_EQ(accepted("pools/shop"), 3) << "both serve it";
 }
 
 TEST_F(PeersTest, IdOfADocumentThatWasArchivedIsNotSoldAgain)
