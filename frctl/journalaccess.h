@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <exception>
 #include <memory>
 
 namespace frctl {
@@ -27,7 +28,7 @@ public:
     /// Throws JournalError where one that is not there could not be made.
     void requirePlace() const;
     /// It could not be opened in this run.
-    bool isLost() const { return !m_fault.isEmpty(); }
+    bool isLost() const { return m_fault != nullptr; }
 
 private:
     std::unique_ptr<sale::SqlStore> opened() const;
@@ -35,7 +36,7 @@ private:
 
     QString m_fileName;
     std::unique_ptr<sale::SqlStore> m_store;
-    QString m_fault;
+    std::exception_ptr m_fault;
 };
 
 } // namespace frctl

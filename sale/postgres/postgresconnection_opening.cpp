@@ -5,6 +5,7 @@
 #include "postgres/passwordfile.h"
 #include "postgres/postgresfault.h"
 #include "postgres/postgreslibrary.h"
+#include "postgres/wrongplace.h"
 #include "saletr.h"
 
 #include <QCoreApplication>
@@ -15,6 +16,7 @@
 #include <QSysInfo>
 
 #include <algorithm>
+#include <utility>
 
 namespace sale {
 
@@ -27,6 +29,8 @@ const QString driverName = QStringLiteral("QPSQL");
 constexpr milliseconds answerMargin{1'000};
 /// libpq takes no less.
 constexpr int leastSeconds = 2;
+/// Of a server that lets nobody in, and does not keep them waiting.
+constexpr int longMs = 1'500;
 const QString connectTimeout = QStringLiteral("connect_timeout");
 
 /// As the server shows it beside what it is asked, and cuts it off behind 63 characters.
@@ -55,7 +59,7 @@ PostgresConnection::PostgresConnection(const PostgresPlace& place, int patienceM
     if (!QSqlDatabase::isDriverAvailable(driverName))
         throw JournalError(tr("journal %1: Qt has no driver for PostgreSQL here").arg(place.shown()),
             tr("install libqt6sql6-psql"));
-    PostgresLibrary::ofProcess();
+    requireSoundOptions();
     QElapsedTimer since;
     since.start();
     reach(since);
@@ -85,6 +89,33 @@ QString PostgresConnection::options() const
     return words.join(QLatin1Char(' '));
 }
 
+QString PostgresConnection::connectionString() const
+{
+    const std::pair<QString, QString> parts[]
+        = {{QStringLiteral("host"), m_place.host}, {QStringLiteral("dbname"), m_place.database},
+            {QStringLiteral("user"), m_place.user}, {QStringLiteral("password"), m_place.password}};
+    QString all = options();
+    for (const auto& [name, value] : parts) {
+        if (!value.isEmpty())
+            all += QLatin1Char(' ') + name + QLatin1Char('=') + quotedOption(value);
+    }
+    return all;
+}
+
+/// Whose reason libpq does not tell by its code.
+QString PostgresConnection::refusal() const
+{
+    return PostgresLibrary::ofProcess().refusalOf(connectionString());
+}
+
+void PostgresConnection::requireSoundOptions() const
+{
+    const QString fault = PostgresLibrary::ofProcess().faultOf(connectionString());
+    if (!fault.isEmpty())
+        throw WrongPlace(
+            tr("journal %1: %2").arg(m_server, fault), tr("change what stands behind the question mark"));
+}
+
 /// Of one host after the other, and what Qt's driver asks then.
 milliseconds PostgresConnection::longestOpening() const
 {
@@ -102,9 +133,11 @@ void PostgresConnection::open() const
     server.setPassword(m_place.password);
     server.setConnectOptions(options());
     {
+        QElapsedTimer asked;
+        asked.start();
         const AnswerWatch::Question opening(socket(), longestOpening());
         if (!server.open())
-            throwPostgresFault(m_place, server.lastError());
+            throwPostgresFault(m_place, server.lastError(), asked.elapsed() < longMs ? refusal() : QString());
     }
     arrange();
     if (m_ear)

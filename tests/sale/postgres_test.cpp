@@ -6,6 +6,7 @@
 #include "mockfactory.h"
 #include "postgres/passwordfile.h"
 #include "postgres/postgresstore.h"
+#include "postgres/wrongplace.h"
 #include "postgresserver.h"
 
 #include <QDeadlineTimer>
@@ -272,6 +273,21 @@ TEST_F(Postgres, WhoeverIsNotLetInIsToldWhatToDo)
             FAIL() << user;
         } catch (const JournalError& error) {
             EXPECT_TRUE(error.advice().contains(advice)) << error.what();
+            const bool isOfAddress = dynamic_cast<const WrongPlace*>(&error) != nullptr;
+            EXPECT_EQ(isOfAddress, qstrcmp(user, "limited") != 0);
+        }
+    }
+}
+
+TEST_F(Postgres, OptionThatLibpqDoesNotTakeIsToldBeforeAnybodyIsAsked)
+{
+    for (const char* const option :
+        {"sslmode=always", "ssl_mode=require", "keepalives_idle=soon", "port=x"}) {
+        try {
+            PostgresConnection(PostgresPlace::of(server.address() + '&' + option), 1000);
+            FAIL() << option;
+        } catch (const WrongPlace& error) {
+            EXPECT_FALSE(QString(error.what()).contains("answers again")) << error.what();
         }
     }
 }
