@@ -70,7 +70,6 @@ QString PostgresConnection::options() const
     const QString patience = QString::number(m_patienceMs);
     // A server that has vanished is noticed in time, and one that only reads is none to write to.
     QMap<QString, QString> all{
-        {QStringLiteral("application_name"), nameOfProgram()},
         {connectTimeout, QString::number(std::max(leastSeconds, m_patienceMs / 1000))},
         {QStringLiteral("tcp_user_timeout"), patience},
         {QStringLiteral("keepalives_idle"), QStringLiteral("5")},
@@ -79,6 +78,8 @@ QString PostgresConnection::options() const
         {QStringLiteral("target_session_attrs"), QStringLiteral("read-write")},
     };
     all.insert(m_place.parameters);
+    // Meant, whatever the address says: services are looked for by it (PostgresStore::requireNobodyElse).
+    all.insert(QStringLiteral("application_name"), nameOfProgram());
     if (!m_place.port.isEmpty())
         all.insert(QStringLiteral("port"), m_place.port);
     if (const QString file = passwordFile(m_place); !file.isEmpty())

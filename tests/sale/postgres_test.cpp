@@ -292,6 +292,14 @@ TEST_F(Postgres, OptionThatLibpqDoesNotTakeIsToldBeforeAnybodyIsAsked)
     }
 }
 
+TEST_F(Postgres, ServicesAreKnownByNameWhateverTheAddressSays)
+{
+    const PostgresPlace named
+        = PostgresPlace::of(server.address() + "&application_name=shop&options=-c%20application_name%3Dshop");
+    const QString name = "SELECT current_setting('application_name')";
+    EXPECT_TRUE(PostgresConnection(named, 1000).value(name).toString().startsWith("frspf "));
+}
+
 TEST(SilentServer, IsNotWaitedForByOneConnectionAfterTheOther)
 {
     const QTemporaryDir folder;
