@@ -61,6 +61,7 @@ private:
     /// The statement with its values in their places.
     QString whole(const QString& statement, const QVariantList& values) const;
     AnswerWatch::Socket socket() const;
+    int connectSeconds() const;
     std::chrono::milliseconds longestOpening() const;
     std::chrono::milliseconds longestAnswer() const;
     QSqlQuery run(const QString& statement) const;

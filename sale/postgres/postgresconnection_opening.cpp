@@ -70,7 +70,6 @@ QString PostgresConnection::options() const
     const QString patience = QString::number(m_patienceMs);
     // A server that has vanished is noticed in time, and one that only reads is none to write to.
     QMap<QString, QString> all{
-        {connectTimeout, QString::number(std::max(leastSeconds, m_patienceMs / 1000))},
         {QStringLiteral("tcp_user_timeout"), patience},
         {QStringLiteral("keepalives_idle"), QStringLiteral("5")},
         {QStringLiteral("keepalives_interval"), QStringLiteral("2")},
@@ -78,8 +77,10 @@ QString PostgresConnection::options() const
         {QStringLiteral("target_session_attrs"), QStringLiteral("read-write")},
     };
     all.insert(m_place.parameters);
-    // Meant, whatever the address says: services are looked for by it (PostgresStore::requireNobodyElse).
+    // Meant, whatever the address says: services are looked for by the one
+    // (PostgresStore::requireNobodyElse), and nobody waits for longer.
     all.insert(QStringLiteral("application_name"), nameOfProgram());
+    all.insert(connectTimeout, QString::number(connectSeconds()));
     if (!m_place.port.isEmpty())
         all.insert(QStringLiteral("port"), m_place.port);
     if (const QString file = passwordFile(m_place); !file.isEmpty())
@@ -117,12 +118,18 @@ void PostgresConnection::requireSoundOptions() const
             tr("journal %1: %2").arg(m_server, fault), tr("change what stands behind the question mark"));
 }
 
+int PostgresConnection::connectSeconds() const
+{
+    const int usual = std::max(leastSeconds, m_patienceMs / 1000);
+    const int asked = m_place.parameters.value(connectTimeout).toInt();
+    return asked > 0 ? std::min(asked, usual) : usual;
+}
+
 /// Of one host after the other, and what Qt's driver asks then.
 milliseconds PostgresConnection::longestOpening() const
 {
-    const std::chrono::seconds each(std::max(m_patienceMs / 1000,
-        m_place.parameters.value(connectTimeout, QString::number(leastSeconds)).toInt()));
-    return each * (m_place.host.count(QLatin1Char(',')) + 1) + m_longestAnswer;
+    const qsizetype hosts = m_place.host.count(QLatin1Char(',')) + 1;
+    return std::chrono::seconds(connectSeconds()) * hosts + m_longestAnswer;
 }
 
 void PostgresConnection::open() const

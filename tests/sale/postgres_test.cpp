@@ -308,7 +308,8 @@ TEST(SilentServer, IsNotWaitedForByOneConnectionAfterTheOther)
     qstrncpy(address.sun_path, qPrintable(folder.filePath(".s.PGSQL.5432")), sizeof(address.sun_path));
     ASSERT_EQ(::bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
     ASSERT_EQ(::listen(listener, 2), 0);
-    const PostgresPlace place = PostgresPlace::of("postgresql://postgres@/postgres?host=" + folder.path());
+    const PostgresPlace place
+        = PostgresPlace::of("postgresql://postgres@/postgres?connect_timeout=0&host=" + folder.path());
     EXPECT_THROW(PostgresConnection(place, 100), JournalError);
     QElapsedTimer second;
     second.start();
