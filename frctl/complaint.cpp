@@ -7,6 +7,7 @@
 #include "idconflict.h"
 #include "journalerror.h"
 #include "markrefusal.h"
+#include "postgres/wrongplace.h"
 #include "receipterror.h"
 #include "registertaken.h"
 #include "reviewneeded.h"
@@ -110,6 +111,8 @@ Complaint complaintOfWork(const std::exception_ptr& exception)
         return {ExitFailure, {error.kind(), whatOf(error), hostErrorName()}};
     } catch (const sale::RegisterTaken& error) {
         return {ExitFailure, {ErrorKind::Busy, whatOf(error), hostErrorName()}};
+    } catch (const sale::WrongPlace& error) {
+        return {ExitUsage, {ErrorKind::Internal, whatOf(error), hostErrorName()}};
     } catch (const sale::JournalError& error) {
         return {ExitFailure, {ErrorKind::Internal, whatOf(error), hostErrorName()}};
     } catch (...) {

@@ -51,12 +51,12 @@ sale::SqlStore& JournalAccess::store()
     if (m_store)
         return *m_store;
     // Whoever has it locked is not waited for twice.
-    if (!m_fault.isEmpty())
-        throw sale::JournalError(m_fault);
+    if (m_fault)
+        std::rethrow_exception(m_fault);
     try {
         m_store = opened();
-    } catch (const sale::JournalError& error) {
-        m_fault = QString::fromUtf8(error.what());
+    } catch (const sale::JournalError&) {
+        m_fault = std::current_exception();
         throw;
     }
     return *m_store;

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <exception>
 #include <memory>
 
 namespace frctl {
@@ -31,7 +32,7 @@ public:
     /// that.
     void requireFreeLine(const QString& port);
     /// It could not be opened in this run.
-    bool isLost() const { return !m_fault.isEmpty(); }
+    bool isLost() const { return m_fault != nullptr; }
 
 private:
     std::unique_ptr<sale::SqlStore> opened() const;
@@ -39,7 +40,7 @@ private:
 
     QString m_fileName;
     std::unique_ptr<sale::SqlStore> m_store;
-    QString m_fault;
+    std::exception_ptr m_fault;
 };
 
 } // namespace frctl

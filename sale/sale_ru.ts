@@ -372,6 +372,10 @@
         <translation>журнал %1: у Qt здесь нет драйвера PostgreSQL</translation>
     </message>
     <message>
+        <source>change what stands behind the question mark</source>
+        <translation>исправьте то, что стоит за вопросительным знаком</translation>
+    </message>
+    <message>
         <source>libpq is not there: %1</source>
         <translation>нет libpq: %1</translation>
     </message>

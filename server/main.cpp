@@ -2,6 +2,7 @@
 #include "configuration/configurationerror.h"
 #include "http/tlsidentity.h"
 #include "postgres/openstore.h"
+#include "postgres/wrongplace.h"
 #include "preview/previewjob.h"
 #include "program/certificatecommand.h"
 #include "program/journalcommands.h"
@@ -150,6 +151,8 @@ int main(int argc, char* argv[])
         return say(wrongStatus, QString::fromUtf8(error.what()));
     } catch (const std::invalid_argument& error) {
         return say(wrongStatus, QStringLiteral("--listen: ") + QString::fromUtf8(error.what()));
+    } catch (const sale::WrongPlace& error) {
+        return say(wrongStatus, QString::fromUtf8(error.what()));
     } catch (const std::exception& error) {
         // It cannot listen, or use the journal or the tokens.
         return say(failedStatus, QString::fromUtf8(error.what()));

@@ -87,6 +87,7 @@ QSqlQuery PostgresConnection::run(const QString& statement) const
     const bool isDone = query.exec(statement);
     if (!isDone && question.isGivenUp()) {
         silent.suspect(m_server);
+        m_isGivenUp = m_isGivenUp || isSuspected;
         throwSilence(m_place);
     }
     if (isSuspected)

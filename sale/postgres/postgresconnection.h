@@ -55,10 +55,15 @@ private:
     void subscribe() const;
     void arrange() const;
     QString options() const;
+    /// All that libpq is told.
+    QString connectionString() const;
+    QString refusal() const;
+    void requireSoundOptions() const;
     QString literal(const QVariant& value) const;
     /// The statement with its values in their places.
     QString whole(const QString& statement, const QVariantList& values) const;
     AnswerWatch::Socket socket() const;
+    int connectSeconds() const;
     std::chrono::milliseconds longestOpening() const;
     std::chrono::milliseconds longestAnswer() const;
     QSqlQuery run(const QString& statement) const;

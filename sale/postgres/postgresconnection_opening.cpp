@@ -5,6 +5,7 @@
 #include "postgres/passwordfile.h"
 #include "postgres/postgresfault.h"
 #include "postgres/postgreslibrary.h"
+#include "postgres/wrongplace.h"
 #include "saletr.h"
 
 #include <QCoreApplication>
@@ -15,6 +16,7 @@
 #include <QSysInfo>
 
 #include <algorithm>
+#include <utility>
 
 namespace sale {
 
@@ -27,6 +29,8 @@ const QString driverName = QStringLiteral("QPSQL");
 constexpr milliseconds answerMargin{1'000};
 /// libpq takes no less.
 constexpr int leastSeconds = 2;
+/// Of a server that lets nobody in, and does not keep them waiting.
+constexpr int longMs = 1'500;
 const QString connectTimeout = QStringLiteral("connect_timeout");
 
 /// As the server shows it beside what it is asked, and cuts it off behind 63 characters.
@@ -55,7 +59,7 @@ PostgresConnection::PostgresConnection(const PostgresPlace& place, int patienceM
     if (!QSqlDatabase::isDriverAvailable(driverName))
         throw JournalError(tr("journal %1: Qt has no driver for PostgreSQL here").arg(place.shown()),
             tr("install libqt6sql6-psql"));
-    PostgresLibrary::ofProcess();
+    requireSoundOptions();
     QElapsedTimer since;
     since.start();
     reach(since);
@@ -66,8 +70,6 @@ QString PostgresConnection::options() const
     const QString patience = QString::number(m_patienceMs);
     // A server that has vanished is noticed in time, and one that only reads is none to write to.
     QMap<QString, QString> all{
-        {QStringLiteral("application_name"), nameOfProgram()},
-        {connectTimeout, QString::number(std::max(leastSeconds, m_patienceMs / 1000))},
         {QStringLiteral("tcp_user_timeout"), patience},
         {QStringLiteral("keepalives_idle"), QStringLiteral("5")},
         {QStringLiteral("keepalives_interval"), QStringLiteral("2")},
@@ -75,6 +77,10 @@ QString PostgresConnection::options() const
         {QStringLiteral("target_session_attrs"), QStringLiteral("read-write")},
     };
     all.insert(m_place.parameters);
+    // Meant, whatever the address says: services are looked for by the one
+    // (PostgresStore::requireNobodyElse), and nobody waits for longer.
+    all.insert(QStringLiteral("application_name"), nameOfProgram());
+    all.insert(connectTimeout, QString::number(connectSeconds()));
     if (!m_place.port.isEmpty())
         all.insert(QStringLiteral("port"), m_place.port);
     if (const QString file = passwordFile(m_place); !file.isEmpty())
@@ -85,12 +91,45 @@ QString PostgresConnection::options() const
     return words.join(QLatin1Char(' '));
 }
 
+QString PostgresConnection::connectionString() const
+{
+    const std::pair<QString, QString> parts[]
+        = {{QStringLiteral("host"), m_place.host}, {QStringLiteral("dbname"), m_place.database},
+            {QStringLiteral("user"), m_place.user}, {QStringLiteral("password"), m_place.password}};
+    QString all = options();
+    for (const auto& [name, value] : parts) {
+        if (!value.isEmpty())
+            all += QLatin1Char(' ') + name + QLatin1Char('=') + quotedOption(value);
+    }
+    return all;
+}
+
+/// Whose reason libpq does not tell by its code.
+QString PostgresConnection::refusal() const
+{
+    return PostgresLibrary::ofProcess().refusalOf(connectionString());
+}
+
+void PostgresConnection::requireSoundOptions() const
+{
+    const QString fault = PostgresLibrary::ofProcess().faultOf(connectionString());
+    if (!fault.isEmpty())
+        throw WrongPlace(
+            tr("journal %1: %2").arg(m_server, fault), tr("change what stands behind the question mark"));
+}
+
+int PostgresConnection::connectSeconds() const
+{
+    const int usual = std::max(leastSeconds, m_patienceMs / 1000);
+    const int asked = m_place.parameters.value(connectTimeout).toInt();
+    return asked > 0 ? std::min(asked, usual) : usual;
+}
+
 /// Of one host after the other, and what Qt's driver asks then.
 milliseconds PostgresConnection::longestOpening() const
 {
-    const std::chrono::seconds each(std::max(m_patienceMs / 1000,
-        m_place.parameters.value(connectTimeout, QString::number(leastSeconds)).toInt()));
-    return each * (m_place.host.count(QLatin1Char(',')) + 1) + m_longestAnswer;
+    const qsizetype hosts = m_place.host.count(QLatin1Char(',')) + 1;
+    return std::chrono::seconds(connectSeconds()) * hosts + m_longestAnswer;
 }
 
 void PostgresConnection::open() const
@@ -102,9 +141,11 @@ void PostgresConnection::open() const
     server.setPassword(m_place.password);
     server.setConnectOptions(options());
     {
+        QElapsedTimer asked;
+        asked.start();
         const AnswerWatch::Question opening(socket(), longestOpening());
         if (!server.open())
-            throwPostgresFault(m_place, server.lastError());
+            throwPostgresFault(m_place, server.lastError(), asked.elapsed() < longMs ? refusal() : QString());
     }
     arrange();
     if (m_ear)

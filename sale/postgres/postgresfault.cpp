@@ -1,13 +1,12 @@
 #include "postgres/postgresfault.h"
 
 #include "postgres/postgresplace.h"
+#include "postgres/wrongplace.h"
 #include "saletr.h"
 
-#include <QRegularExpression>
 #include <QSqlError>
 
 #include <algorithm>
-#include <utility>
 
 namespace sale {
 
@@ -32,23 +31,6 @@ constexpr Advice advices[] = {
     {"53100", QT_TR_NOOP("the server's disk is full; nothing is sold until there is room")},
     {"53300", QT_TR_NOOP("the server has no connection left; raise its max_connections")},
 };
-
-/// What a server says that does not let a program in, and the code that the library keeps to itself then.
-constexpr std::pair<const char*, const char*> refusals[] = {
-    // untranslated: the server's
-    {"database \".*\" does not exist", "3D000"},
-    {"role \".*\" does not exist|authentication failed|no password supplied|no pg_hba.conf entry", "28000"},
-    {"too many c|connection slots", "53300"},
-};
-
-QString codeOf(const QSqlError& error, const QString& words)
-{
-    if (!error.nativeErrorCode().isEmpty())
-        return error.nativeErrorCode();
-    const auto* const refusal = std::find_if(std::cbegin(refusals), std::cend(refusals),
-        [&words](const auto& one) { return words.contains(QRegularExpression(QLatin1String(one.first))); });
-    return refusal == std::cend(refusals) ? QString() : QString::fromLatin1(refusal->second);
-}
 
 /// Ended by the server, or not there at all: then there is no code.
 bool isLost(const QString& code)
@@ -78,11 +60,10 @@ void throwSilence(const PostgresPlace& place)
         tr("journal %1: the server does not answer").arg(place.shown()), adviceFor(QStringLiteral("08")));
 }
 
-void throwPostgresFault(const PostgresPlace& place, const QSqlError& error)
+void throwPostgresFault(const PostgresPlace& place, const QSqlError& error, const QString& refusal)
 {
-    const QString words = firstLine(error);
-    const QString code = codeOf(error, words);
-    const QString fault = tr("journal %1: %2").arg(place.shown(), words);
+    const QString code = error.nativeErrorCode().isEmpty() ? refusal : error.nativeErrorCode();
+    const QString fault = tr("journal %1: %2").arg(place.shown(), firstLine(error));
     const bool isFull = code == QStringLiteral("53300");
     const QString toDo = adviceFor(isLost(code) && !isFull ? QStringLiteral("08") : code);
     if (isLost(code))
@@ -91,6 +72,8 @@ void throwPostgresFault(const PostgresPlace& place, const QSqlError& error)
     const bool isDoubled = code == QStringLiteral("23505");
     if (isDoubled || code.startsWith(QStringLiteral("40")))
         throw RunAgain(fault, toDo);
+    if (code.startsWith(QStringLiteral("28")) || code == QStringLiteral("3D000"))
+        throw WrongPlace(fault, toDo);
     throw JournalError(fault, toDo);
 }
 

@@ -2,6 +2,8 @@
 
 #include "journalerror.h"
 
+#include <QString>
+
 class QSqlError;
 
 namespace sale {
@@ -22,8 +24,10 @@ public:
     using JournalError::JournalError;
 };
 
-/// Throws ConnectionLost, RunAgain or JournalError, with what is to be done.
-[[noreturn]] void throwPostgresFault(const PostgresPlace& place, const QSqlError& error);
+/// Throws ConnectionLost, RunAgain, WrongPlace or JournalError, with what is to be done. Of one that has not
+/// let this process in the code is told apart (PostgresLibrary::refusalOf).
+[[noreturn]] void throwPostgresFault(
+    const PostgresPlace& place, const QSqlError& error, const QString& refusal = {});
 /// Throws ConnectionLost: nobody waits for the server's answer any longer.
 [[noreturn]] void throwSilence(const PostgresPlace& place);
 

@@ -1,6 +1,6 @@
 #include "postgres/postgresplace.h"
 
-#include "journalerror.h"
+#include "postgres/wrongplace.h"
 #include "saletr.h"
 
 #include <QRegularExpression>
@@ -21,15 +21,30 @@ QString decoded(const QString& text)
 
 [[noreturn]] void refuse(const QString& why)
 {
-    throw JournalError(tr("the address of the database %1").arg(why),
+    throw WrongPlace(tr("the address of the database %1").arg(why),
         tr("it looks like postgresql://USER@HOST:PORT/DATABASE"));
+}
+
+/// libpq looks at them only when it comes to use them.
+bool isNumberWanted(const QString& key)
+{
+    return key.startsWith(QStringLiteral("keepalives")) || key.endsWith(QStringLiteral("_timeout"))
+        || key == QStringLiteral("port");
+}
+
+bool isParameter(const QString& key, const QString& value)
+{
+    static const QRegularExpression word(QStringLiteral("\\A[a-z_]+\\z"));
+    // Of several hosts each has its port.
+    static const QRegularExpression numbers(QStringLiteral("\\A[0-9,]*\\z"));
+    return word.match(key).hasMatch() && !value.contains(QLatin1Char(';'))
+        && (!isNumberWanted(key) || numbers.match(value).hasMatch());
 }
 
 void takeParameters(PostgresPlace& place, const QString& text)
 {
     for (const auto& [key, value] : QUrlQuery(text).queryItems(QUrl::FullyDecoded)) {
-        static const QRegularExpression word(QStringLiteral("\\A[a-z_]+\\z"));
-        if (!word.match(key).hasMatch() || value.contains(QLatin1Char(';')))
+        if (!isParameter(key, value))
             refuse(tr("has a parameter that libpq does not take"));
         if (key == QStringLiteral("host"))
             place.host = value;

@@ -12,7 +12,7 @@ namespace sale {
 struct PostgresPlace
 {
     static bool isPlace(const QString& text);
-    /// Throws JournalError, which says what is wrong with it and no password.
+    /// Throws WrongPlace, which says what is wrong with it and no password.
     static PostgresPlace of(const QString& text);
 
     /// Without a password.

@@ -30,8 +30,11 @@ qint64 SilentServers::restOf(const QString& server)
 
 void SilentServers::suspect(const QString& server)
 {
+    // So that a service comes to answering its clients before it waits for that server again.
+    constexpr qint64 restMs = 1'000;
     const QMutexLocker lock(&m_mutex);
     m_suspected.insert(server);
+    m_rests.insert(server, QDeadlineTimer(restMs));
 }
 
 bool SilentServers::isSuspected(const QString& server)

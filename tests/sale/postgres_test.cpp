@@ -9,6 +9,7 @@
 #include "mockfactory.h"
 #include "postgres/passwordfile.h"
 #include "postgres/postgresstore.h"
+#include "postgres/wrongplace.h"
 #include "postgresserver.h"
 
 #include <QDeadlineTimer>
@@ -309,8 +310,31 @@ TEST_F(Postgres, WhoeverIsNotLetInIsToldWhatToDo)
             FAIL() << user;
         } catch (const JournalError& error) {
             EXPECT_TRUE(error.advice().contains(advice)) << error.what();
+            const bool isOfAddress = dynamic_cast<const WrongPlace*>(&error) != nullptr;
+            EXPECT_EQ(isOfAddress, qstrcmp(user, "limited") != 0);
         }
     }
+}
+
+TEST_F(Postgres, OptionThatLibpqDoesNotTakeIsToldBeforeAnybodyIsAsked)
+{
+    for (const char* const option :
+        {"sslmode=always", "ssl_mode=require", "keepalives_idle=soon", "port=x"}) {
+        try {
+            PostgresConnection(PostgresPlace::of(server.address() + '&' + option), 1000);
+            FAIL() << option;
+        } catch (const WrongPlace& error) {
+            EXPECT_FALSE(QString(error.what()).contains("answers again")) << error.what();
+        }
+    }
+}
+
+TEST_F(Postgres, ServicesAreKnownByNameWhateverTheAddressSays)
+{
+    const PostgresPlace named
+        = PostgresPlace::of(server.address() + "&application_name=shop&options=-c%20application_name%3Dshop");
+    const QString name = "SELECT current_setting('application_name')";
+    EXPECT_TRUE(PostgresConnection(named, 1000).value(name).toString().startsWith("frspf "));
 }
 
 TEST(SilentServer, IsNotWaitedForByOneConnectionAfterTheOther)
@@ -321,7 +345,8 @@ TEST(SilentServer, IsNotWaitedForByOneConnectionAfterTheOther)
     qstrncpy(address.sun_path, qPrintable(folder.filePath(".s.PGSQL.5432")), sizeof(address.sun_path));
     ASSERT_EQ(::bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
     ASSERT_EQ(::listen(listener, 2), 0);
-    const PostgresPlace place = PostgresPlace::of("postgresql://postgres@/postgres?host=" + folder.path());
+    const PostgresPlace place
+        = PostgresPlace::of("postgresql://postgres@/postgres?connect_timeout=0&host=" + folder.path());
     EXPECT_THROW(PostgresConnection(place, 100), JournalError);
     QElapsedTimer second;
     second.start();

@@ -157,6 +157,28 @@ class Store(SharedStoreTest):
         self.assertEqual(200, service.ask("GET", "/readyz").status)
         self.assertEqual(2, len(self.registers["till1"].receipts()))
 
+    def test_address_that_waiting_does_not_mend(self):
+        self.database.execute("CREATE ROLE shop SUPERUSER LOGIN")
+        service = self.serve("till1")
+        right = self.database.url.replace("postgres:secret@", "shop@")
+        service.edit(self.database.url, right)
+        self.migrate(service)
+        for wrong, words in ((f"{right}&sslmode=always", "sslmode"), (right.replace("shop@", "nobody@"), 'role "nobody"'),
+                             (right.replace("/postgres?", "/nosuch?"), 'database "nosuch"')):
+            service.edit(right, wrong)
+            for refused in (*map(service.command, ("check-config", "migrate")), service.command(),
+                            self.frctl("--journal", wrong, "journal", "list")):
+                self.assertEqual(2, refused.returncode, refused)
+                self.assertIn(words, refused.stderr)
+            service.edit(wrong, right)
+        # One that is at work waits for somebody to mend it.
+        self.start(service)
+        self.database.execute("ALTER ROLE shop NOLOGIN; "
+                              "SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE usename = 'shop'")
+        self.assertEqual(503, service.post(SALE, id="rack:till1:1").status)
+        self.database.execute("ALTER ROLE shop LOGIN")
+        self.becomes(lambda: service.post(SALE, id="rack:till1:1").status, 201)
+
     def test_database_that_stands_still_is_one_that_is_gone(self):
         service = self.serve("till1")
         service.edit("[store]\n", "[store]\nlease = 3\n")
