@@ -79,8 +79,8 @@ constexpr const char* firstRelease[] = {
     // Which processes may have a register's line open.
     "CREATE TABLE workers (register text NOT NULL, epoch bigint NOT NULL, machine text NOT NULL, "
     "space text NOT NULL, process bigint NOT NULL, started bigint NOT NULL, "
-    // When it was ended from outside, where what it had sent may come to the register later still.
-    "killed timestamptz, "
+    // When it had ended without leave, where what it has sent may come to the register later still (lasts).
+    "killed timestamptz, lasts boolean NOT NULL DEFAULT false, "
     "PRIMARY KEY (register, machine, space, process, started))",
     // By which lease the register with that fiscal drive is worked, whatever it is called, and where in the
     // network it is reached for that.
