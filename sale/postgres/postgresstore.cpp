@@ -35,6 +35,7 @@ PostgresStore::PostgresStore(const PostgresPlace& place, int patienceMs)
 
 PostgresStore::~PostgresStore()
 {
+    m_programRenewal.reset();
     try {
         if (!m_joined.isEmpty())
             WorkerTable(m_connection).remove(m_joined, ProcessIdentity::own());
@@ -73,6 +74,9 @@ void PostgresStore::holdForProgram(const QString& drive)
         drives.leaveForProgram(*m_programLease);
     m_programLease = lease;
     m_programDrive = drive;
+    m_programRenewal.reset();
+    if (lease)
+        m_programRenewal.emplace(m_connection.place(), *lease);
 }
 
 void PostgresStore::requireFreeLine(const QString& address)

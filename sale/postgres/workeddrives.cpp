@@ -14,8 +14,8 @@ namespace {
 
 /// No register of a configuration may be called so.
 const QString programPrefix = QStringLiteral("program ");
-/// Longer than a document takes; nobody waits longer for a program that was killed on another machine.
-const QString programTerm = QStringLiteral("interval '5 minutes'");
+/// It is renewed meanwhile; nobody waits longer for a program that was killed on another machine.
+const QString programTerm = QStringLiteral("interval '2 minutes'");
 
 bool isProgram(const QString& registerName)
 {
@@ -138,6 +138,14 @@ std::optional<LeasedRegister> WorkedDrives::holdForProgram(const QString& drive,
         take(number, *lease, address);
     });
     return lease;
+}
+
+void WorkedDrives::renewForProgram(const LeasedRegister& lease)
+{
+    m_connection.execute(QStringLiteral("UPDATE leases SET until = clock_timestamp() + %1 "
+                                        "WHERE register = ? AND owner = ? AND epoch = ?")
+                             .arg(programTerm),
+        {lease.registerName, lease.owner, lease.epoch});
 }
 
 void WorkedDrives::requireFree(const QString& drive, const LeasedRegister& lease) const

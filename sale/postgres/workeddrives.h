@@ -25,9 +25,11 @@ public:
     /// has ended has none from then on. An empty drive is nobody's. The address in the network is that of the
     /// line, empty for one that ends at this machine. Throws RegisterTaken.
     void hold(const QString& drive, const LeasedRegister& lease, const QString& address = {});
-    /// The same for a program that has no lease, makes its document and ends: it gets one, for some minutes.
+    /// The same for a program that has no lease, makes its document and ends: it gets one, for two minutes.
     /// Nothing where this process holds the drive already. It gets none that a lost line has left either.
     std::optional<LeasedRegister> holdForProgram(const QString& drive, const QString& address = {});
+    /// For as long again; nothing when it was taken over.
+    void renewForProgram(const LeasedRegister& lease);
     /// Throws RegisterTaken while another lease holds the drive.
     void requireFree(const QString& drive, const LeasedRegister& lease) const;
     /// For a program, before it opens the line. Throws RegisterTaken while somebody on another machine holds
