@@ -86,6 +86,8 @@ constexpr const char* firstRelease[] = {
     // network it is reached for that.
     "CREATE TABLE drives (drive text PRIMARY KEY, register text NOT NULL, epoch bigint NOT NULL, "
     "address text NOT NULL DEFAULT '', lost boolean NOT NULL DEFAULT false)",
+    // Where else in the network a program has met a drive that was somebody else's.
+    "CREATE TABLE addresses (address text PRIMARY KEY, drive text NOT NULL, seen timestamptz NOT NULL)",
     "CREATE TABLE frserver_registers (register text PRIMARY KEY, kept text NOT NULL)",
     "CREATE TABLE frserver_owners (id text COLLATE \"C\" PRIMARY KEY, owner text NOT NULL)",
     "CREATE TABLE frserver_outbox (number bigserial PRIMARY KEY, document text NOT NULL, body text NOT NULL, "

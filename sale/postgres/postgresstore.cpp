@@ -69,7 +69,13 @@ void PostgresStore::holdForProgram(const QString& drive)
     if (drive.isEmpty() || drive == m_programDrive)
         return;
     WorkedDrives drives(m_connection);
-    const std::optional<LeasedRegister> lease = drives.holdForProgram(drive, m_programAddress);
+    std::optional<LeasedRegister> lease;
+    try {
+        lease = drives.holdForProgram(drive, m_programAddress);
+    } catch (const RegisterTaken&) {
+        drives.noteMet(drive, m_programAddress);
+        throw;
+    }
     if (m_programLease)
         drives.leaveForProgram(*m_programLease);
     m_programLease = lease;

@@ -121,6 +121,13 @@ TEST_F(TwoNames, LineThatHasFailedIsAnotherOwnersAndNoPrograms)
     EXPECT_NE(refusal([&] { first.begin("A", {mark}); }), "") << "the register was not met since";
     first.fence().takeDrive("9999", "till.shop:5555");
     EXPECT_EQ(first.begin("A", {mark}), 1);
+    // Another name of the same is known for a while once somebody has come by it.
+    const auto comeAgain = [&] { PostgresStore(server.place()).requireFreeLine("kassa.shop:5555"); };
+    person.requireFreeLine("kassa.shop:5555");
+    EXPECT_NE(refusal(meet), "");
+    EXPECT_NE(refusal(comeAgain).find("as till1"), std::string::npos);
+    connection.execute("UPDATE addresses SET seen = now() - interval '1 hour'");
+    EXPECT_EQ(refusal(comeAgain), "");
     first.fence().loseLine();
     second.fence().requireFree("9999");
     second.fence().takeDrive("9999");
