@@ -79,13 +79,15 @@ constexpr const char* firstRelease[] = {
     // Which processes may have a register's line open.
     "CREATE TABLE workers (register text NOT NULL, epoch bigint NOT NULL, machine text NOT NULL, "
     "space text NOT NULL, process bigint NOT NULL, started bigint NOT NULL, "
-    // When it was ended from outside, where what it had sent may come to the register later still.
-    "killed timestamptz, "
+    // When it had ended without leave, where what it has sent may come to the register later still (lasts).
+    "killed timestamptz, lasts boolean NOT NULL DEFAULT false, "
     "PRIMARY KEY (register, machine, space, process, started))",
     // By which lease the register with that fiscal drive is worked, whatever it is called, and where in the
     // network it is reached for that.
     "CREATE TABLE drives (drive text PRIMARY KEY, register text NOT NULL, epoch bigint NOT NULL, "
     "address text NOT NULL DEFAULT '', lost boolean NOT NULL DEFAULT false)",
+    // Where else in the network a program has met a drive that was somebody else's.
+    "CREATE TABLE addresses (address text PRIMARY KEY, drive text NOT NULL, seen timestamptz NOT NULL)",
     "CREATE TABLE frserver_registers (register text PRIMARY KEY, kept text NOT NULL)",
     "CREATE TABLE frserver_owners (id text COLLATE \"C\" PRIMARY KEY, owner text NOT NULL)",
     "CREATE TABLE frserver_outbox (number bigserial PRIMARY KEY, document text NOT NULL, body text NOT NULL, "

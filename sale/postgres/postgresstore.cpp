@@ -35,6 +35,7 @@ PostgresStore::PostgresStore(const PostgresPlace& place, int patienceMs)
 
 PostgresStore::~PostgresStore()
 {
+    m_programRenewal.reset();
     try {
         if (!m_joined.isEmpty())
             WorkerTable(m_connection).remove(m_joined, ProcessIdentity::own());
@@ -68,11 +69,20 @@ void PostgresStore::holdForProgram(const QString& drive)
     if (drive.isEmpty() || drive == m_programDrive)
         return;
     WorkedDrives drives(m_connection);
-    const std::optional<LeasedRegister> lease = drives.holdForProgram(drive, m_programAddress);
+    std::optional<LeasedRegister> lease;
+    try {
+        lease = drives.holdForProgram(drive, m_programAddress);
+    } catch (const RegisterTaken&) {
+        drives.noteMet(drive, m_programAddress);
+        throw;
+    }
     if (m_programLease)
         drives.leaveForProgram(*m_programLease);
     m_programLease = lease;
     m_programDrive = drive;
+    m_programRenewal.reset();
+    if (lease)
+        m_programRenewal.emplace(m_connection.place(), *lease);
 }
 
 void PostgresStore::requireFreeLine(const QString& address)

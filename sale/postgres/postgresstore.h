@@ -2,6 +2,7 @@
 
 #include "postgres/leasedregister.h"
 #include "postgres/postgresconnection.h"
+#include "postgres/programlease.h"
 #include "postgres/registerfence.h"
 #include "sqlstore.h"
 
@@ -80,6 +81,7 @@ private:
     QString m_joined;
     /// Its own, for the register that it is at; without one this process has it already.
     std::optional<LeasedRegister> m_programLease;
+    std::optional<ProgramLease> m_programRenewal;
     /// The drive of that register, and where it is.
     QString m_programDrive;
     QString m_programAddress;

@@ -18,18 +18,16 @@ constexpr int sliceMs = 50;
 /// Behind SIGKILL.
 constexpr int longestEndMs = 5'000;
 
-enum class End { ByItself, Killed, Never };
-
-End end(const ProcessIdentity& process, const std::function<void()>& whileWaiting)
+bool end(const ProcessIdentity& process, const std::function<void()>& whileWaiting)
 {
     QElapsedTimer timer;
     timer.start();
     while (!process.isFrozen() && !timer.hasExpired(patienceMs)) {
         if (process.waitForEnd(sliceMs))
-            return End::ByItself;
+            return true;
         whileWaiting();
     }
-    return process.kill() && process.waitForEnd(longestEndMs) ? End::Killed : End::Never;
+    return process.kill() && process.waitForEnd(longestEndMs);
 }
 
 } // namespace
@@ -47,7 +45,7 @@ bool RegisterFence::enter(const std::function<void()>& whileWaiting, bool doesLi
     m_connection.together([&] {
         // Nobody who has lost the register comes behind whoever has it now.
         requireOwner(m_connection, m_lease);
-        workers.add(m_lease);
+        workers.add(m_lease, !doesLineEnd);
         others = workers.others(m_lease.registerName);
     });
     return std::all_of(others.cbegin(), others.cend(), [&](const WorkerTable::Row& other) {
@@ -55,12 +53,10 @@ bool RegisterFence::enter(const std::function<void()>& whileWaiting, bool doesLi
         // A program that owns nothing is a person's, and is waited for at the port.
         if (other.epoch == 0 || other.wasKilled || process.fate() == ProcessIdentity::Fate::Unseen)
             return true;
-        const End how = end(process, whileWaiting);
-        if (how == End::Killed && !doesLineEnd)
-            workers.noteKilled(m_lease.registerName, process);
-        else if (how != End::Never)
-            workers.remove(m_lease.registerName, process);
-        return how != End::Never;
+        const bool hasEnded = end(process, whileWaiting);
+        if (hasEnded)
+            workers.noteEnded(m_lease.registerName, process);
+        return hasEnded;
     });
 }
 

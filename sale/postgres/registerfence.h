@@ -20,7 +20,7 @@ public:
     /// To be done before the line is opened: this process is known to have it from then on, and those of this
     /// machine that had it have ended. One that is at work is left a moment to come to its end, one that is
     /// stopped is killed. False when there is one that cannot be ended. The callback runs in waits. Where the
-    /// line does not end with its process, what one that was killed had sent may still come.
+    /// line does not end with its process, what this one has sent may come behind it, unless it leaves.
     bool enter(const std::function<void()>& whileWaiting, bool doesLineEnd = true);
     /// The register at the line has that fiscal drive, and is nobody else's from now on, whatever others call
     /// it. Throws RegisterTaken when one of them is at work on it. See WorkedDrives::hold for the address.

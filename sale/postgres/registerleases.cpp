@@ -223,7 +223,7 @@ void RegisterLeases::end(const QString& registerName)
 
 void RegisterLeases::tidy()
 {
-    WorkerTable(m_connection).removeEnded();
+    WorkerTable(m_connection).noteAllEnded();
     WorkedDrives(m_connection).tidy();
     m_connection.execute(QStringLiteral("DELETE FROM candidates WHERE seen < %1").arg(longAgo));
 }

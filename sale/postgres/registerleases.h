@@ -70,8 +70,9 @@ public:
     void leaveDrive(const QString& registerName);
     /// And is not wanted any more.
     void release(const QString& registerName);
-    /// Forgets the workers of this machine that have ended without leave, so that no other machine takes them
-    /// for ones that may still send something, and programs that left long ago.
+    /// Notes the workers of this machine that have ended without leave, so that no other machine takes them
+    /// for ones that may still send something for longer than a network may, and forgets programs that left
+    /// long ago.
     void tidy();
     /// Only then the register may be worked, and a document begun.
     bool isHeld(const QString& registerName) const;

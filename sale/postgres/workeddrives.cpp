@@ -14,8 +14,11 @@ namespace {
 
 /// No register of a configuration may be called so.
 const QString programPrefix = QStringLiteral("program ");
-/// Longer than a document takes; nobody waits longer for a program that was killed on another machine.
-const QString programTerm = QStringLiteral("interval '5 minutes'");
+/// It is renewed meanwhile; nobody waits longer for a program that was killed on another machine.
+const QString programTerm = QStringLiteral("interval '2 minutes'");
+
+/// Another register may be there later.
+const QString aMomentAgo = QStringLiteral("clock_timestamp() - interval '1 minute'");
 
 bool isProgram(const QString& registerName)
 {
@@ -25,14 +28,14 @@ bool isProgram(const QString& registerName)
 } // namespace
 
 std::optional<WorkedDrives::Holder> WorkedDrives::holderWhere(
-    const QString& words, const QString& value) const
+    const QString& words, const QVariantList& values) const
 {
     std::optional<Holder> holder;
     m_connection.select(
         QStringLiteral("SELECT drive, register, until > clock_timestamp(), lost, machine, space, process, "
                        "started, host FROM drives JOIN leases USING (register, epoch) WHERE ")
             + words,
-        {value}, [&holder](const QSqlQuery& row) {
+        values, [&holder](const QSqlQuery& row) {
             holder = Holder{row.value(0).toString(), row.value(1).toString(), row.value(2).toBool(),
                 row.value(3).toBool(),
                 {row.value(4).toString(), row.value(5).toString(), row.value(6).toLongLong(),
@@ -44,7 +47,7 @@ std::optional<WorkedDrives::Holder> WorkedDrives::holderWhere(
 
 std::optional<WorkedDrives::Holder> WorkedDrives::holderOf(const QString& drive, const QString& words) const
 {
-    return holderWhere(QStringLiteral("drive = ?") + words, drive);
+    return holderWhere(QStringLiteral("drive = ?") + words, {drive});
 }
 
 void WorkedDrives::refuse(const Holder& holder)
@@ -140,6 +143,14 @@ std::optional<LeasedRegister> WorkedDrives::holdForProgram(const QString& drive,
     return lease;
 }
 
+void WorkedDrives::renewForProgram(const LeasedRegister& lease)
+{
+    m_connection.execute(QStringLiteral("UPDATE leases SET until = clock_timestamp() + %1 "
+                                        "WHERE register = ? AND owner = ? AND epoch = ?")
+                             .arg(programTerm),
+        {lease.registerName, lease.owner, lease.epoch});
+}
+
 void WorkedDrives::requireFree(const QString& drive, const LeasedRegister& lease) const
 {
     const QString number = driveNumber(drive);
@@ -152,12 +163,23 @@ void WorkedDrives::requireFreeAddress(const QString& address) const
 {
     if (address.isEmpty())
         return;
-    const auto holder
-        = holderWhere(QStringLiteral("until > clock_timestamp() AND machine <> '%1' AND address = ?")
-                          .arg(ProcessIdentity::own().machine),
-            address);
+    const auto holder = holderWhere(
+        QStringLiteral("until > clock_timestamp() AND machine <> ? AND (address = ? OR drive IN "
+                       "(SELECT met.drive FROM addresses AS met WHERE met.address = ? AND seen > %1))")
+            .arg(aMomentAgo),
+        {ProcessIdentity::own().machine, address, address});
     if (holder)
         refuse(*holder);
+}
+
+void WorkedDrives::noteMet(const QString& drive, const QString& address)
+{
+    if (!address.isEmpty())
+        m_connection.execute(
+            QStringLiteral(
+                "INSERT INTO addresses (address, drive, seen) VALUES (?, ?, clock_timestamp()) "
+                "ON CONFLICT (address) DO UPDATE SET drive = excluded.drive, seen = excluded.seen"),
+            {address, driveNumber(drive)});
 }
 
 void WorkedDrives::lose(const LeasedRegister& lease)
@@ -182,6 +204,7 @@ void WorkedDrives::leaveForProgram(const LeasedRegister& lease)
 
 void WorkedDrives::tidy()
 {
+    m_connection.execute(QStringLiteral("DELETE FROM addresses WHERE seen < ") + aMomentAgo);
     m_connection.execute(QStringLiteral("DELETE FROM leases WHERE register LIKE '%1%' "
                                         "AND until < clock_timestamp() - interval '1 day'")
                              .arg(programPrefix));

@@ -25,14 +25,19 @@ public:
     /// has ended has none from then on. An empty drive is nobody's. The address in the network is that of the
     /// line, empty for one that ends at this machine. Throws RegisterTaken.
     void hold(const QString& drive, const LeasedRegister& lease, const QString& address = {});
-    /// The same for a program that has no lease, makes its document and ends: it gets one, for some minutes.
+    /// The same for a program that has no lease, makes its document and ends: it gets one, for two minutes.
     /// Nothing where this process holds the drive already. It gets none that a lost line has left either.
     std::optional<LeasedRegister> holdForProgram(const QString& drive, const QString& address = {});
+    /// For as long again; nothing when it was taken over.
+    void renewForProgram(const LeasedRegister& lease);
     /// Throws RegisterTaken while another lease holds the drive.
     void requireFree(const QString& drive, const LeasedRegister& lease) const;
     /// For a program, before it opens the line. Throws RegisterTaken while somebody on another machine holds
-    /// a drive at that address: of this machine's programs one has the port.
+    /// a drive at that address, or the one that was met there a moment ago: of this machine's programs one
+    /// has the port.
     void requireFreeAddress(const QString& address) const;
+    /// The drive that is somebody else's was met there.
+    void noteMet(const QString& drive, const QString& address);
     /// The line is closed, and the register given up.
     void leave(const LeasedRegister& lease);
     /// The line is closed, since it has failed: another lease may have the drive, and no program, whose
@@ -57,7 +62,7 @@ private:
         ProcessIdentity process;
         QString host;
     };
-    std::optional<Holder> holderWhere(const QString& words, const QString& value) const;
+    std::optional<Holder> holderWhere(const QString& words, const QVariantList& values) const;
     /// With what is added to the question.
     std::optional<Holder> holderOf(const QString& drive, const QString& words = {}) const;
     void lock(const QString& drive);

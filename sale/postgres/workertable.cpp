@@ -6,38 +6,48 @@
 
 namespace sale {
 
-void WorkerTable::add(const LeasedRegister& lease)
+namespace {
+
+const QString ofProcess
+    = QStringLiteral("register = ? AND machine = ? AND space = ? AND process = ? AND started = ?");
+/// TCP gives up by then what was sent before.
+const QString stillHeard = QStringLiteral("clock_timestamp() - interval '20 minutes'");
+
+} // namespace
+
+void WorkerTable::add(const LeasedRegister& lease, bool doesLineLast)
 {
     const ProcessIdentity own = ProcessIdentity::own();
     m_connection.execute(
-        QStringLiteral("INSERT INTO workers (register, epoch, machine, space, process, started) "
-                       "VALUES (?, ?, ?, ?, ?, ?) ON CONFLICT (register, machine, space, process, started) "
-                       "DO UPDATE SET epoch = excluded.epoch"),
-        {lease.registerName, lease.epoch, own.machine, own.space, own.process, own.started});
+        QStringLiteral(
+            "INSERT INTO workers (register, epoch, machine, space, process, started, lasts) "
+            "VALUES (?, ?, ?, ?, ?, ?, ?) ON CONFLICT (register, machine, space, process, started) "
+            "DO UPDATE SET epoch = excluded.epoch, lasts = excluded.lasts"),
+        {lease.registerName, lease.epoch, own.machine, own.space, own.process, own.started, doesLineLast});
 }
 
 void WorkerTable::remove(const QString& registerName, const ProcessIdentity& process)
 {
-    m_connection.execute(
-        QStringLiteral("DELETE FROM workers WHERE register = ? AND machine = ? AND space = ? "
-                       "AND process = ? AND started = ?"),
+    m_connection.execute(QStringLiteral("DELETE FROM workers WHERE ") + ofProcess,
         {registerName, process.machine, process.space, process.process, process.started});
 }
 
-void WorkerTable::noteKilled(const QString& registerName, const ProcessIdentity& process)
+void WorkerTable::noteEnded(const QString& registerName, const ProcessIdentity& process)
 {
+    const QVariantList values{registerName, process.machine, process.space, process.process, process.started};
     m_connection.execute(
-        QStringLiteral("UPDATE workers SET killed = clock_timestamp() WHERE register = ? AND machine = ? "
-                       "AND space = ? AND process = ? AND started = ?"),
-        {registerName, process.machine, process.space, process.process, process.started});
+        QStringLiteral("UPDATE workers SET killed = clock_timestamp() WHERE lasts AND killed IS NULL AND ")
+            + ofProcess,
+        values);
+    m_connection.execute(QStringLiteral("DELETE FROM workers WHERE NOT lasts AND ") + ofProcess, values);
 }
 
 QList<WorkerTable::Entry> WorkerTable::entries(const QString& condition, const QVariantList& values)
 {
     QList<Entry> found;
     m_connection.select(
-        QStringLiteral("SELECT register, epoch, machine, space, process, started, killed IS NOT NULL "
-                       "FROM workers WHERE %1 "
+        QStringLiteral("SELECT register, epoch, machine, space, process, started, killed IS NOT NULL, "
+                       "lasts FROM workers WHERE %1 "
                        "ORDER BY epoch")
             .arg(condition),
         values, [&found](const QSqlQuery& row) {
@@ -45,7 +55,7 @@ QList<WorkerTable::Entry> WorkerTable::entries(const QString& condition, const Q
                 {row.value(1).toLongLong(),
                     {row.value(2).toString(), row.value(3).toString(), row.value(4).toLongLong(),
                         row.value(5).toLongLong()},
-                    row.value(6).toBool()}});
+                    row.value(6).toBool(), row.value(7).toBool()}});
         });
     return found;
 }
@@ -54,14 +64,18 @@ QList<WorkerTable::Row> WorkerTable::others(const QString& registerName)
 {
     const ProcessIdentity own = ProcessIdentity::own();
     QList<Row> standing;
-    for (const Entry& entry : entries(QStringLiteral("register = ?"), {registerName})) {
-        const ProcessIdentity& process = entry.row.process;
-        if (process == own)
+    for (Entry& entry :
+        entries(QStringLiteral("register = ? AND (killed IS NULL OR killed > %1)").arg(stillHeard),
+            {registerName})) {
+        Row& row = entry.row;
+        if (row.process == own)
             continue;
-        if (!entry.row.wasKilled && process.fate() == ProcessIdentity::Fate::Ended)
-            remove(registerName, process);
-        else
-            standing.append(entry.row);
+        const bool isNews = !row.wasKilled && row.process.fate() == ProcessIdentity::Fate::Ended;
+        if (isNews)
+            noteEnded(registerName, row.process);
+        row.wasKilled = row.wasKilled || isNews;
+        if (!isNews || row.doesLineLast)
+            standing.append(row);
     }
     return standing;
 }
@@ -78,15 +92,13 @@ void WorkerTable::removeOtherMachines(const QString& registerName)
         {registerName, ProcessIdentity::own().machine});
 }
 
-void WorkerTable::removeEnded()
+void WorkerTable::noteAllEnded()
 {
-    // TCP gives up by then.
-    m_connection.execute(
-        QStringLiteral("DELETE FROM workers WHERE killed < clock_timestamp() - interval '20 minutes'"));
+    m_connection.execute(QStringLiteral("DELETE FROM workers WHERE killed <= ") + stillHeard);
     for (const Entry& entry :
         entries(QStringLiteral("machine = ? AND killed IS NULL"), {ProcessIdentity::own().machine})) {
         if (entry.row.process.fate() == ProcessIdentity::Fate::Ended)
-            remove(entry.registerName, entry.row.process);
+            noteEnded(entry.registerName, entry.row.process);
     }
 }
 

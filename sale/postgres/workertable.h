@@ -20,6 +20,8 @@ public:
         ProcessIdentity process;
         /// It has ended, and the network may have something of it yet.
         bool wasKilled = false;
+        /// The network may, when it ends without leave.
+        bool doesLineLast = false;
     };
 
     /// The connection must outlive it.
@@ -28,18 +30,21 @@ public:
     {
     }
 
-    void add(const LeasedRegister& lease);
+    void add(const LeasedRegister& lease, bool doesLineLast = false);
+    /// It has closed its line behind the last answer.
     void remove(const QString& registerName, const ProcessIdentity& process);
-    /// It was ended, and stays for as long as a network may keep what it has sent.
-    void noteKilled(const QString& registerName, const ProcessIdentity& process);
-    /// All of the register but this process; those that have ended are left out, and removed.
+    /// It has ended without that. Where its line lasts it stays for as long as a network may keep what it has
+    /// sent.
+    void noteEnded(const QString& registerName, const ProcessIdentity& process);
+    /// All of the register but this process; those that are known to have ended are noted, and left out
+    /// unless their line lasts.
     QList<Row> others(const QString& registerName);
     /// Those of whoever had the register before.
     void removeFormer(const LeasedRegister& lease);
     /// Those of other machines, when somebody has said that they cannot reach it any more.
     void removeOtherMachines(const QString& registerName);
-    /// Removes what this machine is known to have ended, of whatever register.
-    void removeEnded();
+    /// Notes those of this machine that have ended, of whatever register.
+    void noteAllEnded();
 
 private:
     struct Entry

@@ -35,7 +35,8 @@ int WorkerLoop::run()
         // What was waited for is nobody's any more.
     }
     // Here, so that the line is free before the service hears of the end.
-    m_session.reset();
+    if (m_session)
+        m_session->close();
     return 0;
 }
 

@@ -279,21 +279,49 @@ TEST_F(Fence, FormerWorkerOfThisMachineHasEndedWhenTheNextOneEnters)
     EXPECT_EQ(workers(), 0);
 }
 
-TEST_F(Fence, WhatAKilledOneHadSentMayStillComeWhereItsLineStays)
+TEST_F(Fence, WhatOneHadSentThatWasKilledOrDiedMayStillComeWhereItsLineStays)
 {
-    const Child stopped;
-    stopped.stop();
-    addWorker(stopped.identity(), epoch);
-    EXPECT_TRUE(store.fence().enter([] {}, false));
-    EXPECT_EQ(stopped.identity().fate(), ProcessIdentity::Fate::Ended);
-    EXPECT_EQ(settled(DocumentState::NotIssued), DocumentState::Unknown);
-    EXPECT_TRUE(store.fence().enter([] {}, false)) << "once";
-    next.tidy();
-    EXPECT_EQ(settled(DocumentState::NotIssued), DocumentState::Unknown);
-    // The network has given up.
-    connection.execute("UPDATE workers SET killed = now() - interval '1 hour' WHERE killed IS NOT NULL");
-    next.tidy();
-    EXPECT_EQ(settled(DocumentState::NotIssued), DocumentState::Queued);
+    using Work = std::function<void(const Child&)>;
+    const auto enter = [&] { EXPECT_TRUE(store.fence().enter([] {})); };
+    const Work ends[] = {
+        [&](const Child& child) {
+            child.stop();
+            enter();
+        },
+        [&](const Child& child) { EXPECT_TRUE(store.fence().enter([&child] { child.die(); })); },
+        [&](const Child& child) {
+            child.die();
+            enter();
+        },
+        // Killed by its own service, and nobody has looked before the register was asked.
+        [](const Child& child) { child.die(); },
+        [&](const Child& child) {
+            child.die();
+            next.tidy();
+        },
+    };
+    for (const bool doesLineLast : {true, false}) {
+        for (const Work& end : ends) {
+            SCOPED_TRACE(&end - ends);
+            const Child child;
+            addWorker(child.identity(), epoch, doesLineLast);
+            end(child);
+            EXPECT_EQ(child.identity().fate(), ProcessIdentity::Fate::Ended);
+            EXPECT_EQ(settled(DocumentState::NotIssued),
+                doesLineLast ? DocumentState::Unknown : DocumentState::Queued);
+            enter();
+            next.tidy();
+            EXPECT_EQ(settled(DocumentState::NotIssued),
+                doesLineLast ? DocumentState::Unknown : DocumentState::Queued);
+            // The network has given up.
+            connection.execute(
+                "UPDATE workers SET killed = now() - interval '1 hour' WHERE killed IS NOT NULL");
+            EXPECT_EQ(settled(DocumentState::NotIssued), DocumentState::Queued);
+            store.fence().leave();
+            next.tidy();
+            EXPECT_EQ(workers(), 0);
+        }
+    }
 }
 
 TEST_F(Fence, OneThatIsAtWorkIsLeftAMomentToComeToItsEnd)

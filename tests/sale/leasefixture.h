@@ -76,10 +76,10 @@ protected:
             {process.machine, process.space, process.process, process.started});
     }
     /// A worker of that process stands in the table.
-    void addWorker(const ProcessIdentity& process, qint64 epoch)
+    void addWorker(const ProcessIdentity& process, qint64 epoch, bool doesLineLast = false)
     {
-        connection.execute("INSERT INTO workers VALUES ('till1', ?, ?, ?, ?, ?)",
-            {epoch, process.machine, process.space, process.process, process.started});
+        connection.execute("INSERT INTO workers VALUES ('till1', ?, ?, ?, ?, ?, NULL, ?)",
+            {epoch, process.machine, process.space, process.process, process.started, doesLineLast});
     }
     int workers() { return connection.value("SELECT count(*) FROM workers").toInt(); }
     static ProcessIdentity elsewhere() { return {"other", "boot/pid:[4026531836]", 7, 70}; }

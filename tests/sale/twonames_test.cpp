@@ -2,7 +2,11 @@
 
 #include "leasefixture.h"
 
+#include "postgres/programlease.h"
+#include "postgres/workeddrives.h"
 #include "registertaken.h"
+
+#include <QDeadlineTimer>
 
 using namespace sale;
 
@@ -117,6 +121,13 @@ TEST_F(TwoNames, LineThatHasFailedIsAnotherOwnersAndNoPrograms)
     EXPECT_NE(refusal([&] { first.begin("A", {mark}); }), "") << "the register was not met since";
     first.fence().takeDrive("9999", "till.shop:5555");
     EXPECT_EQ(first.begin("A", {mark}), 1);
+    // Another name of the same is known for a while once somebody has come by it.
+    const auto comeAgain = [&] { PostgresStore(server.place()).requireFreeLine("kassa.shop:5555"); };
+    person.requireFreeLine("kassa.shop:5555");
+    EXPECT_NE(refusal(meet), "");
+    EXPECT_NE(refusal(comeAgain).find("as till1"), std::string::npos);
+    connection.execute("UPDATE addresses SET seen = now() - interval '1 hour'");
+    EXPECT_EQ(refusal(comeAgain), "");
     first.fence().loseLine();
     second.fence().requireFree("9999");
     second.fence().takeDrive("9999");
@@ -159,6 +170,39 @@ TEST_F(TwoNames, ProgramThatOwnsNothingKeepsAwayFromWhatSomebodyElseWorks)
         EXPECT_THROW(person.acceptAndBegin({"D", "sell", "{}", {}}, {{{"drive", "8888"}}}), JournalError);
     }
     EXPECT_EQ(connection.value("SELECT count(*) FROM leases WHERE register LIKE 'program %'"), 0);
+}
+
+TEST_F(TwoNames, ProgramKeepsItsLeaseForAsLongAsItIsAtWork)
+{
+    const auto left = [&] {
+        return connection
+            .value(
+                "SELECT extract(epoch FROM until - clock_timestamp())::float8 FROM leases WHERE register LIKE 'program %'")
+            .toDouble();
+    };
+    const auto shorten = [&] {
+        connection.execute(
+            "UPDATE leases SET until = clock_timestamp() + interval '9 s' WHERE register LIKE 'program %'");
+    };
+    first.fence().leave();
+    const std::optional<LeasedRegister> lease = WorkedDrives(connection).holdForProgram("9999");
+    ASSERT_TRUE(lease);
+    shorten();
+    {
+        const ProgramLease renewal(server.place(), *lease, milliseconds(1));
+        const QDeadlineTimer patience(10'000);
+        while (left() < 60 && !patience.hasExpired())
+            ;
+    }
+    EXPECT_GT(left(), 60);
+    // It stood still, and somebody else has the register.
+    connection.execute("UPDATE leases SET until = '-infinity' WHERE register LIKE 'program %'");
+    second.fence().takeDrive("9999");
+    WorkedDrives(connection).renewForProgram(*lease);
+    EXPECT_EQ(
+        connection.value("SELECT until > clock_timestamp() FROM leases WHERE register LIKE 'program %'"),
+        false);
+    EXPECT_NE(refusal([&] { first.fence().takeDrive("9999"); }).find("as kassa9"), std::string::npos);
 }
 
 } // namespace

@@ -183,7 +183,10 @@ class OtherMachine(OwnerTest):
         self.assert_issued(self.two.post({"type": "xReport"}, id="rack:till1:2"))
         self.let_one_go_on()
         self.assertEqual([], self.register.receipts())
-        # Its worker has ended, and the register may be believed.
+        # Its worker was killed, and nothing of it is on its way after so long: the register may be believed.
+        self.becomes(lambda: self.database.ask("SELECT 1 FROM frspf.workers WHERE killed IS NOT NULL") != [], True)
+        self.assertEqual("unknown", self.two.post(SALE, id=DOCUMENT)["state"])
+        self.database.execute("UPDATE frspf.workers SET killed = now() - interval '1 hour' WHERE killed IS NOT NULL")
         self.becomes(lambda: self.two.post(SALE, id=DOCUMENT)["state"], "issued")
         self.assertEqual([TOTAL], self.register.receipts())
 
