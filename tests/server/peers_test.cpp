@@ -426,6 +426,17 @@ TEST_F(PeersTest, RegisterOfTwoServicesIsShownAsItsOwnerTells)
     EXPECT_EQ(two.view("till1").value("waiting"), "otherMachine");
     EXPECT_EQ(two.ask("GET", "/v1/documents/document:1").text("waiting"), "unreachable");
     EXPECT_EQ(two.ask("POST", "/v1/documents/document:1/resolve", word).status, 200);
+    // Whoever has it next is to pause it, and not this one on a day on which nobody expects that.
+    const Served paused = two.pause("anna");
+    EXPECT_TRUE(paused.pending);
+    EXPECT_EQ(two.ask("POST", "/v1/registers/till1/resume", "{}").status, 202);
+    EXPECT_FALSE(spare.told.contains("pause by anna"));
+    spare.isOwner = true;
+    spare.waiting.clear();
+    spare.state = "paused";
+    two.peers.look();
+    EXPECT_TRUE(spare.told.contains("pause by anna"));
+    EXPECT_EQ(paused.later().status, 200);
 }
 
 } // namespace
