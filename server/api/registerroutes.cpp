@@ -89,9 +89,9 @@ Answer pause(Api& api, const Request& request)
 Answer resume(Api& api, const Request& request)
 {
     Till& till = reachableTill(api, request);
-    till.resume(byOf(request, bodyOf(request)));
+    const qint64 order = till.resume(byOf(request, bodyOf(request)));
     audit(request, QStringLiteral("resumed ") + till.settings().name);
-    return Response::json(api.registerView(till), till.isHere() ? 200 : 202);
+    return Response::json(api.registerView(till), order == 0 ? 200 : 202);
 }
 
 Answer acceptRegister(Api& api, const Request& request)

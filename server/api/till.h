@@ -49,11 +49,14 @@ public:
     virtual void settle(const QString& id) = 0;
     /// Another service was told to ask, and has not told of it yet.
     virtual bool isAsked(const QString& /*id*/) const { return false; }
-    /// Gives the number of the order that another service is to follow; 0 for none.
+    /// @name Give the number of the order that whoever works the register is to follow; 0 when it was
+    /// followed
+    /// @{
     virtual qint64 pause(const QString& by) = 0;
+    virtual qint64 resume(const QString& by) = 0;
+    /// @}
     /// What the view tells is of a time behind that order.
     virtual bool hasFollowed(qint64 /*order*/) const { return true; }
-    virtual void resume(const QString& by) = 0;
     /// A person has looked at what keeps it from selling: another drive, documents that the journal does not
     /// know.
     virtual void accept(const QString& by, const QString& note) = 0;

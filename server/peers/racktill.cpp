@@ -21,6 +21,7 @@ const QString awaitVerb = QStringLiteral("await");
 const QString leaveVerb = QStringLiteral("leave");
 const QString obstacleName = QStringLiteral("obstacle");
 const QString acceptVerb = QStringLiteral("accept");
+const QString resumeVerb = QStringLiteral("resume");
 const QString pauseVerb = QStringLiteral("pause");
 
 double secondsSince(const QElapsedTimer& timer)
@@ -128,7 +129,8 @@ QJsonObject RackTill::toldView() const
 
 qint64 RackTill::order(const QJsonObject& content)
 {
-    if (!isHere())
+    // Nobody may be at it, or somebody who has told of nothing yet.
+    if (!isHere() || (!isOwn() && rackorder::isForOwner(content)))
         return m_order(*this, content);
     obey(content);
     return 0;
@@ -175,9 +177,9 @@ qint64 RackTill::pause(const QString& by)
     return order({{doName, pauseVerb}, {byName, by}});
 }
 
-void RackTill::resume(const QString& by)
+qint64 RackTill::resume(const QString& by)
 {
-    order({{doName, QStringLiteral("resume")}, {byName, by}});
+    return order({{doName, resumeVerb}, {byName, by}});
 }
 
 void RackTill::accept(const QString& by, const QString& note)
@@ -215,7 +217,7 @@ void RackTill::obey(const QJsonObject& content)
         m_own->settle(text(idName));
     else if (verb == pauseVerb)
         m_own->pause(text(byName));
-    else if (verb == QStringLiteral("resume"))
+    else if (verb == resumeVerb)
         m_own->resume(text(byName));
     else if (verb == acceptVerb)
         m_own->accept(text(byName), text(noteName));
@@ -229,6 +231,11 @@ QString rackorder::verbOf(const QJsonObject& content)
 bool rackorder::isPause(const QJsonObject& content)
 {
     return verbOf(content) == pauseVerb;
+}
+
+bool rackorder::isForOwner(const QJsonObject& content)
+{
+    return isPause(content) || verbOf(content) == resumeVerb;
 }
 
 bool rackorder::isPassing(const QJsonObject& content)

@@ -56,7 +56,7 @@ public:
     bool isAsked(const QString& id) const override { return !isHere() && m_asked.contains(id); }
     qint64 pause(const QString& by) override;
     bool hasFollowed(qint64 order) const override { return order == 0 || m_followed.contains(order); }
-    void resume(const QString& by) override;
+    qint64 resume(const QString& by) override;
     void accept(const QString& by, const QString& note) override;
 
 private:
@@ -88,6 +88,8 @@ namespace rackorder {
 /// "pause", "resume" and so on.
 QString verbOf(const QJsonObject& content);
 bool isPause(const QJsonObject& content);
+/// Whoever does not work the register would keep it in mind for the day when it does.
+bool isForOwner(const QJsonObject& content);
 /// Only said, since it is worth nothing later.
 bool isPassing(const QJsonObject& content);
 /// The document that is to be asked about; empty for another order.

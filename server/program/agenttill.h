@@ -32,7 +32,11 @@ public:
         m_agent.pause(by);
         return 0;
     }
-    void resume(const QString& /*by*/) override { m_agent.resume(); }
+    qint64 resume(const QString& /*by*/) override
+    {
+        m_agent.resume();
+        return 0;
+    }
     void accept(const QString& by, const QString& note) override { m_agent.accept(by, note); }
 
 private:

@@ -57,9 +57,13 @@ public:
     qint64 pause(const QString& by) override
     {
         told.append("pause by " + by);
-        return 0;
+        return isOwner ? 0 : 1;
     }
-    void resume(const QString& by) override { told.append("resume by " + by); }
+    qint64 resume(const QString& by) override
+    {
+        told.append("resume by " + by);
+        return isOwner ? 0 : 1;
+    }
     void accept(const QString& by, const QString& note) override { told.append(by + " accepts: " + note); }
 
     bool isOwner = true;
