@@ -1,6 +1,7 @@
 #include "possiblenumber.h"
 
 #include "notresolvable.h"
+#include "saletr.h"
 
 #include <algorithm>
 
@@ -30,20 +31,20 @@ void requirePossibleNumber(
     if (drive.isEmpty())
         return;
     if (number <= document.numberBefore())
-        throw NotResolvable(QStringLiteral(
-            "When it was begun the fiscal drive %1 had reached number %2: its own one is higher.")
-                                .arg(drive)
-                                .arg(document.numberBefore()));
+        throw NotResolvable(
+            tr("When it was begun the fiscal drive %1 had reached number %2: its own one is higher.")
+                .arg(drive)
+                .arg(document.numberBefore()));
     const quint32 most = std::max(reached, reachedSince(store, document));
     if (most != 0 && number > most)
         throw NotResolvable(
-            QStringLiteral("Behind it the fiscal drive %1 had reached number %2: its own one is not higher.")
+            tr("Behind it the fiscal drive %1 had reached number %2: its own one is not higher.")
                 .arg(drive)
                 .arg(most));
     const QList<StoredDocument> others
         = store.find({.drive = drive, .documentNumber = number, .limit = 1, .withAttempts = false});
     if (!others.isEmpty())
-        throw NotResolvable(QStringLiteral("That number of the fiscal drive %1 is the document %2.")
+        throw NotResolvable(tr("That number of the fiscal drive %1 is the document %2.")
                                 .arg(drive, others.constFirst().request.id));
 }
 

@@ -467,5 +467,17 @@
         <source>the register %1 is not known to have fiscal drive %2 for itself</source>
         <translation>не установлено, что ФН %2 принадлежит только кассе %1</translation>
     </message>
+    <message>
+        <source>When it was begun the fiscal drive %1 had reached number %2: its own one is higher.</source>
+        <translation>Когда он был начат, ФН %1 дошёл до номера %2: его номер больше.</translation>
+    </message>
+    <message>
+        <source>Behind it the fiscal drive %1 had reached number %2: its own one is not higher.</source>
+        <translation>После него ФН %1 дошёл до номера %2: его номер не больше.</translation>
+    </message>
+    <message>
+        <source>That number of the fiscal drive %1 is the document %2.</source>
+        <translation>Этот номер в ФН %1 — у документа %2.</translation>
+    </message>
 </context>
 </TS>

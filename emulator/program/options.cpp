@@ -1,21 +1,15 @@
 #include "program/options.h"
 
 #include "memory/statefolder.h"
+#include "program/identityoptions.h"
+#include "program/numberoption.h"
 #include "program/paneloptions.h"
-#include "register/drivenumber.h"
-#include "register/register.h"
 
 #include <QCommandLineParser>
-#include <QDateTime>
-#include <QMap>
-#include <QRegularExpression>
 
 #include <cstdio>
-#include <limits>
 
 namespace {
-
-constexpr int noDays = std::numeric_limits<int>::min();
 
 QString inLines(const QStringList& words)
 {
@@ -81,115 +75,7 @@ void describe(QCommandLineParser& parser)
         {QStringLiteral("paper-out"), QStringLiteral("Start without paper.")},
         {QStringLiteral("ofd"), QStringLiteral("The OFD can be reached and takes the documents.")},
         {QStringLiteral("faults"), QStringLiteral("Misbehave on purpose."), QStringLiteral("LIST")},
-        {QStringLiteral("model"), QStringLiteral("Model code."), QStringLiteral("CODE")},
-        {QStringLiteral("serial"), QStringLiteral("Factory number, 20 characters at the most."),
-            QStringLiteral("NUMBER")},
-        {QStringLiteral("drive"),
-            QStringLiteral(
-                "Number of the fiscal drive: 16 digits, the first four 9999 (another one each start)."),
-            QStringLiteral("NUMBER")},
-        {QStringLiteral("drive-phase"),
-            QStringLiteral("Phase of the drive's life: ready, fiscal, closed, read, or a number (fiscal)."),
-            QStringLiteral("NAME")},
-        {QStringLiteral("drive-documents-left"),
-            QStringLiteral("Documents that the drive has room for (no end)."), QStringLiteral("COUNT")},
-        {QStringLiteral("drive-days-left"),
-            QStringLiteral("Days until the drive expires, negative when it has (15 months)."),
-            QStringLiteral("DAYS")},
-        {QStringLiteral("electronic-without-paper"),
-            QStringLiteral("yes: receipts by mail only are not printed; no: they are, as all others (yes)."),
-            QStringLiteral("WORD")},
-        {QStringLiteral("clock"),
-            QStringLiteral("Let the clock run from that time, as 2026-03-01T09:00:00 (the computer's)."),
-            QStringLiteral("TIME")},
-        {QStringLiteral("width"), QStringLiteral("Characters on a line of the tape, 44 or 48."),
-            QStringLiteral("WIDTH")},
     });
-}
-
-// Characters 4 and 5 of the factory number tell the model.
-QString defaultSerial(int model)
-{
-    return QStringLiteral("001") + QStringLiteral("%1").arg(model % 100, 2, 10, QLatin1Char('0'))
-        + QStringLiteral("000000012345678");
-}
-
-// It stands in answers of both protocols: nothing that is a sign of a line's own, and not nothing.
-bool isSerial(const QString& number)
-{
-    static const QRegularExpression form(QStringLiteral("\\A(?! *\\z)[\\x20-\\x7E]{1,20}\\z"));
-    return form.match(number).hasMatch();
-}
-
-QString readDrive(const QCommandLineParser& parser, QString& number)
-{
-    const QString name = QStringLiteral("drive");
-    number = parser.isSet(name) ? parser.value(name) : emulator::drivenumber::fresh();
-    return emulator::drivenumber::isGood(number) ? QString()
-                                                 : QStringLiteral("--drive is 9999 and 12 more digits");
-}
-
-QString readClock(const QCommandLineParser& parser, qint64& ahead)
-{
-    if (!parser.isSet(QStringLiteral("clock")))
-        return {};
-    const QDateTime time = QDateTime::fromString(parser.value(QStringLiteral("clock")), Qt::ISODate);
-    ahead = QDateTime::currentDateTime().msecsTo(time);
-    return emulator::Register::isClockTime(time)
-        ? QString()
-        : QStringLiteral("--clock is a time as 2026-03-01T09:00:00, in the years 2000 to 2099");
-}
-
-bool readNumber(
-    const QCommandLineParser& parser, const char* name, int least, int most, int& value, QString& error)
-{
-    const QString option = QLatin1String(name);
-    if (!parser.isSet(option))
-        return true;
-    bool ok = false;
-    const int number = parser.value(option).toInt(&ok);
-    if (!ok || number < least || number > most) {
-        error = QStringLiteral("--%1 must be a number from %2 to %3").arg(option).arg(least).arg(most);
-        return false;
-    }
-    value = number;
-    return true;
-}
-
-int drivePhase(const QString& text)
-{
-    static const QMap<QString, int> names{{QStringLiteral("ready"), emulator::DriveLife::ready},
-        {QStringLiteral("fiscal"), emulator::DriveLife::fiscalMode},
-        {QStringLiteral("closed"), emulator::DriveLife::closed},
-        {QStringLiteral("read"), emulator::DriveLife::archiveRead}};
-    bool ok = false;
-    const int number = text.toInt(&ok);
-    return ok && number >= 0 && number <= emulator::DriveLife::archiveRead ? number : names.value(text, -1);
-}
-
-QString readDriveLife(const QCommandLineParser& parser, emulator::DriveLife& life)
-{
-    QString error;
-    int documents = -1;
-    int days = noDays;
-    if (!readNumber(parser, "drive-documents-left", 0, 1'000'000'000, documents, error)
-        || !readNumber(parser, "drive-days-left", -10'000, 10'000, days, error))
-        return error;
-    if (documents >= 0)
-        life.documentsLeft = documents;
-    if (days != noDays)
-        life.daysLeft = days;
-    if (parser.isSet(QStringLiteral("drive-phase")))
-        life.phase = drivePhase(parser.value(QStringLiteral("drive-phase")));
-    return life.phase >= 0 ? QString()
-                           : QStringLiteral("--drive-phase is ready, fiscal, closed, read, or 0 to 15");
-}
-
-bool readYesNo(const QString& word, bool& value)
-{
-    if (!word.isEmpty())
-        value = word == QStringLiteral("yes");
-    return word.isEmpty() || value || word == QStringLiteral("no");
 }
 
 QString readFaults(const QCommandLineParser& parser, Options& options)
@@ -277,13 +163,11 @@ QString readFiles(const QCommandLineParser& parser, Options& options)
 
 QString fill(const QCommandLineParser& parser, Options& options)
 {
-    QString error;
     int port = -1;
-    emulator::Identity& identity = options.identity;
-    if (!readNumber(parser, "tcp", 0, 65535, port, error)
-        || !readNumber(parser, "baud", 300, 4'000'000, options.baudRate, error)
-        || !readNumber(parser, "model", 0, 9999, identity.model, error)
-        || !readNumber(parser, "width", 44, 48, identity.width, error))
+    QString error = readNumber(parser, "tcp", 0, 65535, port);
+    if (error.isEmpty())
+        error = readNumber(parser, "baud", 300, 4'000'000, options.baudRate);
+    if (!error.isEmpty())
         return error;
     if (!readProtocol(parser.value(QStringLiteral("protocol")), options.protocol))
         return QStringLiteral("--protocol is HEX, XML or auto");
@@ -295,21 +179,8 @@ QString fill(const QCommandLineParser& parser, Options& options)
         return error;
     if (error = readFiles(parser, options); !error.isEmpty())
         return error;
-    if (identity.width != 44 && identity.width != 48)
-        return QStringLiteral("--width is 44 or 48");
     options.given = parser.optionNames();
-    identity.serialNumber = defaultSerial(identity.model);
-    if (parser.isSet(QStringLiteral("serial")))
-        identity.serialNumber = parser.value(QStringLiteral("serial")).leftJustified(20);
-    if (!isSerial(identity.serialNumber))
-        return QStringLiteral("--serial is 1 to 20 digits, Latin letters and signs");
-    if (error = readDrive(parser, identity.driveNumber); !error.isEmpty())
-        return error;
-    if (error = readDriveLife(parser, identity.driveLife); !error.isEmpty())
-        return error;
-    if (!readYesNo(parser.value(QStringLiteral("electronic-without-paper")), identity.electronicWithoutPaper))
-        return QStringLiteral("--electronic-without-paper is yes or no");
-    if (error = readClock(parser, options.clockAhead); !error.isEmpty())
+    if (error = identityoptions::read(parser, options); !error.isEmpty())
         return error;
     error = readFaults(parser, options);
     return error.isEmpty() ? paneloptions::read(parser, options) : error;
@@ -321,6 +192,7 @@ Options::Outcome Options::parse(const QStringList& arguments, Options& options)
 {
     QCommandLineParser parser;
     describe(parser);
+    identityoptions::describe(parser);
     paneloptions::describe(parser);
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();

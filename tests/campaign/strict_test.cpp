@@ -100,6 +100,44 @@ protected:
         expectNoRefusal("receipt " + std::to_string(type) + " mark " + std::to_string(mark));
     }
 
+    void workOutsideAShift()
+    {
+        driver.registration({hw::fr::common::TaxSystemGeneral}, {}, "Иванова", {}, {});
+        EXPECT_TRUE(driver.setDateTime(rig.device.now()));
+        driver.getDateTime();
+        EXPECT_TRUE(driver.setDefaults());
+        EXPECT_TRUE(driver.setCliche({"Лавка", "у моста"}));
+        EXPECT_TRUE(driver.setGraphicCliche(picture()));
+        driver.getParametersDescription();
+        driver.getDeviceStateDescription();
+        driver.getFnStateDescription();
+        driver.getFnInfo();
+        driver.getAllTaxSystems();
+    }
+
+    void workInAShift()
+    {
+        for (const auto type : {hw::fr::CheckCashIn, hw::fr::CheckCashOut}) {
+            driver.moneyCheckOpen(type, {});
+            driver.moneyCheckPrint({"Размен\tи\nещё"});
+            driver.moneyCheckClose(50);
+        }
+        driver.textDocOpen(hw::fr::CheckNonFiscal);
+        driver.textDocClose();
+        driver.xReport();
+        driver.getCountersDescription();
+        driver.getKkmRegisterBeg();
+        driver.getKkmRegisterEnd();
+        driver.printFnDocument(1);
+        driver.drawerOpen();
+        driver.isCashDrawerOpened();
+        driver.checkMarkingCode({1, code, 1, 0}, true);
+        driver.clearMarkingCodes();
+        driver.zReport();
+        driver.portClose();
+        expectNoRefusal("operations");
+    }
+
     Rig rig;
     AbstractFrDriver& driver = rig.driver();
 
@@ -107,23 +145,18 @@ private:
     QTemporaryDir m_folder;
 };
 
-class StrictXml : public Strict
+template <Protocol TheProtocol>
+class StrictOver : public Strict
 {
 protected:
-    StrictXml()
-        : Strict(Protocol::Xml)
+    StrictOver()
+        : Strict(TheProtocol)
     {
     }
 };
 
-class StrictHex : public Strict
-{
-protected:
-    StrictHex()
-        : Strict(Protocol::Hex)
-    {
-    }
-};
+using StrictXml = StrictOver<Protocol::Xml>;
+using StrictHex = StrictOver<Protocol::Hex>;
 
 TEST_F(StrictXml, TakesAllReceiptsOfItsOwnDriver)
 {
@@ -151,42 +184,14 @@ TEST_F(StrictXml, TakesAllReceiptsOfItsOwnDriver)
 
 TEST_F(StrictXml, TakesAllOperationsOfItsOwnDriver)
 {
-    driver.registration({hw::fr::common::TaxSystemGeneral}, {}, {}, {}, {});
-    EXPECT_TRUE(driver.setDateTime(rig.device.now()));
-    driver.getDateTime();
-    EXPECT_TRUE(driver.setDefaults());
-    EXPECT_TRUE(driver.setCliche({"Лавка", "у моста"}));
-    EXPECT_TRUE(driver.setGraphicCliche(picture()));
+    workOutsideAShift();
     EXPECT_TRUE(driver.setParams({{0, 0, 0, "OFD.OFD.OFD_Host.a.b"}, {0, 0, 0, "PRN.QR.QRFastPrint.true"}}));
-    driver.getParametersDescription();
-    driver.getDeviceStateDescription();
-    driver.getFnStateDescription();
-    driver.getFnInfo();
-    driver.getAllTaxSystems();
     driver.openShift();
-    for (const auto type : {hw::fr::CheckCashIn, hw::fr::CheckCashOut}) {
-        driver.moneyCheckOpen(type, {});
-        driver.moneyCheckPrint({"Размен"});
-        driver.moneyCheckClose(50);
-    }
-    driver.textDocOpen(hw::fr::CheckNonFiscal);
-    driver.textDocClose();
     driver.accountingReport();
-    driver.xReport();
-    driver.getCountersDescription();
     driver.getMoneyCounters(hw::fr::CheckSale);
     driver.getCheckCounters(hw::fr::CheckSale);
-    driver.getKkmRegisterBeg();
-    driver.getKkmRegisterEnd();
-    driver.printFnDocument(1);
     driver.printLastFnDocument();
-    driver.drawerOpen();
-    driver.isCashDrawerOpened();
-    driver.checkMarkingCode({1, code, 1, 0}, true);
-    driver.clearMarkingCodes();
-    driver.zReport();
-    driver.portClose();
-    expectNoRefusal("operations");
+    workInAShift();
 }
 
 TEST_F(StrictHex, TakesAllReceiptsOfItsOwnDriver)
@@ -201,55 +206,27 @@ TEST_F(StrictHex, TakesAllReceiptsOfItsOwnDriver)
 
 TEST_F(StrictHex, TakesAllOperationsOfItsOwnDriver)
 {
-    driver.registration({hw::fr::common::TaxSystemGeneral}, {}, "Иванова", {}, {});
-    EXPECT_TRUE(driver.setDateTime(rig.device.now()));
-    driver.getDateTime();
-    EXPECT_TRUE(driver.setDefaults());
-    EXPECT_TRUE(driver.setCliche({"Лавка", "у моста"}));
+    workOutsideAShift();
     EXPECT_TRUE(driver.setTail({"Ждём", "снова"}));
-    EXPECT_TRUE(driver.setGraphicCliche(picture()));
     driver.clearGraphicCliche();
     EXPECT_TRUE(driver.setParams({{0, 0, 5, "1"}}));
-    driver.getParametersDescription();
-    driver.getDeviceStateDescription();
-    driver.getFnStateDescription();
-    driver.getFnInfo();
     driver.getOfdStatusInfo();
-    driver.getAllTaxSystems();
     driver.getDefaultTaxSystem();
     driver.getInn();
     driver.getFfdVersion();
     driver.accountingReport();
     driver.openShift();
     driver.openShift();
-    for (const auto type : {hw::fr::CheckCashIn, hw::fr::CheckCashOut}) {
-        driver.moneyCheckOpen(type, {});
-        driver.moneyCheckPrint({"Размен\tи\nещё"});
-        driver.moneyCheckClose(50);
-    }
     driver.textDocOpen(hw::fr::CheckNonFiscal);
     driver.textDocPrint({"строка"});
     driver.textDocClose();
     driver.checkOpen(FiscalDocument(hw::fr::CheckSale));
     driver.checkCancel();
     driver.checkWaitForPrint();
-    driver.xReport();
-    driver.getCountersDescription();
-    driver.getMoneyCounters(hw::fr::CheckSale);
-    driver.getCheckCounters(hw::fr::CheckSale);
-    driver.getKkmRegisterBeg();
-    driver.getKkmRegisterEnd();
     driver.getLastShiftNumber();
     driver.getFrDocNum();
     EXPECT_TRUE(driver.isShiftOpen());
-    driver.printFnDocument(1);
-    driver.drawerOpen();
-    driver.isCashDrawerOpened();
-    driver.checkMarkingCode({1, code, 1, 0}, true);
-    driver.clearMarkingCodes();
-    driver.zReport();
-    driver.portClose();
-    expectNoRefusal("operations");
+    workInAShift();
 }
 
 TEST_F(StrictHex, ClockIsSetBetweenShiftsOnly)

@@ -72,28 +72,6 @@ TEST_P(Told, OfADocumentIsWhatTheRegisterHas)
     }
 }
 
-// With its connection, what it asks the register before the document, and the clock over HEX.
-TEST_P(Told, OfASaleTakesFewExchanges)
-{
-    QFile receipt(folder.filePath("one.json"));
-    ASSERT_TRUE(receipt.open(QIODevice::WriteOnly));
-    receipt.write(
-        R"({"type": "sell", "taxationType": "osn", "payments": [{"type": "cash", "sum": 5}], "items":
-        [{"type": "position", "name": "a", "price": 5, "quantity": 1, "amount": 5, "tax": {"type": "none"}}]})");
-    receipt.close();
-    const auto exchangesOf = [this](int sales) {
-        Emulator one;
-        const QString there = "--port " + one.port() + ' ';
-        ask(there + "open-shift");
-        for (int sale = 0; sale < sales; ++sale)
-            ask(there + "sell ~one.json");
-        return one.stop().value("exchanges").toInt();
-    };
-    // The first one of a shift asks the drive for its number over HEX.
-    const int first = exchangesOf(1);
-    EXPECT_LE(exchangesOf(2) - first, isHex ? 21 : 8);
-}
-
 TEST_P(Told, OfAFailureHasAKind)
 {
     const struct

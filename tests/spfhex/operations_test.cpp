@@ -25,9 +25,7 @@ struct Operation
 {
     std::function<void(HexDriver&)> call;
     const char* sent;
-    const char* log = nullptr; // the driver's and the command's lines, where they are looked at
     const char* answers = "";
-    const char* closedPort = "FrNoConnectionException: Необходимо открыть порт";
 };
 
 FiscalDocument returnReceipt()
@@ -45,25 +43,21 @@ const MarkedPosition measured{2, QStringLiteral("ABя"), 0.25, 11};
 const MarkedPosition piece{3, QStringLiteral("0104600439931256215Qbag!93Zjqw"), 1.0, 0};
 
 const std::vector<Operation> operations{
-    {[](Driver d) { d.drawerOpen(); }, "80", "i Открытие денежного ящика; d Открытие денежного ящика; done"},
-    {[](Driver d) { EXPECT_FALSE(d.isCashDrawerOpened()); }, "A8", nullptr, "A8=0"},
-    {[](Driver d) { d.openShift(); }, "A0; 6B Анна Ким|7701|",
-        "d Запрос статуса состояния ККТ; i Открытие смены; d Открытие смены; done"},
-    {[](Driver d) { d.openShift(); }, "A0", "d Запрос статуса состояния ККТ", "A0=0|4|0"},
+    {[](Driver d) { d.drawerOpen(); }, "80"},
+    {[](Driver d) { EXPECT_FALSE(d.isCashDrawerOpened()); }, "A8", "A8=0"},
+    {[](Driver d) { d.openShift(); }, "A0; 6B Анна Ким|7701|"},
+    {[](Driver d) { d.openShift(); }, "A0", "A0=0|4|0"},
     {[](Driver d) { EXPECT_EQ(d.getFrDocNum(), "0012"); }, "A5 7|"},
     {[](Driver d) { EXPECT_TRUE(d.setDateTime(moment)); }, "A3 010224|153045|"},
     // Receipts
-    {[](Driver d) { d.checkOpen({}); }, "C0 10|; 20 2|||7701||2||0|||",
-        "i Открытие чека (0 - продажа), оператор: ; d Открытие документа; "
-        "d Получение схемы налогооблажения; done"},
+    {[](Driver d) { d.checkOpen({}); }, "C0 10|; 20 2|||7701||2||0|||"},
     {[](Driver d) { d.checkOpen(returnReceipt()); }, "20 3||{Петр}|7701||4|{Юрий@почта.рф}|1|||"},
     {[](Driver d) { EXPECT_TRUE(d.checkClose({}).isEmpty()); }, "22 0|1|0|"},
     {[](Driver d) { d.checkCancel(); }, "23"},
-    {[](Driver d) { d.checkWaitForPrint(); }, "A0", nullptr, "A0=0|4|1794"},
-    {[](Driver d) { d.checkWaitForPrint(); }, "A0; 22 0|1|0|", nullptr, "A0=0|4|2050"},
+    {[](Driver d) { d.checkWaitForPrint(); }, "A0", "A0=0|4|1794"},
+    {[](Driver d) { d.checkWaitForPrint(); }, "A0; 22 0|1|0|", "A0=0|4|2050"},
     {[](Driver d) { d.checkTotal(); }, "34"},
-    {[](Driver d) { d.checkPay(FrPayment(4, 10.126)); }, "35 4|10.13|",
-        "i Расчет по чеку: (4) 10.13; d Оплата; done"},
+    {[](Driver d) { d.checkPay(FrPayment(4, 10.126)); }, "35 4|10.13|"},
     {[](Driver d) { d.checkPrint(QStringLiteral("Чай\n\t1 /\x01\x7F/").split('/')); },
         "21 {Чай1} |0|; 21 |0|; 21 |0|"},
     // Money and text documents
@@ -74,29 +68,23 @@ const std::vector<Operation> operations{
     {[](Driver d) { d.barcodePrint(code128); }, "24 3|4|5|8|{Код}|"},
     // Marking
     {[](Driver d) { EXPECT_EQ(d.checkMarkingCode(measured, false), 15); }, "3D 0|2|0.25|11|||4142ef|0|||",
-        nullptr, "3D=15", ""},
+        "3D=15"},
     {[](Driver d) { d.checkMarkingCode(piece, true); },
-        "3D 0|3|1|0|||3031303436303034333939333132353632313551626167211d39335a6a7177|0|||", nullptr, "", ""},
-    {[](Driver d) { d.clearMarkingCodes(); }, "3F",
-        "i Очистка результатов проверки КМ в ФН; d Очистка результатов проверки КМ в ФН; w Отказ",
-        "3F=refused", ""},
+        "3D 0|3|1|0|||3031303436303034333939333132353632313551626167211d39335a6a7177|0|||"},
+    {[](Driver d) { d.clearMarkingCodes(); }, "3F", "3F=refused"},
     // Registration and fiscal drive
     {[](Driver d) { d.registration(systems, {}, "x", {}, {}); },
-        "C0; 08 |f4|f3|f0|{Анна Ким}||f5|f6|33|f11|f10|f7|f8|f1|f12|128|||", nullptr, "", ""},
+        "C0; 08 |f4|f3|f0|{Анна Ким}||f5|f6|33|f11|f10|f7|f8|f1|f12|128|||"},
     {[](Driver d) { d.printFnDocument(4000000000L); }, "65 4000000000|"},
-    // Reports; the c in the line of the Z report is Latin
+    // Reports
     {[](Driver d) { EXPECT_TRUE(d.xReport().isEmpty()); }, "60 {Анна Ким}|"},
-    {[](Driver d) { EXPECT_TRUE(d.zReport().isEmpty()); }, "A0; 61 {Анна Ким}|7701|", nullptr, "A0=0|4|0"},
-    {[](Driver d) { EXPECT_TRUE(d.zReport().isEmpty()); }, "A0",
-        "i Снятие суточного отчета \x63 гашением; d Запрос статуса состояния ККТ; w Смена не открыта"},
+    {[](Driver d) { EXPECT_TRUE(d.zReport().isEmpty()); }, "A0; 61 {Анна Ким}|7701|", "A0=0|4|0"},
+    {[](Driver d) { EXPECT_TRUE(d.zReport().isEmpty()); }, "A0"},
     {[](Driver d) { d.accountingReport(); }, "A0; 6A {Анна Ким}|"},
     {[](Driver d) { EXPECT_TRUE(d.getCheckCounters(CheckSaleAnnulment).isEmpty()); }, ""},
     // Parameters, header, advertising text; values go as UTF-8
     {[](Driver d) { EXPECT_TRUE(d.setCliche(header)); }, "A2 20|0|ООО|; A2 20|1|Ёж|"},
-    {[](Driver d) { EXPECT_FALSE(d.setTail(header)); }, "A2 21|0|ООО|",
-        "i Программирование строк рекламного текста; i Программирование параметров; "
-        "d Установка параметра [21,0] = ООО; e Отказ; i Программирование завершено",
-        "A2=refused"},
+    {[](Driver d) { EXPECT_FALSE(d.setTail(header)); }, "A2 21|0|ООО|", "A2=refused"},
     {[](Driver d) { d.clearGraphicCliche(); }, "E3"},
     {[](Driver d) { EXPECT_TRUE(d.setDefaults()); },
         "A2 4|0|0|; A2 5|0|0|; A2 6|0|1|; A2 8|0|0|; A2 11|0|0|; A2 13|0|0|; A2 30|0|1|; A2 38|0|1|; "
@@ -105,23 +93,13 @@ const std::vector<Operation> operations{
 
 } // namespace
 
-TEST_F(HexDriverTest, operationsSendTheirFramesAndLogTheirLines)
+TEST_F(HexDriverTest, operationsSendTheirFrames)
 {
     const auto usual = device.answers;
     for (const Operation& operation : operations) {
-        SCOPED_TRACE(std::string(operation.sent) + ", answers " + operation.answers);
         device.answer(operation.answers);
-        driver.portState = 0;
         operation.call(driver);
-        EXPECT_EQ(driver.sent(), wire(operation.sent));
-        const std::string log = logged();
-        EXPECT_EQ(log, operation.log == nullptr ? log : operation.log);
-
-        driver.portState = 1;
-        EXPECT_EQ(thrown([&] { operation.call(driver); }), operation.closedPort);
-        EXPECT_EQ(driver.sent(), *operation.closedPort == '\0' ? wire(operation.sent) : "");
-        // What is logged before the port is looked at stands there all the same.
-        EXPECT_TRUE(log.starts_with(logged())) << log;
+        EXPECT_EQ(driver.sent(), wire(operation.sent)) << operation.sent << ", answers " << operation.answers;
         device.answers = usual;
     }
 }
