@@ -17,11 +17,11 @@ namespace sale {
 
 namespace {
 
-/// With the month one table is looked at, without one none.
+/// With the month one table is looked at.
 SqlKey keyIn(const QString& id, const QString& accepted)
 {
-    return {{QStringLiteral("id"), QStringLiteral("accepted")},
-        {id, accepted.isEmpty() ? QVariant(QMetaType::fromType<QString>()) : QVariant(accepted)}};
+    return accepted.isEmpty() ? SqlKey()
+                              : SqlKey{{QStringLiteral("id"), QStringLiteral("accepted")}, {id, accepted}};
 }
 
 } // namespace
@@ -117,7 +117,9 @@ void PostgresStore::makeMonths()
 StoredDocument PostgresStore::accept(const DocumentRequest& request, const Condition& condition)
 {
     makeMonths();
-    return SqlStore::accept(request, condition);
+    const StoredDocument document = SqlStore::accept(request, condition);
+    noteAcceptance(document);
+    return document;
 }
 
 std::optional<int> PostgresStore::acceptAndBegin(const DocumentRequest& request, const AttemptStart& start)
@@ -159,11 +161,21 @@ QStringList PostgresStore::damages() const
 
 QString PostgresStore::acceptanceOf(const QString& id) const
 {
-    return m_connection
-        .value(QStringLiteral("SELECT %1 FROM ids WHERE id = ?")
-                   .arg(m_connection.moment(QStringLiteral("accepted"))),
-            {id})
-        .toString();
+    if (const QString* const known = m_acceptances.object(id))
+        return *known;
+    const QString found = m_connection
+                              .value(QStringLiteral("SELECT %1 FROM ids WHERE id = ?")
+                                         .arg(m_connection.moment(QStringLiteral("accepted"))),
+                                  {id})
+                              .toString();
+    if (!found.isEmpty())
+        m_acceptances.insert(id, new QString(found));
+    return found;
+}
+
+void PostgresStore::noteAcceptance(const StoredDocument& document) const
+{
+    m_acceptances.insert(document.request.id, new QString(storedTime(document.accepted)));
 }
 
 SqlKey PostgresStore::keyOf(const QString& id) const
@@ -178,14 +190,10 @@ SqlKey PostgresStore::keyOf(const StoredDocument& document) const
     return keyIn(document.request.id, storedTime(document.accepted));
 }
 
-void PostgresStore::hold(const QString& id)
+std::optional<StoredDocument> PostgresStore::held(const QString& id)
 {
     m_held = {id, acceptanceOf(id), m_connection.transaction()};
-    if (m_held.acceptance.isEmpty())
-        return;
-    const SqlKey key = keyOf(id);
-    m_connection.value(
-        QStringLiteral("SELECT 1 FROM documents WHERE %1 FOR UPDATE").arg(key.condition()), key.values);
+    return documentAt(keyOf(id), QStringLiteral(" FOR UPDATE"));
 }
 
 void PostgresStore::holdReturns(const QString& saleId)
@@ -287,7 +295,10 @@ std::optional<StoredDocument> PostgresStore::claimFirst(const PoolClaim& claim)
                                    "AND set_config('synchronous_commit', 'off', true) = 'off' RETURNING %4")
                         .arg(momentAgo(std::chrono::seconds(0)), firstOf(claim), lockingWords(), columns()),
             QVariantList{claim.registerName} + valuesOfFirst(claim, pool));
-    return claimed.isEmpty() ? std::nullopt : std::optional(claimed.constFirst());
+    if (claimed.isEmpty())
+        return std::nullopt;
+    noteAcceptance(claimed.constFirst());
+    return claimed.constFirst();
 }
 
 QString PostgresStore::lockingWords() const

@@ -5,6 +5,7 @@
 #include "postgres/registerfence.h"
 #include "sqlstore.h"
 
+#include <QCache>
 #include <QDate>
 
 #include <optional>
@@ -45,7 +46,7 @@ public:
 private:
     SqlKey keyOf(const QString& id) const override;
     SqlKey keyOf(const StoredDocument& document) const override;
-    void hold(const QString& id) override;
+    std::optional<StoredDocument> held(const QString& id) override;
     void holdReturns(const QString& saleId) override;
     void requireOwner(const QString& drive) override;
     void requireLease(const QString& registerName, const QJsonObject& lease) override;
@@ -65,7 +66,9 @@ private:
     /// Of the document's last attempt: whoever began it may still be about to send it.
     bool mayBeSent(const StoredDocument& document);
     void makeMonths();
+    /// Empty for an id that no document has.
     QString acceptanceOf(const QString& id) const;
+    void noteAcceptance(const StoredDocument& document) const;
 
     PostgresConnection m_connection;
     std::optional<LeasedRegister> m_lease;
@@ -83,6 +86,8 @@ private:
         qint64 transaction = 0;
     };
     Held m_held;
+    /// When documents that were met before were accepted, by their ids: for ever.
+    mutable QCache<QString, QString> m_acceptances{1000};
     /// Tables are there for it and those behind it.
     QDate m_month;
 };
