@@ -112,7 +112,7 @@ IssueResult CashDesk::issueReceiptOf(const Entry& entry, const ReceiptSource& so
     IssueResult result;
     guarded(result, [&] {
         IdentifiedSale document = documentOf(entry);
-        answerFromJournal(result, document.record());
+        answerFromJournal(result, document.known());
         if (!result.isRepeated || !result.isFinal)
             issueInto(result, document, source);
     });
@@ -149,11 +149,11 @@ DocumentResult CashDesk::makeEntry(const Entry& entry, const Work& work)
     DocumentResult result;
     guarded(result, [&] {
         IdentifiedSale document = documentOf(entry);
-        answerFromJournal(result, document.record());
+        answerFromJournal(result, document.known());
         if (result.isRepeated && result.isFinal)
             return;
         if (reachRegister(result.isFinal))
-            answerFromJournal(result, document.record());
+            answerFromJournal(result, document.known());
         if (!result.isRepeated)
             result = work(document);
     });

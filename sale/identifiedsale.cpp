@@ -81,7 +81,7 @@ IdentifiedSale::IdentifiedSale(DocumentStore& store, const QString& id, const QB
 IdentifiedSale::IdentifiedSale(DocumentStore& store, const StoredDocument& queued)
     : m_store(store)
     , m_request(queued.request)
-    , m_isQueued(true)
+    , m_queued(queued)
 {
 }
 
@@ -110,10 +110,10 @@ void IdentifiedSale::begin(const DriveMark& before, const MarkEntry& goods, cons
     // Whoever gives a receipt need not read it for that.
     if (m_request.kind == documentKindName(DocumentKind::Sale) && isReceipt(movement.kind))
         m_request.kind = documentKindName(movement.kind);
-    const AttemptStart start{before.toJson(), movement.toJson(), m_isQueued ? registerName() : QString(),
-        markChecksJson(verdicts)};
+    const AttemptStart start{
+        before.toJson(), movement.toJson(), m_queued ? registerName() : QString(), markChecksJson(verdicts)};
     const std::optional<int> attempt
-        = m_isQueued ? m_store.begin(id(), start) : m_store.acceptAndBegin(m_request, start);
+        = m_queued ? m_store.begin(id(), start) : m_store.acceptAndBegin(m_request, start);
     if (!attempt)
         throw DocumentExpired(id());
     m_attempt = *attempt;

@@ -33,6 +33,8 @@ public:
     DocumentStore& store() const { return m_store; }
     /// What the journal knows of it; nothing for one that is new.
     std::optional<StoredDocument> record() const { return m_store.findId(id()); }
+    /// The same; one that waits is as it was given: whether it still does is looked at when it is begun.
+    std::optional<StoredDocument> known() const { return m_queued ? m_queued : record(); }
     /// The last attempt at it.
     std::optional<StoredAttempt> lastAttempt() const;
     /// What a host may act on: only NotIssued may be done, also said of a document that is new. One that was
@@ -58,7 +60,8 @@ public:
 private:
     DocumentStore& m_store;
     DocumentRequest m_request;
-    bool m_isQueued = false;
+    /// One that waits.
+    std::optional<StoredDocument> m_queued;
     /// 0 before it was begun.
     int m_attempt = 0;
     /// The register has said no, and the line did not fail.

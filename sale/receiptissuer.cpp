@@ -112,7 +112,7 @@ private:
         if (m_options.sale == nullptr)
             return false;
         try {
-            const std::optional<StoredDocument> known = m_options.sale->record();
+            const std::optional<StoredDocument> known = m_options.sale->known();
             answerFromJournal(m_result, known);
             // A new attempt is of this receipt, which may be another one than was not issued.
             if (m_result.isRepeated && !known->attempts.isEmpty()) {

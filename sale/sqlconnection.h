@@ -24,6 +24,12 @@ public:
     /// Gives each row to the function.
     virtual void select(const QString& statement, const QVariantList& values,
         const std::function<void(const QSqlQuery&)>& onRow) const = 0;
+    /// The same for what is asked seldom and in many forms: the way to it is chosen by the values.
+    virtual void search(const QString& statement, const QVariantList& values,
+        const std::function<void(const QSqlQuery&)>& onRow) const
+    {
+        select(statement, values, onRow);
+    }
     /// Statements that are done together or not at all. They may be run anew from their beginning.
     virtual void together(const std::function<void()>& statements) = 0;
 

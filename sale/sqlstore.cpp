@@ -61,46 +61,48 @@ void SqlStore::requireHere() const
 
 StoredDocument SqlStore::accept(const DocumentRequest& request, const Condition& condition)
 {
-    m_sql.together([&] { take(request, condition); });
-    return findId(request.id).value();
+    StoredDocument taken;
+    m_sql.together([&] { taken = take(request, condition); });
+    if (taken.attemptCount > 0)
+        addAttempts(taken);
+    return taken;
 }
 
-void SqlStore::take(const DocumentRequest& request, const Condition& condition)
+StoredDocument SqlStore::take(const DocumentRequest& request, const Condition& condition)
 {
     // Whatever the condition finds of the sale's other returns holds still until the end.
     if (!request.returnOf.isEmpty())
         holdReturns(request.returnOf);
-    hold(request.id);
-    const std::optional<StoredDocument> known = findId(request.id);
+    const std::optional<StoredDocument> known = held(request.id);
     if (known && known->state != DocumentState::NotIssued) {
         if (known->digest != bodyDigest(request.body) || known->request.returnOf != request.returnOf)
             throw IdConflict(request.id, known->accepted);
-        return;
+        return *known;
     }
     if (condition)
         condition();
-    if (known)
-        renew(*known, request);
-    else
-        insert(request);
+    return known ? renew(*known, request) : insert(request);
 }
 
-void SqlStore::insert(const DocumentRequest& request)
+StoredDocument SqlStore::insert(const DocumentRequest& request)
 {
     const QString moment = now();
     const QString digest = QString::fromLatin1(bodyDigest(request.body));
     writeId(request.id, digest, moment);
-    m_sql.execute(
+    const QList<StoredDocument> inserted = documents(
         QStringLiteral(
             "INSERT INTO documents (id, register, kind, body, digest, state, accepted, start_before, "
-            "queued, return_of, pool, paperless) VALUES (?, ?, ?, ?, ?, 'queued', ?, ?, ?, ?, ?, ?)"),
+            "queued, return_of, pool, paperless) VALUES (?, ?, ?, ?, ?, 'queued', ?, ?, ?, ?, ?, ?) "
+            "RETURNING %1")
+            .arg(columns()),
         {request.id, neverNull(request.registerName), request.kind,
             neverNull(QString::fromUtf8(request.body)), digest, moment, deadlineOf(request, moment), moment,
             nullIfEmpty(request.returnOf), neverNull(request.pool), request.isPaperless});
     writeGoods(request);
+    return inserted.constFirst();
 }
 
-void SqlStore::renew(const StoredDocument& known, const DocumentRequest& request)
+StoredDocument SqlStore::renew(const StoredDocument& known, const DocumentRequest& request)
 {
     const QString moment = now();
     const QString digest = QString::fromLatin1(bodyDigest(request.body));
@@ -120,12 +122,13 @@ void SqlStore::renew(const StoredDocument& known, const DocumentRequest& request
         {neverNull(request.registerName), request.kind, neverNull(QString::fromUtf8(request.body)), digest,
             deadlineOf(request, moment), moment, nullIfEmpty(request.returnOf), neverNull(request.pool),
             request.isPaperless});
+    m_sql.execute(QStringLiteral("DELETE FROM goods WHERE id = ?"), {request.id});
     writeGoods(request);
+    return heldExisting(request.id);
 }
 
 void SqlStore::writeGoods(const DocumentRequest& request)
 {
-    m_sql.execute(QStringLiteral("DELETE FROM goods WHERE id = ?"), {request.id});
     for (const QString& mark : request.goods)
         insertInto(QStringLiteral("goods"), request.id, {QStringLiteral("mark")}, {mark});
 }
@@ -135,8 +138,7 @@ std::optional<int> SqlStore::begin(const QString& id, const AttemptStart& attemp
     std::optional<int> attempt;
     m_sql.together([&] {
         requireOwner(driveOf(attemptStart));
-        hold(id);
-        attempt = start(id, attemptStart);
+        attempt = start(heldExisting(id), attemptStart);
     });
     return attempt;
 }
@@ -146,38 +148,37 @@ std::optional<int> SqlStore::acceptAndBegin(const DocumentRequest& request, cons
     std::optional<int> attempt;
     m_sql.together([&] {
         requireOwner(driveOf(attemptStart));
-        take(request, {});
-        attempt = start(request.id, attemptStart);
+        attempt = start(take(request, {}), attemptStart);
     });
     return attempt;
 }
 
-std::optional<int> SqlStore::start(const QString& id, const AttemptStart& start)
+std::optional<int> SqlStore::start(const StoredDocument& known, const AttemptStart& start)
 {
-    const std::optional<StoredDocument> known = findId(id);
-    if (!known || known->state != DocumentState::Queued)
+    const QString& id = known.request.id;
+    if (known.state != DocumentState::Queued)
         throw wrongOrder(id, QStringLiteral("is done or under way"));
-    if (!start.registerName.isEmpty() && known->request.registerName != start.registerName)
-        throw wrongOrder(id, QStringLiteral("is of the register %1").arg(known->request.registerName));
+    if (!start.registerName.isEmpty() && known.request.registerName != start.registerName)
+        throw wrongOrder(id, QStringLiteral("is of the register %1").arg(known.request.registerName));
     // Whoever begins it without a name would leave it without a register.
-    if (known->request.registerName.isEmpty() && !known->request.pool.isEmpty())
-        throw wrongOrder(id, QStringLiteral("waits in the pool %1").arg(known->request.pool));
+    if (known.request.registerName.isEmpty() && !known.request.pool.isEmpty())
+        throw wrongOrder(id, QStringLiteral("waits in the pool %1").arg(known.request.pool));
     // One moment: what is kept as its beginning is not behind the time until which it may be begun.
     const QString moment = now();
-    if (isTimeOver(*known, timeFromStored(moment))) {
+    if (isTimeOver(known, timeFromStored(moment))) {
         end(id, StateReason::Expired, moment);
         return std::nullopt;
     }
-    const int attempt = known->attemptCount + 1;
+    const int attempt = known.attemptCount + 1;
     const SqlKey begun = origin();
-    insertInto(QStringLiteral("attempts"), id,
+    const qint64 sequence = insertInto(QStringLiteral("attempts"), id,
         QStringList{QStringLiteral("number"), QStringLiteral("begun"), QStringLiteral("mark_before"),
             QStringLiteral("movement"), QStringLiteral("marks")}
             + begun.columns,
         QVariantList{
             attempt, moment, wholeJson(start.markBefore), wholeJson(start.movement), storedJson(start.marks)}
             + begun.values);
-    updateBegun(id, attempt, QStringLiteral("state = 'running', begun = ?, drive = ?"),
+    updateBegun(id, attempt, sequence, QStringLiteral("state = 'running', begun = ?, drive = ?"),
         {moment, neverNull(driveOf(start))});
     return attempt;
 }
@@ -186,7 +187,7 @@ void SqlStore::note(const QString& id, int attempt, const AttemptNote& note)
 {
     m_sql.together([&] {
         requireOwner({});
-        hold(id);
+        heldExisting(id);
         updateAttempt(id, attempt,
             QStringLiteral("mark_after = coalesce(?, mark_after), failure = coalesce(?, failure), "
                            "warnings = coalesce(?, warnings)"),
@@ -213,19 +214,19 @@ void SqlStore::settle(const QString& id, int attempt, const DocumentEnding& endi
 {
     m_sql.together([&] {
         requireOwner({});
-        hold(id);
-        const std::optional<StoredDocument> known = findId(id);
-        if (!known)
-            throw wrongOrder(id, QStringLiteral("is not there"));
-        if (!ending.isAsked && (known->state != DocumentState::Running || known->attemptCount != attempt))
+        StoredDocument known = heldExisting(id);
+        if (!ending.isAsked && (known.state != DocumentState::Running || known.attemptCount != attempt))
             return;
-        if (known->state == DocumentState::Issued && ending.state == DocumentState::Issued
-            && known->documentNumber == ending.documentNumber && ending.by.isEmpty())
+        if (known.state == DocumentState::Issued && ending.state == DocumentState::Issued
+            && known.documentNumber == ending.documentNumber && ending.by.isEmpty())
             return;
+        // They tell how far the drive had come before.
+        if (!ending.by.isEmpty())
+            addAttempts(known);
         // Meant: also of one that was queued anew since. What its register has of it is not made once more.
-        refuseWrongEnding(*known, attempt, ending);
+        refuseWrongEnding(known, attempt, ending);
         const bool isOfRegister = ending.state == DocumentState::NotIssued && ending.by.isEmpty();
-        endAttempt(id, attempt, isOfRegister ? notIssued(*known, ending) : ending);
+        endAttempt(id, attempt, isOfRegister ? notIssued(known, ending) : ending);
     });
 }
 

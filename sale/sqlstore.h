@@ -61,12 +61,15 @@ protected:
     JournalError wrongOrder(const QString& id, const QString& why) const;
 
     // In a transaction of whoever calls them.
-    void take(const DocumentRequest& request, const Condition& condition);
+    /// Gives what is known of it then, without attempts.
+    StoredDocument take(const DocumentRequest& request, const Condition& condition);
     void end(const QString& id, StateReason reason, const QString& now);
 
     /// Those of a whole document, for documents().
     QString columns(bool withBodies = true) const;
     QList<StoredDocument> documents(const QString& statement, const QVariantList& values) const;
+    /// That of the key, without attempts; with what is added to the question.
+    std::optional<StoredDocument> documentAt(const SqlKey& key, const QString& words = {}) const;
     /// Which of its pools has the document that it gets; empty when none has one.
     QString poolOfFirst(const PoolClaim& claim) const;
     /// The words behind FROM for the first one of a pool, and their values.
@@ -75,11 +78,12 @@ protected:
 
     // Where databases differ.
 
+    /// An empty one for an id that no document has.
     virtual SqlKey keyOf(const QString& id) const;
     /// Of one that was found.
     virtual SqlKey keyOf(const StoredDocument& document) const;
-    /// From now on nobody else changes the document in this transaction's time.
-    virtual void hold(const QString& id);
+    /// The document, without attempts. From now on nobody else changes it in this transaction's time.
+    virtual std::optional<StoredDocument> held(const QString& id);
     /// The same of all documents that return goods of that sale.
     virtual void holdReturns(const QString& saleId);
     /// Before whatever the owner of a register alone may write; of what is begun on a fiscal drive, that
@@ -117,23 +121,26 @@ private:
         QVariantList values;
     };
 
-    std::optional<int> start(const QString& id, const AttemptStart& start);
-    void insert(const DocumentRequest& request);
-    void renew(const StoredDocument& known, const DocumentRequest& request);
+    std::optional<int> start(const StoredDocument& known, const AttemptStart& start);
+    StoredDocument insert(const DocumentRequest& request);
+    StoredDocument renew(const StoredDocument& known, const DocumentRequest& request);
     void writeGoods(const DocumentRequest& request);
-    void insertInto(
+    /// Gives the row's place in the order.
+    qint64 insertInto(
         const QString& table, const QString& id, const QStringList& columns, const QVariantList& values);
     void update(const QString& id, const QString& changes, const QVariantList& values);
     void updateAttempt(const QString& id, int attempt, const QString& changes, const QVariantList& values);
-    /// The attempt is the document's last one.
-    void updateBegun(const QString& id, int attempt, const QString& changes, const QVariantList& values);
+    /// The attempt, which has that place in the order, is the document's last one.
+    void updateBegun(
+        const QString& id, int attempt, qint64 sequence, const QString& changes, const QVariantList& values);
     /// The work on a queued document; then the document.
     StoredDocument ifQueued(const QString& id, const std::function<void(const StoredDocument&)>& work);
     /// The change of all of them but those that others are changing, together, behind what must hold then.
     /// Gives their ids.
     QStringList changeEach(const QList<Chosen>& those, const std::function<void(const QString& id)>& change,
         const std::function<void()>& before = {});
-    StoredDocument existing(const QString& id) const;
+    /// Throws JournalError for one that is not there.
+    StoredDocument heldExisting(const QString& id);
     void doubt(const StoredDocument& known);
     /// An attempt that was never under way.
     void addEnded(const StoredDocument& known, DocumentState verdict, const AttemptNote& note = {});

@@ -18,8 +18,7 @@ QStringList SqlStore::doubtUnfinished()
         if (found.state != DocumentState::Queued && !found.isToBeAsked())
             continue;
         m_sql.together([&] {
-            hold(id);
-            const StoredDocument known = existing(id);
+            const StoredDocument known = heldExisting(id);
             if (known.state == found.state)
                 doubt(known);
         });

@@ -167,7 +167,10 @@ QString SqlStore::wordsOf(const DocumentQuery& query, const QString& condition) 
     QString text;
     if (!query.goods.isEmpty())
         text += QStringLiteral(" JOIN goods ON ") + goodsJoin();
-    text += condition + QStringLiteral(" ORDER BY ") + orderOf(query);
+    text += condition;
+    if (!query.id.isEmpty())
+        return text;
+    text += QStringLiteral(" ORDER BY ") + orderOf(query);
     return query.limit == 0 ? text : text + QStringLiteral(" LIMIT %1").arg(query.limit);
 }
 
@@ -189,15 +192,32 @@ QList<StoredDocument> SqlStore::documents(const QString& statement, const QVaria
     return found;
 }
 
+std::optional<StoredDocument> SqlStore::documentAt(const SqlKey& key, const QString& words) const
+{
+    if (key.columns.isEmpty())
+        return std::nullopt;
+    const QList<StoredDocument> found = documents(
+        QStringLiteral("SELECT %1 FROM documents WHERE %2").arg(columns(), key.condition()) + words,
+        key.values);
+    return found.isEmpty() ? std::nullopt : std::optional(found.constFirst());
+}
+
 QList<StoredDocument> SqlStore::find(const DocumentQuery& query) const
 {
     Selection condition = selectionOf(query, textCondition());
-    if (!query.id.isEmpty())
-        condition.add(keyOf(query.id));
-    QList<StoredDocument> found
-        = documents(QStringLiteral("SELECT %1 FROM documents").arg(columns(query.withBodies))
-                + wordsOf(query, condition.text()),
-            condition.values());
+    if (!query.id.isEmpty()) {
+        const SqlKey key = keyOf(query.id);
+        if (key.columns.isEmpty())
+            return {};
+        condition.add(key);
+    }
+    const QString statement = QStringLiteral("SELECT %1 FROM documents").arg(columns(query.withBodies))
+        + wordsOf(query, condition.text());
+    QList<StoredDocument> found;
+    const auto take = [&found](const QSqlQuery& row) { found.append(documentOf(row)); };
+    const bool isList = query.id.isEmpty() && query.limit != 1;
+    isList ? m_sql.search(statement, condition.values(), take)
+           : m_sql.select(statement, condition.values(), take);
     if (query.withAttempts) {
         for (StoredDocument& document : found) {
             // One that waits is looked at several times before it is begun.

@@ -103,8 +103,7 @@ QString SqlStore::poolOfFirst(const PoolClaim& claim) const
 
 std::optional<StoredDocument> SqlStore::unclaimed(const PoolClaim& claim)
 {
-    hold(claim.id);
-    const std::optional<StoredDocument> found = findId(claim.id);
+    const std::optional<StoredDocument> found = held(claim.id);
     const bool fits = found && found->state == DocumentState::Queued && found->request.registerName.isEmpty()
         && claim.pools.contains(found->request.pool) && (found->request.isPaperless || !claim.isPaperless);
     return fits ? found : std::nullopt;

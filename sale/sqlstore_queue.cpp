@@ -19,9 +19,9 @@ const QString atOnce = QStringLiteral(" LIMIT 500");
 
 } // namespace
 
-StoredDocument SqlStore::existing(const QString& id) const
+StoredDocument SqlStore::heldExisting(const QString& id)
 {
-    const std::optional<StoredDocument> known = findId(id);
+    const std::optional<StoredDocument> known = held(id);
     if (!known)
         throw wrongOrder(id, QStringLiteral("is not there"));
     return *known;
@@ -30,12 +30,11 @@ StoredDocument SqlStore::existing(const QString& id) const
 StoredDocument SqlStore::ifQueued(const QString& id, const std::function<void(const StoredDocument&)>& work)
 {
     m_sql.together([&] {
-        hold(id);
-        const StoredDocument known = existing(id);
+        const StoredDocument known = heldExisting(id);
         if (known.state == DocumentState::Queued)
             work(known);
     });
-    return existing(id);
+    return findId(id).value();
 }
 
 void SqlStore::end(const QString& id, StateReason reason, const QString& now)
@@ -69,14 +68,14 @@ void SqlStore::addEnded(const StoredDocument& known, DocumentState verdict, cons
     const int attempt = known.attemptCount + 1;
     const QString moment = now();
     const QString none = QStringLiteral("{}");
-    insertInto(QStringLiteral("attempts"), id,
+    const qint64 sequence = insertInto(QStringLiteral("attempts"), id,
         {QStringLiteral("number"), QStringLiteral("begun"), QStringLiteral("ended"),
             QStringLiteral("mark_before"), QStringLiteral("movement"), QStringLiteral("failure"),
             QStringLiteral("warnings"), QStringLiteral("verdict")},
         {attempt, moment, moment, none, none, storedJson(note.failure), storedJson(note.warnings),
             stateName(verdict)});
     // As an attempt that leaves no trace: no drive has anything to tell of it.
-    updateBegun(id, attempt, QStringLiteral("drive = ''"), {});
+    updateBegun(id, attempt, sequence, QStringLiteral("drive = ''"), {});
 }
 
 QStringList SqlStore::expire()
@@ -93,7 +92,7 @@ QStringList SqlStore::changeEach(const QList<Chosen>& those,
     const auto look = [&](const QString& words) {
         QStringList ids;
         for (const Chosen& some : those)
-            m_sql.select(some.statement + words, some.values,
+            m_sql.search(some.statement + words, some.values,
                 [&ids](const QSqlQuery& row) { ids.append(row.value(0).toString()); });
         ids.removeDuplicates();
         return ids;

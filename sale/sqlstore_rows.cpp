@@ -15,9 +15,10 @@ SqlKey SqlStore::keyOf(const StoredDocument& document) const
     return keyOf(document.request.id);
 }
 
-void SqlStore::hold(const QString& /*id*/)
+std::optional<StoredDocument> SqlStore::held(const QString& id)
 {
     // Where one transaction at a time writes.
+    return documentAt(keyOf(id));
 }
 
 void SqlStore::holdReturns(const QString& /*saleId*/)
@@ -98,15 +99,17 @@ QString SqlStore::momentAgo(std::chrono::seconds age) const
     return QStringLiteral("strftime('%Y-%m-%dT%H:%M:%fZ', 'now', '%1 seconds')").arg(-age.count());
 }
 
-void SqlStore::insertInto(
+qint64 SqlStore::insertInto(
     const QString& table, const QString& id, const QStringList& columns, const QVariantList& values)
 {
     const SqlKey key = keyOf(id);
     const QStringList all = columns + key.columns;
     const QStringList places(all.size(), QStringLiteral("?"));
-    m_sql.execute(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                      .arg(table, all.join(QStringLiteral(", ")), places.join(QStringLiteral(", "))),
-        values + key.values);
+    return m_sql
+        .value(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3) RETURNING sequence")
+                   .arg(table, all.join(QStringLiteral(", ")), places.join(QStringLiteral(", "))),
+            values + key.values)
+        .toLongLong();
 }
 
 void SqlStore::update(const QString& id, const QString& changes, const QVariantList& values)
@@ -125,15 +128,11 @@ void SqlStore::updateAttempt(
         values + key.values + QVariantList{attempt});
 }
 
-void SqlStore::updateBegun(const QString& id, int attempt, const QString& changes, const QVariantList& values)
+void SqlStore::updateBegun(
+    const QString& id, int attempt, qint64 sequence, const QString& changes, const QVariantList& values)
 {
-    const SqlKey key = keyOf(id);
-    update(id,
-        changes
-            + QStringLiteral(", attempts = ?, document = NULL, "
-                             "last_attempt = (SELECT sequence FROM attempts WHERE %1 AND number = ?)")
-                  .arg(key.condition()),
-        values + QVariantList{attempt} + key.values + QVariantList{attempt});
+    update(id, changes + QStringLiteral(", attempts = ?, document = NULL, last_attempt = ?"),
+        values + QVariantList{attempt, sequence});
 }
 
 int SqlStore::anonymise(const QDateTime& before)

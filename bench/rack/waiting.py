@@ -6,7 +6,9 @@ import re
 SAMPLE = 0.2
 DURATION = re.compile(r"^(\S+) LOG:  duration: ([\d.]+) ms  statement: (.*)")
 # What a register is given of what waits: from a pool in a transaction, or of its own by one question.
-CLAIM = re.compile(r"SKIP LOCKED|register = '[^']+'.* ORDER BY \S*sequence LIMIT 1", re.DOTALL)
+# Of one whose plan the server keeps.
+DETAIL = re.compile(r"^\S+ DETAIL:  prepare: (.*)")
+CLAIM = re.compile(r"SKIP LOCKED|register = \$\d+.* ORDER BY \S*sequence LIMIT 1", re.DOTALL)
 
 
 def fill(database, count):
@@ -50,14 +52,23 @@ class Claims:
             return list(claims_of(log))
 
 
-def claims_of(log):
-    """A line begins with the session; what does not is the rest of a statement."""
-    spent, has_claim = {}, {}
+def statements_of(log):
+    """Session, milliseconds, text. A line begins with the session; what does not is the rest of a statement."""
+    last = None
     for line in log:
-        found = DURATION.match(line)
-        if not found:
-            continue
-        session, took, statement = found[1], float(found[2]), found[3]
+        if found := DURATION.match(line):
+            if last:
+                yield last
+            last = (found[1], float(found[2]), found[3])
+        elif last and (detail := DETAIL.match(line)):
+            last = (*last[:2], detail[1])
+    if last:
+        yield last
+
+
+def claims_of(log):
+    spent, has_claim = {}, {}
+    for session, took, statement in statements_of(log):
         is_end = statement.startswith(("COMMIT", "ROLLBACK"))
         if statement.startswith("BEGIN"):
             spent[session], has_claim[session] = took, False

@@ -66,8 +66,6 @@ QString PostgresConnection::literal(const QVariant& value) const
     return database().driver()->formatValue(field);
 }
 
-/// Values are no parameters of a prepared statement, so that a pooler may stand in between and a plan knows
-/// the months that it need not look at.
 QString PostgresConnection::whole(const QString& statement, const QVariantList& values) const
 {
     const QStringList parts = statement.split(QLatin1Char('?'));
@@ -76,6 +74,30 @@ QString PostgresConnection::whole(const QString& statement, const QVariantList& 
     for (qsizetype place = 1; place < parts.size(); ++place)
         text += literal(values.at(place - 1)) + parts.at(place);
     return text;
+}
+
+QString PostgresConnection::kept(const QString& statement, const QVariantList& values) const
+{
+    if (!KeptPlans::isWorthIt(statement, values.size()))
+        return whole(statement, values);
+    if (m_plans.takeAge())
+        run(QStringLiteral("DISCARD PLANS"));
+    QString name = m_plans.nameOf(statement);
+    if (name.isEmpty()) {
+        if (m_plans.isFull()) {
+            run(QStringLiteral("DEALLOCATE ALL"));
+            m_plans.clear();
+        }
+        name = m_plans.newName();
+        run(KeptPlans::preparation(statement, name));
+        m_plans.add(statement, name);
+    }
+    QStringList literals;
+    for (const QVariant& value : values)
+        literals.append(literal(value));
+    return QStringLiteral("EXECUTE ") + name
+        + (literals.isEmpty() ? QString()
+                              : QLatin1Char('(') + literals.join(QLatin1Char(',')) + QLatin1Char(')'));
 }
 
 QSqlQuery PostgresConnection::run(const QString& statement) const
@@ -136,16 +158,16 @@ void PostgresConnection::reach(const QElapsedTimer& since) const
     }
 }
 
-QSqlQuery PostgresConnection::runPatiently(const QString& statement, const QVariantList& values) const
+QSqlQuery PostgresConnection::runPatiently(const std::function<QString()>& statement) const
 {
     if (m_isInTransaction)
-        return run(whole(statement, values));
+        return run(statement());
     QElapsedTimer since;
     since.start();
     for (;;) {
         reach(since);
         try {
-            return run(whole(statement, values));
+            return run(statement());
         } catch (const ConnectionLost&) {
             close();
             if (!waitAgain(since))
@@ -156,22 +178,23 @@ QSqlQuery PostgresConnection::runPatiently(const QString& statement, const QVari
 
 int PostgresConnection::execute(const QString& statement, const QVariantList& values)
 {
-    return runPatiently(statement, values).numRowsAffected();
+    return runPatiently([&] { return kept(statement, values); }).numRowsAffected();
 }
 
 void PostgresConnection::select(const QString& statement, const QVariantList& values,
     const std::function<void(const QSqlQuery&)>& onRow) const
 {
-    QSqlQuery query = runPatiently(statement, values);
+    QSqlQuery query = runPatiently([&] { return kept(statement, values); });
     while (query.next())
         onRow(query);
 }
 
-void PostgresConnection::together(const std::function<void()>& statements)
+void PostgresConnection::search(const QString& statement, const QVariantList& values,
+    const std::function<void(const QSqlQuery&)>& onRow) const
 {
-    QElapsedTimer since;
-    since.start();
-    while (!attempt(statements, since)) { }
+    QSqlQuery query = runPatiently([&] { return whole(statement, values); });
+    while (query.next())
+        onRow(query);
 }
 
 QString PostgresConnection::moment(const QString& column) const
@@ -182,95 +205,6 @@ QString PostgresConnection::moment(const QString& column) const
 QString PostgresConnection::now() const
 {
     return value(QStringLiteral("SELECT ") + moment(QStringLiteral("clock_timestamp()"))).toString();
-}
-
-void PostgresConnection::rollBack()
-{
-    m_isInTransaction = false;
-    try {
-        run(QStringLiteral("ROLLBACK"));
-    } catch (const JournalError&) {
-        // Whoever asks next finds out.
-    }
-}
-
-bool PostgresConnection::attempt(const std::function<void()>& statements, const QElapsedTimer& since)
-{
-    Ticket ticket;
-    reach(since);
-    try {
-        run(QStringLiteral("BEGIN ISOLATION LEVEL READ COMMITTED"));
-        ++m_transactions;
-        m_isInTransaction = true;
-        statements();
-        ticket = takeTicket();
-        run(QStringLiteral("COMMIT"));
-        m_isInTransaction = false;
-        return true;
-    } catch (const ConnectionLost&) {
-        m_isInTransaction = false;
-        close();
-        if (!waitAgain(since))
-            throw;
-        return !ticket.transaction.isEmpty() && isCommitted(ticket, since);
-    } catch (const RunAgain&) {
-        rollBack();
-        if (since.hasExpired(m_patienceMs))
-            throw;
-        QThread::msleep(1);
-        return false;
-    } catch (...) {
-        rollBack();
-        throw;
-    }
-}
-
-PostgresConnection::Ticket PostgresConnection::readTicket() const
-{
-    Ticket ticket;
-    select(
-        QStringLiteral("SELECT pg_current_xact_id_if_assigned()::text, (SELECT id FROM server_life)::text"),
-        {}, [&ticket](const QSqlQuery& row) {
-            ticket = {row.value(0).toString(), row.value(1).toString()};
-        });
-    return ticket;
-}
-
-PostgresConnection::Ticket PostgresConnection::takeTicket()
-{
-    Ticket ticket = readTicket();
-    if (!ticket.transaction.isEmpty() && ticket.life.isEmpty()) {
-        // The first one behind such a start.
-        run(QStringLiteral("INSERT INTO server_life DEFAULT VALUES ON CONFLICT DO NOTHING"));
-        ticket = readTicket();
-    }
-    return ticket;
-}
-
-bool PostgresConnection::isCommitted(const Ticket& ticket, const QElapsedTimer& since) const
-{
-    const QString unclear = QStringLiteral("unclear");
-    for (;;) {
-        reach(since);
-        // Numbers that were not on the server's disk when it died, or not on that of the server that has
-        // taken its place, are given again: "committed" may be said of another one's then.
-        const QString status = value(
-            QStringLiteral(
-                "SELECT CASE WHEN (SELECT id FROM server_life)::text = ? "
-                "THEN pg_xact_status(?::xid8) WHEN ?::xid8 >= pg_snapshot_xmax(pg_current_snapshot()) "
-                "OR pg_xact_status(?::xid8) IN ('aborted', 'in progress') THEN 'aborted' ELSE ? END"),
-            {ticket.life, ticket.transaction, ticket.transaction, ticket.transaction, unclear})
-                                   .toString();
-        if (status == QStringLiteral("committed"))
-            return true;
-        if (status == QStringLiteral("aborted"))
-            return false;
-        // The server may still be at it.
-        if (status == unclear || !waitAgain(since))
-            throw JournalError(tr("journal %1: the server does not tell whether it has written what it was "
-                                  "told last")
-                                   .arg(m_place.shown()));
-    }
 }
 
 } // namespace sale

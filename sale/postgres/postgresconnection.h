@@ -1,6 +1,7 @@
 #pragma once
 
 #include "postgres/answerwatch.h"
+#include "postgres/keptplans.h"
 #include "postgres/postgresplace.h"
 #include "sqlconnection.h"
 
@@ -31,6 +32,8 @@ public:
     /// Outside of a transaction it may be done twice.
     int execute(const QString& statement, const QVariantList& values = {}) override;
     void select(const QString& statement, const QVariantList& values,
+        const std::function<void(const QSqlQuery&)>& onRow) const override;
+    void search(const QString& statement, const QVariantList& values,
         const std::function<void(const QSqlQuery&)>& onRow) const override;
     void together(const std::function<void()>& statements) override;
     QString moment(const QString& column) const override;
@@ -66,8 +69,11 @@ private:
     int connectSeconds() const;
     std::chrono::milliseconds longestOpening() const;
     std::chrono::milliseconds longestAnswer() const;
+    /// The same by the plan that the server keeps of it, where that is worth it.
+    QString kept(const QString& statement, const QVariantList& values) const;
     QSqlQuery run(const QString& statement) const;
-    QSqlQuery runPatiently(const QString& statement, const QVariantList& values) const;
+    /// The statement is made once the connection is there.
+    QSqlQuery runPatiently(const std::function<QString()>& statement) const;
     /// The connection is there afterwards.
     void reach(const QElapsedTimer& since) const;
     /// Waits a moment before the next attempt; false when the patience is over.
@@ -95,6 +101,7 @@ private:
     qint64 m_transactions = 0;
     /// Nobody is kept waiting for it again and again.
     mutable bool m_isGivenUp = false;
+    mutable KeptPlans m_plans;
     QString m_channel;
     std::function<void(const QString& text)> m_heard;
     /// What hears it, and hears nothing more when this is gone.

@@ -147,6 +147,7 @@ void PostgresConnection::open() const
         if (!server.open())
             throwPostgresFault(m_place, server.lastError(), asked.elapsed() < longMs ? refusal() : QString());
     }
+    m_plans.clear();
     arrange();
     if (m_ear)
         subscribe();
@@ -185,6 +186,8 @@ void PostgresConnection::arrange() const
         "set_config('tcp_keepalives_idle', '30', false), set_config('tcp_keepalives_interval', '10', false), "
         "set_config('tcp_keepalives_count', '3', false), set_config('tcp_user_timeout', '60000', false), "
         "set_config('search_path', 'frspf', false), set_config('client_min_messages', 'warning', false), "
+        // A plan that is kept is kept for all values: it finds the month that it looks at when it runs.
+        "set_config('plan_cache_mode', 'force_generic_plan', false), "
         "set_config('lock_timeout', '%1', false), "
         "set_config('idle_in_transaction_session_timeout', '%2', false), "
         "set_config('synchronous_commit', CASE current_setting('synchronous_commit') WHEN 'off' THEN 'on' "

@@ -17,11 +17,11 @@ namespace sale {
 
 namespace {
 
-/// With the month one table is looked at, without one none.
+/// With the month one table is looked at.
 SqlKey keyIn(const QString& id, const QString& accepted)
 {
-    return {{QStringLiteral("id"), QStringLiteral("accepted")},
-        {id, accepted.isEmpty() ? QVariant(QMetaType::fromType<QString>()) : QVariant(accepted)}};
+    return accepted.isEmpty() ? SqlKey()
+                              : SqlKey{{QStringLiteral("id"), QStringLiteral("accepted")}, {id, accepted}};
 }
 
 } // namespace
@@ -132,7 +132,9 @@ void PostgresStore::makeMonths()
 StoredDocument PostgresStore::accept(const DocumentRequest& request, const Condition& condition)
 {
     makeMonths();
-    return SqlStore::accept(request, condition);
+    const StoredDocument document = SqlStore::accept(request, condition);
+    noteAcceptance(document);
+    return document;
 }
 
 std::optional<int> PostgresStore::acceptAndBegin(const DocumentRequest& request, const AttemptStart& start)
@@ -177,11 +179,21 @@ QStringList PostgresStore::damages() const
 
 QString PostgresStore::acceptanceOf(const QString& id) const
 {
-    return m_connection
-        .value(QStringLiteral("SELECT %1 FROM ids WHERE id = ?")
-                   .arg(m_connection.moment(QStringLiteral("accepted"))),
-            {id})
-        .toString();
+    if (const QString* const known = m_acceptances.object(id))
+        return *known;
+    const QString found = m_connection
+                              .value(QStringLiteral("SELECT %1 FROM ids WHERE id = ?")
+                                         .arg(m_connection.moment(QStringLiteral("accepted"))),
+                                  {id})
+                              .toString();
+    if (!found.isEmpty())
+        m_acceptances.insert(id, new QString(found));
+    return found;
+}
+
+void PostgresStore::noteAcceptance(const StoredDocument& document) const
+{
+    m_acceptances.insert(document.request.id, new QString(storedTime(document.accepted)));
 }
 
 bool PostgresStore::isHolding() const
@@ -206,29 +218,10 @@ SqlKey PostgresStore::keyOf(const StoredDocument& document) const
     return keyIn(document.request.id, storedTime(document.accepted));
 }
 
-void PostgresStore::hold(const QString& id)
+std::optional<StoredDocument> PostgresStore::held(const QString& id)
 {
-    // The time is told along with what is asked anyway.
-    const QString moment = m_connection.moment(QStringLiteral("clock_timestamp()"));
-    m_held = {id, {}, {}, m_connection.transaction()};
-    m_connection.select(QStringLiteral("SELECT %1, (SELECT %2 FROM ids WHERE id = ?)")
-                            .arg(moment, m_connection.moment(QStringLiteral("accepted"))),
-        {id}, [this](const QSqlQuery& row) {
-            m_held.moment = row.value(0).toString();
-            m_held.acceptance = row.value(1).toString();
-        });
-    if (m_held.acceptance.isEmpty())
-        return;
-    const SqlKey key = keyOf(id);
-    // Behind the wait for whoever has it.
-    const QString later = m_connection
-                              .value(QStringLiteral("SELECT %1 FROM (SELECT 1 FROM documents WHERE %2 "
-                                                    "FOR UPDATE) AS held")
-                                         .arg(moment, key.condition()),
-                                  key.values)
-                              .toString();
-    if (!later.isEmpty())
-        m_held.moment = later;
+    m_held = {id, acceptanceOf(id), {}, m_connection.transaction()};
+    return documentAt(keyOf(id), QStringLiteral(" FOR UPDATE"));
 }
 
 void PostgresStore::holdReturns(const QString& saleId)
@@ -330,7 +323,10 @@ std::optional<StoredDocument> PostgresStore::claimFirst(const PoolClaim& claim)
                                    "AND set_config('synchronous_commit', 'off', true) = 'off' RETURNING %4")
                         .arg(momentAgo(std::chrono::seconds(0)), firstOf(claim), lockingWords(), columns()),
             QVariantList{claim.registerName} + valuesOfFirst(claim, pool));
-    return claimed.isEmpty() ? std::nullopt : std::optional(claimed.constFirst());
+    if (claimed.isEmpty())
+        return std::nullopt;
+    noteAcceptance(claimed.constFirst());
+    return claimed.constFirst();
 }
 
 QString PostgresStore::lockingWords() const
@@ -340,7 +336,12 @@ QString PostgresStore::lockingWords() const
 
 QString PostgresStore::now() const
 {
-    return isHolding() ? m_held.moment : m_connection.now();
+    if (!isHolding())
+        return m_connection.now();
+    // One moment for all that the transaction writes, behind the wait for whoever had the document.
+    if (m_held.moment.isEmpty())
+        m_held.moment = m_connection.now();
+    return m_held.moment;
 }
 
 QString PostgresStore::momentAgo(std::chrono::seconds age) const

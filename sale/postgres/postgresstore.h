@@ -6,6 +6,7 @@
 #include "postgres/registerfence.h"
 #include "sqlstore.h"
 
+#include <QCache>
 #include <QDate>
 
 #include <optional>
@@ -52,7 +53,7 @@ protected:
 private:
     SqlKey keyOf(const QString& id) const override;
     SqlKey keyOf(const StoredDocument& document) const override;
-    void hold(const QString& id) override;
+    std::optional<StoredDocument> held(const QString& id) override;
     void holdReturns(const QString& saleId) override;
     void requireOwner(const QString& drive) override;
     void requireLease(const QString& registerName, const QJsonObject& lease) override;
@@ -73,7 +74,9 @@ private:
     bool mayBeSent(const StoredDocument& document);
     void makeMonths();
     bool isHolding() const;
+    /// Empty for an id that no document has.
     QString acceptanceOf(const QString& id) const;
+    void noteAcceptance(const StoredDocument& document) const;
 
     PostgresConnection m_connection;
     std::optional<LeasedRegister> m_lease;
@@ -93,7 +96,9 @@ private:
         QString moment;
         qint64 transaction = 0;
     };
-    Held m_held;
+    mutable Held m_held;
+    /// When documents that were met before were accepted, by their ids: for ever.
+    mutable QCache<QString, QString> m_acceptances{1000};
     /// The day, as this machine calls it, on which it was seen to that tables are there.
     QDate m_monthsMade;
 };

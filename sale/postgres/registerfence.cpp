@@ -13,7 +13,7 @@ namespace sale {
 namespace {
 
 /// A document takes seconds, and one that was broken off is a receipt that was not issued.
-constexpr int patienceMs = 10'000;
+constexpr int endingPatienceMs = 10'000;
 constexpr int sliceMs = 50;
 /// Behind SIGKILL.
 constexpr int longestEndMs = 5'000;
@@ -22,7 +22,7 @@ bool end(const ProcessIdentity& process, const std::function<void()>& whileWaiti
 {
     QElapsedTimer timer;
     timer.start();
-    while (!process.isFrozen() && !timer.hasExpired(patienceMs)) {
+    while (!process.isFrozen() && !timer.hasExpired(endingPatienceMs)) {
         if (process.waitForEnd(sliceMs))
             return true;
         whileWaiting();

@@ -60,8 +60,11 @@ void Api::heard(const sale::StoredDocument& told)
 void Api::look(const QString& id, const std::function<void(const sale::StoredDocument&)>& found)
 {
     try {
-        if (const std::optional<sale::StoredDocument> document = m_store.findId(id))
-            found(*document);
+        // All of it is for whoever waits.
+        const bool isAwaited = m_waiters.areAny(id);
+        for (const sale::StoredDocument& document :
+            m_store.find({.id = id, .withAttempts = isAwaited, .withBodies = isAwaited}))
+            found(document);
     } catch (const sale::JournalError& error) {
         qCWarning(apiLog).noquote() << error.what();
         m_missed.append(id);

@@ -12,14 +12,17 @@ public:
 
     sale::StoredDocument accept(const sale::DocumentRequest& request, const Condition& condition) override
     {
-        if (isBroken)
-            throw sale::JournalError("the disk is full");
+        requireWhole();
         return SqliteStore::accept(request, condition);
+    }
+    void requireRoom() override
+    {
+        requireWhole();
+        SqliteStore::requireRoom();
     }
     QList<sale::StoredDocument> find(const sale::DocumentQuery& query) const override
     {
-        if (isBroken)
-            throw sale::JournalError("the disk is full");
+        requireWhole();
         ++findings;
         return SqliteStore::find(query);
     }
@@ -34,4 +37,11 @@ public:
     QStringList archivedIds;
     bool isBroken = false;
     mutable int findings = 0;
+
+private:
+    void requireWhole() const
+    {
+        if (isBroken)
+            throw sale::JournalError("the disk is full");
+    }
 };

@@ -11,7 +11,7 @@
 /// A service with a register of its own.
 struct Desk
 {
-    explicit Desk(const QString& name, Till* spare = nullptr, int queueLimit = 0)
+    explicit Desk(const QString& name, frserver::Till* spare = nullptr, int queueLimit = 0)
         : till({name, receipt::Protocol::Hex, QTimeZone::utc(), 120, true, "Иванова А. П.", {}, queueLimit})
     {
         peers.add(till);
