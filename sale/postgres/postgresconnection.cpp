@@ -15,6 +15,7 @@
 #include <QThread>
 
 #include <algorithm>
+#include <utility>
 
 namespace sale {
 
@@ -191,8 +192,9 @@ QString PostgresConnection::kept(const QString& statement, const QVariantList& v
 
 QSqlQuery PostgresConnection::run(const QString& statement) const
 {
+    const QString before = std::exchange(m_before, {});
     QSqlQuery query(database());
-    if (!query.exec(statement))
+    if (!query.exec(before + statement) || (!before.isEmpty() && !query.nextResult()))
         throwPostgresFault(m_place, query.lastError());
     return query;
 }

@@ -76,6 +76,8 @@ private:
     const PostgresPlace m_place;
     const int m_patienceMs;
     bool m_isInTransaction = false;
+    /// What is said with the next statement: each that is said alone is waited for.
+    mutable QString m_before;
     qint64 m_transactions = 0;
     /// Nobody is kept waiting for it again and again.
     mutable bool m_isGivenUp = false;
