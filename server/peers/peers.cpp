@@ -230,7 +230,7 @@ void Peers::noteSilences()
         }
     });
     for (const auto& [name, till] : m_tills) {
-        if (!till->isHere())
+        if (till->takeReachability())
             m_api.registerChanged(name);
     }
 }
