@@ -45,6 +45,8 @@ struct DocumentQuery
     bool withAttempts = true;
     /// Bodies may be long, and many.
     bool withBodies = true;
+    /// When it was accepted, begun and so on; since when it waits is told without.
+    bool withTimes = true;
 };
 
 } // namespace sale

@@ -66,7 +66,7 @@ protected:
     void end(const QString& id, StateReason reason, const QString& now);
 
     /// Those of a whole document, for documents().
-    QString columns(bool withBodies = true) const;
+    QString columns(const DocumentQuery& query = {}) const;
     QList<StoredDocument> documents(const QString& statement, const QVariantList& values) const;
     /// That of the key, without attempts; with what is added to the question.
     std::optional<StoredDocument> documentAt(const SqlKey& key, const QString& words = {}) const;

@@ -174,15 +174,17 @@ QString SqlStore::wordsOf(const DocumentQuery& query, const QString& condition) 
     return query.limit == 0 ? text : text + QStringLiteral(" LIMIT %1").arg(query.limit);
 }
 
-QString SqlStore::columns(bool withBodies) const
+QString SqlStore::columns(const DocumentQuery& query) const
 {
+    const QString none = QStringLiteral("''");
+    const auto moment = [&](const QString& column) { return query.withTimes ? m_sql.moment(column) : none; };
     return QStringLiteral("documents.sequence, documents.id, kind, %6, register, %1, digest, state, reason, "
                           "%2, %3, %4, drive, document, number_read, times, resolved_by, resolved_note, "
                           "attempts, %5, return_of, pool, paperless")
-        .arg(m_sql.moment(QStringLiteral("start_before")), m_sql.moment(QStringLiteral("documents.accepted")),
-            m_sql.moment(QStringLiteral("begun")), m_sql.moment(QStringLiteral("settled")),
+        .arg(moment(QStringLiteral("start_before")), moment(QStringLiteral("documents.accepted")),
+            moment(QStringLiteral("begun")), moment(QStringLiteral("settled")),
             m_sql.moment(QStringLiteral("coalesce(queued, documents.accepted)")),
-            withBodies ? QStringLiteral("body") : QStringLiteral("''"));
+            query.withBodies ? QStringLiteral("body") : none);
 }
 
 QList<StoredDocument> SqlStore::documents(const QString& statement, const QVariantList& values) const
@@ -211,8 +213,8 @@ QList<StoredDocument> SqlStore::find(const DocumentQuery& query) const
             return {};
         condition.add(key);
     }
-    const QString statement = QStringLiteral("SELECT %1 FROM documents").arg(columns(query.withBodies))
-        + wordsOf(query, condition.text());
+    const QString statement
+        = QStringLiteral("SELECT %1 FROM documents").arg(columns(query)) + wordsOf(query, condition.text());
     QList<StoredDocument> found;
     const auto take = [&found](const QSqlQuery& row) { found.append(documentOf(row)); };
     const bool isList = query.id.isEmpty() && query.limit != 1;

@@ -16,6 +16,8 @@ const QString isUnclaimed = QStringLiteral("state = 'queued' AND register = ''")
 // That of those indices alone: along the other ones a planner would pass by all that was done before.
 const QString inOrder = QStringLiteral("sequence + 0");
 const QString isClaimed = QStringLiteral("state = 'queued' AND register <> '' AND pool <> ''");
+const QString claimedOnes = QStringLiteral("SELECT id FROM documents WHERE %1 AND %2");
+const QString unclaiming = QStringLiteral("register = '', claimed = NULL");
 
 QString fitting(const PoolClaim& claim)
 {
@@ -120,25 +122,28 @@ QStringList SqlStore::giveBackStale(
 {
     // A clock that was put back makes none wait for it.
     QString condition = QStringLiteral("(claimed < %1 OR claimed > %2)")
-                            .arg(momentAgo(age), momentAgo(-std::chrono::seconds(mostSecondsBack)))
-        + withoutThose(underWay);
-    QVariantList values(underWay.cbegin(), underWay.cend());
+                            .arg(momentAgo(age), momentAgo(-std::chrono::seconds(mostSecondsBack)));
+    QVariantList values;
     if (const QString alone = isOfNoOther(); !alone.isEmpty()) {
         condition += QStringLiteral(" AND ") + alone;
         values.append(owner);
     }
-    return giveBackThose(condition, values);
+    // Few are under way for so long, and the question would be dearer by each that is.
+    const auto isUnderWay = [&underWay](const QString& id) { return underWay.contains(id); };
+    QStringList ids = changeEach({{claimedOnes.arg(isClaimed, condition), values}}, [&](const QString& id) {
+        if (!isUnderWay(id))
+            update(id, unclaiming, {});
+    });
+    ids.removeIf(isUnderWay);
+    return ids;
 }
 
 QStringList SqlStore::giveBackThose(
     const QString& condition, const QVariantList& values, const std::function<void()>& before)
 {
-    const Chosen claimed{
-        QStringLiteral("SELECT id FROM documents WHERE %1 AND %2").arg(isClaimed, condition), values};
     return changeEach(
-        {claimed},
-        [this](const QString& id) { update(id, QStringLiteral("register = '', claimed = NULL"), {}); },
-        before);
+        {{claimedOnes.arg(isClaimed, condition), values}},
+        [this](const QString& id) { update(id, unclaiming, {}); }, before);
 }
 
 StoredDocument SqlStore::moveToPool(const QString& id, const QString& pool)

@@ -27,8 +27,10 @@ QString KeptPlans::preparation(const QString& statement, const QString& name)
 
 bool KeptPlans::takeAge()
 {
-    if (!m_age.hasExpired())
+    // A worker would make them anew as often as it uses them.
+    if (++m_uses < fewestUses || !m_age.hasExpired())
         return false;
+    m_uses = 0;
     m_age.setRemainingTime(longestKept);
     return true;
 }
@@ -36,6 +38,7 @@ bool KeptPlans::takeAge()
 void KeptPlans::clear()
 {
     m_names.clear();
+    m_uses = 0;
     m_age.setRemainingTime(longestKept);
 }
 

@@ -24,7 +24,8 @@ public:
     /// One that the server has not been told.
     QString newName() { return QStringLiteral("frspf_%1").arg(++m_last); }
     void add(const QString& statement, const QString& name) { m_names.insert(statement, name); }
-    /// Whether the plans are to be made anew; then it is some time until the next ones are.
+    /// Of one that is about to be run: whether the plans are to be made anew before, since they are old and
+    /// were used often.
     bool takeAge();
     /// More would be no help.
     bool isFull() const { return m_names.size() >= mostKept; }
@@ -34,10 +35,12 @@ public:
 private:
     static constexpr qsizetype mostKept = 100;
     static constexpr std::chrono::seconds longestKept{60};
+    static constexpr int fewestUses = 2000;
 
     QHash<QString, QString> m_names;
     qint64 m_last = 0;
     QDeadlineTimer m_age;
+    int m_uses = 0;
 };
 
 } // namespace sale

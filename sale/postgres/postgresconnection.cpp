@@ -14,6 +14,7 @@
 #include <QThread>
 
 #include <algorithm>
+#include <utility>
 
 namespace sale {
 
@@ -104,9 +105,10 @@ QSqlQuery PostgresConnection::run(const QString& statement) const
 {
     SilentServers& silent = SilentServers::ofProcess();
     const bool isSuspected = silent.isSuspected(m_server);
+    const QString before = std::exchange(m_before, {});
     QSqlQuery query(database());
     const AnswerWatch::Question question(socket(), longestAnswer());
-    const bool isDone = query.exec(statement);
+    const bool isDone = query.exec(before + statement) && (before.isEmpty() || query.nextResult());
     if (!isDone && question.isGivenUp()) {
         silent.suspect(m_server);
         m_isGivenUp = m_isGivenUp || isSuspected;

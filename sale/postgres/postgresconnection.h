@@ -98,6 +98,8 @@ private:
     const int m_patienceMs;
     mutable std::chrono::milliseconds m_longestAnswer;
     bool m_isInTransaction = false;
+    /// What is said with the next statement: each that is said alone is waited for.
+    mutable QString m_before;
     qint64 m_transactions = 0;
     /// Nobody is kept waiting for it again and again.
     mutable bool m_isGivenUp = false;

@@ -8,6 +8,8 @@
 #include <QSqlQuery>
 #include <QThread>
 
+#include <utility>
+
 namespace sale {
 
 void PostgresConnection::together(const std::function<void()>& statements)
@@ -20,6 +22,9 @@ void PostgresConnection::together(const std::function<void()>& statements)
 void PostgresConnection::rollBack()
 {
     m_isInTransaction = false;
+    // Nothing was said yet.
+    if (!std::exchange(m_before, {}).isEmpty())
+        return;
     try {
         run(QStringLiteral("ROLLBACK"));
     } catch (const JournalError&) {
@@ -32,7 +37,7 @@ bool PostgresConnection::attempt(const std::function<void()>& statements, const 
     Ticket ticket;
     reach(since);
     try {
-        run(QStringLiteral("BEGIN ISOLATION LEVEL READ COMMITTED"));
+        m_before = QStringLiteral("BEGIN ISOLATION LEVEL READ COMMITTED; ");
         ++m_transactions;
         m_isInTransaction = true;
         statements();

@@ -48,7 +48,8 @@ bool OpenSweep::lookAtPiece()
         .after = m_place,
         .limit = m_piece,
         .withAttempts = false,
-        .withBodies = false});
+        .withBodies = false,
+        .withTimes = false});
     for (const sale::StoredDocument& document : open) {
         if (!m_api.openDocuments().see(document))
             m_api.heard(document);

@@ -3,6 +3,7 @@
 #include "api/place.h"
 
 #include <QJsonArray>
+#include <QSet>
 
 namespace frserver {
 
@@ -39,8 +40,10 @@ QStringList WaitingPlaces::registersOf(const Pool& pool) const
     const auto members = m_members.find(pool.settings().name);
     if (members == m_members.end())
         return names;
+    // Each receipt that is posted asks this, of racks with hundreds of registers.
+    const QSet<QString> own(names.cbegin(), names.cend());
     for (const QString& name : members->second) {
-        if (!names.contains(name))
+        if (!own.contains(name))
             names.append(name);
     }
     return names;

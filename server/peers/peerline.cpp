@@ -7,6 +7,8 @@
 #include <QJsonDocument>
 #include <QUuid>
 
+#include <algorithm>
+
 namespace frserver {
 
 Q_LOGGING_CATEGORY(peerLog, "frserver.peers")
@@ -15,8 +17,10 @@ namespace {
 
 /// Others wait meanwhile.
 constexpr int patienceMs = 1'000;
-/// In which what is said together is collected.
+/// In which what is said together is collected, and how long one waits behind another: of a rack at work each
+/// wakes all services and their connections.
 constexpr std::chrono::milliseconds collecting(5);
+constexpr std::chrono::milliseconds between(100);
 /// The server takes 8,000.
 constexpr qsizetype longest = 7'500;
 const QString channel = QStringLiteral("frspf");
@@ -37,11 +41,12 @@ void PeerLine::say(const QJsonObject& message)
 {
     m_messages.append(QJsonDocument(message).toJson(QJsonDocument::Compact));
     if (!m_timer.isActive())
-        m_timer.start(collecting);
+        m_timer.start(std::max(collecting, std::chrono::milliseconds(m_next.remainingTime())));
 }
 
 void PeerLine::flush()
 {
+    m_next.setRemainingTime(between);
     QByteArrayList together;
     qsizetype size = 0;
     for (const QByteArray& message : std::exchange(m_messages, {})) {

@@ -43,6 +43,8 @@ private:
     sale::PostgresConnection m_connection;
     QByteArrayList m_messages;
     QTimer m_timer;
+    /// When the next ones are said at the earliest.
+    QDeadlineTimer m_next;
     QDeadlineTimer m_rest;
 };
 

@@ -17,6 +17,8 @@ namespace {
 constexpr std::chrono::seconds tickTime(1);
 /// In ticks.
 constexpr int lookTicks = 3;
+/// All that is open is gone through then, mostly for nothing.
+constexpr int sweepTicks = 2 * lookTicks;
 /// A service that is there tells so each time it looks.
 constexpr std::chrono::seconds leastSilence(2 * lookTicks);
 /// What nobody watches, such as counts of exchanges, is told so often.
@@ -95,8 +97,10 @@ void Peers::start(const QString& name)
 void Peers::tick()
 {
     ++m_ticks;
-    if (m_ticks % lookTicks == 0)
+    if (m_ticks % sweepTicks == 0)
         look();
+    else if (m_ticks % lookTicks == 0)
+        lookAround();
     if (m_ticks % tellAllTicks == 0) {
         for (const auto& [name, till] : m_tills)
             m_changed.insert(name);
@@ -106,11 +110,16 @@ void Peers::tick()
 
 void Peers::look()
 {
+    lookAround();
+    m_sweep.begin();
+}
+
+void Peers::lookAround()
+{
     m_line.ask([this](sale::SqlConnection& connection) { rackboard::beat(connection, m_line.id(), m_name); });
     const bool areOthersKnown = read();
     noteLosses(noteSilences() && areOthersKnown);
     giveUpLost();
-    m_sweep.begin();
 }
 
 /// One that somebody has by now is not lost, also when that one has told of nothing yet.
@@ -218,7 +227,7 @@ bool Peers::noteSilences()
         }
     });
     for (const auto& [name, till] : m_tills) {
-        if (!till->isHere())
+        if (till->takeReachability())
             m_api.registerChanged(name);
     }
     return isRead;

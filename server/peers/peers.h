@@ -55,6 +55,8 @@ private:
     void readOrders(sale::SqlConnection& connection);
     RackTill& add(const Till::Settings& settings, Till* own);
     void tick();
+    /// At the other services.
+    void lookAround();
     void tell();
     QList<rackboard::Entry> news();
     /// Whether the tables could be read.

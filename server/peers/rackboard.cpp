@@ -49,6 +49,38 @@ QString oldest()
     return QStringLiteral("clock_timestamp() - interval '%1 seconds'").arg(longestOrder.count());
 }
 
+QString arrayOf(const QStringList& names)
+{
+    QStringList quoted;
+    for (QString name : names) {
+        name.replace(QLatin1Char('\\'), QStringLiteral("\\\\"))
+            .replace(QLatin1Char('"'), QStringLiteral("\\\""));
+        quoted.append(QLatin1Char('"') + name + QLatin1Char('"'));
+    }
+    return QLatin1Char('{') + quoted.join(QLatin1Char(',')) + QLatin1Char('}');
+}
+
+QList<ToldRegister> readThose(
+    const sale::SqlConnection& connection, const QString& service, const QStringList& names, Reading& reading)
+{
+    QList<ToldRegister> found;
+    if (names.isEmpty())
+        return found;
+    connection.select(
+        QStringLiteral("SELECT name, told::text, service, settings, view, followed, "
+                       "greatest(0, extract(epoch FROM clock_timestamp() - told))::float8 "
+                       "FROM registers WHERE name = ANY(?::text[]) AND service <> ? ORDER BY told"),
+        {arrayOf(names), service}, [&](const QSqlQuery& row) {
+            const QString name = row.value(0).toString();
+            reading.told.insert(name, row.value(1).toString());
+            ToldRegister told{settingsOf(name, jsonOf(row.value(3))), jsonOf(row.value(4)),
+                row.value(2).toString(), row.value(6).toDouble(), {}, numbersOf(row.value(5))};
+            told.read.start();
+            found.append(told);
+        });
+    return found;
+}
+
 QList<Order> removeOrders(
     sale::SqlConnection& connection, const QString& condition, const QVariantList& values)
 {
@@ -123,24 +155,22 @@ void tell(sale::SqlConnection& connection, const QString& service, const QList<E
 
 QList<ToldRegister> registers(const sale::SqlConnection& connection, const QString& service, Reading& reading)
 {
-    QList<ToldRegister> found;
+    QString last = reading.last;
+    QStringList changed;
     // What was written before something else may be seen after it, and the database's clock be put back.
+    // Mostly it was read before, and what is told of a register is long.
     connection.select(
-        QStringLiteral("SELECT name, told::text, service, settings, view, followed, "
-                       "greatest(0, extract(epoch FROM clock_timestamp() - told))::float8 FROM registers "
+        QStringLiteral("SELECT name, told::text FROM registers "
                        "WHERE told >= least(?::timestamptz, clock_timestamp()) - interval '5 seconds' "
                        "AND service <> ? ORDER BY told"),
         {reading.last, service}, [&](const QSqlQuery& row) {
             const QString name = row.value(0).toString();
-            reading.last = row.value(1).toString();
-            if (reading.told.value(name) == reading.last)
-                return;
-            reading.told.insert(name, reading.last);
-            ToldRegister told{settingsOf(name, jsonOf(row.value(3))), jsonOf(row.value(4)),
-                row.value(2).toString(), row.value(6).toDouble(), {}, numbersOf(row.value(5))};
-            told.read.start();
-            found.append(told);
+            last = row.value(1).toString();
+            if (reading.told.value(name) != last)
+                changed.append(name);
         });
+    const QList<ToldRegister> found = readThose(connection, service, changed, reading);
+    reading.last = last;
     return found;
 }
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace frserver {
 
@@ -64,11 +65,20 @@ void RackTill::noteSilence(std::optional<double> seconds)
 {
     m_silence = seconds.value_or(std::numeric_limits<double>::infinity());
     m_noted.start();
+    // It is shown of one that is silent for long.
+    if (m_silence < m_longestSilence / 2)
+        return;
     constexpr qint64 inaccuracyMs = 2'000;
     const auto now = MockFactory<CurrentTime>::create()->getCurrentDateTime();
     const QDateTime seen = now.addMSecs(-std::llround(std::min(m_silence, age()) * 1000));
     if (!m_seen.isValid() || std::abs(m_seen.msecsTo(seen)) > inaccuracyMs)
         m_seen = seen;
+}
+
+bool RackTill::takeReachability()
+{
+    const std::pair<bool, bool> now(isHere(), isReachable());
+    return std::exchange(m_reachability, now) != now;
 }
 
 double RackTill::silence() const

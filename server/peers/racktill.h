@@ -8,6 +8,7 @@
 #include <chrono>
 #include <functional>
 #include <optional>
+#include <utility>
 
 namespace frserver {
 
@@ -29,6 +30,9 @@ public:
     void tell(const ToldRegister& told);
     /// The service that has told of it was there so many seconds ago; nothing when it is gone.
     void noteSilence(std::optional<double> seconds);
+    /// Whether it is another one that works it, or whether that one can be reached, has changed since this
+    /// was asked last. What else there is to show of it was told.
+    bool takeReachability();
     /// Its id.
     const QString& service() const { return m_told.service; }
     /// This service works it, and tells of it.
@@ -79,6 +83,8 @@ private:
     QElapsedTimer m_noted;
     /// When it was there last.
     QDateTime m_seen;
+    /// When it was asked last.
+    std::optional<std::pair<bool, bool>> m_reachability;
 };
 
 /// @name What is ordered

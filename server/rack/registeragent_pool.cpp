@@ -8,11 +8,13 @@ namespace frserver {
 
 RegisterAgent::Readiness RegisterAgent::readiness() const
 {
-    const bool isFree = m_isStarted && isOwner() && !isWorkerOfFormerLease() && m_isOpen && !m_request
-        && !m_claimed && !m_acceptance && m_toSettle.isEmpty() && !m_pausedBy && !m_isStopping;
-    const bool isShiftRight
-        = (m_shift.isOpen() || m_shift.mayOpen(now())) && !m_shift.isEndDue(now(), steady());
-    if (!isFree || !isShiftRight)
+    // Mostly it is at work, and asked whenever any register of the rack is given something.
+    const bool isIdle = m_isStarted && m_isOpen && !m_request && !m_claimed && !m_acceptance
+        && m_toSettle.isEmpty() && !m_pausedBy && !m_isStopping;
+    if (!isIdle || !isOwner() || isWorkerOfFormerLease())
+        return Readiness::Nothing;
+    const QDateTime moment = now();
+    if ((!m_shift.isOpen() && !m_shift.mayOpen(moment)) || m_shift.isEndDue(moment, steady()))
         return Readiness::Nothing;
     // What is wrong with it nobody tells but a document that is tried again.
     if (!m_waiting || steady() >= m_retryAt)

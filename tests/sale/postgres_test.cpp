@@ -88,6 +88,28 @@ TEST_F(Postgres, AnyTextIsOneOfAStatement)
     }
 }
 
+TEST_F(Postgres, ServerKeepsThePlansOfWhatComesAgainAndNoMoreThanThose)
+{
+    PostgresConnection one = connection();
+    constexpr int many = 130;
+    for (const int value : {1, 2}) {
+        for (int form = 0; form < many; ++form)
+            EXPECT_EQ(one.value(QString("SELECT ?::int + %1").arg(form), {value}).toInt(), form + value);
+    }
+    const QString count = "SELECT count(*) FROM pg_prepared_statements";
+    const int kept = one.value(count).toInt();
+    EXPECT_GT(kept, 1);
+    EXPECT_LT(kept, many);
+    // A list has a form for each of its lengths, and none that is worth it.
+    for (int length = 30; length < 40; ++length)
+        one.value(
+            "SELECT 1 WHERE 1 IN (?" + QString(", ?").repeated(length) + ")", QVariantList(length + 1, 1));
+    one.search("SELECT ?::int", {1}, [](const QSqlQuery&) {});
+    EXPECT_EQ(one.value(count).toInt(), kept);
+    cut();
+    EXPECT_EQ(one.value("SELECT ?::int + 1", {3}).toInt(), 4);
+}
+
 TEST_F(Postgres, ConnectionThatIsCutIsMadeAnewAndNothingIsLostOrDoneTwice)
 {
     PostgresStore store(server.place());
