@@ -12,6 +12,7 @@
 #include "portname.h"
 #include "progress.h"
 #include "registerconnection.h"
+#include "registertaken.h"
 #include "trace/signs.h"
 
 #include <QFileInfo>
@@ -109,7 +110,11 @@ Probe probe(const Options& options, const QString& port, const QString& protocol
     settings.observer = &watch;
     Probe probe{.port = port, .protocol = protocol};
     try {
+        options.journal->requireFreeLine(port);
         askOver(settings, watch, probe);
+    } catch (const sale::RegisterTaken& error) {
+        probe.failure = QString::fromUtf8(error.what());
+        probe.isKept = true;
     } catch (const devices::ConnectionError& error) {
         if (error.reason() == devices::ConnectionError::NoPlugin)
             throw;

@@ -7,6 +7,7 @@
 #include "journalerror.h"
 #include "portname.h"
 #include "registerstart.h"
+#include "registertaken.h"
 
 #include <utility>
 
@@ -102,8 +103,11 @@ void WorkerSession::takeDrive()
     m_takenDrive = m_drive;
     try {
         fence->takeDrive(m_drive, devices::networkAddress(m_settings.port));
-    } catch (const sale::JournalError&) {
+    } catch (const sale::RegisterTaken&) {
         leaveRegister(Leaving::Register);
+        throw;
+    } catch (const sale::JournalError&) {
+        leaveRegister(Leaving::Line);
         throw;
     }
     m_takenDrive.clear();

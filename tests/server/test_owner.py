@@ -222,6 +222,8 @@ class BesideAService(OwnerTest):
     def test_it_is_kept_from_the_register(self):
         self.start_one(self.one.through)
         self.assert_busy_there(self.told)
+        self.assertIn("as till1", self.frctl_there(self.told, "detect", self.told).stdout)
+        self.assertIn("as till1", self.frctl_there(self.told, "doctor").stdout)
         self.assert_issued(self.one.post(SALE, id="rack:till1:1"))
         self.assertEqual(1, self.till(self.one)["connections"], "the line was not touched")
         # By an address that nobody knows it takes the line away, and gets the register all the same not.
