@@ -1,6 +1,7 @@
 // What a register that is slow, or takes nothing, does to a line over TCP.
 
 #include "serialdevicefactory.h"
+#include "streamdevice.h"
 
 #include <QElapsedTimer>
 
