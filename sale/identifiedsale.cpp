@@ -108,8 +108,8 @@ void IdentifiedSale::begin(const DriveMark& before, const MarkEntry& goods, cons
     // Whoever gives a receipt need not read it for that.
     if (m_request.kind == documentKindName(DocumentKind::Sale) && isReceipt(movement.kind))
         m_request.kind = documentKindName(movement.kind);
-    const AttemptStart start{before.toJson(), movement.toJson(), m_queued ? registerName() : QString(),
-        markChecksJson(verdicts)};
+    const AttemptStart start{
+        before.toJson(), movement.toJson(), m_queued ? registerName() : QString(), markChecksJson(verdicts)};
     const std::optional<int> attempt
         = m_queued ? m_store.begin(id(), start) : m_store.acceptAndBegin(m_request, start);
     if (!attempt)
