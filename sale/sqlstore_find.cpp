@@ -217,9 +217,12 @@ QList<StoredDocument> SqlStore::find(const DocumentQuery& query) const
         = QStringLiteral("SELECT %1 FROM documents").arg(columns(query)) + wordsOf(query, condition.text());
     QList<StoredDocument> found;
     const auto take = [&found](const QSqlQuery& row) { found.append(documentOf(row)); };
-    const bool isList = query.id.isEmpty() && query.limit != 1;
-    isList ? m_sql.search(statement, condition.values(), take)
-           : m_sql.select(statement, condition.values(), take);
+    // These come with each document and have one way to it. What else is there goes by the values: in a long
+    // queue of a pool the first one of a register is found by the register, and not by the queue.
+    const bool isOfEach
+        = !query.id.isEmpty() || (query.limit == 1 && query.order == DocumentQuery::LastBegun);
+    isOfEach ? m_sql.select(statement, condition.values(), take)
+             : m_sql.search(statement, condition.values(), take);
     if (query.withAttempts) {
         for (StoredDocument& document : found) {
             // One that waits is looked at several times before it is begun.

@@ -118,7 +118,7 @@ QStringList SqlStore::waitingFor(const QStringList& registers) const
         return found;
     const QString places = QStringList(registers.size(), QStringLiteral("(?)")).join(QLatin1Char(','));
     // In the words of the index, register by register: the queues themselves may be long.
-    m_sql.select(
+    m_sql.search(
         QStringLiteral("SELECT names.column1 FROM (VALUES %1) AS names WHERE "
                        "(SELECT 1 FROM documents WHERE register = names.column1 AND state = 'queued' "
                        "AND state IN ('queued', 'running', 'unknown') LIMIT 1) = 1")

@@ -5,10 +5,10 @@ import re
 # Of all transactions: enough of them in a minute, and the log costs little.
 SAMPLE = 0.2
 DURATION = re.compile(r"^(\S+) LOG:  duration: ([\d.]+) ms  statement: (.*)")
-# What a register is given of what waits: from a pool in a transaction, or of its own by one question.
 # Of one whose plan the server keeps.
 DETAIL = re.compile(r"^\S+ DETAIL:  prepare: (.*)")
-CLAIM = re.compile(r"SKIP LOCKED|register = \$\d+.* ORDER BY \S*sequence LIMIT 1", re.DOTALL)
+# What a register is given of what waits: from a pool in a transaction, or of its own by one question.
+CLAIM = re.compile(r"SKIP LOCKED|register = '[^']+'.* ORDER BY \S*sequence LIMIT 1", re.DOTALL)
 
 
 def fill(database, count):

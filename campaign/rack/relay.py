@@ -1,6 +1,7 @@
 """The way from one service and its workers to the database, which can be cut, stand still, and tell where a program is."""
 
 import contextlib
+import re
 import select
 import socket
 import threading
@@ -10,6 +11,18 @@ BEGUN, SETTLED = "begun", "settled"
 # What a transaction has written, by what the last of its statements begin with.
 MARKS = {b"INSERT INTO attempts": BEGUN, b"UPDATE attempts SET ended": SETTLED}
 BEGIN, COMMIT = b"BEGIN", b"COMMIT"
+# The server is told such a statement once, and runs it by its name then.
+PREPARED = re.compile(rb"PREPARE (\w+) AS (.*)", re.DOTALL)
+EXECUTED = re.compile(rb"EXECUTE (\w+)")
+
+
+def step_of(data, names):
+    """What these words to the server write; notes in names what others are to write by their name."""
+    if prepared := PREPARED.search(data):
+        names[prepared[1]] = next((step for mark, step in MARKS.items() if prepared[2].startswith(mark)), None)
+        return None
+    executed = EXECUTED.search(data)
+    return names.get(executed[1]) if executed else None
 
 
 class Gone(Exception):
@@ -107,7 +120,7 @@ class Relay(threading.Thread):
                     self._at_work.discard(port)
 
     def _exchange(self, host, server):
-        written, committing, port = None, None, host.getpeername()[1]
+        written, committing, port, names = None, None, host.getpeername()[1], {}
         poll, ends = select.poll(), {host.fileno(): host, server.fileno(): server}
         for descriptor in ends:
             poll.register(descriptor, select.POLLIN)
@@ -121,7 +134,7 @@ class Relay(threading.Thread):
                 if end is host:
                     if BEGIN in data[:16]:
                         written = None
-                    written = next((step for mark, step in MARKS.items() if mark in data), written)
+                    written = step_of(data, names) or written
                     committing = written if COMMIT in data[:16] else None
                     if committing:
                         written = None

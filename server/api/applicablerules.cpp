@@ -11,20 +11,29 @@ namespace frserver {
 
 namespace {
 
-/// As its registers are known here; those that are not may be of either protocol.
+/// As its registers are known here, of those that take the same receipts one; those that are not known may be
+/// of either protocol.
 QList<Till::Settings> tillsOf(const Api& api, const Pool& pool)
 {
-    QList<Till::Settings> tills;
+    QList<Till::Settings> kinds;
+    const auto add = [&kinds](const Till::Settings& till) {
+        const auto isLike = [&till](const Till::Settings& one) {
+            return one.protocol == till.protocol && one.hasCashier == till.hasCashier
+                && one.timeZone == till.timeZone;
+        };
+        if (std::none_of(kinds.cbegin(), kinds.cend(), isLike))
+            kinds.append(till);
+    };
     const QStringList names = api.places().registersOf(pool);
     for (const QString& name : names) {
         if (const Till* const till = api.till(name))
-            tills.append(till->settings());
+            add(till->settings());
     }
-    if (tills.isEmpty()) {
+    if (kinds.isEmpty()) {
         for (const receipt::Protocol protocol : {receipt::Protocol::Xml, receipt::Protocol::Hex})
-            tills.append(anyRegister(protocol));
+            add(anyRegister(protocol));
     }
-    return tills;
+    return kinds;
 }
 
 } // namespace
@@ -46,12 +55,6 @@ QList<PostingRules> poolRules(const Api& api, const http::Request& request, cons
     QList<PostingRules> all;
     const QList<Till::Settings> tills = tillsOf(api, pool);
     for (const Till::Settings& till : tills) {
-        const auto isLike = [&till](const PostingRules& one) {
-            return one.protocol == till.protocol && one.now.timeZone() == till.timeZone
-                && one.hasCashier == till.hasCashier;
-        };
-        if (std::any_of(all.cbegin(), all.cend(), isLike))
-            continue;
         PostingRules rules = registerRules(api, request, till);
         rules.startBefore = pool.settings().startBefore;
         rules.isForPool = true;

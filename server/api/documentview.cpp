@@ -63,7 +63,10 @@ const Till* tillFor(const Api& api, const StoredDocument& document)
     if (const Till* const till = api.till(document.request.registerName))
         return till;
     const Pool* const pool = api.places().pool(document.request.pool);
-    return pool == nullptr ? nullptr : api.till(api.places().registersOf(*pool).value(0));
+    if (pool == nullptr)
+        return nullptr;
+    const QStringList& own = pool->settings().registers;
+    return api.till(own.isEmpty() ? api.places().registersOf(*pool).value(0) : own.constFirst());
 }
 
 DocumentAnswer describedAnswer(const Api& api, const StoredDocument& document)
