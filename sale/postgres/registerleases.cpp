@@ -23,7 +23,7 @@ const QString columns
 /// Who would work a register says so each minute.
 const QString longAgo = QStringLiteral("clock_timestamp() - interval '3 minutes'");
 /// Others look each second, and a second after a fault of the database.
-constexpr milliseconds rest{10'000};
+constexpr milliseconds standBack{10'000};
 
 /// A register's row.
 struct LeaseRow
@@ -202,7 +202,7 @@ bool RegisterLeases::giveWay(const QString& registerName)
     if (!other.isValid())
         return false;
     end(registerName);
-    m_rests.insert(registerName, m_clock() + rest);
+    m_rests.insert(registerName, m_clock() + standBack);
     return true;
 }
 

@@ -24,8 +24,8 @@ void SilentServers::note(const QString& server, qint64 tookMs)
 qint64 SilentServers::restOf(const QString& server)
 {
     const QMutexLocker lock(&m_mutex);
-    const auto rest = m_rests.constFind(server);
-    return rest == m_rests.cend() ? 0 : rest->remainingTime();
+    const auto found = m_rests.constFind(server);
+    return found == m_rests.cend() ? 0 : found->remainingTime();
 }
 
 void SilentServers::suspect(const QString& server)
