@@ -1,6 +1,7 @@
 #include "progress.h"
 
 #include "frctltr.h"
+#include "postgres/blockedsignals.h"
 
 #include <QElapsedTimer>
 #include <QList>
@@ -9,7 +10,6 @@
 
 #include <chrono>
 #include <condition_variable>
-#include <csignal>
 #include <cstdio>
 #include <mutex>
 #include <thread>
@@ -17,25 +17,6 @@
 namespace frctl {
 
 namespace {
-
-/// Blocks the signals for the threads that are made meanwhile: a write that is to end with a signal is the
-/// main thread's.
-class BlockedSignals
-{
-public:
-    BlockedSignals()
-    {
-        sigset_t all;
-        ::sigfillset(&all);
-        ::pthread_sigmask(SIG_SETMASK, &all, &m_former);
-    }
-    ~BlockedSignals() { ::pthread_sigmask(SIG_SETMASK, &m_former, nullptr); }
-    BlockedSignals(const BlockedSignals&) = delete;
-    BlockedSignals& operator=(const BlockedSignals&) = delete;
-
-private:
-    sigset_t m_former = {};
-};
 
 constexpr int stepMs = 250;
 
@@ -62,7 +43,7 @@ public:
         m_works.append(work);
         m_works.last().since.start();
         if (!m_thread.joinable()) {
-            const BlockedSignals blocked;
+            const sale::BlockedSignals blocked;
             m_thread = std::jthread([this](const std::stop_token& stop) { draw(stop); });
         }
         m_change.notify_one();

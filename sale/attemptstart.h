@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
@@ -18,6 +19,10 @@ struct AttemptStart
     QString registerName = {};
     /// What the register said of the marked goods ahead of it: "code" and "result" of each.
     QJsonArray marks = {};
+    /// Begun only while it waits with that body, and that sale's goods come back: it may have been withdrawn
+    /// and posted anew since it was read. An empty digest is for whichever it is. Not read back.
+    QByteArray digest = {};
+    QString returnOf = {};
 };
 
 } // namespace sale

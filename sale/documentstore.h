@@ -67,6 +67,8 @@ public:
     /// (requirePossibleNumber). See also DocumentEnding::isAsked.
     virtual void settle(const QString& id, int attempt, const DocumentEnding& ending) = 0;
     virtual QList<StoredDocument> find(const DocumentQuery& query) const = 0;
+    /// The moment, by the one clock that all go by who write it: that of this machine may be wrong.
+    virtual QDateTime time() const = 0;
 
     /// Those of the registers for which a document waits.
     virtual QStringList waitingFor(const QStringList& registers) const

@@ -110,8 +110,12 @@ void IdentifiedSale::begin(const DriveMark& before, const MarkEntry& goods, cons
     // Whoever gives a receipt need not read it for that.
     if (m_request.kind == documentKindName(DocumentKind::Sale) && isReceipt(movement.kind))
         m_request.kind = documentKindName(movement.kind);
-    const AttemptStart start{
-        before.toJson(), movement.toJson(), m_queued ? registerName() : QString(), markChecksJson(verdicts)};
+    AttemptStart start{before.toJson(), movement.toJson(), {}, markChecksJson(verdicts)};
+    if (m_queued) {
+        start.registerName = registerName();
+        start.digest = m_queued->digest;
+        start.returnOf = m_request.returnOf;
+    }
     const std::optional<int> attempt
         = m_queued ? m_store.begin(id(), start) : m_store.acceptAndBegin(m_request, start);
     if (!attempt)

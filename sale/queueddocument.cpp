@@ -146,7 +146,8 @@ private:
     void judge()
     {
         StoredDocument record = m_desk.journal().findId(m_waiting.request.id).value_or(m_waiting);
-        if (isWaiting(record) && m_failure && !m_isOfRegister
+        // What was posted anew with another body has not failed.
+        if (isWaiting(record) && record.digest == m_waiting.digest && m_failure && !m_isOfRegister
             && isOfDocument(*m_failure, m_wasOpen, m_desk.options().closesShift))
             record = m_desk.journal().refuse(
                 record.request.id, {{}, keptFailure(*m_failure), keptWarnings(m_warnings)});

@@ -160,6 +160,8 @@ std::optional<int> SqlStore::start(const StoredDocument& known, const AttemptSta
         throw wrongOrder(id, QStringLiteral("is done or under way"));
     if (!start.registerName.isEmpty() && known.request.registerName != start.registerName)
         throw wrongOrder(id, QStringLiteral("is of the register %1").arg(known.request.registerName));
+    if (!start.digest.isEmpty() && (known.digest != start.digest || known.request.returnOf != start.returnOf))
+        throw wrongOrder(id, QStringLiteral("was withdrawn and posted anew"));
     // Whoever begins it without a name would leave it without a register.
     if (known.request.registerName.isEmpty() && !known.request.pool.isEmpty())
         throw wrongOrder(id, QStringLiteral("waits in the pool %1").arg(known.request.pool));

@@ -23,6 +23,7 @@ public:
     void note(const QString& id, int attempt, const AttemptNote& note) override;
     void settle(const QString& id, int attempt, const DocumentEnding& ending) override;
     QList<StoredDocument> find(const DocumentQuery& query) const override;
+    QDateTime time() const override;
     StoredDocument withdraw(const QString& id) override;
     StoredDocument move(const QString& id, const QString& registerName) override;
     StoredDocument refuse(const QString& id, const AttemptNote& note) override;

@@ -1,10 +1,10 @@
 #include "postgres/answerwatch.h"
 
-#include <pthread.h>
+#include "postgres/blockedsignals.h"
+
 #include <sys/socket.h>
 
 #include <algorithm>
-#include <csignal>
 #include <utility>
 
 namespace sale {
@@ -12,18 +12,6 @@ namespace sale {
 namespace {
 
 constexpr std::chrono::milliseconds tick{100};
-
-/// Signals are the others' affair: a wait of theirs is to be interrupted.
-std::thread startWithoutSignals(const std::function<void()>& work)
-{
-    sigset_t all;
-    sigset_t former;
-    sigfillset(&all);
-    ::pthread_sigmask(SIG_SETMASK, &all, &former);
-    std::thread thread(work);
-    ::pthread_sigmask(SIG_SETMASK, &former, nullptr);
-    return thread;
-}
 
 } // namespace
 
@@ -76,8 +64,10 @@ void AnswerWatch::Question::look()
 void AnswerWatch::add(Question& question)
 {
     const std::lock_guard lock(m_mutex);
-    if (!m_thread.joinable())
-        m_thread = startWithoutSignals([this] { run(); });
+    if (!m_thread.joinable()) {
+        const BlockedSignals blocked;
+        m_thread = std::thread([this] { run(); });
+    }
     m_questions.push_back(&question);
     m_wasAsked = true;
     // Most questions are answered before anybody would look.

@@ -47,6 +47,8 @@ bool PostgresConnection::attempt(const std::function<void()>& statements, const 
         return true;
     } catch (const ConnectionLost&) {
         m_isInTransaction = false;
+        // Another connection may be the one that was lost, before this one was told anything.
+        m_before.clear();
         close();
         if (!waitAgain(since))
             throw;

@@ -209,6 +209,8 @@ SqlKey PostgresStore::keyOf(const QString& id) const
 
 std::optional<QDateTime> PostgresStore::archived(const QString& id) const
 {
+    // A server that has taken the place of the one that said so may not have it.
+    m_acceptances.remove(id);
     const QDateTime accepted = timeFromStored(acceptanceOf(id));
     return accepted.isValid() && !findId(id) ? std::optional(accepted) : std::nullopt;
 }

@@ -97,7 +97,7 @@ private:
         qint64 transaction = 0;
     };
     mutable Held m_held;
-    /// When documents that were met before were accepted, by their ids: for ever.
+    /// When documents that were met before were accepted, by their ids: for as long as a server has them.
     mutable QCache<QString, QString> m_acceptances{1000};
     /// The day, as this machine calls it, on which it was seen to that tables are there.
     QDate m_monthsMade;

@@ -1,11 +1,11 @@
 #include "postgres/programlease.h"
 
 #include "journalerror.h"
+#include "postgres/blockedsignals.h"
 #include "postgres/postgresconnection.h"
 #include "postgres/workeddrives.h"
 
 #include <condition_variable>
-#include <csignal>
 #include <mutex>
 #include <optional>
 
@@ -32,11 +32,7 @@ void renew(
 ProgramLease::ProgramLease(
     const PostgresPlace& place, const LeasedRegister& lease, std::chrono::milliseconds period)
 {
-    // Signals are for the program's own thread, which may be waiting for one.
-    sigset_t all;
-    sigset_t former;
-    sigfillset(&all);
-    ::pthread_sigmask(SIG_SETMASK, &all, &former);
+    const BlockedSignals blocked;
     m_renewing = std::jthread([place, lease, period](const std::stop_token& stop) {
         // Most programs have ended before they need it.
         std::optional<PostgresConnection> connection;
@@ -46,7 +42,6 @@ ProgramLease::ProgramLease(
         while (!ending.wait_for(lock, stop, period, [&stop] { return stop.stop_requested(); }))
             renew(connection, place, lease);
     });
-    ::pthread_sigmask(SIG_SETMASK, &former, nullptr);
 }
 
 } // namespace sale

@@ -5,11 +5,9 @@
 #include "api/journalproblem.h"
 #include "api/listpage.h"
 #include "api/rights.h"
-#include "currenttime.h"
 #include "http/pending.h"
 #include "http/problem.h"
 #include "journalerror.h"
-#include "mockfactory.h"
 #include "notresolvable.h"
 #include "possiblenumber.h"
 #include "storedtime.h"
@@ -99,9 +97,8 @@ quint32 toldNumber(const Api& api, const StoredDocument& document)
 {
     if (!document.settled.isValid())
         return 0;
-    // Clocks may differ a little.
-    const qint64 age = document.settled.secsTo(MockFactory<CurrentTime>::create()->getCurrentDateTime())
-        - sale::mostSecondsBack;
+    // What is told of their ages is on its way for a while.
+    const qint64 age = document.settled.secsTo(api.store().time()) - sale::mostSecondsBack;
     qint64 told = 0;
     for (const auto& [name, till] : api.tills()) {
         const QJsonObject view = till->view();

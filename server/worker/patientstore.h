@@ -40,6 +40,7 @@ public:
     std::optional<int> acceptAndBegin(
         const sale::DocumentRequest& request, const sale::AttemptStart& start) override;
     QList<sale::StoredDocument> find(const sale::DocumentQuery& query) const override;
+    QDateTime time() const override { return m_store->time(); }
     sale::StoredDocument withdraw(const QString& id) override;
     sale::StoredDocument move(const QString& id, const QString& registerName) override;
     sale::StoredDocument refuse(const QString& id, const sale::AttemptNote& note) override;

@@ -7,7 +7,9 @@
 #include "identifiedsale.h"
 #include "journalerror.h"
 #include "mockfactory.h"
+#include "pendingsales.h"
 #include "postgres/passwordfile.h"
+#include "postgres/postgresfault.h"
 #include "postgres/postgresstore.h"
 #include "postgres/wrongplace.h"
 #include "postgresserver.h"
@@ -207,15 +209,25 @@ TEST_F(Postgres, CommitThatIsNotAnsweredIsAskedAboutAndDoneOnce)
             writing.execute("INSERT INTO ids VALUES ('A', '', now())");
         });
     });
-    const QString asked = "SELECT count(*) FROM pg_stat_activity WHERE pid <> pg_backend_pid() "
-                          "AND query LIKE '%pg_xact_status%'";
-    const QDeadlineTimer patience(10'000);
-    while (watch.value(asked).toInt() == 0 && !patience.hasExpired()) { }
+    // By the connection that is made anew, while the first one is at its commit still.
+    const QString connections = "SELECT count(*) FROM pg_stat_activity WHERE pid <> pg_backend_pid() "
+                                "AND application_name LIKE 'frspf %'";
+    const QDeadlineTimer patience(20'000);
+    while (watch.value(connections).toInt() < 2 && !patience.hasExpired()) { }
     EXPECT_FALSE(patience.hasExpired());
     watch.value("SELECT pg_advisory_unlock(7)");
     host.join();
     EXPECT_EQ(runs, 1);
     EXPECT_EQ(watch.value("SELECT count(*) FROM ids").toInt(), 1);
+}
+
+TEST_F(Postgres, WhatWasNotSaidOfATransactionIsNotSaidLater)
+{
+    PostgresConnection writing(server.place(), 0);
+    // The server of another connection is away.
+    EXPECT_THROW(writing.together([&] { throwSilence(server.place()); }), JournalError);
+    writing.execute("INSERT INTO ids VALUES ('A', '', now())");
+    EXPECT_EQ(connection().value("SELECT count(*) FROM ids").toInt(), 1);
 }
 
 TEST_F(Postgres, WhatATransactionHasSeenOfADocumentIsForgottenWithIt)
@@ -254,6 +266,7 @@ TEST_F(Postgres, ClockOfOneMachineIsNobodysTime)
         EXPECT_EQ(store.expire(), QStringList{"past"});
         for (const char* const id : {"right", "wrong", "dated"})
             EXPECT_EQ(store.begin(id, {}), 1);
+        EXPECT_EQ(giveUpPendingSales(store, "till1"), QStringList()) << "begun a moment ago";
         const StoredDocument begun = store.findId("wrong").value();
         EXPECT_TRUE(begun.accepted <= begun.begun && begun.begun <= begun.request.startBefore);
         EXPECT_EQ(store.accept(dated).state, DocumentState::Queued) << "anew";
@@ -281,6 +294,17 @@ TEST_F(Postgres, DocumentStaysInTheMonthOfItsAcceptance)
     EXPECT_THROW(IdentifiedSale(store, request("A")), DocumentArchived) << "before a register is asked";
     EXPECT_EQ(store.archived("A").value().date(), QDate(2031, 12, 31));
     EXPECT_FALSE(store.archived("B") || store.archived("C"));
+}
+
+TEST_F(Postgres, WhatTheServersSuccessorDoesNotHaveIsNotArchived)
+{
+    PostgresStore store(server.place());
+    store.accept(request("A"));
+    for (const char* const table : {"ids", "documents"})
+        connection().execute(QString("DELETE FROM %1").arg(table));
+    EXPECT_FALSE(store.findId("A") || store.archived("A"));
+    EXPECT_EQ(store.accept(request("A")).state, DocumentState::Queued);
+    EXPECT_TRUE(store.findId("A"));
 }
 
 TEST_F(Postgres, TablesOfOtherReleasesAreTold)

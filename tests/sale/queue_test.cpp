@@ -115,6 +115,28 @@ TEST_F(Queue, WhatIsTakenAwayInTheMeantimeIsNotBegun)
     }
 }
 
+TEST_F(Queue, WhatIsPostedAnewInTheMeantimeIsMadeAsItIsThen)
+{
+    // That the register refuses the mark is nothing against what was posted anew.
+    for (const int markResult : {15, 5}) {
+        journal = std::make_unique<SqliteStore>(QStringLiteral(":memory:"));
+        accept("sell", marked);
+        driver.markResult = markResult;
+        driver.onMark = [&] {
+            journal->withdraw(queuedId);
+            accept("sell", receiptJson);
+        };
+        EXPECT_TRUE(made().held);
+        EXPECT_EQ(driver.calls.find("open"), std::string::npos) << driver.calls;
+        EXPECT_EQ(journal->findId(queuedId)->state, DocumentState::Queued);
+        driver.onMark = {};
+        const QueuedDocument then = made();
+        EXPECT_EQ(then.answer.state, DocumentState::Issued);
+        EXPECT_EQ(then.answer.attempts.size(), 1);
+        told();
+    }
+}
+
 TEST_F(Queue, WhatIsTooLateWhenItsMarkIsTakenExpires)
 {
     journal->accept({queuedId, "sell", marked, "till1", {}, QDateTime::currentDateTime().addSecs(30)});

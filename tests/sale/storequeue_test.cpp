@@ -72,6 +72,26 @@ TEST_P(StoreQueue, QueueIsChangedWhereTheDocumentStillWaits)
     EXPECT_EQ(store->begin("queued2", {markBefore, {}, "till2"}), 1);
 }
 
+TEST_P(StoreQueue, WhatWasPostedAnewIsNotBegunAsItWasBefore)
+{
+    store->accept(request("A"));
+    const auto startOf = [](const StoredDocument& read) {
+        return AttemptStart{markBefore, {}, "till1", {}, read.digest, read.request.returnOf};
+    };
+    const AttemptStart first = startOf(store->findId("A").value());
+    DocumentRequest anew = request("A", "{}");
+    for (const char* const sale : {"", "S"}) {
+        store->withdraw("A");
+        anew.returnOf = sale;
+        store->accept(anew);
+        EXPECT_THROW(store->begin("A", first), JournalError);
+    }
+    AttemptStart ofNoSale = startOf(store->findId("A").value());
+    ofNoSale.returnOf.clear();
+    EXPECT_THROW(store->begin("A", ofNoSale), JournalError);
+    EXPECT_EQ(store->begin("A", startOf(store->findId("A").value())), 1);
+}
+
 TEST_P(StoreQueue, OpenDocumentsAreReadPieceByPiece)
 {
     for (const auto& [id, name] : {std::pair("C", "till2"), {"A", "till1"}, {"D", "till2"}, {"B", "till1"}})
