@@ -46,6 +46,8 @@ public:
     QStringList expire() override;
     void requireRoom() override;
     bool isMoved() const override;
+    QDateTime timeNow() const override;
+    QDateTime silentSince(const sale::StoredDocument& document) override;
 
 private:
     bool isOfRegister(sale::ErrorKind kind) const;

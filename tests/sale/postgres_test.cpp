@@ -7,6 +7,7 @@
 #include "identifiedsale.h"
 #include "journalerror.h"
 #include "mockfactory.h"
+#include "pendingsales.h"
 #include "postgres/passwordfile.h"
 #include "postgres/postgresstore.h"
 #include "postgres/wrongplace.h"
@@ -258,6 +259,10 @@ TEST_F(Postgres, ClockOfOneMachineIsNobodysTime)
         EXPECT_TRUE(begun.accepted <= begun.begun && begun.begun <= begun.request.startBefore);
         EXPECT_EQ(store.accept(dated).state, DocumentState::Queued) << "anew";
         EXPECT_EQ(store.begin("past", {}), std::nullopt);
+        // Another program may be at what was just begun.
+        EXPECT_EQ(giveUpPendingSales(store, "till1"), QStringList());
+        connection().execute("UPDATE documents SET begun = begun - interval '301 seconds'");
+        EXPECT_EQ(giveUpPendingSales(store, "till1").size(), 3);
     }
 }
 
