@@ -26,7 +26,7 @@ public:
     void note(const QString& id, int attempt, const sale::AttemptNote& note) override;
     void settle(const QString& id, int attempt, const sale::DocumentEnding& ending) override;
     QList<sale::StoredDocument> find(const sale::DocumentQuery& query) const override;
-    QDateTime time() const override { return m_kept.time(); }
+    QDateTime timeNow() const override { return m_kept.timeNow(); }
     sale::StoredDocument withdraw(const QString& id) override;
     sale::StoredDocument move(const QString& id, const QString& registerName) override;
     sale::StoredDocument refuse(const QString& id, const sale::AttemptNote& note) override;

@@ -7,7 +7,19 @@
 namespace devices {
 
 namespace {
+
 const QString tcpPrefix = QStringLiteral("tcp:");
+
+/// Of an address in digits the one spelling; one of IPv4 may be written as one of IPv6.
+QString hostSpelling(const QString& host, const QHostAddress& ip)
+{
+    bool isIpv4 = false;
+    const QHostAddress ipv4(ip.toIPv4Address(&isIpv4));
+    if (isIpv4)
+        return ipv4.toString();
+    return ip.isNull() ? host : ip.toString();
+}
+
 } // namespace
 
 bool isTcpName(const QString& name)
@@ -35,7 +47,7 @@ QString networkAddress(const QString& name)
     const QHostAddress ip(host);
     const bool isOwn = host == QStringLiteral("localhost") || ip.isLoopback() || ip == QHostAddress::AnyIPv4
         || ip == QHostAddress::AnyIPv6;
-    return isOwn ? QString() : QStringLiteral("%1:%2").arg(host).arg(address->port);
+    return isOwn ? QString() : QStringLiteral("%1:%2").arg(hostSpelling(host, ip)).arg(address->port);
 }
 
 QString devicePath(const QString& name)

@@ -17,7 +17,8 @@ struct TcpAddress
 bool isTcpName(const QString& name);
 /// Nothing when the name is no "tcp:host:port".
 std::optional<TcpAddress> tcpAddressOf(const QString& name);
-/// Of a port's name: what is the same for all machines of the network. Empty for a port of this machine.
+/// Of a port's name: what is the same for all machines of the network, an address in one spelling. Empty for
+/// a port of this machine.
 QString networkAddress(const QString& name);
 /// The path for a serial line's path or bare name: of one that is not in /dev, but in the current folder,
 /// that one's.

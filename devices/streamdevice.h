@@ -76,7 +76,7 @@ public:
     bool setOpened(bool opened) override;
     qint64 write(const QByteArray& data) override;
     QByteArray read(qint64 maxSize) override;
-    /// Nothing is left to push out where write has done it.
+    /// Waits for nothing: what write has given to the system goes out by itself, however long that takes.
     bool flush() override { return isOpen(); }
     bool waitForReadyRead(int milliseconds) override;
 

@@ -131,7 +131,8 @@ bool TcpSerialDevice::flush()
     // Nobody tells when the last of it is taken; the end of the line comes at once.
     constexpr int lookAgainMs = 1;
     while (!hasTakenAll(entry.fd)) {
-        if (entry.fd < 0 || left.hasExpired() || ::poll(&entry, 1, lookAgainMs) != 0)
+        // A signal ends the wait, and not the line.
+        if (entry.fd < 0 || left.hasExpired() || ::poll(&entry, 1, lookAgainMs) > 0)
             return false;
     }
     return isOpen();

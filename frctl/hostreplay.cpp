@@ -207,7 +207,7 @@ Output playHost(const trace::Trace& trace, const QString& port, const Options& o
 {
     if (!devices::createSerialDevice(port))
         throw UsageError(tr("trace replay: \"%1\" names no port").arg(port));
-    options.journal->requireFreeLine(port);
+    options.journal->requireFreeLine(port, options.isExclusive);
     catchInterruptions();
     const Replay replay{trace, port, options, trace::isHex(trace), trace::changesOf(trace)};
     PlayedLine line(connectionTo(port, options), replay.isHex);

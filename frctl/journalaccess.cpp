@@ -31,14 +31,13 @@ void JournalAccess::requirePlace() const
         sale::requireJournalPlace(place());
 }
 
-void JournalAccess::requireFreeLine(const QString& port)
+void JournalAccess::requireFreeLine(const QString& port, bool isExclusive)
 {
-    const QString address = devices::networkAddress(port);
-    if (address.isEmpty())
+    if (!devices::isTcpName(port))
         return;
     try {
         if (sale::isShared(place()))
-            store().requireFreeLine(address);
+            store().requireFreeLine(devices::networkAddress(port), !isExclusive);
     } catch (const sale::RegisterTaken&) {
         throw;
     } catch (const sale::JournalError&) {

@@ -29,8 +29,8 @@ public:
     void requirePlace() const;
     /// To be called before the port is opened. Throws sale::RegisterTaken when another machine of those that
     /// share the journal works the register there. Without a journal that can be read nothing is known of
-    /// that.
-    void requireFreeLine(const QString& port);
+    /// that. An exclusive register drops the connection that it had, with what a network has of it.
+    void requireFreeLine(const QString& port, bool isExclusive);
     /// It could not be opened in this run.
     bool isLost() const { return m_fault != nullptr; }
 

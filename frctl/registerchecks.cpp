@@ -175,7 +175,7 @@ QList<HealthCheck> registerChecks(const Options& options)
     if (const QList<devices::PortHolder> holders = devices::portHolders(options.port); !holders.isEmpty())
         return failed(untold("register", tr("not asked, %1 works it").arg(holdersText(holders))));
     try {
-        options.journal->requireFreeLine(options.port);
+        options.journal->requireFreeLine(options.port, options.isExclusive);
         // A silent register need not be waited for as long as one that has answered.
         const Probe first = probe(options, options.port, options.protocol, trace.get());
         if (!first.isAsked)

@@ -110,7 +110,7 @@ Probe probe(const Options& options, const QString& port, const QString& protocol
     settings.observer = &watch;
     Probe probe{.port = port, .protocol = protocol};
     try {
-        options.journal->requireFreeLine(port);
+        options.journal->requireFreeLine(port, options.isExclusive);
         askOver(settings, watch, probe);
     } catch (const sale::RegisterTaken& error) {
         probe.failure = QString::fromUtf8(error.what());

@@ -62,7 +62,7 @@ const Options& withFreePort(const Options& options)
 {
     if (!devices::createSerialDevice(options.port))
         throw UsageError(tr("--port: \"%1\" names no port").arg(options.port));
-    options.journal->requireFreeLine(options.port);
+    options.journal->requireFreeLine(options.port, options.isExclusive);
     return options;
 }
 

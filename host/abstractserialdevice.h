@@ -43,12 +43,12 @@ public:
     virtual bool open() = 0;
     /// Does nothing on a closed port.
     virtual void close() = 0;
-    /// Writes all bytes and pushes them out before it returns; gives the number of bytes written, -1 on
-    /// failure.
+    /// Gives all bytes to the system, which sends them by itself, and waits while it takes no more; gives the
+    /// number of bytes written, -1 on failure.
     virtual qint64 write(const QByteArray& data) = 0;
     /// Up to maxSize bytes that are available now, perhaps fewer, perhaps none. Does not wait.
     virtual QByteArray read(qint64 maxSize) = 0;
-    /// Pushes out what was written, where write has left anything; false when it cannot.
+    /// Sees to it that what was written goes out; may wait until it has. False when it does not.
     virtual bool flush() = 0;
     /// Discards what stands in the port's buffers, in both directions.
     virtual bool clear() = 0;

@@ -5,6 +5,7 @@
 #include "documentending.h"
 #include "documentquery.h"
 #include "storeddocument.h"
+#include "storedtime.h"
 
 #include <QList>
 
@@ -31,9 +32,10 @@ public:
     using Condition = std::function<void()>;
 
     /// For a program that works registers now and then, before it opens the line to one at that address in
-    /// the network (devices::networkAddress), which may take the line from whoever has it. Throws
-    /// RegisterTaken when another machine is at work there.
-    virtual void requireFreeLine(const QString& /*address*/) { }
+    /// the network (devices::networkAddress; empty where it ends at this machine), which may take the line
+    /// from whoever has it. A line that lasts may bring to the register what this program has sent when it is
+    /// killed. Throws RegisterTaken when another machine is at work there.
+    virtual void requireFreeLine(const QString& /*address*/, bool /*doesLineLast*/) { }
     /// To be called when the register is reached, before it is asked about documents or started. Where others
     /// may work it, from another machine or under another name, the function asks it for its fiscal drive,
     /// and they are kept from it as long as this is there. Throws RegisterTaken when one is at work on it.
@@ -50,6 +52,11 @@ public:
     /// When the document of that id was accepted, which was archived since and is not here any more; nothing
     /// for any other id.
     virtual std::optional<QDateTime> archived(const QString& /*id*/) const { return std::nullopt; }
+    /// By the clock of whoever keeps it: that of all its times. The host's may be another one.
+    virtual QDateTime timeNow() const = 0;
+    /// From when on nothing of a document that is unknown can come to its register any more; invalid as long
+    /// as something may.
+    virtual QDateTime silentSince(const StoredDocument& document) { return document.settled; }
     /// It goes on with another machine, and nothing is written here any more.
     virtual bool isMoved() const { return false; }
     /// Begins the next attempt at a queued document and gives its number. Of several that begin the same one,
@@ -67,8 +74,6 @@ public:
     /// (requirePossibleNumber). See also DocumentEnding::isAsked.
     virtual void settle(const QString& id, int attempt, const DocumentEnding& ending) = 0;
     virtual QList<StoredDocument> find(const DocumentQuery& query) const = 0;
-    /// The moment, by the one clock that all go by who write it: that of this machine may be wrong.
-    virtual QDateTime time() const = 0;
 
     /// Those of the registers for which a document waits.
     virtual QStringList waitingFor(const QStringList& registers) const

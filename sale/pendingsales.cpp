@@ -61,7 +61,7 @@ bool isFollowed(const DocumentStore& store, const StoredDocument& document)
     return isFound;
 }
 
-/// One of the future tells nothing of its age: the clock was put back.
+/// One of the future tells nothing of its age.
 bool isYoungerThan(std::chrono::milliseconds age, const StoredDocument& document, const QDateTime& now)
 {
     return document.begun > now.addMSecs(-age.count()) && document.begun <= now.addSecs(mostSecondsBack);
@@ -124,10 +124,12 @@ QList<SettledSale> settlePendingSales(
 QStringList giveUpPendingSales(
     DocumentStore& store, const QString& registerName, std::chrono::milliseconds unreached)
 {
-    const QDateTime now = store.time();
+    const QList<StoredDocument> begun = store.find(
+        {.states = {DocumentState::Running}, .registerName = registerName, .withAttempts = false});
+    // Mostly there are none, and nobody need be asked.
+    const QDateTime now = begun.isEmpty() ? QDateTime() : store.timeNow();
     QStringList ids;
-    for (const StoredDocument& document : store.find(
-             {.states = {DocumentState::Running}, .registerName = registerName, .withAttempts = false})) {
+    for (const StoredDocument& document : begun) {
         if (isYoungerThan(unreached, document, now))
             continue;
         store.settle(document.request.id, document.attemptCount, {.isAsked = false});

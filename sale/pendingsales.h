@@ -38,9 +38,10 @@ QList<SettledSale> settlePendingSales(AbstractFrDriver& driver, DocumentStore& s
 /// So long a register that nobody reaches is waited for: it may be switched off and on meanwhile.
 inline constexpr std::chrono::minutes longestUnreached{5};
 
-/// The documents that were begun so long ago at the register of that name, which whoever asks has not reached
-/// since, are unknown from now on: a person may say what has become of them, or the register when it is
-/// reached after all. Another program may be at a younger one. Gives their ids. Throws JournalError.
+/// The documents that were begun so long ago, by the journal's clock, at the register of that name, which
+/// whoever asks has not reached since, are unknown from now on: a person may say what has become of them, or
+/// the register when it is reached after all. Another program may be at a younger one. Gives their ids.
+/// Throws JournalError.
 QStringList giveUpPendingSales(DocumentStore& store, const QString& registerName,
     std::chrono::milliseconds unreached = longestUnreached);
 

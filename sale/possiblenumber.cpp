@@ -9,22 +9,24 @@ namespace sale {
 
 namespace {
 
-/// By the last document of the drive, when it was begun behind the end of this one; 0 for nothing.
-quint32 reachedSince(const DocumentStore& store, const StoredDocument& document)
+/// By the last document of the drive, when it was begun behind all that could come of this one; 0 for
+/// nothing.
+quint32 reachedSince(DocumentStore& store, const StoredDocument& document)
 {
     const QList<StoredDocument> found
         = store.find({.drive = document.drive, .limit = 1, .order = DocumentQuery::LastBegun});
-    if (found.isEmpty() || !document.settled.isValid())
+    const QDateTime silent = found.isEmpty() ? QDateTime() : store.silentSince(document);
+    if (!silent.isValid())
         return 0;
     const StoredDocument& last = found.constFirst();
-    const bool isLater = last.request.id != document.request.id && last.begun >= document.settled;
+    const bool isLater = last.request.id != document.request.id && last.begun >= silent;
     return isLater ? std::max(last.numberBefore(), last.documentNumber) : 0;
 }
 
 } // namespace
 
 void requirePossibleNumber(
-    const DocumentStore& store, const StoredDocument& document, quint32 number, quint32 reached)
+    DocumentStore& store, const StoredDocument& document, quint32 number, quint32 reached)
 {
     const QString& drive = document.drive;
     // Of one that an older state left in doubt nobody knows the drive.

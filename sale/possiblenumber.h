@@ -10,6 +10,6 @@ namespace sale {
 /// asked the register since was told, 0 when nobody has; what later documents tell is known. Throws
 /// NotResolvable.
 void requirePossibleNumber(
-    const DocumentStore& store, const StoredDocument& document, quint32 number, quint32 reached = 0);
+    DocumentStore& store, const StoredDocument& document, quint32 number, quint32 reached = 0);
 
 } // namespace sale

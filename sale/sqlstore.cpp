@@ -53,6 +53,11 @@ JournalError SqlStore::wrongOrder(const QString& id, const QString& why) const
     return JournalError(QStringLiteral("journal %1: the document %2 %3").arg(place(), id, why));
 }
 
+QDateTime SqlStore::timeNow() const
+{
+    return timeFromStored(now());
+}
+
 void SqlStore::requireHere() const
 {
     if (isMoved())
@@ -197,7 +202,7 @@ void SqlStore::note(const QString& id, int attempt, const AttemptNote& note)
     });
 }
 
-void SqlStore::refuseWrongEnding(const StoredDocument& known, int attempt, const DocumentEnding& ending) const
+void SqlStore::refuseWrongEnding(const StoredDocument& known, int attempt, const DocumentEnding& ending)
 {
     const QString& id = known.request.id;
     if (attempt != known.attemptCount)

@@ -23,13 +23,13 @@ public:
     void note(const QString& id, int attempt, const AttemptNote& note) override;
     void settle(const QString& id, int attempt, const DocumentEnding& ending) override;
     QList<StoredDocument> find(const DocumentQuery& query) const override;
-    QDateTime time() const override;
     StoredDocument withdraw(const QString& id) override;
     StoredDocument move(const QString& id, const QString& registerName) override;
     StoredDocument refuse(const QString& id, const AttemptNote& note) override;
     QStringList expire() override;
     QStringList waitingFor(const QStringList& registers) const override;
     void requireRoom() override;
+    QDateTime timeNow() const override;
     std::optional<StoredDocument> claim(const PoolClaim& claim) override;
     QStringList giveBack(const QString& registerName, const QJsonObject& lease = {}) override;
     QStringList giveBackStale(
@@ -146,7 +146,7 @@ private:
     /// An attempt that was never under way.
     void addEnded(const StoredDocument& known, DocumentState verdict, const AttemptNote& note = {});
     void endAttempt(const QString& id, int attempt, const DocumentEnding& ending);
-    void refuseWrongEnding(const StoredDocument& known, int attempt, const DocumentEnding& ending) const;
+    void refuseWrongEnding(const StoredDocument& known, int attempt, const DocumentEnding& ending);
     void addAttempts(StoredDocument& document) const;
     QString wordsOf(const DocumentQuery& query, const QString& condition) const;
     /// The one that it names, held.

@@ -94,11 +94,6 @@ QString SqlStore::now() const
     return storedNow();
 }
 
-QDateTime SqlStore::time() const
-{
-    return timeFromStored(now());
-}
-
 QString SqlStore::momentAgo(std::chrono::seconds age) const
 {
     return QStringLiteral("strftime('%Y-%m-%dT%H:%M:%fZ', 'now', '%1 seconds')").arg(-age.count());

@@ -32,13 +32,8 @@ bool isSerial(const QString& number)
     return form.match(number).hasMatch();
 }
 
-QString readNumbers(const QCommandLineParser& parser, emulator::Identity& identity)
+QString readWidthAndSerial(const QCommandLineParser& parser, emulator::Identity& identity)
 {
-    QString error = readNumber(parser, "model", 0, 9999, identity.model);
-    if (error.isEmpty())
-        error = readNumber(parser, "width", 44, 48, identity.width);
-    if (!error.isEmpty())
-        return error;
     if (identity.width != 44 && identity.width != 48)
         return QStringLiteral("--width is 44 or 48");
     identity.serialNumber = defaultSerial(identity.model);
@@ -136,10 +131,16 @@ void describe(QCommandLineParser& parser)
     });
 }
 
+QString readNumbers(const QCommandLineParser& parser, Options& options)
+{
+    const QString error = readNumber(parser, "model", 0, 9999, options.identity.model);
+    return error.isEmpty() ? readNumber(parser, "width", 44, 48, options.identity.width) : error;
+}
+
 QString read(const QCommandLineParser& parser, Options& options)
 {
     emulator::Identity& identity = options.identity;
-    QString error = readNumbers(parser, identity);
+    QString error = readWidthAndSerial(parser, identity);
     if (error.isEmpty())
         error = readDrive(parser, identity.driveNumber);
     if (error.isEmpty())

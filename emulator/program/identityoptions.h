@@ -9,7 +9,9 @@ struct Options;
 namespace identityoptions {
 
 void describe(QCommandLineParser& parser);
-/// What is wrong with them; empty when all is well.
+/// What is wrong with those that are numbers of the register; empty when all is well.
+QString readNumbers(const QCommandLineParser& parser, Options& options);
+/// The same of the others, and of what these numbers mean.
 QString read(const QCommandLineParser& parser, Options& options);
 
 } // namespace identityoptions

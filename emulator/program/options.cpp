@@ -167,6 +167,8 @@ QString fill(const QCommandLineParser& parser, Options& options)
     QString error = readNumber(parser, "tcp", 0, 65535, port);
     if (error.isEmpty())
         error = readNumber(parser, "baud", 300, 4'000'000, options.baudRate);
+    if (error.isEmpty())
+        error = identityoptions::readNumbers(parser, options);
     if (!error.isEmpty())
         return error;
     if (!readProtocol(parser.value(QStringLiteral("protocol")), options.protocol))

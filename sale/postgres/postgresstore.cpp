@@ -60,7 +60,10 @@ void PostgresStore::joinWorkers(const QString& registerName)
             tr("go through that service, or stop it"));
     if (m_joined == registerName)
         return;
-    WorkerTable(m_connection).add({registerName, {}, 0});
+    WorkerTable workers(m_connection);
+    // What this one begins is none of those that are known to have ended before.
+    workers.others(registerName);
+    workers.add({registerName, {}, 0}, m_doesProgramLineLast);
     m_joined = registerName;
 }
 
@@ -85,8 +88,9 @@ void PostgresStore::holdForProgram(const QString& drive)
         m_programRenewal.emplace(m_connection.place(), *lease);
 }
 
-void PostgresStore::requireFreeLine(const QString& address)
+void PostgresStore::requireFreeLine(const QString& address, bool doesLineLast)
 {
+    m_doesProgramLineLast = doesLineLast;
     WorkedDrives(m_connection).requireFreeAddress(address);
     m_programAddress = address;
 }
@@ -264,8 +268,15 @@ bool PostgresStore::mayBeSent(const StoredDocument& document)
                   key.values + QVariantList{document.attemptCount})
               .toLongLong();
     const QList<WorkerTable::Row> others = WorkerTable(m_connection).others(document.request.registerName);
-    return std::any_of(others.cbegin(), others.cend(),
-        [epoch](const WorkerTable::Row& other) { return other.epoch == epoch; });
+    return std::any_of(others.cbegin(), others.cend(), [&](const WorkerTable::Row& other) {
+        // Whoever had ended before it was begun has sent nothing of it.
+        return other.epoch == epoch && (!other.killed.isValid() || document.begun <= other.killed);
+    });
+}
+
+QDateTime PostgresStore::silentSince(const StoredDocument& document)
+{
+    return mayBeSent(document) ? QDateTime() : document.settled.addDuration(WorkerTable::longestOnItsWay);
 }
 
 DocumentEnding PostgresStore::notIssued(const StoredDocument& known, const DocumentEnding& ending)

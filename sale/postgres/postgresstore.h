@@ -35,12 +35,13 @@ public:
     /// That of the register whose lease it writes by.
     RegisterFence fence();
 
-    void requireFreeLine(const QString& address) override;
+    void requireFreeLine(const QString& address, bool doesLineLast) override;
     void meetRegister(const QString& registerName, const std::function<QString()>& drive) override;
     using SqlStore::accept;
     StoredDocument accept(const DocumentRequest& request, const Condition& condition) override;
     std::optional<int> acceptAndBegin(const DocumentRequest& request, const AttemptStart& start) override;
     std::optional<QDateTime> archived(const QString& id) const override;
+    QDateTime silentSince(const StoredDocument& document) override;
     void requireRoom() override;
     QString place() const override { return m_connection.place().shown(); }
     /// Not here: PostgreSQL has its own ways.
@@ -85,9 +86,10 @@ private:
     /// Its own, for the register that it is at; without one this process has it already.
     std::optional<LeasedRegister> m_programLease;
     std::optional<ProgramLease> m_programRenewal;
-    /// The drive of that register, and where it is.
+    /// The drive of that register, where it is, and whether its line lasts.
     QString m_programDrive;
     QString m_programAddress;
+    bool m_doesProgramLineLast = false;
     /// The document that a transaction holds since that moment, and when it was accepted.
     struct Held
     {

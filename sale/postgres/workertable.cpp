@@ -1,6 +1,7 @@
 #include "postgres/workertable.h"
 
 #include "postgres/postgresconnection.h"
+#include "storedtime.h"
 
 #include <QSqlQuery>
 
@@ -11,7 +12,8 @@ namespace {
 const QString ofProcess
     = QStringLiteral("register = ? AND machine = ? AND space = ? AND process = ? AND started = ?");
 /// TCP gives up by then what was sent before.
-const QString stillHeard = QStringLiteral("clock_timestamp() - interval '20 minutes'");
+const QString stillHeard
+    = QStringLiteral("clock_timestamp() - interval '%1 minutes'").arg(WorkerTable::longestOnItsWay.count());
 
 } // namespace
 
@@ -46,16 +48,16 @@ QList<WorkerTable::Entry> WorkerTable::entries(const QString& condition, const Q
 {
     QList<Entry> found;
     m_connection.select(
-        QStringLiteral("SELECT register, epoch, machine, space, process, started, killed IS NOT NULL, "
-                       "lasts FROM workers WHERE %1 "
-                       "ORDER BY epoch")
-            .arg(condition),
+        QStringLiteral("SELECT register, epoch, machine, space, process, started, %1, lasts FROM workers "
+                       "WHERE %2 ORDER BY epoch")
+            .arg(m_connection.moment(QStringLiteral("killed")), condition),
         values, [&found](const QSqlQuery& row) {
+            const QDateTime killed = timeFromStored(row.value(6).toString());
             found.append({row.value(0).toString(),
                 {row.value(1).toLongLong(),
                     {row.value(2).toString(), row.value(3).toString(), row.value(4).toLongLong(),
                         row.value(5).toLongLong()},
-                    row.value(6).toBool(), row.value(7).toBool()}});
+                    killed.isValid(), killed, row.value(7).toBool()}});
         });
     return found;
 }

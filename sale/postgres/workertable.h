@@ -3,7 +3,10 @@
 #include "postgres/leasedregister.h"
 #include "postgres/processidentity.h"
 
+#include <QDateTime>
 #include <QList>
+
+#include <chrono>
 
 namespace sale {
 
@@ -20,9 +23,14 @@ public:
         ProcessIdentity process;
         /// It has ended, and the network may have something of it yet.
         bool wasKilled = false;
+        /// When that was noted; invalid while it is news.
+        QDateTime killed;
         /// The network may, when it ends without leave.
         bool doesLineLast = false;
     };
+
+    /// So long a network may keep what somebody has sent who has ended since.
+    static constexpr std::chrono::minutes longestOnItsWay{20};
 
     /// The connection must outlive it.
     explicit WorkerTable(PostgresConnection& connection)

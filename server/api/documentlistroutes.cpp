@@ -92,13 +92,14 @@ bool isOutOfReach(const Api& api, const StoredDocument& document)
     return till == nullptr || till->isLost();
 }
 
-/// What registers have told of its drive since its end; 0 for nothing.
-quint32 toldNumber(const Api& api, const StoredDocument& document)
+/// What registers have told of its drive since nothing could come of it any more; 0 for nothing.
+quint32 toldNumber(Api& api, const StoredDocument& document)
 {
-    if (!document.settled.isValid())
+    const QDateTime silent = api.store().silentSince(document);
+    if (!silent.isValid())
         return 0;
-    // What is told of their ages is on its way for a while.
-    const qint64 age = document.settled.secsTo(api.store().time()) - sale::mostSecondsBack;
+    // A clock may be put back a little.
+    const qint64 age = silent.secsTo(api.store().timeNow()) - sale::mostSecondsBack;
     qint64 told = 0;
     for (const auto& [name, till] : api.tills()) {
         const QJsonObject view = till->view();

@@ -107,6 +107,7 @@ bool Outbox::isTeller() const
     return !m_connection->isShared() || m_connection->value(becomeTeller).toBool();
 }
 
+/// One that was not tried yet is due by any clock: a database may have another one than whoever tells.
 QList<Delivery> Outbox::due(const QDateTime& now, int limit) const
 {
     QList<Delivery> found;
@@ -114,7 +115,7 @@ QList<Delivery> Outbox::due(const QDateTime& now, int limit) const
         return found;
     m_connection->select(
         QStringLiteral("SELECT number, document, body, %1, attempts, %2 FROM frserver_outbox "
-                       "WHERE (due <= ? OR due > ?) AND %3 ORDER BY number LIMIT ?")
+                       "WHERE (attempts = 0 OR due <= ? OR due > ?) AND %3 ORDER BY number LIMIT ?")
             .arg(m_connection->moment(QStringLiteral("created")), m_connection->moment(QStringLiteral("due")),
                 firstOnes),
         {sale::storedTime(now), sale::storedTime(now.addSecs(longestPauseSeconds)), limit},

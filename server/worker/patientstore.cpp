@@ -107,4 +107,14 @@ bool PatientStore::isMoved() const
     return m_store->isMoved();
 }
 
+QDateTime PatientStore::timeNow() const
+{
+    return m_store->timeNow();
+}
+
+QDateTime PatientStore::silentSince(const sale::StoredDocument& document)
+{
+    return m_store->silentSince(document);
+}
+
 } // namespace frserver

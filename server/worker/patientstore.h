@@ -40,13 +40,14 @@ public:
     std::optional<int> acceptAndBegin(
         const sale::DocumentRequest& request, const sale::AttemptStart& start) override;
     QList<sale::StoredDocument> find(const sale::DocumentQuery& query) const override;
-    QDateTime time() const override { return m_store->time(); }
     sale::StoredDocument withdraw(const QString& id) override;
     sale::StoredDocument move(const QString& id, const QString& registerName) override;
     sale::StoredDocument refuse(const QString& id, const sale::AttemptNote& note) override;
     QStringList expire() override;
     void requireRoom() override;
     bool isMoved() const override;
+    QDateTime timeNow() const override;
+    QDateTime silentSince(const sale::StoredDocument& document) override;
 
 private:
     bool isOfRegister(sale::ErrorKind kind) const;

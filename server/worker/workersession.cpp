@@ -11,6 +11,7 @@
 #include "documentanswer.h"
 #include "exceptions.h"
 #include "journalerror.h"
+#include "marknoting.h"
 #include "pendingsales.h"
 #include "postgres/openstore.h"
 #include "queueddocument.h"
@@ -121,7 +122,8 @@ sale::CashDesk& WorkerSession::desk(bool opensShift)
 
 QString WorkerSession::readDrive()
 {
-    return toldDrive(m_connection->driver().getFnInfo().fnStatus.fnNumber);
+    // Over XML a byte that changed on the line would be another drive.
+    return toldDrive(sale::noteMarkTwice(m_connection->driver(), line(), sale::DocumentKind::Report).drive);
 }
 
 void WorkerSession::requireDrive(const QString& drive)

@@ -245,6 +245,7 @@ TEST(Factory, TellsWhatOtherMachinesCallTheSame)
 {
     const std::pair<const char*, const char*> rows[] = {{"tcp:Till1.shop:5555", "till1.shop:5555"},
         {"tcp:192.0.2.21:05555", "192.0.2.21:5555"}, {"tcp:[2001:DB8::1]:1", "2001:db8::1:1"},
+        {"tcp:[2001:db8:0:0::0001]:1", "2001:db8::1:1"}, {"tcp:[::ffff:192.0.2.21]:1", "192.0.2.21:1"},
         {"tcp:localhost:1", ""}, {"tcp:127.8.0.1:1", ""}, {"tcp:[::1]:1", ""},
         {"tcp:[::ffff:127.0.0.1]:1", ""}, {"tcp:0.0.0.0:1", ""}, {"/dev/ttyS7", ""}, {"tcp:register", ""}};
     for (const auto& [name, address] : rows)

@@ -12,7 +12,9 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <thread>
 
@@ -100,6 +102,32 @@ TEST(TcpPort, FlushWaitsUntilTheRegisterHasTakenAll)
     EXPECT_FALSE(device->flush());
     device->close();
     EXPECT_EQ(port.end(), ECONNRESET);
+}
+
+std::atomic<int> interruptions = 0;
+
+TEST(TcpPort, SignalEndsNoFlush)
+{
+    struct sigaction action = {};
+    action.sa_handler = [](int) { ++interruptions; };
+    struct sigaction former = {};
+    ::sigaction(SIGUSR1, &action, &former);
+    const NarrowPort port(1);
+    const auto device = devices::createSerialDevice(port.name());
+    ASSERT_TRUE(device->open());
+    const QByteArray data(16'000, 'x');
+    ASSERT_EQ(device->write(data), data.size());
+    int end = -1;
+    std::thread reader([&, flushing = ::pthread_self()] {
+        while (interruptions < 1000)
+            ::pthread_kill(flushing, SIGUSR1);
+        end = port.end();
+    });
+    EXPECT_TRUE(device->flush());
+    device->close();
+    reader.join();
+    EXPECT_EQ(end, 0);
+    ::sigaction(SIGUSR1, &former, nullptr);
 }
 
 // A host that answers nothing keeps the connection waiting for seconds.

@@ -45,7 +45,7 @@ public:
         requireAlive();
         return m_kept.find(query);
     }
-    QDateTime time() const override { return m_kept.time(); }
+    QDateTime timeNow() const override { return m_kept.timeNow(); }
     StoredDocument withdraw(const QString& document) override { return m_kept.withdraw(document); }
     StoredDocument move(const QString& document, const QString& till) override
     {

@@ -2,6 +2,9 @@
 
 #include "leasefixture.h"
 
+#include "notresolvable.h"
+#include "possiblenumber.h"
+
 using namespace sale;
 
 namespace {
@@ -205,6 +208,32 @@ TEST_F(Lease, ProgramThatOwnsNothingIsInTheWayOfNobodyAndIsRemembered)
     EXPECT_THROW(person.acceptAndBegin({"other", "sell", "{}", "till1"}, {}), JournalError);
 }
 
+TEST_F(Lease, WhatAKilledProgramHasSentMayStillComeWhereItsLineLasts)
+{
+    for (const bool doesLineLast : {true, false}) {
+        SCOPED_TRACE(doesLineLast);
+        server.clear();
+        PostgresStore person(server.place());
+        person.requireFreeLine({}, doesLineLast);
+        person.acceptAndBegin({"begun", "sell", "{}", "till1"}, {});
+        const Child child;
+        child.die();
+        connection.execute("UPDATE workers SET process = ?, started = ?",
+            {child.identity().process, child.identity().started});
+        PostgresStore next(server.place());
+        next.requireFreeLine({}, doesLineLast);
+        next.meetRegister("till1", [] { return QString(); });
+        next.settle("begun", 1, {.state = DocumentState::NotIssued});
+        EXPECT_EQ(
+            next.findId("begun")->state, doesLineLast ? DocumentState::Unknown : DocumentState::NotIssued);
+        // It is no doubt of what others begin.
+        next.acceptAndBegin({"later", "sell", "{}", "till1"}, {});
+        connection.execute("UPDATE documents SET begun = begun + interval '1 second' WHERE id = 'later'");
+        next.settle("later", 1, {.state = DocumentState::NotIssued});
+        EXPECT_EQ(next.findId("later")->state, DocumentState::NotIssued);
+    }
+}
+
 TEST_F(Lease, WhatWasClaimedIsGivenBackByWhoeverOwnsTheRegister)
 {
     RegisterLeases former = leases();
@@ -320,6 +349,48 @@ TEST_F(Fence, WhatOneHadSentThatWasKilledOrDiedMayStillComeWhereItsLineStays)
             store.fence().leave();
             next.tidy();
             EXPECT_EQ(workers(), 0);
+        }
+    }
+}
+
+TEST_F(Fence, WhoHasEndedIsNoDoubtOfWhatIsBegunLater)
+{
+    const Child child;
+    addWorker(child.identity(), epoch, true);
+    child.die();
+    EXPECT_TRUE(store.fence().enter([] {}));
+    store.accept({"later", "sell", "{}", "till1"});
+    store.begin("later", {});
+    connection.execute("UPDATE attempts SET epoch = ?", {epoch});
+    connection.execute("UPDATE documents SET begun = begun + interval '1 second' WHERE id = 'later'");
+    EXPECT_EQ(settled(DocumentState::NotIssued), DocumentState::Unknown);
+    store.settle("later", 1, {.state = DocumentState::NotIssued});
+    EXPECT_EQ(store.findId("later")->state, DocumentState::NotIssued);
+}
+
+TEST_F(Fence, NumberThatTheDriveReachesWhileSomethingMayComeIsPossible)
+{
+    const struct
+    {
+        bool isAnybodyLeft;
+        const char* later;
+        bool isPossible;
+    } rows[] = {{true, "1 hour", true}, {false, "19 minutes", true}, {false, "21 minutes", false}};
+    addWorker(elsewhere(), epoch);
+    EXPECT_EQ(settled(DocumentState::NotIssued), DocumentState::Unknown);
+    store.accept({"later", "sell", "{}", "till1"});
+    store.fence().takeDrive("9999");
+    store.begin("later", {{{"drive", "9999"}, {"lastDocument", 12}}});
+    for (const auto& row : rows) {
+        if (!row.isAnybodyLeft)
+            connection.execute("DELETE FROM workers");
+        connection.execute("UPDATE documents SET begun = clock_timestamp() + ?::interval WHERE id = 'later'",
+            {QString(row.later)});
+        const auto judge = [&] { requirePossibleNumber(store, store.findId("begun").value(), 13); };
+        if (row.isPossible) {
+            EXPECT_NO_THROW(judge()) << row.later;
+        } else {
+            EXPECT_THROW(judge(), NotResolvable) << row.later;
         }
     }
 }

@@ -271,6 +271,10 @@ TEST_F(Postgres, ClockOfOneMachineIsNobodysTime)
         EXPECT_TRUE(begun.accepted <= begun.begun && begun.begun <= begun.request.startBefore);
         EXPECT_EQ(store.accept(dated).state, DocumentState::Queued) << "anew";
         EXPECT_EQ(store.begin("past", {}), std::nullopt);
+        // Another program may be at what was just begun.
+        EXPECT_EQ(giveUpPendingSales(store, "till1"), QStringList());
+        connection().execute("UPDATE documents SET begun = begun - interval '301 seconds'");
+        EXPECT_EQ(giveUpPendingSales(store, "till1").size(), 3);
     }
 }
 

@@ -127,7 +127,11 @@ TEST_P(Store, PersonsWordIsTakenForWhatIsUnknown)
         word.documentNumber = number;
         EXPECT_THROW(store->settle("unknown", 1, word), JournalError) << "the drive was there already";
     }
-    bring("later", DocumentState::Issued, 12);
+    {
+        // When nothing of it can come any more.
+        const HostClock later(1300);
+        bring("later", DocumentState::Issued, 12);
+    }
     word.documentNumber = 13;
     EXPECT_THROW(store->settle("unknown", 1, word), JournalError) << "a later document was not there yet";
     word.reached = 13;

@@ -107,14 +107,14 @@ TEST_F(TwoNames, LineThatHasFailedIsAnotherOwnersAndNoPrograms)
 {
     const auto drive = [] { return QString("9999"); };
     PostgresStore person(server.place());
-    const auto reach = [&] { person.requireFreeLine("till.shop:5555"); };
+    const auto reach = [&] { person.requireFreeLine("till.shop:5555", true); };
     const auto meet = [&] { person.meetRegister("tcp:10.0.0.7:5555", drive); };
     first.fence().takeDrive("9999", "till.shop:5555");
     EXPECT_EQ(refusal(reach), "") << "of this machine, where one program has the port";
     ownedBy(elsewhere());
     EXPECT_NE(refusal(reach).find("as till1"), std::string::npos);
-    EXPECT_EQ(refusal([&] { person.requireFreeLine("till.shop:5556"); }), "");
-    EXPECT_EQ(refusal([&] { person.requireFreeLine({}); }), "");
+    EXPECT_EQ(refusal([&] { person.requireFreeLine("till.shop:5556", true); }), "");
+    EXPECT_EQ(refusal([&] { person.requireFreeLine({}, true); }), "");
     first.fence().loseLine();
     EXPECT_NE(refusal(reach), "");
     EXPECT_NE(refusal(meet), "") << "it may be what the line has failed of";
@@ -122,8 +122,8 @@ TEST_F(TwoNames, LineThatHasFailedIsAnotherOwnersAndNoPrograms)
     first.fence().takeDrive("9999", "till.shop:5555");
     EXPECT_EQ(first.begin("A", {mark}), 1);
     // Another name of the same is known for a while once somebody has come by it.
-    const auto comeAgain = [&] { PostgresStore(server.place()).requireFreeLine("kassa.shop:5555"); };
-    person.requireFreeLine("kassa.shop:5555");
+    const auto comeAgain = [&] { PostgresStore(server.place()).requireFreeLine("kassa.shop:5555", true); };
+    person.requireFreeLine("kassa.shop:5555", true);
     EXPECT_NE(refusal(meet), "");
     EXPECT_NE(refusal(comeAgain).find("as till1"), std::string::npos);
     connection.execute("UPDATE addresses SET seen = now() - interval '1 hour'");

@@ -40,8 +40,8 @@ TEST(SharedTables, OneServiceTellsEachEndOnceAndAllKnowTheOwners)
     store->accept({"document:2", "sell", "{}", "till1"});
     store->withdraw("document:2");
     const QDateTime now = QDateTime::currentDateTimeUtc().addSecs(1);
-    const QList<Delivery> due = first->due(now, 4);
-    ASSERT_EQ(due.size(), 2);
+    const QList<Delivery> due = first->due(now.addSecs(-120), 4);
+    ASSERT_EQ(due.size(), 2) << "by a clock that is behind the database's";
     EXPECT_TRUE(second.due(now, 4).isEmpty());
     EXPECT_GT(second.nextDue(), QDateTime::currentDateTimeUtc()) << "it looks again";
     const QJsonObject told = QJsonDocument::fromJson(due.constFirst().body).object();

@@ -159,6 +159,28 @@ class KeptConnection(OwnerTest):
         self.assertEqual([], self.register.receipts())
 
 
+    def test_what_a_killed_frctl_may_have_sent_is_unknown(self):
+        def frctl(exclusive, *command):
+            return [os.environ["FRCTL"], "--json", "--plugin", os.environ["FRSPF_PLUGIN"], "--port", self.register.line, "--protocol", "HEX",
+                    "--exclusive", exclusive, "--cashier", CASHIER, "--journal", self.database.url, *command]
+
+        sale = self.folder / "sale.json"
+        sale.write_text(json.dumps(SALE), encoding="utf-8")
+        subprocess.run(frctl("no", "open-shift"), check=True, capture_output=True, timeout=PATIENCE)
+        for exclusive, state in (("no", "unknown"), ("yes", "notIssued")):
+            with self.subTest(exclusive=exclusive):
+                name = f"till:killed:{exclusive}"
+                with self.register.meets("FinishDocument", "silence"):
+                    program = subprocess.Popen(frctl(exclusive, "--id", name, "sell", sale), stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+                    self.addCleanup(program.kill)
+                program.kill()
+                program.wait(PATIENCE)
+                self.register.ask("PUT", "/faults", {"rules": []})
+                subprocess.run(frctl(exclusive, "journal", "settle", name), check=False, capture_output=True, timeout=PATIENCE)
+                self.assertEqual(state, json.loads(self.frctl("journal", "show", name).stdout)["state"])
+        self.assertEqual([], self.register.receipts())
+
+
 class OtherMachine(OwnerTest):
     """Over TCP, with a register that is not known to drop the former connection."""
 

@@ -106,6 +106,23 @@ class Sales(ServiceTest):
 class SalesOverXml(Sales):
     PROTOCOL = "XML"
 
+    def test_a_byte_that_changed_is_no_other_drive(self):
+        self.assert_issued(self.service.post(SALE, id="till1:0001"))
+        drive = self.service.ask("GET", "/v1/documents/till1:0001")["drive"].encode().hex()
+        frames = [frame for exchange in self.register.ask("GET", "/exchanges")["exchanges"] for frame in exchange["frames"]]
+        place = next(frame["bytes"].index(drive) // 2 + 9 for frame in frames
+                     if frame["meaning"]["name"] == "GetState" and drive in frame["bytes"])
+        # Whichever of the readings with which it is reached anew.
+        for nth in (1, 2, 3):
+            self.service.ask("POST", "/v1/registers/till1/pause", {})
+            self.register.ask("PUT", "/faults", {"rules": [{"mode": f"flip:{place}", "command": "GetState", "nth": nth}]})
+            with self.service.client.events() as events:
+                self.service.ask("POST", "/v1/registers/till1/resume", {})
+                reached = events.until("register", register="till1")
+                while (reached["state"], reached["waiting"]) not in (("ready", None), ("waiting", "newDrive")):
+                    reached = events.until("register", register="till1")
+            self.assertEqual("ready", reached["state"], nth)
+
 
 class Waiting(ServiceTest):
     def setUp(self):
