@@ -136,9 +136,15 @@ void PostgresStore::makeMonths()
 StoredDocument PostgresStore::accept(const DocumentRequest& request, const Condition& condition)
 {
     makeMonths();
-    const StoredDocument document = SqlStore::accept(request, condition);
-    noteAcceptance(document);
-    return document;
+    try {
+        const StoredDocument document = SqlStore::accept(request, condition);
+        noteAcceptance(document);
+        return document;
+    } catch (const JournalError&) {
+        // The server's clock may have been set to another month since.
+        m_monthsMade = {};
+        throw;
+    }
 }
 
 std::optional<int> PostgresStore::acceptAndBegin(const DocumentRequest& request, const AttemptStart& start)

@@ -72,7 +72,7 @@ RackTill& Peers::add(const Till::Settings& settings, Till* own)
     till = std::make_unique<RackTill>(
         settings, own,
         [this](const RackTill& ordered, const QJsonObject& content) { return order(ordered, content); },
-        m_longestSilence);
+        [this] { followOrders(); }, m_longestSilence);
     m_api.add(*till);
     return *till;
 }
@@ -199,8 +199,7 @@ bool Peers::read()
     return m_line.ask([this](sale::SqlConnection& connection) {
         for (const ToldRegister& told : rackboard::registers(connection, m_line.id(), m_read))
             take(told);
-        if (rackboard::areOrders(connection, m_line.id()))
-            readOrders(connection);
+        readOrders(connection);
     });
 }
 

@@ -53,6 +53,7 @@ private:
     bool isOwn(const QString& registerName) const;
     QStringList ownRegisters() const;
     void readOrders(sale::SqlConnection& connection);
+    void followOrders();
     RackTill& add(const Till::Settings& settings, Till* own);
     void tick();
     /// At the other services.

@@ -21,10 +21,17 @@ QStringList Peers::ownRegisters() const
 /// Whoever works the register now follows what its owner before has not.
 void Peers::readOrders(sale::SqlConnection& connection)
 {
+    if (!rackboard::areOrders(connection, m_line.id()))
+        return;
     for (const rackboard::Order& order : rackboard::takeOrders(connection, ownRegisters()))
         obey(order);
     for (const rackboard::Order& order : rackboard::dropOrders(connection, m_line.id()))
         dropped(order);
+}
+
+void Peers::followOrders()
+{
+    m_line.ask([this](sale::SqlConnection& connection) { readOrders(connection); });
 }
 
 void Peers::dropped(const rackboard::Order& order)

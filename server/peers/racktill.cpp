@@ -43,11 +43,12 @@ void growAges(QJsonObject& view, double seconds)
 
 } // namespace
 
-RackTill::RackTill(
-    const Settings& settings, Till* own, const Order& order, std::chrono::seconds longestSilence)
+RackTill::RackTill(const Settings& settings, Till* own, const Order& order, const FollowOthers& followOthers,
+    std::chrono::seconds longestSilence)
     : Till(settings)
     , m_own(own)
     , m_order(order)
+    , m_followOthers(followOthers)
     , m_longestSilence(static_cast<double>(longestSilence.count()))
 {
 }
@@ -142,6 +143,8 @@ qint64 RackTill::order(const QJsonObject& content)
     // Nobody may be at it, or somebody who has told of nothing yet.
     if (!isHere() || (!isOwn() && rackorder::isForOwner(content)))
         return m_order(*this, content);
+    if (rackorder::isForOwner(content))
+        m_followOthers();
     obey(content);
     return 0;
 }

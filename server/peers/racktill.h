@@ -21,9 +21,13 @@ public:
     /// of it. May throw sale::JournalError.
     using Order = std::function<qint64(const RackTill& till, const QJsonObject& content)>;
 
+    /// Has what other services were asked before followed before this one pauses or resumes the register.
+    using FollowOthers = std::function<void()>;
+
     /// The register as this service has it must outlive it; null when it does not have it.
     /// A service that has told nothing for longer than that is taken for dead.
-    RackTill(const Settings& settings, Till* own, const Order& order, std::chrono::seconds longestSilence);
+    RackTill(const Settings& settings, Till* own, const Order& order, const FollowOthers& followOthers,
+        std::chrono::seconds longestSilence);
 
     /// How this service is called when it works the register.
     void setServiceName(const QString& name) { m_serviceName = name; }
@@ -72,6 +76,7 @@ private:
 
     Till* const m_own;
     const Order m_order;
+    const FollowOthers m_followOthers;
     const double m_longestSilence;
     QString m_serviceName;
     ToldRegister m_told;

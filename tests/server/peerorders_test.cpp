@@ -38,6 +38,18 @@ TEST_F(PeersTest, OrderIsAnsweredByWhatTheOwnerToldBehindItAlone)
         EXPECT_EQ(two.pause("anna", prefer).status, 202);
 }
 
+TEST_F(PeersTest, WhatOthersWereAskedBeforeIsFollowedBefore)
+{
+    Desk one("till1");
+    Desk two("till2");
+    one.turn("paused");
+    ASSERT_TRUE(becomes([&] { return two.view("till1").value("state") == "paused"; }));
+    // Of which its owner has not heard yet.
+    EXPECT_EQ(two.ask("POST", "/v1/registers/till1/resume", R"({"by":"anna"})").status, 202);
+    one.ask("POST", "/v1/registers/till1/pause", R"({"by":"boris"})");
+    EXPECT_EQ(one.till.told, QStringList({"resume by anna", "pause by boris"}));
+}
+
 TEST_F(PeersTest, DocumentThatIsAskedAboutElsewhereIsStillUnknownOnceItsOwnerSaysSo)
 {
     Desk one("till1");
