@@ -5,7 +5,6 @@
 #include "documentending.h"
 #include "documentquery.h"
 #include "storeddocument.h"
-#include "storedtime.h"
 
 #include <QList>
 
