@@ -111,6 +111,8 @@ Pool& poolOf(const Api& api, const http::Request& request)
     return poolNamed(api, request, request.parameter(QStringLiteral("name")));
 }
 
+namespace {
+
 /// Of which register it was nobody knows any more.
 void requireNotArchived(const Api& api, const http::Request& request, const QString& id)
 {
@@ -118,6 +120,8 @@ void requireNotArchived(const Api& api, const http::Request& request, const QStr
     if (accepted && rights::maySee(api, request, id, {}, {}))
         throw archivedDocument(410, id, *accepted);
 }
+
+} // namespace
 
 sale::StoredDocument documentOf(const Api& api, const http::Request& request)
 {

@@ -196,13 +196,8 @@ QList<Order> takeOrders(sale::SqlConnection& connection, const QStringList& regi
 {
     if (registers.isEmpty())
         return {};
-    const QStringList places(registers.size(), QStringLiteral("?"));
-    QVariantList names;
-    for (const QString& name : registers)
-        names.append(name);
-    return removeOrders(connection,
-        QStringLiteral("register IN (%1) AND made >= %2").arg(places.join(QLatin1Char(',')), oldest()),
-        names);
+    return removeOrders(connection, QStringLiteral("register = ANY(?::text[]) AND made >= %1").arg(oldest()),
+        {arrayOf(registers)});
 }
 
 QList<Order> dropOrders(sale::SqlConnection& connection, const QString& service)

@@ -74,7 +74,8 @@ bool RegisterAgent::mayBeBegun() const
                     .find({.states = {sale::DocumentState::Running},
                         .registerName = name(),
                         .limit = 1,
-                        .withAttempts = false})
+                        .withAttempts = false,
+                        .withBodies = false})
                     .isEmpty();
     } catch (const sale::JournalError& error) {
         qCWarning(rackLog).noquote() << name() << error.what();

@@ -16,11 +16,9 @@
 #include "postgres/openstore.h"
 #include "queueddocument.h"
 #include "registerstart.h"
-#include "registertaken.h"
 #include "review.h"
 #include "reviewneeded.h"
 #include "testdrive.h"
-#include "wrongregister.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -35,22 +33,6 @@ QJsonArray idsOf(const QList<sale::SettledSale>& settled)
     for (const sale::SettledSale& sale : settled)
         ids.append(sale.id);
     return ids;
-}
-
-/// Of what is being caught: the line leads to a register that is not this one's to work.
-bool isRegisterMissed()
-{
-    try {
-        throw;
-    } catch (const sale::RegisterTaken&) {
-        return true;
-    } catch (const sale::WrongRegister&) {
-        return true;
-    } catch (const DriveProblem&) {
-        return true;
-    } catch (...) {
-        return false;
-    }
 }
 
 /// Its time, or that there is none.
@@ -224,7 +206,7 @@ QJsonObject WorkerSession::open(bool opensShift)
             {QStringLiteral("unknown"), unknownDocuments(condition)},
             {QStringLiteral("shift"), shiftJson(condition)}};
     } catch (...) {
-        leaveRegister(isRegisterMissed() ? Leaving::Register : Leaving::Line);
+        leaveRegister(leavingOfCaught());
         throw;
     }
 }

@@ -61,6 +61,8 @@ private:
     void enter();
     /// Whether the register is given up with its line.
     enum class Leaving { Line, Register };
+    /// The register, when what is being caught is that the line leads to one that is not this one's to work.
+    static Leaving leavingOfCaught();
     void leaveRegister(Leaving how);
     void leaveLine(Leaving how);
     void takeDrive();

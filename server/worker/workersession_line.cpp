@@ -2,12 +2,15 @@
 
 #include "worker/workersession.h"
 
+#include "worker/driveproblem.h"
+
 #include "abstractfrdriver.h"
 #include "connectionerror.h"
 #include "journalerror.h"
 #include "portname.h"
 #include "registerstart.h"
 #include "registertaken.h"
+#include "wrongregister.h"
 
 #include <utility>
 
@@ -94,6 +97,21 @@ void WorkerSession::meetRegister(const sale::RegisterLine& line)
         fence->hasLineAlone();
 }
 
+WorkerSession::Leaving WorkerSession::leavingOfCaught()
+{
+    try {
+        throw;
+    } catch (const sale::RegisterTaken&) {
+        return Leaving::Register;
+    } catch (const sale::WrongRegister&) {
+        return Leaving::Register;
+    } catch (const DriveProblem&) {
+        return Leaving::Register;
+    } catch (...) {
+        return Leaving::Line;
+    }
+}
+
 /// Others may have the register under another name.
 void WorkerSession::takeDrive()
 {
@@ -103,11 +121,8 @@ void WorkerSession::takeDrive()
     m_takenDrive = m_drive;
     try {
         fence->takeDrive(m_drive, devices::networkAddress(m_settings.port));
-    } catch (const sale::RegisterTaken&) {
-        leaveRegister(Leaving::Register);
-        throw;
     } catch (const sale::JournalError&) {
-        leaveRegister(Leaving::Line);
+        leaveRegister(leavingOfCaught());
         throw;
     }
     m_takenDrive.clear();
