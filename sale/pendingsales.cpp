@@ -124,10 +124,14 @@ QList<SettledSale> settlePendingSales(
 QStringList giveUpPendingSales(
     DocumentStore& store, const QString& registerName, std::chrono::milliseconds unreached)
 {
-    const QList<StoredDocument> begun = store.find(
-        {.states = {DocumentState::Running}, .registerName = registerName, .withAttempts = false});
+    const QList<StoredDocument> begun = store.find({.states = {DocumentState::Running},
+        .registerName = registerName,
+        .withAttempts = false,
+        .withBodies = false});
     // Mostly there are none, and nobody need be asked.
-    const QDateTime now = begun.isEmpty() ? QDateTime() : store.timeNow();
+    if (begun.isEmpty())
+        return {};
+    const QDateTime now = store.timeNow();
     QStringList ids;
     for (const StoredDocument& document : begun) {
         if (isYoungerThan(unreached, document, now))

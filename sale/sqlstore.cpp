@@ -129,7 +129,7 @@ StoredDocument SqlStore::renew(const StoredDocument& known, const DocumentReques
             request.isPaperless});
     m_sql.execute(QStringLiteral("DELETE FROM goods WHERE id = ?"), {request.id});
     writeGoods(request);
-    return heldExisting(request.id);
+    return documentAt(keyOf(request.id)).value();
 }
 
 void SqlStore::writeGoods(const DocumentRequest& request)

@@ -3,7 +3,6 @@
 #include "postgres/postgresfault.h"
 #include "postgres/postgreslibrary.h"
 #include "postgres/silentservers.h"
-#include "saletr.h"
 
 #include <QScopeGuard>
 #include <QSqlDatabase>

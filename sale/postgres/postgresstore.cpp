@@ -133,13 +133,11 @@ void PostgresStore::makeMonths()
     m_monthsMade = today;
 }
 
-StoredDocument PostgresStore::accept(const DocumentRequest& request, const Condition& condition)
+void PostgresStore::inItsMonth(const std::function<void()>& work)
 {
     makeMonths();
     try {
-        const StoredDocument document = SqlStore::accept(request, condition);
-        noteAcceptance(document);
-        return document;
+        work();
     } catch (const JournalError&) {
         // The server's clock may have been set to another month since.
         m_monthsMade = {};
@@ -147,20 +145,29 @@ StoredDocument PostgresStore::accept(const DocumentRequest& request, const Condi
     }
 }
 
+StoredDocument PostgresStore::accept(const DocumentRequest& request, const Condition& condition)
+{
+    StoredDocument document;
+    inItsMonth([&] { document = SqlStore::accept(request, condition); });
+    noteAcceptance(document);
+    return document;
+}
+
 std::optional<int> PostgresStore::acceptAndBegin(const DocumentRequest& request, const AttemptStart& start)
 {
-    makeMonths();
-    if (!m_lease && !request.registerName.isEmpty())
-        joinWorkers(request.registerName);
-    if (!m_lease)
+    if (!m_lease) {
+        if (!request.registerName.isEmpty())
+            joinWorkers(request.registerName);
         holdForProgram(start.markBefore.value(QStringLiteral("drive")).toString());
-    return SqlStore::acceptAndBegin(request, start);
+    }
+    std::optional<int> attempt;
+    inItsMonth([&] { attempt = SqlStore::acceptAndBegin(request, start); });
+    return attempt;
 }
 
 void PostgresStore::requireRoom()
 {
-    makeMonths();
-    SqlStore::requireRoom();
+    inItsMonth([this] { SqlStore::requireRoom(); });
 }
 
 void PostgresStore::backUp(const QString& /*fileName*/)
@@ -266,6 +273,9 @@ SqlKey PostgresStore::origin() const
 
 bool PostgresStore::mayBeSent(const StoredDocument& document)
 {
+    const QList<WorkerTable::Row> others = WorkerTable(m_connection).others(document.request.registerName);
+    if (others.isEmpty())
+        return false;
     const SqlKey key = keyOf(document);
     const qint64 epoch
         = m_connection
@@ -273,7 +283,6 @@ bool PostgresStore::mayBeSent(const StoredDocument& document)
                   QStringLiteral("SELECT epoch FROM attempts WHERE %1 AND number = ?").arg(key.condition()),
                   key.values + QVariantList{document.attemptCount})
               .toLongLong();
-    const QList<WorkerTable::Row> others = WorkerTable(m_connection).others(document.request.registerName);
     return std::any_of(others.cbegin(), others.cend(), [&](const WorkerTable::Row& other) {
         // Whoever had ended before it was begun has sent nothing of it.
         return other.epoch == epoch && (!other.killed.isValid() || document.begun <= other.killed);

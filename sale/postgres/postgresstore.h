@@ -74,6 +74,8 @@ private:
     /// Of the document's last attempt: whoever began it may still be about to send it.
     bool mayBeSent(const StoredDocument& document);
     void makeMonths();
+    /// What inserts a document.
+    void inItsMonth(const std::function<void()>& work);
     bool isHolding() const;
     /// Empty for an id that no document has.
     QString acceptanceOf(const QString& id) const;

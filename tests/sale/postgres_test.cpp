@@ -298,6 +298,16 @@ TEST_F(Postgres, DocumentStaysInTheMonthOfItsAcceptance)
     EXPECT_THROW(IdentifiedSale(store, request("A")), DocumentArchived) << "before a register is asked";
     EXPECT_EQ(store.archived("A").value().date(), QDate(2031, 12, 31));
     EXPECT_FALSE(store.archived("B") || store.archived("C"));
+    // One that is not there, since the server's clock was set, is made behind the first failure.
+    const std::function<void()> works[] = {[&] { store.requireRoom(); }, [&] { store.accept(request("D")); },
+        [&] {
+            store.acceptAndBegin(request("E"), {{{"drive", "9999"}}});
+        }};
+    for (const std::function<void()>& work : works) {
+        connection().execute("DROP TABLE documents_2032_01, attempts_2032_01");
+        EXPECT_THROW(work(), JournalError);
+        EXPECT_NO_THROW(work());
+    }
 }
 
 TEST_F(Postgres, WhatTheServersSuccessorDoesNotHaveIsNotArchived)
