@@ -25,6 +25,7 @@
 
 #include <atomic>
 #include <csignal>
+#include <functional>
 #include <thread>
 
 using namespace sale;
