@@ -90,10 +90,11 @@ export class Documents {
     // Where the answer before has ended; a search of a long journal may have found nothing up to there.
     async #more() {
         const { searches } = this;
+        // From now on: a first page that is read meanwhile would leave a gap above what comes.
+        this.hasMore = true;
         const { documents, next } = await this.#page(this.next);
         if (searches !== this.searches)
             return;
-        this.hasMore = true;
         const shown = new Set(this.documents.map(({ id }) => id));
         this.#show({ documents: [...this.documents, ...documents.filter(({ id }) => !shown.has(id))], next });
     }
