@@ -40,12 +40,13 @@ class Tls(unittest.TestCase):
             self.assertEqual(8 * 1024 * 1024, len(body))
 
     def test_handshakes_have_their_time_and_their_number(self):
-        with Server("--request", "200", "--strangers", "8") as server:
+        with Server("--request", "500") as server:
             for beginning in (b"", HELLO):
                 with server.connect_plainly() as client:
                     client.sendall(beginning)
                     self.assertEqual(b"", everything(client)[:1].strip(b"\x15"))
             server.until(lambda counters: counters["overdue"] == 2 and counters["connections"] == 1)
+        with Server("--strangers", "8") as server:
             silent = [server.connect_plainly("127.0.0.2") for _ in range(20)]
             server.until(lambda counters: counters["refused"] >= 12)
             for client in silent:
