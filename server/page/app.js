@@ -1,6 +1,6 @@
 // The page of frserver: puts the parts together.
 
-import { Access, Api, Problem } from "./api.js";
+import { Access, Api, Newest, Problem } from "./api.js";
 import { Attention } from "./attention.js";
 import { DocumentView } from "./document.js";
 import { Documents } from "./documents.js";
@@ -27,6 +27,7 @@ const MOST_UNKNOWN = 50;
 const access = new Access(askToken);
 const api = new Api(access, "/v1");
 const page = { connection: "connecting", trial: null };
+const newest = { registers: new Newest(), unknown: new Newest(), trial: new Newest() };
 
 const outgoing = new Outgoing(access, { onAnswer: answered, onChange: showOutgoing });
 const isBusy = (desk) => outgoing.isOpen(desk);
@@ -130,8 +131,13 @@ function answered(desk, { id }, { status, body }) {
     const isTrial = desk.startsWith("sell:");
     if (isTrial && body.state)
         page.trial = id;
-    if (body.state)
-        return isTrial ? receipt.showDocument(body) : showReport(id, body);
+    if (body.state && !isTrial)
+        return showReport(id, body);
+    if (body.state) {
+        receipt.showDocument(body);
+        // It may have come to its end before the answer that it was taken.
+        return quietly(showTrial(id));
+    }
     if (isTrial)
         return receipt.showWrong(status === 403 ? { title: t("notAllowed") } : body);
     return complain(new Problem(status, body.title, body.detail));
@@ -153,29 +159,39 @@ function showOutgoing() {
 }
 
 async function showTrial(id) {
-    const document = await api.get(documentPath(id));
-    if (id === page.trial)
+    const document = await newest.trial.of(api.get(documentPath(id)));
+    if (document && id === page.trial)
         receipt.showDocument(document);
 }
 
 // What is shown.
 
 async function updateRegisters() {
-    const [{ registers: all, notConfigured }, { pools: told }] = await Promise.all([api.get("/registers"), api.get("/pools")]);
-    const names = all.map(({ name }) => name);
-    const wasSame = told.map(({ name }) => name).join() === pools.names.join();
-    pools.set(told);
-    if (wasSame && names.join() === registers.names.join()) {
-        all.forEach((register) => registers.update(register));
-    } else {
-        registers.set(all);
-        const places = [...names, ...pools.names.map(placeOfPool)];
-        [documents, receipt].forEach((part) => part.setRegisters(places));
-        Object.assign(detail, { registers: names, pools: pools.names });
+    const { moment } = registers;
+    const answer = await newest.registers.of(Promise.all([api.get("/registers"), api.get("/pools")]));
+    if (!answer)
+        return;
+    const [{ registers: all, notConfigured }, { pools: told }] = answer;
+    showRegisters(all, told);
+    for (const register of registers.notedSince(moment)) {
+        registers.update(register);
+        pools.note(register);
     }
     attention.setRegisters(registers.all, notConfigured);
     if (registers.all.some(isLost))
         readUnknown();
+}
+
+function showRegisters(all, told) {
+    const names = all.map(({ name }) => name);
+    const wasSame = told.map(({ name }) => name).join() === pools.names.join();
+    pools.set(told);
+    if (wasSame && names.join() === registers.names.join())
+        return all.forEach((register) => registers.update(register));
+    registers.set(all);
+    const places = [...names, ...pools.names.map(placeOfPool)];
+    [documents, receipt].forEach((part) => part.setRegisters(places));
+    return Object.assign(detail, { registers: names, pools: pools.names });
 }
 
 async function updateRights() {
@@ -188,10 +204,11 @@ const isLost = ({ state, waiting, queue }) => (state === "unreachable" || waitin
 async function updateUnknown() {
     // What was begun at a register whose service is gone is nobody's but a person's to tell.
     const lost = registers.all.filter(isLost);
-    const lists = await Promise.all([{ state: "unknown" },
+    const lists = await newest.unknown.of(Promise.all([{ state: "unknown" },
         ...lost.map(({ name }) => ({ state: "running", register: name }))]
-        .map((query) => api.get("/documents", { ...query, limit: MOST_UNKNOWN })));
-    attention.setDocuments(lists.flatMap(({ documents: found }) => found));
+        .map((query) => api.get("/documents", { ...query, limit: MOST_UNKNOWN }))));
+    if (lists)
+        attention.setDocuments(lists.flatMap(({ documents: found }) => found));
 }
 
 function readAll() {
@@ -217,7 +234,7 @@ const news = {
         const before = registers.known.get(name);
         if (!before)
             readRegisters();
-        registers.update(register);
+        registers.note(register);
         pools.note(register);
         attention.setRegisters(registers.all);
         // What was under way when the service ended is settled with the register's start, without an event of its own.

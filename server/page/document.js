@@ -1,5 +1,6 @@
 // One document: what is known of it, its positions and its attempts.
 
+import { Newest } from "./api.js";
 import { button, el, russian } from "./dom.js";
 import { money, t } from "./i18n.js";
 import { badge, documentTitle, facts, isReceipt, moment, reasonName } from "./labels.js";
@@ -11,6 +12,7 @@ export class DocumentView {
     constructor(root, api, { resolve, withdraw, move }) {
         Object.assign(this, { root, api, resolve, withdraw, move, id: null, registers: [], pools: [], told: null });
         this.picture = new DocumentPicture(api);
+        this.newest = new Newest();
     }
 
     async show(id) {
@@ -25,9 +27,9 @@ export class DocumentView {
         const { id } = this;
         if (id === null)
             return this.redraw();
-        const document = await this.api.get(`/documents/${encodeURIComponent(id)}`);
+        const document = await this.newest.of(this.api.get(`/documents/${encodeURIComponent(id)}`));
         const told = JSON.stringify(document);
-        if (id !== this.id || told === this.told)
+        if (!document || id !== this.id || told === this.told)
             return undefined;
         Object.assign(this, { document, told });
         return this.redraw();

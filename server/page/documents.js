@@ -1,5 +1,6 @@
 // The documents of the journal, the last one first, and the search.
 
+import { Newest } from "./api.js";
 import { byId, el, setText } from "./dom.js";
 import { money, t } from "./i18n.js";
 import { badge, documentTitle, moment } from "./labels.js";
@@ -12,8 +13,8 @@ const STATES = ["queued", "running", "issued", "notIssued", "unknown"];
 
 export class Documents {
     constructor(api, { onChoose, onError }) {
-        Object.assign(this, { api, onChoose, onError, rows: new Map(), documents: [], next: null, hasMore: false, asked: 0, searches: 0,
-            chosen: null });
+        Object.assign(this, { api, onChoose, onError, rows: new Map(), documents: [], next: null, hasMore: false, searches: 0,
+            newest: new Newest(), chosen: null });
         this.form = byId("search");
         this.form.addEventListener("submit", (event) => this.#search(event));
         for (const select of this.form.querySelectorAll("select"))
@@ -35,11 +36,11 @@ export class Documents {
         this.#draw(this.documents);
     }
 
-    // The first page anew; what was shown below it stays. An answer may be overtaken by that of a later question.
+    // The first page anew; what was shown below it stays.
     async read() {
-        const question = ++this.asked;
-        const first = await this.#page();
-        if (question === this.asked)
+        const { searches } = this;
+        const first = await this.newest.of(this.#page());
+        if (first && searches === this.searches)
             this.#show(this.hasMore ? joined(first, this) : first);
     }
 

@@ -100,7 +100,7 @@ const modelText = ({ identity }) => [identity?.model, identity?.serial].filter(B
 
 export class Registers {
     constructor(root, doings) {
-        Object.assign(this, { root, doings, known: new Map(), cards: new Map() });
+        Object.assign(this, { root, doings, known: new Map(), cards: new Map(), events: new Map(), moment: 0 });
     }
 
     get names() {
@@ -116,7 +116,18 @@ export class Registers {
         this.redraw();
     }
 
-    // An event has what the register tells of itself; queue and last receipt stay.
+    // An event, which has what the register tells of itself.
+    note(register) {
+        this.events.set(register.name, { register, moment: ++this.moment });
+        this.update(register);
+    }
+
+    // What events have told that came later: an answer that was asked for at that moment may be older than they are.
+    notedSince(moment) {
+        return [...this.events.values()].filter((event) => event.moment > moment).map(({ register }) => register);
+    }
+
+    // Queue and last receipt stay where they are not told.
     update(register) {
         if (!this.known.has(register.name))
             return;

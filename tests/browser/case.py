@@ -12,8 +12,9 @@ EMULATOR, FRCTL, PLUGINS, SOURCES, SCREENSHOTS = sys.argv[1:6]
 
 
 def seconds(quiet):
-    """So many on a quiet machine, in which a change has to be seen; one with other work gets more."""
-    return quiet * max(1, os.getloadavg()[0] / os.cpu_count())
+    """So many on a quiet machine, in which a change has to be seen; one with other work, now or in the last minute, gets more."""
+    load, _, _, running, _ = Path("/proc/loadavg").read_text(encoding="ascii").split()
+    return quiet * max(1, float(load) / os.cpu_count(), int(running.split("/")[0]) / os.cpu_count())
 
 
 def setUpModule():
@@ -43,21 +44,24 @@ class PanelTest(unittest.TestCase):
         self.assertEqual(0, status, text)
 
     def find(self, selector, page=None):
-        return (page or self.page).find_element("css selector", selector)
+        """Once it is there. What the page may draw anew is clicked and written by its selector."""
+        return stage.wait_for(lambda: self.find_all(selector, page), what=selector)[0]
 
-    def find_all(self, selector):
-        return self.page.find_elements("css selector", selector)
+    def find_all(self, selector, page=None):
+        return (page or self.page).find_elements("css selector", selector)
 
-    def click(self, selector):
-        """Again if the page has drawn it anew meanwhile."""
-        def pressed():
-            try:
-                stage.wait_for(lambda: self.find_all(selector))[0].click()
-                return True
-            except stage.StaleElementReferenceException:
-                return False
+    def click(self, selector, page=None):
+        stage.when_it_stands(lambda: self.find(selector, page).click())
 
-        stage.wait_for(pressed)
+    def write(self, selector, keys, anew=False, page=None):
+        """Anew: in the place of what stands there."""
+        def written():
+            field = self.find(selector, page)
+            if anew:
+                field.clear()
+            field.send_keys(keys)
+
+        stage.when_it_stands(written)
 
     def open_tab(self, name):
         """Again if what stands above has grown meanwhile, and the mouse met something else."""

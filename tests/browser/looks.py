@@ -14,6 +14,7 @@ class Looks(PageLooks, PanelTest):
         self.must("open-shift")
         self.must("sell", "sale.json")
         self.becomes(lambda: self.text("#document h3"), "Document 3")
+        self.becomes(self.tape_label, "document 3")
         self.click("[data-card=faults] [aria-expanded]")
         self.register.ask("/faults", {"rules": [{"mode": "silence", "command": "FinishDocument", "nth": 1}]}, "PUT")
         stage.wait_for(lambda: self.find_all(".rules tr"))
@@ -49,7 +50,7 @@ class Looks(PageLooks, PanelTest):
         for mode in self.register.ask("/faults/modes")["modes"]:
             if ":" not in mode["mode"]:
                 self.assertIn(f"mode_{mode['mode']}".replace("answer-shape", "answer"), known)
-        self.find("#language option[value=ru]").click()
+        self.click("#language option[value=ru]")
         self.becomes(lambda: self.card("shift"), "открыта")
         self.assertEqual("ru", self.find("html").get_attribute("lang"))
         self.shoot("russian")
@@ -78,7 +79,7 @@ class Long(PanelTest):
         first = "return document.querySelector('.print')?.ariaLabel ?? ''"
         self.becomes(lambda: self.page.execute_script(first), "Print 1,", seconds(3))
         self.assertLess(self.page.execute_script("return document.querySelectorAll('*').length"), 1500)
-        self.find("[name=what]").send_keys(f"{MANY // 2}\n")
+        self.write("[name=what]", f"{MANY // 2}\n")
         self.click("#found-list [role=option]")
         self.click("#found-close")
         chosen = "return document.querySelector('.print[aria-selected=true]')?.ariaLabel ?? ''"
@@ -117,7 +118,7 @@ class Guarded(PanelTest):
         stage.wait_for(dialog)
         self.assertIn("--panel-token", self.text("#token-dialog"))
         for token, expected in (("another-token-altogether", "refused"), ("a-token-for-this-test", "")):
-            self.find("[name=token]").send_keys(token + "\n")
+            self.write("[name=token]", token + "\n")
             self.becomes(lambda: self.text("#token-reason"), expected)
         self.connected()
         self.assertFalse(dialog())

@@ -3,6 +3,8 @@
 import re
 from pathlib import Path
 
+import stage
+
 CONTRAST = Path(__file__).with_name("contrast.js").read_text(encoding="utf-8")
 TAB = "\ue004"
 NAMED = {"button", "textbox", "searchbox", "combobox", "spinbutton", "checkbox", "tab", "listbox", "option"}
@@ -47,7 +49,7 @@ class PageLooks:
             self.shoot(f"{name}narrow-{tab}")
 
     def press(self, keys):
-        self.page.switch_to.active_element.send_keys(keys)
+        stage.when_it_stands(lambda: self.page.switch_to.active_element.send_keys(keys))
 
     def walk_to(self, script):
         for _ in range(80):

@@ -18,10 +18,14 @@ NO_BROWSER = 77  # CTest takes it for skipped
 
 try:
     from selenium import webdriver
-    from selenium.common.exceptions import StaleElementReferenceException
+    from selenium.common.exceptions import (ElementClickInterceptedException, ElementNotInteractableException,
+                                            StaleElementReferenceException)
     from selenium.webdriver.chrome.service import Service
 except ImportError:
     webdriver = None
+else:
+    # The page was about to draw anew what somebody reached for, or something stood in the way.
+    PASSING = (ElementClickInterceptedException, ElementNotInteractableException, StaleElementReferenceException)
 
 CHROMIUM, CHROMEDRIVER = "/usr/bin/chromium", "/usr/bin/chromedriver"
 
@@ -78,15 +82,26 @@ def browser(size=(1280, 1000), language="en"):
     return webdriver.Chrome(service=Service(CHROMEDRIVER), options=options)
 
 
-def wait_for(condition, seconds=20):
+def wait_for(condition, seconds=20, what="what the condition wants"):
     """What the condition gives once it is something; looked at again and again."""
     end = time.monotonic() + seconds
     while True:
         result = condition()
         if result:
             return result
-        assert time.monotonic() < end, "waited in vain"
+        assert time.monotonic() < end, f"waited in vain for {what}"
         time.sleep(0.02)
+
+
+def when_it_stands(work, seconds=20):
+    """What the work gives; begun again as long as the page moves under it."""
+    end = time.monotonic() + seconds
+    while True:
+        try:
+            return work()
+        except PASSING:
+            if time.monotonic() > end:
+                raise
 
 
 def codes_in(picture):

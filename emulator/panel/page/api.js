@@ -16,6 +16,23 @@ async function problemOf(response) {
     }
 }
 
+// Answers may overtake each other: what is asked is shown as it was told to the latest question.
+export class Newest {
+    constructor() {
+        Object.assign(this, { asked: 0, answered: 0 });
+    }
+
+    // The answer, or null when a later question has been answered before.
+    async of(answer) {
+        const question = ++this.asked;
+        const told = await answer;
+        if (question < this.answered)
+            return null;
+        this.answered = question;
+        return told;
+    }
+}
+
 // Where the token is between two loads of the page: this tab alone.
 const KEY = "spf-token";
 

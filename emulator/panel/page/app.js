@@ -1,6 +1,6 @@
 // The page of spf-emulator: puts the parts together.
 
-import { Access, Api, Problem } from "./api.js";
+import { Access, Api, Newest, Problem } from "./api.js";
 import { Cards } from "./cards.js";
 import { Detail } from "./detail.js";
 import { byId, el, setText, throttled } from "./dom.js";
@@ -21,7 +21,8 @@ const STATE_AGE = 15000;
 
 const access = new Access(askToken);
 const program = new Api(access, ROOT);
-const page = { api: null, register: null, run: null, connection: "connecting", asked: 0, answered: 0 };
+const page = { api: null, register: null, run: null, connection: "connecting" };
+const newestState = new Newest();
 
 const cards = new Cards(byId("cards"), byId("glance"), act);
 const detail = new Detail(byId("document"), { onError: complain });
@@ -79,14 +80,11 @@ function forgetSearch() {
     page.searchNotice?.remove();
 }
 
-// An answer may be overtaken by that of a later question.
 async function updateState() {
     const { api } = page;
-    const question = ++page.asked;
-    const state = await api.get("/state");
-    if (api !== page.api || question < page.answered)
+    const state = await newestState.of(api.get("/state"));
+    if (!state || api !== page.api)
         return;
-    page.answered = question;
     // From here on nothing is missed, even if no event comes before the line is lost.
     feed.lastId ??= state.lastEvent;
     page.run = runOf(state.lastEvent);

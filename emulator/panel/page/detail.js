@@ -1,5 +1,6 @@
 // What is known of the document that was chosen.
 
+import { Newest } from "./api.js";
 import { button, el, russian } from "./dom.js";
 import { exchangeLine, exchangeTitle, head } from "./frames.js";
 import { count, money, t, time } from "./i18n.js";
@@ -9,7 +10,7 @@ const SHOWN_EXCHANGES = 100;
 
 export class Detail {
     constructor(root, { onError }) {
-        Object.assign(this, { root, onError, draw: () => this.#nothing() });
+        Object.assign(this, { root, onError, newest: new Newest(), draw: () => this.#nothing() });
     }
 
     open(api) {
@@ -25,8 +26,8 @@ export class Detail {
         const isWanted = () => this.number === number && api === this.api;
         this.number = number;
         try {
-            const document = await api.get(`/documents/${number}`);
-            if (isWanted())
+            const document = await this.newest.of(api.get(`/documents/${number}`));
+            if (document && isWanted())
                 this.#show(() => this.#document(document));
         } catch (problem) {
             if (isWanted())

@@ -1,5 +1,6 @@
 // Rules by which the register misbehaves, and how often each did.
 
+import { Newest } from "./api.js";
 import { button, el } from "./dom.js";
 import { Card, field, unfolding } from "./card.js";
 import { head } from "./frames.js";
@@ -9,7 +10,7 @@ const WHICH = ["next", "nth", "each", "all"];
 
 export class FaultCard {
     constructor(api, act) {
-        Object.assign(this, { api, act, rules: [], planned: [], modes: [] });
+        Object.assign(this, { api, act, newest: new Newest(), rules: [], planned: [], modes: [] });
         this.table = el("div", { class: "rules" });
         this.form = el("form", { on: { submit: (event) => this.#submit(event) } });
         this.panel = el("section", { class: "panel" }, this.form, this.table);
@@ -33,7 +34,7 @@ export class FaultCard {
         try {
             if (this.modes.length === 0)
                 await this.#readModes();
-            this.#show(await this.api.get("/faults"));
+            await this.#take(this.api.get("/faults"));
         } catch {
             // The line is lost; the state is read anew with the next one.
         }
@@ -41,7 +42,7 @@ export class FaultCard {
 
     // The others go on counting.
     #add(rule) {
-        return this.act(async () => this.#show(await (await this.api.post("/faults", { rules: [rule] })).json()));
+        return this.act(() => this.#take(told(this.api.post("/faults", { rules: [rule] }))));
     }
 
     // A new list begins to count anew; rules that have done their work would do it again.
@@ -58,15 +59,20 @@ export class FaultCard {
         return this.act(async () => {
             const { rules } = await this.api.get("/faults");
             const body = { rules: change(rules).map(({ fitting, hits, over, ...rule }) => rule) };
-            this.#show(await (await this.api.put("/faults", body)).json());
+            await this.#take(told(this.api.put("/faults", body)));
         });
     }
 
     #clear() {
         return this.act(async () => {
-            await this.api.remove("/faults");
-            this.#show({ rules: [], planned: [] });
+            await this.#take(this.api.remove("/faults").then(() => ({ rules: [], planned: [] })));
         });
+    }
+
+    async #take(answer) {
+        const faults = await this.newest.of(answer);
+        if (faults)
+            this.#show(faults);
     }
 
     // Those that are planned were given with the program's start.
@@ -146,6 +152,7 @@ export class FaultCard {
     }
 }
 
+const told = async (request) => (await request).json();
 const input = (name, attributes) => el("input", { name, autocomplete: "off", ...attributes });
 const check = (name) => el("input", { type: "checkbox", name });
 const number = (name, attributes) => el("input", { type: "number", name, ...attributes });

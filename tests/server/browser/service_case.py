@@ -84,6 +84,4 @@ class ServicePageTest(PanelTest):
         return self.text(f"[data-id='{number}']")
 
     def fill(self, name, value):
-        field = self.find(f"#receipt [name={name}]")
-        field.clear()
-        field.send_keys(value)
+        self.write(f"#receipt [name={name}]", value, anew=True)

@@ -44,7 +44,7 @@ class Looks(PageLooks, ServicePageTest):
 
     def test_languages(self):
         self.has_all_words()
-        self.find("#language option[value=ru]").click()
+        self.click("#language option[value=ru]")
         self.becomes(lambda: self.till(), "работает")
         self.becomes(lambda: self.row("cash:0001"), "не оформлен")
         self.assertEqual("ru", self.find("html").get_attribute("lang"))
@@ -61,7 +61,7 @@ class Guarded(ServicePageTest):
         dialog = lambda: self.find("#token-dialog").is_displayed()
         stage.wait_for(dialog)
         for given, expected in (("another-token-altogether", "refused"), (token, "")):
-            self.find("[name=token]").send_keys(given + "\n")
+            self.write("[name=token]", given + "\n")
             self.becomes(lambda: self.text("#token-reason"), expected)
         self.connected()
         self.page.refresh()

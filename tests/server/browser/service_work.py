@@ -8,6 +8,21 @@ from case import seconds, setUpModule  # noqa: F401, unittest looks for it
 from service_case import SALE, Service, ServicePageTest
 
 
+# Answers from that path are kept from the page, with their text, until they may go.
+HELD_UP = """
+    const [fetched, path] = [window.fetch, arguments[0]];
+    window.held = [];
+    window.fetch = async (url, options) => {
+        const answer = await fetched(url, options);
+        if (String(url) === path) {
+            const text = await answer.clone().text();
+            await new Promise((go) => window.held.push({ text, go }));
+        }
+        return answer;
+    };"""
+LET_GO = "window.held.splice(0).forEach(({go}) => go())"
+
+
 class Work(ServicePageTest):
     def test_sale_appears(self):
         self.connected()
@@ -90,7 +105,11 @@ class Work(ServicePageTest):
         self.click("#receipt [value=none]")
         self.click("#receipt [name=check]")
         self.becomes(lambda: self.text("#outcome"), "Nothing is wrong")
+        # What has become of it is told before it was taken.
+        self.page.execute_script(HELD_UP, "/v1/registers/till1/documents")
         self.click("#receipt [name=sell]")
+        self.becomes(self.till, "Sale, 37.50 ₽")
+        self.page.execute_script(LET_GO)
         self.becomes(lambda: self.text("#outcome"), "issued")
         self.assertIn("37.50", self.text("#outcome"))
         self.assertEqual("Проба страницы", self.page.execute_script("return document.querySelector('#receipt [name=name]').value"))
@@ -158,13 +177,11 @@ class Work(ServicePageTest):
                                          ("text", "\n", ["cash:0003", "cash:0002", "cash:0001"]),
                                          ("register", "till2", ["cash:0002"]), ("state", "queued", [])):
             if control == "text":
-                self.find("#search [name=text]").clear()
-                self.find("#search [name=text]").send_keys(value)
+                self.write("#search [name=text]", value, anew=True)
             else:
-                self.find(f"#search [name={control}] [value={value}]").click()
-            stage.wait_for(lambda: ids() == expected)
+                self.click(f"#search [name={control}] [value={value}]")
+            stage.wait_for(lambda: ids() == expected, what=expected)
         self.assertIn("Nothing was found", self.text("#none"))
-
 
     def test_more(self):
         self.works()
@@ -186,6 +203,19 @@ class Work(ServicePageTest):
         self.assertIn("withdrawn", self.row("cash:0002"))
 
 
+    def test_answer_that_comes_late_takes_nothing_back(self):
+        self.connected()
+        self.page.execute_script(HELD_UP, "/v1/registers")
+        self.service.post(SALE, "shop:0001")
+        held = "return window.held.some(({text}) => text.includes(arguments[0]))"
+        stage.wait_for(lambda: self.page.execute_script(held, '"id":"shop:0001"'))
+        self.service.ask("/registers/till1/pause", {})
+        self.becomes(self.till, "paused")
+        self.page.execute_script(LET_GO)
+        self.becomes(self.till, "Sale, 305.23 ₽")
+        self.assertIn("paused", self.till())
+
+
 class Persons(ServicePageTest):
     def make_unknown(self, number):
         """A print that the register does not count, ended in its middle: nobody can be asked about it."""
@@ -194,7 +224,7 @@ class Persons(ServicePageTest):
         self.register.ask("/faults", {"rules": [{"mode": "silence", "command": "PrintShiftCurrentTotals", "nth": 1}]}, "PUT")
         begin = self.register.ask("/state")["lastEvent"]
         self.service.post({"type": "xReport"}, number)
-        self.register.ask(f"/wait?event=exchange&command=PrintShiftCurrentTotals&timeout=15&after={begin}")
+        self.assertTrue(self.register.ask(f"/wait?event=exchange&command=PrintShiftCurrentTotals&timeout=15&after={begin}"))
         self.service.process.kill()
         self.service.process.wait(20)
         self.register.ask("/faults", method="DELETE")
@@ -205,22 +235,21 @@ class Persons(ServicePageTest):
         self.make_unknown("xrep:0001")
         self.becomes(lambda: self.row("xrep:0001"), "unknown")
         self.shoot("service-unknown")
-        self.find("[data-unknown='xrep:0001'] [name=note]").send_keys("на ленте его нет")
+        self.write("[data-unknown='xrep:0001'] [name=note]", "на ленте его нет")
         # What somebody types stays when other things happen.
         self.service.post({"type": "cashIn", "sum": 5}, "cash:0001")
         self.becomes(lambda: self.row("cash:0001"), "issued")
-        self.find("[data-unknown='xrep:0001'] [name=note]").send_keys("\n")
+        self.write("[data-unknown='xrep:0001'] [name=note]", "\n")
         self.becomes(lambda: self.row("xrep:0001"), "not issued: a person said so")
         stage.wait_for(lambda: not self.find("#attention").is_displayed())
         self.assertEqual("на ленте его нет", self.service.ask("/documents/xrep:0001")["note"])
 
     def test_unknown_is_on_the_tape(self):
         self.make_unknown("xrep:0001")
-        field = self.find("[data-unknown='xrep:0001'] [name=documentNumber]")
-        field.send_keys("0\n")  # which none has
+        number = "[data-unknown='xrep:0001'] [name=documentNumber]"
+        self.write(number, "0\n")  # which none has
         self.assertTrue(self.find("#attention").is_displayed())
-        field.clear()
-        field.send_keys("117\n")
+        self.write(number, "117\n", anew=True)
         self.becomes(lambda: self.row("xrep:0001"), "no. 117")
         self.becomes(lambda: self.row("xrep:0001"), "issued")
         stage.wait_for(lambda: not self.find("#attention").is_displayed())
@@ -238,10 +267,9 @@ class Persons(ServicePageTest):
         self.becomes(lambda: self.text("[data-review=till1]"), "documents that the journal does not know")
         self.becomes(lambda: self.row("shop:0002"), "waiting")
         self.shoot("service-review")
-        note = self.find("[data-review=till1] [name=note]")
-        note.send_keys("\n")  # says nothing
+        self.write("[data-review=till1] [name=note]", "\n")  # says nothing
         self.assertEqual("needsReview", self.service.ask("/registers/till1")["waiting"])
-        note.send_keys("продано с frctl, сверено с лентой\n")
+        self.write("[data-review=till1] [name=note]", "продано с frctl, сверено с лентой\n")
         self.becomes(lambda: self.row("shop:0002"), "issued")
         self.becomes(self.till, "works")
         stage.wait_for(lambda: not self.find("#attention").is_displayed())
