@@ -487,5 +487,13 @@
         <source>try again, and end that process if it hangs</source>
         <translation>повторите, а если этот процесс завис, завершите его</translation>
     </message>
+    <message>
+        <source>journal %1: frspf.version does not say of which release its tables are</source>
+        <translation>журнал %1: в frspf.version не сказано, какого выпуска его таблицы</translation>
+    </message>
+    <message>
+        <source>somebody has changed that; put back the number, or a backup</source>
+        <translation>кто-то изменил её; верните прежний номер или резервную копию</translation>
+    </message>
 </context>
 </TS>

@@ -335,12 +335,31 @@ TEST_F(Postgres, TablesOfOtherReleasesAreTold)
     PostgresStore(server.place()).accept(request("A"));
     PostgresStore::migrate(server.place());
     EXPECT_EQ(connection().value("SELECT number FROM version").toInt(), 2);
-    connection().execute("DROP SCHEMA frspf CASCADE");
-    try {
-        const PostgresStore store(server.place());
-        FAIL();
-    } catch (const JournalError& error) {
-        EXPECT_TRUE(error.advice().contains("frserver migrate"));
+    const auto said = [](const std::function<void()>& work) {
+        try {
+            work();
+            return QString();
+        } catch (const JournalError& error) {
+            return QString(error.what());
+        }
+    };
+    const struct
+    {
+        const char* change;
+        const char* wordsOfUse;
+        const char* wordsOfMigrate;
+    } cases[] = {
+        {"UPDATE version SET number = 0", "frspf.version", "put back the number"},
+        {"DELETE FROM version", "put back the number", "frspf.version"},
+        {"DROP SCHEMA frspf CASCADE", "frserver migrate", ""},
+    };
+    for (const auto& [change, wordsOfUse, wordsOfMigrate] : cases) {
+        connection().execute(change);
+        const QString use = said([&] { PostgresStore store(server.place()); });
+        EXPECT_TRUE(use.contains(wordsOfUse)) << change << qPrintable(use);
+        const QString migration = said([&] { PostgresStore::migrate(server.place()); });
+        EXPECT_TRUE(migration.contains(wordsOfMigrate)) << change << qPrintable(migration);
+        EXPECT_EQ(migration.isEmpty(), wordsOfMigrate[0] == '\0') << change;
     }
 }
 
