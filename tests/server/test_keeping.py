@@ -10,16 +10,13 @@ import signal
 import socket
 import ssl
 import subprocess
-import sys
 import threading
 import unittest
 import unittest.mock
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).parent))
-# pylint: disable=wrong-import-position
-from service import PATIENCE  # noqa: E402
-from servicetest import SALE, ServiceTest  # noqa: E402
+from service import PATIENCE
+from servicetest import SALE, ServiceTest
 
 PROGRAM = os.environ["FRSERVER"]
 
