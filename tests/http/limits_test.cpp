@@ -90,32 +90,27 @@ TEST(Admission, RemembersACallerForAWhile)
 
 TEST(Intake, BoundsBodies)
 {
-    struct Row
-    {
-        QByteArray length;
-        QByteArray expect;
-        int pieces; // of 5 bytes each, as many as are taken
-        bool isHopeless;
-        int status; // 0: none
-    };
+    // pieces: of 5 bytes each, as many as are taken
+    // status: 0: none
     const Limits limits = small();
-    const QList<Row> rows{{"10", "", 2, false, 0}, {"", "", 2, false, 0}, {"", "", 3, false, 413},
-        {"11", "", 2, false, 413}, {"11", "100-continue", 0, true, 413}, {"10", "100-continue", 2, false, 0},
-        {"1000000", "", 0, true, 413}, {"99999999999999999999", "", 0, false, 0}};
-    for (const Row& row : rows) {
+    const std::tuple<QByteArray, QByteArray, int, bool, int> rows[]
+        = {{"10", "", 2, false, 0}, {"", "", 2, false, 0}, {"", "", 3, false, 413}, {"11", "", 2, false, 413},
+            {"11", "100-continue", 0, true, 413}, {"10", "100-continue", 2, false, 0},
+            {"1000000", "", 0, true, 413}, {"99999999999999999999", "", 0, false, 0}};
+    for (const auto& [length, expect, pieces, isHopeless, status] : rows) {
         http::BodyRoom room(limits.bodies);
         QList<http::Headers::Field> headers;
-        if (!row.length.isEmpty())
-            headers.append({"Content-Length", row.length});
-        if (!row.expect.isEmpty())
-            headers.append({"Expect", row.expect});
+        if (!length.isEmpty())
+            headers.append({"Content-Length", length});
+        if (!expect.isEmpty())
+            headers.append({"Expect", expect});
         Intake intake(limits, room, message("POST", "/", headers));
-        for (int piece = 0; piece < row.pieces; ++piece)
+        for (int piece = 0; piece < pieces; ++piece)
             EXPECT_TRUE(intake.add("12345"));
-        EXPECT_EQ(intake.isHopeless(), row.isHopeless) << row.length.constData();
-        EXPECT_EQ(intake.problem() ? intake.problem()->status() : 0, row.status) << row.length.constData();
-        EXPECT_EQ(room.taken(), row.status ? 0 : 5 * row.pieces);
-        EXPECT_EQ(intake.take().body.size(), row.status ? 0 : 5 * row.pieces);
+        EXPECT_EQ(intake.isHopeless(), isHopeless) << length.constData();
+        EXPECT_EQ(intake.problem() ? intake.problem()->status() : 0, status) << length.constData();
+        EXPECT_EQ(room.taken(), status ? 0 : 5 * pieces);
+        EXPECT_EQ(intake.take().body.size(), status ? 0 : 5 * pieces);
         EXPECT_EQ(room.taken(), 0);
     }
 }

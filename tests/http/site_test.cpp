@@ -62,14 +62,7 @@ protected:
 
 TEST_F(SiteTest, FindsRoutes)
 {
-    struct Row
-    {
-        QByteArray method;
-        QByteArray target;
-        int status;
-        QByteArray bodyOrAllow;
-    };
-    const QList<Row> rows{
+    const std::tuple<QByteArray, QByteArray, int, QByteArray> rows[] = {
         {"GET", "/v1/registers", 200, "list"},
         {"GET", "/v1/registers/till%2F1", 200, "one till/1"},
         {"HEAD", "/v1/registers/till1", 200, "one till1"},
@@ -85,13 +78,13 @@ TEST_F(SiteTest, FindsRoutes)
         {"POST", "/app.js", 404, ""},
         {"GET", "/..%2Fpage%2Fapp.js", 404, ""},
     };
-    for (const Row& row : rows) {
-        const Response response = ask(row.method, row.target);
-        EXPECT_EQ(response.status, row.status) << row.target.constData();
-        if (row.status == 200)
-            EXPECT_EQ(response.body, row.bodyOrAllow);
+    for (const auto& [method, target, status, bodyOrAllow] : rows) {
+        const Response response = ask(method, target);
+        EXPECT_EQ(response.status, status) << target.constData();
+        if (status == 200)
+            EXPECT_EQ(response.body, bodyOrAllow);
         else
-            EXPECT_EQ(response.headers.value("allow"), row.bodyOrAllow) << row.target.constData();
+            EXPECT_EQ(response.headers.value("allow"), bodyOrAllow) << target.constData();
     }
 }
 

@@ -3,13 +3,11 @@
 #include "fieldsieve.h"
 #include "fieldtable.h"
 #include "printertext.h"
-#include "receiptcheck.h"
 #include "receipterror.h"
 #include "receiptparser.h"
+#include "receiptpatch.h"
 
 #include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
 
 #include <gtest/gtest.h>
 
@@ -38,22 +36,21 @@ QByteArray receiptText(const QByteArray& head, const QByteArray& position, const
         + items + "]}";
 }
 
-std::string findingsOf(const CheckedReceipt& checked)
-{
-    QStringList lines;
-    for (const Finding& finding : checked.findings)
-        lines.append((finding.severity == Finding::Error ? QStringLiteral("E ") : QStringLiteral("W "))
-            + finding.text());
-    return lines.join(QLatin1Char('\n')).toStdString();
-}
-
 TEST(CheckedReceipt, SaysWhatAProtocolDoesNotCarry)
 {
     constexpr Protocol xml = Protocol::Xml;
     constexpr Protocol hex = Protocol::Hex;
     const QByteArray tea = R"("name": "Чай")";
     const QByteArray buyer = R"("clientInfo": {"name": "ООО", "emailOrPhone": "a@b.ru"},)";
-    const QByteArray barcode = R"(,{"type": "barcode", "barcode": "a№", "barcodeType": "QR", "height": 9})";
+    const QByteArray high = R"(,{"type": "barcode", "barcode": "a№", "barcodeType": "QR", "height": 9})";
+    const auto position = [&](const QByteArray& fields) { return receiptText("", tea + ',' + fields, ""); };
+    const auto line = [&](const QByteArray& fields) {
+        return receiptText("", tea, R"(,{"type": "text", )" + fields + '}');
+    };
+    const auto barcode = [&](const QByteArray& type, const QByteArray& code) {
+        return receiptText(
+            "", tea, R"(,{"type": "barcode", "barcode": ")" + code + R"(", "barcodeType": ")" + type + "\"}");
+    };
     const std::tuple<Protocol, QByteArray, QStringList, const char*> rows[] = {
         {xml, receiptText(buyer, R"("name": "«Чай» — 5 ₽ 😀")", ""), {},
             "W clientInfo.vatin: is missing: over XML tag 1228 goes out empty"},
@@ -72,70 +69,49 @@ TEST(CheckedReceipt, SaysWhatAProtocolDoesNotCarry)
             "W items[0].name: \"яяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяя\" is cut to 48 characters; "
             "is printed as \"яяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяяя\""},
         {hex,
-            receiptText("",
-                tea + R"(,"supplierInfo": {"name": "«Поставщик всего ₽»", "vatin": "7721000017"},
-                    "agentInfo": {"agents": [4]})",
-                ""),
+            position(
+                R"("supplierInfo": {"name": "«Поставщик всего ₽»", "vatin": "7721000017"},
+                    "agentInfo": {"agents": [4]})"),
             {}, ""},
-        {hex,
-            receiptText("",
-                tea + R"(,"supplierInfo": {"name": "Поставщик всего 12345", "vatin": "7721000017"},
-                    "agentInfo": {"agents": [4]})",
-                ""),
+        {hex, position(R"("supplierInfo": {"name": "Поставщик всего 12345", "vatin": "7721000017"},
+                    "agentInfo": {"agents": [4]})"),
             {},
             "W items[0].supplierInfo.name: \"Поставщик всего 12345\" is cut to 19 characters; "
             "is printed as \"Поставщик всего 123\""},
-        {xml, receiptText("", tea, barcode), {"items[].height"},
+        {xml, receiptText("", tea, high), {"items[].height"},
             "W items[1].height: \"9\" is dropped, since it is not carried over XML"},
-        {hex, receiptText("", tea, barcode), {"items[1].height", "items[].height"},
+        {hex, receiptText("", tea, high), {"items[1].height", "items[].height"},
             "W items[1].height: \"9\" is dropped, since it is not carried over HEX"},
         {hex, receiptText("", tea, R"(,{"type": "barcode", "barcode": "«a»", "barcodeType": 7})"), {},
             "E items[1].barcode: \"«a»\" cannot be printed over HEX: it may not have \"«»\"\n"
             "E items[1].barcodeType: \"PDF417\" is not printed over HEX; what is: UPC_A, UPC_E, EAN13, EAN8, "
             "CODE39, ITF, CODABAR, CODE93, CODE128, QR"},
-        {xml, receiptText("", tea, R"(,{"type": "barcode", "barcode": "«a»", "barcodeType": "CODE39"})"), {},
+        {xml, barcode("CODE39", "«a»"), {},
             "E items[1].barcodeType: \"CODE39\" is not printed over XML; what is: EAN13, QR"},
-        {xml,
-            receiptText("", tea, R"(,{"type": "barcode", "barcode": "46000000001", "barcodeType": "EAN13"})"),
-            {}, "E items[1].barcode: \"46000000001\" must be 12 or 13 digits in a barcode of type EAN13"},
-        {hex, receiptText("", tea, R"(,{"type": "barcode", "barcode": "4600002", "barcodeType": "EAN8"})"),
-            {}, ""},
-        {hex, receiptText("", tea, R"(,{"type": "barcode", "barcode": "46000026", "barcodeType": "EAN8"})"),
-            {}, ""},
-        {hex, receiptText("", tea, R"(,{"type": "barcode", "barcode": "46000025", "barcodeType": "EAN8"})"),
-            {}, "W items[1].barcode: \"46000025\" has a wrong check digit; the right one is 6"},
-        {xml,
-            receiptText(
-                "", tea, R"(,{"type": "barcode", "barcode": "4600000000017", "barcodeType": "EAN13"})"),
-            {}, "W items[1].barcode: \"4600000000017\" has a wrong check digit; the right one is 5"},
-        {hex,
-            receiptText(
-                "", tea, R"(,{"type": "barcode", "barcode": "036000291453", "barcodeType": "UPC_A"})"),
-            {}, "W items[1].barcode: \"036000291453\" has a wrong check digit; the right one is 2"},
-        {hex, receiptText("", tea, R"(,{"type": "barcode", "barcode": "12A", "barcodeType": "ITF"})"), {},
+        {xml, barcode("EAN13", "46000000001"), {},
+            "E items[1].barcode: \"46000000001\" must be 12 or 13 digits in a barcode of type EAN13"},
+        {hex, barcode("EAN8", "4600002"), {}, ""},
+        {hex, barcode("EAN8", "46000026"), {}, ""},
+        {hex, barcode("EAN8", "46000025"), {},
+            "W items[1].barcode: \"46000025\" has a wrong check digit; the right one is 6"},
+        {xml, barcode("EAN13", "4600000000017"), {},
+            "W items[1].barcode: \"4600000000017\" has a wrong check digit; the right one is 5"},
+        {hex, barcode("UPC_A", "036000291453"), {},
+            "W items[1].barcode: \"036000291453\" has a wrong check digit; the right one is 2"},
+        {hex, barcode("ITF", "12A"), {},
             "E items[1].barcode: \"12A\" must be digits in a barcode of type ITF"},
-        {hex, receiptText("", tea, R"(,{"type": "barcode", "barcode": "Чай", "barcodeType": "CODE128"})"), {},
+        {hex, barcode("CODE128", "Чай"), {},
             "E items[1].barcode: \"Чай\" must be Latin letters, digits and signs of ASCII in a barcode of type "
             "CODE128"},
-        {hex,
-            receiptText(
-                "", tea, R"(,{"type": "barcode", "barcode": "Tea\u001d1", "barcodeType": "CODE128"})"),
-            {}, ""},
-        {xml, receiptText("", tea, R"(,{"type": "text", "text": "‼?q0001a"})"), {},
+        {hex, barcode("CODE128", "Tea\\u001d1"), {}, ""},
+        {xml, line(R"("text": "‼?q0001a")"), {},
             "E items[1].text: \"‼?q0001a\" must not begin with ‼?, which is a command to the printer over XML"},
-        {xml,
-            receiptText(
-                "", tea, R"(,{"type": "text", "text": "a", "doubleWidth": true, "doubleHeight": true})"),
-            {},
+        {xml, line(R"("text": "a", "doubleWidth": true, "doubleHeight": true)"), {},
             "W items[1].doubleHeight: is not printed over XML together with doubleWidth: the line is wide alone"},
-        {xml, receiptText("", tea, R"(,{"type": "barcode", "barcode": "1\u001d", "barcodeType": "QR"})"), {},
+        {xml, barcode("QR", "1\\u001d"), {},
             "E items[1].barcode: has the control character U+001D at character 2, which XML cannot carry"},
-        {hex, receiptText("", tea, R"(,{"type": "barcode", "barcode": "1\u001d", "barcodeType": "QR"})"), {},
-            ""},
-        {hex,
-            receiptText(
-                "", tea, R"(,{"type": "text", "text": "a", "doubleWidth": true, "doubleHeight": true})"),
-            {}, ""},
+        {hex, barcode("QR", "1\\u001d"), {}, ""},
+        {hex, line(R"("text": "a", "doubleWidth": true, "doubleHeight": true)"), {}, ""},
     };
     for (const auto& [protocol, text, drop, findings] : rows)
         EXPECT_EQ(findingsOf(checkedReceipt(text, {protocol, {}, drop, false})), findings)

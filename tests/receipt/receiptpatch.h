@@ -1,6 +1,8 @@
-// Receipts as changes of a good one.
+// Receipts as changes of a good one, and what is found in them.
 
 #pragma once
+
+#include "receiptcheck.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -38,4 +40,13 @@ inline QJsonObject receiptWith(const QByteArray& headPatch, const QByteArray& it
     QJsonObject head = fromText(R"({"type": "sell", "payments": [{"type": "cash", "sum": 1000}]})");
     head.insert(QStringLiteral("items"), QJsonArray{item});
     return patched(head, headPatch);
+}
+
+/// A line each: "W items[0].price: ..." for a warning, E for an error.
+inline std::string findingsOf(const receipt::CheckedReceipt& checked)
+{
+    QStringList lines;
+    for (const receipt::Finding& finding : checked.findings)
+        lines.append((finding.severity == receipt::Finding::Error ? "E " : "W ") + finding.text());
+    return lines.join('\n').toStdString();
 }

@@ -1,6 +1,5 @@
 #include "keyboardlayout.h"
 #include "marksyntax.h"
-#include "receiptcheck.h"
 #include "receiptpatch.h"
 #include "taxnumber.h"
 
@@ -20,15 +19,10 @@ TEST(TaxNumber, CheckDigitsAreWeighed)
         EXPECT_EQ(isInn(QString::fromUtf8(number)), isRight) << number;
 }
 
-/// What the rules say of a receipt, a line each: "W items[0].price: ..." for a warning, E for an error.
+/// What the rules say of a receipt.
 std::string said(const QJsonObject& json, Protocol protocol = Protocol::Xml, QDate today = {2025, 12, 31})
 {
-    const CheckedReceipt checked = checkedReceipt(QJsonDocument(json).toJson(), {protocol, today, {}, true});
-    QStringList lines;
-    for (const Finding& finding : checked.findings)
-        lines.append((finding.severity == Finding::Error ? QStringLiteral("E ") : QStringLiteral("W "))
-            + finding.text());
-    return lines.join('\n').toStdString();
+    return findingsOf(checkedReceipt(QJsonDocument(json).toJson(), {protocol, today, {}, true}));
 }
 
 struct Row
@@ -237,26 +231,14 @@ TEST(Rules, CodeTwiceInAReceiptWithOrWithoutItsProof)
 TEST(MarkFault, FormOfACode)
 {
     const QByteArray head = "010460000000001521";
-    const QByteArray tail = "\x1D"
-                            "91EE06\x1D"
-                            "92"
-        + QByteArray(44, 'k');
-    const std::tuple<QByteArray, const char*> rows[] = {
-        {head
-                + "5!Ab1cD\x1D"
-                  "93dGVz",
-            ""},
+    const QByteArray tail = "|91EE06|92" + QByteArray(44, 'k');
+    // A group separator is | here.
+    const QByteArray piece = head + "5!Ab1cD|93dGVz";
+    const std::pair<QByteArray, const char*> rows[] = {
+        {piece, ""},
         {head + "91EE0692abc93" + tail, ""},
-        {head
-                + "593f)z\x1D"
-                  "933103\x1D"
-                  "3103000123",
-            ""},
-        {head
-                + "AnyLength\x1D"
-                  "10LOT\x1D"
-                  "93dGVz",
-            ""},
+        {head + "593f)z|933103|3103000123", ""},
+        {head + "AnyLength|10LOT|93dGVz", ""},
         {"46000002", ""},
         {"4600000000015", ""},
         {"14600000000012", ""},
@@ -266,58 +248,38 @@ TEST(MarkFault, FormOfACode)
         {QByteArray(150, '7'), ""},
         {"RU-430302-ABC1234567", ""},
         {"00000046198489X?io+qCABm8wAYa", "E has 00000046198489 with a wrong check digit, 8 would be right"},
-        {"0104600000000016215!Ab1cD\x1D"
-         "93dGVz",
+        {"0104600000000016215!Ab1cD|93dGVz",
             "E has 04600000000016 with a wrong check digit, 5 would be right"},
         {head + "5!Ab1cD93dGVz",
             "E has lost its group separators (character 1D); with them it is "
             "\"0104600000000015215!Ab1cD<GS>93dGVz\""},
-        {head + "91EE0692abc93\x1D" + QByteArray(tail).remove(0, 1).replace('\x1D', ""),
+        {head + "91EE0692abc93|" + QByteArray(tail).remove(0, 1).replace('|', ""),
             "E has lost its group separators (character 1D); with them"},
         {head + "serial of no known layout", "E is no marking code"},
         {head + "serial-of-no-known-layout", "E has lost its group separators (character 1D): the first"},
         {head + "5!Ab1cD<GS>93dGVz", "E has \"<GS>\" in place of its group separators"},
         {head + "5!Ab1cD\\u001d93dGVz", "E has \"\\u001d\" in place of its group separators"},
         {head + "5!Ab1cD 93dGVz", "E has \" \" in place of its group separators"},
-        {"]d2" + head
-                + "5!Ab1cD\x1D"
-                  "93dGVz",
-            "E is not as it stands on the goods"},
+        {"]d2" + piece, "E is not as it stands on the goods"},
         {"(01)04600000000015(21)5!Ab1cD", "E is not as it stands on the goods"},
         {" 46000002", "E has blanks around it"},
-        {"0104600000000015215!Фи1сВ\x1D"
-         "93вПМя",
+        {"0104600000000015215!Фи1сВ|93вПМя",
             "E was scanned in the Russian keyboard layout, in the Latin one it "
             "is \"0104600000000015215!Ab1cD<GS>93dGVz\""},
         {"КГ-430302-ФИС1234567",
             "E was scanned in the Russian keyboard layout, in the Latin one it is "
             "\"RU-430302-ABC1234567\""},
         {head + "5!Ab1cD", "W has none of the fields 91, 92 and 93"},
-        {head
-                + "5!Ab1cD\x1D"
-                  "10LOT",
-            "W has none of the fields 91, 92 and 93"},
-        {"\x1D" + head
-                + "5!Ab1cD\x1D"
-                  "93dGVz",
-            "W has a group separator that separates nothing"},
-        {head
-                + "5!Ab1cD\x1D"
-                  "93dGVz"
-                + head
-                + "5!Ab1cD\x1D"
-                  "93dGVz",
-            "E has one of the fields 91, 92 and 93 twice"},
+        {head + "5!Ab1cD|10LOT", "W has none of the fields 91, 92 and 93"},
+        {"|" + piece, "W has a group separator that separates nothing"},
+        {piece + piece, "E has one of the fields 91, 92 and 93 twice"},
         {head, "E is no marking code"},
         {"460000020", "E is no marking code"},
         {QByteArray(68, 'a'), "E is no marking code"},
-        {head
-                + "5!Ab1cDé\x1D"
-                  "93dGVz",
-            "E is no marking code"},
+        {head + "5!Ab1cDé|93dGVz", "E is no marking code"},
     };
     for (const auto& [code, expected] : rows) {
-        const std::optional<MarkFault> fault = markFault(QString::fromUtf8(code));
+        const std::optional<MarkFault> fault = markFault(QString::fromUtf8(code).replace('|', QChar(0x1D)));
         const std::string text = fault
             ? (fault->severity == Finding::Error ? "E " : "W ") + fault->reason.toStdString()
             : std::string();

@@ -111,26 +111,21 @@ TEST_F(Desk, WhatLeavesNoTraceMayBePrintedTwice)
 
 TEST_F(Desk, AnotherRegisterThanTheOneExpectedGetsNothing)
 {
-    const struct
-    {
-        receipt::Protocol protocol;
-        ExpectedRegister expected;
-        bool isRight;
-        const char* asked;
-    } rows[] = {{receipt::Protocol::Hex, {"0030001", {}}, true, "connect init shift"},
-        {receipt::Protocol::Hex, {"0030001", "7721000012"}, true, "connect inn init shift"},
-        {receipt::Protocol::Xml, {"0030001", "7707083893"}, true, "connect init"},
-        {receipt::Protocol::Hex, {"0030002", "7721000012"}, false, "connect"},
-        {receipt::Protocol::Xml, {"0030002", {}}, false, "connect"},
-        {receipt::Protocol::Hex, {{}, "7707083893"}, false, "connect inn"}};
-    for (const auto& row : rows) {
-        DeskOptions options{{row.protocol, true}, "till1", {"Иванова", {}, {}}};
-        options.line.expected = row.expected;
+    const std::tuple<receipt::Protocol, ExpectedRegister, bool, const char*> rows[]
+        = {{receipt::Protocol::Hex, {"0030001", {}}, true, "connect init shift"},
+            {receipt::Protocol::Hex, {"0030001", "7721000012"}, true, "connect inn init shift"},
+            {receipt::Protocol::Xml, {"0030001", "7707083893"}, true, "connect init"},
+            {receipt::Protocol::Hex, {"0030002", "7721000012"}, false, "connect"},
+            {receipt::Protocol::Xml, {"0030002", {}}, false, "connect"},
+            {receipt::Protocol::Hex, {{}, "7707083893"}, false, "connect inn"}};
+    for (const auto& [protocol, expected, isRight, questions] : rows) {
+        DeskOptions options{{protocol, true}, "till1", {"Иванова", {}, {}}};
+        options.line.expected = expected;
         const IssueResult result = CashDesk(driver, journal, options).issue({}, json);
-        EXPECT_EQ(!result.failure || result.failure->kind != ErrorKind::WrongRegister, row.isRight);
+        EXPECT_EQ(!result.failure || result.failure->kind != ErrorKind::WrongRegister, isRight);
         const std::string calls = told();
-        EXPECT_EQ(calls.substr(0, row.isRight ? std::strlen(row.asked) : calls.size()), row.asked);
-        EXPECT_EQ(result.verdict, row.isRight ? result.verdict : Verdict(Outcome::None));
+        EXPECT_EQ(calls.substr(0, isRight ? std::strlen(questions) : calls.size()), questions);
+        EXPECT_EQ(result.verdict, isRight ? result.verdict : Verdict(Outcome::None));
     }
 }
 
@@ -161,22 +156,17 @@ TEST_F(Desk, IdMakesOneSaleWhateverHappens)
 TEST_F(Desk, MistakesOfTheCallerAreToldBeforeAnythingIsAsked)
 {
     journal.accept({"till-1:41", "sell", "{}", {}});
-    const struct
-    {
-        QString id;
-        QByteArray json;
-        const char* text;
-    } rows[] = {
+    const std::tuple<QString, QByteArray, const char*> rows[] = {
         {"short", json, "has not 8 to 64"},
         {"till-1:41", json, "is the id of another receipt"},
         {saleId, "{", "syntax error"},
         {saleId, QByteArray(json).replace("\"amount\": 10", "\"amount\": 11"), "items[0].amount"},
     };
-    for (const auto& row : rows) {
-        const IssueResult result = desk().issue(row.id, row.json);
-        ASSERT_TRUE(result.failure) << row.text;
-        EXPECT_TRUE(result.failure->text.contains(row.text)) << result.failure->text.toStdString();
-        EXPECT_EQ(result.failure->kind, ErrorKind::Data) << row.text;
+    for (const auto& [id, body, text] : rows) {
+        const IssueResult result = desk().issue(id, body);
+        ASSERT_TRUE(result.failure) << text;
+        EXPECT_TRUE(result.failure->text.contains(text)) << result.failure->text.toStdString();
+        EXPECT_EQ(result.failure->kind, ErrorKind::Data) << text;
         EXPECT_EQ(result.verdict, Outcome::None);
     }
     EXPECT_EQ(driver.calls, "");

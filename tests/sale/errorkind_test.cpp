@@ -53,12 +53,7 @@ TEST(ErrorKind, EachRowOfBothTablesHasOne)
 
 TEST(ErrorKind, ProtocolsAgree)
 {
-    const struct
-    {
-        QList<int> hex;
-        QList<std::pair<int, int>> xml;
-        ErrorKind kind;
-    } rows[] = {
+    const std::tuple<QList<int>, QList<std::pair<int, int>>, ErrorKind> rows[] = {
         {{8}, {{3, 8}}, ErrorKind::Paper},
         {{9}, {{3, 3002}, {3, 3003}, {3, 17}}, ErrorKind::Cover},
         {{10, 102}, {{1, 22}, {4, 4003}}, ErrorKind::ShiftExpired},
@@ -74,11 +69,11 @@ TEST(ErrorKind, ProtocolsAgree)
         {{2, 6, 160}, {{5, 5001}, {5, 5009}}, ErrorKind::Internal},
         {{1, 82, 200}, {{1, 1002}, {2, 2005}, {3, 1}, {1, 17}, {0, 17}}, ErrorKind::Other},
     };
-    for (const auto& row : rows) {
-        for (const int code : row.hex)
-            EXPECT_EQ(kindOf(hexText(code)), row.kind) << code;
-        for (const auto& [category, code] : row.xml)
-            EXPECT_EQ(kindOf(xmlText(category, code)), row.kind) << category << '.' << code;
+    for (const auto& [hex, xml, kind] : rows) {
+        for (const int code : hex)
+            EXPECT_EQ(kindOf(hexText(code)), kind) << code;
+        for (const auto& [category, code] : xml)
+            EXPECT_EQ(kindOf(xmlText(category, code)), kind) << category << '.' << code;
     }
 }
 

@@ -11,32 +11,26 @@ namespace {
 
 TEST_F(Issue, BadMarksEndTheWorkBeforeADocument)
 {
-    const struct
-    {
-        int result;
-        MarkPolicy policy;
-        bool isIssued;
-        int warnings;
-    } rows[] = {
+    const std::tuple<int, MarkPolicy, bool, int> rows[] = {
         {15, MarkPolicy::Strict, true, 0},
         {5, MarkPolicy::Warn, false, 0},
         {5, MarkPolicy::Any, true, 1},
         {3, MarkPolicy::Warn, true, 1},
         {3, MarkPolicy::Strict, false, 0},
     };
-    for (const auto& row : rows) {
+    for (const auto& [mark, policy, isIssued, warnings] : rows) {
         driver.calls.clear();
-        driver.markResult = row.result;
-        const IssueResult result = issueReceipt(driver, receipt, {hexLine, nullptr, row.policy});
-        EXPECT_EQ(result.isIssued(), row.isIssued) << row.result;
-        EXPECT_EQ(result.warnings.size(), row.warnings) << row.result;
-        if (row.isIssued)
+        driver.markResult = mark;
+        const IssueResult result = issueReceipt(driver, receipt, {hexLine, nullptr, policy});
+        EXPECT_EQ(result.isIssued(), isIssued) << mark;
+        EXPECT_EQ(result.warnings.size(), warnings) << mark;
+        if (isIssued)
             continue;
         EXPECT_EQ(driver.calls, noting + " mark clear");
         ASSERT_TRUE(result.failure);
         EXPECT_EQ(result.failure->kind, ErrorKind::Mark);
         EXPECT_EQ(result.failure->path, QStringLiteral("items[1].markingCode"));
-        EXPECT_EQ(result.failure->bits, judgeMark(row.result).bits);
+        EXPECT_EQ(result.failure->bits, judgeMark(mark).bits);
     }
 }
 
@@ -50,14 +44,7 @@ TEST_F(Issue, PieceThatIsSoldTwiceIsNoticed)
                                      "93AAAA";
     const char* const other = "010460000000001521ABCDEFGHIJKLN\x1D"
                               "93dGVz";
-    const struct
-    {
-        const char* code;
-        bool isReturn;
-        const char* failing;
-        const char* id;
-        const char* warning;
-    } rows[] = {
+    const std::tuple<const char*, bool, const char*, const char*, QString> rows[] = {
         {piece, false, "total", "1", ""},
         {piece, false, "", "2", ""},
         {other, false, "", "A", ""},
@@ -71,15 +58,15 @@ TEST_F(Issue, PieceThatIsSoldTwiceIsNoticed)
         {piece, false, "", "7", "may have been sold"},
     };
     int line = 0;
-    for (const auto& row : rows) {
-        driver.failing = row.failing;
-        receipt.items[1].position.setMarkingCode(QString::fromLatin1(row.code), MarkCommon);
-        receipt.document.setDocumentType(row.isReturn ? hw::fr::CheckSaleReturn : hw::fr::CheckSale);
-        IdentifiedSale identified(journal, QString::fromLatin1(row.id), "{}");
+    for (const auto& [code, isReturn, failing, id, words] : rows) {
+        driver.failing = failing;
+        receipt.items[1].position.setMarkingCode(QString::fromLatin1(code), MarkCommon);
+        receipt.document.setDocumentType(isReturn ? hw::fr::CheckSaleReturn : hw::fr::CheckSale);
+        IdentifiedSale identified(journal, QString::fromLatin1(id), "{}");
         const IssueResult result = issueReceipt(driver, receipt, {RegisterLine(), &identified});
-        ASSERT_EQ(result.warnings.size(), *row.warning == 0 ? 0 : 1) << line;
+        ASSERT_EQ(result.warnings.size(), words.isEmpty() ? 0 : 1) << line;
         for (const receipt::Finding& warning : result.warnings)
-            EXPECT_TRUE(warning.reason.contains(QLatin1String(row.warning))) << warning.reason.toStdString();
+            EXPECT_TRUE(warning.reason.contains(words)) << warning.reason.toStdString();
         ++line;
     }
 }
@@ -87,12 +74,7 @@ TEST_F(Issue, PieceThatIsSoldTwiceIsNoticed)
 TEST(MarkJudgement, ReadsTheBits)
 {
     using Standing = MarkJudgement::Standing;
-    const struct
-    {
-        int result;
-        Standing standing;
-        const char* bits;
-    } rows[] = {
+    const std::tuple<int, Standing, const char*> rows[] = {
         {0, Standing::Unchecked, "not checked by the fiscal drive, not checked on line"},
         {1, Standing::Bad, "key wrong, not checked on line"},
         {3, Standing::Unchecked, "key right, not checked on line"},
@@ -107,11 +89,11 @@ TEST(MarkJudgement, ReadsTheBits)
         {33, Standing::Bad, "key wrong, not checked on line"},
         {47, Standing::Unchecked, "key right, goods right on line"},
     };
-    for (const auto& row : rows) {
-        const MarkJudgement judgement = judgeMark(row.result);
-        const QStringList ends = QString::fromLatin1(row.bits).split(QStringLiteral(", "));
-        EXPECT_EQ(judgement.standing, row.standing) << row.result;
-        ASSERT_EQ(judgement.bits.size(), ends.size()) << row.result;
+    for (const auto& [result, standing, bits] : rows) {
+        const MarkJudgement judgement = judgeMark(result);
+        const QStringList ends = QString::fromLatin1(bits).split(QStringLiteral(", "));
+        EXPECT_EQ(judgement.standing, standing) << result;
+        ASSERT_EQ(judgement.bits.size(), ends.size()) << result;
         for (qsizetype i = 0; i < ends.size(); ++i)
             EXPECT_TRUE(judgement.bits.at(i).endsWith(ends.at(i))) << judgement.bits.at(i).toStdString();
     }

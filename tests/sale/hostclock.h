@@ -1,4 +1,4 @@
-// The host's clock, put forward or back for as long as this lives.
+// The host's clock, put forward, back or to a given time for as long as this lives.
 
 #pragma once
 
@@ -26,6 +26,20 @@ public:
 
 private:
     const qint64 m_ahead;
+};
+
+/// It stands still but for what a test makes of it.
+class GivenTime : public HostClock
+{
+public:
+    explicit GivenTime(const QDateTime& start)
+        : HostClock(0)
+        , time(start)
+    {
+    }
+    QDateTime getCurrentDateTime() const override { return time; }
+
+    QDateTime time;
 };
 
 } // namespace sale

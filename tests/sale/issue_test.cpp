@@ -23,14 +23,7 @@ TEST_F(Issue, ReceiptGoesInTheOrderOfTheContract)
 TEST_F(Issue, MarkBehindADocumentServesTheNext)
 {
     const RegisterLine xmlLine{receipt::Protocol::Xml, true};
-    const struct
-    {
-        RegisterLine line;
-        bool isOfThisConnection;
-        quint32 number;
-        std::string calls;
-        Verdict verdict;
-    } rows[] = {
+    const std::tuple<RegisterLine, bool, quint32, std::string, Verdict> rows[] = {
         {hexLine, true, 8, "shift next sums", countedOn(9)},
         {hexLine, true, 9, "shift next sums registers next sums", Outcome::Issued},
         {hexLine, false, 8, noting, countedOn(9)},
@@ -39,17 +32,17 @@ TEST_F(Issue, MarkBehindADocumentServesTheNext)
         {xmlLine, true, 9, "ask ask sums", countedOn(10)},
         {receipt::Protocol::Xml, true, 8, "ask sums", countedOn(9)},
     };
-    for (const auto& row : rows) {
+    for (const auto& [line, isOfThisConnection, number, calls, verdict] : rows) {
         driver.numbers = {7};
-        DriveMark after = *issueReceipt(driver, receipt, {row.line}).after;
+        DriveMark after = *issueReceipt(driver, receipt, {line}).after;
         after.lastDocument = 8;
         driver.calls.clear();
-        driver.numbers = {row.number};
-        IssueOptions options{row.line};
-        options.known = KnownMark{after, row.isOfThisConnection};
+        driver.numbers = {number};
+        IssueOptions options{line};
+        options.known = KnownMark{after, isOfThisConnection};
         const IssueResult result = issueReceipt(driver, receipt, options);
-        EXPECT_EQ(driver.calls.substr(0, driver.calls.find(" mark")), row.calls);
-        EXPECT_EQ(result.verdict, row.verdict) << row.calls;
+        EXPECT_EQ(driver.calls.substr(0, driver.calls.find(" mark")), calls);
+        EXPECT_EQ(result.verdict, verdict) << calls;
     }
 }
 

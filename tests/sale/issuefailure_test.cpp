@@ -119,18 +119,14 @@ TEST_F(Issue, ClosedShiftIsOpenedByADocumentOfItsOwn)
 
 TEST_F(Issue, RefusesToOpenWhatNobodyCouldJudgeAfterwards)
 {
-    const struct
-    {
-        RegisterLine line;
-        const char* drive;
-        std::string calls;
-    } rows[] = {{hexLine, "", noting}, {receipt::Protocol::Xml, "99", "ask sums ask sums"}};
+    const std::tuple<RegisterLine, const char*, std::string> rows[]
+        = {{hexLine, "", noting}, {receipt::Protocol::Xml, "99", "ask sums ask sums"}};
     driver.numbers = {0};
-    for (const auto& row : rows) {
+    for (const auto& [line, drive, calls] : rows) {
         driver.calls.clear();
-        driver.drive = QString::fromLatin1(row.drive);
-        const IssueResult result = issueReceipt(driver, receipt, {row.line});
-        EXPECT_EQ(driver.calls, row.calls);
+        driver.drive = QString::fromLatin1(drive);
+        const IssueResult result = issueReceipt(driver, receipt, {line});
+        EXPECT_EQ(driver.calls, calls);
         EXPECT_EQ(result.verdict, Outcome::None);
         ASSERT_TRUE(result.failure);
     }
@@ -140,29 +136,24 @@ TEST_F(Issue, WhatTheJournalKnowsIsAnsweredWithoutTheRegister)
 {
     SqliteStore journal(QStringLiteral(":memory:"));
     const DriveMark before{driver.drive, 7};
-    const struct
-    {
-        std::optional<Verdict> settled;
-        Verdict told;
-        bool isFinal;
-    } rows[] = {
+    const std::tuple<std::optional<Verdict>, Verdict, bool> rows[] = {
         {Verdict(Outcome::Issued, 8), Verdict(Outcome::Issued, 8), true},
         {Verdict(Outcome::Unknown), Outcome::Unknown, true},
         // Begun, by another program or by one that ended.
         {std::nullopt, Outcome::Unknown, false},
     };
     int number = 0;
-    for (const auto& row : rows) {
+    for (const auto& [settled, told, isFinal] : rows) {
         // No JSON, and still another receipt under the same id is noticed.
         const QString id = QString::number(++number);
         IdentifiedSale identified(journal, id, "milk 10.00");
         identified.begin(before);
-        if (row.settled)
-            identified.settle(*row.settled);
+        if (settled)
+            identified.settle(*settled);
         const IssueResult result = issueReceipt(driver, receipt, {hexLine, &identified});
         EXPECT_EQ(driver.calls, "");
-        EXPECT_EQ(result.verdict, row.told);
-        EXPECT_EQ(result.isFinal, row.isFinal);
+        EXPECT_EQ(result.verdict, told);
+        EXPECT_EQ(result.isFinal, isFinal);
         EXPECT_TRUE(result.isRepeated);
         EXPECT_EQ(result.before, before);
         EXPECT_THROW(IdentifiedSale(journal, id, "bread 10.00"), IdConflict);
@@ -189,23 +180,19 @@ TEST_F(Issue, MisreadDriveIsAskedAgain)
 {
     SqliteStore journal(QStringLiteral(":memory:"));
     const RegisterLine shared{receipt::Protocol::Xml, false};
-    const struct
-    {
-        std::optional<QString> misread;
-        std::string asked;
-    } rows[] = {
+    const std::pair<std::optional<QString>, std::string> rows[] = {
         {QStringLiteral("9909"), "ask sums ask ask sums ask sums"},
         // Known to the journal by now.
         {std::nullopt, "ask sums"},
         {QStringLiteral("9909"), "ask sums ask ask sums ask sums"},
     };
     int number = 0;
-    for (const auto& row : rows) {
+    for (const auto& [misread, questions] : rows) {
         driver.calls.clear();
-        driver.misreadDrive = row.misread;
+        driver.misreadDrive = misread;
         IdentifiedSale document(journal, QString::number(++number), "milk 10.00");
         const IssueResult result = issueReceipt(driver, receipt, {shared, &document});
-        EXPECT_EQ(driver.calls.substr(0, driver.calls.find(" mark")), row.asked);
+        EXPECT_EQ(driver.calls.substr(0, driver.calls.find(" mark")), questions);
         EXPECT_EQ(result.before.drive, driver.drive);
         EXPECT_EQ(journal.find({.drive = driver.drive}).size(), number);
     }

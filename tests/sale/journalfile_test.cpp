@@ -1,6 +1,5 @@
 // The file of the journal: former ones, other programs' ones, who may use it, and what is said when it fails.
 
-#include "journalerror.h"
 #include "journalfixture.h"
 #include "journalplace.h"
 #include "sqliteconnection.h"
@@ -31,16 +30,6 @@ protected:
         return QByteArray::number(status.st_mode & 07777, 8).toStdString();
     }
 };
-
-QString textOf(const std::function<void()>& work)
-{
-    try {
-        work();
-    } catch (const JournalError& error) {
-        return QString::fromUtf8(error.what());
-    }
-    return {};
-}
 
 /// Another user, of one group, as long as it lives; whoever is not root stays who he is.
 class AsNobody
@@ -118,10 +107,19 @@ TEST_F(JournalFile, FormerOneIsTakenOverOnce)
     }
 }
 
-TEST_F(JournalFile, FormerOneThatIsBrokenIsNamed)
+TEST_F(JournalFile, FormerOneThatIsBrokenOrLockedIsNamed)
 {
     const QString former = folder.filePath("former");
     makeFormer(former, false);
+    const auto told = [&] {
+        SqliteStore store(file, 0);
+        QString text;
+        for (int asking = 0; asking < 2; ++asking) {
+            text = textOf([&] { store.takeOver(former); });
+            EXPECT_TRUE(text.contains(former) && !text.contains(file)) << text.toStdString();
+        }
+        return text;
+    };
     QFile broken(former);
     ASSERT_TRUE(broken.open(QIODevice::ReadWrite));
     const QByteArray whole = broken.readAll();
@@ -133,27 +131,16 @@ TEST_F(JournalFile, FormerOneThatIsBrokenIsNamed)
         broken.seek(0);
         broken.write(content);
         broken.flush();
-        SqliteStore store(file);
-        for (int asking = 0; asking < 2; ++asking) {
-            const QString told = textOf([&] { store.takeOver(former); });
-            EXPECT_TRUE(told.contains(former) && !told.contains(file)) << told.toStdString();
-        }
+        told();
     }
-}
-
-TEST_F(JournalFile, FormerOneThatIsLockedIsNamedToo)
-{
-    const QString former = folder.filePath("former");
+    broken.remove();
     makeFormer(former, false);
     SqliteConnection other(former, 0);
     other.execute("BEGIN IMMEDIATE");
-    SqliteStore store(file, 0);
-    const QString told = textOf([&] { store.takeOver(former); });
-    EXPECT_TRUE(told.contains(former) && !told.contains(file)) << told.toStdString();
-    EXPECT_TRUE(told.contains("try again") && !told.contains("move it away")) << told.toStdString();
+    EXPECT_TRUE(told().contains("try again") && !told().contains("move it away"));
     other.execute("ROLLBACK");
     other.execute("ALTER TABLE sales DROP COLUMN drive");
-    EXPECT_TRUE(textOf([&] { store.takeOver(former); }).contains("former journal " + former));
+    EXPECT_TRUE(told().contains("former journal " + former));
 }
 
 TEST_F(JournalFile, FormerOneThatCannotBeSeenIsNotTakenForNone)
@@ -221,28 +208,23 @@ TEST_F(JournalFile, PlaceIsTheMachinesWhereThePackageMadeIt)
         return textOf([&closed] { journalPlace(closed.path()); });
     };
     const bool isRoot = ::geteuid() == 0;
-    const struct
-    {
-        gid_t group;
-        mode_t folder;
-        std::optional<mode_t> file;
-        const char* toDo;
-    } rows[] = {{AsNobody::group - 1, 0570, {}, "be of the group 65533 "},
-        {0, 0570, {}, "this user can write"}, {AsNobody::group, 0570, 0600, "the file is not for its group"},
-        {0, 0755, 0666, "be able to write its folder, too"}};
-    for (const auto& row : rows) {
+    const std::tuple<gid_t, mode_t, std::optional<mode_t>, const char*> rows[]
+        = {{AsNobody::group - 1, 0570, {}, "be of the group 65533 "}, {0, 0570, {}, "this user can write"},
+            {AsNobody::group, 0570, 0600, "the file is not for its group"},
+            {0, 0755, 0666, "be able to write its folder, too"}};
+    for (const auto& [group, folderMode, fileMode, toDo] : rows) {
         QFile::remove(closed.filePath("sales.sqlite"));
-        if (row.file) {
+        if (fileMode) {
             QFile made(closed.filePath("sales.sqlite"));
             ASSERT_TRUE(made.open(QIODevice::WriteOnly));
-            ::chmod(made.fileName().toLocal8Bit().constData(), *row.file);
+            ::chmod(made.fileName().toLocal8Bit().constData(), *fileMode);
         }
-        ASSERT_TRUE(!isRoot || ::chown(closed.path().toLocal8Bit().constData(), 0, row.group) == 0);
-        ::chmod(closed.path().toLocal8Bit().constData(), row.folder);
+        ASSERT_TRUE(!isRoot || ::chown(closed.path().toLocal8Bit().constData(), 0, group) == 0);
+        ::chmod(closed.path().toLocal8Bit().constData(), folderMode);
         if (!isRoot)
             continue;
         EXPECT_TRUE(told().contains(closed.filePath("sales.sqlite"))) << told().toStdString();
-        EXPECT_TRUE(told().contains(row.toDo)) << told().toStdString();
+        EXPECT_TRUE(told().contains(toDo)) << told().toStdString();
     }
     EXPECT_TRUE(textOf([this] { SqliteStore{folder.filePath("file/sales.sqlite")}; }).isEmpty());
     ASSERT_TRUE(QFile(folder.filePath("plain")).open(QIODevice::WriteOnly));

@@ -4,10 +4,13 @@
 
 #include "drivemark.h"
 #include "identifiedsale.h"
+#include "journalerror.h"
 
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+
+#include <functional>
 
 namespace sale {
 
@@ -19,6 +22,16 @@ protected:
     static IdentifiedSale saleIn(DocumentStore& store, const char* id = "A")
     {
         return {store, QString::fromLatin1(id), R"({"a": 1, "b": 2})"};
+    }
+    /// Of what it fails; empty when it does not.
+    static QString textOf(const std::function<void()>& work)
+    {
+        try {
+            work();
+            return {};
+        } catch (const JournalError& error) {
+            return QString::fromUtf8(error.what());
+        }
     }
 
     QTemporaryDir folder;

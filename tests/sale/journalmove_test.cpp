@@ -17,16 +17,6 @@ namespace {
 class JournalMove : public Journal
 {
 protected:
-    static QString textOf(const std::function<void()>& work)
-    {
-        try {
-            work();
-            return {};
-        } catch (const JournalError& error) {
-            return QString::fromUtf8(error.what());
-        }
-    }
-
     const QString exported = folder.filePath("export");
     const QString there = folder.filePath("there/sales.sqlite");
 };

@@ -3,12 +3,9 @@
 #pragma once
 
 #include "journalerror.h"
-#include "postgres/postgresstore.h"
 #include "postgres/registerleases.h"
 #include "postgres/workertable.h"
-#include "postgresserver.h"
-
-#include <gtest/gtest.h>
+#include "postgresfixture.h"
 
 #include <csignal>
 #include <sys/wait.h>
@@ -58,11 +55,9 @@ private:
     const pid_t m_process;
 };
 
-class Lease : public testing::Test
+class Lease : public Postgres
 {
 protected:
-    Lease() { server.clear(); }
-
     RegisterLeases leases(seconds term = seconds(60))
     {
         return RegisterLeases(server.place(), term, [this] { return now; });
@@ -84,8 +79,6 @@ protected:
     int workers() { return connection.value("SELECT count(*) FROM workers").toInt(); }
     static ProcessIdentity elsewhere() { return {"other", "boot/pid:[4026531836]", 7, 70}; }
 
-    PostgresServer& server = PostgresServer::instance();
-    PostgresConnection connection{server.place(), 1000};
     milliseconds now{1'000'000};
     const RegisterLeases::Wish till1{"till1"};
 };

@@ -71,26 +71,21 @@ protected:
 
 TEST_F(KilledQueue, IssuesOnceAndTellsTheTruth)
 {
-    const struct
-    {
-        bool isShiftOpen;
-        const char* refused;
-        DocumentState state;
-    } rows[] = {
+    const std::tuple<bool, const char*, DocumentState> rows[] = {
         {true, "", DocumentState::Issued},
         // Ahead of it another document opens the shift.
         {false, "", DocumentState::Issued},
         {true, "total", DocumentState::NotIssued},
     };
-    for (const auto& row : rows) {
+    for (const auto& [isShiftOpen, refused, state] : rows) {
         int place = 1;
         do {
             SCOPED_TRACE(place);
             journal = std::make_unique<SqliteStore>(QStringLiteral(":memory:"));
             accept("sell", receiptJson);
-            numbering.shiftOpen = row.isShiftOpen;
+            numbering.shiftOpen = isShiftOpen;
             numbering.numbers = {1};
-            numbering.refused = row.refused;
+            numbering.refused = refused;
             numbering.calls.clear();
             const std::string before = killedAt((place + 1) / 2, place % 2 == 1);
             CashDesk next(numbering, *journal, options());
@@ -100,7 +95,7 @@ TEST_F(KilledQueue, IssuesOnceAndTellsTheTruth)
             EXPECT_NE(known, DocumentState::Running);
             EXPECT_NE(known, DocumentState::Unknown);
             const DocumentState answered = makeQueued(next, queuedId).answer.state.value();
-            EXPECT_EQ(answered, known == DocumentState::Queued ? row.state : known);
+            EXPECT_EQ(answered, known == DocumentState::Queued ? state : known);
             EXPECT_LE(isAsked(before, "close") + isAsked(numbering.calls, "close"), 1U);
             ++place;
         } while (isKilled);

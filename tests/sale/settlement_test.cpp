@@ -12,14 +12,7 @@ constexpr auto xmlProtocol = receipt::Protocol::Xml;
 
 TEST(NoteMark, AsksWhatTheProtocolTellsOfTheDocument)
 {
-    const struct
-    {
-        receipt::Protocol protocol;
-        DocumentKind kind;
-        QList<quint32> numbers;
-        quint32 number;
-        const char* calls;
-    } rows[] = {
+    const std::tuple<receipt::Protocol, DocumentKind, QList<quint32>, quint32, const char*> rows[] = {
         {hexProtocol, DocumentKind::Sale, {7, 8}, 0, "registers next sums"},
         {xmlProtocol, DocumentKind::Sale, {7, 8}, 7, "ask sums"},
         {xmlProtocol, DocumentKind::Sale, {0, 8}, 8, "ask sums ask sums"},
@@ -31,13 +24,13 @@ TEST(NoteMark, AsksWhatTheProtocolTellsOfTheDocument)
         {xmlProtocol, DocumentKind::ShiftClosing, {1, 7, 2, 7, 7}, 7, "ask ask ask ask ask"},
     };
     BasicFrSettings settings;
-    for (const auto& row : rows) {
+    for (const auto& [protocol, kind, numbers, number, calls] : rows) {
         RecordingDriver driver(&settings);
-        driver.numbers = row.numbers;
-        const DriveMark mark = noteMark(driver, row.protocol, row.kind);
-        EXPECT_EQ(mark.lastDocument, row.number) << row.calls;
+        driver.numbers = numbers;
+        const DriveMark mark = noteMark(driver, protocol, kind);
+        EXPECT_EQ(mark.lastDocument, number) << calls;
         EXPECT_EQ(mark.drive, driver.drive);
-        EXPECT_EQ(driver.calls, row.calls);
+        EXPECT_EQ(driver.calls, calls);
     }
 }
 

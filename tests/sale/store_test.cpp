@@ -187,11 +187,7 @@ TEST_P(Store, DocumentsAreFoundByWhatTheyAre)
     store->accept(other);
     store->begin("other", {});
     const qint64 third = store->findId("issued")->sequence;
-    const struct
-    {
-        DocumentQuery query;
-        QStringList ids;
-    } rows[] = {
+    const std::pair<DocumentQuery, QStringList> rows[] = {
         {{}, {"queued", "running", "issued", "notIssued", "unknown", "other"}},
         {{.states = {DocumentState::Running, DocumentState::Unknown}}, {"running", "unknown", "other"}},
         {{.registerName = "till2"}, {"other"}},
@@ -208,8 +204,8 @@ TEST_P(Store, DocumentsAreFoundByWhatTheyAre)
         {{.text = "%"}, {}},
         {{.drive = "9999", .limit = 1, .order = DocumentQuery::LastBegun}, {"unknown"}},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(idsOf(row.query), row.ids);
+    for (const auto& [query, ids] : rows)
+        EXPECT_EQ(idsOf(query), ids);
     // An earlier id that was begun again is the last one.
     store->accept(request("notIssued"));
     store->begin("notIssued", {markBefore});

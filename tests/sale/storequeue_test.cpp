@@ -3,6 +3,8 @@
 #include "hostclock.h"
 #include "idconflict.h"
 #include "journalerror.h"
+#include "returnrefused.h"
+#include "salereturn.h"
 #include "sqlstore.h"
 #include "storefixture.h"
 
@@ -315,22 +317,25 @@ TEST_P(StoreQueue, WhatIsAcceptedMeetsItsCondition)
     EXPECT_EQ(store->accept(other).request.returnOf, "another");
 }
 
-TEST_P(StoreQueue, OfConditionsThatExcludeEachOtherOneIsMet)
+TEST_P(StoreQueue, OfReturnsAtOnceThatExceedTheirSaleTogetherOneIsAccepted)
 {
+    const auto receiptOf = [](const QByteArray& type) {
+        return R"({"type": ")" + type + R"(", "taxationType": "osn", "operator": {"name": "Иванова"},
+            "items": [{"name": "Хлеб", "price": 10, "quantity": 1, "amount": 10, "tax": {"type": "vat10"}}],
+            "payments": [{"type": "cash", "sum": 10}]})";
+    };
     for (int round = 0; round < 20; ++round) {
         const QString sale = QString::number(round);
+        store->accept(request(sale, receiptOf("sell")));
+        store->settle(sale, store->begin(sale, {markBefore}).value(), {.state = DocumentState::Issued});
         std::atomic_int accepted = 0;
         std::atomic_int number = 0;
         const auto giveBack = [&](DocumentStore& own) {
-            DocumentRequest back = request(QString("%1-%2").arg(round).arg(++number));
-            back.returnOf = sale;
+            const QString id = QString("%1-%2").arg(round).arg(++number);
             try {
-                own.accept(back, [&] {
-                    if (!own.find({.returnOf = sale}).isEmpty())
-                        throw std::runtime_error("returned");
-                });
+                acceptReturn(own, {id, "sellReturn", receiptOf("sellReturn"), "till1", {}, {}, sale});
                 ++accepted;
-            } catch (const std::runtime_error&) {
+            } catch (const ReturnRefused&) {
             }
         };
         atOnce({giveBack, giveBack, giveBack});

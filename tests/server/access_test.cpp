@@ -27,28 +27,12 @@ protected:
     }
 };
 
-std::string errorOf(const std::function<void()>& work)
-{
-    try {
-        work();
-        return {};
-    } catch (const TokenError& error) {
-        return error.what();
-    }
-}
-
 TEST_F(AccessTest, LetsEachRoleDoItsOwn)
 {
-    struct Row
-    {
-        const char* method;
-        const char* target;
-        QByteArray body;
-        /// In the order reader, seller, other, admin, nobody.
-        QList<int> statuses;
-    };
     ASSERT_EQ(post("document:1", cashIn, {}, "till1", "seller").status, 202);
-    const Row rows[]{
+    const QByteArrayList tokens{"reader", "seller", "other", "admin", "nobody"};
+    // The statuses in that order.
+    const std::tuple<const char*, const char*, QByteArray, QList<int>> rows[] = {
         {"GET", "/v1/documents/document:1", "", {200, 200, 404, 200, 401}},
         {"GET", "/v1/registers", "", {200, 200, 200, 200, 401}},
         {"GET", "/v1/registers/till2", "", {403, 403, 403, 200, 401}},
@@ -60,12 +44,11 @@ TEST_F(AccessTest, LetsEachRoleDoItsOwn)
         {"GET", "/healthz", "", {200, 200, 200, 200, 200}},
         {"GET", "/v1/openapi.json", "", {200, 200, 200, 200, 200}},
     };
-    const QByteArrayList tokens{"reader", "seller", "other", "admin", "nobody"};
-    for (const Row& row : rows) {
+    for (const auto& [method, target, body, expected] : rows) {
         QList<int> statuses;
         for (const QByteArray& token : tokens)
-            statuses.append(as(token, row.method, row.target, row.body, {{"Prefer", "wait=0"}}).status);
-        EXPECT_EQ(statuses, row.statuses) << row.method << ' ' << row.target;
+            statuses.append(as(token, method, target, body, {{"Prefer", "wait=0"}}).status);
+        EXPECT_EQ(statuses, expected) << method << ' ' << target;
     }
 }
 
@@ -169,15 +152,6 @@ TEST_F(AccessTest, TellsASellerOfItsOwnWhateverHasBecomeOfIt)
     EXPECT_EQ(post("document:2", cashIn, {}, "till1", "other").status, 403);
 }
 
-TEST_F(AccessTest, LetsNobodyInWhenTheLastTokenIsGone)
-{
-    api.setTokens(true, {});
-    EXPECT_EQ(status("admin", "GET", "/v1/registers"), 401);
-    EXPECT_EQ(status("", "GET", "/v1/registers"), 401);
-    api.setTokens(false, {});
-    EXPECT_EQ(status("", "GET", "/v1/registers"), 200);
-}
-
 TEST(TokenFile, KeepsHashesAlone)
 {
     const QTemporaryDir folder;
@@ -203,34 +177,37 @@ TEST(TokenFile, KeepsHashesAlone)
     EXPECT_TRUE(tokens.exists());
 }
 
-TEST(TokenFile, OneThatCannotBeLookedAtIsThere)
-{
-    const QTemporaryDir folder;
-    ASSERT_TRUE(QFile::link("loop", folder.filePath("loop")));
-    const TokenFile tokens(folder.filePath("loop/tokens"));
-    EXPECT_TRUE(tokens.exists());
-    EXPECT_NE(errorOf([&] { tokens.read(); }).find("loop/tokens"), std::string::npos);
-}
-
 TEST(TokenFile, SaysWhatIsWrong)
 {
     const QTemporaryDir folder;
+    const auto expectError = [](const char* part, const std::function<void()>& work) {
+        try {
+            work();
+            ADD_FAILURE() << part;
+        } catch (const TokenError& error) {
+            EXPECT_TRUE(QByteArray(error.what()).contains(part)) << error.what();
+        }
+    };
     TokenFile tokens(folder.filePath("tokens"));
     tokens.add("shop", "sell", {});
-    EXPECT_NE(errorOf([&] { tokens.add("shop", "read", {}); }).find("already"), std::string::npos);
-    EXPECT_NE(errorOf([&] { tokens.add("a b", "read", {}); }).find("a b"), std::string::npos);
-    EXPECT_NE(errorOf([&] { tokens.add("new", "owner", {}); }).find("read, sell, admin"), std::string::npos);
-    EXPECT_NE(errorOf([&] { tokens.remove("gone"); }).find("gone"), std::string::npos);
-    const std::pair<const char*, const char*> rows[]{{"shop sell *\n", ":2: is not NAME"},
-        {"shop owner * 00\n", ":2: the role"}, {"shop sell * 00\n", ":2: the hash"},
-        {"\xff sell * 00\n", ":2: the name"}};
-    for (const auto& [line, part] : rows) {
+    expectError("already", [&] { tokens.add("shop", "read", {}); });
+    expectError("a b", [&] { tokens.add("a b", "read", {}); });
+    expectError("read, sell, admin", [&] { tokens.add("new", "owner", {}); });
+    expectError("gone", [&] { tokens.remove("gone"); });
+    for (const auto& [line, part] :
+        {std::pair("shop sell *\n", ":2: is not NAME"), {"shop owner * 00\n", ":2: the role"},
+            {"shop sell * 00\n", ":2: the hash"}, {"\xff sell * 00\n", ":2: the name"}}) {
         QFile file(tokens.fileName());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(QByteArray("# first\n") + line);
         file.close();
-        EXPECT_NE(errorOf([&] { tokens.read(); }).find(part), std::string::npos) << line;
+        expectError(part, [&] { tokens.read(); });
     }
+    // One that cannot be looked at is there.
+    ASSERT_TRUE(QFile::link("loop", folder.filePath("loop")));
+    const TokenFile unseen(folder.filePath("loop/tokens"));
+    EXPECT_TRUE(unseen.exists());
+    expectError("loop/tokens", [&] { unseen.read(); });
 }
 
 } // namespace

@@ -226,13 +226,7 @@ protected:
     /// What the tokens of those who look on, and of another register, are not for.
     void askWithTokens()
     {
-        struct Row
-        {
-            QByteArray method;
-            QByteArray target;
-            QByteArray body;
-        };
-        const Row rows[]{
+        const std::tuple<QByteArray, QByteArray, QByteArray> rows[] = {
             {"POST", "/v1/registers/till1/documents", cashIn},
             {"POST", "/v1/pools/shop/documents", sale()},
             {"GET", "/v1/pools/shop", ""},
@@ -247,10 +241,9 @@ protected:
             {"POST", "/v1/preview?register=till1", sale()},
         };
         api.setTokens(true, {token("looker", "read", {"till2"})});
-        for (const Row& row : rows)
-            EXPECT_EQ(
-                record(row.method, row.target, row.body, {{"Authorization", "Bearer looker"}}).status, 403)
-                << row.target.constData();
+        for (const auto& [method, target, body] : rows)
+            EXPECT_EQ(record(method, target, body, {{"Authorization", "Bearer looker"}}).status, 403)
+                << target.constData();
         EXPECT_EQ(record("GET", "/metrics").status, 401);
         api.setTokens(false, {});
     }

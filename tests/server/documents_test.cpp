@@ -1,8 +1,5 @@
 #include "apirig.h"
 
-#include "currenttime.h"
-#include "mockfactory.h"
-
 namespace {
 
 struct WrongRow
@@ -69,26 +66,18 @@ TEST_F(DocumentsTest, RefusesWhatIsWrongAndStoresNothing)
 
 TEST_F(DocumentsTest, KeepsWhatIsOfTheDocumentAlone)
 {
-    struct Row
-    {
-        QByteArray id;
-        QByteArray body;
-        QByteArray kept;
-    };
-    const Row rows[]{
+    const std::tuple<QByteArray, QByteArray, QByteArray> rows[] = {
         {"document:1", R"({"sum":1.50,"id":"document:1","startBefore":5,"type":"cashIn"})",
             R"({"sum":1.5,"type":"cashIn"})"},
         {"\"document:2\"", R"({"type":"text","lines":["","строка"]})",
             R"({"lines":["","строка"],"type":"text"})"},
         {"document:3", R"({"type":"copy","documentNumber":12})", R"({"documentNumber":12,"type":"copy"})"},
     };
-    for (const Row& row : rows) {
-        QByteArray id = row.id;
-        id.replace('"', "");
-        EXPECT_EQ(post(row.id, row.body).status, 202) << id.constData();
-        const auto document = store.findId(id);
+    for (const auto& [key, body, kept] : rows) {
+        EXPECT_EQ(post(key, body).status, 202) << key.constData();
+        const auto document = store.findId(QByteArray(key).replace('"', ""));
         ASSERT_TRUE(document);
-        EXPECT_EQ(document->request.body, row.kept);
+        EXPECT_EQ(document->request.body, kept);
     }
     EXPECT_EQ(till1.told, QStringList({"wake", "wake", "wake"}));
     // An answer of earlier, in any order and form of the fields, is the same document.
@@ -109,28 +98,10 @@ TEST_F(DocumentsTest, HasTheTimeOfItsOwnOrOfTheRegister)
     EXPECT_TRUE(stored("document:3").value("startBefore").isNull());
 }
 
-TEST_F(DocumentsTest, AnswersByWhatHasBecomeOfIt)
-{
-    const QByteArray id = "document:1";
-    const Served accepted = post(id, sale());
-    EXPECT_EQ(accepted.status, 202) << accepted.all();
-    EXPECT_EQ(accepted.headers.value("Location"), "/v1/documents/document:1");
-    EXPECT_EQ(accepted.text("state"), "queued");
-    begin(id);
-    EXPECT_EQ(post(id, sale()).text("state"), "running");
-    end(id, {.state = sale::DocumentState::Issued, .documentNumber = 12});
-    const Served replayed = post(id, sale());
-    EXPECT_EQ(replayed.status, 200);
-    EXPECT_TRUE(replayed.json().value("replayed").toBool());
-    EXPECT_EQ(replayed.json().value("documentNumber").toInt(), 12);
-    EXPECT_EQ(replayed.json().value("total").toDouble(), 305.23);
-    EXPECT_EQ(till1.told, QStringList({"wake"}));
-}
-
 TEST_F(DocumentsTest, RefusesAnotherBodyUnderItsId)
 {
     const QByteArray id = "document:1";
-    post(id, cashIn);
+    EXPECT_EQ(post(id, cashIn).headers.value("Location"), "/v1/documents/document:1");
     const sale::StoredDocument first = store.findId(id).value();
     const auto expectConflict = [&](const char* state) {
         const Served served = post(id, R"({"type":"cashIn","sum":2})");
@@ -185,29 +156,22 @@ TEST_F(DocumentsTest, TakesACorrectedBodyAfterItWasNotIssued)
     EXPECT_EQ(stored(id).value("attempts").toArray().size(), 2);
 }
 
-TEST_F(DocumentsTest, TwoAtOnceAreOneDocument)
+TEST_F(DocumentsTest, TwoAtOnceAreOneDocumentAndWhoHasGoneIsNotWaitedFor)
 {
-    const Served first = post("document:1", sale(), "wait=30");
-    const Served second = post("document:1", sale(), "wait=30");
+    const auto wait = [this](const QByteArray& id) { return post(id, sale(), "wait=30"); };
+    const Served both[]{wait("document:1"), wait("document:1")};
     issue("document:1");
-    for (const Served& served : {first.later(), second.later()}) {
-        EXPECT_EQ(served.status, 201);
-        EXPECT_EQ(served.text("state"), "issued");
-    }
-    EXPECT_EQ(store.find({}).size(), 1);
+    for (const Served& served : both)
+        EXPECT_EQ(served.later().status, 201);
     EXPECT_EQ(till1.told, QStringList({"wake", "document:1 awaited", "document:1 not awaited"}));
-}
-
-TEST_F(DocumentsTest, WaitsForNobodyWhoHasGone)
-{
-    const Served first = post("document:1", sale(), "wait=30");
-    const Served second = post("document:1", sale(), "wait=30");
-    first.pending->leave();
-    EXPECT_EQ(till1.told, QStringList({"wake", "document:1 awaited"}));
-    second.pending->leave();
-    EXPECT_EQ(till1.told.last(), "document:1 not awaited");
-    issue("document:1");
-    EXPECT_EQ(second.later().status, 0);
+    const Served gone[]{wait("document:2"), wait("document:2")};
+    gone[0].pending->leave();
+    EXPECT_EQ(till1.told.last(), "document:2 awaited");
+    gone[1].pending->leave();
+    EXPECT_EQ(till1.told.last(), "document:2 not awaited");
+    issue("document:2", 8);
+    EXPECT_EQ(gone[1].later().status, 0);
+    EXPECT_EQ(store.find({}).size(), 2);
 }
 
 TEST_F(DocumentsTest, AsksAgainBeforeItSaysThatNobodyKnows)

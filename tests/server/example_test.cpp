@@ -1,6 +1,5 @@
 #include "apirig.h"
 #include "configuration/configuration.h"
-#include "configuration/configurationerror.h"
 
 #include <QFile>
 #include <QRegularExpression>
@@ -12,16 +11,10 @@ namespace {
 
 const QString example = QStringLiteral(FRSPF_SOURCES "/examples/frserver.ini");
 
-TEST(ExampleConfiguration, IsOne)
-{
-    const frserver::Configuration configuration = frserver::Configuration::read(example);
-    ASSERT_EQ(1, configuration.registers.size());
-    EXPECT_EQ("till1", configuration.registers.first().name);
-}
-
-/// What stands in it as a choice can be chosen.
+/// Also when all is chosen that stands in it as a choice.
 TEST(ExampleConfiguration, IsOneWithAllThatItOffers)
 {
+    EXPECT_EQ("till1", frserver::Configuration::read(example).registers.first().name);
     QFile file(example);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     QString text = QString::fromUtf8(file.readAll());
@@ -37,16 +30,10 @@ TEST(ExampleConfiguration, IsOneWithAllThatItOffers)
     ASSERT_TRUE(whole.open(QIODevice::WriteOnly));
     whole.write(text.toUtf8());
     whole.close();
-    try {
-        EXPECT_NE("", frserver::Configuration::read(whole.fileName()).service.webhookUrl);
-    } catch (const frserver::ConfigurationError& error) {
-        FAIL() << error.what();
-    }
+    EXPECT_NE("", frserver::Configuration::read(whole.fileName()).service.webhookUrl);
 }
 
-class ExampleAlerts : public ApiTest
-{
-};
+using ExampleAlerts = ApiTest;
 
 TEST_F(ExampleAlerts, AskForWhatIsTold)
 {

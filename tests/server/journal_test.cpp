@@ -15,20 +15,6 @@ TEST_F(JournalTest, IsNotReadyWhenItsJournalHasMoved)
     EXPECT_EQ(post("document:1", cashIn).status, 503);
 }
 
-TEST_F(JournalTest, SaysThatTheJournalFails)
-{
-    store.isBroken = true;
-    const Served broken = post("document:1", cashIn);
-    EXPECT_EQ(broken.status, 503);
-    EXPECT_FALSE(broken.headers.value("Retry-After").isEmpty());
-    EXPECT_TRUE(broken.text("detail").contains("the disk is full"));
-    EXPECT_EQ(ask("GET", "/readyz").status, 503);
-    EXPECT_EQ(ask("GET", "/healthz").status, 200);
-    store.isBroken = false;
-    EXPECT_FALSE(store.findId("document:1"));
-    EXPECT_EQ(post("document:1", cashIn).status, 202);
-}
-
 QStringList written;
 
 TEST(JournalProblem, IsWrittenDownOnceHoweverOftenItIsMet)

@@ -40,9 +40,8 @@ protected:
     }
 };
 
-class ShortListTest : public ListTest
+struct ShortListTest : ListTest
 {
-protected:
     ShortListTest()
         : ListTest(std::chrono::milliseconds(0))
     {
@@ -50,34 +49,26 @@ protected:
 };
 
 /// Reads one body at a time.
-class SlowListTest : public ListTest
+struct SlowListTest : ListTest
 {
-protected:
     SlowListTest()
         : ListTest(unhurried, std::chrono::milliseconds(0))
     {
     }
 };
 
-TEST_F(ListTest, OthersAreAnsweredWhileItSearches)
-{
-    const Served asked = ask("GET", search("document:1"));
-    ASSERT_TRUE(asked.pending);
-    EXPECT_EQ(ask("GET", "/v1/documents/document:9").status, 200);
-    workThrough(asked);
-    EXPECT_EQ(idsOf(asked.later()), QStringList{"document:1"}) << asked.later().all();
-    EXPECT_TRUE(asked.later().json().value("next").isNull()) << asked.later().all();
-}
-
-TEST_F(ListTest, ManySearchesTakeTurns)
+TEST_F(ListTest, OthersAreAnsweredWhileItSearchesAndManySearchesTakeTurns)
 {
     const Served asked[] = {ask("GET", search("nowhere")), ask("GET", search("document:1"))};
+    EXPECT_EQ(ask("GET", "/v1/documents/document:9").status, 200);
     const int before = store.findings;
     QCoreApplication::processEvents();
     EXPECT_EQ(store.findings, before + 1);
     for (const Served& one : asked) {
+        ASSERT_TRUE(one.pending);
         workThrough(one);
         EXPECT_EQ(one.later().status, 200) << one.later().all();
+        EXPECT_TRUE(one.later().json().value("next").isNull()) << one.later().all();
     }
     EXPECT_EQ(idsOf(asked[1].later()), QStringList{"document:1"});
 }
@@ -114,21 +105,14 @@ TEST_F(ListTest, TellsSumsAndNumbersAsTheDocumentItselfDoes)
     EXPECT_LE(store.findings, before + 2);
 }
 
-TEST_F(ListTest, AJournalThatFailsMeanwhileIsTold)
+TEST_F(ListTest, AJournalThatFailsMeanwhileIsToldWhoeverIsStillThere)
 {
-    const Served asked = ask("GET", search("nowhere"));
+    const Served asked[] = {ask("GET", search("nowhere")), ask("GET", search("nowhere"))};
+    asked[0].pending->leave();
     store.isBroken = true;
-    workThrough(asked);
-    EXPECT_EQ(asked.later().status, 503) << asked.later().all();
-}
-
-TEST_F(ListTest, GoesOnForNobodyWhoHasGone)
-{
-    const Served asked = ask("GET", search("nowhere"));
-    asked.pending->leave();
-    store.isBroken = true;
-    QCoreApplication::processEvents();
-    EXPECT_FALSE(asked.later().status);
+    workThrough(asked[1]);
+    EXPECT_EQ(asked[1].later().status, 503) << asked[1].later().all();
+    EXPECT_FALSE(asked[0].later().status);
 }
 
 TEST_F(SlowListTest, OthersAreAnsweredWhileItReadsBodies)

@@ -8,15 +8,8 @@ using frserver::ListenAddress;
 
 TEST(ListenAddress, IsOfThisMachineAlone)
 {
-    struct Row
-    {
-        const char* text;
-        const char* address;
-        int port;
-        /// Of what it is refused for; empty for one that is taken.
-        const char* why;
-    };
-    const Row rows[]{
+    // why: Of what it is refused for; empty for one that is taken.
+    const std::tuple<const char*, const char*, int, const char*> rows[] = {
         {"8403", "127.0.0.1", 8403, ""},
         {"127.0.0.1:0", "127.0.0.1", 0, ""},
         {"127.8.0.1:80", "127.8.0.1", 80, ""},
@@ -32,14 +25,14 @@ TEST(ListenAddress, IsOfThisMachineAlone)
         {"till:80", "", 0, "ADDRESS:PORT"},
         {"", "", 0, "ADDRESS:PORT"},
     };
-    for (const Row& row : rows) {
+    for (const auto& [text, address, port, why] : rows) {
         try {
-            const ListenAddress listen = ListenAddress::of(row.text);
-            EXPECT_STREQ(row.why, "") << row.text;
-            EXPECT_EQ(listen.address, row.address) << row.text;
-            EXPECT_EQ(listen.port, row.port) << row.text;
+            const ListenAddress listen = ListenAddress::of(text);
+            EXPECT_STREQ(why, "") << text;
+            EXPECT_EQ(listen.address, address) << text;
+            EXPECT_EQ(listen.port, port) << text;
         } catch (const std::invalid_argument& error) {
-            EXPECT_TRUE(QByteArray(error.what()).contains(row.why) && *row.why != '\0') << error.what();
+            EXPECT_TRUE(QByteArray(error.what()).contains(why) && *why != '\0') << error.what();
         }
     }
 }

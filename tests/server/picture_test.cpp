@@ -11,13 +11,14 @@ namespace {
 
 using frserver::PictureProcesses;
 
-constexpr int enough = 20'000;
-
 /// What the process that draws may do, as a script that stands in for it.
 class PictureTest : public testing::Test
 {
 protected:
-    QString script(const QByteArray& lines) { return drawScript(m_folder.filePath("draw"), lines); }
+    QString script(const QByteArray& lines)
+    {
+        return drawScript(m_folder.filePath("draw%1").arg(++m_scripts), lines);
+    }
 
     std::shared_ptr<http::Pending> paint(PictureProcesses& pictures)
     {
@@ -26,6 +27,7 @@ protected:
     }
 
     QTemporaryDir m_folder;
+    int m_scripts = 0;
 };
 
 std::string outcomeOf(const http::Response& response)
@@ -41,37 +43,23 @@ std::string outcomeOf(const http::Response& response)
 
 TEST_F(PictureTest, TellsWhateverBecomesOfTheProcess)
 {
-    struct Row
-    {
-        QByteArray lines;
-        const char* outcome;
-        int patience = enough;
+    constexpr std::chrono::seconds enough(20);
+    const std::tuple<QString, std::chrono::milliseconds, const char*> rows[] = {
+        {script("cat"), enough, "200"},
+        {script("printf 'Не хватает наличных'; exit 4"), enough, "400 document-wrong"},
+        {script("exit 3"), enough, "422 picture-too-long"},
+        {script("exit 1"), enough, "503 picture-failed 10"},
+        {script("kill -SEGV $$"), enough, "503 picture-failed 10"},
+        {script("exec sleep 60"), std::chrono::milliseconds(1), "503 picture-given-up 10"},
+        {script("exec cat /dev/zero"), enough, "503 picture-given-up 10"},
+        {"/nowhere", enough, "503 picture-failed 10"},
     };
-    const Row rows[]{
-        {"cat", "200"},
-        {"printf 'Не хватает наличных'; exit 4", "400 document-wrong"},
-        {"exit 3", "422 picture-too-long"},
-        {"exit 1", "503 picture-failed 10"},
-        {"kill -SEGV $$", "503 picture-failed 10"},
-        {"exec sleep 60", "503 picture-given-up 10", 1},
-        {"exec cat /dev/zero", "503 picture-given-up 10"},
-    };
-    for (const Row& row : rows) {
-        PictureProcesses pictures({.program = script(row.lines),
-            .patience = std::chrono::milliseconds(row.patience),
-            .mostBytes = 1'000'000});
+    for (const auto& [program, patience, outcome] : rows) {
+        PictureProcesses pictures({.program = program, .patience = patience, .mostBytes = 1'000'000});
         const auto pending = paint(pictures);
-        ASSERT_TRUE(becomes([&] { return pending->isOver(); })) << row.lines.constData();
-        EXPECT_EQ(outcomeOf(*pending->response()), row.outcome) << row.lines.constData();
+        ASSERT_TRUE(becomes([&] { return pending->isOver(); })) << program.toStdString();
+        EXPECT_EQ(outcomeOf(*pending->response()), outcome) << program.toStdString();
     }
-}
-
-TEST_F(PictureTest, NoProgramNoPicture)
-{
-    PictureProcesses pictures({.program = m_folder.filePath("none")});
-    const auto pending = paint(pictures);
-    ASSERT_TRUE(becomes([&] { return pending->isOver(); }));
-    EXPECT_EQ(outcomeOf(*pending->response()), "503 picture-failed 10");
 }
 
 TEST_F(PictureTest, TakesAFewAtOnce)

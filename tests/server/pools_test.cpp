@@ -80,23 +80,17 @@ TEST_F(PoolsTest, TakesWhatEachOfItsRegistersWouldMake)
     const QByteArray nameless = QByteArray(sale())
                                     .replace("\"operator\"", "\"clientInfo\"")
                                     .replace("\"vatin\": \"772100000040\"", "\"emailOrPhone\": \"a@b.ru\"");
-    struct Row
-    {
-        const char* what;
-        QByteArray body;
-        const char* words;
-    };
-    const Row rows[]{
+    const std::tuple<const char*, QByteArray, const char*> rows[] = {
         {"a report", R"({"type":"zReport"})", "a pool takes"},
         {"other taxes", QByteArray(sale()).replace("osn", "patent"), "must be one of the pool's: osn"},
         {"taxes that nobody names", QByteArray(sale()).replace("\"taxationType\": \"osn\",", ""),
             "the pool's"},
         {"no cashier, whom till1 alone has", nameless, "has no cashier="},
     };
-    for (const Row& row : rows) {
-        const Served served = postTo("document:1", row.body);
-        EXPECT_EQ(served.status, 400) << row.what << served.all();
-        EXPECT_TRUE(served.body.contains(row.words)) << row.what << served.all();
+    for (const auto& [what, body, words] : rows) {
+        const Served served = postTo("document:1", body);
+        EXPECT_EQ(served.status, 400) << what << served.all();
+        EXPECT_TRUE(served.body.contains(words)) << what << served.all();
     }
     EXPECT_TRUE(store.find({}).isEmpty());
     for (const char* const id : {"document:1", "document:2", "document:3", "document:4"})

@@ -6,15 +6,11 @@ import json
 import os
 import signal
 import subprocess
-import sys
 import threading
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).parent))
-# pylint: disable=wrong-import-position
-from service import ROOT  # noqa: E402
-from servicetest import SALE, TOTAL, ServiceTest  # noqa: E402
+from service import ROOT
+from servicetest import SALE, TOTAL, ServiceTest
 
 EXAMPLES = ROOT / "examples"
 

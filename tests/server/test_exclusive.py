@@ -5,15 +5,11 @@ import json
 import os
 import socket
 import subprocess
-import sys
 import tempfile
 import threading
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).parent))
-# pylint: disable=wrong-import-position
-from service import PATIENCE, Register  # noqa: E402
+from service import PATIENCE, Register
 
 
 class Converter:

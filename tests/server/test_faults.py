@@ -10,11 +10,8 @@ import subprocess
 import sys
 import time
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).parent))
-# pylint: disable=wrong-import-position
-from servicetest import SALE, TOTAL, ServiceTest  # noqa: E402
+from servicetest import SALE, TOTAL, ServiceTest
 
 
 class Faults(ServiceTest):

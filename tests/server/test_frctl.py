@@ -6,16 +6,12 @@ import os
 import re
 import socket
 import subprocess
-import sys
 import threading
 import unittest
 import urllib.parse
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).parent))
-# pylint: disable=wrong-import-position
-from service import CASHIER, PATIENCE, ROOT, Register  # noqa: E402
-from servicetest import SALE, TOTAL, ServiceTest  # noqa: E402
+from service import CASHIER, PATIENCE, ROOT, Register
+from servicetest import SALE, TOTAL, ServiceTest
 
 ANSWERS = ROOT / "tests" / "e2e" / "answers.py"
 

@@ -10,16 +10,13 @@ import signal
 import socket
 import ssl
 import subprocess
-import sys
 import threading
 import unittest
 import unittest.mock
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).parent))
-# pylint: disable=wrong-import-position
-from service import PATIENCE  # noqa: E402
-from servicetest import SALE, ServiceTest  # noqa: E402
+from service import PATIENCE
+from servicetest import SALE, ServiceTest
 
 PROGRAM = os.environ["FRSERVER"]
 
@@ -94,8 +91,12 @@ class Update(Keeping):
         started = unittest.mock.patch.dict(os.environ, {"FRSERVER": str(self.program)})
         started.start()
         self.addCleanup(started.stop)
+
+    def start(self, name=None, **watchdog):
+        """By whoever is told at a socket of that name, or at one in the file system."""
+        name = name or str(self.folder / "notify")
         notices = socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM)
-        notices.bind(str(self.folder / "notify"))
+        notices.bind(name.replace("@", "\0"))
         self.addCleanup(notices.close)
         self.notices = queue.Queue()
 
@@ -106,7 +107,7 @@ class Update(Keeping):
                     self.notices.put(notices.recv(4096))
 
         threading.Thread(target=listen, daemon=True).start()
-        self.service.start(environment={"NOTIFY_SOCKET": str(self.folder / "notify"), "WATCHDOG_USEC": "200000"})
+        self.service.start(environment={"NOTIFY_SOCKET": name, "WATCHDOG_USEC": "200000", **watchdog})
 
     def install(self, content):
         """As a package does: the file of the program that runs stays what it is."""
@@ -116,11 +117,14 @@ class Update(Keeping):
 
     def test_service_goes_on_with_its_own_program(self):
         """Also where the plugin is looked for beside the program, whose file is another one by then."""
+        self.start()
         self.assert_issued(self.service.post(SALE, id="sale:0001"))
         self.install(b"#!/bin/sh\nexit 1\n")
         workers = self.service.workers()
         for worker in workers:
             self.assertEqual("frserver\n", Path(f"/proc/{worker}/comm").read_text(encoding="ascii"))
+            # What it starts is not the service.
+            self.assertNotRegex(Path(f"/proc/{worker}/environ").read_bytes(), b"NOTIFY_SOCKET|WATCHDOG")
             os.kill(worker, signal.SIGKILL)
         self.assert_issued(self.service.post(SALE, id="sale:0002"))
         self.assertFalse(set(workers) & set(self.service.workers()))
@@ -128,6 +132,7 @@ class Update(Keeping):
 
     def test_upgrade(self):
         """In the middle of a sale, while others wait."""
+        self.start()
         self.assert_issued(self.service.post({"type": "openShift"}, id="shift:0001"))
         version = self.service.command("--version").stdout.split()[1]
         newer = "9" + version[1:]
@@ -152,6 +157,7 @@ class Update(Keeping):
             self.assertEqual(notice, next(one for one in told if one != b"WATCHDOG=1" or notice == one))
 
     def test_upgrade_to_what_does_not_start(self):
+        self.start()
         self.install(b"#!/bin/sh\necho no such library\nexit 127\n")
         with unittest.mock.patch.dict(os.environ, {"FRSERVER": f"/proc/{self.service.process.pid}/exe"}):
             failed = self.service.command("upgrade")
@@ -169,6 +175,8 @@ class Update(Keeping):
 
     def test_upgrade_to_what_hangs(self):
         """Nobody waits for it: neither clients, nor whoever has the service end."""
+        # The watchdog is another process's.
+        self.start(f"@{self.folder}/notify", WATCHDOG_PID="1")
         self.install(b"#!/bin/sh\nexec sleep 120\n")
         command = [PROGRAM, "--config", str(self.service.config), "upgrade"]
         with subprocess.Popen(command, stderr=subprocess.PIPE, text=True) as upgrade:
@@ -180,6 +188,8 @@ class Update(Keeping):
         self.assertEqual(1, upgrade.returncode)
         self.assertIn("ends, as it was told to", said)
         self.assertNotIn("finishes", said)
+        for notice in (f"READY=1\nSTATUS=ready on {self.service.url}", "STOPPING=1"):
+            self.assertEqual(notice, self.notices.get(timeout=PATIENCE).decode())
 
 
 class Moving(Keeping):

@@ -2,15 +2,11 @@
 """Two registers that share what is posted to their pool."""
 
 import signal
-import sys
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).parent))
-# pylint: disable=wrong-import-position
-from service import PATIENCE, at_once  # noqa: E402
-from servicetest import SALE  # noqa: E402
-from sharedstore import SharedStoreTest  # noqa: E402
+from service import PATIENCE, at_once
+from servicetest import SALE
+from sharedstore import SharedStoreTest
 
 ELECTRONIC = {**SALE, "electronically": True, "clientInfo": {"emailOrPhone": "buyer@example.com"}}
 PLACE = "/v1/pools/webshop/documents"

@@ -8,14 +8,10 @@ import http.server
 import json
 import queue
 import signal
-import sys
 import threading
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).parent))
-# pylint: disable=wrong-import-position
-from servicetest import SALE, ServiceTest  # noqa: E402
+from servicetest import SALE, ServiceTest
 
 
 class Taker(http.server.BaseHTTPRequestHandler):

@@ -3,18 +3,15 @@
 
 import shutil
 import signal
-import sys
 import tempfile
 import time
 import unittest
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).parent))
-# pylint: disable=wrong-import-position
-from database import Database  # noqa: E402
-from service import PATIENCE  # noqa: E402
-from servicetest import SALE  # noqa: E402
-from sharedstore import SharedStoreTest  # noqa: E402
+from database import Database
+from service import PATIENCE
+from servicetest import SALE
+from sharedstore import SharedStoreTest
 
 
 class ArchivedDatabase(Database):

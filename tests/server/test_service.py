@@ -4,14 +4,11 @@
 import json
 import os
 import signal
-import sys
 import unittest
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).parent))
-# pylint: disable=wrong-import-position
-from service import at_once, frctl, receipt  # noqa: E402
-from servicetest import SALE, TOTAL, ServiceTest  # noqa: E402
+from service import at_once, frctl, receipt
+from servicetest import SALE, TOTAL, ServiceTest
 
 
 class Sales(ServiceTest):
@@ -93,6 +90,17 @@ class Sales(ServiceTest):
         self.assertEqual((400, "application/problem+json"), (status, kind), problem)
         self.assertTrue(json.loads(problem)["errors"])
 
+    def test_paper(self):
+        self.assert_issued(self.service.post({"type": "openShift"}, id="shift:0001"))
+        self.register.ask("PUT", "/paper", {"state": "out"})
+        answer = self.service.post(SALE, id="sale:0001", wait=0)
+        self.assertEqual((202, "queued"), (answer.status, answer["state"]), answer)
+        self.until("paper")
+        self.assertEqual("paper", self.service.ask("GET", "/v1/documents/sale:0001")["waiting"])
+        self.register.ask("PUT", "/paper", {"state": "in"})
+        self.assert_issued(self.service.post(SALE, id="sale:0001"))
+        self.assertEqual([TOTAL], self.register.receipts())
+
     def test_a_register_that_restarts_between_documents(self):
         early = self.service.post({"type": "xReport"}, id="till1:early")
         self.assertEqual((409, "shiftClosed"), (early.status, early["error"]["kind"]), early)
@@ -124,28 +132,11 @@ class SalesOverXml(Sales):
             self.assertEqual("ready", reached["state"], nth)
 
 
-class Waiting(ServiceTest):
-    def setUp(self):
-        super().setUp()
-        self.assert_issued(self.service.post({"type": "openShift"}, id="shift:0001"))
-        self.events = self.service.client.events()
-        self.addCleanup(self.events.__exit__)
-
-    def take_paper_out(self):
-        self.register.ask("PUT", "/paper", {"state": "out"})
-        answer = self.service.post(SALE, id="sale:0001", wait=0)
-        self.assertEqual((202, "queued"), (answer.status, answer["state"]), answer)
-        self.events.until("register", register="till1", waiting="paper")
-
-    def test_paper(self):
-        self.take_paper_out()
-        self.assertEqual("paper", self.service.ask("GET", "/v1/registers/till1")["waiting"])
-        self.assertEqual("paper", self.service.ask("GET", "/v1/documents/sale:0001")["waiting"])
-        self.register.ask("PUT", "/paper", {"state": "in"})
-        self.assert_issued(self.service.post(SALE, id="sale:0001"))
-        self.assertEqual([TOTAL], self.register.receipts())
+class Stopped(ServiceTest):
+    """Killed, or paused."""
 
     def test_pause_leaves_the_line_to_others(self):
+        self.assert_issued(self.service.post({"type": "openShift"}, id="shift:0001"))
         busy = frctl(self.service, self.register.line, "status")
         self.assertNotEqual(0, busy.returncode)
         paused = self.service.ask("POST", "/v1/registers/till1/pause", {"by": "Петров"})
@@ -161,46 +152,22 @@ class Waiting(ServiceTest):
         self.service.ask("POST", "/v1/registers/till1/resume")
         self.assert_issued(self.service.post(SALE, id="sale:0001"))
 
-    def test_without_its_line(self):
-        self.register.stop()
-        answer = self.service.post(SALE, id="sale:0001", wait=0)
-        self.assertEqual(202, answer.status)
-        self.events.until("register", register="till1", waiting="line")
+    def kill_workers(self):
+        for worker in self.service.workers():
+            os.kill(worker, signal.SIGKILL)
 
-
-class Killed(ServiceTest):
-    def kill_in_the_middle(self, kill):
+    def test_killed_in_the_middle(self):
         """While the register keeps the sale's end to itself, which one is for it to say."""
         self.assert_issued(self.service.post({"type": "openShift"}, id="shift:0001"))
-        self.begin_printing("sale:0001")
-        kill()
-
-    def assert_truth(self):
-        answer = self.service.post(SALE, id="sale:0001")
-        self.assertIn(answer.status, (200, 201), answer)
-        self.assertEqual([TOTAL], self.register.receipts())
-        again = self.service.post(SALE, id="sale:0001")
-        self.assert_issued(again, 200)
-        self.assertEqual([TOTAL], self.register.receipts())
-
-    def test_service(self):
-        self.kill_in_the_middle(lambda: self.restart(signal.SIGKILL))
-        self.assert_truth()
-
-    def test_worker(self):
-        def kill():
-            for worker in self.service.workers():
-                os.kill(worker, signal.SIGKILL)
-
-        self.kill_in_the_middle(kill)
-        self.assert_truth()
-
-    def test_what_waits_outlives_the_service(self):
-        self.service.ask("POST", "/v1/registers/till1/pause")
-        self.assertEqual(202, self.service.post(SALE, id="sale:0001", wait=0).status)
-        self.restart(signal.SIGKILL)
-        self.service.ask("POST", "/v1/registers/till1/resume")
-        self.assert_truth()
+        for number, kill in enumerate((self.restart, self.kill_workers), 1):
+            with self.subTest(kill=kill.__name__):
+                document = f"sale:{number:04}"
+                self.begin_printing(document)
+                kill()
+                answer = self.service.post(SALE, id=document)
+                self.assertIn(answer.status, (200, 201), answer)
+                self.assert_issued(self.service.post(SALE, id=document), 200)
+                self.assertEqual([TOTAL] * number, self.register.receipts())
 
     def test_workers_end_with_the_service(self):
         workers = self.service.workers()

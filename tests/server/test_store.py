@@ -4,15 +4,11 @@
 import json
 import os
 import signal
-import sys
 import unittest
-from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).parent))
-# pylint: disable=wrong-import-position
-from service import ROOT, receipt  # noqa: E402
-from servicetest import SALE  # noqa: E402
-from sharedstore import SharedStoreTest  # noqa: E402
+from service import ROOT, receipt
+from servicetest import SALE
+from sharedstore import SharedStoreTest
 
 
 class Store(SharedStoreTest):

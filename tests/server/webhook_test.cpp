@@ -1,8 +1,7 @@
 #include "sqlitestore.h"
 #include "webhook/webhook.h"
 
-#include "currenttime.h"
-#include "mockfactory.h"
+#include "sale/hostclock.h"
 
 #include <gtest/gtest.h>
 #include <QCoreApplication>
@@ -15,23 +14,10 @@ namespace {
 using frserver::Delivery;
 using frserver::Webhook;
 
-class TestTime : public CurrentTime
-{
-public:
-    QDateTime getCurrentDateTime() const override { return time; }
-
-    QDateTime time{{2025, 3, 1}, {9, 0}, Qt::UTC};
-};
-
 class WebhookTest : public testing::Test
 {
 protected:
-    WebhookTest()
-    {
-        MockFactory<CurrentTime>::mocked = &clock;
-        outbox.open();
-    }
-    ~WebhookTest() override { MockFactory<CurrentTime>::mocked = nullptr; }
+    WebhookTest() { outbox.open(); }
 
     void end(const QString& id, sale::DocumentState state)
     {
@@ -62,7 +48,7 @@ protected:
         return list;
     }
 
-    TestTime clock;
+    sale::GivenTime clock{{{2025, 3, 1}, {9, 0}, Qt::UTC}};
     QTemporaryDir folder;
     sale::SqliteStore store{folder.filePath("journal.sqlite")};
     frserver::Outbox outbox{folder.filePath("journal.sqlite"), 1000};

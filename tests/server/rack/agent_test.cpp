@@ -28,14 +28,10 @@ TEST_F(AgentTest, MakesWhatIsAwaitedFirstAndTheRestInOrder)
     EXPECT_EQ(worker->at(), "");
 }
 
-struct Obstacle
-{
-    const char* reason;
-    /// The connection stands, and the document itself is tried again.
-    bool isTriedAgain;
-};
+/// What it waits for, and whether the connection stands, and the document itself is tried again.
+using Obstacle = std::pair<const char*, bool>;
 
-class Held : public AgentTest, public testing::WithParamInterface<Obstacle>
+struct Held : AgentTest, testing::WithParamInterface<Obstacle>
 {
 };
 
@@ -77,7 +73,7 @@ INSTANTIATE_TEST_SUITE_P(Reasons, Held,
     testing::Values(Obstacle{"paper", true}, Obstacle{"cover", true}, Obstacle{"needsReview", true},
         Obstacle{"journal", true}, Obstacle{"line", false}, Obstacle{"busy", false},
         Obstacle{"wrongRegister", false}, Obstacle{"newDrive", false}, Obstacle{"testDrive", false}),
-    [](const auto& row) { return row.param.reason; });
+    [](const auto& row) { return row.param.first; });
 
 TEST_F(AgentTest, HurriesForWhomeverWaitsForPaperButNotForALine)
 {

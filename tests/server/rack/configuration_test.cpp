@@ -117,13 +117,11 @@ drive-capacity = 250000
     EXPECT_EQ(pool.taxSystems, (QStringList{"osn", "patent"}));
     EXPECT_EQ(std::pair(pool.drain.days, pool.drain.documents), std::pair(30, 5000));
     EXPECT_EQ(pool.startBefore, 600);
-}
-
-TEST_F(ConfigurationTest, WhatAPoolSaysOfItsRegistersIsCompared)
-{
-    const Configuration configuration
-        = read("[pool shop]\nregisters=a\ninn=7725225244\n[register a]\nport=x\nprotocol=HEX\n");
-    EXPECT_EQ(configuration.registers.constFirst().expected.inn, "7725225244");
+    // What a pool says of its registers is compared.
+    EXPECT_EQ(read("[pool shop]\nregisters=a\ninn=7725225244\n[register a]\nport=x\nprotocol=HEX\n")
+                  .registers.constFirst()
+                  .expected.inn,
+        "7725225244");
 }
 
 TEST_F(ConfigurationTest, TellsAllThatIsWrongWithItsLine)
@@ -147,16 +145,10 @@ TEST_F(ConfigurationTest, TellsAllThatIsWrongWithItsLine)
     EXPECT_EQ(errors("[register a]\nport=\xcf\xee\n").size(), 1);
 }
 
-struct WrongLine
-{
-    /// Behind three lines that are right.
-    const char* lines;
-    const char* error;
-};
-
 TEST_F(ConfigurationTest, RefusesWhatARegisterCannotBe)
 {
-    const WrongLine wrong[] = {
+    // Behind three lines that are right.
+    const std::pair<const char*, const char*> wrong[] = {
         {"serial =", "4: serial: is empty"},
         {"[store]\nurl = db.sqlite", "5: url: is no postgresql://USER@HOST:PORT/DATABASE"},
         {"[store]\nurl = postgresql://a:secret@db",
@@ -205,15 +197,10 @@ TEST_F(ConfigurationTest, RefusesWhatARegisterCannotBe)
             "serial = ..."},
         {"[register b]\nport = y", "4: [register b] needs a protocol, HEX or XML"},
     };
-    for (const WrongLine& one : wrong)
-        EXPECT_EQ(errors(QByteArray("[register a]\nport = x\nprotocol = HEX\n") + one.lines),
-            QStringList{one.error});
-}
-
-TEST_F(ConfigurationTest, NamesAFileThatCannotBeRead)
-{
-    EXPECT_THROW(Configuration::read(folder.filePath("nowhere")), ConfigurationError);
-    EXPECT_THROW(Configuration::read("/dev/zero"), ConfigurationError);
+    for (const auto& [lines, error] : wrong)
+        EXPECT_EQ(errors(QByteArray("[register a]\nport = x\nprotocol = HEX\n") + lines), QStringList{error});
+    for (const QString& unreadable : {folder.filePath("nowhere"), QString("/dev/zero")})
+        EXPECT_THROW(Configuration::read(unreadable), ConfigurationError) << unreadable.toStdString();
 }
 
 } // namespace

@@ -29,15 +29,6 @@ struct Told
 class PoolTest : public testing::Test
 {
 protected:
-    PoolTest()
-    {
-        for (const char* const name : {"till1", "till2"}) {
-            RegisterSettings& one = registers.emplaceBack();
-            one.name = name;
-            one.cashier = "Иванова";
-        }
-    }
-
     void make(const PoolSettings& also = {.name = "other"})
     {
         const AgentClock clock{[this] { return now; }, [this] { return steady; }};
@@ -160,7 +151,8 @@ protected:
 
     QTemporaryDir folder;
     sale::SqliteStore store{folder.filePath("journal.sqlite")};
-    QList<RegisterSettings> registers;
+    QList<RegisterSettings> registers{
+        {.name = "till1", .cashier = "Иванова"}, {.name = "till2", .cashier = "Иванова"}};
     PoolSettings pool{.name = "shop", .registers = {"till1", "till2"}};
     QDateTime now = QDateTime(QDate(2026, 3, 2), QTime(9, 0), Qt::UTC);
     qint64 steady = 0;
@@ -191,17 +183,10 @@ TEST_F(PoolTest, OneThatNoRegisterMakesLetsOthersPass)
     EXPECT_EQ(at(0), "make A") << "tried again later";
 }
 
-struct Drives
-{
-    Told first;
-    Told second;
-    /// Which one gets the next document.
-    int best;
-};
-
 TEST_F(PoolTest, TakesTheDriveThatLastsLongestFirst)
 {
-    const Drives rows[]{
+    // What they tell, and which of them gets the next document.
+    const std::tuple<Told, Told, int> rows[] = {
         {{.lastDocument = 200'000}, {.lastDocument = 100'000}, 1},
         {{.driveUntil = "2026-04-01"}, {.lastDocument = 100'000}, 1},
         {{.lastDocument = 100'000}, {.driveUntil = "2026-04-01"}, 0},
@@ -209,15 +194,16 @@ TEST_F(PoolTest, TakesTheDriveThatLastsLongestFirst)
         {{.warnings = 4}, {.lastDocument = 200'000}, 1},
         {{}, {}, 0},
     };
-    for (const Drives& row : rows) {
+    int round = 0;
+    for (const auto& [first, second, best] : rows) {
         workers.clear();
-        start(row.first, row.second);
-        const QString suffix = QString::number(&row - rows);
+        start(first, second);
+        const QString suffix = QString::number(++round);
         queue("A" + suffix);
-        EXPECT_EQ(at(row.best), "make A" + suffix);
-        EXPECT_EQ(at(1 - row.best), "");
+        EXPECT_EQ(at(best), "make A" + suffix);
+        EXPECT_EQ(at(1 - best), "");
         queue("B" + suffix);
-        EXPECT_EQ(at(1 - row.best), "make B" + suffix);
+        EXPECT_EQ(at(1 - best), "make B" + suffix);
         // Both are at work; whoever is ready first goes on.
         queue("C" + suffix);
         EXPECT_EQ(registerOf("C" + suffix), "");

@@ -21,35 +21,6 @@ protected:
     }
 };
 
-TEST_P(Protocols, SellAndLeaveTheLineToOthers)
-{
-    startRegister();
-    startRack();
-    queueSale("sale:0001");
-    ASSERT_TRUE(untilEnded("sale:0001"));
-    EXPECT_EQ(document("sale:0001").state, DocumentState::Issued);
-    EXPECT_TRUE(until([this] { return view().value("shift").toObject().value("open").toBool(); }));
-    EXPECT_EQ(view().value("identity").toObject().value("testDrive"), true);
-    // Of another, that holds nothing up.
-    store.accept({"sale:0002", "sell", R"({"items":[]})", "till1"});
-    queueSale("sale:0003");
-    ASSERT_TRUE(untilEnded("sale:0003"));
-    EXPECT_EQ(document("sale:0002").reason, sale::StateReason::Refused);
-    devices::PortLock lock;
-    EXPECT_FALSE(lock.take(settings.port));
-    rack->agents().at("till1")->pause("Петров");
-    ASSERT_TRUE(until([this] { return view().value("state") == "paused"; }));
-    ASSERT_TRUE(lock.take(settings.port));
-    EXPECT_FALSE(lock.wasLeftBusy());
-    lock.release();
-    rack->agents().at("till1")->resume();
-    queue("z:000001", "zReport");
-    ASSERT_TRUE(untilEnded("z:000001"));
-    EXPECT_EQ(document("z:000001").state, DocumentState::Issued);
-    EXPECT_TRUE(until([this] { return !view().value("shift").toObject().value("open").toBool(); }));
-    EXPECT_EQ(emulator->sales().size(), 2);
-}
-
 TEST_P(Protocols, AreSettledWhenAWorkerIsKilledInTheMiddle)
 {
     // The pace of a line, so that there is a middle. Over XML the whole sale is one request, and what is left
@@ -83,23 +54,6 @@ TEST_P(Protocols, AreSettledWhenAWorkerIsKilledInTheMiddle)
     }
 }
 
-TEST_P(Protocols, WaitForPaper)
-{
-    startRegister();
-    startRack();
-    queue("shift:001", "openShift");
-    ASSERT_TRUE(untilEnded("shift:001"));
-    kill(static_cast<pid_t>(emulator->processId()), SIGUSR1);
-    queueSale("sale:0001");
-    ASSERT_TRUE(untilWaiting("paper"));
-    EXPECT_EQ(document("sale:0001").state, DocumentState::Queued);
-    EXPECT_EQ(emulator->sales().size(), 0);
-    kill(static_cast<pid_t>(emulator->processId()), SIGUSR1);
-    ASSERT_TRUE(untilEnded("sale:0001"));
-    EXPECT_EQ(document("sale:0001").state, DocumentState::Issued);
-    EXPECT_EQ(emulator->sales().size(), 1);
-}
-
 INSTANTIATE_TEST_SUITE_P(Both, Protocols, testing::Values(receipt::Protocol::Hex, receipt::Protocol::Xml),
     [](const auto& row) { return receipt::protocolName(row.param).toStdString(); });
 
@@ -130,20 +84,6 @@ TEST_F(WorkerTest, SellsNothingOnAnotherRegisterOrDrive)
     ASSERT_TRUE(untilEnded("sale:0002"));
     EXPECT_EQ(document("sale:0002").state, DocumentState::Issued);
     EXPECT_EQ(document("sale:0002").drive, "9999000000000002");
-}
-
-TEST_F(WorkerTest, WaitsForALineThatIsNotThere)
-{
-    settings.protocol = receipt::Protocol::Hex;
-    settings.allowsTestDrive = true;
-    startRegister();
-    const QString port = std::exchange(settings.port, folder.filePath("line"));
-    startRack();
-    queueSale("sale:0001");
-    ASSERT_TRUE(untilWaiting("line"));
-    ASSERT_TRUE(QFile::link(port, settings.port));
-    ASSERT_TRUE(untilEnded("sale:0001"));
-    EXPECT_EQ(document("sale:0001").state, DocumentState::Issued);
 }
 
 TEST_F(WorkerTest, WhatARegisterWasAtThatIsGoneIsAPersonsCaseUntilItIsBack)

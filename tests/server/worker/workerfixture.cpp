@@ -84,11 +84,6 @@ bool WorkerTest::untilWaiting(const QString& reason)
     return until([&] { return waiting() == reason; });
 }
 
-bool WorkerTest::untilReady()
-{
-    return until([&] { return view().value("state") == "ready"; });
-}
-
 bool WorkerTest::untilEnded(const QString& id)
 {
     return until([&] {

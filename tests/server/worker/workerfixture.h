@@ -29,7 +29,6 @@ protected:
     /// Runs the event loop until it is so.
     static bool until(const std::function<bool()>& isSo);
     bool untilWaiting(const QString& reason);
-    bool untilReady();
     bool untilEnded(const QString& id);
 
     sale::StoredDocument document(const QString& id) const { return store.findId(id).value(); }
