@@ -60,6 +60,14 @@ void Rig::buildDriver()
     m_driver = makeDriver(m_language, m_transport, *m_settings, watch);
 }
 
+void Rig::start()
+{
+    line.open();
+    m_driver->portOpen();
+    m_driver->connect();
+    m_driver->init();
+}
+
 void Rig::restartHost()
 {
     line.reviveHost();

@@ -26,6 +26,8 @@ public:
     /// The register's side of the line.
     emulator::Protocol& protocol() { return *m_protocol; }
 
+    /// Opens the port, finds the register and starts it.
+    void start();
     /// The host's program is started anew: a driver that knows nothing yet, and a port that is closed.
     void restartHost();
 

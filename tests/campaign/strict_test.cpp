@@ -1,5 +1,6 @@
-// What our own drivers send is never refused by the strict register.
+// What our own drivers send is never refused by the strict register, and its fiscal drive keeps all of it.
 
+#include "../emulator/kept.h"
 #include "abstractfrdriver.h"
 #include "exceptions.h"
 #include "receiptissuer.h"
@@ -23,12 +24,11 @@ protected:
     explicit Strict(Protocol protocol)
         : rig(protocol)
     {
-        rig.line.open();
-        driver.portOpen();
-        driver.connect();
-        driver.init();
+        rig.start();
         driver.cashierLogin({"Иванова", "кассир", "772100000040"});
     }
+
+    void TearDown() override { expectAllKept(rig.device); }
 
     void expectNoRefusal(const std::string& after)
     {

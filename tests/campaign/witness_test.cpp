@@ -30,10 +30,7 @@ public:
         : line(language == Protocol::Hex ? receipt::Protocol::Hex : receipt::Protocol::Xml, isExclusive)
         , m_rig(language)
     {
-        rig().line.open();
-        driver().portOpen();
-        driver().connect();
-        driver().init();
+        rig().start();
     }
 
     Rig& rig() { return m_rig; }

@@ -136,14 +136,6 @@ TEST_P(Day, SettingsAndTextsReachTheRegister)
     EXPECT_EQ(tape.count("ОТЧЕТ ОБ ИЗМЕНЕНИИ РЕГИСТРАЦИИ"), 3);
 }
 
-TEST_P(Day, RefusedDocumentIsNotIssued)
-{
-    expect({"open-shift"}, "shift opened");
-    const Result refusal = run(emulator, protocol, words("cash-out 5000"));
-    EXPECT_EQ(refusal.status, 4);
-    EXPECT_TRUE(refusal.errors.contains("frctl: the document was not issued")) << refusal.errors.constData();
-}
-
 // A code without its proof, and a piece that is sold twice.
 TEST_P(Day, BadGoodsAreNotSoldAndPiecesNotTwiceUnnoticed)
 {
@@ -240,6 +232,7 @@ TEST(Frctl, FailureIsToldAndLeavesThePortClosed)
         EXPECT_EQ(result.status, row.status);
         EXPECT_TRUE(result.errors.contains(row.errors)) << result.errors.constData();
         EXPECT_EQ(result.errors.count("likely causes: "), QByteArray(row.emulator).count("silence"));
+        EXPECT_EQ(result.errors.contains("frctl: the document was not issued"), row.status == 4);
         const bool wasOpened = result.errors.contains("Порт открыт");
         EXPECT_EQ(wasOpened, row.status != 2);
         EXPECT_EQ(result.errors.contains("Порт закрыт"), wasOpened);
@@ -287,32 +280,6 @@ TEST(Frctl, LeftoversOnTheLineAreDropped)
         line.write(QByteArrayLiteral("<ArmRequest></ArmRequest>").repeated(10));
         const Result result = run(emulator, "XML", words("time get"));
         EXPECT_EQ(result.status, 0) << options << result.errors.constData();
-    }
-}
-
-// Who reads its output has stopped; one signal is enough all the same.
-TEST(Frctl, InterruptionEndsTheWaitForAReader)
-{
-    const Emulator emulator;
-    const QTemporaryDir folder;
-    const QString script
-        = QStringLiteral("mkfifo %1 && exec 4<>%1 && head -c 65536 /dev/zero >&4 && exec " FRCTL
-                         " --plugin " SPF_PLUGIN " --protocol HEX --log-level info --port %2 status >&4")
-              .arg(folder.filePath("pipe"), emulator.port());
-    const Result result = interruptShell(script, "Порт закрыт", SIGTERM);
-    EXPECT_EQ(result.status, 130) << result.errors.constData();
-    EXPECT_TRUE(result.errors.contains("frctl: standard output: ")) << result.errors.constData();
-}
-
-TEST(Frctl, IgnoredSignalsStayIgnored)
-{
-    const Emulator emulator;
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        const QString script = QStringLiteral("trap '' %1; exec " FRCTL " --plugin " SPF_PLUGIN
-                                              " --protocol HEX --log-level debug --port %2 params list")
-                                   .arg(signal)
-                                   .arg(emulator.port());
-        EXPECT_EQ(interruptShell(script, "Получение параметра 2 0", signal).status, 0) << signal;
     }
 }
 

@@ -139,7 +139,9 @@ TEST_P(MachineJournal, DamageStopsDocumentsAndNothingElse)
     const QJsonObject told = onRegister("status");
     EXPECT_TRUE(told.value("warnings").toArray().at(0)["text"].toString().contains(file));
     for (const char* const command : {"cash-in 1", "z-report", "x-report"}) {
-        const QString error = onRegister(command, 1).value("error")["text"].toString();
+        const QJsonValue refused = onRegister(command, 1).value("error");
+        EXPECT_EQ(refused["exception"], "HostError");
+        const QString error = refused["text"].toString();
         EXPECT_TRUE(error.contains(file) && error.contains("put a backup in its place"))
             << error.toStdString();
     }

@@ -247,29 +247,12 @@ TEST(Trace, FileThatTakesNothing)
     EXPECT_EQ(full.status, 0);
     EXPECT_EQ(full.errors.count("/dev/full"), 1) << full.errors.constData();
     EXPECT_TRUE(full.output.contains("/dev/full"));
+    for (const char* const line : {"names fields --trace x", "detect --trace x", "doctor --trace x",
+             "trace replay " FRSPF_SOURCES "/tests/traces/hex-day.trace --as register tcp:nowhere"})
+        EXPECT_EQ(runFrctl(QString(line).split(' ')).status, 2) << line;
     // One that is done already works no register, and there is nothing to trace.
     EXPECT_EQ(runFrctl(named).status, 0);
     EXPECT_EQ(emulator.sales().size(), 1);
-}
-
-TEST(Trace, WrongUsage)
-{
-    const QString trace = QStringLiteral(FRSPF_SOURCES "/tests/traces/hex-trouble.trace");
-    const QList<QStringList> rows{{"show"}, {"show", "/no/such/file"}, {"show", FRSPF_EXAMPLES "/sale.json"},
-        {"diff", trace}, {"look", trace}, {"replay", trace, "/tmp/x"},
-        {"replay", trace, "--as", "till", "/tmp/x"}, {"replay", trace, "--as", "host"},
-        {"replay", trace, "--as", "register", "--port", "/tmp/x"},
-        {"replay", trace, "--as", "register", "tcp:nowhere"}};
-    for (const QStringList& row : rows)
-        EXPECT_EQ(runFrctl(QStringList{"trace"} + row).status, 2) << row.join(' ').toStdString();
-    const Result help = runFrctl({"help", "trace", "replay"});
-    EXPECT_EQ(help.status, 0);
-    EXPECT_TRUE(help.output.contains("replay FILE --as register PORT")) << help.output.constData();
-    const QList<QStringList> misplaced{{"help", "trace", "look"}, {"status", "--as", "host"},
-        {"status", "--trace-full"}, {"names", "fields", "--trace", "/tmp/x"}, {"detect", "--trace", "/tmp/x"},
-        {"doctor", "--trace", "/tmp/x"}};
-    for (const QStringList& row : misplaced)
-        EXPECT_EQ(runFrctl(row).status, 2) << row.join(' ').toStdString();
 }
 
 } // namespace

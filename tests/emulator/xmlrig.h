@@ -2,6 +2,7 @@
 
 #include "program/protocolswitch.h"
 #include "register/virtualclock.h"
+#include "rig.h"
 
 #include <QRegularExpression>
 
@@ -122,4 +123,30 @@ inline QString receipt(
             + pa("1216", 2, "0.00") + pa("1217", 2, "0.00") + pa("1021", 1, "Иванова") + pa("1054", 4, "1")
             + pa("DoNotPrint", 4, "0") + more.left(texts) + pa("1055", 4, "1")
             + (texts < 0 ? QString() : more.mid(texts)) + foot);
+}
+
+const QString markHex = QString::fromLatin1(markingCode.toHex());
+
+inline QString goodsCode()
+{
+    return pa("1163", 7, pa("1305", 1, "444d"));
+}
+
+/// The check of the marking code of a piece.
+inline QString markingCheck()
+{
+    return pa("200017", 7,
+        pa("1023", 3, "1.000") + pa("2000", 1, markHex) + pa("2003", 4, "1") + pa("2102", 4, "0")
+            + pa("2108", 4, "0") + goodsCode());
+}
+
+/// Marked goods with a discount, and what else is said of them at the end: 170 roubles.
+inline QString markedPosition(const QString& rest)
+{
+    const QString marking = pa("2102", 4, "0") + goodsCode() + pa("2110", 4, "1") + pa("2000", 1, markHex)
+        + pa("ItemDiscounts", 6, pa("ItemDiscounts", 7, pa("Name", 1, "Скидка") + pa("Value", 2, "-10.00")));
+    return position("60.00", "3.000", "56.67")
+        .replace(R"(n="1212" t="4">1<)", R"(n="1212" t="4">33<)")
+        .replace(R"(<pa n="PriceWith)", marking + R"(<pa n="PriceWith)")
+        .replace(QRegularExpression("</pa>$"), rest + "</pa>");
 }

@@ -1,11 +1,6 @@
 #include "documentoutput.h"
-#include "exceptions.h"
-#include "failure.h"
 #include "findingsjson.h"
-#include "idconflict.h"
 #include "identifiedreceipt.h"
-#include "identifiedsale.h"
-#include "journalerror.h"
 #include "markjudgement.h"
 
 #include <QJsonArray>
@@ -18,87 +13,35 @@ using sale::Outcome;
 
 namespace {
 
-class Answer : public testing::Test
+TEST(Answer, IdHasItsFormButOlderOnesAreFound)
 {
-protected:
-    Answer()
-    {
-        options.journal = std::make_shared<JournalAccess>(QStringLiteral(":memory:"));
-        options.id = "till-1:1";
-        options.answer->id = options.id;
-    }
-
-    std::optional<Output> asked(const QByteArray& receipt = "{}") const
-    {
-        return knownAnswer(options, receipt);
-    }
-
-    sale::IdentifiedSale begun() const
-    {
-        sale::IdentifiedSale sale(options.journal->store(), options.id, "{}");
-        sale.begin({QStringLiteral("9999"), 7});
-        return sale;
-    }
-
-    sale::IssueResult settled(const sale::Verdict& verdict, bool isFinal = true) const
-    {
-        sale::IssueResult result;
-        result.id = options.id;
-        result.verdict = verdict;
-        result.isRepeated = true;
-        result.isFinal = isFinal;
-        return result;
-    }
-
     Options options;
-};
-
-TEST_F(Answer, IsGivenOutOfTheJournalOnce)
-{
-    EXPECT_FALSE(asked());
-    sale::IdentifiedSale first = begun();
-    EXPECT_FALSE(asked());
-    // It was begun on a drive that is not the one at hand.
-    EXPECT_THROW(settledAnswer(options, settled(Outcome::Unknown, false)), RegisterError);
-    first.settle({Outcome::Issued, 8});
-    EXPECT_EQ(asked()->lines, QStringList{"receipt issued before: document 8"});
-    const QJsonObject json = documentOutput(options, *asked()).json;
-    EXPECT_EQ(json.value("id"), "till-1:1");
-    EXPECT_EQ(json.value("state"), "issued");
-    EXPECT_EQ(json.value("replayed"), true);
-    EXPECT_EQ(json.value("documentNumber"), 8);
-    EXPECT_EQ(json.value("attempts").toArray().size(), 1);
-    EXPECT_EQ(asked()->status, ExitSuccess);
-    EXPECT_EQ(settledAnswer(options, settled({Outcome::Issued, 8})).status, ExitSuccess) << "another one did";
-    options.answer->settledIds = {options.id};
-    EXPECT_EQ(settledAnswer(options, settled({Outcome::Issued, 8})).status, ExitIssued);
-    EXPECT_THROW(asked(R"({"a": 1})"), sale::IdConflict);
-}
-
-TEST_F(Answer, IdHasItsFormButOlderOnesAreFound)
-{
-    for (const char* const id : {"shop_7.A:1-2", "8letters"})
-        EXPECT_NO_THROW((options.id = id, asked())) << id;
-    const QString longest(64, 'a');
-    EXPECT_NO_THROW((options.id = longest, asked()));
-    for (const QString& id : {longest + 'a', QString("7letter"), QString("till-1/2"), QString("касса-12")}) {
+    options.journal = std::make_shared<JournalAccess>(QStringLiteral(":memory:"));
+    const auto ask = [&options](const QString& id) {
         options.id = id;
-        EXPECT_THROW(asked(), UsageError) << id.toStdString();
-    }
+        static_cast<void>(knownAnswer(options, "{}"));
+    };
+    const QString longest(64, 'a');
+    for (const QString& id : {QString("shop_7.A:1-2"), QString("8letters"), longest})
+        EXPECT_NO_THROW(ask(id)) << id.toStdString();
+    for (const QString& id : {longest + 'a', QString("7letter"), QString("till-1/2"), QString("касса-12")})
+        EXPECT_THROW(ask(id), UsageError) << id.toStdString();
     options.journal->store().accept({options.id, "sell", "{}", {}});
-    EXPECT_NO_THROW(asked());
+    EXPECT_NO_THROW(ask(options.id));
 }
 
-TEST_F(Answer, UnknownSaleIsNotRepeated)
+TEST(Answer, OfASaleThatAnotherProgramHasSettledIsNoErrorOfThisOne)
 {
-    begun().settle(Outcome::Unknown);
-    try {
-        static_cast<void>(asked());
-        FAIL();
-    } catch (const RegisterError& error) {
-        EXPECT_EQ(error.verdict(), Outcome::Unknown);
-        EXPECT_EQ(exitStatusOf(error.verdict().outcome), ExitUnknown);
-    }
+    Options options;
+    sale::IssueResult result;
+    result.id = "till-1:1";
+    result.verdict = {Outcome::Issued, 8};
+    result.isFinal = true;
+    const Output output = settledAnswer(options, result);
+    EXPECT_EQ(output.status, ExitSuccess);
+    EXPECT_EQ(output.lines, QStringList{"receipt issued before: document 8"});
+    options.answer->settledIds = {result.id};
+    EXPECT_EQ(settledAnswer(options, result).status, ExitIssued);
 }
 
 TEST(ReceiptOutput, SaysTheSameToPeopleAndMachines)
@@ -146,42 +89,6 @@ TEST(FindingsJson, HasTheTextItselfWhichPeopleGetReadable)
     EXPECT_EQ(QJsonDocument(sale::findingsJson({finding})).toJson(QJsonDocument::Compact),
         R"([{"given":"01\u001d93","path":"items[0].markingCode","text":"is bad"}])");
     EXPECT_EQ(finding.text(), QStringLiteral("items[0].markingCode: \"01<GS>93\" is bad"));
-}
-
-TEST(ThrowFailure, NamesTheSideThatFailed)
-{
-    const auto failureOf = [](auto exception) {
-        try {
-            throw exception;
-        } catch (...) {
-            return sale::currentFailure();
-        }
-    };
-    const sale::Verdict issued(Outcome::Issued, 8);
-    const std::pair<sale::Failure, const char*> rows[]
-        = {{failureOf(FrWaitForPaperException(QStringLiteral("Нет бумаги"))), "FrWaitForPaperException"},
-            {failureOf(sale::JournalError(QStringLiteral("full"))), "HostError"}};
-    for (const auto& [failure, name] : rows) {
-        try {
-            throwFailure(failure, issued);
-        } catch (const RegisterError& error) {
-            EXPECT_EQ(error.exceptionName(), QLatin1String(name));
-            EXPECT_EQ(error.what(), failure.text.toStdString());
-            EXPECT_EQ(error.verdict(), issued);
-        }
-    }
-    try {
-        throwFailure(failureOf(Interrupted()), issued);
-    } catch (const Interrupted& interrupted) {
-        EXPECT_EQ(interrupted.verdict(), issued);
-        EXPECT_FALSE(interrupted.isNotOpened());
-    }
-    try {
-        throwFailure(failureOf(Interrupted()), Outcome::None);
-    } catch (const Interrupted& interrupted) {
-        EXPECT_TRUE(interrupted.isNotOpened());
-    }
-    EXPECT_THROW(throwFailure(failureOf(std::bad_alloc()), issued), std::bad_alloc);
 }
 
 } // namespace

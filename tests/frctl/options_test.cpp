@@ -91,6 +91,7 @@ TEST(Commands, ExamplesAreRightAndHelpTellsTheOptions)
         EXPECT_TRUE(help.contains("--wait") || command.kind == Command::Alone) << command.name;
     }
     EXPECT_FALSE(helpText("status").contains("--drop"));
+    EXPECT_TRUE(helpText("trace").contains("replay FILE --as register PORT"));
 }
 
 TEST(Commands, HelpHasTheReceiptThatTheSchemaHas)
@@ -181,6 +182,13 @@ TEST(Options, MistakesAreToldBeforeAnythingIsOpened)
         {"journal resolve 1",
             "wrong number of arguments: journal resolve ID issued --document N | journal resolve"},
         {"trace show a --force", "trace show takes no --force"},
+        {"trace show " FRSPF_EXAMPLES "/sale.json", FRSPF_EXAMPLES "/sale.json: line 1: is not the head"},
+        {"trace show no-such-file", "no-such-file:"}, {"trace look x", "no command \"trace look\""},
+        {"trace replay " FRSPF_TRACE " /tmp/x", "trace replay: --as is register or host"},
+        {"trace replay " FRSPF_TRACE " --as till /tmp/x", "trace replay: --as is register or host"},
+        {"trace replay " FRSPF_TRACE " --as register --port /tmp/x", "trace replay: no port"},
+        {"help trace look", "no command \"trace look\""}, {"status --as host", "--as goes with trace"},
+        {"status --trace-full", "--trace-full goes with --trace"},
         {"time get --force", "--force goes with time set"},
         {"--protocol HEX params set 31=ABCD", "params set: 31 is the password"},
         {"names colours", "names: \"colours\""}, {"schema sale", "schema: \"sale\""},

@@ -3,10 +3,6 @@
 #include "basicfrsettings.h"
 #include "command.h"
 #include "errors.h"
-#include "frspfsettings.h"
-#include "parameterwriting.h"
-#include "spfhex/frspf.h"
-#include "spfhex/hexline.h"
 
 #include <QJsonDocument>
 
@@ -18,12 +14,11 @@ namespace {
 
 using hw::fr::RegisterParameter;
 
-RegisterParameter parameter(const QString& name, const QString& caption, const QString& value = {})
+RegisterParameter parameter(const QString& name, const QString& caption)
 {
     RegisterParameter known;
     known.name = name;
     known.caption = caption;
-    known.value = value;
     return known;
 }
 
@@ -38,10 +33,15 @@ public:
         port.greatest = 65535;
         RegisterParameter address = parameter("58.0", "Адрес DNS");
         address.greatest = 15;
+        RegisterParameter control = parameter("30.0", "Контроль");
+        control.type = RegisterParameter::Type::Number;
+        control.least = 0;
+        control.greatest = 1;
+        control.isReadOnly = true;
         return {port, parameter("OFD.OFD.Host", "Хост"), parameter("6.0", "Контроль наличных"),
-            parameter("20.0", "Строки клише"), parameter("20.1", "Строки клише"),
-            parameter("30.0", "Контроль"), parameter("31.0", "Пароль"),
-            parameter("56.0", "IP-адрес прокси-сервера"), parameter("57.0", "Порт прокси-сервера"), address};
+            parameter("20.0", "Строки клише"), parameter("20.1", "Строки клише"), control,
+            parameter("31.0", "Пароль"), parameter("56.0", "IP-адрес прокси-сервера"),
+            parameter("57.0", "Порт прокси-сервера"), address};
     }
     QList<RegisterParameter> readParameters(const QStringList& names) override
     {
@@ -51,7 +51,7 @@ public:
             if (known.name != "58.0" && (names.isEmpty() || names.contains(known.name)))
                 read.append(known);
             if (!read.isEmpty())
-                read.last().value = "v" + read.constLast().name;
+                read.last().value = "v\n" + read.constLast().name;
         }
         return read;
     }
@@ -132,7 +132,7 @@ TEST(Params, AreFoundAndWritten)
         {"HEX", {"get", "кофе"}, "refusal"},
         // Single ones are read singly, and told in the order in which they are wanted.
         {"HEX", {"get", "57", "20"},
-            "57.0 Порт прокси-сервера: v57.0,20.0 Строки клише: v20.0,20.1 Строки клише: v20.1",
+            "57.0 Порт прокси-сервера: v\\n57.0,20.0 Строки клише: v\\n20.0,20.1 Строки клише: v\\n20.1",
             "57.0,20.0,20.1"},
         {"HEX", {"get", "58.0"}, "refusal", "58.0"},
         {"HEX", {"set", "6=1", "031=ABCD"}, "usage"},
@@ -172,70 +172,19 @@ TEST(Params, AreFoundAndWritten)
     }
 }
 
-/// The HEX driver, up to the frames: it refuses to write several settings at once.
-class HexDefaults : public spfhex::FrSpf
-{
-public:
-    HexDefaults(AbstractSerialDriver* line, FrSpfSettings* ownSettings)
-        : FrSpf(line, ownSettings)
-    {
-        portState = PortIsOpen;
-    }
-    bool setParams(const QList<FrParameter>& parameters) override
-    {
-        for (const FrParameter& parameter : parameters)
-            (parameters.size() > 1 ? together : singly)
-                .append(QStringLiteral("%1.%2=%3")
-                            .arg(parameter.getFieldNum())
-                            .arg(parameter.getRowNum())
-                            .arg(parameter.getValue()));
-        return parameters.size() == 1;
-    }
-
-    QStringList together;
-    QStringList singly;
-};
-
-TEST(Params, DefaultsWrittenOneByOneAreThoseOfTheDriver)
-{
-    FrSpfSettings driverSettings;
-    HexLine line;
-    HexDefaults driver(&line, &driverSettings);
-    writeDefaults(driver, Settings(), true);
-    EXPECT_EQ(driver.together.size(), 9);
-    EXPECT_EQ(driver.singly, driver.together);
-}
-
 TEST(Params, AreListedWithWhatTheyTake)
 {
-    RegisterParameter cash = parameter("6.0", "Контроль наличных", "1\n2");
-    cash.type = RegisterParameter::Type::Number;
-    cash.least = 0;
-    cash.greatest = 1;
-    cash.isReadOnly = true;
-    class One : public Settings
-    {
-    public:
-        explicit One(const RegisterParameter& parameter)
-            : m_parameter(parameter)
-        {
-        }
-        QList<RegisterParameter> readParameters(const QStringList&) override { return {m_parameter}; }
-
-    private:
-        RegisterParameter m_parameter;
-    } one(cash);
+    Settings settings;
     BasicFrSettings driverSettings;
     SettingsDriver driver(&driverSettings);
     Options options;
     options.protocol = "HEX";
     options.command = "params";
-    options.arguments = {"list"};
-    const Output output = findCommand(options).prepare(options).onParameters(driver, one);
+    options.arguments = {"get", "30"};
+    const Output output = findCommand(options).prepare(options).onParameters(driver, settings);
     EXPECT_EQ(QJsonDocument(output.json).toJson(QJsonDocument::Compact),
-        R"({"parameters":[{"caption":"Контроль наличных","greatest":1,"id":"6.0","least":0,"readOnly":true,)"
-        R"("type":"number","value":"1\n2"}]})");
-    EXPECT_EQ(output.lines, QStringList("6.0 Контроль наличных: 1\\n2"));
+        R"({"parameters":[{"caption":"Контроль","greatest":1,"id":"30.0","least":0,"readOnly":true,)"
+        R"("type":"number","value":"v\n30.0"}]})");
 }
 
 } // namespace

@@ -1,35 +1,23 @@
-#include "qtprinters.h"
-
 #include <exceptions.h>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-const QString Message = QStringLiteral("Нет бумаги");
-
 template <typename Type, typename... Parents>
-void expectCaught()
-{
-    static_assert((std::is_base_of_v<Parents, Type> && ...));
-    try {
-        throw Type(Message);
-    } catch (const BasicException& exception) {
-        EXPECT_EQ(exception.tr().ru(), Message);
-        EXPECT_EQ(QString::fromUtf8(exception.what()), Message);
-    }
-}
+constexpr bool isCaughtAs = (std::is_base_of_v<Parents, Type> && ...);
 
-TEST(Exceptions, EachIsCaughtAsItsParentsAndCarriesTheMessage)
+TEST(Exceptions, EachIsCaughtAsItsParents)
 {
-    expectCaught<ComDriverTimeoutException, ComDriverException, DriverException>();
-    expectCaught<FrNoConnectionException, FrCommandException, FrDriverException, DriverException>();
-    expectCaught<FrWaitForPaperException, FrPaperException, FrCommandException>();
-    expectCaught<FrShiftTooLongException, FrCommandException>();
-    expectCaught<FrFatalException, FrCommandException>();
+    EXPECT_TRUE((isCaughtAs<ComDriverTimeoutException, ComDriverException, DriverException>));
+    EXPECT_TRUE(
+        (isCaughtAs<FrNoConnectionException, FrCommandException, FrDriverException, DriverException>));
+    EXPECT_TRUE((isCaughtAs<FrWaitForPaperException, FrPaperException, FrCommandException>));
+    EXPECT_TRUE((isCaughtAs<FrShiftTooLongException, FrCommandException>));
+    EXPECT_TRUE((isCaughtAs<FrFatalException, FrCommandException>));
     // A host must not take one of these for another.
-    static_assert(!std::is_base_of_v<ComDriverException, FrNoConnectionException>);
-    static_assert(!std::is_base_of_v<FrPaperException, FrFatalException>);
+    EXPECT_FALSE((isCaughtAs<FrNoConnectionException, ComDriverException>));
+    EXPECT_FALSE((isCaughtAs<FrFatalException, FrPaperException>));
 }
 
 } // namespace

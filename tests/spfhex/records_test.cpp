@@ -1,9 +1,14 @@
+#include "fiscaldocument.h"
+#include "frpayment.h"
 #include "hexdriver.h"
+
+#include <QJsonObject>
+
+#include <functional>
 
 using namespace hw::fr;
 using testing::EndsWith;
 using testing::HasSubstr;
-using testing::StartsWith;
 
 TEST_F(HexDriverTest, portIsOpenedWithTheLinesSettings)
 {
@@ -26,26 +31,6 @@ TEST_F(HexDriverTest, portIsOpenedWithTheLinesSettings)
     EXPECT_EQ(thrown([&] { withoutPort.portOpen(); }),
         "FrNoConnectionException: Ошибка инициализации драйвера порта");
     EXPECT_EQ(logged(), "i Закрытие порта; i Порт закрыт; i Закрытие порта; i Открытие порта");
-}
-
-TEST_F(HexDriverTest, initStartsTheDeviceAndEndsAnOpenDocument)
-{
-    const std::string identity = "A5 0|; A6; A5 0|1|";
-    const std::vector<std::pair<const char*, std::string>> table{
-        {"A0=0|4|0", "A0; " + identity},
-        {"A0=0|1|0", "A0; A7; 00 010224|153045|; " + identity},
-        {"A0=0|4|2306", "A0; " + identity + "; 23"},
-        {"A0=0|4|2050", "A0; " + identity + "; 22 0|1|0|"},
-        {"A0=0|5|4098", "A0; A7; 00 010224|153045|; " + identity + "; 22 0|1|0|"},
-    };
-    for (const auto& [state, sent] : table) {
-        device.answer(state);
-        driver.init();
-        EXPECT_EQ(driver.sent(), sent);
-    }
-    const std::string log = logged();
-    EXPECT_THAT(log, StartsWith("i Инициализация ККМ; d Запрос статуса состояния ККТ; "));
-    EXPECT_THAT(log, EndsWith("d Завершение документа; i Инициализация выполнена"));
 }
 
 TEST_F(HexDriverTest, connectionReadsTheIdentity)
@@ -150,4 +135,39 @@ TEST_F(HexDriverTest, countersAndRegistersTakeTheDevicesPlaces)
     EXPECT_EQ(driver.sent(),
         "A5 13|; A5 14|; A5 3|; A5 4|; A5 5|; A1 22|0|; A1 22|1|; A1 22|2|; A1 22|3|; A1 22|4|");
     EXPECT_THAT(logged(), EndsWith("d Получение параметра 22 4; done"));
+}
+
+TEST_F(HexDriverTest, whatCannotBeDoneIsRefusedBeforeAnythingFurtherIsSent)
+{
+    const char* const badAnswer = "FrCommandException: Некорректный ответ от ФР";
+    const char* const tenSums = "A5 14|=1|2|3|4|5|6|7|8|9|10";
+    using Row = std::tuple<std::function<void(HexDriver&)>, const char*, const char*, const char*>;
+    const std::vector<Row> table{
+        {[](HexDriver& d) { d.checkOpen(FiscalDocument(CheckCashIn)); }, "", "",
+            "FrCommandException: Тип чека не поддерживается ФР"},
+        {[](HexDriver& d) { d.checkPay(FrPayment(5, 1.0)); }, "", "",
+            "FrCommandException: Тип оплаты не поддерживается ФР"},
+        {[](HexDriver& d) { d.accountingReport(); }, "A0=0|4|0", "A0",
+            "FrCommandException: Смена должна быть закрыта"},
+        // Answers that are a field short, and one without a tax system
+        {[](HexDriver& d) { d.init(); }, "A0=0|1|0; A7=010224", "A0; A7", badAnswer},
+        {[](HexDriver& d) { d.getFnStateDescription(); }, "A4=3|1|0|1", "A4", badAnswer},
+        {[](HexDriver& d) { d.recorder->getIsmNotSentCount(); }, "A4 14|=1|2|3|4|5|6", "A4 14|", badAnswer},
+        {[](HexDriver& d) { d.registration({}, {}, {}, {}, {}); }, "C0=1|2|3|4|5|6|7|8|9|10|11|12", "C0",
+            badAnswer},
+        {[](HexDriver& d) { d.getMoneyCounters(CheckCashOut); }, tenSums, "A5 13|; A5 14|", badAnswer},
+        {[](HexDriver& d) { d.getKkmRegisterEnd(); }, "A5 4|=1|2|3|4", "A5 13|; A5 14|; A5 3|; A5 4|",
+            badAnswer},
+        {[](HexDriver& d) { d.getCountersDescription(); }, "A5 4|=refused", "A5 3|; A5 4|",
+            "FrCommandException: Отказ"},
+    };
+    const auto usual = device.answers;
+    for (const auto& [call, answers, sent, exception] : table) {
+        SCOPED_TRACE(std::string(sent) + ", answers " + answers);
+        device.answer(answers);
+        EXPECT_EQ(thrown([&call = call, this] { call(driver); }), exception);
+        EXPECT_EQ(driver.sent(), sent);
+        device.answers = usual;
+    }
+    EXPECT_THAT(logged(), testing::EndsWith("e Отказ"));
 }

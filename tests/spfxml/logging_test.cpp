@@ -33,7 +33,7 @@ protected:
     };
 
     // A failure is logged where the row says so, and passes on.
-    static constexpr const char* refused = "FrCommandException: Отказ";
+    static constexpr const char* refused = "FrWaitForPaperException: Отказ";
     // The registers raise a copy that no longer says that it was the connection: it is meant.
     static constexpr const char* copied = "FrCommandException: ";
     static constexpr const char* notOpen = "Необходимо открыть порт";
@@ -53,6 +53,8 @@ protected:
 
     const QDateTime noon{QDate(2026, 3, 1), QTime(12, 0)};
     const FrPosition tea{QStringLiteral("Чай"), 10.0, 1.0};
+    const Barcode qrCode{"12", Barcode::Qr};
+    const Barcode code128{"12", Barcode::Code128};
     const MarkedPosition code{1, QStringLiteral("A"), 1.0, 0};
 
     FrPosition markedTea() const
@@ -86,6 +88,8 @@ protected:
             refused, 36},
         {[](D d) { d.getDateTime(); },
             "i Получение даты/времени из ККМ; d Чтение времени; i Дата/время ККМ: некорректное время"},
+        {[](D d) { d.getDateTime(); }, "i Получение даты/времени из ККМ; d Чтение времени", open, refused,
+            22},
         {[this](D d) { d.setDateTime(noon); },
             "i Установка даты/времени в ККМ: 01.03.2026 12:00:00; d Запрос параметров смены; "
             "d Установка времени; done",
@@ -97,12 +101,20 @@ protected:
             "i Установка даты/времени в ККМ: 01.03.2026 12:00:00; d Запрос параметров смены; "
             "i Невозможно выполнить синхронизацию времени, смена в ФР открыта"},
         {[](D d) { d.openShift(); }, shiftIsOpen},
+        {[](D d) { d.openShift(); }, "i Открытие смены; d Запрос параметров смены", open, refused, 44},
         {[](D d) { d.openShift(); }, "i Открытие смены; d Запрос параметров смены; d Открытие смены", closed},
         {[](D d) { d.xReport(); }, "i Снятие суточного отчета без гашения; d Печать итогов смены; done"},
+        {[](D d) { d.xReport(); }, "i Снятие суточного отчета без гашения; d Печать итогов смены", open,
+            refused, 46},
         {[](D d) { d.zReport(); },
             "i Снятие суточного отчета с гашением; d Запрос параметров смены; d Закрытие смены; done"},
+        {[](D d) { d.zReport(); }, "i Снятие суточного отчета с гашением; d Запрос параметров смены", open,
+            refused, 44},
         {[](D d) { d.zReport(); },
             "i Снятие суточного отчета с гашением; d Запрос параметров смены; i Смена в ФР закрыта", closed},
+        {[](D d) { d.init(); }, "i Инициализация ККМ; d Информация о ККТ", open, refused, 58},
+        {[](D d) { d.setConnection(); }, "i Соединение с устройством; " + status.substr(0, status.size() - 2),
+            open, refused, 2},
         {[](D d) { d.init(); },
             "i Инициализация ККМ; " + identity
                 + "d Чтение рекламного текста из настроек; i Инициализация выполнена"},
@@ -181,7 +193,8 @@ protected:
                 + cashOut + "; d Сумма из денежного ящика",
             open, "", 0, copied},
         {[](D d) { d.getKkmRegisterEnd(); },
-            "i Получение счетчиков ККМ на конец смены; d Счётчики ККТ; e Отказ", open, refused, 40, copied},
+            "i Получение счетчиков ККМ на конец смены; d Счётчики ККТ; e Отказ", open,
+            "FrCommandException: Отказ", 40, copied},
     };
 
     // These do not look at the port: the exchange does, or there is none.
@@ -199,13 +212,8 @@ protected:
         {[](D d) { d.moneyCheckOpen(CheckCashIn, {}); }, "i Открытие чека: внесение"},
         {[](D d) { d.moneyCheckPrint({}); }, "d Добавление строк текста для печати"},
         {[](D d) { d.textDocOpen(CheckNonFiscal); }, "i Открытие текстового документа"},
-        {[](D d) {
-             d.barcodePrint({"12", Barcode::Qr, 0, 0, 0});
-         },
-            "i Добавление штрих-кода для печати: 12"},
-        {[](D d) {
-             d.barcodePrint({"12", Barcode::Code128, 0, 0, 0});
-         },
+        {[this](D d) { d.barcodePrint(qrCode); }, "i Добавление штрих-кода для печати: 12"},
+        {[this](D d) { d.barcodePrint(code128); },
             "i Добавление штрих-кода для печати: 12; e Тип штрих-кода CODE 128 не поддерживается ФР"},
         {[](D d) { d.setFont({EFrDriver::SmallFont}); }, ""},
         {[](D d) { d.resetFont(); }, ""},
@@ -214,13 +222,9 @@ protected:
         {[](D d) { d.getAllTaxSystems(); },
             "i Получение применяемой системы налогообложения; d Получение налоговой системы"},
         {[](D d) { d.getDefaultTaxSystem(); }, "d Получение налоговой системы"},
-        {[](D d) {
-             d.setRequisite({EFrDriver::TaxSystem, 2});
-         },
+        {[](D d) { d.setRequisite(FdRequisite(EFrDriver::TaxSystem, 2)); },
             "i Запись реквизита 1055 (…) в ФР; d Установка системы налогообложения для чека: …"},
-        {[](D d) {
-             d.setRequisite({EFrDriver::CashierName, "a"});
-         },
+        {[](D d) { d.setRequisite(FdRequisite(EFrDriver::CashierName, "a")); },
             "i Запись реквизита 1021 (…) в ФР; w Тип реквизита не поддерживается"},
         {[](D d) { d.checkPrint({}); }, "d Добавление строк текста для печати"},
         {[](D d) { d.setCliche({"a"}); }, "d Установка параметров ККТ"},

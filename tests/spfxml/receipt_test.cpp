@@ -90,11 +90,11 @@ TEST_F(Receipt, staysAsItWasWhenItFails)
     driver.checkPay({0, 1});
     const MessageLog log;
     script->failing = 8;
-    EXPECT_EQ(thrown([&] { driver.checkClose(sale); }), "FrCommandException: Отказ");
+    EXPECT_EQ(thrown([&] { driver.checkClose(sale); }), "FrWaitForPaperException: Отказ");
     EXPECT_EQ(MessageLog::taken().back(), "error frdriver.spf_0: Отказ");
     // A shift that cannot be opened leaves all as it was, too.
     script->failing = 44;
-    EXPECT_EQ(thrown([&] { driver.checkOpen(sale); }), "FrCommandException: Отказ");
+    EXPECT_EQ(thrown([&] { driver.checkOpen(sale); }), "FrWaitForPaperException: Отказ");
     driver.checkClose(sale);
     EXPECT_THAT(script->taken().back(), MatchesRegex(".*:1=x .* 1031:2=1.00 .*=0 1055:4=2 1055:4=2 Foo.*"));
     // The next one is sent empty; of the requisites set before its opening only the tax system stays.

@@ -32,10 +32,8 @@ struct ScriptedCommand : spfxml::SpfFrCommand
             sent.push_back(std::to_string(number) + " x" + std::to_string(attempts) + " " + tree);
         else
             EXPECT_EQ(attempts, 5);
-        if (number == failing && isOutOfPaper)
-            throw FrWaitForPaperException("Конец бумаги");
         if (number == failing)
-            throw FrCommandException("Отказ");
+            throw FrWaitForPaperException("Отказ");
         const QByteArray answer = answers.value(number);
         if (answer.isEmpty())
             return {};
@@ -49,7 +47,6 @@ struct ScriptedCommand : spfxml::SpfFrCommand
     QMap<int, const char*> answers{
         {44, "<a><pa n='ShiftState'>1</pa></a>"}, {50, "<a><pa n='1062'>34</pa></a>"}};
     int failing = 0;
-    bool isOutOfPaper = false;
 };
 
 class ScriptedFrSpf : public testing::Test

@@ -46,7 +46,7 @@ TEST_F(Settings, writeWhatTheirPathsName)
     }
     script->failing = 56;
     EXPECT_FALSE(driver.setParams(paths({"PRN.Printer.NarrowWidth.1"})));
-    EXPECT_EQ(thrown([&] { driver.setDefaults(); }), "FrCommandException: Отказ");
+    EXPECT_EQ(thrown([&] { driver.setDefaults(); }), "FrWaitForPaperException: Отказ");
 }
 
 TEST_F(Settings, areCheckedByTheCommandWithoutTheLimitsOfPaths)
@@ -112,7 +112,7 @@ TEST_F(Settings, dressTheReceipt)
         ElementsAre("56 x5 200005:7{PRN:7{PrinterHeader:7{Cliche:1=1\n2\n3\n4}}}",
             "56 x5 200005:7{PRN:7{PrinterHeader:7{Cliche:1=}}}"));
     script->failing = 56;
-    EXPECT_EQ(thrown([&] { driver.setCliche({"1"}); }), "FrCommandException: Отказ");
+    EXPECT_EQ(thrown([&] { driver.setCliche({"1"}); }), "FrWaitForPaperException: Отказ");
     EXPECT_FALSE(driver.setTail({"1"}));
 }
 
@@ -139,7 +139,7 @@ TEST_F(Settings, scaleThePictureToWhatTheDeviceTakes)
     EXPECT_FALSE(driver.setGraphicCliche(folder.filePath("none.png")));
     script->failing = 56;
     const MessageLog log;
-    EXPECT_EQ(thrown([&] { driver.setGraphicCliche(file); }), "FrCommandException: Отказ");
+    EXPECT_EQ(thrown([&] { driver.setGraphicCliche(file); }), "FrWaitForPaperException: Отказ");
     EXPECT_EQ(takenLines(), "i Программирование графического клише; d Установка параметров ККТ; e Отказ");
 }
 

@@ -146,20 +146,6 @@ TEST(Conformance, WarnsOfHostsThatDoNotMindTheOutcomeOverHex)
     }
 }
 
-TEST(Conformance, CountsNoStoredReceiptAsRefused)
-{
-    XmlRig rig;
-    emulator::HostWatch watch(rig.device);
-    connect(watch, rig.device, rig.line);
-    rig.openShift();
-    rig.device.setPaperLeft(3, false);
-    for (const int refused : {0, 1}) {
-        EXPECT_EQ(rig.send(once.command, once.data).verdict(), "3.8");
-        EXPECT_EQ(watch.record().refused, refused);
-        EXPECT_EQ(rig.device.refusals().all().size(), refused);
-    }
-}
-
 TEST(Conformance, TellsCommandsAndRefusals)
 {
     Rig rig;

@@ -31,6 +31,13 @@ FaultRule with(FaultRule rule, const std::function<void(FaultRule&)>& change)
     return rule;
 }
 
+FaultRule lostAt(const char* field, const char* value)
+{
+    FaultRule rule = ruleOf("lost");
+    rule.field = {field, value};
+    return rule;
+}
+
 /// The numbers of the exchanges of the day that are hit.
 QString hitsOf(const QList<FaultRule>& rules, emulator::Language language = emulator::Language::Hex)
 {
@@ -55,21 +62,9 @@ TEST(FaultRules, ChooseTheirExchanges)
         {".....l..", {with(lost, [](auto& r) { r.nth = 3, r.command = "22"; })}},
         {"...l...l", {with(lost, [](auto& r) { r.each = 2, r.command = "FinishDocument"; })}},
         {"llll....", {with(lost, [](auto& r) { r.lifetime = 4; })}},
-        {"l...l...",
-            {with(lost,
-                [](auto& r) {
-                    r.field = {"name", "Молоко"};
-                })}},
-        {"..l...l.",
-            {with(lost,
-                [](auto& r) {
-                    r.field = {"name", "Хлеб"};
-                })}},
-        {"........",
-            {with(lost,
-                [](auto& r) {
-                    r.field = {"ame", "Хлеб"};
-                })}},
+        {"l...l...", {lostAt("name", "Молоко")}},
+        {"..l...l.", {lostAt("name", "Хлеб")}},
+        {"........", {lostAt("ame", "Хлеб")}},
         {"........", {with(lost, [](auto& r) { r.probability = 0; })}},
         // The first one that hits; the second has had its turn then.
         {"lsss....",

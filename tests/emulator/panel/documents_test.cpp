@@ -61,18 +61,6 @@ TEST(Panel, DocumentsAreFoundByWhatTheySay)
     }
 }
 
-TEST(Panel, TapeTellsWhichDocumentAPageIsOf)
-{
-    HexPanel rig;
-    openShift(rig);
-    rig.ask("PUT", "/v1/paper", R"({"state":"nearEnd","linesLeft":4})");
-    passAll(rig, sale().first(4));
-    EXPECT_EQ(code(rig, finish()), 8);
-    rig.ask("PUT", "/v1/paper", R"({"state":"in"})");
-    passAll(rig, {finish(), {0x60, {"Иванова"}}});
-    EXPECT_EQ(documentsOfTape(rig), QList<int>({2, 3, 3, 0}));
-}
-
 TEST(Panel, TornReceiptLeadsToItsExchangeWithTheErrorThatWasAnswered)
 {
     const auto expectTorn = [](auto& rig, int document, const char* error, QList<int> pieces) {
@@ -95,12 +83,17 @@ TEST(Panel, TornReceiptLeadsToItsExchangeWithTheErrorThatWasAnswered)
     hex.ask("PUT", "/v1/faults", R"({"rules":[{"mode":"paper-ends:4","nth":1}]})");
     EXPECT_EQ(code(hex, finish()), 8);
     expectTorn(hex, 3, "8", {2, 3});
+    hex.ask("PUT", "/v1/paper", R"({"state":"in"})");
+    passAll(hex, {finish(), {0x60, {"Иванова"}}});
+    EXPECT_EQ(documentsOfTape(hex), QList<int>({2, 3, 3, 0}));
     XmlPanel xml;
     xml.openShift();
     xml.ask("PUT", "/v1/paper", R"({"state":"nearEnd","linesLeft":4})");
-    EXPECT_EQ(
-        XmlReply{xml.pass(xml.request(8, receipt(position("5.00", "1.000", "5.00"), "5.00")))}.verdict(),
-        "3.8");
+    const auto sell = [&xml] {
+        return XmlReply{xml.pass(xml.request(8, receipt(position("5.00", "1.000", "5.00"), "5.00")))}
+            .verdict();
+    };
+    EXPECT_EQ(sell(), "3.8");
     expectTorn(xml, 3, "3.8", {2, 3});
     // The rest of it comes with the paper; of a report that is torn, too.
     xml.ask("PUT", "/v1/paper", R"({"state":"in"})");
@@ -108,6 +101,10 @@ TEST(Panel, TornReceiptLeadsToItsExchangeWithTheErrorThatWasAnswered)
     xml.pass(xml.request(6, pa("5", 7, pa("1021", 1, "Иванова"))));
     xml.ask("PUT", "/v1/paper", R"({"state":"in"})");
     expectTorn(xml, 3, "3.8", {2, 3, 3, 4, 4});
+    // What has no paper to begin with is stored nowhere.
+    xml.ask("PUT", "/v1/paper", R"({"state":"out"})");
+    EXPECT_EQ(sell(), "3.8");
+    EXPECT_EQ(xml.ask("GET", "/v1/conformance").json().value("refused"), 1);
 }
 
 TEST(Panel, ExchangesTakeSoMuchMemoryAndNoMore)

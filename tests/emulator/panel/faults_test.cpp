@@ -3,18 +3,6 @@
 #include <gtest/gtest.h>
 #include <QFile>
 
-TEST(Panel, AFaultThatAnswersAnErrorIsToldAsOne)
-{
-    HexPanel rig;
-    openShift(rig);
-    rig.ask("PUT", "/v1/faults", R"({"rules":[{"mode":"answer:81","nth":1}]})");
-    EXPECT_EQ(code(rig, open(2)), 81);
-    const QJsonObject exchange
-        = rig.ask("GET", "/v1/exchanges?refused=true").json().value("exchanges")[0].toObject();
-    EXPECT_EQ(exchange.value("error"), "81");
-    EXPECT_EQ(exchange.value("reason"), "20: the fault answer:81");
-}
-
 TEST(Panel, FaultsOfTheCommandLineAreSeenAndCleared)
 {
     HexPanel rig;
@@ -42,6 +30,9 @@ TEST(Panel, ARuleThatIsAddedLeavesTheOthersTheirCounts)
     EXPECT_EQ(rig.ask("POST", "/v1/faults", added).json().value("rules")[0]["hits"], 1);
     for (const int expected : {81, 82, 81})
         EXPECT_EQ(code(rig, {0xA7, {}}), expected);
+    const QJsonValue told = rig.ask("GET", "/v1/exchanges?refused=true").json().value("exchanges")[0];
+    EXPECT_EQ(told["error"], "81");
+    EXPECT_EQ(told["reason"], "A7: the fault answer:81");
     QByteArray many = R"({"rules":[{"mode":"lost","nth":1})";
     for (int rule = 1; rule < 998; ++rule)
         many += R"(,{"mode":"lost","nth":1})";

@@ -16,13 +16,12 @@ QByteArray bitmap(qint32 width, qint32 height, const QByteArray& rows, const QBy
     return "BM" + QByteArray(8, '\0') + number(62) + head + QByteArray::fromHex(colours) + rows;
 }
 
-template <typename T>
-QList<T> printed(emulator::Register& device)
+QList<tape::Code> printedCodes(emulator::Register& device)
 {
-    QList<T> found;
+    QList<tape::Code> found;
     for (const tape::Page& page : device.tape().pages()) {
         for (const tape::Line& line : page.lines) {
-            if (const T* const one = std::get_if<T>(&line))
+            if (const auto* const one = std::get_if<tape::Code>(&line))
                 found.append(*one);
         }
     }
@@ -60,26 +59,23 @@ TEST(Paper, ShowsTheLogoDotByDot)
         EXPECT_EQ(picture->rows.toHex().toStdString(), dots) << what;
     }
     EXPECT_FALSE(emulator::pictureOf(bitmap(-9, 2, rows, blackIsOne), "x"));
-    Rig rig;
-    rig.start();
-    const QByteArray logo = bitmap(288, 100, QByteArray(3600, '\x0F'), blackIsOne);
-    rig.exchange(rig.frame({0xE2, {QByteArray::number(logo.size())}}));
-    EXPECT_EQ(rig.parse(rig.exchange('\x1B' + logo)).code, 0);
-    rig.run({open(1), finish()});
-    ASSERT_EQ(printed<tape::Picture>(rig.device).size(), 1);
-    EXPECT_EQ(printed<tape::Picture>(rig.device).constFirst().rows, QByteArray(3600, '\x0F'));
 }
 
-TEST(Paper, CodesKeepWhatTheHostSaidOfThem)
+TEST(Paper, LinesAndCodesKeepWhatTheHostSaidOfThem)
 {
     Rig rig;
     rig.start();
-    rig.run({open(1), {0x24, {"2", "3", "100", "2", "460123456789"}}, {0x24, {"0", "0", "0", "14", "x"}},
-        {0x29, {"4", "1", "qr"}}, finish()});
+    rig.run({open(1), text("мелко", 1), text("высоко", 16), text("широко", 32), text("крупно", 48),
+        text("темно", 128), {0x24, {"2", "3", "100", "2", "460123456789"}},
+        {0x24, {"0", "0", "0", "14", "x"}}, {0x29, {"4", "1", "qr"}}, finish()});
     const QList<tape::Code> expected{
         {tape::Symbology::Ean13, "460123456789", -1, 3, 100, tape::CodeCaption::Below},
         {tape::Symbology::Other, "x", 14}, {tape::Symbology::Qr, "qr", -1, 4}};
-    EXPECT_EQ(printed<tape::Code>(rig.device), expected);
+    EXPECT_EQ(printedCodes(rig.device), expected);
+    EXPECT_EQ(missingFrom(rig.device.tape().text(),
+                  {"·мелко", "↕высоко", "↔ш и р о к о", "⤢к р у п н о", "▒темно", "[EAN-13]", "[QR]"}),
+        "");
+    EXPECT_TRUE(rig.device.journal().entries().isEmpty());
     // A code that the paper ends in is of no use to anybody: the next roll has it from its beginning.
     rig.run({open(1), {0x29, {"4", "1", "qr"}}});
     rig.device.tape().clear();
@@ -88,7 +84,7 @@ TEST(Paper, CodesKeepWhatTheHostSaidOfThem)
     EXPECT_EQ(rig.device.tape().lines().size(), 3);
     rig.device.setPaper(true);
     EXPECT_EQ(rig.code(finish()), 0);
-    EXPECT_EQ(printed<tape::Code>(rig.device).size(), 1);
+    EXPECT_EQ(printedCodes(rig.device).size(), 1);
 }
 
 TEST(Paper, TextBehindAReceiptHasFontsAndCodes)

@@ -110,18 +110,3 @@ TEST(Service, QueriesAnswerWithTheirShape)
     // A code of a kind without a proof: the drive cannot check it, the system can.
     EXPECT_EQ(rig.send(check("00000046198488")).fields, QList<QByteArray>{"12"});
 }
-
-TEST(Service, TextShowsItsAttributesAndPictures)
-{
-    Rig rig;
-    rig.start();
-    rig.run({open(1), text(QStringLiteral("мелко"), 1), text(QStringLiteral("высоко"), 16),
-        text(QStringLiteral("широко"), 32), text(QStringLiteral("крупно"), 48),
-        text(QStringLiteral("темно"), 128), {0x24, {"2", "2", "100", "2", "4601234567890"}},
-        {0x29, {"4", "1", to866(QStringLiteral("qr-текст"))}}, finish()});
-    EXPECT_EQ(missingFrom(rig.device.tape().text(),
-                  {"·мелко", "↕высоко", "↔ш и р о к о", "⤢к р у п н о", "▒темно", "[EAN-13]",
-                      "│ 4601234567890 ", "[QR]", "│ qr-текст "}),
-        "");
-    EXPECT_TRUE(rig.device.journal().entries().isEmpty());
-}
