@@ -116,16 +116,17 @@ class Events:
 
     def until(self, kind, **wanted):
         """The first such event."""
-        name = None
-        while line := self.stream.readline():
-            field, _, value = line.decode().rstrip("\n").partition(": ")
-            if field == "event":
-                name = value
-            elif field == "data" and name == kind:
-                data = json.loads(value)
-                if all(data.get(member) == one for member, one in wanted.items()):
-                    return data
-        raise AssertionError(f"no event {kind} {wanted}")
+        name = data = None
+        with contextlib.suppress(TimeoutError):
+            while line := self.stream.readline():
+                field, _, value = line.decode().rstrip("\n").partition(": ")
+                if field == "event":
+                    name = value
+                elif field == "data" and name == kind:
+                    data = json.loads(value)
+                    if all(data.get(member) == one for member, one in wanted.items()):
+                        return data
+        raise AssertionError(f"no event {kind} {wanted}, the last one was {data}")
 
 
 class Register(Program):
