@@ -479,5 +479,21 @@
         <source>That number of the fiscal drive %1 is the document %2.</source>
         <translation>Этот номер в ФН %1 — у документа %2.</translation>
     </message>
+    <message>
+        <source>journal %1: process %2 of the server keeps the table %3 locked</source>
+        <translation>журнал %1: процесс %2 сервера держит таблицу %3 заблокированной</translation>
+    </message>
+    <message>
+        <source>try again, and end that process if it hangs</source>
+        <translation>повторите, а если этот процесс завис, завершите его</translation>
+    </message>
+    <message>
+        <source>journal %1: frspf.version does not say of which release its tables are</source>
+        <translation>журнал %1: в frspf.version не сказано, какого выпуска его таблицы</translation>
+    </message>
+    <message>
+        <source>somebody has changed that; put back the number, or a backup</source>
+        <translation>кто-то изменил её; верните прежний номер или резервную копию</translation>
+    </message>
 </context>
 </TS>

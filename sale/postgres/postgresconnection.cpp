@@ -3,6 +3,7 @@
 #include "postgres/postgresfault.h"
 #include "postgres/postgreslibrary.h"
 #include "postgres/silentservers.h"
+#include "postgres/tablelocks.h"
 
 #include <QScopeGuard>
 #include <QSqlDatabase>
@@ -76,8 +77,26 @@ QString PostgresConnection::whole(const QString& statement, const QVariantList& 
     return text;
 }
 
+void PostgresConnection::requireUnlocked(const QString& statement) const
+{
+    TableLocks& locks = TableLocks::ofProcess();
+    if (!locks.isSuspected(m_server))
+        return;
+    QSqlQuery lock = run(TableLocks::question());
+    bool isAny = false;
+    while (lock.next()) {
+        isAny = true;
+        const QString table = lock.value(0).toString();
+        if (TableLocks::isInTheWayOf(statement, table, lock.value(2).toBool()))
+            throwTableLock(m_place, table, lock.value(1).toLongLong());
+    }
+    if (!isAny)
+        locks.clear(m_server);
+}
+
 QString PostgresConnection::kept(const QString& statement, const QVariantList& values) const
 {
+    requireUnlocked(statement);
     if (!KeptPlans::isWorthIt(statement, values.size()))
         return whole(statement, values);
     if (m_plans.takeAge())
@@ -115,8 +134,11 @@ QSqlQuery PostgresConnection::run(const QString& statement) const
     }
     if (isSuspected)
         silent.clear(m_server);
-    if (!isDone)
+    if (!isDone) {
+        if (isLockTimeout(query.lastError()))
+            TableLocks::ofProcess().suspect(m_server);
         throwPostgresFault(m_place, query.lastError());
+    }
     return query;
 }
 
@@ -193,7 +215,10 @@ void PostgresConnection::select(const QString& statement, const QVariantList& va
 void PostgresConnection::search(const QString& statement, const QVariantList& values,
     const std::function<void(const QSqlQuery&)>& onRow) const
 {
-    QSqlQuery query = runPatiently([&] { return whole(statement, values); });
+    QSqlQuery query = runPatiently([&] {
+        requireUnlocked(statement);
+        return whole(statement, values);
+    });
     while (query.next())
         onRow(query);
 }

@@ -19,7 +19,8 @@ namespace sale {
 /// lost is made anew, and what it was doing is done again when it is sure that it was not done: the server
 /// is asked what has become of the transaction whose end it did not tell. It stays open what became of that
 /// one when the server is not back within the patience, or has started anew in between and may have given
-/// its number to another one. A server that does not answer in time is taken for a lost connection.
+/// its number to another one. A server that does not answer in time is taken for a lost connection. Nobody
+/// waits for a table that another one of this process has waited for in vain.
 class PostgresConnection : public SqlConnection
 {
 public:
@@ -69,6 +70,8 @@ private:
     int connectSeconds() const;
     std::chrono::milliseconds longestOpening() const;
     std::chrono::milliseconds longestAnswer() const;
+    /// Throws JournalError where a table of the statement is known to be locked.
+    void requireUnlocked(const QString& statement) const;
     /// The same by the plan that the server keeps of it, where that is worth it.
     QString kept(const QString& statement, const QVariantList& values) const;
     QSqlQuery run(const QString& statement) const;

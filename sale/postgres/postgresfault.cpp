@@ -60,6 +60,20 @@ void throwSilence(const PostgresPlace& place)
         tr("journal %1: the server does not answer").arg(place.shown()), adviceFor(QStringLiteral("08")));
 }
 
+void throwTableLock(const PostgresPlace& place, const QString& table, qint64 process)
+{
+    throw JournalError(tr("journal %1: process %2 of the server keeps the table %3 locked")
+                           .arg(place.shown())
+                           .arg(process)
+                           .arg(table),
+        tr("try again, and end that process if it hangs"));
+}
+
+bool isLockTimeout(const QSqlError& error)
+{
+    return error.nativeErrorCode() == QStringLiteral("55P03");
+}
+
 void throwPostgresFault(const PostgresPlace& place, const QSqlError& error, const QString& refusal)
 {
     const QString code = error.nativeErrorCode().isEmpty() ? refusal : error.nativeErrorCode();

@@ -30,5 +30,9 @@ public:
     const PostgresPlace& place, const QSqlError& error, const QString& refusal = {});
 /// Throws ConnectionLost: nobody waits for the server's answer any longer.
 [[noreturn]] void throwSilence(const PostgresPlace& place);
+/// Throws JournalError: that process of the server has the table, or comes next.
+[[noreturn]] void throwTableLock(const PostgresPlace& place, const QString& table, qint64 process);
+/// Others were waited for in vain.
+bool isLockTimeout(const QSqlError& error);
 
 } // namespace sale

@@ -132,6 +132,11 @@ Versions versionsOf(const PostgresConnection& connection)
         QStringLiteral("SELECT number, least FROM version"), {}, [&found](const QSqlQuery& row) {
             found = {row.value(0).toInt(), row.value(1).toInt()};
         });
+    // None was ever committed with that.
+    if (found.version < 1)
+        throw JournalError(tr("journal %1: frspf.version does not say of which release its tables are")
+                               .arg(connection.place().shown()),
+            tr("somebody has changed that; put back the number, or a backup"));
     return found;
 }
 

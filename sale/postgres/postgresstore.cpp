@@ -61,8 +61,9 @@ void PostgresStore::joinWorkers(const QString& registerName)
     if (m_joined == registerName)
         return;
     WorkerTable workers(m_connection);
-    // What this one begins is none of those that are known to have ended before.
-    workers.others(registerName);
+    // What this one begins is none of those that are known to have ended before. No service may be on this
+    // machine to tell those of other machines that they have.
+    workers.noteAllEnded();
     workers.add({registerName, {}, 0}, m_doesProgramLineLast);
     m_joined = registerName;
 }

@@ -68,14 +68,14 @@ void requireRoom(const Api& api, const QString& place)
             .withHeader("Retry-After", "10");
 }
 
-/// The register tries again sooner when somebody asks.
+/// The register tries again sooner when somebody asks, and the fault may be over.
 void requireWorkingJournal(const Api& api, Till& till)
 {
     try {
         api.requireJournal(till);
     } catch (const sale::JournalError&) {
         till.wake();
-        throw;
+        api.requireJournal(till);
     }
 }
 

@@ -222,7 +222,11 @@ TEST_F(Lease, WhatAKilledProgramHasSentMayStillComeWhereItsLineLasts)
             {child.identity().process, child.identity().started});
         PostgresStore next(server.place());
         next.requireFreeLine({}, doesLineLast);
-        next.meetRegister("till1", [] { return QString(); });
+        // Other machines are told by whatever comes next on this one, at whichever register.
+        next.meetRegister("till2", [] { return QString(); });
+        EXPECT_EQ(connection.value("SELECT count(*) FROM workers WHERE register = 'till1' AND killed IS NULL")
+                      .toInt(),
+            0);
         next.settle("begun", 1, {.state = DocumentState::NotIssued});
         EXPECT_EQ(
             next.findId("begun")->state, doesLineLast ? DocumentState::Unknown : DocumentState::NotIssued);

@@ -11,11 +11,13 @@
 #include "postgres/passwordfile.h"
 #include "postgres/postgresfault.h"
 #include "postgres/postgresstore.h"
+#include "postgres/registerleases.h"
 #include "postgres/wrongplace.h"
 #include "postgresserver.h"
 
 #include <QDeadlineTimer>
 #include <QSqlQuery>
+#include <QUuid>
 
 #include <gtest/gtest.h>
 
@@ -27,6 +29,7 @@
 #include <csignal>
 #include <functional>
 #include <thread>
+#include <vector>
 
 using namespace sale;
 
@@ -332,12 +335,31 @@ TEST_F(Postgres, TablesOfOtherReleasesAreTold)
     PostgresStore(server.place()).accept(request("A"));
     PostgresStore::migrate(server.place());
     EXPECT_EQ(connection().value("SELECT number FROM version").toInt(), 2);
-    connection().execute("DROP SCHEMA frspf CASCADE");
-    try {
-        const PostgresStore store(server.place());
-        FAIL();
-    } catch (const JournalError& error) {
-        EXPECT_TRUE(error.advice().contains("frserver migrate"));
+    const auto said = [](const std::function<void()>& work) {
+        try {
+            work();
+            return QString();
+        } catch (const JournalError& error) {
+            return QString(error.what());
+        }
+    };
+    const struct
+    {
+        const char* change;
+        const char* wordsOfUse;
+        const char* wordsOfMigrate;
+    } cases[] = {
+        {"UPDATE version SET number = 0", "frspf.version", "put back the number"},
+        {"DELETE FROM version", "put back the number", "frspf.version"},
+        {"DROP SCHEMA frspf CASCADE", "frserver migrate", ""},
+    };
+    for (const auto& [change, wordsOfUse, wordsOfMigrate] : cases) {
+        connection().execute(change);
+        const QString use = said([&] { PostgresStore store(server.place()); });
+        EXPECT_TRUE(use.contains(wordsOfUse)) << change << qPrintable(use);
+        const QString migration = said([&] { PostgresStore::migrate(server.place()); });
+        EXPECT_TRUE(migration.contains(wordsOfMigrate)) << change << qPrintable(migration);
+        EXPECT_EQ(migration.isEmpty(), wordsOfMigrate[0] == '\0') << change;
     }
 }
 
@@ -396,6 +418,54 @@ TEST_F(Postgres, ServicesAreKnownByNameWhateverTheAddressSays)
         = PostgresPlace::of(server.address() + "&application_name=shop&options=-c%20application_name%3Dshop");
     const QString name = "SELECT current_setting('application_name')";
     EXPECT_TRUE(PostgresConnection(named, 1000).value(name).toString().startsWith("frspf "));
+}
+
+TEST_F(Postgres, WhoMeetsALockedTableWaitsForItOnceAndTheOthersNot)
+{
+    const QString month = tables().constFirst();
+    const struct
+    {
+        QString lock;
+        bool mayRead;
+        bool mayWrite;
+    } cases[] = {
+        {"LOCK TABLE documents", false, false},
+        {"LOCK TABLE documents IN SHARE MODE", true, false},
+        {"LOCK TABLE " + month, false, false},
+        {"REINDEX TABLE " + month, false, false},
+        // What is locked is nobody else's row.
+        {"SELECT 1 FROM documents WHERE id = 'A' FOR UPDATE", true, true},
+    };
+    PostgresStore hasty(server.place(), 50);
+    PostgresStore patient(server.place(), 60'000);
+    RegisterLeases leases(server.place(), std::chrono::seconds(15));
+    ASSERT_TRUE(leases.take({"till1"}));
+    patient.accept(request("A"));
+    const auto isRefused = [](const std::function<void()>& work) {
+        try {
+            work();
+            return false;
+        } catch (const JournalError&) {
+            return true;
+        }
+    };
+    for (const auto& [lock, mayRead, mayWrite] : cases) {
+        SCOPED_TRACE(lock.toStdString());
+        PostgresConnection other = connection();
+        std::vector<bool> refused;
+        QElapsedTimer asked;
+        other.together([&, statement = lock] {
+            other.execute(statement);
+            EXPECT_TRUE(isRefused([&] { hasty.withdraw("A"); }));
+            asked.start();
+            refused = {isRefused([&] { patient.find({}); }),
+                isRefused([&] { patient.accept(request(QUuid::createUuid().toString())); })};
+            EXPECT_EQ(leases.renew(), QStringList());
+        });
+        EXPECT_LT(asked.elapsed(), 30'000);
+        EXPECT_EQ(refused, (std::vector<bool>{!mayRead, !mayWrite}));
+        EXPECT_FALSE(isRefused([&] { patient.accept(request(QUuid::createUuid().toString())); }));
+    }
 }
 
 TEST(SilentServer, IsNotWaitedForByOneConnectionAfterTheOther)
