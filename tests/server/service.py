@@ -116,16 +116,17 @@ class Events:
 
     def until(self, kind, **wanted):
         """The first such event."""
-        name = None
-        while line := self.stream.readline():
-            field, _, value = line.decode().rstrip("\n").partition(": ")
-            if field == "event":
-                name = value
-            elif field == "data" and name == kind:
-                data = json.loads(value)
-                if all(data.get(member) == one for member, one in wanted.items()):
-                    return data
-        raise AssertionError(f"no event {kind} {wanted}")
+        name = data = None
+        with contextlib.suppress(TimeoutError):
+            while line := self.stream.readline():
+                field, _, value = line.decode().rstrip("\n").partition(": ")
+                if field == "event":
+                    name = value
+                elif field == "data" and name == kind:
+                    data = json.loads(value)
+                    if all(data.get(member) == one for member, one in wanted.items()):
+                        return data
+        raise AssertionError(f"no event {kind} {wanted}, the last one was {data}")
 
 
 class Register(Program):
@@ -145,8 +146,8 @@ class Register(Program):
         self.ask("PUT", "/faults", {"rules": [{"mode": mode, "command": command, **(which or {"nth": 1})}]})
         begin = self.ask("GET", "/state")["lastEvent"]
         yield
-        if not self.ask("GET", f"/wait?event=exchange&command={command}&timeout=60&after={begin}"):
-            raise AssertionError(f"no {command} came")
+        if not self.ask("GET", f"/wait?event=exchange&command={command}&timeout={PATIENCE - 15}&after={begin}"):
+            raise AssertionError(f"no {command} came: {self.ask('GET', '/faults')}")
 
     def receipts(self):
         return [one["total"] for one in self.ask("GET", "/documents")["documents"] if one["word"] == "sell"]

@@ -66,7 +66,8 @@ class SharedStoreTest(unittest.TestCase):
     def becomes(self, look, wanted):
         deadline = time.monotonic() + PATIENCE
         while (told := look()) != wanted and time.monotonic() < deadline:
-            pass
+            # What is looked at wants the processor, too.
+            time.sleep(0.02)
         self.assertEqual(wanted, told)
 
     def until(self, service, register, **wanted):

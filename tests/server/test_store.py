@@ -80,9 +80,9 @@ class Store(SharedStoreTest):
                                            Prefer="wait=30")["state"])
         self.assertEqual(2, len(self.registers["till1"].receipts()))
         # Lists and metrics are the same at both.
-        self.until(two, "till1", state="ready")
-        self.until(one, "till1", state="ready")
-        self.assertEqual(self.told(one), self.told(two))
+        for name in ("till1", "till2"):
+            self.until(two, name, state="ready")
+        self.becomes(lambda: self.told(one), self.told(two))
         ids = [[document["id"] for document in service.ask("GET", "/v1/documents")["documents"]] for service in (one, two)]
         self.assertEqual(ids[0], ids[1])
         series = [sorted(line.rsplit(" ", 1)[0] for line in service.ask("GET", "/metrics").body.splitlines()
