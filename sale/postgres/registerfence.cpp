@@ -70,6 +70,11 @@ void RegisterFence::requireFree(const QString& drive) const
     WorkedDrives(m_connection).requireFree(drive, m_lease);
 }
 
+void RegisterFence::requireFreeAddress(const QString& address, const QString& lastDrive) const
+{
+    WorkedDrives(m_connection).requireFreeAddress(address, m_lease, lastDrive);
+}
+
 void RegisterFence::hasLineAlone()
 {
     WorkerTable(m_connection).removeFormer(m_lease);

@@ -27,6 +27,9 @@ public:
     void takeDrive(const QString& drive, const QString& address = {});
     /// Throws RegisterTaken when somebody else has taken that drive.
     void requireFree(const QString& drive) const;
+    /// Before the line to that address is opened, which may take it from whoever has it: see
+    /// WorkedDrives::requireFreeAddress.
+    void requireFreeAddress(const QString& address, const QString& lastDrive) const;
     /// The register has answered on this line, and answers on no other one any more.
     void hasLineAlone();
     /// The line is closed, and nothing is written to it any more.

@@ -159,17 +159,35 @@ void WorkedDrives::requireFree(const QString& drive, const LeasedRegister& lease
         refuse(*holder);
 }
 
-void WorkedDrives::requireFreeAddress(const QString& address) const
+void WorkedDrives::requireNobodyAt(
+    const QString& address, const QString& words, const QVariantList& values) const
 {
     if (address.isEmpty())
         return;
     const auto holder = holderWhere(
         QStringLiteral("until > clock_timestamp() AND machine <> ? AND (address = ? OR drive IN "
                        "(SELECT met.drive FROM addresses AS met WHERE met.address = ? AND seen > %1))")
-            .arg(aMomentAgo),
-        {ProcessIdentity::own().machine, address, address});
+                .arg(aMomentAgo)
+            + words,
+        QVariantList{ProcessIdentity::own().machine, address, address} + values);
     if (holder)
         refuse(*holder);
+}
+
+void WorkedDrives::requireFreeAddress(const QString& address) const
+{
+    requireNobodyAt(address);
+}
+
+void WorkedDrives::requireFreeAddress(
+    const QString& address, const LeasedRegister& lease, const QString& lastDrive) const
+{
+    // A program is there for minutes, and may be the one that puts another drive in.
+    requireNobodyAt(address,
+        QStringLiteral(
+            " AND NOT lost AND register <> ? AND (coalesce(?, '') IN ('', drive) OR register LIKE '%1%')")
+            .arg(programPrefix),
+        {lease.registerName, driveNumber(lastDrive)});
 }
 
 void WorkedDrives::noteMet(const QString& drive, const QString& address)

@@ -36,6 +36,10 @@ public:
     /// a drive at that address, or the one that was met there a moment ago: of this machine's programs one
     /// has the port.
     void requireFreeAddress(const QString& address) const;
+    /// The same for an owner, to which a lost line is no hindrance. Its register had that drive last, as far
+    /// as it is known: where a service holds another one, networks of their own may have one address.
+    void requireFreeAddress(
+        const QString& address, const LeasedRegister& lease, const QString& lastDrive) const;
     /// The drive that is somebody else's was met there.
     void noteMet(const QString& drive, const QString& address);
     /// The line is closed, and the register given up.
@@ -68,6 +72,9 @@ private:
     void lock(const QString& drive);
     void take(const QString& drive, const LeasedRegister& lease, const QString& address);
     void end(const Holder& holder);
+    /// The words are added to the question.
+    void requireNobodyAt(
+        const QString& address, const QString& words = {}, const QVariantList& values = {}) const;
     [[noreturn]] static void refuse(const Holder& holder);
 
     PostgresConnection& m_connection;

@@ -2,6 +2,7 @@
 
 #include "worker/workersession.h"
 
+#include "worker/drivehistory.h"
 #include "worker/driveproblem.h"
 
 #include "abstractfrdriver.h"
@@ -63,6 +64,8 @@ void WorkerSession::enter()
     if (!fence)
         return;
     fence->requireFree(m_takenDrive);
+    if (const QString address = devices::networkAddress(m_settings.port); !address.isEmpty())
+        fence->requireFreeAddress(address, lastDrive(journal(), m_settings.name));
     m_hasEntered = true;
     // A network may have what it was given, however the sender ended.
     const bool doesLineEnd = m_settings.isExclusive || !devices::isTcpName(m_settings.port);

@@ -139,6 +139,32 @@ TEST_F(TwoNames, LineThatHasFailedIsAnotherOwnersAndNoPrograms)
     EXPECT_EQ(refusal(reach) + refusal(meet), "");
 }
 
+TEST_F(TwoNames, OwnerDoesNotComeWhereSomebodyElseWorksIt)
+{
+    const QString there = "till.shop:5555";
+    const auto come = [](PostgresStore& by, const QString& to, const QString& lastDrive) {
+        return refusal([&] { by.fence().requireFreeAddress(to, lastDrive); });
+    };
+    first.fence().takeDrive("9999", there);
+    EXPECT_EQ(come(second, there, {}), "") << "of this machine, where one program has the port";
+    ownedBy(elsewhere());
+    EXPECT_NE(come(second, there, {}).find("as till1"), std::string::npos);
+    EXPECT_NE(come(second, there, " 9999"), "");
+    EXPECT_EQ(come(second, there, "8888"), "") << "of a network with the same addresses";
+    EXPECT_EQ(come(second, "till.shop:5556", "9999"), "") << "that drive was there before";
+    WorkedDrives(connection).noteMet("9999", "kassa.shop:5555");
+    EXPECT_NE(come(second, "kassa.shop:5555", {}), "") << "another name of it, by which somebody came";
+    EXPECT_EQ(come(first, there, "9999"), "") << "it is its own, whoever had it before";
+    first.fence().loseLine();
+    EXPECT_EQ(come(second, there, {}), "");
+    first.fence().leave();
+    ASSERT_TRUE(WorkedDrives(connection).holdForProgram("7777", there));
+    ownedBy(elsewhere());
+    EXPECT_NE(come(second, there, "8888"), "") << "it may be putting that drive in";
+    runOut();
+    EXPECT_EQ(come(second, there, {}), "");
+}
+
 TEST_F(TwoNames, ProgramThatOwnsNothingKeepsAwayFromWhatSomebodyElseWorks)
 {
     const auto drive = [] { return QString("9999"); };
