@@ -1,17 +1,23 @@
-// The host's clock, put forward or back for as long as this lives.
+// The host's clock, put forward or back, or as it is told, for as long as this lives.
 
 #pragma once
 
 #include "currenttime.h"
 #include "mockfactory.h"
 
+#include <functional>
+
 namespace sale {
 
 class HostClock : public CurrentTime
 {
 public:
-    explicit HostClock(qint64 ahead)
-        : m_ahead(ahead)
+    explicit HostClock(qint64 secondsAhead)
+        : HostClock([this, secondsAhead] { return CurrentTime::getCurrentDateTime().addSecs(secondsAhead); })
+    {
+    }
+    explicit HostClock(const std::function<QDateTime()>& time)
+        : m_time(time)
     {
         MockFactory<CurrentTime>::mocked = this;
     }
@@ -19,13 +25,10 @@ public:
     HostClock(const HostClock&) = delete;
     HostClock& operator=(const HostClock&) = delete;
 
-    QDateTime getCurrentDateTime() const override
-    {
-        return CurrentTime::getCurrentDateTime().addSecs(m_ahead);
-    }
+    QDateTime getCurrentDateTime() const override { return m_time(); }
 
 private:
-    const qint64 m_ahead;
+    const std::function<QDateTime()> m_time;
 };
 
 } // namespace sale

@@ -1,12 +1,10 @@
 // What PostgreSQL alone must do as a journal's keeper.
 
 #include "clockedstore.h"
-#include "currenttime.h"
 #include "documentarchived.h"
 #include "hostclock.h"
 #include "identifiedsale.h"
 #include "journalerror.h"
-#include "mockfactory.h"
 #include "pendingsales.h"
 #include "postgres/passwordfile.h"
 #include "postgres/postgresfault.h"
@@ -15,7 +13,9 @@
 #include "postgres/wrongplace.h"
 #include "postgresserver.h"
 
+#include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QUuid>
 
@@ -39,7 +39,6 @@ class Postgres : public testing::Test
 {
 protected:
     Postgres() { server.clear(); }
-    ~Postgres() override { MockFactory<CurrentTime>::mocked = nullptr; }
 
     static DocumentRequest request(const QString& id) { return {id, "sell", R"({"a": 1})", "till1"}; }
     PostgresConnection connection() const { return PostgresConnection(server.place(), 1000); }
@@ -68,20 +67,6 @@ protected:
     }
 
     PostgresServer& server = PostgresServer::instance();
-};
-
-class GivenTime : public CurrentTime
-{
-public:
-    explicit GivenTime(const QString& time)
-        : m_time(QDateTime::fromString(time, Qt::ISODate))
-    {
-        MockFactory<CurrentTime>::mocked = this;
-    }
-    QDateTime getCurrentDateTime() const override { return m_time; }
-
-private:
-    QDateTime m_time;
 };
 
 TEST_F(Postgres, AnyTextIsOneOfAStatement)
@@ -138,6 +123,26 @@ TEST_F(Postgres, ConnectionThatIsCutIsMadeAnewAndNothingIsLostOrDoneTwice)
     });
     EXPECT_EQ(asked, 2);
     EXPECT_EQ(store.findId("B")->state, DocumentState::Queued);
+}
+
+TEST_F(Postgres, ConnectionThatItsEarFindsCutIsGoneBeforeTheNextOne)
+{
+    struct Hearing : PostgresConnection
+    {
+        using PostgresConnection::PostgresConnection;
+        bool isOpen() const { return database().isOpen(); }
+    };
+    Hearing hearing(server.place(), 1000);
+    hearing.listen("frspf", [](const QString&) {});
+    cut();
+    while (hearing.isOpen())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    static QStringList said;
+    const auto former = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& text) { said.append(text); });
+    EXPECT_EQ(hearing.value("SELECT 1").toInt(), 1);
+    qInstallMessageHandler(former);
+    EXPECT_EQ(said.join('\n'), "");
 }
 
 TEST_F(Postgres, WhatWasAcceptedOutlivesThePowerCutAndNothingIsAcceptedWithoutAServer)
@@ -284,10 +289,11 @@ TEST_F(Postgres, ClockOfOneMachineIsNobodysTime)
 
 TEST_F(Postgres, DocumentStaysInTheMonthOfItsAcceptance)
 {
-    GivenTime december("2031-12-31T23:59:59Z");
+    QDateTime now({2031, 12, 31}, {23, 59, 59}, Qt::UTC);
+    const HostClock clock([&now] { return now; });
     ClockedStore store(server.place());
     store.accept(request("A"));
-    GivenTime january("2032-01-01T00:00:01Z");
+    now = now.addSecs(2);
     store.accept(request("B"));
     EXPECT_EQ(store.begin("A", {{{"drive", "9999"}}}), 1);
     store.settle("A", 1, {.state = DocumentState::Issued, .documentNumber = 8});

@@ -203,18 +203,6 @@ TEST_P(StoreQueue, WhatIsTooLateExpiresTogether)
     EXPECT_EQ(store->findId("patient")->state, DocumentState::Queued);
 }
 
-/// Whoever looks at it a second time finds it a second later, as on a machine with too much to do.
-class HurryingClock : public HostClock
-{
-public:
-    using HostClock::HostClock;
-    QDateTime getCurrentDateTime() const override { return m_start.addSecs(m_looks++); }
-
-private:
-    const QDateTime m_start = QDateTime::currentDateTimeUtc();
-    mutable int m_looks = 0;
-};
-
 TEST_P(StoreQueue, NothingIsKeptAsBegunBehindItsTime)
 {
     int begun = 0;
@@ -223,7 +211,10 @@ TEST_P(StoreQueue, NothingIsKeptAsBegunBehindItsTime)
         const QString id = QString::number(limit);
         DocumentRequest own = request(id);
         own.startBefore = QDateTime::currentDateTimeUtc().addSecs(limit);
-        const HurryingClock clock(0);
+        // Whoever looks at it a second time finds it a second later, as on a machine with too much to do.
+        int looks = 0;
+        const HostClock clock(
+            [&looks, start = QDateTime::currentDateTimeUtc()] { return start.addSecs(looks++); });
         store->accept(own);
         if (!store->begin(id, {markBefore}))
             continue;

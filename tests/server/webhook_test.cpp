@@ -1,8 +1,7 @@
 #include "sqlitestore.h"
 #include "webhook/webhook.h"
 
-#include "currenttime.h"
-#include "mockfactory.h"
+#include "sale/hostclock.h"
 
 #include <gtest/gtest.h>
 #include <QCoreApplication>
@@ -15,23 +14,10 @@ namespace {
 using frserver::Delivery;
 using frserver::Webhook;
 
-class TestTime : public CurrentTime
-{
-public:
-    QDateTime getCurrentDateTime() const override { return time; }
-
-    QDateTime time{{2025, 3, 1}, {9, 0}, Qt::UTC};
-};
-
 class WebhookTest : public testing::Test
 {
 protected:
-    WebhookTest()
-    {
-        MockFactory<CurrentTime>::mocked = &clock;
-        outbox.open();
-    }
-    ~WebhookTest() override { MockFactory<CurrentTime>::mocked = nullptr; }
+    WebhookTest() { outbox.open(); }
 
     void end(const QString& id, sale::DocumentState state)
     {
@@ -62,7 +48,8 @@ protected:
         return list;
     }
 
-    TestTime clock;
+    QDateTime time{{2025, 3, 1}, {9, 0}, Qt::UTC};
+    sale::HostClock clock{[this] { return time; }};
     QTemporaryDir folder;
     sale::SqliteStore store{folder.filePath("journal.sqlite")};
     frserver::Outbox outbox{folder.filePath("journal.sqlite"), 1000};
@@ -107,7 +94,7 @@ TEST_F(WebhookTest, KeepsTheOrderOfADocumentAndHoldsNoOtherUp)
     // Not before its pause is over.
     run(webhook);
     EXPECT_EQ(posted.size(), 2);
-    clock.time = clock.time.addSecs(2);
+    time = time.addSecs(2);
     refused.clear();
     run(webhook);
     EXPECT_EQ(told().mid(2), (QStringList{"document:1 notIssued", "document:1 issued"}));
@@ -119,15 +106,15 @@ TEST_F(WebhookTest, OutlivesTheServiceAndGivesUpAfterThreeDays)
     refused = QStringList{"document:1"};
     end("document:1", sale::DocumentState::Issued);
     int attempts = 0;
-    const QDateTime begin = clock.time;
+    const QDateTime begin = time;
     while (outbox.count() > 0 && attempts < 1000) {
         Webhook next(outbox, [this](const Delivery&, const Webhook::Done& done) { done(false); });
         run(next);
         ++attempts;
         if (const QDateTime due = outbox.nextDue(); due.isValid())
-            clock.time = due;
+            time = due;
     }
-    EXPECT_EQ(begin.daysTo(clock.time), 3);
+    EXPECT_EQ(begin.daysTo(time), 3);
     EXPECT_GT(attempts, 3 * 24 * 6);
 }
 
@@ -135,11 +122,11 @@ TEST_F(WebhookTest, AClockThatJumpsDropsNothingAndHoldsNothingUp)
 {
     refused = QStringList{"document:1"};
     end("document:1", sale::DocumentState::Issued);
-    clock.time = clock.time.addYears(1);
+    time = time.addYears(1);
     run(webhook);
     EXPECT_EQ(outbox.count(), 1);
     refused.clear();
-    clock.time = clock.time.addYears(-1);
+    time = time.addYears(-1);
     run(webhook);
     EXPECT_EQ(told(), (QStringList{"document:1 issued", "document:1 issued"}));
     EXPECT_EQ(outbox.count(), 0);

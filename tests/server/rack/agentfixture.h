@@ -1,9 +1,8 @@
 #pragma once
 
-#include "currenttime.h"
-#include "mockfactory.h"
 #include "rack/keptstates.h"
 #include "rack/registeragent.h"
+#include "sale/hostclock.h"
 #include "scriptedworker.h"
 #include "server/failingstore.h"
 
@@ -17,7 +16,6 @@ class AgentTest : public testing::Test
 {
 protected:
     AgentTest() { settings.name = "till1"; }
-    ~AgentTest() override { MockFactory<CurrentTime>::mocked = nullptr; }
 
     void makeAgent()
     {
@@ -132,23 +130,9 @@ protected:
     QString kind() const { return store.findId(worker->last.value("id").toString())->request.kind; }
     sale::DocumentState stateOf(const QString& id) const { return store.findId(id)->state; }
 
-    /// By which the journal has its times.
-    class StoreClock : public CurrentTime
-    {
-    public:
-        explicit StoreClock(const QDateTime& now)
-            : m_now(now)
-        {
-            MockFactory<CurrentTime>::mocked = this;
-        }
-        QDateTime getCurrentDateTime() const override { return m_now; }
-
-    private:
-        const QDateTime& m_now;
-    };
-
     QDateTime now = QDateTime(QDate(2026, 3, 2), QTime(9, 0), Qt::UTC);
-    StoreClock storeClock{now};
+    /// By which the journal has its times.
+    sale::HostClock storeClock{[this] { return now; }};
     QTemporaryDir folder;
     FailingStore store{folder.filePath("journal.sqlite")};
     frserver::KeptStates kept{store.fileName(), 1'000};

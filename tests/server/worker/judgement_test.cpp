@@ -5,13 +5,12 @@
 #include "worker/patientstore.h"
 #include "worker/registercondition.h"
 
-#include "currenttime.h"
 #include "journalerror.h"
-#include "mockfactory.h"
 #include "movement.h"
 #include "postgres/registerleases.h"
 #include "sqlitestore.h"
 
+#include "../../sale/hostclock.h"
 #include "../../sale/recordingdriver.h"
 
 #include <gtest/gtest.h>
@@ -170,12 +169,6 @@ TEST(Condition, KnowsAMomentAtWhichTheShiftWasOpen)
     EXPECT_FALSE(condition.seenOpen(now).isValid());
 }
 
-class LaterClock : public CurrentTime
-{
-public:
-    QDateTime getCurrentDateTime() const override { return CurrentTime::getCurrentDateTime().addDays(2); }
-};
-
 class DriveHistory : public testing::Test
 {
 protected:
@@ -236,11 +229,9 @@ TEST_F(DriveHistory, LooksForAShiftNoLongerThanOneLasts)
 {
     // Reports are made at the register itself, so the journal has sales alone, of years.
     make("sale:0001", DocumentKind::Sale, "1", DocumentState::Issued);
-    LaterClock clock;
-    MockFactory<CurrentTime>::mocked = &clock;
+    const sale::HostClock later(2 * 24 * 3600);
     make("sale:0002", DocumentKind::Sale, "1", DocumentState::Issued);
     make("sale:0003", DocumentKind::Sale, "1", DocumentState::Issued);
-    MockFactory<CurrentTime>::mocked = nullptr;
     EXPECT_EQ(shiftTrace(store, "1").since, begun("sale:0002"));
 }
 
