@@ -56,14 +56,13 @@ sale::DocumentQuery queryOf(const Options& options)
 sale::StoredDocument documentOf(const Options& options)
 {
     const QString id = options.arguments.at(1);
-    const std::optional<sale::StoredDocument> document = options.journal->store().findId(id);
-    if (const std::optional<QDateTime> accepted
-        = document ? std::nullopt : options.journal->store().archived(id))
+    const sale::SqlStore& store = options.journal->store();
+    if (const std::optional<sale::StoredDocument> document = store.findId(id))
+        return *document;
+    if (const std::optional<QDateTime> accepted = store.archived(id))
         throw HostError(
             QString::fromUtf8(sale::DocumentArchived(id, *accepted).what()), sale::ErrorKind::Data);
-    if (!document)
-        throw HostError(tr("the journal has no document %1").arg(id), sale::ErrorKind::Data);
-    return *document;
+    throw HostError(tr("the journal has no document %1").arg(id), sale::ErrorKind::Data);
 }
 
 /// Work on all documents that were asked for, without all of them in memory.

@@ -32,6 +32,9 @@ struct DocumentEnding
     /// False for an unknown one whose register could not be asked: that is done when the register is reached
     /// again, and until then the attempt is not over. Nothing is written unless the document is under way.
     bool isAsked = true;
+    /// With a person's word: nobody can ask the register of a document that is under way. The word is taken
+    /// for that, too.
+    bool isOutOfReach = false;
     /// With a person's number: what the register has told since, as of requirePossibleNumber.
     quint32 reached = 0;
 };

@@ -70,7 +70,7 @@ public:
     /// Says what has become of the document. The attempt is the last one, 0 for a document without. What is
     /// issued stays so: saying it again changes nothing, and anything else is a JournalError. A person's word
     /// (by) is taken for an unknown document alone, and with a number that is possible
-    /// (requirePossibleNumber). See also DocumentEnding::isAsked.
+    /// (requirePossibleNumber). See also DocumentEnding::isAsked and isOutOfReach.
     virtual void settle(const QString& id, int attempt, const DocumentEnding& ending) = 0;
     virtual QList<StoredDocument> find(const DocumentQuery& query) const = 0;
 

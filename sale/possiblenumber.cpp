@@ -13,8 +13,8 @@ namespace {
 /// nothing.
 quint32 reachedSince(DocumentStore& store, const StoredDocument& document)
 {
-    const QList<StoredDocument> found
-        = store.find({.drive = document.drive, .limit = 1, .order = DocumentQuery::LastBegun});
+    const QList<StoredDocument> found = store.find(
+        {.drive = document.drive, .limit = 1, .order = DocumentQuery::LastBegun, .withBodies = false});
     const QDateTime silent = found.isEmpty() ? QDateTime() : store.silentSince(document);
     if (!silent.isValid())
         return 0;
@@ -43,8 +43,8 @@ void requirePossibleNumber(
             tr("Behind it the fiscal drive %1 had reached number %2: its own one is not higher.")
                 .arg(drive)
                 .arg(most));
-    const QList<StoredDocument> others
-        = store.find({.drive = drive, .documentNumber = number, .limit = 1, .withAttempts = false});
+    const QList<StoredDocument> others = store.find(
+        {.drive = drive, .documentNumber = number, .limit = 1, .withAttempts = false, .withBodies = false});
     if (!others.isEmpty())
         throw NotResolvable(tr("That number of the fiscal drive %1 is the document %2.")
                                 .arg(drive, others.constFirst().request.id));

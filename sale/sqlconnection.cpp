@@ -18,6 +18,8 @@ SqlConnection::~SqlConnection()
 
 QSqlDatabase SqlConnection::make(const QString& driver) const
 {
+    // One that was found lost while nobody asked it is there still.
+    close();
     return QSqlDatabase::addDatabase(driver, m_name);
 }
 

@@ -10,6 +10,12 @@ class QSqlQuery;
 
 namespace sale {
 
+/// What a column takes for an empty text: one that nobody has set would be NULL there.
+inline QString neverNull(const QString& text)
+{
+    return text.isNull() ? QString::fromLatin1("") : text;
+}
+
 /// A database that keeps the journal, and what programs keep beside it. Values take the places of the
 /// question marks of a statement. All operations throw JournalError.
 class SqlConnection

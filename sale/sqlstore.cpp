@@ -11,11 +11,6 @@ namespace sale {
 
 namespace {
 
-QString neverNull(const QString& text)
-{
-    return text.isNull() ? QString::fromLatin1("") : text;
-}
-
 /// Empty for what leaves no trace there.
 QString driveOf(const AttemptStart& start)
 {
@@ -211,7 +206,8 @@ void SqlStore::refuseWrongEnding(const StoredDocument& known, int attempt, const
         throw wrongOrder(id, QStringLiteral("is issued"));
     if (ending.by.isEmpty())
         return;
-    if (known.state != DocumentState::Unknown)
+    if (known.state != DocumentState::Unknown
+        && !(ending.isOutOfReach && known.state == DocumentState::Running))
         throw wrongOrder(id, QStringLiteral("is %1, not unknown").arg(stateName(known.state)));
     if (ending.documentNumber != 0)
         requirePossibleNumber(*this, known, ending.documentNumber, ending.reached);

@@ -43,10 +43,9 @@ AnswerWatch::Socket PostgresConnection::socket() const
     };
 }
 
-milliseconds PostgresConnection::longestAnswer() const
+milliseconds PostgresConnection::longestAnswer(bool isSuspected) const
 {
-    return SilentServers::ofProcess().isSuspected(m_server) ? std::min(m_longestAnswer, suspectedAnswer)
-                                                            : m_longestAnswer;
+    return isSuspected ? std::min(m_longestAnswer, suspectedAnswer) : m_longestAnswer;
 }
 
 void PostgresConnection::atLeisure(const std::function<void()>& work) const
@@ -125,7 +124,7 @@ QSqlQuery PostgresConnection::run(const QString& statement) const
     const bool isSuspected = silent.isSuspected(m_server);
     const QString before = std::exchange(m_before, {});
     QSqlQuery query(database());
-    const AnswerWatch::Question question(socket(), longestAnswer());
+    const AnswerWatch::Question question(socket(), longestAnswer(isSuspected));
     const bool isDone = query.exec(before + statement) && (before.isEmpty() || query.nextResult());
     if (!isDone && question.isGivenUp()) {
         silent.suspect(m_server);

@@ -69,7 +69,7 @@ private:
     AnswerWatch::Socket socket() const;
     int connectSeconds() const;
     std::chrono::milliseconds longestOpening() const;
-    std::chrono::milliseconds longestAnswer() const;
+    std::chrono::milliseconds longestAnswer(bool isSuspected) const;
     /// Throws JournalError where a table of the statement is known to be locked.
     void requireUnlocked(const QString& statement) const;
     /// The same by the plan that the server keeps of it, where that is worth it.

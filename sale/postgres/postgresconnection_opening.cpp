@@ -5,6 +5,7 @@
 #include "postgres/passwordfile.h"
 #include "postgres/postgresfault.h"
 #include "postgres/postgreslibrary.h"
+#include "postgres/silentservers.h"
 #include "postgres/wrongplace.h"
 #include "saletr.h"
 
@@ -165,7 +166,8 @@ void PostgresConnection::listen(const QString& channel, const std::function<void
 void PostgresConnection::subscribe() const
 {
     QSqlDriver* const driver = database().driver();
-    const AnswerWatch::Question question(socket(), longestAnswer());
+    const bool isSuspected = SilentServers::ofProcess().isSuspected(m_server);
+    const AnswerWatch::Question question(socket(), longestAnswer(isSuspected));
     if (!driver->subscribeToNotification(m_channel))
         throwPostgresFault(m_place, driver->lastError());
     // Later: whoever hears it may lose the connection, and its driver with it.

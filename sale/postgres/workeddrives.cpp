@@ -90,7 +90,7 @@ void WorkedDrives::take(const QString& drive, const LeasedRegister& lease, const
     m_connection.execute(
         QStringLiteral(
             "UPDATE drives SET register = ?, epoch = ?, address = ?, lost = false WHERE drive = ?"),
-        {lease.registerName, lease.epoch, address.isEmpty() ? QStringLiteral("") : address, drive});
+        {lease.registerName, lease.epoch, neverNull(address), drive});
 }
 
 /// As one whose register was taken by name: what it writes is refused from now on, and it does not renew.

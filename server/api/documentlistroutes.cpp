@@ -9,7 +9,6 @@
 #include "http/problem.h"
 #include "journalerror.h"
 #include "notresolvable.h"
-#include "possiblenumber.h"
 #include "storedtime.h"
 
 #include <algorithm>
@@ -112,16 +111,12 @@ quint32 toldNumber(Api& api, const StoredDocument& document)
 }
 
 /// A person's word is taken for what is unknown alone.
-void settleByWord(Api& api, const StoredDocument& document, const sale::DocumentEnding& word)
+void settleByWord(Api& api, const StoredDocument& document, sale::DocumentEnding word)
 {
-    const bool isUnknown = document.state == DocumentState::Unknown;
-    if (!isUnknown && !isOutOfReach(api, document))
+    word.isOutOfReach = isOutOfReach(api, document);
+    if (document.state != DocumentState::Unknown && !word.isOutOfReach)
         throw sale::NotResolvable(
             QStringLiteral("It is %1, not unknown.").arg(sale::stateName(document.state)));
-    if (word.documentNumber != 0)
-        sale::requirePossibleNumber(api.store(), document, word.documentNumber, word.reached);
-    if (!isUnknown)
-        api.store().settle(document.request.id, document.attemptCount, {});
     api.store().settle(document.request.id, document.attemptCount, word);
 }
 

@@ -5,7 +5,9 @@
 #include "postgres/wrongplace.h"
 #include "postgresfixture.h"
 
+#include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QSqlDatabase>
 #include <QSqlQuery>
 
 #include <sys/socket.h>
@@ -94,6 +96,26 @@ TEST_F(Connection, ConnectionThatIsCutIsMadeAnewAndNothingIsLostOrDoneTwice)
     });
     EXPECT_EQ(asked, 2);
     EXPECT_EQ(store.findId("B")->state, DocumentState::Queued);
+}
+
+TEST_F(Connection, ConnectionThatItsEarFindsCutIsGoneBeforeTheNextOne)
+{
+    struct Hearing : PostgresConnection
+    {
+        using PostgresConnection::PostgresConnection;
+        bool isOpen() const { return database().isOpen(); }
+    };
+    Hearing hearing(server.place(), 1000);
+    hearing.listen("frspf", [](const QString&) {});
+    cut();
+    while (hearing.isOpen())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    static QStringList said;
+    const auto former = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& text) { said.append(text); });
+    EXPECT_EQ(hearing.value("SELECT 1").toInt(), 1);
+    qInstallMessageHandler(former);
+    EXPECT_EQ(said.join('\n'), "");
 }
 
 TEST_F(Connection, WhatWasAcceptedOutlivesThePowerCutAndNothingIsAcceptedWithoutAServer)
