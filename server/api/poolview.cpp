@@ -34,7 +34,9 @@ QJsonObject poolView(const Api& api, const Pool& pool)
 {
     const Pool::Settings& settings = pool.settings();
     QJsonArray registers;
-    const QStringList names = api.places().registersOf(pool);
+    // In one order at all services.
+    QStringList names = api.places().registersOf(pool);
+    names.sort();
     for (const QString& name : names) {
         if (const Till* const till = api.till(name))
             registers.append(registerJson(name, till->view(), settings.name));

@@ -8,6 +8,8 @@ import { DocumentPicture } from "./picture.js";
 import { placeName, placeOfPool } from "./places.js";
 import { resolution } from "./resolve.js";
 
+const MOST_BUTTONS = 6;
+
 export class DocumentView {
     constructor(root, api, { resolve, withdraw, move }) {
         Object.assign(this, { root, api, resolve, withdraw, move, id: null, registers: [], pools: [], told: null });
@@ -53,7 +55,17 @@ export class DocumentView {
         const pools = isReceipt(kind) ? this.pools.filter((name) => register !== null || name !== pool) : [];
         const others = [...this.registers.filter((name) => name !== register), ...pools.map(placeOfPool)];
         return [el("div", { class: "buttons", "data-needs": "sell" }, button(t("withdraw"), () => this.withdraw(id), { "data-do": "withdraw" }),
-            others.map((place) => button(t("moveTo", { name: placeName(place) }), () => this.move(id, place), { "data-do": "move" })))];
+            ...this.#moves(id, others))];
+    }
+
+    // A rack has hundreds of them.
+    #moves(id, places) {
+        const name = (place) => t("moveTo", { name: placeName(place) });
+        if (places.length <= MOST_BUTTONS)
+            return places.map((place) => button(name(place), () => this.move(id, place), { "data-do": "move" }));
+        const choice = el("select", { "aria-label": t("move") },
+            places.map((place) => el("option", { value: place }, name(place))));
+        return [choice, button(t("move"), () => this.move(id, choice.value), { "data-do": "move" })];
     }
 }
 

@@ -80,7 +80,8 @@ function drive({ condition, identity }) {
     const test = identity?.testDrive ? `, ${t("testDrive")}` : "";
     if (!condition?.driveUntil)
         return ["drive", t("notKnown") + test];
-    const days = Math.floor((Date.parse(condition.driveUntil) - Date.now()) / DAY);
+    // By the calendar, as the service counts them: its last day has 0 left.
+    const days = Math.ceil((Date.parse(`${condition.driveUntil}T00:00`) - Date.now()) / DAY);
     const tint = days < LAST_DAYS ? "bad" : "";
     return ["drive", t("driveDays", { days, date: condition.driveUntil }) + test, tint];
 }

@@ -132,7 +132,11 @@ QJsonObject RackTill::toldView() const
     const QString unreachable = QStringLiteral("unreachable");
     view.insert(QStringLiteral("state"), unreachable);
     view.insert(QStringLiteral("waiting"), unreachable);
-    view.insert(QStringLiteral("waitingText"), QStringLiteral("Служба %1 не отвечает").arg(service));
+    // Two looks at the tables have failed by then: where they cannot be read nobody knows of others.
+    const bool isRead = secondsSince(m_noted) < m_longestSilence * 2 / 3;
+    const QString text = isRead ? QStringLiteral("Служба %1 не отвечает")
+                                : QStringLiteral("Журнал недоступен, и о службе %1 ничего не известно");
+    view.insert(QStringLiteral("waitingText"), text.arg(service));
     view.insert(QStringLiteral("since"), sale::momentJson(m_seen));
     view.insert(QStringLiteral("stateAge"), toldAge);
     return view;
