@@ -227,10 +227,13 @@ TEST_P(StoreQueue, NothingIsKeptAsBegunBehindItsTime)
         own.startBefore = QDateTime::currentDateTimeUtc().addSecs(limit);
         const HurryingClock clock(0);
         store->accept(own);
-        if (!store->begin(id, {markBefore}))
+        const bool isBegun = store->begin(id, {markBefore}).has_value();
+        const StoredDocument document = store->findId(id).value();
+        EXPECT_EQ(document.state, isBegun ? DocumentState::Running : DocumentState::NotIssued);
+        EXPECT_EQ(document.reason, isBegun ? StateReason::None : StateReason::Expired);
+        if (!isBegun)
             continue;
         ++begun;
-        const StoredDocument document = store->findId(id).value();
         EXPECT_LE(document.begun, document.request.startBefore);
         EXPECT_EQ(document.attempts.constFirst().begun, document.begun);
     }
