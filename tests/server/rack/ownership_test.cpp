@@ -78,33 +78,27 @@ TEST_F(OwnedTest, WorkerIsKilledWhenTheLeaseIsOverWhateverItIsAt)
 
 TEST_F(OwnedTest, WorkerOfAFormerLeaseIsNotUsedForTheNextOne)
 {
-    struct Row
-    {
-        const char* id;
-        bool isMaking;
-        void (frserver::RegisterAgent::*next)();
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, bool, void (frserver::RegisterAgent::*)()> rows[] = {
         {"sale:0001", true, &frserver::RegisterAgent::look},
         {"sale:0002", false, &frserver::RegisterAgent::look},
         // Before anybody has looked.
         {"sale:0003", false, &frserver::RegisterAgent::wake},
     };
     startAgent();
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.id);
+    for (const auto& [id, isMaking, next] : rows) {
+        SCOPED_TRACE(id);
         const int starts = worker->starts;
-        queue(row.id);
-        if (!row.isMaking)
+        queue(id);
+        if (!isMaking)
             issue();
         // Another one's in between, between two looks.
         ++hand->epoch;
         EXPECT_EQ(agent->readiness(), frserver::RegisterAgent::Readiness::Nothing);
-        ((*agent).*row.next)();
+        ((*agent).*next)();
         EXPECT_EQ(worker->starts, starts + 1);
         reach();
         EXPECT_EQ(worker->last.value("lease").toObject().value("epoch"), hand->epoch);
-        if (row.isMaking)
+        if (isMaking)
             issue();
     }
 }
@@ -216,19 +210,21 @@ TEST_F(OwnedTest, PausedLeavesWhatADeadWorkerHeld)
     EXPECT_EQ(hand->left, 1) << "the worker has done so itself";
 }
 
-TEST_F(OwnedTest, RegisterIsReleasedWhenItsWorkerHasEnded)
+TEST_F(OwnedTest, StopsBehindTheDocumentUnderWayAndReleasesTheRegisterWhenItsWorkerHasEnded)
 {
-    startAgent();
+    startWith({"sale:0001", "sale:0002"});
     agent->stop();
+    issue();
+    EXPECT_EQ(worker->at(), "close");
     worker->answer({});
-    EXPECT_FALSE(hand->isReleased);
+    EXPECT_EQ(worker->did.constLast(), "end");
+    EXPECT_FALSE(isStopped || hand->isReleased);
     worker->die();
-    EXPECT_TRUE(isStopped);
-    EXPECT_TRUE(hand->isReleased);
-}
-
-TEST_F(OwnedTest, StopsAlsoWhileSomebodyElseHasIt)
-{
+    EXPECT_TRUE(isStopped && hand->isReleased);
+    EXPECT_EQ(text("state"), "stopped");
+    EXPECT_EQ(stateOf("sale:0002"), DocumentState::Queued);
+    // Also while somebody else has it.
+    isStopped = false;
     startAgent();
     lose();
     agent->stop();
