@@ -10,28 +10,6 @@ using namespace sale;
 
 namespace {
 
-TEST_F(Queue, ReceiptIsMadeOnce)
-{
-    accept("sell", receiptJson);
-    CashDesk desk(driver, *journal, options());
-    const QueuedDocument first = makeQueued(desk, queuedId);
-    EXPECT_FALSE(first.held);
-    EXPECT_EQ(first.answer.state, DocumentState::Issued);
-    EXPECT_FALSE(first.answer.isReplayed);
-    EXPECT_EQ(first.answer.documentNumber, 2U);
-    EXPECT_EQ(first.answer.total, 2000);
-    EXPECT_EQ(first.answer.change, 1000);
-    EXPECT_EQ(first.answer.items.size(), 1);
-    EXPECT_EQ(first.answer.attempts.size(), 1);
-    EXPECT_FALSE(first.answer.error);
-    EXPECT_EQ(told().substr(0, 12), "connect init");
-    const QueuedDocument second = makeQueued(desk, queuedId);
-    EXPECT_EQ(second.answer.state, DocumentState::Issued);
-    EXPECT_TRUE(second.answer.isReplayed);
-    EXPECT_FALSE(second.held);
-    EXPECT_EQ(told(), "");
-}
-
 TEST_F(Queue, EachKindIsMadeByItsBody)
 {
     // The last one is among what the register is asked.
@@ -102,7 +80,9 @@ TEST_F(Queue, WhatIsTakenAwayInTheMeantimeIsNotBegun)
         const std::string calls = told();
         EXPECT_TRUE(calls.ends_with("mark clear")) << calls;
         // Asked for once more it is answered as it stands, and the register is left alone.
-        EXPECT_EQ(made().answer.state, state);
+        const QueuedDocument again = made();
+        EXPECT_EQ(again.answer.state, state);
+        EXPECT_TRUE(again.answer.isReplayed || state != DocumentState::Issued);
         EXPECT_EQ(told(), "");
     }
 }
