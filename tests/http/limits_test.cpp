@@ -115,17 +115,6 @@ TEST(Intake, BoundsBodies)
     }
 }
 
-TEST(Intake, CutsWhoSendsForEver)
-{
-    const Limits limits = small();
-    http::BodyRoom room(limits.bodies);
-    Intake intake(limits, room, message("POST", "/"));
-    int pieces = 0;
-    while (intake.add("12345") && pieces < 1000)
-        ++pieces;
-    EXPECT_THAT(pieces, testing::AllOf(testing::Gt(3), testing::Lt(100)));
-}
-
 TEST(Intake, TheLargestMakesRoom)
 {
     const Limits limits = small();

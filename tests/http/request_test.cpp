@@ -8,13 +8,7 @@ using http::Request;
 
 TEST(Request, TakesATargetApart)
 {
-    struct Row
-    {
-        QByteArray target;
-        QStringList segments;
-        QString value;
-    };
-    const QList<Row> rows{
+    const std::tuple<QByteArray, QStringList, QString> rows[] = {
         {"/", {}, ""},
         {"/?value=1", {}, "1"},
         {"/a/b", {"a", "b"}, ""},
@@ -27,10 +21,10 @@ TEST(Request, TakesATargetApart)
         {"http://till.example:8080/a?value=1", {"a"}, "1"},
         {"HTTP://till.example?value=1", {}, "1"},
     };
-    for (const Row& row : rows) {
-        const Request request = Request::of("GET", row.target);
-        EXPECT_EQ(request.segments, row.segments) << row.target.constData();
-        EXPECT_EQ(request.queryValue("value").value_or(""), row.value) << row.target.constData();
+    for (const auto& [target, segments, value] : rows) {
+        const Request request = Request::of("GET", target);
+        EXPECT_EQ(request.segments, segments) << target.constData();
+        EXPECT_EQ(request.queryValue("value").value_or(""), value) << target.constData();
     }
 }
 

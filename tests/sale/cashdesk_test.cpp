@@ -19,8 +19,6 @@ const QString saleId = QStringLiteral("till-1:42");
 const QByteArray json = R"({"type": "sell", "taxationType": "osn", "operator": {"name": "Иванова"},
     "items": [{"name": "Хлеб", "price": 10, "quantity": 1, "amount": 10, "tax": {"type": "vat10"}}],
     "payments": [{"type": "cash", "sum": 6}, {"type": "electronically", "sum": 1}, {"type": "credit", "sum": 3}]})";
-const std::string notedInside = "shift registers next sums";
-const std::string sold = "open position total pay1 pay3 pay0 close wait";
 
 class Desk : public testing::Test
 {
@@ -48,7 +46,8 @@ TEST_F(Desk, ReachesTheRegisterAnewAfterAFailureAlone)
 {
     CashDesk one = desk();
     EXPECT_TRUE(one.issue(saleId, json).isIssued());
-    EXPECT_EQ(told(), "connect init " + notedInside + " ask " + sold);
+    EXPECT_EQ(
+        told(), "connect init shift registers next sums ask open position total pay1 pay3 pay0 close wait");
     // The mark behind it is that before the next one.
     driver.refused = "open";
     EXPECT_EQ(one.issue({}, json).verdict, Outcome::Cancelled);

@@ -21,42 +21,35 @@ const RegisterLine hexRegister{receipt::Protocol::Hex, true};
 
 TEST_F(Journal, BrokenOffDocumentIsSettledOnItsOwnDrive)
 {
-    const struct
-    {
-        DriveMark now;
-        int settled;
-        std::string calls;
-        DocumentState state;
-    } rows[] = {
+    const std::tuple<DriveMark, int, std::string, DocumentState> rows[] = {
         {{noted.drive, 8}, 1, "ask registers next ask", DocumentState::Issued},
         {noted, 1, "ask registers next ask init registers next ask", DocumentState::NotIssued},
         {{noted.drive, 10}, 1, "ask registers next ask", DocumentState::Unknown},
         {{QStringLiteral("1111"), 8}, 0, "ask", DocumentState::Running},
     };
     BasicFrSettings settings;
-    for (const auto& row : rows) {
+    for (const auto& [now, settled, calls, verdict] : rows) {
         // Nobody has reached the register for long.
         for (const bool isGivenUp : {false, true}) {
             SqliteStore store(QStringLiteral(":memory:"));
             saleIn(store).begin(noted);
             if (isGivenUp)
                 giveUpPendingSales(store, {}, {});
-            const bool isLeft = isGivenUp && row.settled == 0;
-            const DocumentState state = isLeft ? DocumentState::Unknown : row.state;
+            const DocumentState state = isGivenUp && settled == 0 ? DocumentState::Unknown : verdict;
             RecordingDriver driver(&settings);
-            driver.drive = row.now.drive;
-            driver.numbers = {row.now.lastDocument};
-            if (row.settled == 0) {
+            driver.drive = now.drive;
+            driver.numbers = {now.lastDocument};
+            if (settled == 0) {
                 RegisterLine known = hexRegister;
-                known.drive = [&row] { return row.now.drive; };
+                known.drive = [&driver] { return driver.drive; };
                 EXPECT_TRUE(settlePendingSales(driver, store, known).isEmpty());
                 EXPECT_EQ(driver.calls, "") << "what stays open elsewhere costs nobody else a question";
             }
-            EXPECT_EQ(settlePendingSales(driver, store, hexRegister).size(), row.settled);
-            EXPECT_EQ(driver.calls, row.calls);
+            EXPECT_EQ(settlePendingSales(driver, store, hexRegister).size(), settled);
+            EXPECT_EQ(driver.calls, calls);
             EXPECT_EQ(saleIn(store).record()->state, state);
             EXPECT_TRUE(settlePendingSales(driver, store).isEmpty());
-            if (row.settled != 0)
+            if (settled != 0)
                 continue;
             // Asked about alone: its own drive may still tell.
             EXPECT_THROW(
@@ -68,37 +61,31 @@ TEST_F(Journal, BrokenOffDocumentIsSettledOnItsOwnDrive)
 
 TEST_F(Journal, LaterDocumentIsNotTakenForOneThatIsUnknown)
 {
-    const struct
-    {
-        const char* kind;
-        DocumentState later;
-        DocumentState state;
-        /// Otherwise nobody heard that it was begun.
-        bool isSettled = true;
-    } rows[] = {
-        {"sell", DocumentState::Issued, DocumentState::Unknown},
-        {"sell", DocumentState::Unknown, DocumentState::Unknown},
-        {"sell", DocumentState::NotIssued, DocumentState::Issued},
-        {"review", DocumentState::NotIssued, DocumentState::Unknown},
+    // The last one: otherwise nobody heard that it was begun.
+    const std::tuple<const char*, DocumentState, DocumentState, bool> rows[] = {
+        {"sell", DocumentState::Issued, DocumentState::Unknown, true},
+        {"sell", DocumentState::Unknown, DocumentState::Unknown, true},
+        {"sell", DocumentState::NotIssued, DocumentState::Issued, true},
+        {"review", DocumentState::NotIssued, DocumentState::Unknown, true},
         {"sell", DocumentState::Issued, DocumentState::Unknown, false},
         {"sell", DocumentState::NotIssued, DocumentState::Issued, false},
     };
     BasicFrSettings settings;
-    for (const auto& row : rows) {
+    for (const auto& [kind, later, state, isSettled] : rows) {
         SqliteStore store(QStringLiteral(":memory:"));
         saleIn(store).begin(noted);
-        if (row.isSettled)
+        if (isSettled)
             store.settle("A", 1, {});
-        store.acceptAndBegin({"B", row.kind, {}, {}}, {noted.toJson()});
-        store.settle("B", 1, {.state = row.later});
+        store.acceptAndBegin({"B", kind, {}, {}}, {noted.toJson()});
+        store.settle("B", 1, {.state = later});
         RecordingDriver driver(&settings);
         driver.drive = noted.drive;
         driver.numbers = {noted.lastDocument + 1};
-        if (row.isSettled)
+        if (isSettled)
             settleDocument(driver, store, store.findId("A").value(), hexRegister);
         else
             settlePendingSales(driver, store, hexRegister);
-        EXPECT_EQ(store.findId("A")->state, row.state) << row.kind << row.isSettled;
+        EXPECT_EQ(store.findId("A")->state, state) << kind << isSettled;
     }
 }
 

@@ -31,18 +31,13 @@ TEST_F(JournalMove, GoesOnThereAloneWithAllThatWaits)
         "done", store.begin("done", {}).value(), {.state = DocumentState::Issued, .documentNumber = 7});
     store.moveTo(exported);
     EXPECT_TRUE(store.isMoved());
+    const DocumentRequest fresh{"new", "sell", "{}", "till1"};
     const std::function<void()> writings[]{
-        [&] {
-            atWork.accept({"new", "sell", "{}", "till1"});
-        },
+        [&] { atWork.accept(fresh); },
         [&] { atWork.begin("waits", {}); },
         [&] { atWork.withdraw("waits"); },
-        [&] {
-            atWork.acceptAndBegin({"other", "sell", "{}", "till1"}, {});
-        },
-        [&] {
-            SqliteStore(file).accept({"new", "sell", "{}", "till1"});
-        },
+        [&] { atWork.acceptAndBegin(fresh, {}); },
+        [&] { SqliteStore(file).accept(fresh); },
     };
     for (const auto& write : writings)
         EXPECT_TRUE(textOf(write).contains("has moved to another machine")) << qPrintable(textOf(write));

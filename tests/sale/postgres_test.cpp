@@ -88,9 +88,7 @@ TEST_F(Postgres, DocumentStaysInTheMonthOfItsAcceptance)
     EXPECT_FALSE(store.archived("B") || store.archived("C"));
     // One that is not there, since the server's clock was set, is made behind the first failure.
     const std::function<void()> works[] = {[&] { store.requireRoom(); }, [&] { store.accept(request("D")); },
-        [&] {
-            store.acceptAndBegin(request("E"), {{{"drive", "9999"}}});
-        }};
+        [&] { store.acceptAndBegin(request("E"), {}); }};
     for (const std::function<void()>& work : works) {
         connection.execute("DROP TABLE documents_2032_01, attempts_2032_01");
         EXPECT_THROW(work(), JournalError);

@@ -212,31 +212,23 @@ TEST_F(Connection, WhoeverIsNotLetInIsToldWhatToDo)
 {
     connection.execute("DROP ROLE IF EXISTS limited");
     connection.execute("CREATE ROLE limited LOGIN CONNECTION LIMIT 0");
-    const std::tuple<const char*, const char*, const char*> rows[] = {{"postgres", "nosuch", "createdb"},
-        {"nobody", "postgres", ".pgpass"}, {"limited", "postgres", "max_connections"}};
-    for (const auto& [user, database, advice] : rows) {
-        PostgresPlace place = server.place();
-        place.user = user;
-        place.database = database;
+    const std::tuple<const char*, const char*, const char*, bool> rows[] = {
+        {"/postgres?", "/nosuch?", "createdb", true},
+        {"postgres@", "nobody@", ".pgpass", true},
+        {"postgres@", "limited@", "max_connections", false},
+        // Options that libpq does not take.
+        {"?", "?sslmode=always&", "", true},
+        {"?", "?ssl_mode=require&", "", true},
+        {"?", "?keepalives_idle=soon&", "", true},
+        {"?", "?port=x&", "", true},
+    };
+    for (const auto& [right, wrong, advice, isOfAddress] : rows) {
         try {
-            const PostgresConnection refused(place, 100);
-            FAIL() << user;
+            PostgresConnection(PostgresPlace::of(server.address().replace(right, wrong)), 100);
+            FAIL() << wrong;
         } catch (const JournalError& error) {
             EXPECT_TRUE(error.advice().contains(advice)) << error.what();
-            const bool isOfAddress = dynamic_cast<const WrongPlace*>(&error) != nullptr;
-            EXPECT_EQ(isOfAddress, qstrcmp(user, "limited") != 0);
-        }
-    }
-}
-
-TEST_F(Connection, OptionThatLibpqDoesNotTakeIsToldBeforeAnybodyIsAsked)
-{
-    for (const char* const option :
-        {"sslmode=always", "ssl_mode=require", "keepalives_idle=soon", "port=x"}) {
-        try {
-            PostgresConnection(PostgresPlace::of(server.address() + '&' + option), 1000);
-            FAIL() << option;
-        } catch (const WrongPlace& error) {
+            EXPECT_EQ(dynamic_cast<const WrongPlace*>(&error) != nullptr, isOfAddress);
             EXPECT_FALSE(QString(error.what()).contains("answers again")) << error.what();
         }
     }

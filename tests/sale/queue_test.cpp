@@ -10,41 +10,13 @@ using namespace sale;
 
 namespace {
 
-TEST_F(Queue, ReceiptIsMadeOnce)
-{
-    accept("sell", receiptJson);
-    CashDesk desk(driver, *journal, options());
-    const QueuedDocument first = makeQueued(desk, queuedId);
-    EXPECT_FALSE(first.held);
-    EXPECT_EQ(first.answer.state, DocumentState::Issued);
-    EXPECT_FALSE(first.answer.isReplayed);
-    EXPECT_EQ(first.answer.documentNumber, 2U);
-    EXPECT_EQ(first.answer.total, 2000);
-    EXPECT_EQ(first.answer.change, 1000);
-    EXPECT_EQ(first.answer.items.size(), 1);
-    EXPECT_EQ(first.answer.attempts.size(), 1);
-    EXPECT_FALSE(first.answer.error);
-    EXPECT_EQ(told().substr(0, 12), "connect init");
-    const QueuedDocument second = makeQueued(desk, queuedId);
-    EXPECT_EQ(second.answer.state, DocumentState::Issued);
-    EXPECT_TRUE(second.answer.isReplayed);
-    EXPECT_FALSE(second.held);
-    EXPECT_EQ(told(), "");
-}
-
 TEST_F(Queue, EachKindIsMadeByItsBody)
 {
-    const struct
-    {
-        const char* kind;
-        QByteArray body;
-        /// Among what the register is asked.
-        std::string call;
-        bool isShiftOpen = true;
-    } rows[] = {
+    // The last one is among what the register is asked.
+    const std::tuple<QString, QByteArray, std::string> rows[] = {
         {"cashIn", R"({"type": "cashIn", "sum": 12.5})", "cashIn sum12.5"},
         {"cashOut", R"({"type": "cashOut", "sum": 3})", "cashOut sum3"},
-        {"openShift", R"({"type": "openShift"})", "openShift", false},
+        {"openShift", R"({"type": "openShift"})", "openShift"},
         {"zReport", R"({"type": "zReport"})", "zReport"},
         {"xReport", R"({"type": "xReport"})", "xReport"},
         {"accountingReport", R"({"type": "accountingReport"})", "accounting"},
@@ -52,15 +24,15 @@ TEST_F(Queue, EachKindIsMadeByItsBody)
         {"copy", R"({"type": "copy", "documentNumber": 41})", "copy41"},
         {"copy", R"({"type": "copy"})", "copy1"},
     };
-    for (const auto& row : rows) {
+    for (const auto& [kind, body, call] : rows) {
         journal = std::make_unique<SqliteStore>(QStringLiteral(":memory:"));
-        driver.shiftOpen = row.isShiftOpen;
+        driver.shiftOpen = kind != "openShift";
         told();
-        accept(row.kind, row.body);
+        accept(kind, body);
         const QueuedDocument document = made();
-        EXPECT_EQ(document.answer.state, DocumentState::Issued) << row.body.toStdString();
+        EXPECT_EQ(document.answer.state, DocumentState::Issued) << body.toStdString();
         const std::string calls = told();
-        EXPECT_TRUE(calls.find(row.call) < calls.npos) << calls;
+        EXPECT_TRUE(calls.find(call) < calls.npos) << calls;
         EXPECT_EQ(journal->findId(queuedId)->state, DocumentState::Issued);
     }
 }
@@ -108,7 +80,9 @@ TEST_F(Queue, WhatIsTakenAwayInTheMeantimeIsNotBegun)
         const std::string calls = told();
         EXPECT_TRUE(calls.ends_with("mark clear")) << calls;
         // Asked for once more it is answered as it stands, and the register is left alone.
-        EXPECT_EQ(made().answer.state, state);
+        const QueuedDocument again = made();
+        EXPECT_EQ(again.answer.state, state);
+        EXPECT_TRUE(again.answer.isReplayed || state != DocumentState::Issued);
         EXPECT_EQ(told(), "");
     }
 }

@@ -27,11 +27,7 @@ public:
         note("connect");
         deviceInfo.setNumber(QStringLiteral("0030001"));
     }
-    QString getInn() override
-    {
-        note("inn");
-        return QStringLiteral("7721000012");
-    }
+    QString getInn() override { return noted("inn", QStringLiteral("7721000012")); }
     void init() override { note("init"); }
     void openShift() override
     {
@@ -39,11 +35,7 @@ public:
         note("openShift");
         shiftOpen = true;
     }
-    bool isShiftOpen() override
-    {
-        note("shift");
-        return shiftOpen;
-    }
+    bool isShiftOpen() override { return noted("shift", shiftOpen); }
     FnInfo getFnInfo() override
     {
         // Behind the registers it belongs to the questions before it.
@@ -81,16 +73,8 @@ public:
             counters.insert(payment.key(), payment.value() * m_number);
         return counters;
     }
-    QDateTime getDateTime() override
-    {
-        note("clock");
-        return time;
-    }
-    MoneyCounters getMoneyCounters(hw::fr::CheckType) override
-    {
-        note("cash");
-        return {};
-    }
+    QDateTime getDateTime() override { return noted("clock", time); }
+    MoneyCounters getMoneyCounters(hw::fr::CheckType) override { return noted("cash", MoneyCounters()); }
     QList<hw::fr::common::TaxSystemType> getAllTaxSystems() const override { return registered; }
     void cashierLogin(const FrUser& user) override { cashier = user.name; }
     int checkMarkingCode(const MarkedPosition& position, bool recheck) override
@@ -117,11 +101,7 @@ public:
     void barcodePrint(const Barcode&) override { note("barcode"); }
     void checkTotal() override { note("total"); }
     void checkPay(const FrPayment& payment) override { note("pay" + std::to_string(payment.kind)); }
-    QJsonObject checkClose(const FiscalDocument&) override
-    {
-        note("close");
-        return {};
-    }
+    QJsonObject checkClose(const FiscalDocument&) override { return noted("close"); }
     void checkCancel() override { note("cancel"); }
     void checkWaitForPrint() override { note("wait"); }
     void moneyCheckOpen(hw::fr::CheckType type, const QString&) override
@@ -130,23 +110,14 @@ public:
     }
     QJsonObject moneyCheckClose(double sum) override
     {
-        note("sum" + QString::number(sum).toStdString());
-        return {};
+        return noted("sum" + QString::number(sum).toStdString());
     }
     void textDocPrint(const QList<QString>& lines) override
     {
         note("text:" + QStringList(lines).join('|').toStdString());
     }
-    QJsonObject xReport() override
-    {
-        note("xReport");
-        return {};
-    }
-    QJsonObject zReport() override
-    {
-        note("zReport");
-        return {};
-    }
+    QJsonObject xReport() override { return noted("xReport"); }
+    QJsonObject zReport() override { return noted("zReport"); }
     void accountingReport() override { note("accounting"); }
     void printLastFnDocument() override { note("last"); }
     void printFnDocument(long document) override { note("copy" + std::to_string(document)); }
@@ -207,6 +178,13 @@ public:
     int status = 0;
 
 private:
+    /// What is answered to a call that goes well.
+    template <typename Answer = QJsonObject>
+    Answer noted(const std::string& call, Answer answer = {})
+    {
+        note(call);
+        return answer;
+    }
     void moveOn() { m_number = numbers.size() > 1 ? numbers.takeFirst() : numbers.constFirst(); }
 
     quint32 m_number = 0;

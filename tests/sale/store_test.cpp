@@ -163,20 +163,6 @@ TEST_P(Store, WhatNobodyCouldAskAboutIsUnknownAndStillToBeAsked)
     EXPECT_EQ(store->findId("running")->attempts.constLast().verdict, DocumentState::Issued);
 }
 
-TEST_P(Store, WhatIsTooLateIsNotBegun)
-{
-    DocumentRequest soon = request("A");
-    soon.startBefore = QDateTime::currentDateTime().addSecs(30);
-    store->accept(soon);
-    soon.id = "B";
-    store->accept(soon);
-    EXPECT_EQ(store->begin("A", {markBefore}), 1);
-    const HostClock later(60);
-    EXPECT_FALSE(store->begin("B", {markBefore}));
-    EXPECT_EQ(store->findId("B")->state, DocumentState::NotIssued);
-    EXPECT_EQ(store->findId("B")->reason, StateReason::Expired);
-}
-
 TEST_P(Store, DocumentsAreFoundByWhatTheyAre)
 {
     for (const DocumentState state : states)

@@ -24,52 +24,43 @@ protected:
     }
 };
 
-/// What is done with a document that waits, and what comes of it.
-struct QueueVerb
-{
-    StoredDocument (*work)(DocumentStore& store, const QString& id);
-    DocumentState state;
-    StateReason reason;
-    const char* registerName;
-    int attempts;
-};
-
 const AttemptNote refusal{.failure = {{"text", "no"}}, .warnings = {"cut"}};
-const QueueVerb queueVerbs[] = {
-    {[](DocumentStore& store, const QString& id) { return store.withdraw(id); }, DocumentState::NotIssued,
-        StateReason::Deleted, "till1", 0},
-    {[](DocumentStore& store, const QString& id) { return store.move(id, "till2"); }, DocumentState::Queued,
-        StateReason::None, "till2", 0},
-    {[](DocumentStore& store, const QString& id) { return store.refuse(id, refusal); },
-        DocumentState::NotIssued, StateReason::Refused, "till1", 1},
-};
 
 TEST_P(StoreQueue, QueueIsChangedWhereTheDocumentStillWaits)
 {
+    using Verb = std::function<StoredDocument(const QString&)>;
+    const std::tuple<Verb, DocumentState, StateReason, const char*, int> verbs[] = {
+        {[&](const QString& id) { return store->withdraw(id); }, DocumentState::NotIssued,
+            StateReason::Deleted, "till1", 0},
+        {[&](const QString& id) { return store->move(id, "till2"); }, DocumentState::Queued,
+            StateReason::None, "till2", 0},
+        {[&](const QString& id) { return store->refuse(id, refusal); }, DocumentState::NotIssued,
+            StateReason::Refused, "till1", 1},
+    };
     int round = 0;
-    for (const QueueVerb& verb : queueVerbs) {
+    for (const auto& [work, then, reason, registerName, attempts] : verbs) {
         ++round;
         for (const DocumentState state : states) {
             const QString id = stateName(state) + QString::number(round);
             SCOPED_TRACE(id.toStdString());
             bring(id, state, static_cast<quint32>(state == DocumentState::Issued ? 7 + round : 0));
             const StoredDocument before = store->findId(id).value();
-            const StoredDocument after = verb.work(*store, id);
+            const StoredDocument after = work(id);
             if (state != DocumentState::Queued) {
                 EXPECT_EQ(after.state, state);
                 EXPECT_EQ(after.request.registerName, "till1");
                 EXPECT_EQ(after.attempts.size(), before.attempts.size());
                 continue;
             }
-            EXPECT_EQ(after.state, verb.state);
-            EXPECT_EQ(after.reason, verb.reason);
-            EXPECT_EQ(after.request.registerName, verb.registerName);
-            EXPECT_EQ(after.attempts.size(), verb.attempts);
-            EXPECT_EQ(after.settled.isValid(), verb.state == DocumentState::NotIssued);
+            EXPECT_EQ(after.state, then);
+            EXPECT_EQ(after.reason, reason);
+            EXPECT_EQ(after.request.registerName, registerName);
+            EXPECT_EQ(after.attempts.size(), attempts);
+            EXPECT_EQ(after.settled.isValid(), then == DocumentState::NotIssued);
             // Whoever has picked it out of the queue before comes too late.
             EXPECT_THROW(store->begin(id, {markBefore, {}, "till1"}), JournalError);
         }
-        EXPECT_THROW(verb.work(*store, "none"), JournalError);
+        EXPECT_THROW(work("none"), JournalError);
     }
     EXPECT_EQ(store->begin("queued2", {markBefore, {}, "till2"}), 1);
 }
@@ -227,10 +218,13 @@ TEST_P(StoreQueue, NothingIsKeptAsBegunBehindItsTime)
         own.startBefore = QDateTime::currentDateTimeUtc().addSecs(limit);
         const HurryingClock clock(0);
         store->accept(own);
-        if (!store->begin(id, {markBefore}))
+        const bool isBegun = store->begin(id, {markBefore}).has_value();
+        const StoredDocument document = store->findId(id).value();
+        EXPECT_EQ(document.state, isBegun ? DocumentState::Running : DocumentState::NotIssued);
+        EXPECT_EQ(document.reason, isBegun ? StateReason::None : StateReason::Expired);
+        if (!isBegun)
             continue;
         ++begun;
-        const StoredDocument document = store->findId(id).value();
         EXPECT_LE(document.begun, document.request.startBefore);
         EXPECT_EQ(document.attempts.constFirst().begun, document.begun);
     }

@@ -26,10 +26,6 @@ protected:
         second.accept({"B", "sell", "{}", "kassa9"});
         first.fence().takeDrive("9999");
     }
-    void runOutFirst()
-    {
-        connection.execute("UPDATE leases SET until = now() - interval '1 s' WHERE register = 'till1'");
-    }
     /// What refuses it; empty when nothing does.
     template <typename Work>
     static std::string refusal(const Work& work)
@@ -82,7 +78,7 @@ TEST_F(TwoNames, HaveOneOwnerAtATime)
 TEST_F(TwoNames, OwnerWhoseLeaseIsOverIsNoOwnerOfItsNameEither)
 {
     ASSERT_EQ(first.begin("A", {mark}), 1);
-    runOutFirst();
+    connection.execute("UPDATE leases SET until = now() - interval '1 s' WHERE register = 'till1'");
     connection.together([&] {
         requireOwner(connection, one.lease("till1"), "9999");
         EXPECT_NE(refusal([&] { second.fence().takeDrive("9999"); }), "") << "in the middle of a write";
@@ -206,14 +202,11 @@ TEST_F(TwoNames, ProgramKeepsItsLeaseForAsLongAsItIsAtWork)
                 "SELECT extract(epoch FROM until - clock_timestamp())::float8 FROM leases WHERE register LIKE 'program %'")
             .toDouble();
     };
-    const auto shorten = [&] {
-        connection.execute(
-            "UPDATE leases SET until = clock_timestamp() + interval '9 s' WHERE register LIKE 'program %'");
-    };
     first.fence().leave();
     const std::optional<LeasedRegister> lease = WorkedDrives(connection).holdForProgram("9999");
     ASSERT_TRUE(lease);
-    shorten();
+    connection.execute(
+        "UPDATE leases SET until = clock_timestamp() + interval '9 s' WHERE register LIKE 'program %'");
     {
         const ProgramLease renewal(server.place(), *lease, milliseconds(1));
         const QDeadlineTimer patience(10'000);

@@ -1,26 +1,18 @@
 #include "apirig.h"
+#include "sale/hostclock.h"
 
 namespace {
-
-struct WrongRow
-{
-    const char* what;
-    QByteArray key;
-    QByteArray body;
-    /// Path and words of one of the errors.
-    const char* path;
-    const char* part;
-};
 
 class DocumentsTest : public ApiTest
 {
 protected:
-    std::string errors(const WrongRow& row)
+    std::string errors(const QByteArray& key, const QByteArray& body)
     {
-        const Served served = ask("POST", "/v1/registers/till1/documents", row.body,
-            row.key.isEmpty() ? QList<http::Headers::Field>()
-                              : QList<http::Headers::Field>{{"Idempotency-Key", row.key}});
-        EXPECT_EQ(served.status, 400) << row.what;
+        QList<http::Headers::Field> headers;
+        if (!key.isEmpty())
+            headers.append({"Idempotency-Key", key});
+        const Served served = ask("POST", "/v1/registers/till1/documents", body, headers);
+        EXPECT_EQ(served.status, 400) << served.all();
         return QJsonDocument(served.json().value("errors").toArray()).toJson().toStdString();
     }
 
@@ -29,7 +21,8 @@ protected:
 
 TEST_F(DocumentsTest, RefusesWhatIsWrongAndStoresNothing)
 {
-    const WrongRow rows[]{
+    // Path and words of one of the errors.
+    const std::tuple<const char*, QByteArray, QByteArray, const char*, const char*> rows[] = {
         {"no id", "", cashIn, "id", "Idempotency-Key"},
         {"a short id", "short", cashIn, "id", "8 to 64"},
         {"two ids", "document:1", R"({"id":"document:2","type":"cashIn","sum":1})", "id", "another one"},
@@ -51,14 +44,13 @@ TEST_F(DocumentsTest, RefusesWhatIsWrongAndStoresNothing)
     };
     // What has no id is not taken for whichever document is there.
     ASSERT_EQ(post("earlier:1", cashIn).status, 202);
-    for (const WrongRow& row : rows) {
-        const std::string text = errors(row);
-        EXPECT_NE(text.find("\"path\": \"" + std::string(row.path) + "\""), std::string::npos)
-            << row.what << text;
-        EXPECT_NE(text.find(row.part), std::string::npos) << row.what << text;
+    for (const auto& [what, key, body, path, part] : rows) {
+        const std::string text = errors(key, body);
+        EXPECT_NE(text.find("\"path\": \"" + std::string(path) + "\""), std::string::npos) << what << text;
+        EXPECT_NE(text.find(part), std::string::npos) << what << text;
     }
     // Both at once.
-    const std::string text = errors({"two", "short", R"({"type":"cashIn"})", "", ""});
+    const std::string text = errors("short", R"({"type":"cashIn"})");
     EXPECT_NE(text.find("\"id\""), std::string::npos);
     EXPECT_NE(text.find("\"sum\""), std::string::npos);
     EXPECT_EQ(store.find({}).size(), 1);
@@ -193,6 +185,27 @@ TEST_F(DocumentsTest, AsksAgainBeforeItSaysThatNobodyKnows)
     store.settle(id, 1, {.state = sale::DocumentState::Issued, .documentNumber = 3});
     api.documentChanged(id);
     EXPECT_EQ(waiting.later().status, 201);
+}
+
+TEST_F(DocumentsTest, BelievesNoNumberThatTheDriveHadNotReachedBehindIt)
+{
+    for (const char* const id : {"document:1", "document:2"}) {
+        post(id, sale());
+        lose(id);
+    }
+    till1.drive = "9999000000000001";
+    const sale::HostClock later(3600);
+    const std::tuple<QByteArray, QByteArray, int, int> rows[]
+        = {{"document:1", "118", 5, 409}, {"document:1", "117", 5, 200},
+            // The register was not asked since.
+            {"document:2", "118", 3601, 200}};
+    for (const auto& [id, number, conditionAge, status] : rows) {
+        till1.conditionAge = conditionAge;
+        const Served said = ask("POST", "/v1/documents/" + id + "/resolve",
+            R"({"state":"issued","documentNumber":)" + number + "}");
+        EXPECT_EQ(said.status, status) << said.all();
+        EXPECT_TRUE(status == 200 || said.text("detail").contains("had reached number 117")) << said.all();
+    }
 }
 
 TEST_F(DocumentsTest, WithdrawsAndMovesWhatWasNotBegun)

@@ -80,8 +80,7 @@ TEST_F(PeersTest, DocumentThatIsAskedAboutElsewhereIsStillUnknownOnceItsOwnerSay
 TEST_F(PeersTest, OrderIsFollowedInTimeByWhoeverHasTheRegisterOrByNobody)
 {
     Desk one("till1");
-    FakeTill next({"till1", receipt::Protocol::Hex, QTimeZone::utc(), 120, true});
-    next.isOwner = false;
+    Spare next;
     Desk two("till2", &next);
     Desk three("till3");
     one.till.waiting = "needsReview";

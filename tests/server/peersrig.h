@@ -67,15 +67,21 @@ struct Desk
         [this] { return now; }};
 };
 
+/// A register that another service works, of one that has it in its configuration, too.
+struct Spare : FakeTill
+{
+    explicit Spare(int queueLimit = 0)
+        : FakeTill({"till1", receipt::Protocol::Hex, QTimeZone::utc(), 120, true, {}, {}, queueLimit})
+    {
+        isOwner = false;
+        state = "standby";
+    }
+};
+
 class PeersTest : public testing::Test
 {
 protected:
     PeersTest() { sale::PostgresServer::instance().clear(); }
-    static void rename(const QString& table, const QString& name)
-    {
-        sale::PostgresConnection(sale::PostgresServer::instance().place(), 1000)
-            .execute(QStringLiteral("ALTER TABLE frspf.%1 RENAME TO %2").arg(table, name));
-    }
     static void makeOrdersOld()
     {
         sql("UPDATE frspf.orders SET made = made - interval '31 seconds' RETURNING 1");

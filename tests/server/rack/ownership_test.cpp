@@ -1,11 +1,47 @@
 // A register that several services have in their configuration.
 
 #include "agentfixture.h"
-#include "handownership.h"
+#include "rack/ownership.h"
 
 using sale::DocumentState;
 
 namespace {
+
+/// Leases that a test gives and takes by hand.
+class HandOwnership : public frserver::Ownership
+{
+public:
+    void look() override { }
+    bool isHeld(const QString& /*registerName*/) const override { return epoch > 0; }
+    QJsonObject lease(const QString& /*registerName*/) const override
+    {
+        return {{"epoch", epoch}, {"until", until}};
+    }
+    QJsonObject owner(const QString& /*registerName*/) const override { return {{"host", "shop2"}}; }
+    std::optional<frserver::Waiting> obstacle(const QString& /*registerName*/) const override
+    {
+        return waiting;
+    }
+    bool giveWay(const QString& /*registerName*/) override
+    {
+        ++asked;
+        epoch = isWanted ? 0 : epoch;
+        return isWanted;
+    }
+    void leaveDrive(const QString& /*registerName*/) override { ++left; }
+    void release(const QString& /*registerName*/) override { isReleased = true; }
+    void acceptMoved(const QString& /*registerName*/) override { epoch = 1; }
+
+    /// 0 while somebody else has it.
+    qint64 epoch = 1;
+    qint64 until = 1000;
+    std::optional<frserver::Waiting> waiting;
+    /// Another one would work it.
+    bool isWanted = false;
+    int asked = 0;
+    int left = 0;
+    bool isReleased = false;
+};
 
 class OwnedTest : public AgentTest
 {
@@ -78,33 +114,27 @@ TEST_F(OwnedTest, WorkerIsKilledWhenTheLeaseIsOverWhateverItIsAt)
 
 TEST_F(OwnedTest, WorkerOfAFormerLeaseIsNotUsedForTheNextOne)
 {
-    struct Row
-    {
-        const char* id;
-        bool isMaking;
-        void (frserver::RegisterAgent::*next)();
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, bool, void (frserver::RegisterAgent::*)()> rows[] = {
         {"sale:0001", true, &frserver::RegisterAgent::look},
         {"sale:0002", false, &frserver::RegisterAgent::look},
         // Before anybody has looked.
         {"sale:0003", false, &frserver::RegisterAgent::wake},
     };
     startAgent();
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.id);
+    for (const auto& [id, isMaking, next] : rows) {
+        SCOPED_TRACE(id);
         const int starts = worker->starts;
-        queue(row.id);
-        if (!row.isMaking)
+        queue(id);
+        if (!isMaking)
             issue();
         // Another one's in between, between two looks.
         ++hand->epoch;
         EXPECT_EQ(agent->readiness(), frserver::RegisterAgent::Readiness::Nothing);
-        ((*agent).*row.next)();
+        ((*agent).*next)();
         EXPECT_EQ(worker->starts, starts + 1);
         reach();
         EXPECT_EQ(worker->last.value("lease").toObject().value("epoch"), hand->epoch);
-        if (row.isMaking)
+        if (isMaking)
             issue();
     }
 }
@@ -216,19 +246,21 @@ TEST_F(OwnedTest, PausedLeavesWhatADeadWorkerHeld)
     EXPECT_EQ(hand->left, 1) << "the worker has done so itself";
 }
 
-TEST_F(OwnedTest, RegisterIsReleasedWhenItsWorkerHasEnded)
+TEST_F(OwnedTest, StopsBehindTheDocumentUnderWayAndReleasesTheRegisterWhenItsWorkerHasEnded)
 {
-    startAgent();
+    startWith({"sale:0001", "sale:0002"});
     agent->stop();
+    issue();
+    EXPECT_EQ(worker->at(), "close");
     worker->answer({});
-    EXPECT_FALSE(hand->isReleased);
+    EXPECT_EQ(worker->did.constLast(), "end");
+    EXPECT_FALSE(isStopped || hand->isReleased);
     worker->die();
-    EXPECT_TRUE(isStopped);
-    EXPECT_TRUE(hand->isReleased);
-}
-
-TEST_F(OwnedTest, StopsAlsoWhileSomebodyElseHasIt)
-{
+    EXPECT_TRUE(isStopped && hand->isReleased);
+    EXPECT_EQ(text("state"), "stopped");
+    EXPECT_EQ(stateOf("sale:0002"), DocumentState::Queued);
+    // Also while somebody else has it.
+    isStopped = false;
     startAgent();
     lose();
     agent->stop();

@@ -1,15 +1,139 @@
-#include "workerfixture.h"
+#include "rack/rack.h"
+#include "rack/workerprocess.h"
 
+#include "e2e/programs.h"
 #include "portlock.h"
+#include "sqlitestore.h"
 
+#include <gtest/gtest.h>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFile>
 #include <QJsonDocument>
+#include <QTemporaryDir>
+#include <QTimer>
 #include <sys/stat.h>
 
 #include <csignal>
+#include <functional>
+#include <memory>
 
+using namespace frserver;
 using sale::DocumentState;
 
 namespace {
+
+/// The service's side of one register, with workers that are processes, over a register of software.
+class WorkerTest : public testing::Test
+{
+protected:
+    ~WorkerTest() override
+    {
+        if (rack)
+            stopRack();
+    }
+
+    void startRegister(const QStringList& options = {})
+    {
+        emulator.reset();
+        emulator = std::make_unique<Emulator>(options);
+        settings.name = "till1";
+        settings.port = emulator->port();
+        settings.cashier = "Иванова А. П.";
+        settings.timeZone = QTimeZone::utc();
+        settings.plugins = QStringList{QStringLiteral(SPF_PLUGIN)};
+    }
+
+    void startRack()
+    {
+        isStopped = false;
+        const auto createWorker = [this] {
+            auto worker = std::make_unique<WorkerProcess>(program);
+            QObject::connect(worker.get(), &Worker::told, [this] { ++told; });
+            return worker;
+        };
+        rack = std::make_unique<Rack>(QList{settings}, store, createWorker,
+            RegisterAgent::Options{.journal = store.fileName(), .longestUnreached = longestUnreached});
+        QObject::connect(rack.get(), &Rack::stopped, [this] { isStopped = true; });
+        rack->start();
+    }
+
+    /// The port is left.
+    void stopRack()
+    {
+        rack->stop();
+        EXPECT_TRUE(until([this] { return isStopped; }));
+        rack.reset();
+    }
+
+    void queue(const QString& id, const QString& kind)
+    {
+        store.accept(sale::plainRequest(id, kind, {}, "till1"));
+        rack->agents().at("till1")->wake();
+    }
+
+    void queueSale(const QString& id)
+    {
+        store.accept({id, "sell", readAll(FRSPF_EXAMPLES "/sale.json"), "till1"});
+        rack->agents().at("till1")->wake();
+    }
+
+    /// Runs the event loop until it is so.
+    static bool until(const std::function<bool()>& isSo)
+    {
+        constexpr int longestMs = 60'000;
+        QElapsedTimer timer;
+        timer.start();
+        QEventLoop loop;
+        QTimer look;
+        QObject::connect(&look, &QTimer::timeout, [&] {
+            if (isSo() || timer.hasExpired(longestMs))
+                loop.quit();
+        });
+        look.start(1);
+        loop.exec();
+        return isSo();
+    }
+
+    bool untilWaiting(const QString& reason)
+    {
+        return until([&] { return view().value("waiting").toString() == reason; });
+    }
+
+    bool untilEnded(const QString& id)
+    {
+        return until([&] {
+            const DocumentState state = document(id).state;
+            return state != DocumentState::Queued && state != DocumentState::Running;
+        });
+    }
+
+    sale::StoredDocument document(const QString& id) const { return store.findId(id).value(); }
+    QJsonObject view() const { return rack->agents().at(QStringLiteral("till1"))->view(); }
+
+    /// Children of this process.
+    static QList<qint64> workers()
+    {
+        QList<qint64> ids;
+        const QByteArray children = readAll(QStringLiteral("/proc/self/task/%1/children").arg(getpid()));
+        for (const QByteArray& id : children.split(' ')) {
+            if (readAll(QStringLiteral("/proc/%1/cmdline").arg(id.toLongLong())).contains("--worker"))
+                ids.append(id.toLongLong());
+        }
+        return ids;
+    }
+
+    QTemporaryDir folder;
+    sale::SqliteStore store{folder.filePath(QStringLiteral("journal.sqlite"))};
+    std::unique_ptr<Emulator> emulator;
+    RegisterSettings settings;
+    std::unique_ptr<Rack> rack;
+    QString program = QStringLiteral(FRSERVER);
+    qint64 longestUnreached = RegisterAgent::Options().longestUnreached;
+    bool isStopped = false;
+    /// Ticks of the line, and answers.
+    int told = 0;
+};
 
 class Protocols : public WorkerTest, public testing::WithParamInterface<receipt::Protocol>
 {
