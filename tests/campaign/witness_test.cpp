@@ -242,21 +242,15 @@ TEST_P(Protocols, SaleCostsFewExchanges)
 TEST_P(Protocols, CashThatWentInIsCounted)
 {
     const bool isHex = GetParam() == Protocol::Hex;
-    const struct
-    {
-        FaultKind fault;
-        bool isLast;
-        sale::Outcome outcome;
-        int times;
-    } rows[] = {
-        {FaultKind::None, true, sale::Outcome::Issued, 1},
-        {FaultKind::Silence, true, isHex ? sale::Outcome::NotIssued : sale::Outcome::Issued, 1},
-        {FaultKind::Lost, true, sale::Outcome::Issued, isHex ? 1 : 2},
+    const std::tuple<FaultKind, sale::Outcome, int> rows[] = {
+        {FaultKind::None, sale::Outcome::Issued, 1},
+        {FaultKind::Silence, isHex ? sale::Outcome::NotIssued : sale::Outcome::Issued, 1},
+        {FaultKind::Lost, sale::Outcome::Issued, isHex ? 1 : 2},
         // Over XML that is the answer to the second request, and the second one comes with the count.
-        {FaultKind::Late, true, sale::Outcome::Issued, isHex ? 1 : 2},
-        {FaultKind::PaperOut, true, sale::Outcome::NotIssued, 1},
+        {FaultKind::Late, sale::Outcome::Issued, isHex ? 1 : 2},
+        {FaultKind::PaperOut, sale::Outcome::NotIssued, 1},
     };
-    for (const auto& row : rows) {
+    for (const auto& [fault, outcome, times] : rows) {
         Till till(GetParam());
         till.moveCash(DocumentKind::CashIn, 1000);
         // The exchanges of the next one are the same, and its last but those behind it is the document.
@@ -264,14 +258,14 @@ TEST_P(Protocols, CashThatWentInIsCounted)
         till.moveCash(DocumentKind::CashIn, 1000);
         const int cost = till.rig().line.requestCount() - start;
         const int behind = isHex ? 0 : 7;
-        if (row.fault != FaultKind::None)
-            till.rig().line.planFault(cost - 1 - behind, row.fault);
+        if (fault != FaultKind::None)
+            till.rig().line.planFault(cost - 1 - behind, fault);
         const qint64 cash = till.rig().device.state().drawer.cash;
         const sale::DocumentResult result = till.moveCash(DocumentKind::CashIn, 100);
-        EXPECT_EQ(result.verdict.outcome, row.outcome) << static_cast<int>(row.fault);
-        EXPECT_EQ(result.verdict.times, row.times) << static_cast<int>(row.fault);
-        const int went = row.outcome == sale::Outcome::Issued ? row.times : 0;
-        EXPECT_EQ(till.rig().device.state().drawer.cash - cash, 10'000 * went) << static_cast<int>(row.fault);
+        EXPECT_EQ(result.verdict.outcome, outcome) << static_cast<int>(fault);
+        EXPECT_EQ(result.verdict.times, times) << static_cast<int>(fault);
+        const int went = outcome == sale::Outcome::Issued ? times : 0;
+        EXPECT_EQ(till.rig().device.state().drawer.cash - cash, 10'000 * went) << static_cast<int>(fault);
     }
 }
 
