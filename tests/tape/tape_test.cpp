@@ -96,21 +96,14 @@ TEST(Tape, WhatNobodyHasWrittenIsNoPage)
 
 TEST(Tape, AttributesOfTheWireTellHowMuchFitsOnALine)
 {
-    struct Columns
-    {
-        int bits;
-        tape::Attributes attributes;
-        int on44;
-        int on48;
-    };
-    const Columns fonts[]{{0, {}, 44, 48}, {1, tape::Attribute::Small, 64, 64},
-        {8, tape::Attribute::Bold, 44, 48}, {16, tape::Attribute::DoubleHeight, 44, 48},
-        {32, tape::Attribute::DoubleWidth, 24, 24}, {48, wideAndHigh, 24, 24},
-        {33, {tape::Attribute::Small | tape::Attribute::DoubleWidth}, 32, 32},
-        {128, tape::Attribute::Inverse, 44, 48}, {2 | 4 | 64, {}, 44, 48}};
-    for (const Columns& font : fonts) {
-        EXPECT_EQ(tape::attributesOf(font.bits), font.attributes) << font.bits;
-        EXPECT_EQ(tape::columns(font.attributes, 44), font.on44) << font.bits;
-        EXPECT_EQ(tape::columns(font.attributes, 48), font.on48) << font.bits;
+    const std::tuple<int, tape::Attributes, int, int> fonts[]
+        = {{0, {}, 44, 48}, {1, tape::Attribute::Small, 64, 64}, {8, tape::Attribute::Bold, 44, 48},
+            {16, tape::Attribute::DoubleHeight, 44, 48}, {32, tape::Attribute::DoubleWidth, 24, 24},
+            {48, wideAndHigh, 24, 24}, {33, {tape::Attribute::Small | tape::Attribute::DoubleWidth}, 32, 32},
+            {128, tape::Attribute::Inverse, 44, 48}, {2 | 4 | 64, {}, 44, 48}};
+    for (const auto& [bits, attributes, on44, on48] : fonts) {
+        EXPECT_EQ(tape::attributesOf(bits), attributes) << bits;
+        EXPECT_EQ(tape::columns(attributes, 44), on44) << bits;
+        EXPECT_EQ(tape::columns(attributes, 48), on48) << bits;
     }
 }
