@@ -11,15 +11,8 @@ const tape::Picture dots{QStringLiteral("ЛОГОТИП"), 9, 2, QByteArray::fro
 const tape::Code shelf{
     tape::Symbology::Ean13, QStringLiteral("4601234567890"), -1, 2, 100, tape::CodeCaption::Below};
 
-struct Case
-{
-    tape::Line line;
-    QStringList text;
-    const char* json;
-};
-
 // On paper of 12 characters.
-const QList<Case> cases{
+const QList<std::tuple<tape::Line, QStringList, const char*>> cases{
     {tape::TextLine::of("Хлеб"), {"Хлеб"}, R"("Хлеб")"},
     {tape::TextLine(), {""}, R"({"cells":[]})"},
     {tape::TextLine::of("", tape::Attribute::Bold), {"■"},
@@ -59,13 +52,13 @@ TEST(Tape, LinesHaveATextAndComeBackFromDisk)
 {
     tape::Page page{12, {}};
     QStringList text;
-    for (const Case& c : cases) {
-        EXPECT_EQ(joined(tape::toText(c.line, 12)), joined(c.text)) << c.json;
-        EXPECT_EQ(QJsonDocument(QJsonArray{tape::toJson(c.line)}).toJson(QJsonDocument::Compact),
-            '[' + QByteArray(c.json) + ']');
-        EXPECT_EQ(tape::lineFromJson(parsed(c.json)), c.line) << c.json;
-        page.lines.append(c.line);
-        text += c.text;
+    for (const auto& [line, lineText, json] : cases) {
+        EXPECT_EQ(joined(tape::toText(line, 12)), joined(lineText)) << json;
+        EXPECT_EQ(QJsonDocument(QJsonArray{tape::toJson(line)}).toJson(QJsonDocument::Compact),
+            '[' + QByteArray(json) + ']');
+        EXPECT_EQ(tape::lineFromJson(parsed(json)), line) << json;
+        page.lines.append(line);
+        text += lineText;
     }
     EXPECT_EQ(joined(tape::toText(page)), joined(text));
     const QByteArray kept = QJsonDocument(tape::toJson(page)).toJson();

@@ -22,7 +22,7 @@ TEST(Sale, IsJournalledPrintedAndCounted)
         {{0x3C, {"64", "", "", "", "", "", "", "", "+70000000000", "ООО Ферма", "7701234567"}}, 1},
         {bind(), 1},
         {item("2.000", "60.05", "2", "33"), 3},
-        {text(QStringLiteral("До свидания"), 16), 3},
+        {text("До свидания", 16), 3},
         {item("0.333", "10.00", "6"), 3},
         {subtotal(), 5},
         {pay(1, "50.00"), 7},
@@ -57,23 +57,16 @@ TEST(Sale, LooksLikeAReceipt)
         rig.device.tape().clear();
         rig.run({{0xA2, {"20", "2", to866("Вход со двора")}}, open(2), item("2.000", "60.00"),
             item("1.000", "61.00", "11"), item("2.000", "61.00", "12"), subtotal(), pay(0, "400.00"),
-            text(QStringLiteral("К О Н Е Ц")), finish()});
+            text("К О Н Е Ц"), finish()});
         const auto right = [width](const QString& left, const QString& value) {
             return left + value.rightJustified(width - left.size());
         };
         // In this order, with other lines between them.
-        const QStringList expected{QStringLiteral("ЭМУЛЯТОР, НЕ ЧЕК"), QStringLiteral("ООО \"РОМАШКА\""),
-            QStringLiteral("Вход со двора"), QStringLiteral("КАССОВЫЙ ЧЕК"), QStringLiteral("ПРИХОД"),
-            QStringLiteral("Молоко"), right(QStringLiteral("  2.000 x 60.00"), QStringLiteral("=120.00")),
-            QStringLiteral("  НДС 10%"), right(QStringLiteral("ИТОГ"), QStringLiteral("=303.00")),
-            right(QStringLiteral("НАЛИЧНЫМИ"), QStringLiteral("=400.00")),
-            right(QStringLiteral("СДАЧА"), QStringLiteral("=97.00")),
-            right(QStringLiteral("СУММА НДС 10%"), QStringLiteral("=10.91")),
-            right(QStringLiteral("СУММА НДС 22%"), QStringLiteral("=11.00")),
-            right(QStringLiteral("СУММА НДС 22/122"), QStringLiteral("=22.00")), QStringLiteral("СНО: ОСН"),
-            QStringLiteral("К О Н Е Ц"), QStringLiteral("КАССИР: Иванова"),
-            right(QStringLiteral("ФН: 9999078900001234"), QStringLiteral("ФД: 3")),
-            QStringLiteral("СПАСИБО ЗА ПОКУПКУ!")};
+        const QStringList expected{"ЭМУЛЯТОР, НЕ ЧЕК", "ООО \"РОМАШКА\"", "Вход со двора", "КАССОВЫЙ ЧЕК",
+            "ПРИХОД", "Молоко", right("  2.000 x 60.00", "=120.00"), "  НДС 10%", right("ИТОГ", "=303.00"),
+            right("НАЛИЧНЫМИ", "=400.00"), right("СДАЧА", "=97.00"), right("СУММА НДС 10%", "=10.91"),
+            right("СУММА НДС 22%", "=11.00"), right("СУММА НДС 22/122", "=22.00"), "СНО: ОСН", "К О Н Е Ц",
+            "КАССИР: Иванова", right("ФН: 9999078900001234", "ФД: 3"), "СПАСИБО ЗА ПОКУПКУ!"};
         EXPECT_EQ(missingFrom(rig.device.tape().text(), expected), "");
         for (const QString& line : rig.device.tape().lines())
             EXPECT_LE(line.size(), width) << line.toStdString();
@@ -130,12 +123,11 @@ TEST(Day, AddsUp)
         (QList<QByteArray>{
             "150.00", "40.00", "0.00", "0.00", "0.00", "0.00", "0.00", "0.00", "0.00", "500.00", "60.00"}));
     rig.device.tape().clear();
-    EXPECT_EQ(rig.code({0x60, {to866(QStringLiteral("Петрова"))}}), 0);
+    EXPECT_EQ(rig.code({0x60, {to866("Петрова")}}), 0);
     const QString report = rig.device.tape().text().simplified();
-    for (const QString& part : {QStringLiteral("ПРИХОД: 2 =150.00 НАЛИЧНЫМИ =100.00 БЕЗНАЛИЧНЫМИ =30.00"),
-             QStringLiteral("(КРЕДИТ) =20.00"), QStringLiteral("ВОЗВРАТ ПРИХОДА: 1 =40.00"),
-             QStringLiteral("ВНЕСЕНИЕ: 1 =500.00 ИЗЪЯТИЕ: 1 =60.00 АННУЛИРОВАНО ДОКУМЕНТОВ 1"),
-             QStringLiteral("В ДЕНЕЖНОМ ЯЩИКЕ =500.00"), QStringLiteral("КАССИР: Петрова")})
+    for (const QString& part : {"ПРИХОД: 2 =150.00 НАЛИЧНЫМИ =100.00 БЕЗНАЛИЧНЫМИ =30.00", "(КРЕДИТ) =20.00",
+             "ВОЗВРАТ ПРИХОДА: 1 =40.00", "ВНЕСЕНИЕ: 1 =500.00 ИЗЪЯТИЕ: 1 =60.00 АННУЛИРОВАНО ДОКУМЕНТОВ 1",
+             "В ДЕНЕЖНОМ ЯЩИКЕ =500.00", "КАССИР: Петрова"})
         EXPECT_TRUE(report.contains(part)) << part.toStdString() << "\n" << report.toStdString();
     EXPECT_EQ(rig.code({0x61, {"", ""}}), 0);
     EXPECT_EQ(lastEntry(rig).value("sales"), "150.00");
@@ -145,5 +137,5 @@ TEST(Day, AddsUp)
     EXPECT_EQ(rig.ask(0xA4, {"1"}), "6");
     rig.device.tape().clear();
     EXPECT_EQ(rig.code({0x65, {"4"}}), 0);
-    EXPECT_TRUE(rig.device.tape().text().contains(QStringLiteral("СНО: Патент")));
+    EXPECT_TRUE(rig.device.tape().text().contains("СНО: Патент"));
 }
