@@ -13,19 +13,7 @@
 
 namespace {
 
-struct Interruption
-{
-    Protocol protocol;
-    FaultKind kind;
-};
-
-void PrintTo(const Interruption& interruption, std::ostream* stream)
-{
-    *stream << (interruption.protocol == Protocol::Hex ? "HEX, " : "XML, ")
-            << faultInfo(interruption.kind).text;
-}
-
-class InterruptedSale : public testing::TestWithParam<Interruption>
+class InterruptedSale : public testing::TestWithParam<std::tuple<Protocol, FaultKind>>
 {
 };
 
@@ -37,17 +25,17 @@ qsizetype timesStored(const Rig& rig, const QString& goods)
 }
 
 /// False when the sale had fewer exchanges.
-bool interrupt(const Interruption& interruption, int exchange)
+bool interrupt(Protocol protocol, FaultKind kind, int exchange)
 {
     const QString goods = QStringLiteral("Товар");
     Random content(1, 4);
     const receipt::Receipt receipt = drawSale(goods, content);
     sale::SqliteStore journal(QStringLiteral(":memory:"));
     Report report;
-    Rig rig(interruption.protocol);
-    Host host(rig, journal, report, {interruption.protocol});
+    Rig rig(protocol);
+    Host host(rig, journal, report, {protocol});
     host.start();
-    rig.line.planFault(exchange, interruption.kind);
+    rig.line.planFault(exchange, kind);
     const SaleResult first = host.sell(QStringLiteral("the-sale"), receipt, nullptr);
     if (!first.hasFailed() && first.faults.isEmpty())
         return false;
@@ -60,20 +48,20 @@ bool interrupt(const Interruption& interruption, int exchange)
 
 TEST_P(InterruptedSale, IsIssuedOnce)
 {
+    const auto [protocol, kind] = GetParam();
     int exchange = 0;
-    while (interrupt(GetParam(), exchange))
+    while (interrupt(protocol, kind, exchange))
         ++exchange;
-    EXPECT_GE(exchange, GetParam().protocol == Protocol::Hex ? 14 : 4);
+    EXPECT_GE(exchange, protocol == Protocol::Hex ? 14 : 4);
 }
 
 INSTANTIATE_TEST_SUITE_P(Campaign, InterruptedSale,
-    testing::Values(Interruption{Protocol::Hex, FaultKind::HostKilledBefore},
-        Interruption{Protocol::Hex, FaultKind::HostKilledAfter},
-        Interruption{Protocol::Hex, FaultKind::PowerCutBefore},
-        Interruption{Protocol::Hex, FaultKind::PowerCutAfter},
-        Interruption{Protocol::Xml, FaultKind::HostKilledBefore},
-        Interruption{Protocol::Xml, FaultKind::HostKilledAfter},
-        Interruption{Protocol::Xml, FaultKind::PowerCutBefore},
-        Interruption{Protocol::Xml, FaultKind::PowerCutAfter}));
+    testing::Combine(testing::Values(Protocol::Hex, Protocol::Xml),
+        testing::Values(FaultKind::HostKilledBefore, FaultKind::HostKilledAfter, FaultKind::PowerCutBefore,
+            FaultKind::PowerCutAfter)),
+    [](const auto& test) {
+        return (std::get<0>(test.param) == Protocol::Hex ? "HEX" : "XML")
+            + std::to_string(static_cast<int>(std::get<1>(test.param)));
+    });
 
 } // namespace

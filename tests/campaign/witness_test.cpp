@@ -88,11 +88,6 @@ struct Step
     bool needsClosedShift = false;
 };
 
-Step receiptStep(const char* name, const QByteArray& json)
-{
-    return {name, [json](Till& till) { till.sell(json); }};
-}
-
 QByteArray receiptText(const QByteArray& head, const QByteArray& items, const QByteArray& sum = "10")
 {
     return "{" + head + R"("items":[)" + items + R"(],"payments":[{"type":"cash","sum":)" + sum + "}]}";
@@ -101,31 +96,34 @@ QByteArray receiptText(const QByteArray& head, const QByteArray& items, const QB
 const QByteArray milk = R"({"name":"Молоко","price":10,"quantity":1,"amount":10,"tax":{"type":"vat10"}})";
 const QByteArray jacket = R"({"name":"Куртка","price":10,"quantity":1,"amount":10,"tax":{"type":"vat10"},
     "paymentObject":"commodityWithMarking","markingCode":"0104600000000015215!Ab1cD\u001d93dGVz"})";
+const QByteArray wideText = R"(,{"type":"text","text":"wide","doubleWidth":true})";
 const QByteArray osn = R"("type":"sell","taxationType":"osn",)";
 const QByteArray byPetrova = R"("type":"sell","taxationType":"osn","operator":{"name":"Петрова"},)";
+
+Step receiptStep(
+    const char* name, const QByteArray& items, const QByteArray& head = osn, const QByteArray& sum = "10")
+{
+    return {name, [json = receiptText(head, items, sum)](Till& till) { till.sell(json); }};
+}
 
 const QList<Step>& steps()
 {
     static const QList<Step> list{
-        receiptStep("sale", receiptText(osn, milk)),
-        receiptStep("sale by Petrova", receiptText(byPetrova, milk)),
-        receiptStep("sale without tax system", receiptText(R"("type":"sell",)", milk)),
+        receiptStep("sale", milk),
+        receiptStep("sale by Petrova", milk, byPetrova),
+        receiptStep("sale without tax system", milk, R"("type":"sell",)"),
+        receiptStep("sale of another tax system", milk, R"("type":"sell","taxationType":"usnIncome",)"),
+        receiptStep("return", milk, R"("type":"sellReturn","taxationType":"osn",)"),
+        receiptStep("with change", milk, osn, "500"),
+        receiptStep("by mail", milk, osn + R"("clientInfo":{"emailOrPhone":"a@b.example"},)"),
+        receiptStep("with text", milk + wideText),
         receiptStep(
-            "sale of another tax system", receiptText(R"("type":"sell","taxationType":"usnIncome",)", milk)),
-        receiptStep("return", receiptText(R"("type":"sellReturn","taxationType":"osn",)", milk)),
-        receiptStep("with change", receiptText(osn, milk, "500")),
-        receiptStep("by mail", receiptText(osn + R"("clientInfo":{"emailOrPhone":"a@b.example"},)", milk)),
-        receiptStep(
-            "with text", receiptText(osn, milk + R"(,{"type":"text","text":"wide","doubleWidth":true})")),
-        receiptStep("with barcode",
-            receiptText(
-                osn, milk + R"(,{"type":"barcode","barcode":"4601234567890","barcodeType":"EAN13"})")),
-        receiptStep("marked", receiptText(osn, jacket)),
-        receiptStep("two goods", receiptText(osn, milk + "," + milk, "20")),
+            "with barcode", milk + R"(,{"type":"barcode","barcode":"4601234567890","barcodeType":"EAN13"})"),
+        receiptStep("marked", jacket),
+        receiptStep("two goods", milk + "," + milk, osn, "20"),
         {"refused on the way, in a wide font",
             [](Till& till) {
-                receipt::Receipt broken = receipt::receiptFromText(
-                    receiptText(osn, jacket + R"(,{"type":"text","text":"wide","doubleWidth":true})"));
+                receipt::Receipt broken = receipt::receiptFromText(receiptText(osn, jacket + wideText));
                 broken.items[0].position.setCount(-1);
                 sale::IssueOptions options{till.line};
                 options.cashier = petrova;
@@ -242,21 +240,15 @@ TEST_P(Protocols, SaleCostsFewExchanges)
 TEST_P(Protocols, CashThatWentInIsCounted)
 {
     const bool isHex = GetParam() == Protocol::Hex;
-    const struct
-    {
-        FaultKind fault;
-        bool isLast;
-        sale::Outcome outcome;
-        int times;
-    } rows[] = {
-        {FaultKind::None, true, sale::Outcome::Issued, 1},
-        {FaultKind::Silence, true, isHex ? sale::Outcome::NotIssued : sale::Outcome::Issued, 1},
-        {FaultKind::Lost, true, sale::Outcome::Issued, isHex ? 1 : 2},
+    const std::tuple<FaultKind, sale::Outcome, int> rows[] = {
+        {FaultKind::None, sale::Outcome::Issued, 1},
+        {FaultKind::Silence, isHex ? sale::Outcome::NotIssued : sale::Outcome::Issued, 1},
+        {FaultKind::Lost, sale::Outcome::Issued, isHex ? 1 : 2},
         // Over XML that is the answer to the second request, and the second one comes with the count.
-        {FaultKind::Late, true, sale::Outcome::Issued, isHex ? 1 : 2},
-        {FaultKind::PaperOut, true, sale::Outcome::NotIssued, 1},
+        {FaultKind::Late, sale::Outcome::Issued, isHex ? 1 : 2},
+        {FaultKind::PaperOut, sale::Outcome::NotIssued, 1},
     };
-    for (const auto& row : rows) {
+    for (const auto& [fault, outcome, times] : rows) {
         Till till(GetParam());
         till.moveCash(DocumentKind::CashIn, 1000);
         // The exchanges of the next one are the same, and its last but those behind it is the document.
@@ -264,14 +256,14 @@ TEST_P(Protocols, CashThatWentInIsCounted)
         till.moveCash(DocumentKind::CashIn, 1000);
         const int cost = till.rig().line.requestCount() - start;
         const int behind = isHex ? 0 : 7;
-        if (row.fault != FaultKind::None)
-            till.rig().line.planFault(cost - 1 - behind, row.fault);
+        if (fault != FaultKind::None)
+            till.rig().line.planFault(cost - 1 - behind, fault);
         const qint64 cash = till.rig().device.state().drawer.cash;
         const sale::DocumentResult result = till.moveCash(DocumentKind::CashIn, 100);
-        EXPECT_EQ(result.verdict.outcome, row.outcome) << static_cast<int>(row.fault);
-        EXPECT_EQ(result.verdict.times, row.times) << static_cast<int>(row.fault);
-        const int went = row.outcome == sale::Outcome::Issued ? row.times : 0;
-        EXPECT_EQ(till.rig().device.state().drawer.cash - cash, 10'000 * went) << static_cast<int>(row.fault);
+        EXPECT_EQ(result.verdict.outcome, outcome) << static_cast<int>(fault);
+        EXPECT_EQ(result.verdict.times, times) << static_cast<int>(fault);
+        const int went = outcome == sale::Outcome::Issued ? times : 0;
+        EXPECT_EQ(till.rig().device.state().drawer.cash - cash, 10'000 * went) << static_cast<int>(fault);
     }
 }
 
@@ -283,15 +275,9 @@ TEST_P(Protocols, NeighboursDocumentIsNotTakenForOurs)
     constexpr auto notIssued = sale::Outcome::NotIssued;
     constexpr auto unknown = sale::Outcome::Unknown;
     const bool isHex = GetParam() == Protocol::Hex;
-    const struct
-    {
-        FaultKind close;
-        FaultKind neighbour;
-        /// Over HEX a document that is not closed is still open, and a neighbour has to wait.
-        sale::Outcome hex;
-        sale::Outcome own;
-        sale::Outcome shared;
-    } rows[] = {
+    // What it comes to over HEX, where a document that is not closed is still open and a neighbour has to
+    // wait, on a line of our own, and on a shared one.
+    const std::tuple<FaultKind, FaultKind, sale::Outcome, sale::Outcome, sale::Outcome> rows[] = {
         {Silence, None, notIssued, notIssued, notIssued},
         {Silence, NeighbourSells, notIssued, notIssued, notIssued},
         // On a line of our own that is ours by definition.
@@ -308,24 +294,24 @@ TEST_P(Protocols, NeighboursDocumentIsNotTakenForOurs)
         {Lost, NeighbourPrintsTotals, issued, issued, unknown},
         {Lost, NeighbourRegisters, unknown, unknown, unknown},
     };
-    for (const auto& row : rows) {
+    for (const auto& [close, neighbour, ofHex, ofOwn, ofShared] : rows) {
         for (const bool isOwn : {true, false}) {
             Till till(GetParam(), isOwn);
             const QByteArray text = receiptText(osn, milk);
             till.sell(text);
             const int start = till.rig().line.requestCount();
             till.sell(text);
-            const int close = till.rig().line.requestCount() - start - 1 - (isHex ? 1 : 0);
-            till.rig().line.planFault(close, row.close);
+            const int exchange = till.rig().line.requestCount() - start - 1 - (isHex ? 1 : 0);
+            till.rig().line.planFault(exchange, close);
             till.rig().line.setOurSale(sale::movementOf(receipt::receiptFromText(text)));
-            if (row.neighbour != None)
-                till.rig().line.planFault(close + 1, row.neighbour);
+            if (neighbour != None)
+                till.rig().line.planFault(exchange + 1, neighbour);
             const sale::IssueResult result = till.sell(text);
             EXPECT_TRUE(result.failure);
-            const sale::Outcome own = isHex ? row.hex : row.own;
-            const sale::Outcome shared = isHex && row.close == Silence ? row.hex : row.shared;
+            const sale::Outcome own = isHex ? ofHex : ofOwn;
+            const sale::Outcome shared = isHex && close == Silence ? ofHex : ofShared;
             EXPECT_EQ(result.verdict.outcome, isOwn ? own : shared)
-                << static_cast<int>(row.close) << ' ' << static_cast<int>(row.neighbour) << ' ' << isOwn;
+                << static_cast<int>(close) << ' ' << static_cast<int>(neighbour) << ' ' << isOwn;
         }
     }
 }

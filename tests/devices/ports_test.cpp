@@ -25,18 +25,13 @@ namespace {
 
 TEST(PortInfo, NameToKeepIsTheOneThatOthersCannotTake)
 {
-    const struct
-    {
-        const char* serialNumber;
-        const char* byId;
-        const char* byPath;
-        const char* kept;
-    } rows[] = {{"A1", "/id", "/path", "/id"}, {"", "/id", "/path", "/path"}, {"", "/id", "", "/id"},
-        {"A1", "", "/path", "/path"}, {"", "", "", "/dev/ttyS0"}};
-    for (const auto& row : rows) {
+    const std::tuple<const char*, const char*, const char*, const char*> rows[]
+        = {{"A1", "/id", "/path", "/id"}, {"", "/id", "/path", "/path"}, {"", "/id", "", "/id"},
+            {"A1", "", "/path", "/path"}, {"", "", "", "/dev/ttyS0"}};
+    for (const auto& [serialNumber, byId, byPath, kept] : rows) {
         const devices::PortInfo info{
-            .path = "/dev/ttyS0", .serialNumber = row.serialNumber, .byId = row.byId, .byPath = row.byPath};
-        EXPECT_EQ(info.stableName(), row.kept);
+            .path = "/dev/ttyS0", .serialNumber = serialNumber, .byId = byId, .byPath = byPath};
+        EXPECT_EQ(info.stableName(), kept);
     }
 }
 

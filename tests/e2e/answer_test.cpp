@@ -74,25 +74,20 @@ TEST_P(Told, OfADocumentIsWhatTheRegisterHas)
 
 TEST_P(Told, OfAFailureHasAKind)
 {
-    const struct
-    {
-        const char* command;
-        int status;
-        const char* kind;
-        const char* state;
-    } rows[] = {{"cash-out 5000", 4, "cash", "notIssued"}, {"sell %text.txt", 2, "data", "notIssued"},
-        {"--id till-1:42 sell %return.json", 2, "data", "notIssued"},
-        {"--port /nowhere sell %sale.json", 1, "line", "notIssued"}, {"sell", 2, "data", "notIssued"},
-        {"sell --wait x %sale.json", 2, "data", "notIssued"}, {"params get nonsense", 1, "other", ""},
-        {"time yesterday", 2, "data", ""}, {"time set 2001-01-01T00:00:00", 2, "data", ""},
-        {"--expect-serial 77 sell %sale.json", 1, "wrongRegister", "notIssued"},
-        {"--expect-serial 77 open-shift", 1, "wrongRegister", "notIssued"},
-        {"--expect-serial 77 drawer open", 1, "wrongRegister", ""}, {"nonsense", 2, "data", ""}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.command);
-        const QJsonObject told = ask(row.command, row.status);
-        EXPECT_EQ(told.value("error")["kind"], QLatin1String(row.kind));
-        EXPECT_EQ(told.value("state").toString(), QLatin1String(row.state));
+    const std::tuple<const char*, int, const char*, const char*> rows[]
+        = {{"cash-out 5000", 4, "cash", "notIssued"}, {"sell %text.txt", 2, "data", "notIssued"},
+            {"--id till-1:42 sell %return.json", 2, "data", "notIssued"},
+            {"--port /nowhere sell %sale.json", 1, "line", "notIssued"}, {"sell", 2, "data", "notIssued"},
+            {"sell --wait x %sale.json", 2, "data", "notIssued"}, {"params get nonsense", 1, "other", ""},
+            {"time yesterday", 2, "data", ""}, {"time set 2001-01-01T00:00:00", 2, "data", ""},
+            {"--expect-serial 77 sell %sale.json", 1, "wrongRegister", "notIssued"},
+            {"--expect-serial 77 open-shift", 1, "wrongRegister", "notIssued"},
+            {"--expect-serial 77 drawer open", 1, "wrongRegister", ""}, {"nonsense", 2, "data", ""}};
+    for (const auto& [command, status, kind, state] : rows) {
+        SCOPED_TRACE(command);
+        const QJsonObject told = ask(command, status);
+        EXPECT_EQ(told.value("error")["kind"], QLatin1String(kind));
+        EXPECT_EQ(told.value("state").toString(), QLatin1String(state));
     }
     EXPECT_TRUE(emulator.sales().isEmpty());
     ask("--id till-1:43 sell %sale.json");

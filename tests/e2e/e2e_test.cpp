@@ -209,13 +209,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(Frctl, FailureIsToldAndLeavesThePortClosed)
 {
-    const struct
-    {
-        const char* emulator;
-        QStringList command;
-        int status;
-        const char* errors;
-    } rows[] = {
+    const std::tuple<const char*, QStringList, int, const char*> rows[] = {
         {"--faults silence@1+", {"status"}, 1, "Нет связи с ФР"},
         {"", {"sell", example("text.txt")}, 2, "line 1: "},
         {"", {"refund", example("sale.json")}, 2, "type: is no return"},
@@ -225,40 +219,36 @@ TEST(Frctl, FailureIsToldAndLeavesThePortClosed)
         {"", {"cash-out", "5000"}, 4, "frctl: Отрицательный результат\n"},
         {"--paper-out", {"print", example("text.txt")}, 1, "умаг"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.errors);
-        const Emulator emulator(words(row.emulator));
-        const Result result = run(emulator, "HEX", row.command, "--log-level info --json");
-        EXPECT_EQ(result.status, row.status);
-        EXPECT_TRUE(result.errors.contains(row.errors)) << result.errors.constData();
-        EXPECT_EQ(result.errors.count("likely causes: "), QByteArray(row.emulator).count("silence"));
-        EXPECT_EQ(result.errors.contains("frctl: the document was not issued"), row.status == 4);
+    for (const auto& [settings, command, status, errors] : rows) {
+        SCOPED_TRACE(errors);
+        const Emulator emulator(words(settings));
+        const Result result = run(emulator, "HEX", command, "--log-level info --json");
+        EXPECT_EQ(result.status, status);
+        EXPECT_TRUE(result.errors.contains(errors)) << result.errors.constData();
+        EXPECT_EQ(result.errors.count("likely causes: "), QByteArray(settings).count("silence"));
+        EXPECT_EQ(result.errors.contains("frctl: the document was not issued"), status == 4);
         const bool wasOpened = result.errors.contains("Порт открыт");
-        EXPECT_EQ(wasOpened, row.status != 2);
+        EXPECT_EQ(wasOpened, status != 2);
         EXPECT_EQ(result.errors.contains("Порт закрыт"), wasOpened);
         const QJsonObject json = QJsonDocument::fromJson(result.output).object();
         EXPECT_FALSE(json.value("error")["text"].toString().isEmpty()) << result.output.constData();
-        EXPECT_TRUE(emulator.journal().isEmpty() || row.status != 2);
+        EXPECT_TRUE(emulator.journal().isEmpty() || status != 2);
         EXPECT_TRUE(devices::SerialPortDevice(emulator.port()).open());
     }
 }
 
 TEST(Frctl, InterruptionClosesThePort)
 {
-    const struct
-    {
-        const char* faults;
-        const char* command;
-        const char* after;
-    } rows[] = {{"--faults silence@1+", "status", "Соединение с устройством"},
-        {"", "params list", "Получение параметра 2 0"}};
-    for (const auto& row : rows) {
+    const std::tuple<const char*, const char*, const char*> rows[]
+        = {{"--faults silence@1+", "status", "Соединение с устройством"},
+            {"", "params list", "Получение параметра 2 0"}};
+    for (const auto& [faults, command, after] : rows) {
         for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) {
-            const Emulator emulator(words(row.faults));
+            const Emulator emulator(words(faults));
             const Result result = interruptFrctl(words("--protocol HEX --log-level debug --port "
-                                                     + emulator.port() + ' ' + QLatin1String(row.command)),
-                row.after, signal);
-            EXPECT_EQ(result.status, 130) << row.command << signal;
+                                                     + emulator.port() + ' ' + QLatin1String(command)),
+                after, signal);
+            EXPECT_EQ(result.status, 130) << command << signal;
             EXPECT_TRUE(result.errors.contains("Порт закрыт")) << result.errors.constData();
         }
     }
@@ -286,29 +276,24 @@ TEST(Frctl, LeftoversOnTheLineAreDropped)
 // Also where the program was started without standard streams: the line must not become one of them.
 TEST(Frctl, OutputThatNobodyTakesIsAnErrorAndNoLostSale)
 {
-    const struct
-    {
-        const char* command;
-        const char* redirection;
-        int status;
-        const char* errors;
-    } rows[] = {{"status", ">/dev/full", 1, "frctl: standard output: "},
-        {"--help", ">/dev/full", 1, "frctl: standard output: "},
-        {"open-shift", ">/dev/full", 1, "document 2: the document was issued; do not repeat it"},
-        {"sell " FRSPF_EXAMPLES "/sale.json", ">/dev/full", 1, "the document was issued"},
-        {"--log-level trace --json cash-in 5", ">&3 2>&3", 1, ""},
-        {"status", ">&-", 1, "frctl: standard output: "},
-        {"--log-level trace status", "<&- >&- 2>&-", 1, ""}};
+    const std::tuple<const char*, const char*, int, const char*> rows[]
+        = {{"status", ">/dev/full", 1, "frctl: standard output: "},
+            {"--help", ">/dev/full", 1, "frctl: standard output: "},
+            {"open-shift", ">/dev/full", 1, "document 2: the document was issued; do not repeat it"},
+            {"sell " FRSPF_EXAMPLES "/sale.json", ">/dev/full", 1, "the document was issued"},
+            {"--log-level trace --json cash-in 5", ">&3 2>&3", 1, ""},
+            {"status", ">&-", 1, "frctl: standard output: "},
+            {"--log-level trace status", "<&- >&- 2>&-", 1, ""}};
     const Emulator emulator;
-    for (const auto& row : rows) {
-        const QString redirection = QLatin1String(row.redirection);
+    for (const auto& [command, streams, status, errors] : rows) {
+        const QString redirection = QLatin1String(streams);
         // Descriptor 3 is a pipe whose reader has gone.
         const QString script = QStringLiteral("exec 3> >(true); wait $!; " FRCTL " --plugin " SPF_PLUGIN
                                               " --cashier И --protocol HEX --port %1 %2 %3")
-                                   .arg(emulator.port(), QLatin1String(row.command), redirection);
+                                   .arg(emulator.port(), QLatin1String(command), redirection);
         const Result result = runShell(script);
-        EXPECT_EQ(result.status, row.status) << row.command << row.redirection << result.errors.constData();
-        EXPECT_TRUE(result.errors.contains(row.errors)) << result.errors.constData();
+        EXPECT_EQ(result.status, status) << command << streams << result.errors.constData();
+        EXPECT_TRUE(result.errors.contains(errors)) << result.errors.constData();
     }
     EXPECT_EQ(typesOf(emulator.journal()), (QStringList{"openShift", "sell", "cashIn"}));
 }

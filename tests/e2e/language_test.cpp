@@ -81,18 +81,15 @@ TEST(Language, ChangesNothingOfAnAnswerButItsTexts)
     file.write(
         "{\"type\": \"sell\", \"items\": [{\"type\": \"position\", \"name\": 5}]}\n{\"a\": tru}\n{\"\xff\": 1}\n");
     file.close();
-    const struct
-    {
-        QStringList command;
-        bool hasTexts;
-    } rows[] = {{{"check", file.fileName()}, true}, {{"sell", file.fileName()}, true}, {{"doctor"}, true},
-        {{"check", markedSale}, false}, {{"names", "fields"}, false}};
-    for (const auto& row : rows) {
-        const QJsonObject english = jsonOf(runIn("en", QStringList{"--json"} + row.command));
-        const QJsonObject russian = jsonOf(runIn("ru", QStringList{"--json"} + row.command));
-        ASSERT_FALSE(english.isEmpty()) << row.command.first().toStdString();
-        EXPECT_EQ(withoutTexts(russian), withoutTexts(english)) << row.command.first().toStdString();
-        EXPECT_EQ(russian != english, row.hasTexts) << row.command.first().toStdString();
+    const std::pair<QStringList, bool> rows[]
+        = {{{"check", file.fileName()}, true}, {{"sell", file.fileName()}, true}, {{"doctor"}, true},
+            {{"check", markedSale}, false}, {{"names", "fields"}, false}};
+    for (const auto& [command, hasTexts] : rows) {
+        const QJsonObject english = jsonOf(runIn("en", QStringList{"--json"} + command));
+        const QJsonObject russian = jsonOf(runIn("ru", QStringList{"--json"} + command));
+        ASSERT_FALSE(english.isEmpty()) << command.first().toStdString();
+        EXPECT_EQ(withoutTexts(russian), withoutTexts(english)) << command.first().toStdString();
+        EXPECT_EQ(russian != english, hasTexts) << command.first().toStdString();
     }
     const Result checked = runIn("ru", {"check", file.fileName()});
     EXPECT_FALSE(checked.output.contains("строка ")) << checked.output.constData();

@@ -85,14 +85,7 @@ QStringList faultAtClose(const char* fault)
 
 TEST_F(Outcome, DisturbedCloseIsJudged)
 {
-    const struct
-    {
-        const char* fault;
-        int status;
-        const char* state;
-        int receipts;
-        const char* exception;
-    } rows[] = {
+    const std::tuple<const char*, int, const char*, int, const char*> rows[] = {
         {"silence", 4, "notIssued", 0, "FrNoConnectionException"},
         {"lost", 3, "issued", 1, "FrNoConnectionException"},
         {"badcheck", 3, "issued", 1, "FrCommandException"},
@@ -101,14 +94,14 @@ TEST_F(Outcome, DisturbedCloseIsJudged)
         {"paper-ends-quietly", 3, "issued", 1, "FrPaperException"},
         {"restart", 4, "notIssued", 0, "FrCommandException"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.fault);
+    for (const auto& [fault, status, state, receipts, exception] : rows) {
+        SCOPED_TRACE(fault);
         QFile::remove(folder.filePath("sales.sqlite"));
-        const Emulator emulator(faultAtClose(row.fault));
-        const QJsonObject failed = sell(emulator, row.status, row.state);
-        EXPECT_EQ(failed.value("error")["exception"], QLatin1String(row.exception));
-        ASSERT_EQ(emulator.sales().size(), row.receipts);
-        if (row.receipts == 0)
+        const Emulator emulator(faultAtClose(fault));
+        const QJsonObject failed = sell(emulator, status, state);
+        EXPECT_EQ(failed.value("error")["exception"], QLatin1String(exception));
+        ASSERT_EQ(emulator.sales().size(), receipts);
+        if (receipts == 0)
             continue;
         const QJsonObject again = sell(emulator, 0, "issued");
         for (const QJsonObject& answer : {failed, again})
@@ -131,22 +124,17 @@ TEST_F(Outcome, InterruptedSaleIsCancelledAndInTheJournal)
 
 TEST_F(Outcome, InterruptedOperationTellsWhatIsKnown)
 {
-    const struct
-    {
-        const char* line;
-        QStringList command;
-        const char* state;
-    } rows[] = {
+    const std::tuple<const char*, QStringList, const char*> rows[] = {
         {"Открытие смены", {"sell", FRSPF_EXAMPLES "/sale.json"}, "notIssued"},
         {"Открытие смены", {"open-shift"}, "running"},
         {"Закрытие чека", {"sell", FRSPF_EXAMPLES "/sale.json"}, "running"},
     };
-    for (const auto& row : rows) {
-        const Emulator emulator(faultAt(row.line, "silence", row.command));
+    for (const auto& [line, command, state] : rows) {
+        const Emulator emulator(faultAt(line, "silence", command));
         const QTemporaryDir journal;
         const QStringList options{"--protocol", "HEX", "--port", emulator.port(), "--json", "--log-level",
             "debug", "--journal", journal.filePath("sales")};
-        answerOf(interruptFrctl(options + row.command, row.line, SIGTERM), 130, row.state);
+        answerOf(interruptFrctl(options + command, line, SIGTERM), 130, state);
     }
 }
 

@@ -45,25 +45,19 @@ QJsonObject longReceipt(int positions)
 
 TEST(Preview, IsWhatTheRegisterPrints)
 {
-    struct Row
-    {
-        const char* protocol;
-        const char* width;
-        const char* command;
-        const char* file;
-    };
-    const Row rows[]{{"XML", "44", "sell", "sale.json"}, {"XML", "48", "refund", "return.json"},
-        {"HEX", "44", "sell", "barcodes-hex.json"}, {"HEX", "48", "sell", "marked-sale.json"}};
-    for (const Row& row : rows) {
-        const Emulator emulator({"--width", row.width});
-        const Result sold = runFrctl(
-            {"--port", emulator.port(), "--protocol", row.protocol, row.command, exampleFile(row.file)});
+    const std::tuple<const char*, const char*, const char*, const char*> rows[]
+        = {{"XML", "44", "sell", "sale.json"}, {"XML", "48", "refund", "return.json"},
+            {"HEX", "44", "sell", "barcodes-hex.json"}, {"HEX", "48", "sell", "marked-sale.json"}};
+    for (const auto& [protocol, width, command, file] : rows) {
+        const Emulator emulator({"--width", width});
+        const Result sold
+            = runFrctl({"--port", emulator.port(), "--protocol", protocol, command, exampleFile(file)});
         ASSERT_EQ(sold.status, 0) << sold.errors.toStdString();
-        const Result preview = runFrctl({"--protocol", row.protocol, "--width", row.width, "--journal",
-            "/dev/null/journal", "preview", exampleFile(row.file)});
+        const Result preview = runFrctl({"--protocol", protocol, "--width", width, "--journal",
+            "/dev/null/journal", "preview", exampleFile(file)});
         ASSERT_EQ(preview.status, 0) << preview.errors.toStdString();
         const QString part = receiptPart(QString::fromUtf8(preview.output));
-        EXPECT_TRUE(part.contains(QStringLiteral("ИТОГ"))) << row.file;
+        EXPECT_TRUE(part.contains(QStringLiteral("ИТОГ"))) << file;
         EXPECT_EQ(part.toStdString(), receiptPart(emulator.tape()).toStdString());
     }
 }

@@ -205,20 +205,15 @@ TEST(Trace, ReplayGoesToTheTestRegisterThatIsMeant)
         EXPECT_EQ(refused.status, 1);
         EXPECT_TRUE(refused.errors.contains("7281000000000001")) << refused.errors.constData();
         const Emulator test({"--drive", "9999000000000001"});
-        const struct
-        {
-            QStringList options;
-            int status;
-            const char* told;
-        } rows[] = {
+        const std::tuple<QStringList, int, const char*> rows[] = {
             {{"--expect-serial", "17"}, 1, "17"},
             {{"--expect-serial", "17", "--force"}, 1, "17"},
             {{"--protocol", protocol == "hex" ? "XML" : "HEX"}, 2, "protocol"},
         };
-        for (const auto& row : rows) {
-            const Result result = runFrctl(replay + QStringList{test.port()} + row.options);
-            EXPECT_EQ(result.status, row.status) << row.options.join(' ').toStdString();
-            EXPECT_TRUE(result.errors.contains(row.told)) << result.errors.constData();
+        for (const auto& [options, status, told] : rows) {
+            const Result result = runFrctl(replay + QStringList{test.port()} + options);
+            EXPECT_EQ(result.status, status) << options.join(' ').toStdString();
+            EXPECT_TRUE(result.errors.contains(told)) << result.errors.constData();
         }
         EXPECT_TRUE(test.journal().isEmpty());
         const Result forced = runFrctl(replay + QStringList{fiscal.port(), "--force"});

@@ -26,25 +26,21 @@ QString offered(const QString& line)
 
 TEST(Completion, OffersWhatTheTableHas)
 {
-    const struct
-    {
-        const char* line;
-        const char* offered;
-        const char* notOffered;
-    } rows[] = {{"sta", " status ", " sell "}, {"''", " sell ", " --drop "},
-        {"--pro", " --protocol ", " status "}, {"--protocol ''", " HEX XML hex xml ", " status "},
-        {"--protocol h", " hex ", " HEX "}, {"names tax", " tax-systems taxes ", " units "},
-        {"--log-level ''", " trace debug info ", "LEVEL"}, {"preview --png /et", " /etc ", "--"},
-        {"--protocol = X", " XML ", " HEX "}, {"--port sell --protocol HEX dra", " drawer ", "state"},
-        {"--protocol = HEX dra", " drawer ", " HEX "}, {"drawer ''", " open state ", " get "},
-        {"time ''", " get set ", " TIME "}, {"help sel", " sell ", " status "},
-        {"sell --dr", " --drop ", " status "}, {"status --dr", " ", "--drop"},
-        {"info --p", " --plugin ", "--port"}, {"sell /et", " /etc ", "--"}, {"--option ''", " ", "BIT"},
-        {"status /et", " ", "/etc"}, {"detect /de", " /dev ", "--"}, {"trace show /et", " /etc ", "--"}};
-    for (const auto& row : rows) {
-        const QString words = offered(row.line);
-        EXPECT_TRUE(words.contains(row.offered)) << row.line << ':' << words.toStdString();
-        EXPECT_FALSE(words.contains(row.notOffered)) << row.line << ':' << words.toStdString();
+    const std::tuple<const char*, const char*, const char*> rows[]
+        = {{"sta", " status ", " sell "}, {"''", " sell ", " --drop "}, {"--pro", " --protocol ", " status "},
+            {"--protocol ''", " HEX XML hex xml ", " status "}, {"--protocol h", " hex ", " HEX "},
+            {"names tax", " tax-systems taxes ", " units "},
+            {"--log-level ''", " trace debug info ", "LEVEL"}, {"preview --png /et", " /etc ", "--"},
+            {"--protocol = X", " XML ", " HEX "}, {"--port sell --protocol HEX dra", " drawer ", "state"},
+            {"--protocol = HEX dra", " drawer ", " HEX "}, {"drawer ''", " open state ", " get "},
+            {"time ''", " get set ", " TIME "}, {"help sel", " sell ", " status "},
+            {"sell --dr", " --drop ", " status "}, {"status --dr", " ", "--drop"},
+            {"info --p", " --plugin ", "--port"}, {"sell /et", " /etc ", "--"}, {"--option ''", " ", "BIT"},
+            {"status /et", " ", "/etc"}, {"detect /de", " /dev ", "--"}, {"trace show /et", " /etc ", "--"}};
+    for (const auto& [line, expected, notOffered] : rows) {
+        const QString words = offered(line);
+        EXPECT_TRUE(words.contains(expected)) << line << ':' << words.toStdString();
+        EXPECT_FALSE(words.contains(notOffered)) << line << ':' << words.toStdString();
     }
 }
 

@@ -53,17 +53,14 @@ TEST(Doctor, TellsADriveThatEndsAndDocumentsThatWait)
 
 TEST(Doctor, NamesAGroupOnlyWhereItOpensThePortAndNothingElse)
 {
-    const struct
-    {
-        PortRights rights;
-        const char* advice;
-    } rows[] = {{{"root", "dialout", 0660, false}, "usermod -aG dialout "},
-        {{"root", "root", 0660, false}, "udev rule (KERNEL==\"ttyS0\""},
-        {{"root", "dialout", 0600, false}, "udev rule"},
-        {{"root", "tty", 0620, true}, "pty of a program of root"}};
-    for (const auto& row : rows) {
-        const QString advice = portAdvice("/dev/ttyS0", row.rights);
-        EXPECT_TRUE(advice.contains(row.advice)) << advice.toStdString();
+    const std::pair<PortRights, const char*> rows[]
+        = {{{"root", "dialout", 0660, false}, "usermod -aG dialout "},
+            {{"root", "root", 0660, false}, "udev rule (KERNEL==\"ttyS0\""},
+            {{"root", "dialout", 0600, false}, "udev rule"},
+            {{"root", "tty", 0620, true}, "pty of a program of root"}};
+    for (const auto& [rights, expected] : rows) {
+        const QString advice = portAdvice("/dev/ttyS0", rights);
+        EXPECT_TRUE(advice.contains(expected)) << advice.toStdString();
         EXPECT_FALSE(advice.contains("-aG root")) << advice.toStdString();
     }
 }
@@ -99,31 +96,18 @@ TEST(Doctor, JournalIsThatOfTheMachinesService)
 // What comes first is of the other protocol, or of none.
 TEST(FirstAnswer, IsKnownByItsFirstBytes)
 {
-    const struct
-    {
-        bool isHex;
-        QByteArray bytes;
-        bool isForeign;
-    } rows[] = {{false, "<?xml", false}, {false, "<?xml?><ErrorCode>5002</ErrorCode>", true},
-        {false, "\x06", true},
-        {false,
-            "\x02"
-            "1",
-            true},
-        {true, "\x06", false},
-        {true,
-            "\x02"
-            "1",
-            false},
-        {true, "<?xml", true}, {true, "", false}};
-    for (const auto& row : rows) {
-        FirstAnswer answer(row.isHex, nullptr);
+    const QByteArray frame = QByteArray("\x02") + "1";
+    const std::tuple<bool, QByteArray, bool> rows[] = {{false, "<?xml", false},
+        {false, "<?xml?><ErrorCode>5002</ErrorCode>", true}, {false, "\x06", true}, {false, frame, true},
+        {true, "\x06", false}, {true, frame, false}, {true, "<?xml", true}, {true, "", false}};
+    for (const auto& [isHex, bytes, isForeign] : rows) {
+        FirstAnswer answer(isHex, nullptr);
         // What others have left is no answer.
         answer.received("x");
         EXPECT_FALSE(answer.isForeign());
         answer.sent("?");
-        answer.received(row.bytes);
-        EXPECT_EQ(answer.isForeign(), row.isForeign) << row.bytes.constData();
+        answer.received(bytes);
+        EXPECT_EQ(answer.isForeign(), isForeign) << bytes.constData();
     }
 }
 

@@ -37,12 +37,7 @@ private:
 
 TEST_F(Language, IsThatOfTheCommandLineOrElseOfTheFirstVariableThatSaysSomething)
 {
-    const struct
-    {
-        QList<QByteArray> environment;
-        const char* arguments;
-        const char* language;
-    } rows[] = {
+    const std::tuple<QList<QByteArray>, const char*, const char*> rows[] = {
         {{}, "status", "en"},
         {{"", "", "ru_RU.UTF-8"}, "status", "ru"},
         {{"", "ru"}, "status", "ru"},
@@ -62,11 +57,11 @@ TEST_F(Language, IsThatOfTheCommandLineOrElseOfTheFirstVariableThatSaysSomething
         {{"ru"}, "--lang de", "ru"},
         {{}, "status --lang", "en"},
     };
-    for (const auto& row : rows) {
+    for (const auto& [environment, arguments, language] : rows) {
         for (qsizetype index = 0; index < 3; ++index)
-            qputenv(variables[index], row.environment.value(index));
-        EXPECT_EQ(languageOf(QString::fromLatin1(row.arguments).split(QLatin1Char(' '))), row.language)
-            << row.environment.value(0).constData() << ' ' << row.arguments;
+            qputenv(variables[index], environment.value(index));
+        EXPECT_EQ(languageOf(QString::fromLatin1(arguments).split(QLatin1Char(' '))), language)
+            << environment.value(0).constData() << ' ' << arguments;
     }
 }
 

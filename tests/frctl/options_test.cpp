@@ -42,11 +42,7 @@ TEST(Options, AreRead)
 
 TEST(Options, NameARegisterOfAService)
 {
-    const struct
-    {
-        const char* port;
-        const char* service;
-    } rows[] = {{"service:till1", "http://127.0.0.1:8403"},
+    const std::pair<const char*, const char*> rows[] = {{"service:till1", "http://127.0.0.1:8403"},
         {"service://localhost:9000/till1", "http://localhost:9000"},
         {"service://[::1]/till1", "http://[::1]:8403"},
         // Nobody's token goes over an open line because a word was left out.
@@ -56,11 +52,11 @@ TEST(Options, NameARegisterOfAService)
         {"service://shop/till2/../till1", nullptr}, {"service://shop/%2e%2E/till1", nullptr},
         {"service:https://shop/./till1", nullptr}, {"service:https://shop//till1", nullptr},
         {"service://user@shop/till1", nullptr}, {"service://shop:99999/till1", nullptr}};
-    for (const auto& row : rows) {
-        const std::optional<ServicePort> port = servicePortOf(row.port);
-        ASSERT_EQ(port.has_value(), row.service != nullptr) << row.port;
+    for (const auto& [name, service] : rows) {
+        const std::optional<ServicePort> port = servicePortOf(name);
+        ASSERT_EQ(port.has_value(), service != nullptr) << name;
         if (port) {
-            EXPECT_EQ(port->service.toString(), QString(row.service)) << row.port;
+            EXPECT_EQ(port->service.toString(), QString(service)) << name;
             EXPECT_EQ(port->registerName, QStringLiteral("till1"));
         }
     }
@@ -243,21 +239,13 @@ protected:
 
 TEST_F(Texts, AreCheckedBeforeTheyAreSent)
 {
+    const QByteArray withMark = QByteArray("\xEF\xBB\xBF") + "a\r\n\r\nb\r\n";
     const QByteArray longLine = "a\n" + QByteArray("я").repeated(45);
     const QByteArray sale
         = R"({"type": "sell", "payments": [{"type": "cash", "sum": 1}], "items": [{"name": "a",
         "price": 1, "quantity": 1, "amount": 1, "tax": {"type": "none"}}], "operator": {"name": ")"
         + QByteArray("я").repeated(49) + R"(", "vatin": "772100000041"}})";
-    const struct
-    {
-        const char* command;
-        QByteArray bytes;
-        const char* options;
-        const char* result;
-    } rows[] = {{"print",
-                    "\xEF\xBB\xBF"
-                    "a\r\n\r\nb\r\n",
-                    "", ""},
+    const std::tuple<const char*, QByteArray, const char*, const char*> rows[] = {{"print", withMark, "", ""},
         {"print", "a\xCF\xF0", "", "usage .*offset 1.*"}, {"print", "a\n\x1B[2J", "", "check .*text:2"},
         {"print", "a\tb", "", "check .*text:1"},
         {"print", "«Лавка»\n☕ 5 ₽", "--protocol HEX", ".*text:2"},
@@ -272,10 +260,10 @@ TEST_F(Texts, AreCheckedBeforeTheyAreSent)
         // What is said of a cashier whom the command line replaces is of no matter.
         {"sell", sale, "--protocol HEX --strict --cashier Иванова", ""},
         {"sell", sale, "--protocol HEX --cashier-inn 772100000040", "operator.name"}};
-    for (const auto& row : rows) {
-        const QString result = said(row.command, row.bytes, row.options);
-        const QRegularExpression expected(QRegularExpression::anchoredPattern(row.result));
-        EXPECT_TRUE(expected.match(result).hasMatch()) << row.bytes.toStdString() << result.toStdString();
+    for (const auto& [command, bytes, options, pattern] : rows) {
+        const QString result = said(command, bytes, options);
+        const QRegularExpression expected(QRegularExpression::anchoredPattern(pattern));
+        EXPECT_TRUE(expected.match(result).hasMatch()) << bytes.toStdString() << result.toStdString();
     }
 }
 

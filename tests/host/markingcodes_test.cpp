@@ -56,14 +56,6 @@ TEST(MarkingCodes, OtherCodesComeBackAsTheyAre)
         EXPECT_EQ(FrUtils::getMarkingCodeWithSeparators(code), code);
 }
 
-struct Product
-{
-    QString code;
-    ExciseMarkType type;
-    int tag;
-    QString bytes;
-};
-
 TEST(MarkingCodes, ProductCodeFollowsTheFormOfTheCode)
 {
     const QString stamp20
@@ -73,7 +65,7 @@ TEST(MarkingCodes, ProductCodeFollowsTheFormOfTheCode)
     const QString gs1LikePack = QStringLiteral("01046004399312") + QStringLiteral("5621") + QString(11, u'x');
     const QString fur = QStringLiteral("RU-401301-AAA0277031");
     const QString longText = QString(40, QLatin1Char('q'));
-    const Product products[] = {
+    const std::tuple<QString, ExciseMarkType, int, QString> products[] = {
         {QStringLiteral("46198488"), MarkNone, 1301, QStringLiteral("46198488")},
         {QStringLiteral("4606203090785"), MarkCommon, 1302, QStringLiteral("4606203090785")},
         {QStringLiteral("14601234567890"), MarkCommon, 1303, QStringLiteral("14601234567890")},
@@ -96,11 +88,11 @@ TEST(MarkingCodes, ProductCodeFollowsTheFormOfTheCode)
         {Head + longText, MarkCommon, 1300, (Head + longText).left(32)},
         {QString(), MarkCommon, 1300, QString()},
     };
-    for (const Product& row : products) {
-        const FdRequisite requisite = FrUtils::createNomenclatureCodeRequisiteFFD12(row.code, row.type);
-        EXPECT_EQ(static_cast<int>(requisite.getTag()), row.tag) << row.code.toStdString();
+    for (const auto& [code, type, tag, bytes] : products) {
+        const FdRequisite requisite = FrUtils::createNomenclatureCodeRequisiteFFD12(code, type);
+        EXPECT_EQ(static_cast<int>(requisite.getTag()), tag) << code.toStdString();
         EXPECT_EQ(requisite.getSourceData().typeId(), QMetaType::QByteArray);
-        EXPECT_EQ(requisite.getSourceData().toByteArray(), row.bytes.toLatin1()) << row.code.toStdString();
+        EXPECT_EQ(requisite.getSourceData().toByteArray(), bytes.toLatin1()) << code.toStdString();
     }
 }
 

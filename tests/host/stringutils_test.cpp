@@ -6,25 +6,9 @@
 
 namespace {
 
-struct Case
-{
-    const char* left;
-    const char* right;
-    int width;
-    QList<const char*> lines;
-};
-
-QStringList texts(const QList<const char*>& lines)
-{
-    QStringList result;
-    for (const char* line : lines)
-        result.append(QString::fromUtf8(line));
-    return result;
-}
-
 TEST(WrappedString, LeftAndRightAreLaidOutOnTheWidth)
 {
-    const Case cases[] = {
+    const std::tuple<QString, QString, int, QStringList> cases[] = {
         {"* Код", "15", 10, {"* Код   15"}},
         {"abcdefg", "15", 10, {"abcdefg 15"}},
         {"abcdefgh", "15", 10, {"abcdefgh", "        15"}},
@@ -39,12 +23,9 @@ TEST(WrappedString, LeftAndRightAreLaidOutOnTheWidth)
         {"a", "b\nc", 5, {"a   b", "    c"}},
         {"abc", "de", 0, {"abc de"}},
     };
-    for (const Case& row : cases) {
-        EXPECT_EQ(
-            stringutils::wrappedString(QString::fromUtf8(row.left), QString::fromUtf8(row.right), row.width),
-            texts(row.lines))
-            << row.left << '|' << row.right << '|' << row.width;
-    }
+    for (const auto& [left, right, width, lines] : cases)
+        EXPECT_EQ(stringutils::wrappedString(left, right, width), lines)
+            << left.toStdString() << '|' << right.toStdString() << '|' << width;
 }
 
 TEST(RemoveControlCharacters, LineFeedsStayOnlyWhenAskedFor)

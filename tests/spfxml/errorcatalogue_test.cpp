@@ -4,18 +4,10 @@
 
 namespace {
 
-struct ErrorCase
-{
-    int category;
-    int code;
-    const char* description;
-    const char* expected;
-};
-
 // What the cashier reads. The printer table comes first for the printer category and for no other.
 TEST(ErrorCatalogue, joinsCategoryAndMessage)
 {
-    const ErrorCase cases[] = {
+    const std::tuple<int, int, const char*, const char*> cases[] = {
         {2, 2005, "", "Ошибка ФН. Некорректное состояние ФН"},
         {1, 1007, "", "Внутренняя ошибка. Недостаточно средств в денежном ящике"},
         {5, 5009, "", "Ошибка POS терминала. На текущий момент команда не поддерживается"},
@@ -30,11 +22,10 @@ TEST(ErrorCatalogue, joinsCategoryAndMessage)
         {6, 1001, "", "Некорректный документ"},
         {-1, -1, "", "Неизвестная ошибка"},
     };
-    for (const ErrorCase& c : cases) {
+    for (const auto& [category, code, description, expected] : cases) {
         const tr::TrList message
-            = spf::utils::getErrorMessage(c.category, c.code, QString::fromUtf8(c.description));
-        EXPECT_EQ(message.joinRu(QStringLiteral(". ")).toStdString(), c.expected)
-            << c.category << ' ' << c.code;
+            = spf::utils::getErrorMessage(category, code, QString::fromUtf8(description));
+        EXPECT_EQ(message.joinRu(QStringLiteral(". ")).toStdString(), expected) << category << ' ' << code;
     }
 }
 

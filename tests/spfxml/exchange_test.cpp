@@ -125,14 +125,7 @@ TEST_F(ExchangeTest, findsItsAnswerOrFails)
     const QByteArray good = successAnswer(id, QStringLiteral("<pa n='5' t='7'><pa n='1' t='1'>да</pa></pa>"));
     const QByteArray foreign = successAnswer(foreignId, QStringLiteral("<pa/>"));
     const std::string answered = "5:7{1:1=да}";
-    const struct
-    {
-        const char* what;
-        QList<QByteArray> portions;
-        int attempts;
-        std::string expected;
-        qsizetype sends;
-    } cases[] = {
+    const std::tuple<const char*, QList<QByteArray>, int, std::string, qsizetype> cases[] = {
         {"in pieces, blanks first", {"\r\n ", good.left(1), good.mid(1, 9), good.mid(10)}, 1, answered, 1},
         {"foreign answer first", {foreign, good + "\n"}, 1, answered, 1},
         {"foreign answer, then a tail", {foreign + good.left(20), good.mid(20)}, 1, malformed, 1},
@@ -149,10 +142,10 @@ TEST_F(ExchangeTest, findsItsAnswerOrFails)
         {"fault of the port", {"fault"}, 5, "ComDriverException: Невозможно получить данные", 1},
         {"lost connection", {"lost"}, 5, "FrCommandException: Нет связи", 1},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(exchange(c.portions, c.attempts), c.expected) << c.what;
-        EXPECT_EQ(sent.size(), c.sends) << c.what;
-        EXPECT_EQ(sent.count(sent.value(0)), c.sends) << c.what << ": every attempt sends the same bytes";
+    for (const auto& [what, portions, attempts, expected, sends] : cases) {
+        EXPECT_EQ(exchange(portions, attempts), expected) << what;
+        EXPECT_EQ(sent.size(), sends) << what;
+        EXPECT_EQ(sent.count(sent.value(0)), sends) << what << ": every attempt sends the same bytes";
     }
 }
 

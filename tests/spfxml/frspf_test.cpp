@@ -86,15 +86,9 @@ TEST_F(Operations, deriveModelAndFontsFromTheStatus)
 
 TEST_F(Operations, sendTheirTreesAsTheShiftAllows)
 {
-    struct Case
-    {
-        const char* shift;
-        Operation call;
-        const char* sent;
-    };
     const char* const open = "ShiftState=1";
     const char* const closed = "ShiftState=0";
-    const Case cases[]{
+    const std::tuple<const char*, Operation, const char*> cases[]{
         {closed, [&] { driver.openShift(); }, "4 x5 2:7{1021:1=%2 касса Ёж 1203:1=77}"},
         {open, [&] { driver.zReport(); }, "6 x5 5:7{1021:1=%2 касса Ёж 1203:1=77}"},
         {closed, [&] { EXPECT_TRUE(driver.setDateTime(moment)); },
@@ -106,10 +100,10 @@ TEST_F(Operations, sendTheirTreesAsTheShiftAllows)
         {closed, [&] { driver.printFnDocument(0x100000007); }, "16 x5 100000:7{1040:4=7}"},
     };
     driver.cashierLogin({"Ёж", "%2 касса", "77"});
-    for (const Case& c : cases) {
-        script->answers[44] = c.shift;
-        c.call();
-        EXPECT_THAT(script->taken(), ElementsAre(c.sent));
+    for (const auto& [shift, call, sent] : cases) {
+        script->answers[44] = shift;
+        call();
+        EXPECT_THAT(script->taken(), ElementsAre(sent));
     }
     driver.cashierLogin({"Ёж", {}, {}});
     driver.openShift();

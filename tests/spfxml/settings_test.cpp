@@ -21,13 +21,7 @@ QList<FrParameter> paths(const QStringList& values)
 
 TEST_F(Settings, writeWhatTheirPathsName)
 {
-    struct Case
-    {
-        QStringList values;
-        bool done;
-        std::vector<std::string> sent;
-    };
-    const Case cases[]{
+    const std::tuple<QStringList, bool, std::vector<std::string>> cases[] = {
         {{"MACRO.KKTCounters.PrintZeroCounters.true"}, true,
             {"56 x5 200005:7{MACRO:7{KKTCounters:7{PrintZeroCounters:1=true}}}"}},
         // A value keeps its points and ends at a line feed; of the same path the last one counts; the tree is
@@ -40,9 +34,9 @@ TEST_F(Settings, writeWhatTheirPathsName)
         // The hyphen does not match.
         {{"IMS.ims-client.ims_session_interval_tr_sec.60"}, false, {}},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(driver.setParams(paths(c.values)), c.done) << c.values.join('|').toStdString();
-        EXPECT_EQ(script->taken(), c.sent) << c.values.join('|').toStdString();
+    for (const auto& [values, done, sent] : cases) {
+        EXPECT_EQ(driver.setParams(paths(values)), done) << values.join('|').toStdString();
+        EXPECT_EQ(script->taken(), sent) << values.join('|').toStdString();
     }
     script->failing = 56;
     EXPECT_FALSE(driver.setParams(paths({"PRN.Printer.NarrowWidth.1"})));

@@ -11,15 +11,8 @@ const tape::Picture dots{QStringLiteral("ЛОГОТИП"), 9, 2, QByteArray::fro
 const tape::Code shelf{
     tape::Symbology::Ean13, QStringLiteral("4601234567890"), -1, 2, 100, tape::CodeCaption::Below};
 
-struct Case
-{
-    tape::Line line;
-    QStringList text;
-    const char* json;
-};
-
 // On paper of 12 characters.
-const QList<Case> cases{
+const QList<std::tuple<tape::Line, QStringList, const char*>> cases{
     {tape::TextLine::of("Хлеб"), {"Хлеб"}, R"("Хлеб")"},
     {tape::TextLine(), {""}, R"({"cells":[]})"},
     {tape::TextLine::of("", tape::Attribute::Bold), {"■"},
@@ -59,13 +52,13 @@ TEST(Tape, LinesHaveATextAndComeBackFromDisk)
 {
     tape::Page page{12, {}};
     QStringList text;
-    for (const Case& c : cases) {
-        EXPECT_EQ(joined(tape::toText(c.line, 12)), joined(c.text)) << c.json;
-        EXPECT_EQ(QJsonDocument(QJsonArray{tape::toJson(c.line)}).toJson(QJsonDocument::Compact),
-            '[' + QByteArray(c.json) + ']');
-        EXPECT_EQ(tape::lineFromJson(parsed(c.json)), c.line) << c.json;
-        page.lines.append(c.line);
-        text += c.text;
+    for (const auto& [line, lineText, json] : cases) {
+        EXPECT_EQ(joined(tape::toText(line, 12)), joined(lineText)) << json;
+        EXPECT_EQ(QJsonDocument(QJsonArray{tape::toJson(line)}).toJson(QJsonDocument::Compact),
+            '[' + QByteArray(json) + ']');
+        EXPECT_EQ(tape::lineFromJson(parsed(json)), line) << json;
+        page.lines.append(line);
+        text += lineText;
     }
     EXPECT_EQ(joined(tape::toText(page)), joined(text));
     const QByteArray kept = QJsonDocument(tape::toJson(page)).toJson();
@@ -96,21 +89,14 @@ TEST(Tape, WhatNobodyHasWrittenIsNoPage)
 
 TEST(Tape, AttributesOfTheWireTellHowMuchFitsOnALine)
 {
-    struct Columns
-    {
-        int bits;
-        tape::Attributes attributes;
-        int on44;
-        int on48;
-    };
-    const Columns fonts[]{{0, {}, 44, 48}, {1, tape::Attribute::Small, 64, 64},
-        {8, tape::Attribute::Bold, 44, 48}, {16, tape::Attribute::DoubleHeight, 44, 48},
-        {32, tape::Attribute::DoubleWidth, 24, 24}, {48, wideAndHigh, 24, 24},
-        {33, {tape::Attribute::Small | tape::Attribute::DoubleWidth}, 32, 32},
-        {128, tape::Attribute::Inverse, 44, 48}, {2 | 4 | 64, {}, 44, 48}};
-    for (const Columns& font : fonts) {
-        EXPECT_EQ(tape::attributesOf(font.bits), font.attributes) << font.bits;
-        EXPECT_EQ(tape::columns(font.attributes, 44), font.on44) << font.bits;
-        EXPECT_EQ(tape::columns(font.attributes, 48), font.on48) << font.bits;
+    const std::tuple<int, tape::Attributes, int, int> fonts[]
+        = {{0, {}, 44, 48}, {1, tape::Attribute::Small, 64, 64}, {8, tape::Attribute::Bold, 44, 48},
+            {16, tape::Attribute::DoubleHeight, 44, 48}, {32, tape::Attribute::DoubleWidth, 24, 24},
+            {48, wideAndHigh, 24, 24}, {33, {tape::Attribute::Small | tape::Attribute::DoubleWidth}, 32, 32},
+            {128, tape::Attribute::Inverse, 44, 48}, {2 | 4 | 64, {}, 44, 48}};
+    for (const auto& [bits, attributes, on44, on48] : fonts) {
+        EXPECT_EQ(tape::attributesOf(bits), attributes) << bits;
+        EXPECT_EQ(tape::columns(attributes, 44), on44) << bits;
+        EXPECT_EQ(tape::columns(attributes, 48), on48) << bits;
     }
 }

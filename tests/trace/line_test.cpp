@@ -18,11 +18,7 @@ const QByteArray line = "2026-03-01T14:05:09.123456+03:00 2 < 06 HEX ACK\n";
 // Lines that something else begins with are for the next reader to see, and what is not a trace is refused.
 TEST(Lines, ReaderIsStrict)
 {
-    const struct
-    {
-        QByteArray text;
-        const char* error;
-    } rows[] = {
+    const std::pair<QByteArray, const char*> rows[] = {
         {"", "line 1"},
         {line, "line 1"},
         {"# frtrace 2 masked\n" + line, "line 1"},
@@ -34,13 +30,13 @@ TEST(Lines, ReaderIsStrict)
         {head + "2026-13-01T14:05:09.123456+03:00 2 < 06 HEX ACK\n" + line, "line 2: has no time"},
         {head + "2026-03-01T14:05:09.123456 2 < 06 HEX ACK\n" + line, "line 2"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.text.constData());
+    for (const auto& [text, expected] : rows) {
+        SCOPED_TRACE(text.constData());
         try {
-            trace::readTrace(row.text);
+            trace::readTrace(text);
             ADD_FAILURE() << "was read";
         } catch (const trace::TraceError& error) {
-            EXPECT_EQ(std::string(error.what()).rfind(row.error, 0), 0U) << error.what();
+            EXPECT_EQ(std::string(error.what()).rfind(expected, 0), 0U) << error.what();
         }
     }
 }
@@ -105,11 +101,7 @@ TEST(Lines, FramesAreAssembled)
     const QByteArray bitmap("\x1B"
                             "BM\x02\x03\x1B",
         6);
-    const struct
-    {
-        Direction direction;
-        QList<QByteArray> frames;
-    } rows[] = {
+    const std::pair<Direction, QList<QByteArray>> rows[] = {
         {Direction::ToHost, {answer(' ', "A0").insert(7, '\x06').insert(9, '\x06'), answer('!', "A0")}},
         {Direction::ToRegister, {request(' ', "A0"), "\x05", request('!', "30", "Хлеб,,1.000,")}},
         {Direction::ToRegister, {request(' ', "E2", "5,"), bitmap, bitmap, request('!', "A0")}},
@@ -123,25 +115,22 @@ TEST(Lines, FramesAreAssembled)
         {Direction::ToRegister, {xmlRequest("a", 58), xmlRequest("b", 2)}},
         {Direction::ToHost, {"\r\n", xmlAnswer("a", 58) + "\r\n", xmlAnswer("b", 2)}},
     };
-    for (const auto& row : rows) {
-        const QByteArray stream = row.frames.join();
+    const auto shown = [](QList<QByteArray> frames) {
+        // Blanks behind a document belong to it when they come with it.
+        for (QByteArray& frame : frames)
+            frame = frame.startsWith('<') || frame.trimmed().isEmpty() ? frame.trimmed() : frame;
+        frames.removeAll(QByteArray());
+        return frames.join('|').toHex(' ').toStdString();
+    };
+    for (const auto& [direction, sent] : rows) {
+        const QByteArray stream = sent.join();
         for (const qsizetype size : {qsizetype{1}, qsizetype{7}, stream.size()}) {
-            trace::Framer framer(row.direction);
-            QByteArray all;
+            trace::Framer framer(direction);
             QList<QByteArray> frames;
             for (qsizetype at = 0; at < stream.size(); at += size)
                 frames += framer.feed(stream.mid(at, size));
             EXPECT_EQ(framer.takeRest().trimmed(), QByteArray());
-            // Blanks behind a document belong to it when they come with it.
-            for (QByteArray& frame : frames)
-                frame = frame.startsWith('<') ? frame.trimmed() : frame;
-            QList<QByteArray> expected = row.frames;
-            for (QByteArray& frame : expected)
-                frame = frame.startsWith('<') ? frame.trimmed() : frame;
-            frames.removeIf([](const QByteArray& frame) { return frame.trimmed().isEmpty(); });
-            expected.removeIf([](const QByteArray& frame) { return frame.trimmed().isEmpty(); });
-            EXPECT_EQ(frames.join('|').toHex(' ').toStdString(), expected.join('|').toHex(' ').toStdString())
-                << size;
+            EXPECT_EQ(shown(frames), shown(sent)) << size;
         }
     }
 }

@@ -23,15 +23,8 @@ QByteArray escaped(QByteArray document)
     return document.left(start) + tree.toUtf8() + document.mid(end + 3);
 }
 
-struct Row
-{
-    Direction direction;
-    QByteArray frame;
-    QByteArray masked;
-};
-
 // One after the other, as on one line.
-const QList<Row> maskRows{
+const QList<std::tuple<Direction, QByteArray, QByteArray>> maskRows{
     {Direction::ToRegister, request(' ', "20", "2,,\x88\xA2\xA0 \x80. P,772100000040,,1,+79991234567,0,"),
         request(' ', "20", "2,,\x95\xE5\xE5 \x95. X,000000000000,,1,+00000000000,0,")},
     {Direction::ToRegister, request(' ', "6B", "Ира,7721,"), request(' ', "6B", "Ххх,0000,")},
@@ -102,14 +95,14 @@ TEST(Mask, PeopleAndPasswordsGetStandIns)
 {
     trace::Mask mask;
     trace::Mask again;
-    for (const Row& row : maskRows) {
-        const QByteArray masked = mask.masked({0, 1, row.direction, row.frame});
+    for (const auto& [direction, frame, expected] : maskRows) {
+        const QByteArray masked = mask.masked({0, 1, direction, frame});
         EXPECT_EQ(masked.toPercentEncoding("<>/ ").toStdString(),
-            withStandInPassword(row.masked).toPercentEncoding("<>/ ").toStdString());
-        EXPECT_EQ(masked.size(), row.frame.size());
-        EXPECT_EQ(again.masked({0, 1, row.direction, masked}), masked) << "once is enough";
-        EXPECT_EQ(trace::Decoder().decode({0, 1, row.direction, masked}).fault.toStdString(),
-            trace::Decoder().decode({0, 1, row.direction, row.frame}).fault.toStdString());
+            withStandInPassword(expected).toPercentEncoding("<>/ ").toStdString());
+        EXPECT_EQ(masked.size(), frame.size());
+        EXPECT_EQ(again.masked({0, 1, direction, masked}), masked) << "once is enough";
+        EXPECT_EQ(trace::Decoder().decode({0, 1, direction, masked}).fault.toStdString(),
+            trace::Decoder().decode({0, 1, direction, frame}).fault.toStdString());
     }
 }
 

@@ -11,11 +11,7 @@ using namespace frames;
 // One after the other, as on one line; a millisecond lies between two.
 TEST(Meaning, FramesAreToldInWords)
 {
-    const struct
-    {
-        trace::Frame frame;
-        const char* text;
-    } rows[] = {
+    const std::pair<trace::Frame, const char*> rows[] = {
         {toRegister(request(' ', "A0")), "HEX RequestStateStatus(A0) id=20"},
         {toHost(answer(' ', "A0", "0,4,0,")),
             "HEX RequestStateStatus(A0) ok id=20 fatal=0 flags=4 document=0 1.000 ms"},
@@ -57,14 +53,14 @@ TEST(Meaning, FramesAreToldInWords)
     };
     trace::Decoder decoder;
     qint64 now = 0;
-    for (const auto& row : rows) {
-        trace::Frame frame = row.frame;
+    for (const auto& [passed, expected] : rows) {
+        trace::Frame frame = passed;
         frame.microseconds = now += 1000;
         const std::string text = decoder.decode(frame).text().toStdString();
-        if (row.frame.bytes == "\x02 A0")
-            EXPECT_EQ(text.rfind(row.text, 0), 0U) << text;
+        if (passed.bytes == "\x02 A0")
+            EXPECT_EQ(text.rfind(expected, 0), 0U) << text;
         else
-            EXPECT_EQ(text, row.text);
+            EXPECT_EQ(text, expected);
     }
 }
 

@@ -49,14 +49,8 @@ XmlRequest soldAt(const QString& price)
 const XmlRequest once = soldAt("10.00");
 const XmlRequest otherSale = soldAt("11.00");
 
-struct XmlCase
-{
-    QList<Deed<XmlRequest>> deeds;
-    const char* warnings;
-};
-
 // The shift is opened in the first exchange.
-const QList<XmlCase> xmlCases{
+const QList<std::pair<QList<Deed<XmlRequest>>, const char*>> xmlCases{
     {{{once}, {once}}, ""},
     {{{once, Lost}, {once}}, "3 outcome-not-asked, 3 receipt-repeated"},
     {{{once, Lost}, {{2, {}}}, {once}}, "4 receipt-repeated"},
@@ -75,12 +69,6 @@ const QList<XmlCase> xmlCases{
     {{{once, PaperOut}, {{2, {}}, PaperIn}, {once}}, ""},
 };
 
-struct HexCase
-{
-    QList<Deed<Step>> deeds;
-    const char* warnings;
-};
-
 QList<Deed<Step>> sell(const QByteArray& price, FaultMode fault = FaultMode::None)
 {
     return {{open(2)}, {item("1.000", price)}, {subtotal()}, {pay(0, price)}, {finish(), fault}};
@@ -92,7 +80,7 @@ QList<Deed<Step>> operator+(QList<Deed<Step>> deeds, const Step& step)
 }
 
 // The register is started and the shift opened in the first three exchanges.
-const QList<HexCase> hexCases{
+const QList<std::pair<QList<Deed<Step>>, const char*>> hexCases{
     {sell("1.00") + sell("1.00"), ""},
     {sell("1.00", Lost) + sell("1.00"), "9 outcome-not-asked, 13 receipt-repeated"},
     {sell("1.00", Lost) + Step{0xA0, {}} + sell("1.00"), "14 receipt-repeated"},
@@ -115,34 +103,34 @@ const QList<HexCase> hexCases{
 
 TEST(Conformance, WarnsOfHostsThatDoNotMindTheOutcomeOverXml)
 {
-    for (const XmlCase& c : xmlCases) {
+    for (const auto& [deeds, warnings] : xmlCases) {
         XmlRig rig;
         emulator::HostWatch watch(rig.device);
         connect(watch, rig.device, rig.line);
         rig.openShift();
         int exchange = 1;
-        for (const Deed<XmlRequest>& deed : c.deeds) {
+        for (const Deed<XmlRequest>& deed : deeds) {
             emulator::FaultPlan plan;
             plan.add(++exchange, {deed.fault, 5});
             rig.line.setFaults(plan);
             rig.send(deed.request.command, deed.request.data);
         }
-        EXPECT_EQ(warningsOf(watch), c.warnings) << &c - xmlCases.data();
+        EXPECT_EQ(warningsOf(watch), warnings) << deeds.size();
     }
 }
 
 TEST(Conformance, WarnsOfHostsThatDoNotMindTheOutcomeOverHex)
 {
-    for (const HexCase& c : hexCases) {
+    for (const auto& [deeds, warnings] : hexCases) {
         Rig rig;
         emulator::HostWatch watch(rig.device);
         connect(watch, rig.device, rig.protocol);
         rig.openShift();
-        for (const Deed<Step>& deed : c.deeds) {
+        for (const Deed<Step>& deed : deeds) {
             rig.protocol.setNextFault({deed.fault, 5});
             rig.send(deed.request);
         }
-        EXPECT_EQ(warningsOf(watch), c.warnings) << &c - hexCases.data();
+        EXPECT_EQ(warningsOf(watch), warnings) << deeds.size();
     }
 }
 

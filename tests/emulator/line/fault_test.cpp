@@ -238,43 +238,47 @@ TEST(XmlFaults, TakeTheFormOfItsDocuments)
     }
 }
 
-namespace {
-
-struct ShapeRow
-{
-    FaultMode mode;
-    /// A query whose answer takes the form, what stands in it then, and what does not any more.
-    int command;
-    const char* has;
-    const char* lacks;
-};
-
-const ShapeRow shapeRows[] = {
-    {FaultMode::ShapePlain, 2, "<ResponseData>&lt;pa n=&quot;Status&quot;", "CDATA"},
-    {FaultMode::ShapeAbsent, 2, "</ResponseBody></ArmResponse>", "ResponseData"},
-    {FaultMode::ShapeNoValues, 2, "<![CDATA[<pa n=\"Status\" t=\"7\"></pa>]]>", "LifePhase"},
-    {FaultMode::ShapeBrokenData, 2, "<![CDATA[<pa]]>", "Status"},
-    {FaultMode::ShapeFlat, 2, "<ArmResponse><ProtocolLabel>", "ResponseBody"},
-    {FaultMode::ShapeBlanks, 2, "</ArmResponse> \r\n", ""},
-    {FaultMode::ShapeNoDeclaration, 2, "<ArmResponse>", "<?xml"},
-    {FaultMode::ShapeResult00, 2, "<Result>00</Result>", ""},
-    {FaultMode::ShapeFractions, 40, "n=\"1135\" t=\"4\">0.0<", "n=\"1135\" t=\"4\">0<"},
-    {FaultMode::ShapeShift01, 44, "n=\"ShiftState\" t=\"4\">01<", ""},
-    {FaultMode::ShapeOverflow2, 2, "n=\"StatusOverflow\" t=\"4\">2<", ""},
-};
-
-} // namespace
-
 TEST(XmlFaults, ShapesAreThoseThatRegistersSend)
 {
-    for (const ShapeRow& row : shapeRows) {
-        SCOPED_TRACE(FaultPlan::modeName(row.mode).toStdString());
+    // A query whose answer takes the form, what stands in it then, and what does not any more.
+    const std::tuple<FaultMode, int, QByteArray, QByteArray> rows[] = {
+        {FaultMode::ShapePlain, 2, "<ResponseData>&lt;pa n=&quot;Status&quot;", "CDATA"},
+        {FaultMode::ShapeAbsent, 2, "</ResponseBody></ArmResponse>", "ResponseData"},
+        {FaultMode::ShapeNoValues, 2, "<![CDATA[<pa n=\"Status\" t=\"7\"></pa>]]>", "LifePhase"},
+        {FaultMode::ShapeBrokenData, 2, "<![CDATA[<pa]]>", "Status"},
+        {FaultMode::ShapeFlat, 2, "<ArmResponse><ProtocolLabel>", "ResponseBody"},
+        {FaultMode::ShapeBlanks, 2, "</ArmResponse> \r\n", ""},
+        {FaultMode::ShapeNoDeclaration, 2, "<ArmResponse>", "<?xml"},
+        {FaultMode::ShapeResult00, 2, "<Result>00</Result>", ""},
+        {FaultMode::ShapeFractions, 40, "n=\"1135\" t=\"4\">0.0<", "n=\"1135\" t=\"4\">0<"},
+        {FaultMode::ShapeShift01, 44, "n=\"ShiftState\" t=\"4\">01<", ""},
+        {FaultMode::ShapeOverflow2, 2, "n=\"StatusOverflow\" t=\"4\">2<", ""},
+    };
+    for (const auto& [mode, command, has, lacks] : rows) {
+        SCOPED_TRACE(FaultPlan::modeName(mode).toStdString());
         XmlRig rig;
         rig.openShift();
-        rig.line.setFaults(planOf(row.mode, 2));
-        const QByteArray answer = rig.send(row.command).bytes;
-        EXPECT_TRUE(answer.contains(row.has)) << answer.toStdString();
-        EXPECT_TRUE(*row.lacks == '\0' || !answer.contains(row.lacks)) << answer.toStdString();
+        rig.line.setFaults(planOf(mode, 2));
+        const QByteArray answer = rig.send(command).bytes;
+        EXPECT_TRUE(answer.contains(has)) << answer.toStdString();
+        EXPECT_TRUE(lacks.isEmpty() || !answer.contains(lacks)) << answer.toStdString();
         EXPECT_TRUE(answer.contains(rig.id().toUtf8()));
     }
+}
+
+TEST(Outbox, KeepsThePaceOfTheLine)
+{
+    emulator::VirtualClock clock;
+    emulator::Outbox outbox(clock, 9600);
+    outbox.put(QByteArray(96, 'x'));
+    EXPECT_EQ(outbox.take(), "");
+    clock.advance(50);
+    EXPECT_EQ(outbox.take().size(), 48);
+    clock.advance(1000);
+    EXPECT_EQ(outbox.take().size(), 48);
+    EXPECT_EQ(outbox.nextDue(), std::nullopt);
+    // What was idle time is not caught up with.
+    outbox.put(QByteArray(96, 'y'));
+    EXPECT_EQ(outbox.take(), "");
+    EXPECT_EQ(*outbox.nextDue() - clock.milliseconds(), 2);
 }

@@ -88,13 +88,7 @@ TEST_F(Store, DamagedForeignAndNewerStatesAreRefusedAndLeftAsTheyAre)
 {
     const QByteArray good = bytes();
     const QByteArray foreign = QByteArray(good).replace(68, 4, "ABCD");
-    const struct
-    {
-        const char* what;
-        QByteArray file;
-        QStringList statements;
-        const char* why;
-    } rows[] = {
+    const std::tuple<const char*, QByteArray, QStringList, const char*> rows[] = {
         {"no database", QByteArray(10'000, 'x'), {}, "not a database"},
         {"emptied", {}, {}, "damaged: the file is empty"},
         {"cut off", good.left(good.size() / 2), {}, "malformed"},
@@ -121,16 +115,16 @@ TEST_F(Store, DamagedForeignAndNewerStatesAreRefusedAndLeftAsTheyAre)
         {"row of no parameter", good, {digested("parameters", R"({"20":"x"})")},
             "damaged: no good value of parameters.20"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.what);
+    for (const auto& [what, damaged, statements, why] : rows) {
+        SCOPED_TRACE(what);
         QFile content(file());
-        ASSERT_TRUE(content.open(QIODevice::WriteOnly) && content.write(row.file) == row.file.size());
+        ASSERT_TRUE(content.open(QIODevice::WriteOnly) && content.write(damaged) == damaged.size());
         content.close();
-        if (!row.statements.isEmpty())
-            change(row.statements);
+        if (!statements.isEmpty())
+            change(statements);
         const QByteArray before = bytes();
         const std::string error = loadingError();
-        EXPECT_NE(error.find(row.why), std::string::npos) << error;
+        EXPECT_NE(error.find(why), std::string::npos) << error;
         EXPECT_TRUE(bytes() == before);
     }
 }

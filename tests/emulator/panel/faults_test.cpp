@@ -73,24 +73,18 @@ Step priced(const QByteArray& name, const QByteArray& price)
 TEST(Magic, KopecksChooseTheFaultOfTheirReceipt)
 {
     const QByteArray magic = to866("ТЕСТ");
-    struct Row
-    {
-        QByteArray name;
-        QByteArray price;
-        int code;
-        int documents;
-    };
-    const Row rows[] = {{magic, "1.00", 0, 3}, {magic, "5.01", -1, 2}, {magic, "5.02", -1, 3},
-        {magic, "5.22", 10, 2}, {magic, "5.99", 0, 3}, {to866("Молоко"), "5.01", 0, 3}};
-    for (const Row& row : rows) {
+    const std::tuple<QByteArray, QByteArray, int, int> rows[]
+        = {{magic, "1.00", 0, 3}, {magic, "5.01", -1, 2}, {magic, "5.02", -1, 3}, {magic, "5.22", 10, 2},
+            {magic, "5.99", 0, 3}, {to866("Молоко"), "5.01", 0, 3}};
+    for (const auto& [name, price, error, documents] : rows) {
         HexPanel rig;
         rig.faults.setMagic(true);
         openShift(rig);
-        passAll(rig, {open(2), priced(row.name, row.price), subtotal(), pay(0, row.price)});
-        EXPECT_EQ(code(rig, finish()), row.code) << row.price.constData();
-        EXPECT_EQ(rig.device.drive().last().number, row.documents) << row.price.constData();
+        passAll(rig, {open(2), priced(name, price), subtotal(), pay(0, price)});
+        EXPECT_EQ(code(rig, finish()), error) << price.constData();
+        EXPECT_EQ(rig.device.drive().last().number, documents) << price.constData();
         // It happens once.
-        EXPECT_EQ(code(rig, finish()), row.documents == 3 ? 1 : 0) << row.price.constData();
+        EXPECT_EQ(code(rig, finish()), documents == 3 ? 1 : 0) << price.constData();
     }
 }
 

@@ -4,17 +4,9 @@
 
 TEST(Panel, SwitchesAreWhatTheHostMeets)
 {
-    struct Row
-    {
-        const char* path;
-        const char* body;
-        Step step;
-        /// -1 for none that comes.
-        int code;
-        QByteArray field;
-    };
     const Step time{0xA7, {}};
-    const Row rows[] = {
+    // The answer code, -1 for none that comes, and the first field.
+    const std::tuple<const char*, const char*, Step, int, QByteArray> rows[] = {
         {"paper", R"({"state":"out"})", open(2), 8, ""},
         {"paper", R"({"state":"in"})", {0x60, {"Иванова"}}, 0, ""},
         {"cover", R"({"open":true})", open(2), 9, ""},
@@ -34,12 +26,12 @@ TEST(Panel, SwitchesAreWhatTheHostMeets)
     };
     HexPanel rig;
     openShift(rig);
-    for (const Row& row : rows) {
-        const Served served = rig.ask("PUT", QByteArray("/v1/") + row.path, row.body);
+    for (const auto& [path, body, step, error, field] : rows) {
+        const Served served = rig.ask("PUT", QByteArray("/v1/") + path, body);
         EXPECT_EQ(served.status, 200) << served.text();
-        const Reply reply = rig.parse(rig.pass(rig.frame(row.step)));
-        EXPECT_EQ(reply.code, row.code) << row.path << ' ' << row.body;
-        EXPECT_EQ(reply.fields.value(0), row.field) << row.path << ' ' << row.body;
+        const Reply reply = rig.parse(rig.pass(rig.frame(step)));
+        EXPECT_EQ(reply.code, error) << path << ' ' << body;
+        EXPECT_EQ(reply.fields.value(0), field) << path << ' ' << body;
     }
 }
 

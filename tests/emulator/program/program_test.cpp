@@ -57,27 +57,23 @@ TEST(Program, ServesTcpAndWritesJournalAndTape)
 
 TEST(Program, ServesOfTwoHostsWhomItIsToldTo)
 {
-    const struct
-    {
-        const char* rule;
-        bool isFormerServed;
-        bool isLatterServed;
-    } rows[] = {{"last", false, true}, {"first", true, false}, {"both", true, true}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.rule);
+    const std::tuple<const char*, bool, bool> rows[]
+        = {{"last", false, true}, {"first", true, false}, {"both", true, true}};
+    for (const auto& [rule, isFormerServed, isLatterServed] : rows) {
+        SCOPED_TRACE(rule);
         // Of the third answer the pieces come with the other host's question between them.
-        Program program({"--tcp", "0", "--tcp-connections", row.rule, "--faults", "split@3"});
+        Program program({"--tcp", "0", "--tcp-connections", rule, "--faults", "split@3"});
         const quint16 port = program.ready().section(':', -1).toUShort();
         TcpHost former(port, 0);
         former.ask();
         EXPECT_EQ(former.answer(), 0);
         TcpHost latter(port, 50);
         latter.ask();
-        EXPECT_EQ(latter.answer(), row.isLatterServed ? 0 : -1);
+        EXPECT_EQ(latter.answer(), isLatterServed ? 0 : -1);
         former.ask();
         latter.ask();
-        EXPECT_EQ(former.answer(), row.isFormerServed ? 0 : -1);
-        EXPECT_EQ(latter.answer(), row.isLatterServed ? 0 : -1);
+        EXPECT_EQ(former.answer(), isFormerServed ? 0 : -1);
+        EXPECT_EQ(latter.answer(), isLatterServed ? 0 : -1);
     }
 }
 

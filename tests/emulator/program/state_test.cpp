@@ -16,14 +16,8 @@ TEST(Program, ShowsTheDocumentsOfAStateThatIsInUse)
     const QString state = folder.filePath("state");
     Program program({"--tcp", "0", "--clock", "2026-03-01T09:00:00", "--state", state});
     openShift(program.ready());
-    struct Row
-    {
-        QStringList arguments;
-        int status;
-        /// In this order.
-        QStringList said;
-    };
-    const Row rows[] = {
+    // Status, and what is said in this order.
+    const std::tuple<QStringList, int, QStringList> rows[] = {
         {{"--state", state}, 0, {"2026-03-01 09:00:", "ОТЧЕТ О РЕГИСТРАЦИИ", "ОТЧЕТ ОБ ОТКРЫТИИ СМЕНЫ"}},
         {{"--state", state, "2"}, 0,
             {"1012 дата, время: 2026-03-01T09:00:", "1038 номер смены: 1\n", "ЭМУЛЯТОР, НЕ ЧЕК"}},
@@ -38,15 +32,15 @@ TEST(Program, ShowsTheDocumentsOfAStateThatIsInUse)
         {{"--state", state, "--tape", "x"}, 2, {"tape"}},
         {{"--help"}, 0, {"documents", "--state", "--json"}},
     };
-    for (const Row& row : rows) {
-        Program documents(QStringList{"documents"} + row.arguments);
+    for (const auto& [arguments, status, parts] : rows) {
+        Program documents(QStringList{"documents"} + arguments);
         documents.process.waitForFinished(patience);
-        EXPECT_EQ(documents.process.exitCode(), row.status) << row.arguments.join(' ').toStdString();
+        EXPECT_EQ(documents.process.exitCode(), status) << arguments.join(' ').toStdString();
         const QByteArray output = documents.process.readAllStandardOutput();
         const QByteArray errors = documents.process.readAllStandardError();
-        EXPECT_EQ(row.status == 0 ? errors : output, "");
+        EXPECT_EQ(status == 0 ? errors : output, "");
         const QString said = QString::fromUtf8(output + errors);
-        EXPECT_EQ(missingFrom(said, row.said), "") << said.toStdString();
+        EXPECT_EQ(missingFrom(said, parts), "") << said.toStdString();
     }
     EXPECT_FALSE(QFileInfo::exists(folder.filePath("other")));
     // A list that nobody can read is none that was shown.

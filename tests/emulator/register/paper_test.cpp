@@ -184,16 +184,8 @@ TEST(Settings, ClockIsSetInAShiftInAnEmergencyOnly)
 
 TEST(Paper, OpenCoverIsAPrinterThatIsNotReady)
 {
-    struct Row
-    {
-        const char* what;
-        QList<Step> before;
-        Step step;
-        /// The answer code under an open cover, and with the paper taken out.
-        int cover;
-        int paper;
-    };
-    const Row rows[]{
+    // The answer code under an open cover, and with the paper taken out.
+    const std::tuple<const char*, QList<Step>, Step, int, int> rows[]{
         {"report", {}, {0x60, {""}}, 9, 8},
         {"receipt", {}, open(2), 9, 8},
         {"line", {open(1)}, text(QStringLiteral("строка")), 9, 8},
@@ -202,14 +194,14 @@ TEST(Paper, OpenCoverIsAPrinterThatIsNotReady)
         {"cancellation", {open(2)}, cancel(), 0, 0},
         {"electronic receipt", {}, open(2, 1, "1"), 0, 0},
     };
-    for (const Row& row : rows) {
+    for (const auto& [what, before, step, cover, paper] : rows) {
         for (const auto& [isCoverOpen, isPaperIn] : {std::pair{true, true}, {true, false}, {false, false}}) {
             Rig rig;
             rig.openShift();
-            rig.run(row.before);
+            rig.run(before);
             rig.device.setPaper(isPaperIn);
             rig.device.setCover(isCoverOpen);
-            EXPECT_EQ(rig.code(row.step), isCoverOpen ? row.cover : row.paper) << row.what;
+            EXPECT_EQ(rig.code(step), isCoverOpen ? cover : paper) << what;
         }
     }
     XmlRig rig;

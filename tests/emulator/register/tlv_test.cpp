@@ -14,12 +14,6 @@ namespace tlv = emulator::tlv;
 
 namespace {
 
-struct Form
-{
-    const char* bytes;
-    QJsonObject requisites;
-};
-
 QByteArray fromHex(const char* digits)
 {
     return QByteArray::fromHex(digits);
@@ -34,7 +28,7 @@ QJsonObject receiptWith(const QJsonObject& fields)
 
 TEST(Tlv, HasOneFormForEachKindOfValue)
 {
-    const Form forms[] = {
+    const std::pair<const char*, QJsonObject> forms[] = {
         {"0604 0300 8fa8a2", {{"1030", "Пив"}}},
         {"0604 0000", {{"1030", ""}}},
         {"fa03 0c00 37373031323334353637 2020", {{"1018", "7701234567"}}},
@@ -55,9 +49,9 @@ TEST(Tlv, HasOneFormForEachKindOfValue)
         {"2304 0500 3704 0100 05 2304 0000",
             {{"1059", QJsonArray{QJsonObject{{"1079", "0.05"}}, QJsonObject()}}}},
     };
-    for (const Form& form : forms) {
-        EXPECT_EQ(tlv::encode(form.requisites).toHex(), fromHex(form.bytes).toHex());
-        EXPECT_EQ(tlv::decode(fromHex(form.bytes)), form.requisites) << form.bytes;
+    for (const auto& [bytes, requisites] : forms) {
+        EXPECT_EQ(tlv::encode(requisites).toHex(), fromHex(bytes).toHex());
+        EXPECT_EQ(tlv::decode(fromHex(bytes)), requisites) << bytes;
     }
 }
 

@@ -148,14 +148,7 @@ TEST(XmlStrict, SumsFitToTheKopeck)
 {
     const QString weighed = position("139.90", "1.254", "139.90").repeated(2);
     const QString third = position("0.25", "0.500", "0.25").repeated(2);
-    const struct
-    {
-        QString positions;
-        const char* cash;
-        const char* card;
-        const char* strict;
-        const char* lenient;
-    } cases[] = {
+    const std::tuple<QString, const char*, const char*, const char*, const char*> cases[] = {
         // Rounded together and each by itself.
         {weighed, "350.87", "0.00", "0.0", "0.0"},
         {weighed, "350.86", "0.00", "0.0", "0.0"},
@@ -172,13 +165,13 @@ TEST(XmlStrict, SumsFitToTheKopeck)
         {position("10.00", "0.500", "10.01"), "5.00", "0.00", "0.0", "1.1003"},
         {position("10.00", "1.000", "10.00"), "-0.00", "10.00", "0.0", "0.0"},
     };
-    for (const auto& c : cases) {
+    for (const auto& [positions, cash, card, strictError, lenientError] : cases) {
         for (const bool lenient : {false, true}) {
             XmlRig rig;
             rig.line.setLenient(lenient);
             rig.openShift();
-            const QString data = receipt(c.positions, c.cash, c.card);
-            EXPECT_EQ(rig.run(8, data), lenient ? c.lenient : c.strict) << data.toStdString();
+            const QString data = receipt(positions, cash, card);
+            EXPECT_EQ(rig.run(8, data), lenient ? lenientError : strictError) << data.toStdString();
             EXPECT_GE(rig.device.state().drawer.cash, 0);
         }
     }
