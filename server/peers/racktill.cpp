@@ -196,7 +196,12 @@ qint64 RackTill::pause(const QString& by)
 
 qint64 RackTill::resume(const QString& by)
 {
-    return order({{doName, resumeVerb}, {byName, by}});
+    const QJsonObject content{{doName, resumeVerb}, {byName, by}};
+    // Of a pause that the database was lost over this service alone knows, also when the order cannot be
+    // given.
+    if (!isOwn())
+        obey(content);
+    return order(content);
 }
 
 void RackTill::accept(const QString& by, const QString& note)

@@ -143,6 +143,7 @@ private:
 
     bool recall();
     void forgetKept();
+    bool isKeptPause(const QDateTime& since) const;
     void noteDrive(const QString& drive);
     QJsonObject toKeep() const;
     void keep();
@@ -232,6 +233,8 @@ private:
     bool m_mayHoldDrive = false;
     std::optional<QString> m_pausedBy;
     QDateTime m_pausedSince;
+    /// That of the last pause that was ended here, which may not be written down yet.
+    QDateTime m_resumed;
     /// Of which what is kept is known.
     QString m_drive;
     bool m_isRecalled = false;

@@ -50,8 +50,8 @@ bool RegisterAgent::recall()
     }
     m_unsentSince = momentOf(m_kept, unsentSinceKey);
     m_unsentLast = m_kept.value(unsentLastKey).toInteger();
-    // Somebody may have paused it just now.
-    if (!m_pausedBy && m_kept.contains(pausedByKey)) {
+    // Somebody may have paused it just now, or have ended that pause while it could not be written.
+    if (!m_pausedBy && m_kept.contains(pausedByKey) && !isKeptPause(m_resumed)) {
         m_pausedBy = m_kept.value(pausedByKey).toString();
         m_pausedSince = momentOf(m_kept, pausedSinceKey);
         qCInfo(rackLog).noquote() << name() << "is paused still, by" << *m_pausedBy;
@@ -62,8 +62,13 @@ bool RegisterAgent::recall()
 /// Another service may keep something else of it meanwhile.
 void RegisterAgent::forgetKept()
 {
-    if (std::exchange(m_isRecalled, false) && m_kept.contains(pausedByKey))
+    if (std::exchange(m_isRecalled, false) && isKeptPause(m_pausedSince))
         m_pausedBy.reset();
+}
+
+bool RegisterAgent::isKeptPause(const QDateTime& since) const
+{
+    return since.isValid() && momentOf(m_kept, pausedSinceKey) == since;
 }
 
 /// Another drive knows nothing of what was kept of the one before.

@@ -213,7 +213,12 @@ TEST_F(PeersTest, RegisterOfTwoServicesIsShownAsItsOwnerTells)
     EXPECT_EQ(two.view("till1").value("state"), "ready");
     EXPECT_EQ(two.ask("POST", "/v1/registers/till1/resume", "{}").status, 202);
     ASSERT_TRUE(becomes([&] { return !one.till.told.isEmpty(); }));
-    EXPECT_TRUE(spare.told.isEmpty());
+    // It may have a pause in mind that the database was lost over, and is told by itself then.
+    rename("orders", "hidden");
+    EXPECT_EQ(two.ask("POST", "/v1/registers/till1/resume", "{}").status, 503);
+    rename("hidden", "orders");
+    EXPECT_EQ(spare.told.size(), 2);
+    EXPECT_EQ(spare.told.filter("resume"), spare.told);
     // It changes hands.
     one.till.isOwner = false;
     one.till.state = "standby";

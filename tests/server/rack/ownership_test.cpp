@@ -1,6 +1,7 @@
 // A register that several services have in their configuration.
 
 #include "agentfixture.h"
+#include "postgres/openstore.h"
 #include "rack/ownership.h"
 
 using sale::DocumentState;
@@ -244,6 +245,33 @@ TEST_F(OwnedTest, PausedLeavesWhatADeadWorkerHeld)
     ASSERT_EQ(worker->at(), "close");
     worker->answer({});
     EXPECT_EQ(hand->left, 1) << "the worker has done so itself";
+}
+
+TEST_F(OwnedTest, ResumedWhileNothingCanBeKeptItIsNotPausedAnewBehindALostLease)
+{
+    startAgent();
+    agent->pause("Петров");
+    worker->answer({});
+    const auto database = sale::openConnection(store.fileName(), 1'000);
+    const auto changeOwner = [&] {
+        lose();
+        database->execute("ALTER TABLE away RENAME TO frserver_registers");
+        ++hand->epoch;
+        pass(1'000);
+        database->execute("ALTER TABLE frserver_registers RENAME TO away");
+    };
+    database->execute("ALTER TABLE frserver_registers RENAME TO away");
+    agent->resume();
+    changeOwner();
+    EXPECT_EQ(text("state"), "starting");
+    // One that came behind that is another one.
+    agent->pause("Анна");
+    changeOwner();
+    EXPECT_EQ(text("pausedBy"), "Анна");
+    agent->resume();
+    agent->pause("Борис");
+    changeOwner();
+    EXPECT_EQ(text("pausedBy"), "Борис");
 }
 
 TEST_F(OwnedTest, StopsBehindTheDocumentUnderWayAndReleasesTheRegisterWhenItsWorkerHasEnded)
