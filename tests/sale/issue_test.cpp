@@ -18,6 +18,15 @@ TEST_F(Issue, ReceiptGoesInTheOrderOfTheContract)
     ASSERT_EQ(result.marks.size(), 1);
     EXPECT_EQ(result.marks.constFirst().markingCode, QStringLiteral("0104"));
     EXPECT_EQ(result.marks.constFirst().result, 15);
+    // Without a word of the line it is asked as over XML.
+    driver.calls.clear();
+    issueReceipt(driver, receipt);
+    EXPECT_EQ(driver.calls.rfind("ask sums mark", 0), 0U) << driver.calls;
+    // Measured goods come back measured.
+    receipt.document.setDocumentType(hw::fr::CheckSaleReturn);
+    receipt.items[1].position.setFrUnit(11);
+    issue();
+    EXPECT_EQ(driver.status, 4);
 }
 
 TEST_F(Issue, MarkBehindADocumentServesTheNext)
@@ -44,14 +53,6 @@ TEST_F(Issue, MarkBehindADocumentServesTheNext)
         EXPECT_EQ(driver.calls.substr(0, driver.calls.find(" mark")), calls);
         EXPECT_EQ(result.verdict, verdict) << calls;
     }
-}
-
-TEST_F(Issue, MeasuredGoodsComeBackMeasured)
-{
-    receipt.document.setDocumentType(hw::fr::CheckSaleReturn);
-    receipt.items[1].position.setFrUnit(11);
-    issue();
-    EXPECT_EQ(driver.status, 4);
 }
 
 TEST_F(Issue, CashierAndTaxSystemAreThoseOfTheReceiptElseTheOnlyOnes)
@@ -106,12 +107,6 @@ TEST_F(Issue, WideAndHighIsWideWhereNoFontIsBoth)
         issue();
         EXPECT_EQ(driver.font, printed);
     }
-}
-
-TEST_F(Issue, MarkIsThatOfXmlUnlessToldOtherwise)
-{
-    issueReceipt(driver, receipt);
-    EXPECT_EQ(driver.calls.rfind("ask sums mark", 0), 0U) << driver.calls;
 }
 
 } // namespace

@@ -186,15 +186,6 @@ TEST_F(JournalFile, FileOfAnotherProgramIsLeftAlone)
     EXPECT_TRUE(saleIn(store).isUnsettled());
 }
 
-TEST_F(JournalFile, FileIsForItsGroup)
-{
-    const mode_t former = ::umask(0077);
-    const SqliteStore store(file);
-    ::umask(former);
-    EXPECT_EQ(shownMode(file), "660");
-    EXPECT_EQ(shownMode(file + "-wal"), "660");
-}
-
 TEST_F(JournalFile, PlaceIsTheMachinesWhereThePackageMadeIt)
 {
     qunsetenv("FRSPF_JOURNAL");
@@ -280,9 +271,13 @@ TEST_F(JournalFile, FailureSaysWhichFileAndWhatToDo)
     isTold(textOf([&] { SqliteStore{file}; }), file, "later release");
 }
 
-TEST_F(JournalFile, BackupIsSoundWhileOthersWrite)
+TEST_F(JournalFile, FileIsForItsGroupAndABackupIsSoundWhileOthersWrite)
 {
+    const mode_t former = ::umask(0077);
     SqliteStore store(file);
+    ::umask(former);
+    EXPECT_EQ(shownMode(file), "660");
+    EXPECT_EQ(shownMode(file + "-wal"), "660");
     saleIn(store).begin(noted);
     const QString copy = folder.filePath("copy");
     store.backUp(copy);

@@ -63,11 +63,7 @@ TEST(NoteMark, AsksWhatTheProtocolTellsOfTheDocument)
         EXPECT_EQ(mark.drive, driver.drive);
         EXPECT_EQ(driver.calls, calls);
     }
-}
-
-TEST(NoteMark, ReadingsThatNeverAgreeTellNothing)
-{
-    BasicFrSettings settings;
+    // Readings that never agree tell nothing.
     RecordingDriver driver(&settings);
     for (quint32 number = 1; number < 100; ++number)
         driver.numbers.append(number);

@@ -201,10 +201,7 @@ TEST_F(Return, IsMadeWithThePricesOfTheSaleUnderTheBodyOfTheClient)
     for (int place = 0; place < 3; ++place)
         EXPECT_EQ(made.answer.items.at(place).toObject().value("amount").toDouble(), amounts[place]) << place;
     EXPECT_EQ(made.answer.total, 12900);
-}
-
-TEST_F(Return, WhatStandsAtTwoPricesMustNameTheOne)
-{
+    // What stands at two prices must name the one.
     const QByteArray body = receiptOf("sellReturn", R"({"name": "Хлеб", "quantity": 1})", "10");
     EXPECT_FALSE(completedReturn(body, store->findId(saleId).value()).contains("price"));
     EXPECT_EQ(completedReturn("{", store->findId(saleId).value()), "{");
