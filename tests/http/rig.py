@@ -74,7 +74,7 @@ class Server:
 
     def until(self, condition):
         """Counters for which that holds; they may take a moment."""
-        end = time.monotonic() + 10
+        end = time.monotonic() + 30
         while True:
             counters = self.counters()
             if condition(counters):

@@ -8,7 +8,7 @@
 template <typename Condition>
 bool becomes(const Condition& condition)
 {
-    constexpr int enough = 20'000;
+    constexpr int enough = 60'000;
     const QDeadlineTimer deadline(enough);
     // So that there is an event at its end.
     QTimer::singleShot(enough, [] {});
