@@ -145,7 +145,7 @@ class Register(Program):
         self.ask("PUT", "/faults", {"rules": [{"mode": mode, "command": command, **(which or {"nth": 1})}]})
         begin = self.ask("GET", "/state")["lastEvent"]
         yield
-        if not self.ask("GET", f"/wait?event=exchange&command={command}&timeout=60&after={begin}"):
+        if not self.ask("GET", f"/wait?event=exchange&command={command}&timeout={PATIENCE - 15}&after={begin}"):
             raise AssertionError(f"no {command} came")
 
     def receipts(self):
