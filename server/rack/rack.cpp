@@ -5,6 +5,7 @@
 #include "journalerror.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace frserver {
 
@@ -67,37 +68,44 @@ void Rack::look()
 {
     // First: what the database keeps waiting later must not cost the registers.
     m_ownership->look();
-    expire();
-    glance();
+    const bool isExpired = attempt([this] { expire(); });
+    if (attempt([this] { glance(); }) && isExpired)
+        m_fault.clear();
     for (const auto& [name, agent] : m_agents)
         agent->look();
     m_glance->close();
 }
 
+/// What fails is told once: it is looked each second.
+bool Rack::attempt(const std::function<void()>& work)
+{
+    try {
+        work();
+        return true;
+    } catch (const sale::JournalError& error) {
+        const QString fault = QString::fromUtf8(error.what());
+        if (fault != std::exchange(m_fault, fault))
+            qCWarning(rackLog).noquote() << fault;
+        return false;
+    }
+}
+
+/// Where it fails each register finds out by itself.
 void Rack::glance()
 {
     QStringList names;
     for (const auto& [name, agent] : m_agents)
         names.append(name);
-    try {
-        const QStringList waiting = m_store.waitingFor(names);
-        m_glance->open(
-            QSet<QString>(names.cbegin(), names.cend()) - QSet<QString>(waiting.cbegin(), waiting.cend()));
-    } catch (const sale::JournalError& error) {
-        // Each register finds out by itself, and says so.
-        qCWarning(rackLog).noquote() << error.what();
-    }
+    const QStringList waiting = m_store.waitingFor(names);
+    m_glance->open(
+        QSet<QString>(names.cbegin(), names.cend()) - QSet<QString>(waiting.cbegin(), waiting.cend()));
 }
 
+/// Where it fails nothing of them is begun all the same: that is decided anew where it would be.
 void Rack::expire()
 {
-    try {
-        for (const QString& id : m_store.expire())
-            Q_EMIT documentChanged(id);
-    } catch (const sale::JournalError& error) {
-        // Nothing of them is begun all the same: that is decided anew where it would be.
-        qCWarning(rackLog).noquote() << error.what();
-    }
+    for (const QString& id : m_store.expire())
+        Q_EMIT documentChanged(id);
 }
 
 } // namespace frserver

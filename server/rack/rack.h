@@ -37,6 +37,7 @@ Q_SIGNALS:
 
 private:
     void look();
+    bool attempt(const std::function<void()>& work);
     void expire();
     void glance();
     void finish();
@@ -45,6 +46,8 @@ private:
     const std::shared_ptr<Ownership> m_ownership;
     const std::shared_ptr<QueueGlance> m_glance;
     std::map<QString, std::unique_ptr<RegisterAgent>> m_agents;
+    /// Of the journal, as it was told last.
+    QString m_fault;
     QTimer m_timer;
 };
 
