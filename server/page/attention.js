@@ -6,7 +6,7 @@ import { kindName, moment, waitingName } from "./labels.js";
 import { acceptance, resolution } from "./resolve.js";
 
 // A person's word lets the register go on, or the register or its configuration has to be changed.
-const ACCEPTED = ["needsReview", "newDrive"];
+const ACCEPTED = ["needsReview", "newDrive", "otherMachine"];
 const TO_MEND = ["wrongRegister", "testDrive"];
 
 export class Attention {
@@ -35,7 +35,7 @@ export class Attention {
     #show() {
         const wanted = new Map([
             ...this.registers.filter(({ waiting }) => [...ACCEPTED, ...TO_MEND].includes(waiting))
-                .map((register) => [`${register.name} ${register.waiting}`, () => this.#register(register)]),
+                .map((register) => [`${register.name} ${register.waiting} ${register.waitingText}`, () => this.#register(register)]),
             ...this.missing.map(({ name, queue: { queued } }) =>
                 [`${name} missing ${queued}`, () => this.#missing(name, queued)]),
             ...this.documents.map((document) => [document.id, () => this.#document(document)]),
