@@ -4,43 +4,36 @@
 import base64
 import hashlib
 import hmac
-import http.server
 import json
 import queue
 import signal
-import threading
 import unittest
 
-from servicetest import SALE, ServiceTest
+from servicetest import SALE, Listener, ServiceTest
 
 
-class Taker(http.server.BaseHTTPRequestHandler):
+class Taker(Listener):
     """A program that a webhook tells; it fails at first."""
 
-    def do_POST(self):  # pylint: disable=invalid-name
-        body = self.rfile.read(int(self.headers["Content-Length"]))
-        self.server.told.put((dict(self.headers), body))
-        self.send_response(self.server.statuses.pop(0) if self.server.statuses else 204)
-        self.end_headers()
+    told = queue.Queue()
+    statuses = [500]
 
-    def log_message(self, *_):  # pylint: disable=arguments-differ
-        pass
+    def do_POST(self):  # pylint: disable=invalid-name
+        self.told.put((dict(self.headers), self.body()))
+        self.send_response(self.statuses.pop(0) if self.statuses else 204)
+        self.end_headers()
 
 
 class Program(ServiceTest):
     def test_tells_a_webhook(self):
-        taker = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Taker)
-        taker.told, taker.statuses = queue.Queue(), [500]
-        threading.Thread(target=taker.serve_forever).start()
-        self.addCleanup(taker.server_close)
-        self.addCleanup(taker.shutdown)
+        taker = self.listen(Taker)
         self.service.stop()
         with open(self.service.config, "a", encoding="utf-8") as config:
             config.write(f"[webhook]\nurl = http://127.0.0.1:{taker.server_port}/ends\nsecret = a secret of ours\n")
         self.service.start()
         self.assert_issued(self.service.post(SALE, id="sale:0001"))
         # The shift that it opened is a document, too; what was not taken comes again, and holds no other up.
-        told = [taker.told.get(timeout=60) for _ in range(3)]
+        told = [Taker.told.get(timeout=60) for _ in range(3)]
         by_kind = {json.loads(body)["kind"]: (headers, body) for headers, body in told[:2]}
         self.assertEqual({"openShift", "sell"}, set(by_kind))
         headers, body = by_kind[json.loads(told[2][1])["kind"]]
