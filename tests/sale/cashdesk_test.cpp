@@ -59,41 +59,32 @@ TEST_F(Desk, ReachesTheRegisterAnewAfterAFailureAlone)
 
 TEST_F(Desk, ReadsTheClockBehindADocumentForTheJournal)
 {
-    const struct
-    {
-        const char* what;
-        receipt::Protocol protocol;
-        bool isWanted;
-        std::string refused;
-        std::string lost;
-        const char* last;
-        bool isTold;
-        /// How the next document begins.
-        const char* next;
-    } rows[] = {
-        {"wanted", receipt::Protocol::Hex, true, "", "", " clock", true, "shift next"},
-        {"not wanted", receipt::Protocol::Hex, false, "", "", " wait", false, "shift next"},
-        {"over XML", receipt::Protocol::Xml, true, "", "", " wait", false, "ask"},
-        {"refused", receipt::Protocol::Hex, true, "clock", "", " clock", false, "shift next"},
-        {"without an answer", receipt::Protocol::Hex, true, "", "clock", " clock", false, "connect init"},
+    enum Answer { Unasked, Told, Refused, Lost };
+    // How the next document begins is the last one.
+    const std::tuple<receipt::Protocol, bool, Answer, const char*> rows[] = {
+        {receipt::Protocol::Hex, true, Told, "shift next"},
+        {receipt::Protocol::Hex, false, Unasked, "shift next"},
+        {receipt::Protocol::Xml, true, Unasked, "ask"},
+        {receipt::Protocol::Hex, true, Refused, "shift next"},
+        {receipt::Protocol::Hex, true, Lost, "connect init"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.what);
+    for (const auto& [protocol, isWanted, answer, next] : rows) {
+        SCOPED_TRACE(answer);
         SqliteStore kept(QStringLiteral(":memory:"));
-        RegisterLine line(row.protocol, true);
-        line.isClockRead = row.isWanted;
+        RegisterLine line(protocol, true);
+        line.isClockRead = isWanted;
         CashDesk one(driver, kept, {line, "till1", {"Иванова", {}, {}}});
-        driver.refused = row.refused;
-        driver.lost = row.lost;
+        driver.refused = answer == Refused ? "clock" : "";
+        driver.lost = answer == Lost ? "clock" : "";
         const IssueResult result = one.issue(saleId, json);
         EXPECT_TRUE(result.isIssued());
         EXPECT_FALSE(result.failure);
-        EXPECT_TRUE(QByteArray::fromStdString(told()).endsWith(row.last));
+        EXPECT_TRUE(told().ends_with(answer == Unasked ? " wait" : " clock"));
         const StoredDocument document = kept.findId(saleId).value();
         EXPECT_EQ(document.state, DocumentState::Issued);
-        EXPECT_EQ(answerOf(document, row.protocol).dateTime, row.isTold ? driver.time : QDateTime());
+        EXPECT_EQ(answerOf(document, protocol).dateTime, answer == Told ? driver.time : QDateTime());
         one.issue({}, json);
-        EXPECT_TRUE(QByteArray::fromStdString(told()).startsWith(row.next));
+        EXPECT_TRUE(told().starts_with(next));
     }
 }
 

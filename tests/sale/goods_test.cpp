@@ -38,12 +38,9 @@ TEST_F(Issue, PieceThatIsSoldTwiceIsNoticed)
 {
     SqliteStore journal(QStringLiteral(":memory:"));
     // The pieces' own codes, with other proofs behind them.
-    const char* const piece = "010460000000001521ABCDEFGHIJKLM\x1D"
-                              "93dGVz";
-    const char* const scannedAgain = "010460000000001521ABCDEFGHIJKLM\x1D"
-                                     "93AAAA";
-    const char* const other = "010460000000001521ABCDEFGHIJKLN\x1D"
-                              "93dGVz";
+    const char* const piece = "010460000000001521ABCDEFGHIJKLM|93dGVz";
+    const char* const scannedAgain = "010460000000001521ABCDEFGHIJKLM|93AAAA";
+    const char* const other = "010460000000001521ABCDEFGHIJKLN|93dGVz";
     const std::tuple<const char*, bool, const char*, const char*, QString> rows[] = {
         {piece, false, "total", "1", ""},
         {piece, false, "", "2", ""},
@@ -60,7 +57,8 @@ TEST_F(Issue, PieceThatIsSoldTwiceIsNoticed)
     int line = 0;
     for (const auto& [code, isReturn, failing, id, words] : rows) {
         driver.failing = failing;
-        receipt.items[1].position.setMarkingCode(QString::fromLatin1(code), MarkCommon);
+        const QString scanned = QString::fromLatin1(code).replace('|', QChar(0x1D));
+        receipt.items[1].position.setMarkingCode(scanned, MarkCommon);
         receipt.document.setDocumentType(isReturn ? hw::fr::CheckSaleReturn : hw::fr::CheckSale);
         IdentifiedSale identified(journal, QString::fromLatin1(id), "{}");
         const IssueResult result = issueReceipt(driver, receipt, {RegisterLine(), &identified});

@@ -81,39 +81,31 @@ TEST_F(Issue, FailureDecidesWhatBecomesOfTheDocument)
 
 TEST_F(Issue, ClosedShiftIsOpenedByADocumentOfItsOwn)
 {
-    const struct
-    {
-        const char* failing;
-        bool interrupt;
-        bool opensUnheard;
-        QList<quint32> numbers;
-        std::string calls;
-        DocumentState opening;
-        bool isSold;
-    } rows[] = {
-        {"", false, false, {1, 2}, "", DocumentState::Issued, true},
-        {"openShift", false, true, {1, 2}, " connect ask", DocumentState::Issued, true},
-        {"openShift", false, false, {1}, " connect ask init ask", DocumentState::NotIssued, false},
-        {"openShift", true, true, {1}, "", DocumentState::Running, false},
+    const std::tuple<const char*, bool, bool, std::string, DocumentState> rows[] = {
+        {"", false, false, "", DocumentState::Issued},
+        {"openShift", false, true, " connect ask", DocumentState::Issued},
+        {"openShift", false, false, " connect ask init ask", DocumentState::NotIssued},
+        {"openShift", true, true, "", DocumentState::Running},
     };
-    for (const auto& row : rows) {
+    for (const auto& [failing, interrupt, opensUnheard, calls, state] : rows) {
+        const bool isOpened = state == DocumentState::Issued;
         SqliteStore journal(QStringLiteral(":memory:"));
         IdentifiedSale identified(journal, {"A", "sell", "{}", "till1"});
         RecordingDriver closed(&settings);
         closed.shiftOpen = false;
-        closed.failing = row.failing;
-        closed.interrupt = row.interrupt;
-        closed.opensUnheard = row.opensUnheard;
-        closed.numbers = row.numbers;
+        closed.failing = failing;
+        closed.interrupt = interrupt;
+        closed.opensUnheard = opensUnheard;
+        closed.numbers = isOpened ? QList<quint32>{1, 2} : QList<quint32>{1};
         const IssueResult result = issueReceipt(closed, receipt, {hexLine, &identified});
-        const std::string opened = "shift ask openShift" + row.calls;
+        const std::string opened = "shift ask openShift" + calls;
         EXPECT_EQ(closed.calls.substr(0, closed.calls.find(" registers")), opened);
-        EXPECT_EQ(result.verdict, row.isSold ? countedOn(3) : Verdict(Outcome::None)) << opened;
-        EXPECT_EQ(identified.record().has_value(), row.isSold);
+        EXPECT_EQ(result.verdict, isOpened ? countedOn(3) : Verdict(Outcome::None)) << opened;
+        EXPECT_EQ(identified.record().has_value(), isOpened);
         const StoredDocument opening = journal.find({.registerName = "till1"}).constFirst();
         EXPECT_EQ(opening.request.kind, QStringLiteral("openShift"));
-        EXPECT_EQ(opening.state, row.opening) << opened;
-        EXPECT_EQ(opening.documentNumber, row.opening == DocumentState::Issued ? 2 : 0);
+        EXPECT_EQ(opening.state, state) << opened;
+        EXPECT_EQ(opening.documentNumber, isOpened ? 2 : 0);
     }
 }
 

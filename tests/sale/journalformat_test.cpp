@@ -59,16 +59,6 @@ private:
 const QString version = QStringLiteral("0.3.0");
 const QStringList soldAtTheSecondAttempt{"accept", "begin", "refuse", "correct", "issue"};
 
-/// As that release leaves it when it is killed.
-void makeFormer(const QString& file)
-{
-    FormerRelease former(version, file);
-    former.work({"make"});
-    former.work(soldAtTheSecondAttempt, "sold");
-    former.work({"accept", "begin"}, "broken");
-    former.work({"accept"}, "left");
-}
-
 void expectSold(const SqliteStore& store, const QString& id)
 {
     const StoredDocument found = store.findId(id).value();
@@ -82,7 +72,14 @@ void expectSold(const SqliteStore& store, const QString& id)
 
 TEST_F(Journal, FileOfTheReleaseBeforeGetsWhatCameLater)
 {
-    makeFormer(file);
+    {
+        FormerRelease former(version, file);
+        former.work({"make"});
+        former.work(soldAtTheSecondAttempt, "sold");
+        former.work({"accept", "begin"}, "broken");
+        former.work({"accept"}, "left");
+        // It is killed.
+    }
     // Two programs that are started at once.
     SqliteStore store(file);
     SqliteStore second(file);

@@ -24,10 +24,9 @@ protected:
     }
 };
 
-const AttemptNote refusal{.failure = {{"text", "no"}}, .warnings = {"cut"}};
-
 TEST_P(StoreQueue, QueueIsChangedWhereTheDocumentStillWaits)
 {
+    const AttemptNote refusal{.failure = {{"text", "no"}}, .warnings = {"cut"}};
     using Verb = std::function<StoredDocument(const QString&)>;
     const std::tuple<Verb, DocumentState, StateReason, const char*, int> verbs[] = {
         {[&](const QString& id) { return store->withdraw(id); }, DocumentState::NotIssued,
@@ -63,6 +62,16 @@ TEST_P(StoreQueue, QueueIsChangedWhereTheDocumentStillWaits)
         EXPECT_THROW(work("none"), JournalError);
     }
     EXPECT_EQ(store->begin("queued2", {markBefore, {}, "till2"}), 1);
+    // A refusal is kept as an attempt that was never under way.
+    EXPECT_EQ(store->accept(request("queued3", "corrected")).state, DocumentState::Queued);
+    EXPECT_EQ(store->begin("queued3", {markBefore}), 2);
+    const StoredAttempt first = store->findId("queued3")->attempts.constFirst();
+    EXPECT_EQ(first.verdict, DocumentState::NotIssued);
+    EXPECT_EQ(first.begun, first.ended);
+    EXPECT_TRUE(first.start.markBefore.isEmpty() && first.start.movement.isEmpty());
+    EXPECT_EQ(first.note.failure, refusal.failure);
+    EXPECT_EQ(first.note.warnings, refusal.warnings);
+    EXPECT_EQ(first.body, R"({"a": 1, "b": 2})");
 }
 
 TEST_P(StoreQueue, WhatWasPostedAnewIsNotBegunAsItWasBefore)
@@ -133,21 +142,6 @@ TEST_P(StoreQueue, DocumentWaitsAgainWhenItsAttemptIsOver)
     ASSERT_EQ(store->accept(request("B")).state, DocumentState::Queued);
     store->settle("B", 1, {.state = DocumentState::Issued, .documentNumber = 9});
     EXPECT_THROW(store->begin("B", {markBefore}), JournalError);
-}
-
-TEST_P(StoreQueue, RefusalIsKeptAsAnAttemptThatWasNeverUnderWay)
-{
-    store->accept(request("A"));
-    store->refuse("A", refusal);
-    EXPECT_EQ(store->accept(request("A", "corrected")).state, DocumentState::Queued);
-    EXPECT_EQ(store->begin("A", {markBefore}), 2);
-    const StoredAttempt first = store->findId("A")->attempts.constFirst();
-    EXPECT_EQ(first.verdict, DocumentState::NotIssued);
-    EXPECT_EQ(first.begun, first.ended);
-    EXPECT_TRUE(first.start.markBefore.isEmpty() && first.start.movement.isEmpty());
-    EXPECT_EQ(first.note.failure, refusal.failure);
-    EXPECT_EQ(first.note.warnings, refusal.warnings);
-    EXPECT_EQ(first.body, R"({"a": 1, "b": 2})");
 }
 
 TEST_P(StoreQueue, OfThoseWhoComeForOneInTheQueueOneSucceeds)

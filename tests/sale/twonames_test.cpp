@@ -38,6 +38,8 @@ protected:
         }
     }
 
+    static QString drive() { return "9999"; }
+
     RegisterLeases one = leases();
     RegisterLeases two = leases();
     PostgresStore first{server.place()};
@@ -101,7 +103,6 @@ TEST_F(TwoNames, OwnerWhoseLeaseIsOverIsNoOwnerOfItsNameEither)
 
 TEST_F(TwoNames, LineThatHasFailedIsAnotherOwnersAndNoPrograms)
 {
-    const auto drive = [] { return QString("9999"); };
     PostgresStore person(server.place());
     const auto reach = [&] { person.requireFreeLine("till.shop:5555", true); };
     const auto meet = [&] { person.meetRegister("tcp:10.0.0.7:5555", drive); };
@@ -163,7 +164,6 @@ TEST_F(TwoNames, OwnerDoesNotComeWhereSomebodyElseWorksIt)
 
 TEST_F(TwoNames, ProgramThatOwnsNothingKeepsAwayFromWhatSomebodyElseWorks)
 {
-    const auto drive = [] { return QString("9999"); };
     ownedBy(elsewhere());
     {
         PostgresStore person(server.place());

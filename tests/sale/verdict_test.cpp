@@ -44,9 +44,7 @@ DriveMark hexAfter(const DriveMark& mark, quint32 number, bool isShiftOpen = tru
 
 DriveMark state(quint32 number, bool isShiftOpen)
 {
-    DriveMark mark{QStringLiteral("9999"), number};
-    mark.isShiftOpen = isShiftOpen;
-    return mark;
+    return hexAfter({QStringLiteral("9999")}, number, isShiftOpen);
 }
 
 DriveMark cash(qint64 count, qint64 sum, qint64 drawer, qint64 shift = 3)

@@ -37,33 +37,24 @@ public:
     bool isHere() const override { return isOwner; }
     QJsonObject view() const override
     {
-        QJsonObject view{{"state", state},
-            {"waiting", waiting.isEmpty() ? QJsonValue() : QJsonValue(waiting)},
-            {"document", making.isEmpty() ? QJsonValue() : QJsonValue(making)}, {"connections", 2},
-            {"exchanges", QJsonObject{{"count", 3}, {"seconds", 1.5}}},
+        const auto orNull
+            = [](const QString& text) { return text.isEmpty() ? QJsonValue() : QJsonValue(text); };
+        QJsonObject view{{"state", state}, {"waiting", orNull(waiting)}, {"document", orNull(making)},
+            {"connections", 2}, {"exchanges", QJsonObject{{"count", 3}, {"seconds", 1.5}}},
+            {"conditionAge", conditionAge},
             {"condition",
                 QJsonObject{{"unsent", 4}, {"driveUntil", "2031-01-01"}, {"driveWarnings", 2},
                     {"lastDocument", 117}}},
             {"pools",
-                QJsonArray{QJsonObject{{"name", "shop"},
-                    {"absent", absent.isEmpty() ? QJsonValue() : QJsonValue(absent)}, {"daysLeft", 100},
+                QJsonArray{QJsonObject{{"name", "shop"}, {"absent", orNull(absent)}, {"daysLeft", 100},
                     {"documentsLeft", QJsonValue()}}}}};
         if (!drive.isEmpty())
             view.insert("identity", QJsonObject{{"drive", drive}});
-        view.insert("conditionAge", conditionAge);
         return view;
     }
     void settle(const QString& id) override { told.append("settle " + id); }
-    qint64 pause(const QString& by) override
-    {
-        told.append("pause by " + by);
-        return isOwner ? 0 : 1;
-    }
-    qint64 resume(const QString& by) override
-    {
-        told.append("resume by " + by);
-        return isOwner ? 0 : 1;
-    }
+    qint64 pause(const QString& by) override { return order("pause by " + by); }
+    qint64 resume(const QString& by) override { return order("resume by " + by); }
     void accept(const QString& by, const QString& note) override { told.append(by + " accepts: " + note); }
 
     bool isOwner = true;
@@ -74,6 +65,13 @@ public:
     int conditionAge = 5;
     /// From the pool.
     QString absent;
+
+private:
+    qint64 order(const QString& what)
+    {
+        told.append(what);
+        return isOwner ? 0 : 1;
+    }
 };
 
 /// Draws nothing and remembers what it was to draw.

@@ -1,7 +1,9 @@
 """What tests of the service stand on: one register, one service, a folder."""
 
+import http.server
 import signal
 import tempfile
+import threading
 import unittest
 from pathlib import Path
 
@@ -9,6 +11,16 @@ from service import Register, Service, receipt
 
 SALE = receipt()
 TOTAL = "305.23"
+
+
+class Listener(http.server.BaseHTTPRequestHandler):
+    """Another program that is told something."""
+
+    def body(self):
+        return self.rfile.read(int(self.headers["Content-Length"]))
+
+    def log_message(self, *_):  # pylint: disable=arguments-differ
+        pass
 
 
 class ServiceTest(unittest.TestCase):
@@ -29,6 +41,13 @@ class ServiceTest(unittest.TestCase):
 
     def prepare(self):
         """What a test does to the folder before anything is in it."""
+
+    def listen(self, listener):
+        server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), listener)
+        threading.Thread(target=server.serve_forever).start()
+        self.addCleanup(server.server_close)
+        self.addCleanup(server.shutdown)
+        return server
 
     def assert_issued(self, answer, status=201):
         self.assertEqual((status, "issued"), (answer.status, answer["state"]), answer)

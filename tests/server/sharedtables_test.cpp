@@ -73,7 +73,7 @@ TEST(SharedTables, ServicesMayBeginAtOnce)
     sale::PostgresServer::instance().clear();
     const QString place = sale::PostgresServer::instance().address();
     std::latch start(4);
-    std::vector<std::thread> services;
+    std::vector<std::jthread> services;
     for (int service = 0; service < 4; ++service) {
         services.emplace_back([&] {
             Outbox outbox(place, 5000);
@@ -85,8 +85,6 @@ TEST(SharedTables, ServicesMayBeginAtOnce)
             }
         });
     }
-    for (std::thread& service : services)
-        service.join();
 }
 
 TEST(SharedTables, WhatIsKeptOfARegisterIsItsOwners)

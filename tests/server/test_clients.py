@@ -1,16 +1,14 @@
 #!/usr/bin/python3
 """The examples of clients at the service."""
 
-import http.server
 import json
 import os
 import signal
 import subprocess
-import threading
 import unittest
 
 from service import ROOT
-from servicetest import SALE, TOTAL, ServiceTest
+from servicetest import SALE, TOTAL, Listener, ServiceTest
 
 EXAMPLES = ROOT / "examples"
 
@@ -42,11 +40,11 @@ class Clients(ServiceTest):
                 self.assertIn("items", wrong.stdout + wrong.stderr)
 
     def test_take_no_news_from_a_proxy(self):
-        class Proxy(http.server.BaseHTTPRequestHandler):
+        class Proxy(Listener):
             """Says something of its own at first."""
 
             def do_POST(self):  # pylint: disable=invalid-name
-                body = self.rfile.read(int(self.headers["Content-Length"]))
+                body = self.body()
                 status, kind, said = self.server.own.pop(0) if self.server.own else (0, None, b"")
                 if status == 0:
                     answer = self.server.service.ask("POST", self.path, json.loads(body),
@@ -58,14 +56,8 @@ class Clients(ServiceTest):
                 self.end_headers()
                 self.wfile.write(said)
 
-            def log_message(self, *_):  # pylint: disable=arguments-differ
-                pass
-
-        proxy = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Proxy)
+        proxy = self.listen(Proxy)
         proxy.service = self.service
-        threading.Thread(target=proxy.serve_forever).start()
-        self.addCleanup(proxy.server_close)
-        self.addCleanup(proxy.shutdown)
         for number, client in enumerate(self.CLIENTS, 1):
             with self.subTest(client):
                 is_page = client == "sell.sh"

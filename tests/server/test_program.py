@@ -4,50 +4,44 @@
 import base64
 import hashlib
 import hmac
-import http.server
 import json
 import queue
 import signal
-import threading
 import unittest
 
-from servicetest import SALE, ServiceTest
+from servicetest import SALE, Listener, ServiceTest
 
 
-class Taker(http.server.BaseHTTPRequestHandler):
+class Taker(Listener):
     """A program that a webhook tells; it takes the news of a shift not at once, and not before it has heard of a sale."""
 
+    told = []
+    taken = queue.Queue()
+
     def do_POST(self):  # pylint: disable=invalid-name
-        body = self.rfile.read(int(self.headers["Content-Length"]))
-        kinds = {json.loads(one)["kind"] for _, one in self.server.told}
-        self.server.told.append((dict(self.headers), body))
+        body = self.body()
+        kinds = {json.loads(one)["kind"] for _, one in self.told}
+        self.told.append((dict(self.headers), body))
         is_taken = json.loads(body)["kind"] == "sell" or kinds == {"sell", "openShift"}
         self.send_response(204 if is_taken else 500)
         self.end_headers()
         if is_taken:
-            self.server.taken.put((dict(self.headers), body))
-
-    def log_message(self, *_):  # pylint: disable=arguments-differ
-        pass
+            self.taken.put((dict(self.headers), body))
 
 
 class Program(ServiceTest):
     def test_tells_a_webhook(self):
-        taker = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Taker)
-        taker.told, taker.taken = [], queue.Queue()
-        threading.Thread(target=taker.serve_forever).start()
-        self.addCleanup(taker.server_close)
-        self.addCleanup(taker.shutdown)
+        taker = self.listen(Taker)
         self.service.stop()
         with open(self.service.config, "a", encoding="utf-8") as config:
             config.write(f"[webhook]\nurl = http://127.0.0.1:{taker.server_port}/ends\nsecret = a secret of ours\n")
         self.service.start()
         self.assert_issued(self.service.post(SALE, id="sale:0001"))
         # The shift that it opened is a document, too; what was not taken comes again, and holds no other up.
-        sale, shift = (taker.taken.get(timeout=60) for _ in range(2))
+        sale, shift = (Taker.taken.get(timeout=60) for _ in range(2))
         self.assertEqual(["sell", "openShift"], [json.loads(body)["kind"] for _, body in (sale, shift)])
         self.assertEqual({(headers["webhook-id"], body) for headers, body in (sale, shift)},
-                         {(headers["webhook-id"], body) for headers, body in taker.told})
+                         {(headers["webhook-id"], body) for headers, body in Taker.told})
         headers, body = sale
         self.assertEqual(("sale:0001", "issued"), (json.loads(body)["id"], json.loads(body)["state"]))
         signed = b".".join([headers["webhook-id"].encode(), headers["webhook-timestamp"].encode(), body])

@@ -5,7 +5,6 @@ import json
 import os
 import signal
 import unittest
-from pathlib import Path
 
 from service import at_once, frctl, receipt
 from servicetest import SALE, TOTAL, ServiceTest
@@ -168,17 +167,6 @@ class Stopped(ServiceTest):
                 self.assertIn(answer.status, (200, 201), answer)
                 self.assert_issued(self.service.post(SALE, id=document), 200)
                 self.assertEqual([TOTAL] * number, self.register.receipts())
-
-    def test_workers_end_with_the_service(self):
-        workers = self.service.workers()
-        self.assertTrue(workers)
-        self.service.stop(signal.SIGKILL)
-        for worker in workers:
-            # Its end is that of its last descriptor: the register's line is free.
-            done = frctl(self.service, self.register.line, "--wait", "30", "status")
-            self.assertEqual(0, done.returncode, done.stderr)
-            self.assertFalse(Path(f"/proc/{worker}/exe").exists() and b"--worker" in Path(f"/proc/{worker}/cmdline").read_bytes())
-        self.service.start()
 
 
 if __name__ == "__main__":

@@ -178,37 +178,32 @@ TEST_F(OwnedTest, WhatKeepsItFromItsRegisterIsToldAndAPersonMayAnswer)
 
 TEST_F(OwnedTest, LineThatLeadsToAnotherRegisterIsLeftToWhoeverMayReachItsOwn)
 {
-    struct Row
-    {
-        const char* waiting;
-        bool isWanted;
-        /// Whose document it is that was begun.
-        enum { Nobodys, Formers, Own } begun;
-        int asked;
-    };
-    const Row rows[] = {
-        {"wrongRegister", true, Row::Nobodys, 1},
-        {"newDrive", true, Row::Formers, 1},
-        {"testDrive", true, Row::Nobodys, 1},
+    // Whose document it is that was begun.
+    enum Begun { Nobodys, Formers, Own };
+    const std::tuple<const char*, bool, Begun, int> rows[] = {
+        {"wrongRegister", true, Nobodys, 1},
+        {"newDrive", true, Formers, 1},
+        {"testDrive", true, Nobodys, 1},
         // Alone it goes on, and looks again each minute.
-        {"newDrive", false, Row::Nobodys, 3},
-        {"newDrive", true, Row::Own, 0},
+        {"newDrive", false, Nobodys, 3},
+        {"newDrive", true, Own, 0},
         // The register may be off for all of them.
-        {"line", true, Row::Nobodys, 0},
-        {"busy", true, Row::Nobodys, 0},
+        {"line", true, Nobodys, 0},
+        {"busy", true, Nobodys, 0},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.waiting);
+    int round = 0;
+    for (const auto& [waiting, isWanted, begun, asked] : rows) {
+        SCOPED_TRACE(waiting);
         hand->epoch = 1;
         hand->asked = 0;
-        hand->isWanted = row.isWanted;
-        const QString id = QString("sale:%1").arg(&row - rows);
-        if (row.begun == Row::Formers) {
+        hand->isWanted = isWanted;
+        const QString id = QString("sale:%1").arg(++round);
+        if (begun == Formers) {
             store.accept({id, "sell", "{}", "till1"});
             begin(id);
         }
         startWorker();
-        if (row.begun == Row::Own) {
+        if (begun == Own) {
             open();
             queue(id);
             begin(id);
@@ -216,7 +211,7 @@ TEST_F(OwnedTest, LineThatLeadsToAnotherRegisterIsLeftToWhoeverMayReachItsOwn)
         }
         for (int second = 0; second < 185; ++second) {
             if (worker->at() == "open")
-                worker->fail(row.waiting);
+                worker->fail(waiting);
             if (second == 59) {
                 EXPECT_EQ(hand->asked, 0) << "somebody may put it right";
             }
@@ -224,10 +219,10 @@ TEST_F(OwnedTest, LineThatLeadsToAnotherRegisterIsLeftToWhoeverMayReachItsOwn)
                 worker->die();
             pass(1'000);
         }
-        EXPECT_EQ(hand->asked, row.asked);
-        EXPECT_EQ(text("state"), row.asked == 1 ? "standby" : "waiting");
+        EXPECT_EQ(hand->asked, asked);
+        EXPECT_EQ(text("state"), asked == 1 ? "standby" : "waiting");
         EXPECT_EQ(worker->kills, 0);
-        if (row.begun != Row::Nobodys)
+        if (begun != Nobodys)
             end(id, DocumentState::Issued);
     }
 }

@@ -24,41 +24,33 @@ namespace {
 
 const WorkerLease noLease([] {});
 
-struct PatientRow
-{
-    const char* id;
-    const char* kind;
-    DocumentState ending;
-    DocumentState state;
-    bool mayHaveRestarted = false;
-    bool closesShift = false;
-};
-
 TEST(Patience, IsForTheDocumentThatTheRegisterKeptAndDidNotIssue)
 {
-    const PatientRow rows[] = {
-        {"sale:0001", "paper", DocumentState::NotIssued, DocumentState::Queued},
-        {"sale:0001", "cover", DocumentState::NotIssued, DocumentState::Queued},
-        {"sale:0001", "cash", DocumentState::NotIssued, DocumentState::NotIssued},
-        {"sale:0001", "other", DocumentState::NotIssued, DocumentState::NotIssued},
-        {"sale:0001", "other", DocumentState::NotIssued, DocumentState::Queued, true},
-        {"sale:0001", "cash", DocumentState::NotIssued, DocumentState::NotIssued, true},
-        {"sale:0001", "shiftExpired", DocumentState::NotIssued, DocumentState::NotIssued, true},
-        {"sale:0001", "shiftExpired", DocumentState::NotIssued, DocumentState::Queued, false, true},
-        {"sale:0001", "paper", DocumentState::Issued, DocumentState::Issued},
-        {"sale:0001", "paper", DocumentState::Unknown, DocumentState::Unknown},
+    enum Doubt { None, MayHaveRestarted, ClosesShift };
+    constexpr auto notIssued = DocumentState::NotIssued;
+    const std::tuple<const char*, const char*, Doubt, DocumentState, DocumentState> rows[] = {
+        {"sale:0001", "paper", None, notIssued, DocumentState::Queued},
+        {"sale:0001", "cover", None, notIssued, DocumentState::Queued},
+        {"sale:0001", "cash", None, notIssued, notIssued},
+        {"sale:0001", "other", None, notIssued, notIssued},
+        {"sale:0001", "other", MayHaveRestarted, notIssued, DocumentState::Queued},
+        {"sale:0001", "cash", MayHaveRestarted, notIssued, notIssued},
+        {"sale:0001", "shiftExpired", MayHaveRestarted, notIssued, notIssued},
+        {"sale:0001", "shiftExpired", ClosesShift, notIssued, DocumentState::Queued},
+        {"sale:0001", "paper", None, DocumentState::Issued, DocumentState::Issued},
+        {"sale:0001", "paper", None, DocumentState::Unknown, DocumentState::Unknown},
         // The opening of the shift on the way to it.
-        {"shift:001", "paper", DocumentState::NotIssued, DocumentState::NotIssued},
+        {"shift:001", "paper", None, notIssued, notIssued},
     };
-    for (const PatientRow& row : rows) {
-        PatientStore store(":memory:", row.closesShift, noLease, "till1");
-        store.setPatientFor("sale:0001", row.mayHaveRestarted);
-        store.accept({row.id, "sell", {}, "till1"});
-        const int attempt = store.begin(row.id, {}).value();
-        store.note(row.id, attempt, {.failure = {{"kind", row.kind}}});
-        store.note(row.id, attempt, {.warnings = {"sold before"}});
-        store.settle(row.id, attempt, {.state = row.ending});
-        EXPECT_EQ(store.findId(row.id)->state, row.state) << row.id << row.kind;
+    for (const auto& [id, kind, doubt, ending, state] : rows) {
+        PatientStore store(":memory:", doubt == ClosesShift, noLease, "till1");
+        store.setPatientFor("sale:0001", doubt == MayHaveRestarted);
+        store.accept({id, "sell", {}, "till1"});
+        const int attempt = store.begin(id, {}).value();
+        store.note(id, attempt, {.failure = {{"kind", kind}}});
+        store.note(id, attempt, {.warnings = {"sold before"}});
+        store.settle(id, attempt, {.state = ending});
+        EXPECT_EQ(store.findId(id)->state, state) << id << kind;
     }
 }
 
@@ -99,35 +91,26 @@ TEST(Lease, NothingIsBegunOrSentBehindItsEndUnlessItWasRenewedMeanwhile)
     EXPECT_EQ(lease.of("till1")->epoch, 3);
 }
 
-struct ClockRow
-{
-    const char* name;
-    /// Seconds that the register is ahead, and its last document.
-    int ahead;
-    int document;
-    bool isShiftOpen;
-    bool isSynchronised;
-    bool maySet;
-};
-
 TEST(Clock, IsSetOnlyWhenThatCanDoNoHarm)
 {
-    const ClockRow rows[] = {
-        {"right", 4, -60, false, true, false},
-        {"ahead", 300, -60, false, true, true},
-        {"behind", -300, -400, false, true, true},
-        {"too far", 301, -60, false, true, false},
-        {"too far behind", -301, -400, false, true, false},
-        {"in a shift", 60, -60, true, true, false},
-        {"by a clock that nobody vouches for", 60, -60, false, false, false},
-        {"before a document", 60, 1, false, true, false},
-    };
     const QDateTime now(QDate(2026, 3, 2), QTime(9, 0));
-    for (const ClockRow& row : rows)
-        EXPECT_EQ(mayClockBeSet({now.addSecs(row.ahead), now, now.addSecs(row.document), row.isShiftOpen,
-                      row.isSynchronised}),
-            row.maySet)
-            << row.name;
+    // By how much the register is ahead, and its last document.
+    const auto reading
+        = [&now](int ahead, int document, bool isShiftOpen = false, bool isSynchronised = true) {
+              return ClockCase{now.addSecs(ahead), now, now.addSecs(document), isShiftOpen, isSynchronised};
+          };
+    const std::tuple<const char*, ClockCase, bool> rows[] = {
+        {"right", reading(4, -60), false},
+        {"ahead", reading(300, -60), true},
+        {"behind", reading(-300, -400), true},
+        {"too far", reading(301, -60), false},
+        {"too far behind", reading(-301, -400), false},
+        {"in a shift", reading(60, -60, true), false},
+        {"by a clock that nobody vouches for", reading(60, -60, false, false), false},
+        {"before a document", reading(60, 1), false},
+    };
+    for (const auto& [name, read, maySet] : rows)
+        EXPECT_EQ(mayClockBeSet(read), maySet) << name;
     EXPECT_FALSE(mayClockBeSet({{}, now, {}, false, true}));
     EXPECT_TRUE(mayClockBeSet({now.addSecs(60), now, {}, false, true}));
     // A time of the register is what its display shows, wherever the computer thinks it is.
