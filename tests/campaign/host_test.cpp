@@ -42,23 +42,18 @@ TEST(Watch, ChecksCallsForRepetitionsAndWaits)
             line.waitForReadyRead(milliseconds);
             throw FrNoConnectionException(QStringLiteral("Нет связи с ФР"));
         };
-        bool isFound = false;
-        try {
-            rig.watch(call, exchange);
-        } catch (const Violation&) {
-            isFound = true;
-        } catch (const FrNoConnectionException&) {
+        if (isViolation) {
+            EXPECT_THROW(rig.watch(call, exchange), Violation) << what << ", " << call;
+        } else {
+            EXPECT_THROW(rig.watch(call, exchange), FrNoConnectionException) << what << ", " << call;
         }
-        EXPECT_EQ(isFound, isViolation) << what << ", " << call;
     }
 }
 
 TEST(Watch, SeesTheCallsFromOutsideOnly)
 {
     Rig rig(Protocol::Xml);
-    rig.line.open();
-    rig.driver().portOpen();
-    rig.driver().connect();
+    rig.start();
     QList<QByteArray> calls;
     rig.watch = [&calls](const char* name, const std::function<void()>& work) {
         calls.append(name);

@@ -15,8 +15,7 @@
 
 namespace {
 
-const QString code = QStringLiteral("0104600000000015215!Ab1cD\x1D"
-                                    "93dGVz");
+const QString code = QStringLiteral("0104600000000015215!Ab1cD\u001D93dGVz");
 
 class Strict : public testing::Test
 {

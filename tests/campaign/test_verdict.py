@@ -50,20 +50,11 @@ def sound():
         {one["id"]: one for one in journal}, {"till1": documents}, {"till1": 601})
 
 
-def twice(evidence):
-    evidence.drives["till1"].append({**evidence.drives["till1"][1], "number": 5})
-
-
-def on_another_register(evidence):
-    evidence.drives["till2"] = [{**evidence.drives["till1"][1], "number": 3}]
-
-
-def printed_after_it_expired(evidence):
-    evidence.drives["till1"].append({"number": 5, "type": 3, "total": "1.02", "dateTime": f"{NOON}+00:00"})
-
-
-def printed_without_an_answer(evidence):
-    evidence.drives["till1"].append({"number": 5, "type": 3, "total": "1.03", "dateTime": f"{NOON}+00:00"})
+def printed(register="till1", **changes):
+    """The sale's document once more, with these changes."""
+    def plant(evidence):
+        evidence.drives.setdefault(register, []).append({**evidence.drives["till1"][1], **changes})
+    return plant
 
 
 def belief(name, **changes):
@@ -79,14 +70,13 @@ def journal(name, **changes):
 
 
 FAULTS = {
-    "printed twice": (twice, "on the registers 2 times"),
-    "printed on two registers": (on_another_register, "on the registers 2 times"),
-    "printed though it expired": (printed_after_it_expired, "of which the journal says ('notIssued'"),
-    "printed, and nobody knows": (printed_without_an_answer, "of which the journal says ('missing'"),
+    "printed twice": (printed(number=5), "on the registers 2 times"),
+    "printed on two registers": (printed("till2"), "on the registers 2 times"),
+    "printed though it expired": (printed(number=5, total="1.02"), "of which the journal says ('notIssued'"),
+    "printed, and nobody knows": (printed(number=5, total="1.03"), "of which the journal says ('missing'"),
     "printed for nobody": (lambda evidence: evidence.orders.pop("sale:0001"), "was ordered by nobody"),
     "issued, and on no register": (lambda evidence: evidence.drives["till1"].pop(1), "is issued, and on no register"),
-    "a Z report too many": (
-        lambda evidence: evidence.drives["till1"].append({"number": 5, "type": 5, "dateTime": NOON}), "Z reports [4, 5]"),
+    "a Z report too many": (printed(number=5, type=5), "Z reports [4, 5]"),
     "lost by the journal": (lambda evidence: evidence.journal.pop("sale:0002"), "the journal does not know it"),
     "the number that was told is another": (belief("sale:0001", number=2), "was told to be issued as"),
     "told to be issued": (belief("sale:0002", state="issued"), "was told to be issued as"),

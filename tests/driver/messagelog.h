@@ -2,8 +2,7 @@
 
 #include <driverlogtoqt.h>
 #include <QMessageLogContext>
-#include <QStringList>
-#include <QtGlobal>
+#include <QString>
 
 #include <string>
 #include <vector>

@@ -59,7 +59,7 @@ protected:
     {
         const Result result = run(emulator, protocol, words(command), "--json");
         EXPECT_EQ(result.status, 0) << result.errors.constData();
-        return QJsonDocument::fromJson(result.output).object();
+        return result.json();
     }
 
     Emulator emulator;
@@ -124,9 +124,7 @@ TEST_P(Day, SettingsAndTextsReachTheRegister)
     expect(words("drawer open"), "drawer opened");
     expect(words("drawer state"), "open");
     expect(words("time get"), "20");
-    expect(words("mark 0104600000000015215!Ab1cD\x1D"
-                 "93dGVz"),
-        "result of the check");
+    expect(words("mark 0104600000000015215!Ab1cD\u001D93dGVz"), "result of the check");
     const QString tape = emulator.tape();
     // The HEX driver writes settings in UTF-8, and the register has them in its own code page.
     const QString header = "Продукты на Примерной";
@@ -141,22 +139,12 @@ TEST_P(Day, BadGoodsAreNotSoldAndPiecesNotTwiceUnnoticed)
 {
     const QTemporaryDir folder;
     const auto changed = [&folder](const QString& name, const QByteArray& from, const QByteArray& to) {
-        QFile file(folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(readAll(example("marked-sale.json")).replace(from, to));
-        return file.fileName();
+        return written(folder, name, readAll(example("marked-sale.json")).replace(from, to));
     };
     const QString bad = changed("bad.json", "\\u001d93dGVz", "");
     const QString options = "--json --journal " + folder.filePath("sales");
-    const struct
-    {
-        QString file;
-        QString options;
-        int status;
-        const char* kind;
-        const char* key;
-        const char* told;
-    } rows[] = {
+    // Status and kind, and in which part of the answer something is told.
+    const std::tuple<QString, QString, int, const char*, const char*, const char*> rows[] = {
         {changed("malformed.json", "vat10", "vat"), "", 2, "data", "findings", "\"given\": \"vat\""},
         {bad, "", 1, "mark", "bits", "key wrong"},
         {example("marked-sale.json"), "", 0, "", "warnings", "not checked on line"},
@@ -164,16 +152,15 @@ TEST_P(Day, BadGoodsAreNotSoldAndPiecesNotTwiceUnnoticed)
         {example("marked-sale.json"), "--marks strict", 1, "mark", "findings", "not checked on line"},
         {bad, "--marks any", 0, "", "warnings", "found bad"},
     };
-    for (const auto& row : rows) {
-        const Result result = run(emulator, protocol, {"sell", row.file}, options + ' ' + row.options);
-        EXPECT_EQ(result.status, row.status) << result.errors.constData();
-        const QJsonObject json = QJsonDocument::fromJson(result.output).object();
+    for (const auto& [file, more, status, kind, key, part] : rows) {
+        const Result result = run(emulator, protocol, {"sell", file}, options + ' ' + more);
+        EXPECT_EQ(result.status, status) << result.errors.constData();
+        const QJsonObject json = result.json();
         const QJsonObject error = json.value("error").toObject();
-        const QByteArray told
-            = QJsonDocument((row.status == 0 ? json : error).value(row.key).toArray()).toJson();
-        EXPECT_TRUE(told.contains(row.told)) << row.told << result.output.constData();
-        EXPECT_EQ(error.value("kind").toString(), QLatin1String(row.kind));
-        EXPECT_EQ(json.value("state"), row.status == 0 ? "issued" : "notIssued");
+        const QByteArray told = QJsonDocument((status == 0 ? json : error).value(key).toArray()).toJson();
+        EXPECT_TRUE(told.contains(part)) << part << result.output.constData();
+        EXPECT_EQ(error.value("kind").toString(), QLatin1String(kind));
+        EXPECT_EQ(json.value("state"), status == 0 ? "issued" : "notIssued");
     }
     EXPECT_EQ(typesOf(emulator.journal()).filter("sell").size(), 2);
 }
@@ -196,8 +183,7 @@ TEST_P(Day, ParametersAreListedAndWritten)
     const QString refused = isHex ? "params set 8=1 50=1 5=1" : "params set OFD.OFD.OFD_Port=8 OFD.OFD.No=1";
     const Result refusal = run(emulator, protocol, words(refused), "--json");
     EXPECT_EQ(refusal.status, 1);
-    EXPECT_EQ(QJsonDocument::fromJson(refusal.output).object().value("error")["refused"].toArray(),
-        QJsonArray{isHex ? "50.0" : "OFD.OFD.No"})
+    EXPECT_EQ(refusal.json().value("error")["refused"].toArray(), QJsonArray{isHex ? "50.0" : "OFD.OFD.No"})
         << refusal.errors.constData();
     expect(words(isHex ? "params get 8 5" : "params get OFD.OFD.OFD_Port"),
         isHex ? "8.0 Автоматическая инкассация: 1\n5.0 Логотип компании: 0\n" : ": 7\n");
@@ -230,7 +216,7 @@ TEST(Frctl, FailureIsToldAndLeavesThePortClosed)
         const bool wasOpened = result.errors.contains("Порт открыт");
         EXPECT_EQ(wasOpened, status != 2);
         EXPECT_EQ(result.errors.contains("Порт закрыт"), wasOpened);
-        const QJsonObject json = QJsonDocument::fromJson(result.output).object();
+        const QJsonObject json = result.json();
         EXPECT_FALSE(json.value("error")["text"].toString().isEmpty()) << result.output.constData();
         EXPECT_TRUE(emulator.journal().isEmpty() || status != 2);
         EXPECT_TRUE(devices::SerialPortDevice(emulator.port()).open());

@@ -40,32 +40,6 @@ QString asCode(const QJsonObject&, const QJsonValue& value)
     return QString::number(codes.value(told(value), -1));
 }
 
-QString asMoney(const QJsonObject&, const QJsonValue& value)
-{
-    return money(value.toDouble());
-}
-
-QString asDiscount(const QJsonObject&, const QJsonValue& value)
-{
-    return money(-value.toDouble());
-}
-
-QString asQuantity(const QJsonObject&, const QJsonValue& value)
-{
-    return QString::number(value.toDouble(), 'f', 3);
-}
-
-// The register takes the price that is left of it.
-QString asReducedPrice(const QJsonObject& item, const QJsonValue& value)
-{
-    return money(value.toDouble() - item["infoDiscountAmount"].toDouble() / item["quantity"].toDouble());
-}
-
-QString asGoodsCode(const QJsonObject&, const QJsonValue& value)
-{
-    return QString::fromLatin1(told(value).section(QChar(0x1D), 0, 0).toUtf8().toHex());
-}
-
 struct Row
 {
     const char* field;
@@ -89,17 +63,26 @@ constexpr Row mapping[] = {
     {"additionalAttribute", "requisites.1192"},
     {"items[].type", nullptr},
     {"items[].name", "name"},
-    {"items[].price", "price", asReducedPrice},
-    {"items[].quantity", "quantity", asQuantity},
-    {"items[].infoDiscountAmount", "discount", asDiscount, "XML"},
-    {"items[].amount", "sum", asMoney},
+    // The register takes the price that is left of it.
+    {"items[].price", "price",
+        [](auto& item, auto& value) {
+            return money(
+                value.toDouble() - item["infoDiscountAmount"].toDouble() / item["quantity"].toDouble());
+        }},
+    {"items[].quantity", "quantity",
+        [](auto&, auto& value) { return QString::number(value.toDouble(), 'f', 3); }},
+    {"items[].infoDiscountAmount", "discount", [](auto&, auto& value) { return money(-value.toDouble()); },
+        "XML"},
+    {"items[].amount", "sum", [](auto&, auto& value) { return money(value.toDouble()); }},
     {"items[].tax.type", "tax", asCode},
     {"items[].paymentMethod", "paymentMethod", asCode},
     {"items[].paymentObject", "paymentObject", asCode},
     {"items[].measurementUnit", "unit", asCode},
     {"items[].markingCode.mark", "markingCode"},
     // The group of goods makes the tag of the code.
-    {"items[].markingCode.mark", "goodsCode.1305", asGoodsCode, "XML"},
+    {"items[].markingCode.mark", "goodsCode.1305",
+        [](auto&, auto& value) { return QString(told(value).section('\x1D', 0, 0).toUtf8().toHex()); },
+        "XML"},
     {"items[].markingCode.type", nullptr},
     {"items[].countryCode", "country"},
     {"items[].customsDeclaration", "declaration"},

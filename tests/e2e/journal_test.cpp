@@ -31,7 +31,7 @@ protected:
     {
         const Result result = runFrctl(arguments);
         EXPECT_EQ(result.status, status) << result.errors.constData() << result.output.constData();
-        return QJsonDocument::fromJson(result.output).object();
+        return result.json();
     }
 
     QJsonObject onRegister(const QString& command, int status = 0) const
@@ -132,10 +132,7 @@ TEST_P(MachineJournal, OneOfTwoAtTheSameMomentSells)
 TEST_P(MachineJournal, DamageStopsDocumentsAndNothingElse)
 {
     onRegister("sell " + sale);
-    QFile damaged(file);
-    ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
-    damaged.write(QByteArray(8192, 'x'));
-    damaged.close();
+    written(folder, "sales.sqlite", QByteArray(8192, 'x'));
     const QJsonObject told = onRegister("status");
     EXPECT_TRUE(told.value("warnings").toArray().at(0)["text"].toString().contains(file));
     for (const char* const command : {"cash-in 1", "z-report", "x-report"}) {

@@ -1,8 +1,6 @@
 #include "programs.h"
 
-#include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QRegularExpression>
 
 #include <gtest/gtest.h>
@@ -41,57 +39,35 @@ QJsonValue withoutTexts(const QJsonValue& value)
     return object;
 }
 
-QJsonObject jsonOf(const Result& result)
-{
-    return QJsonDocument::fromJson(result.output).object();
-}
-
-TEST(Language, IsThatOfMessages)
-{
-    for (const QString& language : {QStringLiteral("en"), QStringLiteral("ru")}) {
-        for (const char* const line : {"stauts", "status", "sell", "--wait long status"}) {
-            const Result result = runIn(language, QString(line).split(' '));
-            EXPECT_EQ(result.status, 2) << line;
-            EXPECT_EQ(isRussian(QString::fromUtf8(result.errors).remove("Иванова")), language == "ru")
-                << result.errors.constData();
-        }
-    }
-    EXPECT_TRUE(
-        isRussian(runShell(QStringLiteral("LC_ALL= LC_MESSAGES= LANG=ru_RU.UTF-8 " FRCTL " status")).errors));
-}
-
 TEST(Language, OfASectionIsThatOfItsRegister)
 {
     const QTemporaryDir folder;
-    QFile file(folder.filePath("frctl.ini"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("[till]\nlang = ru\n");
-    file.close();
-    const QStringList till{"--config", file.fileName(), "--register", "till", "status"};
+    const QString file = written(folder, "frctl.ini", "[till]\nlang = ru\n");
+    const QStringList till{"--config", file, "--register", "till", "status"};
     EXPECT_TRUE(isRussian(runFrctl(till).errors));
     EXPECT_FALSE(isRussian(runIn("en", till).errors));
+    EXPECT_TRUE(
+        isRussian(runShell(QStringLiteral("LC_ALL= LC_MESSAGES= LANG=ru_RU.UTF-8 " FRCTL " status")).errors));
+    // Also of mistakes that are found before anything is read.
+    EXPECT_TRUE(isRussian(runIn("ru", {"stauts"}).errors) && !isRussian(runIn("en", {"stauts"}).errors));
 }
 
 // Also where a receipt stands in a line of its own, and the line is not told twice.
 TEST(Language, ChangesNothingOfAnAnswerButItsTexts)
 {
     const QTemporaryDir folder;
-    QFile file(folder.filePath("wrong.jsonl"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(
+    const QString file = written(folder, "wrong.jsonl",
         "{\"type\": \"sell\", \"items\": [{\"type\": \"position\", \"name\": 5}]}\n{\"a\": tru}\n{\"\xff\": 1}\n");
-    file.close();
-    const std::pair<QStringList, bool> rows[]
-        = {{{"check", file.fileName()}, true}, {{"sell", file.fileName()}, true}, {{"doctor"}, true},
-            {{"check", markedSale}, false}, {{"names", "fields"}, false}};
+    const std::pair<QStringList, bool> rows[] = {{{"check", file}, true}, {{"sell", file}, true},
+        {{"doctor"}, true}, {{"check", markedSale}, false}, {{"names", "fields"}, false}};
     for (const auto& [command, hasTexts] : rows) {
-        const QJsonObject english = jsonOf(runIn("en", QStringList{"--json"} + command));
-        const QJsonObject russian = jsonOf(runIn("ru", QStringList{"--json"} + command));
+        const QJsonObject english = runIn("en", QStringList{"--json"} + command).json();
+        const QJsonObject russian = runIn("ru", QStringList{"--json"} + command).json();
         ASSERT_FALSE(english.isEmpty()) << command.first().toStdString();
         EXPECT_EQ(withoutTexts(russian), withoutTexts(english)) << command.first().toStdString();
         EXPECT_EQ(russian != english, hasTexts) << command.first().toStdString();
     }
-    const Result checked = runIn("ru", {"check", file.fileName()});
+    const Result checked = runIn("ru", {"check", file});
     EXPECT_FALSE(checked.output.contains("строка ")) << checked.output.constData();
 }
 
@@ -102,10 +78,10 @@ TEST(Language, OfWhatTheJournalKeepsIsEnglish)
     const QStringList options{"--journal", folder.filePath("sales"), "--port", emulator.port(), "--json"};
     const Result sold = runIn("ru", options + QStringList{"--id", "till-1:4711", "sell", markedSale});
     ASSERT_EQ(sold.status, 0) << sold.errors.constData();
-    const QJsonArray warnings = jsonOf(sold).value("warnings").toArray();
+    const QJsonArray warnings = sold.json().value("warnings").toArray();
     ASSERT_FALSE(warnings.isEmpty());
     EXPECT_TRUE(isRussian(warnings.first()["text"].toString()));
-    const QJsonObject kept = jsonOf(runIn("ru", options + QStringList{"journal", "show", "till-1:4711"}));
+    const QJsonObject kept = runIn("ru", options + QStringList{"journal", "show", "till-1:4711"}).json();
     const QString text = kept.value("attempts")[0]["warnings"][0].toString();
     EXPECT_TRUE(text.contains("not checked on line")) << text.toStdString();
     EXPECT_FALSE(isRussian(text)) << text.toStdString();

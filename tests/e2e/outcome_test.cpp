@@ -2,8 +2,6 @@
 
 #include "programs.h"
 
-#include <QJsonDocument>
-
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -30,7 +28,7 @@ protected:
     QJsonObject answerOf(const Result& result, int status, const char* state) const
     {
         EXPECT_EQ(result.status, status) << result.errors.constData();
-        const QJsonObject json = QJsonDocument::fromJson(result.output).object();
+        const QJsonObject json = result.json();
         EXPECT_EQ(json.value("state"), QLatin1String(state)) << result.output.constData();
         return json;
     }
@@ -175,7 +173,7 @@ TEST_F(Outcome, ItsOwnDriveAloneTellsWhatHasBecomeOfIt)
     };
     const Result elsewhere = settle(other.port());
     EXPECT_EQ(elsewhere.status, 5) << elsewhere.errors.constData();
-    EXPECT_EQ(QJsonDocument::fromJson(elsewhere.output)["error"]["kind"], "wrongRegister");
+    EXPECT_EQ(elsewhere.json().value("error")["kind"], "wrongRegister");
     EXPECT_EQ(sell(other, 5, "running").value("error")["kind"], "wrongRegister");
     EXPECT_EQ(settle(emulator.port()).status, 0);
     EXPECT_EQ(settle(other.port()).status, 0) << "it is shown as it is";

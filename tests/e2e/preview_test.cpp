@@ -2,7 +2,6 @@
 
 #include "programs.h"
 
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -21,12 +20,9 @@ QString exampleFile(const char* name)
     return QStringLiteral(FRSPF_EXAMPLES "/") + name;
 }
 
-QString written(const QTemporaryDir& folder, const QJsonObject& receipt)
+QString receiptFile(const QTemporaryDir& folder, const QJsonObject& receipt)
 {
-    QFile file(folder.filePath("receipt.json"));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QJsonDocument(receipt).toJson());
-    return file.fileName();
+    return written(folder, "receipt.json", QJsonDocument(receipt).toJson());
 }
 
 QJsonObject longReceipt(int positions)
@@ -67,7 +63,7 @@ TEST(Preview, ReceiptWithoutTaxSystemOrPaperIsShown)
     QJsonObject receipt = QJsonDocument::fromJson(readAll(exampleFile("electronic-sale.json"))).object();
     receipt.remove("taxationType");
     const QTemporaryDir folder;
-    const Result preview = runFrctl({"--json", "preview", written(folder, receipt)});
+    const Result preview = runFrctl({"--json", "preview", receiptFile(folder, receipt)});
     EXPECT_TRUE(preview.output.contains("СНО: ОСН")) << preview.errors.toStdString();
     EXPECT_TRUE(preview.errors.contains("electronically: a register prints nothing of it"));
 }
@@ -76,14 +72,14 @@ TEST(Preview, WhatTheRegisterRefusesIsToldAsWhatTheChecksFind)
 {
     const QTemporaryDir folder;
     // More positions than a register takes, which no rule of the receipt says.
-    const QString file = written(folder, longReceipt(1001));
+    const QString file = receiptFile(folder, longReceipt(1001));
     const QPair<const char*, const char*> rows[]{
         {"HEX", "the register refuses it: Кол-во позиций в документе превысило допустимый предел"},
         {"XML", "the register refuses it: Внутренняя ошибка. Некорректный документ (8: too many positions)"}};
     for (const auto& [protocol, text] : rows) {
         const Result preview = runFrctl({"--json", "--protocol", protocol, "preview", file});
         EXPECT_EQ(preview.status, 2);
-        const QJsonObject error = QJsonDocument::fromJson(preview.output).object()["error"].toObject();
+        const QJsonObject error = preview.json()["error"].toObject();
         EXPECT_EQ(error["exception"], "ReceiptError");
         const QString told = error["findings"].toArray().at(0)["text"].toString();
         EXPECT_TRUE(told.startsWith(text)) << told.toStdString();
@@ -101,7 +97,7 @@ TEST(Preview, PictureHasCodesThatAScannerReads)
     EXPECT_TRUE(read.contains("CODE-128:TICKET-000123\n")) << read.toStdString();
     EXPECT_TRUE(read.contains("QR-Code:TICKET-000123\n"));
     EXPECT_TRUE(read.contains("&s=450.00&fn=9999078900001234&"));
-    const Result tooLong = runFrctl({"--png", file, "preview", written(folder, longReceipt(700))});
+    const Result tooLong = runFrctl({"--png", file, "preview", receiptFile(folder, longReceipt(700))});
     EXPECT_TRUE(tooLong.errors.contains("the page is too long for a PNG")) << tooLong.errors.toStdString();
     EXPECT_EQ(runFrctl({"--png", "/dev/null/a.png", "preview", exampleFile("sale.json")}).status, 1);
     // A drawing program may say so before it has read all.

@@ -71,6 +71,13 @@ QByteArray readAll(const QString& fileName)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+QString written(const QTemporaryDir& folder, const QString& name, const QByteArray& content)
+{
+    QFile file(folder.filePath(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+    return file.fileName();
+}
+
 Emulator::Emulator(const QStringList& options)
 {
     const QStringList own{"--quiet", "--pty", port(), "--tape", m_dir.filePath("tape"), "--journal",

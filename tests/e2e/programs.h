@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonDocument>
 #include <QJsonObject>
 #include <QList>
 #include <QProcess>
@@ -14,7 +15,6 @@ public:
 
     QString port() const { return m_dir.filePath(QStringLiteral("register")); }
     QString tape() const;
-    qint64 processId() const { return m_process.processId(); }
     /// The documents of its journal.
     QList<QJsonObject> journal() const;
     /// The sales among them.
@@ -33,6 +33,8 @@ struct Result
     int status = -1;
     QByteArray output;
     QByteArray errors;
+
+    QJsonObject json() const { return QJsonDocument::fromJson(output).object(); }
 };
 
 /// Starts frctl with the built plugin and waits until it has ended.
@@ -44,3 +46,5 @@ Result interruptFrctl(const QStringList& arguments, const QByteArray& after, int
 /// The same for a line of bash, which must end with an exec.
 Result interruptShell(const QString& script, const QByteArray& after, int signal);
 QByteArray readAll(const QString& fileName);
+/// A file of the folder with that content; its name.
+QString written(const QTemporaryDir& folder, const QString& name, const QByteArray& content);

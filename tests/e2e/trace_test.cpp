@@ -8,7 +8,6 @@
 
 #include <QDir>
 #include <QJsonArray>
-#include <QJsonDocument>
 
 #include <gtest/gtest.h>
 
@@ -121,11 +120,11 @@ TEST(Trace, BothSidesWriteTheSame)
         EXPECT_EQ(runFrctl({"--json", "trace", "diff", ours, full}).status, 1);
         const Result shown = runFrctl({"--json", "trace", "show", ours});
         EXPECT_EQ(shown.status, 0);
-        EXPECT_FALSE(QJsonDocument::fromJson(shown.output).object().value("frames").toArray().isEmpty());
+        EXPECT_FALSE(shown.json().value("frames").toArray().isEmpty());
         // The same register once more, from its first day on.
         Emulator other({"--drive", "9999000000000017"});
         const Result played = runFrctl({"--json", "trace", "replay", ours, "--as", "host", other.port()});
-        const QJsonObject json = QJsonDocument::fromJson(played.output).object();
+        const QJsonObject json = played.json();
         EXPECT_EQ(json.value("played"), json.value("requests"));
         // It has another drive.
         EXPECT_EQ(played.status, 1);
@@ -133,20 +132,26 @@ TEST(Trace, BothSidesWriteTheSame)
     }
 }
 
+/// A trace of these frames.
+QString traceFile(const QTemporaryDir& folder, const QList<trace::Frame>& frames)
+{
+    QByteArray text = trace::traceline::head(true);
+    for (const trace::Frame& frame : frames)
+        text += trace::traceline::frame(frame, "a frame");
+    return written(folder, "made.trace", text);
+}
+
 // The register shows what is bad in a request, and the trace of it must not.
 TEST(Trace, ReasonsOfRefusalsAreMasked)
 {
     QTemporaryDir folder;
     const QString theirs = folder.filePath("theirs");
-    QFile wrong(folder.filePath("wrong"));
-    ASSERT_TRUE(wrong.open(QIODevice::WriteOnly));
-    wrong.write(trace::traceline::head(true));
-    for (const QByteArray& bytes : {frames::request(' ', "A7"), frames::request('!', "00", "010326,090000,"),
-             frames::request('"', "6B", "Иванова,772100000040772100000040,")})
-        wrong.write(trace::traceline::frame(frames::toRegister(bytes), "a request"));
-    wrong.close();
+    const QString wrong = traceFile(folder,
+        {frames::toRegister(frames::request(' ', "A7")),
+            frames::toRegister(frames::request('!', "00", "010326,090000,")),
+            frames::toRegister(frames::request('"', "6B", "Иванова,772100000040772100000040,"))});
     Emulator emulator({"--trace", theirs});
-    runFrctl({"trace", "replay", wrong.fileName(), "--as", "host", emulator.port()});
+    runFrctl({"trace", "replay", wrong, "--as", "host", emulator.port()});
     emulator.stop();
     const QByteArray text = readAll(theirs);
     EXPECT_TRUE(text.contains("# refused: 6B: field 2 is 12 digits at most\n")) << text.constData();
@@ -156,15 +161,11 @@ TEST(Trace, ReasonsOfRefusalsAreMasked)
 TEST(Trace, ReplayThatTheRegisterRefusesTellsWhatItWants)
 {
     QTemporaryDir folder;
-    QFile opening(folder.filePath("opening"));
-    ASSERT_TRUE(opening.open(QIODevice::WriteOnly));
-    opening.write(trace::traceline::head(true));
-    const QByteArray request = frames::request(' ', "6B", "Иванова,,");
-    opening.write(trace::traceline::frame(frames::toRegister(request), "a request"));
-    opening.write(trace::traceline::frame(frames::toHost(frames::answer(' ', "6B")), "an answer"));
-    opening.close();
+    const QString opening = traceFile(folder,
+        {frames::toRegister(frames::request(' ', "6B", "Иванова,,")),
+            frames::toHost(frames::answer(' ', "6B"))});
     const Emulator emulator;
-    const QStringList replay{"trace", "replay", opening.fileName(), "--as", "host", emulator.port()};
+    const QStringList replay{"trace", "replay", opening, "--as", "host", emulator.port()};
     const Result locked = runFrctl(replay + QStringList{"--password", "ABCD"});
     EXPECT_EQ(locked.status, 1);
     EXPECT_TRUE(locked.errors.contains("06") && locked.errors.contains("--password"))
@@ -177,18 +178,14 @@ TEST(Trace, ReplayThatTheRegisterRefusesTellsWhatItWants)
 }
 
 /// The trace as of a register whose drive is none for tests.
-void makeFiscal(const QString& name, const QString& target)
+QString fiscalTrace(const QTemporaryDir& folder, const QString& name)
 {
-    const QByteArray testDrive = "9999000000000001";
-    QFile file(target);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(trace::traceline::head(true));
-    for (trace::Frame frame : trace::readTrace(readAll(name)).frames) {
-        const QByteArray bytes = QByteArray(frame.bytes).replace(testDrive, "7281000000000001");
-        const bool isHex = bytes.startsWith('\x02');
-        frame.bytes = isHex ? trace::hexframe::withCheckOf(bytes, frame.bytes) : bytes;
-        file.write(trace::traceline::frame(frame, "a frame"));
+    QList<trace::Frame> frames = trace::readTrace(readAll(name)).frames;
+    for (trace::Frame& frame : frames) {
+        const QByteArray bytes = QByteArray(frame.bytes).replace("9999000000000001", "7281000000000001");
+        frame.bytes = bytes.startsWith('\x02') ? trace::hexframe::withCheckOf(bytes, frame.bytes) : bytes;
     }
+    return traceFile(folder, frames);
 }
 
 // A replay makes documents once more, past all that keeps sell from it.
@@ -199,8 +196,7 @@ TEST(Trace, ReplayGoesToTheTestRegisterThatIsMeant)
         const QString trace = QStringLiteral(FRSPF_SOURCES "/tests/traces/%1-day.trace").arg(protocol);
         const QStringList replay{"trace", "replay", trace, "--as", "host", "--port"};
         QTemporaryDir folder;
-        makeFiscal(trace, folder.filePath("fiscal"));
-        PlayedRegister fiscal(folder.filePath("fiscal"));
+        PlayedRegister fiscal(fiscalTrace(folder, trace));
         const Result refused = runFrctl(replay + QStringList{fiscal.port()});
         EXPECT_EQ(refused.status, 1);
         EXPECT_TRUE(refused.errors.contains("7281000000000001")) << refused.errors.constData();

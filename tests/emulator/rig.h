@@ -3,10 +3,8 @@
 #include "hex/protocol.h"
 #include "register/virtualclock.h"
 
-#include <functional>
 #include <numeric>
 #include <QTextCodec>
-#include <utility>
 
 /// A request as a host would put it: command code and fields.
 struct Step
@@ -172,8 +170,7 @@ inline Step text(const QString& line, int attribute = 0)
 }
 
 /// A code with its group separator and short proof.
-const QByteArray markingCode = "0104601234567890215abc\x1D"
-                               "93test";
+const QByteArray markingCode = "0104601234567890215abc\u001D93test";
 
 inline Step check(const QByteArray& code = markingCode)
 {

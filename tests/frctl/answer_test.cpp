@@ -1,10 +1,8 @@
 #include "documentoutput.h"
-#include "findingsjson.h"
 #include "identifiedreceipt.h"
 #include "markjudgement.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 
 #include <gtest/gtest.h>
 
@@ -51,9 +49,7 @@ TEST(ReceiptOutput, SaysTheSameToPeopleAndMachines)
     result.total = 1050;
     result.paid = 1100;
     result.change = 50;
-    result.marks = {{QStringLiteral("01\x1D"
-                                    "93"),
-        15, "items[0].markingCode"}};
+    result.marks = {{QStringLiteral("01\u001D93"), 15, "items[0].markingCode"}};
     receipt::Receipt receipt;
     receipt.items.resize(2);
     receipt.items[0].path = "items[0]";
@@ -78,17 +74,6 @@ TEST(ReceiptOutput, SaysTheSameToPeopleAndMachines)
     EXPECT_EQ(output.json.value("items"),
         QJsonValue(QJsonArray{QJsonObject{{"path", "items[0]"}, {"name", "Молоко"}, {"price", 5.25},
             {"quantity", 2}, {"amount", 10.5}, {"mark", mark}}}));
-}
-
-TEST(FindingsJson, HasTheTextItselfWhichPeopleGetReadable)
-{
-    const receipt::Finding finding{receipt::Finding::Error, "items[0].markingCode",
-        QStringLiteral("01\x1D"
-                       "93"),
-        "is bad"};
-    EXPECT_EQ(QJsonDocument(sale::findingsJson({finding})).toJson(QJsonDocument::Compact),
-        R"([{"given":"01\u001d93","path":"items[0].markingCode","text":"is bad"}])");
-    EXPECT_EQ(finding.text(), QStringLiteral("items[0].markingCode: \"01<GS>93\" is bad"));
 }
 
 } // namespace

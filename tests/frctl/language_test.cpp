@@ -15,24 +15,15 @@ namespace {
 
 const char* const variables[] = {"LC_ALL", "LC_MESSAGES", "LANG"};
 
-/// The variables of the test's own surroundings are back in the end, and the language.
+/// The test's own surroundings are back in the end, and the language.
 class Language : public testing::Test
 {
 protected:
-    Language()
-    {
-        for (const char* const name : variables)
-            m_before.append(qgetenv(name));
-    }
     ~Language() override
     {
-        for (qsizetype index = 0; index < m_before.size(); ++index)
-            qputenv(variables[index], m_before.at(index));
+        qputenv("LC_ALL", "C.UTF-8");
         useLanguage(QStringLiteral("en"));
     }
-
-private:
-    QList<QByteArray> m_before;
 };
 
 TEST_F(Language, IsThatOfTheCommandLineOrElseOfTheFirstVariableThatSaysSomething)

@@ -38,6 +38,10 @@ TEST(Options, AreRead)
     EXPECT_EQ(options.command, QStringLiteral("time"));
     EXPECT_EQ(options.arguments.size(), 2);
     EXPECT_EQ(parse("status").protocol, QStringLiteral("XML"));
+    // They stand anywhere and are no arguments.
+    EXPECT_EQ(parse("status --protocol=hex").protocol, QStringLiteral("HEX"));
+    EXPECT_TRUE(parse("sell -h").help && parse("-v").version);
+    EXPECT_EQ(parse("sell --split - -5 -.5 -- --json").arguments, (QStringList{"-", "-5", "-.5", "--json"}));
 }
 
 TEST(Options, NameARegisterOfAService)
@@ -60,14 +64,6 @@ TEST(Options, NameARegisterOfAService)
             EXPECT_EQ(port->registerName, QStringLiteral("till1"));
         }
     }
-}
-
-TEST(Options, StandAnywhereAndAreNoArguments)
-{
-    EXPECT_EQ(parse("status --protocol=hex").protocol, QStringLiteral("HEX"));
-    EXPECT_TRUE(parse("sell -h").help);
-    EXPECT_TRUE(parse("-v").version);
-    EXPECT_EQ(parse("sell --split - -5 -.5 -- --json").arguments, (QStringList{"-", "-5", "-.5", "--json"}));
 }
 
 // What help shows must be true.

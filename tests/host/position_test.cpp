@@ -21,7 +21,7 @@ TEST(Position, PriceDiscountAndSumAgreeAndAreNotRounded)
         {50.0, 0.0, 0.0, 50.0, 0.0},
     };
     for (const auto& [price, count, discount, priceWithDiscount, sumWithDiscount] : cases) {
-        FrPosition position(QStringLiteral("Молоко"), price, count);
+        FrPosition position("Молоко", price, count);
         position.setDiscsum(discount);
         EXPECT_DOUBLE_EQ(position.getPriceWithDisc(), priceWithDiscount);
         EXPECT_DOUBLE_EQ(position.getPossumWithDisc(), sumWithDiscount);
@@ -41,7 +41,7 @@ TEST(Position, RequisitesDecideWhichBlocksItHas)
     };
     for (const auto& [tag, agent, supplier, industry] : cases) {
         FrPosition position;
-        position.setRequisite(FdRequisite(tag, QStringLiteral("x")));
+        position.setRequisite(FdRequisite(tag, "x"));
         EXPECT_TRUE(position.hasFdRequisite(tag));
         EXPECT_EQ(position.hasAgentDataRequisites(), agent) << tag;
         EXPECT_EQ(position.hasSupplierRequisites(), supplier) << tag;
@@ -52,16 +52,16 @@ TEST(Position, RequisitesDecideWhichBlocksItHas)
 
 TEST(Position, LogLineIsOneLineWithSumsAndCode)
 {
-    FrPosition position(QStringLiteral("Молоко\n3,2%"), 50.0, 1.5);
+    FrPosition position("Молоко\n3,2%", 50.0, 1.5);
     position.setDiscsum(5.0);
-    position.setMarkingCode(QStringLiteral("0104\x1d") + QStringLiteral("93ab"), MarkCommon);
-    position.setRequisite(FdRequisite(EFrDriver::CountryOfOrigin, QStringLiteral("643")));
+    position.setMarkingCode(QStringLiteral("0104\x1d") + "93ab", MarkCommon);
+    position.setRequisite(FdRequisite(EFrDriver::CountryOfOrigin, "643"));
     const QString line = position.toString();
     for (const char* part : {"Молоко", "1.500", "50.00", "5.00", "70.00", "0104<GS>93ab", "1230"})
         EXPECT_TRUE(line.contains(QString::fromUtf8(part))) << part << " in " << line.toStdString();
     EXPECT_FALSE(line.contains(QLatin1Char('\n')));
     position.setDiscsum(-0.001);
-    EXPECT_FALSE(position.toString().contains(QStringLiteral("-0.00")));
+    EXPECT_FALSE(position.toString().contains("-0.00"));
 }
 
 TEST(Decimals, WhatRoundsToZeroHasNoSign)
@@ -75,20 +75,17 @@ TEST(Decimals, WhatRoundsToZeroHasNoSign)
 TEST(Requisite, CompositeOpensInAscendingOrderOfItsTags)
 {
     const FdRequisite industry(EFrDriver::IndustryRequisite,
-        QVariantMap{{QStringLiteral("1264"), QStringLiteral("123/45")}, {QStringLiteral("44"), 1},
-            {QStringLiteral("1262"), QStringLiteral("030")}, {QStringLiteral("65535"), 2},
-            {QStringLiteral("name"), 3}, {QStringLiteral("70000"), 4}});
+        QVariantMap{{"1264", "123/45"}, {"44", 1}, {"1262", "030"}, {"65535", 2}, {"name", 3}, {"70000", 4}});
     QList<int> tags;
     for (const EFrDriver::RequisiteTypes tag : industry.toMap().keys())
         tags.append(static_cast<int>(tag));
     EXPECT_EQ(tags, (QList<int>{44, 1262, 1264, 65535}));
-    EXPECT_EQ(industry.toMap().value(EFrDriver::IndustryAuthority).getSourceData().toString(),
-        QStringLiteral("030"));
+    EXPECT_EQ(industry.toMap().value(EFrDriver::IndustryAuthority).getSourceData().toString(), "030");
 }
 
 TEST(Requisite, FieldsGoInAndComeOutTheSameAlsoWhenNested)
 {
-    const FdRequisite phone(EFrDriver::SupplierPhone, QStringLiteral("+79001234567"));
+    const FdRequisite phone(EFrDriver::SupplierPhone, "+79001234567");
     const FdRequisite supplier
         = FdRequisite::composite(EFrDriver::SupplierData, {{EFrDriver::SupplierPhone, phone}});
     const FdRequisite outer = FdRequisite::composite(EFrDriver::Item, {{EFrDriver::SupplierData, supplier}});
@@ -99,9 +96,9 @@ TEST(Requisite, FieldsGoInAndComeOutTheSameAlsoWhenNested)
 
 TEST(Requisite, NamesAreThoseOfTheFiscalDataFormat)
 {
-    EXPECT_EQ(FdRequisite(EFrDriver::CashierInn, {}).getDescription(), QStringLiteral("ИНН кассира"));
+    EXPECT_EQ(FdRequisite(EFrDriver::CashierInn, {}).getDescription(), "ИНН кассира");
     const auto unknown = static_cast<EFrDriver::RequisiteTypes>(1999);
-    EXPECT_EQ(FdRequisite(unknown, {}).getDescription(), QStringLiteral("реквизит 1999"));
+    EXPECT_EQ(FdRequisite(unknown, {}).getDescription(), "реквизит 1999");
 }
 
 } // namespace

@@ -131,6 +131,8 @@ TEST_F(PluginTest, protocolDecides)
     const std::pair<const char*, const char*> table[]
         = {{"HEX", "spfhex"}, {"XML", "spfxml"}, {"hex", "spfxml"}, {"HEX ", "spfxml"}, {"", "spfxml"}};
     for (const auto& [protocol, family] : table) {
+        device.reset();
+        EXPECT_TRUE(loader.unload() && !loader.isLoaded()) << "it can be loaded again";
         device = makeObject();
         device->setProperty("serialObj", QVariant::fromValue<QObject*>(&port));
         device->setProperty("protocol", protocol);
@@ -182,14 +184,4 @@ TEST_F(PluginTest, settingsReachTheDriver)
     device->setProperty("protocolVer", "14.0");
     EXPECT_EQ(device->property("protocolVer"), "14.0");
     EXPECT_EQ(makeObject()->property("protocolVer"), "13.0");
-}
-
-TEST_F(PluginTest, loadsAgainAfterUnloading)
-{
-    device.reset();
-    EXPECT_TRUE(loader.unload());
-    EXPECT_FALSE(loader.isLoaded());
-    device = makeObject();
-    device->setProperty("serialObj", QVariant::fromValue<QObject*>(&port));
-    EXPECT_NE(init(), nullptr);
 }

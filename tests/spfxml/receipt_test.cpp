@@ -18,9 +18,7 @@ FrPosition positionWithEverything()
     position.setPaymentObject(33);
     position.setPaymentMethod(3);
     position.setFrUnit(11);
-    position.setMarkingCode(QString::fromUtf8("010460123456789321Z\x1d"
-                                              "93dGVz"),
-        MarkCommon);
+    position.setMarkingCode(QString::fromUtf8("010460123456789321Z\u001d93dGVz"), MarkCommon);
     for (const unsigned tag : {1231u, 1230u, 1222u, 1226u})
         position.setRequisite({static_cast<Tag>(tag), tag * 2});
     position.setRequisite({Tag::SupplierData, QVariantMap{{"1225", "Ферма"}, {"1171", "+71"}}});

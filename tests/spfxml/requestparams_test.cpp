@@ -26,10 +26,10 @@ TEST(RequestParams, formatsTheValueByItsType)
 
 TEST(RequestParams, writesTextNodesForAllButNullValues)
 {
-    EXPECT_TRUE(RequestParams(Type::Structure, QStringLiteral("5"), QVariant()).toString().isEmpty());
+    EXPECT_TRUE(RequestParams(Type::Structure, "5", QVariant()).toString().isEmpty());
     const RequestParams tree(Type::Structure, EFrDriver::Item,
-        QList<RequestParams>{{Type::Text, EFrDriver::CashierName, QString()},
-            {Type::Text, QStringLiteral("null"), QVariant()}});
+        QList<RequestParams>{
+            {Type::Text, EFrDriver::CashierName, QString()}, {Type::Text, "null", QVariant()}});
     EXPECT_EQ(flat(xmlDocument(tree.toString())), "1059:7{1021:1= null:1=}");
     QDomDocument document;
     const QDomElement element = tree.toElement(document);
@@ -42,22 +42,18 @@ TEST(RequestParams, writesTheTextThatADocumentWouldWrite)
     QString characters;
     for (char16_t code = 1; code < 0x500; ++code)
         characters += QChar(code);
-    characters += QStringLiteral(" ]]> ]> > \U0001F600");
+    characters += " ]]> ]> > \U0001F600";
     RequestParams parent(Type::StructureList, characters,
-        QList<RequestParams>{{Type::Text, QStringLiteral("a"), characters},
-            {Type::None, QString(), QVariant()},
-            {Type::Structure, QStringLiteral("b"),
-                QList<RequestParams>{{Type::Text, QString(), QString()}}}});
-    const RequestParams tree(Type::Structure, QStringLiteral("5"), QList<RequestParams>{parent, parent});
+        QList<RequestParams>{{Type::Text, "a", characters}, {Type::None, QString(), QVariant()},
+            {Type::Structure, "b", QList<RequestParams>{{Type::Text, QString(), QString()}}}});
+    const RequestParams tree(Type::Structure, "5", QList<RequestParams>{parent, parent});
     QDomDocument document;
     document.appendChild(tree.toElement(document));
     // A document has its attributes in any order.
-    const QString expected
-        = document.toString(1).replace(QRegularExpression(QStringLiteral("<pa t=\"(\\d+)\" n=\"([^\"]*)\"")),
-            QStringLiteral("<pa n=\"\\2\" t=\"\\1\""));
+    const QString expected = document.toString(1).replace(
+        QRegularExpression("<pa t=\"(\\d+)\" n=\"([^\"]*)\""), "<pa n=\"\\2\" t=\"\\1\"");
     EXPECT_EQ(tree.toString(), expected);
-    EXPECT_EQ(RequestParams(Type::Sum, QStringLiteral("c"), 1).toString(),
-        QStringLiteral("<pa n=\"c\" t=\"2\">1.00</pa>\n"));
+    EXPECT_EQ(RequestParams(Type::Sum, "c", 1).toString(), "<pa n=\"c\" t=\"2\">1.00</pa>\n");
 }
 
 TEST(RequestParams, readsATree)

@@ -98,19 +98,14 @@ TEST(Lines, FullDiskIsToldOnce)
 // What goes over a line and how it is cut: however it comes in pieces, each frame is one line.
 TEST(Lines, FramesAreAssembled)
 {
-    const QByteArray bitmap("\x1B"
-                            "BM\x02\x03\x1B",
-        6);
+    const QByteArray bitmap("\u001BBM\x02\x03\x1B", 6);
     const std::pair<Direction, QList<QByteArray>> rows[] = {
         {Direction::ToHost, {answer(' ', "A0").insert(7, '\x06').insert(9, '\x06'), answer('!', "A0")}},
         {Direction::ToRegister, {request(' ', "A0"), "\x05", request('!', "30", "Хлеб,,1.000,")}},
         {Direction::ToRegister, {request(' ', "E2", "5,"), bitmap, bitmap, request('!', "A0")}},
         {Direction::ToRegister, {"\x02QZXW A1", request('!', "A0")}},
         {Direction::ToHost,
-            {"\x06", "\x06", "noise\x1B", answer(' ', "A0", "0,4,0,"),
-                answer(' ', "A1",
-                    "a\x02"
-                    "b,")}},
+            {"\x06", "\x06", "noise\x1B", answer(' ', "A0", "0,4,0,"), answer(' ', "A1", "a\u0002b,")}},
         {Direction::ToHost, {"<<x<", answer(' ', "A0")}},
         {Direction::ToRegister, {xmlRequest("a", 58), xmlRequest("b", 2)}},
         {Direction::ToHost, {"\r\n", xmlAnswer("a", 58) + "\r\n", xmlAnswer("b", 2)}},

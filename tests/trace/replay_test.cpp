@@ -30,27 +30,22 @@ QByteArray said(trace::RegisterPlayer& player, const QByteArray& bytes)
 TEST(RegisterPlayer, AnswersHaveTheIdsOfTheLivingHost)
 {
     trace::RegisterPlayer player(recorded);
-    const struct
-    {
-        const char* what;
-        QByteArray asked;
-        QByteArray answered;
-        bool isDone = false;
-    } rows[] = {
-        {"in order", request('a', "A6"), answer('a', "A6", "17,")},
-        {"alive", "\x05", "\x06"},
-        {"a question of later", request('b', "A0"), answer('b', "A0", "0,4,5,")},
-        {"a question of before", request('c', "A6"), answer('c', "A6", "17,")},
-        {"no question of the trace", request('d', "A8"), answer('d', "A8", {}, "01")},
-        {"no step of the trace", request('e', "22", "0,1,0,"), answer('e', "22", {}, "01")},
+    // What is asked and answered, and whether the trace is done then.
+    const std::tuple<const char*, QByteArray, QByteArray, bool> rows[] = {
+        {"in order", request('a', "A6"), answer('a', "A6", "17,"), false},
+        {"alive", "\x05", "\x06", false},
+        {"a question of later", request('b', "A0"), answer('b', "A0", "0,4,5,"), false},
+        {"a question of before", request('c', "A6"), answer('c', "A6", "17,"), false},
+        {"no question of the trace", request('d', "A8"), answer('d', "A8", {}, "01"), false},
+        {"no step of the trace", request('e', "22", "0,1,0,"), answer('e', "22", {}, "01"), false},
         {"the step", request('f', "34"), answer('f', "34"), true},
         {"the step again", request('f', "34"), answer('f', "34"), true},
         {"another one", request('g', "34"), answer('g', "34", {}, "01"), true},
         {"what has become of it", request('h', "A0"), answer('h', "A0", "0,4,7,"), true},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(said(player, row.asked).toHex(' '), row.answered.toHex(' ')) << row.what;
-        EXPECT_EQ(player.isDone(), row.isDone) << row.what;
+    for (const auto& [what, asked, answered, isDone] : rows) {
+        EXPECT_EQ(said(player, asked).toHex(' '), answered.toHex(' ')) << what;
+        EXPECT_EQ(player.isDone(), isDone) << what;
     }
     EXPECT_EQ(player.complaints().size(), 3);
     EXPECT_EQ(player.missing(), QStringList());

@@ -9,9 +9,7 @@ TEST(HexLink, AnswersByteForByte)
     const auto request = QByteArray::fromHex("02 51 5A 58 57 20 41 30 03 35 36");
     EXPECT_EQ(rig.exchange(request).toHex(' '), "02 20 41 30 30 30 30 1c 31 1c 30 1c 03 37 46");
     // A command without an answer of its own: header, ETX and check value.
-    const auto start = "\x02QZXW\xFD"
-        + QByteArray("00010324\x1C"
-                     "090000\x1C\x03");
+    const auto start = "\x02QZXW\xFD" + QByteArray("00010324\u001C090000\x1C\x03");
     EXPECT_EQ(rig.exchange(start + Rig::check(start.mid(1))).toHex(' '), "02 fd 30 30 30 30 03 46 45");
 }
 
@@ -27,41 +25,36 @@ TEST(HexLink, HasOneCharacterForEachByte)
 
 TEST(HexLink, RefusesWhatIsNoRightFrame)
 {
-    const struct
-    {
-        QByteArray password;
-        QByteArray command;
-        int code;
-        char id = '!';
-        bool lenient = false;
-    } cases[] = {
-        {"QZXW", "A0", 0},
-        {"QZXW", "a0", 2},
-        {"QZXW", "a0", 0, '!', true},
-        {"QZXW", "A0", 0, '\x20'},
-        {"QZXW", "A0", 3, '\x1F'},
-        {"QZXW", "A0", 0, '\xFD'},
-        {"QZXW", "A0", 3, '\xFE'},
-        {"QZXW", "A0", 0, '\xFE', true},
-        {"QZXV", "A0", 6},
+    // Password, packet id and command, and what a strict register and a lenient one answer.
+    const std::tuple<QByteArray, char, QByteArray, int, int> cases[] = {
+        {"QZXW", '!', "A0", 0, 0},
+        {"QZXW", '!', "a0", 2, 0},
+        {"QZXW", '\x20', "A0", 0, 0},
+        {"QZXW", '\x1F', "A0", 3, 0},
+        {"QZXW", '\xFD', "A0", 0, 0},
+        {"QZXW", '\xFE', "A0", 3, 0},
+        {"QZXV", '!', "A0", 6, 6},
         // No such function, no number, a field without its end, a field too few.
-        {"QZXW", "A9", 2},
-        {"QZXW", "G0", 2},
-        {"QZXW", "A59", 3},
-        {"QZXW", "A5", 3},
+        {"QZXW", '!', "A9", 2, 2},
+        {"QZXW", '!', "G0", 2, 2},
+        {"QZXW", '!', "A59", 3, 3},
+        {"QZXW", '!', "A5", 3, 3},
         // Not started yet.
-        {"QZXW", "6B\x1C\x1C", 1},
+        {"QZXW", '!', "6B\x1C\x1C", 1, 1},
     };
-    for (const auto& c : cases) {
-        Rig rig;
-        rig.protocol.setLenient(c.lenient);
-        const QByteArray body = c.password + c.id + c.command + '\x03';
-        const QByteArray right = '\x02' + body + Rig::check(body);
-        for (const auto& [request, code] : {std::pair{right, c.code}, {right.chopped(2) + "00", 7}}) {
-            const QByteArray answer = rig.exchange(request);
-            ASSERT_GE(answer.size(), 9) << c.command.data();
-            EXPECT_EQ(answer.at(1), c.id);
-            EXPECT_EQ(answer.mid(4, 2).toInt(nullptr, 16), code) << c.command.data();
+    for (const auto& [password, id, command, strictCode, lenientCode] : cases) {
+        for (const bool lenient : {false, true}) {
+            Rig rig;
+            rig.protocol.setLenient(lenient);
+            const QByteArray body = password + id + command + '\x03';
+            const QByteArray right = '\x02' + body + Rig::check(body);
+            for (const auto& [request, code] :
+                {std::pair{right, lenient ? lenientCode : strictCode}, {right.chopped(2) + "00", 7}}) {
+                const QByteArray answer = rig.exchange(request);
+                ASSERT_GE(answer.size(), 9) << command.data();
+                EXPECT_EQ(answer.at(1), id);
+                EXPECT_EQ(answer.mid(4, 2).toInt(nullptr, 16), code) << command.data();
+            }
         }
     }
     // A check value of small letters is none.

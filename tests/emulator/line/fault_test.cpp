@@ -101,14 +101,6 @@ TEST(Faults, EachModeDoesWhatItsNameSays)
     }
 }
 
-TEST(Faults, FieldsAreMissing)
-{
-    Rig rig;
-    rig.protocol.setNextFault({FaultMode::ShapeNoFields});
-    const Reply reply = rig.send({0xA0, {}});
-    EXPECT_TRUE(reply.code == 0 && reply.fields.isEmpty()) << reply.bytes.toHex(' ').toStdString();
-}
-
 TEST(Faults, WaitingIsCountedInVirtualTime)
 {
     Rig rig;

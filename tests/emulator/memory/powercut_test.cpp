@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 #include <QTemporaryDir>
 
+#include <functional>
+
 namespace {
 
 /// A register with both protocols, and whoever composes requests for it.

@@ -10,9 +10,7 @@ TEST(Panel, ADocumentLeadsToItsFramesAndRefusals)
     passAll(rig, sale());
     EXPECT_EQ(code(rig, subtotal()), 1);
     // One that the line gave no sense to stands before the request that came next.
-    rig.desk.passed(trace::Direction::ToRegister,
-        "\x02spoils\x03"
-        "00");
+    rig.desk.passed(trace::Direction::ToRegister, "\x02spoils\u000300");
     passAll(rig, sale().first(4));
     EXPECT_EQ(rig.pass("\x05"), "\x06");
     passAll(rig, {finish()});
@@ -110,9 +108,7 @@ TEST(Panel, TornReceiptLeadsToItsExchangeWithTheErrorThatWasAnswered)
 TEST(Panel, ExchangesTakeSoMuchMemoryAndNoMore)
 {
     using emulator::panel::ExchangeLog;
-    const QByteArray noise = QByteArray(1, '\x02') + QByteArray(60'000, 'x')
-        + "\x03"
-          "00";
+    const QByteArray noise = QByteArray(1, '\x02') + QByteArray(60'000, 'x') + "\u000300";
     ExchangeLog loose;
     for (int count = 0; count < 90; ++count)
         loose.passed(trace::Direction::ToRegister, noise);

@@ -111,16 +111,8 @@ TEST(Paper, TextBehindAReceiptHasFontsAndCodes)
 
 TEST(Paper, SettingsShowOnIt)
 {
-    struct Change
-    {
-        const char* section;
-        const char* subsection;
-        const char* name;
-        const char* value;
-        QStringList appear;
-        QStringList vanish;
-    };
-    const Change changes[]{
+    // What a setting makes appear and vanish.
+    const std::tuple<const char*, const char*, const char*, const char*, QStringList, QStringList> changes[]{
         {"PRN", "Cutter", "UseCutter", "false", {}, {"- - - -"}},
         {"PRN", "PrinterHeader", "PrintUserAddrInCliche", "true", {"г. Москва, ул. Полевая"}, {}},
         {"MACRO", "FDDesign", "PrintOFDName", "true", {"ОФД: ОФД-ТЕСТ"}, {}},
@@ -132,16 +124,16 @@ TEST(Paper, SettingsShowOnIt)
             {"ВОЗВРАТ ПРИХОДА: 0", "БЕЗНАЛИЧНЫМИ", "ВНЕСЕНИЕ", "АННУЛИРОВАНО"}},
         {"MACRO", "KKTCounters", "UseCumulativeCounters", "true", {"НАКОПИТЕЛЬНЫЕ ИТОГИ\nПРИХОД: 2"}, {}},
     };
-    for (const Change& change : changes) {
+    for (const auto& [section, subsection, name, value, appearing, vanishing] : changes) {
         XmlRig rig;
         const QString before = day(rig);
-        EXPECT_EQ(rig.set(change.section, change.subsection, pa(change.name, 1, change.value)), "0.0");
+        EXPECT_EQ(rig.set(section, subsection, pa(name, 1, value)), "0.0");
         const QString after = day(rig);
-        for (const QString& text : change.appear)
-            EXPECT_TRUE(!before.contains(text) && after.contains(text)) << change.name << after.toStdString();
-        for (const QString& text : change.vanish)
-            EXPECT_TRUE(before.contains(text) && !after.contains(text)) << change.name << after.toStdString();
-        EXPECT_TRUE(after.contains("ПРИХОД: 1")) << change.name;
+        for (const QString& text : appearing)
+            EXPECT_TRUE(!before.contains(text) && after.contains(text)) << name << after.toStdString();
+        for (const QString& text : vanishing)
+            EXPECT_TRUE(before.contains(text) && !after.contains(text)) << name << after.toStdString();
+        EXPECT_TRUE(after.contains("ПРИХОД: 1")) << name;
     }
     Rig hex;
     hex.openShift();

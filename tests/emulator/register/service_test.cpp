@@ -24,10 +24,10 @@ TEST(Service, ParametersKeepTheirLimits)
 {
     Rig rig;
     rig.start();
+    // What else is refused the table of the driver's parameters tells, and HexStrict.SaysWhy.
     const std::tuple<QByteArray, QByteArray, QByteArray, int> cases[]{{"1", "0", "10000", 3},
-        {"1", "0", "x", 3}, {"3", "0", "Ю", 0}, {"20", "3", to866("Тихий переулок"), 0}, {"20", "4", "x", 3},
-        {"11", "0", "0", 0}, {"11", "0", "-1", 3}, {"1", "1", "1", 3}, {"65536", "0", "x", 3},
-        {"22", "0", "x", 1}, {"52", "0", "1.1.1", 3}, {"82", "0", "310224", 3}, {"82", "0", "290224", 0}};
+        {"1", "0", "x", 3}, {"3", "0", "Ю", 0}, {"20", "3", to866("Тихий переулок"), 0}, {"11", "0", "0", 0},
+        {"11", "0", "-1", 3}, {"1", "1", "1", 3}, {"65536", "0", "x", 3}, {"82", "0", "290224", 0}};
     for (const auto& [number, row, value, code] : cases) {
         const QByteArray before = rig.ask(0xA1, {number, row});
         EXPECT_EQ(rig.code({0xA2, {number, row, value}}), code) << number.data() << ' ' << row.data();

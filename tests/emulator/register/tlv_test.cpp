@@ -14,11 +14,6 @@ namespace tlv = emulator::tlv;
 
 namespace {
 
-QByteArray fromHex(const char* digits)
-{
-    return QByteArray::fromHex(digits);
-}
-
 QJsonObject receiptWith(const QJsonObject& fields)
 {
     return {{"type", "sell"}, {"total", "1.00"}, {"payments", QJsonObject()}, {"items", QJsonArray{fields}}};
@@ -50,8 +45,8 @@ TEST(Tlv, HasOneFormForEachKindOfValue)
             {{"1059", QJsonArray{QJsonObject{{"1079", "0.05"}}, QJsonObject()}}}},
     };
     for (const auto& [bytes, requisites] : forms) {
-        EXPECT_EQ(tlv::encode(requisites).toHex(), fromHex(bytes).toHex());
-        EXPECT_EQ(tlv::decode(fromHex(bytes)), requisites) << bytes;
+        EXPECT_EQ(tlv::encode(requisites).toHex(), QByteArray::fromHex(bytes).toHex());
+        EXPECT_EQ(tlv::decode(QByteArray::fromHex(bytes)), requisites) << bytes;
     }
 }
 
@@ -76,7 +71,7 @@ TEST(Tlv, RefusesWhatIsBroken)
     for (const char* const bytes : {"06", "0604 01", "0604 0200 8f", "1e04 0200 0100", "1e04 0000",
              "1004 0300 010000", "fc03 0000", "fc03 0800 0000000000000001", "ff03 0100 03", "ff03 0200 0a01",
              "3504 0600 0001 499602d2", "f403 0300 000000", "2304 0300 060401", "1e04 0100 01 1e04 0100 01"})
-        EXPECT_FALSE(tlv::decode(fromHex(bytes))) << bytes;
+        EXPECT_FALSE(tlv::decode(QByteArray::fromHex(bytes))) << bytes;
 }
 
 TEST(Documents, LoseNothingOfOddEntries)
