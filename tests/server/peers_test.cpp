@@ -214,9 +214,10 @@ TEST_F(PeersTest, RegisterOfTwoServicesIsShownAsItsOwnerTells)
     EXPECT_EQ(two.ask("POST", "/v1/registers/till1/resume", "{}").status, 202);
     ASSERT_TRUE(becomes([&] { return !one.till.told.isEmpty(); }));
     // It may have a pause in mind that the database was lost over, and is told by itself then.
-    rename("orders", "hidden");
+    sale::PostgresConnection database(sale::PostgresServer::instance().place(), 1000);
+    database.execute("ALTER TABLE frspf.orders RENAME TO hidden");
     EXPECT_EQ(two.ask("POST", "/v1/registers/till1/resume", "{}").status, 503);
-    rename("hidden", "orders");
+    database.execute("ALTER TABLE frspf.hidden RENAME TO orders");
     EXPECT_EQ(spare.told.size(), 2);
     EXPECT_EQ(spare.told.filter("resume"), spare.told);
     // It changes hands.
