@@ -97,7 +97,7 @@ void requireOwn(const Api& api, const Request& request, const std::optional<Stor
 Problem returnRefused(const QList<receipt::Finding>& errors)
 {
     return Problem(409, QStringLiteral("return-refused"),
-        QStringLiteral("More would come back than was sold"), QStringLiteral("Nothing was stored."))
+        QStringLiteral("The return does not fit what was sold"), QStringLiteral("Nothing was stored."))
         .with(QStringLiteral("errors"), sale::findingsJson(errors));
 }
 

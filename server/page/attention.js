@@ -45,11 +45,13 @@ export class Attention {
                 item.remove();
                 this.items.delete(key);
             }
-        for (const [key, make] of wanted)
-            if (!this.items.has(key)) {
-                this.items.set(key, make());
-                byId("attention-list").append(this.items.get(key));
-            }
+        const list = byId("attention-list");
+        [...wanted].forEach(([key, make], place) => {
+            const item = this.items.get(key) ?? make();
+            this.items.set(key, item);
+            if (list.children[place] !== item)
+                list.insertBefore(item, list.children[place] ?? null);
+        });
         byId("attention").hidden = wanted.size === 0;
     }
 

@@ -86,9 +86,15 @@ void Peers::add(Till& till)
 void Peers::start(const QString& name)
 {
     m_name = name;
-    for (const auto& [one, till] : m_tills)
+    QStringList registers;
+    for (const auto& [one, till] : m_tills) {
         till->setServiceName(name);
-    m_line.ask(rackboard::tidy);
+        registers.append(one);
+    }
+    m_line.ask([&](sale::SqlConnection& connection) {
+        rackboard::tidy(connection);
+        rackboard::forgetOthers(connection, name, registers);
+    });
     look();
     tell();
     m_timer.start(tickTime);

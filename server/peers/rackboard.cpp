@@ -1,5 +1,6 @@
 #include "peers/rackboard.h"
 
+#include "postgres/processidentity.h"
 #include "storedjson.h"
 
 #include <QJsonDocument>
@@ -8,6 +9,11 @@
 namespace frserver::rackboard {
 
 namespace {
+
+/// Of a register, to be made or to be told of by a person.
+const QString hasNoDocument
+    = QStringLiteral("NOT EXISTS (SELECT 1 FROM documents WHERE register = registers.name "
+                     "AND state IN ('queued', 'running', 'unknown'))");
 
 QJsonObject jsonOf(const QVariant& text)
 {
@@ -115,13 +121,23 @@ void leave(sale::SqlConnection& connection, const QString& service)
 
 void tidy(sale::SqlConnection& connection)
 {
-    connection.execute(
-        QStringLiteral("DELETE FROM registers WHERE told < now() - interval '7 days' "
-                       "AND NOT EXISTS (SELECT 1 FROM services WHERE id = service) "
-                       "AND NOT EXISTS (SELECT 1 FROM documents WHERE register = registers.name "
-                       "AND state IN ('queued', 'running', 'unknown'))"));
+    connection.execute(QStringLiteral("DELETE FROM registers WHERE told < now() - interval '7 days' "
+                                      "AND NOT EXISTS (SELECT 1 FROM services WHERE id = service) AND ")
+        + hasNoDocument);
     connection.execute(QStringLiteral("DELETE FROM services WHERE seen < now() - interval '7 days'"));
     connection.execute(QStringLiteral("DELETE FROM orders WHERE made < now() - interval '1 hour'"));
+}
+
+void forgetOthers(sale::SqlConnection& connection, const QString& name, const QStringList& registers)
+{
+    const QString told = sale::wholeJson({{QStringLiteral("service"), name}});
+    // Machines may be called alike.
+    connection.execute(
+        QStringLiteral(
+            "DELETE FROM registers WHERE position(? IN view) > 0 AND name <> ALL(?::text[]) "
+            "AND EXISTS (SELECT 1 FROM leases WHERE register = registers.name AND machine = ?) AND ")
+            + hasNoDocument,
+        {told.sliced(1, told.size() - 2), arrayOf(registers), sale::ProcessIdentity::own().machine});
 }
 
 QHash<QString, double> silences(const sale::SqlConnection& connection)

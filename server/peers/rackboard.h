@@ -42,6 +42,9 @@ void beat(sale::SqlConnection& connection, const QString& service, const QString
 void leave(sale::SqlConnection& connection, const QString& service);
 /// Drops what nobody has told anything of for a week: registers without an open document, and services.
 void tidy(sale::SqlConnection& connection);
+/// Drops what a service of that name on this machine has told of registers that it has no more, unless a
+/// document is open there.
+void forgetOthers(sale::SqlConnection& connection, const QString& name, const QStringList& registers);
 /// Those that are there, each with the seconds for which it has told nothing.
 QHash<QString, double> silences(const sale::SqlConnection& connection);
 /// All at once: the service works these registers now.

@@ -1,6 +1,7 @@
 // What services that share a database know of each other's documents and registers.
 
 #include "peersrig.h"
+#include "postgres/processidentity.h"
 
 using namespace frserver;
 using sale::DocumentState;
@@ -259,6 +260,29 @@ TEST_F(PeersTest, RegisterOfTwoServicesIsShownAsItsOwnerTells)
     two.peers.look();
     EXPECT_TRUE(spare.told.contains("pause by anna"));
     EXPECT_EQ(paused.later().status, 200);
+}
+
+TEST_F(PeersTest, WhatHasLeftItsServicesConfigurationIsForgotten)
+{
+    Desk left("till1");
+    left.accept("document:1");
+    const auto isLeftBehind = [](const QString& service, const QStringList& registers) {
+        sale::PostgresConnection connection(sale::PostgresServer::instance().place(), 1000);
+        rackboard::forgetOthers(connection, service, registers);
+        return !sql("SELECT 1 FROM frspf.registers WHERE name = 'till1'").isNull();
+    };
+    const QString lease = "INSERT INTO frspf.leases (register, machine) VALUES ('till1', '%1') "
+                          "ON CONFLICT (register) DO UPDATE SET machine = excluded.machine RETURNING 1";
+    const QString machine = sale::ProcessIdentity::own().machine;
+    sql(lease.arg(machine));
+    EXPECT_TRUE(isLeftBehind("till1:8403", {"till2"})) << "a document waits for it";
+    left.store.withdraw("document:1");
+    EXPECT_TRUE(isLeftBehind("till1:8403", {"till2", "till1"})) << "it is there still";
+    EXPECT_TRUE(isLeftBehind("till2:8403", {"till2"})) << "another service has it";
+    sql(lease.arg("another"));
+    EXPECT_TRUE(isLeftBehind("till1:8403", {"till2"})) << "a machine that is called alike has it";
+    sql(lease.arg(machine));
+    EXPECT_FALSE(isLeftBehind("till1:8403", {"till2"}));
 }
 
 } // namespace
