@@ -123,17 +123,6 @@ TEST_F(AgentTest, KnowsOfPaperWhatItsDocumentsTell)
     EXPECT_EQ(changed, QStringList{"sale:0002"});
 }
 
-TEST_F(AgentTest, TellsThatTheDriveEnds)
-{
-    startAgent();
-    for (const auto& [warnings, alarmed] :
-        {std::pair(0, 0), std::pair(8, 0), std::pair(2, 1), std::pair(7, 3)}) {
-        pass(60'000);
-        worker->answer({{"condition", QJsonObject{{"shiftOpen", true}, {"driveWarnings", warnings}}}});
-        EXPECT_EQ(alarms().count("drive"), alarmed) << warnings;
-    }
-}
-
 TEST_F(AgentTest, IsKilledWhenItHasSaidNothingForTooLong)
 {
     startAgent();
@@ -230,6 +219,12 @@ TEST_F(AgentTest, AsksARegisterHowItIsWhenItHasNothingToDo)
         QJsonObject{{"shiftOpen", false}, {"unsent", 2}, {"unsentSince", "2024-02-29T10:00:00"}}}});
     EXPECT_EQ(QDateTime::fromString(text("unsentSince"), Qt::ISODateWithMs),
         QDateTime({2024, 2, 29}, {10, 0}, agent->settings().timeZone));
+    // The drive ends.
+    for (const auto& [warnings, alarmed] : {std::pair(0, 0), {8, 0}, {2, 1}, {7, 3}}) {
+        pass(60'000);
+        worker->answer({{"condition", QJsonObject{{"shiftOpen", true}, {"driveWarnings", warnings}}}});
+        EXPECT_EQ(alarms().count("drive"), alarmed) << warnings;
+    }
 }
 
 TEST_F(AgentTest, KnowsSinceWhenDocumentsWaitForTheOperatorWhereTheRegisterDoesNot)
