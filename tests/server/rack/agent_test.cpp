@@ -189,19 +189,6 @@ TEST_F(AgentTest, TellsAtOnceWhatItCannotAskAbout)
     EXPECT_EQ(changed.constLast(), "sale:0003");
 }
 
-TEST_F(AgentTest, WaitsForAJournalThatFails)
-{
-    startAgent();
-    queue("sale:0001");
-    issue();
-    store.isBroken = true;
-    agent->wake();
-    EXPECT_EQ(text("waiting"), "journal");
-    store.isBroken = false;
-    pass(1000);
-    EXPECT_EQ(text("state"), "ready");
-}
-
 TEST_F(AgentTest, AsksARegisterHowItIsWhenItHasNothingToDo)
 {
     startAgent();
