@@ -4,6 +4,8 @@
 #include "postgres/openstore.h"
 #include "rack/ownership.h"
 
+#include <QCoreApplication>
+
 using sale::DocumentState;
 
 namespace {
