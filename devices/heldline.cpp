@@ -23,6 +23,8 @@ constexpr unsigned long lookAgainMs = 50;
 constexpr int longestDropMs = 1000;
 // Every program waits for it.
 constexpr int quietMs = 30;
+// Where something comes its sender may be held up between two pieces.
+constexpr int quietBehindPiecesMs = 200;
 constexpr qint64 dropAtOnce = 4096;
 
 QString holderOf(const PortLock& lock)
@@ -100,12 +102,14 @@ void HeldLine::open(const ConnectionSettings& settings)
 void HeldLine::dropLeftovers()
 {
     // Who was killed or interrupted may have asked for something that takes its time, or comes in pieces.
-    const int patience = m_lock.wasLeftBusy() ? longestDropMs : quietMs;
+    int patience = m_lock.wasLeftBusy() ? longestDropMs : quietMs;
     QElapsedTimer timer;
     timer.start();
     for (int left = longestDropMs; left > 0 && m_device->waitForReadyRead(std::min(left, patience));
-         left = longestDropMs - static_cast<int>(timer.elapsed()))
+         left = longestDropMs - static_cast<int>(timer.elapsed())) {
         m_device->read(dropAtOnce);
+        patience = std::max(patience, quietBehindPiecesMs);
+    }
 }
 
 } // namespace devices

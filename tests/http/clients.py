@@ -223,9 +223,7 @@ class Deadlines(unittest.TestCase):
             server.until(lambda counters: counters["connections"] == 1)
             with server.connect() as reader:
                 reader.sendall(Waiting.EVENTS)
-                until(reader, b"
-
-")
+                until(reader, b"\n\n")
                 body = json.dumps({"text": "x" * 1_000_000}).encode()
                 server.until(lambda counters: counters["streaming"] == 0 or not server.ask(post(b"/events", body)))
 

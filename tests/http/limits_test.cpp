@@ -27,16 +27,8 @@ QByteArray keyOf(const char* digits)
     return Admission::keyOf(reinterpret_cast<const sockaddr*>(&six));
 }
 
-Limits small()
-{
-    Limits limits;
-    limits.connections = 10;
-    limits.connectionsOfStranger = 2;
-    limits.connectionsOfCaller = 5;
-    limits.body = 10;
-    limits.bodies = 15;
-    return limits;
-}
+const Limits limits{
+    .body = 10, .bodies = 15, .connections = 10, .connectionsOfStranger = 2, .connectionsOfCaller = 5};
 
 /// How many get in of an address before one is refused.
 int entering(Admission& admission, const QByteArray& key, Admission::Clock::time_point now)
@@ -59,7 +51,6 @@ TEST(Admission, CountsByAddress)
 
 TEST(Admission, HasMoreRoomForCallersAndAnEndForAll)
 {
-    const Limits limits = small();
     Admission admission(limits);
     const Admission::Clock::time_point now{};
     EXPECT_EQ(entering(admission, "a", now), 2);
@@ -74,7 +65,6 @@ TEST(Admission, HasMoreRoomForCallersAndAnEndForAll)
 
 TEST(Admission, RemembersACallerForAWhile)
 {
-    const Limits limits = small();
     Admission admission(limits);
     const Admission::Clock::time_point now{};
     admission.enter("a");
@@ -92,7 +82,6 @@ TEST(Intake, BoundsBodies)
 {
     // pieces: of 5 bytes each, as many as are taken
     // status: 0: none
-    const Limits limits = small();
     const std::tuple<QByteArray, QByteArray, int, bool, int> rows[]
         = {{"10", "", 2, false, 0}, {"", "", 2, false, 0}, {"", "", 3, false, 413}, {"11", "", 2, false, 413},
             {"11", "100-continue", 0, true, 413}, {"10", "100-continue", 2, false, 0},
@@ -117,7 +106,6 @@ TEST(Intake, BoundsBodies)
 
 TEST(Intake, TheLargestMakesRoom)
 {
-    const Limits limits = small();
     http::BodyRoom room(limits.bodies);
     Intake large(limits, room, message("POST", "/"));
     Intake small(limits, room, message("POST", "/"));

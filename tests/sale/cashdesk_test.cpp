@@ -1,13 +1,9 @@
 // What a host program makes its documents with.
 
-#include "cashdesk.h"
 #include "documentanswer.h"
 #include "documentissuer.h"
 #include "identifiedsale.h"
-#include "recordingdriver.h"
-#include "sqlitestore.h"
-
-#include <gtest/gtest.h>
+#include "queuefixture.h"
 
 #include <cstring>
 
@@ -20,26 +16,16 @@ const QByteArray json = R"({"type": "sell", "taxationType": "osn", "operator": {
     "items": [{"name": "Хлеб", "price": 10, "quantity": 1, "amount": 10, "tax": {"type": "vat10"}}],
     "payments": [{"type": "cash", "sum": 6}, {"type": "electronically", "sum": 1}, {"type": "credit", "sum": 3}]})";
 
-class Desk : public testing::Test
+class Desk : public Queue
 {
 protected:
-    Desk()
-    {
-        driver.payments = {{0, 6.0}, {1, 1.0}, {3, 3.0}};
-        // The registration alone, which a journal need not know.
-        driver.numbers = {1};
-    }
+    Desk() { driver.payments = {{0, 6.0}, {1, 1.0}, {3, 3.0}}; }
 
     CashDesk desk()
     {
-        return {driver, journal, {{receipt::Protocol::Hex, true}, "till1", {"Иванова", {}, {}}}};
+        return {driver, *journal, {{receipt::Protocol::Hex, true}, "till1", {"Иванова", {}, {}}}};
     }
-    DocumentState state() const { return journal.findId(saleId)->state; }
-    std::string told() { return std::exchange(driver.calls, {}); }
-
-    BasicFrSettings settings;
-    RecordingDriver driver{&settings};
-    SqliteStore journal{QStringLiteral(":memory:")};
+    DocumentState state() const { return journal->findId(saleId)->state; }
 };
 
 TEST_F(Desk, ReachesTheRegisterAnewAfterAFailureAlone)
@@ -111,7 +97,7 @@ TEST_F(Desk, AnotherRegisterThanTheOneExpectedGetsNothing)
     for (const auto& [protocol, expected, isRight, questions] : rows) {
         DeskOptions options{{protocol, true}, "till1", {"Иванова", {}, {}}};
         options.line.expected = expected;
-        const IssueResult result = CashDesk(driver, journal, options).issue({}, json);
+        const IssueResult result = CashDesk(driver, *journal, options).issue({}, json);
         EXPECT_EQ(!result.failure || result.failure->kind != ErrorKind::WrongRegister, isRight);
         const std::string calls = told();
         EXPECT_EQ(calls.substr(0, isRight ? std::strlen(questions) : calls.size()), questions);
@@ -145,7 +131,7 @@ TEST_F(Desk, IdMakesOneSaleWhateverHappens)
 
 TEST_F(Desk, MistakesOfTheCallerAreToldBeforeAnythingIsAsked)
 {
-    journal.accept({"till-1:41", "sell", "{}", {}});
+    journal->accept({"till-1:41", "sell", "{}", {}});
     const std::tuple<QString, QByteArray, const char*> rows[] = {
         {"short", json, "has not 8 to 64"},
         {"till-1:41", json, "is the id of another receipt"},
@@ -160,7 +146,7 @@ TEST_F(Desk, MistakesOfTheCallerAreToldBeforeAnythingIsAsked)
         EXPECT_EQ(result.verdict, Outcome::None);
     }
     EXPECT_EQ(driver.calls, "");
-    EXPECT_FALSE(journal.findId(saleId));
+    EXPECT_FALSE(journal->findId(saleId));
 }
 
 TEST_F(Desk, ShiftThatIsAsItShouldBeMakesNoDocument)
@@ -169,7 +155,7 @@ TEST_F(Desk, ShiftThatIsAsItShouldBeMakesNoDocument)
     const DocumentResult opened = one.openShift();
     EXPECT_TRUE(opened.isDone());
     EXPECT_EQ(opened.verdict, Outcome::None);
-    EXPECT_TRUE(journal.find({}).isEmpty());
+    EXPECT_TRUE(journal->find({}).isEmpty());
     EXPECT_EQ(told(), "connect init shift");
 }
 

@@ -60,37 +60,29 @@ TEST_F(Issue, CashierAndTaxSystemAreThoseOfTheReceiptElseTheOnlyOnes)
     using namespace hw::fr::common;
     const FrUser petrova{QStringLiteral("Петрова"), {}, {}};
     const FrUser nobody;
-    const struct
-    {
-        FrUser receipts;
-        FrUser configured;
-        int system;
-        QList<TaxSystemType> registered;
-        const char* cashier;
-        /// 0 when nothing is begun.
-        int sold;
-    } rows[] = {
-        {petrova, *receipt.cashier, 4, {TaxSystemGeneral, TaxSystemPatent}, "Петрова", 4},
-        {nobody, petrova, 0, {TaxSystemPatent}, "Петрова", TaxSystemPatent},
-        {petrova, nobody, 0, {TaxSystemGeneral, TaxSystemPatent}, "Петрова", 0},
-        {petrova, nobody, 0, {}, "Петрова", 0},
-        {nobody, nobody, 4, {TaxSystemGeneral}, "", 0},
+    // By which tax system it is sold is the last one, 0 when nothing is begun.
+    const std::tuple<FrUser, FrUser, int, QList<TaxSystemType>, int> rows[] = {
+        {petrova, *receipt.cashier, 4, {TaxSystemGeneral, TaxSystemPatent}, 4},
+        {nobody, petrova, 0, {TaxSystemPatent}, TaxSystemPatent},
+        {petrova, nobody, 0, {TaxSystemGeneral, TaxSystemPatent}, 0},
+        {petrova, nobody, 0, {}, 0},
+        {nobody, nobody, 4, {TaxSystemGeneral}, 0},
     };
     const receipt::Receipt plain = receipt;
-    for (const auto& row : rows) {
+    for (const auto& [ofReceipt, configured, system, registered, sold] : rows) {
         RecordingDriver fresh(&settings);
-        fresh.registered = row.registered;
+        fresh.registered = registered;
         receipt = plain;
-        receipt.cashier = row.receipts.name.isEmpty() ? std::nullopt : std::optional(row.receipts);
-        if (row.system != 0)
-            receipt.requisites.append(FdRequisite(EFrDriver::TaxSystem, row.system));
+        receipt.cashier = ofReceipt.name.isEmpty() ? std::nullopt : std::optional(ofReceipt);
+        if (system != 0)
+            receipt.requisites.append(FdRequisite(EFrDriver::TaxSystem, system));
         IssueOptions options{hexLine};
-        options.cashier = row.configured;
+        options.cashier = configured;
         const IssueResult result = issueReceipt(fresh, receipt, options);
-        EXPECT_EQ(fresh.cashier, QString::fromUtf8(row.cashier));
-        EXPECT_EQ(fresh.taxSystem, row.sold);
-        EXPECT_EQ(result.failure.has_value(), row.sold == 0);
-        EXPECT_EQ(fresh.calls.empty(), row.sold == 0) << fresh.calls;
+        EXPECT_EQ(fresh.cashier, receipt.cashier ? ofReceipt.name : configured.name);
+        EXPECT_EQ(fresh.taxSystem, sold);
+        EXPECT_EQ(result.failure.has_value(), sold == 0);
+        EXPECT_EQ(fresh.calls.empty(), sold == 0) << fresh.calls;
     }
 }
 

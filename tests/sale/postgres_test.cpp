@@ -17,7 +17,7 @@ using namespace sale;
 
 namespace {
 
-TEST_F(Postgres, WhatATransactionHasSeenOfADocumentIsForgottenWithIt)
+TEST_F(Postgres, WhatWasSeenOfADocumentIsForgottenWithTheTransactionAndWithTheServer)
 {
     PostgresStore store(server.place());
     EXPECT_THROW(store.accept(request("A"), [] { throw std::runtime_error("no"); }), std::runtime_error);
@@ -26,6 +26,12 @@ TEST_F(Postgres, WhatATransactionHasSeenOfADocumentIsForgottenWithIt)
     PostgresStore(server.place()).accept(late);
     EXPECT_EQ(store.expire(), QStringList{"A"});
     EXPECT_EQ(store.findId("A")->state, DocumentState::NotIssued);
+    // What the server's successor does not have is not archived.
+    for (const char* const table : {"ids", "documents"})
+        connection.execute(QString("DELETE FROM %1").arg(table));
+    EXPECT_FALSE(store.findId("A") || store.archived("A"));
+    EXPECT_EQ(store.accept(request("A")).state, DocumentState::Queued);
+    EXPECT_TRUE(store.findId("A"));
 }
 
 TEST_F(Postgres, ClockOfOneMachineIsNobodysTime)
@@ -94,17 +100,6 @@ TEST_F(Postgres, DocumentStaysInTheMonthOfItsAcceptance)
         EXPECT_THROW(work(), JournalError);
         EXPECT_NO_THROW(work());
     }
-}
-
-TEST_F(Postgres, WhatTheServersSuccessorDoesNotHaveIsNotArchived)
-{
-    PostgresStore store(server.place());
-    store.accept(request("A"));
-    for (const char* const table : {"ids", "documents"})
-        connection.execute(QString("DELETE FROM %1").arg(table));
-    EXPECT_FALSE(store.findId("A") || store.archived("A"));
-    EXPECT_EQ(store.accept(request("A")).state, DocumentState::Queued);
-    EXPECT_TRUE(store.findId("A"));
 }
 
 TEST_F(Postgres, TablesOfOtherReleasesAreTold)

@@ -42,7 +42,7 @@ protected:
     }
 };
 
-TEST_F(Connection, AnyTextIsOneOfAStatement)
+TEST_F(Connection, AnyTextIsOneOfAStatementAndNoNameOfAService)
 {
     for (const QString& text :
         {QString("a' OR \\' ? $1 %1 --"), QString(QChar::Null), QString("a") + QChar::Null + "b"}) {
@@ -50,6 +50,11 @@ TEST_F(Connection, AnyTextIsOneOfAStatement)
         kept.replace(QChar::Null, QChar::ReplacementCharacter);
         EXPECT_EQ(connection.value("SELECT ?::text", {text}).toString(), kept);
     }
+    // Services are known by name whatever the address says.
+    const PostgresPlace named
+        = PostgresPlace::of(server.address() + "&application_name=shop&options=-c%20application_name%3Dshop");
+    const QString name = "SELECT current_setting('application_name')";
+    EXPECT_TRUE(PostgresConnection(named, 1000).value(name).toString().startsWith("frspf "));
 }
 
 TEST_F(Connection, ServerKeepsThePlansOfWhatComesAgainAndNoMoreThanThose)
@@ -232,14 +237,6 @@ TEST_F(Connection, WhoeverIsNotLetInIsToldWhatToDo)
             EXPECT_FALSE(QString(error.what()).contains("answers again")) << error.what();
         }
     }
-}
-
-TEST_F(Connection, ServicesAreKnownByNameWhateverTheAddressSays)
-{
-    const PostgresPlace named
-        = PostgresPlace::of(server.address() + "&application_name=shop&options=-c%20application_name%3Dshop");
-    const QString name = "SELECT current_setting('application_name')";
-    EXPECT_TRUE(PostgresConnection(named, 1000).value(name).toString().startsWith("frspf "));
 }
 
 TEST(SilentServer, IsNotWaitedForByOneConnectionAfterTheOther)

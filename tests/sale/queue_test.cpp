@@ -37,8 +37,12 @@ TEST_F(Queue, EachKindIsMadeByItsBody)
     }
 }
 
-TEST_F(Queue, UnknownDocumentsHoldUpWhatWaits)
+TEST_F(Queue, WhatIsNotThereIsToldAndUnknownDocumentsHoldUpWhatWaits)
 {
+    const QueuedDocument none = made();
+    EXPECT_EQ(none.answer.state, std::nullopt);
+    EXPECT_EQ(none.answer.error->exceptionName, "JournalError");
+    EXPECT_EQ(driver.calls, "");
     driver.numbers = {7};
     accept("sell", receiptJson);
     const QueuedDocument document = made();
@@ -107,14 +111,6 @@ TEST_F(Queue, WhatIsPostedAnewInTheMeantimeIsMadeAsItIsThen)
         EXPECT_EQ(then.answer.attempts.size(), 1);
         told();
     }
-}
-
-TEST_F(Queue, WhatIsNotThereIsTold)
-{
-    const QueuedDocument document = made();
-    EXPECT_EQ(document.answer.state, std::nullopt);
-    EXPECT_EQ(document.answer.error->exceptionName, "JournalError");
-    EXPECT_EQ(driver.calls, "");
 }
 
 } // namespace

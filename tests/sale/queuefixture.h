@@ -30,6 +30,7 @@ protected:
     Queue()
     {
         driver.payments = {{0, 20.0}};
+        // The registration alone, which a journal need not know.
         driver.numbers = {1};
     }
 

@@ -8,10 +8,10 @@
 template <typename Condition>
 bool becomes(const Condition& condition)
 {
-    constexpr int enough = 60'000;
-    const QDeadlineTimer deadline(enough);
-    // So that there is an event at its end.
-    QTimer::singleShot(enough, [] {});
+    const QDeadlineTimer deadline(60'000);
+    // So that there are events, whatever it depends on.
+    QTimer look;
+    look.start(1);
     while (!condition()) {
         if (deadline.hasExpired())
             return false;

@@ -7,14 +7,6 @@ namespace {
 
 using JournalTest = ApiTest;
 
-TEST_F(JournalTest, IsNotReadyWhenItsJournalHasMoved)
-{
-    EXPECT_EQ(ask("GET", "/readyz").status, 200);
-    store.moveTo(folder.filePath("export"));
-    EXPECT_EQ(ask("GET", "/readyz").status, 503);
-    EXPECT_EQ(post("document:1", cashIn).status, 503);
-}
-
 QStringList written;
 
 TEST(JournalProblem, IsWrittenDownOnceHoweverOftenItIsMet)

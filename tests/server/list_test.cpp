@@ -40,22 +40,17 @@ protected:
     }
 };
 
-struct ShortListTest : ListTest
+template <int LongestSearch, int ReadingTurn>
+struct Limited : ListTest
 {
-    ShortListTest()
-        : ListTest(std::chrono::milliseconds(0))
+    Limited()
+        : ListTest(std::chrono::seconds(LongestSearch), std::chrono::seconds(ReadingTurn))
     {
     }
 };
-
+using ShortListTest = Limited<0, 60>;
 /// Reads one body at a time.
-struct SlowListTest : ListTest
-{
-    SlowListTest()
-        : ListTest(unhurried, std::chrono::milliseconds(0))
-    {
-    }
-};
+using SlowListTest = Limited<60, 0>;
 
 TEST_F(ListTest, OthersAreAnsweredWhileItSearchesAndManySearchesTakeTurns)
 {

@@ -164,6 +164,7 @@ TEST_F(PeersTest, RegisterOfADeadServiceIsUnreachableAndWhatItBegunAPersonsCase)
     EXPECT_EQ(view.value("state"), "unreachable");
     EXPECT_EQ(view.value("queue").toObject().value("running"), 2);
     EXPECT_FALSE(view.value("since").toString().isEmpty());
+    EXPECT_TRUE(two.ask("GET", "/metrics").body.contains(R"({register="till1",state="unreachable")"));
     EXPECT_EQ(two.ask("POST", "/v1/registers/till1/pause", "{}").status, 503);
     EXPECT_EQ(two.ask("GET", "/v1/documents/document:1").text("waiting"), "unreachable");
     const Served low

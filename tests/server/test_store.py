@@ -78,10 +78,9 @@ class Store(SharedStoreTest):
         self.assertEqual("issued", two.post(SALE, "till1", id="rack:sale:2")["state"])
         self.assertEqual("issued", two.ask("POST", "/v1/registers/till1/documents", {"id": "rack:x-report", "type": "xReport"},
                                            Prefer="wait=30")["state"])
-        self.assertEqual(2, len(self.registers["till1"].receipts()))
         # Lists and metrics are the same at both.
-        for name in ("till1", "till2"):
-            self.until(two, name, state="ready")
+        for service in (one, two):
+            self.until(service, "till1", state="ready")
         self.becomes(lambda: self.told(one), self.told(two))
         ids = [[document["id"] for document in service.ask("GET", "/v1/documents")["documents"]] for service in (one, two)]
         self.assertEqual(ids[0], ids[1])
@@ -99,8 +98,6 @@ class Store(SharedStoreTest):
         self.until(two, "till1", state="unreachable")
         # Its owner was killed before it told of the beginning: that is found with the next look at all that is open.
         self.becomes(lambda: two.ask("GET", "/v1/registers/till1")["queue"]["running"], 1)
-        self.assertIn('frserver_register_state{register="till1",state="unreachable"', two.ask("GET", "/metrics").body)
-        self.assertEqual(503, two.ask("POST", "/v1/registers/till1/pause", {}).status)
         # Nobody sells it elsewhere; the same id waits, and the register tells when it is back.
         waits = two.post(SALE, "till2", wait=0, id="rack:sale:3")
         self.assertEqual((202, "running", "unreachable"), (waits.status, waits["state"], waits["waiting"]))

@@ -105,7 +105,6 @@ TEST_F(WebhookTest, KeepsTheOrderOfADocumentAndHoldsNoOtherUp)
 
 TEST_F(WebhookTest, OutlivesTheServiceAndGivesUpAfterThreeDays)
 {
-    refused = QStringList{"document:1"};
     end("document:1", sale::DocumentState::Issued);
     int attempts = 0;
     const QDateTime begin = clock.time;

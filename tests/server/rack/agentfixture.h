@@ -4,7 +4,7 @@
 #include "rack/registeragent.h"
 #include "sale/hostclock.h"
 #include "scriptedworker.h"
-#include "server/failingstore.h"
+#include "sqlitestore.h"
 
 #include <QJsonArray>
 #include <QTemporaryDir>
@@ -134,7 +134,7 @@ protected:
     sale::GivenTime clock{{{2026, 3, 2}, {9, 0}, Qt::UTC}};
     QDateTime& now = clock.time;
     QTemporaryDir folder;
-    FailingStore store{folder.filePath("journal.sqlite")};
+    sale::SqliteStore store{folder.filePath("journal.sqlite")};
     frserver::KeptStates kept{store.fileName(), 1'000};
     frserver::RegisterSettings settings{.cashier = "Иванова", .timeZone = QTimeZone("Europe/Moscow")};
     std::shared_ptr<frserver::Ownership> ownership = std::make_shared<frserver::SoleOwnership>();

@@ -52,10 +52,7 @@ TEST(Patience, IsForTheDocumentThatTheRegisterKeptAndDidNotIssue)
         store.settle(id, attempt, {.state = ending});
         EXPECT_EQ(store.findId(id)->state, state) << id << kind;
     }
-}
-
-TEST(Patience, LeavesAllElseToTheJournal)
-{
+    // All else is left to the journal.
     const QTemporaryDir folder;
     const QString journal = folder.filePath("journal.sqlite");
     sale::SqliteStore(journal).moveTo(folder.filePath("moved.sqlite"));

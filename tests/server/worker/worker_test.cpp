@@ -3,19 +3,16 @@
 
 #include "e2e/programs.h"
 #include "portlock.h"
+#include "server/becomes.h"
 #include "sqlitestore.h"
 
 #include <gtest/gtest.h>
-#include <QElapsedTimer>
-#include <QEventLoop>
 #include <QFile>
 #include <QJsonDocument>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <sys/stat.h>
 
 #include <csignal>
-#include <functional>
 #include <memory>
 
 using namespace frserver;
@@ -62,7 +59,7 @@ protected:
     void stopRack()
     {
         rack->stop();
-        EXPECT_TRUE(until([this] { return isStopped; }));
+        EXPECT_TRUE(becomes([this] { return isStopped; }));
         rack.reset();
     }
 
@@ -78,31 +75,14 @@ protected:
         rack->agents().at("till1")->wake();
     }
 
-    /// Runs the event loop until it is so.
-    static bool until(const std::function<bool()>& isSo)
-    {
-        constexpr int longestMs = 60'000;
-        QElapsedTimer timer;
-        timer.start();
-        QEventLoop loop;
-        QTimer look;
-        QObject::connect(&look, &QTimer::timeout, [&] {
-            if (isSo() || timer.hasExpired(longestMs))
-                loop.quit();
-        });
-        look.start(1);
-        loop.exec();
-        return isSo();
-    }
-
     bool untilWaiting(const QString& reason)
     {
-        return until([&] { return view().value("waiting").toString() == reason; });
+        return becomes([&] { return view().value("waiting").toString() == reason; });
     }
 
     bool untilEnded(const QString& id)
     {
-        return until([&] {
+        return becomes([&] {
             const DocumentState state = document(id).state;
             return state != DocumentState::Queued && state != DocumentState::Running;
         });
@@ -159,10 +139,10 @@ TEST_P(Protocols, AreSettledWhenAWorkerIsKilledInTheMiddle)
         const QString id = QStringLiteral("sale:000%1").arg(ticks);
         const qsizetype before = emulator->sales().size();
         queueSale(id);
-        ASSERT_TRUE(until([&] { return document(id).state == DocumentState::Running; }));
+        ASSERT_TRUE(becomes([&] { return document(id).state == DocumentState::Running; }));
         const int begun = told;
         ASSERT_TRUE(
-            until([&] { return told >= begun + ticks || document(id).state != DocumentState::Running; }));
+            becomes([&] { return told >= begun + ticks || document(id).state != DocumentState::Running; }));
         const QList<qint64> killed = workers();
         ASSERT_EQ(killed.size(), 1);
         kill(static_cast<pid_t>(killed.constFirst()), SIGKILL);
@@ -223,7 +203,7 @@ TEST_F(WorkerTest, WhatARegisterWasAtThatIsGoneIsAPersonsCaseUntilItIsBack)
     queue("shift:001", "openShift");
     ASSERT_TRUE(untilEnded("shift:001"));
     queueSale("sale:0001");
-    ASSERT_TRUE(until([&] { return document("sale:0001").state == DocumentState::Running; }));
+    ASSERT_TRUE(becomes([&] { return document("sale:0001").state == DocumentState::Running; }));
     ASSERT_TRUE(QFile::remove(settings.port));
     const QList<qint64> killed = workers();
     ASSERT_EQ(killed.size(), 1);
@@ -233,7 +213,7 @@ TEST_F(WorkerTest, WhatARegisterWasAtThatIsGoneIsAPersonsCaseUntilItIsBack)
     ASSERT_TRUE(untilWaiting("line"));
     // Nobody asks for it again.
     ASSERT_TRUE(QFile::link(port, settings.port));
-    ASSERT_TRUE(until([&] { return sale::isFinal(document("sale:0001").state); }));
+    ASSERT_TRUE(becomes([&] { return sale::isFinal(document("sale:0001").state); }));
     const bool isSold = !emulator->sales().isEmpty();
     EXPECT_EQ(document("sale:0001").state, isSold ? DocumentState::Issued : DocumentState::NotIssued);
 }
@@ -275,7 +255,7 @@ TEST_F(WorkerTest, EndsWithAParentThatIsKilled)
     EXPECT_TRUE(said.contains(R"({"at":2})"));
     parent.kill();
     EXPECT_TRUE(parent.waitForFinished());
-    EXPECT_TRUE(until([&id] {
+    EXPECT_TRUE(becomes([&id] {
         const QByteArray state = readAll(QStringLiteral("/proc/%1/stat").arg(id));
         return state.isEmpty() || state.contains(") Z ");
     }));
