@@ -17,11 +17,11 @@ namespace {
 
 const QString code = QStringLiteral("0104600000000015215!Ab1cD\u001D93dGVz");
 
+template <Protocol TheProtocol>
 class Strict : public testing::Test
 {
 protected:
-    explicit Strict(Protocol protocol)
-        : rig(protocol)
+    Strict()
     {
         rig.start();
         driver.cashierLogin({"Иванова", "кассир", "772100000040"});
@@ -137,25 +137,15 @@ protected:
         expectNoRefusal("operations");
     }
 
-    Rig rig;
+    Rig rig{TheProtocol};
     AbstractFrDriver& driver = rig.driver();
 
 private:
     QTemporaryDir m_folder;
 };
 
-template <Protocol TheProtocol>
-class StrictOver : public Strict
-{
-protected:
-    StrictOver()
-        : Strict(TheProtocol)
-    {
-    }
-};
-
-using StrictXml = StrictOver<Protocol::Xml>;
-using StrictHex = StrictOver<Protocol::Hex>;
+using StrictXml = Strict<Protocol::Xml>;
+using StrictHex = Strict<Protocol::Hex>;
 
 TEST_F(StrictXml, TakesAllReceiptsOfItsOwnDriver)
 {

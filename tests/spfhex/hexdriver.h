@@ -1,6 +1,6 @@
 #pragma once
 
-#include "driver/loglines.h"
+#include "driver/messagelog.h"
 #include "driver/thrown.h"
 #include "exceptions.h"
 #include "frspfsettings.h"

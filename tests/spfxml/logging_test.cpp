@@ -1,7 +1,6 @@
 // What service engineers read: each operation's lines with their levels, in order; and the port that is
 // closed.
 
-#include "driver/loglines.h"
 #include "scriptedfrspf.h"
 
 #include <barcode.h>

@@ -1,4 +1,3 @@
-#include "driver/loglines.h"
 #include "scriptedfrspf.h"
 
 #include <frparameter.h>
