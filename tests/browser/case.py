@@ -8,6 +8,9 @@ from pathlib import Path
 
 import stage
 
+AWAIT_CLICK = """
+    window.isPressed = false;
+    arguments[0].addEventListener("click", () => { window.isPressed = true; }, { capture: true, once: true });"""
 EMULATOR, FRCTL, PLUGINS, SOURCES, SCREENSHOTS = sys.argv[1:6]
 
 
@@ -51,7 +54,18 @@ class PanelTest(unittest.TestCase):
         return (page or self.page).find_elements("css selector", selector)
 
     def click(self, selector, page=None):
-        stage.when_it_stands(lambda: self.find(selector, page).click())
+        """Again if what stands above has grown meanwhile, and the mouse met something else."""
+        script = (page or self.page).execute_script
+
+        def pressed():
+            element = self.find(selector, page)
+            # One is chosen without a mouse.
+            is_option = element.tag_name == "option"
+            script(AWAIT_CLICK, element)
+            element.click()
+            return is_option or script("return window.isPressed")
+
+        stage.wait_for(lambda: stage.when_it_stands(pressed), what=f"a click on {selector}")
 
     def write(self, selector, keys, anew=False, page=None):
         """Anew: in the place of what stands there."""
