@@ -21,6 +21,12 @@ HELD_UP = """
         return answer;
     };"""
 LET_GO = "window.held.splice(0).forEach(({go}) => go())"
+JOURNAL_AWAY = """
+    const fetched = window.fetch;
+    const problem = { type: "journal", title: "The journal cannot be used", detail: "the database does not answer" };
+    window.isAway = true;
+    window.fetch = async (url, options) => window.isAway && String(url).startsWith("/v1/documents")
+        ? new Response(JSON.stringify(problem), { status: 503 }) : fetched(url, options);"""
 
 
 class Work(ServicePageTest):
@@ -81,6 +87,16 @@ class Work(ServicePageTest):
             self.click(f"#sure-dialog [value={answer}]")
             self.becomes(lambda: self.till(), expected)
         self.becomes(lambda: self.text("#documents li"), "Z-report")
+
+    def test_opened_while_the_journal_is_away(self):
+        script = self.page.execute_cdp_cmd("Page.addScriptToEvaluateOnNewDocument", {"source": JOURNAL_AWAY})
+        self.addCleanup(self.page.execute_cdp_cmd, "Page.removeScriptToEvaluateOnNewDocument", script)
+        self.page.get(self.service.url)
+        for language, told in (("en", "the journal cannot be used"), ("ru", "журнал недоступен")):
+            self.click(f"#language option[value={language}]")
+            self.becomes(lambda: self.text("#connection"), told)
+        self.page.execute_script("window.isAway = false")
+        self.becomes(lambda: self.text("#connection"), "на связи")
 
     def test_pause_and_withdraw(self):
         self.works()
