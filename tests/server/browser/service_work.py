@@ -1,6 +1,7 @@
 """What people see and do at the page while documents are made."""
 
 import os
+import re
 import signal
 
 import stage
@@ -282,6 +283,13 @@ class Persons(ServicePageTest):
         self.service.post(SALE, "shop:0002")
         self.becomes(lambda: self.text("[data-review=till1]"), "documents that the journal does not know")
         self.becomes(lambda: self.row("shop:0002"), "waiting")
+        # In the page's words, with the numbers and without the way of callers of the interface.
+        for language, told in (("ru", r"есть документ \d+ накопителя 9999\d{12}"),
+                               ("en", r"has document \d+ of fiscal drive 9999\d{12}: look at its tape whether")):
+            self.click(f"#language option[value={language}]")
+            for place in (lambda: self.text("[data-review=till1]"), self.till):
+                stage.wait_for(lambda: re.search(told, place()), what=told)  # pylint: disable=cell-var-from-loop
+                self.assertNotIn("POST", place())
         self.shoot("service-review")
         self.write("[data-review=till1] [name=note]", "\n")  # says nothing
         self.assertEqual("needsReview", self.service.ask("/registers/till1")["waiting"])
