@@ -77,8 +77,10 @@ void say(const Complaint& complaint, const Options& options)
     complain(complaint.error.text);
     for (const receipt::Finding& error : complaint.findings.mid(1))
         complain(error.text());
-    const QString outcome
-        = complaint.isNotOpened ? tr("the document was not opened") : sale::verdictText(complaint.verdict);
+    QString outcome = complaint.outcome;
+    if (outcome.isEmpty())
+        outcome = complaint.isNotOpened ? tr("the document was not opened")
+                                        : sale::verdictText(complaint.verdict);
     if (!outcome.isEmpty())
         complain(outcome);
     if (complaint.isUsage)

@@ -101,7 +101,7 @@ Complaint complaintOfWork(const std::exception_ptr& exception)
         return {exitStatusOf(error.verdict()), {error.kind(), whatOf(error), error.exceptionName()},
             error.verdict(), error.isNotOpened()};
     } catch (const ServiceFailure& error) {
-        return {error.status(), error.error(), error.verdict()};
+        return {error.status(), error.error(), error.verdict(), false, false, {}, error.outcome()};
     } catch (const Interrupted& error) {
         return {ExitInterrupted, {ErrorKind::Other, tr("interrupted"), QStringLiteral("Interrupted")},
             error.verdict(), error.isNotOpened()};

@@ -18,6 +18,8 @@ struct Complaint
     bool isUsage = false;
     /// Of a receipt or a text, all of them.
     QList<receipt::Finding> findings = {};
+    /// What has become of the document, where the words of the verdict are not it.
+    QString outcome = {};
 };
 
 Complaint complaintOf(const std::exception_ptr& exception);

@@ -128,22 +128,27 @@ private:
 class ServiceFailure : public std::runtime_error
 {
 public:
-    ServiceFailure(ExitStatus status, const sale::AnswerError& error, const sale::Verdict& verdict)
+    /// The outcome is for people, where the words of the verdict are not it.
+    ServiceFailure(ExitStatus status, const sale::AnswerError& error, const sale::Verdict& verdict,
+        const QString& outcome = {})
         : std::runtime_error(error.text.toStdString())
         , m_status(status)
         , m_error(error)
         , m_verdict(verdict)
+        , m_outcome(outcome)
     {
     }
 
     ExitStatus status() const { return m_status; }
     const sale::AnswerError& error() const { return m_error; }
     const sale::Verdict& verdict() const { return m_verdict; }
+    const QString& outcome() const { return m_outcome; }
 
 private:
     ExitStatus m_status;
     sale::AnswerError m_error;
     sale::Verdict m_verdict;
+    QString m_outcome;
 };
 
 /// Ctrl-C, or a request to end: thrown out of the device while a driver waits for the register. It derives

@@ -1830,6 +1830,22 @@ Each is asked for 4 seconds a protocol at most, one after the other, and none th
         <translation>ответа нет</translation>
     </message>
     <message>
+        <source>its certificate is not trusted: %1</source>
+        <translation>сертификату нет доверия: %1</translation>
+    </message>
+    <message>
+        <source>no TLS came about with it: %1</source>
+        <translation>связь по TLS не установлена: %1</translation>
+    </message>
+    <message>
+        <source>nothing was sent to the service</source>
+        <translation>сервису ничего не отправлено</translation>
+    </message>
+    <message>
+        <source>nothing was sent to the service now; what an earlier run has made of that id it tells when the same is asked again: --id %1</source>
+        <translation>сейчас сервису ничего не отправлено; что стало с этим id при прежних запусках, он скажет, когда команду повторят: --id %1</translation>
+    </message>
+    <message>
         <source>answers %1, which is not the answer of a service</source>
         <translation>ответ %1 — это не ответ сервиса</translation>
     </message>

@@ -26,6 +26,8 @@ struct ServiceAnswer
     QString fault = {};
     /// Not a byte can have reached a service.
     bool isUnsent = false;
+    /// Whoever is there cannot be trusted, or answers without TLS: to ask again changes nothing.
+    bool isInVain = false;
 };
 
 } // namespace frctl

@@ -8,6 +8,8 @@
 #include <QNetworkProxy>
 #include <QNetworkReply>
 #include <QScopedPointer>
+#include <QSslError>
+#include <QStringList>
 #include <QTimer>
 
 namespace frctl {
@@ -40,10 +42,56 @@ void waitFor(const QNetworkReply& reply)
         loop.exec();
 }
 
-bool isUnsent(QNetworkReply::NetworkError error)
+/// What a question met on its way.
+struct Passage
 {
-    return error == QNetworkReply::ConnectionRefusedError || error == QNetworkReply::HostNotFoundError
-        || error == QNetworkReply::SslHandshakeFailedError;
+    bool isSent = false;
+    bool isEncrypted = false;
+    /// Of the other side's certificate.
+    QStringList doubts = {};
+};
+
+void watch(const QNetworkReply& reply, Passage& passage)
+{
+    QObject::connect(&reply, &QNetworkReply::requestSent, &reply, [&passage] { passage.isSent = true; });
+    QObject::connect(&reply, &QNetworkReply::encrypted, &reply, [&passage] { passage.isEncrypted = true; });
+    QObject::connect(&reply, &QNetworkReply::sslErrors, &reply, [&passage](const QList<QSslError>& errors) {
+        for (const QSslError& error : errors)
+            passage.doubts.append(error.errorString());
+        passage.doubts.removeDuplicates();
+    });
+}
+
+bool isUnreached(QNetworkReply::NetworkError error)
+{
+    return error == QNetworkReply::ConnectionRefusedError || error == QNetworkReply::HostNotFoundError;
+}
+
+/// A connection tells of its encryption to its first question alone.
+bool isWithoutTls(const QNetworkReply& reply, const Passage& passage)
+{
+    return reply.url().scheme() == QStringLiteral("https") && reply.error() != QNetworkReply::NoError
+        && !passage.isEncrypted && !passage.isSent;
+}
+
+/// A connection that breaks is made anew by itself, and how that one ends tells nothing of what went over the
+/// first.
+bool isUnsent(const QNetworkReply& reply, const Passage& passage)
+{
+    return !passage.isSent && (isUnreached(reply.error()) || isWithoutTls(reply, passage));
+}
+
+/// Of what nobody has answered.
+QString faultOf(const QNetworkReply& reply, const Passage& passage)
+{
+    const QNetworkReply::NetworkError error = reply.error();
+    if (error == QNetworkReply::OperationCanceledError)
+        return tr("no answer");
+    if (error == QNetworkReply::SslHandshakeFailedError && !passage.doubts.isEmpty())
+        return tr("its certificate is not trusted: %1").arg(passage.doubts.join(QStringLiteral("; ")));
+    if (isWithoutTls(reply, passage) && !isUnreached(error))
+        return tr("no TLS came about with it: %1").arg(reply.errorString());
+    return reply.errorString();
 }
 
 /// Anybody may answer with JSON; a service tells of a document, of a register or, by its type, of a problem.
@@ -71,6 +119,8 @@ QNetworkRequest ServiceClient::request(const QString& path) const
     QNetworkRequest request(url);
     // The token is for this address alone.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
+    // HTTP/2 does not say when a question was sent.
+    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
     request.setTransferTimeout(milliseconds(answerTime));
     if (!m_token.isEmpty())
         // untranslated: of HTTP
@@ -95,17 +145,19 @@ ServiceAnswer ServiceClient::post(const QString& id, const QByteArray& body, sec
 
 ServiceAnswer ServiceClient::answerTo(QNetworkReply* sent)
 {
+    Passage passage;
     const QScopedPointer<QNetworkReply> reply(sent);
+    watch(*reply, passage);
     waitFor(*reply);
     throwIfInterrupted();
     ServiceAnswer answer;
     answer.status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     answer.retryAfter = reply->rawHeader("Retry-After").toInt();
-    answer.isUnsent = isUnsent(reply->error());
+    answer.isUnsent = isUnsent(*reply, passage);
+    answer.isInVain = reply->error() == QNetworkReply::SslHandshakeFailedError;
     answer.json = wordsOf(QJsonDocument::fromJson(reply->readAll()).object());
     if (answer.status == 0)
-        answer.fault = reply->error() == QNetworkReply::OperationCanceledError ? tr("no answer")
-                                                                               : reply->errorString();
+        answer.fault = faultOf(*reply, passage);
     else if (!answer.isOurs())
         answer.fault = tr("answers %1, which is not the answer of a service").arg(answer.status);
     else

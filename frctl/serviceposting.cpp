@@ -38,9 +38,10 @@ QList<Finding> findingsOf(const ServiceAnswer& answer, const char* member, Findi
 
 } // namespace
 
-ServicePosting::ServicePosting(ServiceClient& client, const Options& options)
+ServicePosting::ServicePosting(ServiceClient& client, const Options& options, bool isNewId)
     : m_client(client)
     , m_options(options)
+    , m_isNewId(isNewId)
 {
 }
 
@@ -51,7 +52,7 @@ QJsonObject ServicePosting::post(const QByteArray& body)
         const ServiceAnswer answer = attempt(body);
         if (isDecided(answer))
             return answer.json;
-        if (remaining() <= milliseconds(0))
+        if (remaining() <= milliseconds(0) || (answer.isInVain && !mayBeTaken()))
             break;
         if (answer.status != 202)
             pause();
@@ -120,12 +121,26 @@ void ServicePosting::refuse(const ServiceAnswer& answer) const
 void ServicePosting::giveUp() const
 {
     const QString text = QStringLiteral("%1: %2").arg(m_client.address(), m_last.fault);
-    // What an earlier run has made of an id is for the service to tell.
-    const bool isKnownByNobody = mayBeTaken() || (!m_options.id.isEmpty() && !m_last.isOurs());
-    if (!isKnownByNobody)
+    if (!mayBeTaken() && m_last.isOurs())
         throw HostError(text, sale::ErrorKind::Line);
+    sale::AnswerError error{sale::ErrorKind::Line, text, hostErrorName()};
+    if (!mayBeTaken())
+        throwUnreached(error);
     complain(tr("the same again when the service answers tells: --id %1").arg(m_options.answer->id));
-    throw ServiceFailure(ExitUnknown, {sale::ErrorKind::Line, text, hostErrorName()}, sale::Outcome::Unknown);
+    throw ServiceFailure(ExitUnknown, error, sale::Outcome::Unknown);
+}
+
+void ServicePosting::throwUnreached(sale::AnswerError error) const
+{
+    error.action = QStringLiteral("Проверьте адрес сервиса, сеть и сертификат, затем повторите тот же "
+                                  "документ с тем же id: дважды он не пробьётся");
+    if (m_isNewId)
+        throw ServiceFailure(ExitFailure, error, sale::Outcome::None, tr("nothing was sent to the service"));
+    // What an earlier run has made of an id is for the service to tell.
+    throw ServiceFailure(ExitUnknown, error, sale::Outcome::Unknown,
+        tr("nothing was sent to the service now; what an earlier run has made of that id it tells when the "
+           "same is asked again: --id %1")
+            .arg(m_options.answer->id));
 }
 
 void ServicePosting::pause()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "answererror.h"
 #include "options.h"
 #include "serviceclient.h"
 
@@ -12,8 +13,8 @@ namespace frctl {
 class ServicePosting
 {
 public:
-    /// The id is that of the options' answer.
-    ServicePosting(ServiceClient& client, const Options& options);
+    /// The id is that of the options' answer. Of a new one no earlier run has made anything.
+    ServicePosting(ServiceClient& client, const Options& options, bool isNewId);
 
     /// The document as the service tells it last: at its end, or still waiting when nobody waits for it any
     /// longer. Throws UsageError, CheckError and HostError for what the service has not taken, ServiceFailure
@@ -27,6 +28,7 @@ private:
     bool isDecided(const ServiceAnswer& answer) const;
     [[noreturn]] void refuse(const ServiceAnswer& answer) const;
     [[noreturn]] void giveUp() const;
+    [[noreturn]] void throwUnreached(sale::AnswerError error) const;
     void pause();
     /// The service has told so, or its answer was lost.
     bool mayBeTaken() const { return m_isPerhapsTaken || !m_taken.isEmpty(); }
@@ -35,6 +37,7 @@ private:
 
     ServiceClient& m_client;
     const Options& m_options;
+    const bool m_isNewId;
     QElapsedTimer m_time;
     ServiceAnswer m_last;
     /// What the service has taken, as it told it.

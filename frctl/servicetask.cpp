@@ -62,7 +62,8 @@ QByteArray tokenOf(const Options& options)
     return token;
 }
 
-void giveId(const Options& options, const ServiceDocument& document)
+/// True for a new one.
+bool giveId(const Options& options, const ServiceDocument& document)
 {
     QString& id = options.answer->id;
     if (id.isEmpty())
@@ -70,10 +71,11 @@ void giveId(const Options& options, const ServiceDocument& document)
     if (!id.isEmpty() && !sale::isDocumentId(id))
         throw UsageError(tr("--id: \"%1\" has not 8 to 64 of A-Z a-z 0-9 . _ : -").arg(id));
     if (!id.isEmpty())
-        return;
+        return false;
     id = sale::newDocumentId();
     // Before anything can be lost.
     complain(tr("the document's id: %1; after a failure the same again, with --id").arg(id));
+    return true;
 }
 
 sale::AnswerError errorOf(const QJsonObject& answer)
@@ -158,10 +160,10 @@ bool isUnchanged(const QJsonObject& answer)
 
 Output make(const Options& options, const QByteArray& token, const ServiceDocument& document)
 {
-    giveId(options, document);
+    const bool isNewId = giveId(options, document);
     ServiceClient client(*options.service, token);
     AnswerDraft& draft = *options.answer;
-    draft.told = ServicePosting(client, options).post(document.body);
+    draft.told = ServicePosting(client, options, isNewId).post(document.body);
     if (document.unchanged == nullptr || !isUnchanged(draft.told))
         return outputOf(options, document);
     // As without a service: there is no document then.

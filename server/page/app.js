@@ -7,7 +7,7 @@ import { Documents } from "./documents.js";
 import { byId, setText, throttled } from "./dom.js";
 import { EventFeed } from "./events.js";
 import { language, onLanguage, setLanguage, t, translate } from "./i18n.js";
-import { documentState, kindName, registerState } from "./labels.js";
+import { documentState, kindName, registerState, waitingName } from "./labels.js";
 import { notify, say } from "./notices.js";
 import { Outgoing } from "./outgoing.js";
 import { documentPlaceName, placeName, placeOfPool, placeQuery } from "./places.js";
@@ -26,7 +26,7 @@ const MOST_UNKNOWN = 50;
 
 const access = new Access(askToken);
 const api = new Api(access, "/v1");
-const page = { connection: "connecting", trial: null };
+const page = { connection: "connecting", trouble: null, trial: null };
 const newest = { registers: new Newest(), unknown: new Newest(), trial: new Newest() };
 
 const outgoing = new Outgoing(access, { onAnswer: answered, onChange: showOutgoing });
@@ -62,6 +62,11 @@ function problemText(problem) {
     if (!(problem instanceof Problem))
         return t("noAnswer");
     return problem.status === 403 ? t("notAllowed") : problem.message;
+}
+
+// What the line is told to be troubled by; the registers that wait for the journal say more.
+function troubleText(problem) {
+    return problem?.type === "journal" ? waitingName("journal") : problemText(problem);
 }
 
 function complain(problem) {
@@ -249,13 +254,17 @@ const news = {
 
 function showConnection(connection) {
     page.connection = connection;
-    byId("connection").textContent = t(connection);
+    byId("connection").textContent = t(connection, { what: troubleText(page.trouble) });
     byId("connection").dataset.is = connection;
 }
 
 const feed = new EventFeed(access, "/v1/events", {
     onEvent: (kind, data) => news[kind]?.(data),
-    onLost: () => showConnection("lost"),
+    // A service that says why it cannot tell is there.
+    onLost(fault) {
+        page.trouble = fault instanceof Problem ? fault : null;
+        showConnection(page.trouble ? "troubled" : "lost");
+    },
     async onOpen() {
         await Promise.all([updateRights(), updateRegisters(), documents.read(), updateUnknown(), detail.again()]);
         showConnection("connected");

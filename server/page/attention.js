@@ -1,9 +1,10 @@
 // What waits for a person: documents that nobody knows the end of, registers that sell nothing until somebody has looked.
 
-import { button, byId, el, russian } from "./dom.js";
+import { button, byId, el } from "./dom.js";
 import { t } from "./i18n.js";
 import { kindName, moment, waitingName } from "./labels.js";
 import { acceptance, resolution } from "./resolve.js";
+import { waitingNote } from "./waiting.js";
 
 // A person's word lets the register go on, or the register or its configuration has to be changed.
 const ACCEPTED = ["needsReview", "newDrive", "otherMachine"];
@@ -56,8 +57,9 @@ export class Attention {
     }
 
     #register({ name, waiting, waitingText }) {
+        const { text, lang } = waitingNote({ waiting, waitingText });
         return el("article", { "data-review": name },
-            el("h3", {}, `${name}: ${waitingName(waiting)}`), waitingText && el("p", {}, russian(waitingText)),
+            el("h3", {}, `${name}: ${waitingName(waiting)}`), text && el("p", { lang }, text),
             el("p", {}, t(ACCEPTED.includes(waiting) ? "howToAccept" : "howToMend")),
             ACCEPTED.includes(waiting) ? acceptance(name, this.accept) : null);
     }

@@ -3,6 +3,7 @@
 import { button, el, russian, setText } from "./dom.js";
 import { money, t } from "./i18n.js";
 import { absenceName, facts, kindName, moment, registerState, tone } from "./labels.js";
+import { waitingNote } from "./waiting.js";
 
 const HOUR = 3600000;
 const DAY = 24 * HOUR;
@@ -13,7 +14,7 @@ const LAST_DAYS = 30;
 class RegisterCard {
     constructor(name, doings) {
         this.state = el("span", { class: "state" });
-        this.note = el("p", { class: "note", lang: "ru" });
+        this.note = el("p", { class: "note" });
         this.facts = el("dl", { class: "facts" });
         this.x = button(t("xReport"), () => doings.report(name, "xReport"), { "data-do": "x", "data-needs": "sell" });
         this.z = button(t("zReport"), () => doings.report(name, "zReport"), { "data-do": "z", "data-needs": "sell" });
@@ -27,7 +28,9 @@ class RegisterCard {
         this.isHeld = register.state === "paused" || register.state === "pausing";
         this.state.className = `state ${tone(register.state)}`;
         setText(this.state, registerState(register));
-        setText(this.note, register.waitingText ?? "");
+        const { text, lang } = waitingNote(register);
+        this.note.lang = lang;
+        setText(this.note, text);
         setText(this.hold, t(this.isHeld ? "resume" : "pause"));
         this.x.disabled = isBusy(`xReport:${register.name}`);
         this.z.disabled = isBusy(`zReport:${register.name}`);

@@ -1,10 +1,12 @@
 #!/usr/bin/python3
 """frctl as a client of the service: the same commands, words and exit statuses as at the register's own line."""
 
+import contextlib
 import json
 import os
 import re
 import socket
+import ssl
 import subprocess
 import threading
 import unittest
@@ -45,6 +47,31 @@ class Relay:
                     self.lost -= 1
                 else:
                     client.sendall(answer)
+
+    def close(self):
+        self.listener.shutdown(socket.SHUT_RDWR)
+        self.listener.close()
+
+
+class Doubtful:
+    """Another program in the service's place, with that certificate. It hears what it is sent, and answers nothing."""
+
+    def __init__(self, certificate):
+        self.heard = []
+        self.context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+        self.context.load_cert_chain(certificate)
+        self.listener = socket.create_server(("127.0.0.1", 0))
+        self.port = f"service:https://127.0.0.1:{self.listener.getsockname()[1]}/till1"
+        threading.Thread(target=self.serve, daemon=True).start()
+
+    def serve(self):
+        while True:
+            try:
+                client, _ = self.listener.accept()
+            except OSError:
+                return
+            with client, contextlib.suppress(OSError), self.context.wrap_socket(client, server_side=True) as line:
+                self.heard += filter(None, [line.recv(65536)])
 
     def close(self):
         self.listener.shutdown(socket.SHUT_RDWR)
@@ -208,6 +235,57 @@ class Line(Through):
         started.start()
         self.assertEqual("issued", self.frctl("--id", "till:0001", "cash-in", "10")[0]["state"])
         started.join()
+
+    def doubtful(self, host, days):
+        """Its certificate stands for itself: nobody here knows an authority of its."""
+        file, asked = self.folder / f"{host}{days}.pem", self.folder / "asked"
+        openssl = lambda *what, **how: subprocess.run(["openssl", *what], capture_output=True, text=True, check=True, **how)
+        openssl("ecparam", "-genkey", "-noout", "-name", "prime256v1", "-out", file)
+        openssl("req", "-new", "-key", file, "-subj", "/CN=till", "-out", asked)
+        made = openssl("x509", "-req", "-in", asked, "-signkey", file, "-days", days, "-extfile", "/dev/stdin", input=f"subjectAltName={host}")
+        file.write_text(file.read_text(encoding="utf-8") + made.stdout, encoding="utf-8")
+        other = Doubtful(file)
+        self.addCleanup(other.close)
+        return other
+
+    def test_nobody_to_trust(self):
+        """Nothing is sent, and it is told at once, not only after the time that a service may take to start."""
+        own = "IP:127.0.0.1"
+        others = [(self.doubtful(*made), part) for made, part in (((own, "9"), "not trusted"), (("DNS:other.example", "9"), "did not match"),
+                                                                 ((own, "-1"), "expired"))]
+        for port, part in [(other.port, part) for other, part in others] + [(self.port.replace("http:", "https:"), "no TLS came about")]:
+            with self.subTest(part):
+                answer, said = self.frctl("cash-in", "10", port=port, status=1)
+                self.assertEqual(("notIssued", "line"), (answer["state"], answer["error"]["kind"]))
+                for words in (part, "nothing was sent"):
+                    self.assertIn(words, said)
+                # What just closes the line may be a service that starts.
+                self.assertEqual("Connection closed" in said, "asking again" in said, said)
+                # An earlier run may have made it.
+                answer, said = self.frctl("cash-in", "10", "--id", "till:0001", port=port, status=5)
+                self.assertEqual("unknown", answer["state"])
+                self.assertIn("nothing was sent", said)
+                self.assertNotIn("may have been issued", said)
+                self.assertIn(part, self.frctl("status", port=port, status=1)[1])
+        self.assertEqual([], [other.heard for other, _ in others if other.heard])
+
+    def test_a_service_that_ends_over_a_document(self):
+        """The line is made anew by itself, and is refused then: that nobody is there now says nothing of what was sent."""
+        listener, heard = socket.create_server(("127.0.0.1", 0)), []
+
+        def end():
+            with listener.accept()[0] as client:
+                heard.append(client.recv(65536))
+                listener.close()
+
+        ending = threading.Thread(target=end)
+        ending.start()
+        port = f"service:http://127.0.0.1:{listener.getsockname()[1]}/till1"
+        lost, said = self.frctl("--wait", "0", "cash-in", "10", port=port, status=5)
+        ending.join(PATIENCE)
+        self.assertEqual(("unknown", "line"), (lost["state"], lost["error"]["kind"]))
+        self.assertIn(b"cashIn", heard[0])
+        self.assertIn(f"--id {lost['id']}", said)
 
     def test_tokens(self):
         token = self.service.command("token", "add", "shop", "--role", "sell").stdout.strip()

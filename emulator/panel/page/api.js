@@ -1,16 +1,17 @@
 // Requests to the interface of the program that served the page.
 
 export class Problem extends Error {
-    constructor(status, title, detail) {
+    constructor(status, title, detail, type) {
         super(detail || title);
         this.status = status;
+        this.type = type;
     }
 }
 
 async function problemOf(response) {
     try {
         const problem = await response.json();
-        return new Problem(response.status, problem.title, problem.detail);
+        return new Problem(response.status, problem.title, problem.detail, problem.type);
     } catch {
         return new Problem(response.status, response.statusText || String(response.status));
     }

@@ -36,7 +36,8 @@ export class EventParser {
     }
 }
 
-// Goes on for ever: onOpen each time the stream is there, onLost when it is not, onEvent(kind, data) between.
+// Goes on for ever: onOpen each time the stream is there, onLost(fault) when it is not, also by a fault of onOpen, onEvent(kind, data)
+// between.
 export class EventFeed {
     constructor(access, url, { onOpen, onLost, onEvent }) {
         this.access = access;
@@ -61,10 +62,10 @@ export class EventFeed {
     async #run(stopped) {
         let retry = FIRST_RETRY;
         while (!stopped.aborted) {
-            const wasOpen = await this.#once(stopped);
+            const { wasOpen, fault } = await this.#once(stopped);
             if (stopped.aborted)
                 return;
-            this.handlers.onLost();
+            this.handlers.onLost(fault);
             retry = wasOpen ? FIRST_RETRY : Math.min(retry * 2, LONGEST_RETRY);
             await new Promise((done) => setTimeout(done, retry));
         }
@@ -72,21 +73,23 @@ export class EventFeed {
 
     async #once(stopped) {
         let wasOpen = false;
+        let fault = null;
         const attempt = new AbortController();
         const watch = new Watchdog(() => attempt.abort());
         const signal = AbortSignal.any([stopped, attempt.signal]);
         try {
             const reader = await this.#open(signal);
-            wasOpen = true;
             await this.handlers.onOpen();
+            wasOpen = true;
             await this.#read(reader, watch);
-        } catch {
+        } catch (error) {
             // The program ended, or the line did: another try comes.
+            fault = error;
         } finally {
             watch.end();
             attempt.abort();
         }
-        return wasOpen;
+        return { wasOpen, fault };
     }
 
     async #open(signal) {

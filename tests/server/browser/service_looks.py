@@ -50,6 +50,33 @@ class Looks(PageLooks, ServicePageTest):
         self.assertEqual("ru", self.find("html").get_attribute("lang"))
         self.shoot("service-russian")
 
+    def test_what_a_register_waits_for(self):
+        """In the page's words, with what the service alone tells; in its own where it says something else."""
+        script = """const done = arguments[1];
+            import("/waiting.js").then(({ waitingNote }) => done(arguments[0].map(([waiting, waitingText]) => waitingNote({ waiting, waitingText }))))"""
+        self.click("#language option[value=ru]")
+        rows = {
+            ("needsReview", "the register has documents 5 to 7 of fiscal drive 123 that this journal does not know (POST /v1/registers/a/accept)"):
+                "с 5 по 7 накопителя 123:",
+            ("needsReview", "the register has receipts of fiscal drive 123 that this journal does not know"): "чеки накопителя 123:",
+            ("newDrive", "the fiscal drive is 456, and was 123: somebody has to say that it is meant (POST /v1/registers/a/accept)"):
+                "накопитель 456, а был 123.",
+            ("wrongRegister", "another register is at the line: its serial number is 00107, not 00108"): "заводской номер 00107, а не 00108.",
+            ("wrongRegister", "another register is at the line: its tax number is 7707, not 7708"): "ИНН 7707, а не 7708.",
+            ("wrongRegister", "another fiscal drive is in the register: 456, not 123"): "накопитель 456, а не 123.",
+            ("wrongRegister", "the document shop:0001 was begun on fiscal drive 123; at the line is 456"): "shop:0001 начат на накопителе 123, а здесь 456.",
+            ("wrongRegister", "the document shop:0001 was begun on fiscal drive 123; the register tells no number of its drive"): "номер своего касса не сообщает",
+            ("journal", "journal postgresql://db: it is away: nothing is sold until the database answers again"): "недоступен: journal postgresql://db: it is away",
+        }
+        told = self.page.execute_async_script(script, list(rows))
+        for expected, note in zip(rows.values(), told):
+            self.assertIn(expected, note["text"])
+            self.assertNotIn("POST", note["text"])
+            self.assertEqual("ru", note["lang"])
+        others = [("newDrive", "what no page knows (POST /v1/registers/a/accept)"), ("paper", "Нет бумаги"), (None, None)]
+        told = self.page.execute_async_script(script, others)
+        self.assertEqual([("what no page knows", "en"), ("Нет бумаги", "ru"), ("", "ru")], [(note["text"], note["lang"]) for note in told])
+
 
 class Guarded(ServicePageTest):
     def test_token_is_asked_once(self):

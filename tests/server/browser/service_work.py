@@ -1,6 +1,7 @@
 """What people see and do at the page while documents are made."""
 
 import os
+import re
 import signal
 
 import stage
@@ -21,6 +22,12 @@ HELD_UP = """
         return answer;
     };"""
 LET_GO = "window.held.splice(0).forEach(({go}) => go())"
+JOURNAL_AWAY = """
+    const fetched = window.fetch;
+    const problem = { type: "journal", title: "The journal cannot be used", detail: "the database does not answer" };
+    window.isAway = true;
+    window.fetch = async (url, options) => window.isAway && String(url).startsWith("/v1/documents")
+        ? new Response(JSON.stringify(problem), { status: 503 }) : fetched(url, options);"""
 
 
 class Work(ServicePageTest):
@@ -81,6 +88,16 @@ class Work(ServicePageTest):
             self.click(f"#sure-dialog [value={answer}]")
             self.becomes(lambda: self.till(), expected)
         self.becomes(lambda: self.text("#documents li"), "Z-report")
+
+    def test_opened_while_the_journal_is_away(self):
+        script = self.page.execute_cdp_cmd("Page.addScriptToEvaluateOnNewDocument", {"source": JOURNAL_AWAY})
+        self.addCleanup(self.page.execute_cdp_cmd, "Page.removeScriptToEvaluateOnNewDocument", script)
+        self.page.get(self.service.url)
+        for language, told in (("en", "the journal cannot be used"), ("ru", "журнал недоступен")):
+            self.click(f"#language option[value={language}]")
+            self.becomes(lambda: self.text("#connection"), told)
+        self.page.execute_script("window.isAway = false")
+        self.becomes(lambda: self.text("#connection"), "на связи")
 
     def test_pause_and_withdraw(self):
         self.works()
@@ -266,6 +283,13 @@ class Persons(ServicePageTest):
         self.service.post(SALE, "shop:0002")
         self.becomes(lambda: self.text("[data-review=till1]"), "documents that the journal does not know")
         self.becomes(lambda: self.row("shop:0002"), "waiting")
+        # In the page's words, with the numbers and without the way of callers of the interface.
+        for language, told in (("ru", r"есть документ \d+ накопителя 9999\d{12}"),
+                               ("en", r"has document \d+ of fiscal drive 9999\d{12}: look at its tape whether")):
+            self.click(f"#language option[value={language}]")
+            for place in (lambda: self.text("[data-review=till1]"), self.till):
+                stage.wait_for(lambda: re.search(told, place()), what=told)  # pylint: disable=cell-var-from-loop
+                self.assertNotIn("POST", place())
         self.shoot("service-review")
         self.write("[data-review=till1] [name=note]", "\n")  # says nothing
         self.assertEqual("needsReview", self.service.ask("/registers/till1")["waiting"])
