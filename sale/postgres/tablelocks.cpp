@@ -40,9 +40,10 @@ void TableLocks::clear(const QString& server)
 
 const QString& TableLocks::question()
 {
-    // That of an index, or of a month, is one of the table that statements name.
+    // That of an index, or of a month, is one of the table that statements name: of years of months there are
+    // hundreds.
     static const QString text = QStringLiteral(
-        "SELECT relname, coalesce(pid, 0), mode = 'AccessExclusiveLock' FROM pg_locks "
+        "SELECT DISTINCT relname, coalesce(pid, 0), mode = 'AccessExclusiveLock', granted FROM pg_locks "
         "LEFT JOIN pg_index ON indexrelid = relation "
         "JOIN pg_class ON pg_class.oid = coalesce(pg_partition_root(coalesce(indrelid, relation)), "
         "indrelid, relation) "
@@ -56,7 +57,8 @@ const QString& TableLocks::question()
 
 bool TableLocks::isInTheWayOf(const QString& statement, const QString& table, bool isForReaders)
 {
-    const QRegularExpression use(QStringLiteral("\\b(FROM|JOIN|INTO|UPDATE) %1\\b").arg(table));
+    const QRegularExpression use(
+        QStringLiteral("\\b(FROM|JOIN|INTO|UPDATE|LIKE|TABLE) %1\\b").arg(QRegularExpression::escape(table)));
     return (isForReaders || !isReading(statement)) && statement.contains(use);
 }
 

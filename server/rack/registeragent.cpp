@@ -79,6 +79,7 @@ void RegisterAgent::resume()
     if (!std::exchange(m_pausedBy, std::nullopt))
         return;
     m_resumed = m_pausedSince;
+    m_resumedEpoch = epoch();
     m_retryAt = 0;
     advance();
 }

@@ -144,6 +144,8 @@ private:
     bool recall();
     void forgetKept();
     bool isKeptPause(const QDateTime& since) const;
+    bool wasKeptPauseEnded() const;
+    qint64 epoch() const;
     void noteDrive(const QString& drive);
     QJsonObject toKeep() const;
     void keep();
@@ -233,8 +235,10 @@ private:
     bool m_mayHoldDrive = false;
     std::optional<QString> m_pausedBy;
     QDateTime m_pausedSince;
-    /// That of the last pause that was ended here, which may not be written down yet.
+    /// That of the last pause that was ended here, which may not be written down yet, and the lease's epoch
+    /// then.
     QDateTime m_resumed;
+    qint64 m_resumedEpoch = 0;
     /// Of which what is kept is known.
     QString m_drive;
     bool m_isRecalled = false;

@@ -51,7 +51,7 @@ bool RegisterAgent::recall()
     m_unsentSince = momentOf(m_kept, unsentSinceKey);
     m_unsentLast = m_kept.value(unsentLastKey).toInteger();
     // Somebody may have paused it just now, or have ended that pause while it could not be written.
-    if (!m_pausedBy && m_kept.contains(pausedByKey) && !isKeptPause(m_resumed)) {
+    if (!m_pausedBy && m_kept.contains(pausedByKey) && !wasKeptPauseEnded()) {
         m_pausedBy = m_kept.value(pausedByKey).toString();
         m_pausedSince = momentOf(m_kept, pausedSinceKey);
         qCInfo(rackLog).noquote() << name() << "is paused still, by" << *m_pausedBy;
@@ -69,6 +69,18 @@ void RegisterAgent::forgetKept()
 bool RegisterAgent::isKeptPause(const QDateTime& since) const
 {
     return since.isValid() && momentOf(m_kept, pausedSinceKey) == since;
+}
+
+/// Another owner in between has kept the pause, and people go by what it told since.
+bool RegisterAgent::wasKeptPauseEnded() const
+{
+    return isKeptPause(m_resumed) && epoch() <= m_resumedEpoch + 1;
+}
+
+/// Each that takes the register counts on; 0 where nobody else can have it.
+qint64 RegisterAgent::epoch() const
+{
+    return m_options.ownership->lease(name()).value(QStringLiteral("epoch")).toInteger();
 }
 
 /// Another drive knows nothing of what was kept of the one before.

@@ -250,24 +250,29 @@ TEST_F(OwnedTest, ResumedWhileNothingCanBeKeptItIsNotPausedAnewBehindALostLease)
     agent->pause("Петров");
     worker->answer({});
     const auto database = sale::openConnection(store.fileName(), 1'000);
-    const auto changeOwner = [&] {
+    const auto changeOwner = [&](int others) {
+        const qint64 former = hand->epoch;
         lose();
         database->execute("ALTER TABLE away RENAME TO frserver_registers");
-        ++hand->epoch;
+        hand->epoch = former + others + 1;
         pass(1'000);
         database->execute("ALTER TABLE frserver_registers RENAME TO away");
     };
     database->execute("ALTER TABLE frserver_registers RENAME TO away");
     agent->resume();
-    changeOwner();
+    changeOwner(0);
     EXPECT_EQ(text("state"), "starting");
     // One that came behind that is another one.
     agent->pause("Анна");
-    changeOwner();
+    changeOwner(0);
     EXPECT_EQ(text("pausedBy"), "Анна");
     agent->resume();
     agent->pause("Борис");
-    changeOwner();
+    changeOwner(0);
+    EXPECT_EQ(text("pausedBy"), "Борис");
+    // Others who had it in between have told that it is.
+    agent->resume();
+    changeOwner(1);
     EXPECT_EQ(text("pausedBy"), "Борис");
 }
 
