@@ -132,7 +132,9 @@ TEST_F(Outcome, InterruptedOperationTellsWhatIsKnown)
         const QTemporaryDir journal;
         const QStringList options{"--protocol", "HEX", "--port", emulator.port(), "--json", "--log-level",
             "debug", "--journal", journal.filePath("sales")};
-        answerOf(interruptFrctl(options + command, line, SIGTERM), 130, state);
+        const Result result = interruptFrctl(options + command, line, SIGTERM);
+        answerOf(result, 130, state);
+        EXPECT_EQ(result.errors.contains("the document was not opened"), QByteArray(state) == "notIssued");
     }
 }
 

@@ -1,5 +1,9 @@
 #include "documentoutput.h"
+#include "exceptions.h"
+#include "failure.h"
+#include "findingsjson.h"
 #include "identifiedreceipt.h"
+#include "journalerror.h"
 #include "markjudgement.h"
 
 #include <QJsonArray>
@@ -42,6 +46,31 @@ TEST(Answer, OfASaleThatAnotherProgramHasSettledIsNoErrorOfThisOne)
     EXPECT_EQ(settledAnswer(options, result).status, ExitIssued);
 }
 
+TEST(ThrowFailure, TellsWhetherADocumentWasOpened)
+{
+    const auto isNotOpened = [](const auto& exception, Outcome outcome) {
+        sale::Failure failure;
+        try {
+            throw exception;
+        } catch (...) {
+            failure = sale::currentFailure();
+        }
+        try {
+            throwFailure(failure, outcome);
+        } catch (const RegisterError& error) {
+            return error.isNotOpened();
+        } catch (const Interrupted& interrupted) {
+            return interrupted.isNotOpened();
+        }
+    };
+    const FrPaperException paper(QStringLiteral("Нет бумаги"));
+    EXPECT_TRUE(isNotOpened(paper, Outcome::None) && isNotOpened(Interrupted(), Outcome::None));
+    EXPECT_FALSE(isNotOpened(paper, Outcome::Unasked) || isNotOpened(Interrupted(), Outcome::Unasked));
+    // Nor is it known then whether an earlier run opened it.
+    EXPECT_FALSE(isNotOpened(sale::JournalError(QStringLiteral("full")), Outcome::None));
+    EXPECT_THROW(isNotOpened(std::bad_alloc(), Outcome::None), std::bad_alloc);
+}
+
 TEST(ReceiptOutput, SaysTheSameToPeopleAndMachines)
 {
     sale::IssueResult result;
@@ -74,6 +103,11 @@ TEST(ReceiptOutput, SaysTheSameToPeopleAndMachines)
     EXPECT_EQ(output.json.value("items"),
         QJsonValue(QJsonArray{QJsonObject{{"path", "items[0]"}, {"name", "Молоко"}, {"price", 5.25},
             {"quantity", 2}, {"amount", 10.5}, {"mark", mark}}}));
+    // Of what is wrong with it, machines get the code itself.
+    const receipt::Finding finding{
+        receipt::Finding::Error, "items[0].markingCode", result.marks.constFirst().markingCode, "is bad"};
+    EXPECT_EQ(sale::findingJson(finding).value("given"), finding.given);
+    EXPECT_EQ(finding.text(), "items[0].markingCode: \"01<GS>93\" is bad");
 }
 
 } // namespace

@@ -153,8 +153,11 @@ TEST_F(DocumentsTest, TwoAtOnceAreOneDocumentAndWhoHasGoneIsNotWaitedFor)
     const auto wait = [this](const QByteArray& id) { return post(id, sale(), "wait=30"); };
     const Served both[]{wait("document:1"), wait("document:1")};
     issue("document:1");
-    for (const Served& served : both)
+    for (const Served& served : both) {
         EXPECT_EQ(served.later().status, 201);
+        EXPECT_EQ(served.later().json().value("total").toDouble(), 305.23);
+        EXPECT_EQ(served.later().json().value("change").toDouble(), 194.77);
+    }
     EXPECT_EQ(till1.told, QStringList({"wake", "document:1 awaited", "document:1 not awaited"}));
     const Served gone[]{wait("document:2"), wait("document:2")};
     gone[0].pending->leave();

@@ -96,7 +96,7 @@ protected:
         {[this](D d) { d.setDateTime(noon); },
             "i Установка даты/времени в ККМ: 01.03.2026 12:00:00; d Запрос параметров смены; e Отказ", open,
             refused, 44},
-        {[this](D d) { d.setDateTime(noon); },
+        {[this](D d) { EXPECT_FALSE(d.setDateTime(noon)); },
             "i Установка даты/времени в ККМ: 01.03.2026 12:00:00; d Запрос параметров смены; "
             "i Невозможно выполнить синхронизацию времени, смена в ФР открыта"},
         {[](D d) { d.openShift(); }, shiftIsOpen},

@@ -95,7 +95,7 @@ TEST(HexLink, TakesThePictureBehindItsAcknowledge)
     EXPECT_EQ(rig.exchange(rig.frame({0xE2, {size}})), "\x06");
     EXPECT_EQ(rig.exchange('\x1B' + bitmap.left(100)), "");
     EXPECT_EQ(rig.parse(rig.exchange(bitmap.mid(100))).code, 0);
-    EXPECT_FALSE(rig.device.state().logo.isEmpty());
+    EXPECT_EQ(rig.device.state().logo, bitmap);
     // The block once more, as after a stale answer, is swallowed; the next command is heard.
     EXPECT_EQ(rig.exchange('\x1B' + bitmap), "");
     // An ESC that no block follows swallows nothing, whether a part of the block is like it or not.

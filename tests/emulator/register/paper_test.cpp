@@ -67,10 +67,10 @@ TEST(Paper, LinesAndCodesKeepWhatTheHostSaidOfThem)
     rig.start();
     rig.run({open(1), text("мелко", 1), text("высоко", 16), text("широко", 32), text("крупно", 48),
         text("темно", 128), {0x24, {"2", "3", "100", "2", "460123456789"}},
-        {0x24, {"0", "0", "0", "14", "x"}}, {0x29, {"4", "1", "qr"}}, finish()});
+        {0x24, {"0", "0", "0", "14", "x"}}, {0x29, {"4", "1", to866("код")}}, finish()});
     const QList<tape::Code> expected{
         {tape::Symbology::Ean13, "460123456789", -1, 3, 100, tape::CodeCaption::Below},
-        {tape::Symbology::Other, "x", 14}, {tape::Symbology::Qr, "qr", -1, 4}};
+        {tape::Symbology::Other, "x", 14}, {tape::Symbology::Qr, "код", -1, 4}};
     EXPECT_EQ(printedCodes(rig.device), expected);
     EXPECT_EQ(missingFrom(rig.device.tape().text(),
                   {"·мелко", "↕высоко", "↔ш и р о к о", "⤢к р у п н о", "▒темно", "[EAN-13]", "[QR]"}),

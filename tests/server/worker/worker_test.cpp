@@ -178,6 +178,9 @@ TEST_F(WorkerTest, SellsNothingOnAnotherRegisterOrDrive)
     startRack();
     ASSERT_TRUE(untilEnded("sale:0001"));
     stopRack();
+    devices::PortLock lock;
+    EXPECT_TRUE(lock.take(settings.port) && !lock.wasLeftBusy()) << "whoever comes next need not read it dry";
+    lock.release();
 
     startRegister({"--drive", "9999000000000002", "--serial", "00000000000000000007"});
     startRack();
