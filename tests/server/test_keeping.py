@@ -175,8 +175,8 @@ class Update(Keeping):
 
     def test_upgrade_to_what_hangs(self):
         """Nobody waits for it: neither clients, nor whoever has the service end."""
-        # The watchdog is another process's.
-        self.start(f"@{self.folder}/notify", WATCHDOG_PID="1")
+        # The watchdog is another process's, and would be told at once.
+        self.start(f"@{self.folder}/notify", WATCHDOG_PID="1", WATCHDOG_USEC="2000")
         self.install(b"#!/bin/sh\nexec sleep 120\n")
         command = [PROGRAM, "--config", str(self.service.config), "upgrade"]
         with subprocess.Popen(command, stderr=subprocess.PIPE, text=True) as upgrade:

@@ -327,6 +327,14 @@ TEST_F(AgentTest, PausesBehindTheDocumentUnderWay)
 TEST_F(AgentTest, StaysPausedBehindARestartOfTheService)
 {
     startAgent();
+    // It waits for a journal that fails, and nobody need wake it.
+    const auto database = sale::openConnection(store.fileName(), 1'000);
+    database->execute("ALTER TABLE documents RENAME TO away");
+    agent->wake();
+    EXPECT_EQ(text("waiting"), "journal");
+    database->execute("ALTER TABLE away RENAME TO documents");
+    pass(1'000);
+    EXPECT_EQ(text("state"), "ready");
     agent->pause("Петров");
     worker->answer({});
     const QString since = text("pausedSince");
@@ -334,7 +342,6 @@ TEST_F(AgentTest, StaysPausedBehindARestartOfTheService)
     queue("sale:0001");
     pass(3'600'000);
     // Nothing is begun before it is known that nobody has paused it.
-    const auto database = sale::openConnection(store.fileName(), 1'000);
     database->execute("ALTER TABLE frserver_registers RENAME TO away");
     makeAgent();
     agent->start();
