@@ -145,12 +145,14 @@ bool LeasedOwnership::giveWay(const QString& registerName)
     }
 }
 
-void LeasedOwnership::leaveDrive(const QString& registerName)
+bool LeasedOwnership::leaveDrive(const QString& registerName)
 {
     try {
         m_leases.leaveDrive(registerName);
+        return true;
     } catch (const sale::JournalError& error) {
         qCWarning(rackLog).noquote() << registerName << error.what();
+        return false;
     }
 }
 

@@ -22,7 +22,7 @@ public:
     QJsonObject owner(const QString& registerName) const override;
     std::optional<Waiting> obstacle(const QString& registerName) const override;
     bool giveWay(const QString& registerName) override;
-    void leaveDrive(const QString& registerName) override;
+    bool leaveDrive(const QString& registerName) override;
     void release(const QString& registerName) override;
     void acceptMoved(const QString& registerName) override;
 

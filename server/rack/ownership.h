@@ -30,8 +30,9 @@ public:
     virtual QJsonObject owner(const QString& registerName) const = 0;
     /// Why it is not held, when that is not just another one's having it.
     virtual std::optional<Waiting> obstacle(const QString& registerName) const = 0;
-    /// It is this service's still, and at work nowhere: whoever meets it may work it.
-    virtual void leaveDrive(const QString& /*registerName*/) { }
+    /// It is this service's still, and at work nowhere: whoever meets it may work it. False when that could
+    /// not be written down.
+    virtual bool leaveDrive(const QString& /*registerName*/) { return true; }
     /// Others may have it, and it is taken again when none of them does: false, and nothing is done, when
     /// there is nobody who might.
     virtual bool giveWay(const QString& /*registerName*/) { return false; }

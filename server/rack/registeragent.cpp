@@ -15,6 +15,7 @@ namespace {
 
 /// What a person may have put right is tried again so long after the last try when somebody waits.
 constexpr qint64 hurriedMs = 2'000;
+constexpr qint64 leaveAgainMs = 10'000;
 /// A register with nothing to do is asked how it is.
 constexpr qint64 conditionMs = 60'000;
 constexpr qint64 zReportMs = 60'000;
@@ -189,8 +190,10 @@ void RegisterAgent::leave()
 {
     if (m_mayHoldPort)
         return request({.what = QStringLiteral("close")}, {});
-    if (std::exchange(m_mayHoldDrive, false))
-        m_options.ownership->leaveDrive(name());
+    if (m_mayHoldDrive && steady() >= m_leaveDriveAt) {
+        m_mayHoldDrive = !m_options.ownership->leaveDrive(name());
+        m_leaveDriveAt = m_mayHoldDrive ? steady() + leaveAgainMs : 0;
+    }
     if (!m_isStopping)
         return;
     if (!m_isAlive)

@@ -233,6 +233,8 @@ private:
     bool m_mayHoldPort = false;
     /// Others may find the register kept for this service, also by a worker that has died.
     bool m_mayHoldDrive = false;
+    /// Not sooner than that by steady(), behind a failure.
+    qint64 m_leaveDriveAt = 0;
     std::optional<QString> m_pausedBy;
     QDateTime m_pausedSince;
     /// That of the last pause that was ended here, which may not be written down yet, and the lease's epoch

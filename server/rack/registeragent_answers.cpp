@@ -81,9 +81,10 @@ void RegisterAgent::answered(const Request& request, const QJsonObject& answer)
         noteCondition(answer);
     else if (request.what == QStringLiteral("settle"))
         Q_EMIT documentChanged(request.id);
-    else if (request.what == QStringLiteral("close"))
-        m_isOpen = m_mayHoldPort = m_mayHoldDrive = false;
-    else if (request.what == QStringLiteral("accept")) {
+    else if (request.what == QStringLiteral("close")) {
+        m_isOpen = m_mayHoldPort = false;
+        m_mayHoldDrive = !answer.value(QStringLiteral("left")).toBool(true);
+    } else if (request.what == QStringLiteral("accept")) {
         m_acceptance.reset();
         unblock();
     }

@@ -98,8 +98,7 @@ QJsonObject WorkerLoop::work(const QJsonObject& message)
         return m_session->accept(text("by"), text("note"));
     if (what != QStringLiteral("close"))
         throw std::logic_error("unknown message");
-    m_session->close();
-    return {};
+    return m_session->close();
 }
 
 int runWorker()

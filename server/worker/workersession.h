@@ -40,7 +40,8 @@ public:
     /// is known of its beginning ("since", "isOpening" and "closed" of ShiftTrace, "seen" of
     /// RegisterCondition::seenOpen). On a failure the port is closed.
     QJsonObject open(bool opensShift);
-    void close();
+    /// "left": false when the journal could not take that the register is nobody's now.
+    QJsonObject close();
     /// The document that waits under that id: "state" and "kind" of the failure, "text"; "held" (see
     /// Waiting::reason) when it waits still. One that met no paper, or an open cover, and was not issued,
     /// waits again.
@@ -63,8 +64,9 @@ private:
     enum class Leaving { Line, Register };
     /// The register, when what is being caught is that the line leads to one that is not this one's to work.
     static Leaving leavingOfCaught();
-    void leaveRegister(Leaving how);
-    void leaveLine(Leaving how);
+    /// False where the journal did not take it.
+    bool leaveRegister(Leaving how);
+    bool leaveLine(Leaving how);
     void takeDrive();
     void meetRegister(const sale::RegisterLine& line);
     void requireConnection() const;

@@ -42,18 +42,19 @@ void WorkerSession::connect()
     m_connection.emplace(settings);
 }
 
-void WorkerSession::close()
+QJsonObject WorkerSession::close()
 {
-    leaveRegister(Leaving::Register);
+    const bool isLeft = leaveRegister(Leaving::Register);
     // Whoever has the line closed may put another register there.
     m_takenDrive.clear();
+    return {{QStringLiteral("left"), isLeft}};
 }
 
-void WorkerSession::leaveRegister(Leaving how)
+bool WorkerSession::leaveRegister(Leaving how)
 {
     m_desk.reset();
     m_connection.reset();
-    leaveLine(how);
+    return leaveLine(how);
 }
 
 /// Before the port is opened, and also before its lock is waited for: that may be the former owner's.
@@ -75,19 +76,21 @@ void WorkerSession::enter()
     m_lease.require();
 }
 
-void WorkerSession::leaveLine(Leaving how)
+bool WorkerSession::leaveLine(Leaving how)
 {
     // A register whose line was lost before may be given up now.
     const bool hadLine = std::exchange(m_hasEntered, false);
     if (!m_journal || (how == Leaving::Line && !hadLine))
-        return;
+        return true;
     std::optional<sale::RegisterFence> fence = m_journal->fence();
     if (!fence)
-        return;
+        return true;
     try {
         how == Leaving::Line ? fence->loseLine() : fence->leave();
+        return true;
     } catch (const sale::JournalError&) {
         // The next one of this machine sees that this process has ended.
+        return false;
     }
 }
 

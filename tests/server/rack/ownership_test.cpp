@@ -31,7 +31,11 @@ public:
         epoch = isWanted ? 0 : epoch;
         return isWanted;
     }
-    void leaveDrive(const QString& /*registerName*/) override { ++left; }
+    bool leaveDrive(const QString& /*registerName*/) override
+    {
+        left += canBeLeft ? 1 : 0;
+        return canBeLeft;
+    }
     void release(const QString& /*registerName*/) override { isReleased = true; }
     void acceptMoved(const QString& /*registerName*/) override { epoch = 1; }
 
@@ -42,6 +46,7 @@ public:
     /// Another one would work it.
     bool isWanted = false;
     int asked = 0;
+    bool canBeLeft = true;
     int left = 0;
     bool isReleased = false;
 };
@@ -242,6 +247,16 @@ TEST_F(OwnedTest, PausedLeavesWhatADeadWorkerHeld)
     ASSERT_EQ(worker->at(), "close");
     worker->answer({});
     EXPECT_EQ(hand->left, 1) << "the worker has done so itself";
+    // Or has not, since the journal could not be used for a while.
+    agent->resume();
+    open();
+    agent->pause("Петров");
+    hand->canBeLeft = false;
+    worker->answer({{"left", false}});
+    hand->canBeLeft = true;
+    EXPECT_EQ(hand->left, 1);
+    pass(10'000);
+    EXPECT_EQ(hand->left, 2);
 }
 
 TEST_F(OwnedTest, ResumedWhileNothingCanBeKeptItIsNotPausedAnewBehindALostLease)
