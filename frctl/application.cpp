@@ -77,10 +77,8 @@ void say(const Complaint& complaint, const Options& options)
     complain(complaint.error.text);
     for (const receipt::Finding& error : complaint.findings.mid(1))
         complain(error.text());
-    QString outcome = complaint.outcome;
-    if (outcome.isEmpty())
-        outcome = complaint.isNotOpened ? tr("the document was not opened")
-                                        : sale::verdictText(complaint.verdict);
+    const QString outcome
+        = complaint.outcome.isEmpty() ? sale::verdictText(complaint.verdict) : complaint.outcome;
     if (!outcome.isEmpty())
         complain(outcome);
     if (complaint.isUsage)

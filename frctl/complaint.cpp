@@ -45,11 +45,17 @@ Complaint complaintOf(const receipt::ReceiptError& error)
     return complaintOf(errors, ExitUsage, QStringLiteral("ReceiptError"));
 }
 
+/// Of a document that was asked for.
+QString outcomeOf(bool isNotOpened)
+{
+    return isNotOpened ? tr("the document was not opened") : QString();
+}
+
 /// The bits are those of the first code.
 Complaint complaintOf(const sale::MarkRefusal& error)
 {
     Complaint complaint = complaintOf(error.errors(), ExitFailure, QStringLiteral("MarkRefusal"));
-    complaint.isNotOpened = true;
+    complaint.outcome = outcomeOf(true);
     complaint.error.kind = ErrorKind::Mark;
     complaint.error.details.insert(QStringLiteral("path"), error.errors().constFirst().path);
     complaint.error.details.insert(
@@ -63,7 +69,7 @@ Complaint complaintOf(const sale::ReviewNeeded& error)
         // untranslated: a command
         {ErrorKind::Other, whatOf(error) + QStringLiteral(": frctl journal accept"),
             QStringLiteral("ReviewNeeded")},
-        {}, true};
+        {}, outcomeOf(true)};
     complaint.error.action = QStringLiteral(
         "На кассе есть документы, которых нет в журнале: найдите на ленте свои продажи, затем выполните "
         "frctl journal accept и повторите документ");
@@ -99,12 +105,12 @@ Complaint complaintOfWork(const std::exception_ptr& exception)
         std::rethrow_exception(exception);
     } catch (const RegisterError& error) {
         return {exitStatusOf(error.verdict()), {error.kind(), whatOf(error), error.exceptionName()},
-            error.verdict(), error.isNotOpened()};
+            error.verdict(), outcomeOf(error.isNotOpened())};
     } catch (const ServiceFailure& error) {
-        return {error.status(), error.error(), error.verdict(), false, false, {}, error.outcome()};
+        return {error.status(), error.error(), error.verdict(), error.outcome()};
     } catch (const Interrupted& error) {
         return {ExitInterrupted, {ErrorKind::Other, tr("interrupted"), QStringLiteral("Interrupted")},
-            error.verdict(), error.isNotOpened()};
+            error.verdict(), outcomeOf(error.isNotOpened())};
     } catch (const devices::ConnectionError& error) {
         return {ExitFailure, {kindOf(error.reason()), whatOf(error), hostErrorName()}};
     } catch (const HostError& error) {

@@ -13,13 +13,11 @@ struct Complaint
     ExitStatus status = ExitFailure;
     sale::AnswerError error = {};
     sale::Verdict verdict = {};
-    /// A document was asked for, and did not come to its opening.
-    bool isNotOpened = false;
+    /// What has become of the document, where the words of the verdict are not it.
+    QString outcome = {};
     bool isUsage = false;
     /// Of a receipt or a text, all of them.
     QList<receipt::Finding> findings = {};
-    /// What has become of the document, where the words of the verdict are not it.
-    QString outcome = {};
 };
 
 Complaint complaintOf(const std::exception_ptr& exception);
