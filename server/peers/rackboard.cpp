@@ -130,14 +130,13 @@ void tidy(sale::SqlConnection& connection)
 
 void forgetOthers(sale::SqlConnection& connection, const QString& name, const QStringList& registers)
 {
-    const QString told = sale::wholeJson({{QStringLiteral("service"), name}});
     // Machines may be called alike.
     connection.execute(
         QStringLiteral(
-            "DELETE FROM registers WHERE position(? IN view) > 0 AND name <> ALL(?::text[]) "
+            "DELETE FROM registers WHERE view::json ->> 'service' = ? AND name <> ALL(?::text[]) "
             "AND EXISTS (SELECT 1 FROM leases WHERE register = registers.name AND machine = ?) AND ")
             + hasNoDocument,
-        {told.sliced(1, told.size() - 2), arrayOf(registers), sale::ProcessIdentity::own().machine});
+        {name, arrayOf(registers), sale::ProcessIdentity::own().machine});
 }
 
 QHash<QString, double> silences(const sale::SqlConnection& connection)

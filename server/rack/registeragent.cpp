@@ -15,6 +15,7 @@ namespace {
 
 /// What a person may have put right is tried again so long after the last try when somebody waits.
 constexpr qint64 hurriedMs = 2'000;
+/// What the journal could not take is written so long after that.
 constexpr qint64 leaveAgainMs = 10'000;
 /// A register with nothing to do is asked how it is.
 constexpr qint64 conditionMs = 60'000;
