@@ -26,12 +26,6 @@ namespace {
 class Connection : public Postgres
 {
 protected:
-    /// All others' ends.
-    void cut()
-    {
-        connection.value("SELECT count(pg_terminate_backend(pid)) FROM pg_stat_activity "
-                         "WHERE application_name LIKE 'frspf%' AND pid <> pg_backend_pid()");
-    }
     /// Commits of ids wait until that lock is given up.
     void holdUpCommits()
     {
