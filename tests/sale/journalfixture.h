@@ -4,13 +4,11 @@
 
 #include "drivemark.h"
 #include "identifiedsale.h"
-#include "journalerror.h"
+#include "journalfailure.h"
 
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-
-#include <functional>
 
 namespace sale {
 
@@ -22,16 +20,6 @@ protected:
     static IdentifiedSale saleIn(DocumentStore& store, const char* id = "A")
     {
         return {store, QString::fromLatin1(id), R"({"a": 1, "b": 2})"};
-    }
-    /// Of what it fails; empty when it does not.
-    static QString textOf(const std::function<void()>& work)
-    {
-        try {
-            work();
-            return {};
-        } catch (const JournalError& error) {
-            return QString::fromUtf8(error.what());
-        }
     }
 
     QTemporaryDir folder;

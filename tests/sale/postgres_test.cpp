@@ -4,7 +4,7 @@
 #include "documentarchived.h"
 #include "hostclock.h"
 #include "identifiedsale.h"
-#include "journalerror.h"
+#include "journalfailure.h"
 #include "pendingsales.h"
 #include "postgres/passwordfile.h"
 #include "postgresfixture.h"
@@ -112,14 +112,6 @@ TEST_F(Postgres, TablesOfOtherReleasesAreTold)
     PostgresStore(server.place()).accept(request("A"));
     PostgresStore::migrate(server.place());
     EXPECT_EQ(connection.value("SELECT number FROM version").toInt(), 2);
-    const auto said = [](const std::function<void()>& work) {
-        try {
-            work();
-            return QString();
-        } catch (const JournalError& error) {
-            return QString(error.what());
-        }
-    };
     const struct
     {
         const char* change;
@@ -132,9 +124,9 @@ TEST_F(Postgres, TablesOfOtherReleasesAreTold)
     };
     for (const auto& [change, wordsOfUse, wordsOfMigrate] : cases) {
         connection.execute(change);
-        const QString use = said([&] { PostgresStore store(server.place()); });
+        const QString use = textOf([&] { PostgresStore store(server.place()); });
         EXPECT_TRUE(use.contains(wordsOfUse)) << change << qPrintable(use);
-        const QString migration = said([&] { PostgresStore::migrate(server.place()); });
+        const QString migration = textOf([&] { PostgresStore::migrate(server.place()); });
         EXPECT_TRUE(migration.contains(wordsOfMigrate)) << change << qPrintable(migration);
         EXPECT_EQ(migration.isEmpty(), wordsOfMigrate[0] == '\0') << change;
     }

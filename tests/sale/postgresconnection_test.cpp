@@ -1,5 +1,6 @@
 // The way to PostgreSQL: what is done over it once though it is lost, and who is not let in.
 
+#include "driver/messagelog.h"
 #include "journalerror.h"
 #include "postgres/postgresfault.h"
 #include "postgres/wrongplace.h"
@@ -25,12 +26,6 @@ namespace {
 class Connection : public Postgres
 {
 protected:
-    /// All others' ends.
-    void cut()
-    {
-        connection.value("SELECT count(pg_terminate_backend(pid)) FROM pg_stat_activity "
-                         "WHERE application_name LIKE 'frspf%' AND pid <> pg_backend_pid()");
-    }
     /// Commits of ids wait until that lock is given up.
     void holdUpCommits()
     {
@@ -115,12 +110,9 @@ TEST_F(Connection, ConnectionThatItsEarFindsCutIsGoneBeforeTheNextOne)
     cut();
     while (hearing.isOpen())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    static QStringList said;
-    const auto former = qInstallMessageHandler(
-        [](QtMsgType, const QMessageLogContext&, const QString& text) { said.append(text); });
+    const MessageLog log;
     EXPECT_EQ(hearing.value("SELECT 1").toInt(), 1);
-    qInstallMessageHandler(former);
-    EXPECT_EQ(said.join('\n'), "");
+    EXPECT_EQ(MessageLog::taken(), std::vector<std::string>());
 }
 
 TEST_F(Connection, WhatWasAcceptedOutlivesThePowerCutAndNothingIsAcceptedWithoutAServer)

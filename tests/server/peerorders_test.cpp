@@ -18,7 +18,7 @@ TEST_F(PeersTest, OrderIsAnsweredByWhatTheOwnerToldBehindItAlone)
     const Served paused = two.pause("anna");
     ASSERT_TRUE(paused.pending) << paused.all();
     // Also what is told before the order is there is of a time before.
-    sql("UPDATE frspf.registers SET told = clock_timestamp() WHERE name = 'till1' RETURNING 1");
+    connection.execute("UPDATE frspf.registers SET told = clock_timestamp() WHERE name = 'till1'");
     two.peers.look();
     two.api.registerChanged("till1");
     EXPECT_EQ(paused.later().status, 0);
@@ -126,9 +126,9 @@ TEST_F(PeersTest, OrderIsFollowedInTimeByWhoeverHasTheRegisterOrByNobody)
     makeOrdersOld();
     two.peers.look();
     EXPECT_EQ(next.told, QStringList());
-    EXPECT_EQ(sql("SELECT count(*) FROM frspf.orders").toInt(), 1);
+    EXPECT_EQ(connection.value("SELECT count(*) FROM frspf.orders").toInt(), 1);
     three.peers.look();
-    EXPECT_EQ(sql("SELECT count(*) FROM frspf.orders").toInt(), 0);
+    EXPECT_EQ(connection.value("SELECT count(*) FROM frspf.orders").toInt(), 0);
 }
 
 } // namespace

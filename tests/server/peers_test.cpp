@@ -30,8 +30,7 @@ TEST_F(PeersTest, WhoeverWaitsElsewhereIsAnsweredAtOnceOrWithTheNextLook)
     const auto second = two.api.waiters().wait("document:2", std::chrono::seconds(60));
     one.issue("document:2", 9);
     one.store.accept({"document:3", "sell", "{}", "till1"});
-    sql("SELECT count(pg_terminate_backend(pid)) FROM pg_stat_activity "
-        "WHERE application_name LIKE 'frspf%' AND pid <> pg_backend_pid()");
+    cut();
     two.peers.look();
     ASSERT_TRUE(becomes([&] { return second->response().has_value(); }));
     EXPECT_EQ(second->response()->status, 201);
@@ -58,7 +57,7 @@ TEST_F(PeersTest, RegisterOfAnotherServiceIsSeenAndObeys)
     two.store.accept(pooled);
     EXPECT_EQ(two.ask("GET", "/v1/documents/document:9").json().value("total"), 100.5);
     // Also when the database's clock is put back meanwhile.
-    sql("UPDATE frspf.registers SET told = told + interval '1 hour' RETURNING 1");
+    connection.execute("UPDATE frspf.registers SET told = told + interval '1 hour'");
     two.peers.look();
     one.till.state = "waiting";
     one.till.waiting = "paper";
@@ -125,8 +124,7 @@ TEST_F(PeersTest, NoRegisterIsDeniedBeforeTheOthersAreKnown)
     two.store.accept({"document:1", "sell", "{}", "till1"});
     two.store.begin("document:1", {{{"drive", "9999"}, {"lastDocument", 7}}});
     // As one begins whose database does not answer just then.
-    sale::PostgresConnection database(sale::PostgresServer::instance().place(), 1000);
-    database.execute("ALTER TABLE frspf.services RENAME TO hidden");
+    connection.execute("ALTER TABLE frspf.services RENAME TO hidden");
     Desk late("till3");
     const QByteArray word = R"({"state":"notIssued","note":"not on the tape"})";
     for (const auto& [method, target, body] :
@@ -138,7 +136,7 @@ TEST_F(PeersTest, NoRegisterIsDeniedBeforeTheOthersAreKnown)
         EXPECT_FALSE(answer.headers.value("Retry-After").isEmpty());
     }
     EXPECT_EQ(late.ask("GET", "/v1/registers/till3").status, 200) << "its own";
-    database.execute("ALTER TABLE frspf.hidden RENAME TO services");
+    connection.execute("ALTER TABLE frspf.hidden RENAME TO services");
     // What was told is known at once, and only then the rest is denied.
     EXPECT_EQ(two.view("till1").value("state"), "ready");
     EXPECT_EQ(two.ask("POST", "/v1/documents/document:1/resolve", word).status, 409);
@@ -158,7 +156,8 @@ TEST_F(PeersTest, RegisterOfADeadServiceIsUnreachableAndWhatItBegunAPersonsCase)
     const QByteArray word = R"({"state":"issued","documentNumber":8})";
     EXPECT_EQ(two.ask("POST", "/v1/documents/document:1/resolve", word).status, 409) << "it may go on";
     // As if it were killed, a minute ago.
-    sql("UPDATE frspf.services SET seen = seen - interval '1 minute' WHERE name = 'till1:8403' RETURNING 1");
+    connection.execute(
+        "UPDATE frspf.services SET seen = seen - interval '1 minute' WHERE name = 'till1:8403'");
     two.peers.look();
     const QJsonObject view = two.view("till1");
     EXPECT_EQ(view.value("state"), "unreachable");
@@ -177,16 +176,18 @@ TEST_F(PeersTest, RegisterOfADeadServiceIsUnreachableAndWhatItBegunAPersonsCase)
     // its clock has jumped, or somebody has the register by now and did not tell of it yet.
     constexpr std::chrono::seconds almostForever(290);
     const auto waiting = two.api.waiters().wait("document:2", std::chrono::seconds(60));
-    sql("UPDATE frspf.services SET seen = seen - interval '5 minutes' WHERE name = 'till1:8403' RETURNING 1");
-    sql("UPDATE frspf.documents SET begun = begun - interval '10 minutes' RETURNING 1");
+    connection.execute(
+        "UPDATE frspf.services SET seen = seen - interval '5 minutes' WHERE name = 'till1:8403'");
+    connection.execute("UPDATE frspf.documents SET begun = begun - interval '10 minutes'");
     one->accept("document:4");
     one->store.begin("document:4", {{{"drive", "9999"}, {"lastDocument", 8}}});
     two.lookFor(almostForever);
     two.now += std::chrono::minutes(1);
     two.lookFor(almostForever);
-    sql("INSERT INTO frspf.leases (register, until) VALUES ('till1', now() + interval '1 hour') RETURNING 1");
+    connection.execute(
+        "INSERT INTO frspf.leases (register, until) VALUES ('till1', now() + interval '1 hour')");
     two.lookFor(almostForever);
-    sql("UPDATE frspf.leases SET until = now() RETURNING 1");
+    connection.execute("UPDATE frspf.leases SET until = now()");
     two.lookFor(almostForever);
     EXPECT_EQ(two.store.findId("document:2")->state, DocumentState::Running);
     two.lookFor(std::chrono::seconds(20));
@@ -216,10 +217,9 @@ TEST_F(PeersTest, RegisterOfTwoServicesIsShownAsItsOwnerTells)
     EXPECT_EQ(two.ask("POST", "/v1/registers/till1/resume", "{}").status, 202);
     ASSERT_TRUE(becomes([&] { return !one.till.told.isEmpty(); }));
     // It may have a pause in mind that the database was lost over, and is told by itself then.
-    sale::PostgresConnection database(sale::PostgresServer::instance().place(), 1000);
-    database.execute("ALTER TABLE frspf.orders RENAME TO hidden");
+    connection.execute("ALTER TABLE frspf.orders RENAME TO hidden");
     EXPECT_EQ(two.ask("POST", "/v1/registers/till1/resume", "{}").status, 503);
-    database.execute("ALTER TABLE frspf.hidden RENAME TO orders");
+    connection.execute("ALTER TABLE frspf.hidden RENAME TO orders");
     EXPECT_EQ(spare.told.size(), 2);
     EXPECT_EQ(spare.told.filter("resume"), spare.told);
     // It changes hands.
@@ -245,7 +245,8 @@ TEST_F(PeersTest, RegisterOfTwoServicesIsShownAsItsOwnerTells)
     one.peers.look();
     ASSERT_TRUE(becomes([&] { return two.view("till1").value("service") == "till1:8403"; }));
     EXPECT_EQ(two.ask("POST", "/v1/documents/document:1/resolve", word).status, 409);
-    sql("UPDATE frspf.services SET seen = seen - interval '1 minute' WHERE name = 'till1:8403' RETURNING 1");
+    connection.execute(
+        "UPDATE frspf.services SET seen = seen - interval '1 minute' WHERE name = 'till1:8403'");
     two.peers.look();
     EXPECT_EQ(two.view("till1").value("waiting"), "otherMachine");
     EXPECT_EQ(two.ask("GET", "/v1/documents/document:1").text("waiting"), "unreachable");
@@ -267,22 +268,21 @@ TEST_F(PeersTest, WhatHasLeftItsServicesConfigurationIsForgotten)
 {
     Desk left("till1");
     left.accept("document:1");
-    const auto isLeftBehind = [](const QString& service, const QStringList& registers) {
-        sale::PostgresConnection connection(sale::PostgresServer::instance().place(), 1000);
+    const auto isLeftBehind = [this](const QString& service, const QStringList& registers) {
         rackboard::forgetOthers(connection, service, registers);
-        return !sql("SELECT 1 FROM frspf.registers WHERE name = 'till1'").isNull();
+        return !connection.value("SELECT 1 FROM frspf.registers WHERE name = 'till1'").isNull();
     };
     const QString lease = "INSERT INTO frspf.leases (register, machine) VALUES ('till1', '%1') "
-                          "ON CONFLICT (register) DO UPDATE SET machine = excluded.machine RETURNING 1";
+                          "ON CONFLICT (register) DO UPDATE SET machine = excluded.machine";
     const QString machine = sale::ProcessIdentity::own().machine;
-    sql(lease.arg(machine));
+    connection.execute(lease.arg(machine));
     EXPECT_TRUE(isLeftBehind("till1:8403", {"till2"})) << "a document waits for it";
     left.store.withdraw("document:1");
     EXPECT_TRUE(isLeftBehind("till1:8403", {"till2", "till1"})) << "it is there still";
     EXPECT_TRUE(isLeftBehind("till2:8403", {"till2"})) << "another service has it";
-    sql(lease.arg("another"));
+    connection.execute(lease.arg("another"));
     EXPECT_TRUE(isLeftBehind("till1:8403", {"till2"})) << "a machine that is called alike has it";
-    sql(lease.arg(machine));
+    connection.execute(lease.arg(machine));
     EXPECT_FALSE(isLeftBehind("till1:8403", {"till2"}));
 }
 

@@ -5,8 +5,7 @@
 #include "apirig.h"
 #include "becomes.h"
 #include "peers/peers.h"
-#include "postgres/postgresstore.h"
-#include "sale/postgresserver.h"
+#include "sale/postgresfixture.h"
 
 /// A service with a register of its own.
 struct Desk
@@ -78,16 +77,11 @@ struct Spare : FakeTill
     }
 };
 
-class PeersTest : public testing::Test
+class PeersTest : public sale::Postgres
 {
 protected:
-    PeersTest() { sale::PostgresServer::instance().clear(); }
-    static void makeOrdersOld()
+    void makeOrdersOld()
     {
-        sql("UPDATE frspf.orders SET made = made - interval '31 seconds' RETURNING 1");
-    }
-    static QVariant sql(const QString& statement)
-    {
-        return sale::PostgresConnection(sale::PostgresServer::instance().place(), 1000).value(statement);
+        connection.execute("UPDATE frspf.orders SET made = made - interval '31 seconds'");
     }
 };

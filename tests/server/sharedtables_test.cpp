@@ -5,14 +5,12 @@
 #include "postgres/openstore.h"
 #include "postgres/registerleases.h"
 #include "rack/keptstates.h"
-#include "sale/postgresserver.h"
+#include "sale/postgresfixture.h"
 #include "webhook/outbox.h"
 
 #include <QDeadlineTimer>
 #include <QJsonDocument>
 #include <QJsonObject>
-
-#include <gtest/gtest.h>
 
 #include <latch>
 #include <thread>
@@ -22,10 +20,10 @@ using namespace frserver;
 
 namespace {
 
-TEST(SharedTables, OneServiceTellsEachEndOnceAndAllKnowTheOwners)
+using SharedTables = sale::Postgres;
+
+TEST_F(SharedTables, OneServiceTellsEachEndOnceAndAllKnowTheOwners)
 {
-    sale::PostgresServer& server = sale::PostgresServer::instance();
-    server.clear();
     const QString place = server.address();
     const auto store = sale::openStore(place);
     auto first = std::make_unique<Outbox>(place, 1000);
@@ -68,10 +66,9 @@ TEST(SharedTables, OneServiceTellsEachEndOnceAndAllKnowTheOwners)
     EXPECT_FALSE(Owners(place, 1000).ownerOf("document:2"));
 }
 
-TEST(SharedTables, ServicesMayBeginAtOnce)
+TEST_F(SharedTables, ServicesMayBeginAtOnce)
 {
-    sale::PostgresServer::instance().clear();
-    const QString place = sale::PostgresServer::instance().address();
+    const QString place = server.address();
     std::latch start(4);
     std::vector<std::jthread> services;
     for (int service = 0; service < 4; ++service) {
@@ -87,10 +84,8 @@ TEST(SharedTables, ServicesMayBeginAtOnce)
     }
 }
 
-TEST(SharedTables, WhatIsKeptOfARegisterIsItsOwners)
+TEST_F(SharedTables, WhatIsKeptOfARegisterIsItsOwners)
 {
-    sale::PostgresServer& server = sale::PostgresServer::instance();
-    server.clear();
     KeptStates kept(server.address(), 1000);
     sale::RegisterLeases former(server.place(), std::chrono::seconds(60));
     sale::RegisterLeases next(server.place(), std::chrono::seconds(60));

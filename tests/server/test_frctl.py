@@ -18,64 +18,69 @@ from servicetest import SALE, TOTAL, ServiceTest
 ANSWERS = ROOT / "tests" / "e2e" / "answers.py"
 
 
-class Relay:
+class Stand:
+    """Another program in the service's place. It meets one client after the other."""
+
+    def __init__(self):
+        self.listener = socket.create_server(("127.0.0.1", 0))
+        self.address = f"127.0.0.1:{self.listener.getsockname()[1]}"
+        threading.Thread(target=self.serve, daemon=True).start()
+
+    def serve(self):
+        while True:
+            try:
+                client, _ = self.listener.accept()
+            except OSError:
+                return
+            with client:
+                self.meet(client)
+
+    def meet(self, client):
+        raise NotImplementedError
+
+    def close(self):
+        self.listener.shutdown(socket.SHUT_RDWR)
+        self.listener.close()
+
+
+class Relay(Stand):
     """Stands between client and service. What a client asks is passed on; it loses as many answers as it is told."""
 
     def __init__(self, url, lost):
         self.place = urllib.parse.urlsplit(url)
         self.lost = lost
-        self.listener = socket.create_server(("127.0.0.1", 0))
-        self.url = f"service://127.0.0.1:{self.listener.getsockname()[1]}/till1"
-        threading.Thread(target=self.serve, daemon=True).start()
+        super().__init__()
+        self.url = f"service://{self.address}/till1"
 
-    def serve(self):
-        while True:
-            try:
-                client, _ = self.listener.accept()
-            except OSError:
-                return
-            with client, socket.create_connection((self.place.hostname, self.place.port)) as service:
-                # One request, and its answer as far as the service sends it.
-                request = client.recv(65536)
-                head, _, body = request.partition(b"\r\n\r\n")
-                size = next(int(line.split(b":")[1]) for line in head.split(b"\r\n") if line.lower().startswith(b"content-length"))
-                while len(body) < size:
-                    body += client.recv(65536)
-                service.sendall(head + b"\r\nConnection: close\r\n\r\n" + body)
-                answer = b"".join(iter(lambda: service.recv(65536), b""))
-                if self.lost > 0:
-                    self.lost -= 1
-                else:
-                    client.sendall(answer)
-
-    def close(self):
-        self.listener.shutdown(socket.SHUT_RDWR)
-        self.listener.close()
+    def meet(self, client):
+        with socket.create_connection((self.place.hostname, self.place.port)) as service:
+            # One request, and its answer as far as the service sends it.
+            request = client.recv(65536)
+            head, _, body = request.partition(b"\r\n\r\n")
+            size = next(int(line.split(b":")[1]) for line in head.split(b"\r\n") if line.lower().startswith(b"content-length"))
+            while len(body) < size:
+                body += client.recv(65536)
+            service.sendall(head + b"\r\nConnection: close\r\n\r\n" + body)
+            answer = b"".join(iter(lambda: service.recv(65536), b""))
+            if self.lost > 0:
+                self.lost -= 1
+            else:
+                client.sendall(answer)
 
 
-class Doubtful:
-    """Another program in the service's place, with that certificate. It hears what it is sent, and answers nothing."""
+class Doubtful(Stand):
+    """It has that certificate. It hears what it is sent, and answers nothing."""
 
     def __init__(self, certificate):
         self.heard = []
         self.context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
         self.context.load_cert_chain(certificate)
-        self.listener = socket.create_server(("127.0.0.1", 0))
-        self.port = f"service:https://127.0.0.1:{self.listener.getsockname()[1]}/till1"
-        threading.Thread(target=self.serve, daemon=True).start()
+        super().__init__()
+        self.port = f"service:https://{self.address}/till1"
 
-    def serve(self):
-        while True:
-            try:
-                client, _ = self.listener.accept()
-            except OSError:
-                return
-            with client, contextlib.suppress(OSError), self.context.wrap_socket(client, server_side=True) as line:
-                self.heard += filter(None, [line.recv(65536)])
-
-    def close(self):
-        self.listener.shutdown(socket.SHUT_RDWR)
-        self.listener.close()
+    def meet(self, client):
+        with contextlib.suppress(OSError), self.context.wrap_socket(client, server_side=True) as line:
+            self.heard += filter(None, [line.recv(65536)])
 
 
 class Through(ServiceTest):
