@@ -10,6 +10,8 @@ struct ServiceAnswer
 {
     /// Nothing was stored for it: neither did the question arrive, nor was it taken by whoever answered.
     bool isRefusedUnread() const { return isUnsent || (!isOurs() && status >= 400 && status < 500); }
+    /// A journal that fails may do so behind the document, also when its service is asked what became of it.
+    bool mayBeStored() const { return isOurs() ? text("type") == u"journal" : !isRefusedUnread(); }
     /// The service's own words, not those of something between.
     bool isOurs() const { return !json.isEmpty(); }
     /// It asks for the same once more.

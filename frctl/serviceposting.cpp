@@ -85,7 +85,7 @@ void ServicePosting::note(const ServiceAnswer& answer)
         m_taken = answer.json;
     if (isTold && isOfThisRun)
         m_last.json.insert(QStringLiteral("replayed"), false);
-    if (!isTold && !answer.isOurs() && !answer.isRefusedUnread())
+    if (!isTold && answer.mayBeStored())
         m_isPerhapsTaken = true;
 }
 
@@ -121,10 +121,12 @@ void ServicePosting::refuse(const ServiceAnswer& answer) const
 void ServicePosting::giveUp() const
 {
     const QString text = QStringLiteral("%1: %2").arg(m_client.address(), m_last.fault);
-    if (!mayBeTaken() && m_last.isOurs())
+    // Of an id that it knows a service tells before it says that its queue is full.
+    const bool isNowhere = m_isNewId || m_last.status == 429;
+    if (!mayBeTaken() && m_last.isOurs() && isNowhere)
         throw HostError(text, sale::ErrorKind::Line);
     sale::AnswerError error{sale::ErrorKind::Line, text, hostErrorName()};
-    if (!mayBeTaken())
+    if (!mayBeTaken() && !m_last.isOurs())
         throwUnreached(error);
     complain(tr("the same again when the service answers tells: --id %1").arg(m_options.answer->id));
     throw ServiceFailure(ExitUnknown, error, sale::Outcome::Unknown);

@@ -44,11 +44,12 @@ class Stand:
 
 
 class Relay(Stand):
-    """Stands between client and service. What a client asks is passed on; it loses as many answers as it is told."""
+    """Stands between client and service. What a client asks is passed on; it loses as many answers as it is told, or says that in their
+    stead."""
 
-    def __init__(self, url, lost):
+    def __init__(self, url, lost, said=b""):
         self.place = urllib.parse.urlsplit(url)
-        self.lost = lost
+        self.lost, self.said = lost, said
         super().__init__()
         self.url = f"service://{self.address}/till1"
 
@@ -64,6 +65,7 @@ class Relay(Stand):
             answer = b"".join(iter(lambda: service.recv(65536), b""))
             if self.lost > 0:
                 self.lost -= 1
+                client.sendall(self.said)
             else:
                 client.sendall(answer)
 
@@ -226,6 +228,19 @@ class Line(Through):
         self.assertEqual(("unknown", "line"), (lost["state"], lost["error"]["kind"]))
         self.assertIn(f"--id {lost['id']}", said)
         self.assertTrue(self.frctl("--id", lost["id"], "cash-in", "10")[0]["replayed"])
+
+    def test_a_service_that_cannot_tell(self):
+        """Its journal may have failed behind the document; of one that stops an earlier run may have had it."""
+        for kind, given in (("journal", ()), ("journal", ("--id", "till:0001")), ("stopping", ("--id", "till:0002"))):
+            with self.subTest(kind, given=given):
+                problem = json.dumps({"type": kind, "title": "Not now", "status": 503}).encode()
+                relay = Relay(self.service.url, 1000, b"HTTP/1.1 503 Service Unavailable\r\nContent-Type: application/problem+json\r\n"
+                              b"Connection: close\r\nContent-Length: %d\r\n\r\n%s" % (len(problem), problem))
+                self.addCleanup(relay.close)
+                untold, said = self.frctl("--wait", "0", *given, "cash-in", "10", port=relay.url, status=5)
+                self.assertEqual("unknown", untold["state"])
+                self.assertIn(f"--id {untold['id']}", said)
+                self.assertTrue(self.frctl("--id", untold["id"], "cash-in", "10")[0]["replayed"])
 
     def test_no_service(self):
         self.service.stop()
