@@ -110,7 +110,7 @@ quint32 toldNumber(Api& api, const StoredDocument& document)
     return static_cast<quint32>(told);
 }
 
-/// A person's word is taken for what is unknown alone.
+/// A person's word is taken for what is unknown, or under way where nobody can ask.
 void settleByWord(Api& api, const StoredDocument& document, sale::DocumentEnding word)
 {
     word.isOutOfReach = isOutOfReach(api, document);
